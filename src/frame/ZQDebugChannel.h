@@ -1,0 +1,25 @@
+// The one diagnostic channel. Device, level and debug file are the process's, shared by every matrix: they are the static members
+// that ZQMatrixBase inherits. The sentences that go through here are part of the interface and keep their wording.
+#pragma once
+
+#include <cstdio>
+
+/// Where messages go, for the whole process.
+struct ZQDebugChannel {
+  static constexpr int messageCapacity = 2048;  ///< bytes of one message with its terminator; a longer one is cut
+
+  static FILE* fpMatrixErr;            ///< the debug file, or null
+  static int globalDebugOutputDevice;  ///< 0 none, 1 standard output, 2 debug file, 3 both
+  static int globalDebugLevel;         ///< messages of a level above this are dropped
+  static int globalMallocDebugger;     ///< kept for hosts that look for it; nothing reads it
+
+  /// True if a message of this level would come out: what a hot path asks before it builds one.
+  static bool shows(int level) {
+    return globalDebugOutputDevice != 0 && globalDebugLevel >= level &&
+           (globalDebugOutputDevice == 1 || fpMatrixErr != nullptr);
+  }
+};
+
+/// Prints one message through the channel. Level 0 is for errors and warnings, 1 for notes, 2 to 9 for detail.
+/// With device 0 it costs one test. Devices 2 and 3 are silent altogether while there is no debug file.
+void dbPrintf(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
