@@ -1,0 +1,38 @@
+#include "frame/ZQProgress.h"
+
+#include <algorithm>
+
+progressCallBackData_tag globalProgressData = {};
+matrixProgressCallBackFunction updateProgressBarCallBackFunction = nullptr;
+
+namespace zmatrix {
+
+ProgressThrottle progressThrottle;
+
+namespace {
+
+void callHost(int item, int itemCount) {
+  progressThrottle.nextItem = static_cast<long long>(item) + progressThrottle.step;
+  progressThrottle.lastReportedItem = item;
+  globalProgressData.progressItem = item;
+  globalProgressData.progressItemCount = itemCount;
+  updateProgressBarCallBackFunction(&globalProgressData);
+}
+
+}  // namespace
+
+void reportProgress(int item, int itemCount) {
+  if (item < progressThrottle.lastReportedItem || itemCount != progressThrottle.itemCountOfOperation) {
+    progressThrottle.nextItem = -1;
+    progressThrottle.step = std::max(itemCount / 100, 1);
+    progressThrottle.itemCountOfOperation = itemCount;
+  }
+  // The last item goes out even if it follows close behind the one before.
+  if (progressThrottle.nextItem < item || item == itemCount) callHost(item, itemCount);
+}
+
+}  // namespace zmatrix
+
+void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) {
+  updateProgressBarCallBackFunction = callBack;
+}
