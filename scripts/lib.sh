@@ -1,0 +1,62 @@
+# What the scripts share: where the project lies, installing what a machine lacks, configuring and building.
+# Sourced, not run. Nothing here needs more than bash and the tools of a bare Debian or Ubuntu.
+set -euo pipefail
+
+project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+jobs=$(getconf _NPROCESSORS_ONLN 2>/dev/null || echo 2)
+missing_packages=()
+
+say() { printf '== %s\n' "$*"; }
+
+fail() {
+  printf 'error: %s\n' "$*" >&2
+  exit 1
+}
+
+# want_command COMMAND PACKAGE: the package is missing if the command is.
+want_command() {
+  command -v "$1" >/dev/null 2>&1 || missing_packages+=("$2")
+}
+
+# want_file FILE PACKAGE: for libraries, known by a header.
+want_file() {
+  [[ -e $1 ]] || missing_packages+=("$2")
+}
+
+want_build_tools() {
+  want_command g++ g++
+  want_command cmake cmake
+  want_command ninja ninja-build
+  want_file /usr/include/CLI/CLI.hpp libcli11-dev
+}
+
+# Installs what the want_... calls found missing; asks for root only if something is and we are not root.
+install_missing() {
+  [[ ${#missing_packages[@]} -gt 0 ]] || return 0
+  local packages=("${missing_packages[@]}") as_root=() log
+  missing_packages=()
+  command -v apt-get >/dev/null 2>&1 || fail "please install these first (Debian's names): ${packages[*]}"
+  if [[ $(id -u) -ne 0 ]]; then
+    command -v sudo >/dev/null 2>&1 || fail "please install these as root first: apt-get install ${packages[*]}"
+    as_root=(sudo)
+  fi
+  say "installing ${packages[*]}"
+  log=$(mktemp)
+  if ! { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q &&
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${packages[@]}"; } \
+    >"$log" 2>&1; then
+    cat "$log" >&2
+    rm -f "$log"
+    fail "could not install ${packages[*]}"
+  fi
+  rm -f "$log"
+}
+
+# build_preset PRESET [CMAKE OPTION...]: configures and builds into build/PRESET.
+build_preset() {
+  local preset=$1
+  shift
+  local generator=()
+  [[ -e $project/build/$preset/CMakeCache.txt ]] || generator=(-G Ninja)
+  (cd "$project" && cmake --preset "$preset" "${generator[@]}" "$@" >/dev/null && cmake --build "build/$preset" --parallel "$jobs")
+}
