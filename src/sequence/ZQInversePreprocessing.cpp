@@ -1,0 +1,54 @@
+#include "sequence/ZQInversePreprocessing.h"
+
+#include <array>
+
+namespace zmatrix {
+
+namespace {
+
+/// The last entries of all rows of the backward difference table over the last `order` values, added up: what the difference of
+/// this order took away.
+int sumOfRowEnds(int order, int coordinate, const PrecedingItems& precedingItems) {
+  std::array<int, highestDifferenceOrder> row;
+  for (int i = 0; i < order; i++) row[i] = precedingItems.valueBack(order - i, coordinate);
+  int sum = 0;
+  for (int rowEnd = order - 1; rowEnd >= 0; rowEnd--) {
+    // What stands at rowEnd is the end of its row and stays; below it the next row of differences takes this one's place.
+    for (int i = 0; i < rowEnd; i++) row[i] = wrappedDifference(row[i + 1], row[i]);
+    sum = wrappedSum(sum, row[rowEnd]);
+  }
+  return sum;
+}
+
+/// The interval becomes a note, and the place in a bar becomes the first such time that isn't before the preceding item: an equal
+/// one is the same chord, an earlier one lies in the next bar.
+void restoreMidiItem(const PreprocessingSettings& settings, const PrecedingItems& precedingItems, int* item,
+                     const char* illegalTimeSignatureMessage) {
+  const long long barLength = barLengthInQuanta(settings, illegalTimeSignatureMessage);
+  const bool isDrum = settings.preProcessingType == midiQuadruplePreprocessing && item[3] == drumSound;
+  if (!isDrum) item[0] = wrappedSum(item[0], precedingItems.valueBack(1, 0));
+  const long long precedingStart = precedingItems.valueBack(1, 1);
+  long long start = precedingStart - precedingStart % barLength + item[1];
+  if (start < precedingStart) start += barLength;
+  item[1] = static_cast<int>(start);
+}
+
+}  // namespace
+
+int* nextOriginalObjex(const PreprocessingSettings& settings, const PrecedingItems& precedingItems, int* objex,
+                       const char* illegalTimeSignatureMessage) {
+  if (objex == nullptr) return nullptr;
+  const int type = settings.preProcessingType;
+  if (type >= 0 && type <= highestDifferenceOrder) {
+    for (int k = 0; k < settings.coordinateDimension; k++) objex[k] = wrappedSum(objex[k], sumOfRowEnds(type, k, precedingItems));
+    return objex;
+  }
+  if (type == textPreprocessing || type == secondTextPreprocessing) return objex;
+  if (coordinatesOfMidiType(type) != 0 && coordinatesOfMidiType(type) == settings.coordinateDimension) {
+    restoreMidiItem(settings, precedingItems, objex, illegalTimeSignatureMessage);
+    return objex;
+  }
+  return nullptr;  // 1010 to 1020 belong to the number codings; the others have no inverse
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,62 @@
+// What a matrix does to a sequence before it learns it or looks it up, so that equal patterns at different pitches or times
+// become equal coordinates. Pure functions of the settings and the numbers: a flat sequence in (item after item,
+// coordinateDimension integers each), a new flat sequence out, which the caller releases through systemFree. Arithmetic on items
+// wraps around.
+#pragma once
+
+#include <span>
+
+namespace zmatrix {
+
+/// The types of preprocessing that have a name. 0 to 999 are the difference of this order.
+enum PreprocessingType : int {
+  highestDifferenceOrder = 999,
+  textPreprocessing = 1000,
+  secondTextPreprocessing = 1001,
+  midiPairPreprocessing = 1002,       ///< note interval, start modulo bar
+  midiTriplePreprocessing = 1003,     ///< and duration
+  midiQuadruplePreprocessing = 1004,  ///< and sound
+};
+
+/// What of a sub-matrix decides over its preprocessing.
+struct PreprocessingSettings {
+  int preProcessingType = 0;
+  int coordinateDimension = 1;
+  int midiTimeSignatureNom = 4;
+  int midiTimeSignatureDenom = 4;
+};
+
+constexpr int quantaPerWholeNote = 12288;
+
+/// First coordinate of a preprocessed item that stands for a bar line. A true interval of 127 is taken for one too.
+constexpr int ZQNotNote = 127;
+
+/// Sound of an item whose note number is a choice of instrument and no pitch.
+constexpr int drumSound = 9;
+
+/// The coordinates of an item of one of the three MIDI types, 0 for any other type.
+constexpr int coordinatesOfMidiType(int preProcessingType) {
+  const bool isMidiType = preProcessingType >= midiPairPreprocessing && preProcessingType <= midiQuadruplePreprocessing;
+  return isMidiType ? preProcessingType - 1000 : 0;
+}
+
+/// Value differences and sums as the machine's wrap-around has them.
+constexpr int wrappedDifference(int a, int b) {
+  return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
+}
+constexpr int wrappedSum(int a, int b) {
+  return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
+}
+
+/// The length of a bar, always above 0. A time signature that gives none prints the message at level 0 and counts as 4/4.
+long long barLengthInQuanta(const PreprocessingSettings& settings, const char* illegalTimeSignatureMessage);
+
+/// Preprocesses a sequence. Null, with the result length 0, for an empty sequence, a type without work, a sequence too short for
+/// its difference, or exhausted memory.
+int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength);
+
+/// The same for 64-bit values, with differences (0 to 999) and type 1001 alone. Any other type leaves the result length as it is.
+long long* longLongPreProcessedSequence(const PreprocessingSettings& settings, std::span<const long long> originalSequence,
+                                        int* resultLength);
+
+}  // namespace zmatrix
