@@ -1,0 +1,14 @@
+// The one rule by which growing arrays grow.
+#pragma once
+
+#include <climits>
+
+namespace zmatrix {
+
+/// The capacity after a growth: 1.618 times the old one, computed in double and truncated. At the end of int it stops growing.
+constexpr int grownCapacity(int capacity) {
+  const double grown = capacity * 1.618;
+  return grown < INT_MAX ? static_cast<int>(grown) : INT_MAX;
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,98 @@
+// An index vector that carries what each preprocessing step done to it needs for its way back: one record per level. Level -1 is
+// the original; each forward step makes a new object one level up, each inverse step one a level down. All blocks come from
+// systemMalloc, since hosts hand them in and take them out. What a host asks for outside the range of what is there gives -1, 0
+// or null and changes nothing.
+#pragma once
+
+/// What one preprocessing level did and needs for its inverse.
+struct tagSequenceInfo {
+  int coordDimensionAfterPreproc;                       ///< integers per item after this level's step
+  int* usedPreprocessingVector;                         ///< one entry per coordinate, owned
+  int usedPreprocessingType;                            ///< the type this level applied
+  int numberOfOriginalItemsNeededForInversePreProcess;  ///< integers in originalIndexItems
+  int* originalIndexItems;                              ///< the head of the vector before this level's step, owned
+  int internalLengthOfOriginalIndexItems;               ///< capacity in integers
+};
+
+class ZQMatrixSequenceIndexVector {
+ public:
+  ZQMatrixSequenceIndexVector();
+  virtual ~ZQMatrixSequenceIndexVector();
+  ZQMatrixSequenceIndexVector(const ZQMatrixSequenceIndexVector&) = delete;
+  ZQMatrixSequenceIndexVector& operator=(const ZQMatrixSequenceIndexVector&) = delete;
+
+  int getCoordDimension() const { return coordDimension; }
+  void setCoordDimension(int dimension) { coordDimension = dimension; }
+  int getLengthOfIndexVector() const { return lengthOfIndexVector; }
+  int getLengthOfIndexVectorInfos() const { return lengthOfIndexVectorInfos; }
+  void setLengthOfIndexVectorInfos(int length) { lengthOfIndexVectorInfos = length; }
+  int getCurrentLevelOfPreprocOperations() const { return levelOfPreprocOperations; }
+  int getApplyPreprocessingType() const { return applyPreprocessingType; }
+  void setApplyPreprocessingType(int type) { applyPreprocessingType = type; }
+  int* getApplyPreprocessingTypeVector() const { return applyPreprocessingTypeVector; }
+  int* getIndexVector() const { return indexVector; }
+  tagSequenceInfo* getIndexVectorInfos() const { return indexVectorInfos; }
+  int _getInternalLengthOfIndexVector() const { return internalLengthOfIndexVector; }
+  int _getInternalLengthOfIndexVectorInfos() const { return internalLengthOfIndexVectorInfos; }
+
+  /// Makes room for the record of this level. A level that finds no room changes nothing.
+  void setCurrentLevelOfPreprocOperations(int level);
+
+  int getApplyPreprocessingTypeAtIndex(int index) const;
+  void setApplyPreprocessingTypeAtIndex(int value, int index);
+  /// Takes over the dimension `count` and a copy of its types.
+  void setApplyPreprocessingTypeVector(const int* types, int count);
+
+  /// Copies the data. Nothing happens while the object has no block.
+  void setIndexVector(const int* data, int length);
+  /// Takes over a block of systemMalloc and releases the old one. False, with the block left to the caller, while the object has
+  /// none.
+  bool setIndexVectorReference(int* data, int length);
+  void removeAllSequenceItems();
+  void addSequenceItem(int item);
+  int getIndexItemAtIndex(int index) const;
+
+  // The rest works on the record of the current level.
+  int getOriginalIndexItemAtIndex(int index) const;
+  void addOriginalSequenceItem(int item);
+  void removeAllOriginalSequenceItems();
+  void setOriginalIndexItems(const int* items, int count);
+  int* getOriginalIndexItems() const;
+  int getNumberOfOriginalItemsNeededForInversePreProcess() const;
+  int getCoordDimensionAfterPreproc() const;
+  void setCoordDimensionAfterPreproc(int dimension);
+  int getUsedPreprocessingType() const;
+  void _setUsedPreprocessingType(int type);
+  int* getUsedPreprocessingVector() const;
+  int getUsedPreprocessingTypeAtIndex(int index) const;
+  void setUsedPreprocessingTypeAtIndex(int index, int value);
+
+  /// Deep copy of all but the data; the block gets the other's capacity.
+  void setPropertiesFrom(const ZQMatrixSequenceIndexVector* other);
+  void copyFrom(const ZQMatrixSequenceIndexVector* other);
+
+  void initZQSequenceInfoWithNull(tagSequenceInfo* info);
+  void clearZQSequenceInfo(tagSequenceInfo* info);
+
+ private:
+  tagSequenceInfo* currentInfo() const;
+  bool reserveInfos(long long numberOfInfos);
+  bool reserveOriginalItems(tagSequenceInfo* info, long long capacity);
+  bool copyInfosFrom(const ZQMatrixSequenceIndexVector& other);
+  void releaseInfos();
+
+  int coordDimension = 1;
+  int lengthOfIndexVector = 0;
+  int lengthOfIndexVectorInfos = 0;
+  int levelOfPreprocOperations = -1;
+  int applyPreprocessingType = 0;
+  int* applyPreprocessingTypeVector = nullptr;
+  int internalLengthOfIndexVector = 0;
+  int internalLengthOfIndexVectorInfos = 0;
+  int* indexVector = nullptr;
+  tagSequenceInfo* indexVectorInfos = nullptr;
+  int internalLengthOfTypeVector = 0;  ///< entries of applyPreprocessingTypeVector, one more than were given
+};
+
+ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector();
+void deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector);
