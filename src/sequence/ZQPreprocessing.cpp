@@ -5,6 +5,7 @@
 
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQMemory.h"
+#include "frame/ZQTextCharacters.h"
 
 namespace zmatrix {
 
@@ -53,15 +54,6 @@ Value* differenceOfOrder(int order, int coordinateDimension, std::span<const Val
 
 constexpr int blank = 32, lineEnd = 10, hyphen = 45;
 
-bool isWhitespace(int value) {
-  return value < 33 || value == 160;
-}
-
-bool isUpperCase(int value) {
-  return (value >= 65 && value <= 90) || (value >= 192 && value <= 222) || value == 138 || value == 140 || value == 149 ||
-         value == 159;
-}
-
 /// One text on its way from line breaks as the author set them to plain running text.
 class TextNormaliser {
  public:
@@ -70,7 +62,7 @@ class TextNormaliser {
   /// Writes at most as many values as the text has, and returns how many.
   int run() {
     while (position_ < text_.size()) {
-      if (isWhitespace(text_[position_]))
+      if (isWhiteCharacter(text_[position_]))
         copyRunOfWhitespace();
       else
         write(text_[position_++]);
@@ -88,11 +80,11 @@ class TextNormaliser {
   void copyRunOfWhitespace() {
     const bool followsHyphen = position_ > 0 && text_[position_ - 1] == hyphen;
     int lineEnds = 0;
-    for (; position_ < text_.size() && isWhitespace(text_[position_]); position_++) lineEnds += text_[position_] == lineEnd;
+    for (; position_ < text_.size() && isWhiteCharacter(text_[position_]); position_++) lineEnds += text_[position_] == lineEnd;
     const bool hasNext = position_ < text_.size();
 
     if (lineEnds == 1 && followsHyphen) {
-      if (hasNext && !isUpperCase(text_[position_])) takeHyphenBack();
+      if (hasNext && !isUpperCaseCharacter(text_[position_])) takeHyphenBack();
     } else {
       write(lineEnds >= 2 ? lineEnd : blank);
     }

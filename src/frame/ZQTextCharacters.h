@@ -1,0 +1,16 @@
+// Classes of characters of the ANSI code page that more than one floor asks for.
+#pragma once
+
+namespace zmatrix {
+
+/// Blanks, line ends, all control characters, and the no-break space.
+constexpr bool isWhiteCharacter(int value) {
+  return value < 33 || value == 160;
+}
+
+constexpr bool isUpperCaseCharacter(int value) {
+  return (value >= 'A' && value <= 'Z') || (value >= 192 && value <= 222) || value == 138 || value == 140 || value == 149 ||
+         value == 159;
+}
+
+}  // namespace zmatrix
