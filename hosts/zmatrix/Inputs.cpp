@@ -1,0 +1,73 @@
+#include "Inputs.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+#include "Failure.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void cannotRead(const fs::path& path, const std::string& reason) {
+  throw Failure{ExitCode::badInput, "cannot read " + path.string() + ": " + reason};
+}
+
+InputFile readableFile(const fs::path& path) {
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+  if (!file) cannotRead(path, std::strerror(errno));
+  std::error_code error;
+  const std::uintmax_t size = fs::file_size(path, error);
+  if (error) cannotRead(path, error.message());
+  // the library counts a text's bytes in an int and asks for room for a few more
+  if (size > INT_MAX / 2) throw Failure{ExitCode::limit, path.string() + " is too big: a text may have 1 GiB"};
+  return {path.string(), size};
+}
+
+bool isTextFile(const fs::directory_entry& entry) {
+  std::error_code error;
+  const fs::path suffix = entry.path().extension();
+  return (suffix == ".txt" || suffix == ".TXT") && entry.is_regular_file(error) && !error;
+}
+
+template <class Iterator>
+std::vector<fs::path> textFilesBelow(const fs::path& folder) {
+  std::vector<fs::path> found;
+  std::error_code error;
+  for (Iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    if (isTextFile(*entry)) found.push_back(entry->path());
+  }
+  if (error) cannotRead(folder, error.message());
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+}  // namespace
+
+std::vector<InputFile> findTextFiles(const std::vector<std::string>& arguments, bool recursive) {
+  std::vector<InputFile> inputs;
+  for (const fs::path path : arguments) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (error) cannotRead(path, error.message());
+    if (fs::is_directory(status)) {
+      const std::vector<fs::path> files =
+          recursive ? textFilesBelow<fs::recursive_directory_iterator>(path) : textFilesBelow<fs::directory_iterator>(path);
+      if (files.empty()) {
+        cannotRead(path, recursive ? "no .txt file in it or below it" : "no .txt file in it (--recursive looks below it)");
+      }
+      for (const fs::path& file : files) inputs.push_back(readableFile(file));
+    } else if (fs::is_regular_file(status)) {
+      inputs.push_back(readableFile(path));
+    } else {
+      cannotRead(path, "neither a file nor a folder");
+    }
+  }
+  return inputs;
+}

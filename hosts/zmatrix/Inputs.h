@@ -1,0 +1,15 @@
+// From the INPUT arguments of a verb to the files to learn, each known to be readable before anything is learned.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct InputFile {
+  std::string path;
+  std::uintmax_t size;  ///< bytes
+};
+
+/// Takes files as they are named and, of each folder, its .txt files in the order of their names, with `recursive` those of
+/// the folders below too. Throws a Failure if an argument can't be read, or if a folder holds no text.
+std::vector<InputFile> findTextFiles(const std::vector<std::string>& arguments, bool recursive);

@@ -1,0 +1,33 @@
+// Where results go. A file appears whole or not at all: it is written beside its place under a temporary name and moved there by
+// commit(); whatever ends the command before that, an interrupt too, removes it. Devices and pipes are written straight.
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+class Output {
+ public:
+  /// Opens now, so that a folder that can't be written is known before hours of learning. An empty path means standard output.
+  explicit Output(const std::string& path);
+  ~Output();
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  void write(const std::string& bytes);
+  void write(char byte);
+  /// Throws a Failure if anything of what was written could not be kept.
+  void commit();
+
+ private:
+  void openBeside(const std::string& target);
+  [[noreturn]] void fail(const std::string& what) const;
+
+  std::string name_;       ///< for messages
+  std::string target_;     ///< the place of the file, links followed
+  std::string temporary_;  ///< empty if written straight
+  std::FILE* stream_ = nullptr;
+};
+
+/// To be called first of all: from then on what anyone prints on standard output, the library's messages above all, comes out on
+/// standard error, and only an Output still writes to the true standard output. So results stay clean.
+void keepStandardOutputForResults();

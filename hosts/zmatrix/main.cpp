@@ -1,0 +1,46 @@
+// The zmatrix command, a host of the library like any other: it knows the C header alone. main reads the command line, lets the
+// chosen verb run and turns what ends it into an exit code. Results go to standard output, all talk to standard error.
+#include <zmatrix/version.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <iostream>
+#include <new>
+#include <string>
+
+#include "Failure.h"
+#include "Output.h"
+#include "Verbs.h"
+
+namespace {
+
+std::string version() {
+  return "zmatrix " + std::to_string(ZMATRIX_VERSION_MAJOR) + "." + std::to_string(ZMATRIX_VERSION_MINOR) + "." +
+         std::to_string(ZMATRIX_VERSION_PATCH);
+}
+
+int end(ExitCode code, const std::string& text) {
+  std::fflush(stdout);
+  std::fprintf(stderr, "zmatrix: %s\n", text.c_str());
+  return static_cast<int>(code);
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  CLI::App app("zmatrix learns sequences and continues them.", "zmatrix");
+  app.set_version_flag("--version", version());
+  app.require_subcommand(1);
+  app.footer("`zmatrix VERB --help` tells what a verb takes.");
+  addContinueVerb(app);
+  try {
+    app.parse(argumentCount, arguments);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? static_cast<int>(ExitCode::done) : static_cast<int>(ExitCode::usage);
+  } catch (const Failure& failure) {
+    return end(failure.code, failure.text);
+  } catch (const std::bad_alloc&) {
+    return end(ExitCode::limit, "out of memory");
+  }
+  return static_cast<int>(ExitCode::done);
+}
