@@ -1,0 +1,177 @@
+// `zmatrix continue` from outside: what it writes where, and how it ends when something is wrong.
+#include <string>
+#include <vector>
+
+#include "hosts/RunProgram.h"
+
+namespace {
+
+const std::string english = "'" ZMATRIX_EXAMPLES "/harbour.txt'";
+const std::string german = "'" ZMATRIX_EXAMPLES "/muehle.txt'";
+
+// Small enough to learn in a moment under sanitizers, and with an end that is no sentence end.
+const std::string smallText =
+    "The boat is in. The rope is wet, and the sail is down.\r\nThe man is on the quay. It is late; the boat is fast.\r\n\r\n"
+    "Is the boat in? The boat is in, and the tide is out";
+
+using Names = std::vector<std::string>;
+
+class ContinueTest : public ProgramTest {
+ protected:
+  void SetUp() override {
+    ProgramTest::SetUp();
+    writeFile("small.txt", smallText);
+  }
+};
+
+TEST_F(ContinueTest, WritesTheStartAndAsManyItemsAlikeForTheSameSeed) {
+  const std::string start = "The boat ";
+  const RunResult first = zmatrix("continue small.txt --start '" + start + "' --count 400 --seed 7");
+  EXPECT_EQ(first.exitCode, 0) << first.talk;
+  EXPECT_EQ(first.output.size(), start.size() + 400);
+  EXPECT_EQ(first.output.substr(0, start.size()), start);
+  EXPECT_EQ(zmatrix("continue small.txt --start '" + start + "' --count 400 --seed 7").output, first.output);
+  EXPECT_NE(zmatrix("continue small.txt --start '" + start + "' --count 400 --seed 8").output, first.output);
+  EXPECT_EQ(zmatrix("continue small.txt --start '" + start + "' --count 0").output, start);
+  EXPECT_EQ(zmatrix("continue small.txt --count 50").output.size(), 50u);
+}
+
+TEST_F(ContinueTest, WritesNothingButPhrasesOfTheText) {
+  // with a phrase limit of n every stretch of n learned bytes stands in the text; ends of sequences come out as line feeds
+  const std::string learned =
+      "\nThe boat is in.\nThe rope is wet, and the sail is down.\nThe man is on the quay.\nIt is late; the boat is fast.\n"
+      "Is the boat in? The boat is in, and the tide is out\n";
+  const std::string written = zmatrix("continue small.txt --count 2000 --max-phrase 4 --seed 3").output;
+  ASSERT_EQ(written.size(), 2000u);
+  for (std::size_t at = 0; at + 2 <= written.size(); ++at) {
+    EXPECT_NE(learned.find(written.substr(at, 2)), std::string::npos) << "at " << at << ": " << written.substr(at, 2);
+  }
+}
+
+TEST_F(ContinueTest, ContinuesAStartThatTheTextDoesNotHold) {
+  for (const std::string start : {"Zyqx", "7%", "Die Mutter sprach: \"Warum?\" The b"}) {
+    const RunResult result = zmatrix("continue small.txt --start '" + start + "' --count 300 --seed 7");
+    EXPECT_EQ(result.exitCode, 0) << result.talk;
+    EXPECT_EQ(result.output.size(), start.size() + 300);
+    EXPECT_NE(result.output.find("is", start.size()), std::string::npos);
+  }
+}
+
+TEST_F(ContinueTest, ContinuesTheLanguageThatKnowsTheStart) {
+  const std::string options = " --count 300 --seed 5 --max-phrase 6 --start ";
+  const std::string both = "continue " + english + " " + german + options;
+  EXPECT_EQ(zmatrix(both + "'The harbour '").output, zmatrix("continue " + english + options + "'The harbour '").output);
+  EXPECT_EQ(zmatrix(both + "'Der Bach '").output, zmatrix("continue " + german + options + "'Der Bach '").output);
+}
+
+TEST_F(ContinueTest, TakesTheTextsOfFolders) {
+  writeFile("texts/b.txt", "Here is b. There is more of it.");
+  writeFile("texts/a.TXT", "Here is a. It is short.");
+  writeFile("texts/notes.md", "Nothing here is learned. It is no text file.");
+  writeFile("texts/below/c.txt", "This is c. It is below.");
+  const std::string options = " --count 200 --seed 9";
+  EXPECT_EQ(zmatrix("continue texts" + options).output, zmatrix("continue texts/a.TXT texts/b.txt" + options).output);
+  EXPECT_EQ(zmatrix("continue texts --recursive" + options).output,
+            zmatrix("continue texts/a.TXT texts/b.txt texts/below/c.txt" + options).output);
+}
+
+TEST_F(ContinueTest, ChoosesByTheMethodAskedFor) {
+  writeFile("twice.txt", "aab aab aab aac");
+  const std::string options = "continue twice.txt --start aa --count 1 --method ";
+  EXPECT_EQ(zmatrix(options + "best").output, "aab");
+  EXPECT_EQ(zmatrix(options + "middle").output, "aac");
+  EXPECT_EQ(zmatrix(options + "random --seed 1").output.size(), 3u);
+}
+
+TEST_F(ContinueTest, PassesEveryByteThrough) {
+  std::string bytes;
+  for (int round = 0; round < 3; ++round) {
+    for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
+  }
+  writeFile("bytes.txt", bytes);
+  EXPECT_EQ(zmatrix("continue bytes.txt --count 500").output.size(), 500u);
+  writeFile("utf8.txt", "Grün ist grün. Grün ist grün. Grün ist grün.");
+  const RunResult utf8 = zmatrix("continue utf8.txt --method best --start 'Gr' --count 6");
+  EXPECT_EQ(utf8.output, "Grün is");
+}
+
+TEST_F(ContinueTest, KeepsTheOutputCleanAndTalksOnStandardError) {
+  const std::string line = "continue small.txt --count 100 --seed 7";
+  const RunResult plain = zmatrix(line);
+  EXPECT_EQ(plain.talk.find('\r'), std::string::npos) << "progress where no terminal is";
+  const RunResult loud = zmatrix(line + " --debug 9");
+  EXPECT_EQ(loud.output, plain.output);
+  EXPECT_NE(loud.talk.find("_matrixData initialized!"), std::string::npos);
+  const RunResult quiet = zmatrix(line + " --quiet");
+  EXPECT_EQ(quiet.output, plain.output);
+  EXPECT_EQ(quiet.talk, "");
+}
+
+TEST_F(ContinueTest, WritesAFileWholeOrNotAtAll) {
+  const std::string expected = zmatrix("continue small.txt --count 100").output;
+  EXPECT_EQ(zmatrix("continue small.txt --count 100 --out result.txt").exitCode, 0);
+  EXPECT_EQ(readFile("result.txt"), expected);
+
+  writeFile("old.txt", "old");
+  EXPECT_EQ(zmatrix("continue missing.txt --out old.txt").exitCode, 3);
+  EXPECT_EQ(readFile("old.txt"), "old");
+  EXPECT_EQ(run("chmod 640 old.txt && ln -s old.txt link.txt").exitCode, 0);
+  EXPECT_EQ(zmatrix("continue small.txt --count 100 --out link.txt").exitCode, 0);
+  EXPECT_EQ(readFile("old.txt"), expected) << "a link's target is what is written";
+  EXPECT_EQ(run("test -L link.txt && stat -c %a old.txt").output, "640\n");
+
+  EXPECT_EQ(zmatrix("continue small.txt --count 100 --out /dev/null").exitCode, 0);
+  EXPECT_EQ(zmatrix("continue small.txt --count 100 --out /dev/full").exitCode, 4);
+  EXPECT_EQ(zmatrix("continue small.txt --count 100 >/dev/full").exitCode, 4);
+  EXPECT_EQ(filesInFolder(), (Names{"link.txt", "old.txt", "result.txt", "small.txt"}));
+}
+
+TEST_F(ContinueTest, LeavesNothingBehindWhenInterrupted) {
+  const RunResult result = run("'" ZMATRIX_COMMAND
+                               "' continue small.txt --count 2000000000 --out late.txt & "
+                               "started=$!; sleep 1; ls late.txt.*; kill $started; wait $started");
+  EXPECT_EQ(result.exitCode, 128 + 15);
+  EXPECT_EQ(result.output.rfind("late.txt.", 0), 0u) << "the run had not begun to write";
+  EXPECT_EQ(filesInFolder(), Names{"small.txt"});
+}
+
+TEST_F(ContinueTest, EndsWithOneCodePerKindOfFault) {
+  writeFile("empty.txt", "");
+  writeFile("blank.txt", " \r\n\t \r\n");
+  run("mkdir folder; mkfifo pipe.txt");
+  struct Case {
+    const char* arguments;
+    int exitCode;
+    const char* said;
+  };
+  const Case cases[] = {
+      {"", 2, "subcommand"},
+      {"continue", 2, "INPUT"},
+      {"sing small.txt", 2, ""},
+      {"continue small.txt --method worst", 2, "--method"},
+      {"continue small.txt --count -1", 2, "--count"},
+      {"continue small.txt --max-phrase 0", 2, "--max-phrase"},
+      {"continue small.txt --seed x", 2, "--seed"},
+      {"continue small.txt --debug 10", 2, "--debug"},
+      {"continue missing.txt", 3, "cannot read missing.txt: No such file or directory"},
+      {"continue small.txt missing.txt", 3, "missing.txt"},
+      {"continue folder", 3, "no .txt file in it"},
+      {"continue folder --recursive", 3, "no .txt file in it or below it"},
+      {"continue pipe.txt", 3, "neither a file nor a folder"},
+      {"continue empty.txt", 3, "nothing to learn"},
+      {"continue blank.txt", 3, "nothing to learn"},
+      {"continue small.txt --out nowhere/result.txt", 4, "cannot write nowhere/result.txt"},
+      {"continue small.txt --out folder", 4, "is a folder"},
+      {"--help", 0, ""},
+      {"continue --help", 0, ""},
+      {"--version", 0, ""},
+  };
+  for (const Case& entry : cases) {
+    const RunResult result = zmatrix(entry.arguments);
+    EXPECT_EQ(result.exitCode, entry.exitCode) << entry.arguments << "\n" << result.talk;
+    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << entry.arguments << "\n" << result.talk;
+    EXPECT_EQ(result.output.empty(), entry.exitCode != 0) << entry.arguments;
+  }
+}
+
+}  // namespace

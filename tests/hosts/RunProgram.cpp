@@ -1,0 +1,71 @@
+#include "hosts/RunProgram.h"
+
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace fs = std::filesystem;
+
+std::string readWholeFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  EXPECT_TRUE(file.is_open()) << path;
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::string latin1ToUtf8(const std::string& text) {
+  std::string result;
+  for (const char character : text) {
+    const unsigned char byte = static_cast<unsigned char>(character);
+    if (byte < 0x80) {
+      result += character;
+    } else {
+      result += static_cast<char>(0xC0 | (byte >> 6));
+      result += static_cast<char>(0x80 | (byte & 0x3F));
+    }
+  }
+  return result;
+}
+
+void ProgramTest::SetUp() {
+  std::string pattern = (fs::temp_directory_path() / "zmatrix-test-XXXXXX").string();
+  ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+  folder_ = pattern;
+}
+
+void ProgramTest::TearDown() {
+  std::error_code error;
+  fs::remove_all(folder_, error);
+}
+
+RunResult ProgramTest::run(const std::string& commandLine) const {
+  const std::string line = "cd '" + folder_ + "' && { " + commandLine + "; } >.output 2>.talk </dev/null";
+  const int status = std::system(line.c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(".output"), readFile(".talk")};
+}
+
+RunResult ProgramTest::zmatrix(const std::string& arguments) const {
+  return run("'" ZMATRIX_COMMAND "' " + arguments);
+}
+
+void ProgramTest::writeFile(const std::string& name, const std::string& bytes) const {
+  fs::create_directories(fs::path(path(name)).parent_path());
+  std::ofstream(path(name), std::ios::binary) << bytes;
+}
+
+std::string ProgramTest::readFile(const std::string& name) const {
+  return readWholeFile(path(name));
+}
+
+std::vector<std::string> ProgramTest::filesInFolder() const {
+  std::vector<std::string> names;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder_)) {
+    const std::string name = entry.path().filename();
+    if (name != ".output" && name != ".talk") names.push_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
