@@ -9,7 +9,7 @@ namespace {
 /// The last entries of all rows of the backward difference table over the last `order` values, added up: what the difference of
 /// this order took away.
 int sumOfRowEnds(int order, int coordinate, const PrecedingItems& precedingItems) {
-  std::array<int, highestDifferenceOrder> row;
+  std::array<int, ZQPreProcessingTypeHighestDifference> row;
   for (int i = 0; i < order; i++) row[i] = precedingItems.valueBack(order - i, coordinate);
   int sum = 0;
   for (int rowEnd = order - 1; rowEnd >= 0; rowEnd--) {
@@ -25,7 +25,7 @@ int sumOfRowEnds(int order, int coordinate, const PrecedingItems& precedingItems
 void restoreMidiItem(const PreprocessingSettings& settings, const PrecedingItems& precedingItems, int* item,
                      const char* illegalTimeSignatureMessage) {
   const long long barLength = barLengthInQuanta(settings, illegalTimeSignatureMessage);
-  const bool isDrum = settings.preProcessingType == midiQuadruplePreprocessing && item[3] == drumSound;
+  const bool isDrum = settings.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS && item[3] == drumSound;
   if (!isDrum) item[0] = wrappedSum(item[0], precedingItems.valueBack(1, 0));
   const long long precedingStart = precedingItems.valueBack(1, 1);
   long long start = precedingStart - precedingStart % barLength + item[1];
@@ -39,11 +39,11 @@ int* nextOriginalObjex(const PreprocessingSettings& settings, const PrecedingIte
                        const char* illegalTimeSignatureMessage) {
   if (objex == nullptr) return nullptr;
   const int type = settings.preProcessingType;
-  if (type >= 0 && type <= highestDifferenceOrder) {
+  if (type >= 0 && type <= ZQPreProcessingTypeHighestDifference) {
     for (int k = 0; k < settings.coordinateDimension; k++) objex[k] = wrappedSum(objex[k], sumOfRowEnds(type, k, precedingItems));
     return objex;
   }
-  if (type == textPreprocessing || type == secondTextPreprocessing) return objex;
+  if (type == ZQPreProcessingTypeANSIText || type == ZQPreProcessingTypeSecondText) return objex;
   if (coordinatesOfMidiType(type) != 0 && coordinatesOfMidiType(type) == settings.coordinateDimension) {
     restoreMidiItem(settings, precedingItems, objex, illegalTimeSignatureMessage);
     return objex;

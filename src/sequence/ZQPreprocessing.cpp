@@ -197,18 +197,18 @@ int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const
   if (isEmpty(originalSequence)) return nullptr;
   const int type = settings.preProcessingType;
   if (type < 0) return nullptr;
-  if (type <= highestDifferenceOrder)
+  if (type <= ZQPreProcessingTypeHighestDifference)
     return differenceOfOrder(type, settings.coordinateDimension, originalSequence, resultLength);
   switch (type) {
-    case textPreprocessing:
+    case ZQPreProcessingTypeANSIText:
       return normalisedText(originalSequence, resultLength);
-    case secondTextPreprocessing:
+    case ZQPreProcessingTypeSecondText:
       return zeroedBlock<int>(originalSequence.size(), resultLength);
-    case midiPairPreprocessing:
+    case ZQPreProcessingTypeMidiNoteAndModQuanta:
       return MidiPreprocessing<2>::run(settings, originalSequence, resultLength);
-    case midiTriplePreprocessing:
+    case ZQPreProcessingTypeMidiTriple_NDMT:
       return MidiPreprocessing<3>::run(settings, originalSequence, resultLength);
-    case midiQuadruplePreprocessing:
+    case ZQPreProcessingTypeMidiGMQuadruple_NDMTS:
       return MidiPreprocessing<4>::run(settings, originalSequence, resultLength);
     default:
       return nullptr;  // 1010 to 1020 belong to the number codings; the others have no work
@@ -220,9 +220,9 @@ long long* longLongPreProcessedSequence(const PreprocessingSettings& settings, s
   if (isEmpty(originalSequence)) return nullptr;
   const int type = settings.preProcessingType;
   if (type < 0) return nullptr;
-  if (type <= highestDifferenceOrder)
+  if (type <= ZQPreProcessingTypeHighestDifference)
     return differenceOfOrder(type, settings.coordinateDimension, originalSequence, resultLength);
-  if (type == secondTextPreprocessing) return zeroedBlock<long long>(originalSequence.size(), resultLength);
+  if (type == ZQPreProcessingTypeSecondText) return zeroedBlock<long long>(originalSequence.size(), resultLength);
   return nullptr;  // 1011 to 1020 belong to the number codings; the others have no work
 }
 

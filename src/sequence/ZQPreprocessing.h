@@ -6,17 +6,12 @@
 
 #include <span>
 
-namespace zmatrix {
+#include "settings/ZQMatrixEnumerations.h"
 
-/// The types of preprocessing that have a name. 0 to 999 are the difference of this order.
-enum PreprocessingType : int {
-  highestDifferenceOrder = 999,
-  textPreprocessing = 1000,
-  secondTextPreprocessing = 1001,
-  midiPairPreprocessing = 1002,       ///< note interval, start modulo bar
-  midiTriplePreprocessing = 1003,     ///< and duration
-  midiQuadruplePreprocessing = 1004,  ///< and sound
-};
+/// First coordinate of a preprocessed item that stands for a bar line. A true interval of 127 is taken for one too.
+constexpr int ZQNotNote = 127;
+
+namespace zmatrix {
 
 /// What of a sub-matrix decides over its preprocessing.
 struct PreprocessingSettings {
@@ -28,15 +23,13 @@ struct PreprocessingSettings {
 
 constexpr int quantaPerWholeNote = 12288;
 
-/// First coordinate of a preprocessed item that stands for a bar line. A true interval of 127 is taken for one too.
-constexpr int ZQNotNote = 127;
-
 /// Sound of an item whose note number is a choice of instrument and no pitch.
 constexpr int drumSound = 9;
 
 /// The coordinates of an item of one of the three MIDI types, 0 for any other type.
 constexpr int coordinatesOfMidiType(int preProcessingType) {
-  const bool isMidiType = preProcessingType >= midiPairPreprocessing && preProcessingType <= midiQuadruplePreprocessing;
+  const bool isMidiType = preProcessingType >= ZQPreProcessingTypeMidiNoteAndModQuanta &&
+                          preProcessingType <= ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
   return isMidiType ? preProcessingType - 1000 : 0;
 }
 

@@ -35,7 +35,7 @@ Numbers restored(const PreprocessingSettings& settings, Numbers original, Number
   const auto c = static_cast<size_t>(settings.coordinateDimension);
   for (size_t i = 0; i < preProcessedItems.size(); i += c) {
     int* objex = &preProcessedItems[i];
-    if (zmatrix::coordinatesOfMidiType(settings.preProcessingType) != 0 && objex[0] == zmatrix::ZQNotNote) continue;
+    if (zmatrix::coordinatesOfMidiType(settings.preProcessingType) != 0 && objex[0] == ZQNotNote) continue;
     std::vector<const int*> items;
     for (size_t k = 0; k < original.size(); k += c) items.push_back(&original[k]);
     const auto before = zmatrix::PrecedingItems::inObjex(items.data(), static_cast<int>(items.size()));

@@ -1,0 +1,29 @@
+// Text files as the feeds take them: one value from 0 to 255 a byte, and the language that they seem to be in.
+#pragma once
+
+#include <cstdlib>
+#include <memory>
+
+#include "frame/ZQMemory.h"
+
+namespace zmatrix {
+
+struct SystemFree {
+  void operator()(void* pointer) const { systemFree(pointer); }
+};
+
+/// The bytes of a file, each in an int.
+struct TextOfFile {
+  bool isReadable = false;  ///< false for what can't be opened, is no regular file, or has more bytes than an int counts
+  std::unique_ptr<int[], SystemFree> values;  ///< null if unreadable or if memory is exhausted
+  int length = 0;
+};
+
+/// Reads a file, at most `maxLength` bytes of it if that is above 0.
+TextOfFile textOfFile(const char* fileName, int maxLength);
+
+/// German or English by which of " ist " and " is " comes more often; undefined at equal counts and for an unreadable file. The
+/// rule is as crude as that on purpose.
+int languageOfTextFile(const char* fileName);
+
+}  // namespace zmatrix

@@ -1,0 +1,216 @@
+#include "music/ZQFileNameList.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "frame/ZQMemory.h"
+#include "support/CapturedMessages.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+char* newName(const std::string& name) {
+  char* text = systemMallocArray<char>(static_cast<long long>(name.size()) + 1);
+  return strcpy(text, name.c_str());
+}
+
+std::vector<std::string> namesOf(const ZQFileNameList* list) {
+  std::vector<std::string> names;
+  for (int i = 0; i < list->getCount(); i++) names.emplace_back(list->getFileNameAtIndex(i));
+  return names;
+}
+
+class FileNameWalk : public testing::Test {
+ protected:
+  void SetUp() override {
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    root = fs::temp_directory_path() / (std::string("zmatrix-") + test->name() + std::to_string(getpid()));
+    fs::create_directories(root);
+  }
+  void TearDown() override { fs::remove_all(root); }
+
+  void put(const std::string& name) {
+    fs::create_directories((root / name).parent_path());
+    std::ofstream(root / name) << "x";
+  }
+
+  /// The names that a walk finds, without the root.
+  template <class Operation>
+  std::vector<std::string> walk(Operation operation, int recursive) {
+    ZQFileNameList* throwaway = createZQFileNameList();
+    ZQFileNameList* list = (throwaway->*operation)(root.c_str(), recursive, nullptr);
+    deleteZQFileNameList(throwaway);
+    std::vector<std::string> names = namesOf(list);
+    for (std::string& name : names) name = name.substr(root.string().size() + 1);
+    deleteZQFileNameList(list);
+    return names;
+  }
+
+  fs::path root;
+};
+
+TEST(FileNameList, OwnsItsNames) {
+  ZQFileNameList* list = createZQFileNameList();
+  std::vector<std::string> expected;
+  for (int i = 0; i < 100; i++) {
+    expected.push_back("name" + std::to_string(i));
+    list->addFileName(newName(expected.back()));
+  }
+  list->addFileName(nullptr);
+  EXPECT_EQ(namesOf(list), expected);
+  for (int i : {99, 50, 0}) {
+    list->deleteFileNameAtIndex(i);
+    expected.erase(expected.begin() + i);
+  }
+  list->deleteFileNameAtIndex(-1);
+  list->deleteFileNameAtIndex(97);
+  EXPECT_EQ(namesOf(list), expected);
+  EXPECT_EQ(list->getFileNameAtIndex(-1), nullptr);
+  EXPECT_EQ(list->getFileNameAtIndex(97), nullptr);
+  list->deleteAllFileNames();
+  EXPECT_EQ(list->getCount(), 0);
+  list->addFileName(newName("a"));
+  list->init();
+  EXPECT_EQ(list->getCount(), 0);
+  char* kept = newName("kept");
+  list->addFileName(kept);
+  deleteZQFileNameListOnlyReferences(list);
+  EXPECT_STREQ(kept, "kept");
+  systemFree(kept);
+  deleteZQFileNameList(nullptr);
+  deleteZQFileNameListOnlyReferences(nullptr);
+}
+
+TEST(FileNameList, SortsOnlyWhatIsOutOfOrder) {
+  ZQFileNameList* list = createZQFileNameList();
+  for (const char* name : {"c", "a", "b"}) list->addFileName(newName(name));
+  list->sortByFunction(nullptr);
+  EXPECT_EQ(namesOf(list), (std::vector<std::string>{"c", "a", "b"}));
+  list->sortByFunction(ZQCompareFileNames);
+  EXPECT_EQ(namesOf(list), (std::vector<std::string>{"a", "b", "c"}));
+
+  // 256 characters are compared, so these are equal and stay where they are.
+  list->deleteAllFileNames();
+  const std::string head(256, 'x');
+  for (const char* tail : {"3", "1", "2"}) list->addFileName(newName(head + tail));
+  list->sortByFunction(ZQCompareFileNames);
+  EXPECT_EQ(namesOf(list), (std::vector<std::string>{head + "3", head + "1", head + "2"}));
+  const char* name = nullptr;
+  const char* other = "a";
+  EXPECT_EQ(ZQCompareFileNames(&name, &other), 0);
+  EXPECT_EQ(ZQCompareFileNames(nullptr, &other), 0);
+  deleteZQFileNameList(list);
+}
+
+TEST(FileNameList, TellsFilesByTheirSuffix) {
+  const ZQFileNameList list;
+  const struct {
+    const char *name, *suffix;
+    int midi, kern, text;
+  } cases[] = {
+      {"a.mid", ".mid", 1, 0, 0},
+      {"a.MID", ".MID", 1, 0, 0},
+      {"a.midi", ".midi", 1, 0, 0},
+      {"a.MIDI", ".MIDI", 1, 0, 0},
+      {"a.Mid", ".Mid", 0, 0, 0},
+      {".mid", "", 0, 0, 0},
+      {"a.midi.txt", ".txt", 0, 0, 1},
+      {"a.TXT", ".TXT", 0, 0, 1},
+      {"a.krn", ".krn", 0, 1, 0},
+      {"a.KRN", ".KRN", 0, 1, 0},
+      {"mid", "", 0, 0, 0},
+      {"", "", 0, 0, 0},
+      {"d/.mid", ".mid", 1, 0, 0},
+      {"d.mid/a", ".mid/a", 0, 0, 0},
+      {"a.txt.", ".", 0, 0, 0},
+      {"a.123456789", ".123456789", 0, 0, 0},
+      {"a.1234567890", ".123456789", 0, 0, 0},
+  };
+  for (const auto& test : cases) {
+    EXPECT_STREQ(list.getFileSuffix(test.name), test.suffix);
+    EXPECT_EQ(list.fileIsMidiFile(test.name), test.midi) << test.name;
+    EXPECT_EQ(list.fileIsKernFile(test.name), test.kern) << test.name;
+    EXPECT_EQ(list.fileIsTextFile(test.name), test.text) << test.name;
+  }
+  EXPECT_STREQ(list.getFileSuffix(nullptr), "");
+  EXPECT_EQ(list.fileIsTextFile(nullptr), 0);
+}
+
+TEST_F(FileNameWalk, CollectsByKindInReverseOrder) {
+  for (const char* name : {"a.txt", "b.mid", "c.krn", "d.TXT", "e.Txt", "sub/f.txt", "sub/g.krn", "sub/h/i.txt", "j.txt/k.txt"})
+    put(name);
+  using Names = std::vector<std::string>;
+  const auto text = &ZQFileNameList::getTextFilesInFilePath;
+  EXPECT_EQ(walk(text, 0), (Names{"d.TXT", "a.txt"}));
+  EXPECT_EQ(walk(text, 1), (Names{"sub/h/i.txt", "sub/f.txt", "j.txt/k.txt", "d.TXT", "a.txt"}));
+  EXPECT_EQ(walk(&ZQFileNameList::getMidiFilesInFilePath, 1), (Names{"b.mid"}));
+  EXPECT_EQ(walk(&ZQFileNameList::getKernFilesInFilePath, 1), (Names{"sub/g.krn", "c.krn"}));
+  EXPECT_EQ(walk(&ZQFileNameList::getMidiOrKernFilesInFilePath, 0), (Names{"c.krn", "b.mid"}));
+}
+
+TEST_F(FileNameWalk, TakesASingleFileAndAddsToAList) {
+  put("a.txt");
+  const ZQFileNameList throwaway;
+  ZQFileNameList* list = throwaway.getTextFilesInFilePath((root / "a.txt").c_str(), 0, nullptr);
+  EXPECT_EQ(throwaway.getTextFilesInFilePath((root.string() + "/").c_str(), 0, list), list);
+  EXPECT_EQ(namesOf(list), std::vector<std::string>(2, (root / "a.txt").string()));  // no double slash either
+  EXPECT_EQ(throwaway.getTextFilesInFilePath(nullptr, 0, list), list);
+  EXPECT_EQ(throwaway.getTextFilesInFilePath((root / "absent").c_str(), 1, list)->getCount(), 2);
+  deleteZQFileNameList(list);
+
+  ZQFileNameList* empty = throwaway.getKernFilesInFilePath(root.c_str(), 1, nullptr);
+  EXPECT_EQ(empty->getCount(), 0);
+  deleteZQFileNameList(empty);
+  EXPECT_EQ(throwaway.getDirectoryContent((root / "a.txt").c_str()), nullptr);
+  EXPECT_EQ(throwaway.getDirectoryContent(nullptr), nullptr);
+  EXPECT_EQ(throwaway.isDirectory(root.c_str()), 1);
+  EXPECT_EQ(throwaway.isDirectory((root / "a.txt").c_str()), 0);
+  EXPECT_EQ(throwaway.isDirectory("/dev/null"), -1);
+  EXPECT_EQ(throwaway.isDirectory((root / "absent").c_str()), -1);
+}
+
+TEST_F(FileNameWalk, EndsInATreeThatContainsItself) {
+  put("a.txt");
+  put("sub/b.txt");
+  fs::create_directory_symlink(root, root / "loop1");
+  fs::create_directory_symlink(root, root / "loop2");
+  fs::create_directory_symlink("..", root / "sub/up");
+  fs::create_directory_symlink("self", root / "self");
+  fs::create_directory_symlink(root / "sub", root / "twin");
+  EXPECT_EQ(walk(&ZQFileNameList::getTextFilesInFilePath, 1), (std::vector<std::string>{"twin/b.txt", "sub/b.txt", "a.txt"}));
+}
+
+TEST_F(FileNameWalk, StandsPathsOfAnyLength) {
+  std::string deep = root.string();
+  for (int i = 0; i < 12; i++) {  // more than a kilobyte
+    deep += "/" + std::string(100, 'd');
+    fs::create_directory(deep);
+  }
+  std::ofstream(deep + "/a.txt") << "x";
+  EXPECT_EQ(walk(&ZQFileNameList::getTextFilesInFilePath, 1).size(), 1u);
+  const ZQFileNameList list;
+  EXPECT_EQ(list.isDirectory(std::string(100000, 'x').c_str()), -1);
+}
+
+TEST_F(FileNameWalk, NamesWhatItSearchesAtLevel8) {
+  put("a.mid");
+  const std::string file = (root / "a.mid").string();
+  zmatrix::CapturedMessages messages(8);
+  walk(&ZQFileNameList::getMidiFilesInFilePath, 0);
+  EXPECT_EQ(messages.take(), "getMidiFilesInFilePath: searching for: " + root.string() +
+                                 "\ngetMidiFilesInFilePath: searching for: " + file + "\n");
+  walk(&ZQFileNameList::getMidiOrKernFilesInFilePath, 0);
+  EXPECT_EQ(messages.take(), "getMidiOrKernFilesInFilePath: searching for: " + root.string() +
+                                 "\ngetMidiOrKernFilesInFilePath: searching for: " + file + "\n");
+  walk(&ZQFileNameList::getTextFilesInFilePath, 0);
+  EXPECT_EQ(messages.take(), "");
+}
+
+}  // namespace
