@@ -102,10 +102,13 @@ void writeContinuation(TextMatrix<MediumTier>& matrix, const ContinueOptions& op
   if (!options.start.empty()) matrix.setContext(options.start);
   matrix.seed(options.seed);
   output.write(options.start);
+  const bool shown = !output.isOnTerminal();  // there the text itself shows how far it is
   for (long long done = 0; done < options.count; ++done) {
-    if (done % 256 == 0) progress.show("writing", static_cast<double>(done) / static_cast<double>(options.count));
+    if (shown && done % 256 == 0) progress.show("writing", static_cast<double>(done) / static_cast<double>(options.count));
     output.write(matrix.generate());
   }
+  output.commit();
+  if (!shown) std::fputc('\n', stderr);
 }
 
 void runContinue(const ContinueOptions& options) {
@@ -125,34 +128,39 @@ void runContinue(const ContinueOptions& options) {
                  matrix.itemsLearned(), matrix.language());
   }
   writeContinuation(matrix, options, output, progress);
-  output.commit();
 }
 
 }  // namespace
 
 void addContinueVerb(CLI::App& app) {
+  static const std::map<std::string, Method> methods = {
+      {"best", Method::best}, {"middle", Method::middle}, {"random", Method::random}};
   const auto options = std::make_shared<ContinueOptions>();
   CLI::App* verb = app.add_subcommand("continue", "Learn texts and continue them");
-  verb->add_option("INPUT", options->inputs, "Text files, or folders whose .txt files are learned")->required();
+  verb->add_option("INPUT", options->inputs, "Text files, or folders whose .txt files are learned")->required()->option_text(" ");
   verb->add_flag("--recursive,-r", options->recursive, "Learn the .txt files of the folders below too");
-  verb->add_option("--start", options->start, "The text to continue; it may be one that the input doesn't hold");
-  verb->add_option("--count", options->count, "Items (bytes) to generate")->check(CLI::NonNegativeNumber)->capture_default_str();
-  verb->add_option("--seed", options->seed, "Start of the random draws")
+  verb->add_option("--start", options->start, "The text to continue; the input need not hold it")->option_text("TEXT");
+  verb->add_option("--count", options->count, "Items (bytes) to generate, 1000 unless given")
+      ->check(CLI::NonNegativeNumber)
+      ->option_text("N");
+  verb->add_option("--seed", options->seed, "Start of the random draws, 0 to 2147483647; 31459 unless given")
       ->check(CLI::Range(0LL, 2147483647LL))
-      ->capture_default_str();
-  verb->add_option("--method", options->method, "How the next item is chosen: best, middle or random")
-      ->transform(CLI::CheckedTransformer(
-          std::map<std::string, Method>{{"best", Method::best}, {"middle", Method::middle}, {"random", Method::random}}))
-      ->default_str("random");
-  verb->add_option("--max-phrase", options->maxPhrase,
-                   "Longest phrase learned, in items: more keeps closer to the text, and takes memory in proportion")
+      ->option_text("N");
+  verb->add_option("--method", options->method,
+                   "How an item is chosen: by its probability (random), the most probable (best), the middle one of the possible "
+                   "(middle); random unless given")
+      ->transform(CLI::CheckedTransformer(methods))
+      ->option_text("best|middle|random");
+  verb->add_option(
+          "--max-phrase", options->maxPhrase,
+          "Longest phrase learned, 1 to 1024 items, 12 unless given: more keeps closer to the text, for memory in proportion")
       ->check(CLI::Range(1, 1024))
-      ->capture_default_str();
-  verb->add_option("--out", options->out, "File to write; without it, standard output");
+      ->option_text("N");
+  verb->add_option("--out", options->out, "File to write; without it, standard output")->option_text("FILE");
   verb->add_flag("--quiet,-q", options->quiet, "No progress, notes or warnings");
   verb->add_option("--debug", options->debugLevel, "Print the library's messages up to this level, 0 to 9, on standard error")
       ->check(CLI::Range(0, 9))
-      ->capture_default_str();
+      ->option_text("LEVEL");
   verb->footer(examples);
   verb->callback([options] { runContinue(*options); });
 }

@@ -95,6 +95,10 @@ void Output::write(char byte) {
   std::putc(byte, stream_);
 }
 
+bool Output::isOnTerminal() const {
+  return isatty(fileno(stream_)) == 1;
+}
+
 void Output::commit() {
   const bool kept = std::fflush(stream_) == 0 && !std::ferror(stream_) && (temporary_.empty() || fsync(fileno(stream_)) == 0);
   if (!kept) fail("cannot write all of");

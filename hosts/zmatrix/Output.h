@@ -15,6 +15,7 @@ class Output {
 
   void write(const std::string& bytes);
   void write(char byte);
+  bool isOnTerminal() const;
   /// Throws a Failure if anything of what was written could not be kept.
   void commit();
 
