@@ -1,0 +1,202 @@
+// The info record of a sub-matrix, base tier: identity, settings of the store, counters and working buffers. One exists per
+// matrix ID. Only the destructor is virtual; the derived records hide what they extend and call it by its qualified name. The
+// counters, checkMatrixDimension and updateMatrixIndexInfo run on each step of a write and stay inline.
+#pragma once
+
+#include <type_traits>
+
+#include "settings/ZQHeapArray.h"
+#include "settings/ZQMatrixProperties.h"
+
+namespace zmatrix {
+
+constexpr int largestCoordinateDimension = 64;  ///< integers of one item
+constexpr int matrixInfoMagicNumber = 43112609;
+constexpr double growthFactor = 1.618;  ///< of every array that grows
+
+/// What accessors take and return for a field of type T: enumerations travel as plain ints.
+template <class T>
+using AccessorType = std::conditional_t<std::is_enum_v<T>, int, T>;
+
+/// `value` + 1, going round at the end of the type as the index limits do.
+inline int successorOf(int value) {
+  return static_cast<int>(static_cast<unsigned>(value) + 1u);
+}
+inline int negativeOf(int value) {
+  return static_cast<int>(0u - static_cast<unsigned>(value));
+}
+
+/// `count` * 1.618, truncated, and kept within int.
+int grownBy1618(int count);
+
+}  // namespace zmatrix
+
+class ZQMatrixBaseInfo {
+ public:
+  ZQMatrixBaseInfo() = default;
+  virtual ~ZQMatrixBaseInfo();
+  ZQMatrixBaseInfo(const ZQMatrixBaseInfo&) = delete;
+  ZQMatrixBaseInfo& operator=(const ZQMatrixBaseInfo&) = delete;
+
+  /// Makes the record valid for this ID, with a warning if it was valid already. 0 if memory has run out, else 1.
+  int initMatrixInfo(int id);
+  /// Frees all arrays and sets all scalar fields to -1.
+  void deInitMatrixInfo();
+
+#define ZQ_BASE_ROWS
+#define ZQ_FIELD(type, name, Name, initial, since, printType, format) \
+  zmatrix::AccessorType<type> get##Name() const {                     \
+    return name;                                                      \
+  }
+#include "settings/ZQMatrixInfoFields.def"
+#define ZQ_BASE_ROWS
+#define ZQ_PLAIN(type, name, Name, initial, since, printType, format) \
+  void set##Name(zmatrix::AccessorType<type> value) {                 \
+    name = static_cast<type>(value);                                  \
+  }
+#define ZQ_INTERNAL(type, name, Name, initial, since, printType, format) \
+  void _set##Name(zmatrix::AccessorType<type> value) {                   \
+    name = static_cast<type>(value);                                     \
+  }
+#include "settings/ZQMatrixInfoFields.def"
+  int getUpdateInfoSize() const {
+    return updateInfoSize;
+  }
+  void setUpdateInfoSize(int value) {
+    updateInfoSize = value;
+  }
+
+  /// True while nothing was ever written here, or all of it is gone.
+  bool isEmpty() const {
+    return numberOfWriteElements == 0 && numberOfMatrixElements == 0;
+  }
+
+  // Guarded setters: a refusal prints at level 0 and keeps the old value; storing the present value never prints.
+  void setMatrixType(int value);
+  /// Forces the coordinate dimension to 1, 2 or 4. The old value is still in force while that is tried.
+  void setAllowLargeIndices(int value);
+  void setCoordinateDimension(int dimension);
+  void setMaxDimOfMatrix(int dimension);
+  /// Resets the limits seen so far, even on a matrix that holds something.
+  void setMaximalMatrixIndex(int index);
+  /// The signed byte width of a coordinate in the update sequence. 1 if stored, 0 if refused.
+  int setSizeOfCoordDimension(int dimension, int size);
+
+  void incrementNumberOfMatrixElements() {
+    ++numberOfMatrixElements;
+  }
+  void decrementNumberOfMatrixElements() {
+    --numberOfMatrixElements;
+  }
+  void incrementNumberOfWriteElements() {
+    ++numberOfWriteElements;
+  }
+  void decrementNumberOfWriteElements() {
+    --numberOfWriteElements;
+  }
+  void incrementNumberOfEndElements() {
+    ++numberOfEndElements;
+  }
+  void decrementNumberOfEndElements() {
+    --numberOfEndElements;
+  }
+  void incrementNumberOfWriteEvents() {
+    ++numberOfMatrixWriteEvents;
+  }
+  void incrementNumberOfDeleteEvents() {
+    ++numberOfMatrixDeleteEvents;
+  }
+  void incrementNumberOfWriteCounts() {
+    ++numberOfWriteCounts;
+  }
+  void addToNumberOfWriteCounts(int count) {
+    numberOfWriteCounts = static_cast<int>(static_cast<unsigned>(numberOfWriteCounts) + static_cast<unsigned>(count));
+  }
+
+  /// Makes the per-dimension arrays reach dimIndex and raises currentDimension. 0 at maxDimOfMatrix and beyond, else 1.
+  int checkMatrixDimension(int dimIndex) {
+    return dimIndex < currentDimension && dimIndex < maxDimOfMatrix ? 1 : enterMatrixDimension(dimIndex);
+  }
+  /// Widens the limits seen in a dimension to include the index.
+  int updateMatrixIndexInfo(int dimIndex, int index) {
+    if (static_cast<unsigned>(dimIndex) >= static_cast<unsigned>(maximalIndices.size())) return reportDimensionBeyondCapacity();
+    widenMatrixIndexInfo(dimIndex, index);
+    return 1;
+  }
+  int updateMatrixIndexInfoAfterDelete(int dimIndex, int index) {
+    if (static_cast<unsigned>(dimIndex) < static_cast<unsigned>(maximalIndices.size())) widenMatrixIndexInfo(dimIndex, index);
+    return 1;
+  }
+
+  // The arrays stay the record's. Each is valid until the record grows or is initialised anew.
+  int* getSizeOfCoordinateDimensions() {
+    return sizeOfCoordinateDimensions.data();
+  }
+  int* getMinimalIndices() {
+    return minimalIndices.data();
+  }
+  int* getMaximalIndices() {
+    return maximalIndices.data();
+  }
+  int* getMinimalIndicesInDimension(int* numberOfDimensions) {
+    return dimensionArray(minimalIndices, numberOfDimensions);
+  }
+  int* getMaximalIndicesInDimension(int* numberOfDimensions) {
+    return dimensionArray(maximalIndices, numberOfDimensions);
+  }
+  /// Positions of the last walk: room for internalCurrentDimension + 1 of them.
+  int* getMatrixPtr() {
+    return matrixPtr.data();
+  }
+  /// One item read out of the matrix; the next read overwrites it.
+  int* getTemporaryMemory() {
+    return temporaryMemory.data();
+  }
+  int* _getTemporaryMemory() {
+    return temporaryMemory.data();
+  }
+  /// Makes the temporary memory hold at least this many integers. Null if there is no room.
+  int* provideTemporaryMemory(int length);
+
+  /// A flat copy of the record's values, zeroed and filled anew at each call; the record keeps it. Null if memory has run out.
+  ZQMatrixProperties* getGlobalMatrixInfoParameters();
+  void releaseMemoryGlobalMatrixInfoParameters();
+
+  void printMatrixInfo();
+
+ protected:
+  int enterMatrixDimension(int dimIndex);
+  /// The capacity that the per-dimension arrays need for dimIndex.
+  int capacityForDimension(int dimIndex) const;
+  void refuseOnFilledMatrix(const char* setter) const;
+  /// Shared by the setters of flags: stores 0 and 1, refuses the rest in the name of `label`.
+  void storeFlag(int& field, int value, const char* label);
+  void storeIfEmpty(int& field, int value, const char* setter);
+  void storeFlagWithWarning(int& field, int value, const char* setter);
+
+  int* dimensionArray(zmatrix::HeapArray<int>& array, int* numberOfDimensions) {
+    if (numberOfDimensions != nullptr) *numberOfDimensions = currentDimension < array.size() ? currentDimension : array.size();
+    return array.data();
+  }
+
+  int updateInfoSize = 0;  ///< bytes of this record on disk, once it was written
+#define ZQ_BASE_ROWS
+#define ZQ_FIELD(type, name, Name, initial, since, printType, format) type name{};
+#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::HeapArray<int> sizeOfCoordinateDimensions;
+  zmatrix::HeapArray<int> minimalIndices;
+  zmatrix::HeapArray<int> maximalIndices;
+  zmatrix::HeapArray<int> matrixPtr;
+  zmatrix::HeapArray<int> temporaryMemory;
+  ZQMatrixProperties* globalMatrixInfoParameters = nullptr;
+
+ private:
+  int reportDimensionBeyondCapacity() const;
+  bool growDimensionArrays(int capacity);
+  void resetIndexLimits();
+  long long smallestLegalMaximalIndex() const;
+  void widenMatrixIndexInfo(int dimIndex, int index) {
+    if (index < minimalIndices[dimIndex]) minimalIndices[dimIndex] = index;
+    if (index > maximalIndices[dimIndex]) maximalIndices[dimIndex] = index;
+  }
+};

@@ -1,0 +1,228 @@
+// The info record of a sub-matrix, medium tier: adds what learning and continuing sequences needs, its settings and counters, the
+// kernel sequence (the present context of a continuation, held coordinate by coordinate) and the packed sequence of the last
+// feed.
+#pragma once
+
+#include "settings/ZQMatrixBaseInfo.h"
+#include "settings/ZQMatrixRandom.h"
+
+class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
+ public:
+  ZQMatrixMediumInfo() = default;
+  ~ZQMatrixMediumInfo() override = default;
+
+  int initMatrixInfo(int id);
+  /// As the base does; midiSoundID and musicStyle end as 0. A record that is only of the base type is only deinitialised as such.
+  void deInitMatrixInfo();
+
+#define ZQ_MEDIUM_ROWS
+#define ZQ_FIELD(type, name, Name, initial, since, printType, format) \
+  zmatrix::AccessorType<type> get##Name() const {                     \
+    return name;                                                      \
+  }
+#define ZQ_GUARDED(type, name, Name, initial, since, printType, format)
+#include "settings/ZQMatrixInfoFields.def"
+#define ZQ_MEDIUM_ROWS
+#define ZQ_PLAIN(type, name, Name, initial, since, printType, format) \
+  void set##Name(zmatrix::AccessorType<type> value) {                 \
+    name = static_cast<type>(value);                                  \
+  }
+#define ZQ_INTERNAL(type, name, Name, initial, since, printType, format) \
+  void _set##Name(zmatrix::AccessorType<type> value) {                   \
+    name = static_cast<type>(value);                                     \
+  }
+#define ZQ_EMPTY_ONLY(type, name, Name, initial, since, printType, format) \
+  void set##Name(int value) {                                              \
+    storeIfEmpty(name, value, "set" #Name);                                \
+  }
+#define ZQ_OCRON(type, name, Name, initial, since, printType, format) \
+  void set##Name(int value) {                                         \
+    storeIfEmpty(name, value, "set" #Name);                           \
+  }
+#define ZQ_FLAG(type, name, Name, initial, since, printType, format, label) \
+  void set##Name(int value) {                                               \
+    storeFlag(name, value, label);                                          \
+  }
+#define ZQ_WARNED_FLAG(type, name, Name, initial, since, printType, format) \
+  void set##Name(int value) {                                               \
+    storeFlagWithWarning(name, value, "set" #Name);                         \
+  }
+#include "settings/ZQMatrixInfoFields.def"
+
+  int getIsPhraseMatrix() const {
+    return isPhraseMatrix;
+  }
+  void setIsPhraseMatrix(int value);
+  int getMaxPhraseLengthForUpdateWithSequence() const {
+    return maxPhraseLengthForUpdateWithSequence;
+  }
+  void setMaxPhraseLengthForUpdateWithSequence(int length);
+  int getSkillOutputLevel() const {
+    return skillOutputLevel;
+  }
+  /// 0 to maxPhraseLengthForUpdateWithSequence; anything else stores that length.
+  void setSkillOutputLevel(int level);
+  int getSuccessorMethod() const {
+    return successorMethod;
+  }
+  /// 1 to 3; anything else stores 3. The name is spelled so.
+  void setSucessorMethod(int method);
+  int getIsOverDetermined() const {
+    return isOverDetermined;
+  }
+  void _setIsOverDetermined(int value) {
+    storeFlag(isOverDetermined, value, "_isOverDetermined");
+  }
+  int getHasBeenChanged() const {
+    return hasBeenChanged;
+  }
+  void setHasBeenChanged(int value) {
+    storeFlag(hasBeenChanged, value, "setHasBeenChanged");
+  }
+
+  /// Each call is a step of the successor generator.
+  long long getSuccessorRandomValue() {
+    return zmatrix::nextRandomValue(successorRandomValue);
+  }
+  long long getActualSuccessorRandomValue() const {
+    return successorRandomValue;
+  }
+  void setSuccessorRandomValue(long long value) {
+    successorRandomValue = value;
+  }
+
+  char* getNameOfUpdateFile() {
+    return nameOfUpdateFile;
+  }
+  /// Keeps at most 256 characters.
+  void setNameOfUpdateFile(const char* name);
+  /// All names so far, one per line, or null.
+  char* getNamesOfUpdateFiles() {
+    return namesOfUpdateFiles.data();
+  }
+  void addNameOfUpdateFile(const char* name);
+  char* getMidiChannelFilterArray() {
+    return midiChannelFilter;
+  }
+  void setMidiChannelFilterArray(const char* channels);
+
+  void incrementUpdateIndex() {
+    ++updateIndex;
+  }
+  void incrementNumberOfRuleElements() {
+    ++numberOfRuleElements;
+  }
+  void decrementNumberOfRuleElements() {
+    --numberOfRuleElements;
+  }
+  void incrementNumberOfUniqueRuleElements() {
+    ++numberOfUniqueRuleElements;
+  }
+  void decrementNumberOfUniqueRuleElements() {
+    --numberOfUniqueRuleElements;
+  }
+  void incrementNumberOfOverDeterminedRules() {
+    ++numberOfOverDeterminedRules;
+  }
+  void decrementNumberOfOverDeterminedRules() {
+    --numberOfOverDeterminedRules;
+  }
+  void incrementNumberOfStartElements() {
+    ++numberOfStartElements;
+  }
+  void decrementNumberOfStartElements() {
+    --numberOfStartElements;
+  }
+
+  /// Drops the kernel arrays for new ones of zeros, even if the dimension is then refused.
+  void setCoordinateDimension(int dimension);
+  int checkMatrixDimension(int dimIndex) {
+    return dimIndex < currentDimension && dimIndex < maxDimOfMatrix ? 1 : enterMediumMatrixDimension(dimIndex);
+  }
+  int* getRulesInDimension(int* numberOfDimensions) {
+    return dimensionArray(rulesInDimension, numberOfDimensions);
+  }
+  int* getUniqueRulesInDimension(int* numberOfDimensions) {
+    return dimensionArray(uniqueRulesInDimension, numberOfDimensions);
+  }
+  int* getWriteElementsInDimension(int* numberOfDimensions) {
+    return dimensionArray(writeElementsInDimension, numberOfDimensions);
+  }
+
+  // The kernel rows: at least coordinateDimension of them, each with room for the length that was last provided (256 at first).
+  // Null if memory has run out. A row keeps its place until the next call that provides more room.
+  int** getKernelOriginalSequence() {
+    return kernelRows(kernelOriginalSequence);
+  }
+  int** getKernelOriginalSequenceInitialValues() {
+    return kernelRows(kernelOriginalSequenceInitialValues);
+  }
+  int** getKernelPreProcessedSequence() {
+    return kernelRows(kernelPreProcessedSequence);
+  }
+  /// Makes the rows hold at least `length` items; the internal lengths are the caller's to set. False if memory has run out.
+  bool provideKernelOriginalRows(int length);
+  bool provideKernelPreProcessedRows(int length);
+
+  /// Back to the root, and to the initial values or the default item. The items left in the original kernel.
+  int resetKernelSequence(int id, int resetInitialValues);
+
+  // Copies of the kernel, made with systemMalloc for the caller to free: flat arrays, null if empty, or one block of item
+  // pointers and items.
+  int* getKernelOriginalSequenceFlatIndexVector(int* length, int* dimension);
+  int* getKernelOriginalSequenceInitialValuesFlatIndexVector(int* length, int* dimension);
+  int* getKernelPreProcessedSequenceIndexVector(int* length, int* dimension);
+  int** createKernelOriginalSequenceObjexVector(int* count, int* dimension);
+  int** createKernelOriginalSequenceInitialValuesObjexVector(int* count, int* dimension);
+  int** createKernelPreprocessedSequenceObjexVector(int* count, int* dimension);
+  /// The preprocessed rows themselves, with a note at level 8.
+  int** getKernelSequenceObjectVector(int* count, int* dimension);
+  /// Does nothing but print a note at level 8; 0.
+  int initializeKernelSequenceWithObjectOriginalSequence(int** items, int count);
+
+  /// Packs the items just fed, `length` integers, at the smallest width that holds each coordinate; four rows of line feeds
+  /// follow.
+  void generateUpdateInfoSequence(const int* sequence, int length);
+  char* getUpdateSequence() {
+    return updateSequence.data();
+  }
+  int getNumberOfUpdateSequenceBytes() const {
+    return updateSequence.size();
+  }
+
+  ZQMatrixProperties* getGlobalMatrixInfoParameters();
+  void printMatrixInfo();
+
+ protected:
+#define ZQ_MEDIUM_ROWS
+#define ZQ_FIELD(type, name, Name, initial, since, printType, format) type name{};
+#include "settings/ZQMatrixInfoFields.def"
+  static constexpr int nameCapacity = 256;
+  char nameOfUpdateFile[nameCapacity + 1] = {};  ///< a name may fill it; the byte behind stays 0 for whoever reads on
+  char midiChannelFilter[16] = {};
+  zmatrix::HeapArray<int> rulesInDimension;
+  zmatrix::HeapArray<int> uniqueRulesInDimension;
+  zmatrix::HeapArray<int> writeElementsInDimension;
+  zmatrix::RowTable kernelOriginalSequence;
+  zmatrix::RowTable kernelPreProcessedSequence;
+  zmatrix::HeapArray<char> updateSequence;  ///< rows of one item each, packed
+  zmatrix::RowTable kernelOriginalSequenceInitialValues;
+  int hasBeenChanged = 0;  ///< 1 after an update since the last load
+  zmatrix::HeapArray<char> namesOfUpdateFiles;
+
+ private:
+  int enterMediumMatrixDimension(int dimIndex);
+  int** kernelRows(zmatrix::RowTable& rows) {
+    return rows.numberOfRows() >= coordinateDimension || rows.grow(coordinateDimension, 0) ? rows.data() : nullptr;
+  }
+  bool makeKernelRows(int dimension);
+  bool writeDefaultItems(int numberOfItems);
+  int* flatCopy(zmatrix::RowTable& rows, int numberOfItems, int* length, int* dimension);
+  int** objexCopy(zmatrix::RowTable& rows, int numberOfItems, int* count, int* dimension);
+  void chooseCoordinateSizes(const int* sequence, int numberOfItems);
+  bool restoreCoordinateSizes(const int* oldSizes, int numberOfOldSizes);
+  int sizeOfUpdateRow() const;
+  void packItems(const int* sequence, int numberOfItems, char* row) const;
+  void printUpdateSequence();
+  void printDimensions();
+};
