@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr int formatVersion = 135;
 constexpr int firstTemporaryMemory = 256;
 constexpr int unusedCoordinateSize = -4;
 
@@ -36,7 +35,6 @@ int ZQMatrixBaseInfo::initMatrixInfo(int id) {
 #define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(initial);
 #include "settings/ZQMatrixInfoFields.def"
   timeStamp = static_cast<unsigned int>(time(nullptr));
-  softwareVersion = formatVersion;
   matrixID = id;
   const bool hasRoom = sizeOfCoordinateDimensions.assign(coordinateDimension, unusedCoordinateSize) &&
                        minimalIndices.resize(internalCurrentDimension, 0) && maximalIndices.resize(internalCurrentDimension, 0) &&

@@ -12,6 +12,7 @@ namespace zmatrix {
 
 constexpr int largestCoordinateDimension = 64;  ///< integers of one item
 constexpr int matrixInfoMagicNumber = 43112609;
+constexpr int matrixFormatVersion = 135;
 constexpr double growthFactor = 1.618;  ///< of every array that grows
 
 /// What accessors take and return for a field of type T: enumerations travel as plain ints.

@@ -13,7 +13,6 @@
 
 namespace zmatrix {
 
-constexpr int matrixFormatVersion = 135;
 constexpr int initialNumberOfMatrices = 4;
 
 /// Copies at most `capacity` - 1 characters and fills the rest with zeros. A null text leaves the field as it is.

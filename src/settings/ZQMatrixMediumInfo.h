@@ -213,14 +213,14 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
  private:
   int enterMediumMatrixDimension(int dimIndex);
   int** kernelRows(zmatrix::RowTable& rows) {
-    return rows.numberOfRows() >= coordinateDimension || rows.grow(coordinateDimension, 0) ? rows.data() : nullptr;
+    return rows.numberOfRows() >= coordinateDimension || rows.grow(coordinateDimension, 256) ? rows.data() : nullptr;
   }
   bool makeKernelRows(int dimension);
   bool writeDefaultItems(int numberOfItems);
   int* flatCopy(zmatrix::RowTable& rows, int numberOfItems, int* length, int* dimension);
   int** objexCopy(zmatrix::RowTable& rows, int numberOfItems, int* count, int* dimension);
   void chooseCoordinateSizes(const int* sequence, int numberOfItems);
-  bool restoreCoordinateSizes(const int* oldSizes, int numberOfOldSizes);
+  void restoreCoordinateSizes(const int* oldSizes, int numberOfOldSizes);
   int sizeOfUpdateRow() const;
   void packItems(const int* sequence, int numberOfItems, char* row) const;
   void printUpdateSequence();
