@@ -76,7 +76,7 @@ int languageOfTextFile(const char* fileName) {
   const File file = openRegularFile(fileName);
   const long long size = file != nullptr ? sizeOf(file.get()) : -1;
   if (size < 0) return ZQLanguageUndefined;
-  const std::unique_ptr<char[], SystemFree> bytes(systemMallocArray<char>(size + 1));
+  const SystemOwned<char> bytes(systemMallocArray<char>(size + 1));
   if (bytes == nullptr) return ZQLanguageUndefined;
   bytes[fread(bytes.get(), 1, static_cast<size_t>(size), file.get())] = 0;
   // A text for this purpose ends at its first zero byte.

@@ -1,21 +1,14 @@
 // Text files as the feeds take them: one value from 0 to 255 a byte, and the language that they seem to be in.
 #pragma once
 
-#include <cstdlib>
-#include <memory>
-
-#include "frame/ZQMemory.h"
+#include "frame/ZQSystemOwned.h"
 
 namespace zmatrix {
-
-struct SystemFree {
-  void operator()(void* pointer) const { systemFree(pointer); }
-};
 
 /// The bytes of a file, each in an int.
 struct TextOfFile {
   bool isReadable = false;  ///< false for what can't be opened, is no regular file, or has more bytes than an int counts
-  std::unique_ptr<int[], SystemFree> values;  ///< null if unreadable or if memory is exhausted
+  SystemOwned<int> values;  ///< null if unreadable or if memory is exhausted
   int length = 0;
 };
 

@@ -1,7 +1,6 @@
 #include "music/ZQFileNameList.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstring>
 #include <filesystem>
@@ -11,6 +10,7 @@
 
 #include "frame/ZQMemory.h"
 #include "support/CapturedMessages.h"
+#include "support/TestFolder.h"
 
 namespace {
 
@@ -29,17 +29,7 @@ std::vector<std::string> namesOf(const ZQFileNameList* list) {
 
 class FileNameWalk : public testing::Test {
  protected:
-  void SetUp() override {
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    root = fs::temp_directory_path() / (std::string("zmatrix-") + test->name() + std::to_string(getpid()));
-    fs::create_directories(root);
-  }
-  void TearDown() override { fs::remove_all(root); }
-
-  void put(const std::string& name) {
-    fs::create_directories((root / name).parent_path());
-    std::ofstream(root / name) << "x";
-  }
+  void put(const std::string& name) { folder.put(name, "x"); }
 
   /// The names that a walk finds, without the root.
   template <class Operation>
@@ -53,7 +43,8 @@ class FileNameWalk : public testing::Test {
     return names;
   }
 
-  fs::path root;
+  zmatrix::TestFolder folder;
+  const fs::path root = folder.path();
 };
 
 TEST(FileNameList, OwnsItsNames) {

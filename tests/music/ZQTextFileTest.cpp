@@ -1,0 +1,85 @@
+#include "music/ZQTextFile.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "settings/ZQMatrixEnumerations.h"
+#include "support/CapturedMessages.h"
+#include "support/TestFolder.h"
+
+namespace {
+
+std::vector<int> valuesOf(const zmatrix::TextOfFile& text) {
+  return {text.values.get(), text.values.get() + text.length};
+}
+
+TEST(TextFile, IsReadByteByByteUpToACap) {
+  const zmatrix::TestFolder folder;
+  std::string allBytes;
+  std::vector<int> expected;
+  for (int round = 0; round < 1000; round++)  // more than is read at once
+    for (int i = 0; i < 256; i++) {
+      allBytes += static_cast<char>(i);
+      expected.push_back(i);
+    }
+  const std::string file = folder.put("bytes.txt", allBytes);
+  zmatrix::CapturedMessages messages(1);
+  EXPECT_EQ(valuesOf(zmatrix::textOfFile(file.c_str(), 0)), expected);
+  EXPECT_EQ(messages.take(), "***************ANSI inputFile (reading 1 byte values) ***************\n");
+  EXPECT_EQ(valuesOf(zmatrix::textOfFile(file.c_str(), -3)), expected);
+  EXPECT_EQ(valuesOf(zmatrix::textOfFile(file.c_str(), INT_MAX)), expected);
+  expected.resize(257);
+  EXPECT_EQ(valuesOf(zmatrix::textOfFile(file.c_str(), 257)), expected);
+
+  const zmatrix::TextOfFile empty = zmatrix::textOfFile(folder.put("empty.txt", "").c_str(), 0);
+  EXPECT_TRUE(empty.isReadable);
+  EXPECT_EQ(empty.length, 0);
+}
+
+TEST(TextFile, RefusesWhatIsNoFileOrTooLong) {
+  const zmatrix::TestFolder folder;
+  const std::string huge = folder.put("huge.txt", "x");
+  std::filesystem::resize_file(huge, static_cast<std::uintmax_t>(INT_MAX) - 1);
+  for (const std::string& name : {folder.path(), std::string("/dev/zero"), folder.path() + "/absent", std::string(), huge}) {
+    EXPECT_FALSE(zmatrix::textOfFile(name.c_str(), 0).isReadable) << name;
+    if (name == huge) continue;  // its language costs two gigabytes
+    EXPECT_EQ(zmatrix::languageOfTextFile(name.c_str()), 0) << name;
+  }
+  EXPECT_FALSE(zmatrix::textOfFile(nullptr, 0).isReadable);
+  EXPECT_EQ(zmatrix::languageOfTextFile(nullptr), 0);
+  EXPECT_EQ(zmatrix::textOfFile(huge.c_str(), 5).length, 5);
+
+  zmatrix::largestAllocation = 100;
+  const zmatrix::TextOfFile text = zmatrix::textOfFile(folder.put("long.txt", std::string(1000, 'x')).c_str(), 0);
+  EXPECT_TRUE(text.isReadable);
+  EXPECT_EQ(text.values, nullptr);
+  EXPECT_EQ(zmatrix::languageOfTextFile(folder.put("is.txt", std::string(1000, 'x') + " is ").c_str()), 0);
+  zmatrix::largestAllocation = static_cast<size_t>(-1);
+}
+
+TEST(TextFile, TellsGermanFromEnglish) {
+  const zmatrix::TestFolder folder;
+  const std::string zero(1, '\0');
+  const std::pair<std::string, int> cases[] = {
+      {"", ZQLanguageUndefined},
+      {"das ist es", ZQLanguageGerman},
+      {"this is it", ZQLanguageEnglish},
+      {"this is das ist", ZQLanguageEnglish},  // no blank behind the last word
+      {"this is das ist ", ZQLanguageUndefined},
+      {" is is ist is is ", ZQLanguageEnglish},
+      {" is is  ist  ist ", ZQLanguageGerman},  // the blank between two is used up
+      {" is is is is  ist  ist ", ZQLanguageUndefined},
+      {" ist\n is\t", ZQLanguageUndefined},
+      {" ist " + zero + " is  is  is ", ZQLanguageGerman},
+      {zero + " ist ", ZQLanguageUndefined},
+  };
+  for (const auto& [text, language] : cases)
+    EXPECT_EQ(zmatrix::languageOfTextFile(folder.put("text.txt", text).c_str()), language) << text;
+}
+
+}  // namespace
