@@ -195,6 +195,7 @@ class ZQMatrixBaseInfo {
   int reportDimensionBeyondCapacity() const;
   bool growDimensionArrays(int capacity);
   void resetIndexLimits();
+  void printCoordinateSizes();
   long long smallestLegalMaximalIndex() const;
   void widenMatrixIndexInfo(int dimIndex, int index) {
     if (index < minimalIndices[dimIndex]) minimalIndices[dimIndex] = index;

@@ -67,6 +67,9 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   }
   /// 1 to 3; anything else stores 3. The name is spelled so.
   void setSucessorMethod(int method);
+  void setSuccessorMethod(int method) {
+    setSucessorMethod(method);
+  }
   int getIsOverDetermined() const {
     return isOverDetermined;
   }
