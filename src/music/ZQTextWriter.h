@@ -1,0 +1,87 @@
+// Writes generated text into a file, told once for the tiers that generate. The low byte of each item is a character.
+#pragma once
+
+#include <cstdio>
+
+#include "frame/ZQDebugChannel.h"
+#include "frame/ZQMemory.h"
+#include "settings/ZQMatrixEnumerations.h"
+
+namespace zmatrix {
+
+/// 1 if the current sub-matrix can write text, else the error code of the operation.
+template <class Matrix>
+int checkMatrixForTextOutput(Matrix* matrix) {
+  const auto* info = matrix->getMatrixInfo();
+  if (info->getMatrixType() != ZQMatrixTypeANSIText) {
+    dbPrintf(0, "error: readAnsiObjexsAndWriteToAnsiFile: matrix is not ANSI type: %d\n", info->getMatrixType());
+    return -1;
+  }
+  if (info->getNumberOfWriteElements() == 0) {
+    dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: matrix is empty!\n");
+    return -2;
+  }
+  const int preProcessingType = info->getPreProcessingType();
+  if (preProcessingType != ZQPreProcessingTypeNone && preProcessingType != ZQPreProcessingTypeANSIText) {
+    dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: matrix has wrong preProcessingType: %d\n", preProcessingType);
+    return -3;
+  }
+  if (info->getAllowLargeIndices() != 0 || info->getIsPhraseMatrix() != 1 || matrix->getNumberOfMatrices() == 0 ||
+      info->getSuccessorMethod() < ZQSuccessorMethodMostProbable || info->getSuccessorMethod() > ZQSuccessorMethodRandom ||
+      info->getCoordinateDimension() != 1) {
+    dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: matrix is corrupted!\n");
+    return -4;
+  }
+  return 1;
+}
+
+/// The text that the generated text continues.
+template <class Matrix>
+void writeContextOfText(Matrix* matrix, FILE* file) {
+  int numberOfObjex = 0, coordinateDimension = 0;
+  int** objex = matrix->createKernelOriginalSequenceInitialValuesObjexVector(&numberOfObjex, &coordinateDimension);
+  if (objex == nullptr) return;
+  for (int i = 0; i < numberOfObjex; i++) fputc(objex[i][0], file);
+  systemFree(objex);
+}
+
+/// Generates one item. A failed one, and one that is no character, leaves a line feed, and nothing stops the run.
+template <class Matrix>
+void writeNextCharacter(Matrix* matrix, FILE* file) {
+  double probability = 0, stopProbability = 0;
+  const int* objex = matrix->readObjexFromMatrix(&probability, &stopProbability);
+  if (objex == nullptr) {
+    fputc('\n', file);
+    return;
+  }
+  const int character = objex[0];
+  fputc(character, file);
+  if (static_cast<unsigned>(character) < 256) return;
+  dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: illegal value: %d\n", character);
+  matrix->getMatrixInfo()->resetKernelSequence(matrix->getCurrentMatrixID(), 0);
+  fputc('\n', file);
+}
+
+template <class Matrix>
+int readAnsiObjexsAndWriteToAnsiFileIn(Matrix* matrix, int numberOfObjex, const char* fileName) {
+  if (matrix == nullptr || matrix->getCurrentMatrixID() < 0 || matrix->getCurrentMatrixID() >= matrix->getMaxNumberOfMatrices())
+    return 0;
+  const int isFit = checkMatrixForTextOutput(matrix);
+  if (isFit != 1) return isFit;
+  FILE* file = fileName != nullptr ? fopen(fileName, "wb") : nullptr;
+  if (file == nullptr) {
+    dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: could not open ansifile %s for writing\n",
+             fileName != nullptr ? fileName : "");
+    return -5;
+  }
+  const auto* info = matrix->getMatrixInfo();
+  if (info->getSkillOutputLevel() < 2) dbPrintf(1, "readAnsiObjexsAndWriteToAnsiFile: Warning: very low skill outputlevel\n");
+  if (info->getLengthOfKernelPreProcessedSequence() == 0)
+    dbPrintf(1, "readAnsiObjexsAndWriteToAnsiFile: Warning: empty kernel sequence, initializing from root\n");
+  writeContextOfText(matrix, file);
+  for (int i = 0; i < numberOfObjex; i++) writeNextCharacter(matrix, file);
+  fclose(file);
+  return 1;
+}
+
+}  // namespace zmatrix
