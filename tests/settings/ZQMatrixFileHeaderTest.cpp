@@ -1,0 +1,162 @@
+#include "settings/ZQMatrixFileHeader.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "frame/ZQMemory.h"
+#include "support/CapturedMessages.h"
+#include "support/TestFolder.h"
+
+namespace {
+
+using zmatrix::CapturedMessages;
+using zmatrix::TestFolder;
+
+TEST(ZQMatrixFileHeader, StartsWithTheDefaultsOfBothBlocks) {
+  ZQMatrixFileHeader header;
+  ASSERT_EQ(header.initFileHeader(ZQMatrixInfoTypeMedium), 1);
+  EXPECT_EQ(header.getMatrixInfoType(), 1);
+  EXPECT_EQ(header.getMaxNumberOfMatrices(), 4);
+  EXPECT_EQ(header.getNumberOfAppendedUpdates(), -1);
+  for (int id = 0; id < 4; ++id) EXPECT_EQ(header.getStopFlags()[id], 0);
+
+  const ZQMatrixProperties& basic = *header.getGlobalMatrixProperties();
+  const ZQMatrixProperties& symbol = *header.getGlobalSymbolMatrixProperties();
+  EXPECT_EQ(basic.matrixType, 0);
+  EXPECT_EQ(symbol.matrixType, 2);
+  EXPECT_EQ(basic.usePhrasesForUpdateMatrixWithLongANSIText, 1);
+  EXPECT_EQ(symbol.usePhrasesForUpdateMatrixWithLongANSIText, 0);
+  EXPECT_EQ(basic.midiTimeSignatureNom * 10 + basic.midiTimeSignatureDenom, 44);
+  EXPECT_EQ(symbol.midiTimeSignatureNom * 10 + symbol.midiTimeSignatureDenom, 0);
+  EXPECT_EQ(basic.namesOfUpdateFiles, nullptr);
+  // Apart from these four fields the blocks are the same, byte for byte.
+  ZQMatrixProperties alike = symbol;
+  alike.matrixType = basic.matrixType;
+  alike.usePhrasesForUpdateMatrixWithLongANSIText = basic.usePhrasesForUpdateMatrixWithLongANSIText;
+  alike.midiTimeSignatureNom = basic.midiTimeSignatureNom;
+  alike.midiTimeSignatureDenom = basic.midiTimeSignatureDenom;
+  EXPECT_EQ(memcmp(&alike, &basic, offsetof(ZQMatrixProperties, currentMatrixIDLevelDown)), 0);
+  EXPECT_EQ(basic.skillOutputLevel, 256);
+  EXPECT_EQ(basic.ocronEndSymbol, 10);
+  EXPECT_EQ(basic.gocronQValue, 4);
+}
+
+TEST(ZQMatrixFileHeader, SettersThatRefuseDoSoInSilence) {
+  ZQMatrixFileHeader header;
+  header.initFileHeader(0);
+  CapturedMessages messages(9);
+  for (const auto& [number, expected] : {std::pair{0, 0}, {3, 3}, {2, 3}, {5, 3}, {-1, 3}, {4, 4}}) {
+    header.setNumberOfMatrices(number);
+    EXPECT_EQ(header.getNumberOfMatrices(), expected) << number;
+  }
+  for (const auto& [level, expected] : {std::pair{1, 1}, {2, 1}, {-1, 1}, {0, 0}}) {
+    header.setMatrixAILevel(level);
+    EXPECT_EQ(header.getMatrixAILevel(), expected) << level;
+  }
+  EXPECT_EQ(messages.take(), "");
+  for (const auto& [device, expected] : {std::pair{-1, 0}, {0, 0}, {3, 3}, {4, 2}}) {
+    header.setMatrixDebugOutputDevice(device);
+    EXPECT_EQ(header.getMatrixDebugOutputDevice(), expected) << device;
+    EXPECT_EQ(ZQDebugChannel::globalDebugOutputDevice, expected) << device;
+  }
+}
+
+TEST(ZQMatrixFileHeader, TextsAreCutAtTheirFields) {
+  auto header = std::make_unique<ZQMatrixFileHeader>();
+  header->initFileHeader(0);
+  const std::string longText(1000, 'x');
+  header->setMatrixDescription(longText.c_str());
+  header->setMatrixOriginFilename(longText.c_str());
+  header->setMatrixDestinationFilename(longText.c_str());
+  header->setFileType("zmatrixes");
+  header->setGlobalNameOfUpdateFile(longText.c_str());
+  EXPECT_EQ(strlen(header->getMatrixDescription()), 503u);
+  EXPECT_EQ(strlen(header->getMatrixOriginFilename()), 255u);
+  EXPECT_EQ(strlen(header->getMatrixDestinationFilename()), 255u);
+  EXPECT_STREQ(header->getFileType(), "zmatrix");
+  EXPECT_EQ(memcmp(header->getGlobalNameOfUpdateFile(), longText.data(), 256), 0) << "the name fills its field";
+  EXPECT_EQ(header->getGlobalMaxPhraseLengthForUpdateWithSequence(), 64) << "and nothing behind it";
+
+  header->setMatrixDescription(nullptr);
+  header->setGlobalMidiChannelFilterArray(nullptr);
+  EXPECT_EQ(strlen(header->getMatrixDescription()), 503u);
+}
+
+TEST(ZQMatrixFileHeader, GeneratorsStepTheSameWay) {
+  ZQMatrixFileHeader header;
+  header.initFileHeader(0);
+  EXPECT_EQ(header.getUserRandomValue(), 292715034);
+  EXPECT_EQ(header.getSystemRandomValue(), 292715034);
+  const long long second = header.getUserRandomValue();
+  EXPECT_EQ(second, (292715034LL * 214013 + 2531011) & 0x7fffffff);
+  header.setSystemRandomValue(292715034LL + (7LL << 32));
+  EXPECT_EQ(header.getSystemRandomValue(), second) << "only the low 32 bits count";
+  header.setUserRandomValue(-1);
+  EXPECT_EQ(header.getUserRandomValue(), (2531011 - 214013) & 0x7fffffff);
+}
+
+TEST(ZQMatrixFileHeader, DebugDirectoryMustBeWritable) {
+  const TestFolder folder;
+  const std::string there = folder.path();
+  constexpr char warning[] =
+      "warning: setDebugDirectory to directory without write access! Current working directory will be used!\n";
+  // Up to 247 characters a path is tried, however it is made.
+  std::string longest = there;
+  while (longest.size() < 247) longest += '/';
+  ZQMatrixFileHeader header;
+  header.initFileHeader(0);
+  CapturedMessages messages(0);
+  const struct {
+    std::string path;
+    std::string expected;
+    std::string message;
+  } cases[] = {{there, there, ""}, {there + "/", there + "/", ""},     {longest, longest, ""}, {longest + "/", "./", ""},
+               {"", "./", ""},     {there + "/missing", "./", warning}};
+  for (const auto& tried : cases) {
+    header.setMatrixDebugDirectory(tried.path.c_str());
+    EXPECT_EQ(header.getMatrixDebugDirectory(), tried.expected);
+    EXPECT_EQ(messages.take(), tried.message) << tried.path;
+  }
+  header.setMatrixDebugDirectory(there.c_str());
+  header.setMatrixDebugDirectory(nullptr);
+  EXPECT_EQ(header.getMatrixDebugDirectory(), there);
+  EXPECT_TRUE(std::filesystem::is_empty(there)) << "the probe is removed";
+}
+
+TEST(ZQMatrixFileHeader, StreamOfUpdateRecordsIsClosedAndRemoved) {
+  const TestFolder folder;
+  const std::string name = folder.put("updates", "records");
+  ZQMatrixFileHeader header;
+  header.initFileHeader(0);
+  EXPECT_EQ(header.matrixHasBeenRead(), 0);
+  header.setFpUpdateInfos(fopen(name.c_str(), "rb"));
+  header.setFpUpdateInfosFileName(name.c_str());
+  EXPECT_EQ(header.matrixHasBeenRead(), 1);
+  header.closeAndRemoveUpdateInfos();
+  EXPECT_EQ(header.matrixHasBeenRead(), 0);
+  EXPECT_FALSE(std::filesystem::exists(name));
+  header.setNumberOfAppendedUpdates(1000);
+  header.deleteMatrixUpdateInfos();  // none were loaded
+  header.deInitFileHeader();
+  header.deInitFileHeader();
+  EXPECT_EQ(header.getStopFlags(), nullptr);
+}
+
+TEST(ZQMatrixFileHeader, PrintsEachFieldOfBothBlocks) {
+  ZQMatrixFileHeader header;
+  header.initFileHeader(0);
+  CapturedMessages messages(1);
+  header.printMatrixFileHeader();
+  const std::string text = messages.take();
+  for (const char* line :
+       {"*************************matrixFileHeader:***************************************\n",
+        "*************************matrix global Parameters:***************************************\n",
+        "\nnumberMatrixUpdates: 0\n", "\nnumberAppendedUpdates: -1\n", "\ndebugOutputDevice: 0\n", "\ndebugOutputDirectory: \n",
+        "\noriginMatrixFile: \n", "\ndestinationMatrixFile: \n", "\nGLOBAL midiTimeSignatureNom: 4\n",
+        "\nGLOBAL SYMBOL midiTimeSignatureNom: 0\n", "\nGLOBAL gocronQValue: 4\n"}) {
+    EXPECT_NE(text.find(line), std::string::npos) << line;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,341 @@
+#include "settings/ZQMatrixInfo.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <functional>
+
+#include "frame/ZQMemory.h"
+#include "settings/ZQMatrixFileHeader.h"
+#include "support/CapturedMessages.h"
+
+namespace {
+
+using zmatrix::CapturedMessages;
+
+template <class Record>
+struct InitialisedRecord : Record {
+  InitialisedRecord() { EXPECT_EQ(this->initMatrixInfo(2), 1); }
+  void fill() {
+    this->setNumberOfMatrixElements(1);
+    this->setNumberOfWriteElements(1);
+  }
+};
+
+using Setter = std::function<void(ZQMatrixInfo&)>;
+using Getter = std::function<int(ZQMatrixInfo&)>;
+
+TEST(ZQMatrixInfo, GuardedSettersKeepTheirRulesAndSayingsExactly) {
+  const struct {
+    Setter set;
+    Getter get;
+    bool onFilledMatrix;
+    int expected;
+    const char* messages;
+  } cases[] = {
+#define CALL(Name, value) [](ZQMatrixInfo& r) { r.set##Name(value); }, [](ZQMatrixInfo& r) -> int { return r.get##Name(); }
+      {CALL(MatrixType, 3), false, 3, ""},
+      {CALL(MatrixType, 3), true, 0, "error: matrixType can only be set for an empty matrix!\n"},
+      {CALL(MatrixType, 0), true, 0, ""},
+      {CALL(CoordinateDimension, 64), false, 64, ""},
+      {CALL(CoordinateDimension, 0), false, 0, ""},
+      {CALL(CoordinateDimension, 65), false, 1, "error: setCoordinateDimension :illegal value: 65\n"},
+      {CALL(CoordinateDimension, INT_MIN), true, 1, "error: setCoordinateDimension :illegal value: -2147483648\n"},
+      {CALL(CoordinateDimension, 2), true, 1, "error: setCoordinateDimension can only be set for an empty matrix!\n"},
+      {CALL(AllowLargeIndices, 3), true, 0, "error: setAllowLargeIndices :illegal value: 3\n"},
+      {CALL(AllowLargeIndices, 1), true, 0, "error: setAllowLargeIndices can only be set for an empty matrix!\n"},
+      {CALL(MaxDimOfMatrix, -1), false, 4096, "error: maximalDimension illegal value: -1\n"},
+      {CALL(MaxDimOfMatrix, 0), false, 0, ""},
+      {CALL(PreProcessingType, 7), false, 7, ""},
+      {CALL(PreProcessingType, 7), true, 0, "error: setPreProcessingType can only be set for an empty matrix!\n"},
+      {CALL(IsPhraseMatrix, 1), true, 0, "error: setIsPhraseMatrix can only be set for an empty matrix!\n"},
+      {CALL(IsPhraseMatrix, 2), false, 0, "error: setIsPhraseMatrix illegal value: 2\n"},
+      {CALL(UseStartOfSequence, 0), true, 0, "warning: setUseStartOfSequence with new value applied to an non-empty matrix!\n"},
+      {CALL(UseStartOfSequence, 2), true, 1,
+       "warning: setUseStartOfSequence with new value applied to an non-empty matrix!\n"
+       "error: setUseStartOfSequence illegal value: 2\n"},
+      {CALL(UseEndOfSequence, 2), false, 1, "error: setUseEndOfSequence illegal value: 2\n"},
+      {CALL(UsePhrasesForUpdateMatrixWithLongANSIText, 0), true, 0,
+       "warning: setUsePhrasesForUpdateMatrixWithLongANSIText with new value applied to an non-empty matrix!\n"},
+      {CALL(OcronEndSymbol, 3), true, 10, "error: setOcronEndSymbol can only be set for an empty matrix!\n"},
+      {CALL(GocronASTERISKValue, 3), true, 0, "error: setGocronASTERISKValue can only be set for an empty matrix!\n"},
+      {CALL(AddUpdateInfo, 2), true, 0, "error: setAddUpdateInfo: illegal value; 2\n"},
+      {CALL(HasBeenChanged, 2), true, 0, "error: setHasBeenChanged: illegal value; 2\n"},
+      {CALL(AddSequenceToUpdateInfo, -1), true, 0, "error: setAddSequenceToUpdateInfo: illegal value; -1\n"},
+      {CALL(AddSequenceToUpdateInfoMode, 2), true, 0, "error: setAddSequenceToUpdateInfoMode: illegal value; 2\n"},
+      {CALL(EnableStopItem, 2), true, 1, "error: setEnableStopItem: illegal value; 2\n"},
+      {CALL(IncludeOverdeterminedRules, 2), true, 1, "error: setincludeOverdeterminedRules: illegal value; 2\n"},
+      {CALL(RestartWithTrueStartItem, 2), true, 1, "error: restartWithTrueStartItem: illegal value; 2\n"},
+      {CALL(KeepSymbolsWhenRemoveOverdeterminedElements, 2), true, 1,
+       "error: setKeepSymbolsWhenRemoveOverdeterminedElements: illegal value; 2\n"},
+      {[](ZQMatrixInfo& r) { r._setIsOverDetermined(5); }, [](ZQMatrixInfo& r) { return r.getIsOverDetermined(); }, true, 1,
+       "error: _isOverDetermined: illegal value; 5\n"},
+      {CALL(MaxPhraseLengthForUpdateWithSequence, 4096), true, 4096, ""},
+      {CALL(MaxPhraseLengthForUpdateWithSequence, 4097), true, 64, "error: setMaxPhraseLength: illegal value; 4097\n"},
+      {CALL(MaxPhraseLengthForUpdateWithSequence, 0), true, 64, "error: setMaxPhraseLength: illegal value; 0\n"},
+      {CALL(SkillOutputLevel, 0), true, 0, ""},
+      {CALL(SkillOutputLevel, -1), true, 64, ""},
+      {CALL(SkillOutputLevel, 256), true, 64, ""},
+      {CALL(SuccessorMethod, 0), true, 3, ""},
+      {CALL(SuccessorMethod, 2), true, 2, ""},
+      {CALL(CurrentMatrixIDLevelDown, 3), true, 3, ""},
+      {CALL(CurrentMatrixIDLevelDown, -2), true, -1, "setCurrentMatrixIDLevelDown: Illegal value: -2\n"},
+      {CALL(CurrentMatrixIDLevelUp, -2), true, -1, "setCurrentMatrixIDLevelUp: Illegal value: -2\n"},
+#undef CALL
+  };
+  CapturedMessages messages(0);
+  int index = 0;
+  for (const auto& tried : cases) {
+    InitialisedRecord<ZQMatrixInfo> record;
+    if (tried.onFilledMatrix) record.fill();
+    tried.set(record);
+    EXPECT_EQ(tried.get(record), tried.expected) << "case " << index;
+    EXPECT_EQ(messages.take(), tried.messages) << "case " << index;
+    ++index;
+  }
+}
+
+TEST(ZQMatrixBaseInfo, LargeIndicesForceTheDimensionWhileTheOldValueStands) {
+  InitialisedRecord<ZQMatrixMediumInfo> record;
+  CapturedMessages messages(0);
+  record.setAllowLargeIndices(1);
+  EXPECT_EQ(messages.take(), "warning: setAllowLargeIndices(1) forces coordDimension to 2!\n");
+  EXPECT_EQ(record.getCoordinateDimension(), 2);
+  ASSERT_NE(record.getKernelOriginalSequence(), nullptr);
+  EXPECT_EQ(record.getKernelOriginalSequence()[1][255], 0) << "a row per coordinate, whoever set the dimension";
+  record.setAllowLargeIndices(2);
+  EXPECT_EQ(messages.take(),
+            "warning: setAllowLargeIndices(2) forces coordDimension to 4!\n"
+            "error: setCoordinateDimension can not be set if allowLargeIndices >0!\n");
+  EXPECT_EQ(record.getAllowLargeIndices(), 2);
+  EXPECT_EQ(record.getCoordinateDimension(), 2);
+}
+
+TEST(ZQMatrixBaseInfo, MaximalIndexMustLeaveRoomForWhatWasSeen) {
+  InitialisedRecord<ZQMatrixBaseInfo> record;
+  CapturedMessages messages(0);
+  for (int dimension = 0; dimension < 3; ++dimension) {
+    EXPECT_EQ(record.checkMatrixDimension(dimension), 1);
+    EXPECT_EQ(record.updateMatrixIndexInfo(dimension, 100), 1);
+    record.updateMatrixIndexInfo(dimension, -3);
+  }
+  record.setNumberOfMatrixElements(3);
+  for (int tooSmall : {100, 102}) {
+    record.setMaximalMatrixIndex(tooSmall);
+    EXPECT_EQ(messages.take(),
+              "error: setMaximalIndex for non-empty matrix failed because matrix contains values with higher indices\n");
+  }
+  EXPECT_EQ(record.getMaximalIndices()[0], 100);
+  EXPECT_EQ(record.getMinimalIndices()[0], -3);
+  record.setMaximalMatrixIndex(103);
+  EXPECT_EQ(messages.take(), "");
+  EXPECT_EQ(record.getMaximalIndices()[0], -104);
+  EXPECT_EQ(record.getMinimalIndices()[31], 104);
+
+  record.deInitMatrixInfo();
+  record.setMaximalMatrixIndex(5);
+  EXPECT_EQ(messages.take(), "error: setMaximalIndex can only be called after initMatrix!\n");
+  EXPECT_EQ(record.updateMatrixIndexInfo(0, 1), 0);
+  EXPECT_EQ(messages.take(), "updateMatrixInfo: dimIndex >= _internalCurrentDimension unexpected\n");
+
+  InitialisedRecord<ZQMatrixBaseInfo> empty;
+  for (int hostile : {INT_MAX, INT_MIN, -1}) empty.setMaximalMatrixIndex(hostile);
+  EXPECT_EQ(empty.getMaximalMatrixIndex(), -1);
+}
+
+TEST(ZQMatrixBaseInfo, DimensionsGrowByTheirFactorUpToTheLimit) {
+  InitialisedRecord<ZQMatrixMediumInfo> record;
+  CapturedMessages messages(0);
+  EXPECT_EQ(record.checkMatrixDimension(31), 1);
+  EXPECT_EQ(record.getInternalCurrentDimension(), 32);
+  EXPECT_EQ(record.getCurrentDimension(), 32);
+  EXPECT_EQ(record.checkMatrixDimension(50), 1);
+  EXPECT_EQ(record.getInternalCurrentDimension(), 80) << "50 * 1.618, truncated";
+  EXPECT_EQ(record.getMinimalIndices()[79], 500001);
+  EXPECT_EQ(record.getMaximalIndices()[79], -500001);
+  EXPECT_EQ(record.getMatrixPtr()[80], 0);
+  int numberOfDimensions = 0;
+  EXPECT_EQ(record.getUniqueRulesInDimension(&numberOfDimensions)[50], 0);
+  EXPECT_EQ(numberOfDimensions, 51);
+  EXPECT_EQ(record.checkMatrixDimension(4095), 1);
+  EXPECT_EQ(messages.take(), "");
+  EXPECT_EQ(record.checkMatrixDimension(4096), 0);
+  EXPECT_EQ(messages.take(), "checkMatrixDimension: dimIndex >= _maximalDimension unexpected\n");
+
+  record.setMaxDimOfMatrix(10);
+  EXPECT_EQ(record.checkMatrixDimension(20), 0) << "the limit counts in dimensions that exist, too";
+}
+
+TEST(ZQMatrixBaseInfo, DimensionsThatDoNotFitAreRefused) {
+  InitialisedRecord<ZQMatrixMediumInfo> record;
+  record.setMaxDimOfMatrix(INT_MAX);
+  zmatrix::largestAllocation = 1000 * sizeof(int);
+  EXPECT_EQ(record.checkMatrixDimension(INT_MAX - 1), 0);
+  EXPECT_EQ(record.getCurrentDimension(), 0);
+  EXPECT_EQ(record.checkMatrixDimension(100), 1);
+  zmatrix::largestAllocation = static_cast<size_t>(-1);
+  record._setInternalCurrentDimension(1);
+  EXPECT_EQ(record.checkMatrixDimension(1), 1) << "a capacity that its factor would leave where it is";
+  record.getMatrixPtr()[2] = 1;
+}
+
+TEST(ZQMatrixInfo, InitWarnsOnlyWhileTheRecordIsValid) {
+  ZQMatrixInfo record;
+  CapturedMessages messages(1);
+  record.initMatrixInfo(1);
+  EXPECT_EQ(messages.take(), "");
+  EXPECT_EQ(record.getUpdateInfoType(), 2);
+  EXPECT_EQ(record.getKernelMatrixHandle(), 1);
+  EXPECT_EQ(record.getNewSymbol(), 256);
+  EXPECT_EQ(record.getMagicNumber(), 43112609);
+
+  record.setNumberOfMatrixElements(1);
+  record.addNameOfUpdateFile("a");
+  record.initMatrixInfo(1);
+  EXPECT_EQ(messages.take(),
+            "initMatrixInfo: warning: matrixInfo already initialized, reinitializing...\n"
+            "initMatrixInfo: warning: reinitializing will erase all information in this matrix...\n");
+  EXPECT_EQ(record.getNamesOfUpdateFiles(), nullptr);
+
+  record.setMidiSoundID(3);
+  record.deInitMatrixInfo();
+  EXPECT_EQ(record.getMagicNumber(), -1);
+  EXPECT_EQ(record.getTimeStamp(), UINT_MAX);
+  EXPECT_EQ(record.getIsPhraseMatrix(), -1);
+  EXPECT_EQ(record.getNewSymbol(), -1);
+  EXPECT_EQ(record.getMidiSoundID(), 0);
+  EXPECT_EQ(record.getNameOfUpdateFile()[0], 1);
+  EXPECT_EQ(record.getMatrixPtr(), nullptr);
+  record.deInitMatrixInfo();
+  record.initMatrixInfo(0);
+  EXPECT_EQ(messages.take(), "");
+}
+
+TEST(ZQMatrixMediumInfo, NamesAreKeptWholeInTheListAndCutInTheField) {
+  InitialisedRecord<ZQMatrixMediumInfo> record;
+  const std::string longName(300, 'n');
+  for (const std::string& name : {std::string("first.txt"), longName}) {
+    record.setNameOfUpdateFile(name.c_str());
+    record.addNameOfUpdateFile(name.c_str());
+  }
+  EXPECT_EQ(std::string(record.getNameOfUpdateFile()), std::string(256, 'n'));
+  EXPECT_EQ(std::string(record.getNamesOfUpdateFiles()), "first.txt\n" + longName + "\n");
+
+  ZQMatrixProperties* snapshot = record.getGlobalMatrixInfoParameters();
+  ASSERT_NE(snapshot, nullptr);
+  EXPECT_STREQ(snapshot->namesOfUpdateFiles, record.getNamesOfUpdateFiles());
+  EXPECT_NE(snapshot->namesOfUpdateFiles, record.getNamesOfUpdateFiles()) << "a copy of its own";
+  EXPECT_EQ(snapshot->minimalIndices, record.getMinimalIndices());
+  EXPECT_EQ(snapshot->maxPhraseLengthForUpdateWithSequence, 64);
+  EXPECT_EQ(snapshot->successorRandomValue, 31459);
+  EXPECT_EQ(snapshot->ocronType, 0) << "number codes stay out";
+  EXPECT_EQ(snapshot->matrixID, 2);
+  snapshot->musicStyle = static_cast<ZQMatrixMusicStyle>(9);
+  EXPECT_EQ(record.getGlobalMatrixInfoParameters(), snapshot);
+  EXPECT_EQ(snapshot->musicStyle, 0) << "filled anew at each call";
+  record.releaseMemoryGlobalMatrixInfoParameters();
+}
+
+TEST(ZQMatrixMediumInfo, UpdateSequenceTakesTheSmallestWidth) {
+  const struct {
+    int lowest, highest, width;
+  } cases[] = {{-128, 127, -1}, {0, 255, 1},    {-1, 128, -2},         {0, 32766, -2},  {0, 32767, 2},    {-1, 32767, -4},
+               {0, 65535, 2},   {0, 65536, -4}, {-600000, 600000, -4}, {0, INT_MAX, 4}, {-1, INT_MAX, -8}};
+  for (const auto& tried : cases) {
+    InitialisedRecord<ZQMatrixMediumInfo> record;
+    const int sequence[] = {tried.lowest, tried.highest};
+    record.generateUpdateInfoSequence(sequence, 2);
+    EXPECT_EQ(record.getSizeOfCoordinateDimensions()[0], tried.width) << tried.lowest << " to " << tried.highest;
+    EXPECT_EQ(record.getLengthOfUpdateSequence(), 6);
+    EXPECT_EQ(record.getNumberOfUpdateSequenceBytes(), 6 * abs(tried.width));
+    long long highest = 0;
+    memcpy(&highest, record.getUpdateSequence() + abs(tried.width), static_cast<size_t>(abs(tried.width)));
+    EXPECT_EQ(highest, tried.highest) << "the second row, little byte first";
+  }
+}
+
+TEST(ZQMatrixMediumInfo, UpdateSequencesAreReplacedOrAppended) {
+  InitialisedRecord<ZQMatrixMediumInfo> record;
+  record.setCoordinateDimension(2);
+  CapturedMessages messages(0);
+  const int first[] = {1, -300, 2, 300};
+  const int wider[] = {1000, 1};
+  const std::string firstRows("\x01\xd4\xfe\x02\x2c\x01", 6);
+  record.generateUpdateInfoSequence(wider, 2);
+  record.generateUpdateInfoSequence(first, 4);
+  const std::string endRows(12, '\n');
+  EXPECT_EQ(std::string(record.getUpdateSequence(), 18), firstRows + endRows);
+  EXPECT_EQ(record.getLengthOfUpdateSequence(), 6);
+  EXPECT_EQ(record.getTotalLengthOfAllUpdateSequences(), 3);
+
+  record.setAddSequenceToUpdateInfoMode(1);
+  record.generateUpdateInfoSequence(wider, 2);
+  const std::string complaint =
+      "########## Error from generateUpdateInfoSequence: SizeOfCoordinateDimensions unexpected\n"
+      "########## update sequence may contain invalid data...\n";
+  EXPECT_EQ(messages.take(), complaint + complaint) << "each coordinate that differs";
+  EXPECT_EQ(record.getLengthOfUpdateSequence(), 11);
+  EXPECT_EQ(std::string(record.getUpdateSequence(), 33), firstRows + endRows + std::string("\xe8\x01\x00", 3) + endRows);
+
+  record.generateUpdateInfoSequence(nullptr, 4);
+  record.generateUpdateInfoSequence(first, INT_MIN);
+  EXPECT_EQ(record.getLengthOfUpdateSequence(), 11);
+  record.setLengthOfUpdateSequence(INT_MAX);
+  record.generateUpdateInfoSequence(first, 4);
+  EXPECT_EQ(record.getLengthOfUpdateSequence(), INT_MAX) << "no room: what is there stays";
+
+  InitialisedRecord<ZQMatrixMediumInfo> withoutCoordinates;
+  withoutCoordinates.setCoordinateDimension(0);
+  withoutCoordinates.generateUpdateInfoSequence(first, 4);
+  EXPECT_EQ(withoutCoordinates.getUpdateSequence(), nullptr);
+}
+
+TEST(ZQMatrixInfo, PrintsTheFieldsOfAllTiers) {
+  InitialisedRecord<ZQMatrixInfo> record;
+  const int sequence[] = {-5, 300};
+  record.generateUpdateInfoSequence(sequence, 2);
+  record.checkMatrixDimension(1);
+  record.getWriteElementsInDimension(nullptr)[1] = 7;
+  CapturedMessages messages(4);
+  record.printMatrixInfo();
+  const std::string text = messages.take();
+  size_t position = 0;
+  for (const char* line : {"updateInfoSize:  (not available)\n",
+                           "magicNumber: 43112609: \n",
+                           "matrixID: 2: \n",
+                           "allowLargeIndices: 0: \n",
+                           "coordinate dimension: 1: \n",
+                           "isFinalized: 0: \n",
+                           "memIsReadOnly: 0: \n",
+                           "sizeOfCoordinateDimensions: \n",
+                           "cdimension 0: size of coordinate:-2\n",
+                           "maximal Matrix index: 500000 \n",
+                           "maximal allowed Dimension: 4096 \n",
+                           "current memory search method: 1 \n",
+                           "currentDimension: 2 \n",
+                           "currentInternalDimension: 32 \n",
+                           "numberOfWriteEventsInMatrix: 0\n",
+                           "numberOfDeleteEventsInMatrix: 0\n",
+                           "numberOfElementsInMatrix: 0\n",
+                           "numberOfWriteElementsInMatrix: 0\n",
+                           "numberOfWriteCountsInMatrix: 0\n",
+                           "numberOfEndElementsInMatrix: 0\n",
+                           "internalLengthOfTemporaryMemory: 256\n",
+                           "dimension 0: ->_ 500001, -500001\n",
+                           "updateIndex: 0: \n",
+                           " -5\n",
+                           " 300\n",
+                           "dimension 1: no of writeElements: 7\n",
+                           "              no of ruleElements: 0\n",
+                           "        no of uniqueRuleElements: 0\n",
+                           "matrixIDLevelDown: -1: \n",
+                           "matrixIDLevelUp: -1: \n",
+                           "numberOfSymbolsInMatrix: 0\n",
+                           "last created symbolID in Matrix: 256\n",
+                           "keepSymbolsWhenRemovingOverdeterminedElements: 1\n"}) {
+    position = text.find(line, position);
+    ASSERT_NE(position, std::string::npos) << line;
+  }
+}
+
+}  // namespace

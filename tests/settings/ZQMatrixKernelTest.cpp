@@ -1,0 +1,134 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "frame/ZQMemory.h"
+#include "settings/ZQMatrixMediumInfo.h"
+#include "support/CapturedMessages.h"
+
+namespace {
+
+struct Release {
+  void operator()(void* pointer) const { systemFree(pointer); }
+};
+
+std::vector<int> flat(int* (ZQMatrixMediumInfo::*copy)(int*, int*), ZQMatrixMediumInfo& record) {
+  int length = -1;
+  int dimension = -1;
+  const std::unique_ptr<int, Release> items((record.*copy)(&length, &dimension));
+  EXPECT_EQ(dimension, record.getCoordinateDimension());
+  return items == nullptr ? std::vector<int>() : std::vector<int>(items.get(), items.get() + length);
+}
+
+TEST(KernelSequence, ResetWritesTheDefaultItemOfTheMatrixType) {
+  const struct {
+    int matrixType, dimension, preProcessingType;
+    std::vector<int> expected;
+  } cases[] = {{0, 2, 1, {0, 0}},
+               {1, 2, 1002, {65, 0}},
+               {1, 1, 1, {65}},
+               {2, 1, 2, {0, 0}},
+               {3, 1, 1, {7}},
+               {4, 3, 1003, {65, 0, 3072}},
+               {5, 4, 1004, {65, 0, 3072, 0}},
+               {5, 5, 1, {65, 0, 3072, 0, 7}},
+               {6, 1, 1, {7}},
+               {-1, 1, 1, {7}},
+               {2, 1, 0, {}}};
+  for (const auto& tried : cases) {
+    ZQMatrixMediumInfo record;
+    record.initMatrixInfo(0);
+    record.setCoordinateDimension(tried.dimension);
+    record.setMatrixType(tried.matrixType);
+    record.setPreProcessingType(tried.preProcessingType);
+    for (int k = 0; k < tried.dimension; ++k) {
+      record.getKernelOriginalSequence()[k][0] = 7;
+      record.getKernelOriginalSequenceInitialValues()[k][0] = 7;
+    }
+    record.setLengthOfKernelPreProcessedSequence(5);
+    EXPECT_EQ(record.resetKernelSequence(3, 1) * tried.dimension, static_cast<int>(tried.expected.size()));
+    EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector, record), tried.expected);
+    EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceInitialValuesFlatIndexVector, record), tried.expected);
+    EXPECT_EQ(record.getLengthOfKernelPreProcessedSequence(), 0);
+    EXPECT_EQ(record.getKernelMatrixHandle(), 3);
+  }
+}
+
+TEST(KernelSequence, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
+  ZQMatrixMediumInfo record;
+  record.initMatrixInfo(0);
+  for (int i = 0; i < 5; ++i) {
+    record.getKernelOriginalSequence()[0][i] = 10 + i;
+    record.getKernelOriginalSequenceInitialValues()[0][i] = 20 + i;
+    record.getKernelPreProcessedSequence()[0][i] = 30 + i;
+  }
+  record.setLengthOfKernelOriginalSequence(5);
+  record.setLengthOfKernelPreProcessedSequence(3);
+  EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelPreProcessedSequenceIndexVector, record), (std::vector<int>{30, 31, 32}));
+  EXPECT_EQ(record.resetKernelSequence(0, 0), 2);
+  EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector, record), (std::vector<int>{20, 21}));
+  EXPECT_EQ(record.getKernelPreProcessedSequence()[0][0], 0);
+
+  zmatrix::CapturedMessages messages(8);
+  record.setLengthOfKernelPreProcessedSequence(3);
+  EXPECT_EQ(record.resetKernelSequence(0, 0), -1);
+  EXPECT_EQ(messages.take(),
+            "initializeKernelSequenceWithObjectOriginalSequence(): _lengthOfKernelOriginalSequence(2) - "
+            "_lengthOfKernelPreProcessedSequence(3)) <0)\n");
+  EXPECT_TRUE(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector, record).empty());
+}
+
+TEST(KernelSequence, LongKernelsSurviveTheResetOfTheirInternalLengths) {
+  ZQMatrixMediumInfo record;
+  record.initMatrixInfo(0);
+  ASSERT_TRUE(record.provideKernelOriginalRows(1000));
+  record._setInternalLengthOfKernelOriginalSequence(0);
+  for (int i = 0; i < 1000; ++i) record.getKernelOriginalSequenceInitialValues()[0][i] = i;
+  record.setLengthOfKernelOriginalSequence(1000);
+  EXPECT_EQ(record.resetKernelSequence(0, 0), 1000);
+  EXPECT_EQ(record.getInternalLengthOfKernelOriginalSequence(), 256);
+  EXPECT_EQ(record.getInternalLengthOfKernelPreProcessedSequence(), 256);
+  EXPECT_EQ(record.getKernelOriginalSequence()[0][999], 999);
+
+  record.setPreProcessingType(999);  // needs more items than the rows have at first
+  EXPECT_EQ(record.resetKernelSequence(0, 1), 999);
+
+  ZQMatrixMediumInfo fresh;
+  fresh.initMatrixInfo(0);
+  fresh.setPreProcessingType(999);
+  EXPECT_EQ(fresh.resetKernelSequence(0, 0), 999);
+  fresh.setCoordinateDimension(3);
+  EXPECT_EQ(fresh.getKernelOriginalSequence()[2][998], 0) << "new rows reach as far as the sequence does";
+}
+
+TEST(KernelSequence, ObjexVectorsAreOneBlock) {
+  ZQMatrixMediumInfo record;
+  record.initMatrixInfo(0);
+  record.setCoordinateDimension(2);
+  for (int i = 0; i < 3; ++i) {
+    record.getKernelOriginalSequence()[0][i] = i;
+    record.getKernelOriginalSequence()[1][i] = -i;
+  }
+  record.setLengthOfKernelOriginalSequence(3);
+  int count = 0;
+  int dimension = 0;
+  const std::unique_ptr<int*, Release> items(record.createKernelOriginalSequenceObjexVector(&count, &dimension));
+  ASSERT_EQ(count, 3);
+  EXPECT_EQ(dimension, 2);
+  EXPECT_EQ(reinterpret_cast<int**>(items.get()[0]), items.get() + 3) << "the items follow their pointers";
+  EXPECT_EQ(items.get()[2][1], -2);
+
+  zmatrix::CapturedMessages messages(8);
+  EXPECT_EQ(record.initializeKernelSequenceWithObjectOriginalSequence(items.get(), count), 0);
+  EXPECT_EQ(messages.take(), "initializeKernelSequenceWithObjectOriginalSequence(): not yet implemented\n");
+  EXPECT_EQ(record.initializeKernelSequenceWithObjectOriginalSequence(nullptr, 0), 0);
+  EXPECT_EQ(messages.take(), "");
+  EXPECT_EQ(record.getKernelSequenceObjectVector(&count, nullptr), record.getKernelPreProcessedSequence());
+  EXPECT_EQ(messages.take(), "getKernelSequenceObjectVector89: not yet implemented\n");
+
+  record.deInitMatrixInfo();
+  EXPECT_EQ(record.createKernelOriginalSequenceObjexVector(&count, &dimension), nullptr);
+}
+
+}  // namespace
