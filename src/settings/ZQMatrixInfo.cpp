@@ -12,9 +12,11 @@ int ZQMatrixInfo::initMatrixInfo(int id) {
 }
 
 void ZQMatrixInfo::deInitMatrixInfo() {
+  if (updateInfoType >= ZQMatrixInfoTypeMedium) {
 #define ZQ_FULL_ROWS
 #define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = -1;
 #include "settings/ZQMatrixInfoFields.def"
+  }
   ZQMatrixMediumInfo::deInitMatrixInfo();
 }
 

@@ -227,5 +227,6 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   int sizeOfUpdateRow() const;
   void packItems(const int* sequence, int numberOfItems, char* row) const;
   void printUpdateSequence();
+  void printKernelRows(const char* name, zmatrix::RowTable& rows, int numberOfItems);
   void printDimensions();
 };

@@ -182,9 +182,22 @@ void ZQMatrixMediumInfo::printMatrixInfo() {
 #define ZQ_BEHIND_MUSIC_STYLE \
   for (int i = 0; i < 16; ++i) dbPrintf(1, "midiChannelFilter %d: %d: \n", i, midiChannelFilter[i]);
 #include "settings/ZQMatrixInfoFields.def"
+  printKernelRows("kernelOriginalSequence", kernelOriginalSequence, lengthOfKernelOriginalSequence);
+  printKernelRows("kernelPreProcessedSequence", kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
+  printKernelRows("kernelOriginalSequenceInitialValues", kernelOriginalSequenceInitialValues, lengthOfKernelOriginalSequence);
   dbPrintf(1, "hasBeenChanged: %d: \n", hasBeenChanged);
+  if (namesOfUpdateFiles.size() > 0) dbPrintf(1, "namesOfUpdateFiles: \n%s", namesOfUpdateFiles.data());
   printUpdateSequence();
   printDimensions();
+}
+
+void ZQMatrixMediumInfo::printKernelRows(const char* name, zmatrix::RowTable& rows, int numberOfItems) {
+  if (kernelRows(rows) == nullptr || !ZQDebugChannel::shows(1)) return;
+  for (int i = 0; i < std::min({numberOfItems, rows.rowLength(), longestPrintedSequence}); ++i) {
+    dbPrintf(1, "%s %d:", name, i);
+    for (int k = 0; k < coordinateDimension; ++k) dbPrintf(1, " %d", rows[k][i]);
+    dbPrintf(1, "\n");
+  }
 }
 
 void ZQMatrixMediumInfo::printUpdateSequence() {
