@@ -52,7 +52,7 @@ int updateWithTextPhrases(Matrix* matrix, std::span<const int> text, int preProc
     const TextPhrase phrase = nextTextPhrase(text, position);
     const std::span<const int> values =
         text.subspan(static_cast<size_t>(phrase.start), static_cast<size_t>(phrase.end - phrase.start));
-    if (matrix->getMatrixDebugLevel() >= 1) showTextPhrase(values);
+    if (ZQDebugChannel::globalDebugLevel >= 1) showTextPhrase(values);
     if (!values.empty()) result = TextTier<Matrix>::updateWithPhrase(matrix, values, preProcessingType);
     position = phrase.end;
   }

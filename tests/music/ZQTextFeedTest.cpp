@@ -50,7 +50,6 @@ class RecordingMatrix {
   void applyGlobalMatrixProperties() { applyText("applied"); }
   void setDefaultMatrixPropertiesForANSIText(const char* name) { applyText(std::string("default for ") + name); }
   void setMatrixDescription(const char* text) { header.setMatrixDescription(text); }
-  int getMatrixDebugLevel() const { return ZQDebugChannel::globalDebugLevel; }
   int updateNumberOfAppendedMatrices() { return ++appendedUpdates; }
   int getLanguageIDFromAnsiFile(const char* name) { return zmatrix::languageOfTextFile(name); }
   int getMatrixIDForLanguage(int type, int language, int preProcessing) {

@@ -1,0 +1,225 @@
+// Whole sequences back to original items, and index vectors up and down their preprocessing levels. An index vector brings its
+// own settings, so a sub-matrix that holds nothing lends its info record for the time of the work.
+#include <algorithm>
+#include <cstdio>
+
+#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSmallQueries.h"
+#include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQMatrixSequenceIndexVector.h"
+#include "sequence/ZQObjexBlock.h"
+
+using zmatrix::ObjexBlock;
+using zmatrix::SystemOwned;
+
+namespace {
+
+/// Restores item after item behind the first ones, which stand in the block. Returns how many items stand there then.
+int restoreItems(ZQMatrixMedium* matrix, int** items, int first, int total, int** preProcessed) {
+  const int coordinateDimension = matrix->getMatrixInfo()->getCoordinateDimension();
+  for (int k = first; k < total; k++) {
+    const int* item =
+        matrix->getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(items, k - 1, total, preProcessed[k - first]);
+    if (item == nullptr) return k;
+    std::copy_n(item, coordinateDimension, items[k]);
+  }
+  return total;
+}
+
+void copyItems(int** to, const int* const* from, int numberOfItems, int coordinateDimension) {
+  for (int i = 0; i < numberOfItems; i++) std::copy_n(from[i], coordinateDimension, to[i]);
+}
+
+/// A host may read its console at once.
+void complain(const char* message) {
+  dbPrintf(0, "%s", message);
+  fflush(stdout);
+}
+
+/// Makes the sub-matrix behind the last occupied one current, with these settings. False, with a message that names the forward
+/// operation in both directions, if there is none.
+bool switchToSpareMatrix(ZQMatrixMedium* matrix, int coordinateDimension, int preProcessingType) {
+  const int spareID = matrix->getHighestOccupiedMatrixID() + 1;
+  if (spareID >= matrix->getMaxNumberOfMatrices()) {
+    complain("error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): no free sub matrix found...\n");
+    return false;
+  }
+  matrix->setCurrentMatrixID(spareID);
+  matrix->getMatrixInfo()->setCoordinateDimension(coordinateDimension);
+  matrix->getMatrixInfo()->setPreProcessingType(preProcessingType);
+  return true;
+}
+
+void giveIndexVector(ZQMatrixSequenceIndexVector* vector, SystemOwned<int> data, int length) {
+  if (vector->setIndexVectorReference(data.get(), length)) data.release();
+}
+
+/// One level up; the spare sub-matrix is current.
+ZQMatrixSequenceIndexVector* newPreProcessedVector(ZQMatrixMedium* matrix, const ZQMatrixSequenceIndexVector* original) {
+  ZQMatrixSequenceIndexVector* result = createZQMatrixSequenceIndexVector();
+  if (result == nullptr) return nullptr;
+  const int type = original->getApplyPreprocessingType();
+  result->setPropertiesFrom(original);
+  result->setCurrentLevelOfPreprocOperations(original->getCurrentLevelOfPreprocOperations() + 1);
+  result->_setUsedPreprocessingType(type);
+  result->setCoordDimensionAfterPreproc(original->getCoordDimension());
+  const long long neededIntegers =
+      static_cast<long long>(sGetNumberOriginalItemsToRestoreFromPreprocessed(type)) * original->getCoordDimension();
+  const int length = original->getLengthOfIndexVector();
+  result->setOriginalIndexItems(original->getIndexVector(), static_cast<int>(std::clamp<long long>(neededIntegers, 0, length)));
+
+  int preProcessedLength = 0;
+  SystemOwned<int> preProcessed(
+      matrix->getPreProcessedSequenceFromOriginalSequence(original->getIndexVector(), length, &preProcessedLength));
+  giveIndexVector(result, std::move(preProcessed), preProcessedLength);
+  return result;
+}
+
+/// One level down; the spare sub-matrix is current and `preProcessed` and `start` were read in its dimension. Null without
+/// memory.
+ZQMatrixSequenceIndexVector* newOriginalVector(ZQMatrixMedium* matrix, const ZQMatrixSequenceIndexVector* preProcessedVector,
+                                               int** preProcessed, int numberOfPreProcessed, int** start, int numberOfStart) {
+  const int coordinateDimension = matrix->getMatrixInfo()->getCoordinateDimension();
+  const long long total = static_cast<long long>(numberOfStart) + numberOfPreProcessed;
+  ObjexBlock items = zmatrix::newObjexBlock(total, coordinateDimension);
+  if (items == nullptr) return nullptr;
+  copyItems(items.get(), start, numberOfStart, coordinateDimension);
+  int numberOfItems = static_cast<int>(total);
+  if (preProcessedVector->getUsedPreprocessingType() == ZQPreProcessingTypeNone)
+    copyItems(items.get() + numberOfStart, preProcessed, numberOfPreProcessed, coordinateDimension);
+  else
+    numberOfItems = restoreItems(matrix, items.get(), numberOfStart, numberOfItems, preProcessed);
+
+  ZQMatrixSequenceIndexVector* result = createZQMatrixSequenceIndexVector();
+  if (result == nullptr) return nullptr;
+  result->setPropertiesFrom(preProcessedVector);
+  giveIndexVector(result, zmatrix::flatSequenceOfObjex(items.get(), numberOfItems, coordinateDimension),
+                  numberOfItems * coordinateDimension);
+  result->setLengthOfIndexVectorInfos(preProcessedVector->getLengthOfIndexVectorInfos() - 1);
+  result->setCurrentLevelOfPreprocOperations(preProcessedVector->getCurrentLevelOfPreprocOperations() - 1);
+  return result;
+}
+
+/// False, with a message, for what has no way back.
+bool canGoDown(const ZQMatrixSequenceIndexVector* preprocessedIndexVector) {
+  if (preprocessedIndexVector == nullptr) {
+    complain("error from getOriginalZQIndexVectorFromPreprocessedIndexVector: preprocessedIndexVector = NULL!\n");
+    return false;
+  }
+  // An original has no record whose dimension could be asked for.
+  if (preprocessedIndexVector->getCurrentLevelOfPreprocOperations() < 0) {
+    complain(
+        "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because vector is "
+        "original!\n");
+    return false;
+  }
+  if (preprocessedIndexVector->getCoordDimensionAfterPreproc() < 1) {
+    complain(
+        "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because coordDimension = "
+        "0!\n");
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+int** ZQMatrixMedium::getOriginalObjexSequenceFromPreProcessedObjexSequence(int** start, int countOfStart, int capacity,
+                                                                            int** preProcessed, int countOfPreProcessed,
+                                                                            int* resultCount, int inPlace) {
+  *resultCount = 0;
+  const int type = getMatrixInfo()->getPreProcessingType(), coordinateDimension = getMatrixInfo()->getCoordinateDimension();
+  const int needed = sGetNumberOriginalItemsToRestoreFromPreprocessed(type);
+  const long long total = static_cast<long long>(needed) + countOfPreProcessed;
+  if (start == nullptr || countOfStart < needed || preProcessed == nullptr || countOfPreProcessed < 1) return nullptr;
+  if (inPlace == 1 && total > capacity) return nullptr;
+
+  ObjexBlock block;
+  if (inPlace != 1) {
+    block = zmatrix::newObjexBlock(total, coordinateDimension);
+    if (block == nullptr) return nullptr;
+    copyItems(block.get(), start, needed, coordinateDimension);
+  }
+  int** items = inPlace == 1 ? start : block.release();
+  *resultCount = static_cast<int>(total);
+  if (type != ZQPreProcessingTypeNone)
+    *resultCount = restoreItems(this, items, needed, *resultCount, preProcessed);
+  else if (inPlace != 1)
+    copyItems(items, preProcessed, countOfPreProcessed, coordinateDimension);
+  return items;
+}
+
+int* ZQMatrixMedium::getOriginalSequenceFromPreProcessedSequence(int* start, int lengthOfStart, int capacity,
+                                                                 const int* preProcessed, int lengthOfPreProcessed,
+                                                                 int* resultLength, int inPlace) {
+  *resultLength = 0;
+  const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
+  if (start == nullptr || capacity < 1 || coordinateDimension < 1) return nullptr;
+  int countOfStart = 0, countOfPreProcessed = 0, resultCount = 0;
+  ObjexBlock startItems(getObjexSequenceFromFlatSequence(start, lengthOfStart, &countOfStart));
+  const ObjexBlock preProcessedItems(getObjexSequenceFromFlatSequence(preProcessed, lengthOfPreProcessed, &countOfPreProcessed));
+  if (startItems == nullptr || preProcessedItems == nullptr) return nullptr;
+
+  const int capacityInItems = capacity / coordinateDimension;
+  if (inPlace == 1) {
+    // The items grow in place too: their block gets what `start` has, as far as the result can reach.
+    const long long total =
+        static_cast<long long>(sGetNumberOriginalItemsToRestoreFromPreprocessed(getMatrixInfo()->getPreProcessingType())) +
+        countOfPreProcessed;
+    if (total > capacityInItems) return nullptr;
+    const int itemsInPlace = std::max(countOfStart, static_cast<int>(total));
+    startItems = zmatrix::newObjexBlockFrom(start, itemsInPlace * coordinateDimension, coordinateDimension);
+    if (startItems == nullptr) return nullptr;
+  }
+  int** items = getOriginalObjexSequenceFromPreProcessedObjexSequence(
+      startItems.get(), countOfStart, capacityInItems, preProcessedItems.get(), countOfPreProcessed, &resultCount, inPlace);
+  const ObjexBlock ownItems(items != startItems.get() ? items : nullptr);
+  SystemOwned<int> flat(getFlatSequenceFromObjexSequence(items, resultCount, resultLength));
+  if (flat == nullptr || inPlace != 1) return flat.release();
+  std::copy_n(flat.get(), *resultLength, start);
+  return start;
+}
+
+ZQMatrixSequenceIndexVector* ZQMatrixMedium::getPreProcessedZQIndexVectorFromOriginalIndexVector(
+    ZQMatrixSequenceIndexVector* originalIndexVector) {
+  if (originalIndexVector == nullptr) {
+    complain("error from getPreProcessedZQIndexVectorFromPreprocessedIndexVector: originalIndexVector = NULL!\n");
+    return nullptr;
+  }
+  const int matrixID = getCurrentMatrixID();
+  if (!switchToSpareMatrix(this, originalIndexVector->getCoordDimension(), originalIndexVector->getApplyPreprocessingType()))
+    return nullptr;
+  ZQMatrixSequenceIndexVector* result = newPreProcessedVector(this, originalIndexVector);
+  setCurrentMatrixID(matrixID);
+  return result;
+}
+
+ZQMatrixSequenceIndexVector* ZQMatrixMedium::getOriginalZQIndexVectorFromPreprocessedIndexVector(
+    ZQMatrixSequenceIndexVector* preprocessedIndexVector) {
+  if (!canGoDown(preprocessedIndexVector)) return nullptr;
+  const int matrixID = getCurrentMatrixID();
+  const int type = preprocessedIndexVector->getUsedPreprocessingType();
+  if (!switchToSpareMatrix(this, preprocessedIndexVector->getCoordDimensionAfterPreproc(), type)) return nullptr;
+
+  int numberOfPreProcessed = 0, numberOfStart = 0;
+  const ObjexBlock preProcessed(getObjexSequenceFromFlatSequence(
+      preprocessedIndexVector->getIndexVector(), preprocessedIndexVector->getLengthOfIndexVector(), &numberOfPreProcessed));
+  if (preProcessed == nullptr || numberOfPreProcessed < 1) {
+    // The one way out that leaves the spare sub-matrix current.
+    complain("error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): preprocessedObjexSequence = NULL or length = 0..\n");
+    return nullptr;
+  }
+  const int neededItems = sGetNumberOriginalItemsToRestoreFromPreprocessed(type);
+  const ObjexBlock start(getObjexSequenceFromFlatSequence(
+      preprocessedIndexVector->getOriginalIndexItems(),
+      preprocessedIndexVector->getNumberOfOriginalItemsNeededForInversePreProcess(), &numberOfStart));
+  ZQMatrixSequenceIndexVector* result = nullptr;
+  if (numberOfStart < neededItems)
+    complain(
+        "error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): lengthOfOriginalObjexStartSequence < "
+        "requiredLengthOfStartSequence\n");
+  else
+    result = newOriginalVector(this, preprocessedIndexVector, preProcessed.get(), numberOfPreProcessed, start.get(), neededItems);
+  setCurrentMatrixID(matrixID);
+  return result;
+}

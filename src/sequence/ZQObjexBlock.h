@@ -1,0 +1,47 @@
+// Sequences of objex as hosts get them: one block of systemMalloc, a table of pointers with the items behind it.
+#pragma once
+
+#include <algorithm>
+#include <climits>
+
+#include "frame/ZQSystemOwned.h"
+
+namespace zmatrix {
+
+using ObjexBlock = SystemOwned<int*>;
+
+/// A block of items of zeros, or null. It can hold no items.
+inline ObjexBlock newObjexBlock(long long numberOfItems, int coordinateDimension) {
+  if (numberOfItems < 0 || numberOfItems > INT_MAX || coordinateDimension < 1) return nullptr;
+  const long long numberOfIntegers = numberOfItems * coordinateDimension;
+  if (numberOfIntegers > INT_MAX) return nullptr;
+  const size_t items = static_cast<size_t>(numberOfItems), integers = static_cast<size_t>(numberOfIntegers);
+  auto* block = static_cast<int**>(systemMalloc(std::max(items * sizeof(int*) + integers * sizeof(int), sizeof(int*))));
+  if (block == nullptr) return nullptr;
+  int* const values = reinterpret_cast<int*>(block + items);
+  std::fill_n(values, integers, 0);
+  for (size_t i = 0; i < items; i++) block[i] = values + i * static_cast<size_t>(coordinateDimension);
+  return ObjexBlock(block);
+}
+
+/// A block of the whole items of a flat sequence; a ragged tail is dropped. Null for no sequence or no room.
+inline ObjexBlock newObjexBlockFrom(const int* flat, int length, int coordinateDimension) {
+  if (flat == nullptr || length < 1 || coordinateDimension < 1) return nullptr;
+  const int numberOfItems = length / coordinateDimension;
+  ObjexBlock block = newObjexBlock(numberOfItems, coordinateDimension);
+  if (block != nullptr && numberOfItems > 0) std::copy_n(flat, numberOfItems * coordinateDimension, block[0]);
+  return block;
+}
+
+/// The items one after the other, in a new array, or null if there are none or no room.
+inline SystemOwned<int> flatSequenceOfObjex(const int* const* objex, int numberOfItems, int coordinateDimension) {
+  const long long length = static_cast<long long>(numberOfItems) * coordinateDimension;
+  if (objex == nullptr || numberOfItems < 1 || coordinateDimension < 1 || length > INT_MAX) return nullptr;
+  SystemOwned<int> flat(systemMallocArray<int>(length));
+  if (flat == nullptr) return nullptr;
+  for (int i = 0; i < numberOfItems; i++)
+    std::copy_n(objex[i], coordinateDimension, flat.get() + static_cast<long long>(i) * coordinateDimension);
+  return flat;
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,312 @@
+// Preprocessing on a matrix: the two forms of sequences, the inverse of whole sequences, and index vectors through their levels.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <memory>
+#include <vector>
+
+#include "frame/ZQMemory.h"
+#include "frame/ZQSystemOwned.h"
+#include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQMatrixSequenceIndexVector.h"
+#include "support/CapturedMessages.h"
+
+namespace {
+
+using Numbers = std::vector<int>;
+using OwnedVector = std::unique_ptr<ZQMatrixSequenceIndexVector, void (*)(ZQMatrixSequenceIndexVector*)>;
+
+class MediumPreprocessing : public testing::Test {
+ protected:
+  void TearDown() override { deleteMatrixMedium(matrix); }
+
+  void use(int coordinateDimension, int preProcessingType) {
+    matrix->getMatrixInfo()->setCoordinateDimension(coordinateDimension);
+    matrix->getMatrixInfo()->setPreProcessingType(preProcessingType);
+  }
+
+  Numbers dataOf(const ZQMatrixSequenceIndexVector* vector) const {
+    return {vector->getIndexVector(), vector->getIndexVector() + vector->getLengthOfIndexVector()};
+  }
+
+  /// The flat inverse: what stands in `start`, which has room for `capacity` integers, or in the new array.
+  Numbers inverse(Numbers start, int capacity, const Numbers& preProcessed, int inPlace) {
+    const int lengthOfStart = static_cast<int>(start.size());
+    start.resize(static_cast<size_t>(std::max(capacity, lengthOfStart)), -9);
+    int resultLength = -7;
+    int* result =
+        matrix->getOriginalSequenceFromPreProcessedSequence(start.data(), lengthOfStart, capacity, preProcessed.data(),
+                                                            static_cast<int>(preProcessed.size()), &resultLength, inPlace);
+    if (result == nullptr) {
+      EXPECT_EQ(resultLength, 0);
+      return {};
+    }
+    EXPECT_EQ(result == start.data(), inPlace == 1);
+    const Numbers numbers(result, result + resultLength);
+    if (result != start.data()) systemFree(result);
+    return numbers;
+  }
+
+  int length = -7, count = -7;
+  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
+};
+
+TEST_F(MediumPreprocessing, TakesItsSettingsFromTheCurrentSubMatrix) {
+  const int items[] = {60, 0, 62, 9216};
+  use(2, 1002);
+  matrix->getMatrixInfo()->setMidiTimeSignatureNom(3);
+  const zmatrix::SystemOwned<int> notes(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length));
+  EXPECT_EQ(Numbers(notes.get(), notes.get() + length), (Numbers{127, 0, 2, 0}));
+  matrix->setCurrentMatrixID(1);
+  use(1, 1);
+  const zmatrix::SystemOwned<int> steps(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length));
+  EXPECT_EQ(Numbers(steps.get(), steps.get() + length), (Numbers{-60, 62, 9154}));
+
+  const long long large[] = {1LL << 40, 0};
+  const zmatrix::SystemOwned<long long> largeSteps(
+      matrix->getLongLongPreProcessedSequenceFromOriginalSequence(large, 2, &length));
+  EXPECT_EQ(length, 1);
+  EXPECT_EQ(largeSteps[0], -(1LL << 40));
+  const zmatrix::SystemOwned<long long> zeros(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(items, 4, &length));
+  EXPECT_EQ(std::vector<long long>(zeros.get(), zeros.get() + length), std::vector<long long>(3, 0));
+
+  zmatrix::CapturedMessages messages(0);
+  for (int emptyLength : {0, -1, INT_MIN}) {
+    EXPECT_EQ(matrix->getPreProcessedSequenceFromOriginalSequence(items, emptyLength, &length), nullptr);
+    EXPECT_EQ(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(items, emptyLength, &length), nullptr);
+  }
+  EXPECT_EQ(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(nullptr, 3, &length), nullptr);
+  EXPECT_EQ(matrix->getPreProcessedSequenceFromOriginalSequence(nullptr, 3, &length), nullptr);
+  std::string warnings;
+  for (int i = 0; i < 8; i++) warnings += "Warning from getProcessedSequence: originalSequence is empty\n";
+  EXPECT_EQ(messages.take(), warnings);
+}
+
+TEST_F(MediumPreprocessing, ConvertsBetweenTheTwoForms) {
+  use(2, 0);
+  const int flat[] = {1, 2, 3, 4, 5};
+  const zmatrix::SystemOwned<int*> objex(matrix->getObjexSequenceFromFlatSequence(flat, 5, &count));
+  EXPECT_EQ(count, 2);  // the ragged tail is gone
+  EXPECT_EQ(objex[1][1], 4);
+  const zmatrix::SystemOwned<int> back(matrix->getFlatSequenceFromObjexSequence(objex.get(), 2, &length));
+  EXPECT_EQ(Numbers(back.get(), back.get() + length), (Numbers{1, 2, 3, 4}));
+  for (int illegalCount : {0, -1, INT_MIN, INT_MAX}) {
+    EXPECT_EQ(matrix->getFlatSequenceFromObjexSequence(objex.get(), illegalCount, &length), nullptr);
+    EXPECT_EQ(length, 0);
+  }
+  EXPECT_EQ(matrix->getObjexSequenceFromFlatSequence(flat, -1, &count), nullptr);
+  EXPECT_EQ(matrix->getObjexSequenceFromFlatSequence(nullptr, 5, &count), nullptr);
+  EXPECT_EQ(count, 0);
+
+  matrix->setCurrentMatrixID(1);
+  use(2, 1);
+  const zmatrix::SystemOwned<int*> steps(matrix->getPreProcessedObjexSequenceFromOriginalObjexSequence(objex.get(), 2, &count));
+  EXPECT_EQ(count, 1);
+  EXPECT_EQ(steps[0][0], 2);
+  EXPECT_EQ(matrix->getPreProcessedObjexSequenceFromOriginalObjexSequence(objex.get(), 1, &count), nullptr);
+  EXPECT_EQ(count, 0);
+}
+
+TEST_F(MediumPreprocessing, RestoresTheNextItemFromTheKernel) {
+  use(1, 2);
+  ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
+  const int kernel[] = {1, 5, 7};
+  std::copy_n(kernel, 3, info->getKernelOriginalSequence()[0]);
+  info->setLengthOfKernelOriginalSequence(3);
+  int item = 1;
+  EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(&item), &item);
+  EXPECT_EQ(item, 10);
+  info->setLengthOfKernelOriginalSequence(0);  // shorter than the order: what is missing counts as 0
+  item = 4;
+  matrix->getNextOriginalObjexFromPreProcessedObjex(&item);
+  EXPECT_EQ(item, 4);
+  EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(nullptr), nullptr);
+}
+
+TEST_F(MediumPreprocessing, SaysWhatIsWrongInTheWordsOfTheOperation) {
+  use(2, 1002);
+  int values[] = {60, 0, 62, 100}, item[] = {1, 1};
+  int* items[] = {values, values + 2};
+  const std::string plain =
+      "getNextOriginalObjecFromPreprocessedObjex: illegal values for timeSignature, assuming 4/4 time signature...\n";
+  const std::string withSequence =
+      "getNextOriginalObjecFromPreprocessedObjexAndOriginalSequence: illegal values for timeSignature, assuming 4/4 time "
+      "signature...\n";
+  zmatrix::CapturedMessages messages(0);
+  const auto next = [&](int index, int numberOfItems) {
+    return matrix->getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(items, index, numberOfItems, item);
+  };
+  EXPECT_EQ(next(1, 2), item);
+  EXPECT_EQ(item[0], 63);
+  EXPECT_EQ(messages.take(), "");
+  EXPECT_EQ(next(-1, 2), nullptr);
+  EXPECT_EQ(messages.take(), "getNextOriginalObjecFromPreprocessedObjexAndOriginalSequence: index <0 not allowed\n");
+  EXPECT_EQ(next(2, 2), nullptr);
+  matrix->getMatrixInfo()->setMidiTimeSignatureDenom(0);
+  next(1, 2);
+  EXPECT_EQ(messages.take(), withSequence);
+  matrix->getNextOriginalObjexFromPreProcessedObjex(item);
+  EXPECT_EQ(messages.take(), plain);
+
+  matrix->setCurrentMatrixID(1);
+  use(3, 1003);
+  matrix->getMatrixInfo()->setMidiTimeSignatureNom(0);
+  int triple[] = {60, 0, 5}, tripleItem[] = {1, 1, 1};
+  int* triples[] = {triple};
+  matrix->getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(triples, 0, 1, tripleItem);
+  EXPECT_EQ(messages.take(), plain);
+
+  matrix->setCurrentMatrixID(2);
+  for (int order : {0, 2}) {
+    use(1, order);
+    EXPECT_EQ(next(-1, 2), nullptr);
+    EXPECT_EQ(messages.take(), "getNextOriginalObjecFromPreprocessedObjexAndOriginalSequence: index < 0 not allowed\n");
+  }
+  EXPECT_EQ(next(2, 2), nullptr);
+  EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(items, 0, 2, nullptr), nullptr);
+  EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(nullptr, 0, 2, item), nullptr);
+  EXPECT_EQ(messages.take(), "");
+}
+
+TEST_F(MediumPreprocessing, RestoresWholeSequences) {
+  use(1, 2);
+  const Numbers squares = {1, 4, 9, 16, 25};
+  EXPECT_EQ(inverse({1, 4}, 1, {2, 2, 2}, 0), squares);
+  EXPECT_EQ(inverse({1, 4}, 5, {2, 2, 2}, 1), squares);
+  EXPECT_EQ(inverse({1, 4, 7, 7, 7, 7}, 9, {2, 2, 2}, 1), squares);
+  EXPECT_EQ(inverse({1, 4}, 4, {2, 2, 2}, 1), Numbers{});  // no room
+  EXPECT_EQ(inverse({1}, 5, {2, 2, 2}, 0), Numbers{});     // too few to begin with
+  EXPECT_EQ(inverse({1, 4}, 0, {2, 2, 2}, 0), Numbers{});
+  EXPECT_EQ(inverse({1, 4}, 5, {}, 0), Numbers{});
+  EXPECT_EQ(matrix->getOriginalSequenceFromPreProcessedSequence(nullptr, 2, 5, squares.data(), 3, &length, 0), nullptr);
+
+  matrix->setCurrentMatrixID(1);
+  use(2, 1002);
+  EXPECT_EQ(inverse({60, 0, 61, 5}, 9, {2, 100, -2, 50}, 1), (Numbers{60, 0, 62, 100, 60, 12338}));
+  matrix->setCurrentMatrixID(2);
+  use(1, 1005);
+  EXPECT_EQ(inverse({1}, 9, {2}, 0), Numbers{});
+}
+
+TEST_F(MediumPreprocessing, LeavesAnIdentityInPlaceAlone) {
+  use(1, 0);
+  EXPECT_EQ(inverse({1, 2}, 3, {5, 6, 7}, 0), (Numbers{5, 6, 7}));
+  EXPECT_EQ(inverse({1, 2}, 3, {5, 6, 7}, 1), (Numbers{1, 2, -9}));  // nothing added, though the count is that of all
+  int values[] = {1, 2, 3};
+  int* items[] = {values, values + 1, values + 2};
+  EXPECT_EQ(matrix->getOriginalObjexSequenceFromPreProcessedObjexSequence(items, 1, 3, items, 3, &count, 1), items);
+  EXPECT_EQ(count, 3);
+  EXPECT_EQ(matrix->getOriginalObjexSequenceFromPreProcessedObjexSequence(items, 1, 2, items, 3, &count, 1), nullptr);
+  EXPECT_EQ(matrix->getOriginalObjexSequenceFromPreProcessedObjexSequence(items, 1, INT_MAX, items, INT_MIN, &count, 0), nullptr);
+  EXPECT_EQ(count, 0);
+}
+
+TEST_F(MediumPreprocessing, StopsWhereAnItemHasNoWayBack) {
+  use(1, 1005);
+  int values[] = {1, 2, 3};
+  int* items[] = {values, values + 1, values + 2};
+  const zmatrix::SystemOwned<int*> restored(
+      matrix->getOriginalObjexSequenceFromPreProcessedObjexSequence(items, 1, 3, items, 3, &count, 0));
+  EXPECT_NE(restored, nullptr);
+  EXPECT_EQ(count, 0);
+}
+
+TEST_F(MediumPreprocessing, CarriesAnIndexVectorUpAndDown) {
+  for (int type : {0, 1, 3, 1000, 1002}) {
+    const int c = type == 1002 ? 2 : 1;
+    const Numbers original = {60, 100, 62, 200, 59, 900, 59, 900};
+    OwnedVector vector(createZQMatrixSequenceIndexVector(), deleteZQMatrixSequenceIndexVector);
+    vector->setCoordDimension(c);
+    vector->setIndexVector(original.data(), 8);
+    vector->setApplyPreprocessingType(type);
+    OwnedVector up(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(vector.get()), deleteZQMatrixSequenceIndexVector);
+    ASSERT_NE(up, nullptr) << type;
+    EXPECT_EQ(up->getCurrentLevelOfPreprocOperations(), 0);
+    EXPECT_EQ(up->getUsedPreprocessingType(), type);
+    EXPECT_EQ(up->getCoordDimensionAfterPreproc(), c);
+    EXPECT_EQ(vector->getCurrentLevelOfPreprocOperations(), -1);
+    OwnedVector down(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(up.get()), deleteZQMatrixSequenceIndexVector);
+    ASSERT_NE(down, nullptr) << type;
+    EXPECT_EQ(dataOf(down.get()), original) << type;
+    EXPECT_EQ(down->getCurrentLevelOfPreprocOperations(), -1);
+    EXPECT_EQ(down->getLengthOfIndexVectorInfos(), 0);
+    EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
+  }
+}
+
+TEST_F(MediumPreprocessing, CarriesAnIndexVectorThroughManyLevels) {
+  const Numbers original = {3, 1, 4, 1, 5, 9, 2, 6};
+  std::vector<OwnedVector> levels;
+  levels.emplace_back(createZQMatrixSequenceIndexVector(), deleteZQMatrixSequenceIndexVector);
+  levels[0]->setIndexVector(original.data(), 8);
+  levels[0]->setApplyPreprocessingType(1);
+  for (size_t i = 0; i < 4; i++) {
+    levels.emplace_back(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(levels[i].get()),
+                        deleteZQMatrixSequenceIndexVector);
+    EXPECT_EQ(levels.back()->getLengthOfIndexVector(), 7 - static_cast<int>(i));
+  }
+  OwnedVector vector = std::move(levels.back());
+  for (size_t i = 4; i-- > 0;) {
+    vector =
+        OwnedVector(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(vector.get()), deleteZQMatrixSequenceIndexVector);
+    ASSERT_NE(vector, nullptr);
+    EXPECT_EQ(dataOf(vector.get()), dataOf(levels[i].get()));
+  }
+}
+
+TEST_F(MediumPreprocessing, RefusesIndexVectorsThatHaveNoWay) {
+  zmatrix::CapturedMessages messages(0);
+  EXPECT_EQ(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(nullptr), nullptr);
+  EXPECT_EQ(messages.take(), "error from getPreProcessedZQIndexVectorFromPreprocessedIndexVector: originalIndexVector = NULL!\n");
+  EXPECT_EQ(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(nullptr), nullptr);
+  EXPECT_EQ(messages.take(), "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: preprocessedIndexVector = NULL!\n");
+
+  ZQMatrixSequenceIndexVector vector;
+  const auto expectRefusal = [&](const std::string& message) {
+    EXPECT_EQ(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(&vector), nullptr);
+    EXPECT_EQ(messages.take(), message);
+  };
+  expectRefusal(
+      "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because vector is "
+      "original!\n");
+  vector.setCurrentLevelOfPreprocOperations(0);
+  expectRefusal(
+      "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because coordDimension = "
+      "0!\n");
+  vector.setCoordDimensionAfterPreproc(1);
+  vector._setUsedPreprocessingType(1);
+  const int spare = matrix->getHighestOccupiedMatrixID() + 1;
+  matrix->setCurrentMatrixID(3);
+  expectRefusal(
+      "error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): preprocessedObjexSequence = NULL or length = 0..\n");
+  EXPECT_EQ(matrix->getCurrentMatrixID(), spare);  // the one failure that leaves it current
+  matrix->setCurrentMatrixID(3);
+  vector.addSequenceItem(5);
+  expectRefusal(
+      "error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): lengthOfOriginalObjexStartSequence < "
+      "requiredLengthOfStartSequence\n");
+  EXPECT_EQ(matrix->getCurrentMatrixID(), 3);
+
+  const int item[] = {1};
+  for (int id = 0; id < matrix->getMaxNumberOfMatrices(); id++) {
+    matrix->setCurrentMatrixID(id);
+    matrix->writeMatrixElement(item, 1, 1);
+  }
+  messages.take();
+  const std::string noSpare = "error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): no free sub matrix found...\n";
+  expectRefusal(noSpare);
+  EXPECT_EQ(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(&vector), nullptr);
+  EXPECT_EQ(messages.take(), noSpare);
+}
+
+TEST_F(MediumPreprocessing, KeepsAVectorWithoutDataIfThereIsNothingToPreprocess) {
+  ZQMatrixSequenceIndexVector vector;
+  vector.addSequenceItem(1);
+  vector.setApplyPreprocessingType(5);
+  OwnedVector up(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(&vector), deleteZQMatrixSequenceIndexVector);
+  ASSERT_NE(up, nullptr);
+  EXPECT_EQ(up->getLengthOfIndexVector(), 0);
+  EXPECT_EQ(up->getNumberOfOriginalItemsNeededForInversePreProcess(), 1);  // five are needed, one is there
+}
+
+}  // namespace
