@@ -13,6 +13,16 @@ fail() {
   exit 1
 }
 
+# quietly COMMAND...: shows what the command says only if it fails, and fails with it.
+quietly() {
+  local log status=0
+  log=$(mktemp)
+  "$@" >"$log" 2>&1 || status=$?
+  [[ $status -eq 0 ]] || cat "$log" >&2
+  rm -f "$log"
+  return $status
+}
+
 # want_command COMMAND PACKAGE: the package is missing if the command is.
 want_command() {
   command -v "$1" >/dev/null 2>&1 || missing_packages+=("$2")
@@ -33,7 +43,7 @@ want_build_tools() {
 # Installs what the want_... calls found missing; asks for root only if something is and we are not root.
 install_missing() {
   [[ ${#missing_packages[@]} -gt 0 ]] || return 0
-  local packages=("${missing_packages[@]}") as_root=() log
+  local packages=("${missing_packages[@]}") as_root=()
   missing_packages=()
   command -v apt-get >/dev/null 2>&1 || fail "please install these first (Debian's names): ${packages[*]}"
   if [[ $(id -u) -ne 0 ]]; then
@@ -41,15 +51,10 @@ install_missing() {
     as_root=(sudo)
   fi
   say "installing ${packages[*]}"
-  log=$(mktemp)
-  if ! { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q &&
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${packages[@]}"; } \
-    >"$log" 2>&1; then
-    cat "$log" >&2
-    rm -f "$log"
+  quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q &&
+    quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+      apt-get install -y -q --no-install-recommends "${packages[@]}" ||
     fail "could not install ${packages[*]}"
-  fi
-  rm -f "$log"
 }
 
 # build_preset PRESET [CMAKE OPTION...]: configures and builds into build/PRESET.
@@ -58,5 +63,5 @@ build_preset() {
   shift
   local generator=()
   [[ -e $project/build/$preset/CMakeCache.txt ]] || generator=(-G Ninja)
-  (cd "$project" && cmake --preset "$preset" "${generator[@]}" "$@" >/dev/null && cmake --build "build/$preset" --parallel "$jobs")
+  (cd "$project" && quietly cmake --preset "$preset" "${generator[@]}" "$@" && cmake --build "build/$preset" --parallel "$jobs")
 }

@@ -18,7 +18,7 @@ expect_output() {
   diff "$project/examples/first.out" "$scratch/output" || fail "$built printed something else than examples/first.out"
 }
 
-cmake --install "$build" --prefix "$scratch/first" >/dev/null
+quietly cmake --install "$build" --prefix "$scratch/first"
 mv "$scratch/first" "$scratch/moved"
 installed=$scratch/moved
 pc=$(dirname "$(find "$installed" -name zmatrix.pc)")
@@ -30,8 +30,8 @@ for compiler in gcc clang; do
   command -v "$compiler" >/dev/null || fail "$compiler is missing"
 
   say "find_package, $compiler"
-  cmake -S "$here" -B "$scratch/cmake-$compiler" -G Ninja -DCMAKE_C_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$installed" >/dev/null
-  cmake --build "$scratch/cmake-$compiler" >/dev/null
+  quietly cmake -S "$here" -B "$scratch/cmake-$compiler" -G Ninja -DCMAKE_C_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$installed"
+  quietly cmake --build "$scratch/cmake-$compiler"
   expect_output "$scratch/cmake-$compiler/consumer_zmatrix"
   expect_output "$scratch/cmake-$compiler/consumer_static"
 
