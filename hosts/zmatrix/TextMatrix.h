@@ -63,7 +63,7 @@ class TextMatrix {
   /// Items that the sub-matrix of this ID has learned: about one a byte of text. The root counts them, and its handle is the ID.
   long long itemsLearned(int id) const {
     auto* root = Tier::elementAt(matrix_.get(), id);
-    return root == nullptr ? 0 : Tier::itemsBehind(matrix_.get(), root);
+    return root == nullptr ? 0 : Tier::itemsBehind(root);
   }
 
   /// The same of all sub-matrices together. May be asked while a text is being learned.
