@@ -249,7 +249,7 @@ TYPED_TEST(SequenceTwinTest, longSequences) {
       Dice dice(static_cast<unsigned>(900 + method));
       for (int feed = 0; feed < 4 && twin.sound(); ++feed) {
         twin.select(feed % 2);
-        Vector items(static_cast<size_t>((method == 3 ? 150 : 500) * c));
+        Vector items(static_cast<size_t>((method == 3 ? 150 : 350) * c));
         for (int& k : items) k = dice.below(1 + dice.below(60)) * (feed + 1);
         twin.learn(items);
       }
