@@ -1,0 +1,112 @@
+// The medium tier: paths become rules. A path of items is a context and its last item the successor, counted so that a conditional
+// probability can be read off. This tier preprocesses sequences, learns every phrase of them, keeps the context of a generation (the
+// kernel) and chooses successors. An item, or objex, is coordinateDimension consecutive integers; lengths of vectors count integers
+// unless a name says items.
+#pragma once
+
+#include "settings/ZQMatrixMediumInfo.h"
+#include "store/ZQMatrixBase.h"
+
+class ZQMatrixSequenceIndexVector;
+struct ZQMediumTier;
+
+class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBase> {
+ public:
+  using Tier = ZQMediumTier;
+
+  ZQMatrixMediumInfo* getMatrixInfo() const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[currentMatrixID]); }
+  ZQMatrixMediumInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[id]); }
+  void setMaxNumberOfMatrices(int number);
+  void clearMatrixElement(int position, int updateStartCounter);
+
+  // --- write and read: startFlag marks the start of a sequence, endFlag its end
+  int moveFieldToFreePosition(int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems, int* firstElement,
+                              int* lastElement, int moveWithNewIndex);
+  int insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition);
+  int insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField);
+  int writeMatrixData(const int* indexVector, int length, long long value, char startFlag, char endFlag);
+  int writeMatrixElement(const int* indexVector, int length, long long value);
+  int writeMatrixElement32(const int* items, int length, long long value);
+  int writeMatrixElement64(const long long* items, int length, long long value);
+  int deleteMatrixElement(const int* indexVector, int length, int keepInnerElements);
+  int deleteMatrixElement32(const int* items, int length, int keepInnerElements);
+  int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
+  void makeMatrixEmpty();
+  long long readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor,
+                           int* writeCountWithoutPredecessor);
+  long long readMatrixData32(const int* items, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor,
+                             int* writeCountWithoutPredecessor);
+  long long readMatrixData64(const long long* items, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor,
+                             int* writeCountWithoutPredecessor);
+  int isRuleMatrixData(ZQMatrixMediumElement** element);
+  int isDeterminedMatrixData(const int* indexVector, int length);
+  void printIndexVector(const int* indexVector, int length, int usePreProcessing, int level);
+
+  // --- preprocessing and back
+  int* getPreProcessedSequenceFromOriginalSequence(const int* originalSequence, int length, int* resultLength);
+  long long* getLongLongPreProcessedSequenceFromOriginalSequence(const long long* originalSequence, int length, int* resultLength);
+  long long* getLongLongPreProcessedSequenceFromOriginalIntSequence(const int* originalSequence, int length, int* resultLength);
+  int* getFlatSequenceFromObjexSequence(int** objex, int count, int* length);
+  int** getObjexSequenceFromFlatSequence(const int* flat, int length, int* count);
+  int** getPreProcessedObjexSequenceFromOriginalObjexSequence(int** objex, int count, int* resultCount);
+  int* getOriginalSequenceFromPreProcessedSequence(int* start, int lengthOfStart, int capacity, const int* preProcessed,
+                                                   int lengthOfPreProcessed, int* resultLength, int inPlace);
+  int** getOriginalObjexSequenceFromPreProcessedObjexSequence(int** start, int countOfStart, int capacity, int** preProcessed,
+                                                              int countOfPreProcessed, int* resultCount, int inPlace);
+  int* getNextOriginalObjexFromPreProcessedObjex(int* objex);
+  int* getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(int** sequence, int index, int length, int* objex);
+  ZQMatrixSequenceIndexVector* getPreProcessedZQIndexVectorFromOriginalIndexVector(ZQMatrixSequenceIndexVector* vector);
+  ZQMatrixSequenceIndexVector* getOriginalZQIndexVectorFromPreprocessedIndexVector(ZQMatrixSequenceIndexVector* vector);
+
+  // --- learning: 1 learned, 0 empty or refused, -1 a write failed, -2 memory has run out
+  int checkSettingsForUpdateMatrixWithSequence(int coordinateDimension, int preProcessingType, int allowLargeIndices,
+                                               int matrixType);
+  int updateMatrixWithCombinedSequenceDebug(const int* sequence, int length, int matrixType, int coordinateDimension,
+                                            int preProcessingType, int allowLargeIndices, int* numberOfProcessedVectors,
+                                            int* numberOfOverwrites, int** values, int** lengths, int*** indexVectors);
+  int updateMatrixWithCombinedSequence(const int* sequence, int length, int matrixType, int coordinateDimension,
+                                       int preProcessingType, int allowLargeIndices);
+  int updateMatrixWithSequence(int matrixType, int coordinateDimension, const int* sequence, int length);
+  int updateMatrixWith2DimSequence(int matrixType, int preProcessingType, const int* first, const int* second, int length);
+  int updateMatrixWithLongINTSequence(const int* sequence, int numberOfItems);
+  int updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType, int coordinateDimension,
+                                         int preProcessingType, int allowLargeIndices);
+  void updateNumberOfAppendedMatrices();
+  int getNumberOfChangedMatrixInfos();
+
+  // --- the kernel
+  int initializeKernelSequenceWithOriginalSequence(const int* sequence, int length, int setInitialValues);
+  int initializeKernelSequenceWithPreProcessedSequence(const int* sequence, int length);
+  int updateAndGetMatrixKernelHandle();
+  int getNumberOfSuccessorsFromKernelHandle();
+
+  // --- successors
+  int* getNextPreProcessedObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod, int trueStart,
+                                               double* probability, double* stopProbability, int* handle);
+  int* getFirstOriginalObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod, double* probability,
+                                            double* stopProbability, int* handle);
+  int* getNextOriginalObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod, double* probability,
+                                           double* stopProbability, int* handle);
+  int* getSuccessorHandlesFromKernelHandle(int* count);
+  int* getTrueRootSuccessorHandlesFromKernelHandle(int* count);
+
+  // --- read-out
+  int* readObjexFromMatrix(double* probability, double* stopProbability);
+  int* readObjexAndHandleFromMatrix(double* probability, double* stopProbability, int* handle);
+  int* readObjexFromMatrixForSuccessorIndex(int successorIndex, int updateKernel, double* probability, double* stopProbability);
+  int* readObjexAndHandleFromMatrixForSuccessorIndex(int successorIndex, int updateKernel, double* probability,
+                                                     double* stopProbability, int* handle);
+  void dbPrintSuccessorObjex(const int* objex);
+
+  // --- text
+  int updateMatrixWithANSIFile(const char* fileName, int* length, int maxLength);
+  int updateMatrixWithANSIFiles(const char* path, int recursive, int* length);
+  int updateMatrixWithLongANSISequence(const int* sequence, int length);
+  int getLanguageIDFromAnsiFile(const char* fileName);
+  int getMatrixIDForLanguage(int matrixType, int language, int preProcessingType);
+  int readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName);
+
+ private:
+  template <class Tier>
+  friend struct ZQSequenceUpdate;
+};

@@ -1,0 +1,185 @@
+#include "store/ZQFreeSlotIndex.h"
+
+#include <bit>
+
+namespace zmatrix {
+
+namespace {
+
+constexpr size_t paddingWords = 2;
+
+// The lowest set bit at or above `from` of `words`, or -1.
+long long nextSetBit(const ZQPodArray<uint64_t>& words, size_t from) {
+  size_t word = from >> 6;
+  if (word >= words.size()) return -1;
+  uint64_t bits = words[word] & (~uint64_t{0} << (from & 63));
+  while (bits == 0) {
+    if (++word == words.size()) return -1;
+    bits = words[word];
+  }
+  return static_cast<long long>(word * 64) + std::countr_zero(bits);
+}
+
+// The highest set bit at or below `from` of `words`, or -1.
+long long previousSetBit(const ZQPodArray<uint64_t>& words, size_t from) {
+  size_t word = from >> 6;
+  uint64_t bits = words[word] & (~uint64_t{0} >> (63 - (from & 63)));
+  while (bits == 0) {
+    if (word-- == 0) return -1;
+    bits = words[word];
+  }
+  return static_cast<long long>(word * 64) + 63 - std::countl_zero(bits);
+}
+
+}  // namespace
+
+bool ZQFreeSlotIndex::resize(int newNumberOfSlots) {
+  const int oldNumberOfSlots = numberOfSlots;
+  for (int slot = newNumberOfSlots; slot < oldNumberOfSlots; ++slot) fill(slot);
+  const size_t newNumberOfWords = (static_cast<size_t>(newNumberOfSlots) + 63) / 64;
+  const size_t newNumberOfRegions = (newNumberOfWords + 63) / 64;
+  if (!freeSlots.resize(newNumberOfWords + paddingWords, 0) || !wordsWithFree.resize(newNumberOfRegions, 0) ||
+      !regionsWithFree.resize((newNumberOfRegions + 63) / 64, 0) || !numberOfFreeInRegion.resize(newNumberOfRegions, 0) ||
+      !pairs.resize(newNumberOfRegions)) {
+    return false;
+  }
+  numberOfWords = newNumberOfWords;
+  numberOfSlots = newNumberOfSlots;
+  for (int slot = oldNumberOfSlots; slot < newNumberOfSlots;) {
+    if ((slot & 63) == 0 && newNumberOfSlots - slot >= 64) {
+      freeSlots[static_cast<size_t>(slot) >> 6] = ~uint64_t{0};
+      const size_t region = static_cast<size_t>(slot) >> regionLog2;
+      numberOfFreeInRegion[region] = static_cast<uint16_t>(numberOfFreeInRegion[region] + 64);
+      wordsWithFree[region] |= uint64_t{1} << ((slot >> 6) & 63);
+      regionsWithFree[region >> 6] |= uint64_t{1} << (region & 63);
+      slot += 64;
+    } else {
+      markFree(slot++);
+    }
+  }
+  // The old end's regions now reach into new slots.
+  if (newNumberOfSlots > oldNumberOfSlots) {
+    int reach = ZQPairFilter::numberOfNarrowDistances;
+    for (int index = 0; index < pairs.getNumberOfWideDistances(); ++index) {
+      if (pairs.getWideDistance(index) > reach) reach = pairs.getWideDistance(index);
+    }
+    pairs.setAllFrom(static_cast<size_t>(oldNumberOfSlots > reach ? oldNumberOfSlots - reach : 0) >> regionLog2);
+  }
+  return true;
+}
+
+void ZQFreeSlotIndex::clear() {
+  numberOfSlots = 0;
+  numberOfWords = 0;
+  freeSlots.clear();
+  wordsWithFree.clear();
+  regionsWithFree.clear();
+  numberOfFreeInRegion.clear();
+  pairs.clear();
+}
+
+void ZQFreeSlotIndex::fill(int slot) {
+  const size_t word = static_cast<size_t>(slot) >> 6;
+  const uint64_t bit = uint64_t{1} << (slot & 63);
+  if ((freeSlots[word] & bit) == 0) return;
+  freeSlots[word] &= ~bit;
+  const size_t region = static_cast<size_t>(slot) >> regionLog2;
+  --numberOfFreeInRegion[region];
+  if (freeSlots[word] != 0) return;
+  wordsWithFree[region] &= ~(uint64_t{1} << (word & 63));
+  if (wordsWithFree[region] == 0) regionsWithFree[region >> 6] &= ~(uint64_t{1} << (region & 63));
+}
+
+void ZQFreeSlotIndex::markFree(int slot) {
+  const size_t word = static_cast<size_t>(slot) >> 6;
+  const size_t region = static_cast<size_t>(slot) >> regionLog2;
+  freeSlots[word] |= uint64_t{1} << (slot & 63);
+  ++numberOfFreeInRegion[region];
+  wordsWithFree[region] |= uint64_t{1} << (word & 63);
+  regionsWithFree[region >> 6] |= uint64_t{1} << (region & 63);
+}
+
+void ZQFreeSlotIndex::release(int slot) {
+  if (isFree(slot)) return;
+  markFree(slot);
+  admitPairsOf(slot);
+}
+
+// Sets the filter's bits of the pairs that a newly free slot makes with free slots above and below it.
+void ZQFreeSlotIndex::admitPairsOf(int slot) {
+  constexpr int narrow = ZQPairFilter::numberOfNarrowDistances;
+  const size_t region = static_cast<size_t>(slot) >> regionLog2;
+  if (pairs.hasNarrowNoIn(region)) {
+    for (int base = 1; base <= narrow; base += 64) {
+      for (uint64_t bits = slotsFrom(static_cast<long long>(slot) + base); bits != 0; bits &= bits - 1) {
+        pairs.set(base + std::countr_zero(bits) - 1, region);
+      }
+    }
+  }
+  const int lowest = slot > narrow ? slot - narrow : 0;
+  if (pairs.hasNarrowNoIn(region) || pairs.hasNarrowNoIn(static_cast<size_t>(lowest) >> regionLog2)) {
+    for (long long other = previousFree(static_cast<long long>(slot) - 1); other >= lowest; other = previousFree(other - 1)) {
+      pairs.set(static_cast<int>(slot - other) - 1, static_cast<size_t>(other) >> regionLog2);
+    }
+  }
+  for (int index = 0; index < pairs.getNumberOfWideDistances(); ++index) {
+    const int distance = pairs.getWideDistance(index);
+    const int row = narrow + index;
+    if (slot < numberOfSlots - distance && isFree(slot + distance)) pairs.set(row, region);
+    if (slot >= distance && isFree(slot - distance)) pairs.set(row, static_cast<size_t>(slot - distance) >> regionLog2);
+  }
+}
+
+int ZQFreeSlotIndex::nextFree(long long from) const {
+  if (from < 0) from = 0;
+  if (from >= numberOfSlots) return none;
+  const size_t word = static_cast<size_t>(from >> 6);
+  if (const uint64_t bits = freeSlots[word] >> (from & 63); bits != 0) return static_cast<int>(from) + std::countr_zero(bits);
+  size_t region = word >> 6;
+  uint64_t words = (word & 63) == 63 ? 0 : wordsWithFree[region] & (~uint64_t{0} << ((word & 63) + 1));
+  if (words == 0) {
+    const long long next = nextSetBit(regionsWithFree, region + 1);
+    if (next < 0) return none;
+    region = static_cast<size_t>(next);
+    words = wordsWithFree[region];
+  }
+  const size_t found = region * 64 + static_cast<size_t>(std::countr_zero(words));
+  return static_cast<int>(found * 64) + std::countr_zero(freeSlots[found]);
+}
+
+int ZQFreeSlotIndex::previousFree(long long from) const {
+  if (from >= numberOfSlots) from = numberOfSlots - 1;
+  if (from < 0) return none;
+  const size_t word = static_cast<size_t>(from >> 6);
+  if (const uint64_t bits = freeSlots[word] << (63 - (from & 63)); bits != 0) {
+    return static_cast<int>(from) - std::countl_zero(bits);
+  }
+  size_t region = word >> 6;
+  uint64_t words = wordsWithFree[region] & ((uint64_t{1} << (word & 63)) - 1);
+  if (words == 0) {
+    const long long previous = region == 0 ? -1 : previousSetBit(regionsWithFree, region - 1);
+    if (previous < 0) return none;
+    region = static_cast<size_t>(previous);
+    words = wordsWithFree[region];
+  }
+  const size_t found = region * 64 + 63 - static_cast<size_t>(std::countl_zero(words));
+  return static_cast<int>(found * 64) + 63 - std::countl_zero(freeSlots[found]);
+}
+
+int ZQFreeSlotIndex::nthFree(int from, long long skip) const {
+  int slot = nextFree(from);
+  while (slot != none && skip > 0) {
+    const size_t region = static_cast<size_t>(slot) >> regionLog2;
+    const bool atBegin = (slot & ((1 << regionLog2) - 1)) == 0 || previousFree(slot - 1) < static_cast<int>(region << regionLog2);
+    if (atBegin && numberOfFreeInRegion[region] <= skip) {  // the whole region is passed over
+      skip -= numberOfFreeInRegion[region];
+      slot = nextFree(static_cast<long long>(region + 1) << regionLog2);
+    } else {
+      --skip;
+      slot = nextFree(static_cast<long long>(slot) + 1);
+    }
+  }
+  return slot;
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,65 @@
+// Which slots of the block are free: one bit a slot, summaries above it, a count for each region of 4096 slots, and the filter of the
+// distances that a region can serve. It answers the three questions of placement without walking the packed block: the nearest free
+// slot, the n-th free slot, and the nearest shift at which a whole field fits. Only the places that fill or empty a slot keep it.
+#pragma once
+
+#include <cstdint>
+
+#include "store/ZQPairFilter.h"
+
+namespace zmatrix {
+
+class ZQFreeSlotIndex {
+ public:
+  static constexpr int none = -1;
+
+  /// Sets the number of slots. New slots are free, slots above a smaller size are forgotten. False if there is no room.
+  bool resize(int newNumberOfSlots);
+
+  void clear();
+
+  int getNumberOfSlots() const { return numberOfSlots; }
+
+  bool isFree(int slot) const { return (freeSlots[static_cast<size_t>(slot) >> 6] >> (slot & 63)) & 1; }
+
+  /// Marks a slot as occupied; an occupied one stays so.
+  void fill(int slot);
+
+  /// Marks a slot as free; a free one stays so.
+  void release(int slot);
+
+  /// The lowest free slot at or above `from`, or none.
+  int nextFree(long long from) const;
+
+  /// The highest free slot at or below `from`, or none.
+  int previousFree(long long from) const;
+
+  /// The free slot at or above `from` that comes after `skip` others, or none.
+  int nthFree(int from, long long skip) const;
+
+ private:
+  friend class ZQShiftSearch;
+
+  static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
+
+  /// 64 slots from `slot` on, which need not be a multiple of 64; slots behind the end read as occupied.
+  uint64_t slotsFrom(long long slot) const {
+    const size_t word = static_cast<size_t>(slot >> 6);
+    if (word >= numberOfWords) return 0;
+    const int shift = static_cast<int>(slot & 63);
+    return shift == 0 ? freeSlots[word] : (freeSlots[word] >> shift) | (freeSlots[word + 1] << (64 - shift));
+  }
+
+  void markFree(int slot);
+  void admitPairsOf(int slot);
+
+  int numberOfSlots = 0;
+  size_t numberOfWords = 0;
+  ZQPodArray<uint64_t> freeSlots;        // a bit a slot, and two words of none behind the end
+  ZQPodArray<uint64_t> wordsWithFree;    // a bit a word of freeSlots: one entry is one region
+  ZQPodArray<uint64_t> regionsWithFree;  // a bit a region
+  ZQPodArray<uint16_t> numberOfFreeInRegion;
+  ZQPairFilter pairs;
+};
+
+}  // namespace zmatrix

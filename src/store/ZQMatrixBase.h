@@ -1,0 +1,171 @@
+// The base tier: a sparse store of index vectors, a trie laid out as a double array. Each path from a root is an index vector, one
+// coordinate a step. The children of an element are a field: the child for coordinate k lies at the field's begin + k, so one addition
+// finds it, and its parent link tells whether the slot belongs to this field, since the fields of all elements and of all sub-matrices
+// interleave in one block. Where two fields want the same slot, one of them is moved as a whole.
+//
+// What holds at any time, with p the slot of an element:
+//   - all elements of a field carry the link to their parent; the parent's link leads to the field's first element;
+//   - the elements of a field are linked both ways in the order of their slots;
+//   - p - indexInDimension is the same number, the field's begin, for all elements of a field;
+//   - only roots lie below maxNumberOfMatrices, and maximalStack is never below a slot that was ever occupied.
+//
+// Derived tiers hide the methods of the same name; an object is always used as its true tier.
+#pragma once
+
+#include <vector>
+
+#include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixBaseInfo.h"
+#include "settings/ZQMatrixFileHeader.h"
+#include "settings/ZQMatrixForwards.h"
+#include "store/ZQFreeSlotIndex.h"
+#include "store/ZQMatrixElements.h"
+#include "store/ZQRecordSlab.h"
+
+struct ZQBaseTier;
+
+class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrixBase> {
+ public:
+  using Tier = ZQBaseTier;
+
+  ZQMatrixBase() = default;
+  virtual ~ZQMatrixBase() = default;
+  ZQMatrixBase(const ZQMatrixBase&) = delete;
+  ZQMatrixBase& operator=(const ZQMatrixBase&) = delete;
+
+  // --- life; the creators and deleters drive it
+  /// Sets up header values and an empty block. 0 if memory has run out, else 1.
+  int initMatrix(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+  /// Frees all elements and the block. The object can only be deleted after it.
+  void deInitMatrix();
+
+  static void* mMalloc(size_t size);
+  static void mFree(void* pointer);
+  int setMatrixDebugOn(int level);
+  void setMatrixDebugOff();
+
+  // --- members
+  ZQMatrixBaseElement** getMatrixData() { return matrixData; }
+  ZQMatrixBaseElement*** getMatrixDataEntryArray() { return matrixDataEntryArray; }
+  ZQMatrixBaseElement** getMatrixDataEntry() { return matrixDataEntryArray[currentMatrixID]; }
+  ZQMatrixBaseInfo** getMatrixInfoArray() { return matrixInfoArray; }
+  ZQMatrixBaseInfo* getMatrixInfo() const { return matrixInfoArray[currentMatrixID]; }
+  ZQMatrixBaseInfo* getMatrixInfo(int id) const { return matrixInfoArray[id]; }
+  ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader; }
+  void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader = header; }
+  void setMatrixInfoArray(ZQMatrixBaseInfo** infos) { matrixInfoArray = infos; }
+  void setMatrixDataEntryArray(ZQMatrixBaseElement*** entries) { matrixDataEntryArray = entries; }
+  int getCurrentMatrixID() const { return currentMatrixID; }
+  void setCurrentMatrixID(int id) {
+    if (id >= 0 && id < matrixFileHeader->getMaxNumberOfMatrices()) currentMatrixID = id;
+  }
+  /// The lowest ID that holds nothing, or -1.
+  int getNextFreeMatrixID() const;
+  /// The highest ID that holds something, or -1.
+  int getHighestOccupiedMatrixID() const;
+  /// Raises the number of reserved sub-matrices, while the store is empty.
+  void setMaxNumberOfMatrices(int number);
+
+  // --- fields
+  int getFirstMatrixElementInDimension(int position);
+  int getLastMatrixElementInDimension(int position);
+  /// The number of elements of the field that holds `position`, with its first and last positions; 0 if a link is bad.
+  int getNumberOfItemsAndFirstLastElementsInSameDimension(int position, int* first, int* last);
+  /// The parent's slot, or null if the slot is empty or a root's.
+  ZQMatrixBaseElement** getOwner(ZQMatrixBaseElement** slot);
+  void clearMatrixElement(int position, int flag);
+
+  // --- free slots and the block
+  int findNearestFreeMatrixElement(int memorySearchMethod);
+  int findIndexOfNearestFreeElement(int start, int* goodStart);
+  int moveFieldToFreePosition(int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems, int* firstElement,
+                              int* lastElement, int moveWithNewIndex);
+  int expandMatrixBlock(int minimalSize);
+  void setInitialMatrixBlocksize(int size);
+
+  // --- write and read
+  int writeMatrixData(const int* indexVector, int length, long long value);
+  int writeMatrixElement(const int* indexVector, int length, long long value);
+  int writeMatrixElement32(const int* items, int length, long long value);
+  int writeMatrixElement64(const long long* items, int length, long long value);
+  int insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition);
+  int insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField);
+  int deleteMatrixElement(const int* indexVector, int length, int keepInnerElements);
+  int deleteMatrixElement32(const int* items, int length, int keepInnerElements);
+  int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
+  void makeMatrixEmpty();
+  int existMatrixData(const int* indexVector, int length);
+  int existMatrixData32(const int* items, int length);
+  int existMatrixData64(const long long* items, int length);
+  long long readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount);
+  long long readMatrixData32(const int* items, int length, int* existCode, int* writeCount);
+  long long readMatrixData64(const long long* items, int length, int* existCode, int* writeCount);
+  long long readMatrixElement(const int* indexVector, int length, int* existCode);
+  long long readMatrixElement32(const int* items, int length, int* existCode);
+  long long readMatrixElement64(const long long* items, int length, int* existCode);
+
+  // --- handles
+  int getMatrixHandleFromElementVector(const int* indexVector, int length);
+  int getMatrixHandleFromElementVector32(const int* items, int length);
+  int getMatrixHandleFromElementVector64(const long long* items, int length);
+  ZQMatrixBaseElement* getMatrixElementFromElementVector(const int* indexVector, int length, int* handle);
+  ZQMatrixBaseElement* getMatrixElementFromMatrixHandle(int handle);
+  int* getObjexFromMatrixHandle(int handle);
+  int getLengthOfIndexVectorFromMatrixHandle(int handle);
+  int* getIndexVectorFromMatrixHandle(int handle, int* length);
+  int hasMatrixHandleSuccessors(int handle);
+  int getNumberOfSuccessorsFromMatrixHandle(int handle);
+  int* getSuccessorHandlesFromMatrixHandle(int handle, int* count);
+  int* getSuccessorOcronHandlesFromMatrixHandle(int handle, int ocronCode, int* count);
+
+  // --- for the tellings that the tiers share
+  /// The record of a slot, or null if the slot is empty or outside the block.
+  ZQMatrixBaseElement* elementAt(long long position) const {
+    return position >= 0 && position < numberOfSlots ? matrixData[position] : nullptr;
+  }
+  ZQMatrixBaseElement* parentOf(int position) const;
+  /// The position of the child for a coordinate, or -1.
+  int childAt(int parentPosition, int coordinate) const;
+  /// A new, cleared record in a slot; null if memory has run out. What the slot held is forgotten.
+  template <class Element>
+  Element* createElementAt(int position) {
+    void* memory = records.allocate();
+    if (memory == nullptr) return nullptr;
+    Element* element = new (memory) Element();
+    matrixData[position] = element;
+    freeSlots.fill(position);
+    return element;
+  }
+  /// Gives the record of a slot back and empties the slot.
+  void destroyElementAt(int position);
+  void setRecordSize(size_t size) { records.setRecordSize(size); }
+  bool hasBlock() const { return matrixData != nullptr; }
+  /// Counts the elements given back so far: what a cached place in the trie is held against.
+  unsigned getReleasedRecords() const { return releasedRecords; }
+
+ protected:
+  template <class Tier>
+  friend struct ZQStoreWrite;
+  template <class Tier>
+  friend struct ZQStoreMove;
+
+  bool resizeBlock(int newSize);
+  void pointEntriesAtBlock();
+  /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't grow.
+  int searchShift(int memorySearchMethod, const std::vector<int>& positions);
+  int searchFrom(int centre);
+
+  ZQMatrixFileHeader* matrixFileHeader = nullptr;
+  ZQMatrixBaseInfo** matrixInfoArray = nullptr;
+  ZQMatrixBaseElement** matrixData = nullptr;
+  ZQMatrixBaseElement*** matrixDataEntryArray = nullptr;
+  int currentMatrixID = 0;
+  int debugLevel = 0;
+
+  int numberOfSlots = 0;                    // of matrixData; the header's matrixBlockSize while there is a block
+  unsigned releasedRecords = 0;
+  zmatrix::ZQFreeSlotIndex freeSlots;       // kept by createElementAt, destroyElementAt and the move alone
+  ZQRecordSlab records;
+  std::vector<int> positionsOfField;        // scratch of the move
+  std::vector<int> positionsToPlace;        // the same with the new element
+};

@@ -1,0 +1,74 @@
+// The element records of the three tiers: what one slot of the block points to. All links are relative to the slot that holds the
+// record, in slots, so that a field moves by patching only its own elements, their parent and their children. A record keeps its
+// address for life; only the slot that points to it changes. The widest field stands first, so that no tier pays for padding.
+#pragma once
+
+/// Element of the base tier: one step of a path.
+class ZQMatrixBaseElement {
+ public:
+  long long getValue() const { return value; }
+  void setValue(long long newValue) { value = newValue; }
+  int getWriteCount() const { return writeCount; }
+  void setWriteCount(int count) { writeCount = count; }
+  void incrementWriteCount() { ++writeCount; }
+  void decrementWriteCount() { --writeCount; }
+  int getIndexInDimension() const { return indexInDimension; }
+  void setIndexInDimension(int index) { indexInDimension = index; }
+  int getOffsetToNextElementInDimension() const { return offsetToNextElementInDimension; }
+  void setOffsetToNextElementInDimension(int offset) { offsetToNextElementInDimension = offset; }
+  int getOffsetToPreviousElementInDimension() const { return offsetToPreviousElementInDimension; }
+  void setOffsetToPreviousElementInDimension(int offset) { offsetToPreviousElementInDimension = offset; }
+  int getOffsetToElementInNextDimension() const { return offsetToElementInNextDimension; }
+  void setOffsetToElementInNextDimension(int offset) { offsetToElementInNextDimension = offset; }
+  void addOffsetToElementInNextDimension(int offset) { offsetToElementInNextDimension += offset; }
+  int getOffsetToElementInPrevDimension() const { return offsetToElementInPrevDimension; }
+  void setOffsetToElementInPrevDimension(int offset) { offsetToElementInPrevDimension = offset; }
+  void addOffsetToElementInPrevDimension(int offset) { offsetToElementInPrevDimension += offset; }
+  void clearMatrixData() { *this = ZQMatrixBaseElement(); }
+
+ private:
+  long long value = 0;                         // given at the last write of the path that ends here
+  int writeCount = 0;                          // writes of that path; 0 on a mere path element, -1 on one marked for removal
+  int indexInDimension = 0;                    // the coordinate by which the parent reaches this element
+  int offsetToNextElementInDimension = 0;      // next sibling, above 0; 0 at the field's last element
+  int offsetToPreviousElementInDimension = 0;  // previous sibling, below 0; 0 at the field's first element
+  int offsetToElementInNextDimension = 0;      // first child; 0 if there is none
+  int offsetToElementInPrevDimension = 0;      // parent; 0 only at a root
+};
+
+/// Element of the medium tier: a path that is a rule, with what a conditional probability needs.
+class ZQMatrixMediumElement : public ZQMatrixBaseElement {
+ public:
+  int getWriteCountWithSuccessor() const { return writeCountWithSuccessor; }
+  void setWriteCountWithSuccessor(int count) { writeCountWithSuccessor = count; }
+  void incrementWriteCountWithSuccessor() { ++writeCountWithSuccessor; }
+  void decrementWriteCountWithSuccessor() { --writeCountWithSuccessor; }
+  void addWriteCountWithSuccessor(int count) { writeCountWithSuccessor += count; }
+  int getWriteCountWithoutPredecessor() const { return writeCountWithoutPredecessor; }
+  void setWriteCountWithoutPredecessor(int count) { writeCountWithoutPredecessor = count; }
+  void incrementWriteCountWithoutPredecessor() { ++writeCountWithoutPredecessor; }
+  void decrementWriteCountWithoutPredecessor() { --writeCountWithoutPredecessor; }
+  void clearMatrixData() { *this = ZQMatrixMediumElement(); }
+
+ private:
+  int writeCountWithSuccessor = 0;       // writes of the path that something followed
+  int writeCountWithoutPredecessor = 0;  // writes of the path at the very start of a sequence
+};
+
+/// Element of the full tier: a rule that can carry a symbol, or belong to one.
+class ZQMatrixElement : public ZQMatrixMediumElement {
+ public:
+  int getSymbolID() const { return symbolID; }
+  void setSymbolID(int symbol) { symbolID = symbol; }
+  int getSymbolDownLinkHandle() const { return symbolDownLinkHandle; }
+  void setSymbolDownLinkHandle(int handle) { symbolDownLinkHandle = handle; }
+  void addOffsetToSymbolDownLinkHandle(int offset) { symbolDownLinkHandle += offset; }
+  void clearMatrixData() { *this = ZQMatrixElement(); }
+
+ private:
+  int symbolID = 0;              // basic level: the symbol that this phrase stands for; 0 for none
+  int symbolDownLinkHandle = 0;  // symbol level: position of the phrase's end element in the level below; 0 for none
+};
+
+static_assert(sizeof(ZQMatrixBaseElement) == 32 && sizeof(ZQMatrixMediumElement) == 40 && sizeof(ZQMatrixElement) == 48,
+              "element records carry no padding");

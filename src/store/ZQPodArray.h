@@ -1,0 +1,43 @@
+// A growing array of plain values on the C heap that says no instead of throwing: what the store's indexes are made of.
+#pragma once
+
+#include <cstring>
+
+#include "frame/ZQMemory.h"
+
+namespace zmatrix {
+
+template <class T>
+class ZQPodArray {
+ public:
+  ZQPodArray() = default;
+  ~ZQPodArray() { systemFree(values); }
+  ZQPodArray(const ZQPodArray&) = delete;
+  ZQPodArray& operator=(const ZQPodArray&) = delete;
+
+  T& operator[](size_t index) { return values[index]; }
+  const T& operator[](size_t index) const { return values[index]; }
+  size_t size() const { return numberOfValues; }
+
+  /// Sets the size; new entries are all bits `fill` (0 or 0xFF a byte). False, and nothing changed, if there is no room.
+  bool resize(size_t newSize, int fill) {
+    T* newValues = static_cast<T*>(systemRealloc(values, (newSize > 0 ? newSize : 1) * sizeof(T)));
+    if (newValues == nullptr) return false;
+    values = newValues;
+    if (newSize > numberOfValues) memset(values + numberOfValues, fill, (newSize - numberOfValues) * sizeof(T));
+    numberOfValues = newSize;
+    return true;
+  }
+
+  void clear() {
+    systemFree(values);
+    values = nullptr;
+    numberOfValues = 0;
+  }
+
+ private:
+  T* values = nullptr;
+  size_t numberOfValues = 0;
+};
+
+}  // namespace zmatrix
