@@ -434,12 +434,12 @@ int printJavaPointerPointer(void* const* pointer, int length);
 
 // ---- Sub-matrices -------------------------------------------------------------------------------------------------------------
 
-/// The sub-matrix that all operations work on: 0 up to, not including, `getMaxNumberOfMatrices`.
+/// The sub-matrix that all operations work on: 0 up to, not including, `s_getMaxNumberOfMatrices`.
 int s_getCurrentMatrixID(ZQMatrix* matrix);
 int s_getCurrentMatrixID_Medium(ZQMatrixMedium* matrix);
 int s_getCurrentMatrixID_Base(ZQMatrixBase* matrix);
 
-/// Makes another sub-matrix current. An ID outside 0 up to `getMaxNumberOfMatrices` is for the caller to avoid.
+/// Makes another sub-matrix current. An ID below 0 or not below `s_getMaxNumberOfMatrices` is ignored.
 void s_setCurrentMatrixID(ZQMatrix* matrix, int matrixID);
 void s_setCurrentMatrixID_Medium(ZQMatrixMedium* matrix, int matrixID);
 void s_setCurrentMatrixID_Base(ZQMatrixBase* matrix, int matrixID);
@@ -449,7 +449,7 @@ int s_getNumberOfMatrices(ZQMatrix* matrix);
 int s_getNumberOfMatrices_Medium(ZQMatrixMedium* matrix);
 int s_getNumberOfMatrices_Base(ZQMatrixBase* matrix);
 
-/// Raises the number of sub-matrices in use. A value below the present one, below 1 or above `getMaxNumberOfMatrices` is
+/// Raises the number of sub-matrices in use. A value below the present one, below 1 or above `s_getMaxNumberOfMatrices` is
 /// ignored.
 void s_setNumberOfMatrices(ZQMatrix* matrix, int numberOfMatrices);
 void s_setNumberOfMatrices_Medium(ZQMatrixMedium* matrix, int numberOfMatrices);
@@ -2181,10 +2181,10 @@ long long* s_getLongLongPreProcessedSequenceFromOriginalSequence_Medium(ZQMatrix
 /// Undoes the preprocessing of a flat sequence. `start`: the original items before the first preprocessed one. Lengths
 /// and `capacity`, the room in `start`, count integers.
 /// `inPlace`: 1 writes the result into `start` and returns it, else the result is a new array, to be released with
-/// `s_Free`. `preProcessed` is used up. `resultLength` gets the integers.
+/// `s_Free`. `resultLength` gets the integers.
 /// Result: null, with `resultLength` 0, if an input is missing or too short or the room too small.
-int* s_getOriginalSequenceFromPreProcessedSequence(ZQMatrix* matrix, int* start, int lengthOfStart, int capacity, int* preProcessed, int lengthOfPreProcessed, int* resultLength, int inPlace);
-int* s_getOriginalSequenceFromPreProcessedSequence_Medium(ZQMatrixMedium* matrix, int* start, int lengthOfStart, int capacity, int* preProcessed, int lengthOfPreProcessed, int* resultLength, int inPlace);
+int* s_getOriginalSequenceFromPreProcessedSequence(ZQMatrix* matrix, int* start, int lengthOfStart, int capacity, const int* preProcessed, int lengthOfPreProcessed, int* resultLength, int inPlace);
+int* s_getOriginalSequenceFromPreProcessedSequence_Medium(ZQMatrixMedium* matrix, int* start, int lengthOfStart, int capacity, const int* preProcessed, int lengthOfPreProcessed, int* resultLength, int inPlace);
 
 /// Preprocesses a sequence of `count` items, each a pointer to `coordinateDimension` integers. `resultCount` gets the
 /// items of the result.

@@ -58,5 +58,5 @@ void deleteZQFileNameList(ZQFileNameList* list);
 /// Releases the list and leaves the names to whoever holds them.
 void deleteZQFileNameListOnlyReferences(ZQFileNameList* list);
 
-/// Compares at most 256 characters of two names, given by pointers to them; 0 if one is null.
-extern "C" int ZQCompareFileNames(const void* a, const void* b);
+/// Compares at most 256 characters of two names, given by pointers to them; 0 if one is null. Hosts may call it too.
+extern "C" __attribute__((visibility("default"))) int ZQCompareFileNames(const void* a, const void* b);

@@ -1,5 +1,5 @@
-// The functions of the boundary that print on standard output, whatever the debug device says: for hosts in other languages, whose
-// own output goes another way, and for their bindings, which look here at how their arrays arrive.
+// The functions of the boundary that print on standard output, whatever the debug device says: for hosts in other languages,
+// whose own output goes another way, and for their bindings, which look here at how their arrays arrive.
 #include <cstdarg>
 #include <cstdio>
 
@@ -29,7 +29,9 @@ int s_printf(const char* format, ...) {
   return length < 0 ? length : std::printf("%s", text);
 }
 
-void s_flushStdOut(void) { std::fflush(stdout); }
+void s_flushStdOut(void) {
+  std::fflush(stdout);
+}
 
 int printJavaIntPointer(const int* pointer, int length) {
   return printArray("printJavaIntPointer", pointer, length,

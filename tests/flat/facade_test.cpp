@@ -1,0 +1,72 @@
+// BBMatrix: that it forwards, and what the few methods add that do more.
+#include <gtest/gtest.h>
+#include <zmatrix/BBMatrix.h>
+
+#include <string>
+
+class Facade : public testing::Test {
+ protected:
+  Facade() : facade{nullptr, createMatrixBB()} {}
+  ~Facade() override { deleteMatrixBB(facade.matrix); }
+
+  BBMatrix facade;
+};
+
+TEST_F(Facade, HoldsAWordAndTheMatrix) {
+  static_assert(sizeof(BBMatrix) == 2 * sizeof(void*));
+  ASSERT_NE(facade.matrix, nullptr);
+  facade.mFree(nullptr);
+  EXPECT_EQ(facade.getMatrixBlockSize(), 64000);
+  EXPECT_EQ(facade.getMaxNumberOfMatrices(), 4);
+}
+
+TEST_F(Facade, WritesAndReadsElements) {
+  const int path[] = {5, -3, 70};
+  EXPECT_EQ(facade.writeMatrixElement(path, 3, 99), 1);
+  int existCode = 0, count = 0, withSuccessor = -1, withoutPredecessor = -1;
+  EXPECT_EQ(facade.readMatrixData(path, 3, &existCode, &count, &withSuccessor, &withoutPredecessor), 99);
+  EXPECT_EQ(existCode, 3);
+  EXPECT_EQ(count, 1);
+  // Both flags of the write are 0: something followed, and something came before.
+  EXPECT_EQ(withSuccessor, 1);
+  EXPECT_EQ(withoutPredecessor, 0);
+  EXPECT_EQ(facade.existMatrixData(path, 2), 1);
+}
+
+TEST_F(Facade, ProfilesSayWhetherPruningSparesSymbols) {
+  facade.setDefaultMatrixPropertiesForSymbols(nullptr);
+  EXPECT_EQ(facade.getMatrixType(), ZQMatrixTypeIntegerSeries);
+  EXPECT_EQ(facade.getKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
+  facade.setDefaultMatrixPropertiesForANSIText("a.txt");
+  EXPECT_EQ(facade.getMatrixType(), ZQMatrixTypeANSIText);
+  EXPECT_EQ(facade.getNameOfUpdateFile(), std::string("a.txt"));
+  EXPECT_EQ(facade.getKeepSymbolsWhenRemoveOverdeterminedElements(), 1);
+  facade.setDefaultMatrixPropertiesForIntegerSeries(nullptr);
+  EXPECT_EQ(facade.getKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
+  facade.setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(nullptr);
+  EXPECT_EQ(facade.getKeepSymbolsWhenRemoveOverdeterminedElements(), 1);
+  facade.setGlobalKeepSymbolsWhenRemoveOverdeterminedElements(0);
+  facade.applyGlobalMatrixProperties();
+  EXPECT_EQ(facade.getKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
+
+  // Even a profile that comes too late says it.
+  const int path[] = {1};
+  facade.writeMatrixElement(path, 1, 0);
+  facade.setDefaultMatrixPropertiesForANSIText(nullptr);
+  EXPECT_NE(facade.getMatrixType(), ZQMatrixTypeANSIText);
+  EXPECT_EQ(facade.getKeepSymbolsWhenRemoveOverdeterminedElements(), 1);
+}
+
+TEST_F(Facade, LearnsAndContinues) {
+  facade.setGlobalSuccessorMethod(1);
+  facade.setDefaultMatrixPropertiesForIntegerSeries(nullptr);
+  facade.setSucessorMethod(1);
+  const int sequence[] = {4, 8, 15, 16, 23, 42};
+  ASSERT_EQ(facade.updateMatrixWithLongINTSequence(sequence, 6), 1);
+  ASSERT_EQ(facade.initializeKernelSequenceWithOriginalSequence(sequence, 3, 1), 3);
+  double probability = 0, stopProbability = 0;
+  const int* item = facade.readObjexFromMatrix(&probability, &stopProbability);
+  ASSERT_NE(item, nullptr);
+  EXPECT_EQ(*item, 16);
+  EXPECT_DOUBLE_EQ(probability, 1.0);
+}
