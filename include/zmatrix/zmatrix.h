@@ -23,6 +23,7 @@
 //
 // Results. A null pointer, 0 or a small negative number says that something was refused or failed; a line through the message
 // channel says why (s_setMatrixDebugOutputDevice, s_setMatrixDebugOn). Levels: 0 errors and warnings, 1 notes, 2 to 9 detail.
+// When memory runs out while the block of a matrix grows, the matrix has lost its block and can only be deleted.
 //
 // Threads. There are no locks: all matrices of a process are used from one thread at a time. Messages, the progress callback and
 // the search for free slots are the process's. Deleting any matrix closes the debug file for all.
@@ -483,8 +484,9 @@ int s_getMatrixBlockSize(ZQMatrix* matrix);
 int s_getMatrixBlockSize_Medium(ZQMatrixMedium* matrix);
 int s_getMatrixBlockSize_Base(ZQMatrixBase* matrix);
 
-/// Sets the slots of the element block of a matrix that is still empty, for one who knows that it will grow.
-/// A size that is no growth, or that the store can't grow to, changes nothing.
+/// Sets the slots of the element block, for a matrix that is still empty and will grow large. `size`: 1 or more, in slots;
+/// a smaller block loses what lay above it.
+/// If memory is exhausted it prints at level 0, and the matrix can only be deleted.
 void s_setInitialMatrixBlocksize(ZQMatrix* matrix, int size);
 void s_setInitialMatrixBlocksize_Medium(ZQMatrixMedium* matrix, int size);
 void s_setInitialMatrixBlocksize_Base(ZQMatrixBase* matrix, int size);
