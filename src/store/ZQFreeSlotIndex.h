@@ -1,6 +1,7 @@
-// Which slots of the block are free: one bit a slot, summaries above it, a count for each region of 4096 slots, and the filter of the
-// distances that a region can serve. It answers the three questions of placement without walking the packed block: the nearest free
-// slot, the n-th free slot, and the nearest shift at which a whole field fits. Only the places that fill or empty a slot keep it.
+// Which slots of the block are free: one bit a slot, summaries above it, a count for each region of 4096 slots, and the filter of
+// the distances that a region can serve. It answers the three questions of placement without walking the packed block: the
+// nearest free slot, the n-th free slot, and the nearest shift at which a whole field fits. Only the places that fill or empty a
+// slot keep it.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // Where the search for a free slot begins. This state is the process's: all matrices and IDs share it, and it survives a matrix's
-// deletion, so that a matrix starts where the last one's search left off. Every start is held against the block before it is used.
+// deletion, so that a matrix starts where the last one's search left off. Every start is held against the block before it is
+// used.
 #pragma once
 
 struct ZQFreeSlotSearchState {

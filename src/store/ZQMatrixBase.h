@@ -1,7 +1,7 @@
-// The base tier: a sparse store of index vectors, a trie laid out as a double array. Each path from a root is an index vector, one
-// coordinate a step. The children of an element are a field: the child for coordinate k lies at the field's begin + k, so one addition
-// finds it, and its parent link tells whether the slot belongs to this field, since the fields of all elements and of all sub-matrices
-// interleave in one block. Where two fields want the same slot, one of them is moved as a whole.
+// The base tier: a sparse store of index vectors, a trie laid out as a double array. Each path from a root is an index vector,
+// one coordinate a step. The children of an element are a field: the child for coordinate k lies at the field's begin + k, so one
+// addition finds it, and its parent link tells whether the slot belongs to this field, since the fields of all elements and of
+// all sub-matrices interleave in one block. Where two fields want the same slot, one of them is moved as a whole.
 //
 // What holds at any time, with p the slot of an element:
 //   - all elements of a field carry the link to their parent; the parent's link leads to the field's first element;
@@ -151,8 +151,9 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
 
   bool resizeBlock(int newSize);
   void pointEntriesAtBlock();
-  /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't grow.
-  int searchShift(int memorySearchMethod, const std::vector<int>& positions);
+  /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't
+  /// grow.
+  int searchShift(int memorySearchMethod, const std::vector<int>& positions, int fieldBegin);
   int searchFrom(int centre);
 
   ZQMatrixFileHeader* matrixFileHeader = nullptr;
@@ -162,10 +163,10 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   int currentMatrixID = 0;
   int debugLevel = 0;
 
-  int numberOfSlots = 0;                    // of matrixData; the header's matrixBlockSize while there is a block
+  int numberOfSlots = 0;  // of matrixData; the header's matrixBlockSize while there is a block
   unsigned releasedRecords = 0;
-  zmatrix::ZQFreeSlotIndex freeSlots;       // kept by createElementAt, destroyElementAt and the move alone
+  zmatrix::ZQFreeSlotIndex freeSlots;  // kept by createElementAt, destroyElementAt and the move alone
   ZQRecordSlab records;
-  std::vector<int> positionsOfField;        // scratch of the move
-  std::vector<int> positionsToPlace;        // the same with the new element
+  std::vector<int> positionsOfField;  // scratch of the move
+  std::vector<int> positionsToPlace;  // the same with the new element
 };

@@ -1,9 +1,9 @@
-// For each region of 4096 slots and each distance d: may a slot x of the region be free together with x + d? A clear bit says no for
-// certain, so that the search for a place that a whole field fits passes the region by. A search that walked a region in vain clears
-// the bit, a slot that becomes free sets the bits of its free neighbours, and filling a slot never touches it.
+// For each region of 4096 slots and each distance d: may a slot x of the region be free together with x + d? A clear bit says no
+// for certain, so that the search for a place that a whole field fits passes the region by. A search that walked a region in vain
+// clears the bit, a slot that becomes free sets the bits of its free neighbours, and filling a slot never touches it.
 //
-// Distances up to 256 have a row each, which serves text and other narrow fields. Wider ones, as note times have, get a row when a
-// search in vain first asks for one, up to a limit: those that a matrix uses are few.
+// Distances up to 256 have a row each, which serves text and other narrow fields. Wider ones, as note times have, get a row when
+// a search in vain first asks for one, up to a limit: those that a matrix uses are few.
 #pragma once
 
 #include <cstdint>

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr size_t headerOfChunk = 16;         // keeps records aligned for their 64-bit value
+constexpr size_t headerOfChunk = 16;          // keeps records aligned for their 64-bit value
 constexpr size_t mostRecordsInChunk = 16384;  // half a megabyte or so: large enough to be rare, small enough to waste little
 
 }  // namespace

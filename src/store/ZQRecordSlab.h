@@ -1,5 +1,5 @@
-// Memory for the element records of one matrix: large chunks handed out in order, so that the records of one learning pass lie in a
-// row, and a list of records given back, used again first. A record never moves. All memory goes back when the slab is cleared.
+// Memory for the element records of one matrix: large chunks handed out in order, so that the records of one learning pass lie in
+// a row, and a list of records given back, used again first. A record never moves. All memory goes back when the slab is cleared.
 #pragma once
 
 #include <cstddef>

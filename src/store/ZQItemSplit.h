@@ -1,0 +1,65 @@
+// Items wider than a coordinate: a 32-bit item takes two coordinates of the path, a 64-bit item four, by truncating division with
+// M = maximalMatrixIndex, so that the sign of a negative item goes into every coordinate that is not zero.
+#pragma once
+
+#include <climits>
+#include <memory>
+#include <new>
+
+#include "store/ZQMatrixBase.h"
+
+namespace zmatrix {
+
+/// A quotient that does not fit a coordinate is one beyond every limit, and is refused as such.
+inline int coordinateOf(long long value) {
+  return value > INT_MAX ? INT_MAX : value < -INT_MAX ? -INT_MAX : static_cast<int>(value);
+}
+
+inline void splitItem(int item, long long m, int* coordinates) {
+  coordinates[0] = coordinateOf(item / m);
+  coordinates[1] = coordinateOf(item % m);
+}
+
+inline void splitItem(long long item, long long m, int* coordinates) {
+  const long long m2 = m * m;
+  const bool cubeFits = m <= 2097151;  // the cube root of the largest 64-bit value
+  const long long rest1 = cubeFits ? item % (m2 * m) : item;
+  const long long rest2 = rest1 % m2;
+  coordinates[0] = cubeFits ? coordinateOf(item / (m2 * m)) : 0;
+  coordinates[1] = coordinateOf(rest1 / m2);
+  coordinates[2] = coordinateOf(rest2 / m);
+  coordinates[3] = coordinateOf(rest2 % m);
+}
+
+/// Runs a plain operation on the split items. `refused` is the result where the coordinate dimension is wrong.
+template <class Item, class Result, class Operation>
+Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Result refused, const char* name,
+                      Operation operation) {
+  constexpr int coordinatesOfItem = sizeof(Item) == sizeof(int) ? 2 : 4;
+  const ZQMatrixBaseInfo* info = matrix.getMatrixInfo();
+  if (info->getCoordinateDimension() != coordinatesOfItem) {
+    dbPrintf(0, "error from %s: illegal coordinate dimension. Please set to %d!\n", name, coordinatesOfItem);
+    return refused;
+  }
+  const long long splitLength = static_cast<long long>(length) * coordinatesOfItem;
+  // What the plain operation refuses by its length alone is never read.
+  if (length < 1 || splitLength > info->getMaxDimOfMatrix()) {
+    return operation(nullptr, static_cast<int>(splitLength > INT_MAX ? INT_MAX : splitLength < 0 ? -1 : splitLength));
+  }
+  const long long m = info->getMaximalMatrixIndex();
+  std::unique_ptr<int[]> vector(new (std::nothrow) int[static_cast<size_t>(splitLength)]);
+  if (vector == nullptr || items == nullptr || m < 1) return refused;
+  for (int i = 0; i < length; ++i) splitItem(items[i], m, vector.get() + static_cast<size_t>(i) * coordinatesOfItem);
+  return operation(vector.get(), static_cast<int>(splitLength));
+}
+
+/// The element of a vector and its exist code; null for a code below 1.
+inline ZQMatrixBaseElement* readElement(ZQMatrixBase& matrix, const int* indexVector, int length, int* existCode) {
+  const int code = matrix.existMatrixData(indexVector, length);
+  if (existCode != nullptr) *existCode = code;
+  return code < 1
+             ? nullptr
+             : matrix.elementAt(static_cast<long long>(indexVector[length - 1]) + matrix.getMatrixInfo()->getMatrixPtr()[length]);
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,138 @@
+// Life of a matrix object, its debug channel, and what it knows of its sub-matrices.
+#include "store/ZQMatrixBase.h"
+
+#include <cstring>
+
+#include "frame/ZQMemory.h"
+#include "store/ZQBaseTier.h"
+#include "store/ZQTierLife.h"
+
+namespace {
+
+constexpr int initialBlockSize = 64000;  // slots
+constexpr int lowestDebugLevel = -1;
+constexpr int highestDebugLevel = 9;
+
+}  // namespace
+
+int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const char* debugDirectory) {
+  currentMatrixID = 0;
+  ZQMatrixFileHeader* header = matrixFileHeader;
+  header->setFileType("zmatrix");
+  header->setMatrixDescription("");
+  header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
+  header->setIs64BitMatrix(0);
+  header->_setMaxNumberOfMatrices(zmatrix::initialNumberOfMatrices);
+  header->setNumberOfMatrices(1);
+  header->setMatrixAILevel(0);
+  header->setOffsetToUpdateInfos(0);
+  header->_setMatrixBlockSize(initialBlockSize);
+  header->_setMatrixBlockSizeOld(0);
+  header->_setMaximalStack(0);
+  header->setNumberOfMatrixUpdates(0);
+  header->setMatrixDebugOutputDevice(debugOutputDevice);
+  // An empty directory stays empty: a silent matrix makes no probe file in the working directory.
+  if (debugDirectory != nullptr && *debugDirectory != '\0') header->setMatrixDebugDirectory(debugDirectory);
+  header->setMatrixOriginFilename("");
+  header->setMatrixDestinationFilename("");
+  header->setUserRandomValue(zmatrix::initialRandomValue);
+  header->setSystemRandomValue(zmatrix::initialRandomValue);
+  header->setUserRandomType(1);
+  header->setSystemRandomType(1);
+  header->setMatrixInfoType(0);
+  header->clearStopFlags();
+  setMatrixDebugOn(newDebugLevel);
+  header->setFpUpdateInfos(nullptr);
+  header->setFpUpdateInfosFileName("");
+  if (!resizeBlock(initialBlockSize)) {
+    deInitMatrix();
+    dbPrintf(0, "error from InitMat: Allocation of _matrixData failed _matrixBlockSize too large: %ld!\n",
+             static_cast<long>(initialBlockSize));
+    return 0;
+  }
+  dbPrintf(1, "_matrixData initialized!\n");
+  return 1;
+}
+
+void ZQMatrixBase::deInitMatrix() {
+  currentMatrixID = 0;
+  records.clear();
+  ++releasedRecords;
+  systemFree(matrixData);
+  matrixData = nullptr;
+  numberOfSlots = 0;
+  freeSlots.clear();
+  ZQMatrixFileHeader* header = matrixFileHeader;
+  if (matrixDataEntryArray != nullptr) {
+    for (int id = 0; id < header->getMaxNumberOfMatrices(); ++id) matrixDataEntryArray[id] = nullptr;
+  }
+  header->setMatrixDescription("");
+  header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
+  header->setIs64BitMatrix(0);
+  header->setNumberOfMatrices(1);
+  header->setMatrixAILevel(0);
+  header->setOffsetToUpdateInfos(0);
+  header->_setMatrixBlockSize(initialBlockSize);
+  header->_setMatrixBlockSizeOld(0);
+  header->_setMaximalStack(0);
+  header->setNumberOfMatrixUpdates(0);
+  header->closeAndRemoveUpdateInfos();
+}
+
+void* ZQMatrixBase::mMalloc(size_t size) {
+  return systemMalloc(size);
+}
+
+void ZQMatrixBase::mFree(void* pointer) {
+  systemFree(pointer);
+}
+
+int ZQMatrixBase::setMatrixDebugOn(int level) {
+  if (level < lowestDebugLevel) level = lowestDebugLevel;
+  if (level > highestDebugLevel) level = highestDebugLevel;
+  globalDebugLevel = level;
+  debugLevel = level;
+  if (matrixFileHeader->getMatrixDebugOutputDevice() >= 2 && fpMatrixErr == nullptr && level >= 0) {
+    char name[300];
+    snprintf(name, sizeof name, "%smatrixDebug.txt", matrixFileHeader->getMatrixDebugDirectory());
+    fpMatrixErr = fopen(name, "a");
+    dbPrintf(1,
+             "########################CPP DebugFile opened for Debug-Output (%d Bit-MAC OS Intel Version) with level %d "
+             "######################\n",
+             64, level);
+  } else if (debugLevel != level) {
+    // The member was overwritten above, so this sentence never comes out.
+    dbPrintf(1, "########################CPP debugLevel changed to %d #######################\n", level);
+  }
+  return fpMatrixErr != nullptr ? 1 : 0;
+}
+
+void ZQMatrixBase::setMatrixDebugOff() {
+  globalDebugLevel = 0;
+  debugLevel = 0;
+  dbPrintf(1, "*************************DebugFile Debug-Output closed  and debugLevel set to 0  **********************\n");
+  if (fpMatrixErr != nullptr) fclose(fpMatrixErr);
+  fpMatrixErr = nullptr;
+}
+
+int ZQMatrixBase::getNextFreeMatrixID() const {
+  for (int id = 0; id < matrixFileHeader->getMaxNumberOfMatrices(); ++id) {
+    if (matrixInfoArray[id]->isEmpty()) return id;
+  }
+  return -1;
+}
+
+int ZQMatrixBase::getHighestOccupiedMatrixID() const {
+  for (int id = matrixFileHeader->getMaxNumberOfMatrices() - 1; id >= 0; --id) {
+    if (matrixInfoArray[id]->getNumberOfMatrixElements() > 0 || matrixInfoArray[id]->getNumberOfWriteElements() > 0) return id;
+  }
+  return -1;
+}
+
+void ZQMatrixBase::setMaxNumberOfMatrices(int number) {
+  zmatrix::setMaxNumberOfMatricesIn(*this, number);
+}
+
+void ZQMatrixBase::makeMatrixEmpty() {
+  getMatrixInfo()->initMatrixInfo(currentMatrixID);
+}

@@ -1,0 +1,85 @@
+// Fields: who belongs to one, where it begins and ends, and whose children it holds.
+#include "store/ZQMatrixBase.h"
+
+ZQMatrixBaseElement* ZQMatrixBase::parentOf(int position) const {
+  const ZQMatrixBaseElement* element = elementAt(position);
+  if (element == nullptr || element->getOffsetToElementInPrevDimension() == 0) return nullptr;
+  return elementAt(static_cast<long long>(position) + element->getOffsetToElementInPrevDimension());
+}
+
+int ZQMatrixBase::childAt(int parentPosition, int coordinate) const {
+  const ZQMatrixBaseElement* parent = elementAt(parentPosition);
+  if (parent == nullptr || parent->getOffsetToElementInNextDimension() == 0) return -1;
+  const long long first = static_cast<long long>(parentPosition) + parent->getOffsetToElementInNextDimension();
+  const ZQMatrixBaseElement* firstElement = elementAt(first);
+  if (firstElement == nullptr) return -1;
+  const long long target = first - firstElement->getIndexInDimension() + coordinate;
+  const ZQMatrixBaseElement* child = elementAt(target);
+  if (child == nullptr || child->getOffsetToElementInPrevDimension() == 0) return -1;
+  return target + child->getOffsetToElementInPrevDimension() == parentPosition ? static_cast<int>(target) : -1;
+}
+
+int ZQMatrixBase::getFirstMatrixElementInDimension(int position) {
+  long long at = position;
+  const ZQMatrixBaseElement* element;
+  while ((element = elementAt(at)) != nullptr && element->getOffsetToPreviousElementInDimension() != 0) {
+    const int offset = element->getOffsetToPreviousElementInDimension();
+    if (offset > 0 || at + offset < 0) {
+      dbPrintf(0, "getFirstMatrixElementInDimension: offsetToPreviousElementInDimension: %d is unexpected\n", offset);
+      return position;
+    }
+    at += offset;
+  }
+  return static_cast<int>(at);
+}
+
+int ZQMatrixBase::getLastMatrixElementInDimension(int position) {
+  long long at = position;
+  const ZQMatrixBaseElement* element;
+  while ((element = elementAt(at)) != nullptr && element->getOffsetToNextElementInDimension() != 0) {
+    const int offset = element->getOffsetToNextElementInDimension();
+    if (offset < 1 || at + offset >= numberOfSlots) {
+      // The sentence names the other direction's operation, and always has.
+      dbPrintf(0, "getFirstMatrixElementInDimension: offsetToNextElementInDimension: %d is unexpected\n", offset);
+      return position;
+    }
+    at += offset;
+  }
+  return static_cast<int>(at);
+}
+
+int ZQMatrixBase::getNumberOfItemsAndFirstLastElementsInSameDimension(int position, int* first, int* last) {
+  int count = 1;
+  long long at = position;
+  const ZQMatrixBaseElement* element;
+  while ((element = elementAt(at)) != nullptr && element->getOffsetToPreviousElementInDimension() != 0) {
+    const int offset = element->getOffsetToPreviousElementInDimension();
+    if (offset > 0 || at + offset < 0) {
+      dbPrintf(0, "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetToPreviousElementInDimension: %d is unexpected\n",
+               offset);
+      return 0;
+    }
+    at += offset;
+    ++count;
+  }
+  *first = static_cast<int>(at);
+  at = position;
+  while ((element = elementAt(at)) != nullptr && element->getOffsetToNextElementInDimension() != 0) {
+    const int offset = element->getOffsetToNextElementInDimension();
+    if (offset < 1 || at + offset >= numberOfSlots) {
+      dbPrintf(0, "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetToNextElementInDimension: %d is unexpected\n",
+               offset);
+      return 0;
+    }
+    at += offset;
+    ++count;
+  }
+  *last = static_cast<int>(at);
+  return count;
+}
+
+ZQMatrixBaseElement** ZQMatrixBase::getOwner(ZQMatrixBaseElement** slot) {
+  if (slot == nullptr || *slot == nullptr || (*slot)->getOffsetToElementInPrevDimension() == 0) return nullptr;
+  const long long owner = (slot - matrixData) + static_cast<long long>((*slot)->getOffsetToElementInPrevDimension());
+  return owner >= 0 && owner < numberOfSlots ? matrixData + owner : nullptr;
+}

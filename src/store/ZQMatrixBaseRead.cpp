@@ -1,0 +1,96 @@
+// The read walk, which changes nothing but the record's scratch path, and the reads of the base tier.
+#include "store/ZQItemSplit.h"
+#include "store/ZQMatrixBase.h"
+
+int ZQMatrixBase::existMatrixData(const int* indexVector, int length) {
+  ZQMatrixBaseInfo* info = getMatrixInfo();
+  if (length < 1 || length >= info->getMaxDimOfMatrix()) return -2;
+  if (indexVector == nullptr) return -2;
+  int* path = info->getMatrixPtr();
+  const int room = info->getInternalCurrentDimension();
+  long long current = currentMatrixID;
+  path[0] = currentMatrixID;
+  for (int i = 0; i < length; ++i) {
+    const ZQMatrixBaseElement* element = elementAt(current);
+    if (element == nullptr || element->getOffsetToElementInNextDimension() == 0) return -1;
+    const long long first = current + element->getOffsetToElementInNextDimension();
+    if (first < 0 || first >= numberOfSlots) {
+      dbPrintf(0, "error in existMatrixData: illegal addressOfFirstElement (offset to _matrixData:) %d\n",
+               static_cast<int>(first));
+      return -3;
+    }
+    const ZQMatrixBaseElement* firstElement = matrixData[first];
+    if (firstElement == nullptr) {
+      dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
+      return -5;
+    }
+    if (i >= room) return -1;  // no sound path is deeper than the record's arrays
+    const long long fieldBegin = first - firstElement->getIndexInDimension();
+    path[i + 1] = static_cast<int>(fieldBegin);
+    const long long next = fieldBegin + indexVector[i];
+    if (next < 0 || next >= numberOfSlots) return -2;
+    const ZQMatrixBaseElement* found = matrixData[next];
+    if (found == nullptr) return 0;
+    if (next + found->getOffsetToElementInPrevDimension() != first + firstElement->getOffsetToElementInPrevDimension() ||
+        found->getOffsetToElementInPrevDimension() == 0) {
+      return -1;
+    }
+    current = next;
+  }
+  const ZQMatrixBaseElement* last = matrixData[current];
+  if (last->getOffsetToElementInNextDimension() == 0) return 3;
+  if (last->getWriteCount() > 0) return 2;
+  if (last->getWriteCount() == 0) return 1;
+  dbPrintf(0, "error in existMatrixData: unexpected writeCount: %d\n", last->getWriteCount());
+  return -5;
+}
+
+int ZQMatrixBase::existMatrixData32(const int* items, int length) {
+  return zmatrix::withSplitItems(*this, items, length, -1, "existMatrixData32",
+                                 [this](const int* vector, int splitLength) { return existMatrixData(vector, splitLength); });
+}
+
+int ZQMatrixBase::existMatrixData64(const long long* items, int length) {
+  return zmatrix::withSplitItems(*this, items, length, 0, "existMatrixData64",
+                                 [this](const int* vector, int splitLength) { return existMatrixData(vector, splitLength); });
+}
+
+long long ZQMatrixBase::readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount) {
+  const ZQMatrixBaseElement* element = zmatrix::readElement(*this, indexVector, length, existCode);
+  *writeCount = element != nullptr ? element->getWriteCount() : 0;
+  return element != nullptr ? element->getValue() : 0;
+}
+
+long long ZQMatrixBase::readMatrixData32(const int* items, int length, int* existCode, int* writeCount) {
+  *existCode = -5;
+  *writeCount = 0;
+  return zmatrix::withSplitItems(*this, items, length, 0LL, "readMatrixData32", [&](const int* vector, int splitLength) {
+    return readMatrixData(vector, splitLength, existCode, writeCount);
+  });
+}
+
+long long ZQMatrixBase::readMatrixData64(const long long* items, int length, int* existCode, int* writeCount) {
+  *existCode = -5;
+  *writeCount = 0;
+  // The sentence carries the 32-bit operation's name, and is to keep it.
+  return zmatrix::withSplitItems(*this, items, length, 0LL, "readMatrixData32", [&](const int* vector, int splitLength) {
+    return readMatrixData(vector, splitLength, existCode, writeCount);
+  });
+}
+
+long long ZQMatrixBase::readMatrixElement(const int* indexVector, int length, int* existCode) {
+  const ZQMatrixBaseElement* element = zmatrix::readElement(*this, indexVector, length, existCode);
+  return element != nullptr ? element->getValue() : 0;
+}
+
+long long ZQMatrixBase::readMatrixElement32(const int* items, int length, int* existCode) {
+  return zmatrix::withSplitItems(*this, items, length, 0LL, "readMatrixElement32", [&](const int* vector, int splitLength) {
+    return readMatrixElement(vector, splitLength, existCode);
+  });
+}
+
+long long ZQMatrixBase::readMatrixElement64(const long long* items, int length, int* existCode) {
+  return zmatrix::withSplitItems(*this, items, length, 0LL, "readMatrixElement64", [&](const int* vector, int splitLength) {
+    return readMatrixElement(vector, splitLength, existCode);
+  });
+}

@@ -1,0 +1,53 @@
+// Where does a whole field fit? A shift is an offset by which every position of the field lands on a free slot. The search goes
+// region by region, skips those whose filter rules out one of the field's distances, and tests 64 shifts at a time in the others.
+// The field's own slots are marked free while it runs, since they move too.
+#pragma once
+
+#include <climits>
+#include <vector>
+
+#include "store/ZQFreeSlotIndex.h"
+
+namespace zmatrix {
+
+class ZQShiftSearch {
+ public:
+  static constexpr long long none = LLONG_MAX;
+
+  /// `positions` ascend; all of them must land on free slots.
+  ZQShiftSearch(ZQFreeSlotIndex& index, const std::vector<int>& positions);
+
+  /// The smallest fitting offset in `from` .. `to`, or none.
+  long long nextFit(long long from, long long to);
+
+  /// The largest fitting offset in `to` .. `from`, or none.
+  long long previousFit(long long from, long long to);
+
+  struct Nearest {
+    long long left = none;   ///< distance of the nearest fit below 0, if no nearer one lies above
+    long long right = none;  ///< distance of the nearest fit above 0, if none as near lies below
+  };
+
+  /// The fit of the smallest distance with offsets in `lowest` .. -1 and 1 .. `highest`; at equal distances the lower one counts.
+  Nearest nearest(long long lowest, long long highest);
+
+ private:
+  static constexpr int mostTrackedDistances = 12;
+  static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
+
+  bool up(long long& offset, long long limit, long long& found);
+  bool down(long long& offset, long long limit, long long& found);
+  uint64_t candidateRegions(size_t word) const;
+  long long nextCandidate(long long region) const;
+  long long previousCandidate(long long region) const;
+  long long fitInRegion(long long region, long long lowest, long long highest, bool ascending);
+  uint64_t fitsOfWord(long long firstSlot, uint64_t freeSlots, uint64_t* pairsSeen) const;
+
+  ZQFreeSlotIndex& index;
+  const std::vector<int>& positions;
+  long long anchor;
+  int numberOfTracked;
+  int rows[mostTrackedDistances];  // of the filter, for the first distances; -1 for one that has none
+};
+
+}  // namespace zmatrix

@@ -1,0 +1,77 @@
+// Delete, told once for the tiers. A vector that ends in an inner element is only unwritten; one that ends in a leaf is cut back
+// towards the root as far as the path serves nothing else. No field is compacted or moved. The counters drift where they always
+// did.
+#pragma once
+
+#include "store/ZQMatrixBase.h"
+
+template <class Tier>
+struct ZQStoreDelete {
+  using Matrix = typename Tier::Matrix;
+  using Element = typename Tier::Element;
+  using Info = typename Tier::Info;
+
+  /// 1 deleted; the exist code less 1 where that is below 2; -2 for nothing to look for.
+  static int remove(Matrix& matrix, const int* indexVector, int length, int keepInnerElements) {
+    if (indexVector == nullptr || length == 0) return -2;
+    const int code = matrix.existMatrixData(indexVector, length);
+    if (code < 2) return code - 1;
+    Info& info = *matrix.getMatrixInfo();
+    const int position = indexVector[length - 1] + info.getMatrixPtr()[length];
+    if (code == 3) {
+      cutBack(matrix, info, position);
+    } else if (keepInnerElements == 0) {
+      Element& element = *static_cast<Element*>(matrix.elementAt(position));
+      info.addToNumberOfWriteCounts(-element.getWriteCount());
+      element.setWriteCount(0);
+      element.setValue(0);
+      Tier::onUnwritten(matrix, info, element);
+      info.incrementNumberOfDeleteEvents();
+      info.decrementNumberOfWriteElements();
+    }
+    return 1;
+  }
+
+ private:
+  static void cutBack(Matrix& matrix, Info& info, int position) {
+    const int root = matrix.getCurrentMatrixID();
+    int lastWriteCount = 0;
+    int removed = 0;
+    for (int current = position; current != root;) {
+      const ZQMatrixBaseElement* element = matrix.elementAt(current);
+      if (element == nullptr || element->getOffsetToElementInNextDimension() != 0) break;
+      if (removed > 0 && element->getWriteCount() > 0) break;
+      const int parent = current + element->getOffsetToElementInPrevDimension();
+      lastWriteCount = element->getWriteCount();
+      unlink(matrix, info, current, parent);
+      matrix.clearMatrixElement(current, 1);
+      ++removed;
+      current = parent;
+    }
+    info.incrementNumberOfDeleteEvents();
+    info.decrementNumberOfWriteElements();
+    // The count of the element that went last, not of the leaf.
+    info.addToNumberOfWriteCounts(-lastWriteCount);
+  }
+
+  static void unlink(Matrix& matrix, Info& info, int position, int parentPosition) {
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    const int next = element->getOffsetToNextElementInDimension();
+    const int previous = element->getOffsetToPreviousElementInDimension();
+    ZQMatrixBaseElement* nextElement = next > 0 ? matrix.elementAt(static_cast<long long>(position) + next) : nullptr;
+    ZQMatrixBaseElement* previousElement = previous < 0 ? matrix.elementAt(static_cast<long long>(position) + previous) : nullptr;
+    ZQMatrixBaseElement* parent = matrix.elementAt(parentPosition);
+    if (nextElement != nullptr)
+      nextElement->setOffsetToPreviousElementInDimension(previousElement != nullptr ? previous - next : 0);
+    if (previousElement != nullptr)
+      previousElement->setOffsetToNextElementInDimension(nextElement != nullptr ? next - previous : 0);
+    if (nextElement == nullptr && previousElement == nullptr) {
+      if (parent != nullptr) parent->setOffsetToElementInNextDimension(0);
+      return;  // the parent has just become a leaf, so the number of end elements stays
+    }
+    if (previousElement == nullptr && parent != nullptr) {
+      parent->setOffsetToElementInNextDimension(position + next - parentPosition);
+    }
+    info.decrementNumberOfEndElements();
+  }
+};

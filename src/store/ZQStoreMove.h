@@ -1,0 +1,116 @@
+// Relocation of a field as a whole, told once for the tiers. One offset is found by which every element of the field can be
+// shifted; then every link that crosses the field's edge is patched and the pointers to its records move to their new slots. A
+// move costs the field's size and its children, never the subtree.
+#pragma once
+
+#include <algorithm>
+
+#include "store/ZQMatrixBase.h"
+
+template <class Tier>
+struct ZQStoreMove {
+  using Matrix = typename Tier::Matrix;
+  using Element = typename Tier::Element;
+
+  /// The offset moved, or 0 for failure. With moveWithNewIndex 1 the element to come at *newElementIndex moves along and must fit
+  /// too; with 0 the field is pushed off that slot.
+  static int moveField(Matrix& matrix, int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems,
+                       int* firstElement, int* lastElement, int moveWithNewIndex) {
+    if (matrix.getMatrixInfo()->getMemIsReadOnly() || !collect(matrix, *firstElement, numberOfItems)) return 0;
+    const bool withIndex = moveWithNewIndex == 1 && newElementIndex != nullptr;
+    const bool keepsOff = moveWithNewIndex == 0 && newElementIndex != nullptr;
+    const int newIndex = withIndex || keepsOff ? *newElementIndex : -1;
+    const int offset = findOffset(matrix, memorySearchMethod, *fieldBegin, newIndex, withIndex, keepsOff);
+    if (offset == 0) return 0;
+    const bool isPatched = patchLinks(matrix, offset);
+    if (isPatched) moveRecords(matrix, offset);
+    refreshIndex(matrix, isPatched ? offset : 0);
+    if (!isPatched) return 0;
+    if (withIndex) *newElementIndex += offset;
+    *fieldBegin += offset;
+    *firstElement += offset;
+    *lastElement += offset;
+    return offset;
+  }
+
+ private:
+  static bool collect(Matrix& matrix, int first, int numberOfItems) {
+    std::vector<int>& positions = matrix.positionsOfField;
+    positions.clear();
+    long long at = first;
+    while (static_cast<int>(positions.size()) < numberOfItems) {
+      const ZQMatrixBaseElement* element = matrix.elementAt(at);
+      if (element == nullptr) return false;
+      positions.push_back(static_cast<int>(at));
+      const int next = element->getOffsetToNextElementInDimension();
+      if (next < 1) break;
+      at += next;
+    }
+    return !positions.empty();
+  }
+
+  // While the search runs the field's own slots count as free, since they move too; a slot to be kept off never does.
+  static int findOffset(Matrix& matrix, int memorySearchMethod, int fieldBegin, int newIndex, bool withIndex, bool keepsOff) {
+    const std::vector<int>& own = matrix.positionsOfField;
+    std::vector<int>& toPlace = matrix.positionsToPlace;
+    toPlace = own;
+    if (withIndex) toPlace.insert(std::lower_bound(toPlace.begin(), toPlace.end(), newIndex), newIndex);
+    for (int position : own) {
+      if (!keepsOff || position != newIndex) matrix.freeSlots.release(position);
+    }
+    const bool keepsOffFreeSlot =
+        keepsOff && newIndex >= 0 && newIndex < matrix.numberOfSlots && matrix.freeSlots.isFree(newIndex);
+    if (keepsOffFreeSlot) matrix.freeSlots.fill(newIndex);
+    const int offset = matrix.searchShift(memorySearchMethod, toPlace, fieldBegin);
+    if (!matrix.hasBlock()) return 0;
+    if (keepsOffFreeSlot) matrix.freeSlots.release(newIndex);
+    if (offset == 0) refreshIndex(matrix, 0);
+    return offset;
+  }
+
+  static bool patchLinks(Matrix& matrix, int offset) {
+    const std::vector<int>& own = matrix.positionsOfField;
+    if (ZQMatrixBaseElement* parent = matrix.parentOf(own.front())) parent->addOffsetToElementInNextDimension(offset);
+    for (int position : own) {
+      Element* element = static_cast<Element*>(matrix.elementAt(position));
+      Tier::onMoving(matrix, *element, offset);
+      if (element->getOffsetToElementInPrevDimension() != 0) element->addOffsetToElementInPrevDimension(-offset);
+      if (element->getOffsetToElementInNextDimension() == 0) continue;
+      long long child = static_cast<long long>(position) + element->getOffsetToElementInNextDimension();
+      if (child < 0 || child >= matrix.numberOfSlots) {
+        dbPrintf(0, child < 0 ? "error im moveFieldToFreePosition: elementinNextDimension out of range (left)\n"
+                              : "error im moveFieldToFreePosition: elementinNextDimension out of range (right)\n");
+        return false;
+      }
+      element->addOffsetToElementInNextDimension(-offset);
+      for (ZQMatrixBaseElement* at = matrix.elementAt(child); at != nullptr; at = matrix.elementAt(child)) {
+        at->addOffsetToElementInPrevDimension(offset);
+        if (at->getOffsetToNextElementInDimension() < 1) break;
+        child += at->getOffsetToNextElementInDimension();
+      }
+    }
+    return true;
+  }
+
+  // The order sees to it that a slot of the field is vacated before another of its records moves in.
+  static void moveRecords(Matrix& matrix, int offset) {
+    std::vector<int>& own = matrix.positionsOfField;
+    if (offset > 0) std::reverse(own.begin(), own.end());
+    for (int position : own) {
+      matrix.matrixData[position + offset] = matrix.matrixData[position];
+      matrix.matrixData[position] = nullptr;
+    }
+  }
+
+  // Brings the index of free slots back in step with the block, for the field's old slots and its new ones.
+  static void refreshIndex(Matrix& matrix, int offset) {
+    for (int position : matrix.positionsOfField) {
+      if (matrix.matrixData[position] == nullptr) {
+        matrix.freeSlots.release(position);
+      } else {
+        matrix.freeSlots.fill(position);
+      }
+      if (offset != 0) matrix.freeSlots.fill(position + offset);
+    }
+  }
+};

@@ -1,0 +1,239 @@
+// The write walk, told once for the tiers: from a root down the vector, making what is missing, moving fields where two want a
+// slot, growing the block where neither side fits. A write is a chain of single steps, so that a caller who already knows where
+// the path of all but the last coordinates ends can take the last step alone.
+#pragma once
+
+#include <cstdlib>
+
+#include "store/ZQStoreMove.h"
+
+template <class Tier>
+struct ZQStoreWrite {
+  using Matrix = typename Tier::Matrix;
+  using Element = typename Tier::Element;
+  using Info = typename Tier::Info;
+
+  static int write(Matrix& matrix, const int* indexVector, int length, long long value, const typename Tier::WriteFlags& flags) {
+    Info& info = *matrix.getMatrixInfo();
+    if (info.getMemIsReadOnly()) return 0;
+    if (length > info.getMaxDimOfMatrix()) {
+      dbPrintf(0, "error: maximal dimension exceeded: %d\n", length);
+      return 0;
+    }
+    if (length > 0 && indexVector == nullptr) return 0;
+    int last = provideRoot(matrix);
+    if (last < 0) return 0;
+    for (int i = 0; i < length; ++i) {
+      if (!step(matrix, info, last, i, indexVector[i])) return 0;
+    }
+    countWrite(matrix, info, last, value, flags);
+    return 1;
+  }
+
+  /// The root's position, the root made if it was missing; -1 if that failed.
+  static int provideRoot(Matrix& matrix) {
+    const int root = matrix.getCurrentMatrixID();
+    if (!matrix.hasBlock()) return -1;
+    if (matrix.elementAt(root) == nullptr && matrix.template createElementAt<Element>(root) == nullptr) return -1;
+    return root;
+  }
+
+  /// One step down from `last`, which becomes the child's position. False if the coordinate is refused or no place can be made.
+  static bool step(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
+    const long long magnitude = std::llabs(static_cast<long long>(coordinate));
+    if (magnitude > info.getMaximalMatrixIndex()) {
+      dbPrintf(0, "writeMatrixData: error: max matrix Index %d exceeded:  %d\n", info.getMaximalMatrixIndex(),
+               static_cast<int>(magnitude > INT_MAX ? INT_MAX : magnitude));
+      dbPrintf(0, "please increase this value (setMaximalMatrixIndex())\n");
+      return false;
+    }
+    const int child = matrix.childAt(last, coordinate);
+    if (child >= 0) {
+      last = child;
+    } else {
+      int stackCandidate = 0;
+      const int inserted = makeChild(matrix, info, last, coordinate, stackCandidate);
+      if (inserted < 0) return false;
+      last = inserted;
+      raiseStack(matrix, stackCandidate);
+      raiseStack(matrix, last);
+    }
+    info.checkMatrixDimension(dimension);
+    info.updateMatrixIndexInfo(dimension, coordinate);
+    return true;
+  }
+
+  /// Counts a write at an element.
+  static void countWrite(Matrix& matrix, Info& info, int position, long long value, const typename Tier::WriteFlags& flags) {
+    Element& element = *static_cast<Element*>(matrix.elementAt(position));
+    element.setValue(value);
+    Tier::onWritten(matrix, info, element, flags);
+    info.incrementNumberOfWriteEvents();
+    info.incrementNumberOfWriteCounts();
+    if (element.getWriteCount() == 1) info.incrementNumberOfWriteElements();
+  }
+
+  static int insertFirst(Matrix& matrix, int newPosition, int coordinate, int parentPosition) {
+    ZQMatrixBaseElement* parent = matrix.elementAt(parentPosition);
+    if (parent == nullptr || newPosition < 0 || newPosition >= matrix.numberOfSlots) return 0;
+    Info& info = *matrix.getMatrixInfo();
+    Element* element = static_cast<Element*>(matrix.elementAt(newPosition));
+    if (element == nullptr) {
+      element = matrix.template createElementAt<Element>(newPosition);
+      if (element == nullptr) return 0;
+      info.incrementNumberOfMatrixElements();
+    }
+    element->clearMatrixData();
+    element->setIndexInDimension(coordinate);
+    element->setOffsetToElementInPrevDimension(parentPosition - newPosition);
+    parent->setOffsetToElementInNextDimension(newPosition - parentPosition);
+    // Under any other parent a leaf has just turned into a path element.
+    if (parentPosition == matrix.getCurrentMatrixID()) info.incrementNumberOfEndElements();
+    return 1;
+  }
+
+  static int insertExisting(Matrix& matrix, int newPosition, int coordinate, int anElementOfField) {
+    const int first = matrix.getFirstMatrixElementInDimension(anElementOfField);
+    ZQMatrixBaseElement* firstElement = matrix.elementAt(first);
+    if (firstElement == nullptr || newPosition < 0 || newPosition >= matrix.numberOfSlots) return 0;
+    if (matrix.elementAt(newPosition) != nullptr) {
+      dbPrintf(0, "Cannot insert element to an occupied index\n");
+      return 0;
+    }
+    const int parent = first + firstElement->getOffsetToElementInPrevDimension();
+    int below = -1;
+    int above = first;
+    if (newPosition > first) {
+      below = matrix.getLastMatrixElementInDimension(first);
+      above = -1;
+      // From the high end down, as sequence data tends to arrive with rising coordinates.
+      while (below > newPosition) {
+        const int previous = matrix.elementAt(below)->getOffsetToPreviousElementInDimension();
+        if (previous >= 0 || matrix.elementAt(static_cast<long long>(below) + previous) == nullptr) {
+          dbPrintf(0, "insertMatrixElementInExistingDimension: %d for offsetToPreviousElementInDimension unexpected\n", previous);
+          return 0;
+        }
+        above = below;
+        below += previous;
+      }
+    }
+    Element* element = matrix.template createElementAt<Element>(newPosition);
+    if (element == nullptr) return 0;
+    Info& info = *matrix.getMatrixInfo();
+    info.incrementNumberOfMatrixElements();
+    info.incrementNumberOfEndElements();
+    element->setIndexInDimension(coordinate);
+    element->setOffsetToElementInPrevDimension(parent - newPosition);
+    if (below >= 0) {
+      element->setOffsetToPreviousElementInDimension(below - newPosition);
+      matrix.elementAt(below)->setOffsetToNextElementInDimension(newPosition - below);
+    } else {
+      if (firstElement->getOffsetToElementInPrevDimension() != parent - first) {
+        dbPrintf(0, "internal error: unexpected offsetToElementInPrevDimension");
+      }
+      if (ZQMatrixBaseElement* owner = matrix.elementAt(parent)) owner->setOffsetToElementInNextDimension(newPosition - parent);
+    }
+    if (above >= 0) {
+      element->setOffsetToNextElementInDimension(above - newPosition);
+      matrix.elementAt(above)->setOffsetToPreviousElementInDimension(newPosition - above);
+    }
+    return 1;
+  }
+
+ private:
+  struct Field {
+    int begin = 0;
+    int first = 0;
+    int last = 0;
+    int count = 0;
+  };
+
+  static void raiseStack(Matrix& matrix, int position) {
+    ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
+    if (position > header->getMaximalStack()) header->_setMaximalStack(position);
+  }
+
+  // The position of the new child, or -1.
+  static int makeChild(Matrix& matrix, Info& info, int parentPosition, int coordinate, int& stackCandidate) {
+    const ZQMatrixBaseElement* parent = matrix.elementAt(parentPosition);
+    if (parent == nullptr) return -1;
+    if (parent->getOffsetToElementInNextDimension() == 0) {
+      const int newPosition = matrix.findNearestFreeMatrixElement(info.getMemorySearchMethod());
+      if (newPosition < 0 && Tier::reportsMissingSlot) dbPrintf(0, "hier ist der Fehler1");
+      // An unknown search method answers with a root's slot, which is never given away.
+      if (newPosition < matrix.getMatrixFileHeader()->getMaxNumberOfMatrices()) return -1;
+      stackCandidate = newPosition;
+      return insertFirst(matrix, newPosition, coordinate, parentPosition) ? newPosition : -1;
+    }
+    const long long first = static_cast<long long>(parentPosition) + parent->getOffsetToElementInNextDimension();
+    const ZQMatrixBaseElement* firstElement = matrix.elementAt(first);
+    if (firstElement == nullptr) return -1;
+    const long long target = first - firstElement->getIndexInDimension() + coordinate;
+    if (target > INT_MAX || target < -INT_MAX) return -1;
+    Field own;
+    own.first = static_cast<int>(first);
+    own.begin = static_cast<int>(first - firstElement->getIndexInDimension());
+    return makeSibling(matrix, info, own, static_cast<int>(target), coordinate, stackCandidate);
+  }
+
+  static int makeSibling(Matrix& matrix, Info& info, Field own, int target, int coordinate, int& stackCandidate) {
+    const int method = info.getMemorySearchMethod();
+    if (target >= matrix.numberOfSlots) {
+      if (!count(matrix, own.first, own)) return -1;
+      if (moveOwn(matrix, method, own, target) == 0) {
+        dbPrintf(1, "Moving own field to the left failed..now expandig...\n");
+        if (!matrix.expandMatrixBlock(target)) {
+          dbPrintf(0, "expanding matrix failed..\n");
+          return -1;
+        }
+      }
+      stackCandidate = target;
+    } else if (target < 0) {
+      if (!count(matrix, own.first, own)) return -1;
+      if (moveOwn(matrix, method, own, target) == 0) {
+        dbPrintf(0, "moving own field to the right failed..\n");
+        return -1;
+      }
+      stackCandidate = own.last;
+    } else if (matrix.elementAt(target) == nullptr) {
+      stackCandidate = target;
+    } else if (!clearTheWay(matrix, method, own, target, stackCandidate)) {
+      return -1;
+    }
+    if (!insertExisting(matrix, target, coordinate, own.first)) return -1;
+    if (target < 0) dbPrintf(0, "hier ist der Fehler2");
+    return target;
+  }
+
+  // A foreign field holds the slot: the smaller of the two moves, at a tie the own one; a root never does.
+  static bool clearTheWay(Matrix& matrix, int method, Field& own, int& target, int& stackCandidate) {
+    Field foreign;
+    if (!count(matrix, target, foreign) || !count(matrix, own.first, own)) return false;
+    foreign.begin = target - matrix.elementAt(target)->getIndexInDimension();
+    if (own.count <= foreign.count || target < matrix.getMatrixFileHeader()->getMaxNumberOfMatrices()) {
+      if (moveOwn(matrix, method, own, target) == 0) {
+        dbPrintf(0, "error from WriteData: MoveFieldWithNewIndex failed\n");
+        return false;
+      }
+      stackCandidate = own.last;
+      return true;
+    }
+    if (ZQStoreMove<Tier>::moveField(matrix, method, &foreign.begin, &target, foreign.count, &foreign.first, &foreign.last, 0) ==
+        0) {
+      dbPrintf(0, "error from WriteData: MoveFieldWithoutIndex failed\n");
+      return false;
+    }
+    stackCandidate = foreign.last;
+    // The foreign field's parent or children may lie in the own field, but the own field itself stands where it stood.
+    return true;
+  }
+
+  static bool count(Matrix& matrix, int position, Field& field) {
+    field.count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(position, &field.first, &field.last);
+    return field.count > 0;
+  }
+
+  static int moveOwn(Matrix& matrix, int method, Field& own, int& target) {
+    return ZQStoreMove<Tier>::moveField(matrix, method, &own.begin, &target, own.count, &own.first, &own.last, 1);
+  }
+};
