@@ -1,0 +1,198 @@
+// The kernel: the context of a continuation, as far as the matrix knows it. Its preprocessed face is the longest ending of the
+// items so far that is a path with successors; its original face is the same stretch as original items, with those in front that
+// the inverse of the preprocessing needs. Every failure but a refusal leaves the kernel at the root.
+#include <algorithm>
+
+#include "frame/ZQDebugChannel.h"
+#include "frame/ZQGrowth.h"
+#include "frame/ZQSmallQueries.h"
+#include "frame/ZQSystemOwned.h"
+#include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQPreprocessing.h"
+
+using zmatrix::SystemOwned;
+
+namespace {
+
+constexpr int offsetNotFound = -1;
+
+/// An ending of a sequence that can go on, in integers, and where its path ends.
+struct KnownSuffix {
+  int length = 0;
+  int handle = -1;
+};
+
+/// Goes from the shortest suffix to longer ones. An unknown suffix, or one that nothing follows, ends the search: it doesn't jump
+/// to a longer one. This is the only place that knows how the suffixes are looked up.
+KnownSuffix longestKnownSuffix(ZQMatrixMedium& matrix, const int* sequence, int length) {
+  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
+  const int longestSearched = matrix.getMatrixInfo()->getSkillOutputLevel();
+  const int maximalStack = matrix.getMatrixFileHeader()->getMaximalStack();
+  KnownSuffix known;
+  for (int suffixLength = coordinateDimension;; suffixLength += coordinateDimension) {
+    const int handle = matrix.getMatrixHandleFromElementVector(sequence + (length - suffixLength), suffixLength);
+    if (handle > maximalStack) dbPrintf(0, "initializeKernelSequence: error: handle > maxStackPtr!\n");
+    if (handle < 0 || matrix.hasMatrixHandleSuccessors(handle) < 1) return known;
+    known = {suffixLength, handle};
+    if (suffixLength >= length || suffixLength >= longestSearched) return known;
+  }
+}
+
+/// 0 if a preprocessed sequence of this length may become the kernel, or the number of the refusal.
+int refusalOf(ZQMatrixMediumInfo* info, int length) {
+  if (info->getCoordinateDimension() < 1) return -2;
+  if (length % info->getCoordinateDimension() != 0) return -1;
+  if (length < 0 || length > info->getMaxDimOfMatrix()) return -3;
+  if (info->getInternalLengthOfKernelPreProcessedSequence() < 1) return -4;
+  if (info->getIsPhraseMatrix() != 1) return -5;
+  return info->getSkillOutputLevel() < 0 ? -6 : 0;
+}
+
+void copyIntoRows(const int* items, int numberOfItems, int coordinateDimension, int** rows) {
+  for (int i = 0; i < numberOfItems; ++i) {
+    for (int k = 0; k < coordinateDimension; ++k) rows[k][i] = *items++;
+  }
+}
+
+/// Makes room for the items of a suffix. The internal length says less than what the rows hold, since rows never shrink.
+bool provideRowsForSuffix(ZQMatrixMediumInfo* info, int numberOfItems) {
+  const int internalLength = info->getInternalLengthOfKernelPreProcessedSequence();
+  if (!info->provideKernelPreProcessedRows(numberOfItems) || info->getKernelPreProcessedSequence() == nullptr) return false;
+  if (numberOfItems < internalLength) return true;
+  const int enlarged = zmatrix::grownCapacity(numberOfItems);
+  if (!info->provideKernelPreProcessedRows(enlarged)) return false;
+  dbPrintf(1, "initializeKernelSequenceWithPreProcessedequence: kernelSequence enlarged from %d up to %d\n", internalLength,
+           enlarged);
+  info->_setInternalLengthOfKernelPreProcessedSequence(enlarged);
+  return true;
+}
+
+/// Items of the kernel that are not bar markers.
+int countKernelNotes(ZQMatrixMediumInfo* info) {
+  int** rows = info->getKernelPreProcessedSequence();
+  if (rows == nullptr) return 0;
+  const int numberOfItems = info->getLengthOfKernelPreProcessedSequence();
+  return numberOfItems - static_cast<int>(std::count(rows[0], rows[0] + numberOfItems, ZQNotNote));
+}
+
+/// Where the kernel begins in the original input, in integers, with the items in front that the inverse needs; or offsetNotFound.
+int offsetOfKernelInOriginal(ZQMatrixMediumInfo* info, int length, int preProcessedLength) {
+  const int type = info->getPreProcessingType(), coordinateDimension = info->getCoordinateDimension();
+  if (type <= ZQPreProcessingTypeANSIText) {
+    const int offset = preProcessedLength - info->getLengthOfKernelPreProcessedSequence() * coordinateDimension;
+    if (offset >= 0) return std::min(offset, length);
+    dbPrintf(0, type == ZQPreProcessingTypeANSIText ? "initializeKerneSequenceWithOriginalSequence: internal error2\n"
+                                                    : "initializeKerneSequenceWithOriginalSequence: internal error1\n");
+    return 0;
+  }
+  if (zmatrix::coordinatesOfMidiType(type) == 0) return 0;
+  const long long offset = length - static_cast<long long>(coordinateDimension) * (countKernelNotes(info) + 1LL);
+  if (offset >= 0) return static_cast<int>(offset);
+  dbPrintf(0, "Upps, da weiss ich auch keinen Rat mehr!!!\n");
+  return offsetNotFound;
+}
+
+/// Makes these items the original kernel. False if there is no room for them.
+bool storeOriginalKernel(ZQMatrixMediumInfo* info, const int* items, int numberOfItems, int setInitialValues) {
+  if (!info->provideKernelOriginalRows(numberOfItems)) return false;
+  int** original = info->getKernelOriginalSequence();
+  int** initialValues = info->getKernelOriginalSequenceInitialValues();
+  if (original == nullptr || initialValues == nullptr) return false;
+  info->setLengthOfKernelOriginalSequence(numberOfItems);
+  // Once set to 0 it stays below every length; the rows themselves only grow when they have to.
+  if (numberOfItems >= info->getInternalLengthOfKernelOriginalSequence()) info->_setInternalLengthOfKernelOriginalSequence(0);
+  copyIntoRows(items, numberOfItems, info->getCoordinateDimension(), original);
+  if (setInitialValues == 1) copyIntoRows(items, numberOfItems, info->getCoordinateDimension(), initialValues);
+  return true;
+}
+
+/// For an input too short to be preprocessed: the kernel is at the root, with as many of the items that the inverse needs as
+/// there are.
+bool storeShortOriginalKernel(ZQMatrixMediumInfo* info, int matrixID, const int* sequence, int length, int needed,
+                              int setInitialValues) {
+  if (!info->provideKernelOriginalRows(needed)) return false;
+  int** original = info->getKernelOriginalSequence();
+  int** initialValues = info->getKernelOriginalSequenceInitialValues();
+  if (original == nullptr || initialValues == nullptr) return false;
+  const int coordinateDimension = info->getCoordinateDimension();
+  info->setLengthOfKernelOriginalSequence(needed);
+  info->setLengthOfKernelPreProcessedSequence(0);
+  info->setKernelMatrixHandle(matrixID);
+  copyIntoRows(sequence, std::min(needed, length / coordinateDimension), coordinateDimension, original);
+  for (int k = 0; setInitialValues == 1 && k < coordinateDimension; ++k) std::copy_n(original[k], needed, initialValues[k]);
+  return true;
+}
+
+/// True if a difference of this length would be refused as a kernel: known before the input is touched.
+bool isTooLongForKernel(ZQMatrixMediumInfo* info, int length) {
+  const int type = info->getPreProcessingType();
+  if (type < 0 || type > ZQPreProcessingTypeHighestDifference) return false;
+  return length - static_cast<long long>(info->getCoordinateDimension()) * type > info->getMaxDimOfMatrix();
+}
+
+}  // namespace
+
+int ZQMatrixMedium::initializeKernelSequenceWithPreProcessedSequence(const int* sequence, int length) {
+  ZQMatrixMediumInfo* info = getMatrixInfo();
+  const int refusal = refusalOf(info, length);
+  if (refusal != 0) return refusal;
+  if (sequence == nullptr || length == 0) {
+    info->resetKernelSequence(getCurrentMatrixID(), 0);
+    return info->getLengthOfKernelPreProcessedSequence();
+  }
+  const KnownSuffix suffix = info->getSkillOutputLevel() < 1 ? KnownSuffix{} : longestKnownSuffix(*this, sequence, length);
+  const int numberOfItems = suffix.length / info->getCoordinateDimension();
+  if (numberOfItems >= 1 && provideRowsForSuffix(info, numberOfItems)) {
+    info->setKernelMatrixHandle(suffix.handle);
+    info->setLengthOfKernelPreProcessedSequence(numberOfItems);
+    copyIntoRows(sequence + (length - suffix.length), numberOfItems, info->getCoordinateDimension(),
+                 info->getKernelPreProcessedSequence());
+    return numberOfItems;
+  }
+  dbPrintf(1,
+           "\n###initializeKernelSequenceWithPreProcessedSequence: warning: no part of input sequence found in matrix. "
+           "Initializing with root-element...\n");
+  info->resetKernelSequence(getCurrentMatrixID(), 0);
+  return info->getLengthOfKernelPreProcessedSequence();
+}
+
+int ZQMatrixMedium::initializeKernelSequenceWithOriginalSequence(const int* sequence, int length, int setInitialValues) {
+  ZQMatrixMediumInfo* info = getMatrixInfo();
+  const int coordinateDimension = info->getCoordinateDimension();
+  if (sequence == nullptr || length < 1 || coordinateDimension < 1 || isTooLongForKernel(info, length)) {
+    return info->resetKernelSequence(getCurrentMatrixID(), setInitialValues);
+  }
+  SystemOwned<int> ownPreProcessed;
+  const int* preProcessed = sequence;
+  int preProcessedLength = length;
+  if (info->getPreProcessingType() != ZQPreProcessingTypeNone) {
+    ownPreProcessed.reset(getPreProcessedSequenceFromOriginalSequence(sequence, length, &preProcessedLength));
+    preProcessed = ownPreProcessed.get();
+    if (preProcessed == nullptr) return -1;
+    if (preProcessedLength < 1) {
+      const int needed = sGetNumberOriginalItemsToRestoreFromPreprocessed(info->getPreProcessingType());
+      if (storeShortOriginalKernel(info, getCurrentMatrixID(), sequence, length, needed, setInitialValues)) return needed;
+      return info->resetKernelSequence(getCurrentMatrixID(), setInitialValues);
+    }
+  }
+  if (initializeKernelSequenceWithPreProcessedSequence(preProcessed, preProcessedLength) >= 0) {
+    const int offset = offsetOfKernelInOriginal(info, length, preProcessedLength);
+    if (offset != offsetNotFound &&
+        storeOriginalKernel(info, sequence + offset, (length - offset) / coordinateDimension, setInitialValues)) {
+      return info->getLengthOfKernelOriginalSequence();
+    }
+  }
+  return info->resetKernelSequence(getCurrentMatrixID(), setInitialValues);
+}
+
+int ZQMatrixMedium::updateAndGetMatrixKernelHandle() {
+  int length = 0, coordinateDimension = 0;
+  const SystemOwned<int> kernel(getMatrixInfo()->getKernelPreProcessedSequenceIndexVector(&length, &coordinateDimension));
+  const int handle = getMatrixHandleFromElementVector(kernel.get(), length);
+  getMatrixInfo()->setKernelMatrixHandle(handle);
+  return handle;
+}
+
+int ZQMatrixMedium::getNumberOfSuccessorsFromKernelHandle() {
+  return getNumberOfSuccessorsFromMatrixHandle(getMatrixInfo()->getKernelMatrixHandle());
+}
