@@ -1,0 +1,397 @@
+// How a matrix continues a sequence: it lists the successors of the kernel's end, forms their probabilities from the counts,
+// picks one, and moves the kernel on if told. The lowest layer works on preprocessed items; the layer above restores original
+// items and steps over bar markers. An item lies in the info record's temporary memory, which moving the kernel leaves alone.
+#include <algorithm>
+#include <climits>
+#include <cmath>
+
+#include "frame/ZQDebugChannel.h"
+#include "frame/ZQGrowth.h"
+#include "frame/ZQSystemOwned.h"
+#include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQPreprocessing.h"
+
+using zmatrix::SystemOwned;
+
+namespace {
+
+constexpr int anySuccessor = -1;  ///< as successorIndex: the method chooses
+constexpr int stopInstead = -1;   ///< as the index picked: the sequence ends here
+constexpr int largestNumberOfMarkers = 32;
+
+template <class Number>
+void answer(Number* out, Number value) {
+  if (out != nullptr) *out = value;
+}
+
+const ZQMatrixMediumElement* mediumElementAt(const ZQMatrixMedium& matrix, long long position) {
+  return static_cast<const ZQMatrixMediumElement*>(matrix.elementAt(position));
+}
+
+double randomFraction(ZQMatrixMediumInfo* info) {
+  return static_cast<double>(info->getSuccessorRandomValue()) / zmatrix::largestRandomValue;
+}
+
+/// Handles as a host gets them: room for 10 at first.
+class HandleList {
+ public:
+  /// False if memory has run out.
+  bool add(int handle) {
+    if (numberOfHandles_ >= capacity_ || handles_ == nullptr) {
+      const int capacity = handles_ == nullptr ? capacity_ : zmatrix::grownCapacity(capacity_);
+      if (!resize(capacity)) return false;
+      capacity_ = capacity;
+    }
+    handles_[numberOfHandles_++] = handle;
+    return true;
+  }
+  int size() const { return numberOfHandles_; }
+  int* releaseFitted() {
+    if (numberOfHandles_ > 0) resize(numberOfHandles_);
+    return handles_.release();
+  }
+
+ private:
+  bool resize(int capacity) {
+    auto* resized = static_cast<int*>(systemRealloc(handles_.get(), static_cast<size_t>(capacity) * sizeof(int)));
+    if (resized == nullptr) return false;
+    static_cast<void>(handles_.release());
+    handles_.reset(resized);
+    return true;
+  }
+
+  SystemOwned<int> handles_;
+  int capacity_ = 10;
+  int numberOfHandles_ = 0;
+};
+
+/// Visits, depth first and in the order of the fields, all elements one item below a handle. The visitor says false to end the
+/// walk.
+template <class Visitor>
+void walkOneItemBelow(const ZQMatrixMedium& matrix, int handle, int coordinateDimension, Visitor visit) {
+  long long position = handle;
+  const ZQMatrixMediumElement* element = mediumElementAt(matrix, position);
+  int depth = 0;
+  while (element != nullptr) {
+    while (element != nullptr && depth < coordinateDimension && element->getOffsetToElementInNextDimension() != 0) {
+      position += element->getOffsetToElementInNextDimension();
+      element = mediumElementAt(matrix, position);
+      ++depth;
+    }
+    if (depth == coordinateDimension && element != nullptr) {
+      if (!visit(static_cast<int>(position), *element)) return;
+    }
+    while (element != nullptr && depth > 0 && element->getOffsetToNextElementInDimension() == 0) {
+      position += element->getOffsetToElementInPrevDimension();
+      element = mediumElementAt(matrix, position);
+      --depth;
+    }
+    if (depth == 0 || element == nullptr) return;
+    position += element->getOffsetToNextElementInDimension();
+    element = mediumElementAt(matrix, position);
+  }
+}
+
+/// Items held row by row as one flat vector with an item behind them; null without memory.
+SystemOwned<int> flatWithItem(int** rows, int numberOfItems, const int* item, int coordinateDimension) {
+  if (rows == nullptr || (numberOfItems + 1LL) * coordinateDimension > INT_MAX) return nullptr;
+  SystemOwned<int> flat(systemMallocArray<int>((numberOfItems + 1LL) * coordinateDimension));
+  if (flat == nullptr) return nullptr;
+  int* end = flat.get();
+  for (int i = 0; i < numberOfItems; ++i) {
+    for (int k = 0; k < coordinateDimension; ++k) *end++ = rows[k][i];
+  }
+  std::copy_n(item, coordinateDimension, end);
+  return flat;
+}
+
+/// The preprocessed kernel becomes what it is now with the item behind, or the longest ending of that which can go on. Without
+/// memory it goes to the root.
+void appendToPreProcessedKernel(ZQMatrixMedium& matrix, const int* item) {
+  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
+  const int coordinateDimension = info->getCoordinateDimension();
+  const int numberOfItems = std::max(info->getLengthOfKernelPreProcessedSequence(), 0);
+  SystemOwned<int> flat;
+  if (info->provideKernelPreProcessedRows(numberOfItems)) {
+    flat = flatWithItem(info->getKernelPreProcessedSequence(), numberOfItems, item, coordinateDimension);
+  }
+  matrix.initializeKernelSequenceWithPreProcessedSequence(flat.get(),
+                                                          flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0);
+}
+
+/// The same for both faces, behind the first items of the original kernel.
+void appendToOriginalKernel(ZQMatrixMedium& matrix, int numberOfItems, const int* item) {
+  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
+  const int coordinateDimension = info->getCoordinateDimension();
+  numberOfItems = std::max(numberOfItems, 0);
+  SystemOwned<int> flat;
+  if (info->provideKernelOriginalRows(numberOfItems)) {
+    flat = flatWithItem(info->getKernelOriginalSequence(), numberOfItems, item, coordinateDimension);
+  }
+  matrix.initializeKernelSequenceWithOriginalSequence(flat.get(), flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0,
+                                                      0);
+}
+
+/// The successors of the kernel's end with what decides among them.
+class SuccessorChoice {
+ public:
+  SuccessorChoice(const ZQMatrixMedium& matrix, const int* handles, int count, const ZQMatrixMediumElement& kernelElement,
+                  bool trueStart)
+      : matrix_(matrix), handles_(handles), count_(count), kernelElement_(kernelElement), trueStart_(trueStart) {}
+
+  /// False, with a message, if the counts give no probabilities.
+  bool computeProbabilities() {
+    probabilities_.reset(systemMallocArray<double>(2LL * count_));
+    if (probabilities_ == nullptr) return false;
+    integrals_ = probabilities_.get() + count_;
+    double integral = 0;
+    for (int i = 0; i < count_; ++i) {
+      if (!computeProbability(handles_[i], &probabilities_[i])) return false;
+      integrals_[i] = integral += probabilities_[i];
+    }
+    return normalise();
+  }
+
+  double probabilityOf(int index) const { return probabilities_[index]; }
+
+  /// The index by the method, or stopInstead. Draws as many random values as the method needs.
+  int pick(int successorMethod, double stopNow, ZQMatrixMediumInfo* info) const {
+    const bool canStop = info->getEnableStopItem() == 1;
+    switch (successorMethod) {
+      case ZQSuccessorMethodMostProbable:
+        if (stopNow >= 0.5 && canStop) return stopInstead;
+        return static_cast<int>(std::max_element(probabilities_.get(), integrals_) - probabilities_.get());
+      case ZQSuccessorMethodMiddle:
+        return count_ / 2;
+      default:
+        if (stopNow > randomFraction(info) && canStop) return stopInstead;
+        return firstBeyond(randomFraction(info));
+    }
+  }
+
+ private:
+  bool computeProbability(int handle, double* probability) const {
+    const ZQMatrixMediumElement* successor = mediumElementAt(matrix_, handle);
+    if (successor == nullptr) return false;
+    if (!trueStart_ && successor->getWriteCount() < 1) {
+      dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCount=0!)\n");
+      return false;
+    }
+    *probability = trueStart_ ? startProbability(*successor)
+                              : static_cast<double>(successor->getWriteCount()) / kernelElement_.getWriteCountWithSuccessor();
+    if (*probability > 1.0 || *probability == 0.0) {
+      dbPrintf(0, "getSuccessor: Warning: illegal probability: %lf\n", *probability);
+      return false;
+    }
+    return true;
+  }
+
+  double startProbability(const ZQMatrixMediumElement& successor) const {
+    const int sequences = kernelElement_.getWriteCount();
+    const int starts = successor.getWriteCountWithoutPredecessor();
+    if (starts < 1) {
+      dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountWithoutPredecessor=0!\n");
+    }
+    if (sequences == 0) dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountFromRoot =0)\n");
+    if (sequences < 1) return 0;
+    return static_cast<double>(starts < 1 ? successor.getWriteCount() : starts) / sequences;
+  }
+
+  /// Makes the last integral exactly 1.0. Successors that fill less than that share it out among themselves.
+  bool normalise() {
+    const double total = integrals_[count_ - 1];
+    if (std::fabs(1.0 - total) >= 1e-7) {
+      if (total > 1.0) {
+        dbPrintf(0, "GetSuccessor: error: probabilityIntegral >1.0: %lf !\n", total);
+        return false;
+      }
+      const double factor = 1.0 / total;
+      for (int i = 0; i < 2 * count_; ++i) probabilities_[i] *= factor;
+    }
+    integrals_[count_ - 1] = 1.0;
+    return true;
+  }
+
+  int firstBeyond(double fraction) const {
+    const double* end = integrals_ + count_;
+    const double* found = std::find_if(static_cast<const double*>(integrals_), end, [=](double sum) { return sum > fraction; });
+    return found != end ? static_cast<int>(found - integrals_) : 0;
+  }
+
+  const ZQMatrixMedium& matrix_;
+  const int* handles_;
+  const int count_;
+  const ZQMatrixMediumElement& kernelElement_;
+  const bool trueStart_;
+  SystemOwned<double> probabilities_;  // and behind them the integrals
+  double* integrals_ = nullptr;        // running sums of the probabilities
+};
+
+/// The share of the occurrences of an element at which a sequence ended.
+double stopProbabilityOf(const ZQMatrixMediumElement& element) {
+  if (element.getWriteCount() == 0) return 0;
+  return (static_cast<double>(element.getWriteCount()) - element.getWriteCountWithSuccessor()) / element.getWriteCount();
+}
+
+/// The same as an integer quotient: 1 only for an element that nothing ever followed.
+double certainStopOf(const ZQMatrixMediumElement& element) {
+  if (element.getWriteCount() == 0) return 0;
+  const long long writeCount = element.getWriteCount();
+  return static_cast<double>((writeCount - element.getWriteCountWithSuccessor()) / writeCount);
+}
+
+/// The length of a bar of this sub-matrix. Unlike the inverse, this says nothing about a time signature without a bar.
+long long silentBarLength(const ZQMatrixMediumInfo* info) {
+  const long long numerator = info->getMidiTimeSignatureNom(), denominator = info->getMidiTimeSignatureDenom();
+  if (numerator == 0 || denominator == 0) return zmatrix::quantaPerWholeNote;
+  return numerator * zmatrix::quantaPerWholeNote / denominator;
+}
+
+/// What a call of the original layer hands on to each choice it makes.
+struct OriginalRead {
+  ZQMatrixMedium& matrix;
+  int successorIndex;
+  int successorMethod;
+  double* probability;
+  double* stopProbability;
+  int* handle;
+  bool isFirst;              ///< from the true start, not from where the kernel stands
+  long long timeOffset = 0;  ///< of the bars that were skipped
+  bool isStuck = false;      ///< in bar markers: the kernel then stays where they led
+
+  int* nextPreProcessed(int trueStart) {
+    return matrix.getNextPreProcessedObjectItemFromMatrix(successorIndex, 0, successorMethod, trueStart, probability,
+                                                          stopProbability, handle);
+  }
+
+  /// Feeds bar markers to the preprocessed kernel until a note or nothing comes. The inverse steps to the next bar by itself if
+  /// an item goes before, so that there the first marker of a run adds nothing. Null, with a message, for a run that doesn't end.
+  int* skipBarMarkers(int* item) {
+    const long long barLength = silentBarLength(matrix.getMatrixInfo());
+    for (int markers = 1; item != nullptr && item[0] == ZQNotNote; ++markers) {
+      if (markers > largestNumberOfMarkers) {
+        dbPrintf(0,
+                 "error from getNextOriginalObjecFromMatrix: stuck in while loop while (successorPreProcessedObjex[0] == "
+                 "ZQNotNote)\n");
+        isStuck = true;
+        return nullptr;
+      }
+      appendToPreProcessedKernel(matrix, item);
+      item = nextPreProcessed(1);
+      if (isFirst || (item != nullptr && item[0] == ZQNotNote)) timeOffset += barLength;
+    }
+    return item;
+  }
+
+  /// The next original item, with the original kernel as it stands.
+  int* nextOriginal() {
+    const bool isMidi = zmatrix::coordinatesOfMidiType(matrix.getMatrixInfo()->getPreProcessingType()) != 0;
+    const bool isFreeChoice = successorIndex == anySuccessor;
+    int* item = nextPreProcessed(isFirst && isFreeChoice ? 1 : 0);
+    if (isMidi && isFreeChoice) item = skipBarMarkers(item);
+    if (item == nullptr) return nullptr;
+    int* original = matrix.getNextOriginalObjexFromPreProcessedObjex(item);
+    if (original != nullptr && timeOffset > 0 && matrix.getMatrixInfo()->getCoordinateDimension() >= 2) {
+      original[1] = zmatrix::wrappedSum(original[1], static_cast<int>(timeOffset));
+    }
+    return original;
+  }
+};
+
+}  // namespace
+
+int* ZQMatrixMedium::getSuccessorHandlesFromKernelHandle(int* count) {
+  int numberOfHandles = 0;
+  int* handles = getSuccessorHandlesFromMatrixHandle(getMatrixInfo()->getKernelMatrixHandle(), &numberOfHandles);
+  answer(count, numberOfHandles);
+  return handles;
+}
+
+int* ZQMatrixMedium::getTrueRootSuccessorHandlesFromKernelHandle(int* count) {
+  answer(count, 0);
+  const int handle = getMatrixInfo()->getKernelMatrixHandle();
+  const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
+  if (handle < 0 || handle > getMatrixFileHeader()->getMaximalStack() || coordinateDimension < 1) return nullptr;
+  HandleList startItems;
+  bool hasMemory = true;
+  walkOneItemBelow(*this, handle, coordinateDimension, [&](int position, const ZQMatrixMediumElement& element) {
+    if (element.getWriteCountWithoutPredecessor() > 0) hasMemory = startItems.add(position);
+    return hasMemory;
+  });
+  if (!hasMemory) return nullptr;
+  answer(count, startItems.size());
+  return startItems.releaseFitted();
+}
+
+int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod,
+                                                             int trueStart, double* probability, double* stopProbability,
+                                                             int* handle) {
+  if (successorMethod < ZQSuccessorMethodMostProbable || successorMethod > ZQSuccessorMethodRandom ||
+      successorIndex < anySuccessor) {
+    dbPrintf(0, "illegal suucessorMethod or successor index\n");
+    return nullptr;
+  }
+  ZQMatrixMediumInfo* info = getMatrixInfo();
+  int count = 0;
+  SystemOwned<int> handles;
+  if (trueStart == 1 && info->getLengthOfKernelPreProcessedSequence() == 0) {
+    handles.reset(getTrueRootSuccessorHandlesFromKernelHandle(&count));
+    if (count < 1) dbPrintf(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
+  }
+  if (count < 1) handles.reset(getSuccessorHandlesFromKernelHandle(&count));
+  if (handles == nullptr || count < 1) {
+    if (updateKernel == 1) initializeKernelSequenceWithPreProcessedSequence(nullptr, 0);
+    return nullptr;
+  }
+  if (successorIndex != anySuccessor && successorIndex >= count) {
+    dbPrintf(0, "sucessorIndex (%d) out of range. max allowed: %d\n", successorIndex, count - 1);
+    return nullptr;
+  }
+  const ZQMatrixMediumElement* kernelElement = mediumElementAt(*this, info->getKernelMatrixHandle());
+  if (kernelElement == nullptr || kernelElement->getWriteCountWithSuccessor() < 1) return nullptr;
+  const double stopNow = trueStart == 1 ? 0 : stopProbabilityOf(*kernelElement);
+  SuccessorChoice choice(*this, handles.get(), count, *kernelElement, trueStart == 1);
+  if (!choice.computeProbabilities()) return nullptr;
+
+  const int index = successorIndex != anySuccessor ? successorIndex : choice.pick(successorMethod, stopNow, info);
+  if (index == stopInstead) {
+    answer(probability, stopNow);
+    answer(stopProbability, stopNow);
+    if (updateKernel == 1) initializeKernelSequenceWithPreProcessedSequence(nullptr, 0);
+    return nullptr;
+  }
+  const int chosen = handles[index];
+  answer(probability, choice.probabilityOf(index));
+  answer(stopProbability, certainStopOf(*mediumElementAt(*this, chosen)));
+  answer(handle, chosen);
+  int* item = getObjexFromMatrixHandle(chosen);
+  if (updateKernel == 1 && item != nullptr) appendToPreProcessedKernel(*this, item);
+  return item;
+}
+
+int* ZQMatrixMedium::getFirstOriginalObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod,
+                                                          double* probability, double* stopProbability, int* handle) {
+  ZQMatrixMediumInfo* info = getMatrixInfo();
+  if (info->getLengthOfKernelPreProcessedSequence() != 0) {
+    dbPrintf(1, "warning: getFirstOriginalItem will reset Kernelsequence...\n");
+  }
+  const int numberOfItems = info->resetKernelSequence(getCurrentMatrixID(), 0);
+  OriginalRead read{*this, successorIndex, successorMethod, probability, stopProbability, handle, true};
+  int* item = read.nextOriginal();
+  if (updateKernel == 1 && item != nullptr) appendToOriginalKernel(*this, numberOfItems, item);
+  return item;
+}
+
+int* ZQMatrixMedium::getNextOriginalObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod,
+                                                         double* probability, double* stopProbability, int* handle) {
+  const int numberOfItems = getMatrixInfo()->getLengthOfKernelOriginalSequence();
+  if (numberOfItems < 0) {
+    dbPrintf(0, "error getNextOriginalObjecFromMatrix: lengthOfKernelOriginalSequence <0: %d\n", numberOfItems);
+    return nullptr;
+  }
+  OriginalRead read{*this, successorIndex, successorMethod, probability, stopProbability, handle, false};
+  int* item = read.nextOriginal();
+  if (updateKernel == 1 && item != nullptr) appendToOriginalKernel(*this, numberOfItems, item);
+  if (updateKernel == 1 && item == nullptr && !read.isStuck) initializeKernelSequenceWithOriginalSequence(nullptr, 0, 0);
+  return item;
+}
