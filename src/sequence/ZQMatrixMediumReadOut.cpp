@@ -1,0 +1,132 @@
+// Pulling one generated item after another out of a matrix. A host loops until it gets null with probability 1.0. The stop flag
+// of a sub-matrix says that the last item ended a sequence, so that the next read reports the stop instead of choosing.
+#include "frame/ZQCharacterTables.h"
+#include "frame/ZQDebugChannel.h"
+#include "sequence/ZQMatrixMedium.h"
+
+namespace {
+
+// A read that may not stop begins anew at each dead end. This many tries are enough for one that depends on draws.
+constexpr int largestNumberOfTries = 64;
+
+/// What the four reads differ in: those without an index let the method choose and draw for the stop.
+struct ReadRequest {
+  bool hasIndex;
+  int successorIndex;
+  int updateKernel;
+};
+
+struct ReadOutputs {
+  double* probability;
+  double* stopProbability;
+  int* handle;  ///< may be null
+};
+
+int* readOnce(ZQMatrixMedium& matrix, const ReadRequest& request, const ReadOutputs& out) {
+  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
+  const bool fromTrueStart = info->getLengthOfKernelPreProcessedSequence() == 0 && info->getRestartWithTrueStartItem() == 1;
+  const auto readItem = fromTrueStart ? &ZQMatrixMedium::getFirstOriginalObjectItemFromMatrix
+                                      : &ZQMatrixMedium::getNextOriginalObjectItemFromMatrix;
+  return (matrix.*readItem)(request.successorIndex, request.updateKernel, info->getSuccessorMethod(), out.probability,
+                            out.stopProbability, out.handle);
+}
+
+/// Reads on from the root after a dead end, if the settings say so. Two tries in a row that led from the root to nothing without
+/// a draw would do so for ever: they end the read.
+int* readUntilItem(ZQMatrixMedium& matrix, const ReadRequest& request, const ReadOutputs& out) {
+  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
+  const bool goesOn = info->getEnableStopItem() != 1 && request.updateKernel == 1;
+  int hopelessTries = 0;
+  for (int tries = 0; tries < largestNumberOfTries && hopelessTries < 2; ++tries) {
+    const bool startsAtRoot = info->getLengthOfKernelPreProcessedSequence() == 0;
+    const long long randomValue = info->getActualSuccessorRandomValue();
+    int* item = readOnce(matrix, request, out);
+    if (item != nullptr || !goesOn) return item;
+    hopelessTries = startsAtRoot && info->getActualSuccessorRandomValue() == randomValue ? hopelessTries + 1 : 0;
+  }
+  return nullptr;
+}
+
+bool itemEndsSequence(ZQMatrixMediumInfo* info, const ReadRequest& request, double stopProbability) {
+  if (request.hasIndex) return request.updateKernel == 1 && stopProbability == 1.0;
+  if (info->getSuccessorMethod() != ZQSuccessorMethodRandom) return stopProbability > 0.5;
+  return stopProbability > static_cast<double>(info->getSuccessorRandomValue()) / zmatrix::largestRandomValue;
+}
+
+int* readObjex(ZQMatrixMedium& matrix, const ReadRequest& request, double* probability, double* stopProbability, int* handle) {
+  double ownProbability = 0, ownStopProbability = 0;
+  const ReadOutputs out{probability != nullptr ? probability : &ownProbability,
+                        stopProbability != nullptr ? stopProbability : &ownStopProbability, handle};
+  ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
+  const int matrixID = matrix.getCurrentMatrixID();
+  if (handle != nullptr) *handle = -1;
+  if (matrixID < 0 || matrixID >= header->getMaxNumberOfMatrices()) return nullptr;
+  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
+  if (info->getNumberOfWriteElements() < 1) return nullptr;
+  const bool canStop = info->getEnableStopItem() == 1;
+  if (!canStop) *out.stopProbability = 0;
+  if (canStop && header->getStopFlag(matrixID) == 1) {
+    header->setStopFlag(matrixID, 0);
+    *out.probability = 1.0;
+    *out.stopProbability = 1.0;
+    return nullptr;
+  }
+  int* item = readUntilItem(matrix, request, out);
+  if (item == nullptr) return nullptr;
+  // The flag is set even if no stop is wanted now: it waits for a read that does.
+  if (itemEndsSequence(info, request, *out.stopProbability)) header->setStopFlag(matrixID, 1);
+  if (canStop && header->getStopFlag(matrixID) == 1) matrix.initializeKernelSequenceWithOriginalSequence(nullptr, 0, 0);
+  return item;
+}
+
+constexpr ReadRequest readByMethod = {false, -1, 1};
+
+}  // namespace
+
+int* ZQMatrixMedium::readObjexFromMatrix(double* probability, double* stopProbability) {
+  return readObjex(*this, readByMethod, probability, stopProbability, nullptr);
+}
+
+int* ZQMatrixMedium::readObjexAndHandleFromMatrix(double* probability, double* stopProbability, int* handle) {
+  return readObjex(*this, readByMethod, probability, stopProbability, handle);
+}
+
+int* ZQMatrixMedium::readObjexFromMatrixForSuccessorIndex(int successorIndex, int updateKernel, double* probability,
+                                                          double* stopProbability) {
+  return readObjex(*this, {true, successorIndex, updateKernel}, probability, stopProbability, nullptr);
+}
+
+int* ZQMatrixMedium::readObjexAndHandleFromMatrixForSuccessorIndex(int successorIndex, int updateKernel, double* probability,
+                                                                   double* stopProbability, int* handle) {
+  return readObjex(*this, {true, successorIndex, updateKernel}, probability, stopProbability, handle);
+}
+
+void ZQMatrixMedium::dbPrintSuccessorObjex(const int* objex) {
+  if (objex == nullptr) {
+    dbPrintf(0, "\n");
+    return;
+  }
+  const int matrixType = getMatrixInfo()->getMatrixType(), coordinateDimension = getMatrixInfo()->getCoordinateDimension();
+  switch (matrixType) {
+    case ZQMatrixTypeANSIText:
+      dbPrintfANSI(0, "%c", static_cast<unsigned>(objex[0]));
+      return;
+    case ZQMatrixTypeUndefined:
+    case ZQMatrixTypeIntegerSeries:
+      if (coordinateDimension < 1) return;
+      if (coordinateDimension == 1) {
+        dbPrintf(0, "%d,", objex[0]);
+        return;
+      }
+      break;
+    case ZQMatrixTypeMIDINoteAndQuanta:
+    case ZQMatrixTypeMIDITriple_NDMT:
+    case ZQMatrixTypeMIDIGMQuadruple_NDMTS:
+      break;
+    default:
+      return;
+  }
+  dbPrintf(0, "(");
+  for (int k = 0; k < coordinateDimension; ++k) dbPrintf(0, "%d,", objex[k]);
+  dbPrintf(0, ")");
+}
