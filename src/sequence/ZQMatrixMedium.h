@@ -1,7 +1,7 @@
-// The medium tier: paths become rules. A path of items is a context and its last item the successor, counted so that a conditional
-// probability can be read off. This tier preprocesses sequences, learns every phrase of them, keeps the context of a generation (the
-// kernel) and chooses successors. An item, or objex, is coordinateDimension consecutive integers; lengths of vectors count integers
-// unless a name says items.
+// The medium tier: paths become rules. A path of items is a context and its last item the successor, counted so that a
+// conditional probability can be read off. This tier preprocesses sequences, learns every phrase of them, keeps the context of a
+// generation (the kernel) and chooses successors. An item, or objex, is coordinateDimension consecutive integers; lengths of
+// vectors count integers unless a name says items.
 #pragma once
 
 #include "settings/ZQMatrixMediumInfo.h"
@@ -44,7 +44,8 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
 
   // --- preprocessing and back
   int* getPreProcessedSequenceFromOriginalSequence(const int* originalSequence, int length, int* resultLength);
-  long long* getLongLongPreProcessedSequenceFromOriginalSequence(const long long* originalSequence, int length, int* resultLength);
+  long long* getLongLongPreProcessedSequenceFromOriginalSequence(const long long* originalSequence, int length,
+                                                                 int* resultLength);
   long long* getLongLongPreProcessedSequenceFromOriginalIntSequence(const int* originalSequence, int length, int* resultLength);
   int* getFlatSequenceFromObjexSequence(int** objex, int count, int* length);
   int** getObjexSequenceFromFlatSequence(const int* flat, int length, int* count);

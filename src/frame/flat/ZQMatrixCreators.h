@@ -1,0 +1,15 @@
+// Creation and deletion of matrix objects, a set for each tier. A failed creator returns null and leaves nothing behind. A
+// deleter accepts null. Deleting any one matrix closes the debug file and sets the debug level to 0 for all matrices of the
+// process.
+#pragma once
+
+class ZQMatrixBase;
+class ZQMatrixMedium;
+
+ZQMatrixBase* createAndInitMatrixBase();
+ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+void deleteMatrixBase(ZQMatrixBase* matrix);
+
+ZQMatrixMedium* createAndInitMatrixMedium();
+ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+void deleteMatrixMedium(ZQMatrixMedium* matrix);

@@ -1,0 +1,59 @@
+// The phrases of one update as a caller may want them handed out: value, length and a copy of each, in the order they were
+// handled. Nobody who does not ask for them pays for them.
+#pragma once
+
+#include <memory>
+#include <new>
+#include <string>
+
+#include "frame/ZQDebugChannel.h"
+
+namespace zmatrix {
+
+class ZQLearnedPhrases {
+ public:
+  explicit ZQLearnedPhrases(bool areWanted) : wanted(areWanted) {}
+  ~ZQLearnedPhrases();
+  ZQLearnedPhrases(const ZQLearnedPhrases&) = delete;
+  ZQLearnedPhrases& operator=(const ZQLearnedPhrases&) = delete;
+
+  /// Room for all phrases of up to `longest` items. False, with its message, if there is none.
+  bool provide(int numberOfItems, int longest);
+
+  /// Copies the next phrase. False if there is no room.
+  bool add(const int* phrase, int length) { return !wanted || addCopy(phrase, length); }
+
+  /// A phrase that was left out has its length negated.
+  void leaveOut(long long number) { setSign(number, -1); }
+  void takeIn(long long number) { setSign(number, 1); }
+
+  /// Gives all three arrays away; the caller frees them, each index vector too.
+  void handOver(int** valuesOut, int** lengthsOut, int*** indexVectorsOut);
+
+  bool hasRunOut() const { return ranOut; }
+
+ private:
+  bool addCopy(const int* phrase, int length);
+  void setSign(long long number, int sign);
+
+  const bool wanted;
+  bool ranOut = false;
+  long long capacity = 0;
+  long long count = 0;
+  int* values = nullptr;
+  int* lengths = nullptr;
+  int** indexVectors = nullptr;
+};
+
+/// The numbers of a phrase, for a detail message.
+std::string textOfPhrase(const int* phrase, int length);
+
+/// One message with a number and a text.
+inline void printPhrase(int level, const char* format, long number, const char* text) {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  dbPrintf(level, format, number, text);
+#pragma GCC diagnostic pop
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,189 @@
+// Sequence update of the medium tier: the settings that a call needs, the worker around the phrase loop, and the ways into it.
+#include <climits>
+#include <memory>
+
+#include "frame/ZQCharacterTables.h"
+#include "frame/ZQMemory.h"
+#include "frame/ZQSystemOwned.h"
+#include "sequence/ZQMediumTier.h"
+#include "sequence/ZQSequenceUpdate.h"
+
+namespace {
+
+// One line of what a call needs of the sub-matrix's settings.
+struct NeededSetting {
+  const char* mismatch;
+  const char* overwritten;
+  int actual;
+  bool isMet;
+  bool refuses;
+  void (ZQMatrixMediumInfo::*set)(int);
+  int wanted;
+};
+
+bool meets(ZQMatrixMediumInfo& info, const NeededSetting& setting) {
+  if (setting.isMet) return true;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+#pragma GCC diagnostic ignored "-Wformat-security"
+  dbPrintf(0, setting.mismatch, setting.actual);
+  if (info.getNumberOfMatrixElements() != 0) return !setting.refuses;
+  dbPrintf(0, setting.overwritten);
+#pragma GCC diagnostic pop
+  (info.*setting.set)(setting.wanted);
+  return true;
+}
+
+void showPreProcessedText(const int* sequence, int length) {
+  dbPrintf(5, "\nPOSTP SEQ: ");
+  const int device = ZQDebugChannel::globalDebugOutputDevice;
+  for (int i = 0; i < length; ++i) {
+    if (sequence[i] < 0 || sequence[i] > 255) {
+      dbPrintf(0, "ANSI data out of range!\n");
+      continue;
+    }
+    if (device >= 2 && ZQDebugChannel::fpMatrixErr != nullptr) fputc(sequence[i], ZQDebugChannel::fpMatrixErr);
+    if (device == 1 || device == 3) printfANSI("%c", static_cast<unsigned>(sequence[i]));
+  }
+  dbPrintf(5, "\n");
+}
+
+int clampToInt(long long value) {
+  return value > INT_MAX ? INT_MAX : static_cast<int>(value);
+}
+
+}  // namespace
+
+int ZQMatrixMedium::checkSettingsForUpdateMatrixWithSequence(int coordinateDimension, int preProcessingType,
+                                                             int allowLargeIndices, int matrixType) {
+  using Info = ZQMatrixMediumInfo;
+  Info& info = *getMatrixInfo();
+  // Each is read when its turn comes: taking over one value may change another.
+  const auto check = [&info](const char* mismatch, const char* overwritten, int actual, bool isMet, void (Info::*set)(int),
+                             int wanted, bool refuses = true) {
+    return meets(info, {mismatch, overwritten, actual, isMet, refuses, set, wanted});
+  };
+  return check("actual setting for isPhraseMatrix is illegal %d\n",
+               "value for isPhraseMatrix overwritten, because matrix is empty. Can continue processing...\n",
+               info.getIsPhraseMatrix(), info.getIsPhraseMatrix() == 1, &Info::setIsPhraseMatrix, 1) &&
+                 check("actual coordinateDimension is illegal %d\n",
+                       "value for coordinateDimension overwritten, because matrix is empty. Can continue processing...\n",
+                       info.getCoordinateDimension(), info.getCoordinateDimension() == coordinateDimension,
+                       &Info::setCoordinateDimension, coordinateDimension) &&
+                 check("actual setting for preProcessingType is illegal %d\n",
+                       "value for preprocessingType overwritten, because matrix is empty. Can continue processing...\n",
+                       info.getPreProcessingType(), info.getPreProcessingType() == preProcessingType, &Info::setPreProcessingType,
+                       preProcessingType) &&
+                 check("actual setting for allowLargeIndices is illegal %d\n",
+                       "value for allowLargeIndices overwritten, because matrix is empty. Can continue processing...\n",
+                       info.getAllowLargeIndices(), info.getAllowLargeIndices() == allowLargeIndices, &Info::setAllowLargeIndices,
+                       allowLargeIndices) &&
+                 check("actual setting for memIsReadOnly is illegal %d\n",
+                       "value for memIsReadOnly overwritten, because matrix is empty. Can continue processing...\n",
+                       info.getMemIsReadOnly(), info.getMemIsReadOnly() != 1, &Info::setMemIsReadOnly, 0) &&
+                 check("warning: actual setting for isFinalized is illegal; %d\n",
+                       "value for isFinalized overwritten, because matrix is empty. Can continue processing...\n",
+                       info.getIsFinalized(), info.getIsFinalized() != 1, &Info::setIsFinalized, 0, false) &&
+                 check("actual setting for matrixType is illegal %d\n",
+                       "value for matrixType overwritten, because matrix is empty. Can continue processing...\n",
+                       info.getMatrixType(), info.getMatrixType() == matrixType, &Info::setMatrixType, matrixType)
+             ? 1
+             : 0;
+}
+
+int ZQMatrixMedium::updateMatrixWithCombinedSequenceDebug(const int* sequence, int length, int matrixType,
+                                                          int coordinateDimension, int preProcessingType, int allowLargeIndices,
+                                                          int* numberOfProcessedVectors, int* numberOfOverwrites, int** values,
+                                                          int** lengths, int*** indexVectors) {
+  if (numberOfOverwrites != nullptr) *numberOfOverwrites = 0;
+  if (values != nullptr) *values = nullptr;
+  if (lengths != nullptr) *lengths = nullptr;
+  if (indexVectors != nullptr) *indexVectors = nullptr;
+  if (sequence == nullptr || length <= 0) {
+    dbPrintf(0, "warning from updateMatrixWithCombinedSequence: original Sequence is empty!\n");
+    return 0;
+  }
+  if (checkSettingsForUpdateMatrixWithSequence(coordinateDimension, preProcessingType, allowLargeIndices, matrixType) < 1)
+    return 0;
+  if (coordinateDimension < 1) return 0;
+  int numberOfIntegers = 0;
+  const zmatrix::SystemOwned<int> preProcessed(getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfIntegers));
+  if (preProcessed == nullptr) numberOfIntegers = 0;
+  const int numberOfItems = numberOfIntegers / coordinateDimension;
+  if (matrixType == ZQMatrixTypeANSIText && shows(5)) showPreProcessedText(preProcessed.get(), numberOfIntegers);
+
+  const int root = ZQStoreWrite<Tier>::provideRoot(*this);
+  if (root < 0) return -2;
+  auto* rootElement = static_cast<ZQMatrixMediumElement*>(elementAt(root));
+  rootElement->addWriteCountWithSuccessor(numberOfItems);
+  rootElement->incrementWriteCount();
+
+  zmatrix::ZQLearnedPhrases phrases(values != nullptr && lengths != nullptr && indexVectors != nullptr);
+  ZQSequenceUpdate<Tier> update(*this, preProcessed.get(), numberOfItems * coordinateDimension, coordinateDimension);
+  int result = update.run(getMatrixInfo()->getMaxPhraseLengthForUpdateWithSequence(), phrases);
+  if (phrases.hasRunOut()) result = -2;
+  if (numberOfProcessedVectors != nullptr) *numberOfProcessedVectors = clampToInt(update.getNumberOfProcessedVectors());
+  if (numberOfOverwrites != nullptr) *numberOfOverwrites = update.getNumberOfOverwrites();
+  if (result != -2) phrases.handOver(values, lengths, indexVectors);
+  return result;
+}
+
+int ZQMatrixMedium::updateMatrixWithCombinedSequence(const int* sequence, int length, int matrixType, int coordinateDimension,
+                                                     int preProcessingType, int allowLargeIndices) {
+  int processed = 0;
+  int overwrites = 0;
+  return updateMatrixWithCombinedSequenceDebug(sequence, length, matrixType, coordinateDimension, preProcessingType,
+                                               allowLargeIndices, &processed, &overwrites, nullptr, nullptr, nullptr);
+}
+
+int ZQMatrixMedium::updateMatrixWithSequence(int matrixType, int coordinateDimension, const int* sequence, int length) {
+  return updateMatrixWithCombinedSequence(sequence, length, matrixType, coordinateDimension, 1, 0);
+}
+
+int ZQMatrixMedium::updateMatrixWith2DimSequence(int matrixType, int preProcessingType, const int* first, const int* second,
+                                                 int length) {
+  if (first == nullptr || second == nullptr || length < 0 || length > INT_MAX / 2) length = 0;
+  const zmatrix::SystemOwned<int> pairs(systemMallocArray<int>(2LL * length));
+  if (pairs == nullptr) return -2;
+  for (int i = 0; i < length; ++i) {
+    pairs.get()[2 * i] = first[i];
+    pairs.get()[2 * i + 1] = second[i];
+  }
+  return updateMatrixWithCombinedSequence(pairs.get(), 2 * length, matrixType, 2, preProcessingType, 0);
+}
+
+int ZQMatrixMedium::updateMatrixWithLongINTSequence(const int* sequence, int numberOfItems) {
+  const ZQMatrixMediumInfo& info = *getMatrixInfo();
+  return updateMatrixWithLongINTSequenceExt(sequence, numberOfItems, info.getMatrixType(), info.getCoordinateDimension(),
+                                            info.getPreProcessingType(), info.getAllowLargeIndices());
+}
+
+int ZQMatrixMedium::updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType,
+                                                       int coordinateDimension, int preProcessingType, int allowLargeIndices) {
+  ZQMatrixMediumInfo& info = *getMatrixInfo();
+  const long long length = static_cast<long long>(numberOfItems) * coordinateDimension;
+  if (length > INT_MAX || length < 0) return 0;
+  if (info.getAddUpdateInfo() == 1 && sequence != nullptr) {
+    info.generateUpdateInfoSequence(sequence, static_cast<int>(length));
+  }
+  const int result = updateMatrixWithCombinedSequence(sequence, static_cast<int>(length), matrixType, coordinateDimension,
+                                                      preProcessingType, allowLargeIndices);
+  if (result < 1) return result;
+  info.setHasBeenChanged(1);
+  info.incrementUpdateIndex();
+  matrixFileHeader->incrementNumberOfMatrixUpdates();
+  if (info.getAddUpdateInfo() == 1) updateNumberOfAppendedMatrices();
+  return result;
+}
+
+void ZQMatrixMedium::updateNumberOfAppendedMatrices() {
+  const int before = matrixFileHeader->getNumberOfAppendedUpdates();
+  matrixFileHeader->setNumberOfAppendedUpdates((before < 0 ? 0 : before) + getNumberOfChangedMatrixInfos());
+}
+
+int ZQMatrixMedium::getNumberOfChangedMatrixInfos() {
+  int changed = 0;
+  const int highest = getHighestOccupiedMatrixID();
+  for (int id = 0; id <= highest; ++id) changed += getMatrixInfo(id)->getHasBeenChanged() != 0;
+  return changed;
+}

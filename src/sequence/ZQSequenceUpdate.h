@@ -1,0 +1,233 @@
+// Learning: every sub-sequence of up to a phrase limit is written as a phrase, shortest first, told once for the tiers that
+// learn.
+//
+// The loop runs by length. For each start it keeps the front: where the phrase of the length before ends, as position and record.
+// The next length is one item down from there. A move changes positions but never a record's address, so a front is good while
+// its slot still holds its record; else, and where the phrase before was left out, the walk begins at the root. A phrase is a
+// slice of the preprocessed sequence: nothing is allocated for one, unless the caller wants all of them handed out.
+#pragma once
+
+#include <cmath>
+#include <cstring>
+
+#include "frame/ZQProgress.h"
+#include "sequence/ZQLearnedPhrases.h"
+#include "store/ZQStoreWrite.h"
+
+template <class Tier>
+struct ZQSequenceUpdate {
+  using Matrix = typename Tier::Matrix;
+  using Element = typename Tier::Element;
+  using Info = typename Tier::Info;
+  using Write = ZQStoreWrite<Tier>;
+
+  ZQSequenceUpdate(Matrix& matrixToTeach, const int* preProcessed, int numberOfIntegers, int dimension)
+      : matrix(matrixToTeach),
+        info(*matrixToTeach.getMatrixInfo()),
+        sequence(preProcessed),
+        length(numberOfIntegers),
+        c(dimension),
+        root(matrixToTeach.getCurrentMatrixID()),
+        leavesOutDetermined(info.getIncludeOverdeterminedRules() == 0),
+        usesStart(info.getUseStartOfSequence() == 1),
+        usesEnd(info.getUseEndOfSequence() == 1) {}
+
+  /// 1 learned, -1 a write failed, -2 memory has run out. `phrases` takes what is handed out, if it is wanted.
+  int run(int maxPhraseLength, zmatrix::ZQLearnedPhrases& phrases) {
+    const int numberOfItems = length / c;
+    const int longest = maxPhraseLength < numberOfItems ? maxPhraseLength : numberOfItems;
+    const int end = longest > 0 ? longest * c : 0;
+    if (!phrases.provide(numberOfItems, longest) || !provideFronts(numberOfItems)) return -2;
+    dbPrintf(6, "begin updateMatrixWithSequence\n");
+    snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText,
+             "updateMatrixWithCombinedSequence with %d items...", end);
+    for (int known = 0; known < end; known += c) {
+      matrixProgressDisplay(known, end);
+      if (!learnPhrasesOf(known, phrases)) return -1;
+    }
+    matrixProgressDisplay(end, end);
+    return 1;
+  }
+
+  long long getNumberOfProcessedVectors() const { return numberOfProcessedVectors; }
+  int getNumberOfOverwrites() const { return numberOfOverwrites; }
+
+ private:
+  struct Front {
+    int position = -1;
+    const ZQMatrixBaseElement* record = nullptr;
+  };
+
+  // Where a phrase lies, as far as it exists.
+  struct Place {
+    int position = -1;    // of the last element that exists
+    int numberKnown = 0;  // integers of the phrase up to there
+    bool isWritten = false;
+  };
+
+  bool provideFronts(int numberOfItems) {
+    fronts.reset(new (std::nothrow) Front[static_cast<size_t>(numberOfItems > 0 ? numberOfItems : 1)]);
+    if (fronts == nullptr) {
+      dbPrintf(0, "updateMatrixWithCombinedSeq: Cannot alloc indexVectors!\n");
+      return false;
+    }
+    for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.elementAt(root)};
+    releasedRecords = matrix.getReleasedRecords();
+    return true;
+  }
+
+  bool isGood(const Front& front) const {
+    return front.position >= 0 && matrix.elementAt(front.position) == front.record &&
+           matrix.getReleasedRecords() == releasedRecords;
+  }
+
+  // All phrases whose first `known` integers are the phrases of the pass before.
+  bool learnPhrasesOf(int known, zmatrix::ZQLearnedPhrases& phrases) {
+    const int phraseLength = known + c;
+    firstOfRun = numberOfProcessedVectors;
+    for (int start = 0; start + known < length; start += c) {
+      const long long number = firstOfRun + start / c;
+      if (!phrases.add(sequence + start, phraseLength)) return false;
+      if (!learnPhrase(start, known, number, phrases)) {
+        numberOfProcessedVectors = number;
+        return false;
+      }
+    }
+    firstOfPreviousRun = firstOfRun;
+    numberOfProcessedVectors = firstOfRun + (length - known) / c;
+    return true;
+  }
+
+  bool learnPhrase(int start, int known, long long number, zmatrix::ZQLearnedPhrases& phrases) {
+    const int* phrase = sequence + start;
+    const int phraseLength = known + c;
+    const bool canBeLeftOut = leavesOutDetermined && known >= 2 * c;
+    Front& front = fronts[start / c];
+    const bool followsFront = isGood(front);
+    Place place = followsFront ? findFrom(front.position, phrase, known) : findFromRoot(phrase, phraseLength);
+    if (place.isWritten) {
+      ++numberOfOverwrites;
+    } else if (canBeLeftOut && isDetermined(start, known)) {
+      phrases.leaveOut(number);
+      front = Front();
+      if (ZQDebugChannel::shows(8)) report(number, "No. %ld -> %s skipped (determined)\n", phrase, phraseLength);
+      return true;
+    }
+    typename Tier::WriteFlags flags{};
+    flags.startFlag = start == 0 && known == 0 && usesStart;
+    flags.endFlag = usesEnd && start >= length - phraseLength;
+    const int position = writeFrom(place, phrase, phraseLength, followsFront ? known : 0, flags);
+    if (position < 0) {
+      dbPrintf(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", static_cast<int>(number));
+      return false;
+    }
+    front = {position, matrix.elementAt(position)};
+    if (ZQDebugChannel::shows(8)) {
+      report(number, place.isWritten ? "no. %ld -> %s overwritten\n" : "no. %ld -> %s added\n", phrase, phraseLength);
+    }
+    if (place.isWritten || !canBeLeftOut || followsFront) return true;
+    return matrix.existMatrixData(phrase, known) >= 2 || postWrite(start, known, flags.startFlag, phrases);
+  }
+
+  Place findFrom(int position, const int* phrase, int known) const {
+    Place place{position, known, false};
+    for (const int phraseLength = known + c; place.numberKnown < phraseLength; ++place.numberKnown) {
+      const int child = matrix.childAt(place.position, phrase[place.numberKnown]);
+      if (child < 0) return place;
+      place.position = child;
+    }
+    // A path as long as the limit can be written, but not read.
+    const ZQMatrixBaseElement* element = matrix.elementAt(place.position);
+    place.isWritten = known + c < info.getMaxDimOfMatrix() &&
+                      (element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0);
+    return place;
+  }
+
+  Place findFromRoot(const int* phrase, int phraseLength) const {
+    return Place{root, 0, matrix.existMatrixData(phrase, phraseLength) >= 2};
+  }
+
+  // Writes the phrase from what is known of its place; the position of its last element, or -1.
+  int writeFrom(const Place& place, const int* phrase, int phraseLength, int firstDimension,
+                const typename Tier::WriteFlags& flags) {
+    if (info.getMemIsReadOnly()) return -1;
+    if (phraseLength > info.getMaxDimOfMatrix()) {
+      dbPrintf(0, "error: maximal dimension exceeded: %d\n", phraseLength);
+      return -1;
+    }
+    for (int i = firstDimension; i < place.numberKnown; ++i) {
+      info.checkMatrixDimension(i);
+      info.updateMatrixIndexInfo(i, phrase[i]);
+    }
+    int position = place.position;
+    for (int i = place.numberKnown; i < phraseLength; ++i) {
+      if (!Write::step(matrix, info, position, i, phrase[i])) return -1;
+    }
+    Write::countWrite(matrix, info, position, phraseLength, flags);
+    return position;
+  }
+
+  // Does a shorter context already fix the phrase's last item? The longest written ending decides. It is the phrase of the pass
+  // before at the next start, whose front still ends there; where that one was left out, the store is asked.
+  bool isDetermined(int start, int known) {
+    const Front& next = fronts[start / c + 1];
+    if (!isGood(next) || known >= info.getMaxDimOfMatrix()) {
+      return matrix.isDeterminedMatrixData(sequence + start, known + c) > 0;
+    }
+    const auto* element = static_cast<const Element*>(next.record);
+    int position = next.position;
+    for (int i = 0; i < c; ++i) {
+      const ZQMatrixBaseElement* at = matrix.elementAt(position);
+      if (at->getOffsetToNextElementInDimension() != 0 || at->getOffsetToPreviousElementInDimension() != 0) return false;
+      position += at->getOffsetToElementInPrevDimension();
+    }
+    if (c > 1) return true;
+    const double stops = element->getWriteCount() - element->getWriteCountWithSuccessor();
+    return std::fabs(stops / element->getWriteCount()) <= 1e-9;
+  }
+
+  // The phrase just written needs its context written as well, which an earlier pass left out: each place where that context
+  // occurs is written now. With items of c integers only every c-th place is looked at, which leaves some contexts unwritten.
+  bool postWrite(int start, int known, char startFlag, zmatrix::ZQLearnedPhrases& phrases) {
+    const int* context = sequence + start;
+    const int lastPlace = length - known;
+    for (long long place = 0; place <= lastPlace; place += static_cast<long long>(c) * c) {
+      const int* previous = sequence + place;
+      if (memcmp(previous, context, static_cast<size_t>(known) * sizeof(int)) != 0) continue;
+      const bool isWritten = matrix.existMatrixData(previous, known) >= 2;
+      dbPrintf(1, isWritten ? "preceding phrase more than once post-rewritten\n"
+                            : "preceding phrase has writeCount =0! will be post-written\n");
+      if (ZQDebugChannel::shows(1)) matrix.printIndexVector(previous, known, 0, 1);
+      phrases.takeIn(firstOfPreviousRun + place / c);
+      typename Tier::WriteFlags flags{};
+      flags.startFlag = startFlag;
+      flags.endFlag = usesEnd && place == lastPlace;
+      if (!Write::write(matrix, previous, known, known, flags)) {
+        dbPrintf(0, "testSequence %d aborted prematurely\n", static_cast<int>(firstOfPreviousRun + place / c));
+        return false;
+      }
+    }
+    return true;
+  }
+
+  void report(long long number, const char* format, const int* phrase, int phraseLength) const {
+    const std::string text = zmatrix::textOfPhrase(phrase, phraseLength);
+    zmatrix::printPhrase(8, format, static_cast<long>(number), text.c_str());
+  }
+
+  Matrix& matrix;
+  Info& info;
+  const int* sequence;
+  const int length;
+  const int c;
+  const int root;
+  const bool leavesOutDetermined;
+  const bool usesStart;
+  const bool usesEnd;
+  std::unique_ptr<Front[]> fronts;
+  unsigned releasedRecords = 0;
+  long long firstOfRun = 0;
+  long long firstOfPreviousRun = -1;
+  long long numberOfProcessedVectors = 0;
+  int numberOfOverwrites = 0;
+};
