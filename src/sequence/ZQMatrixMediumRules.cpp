@@ -1,0 +1,223 @@
+// What makes a path a rule, and what makes a rule redundant: a path is determined by each of its proper suffixes after which the
+// same item is the only one that can follow. Learning, pruning and the self-tests rest on these answers, down to the figures that
+// come of items with several coordinates.
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
+#include <functional>
+
+#include "frame/ZQCharacterTables.h"
+#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSystemOwned.h"
+#include "sequence/ZQMatrixMedium.h"
+
+using zmatrix::SystemOwned;
+
+namespace {
+
+constexpr double stopProbabilityTolerance = 1e-9;
+constexpr int countsLevelOfSingles = 8;  ///< debug level from which the line shows the counts of each prefix
+constexpr int countsLevelOfItems = 7;    ///< the same where an item has several coordinates
+
+const ZQMatrixMediumElement* mediumElementAt(const ZQMatrixMedium& matrix, long long position) {
+  return static_cast<const ZQMatrixMediumElement*>(matrix.elementAt(position));
+}
+
+/// Not a number for an element that was never written: such a value differs from none by more than the tolerance.
+double stopProbabilityOf(const ZQMatrixMediumElement& element) {
+  return (static_cast<double>(element.getWriteCount()) - element.getWriteCountWithSuccessor()) / element.getWriteCount();
+}
+
+bool hasSiblings(ZQMatrixMedium& matrix, int position) {
+  int first = 0, last = 0;
+  return matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(position, &first, &last) != 1;
+}
+
+/// The handle of the longest written suffix from `start` on, moving `start` there by `step`; -1 once `end` is reached.
+int firstWrittenSuffix(ZQMatrixMedium& matrix, const int* indexVector, int length, int* start, int step, int end) {
+  for (; *start < end; *start += step) {
+    const int handle = matrix.getMatrixHandleFromElementVector(indexVector + *start, length - *start);
+    if (handle >= 0) return handle;
+  }
+  return -1;
+}
+
+int determiningSuffixes(ZQMatrixMedium& matrix, const int* indexVector, int length) {
+  const int end = length - 1;  // the last item by itself is never looked at
+  double stopOfWhole = 0;      // and stays so while the whole path is not written
+  int count = 0;
+  for (int start = 0; start < end; ++start, ++count) {
+    const int handle = firstWrittenSuffix(matrix, indexVector, length, &start, 1, end);
+    const ZQMatrixMediumElement* element = mediumElementAt(matrix, handle);
+    if (element == nullptr) return count;
+    const double stop = stopProbabilityOf(*element);
+    if (start == 0) stopOfWhole = stop;
+    if (hasSiblings(matrix, handle)) return count;
+    if (start > 0 && std::fabs(stop - stopOfWhole) > stopProbabilityTolerance) return count;
+  }
+  return count;
+}
+
+/// The same for items of several coordinates, all of which have to be the only ones. Here the last item by itself is looked at,
+/// stop probabilities are not, and a count that runs to the end of the vector is in coordinates: all of that is relied on.
+int determiningSuffixesOfItems(ZQMatrixMedium& matrix, const int* indexVector, int length, int coordinateDimension) {
+  if (length % coordinateDimension != 0) {
+    dbPrintf(0, "isDeterminedMatrixData length of indexVector unexpected: %d\n", length);
+  }
+  const int end = length - 1;
+  int count = 0;
+  for (int start = 0; start < end; start += coordinateDimension, count += coordinateDimension) {
+    const int handle = firstWrittenSuffix(matrix, indexVector, length, &start, coordinateDimension, end);
+    const ZQMatrixMediumElement* element = mediumElementAt(matrix, handle);
+    if (element == nullptr) return count;
+    if (hasSiblings(matrix, handle)) return count / coordinateDimension;
+    long long position = handle;
+    for (int j = 0; j < coordinateDimension - 1; ++j) {
+      position += element->getOffsetToElementInPrevDimension();
+      element = mediumElementAt(matrix, position);
+      if (element == nullptr || hasSiblings(matrix, static_cast<int>(position))) return (count + j + 1) / coordinateDimension;
+    }
+  }
+  return count;
+}
+
+/// The element one item above a position, or null if the way up leads out of the block.
+const ZQMatrixMediumElement* elementOneItemAbove(const ZQMatrixMedium& matrix, long long position, int steps) {
+  const ZQMatrixMediumElement* element = mediumElementAt(matrix, position);
+  for (int i = 0; i < steps && element != nullptr; ++i) {
+    position += element->getOffsetToElementInPrevDimension();
+    element = mediumElementAt(matrix, position);
+  }
+  return element;
+}
+
+/// Prints to wherever the channel leads, in as many pieces as a line takes: a long path would not fit into one message.
+__attribute__((format(printf, 1, 2))) void put(const char* format, ...) {
+  const int device = ZQDebugChannel::globalDebugOutputDevice;
+  FILE* const streams[] = {device == 1 || device == 3 ? stdout : nullptr, device >= 2 ? ZQDebugChannel::fpMatrixErr : nullptr};
+  for (FILE* stream : streams) {
+    if (stream == nullptr) continue;
+    va_list arguments;
+    va_start(arguments, format);
+    vfprintf(stream, format, arguments);
+    va_end(arguments);
+  }
+}
+
+void putCountsOfPrefix(ZQMatrixMedium& matrix, const int* indexVector, int length) {
+  int existCode = 0, writeCount = 0, withSuccessor = 0, withoutPredecessor = 0;
+  matrix.readMatrixData(indexVector, length, &existCode, &writeCount, &withSuccessor, &withoutPredecessor);
+  put("[%d,%d,%d]", writeCount, withSuccessor, withoutPredecessor);
+}
+
+/// A single coordinate: a character in a text, else a number.
+void putSingle(const ZQMatrixMedium& matrix, int coordinate, bool isFirst) {
+  const bool isText = matrix.getMatrixInfo()->getMatrixType() == ZQMatrixTypeANSIText;
+  if (isText && coordinate >= 0 && coordinate <= 255) {
+    put("%c", ansi2asciTAB[static_cast<size_t>(coordinate)]);
+  } else {
+    put(isFirst ? "%d" : ",%d", coordinate);
+  }
+}
+
+/// "M(", the items one by one, ")".
+void putPath(ZQMatrixMedium& matrix, const int* indexVector, int length, int debugLevel) {
+  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
+  const bool showsCounts = debugLevel >= (coordinateDimension == 1 ? countsLevelOfSingles : countsLevelOfItems);
+  put("M(");
+  for (int begin = 0; begin < length; begin += coordinateDimension) {
+    const int end = length - begin > coordinateDimension ? begin + coordinateDimension : length;
+    if (coordinateDimension == 1) {
+      putSingle(matrix, indexVector[begin], begin == 0);
+    } else {
+      for (int k = begin; k < end; ++k) put(k == begin ? "(%d" : ",%d", indexVector[k]);
+      put(")");
+    }
+    if (showsCounts) putCountsOfPrefix(matrix, indexVector, end);
+    if (end == length) break;
+  }
+  put(")");
+}
+
+void putProbabilities(const ZQMatrixMediumElement& element, const ZQMatrixMediumElement& parent, bool isOverDetermined) {
+  const int writeCount = element.getWriteCount();
+  put("  p()=%d/%d %s", writeCount, parent.getWriteCountWithSuccessor(), isOverDetermined ? "(overdetermined) " : "");
+  if (element.getWriteCountWithoutPredecessor() > 0) {
+    put("p(start)=%d/%d ", element.getWriteCountWithoutPredecessor(), parent.getWriteCount());
+  }
+  if (writeCount != element.getWriteCountWithSuccessor()) {
+    const unsigned ends = static_cast<unsigned>(writeCount) - static_cast<unsigned>(element.getWriteCountWithSuccessor());
+    put("p(stop)=%d/%d ", static_cast<int>(ends), writeCount);
+  }
+  put("\n");
+}
+
+void putRule(ZQMatrixMedium& matrix, const int* indexVector, int length, int debugLevel) {
+  const int handle = matrix.getMatrixHandleFromElementVector(indexVector, length);
+  const ZQMatrixMediumElement* element = mediumElementAt(matrix, handle);
+  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
+  const int steps = length < coordinateDimension ? length : coordinateDimension;
+  const ZQMatrixMediumElement* parent = elementOneItemAbove(matrix, handle, steps);
+  if (element == nullptr || parent == nullptr) {
+    putPath(matrix, indexVector, length, debugLevel);
+    put(" (NOT EXIST)\n");
+    return;
+  }
+  const int writeCount = element->getWriteCount(), writeCountOfContext = parent->getWriteCountWithSuccessor();
+  if (writeCountOfContext < 1 || writeCount < 1) {
+    putPath(matrix, indexVector, length, debugLevel);
+    put("  p()=%d/%d (weak)\n", writeCount, writeCountOfContext);
+    return;
+  }
+  if (writeCount > writeCountOfContext) {
+    put("addressOfElement->_writeCount > addressOfPreviousElement->_writeCountWithSuccessor (%d<->%d)\n", writeCount,
+        writeCountOfContext);
+  }
+  const bool isOverDetermined = matrix.isDeterminedMatrixData(indexVector, length) >= 2;
+  putPath(matrix, indexVector, length, debugLevel);
+  putProbabilities(*element, *parent, isOverDetermined);
+}
+
+}  // namespace
+
+int ZQMatrixMedium::isRuleMatrixData(ZQMatrixMediumElement** element) {
+  ZQMatrixBaseElement** slot = reinterpret_cast<ZQMatrixBaseElement**>(element);
+  const std::less<ZQMatrixBaseElement**> liesBefore;
+  if (slot == nullptr || matrixData == nullptr || liesBefore(slot, matrixData)) return 0;
+  if (!liesBefore(slot, matrixData + numberOfSlots) || slot == getMatrixDataEntry() || *slot == nullptr) return 0;
+  const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
+  const int writeCount = (*slot)->getWriteCount();
+  if (coordinateDimension < 1 || writeCount < 1) return 0;
+  long long position = slot - matrixData;
+  for (int i = 0; i < coordinateDimension; ++i) {
+    const ZQMatrixBaseElement* step = elementAt(position);
+    if (step == nullptr) return 0;
+    const int offset = step->getOffsetToElementInPrevDimension();
+    if (coordinateDimension >= 2 && offset == 0) return 0;
+    position += offset;
+  }
+  const ZQMatrixMediumElement* context = mediumElementAt(*this, position);
+  if (context == nullptr || context->getWriteCountWithSuccessor() < 1) return 0;
+  return writeCount <= context->getWriteCountWithSuccessor() ? 1 : 0;
+}
+
+int ZQMatrixMedium::isDeterminedMatrixData(const int* indexVector, int length) {
+  const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
+  if (indexVector == nullptr || length < 2 || coordinateDimension < 1) return 0;
+  return coordinateDimension == 1 ? determiningSuffixes(*this, indexVector, length)
+                                  : determiningSuffixesOfItems(*this, indexVector, length, coordinateDimension);
+}
+
+void ZQMatrixMedium::printIndexVector(const int* indexVector, int length, int usePreProcessing, int level) {
+  const int device = globalDebugOutputDevice;
+  if (indexVector == nullptr || length < 0 || device == 0 || debugLevel < level) return;
+  if (device != 1 && fpMatrixErr == nullptr) return;
+  if (getMatrixInfo()->getCoordinateDimension() < 1) return;
+  SystemOwned<int> preProcessed;
+  if (usePreProcessing == 1 && getMatrixInfo()->getPreProcessingType() != ZQPreProcessingTypeNone) {
+    preProcessed.reset(getPreProcessedSequenceFromOriginalSequence(indexVector, length, &length));
+    if (preProcessed == nullptr) return;
+    indexVector = preProcessed.get();
+  }
+  putRule(*this, indexVector, length, debugLevel);
+}
