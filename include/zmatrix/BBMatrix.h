@@ -19,7 +19,8 @@ class BBMatrix {
     s_applyGlobalMatrixProperties(matrix);
     s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix, s_getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(matrix));
   }
-  void dbPrintSuccessorObjex(const int* objex, int count) { s_dbPrintSuccessorObjex(matrix, objex, count); }
+  int deleteMatrixElement(const int* indexVector, int length, int keepInnerElements) { return s_deleteMatrixElement(matrix, indexVector, length, keepInnerElements); }
+  int deleteMatrixElement32(const int* items, int length, int keepInnerElements) { return s_deleteMatrixElement32(matrix, items, length, keepInnerElements); }
   int existMatrixData(const int* indexVector, int length) { return s_existMatrixData(matrix, indexVector, length); }
   int existMatrixData32(const int* items, int length) { return s_existMatrixData32(matrix, items, length); }
   int getAddUpdateInfo() { return s_getAddUpdateInfo(matrix); }

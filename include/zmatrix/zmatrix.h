@@ -675,6 +675,32 @@ long long s_readMatrixElement64(ZQMatrix* matrix, const long long* items, int le
 long long s_readMatrixElement64_Medium(ZQMatrixMedium* matrix, const long long* items, int length, int* existCode);
 long long s_readMatrixElement64_Base(ZQMatrixBase* matrix, const long long* items, int length, int* existCode);
 
+// ---- Deleting index vectors ---------------------------------------------------------------------------------------------------
+
+/// Deletes an index vector with all its writes. Handles end with it. `keepInnerElements`: 1 leaves a vector with children
+/// as it is.
+/// Result: 1 deleted, or kept because of `keepInnerElements`; 0 only a path element, nothing changed; -1 the coordinate
+/// is missing in its field; -2 null, `length` 0 or the path ends earlier.
+/// -3 `length` out of range; -4, -6 a broken link. A read-only sub-matrix deletes too.
+int s_deleteMatrixElement(ZQMatrix* matrix, const int* indexVector, int length, int keepInnerElements);
+int s_deleteMatrixElement_Medium(ZQMatrixMedium* matrix, const int* indexVector, int length, int keepInnerElements);
+int s_deleteMatrixElement_Base(ZQMatrixBase* matrix, const int* indexVector, int length, int keepInnerElements);
+
+/// The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else 0 with a message at level 0.
+int s_deleteMatrixElement32(ZQMatrix* matrix, const int* items, int length, int keepInnerElements);
+int s_deleteMatrixElement32_Medium(ZQMatrixMedium* matrix, const int* items, int length, int keepInnerElements);
+int s_deleteMatrixElement32_Base(ZQMatrixBase* matrix, const int* items, int length, int keepInnerElements);
+
+/// The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with a message at level 0.
+int s_deleteMatrixElement64(ZQMatrix* matrix, const long long* items, int length, int keepInnerElements);
+int s_deleteMatrixElement64_Medium(ZQMatrixMedium* matrix, const long long* items, int length, int keepInnerElements);
+int s_deleteMatrixElement64_Base(ZQMatrixBase* matrix, const long long* items, int length, int keepInnerElements);
+
+/// Sets settings and counters of the current sub-matrix back to those of a new one. Its elements stay in the block; to be
+/// rid of those too, clear the ID.
+void s_makeMatrixEmpty(ZQMatrix* matrix);
+void s_makeMatrixEmpty_Medium(ZQMatrixMedium* matrix);
+
 // ---- Handles: positions of elements, good until the next write or delete ------------------------------------------------------
 
 /// The handle of an index vector. `indexVector`: `length` integers from the root down.
@@ -2465,11 +2491,6 @@ int* s_readObjexAndHandleFromMatrixForSuccessorIndex_Medium(ZQMatrixMedium* matr
 /// Prints an item at level 0, in the manner of the matrix type and without a line end. `objex`: `coordinateDimension`
 /// integers; null prints a line end.
 void s_dbPrintSuccessorObjex_Medium(ZQMatrixMedium* matrix, const int* objex);
-
-/// Prints an item at level 0, in the manner of the matrix type and without a line end; on the symbol level with the
-/// phrase that the symbol stands for.
-/// `objex`: `coordinateDimension` integers; null prints a line end. `count` is not read.
-void s_dbPrintSuccessorObjex(ZQMatrix* matrix, const int* objex, int count);
 
 // ---- Levels of the full tier --------------------------------------------------------------------------------------------------
 

@@ -1,12 +1,7 @@
-// Sequence update of the medium tier: the settings that a call needs, the worker around the phrase loop, and the ways into it.
-#include <climits>
-#include <memory>
-
+// Sequence update of the medium tier: the settings that a call needs, the ways into the shared worker.
 #include "frame/ZQCharacterTables.h"
-#include "frame/ZQMemory.h"
-#include "frame/ZQSystemOwned.h"
 #include "sequence/ZQMediumTier.h"
-#include "sequence/ZQSequenceUpdate.h"
+#include "sequence/ZQUpdateWorker.h"
 
 namespace {
 
@@ -32,24 +27,6 @@ bool meets(ZQMatrixMediumInfo& info, const NeededSetting& setting) {
 #pragma GCC diagnostic pop
   (info.*setting.set)(setting.wanted);
   return true;
-}
-
-void showPreProcessedText(const int* sequence, int length) {
-  dbPrintf(5, "\nPOSTP SEQ: ");
-  const int device = ZQDebugChannel::globalDebugOutputDevice;
-  for (int i = 0; i < length; ++i) {
-    if (sequence[i] < 0 || sequence[i] > 255) {
-      dbPrintf(0, "ANSI data out of range!\n");
-      continue;
-    }
-    if (device >= 2 && ZQDebugChannel::fpMatrixErr != nullptr) fputc(sequence[i], ZQDebugChannel::fpMatrixErr);
-    if (device == 1 || device == 3) printfANSI("%c", static_cast<unsigned>(sequence[i]));
-  }
-  dbPrintf(5, "\n");
-}
-
-int clampToInt(long long value) {
-  return value > INT_MAX ? INT_MAX : static_cast<int>(value);
 }
 
 }  // namespace
@@ -91,49 +68,37 @@ int ZQMatrixMedium::checkSettingsForUpdateMatrixWithSequence(int coordinateDimen
              : 0;
 }
 
+namespace zmatrix {
+
+void showPreProcessedText(const int* sequence, int length) {
+  dbPrintf(5, "\nPOSTP SEQ: ");
+  const int device = ZQDebugChannel::globalDebugOutputDevice;
+  for (int i = 0; i < length; ++i) {
+    if (sequence[i] < 0 || sequence[i] > 255) {
+      dbPrintf(0, "ANSI data out of range!\n");
+      continue;
+    }
+    if (device >= 2 && ZQDebugChannel::fpMatrixErr != nullptr) fputc(sequence[i], ZQDebugChannel::fpMatrixErr);
+    if (device == 1 || device == 3) printfANSI("%c", static_cast<unsigned>(sequence[i]));
+  }
+  dbPrintf(5, "\n");
+}
+
+}  // namespace zmatrix
+
 int ZQMatrixMedium::updateMatrixWithCombinedSequenceDebug(const int* sequence, int length, int matrixType,
                                                           int coordinateDimension, int preProcessingType, int allowLargeIndices,
                                                           int* numberOfProcessedVectors, int* numberOfOverwrites, int** values,
                                                           int** lengths, int*** indexVectors) {
-  if (numberOfOverwrites != nullptr) *numberOfOverwrites = 0;
-  if (values != nullptr) *values = nullptr;
-  if (lengths != nullptr) *lengths = nullptr;
-  if (indexVectors != nullptr) *indexVectors = nullptr;
-  if (sequence == nullptr || length <= 0) {
-    dbPrintf(0, "warning from updateMatrixWithCombinedSequence: original Sequence is empty!\n");
-    return 0;
-  }
-  if (checkSettingsForUpdateMatrixWithSequence(coordinateDimension, preProcessingType, allowLargeIndices, matrixType) < 1)
-    return 0;
-  if (coordinateDimension < 1) return 0;
-  int numberOfIntegers = 0;
-  const zmatrix::SystemOwned<int> preProcessed(getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfIntegers));
-  if (preProcessed == nullptr) numberOfIntegers = 0;
-  const int numberOfItems = numberOfIntegers / coordinateDimension;
-  if (matrixType == ZQMatrixTypeANSIText && shows(5)) showPreProcessedText(preProcessed.get(), numberOfIntegers);
-
-  const int root = ZQStoreWrite<Tier>::provideRoot(*this);
-  if (root < 0) return -2;
-  auto* rootElement = static_cast<ZQMatrixMediumElement*>(elementAt(root));
-  rootElement->addWriteCountWithSuccessor(numberOfItems);
-  rootElement->incrementWriteCount();
-
-  zmatrix::ZQLearnedPhrases phrases(values != nullptr && lengths != nullptr && indexVectors != nullptr);
-  ZQSequenceUpdate<Tier> update(*this, preProcessed.get(), numberOfItems * coordinateDimension, coordinateDimension);
-  int result = update.run(getMatrixInfo()->getMaxPhraseLengthForUpdateWithSequence(), phrases);
-  if (phrases.hasRunOut()) result = -2;
-  if (numberOfProcessedVectors != nullptr) *numberOfProcessedVectors = clampToInt(update.getNumberOfProcessedVectors());
-  if (numberOfOverwrites != nullptr) *numberOfOverwrites = update.getNumberOfOverwrites();
-  if (result != -2) phrases.handOver(values, lengths, indexVectors);
-  return result;
+  return zmatrix::updateMatrixWithCombinedSequenceIn(
+      *this, sequence, length, matrixType, coordinateDimension, preProcessingType, allowLargeIndices,
+      {numberOfProcessedVectors, numberOfOverwrites, values, lengths, indexVectors});
 }
 
 int ZQMatrixMedium::updateMatrixWithCombinedSequence(const int* sequence, int length, int matrixType, int coordinateDimension,
                                                      int preProcessingType, int allowLargeIndices) {
-  int processed = 0;
-  int overwrites = 0;
-  return updateMatrixWithCombinedSequenceDebug(sequence, length, matrixType, coordinateDimension, preProcessingType,
-                                               allowLargeIndices, &processed, &overwrites, nullptr, nullptr, nullptr);
+  return zmatrix::updateMatrixWithCombinedSequenceIn(*this, sequence, length, matrixType, coordinateDimension, preProcessingType,
+                                                     allowLargeIndices, {});
 }
 
 int ZQMatrixMedium::updateMatrixWithSequence(int matrixType, int coordinateDimension, const int* sequence, int length) {
@@ -142,38 +107,19 @@ int ZQMatrixMedium::updateMatrixWithSequence(int matrixType, int coordinateDimen
 
 int ZQMatrixMedium::updateMatrixWith2DimSequence(int matrixType, int preProcessingType, const int* first, const int* second,
                                                  int length) {
-  if (first == nullptr || second == nullptr || length < 0 || length > INT_MAX / 2) length = 0;
-  const zmatrix::SystemOwned<int> pairs(systemMallocArray<int>(2LL * length));
-  if (pairs == nullptr) return -2;
-  for (int i = 0; i < length; ++i) {
-    pairs.get()[2 * i] = first[i];
-    pairs.get()[2 * i + 1] = second[i];
-  }
-  return updateMatrixWithCombinedSequence(pairs.get(), 2 * length, matrixType, 2, preProcessingType, 0);
+  return zmatrix::updateMatrixWith2DimSequenceIn(*this, matrixType, preProcessingType, first, second, length);
 }
 
 int ZQMatrixMedium::updateMatrixWithLongINTSequence(const int* sequence, int numberOfItems) {
-  const ZQMatrixMediumInfo& info = *getMatrixInfo();
+  const auto& info = *getMatrixInfo();
   return updateMatrixWithLongINTSequenceExt(sequence, numberOfItems, info.getMatrixType(), info.getCoordinateDimension(),
                                             info.getPreProcessingType(), info.getAllowLargeIndices());
 }
 
 int ZQMatrixMedium::updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType,
                                                        int coordinateDimension, int preProcessingType, int allowLargeIndices) {
-  ZQMatrixMediumInfo& info = *getMatrixInfo();
-  const long long length = static_cast<long long>(numberOfItems) * coordinateDimension;
-  if (length > INT_MAX || length < 0) return 0;
-  if (info.getAddUpdateInfo() == 1 && sequence != nullptr) {
-    info.generateUpdateInfoSequence(sequence, static_cast<int>(length));
-  }
-  const int result = updateMatrixWithCombinedSequence(sequence, static_cast<int>(length), matrixType, coordinateDimension,
-                                                      preProcessingType, allowLargeIndices);
-  if (result < 1) return result;
-  info.setHasBeenChanged(1);
-  info.incrementUpdateIndex();
-  matrixFileHeader->incrementNumberOfMatrixUpdates();
-  if (info.getAddUpdateInfo() == 1) updateNumberOfAppendedMatrices();
-  return result;
+  return zmatrix::updateMatrixWithLongINTSequenceIn(*this, sequence, numberOfItems, matrixType, coordinateDimension,
+                                                    preProcessingType, allowLargeIndices);
 }
 
 void ZQMatrixMedium::updateNumberOfAppendedMatrices() {

@@ -24,6 +24,9 @@ struct ZQMediumTier {
     if (element.getWriteCountWithoutPredecessor() == 1) info.incrementNumberOfStartElements();
   }
 
+  /// Symbols are the full tier's.
+  static void markPhrase(WriteFlags&, const int*, int) {}
+
   static void onMoving(Matrix&, Element&, int) {}
 
   static void onUnwritten(Matrix&, Info& info, Element& element) {

@@ -21,12 +21,14 @@ struct ZQSequenceUpdate {
   using Info = typename Tier::Info;
   using Write = ZQStoreWrite<Tier>;
 
-  ZQSequenceUpdate(Matrix& matrixToTeach, const int* preProcessed, int numberOfIntegers, int dimension)
+  /// `symbolMarkers` may be null; else it has an entry an item, for the tier to read.
+  ZQSequenceUpdate(Matrix& matrixToTeach, const int* preProcessed, int numberOfIntegers, int dimension, const int* symbolMarkers)
       : matrix(matrixToTeach),
         info(*matrixToTeach.getMatrixInfo()),
         sequence(preProcessed),
         length(numberOfIntegers),
         c(dimension),
+        markers(symbolMarkers),
         root(matrixToTeach.getCurrentMatrixID()),
         leavesOutDetermined(info.getIncludeOverdeterminedRules() == 0),
         usesStart(info.getUseStartOfSequence() == 1),
@@ -116,6 +118,7 @@ struct ZQSequenceUpdate {
     typename Tier::WriteFlags flags{};
     flags.startFlag = start == 0 && known == 0 && usesStart;
     flags.endFlag = usesEnd && start >= length - phraseLength;
+    if (markers != nullptr) Tier::markPhrase(flags, markers + start / c, phraseLength / c);
     const int position = writeFrom(place, phrase, phraseLength, followsFront ? known : 0, flags);
     if (position < 0) {
       dbPrintf(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", static_cast<int>(number));
@@ -220,6 +223,7 @@ struct ZQSequenceUpdate {
   const int* sequence;
   const int length;
   const int c;
+  const int* markers;
   const int root;
   const bool leavesOutDetermined;
   const bool usesStart;

@@ -53,6 +53,9 @@ long long s_readMatrixData64_Base(ZQMatrixBase* matrix, const long long* items, 
 long long s_readMatrixElement_Base(ZQMatrixBase* matrix, const int* indexVector, int length, int* existCode) { return matrix->readMatrixElement(indexVector, length, existCode); }
 long long s_readMatrixElement32_Base(ZQMatrixBase* matrix, const int* items, int length, int* existCode) { return matrix->readMatrixElement32(items, length, existCode); }
 long long s_readMatrixElement64_Base(ZQMatrixBase* matrix, const long long* items, int length, int* existCode) { return matrix->readMatrixElement64(items, length, existCode); }
+int s_deleteMatrixElement_Base(ZQMatrixBase* matrix, const int* indexVector, int length, int keepInnerElements) { return matrix->deleteMatrixElement(indexVector, length, keepInnerElements); }
+int s_deleteMatrixElement32_Base(ZQMatrixBase* matrix, const int* items, int length, int keepInnerElements) { return matrix->deleteMatrixElement32(items, length, keepInnerElements); }
+int s_deleteMatrixElement64_Base(ZQMatrixBase* matrix, const long long* items, int length, int keepInnerElements) { return matrix->deleteMatrixElement64(items, length, keepInnerElements); }
 int s_getMatrixHandleFromElementVector_Base(ZQMatrixBase* matrix, const int* indexVector, int length) { return matrix->getMatrixHandleFromElementVector(indexVector, length); }
 int s_getMatrixHandleFromElementVector32_Base(ZQMatrixBase* matrix, const int* items, int length) { return matrix->getMatrixHandleFromElementVector32(items, length); }
 int s_getMatrixHandleFromElementVector64_Base(ZQMatrixBase* matrix, const long long* items, int length) { return matrix->getMatrixHandleFromElementVector64(items, length); }

@@ -55,6 +55,10 @@ long long s_readMatrixData64(ZQMatrix* matrix, const long long* items, int lengt
 long long s_readMatrixElement(ZQMatrix* matrix, const int* indexVector, int length, int* existCode) { return matrix->readMatrixElement(indexVector, length, existCode); }
 long long s_readMatrixElement32(ZQMatrix* matrix, const int* items, int length, int* existCode) { return matrix->readMatrixElement32(items, length, existCode); }
 long long s_readMatrixElement64(ZQMatrix* matrix, const long long* items, int length, int* existCode) { return matrix->readMatrixElement64(items, length, existCode); }
+int s_deleteMatrixElement(ZQMatrix* matrix, const int* indexVector, int length, int keepInnerElements) { return matrix->deleteMatrixElement(indexVector, length, keepInnerElements); }
+int s_deleteMatrixElement32(ZQMatrix* matrix, const int* items, int length, int keepInnerElements) { return matrix->deleteMatrixElement32(items, length, keepInnerElements); }
+int s_deleteMatrixElement64(ZQMatrix* matrix, const long long* items, int length, int keepInnerElements) { return matrix->deleteMatrixElement64(items, length, keepInnerElements); }
+void s_makeMatrixEmpty(ZQMatrix* matrix) { matrix->makeMatrixEmpty(); }
 int s_getMatrixHandleFromElementVector(ZQMatrix* matrix, const int* indexVector, int length) { return matrix->getMatrixHandleFromElementVector(indexVector, length); }
 int s_getMatrixHandleFromElementVector32(ZQMatrix* matrix, const int* items, int length) { return matrix->getMatrixHandleFromElementVector32(items, length); }
 int s_getMatrixHandleFromElementVector64(ZQMatrix* matrix, const long long* items, int length) { return matrix->getMatrixHandleFromElementVector64(items, length); }
@@ -408,7 +412,6 @@ int* s_readObjexFromMatrix(ZQMatrix* matrix, double* probability, double* stopPr
 int* s_readObjexAndHandleFromMatrix(ZQMatrix* matrix, double* probability, double* stopProbability, int* handle) { return matrix->readObjexAndHandleFromMatrix(probability, stopProbability, handle); }
 int* s_readObjexFromMatrixForSuccessorIndex(ZQMatrix* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability) { return matrix->readObjexFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability); }
 int* s_readObjexAndHandleFromMatrixForSuccessorIndex(ZQMatrix* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability, int* handle) { return matrix->readObjexAndHandleFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability, handle); }
-void s_dbPrintSuccessorObjex(ZQMatrix* matrix, const int* objex, int count) { matrix->dbPrintSuccessorObjex(objex, count); }
 int s_getMatrixAILevel(ZQMatrix* matrix) { return matrix->getMatrixAILevel(); }
 void s_setMatrixAILevel(ZQMatrix* matrix, int matrixAILevel) { matrix->setMatrixAILevel(matrixAILevel); }
 int s_getCurrentMatrixIDLevelDown(ZQMatrix* matrix) { return matrix->getCurrentMatrixIDLevelDown(); }

@@ -55,6 +55,10 @@ long long s_readMatrixData64_Medium(ZQMatrixMedium* matrix, const long long* ite
 long long s_readMatrixElement_Medium(ZQMatrixMedium* matrix, const int* indexVector, int length, int* existCode) { return matrix->readMatrixElement(indexVector, length, existCode); }
 long long s_readMatrixElement32_Medium(ZQMatrixMedium* matrix, const int* items, int length, int* existCode) { return matrix->readMatrixElement32(items, length, existCode); }
 long long s_readMatrixElement64_Medium(ZQMatrixMedium* matrix, const long long* items, int length, int* existCode) { return matrix->readMatrixElement64(items, length, existCode); }
+int s_deleteMatrixElement_Medium(ZQMatrixMedium* matrix, const int* indexVector, int length, int keepInnerElements) { return matrix->deleteMatrixElement(indexVector, length, keepInnerElements); }
+int s_deleteMatrixElement32_Medium(ZQMatrixMedium* matrix, const int* items, int length, int keepInnerElements) { return matrix->deleteMatrixElement32(items, length, keepInnerElements); }
+int s_deleteMatrixElement64_Medium(ZQMatrixMedium* matrix, const long long* items, int length, int keepInnerElements) { return matrix->deleteMatrixElement64(items, length, keepInnerElements); }
+void s_makeMatrixEmpty_Medium(ZQMatrixMedium* matrix) { matrix->makeMatrixEmpty(); }
 int s_getMatrixHandleFromElementVector_Medium(ZQMatrixMedium* matrix, const int* indexVector, int length) { return matrix->getMatrixHandleFromElementVector(indexVector, length); }
 int s_getMatrixHandleFromElementVector32_Medium(ZQMatrixMedium* matrix, const int* items, int length) { return matrix->getMatrixHandleFromElementVector32(items, length); }
 int s_getMatrixHandleFromElementVector64_Medium(ZQMatrixMedium* matrix, const long long* items, int length) { return matrix->getMatrixHandleFromElementVector64(items, length); }

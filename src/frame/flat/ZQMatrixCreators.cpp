@@ -3,6 +3,7 @@
 #include "sequence/ZQMediumTier.h"
 #include "store/ZQBaseTier.h"
 #include "store/ZQTierLife.h"
+#include "symbols/ZQFullTier.h"
 
 namespace {
 
@@ -33,5 +34,17 @@ ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevi
 }
 
 void deleteMatrixMedium(ZQMatrixMedium* matrix) {
+  zmatrix::deleteMatrixIn(matrix);
+}
+
+ZQMatrix* createAndInitMatrix() {
+  return createAndInitMatrixWithDebugParameters(silentDevice, silentLevel, "");
+}
+
+ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
+  return zmatrix::createMatrixIn<ZQMatrix>(debugOutputDevice, debugLevel, debugDirectory);
+}
+
+void deleteMatrix(ZQMatrix* matrix) {
   zmatrix::deleteMatrixIn(matrix);
 }

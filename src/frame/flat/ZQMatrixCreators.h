@@ -5,6 +5,7 @@
 
 class ZQMatrixBase;
 class ZQMatrixMedium;
+class ZQMatrix;
 
 ZQMatrixBase* createAndInitMatrixBase();
 ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
@@ -13,3 +14,7 @@ void deleteMatrixBase(ZQMatrixBase* matrix);
 ZQMatrixMedium* createAndInitMatrixMedium();
 ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
 void deleteMatrixMedium(ZQMatrixMedium* matrix);
+
+ZQMatrix* createAndInitMatrix();
+ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+void deleteMatrix(ZQMatrix* matrix);

@@ -1,0 +1,111 @@
+// The worker around the phrase loop and the ways into it, told once for the tiers that learn. Every way calls the operations of
+// the matrix's own tier.
+#pragma once
+
+#include <climits>
+
+#include "frame/ZQMemory.h"
+#include "frame/ZQSystemOwned.h"
+#include "sequence/ZQSequenceUpdate.h"
+
+namespace zmatrix {
+
+/// Shows a preprocessed text character by character, at debug level 5.
+void showPreProcessedText(const int* sequence, int length);
+
+inline int clampToInt(long long value) {
+  return value > INT_MAX ? INT_MAX : static_cast<int>(value);
+}
+
+/// What a caller of the worker may want to know; each pointer may be null.
+struct UpdateOutputs {
+  int* numberOfProcessedVectors = nullptr;
+  int* numberOfOverwrites = nullptr;
+  int** values = nullptr;
+  int** lengths = nullptr;
+  int*** indexVectors = nullptr;
+
+  void clear() const {
+    if (numberOfOverwrites != nullptr) *numberOfOverwrites = 0;
+    if (values != nullptr) *values = nullptr;
+    if (lengths != nullptr) *lengths = nullptr;
+    if (indexVectors != nullptr) *indexVectors = nullptr;
+  }
+  bool wantPhrases() const { return values != nullptr && lengths != nullptr && indexVectors != nullptr; }
+};
+
+template <class Matrix>
+int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int length, int matrixType, int coordinateDimension,
+                                       int preProcessingType, int allowLargeIndices, const UpdateOutputs& outputs,
+                                       const int* symbolMarkers = nullptr) {
+  using Tier = typename Matrix::Tier;
+  outputs.clear();
+  if (sequence == nullptr || length <= 0) {
+    dbPrintf(0, "warning from updateMatrixWithCombinedSequence: original Sequence is empty!\n");
+    return 0;
+  }
+  if (matrix.checkSettingsForUpdateMatrixWithSequence(coordinateDimension, preProcessingType, allowLargeIndices, matrixType) <
+      1) {
+    return 0;
+  }
+  if (coordinateDimension < 1) return 0;
+  int numberOfIntegers = 0;
+  const SystemOwned<int> preProcessed(matrix.getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfIntegers));
+  if (preProcessed == nullptr) numberOfIntegers = 0;
+  const int numberOfItems = numberOfIntegers / coordinateDimension;
+  if (matrixType == ZQMatrixTypeANSIText && Matrix::shows(5)) showPreProcessedText(preProcessed.get(), numberOfIntegers);
+
+  const int root = ZQStoreWrite<Tier>::provideRoot(matrix);
+  if (root < 0) return -2;
+  auto* rootElement = static_cast<typename Tier::Element*>(matrix.elementAt(root));
+  rootElement->addWriteCountWithSuccessor(numberOfItems);
+  rootElement->incrementWriteCount();
+
+  ZQLearnedPhrases phrases(outputs.wantPhrases());
+  ZQSequenceUpdate<Tier> update(matrix, preProcessed.get(), numberOfItems * coordinateDimension, coordinateDimension,
+                                symbolMarkers);
+  int result = update.run(matrix.getMatrixInfo()->getMaxPhraseLengthForUpdateWithSequence(), phrases);
+  if (phrases.hasRunOut()) result = -2;
+  if (outputs.numberOfProcessedVectors != nullptr) {
+    *outputs.numberOfProcessedVectors = clampToInt(update.getNumberOfProcessedVectors());
+  }
+  if (outputs.numberOfOverwrites != nullptr) *outputs.numberOfOverwrites = update.getNumberOfOverwrites();
+  if (result != -2) phrases.handOver(outputs.values, outputs.lengths, outputs.indexVectors);
+  return result;
+}
+
+/// Interleaves two arrays into one sequence of pairs and learns it.
+template <class Matrix>
+int updateMatrixWith2DimSequenceIn(Matrix& matrix, int matrixType, int preProcessingType, const int* first, const int* second,
+                                   int length) {
+  if (first == nullptr || second == nullptr || length < 0 || length > INT_MAX / 2) length = 0;
+  const SystemOwned<int> pairs(systemMallocArray<int>(2LL * length));
+  if (pairs == nullptr) return -2;
+  for (int i = 0; i < length; ++i) {
+    pairs[static_cast<size_t>(i) * 2] = first[i];
+    pairs[static_cast<size_t>(i) * 2 + 1] = second[i];
+  }
+  return updateMatrixWithCombinedSequenceIn(matrix, pairs.get(), 2 * length, matrixType, 2, preProcessingType, 0, {});
+}
+
+/// Learns a sequence and keeps the books of it: history, update counts.
+template <class Matrix>
+int updateMatrixWithLongINTSequenceIn(Matrix& matrix, const int* sequence, int numberOfItems, int matrixType,
+                                      int coordinateDimension, int preProcessingType, int allowLargeIndices) {
+  auto& info = *matrix.getMatrixInfo();
+  const long long length = static_cast<long long>(numberOfItems) * coordinateDimension;
+  if (length > INT_MAX || length < 0) return 0;
+  if (info.getAddUpdateInfo() == 1 && sequence != nullptr) {
+    info.generateUpdateInfoSequence(sequence, static_cast<int>(length));
+  }
+  const int result = updateMatrixWithCombinedSequenceIn(matrix, sequence, static_cast<int>(length), matrixType,
+                                                        coordinateDimension, preProcessingType, allowLargeIndices, {});
+  if (result < 1) return result;
+  info.setHasBeenChanged(1);
+  info.incrementUpdateIndex();
+  matrix.getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
+  if (info.getAddUpdateInfo() == 1) matrix.updateNumberOfAppendedMatrices();
+  return result;
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,77 @@
+// What the full tier adds to the store's shared tellings: symbols that come with a marked write, go with a delete, and whose
+// links from the symbol level follow a phrase that moves.
+#pragma once
+
+#include "sequence/ZQMediumTier.h"
+#include "symbols/ZQMatrix.h"
+
+struct ZQFullTier {
+  using Matrix = ZQMatrix;
+  using Element = ZQMatrixElement;
+  using Info = ZQMatrixInfo;
+  static constexpr int infoType = 2;
+  static constexpr bool reportsMissingSlot = true;
+
+  struct WriteFlags {
+    char startFlag = 0;
+    char endFlag = 0;
+    int symbolMarker = 0;  ///< above 0: the path is to have a symbol
+  };
+
+  static void onWritten(Matrix& matrix, Info& info, Element& element, const WriteFlags& flags) {
+    markSymbol(info, element, flags.symbolMarker);
+    ZQMediumTier::onWritten(matrix, info, element, {flags.startFlag, flags.endFlag});
+  }
+
+  /// A phrase is to have a symbol if it begins with an item that begins a word (bit 0), ends with one that ends a word (bit 1),
+  /// and no marked item lies between.
+  static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {
+    const int last = numberOfItems - 1;
+    if ((markers[0] & 1) == 0 || (markers[last] & 2) == 0) return;
+    for (int i = 1; i < last; ++i) {
+      if (markers[i] != 0) return;
+    }
+    flags.symbolMarker = 1;
+  }
+
+  /// The element is about to move by `offset` slots.
+  static void onMoving(Matrix& matrix, Element& element, int offset) {
+    if (element.getSymbolID() >= lowestFollowedSymbol) moveLinkFromLevelAbove(matrix, element.getSymbolID(), offset);
+    // The own link is treated like the relative ones, although it holds a position: it points astray until it is refreshed.
+    if (element.getSymbolDownLinkHandle() > 0) element.addOffsetToSymbolDownLinkHandle(-offset);
+  }
+
+  static void onUnwritten(Matrix& matrix, Info& info, Element& element) {
+    ZQMediumTier::onUnwritten(matrix, info, element);
+    if (element.getSymbolID() > 0) {
+      element.setSymbolDownLinkHandle(0);
+      info.decrementNumberOfSymbols();
+    }
+    element.setSymbolID(0);
+  }
+
+ private:
+  static constexpr int lowestFollowedSymbol = 256;  // smaller ones are bytes, or come from files of a lower tier
+
+  static void markSymbol(Info& info, Element& element, int symbolMarker) {
+    if (symbolMarker == 0) return;
+    if (symbolMarker > 0 && element.getSymbolID() == 0) {
+      info.incrementNewSymbol();
+      element.setSymbolID(info.getNewSymbol());
+      info.incrementNumberOfSymbols();
+    } else if (element.getSymbolID() < 1) {
+      dbPrintf(0, "negtive symbolID unexpected\n");
+    }
+  }
+
+  static void moveLinkFromLevelAbove(Matrix& matrix, int symbol, int offset) {
+    const int levelUp = matrix.getMatrixInfo()->getCurrentMatrixIDLevelUp();
+    if (levelUp < 0 || levelUp >= matrix.getMaxNumberOfMatrices()) return;
+    const int position = matrix.childAt(levelUp, symbol);
+    if (position < 0) return;
+    auto* symbolElement = static_cast<Element*>(matrix.elementAt(position));
+    if (symbolElement->getOffsetToElementInNextDimension() == 0 || symbolElement->getWriteCount() > 0) {
+      symbolElement->addOffsetToSymbolDownLinkHandle(offset);
+    }
+  }
+};

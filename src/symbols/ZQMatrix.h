@@ -1,0 +1,59 @@
+// The full tier: a rule can carry a symbol, and a sub-matrix can learn sequences of the symbols of another one, so that it sees
+// words where the level below sees letters. Sub-matrices of both levels share one block.
+#pragma once
+
+#include "sequence/ZQMatrixMedium.h"
+#include "settings/ZQMatrixInfo.h"
+
+struct ZQFullTier;
+
+class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
+ public:
+  using Tier = ZQFullTier;
+
+  ZQMatrixInfo* getMatrixInfo() const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[currentMatrixID]); }
+  ZQMatrixInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[id]); }
+  void setMaxNumberOfMatrices(int number);
+  void clearMatrixElement(int position, int updateStartCounter);
+
+  // --- write: a symbolMarker above 0 gives the path a symbol, unless it has one
+  int moveFieldToFreePosition(int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems, int* firstElement,
+                              int* lastElement, int moveWithNewIndex);
+  int insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition);
+  int insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField);
+  int writeMatrixData(const int* indexVector, int length, long long value, char startFlag, char endFlag, int symbolMarker);
+  int writeMatrixElement(const int* indexVector, int length, long long value);
+  int writeMatrixElement32(const int* items, int length, long long value);
+  int writeMatrixElement64(const long long* items, int length, long long value);
+  int deleteMatrixElement(const int* indexVector, int length, int keepInnerElements);
+  int deleteMatrixElement32(const int* items, int length, int keepInnerElements);
+  int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
+  void makeMatrixEmpty();
+
+  // --- learning: symbolMarkers has an entry a preprocessed item, or is null; then no phrase is given a symbol
+  int updateMatrixWithCombinedSequenceDebug(const int* sequence, int length, int matrixType, int coordinateDimension,
+                                            int preProcessingType, int allowLargeIndices, const int* symbolMarkers,
+                                            int* numberOfProcessedVectors, int* numberOfOverwrites, int** values, int** lengths,
+                                            int*** indexVectors);
+  int updateMatrixWithCombinedSequence(const int* sequence, int length, int matrixType, int coordinateDimension,
+                                       int preProcessingType, int allowLargeIndices);
+  int updateMatrixWithSequence(int matrixType, int coordinateDimension, const int* sequence, int length);
+  int updateMatrixWith2DimSequence(int matrixType, int preProcessingType, const int* first, const int* second, int length);
+  int updateMatrixWithLongINTSequence(const int* sequence, int numberOfItems);
+  int updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType, int coordinateDimension,
+                                         int preProcessingType, int allowLargeIndices);
+
+  // --- text
+  int updateMatrixWithANSIFile(const char* fileName, int* length, int maxLength);
+  int updateMatrixWithANSIFiles(const char* path, int recursive, int* length);
+  int updateMatrixWithLongANSISequence(const int* sequence, int length);
+
+  // --- symbols
+  /// The next symbol ID of the current sub-matrix; IDs are never given twice.
+  int getNewSymbolID();
+  int getNumberOfSymbols() { return getMatrixInfo()->getNumberOfSymbols(); }
+  /// Where the symbol's phrase ends in the level below; -1 for a symbol that the current sub-matrix doesn't know.
+  int getSymbolDownLinkHandleFromSymbol(int symbol);
+  /// The level of the current sub-matrix: 0 is the basic one.
+  int getActualAILevelIndex();
+};
