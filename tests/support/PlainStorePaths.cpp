@@ -155,6 +155,7 @@ int Store::isRule(int position) {
 int Store::isDetermined(const int* vector, int length) {
   if (vector == nullptr || length - 1 < 1) return 0;
   const int c = info().coordinateDimension;
+  if (c > 1 && length % c != 0) print(0, "isDeterminedMatrixData length of indexVector unexpected: %d\n", length);
   int count = 0, i = 0, ignored = 0, alsoIgnored = 0;
   double r0 = 0.0;
   while (true) {
