@@ -30,6 +30,8 @@ static void storeOfTheBaseTier(void) {
   CHECK(matrix != NULL);
   s_mFree_Base(matrix, NULL);
   s_setDefaultMatrixPropertiesForRandomReadWrite_Base(matrix);
+  /* From the last slot found on: with random slots a parent may lie at the very stack pointer, where no handle leads past. */
+  s_setMemorySearchMethod_Base(matrix, 1);
   CHECK(s_writeMatrixElement_Base(matrix, path, 3, 159) == 1);
   CHECK(s_writeMatrixElement_Base(matrix, path, 3, 265) == 1);
   CHECK(s_readMatrixData_Base(matrix, path, 3, &existCode, &writeCount) == 265 && existCode == 3 && writeCount == 2);
