@@ -2371,7 +2371,6 @@ int s_checkSettingsForUpdateMatrixWithSequence_Medium(ZQMatrixMedium* matrix, in
 /// is none.
 /// `sequence`: `length` integers. `setInitialValues`: 1 also keeps the items as those that a reset goes back to. Null or
 /// a `length` of 0 resets the kernel.
-/// From a matrix with a symbol level on, 1 sets the kernels of the levels above too.
 /// Result: the items of the kernel's original sequence, or -1 if the sequence can't be preprocessed.
 int s_initializeKernelSequenceWithOriginalSequence(ZQMatrix* matrix, const int* sequence, int length, int setInitialValues);
 int s_initializeKernelSequenceWithOriginalSequence_Medium(ZQMatrixMedium* matrix, const int* sequence, int length, int setInitialValues);
@@ -2548,7 +2547,7 @@ int s_getLanguageIDFromAnsiFile(ZQMatrix* matrix, const char* fileName);
 int s_getLanguageIDFromAnsiFile_Medium(ZQMatrixMedium* matrix, const char* fileName);
 
 /// Writes the kernel's initial items and then `numberOfObjex` chosen ones to a file, a byte each; an ended sequence gives
-/// a line feed. On the symbol level it writes words.
+/// a line feed.
 /// Result: 1 written; 0 current ID out of range; -1 not a text; -2 empty; -3 wrong preprocessing; -4 settings that don't
 /// fit; -5 the file can't be written.
 int s_readAnsiObjexsAndWriteToAnsiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName);
