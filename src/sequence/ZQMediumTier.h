@@ -26,6 +26,7 @@ struct ZQMediumTier {
 
   /// Symbols are the full tier's.
   static void markPhrase(WriteFlags&, const int*, int) {}
+  static int* deriveMarkers(Matrix&, const int*, int) { return nullptr; }
 
   static void onMoving(Matrix&, Element&, int) {}
 

@@ -61,6 +61,8 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
   rootElement->addWriteCountWithSuccessor(numberOfItems);
   rootElement->incrementWriteCount();
 
+  const SystemOwned<int> derived(
+      symbolMarkers == nullptr ? Tier::deriveMarkers(matrix, preProcessed.get(), numberOfItems * coordinateDimension) : nullptr);
   ZQLearnedPhrases phrases(outputs.wantPhrases());
   ZQSequenceUpdate<Tier> update(matrix, preProcessed.get(), numberOfItems * coordinateDimension, coordinateDimension,
                                 symbolMarkers);

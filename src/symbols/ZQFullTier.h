@@ -23,6 +23,12 @@ struct ZQFullTier {
     ZQMediumTier::onWritten(matrix, info, element, {flags.startFlag, flags.endFlag});
   }
 
+  /// The markers of a preprocessed text, or null.
+  static int* deriveMarkers(Matrix& matrix, const int* sequence, int length) {
+    int numberOfSymbols;
+    return matrix.getSymbolMarkersFromPreProcessedCombinedSequence(sequence, length, &numberOfSymbols);
+  }
+
   /// A phrase is to have a symbol if it begins with an item that begins a word (bit 0), ends with one that ends a word (bit 1),
   /// and no marked item lies between.
   static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {

@@ -30,7 +30,7 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
   void makeMatrixEmpty();
 
-  // --- learning: symbolMarkers has an entry a preprocessed item, or is null; then no phrase is given a symbol
+  // --- learning: symbolMarkers has an entry a preprocessed item, or is null; then a text's are derived
   int updateMatrixWithCombinedSequenceDebug(const int* sequence, int length, int matrixType, int coordinateDimension,
                                             int preProcessingType, int allowLargeIndices, const int* symbolMarkers,
                                             int* numberOfProcessedVectors, int* numberOfOverwrites, int** values, int** lengths,
@@ -49,6 +49,9 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int updateMatrixWithLongANSISequence(const int* sequence, int length);
 
   // --- symbols
+  /// Marks in a preprocessed text the first item of each word with bit 0 and the last with bit 1. A new array of `length`
+  /// integers that the caller frees, and the number of words; null for other matrix types and for an empty sequence.
+  int* getSymbolMarkersFromPreProcessedCombinedSequence(const int* sequence, int length, int* numberOfSymbols);
   /// The next symbol ID of the current sub-matrix; IDs are never given twice.
   int getNewSymbolID();
   int getNumberOfSymbols() { return getMatrixInfo()->getNumberOfSymbols(); }

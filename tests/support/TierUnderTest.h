@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "frame/flat/ZQMatrixCreators.h"
+#include "symbols/ZQMatrix.h"
 #include "store/ZQFreeSlotSearch.h"
 #include "support/PlainStore.h"
 

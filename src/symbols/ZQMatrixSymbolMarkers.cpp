@@ -1,0 +1,45 @@
+// Where words begin and end in a text: the markers by which the phrases that are words get their symbols.
+#include <algorithm>
+#include <cstdio>
+
+#include "frame/ZQMemory.h"
+#include "frame/ZQProgress.h"
+#include "symbols/ZQMatrix.h"
+
+namespace {
+
+constexpr int firstItemOfWord = 1;
+constexpr int lastItemOfWord = 2;
+constexpr int lowestPrintingCharacter = 33;
+constexpr int noBreakSpace = 160;
+
+bool isWordCharacter(int item) {
+  return item >= lowestPrintingCharacter && item != noBreakSpace;
+}
+
+}  // namespace
+
+int* ZQMatrix::getSymbolMarkersFromPreProcessedCombinedSequence(const int* sequence, int length, int* numberOfSymbols) {
+  *numberOfSymbols = 0;
+  if (getMatrixInfo()->getMatrixType() != ZQMatrixTypeANSIText) {
+    dbPrintf(5,
+             "matrixID %d: getSymbolMarkersFromPreProcessedCombinedSequence: currently only available for matrixType 3 (ANSI)\n",
+             currentMatrixID);
+    return nullptr;
+  }
+  if (sequence == nullptr || length < 1) return nullptr;
+  int* markers = systemMallocArray<int>(length);
+  if (markers == nullptr) return nullptr;
+  std::fill_n(markers, length, 0);
+  snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "%s",
+           "getSymbolMarkersFromPreProcessedCombinedSequence");
+  for (int i = 0; i < length; ++i) {
+    if (!isWordCharacter(sequence[i])) continue;
+    markers[i] |= firstItemOfWord;
+    while (i + 1 < length && isWordCharacter(sequence[i + 1])) ++i;
+    markers[i] |= lastItemOfWord;
+    ++*numberOfSymbols;
+    matrixProgressDisplay(i, length);
+  }
+  return markers;
+}
