@@ -12,8 +12,10 @@ int main(void) {
   s_setMaxPhraseLengthForUpdateWithSequence_Medium(matrix, 8);
   s_updateMatrixWithLongINTSequence_Medium(matrix, series, 12);
   s_initializeKernelSequenceWithOriginalSequence_Medium(matrix, start, 3, 1);
-  for (int i = 0; i < 8; i++) printf("%d ", *s_readObjexFromMatrix_Medium(matrix, &probability, &stopProbability));
-  printf("\n");
+  for (int i = 0; i < 8; i++) {
+    int* item = s_readObjexFromMatrix_Medium(matrix, &probability, &stopProbability);
+    printf("%d%c", *item, i < 7 ? ' ' : '\n');
+  }
   deleteMatrixMedium(matrix);
   return 0;
 }

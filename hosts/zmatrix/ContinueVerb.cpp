@@ -23,7 +23,7 @@ struct ContinueOptions {
   long long count = 1000;
   long long seed = 31459;
   Method method = Method::random;
-  int maxPhrase = 12;
+  int maxPhrase = 8;
   std::string out;
   bool quiet = false;
   int debugLevel = 0;
@@ -153,7 +153,7 @@ void addContinueVerb(CLI::App& app) {
       ->option_text("best|middle|random");
   verb->add_option(
           "--max-phrase", options->maxPhrase,
-          "Longest phrase learned, 1 to 1024 items, 12 unless given: more keeps closer to the text, for memory in proportion")
+          "Longest phrase learned, 1 to 1024 items, 8 unless given: more keeps closer to the text, for memory in proportion")
       ->check(CLI::Range(1, 1024))
       ->option_text("N");
   verb->add_option("--out", options->out, "File to write; without it, standard output")->option_text("FILE");

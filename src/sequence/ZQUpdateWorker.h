@@ -65,7 +65,7 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
       symbolMarkers == nullptr ? Tier::deriveMarkers(matrix, preProcessed.get(), numberOfItems * coordinateDimension) : nullptr);
   ZQLearnedPhrases phrases(outputs.wantPhrases());
   ZQSequenceUpdate<Tier> update(matrix, preProcessed.get(), numberOfItems * coordinateDimension, coordinateDimension,
-                                symbolMarkers);
+                                symbolMarkers != nullptr ? symbolMarkers : derived.get());
   int result = update.run(matrix.getMatrixInfo()->getMaxPhraseLengthForUpdateWithSequence(), phrases);
   if (phrases.hasRunOut()) result = -2;
   if (outputs.numberOfProcessedVectors != nullptr) {
