@@ -29,13 +29,13 @@ struct ZQFullTier {
     return matrix.getSymbolMarkersFromPreProcessedCombinedSequence(sequence, length, &numberOfSymbols);
   }
 
-  /// A phrase is to have a symbol if it begins with an item that begins a word (bit 0), ends with one that ends a word (bit 1),
-  /// and no marked item lies between.
+  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one (bit 0) and ends with the last of the
+  /// same one (bit 1). Two words of one letter with a blank between are none.
   static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {
     const int last = numberOfItems - 1;
     if ((markers[0] & 1) == 0 || (markers[last] & 2) == 0) return;
-    for (int i = 1; i < last; ++i) {
-      if (markers[i] != 0) return;
+    for (int i = 0; i < last; ++i) {
+      if ((markers[i] & 2) != 0) return;
     }
     flags.symbolMarker = 1;
   }
