@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "frame/flat/ZQMatrixCreators.h"
-#include "symbols/ZQMatrix.h"
 #include "store/ZQFreeSlotSearch.h"
 #include "support/PlainStore.h"
+#include "symbols/ZQMatrix.h"
 
 namespace zmatrix {
 
