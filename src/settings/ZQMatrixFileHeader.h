@@ -76,7 +76,7 @@ class ZQMatrixFileHeader {
   void _setMaximalStack(int value) { maximalStack = value; }
   int getNumberOfMatrixUpdates() const { return numberOfMatrixUpdates; }
   void setNumberOfMatrixUpdates(int value) { numberOfMatrixUpdates = value; }
-  void incrementNumberOfMatrixUpdates() { ++numberOfMatrixUpdates; }
+  void incrementNumberOfMatrixUpdates() { numberOfMatrixUpdates = zmatrix::successorOf(numberOfMatrixUpdates); }
   int getNumberOfAppendedUpdates() const { return numberOfAppendedUpdates; }
   void setNumberOfAppendedUpdates(int value) { numberOfAppendedUpdates = value; }
   void incrementNumberOfAppendedUpdates() { numberOfAppendedUpdates = zmatrix::successorOf(numberOfAppendedUpdates); }
