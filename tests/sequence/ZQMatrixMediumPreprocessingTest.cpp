@@ -7,6 +7,7 @@
 
 #include "frame/ZQMemory.h"
 #include "frame/ZQSystemOwned.h"
+#include "frame/flat/ZQMatrixCreators.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 #include "support/CapturedMessages.h"

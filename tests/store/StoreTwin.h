@@ -131,7 +131,7 @@ class StoreTwin {
     compareMessages();
   }
   void cut(int maximalLength) {
-    if constexpr (hasRules) {
+    if constexpr (requires { matrix->removeLongElements(1); }) {
       const bool hadElements = store.at(store.currentMatrixID)->child != 0;
       const int expected = store.removeLongElements(maximalLength);
       EXPECT_EQ(matrix->removeLongElements(maximalLength), expected);
@@ -140,7 +140,7 @@ class StoreTwin {
     }
   }
   void prune() {
-    if constexpr (hasRules) {
+    if constexpr (requires { matrix->removeOverDeterminedElements(); }) {
       const int expected = store.removeOverDeterminedElements();
       EXPECT_EQ(matrix->removeOverDeterminedElements(), expected);
       compareMessages();

@@ -151,8 +151,9 @@ TYPED_TEST(StoreTwinTest, regionBoundaries) {
 // The four IDs with a method each, changed while they run, and a search that starts where some larger matrix left off.
 TYPED_TEST(StoreTwinTest, mixedMethodsAndForeignSearchStates) {
   unsigned seed = 200;
-  for (const plain::SearchState& state : {plain::SearchState{4, 0, 4, 4}, plain::SearchState{90000, 1020, 90000, 90000},
-                                          plain::SearchState{200, 700, 250, 100}, plain::SearchState{0, 1024, -1, 0}}) {
+  for (const plain::SearchState& state :
+       {plain::SearchState{4, 0, 4, 4}, plain::SearchState{90000, 1020, 90000, 90000}, plain::SearchState{200, 700, 250, 100},
+        plain::SearchState{0, 1024, -1, 0}, plain::SearchState{30, 5, 90000, 90000}}) {
     for (const int blockSize : {80, 700}) {
       SCOPED_TRACE("start " + std::to_string(state.firstFree) + ", block " + std::to_string(blockSize));
       Script<TypeParam> script(seed++, {blockSize, 900, 5, 3, 300, 4}, state);
@@ -181,6 +182,25 @@ TYPED_TEST(StoreTwinTest, wideFields) {
     if (twin.sound()) twin.compareAll();
     EXPECT_GT(twin.store.moves, 50);
   }
+}
+
+// A field is counted from any of its elements, and an element's owner is its parent's slot; a root has none.
+TYPED_TEST(StoreTwinTest, fieldsAndOwners) {
+  StoreTwin<TypeParam> twin(200);
+  for (const int k : {5, -3, 9}) twin.write({7, k}, k);
+  const int parent = twin.store.handleOf({7, 5}) + twin.store.at(twin.store.handleOf({7, 5}))->parent;
+  const int first = twin.store.handleOf({7, -3}), last = twin.store.handleOf({7, 9});
+  EXPECT_EQ(last - first, 12);
+  ZQMatrixBaseElement** block = twin.matrix->getMatrixData();
+  for (const int k : {-3, 5, 9}) {
+    int foundFirst = 0, foundLast = 0;
+    EXPECT_EQ(twin.matrix->getNumberOfItemsAndFirstLastElementsInSameDimension(first + 3 + k, &foundFirst, &foundLast), 3);
+    EXPECT_EQ(foundFirst, first);
+    EXPECT_EQ(foundLast, last);
+    EXPECT_EQ(twin.matrix->getOwner(block + first + 3 + k), block + parent);
+  }
+  EXPECT_EQ(twin.matrix->getOwner(block), nullptr);
+  EXPECT_EQ(twin.matrix->getOwner(block + last + 1), nullptr);
 }
 
 // With more roots every search and every move must leave more slots alone.
@@ -250,7 +270,8 @@ TYPED_TEST(StoreTwinTest, phrasesOfWideItems) {
 }
 
 // Some 80,000 elements, packed, then worked on by each method in turn: the periodic scan deep inside the block, growth at nine
-// tenths of it, holes that deletes leave behind, and fields that have to travel far.
+// tenths of it, holes that deletes leave behind, and fields of few elements at many different distances, which must look far for
+// room.
 TEST(StoreTwinLarge, packedBlock) {
   constexpr int parents = 260, children = 300;
   StoreTwin<ZQMatrixMedium> twin(parents * children * 53 / 50);
@@ -263,10 +284,12 @@ TEST(StoreTwinLarge, packedBlock) {
   for (const int method : {3, 2, 0, 1}) {
     SCOPED_TRACE("method " + std::to_string(method));
     twin.setMethod(0, method);
-    for (int i = 0; i < 1200 && twin.sound(); ++i) {
-      twin.write({dice.below(parents), dice.below(children), dice.between(-2, 2)}, i);
-      if (dice.oneIn(10)) twin.write({dice.below(parents), dice.below(2 * children)}, i);
-      if (dice.oneIn(10)) twin.remove({dice.below(parents), dice.below(children)}, 0);
+    for (int i = 0; i < 1000 && twin.sound(); ++i) {
+      const int p = dice.below(parents), k = dice.below(children);
+      twin.write({p, k, dice.between(-2, 2)}, i);
+      if (dice.oneIn(3)) twin.write({p, k, dice.between(250, 250 + 4 * i)}, i);
+      if (dice.oneIn(10)) twin.write({p, dice.below(2 * children)}, i);
+      if (dice.oneIn(10)) twin.remove({p, dice.below(children)}, 0);
     }
     if (!twin.sound()) return;
     twin.compare();

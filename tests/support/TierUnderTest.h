@@ -7,6 +7,7 @@
 #include "frame/flat/ZQMatrixCreators.h"
 #include "store/ZQFreeSlotSearch.h"
 #include "support/PlainStore.h"
+#include "symbols/ZQMatrix.h"
 
 namespace zmatrix {
 
