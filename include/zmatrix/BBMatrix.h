@@ -66,6 +66,8 @@ class BBMatrix {
   long long readMatrixElement(const int* indexVector, int length, int* existCode) { return s_readMatrixElement(matrix, indexVector, length, existCode); }
   long long readMatrixElement32(const int* items, int length, int* existCode) { return s_readMatrixElement32(matrix, items, length, existCode); }
   int* readObjexFromMatrix(double* probability, double* stopProbability) { return s_readObjexFromMatrix(matrix, probability, stopProbability); }
+  int removeLongElements(int maximalLength) { return s_removeLongElements(matrix, maximalLength); }
+  int removeOverDeterminedElements() { return s_removeOverDeterminedElements(matrix); }
   void setAddUpdateInfo(int addUpdateInfo) { s_setAddUpdateInfo(matrix, addUpdateInfo); }
   void setAllowLargeIndices(int allowLargeIndices) { s_setAllowLargeIndices(matrix, allowLargeIndices); }
   void setCoordinateDimension(int coordinateDimension) { s_setCoordinateDimension(matrix, coordinateDimension); }

@@ -2491,6 +2491,29 @@ int* s_readObjexAndHandleFromMatrixForSuccessorIndex_Medium(ZQMatrixMedium* matr
 /// integers; null prints a line end.
 void s_dbPrintSuccessorObjex_Medium(ZQMatrixMedium* matrix, const int* objex);
 
+// ---- Pruning ------------------------------------------------------------------------------------------------------------------
+
+/// Removes, level by level, the phrases that say nothing a shorter phrase doesn't say. Handles end with it. Reports
+/// progress.
+/// Result: 1 when a last pass found nothing more; 0 for an empty sub-matrix or an error.
+int s_removeOverDeterminedElements(ZQMatrix* matrix);
+int s_removeOverDeterminedElements_Medium(ZQMatrixMedium* matrix);
+
+/// Removes all index vectors of more than `maximalLength` integers. Handles end with it. Reports progress.
+/// Result: the elements taken out; 1 for an empty sub-matrix; -1 if the matrix has no block.
+int s_removeLongElements(ZQMatrix* matrix, int maximalLength);
+int s_removeLongElements_Medium(ZQMatrixMedium* matrix, int maximalLength);
+
+/// Empties a sub-matrix, elements and settings. The current ID stays, but for a sub-matrix that is already empty.
+/// Result: 1 emptied; -1, with a message at level 0, if it was the only one, out of range or nothing was to remove.
+int s_clearMatrixForID(ZQMatrix* matrix, int matrixID);
+int s_clearMatrixForID_Medium(ZQMatrixMedium* matrix, int matrixID);
+
+/// Gives up the reserved sub-matrices above the highest occupied one.
+/// Result: 1 done; -1, with a message at level 1, if there is none to give up.
+int s_removeEmptyMatrices(ZQMatrix* matrix);
+int s_removeEmptyMatrices_Medium(ZQMatrixMedium* matrix);
+
 // ---- Levels of the full tier --------------------------------------------------------------------------------------------------
 
 /// The highest symbol level in use: 0 none, 1 symbols above the basic level.

@@ -41,7 +41,16 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
                              int* writeCountWithoutPredecessor);
   int isRuleMatrixData(ZQMatrixMediumElement** element);
   int isDeterminedMatrixData(const int* indexVector, int length);
+  /// True if the path is determined twice, that is, if isDeterminedMatrixData is 2 or more, found without counting on.
+  bool isOverDeterminedMatrixData(const int* indexVector, int length);
   void printIndexVector(const int* indexVector, int length, int usePreProcessing, int level);
+
+  // --- pruning
+  int removeOverDeterminedElements();
+  int removeOverDeterminedElementsSingleIteration(int passNumber);
+  int removeLongElements(int maximalLength);
+  int clearMatrixForID(int matrixID);
+  int removeEmptyMatrices();
 
   // --- preprocessing and back
   int* getPreProcessedSequenceFromOriginalSequence(const int* originalSequence, int length, int* resultLength);

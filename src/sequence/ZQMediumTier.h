@@ -27,6 +27,8 @@ struct ZQMediumTier {
   /// Symbols are the full tier's.
   static void markPhrase(WriteFlags&, const int*, int) {}
   static int* deriveMarkers(Matrix&, const int*, int) { return nullptr; }
+  static bool sparesSymbols(const Info&) { return false; }
+  static bool carriesSymbol(const Element&) { return false; }
 
   static void onMoving(Matrix&, Element&, int) {}
 

@@ -40,6 +40,10 @@ struct ZQFullTier {
     flags.symbolMarker = 1;
   }
 
+  /// True if pruning is to leave elements that carry a symbol, or link down to one's phrase.
+  static bool sparesSymbols(const Info& info) { return info.getKeepSymbolsWhenRemoveOverdeterminedElements() == 1; }
+  static bool carriesSymbol(const Element& element) { return element.getSymbolID() > 0 || element.getSymbolDownLinkHandle() > 0; }
+
   /// The element is about to move by `offset` slots.
   static void onMoving(Matrix& matrix, Element& element, int offset) {
     if (element.getSymbolID() >= lowestFollowedSymbol) moveLinkFromLevelAbove(matrix, element.getSymbolID(), offset);

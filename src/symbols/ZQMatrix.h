@@ -30,6 +30,13 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
   void makeMatrixEmpty();
 
+  // --- pruning: symbols can be spared
+  int removeOverDeterminedElements();
+  int removeOverDeterminedElementsSingleIteration(int passNumber);
+  int removeLongElements(int maximalLength);
+  int clearMatrixForID(int matrixID);
+  int removeEmptyMatrices();
+
   // --- learning: symbolMarkers has an entry a preprocessed item, or is null; then a text's are derived
   int updateMatrixWithCombinedSequenceDebug(const int* sequence, int length, int matrixType, int coordinateDimension,
                                             int preProcessingType, int allowLargeIndices, const int* symbolMarkers,

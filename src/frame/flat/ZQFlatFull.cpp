@@ -412,6 +412,10 @@ int* s_readObjexFromMatrix(ZQMatrix* matrix, double* probability, double* stopPr
 int* s_readObjexAndHandleFromMatrix(ZQMatrix* matrix, double* probability, double* stopProbability, int* handle) { return matrix->readObjexAndHandleFromMatrix(probability, stopProbability, handle); }
 int* s_readObjexFromMatrixForSuccessorIndex(ZQMatrix* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability) { return matrix->readObjexFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability); }
 int* s_readObjexAndHandleFromMatrixForSuccessorIndex(ZQMatrix* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability, int* handle) { return matrix->readObjexAndHandleFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability, handle); }
+int s_removeOverDeterminedElements(ZQMatrix* matrix) { return matrix->removeOverDeterminedElements(); }
+int s_removeLongElements(ZQMatrix* matrix, int maximalLength) { return matrix->removeLongElements(maximalLength); }
+int s_clearMatrixForID(ZQMatrix* matrix, int matrixID) { return matrix->clearMatrixForID(matrixID); }
+int s_removeEmptyMatrices(ZQMatrix* matrix) { return matrix->removeEmptyMatrices(); }
 int s_getMatrixAILevel(ZQMatrix* matrix) { return matrix->getMatrixAILevel(); }
 void s_setMatrixAILevel(ZQMatrix* matrix, int matrixAILevel) { matrix->setMatrixAILevel(matrixAILevel); }
 int s_getCurrentMatrixIDLevelDown(ZQMatrix* matrix) { return matrix->getCurrentMatrixIDLevelDown(); }
