@@ -29,8 +29,8 @@ struct ZQFullTier {
     return matrix.getSymbolMarkersFromPreProcessedCombinedSequence(sequence, length, &numberOfSymbols);
   }
 
-  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one (bit 0) and ends with the last of the
-  /// same one (bit 1). Two words of one letter with a blank between are none.
+  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one (bit 0) and ends with the last of
+  /// the same one (bit 1). Two words of one letter with a blank between are none.
   static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {
     const int last = numberOfItems - 1;
     if ((markers[0] & 1) == 0 || (markers[last] & 2) == 0) return;
