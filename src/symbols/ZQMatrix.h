@@ -39,6 +39,7 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
 
   // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  int perform1stMemoryTestSimplyfied(int which, int trim);
   int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
   int performMatrixConsistencyTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
   /// Reads vectors back whose values are known: 1, or -1 if an array is missing.

@@ -9,6 +9,11 @@ int ZQMatrix::perform1stMemoryTest(int which, int* numberOfWriteElements, int* n
   return ZQStoreSelfTest<Tier>::first(*this, which, numberOfWriteElements, numberOfEndElements, trim);
 }
 
+int ZQMatrix::perform1stMemoryTestSimplyfied(int which, int trim) {
+  int numberOfWriteElements = 0, numberOfEndElements = 0;
+  return perform1stMemoryTest(which, &numberOfWriteElements, &numberOfEndElements, trim);
+}
+
 int ZQMatrix::performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim) {
   return ZQStoreSelfTest<Tier>::linear(*this, numberOfWriteElements, numberOfEndElements, trim);
 }
