@@ -1,6 +1,7 @@
 // What makes a path a rule, and what makes a rule redundant: a path is determined by each of its proper suffixes after which the
 // same item is the only one that can follow. Learning, pruning and the self-tests rest on these answers, down to the figures that
 // come of items with several coordinates.
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <cstdarg>
@@ -215,8 +216,8 @@ int ZQMatrixMedium::isDeterminedMatrixData(const int* indexVector, int length) {
   return determinedTimes(*this, indexVector, length, INT_MAX);
 }
 
-bool ZQMatrixMedium::isOverDeterminedMatrixData(const int* indexVector, int length) {
-  return determinedTimes(*this, indexVector, length, 2) >= 2;
+int ZQMatrixMedium::isDeterminedUpToTwice(const int* indexVector, int length) {
+  return std::min(determinedTimes(*this, indexVector, length, 2), 2);
 }
 
 void ZQMatrixMedium::printIndexVector(const int* indexVector, int length, int usePreProcessing, int level) {

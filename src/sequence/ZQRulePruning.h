@@ -49,7 +49,7 @@ struct ZQRulePruning {
       const ZQMatrixBaseElement* element = matrix.elementAt(position);
       if (element == nullptr || element->getWriteCount() < 1 || element->getOffsetToElementInNextDimension() != 0) continue;
       const int length = pathOf(matrix, position, depthLimit, path);
-      if (length < 0 || !matrix.isOverDeterminedMatrixData(path.data(), length)) continue;
+      if (length < 0 || matrix.isDeterminedUpToTwice(path.data(), length) < 2) continue;
       if (!isSpared(matrix, path.data(), length)) removed += removeLeaf(matrix, path.data(), length);
     }
     reportEnd(top - bottom + 1);

@@ -132,6 +132,11 @@ class ZQMatrixBaseInfo {
     return 1;
   }
 
+  /// Forgets the limits seen in every dimension.
+  void _resetIndexLimits();
+  /// Makes the index limits of this many dimensions; the other per-dimension arrays keep their room.
+  void _resizeIndexLimits(int capacity);
+
   // The arrays stay the record's. Each is valid until the record grows or is initialised anew.
   int* getSizeOfCoordinateDimensions() {
     return sizeOfCoordinateDimensions.data();
@@ -197,7 +202,6 @@ class ZQMatrixBaseInfo {
  private:
   int reportDimensionBeyondCapacity() const;
   bool growDimensionArrays(int capacity);
-  void resetIndexLimits();
   void printCoordinateSizes();
   long long smallestLegalMaximalIndex() const;
   void widenMatrixIndexInfo(int dimIndex, int index) {

@@ -3,12 +3,14 @@
 #pragma once
 
 #include "sequence/ZQMediumTier.h"
+#include "symbols/ZQFullSelfTest.h"
 #include "symbols/ZQMatrix.h"
 
 struct ZQFullTier {
   using Matrix = ZQMatrix;
   using Element = ZQMatrixElement;
   using Info = ZQMatrixInfo;
+  using SelfTest = ZQFullSelfTest;
   static constexpr int infoType = 2;
   static constexpr bool reportsMissingSlot = true;
 
@@ -59,6 +61,10 @@ struct ZQFullTier {
     }
     element.setSymbolID(0);
   }
+
+  static constexpr auto readBack = ZQMediumTier::readBack;
+  static constexpr auto readBack32 = ZQMediumTier::readBack32;
+  static constexpr auto readBack64 = ZQMediumTier::readBack64;
 
  private:
   static constexpr int lowestFollowedSymbol = 256;  // smaller ones are bytes, or come from files of a lower tier

@@ -74,6 +74,9 @@ int s_getWriteCountFromElement(ZQMatrixElement* element) { return element->getWr
 long long s_getValueFromElement(ZQMatrixElement* element) { return element->getValue(); }
 int s_getWriteCountWithSuccessorFromElement(ZQMatrixElement* element) { return element->getWriteCountWithSuccessor(); }
 int s_getWriteCountWithoutPredecessorFromElement(ZQMatrixElement* element) { return element->getWriteCountWithoutPredecessor(); }
+int s_perform1stMemoryTest(ZQMatrix* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->perform1stMemoryTest(which, numberOfWriteElements, numberOfEndElements, trim); }
+int s_performMatrixLinearTest(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->performMatrixLinearTest(numberOfWriteElements, numberOfEndElements, trim); }
+int s_perform1stMemoryTestSimplyfied(ZQMatrix* matrix, int which, int trim) { return matrix->perform1stMemoryTestSimplyfied(which, trim); }
 const char* s_getMatrixDescription(ZQMatrix* matrix) { return matrix->getMatrixDescription(); }
 void s_setMatrixDescription(ZQMatrix* matrix, const char* description) { matrix->setMatrixDescription(description); }
 const char* s_getMatrixOriginFilename(ZQMatrix* matrix) { return matrix->getMatrixOriginFilename(); }

@@ -74,6 +74,8 @@ int s_getWriteCountFromElement_Medium(ZQMatrixMediumElement* element) { return e
 long long s_getValueFromElement_Medium(ZQMatrixMediumElement* element) { return element->getValue(); }
 int s_getWriteCountWithSuccessorFromElement_Medium(ZQMatrixMediumElement* element) { return element->getWriteCountWithSuccessor(); }
 int s_getWriteCountWithoutPredecessorFromElement_Medium(ZQMatrixMediumElement* element) { return element->getWriteCountWithoutPredecessor(); }
+int s_perform1stMemoryTest_Medium(ZQMatrixMedium* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->perform1stMemoryTest(which, numberOfWriteElements, numberOfEndElements, trim); }
+int s_performMatrixLinearTest_Medium(ZQMatrixMedium* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->performMatrixLinearTest(numberOfWriteElements, numberOfEndElements, trim); }
 const char* s_getMatrixDescription_Medium(ZQMatrixMedium* matrix) { return matrix->getMatrixDescription(); }
 void s_setMatrixDescription_Medium(ZQMatrixMedium* matrix, const char* description) { matrix->setMatrixDescription(description); }
 const char* s_getMatrixOriginFilename_Medium(ZQMatrixMedium* matrix) { return matrix->getMatrixOriginFilename(); }
