@@ -93,7 +93,9 @@ inline void remove(ZQMatrix* matrix) {
 template <class Matrix>
 class MatrixContender {
  public:
-  MatrixContender() : matrix_(create(static_cast<Matrix*>(nullptr))) {}
+  /// 0 leaves out the phrases whose last item a shorter context fixes.
+  explicit MatrixContender(int includeOverdeterminedRules = 1)
+      : matrix_(create(static_cast<Matrix*>(nullptr))), includeOverdeterminedRules_(includeOverdeterminedRules) {}
   ~MatrixContender() { remove(matrix_); }
   MatrixContender(const MatrixContender&) = delete;
   MatrixContender& operator=(const MatrixContender&) = delete;
@@ -127,9 +129,11 @@ class MatrixContender {
     info->setCoordinateDimension(input.coordinateDimension);
     info->setPreProcessingType(input.isText ? ZQPreProcessingTypeANSIText : 0);
     info->setMaxPhraseLengthForUpdateWithSequence(input.phraseLimit);
+    info->setIncludeOverdeterminedRules(includeOverdeterminedRules_);
   }
 
   Matrix* matrix_;
+  int includeOverdeterminedRules_;
 };
 
 // --- a double-array trie of whole keys; it has no insertion from a node that is known

@@ -1,5 +1,6 @@
 // Learning beside the rivals. Every contender's tally is held against the one that std::unordered_map gives for the same input,
 // after the first learning and after the second.
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -46,6 +47,20 @@ const Tally& expectedTally(const Input& input) {
   return found->second;
 }
 
+/// Learning without the phrases whose last item a shorter context already fixes: there must be fewer, and none counted oftener.
+Measurement learnUndetermined(const Input& input) {
+  Measurement measured;
+  measured.operations = input.getNumberOfPhrases();
+  const long long residentBefore = residentBytes();
+  MatrixContender<ZQMatrixMedium> contender(0);
+  const StopWatch watch;
+  measured.isRight = contender.learn(input);
+  measured.seconds[0] = watch.seconds();
+  measured.residentBytes = residentBytes() - residentBefore;
+  measured.tally = contender.tally();
+  return measured;
+}
+
 using SharedInput = std::shared_ptr<const Input>;
 
 template <class Contender>
@@ -87,6 +102,24 @@ void registerContenders(const std::string& group, const SharedInput& input) {
 #endif
 }
 
+void registerUndetermined(const SharedInput& input) {
+  const auto run = [input](benchmark::State& state) {
+    const Tally& all = expectedTally(*input);
+    for (auto _ : state) {
+      Measurement measured = measureInChild([&] { return learnUndetermined(*input); });
+      const Tally& kept = measured.tally;
+      measured.isRight = measured.isRight && kept.distinct > 0 && kept.distinct < all.distinct && kept.sumOfSquares > 0 &&
+                         kept.sumOfSquares < all.sumOfSquares;
+      report(state, measured, measured.seconds[0]);
+      state.counters["distinct"] = static_cast<double>(kept.distinct);
+      state.counters["kept_percent"] = 100.0 * static_cast<double>(kept.distinct) / static_cast<double>(all.distinct);
+      state.counters["bytes"] = static_cast<double>(measured.residentBytes) / static_cast<double>(all.distinct);
+    }
+  };
+  const std::string row = "undetermined/" + input->name + "/zmatrix_medium";
+  benchmark::RegisterBenchmark(row.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
 }  // namespace
 
 void registerLearning(const std::string& text) {
@@ -96,6 +129,8 @@ void registerLearning(const std::string& text) {
     for (size_t size : sizes)
       if (size <= text.size()) registerContenders("learn", std::make_shared<const Input>(textInput(text, size, limit)));
   }
+  for (int limit : {16, 64})
+    registerUndetermined(std::make_shared<const Input>(textInput(text, std::min<size_t>(text.size(), 200'000), limit)));
   for (int items : {50'000, 100'000, 200'000, 400'000})
     registerContenders("triples", std::make_shared<const Input>(tripleInput(items, 4)));
 }

@@ -31,13 +31,15 @@ def ratio(value, base):
 columns = {
     "learn": [("first", "ns"), ("again", "again_ns")],
     "triples": [("first", "ns"), ("again", "again_ns")],
+    "undetermined": [("first", "ns"), ("kept", "kept_percent")],
     "generate": [("item", "ns")],
     "random": [("write", "ns"), ("read", "read_ns"), ("delete", "delete_ns")],
 }
 print("ns an operation; in brackets the ratio to absl::flat_hash_map (or std::unordered_map) in the same run; B = bytes")
-print("resident a distinct phrase. Sizes in thousands of bytes (text), items (triples) or vectors (random).")
+print("resident a distinct phrase. Undetermined: ns a phrase, and the percentage of the distinct phrases that are kept; B as if all")
+print("were. Sizes in thousands of bytes (text), items (triples) or vectors (random).")
 print()
-print("| work | phrase limit | size | what | first / again, write / read / delete, or an item | B |")
+print("| work | phrase limit | size | what | first / again, first / kept, write / read / delete, or an item | B |")
 print("|---|---|---|---|---|---|")
 for (group, limit, size), contenders in rows.items():
     base = contenders.get("absl") or contenders.get("unordered_map")
