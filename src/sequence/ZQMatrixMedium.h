@@ -4,6 +4,7 @@
 // vectors count integers unless a name says items.
 #pragma once
 
+#include "sequence/ZQKnownSuffixes.h"
 #include "settings/ZQMatrixMediumInfo.h"
 #include "store/ZQMatrixBase.h"
 
@@ -80,6 +81,7 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int initializeKernelSequenceWithPreProcessedSequence(const int* sequence, int length);
   int updateAndGetMatrixKernelHandle();
   int getNumberOfSuccessorsFromKernelHandle();
+  zmatrix::ZQKnownSuffixes& getKnownSuffixes() { return knownSuffixes; }
 
   // --- successors
   int* getNextPreProcessedObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod, int trueStart,
@@ -110,4 +112,6 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
  private:
   template <class Tier>
   friend struct ZQSequenceUpdate;
+
+  zmatrix::ZQKnownSuffixes knownSuffixes;  // scratch of the kernel search, for speed alone
 };

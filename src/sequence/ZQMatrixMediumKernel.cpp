@@ -7,6 +7,7 @@
 #include "frame/ZQGrowth.h"
 #include "frame/ZQSmallQueries.h"
 #include "frame/ZQSystemOwned.h"
+#include "sequence/ZQKnownSuffixes.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
 
@@ -22,20 +23,38 @@ struct KnownSuffix {
   int handle = -1;
 };
 
+/// The handle of an ending, one item down from the ending that it prolongs; -1 if it is not written.
+int handleBelow(ZQMatrixMedium& matrix, int position, const int* item, int suffixLength) {
+  const ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
+  if (suffixLength >= info->getMaxDimOfMatrix()) return -1;
+  for (int i = 0; i < info->getCoordinateDimension() && position >= 0; ++i) position = matrix.childAt(position, item[i]);
+  const ZQMatrixBaseElement* element = matrix.elementAt(position);
+  if (element == nullptr) return -1;
+  return element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0 ? position : -1;
+}
+
 /// Goes from the shortest suffix to longer ones. An unknown suffix, or one that nothing follows, ends the search: it doesn't jump
 /// to a longer one. This is the only place that knows how the suffixes are looked up.
 KnownSuffix longestKnownSuffix(ZQMatrixMedium& matrix, const int* sequence, int length) {
   const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
   const int longestSearched = matrix.getMatrixInfo()->getSkillOutputLevel();
   const int maximalStack = matrix.getMatrixFileHeader()->getMaximalStack();
+  zmatrix::ZQKnownSuffixes& last = matrix.getKnownSuffixes();
+  const bool continuesLast = last.isContinuedBy(matrix, sequence, length);
+  last.found.clear();
   KnownSuffix known;
-  for (int suffixLength = coordinateDimension;; suffixLength += coordinateDimension) {
-    const int handle = matrix.getMatrixHandleFromElementVector(sequence + (length - suffixLength), suffixLength);
+  for (int suffixLength = coordinateDimension; suffixLength <= length; suffixLength += coordinateDimension) {
+    const int above = continuesLast ? last.positionOf(matrix, last.found.size()) : -1;
+    const int handle = above >= 0 ? handleBelow(matrix, above, sequence + (length - coordinateDimension), suffixLength)
+                                  : matrix.getMatrixHandleFromElementVector(sequence + (length - suffixLength), suffixLength);
     if (handle > maximalStack) dbPrintf(0, "initializeKernelSequence: error: handle > maxStackPtr!\n");
-    if (handle < 0 || matrix.hasMatrixHandleSuccessors(handle) < 1) return known;
+    if (handle < 0 || matrix.hasMatrixHandleSuccessors(handle) < 1) break;
     known = {suffixLength, handle};
-    if (suffixLength >= length || suffixLength >= longestSearched) return known;
+    last.found.push_back({handle, matrix.elementAt(handle)});
+    if (suffixLength >= longestSearched) break;
   }
+  last.remember(matrix, sequence + (length - known.length), known.length);
+  return known;
 }
 
 /// 0 if a preprocessed sequence of this length may become the kernel, or the number of the refusal.

@@ -270,7 +270,8 @@ TYPED_TEST(StoreTwinTest, phrasesOfWideItems) {
 }
 
 // Some 80,000 elements, packed, then worked on by each method in turn: the periodic scan deep inside the block, growth at nine
-// tenths of it, holes that deletes leave behind, and fields that have to travel far.
+// tenths of it, holes that deletes leave behind, and fields of few elements at many different distances, which must look far for
+// room.
 TEST(StoreTwinLarge, packedBlock) {
   constexpr int parents = 260, children = 300;
   StoreTwin<ZQMatrixMedium> twin(parents * children * 53 / 50);
@@ -283,10 +284,12 @@ TEST(StoreTwinLarge, packedBlock) {
   for (const int method : {3, 2, 0, 1}) {
     SCOPED_TRACE("method " + std::to_string(method));
     twin.setMethod(0, method);
-    for (int i = 0; i < 1200 && twin.sound(); ++i) {
-      twin.write({dice.below(parents), dice.below(children), dice.between(-2, 2)}, i);
-      if (dice.oneIn(10)) twin.write({dice.below(parents), dice.below(2 * children)}, i);
-      if (dice.oneIn(10)) twin.remove({dice.below(parents), dice.below(children)}, 0);
+    for (int i = 0; i < 1000 && twin.sound(); ++i) {
+      const int p = dice.below(parents), k = dice.below(children);
+      twin.write({p, k, dice.between(-2, 2)}, i);
+      if (dice.oneIn(3)) twin.write({p, k, dice.between(250, 250 + 4 * i)}, i);
+      if (dice.oneIn(10)) twin.write({p, dice.below(2 * children)}, i);
+      if (dice.oneIn(10)) twin.remove({p, dice.below(children)}, 0);
     }
     if (!twin.sound()) return;
     twin.compare();
