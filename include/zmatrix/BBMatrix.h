@@ -59,6 +59,15 @@ class BBMatrix {
   long long getUserRandomValue() { return s_getUserRandomValue(matrix); }
   int initializeKernelSequenceWithOriginalSequence(const int* sequence, int length, int setInitialValues) { return s_initializeKernelSequenceWithOriginalSequence(matrix, sequence, length, setInitialValues); }
   void mFree(void* pointer) { s_mFree(matrix, pointer); }
+  /// Both counts start at 0, and no message tells a result below 1; -2 for any other `which` than 1 and 2.
+  int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) {
+    *numberOfWriteElements = 0;
+    *numberOfEndElements = 0;
+    if (which == 1) return s_performMatrixLinearTest(matrix, numberOfWriteElements, numberOfEndElements, trim);
+    if (which == 2) return performMatrixConsistencyTestBB(matrix, numberOfWriteElements, numberOfEndElements, trim);
+    return -2;
+  }
+  int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim) { return s_performMatrixLinearTest(matrix, numberOfWriteElements, numberOfEndElements, trim); }
   void printMatrixOverallInfo() { s_printMatrixOverallInfo(matrix); }
   int readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName) { return s_readAnsiObjexsAndWriteToAnsiFile(matrix, numberOfObjex, fileName); }
   long long readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor, int* writeCountWithoutPredecessor) { return s_readMatrixData(matrix, indexVector, length, existCode, writeCount, writeCountWithSuccessor, writeCountWithoutPredecessor); }
@@ -66,6 +75,8 @@ class BBMatrix {
   long long readMatrixElement(const int* indexVector, int length, int* existCode) { return s_readMatrixElement(matrix, indexVector, length, existCode); }
   long long readMatrixElement32(const int* items, int length, int* existCode) { return s_readMatrixElement32(matrix, items, length, existCode); }
   int* readObjexFromMatrix(double* probability, double* stopProbability) { return s_readObjexFromMatrix(matrix, probability, stopProbability); }
+  int removeLongElements(int maximalLength) { return s_removeLongElements(matrix, maximalLength); }
+  int removeOverDeterminedElements() { return s_removeOverDeterminedElements(matrix); }
   void setAddUpdateInfo(int addUpdateInfo) { s_setAddUpdateInfo(matrix, addUpdateInfo); }
   void setAllowLargeIndices(int allowLargeIndices) { s_setAllowLargeIndices(matrix, allowLargeIndices); }
   void setCoordinateDimension(int coordinateDimension) { s_setCoordinateDimension(matrix, coordinateDimension); }

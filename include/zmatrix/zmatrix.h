@@ -788,6 +788,36 @@ int s_getWriteCountWithSuccessorFromElement_Medium(ZQMatrixMediumElement* elemen
 int s_getWriteCountWithoutPredecessorFromElement(ZQMatrixElement* element);
 int s_getWriteCountWithoutPredecessorFromElement_Medium(ZQMatrixMediumElement* element);
 
+// ---- Self-tests ---------------------------------------------------------------------------------------------------------------
+
+/// Runs a self-test on the current sub-matrix: `which` 1 the scan of the block, 2 the walk from the root. A result below
+/// 1 is told at level 0; -2 any other `which`.
+/// `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1
+/// cuts the block behind what is in use; for a matrix with one occupied sub-matrix.
+/// Result: 1 sound; 0 a fault, told at level 0; -1 empty.
+int s_perform1stMemoryTest(ZQMatrix* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+int s_perform1stMemoryTest_Medium(ZQMatrixMedium* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+int s_perform1stMemoryTest_Base(ZQMatrixBase* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+
+/// Scans the block of the current sub-matrix, follows each written element to its root, and compares the counters; from
+/// the medium tier up it recounts the rules.
+/// `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1
+/// cuts the block behind what is in use; for a matrix with one occupied sub-matrix.
+/// Result: 1 sound; 0 a fault, told at level 0; -1 empty.
+int s_performMatrixLinearTest(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+int s_performMatrixLinearTest_Medium(ZQMatrixMedium* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+int s_performMatrixLinearTest_Base(ZQMatrixBase* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+
+/// Walks the current sub-matrix from its root through all fields and compares the counters: what
+/// `BBMatrix::perform1stMemoryTest` needs besides the scan.
+/// `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1
+/// cuts the block behind what is in use; for a matrix with one occupied sub-matrix.
+/// Result: 1 sound; 0 a fault, told at level 0; -1 empty.
+int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+
+/// The same as `s_perform1stMemoryTest` for a host that doesn't want the two counts.
+int s_perform1stMemoryTestSimplyfied(ZQMatrix* matrix, int which, int trim);
+
 // ---- What the whole matrix says of itself -------------------------------------------------------------------------------------
 
 /// The free text kept with the matrix. It belongs to the matrix.
@@ -2490,6 +2520,29 @@ int* s_readObjexAndHandleFromMatrixForSuccessorIndex_Medium(ZQMatrixMedium* matr
 /// Prints an item at level 0, in the manner of the matrix type and without a line end. `objex`: `coordinateDimension`
 /// integers; null prints a line end.
 void s_dbPrintSuccessorObjex_Medium(ZQMatrixMedium* matrix, const int* objex);
+
+// ---- Pruning ------------------------------------------------------------------------------------------------------------------
+
+/// Removes, level by level, the phrases that say nothing a shorter phrase doesn't say. Handles end with it. Reports
+/// progress.
+/// Result: 1 when a last pass found nothing more; 0 for an empty sub-matrix or an error.
+int s_removeOverDeterminedElements(ZQMatrix* matrix);
+int s_removeOverDeterminedElements_Medium(ZQMatrixMedium* matrix);
+
+/// Removes all index vectors of more than `maximalLength` integers. Handles end with it. Reports progress.
+/// Result: the elements taken out; 1 for an empty sub-matrix; -1 if the matrix has no block.
+int s_removeLongElements(ZQMatrix* matrix, int maximalLength);
+int s_removeLongElements_Medium(ZQMatrixMedium* matrix, int maximalLength);
+
+/// Empties a sub-matrix, elements and settings. The current ID stays, but for a sub-matrix that is already empty.
+/// Result: 1 emptied; -1, with a message at level 0, if it was the only one, out of range or nothing was to remove.
+int s_clearMatrixForID(ZQMatrix* matrix, int matrixID);
+int s_clearMatrixForID_Medium(ZQMatrixMedium* matrix, int matrixID);
+
+/// Gives up the reserved sub-matrices above the highest occupied one.
+/// Result: 1 done; -1, with a message at level 1, if there is none to give up.
+int s_removeEmptyMatrices(ZQMatrix* matrix);
+int s_removeEmptyMatrices_Medium(ZQMatrixMedium* matrix);
 
 // ---- Levels of the full tier --------------------------------------------------------------------------------------------------
 

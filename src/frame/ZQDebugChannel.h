@@ -15,8 +15,7 @@ struct ZQDebugChannel {
 
   /// True if a message of this level would come out: what a hot path asks before it builds one.
   static bool shows(int level) {
-    return globalDebugOutputDevice != 0 && globalDebugLevel >= level &&
-           (globalDebugOutputDevice == 1 || fpMatrixErr != nullptr);
+    return globalDebugOutputDevice != 0 && globalDebugLevel >= level && (globalDebugOutputDevice == 1 || fpMatrixErr != nullptr);
   }
 };
 

@@ -1,5 +1,6 @@
 // Heap allocation as the library hands it across its boundary: whatever a host receives to keep comes from here and goes back
-// through systemFree. The three operations are the C heap's own, with one limit that a test can lower to see what a full memory does.
+// through systemFree. The three operations are the C heap's own, with one limit that a test can lower to see what a full memory
+// does.
 #pragma once
 
 #include <cstddef>

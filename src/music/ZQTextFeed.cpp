@@ -18,7 +18,7 @@ void showTextPhrase(std::span<const int> phrase) {
     printf("\n");
   }
   FILE* debugFile = ZQDebugChannel::fpMatrixErr;
-  if (device >= 2 && debugFile != nullptr) {
+  if ((device == 2 || device == 3) && debugFile != nullptr) {
     fputs(announcement, debugFile);
     for (int value : shown) fputc(value & 0xFF, debugFile);
     fputc('\n', debugFile);

@@ -2,6 +2,7 @@
 #include "sequence/ZQMatrixMedium.h"
 
 #include "sequence/ZQMediumTier.h"
+#include "sequence/ZQRulePruning.h"
 #include "store/ZQItemSplit.h"
 #include "store/ZQStoreDelete.h"
 #include "store/ZQStoreWrite.h"
@@ -71,6 +72,26 @@ int ZQMatrixMedium::deleteMatrixElement64(const long long* items, int length, in
 
 void ZQMatrixMedium::makeMatrixEmpty() {
   getMatrixInfo()->initMatrixInfo(currentMatrixID);
+}
+
+int ZQMatrixMedium::removeOverDeterminedElements() {
+  return ZQRulePruning<Tier>::removeOverDetermined(*this);
+}
+
+int ZQMatrixMedium::removeOverDeterminedElementsSingleIteration(int passNumber) {
+  return ZQRulePruning<Tier>::removeOverDeterminedOnce(*this, passNumber);
+}
+
+int ZQMatrixMedium::removeLongElements(int maximalLength) {
+  return ZQRulePruning<Tier>::removeLong(*this, maximalLength);
+}
+
+int ZQMatrixMedium::clearMatrixForID(int matrixID) {
+  return ZQRulePruning<Tier>::clearForID(*this, matrixID);
+}
+
+int ZQMatrixMedium::removeEmptyMatrices() {
+  return ZQRulePruning<Tier>::removeEmpty(*this);
 }
 
 long long ZQMatrixMedium::readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount,

@@ -41,7 +41,23 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
                              int* writeCountWithoutPredecessor);
   int isRuleMatrixData(ZQMatrixMediumElement** element);
   int isDeterminedMatrixData(const int* indexVector, int length);
+  /// 0, 1, or 2 where isDeterminedMatrixData is 2 or more: all that most callers want, found without counting on.
+  int isDeterminedUpToTwice(const int* indexVector, int length);
   void printIndexVector(const int* indexVector, int length, int usePreProcessing, int level);
+
+  // --- pruning
+  int removeOverDeterminedElements();
+  int removeOverDeterminedElementsSingleIteration(int passNumber);
+  int removeLongElements(int maximalLength);
+  int clearMatrixForID(int matrixID);
+  int removeEmptyMatrices();
+
+  // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
+  int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  int performMatrixConsistencyTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  /// Reads vectors back whose values are known: 1, or -1 if an array is missing.
+  int perform2ndMemoryTest(int numberOfVectors, int** indexVectors, int* lengths, long long* values, int* errors, int* tests);
 
   // --- preprocessing and back
   int* getPreProcessedSequenceFromOriginalSequence(const int* originalSequence, int length, int* resultLength);

@@ -110,6 +110,8 @@ int** ZQMatrixMedium::getPreProcessedObjexSequenceFromOriginalObjexSequence(int*
 
 int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjex(int* objex) {
   ZQMatrixMediumInfo* info = getMatrixInfo();
+  // The length is a plain field: it may say more than the rows hold.
+  if (!info->provideKernelOriginalRows(info->getLengthOfKernelOriginalSequence())) return nullptr;
   const PrecedingItems kernel =
       PrecedingItems::inRows(info->getKernelOriginalSequence(), info->getLengthOfKernelOriginalSequence());
   return zmatrix::nextOriginalObjex(settingsOf(info), kernel, objex, illegalTimeSignature);

@@ -365,7 +365,11 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
   answer(stopProbability, certainStopOf(*mediumElementAt(*this, chosen)));
   answer(handle, chosen);
   int* item = getObjexFromMatrixHandle(chosen);
-  if (updateKernel == 1 && item != nullptr) appendToPreProcessedKernel(*this, item);
+  if (updateKernel != 1) return item;
+  if (item != nullptr)
+    appendToPreProcessedKernel(*this, item);
+  else
+    initializeKernelSequenceWithPreProcessedSequence(nullptr, 0);
   return item;
 }
 

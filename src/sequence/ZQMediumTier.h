@@ -3,11 +3,13 @@
 #pragma once
 
 #include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQMediumSelfTest.h"
 
 struct ZQMediumTier {
   using Matrix = ZQMatrixMedium;
   using Element = ZQMatrixMediumElement;
   using Info = ZQMatrixMediumInfo;
+  using SelfTest = ZQMediumSelfTest;
   static constexpr int infoType = 1;
   static constexpr bool reportsMissingSlot = true;
 
@@ -27,6 +29,8 @@ struct ZQMediumTier {
   /// Symbols are the full tier's.
   static void markPhrase(WriteFlags&, const int*, int) {}
   static int* deriveMarkers(Matrix&, const int*, int) { return nullptr; }
+  static bool sparesSymbols(const Info&) { return false; }
+  static bool carriesSymbol(const Element&) { return false; }
 
   static void onMoving(Matrix&, Element&, int) {}
 
@@ -34,5 +38,19 @@ struct ZQMediumTier {
     element.setWriteCountWithSuccessor(0);
     if (element.getWriteCountWithoutPredecessor() > 0) info.decrementNumberOfStartElements();
     element.setWriteCountWithoutPredecessor(0);
+  }
+
+  /// Reads of a vector for a test that knows its value, and not the counts of neighbours.
+  static long long readBack(Matrix& matrix, const int* vector, int length, int* existCode, int* writeCount) {
+    int withSuccessor = 0, withoutPredecessor = 0;
+    return matrix.readMatrixData(vector, length, existCode, writeCount, &withSuccessor, &withoutPredecessor);
+  }
+  static long long readBack32(Matrix& matrix, const int* items, int length, int* existCode, int* writeCount) {
+    int withSuccessor = 0, withoutPredecessor = 0;
+    return matrix.readMatrixData32(items, length, existCode, writeCount, &withSuccessor, &withoutPredecessor);
+  }
+  static long long readBack64(Matrix& matrix, const long long* items, int length, int* existCode, int* writeCount) {
+    int withSuccessor = 0, withoutPredecessor = 0;
+    return matrix.readMatrixData64(items, length, existCode, writeCount, &withSuccessor, &withoutPredecessor);
   }
 };

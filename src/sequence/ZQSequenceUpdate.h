@@ -185,7 +185,7 @@ struct ZQSequenceUpdate {
       position += at->getOffsetToElementInPrevDimension();
     }
     if (c > 1) return true;
-    const double stops = element->getWriteCount() - element->getWriteCountWithSuccessor();
+    const double stops = static_cast<double>(element->getWriteCount()) - element->getWriteCountWithSuccessor();
     return std::fabs(stops / element->getWriteCount()) <= 1e-9;
   }
 
@@ -200,7 +200,7 @@ struct ZQSequenceUpdate {
       const bool isWritten = matrix.existMatrixData(previous, known) >= 2;
       dbPrintf(1, isWritten ? "preceding phrase more than once post-rewritten\n"
                             : "preceding phrase has writeCount =0! will be post-written\n");
-      if (ZQDebugChannel::shows(1)) matrix.printIndexVector(previous, known, 0, 1);
+      matrix.printIndexVector(previous, known, 0, 1);  // asks the matrix's own level, which may be another than the channel's
       phrases.takeIn(firstOfPreviousRun + place / c);
       typename Tier::WriteFlags flags{};
       flags.startFlag = startFlag;

@@ -39,7 +39,7 @@ int ZQMatrixBaseInfo::initMatrixInfo(int id) {
   const bool hasRoom = sizeOfCoordinateDimensions.assign(coordinateDimension, unusedCoordinateSize) &&
                        minimalIndices.resize(internalCurrentDimension, 0) && maximalIndices.resize(internalCurrentDimension, 0) &&
                        matrixPtr.assign(internalCurrentDimension + 1, 0) && temporaryMemory.assign(firstTemporaryMemory, 0);
-  resetIndexLimits();
+  _resetIndexLimits();
   return hasRoom ? 1 : 0;
 }
 
@@ -139,7 +139,7 @@ void ZQMatrixBaseInfo::setMaximalMatrixIndex(int index) {
     dbPrintf(0, "error: setMaximalIndex for non-empty matrix failed because matrix contains values with higher indices\n");
   } else {
     maximalMatrixIndex = index;
-    resetIndexLimits();
+    _resetIndexLimits();
   }
 }
 
@@ -154,10 +154,16 @@ long long ZQMatrixBaseInfo::smallestLegalMaximalIndex() const {
   return bound;
 }
 
-void ZQMatrixBaseInfo::resetIndexLimits() {
+void ZQMatrixBaseInfo::_resetIndexLimits() {
   const int beyond = zmatrix::successorOf(maximalMatrixIndex);
   minimalIndices.fillFrom(0, beyond);
   maximalIndices.fillFrom(0, zmatrix::negativeOf(beyond));
+}
+
+void ZQMatrixBaseInfo::_resizeIndexLimits(int capacity) {
+  const int beyond = zmatrix::successorOf(maximalMatrixIndex);
+  if (!minimalIndices.resize(capacity, beyond) || !maximalIndices.resize(capacity, zmatrix::negativeOf(beyond))) return;
+  internalCurrentDimension = capacity;
 }
 
 int ZQMatrixBaseInfo::setSizeOfCoordDimension(int dimension, int size) {

@@ -19,9 +19,12 @@ constexpr double growthFactor = 1.618;  ///< of every array that grows
 template <class T>
 using AccessorType = std::conditional_t<std::is_enum_v<T>, int, T>;
 
-/// `value` + 1, going round at the end of the type as the index limits do.
+/// `value` + 1 and - 1, going round at the ends of the type: index limits and counters may stand there.
 inline int successorOf(int value) {
   return static_cast<int>(static_cast<unsigned>(value) + 1u);
+}
+inline int predecessorOf(int value) {
+  return static_cast<int>(static_cast<unsigned>(value) - 1u);
 }
 inline int negativeOf(int value) {
   return static_cast<int>(0u - static_cast<unsigned>(value));
@@ -84,31 +87,31 @@ class ZQMatrixBaseInfo {
   int setSizeOfCoordDimension(int dimension, int size);
 
   void incrementNumberOfMatrixElements() {
-    ++numberOfMatrixElements;
+    numberOfMatrixElements = zmatrix::successorOf(numberOfMatrixElements);
   }
   void decrementNumberOfMatrixElements() {
-    --numberOfMatrixElements;
+    numberOfMatrixElements = zmatrix::predecessorOf(numberOfMatrixElements);
   }
   void incrementNumberOfWriteElements() {
-    ++numberOfWriteElements;
+    numberOfWriteElements = zmatrix::successorOf(numberOfWriteElements);
   }
   void decrementNumberOfWriteElements() {
-    --numberOfWriteElements;
+    numberOfWriteElements = zmatrix::predecessorOf(numberOfWriteElements);
   }
   void incrementNumberOfEndElements() {
-    ++numberOfEndElements;
+    numberOfEndElements = zmatrix::successorOf(numberOfEndElements);
   }
   void decrementNumberOfEndElements() {
-    --numberOfEndElements;
+    numberOfEndElements = zmatrix::predecessorOf(numberOfEndElements);
   }
   void incrementNumberOfWriteEvents() {
-    ++numberOfMatrixWriteEvents;
+    numberOfMatrixWriteEvents = zmatrix::successorOf(numberOfMatrixWriteEvents);
   }
   void incrementNumberOfDeleteEvents() {
-    ++numberOfMatrixDeleteEvents;
+    numberOfMatrixDeleteEvents = zmatrix::successorOf(numberOfMatrixDeleteEvents);
   }
   void incrementNumberOfWriteCounts() {
-    ++numberOfWriteCounts;
+    numberOfWriteCounts = zmatrix::successorOf(numberOfWriteCounts);
   }
   void addToNumberOfWriteCounts(int count) {
     numberOfWriteCounts = static_cast<int>(static_cast<unsigned>(numberOfWriteCounts) + static_cast<unsigned>(count));
@@ -128,6 +131,11 @@ class ZQMatrixBaseInfo {
     if (static_cast<unsigned>(dimIndex) < static_cast<unsigned>(maximalIndices.size())) widenMatrixIndexInfo(dimIndex, index);
     return 1;
   }
+
+  /// Forgets the limits seen in every dimension.
+  void _resetIndexLimits();
+  /// Makes the index limits of this many dimensions; the other per-dimension arrays keep their room.
+  void _resizeIndexLimits(int capacity);
 
   // The arrays stay the record's. Each is valid until the record grows or is initialised anew.
   int* getSizeOfCoordinateDimensions() {
@@ -194,7 +202,6 @@ class ZQMatrixBaseInfo {
  private:
   int reportDimensionBeyondCapacity() const;
   bool growDimensionArrays(int capacity);
-  void resetIndexLimits();
   void printCoordinateSizes();
   long long smallestLegalMaximalIndex() const;
   void widenMatrixIndexInfo(int dimIndex, int index) {

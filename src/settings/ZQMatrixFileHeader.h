@@ -63,6 +63,7 @@ class ZQMatrixFileHeader {
   int getNumberOfMatrices() const { return numberOfMatrices; }
   /// Can raise the count only, up to maxNumberOfMatrices; anything else is refused in silence.
   void setNumberOfMatrices(int number);
+  void _setNumberOfMatrices(int value) { numberOfMatrices = value; }
   int getMatrixAILevel() const { return matrixAILevel; }
   /// Stores 0 and 1 only, in silence.
   void setMatrixAILevel(int level);
@@ -76,7 +77,7 @@ class ZQMatrixFileHeader {
   void _setMaximalStack(int value) { maximalStack = value; }
   int getNumberOfMatrixUpdates() const { return numberOfMatrixUpdates; }
   void setNumberOfMatrixUpdates(int value) { numberOfMatrixUpdates = value; }
-  void incrementNumberOfMatrixUpdates() { ++numberOfMatrixUpdates; }
+  void incrementNumberOfMatrixUpdates() { numberOfMatrixUpdates = zmatrix::successorOf(numberOfMatrixUpdates); }
   int getNumberOfAppendedUpdates() const { return numberOfAppendedUpdates; }
   void setNumberOfAppendedUpdates(int value) { numberOfAppendedUpdates = value; }
   void incrementNumberOfAppendedUpdates() { numberOfAppendedUpdates = zmatrix::successorOf(numberOfAppendedUpdates); }

@@ -36,10 +36,10 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
   }
 
   void incrementNumberOfSymbols() {
-    ++numberOfSymbols;
+    numberOfSymbols = zmatrix::successorOf(numberOfSymbols);
   }
   void decrementNumberOfSymbols() {
-    --numberOfSymbols;
+    numberOfSymbols = zmatrix::predecessorOf(numberOfSymbols);
   }
   void incrementNewSymbol() {
     newSymbol = zmatrix::successorOf(newSymbol);

@@ -110,31 +110,31 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void setMidiChannelFilterArray(const char* channels);
 
   void incrementUpdateIndex() {
-    ++updateIndex;
+    updateIndex = zmatrix::successorOf(updateIndex);
   }
   void incrementNumberOfRuleElements() {
-    ++numberOfRuleElements;
+    numberOfRuleElements = zmatrix::successorOf(numberOfRuleElements);
   }
   void decrementNumberOfRuleElements() {
-    --numberOfRuleElements;
+    numberOfRuleElements = zmatrix::predecessorOf(numberOfRuleElements);
   }
   void incrementNumberOfUniqueRuleElements() {
-    ++numberOfUniqueRuleElements;
+    numberOfUniqueRuleElements = zmatrix::successorOf(numberOfUniqueRuleElements);
   }
   void decrementNumberOfUniqueRuleElements() {
-    --numberOfUniqueRuleElements;
+    numberOfUniqueRuleElements = zmatrix::predecessorOf(numberOfUniqueRuleElements);
   }
   void incrementNumberOfOverDeterminedRules() {
-    ++numberOfOverDeterminedRules;
+    numberOfOverDeterminedRules = zmatrix::successorOf(numberOfOverDeterminedRules);
   }
   void decrementNumberOfOverDeterminedRules() {
-    --numberOfOverDeterminedRules;
+    numberOfOverDeterminedRules = zmatrix::predecessorOf(numberOfOverDeterminedRules);
   }
   void incrementNumberOfStartElements() {
-    ++numberOfStartElements;
+    numberOfStartElements = zmatrix::successorOf(numberOfStartElements);
   }
   void decrementNumberOfStartElements() {
-    --numberOfStartElements;
+    numberOfStartElements = zmatrix::predecessorOf(numberOfStartElements);
   }
 
   /// Drops the kernel arrays for new ones of zeros, even if the dimension is then refused.

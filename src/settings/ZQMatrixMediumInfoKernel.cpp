@@ -2,6 +2,7 @@
 // count items, the rows hold one coordinate each. The internal lengths follow their own rules and may say less than the rows
 // hold; rows never shrink, so nothing here depends on them.
 #include <algorithm>
+#include <climits>
 #include <iterator>
 
 #include "frame/ZQDebugChannel.h"
@@ -54,7 +55,8 @@ int ZQMatrixMediumInfo::resetKernelSequence(int id, int resetInitialValues) {
                "_lengthOfKernelPreProcessedSequence(%d)) <0)\n",
                lengthOfKernelOriginalSequence, lengthOfKernelPreProcessedSequence);
     }
-    lengthOfKernelOriginalSequence -= lengthOfKernelPreProcessedSequence;
+    const long long itemsLeft = static_cast<long long>(lengthOfKernelOriginalSequence) - lengthOfKernelPreProcessedSequence;
+    lengthOfKernelOriginalSequence = static_cast<int>(std::clamp<long long>(itemsLeft, INT_MIN, INT_MAX));
   }
   lengthOfKernelPreProcessedSequence = 0;
   kernelMatrixHandle = id;

@@ -3,11 +3,13 @@
 #pragma once
 
 #include "store/ZQMatrixBase.h"
+#include "store/ZQSelfTestTexts.h"
 
 struct ZQBaseTier {
   using Matrix = ZQMatrixBase;
   using Element = ZQMatrixBaseElement;
   using Info = ZQMatrixBaseInfo;
+  using SelfTest = zmatrix::NoAdditionalSelfTest;
   static constexpr int infoType = 0;
   static constexpr bool reportsMissingSlot = false;  ///< says "hier ist der Fehler1" where no free slot was found
 
@@ -20,4 +22,15 @@ struct ZQBaseTier {
   static void onMoving(Matrix&, Element&, int) {}
   /// A written inner element loses its write and stays as a path.
   static void onUnwritten(Matrix&, Info&, Element&) {}
+
+  /// Reads of a vector for a test that knows its value.
+  static long long readBack(Matrix& matrix, const int* vector, int length, int* existCode, int* writeCount) {
+    return matrix.readMatrixData(vector, length, existCode, writeCount);
+  }
+  static long long readBack32(Matrix& matrix, const int* items, int length, int* existCode, int* writeCount) {
+    return matrix.readMatrixData32(items, length, existCode, writeCount);
+  }
+  static long long readBack64(Matrix& matrix, const long long* items, int length, int* existCode, int* writeCount) {
+    return matrix.readMatrixData64(items, length, existCode, writeCount);
+  }
 };

@@ -44,7 +44,8 @@ Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Resul
   const long long splitLength = static_cast<long long>(length) * coordinatesOfItem;
   // What the plain operation refuses by its length alone is never read.
   if (length < 1 || splitLength > info->getMaxDimOfMatrix()) {
-    return operation(nullptr, static_cast<int>(splitLength > INT_MAX ? INT_MAX : splitLength < 0 ? -1 : splitLength));
+    static constexpr int neverRead = 0;
+    return operation(&neverRead, static_cast<int>(splitLength > INT_MAX ? INT_MAX : splitLength < 0 ? -1 : splitLength));
   }
   const long long m = info->getMaximalMatrixIndex();
   std::unique_ptr<int[]> vector(new (std::nothrow) int[static_cast<size_t>(splitLength)]);
@@ -53,13 +54,18 @@ Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Resul
   return operation(vector.get(), static_cast<int>(splitLength));
 }
 
+/// The position of the element that the last read walk found at the end of this vector. The begin of a field may lie beyond an
+/// int, where the indices are as large as one: the stored path goes round there, and so does this sum.
+inline int positionAtEndOfPath(const ZQMatrixBase& matrix, const int* indexVector, int length) {
+  return static_cast<int>(static_cast<unsigned>(indexVector[length - 1]) +
+                          static_cast<unsigned>(matrix.getMatrixInfo()->getMatrixPtr()[length]));
+}
+
 /// The element of a vector and its exist code; null for a code below 1.
 inline ZQMatrixBaseElement* readElement(ZQMatrixBase& matrix, const int* indexVector, int length, int* existCode) {
   const int code = matrix.existMatrixData(indexVector, length);
   if (existCode != nullptr) *existCode = code;
-  return code < 1
-             ? nullptr
-             : matrix.elementAt(static_cast<long long>(indexVector[length - 1]) + matrix.getMatrixInfo()->getMatrixPtr()[length]);
+  return code < 1 ? nullptr : matrix.elementAt(positionAtEndOfPath(matrix, indexVector, length));
 }
 
 }  // namespace zmatrix

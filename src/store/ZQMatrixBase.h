@@ -118,6 +118,13 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   int* getSuccessorHandlesFromMatrixHandle(int handle, int* count);
   int* getSuccessorOcronHandlesFromMatrixHandle(int handle, int ocronCode, int* count);
 
+  // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
+  int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  int performMatrixConsistencyTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  /// Reads vectors back whose values are known: 1, or -1 if an array is missing.
+  int perform2ndMemoryTest(int numberOfVectors, int** indexVectors, int* lengths, long long* values, int* errors, int* tests);
+
   // --- for the tellings that the tiers share
   /// The record of a slot, or null if the slot is empty or outside the block.
   ZQMatrixBaseElement* elementAt(long long position) const {
@@ -148,6 +155,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   friend struct ZQStoreWrite;
   template <class Tier>
   friend struct ZQStoreMove;
+  template <class Tier>
+  friend struct ZQStoreSelfTest;
 
   bool resizeBlock(int newSize);
   void pointEntriesAtBlock();

@@ -42,6 +42,8 @@ int ZQMatrixBase::expandMatrixBlock(int minimalSize) {
       return 0;
     }
   }
+  // A size that leaves no room for the roots can only come of a header or a caller that makes no sense: the block stays.
+  if (newSize < matrixFileHeader->getMaxNumberOfMatrices()) return 0;
   matrixFileHeader->_setMatrixBlockSize(static_cast<int>(newSize));
   if (!resizeBlock(static_cast<int>(newSize))) {
     deInitMatrix();

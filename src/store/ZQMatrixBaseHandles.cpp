@@ -11,48 +11,41 @@ namespace {
 constexpr int longestPath = 4096;  // coordinates of a path that a handle is followed up
 
 int handleOf(ZQMatrixBase& matrix, int existCode, const int* vector, int length) {
-  return existCode < 2 ? -1 : vector[length - 1] + matrix.getMatrixInfo()->getMatrixPtr()[length];
+  return existCode < 2 ? -1 : zmatrix::positionAtEndOfPath(matrix, vector, length);
 }
 
-// Visits the written items `depth` levels below a handle, in the order of the walk, until the visitor returns false.
+// Visits the written items `depth` levels below a handle, in the order of the walk, until the visitor returns false. The way up
+// is the way that led down, so that the walk ends whatever the links say.
 template <class Visitor>
 void visitSuccessors(ZQMatrixBase& matrix, int handle, Visitor visit) {
   const int depthOfItem = matrix.getMatrixInfo()->getCoordinateDimension();
-  if (handle < 0 || handle > matrix.getMaximalStack() || depthOfItem < 1) return;
-  long long at = handle;
+  if (handle < 0 || handle > matrix.getMaximalStack()) return;
+  if (depthOfItem < 1 || depthOfItem > zmatrix::largestCoordinateDimension) return;
+  long long wayDown[zmatrix::largestCoordinateDimension + 1];
   int depth = 0;
-  const ZQMatrixBaseElement* element = matrix.elementAt(at);
-  if (element == nullptr) return;
-  for (;;) {
+  wayDown[0] = handle;
+  const ZQMatrixBaseElement* element = matrix.elementAt(handle);
+  while (element != nullptr) {
     while (depth < depthOfItem && element->getOffsetToElementInNextDimension() != 0) {
-      at += element->getOffsetToElementInNextDimension();
-      element = matrix.elementAt(at);
+      const long long first = wayDown[depth] + element->getOffsetToElementInNextDimension();
+      element = matrix.elementAt(first);
       if (element == nullptr) return;
-      ++depth;
+      wayDown[++depth] = first;
     }
     if (depth == depthOfItem) {
-      for (;;) {
+      for (long long at = wayDown[depth];;) {
         if (element->getWriteCount() > 0 && !visit(static_cast<int>(at))) return;
         if (element->getOffsetToNextElementInDimension() < 1) break;
         at += element->getOffsetToNextElementInDimension();
         element = matrix.elementAt(at);
         if (element == nullptr) return;
       }
-      at += element->getOffsetToElementInPrevDimension();
-      element = matrix.elementAt(at);
-      if (element == nullptr) return;
-      --depth;
+      element = matrix.elementAt(wayDown[--depth]);
     }
-    while (depth > 0 && element->getOffsetToNextElementInDimension() < 1) {
-      at += element->getOffsetToElementInPrevDimension();
-      element = matrix.elementAt(at);
-      if (element == nullptr) return;
-      --depth;
-    }
+    while (depth > 0 && element->getOffsetToNextElementInDimension() < 1) element = matrix.elementAt(wayDown[--depth]);
     if (depth == 0) return;
-    at += element->getOffsetToNextElementInDimension();
-    element = matrix.elementAt(at);
-    if (element == nullptr) return;
+    wayDown[depth] += element->getOffsetToNextElementInDimension();
+    element = matrix.elementAt(wayDown[depth]);
   }
 }
 

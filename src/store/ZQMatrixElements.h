@@ -3,6 +3,15 @@
 // address for life; only the slot that points to it changes. The widest field stands first, so that no tier pays for padding.
 #pragma once
 
+namespace zmatrix {
+
+/// `value` + `addend`, going round at the end of the type: counts and links of a damaged file may be anything.
+inline void addTo(int& value, int addend) {
+  value = static_cast<int>(static_cast<unsigned>(value) + static_cast<unsigned>(addend));
+}
+
+}  // namespace zmatrix
+
 /// Element of the base tier: one step of a path.
 class ZQMatrixBaseElement {
  public:
@@ -10,8 +19,8 @@ class ZQMatrixBaseElement {
   void setValue(long long newValue) { value = newValue; }
   int getWriteCount() const { return writeCount; }
   void setWriteCount(int count) { writeCount = count; }
-  void incrementWriteCount() { ++writeCount; }
-  void decrementWriteCount() { --writeCount; }
+  void incrementWriteCount() { zmatrix::addTo(writeCount, 1); }
+  void decrementWriteCount() { zmatrix::addTo(writeCount, -1); }
   int getIndexInDimension() const { return indexInDimension; }
   void setIndexInDimension(int index) { indexInDimension = index; }
   int getOffsetToNextElementInDimension() const { return offsetToNextElementInDimension; }
@@ -20,10 +29,10 @@ class ZQMatrixBaseElement {
   void setOffsetToPreviousElementInDimension(int offset) { offsetToPreviousElementInDimension = offset; }
   int getOffsetToElementInNextDimension() const { return offsetToElementInNextDimension; }
   void setOffsetToElementInNextDimension(int offset) { offsetToElementInNextDimension = offset; }
-  void addOffsetToElementInNextDimension(int offset) { offsetToElementInNextDimension += offset; }
+  void addOffsetToElementInNextDimension(int offset) { zmatrix::addTo(offsetToElementInNextDimension, offset); }
   int getOffsetToElementInPrevDimension() const { return offsetToElementInPrevDimension; }
   void setOffsetToElementInPrevDimension(int offset) { offsetToElementInPrevDimension = offset; }
-  void addOffsetToElementInPrevDimension(int offset) { offsetToElementInPrevDimension += offset; }
+  void addOffsetToElementInPrevDimension(int offset) { zmatrix::addTo(offsetToElementInPrevDimension, offset); }
   void clearMatrixData() { *this = ZQMatrixBaseElement(); }
 
  private:
@@ -41,13 +50,13 @@ class ZQMatrixMediumElement : public ZQMatrixBaseElement {
  public:
   int getWriteCountWithSuccessor() const { return writeCountWithSuccessor; }
   void setWriteCountWithSuccessor(int count) { writeCountWithSuccessor = count; }
-  void incrementWriteCountWithSuccessor() { ++writeCountWithSuccessor; }
-  void decrementWriteCountWithSuccessor() { --writeCountWithSuccessor; }
-  void addWriteCountWithSuccessor(int count) { writeCountWithSuccessor += count; }
+  void incrementWriteCountWithSuccessor() { zmatrix::addTo(writeCountWithSuccessor, 1); }
+  void decrementWriteCountWithSuccessor() { zmatrix::addTo(writeCountWithSuccessor, -1); }
+  void addWriteCountWithSuccessor(int count) { zmatrix::addTo(writeCountWithSuccessor, count); }
   int getWriteCountWithoutPredecessor() const { return writeCountWithoutPredecessor; }
   void setWriteCountWithoutPredecessor(int count) { writeCountWithoutPredecessor = count; }
-  void incrementWriteCountWithoutPredecessor() { ++writeCountWithoutPredecessor; }
-  void decrementWriteCountWithoutPredecessor() { --writeCountWithoutPredecessor; }
+  void incrementWriteCountWithoutPredecessor() { zmatrix::addTo(writeCountWithoutPredecessor, 1); }
+  void decrementWriteCountWithoutPredecessor() { zmatrix::addTo(writeCountWithoutPredecessor, -1); }
   void clearMatrixData() { *this = ZQMatrixMediumElement(); }
 
  private:
@@ -62,7 +71,7 @@ class ZQMatrixElement : public ZQMatrixMediumElement {
   void setSymbolID(int symbol) { symbolID = symbol; }
   int getSymbolDownLinkHandle() const { return symbolDownLinkHandle; }
   void setSymbolDownLinkHandle(int handle) { symbolDownLinkHandle = handle; }
-  void addOffsetToSymbolDownLinkHandle(int offset) { symbolDownLinkHandle += offset; }
+  void addOffsetToSymbolDownLinkHandle(int offset) { zmatrix::addTo(symbolDownLinkHandle, offset); }
   void clearMatrixData() { *this = ZQMatrixElement(); }
 
  private:

@@ -3,7 +3,7 @@
 // did.
 #pragma once
 
-#include "store/ZQMatrixBase.h"
+#include "store/ZQItemSplit.h"
 
 template <class Tier>
 struct ZQStoreDelete {
@@ -17,7 +17,7 @@ struct ZQStoreDelete {
     const int code = matrix.existMatrixData(indexVector, length);
     if (code < 2) return code - 1;
     Info& info = *matrix.getMatrixInfo();
-    const int position = indexVector[length - 1] + info.getMatrixPtr()[length];
+    const int position = zmatrix::positionAtEndOfPath(matrix, indexVector, length);
     if (code == 3) {
       cutBack(matrix, info, position);
     } else if (keepInnerElements == 0) {
@@ -41,20 +41,21 @@ struct ZQStoreDelete {
       const ZQMatrixBaseElement* element = matrix.elementAt(current);
       if (element == nullptr || element->getOffsetToElementInNextDimension() != 0) break;
       if (removed > 0 && element->getWriteCount() > 0) break;
-      const int parent = current + element->getOffsetToElementInPrevDimension();
+      const long long parent = static_cast<long long>(current) + element->getOffsetToElementInPrevDimension();
       lastWriteCount = element->getWriteCount();
       unlink(matrix, info, current, parent);
       matrix.clearMatrixElement(current, 1);
       ++removed;
-      current = parent;
+      if (matrix.elementAt(parent) == nullptr) break;
+      current = static_cast<int>(parent);
     }
     info.incrementNumberOfDeleteEvents();
     info.decrementNumberOfWriteElements();
     // The count of the element that went last, not of the leaf.
-    info.addToNumberOfWriteCounts(-lastWriteCount);
+    info.addToNumberOfWriteCounts(zmatrix::negativeOf(lastWriteCount));
   }
 
-  static void unlink(Matrix& matrix, Info& info, int position, int parentPosition) {
+  static void unlink(Matrix& matrix, Info& info, int position, long long parentPosition) {
     const ZQMatrixBaseElement* element = matrix.elementAt(position);
     const int next = element->getOffsetToNextElementInDimension();
     const int previous = element->getOffsetToPreviousElementInDimension();
@@ -70,7 +71,7 @@ struct ZQStoreDelete {
       return;  // the parent has just become a leaf, so the number of end elements stays
     }
     if (previousElement == nullptr && parent != nullptr) {
-      parent->setOffsetToElementInNextDimension(position + next - parentPosition);
+      parent->setOffsetToElementInNextDimension(static_cast<int>(position + next - parentPosition));
     }
     info.decrementNumberOfEndElements();
   }

@@ -27,7 +27,8 @@ struct ZQStoreMove {
     refreshIndex(matrix, isPatched ? offset : 0);
     if (!isPatched) return 0;
     if (withIndex) *newElementIndex += offset;
-    *fieldBegin += offset;
+    // The begin is only a computed number, which may lie beyond an int where the indices are as large as one.
+    *fieldBegin = static_cast<int>(static_cast<unsigned>(*fieldBegin) + static_cast<unsigned>(offset));
     *firstElement += offset;
     *lastElement += offset;
     return offset;

@@ -49,11 +49,18 @@ struct ZQStoreWrite {
     }
     const int child = matrix.childAt(last, coordinate);
     if (child >= 0) {
+      if (matrix.elementAt(child)->getIndexInDimension() != coordinate) {
+        dbPrintf(0, "Das sollte nicht passieren!\n");
+        return false;
+      }
       last = child;
     } else {
       int stackCandidate = 0;
       const int inserted = makeChild(matrix, info, last, coordinate, stackCandidate);
-      if (inserted < 0) return false;
+      if (inserted < 0) {
+        reportPositionBeyondStack(matrix, last);
+        return false;
+      }
       last = inserted;
       raiseStack(matrix, stackCandidate);
       raiseStack(matrix, last);
@@ -100,7 +107,7 @@ struct ZQStoreWrite {
       dbPrintf(0, "Cannot insert element to an occupied index\n");
       return 0;
     }
-    const int parent = first + firstElement->getOffsetToElementInPrevDimension();
+    const long long parent = static_cast<long long>(first) + firstElement->getOffsetToElementInPrevDimension();
     int below = -1;
     int above = first;
     if (newPosition > first) {
@@ -123,7 +130,7 @@ struct ZQStoreWrite {
     info.incrementNumberOfMatrixElements();
     info.incrementNumberOfEndElements();
     element->setIndexInDimension(coordinate);
-    element->setOffsetToElementInPrevDimension(parent - newPosition);
+    element->setOffsetToElementInPrevDimension(static_cast<int>(parent - newPosition));
     if (below >= 0) {
       element->setOffsetToPreviousElementInDimension(below - newPosition);
       matrix.elementAt(below)->setOffsetToNextElementInDimension(newPosition - below);
@@ -131,7 +138,9 @@ struct ZQStoreWrite {
       if (firstElement->getOffsetToElementInPrevDimension() != parent - first) {
         dbPrintf(0, "internal error: unexpected offsetToElementInPrevDimension");
       }
-      if (ZQMatrixBaseElement* owner = matrix.elementAt(parent)) owner->setOffsetToElementInNextDimension(newPosition - parent);
+      if (ZQMatrixBaseElement* owner = matrix.elementAt(parent)) {
+        owner->setOffsetToElementInNextDimension(static_cast<int>(newPosition - parent));
+      }
     }
     if (above >= 0) {
       element->setOffsetToNextElementInDimension(above - newPosition);
@@ -151,6 +160,12 @@ struct ZQStoreWrite {
   static void raiseStack(Matrix& matrix, int position) {
     ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
     if (position > header->getMaximalStack()) header->_setMaximalStack(position);
+  }
+
+  // A torn down block has taken its stack along.
+  static void reportPositionBeyondStack(const Matrix& matrix, int position) {
+    const int stack = matrix.getMatrixFileHeader()->getMaximalStack();
+    if (position > stack) dbPrintf(0, "writeMatrixData error: lastelement (%d) > stackPtr (%d)\n", position, stack);
   }
 
   // The position of the new child, or -1.
@@ -209,7 +224,7 @@ struct ZQStoreWrite {
   static bool clearTheWay(Matrix& matrix, int method, Field& own, int& target, int& stackCandidate) {
     Field foreign;
     if (!count(matrix, target, foreign) || !count(matrix, own.first, own)) return false;
-    foreign.begin = target - matrix.elementAt(target)->getIndexInDimension();
+    foreign.begin = static_cast<int>(static_cast<long long>(target) - matrix.elementAt(target)->getIndexInDimension());
     if (own.count <= foreign.count || target < matrix.getMatrixFileHeader()->getMaxNumberOfMatrices()) {
       if (moveOwn(matrix, method, own, target) == 0) {
         dbPrintf(0, "error from WriteData: MoveFieldWithNewIndex failed\n");

@@ -14,8 +14,11 @@ bool createSubMatrices(Matrix& matrix, int from, int to) {
   using Tier = typename Matrix::Tier;
   for (int id = from; id < to; ++id) {
     auto* info = new (std::nothrow) typename Tier::Info();
+    if (info == nullptr || !info->initMatrixInfo(id)) {
+      delete info;
+      return false;
+    }
     matrix.getMatrixInfoArray()[id] = info;
-    if (info == nullptr || !info->initMatrixInfo(id)) return false;
     if (matrix.template createElementAt<typename Tier::Element>(id) == nullptr) return false;
     matrix.getMatrixFileHeader()->setStopFlag(id, 0);
   }
@@ -106,9 +109,11 @@ void setMaxNumberOfMatricesIn(Matrix& matrix, int number) {
   if (createSubMatrices(matrix, oldNumber, number)) return;
   // Memory has run out on the way: only what is whole is kept.
   int whole = oldNumber;
-  while (infos[whole] != nullptr && matrix.elementAt(whole) != nullptr) ++whole;
-  delete infos[whole];
-  infos[whole] = nullptr;
+  while (whole < number && infos[whole] != nullptr && matrix.elementAt(whole) != nullptr) ++whole;
+  if (whole < number) {
+    delete infos[whole];
+    infos[whole] = nullptr;
+  }
   header->_setMaxNumberOfMatrices(whole);
 }
 

@@ -3,12 +3,14 @@
 #pragma once
 
 #include "sequence/ZQMediumTier.h"
+#include "symbols/ZQFullSelfTest.h"
 #include "symbols/ZQMatrix.h"
 
 struct ZQFullTier {
   using Matrix = ZQMatrix;
   using Element = ZQMatrixElement;
   using Info = ZQMatrixInfo;
+  using SelfTest = ZQFullSelfTest;
   static constexpr int infoType = 2;
   static constexpr bool reportsMissingSlot = true;
 
@@ -29,8 +31,8 @@ struct ZQFullTier {
     return matrix.getSymbolMarkersFromPreProcessedCombinedSequence(sequence, length, &numberOfSymbols);
   }
 
-  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one (bit 0) and ends with the last of the
-  /// same one (bit 1). Two words of one letter with a blank between are none.
+  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one (bit 0) and ends with the last of
+  /// the same one (bit 1). Two words of one letter with a blank between are none.
   static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {
     const int last = numberOfItems - 1;
     if ((markers[0] & 1) == 0 || (markers[last] & 2) == 0) return;
@@ -39,6 +41,10 @@ struct ZQFullTier {
     }
     flags.symbolMarker = 1;
   }
+
+  /// True if pruning is to leave elements that carry a symbol, or link down to one's phrase.
+  static bool sparesSymbols(const Info& info) { return info.getKeepSymbolsWhenRemoveOverdeterminedElements() == 1; }
+  static bool carriesSymbol(const Element& element) { return element.getSymbolID() > 0 || element.getSymbolDownLinkHandle() > 0; }
 
   /// The element is about to move by `offset` slots.
   static void onMoving(Matrix& matrix, Element& element, int offset) {
@@ -55,6 +61,10 @@ struct ZQFullTier {
     }
     element.setSymbolID(0);
   }
+
+  static constexpr auto readBack = ZQMediumTier::readBack;
+  static constexpr auto readBack32 = ZQMediumTier::readBack32;
+  static constexpr auto readBack64 = ZQMediumTier::readBack64;
 
  private:
   static constexpr int lowestFollowedSymbol = 256;  // smaller ones are bytes, or come from files of a lower tier

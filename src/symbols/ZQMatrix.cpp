@@ -1,6 +1,7 @@
 // Store operations of the full tier: the shared tellings, instantiated.
 #include "symbols/ZQMatrix.h"
 
+#include "sequence/ZQRulePruning.h"
 #include "store/ZQItemSplit.h"
 #include "store/ZQStoreDelete.h"
 #include "store/ZQStoreWrite.h"
@@ -71,6 +72,26 @@ int ZQMatrix::deleteMatrixElement64(const long long* items, int length, int keep
 
 void ZQMatrix::makeMatrixEmpty() {
   getMatrixInfo()->initMatrixInfo(currentMatrixID);
+}
+
+int ZQMatrix::removeOverDeterminedElements() {
+  return ZQRulePruning<Tier>::removeOverDetermined(*this);
+}
+
+int ZQMatrix::removeOverDeterminedElementsSingleIteration(int passNumber) {
+  return ZQRulePruning<Tier>::removeOverDeterminedOnce(*this, passNumber);
+}
+
+int ZQMatrix::removeLongElements(int maximalLength) {
+  return ZQRulePruning<Tier>::removeLong(*this, maximalLength);
+}
+
+int ZQMatrix::clearMatrixForID(int matrixID) {
+  return ZQRulePruning<Tier>::clearForID(*this, matrixID);
+}
+
+int ZQMatrix::removeEmptyMatrices() {
+  return ZQRulePruning<Tier>::removeEmpty(*this);
 }
 
 int ZQMatrix::getNewSymbolID() {

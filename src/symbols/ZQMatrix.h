@@ -30,6 +30,21 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
   void makeMatrixEmpty();
 
+  // --- pruning: symbols can be spared
+  int removeOverDeterminedElements();
+  int removeOverDeterminedElementsSingleIteration(int passNumber);
+  int removeLongElements(int maximalLength);
+  int clearMatrixForID(int matrixID);
+  int removeEmptyMatrices();
+
+  // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
+  int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  int perform1stMemoryTestSimplyfied(int which, int trim);
+  int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  int performMatrixConsistencyTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
+  /// Reads vectors back whose values are known: 1, or -1 if an array is missing.
+  int perform2ndMemoryTest(int numberOfVectors, int** indexVectors, int* lengths, long long* values, int* errors, int* tests);
+
   // --- learning: symbolMarkers has an entry a preprocessed item, or is null; then a text's are derived
   int updateMatrixWithCombinedSequenceDebug(const int* sequence, int length, int matrixType, int coordinateDimension,
                                             int preProcessingType, int allowLargeIndices, const int* symbolMarkers,

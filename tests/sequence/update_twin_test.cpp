@@ -25,6 +25,7 @@ class SequenceTwin : public StoreTwin<Matrix> {
   using StoreTwin<Matrix>::matrix;
 
   SequenceTwin(const Habit& aHabit, int method) : StoreTwin<Matrix>(200), habit(aHabit) {
+    this->modelled = habit.includeOverdeterminedRules == 1;
     for (int id = 0; id < 2; ++id) {
       this->setMethod(id, method);
       store.infos[static_cast<size_t>(id)].coordinateDimension = habit.c;
@@ -99,12 +100,29 @@ class SequenceTwin : public StoreTwin<Matrix> {
     for (int index = 0; index < 3 && this->sound(); ++index) {
       double probability = -1, stopProbability = -1;
       int handle = -7;
-      const int updateKernel = index == 2 && sequence().enableStopItem;
+      const int updateKernel = index == 2;
       const plain::Item expected = sequence().readObjexForSuccessorIndex(index % 2, updateKernel);
       const int* item =
           matrix->readObjexAndHandleFromMatrixForSuccessorIndex(index % 2, updateKernel, &probability, &stopProbability, &handle);
       compareItem(expected, item, probability, stopProbability, handle);
     }
+  }
+  /// Deletes and writes phrases here and there, then goes on from the kernel as it was, with one item more.
+  void changeAndContinue(Dice& dice, const Vector& item) {
+    const plain::Sequence& now = sequence();
+    Vector context(now.kernelOriginal.begin(), now.kernelOriginal.begin() + now.lengthOfKernelOriginal * habit.c);
+    for (int i = 0; i < 4; ++i) {
+      const int position = dice.below(store.maximalStack + 1);
+      Vector path = store.at(position) != nullptr ? store.path(position) : Vector();
+      if (path.empty()) continue;
+      if (dice.oneIn(2)) {
+        this->remove(path, dice.below(2));
+      } else {
+        this->write(path, 1, 0, dice.below(2));
+      }
+    }
+    context.insert(context.end(), item.begin(), item.end());
+    startKernel(context, 0);
   }
   void setReadOut(int method, int enableStopItem, int restartWithTrueStartItem, int skill) {
     sequence().successorMethod = method;
@@ -179,19 +197,19 @@ class SequenceTwinTest : public testing::Test {
   }
   static void generateByEveryMethod(SequenceTwin<Matrix>& twin, Dice& dice, const Habit& habit) {
     if (twin.store.info().writeElements == 0) return;
-    if (twin.sequence().lengthOfKernelOriginal < habit.preProcessingType) twin.resetKernel(1);  // or it can't restore an item
-    const bool hasStarts = !twin.store.successors(twin.store.currentMatrixID, true).empty();
+    if (twin.sequence().lengthOfKernelOriginal < habit.preProcessingType) twin.resetKernel(dice.below(2));
     for (int variant = 0; variant < 12 && twin.sound(); ++variant) {
       const int method = variant % 3 + 1, stop = variant / 3 % 2;
-      // Without start items a read from the true start can't succeed, and without stops it would try for ever.
-      const int restart = variant / 6 && (hasStarts || stop);
+      const int restart = variant / 6;
       SCOPED_TRACE("method " + std::to_string(method) + ", stop " + std::to_string(stop) + ", restart " +
                    std::to_string(restart));
       twin.setReadOut(method, stop, restart, dice.oneIn(3) ? dice.below(habit.maxPhraseLength + 2) : -1);
       if (variant % 4 == 1) twin.resetKernel(dice.below(2));
       twin.startKernel(randomItems(dice, habit, dice.between(0, 9)), dice.below(2));
       twin.lookAtSuccessors();
-      twin.generate(12);
+      twin.generate(8);
+      twin.changeAndContinue(dice, randomItems(dice, habit, 1));
+      twin.generate(4);
     }
   }
 };

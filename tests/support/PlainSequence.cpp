@@ -343,11 +343,16 @@ Item Sequence::read(int successorIndex, int updateKernel, bool byIndex) {
     item.probability = item.stopProbability = 1.0;
     return item;
   }
-  while (true) {
-    item = nextOriginal(successorIndex, updateKernel, kernelPreProcessed.empty() && restartWithTrueStartItem == 1, item);
+  // Two tries from the root without a draw can only be followed by more of the same: they end the read.
+  for (int hopelessTries = 0; hopelessTries < 2;) {
+    const bool startsAtRoot = kernelPreProcessed.empty();
+    const long long randomValue = successorRandomValue;
+    item = nextOriginal(successorIndex, updateKernel, startsAtRoot && restartWithTrueStartItem == 1, item);
     if (!item.coordinates.empty()) break;
     if (enableStopItem == 1 || (byIndex && updateKernel != 1)) return item;
+    hopelessTries = startsAtRoot && successorRandomValue == randomValue ? hopelessTries + 1 : 0;
   }
+  if (item.coordinates.empty()) return item;
   if (byIndex) {
     if (updateKernel == 1 && item.stopProbability == 1.0) stopFlag = 1;
   } else if (item.stopProbability > (successorMethod == 3 ? randomFraction() : 0.5)) {

@@ -66,6 +66,8 @@ ZQMatrixBaseElement* s_getMatrixElementFromElementVector_Base(ZQMatrixBase* matr
 ZQMatrixBaseElement* s_getMatrixElementFromMatrixHandle_Base(ZQMatrixBase* matrix, int handle) { return static_cast<ZQMatrixBaseElement*>(matrix->getMatrixElementFromMatrixHandle(handle)); }
 int s_getWriteCountFromElement_Base(ZQMatrixBaseElement* element) { return element->getWriteCount(); }
 long long s_getValueFromElement_Base(ZQMatrixBaseElement* element) { return element->getValue(); }
+int s_perform1stMemoryTest_Base(ZQMatrixBase* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->perform1stMemoryTest(which, numberOfWriteElements, numberOfEndElements, trim); }
+int s_performMatrixLinearTest_Base(ZQMatrixBase* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->performMatrixLinearTest(numberOfWriteElements, numberOfEndElements, trim); }
 const char* s_getMatrixDescription_Base(ZQMatrixBase* matrix) { return matrix->getMatrixDescription(); }
 void s_setMatrixDescription_Base(ZQMatrixBase* matrix, const char* description) { matrix->setMatrixDescription(description); }
 const char* s_getMatrixOriginFilename_Base(ZQMatrixBase* matrix) { return matrix->getMatrixOriginFilename(); }

@@ -74,6 +74,9 @@ int s_getWriteCountFromElement(ZQMatrixElement* element) { return element->getWr
 long long s_getValueFromElement(ZQMatrixElement* element) { return element->getValue(); }
 int s_getWriteCountWithSuccessorFromElement(ZQMatrixElement* element) { return element->getWriteCountWithSuccessor(); }
 int s_getWriteCountWithoutPredecessorFromElement(ZQMatrixElement* element) { return element->getWriteCountWithoutPredecessor(); }
+int s_perform1stMemoryTest(ZQMatrix* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->perform1stMemoryTest(which, numberOfWriteElements, numberOfEndElements, trim); }
+int s_performMatrixLinearTest(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->performMatrixLinearTest(numberOfWriteElements, numberOfEndElements, trim); }
+int s_perform1stMemoryTestSimplyfied(ZQMatrix* matrix, int which, int trim) { return matrix->perform1stMemoryTestSimplyfied(which, trim); }
 const char* s_getMatrixDescription(ZQMatrix* matrix) { return matrix->getMatrixDescription(); }
 void s_setMatrixDescription(ZQMatrix* matrix, const char* description) { matrix->setMatrixDescription(description); }
 const char* s_getMatrixOriginFilename(ZQMatrix* matrix) { return matrix->getMatrixOriginFilename(); }
@@ -412,6 +415,10 @@ int* s_readObjexFromMatrix(ZQMatrix* matrix, double* probability, double* stopPr
 int* s_readObjexAndHandleFromMatrix(ZQMatrix* matrix, double* probability, double* stopProbability, int* handle) { return matrix->readObjexAndHandleFromMatrix(probability, stopProbability, handle); }
 int* s_readObjexFromMatrixForSuccessorIndex(ZQMatrix* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability) { return matrix->readObjexFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability); }
 int* s_readObjexAndHandleFromMatrixForSuccessorIndex(ZQMatrix* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability, int* handle) { return matrix->readObjexAndHandleFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability, handle); }
+int s_removeOverDeterminedElements(ZQMatrix* matrix) { return matrix->removeOverDeterminedElements(); }
+int s_removeLongElements(ZQMatrix* matrix, int maximalLength) { return matrix->removeLongElements(maximalLength); }
+int s_clearMatrixForID(ZQMatrix* matrix, int matrixID) { return matrix->clearMatrixForID(matrixID); }
+int s_removeEmptyMatrices(ZQMatrix* matrix) { return matrix->removeEmptyMatrices(); }
 int s_getMatrixAILevel(ZQMatrix* matrix) { return matrix->getMatrixAILevel(); }
 void s_setMatrixAILevel(ZQMatrix* matrix, int matrixAILevel) { matrix->setMatrixAILevel(matrixAILevel); }
 int s_getCurrentMatrixIDLevelDown(ZQMatrix* matrix) { return matrix->getCurrentMatrixIDLevelDown(); }

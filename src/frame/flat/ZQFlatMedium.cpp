@@ -74,6 +74,8 @@ int s_getWriteCountFromElement_Medium(ZQMatrixMediumElement* element) { return e
 long long s_getValueFromElement_Medium(ZQMatrixMediumElement* element) { return element->getValue(); }
 int s_getWriteCountWithSuccessorFromElement_Medium(ZQMatrixMediumElement* element) { return element->getWriteCountWithSuccessor(); }
 int s_getWriteCountWithoutPredecessorFromElement_Medium(ZQMatrixMediumElement* element) { return element->getWriteCountWithoutPredecessor(); }
+int s_perform1stMemoryTest_Medium(ZQMatrixMedium* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->perform1stMemoryTest(which, numberOfWriteElements, numberOfEndElements, trim); }
+int s_performMatrixLinearTest_Medium(ZQMatrixMedium* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->performMatrixLinearTest(numberOfWriteElements, numberOfEndElements, trim); }
 const char* s_getMatrixDescription_Medium(ZQMatrixMedium* matrix) { return matrix->getMatrixDescription(); }
 void s_setMatrixDescription_Medium(ZQMatrixMedium* matrix, const char* description) { matrix->setMatrixDescription(description); }
 const char* s_getMatrixOriginFilename_Medium(ZQMatrixMedium* matrix) { return matrix->getMatrixOriginFilename(); }
@@ -349,6 +351,10 @@ int* s_readObjexAndHandleFromMatrix_Medium(ZQMatrixMedium* matrix, double* proba
 int* s_readObjexFromMatrixForSuccessorIndex_Medium(ZQMatrixMedium* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability) { return matrix->readObjexFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability); }
 int* s_readObjexAndHandleFromMatrixForSuccessorIndex_Medium(ZQMatrixMedium* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability, int* handle) { return matrix->readObjexAndHandleFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability, handle); }
 void s_dbPrintSuccessorObjex_Medium(ZQMatrixMedium* matrix, const int* objex) { matrix->dbPrintSuccessorObjex(objex); }
+int s_removeOverDeterminedElements_Medium(ZQMatrixMedium* matrix) { return matrix->removeOverDeterminedElements(); }
+int s_removeLongElements_Medium(ZQMatrixMedium* matrix, int maximalLength) { return matrix->removeLongElements(maximalLength); }
+int s_clearMatrixForID_Medium(ZQMatrixMedium* matrix, int matrixID) { return matrix->clearMatrixForID(matrixID); }
+int s_removeEmptyMatrices_Medium(ZQMatrixMedium* matrix) { return matrix->removeEmptyMatrices(); }
 int s_updateMatrixWithANSIFile_Medium(ZQMatrixMedium* matrix, const char* fileName, int* length) { return matrix->updateMatrixWithANSIFile(fileName, length, 0); }
 int s_updateMatrixWithANSIFiles_Medium(ZQMatrixMedium* matrix, const char* path, int recursive, int* length) { return matrix->updateMatrixWithANSIFiles(path, recursive, length); }
 int s_updateMatrixWithLongANSISequence_Medium(ZQMatrixMedium* matrix, const int* sequence, int length) { return matrix->updateMatrixWithLongANSISequence(sequence, length); }

@@ -50,6 +50,7 @@ int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems,
 int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) { return getExpectedMatrixMemory(coordinateDimension, numberOfItems, phraseLength, numberOfSymbols); }
 int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) EXPORTED_AS("sGetNumberOriginalItemsToRestoreFromPreprocessed");
 int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) { return sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType); }
+int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->performMatrixConsistencyTest(numberOfWriteElements, numberOfEndElements, trim); }
 ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() EXPORTED_AS("createZQMatrixSequenceIndexVector");
 ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() { return createZQMatrixSequenceIndexVector(); }
 void exported_deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) EXPORTED_AS("deleteZQMatrixSequenceIndexVector");

@@ -1,0 +1,72 @@
+#include "sequence/ZQMediumSelfTest.h"
+
+#include <algorithm>
+
+namespace {
+
+void addOneAt(int* counts, int numberOfDimensions, int length) {
+  if (length >= 1 && length <= numberOfDimensions) ++counts[length - 1];
+}
+
+}  // namespace
+
+ZQMediumSelfTest::ZQMediumSelfTest(ZQMatrixMedium& aMatrix, const zmatrix::SelfTestTexts&) : matrix(aMatrix) {
+  ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+  info.setNumberOfRuleElements(0);
+  info.setNumberOfUniqueRuleElements(0);
+  info.setNumberOfOverDeterminedRules(0);
+  int size = 0;
+  for (int* counts :
+       {info.getRulesInDimension(&size), info.getUniqueRulesInDimension(&size), info.getWriteElementsInDimension(&size)}) {
+    std::fill(counts, counts + size, 0);
+  }
+}
+
+bool ZQMediumSelfTest::look(int position, const ZQMatrixMediumElement& element, const int* path, int length) {
+  if (countRule(position, element, path, length) || !isPhraseMatrix()) return true;
+  dbPrintf(0, "error matrixLinear-Test for matrix ID %d: point without rule  unexpected for phrase-Matrix\n",
+           matrix.getCurrentMatrixID());
+  return false;
+}
+
+bool ZQMediumSelfTest::countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length) {
+  ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+  int size = 0;
+  addOneAt(info.getWriteElementsInDimension(&size), size, length);
+  if (element.getWriteCountWithoutPredecessor() > 0) ++numberOfStarts;
+  const int timesDetermined = matrix.isDeterminedUpToTwice(path, length);
+  if (timesDetermined > 0) {
+    info.incrementNumberOfUniqueRuleElements();
+    addOneAt(info.getUniqueRulesInDimension(&size), size, length);
+  }
+  if (timesDetermined >= 2) info.incrementNumberOfOverDeterminedRules();
+  if (!matrix.isRuleMatrixData(reinterpret_cast<ZQMatrixMediumElement**>(matrix.getMatrixData() + position))) return false;
+  info.incrementNumberOfRuleElements();
+  addOneAt(info.getRulesInDimension(&size), size, length);
+  return true;
+}
+
+bool ZQMediumSelfTest::compare(int deepest) {
+  const ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+  bool isSound = true;
+  // A matrix whose deepest paths were deleted is sound all the same: its dimension only ever grows.
+  if (info.getCurrentDimension() != deepest) {
+    dbPrintf(0, "matrixLinearTest: error: dimension(%d) != dimension1(%d)\n", info.getCurrentDimension(), deepest);
+  }
+  if (info.getLengthOfKernelOriginalSequence() < 0) {
+    dbPrintf(0, "error matrixLinear-Test: getLengthOfKernelOriginalSequence = %d unexpected\n",
+             info.getLengthOfKernelOriginalSequence());
+    isSound = false;
+  }
+  if (info.getLengthOfKernelPreProcessedSequence() < 0) {
+    dbPrintf(0, "error matrixLinear-Test: getLengthOfKernelPreProcessedSequence = %d unexpected\n",
+             info.getLengthOfKernelPreProcessedSequence());
+    isSound = false;
+  }
+  if (numberOfStarts != info.getNumberOfStartElements()) {
+    dbPrintf(0, "error matrixLinear-Test: numberOfStartElementsInMatrix differs from _numberOfStart %d <-> %d\n", numberOfStarts,
+             info.getNumberOfStartElements());
+    isSound = false;
+  }
+  return isSound;
+}

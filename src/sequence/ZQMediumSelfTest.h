@@ -1,0 +1,30 @@
+// What the self-tests do besides in the medium tier: recount the rules, and compare the depth, the kernel and the number of
+// starts.
+#pragma once
+
+#include "sequence/ZQMatrixMedium.h"
+#include "store/ZQSelfTestTexts.h"
+
+class ZQMediumSelfTest {
+ public:
+  static constexpr bool needsPath = true;
+  static constexpr bool namesMatrixID = true;
+  static constexpr bool correctsEndElements = true;
+
+  /// Zeroes the counts of rules.
+  ZQMediumSelfTest(ZQMatrixMedium& aMatrix, const zmatrix::SelfTestTexts&);
+  /// Counts a written element. False for a fault.
+  bool look(int position, const ZQMatrixMediumElement& element, const int* path, int length);
+  /// At the end. False for a fault.
+  bool compare(int deepest);
+
+ protected:
+  /// Counts the element's rule; false if there is none and should be one.
+  bool countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length);
+  bool isPhraseMatrix() const { return matrix.getMatrixInfo()->getIsPhraseMatrix() == 1; }
+
+  ZQMatrixMedium& matrix;
+
+ private:
+  int numberOfStarts = 0;
+};

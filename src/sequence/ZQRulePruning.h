@@ -1,0 +1,310 @@
+// Pruning, told once for the tiers that learn: takes out the paths that a shorter context already decides, cuts all paths beyond
+// a length, empties a sub-matrix, and gives up sub-matrices that hold nothing. A pass is one scan of the block, highest slot
+// first; an element belongs to the sub-matrix at whose root its way up ends. Links are checked as they are followed: a damaged
+// one ends the walk, so that no scan reads outside the block or runs for ever.
+#pragma once
+
+#include <algorithm>
+#include <cstdio>
+
+#include "frame/ZQMemory.h"
+#include "frame/ZQProgress.h"
+#include "sequence/ZQMatrixMedium.h"
+
+template <class Tier>
+struct ZQRulePruning {
+  using Matrix = typename Tier::Matrix;
+  using Element = typename Tier::Element;
+  using Info = typename Tier::Info;
+
+  static int removeOverDetermined(Matrix& matrix) {
+    int total = 0;
+    int removed = 0;
+    // A removed leaf can leave its parent as a leaf for the next pass.
+    for (int passNumber = 1; (removed = matrix.removeOverDeterminedElementsSingleIteration(passNumber)) > 0; ++passNumber) {
+      total += removed;
+    }
+    const int id = matrix.getCurrentMatrixID();
+    if (removed < 0) dbPrintf(0, "Errorcode removing overdetermined end points for matrixID %d:%d\n", id, removed);
+    dbPrintf(1, "successfully removed %d overdetermined end points for matrixID %d\n", total, id);
+    matrix.getMatrixInfo()->_setIsOverDetermined(0);
+    return removed == 0 ? 1 : 0;
+  }
+
+  static int removeOverDeterminedOnce(Matrix& matrix, int passNumber) {
+    dbPrintf(6, "**************begin removeOverDeterminedPoints...\n");
+    const int depthLimit = matrix.getMatrixInfo()->getCurrentDimension();
+    zmatrix::HeapArray<int> path;
+    if (isEmpty(matrix) || !path.resize(depthLimit, 0)) {
+      dbPrintf(1, "removeOverdeterminedElements: matrix is empty!\n");
+      return -1;
+    }
+    snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText,
+             "removeOverdetermined elements pass no. %d...", passNumber);
+    const int top = topPosition(matrix);
+    const int bottom = matrix.getMaxNumberOfMatrices();
+    int removed = 0;
+    for (int position = top; position >= bottom; --position) {
+      reportSometimes(position, top - position, top - bottom + 1);
+      const ZQMatrixBaseElement* element = matrix.elementAt(position);
+      if (element == nullptr || element->getWriteCount() < 1 || element->getOffsetToElementInNextDimension() != 0) continue;
+      const int length = pathOf(matrix, position, depthLimit, path);
+      if (length < 0 || matrix.isDeterminedUpToTwice(path.data(), length) < 2) continue;
+      if (!isSpared(matrix, path.data(), length)) removed += removeLeaf(matrix, path.data(), length);
+    }
+    reportEnd(top - bottom + 1);
+    return removed;
+  }
+
+  static int removeLong(Matrix& matrix, int maximalLength) {
+    dbPrintf(1, "******************begin removeLongElements(%d)...\n", maximalLength);
+    if (!matrix.hasBlock()) return -1;
+    if (isEmpty(matrix)) {
+      dbPrintf(0, "removeLongElements: matrix is empty!\n");
+      return 1;
+    }
+    const int top = topPosition(matrix);
+    const int bottom = matrix.getMaxNumberOfMatrices();
+    setProgressText("removing elements: first pass");
+    int removed = 0;
+    // What is marked must stay linked until all marks are set.
+    for (int position = top; position >= bottom; --position) {
+      reportSometimes(position, top - position, top - bottom + 1);
+      if (matrix.elementAt(position) == nullptr) continue;
+      const int depth = depthOf(matrix, position);
+      if (depth > maximalLength) removed += markTooDeep(matrix, position, depth - std::max(maximalLength, 0));
+    }
+    reportEnd(top - bottom + 1);
+    setProgressText("removing elements: second pass");
+    for (int position = bottom; position <= top; ++position) {
+      reportSometimes(position, position - bottom, top - bottom + 1);
+      const ZQMatrixBaseElement* element = matrix.elementAt(position);
+      if (element != nullptr && element->getWriteCount() == markedForRemoval) takeOut(matrix, position);
+    }
+    reportEnd(top - bottom + 1);
+    return removed;
+  }
+
+  static int clearForID(Matrix& matrix, int id) {
+    if (!matrix.hasBlock()) return -1;
+    const int rememberedID = matrix.getCurrentMatrixID();
+    if (matrix.getMaxNumberOfMatrices() == 1 && rememberedID == 0) {
+      dbPrintf(0, "error from clearMatrixWithID(): cannot remove, matrix must at least contain one sub matrix!\n");
+      return -1;
+    }
+    const bool isLegal = id >= 0 && id < matrix.getMaxNumberOfMatrices();
+    if (isLegal) matrix.setCurrentMatrixID(id);
+    if (!isLegal || matrix.removeLongElements(0) <= 0) {
+      dbPrintf(0, "error from clearMatrixWithID(): removeLongElements() returned error!\n");
+      return -1;
+    }
+    Info& info = *matrix.getMatrixInfo();
+    info.deInitMatrixInfo();
+    const int hasRoom = info.initMatrixInfo(id);
+    matrix.setCurrentMatrixID(rememberedID);
+    return hasRoom ? 1 : -1;
+  }
+
+  static int removeEmpty(Matrix& matrix) {
+    ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
+    if (header == nullptr || !matrix.hasBlock()) return -1;
+    if (header->getMaxNumberOfMatrices() == 1) {
+      dbPrintf(1, "message from removeEmptyMatrices(): cannot remove, matrix must at least contain one sub matrix!\n");
+      return -1;
+    }
+    // One sub-matrix is always kept, even if nothing is occupied.
+    const int kept = std::max(matrix.getHighestOccupiedMatrixID() + 1, 1);
+    if (kept == header->getMaxNumberOfMatrices()) {
+      dbPrintf(1, "message from removeEmptyMatrices(): no empty matrices for removing found!\n");
+      return -1;
+    }
+    const int rememberedID = matrix.getCurrentMatrixID();
+    releaseSubMatrices(matrix, kept);
+    matrix.setCurrentMatrixID(rememberedID < kept ? rememberedID : 0);
+    return 1;
+  }
+
+ private:
+  static constexpr int markedForRemoval = -1;  // as a write count
+  static constexpr int positionsBetweenReports = 16;
+
+  static bool isEmpty(const Matrix& matrix) {
+    const ZQMatrixBaseElement* root = matrix.elementAt(matrix.getCurrentMatrixID());
+    return root == nullptr || root->getOffsetToElementInNextDimension() == 0 ||
+           matrix.getMatrixInfo()->getCurrentDimension() <= 0;
+  }
+
+  static int topPosition(Matrix& matrix) { return std::min(matrix.getMaximalStack(), matrix.getMatrixBlockSize() - 1); }
+
+  static void setProgressText(const char* text) {
+    snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "%s", text);
+  }
+  static void reportSometimes(int position, int item, int itemCount) {
+    if (position % positionsBetweenReports == 0) matrixProgressDisplay(item, itemCount);
+  }
+  static void reportEnd(int itemCount) { matrixProgressDisplay(itemCount, itemCount); }
+
+  /// The position above an element. False at an empty slot, at a link out of the block, which is told, and at one that leads
+  /// nowhere else.
+  static bool stepUp(Matrix& matrix, long long& position, const char* leftText, const char* rightText) {
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    if (element == nullptr) return false;
+    const int offset = element->getOffsetToElementInPrevDimension();
+    position += offset;
+    if (position < 0) dbPrintf(0, "%s%d\n", leftText, static_cast<int>(position));
+    if (position >= matrix.getMatrixBlockSize()) dbPrintf(0, "%s%d\n", rightText, static_cast<int>(position));
+    return offset != 0 && position >= 0 && position < matrix.getMatrixBlockSize();
+  }
+
+  /// The index vector of an element of the current sub-matrix; -1 for any other element.
+  static int pathOf(Matrix& matrix, int element, int depthLimit, zmatrix::HeapArray<int>& path) {
+    const int lowestElement = matrix.getMaxNumberOfMatrices();
+    int length = 0;
+    long long position = element;
+    while (position >= lowestElement && length < depthLimit) {
+      const ZQMatrixBaseElement* step = matrix.elementAt(position);
+      if (step == nullptr) return -1;
+      path[length++] = step->getIndexInDimension();
+      if (!stepUp(matrix, position, "removeOverDeterminedPoints: addressOfPreviousElement out of left range: ",
+                  "removeOverDeterminedPoints: addressOfPreviousElement out right range: ")) {
+        return -1;
+      }
+    }
+    if (position != matrix.getCurrentMatrixID()) return -1;
+    std::reverse(path.data(), path.data() + length);
+    return length;
+  }
+
+  /// True if the element carries what pruning is to leave alone.
+  static bool isSpared(Matrix& matrix, const int* path, int length) {
+    if (!Tier::sparesSymbols(*matrix.getMatrixInfo())) return false;
+    int handle = 0;
+    const ZQMatrixBaseElement* element = matrix.getMatrixElementFromElementVector(path, length, &handle);
+    if (element == nullptr) {
+      dbPrintf(0, "removeOverdetPoints: element=NULL unexpected for indexVector: ");
+      matrix.printIndexVector(path, length, 0, 0);
+      return true;
+    }
+    return Tier::carriesSymbol(*static_cast<const Element*>(element));
+  }
+
+  static int removeLeaf(Matrix& matrix, const int* path, int length) {
+    dbPrintf(7, "remove   ");
+    matrix.printIndexVector(path, length, 0, 7);
+    const int code = matrix.deleteMatrixElement(path, length, 1);
+    if (code >= 1) return 1;
+    dbPrintf(5, "delete element: uncritical warning, rc = %d\n", code);
+    matrix.printIndexVector(path, length, 0, 4);
+    return 0;
+  }
+
+  /// No sound path is longer; a chain that is goes round.
+  static int longestPath(Matrix& matrix) {
+    return std::max(matrix.getMatrixInfo()->getCurrentDimension(), matrix.getMatrixInfo()->getMaxDimOfMatrix());
+  }
+
+  /// The length of the path of an element of the current sub-matrix; -1 for any other element.
+  static int depthOf(Matrix& matrix, int element) {
+    const int lowestElement = matrix.getMaxNumberOfMatrices();
+    const int dimension = matrix.getMatrixInfo()->getCurrentDimension();
+    const int limit = longestPath(matrix);
+    int depth = 0;
+    long long position = element;
+    while (position >= lowestElement) {
+      if (matrix.elementAt(position) == nullptr) dbPrintf(0, "Impossible0!\n");
+      if (!stepUp(matrix, position, "RemoveLongElements: addressOfPreviousElement out of left range: ",
+                  "removeLongElements: addressOfPreviousElement out right range: ")) {
+        return -1;
+      }
+      if (++depth > limit) return -1;
+    }
+    if (position != matrix.getCurrentMatrixID()) return -1;
+    if (depth > dimension) dbPrintf(0, "error in removeLongElements: iDim > dimension: %d > %d", depth, dimension);
+    return depth;
+  }
+
+  /// Marks the element, those above it that lie too deep, and what hangs below it. The number of written ones that go.
+  static int markTooDeep(Matrix& matrix, int element, int tooDeep) {
+    int removed = 0;
+    long long position = element;
+    int marked = 0;
+    for (; marked < tooDeep && position > 0; ++marked) {
+      if (!mark(matrix, position, removed)) {
+        dbPrintf(0, "Impossible1!\n");
+        return removed;
+      }
+      position += matrix.elementAt(position)->getOffsetToElementInPrevDimension();
+    }
+    ZQMatrixBaseElement* last = matrix.elementAt(position);
+    if (marked == tooDeep && last != nullptr) last->setOffsetToElementInNextDimension(0);
+    markBelow(matrix, element, removed);
+    return removed;
+  }
+
+  static void markBelow(Matrix& matrix, long long position, int& removed) {
+    for (int steps = longestPath(matrix); steps > 0; --steps) {
+      const int child = matrix.elementAt(position)->getOffsetToElementInNextDimension();
+      if (child == 0) return;
+      position += child;
+      if (position < matrix.getMaxNumberOfMatrices() || !mark(matrix, position, removed)) {
+        dbPrintf(0, "Impossible2!\n");
+        return;
+      }
+    }
+  }
+
+  static bool mark(Matrix& matrix, long long position, int& removed) {
+    ZQMatrixBaseElement* element = matrix.elementAt(position);
+    if (element == nullptr) return false;
+    Info& info = *matrix.getMatrixInfo();
+    if (element->getWriteCount() > 0) {
+      info.decrementNumberOfWriteElements();
+      if (element->getOffsetToElementInNextDimension() == 0) info.decrementNumberOfEndElements();
+      info.incrementNumberOfDeleteEvents();
+      ++removed;
+    }
+    // An element that is marked twice counts up here: the sum is only right after the next recount.
+    info.addToNumberOfWriteCounts(zmatrix::negativeOf(element->getWriteCount()));
+    element->setWriteCount(markedForRemoval);
+    return true;
+  }
+
+  static void takeOut(Matrix& matrix, int position) {
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    const int next = element->getOffsetToNextElementInDimension();
+    const int previous = element->getOffsetToPreviousElementInDimension();
+    ZQMatrixBaseElement* nextElement = next != 0 ? matrix.elementAt(static_cast<long long>(position) + next) : nullptr;
+    ZQMatrixBaseElement* previousElement =
+        previous != 0 ? matrix.elementAt(static_cast<long long>(position) + previous) : nullptr;
+    if (nextElement != nullptr) {
+      nextElement->setOffsetToPreviousElementInDimension(previousElement != nullptr ? previous - next : 0);
+    }
+    if (previousElement != nullptr) {
+      previousElement->setOffsetToNextElementInDimension(nextElement != nullptr ? next - previous : 0);
+    }
+    matrix.clearMatrixElement(position, 1);
+  }
+
+  static void releaseSubMatrices(Matrix& matrix, int kept) {
+    ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
+    ZQMatrixBaseInfo** infos = matrix.getMatrixInfoArray();
+    for (int id = kept; id < header->getMaxNumberOfMatrices(); ++id) {
+      Info* info = static_cast<Info*>(infos[id]);
+      if (info != nullptr) info->deInitMatrixInfo();
+      delete info;
+      infos[id] = nullptr;
+      if (matrix.elementAt(id) != nullptr) matrix.destroyElementAt(id);
+    }
+    header->_setMaxNumberOfMatrices(kept);
+    if (header->getNumberOfMatrices() > kept) header->_setNumberOfMatrices(kept);
+    // A table that can't get smaller stays as long as it was.
+    if (void* fewer = systemRealloc(infos, static_cast<size_t>(kept) * sizeof *infos)) {
+      matrix.setMatrixInfoArray(static_cast<ZQMatrixBaseInfo**>(fewer));
+    }
+    ZQMatrixBaseElement*** entries = matrix.getMatrixDataEntryArray();
+    if (void* fewer = systemRealloc(entries, static_cast<size_t>(kept) * sizeof *entries)) {
+      matrix.setMatrixDataEntryArray(static_cast<ZQMatrixBaseElement***>(fewer));
+    }
+    header->resizeStopFlags(kept);
+  }
+};

@@ -1,0 +1,43 @@
+// The sentences in which the two self-tests differ, and the additions of a tier that has none.
+#pragma once
+
+namespace zmatrix {
+
+struct SelfTestTexts {
+  const char* stackUnexpected;
+  const char* blockReduced;
+  const char* writeElementsDiffer;
+  const char* endElementsDiffer;
+  const char* endElementsCorrected;
+};
+
+// The first sentence on write elements has no line end, and "error" stands before a mere report.
+inline constexpr SelfTestTexts linearTestTexts = {
+    "matrixLinear-Test: trimmedStack >= _maximalstack unexpected\n",
+    "matrixLinear-Test: _matrixBlockSize reduced from %d to %d items\n",
+    "error matrixLinear-Test: numberOfWriteElementsInMatrix differs from _numberOfWriteElements %d <-> %d",
+    "error matrixLinear-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n",
+    "warning:  matrixLinear-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n"};
+inline constexpr SelfTestTexts consistencyTestTexts = {
+    "error matrixConsistency-Test: trimmedStack >= matrix->_matrixFileHeader->_maximalStack unexpected\n",
+    "error matrixConsistency-Test: _matrixBlockSize reduced from %d to %d items\n",
+    "error matrixConsistency-Test: numberOfWriteElementsInMatrix differs from _numberOfWriteElements %d <-> %d\n",
+    "error matrixConsistency-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n",
+    "warning:  matrixConsistency-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n"};
+
+/// The base tier's counts are all there is.
+struct NoAdditionalSelfTest {
+  static constexpr bool needsPath = false;
+  static constexpr bool namesMatrixID = false;
+  static constexpr bool correctsEndElements = false;
+
+  template <class Matrix>
+  NoAdditionalSelfTest(Matrix&, const SelfTestTexts&) {}
+  template <class Element>
+  bool look(int, const Element&, const int*, int) {
+    return true;
+  }
+  bool compare(int) { return true; }
+};
+
+}  // namespace zmatrix
