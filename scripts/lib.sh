@@ -38,6 +38,7 @@ want_build_tools() {
   want_command cmake cmake
   want_command ninja ninja-build
   want_file /usr/include/CLI/CLI.hpp libcli11-dev
+  want_file /usr/include/nlohmann/json.hpp nlohmann-json3-dev
 }
 
 # Installs what the want_... calls found missing; asks for root only if something is and we are not root.

@@ -8,6 +8,7 @@ enum class ExitCode {
   usage = 2,     ///< the command line is wrong
   badInput = 3,  ///< an input can't be read or holds nothing to learn
   limit = 4,     ///< a limit was reached: memory, the matrix, the disk
+  damaged = 5,   ///< a self-test of the matrix found a fault
 };
 
 struct Failure {

@@ -6,3 +6,5 @@
 
 /// `zmatrix continue`: learns texts and continues them.
 void addContinueVerb(CLI::App& app);
+/// `zmatrix check`: learns texts, tests the matrix and prints what it holds.
+void addCheckVerb(CLI::App& app);

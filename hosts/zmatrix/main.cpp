@@ -33,6 +33,7 @@ int main(int argumentCount, char** arguments) {
   app.require_subcommand(1);
   app.footer("`zmatrix VERB --help` tells what a verb takes.");
   addContinueVerb(app);
+  addCheckVerb(app);
   try {
     app.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& error) {

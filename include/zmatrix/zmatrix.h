@@ -276,6 +276,12 @@ ZQMatrix* createAndInitMatrix(void);
 /// Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`.
 ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
 
+/// Creates a matrix of the full tier: sequences and symbols, from a matrix file of exactly this tier.
+/// `debugLevel`: -1 to 9, the level of messages while reading and after it.
+/// Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with
+/// `deleteMatrix`.
+ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel);
+
 /// Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for the
 /// whole process.
 /// Null is ignored. Pointers that the matrix lent out end here.
@@ -292,6 +298,12 @@ ZQMatrixMedium* createAndInitMatrixMedium(void);
 /// directory. Not null.
 /// Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`.
 ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+
+/// Creates a matrix of the medium tier: sequences, from a matrix file of exactly this tier.
+/// `debugLevel`: -1 to 9, the level of messages while reading and after it.
+/// Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with
+/// `deleteMatrixMedium`.
+ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLevel);
 
 /// Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0 for
 /// the whole process.
@@ -310,6 +322,12 @@ ZQMatrixBase* createAndInitMatrixBase(void);
 /// Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`.
 ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
 
+/// Creates a matrix of the base tier: a random read and write store, from a matrix file of exactly this tier.
+/// `debugLevel`: -1 to 9, the level of messages while reading and after it.
+/// Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with
+/// `deleteMatrixBase`.
+ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel);
+
 /// Deletes a matrix of the base tier with all that it owns, closes the debug file and sets the message level to 0 for the
 /// whole process.
 /// Null is ignored. Pointers that the matrix lent out end here.
@@ -325,6 +343,9 @@ ZQMatrix* createMatrixBB(void);
 
 /// The same as `createAndInitMatrixWithDebugParameters`.
 ZQMatrix* createMatrixWithDebugParametersBB(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+
+/// The same as `createAndInitMatrixWithFile`.
+ZQMatrix* createMatrixWithFileBB(const char* path, int debugLevel);
 
 /// The same as `deleteMatrix`.
 void deleteMatrixBB(ZQMatrix* matrix);
@@ -787,6 +808,12 @@ int s_getWriteCountWithSuccessorFromElement_Medium(ZQMatrixMediumElement* elemen
 /// How often the element's phrase began a sequence.
 int s_getWriteCountWithoutPredecessorFromElement(ZQMatrixElement* element);
 int s_getWriteCountWithoutPredecessorFromElement_Medium(ZQMatrixMediumElement* element);
+
+/// The symbol that the element's phrase stands for in the level above; 0 for none.
+int s_getSymbolFromElement(ZQMatrixElement* element);
+
+/// The handle, in the level below, of the phrase that a symbol stands for; 0 for none.
+int s_getDownlinkHandleFromElement(ZQMatrixElement* element);
 
 // ---- Self-tests ---------------------------------------------------------------------------------------------------------------
 
@@ -2223,6 +2250,36 @@ int s_checkGlobalMatrixPropertiesForIntegerSeries_Medium(ZQMatrixMedium* matrix)
 /// Checks whether the symbol level's block fits symbols. Result: 1, or 0, with a message in most cases.
 int s_checkGlobalSymbolMatrixPropertiesForSymbols(ZQMatrix* matrix);
 
+// ---- The matrix file ----------------------------------------------------------------------------------------------------------
+
+/// Saves the matrix. A save that fails leaves the file that was there.
+/// Result: 1 saved; -1, with a message, if the file can't be written.
+int s_saveMatrixToDisk(ZQMatrix* matrix, const char* path);
+int s_saveMatrixToDisk_Medium(ZQMatrixMedium* matrix, const char* path);
+int s_saveMatrixToDisk_Base(ZQMatrixBase* matrix, const char* path);
+
+/// Looks which tier a matrix file holds.
+/// Result: 0 base, 1 medium, 2 full; -1 no matrix file; -2 it can't be opened.
+int s_getMatrixInfoTypeFromFile(const char* path);
+
+/// Loads the history of updates from the file that the matrix was read from. `count` gets the number of its records, 0
+/// for none or a file that is gone.
+void s_readMatrixUpdateInfos(ZQMatrix* matrix, int* count);
+void s_readMatrixUpdateInfos_Medium(ZQMatrixMedium* matrix, int* count);
+void s_readMatrixUpdateInfos_Base(ZQMatrixBase* matrix, int* count);
+
+/// A loaded record of the history. `index`: 0 up to, not including, the count of `s_readMatrixUpdateInfos`.
+/// Result: the record, which belongs to the matrix until `s_deleteMatrixUpdateInfos`; null, with a message at level 0, if
+/// it is not loaded or out of range.
+ZQMatrixInfo* s_getMatrixUpdateInfo(ZQMatrix* matrix, int index);
+ZQMatrixMediumInfo* s_getMatrixUpdateInfo_Medium(ZQMatrixMedium* matrix, int index);
+ZQMatrixBaseInfo* s_getMatrixUpdateInfo_Base(ZQMatrixBase* matrix, int index);
+
+/// Releases the loaded history. Its records end here.
+void s_deleteMatrixUpdateInfos(ZQMatrix* matrix);
+void s_deleteMatrixUpdateInfos_Medium(ZQMatrixMedium* matrix);
+void s_deleteMatrixUpdateInfos_Base(ZQMatrixBase* matrix);
+
 // ---- Preprocessing by the settings of the current sub-matrix ------------------------------------------------------------------
 
 /// Preprocesses a flat sequence of `length` integers, item after item. `resultLength` gets the integers of the result.
@@ -2521,6 +2578,11 @@ int* s_readObjexAndHandleFromMatrixForSuccessorIndex_Medium(ZQMatrixMedium* matr
 /// integers; null prints a line end.
 void s_dbPrintSuccessorObjex_Medium(ZQMatrixMedium* matrix, const int* objex);
 
+/// Prints an item at level 0, in the manner of the matrix type and without a line end; on the symbol level with the
+/// phrase that the symbol stands for.
+/// `objex`: `coordinateDimension` integers; null prints a line end. `count` is not read.
+void s_dbPrintSuccessorObjex(ZQMatrix* matrix, const int* objex, int count);
+
 // ---- Pruning ------------------------------------------------------------------------------------------------------------------
 
 /// Removes, level by level, the phrases that say nothing a shorter phrase doesn't say. Handles end with it. Reports
@@ -2569,6 +2631,64 @@ int s_getKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix);
 
 /// Sets whether pruning spares phrases that are symbols: 0 or 1; anything else prints at level 0 and changes nothing.
 void s_setKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix, int keepSymbolsWhenRemoveOverdeterminedElements);
+
+/// The level of the current sub-matrix: 0 basic, 1 symbols.
+int s_getActualAILevelIndex(ZQMatrix* matrix);
+
+/// Phrases of the current sub-matrix that are symbols.
+int s_getNumberOfSymbols(ZQMatrix* matrix);
+
+// ---- Deriving symbols ---------------------------------------------------------------------------------------------------------
+
+/// Derives the symbols of a sequence that the current sub-matrix has learned, and learns them in its symbol level.
+/// `sequence`: `length` integers as they were learned. `matrixAILevel` must be 1. Reports progress.
+/// Result: 1 learned; 0 refused, or no symbol in it, with a message; -1, -2 as `s_updateMatrixWithLongINTSequence`.
+int s_updateMatrixFromBasicLevel(ZQMatrix* matrix, const int* sequence, int length);
+
+/// The symbols of a sequence of `length` integers: the words of a text, the longest known phrases of anything else, none
+/// of MIDI pairs.
+/// `numberOfSymbols` gets the entries, `numberOfUnknownSymbols` the words without a symbol, `numberOfPredefinedSymbols`
+/// the line-feed symbols, 10.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getNextLevelSymbolsFromOriginalObjects(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols);
+
+/// The same, with the handles of the phrases in place of their symbols.
+/// `numberOfSymbols` gets the entries, 0 for a line feed, `numberOfUnknownSymbols` the words without a symbol,
+/// `numberOfPredefinedSymbols` the line-feed symbols, 10.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getNextLevelSymbolHandlesFromOriginalObjects(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols);
+
+/// The symbols of the words of a text, `length` integers of a byte each.
+/// `numberOfSymbols` gets the entries, `numberOfUnknownSymbols` the words without a symbol, `numberOfPredefinedSymbols`
+/// the line-feed symbols, 10.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getSymbolsFromLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols);
+
+/// The same, with the handles of the words in place of their symbols.
+/// `numberOfSymbols` gets the entries, 0 for a line feed, `numberOfUnknownSymbols` the words without a symbol,
+/// `numberOfPredefinedSymbols` the line-feed symbols, 10.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getSymbolHandlesFromLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols);
+
+/// The symbols of a sequence of `length` integers, by longest match. `numberOfSymbols` gets the entries.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getSymbolsFromAnyLongSequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols);
+
+/// The same, with the handles of the phrases in place of their symbols. `numberOfSymbols` gets the entries.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getSymbolHandlesFromAnyLongSequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols);
+
+// ---- Expanding symbols --------------------------------------------------------------------------------------------------------
+
+/// The phrase of the level below that a symbol of the current sub-matrix stands for. `length` gets its integers.
+/// Result: a new array, to be released with `s_Free`; null, with `length` 0 and a message at level 0, for a symbol
+/// without a phrase.
+int* s_createPreviousLevelElementsFromOriginalSymbol(ZQMatrix* matrix, int symbol, int* length);
+
+/// The same as items. `count` gets their number.
+/// Result: one new block, pointers first, to be released with `s_Free`; null, with `count` 0 and a message at level 0,
+/// for a symbol without a phrase.
+int** s_createPreviousLevelObjexsFromOriginalSymbol(ZQMatrix* matrix, int symbol, int* count);
 
 // ---- Text ---------------------------------------------------------------------------------------------------------------------
 

@@ -1,0 +1,43 @@
+#include "Learning.h"
+
+#include <string>
+
+namespace {
+
+// The library's callback takes no context, so what it draws is reached through here while texts are learned.
+struct Learning {
+  Progress* progress;
+  const Matrix* matrix;
+  std::string file;
+  double bytesBefore;
+  double bytesInAll;
+  long long itemsBefore;
+  double bytesOfFile;
+};
+Learning* learning = nullptr;
+
+void showLearning(progressCallBackData_tag*) {
+  const double items = static_cast<double>(learning->matrix->itemsLearned() - learning->itemsBefore);
+  const double bytes = learning->bytesBefore + (items < learning->bytesOfFile ? items : learning->bytesOfFile);
+  learning->progress->show("learning " + learning->file, learning->bytesInAll > 0 ? bytes / learning->bytesInAll : 1);
+}
+
+}  // namespace
+
+void learnFiles(Matrix& matrix, const std::vector<InputFile>& inputs, Progress& progress) {
+  Learning state{&progress, &matrix, "", 0, 0, 0, 0};
+  for (const InputFile& input : inputs) state.bytesInAll += static_cast<double>(input.size);
+  if (progress.isShown()) {
+    learning = &state;
+    setMatrixProgressDisplayFunction(showLearning);
+  }
+  for (const InputFile& input : inputs) {
+    state.file = input.path.substr(input.path.rfind('/') + 1);
+    state.bytesOfFile = static_cast<double>(input.size);
+    state.itemsBefore = matrix.itemsLearned();
+    matrix.learn(input.path);
+    state.bytesBefore += state.bytesOfFile;
+  }
+  setMatrixProgressDisplayFunction(nullptr);
+  learning = nullptr;
+}

@@ -1,0 +1,55 @@
+// The three tiers as tables of the flat functions that a matrix of the command needs, so that what works on a tier is told once
+// (Matrix.cpp). A tier's table has the groups that the tier can do: the store, learning, symbols.
+#pragma once
+
+#include <zmatrix/zmatrix.h>
+
+/// What every tier has: a block, records, self-tests.
+#define ZMATRIX_STORE_FUNCTIONS(suffix)                                         \
+  static constexpr auto numberOfIDs = s_getMaxNumberOfMatrices##suffix;         \
+  static constexpr auto currentID = s_getCurrentMatrixID##suffix;               \
+  static constexpr auto setCurrentID = s_setCurrentMatrixID##suffix;            \
+  static constexpr auto info = s_getMatrixInfo##suffix;                         \
+  static constexpr auto snapshot = s_getGlobalMatrixInfoParameters##suffix;     \
+  static constexpr auto blockSize = s_getMatrixBlockSize##suffix;               \
+  static constexpr auto maximalStack = s_getMatrixStackPointer##suffix;         \
+  static constexpr auto selfTest = s_perform1stMemoryTest##suffix;              \
+  static constexpr auto elementAt = s_getMatrixElementFromMatrixHandle##suffix; \
+  static constexpr auto description = s_getMatrixDescription##suffix;
+
+/// What learns sequences and continues them.
+#define ZMATRIX_LEARNING_FUNCTIONS(suffix)                                                        \
+  static constexpr auto setTextProfile = s_setGlobalDefaultMatrixPropertiesForANSIText##suffix;   \
+  static constexpr auto setPhraseLimit = s_setGlobalMaxPhraseLengthForUpdateWithSequence##suffix; \
+  static constexpr auto learnFile = s_updateMatrixWithANSIFile##suffix;                           \
+  static constexpr auto itemsBehind = s_getWriteCountWithSuccessorFromElement##suffix;            \
+  static constexpr auto setMethod = s_setSucessorMethod##suffix;                                  \
+  static constexpr auto setRandomValue = s_setSuccessorRandomValue##suffix;                       \
+  static constexpr auto setContext = s_initializeKernelSequenceWithOriginalSequence##suffix;      \
+  static constexpr auto lengthOfContext = s_getLengthOfKernelPreprocessedSequence##suffix;        \
+  static constexpr auto nextItem = s_readObjexFromMatrix##suffix;
+
+/// Learns sequences, and has symbols for the words of a text.
+struct FullTier {
+  using Handle = ZQMatrix;
+  static constexpr int number = ZQMatrixInfoTypeFull;
+  static constexpr bool learns = true;
+  static constexpr auto create = createAndInitMatrixWithDebugParameters;
+  static constexpr auto destroy = deleteMatrix;
+  ZMATRIX_STORE_FUNCTIONS()
+  ZMATRIX_LEARNING_FUNCTIONS()
+};
+
+/// Learns sequences; no symbols.
+struct MediumTier {
+  using Handle = ZQMatrixMedium;
+  static constexpr int number = ZQMatrixInfoTypeMedium;
+  static constexpr bool learns = true;
+  static constexpr auto create = createAndInitMatrixMediumWithDebugParameters;
+  static constexpr auto destroy = deleteMatrixMedium;
+  ZMATRIX_STORE_FUNCTIONS(_Medium)
+  ZMATRIX_LEARNING_FUNCTIONS(_Medium)
+};
+
+#undef ZMATRIX_STORE_FUNCTIONS
+#undef ZMATRIX_LEARNING_FUNCTIONS
