@@ -96,9 +96,9 @@ std::vector<int> wrongOffsets(int right) {
 /// Calls `look` with a fresh store for each wrong offset of each link of each element.
 template <class Matrix, class Look>
 void forEachBentLink(Look look) {
-  DamagedStore<Matrix> sound;
-  const std::vector<int> positions = sound.positionsOfCurrent();
-  const std::vector<plain::Element> records = sound.records();
+  // One store at a time listens to the messages.
+  const std::vector<int> positions = DamagedStore<Matrix>().positionsOfCurrent();
+  const std::vector<plain::Element> records = DamagedStore<Matrix>().records();
   ASSERT_EQ(positions.size(), 10u);
   for (const Link link : {Link::parent, Link::child, Link::next, Link::previous}) {
     for (const int position : positions) {
