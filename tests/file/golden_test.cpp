@@ -31,6 +31,7 @@ class GoldenTest : public testing::Test {
       learnText(matrix, "The harbour is dry for two hours. The boats lie on their sides.");
       if constexpr (std::is_same_v<Matrix, ZQMatrix>) {
         const std::vector<int> text = codesOf("The boats lie on their sides.");
+        matrix.setMatrixAILevel(1);
         EXPECT_EQ(matrix.updateMatrixFromBasicLevel(text.data(), static_cast<int>(text.size())), 1);
       }
     }

@@ -18,11 +18,11 @@ class HostileTest : public testing::Test {
   ~HostileTest() override { Access::destroy(matrix); }
 
   /// Loads into what the last load has left, and uses it; the result of the load.
-  int tryOut(const std::string& bytes, bool isUsed = true) {
+  int tryOut(const std::string& bytes, int matricesToUse = 2) {
     const int result = matrix->readAndInitMatrixFromDisk(folder.put("hostile.zmatrix", bytes).c_str(), -1);
     EXPECT_TRUE(result == 1 || result == -1);
     EXPECT_EQ(faultsOfLinks(*matrix), "");
-    if (isUsed) useMatrix(*matrix, folder.path() + "/used.zmatrix", 2);
+    if (matricesToUse > 0) useMatrix(*matrix, folder.path() + "/used.zmatrix", matricesToUse);
     return result;
   }
 
@@ -61,7 +61,7 @@ TYPED_TEST(HostileTest, cutAtEveryByte) {
   for (size_t length = 0; length < bytes.size(); ++length) {
     // A header is one thing; from there on the file is only short.
     if (length < endOfHeader && length % 97 != 0) continue;
-    EXPECT_EQ(this->tryOut(bytes.substr(0, length), length % 7 == 0), length < endOfHeader ? -1 : 1) << length;
+    EXPECT_EQ(this->tryOut(bytes.substr(0, length), length % 7 == 0 ? 2 : 0), length < endOfHeader ? -1 : 1) << length;
   }
 }
 
@@ -73,7 +73,7 @@ TYPED_TEST(HostileTest, eachNumberAtItsWorst) {
     for (const long long other : {0LL, -1LL, 0x7fffffffLL, value + 1, -0x80000000LL, value - 1, 65LL}) {
       if (isSetting && other == value + 1) break;
       SCOPED_TRACE(field.name + " = " + std::to_string(other));
-      this->tryOut(file.with(field, other));
+      this->tryOut(file.with(field, other), 1);
     }
     if (this->HasFailure()) return;
   }

@@ -56,14 +56,21 @@ void learnAndSay(Matrix& matrix) {
 }
 
 inline void useSymbols(ZQMatrix& matrix) {
+  int length = 0;
+  double probability, stopProbability;
   matrix.getActualAILevelIndex();
   for (int symbol = -1; symbol < 4; ++symbol) matrix.getSymbolDownLinkHandleFromSymbol(symbol);
   for (int symbol : {1, 256, 257, 258}) {
-    int length = 0;
     systemFree(matrix.createPreviousLevelElementsFromOriginalSymbol(symbol, &length));
   }
+  matrix.setMatrixAILevel(1);
   int text[] = {84, 104, 101, 32, 100, 114, 121, 32, 104, 97, 114, 46};
   matrix.updateMatrixFromBasicLevel(text, 12);
+  systemFree(matrix.createPreviousLevelObjexsFromOriginalSymbol(257, &length));
+  if (matrix.getMatrixInfo()->getCurrentMatrixIDLevelUp() >= 0) {
+    matrix.setCurrentMatrixID(matrix.getMatrixInfo()->getCurrentMatrixIDLevelUp());
+    matrix.readObjexFromMatrix(&probability, &stopProbability);
+  }
 }
 
 template <class Matrix>
