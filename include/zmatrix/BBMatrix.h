@@ -19,6 +19,9 @@ class BBMatrix {
     s_applyGlobalMatrixProperties(matrix);
     s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix, s_getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(matrix));
   }
+  int* createPreviousLevelElementsFromOriginalSymbol(int symbol, int* length) { return s_createPreviousLevelElementsFromOriginalSymbol(matrix, symbol, length); }
+  int** createPreviousLevelObjexsFromOriginalSymbol(int symbol, int* count) { return s_createPreviousLevelObjexsFromOriginalSymbol(matrix, symbol, count); }
+  void dbPrintSuccessorObjex(const int* objex, int count) { s_dbPrintSuccessorObjex(matrix, objex, count); }
   int deleteMatrixElement(const int* indexVector, int length, int keepInnerElements) { return s_deleteMatrixElement(matrix, indexVector, length, keepInnerElements); }
   int deleteMatrixElement32(const int* items, int length, int keepInnerElements) { return s_deleteMatrixElement32(matrix, items, length, keepInnerElements); }
   int existMatrixData(const int* indexVector, int length) { return s_existMatrixData(matrix, indexVector, length); }
@@ -171,6 +174,7 @@ class BBMatrix {
   void setUserRandomType(int type) { s_setUserRandomType(matrix, type); }
   void setUserRandomValue(long long value) { s_setUserRandomValue(matrix, value); }
   void showBasicProperties() { s_showBasicProperties(matrix); }
+  int updateMatrixFromBasicLevel(const int* sequence, int length) { return s_updateMatrixFromBasicLevel(matrix, sequence, length); }
   int updateMatrixWithANSIFile(const char* fileName, int* length) { return s_updateMatrixWithANSIFile(matrix, fileName, length); }
   int updateMatrixWithANSIFiles(const char* path, int recursive, int* length) { return s_updateMatrixWithANSIFiles(matrix, path, recursive, length); }
   int updateMatrixWithLongANSISequence(const int* sequence, int length) { return s_updateMatrixWithLongANSISequence(matrix, sequence, length); }

@@ -788,6 +788,12 @@ int s_getWriteCountWithSuccessorFromElement_Medium(ZQMatrixMediumElement* elemen
 int s_getWriteCountWithoutPredecessorFromElement(ZQMatrixElement* element);
 int s_getWriteCountWithoutPredecessorFromElement_Medium(ZQMatrixMediumElement* element);
 
+/// The symbol that the element's phrase stands for in the level above; 0 for none.
+int s_getSymbolFromElement(ZQMatrixElement* element);
+
+/// The handle, in the level below, of the phrase that a symbol stands for; 0 for none.
+int s_getDownlinkHandleFromElement(ZQMatrixElement* element);
+
 // ---- Self-tests ---------------------------------------------------------------------------------------------------------------
 
 /// Runs a self-test on the current sub-matrix: `which` 1 the scan of the block, 2 the walk from the root. A result below
@@ -2521,6 +2527,11 @@ int* s_readObjexAndHandleFromMatrixForSuccessorIndex_Medium(ZQMatrixMedium* matr
 /// integers; null prints a line end.
 void s_dbPrintSuccessorObjex_Medium(ZQMatrixMedium* matrix, const int* objex);
 
+/// Prints an item at level 0, in the manner of the matrix type and without a line end; on the symbol level with the
+/// phrase that the symbol stands for.
+/// `objex`: `coordinateDimension` integers; null prints a line end. `count` is not read.
+void s_dbPrintSuccessorObjex(ZQMatrix* matrix, const int* objex, int count);
+
 // ---- Pruning ------------------------------------------------------------------------------------------------------------------
 
 /// Removes, level by level, the phrases that say nothing a shorter phrase doesn't say. Handles end with it. Reports
@@ -2569,6 +2580,64 @@ int s_getKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix);
 
 /// Sets whether pruning spares phrases that are symbols: 0 or 1; anything else prints at level 0 and changes nothing.
 void s_setKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix, int keepSymbolsWhenRemoveOverdeterminedElements);
+
+/// The level of the current sub-matrix: 0 basic, 1 symbols.
+int s_getActualAILevelIndex(ZQMatrix* matrix);
+
+/// Phrases of the current sub-matrix that are symbols.
+int s_getNumberOfSymbols(ZQMatrix* matrix);
+
+// ---- Deriving symbols ---------------------------------------------------------------------------------------------------------
+
+/// Derives the symbols of a sequence that the current sub-matrix has learned, and learns them in its symbol level.
+/// `sequence`: `length` integers as they were learned. `matrixAILevel` must be 1. Reports progress.
+/// Result: 1 learned; 0 refused, or no symbol in it, with a message; -1, -2 as `s_updateMatrixWithLongINTSequence`.
+int s_updateMatrixFromBasicLevel(ZQMatrix* matrix, const int* sequence, int length);
+
+/// The symbols of a sequence of `length` integers: the words of a text, the longest known phrases of anything else, none
+/// of MIDI pairs.
+/// `numberOfSymbols` gets the entries, `numberOfUnknownSymbols` the words without a symbol, `numberOfPredefinedSymbols`
+/// the line-feed symbols, 10.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getNextLevelSymbolsFromOriginalObjects(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols);
+
+/// The same, with the handles of the phrases in place of their symbols.
+/// `numberOfSymbols` gets the entries, 0 for a line feed, `numberOfUnknownSymbols` the words without a symbol,
+/// `numberOfPredefinedSymbols` the line-feed symbols, 10.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getNextLevelSymbolHandlesFromOriginalObjects(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols);
+
+/// The symbols of the words of a text, `length` integers of a byte each.
+/// `numberOfSymbols` gets the entries, `numberOfUnknownSymbols` the words without a symbol, `numberOfPredefinedSymbols`
+/// the line-feed symbols, 10.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getSymbolsFromLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols);
+
+/// The same, with the handles of the words in place of their symbols.
+/// `numberOfSymbols` gets the entries, 0 for a line feed, `numberOfUnknownSymbols` the words without a symbol,
+/// `numberOfPredefinedSymbols` the line-feed symbols, 10.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getSymbolHandlesFromLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols);
+
+/// The symbols of a sequence of `length` integers, by longest match. `numberOfSymbols` gets the entries.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getSymbolsFromAnyLongSequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols);
+
+/// The same, with the handles of the phrases in place of their symbols. `numberOfSymbols` gets the entries.
+/// Result: a new array, to be released with `s_Free`; null if there is none.
+int* s_getSymbolHandlesFromAnyLongSequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols);
+
+// ---- Expanding symbols --------------------------------------------------------------------------------------------------------
+
+/// The phrase of the level below that a symbol of the current sub-matrix stands for. `length` gets its integers.
+/// Result: a new array, to be released with `s_Free`; null, with `length` 0 and a message at level 0, for a symbol
+/// without a phrase.
+int* s_createPreviousLevelElementsFromOriginalSymbol(ZQMatrix* matrix, int symbol, int* length);
+
+/// The same as items. `count` gets their number.
+/// Result: one new block, pointers first, to be released with `s_Free`; null, with `count` 0 and a message at level 0,
+/// for a symbol without a phrase.
+int** s_createPreviousLevelObjexsFromOriginalSymbol(ZQMatrix* matrix, int symbol, int* count);
 
 // ---- Text ---------------------------------------------------------------------------------------------------------------------
 

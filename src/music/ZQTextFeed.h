@@ -18,25 +18,12 @@
 #include "music/ZQTextFile.h"
 #include "music/ZQTextPhrases.h"
 #include "settings/ZQMatrixEnumerations.h"
+#include "store/ZQKeepCurrentMatrixID.h"
 
 namespace zmatrix {
 
 template <class Matrix>
 struct TextTier;
-
-/// Puts the current matrix ID back at the end of a scope.
-template <class Matrix>
-class KeepCurrentMatrixID {
- public:
-  explicit KeepCurrentMatrixID(Matrix* matrix) : matrix_(matrix), matrixID_(matrix->getCurrentMatrixID()) {}
-  ~KeepCurrentMatrixID() { matrix_->setCurrentMatrixID(matrixID_); }
-  KeepCurrentMatrixID(const KeepCurrentMatrixID&) = delete;
-  KeepCurrentMatrixID& operator=(const KeepCurrentMatrixID&) = delete;
-
- private:
-  Matrix* matrix_;
-  int matrixID_;
-};
 
 // --- one update
 

@@ -1,4 +1,5 @@
-// Writes generated text into a file, told once for the tiers that generate. The low byte of each item is a character.
+// Writes generated text into a file, told once for the tiers that generate. On the basic level the low byte of each item is a
+// character; TextOutput<Matrix> names what a tier with more levels does with its items.
 #pragma once
 
 #include <cstdio>
@@ -9,14 +10,37 @@
 
 namespace zmatrix {
 
+/// What a matrix that knows one level writes.
+template <class Matrix>
+class TextOutput {
+ public:
+  explicit TextOutput(Matrix* matrix) : matrix_(matrix) {}
+
+  /// 1 if the current sub-matrix is of a kind that can be written, else the error code of the operation.
+  int check() const {
+    const int matrixType = matrix_->getMatrixInfo()->getMatrixType();
+    if (matrixType == ZQMatrixTypeANSIText) return 1;
+    dbPrintf(0, "error: readAnsiObjexsAndWriteToAnsiFile: matrix is not ANSI type: %d\n", matrixType);
+    return -1;
+  }
+
+  void write(int item, FILE* file) const { fputc(item, file); }
+
+  /// False, with a message, for an item that can't stand for text.
+  bool isLegal(int item) const {
+    if (static_cast<unsigned>(item) < 256) return true;
+    dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: illegal value: %d\n", item);
+    return false;
+  }
+
+ private:
+  Matrix* matrix_;
+};
+
 /// 1 if the current sub-matrix can write text, else the error code of the operation.
 template <class Matrix>
 int checkMatrixForTextOutput(Matrix* matrix) {
   const auto* info = matrix->getMatrixInfo();
-  if (info->getMatrixType() != ZQMatrixTypeANSIText) {
-    dbPrintf(0, "error: readAnsiObjexsAndWriteToAnsiFile: matrix is not ANSI type: %d\n", info->getMatrixType());
-    return -1;
-  }
   if (info->getNumberOfWriteElements() == 0) {
     dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: matrix is empty!\n");
     return -2;
@@ -37,27 +61,26 @@ int checkMatrixForTextOutput(Matrix* matrix) {
 
 /// The text that the generated text continues.
 template <class Matrix>
-void writeContextOfText(Matrix* matrix, FILE* file) {
+void writeContextOfText(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file) {
   int numberOfObjex = 0, coordinateDimension = 0;
   int** objex = matrix->createKernelOriginalSequenceInitialValuesObjexVector(&numberOfObjex, &coordinateDimension);
   if (objex == nullptr) return;
-  for (int i = 0; i < numberOfObjex; i++) fputc(objex[i][0], file);
+  for (int i = 0; i < numberOfObjex; i++) output.write(objex[i][0], file);
   systemFree(objex);
 }
 
-/// Generates one item. A failed one, and one that is no character, leaves a line feed, and nothing stops the run.
+/// Generates one item. A failed one, and one that is no text, leaves a line feed, and nothing stops the run.
 template <class Matrix>
-void writeNextCharacter(Matrix* matrix, FILE* file) {
+void writeNextItem(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file) {
   double probability = 0, stopProbability = 0;
   const int* objex = matrix->readObjexFromMatrix(&probability, &stopProbability);
   if (objex == nullptr) {
     fputc('\n', file);
     return;
   }
-  const int character = objex[0];
-  fputc(character, file);
-  if (static_cast<unsigned>(character) < 256) return;
-  dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: illegal value: %d\n", character);
+  const int item = objex[0];
+  output.write(item, file);
+  if (output.isLegal(item)) return;
   matrix->getMatrixInfo()->resetKernelSequence(matrix->getCurrentMatrixID(), 0);
   fputc('\n', file);
 }
@@ -66,6 +89,9 @@ template <class Matrix>
 int readAnsiObjexsAndWriteToAnsiFileIn(Matrix* matrix, int numberOfObjex, const char* fileName) {
   if (matrix == nullptr || matrix->getCurrentMatrixID() < 0 || matrix->getCurrentMatrixID() >= matrix->getMaxNumberOfMatrices())
     return 0;
+  const TextOutput<Matrix> output(matrix);
+  const int isOfKind = output.check();
+  if (isOfKind != 1) return isOfKind;
   const int isFit = checkMatrixForTextOutput(matrix);
   if (isFit != 1) return isFit;
   FILE* file = fileName != nullptr ? fopen(fileName, "wb") : nullptr;
@@ -78,8 +104,8 @@ int readAnsiObjexsAndWriteToAnsiFileIn(Matrix* matrix, int numberOfObjex, const 
   if (info->getSkillOutputLevel() < 2) dbPrintf(1, "readAnsiObjexsAndWriteToAnsiFile: Warning: very low skill outputlevel\n");
   if (info->getLengthOfKernelPreProcessedSequence() == 0)
     dbPrintf(1, "readAnsiObjexsAndWriteToAnsiFile: Warning: empty kernel sequence, initializing from root\n");
-  writeContextOfText(matrix, file);
-  for (int i = 0; i < numberOfObjex; i++) writeNextCharacter(matrix, file);
+  writeContextOfText(matrix, output, file);
+  for (int i = 0; i < numberOfObjex; i++) writeNextItem(matrix, output, file);
   fclose(file);
   return 1;
 }

@@ -7,6 +7,7 @@
 #include "frame/ZQGrowth.h"
 #include "frame/ZQSmallQueries.h"
 #include "frame/ZQSystemOwned.h"
+#include "sequence/ZQKernelSetting.h"
 #include "sequence/ZQKnownSuffixes.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
@@ -23,16 +24,6 @@ struct KnownSuffix {
   int handle = -1;
 };
 
-/// The handle of an ending, one item down from the ending that it prolongs; -1 if it is not written.
-int handleBelow(ZQMatrixMedium& matrix, int position, const int* item, int suffixLength) {
-  const ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
-  if (suffixLength >= info->getMaxDimOfMatrix()) return -1;
-  for (int i = 0; i < info->getCoordinateDimension() && position >= 0; ++i) position = matrix.childAt(position, item[i]);
-  const ZQMatrixBaseElement* element = matrix.elementAt(position);
-  if (element == nullptr) return -1;
-  return element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0 ? position : -1;
-}
-
 /// Goes from the shortest suffix to longer ones. An unknown suffix, or one that nothing follows, ends the search: it doesn't jump
 /// to a longer one. This is the only place that knows how the suffixes are looked up.
 KnownSuffix longestKnownSuffix(ZQMatrixMedium& matrix, const int* sequence, int length) {
@@ -45,7 +36,7 @@ KnownSuffix longestKnownSuffix(ZQMatrixMedium& matrix, const int* sequence, int 
   KnownSuffix known;
   for (int suffixLength = coordinateDimension; suffixLength <= length; suffixLength += coordinateDimension) {
     const int above = continuesLast ? last.positionOf(matrix, last.found.size()) : -1;
-    const int handle = above >= 0 ? handleBelow(matrix, above, sequence + (length - coordinateDimension), suffixLength)
+    const int handle = above >= 0 ? matrix.handleOneItemBelow(above, sequence + (length - coordinateDimension), suffixLength)
                                   : matrix.getMatrixHandleFromElementVector(sequence + (length - suffixLength), suffixLength);
     if (handle > maximalStack) dbPrintf(0, "initializeKernelSequence: error: handle > maxStackPtr!\n");
     if (handle < 0 || matrix.hasMatrixHandleSuccessors(handle) < 1) break;
@@ -95,20 +86,34 @@ int countKernelNotes(ZQMatrixMediumInfo* info) {
 }
 
 /// Where the kernel begins in the original input, in integers, with the items in front that the inverse needs; or offsetNotFound.
-int offsetOfKernelInOriginal(ZQMatrixMediumInfo* info, int length, int preProcessedLength) {
+/// What it is found from is lengths alone, so that it is exact only where no item of the input was dropped.
+int offsetOfKernelInOriginal(ZQMatrixMediumInfo* info, int length, int preProcessedLength, bool warnsOfUnsecureRecompute) {
   const int type = info->getPreProcessingType(), coordinateDimension = info->getCoordinateDimension();
   if (type <= ZQPreProcessingTypeANSIText) {
+    const bool isText = type == ZQPreProcessingTypeANSIText;
     const int offset = preProcessedLength - info->getLengthOfKernelPreProcessedSequence() * coordinateDimension;
-    if (offset >= 0) return std::min(offset, length);
-    dbPrintf(0, type == ZQPreProcessingTypeANSIText ? "initializeKerneSequenceWithOriginalSequence: internal error2\n"
-                                                    : "initializeKerneSequenceWithOriginalSequence: internal error1\n");
-    return 0;
+    if (offset < 0) {
+      dbPrintf(0, isText ? "initializeKerneSequenceWithOriginalSequence: internal error2\n"
+                         : "initializeKerneSequenceWithOriginalSequence: internal error1\n");
+      return 0;
+    }
+    if (isText && offset > 0 && warnsOfUnsecureRecompute) {
+      dbPrintf(0, "warning: unsecure method for recomputing ANSI originalSequence from preprocessed Sequence, offset = %d\n",
+               offset);
+    }
+    return std::min(offset, length);
   }
   if (zmatrix::coordinatesOfMidiType(type) == 0) return 0;
   const long long offset = length - static_cast<long long>(coordinateDimension) * (countKernelNotes(info) + 1LL);
-  if (offset >= 0) return static_cast<int>(offset);
-  dbPrintf(0, "Upps, da weiss ich auch keinen Rat mehr!!!\n");
-  return offsetNotFound;
+  if (offset < 0) {
+    dbPrintf(0, "Upps, da weiss ich auch keinen Rat mehr!!!\n");
+    return offsetNotFound;
+  }
+  if (offset > 0 && warnsOfUnsecureRecompute) {
+    dbPrintf(0, "warning: unsecure method for recomputing MIDI originalSequence from preprocessed Sequence, offset = %d\n",
+             static_cast<int>(offset));
+  }
+  return static_cast<int>(offset);
 }
 
 /// Makes these items the original kernel. False if there is no room for them.
@@ -175,33 +180,36 @@ int ZQMatrixMedium::initializeKernelSequenceWithPreProcessedSequence(const int* 
   return info->getLengthOfKernelPreProcessedSequence();
 }
 
-int ZQMatrixMedium::initializeKernelSequenceWithOriginalSequence(const int* sequence, int length, int setInitialValues) {
-  ZQMatrixMediumInfo* info = getMatrixInfo();
+zmatrix::KernelSetting zmatrix::setKernelFromOriginalSequence(ZQMatrixMedium& matrix, const int* sequence, int length,
+                                                              const KernelSettingRequest& request) {
+  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
+  const int setInitialValues = request.setInitialValues;
+  const auto reset = [&] { return KernelSetting{info->resetKernelSequence(request.matrixIDAtRoot, setInitialValues), false}; };
   const int coordinateDimension = info->getCoordinateDimension();
-  if (sequence == nullptr || length < 1 || coordinateDimension < 1 || isTooLongForKernel(info, length)) {
-    return info->resetKernelSequence(getCurrentMatrixID(), setInitialValues);
-  }
+  if (sequence == nullptr || length < 1 || coordinateDimension < 1 || isTooLongForKernel(info, length)) return reset();
   SystemOwned<int> ownPreProcessed;
   const int* preProcessed = sequence;
   int preProcessedLength = length;
   if (info->getPreProcessingType() != ZQPreProcessingTypeNone) {
-    ownPreProcessed.reset(getPreProcessedSequenceFromOriginalSequence(sequence, length, &preProcessedLength));
+    ownPreProcessed.reset(matrix.getPreProcessedSequenceFromOriginalSequence(sequence, length, &preProcessedLength));
     preProcessed = ownPreProcessed.get();
-    if (preProcessed == nullptr) return -1;
+    if (preProcessed == nullptr) return {-1, false};
     if (preProcessedLength < 1) {
       const int needed = sGetNumberOriginalItemsToRestoreFromPreprocessed(info->getPreProcessingType());
-      if (storeShortOriginalKernel(info, getCurrentMatrixID(), sequence, length, needed, setInitialValues)) return needed;
-      return info->resetKernelSequence(getCurrentMatrixID(), setInitialValues);
+      const bool isStored =
+          storeShortOriginalKernel(info, matrix.getCurrentMatrixID(), sequence, length, needed, setInitialValues);
+      return isStored ? KernelSetting{needed, false} : reset();
     }
   }
-  if (initializeKernelSequenceWithPreProcessedSequence(preProcessed, preProcessedLength) >= 0) {
-    const int offset = offsetOfKernelInOriginal(info, length, preProcessedLength);
-    if (offset != offsetNotFound &&
-        storeOriginalKernel(info, sequence + offset, (length - offset) / coordinateDimension, setInitialValues)) {
-      return info->getLengthOfKernelOriginalSequence();
-    }
-  }
-  return info->resetKernelSequence(getCurrentMatrixID(), setInitialValues);
+  if (matrix.initializeKernelSequenceWithPreProcessedSequence(preProcessed, preProcessedLength) < 0) return reset();
+  const int offset = offsetOfKernelInOriginal(info, length, preProcessedLength, request.warnsOfUnsecureRecompute);
+  if (offset == offsetNotFound) return reset();
+  if (!storeOriginalKernel(info, sequence + offset, (length - offset) / coordinateDimension, setInitialValues)) return reset();
+  return {info->getLengthOfKernelOriginalSequence(), true};
+}
+
+int ZQMatrixMedium::initializeKernelSequenceWithOriginalSequence(const int* sequence, int length, int setInitialValues) {
+  return zmatrix::setKernelFromOriginalSequence(*this, sequence, length, {getCurrentMatrixID(), setInitialValues, false}).result;
 }
 
 int ZQMatrixMedium::updateAndGetMatrixKernelHandle() {

@@ -133,6 +133,9 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   ZQMatrixBaseElement* parentOf(int position) const;
   /// The position of the child for a coordinate, or -1.
   int childAt(int parentPosition, int coordinate) const;
+  /// What getMatrixHandleFromElementVector gives for a vector of `length` integers that ends with `item`, from the position where
+  /// the vector without it ends: one item down instead of a walk from the root.
+  int handleOneItemBelow(int position, const int* item, int length) const;
   /// A new, cleared record in a slot; null if memory has run out. What the slot held is forgotten.
   template <class Element>
   Element* createElementAt(int position) {

@@ -67,6 +67,15 @@ int ZQMatrixBase::getMatrixHandleFromElementVector64(const long long* items, int
   });
 }
 
+int ZQMatrixBase::handleOneItemBelow(int position, const int* item, int length) const {
+  const ZQMatrixBaseInfo* info = getMatrixInfo();
+  if (length >= info->getMaxDimOfMatrix()) return -1;
+  for (int i = 0; i < info->getCoordinateDimension() && position >= 0; ++i) position = childAt(position, item[i]);
+  const ZQMatrixBaseElement* element = elementAt(position);
+  if (element == nullptr) return -1;
+  return element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0 ? position : -1;
+}
+
 ZQMatrixBaseElement* ZQMatrixBase::getMatrixElementFromElementVector(const int* indexVector, int length, int* handle) {
   const int found = getMatrixHandleFromElementVector(indexVector, length);
   if (handle != nullptr) *handle = found;

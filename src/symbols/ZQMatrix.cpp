@@ -108,11 +108,13 @@ int ZQMatrix::getSymbolDownLinkHandleFromSymbol(int symbol) {
 int ZQMatrix::getActualAILevelIndex() {
   int level = 0;
   int id = currentMatrixID;
-  // Links that go in a circle end where every sub-matrix has been seen.
+  // Links that go in a circle end where every sub-matrix has been seen; one that leads to itself, or nowhere, is the last.
   while (level < getMaxNumberOfMatrices()) {
-    id = getMatrixInfo(id)->getCurrentMatrixIDLevelDown();
-    if (id < 0 || id >= getMaxNumberOfMatrices()) break;
+    const int below = getMatrixInfo(id)->getCurrentMatrixIDLevelDown();
+    if (below < 0) break;
     ++level;
+    if (below == id || below >= getMaxNumberOfMatrices()) break;
+    id = below;
   }
   return level;
 }

@@ -7,6 +7,10 @@
 
 struct ZQFullTier;
 
+namespace zmatrix {
+struct DerivedSymbols;
+}
+
 class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
  public:
   using Tier = ZQFullTier;
@@ -62,6 +66,8 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int updateMatrixWithANSIFile(const char* fileName, int* length, int maxLength);
   int updateMatrixWithANSIFiles(const char* path, int recursive, int* length);
   int updateMatrixWithLongANSISequence(const int* sequence, int length);
+  /// Writes characters from the basic level, words from the symbol level.
+  int readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName);
 
   // --- symbols
   /// Marks in a preprocessed text the first item of each word with bit 0 and the last with bit 1. A new array of `length`
@@ -74,4 +80,42 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int getSymbolDownLinkHandleFromSymbol(int symbol);
   /// The level of the current sub-matrix: 0 is the basic one.
   int getActualAILevelIndex();
+
+  // --- from a sequence to its symbols: new arrays that the caller frees, null for none. A symbol and the handle of its phrase
+  // have the same place in their arrays. Unknown are words without a symbol, predefined is the line feed between paragraphs.
+  int* getNextLevelSymbolsFromOriginalObjects(const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols,
+                                              int* numberOfPredefinedSymbols);
+  int* getNextLevelSymbolHandlesFromOriginalObjects(const int* sequence, int length, int* numberOfSymbols,
+                                                    int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols);
+  int* getSymbolsFromLongANSISequence(const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols,
+                                      int* numberOfPredefinedSymbols);
+  int* getSymbolHandlesFromLongANSISequence(const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols,
+                                            int* numberOfPredefinedSymbols);
+  int* getSymbolsFromAnyLongSequence(const int* sequence, int length, int* numberOfSymbols);
+  int* getSymbolHandlesFromAnyLongSequence(const int* sequence, int length, int* numberOfSymbols);
+  /// Learns the symbols of a sequence that the current sub-matrix has just learned, in the sub-matrix above it: 1 learned, 0
+  /// refused or no symbols, else as the sequence update has it.
+  int updateMatrixFromBasicLevel(const int* sequence, int length);
+  /// In the symbol level: stores where the phrases lie.
+  int updateSymbolDownLinkHandlesForSymbols(const int* symbols, const int* handles, int count);
+
+  // --- and back
+  int* createPreviousLevelElementsFromOriginalSymbol(int symbol, int* length);
+  /// The current sub-matrix is the level below when the phrase's length doesn't fit its items.
+  int** createPreviousLevelObjexsFromOriginalSymbol(int symbol, int* count);
+  void dbPrintSuccessorObjex(const int* objex, int count);
+
+  /// flag 1: also stores the initial values, and sets a kernel in each level above from the symbols of the level below.
+  int initializeKernelSequenceWithOriginalSequence(const int* sequence, int length, int flag);
+
+ private:
+  int* deriveSymbols(const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols,
+                     int* numberOfPredefinedSymbols);
+  int* deriveSymbolsOfStart(const int* sequence, int length, int* numberOfSymbols);
+  int provideLevelUp();
+  void setUpSymbolLevel(int basicID, const char* nameOfUpdateFile);
+  int refreshSymbolDownLinkHandles(const int* sequence, int length, int levelUp, const zmatrix::DerivedSymbols& symbols,
+                                   int updateResult);
+  int getSymbolDownLinkHandleToExpand(int symbol, int levelDown);
+  void printPhraseOfSymbol(int symbol);
 };

@@ -76,10 +76,22 @@ class SequenceTwin : public StoreTwin<Matrix> {
   }
 
   void startKernel(Vector items, int setInitialValues) {
+    if (StoreTwin<Matrix>::hasSymbols && matrix->getHighestOccupiedMatrixID() < store.currentMatrixID) {
+      startKernelOfUnwrittenSubMatrix(items, setInitialValues);
+      return;
+    }
     const int expected = sequence().initializeKernelWithOriginal(items, setInitialValues);
     EXPECT_EQ(
         matrix->initializeKernelSequenceWithOriginalSequence(items.data(), static_cast<int>(items.size()), setInitialValues),
         expected);
+    compareKernel();
+  }
+  /// The full tier goes up the levels by their IDs, and finds none where nothing is written in this sub-matrix or behind it.
+  void startKernelOfUnwrittenSubMatrix(const Vector& items, int setInitialValues) {
+    store.messages += "initializeKernelSequenceWithOriginalSequence: error: matrix does not contain symbol sub-matrix with id " +
+                      std::to_string(store.currentMatrixID) + " for level 0!\n";
+    EXPECT_EQ(
+        matrix->initializeKernelSequenceWithOriginalSequence(items.data(), static_cast<int>(items.size()), setInitialValues), -1);
     compareKernel();
   }
   void resetKernel(int resetInitialValues) {

@@ -74,6 +74,8 @@ int s_getWriteCountFromElement(ZQMatrixElement* element) { return element->getWr
 long long s_getValueFromElement(ZQMatrixElement* element) { return element->getValue(); }
 int s_getWriteCountWithSuccessorFromElement(ZQMatrixElement* element) { return element->getWriteCountWithSuccessor(); }
 int s_getWriteCountWithoutPredecessorFromElement(ZQMatrixElement* element) { return element->getWriteCountWithoutPredecessor(); }
+int s_getSymbolFromElement(ZQMatrixElement* element) { return element->getSymbolID(); }
+int s_getDownlinkHandleFromElement(ZQMatrixElement* element) { return element->getSymbolDownLinkHandle(); }
 int s_perform1stMemoryTest(ZQMatrix* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->perform1stMemoryTest(which, numberOfWriteElements, numberOfEndElements, trim); }
 int s_performMatrixLinearTest(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->performMatrixLinearTest(numberOfWriteElements, numberOfEndElements, trim); }
 int s_perform1stMemoryTestSimplyfied(ZQMatrix* matrix, int which, int trim) { return matrix->perform1stMemoryTestSimplyfied(which, trim); }
@@ -415,6 +417,7 @@ int* s_readObjexFromMatrix(ZQMatrix* matrix, double* probability, double* stopPr
 int* s_readObjexAndHandleFromMatrix(ZQMatrix* matrix, double* probability, double* stopProbability, int* handle) { return matrix->readObjexAndHandleFromMatrix(probability, stopProbability, handle); }
 int* s_readObjexFromMatrixForSuccessorIndex(ZQMatrix* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability) { return matrix->readObjexFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability); }
 int* s_readObjexAndHandleFromMatrixForSuccessorIndex(ZQMatrix* matrix, int successorIndex, int updateKernel, double* probability, double* stopProbability, int* handle) { return matrix->readObjexAndHandleFromMatrixForSuccessorIndex(successorIndex, updateKernel, probability, stopProbability, handle); }
+void s_dbPrintSuccessorObjex(ZQMatrix* matrix, const int* objex, int count) { matrix->dbPrintSuccessorObjex(objex, count); }
 int s_removeOverDeterminedElements(ZQMatrix* matrix) { return matrix->removeOverDeterminedElements(); }
 int s_removeLongElements(ZQMatrix* matrix, int maximalLength) { return matrix->removeLongElements(maximalLength); }
 int s_clearMatrixForID(ZQMatrix* matrix, int matrixID) { return matrix->clearMatrixForID(matrixID); }
@@ -427,6 +430,17 @@ int s_getCurrentMatrixIDLevelUp(ZQMatrix* matrix) { return matrix->getCurrentMat
 void s_setCurrentMatrixIDLevelUp(ZQMatrix* matrix, int matrixID) { matrix->setCurrentMatrixIDLevelUp(matrixID); }
 int s_getKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix) { return matrix->getKeepSymbolsWhenRemoveOverdeterminedElements(); }
 void s_setKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix, int keepSymbolsWhenRemoveOverdeterminedElements) { matrix->setKeepSymbolsWhenRemoveOverdeterminedElements(keepSymbolsWhenRemoveOverdeterminedElements); }
+int s_getActualAILevelIndex(ZQMatrix* matrix) { return matrix->getActualAILevelIndex(); }
+int s_getNumberOfSymbols(ZQMatrix* matrix) { return matrix->getNumberOfSymbols(); }
+int s_updateMatrixFromBasicLevel(ZQMatrix* matrix, const int* sequence, int length) { return matrix->updateMatrixFromBasicLevel(sequence, length); }
+int* s_getNextLevelSymbolsFromOriginalObjects(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols) { return matrix->getNextLevelSymbolsFromOriginalObjects(sequence, length, numberOfSymbols, numberOfUnknownSymbols, numberOfPredefinedSymbols); }
+int* s_getNextLevelSymbolHandlesFromOriginalObjects(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols) { return matrix->getNextLevelSymbolHandlesFromOriginalObjects(sequence, length, numberOfSymbols, numberOfUnknownSymbols, numberOfPredefinedSymbols); }
+int* s_getSymbolsFromLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols) { return matrix->getSymbolsFromLongANSISequence(sequence, length, numberOfSymbols, numberOfUnknownSymbols, numberOfPredefinedSymbols); }
+int* s_getSymbolHandlesFromLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols, int* numberOfPredefinedSymbols) { return matrix->getSymbolHandlesFromLongANSISequence(sequence, length, numberOfSymbols, numberOfUnknownSymbols, numberOfPredefinedSymbols); }
+int* s_getSymbolsFromAnyLongSequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols) { return matrix->getSymbolsFromAnyLongSequence(sequence, length, numberOfSymbols); }
+int* s_getSymbolHandlesFromAnyLongSequence(ZQMatrix* matrix, const int* sequence, int length, int* numberOfSymbols) { return matrix->getSymbolHandlesFromAnyLongSequence(sequence, length, numberOfSymbols); }
+int* s_createPreviousLevelElementsFromOriginalSymbol(ZQMatrix* matrix, int symbol, int* length) { return matrix->createPreviousLevelElementsFromOriginalSymbol(symbol, length); }
+int** s_createPreviousLevelObjexsFromOriginalSymbol(ZQMatrix* matrix, int symbol, int* count) { return matrix->createPreviousLevelObjexsFromOriginalSymbol(symbol, count); }
 int s_updateMatrixWithANSIFile(ZQMatrix* matrix, const char* fileName, int* length) { return matrix->updateMatrixWithANSIFile(fileName, length, 0); }
 int s_updateMatrixWithANSIFiles(ZQMatrix* matrix, const char* path, int recursive, int* length) { return matrix->updateMatrixWithANSIFiles(path, recursive, length); }
 int s_updateMatrixWithLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) { return matrix->updateMatrixWithLongANSISequence(sequence, length); }

@@ -1,0 +1,62 @@
+// The kernels of all levels from one start: each level takes the symbols that the level below has made of it.
+#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSystemOwned.h"
+#include "sequence/ZQKernelSetting.h"
+#include "store/ZQKeepCurrentMatrixID.h"
+#include "symbols/ZQMatrix.h"
+
+using zmatrix::KeepCurrentMatrixID;
+using zmatrix::KernelSetting;
+using zmatrix::SystemOwned;
+
+namespace {
+
+constexpr int highestAILevel = 1;
+
+}  // namespace
+
+int ZQMatrix::initializeKernelSequenceWithOriginalSequence(const int* sequence, int length, int flag) {
+  if (getMatrixAILevel() > highestAILevel) {
+    dbPrintf(0, "initializeKernelSequenceWithOriginalSequence: error: version does not allow AI level > %d!\n", highestAILevel);
+    return -1;
+  }
+  const int startID = currentMatrixID;
+  int level = getActualAILevelIndex();
+  const int targetLevel = flag == 1 ? getMatrixAILevel() : level;
+  if (level > targetLevel) return getLengthOfKernelOriginalSequence();
+
+  const int highest = getHighestOccupiedMatrixID();
+  const KeepCurrentMatrixID<ZQMatrix> keep(this);
+  SystemOwned<int> symbols;
+  int id = startID;
+  while (id <= highest) {
+    if (id != startID) {
+      symbols.reset(deriveSymbolsOfStart(sequence, length, &length));
+      sequence = symbols.get();
+      setCurrentMatrixID(id);
+    }
+    // A kernel that has to be reset gets the root of the level that the call began at, in the levels above too.
+    const KernelSetting setting = zmatrix::setKernelFromOriginalSequence(*this, sequence, length, {startID, flag, true});
+    if (!setting.followsSequence) return setting.result;
+    id = getMatrixInfo()->getCurrentMatrixIDLevelUp();
+    if (id < 0 || level >= targetLevel) return getMatrixInfo(startID)->getLengthOfKernelOriginalSequence();
+    ++level;
+  }
+  dbPrintf(0,
+           "initializeKernelSequenceWithOriginalSequence: error: matrix does not contain symbol sub-matrix with id %d for level "
+           "%d!\n",
+           id, level);
+  return -1;
+}
+
+int* ZQMatrix::deriveSymbolsOfStart(const int* sequence, int length, int* numberOfSymbols) {
+  int numberOfUnknown = 0, numberOfPredefined = 0;
+  int* symbols = deriveSymbols(sequence, length, numberOfSymbols, &numberOfUnknown, &numberOfPredefined);
+  if (numberOfUnknown > 0) {
+    dbPrintf(0, "initializeKernelWithOriginalSequence: numberOfUnknown Symbols: %d\n", numberOfUnknown);
+  }
+  if (numberOfPredefined > 0) {
+    dbPrintf(0, "initializeKernelWithOriginalSequence: numberOfPredefined Symbols: %d\n", numberOfPredefined);
+  }
+  return symbols;
+}
