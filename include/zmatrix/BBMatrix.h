@@ -80,6 +80,7 @@ class BBMatrix {
   int* readObjexFromMatrix(double* probability, double* stopProbability) { return s_readObjexFromMatrix(matrix, probability, stopProbability); }
   int removeLongElements(int maximalLength) { return s_removeLongElements(matrix, maximalLength); }
   int removeOverDeterminedElements() { return s_removeOverDeterminedElements(matrix); }
+  int saveMatrixToDisk(const char* path) { return s_saveMatrixToDisk(matrix, path); }
   void setAddUpdateInfo(int addUpdateInfo) { s_setAddUpdateInfo(matrix, addUpdateInfo); }
   void setAllowLargeIndices(int allowLargeIndices) { s_setAllowLargeIndices(matrix, allowLargeIndices); }
   void setCoordinateDimension(int coordinateDimension) { s_setCoordinateDimension(matrix, coordinateDimension); }

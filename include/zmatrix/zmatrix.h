@@ -276,6 +276,12 @@ ZQMatrix* createAndInitMatrix(void);
 /// Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`.
 ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
 
+/// Creates a matrix of the full tier: sequences and symbols, from a matrix file of exactly this tier.
+/// `debugLevel`: -1 to 9, the level of messages while reading and after it.
+/// Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with
+/// `deleteMatrix`.
+ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel);
+
 /// Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for the
 /// whole process.
 /// Null is ignored. Pointers that the matrix lent out end here.
@@ -292,6 +298,12 @@ ZQMatrixMedium* createAndInitMatrixMedium(void);
 /// directory. Not null.
 /// Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`.
 ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+
+/// Creates a matrix of the medium tier: sequences, from a matrix file of exactly this tier.
+/// `debugLevel`: -1 to 9, the level of messages while reading and after it.
+/// Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with
+/// `deleteMatrixMedium`.
+ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLevel);
 
 /// Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0 for
 /// the whole process.
@@ -310,6 +322,12 @@ ZQMatrixBase* createAndInitMatrixBase(void);
 /// Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`.
 ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
 
+/// Creates a matrix of the base tier: a random read and write store, from a matrix file of exactly this tier.
+/// `debugLevel`: -1 to 9, the level of messages while reading and after it.
+/// Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with
+/// `deleteMatrixBase`.
+ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel);
+
 /// Deletes a matrix of the base tier with all that it owns, closes the debug file and sets the message level to 0 for the
 /// whole process.
 /// Null is ignored. Pointers that the matrix lent out end here.
@@ -325,6 +343,9 @@ ZQMatrix* createMatrixBB(void);
 
 /// The same as `createAndInitMatrixWithDebugParameters`.
 ZQMatrix* createMatrixWithDebugParametersBB(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+
+/// The same as `createAndInitMatrixWithFile`.
+ZQMatrix* createMatrixWithFileBB(const char* path, int debugLevel);
 
 /// The same as `deleteMatrix`.
 void deleteMatrixBB(ZQMatrix* matrix);
@@ -2228,6 +2249,36 @@ int s_checkGlobalMatrixPropertiesForIntegerSeries_Medium(ZQMatrixMedium* matrix)
 
 /// Checks whether the symbol level's block fits symbols. Result: 1, or 0, with a message in most cases.
 int s_checkGlobalSymbolMatrixPropertiesForSymbols(ZQMatrix* matrix);
+
+// ---- The matrix file ----------------------------------------------------------------------------------------------------------
+
+/// Saves the matrix. A save that fails leaves the file that was there.
+/// Result: 1 saved; -1, with a message, if the file can't be written.
+int s_saveMatrixToDisk(ZQMatrix* matrix, const char* path);
+int s_saveMatrixToDisk_Medium(ZQMatrixMedium* matrix, const char* path);
+int s_saveMatrixToDisk_Base(ZQMatrixBase* matrix, const char* path);
+
+/// Looks which tier a matrix file holds.
+/// Result: 0 base, 1 medium, 2 full; -1 no matrix file; -2 it can't be opened.
+int s_getMatrixInfoTypeFromFile(const char* path);
+
+/// Loads the history of updates from the file that the matrix was read from. `count` gets the number of its records, 0
+/// for none or a file that is gone.
+void s_readMatrixUpdateInfos(ZQMatrix* matrix, int* count);
+void s_readMatrixUpdateInfos_Medium(ZQMatrixMedium* matrix, int* count);
+void s_readMatrixUpdateInfos_Base(ZQMatrixBase* matrix, int* count);
+
+/// A loaded record of the history. `index`: 0 up to, not including, the count of `s_readMatrixUpdateInfos`.
+/// Result: the record, which belongs to the matrix until `s_deleteMatrixUpdateInfos`; null, with a message at level 0, if
+/// it is not loaded or out of range.
+ZQMatrixInfo* s_getMatrixUpdateInfo(ZQMatrix* matrix, int index);
+ZQMatrixMediumInfo* s_getMatrixUpdateInfo_Medium(ZQMatrixMedium* matrix, int index);
+ZQMatrixBaseInfo* s_getMatrixUpdateInfo_Base(ZQMatrixBase* matrix, int index);
+
+/// Releases the loaded history. Its records end here.
+void s_deleteMatrixUpdateInfos(ZQMatrix* matrix);
+void s_deleteMatrixUpdateInfos_Medium(ZQMatrixMedium* matrix);
+void s_deleteMatrixUpdateInfos_Base(ZQMatrixBase* matrix);
 
 // ---- Preprocessing by the settings of the current sub-matrix ------------------------------------------------------------------
 

@@ -13,6 +13,11 @@ void* systemMalloc(size_t size) {
   return std::malloc(size);
 }
 
+void* systemCalloc(size_t count, size_t size) {
+  if (size > 0 && count > zmatrix::largestAllocation / size) return nullptr;
+  return std::calloc(count, size);
+}
+
 void* systemRealloc(void* pointer, size_t size) {
   if (size > zmatrix::largestAllocation) return nullptr;
   return std::realloc(pointer, size);

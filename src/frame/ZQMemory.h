@@ -8,6 +8,9 @@
 /// Allocates `size` bytes, or returns null.
 void* systemMalloc(size_t size);
 
+/// As systemMalloc, for `count` times `size` bytes, all 0; a large one costs nothing before it is touched.
+void* systemCalloc(size_t count, size_t size);
+
 /// Resizes an allocation of systemMalloc; null if there is no room, and the old allocation then stands.
 void* systemRealloc(void* pointer, size_t size);
 

@@ -52,6 +52,10 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int clearMatrixForID(int matrixID);
   int removeEmptyMatrices();
 
+  // --- the matrix file
+  int saveMatrixToDisk(const char* path);
+  int readAndInitMatrixFromDisk(const char* path, int debugLevel);
+
   // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
   int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);

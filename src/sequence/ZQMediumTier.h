@@ -4,6 +4,7 @@
 
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQMediumSelfTest.h"
+#include "store/ZQMatrixFileTexts.h"
 
 struct ZQMediumTier {
   using Matrix = ZQMatrixMedium;
@@ -12,6 +13,11 @@ struct ZQMediumTier {
   using SelfTest = ZQMediumSelfTest;
   static constexpr int infoType = 1;
   static constexpr bool reportsMissingSlot = true;
+
+  static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::mediumFileTexts;
+  static constexpr bool announcesMoreMatrices = true;
+  static void reportOccupiedSlot(int position) { dbPrintf(0, fileTexts.slotIsOccupied, position); }
+  static void checkLoadedRecords(Matrix&) {}
 
   struct WriteFlags {
     char startFlag = 0;  ///< not 0: the path begins a sequence

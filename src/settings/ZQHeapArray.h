@@ -69,8 +69,12 @@ class RowTable {
   int numberOfRows() const { return rows.size(); }
   int rowLength() const { return lengthOfRows; }
 
-  /// Makes room for at least this much; what is new is 0 and nothing gets smaller. False if there is no room.
+  /// Makes room for at least this much; what is new is 0 and nothing gets smaller. False if there is no room, or if it is more
+  /// than mostValues.
   bool grow(int rowCount, int length) {
+    const long long numberOfValues =
+        static_cast<long long>(rowCount > rows.size() ? rowCount : rows.size()) * (length > lengthOfRows ? length : lengthOfRows);
+    if (numberOfValues > mostValues) return false;
     return (length <= lengthOfRows || growRows(length)) && (rowCount <= rows.size() || addRows(rowCount));
   }
 
@@ -79,6 +83,8 @@ class RowTable {
     release();
     return rows.resize(0, nullptr) && grow(rowCount, length);
   }
+
+  static constexpr long long mostValues = 1LL << 26;  ///< of all rows: a quarter of a gigabyte, far beyond any context
 
   void release() {
     for (int i = 0; i < rows.size(); ++i) systemFree(rows[i]);

@@ -10,6 +10,10 @@
 
 namespace zmatrix {
 
+class ZQFieldReader;
+class ZQFileReader;
+class ZQFileWriter;
+
 constexpr int largestCoordinateDimension = 64;  ///< integers of one item
 constexpr int matrixInfoMagicNumber = 43112609;
 constexpr int matrixFormatVersion = 135;
@@ -173,7 +177,26 @@ class ZQMatrixBaseInfo {
 
   void printMatrixInfo();
 
+  /// Writes the record as it stands in a matrix file.
+  void writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence);
+  /// Takes the record over from a matrix file: 1. A record that makes no sense, or is cut, gives -1 and an empty record; then the
+  /// updateInfoType still tells what the file said.
+  int readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence);
+
  protected:
+  template <class Fields>
+  void describeBasePart(Fields& fields);
+  bool readBasePart(zmatrix::ZQFieldReader& fields);
+  /// One entry a dimension behind a flag; `unused` fills the entries that no dimension has yet.
+  template <class Fields>
+  void describeDimensions(Fields& fields, zmatrix::HeapArray<int>& array, int unused);
+  /// Writes the parts of a tier's record, each told by a function of its own.
+  template <class... Parts>
+  void writeParts(zmatrix::ZQFileWriter& file, Parts... describePart);
+  /// What a failed reading leaves: an empty record of the type that the file said.
+  template <class Info>
+  static int refuseRecord(Info& info, int id);
+
   int enterMatrixDimension(int dimIndex);
   /// The capacity that the per-dimension arrays need for dimIndex.
   int capacityForDimension(int dimIndex) const;
@@ -200,6 +223,10 @@ class ZQMatrixBaseInfo {
   ZQMatrixProperties* globalMatrixInfoParameters = nullptr;
 
  private:
+  template <class Fields>
+  void describeCoordinateSizes(Fields& fields);
+  bool isLegalInFile(const void* field) const;
+  bool makeDimensionArrays(zmatrix::ZQFileReader& file);
   int reportDimensionBeyondCapacity() const;
   bool growDimensionArrays(int capacity);
   void printCoordinateSizes();

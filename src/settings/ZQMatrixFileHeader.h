@@ -14,6 +14,9 @@
 namespace zmatrix {
 
 constexpr int initialNumberOfMatrices = 4;
+constexpr int largestNumberOfMatrices = 65536;  ///< each takes some kilobytes before it holds anything
+constexpr int initialBlockSize = 64000;         ///< slots
+constexpr int largestBlockSize = 134217728;     ///< slots: a gigabyte of pointers
 
 /// Copies at most `capacity` - 1 characters and fills the rest with zeros. A null text leaves the field as it is.
 void storeText(char* field, int capacity, const char* text);
@@ -25,6 +28,8 @@ void setDefaultParameters(ZQMatrixProperties& block);
 void setDefaultSymbolParameters(ZQMatrixProperties& block);
 
 }  // namespace zmatrix
+
+class ZQMatrixInfo;
 
 class ZQMatrixFileHeader {
  public:
@@ -51,6 +56,8 @@ class ZQMatrixFileHeader {
     zmatrix::storeText(matrixDestinationFilename, sizeof matrixDestinationFilename, name);
   }
   char* getMatrixDebugDirectory() { return matrixDebugDirectory; }
+  /// An empty directory stays empty: nothing is tried out in the working directory.
+  void _clearMatrixDebugDirectory() { matrixDebugDirectory[0] = 0; }
   /// Takes the directory if a file can be made in it, else the working directory, with a warning.
   void setMatrixDebugDirectory(const char* path);
 
@@ -189,12 +196,31 @@ class ZQMatrixFileHeader {
   }
   /// Closes that stream, removes its file if it has a name, and forgets both.
   void closeAndRemoveUpdateInfos();
+
+  // --- the matrix file
+  /// Writes header and global blocks. The file position of offsetToUpdateInfos, to be patched when it is known.
+  long long writeFileHeader(zmatrix::ZQFileWriter& file);
+  /// 1; -1, with a message, for a file that is none. The fields are overwritten in any case.
+  int readFileHeader(zmatrix::ZQFileReader& file);
+  /// The tier that a file was written by: 0 to 2; -1 for a bad file, -2 if it can't be opened.
+  int getMatrixInfoTypeFromFile(const char* path);
+  /// Loads the history of the file that the matrix was read from; `count` gets the number of its records.
+  void readMatrixUpdateInfos(int* count);
+  /// A loaded record, which stays the header's, or null with a message.
+  ZQMatrixBaseInfo* getMatrixUpdateInfo(int index);
   /// Frees the update records that were loaded, if any.
   void deleteMatrixUpdateInfos();
 
   void printMatrixFileHeader();
 
  private:
+  template <class Fields>
+  long long describe(Fields& fields);
+  int scanUpdateInfos(zmatrix::ZQFileReader& file);
+  void loadUpdateInfos(zmatrix::ZQFileReader& file, int count);
+  /// As a record of the file's tier.
+  int readUpdateInfo(ZQMatrixInfo& record, zmatrix::ZQFileReader& file) const;
+
   char fileType[8] = {};
   char matrixDescription[504] = {};
   int lastSoftwareVersion = zmatrix::matrixFormatVersion;

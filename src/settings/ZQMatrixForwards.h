@@ -80,6 +80,13 @@ struct ZQMatrixBaseForwards {
   void releaseMemoryGlobalMatrixInfoParameters() {
     ZQ_FORWARDED_RECORD->releaseMemoryGlobalMatrixInfoParameters();
   }
+  /// The history of the file that the matrix was read from.
+  void readMatrixUpdateInfos(int* count) {
+    ZQ_FORWARDED_HEADER->readMatrixUpdateInfos(count);
+  }
+  ZQMatrixBaseInfo* getMatrixUpdateInfo(int index) {
+    return ZQ_FORWARDED_HEADER->getMatrixUpdateInfo(index);
+  }
   void setDefaultMatrixPropertiesForRandomReadWrite() {
     zmatrix::setDefaultMatrixPropertiesForRandomReadWrite(*ZQ_FORWARDED_RECORD);
   }

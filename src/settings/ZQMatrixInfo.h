@@ -35,6 +35,14 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
     storeLevelLink(currentMatrixIDLevelUp, id, "setCurrentMatrixIDLevelUp");
   }
 
+  /// For a link that a file has brought and that leads nowhere.
+  void _cutLevelLinkDown() {
+    currentMatrixIDLevelDown = -1;
+  }
+  void _cutLevelLinkUp() {
+    currentMatrixIDLevelUp = -1;
+  }
+
   void incrementNumberOfSymbols() {
     numberOfSymbols = zmatrix::successorOf(numberOfSymbols);
   }
@@ -48,11 +56,16 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
   void printMatrixInfo();
 
+  void writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence);
+  int readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence);
+
  protected:
 #define ZQ_FULL_ROWS
 #define ZQ_FIELD(type, name, Name, initial, since, printType, format) type name{};
 #include "settings/ZQMatrixInfoFields.def"
 
  private:
+  template <class Fields>
+  void describeFullPart(Fields& fields);
   static void storeLevelLink(int& link, int id, const char* setter);
 };

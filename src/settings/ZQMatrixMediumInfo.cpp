@@ -5,24 +5,11 @@
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixFileHeader.h"
 
-namespace {
-
-constexpr int firstKernelLength = 256;
-
-}  // namespace
-
 int ZQMatrixMediumInfo::initMatrixInfo(int id) {
   const bool baseHasRoom = ZQMatrixBaseInfo::initMatrixInfo(id) == 1;
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(initial);
-#include "settings/ZQMatrixInfoFields.def"
+  setMediumDefaults();
   updateInfoType = ZQMatrixInfoTypeMedium;
-  kernelMatrixHandle = matrixID;
-  memset(nameOfUpdateFile, 0, sizeof nameOfUpdateFile);
-  memset(midiChannelFilter, 0, sizeof midiChannelFilter);
   hasBeenChanged = 0;
-  updateSequence.release();
-  namesOfUpdateFiles.release();
   const bool hasRoom = rulesInDimension.assign(internalCurrentDimension, 0) &&
                        uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
                        writeElementsInDimension.assign(internalCurrentDimension, 0) && makeKernelRows(coordinateDimension);
@@ -103,6 +90,17 @@ void ZQMatrixMediumInfo::setMidiChannelFilterArray(const char* channels) {
 void ZQMatrixMediumInfo::setCoordinateDimension(int dimension) {
   makeKernelRows(std::clamp(dimension, 0, zmatrix::largestCoordinateDimension));
   ZQMatrixBaseInfo::setCoordinateDimension(dimension);
+}
+
+void ZQMatrixMediumInfo::setMediumDefaults() {
+#define ZQ_MEDIUM_ROWS
+#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(initial);
+#include "settings/ZQMatrixInfoFields.def"
+  kernelMatrixHandle = matrixID;
+  memset(nameOfUpdateFile, 0, sizeof nameOfUpdateFile);
+  memset(midiChannelFilter, 0, sizeof midiChannelFilter);
+  namesOfUpdateFiles.release();
+  updateSequence.release();
 }
 
 // An internal length may be 0 while the sequence is not empty, so it alone does not tell how long the rows must be.

@@ -196,11 +196,20 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
   void printMatrixInfo();
 
+  /// As the base does. With withSequence 1 the packed sequence of the last feed goes along.
+  void writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence);
+  int readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence);
+
  protected:
+  template <class Fields>
+  void describeMediumPart(Fields& fields, int withSequence);
+  bool readMediumPart(zmatrix::ZQFieldReader& fields, int withSequence);
+
 #define ZQ_MEDIUM_ROWS
 #define ZQ_FIELD(type, name, Name, initial, since, printType, format) type name{};
 #include "settings/ZQMatrixInfoFields.def"
   static constexpr int nameCapacity = 256;
+  static constexpr int firstKernelLength = 256;
   char nameOfUpdateFile[nameCapacity + 1] = {};  ///< a name may fill it; the byte behind stays 0 for whoever reads on
   char midiChannelFilter[16] = {};
   zmatrix::HeapArray<int> rulesInDimension;
@@ -214,6 +223,14 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   zmatrix::HeapArray<char> namesOfUpdateFiles;
 
  private:
+  template <class Fields>
+  void describeKernel(Fields& fields, zmatrix::RowTable& rows, int& length);
+  template <class Fields>
+  void describeNamesOfUpdateFiles(Fields& fields);
+  template <class Fields>
+  void describeUpdateSequence(Fields& fields, int withSequence);
+  void setMediumDefaults();
+  bool makeMediumArrays(zmatrix::ZQFileReader& file);
   int enterMediumMatrixDimension(int dimIndex);
   int** kernelRows(zmatrix::RowTable& rows) {
     return rows.numberOfRows() >= coordinateDimension || rows.grow(coordinateDimension, 256) ? rows.data() : nullptr;

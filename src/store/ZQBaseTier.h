@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/ZQMatrixBase.h"
+#include "store/ZQMatrixFileTexts.h"
 #include "store/ZQSelfTestTexts.h"
 
 struct ZQBaseTier {
@@ -12,6 +13,13 @@ struct ZQBaseTier {
   using SelfTest = zmatrix::NoAdditionalSelfTest;
   static constexpr int infoType = 0;
   static constexpr bool reportsMissingSlot = false;  ///< says "hier ist der Fehler1" where no free slot was found
+
+  // --- the matrix file
+  static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::baseFileTexts;
+  static constexpr bool announcesMoreMatrices = false;  ///< says so when a file has more sub-matrices than the object
+  static void reportOccupiedSlot(int position) { dbPrintf(0, fileTexts.slotIsOccupied, position); }
+  /// The records of a file have been read: what they say of each other is made sound.
+  static void checkLoadedRecords(Matrix&) {}
 
   /// What a write brings besides its value.
   struct WriteFlags {};

@@ -81,10 +81,14 @@ void ZQFreeSlotIndex::clear() {
 void ZQFreeSlotIndex::fill(int slot) {
   const size_t word = static_cast<size_t>(slot) >> 6;
   const uint64_t bit = uint64_t{1} << (slot & 63);
-  if ((freeSlots[word] & bit) == 0) return;
-  freeSlots[word] &= ~bit;
-  const size_t region = static_cast<size_t>(slot) >> regionLog2;
-  --numberOfFreeInRegion[region];
+  if ((freeSlots[word] & bit) != 0) fillWord(word, bit);
+}
+
+void ZQFreeSlotIndex::fillWord(size_t word, uint64_t occupied) {
+  const size_t region = word >> 6;
+  const int filled = std::popcount(freeSlots[word] & occupied);
+  numberOfFreeInRegion[region] = static_cast<uint16_t>(numberOfFreeInRegion[region] - filled);
+  freeSlots[word] &= ~occupied;
   if (freeSlots[word] != 0) return;
   wordsWithFree[region] &= ~(uint64_t{1} << (word & 63));
   if (wordsWithFree[region] == 0) regionsWithFree[region >> 6] &= ~(uint64_t{1} << (region & 63));

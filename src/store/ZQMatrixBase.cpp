@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int initialBlockSize = 64000;  // slots
 constexpr int lowestDebugLevel = -1;
 constexpr int highestDebugLevel = 9;
 
@@ -26,7 +25,7 @@ int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const cha
   header->setNumberOfMatrices(1);
   header->setMatrixAILevel(0);
   header->setOffsetToUpdateInfos(0);
-  header->_setMatrixBlockSize(initialBlockSize);
+  header->_setMatrixBlockSize(zmatrix::initialBlockSize);
   header->_setMatrixBlockSizeOld(0);
   header->_setMaximalStack(0);
   header->setNumberOfMatrixUpdates(0);
@@ -44,10 +43,10 @@ int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const cha
   setMatrixDebugOn(newDebugLevel);
   header->setFpUpdateInfos(nullptr);
   header->setFpUpdateInfosFileName("");
-  if (!resizeBlock(initialBlockSize)) {
+  if (!resizeBlock(zmatrix::initialBlockSize)) {
     deInitMatrix();
     dbPrintf(0, "error from InitMat: Allocation of _matrixData failed _matrixBlockSize too large: %ld!\n",
-             static_cast<long>(initialBlockSize));
+             static_cast<long>(zmatrix::initialBlockSize));
     return 0;
   }
   dbPrintf(1, "_matrixData initialized!\n");
@@ -72,7 +71,7 @@ void ZQMatrixBase::deInitMatrix() {
   header->setNumberOfMatrices(1);
   header->setMatrixAILevel(0);
   header->setOffsetToUpdateInfos(0);
-  header->_setMatrixBlockSize(initialBlockSize);
+  header->_setMatrixBlockSize(zmatrix::initialBlockSize);
   header->_setMatrixBlockSizeOld(0);
   header->_setMaximalStack(0);
   header->setNumberOfMatrixUpdates(0);

@@ -118,6 +118,12 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   int* getSuccessorHandlesFromMatrixHandle(int handle, int* count);
   int* getSuccessorOcronHandlesFromMatrixHandle(int handle, int ocronCode, int* count);
 
+  // --- the matrix file
+  /// 1; -1, with a message, if the file could not be written: then an old one stands.
+  int saveMatrixToDisk(const char* path);
+  /// Takes over a file of this tier or a lower one: 1. -1 with a message: no matrix file, a higher tier's, or no memory for it.
+  int readAndInitMatrixFromDisk(const char* path, int debugLevel);
+
   // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
   int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
@@ -160,8 +166,18 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   friend struct ZQStoreMove;
   template <class Tier>
   friend struct ZQStoreSelfTest;
+  template <class Tier>
+  friend struct ZQMatrixFileSave;
+  template <class Tier>
+  friend struct ZQMatrixFileLoad;
 
   bool resizeBlock(int newSize);
+  /// A new block without any record. False if memory has run out: then there is no block.
+  bool makeEmptyBlock(int size);
+  /// Holds every link of a block that came from outside against the links that must answer it; see the source.
+  bool linksAreSound() const;
+  /// Drops what cannot be reached from a root and links the rest anew. The records dropped, or -1 if memory has run out.
+  int repairLinks();
   void pointEntriesAtBlock();
   /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't
   /// grow.

@@ -4,12 +4,6 @@
 #include "frame/ZQMemory.h"
 #include "store/ZQMatrixBase.h"
 
-namespace {
-
-constexpr int largestBlockSize = 134217728;  // slots: a gigabyte of pointers
-
-}  // namespace
-
 void ZQMatrixBase::pointEntriesAtBlock() {
   for (int id = 0; id < matrixFileHeader->getMaxNumberOfMatrices(); ++id) matrixDataEntryArray[id] = matrixData + id;
 }
@@ -27,16 +21,30 @@ bool ZQMatrixBase::resizeBlock(int newSize) {
   return true;
 }
 
+bool ZQMatrixBase::makeEmptyBlock(int size) {
+  records.clear();
+  ++releasedRecords;
+  systemFree(matrixData);
+  freeSlots.clear();
+  numberOfSlots = 0;
+  matrixData = static_cast<ZQMatrixBaseElement**>(systemCalloc(static_cast<size_t>(size), sizeof *matrixData));
+  if (matrixData == nullptr) return false;
+  numberOfSlots = size;
+  if (!freeSlots.resize(size)) return false;
+  pointEntriesAtBlock();
+  return true;
+}
+
 int ZQMatrixBase::expandMatrixBlock(int minimalSize) {
   if (!hasBlock()) return 0;
   const int oldSize = matrixFileHeader->getMatrixBlockSize();
   matrixFileHeader->_setMatrixBlockSizeOld(oldSize);
   long long newSize = static_cast<long long>(zmatrix::growthFactor * (minimalSize < 1 ? oldSize : minimalSize));
-  if (newSize >= largestBlockSize) {
-    newSize = largestBlockSize;
-    if (oldSize < largestBlockSize) matrixFileHeader->_setMatrixBlockSize(largestBlockSize);
+  if (newSize >= zmatrix::largestBlockSize) {
+    newSize = zmatrix::largestBlockSize;
+    if (oldSize < zmatrix::largestBlockSize) matrixFileHeader->_setMatrixBlockSize(zmatrix::largestBlockSize);
     dbPrintf(0, "warning from expandMatrixBlock: Reallocation: blocksize reduced: %ld", static_cast<long>(newSize));
-    if (oldSize >= largestBlockSize) {
+    if (oldSize >= zmatrix::largestBlockSize) {
       dbPrintf(0, "error from expandMatrixBlock: Reallocation of _matrixData failed _matrixBlockSize too large: %ld!",
                static_cast<long>(newSize));
       return 0;
@@ -57,8 +65,14 @@ int ZQMatrixBase::expandMatrixBlock(int minimalSize) {
 
 void ZQMatrixBase::setInitialMatrixBlocksize(int size) {
   const int oldSize = matrixFileHeader->getMatrixBlockSize();
-  // A positive size that leaves no room for the roots is refused: the block would not hold what the entries point at.
+  // A positive size that leaves no room for the roots is refused: the block would not hold what the entries point at. So is one
+  // that no growth would ever reach.
   if (size >= 1 && size < matrixFileHeader->getMaxNumberOfMatrices()) return;
+  if (size > zmatrix::largestBlockSize) {
+    dbPrintf(0, "error from setInitialMatrixBlock: ReAllocation of _matrixData failed _matrixBlockSize too large: %ld!\n",
+             static_cast<long>(size));
+    return;
+  }
   matrixFileHeader->_setMatrixBlockSizeOld(oldSize);
   matrixFileHeader->_setMatrixBlockSize(size);
   if (size < 1 || size == oldSize) return;

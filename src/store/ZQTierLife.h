@@ -92,7 +92,7 @@ void setMaxNumberOfMatricesIn(Matrix& matrix, int number) {
     dbPrintf(0, "setMaxNumberOfMatrices: Can only be set if matrix is completely empty\n");
     return;
   }
-  if (number > header->getMatrixBlockSize()) return;  // the roots must lie in the block
+  if (number > header->getMatrixBlockSize() || number > largestNumberOfMatrices) return;  // the roots must lie in the block
   auto** infos = static_cast<ZQMatrixBaseInfo**>(
       systemRealloc(matrix.getMatrixInfoArray(), static_cast<size_t>(number) * sizeof(ZQMatrixBaseInfo*)));
   if (infos == nullptr) return;

@@ -14,6 +14,13 @@ struct ZQFullTier {
   static constexpr int infoType = 2;
   static constexpr bool reportsMissingSlot = true;
 
+  static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::fullFileTexts;
+  static constexpr bool announcesMoreMatrices = false;
+  /// Goes to standard output whatever the channel's device, and always has.
+  static void reportOccupiedSlot(int position) { printf(fileTexts.slotIsOccupied, position); }
+  /// A link to a level that is not there, or that leads back to where it came from, is cut.
+  static void checkLoadedRecords(Matrix& matrix) { matrix._checkLevelLinks(); }
+
   struct WriteFlags {
     char startFlag = 0;
     char endFlag = 0;

@@ -113,6 +113,10 @@ void s_setGlobalCoordinateDimension_Base(ZQMatrixBase* matrix, int coordinateDim
 int s_getGlobalMemorySearchMethod_Base(ZQMatrixBase* matrix) { return matrix->getGlobalMemorySearchMethod(); }
 void s_setGlobalMemorySearchMethod_Base(ZQMatrixBase* matrix, int memorySearchMethod) { matrix->setGlobalMemorySearchMethod(memorySearchMethod); }
 void s_setDefaultMatrixPropertiesForRandomReadWrite_Base(ZQMatrixBase* matrix) { matrix->setDefaultMatrixPropertiesForRandomReadWrite(); }
+int s_saveMatrixToDisk_Base(ZQMatrixBase* matrix, const char* path) { return matrix->saveMatrixToDisk(path); }
+void s_readMatrixUpdateInfos_Base(ZQMatrixBase* matrix, int* count) { matrix->readMatrixUpdateInfos(count); }
+ZQMatrixBaseInfo* s_getMatrixUpdateInfo_Base(ZQMatrixBase* matrix, int index) { return static_cast<ZQMatrixBaseInfo*>(matrix->getMatrixUpdateInfo(index)); }
+void s_deleteMatrixUpdateInfos_Base(ZQMatrixBase* matrix) { matrix->deleteMatrixUpdateInfos(); }
 
 }  // extern "C"
 #pragma GCC visibility pop

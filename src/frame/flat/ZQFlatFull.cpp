@@ -381,6 +381,10 @@ int s_checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(ZQMatrix* matr
 int s_checkGlobalMatrixPropertiesForANSIText(ZQMatrix* matrix) { return matrix->checkGlobalMatrixPropertiesForANSIText(); }
 int s_checkGlobalMatrixPropertiesForIntegerSeries(ZQMatrix* matrix) { return matrix->checkGlobalMatrixPropertiesForIntegerSeries(); }
 int s_checkGlobalSymbolMatrixPropertiesForSymbols(ZQMatrix* matrix) { return matrix->checkGlobalSymbolMatrixPropertiesForSymbols(); }
+int s_saveMatrixToDisk(ZQMatrix* matrix, const char* path) { return matrix->saveMatrixToDisk(path); }
+void s_readMatrixUpdateInfos(ZQMatrix* matrix, int* count) { matrix->readMatrixUpdateInfos(count); }
+ZQMatrixInfo* s_getMatrixUpdateInfo(ZQMatrix* matrix, int index) { return static_cast<ZQMatrixInfo*>(matrix->getMatrixUpdateInfo(index)); }
+void s_deleteMatrixUpdateInfos(ZQMatrix* matrix) { matrix->deleteMatrixUpdateInfos(); }
 int* s_getPreProcessedSequenceFromOriginalSequence(ZQMatrix* matrix, const int* originalSequence, int length, int* resultLength) { return matrix->getPreProcessedSequenceFromOriginalSequence(originalSequence, length, resultLength); }
 long long* s_getLongLongPreProcessedSequenceFromOriginalSequence(ZQMatrix* matrix, const long long* originalSequence, int length, int* resultLength) { return matrix->getLongLongPreProcessedSequenceFromOriginalSequence(originalSequence, length, resultLength); }
 int* s_getOriginalSequenceFromPreProcessedSequence(ZQMatrix* matrix, int* start, int lengthOfStart, int capacity, const int* preProcessed, int lengthOfPreProcessed, int* resultLength, int inPlace) { return matrix->getOriginalSequenceFromPreProcessedSequence(start, lengthOfStart, capacity, preProcessed, lengthOfPreProcessed, resultLength, inPlace); }

@@ -314,6 +314,10 @@ int s_checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT_Medium(ZQMatrixMediu
 int s_checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS_Medium(ZQMatrixMedium* matrix) { return matrix->checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(); }
 int s_checkGlobalMatrixPropertiesForANSIText_Medium(ZQMatrixMedium* matrix) { return matrix->checkGlobalMatrixPropertiesForANSIText(); }
 int s_checkGlobalMatrixPropertiesForIntegerSeries_Medium(ZQMatrixMedium* matrix) { return matrix->checkGlobalMatrixPropertiesForIntegerSeries(); }
+int s_saveMatrixToDisk_Medium(ZQMatrixMedium* matrix, const char* path) { return matrix->saveMatrixToDisk(path); }
+void s_readMatrixUpdateInfos_Medium(ZQMatrixMedium* matrix, int* count) { matrix->readMatrixUpdateInfos(count); }
+ZQMatrixMediumInfo* s_getMatrixUpdateInfo_Medium(ZQMatrixMedium* matrix, int index) { return static_cast<ZQMatrixMediumInfo*>(matrix->getMatrixUpdateInfo(index)); }
+void s_deleteMatrixUpdateInfos_Medium(ZQMatrixMedium* matrix) { matrix->deleteMatrixUpdateInfos(); }
 int* s_getPreProcessedSequenceFromOriginalSequence_Medium(ZQMatrixMedium* matrix, const int* originalSequence, int length, int* resultLength) { return matrix->getPreProcessedSequenceFromOriginalSequence(originalSequence, length, resultLength); }
 long long* s_getLongLongPreProcessedSequenceFromOriginalSequence_Medium(ZQMatrixMedium* matrix, const long long* originalSequence, int length, int* resultLength) { return matrix->getLongLongPreProcessedSequenceFromOriginalSequence(originalSequence, length, resultLength); }
 int* s_getOriginalSequenceFromPreProcessedSequence_Medium(ZQMatrixMedium* matrix, int* start, int lengthOfStart, int capacity, const int* preProcessed, int lengthOfPreProcessed, int* resultLength, int inPlace) { return matrix->getOriginalSequenceFromPreProcessedSequence(start, lengthOfStart, capacity, preProcessed, lengthOfPreProcessed, resultLength, inPlace); }

@@ -24,23 +24,30 @@ ZQMatrix* exported_createAndInitMatrix() EXPORTED_AS("createAndInitMatrix");
 ZQMatrix* exported_createAndInitMatrix() { return createAndInitMatrix(); }
 ZQMatrix* exported_createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) EXPORTED_AS("createAndInitMatrixWithDebugParameters");
 ZQMatrix* exported_createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) { return createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }
+ZQMatrix* exported_createAndInitMatrixWithFile(const char* path, int debugLevel) EXPORTED_AS("createAndInitMatrixWithFile");
+ZQMatrix* exported_createAndInitMatrixWithFile(const char* path, int debugLevel) { return createAndInitMatrixWithFile(path, debugLevel); }
 void exported_deleteMatrix(ZQMatrix* matrix) EXPORTED_AS("deleteMatrix");
 void exported_deleteMatrix(ZQMatrix* matrix) { deleteMatrix(matrix); }
 ZQMatrixMedium* exported_createAndInitMatrixMedium() EXPORTED_AS("createAndInitMatrixMedium");
 ZQMatrixMedium* exported_createAndInitMatrixMedium() { return createAndInitMatrixMedium(); }
 ZQMatrixMedium* exported_createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) EXPORTED_AS("createAndInitMatrixMediumWithDebugParameters");
 ZQMatrixMedium* exported_createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) { return createAndInitMatrixMediumWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }
+ZQMatrixMedium* exported_createAndInitMatrixMediumWithFile(const char* path, int debugLevel) EXPORTED_AS("createAndInitMatrixMediumWithFile");
+ZQMatrixMedium* exported_createAndInitMatrixMediumWithFile(const char* path, int debugLevel) { return createAndInitMatrixMediumWithFile(path, debugLevel); }
 void exported_deleteMatrixMedium(ZQMatrixMedium* matrix) EXPORTED_AS("deleteMatrixMedium");
 void exported_deleteMatrixMedium(ZQMatrixMedium* matrix) { deleteMatrixMedium(matrix); }
 ZQMatrixBase* exported_createAndInitMatrixBase() EXPORTED_AS("createAndInitMatrixBase");
 ZQMatrixBase* exported_createAndInitMatrixBase() { return createAndInitMatrixBase(); }
 ZQMatrixBase* exported_createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) EXPORTED_AS("createAndInitMatrixBaseWithDebugParameters");
 ZQMatrixBase* exported_createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) { return createAndInitMatrixBaseWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }
+ZQMatrixBase* exported_createAndInitMatrixBaseWithFile(const char* path, int debugLevel) EXPORTED_AS("createAndInitMatrixBaseWithFile");
+ZQMatrixBase* exported_createAndInitMatrixBaseWithFile(const char* path, int debugLevel) { return createAndInitMatrixBaseWithFile(path, debugLevel); }
 void exported_deleteMatrixBase(ZQMatrixBase* matrix) EXPORTED_AS("deleteMatrixBase");
 void exported_deleteMatrixBase(ZQMatrixBase* matrix) { deleteMatrixBase(matrix); }
 void setMatrixProgressDisplayFunctionBB(matrixProgressCallBackFunction callBack) { setMatrixProgressDisplayFunction(callBack); }
 ZQMatrix* createMatrixBB() { return createAndInitMatrix(); }
 ZQMatrix* createMatrixWithDebugParametersBB(int debugOutputDevice, int debugLevel, const char* debugDirectory) { return createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }
+ZQMatrix* createMatrixWithFileBB(const char* path, int debugLevel) { return createAndInitMatrixWithFile(path, debugLevel); }
 void deleteMatrixBB(ZQMatrix* matrix) { deleteMatrix(matrix); }
 void* s_Malloc(size_t size) { return systemMalloc(size); }
 void s_Free(void* pointer) { systemFree(pointer); }
@@ -51,6 +58,7 @@ int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems,
 int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) EXPORTED_AS("sGetNumberOriginalItemsToRestoreFromPreprocessed");
 int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) { return sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType); }
 int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->performMatrixConsistencyTest(numberOfWriteElements, numberOfEndElements, trim); }
+int s_getMatrixInfoTypeFromFile(const char* path) { return ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path); }
 ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() EXPORTED_AS("createZQMatrixSequenceIndexVector");
 ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() { return createZQMatrixSequenceIndexVector(); }
 void exported_deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) EXPORTED_AS("deleteZQMatrixSequenceIndexVector");

@@ -11,6 +11,39 @@ namespace {
 constexpr int silentDevice = 0;
 constexpr int silentLevel = -1;
 
+// The sentences of a creator from a file, in which the tiers differ.
+struct CreatorTexts {
+  const char* otherTier;
+  const char* notRead;
+};
+
+constexpr CreatorTexts baseTexts = {"error createAndInitMatrixBaseFile: this is not a base type matrix File! (type is %d)\n",
+                                    "createAndInitMatrixBaseWithFile: readAndInitMatrixFromDisk failed\n"};
+constexpr CreatorTexts mediumTexts = {
+    "error createAndInitMatrixMediumFile: this is not a medium type matrix File! (type is %d)\n",
+    "createAndInitMatrixMediumWithFile: readAndInitMatrixFromDisk failed\n"};
+constexpr CreatorTexts fullTexts = {"error createAndInitMatrixFile: this is not a symbol type matrix File! (type is %d)\n",
+                                    "createAndInitMatrixWithFile: readAndInitMatrixFromDisk failed\n"};
+
+// A file of another tier is refused, a lower one's too: only an existing object takes those.
+template <class Matrix>
+Matrix* createFromFile(const char* path, int debugLevel, const CreatorTexts& texts) {
+  const int infoType = ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path);
+  if (infoType != Matrix::Tier::infoType) {
+    dbPrintf(0, texts.otherTier, infoType);
+    return nullptr;
+  }
+  Matrix* matrix = zmatrix::createMatrixIn<Matrix>(silentDevice, silentLevel, "");
+  if (matrix == nullptr) return nullptr;
+  if (matrix->readAndInitMatrixFromDisk(path, debugLevel) != 1) {
+    dbPrintf(0, "%s", texts.notRead);
+    zmatrix::deleteMatrixIn(matrix);
+    return nullptr;
+  }
+  matrix->getMatrixFileHeader()->setMatrixInfoType(Matrix::Tier::infoType);
+  return matrix;
+}
+
 }  // namespace
 
 ZQMatrixBase* createAndInitMatrixBase() {
@@ -19,6 +52,10 @@ ZQMatrixBase* createAndInitMatrixBase() {
 
 ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
   return zmatrix::createMatrixIn<ZQMatrixBase>(debugOutputDevice, debugLevel, debugDirectory);
+}
+
+ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel) {
+  return createFromFile<ZQMatrixBase>(path, debugLevel, baseTexts);
 }
 
 void deleteMatrixBase(ZQMatrixBase* matrix) {
@@ -33,6 +70,10 @@ ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevi
   return zmatrix::createMatrixIn<ZQMatrixMedium>(debugOutputDevice, debugLevel, debugDirectory);
 }
 
+ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLevel) {
+  return createFromFile<ZQMatrixMedium>(path, debugLevel, mediumTexts);
+}
+
 void deleteMatrixMedium(ZQMatrixMedium* matrix) {
   zmatrix::deleteMatrixIn(matrix);
 }
@@ -43,6 +84,10 @@ ZQMatrix* createAndInitMatrix() {
 
 ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
   return zmatrix::createMatrixIn<ZQMatrix>(debugOutputDevice, debugLevel, debugDirectory);
+}
+
+ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel) {
+  return createFromFile<ZQMatrix>(path, debugLevel, fullTexts);
 }
 
 void deleteMatrix(ZQMatrix* matrix) {

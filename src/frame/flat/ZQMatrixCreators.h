@@ -9,12 +9,15 @@ class ZQMatrix;
 
 ZQMatrixBase* createAndInitMatrixBase();
 ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel);
 void deleteMatrixBase(ZQMatrixBase* matrix);
 
 ZQMatrixMedium* createAndInitMatrixMedium();
 ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLevel);
 void deleteMatrixMedium(ZQMatrixMedium* matrix);
 
 ZQMatrix* createAndInitMatrix();
 ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory);
+ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel);
 void deleteMatrix(ZQMatrix* matrix);

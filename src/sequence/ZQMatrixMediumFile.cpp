@@ -1,0 +1,12 @@
+// The matrix file of the medium tier: the shared tellings, instantiated.
+#include "sequence/ZQMediumTier.h"
+#include "store/ZQMatrixFileLoad.h"
+#include "store/ZQMatrixFileSave.h"
+
+int ZQMatrixMedium::saveMatrixToDisk(const char* path) {
+  return ZQMatrixFileSave<Tier>::save(*this, path);
+}
+
+int ZQMatrixMedium::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
+  return ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
+}

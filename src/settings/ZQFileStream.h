@@ -1,0 +1,123 @@
+// Bytes of a matrix file on their way through one buffer. Numbers are little-endian on any host, so that a file means the same
+// everywhere. The reader knows how many bytes are left, and how much memory what it has read may ask for: nothing that stands
+// in a file is believed before it was held against both.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <type_traits>
+
+namespace zmatrix {
+
+template <class Number>
+void putLittleEndian(char* to, Number value) {
+  if constexpr (std::endian::native == std::endian::little) {
+    memcpy(to, &value, sizeof value);
+    return;
+  }
+  const auto bits = static_cast<std::make_unsigned_t<Number>>(value);
+  for (size_t byte = 0; byte < sizeof(Number); ++byte) to[byte] = static_cast<char>((bits >> (8 * byte)) & 0xff);
+}
+
+template <class Number>
+Number getLittleEndian(const char* from) {
+  std::make_unsigned_t<Number> bits = 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    memcpy(&bits, from, sizeof bits);
+    return static_cast<Number>(bits);
+  }
+  for (size_t byte = 0; byte < sizeof(Number); ++byte) {
+    bits |= static_cast<std::make_unsigned_t<Number>>(static_cast<unsigned char>(from[byte])) << (8 * byte);
+  }
+  return static_cast<Number>(bits);
+}
+
+constexpr size_t largestFilePiece = 64;  ///< bytes that can be claimed or taken at once
+
+class ZQFileWriter {
+ public:
+  /// Without a file it only counts.
+  explicit ZQFileWriter(FILE* aFile);
+
+  /// Room for `size` bytes, at most largestFilePiece, which the caller fills.
+  char* claim(size_t size) {
+    if (used + size > capacity) flush();
+    char* room = bytes + used;
+    used += size;
+    return room;
+  }
+  void write(const void* from, size_t size);
+  template <class Number>
+  void put(Number value) {
+    putLittleEndian(claim(sizeof value), value);
+  }
+  long long getPosition() const { return flushedBytes + static_cast<long long>(used); }
+  /// Writes an int over what stands at a position; the writing goes on where it was.
+  void patch(long long position, int value);
+  /// Hands all bytes to the file. False if any write has failed.
+  bool flush();
+
+ private:
+  FILE* file;
+  std::unique_ptr<char[]> buffer;
+  char smallBuffer[largestFilePiece];  ///< for counting, and where memory has run out
+  char* bytes = smallBuffer;
+  size_t capacity = sizeof smallBuffer;
+  size_t used = 0;
+  long long flushedBytes = 0;
+  bool hasFailed = false;
+};
+
+class ZQFileReader {
+ public:
+  /// Begins where the file stands.
+  explicit ZQFileReader(FILE* aFile);
+
+  /// The next `size` bytes, at most largestFilePiece; null, and the file at its end, if there are less.
+  const char* take(size_t size) {
+    if (end - next < size && !refill(size)) return nullptr;
+    const char* bytes = buffer.get() + next;
+    next += size;
+    return bytes;
+  }
+  /// The next bytes, and zeros for those that are missing. False if some are.
+  bool read(void* to, size_t size);
+  /// The next number; 0 behind the end.
+  template <class Number>
+  Number get() {
+    const char* bytes = take(sizeof(Number));
+    return bytes != nullptr ? getLittleEndian<Number>(bytes) : 0;
+  }
+  void skip(long long size);
+  void seek(long long position);
+  long long getPosition() const { return positionOfBuffer + static_cast<long long>(next); }
+  long long getBytesLeft() const { return fileSize - getPosition(); }
+  long long getFileSize() const { return fileSize; }
+  /// True once more was asked for than there was.
+  bool isAtEnd() const { return hasEnded; }
+  /// Grants memory for what the file describes, in all a multiple of the file's size. False: the file asks for too much.
+  bool grants(long long bytes);
+
+ private:
+  bool refill(size_t size);
+
+  FILE* file;
+  std::unique_ptr<char[]> buffer;
+  size_t next = 0;
+  size_t end = 0;
+  long long positionOfBuffer = 0;
+  long long fileSize = 0;
+  long long bytesGranted = 0;
+  bool hasEnded = false;
+};
+
+/// Opens a regular file for reading; null for anything else, so that nothing waits for a pipe.
+FILE* openRegularFile(const char* path);
+
+/// Appends what `from` holds from where it stands to its end. False if something could not be read or written.
+bool copyRest(FILE* from, ZQFileWriter& to);
+
+}  // namespace zmatrix

@@ -1,0 +1,104 @@
+// The history of a matrix: the update records behind the elements of the file that it was read from. Their number is found by
+// going through them, since the one in the header counts otherwise.
+#include "frame/ZQDebugChannel.h"
+#include "settings/ZQFileStream.h"
+#include "settings/ZQMatrixFileHeader.h"
+#include "settings/ZQMatrixInfo.h"
+
+namespace {
+
+const char* nameOfTier(int infoType) {
+  return infoType == ZQMatrixInfoTypeFull ? "symbol" : infoType == ZQMatrixInfoTypeMedium ? "medium" : "base";
+}
+
+}  // namespace
+
+int ZQMatrixFileHeader::readUpdateInfo(ZQMatrixInfo& record, zmatrix::ZQFileReader& file) const {
+  if (matrixInfoType == ZQMatrixInfoTypeFull) return record.readUpdateInfo(file, 1);
+  if (matrixInfoType == ZQMatrixInfoTypeMedium) return record.ZQMatrixMediumInfo::readUpdateInfo(file, 1);
+  return record.ZQMatrixBaseInfo::readUpdateInfo(file, 1);
+}
+
+void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
+  int found = 0;
+  if (count == nullptr) count = &found;
+  *count = 0;
+  if (offsetToUpdateInfos == 0) {
+    dbPrintf(1, "Info from readMatrixUpdateInfos: no updateInfos found\n");
+    if (numberOfAppendedUpdates != 0) dbPrintf(1, "_numberOfAppendedUpdates: %d unexpected\n", numberOfAppendedUpdates);
+    return;
+  }
+  if (_matrixInfos.size() > 0) {
+    dbPrintf(1, "Info from readMatrixUpdateInfos: _matrixInfos already initialized...\n");
+    *count = numberOfAppendedUpdates;
+    return;
+  }
+  FILE* stream = zmatrix::openRegularFile(matrixOriginFilename);
+  if (stream == nullptr) {
+    dbPrintf(0, "Error from readMatrixUpdateInfos: matrixFile %s not found\n", matrixOriginFilename);
+    return;
+  }
+  zmatrix::ZQFileReader file(stream);
+  file.seek(offsetToUpdateInfos);
+  *count = scanUpdateInfos(file);
+  if (*count < 1) {
+    numberOfAppendedUpdates = 0;
+  } else {
+    if (*count != numberOfAppendedUpdates) {
+      dbPrintf(1, "number of matrix updates found different from value _numberOf MatrixUpdates: %d <-> %d, value corrected!\n",
+               *count, numberOfAppendedUpdates);
+      numberOfAppendedUpdates = *count;
+    }
+    zmatrix::ZQFileReader sameFile(stream);
+    sameFile.seek(offsetToUpdateInfos);
+    loadUpdateInfos(sameFile, *count);
+  }
+  fclose(stream);
+}
+
+// The end of a file shows only on the read behind its last byte, so a complete series ends in the message too.
+int ZQMatrixFileHeader::scanUpdateInfos(zmatrix::ZQFileReader& file) {
+  dbPrintf(1, "readMatrixUpdateInfos: _matrixInfos not found, scan of appended updates...\n");
+  int count = 0;
+  while (!file.isAtEnd()) {
+    ZQMatrixInfo record;
+    if (readUpdateInfo(record, file) < 1) {
+      dbPrintf(0, "appended %s matrixInfo no. %d: is invalid, read updateinfo aborted...\n", nameOfTier(matrixInfoType),
+               count + 1);
+      break;
+    }
+    ++count;
+    if (matrixInfoType >= ZQMatrixInfoTypeMedium) dbPrintf(1, "appended symbol matrixInfo no. %d: is OK\n", count);
+  }
+  return count;
+}
+
+void ZQMatrixFileHeader::loadUpdateInfos(zmatrix::ZQFileReader& file, int count) {
+  if (!_matrixInfos.resize(count, nullptr)) return;
+  for (int i = 0; i < count; ++i) {
+    dbPrintf(1, "allocating memory for updateInfo np: %d\n", i);
+    auto* record = new (std::nothrow) ZQMatrixInfo();
+    _matrixInfos[i] = record;
+    if (record == nullptr) return;
+    if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d\n", i);
+    const int result = readUpdateInfo(*record, file);
+    if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d finished\n", i);
+    if (result < 1) return;
+  }
+}
+
+ZQMatrixBaseInfo* ZQMatrixFileHeader::getMatrixUpdateInfo(int index) {
+  if (numberOfAppendedUpdates == -1) {
+    dbPrintf(0, "_numberOfAppendedUpdates not available: readMatrixUpdateInfoUpdateInfos() must be called! %d\n",
+             numberOfAppendedUpdates);
+  } else if (index < 0 || index >= numberOfAppendedUpdates) {
+    dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
+  } else if (_matrixInfos.data() == nullptr) {
+    dbPrintf(0, "_matrixInfos = NULL: readMatrixUpdateInfoUpdateInfos() must be called! \n");
+  } else if (index >= _matrixInfos.size()) {
+    dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
+  } else {
+    return _matrixInfos[index];
+  }
+  return nullptr;
+}

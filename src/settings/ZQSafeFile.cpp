@@ -1,0 +1,144 @@
+#include "settings/ZQSafeFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include "settings/ZQFileStream.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr int mostLinksFollowed = 40;
+constexpr int mostNamesTried = 1000;
+constexpr int modeOfNewFile = 0666;
+constexpr int bitsOfMode = 07777;
+
+std::string folderOf(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
+}
+
+// The path that a chain of links leads to, whether or not anything is there.
+std::string withLinksFollowed(const char* path) {
+  std::string name = path;
+  std::error_code error;
+  for (int i = 0; i < mostLinksFollowed && std::filesystem::is_symlink(name, error); ++i) {
+    const std::string next = std::filesystem::read_symlink(name, error).string();
+    if (error) break;
+    name = !next.empty() && next[0] == '/' ? next : folderOf(name) + next;
+  }
+  return name;
+}
+
+bool canBeWritten(const std::string& path) {
+  const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+  if (descriptor >= 0) close(descriptor);
+  return descriptor >= 0;
+}
+
+void syncFolderOf(const std::string& path) {
+  const std::string folder = folderOf(path);
+  const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  close(descriptor);
+}
+
+}  // namespace
+
+ZQSafeFile::~ZQSafeFile() {
+  if (stream != nullptr) fclose(stream);
+  if (!neighbour.empty()) unlink(neighbour.c_str());
+}
+
+bool ZQSafeFile::open(const char* path) {
+  if (path == nullptr || *path == 0) return false;
+  target = withLinksFollowed(path);
+  struct stat status;
+  const bool isThere = stat(target.c_str(), &status) == 0;
+  if (isThere && !S_ISREG(status.st_mode)) {
+    if (S_ISDIR(status.st_mode)) return false;
+    stream = tmpfile();
+    isSpool = stream != nullptr;
+    return isSpool;
+  }
+  if (isThere && !canBeWritten(target)) return false;
+  if (isThere ? openNeighbour(status.st_mode & bitsOfMode, status.st_uid, status.st_gid) : openNeighbour(-1, -1, -1)) return true;
+  stream = isThere ? fopen(target.c_str(), "wbe") : nullptr;
+  return stream != nullptr;
+}
+
+// The name belongs to this process and save alone, so what a killed process has left behind is in nobody's way.
+bool ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group) {
+  static unsigned numberOfSaves = 0;
+  int descriptor = -1;
+  std::string name;
+  for (int i = 0; i < mostNamesTried && descriptor < 0; ++i) {
+    name = folderOf(target) + ".zmatrix-save-" + std::to_string(getpid()) + "-" + std::to_string(numberOfSaves++);
+    descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, modeOfNewFile);
+    if (descriptor < 0 && errno != EEXIST) return false;
+  }
+  if (descriptor < 0) return false;
+  if (modeOfTarget >= 0) {
+    // A stranger's file stays his where that can be had; it keeps its mode in any case.
+    if (fchown(descriptor, static_cast<uid_t>(owner), static_cast<gid_t>(group)) != 0) errno = 0;
+    if (fchmod(descriptor, static_cast<mode_t>(modeOfTarget)) != 0) errno = 0;
+  }
+  stream = fdopen(descriptor, "wb");
+  if (stream == nullptr) {
+    close(descriptor);
+    unlink(name.c_str());
+    return false;
+  }
+  neighbour = name;
+  return true;
+}
+
+bool ZQSafeFile::closeStream() {
+  const bool isFlushed = fflush(stream) == 0 && fsync(fileno(stream)) == 0;
+  const bool isClosed = fclose(stream) == 0;
+  stream = nullptr;
+  return isFlushed && isClosed;
+}
+
+bool ZQSafeFile::commit() {
+  if (isSpool) return copyToTarget();
+  if (!closeStream()) return false;
+  if (neighbour.empty()) return true;
+  if (rename(neighbour.c_str(), target.c_str()) != 0) {
+    // Mounted on its own, or another's in a folder where everybody may write: it can only be overwritten.
+    stream = fopen(neighbour.c_str(), "rbe");
+    return stream != nullptr && copyToTarget();
+  }
+  neighbour.clear();
+  syncFolderOf(target);
+  return true;
+}
+
+bool ZQSafeFile::copyToTarget() {
+  FILE* from = stream;
+  stream = fopen(target.c_str(), "wbe");
+  if (stream == nullptr) {
+    fclose(from);
+    return false;
+  }
+  rewind(from);
+  bool isCopied;
+  {
+    ZQFileWriter writer(stream);
+    isCopied = copyRest(from, writer) && writer.flush();
+  }
+  fclose(from);
+  if (fflush(stream) != 0) isCopied = false;
+  if (fsync(fileno(stream)) != 0 && errno == EIO) isCopied = false;  // pipes and devices have nothing to be synced
+  if (fclose(stream) != 0) isCopied = false;
+  stream = nullptr;
+  return isCopied;
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,12 @@
+// The matrix file of the base tier: the shared tellings, instantiated.
+#include "store/ZQBaseTier.h"
+#include "store/ZQMatrixFileLoad.h"
+#include "store/ZQMatrixFileSave.h"
+
+int ZQMatrixBase::saveMatrixToDisk(const char* path) {
+  return ZQMatrixFileSave<Tier>::save(*this, path);
+}
+
+int ZQMatrixBase::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
+  return ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
+}

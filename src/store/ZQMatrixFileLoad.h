@@ -1,0 +1,322 @@
+// Loading a matrix, told once for the tiers: a tier takes the files of the tiers below it as well, and its records and elements
+// are its own in any case. Nothing in the file is believed: what decides over memory is held against the file's size and the
+// limits of the system, records that make no sense become empty ones, and the links are checked once all elements stand.
+//
+// A header that is refused leaves the old content; a later refusal leaves an empty matrix.
+#pragma once
+
+#include <cstdio>
+
+#include "frame/ZQProgress.h"
+#include "store/ZQMatrixBase.h"
+#include "store/ZQMatrixElementFile.h"
+#include "store/ZQTierLife.h"
+
+template <class Tier>
+struct ZQMatrixFileLoad {
+  using Matrix = typename Tier::Matrix;
+  using Element = typename Tier::Element;
+  using Info = typename Tier::Info;
+  static constexpr bool hasHistory = Tier::infoType >= 1;
+
+  static int load(Matrix& matrix, const char* path, int debugLevel) {
+    ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
+    matrix.currentMatrixID = 0;
+    header.setMatrixDebugOutputDevice(2);
+    header._clearMatrixDebugDirectory();
+    matrix.setMatrixDebugOn(debugLevel);
+    FILE* stream = zmatrix::openRegularFile(path);
+    if (stream == nullptr) {
+      dbPrintf(0, "readMatrixFromDisk: Could not open matrix file %s for reading!\n", path != nullptr ? path : "");
+      matrix.setMatrixDebugOff();
+      return -1;
+    }
+    dbPrintf(1, "readMatrixFromDisk: begin\n");
+    int result;
+    {
+      zmatrix::ZQFileReader file(stream);
+      result = ZQMatrixFileLoad(matrix, file, stream).read(path, debugLevel);
+    }
+    fclose(stream);
+    return result;
+  }
+
+ private:
+  ZQMatrixFileLoad(Matrix& aMatrix, zmatrix::ZQFileReader& aFile, FILE* aStream)
+      : matrix(aMatrix), header(*aMatrix.getMatrixFileHeader()), file(aFile), stream(aStream) {}
+
+  int read(const char* path, int debugLevel) {
+    if (!readHeader()) return -1;
+    reopenDebugFile(debugLevel);
+    header.setMatrixOriginFilename(path);
+    header.setMatrixDestinationFilename("");
+    if (!readRecords()) return -1;
+    int result = 1;
+    if (matrix.makeEmptyBlock(header.getMatrixBlockSize())) {
+      readElements();
+      if constexpr (hasHistory) {
+        if (header.getOffsetToUpdateInfos() >= 1) keepHistory();
+        upgradeRecords();
+      }
+    } else {
+      dbPrintf(0, "error from InitMat: Allocation of _matrixData failed _matrixBlockSize too large: %ld!\n",
+               static_cast<long>(header.getMatrixBlockSize()));
+      result = -1;
+    }
+    reportCounts();
+    if (result == 1 && (isOutOfMemory || !makeLinksSound())) result = -1;
+    if (result == -1) becomeEmpty();
+    return result;
+  }
+
+  // The fields that say how large things are in memory stay true to what there is.
+  bool readHeader() {
+    const int oldMaximum = header.getMaxNumberOfMatrices();
+    const int oldNumber = header.getNumberOfMatrices();
+    const int oldBlockSize = header.getMatrixBlockSize();
+    const int oldStack = header.getMaximalStack();
+    bool isAccepted = header.readFileHeader(file) == 1;
+    if (isAccepted && !hasLegalNumbers()) {
+      dbPrintf(0, "ReadFileHeader: this is not a valid matrix file (illegal blockSIze or number of matrices)\n");
+      isAccepted = false;
+    }
+    const int newMaximum = header.getMaxNumberOfMatrices();
+    header._setMaxNumberOfMatrices(oldMaximum);
+    if (isAccepted && setNumberOfRecords(newMaximum)) return true;
+    header._setNumberOfMatrices(oldNumber);
+    header._setMatrixBlockSize(oldBlockSize);
+    header._setMaximalStack(oldStack);
+    return false;
+  }
+
+  // Each sub-matrix has its root in the file, so that their number can't exceed what the file has room for.
+  bool hasLegalNumbers() const {
+    const int maximum = header.getMaxNumberOfMatrices();
+    return maximum >= 1 && maximum <= zmatrix::largestNumberOfMatrices && maximum <= header.getMatrixBlockSize() &&
+           maximum <= file.getFileSize() / static_cast<long long>(zmatrix::sizeOfElementInFile(0)) &&
+           header.getMatrixBlockSize() <= zmatrix::largestBlockSize && header.getNumberOfMatrices() >= 0 &&
+           header.getNumberOfMatrices() <= maximum;
+  }
+
+  /// Gives the matrix records and entries for so many sub-matrices. False if memory has run out.
+  bool setNumberOfRecords(int newMaximum) {
+    const int oldMaximum = header.getMaxNumberOfMatrices();
+    for (int id = newMaximum; id < oldMaximum; ++id) deleteRecord(id);
+    if (newMaximum > oldMaximum) {
+      auto** infos = static_cast<ZQMatrixBaseInfo**>(
+          systemRealloc(matrix.matrixInfoArray, static_cast<size_t>(newMaximum) * sizeof(ZQMatrixBaseInfo*)));
+      if (infos == nullptr) return false;
+      matrix.matrixInfoArray = infos;
+      auto*** entries = static_cast<ZQMatrixBaseElement***>(
+          systemRealloc(matrix.matrixDataEntryArray, static_cast<size_t>(newMaximum) * sizeof(ZQMatrixBaseElement**)));
+      if (entries == nullptr) return false;
+      matrix.matrixDataEntryArray = entries;
+      if (!header.resizeStopFlags(newMaximum)) return false;
+      for (int id = oldMaximum; id < newMaximum; ++id) infos[id] = nullptr;
+      for (int id = oldMaximum; id < newMaximum; ++id) {
+        if (Tier::announcesMoreMatrices) {
+          dbPrintf(0, "matrix to read contains more submatrices than available, must be expanded\n");
+        }
+        if (!createRecord(id)) {
+          for (int made = oldMaximum; made <= id; ++made) deleteRecord(made);
+          return false;
+        }
+      }
+    }
+    header._setMaxNumberOfMatrices(newMaximum);
+    header.clearStopFlags();
+    return true;
+  }
+
+  bool createRecord(int id) {
+    auto* info = new (std::nothrow) Info();
+    matrix.matrixInfoArray[id] = info;
+    return info != nullptr && info->initMatrixInfo(id) == 1;
+  }
+
+  void deleteRecord(int id) {
+    delete matrix.matrixInfoArray[id];
+    matrix.matrixInfoArray[id] = nullptr;
+  }
+
+  void reopenDebugFile(int debugLevel) {
+    matrix.setMatrixDebugOff();
+    header.setMatrixDebugOutputDevice(header.getMatrixDebugOutputDevice());
+    matrix.setMatrixDebugOn(debugLevel);
+  }
+
+  // A record that makes no sense goes unnoticed here, except for its type: it shows in the counts.
+  bool readRecords() {
+    const int typeOfHeader = header.getMatrixInfoType();
+    infoType = typeOfHeader >= 0 && typeOfHeader <= Tier::infoType ? typeOfHeader : Tier::infoType;
+    for (int id = 0; id < header.getNumberOfMatrices(); ++id) {
+      Info& info = *infoOf(id);
+      const bool isRead = info.readUpdateInfo(file, 0) == 1;
+      if (info.getUpdateInfoType() > Tier::infoType) {
+        dbPrintf(0, Tier::fileTexts.infoTypeTooHigh, id, info.getUpdateInfoType());
+        becomeEmpty();
+        return false;
+      }
+      if (isRead) infoType = info.getUpdateInfoType();
+    }
+    for (int id = header.getNumberOfMatrices(); id < header.getMaxNumberOfMatrices(); ++id) {
+      if (!infoOf(id)->isEmpty()) makeRecordEmpty(id);  // what it counts is gone
+    }
+    Tier::checkLoadedRecords(matrix);
+    return true;
+  }
+
+  void readElements() {
+    const int stack = header.getMaximalStack();
+    header._setMaximalStack(std::min(stack, matrix.numberOfSlots - 1));
+    elementCount = zmatrix::negativeOf(header.getMaxNumberOfMatrices());
+    if constexpr (hasHistory) {
+      snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "reading matrix from disk: %d items...",
+               stack);
+    }
+    const size_t size = zmatrix::sizeOfElementInFile(infoType);
+    while (position <= stack && !file.isAtEnd() && !isOutOfMemory) {
+      if constexpr (hasHistory) matrixProgressDisplay(static_cast<int>(position), stack);
+      const int result = readMatrixElementFromDisk(size);
+      if (result >= 0) {
+        ++position;
+        zmatrix::addTo(elementCount, 1);
+      } else {
+        position = std::min(position - result, static_cast<long long>(stack) + 1);
+      }
+    }
+    stackOfFile = stack;
+    matrix.freeSlots.fillWhereOccupied(matrix.matrixData, header.getMaximalStack() + 1);
+  }
+
+  /// 1 for an element, 0 at the end of the file, the negative length of a run of empty slots.
+  int readMatrixElementFromDisk(size_t size) {
+    const char* first = file.take(sizeof(int));
+    if (first == nullptr) return 0;
+    const int writeCount = zmatrix::getLittleEndian<int>(first);
+    if (writeCount < 0) return writeCount;
+    char bytes[sizeof(ZQMatrixElement)];
+    memcpy(bytes, first, sizeof(int));
+    const char* rest = file.take(size - sizeof(int));
+    if (rest != nullptr) {
+      memcpy(bytes + sizeof(int), rest, size - sizeof(int));
+    } else {
+      file.read(bytes + sizeof(int), size - sizeof(int));  // cut: the fields that are missing stay 0
+    }
+    if (position >= matrix.numberOfSlots) {
+      ++elementsOutside;
+      return 1;
+    }
+    if (matrix.matrixData[position] != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
+    void* memory = matrix.records.allocate();
+    if (memory == nullptr) {
+      isOutOfMemory = true;
+      return 1;
+    }
+    Element* element = new (memory) Element();
+    zmatrix::getElement(bytes, size, *element);
+    matrix.matrixData[position] = element;
+    return 1;
+  }
+
+  // The rest of the file goes to a stream of its own, for the next save.
+  void keepHistory() {
+    dbPrintf(1, "reading appended updateInfos updateinfos\n");
+    header.closeAndRemoveUpdateInfos();
+    FILE* history = tmpfile();
+    header.setFpUpdateInfos(history);
+    const int offset = header.getOffsetToUpdateInfos();
+    const long long reached = file.getPosition();
+    if (reached != offset) {
+      dbPrintf(0, "readAndInitMatrixFromDisk: filePositionAfterMatrix(%u) != _offsetToUpdateInfos(%u): \n",
+               static_cast<unsigned>(reached), static_cast<unsigned>(offset));
+    }
+    if (ZQDebugChannel::globalDebugLevel >= 2) printHistory(offset);
+    if (history == nullptr || fseeko(stream, offset, SEEK_SET) != 0) return;
+    zmatrix::ZQFileWriter writer(history);
+    zmatrix::copyRest(stream, writer);
+    writer.flush();
+  }
+
+  void printHistory(int offset) {
+    file.seek(offset);
+    for (int number = 1; !file.isAtEnd(); ++number) {
+      Info record;
+      if (record.readUpdateInfo(file, 1) < 1) return;
+      dbPrintf(0, "################# appended old matrixInfo no. %d: #################\n", number);
+      record.printMatrixInfo();
+    }
+  }
+
+  // The current ID stays at the last.
+  void upgradeRecords() {
+    if (infoType >= Tier::infoType) return;
+    for (int id = 0; id < header.getMaxNumberOfMatrices(); ++id) {
+      matrix.setCurrentMatrixID(id);
+      matrix.getMatrixInfo()->setUpdateInfoType(Tier::infoType);
+    }
+  }
+
+  void reportCounts() {
+    if (position < stackOfFile) dbPrintf(0, "%s", Tier::fileTexts.endReached);
+    if (position > stackOfFile + 1LL) {
+      dbPrintf(0, Tier::fileTexts.beyondStack, static_cast<int>(position), stackOfFile);
+    }
+    int total = 0;
+    for (int id = 0; id < header.getNumberOfMatrices(); ++id) zmatrix::addTo(total, infoOf(id)->getNumberOfMatrixElements());
+    if (elementCount != total) {
+      dbPrintf(0, Tier::fileTexts.countsDiffer, elementCount, total);
+    } else {
+      dbPrintf(1, "readMatrixFromDisk(): elementCount (%d) items read\n", elementCount);
+    }
+  }
+
+  bool makeLinksSound() {
+    if (elementsOutside > 0) {
+      dbPrintf(0, "readMatrixFromDisk: %d elements beyond the block of %d dropped\n", elementsOutside, matrix.numberOfSlots);
+    }
+    for (int id = 0; id < header.getMaxNumberOfMatrices(); ++id) {
+      // A count beyond the block would let it grow for nothing.
+      Info& info = *infoOf(id);
+      if (info.getNumberOfMatrixElements() > matrix.numberOfSlots) info.setNumberOfMatrixElements(matrix.numberOfSlots);
+    }
+    if (matrix.linksAreSound()) return true;
+    const int dropped = matrix.repairLinks();
+    if (dropped < 0) return false;
+    dbPrintf(0, "readMatrixFromDisk: illegal links, %d elements dropped, the others linked anew\n", dropped);
+    return true;
+  }
+
+  void makeRecordEmpty(int id) {
+    infoOf(id)->deInitMatrixInfo();
+    infoOf(id)->initMatrixInfo(id);
+  }
+
+  /// After a refusal behind the header: a new matrix with the file's number of sub-matrices.
+  void becomeEmpty() {
+    const int numberOfMatrices = header.getMaxNumberOfMatrices();
+    for (int id = 0; id < numberOfMatrices; ++id) makeRecordEmpty(id);
+    const int size = std::max(numberOfMatrices, zmatrix::initialBlockSize);
+    bool hasRoom = matrix.makeEmptyBlock(size);
+    for (int id = 0; hasRoom && id < numberOfMatrices; ++id) hasRoom = matrix.template createElementAt<Element>(id) != nullptr;
+    if (!hasRoom) {
+      matrix.deInitMatrix();
+      return;
+    }
+    header._setMatrixBlockSize(size);
+    header._setMaximalStack(numberOfMatrices);
+  }
+
+  Info* infoOf(int id) const { return static_cast<Info*>(matrix.matrixInfoArray[id]); }
+
+  Matrix& matrix;
+  ZQMatrixFileHeader& header;
+  zmatrix::ZQFileReader& file;
+  FILE* stream;
+  int infoType = 0;
+  long long position = 0;
+  int stackOfFile = 0;
+  int elementCount = 0;
+  int elementsOutside = 0;
+  bool isOutOfMemory = false;
+};

@@ -1,0 +1,145 @@
+// Saving a matrix, told once for the tiers: header, a record for each sub-matrix up to the highest occupied one, all slots up to
+// the stack, and from the medium tier up the history. Everything goes to a neighbour of the file first: see ZQSafeFile.
+#pragma once
+
+#include <cstdio>
+#include <ctime>
+
+#include "frame/ZQProgress.h"
+#include "settings/ZQSafeFile.h"
+#include "store/ZQMatrixBase.h"
+#include "store/ZQMatrixElementFile.h"
+
+template <class Tier>
+struct ZQMatrixFileSave {
+  using Matrix = typename Tier::Matrix;
+  using Element = typename Tier::Element;
+  using Info = typename Tier::Info;
+  static constexpr bool hasHistory = Tier::infoType >= 1;
+
+  static int save(Matrix& matrix, const char* path) {
+    zmatrix::ZQSafeFile target;
+    if (!target.open(path)) {
+      dbPrintf(0, "saveMatrixToDisk: Could not open file %s for writing!\n", path != nullptr ? path : "");
+      return -1;
+    }
+    bool isWritten = false;
+    {
+      zmatrix::ZQFileWriter file(target.getStream());
+      isWritten = ZQMatrixFileSave(matrix, file).write();
+    }
+    if (isWritten && target.commit()) return 1;
+    dbPrintf(0, "saveMatrixToDisk: Could not write file %s!\n", path);
+    return -1;
+  }
+
+ private:
+  ZQMatrixFileSave(Matrix& aMatrix, zmatrix::ZQFileWriter& aFile)
+      : matrix(aMatrix), header(*aMatrix.getMatrixFileHeader()), file(aFile) {}
+
+  // The current sub-matrix decides for the whole file whether there is a history.
+  bool write() {
+    int addUpdateInfo = 0;
+    int addSequence = 0;
+    if constexpr (hasHistory) {
+      addUpdateInfo = matrix.getMatrixInfo()->getAddUpdateInfo();
+      addSequence = matrix.getMatrixInfo()->getAddSequenceToUpdateInfo();
+    }
+    highest = matrix.getHighestOccupiedMatrixID();
+    header.setNumberOfMatrices(highest + 1);
+    const long long positionOfOffset = header.writeFileHeader(file);
+    for (int id = 0; id <= highest; ++id) writeRecord(id, 0);
+    writeElements();
+    header.setOffsetToUpdateInfos(0);
+    if (addUpdateInfo == 1) writeHistory(positionOfOffset, addSequence);
+    return file.flush();
+  }
+
+  void writeRecord(int id, int withSequence) {
+    Info& info = *infoOf(id);
+    info.setTimeStamp(static_cast<unsigned int>(time(nullptr)));
+    info.writeUpdateInfo(file, withSequence);
+  }
+
+  void writeElements() {
+    const int stack = header.getMaximalStack();
+    int elementCount = zmatrix::negativeOf(header.getMaxNumberOfMatrices());
+    int ruleCount = 0;
+    const bool countsRules = hasHistory && ZQDebugChannel::shows(1);  // the count is only told
+    if constexpr (hasHistory) {
+      snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "saveMatrixToDisk: (%d) items", stack);
+    }
+    long long position = 0;
+    while (position <= stack) {
+      if constexpr (hasHistory) matrixProgressDisplay(static_cast<int>(position), stack);
+      if (!isWritable(position)) {
+        const long long behind = endOfRun(position, stack);
+        file.put(static_cast<int>(position - behind));
+        position = behind;
+        continue;
+      }
+      zmatrix::writeMatrixElementToDisk(static_cast<Element*>(matrix.matrixData[position]), file);
+      zmatrix::addTo(elementCount, 1);
+      if constexpr (hasHistory) {
+        if (countsRules)
+          ruleCount += matrix.isRuleMatrixData(reinterpret_cast<ZQMatrixMediumElement**>(matrix.matrixData + position));
+      }
+      ++position;
+    }
+    reportCounts(elementCount, ruleCount);
+  }
+
+  /// An element that is marked for removal has no form in the file: its slot goes out as an empty one.
+  bool isWritable(long long position) const {
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    return element != nullptr && element->getWriteCount() >= 0;
+  }
+
+  long long endOfRun(long long position, int stack) const {
+    while (position <= stack && position < matrix.numberOfSlots && !isWritable(position)) ++position;
+    return position < matrix.numberOfSlots ? position : static_cast<long long>(stack) + 1;
+  }
+
+  void reportCounts(int elementCount, int ruleCount) {
+    int total = 0;
+    for (int id = 0; id <= highest; ++id) zmatrix::addTo(total, infoOf(id)->getNumberOfMatrixElements());
+    if (elementCount == total) {
+      dbPrintf(1, "writeMatrixToDisk(): elementCount (%d) items written (ruleCount: %d)\n", elementCount, ruleCount);
+    } else {
+      dbPrintf(0, "writeMatrixToDisk(): elementCount (%d) differs from totalNumberOfElements (%d)!\n", elementCount, total);
+    }
+  }
+
+  // First what the file had that the matrix was read from, then a record of each sub-matrix that was fed since.
+  void writeHistory(long long positionOfOffset, int withSequence) {
+    const long long positionOfHistory = file.getPosition();
+    if (positionOfHistory > INT_MAX) {
+      dbPrintf(0, "saveMatrixToDisk: the file is too large for a history\n");
+      return;
+    }
+    FILE* olderRecords = header.getFpUpdateInfos();
+    if (olderRecords == nullptr) {
+      olderRecords = tmpfile();
+      header.setFpUpdateInfos(olderRecords);
+      header.setFpUpdateInfosFileName("");
+    }
+    header.setOffsetToUpdateInfos(static_cast<int>(positionOfHistory));
+    file.patch(positionOfOffset, static_cast<int>(positionOfHistory));
+    if (olderRecords != nullptr) {
+      rewind(olderRecords);
+      zmatrix::copyRest(olderRecords, file);
+    }
+    for (int id = 0; id <= highest; ++id) {
+      if constexpr (hasHistory) {
+        if (infoOf(id)->getHasBeenChanged() == 1) writeRecord(id, withSequence);
+      }
+    }
+  }
+
+  Info* infoOf(int id) const { return static_cast<Info*>(matrix.getMatrixInfoArray()[id]); }
+
+  Matrix& matrix;
+  ZQMatrixFileHeader& header;
+  zmatrix::ZQFileWriter& file;
+  int highest = -1;
+};

@@ -1,0 +1,31 @@
+// The sentences in which the tiers' readers of a matrix file differ.
+#pragma once
+
+namespace zmatrix {
+
+struct MatrixFileTexts {
+  const char* slotIsOccupied;
+  const char* infoTypeTooHigh;
+  const char* endReached;
+  const char* beyondStack;
+  const char* countsDiffer;
+};
+
+inline constexpr MatrixFileTexts baseFileTexts = {
+    "readMatrixBaseElement on position %d is already occupied!\n",
+    "Error from readAndInitMatrixFromDisk: matrix no. %d is of info type %d (should be 0(Basic)\n",
+    "readAndInitMatrixFromDisk(): EOF reached before last element read\n",
+    "readAndInitMatrixFromDisk(): imatrix (%d) > _maxinalStack (%d) unexpected\n",
+    "readAndInitMatrixFromDisk(): elementCount (%d) differs from totalNumberOfElements (%d)!\n"};
+inline constexpr MatrixFileTexts mediumFileTexts = {
+    "readMatrixMediumElement on position %d is already occupied!\n",
+    "Error from readAndInitMatrixFromDisk: matrix no. %d is of info type %d (should be 1(Medium) or less)\n",
+    "readAndInitMatrixFrmDisk(): EOF reached before last element read\n",
+    "readAndInitMatrixFrmDisk(): imatrix (%d) > _maxinalStack (%d) unexpected\n",
+    "readAndInitMatrixFrmDisk(): elementCount (%d) differs from totalNumberOfElements (%d)!\n"};
+inline constexpr MatrixFileTexts fullFileTexts = {
+    "readMatrixElement on position %d is already occupied!\n",
+    "Error from readAndInitMatrixFromDisk: matrix no. %d is of info type %d (should be 2(Full) or less)\n",
+    mediumFileTexts.endReached, mediumFileTexts.beyondStack, mediumFileTexts.countsDiffer};
+
+}  // namespace zmatrix

@@ -1,0 +1,114 @@
+// Matrices of the three tiers with something in every part that a file holds, and what tells two of them apart.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/CapturedMessages.h"
+#include "support/TestFolder.h"
+#include "support/TierUnderTest.h"
+
+namespace zmatrix {
+
+using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
+
+template <class Matrix>
+inline constexpr bool learns = TierUnderTest<Matrix>::tier != plain::Tier::base;
+
+inline std::vector<int> codesOf(const std::string& text) {
+  return {text.begin(), text.end()};
+}
+
+/// Writes and deletes at random in two sub-matrices.
+template <class Matrix>
+void fillAtRandom(Matrix& matrix, unsigned seed, int numberOfWrites) {
+  std::mt19937 random(seed);
+  const int current = matrix.getCurrentMatrixID();
+  std::vector<std::vector<int>> written;
+  for (int i = 0; i < numberOfWrites; ++i) {
+    matrix.setCurrentMatrixID(random() % 3 == 0 ? 2 : 0);
+    std::vector<int> vector(1 + random() % 6);
+    for (int& k : vector) k = static_cast<int>(random() % 40) - 9;
+    if (random() % 5 == 0 && !written.empty()) {
+      std::vector<int> gone = written[random() % written.size()];
+      matrix.deleteMatrixElement(gone.data(), static_cast<int>(gone.size()), static_cast<int>(random() % 2));
+    } else {
+      TierUnderTest<Matrix>::write(matrix, vector, static_cast<long long>(random()) << 20, random() % 4 == 0, random() % 4 == 0,
+                                   random() % 3 == 0);
+      written.push_back(vector);
+    }
+  }
+  matrix.setCurrentMatrixID(current);
+}
+
+inline const char* const someText =
+    "The harbour is dry for two hours. Then the water comes back, and the boats that lay on their sides stand up again. "
+    "The harbour master walks along the wall and looks at the ropes.";
+
+/// Learns a text in sub-matrix 1, with history, and leaves a kernel that has said something.
+template <class Matrix>
+void learnText(Matrix& matrix, const std::string& text, bool withKernel = true) {
+  matrix.setCurrentMatrixID(1);
+  if (matrix.getMatrixInfo()->isEmpty()) matrix.setDefaultMatrixPropertiesForANSIText("harbour.txt");
+  matrix.setAddUpdateInfo(1);
+  matrix.setAddSequenceToUpdateInfo(1);
+  std::vector<int> codes = codesOf(text);
+  ASSERT_EQ(matrix.updateMatrixWithLongANSISequence(codes.data(), static_cast<int>(codes.size())), 1);
+  matrix.addNameOfUpdateFile("harbour.txt");
+  if (!withKernel) return;
+  std::vector<int> start = codesOf("The har");
+  matrix.initializeKernelSequenceWithOriginalSequence(start.data(), static_cast<int>(start.size()), 1);
+  double probability, stopProbability;
+  for (int i = 0; i < 5; ++i) matrix.readObjexFromMatrix(&probability, &stopProbability);
+}
+
+/// What continues from the kernel.
+template <class Matrix>
+std::string generate(Matrix& matrix, int numberOfItems) {
+  std::string text;
+  double probability, stopProbability;
+  for (int i = 0; i < numberOfItems; ++i) {
+    const int* item = matrix.readObjexFromMatrix(&probability, &stopProbability);
+    text += item != nullptr ? static_cast<char>(*item) : '|';
+  }
+  return text;
+}
+
+/// One of all: random writes in two sub-matrices, and from the medium tier up a learned text in a third.
+template <class Matrix>
+Matrix* createFilled(unsigned seed = 1) {
+  setSearchState({});
+  Matrix* matrix = TierUnderTest<Matrix>::create();
+  fillAtRandom(*matrix, seed, 400);
+  matrix->setMatrixDescription("a matrix of all kinds");
+  matrix->setUserRandomValue(77);
+  if constexpr (learns<Matrix>) learnText(*matrix, someText);
+  return matrix;
+}
+
+template <class Matrix>
+std::map<int, plain::Element> slotsOf(const Matrix& matrix) {
+  std::map<int, plain::Element> slots;
+  for (int position = 0; position <= matrix.getMatrixFileHeader()->getMaximalStack(); ++position) {
+    if (matrix.elementAt(position) != nullptr) slots[position] = TierUnderTest<Matrix>::copyOf(matrix.elementAt(position));
+  }
+  return slots;
+}
+
+/// The bytes of a file without what names the time or the place of a save.
+template <class Matrix>
+std::string savedBytes(Matrix& matrix, const TestFolder& folder) {
+  ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
+  const std::string origin = header.getMatrixOriginFilename();
+  header.setMatrixOriginFilename("");
+  const std::string path = folder.path() + "/bytes.zmatrix";
+  EXPECT_EQ(matrix.saveMatrixToDisk(path.c_str()), 1);
+  header.setMatrixOriginFilename(origin.c_str());
+  return TestFolder::contentOf(path);
+}
+
+}  // namespace zmatrix
