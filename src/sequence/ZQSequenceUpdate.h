@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "frame/ZQProgress.h"
+#include "sequence/ZQDescentPrefetch.h"
 #include "sequence/ZQLearnedPhrases.h"
 #include "store/ZQStoreWrite.h"
 
@@ -55,16 +56,14 @@ struct ZQSequenceUpdate {
   int getNumberOfOverwrites() const { return numberOfOverwrites; }
 
  private:
-  struct Front {
-    int position = -1;
-    const ZQMatrixBaseElement* record = nullptr;
-  };
+  using Front = zmatrix::ZQFront;
 
   // Where a phrase lies, as far as it exists.
   struct Place {
     int position = -1;    // of the last element that exists
     int numberKnown = 0;  // integers of the phrase up to there
     bool isWritten = false;
+    bool isMissing = false;  // for certain, the element after it
   };
 
   bool provideFronts(int numberOfItems) {
@@ -87,10 +86,14 @@ struct ZQSequenceUpdate {
   bool learnPhrasesOf(int known, zmatrix::ZQLearnedPhrases& phrases) {
     const int phraseLength = known + c;
     firstOfRun = numberOfProcessedVectors;
-    for (int start = 0; start + known < length; start += c) {
-      const long long number = firstOfRun + start / c;
-      if (!phrases.add(sequence + start, phraseLength)) return false;
-      if (!learnPhrase(start, known, number, phrases)) {
+    // A last item that is cut short still begins a phrase.
+    const int numberOfStarts = (length - known + c - 1) / c;
+    zmatrix::ZQDescentPrefetch ahead(matrix, fronts.get(), numberOfStarts, sequence + known, c);
+    for (int item = 0; item < numberOfStarts; ++item) {
+      ahead.lookAhead(item);
+      const long long number = firstOfRun + item;
+      if (!phrases.add(sequence + item * c, phraseLength)) return false;
+      if (!learnPhrase(item, known, number, phrases)) {
         numberOfProcessedVectors = number;
         return false;
       }
@@ -100,16 +103,17 @@ struct ZQSequenceUpdate {
     return true;
   }
 
-  bool learnPhrase(int start, int known, long long number, zmatrix::ZQLearnedPhrases& phrases) {
+  bool learnPhrase(int item, int known, long long number, zmatrix::ZQLearnedPhrases& phrases) {
+    const int start = item * c;
     const int* phrase = sequence + start;
     const int phraseLength = known + c;
     const bool canBeLeftOut = leavesOutDetermined && known >= 2 * c;
-    Front& front = fronts[start / c];
+    Front& front = fronts[item];
     const bool followsFront = isGood(front);
     Place place = followsFront ? findFrom(front.position, phrase, known) : findFromRoot(phrase, phraseLength);
     if (place.isWritten) {
       ++numberOfOverwrites;
-    } else if (canBeLeftOut && isDetermined(start, known)) {
+    } else if (canBeLeftOut && isDetermined(item, known)) {
       phrases.leaveOut(number);
       front = Front();
       if (ZQDebugChannel::shows(8)) report(number, "No. %ld -> %s skipped (determined)\n", phrase, phraseLength);
@@ -118,7 +122,7 @@ struct ZQSequenceUpdate {
     typename Tier::WriteFlags flags{};
     flags.startFlag = start == 0 && known == 0 && usesStart;
     flags.endFlag = usesEnd && start >= length - phraseLength;
-    if (markers != nullptr) Tier::markPhrase(flags, markers + start / c, phraseLength / c);
+    if (markers != nullptr) Tier::markPhrase(flags, markers + item, phraseLength / c);
     const int position = writeFrom(place, phrase, phraseLength, followsFront ? known : 0, flags);
     if (position < 0) {
       dbPrintf(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", static_cast<int>(number));
@@ -133,10 +137,13 @@ struct ZQSequenceUpdate {
   }
 
   Place findFrom(int position, const int* phrase, int known) const {
-    Place place{position, known, false};
+    Place place{position, known, false, false};
     for (const int phraseLength = known + c; place.numberKnown < phraseLength; ++place.numberKnown) {
       const int child = matrix.childAt(place.position, phrase[place.numberKnown]);
-      if (child < 0) return place;
+      if (child < 0) {
+        place.isMissing = true;
+        return place;
+      }
       place.position = child;
     }
     // A path as long as the limit can be written, but not read.
@@ -147,7 +154,7 @@ struct ZQSequenceUpdate {
   }
 
   Place findFromRoot(const int* phrase, int phraseLength) const {
-    return Place{root, 0, matrix.existMatrixData(phrase, phraseLength) >= 2};
+    return Place{root, 0, matrix.existMatrixData(phrase, phraseLength) >= 2, false};
   }
 
   // Writes the phrase from what is known of its place; the position of its last element, or -1.
@@ -158,12 +165,11 @@ struct ZQSequenceUpdate {
       dbPrintf(0, "error: maximal dimension exceeded: %d\n", phraseLength);
       return -1;
     }
-    for (int i = firstDimension; i < place.numberKnown; ++i) {
-      info.checkMatrixDimension(i);
-      info.updateMatrixIndexInfo(i, phrase[i]);
-    }
+    for (int i = firstDimension; i < place.numberKnown; ++i) Write::countStep(info, i, phrase[i]);
     int position = place.position;
-    for (int i = place.numberKnown; i < phraseLength; ++i) {
+    int i = place.numberKnown;
+    if (place.isMissing && !Write::stepToNew(matrix, info, position, i, phrase[i])) return -1;
+    for (i += place.isMissing ? 1 : 0; i < phraseLength; ++i) {
       if (!Write::step(matrix, info, position, i, phrase[i])) return -1;
     }
     Write::countWrite(matrix, info, position, phraseLength, flags);
@@ -172,10 +178,10 @@ struct ZQSequenceUpdate {
 
   // Does a shorter context already fix the phrase's last item? The longest written ending decides. It is the phrase of the pass
   // before at the next start, whose front still ends there; where that one was left out, the store is asked.
-  bool isDetermined(int start, int known) {
-    const Front& next = fronts[start / c + 1];
+  bool isDetermined(int item, int known) {
+    const Front& next = fronts[item + 1];
     if (!isGood(next) || known >= info.getMaxDimOfMatrix()) {
-      return matrix.isDeterminedMatrixData(sequence + start, known + c) > 0;
+      return matrix.isDeterminedMatrixData(sequence + item * c, known + c) > 0;
     }
     const auto* element = static_cast<const Element*>(next.record);
     int position = next.position;

@@ -31,6 +31,15 @@ long long previousSetBit(const ZQPodArray<uint64_t>& words, size_t from) {
   return static_cast<long long>(word * 64) + 63 - std::countl_zero(bits);
 }
 
+uint64_t reversed(uint64_t bits) {
+  bits = ((bits >> 1) & 0x5555555555555555) | ((bits & 0x5555555555555555) << 1);
+  bits = ((bits >> 2) & 0x3333333333333333) | ((bits & 0x3333333333333333) << 2);
+  bits = ((bits >> 4) & 0x0F0F0F0F0F0F0F0F) | ((bits & 0x0F0F0F0F0F0F0F0F) << 4);
+  bits = ((bits >> 8) & 0x00FF00FF00FF00FF) | ((bits & 0x00FF00FF00FF00FF) << 8);
+  bits = ((bits >> 16) & 0x0000FFFF0000FFFF) | ((bits & 0x0000FFFF0000FFFF) << 16);
+  return (bits >> 32) | (bits << 32);
+}
+
 }  // namespace
 
 bool ZQFreeSlotIndex::resize(int newNumberOfSlots) {
@@ -40,7 +49,7 @@ bool ZQFreeSlotIndex::resize(int newNumberOfSlots) {
   const size_t newNumberOfRegions = (newNumberOfWords + 63) / 64;
   if (!freeSlots.resize(newNumberOfWords + paddingWords, 0) || !wordsWithFree.resize(newNumberOfRegions, 0) ||
       !regionsWithFree.resize((newNumberOfRegions + 63) / 64, 0) || !numberOfFreeInRegion.resize(newNumberOfRegions, 0) ||
-      !pairs.resize(newNumberOfRegions)) {
+      !pairs.resize(newNumberOfRegions) || !triples.resize(newNumberOfRegions)) {
     return false;
   }
   numberOfWords = newNumberOfWords;
@@ -64,6 +73,11 @@ bool ZQFreeSlotIndex::resize(int newNumberOfSlots) {
       if (pairs.getWideDistance(index) > reach) reach = pairs.getWideDistance(index);
     }
     pairs.setAllFrom(static_cast<size_t>(oldNumberOfSlots > reach ? oldNumberOfSlots - reach : 0) >> regionLog2);
+    const int reachOfTriples = ZQTripleFilter::widest;
+    const int firstTouched = oldNumberOfSlots > reachOfTriples ? oldNumberOfSlots - reachOfTriples : 0;
+    for (int region = firstTouched >> regionLog2; region <= oldNumberOfSlots >> regionLog2; ++region) {
+      triples.forget(static_cast<size_t>(region));
+    }
   }
   return true;
 }
@@ -76,6 +90,7 @@ void ZQFreeSlotIndex::clear() {
   regionsWithFree.clear();
   numberOfFreeInRegion.clear();
   pairs.clear();
+  triples.clear();
 }
 
 void ZQFreeSlotIndex::fill(int slot) {
@@ -107,6 +122,7 @@ void ZQFreeSlotIndex::release(int slot) {
   if (isFree(slot)) return;
   markFree(slot);
   admitPairsOf(slot);
+  admitTriplesOf(slot);
 }
 
 // Sets the filter's bits of the pairs that a newly free slot makes with free slots above and below it.
@@ -122,7 +138,7 @@ void ZQFreeSlotIndex::admitPairsOf(int slot) {
   }
   const int lowest = slot > narrow ? slot - narrow : 0;
   if (pairs.hasNarrowNoIn(region) || pairs.hasNarrowNoIn(static_cast<size_t>(lowest) >> regionLog2)) {
-    for (long long other = previousFree(static_cast<long long>(slot) - 1); other >= lowest; other = previousFree(other - 1)) {
+    for (int other = previousFree(slot - 1, lowest); other != none; other = previousFree(other - 1, lowest)) {
       pairs.set(static_cast<int>(slot - other) - 1, static_cast<size_t>(other) >> regionLog2);
     }
   }
@@ -132,6 +148,17 @@ void ZQFreeSlotIndex::admitPairsOf(int slot) {
     if (slot < numberOfSlots - distance && isFree(slot + distance)) pairs.set(row, region);
     if (slot >= distance && isFree(slot - distance)) pairs.set(row, static_cast<size_t>(slot - distance) >> regionLog2);
   }
+}
+
+void ZQFreeSlotIndex::admitTriplesOf(int slot) {
+  constexpr int width = 128;  // two words
+  const uint64_t above[2] = {slotsFrom(slot + 1LL), slotsFrom(slot + 65LL)};
+  if (slot < width) {  // too near to the begin for the words below: it happens to the first few slots only
+    triples.forget(0);
+    return;
+  }
+  const uint64_t below[2] = {reversed(slotsFrom(slot - 64LL)), reversed(slotsFrom(slot - 128LL))};
+  triples.admit(slot, above, below);
 }
 
 int ZQFreeSlotIndex::nextFree(long long from) const {
@@ -170,20 +197,43 @@ int ZQFreeSlotIndex::previousFree(long long from) const {
   return static_cast<int>(found * 64) + 63 - std::countl_zero(freeSlots[found]);
 }
 
-int ZQFreeSlotIndex::nthFree(int from, long long skip) const {
-  int slot = nextFree(from);
-  while (slot != none && skip > 0) {
-    const size_t region = static_cast<size_t>(slot) >> regionLog2;
-    const bool atBegin = (slot & ((1 << regionLog2) - 1)) == 0 || previousFree(slot - 1) < static_cast<int>(region << regionLog2);
-    if (atBegin && numberOfFreeInRegion[region] <= skip) {  // the whole region is passed over
-      skip -= numberOfFreeInRegion[region];
-      slot = nextFree(static_cast<long long>(region + 1) << regionLog2);
-    } else {
-      --skip;
-      slot = nextFree(static_cast<long long>(slot) + 1);
+int ZQFreeSlotIndex::previousFree(long long from, long long lowest) const {
+  if (lowest < 0) lowest = 0;
+  if (from >= numberOfSlots) from = numberOfSlots - 1;
+  constexpr int farWords = 8;
+  for (int i = 0; i < farWords; ++i) {
+    if (from < lowest) return none;
+    const uint64_t bits = freeSlots[static_cast<size_t>(from >> 6)] << (63 - (from & 63));
+    if (bits != 0) {
+      const long long slot = from - std::countl_zero(bits);
+      return slot >= lowest ? static_cast<int>(slot) : none;
     }
+    from = (from & ~63LL) - 1;
   }
-  return slot;
+  const int slot = previousFree(from);
+  return slot >= lowest ? slot : none;
+}
+
+int ZQFreeSlotIndex::nthFree(int from, long long skip) const {
+  if (from < 0) from = 0;
+  if (from >= numberOfSlots || skip < 0) return none;
+  size_t word = static_cast<size_t>(from) >> 6;
+  uint64_t bits = freeSlots[word] & (~uint64_t{0} << (from & 63));
+  for (;;) {
+    const int count = std::popcount(bits);
+    if (count > skip) break;
+    skip -= count;
+    if (++word == numberOfWords) return none;
+    if ((word & 63) == 0) {  // at a region's begin, whole regions are passed over
+      size_t region = word >> 6;
+      while (region < numberOfFreeInRegion.size() && numberOfFreeInRegion[region] <= skip) skip -= numberOfFreeInRegion[region++];
+      if (region == numberOfFreeInRegion.size()) return none;
+      word = region << 6;
+    }
+    bits = freeSlots[word];
+  }
+  while (skip-- > 0) bits &= bits - 1;
+  return static_cast<int>(word * 64) + std::countr_zero(bits);
 }
 
 }  // namespace zmatrix

@@ -1,5 +1,5 @@
-// Which slots of the block are free: one bit a slot, summaries above it, a count for each region of 4096 slots, and the filter of
-// the distances that a region can serve. It answers the three questions of placement without walking the packed block: the
+// Which slots of the block are free: one bit a slot, summaries above it, a count for each region of 4096 slots, and the filters
+// of the distances that a region can serve. It answers the three questions of placement without walking the packed block: the
 // nearest free slot, the n-th free slot, and the nearest shift at which a whole field fits. Only the places that fill or empty a
 // slot keep it.
 #pragma once
@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "store/ZQPairFilter.h"
+#include "store/ZQTripleFilter.h"
 
 namespace zmatrix {
 
@@ -40,11 +41,19 @@ class ZQFreeSlotIndex {
   /// Marks a slot as free; a free one stays so.
   void release(int slot);
 
+  /// Marks a slot as free for the time of one search: the filter isn't told. It must be filled again.
+  void lend(int slot) {
+    if (!isFree(slot)) markFree(slot);
+  }
+
   /// The lowest free slot at or above `from`, or none.
   int nextFree(long long from) const;
 
   /// The highest free slot at or below `from`, or none.
   int previousFree(long long from) const;
+
+  /// The highest free slot in `lowest` .. `from`, or none; it doesn't look below `lowest`.
+  int previousFree(long long from, long long lowest) const;
 
   /// The free slot at or above `from` that comes after `skip` others, or none.
   int nthFree(int from, long long skip) const;
@@ -65,6 +74,7 @@ class ZQFreeSlotIndex {
   void fillWord(size_t word, uint64_t occupied);
   void markFree(int slot);
   void admitPairsOf(int slot);
+  void admitTriplesOf(int slot);
 
   int numberOfSlots = 0;
   size_t numberOfWords = 0;
@@ -73,6 +83,7 @@ class ZQFreeSlotIndex {
   ZQPodArray<uint64_t> regionsWithFree;  // a bit a region
   ZQPodArray<uint16_t> numberOfFreeInRegion;
   ZQPairFilter pairs;
+  ZQTripleFilter triples;
 };
 
 }  // namespace zmatrix

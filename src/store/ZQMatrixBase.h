@@ -71,6 +71,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   int getLastMatrixElementInDimension(int position);
   /// The number of elements of the field that holds `position`, with its first and last positions; 0 if a link is bad.
   int getNumberOfItemsAndFirstLastElementsInSameDimension(int position, int* first, int* last);
+  /// The same, but it stops counting at `limit`; first and last are then not told.
+  int countField(int position, int limit, int* first, int* last) const;
   /// The parent's slot, or null if the slot is empty or a root's.
   ZQMatrixBaseElement** getOwner(ZQMatrixBaseElement** slot);
   void clearMatrixElement(int position, int flag);
@@ -136,6 +138,14 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   ZQMatrixBaseElement* elementAt(long long position) const {
     return position >= 0 && position < numberOfSlots ? matrixData[position] : nullptr;
   }
+  /// Ask for a slot, or for the record that a slot holds, before it is needed. Any position is allowed.
+  void prefetchSlot(long long position) const {
+    if (position >= 0 && position < numberOfSlots) __builtin_prefetch(matrixData + position);
+  }
+  void prefetchElementAt(long long position) const { __builtin_prefetch(elementAt(position)); }
+  void prefetchFirstChildOf(int position) const {
+    prefetchElementAt(static_cast<long long>(position) + matrixData[position]->getOffsetToElementInNextDimension());
+  }
   ZQMatrixBaseElement* parentOf(int position) const;
   /// The position of the child for a coordinate, or -1.
   int childAt(int parentPosition, int coordinate) const;
@@ -198,3 +208,15 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   std::vector<int> positionsOfField;  // scratch of the move
   std::vector<int> positionsToPlace;  // the same with the new element
 };
+
+inline int ZQMatrixBase::childAt(int parentPosition, int coordinate) const {
+  const ZQMatrixBaseElement* parent = elementAt(parentPosition);
+  if (parent == nullptr || parent->getOffsetToElementInNextDimension() == 0) return -1;
+  const long long first = static_cast<long long>(parentPosition) + parent->getOffsetToElementInNextDimension();
+  const ZQMatrixBaseElement* firstElement = elementAt(first);
+  if (firstElement == nullptr) return -1;
+  const long long target = first - firstElement->getIndexInDimension() + coordinate;
+  const ZQMatrixBaseElement* child = elementAt(target);
+  if (child == nullptr || child->getOffsetToElementInPrevDimension() == 0) return -1;
+  return target + child->getOffsetToElementInPrevDimension() == parentPosition ? static_cast<int>(target) : -1;
+}

@@ -1,22 +1,21 @@
 // Fields: who belongs to one, where it begins and ends, and whose children it holds.
+#include <climits>
+
 #include "store/ZQMatrixBase.h"
+
+namespace {
+
+void reportUnexpectedOffset(const char* direction, int offset) {
+  dbPrintf(0, "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetTo%sElementInDimension: %d is unexpected\n", direction,
+           offset);
+}
+
+}  // namespace
 
 ZQMatrixBaseElement* ZQMatrixBase::parentOf(int position) const {
   const ZQMatrixBaseElement* element = elementAt(position);
   if (element == nullptr || element->getOffsetToElementInPrevDimension() == 0) return nullptr;
   return elementAt(static_cast<long long>(position) + element->getOffsetToElementInPrevDimension());
-}
-
-int ZQMatrixBase::childAt(int parentPosition, int coordinate) const {
-  const ZQMatrixBaseElement* parent = elementAt(parentPosition);
-  if (parent == nullptr || parent->getOffsetToElementInNextDimension() == 0) return -1;
-  const long long first = static_cast<long long>(parentPosition) + parent->getOffsetToElementInNextDimension();
-  const ZQMatrixBaseElement* firstElement = elementAt(first);
-  if (firstElement == nullptr) return -1;
-  const long long target = first - firstElement->getIndexInDimension() + coordinate;
-  const ZQMatrixBaseElement* child = elementAt(target);
-  if (child == nullptr || child->getOffsetToElementInPrevDimension() == 0) return -1;
-  return target + child->getOffsetToElementInPrevDimension() == parentPosition ? static_cast<int>(target) : -1;
 }
 
 int ZQMatrixBase::getFirstMatrixElementInDimension(int position) {
@@ -49,30 +48,32 @@ int ZQMatrixBase::getLastMatrixElementInDimension(int position) {
 }
 
 int ZQMatrixBase::getNumberOfItemsAndFirstLastElementsInSameDimension(int position, int* first, int* last) {
+  return countField(position, INT_MAX, first, last);
+}
+
+int ZQMatrixBase::countField(int position, int limit, int* first, int* last) const {
   int count = 1;
   long long at = position;
   const ZQMatrixBaseElement* element;
   while ((element = elementAt(at)) != nullptr && element->getOffsetToPreviousElementInDimension() != 0) {
     const int offset = element->getOffsetToPreviousElementInDimension();
     if (offset > 0 || at + offset < 0) {
-      dbPrintf(0, "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetToPreviousElementInDimension: %d is unexpected\n",
-               offset);
+      reportUnexpectedOffset("Previous", offset);
       return 0;
     }
     at += offset;
-    ++count;
+    if (++count == limit) return count;
   }
   *first = static_cast<int>(at);
   at = position;
   while ((element = elementAt(at)) != nullptr && element->getOffsetToNextElementInDimension() != 0) {
     const int offset = element->getOffsetToNextElementInDimension();
     if (offset < 1 || at + offset >= numberOfSlots) {
-      dbPrintf(0, "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetToNextElementInDimension: %d is unexpected\n",
-               offset);
+      reportUnexpectedOffset("Next", offset);
       return 0;
     }
     at += offset;
-    ++count;
+    if (++count == limit) return count;
   }
   *last = static_cast<int>(at);
   return count;

@@ -125,8 +125,9 @@ int ZQMatrixBase::searchFrom(int centre) {
       offset = -std::max(std::llabs(offset) + 1, static_cast<long long>(centre) + 1);
       leftLimit = true;
     } else {
-      const int left = freeSlots.previousFree(centre - 1);
       const int right = freeSlots.nextFree(static_cast<long long>(centre) + 1);
+      const int left = freeSlots.previousFree(centre - 1, right >= 0 ? 2LL * centre - right : 0);
+      // A slot on the left that is farther than the right one isn't looked for: it couldn't win, nor could the block's end.
       const long long distanceToLeftEvent = left >= 0 ? centre - left : static_cast<long long>(centre) + 1;
       const long long distanceToRightEvent = (right >= 0 ? right : numberOfSlots) - static_cast<long long>(centre);
       if (distanceToLeftEvent <= distanceToRightEvent) {
@@ -158,7 +159,7 @@ int ZQMatrixBase::searchShift(int memorySearchMethod, const std::vector<int>& po
     }
     const long long lowest = static_cast<long long>(low) - positions.front();
     const long long highest = static_cast<long long>(numberOfSlots) - 1 - positions.back();
-    zmatrix::ZQShiftSearch search(freeSlots, positions);
+    zmatrix::ZQShiftSearch search(freeSlots, positions, positionsOfField);
     if (memorySearchMethod == 3) {
       offset = std::llabs(offset);
       leftLimit = true;

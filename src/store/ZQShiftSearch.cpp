@@ -5,10 +5,17 @@
 
 namespace zmatrix {
 
-ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, const std::vector<int>& positionsToPlace)
+ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, const std::vector<int>& positionsToPlace, const std::vector<int>& own)
     : index(indexOfBlock), positions(positionsToPlace), anchor(positionsToPlace.front()) {
+  const long long width = positions.back() - anchor;
+  firstLent = std::max(own.front() - width, 0LL) >> regionLog2;
+  lastLent = own.back() >> regionLog2;
   numberOfTracked = static_cast<int>(std::min<size_t>(positions.size() - 1, mostTrackedDistances));
-  for (int j = 0; j < numberOfTracked; ++j) rows[j] = index.pairs.rowOf(positions[static_cast<size_t>(j) + 1] - anchor);
+  for (int j = 0; j < numberOfTracked; ++j) {
+    distances[j] = positions[static_cast<size_t>(j) + 1] - anchor;
+    rows[j] = index.pairs.rowOf(distances[j]);
+    if (distances[j] <= ZQTripleFilter::widest && j < mostTripledDistances) numberOfTripled = j + 1;
+  }
 }
 
 long long ZQShiftSearch::nextFit(long long from, long long to) {
@@ -93,12 +100,21 @@ bool ZQShiftSearch::down(long long& offset, long long limit, long long& found) {
   return slot >= 0;
 }
 
-// 64 regions that have a free slot and, as far as the filter knows, serve every distance of the field.
+// 64 regions that have a free slot and, as far as the filter knows, serve every distance of the field. Where the field's own
+// slots come into it, which are only lent, the filter doesn't know.
 uint64_t ZQShiftSearch::candidateRegions(size_t word) const {
   uint64_t regions = index.regionsWithFree[word];
   for (int j = 0; j < numberOfTracked; ++j) {
     if (rows[j] >= 0) regions &= index.pairs.word(rows[j], word);
   }
+  for (int farther = 1; farther < numberOfTripled && regions != 0; ++farther) {
+    for (int nearer = 0; nearer < farther; ++nearer) {
+      regions &= ~index.triples.word(ZQTripleFilter::rowOf(distances[nearer], distances[farther]), word);
+    }
+  }
+  const long long first = std::max(firstLent - static_cast<long long>(word) * 64, 0LL);
+  const long long last = std::min(lastLent - static_cast<long long>(word) * 64, 63LL);
+  if (first <= last) regions |= index.regionsWithFree[word] & (~uint64_t{0} << first) & (~uint64_t{0} >> (63 - last));
   return regions;
 }
 
@@ -125,41 +141,91 @@ long long ZQShiftSearch::previousCandidate(long long region) const {
   return static_cast<long long>(word * 64) + 63 - std::countl_zero(regions);
 }
 
-// The slot in `lowest` .. `highest` of the region where the field's first position fits, or -1. A region that turns out to have
-// no pair of some distance at all is crossed off for that distance.
+// The slot in `lowest` .. `highest` of the region where the field's first position fits, or -1.
 long long ZQShiftSearch::fitInRegion(long long region, long long lowest, long long highest, bool ascending) {
-  uint64_t pairsSeen[mostTrackedDistances] = {};
-  uint64_t words = index.wordsWithFree[static_cast<size_t>(region)];
-  while (words != 0) {
-    const int bit = ascending ? std::countr_zero(words) : 63 - std::countl_zero(words);
-    words &= ~(uint64_t{1} << bit);
-    const long long firstSlot = (region * 64 + bit) * 64;
-    uint64_t fits = fitsOfWord(firstSlot, index.freeSlots[static_cast<size_t>(firstSlot >> 6)], pairsSeen);
-    if (fits == 0 || firstSlot + 63 < lowest || firstSlot > highest) continue;
-    if (firstSlot < lowest) fits &= ~uint64_t{0} << (lowest - firstSlot);
-    if (firstSlot + 63 > highest) fits &= ~uint64_t{0} >> (63 - (highest - firstSlot));
-    if (fits != 0) return firstSlot + (ascending ? std::countr_zero(fits) : 63 - std::countl_zero(fits));
-  }
-  for (int j = 0; j < numberOfTracked; ++j) {
-    if (pairsSeen[j] != 0) continue;
-    if (rows[j] < 0) rows[j] = index.pairs.rowOfOrNew(positions[static_cast<size_t>(j) + 1] - anchor);
-    if (rows[j] >= 0) index.pairs.setNo(rows[j], static_cast<size_t>(region));
+  if (region != regionOfFits) findFits(region);
+  const long long firstSlot = region << regionLog2;
+  const int low = static_cast<int>(std::max(lowest - firstSlot, 0LL));
+  const int high = static_cast<int>(std::min(highest - firstSlot, (1LL << regionLog2) - 1));
+  if (!hasFits || low > high) return -1;
+  const int from = low >> 6;
+  const int to = high >> 6;
+  for (int step = 0; step <= to - from; ++step) {
+    const int word = ascending ? from + step : to - step;
+    uint64_t bits = fits[word];
+    if (word == from) bits &= ~uint64_t{0} << (low & 63);
+    if (word == to) bits &= ~uint64_t{0} >> (63 - (high & 63));
+    if (bits != 0) return firstSlot + word * 64 + (ascending ? std::countr_zero(bits) : 63 - std::countl_zero(bits));
   }
   return -1;
 }
 
-uint64_t ZQShiftSearch::fitsOfWord(long long firstSlot, uint64_t freeSlots, uint64_t* pairsSeen) const {
-  uint64_t fits = freeSlots;
-  const int numberOfDistances = static_cast<int>(positions.size()) - 1;
-  for (int j = 0; j < numberOfDistances; ++j) {
-    const bool isTracked = j < numberOfTracked;
-    if (fits == 0 && !isTracked) break;
-    if (fits == 0 && pairsSeen[j] != 0) continue;
-    const uint64_t pairs = freeSlots & index.slotsFrom(firstSlot + (positions[static_cast<size_t>(j) + 1] - anchor));
-    if (isTracked) pairsSeen[j] |= pairs;
-    fits &= pairs;
+// Which slots of the region the first position fits at: all words of the region at once, one distance after the other, until
+// nothing is left.
+void ZQShiftSearch::findFits(long long region) {
+  regionOfFits = region;
+  copyFree(static_cast<size_t>(region), fits);
+  hasFits = true;
+  for (size_t j = 1; j < positions.size() && hasFits; ++j) {
+    hasFits = keepPairs(static_cast<size_t>(region), positions[j] - anchor, fits) != 0;
   }
-  return fits;
+  if (!hasFits) crossOff(static_cast<size_t>(region));
+}
+
+// A region that has no pair of some distance at all is crossed off for that distance. A search that goes on and on looks at the
+// triples as well, which is more work; where many slots are free all triples occur.
+void ZQShiftSearch::crossOff(size_t region) {
+  for (int j = 0; j < numberOfTracked; ++j) {
+    if (hasPair(region, distances[j])) continue;
+    if (rows[j] < 0) rows[j] = index.pairs.rowOfOrNew(distances[j]);
+    if (rows[j] >= 0) index.pairs.setNo(rows[j], region);
+  }
+  if (++regionsInVain > vainRegionsOfShortSearch && index.numberOfFreeInRegion[region] <= mostFreeForTriples)
+    crossOffTriples(region);
+}
+
+bool ZQShiftSearch::hasPair(size_t region, long long distance) const {
+  for (uint64_t words = index.wordsWithFree[region]; words != 0; words &= words - 1) {
+    const size_t word = region * wordsOfRegion + static_cast<size_t>(std::countr_zero(words));
+    if ((index.freeSlots[word] & index.slotsFrom(static_cast<long long>(word * 64) + distance)) != 0) return true;
+  }
+  return false;
+}
+
+void ZQShiftSearch::crossOffTriples(size_t region) {
+  uint64_t pairs[mostTripledDistances][wordsOfRegion];
+  for (int j = 0; j < numberOfTripled; ++j) {
+    copyFree(region, pairs[j]);
+    keepPairs(region, distances[j], pairs[j]);
+  }
+  for (int farther = 1; farther < numberOfTripled; ++farther) {
+    for (int nearer = 0; nearer < farther; ++nearer) {
+      uint64_t any = 0;
+      for (size_t i = 0; i < wordsOfRegion; ++i) any |= pairs[nearer][i] & pairs[farther][i];
+      if (any == 0) index.triples.setNone(ZQTripleFilter::rowOf(distances[nearer], distances[farther]), region);
+    }
+  }
+}
+
+void ZQShiftSearch::copyFree(size_t region, uint64_t* slots) const {
+  const size_t first = region * wordsOfRegion;
+  for (size_t i = 0; i < wordsOfRegion; ++i) slots[i] = first + i < index.numberOfWords ? index.freeSlots[first + i] : 0;
+}
+
+// Of the slots in `slots`, which stand for a region's, those stay that have a free slot `distance` above them; not 0 if any do.
+uint64_t ZQShiftSearch::keepPairs(size_t region, long long distance, uint64_t* slots) const {
+  const size_t begin = region * wordsOfRegion + static_cast<size_t>(distance >> 6);
+  const int shift = static_cast<int>(distance & 63);
+  const size_t within = begin < index.numberOfWords ? std::min(index.numberOfWords - begin, wordsOfRegion) : 0;
+  const uint64_t* shifted = &index.freeSlots[0] + (within > 0 ? begin : 0);
+  uint64_t any = 0;
+  if (shift == 0) {
+    for (size_t i = 0; i < within; ++i) any |= slots[i] &= shifted[i];
+  } else {
+    for (size_t i = 0; i < within; ++i) any |= slots[i] &= (shifted[i] >> shift) | (shifted[i + 1] << (64 - shift));
+  }
+  for (size_t i = within; i < wordsOfRegion; ++i) slots[i] = 0;
+  return any;
 }
 
 }  // namespace zmatrix

@@ -1,6 +1,6 @@
 // Where does a whole field fit? A shift is an offset by which every position of the field lands on a free slot. The search goes
-// region by region, skips those whose filter rules out one of the field's distances, and tests 64 shifts at a time in the others.
-// The field's own slots are marked free while it runs, since they move too.
+// region by region, skips those whose filters rule out some of the field's distances, and tests 64 shifts at a time in the
+// others. The field's own slots are lent to it while it runs, since they move too.
 #pragma once
 
 #include <climits>
@@ -14,8 +14,8 @@ class ZQShiftSearch {
  public:
   static constexpr long long none = LLONG_MAX;
 
-  /// `positions` ascend; all of them must land on free slots.
-  ZQShiftSearch(ZQFreeSlotIndex& index, const std::vector<int>& positions);
+  /// `positions` ascend; all of them must land on free slots. `own` are the slots of the field, lent to the search.
+  ZQShiftSearch(ZQFreeSlotIndex& index, const std::vector<int>& positions, const std::vector<int>& own);
 
   /// The smallest fitting offset in `from` .. `to`, or none.
   long long nextFit(long long from, long long to);
@@ -33,6 +33,10 @@ class ZQShiftSearch {
 
  private:
   static constexpr int mostTrackedDistances = 12;
+  static constexpr int mostTripledDistances = 5;
+  static constexpr int vainRegionsOfShortSearch = 16;
+  static constexpr int mostFreeForTriples = 512;  // slots of a region
+  static constexpr size_t wordsOfRegion = 64;
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
 
   bool up(long long& offset, long long limit, long long& found);
@@ -41,13 +45,26 @@ class ZQShiftSearch {
   long long nextCandidate(long long region) const;
   long long previousCandidate(long long region) const;
   long long fitInRegion(long long region, long long lowest, long long highest, bool ascending);
-  uint64_t fitsOfWord(long long firstSlot, uint64_t freeSlots, uint64_t* pairsSeen) const;
+  void findFits(long long region);
+  void crossOff(size_t region);
+  void crossOffTriples(size_t region);
+  bool hasPair(size_t region, long long distance) const;
+  void copyFree(size_t region, uint64_t* slots) const;
+  uint64_t keepPairs(size_t region, long long distance, uint64_t* slots) const;
 
   ZQFreeSlotIndex& index;
   const std::vector<int>& positions;
   long long anchor;
   int numberOfTracked;
+  int numberOfTripled = 0;  // of these, the first ones that the filter of triples serves
+  long long distances[mostTrackedDistances];
   int rows[mostTrackedDistances];  // of the filter, for the first distances; -1 for one that has none
+  long long firstLent;             // regions in which the field's own slots may serve
+  long long lastLent;
+  long long regionOfFits = -1;  // the region that was looked at last, and what fits there
+  int regionsInVain = 0;
+  bool hasFits = false;
+  uint64_t fits[wordsOfRegion];
 };
 
 }  // namespace zmatrix

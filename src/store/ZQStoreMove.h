@@ -43,6 +43,7 @@ struct ZQStoreMove {
       const ZQMatrixBaseElement* element = matrix.elementAt(at);
       if (element == nullptr) return false;
       positions.push_back(static_cast<int>(at));
+      matrix.prefetchSlot(at + element->getOffsetToElementInNextDimension());
       const int next = element->getOffsetToNextElementInDimension();
       if (next < 1) break;
       at += next;
@@ -57,7 +58,7 @@ struct ZQStoreMove {
     toPlace = own;
     if (withIndex) toPlace.insert(std::lower_bound(toPlace.begin(), toPlace.end(), newIndex), newIndex);
     for (int position : own) {
-      if (!keepsOff || position != newIndex) matrix.freeSlots.release(position);
+      if (!keepsOff || position != newIndex) matrix.freeSlots.lend(position);
     }
     const bool keepsOffFreeSlot =
         keepsOff && newIndex >= 0 && newIndex < matrix.numberOfSlots && matrix.freeSlots.isFree(newIndex);
@@ -71,6 +72,7 @@ struct ZQStoreMove {
 
   static bool patchLinks(Matrix& matrix, int offset) {
     const std::vector<int>& own = matrix.positionsOfField;
+    for (int position : own) matrix.prefetchFirstChildOf(position);
     if (ZQMatrixBaseElement* parent = matrix.parentOf(own.front())) parent->addOffsetToElementInNextDimension(offset);
     for (int position : own) {
       Element* element = static_cast<Element*>(matrix.elementAt(position));
@@ -107,6 +109,7 @@ struct ZQStoreMove {
   static void refreshIndex(Matrix& matrix, int offset) {
     for (int position : matrix.positionsOfField) {
       if (matrix.matrixData[position] == nullptr) {
+        matrix.freeSlots.fill(position);
         matrix.freeSlots.release(position);
       } else {
         matrix.freeSlots.fill(position);

@@ -40,34 +40,26 @@ struct ZQStoreWrite {
 
   /// One step down from `last`, which becomes the child's position. False if the coordinate is refused or no place can be made.
   static bool step(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
-    const long long magnitude = std::llabs(static_cast<long long>(coordinate));
-    if (magnitude > info.getMaximalMatrixIndex()) {
-      dbPrintf(0, "writeMatrixData: error: max matrix Index %d exceeded:  %d\n", info.getMaximalMatrixIndex(),
-               static_cast<int>(magnitude > INT_MAX ? INT_MAX : magnitude));
-      dbPrintf(0, "please increase this value (setMaximalMatrixIndex())\n");
+    if (!admits(info, coordinate)) return false;
+    const int child = matrix.childAt(last, coordinate);
+    if (child < 0) return add(matrix, info, last, dimension, coordinate);
+    if (matrix.elementAt(child)->getIndexInDimension() != coordinate) {
+      dbPrintf(0, "Das sollte nicht passieren!\n");
       return false;
     }
-    const int child = matrix.childAt(last, coordinate);
-    if (child >= 0) {
-      if (matrix.elementAt(child)->getIndexInDimension() != coordinate) {
-        dbPrintf(0, "Das sollte nicht passieren!\n");
-        return false;
-      }
-      last = child;
-    } else {
-      int stackCandidate = 0;
-      const int inserted = makeChild(matrix, info, last, coordinate, stackCandidate);
-      if (inserted < 0) {
-        reportPositionBeyondStack(matrix, last);
-        return false;
-      }
-      last = inserted;
-      raiseStack(matrix, stackCandidate);
-      raiseStack(matrix, last);
-    }
+    last = child;
+    countStep(info, dimension, coordinate);
+    return true;
+  }
+
+  /// The same where it is known that the child is missing.
+  static bool stepToNew(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
+    return admits(info, coordinate) && add(matrix, info, last, dimension, coordinate);
+  }
+
+  static void countStep(Info& info, int dimension, int coordinate) {
     info.checkMatrixDimension(dimension);
     info.updateMatrixIndexInfo(dimension, coordinate);
-    return true;
   }
 
   /// Counts a write at an element.
@@ -108,20 +100,19 @@ struct ZQStoreWrite {
       return 0;
     }
     const long long parent = static_cast<long long>(first) + firstElement->getOffsetToElementInPrevDimension();
+    // The neighbours in the field: from its first element up to the last below the new one.
     int below = -1;
     int above = first;
-    if (newPosition > first) {
-      below = matrix.getLastMatrixElementInDimension(first);
-      above = -1;
-      // From the high end down, as sequence data tends to arrive with rising coordinates.
-      while (below > newPosition) {
-        const int previous = matrix.elementAt(below)->getOffsetToPreviousElementInDimension();
-        if (previous >= 0 || matrix.elementAt(static_cast<long long>(below) + previous) == nullptr) {
-          dbPrintf(0, "insertMatrixElementInExistingDimension: %d for offsetToPreviousElementInDimension unexpected\n", previous);
-          return 0;
-        }
-        above = below;
-        below += previous;
+    while (above >= 0 && above < newPosition) {
+      below = above;
+      const int next = matrix.elementAt(below)->getOffsetToNextElementInDimension();
+      above = next > 0 && matrix.elementAt(static_cast<long long>(below) + next) != nullptr ? below + next : -1;
+    }
+    if (below >= 0 && above >= 0) {
+      const int previous = matrix.elementAt(above)->getOffsetToPreviousElementInDimension();
+      if (previous >= 0 || matrix.elementAt(static_cast<long long>(above) + previous) == nullptr) {
+        dbPrintf(0, "insertMatrixElementInExistingDimension: %d for offsetToPreviousElementInDimension unexpected\n", previous);
+        return 0;
       }
     }
     Element* element = matrix.template createElementAt<Element>(newPosition);
@@ -166,6 +157,29 @@ struct ZQStoreWrite {
   static void reportPositionBeyondStack(const Matrix& matrix, int position) {
     const int stack = matrix.getMatrixFileHeader()->getMaximalStack();
     if (position > stack) dbPrintf(0, "writeMatrixData error: lastelement (%d) > stackPtr (%d)\n", position, stack);
+  }
+
+  static bool admits(const Info& info, int coordinate) {
+    const long long magnitude = std::llabs(static_cast<long long>(coordinate));
+    if (magnitude <= info.getMaximalMatrixIndex()) return true;
+    dbPrintf(0, "writeMatrixData: error: max matrix Index %d exceeded:  %d\n", info.getMaximalMatrixIndex(),
+             static_cast<int>(magnitude > INT_MAX ? INT_MAX : magnitude));
+    dbPrintf(0, "please increase this value (setMaximalMatrixIndex())\n");
+    return false;
+  }
+
+  static bool add(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
+    int stackCandidate = 0;
+    const int inserted = makeChild(matrix, info, last, coordinate, stackCandidate);
+    if (inserted < 0) {
+      reportPositionBeyondStack(matrix, last);
+      return false;
+    }
+    last = inserted;
+    raiseStack(matrix, stackCandidate);
+    raiseStack(matrix, last);
+    countStep(info, dimension, coordinate);
+    return true;
   }
 
   // The position of the new child, or -1.
@@ -223,9 +237,10 @@ struct ZQStoreWrite {
   // A foreign field holds the slot: the smaller of the two moves, at a tie the own one; a root never does.
   static bool clearTheWay(Matrix& matrix, int method, Field& own, int& target, int& stackCandidate) {
     Field foreign;
-    if (!count(matrix, target, foreign) || !count(matrix, own.first, own)) return false;
+    if (!countUntilOneEnds(matrix, target, foreign, own)) return false;
     foreign.begin = static_cast<int>(static_cast<long long>(target) - matrix.elementAt(target)->getIndexInDimension());
     if (own.count <= foreign.count || target < matrix.getMatrixFileHeader()->getMaxNumberOfMatrices()) {
+      if (!count(matrix, own.first, own)) return false;
       if (moveOwn(matrix, method, own, target) == 0) {
         dbPrintf(0, "error from WriteData: MoveFieldWithNewIndex failed\n");
         return false;
@@ -233,6 +248,7 @@ struct ZQStoreWrite {
       stackCandidate = own.last;
       return true;
     }
+    if (!count(matrix, target, foreign)) return false;
     if (ZQStoreMove<Tier>::moveField(matrix, method, &foreign.begin, &target, foreign.count, &foreign.first, &foreign.last, 0) ==
         0) {
       dbPrintf(0, "error from WriteData: MoveFieldWithoutIndex failed\n");
@@ -246,6 +262,17 @@ struct ZQStoreWrite {
   static bool count(Matrix& matrix, int position, Field& field) {
     field.count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(position, &field.first, &field.last);
     return field.count > 0;
+  }
+
+  // Which of the two fields is the smaller? Both are counted as far as the smaller one reaches: a wide field that stays where it
+  // is isn't walked.
+  static bool countUntilOneEnds(Matrix& matrix, int target, Field& foreign, Field& own) {
+    for (int limit = 2;; limit = limit > INT_MAX / 4 ? INT_MAX : 4 * limit) {
+      foreign.count = matrix.countField(target, limit, &foreign.first, &foreign.last);
+      own.count = matrix.countField(own.first, limit, &own.first, &own.last);
+      if (foreign.count == 0 || own.count == 0) return false;
+      if (foreign.count < limit || own.count < limit || limit == INT_MAX) return true;
+    }
   }
 
   static int moveOwn(Matrix& matrix, int method, Field& own, int& target) {

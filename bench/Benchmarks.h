@@ -1,0 +1,28 @@
+// The benchmarks by group. A row's name is group/limit:L/size:N/contender; times of its second step stand in counters.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+#include "Measurement.h"
+
+namespace bench {
+
+/// Learning, and learning the same again, of text at several sizes and of triples of integers.
+void registerLearning(const std::string& text);
+/// Items a second from a matrix that has learned text.
+void registerGeneration(const std::string& text);
+/// Write, read and delete of single vectors in random order.
+void registerRandomAccess();
+
+/// Hands a measurement to the row; one that is not right makes the row fail.
+inline void report(benchmark::State& state, const Measurement& measured, double seconds) {
+  state.SetIterationTime(seconds > 0 ? seconds : 1e-9);
+  const auto operations = static_cast<double>(measured.operations > 0 ? measured.operations : 1);
+  state.counters["ns"] = seconds * 1e9 / operations;
+  state.counters["operations"] = operations;
+  if (!measured.isRight) state.SkipWithError("the answers are wrong");
+}
+
+}  // namespace bench

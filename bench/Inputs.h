@@ -1,0 +1,30 @@
+// What is learned: text cut into phrases by the library's own rule, and triples of integers spread as widely as music is. The
+// library gets the input as a host has it, its rivals get the pieces ready to count.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+struct Input {
+  std::string name;
+  bool isText = true;
+  int coordinateDimension = 1;
+  int phraseLimit = 0;                   // in items
+  std::vector<int> original;             // for the library
+  std::vector<std::vector<int>> pieces;  // for the rivals: no phrase goes beyond its piece
+
+  long long getNumberOfPhrases() const;
+};
+
+/// The whole file, or the example texts for an empty name. Empty if a file can't be read.
+std::string readText(const std::string& fileName);
+
+Input textInput(const std::string& text, size_t length, int phraseLimit);
+
+/// Triples with coordinates a multiple of 192 apart, the same on every machine. Half of them repeat earlier ones.
+Input tripleInput(int numberOfItems, int phraseLimit);
+
+}  // namespace bench

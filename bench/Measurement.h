@@ -1,0 +1,45 @@
+// One measurement, taken in a child process: what a structure takes in memory can only be told in a process that held nothing
+// before, and a child gives all of it back however large it was.
+#pragma once
+
+#include <functional>
+
+namespace bench {
+
+/// What a structure says it holds; all structures that were fed the same must say the same.
+struct Tally {
+  long long distinct = 0;
+  long long sumOfSquares = 0;
+
+  bool operator==(const Tally&) const = default;
+};
+
+/// What a child reports. Times are in seconds; which of them mean something is up to the benchmark.
+struct Measurement {
+  long long operations = 0;
+  double seconds[3] = {};
+  long long residentBytes = 0;
+  Tally tally;
+  bool isRight = false;
+};
+
+/// Runs the function in a child. A child that dies gives a measurement that is not right.
+Measurement measureInChild(const std::function<Measurement()>& function);
+
+/// Bytes of this process that are in memory.
+long long residentBytes();
+
+/// Gives free memory back, so that what is taken next shows in residentBytes.
+void releaseFreeMemory();
+
+/// Processor time of this process: one thread is measured, and other work on the machine shall not count.
+class StopWatch {
+ public:
+  double seconds() const { return now() - start_; }
+
+ private:
+  static double now();
+  double start_ = now();
+};
+
+}  // namespace bench

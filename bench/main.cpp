@@ -1,0 +1,38 @@
+// zmatrix_bench [--text FILE] [Google Benchmark's own options]: without a text the two examples are learned, which are short.
+#include <cstdio>
+#include <cstring>
+
+#include "Benchmarks.h"
+#include "Inputs.h"
+
+namespace {
+
+// Takes the file's name out of the arguments; the rest is Google Benchmark's.
+std::string takeTextArgument(int& argc, char** argv) {
+  for (int i = 1; i + 1 < argc; i++) {
+    if (strcmp(argv[i], "--text") != 0) continue;
+    const std::string fileName = argv[i + 1];
+    for (int k = i; k + 2 <= argc; k++) argv[k] = argv[k + 2];  // the null behind the last one too
+    argc -= 2;
+    return fileName;
+  }
+  return {};
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string text = bench::readText(takeTextArgument(argc, argv));
+  if (text.empty()) {
+    fputs("the text can't be read or is empty\n", stderr);
+    return 3;
+  }
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  bench::registerLearning(text);
+  bench::registerGeneration(text);
+  bench::registerRandomAccess();
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  return 0;
+}

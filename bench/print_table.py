@@ -1,0 +1,55 @@
+"""Prints the benchmarks' JSON as one table: the median of each row's repetitions, and its ratio to absl's row or, where absl is
+not installed, to std::unordered_map's. Fails if a row's answers were wrong."""
+import json
+import statistics
+import sys
+
+with open(sys.argv[1], encoding="utf-8") as file:
+    results = json.load(file)
+
+failed = sorted({run["run_name"] for run in results["benchmarks"] if run.get("error_occurred")})
+rows = {}
+for run in results["benchmarks"]:
+    if run.get("run_type") == "iteration" and not run.get("error_occurred"):
+        group, limit, size, contender = run["run_name"].split("/")[:4]
+        rows.setdefault((group, int(limit[6:]), int(size[5:])), {}).setdefault(contender, []).append(run)
+
+
+def median(runs, key):
+    return statistics.median(run[key] for run in runs) if key in runs[0] else None
+
+
+def number(value, digits=0):
+    return "-" if value is None else f"{value:.{digits}f}"
+
+
+def ratio(value, base):
+    return "-" if value is None or not base else f"{value / base:.2f}"
+
+
+# The columns of a group: title and counter.
+columns = {
+    "learn": [("first", "ns"), ("again", "again_ns")],
+    "triples": [("first", "ns"), ("again", "again_ns")],
+    "undetermined": [("first", "ns"), ("kept", "kept_percent")],
+    "generate": [("item", "ns")],
+    "random": [("write", "ns"), ("read", "read_ns"), ("delete", "delete_ns")],
+}
+print("ns an operation; in brackets the ratio to absl::flat_hash_map (or std::unordered_map) in the same run; B = bytes")
+print("resident a distinct phrase. Undetermined: ns a phrase, and the percentage of the distinct phrases that are kept; B as if all")
+print("were. Sizes in thousands of bytes (text), items (triples) or vectors (random).")
+print()
+print("| work | phrase limit | size | what | first / again, first / kept, write / read / delete, or an item | B |")
+print("|---|---|---|---|---|---|")
+for (group, limit, size), contenders in rows.items():
+    base = contenders.get("absl") or contenders.get("unordered_map")
+    for contender, runs in contenders.items():
+        figures = []
+        for _, key in columns[group]:
+            value = median(runs, key)
+            figures.append(number(value) + (f" ({ratio(value, median(base, key))})" if base else ""))
+        print(f"| {group} | {limit} | {size} | {contender} | {' / '.join(figures)} | {number(median(runs, 'bytes'))} |")
+
+for name in failed:
+    print(f"error: the answers of {name} are wrong", file=sys.stderr)
+sys.exit(1 if failed or not rows else 0)

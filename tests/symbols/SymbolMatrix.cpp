@@ -1,0 +1,155 @@
+#include "SymbolMatrix.h"
+
+#include <random>
+
+#include "frame/ZQMemory.h"
+#include "support/TierUnderTest.h"
+
+namespace {
+
+bool isWhite(unsigned char c) {
+  return c <= ' ' || c == 0xA0;
+}
+
+bool isCapital(unsigned char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE) || c == 0x8A || c == 0x8C || c == 0x95 || c == 0x9F;
+}
+
+}  // namespace
+
+Words wordsOf(const std::string& text) {
+  Words words;
+  std::string word;
+  bool blankLinePending = false;
+  const auto endWord = [&] {
+    if (word.empty()) return;
+    if (blankLinePending) words.push_back("\n");
+    blankLinePending = false;
+    words.push_back(word);
+    word.clear();
+  };
+  for (size_t i = 0; i < text.size();) {
+    if (!isWhite(static_cast<unsigned char>(text[i]))) {
+      word += text[i++];
+      continue;
+    }
+    int lineEnds = 0;
+    size_t next = i;
+    for (; next < text.size() && isWhite(static_cast<unsigned char>(text[next])); ++next) lineEnds += text[next] == '\n';
+    const bool divided = lineEnds == 1 && i > 0 && text[i - 1] == '-' && next < text.size();
+    if (divided && !isCapital(static_cast<unsigned char>(text[next]))) word.pop_back();
+    if (!divided) endWord();
+    if (lineEnds >= 2) blankLinePending = true;
+    i = next;
+  }
+  endWord();
+  return words;
+}
+
+std::string unstructuredText(unsigned seed, int numberOfWords, int longestWord) {
+  std::mt19937 engine(seed);
+  const auto below = [&engine](int limit) { return static_cast<int>(engine() % static_cast<unsigned>(limit)); };
+  std::string text;
+  for (int i = 0; i < numberOfWords; ++i) {
+    const int length = 1 + below(longestWord);
+    for (int k = 0; k < length; ++k) text += static_cast<char>(k % 2 == 0 ? '!' + below(90) : 0xC0 + below(60));
+    text += below(20) == 0 ? "\n\n" : " ";
+  }
+  return text;
+}
+
+std::vector<int> valuesOf(const std::string& text) {
+  std::vector<int> values;
+  for (const char byte : text) values.push_back(static_cast<unsigned char>(byte));
+  return values;
+}
+
+SymbolMatrix::SymbolMatrix(int phraseLimit, int memorySearchMethod) : matrix(createAndInitMatrix()) {
+  zmatrix::setSearchState({});  // the process's: positions are to be the same in any order of tests
+  matrix->setMatrixDebugOn(0);
+  matrix->setMatrixAILevel(1);
+  matrix->setGlobalDefaultMatrixPropertiesForANSIText();
+  matrix->setGlobalMaxPhraseLengthForUpdateWithSequence(phraseLimit);
+  matrix->setGlobalMemorySearchMethod(memorySearchMethod);
+  matrix->setGlobalLanguage(4);
+}
+
+SymbolMatrix::~SymbolMatrix() {
+  deleteMatrix(matrix);
+}
+
+int SymbolMatrix::learn(const std::string& text) {
+  int length = 0;
+  return matrix->updateMatrixWithANSIFile(folder.put("text.txt", text).c_str(), &length, 0);
+}
+
+SymbolMatrix::Found SymbolMatrix::derive(Derive operation, const std::string& text) {
+  const std::vector<int> values = valuesOf(text);
+  Found found;
+  int count = -1;
+  int* entries = (matrix->*operation)(values.data(), static_cast<int>(values.size()), &count, &found.numberOfUnknown,
+                                      &found.numberOfPredefined);
+  if (entries != nullptr) found.entries.assign(entries, entries + count);
+  if (entries == nullptr && count != 0) found.entries.assign(1, -1);  // no test expects this
+  systemFree(entries);
+  return found;
+}
+
+SymbolMatrix::Found SymbolMatrix::symbolsOf(const std::string& text) {
+  return derive(&ZQMatrix::getNextLevelSymbolsFromOriginalObjects, text);
+}
+
+SymbolMatrix::Found SymbolMatrix::handlesOf(const std::string& text) {
+  return derive(&ZQMatrix::getNextLevelSymbolHandlesFromOriginalObjects, text);
+}
+
+std::vector<int> SymbolMatrix::symbolsOfAny(std::vector<int> sequence) {
+  int count = -1;
+  int* symbols = matrix->getSymbolsFromAnyLongSequence(sequence.data(), static_cast<int>(sequence.size()), &count);
+  std::vector<int> result(symbols, symbols + count);
+  systemFree(symbols);
+  return result;
+}
+
+void SymbolMatrix::raiseStack() {
+  matrix->getMatrixFileHeader()->_setMaximalStack(matrix->getMaximalStack() + 1);
+}
+
+std::string SymbolMatrix::phraseOf(int symbol) {
+  int length = -1;
+  int* items = matrix->createPreviousLevelElementsFromOriginalSymbol(symbol, &length);
+  std::string phrase;
+  for (int i = 0; i < length; ++i) phrase += static_cast<char>(items[i]);
+  systemFree(items);
+  return phrase;
+}
+
+Words SymbolMatrix::spell(const std::vector<int>& symbols) {
+  const int basicID = matrix->getCurrentMatrixID();
+  matrix->setCurrentMatrixID(matrix->getCurrentMatrixIDLevelUp());
+  raiseStack();
+  Words words;
+  for (const int symbol : symbols) words.push_back(symbol == '\n' ? "\n" : phraseOf(symbol));
+  matrix->setCurrentMatrixID(basicID);
+  matrix->getMatrixFileHeader()->_setMaximalStack(matrix->getMaximalStack() - 1);
+  return words;
+}
+
+std::string SymbolMatrix::brokenLink() {
+  const int levelUp = matrix->getCurrentMatrixIDLevelUp();
+  int numberOfSymbols = 0;
+  for (int position = 0; position <= matrix->getMaximalStack(); ++position) {
+    const auto* element = static_cast<const ZQMatrixElement*>(matrix->elementAt(position));
+    if (element == nullptr || element->getSymbolID() == 0) continue;
+    ++numberOfSymbols;
+    const int symbol = element->getSymbolID();
+    const auto* above = static_cast<const ZQMatrixElement*>(matrix->elementAt(matrix->childAt(levelUp, symbol)));
+    if (above == nullptr) return "no element for symbol " + std::to_string(symbol);
+    if (above->getSymbolDownLinkHandle() != position) {
+      return "symbol " + std::to_string(symbol) + " leads to " + std::to_string(above->getSymbolDownLinkHandle()) +
+             " instead of " + std::to_string(position);
+    }
+  }
+  if (numberOfSymbols == matrix->getNumberOfSymbols()) return "";
+  return std::to_string(numberOfSymbols) + " symbols, counted " + std::to_string(matrix->getNumberOfSymbols());
+}

@@ -1,0 +1,208 @@
+// From symbols back to phrases: as arrays, as print, as text in a file.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "SymbolMatrix.h"
+#include "frame/ZQMemory.h"
+
+namespace {
+
+using Integers = std::vector<int>;
+using zmatrix::TestFolder;
+
+class LevelDown : public testing::Test {
+ protected:
+  /// A symbol level above sub-matrix 0, made by hand: symbol 300 with this handle.
+  void makeSymbolLevel(int coordinateDimension, int handle) {
+    matrix.select(1);
+    matrix->setCoordinateDimension(coordinateDimension);
+    matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(0);
+    const int symbol = 300;
+    matrix->writeMatrixElement(&symbol, 1, 1);
+    matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &handle, 1);
+    matrix.raiseStack();
+  }
+
+  std::string illegalHandle(int handle) {
+    return "getPreviousLevelObjectsFromOriginalSymbol: illegal handle: " + std::to_string(handle) + "\n";
+  }
+
+  SymbolMatrix matrix;
+};
+
+TEST_F(LevelDown, GivesThePhraseOrNothing) {
+  matrix.learn("harbour\n\ntown");
+  matrix.select(1);
+  EXPECT_EQ(matrix.phraseOf(257), "harbour");
+  EXPECT_EQ(matrix.phraseOf(258), "town");
+  int count = -1;
+  int** items = matrix->createPreviousLevelObjexsFromOriginalSymbol(258, &count);
+  ASSERT_EQ(count, 4);
+  EXPECT_EQ(items[0][0], 't');
+  EXPECT_EQ(items[3][0], 'n');
+  systemFree(items);
+
+  zmatrix::CapturedMessages messages(0);
+  const auto expectNothing = [&](int symbol, const std::string& message) {
+    int length = -1;
+    EXPECT_EQ(matrix->createPreviousLevelElementsFromOriginalSymbol(symbol, &length), nullptr);
+    EXPECT_EQ(length, 0);
+    EXPECT_EQ(messages.take(), message);
+    count = -1;
+    EXPECT_EQ(matrix->createPreviousLevelObjexsFromOriginalSymbol(symbol, &count), nullptr);
+    EXPECT_EQ(count, 0);
+    EXPECT_EQ(messages.take(), message);
+    EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
+  };
+  expectNothing('\n', illegalHandle(0));  // the line feed stands for no phrase
+  expectNothing(999, illegalHandle(-1));
+  expectNothing(-5, illegalHandle(-1));
+  const int symbol = 257, beyond = matrix->getMaximalStack() + 1,
+            symbolItself = matrix->getMatrixHandleFromElementVector(&symbol, 1);
+  matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &beyond, 1);
+  expectNothing(257, illegalHandle(beyond));
+  matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &symbolItself, 1);
+  expectNothing(257, "error: getIndexVectorFromMatrixHandle: backward chain ends for ID 1 (expected: 0) \n");
+  matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(matrix->getMaxNumberOfMatrices());
+  expectNothing(258, "getPreviousLevelObjectsFromOriginalSymbol: illegal levelDownID: " +
+                         std::to_string(matrix->getMaxNumberOfMatrices()) + "\n");
+}
+
+TEST_F(LevelDown, StaysBelowWhereThePhraseFitsNoItems) {
+  const Integers three = {1, 2, 3}, four = {5, 6, 7, 8};
+  matrix->writeMatrixElement(three.data(), 3, 1);
+  matrix->writeMatrixElement(four.data(), 4, 1);
+  makeSymbolLevel(2, matrix->getMatrixHandleFromElementVector(three.data(), 3));
+  zmatrix::CapturedMessages messages(0);
+  int count = -1;
+  EXPECT_EQ(matrix->createPreviousLevelObjexsFromOriginalSymbol(300, &count), nullptr);
+  EXPECT_EQ(messages.take(),
+            "createPreviousLevelObjexsFromOriginalSymbol: numberOfElements(3) is not a multiple of coordDimension (2)\n");
+  EXPECT_EQ(count, 0);
+  EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
+  const int symbol = 300, handle = matrix->getMatrixHandleFromElementVector(four.data(), 4);
+  matrix.select(1);
+  matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &handle, 1);
+  int** items = matrix->createPreviousLevelObjexsFromOriginalSymbol(300, &count);
+  ASSERT_EQ(count, 2);
+  EXPECT_EQ((Integers{items[0][0], items[0][1], items[1][0], items[1][1]}), four);
+  systemFree(items);
+  EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
+}
+
+TEST_F(LevelDown, PrintsAnItemInTheMannerOfItsLevel) {
+  matrix.learn("cat");
+  const int letter = 'x', symbol = 257, unknown = 258;
+  zmatrix::CapturedMessages messages(0);
+  matrix->dbPrintSuccessorObjex(&letter, 1);
+  matrix->dbPrintSuccessorObjex(nullptr, 0);
+  EXPECT_EQ(messages.take(), "x\n");
+  matrix.select(1);
+  matrix->dbPrintSuccessorObjex(&symbol, 1);
+  EXPECT_EQ(messages.take(), "(257:) cat");
+  matrix->dbPrintSuccessorObjex(&unknown, 1);
+  EXPECT_EQ(messages.take(), "(258:) " + illegalHandle(-1));
+  EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
+  matrix.select(0);
+  matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(2);
+  matrix.select(1);
+  matrix->dbPrintSuccessorObjex(&symbol, 1);
+  EXPECT_EQ(messages.take(), "####### error dbPrintSuccessorObjex: cannot print Objex for AILevel 2\n");
+}
+
+TEST_F(LevelDown, PrintsPhrasesOfNumbersItemByItem) {
+  matrix->setCoordinateDimension(2);
+  matrix->setMatrixType(ZQMatrixTypeIntegerSeries);
+  const Integers phrase = {5, 6, 7, 8};
+  matrix->writeMatrixElement(phrase.data(), 4, 1);
+  makeSymbolLevel(1, matrix->getMatrixHandleFromElementVector(phrase.data(), 4));
+  zmatrix::CapturedMessages messages(0);
+  const int symbol = 300;
+  matrix->dbPrintSuccessorObjex(&symbol, 1);
+  EXPECT_EQ(messages.take(), "(300:) (5,6,)(7,8,)");
+}
+
+TEST_F(LevelDown, LevelsEndAtALinkThatLeadsNowhere) {
+  EXPECT_EQ(matrix->getActualAILevelIndex(), 0);
+  for (const int link : {0, matrix->getMaxNumberOfMatrices()}) {
+    matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(link);
+    EXPECT_EQ(matrix->getActualAILevelIndex(), 1);
+  }
+  matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(1);
+  matrix->getMatrixInfo(1)->setCurrentMatrixIDLevelDown(0);
+  EXPECT_GT(matrix->getActualAILevelIndex(), 1);
+  EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
+}
+
+class TextOfLevels : public LevelDown {
+ protected:
+  int write(int numberOfItems) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfItems, file.c_str()); }
+  void expectRefusal(int result, const std::string& message) {
+    zmatrix::CapturedMessages messages(0);
+    EXPECT_EQ(write(1), result);
+    EXPECT_EQ(messages.take(), message);
+    EXPECT_FALSE(std::filesystem::exists(file));
+  }
+
+  TestFolder folder;
+  std::string file = folder.path() + "/out.txt";
+};
+
+TEST_F(TextOfLevels, IsWordsAboveAndCharactersBelow) {
+  matrix.learn("the cat\n\nsat");
+  matrix.raiseStack();
+  const Integers start = valuesOf("the");
+  EXPECT_EQ(matrix->initializeKernelSequenceWithOriginalSequence(start.data(), 3, 1), 3);
+  matrix->getMatrixInfo()->setSucessorMethod(ZQSuccessorMethodMostProbable);
+  EXPECT_EQ(write(4), 1);
+  EXPECT_EQ(TestFolder::contentOf(file), "the cat");
+  matrix.select(1);
+  EXPECT_EQ(write(0), 1);
+  EXPECT_EQ(TestFolder::contentOf(file), "the ");
+  zmatrix::CapturedMessages messages(0);
+  EXPECT_EQ(write(3), 1);  // cat, the line feed that expands to nothing, sat
+  EXPECT_EQ(TestFolder::contentOf(file), "the cat sat ");
+  EXPECT_EQ(messages.take(), illegalHandle(0));
+  EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
+}
+
+TEST_F(TextOfLevels, MarksWhatCannotBeWritten) {
+  matrix.learn("cat");
+  matrix.select(1);
+  matrix->getMatrixInfo()->setSucessorMethod(ZQSuccessorMethodMostProbable);
+  const Integers sequence = {-3, -3, -3};
+  matrix->updateMatrixWithLongINTSequence(sequence.data(), 3);
+  matrix->getMatrixInfo()->setEnableStopItem(0);
+  matrix->getMatrixInfo()->setRestartWithTrueStartItem(0);
+  zmatrix::CapturedMessages messages(0);
+  EXPECT_EQ(write(2), 1);
+  EXPECT_EQ(TestFolder::contentOf(file), "\n\n");
+  const std::string told = illegalHandle(0) + "readAnsiObjexsAndWriteToAnsiFile: illegal symbol value: -3\n";
+  EXPECT_EQ(messages.take(), told + told);
+}
+
+TEST_F(TextOfLevels, RefusesInItsOrder) {
+  expectRefusal(-1, "error: readAnsiObjexsAndWriteToAnsiFile: matrix is not ANSI type: 0\n");
+  matrix->setMatrixType(ZQMatrixTypeANSIText);
+  expectRefusal(-2, "readAnsiObjexsAndWriteToAnsiFile: matrix is empty!\n");
+  matrix.select(1);
+  matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(0);
+  expectRefusal(-2, "readAnsiObjexsAndWriteToAnsiFile: matrix is empty!\n");
+  const int reserved = matrix->getMaxNumberOfMatrices();
+  for (const int link : {1, reserved}) {
+    matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(link);
+    expectRefusal(-1, "error: readAnsiObjexsAndWriteToAnsiFile: symbol has invalid downlink ID: " + std::to_string(link) + "\n");
+  }
+  matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(0);
+  matrix->getMatrixInfo(0)->setCurrentMatrixIDLevelDown(2);
+  expectRefusal(-1, "### error readAnsiObjexsAndWriteToAnsiFile: cannot write Objex for AILevel 2\n");
+  matrix.select(3);
+  matrix.learn("cat");
+  matrix.select(0);
+  file = folder.path() + "/absent/out.txt";
+  matrix.select(matrix->getMatrixIDForLanguage(3, 4, 1000));
+  expectRefusal(-5, "readAnsiObjexsAndWriteToAnsiFile: could not open ansifile " + file + " for writing\n");
+}
+
+}  // namespace

@@ -1,0 +1,250 @@
+// The symbol level: how it comes to be, is fed, and keeps naming its phrases; and what is refused.
+#include <gtest/gtest.h>
+
+#include "SymbolMatrix.h"
+#include "frame/ZQMemory.h"
+
+namespace {
+
+using Integers = std::vector<int>;
+
+TEST(LevelUp, IsMadeOnceAndFedAgain) {
+  SymbolMatrix matrix;
+  zmatrix::CapturedMessages messages(2);
+  EXPECT_EQ(matrix.learn("one two"), 1);
+  std::string told = messages.take();
+  EXPECT_NE(told.find("updateMatrixFromBasicLevel: new symbol matrix prepared\n"
+                      "updateMatrixFromBasicLevel: number of matrices increased to 2\n"
+                      "error: checkGlobalSymbolMatrixPropertiesForSymbols: isPhraseMatrix illegal: 0\n"
+                      "updateMatrixFromBasicLevel: checkGlobalMatrixPropertiesForSymbols() failed. Applying default values\n"),
+            std::string::npos);
+  EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
+  EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), 1);
+  EXPECT_EQ(matrix->getCurrentMatrixIDLevelDown(), -1);
+  EXPECT_EQ(matrix->getNumberOfSymbols(), 2);
+  const std::string nameOfFile = matrix->getNameOfUpdateFile();
+
+  matrix.select(1);
+  EXPECT_EQ(matrix->getCurrentMatrixIDLevelDown(), 0);
+  EXPECT_EQ(matrix->getActualAILevelIndex(), 1);
+  EXPECT_EQ(matrix->getMatrixType(), 2);
+  EXPECT_EQ(matrix->getKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
+  EXPECT_EQ(matrix->getNameOfUpdateFile(), nameOfFile);
+  EXPECT_EQ(matrix->getNamesOfUpdateFiles(), nameOfFile + "\n");
+  EXPECT_EQ(matrix->getNumberOfWriteCounts(), 3);  // one, two, one two
+
+  matrix.select(0);
+  EXPECT_EQ(matrix.learn("one two"), 1);
+  told = messages.take();
+  EXPECT_NE(told.find("updating next level symbol-matrix with id 1 (is not empty)\n"), std::string::npos);
+  EXPECT_NE(told.find("setDefaultMatrixPropertiesForSymbols: can only be applied for an empty matrix\n"), std::string::npos);
+  EXPECT_EQ(matrix.learn("two three"), 1);
+  EXPECT_EQ(matrix->getNumberOfSymbols(), 3);
+  EXPECT_EQ(matrix->getNumberOfMatrices(), 2);
+  EXPECT_EQ(matrix.symbolsOf("three two one").entries, (Integers{259, 258, 257}));
+  EXPECT_EQ(matrix.brokenLink(), "");
+  matrix.select(1);
+  EXPECT_EQ(matrix->getNumberOfWriteCounts(), 9);
+  EXPECT_EQ(matrix->getNumberOfWriteElements(), 5);
+}
+
+TEST(LevelUp, TakesTheBlockForSymbolsIfTheHostHasSetIt) {
+  SymbolMatrix matrix;
+  matrix->setGlobalSymbolDefaultMatrixPropertiesForSymbols();
+  matrix->setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(2);
+  matrix->setGlobalSymbolKeepSymbolsWhenRemoveOverdeterminedElements(1);
+  zmatrix::CapturedMessages messages(0);
+  EXPECT_EQ(matrix.learn("one two three"), 1);
+  EXPECT_EQ(messages.take(), "");
+  const std::string nameOfFile = matrix->getNameOfUpdateFile();
+  matrix.select(1);
+  EXPECT_EQ(matrix->getNumberOfWriteCounts(), 5);
+  EXPECT_EQ(matrix->getKeepSymbolsWhenRemoveOverdeterminedElements(), 1);
+  EXPECT_EQ(matrix->getNamesOfUpdateFiles(), nameOfFile + "\n");
+}
+
+TEST(LevelUp, StaysOutWhereItIsNotWanted) {
+  SymbolMatrix matrix;
+  matrix->setMatrixAILevel(0);
+  EXPECT_EQ(matrix.learn("one two"), 1);
+  EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), -1);
+  EXPECT_EQ(matrix->getNumberOfSymbols(), 2);
+  const Integers text = valuesOf("one two");
+  zmatrix::CapturedMessages messages(0);
+  EXPECT_EQ(matrix->updateMatrixFromBasicLevel(text.data(), 7), 0);
+  EXPECT_EQ(messages.take(), "updateMatrixFromBasicLevel: matrixAILevel 0 unexpected.\n");
+  matrix->setMatrixAILevel(1);
+  matrix.select(3);
+  EXPECT_EQ(matrix->updateMatrixFromBasicLevel(text.data(), 7), 0);
+  EXPECT_EQ(messages.take(), "updateMatrixFromBasicLevel: cannot process a non-phrase matrix\n");
+  matrix->setIsPhraseMatrix(1);
+  matrix->setMatrixType(ZQMatrixTypeMIDINoteAndQuanta);
+  EXPECT_EQ(matrix->updateMatrixFromBasicLevel(text.data(), 7), 0);
+  EXPECT_EQ(messages.take(), "");
+  matrix.select(0);
+  EXPECT_EQ(matrix->updateMatrixFromBasicLevel(text.data(), 7), 1);
+  EXPECT_EQ(matrix.brokenLink(), "");
+}
+
+TEST(LevelUp, RefusesWithoutTouchingTheBasicLevel) {
+  SymbolMatrix matrix;
+  matrix->setMatrixAILevel(0);
+  EXPECT_EQ(matrix.learn("one two"), 1);
+  matrix->setMatrixAILevel(1);
+  const int numberOfElements = matrix->getNumberOfMatrixElements();
+  const Integers text = valuesOf("one two");
+  const auto expectRefusal = [&](const std::string& message) {
+    zmatrix::CapturedMessages messages(0);
+    EXPECT_EQ(matrix->updateMatrixFromBasicLevel(text.data(), 7), 0);
+    EXPECT_EQ(messages.take(), message);
+    EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
+    EXPECT_EQ(matrix->getNumberOfMatrixElements(), numberOfElements);
+    EXPECT_EQ(zmatrix::brokenInvariant(*matrix.get()), "");
+  };
+  const int one = 1;
+  for (int id = 1; id < matrix->getMaxNumberOfMatrices(); ++id) {
+    matrix.select(id);
+    matrix->writeMatrixElement(&one, 1, 1);
+  }
+  matrix.select(0);
+  expectRefusal("Cannot create next level matrix with id -1. Max. number of matrices exceeded\n");
+  EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), -1);
+  for (const int link : {0, matrix->getMaxNumberOfMatrices(), 1 << 30}) {
+    matrix->setCurrentMatrixIDLevelUp(link);
+    expectRefusal("updateMatrixFromBasicLevel: warning symbolLevel found is illegal\n");
+  }
+  matrix->setCurrentMatrixIDLevelUp(2);  // holds something that is no sequence of symbols
+  zmatrix::CapturedMessages messages(0);
+  EXPECT_EQ(matrix->updateMatrixFromBasicLevel(text.data(), 7), 0);
+  EXPECT_NE(messages.take().find("actual setting for isPhraseMatrix is illegal 0\n"), std::string::npos);
+  EXPECT_EQ(matrix->getNumberOfMatrixElements(), numberOfElements);
+  EXPECT_EQ(matrix->getNumberOfSymbols(), 2);
+}
+
+TEST(LevelUp, SurvivesAFullMemory) {
+  const std::string text = unstructuredText(3, 400, 6);
+  const Integers values = valuesOf(text);
+  for (const size_t limit : {size_t{64}, size_t{1200}, size_t{3000}, size_t{20000}}) {
+    SymbolMatrix matrix(8);
+    matrix->setMatrixAILevel(0);
+    EXPECT_EQ(matrix.learn(text), 1);
+    const int numberOfElements = matrix->getNumberOfMatrixElements();
+    matrix->setMatrixAILevel(1);
+    const size_t unlimited = zmatrix::largestAllocation;
+    zmatrix::largestAllocation = limit;
+    EXPECT_LE(matrix->updateMatrixFromBasicLevel(values.data(), static_cast<int>(values.size())), 1);
+    zmatrix::largestAllocation = unlimited;
+    EXPECT_EQ(matrix->getNumberOfMatrixElements(), numberOfElements);
+    EXPECT_EQ(matrix->updateMatrixFromBasicLevel(values.data(), static_cast<int>(values.size())), 1);
+    EXPECT_EQ(matrix.brokenLink(), "");
+  }
+}
+
+TEST(LevelUp, NamesEveryPhraseAfterHeavyRelocation) {
+  for (int method = 0; method <= 3; ++method) {
+    SCOPED_TRACE("method " + std::to_string(method));
+    SymbolMatrix matrix(8, method);
+    matrix->setGlobalSymbolDefaultMatrixPropertiesForSymbols();
+    matrix->setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(3);
+    const std::string first = unstructuredText(static_cast<unsigned>(method), 1500, 7);
+    EXPECT_EQ(matrix.learn(first), 1);
+    EXPECT_EQ(matrix.brokenLink(), "");
+    EXPECT_EQ(matrix.spell(matrix.symbolsOf(first).entries), wordsOf(first));
+    const std::string second = unstructuredText(100 + static_cast<unsigned>(method), 1000, 7);
+    EXPECT_EQ(matrix.learn(second), 1);
+    EXPECT_EQ(matrix.spell(matrix.symbolsOf(second).entries), wordsOf(second));
+    EXPECT_EQ(matrix.learn(first + second), 1);  // whoever was moved is named again
+    EXPECT_EQ(matrix.brokenLink(), "");
+    EXPECT_EQ(zmatrix::brokenInvariant(*matrix.get()), "");
+  }
+}
+
+TEST(LevelUp, FollowsPhrasesThatMoveBetweenItsUpdates) {
+  SymbolMatrix matrix(6);
+  EXPECT_EQ(matrix.learn(unstructuredText(5, 300, 5)), 1);
+  std::vector<int> positions;
+  for (int position = 0; position <= matrix->getMaximalStack(); ++position) {
+    const auto* element = static_cast<const ZQMatrixElement*>(matrix->elementAt(position));
+    if (element != nullptr && element->getSymbolID() > 0) positions.push_back(position);
+  }
+  int moves = 0;
+  for (const int position : positions) {
+    if (matrix->elementAt(position) == nullptr) continue;
+    int first = 0, last = 0, newIndex = position;
+    const int count = matrix->getNumberOfItemsAndFirstLastElementsInSameDimension(position, &first, &last);
+    int begin = position - matrix->elementAt(position)->getIndexInDimension();
+    moves += matrix->moveFieldToFreePosition(1, &begin, &newIndex, count, &first, &last, 0) != 0;
+    if (last > matrix->getMaximalStack()) matrix->getMatrixFileHeader()->_setMaximalStack(last);
+  }
+  EXPECT_GT(moves, 100);
+  EXPECT_EQ(matrix.brokenLink(), "");
+  EXPECT_EQ(zmatrix::brokenInvariant(*matrix.get()), "");
+}
+
+TEST(LevelUp, KeepsItsPhrasesThroughPruningIfItIsToldTo) {
+  const std::string text = unstructuredText(9, 400, 6);
+  for (const int keep : {0, 1}) {
+    SymbolMatrix matrix(8);
+    EXPECT_EQ(matrix.learn(text), 1);
+    const int numberOfSymbols = matrix->getNumberOfSymbols(), numberOfElements = matrix->getNumberOfMatrixElements();
+    matrix->setKeepSymbolsWhenRemoveOverdeterminedElements(keep);
+    EXPECT_GT(matrix->removeOverDeterminedElements(), 0);
+    EXPECT_LT(matrix->getNumberOfMatrixElements(), numberOfElements);
+    EXPECT_EQ(matrix->getNumberOfSymbols() == numberOfSymbols, keep == 1);
+    EXPECT_EQ(matrix.brokenLink(), "");
+    EXPECT_EQ(zmatrix::brokenInvariant(*matrix.get()), "");
+    int writeElements = 0, endElements = 0;
+    if (keep == 1) {
+      EXPECT_EQ(matrix.spell(matrix.symbolsOf(text).entries), wordsOf(text));
+      EXPECT_EQ(matrix->performMatrixLinearTest(&writeElements, &endElements, 0), 1);
+    }
+    EXPECT_EQ(matrix.learn(text), 1);
+    EXPECT_EQ(matrix->getNumberOfSymbols(), numberOfSymbols);
+    EXPECT_EQ(matrix.spell(matrix.symbolsOf(text).entries), wordsOf(text));
+  }
+}
+
+TEST(LevelUp, IsFedAnewAfterItWasEmptied) {
+  SymbolMatrix matrix;
+  EXPECT_EQ(matrix.learn("one two three"), 1);
+  matrix.select(1);
+  EXPECT_GE(matrix->removeLongElements(0), 0);
+  EXPECT_EQ(matrix->getNumberOfMatrixElements(), 0);
+  matrix.select(0);
+  EXPECT_EQ(matrix.symbolsOf("one two").entries, (Integers{257, 258}));
+  EXPECT_EQ(matrix.spell({257}), Words{""});
+  EXPECT_EQ(matrix.learn("three one"), 1);
+  EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), 1);
+  EXPECT_EQ(matrix.spell({259, 257}), (Words{"three", "one"}));
+  EXPECT_EQ(matrix.spell({258}), Words{""});
+}
+
+TEST(LevelUp, StoresHandlesForSymbolsThatItKnows) {
+  SymbolMatrix matrix;
+  matrix.learn("one two");
+  matrix.select(1);
+  zmatrix::CapturedMessages messages(0);
+  const int symbols[] = {258, 400, 257}, handles[] = {-3, 44, 0};
+  EXPECT_EQ(matrix->updateSymbolDownLinkHandlesForSymbols(symbols, handles, 3), 1);
+  EXPECT_EQ(messages.take(),
+            "warning: insertSymbolHandlesForSymbols(): symbol 258 has illegal handle -3\n"
+            "insertSymbolHandlesForSymbols(): error: element not found for symbol 400 with handle 44\n");
+  EXPECT_EQ(matrix->getSymbolDownLinkHandleFromSymbol(258), -3);
+  EXPECT_EQ(matrix->getSymbolDownLinkHandleFromSymbol(257), 0);
+  EXPECT_EQ(matrix->getSymbolDownLinkHandleFromSymbol(400), -1);
+}
+
+TEST(LevelUp, HasOneForEachBasicLevel) {
+  SymbolMatrix matrix;
+  matrix.learn("one two");
+  matrix->setGlobalLanguage(3);
+  EXPECT_EQ(matrix.learn("un deux trois"), 1);
+  EXPECT_EQ(matrix->getMatrixInfo(2)->getCurrentMatrixIDLevelUp(), 3);
+  EXPECT_EQ(matrix->getMatrixInfo(3)->getCurrentMatrixIDLevelDown(), 2);
+  EXPECT_EQ(matrix->getNumberOfMatrices(), 4);
+  EXPECT_EQ(matrix.spell({257, 258}), (Words{"one", "two"}));
+  matrix.select(2);
+  EXPECT_EQ(matrix.spell({257, 258, 259}), (Words{"un", "deux", "trois"}));
+}
+
+}  // namespace
