@@ -4,31 +4,16 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 
 #include "Failure.h"
+#include "Interrupt.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-// What an interrupt has to remove; a fixed array, since a signal handler may touch nothing that allocates.
-char unfinishedFile[4096];
-
-extern "C" void removeUnfinishedFile(int signalNumber) {
-  if (unfinishedFile[0] != '\0') unlink(unfinishedFile);
-  signal(signalNumber, SIG_DFL);
-  raise(signalNumber);
-}
-
-void removeAtInterrupt(const std::string& path) {
-  if (path.size() >= sizeof unfinishedFile) return;
-  std::memcpy(unfinishedFile, path.c_str(), path.size() + 1);
-  for (int signalNumber : {SIGINT, SIGTERM, SIGHUP}) signal(signalNumber, removeUnfinishedFile);
-}
 
 // A temporary file is made for its owner alone; the result gets the rights of the file it replaces or those of any new file.
 mode_t rightsFor(const std::string& target) {
@@ -37,12 +22,6 @@ mode_t rightsFor(const std::string& target) {
   const mode_t mask = umask(0);
   umask(mask);
   return 0666 & ~mask;
-}
-
-std::string withLinksFollowed(const std::string& path) {
-  std::error_code error;
-  const fs::path resolved = fs::weakly_canonical(path, error);
-  return error ? path : resolved.string();
 }
 
 }  // namespace
@@ -70,16 +49,22 @@ PendingFile::PendingFile(const std::string& path) : target_(withLinksFollowed(pa
 
 PendingFile::~PendingFile() {
   if (!temporary_.empty()) unlink(temporary_.c_str());
-  unfinishedFile[0] = '\0';
+  removeAtInterrupt("");
 }
 
 bool PendingFile::keep() {
   if (std::rename(temporary_.c_str(), target_.c_str()) != 0) return false;
   temporary_.clear();
-  unfinishedFile[0] = '\0';
+  removeAtInterrupt("");
   return true;
 }
 
 void failToWrite(const std::string& what, const std::string& path) {
   throw Failure{ExitCode::limit, what + " " + path + ": " + std::strerror(errno)};
+}
+
+std::string withLinksFollowed(const std::string& path) {
+  std::error_code error;
+  const fs::path resolved = fs::weakly_canonical(path, error);
+  return error ? path : resolved.string();
 }

@@ -30,3 +30,6 @@ class PendingFile {
 
 /// Throws the Failure that tells that `path` can't be written, for the reason that errno holds.
 [[noreturn]] void failToWrite(const std::string& what, const std::string& path);
+
+/// The file that a path leads to, whether or not it is there.
+std::string withLinksFollowed(const std::string& path);
