@@ -219,6 +219,35 @@ TYPED_TEST(PruningTest, bentLinks) {
   }
 }
 
+// A record that is set anew leaves the elements in the block without a count; they go when the sub-matrix is given up.
+TYPED_TEST(PruningTest, recordSetAnew) {
+  this->write({1, 2});
+  this->matrix->setCurrentMatrixID(3);
+  for (const Vector& vector : {Vector{1, 2}, Vector{1, 2, 3}, Vector{1, 7}, Vector{4}, Vector{9, 8, 7}}) this->write(vector);
+  this->matrix->getMatrixInfo()->setSkillOutputLevel(3);
+  this->messages.take();
+  this->matrix->makeMatrixEmpty();
+  EXPECT_EQ(this->messages.take(),
+            "initMatrixInfo: warning: matrixInfo already initialized, reinitializing...\n"
+            "initMatrixInfo: warning: reinitializing will erase all information in this matrix...\n");
+  EXPECT_TRUE(this->matrix->getMatrixInfo()->isEmpty());
+  EXPECT_EQ(this->matrix->getMatrixInfo()->getSkillOutputLevel(), 256);
+  EXPECT_EQ(this->existCode({1, 2, 3}), 3);
+  this->matrix->makeMatrixEmpty();
+  EXPECT_EQ(this->messages.take(), "initMatrixInfo: warning: matrixInfo already initialized, reinitializing...\n");
+  int written = 0, ends = 0;
+  EXPECT_EQ(this->matrix->performMatrixLinearTest(&written, &ends, 0), -1);
+  EXPECT_EQ(this->matrix->removeEmptyMatrices(), 1);
+  EXPECT_EQ(this->matrix->getMaxNumberOfMatrices(), 1);
+  int occupied = 0;
+  for (int position = 0; position < this->matrix->getMatrixBlockSize(); ++position) {
+    occupied += this->matrix->elementAt(position) != nullptr;
+  }
+  EXPECT_EQ(occupied, 3);
+  for (int k = 0; k < 40; ++k) this->write({k % 7, k, 1});
+  EXPECT_EQ(zmatrix::brokenInvariant(*this->matrix), "");
+}
+
 // What is told of a link that leads astray, once for each element whose way up or down takes it.
 TYPED_TEST(PruningTest, bentLinksInTheirWords) {
   const Vector items = {1, 2, 3, 4};

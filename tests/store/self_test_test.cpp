@@ -297,6 +297,26 @@ TEST(MediumSelfTest, recountsRules) {
 
 class FullSelfTest : public SelfTestTest<ZQMatrix> {};
 
+// Every fault that the counters can have, in the order in which they are told.
+TEST_F(FullSelfTest, countersInTheirOrder) {
+  write({1, 2}, 1);
+  messages.take();
+  ZQMatrixInfo& info = *matrix->getMatrixInfo();
+  info._setCurrentDimension(3);
+  info.setNumberOfWriteElements(2);
+  info.setNumberOfEndElements(5);
+  info.setNumberOfStartElements(6);
+  info.incrementNumberOfSymbols();
+  EXPECT_EQ(linear(), (Outcome{0, 1, 1}));
+  EXPECT_EQ(messages.take(),
+            "begin performMatrixLinearTest for matrixID 0...\nmatrix will not be trimmed...\n"
+            "matrixLinearTest: error: dimension(3) != dimension1(2)\n"
+            "error matrixLinear-Test: numberOfWriteElementsInMatrix differs from _numberOfWriteElements 1 <-> 2"
+            "warning:  matrixLinear-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements 1 <-> 5\n"
+            "error matrixLinear-Test: numberOfStartElementsInMatrix differs from _numberOfStart 1 <-> 6\n"
+            "error: matrixLinear-Test: numberOfSymbols differs from _numberOfSymbols 0 <-> 1\n");
+}
+
 TEST_F(FullSelfTest, followsSymbols) {
   ASSERT_EQ(matrix->writeMatrixData(Vector{1, 2}.data(), 2, 1, 0, 0, 1), 1);
   messages.take();
