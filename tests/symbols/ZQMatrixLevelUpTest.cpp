@@ -3,6 +3,7 @@
 
 #include "SymbolMatrix.h"
 #include "frame/ZQMemory.h"
+#include "frame/flat/ZQMatrixCreators.h"
 
 namespace {
 
@@ -202,6 +203,29 @@ TEST(LevelUp, KeepsItsPhrasesThroughPruningIfItIsToldTo) {
     EXPECT_EQ(matrix->getNumberOfSymbols(), numberOfSymbols);
     EXPECT_EQ(matrix.spell(matrix.symbolsOf(text).entries), wordsOf(text));
   }
+}
+
+TEST(LevelUp, IsThereAgainAfterALoad) {
+  const std::string text = unstructuredText(21, 300, 6);
+  const zmatrix::TestFolder folder;
+  const std::string file = folder.path() + "/words.zmatrix";
+  SymbolMatrix matrix(8);
+  EXPECT_EQ(matrix.learn(text), 1);
+  EXPECT_EQ(matrix->saveMatrixToDisk(file.c_str()), 1);
+  const Words words = wordsOf(text);
+  const SymbolMatrix::Found symbols = matrix.symbolsOf(text);
+
+  SymbolMatrix loaded(createAndInitMatrixWithFile(file.c_str(), 0));
+  ASSERT_NE(loaded.get(), nullptr);
+  EXPECT_EQ(loaded->getMatrixAILevel(), 1);
+  EXPECT_EQ(loaded->getCurrentMatrixIDLevelUp(), 1);
+  EXPECT_EQ(loaded.symbolsOf(text).entries, symbols.entries);
+  EXPECT_EQ(loaded.spell(symbols.entries), words);
+  EXPECT_EQ(loaded.brokenLink(), "");
+  EXPECT_EQ(loaded.learn("brandnew " + text), 1);
+  EXPECT_EQ(loaded.spell(loaded.symbolsOf("brandnew").entries), Words{"brandnew"});
+  EXPECT_EQ(loaded.brokenLink(), "");
+  EXPECT_EQ(loaded->getNumberOfSymbols(), matrix->getNumberOfSymbols() + 1);
 }
 
 TEST(LevelUp, IsFedAnewAfterItWasEmptied) {
