@@ -585,7 +585,8 @@ int s_getNumberOfWriteElements(ZQMatrix* matrix);
 int s_getNumberOfWriteElements_Medium(ZQMatrixMedium* matrix);
 int s_getNumberOfWriteElements_Base(ZQMatrixBase* matrix);
 
-/// The sum of the write counts of all index vectors.
+/// The sum of the write counts of all index vectors. Deletes that take away several elements at once let it drift upward;
+/// a self-test sets it right.
 int s_getNumberOfWriteCounts(ZQMatrix* matrix);
 int s_getNumberOfWriteCounts_Medium(ZQMatrixMedium* matrix);
 int s_getNumberOfWriteCounts_Base(ZQMatrixBase* matrix);
@@ -600,7 +601,8 @@ int s_getNumberOfMatrixDeleteEvents(ZQMatrix* matrix);
 int s_getNumberOfMatrixDeleteEvents_Medium(ZQMatrixMedium* matrix);
 int s_getNumberOfMatrixDeleteEvents_Base(ZQMatrixBase* matrix);
 
-/// Elements without children.
+/// Elements without children. Deletes of all that is below a root and cuts of long vectors let it drift by a few; from the
+/// medium tier up a self-test sets it right.
 int s_getNumberOfEndElements(ZQMatrix* matrix);
 int s_getNumberOfEndElements_Medium(ZQMatrixMedium* matrix);
 int s_getNumberOfEndElements_Base(ZQMatrixBase* matrix);
@@ -698,8 +700,9 @@ long long s_readMatrixElement64_Base(ZQMatrixBase* matrix, const long long* item
 
 // ---- Deleting index vectors ---------------------------------------------------------------------------------------------------
 
-/// Deletes an index vector with all its writes. Handles end with it. `keepInnerElements`: 1 leaves a vector with children
-/// as it is.
+/// Deletes an index vector with all its writes, and what of its path serves nothing else. Handles end with it.
+/// `indexVector`: `length` integers from the root down. One with children loses its writes and stays as a path, or, with
+/// `keepInnerElements` other than 0, stays as it is.
 /// Result: 1 deleted, or kept because of `keepInnerElements`; 0 only a path element, nothing changed; -1 the coordinate
 /// is missing in its field; -2 null, `length` 0 or the path ends earlier.
 /// -3 `length` out of range; -4, -6 a broken link. A read-only sub-matrix deletes too.
@@ -707,12 +710,14 @@ int s_deleteMatrixElement(ZQMatrix* matrix, const int* indexVector, int length, 
 int s_deleteMatrixElement_Medium(ZQMatrixMedium* matrix, const int* indexVector, int length, int keepInnerElements);
 int s_deleteMatrixElement_Base(ZQMatrixBase* matrix, const int* indexVector, int length, int keepInnerElements);
 
-/// The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else 0 with a message at level 0.
+/// The same for a vector of `length` 32-bit items, null included. The coordinate dimension must be 2, else 0 with a
+/// message at level 0.
 int s_deleteMatrixElement32(ZQMatrix* matrix, const int* items, int length, int keepInnerElements);
 int s_deleteMatrixElement32_Medium(ZQMatrixMedium* matrix, const int* items, int length, int keepInnerElements);
 int s_deleteMatrixElement32_Base(ZQMatrixBase* matrix, const int* items, int length, int keepInnerElements);
 
-/// The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with a message at level 0.
+/// The same for a vector of `length` 64-bit items, null included. The coordinate dimension must be 4, else 0 with a
+/// message at level 0.
 int s_deleteMatrixElement64(ZQMatrix* matrix, const long long* items, int length, int keepInnerElements);
 int s_deleteMatrixElement64_Medium(ZQMatrixMedium* matrix, const long long* items, int length, int keepInnerElements);
 int s_deleteMatrixElement64_Base(ZQMatrixBase* matrix, const long long* items, int length, int keepInnerElements);
@@ -827,18 +832,18 @@ int s_perform1stMemoryTest_Medium(ZQMatrixMedium* matrix, int which, int* number
 int s_perform1stMemoryTest_Base(ZQMatrixBase* matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
 
 /// Scans the block of the current sub-matrix, follows each written element to its root, and compares the counters; from
-/// the medium tier up it recounts the rules.
+/// the medium tier up it recounts the rules. It repairs no link.
 /// `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1
-/// cuts the block behind what is in use; for a matrix with one occupied sub-matrix.
+/// cuts the block to 1.618 times what is in use, for a matrix with one occupied sub-matrix; handles stay good.
 /// Result: 1 sound; 0 a fault, told at level 0; -1 empty.
 int s_performMatrixLinearTest(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim);
 int s_performMatrixLinearTest_Medium(ZQMatrixMedium* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim);
 int s_performMatrixLinearTest_Base(ZQMatrixBase* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim);
 
-/// Walks the current sub-matrix from its root through all fields and compares the counters: what
-/// `BBMatrix::perform1stMemoryTest` needs besides the scan.
+/// Walks the current sub-matrix from its root through all fields, holds each link against the one that must answer it,
+/// and compares the counters: what `BBMatrix::perform1stMemoryTest` needs besides the scan.
 /// `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1
-/// cuts the block behind what is in use; for a matrix with one occupied sub-matrix.
+/// cuts the block to 1.618 times what is in use, but only in a matrix with one occupied sub-matrix.
 /// Result: 1 sound; 0 a fault, told at level 0; -1 empty.
 int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim);
 
@@ -2591,17 +2596,21 @@ void s_dbPrintSuccessorObjex(ZQMatrix* matrix, const int* objex, int count);
 int s_removeOverDeterminedElements(ZQMatrix* matrix);
 int s_removeOverDeterminedElements_Medium(ZQMatrixMedium* matrix);
 
-/// Removes all index vectors of more than `maximalLength` integers. Handles end with it. Reports progress.
-/// Result: the elements taken out; 1 for an empty sub-matrix; -1 if the matrix has no block.
+/// Removes all index vectors of more than `maximalLength` integers, all of them for 0 or less. Handles end with it.
+/// Reports progress.
+/// Result: the written vectors taken out; 1 for an empty sub-matrix, with a message at level 0; -1 if the matrix has no
+/// block.
 int s_removeLongElements(ZQMatrix* matrix, int maximalLength);
 int s_removeLongElements_Medium(ZQMatrixMedium* matrix, int maximalLength);
 
-/// Empties a sub-matrix, elements and settings. The current ID stays, but for a sub-matrix that is already empty.
-/// Result: 1 emptied; -1, with a message at level 0, if it was the only one, out of range or nothing was to remove.
+/// Empties a sub-matrix, elements and settings. The current ID stays. Handles of all sub-matrices but those into the
+/// emptied one stay good.
+/// Result: 1 emptied; -1, with a message at level 0, if it is the only one or out of range; or if it held elements but
+/// not one written vector: then it is the current one from then on.
 int s_clearMatrixForID(ZQMatrix* matrix, int matrixID);
 int s_clearMatrixForID_Medium(ZQMatrixMedium* matrix, int matrixID);
 
-/// Gives up the reserved sub-matrices above the highest occupied one.
+/// Gives up the reserved sub-matrices above the highest occupied one. A current ID among them becomes 0.
 /// Result: 1 done; -1, with a message at level 1, if there is none to give up.
 int s_removeEmptyMatrices(ZQMatrix* matrix);
 int s_removeEmptyMatrices_Medium(ZQMatrixMedium* matrix);
