@@ -3,34 +3,66 @@
 #include <cstdio>
 
 #include "Failure.h"
+#include "Inputs.h"
 
-int selectSubMatrix(Matrix& matrix, const std::string& start) {
-  int best = -1;
-  int bestKnown = -1;
+namespace {
+constexpr int lineFeedSymbol = 10;  // stands between paragraphs on the level of words
+}  // namespace
+
+Continuation::Continuation(Matrix& matrix, Level level, const GenerationOptions& options)
+    : matrix_(matrix), level_(level), options_(options) {
+  if (level == Level::words && !matrix.hasWords())
+    throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
+  if (level == Level::letters) matrix.forgetWords();
+  const Hush hush(matrix);  // a language that doesn't know the start is no fault
+  int longestKnown = -1;
   for (int id = 0; id < matrix.numberOfIDs(); ++id) {
-    if (matrix.itemsLearned(id) == 0) continue;
-    matrix.select(id);
-    const int known = start.empty() ? 0 : matrix.setContext(start);
-    if (known > bestKnown || (known == bestKnown && matrix.itemsLearned(id) > matrix.itemsLearned(best))) {
-      best = id;
-      bestKnown = known;
+    const ZQMatrixProperties& record = matrix.record(id);
+    if (record.matrixType != ZQMatrixTypeANSIText || matrix.itemsLearned(id) == 0) continue;
+    if (level == Level::words && record.currentMatrixIDLevelUp < 0) continue;
+    goTo(id);
+    const int known = options.start.empty() ? 0 : matrix.lengthOfContext();
+    if (known > longestKnown || (known == longestKnown && matrix.itemsLearned(id) > matrix.itemsLearned(id_))) {
+      id_ = id;
+      longestKnown = known;
     }
   }
-  if (best < 0) throw Failure{ExitCode::badInput, "nothing to learn: the input holds no text"};
-  matrix.select(best);
-  return best;
+  if (id_ >= 0) return;
+  throw Failure{ExitCode::badInput, level == Level::words ? "nothing to continue: no word was short enough to be learned"
+                                                          : "nothing to continue: the model holds no text"};
 }
 
-void writeContinuation(Matrix& matrix, const GenerationOptions& options, Output& output, Progress& progress) {
-  matrix.setMethod(options.method);
-  if (!options.start.empty()) matrix.setContext(options.start);
-  matrix.seed(options.seed);
-  output.write(options.start);
+// Sets the context and selects what the next items come from.
+void Continuation::goTo(int id) {
+  matrix_.select(id);
+  if (!options_.start.empty()) matrix_.setContext(options_.start);
+  if (level_ == Level::words) matrix_.select(matrix_.record(id).currentMatrixIDLevelUp);
+}
+
+void Continuation::write(Output& output, Progress& progress) {
+  goTo(id_);
+  matrix_.setMethod(options_.method);
+  matrix_.seed(options_.seed);
+  output.write(options_.start);
+  needsBlank_ = !options_.start.empty() && !isBlank(options_.start.substr(options_.start.size() - 1));
   const bool shown = !output.isOnTerminal();  // there the text itself shows how far it is
-  for (long long done = 0; done < options.count; ++done) {
-    if (shown && done % 256 == 0) progress.show("writing", static_cast<double>(done) / static_cast<double>(options.count));
-    output.write(matrix.nextByte());
+  for (long long done = 0; done < options_.count; ++done) {
+    if (shown && done % 256 == 0) progress.show("writing", static_cast<double>(done) / static_cast<double>(options_.count));
+    if (level_ == Level::words) {
+      output.write(nextWord());
+    } else {
+      const int item = matrix_.nextItem();
+      output.write(item < 0 ? '\n' : static_cast<char>(item));  // as the library's own writer has it
+    }
   }
   output.commit();
   if (!shown) std::fputc('\n', stderr);
+}
+
+std::string Continuation::nextWord() {
+  const int symbol = matrix_.nextItem();
+  const bool endsLine = symbol < 0 || symbol == lineFeedSymbol;
+  const std::string word = endsLine ? "\n" : (needsBlank_ ? " " : "") + matrix_.wordOf(symbol);
+  needsBlank_ = !endsLine;
+  return word;
 }

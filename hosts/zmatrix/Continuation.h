@@ -1,4 +1,4 @@
-// Choosing the sub-matrix that continues a start, and writing what it says.
+// Continuing a start: choosing the sub-matrix that knows it best, and writing what that says.
 #pragma once
 
 #include "Matrix.h"
@@ -6,9 +6,24 @@
 #include "Output.h"
 #include "Progress.h"
 
-/// Selects the sub-matrix that knows the longest ending of the start, of equals the one that learned most, and returns its ID.
-/// Throws a Failure if nothing was learned.
-int selectSubMatrix(Matrix& matrix, const std::string& start);
+class Continuation {
+ public:
+  /// Chooses the sub-matrix that knows the longest ending of the start, of equals the one that learned most. Throws a Failure if
+  /// no text was learned, or no words where words are wanted.
+  Continuation(Matrix& matrix, Level level, const GenerationOptions& options);
 
-/// Writes the start and what comes next, from the sub-matrix that is selected.
-void writeContinuation(Matrix& matrix, const GenerationOptions& options, Output& output, Progress& progress);
+  /// The sub-matrix of the letters.
+  int id() const { return id_; }
+  /// Writes the start and what comes next. To be called once.
+  void write(Output& output, Progress& progress);
+
+ private:
+  void goTo(int id);
+  std::string nextWord();
+
+  Matrix& matrix_;
+  Level level_;
+  const GenerationOptions& options_;
+  int id_ = -1;
+  bool needsBlank_ = false;  ///< between the word written last and the next
+};

@@ -22,6 +22,7 @@ struct ContinueOptions {
 };
 
 const char* const examples = R"(
+With --level words a text is learned as letters and as words, and continued word by word.
 Texts are read as bytes (ISO 8859-1 is what the rules for sentences expect; UTF-8 passes through as it is).
 A text's language, German or English, is told by its words, and each language is learned apart. Continued is the language
 that knows the longest ending of the start; without a start, the one of which most was learned.
@@ -31,6 +32,7 @@ Examples:
   zmatrix continue novel.txt --count 500 --seed 7
   zmatrix continue letters/ --recursive --start "Dear " --out letter.txt
   zmatrix continue poems.txt --max-phrase 5 --method random | less
+  zmatrix continue novel.txt --level words --count 100
 
 )";
 
@@ -39,17 +41,17 @@ void runContinue(const ContinueOptions& options) {
   const std::vector<InputFile> inputs = findTextFiles(options.learning.inputs, options.learning.recursive);
   Output output(options.generation.out);
   Progress progress(options.talk.showsProgress());
-  const std::unique_ptr<Matrix> matrix =
-      Matrix::create(options.learning.tier, options.talk.loudness(), options.learning.maxPhrase);
+  const std::unique_ptr<Matrix> matrix = makeMatrix(options.learning, options.talk.loudness());
   learnFiles(*matrix, inputs, progress);
+  if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, "nothing to learn: the input holds no text"};
 
-  const int id = selectSubMatrix(*matrix, options.generation.start);
+  const std::string summary = summaryOf(*matrix, inputs);
+  Continuation continuation(*matrix, options.learning.level.value_or(Level::letters), options.generation);
   progress.clear();
   if (!options.talk.quiet) {
-    std::fprintf(stderr, "learned %zu file%s, %lld items; continuing %s\n", inputs.size(), inputs.size() == 1 ? "" : "s",
-                 matrix->itemsLearned(), languageOf(matrix->record(id)));
+    std::fprintf(stderr, "learned %s; continuing %s\n", summary.c_str(), languageOf(matrix->record(continuation.id())));
   }
-  writeContinuation(*matrix, options.generation, output, progress);
+  continuation.write(output, progress);
 }
 
 }  // namespace

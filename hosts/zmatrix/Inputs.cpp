@@ -19,9 +19,16 @@ namespace fs = std::filesystem;
   throw Failure{ExitCode::badInput, "cannot read " + path.string() + ": " + reason};
 }
 
-InputFile readableFile(const fs::path& path) {
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+Stream openForReading(const fs::path& path) {
+  Stream file(std::fopen(path.c_str(), "rb"), std::fclose);
   if (!file) cannotRead(path, std::strerror(errno));
+  return file;
+}
+
+InputFile readableFile(const fs::path& path) {
+  openForReading(path);
   std::error_code error;
   const std::uintmax_t size = fs::file_size(path, error);
   if (error) cannotRead(path, error.message());
@@ -70,4 +77,38 @@ std::vector<InputFile> findTextFiles(const std::vector<std::string>& arguments, 
     }
   }
   return inputs;
+}
+
+void requireReadable(const std::string& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (error) cannotRead(path, error.message());
+  if (!fs::is_regular_file(status)) cannotRead(path, "it is no file");
+  openForReading(path);
+}
+
+std::string readFile(const std::string& path) {
+  const Stream file = openForReading(path);
+  std::string bytes;
+  char piece[65536];
+  std::size_t length;
+  while ((length = std::fread(piece, 1, sizeof piece, file.get())) > 0) bytes.append(piece, length);
+  if (std::ferror(file.get())) cannotRead(path, std::strerror(errno));
+  return bytes;
+}
+
+bool isBlank(const std::string& text) {
+  return std::all_of(text.begin(), text.end(), [](char character) {
+    const unsigned char byte = static_cast<unsigned char>(character);
+    return byte <= ' ' || byte == 0xA0;
+  });
+}
+
+bool isMatrixFile(const std::string& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) return false;
+  const std::string type("zmatrix", 8);
+  std::string start(type.size(), ' ');
+  const Stream file(std::fopen(path.c_str(), "rb"), std::fclose);
+  return file && std::fread(start.data(), 1, start.size(), file.get()) == start.size() && start == type;
 }

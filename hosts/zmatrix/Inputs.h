@@ -13,3 +13,15 @@ struct InputFile {
 /// Takes files as they are named and, of each folder, its .txt files in the order of their names, with `recursive` those of
 /// the folders below too. Throws a Failure if an argument can't be read, or if a folder holds no text.
 std::vector<InputFile> findTextFiles(const std::vector<std::string>& arguments, bool recursive);
+
+/// Throws a Failure unless `path` is a regular file that can be opened for reading.
+void requireReadable(const std::string& path);
+
+/// All bytes of a file. Throws a Failure if it can't be read.
+std::string readFile(const std::string& path);
+
+/// True if a text holds nothing but white space, as the library has it: nothing to learn.
+bool isBlank(const std::string& text);
+
+/// True if `path` is a file that begins as a matrix file does.
+bool isMatrixFile(const std::string& path);

@@ -1,40 +1,52 @@
 #include "Matrix.h"
 
-#include <vector>
+#include <cerrno>
 
 #include "Failure.h"
+#include "Inputs.h"
 #include "Tiers.h"
 
 namespace {
 
+// Three languages, each with its letters and its words, and room for one pair more.
+constexpr int numberOfIDsWithWords = 8;
+
+const char* const noTexts = "a matrix of the base tier stores values, it learns no texts";
+
+[[noreturn]] void refuse(const std::string& what) {
+  throw Failure{ExitCode::badInput, what};
+}
+
+std::vector<int> itemsOf(const std::string& text) {
+  std::vector<int> items;
+  for (const char byte : text) items.push_back(static_cast<unsigned char>(byte));
+  return items;
+}
+
 template <class Functions>
 class MatrixOf : public Matrix {
  public:
-  MatrixOf(Loudness loudness, int phraseLimit)
-      : handle_(Functions::create(loudness.level < 0 ? 0 : 1, loudness.level, ""), Functions::destroy) {
-    if (!handle_) throw Failure{ExitCode::limit, "no memory for a matrix"};
-    Functions::setTextProfile(matrix());
-    Functions::setPhraseLimit(matrix(), phraseLimit);
-  }
+  using Handle = typename Functions::Handle;
 
-  Tier tier() const override { return static_cast<Tier>(Functions::number); }
+  MatrixOf(Handle* handle, Loudness loudness) : handle_(handle, Functions::destroy) { setLoudness(loudness); }
+
+  Tier tier() const override { return Functions::number; }
   int numberOfIDs() const override { return Functions::numberOfIDs(matrix()); }
   int blockSize() const override { return Functions::blockSize(matrix()); }
   int maximalStack() const override { return Functions::maximalStack(matrix()); }
   void select(int id) override { Functions::setCurrentID(matrix(), id); }
+  Loudness loudness() const override { return loudness_; }
 
-  void learn(const std::string& path) override {
-    int length = 0;
-    if (Functions::learnFile(matrix(), path.c_str(), &length) < 1) {
-      throw Failure{ExitCode::limit,
-                    "the matrix could not take all of " + path + ": fewer texts or a smaller --max-phrase need less"};
-    }
+  void setLoudness(Loudness loudness) override {
+    loudness_ = loudness;
+    Functions::setDebugDevice(matrix(), loudness.level < 0 ? 0 : 1);
+    Functions::setDebugLevel(matrix(), loudness.level);
   }
 
-  // The root of a sub-matrix counts its items, and the root's handle is the ID.
-  long long itemsLearned(int id) const override {
-    auto* root = Functions::elementAt(matrix(), id);
-    return root == nullptr ? 0 : Functions::itemsBehind(root);
+  Header header() const override {
+    Header header{Functions::description(matrix()), Functions::formatVersion(matrix()), 0, Functions::idsInUse(matrix())};
+    if constexpr (Functions::learns) header.updates = Functions::updates(matrix());
+    return header;
   }
 
   const ZQMatrixProperties& record(int id) override {
@@ -46,21 +58,147 @@ class MatrixOf : public Matrix {
     return *record;
   }
 
-  void setMethod(Method method) override { Functions::setMethod(matrix(), static_cast<int>(method)); }
-  void seed(long long value) override { Functions::setRandomValue(matrix(), Functions::currentID(matrix()), value); }
-
-  int setContext(const std::string& text) override {
-    std::vector<int> items;
-    for (const char byte : text) items.push_back(static_cast<unsigned char>(byte));
-    Functions::setContext(matrix(), items.data(), static_cast<int>(items.size()), 1);
-    return Functions::lengthOfContext(matrix());
+  std::vector<const ZQMatrixProperties*> history() override {
+    const Hush hush(*this);  // the library finds the end of the history by a record that it can't read
+    int count = 0;
+    Functions::readHistory(matrix(), &count);
+    std::vector<const ZQMatrixProperties*> records;
+    for (int index = 0; index < count; ++index) {
+      auto* info = Functions::historyRecord(matrix(), index);
+      if (info == nullptr) break;
+      records.push_back(Functions::snapshot(info));
+    }
+    return records;
   }
 
-  char nextByte() override {
-    double probability = 0;
-    double stopProbability = 0;
-    const int* item = Functions::nextItem(matrix(), &probability, &stopProbability);
-    return item == nullptr ? '\n' : static_cast<char>(*item);
+  bool save(const std::string& path) override {
+    errno = 0;
+    return Functions::save(matrix(), path.c_str()) == 1;
+  }
+
+  void prepareForTexts(int phraseLimit) override {
+    if constexpr (Functions::learns) {
+      Functions::setTextProfile(matrix());
+      setPhraseLimit(phraseLimit);
+    } else {
+      refuse(noTexts);
+    }
+  }
+
+  void setPhraseLimit([[maybe_unused]] int phraseLimit) override {
+    if constexpr (Functions::learns) Functions::setPhraseLimit(matrix(), phraseLimit);
+  }
+
+  void setWordLimit([[maybe_unused]] int wordLimit) override {
+    if constexpr (Functions::hasSymbols) s_setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(matrix(), wordLimit);
+  }
+
+  void prepareForWords(int wordLimit) override {
+    if constexpr (Functions::hasSymbols) {
+      s_setMaxNumberOfMatrices(matrix(), numberOfIDsWithWords);
+      s_setMatrixAILevel(matrix(), 1);
+      s_setGlobalSymbolDefaultMatrixPropertiesForSymbols(matrix());
+      setWordLimit(wordLimit);
+    } else {
+      refuse("only a matrix of the full tier learns words");
+    }
+  }
+
+  void keepHistory() override {
+    if constexpr (Functions::learns) Functions::setAddUpdateInfo(matrix(), 1);
+    if constexpr (Functions::hasSymbols) s_setGlobalSymbolAddUpdateInfo(matrix(), 1);
+  }
+
+  bool hasWords() const override {
+    if constexpr (Functions::hasSymbols) return s_getMatrixAILevel(matrix()) == 1;
+    return false;
+  }
+
+  int learn(const std::string& path) override {
+    if constexpr (Functions::learns) {
+      std::vector<long long> before;
+      for (int id = 0; id < numberOfIDs(); ++id) before.push_back(itemsLearned(id));
+      int length = 0;
+      const int result = Functions::learnFile(matrix(), path.c_str(), &length);
+      int id = 0;
+      while (id < numberOfIDs() && (itemsLearned(id) == before[id] || !holdsText(id))) ++id;
+      if (id == numberOfIDs()) id = -1;
+      if (result < 1 && !isExcused(result, id, path)) {
+        throw Failure{ExitCode::limit,
+                      "the matrix could not take all of " + path + ": fewer texts or a smaller --max-phrase need less"};
+      }
+      return id;
+    } else {
+      refuse(noTexts);
+    }
+  }
+
+  // The root of a sub-matrix counts its items, and the root's handle is the ID.
+  long long itemsLearned([[maybe_unused]] int id) const override {
+    if constexpr (Functions::learns) {
+      auto* root = id > maximalStack() ? nullptr : Functions::elementAt(matrix(), id);
+      return root == nullptr ? 0 : Functions::itemsBehind(root);
+    } else {
+      return 0;
+    }
+  }
+
+  int countUnknownWords([[maybe_unused]] int id, [[maybe_unused]] const std::string& text) override {
+    int unknown = 0;
+    if constexpr (Functions::hasSymbols) {
+      const std::vector<int> items = itemsOf(text);
+      int symbols = 0;
+      int lineFeeds = 0;
+      select(id);
+      s_Free(s_getNextLevelSymbolsFromOriginalObjects(matrix(), items.data(), static_cast<int>(items.size()), &symbols, &unknown,
+                                                      &lineFeeds));
+    }
+    return unknown;
+  }
+
+  void setMethod([[maybe_unused]] Method method) override {
+    if constexpr (Functions::learns) Functions::setMethod(matrix(), static_cast<int>(method));
+  }
+
+  void seed([[maybe_unused]] long long value) override {
+    if constexpr (Functions::learns) Functions::setRandomValue(matrix(), Functions::currentID(matrix()), value);
+  }
+
+  void setContext([[maybe_unused]] const std::string& text) override {
+    if constexpr (Functions::learns) {
+      const std::vector<int> items = itemsOf(text);
+      Functions::setContext(matrix(), items.data(), static_cast<int>(items.size()), 1);
+    }
+  }
+
+  int lengthOfContext() const override {
+    if constexpr (Functions::learns) return Functions::lengthOfContext(matrix());
+    return 0;
+  }
+
+  void forgetWords() override {
+    if constexpr (Functions::hasSymbols) s_setMatrixAILevel(matrix(), 0);
+  }
+
+  int nextItem() override {
+    const int* item = nullptr;
+    if constexpr (Functions::learns) {
+      double probability = 0;
+      double stopProbability = 0;
+      item = Functions::nextItem(matrix(), &probability, &stopProbability);
+    }
+    return item == nullptr ? -1 : *item;
+  }
+
+  std::string wordOf([[maybe_unused]] int symbol) override {
+    std::string word;
+    if constexpr (Functions::hasSymbols) {
+      int length = 0;
+      int* letters = s_createPreviousLevelElementsFromOriginalSymbol(matrix(), symbol, &length);
+      for (int at = 0; letters != nullptr && at < length; ++at) word += static_cast<char>(letters[at]);
+      s_Free(letters);
+    }
+    return word;
   }
 
  protected:
@@ -73,16 +211,64 @@ class MatrixOf : public Matrix {
   }
 
  private:
-  typename Functions::Handle* matrix() const { return handle_.get(); }
+  Handle* matrix() const { return handle_.get(); }
+  bool holdsText(int id) { return record(id).matrixType == ZQMatrixTypeANSIText; }
 
-  std::unique_ptr<typename Functions::Handle, decltype(Functions::destroy)> handle_;
+  // With the level of words 0 also says that the text has no word that is a symbol, which is no fault of the matrix.
+  bool isExcused(int result, int id, const std::string& path) {
+    if (!hasWords() || result != 0) return false;
+    if (id < 0) return isBlank(readFile(path));
+    const ZQMatrixProperties& letters = record(id);
+    return letters.numberOfSymbols == 0 || letters.currentMatrixIDLevelUp >= 0;
+  }
+
+  std::unique_ptr<Handle, decltype(Functions::destroy)> handle_;
+  Loudness loudness_{0};
 };
+
+template <class Functions>
+std::unique_ptr<Matrix> createOf(Loudness loudness) {
+  auto* handle = Functions::create(loudness.level < 0 ? 0 : 1, loudness.level, "");
+  if (handle == nullptr) throw Failure{ExitCode::limit, "no memory for a matrix"};
+  return std::make_unique<MatrixOf<Functions>>(handle, loudness);
+}
+
+// Read in silence: while it reads, the library would send its messages to where the file says, a file of its own if need be.
+template <class Functions>
+std::unique_ptr<Matrix> loadOf(const std::string& path, Loudness loudness) {
+  auto* handle = Functions::load(path.c_str(), -1);
+  if (handle == nullptr) refuse("cannot read " + path + ": it is damaged, or needs more memory than there is");
+  return std::make_unique<MatrixOf<Functions>>(handle, loudness);
+}
 
 }  // namespace
 
-std::unique_ptr<Matrix> Matrix::create(Tier tier, Loudness loudness, int phraseLimit) {
-  if (tier == Tier::full) return std::make_unique<MatrixOf<FullTier>>(loudness, phraseLimit);
-  return std::make_unique<MatrixOf<MediumTier>>(loudness, phraseLimit);
+std::unique_ptr<Matrix> Matrix::create(Tier tier, Loudness loudness) {
+  if (tier == Tier::full) return createOf<FullTier>(loudness);
+  if (tier == Tier::medium) return createOf<MediumTier>(loudness);
+  return createOf<BaseTier>(loudness);
+}
+
+std::unique_ptr<Matrix> Matrix::load(const std::string& path, Loudness loudness) {
+  requireReadable(path);
+  switch (s_getMatrixInfoTypeFromFile(path.c_str())) {
+    case ZQMatrixInfoTypeFull:
+      return loadOf<FullTier>(path, loudness);
+    case ZQMatrixInfoTypeMedium:
+      return loadOf<MediumTier>(path, loudness);
+    case ZQMatrixInfoTypeBase:
+      return loadOf<BaseTier>(path, loudness);
+    default:
+      refuse("cannot read " + path + ": it holds no matrix (`zmatrix learn` makes such a file)");
+  }
+}
+
+bool Matrix::isSound() {
+  bool sound = true;
+  for (int id = 0; id < numberOfIDs(); ++id) {
+    if (isOccupied(id) && !scan(id).isSound) sound = false;
+  }
+  return sound;
 }
 
 long long Matrix::itemsLearned() const {
@@ -92,7 +278,8 @@ long long Matrix::itemsLearned() const {
 }
 
 const char* nameOf(Tier tier) {
-  return tier == Tier::full ? "full" : "medium";
+  static const char* const names[] = {"base", "medium", "full"};
+  return names[static_cast<int>(tier)];
 }
 
 const char* languageOf(const ZQMatrixProperties& record) {

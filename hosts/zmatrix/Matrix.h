@@ -6,11 +6,15 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
-/// Full: learns sequences and has symbols for words. Medium: learns sequences.
-enum class Tier { medium = ZQMatrixInfoTypeMedium, full = ZQMatrixInfoTypeFull };
+/// Full: learns sequences and has symbols for words. Medium: learns sequences. Base: stores values.
+enum class Tier { base = ZQMatrixInfoTypeBase, medium = ZQMatrixInfoTypeMedium, full = ZQMatrixInfoTypeFull };
 
 const char* nameOf(Tier tier);
+
+/// What a text is a sequence of.
+enum class Level { letters, words };
 
 /// How the next item is chosen, in the numbers of the flat interface.
 enum class Method { best = 1, middle = 2, random = 3 };
@@ -22,24 +26,33 @@ struct Loudness {
 
 class Matrix {
  public:
-  /// An empty one that takes texts. Throws a Failure if there is no memory for it.
-  static std::unique_ptr<Matrix> create(Tier tier, Loudness loudness, int phraseLimit);
+  /// An empty one. Throws a Failure if there is no memory for it.
+  static std::unique_ptr<Matrix> create(Tier tier, Loudness loudness);
+  /// The one in a file, of the tier that the file names. Throws a Failure if it can't be read.
+  static std::unique_ptr<Matrix> load(const std::string& path, Loudness loudness);
   virtual ~Matrix() = default;
 
+  /// What stands before the records in a file.
+  struct Header {
+    std::string description;
+    int formatVersion;
+    int updates;
+    int idsInUse;
+  };
   virtual Tier tier() const = 0;
+  virtual Header header() const = 0;
   virtual int numberOfIDs() const = 0;
   virtual int blockSize() const = 0;
   virtual int maximalStack() const = 0;
   virtual void select(int id) = 0;
-
-  /// Throws a Failure if the matrix can't take all of the file.
-  virtual void learn(const std::string& path) = 0;
-  /// Items that the sub-matrix has learned: about one a byte of text. May be asked while a text is being learned.
-  virtual long long itemsLearned(int id) const = 0;
-  long long itemsLearned() const;
+  virtual void setLoudness(Loudness loudness) = 0;
+  virtual Loudness loudness() const = 0;
 
   /// All counters and settings of a sub-matrix; what the tier doesn't have is 0. Lives until the next call for this ID.
   virtual const ZQMatrixProperties& record(int id) = 0;
+  bool isOccupied(int id) { return record(id).numberOfMatrixElements > 0; }
+  /// The records of past saves that came with the file, the oldest first. They live as long as the matrix.
+  virtual std::vector<const ZQMatrixProperties*> history() = 0;
 
   struct TestResult {
     bool isSound;
@@ -50,17 +63,63 @@ class Matrix {
   TestResult scan(int id) { return selfTest(id, 1); }
   /// Walks the sub-matrix from its root and counts anew.
   TestResult walk(int id) { return selfTest(id, 2); }
+  /// Scans every sub-matrix that holds anything.
+  bool isSound();
+
+  /// Puts the matrix into a file in place of what was there. False, with errno set as far as known, if it can't.
+  virtual bool save(const std::string& path) = 0;
+
+  // Learning. The base tier throws a Failure, as the medium tier does for words.
+
+  /// To be called for an empty matrix, as the next is.
+  virtual void prepareForTexts(int phraseLimit) = 0;
+  /// Besides the letters it will learn sequences of up to `wordLimit` words.
+  virtual void prepareForWords(int wordLimit) = 0;
+  virtual void setPhraseLimit(int phraseLimit) = 0;
+  virtual void setWordLimit(int wordLimit) = 0;
+  /// From now on a save adds what was learned to the history.
+  virtual void keepHistory() = 0;
+  virtual bool hasWords() const = 0;
+  /// Returns the ID that learned the file, -1 if it held nothing. Throws a Failure if the matrix can't take all of it.
+  virtual int learn(const std::string& path) = 0;
+  /// Items that the sub-matrix has learned: about one a byte of text. May be asked while a text is being learned.
+  virtual long long itemsLearned(int id) const = 0;
+  long long itemsLearned() const;
+  /// Words of a text that the sub-matrix has no symbol for.
+  virtual int countUnknownWords(int id, const std::string& text) = 0;
 
   // Continuing, with the sub-matrix that was selected.
+
   virtual void setMethod(Method method) = 0;
   virtual void seed(long long value) = 0;
-  /// Makes the text the context of what comes next; returns how many of its last items the sub-matrix knows together.
-  virtual int setContext(const std::string& text) = 0;
-  /// The next byte; at the end of a sequence a line feed, as the library's own writer has it.
-  virtual char nextByte() = 0;
+  /// Makes the text the context of what comes next, on the level of words too if the matrix has it.
+  virtual void setContext(const std::string& text) = 0;
+  /// How many of the last items of the context the sub-matrix knows together.
+  virtual int lengthOfContext() const = 0;
+  /// Goes on without the level of words.
+  virtual void forgetWords() = 0;
+  /// The next item, -1 at the end of a sequence.
+  virtual int nextItem() = 0;
+  /// What a symbol of the sub-matrix stands for.
+  virtual std::string wordOf(int symbol) = 0;
 
  protected:
   virtual TestResult selfTest(int id, int which) = 0;
+};
+
+/// Keeps the library from warning while something is tried that may well fail; who asked for notes gets everything.
+class Hush {
+ public:
+  explicit Hush(Matrix& matrix) : matrix_(matrix), before_(matrix.loudness()) {
+    if (before_.level == 0) matrix_.setLoudness({-1});
+  }
+  ~Hush() { matrix_.setLoudness(before_); }
+  Hush(const Hush&) = delete;
+  Hush& operator=(const Hush&) = delete;
+
+ private:
+  Matrix& matrix_;
+  Loudness before_;
 };
 
 const char* languageOf(const ZQMatrixProperties& record);

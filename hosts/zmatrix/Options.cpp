@@ -6,26 +6,38 @@ const char* const exitCodes =
     "Exit codes: 0 done, 2 wrong usage, 3 an input can't be read or holds nothing to learn, 4 a limit (memory, matrix, disk),\n"
     "5 a self-test found damage.";
 
-void addLearningOptions(CLI::App& verb, LearningOptions& options) {
+void addLearningOptions(CLI::App& verb, LearningOptions& options, const std::string& what) {
   static const std::map<std::string, Tier> tiers = {{"full", Tier::full}, {"medium", Tier::medium}};
-  verb.add_option("INPUT", options.inputs, "Text files, or folders whose .txt files are learned")->required()->option_text(" ");
+  verb.add_option("INPUT", options.inputs, what)->required()->option_text(" ");
   verb.add_flag("--recursive,-r", options.recursive, "Learn the .txt files of the folders below too");
   verb.add_option("--tier", options.tier,
-                  "What the matrix can do: sequences (medium) or symbols for words as well (full); medium unless given")
+                  "What the matrix can do: sequences (medium) or symbols for words as well (full); medium unless given, full for "
+                  "words")
       ->transform(CLI::CheckedTransformer(tiers))
       ->option_text("full|medium");
-  verb.add_option(
-          "--max-phrase", options.maxPhrase,
-          "Longest phrase learned, 1 to 1024 items, 8 unless given: more keeps closer to the text, for memory in proportion")
+  addLevelOption(verb, options.level);
+  verb.add_option("--max-phrase", options.maxPhrase,
+                  "Longest phrase learned, 1 to 1024 letters, 8 unless given: more keeps closer to the text, for memory in "
+                  "proportion. With --level words it is the longest word, 16 unless given")
       ->check(CLI::Range(1, 1024))
       ->option_text("N");
+  verb.add_option("--max-words", options.maxWords, "With --level words: longest run of words learned, 1 to 64, 3 unless given")
+      ->check(CLI::Range(1, 64))
+      ->option_text("N");
+}
+
+void addLevelOption(CLI::App& verb, std::optional<Level>& level) {
+  static const std::map<std::string, Level> levels = {{"letters", Level::letters}, {"words", Level::words}};
+  verb.add_option("--level", level, "What the text is a sequence of, letters unless given")
+      ->transform(CLI::CheckedTransformer(levels))
+      ->option_text("letters|words");
 }
 
 void addGenerationOptions(CLI::App& verb, GenerationOptions& options) {
   static const std::map<std::string, Method> methods = {
       {"best", Method::best}, {"middle", Method::middle}, {"random", Method::random}};
   verb.add_option("--start", options.start, "The text to continue; what was learned need not hold it")->option_text("TEXT");
-  verb.add_option("--count", options.count, "Items (bytes) to generate, 1000 unless given")
+  verb.add_option("--count", options.count, "Items to generate, bytes or words, 1000 unless given")
       ->check(CLI::NonNegativeNumber)
       ->option_text("N");
   verb.add_option("--seed", options.seed, "Start of the random draws, 0 to 2147483647; 31459 unless given")

@@ -2,16 +2,20 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "Matrix.h"
 
+/// What was not given is decided by the level, or by the model that is learned into.
 struct LearningOptions {
   std::vector<std::string> inputs;
   bool recursive = false;
-  Tier tier = Tier::medium;
-  int maxPhrase = 8;
+  std::optional<Tier> tier;
+  std::optional<Level> level;
+  std::optional<int> maxPhrase;
+  std::optional<int> maxWords;
 };
 
 struct GenerationOptions {
@@ -30,8 +34,13 @@ struct TalkOptions {
   bool showsProgress() const { return !quiet && debugLevel == 0; }
 };
 
-void addLearningOptions(CLI::App& verb, LearningOptions& options);
+/// `what` tells what INPUT may be.
+void addLearningOptions(CLI::App& verb, LearningOptions& options,
+                        const std::string& what =
+                            "Text files, or folders whose .txt "
+                            "files are learned");
 void addGenerationOptions(CLI::App& verb, GenerationOptions& options);
+void addLevelOption(CLI::App& verb, std::optional<Level>& level);
 void addTalkOptions(CLI::App& verb, TalkOptions& options);
 
 /// The last lines of a verb's help.

@@ -1,9 +1,11 @@
-// Where results go. A file appears whole or not at all: it is written beside its place under a temporary name and moved there by
-// commit(); whatever ends the command before that, an interrupt too, removes it. Devices and pipes are written straight.
+// Where results go: standard output, or a file that appears whole or not at all. Devices and pipes are written straight.
 #pragma once
 
 #include <cstdio>
+#include <memory>
 #include <string>
+
+#include "PendingFile.h"
 
 class Output {
  public:
@@ -20,12 +22,8 @@ class Output {
   void commit();
 
  private:
-  void openBeside(const std::string& target);
-  [[noreturn]] void fail(const std::string& what) const;
-
-  std::string name_;       ///< for messages
-  std::string target_;     ///< the place of the file, links followed
-  std::string temporary_;  ///< empty if written straight
+  std::string name_;                      ///< for messages
+  std::unique_ptr<PendingFile> pending_;  ///< null if written straight
   std::FILE* stream_ = nullptr;
 };
 

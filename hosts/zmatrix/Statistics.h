@@ -12,6 +12,12 @@ using Json = nlohmann::ordered_json;
 /// The settings and counters of one sub-matrix.
 Json statisticsOf(const ZQMatrixProperties& record, Tier tier);
 
+/// The rest of a sub-matrix's record: how it learns, the state of its generator and its kernel, the files it learned.
+Json settingsOf(const ZQMatrixProperties& record, Tier tier);
+
+/// A record of the history, in short.
+Json historyEntryOf(const ZQMatrixProperties& record);
+
 /// The size of the whole matrix: slots, the highest one in use, bytes of memory that this process had at most.
 Json sizeOf(const Matrix& matrix);
 
@@ -19,4 +25,7 @@ Json sizeOf(const Matrix& matrix);
 std::string jsonText(const Json& value);
 
 /// A table with a column for each value of the list and a line for each of their members.
-std::string tableOf(const Json& list);
+std::string columnsOf(const Json& list);
+
+/// A table with a line for each value of the list, under a line with the names of their members.
+std::string linesOf(const Json& list);

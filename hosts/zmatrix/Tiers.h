@@ -4,23 +4,36 @@
 
 #include <zmatrix/zmatrix.h>
 
-/// What every tier has: a block, records, self-tests.
-#define ZMATRIX_STORE_FUNCTIONS(suffix)                                         \
-  static constexpr auto numberOfIDs = s_getMaxNumberOfMatrices##suffix;         \
-  static constexpr auto currentID = s_getCurrentMatrixID##suffix;               \
-  static constexpr auto setCurrentID = s_setCurrentMatrixID##suffix;            \
-  static constexpr auto info = s_getMatrixInfo##suffix;                         \
-  static constexpr auto snapshot = s_getGlobalMatrixInfoParameters##suffix;     \
-  static constexpr auto blockSize = s_getMatrixBlockSize##suffix;               \
-  static constexpr auto maximalStack = s_getMatrixStackPointer##suffix;         \
-  static constexpr auto selfTest = s_perform1stMemoryTest##suffix;              \
-  static constexpr auto elementAt = s_getMatrixElementFromMatrixHandle##suffix; \
-  static constexpr auto description = s_getMatrixDescription##suffix;
+#include "Matrix.h"
+
+// clang-format off
+
+/// What every tier has: a block, records, self-tests, a file.
+#define ZMATRIX_STORE_FUNCTIONS(suffix)                                                           \
+  static constexpr auto setDebugDevice = s_setMatrixDebugOutputDevice##suffix;                    \
+  static constexpr auto setDebugLevel = s_setMatrixDebugOn##suffix;                               \
+  static constexpr auto numberOfIDs = s_getMaxNumberOfMatrices##suffix;                           \
+  static constexpr auto currentID = s_getCurrentMatrixID##suffix;                                 \
+  static constexpr auto setCurrentID = s_setCurrentMatrixID##suffix;                              \
+  static constexpr auto info = s_getMatrixInfo##suffix;                                           \
+  static constexpr auto snapshot = s_getGlobalMatrixInfoParameters##suffix;                       \
+  static constexpr auto blockSize = s_getMatrixBlockSize##suffix;                                 \
+  static constexpr auto maximalStack = s_getMatrixStackPointer##suffix;                           \
+  static constexpr auto selfTest = s_perform1stMemoryTest##suffix;                                \
+  static constexpr auto elementAt = s_getMatrixElementFromMatrixHandle##suffix;                   \
+  static constexpr auto description = s_getMatrixDescription##suffix;                             \
+  static constexpr auto formatVersion = s_getHeaderSoftwareVersion##suffix;                       \
+  static constexpr auto idsInUse = s_getNumberOfMatrices##suffix;                                 \
+  static constexpr auto save = s_saveMatrixToDisk##suffix;                                        \
+  static constexpr auto readHistory = s_readMatrixUpdateInfos##suffix;                            \
+  static constexpr auto historyRecord = s_getMatrixUpdateInfo##suffix;
 
 /// What learns sequences and continues them.
 #define ZMATRIX_LEARNING_FUNCTIONS(suffix)                                                        \
+  static constexpr auto updates = s_getNumberOfMatrixUpdates##suffix;                             \
   static constexpr auto setTextProfile = s_setGlobalDefaultMatrixPropertiesForANSIText##suffix;   \
   static constexpr auto setPhraseLimit = s_setGlobalMaxPhraseLengthForUpdateWithSequence##suffix; \
+  static constexpr auto setAddUpdateInfo = s_setGlobalAddUpdateInfo##suffix;                      \
   static constexpr auto learnFile = s_updateMatrixWithANSIFile##suffix;                           \
   static constexpr auto itemsBehind = s_getWriteCountWithSuccessorFromElement##suffix;            \
   static constexpr auto setMethod = s_setSucessorMethod##suffix;                                  \
@@ -29,12 +42,16 @@
   static constexpr auto lengthOfContext = s_getLengthOfKernelPreprocessedSequence##suffix;        \
   static constexpr auto nextItem = s_readObjexFromMatrix##suffix;
 
-/// Learns sequences, and has symbols for the words of a text.
+// clang-format on
+
+/// Learns sequences, and has symbols for the words of a text and a level where sequences of words are learned.
 struct FullTier {
   using Handle = ZQMatrix;
-  static constexpr int number = ZQMatrixInfoTypeFull;
+  static constexpr Tier number = Tier::full;
   static constexpr bool learns = true;
+  static constexpr bool hasSymbols = true;
   static constexpr auto create = createAndInitMatrixWithDebugParameters;
+  static constexpr auto load = createAndInitMatrixWithFile;
   static constexpr auto destroy = deleteMatrix;
   ZMATRIX_STORE_FUNCTIONS()
   ZMATRIX_LEARNING_FUNCTIONS()
@@ -43,12 +60,26 @@ struct FullTier {
 /// Learns sequences; no symbols.
 struct MediumTier {
   using Handle = ZQMatrixMedium;
-  static constexpr int number = ZQMatrixInfoTypeMedium;
+  static constexpr Tier number = Tier::medium;
   static constexpr bool learns = true;
+  static constexpr bool hasSymbols = false;
   static constexpr auto create = createAndInitMatrixMediumWithDebugParameters;
+  static constexpr auto load = createAndInitMatrixMediumWithFile;
   static constexpr auto destroy = deleteMatrixMedium;
   ZMATRIX_STORE_FUNCTIONS(_Medium)
   ZMATRIX_LEARNING_FUNCTIONS(_Medium)
+};
+
+/// Stores values; learns nothing.
+struct BaseTier {
+  using Handle = ZQMatrixBase;
+  static constexpr Tier number = Tier::base;
+  static constexpr bool learns = false;
+  static constexpr bool hasSymbols = false;
+  static constexpr auto create = createAndInitMatrixBaseWithDebugParameters;
+  static constexpr auto load = createAndInitMatrixBaseWithFile;
+  static constexpr auto destroy = deleteMatrixBase;
+  ZMATRIX_STORE_FUNCTIONS(_Base)
 };
 
 #undef ZMATRIX_STORE_FUNCTIONS

@@ -6,5 +6,11 @@
 
 /// `zmatrix continue`: learns texts and continues them.
 void addContinueVerb(CLI::App& app);
-/// `zmatrix check`: learns texts, tests the matrix and prints what it holds.
+/// `zmatrix learn`: learns texts into a model file.
+void addLearnVerb(CLI::App& app);
+/// `zmatrix generate`: continues a start with a model file.
+void addGenerateVerb(CLI::App& app);
+/// `zmatrix info`: tells what a model file holds.
+void addInfoVerb(CLI::App& app);
+/// `zmatrix check`: learns texts or loads a model, tests the matrix and prints what it holds.
 void addCheckVerb(CLI::App& app);

@@ -33,6 +33,9 @@ int main(int argumentCount, char** arguments) {
   app.require_subcommand(1);
   app.footer("`zmatrix VERB --help` tells what a verb takes.");
   addContinueVerb(app);
+  addLearnVerb(app);
+  addGenerateVerb(app);
+  addInfoVerb(app);
   addCheckVerb(app);
   try {
     app.parse(argumentCount, arguments);

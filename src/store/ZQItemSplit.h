@@ -42,14 +42,15 @@ Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Resul
     return refused;
   }
   const long long splitLength = static_cast<long long>(length) * coordinatesOfItem;
-  // What the plain operation refuses by its length alone is never read.
-  if (length < 1 || splitLength > info->getMaxDimOfMatrix()) {
-    static constexpr int neverRead = 0;
-    return operation(&neverRead, static_cast<int>(splitLength > INT_MAX ? INT_MAX : splitLength < 0 ? -1 : splitLength));
+  // What the plain operation refuses by its length alone is never read, and nothing stands in for items that are not there.
+  if (length < 1 || splitLength > info->getMaxDimOfMatrix() || items == nullptr) {
+    static constexpr int something = 0;
+    const int* neverRead = items == nullptr ? nullptr : &something;
+    return operation(neverRead, static_cast<int>(splitLength > INT_MAX ? INT_MAX : splitLength < 0 ? -1 : splitLength));
   }
   const long long m = info->getMaximalMatrixIndex();
   std::unique_ptr<int[]> vector(new (std::nothrow) int[static_cast<size_t>(splitLength)]);
-  if (vector == nullptr || items == nullptr || m < 1) return refused;
+  if (vector == nullptr || m < 1) return refused;
   for (int i = 0; i < length; ++i) splitItem(items[i], m, vector.get() + static_cast<size_t>(i) * coordinatesOfItem);
   return operation(vector.get(), static_cast<int>(splitLength));
 }

@@ -2,15 +2,7 @@
 #include <climits>
 
 #include "store/ZQMatrixBase.h"
-
-namespace {
-
-void reportUnexpectedOffset(const char* direction, int offset) {
-  dbPrintf(0, "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetTo%sElementInDimension: %d is unexpected\n", direction,
-           offset);
-}
-
-}  // namespace
+#include "store/ZQSelfTestTexts.h"
 
 ZQMatrixBaseElement* ZQMatrixBase::parentOf(int position) const {
   const ZQMatrixBaseElement* element = elementAt(position);
@@ -58,7 +50,7 @@ int ZQMatrixBase::countField(int position, int limit, int* first, int* last) con
   while ((element = elementAt(at)) != nullptr && element->getOffsetToPreviousElementInDimension() != 0) {
     const int offset = element->getOffsetToPreviousElementInDimension();
     if (offset > 0 || at + offset < 0) {
-      reportUnexpectedOffset("Previous", offset);
+      zmatrix::reportUnexpectedOffset("Previous", offset);
       return 0;
     }
     at += offset;
@@ -69,7 +61,7 @@ int ZQMatrixBase::countField(int position, int limit, int* first, int* last) con
   while ((element = elementAt(at)) != nullptr && element->getOffsetToNextElementInDimension() != 0) {
     const int offset = element->getOffsetToNextElementInDimension();
     if (offset < 1 || at + offset >= numberOfSlots) {
-      reportUnexpectedOffset("Next", offset);
+      zmatrix::reportUnexpectedOffset("Next", offset);
       return 0;
     }
     at += offset;

@@ -1,7 +1,15 @@
 // The sentences in which the two self-tests differ, and the additions of a tier that has none.
 #pragma once
 
+#include "frame/ZQDebugChannel.h"
+
 namespace zmatrix {
+
+/// A sibling link, "Next" or "Previous", that leads out of its field.
+inline void reportUnexpectedOffset(const char* direction, int offset) {
+  dbPrintf(0, "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetTo%sElementInDimension: %d is unexpected\n", direction,
+           offset);
+}
 
 struct SelfTestTexts {
   const char* stackUnexpected;

@@ -100,14 +100,8 @@ struct ZQStoreWrite {
       return 0;
     }
     const long long parent = static_cast<long long>(first) + firstElement->getOffsetToElementInPrevDimension();
-    // The neighbours in the field: from its first element up to the last below the new one.
-    int below = -1;
-    int above = first;
-    while (above >= 0 && above < newPosition) {
-      below = above;
-      const int next = matrix.elementAt(below)->getOffsetToNextElementInDimension();
-      above = next > 0 && matrix.elementAt(static_cast<long long>(below) + next) != nullptr ? below + next : -1;
-    }
+    const int below = lastElementBelow(matrix, first, newPosition, parent);
+    const int above = below < 0 ? first : nextInField(matrix, below);
     if (below >= 0 && above >= 0) {
       const int previous = matrix.elementAt(above)->getOffsetToPreviousElementInDimension();
       if (previous >= 0 || matrix.elementAt(static_cast<long long>(above) + previous) == nullptr) {
@@ -147,6 +141,27 @@ struct ZQStoreWrite {
     int last = 0;
     int count = 0;
   };
+
+  static int nextInField(const Matrix& matrix, int position) {
+    const int next = matrix.elementAt(position)->getOffsetToNextElementInDimension();
+    return next > 0 && matrix.elementAt(static_cast<long long>(position) + next) != nullptr ? position + next : -1;
+  }
+
+  // The last element of a field that lies below a slot, or -1. The field is followed from its first element and the slots are
+  // looked at from the other end by turns: the one is short where elements are few, the other where they lie close.
+  static int lastElementBelow(const Matrix& matrix, int first, int position, long long parent) {
+    if (first >= position) return -1;
+    int followed = first;
+    for (int slot = position - 1; slot > followed; --slot) {
+      const ZQMatrixBaseElement* element = matrix.elementAt(slot);
+      const int offsetToParent = element != nullptr ? element->getOffsetToElementInPrevDimension() : 0;
+      if (offsetToParent != 0 && static_cast<long long>(slot) + offsetToParent == parent) return slot;
+      const int next = nextInField(matrix, followed);
+      if (next < 0 || next > position) break;
+      followed = next;
+    }
+    return followed;
+  }
 
   static void raiseStack(Matrix& matrix, int position) {
     ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();

@@ -21,7 +21,7 @@ bool ZQFullSelfTest::look(int position, const ZQMatrixElement& element, const in
 bool ZQFullSelfTest::leadsToPhrase(int position, int symbol) const {
   const int levelUp = full.getMatrixInfo()->getCurrentMatrixIDLevelUp();
   if (!isLevel(levelUp)) {
-    dbPrintf(1, "warning performMatrixLinearTest for matrixID %d: symbol %d found but symbol level matrix does not exist\n", id,
+    dbPrintf(0, "warning performMatrixLinearTest for matrixID %d: symbol %d found but symbol level matrix does not exist\n", id,
              symbol);
     return true;
   }

@@ -26,27 +26,52 @@ TEST_F(ReadmeTest, ShowsTheFirstProgramAndWhatItPrints) {
   EXPECT_NE(readme.find("```text\n" + result.output + "```"), std::string::npos) << result.output;
 }
 
-// The demo folds its texts to a terminal's width; apart from blanks and line ends the README's lines are the beginning of them.
+// The words of the text that the command writes with these options.
+std::istringstream wordsWritten(const RunResult& result) {
+  EXPECT_EQ(result.exitCode, 0) << result.talk;
+  return std::istringstream(latin1ToUtf8(result.output));
+}
+
+// How many words of a column's line go on with what was written.
+int compareLine(const std::string& line, std::istringstream& written) {
+  std::istringstream shown(line);
+  std::string word, shownWord;
+  int count = 0;
+  while (shown >> shownWord) {
+    EXPECT_TRUE(written >> word);
+    EXPECT_EQ(shownWord, word) << "in: " << line;
+    ++count;
+  }
+  return count;
+}
+
+// The demo folds its texts to the width of a column; apart from blanks and line ends the README's columns are the beginnings of
+// them.
 TEST_F(ReadmeTest, ShowsWhatTheDemoPrints) {
   struct Text {
     const char* sample;
     const char* start;
   };
   for (const Text text : {Text{"harbour.txt", "The harbour "}, Text{"muehle.txt", "Der Bach "}}) {
-    const RunResult result = zmatrix("continue '" ZMATRIX_EXAMPLES "/" + std::string(text.sample) + "' --start '" + text.start +
-                                     "' --count 700 --seed 7");
-    ASSERT_EQ(result.exitCode, 0) << result.talk;
-    std::istringstream words(latin1ToUtf8(result.output));
+    const std::string line =
+        "continue '" ZMATRIX_EXAMPLES "/" + std::string(text.sample) + "' --start '" + text.start + "' --seed 7 --count ";
+    std::istringstream byLetters = wordsWritten(zmatrix(line + "700"));
+    std::istringstream byWords = wordsWritten(zmatrix(line + "130 --level words"));
     std::istringstream shown(readme.substr(readme.find("continuing \"" + std::string(text.start) + "\"\n")));
-    std::string line, word, shownWord;
-    std::getline(shown, line);
-    int wordsShown = 0;
-    while (shown >> shownWord && shownWord != "...") {
-      ASSERT_TRUE(words >> word);
-      EXPECT_EQ(shownWord, word) << "word " << wordsShown << " of " << text.start;
-      ++wordsShown;
+    std::string row;
+    std::getline(shown, row);
+    std::getline(shown, row);
+    EXPECT_EQ(row.rfind("by letters ", 0), 0u) << row;
+    int letters = 0;
+    int words = 0;
+    while (std::getline(shown, row) && row != "...") {
+      const std::size_t bar = row.find(" | ");
+      ASSERT_NE(bar, std::string::npos) << row;
+      letters += compareLine(row.substr(0, bar), byLetters);
+      words += compareLine(row.substr(bar + 3), byWords);
     }
-    EXPECT_GT(wordsShown, 20);
+    EXPECT_GT(letters, 40);
+    EXPECT_GT(words, 40);
   }
 }
 

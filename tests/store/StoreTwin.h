@@ -147,6 +147,24 @@ class StoreTwin {
       std::erase_if(model().paths, [this](const auto& path) { return store.exist(path.first) < 1; });
     }
   }
+  /// Empties a sub-matrix and sets its record anew. The sub-matrix stays current where that fails.
+  void clear(int id) {
+    if constexpr (requires { matrix->clearMatrixForID(1); }) {
+      const int remembered = store.currentMatrixID;
+      store.currentMatrixID = id;
+      const bool isCleared = store.removeLongElements(0) > 0;
+      model().cut(0);
+      if (isCleared) {
+        store.info() = plain::Info();
+        store.currentMatrixID = remembered;
+      } else {
+        store.print(0, "error from clearMatrixWithID(): removeLongElements() returned error!\n");
+      }
+      EXPECT_EQ(matrix->clearMatrixForID(id), isCleared ? 1 : -1);
+      EXPECT_EQ(matrix->getCurrentMatrixID(), store.currentMatrixID);
+      compareMessages();
+    }
+  }
   /// Gives the phrase's symbol an element in the sub-matrix above, which links down to the phrase.
   void linkSymbol(const std::vector<int>& phrase) {
     if constexpr (hasSymbols) {
@@ -174,6 +192,11 @@ class StoreTwin {
     if constexpr (hasSymbols) {
       store.infos[static_cast<size_t>(id)].levelUp = levelUp;
       static_cast<ZQMatrixInfo*>(matrix->getMatrixInfoArray()[id])->setCurrentMatrixIDLevelUp(levelUp);
+    }
+  }
+  void setLevelDown(int id, int levelDown) {
+    if constexpr (hasSymbols) {
+      static_cast<ZQMatrixInfo*>(matrix->getMatrixInfoArray()[id])->setCurrentMatrixIDLevelDown(levelDown);
     }
   }
 
@@ -226,6 +249,7 @@ class StoreTwin {
 
  protected:
   plain::Model& model() { return models[static_cast<size_t>(store.currentMatrixID)]; }
+  std::string takeMessages() { return messages.take(); }
 
  private:
   // A write that meets too large a coordinate leaves what it has made so far, as a path without writes.

@@ -19,8 +19,14 @@ class SelfTestTest : public testing::Test {
   using Access = zmatrix::TierUnderTest<Matrix>;
   static constexpr bool isBase = Access::tier == plain::Tier::base;
 
-  SelfTestTest() : matrix(Access::create()) { messages.listen(); }
-  ~SelfTestTest() override { Access::destroy(matrix); }
+  SelfTestTest() : matrix(Access::create()) {
+    zmatrix::setSearchState({});
+    messages.listen();
+  }
+  ~SelfTestTest() override {
+    Access::destroy(matrix);
+    zmatrix::setSearchState({});
+  }
 
   void write(const Vector& vector, int startFlag = 0) { ASSERT_EQ(Access::write(*matrix, vector, 7, startFlag, 0, 0), 1); }
   Outcome linear(int trim = 0) {
@@ -198,45 +204,6 @@ TYPED_TEST(SelfTestTest, readBack) {
   EXPECT_NE(told.find("read-value 7 differs from expected value 8 . Coordinates: 1,2,3\n"), std::string::npos);
   EXPECT_NE(told.find("retCode 1 unexpected in second memory test for: 1\n"), std::string::npos);
   EXPECT_NE(told.find("3: read-error 0 from readMatrixData: 4\n"), std::string::npos) << told;
-}
-
-template <class Matrix>
-class SelfTestScripts : public testing::Test {};
-TYPED_TEST_SUITE(SelfTestScripts, Tiers);
-
-// After each step of a random script both tests find what the plain store holds; in the base tier the number of ends drifts.
-TYPED_TEST(SelfTestScripts, bothTestsFindWhatThePlainStoreHolds) {
-  for (unsigned seed = 0; seed < 6; ++seed) {
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    StoreTwin<TypeParam> twin(300);
-    Dice dice(seed);
-    for (int step = 0; step < 60; ++step) {
-      twin.store.messages.clear();
-      Vector vector(static_cast<size_t>(dice.between(1, 4)));
-      for (int& k : vector) k = dice.below(5);
-      if (dice.oneIn(4)) {
-        twin.store.remove(vector, 1);
-        twin.matrix->deleteMatrixElement(vector.data(), static_cast<int>(vector.size()), 1);
-      } else {
-        twin.store.write(vector, 1, step % 3 == 0, step % 2);
-        zmatrix::TierUnderTest<TypeParam>::write(*twin.matrix, vector, 1, step % 3 == 0, step % 2, 0);
-      }
-      int written = 0, leaves = 0;
-      for (int position = 4; position <= twin.store.maximalStack; ++position) {
-        const plain::Element* element = twin.store.at(position);
-        if (element == nullptr || element->writeCount < 1) continue;
-        ++written;
-        if (element->child == 0) ++leaves;
-      }
-      if (written == 0) continue;
-      Outcome linear, consistency;
-      linear.result = twin.matrix->performMatrixLinearTest(&linear.written, &linear.ends, 0);
-      consistency.result = twin.matrix->performMatrixConsistencyTest(&consistency.written, &consistency.ends, 0);
-      const int sound = !twin.hasRules && leaves != twin.store.info().endElements ? 0 : 1;
-      ASSERT_EQ(linear, (Outcome{sound, written, leaves})) << step;
-      ASSERT_EQ(consistency, linear) << step;
-    }
-  }
 }
 
 TEST(MediumSelfTest, recountsRules) {

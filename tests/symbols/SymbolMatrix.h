@@ -22,6 +22,8 @@ std::string unstructuredText(unsigned seed, int numberOfWords, int longestWord);
 class SymbolMatrix {
  public:
   explicit SymbolMatrix(int phraseLimit = 64, int memorySearchMethod = 1);
+  /// Takes a matrix over.
+  explicit SymbolMatrix(ZQMatrix* aMatrix) : matrix(aMatrix) {}
   ~SymbolMatrix();
   SymbolMatrix(const SymbolMatrix&) = delete;
   SymbolMatrix& operator=(const SymbolMatrix&) = delete;

@@ -3,6 +3,7 @@
 
 #include "SymbolMatrix.h"
 #include "frame/ZQMemory.h"
+#include "frame/flat/ZQMatrixCreators.h"
 
 namespace {
 
@@ -204,19 +205,48 @@ TEST(LevelUp, KeepsItsPhrasesThroughPruningIfItIsToldTo) {
   }
 }
 
+TEST(LevelUp, IsThereAgainAfterALoad) {
+  const std::string text = unstructuredText(21, 300, 6);
+  const zmatrix::TestFolder folder;
+  const std::string file = folder.path() + "/words.zmatrix";
+  SymbolMatrix matrix(8);
+  EXPECT_EQ(matrix.learn(text), 1);
+  EXPECT_EQ(matrix->saveMatrixToDisk(file.c_str()), 1);
+  const Words words = wordsOf(text);
+  const SymbolMatrix::Found symbols = matrix.symbolsOf(text);
+
+  SymbolMatrix loaded(createAndInitMatrixWithFile(file.c_str(), -1));
+  ASSERT_NE(loaded.get(), nullptr);
+  EXPECT_EQ(loaded->getMatrixAILevel(), 1);
+  EXPECT_EQ(loaded->getCurrentMatrixIDLevelUp(), 1);
+  EXPECT_EQ(loaded.symbolsOf(text).entries, symbols.entries);
+  EXPECT_EQ(loaded.spell(symbols.entries), words);
+  EXPECT_EQ(loaded.brokenLink(), "");
+  EXPECT_EQ(loaded.learn("brandnew " + text), 1);
+  EXPECT_EQ(loaded.spell(loaded.symbolsOf("brandnew").entries), Words{"brandnew"});
+  EXPECT_EQ(loaded.brokenLink(), "");
+  EXPECT_EQ(loaded->getNumberOfSymbols(), matrix->getNumberOfSymbols() + 1);
+}
+
 TEST(LevelUp, IsFedAnewAfterItWasEmptied) {
-  SymbolMatrix matrix;
-  EXPECT_EQ(matrix.learn("one two three"), 1);
-  matrix.select(1);
-  EXPECT_GE(matrix->removeLongElements(0), 0);
-  EXPECT_EQ(matrix->getNumberOfMatrixElements(), 0);
-  matrix.select(0);
-  EXPECT_EQ(matrix.symbolsOf("one two").entries, (Integers{257, 258}));
-  EXPECT_EQ(matrix.spell({257}), Words{""});
-  EXPECT_EQ(matrix.learn("three one"), 1);
-  EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), 1);
-  EXPECT_EQ(matrix.spell({259, 257}), (Words{"three", "one"}));
-  EXPECT_EQ(matrix.spell({258}), Words{""});
+  for (const bool byClearing : {false, true}) {
+    SymbolMatrix matrix;
+    EXPECT_EQ(matrix.learn("one two three"), 1);
+    if (byClearing) {
+      EXPECT_EQ(matrix->clearMatrixForID(1), 1);
+    } else {
+      matrix.select(1);
+      EXPECT_GE(matrix->removeLongElements(0), 0);
+    }
+    EXPECT_EQ(matrix->getMatrixInfo(1)->getNumberOfMatrixElements(), 0);
+    matrix.select(0);
+    EXPECT_EQ(matrix.symbolsOf("one two").entries, (Integers{257, 258}));
+    EXPECT_EQ(matrix.spell({257}), Words{""});
+    EXPECT_EQ(matrix.learn("three one"), 1);
+    EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), 1);
+    EXPECT_EQ(matrix.spell({259, 257}), (Words{"three", "one"}));
+    EXPECT_EQ(matrix.spell({258}), Words{""});
+  }
 }
 
 TEST(LevelUp, StoresHandlesForSymbolsThatItKnows) {

@@ -1,0 +1,57 @@
+// `zmatrix generate`: continues a start with a model that `zmatrix learn` made.
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "Continuation.h"
+#include "ModelFile.h"
+#include "Options.h"
+#include "Output.h"
+#include "Progress.h"
+#include "Verbs.h"
+
+namespace {
+
+struct GenerateOptions {
+  std::string model;
+  std::optional<Level> level;
+  GenerationOptions generation;
+  TalkOptions talk;
+};
+
+const char* const examples = R"(
+What it writes is what `zmatrix continue` writes for the same texts, options and seed.
+
+Examples:
+  zmatrix generate novel.zmatrix --start "It was " --count 500 --seed 7
+  zmatrix generate letters.zmatrix --level words --count 100 --out letter.txt
+
+)";
+
+void runGenerate(const GenerateOptions& options) {
+  keepStandardOutputForResults();
+  Progress progress(options.talk.showsProgress());
+  progress.show("loading", 0);
+  const std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
+  Output output(options.generation.out);
+  if (!matrix->isSound()) warnOfDamage(options.model, options.talk);
+  Continuation continuation(*matrix, options.level.value_or(Level::letters), options.generation);
+  progress.clear();
+  if (!options.talk.quiet) {
+    std::fprintf(stderr, "loaded %s; continuing %s\n", options.model.c_str(), languageOf(matrix->record(continuation.id())));
+  }
+  continuation.write(output, progress);
+}
+
+}  // namespace
+
+void addGenerateVerb(CLI::App& app) {
+  const auto options = std::make_shared<GenerateOptions>();
+  CLI::App* verb = app.add_subcommand("generate", "Continue a start with a model file");
+  verb->add_option("MODEL", options->model, "A file that `zmatrix learn` made")->required()->option_text(" ");
+  addLevelOption(*verb, options->level);
+  addGenerationOptions(*verb, options->generation);
+  addTalkOptions(*verb, options->talk);
+  verb->footer(std::string(examples) + exitCodes);
+  verb->callback([options] { runGenerate(*options); });
+}

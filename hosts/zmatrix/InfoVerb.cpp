@@ -1,0 +1,91 @@
+// `zmatrix info`: what stands in a model file: header, records, history.
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "Options.h"
+#include "Output.h"
+#include "Statistics.h"
+#include "Verbs.h"
+
+namespace {
+
+struct InfoOptions {
+  std::string model;
+  bool json = false;
+  TalkOptions talk;
+};
+
+const char* const examples = R"(
+Counts of rules are those of the last self-test; `zmatrix check MODEL` tests the model and counts anew.
+
+Examples:
+  zmatrix info novel.zmatrix
+  zmatrix info novel.zmatrix --json | jq '.history[].file'
+
+)";
+
+Json describe(Matrix& matrix, const std::string& path) {
+  std::error_code error;
+  const Matrix::Header header = matrix.header();
+  Json result = {{"file", path},
+                 {"bytes", std::filesystem::file_size(path, error)},
+                 {"tier", nameOf(matrix.tier())},
+                 {"level", matrix.hasWords() ? "words" : "letters"},
+                 {"description", header.description},
+                 {"format_version", header.formatVersion},
+                 {"updates", header.updates},
+                 {"ids_reserved", matrix.numberOfIDs()},
+                 {"ids_in_use", header.idsInUse}};
+  result.update(sizeOf(matrix));
+  result["matrices"] = Json::array();
+  for (int id = 0; id < matrix.numberOfIDs(); ++id) {
+    if (!matrix.isOccupied(id)) continue;
+    Json record = statisticsOf(matrix.record(id), matrix.tier());
+    record.update(settingsOf(matrix.record(id), matrix.tier()));
+    result["matrices"].push_back(record);
+  }
+  result["history"] = Json::array();
+  for (const ZQMatrixProperties* record : matrix.history()) result["history"].push_back(historyEntryOf(*record));
+  return result;
+}
+
+std::string tableOf(Json description) {
+  Json matrices = description["matrices"];
+  const Json history = description["history"];
+  description.erase("matrices");
+  description.erase("history");
+  std::string files;
+  for (Json& matrix : matrices) {
+    for (const Json& file : matrix.value("files_learned", Json::array())) {
+      files += matrix["id"].dump() + "  " + file.get<std::string>() + "\n";
+    }
+    matrix.erase("files_learned");
+  }
+  std::string text = columnsOf(Json::array({description}));
+  if (!matrices.empty()) text += "\n" + columnsOf(matrices);
+  if (!files.empty()) text += "\nfiles learned, by the ID that learned them:\n" + files;
+  if (!history.empty()) text += "\nhistory, the oldest first:\n" + linesOf(history);
+  return text;
+}
+
+void runInfo(const InfoOptions& options) {
+  keepStandardOutputForResults();
+  const std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
+  Output output("");
+  const Json description = describe(*matrix, options.model);
+  output.write(options.json ? jsonText(description) : tableOf(description));
+  output.commit();
+}
+
+}  // namespace
+
+void addInfoVerb(CLI::App& app) {
+  const auto options = std::make_shared<InfoOptions>();
+  CLI::App* verb = app.add_subcommand("info", "Tell what a model file holds");
+  verb->add_option("MODEL", options->model, "A matrix file of any tier")->required()->option_text(" ");
+  verb->add_flag("--json", options->json, "Print JSON instead of tables");
+  addTalkOptions(*verb, options->talk);
+  verb->footer(std::string(examples) + exitCodes);
+  verb->callback([options] { runInfo(*options); });
+}

@@ -1,0 +1,33 @@
+#include "Interrupt.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <csignal>
+#include <cstring>
+
+namespace {
+
+// A fixed array, since a signal handler may touch nothing that allocates; it counts only while it is whole.
+char unfinishedFile[4096];
+std::atomic<bool> isUnfinished{false};
+static_assert(std::atomic<bool>::is_always_lock_free);
+
+extern "C" void removeUnfinishedFile(int signalNumber) {
+  if (isUnfinished) unlink(unfinishedFile);
+  signal(signalNumber, SIG_DFL);
+  raise(signalNumber);
+}
+
+}  // namespace
+
+void removeAtInterrupt(const std::string& path) {
+  isUnfinished = false;
+  if (path.empty() || path.size() >= sizeof unfinishedFile) return;
+  std::memcpy(unfinishedFile, path.c_str(), path.size() + 1);
+  isUnfinished = true;
+  for (int signalNumber : {SIGINT, SIGTERM, SIGHUP}) {
+    // one that is ignored, as under nohup, stays so
+    if (signal(signalNumber, removeUnfinishedFile) == SIG_IGN) signal(signalNumber, SIG_IGN);
+  }
+}

@@ -1,0 +1,224 @@
+// `zmatrix learn`, `generate` and `info` from outside: what was learned is kept, whatever happens to the file or the process.
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "hosts/RunProgram.h"
+
+namespace {
+
+using Json = nlohmann::json;
+using Names = std::vector<std::string>;
+
+// The first thousands of bytes of the samples, which learn fast under sanitizers.
+std::string beginningOf(const std::string& sample, std::size_t size) {
+  return readWholeFile(ZMATRIX_EXAMPLES "/" + sample).substr(0, size);
+}
+
+class ModelTest : public ProgramTest {
+ protected:
+  void SetUp() override {
+    ProgramTest::SetUp();
+    writeFile("small.txt", "The boat is in. The rope is wet, and the sail is down. The man is on the quay. It is late.");
+    writeFile("more.txt", "The tide is out. The man is in the boat, and the rope is down.");
+    writeFile("english.txt", beginningOf("harbour.txt", 5000));
+    writeFile("german.txt", beginningOf("muehle.txt", 2500));
+  }
+
+  Json info(const std::string& model) const { return Json::parse(zmatrix("info --json " + model).output, nullptr, false); }
+  bool isWhole(const std::string& model) const { return zmatrix("check " + model).exitCode == 0; }
+};
+
+TEST_F(ModelTest, GeneratesInAnotherProcessWhatOneProcessContinues) {
+  const std::string options[] = {" --start 'The harbour ' --count 300 --seed 7",
+                                 " --start 'Der Bach ' --count 300 --method middle", " --count 200"};
+  for (const std::string learning : {"--tier medium", "--tier full --max-phrase 6", "--level words"}) {
+    ASSERT_EQ(zmatrix("learn english.txt german.txt -o model " + learning).exitCode, 0);
+    const std::string level = learning == "--level words" ? " --level words" : "";
+    for (const std::string& option : options) {
+      const std::string written = zmatrix("generate model" + level + option).output;
+      EXPECT_FALSE(written.empty());
+      EXPECT_EQ(written, zmatrix("continue english.txt german.txt " + learning + option).output) << learning << option;
+    }
+  }
+  const std::string letters = " --count 200 --start 'The '";
+  EXPECT_EQ(zmatrix("generate model" + letters).output,
+            zmatrix("continue english.txt german.txt --max-phrase 16" + letters).output)
+      << "a model of words has its letters too";
+}
+
+TEST_F(ModelTest, LearnsOnWhereItWas) {
+  ASSERT_EQ(zmatrix("learn small.txt -o model --max-phrase 5").exitCode, 0);
+  ASSERT_EQ(zmatrix("learn more.txt -o model --update").exitCode, 0);
+  EXPECT_EQ(zmatrix("generate model --count 300 --seed 3").output,
+            zmatrix("continue small.txt more.txt --max-phrase 5 --count 300 --seed 3").output);
+  const Json told = info("model");
+  ASSERT_EQ(told["matrices"].size(), 1u);
+  EXPECT_EQ(told["matrices"][0]["max_phrase"], 5);
+  EXPECT_EQ(told["matrices"][0]["files_learned"], (Json{"small.txt", "more.txt"}));
+  EXPECT_EQ(told["updates"], 2);
+  ASSERT_EQ(told["history"].size(), 2u);
+  EXPECT_EQ(told["history"][0]["file"], "small.txt");
+  EXPECT_EQ(told["history"][1]["file"], "more.txt");
+  EXPECT_LT(told["history"][0]["elements"], told["history"][1]["elements"]);
+  EXPECT_EQ(told["history"][1]["elements"], told["matrices"][0]["elements"]);
+}
+
+TEST_F(ModelTest, LearnsWordsOnToo) {
+  ASSERT_EQ(zmatrix("learn small.txt -o model --level words").exitCode, 0);
+  ASSERT_EQ(zmatrix("learn more.txt -o model --update").exitCode, 0);
+  EXPECT_EQ(zmatrix("generate model --count 100 --seed 3 --level words").output,
+            zmatrix("continue small.txt more.txt --count 100 --seed 3 --level words").output);
+  EXPECT_EQ(info("model")["history"].size(), 4u) << "the letters and the words of each text";
+  EXPECT_TRUE(isWhole("model"));
+}
+
+TEST_F(ModelTest, TellsTheSameInATableAndToAProgram) {
+  ASSERT_EQ(zmatrix("learn small.txt -o model --tier full").exitCode, 0);
+  const Json told = info("model");
+  EXPECT_EQ(told["tier"], "full");
+  EXPECT_EQ(told["level"], "letters");
+  EXPECT_EQ(told["format_version"], 135);
+  EXPECT_EQ(told["bytes"], readFile("model").size());
+  const RunResult table = zmatrix("info model");
+  EXPECT_EQ(table.exitCode, 0);
+  EXPECT_EQ(table.talk, "");
+  for (const std::string& number : {told["maximal_stack"].dump(), told["matrices"][0]["elements"].dump()}) {
+    EXPECT_NE(table.output.find(" " + number + "\n"), std::string::npos) << number << "\n" << table.output;
+  }
+  EXPECT_NE(table.output.find("0  small.txt\n"), std::string::npos) << table.output;
+}
+
+TEST_F(ModelTest, EndsWithOneCodePerKindOfFault) {
+  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
+  const std::string bytes = readFile("model");
+  writeFile("cut", bytes.substr(0, 1000));
+  std::string unknownTier = bytes;
+  unknownTier[584] = 7;       // the tier in the header
+  unknownTier[2204 + 8] = 7;  // and in the record that is asked then
+  writeFile("unknown", unknownTier);
+  writeFile("blank.txt", " \n");
+  run("mkdir folder; touch empty");
+  struct Case {
+    const char* arguments;
+    int exitCode;
+    const char* said;
+  };
+  const Case cases[] = {
+      {"learn small.txt", 2, "--out"},
+      {"learn small.txt -o model --tier medium --level words", 2, "--level words needs --tier full"},
+      {"learn small.txt -o model --max-words 3", 2, "--max-words needs --level words"},
+      {"learn small.txt -o model --update --tier full", 2, "the model is of the medium tier"},
+      {"learn small.txt -o model --update --level words", 2, "learned without --level words"},
+      {"learn small.txt -o missing --update", 3, "cannot read missing: No such file or directory"},
+      {"learn missing.txt -o model", 3, "missing.txt"},
+      {"learn blank.txt -o model", 3, "nothing to learn"},
+      {"learn small.txt -o nowhere/model", 4, "cannot write nowhere/model"},
+      {"learn small.txt -o folder", 4, "is a folder"},
+      {"learn small.txt -o /dev/full", 4, "cannot save to /dev/full"},
+      {"generate", 2, "MODEL"},
+      {"generate missing", 3, "cannot read missing: No such file or directory"},
+      {"generate folder", 3, "it is no file"},
+      {"generate empty", 3, "it holds no matrix"},
+      {"generate small.txt", 3, "it holds no matrix"},
+      {"generate unknown", 3, "it holds no matrix"},
+      {"generate cut", 3, "cannot read cut"},
+      {"generate model --level words", 3, "no words"},
+      {"info small.txt", 3, "it holds no matrix"},
+      {"check model small.txt", 2, "it is tested alone"},
+      {"check model --tier full", 2, "options for learning don't apply"},
+      {"check model", 0, ""},
+  };
+  for (const Case& entry : cases) {
+    const RunResult result = zmatrix(entry.arguments);
+    EXPECT_EQ(result.exitCode, entry.exitCode) << entry.arguments << "\n" << result.talk;
+    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << entry.arguments << "\n" << result.talk;
+    EXPECT_EQ(result.output.empty(), entry.exitCode != 0) << entry.arguments;
+  }
+  EXPECT_EQ(readFile("model"), bytes) << "what failed left the model as it was";
+}
+
+TEST_F(ModelTest, TellsOfDamageAndDoesNotSpreadIt) {
+  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
+  const std::string bytes = readFile("model");
+  writeFile("model", bytes.substr(0, bytes.size() / 2));
+  const RunResult checked = zmatrix("check model --json");
+  if (checked.exitCode == 3) return;  // refused altogether
+  EXPECT_EQ(checked.exitCode, 5);
+  EXPECT_EQ(Json::parse(checked.output)["sound"], false);
+  const RunResult generated = zmatrix("generate model --count 50");
+  EXPECT_NE(generated.talk.find("warning: model is damaged"), std::string::npos) << generated.talk;
+}
+
+TEST_F(ModelTest, KeepsTheOldFileOnAFullDisk) {
+  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
+  const std::string bytes = readFile("model");
+  const Names files = filesInFolder();
+  // A file may grow to 8 blocks here; the signal that says so is ignored, so that a write fails as on a full disk.
+  const RunResult result = run("trap '' XFSZ; ulimit -f 8; '" ZMATRIX_COMMAND "' learn english.txt -o model");
+  EXPECT_EQ(result.exitCode, 4) << result.talk;
+  EXPECT_NE(result.talk.find("cannot save to model"), std::string::npos) << result.talk;
+  EXPECT_NE(result.talk.find("what was there stands"), std::string::npos) << result.talk;
+  EXPECT_EQ(readFile("model"), bytes);
+  EXPECT_EQ(filesInFolder(), files);
+}
+
+TEST_F(ModelTest, FollowsLinksAndKeepsRights) {
+  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
+  ASSERT_EQ(run("chmod 640 model && ln -s model link").exitCode, 0);
+  ASSERT_EQ(zmatrix("learn more.txt --update -o link").exitCode, 0);
+  EXPECT_EQ(run("test -L link && stat -c %a model").output, "640\n");
+  EXPECT_EQ(info("model")["history"].size(), 2u);
+}
+
+TEST_F(ModelTest, LeavesTheOldFileWhenInterruptedWhileSaving) {
+  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
+  const std::string bytes = readFile("model");
+  const Names files = filesInFolder();
+  // The interrupt goes out as soon as the file beside the model is seen; a save that was faster is tried again.
+  const std::string line = "'" ZMATRIX_COMMAND
+                           "' learn english.txt -o model --max-phrase 24 & started=$!; "
+                           "while kill -0 $started; do set -- .zmatrix-save-*; test -e \"$1\" && kill -TERM $started; done; "
+                           "wait $started";
+  int exitCode = 0;
+  for (int attempt = 0; attempt < 20 && exitCode != 128 + 15; ++attempt) {
+    writeFile("model", bytes);
+    exitCode = run(line).exitCode;
+  }
+  ASSERT_EQ(exitCode, 128 + 15);
+  EXPECT_EQ(readFile("model"), bytes);
+  EXPECT_EQ(filesInFolder(), files);
+}
+
+// Kills at any moment of the run and, every other round, soon after the save has begun. ZMATRIX_KILLS sets the number of rounds.
+TEST_F(ModelTest, IsWholeAfterAKillAtAnyMoment) {
+  const char* wanted = std::getenv("ZMATRIX_KILLS");
+  const int rounds = wanted != nullptr ? std::atoi(wanted) : 8;
+  const std::string learn = "'" ZMATRIX_COMMAND "' learn english.txt -q -o model --max-phrase ";
+  const auto begin = std::chrono::steady_clock::now();
+  ASSERT_EQ(run(learn + "12").exitCode, 0);
+  const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - begin;
+  std::mt19937 random(20);
+  std::uniform_real_distribution<double> share(0, 1);
+  int killed = 0;
+  int killedWhileSaving = 0;
+  for (int round = 0; round < rounds; ++round) {
+    const std::string anyMoment = "sleep " + std::to_string(share(random) * whole.count());
+    const std::string whileSaving = "while kill -0 $started; do set -- .zmatrix-save-*; test -e \"$1\" && break; done; sleep " +
+                                    std::to_string(share(random) / 50);
+    const RunResult result = run("rm -f .zmatrix-save-*; " + learn + (round % 4 < 2 ? "13" : "12") + " & started=$!; " +
+                                 (round % 2 == 0 ? anyMoment : whileSaving) + "; kill -9 $started; wait $started; code=$?; " +
+                                 "ls .zmatrix-save-*; exit $code");
+    killed += result.exitCode == 128 + 9;
+    killedWhileSaving += !result.output.empty();
+    ASSERT_EQ(zmatrix("check model -q").exitCode, 0) << "round " << round;
+  }
+  EXPECT_GT(killed, 0);
+  std::printf("%d rounds: %d killed, %d of them while saving\n", rounds, killed, killedWhileSaving);
+}
+
+}  // namespace

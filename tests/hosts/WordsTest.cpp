@@ -1,0 +1,145 @@
+// `--level words` from outside: the words of a text are counted here anew, by a plain reading of it, and what the command counts
+// and writes is held against that. Set ZMATRIX_TEXTS to a folder to have all its texts taken as well.
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "hosts/RunProgram.h"
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr std::size_t longestWord = 12;
+
+bool isWhite(char character) {
+  const unsigned char byte = static_cast<unsigned char>(character);
+  return byte <= ' ' || byte == 0xA0;
+}
+
+// Letters that a word begins with in a title or after a full stop: a hyphen before them, at the end of a line, is the word's own.
+bool isCapital(char character) {
+  const unsigned char byte = static_cast<unsigned char>(character);
+  return (byte >= 'A' && byte <= 'Z') || (byte >= 0xC0 && byte <= 0xDE) || byte == 138 || byte == 140 || byte == 149 ||
+         byte == 159;
+}
+
+// What stands between white space, words broken at the end of a line joined.
+std::vector<std::string> wordsOf(const std::string& text) {
+  std::vector<std::string> words(1);
+  for (std::size_t at = 0; at < text.size();) {
+    if (!isWhite(text[at])) {
+      words.back() += text[at++];
+      continue;
+    }
+    int lineEnds = 0;
+    for (; at < text.size() && isWhite(text[at]); ++at) lineEnds += text[at] == '\n';
+    const bool isBroken = lineEnds == 1 && !words.back().empty() && words.back().back() == '-' && at < text.size();
+    if (isBroken && !isCapital(text[at])) words.back().pop_back();
+    if (!isBroken && !words.back().empty()) words.emplace_back();
+  }
+  if (words.back().empty()) words.pop_back();
+  return words;
+}
+
+class WordsTest : public ProgramTest {
+ protected:
+  void expectWordsOf(const std::string& text) const {
+    writeFile("text.txt", text);
+    std::set<std::string> vocabulary;
+    int longWords = 0;
+    for (const std::string& word : wordsOf(text)) {
+      if (word.size() <= longestWord) vocabulary.insert(word);
+      longWords += word.size() > longestWord;
+    }
+    const std::string options = " text.txt --level words --max-phrase " + std::to_string(longestWord);
+    const RunResult checked = zmatrix("check --json" + options);
+    ASSERT_EQ(checked.exitCode, 0) << checked.talk;
+    const Json report = Json::parse(checked.output);
+    EXPECT_EQ(report["sound"], true);
+    ASSERT_EQ(report["matrices"].size(), 2u);
+    EXPECT_EQ(report["matrices"][0]["symbols"], vocabulary.size());
+    EXPECT_EQ(report["matrices"][0]["unknown_symbols"], longWords);
+    EXPECT_EQ(report["matrices"][1]["holds"], "symbols");
+
+    const RunResult written = zmatrix("continue --count 3000 --seed 5" + options);
+    ASSERT_EQ(written.exitCode, 0) << written.talk;
+    int count = 0;
+    std::string word;
+    for (const char byte : written.output + "\n") {
+      if (!isWhite(byte)) {
+        word += byte;
+      } else if (!word.empty()) {
+        EXPECT_EQ(vocabulary.count(word), 1u) << word;
+        ++count;
+        word.clear();
+      }
+    }
+    EXPECT_GT(count, 1000);
+    EXPECT_LE(count, 3000);
+  }
+};
+
+TEST_F(WordsTest, AreThoseOfTheSamples) {
+  expectWordsOf(readWholeFile(ZMATRIX_EXAMPLES "/harbour.txt").substr(0, 6000));
+  expectWordsOf(readWholeFile(ZMATRIX_EXAMPLES "/muehle.txt").substr(0, 6000));
+}
+
+TEST_F(WordsTest, AreThoseOfATextWithEveryKindOfBreak) {
+  expectWordsOf(
+      "The ferry is bro-\nken, and the South-\nEast wind is up.\r\n\r\n\r\nIt is a hyphen - no word.\n"
+      "An incomprehensibly longish word is left out. A\xA0no-break space parts words.\n\n\n"
+      "\xDC"
+      "ber den See.\tHalf-\r\nway, half-\n\nway. The last word is cut-\n");
+}
+
+TEST_F(WordsTest, OfAllTextsOfAFolder) {
+  const char* folder = std::getenv("ZMATRIX_TEXTS");
+  if (folder == nullptr) GTEST_SKIP() << "ZMATRIX_TEXTS names no folder";
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+    if (entry.path().extension() != ".txt") continue;
+    SCOPED_TRACE(entry.path());
+    expectWordsOf(readWholeFile(entry.path()));
+  }
+}
+
+TEST_F(WordsTest, FollowTheStartAndCountAsItems) {
+  writeFile("text.txt", "one two three four\n\none two five six\n\none two three seven");
+  const std::string options = "continue text.txt --level words --seed 3";
+  const std::string written = zmatrix(options + " --start 'one two' --count 1").output;
+  EXPECT_TRUE(written == "one two three" || written == "one two five") << written;
+  EXPECT_EQ(zmatrix(options + " --start 'one two ' --count 1 --method best").output, "one two three");
+  EXPECT_EQ(zmatrix(options + " --start 'five' --count 4 --method best").output, "five six\none two");
+  EXPECT_EQ(zmatrix(options + " --start 'five' --count 0").output, "five");
+  const RunResult unknown = zmatrix(options + " --start 'never seen' --count 20");
+  EXPECT_EQ(unknown.exitCode, 0);
+  EXPECT_GT(unknown.output.size(), std::string("never seen").size() + 20);
+}
+
+TEST_F(WordsTest, TellWhenThereIsNone) {
+  writeFile("long.txt", "unbelievably incomprehensible");
+  const RunResult result = zmatrix("continue long.txt --level words --max-phrase 5");
+  EXPECT_EQ(result.exitCode, 3);
+  EXPECT_NE(result.talk.find("no word was short enough"), std::string::npos) << result.talk;
+  writeFile("blank.txt", " \n");
+  EXPECT_EQ(zmatrix("continue blank.txt --level words").exitCode, 3);
+  EXPECT_EQ(zmatrix("continue blank.txt long.txt --level words").exitCode, 0);
+}
+
+TEST_F(WordsTest, KeepThreeLanguagesApart) {
+  writeFile("a.txt", "Here it is cold. There it is warm.");
+  writeFile("b.txt", "Hier ist es kalt. Dort ist es warm.");
+  writeFile("c.txt", "Fa freddo qui, fa caldo di la.");
+  const RunResult checked = zmatrix("check --json a.txt b.txt c.txt --level words");
+  ASSERT_EQ(checked.exitCode, 0) << checked.talk;
+  EXPECT_EQ(Json::parse(checked.output)["matrices"].size(), 6u);
+  const std::string line = "continue a.txt b.txt c.txt --level words --count 1 --start ";
+  EXPECT_EQ(zmatrix(line + "'Dort ist es'").output.substr(0, 12), "Dort ist es ");
+  EXPECT_EQ(zmatrix(line + "'fa caldo di'").output, "fa caldo di la.");
+}
+
+}  // namespace

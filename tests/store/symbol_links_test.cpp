@@ -1,0 +1,206 @@
+// Symbols of the full tier where the store moves, deletes and gives up what they lead to: each symbol from 256 on keeps leading
+// to its phrase, and links between levels that lead nowhere are passed over.
+#include <climits>
+
+#include "store/StoreTwin.h"
+
+namespace {
+
+using Vector = std::vector<int>;
+
+class SymbolLinks : public testing::Test {
+ public:
+  SymbolLinks() : matrix(createAndInitMatrix()) {
+    zmatrix::setSearchState({});
+    matrix->setInitialMatrixBlocksize(80);
+    messages.listen();
+  }
+  ~SymbolLinks() override {
+    deleteMatrix(matrix);
+    zmatrix::setSearchState({});
+  }
+
+  void write(const Vector& vector, int symbolMarker = 0) {
+    ASSERT_EQ(matrix->writeMatrixData(vector.data(), static_cast<int>(vector.size()), 1, 0, 0, symbolMarker), 1);
+  }
+  int handleOf(const Vector& vector) {
+    return matrix->getMatrixHandleFromElementVector(vector.data(), static_cast<int>(vector.size()));
+  }
+  ZQMatrixElement* elementOf(const Vector& vector) { return static_cast<ZQMatrixElement*>(matrix->elementAt(handleOf(vector))); }
+  /// The phrase gets a symbol, and the symbol an element in sub-matrix 1 with the position of the phrase.
+  int link(const Vector& phrase) {
+    write(phrase, 1);
+    const int symbol = elementOf(phrase)->getSymbolID();
+    matrix->setCurrentMatrixID(1);
+    write({symbol});
+    matrix->setCurrentMatrixID(0);
+    setLink(symbol, handleOf(phrase));
+    return symbol;
+  }
+  void setLink(int symbol, int handle) {
+    matrix->setCurrentMatrixID(1);
+    elementOf({symbol})->setSymbolDownLinkHandle(handle);
+    matrix->setCurrentMatrixID(0);
+  }
+  int linkOf(int symbol) {
+    matrix->setCurrentMatrixID(1);
+    const int handle = matrix->getSymbolDownLinkHandleFromSymbol(symbol);
+    matrix->setCurrentMatrixID(0);
+    return handle;
+  }
+  /// Moves the field of a phrase to the right.
+  int move(const Vector& phrase) {
+    int first = handleOf(phrase), last = first, newIndex = -1, begin = first - phrase.back();
+    const int count = matrix->getNumberOfItemsAndFirstLastElementsInSameDimension(first, &first, &last);
+    const int offset = matrix->moveFieldToFreePosition(3, &begin, &newIndex, count, &first, &last, 0);
+    if (last > matrix->getMaximalStack()) matrix->getMatrixFileHeader()->_setMaximalStack(last);
+    return offset;
+  }
+
+  ZQMatrix* matrix;
+  zmatrix::CapturedMessages messages{0};
+};
+
+TEST_F(SymbolLinks, followEachMoveOfTheirPhrase) {
+  matrix->setCurrentMatrixIDLevelUp(1);
+  const std::vector<Vector> phrases = {{1, 2}, {1, 4}, {1, 2, 3}, {5}};
+  std::vector<int> symbols;
+  for (const Vector& phrase : phrases) symbols.push_back(link(phrase));
+  for (size_t i = 0; i < phrases.size(); ++i) setLink(symbols[i], handleOf(phrases[i]));
+  EXPECT_EQ(symbols, (Vector{257, 258, 259, 260}));
+  for (int round = 0; round < 5; ++round) {
+    for (const Vector& phrase : phrases) {
+      const int before = handleOf(phrase), offset = move(phrase);
+      EXPECT_NE(offset, 0);
+      EXPECT_EQ(handleOf(phrase), before + offset);
+      for (size_t i = 0; i < phrases.size(); ++i) EXPECT_EQ(linkOf(symbols[i]), handleOf(phrases[i])) << i;
+    }
+  }
+  EXPECT_EQ(zmatrix::brokenInvariant(*matrix), "");
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1) << messages.take();
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(2, 0), 1) << messages.take();
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(0, 0), -2);
+}
+
+TEST_F(SymbolLinks, below256StayBehind) {
+  matrix->setCurrentMatrixIDLevelUp(1);
+  link({1, 2});
+  for (const auto& [symbol, follows] : std::vector<std::pair<int, bool>>{{255, false}, {256, true}}) {
+    matrix->setCurrentMatrixID(1);
+    write({symbol});
+    matrix->setCurrentMatrixID(0);
+    elementOf({1, 2})->setSymbolID(symbol);
+    const int before = handleOf({1, 2});
+    setLink(symbol, before);
+    const int offset = move({1, 2});
+    ASSERT_NE(offset, 0);
+    EXPECT_EQ(linkOf(symbol), follows ? before + offset : before);
+  }
+}
+
+// A symbol element that moves itself points astray until its link is set anew.
+TEST_F(SymbolLinks, ofAMovedSymbolElementGoAstray) {
+  matrix->setCurrentMatrixIDLevelUp(1);
+  const int symbol = link({1, 2});
+  matrix->setCurrentMatrixID(1);
+  const int offset = move({symbol});
+  EXPECT_NE(offset, 0);
+  matrix->setCurrentMatrixID(0);
+  EXPECT_EQ(linkOf(symbol), handleOf({1, 2}) - offset);
+}
+
+TEST_F(SymbolLinks, outOfRangeArePassedOver) {
+  const int symbol = link({1, 2});
+  for (const int levelUp : {4, 77, INT_MAX, 3, 0}) {  // beyond the sub-matrices, empty, and the phrase's own
+    matrix->setCurrentMatrixIDLevelUp(levelUp);
+    const int before = linkOf(symbol);
+    EXPECT_NE(move({1, 2}), 0);
+    EXPECT_EQ(linkOf(symbol), before);
+    EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), levelUp >= 4 ? 1 : 0) << levelUp;
+  }
+  matrix->setCurrentMatrixIDLevelUp(1);
+  for (const int handle : {INT_MAX, INT_MIN, -1, 0, 3, 4, 79, 80}) {
+    setLink(symbol, handle);
+    EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 0) << handle;
+    EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(2, 0), 0) << handle;
+    EXPECT_NE(move({1, 2}), 0);
+    matrix->setCurrentMatrixID(1);
+    EXPECT_NE(move({symbol}), 0);
+    matrix->perform1stMemoryTestSimplyfied(1, 0);
+    matrix->setCurrentMatrixID(0);
+  }
+  for (const int wrong : {INT_MAX, INT_MIN, -5}) {
+    elementOf({1, 2})->setSymbolID(wrong);
+    EXPECT_NE(move({1, 2}), 0);
+    matrix->perform1stMemoryTestSimplyfied(1, 0);
+  }
+}
+
+TEST_F(SymbolLinks, levelsThatLeadNowhereOrInACircleEnd) {
+  EXPECT_EQ(matrix->getActualAILevelIndex(), 0);
+  matrix->setCurrentMatrixID(1);
+  matrix->setCurrentMatrixIDLevelDown(0);
+  EXPECT_EQ(matrix->getActualAILevelIndex(), 1);
+  EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
+  matrix->setCurrentMatrixIDLevelDown(-1);  // a link once set is only pointed elsewhere
+  EXPECT_EQ(matrix->getCurrentMatrixIDLevelDown(), 0);
+  for (const int levelDown : {1, 4, INT_MAX}) {
+    matrix->setCurrentMatrixIDLevelDown(levelDown);
+    EXPECT_EQ(matrix->getActualAILevelIndex(), 1) << levelDown;
+  }
+  matrix->setCurrentMatrixIDLevelDown(0);
+  matrix->setCurrentMatrixID(0);
+  matrix->setCurrentMatrixIDLevelDown(1);
+  EXPECT_GE(matrix->getActualAILevelIndex(), 1);
+}
+
+TEST_F(SymbolLinks, anIDIsNeverGivenTwice) {
+  const Vector phrase = {1, 2};
+  write(phrase);
+  EXPECT_EQ(elementOf(phrase)->getSymbolID(), 0);
+  for (int i = 0; i < 2; ++i) {
+    write(phrase, 1);
+    EXPECT_EQ(elementOf(phrase)->getSymbolID(), 257);
+  }
+  EXPECT_EQ(matrix->getNumberOfSymbols(), 1);
+  EXPECT_EQ(matrix->getMatrixInfo()->getNewSymbol(), 257);
+  EXPECT_EQ(matrix->getSymbolDownLinkHandleFromSymbol(257), -1);
+  EXPECT_EQ(matrix->deleteMatrixElement(phrase.data(), 2, 0), 1);
+  EXPECT_EQ(matrix->getNumberOfSymbols(), 0);
+  write(phrase, 1);
+  EXPECT_EQ(elementOf(phrase)->getSymbolID(), 258);
+  write({1, 2, 3});
+  elementOf(phrase)->setSymbolDownLinkHandle(9);
+  const ZQMatrixElement* inner = elementOf(phrase);
+  EXPECT_EQ(matrix->deleteMatrixElement(phrase.data(), 2, 0), 1);  // unwritten, and there no more as a symbol
+  EXPECT_EQ(inner->getSymbolID(), 0);
+  EXPECT_EQ(inner->getSymbolDownLinkHandle(), 0);
+  EXPECT_EQ(matrix->getNumberOfSymbols(), 0);
+  EXPECT_EQ(matrix->getNewSymbolID(), 259);
+  EXPECT_EQ(messages.take(), "");
+  write(phrase, -1);
+  EXPECT_EQ(messages.take(), "negtive symbolID unexpected\n");
+}
+
+// The symbol level is cleared and given up while the phrases still know of it.
+TEST_F(SymbolLinks, outliveTheirLevel) {
+  matrix->setCurrentMatrixIDLevelUp(1);
+  const int one = link({1, 2}), two = link({3, 4, 5});
+  setLink(one, handleOf({1, 2}));  // the second symbol has moved the first
+  setLink(two, handleOf({3, 4, 5}));
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1) << messages.take();
+  EXPECT_EQ(matrix->clearMatrixForID(1), 1);
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 0);
+  EXPECT_EQ(matrix->removeEmptyMatrices(), 1);
+  EXPECT_EQ(matrix->getMaxNumberOfMatrices(), 1);
+  messages.take();
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1);
+  EXPECT_EQ(messages.take(),
+            "warning performMatrixLinearTest for matrixID 0: symbol 257 found but symbol level matrix does not exist\n"
+            "warning performMatrixLinearTest for matrixID 0: symbol 258 found but symbol level matrix does not exist\n");
+  for (int k = 0; k < 60; ++k) write({k % 6, 3 * k, k}, k % 2);
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(2, 0), 1);
+  EXPECT_EQ(zmatrix::brokenInvariant(*matrix), "");
+}
+
+}  // namespace
