@@ -15,8 +15,9 @@ class ZQMediumSelfTest {
   ZQMediumSelfTest(ZQMatrixMedium& aMatrix, const zmatrix::SelfTestTexts&);
   /// Counts a written element. False for a fault.
   bool look(int position, const ZQMatrixMediumElement& element, const int* path, int length);
-  /// At the end. False for a fault.
-  bool compare(int deepest);
+  /// After the walk, before and after the store's own counts are compared. False for a fault.
+  bool compareDepthAndKernel(int deepest);
+  bool compareCounts();
 
  protected:
   /// Counts the element's rule; false if there is none and should be one.

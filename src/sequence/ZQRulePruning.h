@@ -285,6 +285,28 @@ struct ZQRulePruning {
     matrix.clearMatrixElement(position, 1);
   }
 
+  /// Gives back what hangs below a root: a sub-matrix whose record was set anew holds nothing, but its elements are still there,
+  /// and would pass for those of whatever comes to lie in the root's slot.
+  static void removeBelow(Matrix& matrix, int root) {
+    long long position = root;
+    while (true) {
+      ZQMatrixBaseElement* element = matrix.elementAt(position);
+      const long long child = position + element->getOffsetToElementInNextDimension();
+      const ZQMatrixBaseElement* below =
+          child != position && child >= matrix.getMaxNumberOfMatrices() ? matrix.elementAt(child) : nullptr;
+      if (below != nullptr && child + below->getOffsetToElementInPrevDimension() == position) {
+        position = child;
+        continue;
+      }
+      if (position == root) return;
+      const long long parent = position + element->getOffsetToElementInPrevDimension();
+      const int next = element->getOffsetToNextElementInDimension();
+      matrix.destroyElementAt(static_cast<int>(position));
+      matrix.elementAt(parent)->setOffsetToElementInNextDimension(next > 0 ? static_cast<int>(position + next - parent) : 0);
+      position = parent;
+    }
+  }
+
   static void releaseSubMatrices(Matrix& matrix, int kept) {
     ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
     ZQMatrixBaseInfo** infos = matrix.getMatrixInfoArray();
@@ -293,7 +315,9 @@ struct ZQRulePruning {
       if (info != nullptr) info->deInitMatrixInfo();
       delete info;
       infos[id] = nullptr;
-      if (matrix.elementAt(id) != nullptr) matrix.destroyElementAt(id);
+      if (matrix.elementAt(id) == nullptr) continue;
+      removeBelow(matrix, id);
+      matrix.destroyElementAt(id);
     }
     header->_setMaxNumberOfMatrices(kept);
     if (header->getNumberOfMatrices() > kept) header->_setNumberOfMatrices(kept);

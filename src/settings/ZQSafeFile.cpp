@@ -23,13 +23,13 @@ std::string folderOf(const std::string& path) {
   return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
 }
 
-// The path that a chain of links leads to, whether or not anything is there.
+// The path that a chain of links leads to, whether or not anything is there; empty if it leads nowhere.
 std::string withLinksFollowed(const char* path) {
   std::string name = path;
   std::error_code error;
-  for (int i = 0; i < mostLinksFollowed && std::filesystem::is_symlink(name, error); ++i) {
+  for (int i = 0; std::filesystem::is_symlink(name, error); ++i) {
     const std::string next = std::filesystem::read_symlink(name, error).string();
-    if (error) break;
+    if (error || i == mostLinksFollowed) return "";
     name = !next.empty() && next[0] == '/' ? next : folderOf(name) + next;
   }
   return name;
@@ -59,6 +59,7 @@ ZQSafeFile::~ZQSafeFile() {
 bool ZQSafeFile::open(const char* path) {
   if (path == nullptr || *path == 0) return false;
   target = withLinksFollowed(path);
+  if (target.empty()) return false;
   struct stat status;
   const bool isThere = stat(target.c_str(), &status) == 0;
   if (isThere && !S_ISREG(status.st_mode)) {

@@ -188,6 +188,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   bool linksAreSound() const;
   /// Drops what cannot be reached from a root and links the rest anew. The records dropped, or -1 if memory has run out.
   int repairLinks();
+  long long largestLegalIndex() const;
   void pointEntriesAtBlock();
   /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't
   /// grow.

@@ -1,6 +1,8 @@
 // The links of a block that came from a file. What all operations rely on is held against the block in one pass; a block that
 // fails is made good: what no root leads to goes, and the rest is linked anew from the parent links and the coordinates.
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 
 #include "settings/ZQHeapArray.h"
 #include "store/ZQMatrixBase.h"
@@ -8,14 +10,36 @@
 
 namespace {
 
+constexpr int lookAhead = 16;
+
+// The element that the one in a slot is held against: its predecessor, or the parent for the first of a field. -1 for none.
+int otherOf(ZQMatrixBaseElement* const* slots, long long position, int top) {
+  const ZQMatrixBaseElement* element = position <= top ? slots[position] : nullptr;
+  if (element == nullptr) return -1;
+  const int previous = element->getOffsetToPreviousElementInDimension();
+  const long long other = position + (previous != 0 ? previous : element->getOffsetToElementInPrevDimension());
+  return other >= 0 && other <= top ? static_cast<int>(other) : -1;
+}
+
 enum State : uint8_t { unknown = 0, reached = 1, lost = 2, onTheWay = 3 };
 
 }  // namespace
+
+// No write lets an index in that is larger than its record allows. One from a file would let a field reach as far, and the block
+// grow with it.
+long long ZQMatrixBase::largestLegalIndex() const {
+  int largest = 0;
+  for (int id = 0; id < matrixFileHeader->getMaxNumberOfMatrices(); ++id) {
+    largest = std::max(largest, matrixInfoArray[id]->getMaximalMatrixIndex());
+  }
+  return largest;
+}
 
 // Each element is held against one other: the first of a field against its parent, which must lead back to it, any other against
 // its predecessor, which must lead back to it, lie in the same field and have the same parent. As links that answer pair up one
 // to one, equal numbers of both kinds leave no link of a parent or predecessor unanswered. What is left is a circle of parents.
 bool ZQMatrixBase::linksAreSound() const {
+  const long long largestIndex = largestLegalIndex();
   const int roots = matrixFileHeader->getMaxNumberOfMatrices();
   const int top = std::min(matrixFileHeader->getMaximalStack(), numberOfSlots - 1);
   zmatrix::ZQPodArray<uint8_t> states;
@@ -23,6 +47,12 @@ bool ZQMatrixBase::linksAreSound() const {
   std::vector<int> way;
   long long unanswered = 0;
   for (int position = 0; position <= top; ++position) {
+    // The other element lies anywhere: its slot is sent for in good time, and then its record.
+    if (const int other = otherOf(matrixData, position + 2 * lookAhead, top); other >= 0) {
+      __builtin_prefetch(matrixData + other);
+      __builtin_prefetch(&states[static_cast<size_t>(other)]);
+    }
+    if (const int other = otherOf(matrixData, position + lookAhead, top); other >= 0) __builtin_prefetch(matrixData[other]);
     const ZQMatrixBaseElement* element = matrixData[position];
     if (element == nullptr) continue;
     const int previous = element->getOffsetToPreviousElementInDimension();
@@ -34,6 +64,7 @@ bool ZQMatrixBase::linksAreSound() const {
       continue;
     }
     --unanswered;
+    if (std::llabs(static_cast<long long>(element->getIndexInDimension())) > largestIndex) return false;
     if (previous != 0) {
       const long long before = static_cast<long long>(position) + previous;
       const ZQMatrixBaseElement* other = previous < 0 && before >= roots ? elementAt(before) : nullptr;
@@ -62,6 +93,7 @@ bool ZQMatrixBase::linksAreSound() const {
 }
 
 int ZQMatrixBase::repairLinks() {
+  const long long largestIndex = largestLegalIndex();
   const int roots = matrixFileHeader->getMaxNumberOfMatrices();
   const int top = std::min(matrixFileHeader->getMaximalStack(), numberOfSlots - 1);
   zmatrix::ZQPodArray<uint8_t> states;
@@ -87,7 +119,8 @@ int ZQMatrixBase::repairLinks() {
       continue;
     }
     const long long parent = parentPosition(position);
-    if (parent == position || parent < 0 || parent > top || matrixData[parent] == nullptr) {
+    const bool isLegalIndex = std::llabs(static_cast<long long>(element->getIndexInDimension())) <= largestIndex;
+    if (!isLegalIndex || parent == position || parent < 0 || parent > top || matrixData[parent] == nullptr) {
       state = lost;
       continue;
     }

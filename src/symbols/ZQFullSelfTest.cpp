@@ -89,8 +89,8 @@ bool ZQFullSelfTest::leadsToSymbol(const ZQMatrixElement& element) const {
   return true;
 }
 
-bool ZQFullSelfTest::compare(int deepest) {
-  const bool isSound = ZQMediumSelfTest::compare(deepest);
+bool ZQFullSelfTest::compareCounts() {
+  const bool isSound = ZQMediumSelfTest::compareCounts();
   if (numberOfSymbols == full.getMatrixInfo()->getNumberOfSymbols()) return isSound;
   dbPrintf(0, "error: matrixLinear-Test: numberOfSymbols differs from _numberOfSymbols %d <-> %d\n", numberOfSymbols,
            full.getMatrixInfo()->getNumberOfSymbols());

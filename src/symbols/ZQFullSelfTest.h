@@ -9,7 +9,7 @@ class ZQFullSelfTest : public ZQMediumSelfTest {
  public:
   ZQFullSelfTest(ZQMatrix& aMatrix, const zmatrix::SelfTestTexts& texts);
   bool look(int position, const ZQMatrixElement& element, const int* path, int length);
-  bool compare(int deepest);
+  bool compareCounts();
 
  private:
   bool leadsToPhrase(int position, int symbol) const;

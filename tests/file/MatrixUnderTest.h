@@ -19,6 +19,21 @@ using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
 template <class Matrix>
 inline constexpr bool learns = TierUnderTest<Matrix>::tier != plain::Tier::base;
 
+/// A new matrix for as long as it is in scope.
+template <class Matrix>
+class OwnedMatrix {
+ public:
+  OwnedMatrix() = default;
+  ~OwnedMatrix() { TierUnderTest<Matrix>::destroy(matrix); }
+  OwnedMatrix(const OwnedMatrix&) = delete;
+  OwnedMatrix& operator=(const OwnedMatrix&) = delete;
+  Matrix* operator->() { return matrix; }
+  Matrix& operator*() { return *matrix; }
+
+ private:
+  Matrix* matrix = TierUnderTest<Matrix>::create();
+};
+
 inline std::vector<int> codesOf(const std::string& text) {
   return {text.begin(), text.end()};
 }
@@ -99,7 +114,16 @@ std::map<int, plain::Element> slotsOf(const Matrix& matrix) {
   return slots;
 }
 
-/// The bytes of a file without what names the time or the place of a save.
+/// Puts 0 for the time at which a record was written.
+inline std::string withoutTimes(std::string bytes) {
+  const std::string magic("\xa1\xd8\x91\x02", 4);
+  for (size_t at = bytes.find(magic); at != std::string::npos; at = bytes.find(magic, at + 1)) {
+    if (at + 12 <= bytes.size()) bytes.replace(at + 8, 4, 4, '\0');
+  }
+  return bytes;
+}
+
+/// The bytes of a save, without the name of the file that the matrix came from.
 template <class Matrix>
 std::string savedBytes(Matrix& matrix, const TestFolder& folder) {
   ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
@@ -109,6 +133,15 @@ std::string savedBytes(Matrix& matrix, const TestFolder& folder) {
   EXPECT_EQ(matrix.saveMatrixToDisk(path.c_str()), 1);
   header.setMatrixOriginFilename(origin.c_str());
   return TestFolder::contentOf(path);
+}
+
+/// Compares files but for the times in them; says where they differ, not how.
+inline void expectEqualBytes(const std::string& one, const std::string& other) {
+  const std::string first = withoutTimes(one), second = withoutTimes(other);
+  EXPECT_EQ(first.size(), second.size());
+  size_t at = 0;
+  while (at < first.size() && at < second.size() && first[at] == second[at]) ++at;
+  EXPECT_TRUE(first == second) << "the bytes differ from offset " << at;
 }
 
 }  // namespace zmatrix

@@ -47,4 +47,107 @@ TYPED_TEST(RoundTripTest, everySlotComesBack) {
   }
 }
 
+// All that a file holds is in its bytes, so that equal bytes of a second save leave nothing out.
+TYPED_TEST(RoundTripTest, everyFieldComesBack) {
+  this->saveAndLoad();
+  // The history aside: the loaded one carries that of the file on.
+  this->saved->setCurrentMatrixID(0);
+  this->saved->getMatrixFileHeader()->setOffsetToUpdateInfos(0);
+  this->loaded->getMatrixFileHeader()->setOffsetToUpdateInfos(0);
+  expectEqualBytes(savedBytes(*this->loaded, this->folder), savedBytes(*this->saved, this->folder));
+  EXPECT_STREQ(this->loaded->getMatrixDescription(), "a matrix of all kinds");
+  EXPECT_EQ(this->loaded->getUserRandomValue(), this->saved->getUserRandomValue());
+  EXPECT_EQ(this->loaded->getMatrixOriginFilename(), this->path);
+  EXPECT_STREQ(this->loaded->getMatrixDestinationFilename(), "");
+  EXPECT_EQ(this->loaded->getNumberOfMatrices(), 3);
+}
+
+TYPED_TEST(RoundTripTest, aLoadedMatrixGoesOnAsTheSavedOneDoes) {
+  this->saveAndLoad();
+  const plain::SearchState begin{700, 5, 800, 900};
+  std::string said[2];
+  for (TypeParam* matrix : {this->saved, this->loaded}) {
+    setSearchState(begin);
+    matrix->setCurrentMatrixID(1);
+    if constexpr (learns<TypeParam>) {
+      std::string& text = said[matrix == this->loaded];
+      text = generate(*matrix, 60);
+      learnText(*matrix, "The boats come back, and the harbour master looks at the sides of the wall. ");
+      text += generate(*matrix, 60);
+      matrix->removeOverDeterminedElements();
+    }
+    fillAtRandom(*matrix, 99, 500);
+  }
+  EXPECT_EQ(said[0], said[1]);
+  EXPECT_EQ(slotsOf(*this->loaded), slotsOf(*this->saved));
+  EXPECT_EQ(this->loaded->getMatrixBlockSize(), this->saved->getMatrixBlockSize());
+}
+
+TYPED_TEST(RoundTripTest, moreSubMatricesThanTheObjectHasAndFewer) {
+  OwnedMatrix<TypeParam> many, few;
+  many->setMaxNumberOfMatrices(9);
+  many->setCurrentMatrixID(8);
+  const int vector[] = {5, 6};
+  many->writeMatrixElement(vector, 2, 42);
+  ASSERT_EQ(many->saveMatrixToDisk(this->path.c_str()), 1);
+  ASSERT_EQ(few->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+  EXPECT_EQ(few->getMaxNumberOfMatrices(), 9);
+  EXPECT_EQ(few->getNumberOfMatrices(), 9);
+  few->setCurrentMatrixID(8);
+  EXPECT_EQ(few->existMatrixData(vector, 2), 3);
+  ASSERT_EQ(this->saved->saveMatrixToDisk(this->path.c_str()), 1);
+  ASSERT_EQ(few->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+  EXPECT_EQ(few->getMaxNumberOfMatrices(), 4);
+  EXPECT_EQ(slotsOf(*few), slotsOf(*this->saved));
+}
+
+TYPED_TEST(RoundTripTest, onlyTheFirstSubMatrixInUse) {
+  OwnedMatrix<TypeParam> matrix;
+  setSearchState({});
+  const int vector[] = {5};
+  matrix->writeMatrixElement(vector, 1, 42);
+  ASSERT_EQ(matrix->saveMatrixToDisk(this->path.c_str()), 1);
+  CapturedMessages messages(0);
+  EXPECT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+  EXPECT_EQ(slotsOf(*this->loaded).size(), 5u);
+  EXPECT_TRUE(slotsOf(*this->loaded).contains(4));
+}
+
+// A matrix that never held anything has no record in its file, and a reader takes the elements for one. It comes back empty.
+TYPED_TEST(RoundTripTest, anEmptyMatrixComesBackEmpty) {
+  OwnedMatrix<TypeParam> empty;
+  ASSERT_EQ(empty->saveMatrixToDisk(this->path.c_str()), 1);
+  EXPECT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+  EXPECT_EQ(this->loaded->getMatrixInfo(0)->getNumberOfMatrixElements(), 0);
+  const int vector[] = {5};
+  EXPECT_EQ(this->loaded->existMatrixData(vector, 1), -1);
+  EXPECT_EQ(this->loaded->writeMatrixElement(vector, 1, 42), 1);
+  EXPECT_EQ(this->loaded->existMatrixData(vector, 1), 3);
+}
+
+// Symbols and their links come through, and a later update finds them.
+TEST(RoundTripOfSymbolsTest, wordsSurvive) {
+  setSearchState({});
+  TestFolder folder;
+  const std::string path = folder.path() + "/words.zmatrix";
+  const std::vector<int> codes = codesOf("The dry harbour. The dry boat and the harbour.");
+  OwnedMatrix<ZQMatrix> saved;
+  saved->setDefaultMatrixPropertiesForANSIText("words.txt");
+  const int length = static_cast<int>(codes.size());
+  ASSERT_EQ(saved->updateMatrixWithLongANSISequence(codes.data(), length), 1);
+  saved->setMatrixAILevel(1);
+  ASSERT_EQ(saved->updateMatrixFromBasicLevel(codes.data(), length), 1);
+  ASSERT_EQ(saved->saveMatrixToDisk(path.c_str()), 1);
+  ZQMatrix* loaded = createAndInitMatrixWithFile(path.c_str(), -1);
+  ASSERT_NE(loaded, nullptr);
+  EXPECT_EQ(slotsOf(*loaded), slotsOf(*saved));
+  for (int id = 0; id < 2; ++id) {
+    EXPECT_EQ(loaded->getMatrixInfo(id)->getCurrentMatrixIDLevelUp(), saved->getMatrixInfo(id)->getCurrentMatrixIDLevelUp());
+    EXPECT_EQ(loaded->getMatrixInfo(id)->getNumberOfSymbols(), saved->getMatrixInfo(id)->getNumberOfSymbols());
+  }
+  EXPECT_GT(saved->getMatrixInfo(0)->getNumberOfSymbols(), 3);
+  deleteMatrix(loaded);
+  setSearchState({});
+}
+
 }  // namespace

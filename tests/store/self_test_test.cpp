@@ -134,6 +134,28 @@ TYPED_TEST(SelfTestTest, trim) {
   EXPECT_EQ(zmatrix::brokenInvariant(*this->matrix), "");
 }
 
+// The block is cut behind the last slot of all sub-matrices; handles from before stay good.
+TYPED_TEST(SelfTestTest, trimKeepsWhatOtherSubMatricesHold) {
+  this->write({1, 2});
+  this->matrix->setCurrentMatrixID(2);
+  for (int k = 0; k < 40; ++k) this->write({k, 1});
+  const Vector path = {39, 1};
+  const int handle = this->matrix->getMatrixHandleFromElementVector(path.data(), 2), stack = this->matrix->getMaximalStack();
+  this->matrix->setCurrentMatrixID(0);
+  EXPECT_EQ(this->linear(1), (Outcome{1, 1, 1}));
+  EXPECT_EQ(this->matrix->getMaximalStack(), stack);
+  EXPECT_EQ(this->matrix->getMatrixBlockSize(), static_cast<int>((stack + 1) * 1.618));
+  for (int id = 0; id < 4; ++id) {
+    EXPECT_EQ(this->matrix->getMatrixDataEntryArray()[id], this->matrix->getMatrixData() + id);
+  }
+  this->matrix->setCurrentMatrixID(2);
+  EXPECT_EQ(this->matrix->getMatrixHandleFromElementVector(path.data(), 2), handle);
+  EXPECT_EQ(this->linear(), (Outcome{1, 40, 40}));
+  EXPECT_EQ(this->linear(1).result, 1);  // nothing more to cut
+  EXPECT_EQ(this->matrix->getMaximalStack(), stack);
+  EXPECT_EQ(zmatrix::brokenInvariant(*this->matrix), "");
+}
+
 TYPED_TEST(SelfTestTest, severalSubMatricesAreNotTrimmedByTheWalk) {
   this->write({1, 2});
   this->matrix->setCurrentMatrixID(2);
@@ -206,6 +228,38 @@ TYPED_TEST(SelfTestTest, readBack) {
   EXPECT_NE(told.find("3: read-error 0 from readMatrixData: 4\n"), std::string::npos) << told;
 }
 
+TYPED_TEST(SelfTestTest, readBackOfWideItems) {
+  int items[] = {123456789, -5}, wrong[] = {123456789, -6}, errors = -1, tests = -1;
+  int* vectors[] = {items, wrong, nullptr};
+  int lengths[] = {2, 2, 2};
+  long long values[] = {11, 12, 13}, wideItems[] = {123456789, -5};
+  this->matrix->getMatrixInfo()->setAllowLargeIndices(1);
+  EXPECT_EQ(this->matrix->writeMatrixElement32(items, 2, 11), 1);
+  this->matrix->setCurrentMatrixID(1);
+  this->matrix->getMatrixInfo()->setAllowLargeIndices(2);
+  EXPECT_EQ(this->matrix->writeMatrixElement64(wideItems, 2, 11), 1);
+  for (const int id : {0, 1}) {
+    this->matrix->setCurrentMatrixID(id);
+    this->messages.take();
+    EXPECT_EQ(this->matrix->perform2ndMemoryTest(1, vectors, lengths, values, &errors, &tests), 1);
+    EXPECT_EQ(errors, 0);
+    EXPECT_EQ(this->messages.take(), "");
+    EXPECT_EQ(this->matrix->perform2ndMemoryTest(3, vectors, lengths, values, &errors, &tests), 1);
+    EXPECT_EQ(errors, 2);
+    const std::string told = this->messages.take();
+    EXPECT_NE(told.find("1: read-error "), std::string::npos);
+    EXPECT_NE(told.find("2: read-error 0 from readMatrixData: \n"), std::string::npos);
+  }
+  // From 1 to 2 the dimension stays behind.
+  this->matrix->setCurrentMatrixID(2);
+  this->matrix->getMatrixInfo()->setAllowLargeIndices(1);
+  this->matrix->getMatrixInfo()->setAllowLargeIndices(2);
+  this->messages.take();
+  EXPECT_EQ(this->matrix->perform2ndMemoryTest(1, vectors, lengths, values, &errors, &tests), 1);
+  EXPECT_EQ(errors, 1);
+  EXPECT_EQ(this->messages.take(), "Illegal combination of coordDimension (2) and allowLargeIndices (2)\n");
+}
+
 TEST(MediumSelfTest, recountsRules) {
   ZQMatrixMedium* matrix = createAndInitMatrixMedium();
   matrix->getMatrixInfo()->setIsPhraseMatrix(1);
@@ -242,6 +296,26 @@ TEST(MediumSelfTest, recountsRules) {
 }
 
 class FullSelfTest : public SelfTestTest<ZQMatrix> {};
+
+// Every fault that the counters can have, in the order in which they are told.
+TEST_F(FullSelfTest, countersInTheirOrder) {
+  write({1, 2}, 1);
+  messages.take();
+  ZQMatrixInfo& info = *matrix->getMatrixInfo();
+  info._setCurrentDimension(3);
+  info.setNumberOfWriteElements(2);
+  info.setNumberOfEndElements(5);
+  info.setNumberOfStartElements(6);
+  info.incrementNumberOfSymbols();
+  EXPECT_EQ(linear(), (Outcome{0, 1, 1}));
+  EXPECT_EQ(messages.take(),
+            "begin performMatrixLinearTest for matrixID 0...\nmatrix will not be trimmed...\n"
+            "matrixLinearTest: error: dimension(3) != dimension1(2)\n"
+            "error matrixLinear-Test: numberOfWriteElementsInMatrix differs from _numberOfWriteElements 1 <-> 2"
+            "warning:  matrixLinear-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements 1 <-> 5\n"
+            "error matrixLinear-Test: numberOfStartElementsInMatrix differs from _numberOfStart 1 <-> 6\n"
+            "error: matrixLinear-Test: numberOfSymbols differs from _numberOfSymbols 0 <-> 1\n");
+}
 
 TEST_F(FullSelfTest, followsSymbols) {
   ASSERT_EQ(matrix->writeMatrixData(Vector{1, 2}.data(), 2, 1, 0, 0, 1), 1);

@@ -215,7 +215,7 @@ TEST(LevelUp, IsThereAgainAfterALoad) {
   const Words words = wordsOf(text);
   const SymbolMatrix::Found symbols = matrix.symbolsOf(text);
 
-  SymbolMatrix loaded(createAndInitMatrixWithFile(file.c_str(), 0));
+  SymbolMatrix loaded(createAndInitMatrixWithFile(file.c_str(), -1));
   ASSERT_NE(loaded.get(), nullptr);
   EXPECT_EQ(loaded->getMatrixAILevel(), 1);
   EXPECT_EQ(loaded->getCurrentMatrixIDLevelUp(), 1);
@@ -229,18 +229,24 @@ TEST(LevelUp, IsThereAgainAfterALoad) {
 }
 
 TEST(LevelUp, IsFedAnewAfterItWasEmptied) {
-  SymbolMatrix matrix;
-  EXPECT_EQ(matrix.learn("one two three"), 1);
-  matrix.select(1);
-  EXPECT_GE(matrix->removeLongElements(0), 0);
-  EXPECT_EQ(matrix->getNumberOfMatrixElements(), 0);
-  matrix.select(0);
-  EXPECT_EQ(matrix.symbolsOf("one two").entries, (Integers{257, 258}));
-  EXPECT_EQ(matrix.spell({257}), Words{""});
-  EXPECT_EQ(matrix.learn("three one"), 1);
-  EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), 1);
-  EXPECT_EQ(matrix.spell({259, 257}), (Words{"three", "one"}));
-  EXPECT_EQ(matrix.spell({258}), Words{""});
+  for (const bool byClearing : {false, true}) {
+    SymbolMatrix matrix;
+    EXPECT_EQ(matrix.learn("one two three"), 1);
+    if (byClearing) {
+      EXPECT_EQ(matrix->clearMatrixForID(1), 1);
+    } else {
+      matrix.select(1);
+      EXPECT_GE(matrix->removeLongElements(0), 0);
+    }
+    EXPECT_EQ(matrix->getMatrixInfo(1)->getNumberOfMatrixElements(), 0);
+    matrix.select(0);
+    EXPECT_EQ(matrix.symbolsOf("one two").entries, (Integers{257, 258}));
+    EXPECT_EQ(matrix.spell({257}), Words{""});
+    EXPECT_EQ(matrix.learn("three one"), 1);
+    EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), 1);
+    EXPECT_EQ(matrix.spell({259, 257}), (Words{"three", "one"}));
+    EXPECT_EQ(matrix.spell({258}), Words{""});
+  }
 }
 
 TEST(LevelUp, StoresHandlesForSymbolsThatItKnows) {

@@ -1,0 +1,121 @@
+// The history: what a save appends, what the next one carries on, and how it is read back.
+#include "file/MatrixUnderTest.h"
+
+namespace {
+
+using namespace zmatrix;
+
+template <class Matrix>
+class HistoryTest : public testing::Test {
+ public:
+  ~HistoryTest() override { setSearchState({}); }
+
+  void save() { ASSERT_EQ(matrix->saveMatrixToDisk(path.c_str()), 1); }
+  void load() { ASSERT_EQ(matrix->readAndInitMatrixFromDisk(path.c_str(), -1), 1); }
+  int count() {
+    matrix->deleteMatrixUpdateInfos();
+    int result = -1;
+    matrix->readMatrixUpdateInfos(&result);
+    return result;
+  }
+  auto record(int index) {
+    return static_cast<std::remove_pointer_t<decltype(matrix->getMatrixInfo())>*>(matrix->getMatrixUpdateInfo(index));
+  }
+
+  TestFolder folder;
+  std::string path = folder.path() + "/model.zmatrix";
+  OwnedMatrix<Matrix> matrix;
+};
+using LearningTiers = testing::Types<ZQMatrixMedium, ZQMatrix>;
+TYPED_TEST_SUITE(HistoryTest, LearningTiers);
+
+TYPED_TEST(HistoryTest, growsByWhatChangedSinceTheLoad) {
+  learnText(*this->matrix, "the dry harbour", false);
+  this->save();
+  EXPECT_EQ(this->count(), 0) << "the history shown is that of the file it was read from";
+  this->load();
+  EXPECT_EQ(this->count(), 1);
+  EXPECT_EQ(this->record(0)->getMatrixID(), 1);
+  EXPECT_EQ(std::string(this->record(0)->getUpdateSequence(), 15), "the dry harbour");
+  EXPECT_EQ(this->record(0)->getLengthOfUpdateSequence(), 19) << "four rows of line feeds follow";
+  this->matrix->getMatrixInfo(1)->setHasBeenChanged(0);
+  this->matrix->setCurrentMatrixID(1);
+  this->save();
+  this->load();
+  EXPECT_EQ(this->count(), 1) << "nothing new, the old record carried on";
+  learnText(*this->matrix, "two boats", false);
+  this->save();
+  this->save();
+  this->load();
+  EXPECT_EQ(this->count(), 2) << "a save does not extend what the next one carries on";
+  EXPECT_EQ(std::string(this->record(1)->getUpdateSequence(), 9), "two boats");
+  EXPECT_EQ(this->matrix->getNumberOfAppendedUpdates(), 2);
+  EXPECT_EQ(this->matrix->getMatrixFileHeader()->matrixHasBeenRead(), 1);
+}
+
+TYPED_TEST(HistoryTest, theMessagesOfAScan) {
+  learnText(*this->matrix, "the dry harbour", false);
+  this->save();
+  this->load();
+  this->matrix->setNumberOfAppendedUpdates(7);
+  CapturedMessages messages(1);
+  EXPECT_EQ(this->count(), 1);
+  const bool isMedium = TierUnderTest<TypeParam>::tier == plain::Tier::medium;
+  const std::string tier = isMedium ? "medium" : "symbol";
+  std::string expected =
+      "readMatrixUpdateInfos: _matrixInfos not found, scan of appended updates...\n"
+      "appended symbol matrixInfo no. 1: is OK\n"
+      "appended " +
+      tier +
+      " matrixInfo no. 2: is invalid, read updateinfo aborted...\n"
+      "number of matrix updates found different from value _numberOf MatrixUpdates: 1 <-> 7, value corrected!\n"
+      "allocating memory for updateInfo np: 0\n";
+  if (isMedium) expected += "reading updateInfo no: 0\nreading updateInfo no: 0 finished\n";
+  EXPECT_EQ(messages.take(), expected);
+  int count = 0;
+  this->matrix->readMatrixUpdateInfos(&count);
+  EXPECT_EQ(messages.take(), "Info from readMatrixUpdateInfos: _matrixInfos already initialized...\n");
+  EXPECT_EQ(count, 1);
+  EXPECT_EQ(this->record(1), nullptr);
+  EXPECT_EQ(messages.take(), "getMatrixUpdateInfo(index): illegal index: 1\n");
+  this->matrix->deleteMatrixUpdateInfos();
+  EXPECT_EQ(this->record(0), nullptr);
+  EXPECT_EQ(messages.take(), "_matrixInfos = NULL: readMatrixUpdateInfoUpdateInfos() must be called! \n");
+  this->matrix->setNumberOfAppendedUpdates(-1);
+  EXPECT_EQ(this->record(0), nullptr);
+  EXPECT_EQ(messages.take(), "_numberOfAppendedUpdates not available: readMatrixUpdateInfoUpdateInfos() must be called! -1\n");
+  std::filesystem::remove(this->path);
+  EXPECT_EQ(this->count(), 0);
+  EXPECT_EQ(messages.take(), "Error from readMatrixUpdateInfos: matrixFile " + this->path + " not found\n");
+}
+
+// Left in place deliberately: the offset in the file is the one in memory when the header went out.
+TYPED_TEST(HistoryTest, aSaveWithoutHistoryKeepsTheStaleOffset) {
+  learnText(*this->matrix, "the dry harbour", false);
+  this->save();
+  this->load();
+  const int offset = this->matrix->getOffsetToUpdateInfos();
+  EXPECT_GT(offset, 2204);
+  this->matrix->setCurrentMatrixID(1);
+  this->matrix->setAddUpdateInfo(0);
+  this->save();
+  EXPECT_EQ(this->matrix->getOffsetToUpdateInfos(), 0);
+  this->load();
+  EXPECT_EQ(this->matrix->getOffsetToUpdateInfos(), offset);
+}
+
+TYPED_TEST(HistoryTest, aRecordOfTooLongASequenceCannotBeReadBack) {
+  learnText(*this->matrix, "the dry harbour", false);
+  this->matrix->setMaxPhraseLengthForUpdateWithSequence(1);
+  learnText(*this->matrix, std::string(40000, 'a'), false);
+  this->save();
+  this->load();
+  EXPECT_EQ(this->count(), 1);
+  this->matrix->setCurrentMatrixID(1);
+  learnText(*this->matrix, std::string(100001, 'a'), false);
+  this->save();
+  this->load();
+  EXPECT_EQ(this->count(), 1);
+}
+
+}  // namespace
