@@ -15,6 +15,10 @@ void registerLearning(const std::string& text);
 void registerGeneration(const std::string& text);
 /// Write, read and delete of single vectors in random order.
 void registerRandomAccess();
+/// Test, prune, save and load.
+void registerUpkeep(const std::string& text);
+/// A block filled to its cap.
+void registerCapacity();
 
 /// Hands a measurement to the row; one that is not right makes the row fail.
 inline void report(benchmark::State& state, const Measurement& measured, double seconds) {

@@ -1,4 +1,6 @@
-// Generation: how long one item takes after a text was learned. Every item must come, and must be a character of the text.
+// Generation: how long one item takes after a text was learned, and how long the search for the longest known suffix alone takes
+// if each suffix is looked for from the root, as one would without remembering where the last item's suffixes lie. Every item
+// must come and be a character of the text, and both searches must end at the same place.
 #include <algorithm>
 #include <memory>
 
@@ -34,19 +36,64 @@ Measurement generate(const Input& input) {
   return measured;
 }
 
+/// The kernel before an item, with the item: what the search for the next kernel starts from.
+std::vector<int> kernelOf(ZQMatrixMediumInfo* info) {
+  const int* row = info->getKernelPreProcessedSequence()[0];
+  return {row, row + info->getLengthOfKernelPreProcessedSequence()};
+}
+
+Measurement searchLiterally(const Input& input) {
+  constexpr int numberOfItems = 5'000, lengthOfStart = 20;
+  Measurement measured;
+  MatrixContender<ZQMatrixMedium> contender;
+  if (!contender.learn(input)) return measured;
+  ZQMatrixMedium* matrix = contender.getMatrix();
+  ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
+  info->setEnableStopItem(0);
+  const int length = std::min(lengthOfStart, static_cast<int>(input.original.size()));
+  matrix->initializeKernelSequenceWithOriginalSequence(input.original.data(), length, 1);
+  measured.isRight = true;
+  double probability = 0, stopProbability = 0;
+  for (int i = 0; i < numberOfItems; i++) {
+    std::vector<int> sequence = kernelOf(info);
+    measured.isRight = matrix->readObjexFromMatrix(&probability, &stopProbability) != nullptr && measured.isRight;
+    const std::vector<int> kernel = kernelOf(info);
+    if (kernel.empty()) continue;
+    sequence.push_back(kernel.back());
+    int handle = -1;
+    size_t start = 0;
+    const StopWatch watch;
+    for (; start < sequence.size(); start++) {
+      const int found = matrix->getMatrixHandleFromElementVector(&sequence[start], static_cast<int>(sequence.size() - start));
+      if (found < 0 || !matrix->hasMatrixHandleSuccessors(found)) continue;
+      handle = found;
+      break;
+    }
+    measured.seconds[0] += watch.seconds();
+    measured.isRight = measured.isRight && handle == info->getKernelMatrixHandle() && sequence.size() - start == kernel.size();
+    measured.operations++;
+  }
+  return measured;
+}
+
+void registerRow(const std::shared_ptr<const Input>& input, const std::string& name, Measurement (*function)(const Input&)) {
+  const auto run = [input, function](benchmark::State& state) {
+    for (auto _ : state) {
+      const Measurement measured = measureInChild([&] { return function(*input); });
+      report(state, measured, measured.seconds[0]);
+    }
+  };
+  const std::string row = "generate/" + input->name + "/" + name;
+  benchmark::RegisterBenchmark(row.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
 }  // namespace
 
 void registerGeneration(const std::string& text) {
   for (int limit : {4, 16, 64}) {
     const auto input = std::make_shared<const Input>(textInput(text, std::min<size_t>(text.size(), 200'000), limit));
-    const auto run = [input](benchmark::State& state) {
-      for (auto _ : state) {
-        const Measurement measured = measureInChild([&] { return generate(*input); });
-        report(state, measured, measured.seconds[0]);
-      }
-    };
-    const std::string row = "generate/" + input->name + "/zmatrix_medium";
-    benchmark::RegisterBenchmark(row.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+    registerRow(input, "zmatrix_medium", generate);
+    registerRow(input, "literal_search", searchLiterally);
   }
 }
 

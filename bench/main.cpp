@@ -1,4 +1,5 @@
-// zmatrix_bench [--text FILE] [Google Benchmark's own options]: without a text the two examples are learned, which are short.
+// zmatrix_bench [--text FILE] [--cap] [Google Benchmark's own options]: without a text the two examples are learned, which are
+// short; --cap fills a block to its cap as well.
 #include <cstdio>
 #include <cstring>
 
@@ -19,6 +20,16 @@ std::string takeTextArgument(int& argc, char** argv) {
   return {};
 }
 
+bool takeCapArgument(int& argc, char** argv) {
+  for (int i = 1; i < argc; i++) {
+    if (strcmp(argv[i], "--cap") != 0) continue;
+    for (int k = i; k < argc; k++) argv[k] = argv[k + 1];
+    argc--;
+    return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -27,11 +38,14 @@ int main(int argc, char** argv) {
     fputs("the text can't be read or is empty\n", stderr);
     return 3;
   }
+  const bool fillsToCap = takeCapArgument(argc, argv);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
   bench::registerLearning(text);
   bench::registerGeneration(text);
   bench::registerRandomAccess();
+  bench::registerUpkeep(text);
+  if (fillsToCap) bench::registerCapacity();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   return 0;

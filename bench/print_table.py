@@ -34,20 +34,25 @@ columns = {
     "undetermined": [("first", "ns"), ("kept", "kept_percent")],
     "generate": [("item", "ns")],
     "random": [("write", "ns"), ("read", "read_ns"), ("delete", "delete_ns")],
+    "test": [("linear", "ns"), ("walk down", "walk_down_ns")],
+    "prune": [("prune", "ns"), ("left", "left_percent")],
+    "file": [("save", "save_MB_s"), ("load", "load_MB_s"), ("copy", "copy_MB_s")],
+    "cap": [("write", "ns"), ("elements", "elements")],
 }
-print("ns an operation; in brackets the ratio to absl::flat_hash_map (or std::unordered_map) in the same run; B = bytes")
-print("resident a distinct phrase. Undetermined: ns a phrase, and the percentage of the distinct phrases that are kept; B as if all")
-print("were. Sizes in thousands of bytes (text), items (triples) or vectors (random).")
+print("ns an operation (of files: MB a second); in brackets the ratio to absl::flat_hash_map, or to std::unordered_map where absl is")
+print("not installed, in the same run; B = bytes resident a distinct phrase, of files: bytes an element. Undetermined: ns a phrase, and the")
+print("percentage of the distinct phrases that are kept; B as if all were. Sizes in thousands of bytes (text), items (triples) or")
+print("vectors (random).")
 print()
-print("| work | phrase limit | size | what | first / again, first / kept, write / read / delete, or an item | B |")
+print("| work | phrase limit | size | what | figures | B |")
 print("|---|---|---|---|---|---|")
 for (group, limit, size), contenders in rows.items():
-    base = contenders.get("absl") or contenders.get("unordered_map")
+    base = contenders.get("absl") or contenders.get("unordered_map") or contenders.get("literal_search")
     for contender, runs in contenders.items():
         figures = []
-        for _, key in columns[group]:
+        for title, key in columns[group]:
             value = median(runs, key)
-            figures.append(number(value) + (f" ({ratio(value, median(base, key))})" if base else ""))
+            figures.append(f"{title} {number(value)}" + (f" ({ratio(value, median(base, key))})" if base else ""))
         print(f"| {group} | {limit} | {size} | {contender} | {' / '.join(figures)} | {number(median(runs, 'bytes'))} |")
 
 for name in failed:

@@ -11,6 +11,8 @@
 class ZQMatrixSequenceIndexVector;
 struct ZQMediumTier;
 
+class ZQSuffixLinks;
+
 class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBase> {
  public:
   using Tier = ZQMediumTier;
@@ -43,6 +45,10 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int isDeterminedMatrixData(const int* indexVector, int length);
   /// 0, 1, or 2 where isDeterminedMatrixData is 2 or more: all that most callers want, found without counting on.
   int isDeterminedUpToTwice(const int* indexVector, int length);
+  /// The same for the path of an element that the links know.
+  int isDeterminedUpToTwice(const ZQSuffixLinks& links, int position) const;
+  /// True if the matrix's own level lets printIndexVector at `level` show something.
+  bool showsVectors(int level) const { return debugLevel >= level; }
   void printIndexVector(const int* indexVector, int length, int usePreProcessing, int level);
 
   // --- pruning

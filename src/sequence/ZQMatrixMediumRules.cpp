@@ -1,9 +1,5 @@
-// What makes a path a rule, and what makes a rule redundant: a path is determined by each of its proper suffixes after which the
-// same item is the only one that can follow. Learning, pruning and the self-tests rest on these answers, down to the figures that
-// come of items with several coordinates.
+// What makes a path a rule, and the line in which a rule is shown.
 #include <algorithm>
-#include <climits>
-#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <functional>
@@ -17,79 +13,11 @@ using zmatrix::SystemOwned;
 
 namespace {
 
-constexpr double stopProbabilityTolerance = 1e-9;
 constexpr int countsLevelOfSingles = 8;  ///< debug level from which the line shows the counts of each prefix
 constexpr int countsLevelOfItems = 7;    ///< the same where an item has several coordinates
 
 const ZQMatrixMediumElement* mediumElementAt(const ZQMatrixMedium& matrix, long long position) {
   return static_cast<const ZQMatrixMediumElement*>(matrix.elementAt(position));
-}
-
-/// Not a number for an element that was never written: such a value differs from none by more than the tolerance.
-double stopProbabilityOf(const ZQMatrixMediumElement& element) {
-  return (static_cast<double>(element.getWriteCount()) - element.getWriteCountWithSuccessor()) / element.getWriteCount();
-}
-
-/// The only element of a field has no neighbour; a damaged link to one counts as one.
-bool hasSiblings(const ZQMatrixBaseElement& element) {
-  return element.getOffsetToNextElementInDimension() != 0 || element.getOffsetToPreviousElementInDimension() != 0;
-}
-
-/// The handle of the longest written suffix from `start` on, moving `start` there by `step`; -1 once `end` is reached.
-int firstWrittenSuffix(ZQMatrixMedium& matrix, const int* indexVector, int length, int* start, int step, int end) {
-  for (; *start < end; *start += step) {
-    const int handle = matrix.getMatrixHandleFromElementVector(indexVector + *start, length - *start);
-    if (handle >= 0) return handle;
-  }
-  return -1;
-}
-
-/// Counts no further than `enough`.
-int determiningSuffixes(ZQMatrixMedium& matrix, const int* indexVector, int length, int enough) {
-  const int end = length - 1;  // the last item by itself is never looked at
-  double stopOfWhole = 0;      // and stays so while the whole path is not written
-  int count = 0;
-  for (int start = 0; start < end && count < enough; ++start, ++count) {
-    const int handle = firstWrittenSuffix(matrix, indexVector, length, &start, 1, end);
-    const ZQMatrixMediumElement* element = mediumElementAt(matrix, handle);
-    if (element == nullptr) return count;
-    const double stop = stopProbabilityOf(*element);
-    if (start == 0) stopOfWhole = stop;
-    if (hasSiblings(*element)) return count;
-    if (start > 0 && std::fabs(stop - stopOfWhole) > stopProbabilityTolerance) return count;
-  }
-  return count;
-}
-
-/// The same for items of several coordinates, all of which have to be the only ones. Here the last item by itself is looked at,
-/// stop probabilities are not, and a count that runs to the end of the vector is in coordinates: all of that is relied on.
-int determiningSuffixesOfItems(ZQMatrixMedium& matrix, const int* indexVector, int length, int coordinateDimension, int enough) {
-  if (length % coordinateDimension != 0) {
-    dbPrintf(0, "isDeterminedMatrixData length of indexVector unexpected: %d\n", length);
-  }
-  const int end = length - 1;
-  int count = 0;
-  for (int start = 0; start < end && count / coordinateDimension < enough;
-       start += coordinateDimension, count += coordinateDimension) {
-    const int handle = firstWrittenSuffix(matrix, indexVector, length, &start, coordinateDimension, end);
-    const ZQMatrixMediumElement* element = mediumElementAt(matrix, handle);
-    if (element == nullptr) return count;
-    if (hasSiblings(*element)) return count / coordinateDimension;
-    long long position = handle;
-    for (int j = 0; j < coordinateDimension - 1; ++j) {
-      position += element->getOffsetToElementInPrevDimension();
-      element = mediumElementAt(matrix, position);
-      if (element == nullptr || hasSiblings(*element)) return (count + j + 1) / coordinateDimension;
-    }
-  }
-  return count;
-}
-
-int determinedTimes(ZQMatrixMedium& matrix, const int* indexVector, int length, int enough) {
-  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
-  if (indexVector == nullptr || length < 2 || coordinateDimension < 1) return 0;
-  return coordinateDimension == 1 ? determiningSuffixes(matrix, indexVector, length, enough)
-                                  : determiningSuffixesOfItems(matrix, indexVector, length, coordinateDimension, enough);
 }
 
 /// The element one item above a position, or null if the way up leads out of the block.
@@ -210,14 +138,6 @@ int ZQMatrixMedium::isRuleMatrixData(ZQMatrixMediumElement** element) {
   const ZQMatrixMediumElement* context = mediumElementAt(*this, position);
   if (context == nullptr || context->getWriteCountWithSuccessor() < 1) return 0;
   return writeCount <= context->getWriteCountWithSuccessor() ? 1 : 0;
-}
-
-int ZQMatrixMedium::isDeterminedMatrixData(const int* indexVector, int length) {
-  return determinedTimes(*this, indexVector, length, INT_MAX);
-}
-
-int ZQMatrixMedium::isDeterminedUpToTwice(const int* indexVector, int length) {
-  return std::min(determinedTimes(*this, indexVector, length, 2), 2);
 }
 
 void ZQMatrixMedium::printIndexVector(const int* indexVector, int length, int usePreProcessing, int level) {

@@ -11,6 +11,7 @@ void addOneAt(int* counts, int numberOfDimensions, int length) {
 }  // namespace
 
 ZQMediumSelfTest::ZQMediumSelfTest(ZQMatrixMedium& aMatrix, const zmatrix::SelfTestTexts&) : matrix(aMatrix) {
+  links.build(matrix);  // without room for it each path is asked about on its own
   ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
   info.setNumberOfRuleElements(0);
   info.setNumberOfUniqueRuleElements(0);
@@ -34,7 +35,8 @@ bool ZQMediumSelfTest::countRule(int position, const ZQMatrixMediumElement& elem
   int size = 0;
   addOneAt(info.getWriteElementsInDimension(&size), size, length);
   if (element.getWriteCountWithoutPredecessor() > 0) ++numberOfStarts;
-  const int timesDetermined = matrix.isDeterminedUpToTwice(path, length);
+  const int timesDetermined =
+      links.isKnown(position) ? matrix.isDeterminedUpToTwice(links, position) : matrix.isDeterminedUpToTwice(path, length);
   if (timesDetermined > 0) {
     info.incrementNumberOfUniqueRuleElements();
     addOneAt(info.getUniqueRulesInDimension(&size), size, length);

@@ -3,16 +3,18 @@
 #pragma once
 
 #include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQSuffixLinks.h"
 #include "store/ZQSelfTestTexts.h"
 
 class ZQMediumSelfTest {
  public:
-  static constexpr bool needsPath = true;
   static constexpr bool namesMatrixID = true;
   static constexpr bool correctsEndElements = true;
 
   /// Zeroes the counts of rules.
   ZQMediumSelfTest(ZQMatrixMedium& aMatrix, const zmatrix::SelfTestTexts&);
+  /// True if look() wants the path of the element; else it may be null.
+  bool needsPath(int position) const { return !links.isKnown(position); }
   /// Counts a written element. False for a fault.
   bool look(int position, const ZQMatrixMediumElement& element, const int* path, int length);
   /// After the walk, before and after the store's own counts are compared. False for a fault.
@@ -27,5 +29,6 @@ class ZQMediumSelfTest {
   ZQMatrixMedium& matrix;
 
  private:
+  ZQSuffixLinks links;
   int numberOfStarts = 0;
 };

@@ -10,6 +10,8 @@
 #include "frame/ZQMemory.h"
 #include "frame/ZQProgress.h"
 #include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQSuffixLinks.h"
+#include "store/ZQStoreDelete.h"
 
 template <class Tier>
 struct ZQRulePruning {
@@ -21,7 +23,9 @@ struct ZQRulePruning {
     int total = 0;
     int removed = 0;
     // A removed leaf can leave its parent as a leaf for the next pass.
-    for (int passNumber = 1; (removed = matrix.removeOverDeterminedElementsSingleIteration(passNumber)) > 0; ++passNumber) {
+    ZQSuffixLinks links;  // a pass only deletes, so that they serve all passes
+    links.build(matrix);
+    for (int passNumber = 1; (removed = removeOverDeterminedOnce(matrix, passNumber, links)) > 0; ++passNumber) {
       total += removed;
     }
     const int id = matrix.getCurrentMatrixID();
@@ -32,6 +36,13 @@ struct ZQRulePruning {
   }
 
   static int removeOverDeterminedOnce(Matrix& matrix, int passNumber) {
+    ZQSuffixLinks links;
+    links.build(matrix);
+    return removeOverDeterminedOnce(matrix, passNumber, links);
+  }
+
+  /// Without links, for which there may be no room, each path is asked about on its own.
+  static int removeOverDeterminedOnce(Matrix& matrix, int passNumber, const ZQSuffixLinks& links) {
     dbPrintf(6, "**************begin removeOverDeterminedPoints...\n");
     const int depthLimit = matrix.getMatrixInfo()->getCurrentDimension();
     zmatrix::HeapArray<int> path;
@@ -48,6 +59,12 @@ struct ZQRulePruning {
       reportSometimes(position, top - position, top - bottom + 1);
       const ZQMatrixBaseElement* element = matrix.elementAt(position);
       if (element == nullptr || element->getWriteCount() < 1 || element->getOffsetToElementInNextDimension() != 0) continue;
+      if (links.isKnown(position) && !isRedundant(matrix, links, position, depthLimit)) continue;
+      if (links.isKnown(position) && isQuiet(matrix) && links.depthOf(position) < matrix.getMatrixInfo()->getMaxDimOfMatrix()) {
+        ZQStoreDelete<Tier>::cutBack(matrix, *matrix.getMatrixInfo(), position);
+        ++removed;
+        continue;
+      }
       const int length = pathOf(matrix, position, depthLimit, path);
       if (length < 0 || matrix.isDeterminedUpToTwice(path.data(), length) < 2) continue;
       if (!isSpared(matrix, path.data(), length)) removed += removeLeaf(matrix, path.data(), length);
@@ -127,6 +144,7 @@ struct ZQRulePruning {
  private:
   static constexpr int markedForRemoval = -1;  // as a write count
   static constexpr int positionsBetweenReports = 16;
+  static constexpr int lowestLevelOfVectors = 4;  // debug level from which a removed vector may be shown
 
   static bool isEmpty(const Matrix& matrix) {
     const ZQMatrixBaseElement* root = matrix.elementAt(matrix.getCurrentMatrixID());
@@ -173,6 +191,18 @@ struct ZQRulePruning {
     if (position != matrix.getCurrentMatrixID()) return -1;
     std::reverse(path.data(), path.data() + length);
     return length;
+  }
+
+  /// True for a leaf that at least two shorter contexts decide and that carries nothing pruning is to leave alone.
+  static bool isRedundant(const Matrix& matrix, const ZQSuffixLinks& links, int position, int depthLimit) {
+    if (links.depthOf(position) > depthLimit || matrix.isDeterminedUpToTwice(links, position) < 2) return false;
+    return !Tier::sparesSymbols(*matrix.getMatrixInfo()) ||
+           !Tier::carriesSymbol(*static_cast<const Element*>(matrix.elementAt(position)));
+  }
+
+  /// True if nobody wants to see the vectors that go.
+  static bool isQuiet(const Matrix& matrix) {
+    return !ZQDebugChannel::shows(lowestLevelOfVectors) && !matrix.showsVectors(lowestLevelOfVectors);
   }
 
   /// True if the element carries what pruning is to leave alone.

@@ -1,6 +1,7 @@
 #include "store/ZQFreeSlotIndex.h"
 
 #include <bit>
+#include <initializer_list>
 
 namespace zmatrix {
 
@@ -150,8 +151,13 @@ void ZQFreeSlotIndex::admitPairsOf(int slot) {
   }
 }
 
+// Where many slots are free each triple occurs, and telling them one by one isn't worth the time.
 void ZQFreeSlotIndex::admitTriplesOf(int slot) {
   constexpr int width = 128;  // two words
+  for (const int reached : {slot, slot > width ? slot - width : 0}) {
+    const size_t region = static_cast<size_t>(reached) >> regionLog2;
+    if (numberOfFreeInRegion[region] > ZQTripleFilter::mostFreeOfRegion) triples.forget(region);
+  }
   const uint64_t above[2] = {slotsFrom(slot + 1LL), slotsFrom(slot + 65LL)};
   if (slot < width) {  // too near to the begin for the words below: it happens to the first few slots only
     triples.forget(0);

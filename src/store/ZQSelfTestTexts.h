@@ -35,12 +35,12 @@ inline constexpr SelfTestTexts consistencyTestTexts = {
 
 /// The base tier's counts are all there is.
 struct NoAdditionalSelfTest {
-  static constexpr bool needsPath = false;
   static constexpr bool namesMatrixID = false;
   static constexpr bool correctsEndElements = false;
 
   template <class Matrix>
   NoAdditionalSelfTest(Matrix&, const SelfTestTexts&) {}
+  static constexpr bool needsPath(int) { return false; }
   template <class Element>
   bool look(int, const Element&, const int*, int) {
     return true;

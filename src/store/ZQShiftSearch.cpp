@@ -180,7 +180,7 @@ void ZQShiftSearch::crossOff(size_t region) {
     if (rows[j] < 0) rows[j] = index.pairs.rowOfOrNew(distances[j]);
     if (rows[j] >= 0) index.pairs.setNo(rows[j], region);
   }
-  if (++regionsInVain > vainRegionsOfShortSearch && index.numberOfFreeInRegion[region] <= mostFreeForTriples)
+  if (++regionsInVain > vainRegionsOfShortSearch && index.numberOfFreeInRegion[region] <= ZQTripleFilter::mostFreeOfRegion)
     crossOffTriples(region);
 }
 

@@ -35,7 +35,6 @@ class ZQShiftSearch {
   static constexpr int mostTrackedDistances = 12;
   static constexpr int mostTripledDistances = 5;
   static constexpr int vainRegionsOfShortSearch = 16;
-  static constexpr int mostFreeForTriples = 512;  // slots of a region
   static constexpr size_t wordsOfRegion = 64;
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
 

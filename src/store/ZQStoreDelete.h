@@ -32,7 +32,7 @@ struct ZQStoreDelete {
     return 1;
   }
 
- private:
+  /// Deletes the path of a leaf whose position is known: as remove() does.
   static void cutBack(Matrix& matrix, Info& info, int position) {
     const int root = matrix.getCurrentMatrixID();
     int lastWriteCount = 0;
@@ -55,6 +55,7 @@ struct ZQStoreDelete {
     info.addToNumberOfWriteCounts(zmatrix::negativeOf(lastWriteCount));
   }
 
+ private:
   static void unlink(Matrix& matrix, Info& info, int position, long long parentPosition) {
     const ZQMatrixBaseElement* element = matrix.elementAt(position);
     const int next = element->getOffsetToNextElementInDimension();

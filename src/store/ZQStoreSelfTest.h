@@ -162,7 +162,7 @@ struct ZQStoreSelfTest {
       result = 0;
       return;
     }
-    if (Tier::SelfTest::needsPath && !readPath(position, depth)) {
+    if (additions.needsPath(position) && !readPath(position, depth)) {
       result = 0;
       return;
     }

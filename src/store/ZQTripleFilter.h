@@ -16,6 +16,7 @@ namespace zmatrix {
 class ZQTripleFilter {
  public:
   static constexpr int widest = 127;
+  static constexpr int mostFreeOfRegion = 512;  // with more free slots than these a region is left alone: all triples occur
 
   /// Sets the number of regions; what was known of the others stays. False if there is no room.
   bool resize(size_t numberOfRegions);

@@ -32,7 +32,7 @@ class HostileTest : public testing::Test {
     const auto slots = slotsOf(matrix);
     for (const auto& [position, element] : slots) {
       const std::string where = " of " + std::to_string(position);
-      const auto at = [&](int offset) { return slots.find(position + offset); };
+      const auto at = [&slots, here = position](int offset) { return slots.find(here + offset); };
       if (element.child != 0 && (at(element.child) == slots.end() || at(element.child)->second.parent != -element.child)) {
         return "child" + where;
       }

@@ -1,6 +1,7 @@
 // The bytes of a matrix file against a plain list of its fields: in the present version, in older ones, and of a lower tier.
 #include "file/MatrixUnderTest.h"
 #include "file/PlainMatrixFile.h"
+#include "settings/ZQMatrixFileNumbers.h"
 
 namespace {
 
@@ -147,6 +148,33 @@ TEST(CreatorFromFileTest, takesItsOwnTierOnlyWhateverTheVersion) {
   EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile((folder.path() + "/none").c_str()), -2);
   EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(folder.path().c_str()), -2);
   EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(folder.put("short", "zmatrix").c_str()), -1);
+}
+
+TEST(FileNumbersTest, goLittleEndianBothWaysAndSwapInPlace) {
+  FILE* file = tmpfile();
+  int16_t small = -2;
+  int32_t middle = 0x01020304;
+  int64_t large = 0x0102030405060708;
+  EXPECT_EQ(zqFwriteShort(&small, file) + zqFwriteLong(&middle, file) + zqFwriteLongLong(&large, file), 3u);
+  rewind(file);
+  char bytes[14];
+  ASSERT_EQ(fread(bytes, 1, sizeof bytes, file), sizeof bytes);
+  EXPECT_EQ(std::string(bytes, sizeof bytes), std::string("\xfe\xff\4\3\2\1\10\7\6\5\4\3\2\1", 14));
+  rewind(file);
+  small = 0, middle = 0, large = 0;
+  EXPECT_EQ(zqFreadShort(&small, file) + zqFreadLong(&middle, file) + zqFreadLongLong(&large, file), 3u);
+  EXPECT_EQ(small, -2);
+  EXPECT_EQ(middle, 0x01020304);
+  EXPECT_EQ(large, 0x0102030405060708);
+  EXPECT_EQ(zqFreadLong(&middle, file), 0u);
+  fclose(file);
+  small = 0x0102;
+  zqSwapShort(&small);
+  zqSwapLong(&middle);
+  zqSwapLongLong(&large);
+  EXPECT_EQ(small, 0x0201);
+  EXPECT_EQ(middle, 0x04030201);
+  EXPECT_EQ(large, 0x0807060504030201);
 }
 
 }  // namespace

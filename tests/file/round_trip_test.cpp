@@ -150,4 +150,28 @@ TEST(RoundTripOfSymbolsTest, wordsSurvive) {
   setSearchState({});
 }
 
+// What a host may set at will asks neither a save nor a load for absurd memory.
+TEST(AbsurdNumbersTest, areRefusedOrLeftOut) {
+  TestFolder folder;
+  const std::string path = folder.path() + "/absurd.zmatrix";
+  OwnedMatrix<ZQMatrixMedium> matrix, loaded;
+  CapturedMessages messages(0);
+  matrix->setInitialMatrixBlocksize(INT_MAX);
+  EXPECT_EQ(messages.take(),
+            "error from setInitialMatrixBlock: ReAllocation of _matrixData failed _matrixBlockSize too large: 2147483647!\n");
+  EXPECT_EQ(matrix->getMatrixBlockSize(), 64000);
+  const int vector[] = {5};
+  EXPECT_EQ(matrix->writeMatrixElement(vector, 1, 42), 1);
+  ZQMatrixMediumInfo& info = *matrix->getMatrixInfo(0);
+  info.setLengthOfKernelOriginalSequence(INT_MAX);
+  info.setLengthOfKernelPreProcessedSequence(INT_MAX);
+  info._setInternalLengthOfKernelOriginalSequence(INT_MAX);
+  EXPECT_FALSE(info.provideKernelOriginalRows(INT_MAX));
+  EXPECT_EQ(matrix->saveMatrixToDisk(path.c_str()), 1);
+  EXPECT_LT(std::filesystem::file_size(path), 5000u);
+  ASSERT_EQ(loaded->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
+  EXPECT_EQ(loaded->getMatrixInfo(0)->getLengthOfKernelOriginalSequence(), 0);
+  EXPECT_EQ(loaded->existMatrixData(vector, 1), 3);
+}
+
 }  // namespace

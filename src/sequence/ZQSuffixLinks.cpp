@@ -1,0 +1,44 @@
+#include "sequence/ZQSuffixLinks.h"
+
+bool ZQSuffixLinks::build(const ZQMatrixMedium& matrix) {
+  const size_t numberOfSlots = static_cast<size_t>(matrix.getMatrixFileHeader()->getMatrixBlockSize());
+  root = matrix.getCurrentMatrixID();
+  coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
+  depths.clear();
+  if (coordinateDimension < 1 || matrix.elementAt(root) == nullptr) return false;
+  if (!links.resize(numberOfSlots, 0xFF) || !queue.resize(numberOfSlots, 0) || !depths.resize(numberOfSlots, 0)) {
+    depths.clear();
+    return false;
+  }
+  endOfQueue = 0;
+  enterField(matrix, root, 1);
+  for (size_t i = 0; i < endOfQueue; ++i) enterField(matrix, queue[i], depthOf(queue[i]) + 1);
+  queue.clear();
+  return true;
+}
+
+// What a damaged link puts into the field is left out, so that each element is met once.
+void ZQSuffixLinks::enterField(const ZQMatrixMedium& matrix, int parent, int depth) {
+  const int offset = matrix.elementAt(parent)->getOffsetToElementInNextDimension();
+  if (offset == 0) return;
+  const int lowest = matrix.getMatrixFileHeader()->getMaxNumberOfMatrices();
+  for (long long position = static_cast<long long>(parent) + offset; position >= lowest;) {
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    if (element == nullptr || static_cast<size_t>(position) >= depths.size() || depthOf(static_cast<int>(position)) != 0) return;
+    const int child = static_cast<int>(position);
+    if (matrix.childAt(parent, element->getIndexInDimension()) != child) return;
+    depths[static_cast<size_t>(child)] = depth;
+    links[static_cast<size_t>(child)] = findLink(matrix, parent, element->getIndexInDimension(), depth);
+    queue[endOfQueue++] = child;
+    if (element->getOffsetToNextElementInDimension() < 1) return;
+    position += element->getOffsetToNextElementInDimension();
+  }
+}
+
+int ZQSuffixLinks::findLink(const ZQMatrixMedium& matrix, int parent, int coordinate, int depth) const {
+  for (int ending = linkOf(parent); ending != none; ending = linkOf(ending)) {
+    const int child = matrix.childAt(ending, coordinate);
+    if (child >= 0) return child;
+  }
+  return depth % coordinateDimension == 0 ? root : none;
+}

@@ -1,0 +1,39 @@
+// For each element of a sub-matrix: where the longest ending of its path that is a path itself lies, in whole items. One walk
+// down the trie, level by level, finds them all: the link of a child is one step down from a link of its parent, as in a search
+// for many words at once (Aho and Corasick, 1975). Tests that ask for the endings of every path then step from link to link
+// instead of walking each ending from the root.
+//
+// Links outlive deletions: an element that has gone leaves its own link behind, and the way goes on over it. They don't outlive a
+// write, which can move what they lead to.
+#pragma once
+
+#include "sequence/ZQMatrixMedium.h"
+#include "store/ZQPodArray.h"
+
+class ZQSuffixLinks {
+ public:
+  static constexpr int none = -1;
+
+  /// Links the current sub-matrix. False if there is no room; nothing is known then.
+  bool build(const ZQMatrixMedium& matrix);
+
+  /// True for an element that the walk down reached.
+  bool isKnown(int position) const { return static_cast<size_t>(position) < depths.size() && depthOf(position) > 0; }
+
+  /// The length of a known element's path, in integers.
+  int depthOf(int position) const { return depths[static_cast<size_t>(position)]; }
+
+  /// Where the longest shorter ending of a known element's path ends: the root for an empty one, or none.
+  int linkOf(int position) const { return links[static_cast<size_t>(position)]; }
+
+ private:
+  void enterField(const ZQMatrixMedium& matrix, int parent, int depth);
+  int findLink(const ZQMatrixMedium& matrix, int parent, int coordinate, int depth) const;
+
+  int root = 0;
+  int coordinateDimension = 1;
+  zmatrix::ZQPodArray<int> links;
+  zmatrix::ZQPodArray<int> depths;  // 0 for the root and for what is not known
+  zmatrix::ZQPodArray<int> queue;   // the known elements, level by level
+  size_t endOfQueue = 0;
+};
