@@ -45,11 +45,11 @@ void runContinue(const ContinueOptions& options) {
   learnFiles(*matrix, inputs, progress);
   if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, "nothing to learn: the input holds no text"};
 
-  const std::string summary = summaryOf(*matrix, inputs);
   Continuation continuation(*matrix, options.learning.level.value_or(Level::letters), options.generation);
   progress.clear();
   if (!options.talk.quiet) {
-    std::fprintf(stderr, "learned %s; continuing %s\n", summary.c_str(), languageOf(matrix->record(continuation.id())));
+    std::fprintf(stderr, "learned %zu file%s, %lld items; continuing %s\n", inputs.size(), inputs.size() == 1 ? "" : "s",
+                 itemsOfTexts(*matrix), languageOf(matrix->record(continuation.id())));
   }
   continuation.write(output, progress);
 }

@@ -29,6 +29,7 @@ Stream openForReading(const fs::path& path) {
 
 InputFile readableFile(const fs::path& path) {
   openForReading(path);
+  if (isMatrixFile(path)) cannotRead(path, "it is a model, no text (`zmatrix generate` continues it)");
   std::error_code error;
   const std::uintmax_t size = fs::file_size(path, error);
   if (error) cannotRead(path, error.message());

@@ -59,7 +59,8 @@ void runLearn(const LearnOptions& options) {
   model.save(*matrix);
   progress.clear();
   if (options.talk.quiet) return;
-  std::fprintf(stderr, "learned %s; saved to %s\n", summaryOf(*matrix, inputs).c_str(), options.model.c_str());
+  std::fprintf(stderr, "learned %zu file%s; %s holds %lld items\n", inputs.size(), inputs.size() == 1 ? "" : "s",
+               options.model.c_str(), itemsOfTexts(*matrix));
 }
 
 }  // namespace

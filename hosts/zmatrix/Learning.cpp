@@ -73,10 +73,10 @@ std::vector<int> learnFiles(Matrix& matrix, const std::vector<InputFile>& inputs
   return ids;
 }
 
-std::string summaryOf(Matrix& matrix, const std::vector<InputFile>& inputs) {
+long long itemsOfTexts(Matrix& matrix) {
   long long items = 0;
   for (int id = 0; id < matrix.numberOfIDs(); ++id) {
     if (matrix.record(id).matrixType == ZQMatrixTypeANSIText) items += matrix.itemsLearned(id);
   }
-  return std::to_string(inputs.size()) + (inputs.size() == 1 ? " file, " : " files, ") + std::to_string(items) + " items";
+  return items;
 }

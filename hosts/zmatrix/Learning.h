@@ -18,5 +18,5 @@ void adjustMatrix(Matrix& matrix, const LearningOptions& options);
 /// Returns for each input the ID that learned it, -1 for one that held nothing.
 std::vector<int> learnFiles(Matrix& matrix, const std::vector<InputFile>& inputs, Progress& progress);
 
-/// "2 files, 33274 items": how much was learned, with the items that the texts of the matrix have in all.
-std::string summaryOf(Matrix& matrix, const std::vector<InputFile>& inputs);
+/// Items of all texts that the matrix has learned, those of the level of words left out.
+long long itemsOfTexts(Matrix& matrix);

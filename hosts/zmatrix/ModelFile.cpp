@@ -5,8 +5,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 
 #include "Failure.h"
+#include "Inputs.h"
 #include "Interrupt.h"
 #include "PendingFile.h"
 
@@ -18,9 +20,18 @@ std::string neighbourOf(const std::string& path) {
   return target.substr(0, target.rfind('/') + 1) + ".zmatrix-save-" + std::to_string(getpid()) + "-0";
 }
 
+// A text named where the model goes is a slip, and would be lost.
+bool isFileOfAnotherKind(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::is_regular_file(path, error) && std::filesystem::file_size(path, error) > 0 && !isMatrixFile(path);
+}
+
 }  // namespace
 
 ModelFile::ModelFile(const std::string& path) : path_(path) {
+  if (isFileOfAnotherKind(path)) {
+    throw Failure{ExitCode::usage, path + " is there and holds no matrix: remove it, or name another file for the model"};
+  }
   if (PendingFile::canStandFor(path)) {
     PendingFile probe(path);
     return;

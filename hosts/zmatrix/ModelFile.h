@@ -8,7 +8,8 @@
 
 class ModelFile {
  public:
-  /// Throws a Failure if nothing can be written at `path`, so that this is known before hours of learning.
+  /// Throws a Failure if nothing can be written at `path`, so that this is known before hours of learning, or if what is there is
+  /// no model.
   explicit ModelFile(const std::string& path);
 
   /// Throws a Failure if the matrix could not be saved; an interrupt removes what was written so far. Either way the file that
