@@ -60,7 +60,7 @@ void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
 int ZQMatrixFileHeader::scanUpdateInfos(zmatrix::ZQFileReader& file) {
   dbPrintf(1, "readMatrixUpdateInfos: _matrixInfos not found, scan of appended updates...\n");
   int count = 0;
-  while (!file.isAtEnd()) {
+  for (;;) {
     ZQMatrixInfo record;
     if (readUpdateInfo(record, file) < 1) {
       dbPrintf(0, "appended %s matrixInfo no. %d: is invalid, read updateinfo aborted...\n", nameOfTier(matrixInfoType),

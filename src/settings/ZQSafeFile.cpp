@@ -16,6 +16,7 @@ namespace {
 constexpr int mostLinksFollowed = 40;
 constexpr int mostNamesTried = 1000;
 constexpr int modeOfNewFile = 0666;
+constexpr int modeUntilThatOfTarget = 0600;
 constexpr int bitsOfMode = 07777;
 
 std::string folderOf(const std::string& path) {
@@ -41,6 +42,11 @@ bool canBeWritten(const std::string& path) {
   return descriptor >= 0;
 }
 
+/// True if this error says that no file may be made here or put in the old one's place. A full disk says something else.
+bool forbidsReplacing(int error) {
+  return error == EACCES || error == EPERM || error == EROFS || error == EBUSY || error == EXDEV || error == ENAMETOOLONG;
+}
+
 void syncFolderOf(const std::string& path) {
   const std::string folder = folderOf(path);
   const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -58,46 +64,52 @@ ZQSafeFile::~ZQSafeFile() {
 
 bool ZQSafeFile::open(const char* path) {
   if (path == nullptr || *path == 0) return false;
-  target = withLinksFollowed(path);
-  if (target.empty()) return false;
   struct stat status;
-  const bool isThere = stat(target.c_str(), &status) == 0;
+  const bool isThere = stat(path, &status) == 0;
   if (isThere && !S_ISREG(status.st_mode)) {
-    if (S_ISDIR(status.st_mode)) return false;
+    // The links to an open pipe, such as /dev/stdout, name nothing: only the system can follow them.
+    target = path;
+    if (S_ISDIR(status.st_mode) || faccessat(AT_FDCWD, path, W_OK, AT_EACCESS) != 0) return false;
     stream = tmpfile();
     isSpool = stream != nullptr;
     return isSpool;
   }
-  if (isThere && !canBeWritten(target)) return false;
-  if (isThere ? openNeighbour(status.st_mode & bitsOfMode, status.st_uid, status.st_gid) : openNeighbour(-1, -1, -1)) return true;
-  stream = isThere ? fopen(target.c_str(), "wbe") : nullptr;
+  target = withLinksFollowed(path);
+  if (target.empty() || (isThere && !canBeWritten(target))) return false;
+  const int error =
+      isThere ? openNeighbour(status.st_mode & bitsOfMode, status.st_uid, status.st_gid) : openNeighbour(-1, -1, -1);
+  if (error == 0) return true;
+  stream = isThere && forbidsReplacing(error) ? fopen(target.c_str(), "wbe") : nullptr;
   return stream != nullptr;
 }
 
 // The name belongs to this process and save alone, so what a killed process has left behind is in nobody's way.
-bool ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group) {
+int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group) {
   static unsigned numberOfSaves = 0;
   int descriptor = -1;
   std::string name;
   for (int i = 0; i < mostNamesTried && descriptor < 0; ++i) {
     name = folderOf(target) + ".zmatrix-save-" + std::to_string(getpid()) + "-" + std::to_string(numberOfSaves++);
-    descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, modeOfNewFile);
-    if (descriptor < 0 && errno != EEXIST) return false;
+    descriptor =
+        ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, modeOfTarget >= 0 ? modeUntilThatOfTarget : modeOfNewFile);
+    if (descriptor < 0 && errno != EEXIST) return errno;
   }
-  if (descriptor < 0) return false;
+  if (descriptor < 0) return EEXIST;
   if (modeOfTarget >= 0) {
-    // A stranger's file stays his where that can be had; it keeps its mode in any case.
-    if (fchown(descriptor, static_cast<uid_t>(owner), static_cast<gid_t>(group)) != 0) errno = 0;
+    // A stranger's file stays his where that can be had, or at least his group's; it keeps its mode in any case.
+    const auto newGroup = static_cast<gid_t>(group);
+    if (fchown(descriptor, static_cast<uid_t>(owner), newGroup) != 0 && fchown(descriptor, static_cast<uid_t>(-1), newGroup) != 0)
+      errno = 0;
     if (fchmod(descriptor, static_cast<mode_t>(modeOfTarget)) != 0) errno = 0;
   }
   stream = fdopen(descriptor, "wb");
   if (stream == nullptr) {
     close(descriptor);
     unlink(name.c_str());
-    return false;
+    return ENOMEM;
   }
   neighbour = name;
-  return true;
+  return 0;
 }
 
 bool ZQSafeFile::closeStream() {
@@ -113,6 +125,7 @@ bool ZQSafeFile::commit() {
   if (neighbour.empty()) return true;
   if (rename(neighbour.c_str(), target.c_str()) != 0) {
     // Mounted on its own, or another's in a folder where everybody may write: it can only be overwritten.
+    if (!forbidsReplacing(errno)) return false;
     stream = fopen(neighbour.c_str(), "rbe");
     return stream != nullptr && copyToTarget();
   }
@@ -136,7 +149,7 @@ bool ZQSafeFile::copyToTarget() {
   }
   fclose(from);
   if (fflush(stream) != 0) isCopied = false;
-  if (fsync(fileno(stream)) != 0 && errno == EIO) isCopied = false;  // pipes and devices have nothing to be synced
+  if (fsync(fileno(stream)) != 0 && errno != EINVAL) isCopied = false;  // pipes and devices have nothing to be synced
   if (fclose(stream) != 0) isCopied = false;
   stream = nullptr;
   return isCopied;

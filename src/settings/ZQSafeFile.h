@@ -25,7 +25,8 @@ class ZQSafeFile {
   bool commit();
 
  private:
-  bool openNeighbour(int modeOfTarget, long long owner, long long group);
+  /// 0, or the error number of what has failed.
+  int openNeighbour(int modeOfTarget, long long owner, long long group);
   bool closeStream();
   bool copyToTarget();
 

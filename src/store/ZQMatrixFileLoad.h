@@ -46,11 +46,14 @@ struct ZQMatrixFileLoad {
       : matrix(aMatrix), header(*aMatrix.getMatrixFileHeader()), file(aFile), stream(aStream) {}
 
   int read(const char* path, int debugLevel) {
+    char origin[256] = {};  // the path may be the header's own text, which is about to be read over
+    zmatrix::storeText(origin, sizeof origin, path);
     if (!readHeader()) return -1;
     reopenDebugFile(debugLevel);
-    header.setMatrixOriginFilename(path);
+    header.setMatrixOriginFilename(origin);
     header.setMatrixDestinationFilename("");
     if (!readRecords()) return -1;
+    stackOfFile = header.getMaximalStack();
     int result = 1;
     if (matrix.makeEmptyBlock(header.getMatrixBlockSize())) {
       readElements();
@@ -64,7 +67,7 @@ struct ZQMatrixFileLoad {
       result = -1;
     }
     reportCounts();
-    if (result == 1 && (isOutOfMemory || !makeLinksSound())) result = -1;
+    if (result == 1 && (isOutOfMemory || !provideRoots() || !makeLinksSound())) result = -1;
     if (result == -1) becomeEmpty();
     return result;
   }
@@ -157,7 +160,11 @@ struct ZQMatrixFileLoad {
         becomeEmpty();
         return false;
       }
-      if (isRead) infoType = info.getUpdateInfoType();
+      if (isRead) {
+        infoType = info.getUpdateInfoType();
+      } else {
+        info.setUpdateInfoType(Tier::infoType);  // an empty record of this tier: the next save must not tell another
+      }
     }
     for (int id = header.getNumberOfMatrices(); id < header.getMaxNumberOfMatrices(); ++id) {
       if (!infoOf(id)->isEmpty()) makeRecordEmpty(id);  // what it counts is gone
@@ -167,7 +174,7 @@ struct ZQMatrixFileLoad {
   }
 
   void readElements() {
-    const int stack = header.getMaximalStack();
+    const int stack = stackOfFile;
     header._setMaximalStack(std::min(stack, matrix.numberOfSlots - 1));
     elementCount = zmatrix::negativeOf(header.getMaxNumberOfMatrices());
     if constexpr (hasHistory) {
@@ -185,7 +192,6 @@ struct ZQMatrixFileLoad {
         position = std::min(position - result, static_cast<long long>(stack) + 1);
       }
     }
-    stackOfFile = stack;
     matrix.freeSlots.fillWhereOccupied(matrix.matrixData, header.getMaximalStack() + 1);
   }
 
@@ -197,11 +203,13 @@ struct ZQMatrixFileLoad {
     if (writeCount < 0) return writeCount;
     char bytes[sizeof(ZQMatrixElement)];
     memcpy(bytes, first, sizeof(int));
-    const char* rest = file.take(size - sizeof(int));
+    const size_t sizeOfRest = size - sizeof(int);
+    const bool isCut = file.getBytesLeft() < static_cast<long long>(sizeOfRest);
+    const char* rest = isCut ? nullptr : file.take(sizeOfRest);
     if (rest != nullptr) {
-      memcpy(bytes + sizeof(int), rest, size - sizeof(int));
+      memcpy(bytes + sizeof(int), rest, sizeOfRest);
     } else {
-      file.read(bytes + sizeof(int), size - sizeof(int));  // cut: the fields that are missing stay 0
+      file.read(bytes + sizeof(int), sizeOfRest);  // the fields that are missing become 0
     }
     if (position >= matrix.numberOfSlots) {
       ++elementsOutside;
@@ -232,10 +240,9 @@ struct ZQMatrixFileLoad {
                static_cast<unsigned>(reached), static_cast<unsigned>(offset));
     }
     if (ZQDebugChannel::globalDebugLevel >= 2) printHistory(offset);
-    if (history == nullptr || fseeko(stream, offset, SEEK_SET) != 0) return;
     zmatrix::ZQFileWriter writer(history);
-    zmatrix::copyRest(stream, writer);
-    writer.flush();
+    const bool isKept = history != nullptr && fseeko(stream, offset, SEEK_SET) == 0 && zmatrix::copyRest(stream, writer);
+    if (!writer.flush() || !isKept) dbPrintf(0, "readMatrixFromDisk: the history could not be kept\n");
   }
 
   void printHistory(int offset) {
@@ -269,6 +276,16 @@ struct ZQMatrixFileLoad {
     } else {
       dbPrintf(1, "readMatrixFromDisk(): elementCount (%d) items read\n", elementCount);
     }
+  }
+
+  /// A cut file may lack some: their slots must never look free.
+  bool provideRoots() {
+    const int roots = header.getMaxNumberOfMatrices();
+    for (int id = 0; id < roots; ++id) {
+      if (matrix.elementAt(id) == nullptr && matrix.template createElementAt<Element>(id) == nullptr) return false;
+    }
+    header._setMaximalStack(std::max(header.getMaximalStack(), roots - 1));
+    return true;
   }
 
   bool makeLinksSound() {

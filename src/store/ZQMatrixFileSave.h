@@ -51,8 +51,8 @@ struct ZQMatrixFileSave {
     for (int id = 0; id <= highest; ++id) writeRecord(id, 0);
     writeElements();
     header.setOffsetToUpdateInfos(0);
-    if (addUpdateInfo == 1) writeHistory(positionOfOffset, addSequence);
-    return file.flush();
+    const bool isHistoryComplete = addUpdateInfo != 1 || writeHistory(positionOfOffset, addSequence);
+    return file.flush() && isHistoryComplete;
   }
 
   void writeRecord(int id, int withSequence) {
@@ -111,11 +111,12 @@ struct ZQMatrixFileSave {
   }
 
   // First what the file had that the matrix was read from, then a record of each sub-matrix that was fed since.
-  void writeHistory(long long positionOfOffset, int withSequence) {
+  // False if the older records could not be read.
+  bool writeHistory(long long positionOfOffset, int withSequence) {
     const long long positionOfHistory = file.getPosition();
     if (positionOfHistory > INT_MAX) {
       dbPrintf(0, "saveMatrixToDisk: the file is too large for a history\n");
-      return;
+      return true;
     }
     FILE* olderRecords = header.getFpUpdateInfos();
     if (olderRecords == nullptr) {
@@ -127,13 +128,14 @@ struct ZQMatrixFileSave {
     file.patch(positionOfOffset, static_cast<int>(positionOfHistory));
     if (olderRecords != nullptr) {
       rewind(olderRecords);
-      zmatrix::copyRest(olderRecords, file);
+      if (!zmatrix::copyRest(olderRecords, file)) return false;
     }
     for (int id = 0; id <= highest; ++id) {
       if constexpr (hasHistory) {
         if (infoOf(id)->getHasBeenChanged() == 1) writeRecord(id, withSequence);
       }
     }
+    return true;
   }
 
   Info* infoOf(int id) const { return static_cast<Info*>(matrix.getMatrixInfoArray()[id]); }

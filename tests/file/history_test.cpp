@@ -104,6 +104,28 @@ TYPED_TEST(HistoryTest, aSaveWithoutHistoryKeepsTheStaleOffset) {
   EXPECT_EQ(this->matrix->getOffsetToUpdateInfos(), offset);
 }
 
+TYPED_TEST(HistoryTest, anOffsetBehindTheEndHasNoRecord) {
+  learnText(*this->matrix, "the dry harbour", false);
+  this->save();
+  this->load();
+  this->matrix->getMatrixFileHeader()->setOffsetToUpdateInfos(INT_MAX);
+  const bool isMedium = TierUnderTest<TypeParam>::tier == plain::Tier::medium;
+  CapturedMessages messages(0);
+  EXPECT_EQ(this->count(), 0);
+  EXPECT_EQ(messages.take(), std::string("appended ") + (isMedium ? "medium" : "symbol") +
+                                 " matrixInfo no. 1: is invalid, read updateinfo aborted...\n");
+}
+
+// The name is the header's own text, which the file's is read over.
+TYPED_TEST(HistoryTest, aMatrixCanBeReadAgainFromWhereItCame) {
+  learnText(*this->matrix, "the dry harbour", false);
+  this->save();
+  this->load();
+  ASSERT_EQ(this->matrix->readAndInitMatrixFromDisk(this->matrix->getMatrixOriginFilename(), -1), 1);
+  EXPECT_EQ(this->matrix->getMatrixOriginFilename(), this->path);
+  EXPECT_EQ(this->count(), 1);
+}
+
 TYPED_TEST(HistoryTest, aRecordOfTooLongASequenceCannotBeReadBack) {
   learnText(*this->matrix, "the dry harbour", false);
   this->matrix->setMaxPhraseLengthForUpdateWithSequence(1);

@@ -155,6 +155,29 @@ TYPED_TEST(HostileTest, elementsThatNoRootLeadsToAreDropped) {
   EXPECT_EQ(survivors(file.with("element1.parent", 3)), (Positions{4, 5, 6, 8})) << "a root has no parent";
 }
 
+TYPED_TEST(HostileTest, whatIsCutOffIsAllThatIsMissing) {
+  const plain::MatrixFile file(this->tier);
+  const size_t lastElement = file.place("element8.parent").offset - 28;
+  const std::string withBasePart = file.bytes().substr(0, lastElement + 32);
+  this->tryOut(withBasePart, 0);
+  const auto slots = slotsOf(*this->matrix);
+  ASSERT_TRUE(slots.contains(8)) << "its base fields stand";
+  EXPECT_EQ(slots.at(8).parent, plain::MatrixFile::numberAt(file.bytes(), file.place("element8.parent")));
+  EXPECT_EQ(slots.at(8).withSuccessor, 0);
+}
+
+// A slot of a root that looked free would be given to another sub-matrix.
+TYPED_TEST(HostileTest, everySubMatrixHasItsRoot) {
+  const plain::MatrixFile file(this->tier);
+  for (const std::string& bytes : {file.with("maximalStack", 1), file.bytes().substr(0, file.place("element0.child").offset)}) {
+    EXPECT_EQ(this->tryOut(bytes, 0), 1);
+    EXPECT_GE(this->matrix->getMatrixFileHeader()->getMaximalStack(), 3);
+    const auto slots = slotsOf(*this->matrix);
+    for (int id = 0; id < 4; ++id) EXPECT_TRUE(slots.contains(id)) << id;
+    this->tryOut(bytes, 4);
+  }
+}
+
 TEST(LevelLinkTest, linksThatLeadNowhereAreCut) {
   const plain::MatrixFile file(2);
   TestFolder folder;

@@ -1,6 +1,7 @@
 // A save leaves the new file whole or the old one as it was, and nothing else.
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <thread>
@@ -106,6 +107,21 @@ TEST_F(SafeSaveTest, aPipeGetsTheWholeFileInOrder) {
   EXPECT_EQ(save(plainPath), 1);
   EXPECT_EQ(received.size(), TestFolder::contentOf(plainPath).size());
   EXPECT_TRUE(isLoadable(folder.put("received", received)));
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  std::string passedOn(received.size() + 1, '\0');
+  std::thread secondReader([&] {
+    size_t length = 0;
+    for (ssize_t part; (part = ::read(ends[0], passedOn.data() + length, passedOn.size() - length)) > 0;) {
+      length += static_cast<size_t>(part);
+    }
+    passedOn.resize(length);
+  });
+  EXPECT_EQ(save("/proc/self/fd/" + std::to_string(ends[1])), 1) << "as /dev/stdout before a pipe";
+  close(ends[1]);
+  secondReader.join();
+  close(ends[0]);
+  EXPECT_EQ(passedOn.size(), received.size());
   EXPECT_EQ(matrix->readAndInitMatrixFromDisk(path.c_str(), -1), -1) << "nothing is read from a pipe, and nothing waits for it";
 }
 
