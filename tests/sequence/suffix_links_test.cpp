@@ -83,9 +83,9 @@ TEST_P(SuffixLinks, AnswerAsASearchFromTheRoot) {
 INSTANTIATE_TEST_SUITE_P(Items, SuffixLinks,
                          testing::Values(Case{1, 5, true}, Case{1, 5, false}, Case{2, 3, true}, Case{2, 3, false},
                                          Case{3, 2, false}),
-                         [](const testing::TestParamInfo<Case>& info) {
-                           return "Of" + std::to_string(info.param.coordinateDimension) +
-                                  (info.param.writesAllPhrases ? "WithAllPhrases" : "WithGaps");
+                         [](const testing::TestParamInfo<Case>& named) {
+                           return "Of" + std::to_string(named.param.coordinateDimension) +
+                                  (named.param.writesAllPhrases ? "WithAllPhrases" : "WithGaps");
                          });
 
 }  // namespace
