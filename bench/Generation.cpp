@@ -61,16 +61,17 @@ Measurement searchLiterally(const Input& input) {
     if (kernel.empty()) continue;
     sequence.push_back(kernel.back());
     int handle = -1;
-    size_t start = 0;
+    size_t known = 0;
     const StopWatch watch;
-    for (; start < sequence.size(); start++) {
-      const int found = matrix->getMatrixHandleFromElementVector(&sequence[start], static_cast<int>(sequence.size() - start));
-      if (found < 0 || !matrix->hasMatrixHandleSuccessors(found)) continue;
+    for (size_t suffix = 1; suffix <= sequence.size(); suffix++) {  // shortest first, each from the root
+      const int found = matrix->getMatrixHandleFromElementVector(&sequence[sequence.size() - suffix], static_cast<int>(suffix));
+      if (found < 0 || matrix->hasMatrixHandleSuccessors(found) < 1) break;
       handle = found;
-      break;
+      known = suffix;
+      if (static_cast<int>(suffix) >= info->getSkillOutputLevel()) break;
     }
     measured.seconds[0] += watch.seconds();
-    measured.isRight = measured.isRight && handle == info->getKernelMatrixHandle() && sequence.size() - start == kernel.size();
+    measured.isRight = measured.isRight && handle == info->getKernelMatrixHandle() && known == kernel.size();
     measured.operations++;
   }
   return measured;

@@ -34,9 +34,9 @@ void releaseFreeMemory() {
   malloc_trim(0);
 }
 
-double StopWatch::now() {
+double StopWatch::now() const {
   timespec time{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  clock_gettime(clock_ == Clock::wall ? CLOCK_MONOTONIC : CLOCK_PROCESS_CPUTIME_ID, &time);
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 

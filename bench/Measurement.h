@@ -32,14 +32,19 @@ long long residentBytes();
 /// Gives free memory back, so that what is taken next shows in residentBytes.
 void releaseFreeMemory();
 
-/// Processor time of this process: one thread is measured, and other work on the machine shall not count.
+/// What a stop watch reads: processor time of this process, since one thread is measured and other work on the machine shall not
+/// count; or time gone by, for what waits for a disk.
+enum class Clock { processor, wall };
+
 class StopWatch {
  public:
+  explicit StopWatch(Clock clock = Clock::processor) : clock_(clock), start_(now()) {}
   double seconds() const { return now() - start_; }
 
  private:
-  static double now();
-  double start_ = now();
+  double now() const;
+  Clock clock_;
+  double start_;
 };
 
 }  // namespace bench

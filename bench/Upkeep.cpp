@@ -68,7 +68,7 @@ class TemporaryFile {
 
 double secondsOfCopy(const TemporaryFile& source) {
   const fs::path copy = source.name() + ".copy";
-  const StopWatch watch;
+  const StopWatch watch(Clock::wall);
   fs::copy_file(source.name(), copy, fs::copy_options::overwrite_existing);
   const double seconds = watch.seconds();
   fs::remove(copy);
@@ -90,12 +90,12 @@ Measurement saveAndLoad(const Input& input) {
     MatrixContender<Matrix> contender;
     if (!contender.learn(input)) return measured;
     measured.operations = contender.getMatrix()->getNumberOfMatrixElements();
-    const StopWatch saving;
+    const StopWatch saving(Clock::wall);
     measured.isRight = contender.getMatrix()->saveMatrixToDisk(file.name().c_str()) == 1;
     measured.seconds[0] = saving.seconds();
   }
   measured.residentBytes = static_cast<long long>(file.size());
-  const StopWatch loading;
+  const StopWatch loading(Clock::wall);
   Matrix* loaded = load(static_cast<Matrix*>(nullptr), file.name().c_str());
   measured.seconds[1] = loading.seconds();
   measured.isRight = measured.isRight && loaded != nullptr && loaded->getNumberOfMatrixElements() == measured.operations;

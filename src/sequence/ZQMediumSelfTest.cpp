@@ -4,8 +4,12 @@
 
 namespace {
 
-void addOneAt(int* counts, int numberOfDimensions, int length) {
-  if (length >= 1 && length <= numberOfDimensions) ++counts[length - 1];
+using CountsInDimension = int* (ZQMatrixMediumInfo::*)(int*);
+
+void addOne(ZQMatrixMediumInfo& info, CountsInDimension counts, int length) {
+  int numberOfDimensions = 0;
+  int* countsOfRecord = (info.*counts)(&numberOfDimensions);
+  if (length >= 1 && length <= numberOfDimensions) ++countsOfRecord[length - 1];
 }
 
 }  // namespace
@@ -16,10 +20,11 @@ ZQMediumSelfTest::ZQMediumSelfTest(ZQMatrixMedium& aMatrix, const zmatrix::SelfT
   info.setNumberOfRuleElements(0);
   info.setNumberOfUniqueRuleElements(0);
   info.setNumberOfOverDeterminedRules(0);
-  int size = 0;
-  for (int* counts :
-       {info.getRulesInDimension(&size), info.getUniqueRulesInDimension(&size), info.getWriteElementsInDimension(&size)}) {
-    std::fill(counts, counts + size, 0);
+  for (const CountsInDimension counts : {&ZQMatrixMediumInfo::getRulesInDimension, &ZQMatrixMediumInfo::getUniqueRulesInDimension,
+                                         &ZQMatrixMediumInfo::getWriteElementsInDimension}) {
+    int size = 0;
+    int* countsOfRecord = (info.*counts)(&size);
+    std::fill(countsOfRecord, countsOfRecord + size, 0);
   }
 }
 
@@ -32,19 +37,18 @@ bool ZQMediumSelfTest::look(int position, const ZQMatrixMediumElement& element, 
 
 bool ZQMediumSelfTest::countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length) {
   ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
-  int size = 0;
-  addOneAt(info.getWriteElementsInDimension(&size), size, length);
+  addOne(info, &ZQMatrixMediumInfo::getWriteElementsInDimension, length);
   if (element.getWriteCountWithoutPredecessor() > 0) ++numberOfStarts;
   const int timesDetermined =
       links.isKnown(position) ? matrix.isDeterminedUpToTwice(links, position) : matrix.isDeterminedUpToTwice(path, length);
   if (timesDetermined > 0) {
     info.incrementNumberOfUniqueRuleElements();
-    addOneAt(info.getUniqueRulesInDimension(&size), size, length);
+    addOne(info, &ZQMatrixMediumInfo::getUniqueRulesInDimension, length);
   }
   if (timesDetermined >= 2) info.incrementNumberOfOverDeterminedRules();
   if (!matrix.isRuleMatrixData(reinterpret_cast<ZQMatrixMediumElement**>(matrix.getMatrixData() + position))) return false;
   info.incrementNumberOfRuleElements();
-  addOneAt(info.getRulesInDimension(&size), size, length);
+  addOne(info, &ZQMatrixMediumInfo::getRulesInDimension, length);
   return true;
 }
 

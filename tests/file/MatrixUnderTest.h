@@ -52,8 +52,12 @@ void fillAtRandom(Matrix& matrix, unsigned seed, int numberOfWrites) {
       std::vector<int> gone = written[random() % written.size()];
       matrix.deleteMatrixElement(gone.data(), static_cast<int>(gone.size()), static_cast<int>(random() % 2));
     } else {
-      TierUnderTest<Matrix>::write(matrix, vector, static_cast<long long>(random()) << 20, random() % 4 == 0, random() % 4 == 0,
-                                   random() % 3 == 0);
+      // One draw a line: the arguments of a call are computed in any order.
+      const int symbolMarker = random() % 3 == 0;
+      const int endFlag = random() % 4 == 0;
+      const int startFlag = random() % 4 == 0;
+      const long long value = static_cast<long long>(random()) << 20;
+      TierUnderTest<Matrix>::write(matrix, vector, value, startFlag, endFlag, symbolMarker);
       written.push_back(vector);
     }
   }

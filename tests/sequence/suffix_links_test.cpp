@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <string>
 
 #include "sequence/ZQSuffixLinks.h"
 #include "support/TierUnderTest.h"
@@ -81,6 +82,10 @@ TEST_P(SuffixLinks, AnswerAsASearchFromTheRoot) {
 
 INSTANTIATE_TEST_SUITE_P(Items, SuffixLinks,
                          testing::Values(Case{1, 5, true}, Case{1, 5, false}, Case{2, 3, true}, Case{2, 3, false},
-                                         Case{3, 2, false}));
+                                         Case{3, 2, false}),
+                         [](const testing::TestParamInfo<Case>& named) {
+                           return "Of" + std::to_string(named.param.coordinateDimension) +
+                                  (named.param.writesAllPhrases ? "WithAllPhrases" : "WithGaps");
+                         });
 
 }  // namespace

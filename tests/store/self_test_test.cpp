@@ -1,4 +1,5 @@
 // The self-tests of the three tiers: what they count and tell, how they trim, and that damaged links are reported and end them.
+#include <algorithm>
 #include <numeric>
 #include <random>
 
@@ -258,6 +259,28 @@ TYPED_TEST(SelfTestTest, readBackOfWideItems) {
   EXPECT_EQ(this->matrix->perform2ndMemoryTest(1, vectors, lengths, values, &errors, &tests), 1);
   EXPECT_EQ(errors, 1);
   EXPECT_EQ(this->messages.take(), "Illegal combination of coordDimension (2) and allowLargeIndices (2)\n");
+}
+
+// Both walks, and each again, count per length what is written, what is a rule and what a shorter context decides.
+TEST(MediumSelfTest, recountsByLength) {
+  using Access = zmatrix::TierUnderTest<ZQMatrixMedium>;
+  ZQMatrixMedium* matrix = Access::create();
+  for (const Vector& vector : {Vector{1}, Vector{1, 2}, Vector{1, 3}, Vector{2}, Vector{1, 2, 4}, Vector{2, 4}}) {
+    ASSERT_EQ(Access::write(*matrix, vector, 1, 0, 0, 0), 1);
+  }
+  ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
+  const auto counts = [](int* values, int size) { return Vector(values, values + std::min(size, 3)); };
+  for (const int which : {1, 2, 1, 2}) {
+    int written = 0, ends = 0, size = 0;
+    EXPECT_EQ(matrix->perform1stMemoryTest(which, &written, &ends, 0), 1);
+    int* values = info->getWriteElementsInDimension(&size);
+    EXPECT_EQ(counts(values, size), (Vector{2, 3, 1})) << which;
+    values = info->getUniqueRulesInDimension(&size);
+    EXPECT_EQ(counts(values, size), (Vector{0, 1, 1})) << which;
+    values = info->getRulesInDimension(&size);
+    EXPECT_EQ(counts(values, size), (Vector{0, 3, 1})) << which;  // the root counts no successor of a write
+  }
+  Access::destroy(matrix);
 }
 
 TEST(MediumSelfTest, recountsRules) {
