@@ -39,12 +39,14 @@ struct ZQFullTier {
   }
 
   /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one (bit 0) and ends with the last of
-  /// the same one (bit 1). Two words of one letter with a blank between are none.
+  /// the same one (bit 1), and no item between is marked at all, which a caller's own markers may have otherwise. Two words of
+  /// one letter with a blank between are none.
   static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {
     const int last = numberOfItems - 1;
     if ((markers[0] & 1) == 0 || (markers[last] & 2) == 0) return;
-    for (int i = 0; i < last; ++i) {
-      if ((markers[i] & 2) != 0) return;
+    if (last > 0 && (markers[0] & 2) != 0) return;
+    for (int i = 1; i < last; ++i) {
+      if (markers[i] != 0) return;
     }
     flags.symbolMarker = 1;
   }

@@ -43,17 +43,20 @@ int ZQMatrix::updateSymbolDownLinkHandlesForSymbols(const int* symbols, const in
 /// none.
 int ZQMatrix::provideLevelUp() {
   int levelUp = getMatrixInfo()->getCurrentMatrixIDLevelUp();
-  if (levelUp == -1) {
+  const bool isNew = levelUp == -1;
+  if (isNew) {
     levelUp = getNextFreeMatrixID();
     if (levelUp < 0) {
       dbPrintf(0, "Cannot create next level matrix with id %d. Max. number of matrices exceeded\n", levelUp);
       return -1;
     }
-    dbPrintf(2, "updateMatrixFromBasicLevel: new symbol matrix prepared\n");
-  } else if (levelUp < 0 || levelUp >= getMaxNumberOfMatrices() || levelUp == currentMatrixID) {
+  }
+  // The basic level itself passes for a free sub-matrix if its record was set anew while its elements are still there.
+  if (levelUp < 0 || levelUp >= getMaxNumberOfMatrices() || levelUp == currentMatrixID) {
     dbPrintf(0, "updateMatrixFromBasicLevel: warning symbolLevel found is illegal\n");
     return -1;
   }
+  if (isNew) dbPrintf(2, "updateMatrixFromBasicLevel: new symbol matrix prepared\n");
   if (levelUp >= getNumberOfMatrices()) {
     setNumberOfMatrices(levelUp + 1);
     dbPrintf(1, "updateMatrixFromBasicLevel: number of matrices increased to %d\n", levelUp + 1);

@@ -122,6 +122,24 @@ TEST(LevelUp, RefusesWithoutTouchingTheBasicLevel) {
   EXPECT_EQ(matrix->getNumberOfSymbols(), 2);
 }
 
+TEST(LevelUp, IsNeverTheBasicLevelItself) {
+  SymbolMatrix matrix;
+  matrix->setMatrixAILevel(0);
+  EXPECT_EQ(matrix.learn("one two"), 1);
+  matrix->setMatrixAILevel(1);
+  zmatrix::CapturedMessages messages(0);
+  matrix->makeMatrixEmpty();  // the elements stay, with their symbols
+  matrix->setDefaultMatrixPropertiesForANSIText(nullptr);
+  ASSERT_EQ(matrix->getNextFreeMatrixID(), 0);
+  ASSERT_EQ(matrix.symbolsOf("one two").entries, (Integers{257, 258}));
+  messages.take();
+  const Integers text = valuesOf("one two");
+  EXPECT_EQ(matrix->updateMatrixFromBasicLevel(text.data(), 7), 0);
+  EXPECT_EQ(messages.take(), "updateMatrixFromBasicLevel: warning symbolLevel found is illegal\n");
+  EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), -1);
+  EXPECT_EQ(matrix->getMatrixType(), 3);
+}
+
 TEST(LevelUp, SurvivesAFullMemory) {
   const std::string text = unstructuredText(3, 400, 6);
   const Integers values = valuesOf(text);

@@ -128,6 +128,18 @@ TEST(SymbolSequences, LeaveOutSymbolsAboveTheLargestIndex) {
   EXPECT_EQ(matrix.spell(symbols.entries), (Words{"one", "two"}));
 }
 
+TEST(SymbolSequences, TakeTheMarkersOfACaller) {
+  SymbolMatrix matrix;
+  matrix->setDefaultMatrixPropertiesForSymbols(nullptr);
+  const int sequence[] = {1, 2, 3, 4, 5}, markers[] = {1, 1, 2, 3, 2};
+  EXPECT_EQ(matrix->updateMatrixWithCombinedSequenceDebug(sequence, 5, 2, 1, 0, 0, markers, nullptr, nullptr, nullptr, nullptr,
+                                                          nullptr),
+            1);
+  // From the second word's begin, not from the one that another begin follows; an item that is a word alone begins no longer one.
+  EXPECT_EQ(matrix->getNumberOfSymbols(), 2);
+  EXPECT_EQ(matrix.symbolsOfAny({1, 2, 3, 4, 5}), (Integers{258, 257}));
+}
+
 /// A sub-matrix of numbers in which some phrases have symbols.
 class AnySequence : public testing::Test {
  protected:
