@@ -1,5 +1,7 @@
-// A block filled until the library refuses: it must have grown to its cap by then, later writes must be refused too, and what was
-// written before must still be read. It takes some minutes and up to 7 GB of memory, so it runs on demand only.
+// A block filled by learning until the library refuses: it must have grown to its cap by then, more must be refused too, and what
+// was learned last must still continue. It takes up to 8 GB of memory, so it runs on demand only.
+#include <random>
+
 #include "Benchmarks.h"
 #include "Contenders.h"
 
@@ -9,39 +11,34 @@ namespace {
 
 constexpr int slotsAtCap = 134'217'728;
 
-/// Three coordinates below 1024 for a number; neighbours lie far apart, so that fields grow in turn and have to move.
-void vectorOf(int number, int* vector) {
-  vector[0] = number & 1023;
-  vector[1] = number >> 10 & 1023;
-  vector[2] = number >> 20 & 1023;
-}
-
 Measurement fill() {
+  constexpr int itemsOfPiece = 100'000, phraseLimit = 64, mostPieces = 60;
   Measurement measured;
   const long long residentBefore = residentBytes();
-  ZQMatrixBase* matrix = createAndInitMatrixBase();
+  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
   if (matrix == nullptr) return measured;
-  matrix->setDefaultMatrixPropertiesForRandomReadWrite();
-  int vector[3];
-  int written = 0;
+  matrix->setDefaultMatrixPropertiesForIntegerSeries("");
+  auto* info = matrix->getMatrixInfo();
+  info->setPreProcessingType(0);
+  info->setMaxPhraseLengthForUpdateWithSequence(phraseLimit);
+  std::mt19937 random(4);
+  std::vector<int> items(itemsOfPiece);
+  const auto learnPiece = [&] {
+    for (int& item : items) item = static_cast<int>(random() % 4);
+    return matrix->updateMatrixWithLongINTSequence(items.data(), itemsOfPiece) == 1;
+  };
+  int pieces = 0;
   const StopWatch watch;
-  for (bool isWritten = true; isWritten && written < slotsAtCap; written += isWritten ? 1 : 0) {
-    vectorOf(written, vector);
-    isWritten = matrix->writeMatrixElement(vector, 3, written) == 1;
-  }
+  while (pieces < mostPieces && learnPiece()) pieces++;
   measured.seconds[0] = watch.seconds();
-  measured.operations = written;
+  measured.operations = matrix->getNumberOfMatrixElements();
   measured.residentBytes = residentBytes() - residentBefore;
-  measured.tally.distinct = matrix->getNumberOfMatrixElements();
-  measured.isRight = matrix->getMatrixBlockSize() == slotsAtCap && written > 0 && written < slotsAtCap;
-  const int newField[3] = {1024, 0, 0};
-  measured.isRight = measured.isRight && matrix->writeMatrixElement(newField, 3, 1) == 0;
-  for (int number = 0; number < written; number += 997) {
-    int existCode = 0;
-    vectorOf(number, vector);
-    measured.isRight = measured.isRight && matrix->readMatrixElement(vector, 3, &existCode) == number && existCode >= 2;
-  }
-  deleteMatrixBase(matrix);
+  measured.isRight = matrix->getMatrixBlockSize() == slotsAtCap && pieces > 0 && pieces < mostPieces && !learnPiece();
+  double probability = 0, stopProbability = 0;
+  matrix->initializeKernelSequenceWithOriginalSequence(items.data(), 8, 1);
+  measured.isRight =
+      measured.isRight && matrix->readObjexFromMatrix(&probability, &stopProbability) != nullptr && probability > 0;
+  deleteMatrixMedium(matrix);
   return measured;
 }
 
@@ -52,11 +49,11 @@ void registerCapacity() {
     for (auto _ : state) {
       const Measurement measured = measureInChild(fill);
       report(state, measured, measured.seconds[0]);
-      state.counters["elements"] = static_cast<double>(measured.tally.distinct);
-      state.counters["bytes"] = static_cast<double>(measured.residentBytes) / static_cast<double>(measured.tally.distinct + 1);
+      state.counters["elements"] = static_cast<double>(measured.operations);
+      state.counters["bytes"] = static_cast<double>(measured.residentBytes) / static_cast<double>(measured.operations);
     }
   };
-  benchmark::RegisterBenchmark("cap/limit:3/size:134218/zmatrix_base", run)
+  benchmark::RegisterBenchmark("cap/limit:64/size:134218/zmatrix_medium", run)
       ->Iterations(1)
       ->UseManualTime()
       ->Unit(benchmark::kMillisecond);
