@@ -5,9 +5,11 @@
 
 namespace zmatrix {
 
+constexpr double growthFactor = 1.618;
+
 /// The capacity after a growth: 1.618 times the old one, computed in double and truncated. At the end of int it stops growing.
 constexpr int grownCapacity(int capacity) {
-  const double grown = capacity * 1.618;
+  const double grown = capacity * growthFactor;
   return grown < INT_MAX ? static_cast<int>(grown) : INT_MAX;
 }
 

@@ -13,11 +13,6 @@ constexpr int unusedCoordinateSize = -4;
 
 }  // namespace
 
-int zmatrix::grownBy1618(int count) {
-  const double grown = static_cast<double>(count) * growthFactor;
-  return grown >= INT_MAX ? INT_MAX : static_cast<int>(grown);
-}
-
 ZQMatrixBaseInfo::~ZQMatrixBaseInfo() {
   releaseMemoryGlobalMatrixInfoParameters();
 }
@@ -182,7 +177,7 @@ int ZQMatrixBaseInfo::reportDimensionBeyondCapacity() const {
 // The factor alone would leave a very small capacity where it is.
 int ZQMatrixBaseInfo::capacityForDimension(int dimIndex) const {
   if (dimIndex < internalCurrentDimension) return internalCurrentDimension;
-  return std::min(std::max(zmatrix::grownBy1618(dimIndex), zmatrix::successorOf(dimIndex)), INT_MAX - 1);
+  return std::min(std::max(zmatrix::grownCapacity(dimIndex), zmatrix::successorOf(dimIndex)), INT_MAX - 1);
 }
 
 int ZQMatrixBaseInfo::enterMatrixDimension(int dimIndex) {

@@ -5,6 +5,7 @@
 
 #include <type_traits>
 
+#include "frame/ZQGrowth.h"
 #include "settings/ZQHeapArray.h"
 #include "settings/ZQMatrixProperties.h"
 
@@ -17,7 +18,6 @@ class ZQFileWriter;
 constexpr int largestCoordinateDimension = 64;  ///< integers of one item
 constexpr int matrixInfoMagicNumber = 43112609;
 constexpr int matrixFormatVersion = 135;
-constexpr double growthFactor = 1.618;  ///< of every array that grows
 
 /// What accessors take and return for a field of type T: enumerations travel as plain ints.
 template <class T>
@@ -33,9 +33,6 @@ inline int predecessorOf(int value) {
 inline int negativeOf(int value) {
   return static_cast<int>(0u - static_cast<unsigned>(value));
 }
-
-/// `count` * 1.618, truncated, and kept within int.
-int grownBy1618(int count);
 
 }  // namespace zmatrix
 

@@ -107,13 +107,13 @@ void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence
 
 // Capacities that a file gives are kept as numbers and repaired as such; the rows are made as long as their sequences need.
 bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
-  const int originalNeeded = zmatrix::grownBy1618(lengthOfKernelOriginalSequence);
+  const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence);
   if (internalLengthOfKernelOriginalSequence < originalNeeded) {
     dbPrintf(0, "ReadUpdateInfo:_internalLengthOfKernelOriginalSequence < _lengthOfKernelOriginalSequence: %d<->%d\n",
              internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence);
     internalLengthOfKernelOriginalSequence = originalNeeded;
   }
-  const int preProcessedNeeded = zmatrix::grownBy1618(lengthOfKernelPreProcessedSequence);
+  const int preProcessedNeeded = zmatrix::grownCapacity(lengthOfKernelPreProcessedSequence);
   if (internalLengthOfKernelPreProcessedSequence < preProcessedNeeded) {
     dbPrintf(0, "ReadUpdateInfo:_internalLengthOfKernelPreProcessedSequence < _lengthOfKernelPreProcessedSequence: %d<->%d\n",
              internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);

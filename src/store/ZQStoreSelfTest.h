@@ -225,7 +225,7 @@ struct ZQStoreSelfTest {
   }
 
   bool readPath(int element, int depth) {
-    if (depth > path.size() && !path.resize(zmatrix::grownBy1618(depth) + 1LL, 0)) return false;
+    if (depth > path.size() && !path.resize(zmatrix::grownCapacity(depth) + 1LL, 0)) return false;
     long long position = element;
     for (int i = depth - 1; i >= 0; --i) {
       const ZQMatrixBaseElement* step = matrix.elementAt(position);
@@ -374,12 +374,12 @@ struct ZQStoreSelfTest {
       header->_setMaximalStack(last);
     }
     const int oldSize = header->getMatrixBlockSize();
-    const int newSize = zmatrix::grownBy1618(header->getMaximalStack() + 1);
+    const int newSize = zmatrix::grownCapacity(header->getMaximalStack() + 1);
     if (oldSize > newSize) {
       dbPrintf(1, texts.blockReduced, oldSize, newSize);
       if (matrix.resizeBlock(newSize)) header->_setMatrixBlockSize(newSize);
     }
-    const int newCapacity = zmatrix::grownBy1618(info.getCurrentDimension());
+    const int newCapacity = zmatrix::grownCapacity(info.getCurrentDimension());
     if (info.getInternalCurrentDimension() > newCapacity) info._resizeIndexLimits(newCapacity);
   }
 
