@@ -11,16 +11,21 @@ namespace bench {
 
 namespace {
 
+/// Lets the matrix continue the text's begin, without ever stopping.
+void startWith(const Input& input, ZQMatrixMedium* matrix) {
+  constexpr int lengthOfStart = 20;
+  matrix->getMatrixInfo()->setEnableStopItem(0);
+  const int length = std::min(lengthOfStart, static_cast<int>(input.original.size()));
+  matrix->initializeKernelSequenceWithOriginalSequence(input.original.data(), length, 1);
+}
+
 Measurement generate(const Input& input) {
-  constexpr int numberOfItems = 50'000, lengthOfStart = 20;
+  constexpr int numberOfItems = 50'000;
   Measurement measured;
   MatrixContender<ZQMatrixMedium> contender;
   if (!contender.learn(input)) return measured;
   ZQMatrixMedium* matrix = contender.getMatrix();
-  matrix->getMatrixInfo()->setEnableStopItem(0);
-  const int length = std::min(lengthOfStart, static_cast<int>(input.original.size()));
-  matrix->initializeKernelSequenceWithOriginalSequence(input.original.data(), length, 1);
-
+  startWith(input, matrix);
   bool isInText[256] = {};
   for (const std::vector<int>& piece : input.pieces)
     for (int value : piece) isInText[value & 0xFF] = true;
@@ -36,22 +41,20 @@ Measurement generate(const Input& input) {
   return measured;
 }
 
-/// The kernel before an item, with the item: what the search for the next kernel starts from.
+/// The kernel as it stands; with the next item appended the search for the next kernel starts from it.
 std::vector<int> kernelOf(ZQMatrixMediumInfo* info) {
   const int* row = info->getKernelPreProcessedSequence()[0];
   return {row, row + info->getLengthOfKernelPreProcessedSequence()};
 }
 
 Measurement searchLiterally(const Input& input) {
-  constexpr int numberOfItems = 5'000, lengthOfStart = 20;
+  constexpr int numberOfItems = 5'000;
   Measurement measured;
   MatrixContender<ZQMatrixMedium> contender;
   if (!contender.learn(input)) return measured;
   ZQMatrixMedium* matrix = contender.getMatrix();
   ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
-  info->setEnableStopItem(0);
-  const int length = std::min(lengthOfStart, static_cast<int>(input.original.size()));
-  matrix->initializeKernelSequenceWithOriginalSequence(input.original.data(), length, 1);
+  startWith(input, matrix);
   measured.isRight = true;
   double probability = 0, stopProbability = 0;
   for (int i = 0; i < numberOfItems; i++) {
