@@ -123,18 +123,6 @@ TEST_F(LevelDown, PrintsPhrasesOfNumbersItemByItem) {
   EXPECT_EQ(messages.take(), "(300:) (5,6,)(7,8,)");
 }
 
-TEST_F(LevelDown, LevelsEndAtALinkThatLeadsNowhere) {
-  EXPECT_EQ(matrix->getActualAILevelIndex(), 0);
-  for (const int link : {0, matrix->getMaxNumberOfMatrices()}) {
-    matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(link);
-    EXPECT_EQ(matrix->getActualAILevelIndex(), 1);
-  }
-  matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(1);
-  matrix->getMatrixInfo(1)->setCurrentMatrixIDLevelDown(0);
-  EXPECT_GT(matrix->getActualAILevelIndex(), 1);
-  EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
-}
-
 class TextOfLevels : public LevelDown {
  protected:
   int write(int numberOfItems) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfItems, file.c_str()); }
