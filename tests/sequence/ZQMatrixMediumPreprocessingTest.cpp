@@ -213,45 +213,35 @@ TEST_F(MediumPreprocessing, StopsWhereAnItemHasNoWayBack) {
 }
 
 TEST_F(MediumPreprocessing, CarriesAnIndexVectorUpAndDown) {
-  for (int type : {0, 1, 3, 1000, 1002}) {
-    const int c = type == 1002 ? 2 : 1;
-    const Numbers original = {60, 100, 62, 200, 59, 900, 59, 900};
-    OwnedVector vector(createZQMatrixSequenceIndexVector(), deleteZQMatrixSequenceIndexVector);
-    vector->setCoordDimension(c);
-    vector->setIndexVector(original.data(), 8);
-    vector->setApplyPreprocessingType(type);
-    OwnedVector up(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(vector.get()), deleteZQMatrixSequenceIndexVector);
-    ASSERT_NE(up, nullptr) << type;
-    EXPECT_EQ(up->getCurrentLevelOfPreprocOperations(), 0);
-    EXPECT_EQ(up->getUsedPreprocessingType(), type);
-    EXPECT_EQ(up->getCoordDimensionAfterPreproc(), c);
-    EXPECT_EQ(vector->getCurrentLevelOfPreprocOperations(), -1);
-    OwnedVector down(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(up.get()), deleteZQMatrixSequenceIndexVector);
-    ASSERT_NE(down, nullptr) << type;
-    EXPECT_EQ(dataOf(down.get()), original) << type;
-    EXPECT_EQ(down->getCurrentLevelOfPreprocOperations(), -1);
-    EXPECT_EQ(down->getLengthOfIndexVectorInfos(), 0);
+  const Numbers original = {60, 100, 62, 200, 59, 900, 59, 900};
+  for (const Numbers& types : {Numbers{0}, {3}, {1000}, {1002}, {1, 1, 1, 1}}) {
+    const int c = types[0] == 1002 ? 2 : 1;
+    std::vector<OwnedVector> levels;
+    levels.emplace_back(createZQMatrixSequenceIndexVector(), deleteZQMatrixSequenceIndexVector);
+    levels[0]->setCoordDimension(c);
+    levels[0]->setIndexVector(original.data(), 8);
+    for (const int type : types) {
+      const int level = static_cast<int>(levels.size()) - 1;
+      levels.back()->setApplyPreprocessingType(type);
+      levels.emplace_back(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(levels.back().get()),
+                          deleteZQMatrixSequenceIndexVector);
+      ASSERT_NE(levels.back(), nullptr) << type;
+      EXPECT_EQ(levels.back()->getCurrentLevelOfPreprocOperations(), level);
+      EXPECT_EQ(levels.back()->getUsedPreprocessingType(), type);
+      EXPECT_EQ(levels.back()->getCoordDimensionAfterPreproc(), c);
+      if (type == 1) {
+        EXPECT_EQ(levels.back()->getLengthOfIndexVector(), 7 - level);
+      }
+    }
+    OwnedVector vector = std::move(levels.back());
+    for (size_t level = types.size(); level-- > 0;) {
+      vector.reset(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(vector.get()));
+      ASSERT_NE(vector, nullptr) << types[0];
+      EXPECT_EQ(dataOf(vector.get()), dataOf(levels[level].get())) << types[0];
+      EXPECT_EQ(vector->getCurrentLevelOfPreprocOperations(), static_cast<int>(level) - 1);
+      EXPECT_EQ(vector->getLengthOfIndexVectorInfos(), static_cast<int>(level));
+    }
     EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
-  }
-}
-
-TEST_F(MediumPreprocessing, CarriesAnIndexVectorThroughManyLevels) {
-  const Numbers original = {3, 1, 4, 1, 5, 9, 2, 6};
-  std::vector<OwnedVector> levels;
-  levels.emplace_back(createZQMatrixSequenceIndexVector(), deleteZQMatrixSequenceIndexVector);
-  levels[0]->setIndexVector(original.data(), 8);
-  levels[0]->setApplyPreprocessingType(1);
-  for (size_t i = 0; i < 4; i++) {
-    levels.emplace_back(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(levels[i].get()),
-                        deleteZQMatrixSequenceIndexVector);
-    EXPECT_EQ(levels.back()->getLengthOfIndexVector(), 7 - static_cast<int>(i));
-  }
-  OwnedVector vector = std::move(levels.back());
-  for (size_t i = 4; i-- > 0;) {
-    vector =
-        OwnedVector(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(vector.get()), deleteZQMatrixSequenceIndexVector);
-    ASSERT_NE(vector, nullptr);
-    EXPECT_EQ(dataOf(vector.get()), dataOf(levels[i].get()));
   }
 }
 
