@@ -19,19 +19,24 @@ inline void expectKeptText(const std::string& name, const std::string& text) {
   EXPECT_EQ(text, TestFolder::contentOf(path));
 }
 
-/// What is said of each of some values, one line for those of which the same is said: a # stands for the value. Those of which
-/// nothing is said are left out.
+/// What is said of each of some values, one line for those of which the same is said: a # stands for the value, two dots for
+/// those between. Values of which nothing is said are left out.
 template <class Say>
 std::string verdicts(const std::string& name, Say say) {
   std::map<std::string, std::string> valuesOfVerdict;
+  std::string last;
   for (const int value : {INT_MIN, -2, -1, 0, 1, 2, 3, 4, 7, 17, 32, 64, 65, 1000, 1001, 1002, 4096, 4097, INT_MAX}) {
     std::string said = say(value);
-    const std::string number = std::to_string(value) + "\n";
-    if (said.ends_with(number)) said.replace(said.size() - number.size(), number.size(), "#\n");
-    if (!said.empty()) valuesOfVerdict[said] += " " + std::to_string(value);
+    const std::string number = std::to_string(value);
+    if (said.ends_with(number + "\n")) said.replace(said.size() - number.size() - 1, number.size(), "#");
+    std::string& values = valuesOfVerdict[said];
+    if (said == last && values.find("..") != std::string::npos && values.rfind("..") > values.rfind(' '))
+      values.resize(values.rfind(".."));
+    values += (said == last && !values.empty() ? ".." : " ") + number;
+    last = said;
   }
   std::string text;
-  for (const auto& [verdict, values] : valuesOfVerdict) text += name + values + ": " + verdict;
+  for (const auto& [verdict, values] : valuesOfVerdict) text += verdict.empty() ? "" : name + values + ": " + verdict;
   return text;
 }
 
