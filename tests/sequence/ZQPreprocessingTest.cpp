@@ -87,20 +87,6 @@ TEST(Preprocessing, RestoresDifferencesOfAnyOrder) {
     }
 }
 
-TEST(Preprocessing, TakesTheInverseFromAKernelInRows) {
-  const int first[] = {1, 5, 7}, second[] = {100, 10, 30};
-  const int* rows[] = {first, second};
-  int item[] = {1, 1};
-  const auto kernel = zmatrix::PrecedingItems::inRows(rows, 3);
-  EXPECT_EQ(zmatrix::nextOriginalObjex({2, 2, 4, 4}, kernel, item, ""), item);
-  EXPECT_EQ(item[0], 1 + (7 - 5) + 7);
-  EXPECT_EQ(item[1], 1 + (30 - 10) + 30);
-  int alone[] = {4, 4};
-  const auto empty = zmatrix::PrecedingItems::inRows(rows, 0);
-  zmatrix::nextOriginalObjex({5, 2, 4, 4}, empty, alone, "");  // fewer items than the order: what is missing counts as 0
-  EXPECT_EQ(alone[0], 4);
-}
-
 TEST(Preprocessing, MakesPlainRunningTextOfLines) {
   const std::string nbsp = "\xA0", umlaut = "\xC4";  // no-break space; a capital umlaut
   const std::pair<std::string, std::string> cases[] = {{"foo-\nbar", "foobar"},
