@@ -1,6 +1,7 @@
 // Feeding texts to a matrix and writing what it says: phrase by phrase, file by file, each language in its sub-matrix.
 #include <sstream>
 
+#include "music/ZQTextWriter.h"
 #include "support/TestFolder.h"
 #include "support/TierTest.h"
 
@@ -238,6 +239,7 @@ TEST_F(TextWriter, refusesInItsOrder) {
   file = folder.path() + "/absent/out.txt";
   expectRefusal(-5, "readAnsiObjexsAndWriteToAnsiFile: could not open ansifile " + file + " for writing\n");
   EXPECT_EQ(matrix->readAnsiObjexsAndWriteToAnsiFile(1, nullptr), -5);
+  EXPECT_EQ(zmatrix::readAnsiObjexsAndWriteToAnsiFileIn<ZQMatrixMedium>(nullptr, 1, file.c_str()), 0);
 }
 
 }  // namespace
