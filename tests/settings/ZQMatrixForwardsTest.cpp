@@ -49,6 +49,7 @@ TEST_F(ZQMatrixForwardsTest, aTierUsesItsOwnRecord) {
 }
 
 TEST_F(ZQMatrixForwardsTest, successorGeneratorsGoByMatrixID) {
+  ZQDebugChannel::globalDebugLevel = 0;
   EXPECT_EQ(matrix->getSuccessorRandomValue(3), 292715034);
   EXPECT_EQ(matrix->getActualSuccessorRandomValue(3), 292715034);
   EXPECT_EQ(matrix->getActualSuccessorRandomValue(2), 31459);

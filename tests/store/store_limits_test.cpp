@@ -252,6 +252,7 @@ TYPED_TEST(StoreLimits, growthThatFailsLeavesADeletableMatrix) {
     EXPECT_EQ(this->matrix->getMatrixData(), nullptr);
     zmatrix::largestAllocation = static_cast<size_t>(-1);
     this->makeAnew();
+    ZQDebugChannel::globalDebugLevel = 0;
   }
 }
 
