@@ -185,7 +185,7 @@ TYPED_TEST(PruningTest, bentLinksInTheirWords) {
   fresh()->setOffsetToElementInNextDimension(size - 1 - position);
   EXPECT_EQ(this->matrix->childAt(position, 5), -1);
   fresh()->setOffsetToElementInNextDimension(this->handleOf({1, 2, 3}) - position);  // a circle ends it
-  EXPECT_NE(this->matrix->removeLongElements(3), 0);
+  EXPECT_NE(this->matrix->removeLongElements(2), 0);
   EXPECT_LE(this->matrix->getNumberOfMatrixElements(), 10);
   fresh();
   this->info()->_setCurrentDimension(3);

@@ -93,7 +93,7 @@ TYPED_TEST(DamagedStoreTest, everyBentLinkIsToldAndStays) {
 
     // Pruning and trimming, too, look at every slot, and leave a block that can be used.
     if constexpr (requires { store.matrix->removeLongElements(1); }) {
-      if (scanned < 1) store.matrix->removeOverDeterminedElements();
+      store.matrix->removeOverDeterminedElements();
       store.matrix->removeLongElements(1);
     }
     const int stack = store.matrix->getMaximalStack();
