@@ -16,6 +16,7 @@ struct ZQMatrixFileSave {
   using Element = typename Tier::Element;
   using Info = typename Tier::Info;
   static constexpr bool hasHistory = Tier::infoType >= 1;
+  static constexpr int lookAhead = 16;
 
   static int save(Matrix& matrix, const char* path) {
     zmatrix::ZQSafeFile target;
@@ -26,6 +27,7 @@ struct ZQMatrixFileSave {
     bool isWritten = false;
     {
       zmatrix::ZQFileWriter file(target.getStream());
+      file.writeBackAtOnce();
       isWritten = ZQMatrixFileSave(matrix, file).write();
     }
     if (isWritten && target.commit()) return 1;
@@ -72,6 +74,7 @@ struct ZQMatrixFileSave {
     long long position = 0;
     while (position <= stack) {
       if constexpr (hasHistory) matrixProgressDisplay(static_cast<int>(position), stack);
+      __builtin_prefetch(matrix.elementAt(position + lookAhead));  // records lie in the order of learning, not of slots
       if (!isWritable(position)) {
         const long long behind = endOfRun(position, stack);
         file.put(static_cast<int>(position - behind));
