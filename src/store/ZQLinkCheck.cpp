@@ -17,7 +17,7 @@ uint64_t randomBits() {
 
 }  // namespace
 
-bool ZQLinkCheck::begin(int numberOfRoots, int lastSlot, long long largestLegalIndex) {
+bool ZQLinkCheck::begin(int numberOfRoots, int lastSlot, long long largestLegalIndex, bool isDense) {
   roots = numberOfRoots;
   top = lastSlot;
   largestIndex = largestLegalIndex;
@@ -26,7 +26,7 @@ bool ZQLinkCheck::begin(int numberOfRoots, int lastSlot, long long largestLegalI
   const size_t numberOfSlots = top >= 0 ? static_cast<size_t>(top) + 1 : 1;
   anchors.reset(static_cast<int*>(systemCalloc(numberOfSlots, sizeof(int))));
   if (anchors == nullptr) return false;
-  pages.begin(anchors.get(), numberOfSlots * sizeof(int));
+  if (isDense) pages.begin(anchors.get(), numberOfSlots * sizeof(int));
   return true;
 }
 

@@ -23,8 +23,9 @@ namespace zmatrix {
 
 class ZQLinkCheck {
  public:
-  /// For a block whose slots go up to `lastSlot`, the first of them roots. False if memory has run out.
-  bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex);
+  /// For a block whose slots go up to `lastSlot`, the first of them roots, and most of them filled if it is dense. False if
+  /// memory has run out.
+  bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex, bool isDense);
 
   /// Gets ready for the elements in these slots, which are the next.
   void providePages(long long begin, long long end) {

@@ -26,8 +26,13 @@ struct ZQMatrixElementReader {
                stack);
     }
     const int end = header.getMaximalStack() + 1;
-    isOutOfMemory = !links.begin(header.getMaxNumberOfMatrices(), end - 1, matrix.largestLegalIndex());
-    if (end > 0) makeRoom(static_cast<size_t>(end), zmatrix::sizeOfElementInFile(infoType));
+    const long long mostElements = file.getBytesLeft() / static_cast<long long>(zmatrix::sizeOfElementInFile(infoType));
+    const bool isDense = end > 0 && end <= 2 * mostElements + slotsInPiece;
+    isOutOfMemory = !links.begin(header.getMaxNumberOfMatrices(), end - 1, matrix.largestLegalIndex(), isDense);
+    if (isDense) {
+      pagesOfSlots.begin(matrix.matrixData, static_cast<size_t>(end) * sizeof *matrix.matrixData);
+      matrix.records.reserve(static_cast<size_t>(std::min<long long>(mostElements, end)));
+    }
     switch (zmatrix::sizeOfElementInFile(infoType)) {
       case zmatrix::sizeOfElementInFile(0):
         readAll<zmatrix::sizeOfElementInFile(0)>();
@@ -50,11 +55,6 @@ struct ZQMatrixElementReader {
  private:
   static constexpr bool reportsProgress = Tier::infoType >= 1;
   static constexpr long long slotsInPiece = 32768;  // whose pages are provided at once
-
-  void makeRoom(size_t slots, size_t size) {
-    pagesOfSlots.begin(matrix.matrixData, slots * sizeof *matrix.matrixData);
-    matrix.records.reserve(std::min(static_cast<size_t>(file.getBytesLeft()) / size, slots));
-  }
 
   template <size_t size>
   void readAll() {

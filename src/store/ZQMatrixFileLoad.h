@@ -162,7 +162,7 @@ struct ZQMatrixFileLoad {
   // anything are not written. What stands in their place is the first element.
   bool isAtRecord() {
     const char* bytes = file.peek(2 * sizeof(int));
-    return bytes != nullptr && zmatrix::getLittleEndian<int>(bytes + sizeof(int)) == zmatrix::matrixInfoMagicNumber;
+    return bytes == nullptr || zmatrix::getLittleEndian<int>(bytes + sizeof(int)) == zmatrix::matrixInfoMagicNumber;
   }
 
   // A record that makes no sense goes unnoticed here, except for its type: it shows in the counts.

@@ -113,6 +113,24 @@ TYPED_TEST(RoundTripTest, onlyTheFirstSubMatrixInUse) {
   EXPECT_TRUE(slotsOf(*this->loaded).contains(4));
 }
 
+// The header's number of sub-matrices stays at 3, and one record is written.
+TYPED_TEST(RoundTripTest, onlyTheFirstSubMatrixStillInUse) {
+  OwnedMatrix<TypeParam> matrix;
+  int vector[] = {5, 6};
+  for (int id = 0; id < 3; ++id) {
+    matrix->setCurrentMatrixID(id);
+    matrix->writeMatrixElement(vector, 2, 42);
+  }
+  for (int id = 1; id < 3; ++id) {
+    matrix->setCurrentMatrixID(id);
+    matrix->deleteMatrixElement(vector, 2, 0);
+  }
+  ASSERT_EQ(matrix->saveMatrixToDisk(this->path.c_str()), 1);
+  EXPECT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+  EXPECT_EQ(this->loaded->getNumberOfMatrices(), 3);
+  EXPECT_EQ(slotsOf(*this->loaded), slotsOf(*matrix));
+}
+
 // All elements lie behind the record: one that is refused for its size would take them along.
 TYPED_TEST(RoundTripTest, aVeryLongPathMakesALargeRecord) {
   OwnedMatrix<TypeParam> deep;
@@ -130,9 +148,10 @@ TYPED_TEST(RoundTripTest, aVeryLongPathMakesALargeRecord) {
   EXPECT_EQ(this->loaded->getMatrixInfo()->getCurrentDimension(), 0);
 }
 
-// A matrix that never held anything has no record in its file, and a reader takes the elements for one. It comes back empty.
+// A matrix that never held anything has no record in its file, nor the roots beyond its stack. It comes back empty.
 TYPED_TEST(RoundTripTest, anEmptyMatrixComesBackEmpty) {
   OwnedMatrix<TypeParam> empty;
+  empty->setMaxNumberOfMatrices(200);
   ASSERT_EQ(empty->saveMatrixToDisk(this->path.c_str()), 1);
   EXPECT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
   EXPECT_EQ(this->loaded->getMatrixInfo(0)->getNumberOfMatrixElements(), 0);
