@@ -196,12 +196,18 @@ TYPED_TEST(HostileTest, aRefusedHeaderLeavesTheOldContent) {
   fillAtRandom(*fresh, 5, 200);
   const auto before = slotsOf(*fresh);
   const plain::MatrixFile file(this->tier);
-  for (const std::string& bytes : {file.with("is64BitMatrix", 1), file.with("lastSoftwareVersion", 82), std::string("zmatrix"),
-                                   file.with("maxNumberOfMatrices", 1000000), file.with("matrixBlockSize", 0)}) {
+  for (const std::string& bytes :
+       {file.with("is64BitMatrix", 1), file.with("lastSoftwareVersion", 82), std::string("zmatrix"), std::string(3000, 'x'),
+        file.with("maxNumberOfMatrices", 1000000), plain::MatrixFile((this->tier + 1) % 3).with("matrixBlockSize", 0)}) {
     EXPECT_EQ(fresh->readAndInitMatrixFromDisk(this->folder.put("m", bytes).c_str(), -1), -1);
     EXPECT_EQ(slotsOf(*fresh), before);
     EXPECT_EQ(fresh->getMatrixFileHeader()->getMatrixBlockSize(), 64000);
     EXPECT_EQ(fresh->getMaxNumberOfMatrices(), 4);
+    const std::string path = this->folder.path() + "/stands";
+    EXPECT_EQ(fresh->saveMatrixToDisk(path.c_str()), 1);
+    EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path.c_str()), this->tier);
+    EXPECT_EQ(this->matrix->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
+    EXPECT_EQ(slotsOf(*this->matrix), before);
   }
 }
 
