@@ -106,11 +106,15 @@ TYPED_TEST(RoundTripTest, onlyTheFirstSubMatrixInUse) {
   setSearchState({});
   const int vector[] = {5};
   matrix->writeMatrixElement(vector, 1, 42);
-  ASSERT_EQ(matrix->saveMatrixToDisk(this->path.c_str()), 1);
-  CapturedMessages messages(0);
-  EXPECT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
-  EXPECT_EQ(slotsOf(*this->loaded).size(), 5u);
-  EXPECT_TRUE(slotsOf(*this->loaded).contains(4));
+  for (const int numberOfMatrices : {1, 3}) {  // the number never falls, though only one record is written
+    matrix->setNumberOfMatrices(numberOfMatrices);
+    ASSERT_EQ(matrix->saveMatrixToDisk(this->path.c_str()), 1);
+    CapturedMessages messages(0);
+    EXPECT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+    EXPECT_EQ(this->loaded->getNumberOfMatrices(), numberOfMatrices);
+    EXPECT_EQ(slotsOf(*this->loaded).size(), 5u);
+    EXPECT_TRUE(slotsOf(*this->loaded).contains(4));
+  }
 }
 
 // The header's number of sub-matrices stays at 3, and one record is written.
