@@ -117,24 +117,6 @@ TYPED_TEST(RoundTripTest, onlyTheFirstSubMatrixInUse) {
   }
 }
 
-// The header's number of sub-matrices stays at 3, and one record is written.
-TYPED_TEST(RoundTripTest, onlyTheFirstSubMatrixStillInUse) {
-  OwnedMatrix<TypeParam> matrix;
-  int vector[] = {5, 6};
-  for (int id = 0; id < 3; ++id) {
-    matrix->setCurrentMatrixID(id);
-    matrix->writeMatrixElement(vector, 2, 42);
-  }
-  for (int id = 1; id < 3; ++id) {
-    matrix->setCurrentMatrixID(id);
-    matrix->deleteMatrixElement(vector, 2, 0);
-  }
-  ASSERT_EQ(matrix->saveMatrixToDisk(this->path.c_str()), 1);
-  EXPECT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
-  EXPECT_EQ(this->loaded->getNumberOfMatrices(), 3);
-  EXPECT_EQ(slotsOf(*this->loaded), slotsOf(*matrix));
-}
-
 // All elements lie behind the record: one that is refused for its size would take them along.
 TYPED_TEST(RoundTripTest, aVeryLongPathMakesALargeRecord) {
   OwnedMatrix<TypeParam> deep;
