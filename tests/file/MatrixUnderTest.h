@@ -1,20 +1,15 @@
 // Matrices of the three tiers with something in every part that a file holds, and what tells two of them apart.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "support/CapturedMessages.h"
 #include "support/TestFolder.h"
-#include "support/TierUnderTest.h"
+#include "support/TierTest.h"
 
 namespace zmatrix {
-
-using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
 
 template <class Matrix>
 inline constexpr bool learns = TierUnderTest<Matrix>::tier != plain::Tier::base;

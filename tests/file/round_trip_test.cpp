@@ -147,31 +147,6 @@ TYPED_TEST(RoundTripTest, anEmptyMatrixComesBackEmpty) {
   EXPECT_EQ(this->loaded->existMatrixData(vector, 1), 3);
 }
 
-// Symbols and their links come through, and a later update finds them.
-TEST(RoundTripOfSymbolsTest, wordsSurvive) {
-  setSearchState({});
-  TestFolder folder;
-  const std::string path = folder.path() + "/words.zmatrix";
-  const std::vector<int> codes = codesOf("The dry harbour. The dry boat and the harbour.");
-  OwnedMatrix<ZQMatrix> saved;
-  saved->setDefaultMatrixPropertiesForANSIText("words.txt");
-  const int length = static_cast<int>(codes.size());
-  ASSERT_EQ(saved->updateMatrixWithLongANSISequence(codes.data(), length), 1);
-  saved->setMatrixAILevel(1);
-  ASSERT_EQ(saved->updateMatrixFromBasicLevel(codes.data(), length), 1);
-  ASSERT_EQ(saved->saveMatrixToDisk(path.c_str()), 1);
-  ZQMatrix* loaded = createAndInitMatrixWithFile(path.c_str(), -1);
-  ASSERT_NE(loaded, nullptr);
-  EXPECT_EQ(slotsOf(*loaded), slotsOf(*saved));
-  for (int id = 0; id < 2; ++id) {
-    EXPECT_EQ(loaded->getMatrixInfo(id)->getCurrentMatrixIDLevelUp(), saved->getMatrixInfo(id)->getCurrentMatrixIDLevelUp());
-    EXPECT_EQ(loaded->getMatrixInfo(id)->getNumberOfSymbols(), saved->getMatrixInfo(id)->getNumberOfSymbols());
-  }
-  EXPECT_GT(saved->getMatrixInfo(0)->getNumberOfSymbols(), 3);
-  deleteMatrix(loaded);
-  setSearchState({});
-}
-
 // What a host may set at will asks neither a save nor a load for absurd memory.
 TEST(AbsurdNumbersTest, areRefusedOrLeftOut) {
   TestFolder folder;
