@@ -141,7 +141,10 @@ TEST(SequenceIndexVector, HoldsOriginalItemsOfTheCurrentLevel) {
 }
 
 TEST(SequenceIndexVector, StandsNumbersThatFitNothing) {
+  deleteZQMatrixSequenceIndexVector(nullptr);
   ZQMatrixSequenceIndexVector vector;
+  EXPECT_EQ(vector.getUsedPreprocessingType(), -1) << "no level yet";
+  EXPECT_EQ(vector.getOriginalIndexItems(), nullptr);
   for (int number : {INT_MIN, -1, 0, 1, 5, INT_MAX}) {
     vector.setLengthOfIndexVectorInfos(number);
     for (int level : {INT_MIN, -2, -1, 3, INT_MAX}) {
