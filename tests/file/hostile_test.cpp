@@ -143,13 +143,19 @@ TYPED_TEST(HostileTest, elementsThatNoRootLeadsToAreDropped) {
     const char* why;
   } cases[] = {{"run", -1, {4, 5, 6, 8}, "as it is"},
                {"element8.parent", 3, {4, 6}, "outside the block, with its child"},
-               {"element8.parent", -3, {4, 6}, "a circle of 5 and 8"},
+               {"element8.parent", -3, {4, 6}, "below its child"},
                {"element6.index", 4, {4, 5, 8}, "at no place of its field"},
                {"element4.child", 77, {4, 5, 6, 8}, "the children tell their parent"},
                {"element0.child", 0, {4, 5, 6, 8}, "the same"},
                {"element6.previous", -1, {4, 5, 6, 8}, "the field is told by next"},
                {"element1.parent", 3, {4, 5, 6, 8}, "a root has no parent"}};
   for (const auto& c : cases) EXPECT_EQ(survivors(file.with(c.field, c.value)), c.survivors) << c.field << ": " << c.why;
+  std::string circle = file.with("element4.child", 0);  // 5 and 8 lead to each other, and nothing else to them
+  for (const auto& [field, value] : {std::pair{"element5.child", 3}, {"element8.parent", -3}}) {
+    const size_t offset = file.place(field).offset;
+    circle.replace(offset, sizeof(int), file.with(field, value), offset, sizeof(int));
+  }
+  EXPECT_EQ(survivors(circle), (Vector{4, 6}));
 }
 
 TYPED_TEST(HostileTest, whatIsCutOffIsAllThatIsMissing) {
@@ -193,12 +199,18 @@ TYPED_TEST(HostileTest, aRefusedHeaderLeavesTheOldContent) {
   fillAtRandom(*fresh, 5, 200);
   const auto before = slotsOf(*fresh);
   const plain::MatrixFile file(this->tier);
-  for (const std::string& bytes : {file.with("is64BitMatrix", 1), file.with("lastSoftwareVersion", 82), std::string("zmatrix"),
-                                   file.with("maxNumberOfMatrices", 1000000), file.with("matrixBlockSize", 0)}) {
+  for (const std::string& bytes :
+       {file.with("is64BitMatrix", 1), file.with("lastSoftwareVersion", 82), std::string("zmatrix"), std::string(3000, 'x'),
+        file.with("maxNumberOfMatrices", 1000000), plain::MatrixFile((this->tier + 1) % 3).with("matrixBlockSize", 0)}) {
     EXPECT_EQ(this->loadInto(fresh, this->folder.put("m", bytes)), -1);
     EXPECT_EQ(slotsOf(*fresh), before);
     EXPECT_EQ(fresh->getMatrixFileHeader()->getMatrixBlockSize(), 64000);
     EXPECT_EQ(fresh->getMaxNumberOfMatrices(), 4);
+    const std::string path = this->folder.path() + "/stands";
+    EXPECT_EQ(fresh->saveMatrixToDisk(path.c_str()), 1);
+    EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path.c_str()), this->tier);
+    EXPECT_EQ(this->matrix->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
+    EXPECT_EQ(slotsOf(*this->matrix), before);
   }
 }
 

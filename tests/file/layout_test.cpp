@@ -72,6 +72,7 @@ TYPED_TEST(LayoutTest, lowerTiersAreUpgradedAndHigherOnesRefused) {
     if (tierOfFile > this->tier) {
       EXPECT_EQ(result, -1);
       EXPECT_EQ(slotsOf(*this->matrix).size(), 4u) << "an empty matrix is left";
+      EXPECT_EQ(this->matrix->getMatrixFileHeader()->getMatrixInfoType(), this->tier);
       continue;
     }
     ASSERT_EQ(result, 1);
