@@ -7,30 +7,21 @@
 // elements (Lipton, Fingerprinting Sets, 1989; Schwartz 1980), and nobody who makes a file knows r and s.
 //
 // What answering links leave possible is a circle of parents, which no root leads to. Any circle has an element that stands below
-// its parent. There are few of these, since most are written after their parents: each element passes on as its anchor the first
-// one that its way up meets, or the root, and the ways from anchor to anchor are gone afterwards.
+// its parent. There are few of these, since most are written after their parents: from each the way up is gone afterwards.
 #pragma once
 
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 
-#include "frame/ZQMemory.h"
-#include "frame/ZQPageProvider.h"
 #include "store/ZQMatrixElements.h"
+#include "store/ZQPodArray.h"
 
 namespace zmatrix {
 
 class ZQLinkCheck {
  public:
-  /// For a block whose slots go up to `lastSlot`, the first of them roots, and most of them filled if it is dense. False if
-  /// memory has run out.
-  bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex, bool isDense);
-
-  /// Gets ready for the elements in these slots, which are the next.
-  void providePages(long long begin, long long end) {
-    pages.provide(anchors.get() + begin, static_cast<size_t>(end - begin) * sizeof(int));
-  }
+  /// For a block whose slots go up to `lastSlot`, the first of them roots. False if memory has run out.
+  bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex);
 
   /// Takes note of the element in a slot. Slots must come in ascending order.
   void add(int position, const ZQMatrixBaseElement& element) {
@@ -46,7 +37,6 @@ class ZQLinkCheck {
     }
     if (position < roots) {
       isBroken |= up != 0 || previous != 0 || next != 0;
-      anchors[position] = position;
       return;
     }
     const long long parent = slot + up;
@@ -64,17 +54,14 @@ class ZQLinkCheck {
     } else {
       led.multiply(randomAddend + pairOf(parent, slot));
     }
-    if (up > 0) {
-      anchors[position] = ~static_cast<int>(parent);
-    } else {
-      passOnAnchorLater(position, static_cast<int>(parent));
-    }
+    if (up > 0) isBelowParent[wordOf(slot)] |= bitOf(slot);
   }
 
-  /// True if all links of the elements that have passed answer each other and lead to a root.
-  bool isSound();
+  /// True if all links of the elements that have passed, and are now in the slots, answer each other and lead to a root.
+  bool isSound(ZQMatrixBaseElement* const* slots);
 
  private:
+  static constexpr int waysAtOnce = 16;
   static constexpr int bitsOfPrime = 61;
   static constexpr uint64_t prime = (uint64_t{1} << bitsOfPrime) - 1;
   static constexpr uint64_t tagOfSiblings = uint64_t{1} << 54;  // above any pair
@@ -89,34 +76,17 @@ class ZQLinkCheck {
   }
   static uint64_t pairOf(long long from, long long to) { return static_cast<uint64_t>(from) << 27 | static_cast<uint64_t>(to); }
 
-  struct FreeOnHeap {
-    void operator()(int* values) const { systemFree(values); }
-  };
-
-  struct Heir {
-    int position = 0;
-    int parent = 0;
-  };
-  static constexpr unsigned mostWaiting = 32;
-
   struct Fingerprint {
     uint64_t product = 1;
     void multiply(uint64_t factor) { product = multiplied(product, factor); }
     uint64_t value() const { return product % prime; }
   };
 
-  // An element that stands below its parent is an anchor itself, and its entry the complement of the parent.
-  bool isBelowParent(int position) const { return anchors[position] < 0; }
-  int anchorAt(int position) const { return isBelowParent(position) ? position : anchors[position]; }
-  // A parent's entry lies anywhere: it is sent for some elements before it is read.
-  void passOnAnchorLater(int position, int parent) {
-    __builtin_prefetch(&anchors[parent]);
-    Heir& heir = waiting[numberOfHeirs++ % mostWaiting];
-    anchors[heir.position] = anchorAt(heir.parent);
-    heir = {position, parent};
-  }
-  int anchorAbove(int anchor) const { return anchorAt(~anchors[anchor]); }
-  bool reachesRoot(int position);
+  static size_t wordOf(long long slot) { return static_cast<size_t>(slot) >> 6; }
+  static uint64_t bitOf(long long slot) { return uint64_t{1} << (static_cast<size_t>(slot) & 63); }
+  bool isKnown(long long slot) const { return slot < roots || (reachesRoot[wordOf(slot)] & bitOf(slot)) != 0; }
+  long long nextBelowParent(long long from) const;
+  bool allReachRoots(ZQMatrixBaseElement* const* slots);
 
   int roots = 0;
   int top = -1;
@@ -126,10 +96,8 @@ class ZQLinkCheck {
   Fingerprint leading;  // claims on what stands below or behind
   Fingerprint led;      // claims on what stands above or before
   bool isBroken = false;
-  std::unique_ptr<int[], FreeOnHeap> anchors;
-  ZQPageProvider pages;       // of the anchors
-  Heir waiting[mostWaiting];  // in the order in which they came; an unused one is the first root's own
-  unsigned numberOfHeirs = 0;
+  ZQPodArray<uint64_t> isBelowParent;  // a bit a slot
+  ZQPodArray<uint64_t> reachesRoot;    // a bit a slot: a way up from here is known
 };
 
 }  // namespace zmatrix

@@ -28,7 +28,7 @@ struct ZQMatrixElementReader {
     const int end = header.getMaximalStack() + 1;
     const long long mostElements = file.getBytesLeft() / static_cast<long long>(zmatrix::sizeOfElementInFile(infoType));
     const bool isDense = end > 0 && end <= 2 * mostElements + slotsInPiece;
-    isOutOfMemory = !links.begin(header.getMaxNumberOfMatrices(), end - 1, matrix.largestLegalIndex(), isDense);
+    isOutOfMemory = !links.begin(header.getMaxNumberOfMatrices(), end - 1, matrix.largestLegalIndex());
     if (isDense) {
       pagesOfSlots.begin(matrix.matrixData, static_cast<size_t>(end) * sizeof *matrix.matrixData);
       matrix.records.reserve(static_cast<size_t>(std::min<long long>(mostElements, end)));
@@ -78,7 +78,6 @@ struct ZQMatrixElementReader {
   void providePages(long long end) {
     if (position >= end) return;
     pagesOfSlots.provide(matrix.matrixData + position, static_cast<size_t>(end - position) * sizeof *matrix.matrixData);
-    links.providePages(position, end);
   }
 
   /// 1 for an element, 0 at the end of the file, the negative length of a run of empty slots.
@@ -121,10 +120,10 @@ struct ZQMatrixElementReader {
       isOutOfMemory = true;
       return 1;
     }
-    auto* element = new (memory) typename Tier::Element();
-    zmatrix::getElement<size>(bytes, *element);
-    matrix.matrixData[position] = element;
-    links.add(static_cast<int>(position), *element);
+    typename Tier::Element element;
+    zmatrix::getElement<size>(bytes, element);
+    matrix.matrixData[position] = new (memory) typename Tier::Element(element);
+    links.add(static_cast<int>(position), element);
     return 1;
   }
 

@@ -266,7 +266,7 @@ struct ZQMatrixFileLoad {
       Info& info = *infoOf(id);
       if (info.getNumberOfMatrixElements() > matrix.numberOfSlots) info.setNumberOfMatrixElements(matrix.numberOfSlots);
     }
-    if (elements.links.isSound()) return true;
+    if (elements.links.isSound(matrix.matrixData)) return true;
     const int dropped = matrix.repairLinks();
     if (dropped < 0) return false;
     dbPrintf(0, "readMatrixFromDisk: illegal links, %d elements dropped, the others linked anew\n", dropped);
