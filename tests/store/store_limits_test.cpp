@@ -82,7 +82,7 @@ TYPED_TEST(StoreLimits, aReadOnlyStoreIsDeletedFrom) {
   EXPECT_EQ(this->exist({1, 2}), -1);
 }
 
-TYPED_TEST(StoreLimits, brokenLinksAreToldByTheCodesOfADelete) {
+TYPED_TEST(StoreLimits, brokenLinksAreToldByCodes) {
   this->write({1, 2, 3});
   this->write({1, 4});
   auto* inner = this->elementOf({1, 4});
@@ -92,6 +92,9 @@ TYPED_TEST(StoreLimits, brokenLinksAreToldByTheCodesOfADelete) {
   EXPECT_EQ(this->remove({1, 4, 5}), -4);
   inner->setWriteCount(-1);
   EXPECT_EQ(this->remove({1, 4}), -6);
+  inner->setOffsetToElementInNextDimension(9);
+  EXPECT_EQ(this->write({1, 4, 5}), 0) << "no field begins where a link says that there is one";
+  EXPECT_EQ(this->exist({1, 4, 5}), -5);
 }
 
 // A handle that names a free slot, one of another sub-matrix, one outside the block, and one that only lost its write.
