@@ -123,8 +123,9 @@ int ZQMatrixMedium::updateMatrixWithLongINTSequenceExt(const int* sequence, int 
 }
 
 void ZQMatrixMedium::updateNumberOfAppendedMatrices() {
-  const int before = matrixFileHeader->getNumberOfAppendedUpdates();
-  matrixFileHeader->setNumberOfAppendedUpdates((before < 0 ? 0 : before) + getNumberOfChangedMatrixInfos());
+  int updates = std::max(matrixFileHeader->getNumberOfAppendedUpdates(), 0);
+  zmatrix::addTo(updates, getNumberOfChangedMatrixInfos());
+  matrixFileHeader->setNumberOfAppendedUpdates(updates);
 }
 
 int ZQMatrixMedium::getNumberOfChangedMatrixInfos() {

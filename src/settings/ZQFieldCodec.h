@@ -46,7 +46,7 @@ class ZQFieldReader {
  public:
   static constexpr bool reads = true;
 
-  explicit ZQFieldReader(ZQFileReader& aFile) : file(aFile) {}
+  explicit ZQFieldReader(ZQFileReader& aFile) : file(aFile), start(aFile.getPosition()) {}
 
   template <class T>
   void number(T& value) {
@@ -68,12 +68,17 @@ class ZQFieldReader {
   void require(bool condition) { isRefused = isRefused || !condition; }
   void setVersion(int newVersion) { version = newVersion; }
   long long getPosition() const { return file.getPosition(); }
+  /// Behind each part of a record: the sum of the lengths reached, which its writer has made its size.
+  void endPart() { sumOfLengths += static_cast<unsigned>(getPosition() - start); }
+  unsigned getSumOfLengths() const { return sumOfLengths; }
   /// False once something illegal, or the end of the file, was met.
   bool isSound() const { return !isRefused && !file.isAtEnd(); }
 
   ZQFileReader& file;
 
  private:
+  long long start;
+  unsigned sumOfLengths = 0;
   int version = 0;
   bool isRefused = false;
 };

@@ -184,6 +184,7 @@ class ZQMatrixBaseInfo {
   template <class Fields>
   void describeBasePart(Fields& fields);
   bool readBasePart(zmatrix::ZQFieldReader& fields);
+  bool hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const;
   /// One entry a dimension behind a flag; `unused` fills the entries that no dimension has yet.
   template <class Fields>
   void describeDimensions(Fields& fields, zmatrix::HeapArray<int>& array, int unused);

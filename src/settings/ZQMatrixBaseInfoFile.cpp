@@ -21,7 +21,6 @@ bool isCoordinateSize(int size) {
 template <class Fields>
 void ZQMatrixBaseInfo::describeBasePart(Fields& fields) {
   fields.number(updateInfoSize);
-  fields.require(static_cast<unsigned>(updateInfoSize) <= zmatrix::largestUpdateInfoSize);
 #define ZQ_BASE_ROWS
 #define ZQ_BEHIND_MEM_IS_READ_ONLY describeCoordinateSizes(fields);
 #define ZQ_FIELD(type, name, Name, initial, since, printType, format) \
@@ -86,13 +85,21 @@ bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {
   if (!fields.isSound()) return false;
   // A wrong number has ended the reading already, so this sentence never comes out.
   if (magicNumber != zmatrix::matrixInfoMagicNumber) dbPrintf(0, "ReadMatrixInfo:Illegal value for magic number\n");
+  fields.endPart();
   return true;
 }
 
-int ZQMatrixBaseInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int) {
+// The names of many files, or very long paths, make a record larger than the limit. In front of the elements such a one is taken
+// if its size is what its writer must have found, since without it all elements would be lost; the history ends with it.
+bool ZQMatrixBaseInfo::hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const {
+  const auto size = static_cast<unsigned>(updateInfoSize);
+  return size <= zmatrix::largestUpdateInfoSize || (withSequence == 0 && size == fields.getSumOfLengths());
+}
+
+int ZQMatrixBaseInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {
   const int id = matrixID;
   zmatrix::ZQFieldReader fields(file);
-  return readBasePart(fields) ? 1 : refuseRecord(*this, id);
+  return readBasePart(fields) && hasLegalSize(fields, withSequence) ? 1 : refuseRecord(*this, id);
 }
 
 void ZQMatrixBaseInfo::writeUpdateInfo(zmatrix::ZQFileWriter& file, int) {

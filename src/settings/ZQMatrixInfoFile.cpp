@@ -13,11 +13,14 @@ void ZQMatrixInfo::describeFullPart(Fields& fields) {
 int ZQMatrixInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {
   const int id = matrixID;
   zmatrix::ZQFieldReader fields(file);
-  if (!readMediumPart(fields, withSequence)) return refuseRecord(*this, id);
-  if (updateInfoType >= ZQMatrixInfoTypeFull) {
+  bool isRead = readMediumPart(fields, withSequence);
+  if (isRead && updateInfoType >= ZQMatrixInfoTypeFull) {
     describeFullPart(fields);
-    return fields.isSound() ? 1 : refuseRecord(*this, id);
+    fields.endPart();
+    isRead = fields.isSound();
   }
+  if (!isRead || !hasLegalSize(fields, withSequence)) return refuseRecord(*this, id);
+  if (updateInfoType >= ZQMatrixInfoTypeFull) return 1;
   currentMatrixIDLevelDown = currentMatrixIDLevelUp = -1;
   numberOfSymbols = newSymbol = 0;
   keepSymbolsWhenRemoveOverdeterminedElements = 1;

@@ -136,6 +136,7 @@ bool ZQMatrixMediumInfo::readMediumPart(zmatrix::ZQFieldReader& fields, int with
   }
   describeMediumPart(fields, withSequence);
   if (!fields.isSound()) return false;
+  fields.endPart();
   const bool hasRoom = kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfKernelOriginalSequence);
   for (int k = 0; hasRoom && k < coordinateDimension; ++k) {
     std::copy_n(kernelOriginalSequence[k], std::max(lengthOfKernelOriginalSequence, 0), kernelOriginalSequenceInitialValues[k]);
@@ -146,7 +147,7 @@ bool ZQMatrixMediumInfo::readMediumPart(zmatrix::ZQFieldReader& fields, int with
 int ZQMatrixMediumInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {
   const int id = matrixID;
   zmatrix::ZQFieldReader fields(file);
-  return readMediumPart(fields, withSequence) ? 1 : refuseRecord(*this, id);
+  return readMediumPart(fields, withSequence) && hasLegalSize(fields, withSequence) ? 1 : refuseRecord(*this, id);
 }
 
 void ZQMatrixMediumInfo::writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence) {

@@ -23,12 +23,15 @@ struct ZQMatrixFileSave {
       dbPrintf(0, "saveMatrixToDisk: Could not open file %s for writing!\n", path != nullptr ? path : "");
       return -1;
     }
+    ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
+    const int offsetToUpdateInfos = header.getOffsetToUpdateInfos();
     bool isWritten = false;
-    {
+    if (matrix.hasBlock()) {  // a matrix that has lost its block holds nothing that is worth an old file
       zmatrix::ZQFileWriter file(target.getStream());
       isWritten = ZQMatrixFileSave(matrix, file).write();
     }
     if (isWritten && target.commit()) return 1;
+    header.setOffsetToUpdateInfos(offsetToUpdateInfos);  // of the file that stands
     dbPrintf(0, "saveMatrixToDisk: Could not write file %s!\n", path);
     return -1;
   }
@@ -85,6 +88,9 @@ struct ZQMatrixFileSave {
           ruleCount += matrix.isRuleMatrixData(reinterpret_cast<ZQMatrixMediumElement**>(matrix.matrixData + position));
       }
       ++position;
+    }
+    if (position > stack + 1LL) {
+      dbPrintf(0, "writeMatrixToDisk(): imatrix (%d) > _maxinalStack (%d) unexpected\n", static_cast<int>(position), stack);
     }
     reportCounts(elementCount, ruleCount);
   }

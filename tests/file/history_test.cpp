@@ -50,6 +50,9 @@ TYPED_TEST(HistoryTest, growsByWhatChangedSinceTheLoad) {
   EXPECT_EQ(this->count(), 2) << "a save does not extend what the next one carries on";
   EXPECT_EQ(std::string(this->record(1)->getUpdateSequence(), 9), "two boats");
   EXPECT_EQ(this->matrix->getNumberOfAppendedUpdates(), 2);
+  this->matrix->setNumberOfAppendedUpdates(INT_MAX);  // as any file may say
+  learnText(*this->matrix, "two boats", false);
+  EXPECT_EQ(this->matrix->getNumberOfAppendedUpdates(), INT_MIN);
   EXPECT_EQ(this->matrix->getMatrixFileHeader()->matrixHasBeenRead(), 1);
 }
 

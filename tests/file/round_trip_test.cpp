@@ -113,6 +113,23 @@ TYPED_TEST(RoundTripTest, onlyTheFirstSubMatrixInUse) {
   EXPECT_TRUE(slotsOf(*this->loaded).contains(4));
 }
 
+// All elements lie behind the record: one that is refused for its size would take them along.
+TYPED_TEST(RoundTripTest, aVeryLongPathMakesALargeRecord) {
+  OwnedMatrix<TypeParam> deep;
+  deep->getMatrixInfo()->setMaxDimOfMatrix(20000);
+  const std::vector<int> longPath(13000, 7);
+  ASSERT_EQ(TierUnderTest<TypeParam>::write(*deep, longPath, 42, 0, 0, 0), 1);
+  ASSERT_EQ(deep->saveMatrixToDisk(this->path.c_str()), 1);
+  EXPECT_GT(deep->getMatrixInfo()->getUpdateInfoSize(), 100000);
+  ASSERT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+  EXPECT_EQ(slotsOf(*this->loaded), slotsOf(*deep));
+  EXPECT_EQ(this->loaded->getMatrixInfo()->getCurrentDimension(), 13000);
+  std::string bytes = TestFolder::contentOf(this->path);
+  ++bytes[2204];  // a size that is wrong by one
+  ASSERT_EQ(this->loaded->readAndInitMatrixFromDisk(this->folder.put("m", bytes).c_str(), -1), 1);
+  EXPECT_EQ(this->loaded->getMatrixInfo()->getCurrentDimension(), 0);
+}
+
 // A matrix that never held anything has no record in its file, and a reader takes the elements for one. It comes back empty.
 TYPED_TEST(RoundTripTest, anEmptyMatrixComesBackEmpty) {
   OwnedMatrix<TypeParam> empty;

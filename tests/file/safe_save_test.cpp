@@ -78,6 +78,7 @@ TEST_F(SafeSaveTest, aFullDiskLeavesTheOldFile) {
   rlimit before;
   getrlimit(RLIMIT_FSIZE, &before);
   const auto oldAction = signal(SIGXFSZ, SIG_IGN);
+  learnText(*matrix, someText);  // a history, whose place is told only in a file that stands
   for (const size_t limit : {old.size() - 1, old.size() / 2, size_t{1}}) {
     rlimit narrow = before;
     narrow.rlim_cur = limit;
@@ -87,12 +88,20 @@ TEST_F(SafeSaveTest, aFullDiskLeavesTheOldFile) {
     EXPECT_EQ(result, -1);
     EXPECT_EQ(TestFolder::contentOf(path), old);
     EXPECT_EQ(numberOfFiles(), 1u);
+    EXPECT_EQ(matrix->getOffsetToUpdateInfos(), 0);
   }
   signal(SIGXFSZ, oldAction);
   CapturedMessages messages(0);
   EXPECT_EQ(save("/dev/full"), -1);
   EXPECT_EQ(messages.take(), "saveMatrixToDisk: Could not write file /dev/full!\n");
   EXPECT_EQ(save("/dev/null"), 1);
+}
+
+TEST_F(SafeSaveTest, aMatrixWithoutABlockReplacesNothing) {
+  const std::string old = TestFolder::contentOf(folder.put("model.zmatrix", "old"));
+  matrix->deInitMatrix();  // as growth does where memory runs out
+  EXPECT_EQ(save(path), -1);
+  EXPECT_EQ(TestFolder::contentOf(path), old);
 }
 
 // The history's place is known last and stands near the front, which a pipe can't be sought back to.

@@ -42,7 +42,7 @@ void learnAndSay(Matrix& matrix) {
   int* item = nullptr;
   for (int i = 0; i < 8; ++i) item = matrix.readObjexFromMatrix(&probability, &stopProbability);
   (void)item;
-  int start[] = {84, 104, 101, 32, 84, 104, 101, 32};
+  int start[256] = {84, 104, 101, 32, 84, 104, 101, 32};  // four items of as many integers as a record may say
   matrix.updateMatrixWithLongANSISequence(start, 8);
   matrix.updateMatrixWithLongINTSequence(start, 4);
   matrix.initializeKernelSequenceWithOriginalSequence(start, 4, 1);
