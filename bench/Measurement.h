@@ -17,7 +17,7 @@ struct Tally {
 /// What a child reports. Times are in seconds; which of them mean something is up to the benchmark.
 struct Measurement {
   long long operations = 0;
-  double seconds[3] = {};
+  double seconds[4] = {};
   long long residentBytes = 0;
   Tally tally;
   bool isRight = false;

@@ -36,7 +36,7 @@ columns = {
     "random": [("write", "ns"), ("read", "read_ns"), ("delete", "delete_ns")],
     "test": [("linear", "ns"), ("walk down", "walk_down_ns")],
     "prune": [("prune", "ns"), ("left", "left_percent")],
-    "file": [("save", "save_MB_s"), ("load", "load_MB_s"), ("copy", "copy_MB_s")],
+    "file": [("save", "save_MB_s"), ("load", "load_MB_s"), ("copy", "copy_MB_s"), ("read", "read_MB_s")],
     "cap": [("write", "ns"), ("elements", "elements")],
 }
 print("ns an operation (of files: MB a second); in brackets the ratio to absl::flat_hash_map, or to std::unordered_map where absl is")

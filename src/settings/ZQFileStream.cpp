@@ -30,7 +30,13 @@ ZQFileWriter::ZQFileWriter(FILE* aFile) : file(aFile) {
 }
 
 bool ZQFileWriter::flush() {
-  if (file != nullptr && used > 0 && !hasFailed) hasFailed = fwrite(bytes, 1, used, file) != used;
+  if (file != nullptr && used > 0 && !hasFailed) {
+    hasFailed = fwrite(bytes, 1, used, file) != used;
+#ifdef SYNC_FILE_RANGE_WRITE
+    // Only begins to write and tells nothing: what goes wrong shows when the file is synced.
+    if (writesBackAtOnce) sync_file_range(fileno(file), flushedBytes, static_cast<off_t>(used), SYNC_FILE_RANGE_WRITE);
+#endif
+  }
   flushedBytes += static_cast<long long>(used);
   used = 0;
   return !hasFailed;
@@ -65,18 +71,21 @@ ZQFileReader::ZQFileReader(FILE* aFile) : file(aFile), buffer(new (std::nothrow)
 
 // Moves what is left to the front and reads on behind it.
 bool ZQFileReader::refill(size_t size) {
+  if (buffer == nullptr || getBytesLeft() < static_cast<long long>(size)) return false;
   const size_t left = end - next;
-  if (buffer != nullptr && getBytesLeft() >= static_cast<long long>(size)) {
-    memmove(buffer.get(), buffer.get() + next, left);
-    positionOfBuffer += static_cast<long long>(next);
-    next = 0;
-    end = left + fread(buffer.get() + left, 1, bufferSize - left, file);
-    if (end >= size) return true;
-  }
+  memmove(buffer.get(), buffer.get() + next, left);
+  positionOfBuffer += static_cast<long long>(next);
+  next = 0;
+  end = left + fread(buffer.get() + left, 1, bufferSize - left, file);
+  if (end >= size) return true;
+  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file has become shorter meanwhile
+  return false;
+}
+
+void ZQFileReader::endHere() {
   next = end;
   fileSize = getPosition();
   hasEnded = true;
-  return false;
 }
 
 bool ZQFileReader::read(void* to, size_t size) {

@@ -42,6 +42,10 @@ class ZQFileWriter {
   /// Without a file it only counts.
   explicit ZQFileWriter(FILE* aFile);
 
+  /// From now on the disk is set to work on all bytes as soon as they are handed to the file: for a file that is synced in the
+  /// end.
+  void writeBackAtOnce() { writesBackAtOnce = true; }
+
   /// Room for `size` bytes, at most largestFilePiece, which the caller fills.
   char* claim(size_t size) {
     if (used + size > capacity) flush();
@@ -68,6 +72,7 @@ class ZQFileWriter {
   size_t capacity = sizeof smallBuffer;
   size_t used = 0;
   long long flushedBytes = 0;
+  bool writesBackAtOnce = false;
   bool hasFailed = false;
 };
 
@@ -78,11 +83,18 @@ class ZQFileReader {
 
   /// The next `size` bytes, at most largestFilePiece; null, and the file at its end, if there are less.
   const char* take(size_t size) {
-    if (end - next < size && !refill(size)) return nullptr;
-    const char* bytes = buffer.get() + next;
-    next += size;
+    const char* bytes = peek(size);
+    if (bytes != nullptr) {
+      next += size;
+    } else {
+      endHere();
+    }
     return bytes;
   }
+  /// The next `size` bytes, at most largestFilePiece, which stay the next ones; null if there are less.
+  const char* peek(size_t size) { return end - next >= size || refill(size) ? buffer.get() + next : nullptr; }
+  /// Goes on behind bytes that were peeked at.
+  void advance(size_t size) { next += size; }
   /// The next bytes, and zeros for those that are missing. False if some are.
   bool read(void* to, size_t size);
   /// The next number; 0 behind the end.
@@ -103,6 +115,7 @@ class ZQFileReader {
 
  private:
   bool refill(size_t size);
+  void endHere();
 
   FILE* file;
   std::unique_ptr<char[]> buffer;

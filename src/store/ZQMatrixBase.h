@@ -180,12 +180,12 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   friend struct ZQMatrixFileSave;
   template <class Tier>
   friend struct ZQMatrixFileLoad;
+  template <class Tier>
+  friend struct ZQMatrixElementReader;
 
   bool resizeBlock(int newSize);
   /// A new block without any record. False if memory has run out: then there is no block.
   bool makeEmptyBlock(int size);
-  /// Holds every link of a block that came from outside against the links that must answer it; see the source.
-  bool linksAreSound() const;
   /// Drops what cannot be reached from a root and links the rest anew. The records dropped, or -1 if memory has run out.
   int repairLinks();
   long long largestLegalIndex() const;

@@ -45,9 +45,9 @@ void putElement(char* to, Element& element) {
 }
 
 /// Takes the fields that lie within the first `size` bytes; the others stay.
-template <class Element>
-void getElement(const char* from, size_t size, Element& element) {
-  describeElement(element, [from, size](size_t offset, auto value, auto set) {
+template <size_t size, class Element>
+void getElement(const char* from, Element& element) {
+  describeElement(element, [from](size_t offset, auto value, auto set) {
     if (offset + sizeof value <= size) set(getLittleEndian<decltype(value)>(from + offset));
   });
 }

@@ -6,10 +6,10 @@
 #pragma once
 
 #include <cstdio>
+#include <string>
 
-#include "frame/ZQProgress.h"
 #include "store/ZQMatrixBase.h"
-#include "store/ZQMatrixElementFile.h"
+#include "store/ZQMatrixElementReader.h"
 #include "store/ZQTierLife.h"
 
 template <class Tier>
@@ -18,8 +18,12 @@ struct ZQMatrixFileLoad {
   using Element = typename Tier::Element;
   using Info = typename Tier::Info;
   static constexpr bool hasHistory = Tier::infoType >= 1;
+  static constexpr long long modestNumberOfMatrices = 1024;
+  static constexpr long long sizeOfSmallestElement = zmatrix::sizeOfElementInFile(0);
 
   static int load(Matrix& matrix, const char* path, int debugLevel) {
+    const std::string ownPath = path != nullptr ? path : "";  // it may be one of the header's texts, which are about to change
+    path = ownPath.c_str();
     ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
     matrix.currentMatrixID = 0;
     header.setMatrixDebugOutputDevice(2);
@@ -27,7 +31,7 @@ struct ZQMatrixFileLoad {
     matrix.setMatrixDebugOn(debugLevel);
     FILE* stream = zmatrix::openRegularFile(path);
     if (stream == nullptr) {
-      dbPrintf(0, "readMatrixFromDisk: Could not open matrix file %s for reading!\n", path != nullptr ? path : "");
+      dbPrintf(0, "readMatrixFromDisk: Could not open matrix file %s for reading!\n", path);
       matrix.setMatrixDebugOff();
       return -1;
     }
@@ -43,20 +47,18 @@ struct ZQMatrixFileLoad {
 
  private:
   ZQMatrixFileLoad(Matrix& aMatrix, zmatrix::ZQFileReader& aFile, FILE* aStream)
-      : matrix(aMatrix), header(*aMatrix.getMatrixFileHeader()), file(aFile), stream(aStream) {}
+      : matrix(aMatrix), header(*aMatrix.getMatrixFileHeader()), file(aFile), stream(aStream), elements(aMatrix, aFile) {}
 
   int read(const char* path, int debugLevel) {
-    char origin[256] = {};  // the path may be the header's own text, which is about to be read over
-    zmatrix::storeText(origin, sizeof origin, path);
     if (!readHeader()) return -1;
     reopenDebugFile(debugLevel);
-    header.setMatrixOriginFilename(origin);
+    header.setMatrixOriginFilename(path);
     header.setMatrixDestinationFilename("");
     if (!readRecords()) return -1;
     stackOfFile = header.getMaximalStack();
     int result = 1;
     if (matrix.makeEmptyBlock(header.getMatrixBlockSize())) {
-      readElements();
+      elements.read(infoType, stackOfFile);
       if constexpr (hasHistory) {
         if (header.getOffsetToUpdateInfos() >= 1) keepHistory();
         upgradeRecords();
@@ -67,13 +69,17 @@ struct ZQMatrixFileLoad {
       result = -1;
     }
     reportCounts();
-    if (result == 1 && (isOutOfMemory || !provideRoots() || !makeLinksSound())) result = -1;
+    if (result == 1 && (elements.isOutOfMemory || !provideRoots() || !makeLinksSound())) result = -1;
     if (result == -1) becomeEmpty();
     return result;
   }
 
-  // The fields that say how large things are in memory stay true to what there is.
+  // The fields that say what there is in memory stay true to it, so that it can still be saved and loaded.
   bool readHeader() {
+    char oldFileType[8];
+    zmatrix::storeText(oldFileType, sizeof oldFileType, header.getFileType());
+    const int oldIs64BitMatrix = header.getIs64BitMatrix();
+    const int oldInfoType = header.getMatrixInfoType();
     const int oldMaximum = header.getMaxNumberOfMatrices();
     const int oldNumber = header.getNumberOfMatrices();
     const int oldBlockSize = header.getMatrixBlockSize();
@@ -86,17 +92,21 @@ struct ZQMatrixFileLoad {
     const int newMaximum = header.getMaxNumberOfMatrices();
     header._setMaxNumberOfMatrices(oldMaximum);
     if (isAccepted && setNumberOfRecords(newMaximum)) return true;
+    header.setFileType(oldFileType);
+    header.setIs64BitMatrix(oldIs64BitMatrix);
+    header.setMatrixInfoType(oldInfoType);
     header._setNumberOfMatrices(oldNumber);
     header._setMatrixBlockSize(oldBlockSize);
     header._setMaximalStack(oldStack);
     return false;
   }
 
-  // Each sub-matrix has its root in the file, so that their number can't exceed what the file has room for.
+  // Sub-matrices that hold something have their roots in the file, so that beyond a modest number, which any matrix may have
+  // without holding anything, the file limits them.
   bool hasLegalNumbers() const {
     const int maximum = header.getMaxNumberOfMatrices();
     return maximum >= 1 && maximum <= zmatrix::largestNumberOfMatrices && maximum <= header.getMatrixBlockSize() &&
-           maximum <= file.getFileSize() / static_cast<long long>(zmatrix::sizeOfElementInFile(0)) &&
+           maximum <= std::max(modestNumberOfMatrices, file.getFileSize() / sizeOfSmallestElement) &&
            header.getMatrixBlockSize() <= zmatrix::largestBlockSize && header.getNumberOfMatrices() >= 0 &&
            header.getNumberOfMatrices() <= maximum;
   }
@@ -148,14 +158,23 @@ struct ZQMatrixFileLoad {
     matrix.setMatrixDebugOn(debugLevel);
   }
 
+  // The header may count more sub-matrices than have records: its count doesn't fall, but those above the last that holds
+  // anything are not written. What stands in their place is the first element.
+  bool isAtRecord() {
+    const char* bytes = file.peek(2 * sizeof(int));
+    return bytes == nullptr || zmatrix::getLittleEndian<int>(bytes + sizeof(int)) == zmatrix::matrixInfoMagicNumber;
+  }
+
   // A record that makes no sense goes unnoticed here, except for its type: it shows in the counts.
   bool readRecords() {
     const int typeOfHeader = header.getMatrixInfoType();
     infoType = typeOfHeader >= 0 && typeOfHeader <= Tier::infoType ? typeOfHeader : Tier::infoType;
     for (int id = 0; id < header.getNumberOfMatrices(); ++id) {
       Info& info = *infoOf(id);
-      const bool isRead = info.readUpdateInfo(file, 0) == 1;
-      if (info.getUpdateInfoType() > Tier::infoType) {
+      const bool isThere = isAtRecord();
+      const bool isRead = isThere && info.readUpdateInfo(file, 0) == 1;
+      if (!isThere) makeRecordEmpty(id);
+      if (Tier::infoType == 0 ? info.getUpdateInfoType() != 0 : info.getUpdateInfoType() > Tier::infoType) {
         dbPrintf(0, Tier::fileTexts.infoTypeTooHigh, id, info.getUpdateInfoType());
         becomeEmpty();
         return false;
@@ -173,60 +192,6 @@ struct ZQMatrixFileLoad {
     return true;
   }
 
-  void readElements() {
-    const int stack = stackOfFile;
-    header._setMaximalStack(std::min(stack, matrix.numberOfSlots - 1));
-    elementCount = zmatrix::negativeOf(header.getMaxNumberOfMatrices());
-    if constexpr (hasHistory) {
-      snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "reading matrix from disk: %d items...",
-               stack);
-    }
-    const size_t size = zmatrix::sizeOfElementInFile(infoType);
-    while (position <= stack && !file.isAtEnd() && !isOutOfMemory) {
-      if constexpr (hasHistory) matrixProgressDisplay(static_cast<int>(position), stack);
-      const int result = readMatrixElementFromDisk(size);
-      if (result >= 0) {
-        ++position;
-        zmatrix::addTo(elementCount, 1);
-      } else {
-        position = std::min(position - result, static_cast<long long>(stack) + 1);
-      }
-    }
-    matrix.freeSlots.fillWhereOccupied(matrix.matrixData, header.getMaximalStack() + 1);
-  }
-
-  /// 1 for an element, 0 at the end of the file, the negative length of a run of empty slots.
-  int readMatrixElementFromDisk(size_t size) {
-    const char* first = file.take(sizeof(int));
-    if (first == nullptr) return 0;
-    const int writeCount = zmatrix::getLittleEndian<int>(first);
-    if (writeCount < 0) return writeCount;
-    char bytes[sizeof(ZQMatrixElement)];
-    memcpy(bytes, first, sizeof(int));
-    const size_t sizeOfRest = size - sizeof(int);
-    const bool isCut = file.getBytesLeft() < static_cast<long long>(sizeOfRest);
-    const char* rest = isCut ? nullptr : file.take(sizeOfRest);
-    if (rest != nullptr) {
-      memcpy(bytes + sizeof(int), rest, sizeOfRest);
-    } else {
-      file.read(bytes + sizeof(int), sizeOfRest);  // the fields that are missing become 0
-    }
-    if (position >= matrix.numberOfSlots) {
-      ++elementsOutside;
-      return 1;
-    }
-    if (matrix.matrixData[position] != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
-    void* memory = matrix.records.allocate();
-    if (memory == nullptr) {
-      isOutOfMemory = true;
-      return 1;
-    }
-    Element* element = new (memory) Element();
-    zmatrix::getElement(bytes, size, *element);
-    matrix.matrixData[position] = element;
-    return 1;
-  }
-
   // The rest of the file goes to a stream of its own, for the next save.
   void keepHistory() {
     dbPrintf(1, "reading appended updateInfos updateinfos\n");
@@ -242,7 +207,9 @@ struct ZQMatrixFileLoad {
     if (ZQDebugChannel::globalDebugLevel >= 2) printHistory(offset);
     zmatrix::ZQFileWriter writer(history);
     const bool isKept = history != nullptr && fseeko(stream, offset, SEEK_SET) == 0 && zmatrix::copyRest(stream, writer);
-    if (!writer.flush() || !isKept) dbPrintf(0, "readMatrixFromDisk: the history could not be kept\n");
+    if (writer.flush() && isKept) return;
+    dbPrintf(0, "readMatrixFromDisk: the history could not be kept\n");
+    header.closeAndRemoveUpdateInfos();  // what is cut can't be appended to
   }
 
   void printHistory(int offset) {
@@ -265,16 +232,17 @@ struct ZQMatrixFileLoad {
   }
 
   void reportCounts() {
+    const long long position = elements.position;
     if (position < stackOfFile) dbPrintf(0, "%s", Tier::fileTexts.endReached);
     if (position > stackOfFile + 1LL) {
       dbPrintf(0, Tier::fileTexts.beyondStack, static_cast<int>(position), stackOfFile);
     }
     int total = 0;
     for (int id = 0; id < header.getNumberOfMatrices(); ++id) zmatrix::addTo(total, infoOf(id)->getNumberOfMatrixElements());
-    if (elementCount != total) {
-      dbPrintf(0, Tier::fileTexts.countsDiffer, elementCount, total);
+    if (elements.count != total) {
+      dbPrintf(0, Tier::fileTexts.countsDiffer, elements.count, total);
     } else {
-      dbPrintf(1, "readMatrixFromDisk(): elementCount (%d) items read\n", elementCount);
+      dbPrintf(1, "readMatrixFromDisk(): elementCount (%d) items read\n", elements.count);
     }
   }
 
@@ -289,15 +257,16 @@ struct ZQMatrixFileLoad {
   }
 
   bool makeLinksSound() {
-    if (elementsOutside > 0) {
-      dbPrintf(0, "readMatrixFromDisk: %d elements beyond the block of %d dropped\n", elementsOutside, matrix.numberOfSlots);
+    if (elements.numberOutside > 0) {
+      dbPrintf(0, "readMatrixFromDisk: %d elements beyond the block of %d dropped\n", elements.numberOutside,
+               matrix.numberOfSlots);
     }
     for (int id = 0; id < header.getMaxNumberOfMatrices(); ++id) {
       // A count beyond the block would let it grow for nothing.
       Info& info = *infoOf(id);
       if (info.getNumberOfMatrixElements() > matrix.numberOfSlots) info.setNumberOfMatrixElements(matrix.numberOfSlots);
     }
-    if (matrix.linksAreSound()) return true;
+    if (elements.links.isSound(matrix.matrixData)) return true;
     const int dropped = matrix.repairLinks();
     if (dropped < 0) return false;
     dbPrintf(0, "readMatrixFromDisk: illegal links, %d elements dropped, the others linked anew\n", dropped);
@@ -313,6 +282,8 @@ struct ZQMatrixFileLoad {
   void becomeEmpty() {
     const int numberOfMatrices = header.getMaxNumberOfMatrices();
     for (int id = 0; id < numberOfMatrices; ++id) makeRecordEmpty(id);
+    header.setMatrixInfoType(Tier::infoType);
+    header.setOffsetToUpdateInfos(0);
     const int size = std::max(numberOfMatrices, zmatrix::initialBlockSize);
     bool hasRoom = matrix.makeEmptyBlock(size);
     for (int id = 0; hasRoom && id < numberOfMatrices; ++id) hasRoom = matrix.template createElementAt<Element>(id) != nullptr;
@@ -330,10 +301,7 @@ struct ZQMatrixFileLoad {
   ZQMatrixFileHeader& header;
   zmatrix::ZQFileReader& file;
   FILE* stream;
+  ZQMatrixElementReader<Tier> elements;
   int infoType = 0;
-  long long position = 0;
   int stackOfFile = 0;
-  int elementCount = 0;
-  int elementsOutside = 0;
-  bool isOutOfMemory = false;
 };

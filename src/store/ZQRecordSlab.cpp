@@ -1,25 +1,46 @@
 #include "store/ZQRecordSlab.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "frame/ZQMemory.h"
 
 namespace {
 
-constexpr size_t headerOfChunk = 16;          // keeps records aligned for their 64-bit value
-constexpr size_t mostRecordsInChunk = 16384;  // half a megabyte or so: large enough to be rare, small enough to waste little
+constexpr size_t headerOfChunk = 16;            // keeps records aligned for their 64-bit value
+constexpr size_t mostRecordsInChunk = 16384;    // half a megabyte or so: large enough to be rare, small enough to waste little
+constexpr size_t recordsProvidedAtOnce = 8192;  // of a reserved chunk: what the second level of a cache holds
 
 }  // namespace
 
-bool ZQRecordSlab::addChunk() {
+bool ZQRecordSlab::addChunk(size_t numberOfRecords) {
   static_assert(sizeof(Chunk) <= headerOfChunk);
-  const size_t bytes = recordsInNextChunk * recordSize;
-  Chunk* chunk = static_cast<Chunk*>(systemMalloc(headerOfChunk + bytes));
+  Chunk* chunk = static_cast<Chunk*>(systemMalloc(headerOfChunk + numberOfRecords * recordSize));
   if (chunk == nullptr) return false;
   chunk->previous = lastChunk;
   lastChunk = chunk;
-  next = reinterpret_cast<char*>(chunk) + headerOfChunk;
-  end = next + bytes;
-  if (recordsInNextChunk < mostRecordsInChunk) recordsInNextChunk *= 2;
+  next = end = reinterpret_cast<char*>(chunk) + headerOfChunk;
+  endOfChunk = next + numberOfRecords * recordSize;
   return true;
+}
+
+bool ZQRecordSlab::provideRecords() {
+  if (end == endOfChunk) {
+    if (!addChunk(recordsInNextChunk)) return false;
+    end = endOfChunk;
+    if (recordsInNextChunk < mostRecordsInChunk) recordsInNextChunk *= 2;
+    return true;
+  }
+  const size_t recordsLeft = static_cast<size_t>(endOfChunk - end) / recordSize;
+  const size_t bytes = std::min(recordsLeft, recordsProvidedAtOnce) * recordSize;
+  pages.provide(end, bytes);
+  end += bytes;
+  return true;
+}
+
+void ZQRecordSlab::reserve(size_t numberOfRecords) {
+  if (numberOfRecords == 0 || numberOfRecords > SIZE_MAX / 2 / recordSize || !addChunk(numberOfRecords)) return;
+  pages.begin(next, static_cast<size_t>(endOfChunk - next));
 }
 
 void ZQRecordSlab::clear() {
@@ -28,7 +49,7 @@ void ZQRecordSlab::clear() {
     systemFree(lastChunk);
     lastChunk = previous;
   }
-  next = end = nullptr;
+  next = end = endOfChunk = nullptr;
   firstReleased = nullptr;
   recordsInNextChunk = 256;
 }

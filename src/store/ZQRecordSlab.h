@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+#include "frame/ZQPageProvider.h"
+
 class ZQRecordSlab {
  public:
   ZQRecordSlab() = default;
@@ -22,11 +24,15 @@ class ZQRecordSlab {
       firstReleased = record->next;
       return record;
     }
-    if (next == end && !addChunk()) return nullptr;
+    if (next == end && !provideRecords()) return nullptr;
     void* record = next;
     next += recordSize;
     return record;
   }
+
+  /// Provides for so many records that are about to be written, in one piece. Nothing happens if memory doesn't suffice for them
+  /// all.
+  void reserve(size_t numberOfRecords);
 
   /// Takes a record back for the next allocate().
   void release(void* record) {
@@ -46,12 +52,15 @@ class ZQRecordSlab {
     Chunk* previous;
   };
 
-  bool addChunk();
+  bool provideRecords();
+  bool addChunk(size_t numberOfRecords);
 
   size_t recordSize = 32;
   size_t recordsInNextChunk = 256;
   char* next = nullptr;
   char* end = nullptr;
+  char* endOfChunk = nullptr;  // above `end` only in what was reserved
   Released* firstReleased = nullptr;
   Chunk* lastChunk = nullptr;
+  zmatrix::ZQPageProvider pages;  // of what was reserved
 };

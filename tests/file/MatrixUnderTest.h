@@ -1,20 +1,15 @@
 // Matrices of the three tiers with something in every part that a file holds, and what tells two of them apart.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "support/CapturedMessages.h"
 #include "support/TestFolder.h"
-#include "support/TierUnderTest.h"
+#include "support/TierTest.h"
 
 namespace zmatrix {
-
-using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
 
 template <class Matrix>
 inline constexpr bool learns = TierUnderTest<Matrix>::tier != plain::Tier::base;
@@ -27,11 +22,32 @@ class OwnedMatrix {
   ~OwnedMatrix() { TierUnderTest<Matrix>::destroy(matrix); }
   OwnedMatrix(const OwnedMatrix&) = delete;
   OwnedMatrix& operator=(const OwnedMatrix&) = delete;
+  void makeAnew() {
+    TierUnderTest<Matrix>::destroy(matrix);
+    matrix = TierUnderTest<Matrix>::create();
+  }
   Matrix* operator->() { return matrix; }
   Matrix& operator*() { return *matrix; }
 
  private:
   Matrix* matrix = TierUnderTest<Matrix>::create();
+};
+
+/// A folder, and a matrix that loads files from it.
+template <class Matrix>
+class FileTest : public testing::Test {
+ public:
+  static constexpr int tier = static_cast<int>(TierUnderTest<Matrix>::tier);
+
+  ~FileTest() override { setSearchState({}); }
+
+  static int loadInto(OwnedMatrix<Matrix>& any, const std::string& path) {
+    return any->readAndInitMatrixFromDisk(path.c_str(), -1);
+  }
+  int load(const std::string& bytes) { return loadInto(matrix, folder.put("m", bytes)); }
+
+  TestFolder folder;
+  OwnedMatrix<Matrix> matrix;
 };
 
 inline std::vector<int> codesOf(const std::string& text) {

@@ -26,7 +26,6 @@ class HistoryTest : public testing::Test {
   std::string path = folder.path() + "/model.zmatrix";
   OwnedMatrix<Matrix> matrix;
 };
-using LearningTiers = testing::Types<ZQMatrixMedium, ZQMatrix>;
 TYPED_TEST_SUITE(HistoryTest, LearningTiers);
 
 TYPED_TEST(HistoryTest, growsByWhatChangedSinceTheLoad) {

@@ -10,19 +10,14 @@ namespace {
 using namespace zmatrix;
 
 template <class Matrix>
-class HostileTest : public testing::Test {
+class HostileTest : public FileTest<Matrix> {
  public:
-  using Access = TierUnderTest<Matrix>;
-  static constexpr int tier = static_cast<int>(Access::tier);
-
-  ~HostileTest() override { Access::destroy(matrix); }
-
   /// Loads into what the last load has left, and uses it; the result of the load.
   int tryOut(const std::string& bytes, int matricesToUse = 2) {
-    const int result = matrix->readAndInitMatrixFromDisk(folder.put("hostile.zmatrix", bytes).c_str(), -1);
+    const int result = this->load(bytes);
     EXPECT_TRUE(result == 1 || result == -1);
-    EXPECT_EQ(faultsOfLinks(*matrix), "");
-    if (matricesToUse > 0) useMatrix(*matrix, folder.path() + "/used.zmatrix", matricesToUse);
+    EXPECT_EQ(faultsOfLinks(*this->matrix), "");
+    if (matricesToUse > 0) useMatrix(*this->matrix, this->folder.path() + "/used.zmatrix", matricesToUse);
     return result;
   }
 
@@ -48,9 +43,6 @@ class HostileTest : public testing::Test {
     }
     return "";
   }
-
-  TestFolder folder;
-  Matrix* matrix = Access::create();
 };
 TYPED_TEST_SUITE(HostileTest, Tiers);
 
@@ -102,10 +94,10 @@ TYPED_TEST(HostileTest, blockSizesUpToTheCapAreHonoured) {
   EXPECT_EQ(this->tryOut(file.with("matrixBlockSize", 3)), -1) << "no room for the roots";
   OwnedMatrix<TypeParam> fresh;
   const std::string path = this->folder.put("m", file.with("matrixBlockSize", 134217728));
-  EXPECT_EQ(fresh->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
+  EXPECT_EQ(this->loadInto(fresh, path), 1);
   EXPECT_EQ(fresh->getMatrixFileHeader()->getMatrixBlockSize(), 134217728);
   largestAllocation = 100000000;
-  EXPECT_EQ(fresh->readAndInitMatrixFromDisk(path.c_str(), -1), -1);
+  EXPECT_EQ(this->loadInto(fresh, path), -1);
   largestAllocation = static_cast<size_t>(-1);
   EXPECT_EQ(slotsOf(*fresh).size(), 4u);
 }
@@ -124,7 +116,7 @@ TYPED_TEST(HostileTest, aFileAsksForNoMoreMemoryThanItsSizeAllows) {
     for (const int value : {1000000, 100000000, INT_MAX}) {
       SCOPED_TRACE(std::string(name) + " = " + std::to_string(value));
       OwnedMatrix<TypeParam> fresh;
-      const int result = fresh->readAndInitMatrixFromDisk(this->folder.put("m", file.with(name, value)).c_str(), -1);
+      const int result = this->loadInto(fresh, this->folder.put("m", file.with(name, value)));
       EXPECT_NE(result, 0);
       EXPECT_LE(fresh->getMatrixFileHeader()->getMaximalStack(), 300) << result;
     }
@@ -136,7 +128,7 @@ TYPED_TEST(HostileTest, elementsThatNoRootLeadsToAreDropped) {
   const plain::MatrixFile file(this->tier);
   const auto survivors = [&](const std::string& bytes) {
     OwnedMatrix<TypeParam> fresh;
-    EXPECT_EQ(fresh->readAndInitMatrixFromDisk(this->folder.put("m", bytes).c_str(), -1), 1);
+    EXPECT_EQ(this->loadInto(fresh, this->folder.put("m", bytes)), 1);
     EXPECT_EQ(this->faultsOfLinks(*fresh), "");
     std::vector<int> positions;
     for (const auto& [position, element] : slotsOf(*fresh)) {
@@ -144,15 +136,26 @@ TYPED_TEST(HostileTest, elementsThatNoRootLeadsToAreDropped) {
     }
     return positions;
   };
-  using Positions = std::vector<int>;
-  EXPECT_EQ(survivors(file.bytes()), (Positions{4, 5, 6, 8}));
-  EXPECT_EQ(survivors(file.with("element8.parent", 3)), (Positions{4, 6})) << "outside the block, with its child";
-  EXPECT_EQ(survivors(file.with("element8.parent", -3)), (Positions{4, 6})) << "a circle of 5 and 8";
-  EXPECT_EQ(survivors(file.with("element6.index", 4)), (Positions{4, 5, 8})) << "at no place of its field";
-  EXPECT_EQ(survivors(file.with("element4.child", 77)), (Positions{4, 5, 6, 8})) << "the children tell their parent";
-  EXPECT_EQ(survivors(file.with("element0.child", 0)), (Positions{4, 5, 6, 8}));
-  EXPECT_EQ(survivors(file.with("element6.previous", -1)), (Positions{4, 5, 6, 8}));
-  EXPECT_EQ(survivors(file.with("element1.parent", 3)), (Positions{4, 5, 6, 8})) << "a root has no parent";
+  const struct {
+    const char* field;
+    int value;
+    Vector survivors;
+    const char* why;
+  } cases[] = {{"run", -1, {4, 5, 6, 8}, "as it is"},
+               {"element8.parent", 3, {4, 6}, "outside the block, with its child"},
+               {"element8.parent", -3, {4, 6}, "below its child"},
+               {"element6.index", 4, {4, 5, 8}, "at no place of its field"},
+               {"element4.child", 77, {4, 5, 6, 8}, "the children tell their parent"},
+               {"element0.child", 0, {4, 5, 6, 8}, "the same"},
+               {"element6.previous", -1, {4, 5, 6, 8}, "the field is told by next"},
+               {"element1.parent", 3, {4, 5, 6, 8}, "a root has no parent"}};
+  for (const auto& c : cases) EXPECT_EQ(survivors(file.with(c.field, c.value)), c.survivors) << c.field << ": " << c.why;
+  std::string circle = file.with("element4.child", 0);  // 5 and 8 lead to each other, and nothing else to them
+  for (const auto& [field, value] : {std::pair{"element5.child", 3}, {"element8.parent", -3}}) {
+    const size_t offset = file.place(field).offset;
+    circle.replace(offset, sizeof(int), file.with(field, value), offset, sizeof(int));
+  }
+  EXPECT_EQ(survivors(circle), (Vector{4, 6}));
 }
 
 TYPED_TEST(HostileTest, whatIsCutOffIsAllThatIsMissing) {
@@ -196,12 +199,18 @@ TYPED_TEST(HostileTest, aRefusedHeaderLeavesTheOldContent) {
   fillAtRandom(*fresh, 5, 200);
   const auto before = slotsOf(*fresh);
   const plain::MatrixFile file(this->tier);
-  for (const std::string& bytes : {file.with("is64BitMatrix", 1), file.with("lastSoftwareVersion", 82), std::string("zmatrix"),
-                                   file.with("maxNumberOfMatrices", 1000000), file.with("matrixBlockSize", 0)}) {
-    EXPECT_EQ(fresh->readAndInitMatrixFromDisk(this->folder.put("m", bytes).c_str(), -1), -1);
+  for (const std::string& bytes :
+       {file.with("is64BitMatrix", 1), file.with("lastSoftwareVersion", 82), std::string("zmatrix"), std::string(3000, 'x'),
+        file.with("maxNumberOfMatrices", 1000000), plain::MatrixFile((this->tier + 1) % 3).with("matrixBlockSize", 0)}) {
+    EXPECT_EQ(this->loadInto(fresh, this->folder.put("m", bytes)), -1);
     EXPECT_EQ(slotsOf(*fresh), before);
     EXPECT_EQ(fresh->getMatrixFileHeader()->getMatrixBlockSize(), 64000);
     EXPECT_EQ(fresh->getMaxNumberOfMatrices(), 4);
+    const std::string path = this->folder.path() + "/stands";
+    EXPECT_EQ(fresh->saveMatrixToDisk(path.c_str()), 1);
+    EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path.c_str()), this->tier);
+    EXPECT_EQ(this->matrix->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
+    EXPECT_EQ(slotsOf(*this->matrix), before);
   }
 }
 
@@ -210,7 +219,7 @@ TYPED_TEST(HostileTest, memoryThatRunsOutLeavesAnEmptyMatrix) {
   for (size_t limit : {size_t{0}, size_t{100}, size_t{300}, size_t{1000}, size_t{2400}, size_t{5000}}) {
     OwnedMatrix<TypeParam> fresh;
     largestAllocation = limit;
-    EXPECT_NE(fresh->readAndInitMatrixFromDisk(path.c_str(), -1), 0);
+    EXPECT_NE(this->loadInto(fresh, path), 0);
     largestAllocation = static_cast<size_t>(-1);
     if (fresh->hasBlock()) useMatrix(*fresh, this->folder.path() + "/used");
   }

@@ -8,18 +8,7 @@ namespace {
 using namespace zmatrix;
 
 template <class Matrix>
-class LayoutTest : public testing::Test {
- public:
-  using Access = TierUnderTest<Matrix>;
-  static constexpr int tier = static_cast<int>(Access::tier);
-
-  ~LayoutTest() override { Access::destroy(matrix); }
-
-  int load(const std::string& bytes) { return matrix->readAndInitMatrixFromDisk(folder.put("model.zmatrix", bytes).c_str(), -1); }
-
-  TestFolder folder;
-  Matrix* matrix = Access::create();
-};
+class LayoutTest : public FileTest<Matrix> {};
 TYPED_TEST_SUITE(LayoutTest, Tiers);
 
 // What a field holds after a file was read that is too old to have it.
@@ -58,8 +47,7 @@ TYPED_TEST(LayoutTest, olderVersionsGetWhatTheyLack) {
   for (const int version : {83, 88, 89, 104, 105, 111, 112, 133, 134}) {
     const plain::MatrixFile old(this->tier, version);
     EXPECT_LT(old.bytes().size(), present.bytes().size() + 1);
-    TierUnderTest<TypeParam>::destroy(this->matrix);
-    this->matrix = TierUnderTest<TypeParam>::create();
+    this->matrix.makeAnew();
     ASSERT_EQ(this->load(old.bytes()), 1) << version;
     EXPECT_EQ(slotsOf(*this->matrix).size(), 8u) << version;
     const std::string saved = savedBytes(*this->matrix, this->folder);
@@ -78,13 +66,13 @@ TYPED_TEST(LayoutTest, olderVersionsGetWhatTheyLack) {
 
 TYPED_TEST(LayoutTest, lowerTiersAreUpgradedAndHigherOnesRefused) {
   for (int tierOfFile = 0; tierOfFile <= 2; ++tierOfFile) {
-    TierUnderTest<TypeParam>::destroy(this->matrix);
-    this->matrix = TierUnderTest<TypeParam>::create();
+    this->matrix.makeAnew();
     CapturedMessages messages(0);
     const int result = this->load(plain::MatrixFile(tierOfFile).bytes());
     if (tierOfFile > this->tier) {
       EXPECT_EQ(result, -1);
       EXPECT_EQ(slotsOf(*this->matrix).size(), 4u) << "an empty matrix is left";
+      EXPECT_EQ(this->matrix->getMatrixFileHeader()->getMatrixInfoType(), this->tier);
       continue;
     }
     ASSERT_EQ(result, 1);

@@ -105,25 +105,23 @@ TEST(FileNameList, TellsFilesByTheirSuffix) {
   const struct {
     const char *name, *suffix;
     int midi, kern, text;
-  } cases[] = {
-      {"a.mid", ".mid", 1, 0, 0},
-      {"a.MID", ".MID", 1, 0, 0},
-      {"a.midi", ".midi", 1, 0, 0},
-      {"a.MIDI", ".MIDI", 1, 0, 0},
-      {"a.Mid", ".Mid", 0, 0, 0},
-      {".mid", "", 0, 0, 0},
-      {"a.midi.txt", ".txt", 0, 0, 1},
-      {"a.TXT", ".TXT", 0, 0, 1},
-      {"a.krn", ".krn", 0, 1, 0},
-      {"a.KRN", ".KRN", 0, 1, 0},
-      {"mid", "", 0, 0, 0},
-      {"", "", 0, 0, 0},
-      {"d/.mid", ".mid", 1, 0, 0},
-      {"d.mid/a", ".mid/a", 0, 0, 0},
-      {"a.txt.", ".", 0, 0, 0},
-      {"a.123456789", ".123456789", 0, 0, 0},
-      {"a.1234567890", ".123456789", 0, 0, 0},
-  };
+  } cases[] = {{"a.mid", ".mid", 1, 0, 0},
+               {"a.MID", ".MID", 1, 0, 0},
+               {"a.midi", ".midi", 1, 0, 0},
+               {"a.MIDI", ".MIDI", 1, 0, 0},
+               {"a.Mid", ".Mid", 0, 0, 0},
+               {".mid", "", 0, 0, 0},
+               {"a.midi.txt", ".txt", 0, 0, 1},
+               {"a.TXT", ".TXT", 0, 0, 1},
+               {"a.krn", ".krn", 0, 1, 0},
+               {"a.KRN", ".KRN", 0, 1, 0},
+               {"mid", "", 0, 0, 0},
+               {"", "", 0, 0, 0},
+               {"d/.mid", ".mid", 1, 0, 0},
+               {"d.mid/a", ".mid/a", 0, 0, 0},
+               {"a.txt.", ".", 0, 0, 0},
+               {"a.123456789", ".123456789", 0, 0, 0},
+               {"a.1234567890", ".123456789", 0, 0, 0}};
   for (const auto& test : cases) {
     EXPECT_STREQ(list.getFileSuffix(test.name), test.suffix);
     EXPECT_EQ(list.fileIsMidiFile(test.name), test.midi) << test.name;

@@ -65,19 +65,17 @@ TEST(TextFile, RefusesWhatIsNoFileOrTooLong) {
 TEST(TextFile, TellsGermanFromEnglish) {
   const zmatrix::TestFolder folder;
   const std::string zero(1, '\0');
-  const std::pair<std::string, int> cases[] = {
-      {"", ZQLanguageUndefined},
-      {"das ist es", ZQLanguageGerman},
-      {"this is it", ZQLanguageEnglish},
-      {"this is das ist", ZQLanguageEnglish},  // no blank behind the last word
-      {"this is das ist ", ZQLanguageUndefined},
-      {" is is ist is is ", ZQLanguageEnglish},
-      {" is is  ist  ist ", ZQLanguageGerman},  // the blank between two is used up
-      {" is is is is  ist  ist ", ZQLanguageUndefined},
-      {" ist\n is\t", ZQLanguageUndefined},
-      {" ist " + zero + " is  is  is ", ZQLanguageGerman},
-      {zero + " ist ", ZQLanguageUndefined},
-  };
+  const std::pair<std::string, int> cases[] = {{"", ZQLanguageUndefined},
+                                               {"das ist es", ZQLanguageGerman},
+                                               {"this is it", ZQLanguageEnglish},
+                                               {"this is das ist", ZQLanguageEnglish},  // no blank behind the last word
+                                               {"this is das ist ", ZQLanguageUndefined},
+                                               {" is is ist is is ", ZQLanguageEnglish},
+                                               {" is is  ist  ist ", ZQLanguageGerman},  // the blank between two is used up
+                                               {" is is is is  ist  ist ", ZQLanguageUndefined},
+                                               {" ist\n is\t", ZQLanguageUndefined},
+                                               {" ist " + zero + " is  is  is ", ZQLanguageGerman},
+                                               {zero + " ist ", ZQLanguageUndefined}};
   for (const auto& [text, language] : cases)
     EXPECT_EQ(zmatrix::languageOfTextFile(folder.put("text.txt", text).c_str()), language) << text;
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -26,6 +27,12 @@ class MediumPreprocessing : public testing::Test {
     matrix->getMatrixInfo()->setPreProcessingType(preProcessingType);
   }
 
+  /// What stands in a new array of `length`, which goes back.
+  template <class Number>
+  std::vector<Number> taken(Number* block) const {
+    const zmatrix::SystemOwned<Number> owned(block);
+    return block != nullptr ? std::vector<Number>(block, block + length) : std::vector<Number>();
+  }
   Numbers dataOf(const ZQMatrixSequenceIndexVector* vector) const {
     return {vector->getIndexVector(), vector->getIndexVector() + vector->getLengthOfIndexVector()};
   }
@@ -53,34 +60,25 @@ class MediumPreprocessing : public testing::Test {
 };
 
 TEST_F(MediumPreprocessing, TakesItsSettingsFromTheCurrentSubMatrix) {
+  using LongNumbers = std::vector<long long>;
   const int items[] = {60, 0, 62, 9216};
+  const long long large[] = {1LL << 40, 0};
   use(2, 1002);
   matrix->getMatrixInfo()->setMidiTimeSignatureNom(3);
-  const zmatrix::SystemOwned<int> notes(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length));
-  EXPECT_EQ(Numbers(notes.get(), notes.get() + length), (Numbers{127, 0, 2, 0}));
+  EXPECT_EQ(taken(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length)), (Numbers{127, 0, 2, 0}));
   matrix->setCurrentMatrixID(1);
   use(1, 1);
-  const zmatrix::SystemOwned<int> steps(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length));
-  EXPECT_EQ(Numbers(steps.get(), steps.get() + length), (Numbers{-60, 62, 9154}));
-
-  const long long large[] = {1LL << 40, 0};
-  const zmatrix::SystemOwned<long long> largeSteps(
-      matrix->getLongLongPreProcessedSequenceFromOriginalSequence(large, 2, &length));
-  EXPECT_EQ(length, 1);
-  EXPECT_EQ(largeSteps[0], -(1LL << 40));
-  const zmatrix::SystemOwned<long long> zeros(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(items, 4, &length));
-  EXPECT_EQ(std::vector<long long>(zeros.get(), zeros.get() + length), std::vector<long long>(3, 0));
+  EXPECT_EQ(taken(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length)), (Numbers{-60, 62, 9154}));
+  EXPECT_EQ(taken(matrix->getLongLongPreProcessedSequenceFromOriginalSequence(large, 2, &length)), LongNumbers{-(1LL << 40)});
+  EXPECT_EQ(taken(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(items, 4, &length)), LongNumbers(3, 0));
 
   zmatrix::CapturedMessages messages(0);
-  for (int emptyLength : {0, -1, INT_MIN}) {
-    EXPECT_EQ(matrix->getPreProcessedSequenceFromOriginalSequence(items, emptyLength, &length), nullptr);
-    EXPECT_EQ(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(items, emptyLength, &length), nullptr);
+  for (const auto& [sequence, number] : {std::pair<const int*, int>{items, 0}, {items, -1}, {items, INT_MIN}, {nullptr, 3}}) {
+    EXPECT_EQ(matrix->getPreProcessedSequenceFromOriginalSequence(sequence, number, &length), nullptr);
+    EXPECT_EQ(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(sequence, number, &length), nullptr);
+    const std::string warning = "Warning from getProcessedSequence: originalSequence is empty\n";
+    EXPECT_EQ(messages.take(), warning + warning);
   }
-  EXPECT_EQ(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(nullptr, 3, &length), nullptr);
-  EXPECT_EQ(matrix->getPreProcessedSequenceFromOriginalSequence(nullptr, 3, &length), nullptr);
-  std::string warnings;
-  for (int i = 0; i < 8; i++) warnings += "Warning from getProcessedSequence: originalSequence is empty\n";
-  EXPECT_EQ(messages.take(), warnings);
 }
 
 TEST_F(MediumPreprocessing, ConvertsBetweenTheTwoForms) {
@@ -89,8 +87,7 @@ TEST_F(MediumPreprocessing, ConvertsBetweenTheTwoForms) {
   const zmatrix::SystemOwned<int*> objex(matrix->getObjexSequenceFromFlatSequence(flat, 5, &count));
   EXPECT_EQ(count, 2);  // the ragged tail is gone
   EXPECT_EQ(objex[1][1], 4);
-  const zmatrix::SystemOwned<int> back(matrix->getFlatSequenceFromObjexSequence(objex.get(), 2, &length));
-  EXPECT_EQ(Numbers(back.get(), back.get() + length), (Numbers{1, 2, 3, 4}));
+  EXPECT_EQ(taken(matrix->getFlatSequenceFromObjexSequence(objex.get(), 2, &length)), (Numbers{1, 2, 3, 4}));
   for (int illegalCount : {0, -1, INT_MIN, INT_MAX}) {
     EXPECT_EQ(matrix->getFlatSequenceFromObjexSequence(objex.get(), illegalCount, &length), nullptr);
     EXPECT_EQ(length, 0);
@@ -109,18 +106,18 @@ TEST_F(MediumPreprocessing, ConvertsBetweenTheTwoForms) {
 }
 
 TEST_F(MediumPreprocessing, RestoresTheNextItemFromTheKernel) {
-  use(1, 2);
+  use(2, 2);
   ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
-  const int kernel[] = {1, 5, 7};
-  std::copy_n(kernel, 3, info->getKernelOriginalSequence()[0]);
+  std::copy_n(std::data({1, 5, 7}), 3, info->getKernelOriginalSequence()[0]);
+  std::copy_n(std::data({100, 10, 30}), 3, info->getKernelOriginalSequence()[1]);
   info->setLengthOfKernelOriginalSequence(3);
-  int item = 1;
-  EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(&item), &item);
-  EXPECT_EQ(item, 10);
+  int item[] = {1, 1};
+  EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(item), item);
+  EXPECT_EQ(item[0], 1 + (7 - 5) + 7);
+  EXPECT_EQ(item[1], 1 + (30 - 10) + 30);
   info->setLengthOfKernelOriginalSequence(0);  // shorter than the order: what is missing counts as 0
-  item = 4;
-  matrix->getNextOriginalObjexFromPreProcessedObjex(&item);
-  EXPECT_EQ(item, 4);
+  matrix->getNextOriginalObjexFromPreProcessedObjex(item);
+  EXPECT_EQ(item[0], 10);
   EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(nullptr), nullptr);
 }
 
@@ -213,45 +210,35 @@ TEST_F(MediumPreprocessing, StopsWhereAnItemHasNoWayBack) {
 }
 
 TEST_F(MediumPreprocessing, CarriesAnIndexVectorUpAndDown) {
-  for (int type : {0, 1, 3, 1000, 1002}) {
-    const int c = type == 1002 ? 2 : 1;
-    const Numbers original = {60, 100, 62, 200, 59, 900, 59, 900};
-    OwnedVector vector(createZQMatrixSequenceIndexVector(), deleteZQMatrixSequenceIndexVector);
-    vector->setCoordDimension(c);
-    vector->setIndexVector(original.data(), 8);
-    vector->setApplyPreprocessingType(type);
-    OwnedVector up(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(vector.get()), deleteZQMatrixSequenceIndexVector);
-    ASSERT_NE(up, nullptr) << type;
-    EXPECT_EQ(up->getCurrentLevelOfPreprocOperations(), 0);
-    EXPECT_EQ(up->getUsedPreprocessingType(), type);
-    EXPECT_EQ(up->getCoordDimensionAfterPreproc(), c);
-    EXPECT_EQ(vector->getCurrentLevelOfPreprocOperations(), -1);
-    OwnedVector down(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(up.get()), deleteZQMatrixSequenceIndexVector);
-    ASSERT_NE(down, nullptr) << type;
-    EXPECT_EQ(dataOf(down.get()), original) << type;
-    EXPECT_EQ(down->getCurrentLevelOfPreprocOperations(), -1);
-    EXPECT_EQ(down->getLengthOfIndexVectorInfos(), 0);
+  const Numbers original = {60, 100, 62, 200, 59, 900, 59, 900};
+  for (const Numbers& types : {Numbers{0}, {3}, {1000}, {1002}, {1, 1, 1, 1}}) {
+    const int c = types[0] == 1002 ? 2 : 1;
+    std::vector<OwnedVector> levels;
+    levels.emplace_back(createZQMatrixSequenceIndexVector(), deleteZQMatrixSequenceIndexVector);
+    levels[0]->setCoordDimension(c);
+    levels[0]->setIndexVector(original.data(), 8);
+    for (const int type : types) {
+      const int level = static_cast<int>(levels.size()) - 1;
+      levels.back()->setApplyPreprocessingType(type);
+      levels.emplace_back(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(levels.back().get()),
+                          deleteZQMatrixSequenceIndexVector);
+      ASSERT_NE(levels.back(), nullptr) << type;
+      EXPECT_EQ(levels.back()->getCurrentLevelOfPreprocOperations(), level);
+      EXPECT_EQ(levels.back()->getUsedPreprocessingType(), type);
+      EXPECT_EQ(levels.back()->getCoordDimensionAfterPreproc(), c);
+      if (type == 1) {
+        EXPECT_EQ(levels.back()->getLengthOfIndexVector(), 7 - level);
+      }
+    }
+    OwnedVector vector = std::move(levels.back());
+    for (size_t level = types.size(); level-- > 0;) {
+      vector.reset(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(vector.get()));
+      ASSERT_NE(vector, nullptr) << types[0];
+      EXPECT_EQ(dataOf(vector.get()), dataOf(levels[level].get())) << types[0];
+      EXPECT_EQ(vector->getCurrentLevelOfPreprocOperations(), static_cast<int>(level) - 1);
+      EXPECT_EQ(vector->getLengthOfIndexVectorInfos(), static_cast<int>(level));
+    }
     EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
-  }
-}
-
-TEST_F(MediumPreprocessing, CarriesAnIndexVectorThroughManyLevels) {
-  const Numbers original = {3, 1, 4, 1, 5, 9, 2, 6};
-  std::vector<OwnedVector> levels;
-  levels.emplace_back(createZQMatrixSequenceIndexVector(), deleteZQMatrixSequenceIndexVector);
-  levels[0]->setIndexVector(original.data(), 8);
-  levels[0]->setApplyPreprocessingType(1);
-  for (size_t i = 0; i < 4; i++) {
-    levels.emplace_back(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(levels[i].get()),
-                        deleteZQMatrixSequenceIndexVector);
-    EXPECT_EQ(levels.back()->getLengthOfIndexVector(), 7 - static_cast<int>(i));
-  }
-  OwnedVector vector = std::move(levels.back());
-  for (size_t i = 4; i-- > 0;) {
-    vector =
-        OwnedVector(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(vector.get()), deleteZQMatrixSequenceIndexVector);
-    ASSERT_NE(vector, nullptr);
-    EXPECT_EQ(dataOf(vector.get()), dataOf(levels[i].get()));
   }
 }
 

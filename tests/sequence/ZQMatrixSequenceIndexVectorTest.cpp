@@ -20,19 +20,6 @@ int* newBlock(std::initializer_list<int> values) {
   return block;
 }
 
-TEST(SequenceIndexVector, StartsAsAnOriginalWithoutLevels) {
-  ZQMatrixSequenceIndexVector* vector = createZQMatrixSequenceIndexVector();
-  EXPECT_EQ(vector->getCoordDimension(), 1);
-  EXPECT_EQ(vector->getCurrentLevelOfPreprocOperations(), -1);
-  EXPECT_EQ(vector->_getInternalLengthOfIndexVector(), 16);
-  EXPECT_EQ(vector->_getInternalLengthOfIndexVectorInfos(), 1);
-  EXPECT_EQ(vector->getApplyPreprocessingTypeVector(), nullptr);
-  EXPECT_EQ(vector->getUsedPreprocessingType(), -1);
-  EXPECT_EQ(vector->getOriginalIndexItems(), nullptr);
-  deleteZQMatrixSequenceIndexVector(vector);
-  deleteZQMatrixSequenceIndexVector(nullptr);
-}
-
 TEST(SequenceIndexVector, GrowsAsItsDataDo) {
   ZQMatrixSequenceIndexVector vector;
   std::vector<int> expected, capacities;
@@ -154,7 +141,10 @@ TEST(SequenceIndexVector, HoldsOriginalItemsOfTheCurrentLevel) {
 }
 
 TEST(SequenceIndexVector, StandsNumbersThatFitNothing) {
+  deleteZQMatrixSequenceIndexVector(nullptr);
   ZQMatrixSequenceIndexVector vector;
+  EXPECT_EQ(vector.getUsedPreprocessingType(), -1) << "no level yet";
+  EXPECT_EQ(vector.getOriginalIndexItems(), nullptr);
   for (int number : {INT_MIN, -1, 0, 1, 5, INT_MAX}) {
     vector.setLengthOfIndexVectorInfos(number);
     for (int level : {INT_MIN, -2, -1, 3, INT_MAX}) {

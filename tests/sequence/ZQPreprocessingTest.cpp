@@ -57,22 +57,20 @@ TEST(Preprocessing, TakesDifferencesOfEachCoordinateForItself) {
     int type, coordinateDimension;
     Numbers original;
     std::optional<Numbers> expected;
-  } cases[] = {
-      {0, 1, {5, -3}, Numbers{5, -3}},
-      {0, 4, {5, -3}, Numbers{5, -3}},
-      {1, 1, {1, 4, 9, 16}, Numbers{3, 5, 7}},
-      {2, 1, {1, 4, 9, 16}, Numbers{2, 2}},
-      {3, 1, {1, 4, 9, 16}, Numbers{0}},
-      {4, 1, {1, 4, 9, 16}, std::nullopt},
-      {2, 1, {1, 4}, std::nullopt},
-      {1, 2, {1, 10, 4, 5}, Numbers{3, -5}},
-      {1, 2, {1, 10, 4, 5, 9}, Numbers{3, -5, 5}},  // a ragged tail
-      {1, 3, {1, 10}, std::nullopt},
-      {1, 1, {INT_MIN, INT_MAX, INT_MIN}, Numbers{-1, 1}},
-      {999, 1, Numbers(1001, 3), Numbers{0, 0}},
-      {999, INT_MAX, Numbers(1001, 3), std::nullopt},
-      {1, 0, {1, 2, 3}, std::nullopt},
-  };
+  } cases[] = {{0, 1, {5, -3}, Numbers{5, -3}},
+               {0, 4, {5, -3}, Numbers{5, -3}},
+               {1, 1, {1, 4, 9, 16}, Numbers{3, 5, 7}},
+               {2, 1, {1, 4, 9, 16}, Numbers{2, 2}},
+               {3, 1, {1, 4, 9, 16}, Numbers{0}},
+               {4, 1, {1, 4, 9, 16}, std::nullopt},
+               {2, 1, {1, 4}, std::nullopt},
+               {1, 2, {1, 10, 4, 5}, Numbers{3, -5}},
+               {1, 2, {1, 10, 4, 5, 9}, Numbers{3, -5, 5}},  // a ragged tail
+               {1, 3, {1, 10}, std::nullopt},
+               {1, 1, {INT_MIN, INT_MAX, INT_MIN}, Numbers{-1, 1}},
+               {999, 1, Numbers(1001, 3), Numbers{0, 0}},
+               {999, INT_MAX, Numbers(1001, 3), std::nullopt},
+               {1, 0, {1, 2, 3}, std::nullopt}};
   for (const auto& test : cases)
     EXPECT_EQ(preProcessed({test.type, test.coordinateDimension, 4, 4}, test.original), test.expected) << test.type;
 }
@@ -89,44 +87,28 @@ TEST(Preprocessing, RestoresDifferencesOfAnyOrder) {
     }
 }
 
-TEST(Preprocessing, TakesTheInverseFromAKernelInRows) {
-  const int first[] = {1, 5, 7}, second[] = {100, 10, 30};
-  const int* rows[] = {first, second};
-  int item[] = {1, 1};
-  const auto kernel = zmatrix::PrecedingItems::inRows(rows, 3);
-  EXPECT_EQ(zmatrix::nextOriginalObjex({2, 2, 4, 4}, kernel, item, ""), item);
-  EXPECT_EQ(item[0], 1 + (7 - 5) + 7);
-  EXPECT_EQ(item[1], 1 + (30 - 10) + 30);
-  int alone[] = {4, 4};
-  const auto empty = zmatrix::PrecedingItems::inRows(rows, 0);
-  zmatrix::nextOriginalObjex({5, 2, 4, 4}, empty, alone, "");  // fewer items than the order: what is missing counts as 0
-  EXPECT_EQ(alone[0], 4);
-}
-
 TEST(Preprocessing, MakesPlainRunningTextOfLines) {
   const std::string nbsp = "\xA0", umlaut = "\xC4";  // no-break space; a capital umlaut
-  const std::pair<std::string, std::string> cases[] = {
-      {"foo-\nbar", "foobar"},
-      {"foo-\r\n  bar", "foobar"},
-      {"foo-\nBar", "foo-Bar"},
-      {"foo-\n" + umlaut, "foo-" + umlaut},
-      {"foo- bar", "foo- bar"},
-      {"foo-\n\nbar", "foo-\nbar"},
-      {"foo -\nbar", "foo bar"},
-      {"foo \n\n bar", "foo\nbar"},
-      {"foo \n bar", "foo bar"},
-      {"foo" + nbsp + "\tbar", "foo bar"},
-      {"a\nb\n\n\nc\r\n\r\nd", "a b\nc\nd"},
-      {" foo", " foo"},
-      {"\nfoo", " foo"},
-      {"\n\nfoo", "\nfoo"},
-      {"foo ", "foo "},
-      {"foo\n", "foo "},
-      {"foo\n\n", "foo\n"},
-      {"foo-\n", "foo-"},
-      {"\n", " "},
-      {"-\na", "a"},
-  };
+  const std::pair<std::string, std::string> cases[] = {{"foo-\nbar", "foobar"},
+                                                       {"foo-\r\n  bar", "foobar"},
+                                                       {"foo-\nBar", "foo-Bar"},
+                                                       {"foo-\n" + umlaut, "foo-" + umlaut},
+                                                       {"foo- bar", "foo- bar"},
+                                                       {"foo-\n\nbar", "foo-\nbar"},
+                                                       {"foo -\nbar", "foo bar"},
+                                                       {"foo \n\n bar", "foo\nbar"},
+                                                       {"foo \n bar", "foo bar"},
+                                                       {"foo" + nbsp + "\tbar", "foo bar"},
+                                                       {"a\nb\n\n\nc\r\n\r\nd", "a b\nc\nd"},
+                                                       {" foo", " foo"},
+                                                       {"\nfoo", " foo"},
+                                                       {"\n\nfoo", "\nfoo"},
+                                                       {"foo ", "foo "},
+                                                       {"foo\n", "foo "},
+                                                       {"foo\n\n", "foo\n"},
+                                                       {"foo-\n", "foo-"},
+                                                       {"\n", " "},
+                                                       {"-\na", "a"}};
   zmatrix::CapturedMessages messages(9);
   for (const auto& [original, expected] : cases)
     EXPECT_EQ(preProcessed({1000, 1, 4, 4}, numbersOf(original)), numbersOf(expected)) << original;
@@ -138,18 +120,16 @@ TEST(Preprocessing, CountsTimeByTheBarAndMarksTheBarLinesOfALongGap) {
   const struct {
     PreprocessingSettings settings;
     Numbers original, expected;
-  } cases[] = {
-      {{1002, 2, 4, 4}, {60, 0}, {}},
-      {{1002, 2, 4, 4}, {60, 0, 61}, {}},
-      {{1002, 2, 4, 4}, {60, 0, 62, 12288}, {127, 0, 2, 0}},
-      {{1002, 2, 4, 4}, {60, 11000, 62, 13000}, {2, 712}},
-      {{1002, 2, 3, 4}, {60, 0, 62, 9216}, {127, 0, 2, 0}},
-      {{1002, 2, 4, 4}, {60, 100, 62, 12387}, {2, 99}},
-      {{1002, 2, 4, 4}, {60, 100, 58, 30000}, {127, 0, 127, 0, -2, 5424}},
-      {{1003, 3, 4, 4}, {60, 0, 10, 62, 12289, 20}, {127, 0, 0, 2, 1, 20}},
-      {{1004, 4, 4, 4}, {60, 0, 10, 9, 62, 1, 20, 8, 40, 2, 30, 9}, {2, 1, 20, 8, 40, 2, 30, 9}},
-      {{1004, 4, 4, 4}, {35, 0, 10, 9, 35, 5, 20, 9}, {35, 5, 20, 9}},
-  };
+  } cases[] = {{{1002, 2, 4, 4}, {60, 0}, {}},
+               {{1002, 2, 4, 4}, {60, 0, 61}, {}},
+               {{1002, 2, 4, 4}, {60, 0, 62, 12288}, {127, 0, 2, 0}},
+               {{1002, 2, 4, 4}, {60, 11000, 62, 13000}, {2, 712}},
+               {{1002, 2, 3, 4}, {60, 0, 62, 9216}, {127, 0, 2, 0}},
+               {{1002, 2, 4, 4}, {60, 100, 62, 12387}, {2, 99}},
+               {{1002, 2, 4, 4}, {60, 100, 58, 30000}, {127, 0, 127, 0, -2, 5424}},
+               {{1003, 3, 4, 4}, {60, 0, 10, 62, 12289, 20}, {127, 0, 0, 2, 1, 20}},
+               {{1004, 4, 4, 4}, {60, 0, 10, 9, 62, 1, 20, 8, 40, 2, 30, 9}, {2, 1, 20, 8, 40, 2, 30, 9}},
+               {{1004, 4, 4, 4}, {35, 0, 10, 9, 35, 5, 20, 9}, {35, 5, 20, 9}}};
   for (const auto& test : cases) EXPECT_EQ(preProcessed(test.settings, test.original), test.expected);
 }
 

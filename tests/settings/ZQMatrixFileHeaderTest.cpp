@@ -13,35 +13,6 @@ namespace {
 using zmatrix::CapturedMessages;
 using zmatrix::TestFolder;
 
-TEST(ZQMatrixFileHeader, StartsWithTheDefaultsOfBothBlocks) {
-  ZQMatrixFileHeader header;
-  ASSERT_EQ(header.initFileHeader(ZQMatrixInfoTypeMedium), 1);
-  EXPECT_EQ(header.getMatrixInfoType(), 1);
-  EXPECT_EQ(header.getMaxNumberOfMatrices(), 4);
-  EXPECT_EQ(header.getNumberOfAppendedUpdates(), -1);
-  for (int id = 0; id < 4; ++id) EXPECT_EQ(header.getStopFlags()[id], 0);
-
-  const ZQMatrixProperties& basic = *header.getGlobalMatrixProperties();
-  const ZQMatrixProperties& symbol = *header.getGlobalSymbolMatrixProperties();
-  EXPECT_EQ(basic.matrixType, 0);
-  EXPECT_EQ(symbol.matrixType, 2);
-  EXPECT_EQ(basic.usePhrasesForUpdateMatrixWithLongANSIText, 1);
-  EXPECT_EQ(symbol.usePhrasesForUpdateMatrixWithLongANSIText, 0);
-  EXPECT_EQ(basic.midiTimeSignatureNom * 10 + basic.midiTimeSignatureDenom, 44);
-  EXPECT_EQ(symbol.midiTimeSignatureNom * 10 + symbol.midiTimeSignatureDenom, 0);
-  EXPECT_EQ(basic.namesOfUpdateFiles, nullptr);
-  // Apart from these four fields the blocks are the same, byte for byte.
-  ZQMatrixProperties alike = symbol;
-  alike.matrixType = basic.matrixType;
-  alike.usePhrasesForUpdateMatrixWithLongANSIText = basic.usePhrasesForUpdateMatrixWithLongANSIText;
-  alike.midiTimeSignatureNom = basic.midiTimeSignatureNom;
-  alike.midiTimeSignatureDenom = basic.midiTimeSignatureDenom;
-  EXPECT_EQ(memcmp(&alike, &basic, offsetof(ZQMatrixProperties, currentMatrixIDLevelDown)), 0);
-  EXPECT_EQ(basic.skillOutputLevel, 256);
-  EXPECT_EQ(basic.ocronEndSymbol, 10);
-  EXPECT_EQ(basic.gocronQValue, 4);
-}
-
 TEST(ZQMatrixFileHeader, SettersThatRefuseDoSoInSilence) {
   ZQMatrixFileHeader header;
   header.initFileHeader(0);
@@ -141,22 +112,6 @@ TEST(ZQMatrixFileHeader, StreamOfUpdateRecordsIsClosedAndRemoved) {
   header.deInitFileHeader();
   header.deInitFileHeader();
   EXPECT_EQ(header.getStopFlags(), nullptr);
-}
-
-TEST(ZQMatrixFileHeader, PrintsEachFieldOfBothBlocks) {
-  ZQMatrixFileHeader header;
-  header.initFileHeader(0);
-  CapturedMessages messages(1);
-  header.printMatrixFileHeader();
-  const std::string text = messages.take();
-  for (const char* line :
-       {"*************************matrixFileHeader:***************************************\n",
-        "*************************matrix global Parameters:***************************************\n",
-        "\nnumberMatrixUpdates: 0\n", "\nnumberAppendedUpdates: -1\n", "\ndebugOutputDevice: 0\n", "\ndebugOutputDirectory: \n",
-        "\noriginMatrixFile: \n", "\ndestinationMatrixFile: \n", "\nGLOBAL midiTimeSignatureNom: 4\n",
-        "\nGLOBAL SYMBOL midiTimeSignatureNom: 0\n", "\nGLOBAL gocronQValue: 4\n"}) {
-    EXPECT_NE(text.find(line), std::string::npos) << line;
-  }
 }
 
 }  // namespace

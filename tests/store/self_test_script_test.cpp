@@ -13,8 +13,8 @@ using Vector = std::vector<int>;
 
 /// What a self-test is to find in one sub-matrix, told from the paths alone.
 struct Recount {
-  int written = 0, ends = 0, starts = 0, symbols = 0, sum = 0, rules = 0, unique = 0, overDetermined = 0;
-  std::vector<int> rulesOfLength;
+  int written = 0, ends = 0, starts = 0, sum = 0, rules = 0, unique = 0, overDetermined = 0;
+  Vector writtenOfLength = Vector(40), rulesOfLength = Vector(40), uniqueOfLength = Vector(40);
 };
 
 class PathCounter {
@@ -23,15 +23,15 @@ class PathCounter {
 
   Recount count() const {
     Recount result;
-    result.rulesOfLength.resize(40, 0);
     for (const auto& [path, counts] : model.paths) {
       if (counts.writeCount < 1) continue;
       ++result.written;
+      ++result.writtenOfLength[path.size() - 1];
       result.sum += counts.writeCount;
       if (!model.hasChildren(path)) ++result.ends;
       if (counts.withoutPredecessor > 0) ++result.starts;
       const int determined = timesDetermined(path);
-      if (determined > 0) ++result.unique;
+      if (determined > 0) ++result.unique, ++result.uniqueOfLength[path.size() - 1];
       if (determined > 1) ++result.overDetermined;
       const int contextCount = path.size() == 1 ? rootCount : model.find({path.begin(), path.end() - 1})->withSuccessor;
       if (contextCount < 1 || counts.writeCount > contextCount) continue;
@@ -160,14 +160,17 @@ class CheckedTwin : public StoreTwin<Matrix> {
     store.info().writeCounts = expected.sum;
     if constexpr (Twin::hasRules) {
       store.info().endElements = expected.ends;
-      const ZQMatrixMediumInfo& info = *matrix->getMatrixInfo();
+      ZQMatrixMediumInfo& info = *matrix->getMatrixInfo();
       EXPECT_EQ(info.getNumberOfStartElements(), expected.starts);
       EXPECT_EQ(info.getNumberOfRuleElements(), expected.rules);
       EXPECT_EQ(info.getNumberOfUniqueRuleElements(), expected.unique);
       EXPECT_EQ(info.getNumberOfOverDeterminedRules(), expected.overDetermined);
       int size = 0;
-      const int* rulesOfLength = matrix->getMatrixInfo()->getRulesInDimension(&size);
-      for (int i = 0; i < size && i < 40; ++i) EXPECT_EQ(rulesOfLength[i], expected.rulesOfLength[static_cast<size_t>(i)]) << i;
+      for (const auto& [found, counts] : {std::pair{info.getWriteElementsInDimension(&size), expected.writtenOfLength},
+                                          {info.getRulesInDimension(&size), expected.rulesOfLength},
+                                          {info.getUniqueRulesInDimension(&size), expected.uniqueOfLength}}) {
+        for (int i = 0; i < std::min(size, 40); ++i) EXPECT_EQ(found[i], counts[static_cast<size_t>(i)]) << i;
+      }
     }
   }
 };

@@ -1,32 +1,20 @@
 // Symbols of the full tier where the store moves, deletes and gives up what they lead to: each symbol from 256 on keeps leading
 // to its phrase, and links between levels that lead nowhere are passed over.
-#include <climits>
-
-#include "store/StoreTwin.h"
+#include "support/TierTest.h"
 
 namespace {
 
-using Vector = std::vector<int>;
+using zmatrix::Vector;
 
-class SymbolLinks : public testing::Test {
+class SymbolLinks : public zmatrix::TierTest<ZQMatrix> {
  public:
-  SymbolLinks() : matrix(createAndInitMatrix()) {
-    zmatrix::setSearchState({});
+  SymbolLinks() {
     matrix->setInitialMatrixBlocksize(80);
     messages.listen();
-  }
-  ~SymbolLinks() override {
-    deleteMatrix(matrix);
-    zmatrix::setSearchState({});
+    ZQDebugChannel::globalDebugLevel = 0;
   }
 
-  void write(const Vector& vector, int symbolMarker = 0) {
-    ASSERT_EQ(matrix->writeMatrixData(vector.data(), static_cast<int>(vector.size()), 1, 0, 0, symbolMarker), 1);
-  }
-  int handleOf(const Vector& vector) {
-    return matrix->getMatrixHandleFromElementVector(vector.data(), static_cast<int>(vector.size()));
-  }
-  ZQMatrixElement* elementOf(const Vector& vector) { return static_cast<ZQMatrixElement*>(matrix->elementAt(handleOf(vector))); }
+  ZQMatrixElement* elementOf(const Vector& vector) { return static_cast<ZQMatrixElement*>(TierTest::elementOf(vector)); }
   /// The phrase gets a symbol, and the symbol an element in sub-matrix 1 with the position of the phrase.
   int link(const Vector& phrase) {
     write(phrase, 1);
@@ -48,17 +36,7 @@ class SymbolLinks : public testing::Test {
     matrix->setCurrentMatrixID(0);
     return handle;
   }
-  /// Moves the field of a phrase to the right.
-  int move(const Vector& phrase) {
-    int first = handleOf(phrase), last = first, newIndex = -1, begin = first - phrase.back();
-    const int count = matrix->getNumberOfItemsAndFirstLastElementsInSameDimension(first, &first, &last);
-    const int offset = matrix->moveFieldToFreePosition(3, &begin, &newIndex, count, &first, &last, 0);
-    if (last > matrix->getMaximalStack()) matrix->getMatrixFileHeader()->_setMaximalStack(last);
-    return offset;
-  }
-
-  ZQMatrix* matrix;
-  zmatrix::CapturedMessages messages{0};
+  int move(const Vector& phrase) { return moveFieldOf(handleOf(phrase), phrase.back()); }
 };
 
 TEST_F(SymbolLinks, followEachMoveOfTheirPhrase) {
@@ -76,9 +54,9 @@ TEST_F(SymbolLinks, followEachMoveOfTheirPhrase) {
       for (size_t i = 0; i < phrases.size(); ++i) EXPECT_EQ(linkOf(symbols[i]), handleOf(phrases[i])) << i;
     }
   }
-  EXPECT_EQ(zmatrix::brokenInvariant(*matrix), "");
-  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1) << messages.take();
-  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(2, 0), 1) << messages.take();
+  EXPECT_EQ(broken(), "");
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1) << take();
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(2, 0), 1) << take();
   EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(0, 0), -2);
 }
 
@@ -177,9 +155,9 @@ TEST_F(SymbolLinks, anIDIsNeverGivenTwice) {
   EXPECT_EQ(inner->getSymbolDownLinkHandle(), 0);
   EXPECT_EQ(matrix->getNumberOfSymbols(), 0);
   EXPECT_EQ(matrix->getNewSymbolID(), 259);
-  EXPECT_EQ(messages.take(), "");
+  EXPECT_EQ(take(), "");
   write(phrase, -1);
-  EXPECT_EQ(messages.take(), "negtive symbolID unexpected\n");
+  EXPECT_EQ(take(), "negtive symbolID unexpected\n");
 }
 
 // The symbol level is cleared and given up while the phrases still know of it.
@@ -188,19 +166,19 @@ TEST_F(SymbolLinks, outliveTheirLevel) {
   const int one = link({1, 2}), two = link({3, 4, 5});
   setLink(one, handleOf({1, 2}));  // the second symbol has moved the first
   setLink(two, handleOf({3, 4, 5}));
-  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1) << messages.take();
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1) << take();
   EXPECT_EQ(matrix->clearMatrixForID(1), 1);
   EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 0);
   EXPECT_EQ(matrix->removeEmptyMatrices(), 1);
   EXPECT_EQ(matrix->getMaxNumberOfMatrices(), 1);
-  messages.take();
+  take();
   EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1);
-  EXPECT_EQ(messages.take(),
+  EXPECT_EQ(take(),
             "warning performMatrixLinearTest for matrixID 0: symbol 257 found but symbol level matrix does not exist\n"
             "warning performMatrixLinearTest for matrixID 0: symbol 258 found but symbol level matrix does not exist\n");
   for (int k = 0; k < 60; ++k) write({k % 6, 3 * k, k}, k % 2);
   EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(2, 0), 1);
-  EXPECT_EQ(zmatrix::brokenInvariant(*matrix), "");
+  EXPECT_EQ(broken(), "");
 }
 
 }  // namespace

@@ -5,47 +5,6 @@
 #include "frame/ZQMemory.h"
 #include "support/TierUnderTest.h"
 
-namespace {
-
-bool isWhite(unsigned char c) {
-  return c <= ' ' || c == 0xA0;
-}
-
-bool isCapital(unsigned char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE) || c == 0x8A || c == 0x8C || c == 0x95 || c == 0x9F;
-}
-
-}  // namespace
-
-Words wordsOf(const std::string& text) {
-  Words words;
-  std::string word;
-  bool blankLinePending = false;
-  const auto endWord = [&] {
-    if (word.empty()) return;
-    if (blankLinePending) words.push_back("\n");
-    blankLinePending = false;
-    words.push_back(word);
-    word.clear();
-  };
-  for (size_t i = 0; i < text.size();) {
-    if (!isWhite(static_cast<unsigned char>(text[i]))) {
-      word += text[i++];
-      continue;
-    }
-    int lineEnds = 0;
-    size_t next = i;
-    for (; next < text.size() && isWhite(static_cast<unsigned char>(text[next])); ++next) lineEnds += text[next] == '\n';
-    const bool divided = lineEnds == 1 && i > 0 && text[i - 1] == '-' && next < text.size();
-    if (divided && !isCapital(static_cast<unsigned char>(text[next]))) word.pop_back();
-    if (!divided) endWord();
-    if (lineEnds >= 2) blankLinePending = true;
-    i = next;
-  }
-  endWord();
-  return words;
-}
-
 std::string unstructuredText(unsigned seed, int numberOfWords, int longestWord) {
   std::mt19937 engine(seed);
   const auto below = [&engine](int limit) { return static_cast<int>(engine() % static_cast<unsigned>(limit)); };

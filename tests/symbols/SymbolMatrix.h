@@ -1,20 +1,14 @@
-// A matrix that learns texts on both levels, with what its tests ask of it, and a count of a text's words that shares nothing
-// with the library.
+// A matrix that learns texts on both levels, with what its tests ask of it.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "support/CapturedMessages.h"
+#include "support/PlainWords.h"
 #include "support/StoreInvariants.h"
 #include "support/TestFolder.h"
 #include "symbols/ZQMatrix.h"
-
-/// Words in the order of a text; a blank line between two words stands there as "\n".
-using Words = std::vector<std::string>;
-
-/// Splits at white space, joins what a hyphen at the end of a line has divided.
-Words wordsOf(const std::string& text);
 
 /// A text of made-up words without structure, so that the fields of all their letters get in each other's way.
 std::string unstructuredText(unsigned seed, int numberOfWords, int longestWord);

@@ -178,51 +178,6 @@ TEST(LevelUp, NamesEveryPhraseAfterHeavyRelocation) {
   }
 }
 
-TEST(LevelUp, FollowsPhrasesThatMoveBetweenItsUpdates) {
-  SymbolMatrix matrix(6);
-  EXPECT_EQ(matrix.learn(unstructuredText(5, 300, 5)), 1);
-  std::vector<int> positions;
-  for (int position = 0; position <= matrix->getMaximalStack(); ++position) {
-    const auto* element = static_cast<const ZQMatrixElement*>(matrix->elementAt(position));
-    if (element != nullptr && element->getSymbolID() > 0) positions.push_back(position);
-  }
-  int moves = 0;
-  for (const int position : positions) {
-    if (matrix->elementAt(position) == nullptr) continue;
-    int first = 0, last = 0, newIndex = position;
-    const int count = matrix->getNumberOfItemsAndFirstLastElementsInSameDimension(position, &first, &last);
-    int begin = position - matrix->elementAt(position)->getIndexInDimension();
-    moves += matrix->moveFieldToFreePosition(1, &begin, &newIndex, count, &first, &last, 0) != 0;
-    if (last > matrix->getMaximalStack()) matrix->getMatrixFileHeader()->_setMaximalStack(last);
-  }
-  EXPECT_GT(moves, 100);
-  EXPECT_EQ(matrix.brokenLink(), "");
-  EXPECT_EQ(zmatrix::brokenInvariant(*matrix.get()), "");
-}
-
-TEST(LevelUp, KeepsItsPhrasesThroughPruningIfItIsToldTo) {
-  const std::string text = unstructuredText(9, 400, 6);
-  for (const int keep : {0, 1}) {
-    SymbolMatrix matrix(8);
-    EXPECT_EQ(matrix.learn(text), 1);
-    const int numberOfSymbols = matrix->getNumberOfSymbols(), numberOfElements = matrix->getNumberOfMatrixElements();
-    matrix->setKeepSymbolsWhenRemoveOverdeterminedElements(keep);
-    EXPECT_GT(matrix->removeOverDeterminedElements(), 0);
-    EXPECT_LT(matrix->getNumberOfMatrixElements(), numberOfElements);
-    EXPECT_EQ(matrix->getNumberOfSymbols() == numberOfSymbols, keep == 1);
-    EXPECT_EQ(matrix.brokenLink(), "");
-    EXPECT_EQ(zmatrix::brokenInvariant(*matrix.get()), "");
-    int writeElements = 0, endElements = 0;
-    if (keep == 1) {
-      EXPECT_EQ(matrix.spell(matrix.symbolsOf(text).entries), wordsOf(text));
-      EXPECT_EQ(matrix->performMatrixLinearTest(&writeElements, &endElements, 0), 1);
-    }
-    EXPECT_EQ(matrix.learn(text), 1);
-    EXPECT_EQ(matrix->getNumberOfSymbols(), numberOfSymbols);
-    EXPECT_EQ(matrix.spell(matrix.symbolsOf(text).entries), wordsOf(text));
-  }
-}
-
 TEST(LevelUp, IsThereAgainAfterALoad) {
   const std::string text = unstructuredText(21, 300, 6);
   const zmatrix::TestFolder folder;
@@ -280,19 +235,6 @@ TEST(LevelUp, StoresHandlesForSymbolsThatItKnows) {
   EXPECT_EQ(matrix->getSymbolDownLinkHandleFromSymbol(258), -3);
   EXPECT_EQ(matrix->getSymbolDownLinkHandleFromSymbol(257), 0);
   EXPECT_EQ(matrix->getSymbolDownLinkHandleFromSymbol(400), -1);
-}
-
-TEST(LevelUp, HasOneForEachBasicLevel) {
-  SymbolMatrix matrix;
-  matrix.learn("one two");
-  matrix->setGlobalLanguage(3);
-  EXPECT_EQ(matrix.learn("un deux trois"), 1);
-  EXPECT_EQ(matrix->getMatrixInfo(2)->getCurrentMatrixIDLevelUp(), 3);
-  EXPECT_EQ(matrix->getMatrixInfo(3)->getCurrentMatrixIDLevelDown(), 2);
-  EXPECT_EQ(matrix->getNumberOfMatrices(), 4);
-  EXPECT_EQ(matrix.spell({257, 258}), (Words{"one", "two"}));
-  matrix.select(2);
-  EXPECT_EQ(matrix.spell({257, 258, 259}), (Words{"un", "deux", "trois"}));
 }
 
 }  // namespace

@@ -25,12 +25,6 @@ TEST(SymbolSequences, AreTheWordsInTheirOrder) {
   EXPECT_EQ(handles.numberOfPredefined, 1);
   EXPECT_EQ(matrix.spell(symbols.entries), (Words{"a", "b", "\n", "c"}));
 
-  EXPECT_EQ(matrix
-                .symbolsOf("c\n\n\n\n b\xA0"
-                           "a\n\n")
-                .entries,
-            (Integers{259, 10, 258, 257}));  // none behind the last word
-  EXPECT_EQ(matrix.symbolsOf("\n\na").entries, (Integers{10, 257}));
   EXPECT_EQ(matrix.symbolsOf("a-\nb").numberOfUnknown, 1);
 }
 

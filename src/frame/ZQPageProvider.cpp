@@ -1,0 +1,64 @@
+#include "frame/ZQPageProvider.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+
+#if __has_include(<sys/mman.h>)
+#include <sys/mman.h>
+#endif
+
+namespace zmatrix {
+
+#ifdef MADV_POPULATE_WRITE
+
+namespace {
+
+constexpr size_t sizeOfPage = 4096;  // where pages are larger the system refuses what isn't a multiple of them: no harm
+constexpr size_t sizeOfLargePage = size_t{2} << 20;
+constexpr size_t smallestForLargePages = 4 * sizeOfLargePage;
+constexpr double slowestLargePages = 1;  // nanoseconds a byte; small pages take less in any case
+
+char* roundedUp(const char* address, size_t size) {
+  return reinterpret_cast<char*>((reinterpret_cast<uintptr_t>(address) + size - 1) & ~(size - 1));
+}
+
+char* roundedDown(const char* address, size_t size) {
+  return reinterpret_cast<char*>(reinterpret_cast<uintptr_t>(address) & ~(size - 1));
+}
+
+}  // namespace
+
+void ZQPageProvider::begin(void* memory, size_t size) {
+  provided = roundedUp(static_cast<char*>(memory), sizeOfPage);
+  end = std::max(provided, roundedDown(static_cast<char*>(memory) + size, sizeOfPage));
+  usesLargePages = size >= smallestForLargePages && madvise(provided, static_cast<size_t>(end - provided), MADV_HUGEPAGE) == 0;
+}
+
+// On a virtual machine large pages may be ones that its host must find first, which takes ten times as long as small ones that
+// are at hand. That shows at once, and the rest of the allocation goes without.
+void ZQPageProvider::provideUpTo(const char* from, const char* to) {
+  char* first = std::max(provided, roundedDown(from, sizeOfPage));
+  char* last = std::min(end, usesLargePages ? roundedUp(to, sizeOfLargePage) : roundedDown(to, sizeOfPage));
+  if (first >= last) return;
+  const auto size = static_cast<size_t>(last - first);
+  const auto start = std::chrono::steady_clock::now();
+  madvise(first, size, MADV_POPULATE_WRITE);
+  const std::chrono::duration<double, std::nano> time = std::chrono::steady_clock::now() - start;
+  provided = last;
+  if (usesLargePages && time.count() > slowestLargePages * static_cast<double>(size)) {
+    usesLargePages = false;
+    madvise(provided, static_cast<size_t>(end - provided), MADV_NOHUGEPAGE);
+  }
+}
+
+#else
+
+void ZQPageProvider::begin(void*, size_t) {
+}
+void ZQPageProvider::provideUpTo(const char*, const char*) {
+}
+
+#endif
+
+}  // namespace zmatrix

@@ -1,0 +1,87 @@
+#include "store/ZQLinkCheck.h"
+
+#include <random>
+
+namespace zmatrix {
+
+namespace {
+
+uint64_t randomBits() {
+  try {
+    std::random_device device;
+    return static_cast<uint64_t>(device()) << 32 | device();
+  } catch (...) {
+    return reinterpret_cast<uintptr_t>(&largestAllocation);  // no device: what the loader made of the address
+  }
+}
+
+}  // namespace
+
+bool ZQLinkCheck::begin(int numberOfRoots, int lastSlot, long long largestLegalIndex) {
+  roots = numberOfRoots;
+  top = lastSlot;
+  largestIndex = largestLegalIndex;
+  randomAddend = randomBits() % prime;
+  randomFactor = randomBits() % prime;
+  const size_t numberOfWords = static_cast<size_t>(top >= 0 ? top : 0) / 64 + 1;
+  return isBelowParent.resize(numberOfWords, 0) && reachesRoot.resize(numberOfWords, 0);
+}
+
+bool ZQLinkCheck::isSound(ZQMatrixBaseElement* const* slots) {
+  return !isBroken && leading.value() == led.value() && allReachRoots(slots);
+}
+
+/// The first element at or above a slot that stands below its parent; -1 if there is none.
+long long ZQLinkCheck::nextBelowParent(long long from) const {
+  for (size_t word = wordOf(from); word < isBelowParent.size(); ++word) {
+    const uint64_t bits = word == wordOf(from) ? isBelowParent[word] & -bitOf(from) : isBelowParent[word];
+    if (bits != 0) return static_cast<long long>(word) * 64 + __builtin_ctzll(bits);
+  }
+  return -1;
+}
+
+// Parents lie anywhere, so that several ways are gone by turns: what one needs next is sent for while the others go on. A way
+// ends where it is known that a root is reached, and is then known itself. After as many steps as there are slots it is a circle.
+bool ZQLinkCheck::allReachRoots(ZQMatrixBaseElement* const* slots) {
+  struct Way {
+    long long start = -1;
+    long long at = -1;
+    bool isRecordSentFor = false;
+    int steps = 0;
+  };
+  Way ways[waysAtOnce];
+  long long next = nextBelowParent(0);
+  int numberOfWays = 0;
+  const auto begin = [&](Way& way) {
+    if (next < 0) return false;
+    way = {next, next};
+    next = nextBelowParent(next + 1);
+    return true;
+  };
+  while (numberOfWays < waysAtOnce && begin(ways[numberOfWays])) ++numberOfWays;
+  while (numberOfWays > 0) {
+    for (int i = 0; i < numberOfWays;) {
+      Way& way = ways[i];
+      if (way.isRecordSentFor) {
+        way.at += slots[way.at]->getOffsetToElementInPrevDimension();
+        way.isRecordSentFor = false;
+        if (++way.steps > top) return false;
+        __builtin_prefetch(slots + way.at);
+        __builtin_prefetch(&reachesRoot[wordOf(way.at)]);
+      } else if (!isKnown(way.at)) {
+        __builtin_prefetch(slots[way.at]);
+        way.isRecordSentFor = true;
+      } else {
+        for (long long at = way.start; !isKnown(at); at += slots[at]->getOffsetToElementInPrevDimension()) {
+          reachesRoot[wordOf(at)] |= bitOf(at);
+        }
+        if (!begin(way)) way = ways[--numberOfWays];
+        continue;
+      }
+      ++i;
+    }
+  }
+  return true;
+}
+
+}  // namespace zmatrix

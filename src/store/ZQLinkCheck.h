@@ -1,0 +1,103 @@
+// Whether the links of a block that comes from a file answer each other, found out while its elements pass by once, in order, and
+// without looking at any other element. Each link is claimed from both sides: a parent claims its first child and that child the
+// parent, an element claims the next of its field and that one its predecessor. A claim is a tuple of the two slots and, between
+// siblings, of the parent and the begin of the field, which both must know. The two sides agree if they make the same claims as
+// often, and that is compared by a fingerprint of each side: the product of r + a + s*b over its claims (a, b), modulo the prime
+// 2^61 - 1, with r and s drawn anew for each check. Two sides that differ agree with a probability of at most n / 2^61 for n
+// elements (Lipton, Fingerprinting Sets, 1989; Schwartz 1980), and nobody who makes a file knows r and s.
+//
+// What answering links leave possible is a circle of parents, which no root leads to. Any circle has an element that stands below
+// its parent. There are few of these, since most are written after their parents: from each the way up is gone afterwards.
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "store/ZQMatrixElements.h"
+#include "store/ZQPodArray.h"
+
+namespace zmatrix {
+
+class ZQLinkCheck {
+ public:
+  /// For a block whose slots go up to `lastSlot`, the first of them roots. False if memory has run out.
+  bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex);
+
+  /// Takes note of the element in a slot. Slots must come in ascending order.
+  void add(int position, const ZQMatrixBaseElement& element) {
+    const int next = element.getOffsetToNextElementInDimension();
+    const int previous = element.getOffsetToPreviousElementInDimension();
+    const int down = element.getOffsetToElementInNextDimension();
+    const int up = element.getOffsetToElementInPrevDimension();
+    const long long index = element.getIndexInDimension();
+    const long long slot = position;
+    if (down != 0) {
+      isBroken |= slot + down < roots || slot + down > top;
+      leading.multiply(randomAddend + pairOf(slot, slot + down));
+    }
+    if (position < roots) {
+      isBroken |= up != 0 || previous != 0 || next != 0;
+      return;
+    }
+    const long long parent = slot + up;
+    isBroken |= up == 0 || parent < 0 || parent > top || std::llabs(index) > largestIndex;
+    if (isBroken) return;
+    const uint64_t family = static_cast<uint64_t>(parent) << 33 | static_cast<uint64_t>(slot - index + (1LL << 32));
+    const uint64_t sibling = randomAddend + multiplied(next != 0 || previous != 0 ? family : 0, randomFactor);
+    if (next != 0) {
+      isBroken |= next < 0 || slot + next > top;
+      leading.multiply(sibling + pairOf(slot, slot + next) + tagOfSiblings);
+    }
+    if (previous != 0) {
+      isBroken |= previous > 0 || slot + previous < roots;
+      led.multiply(sibling + pairOf(slot + previous, slot) + tagOfSiblings);
+    } else {
+      led.multiply(randomAddend + pairOf(parent, slot));
+    }
+    if (up > 0) isBelowParent[wordOf(slot)] |= bitOf(slot);
+  }
+
+  /// True if all links of the elements that have passed, and are now in the slots, answer each other and lead to a root.
+  bool isSound(ZQMatrixBaseElement* const* slots);
+
+ private:
+  static constexpr int waysAtOnce = 16;
+  static constexpr int bitsOfPrime = 61;
+  static constexpr uint64_t prime = (uint64_t{1} << bitsOfPrime) - 1;
+  static constexpr uint64_t tagOfSiblings = uint64_t{1} << 54;  // above any pair
+
+  __extension__ using Wide = unsigned __int128;
+
+  /// a * b modulo the prime, not wholly reduced: below 2^61 + 8 for factors below 2^63.
+  static uint64_t multiplied(uint64_t a, uint64_t b) {
+    const Wide product = static_cast<Wide>(a) * b;
+    const uint64_t sum = (static_cast<uint64_t>(product) & prime) + static_cast<uint64_t>(product >> bitsOfPrime);
+    return (sum & prime) + (sum >> bitsOfPrime);
+  }
+  static uint64_t pairOf(long long from, long long to) { return static_cast<uint64_t>(from) << 27 | static_cast<uint64_t>(to); }
+
+  struct Fingerprint {
+    uint64_t product = 1;
+    void multiply(uint64_t factor) { product = multiplied(product, factor); }
+    uint64_t value() const { return product % prime; }
+  };
+
+  static size_t wordOf(long long slot) { return static_cast<size_t>(slot) >> 6; }
+  static uint64_t bitOf(long long slot) { return uint64_t{1} << (static_cast<size_t>(slot) & 63); }
+  bool isKnown(long long slot) const { return slot < roots || (reachesRoot[wordOf(slot)] & bitOf(slot)) != 0; }
+  long long nextBelowParent(long long from) const;
+  bool allReachRoots(ZQMatrixBaseElement* const* slots);
+
+  int roots = 0;
+  int top = -1;
+  long long largestIndex = 0;
+  uint64_t randomAddend = 0;
+  uint64_t randomFactor = 0;
+  Fingerprint leading;  // claims on what stands below or behind
+  Fingerprint led;      // claims on what stands above or before
+  bool isBroken = false;
+  ZQPodArray<uint64_t> isBelowParent;  // a bit a slot
+  ZQPodArray<uint64_t> reachesRoot;    // a bit a slot: a way up from here is known
+};
+
+}  // namespace zmatrix

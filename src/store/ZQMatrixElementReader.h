@@ -1,0 +1,134 @@
+// Reading the elements of a matrix file into an empty block: each gets the next record of one large piece of memory and goes to
+// its slot, and its links are taken note of as it passes. Told once for the tiers; the elements are the reading tier's in any
+// case.
+#pragma once
+
+#include <algorithm>
+#include <cstdio>
+
+#include "frame/ZQProgress.h"
+#include "store/ZQLinkCheck.h"
+#include "store/ZQMatrixBase.h"
+#include "store/ZQMatrixElementFile.h"
+
+template <class Tier>
+struct ZQMatrixElementReader {
+  ZQMatrixElementReader(typename Tier::Matrix& aMatrix, zmatrix::ZQFileReader& aFile) : matrix(aMatrix), file(aFile) {}
+
+  /// Reads elements of the files of a tier, up to the stack that the file tells.
+  void read(int infoType, int stackOfFile) {
+    stack = stackOfFile;
+    ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
+    header._setMaximalStack(std::min(stack, matrix.numberOfSlots - 1));
+    count = zmatrix::negativeOf(header.getMaxNumberOfMatrices());
+    if constexpr (reportsProgress) {
+      snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "reading matrix from disk: %d items...",
+               stack);
+    }
+    const int end = header.getMaximalStack() + 1;
+    const long long mostElements = file.getBytesLeft() / static_cast<long long>(zmatrix::sizeOfElementInFile(infoType));
+    const bool isDense = end > 0 && end <= 2 * mostElements + slotsInPiece;
+    isOutOfMemory = !links.begin(header.getMaxNumberOfMatrices(), end - 1, matrix.largestLegalIndex());
+    if (isDense) {
+      pagesOfSlots.begin(matrix.matrixData, static_cast<size_t>(end) * sizeof *matrix.matrixData);
+      matrix.records.reserve(static_cast<size_t>(std::min<long long>(mostElements, end)));
+    }
+    switch (zmatrix::sizeOfElementInFile(infoType)) {
+      case zmatrix::sizeOfElementInFile(0):
+        readAll<zmatrix::sizeOfElementInFile(0)>();
+        break;
+      case zmatrix::sizeOfElementInFile(1):
+        readAll<zmatrix::sizeOfElementInFile(1)>();
+        break;
+      default:
+        readAll<zmatrix::sizeOfElementInFile(2)>();
+    }
+    matrix.freeSlots.fillWhereOccupied(matrix.matrixData, end);
+  }
+
+  long long position = 0;  // the slot of the next element
+  int count = 0;           // elements read, less the roots
+  int numberOutside = 0;   // elements that the block has no slot for
+  bool isOutOfMemory = false;
+  zmatrix::ZQLinkCheck links;
+
+ private:
+  static constexpr bool reportsProgress = Tier::infoType >= 1;
+  static constexpr long long slotsInPiece = 32768;  // whose pages are provided at once
+
+  template <size_t size>
+  void readAll() {
+    const long long end = stack + 1LL;
+    while (position < end && !file.isAtEnd() && !isOutOfMemory) {
+      const long long endOfPiece = std::min(position + slotsInPiece, end);
+      providePages(std::min<long long>(endOfPiece, matrix.numberOfSlots));
+      while (position < endOfPiece && !file.isAtEnd() && !isOutOfMemory) {
+        if constexpr (reportsProgress) matrixProgressDisplay(static_cast<int>(position), stack);
+        const int result = readMatrixElementFromDisk<size>();
+        if (result >= 0) {
+          ++position;
+          zmatrix::addTo(count, 1);
+        } else {
+          position = std::min(position - result, end);
+        }
+      }
+    }
+  }
+
+  void providePages(long long end) {
+    if (position >= end) return;
+    pagesOfSlots.provide(matrix.matrixData + position, static_cast<size_t>(end - position) * sizeof *matrix.matrixData);
+  }
+
+  /// 1 for an element, 0 at the end of the file, the negative length of a run of empty slots.
+  template <size_t size>
+  int readMatrixElementFromDisk() {
+    const char* bytes = file.peek(size);
+    if (bytes == nullptr) return readLastBytes<size>();
+    const int writeCount = zmatrix::getLittleEndian<int>(bytes);
+    if (writeCount < 0) {
+      file.advance(sizeof(int));
+      return writeCount;
+    }
+    file.advance(size);
+    return storeElement<size>(bytes);
+  }
+
+  /// Where less than an element is left: still a run, or an element whose missing fields become 0.
+  template <size_t size>
+  int readLastBytes() {
+    const char* first = file.peek(sizeof(int));
+    const int writeCount = first != nullptr ? zmatrix::getLittleEndian<int>(first) : 0;
+    if (writeCount < 0) {
+      file.advance(sizeof(int));
+      return writeCount;
+    }
+    char bytes[size];
+    file.read(bytes, size);
+    return first != nullptr ? storeElement<size>(bytes) : 0;
+  }
+
+  template <size_t size>
+  int storeElement(const char* bytes) {
+    if (position >= matrix.numberOfSlots) {
+      ++numberOutside;
+      return 1;
+    }
+    if (matrix.matrixData[position] != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
+    void* memory = matrix.records.allocate();
+    if (memory == nullptr) {
+      isOutOfMemory = true;
+      return 1;
+    }
+    typename Tier::Element element;
+    zmatrix::getElement<size>(bytes, element);
+    matrix.matrixData[position] = new (memory) typename Tier::Element(element);
+    links.add(static_cast<int>(position), element);
+    return 1;
+  }
+
+  typename Tier::Matrix& matrix;
+  zmatrix::ZQFileReader& file;
+  zmatrix::ZQPageProvider pagesOfSlots;
+  int stack = 0;
+};
