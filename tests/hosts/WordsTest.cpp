@@ -90,6 +90,7 @@ TEST_F(WordsTest, FollowTheStartAndCountAsItems) {
   EXPECT_EQ(zmatrix(options + " --start 'five' --count 0").output, "five");
   const RunResult unknown = zmatrix(options + " --start 'never seen' --count 20");
   EXPECT_EQ(unknown.exitCode, 0);
+  EXPECT_EQ(unknown.talk.find("warning"), std::string::npos) << unknown.talk;
   EXPECT_GT(unknown.output.size(), std::string("never seen").size() + 20);
 }
 
