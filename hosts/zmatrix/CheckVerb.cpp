@@ -111,7 +111,7 @@ Json reportOf(const Subject& subject, Progress& progress) {
 std::string tableOfReport(Json report) {
   const Json matrices = report["matrices"];
   report.erase("matrices");
-  return columnsOf(Json::array({report})) + "\n" + columnsOf(matrices);
+  return membersOf(report) + "\n" + columnsOf(matrices);
 }
 
 void runCheck(const CheckOptions& options) {

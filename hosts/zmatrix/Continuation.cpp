@@ -14,7 +14,6 @@ Continuation::Continuation(Matrix& matrix, Level level, const GenerationOptions&
   if (level == Level::words && !matrix.hasWords())
     throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
   if (level == Level::letters) matrix.forgetWords();
-  const Hush hush(matrix);  // a language that doesn't know the start is no fault
   int longestKnown = -1;
   for (int id = 0; id < matrix.numberOfIDs(); ++id) {
     const ZQMatrixProperties& record = matrix.record(id);
@@ -34,6 +33,7 @@ Continuation::Continuation(Matrix& matrix, Level level, const GenerationOptions&
 
 // Sets the context and selects what the next items come from.
 void Continuation::goTo(int id) {
+  const Hush hush(matrix_);  // a start that the texts don't hold is no fault
   matrix_.select(id);
   if (!options_.start.empty()) matrix_.setContext(options_.start);
   if (level_ == Level::words) matrix_.select(matrix_.record(id).currentMatrixIDLevelUp);

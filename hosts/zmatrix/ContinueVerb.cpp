@@ -39,6 +39,7 @@ Examples:
 void runContinue(const ContinueOptions& options) {
   keepStandardOutputForResults();
   const std::vector<InputFile> inputs = findTextFiles(options.learning.inputs, options.learning.recursive);
+  refuseInputAsOutput(options.generation.out, inputs);
   Output output(options.generation.out);
   Progress progress(options.talk.showsProgress());
   const std::unique_ptr<Matrix> matrix = makeMatrix(options.learning, options.talk.loudness());

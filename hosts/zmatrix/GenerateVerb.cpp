@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Continuation.h"
+#include "Inputs.h"
 #include "ModelFile.h"
 #include "Options.h"
 #include "Output.h"
@@ -33,8 +34,9 @@ void runGenerate(const GenerateOptions& options) {
   Progress progress(options.talk.showsProgress());
   progress.show("loading", 0);
   const std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
+  refuseInputAsOutput(options.generation.out, {{options.model, 0}});
   Output output(options.generation.out);
-  if (!matrix->isSound()) warnOfDamage(options.model, options.talk);
+  warnIfDamaged(*matrix, options.model);
   Continuation continuation(*matrix, options.level.value_or(Level::letters), options.generation);
   progress.clear();
   if (!options.talk.quiet) {

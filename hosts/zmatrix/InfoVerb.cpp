@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "ModelFile.h"
 #include "Options.h"
 #include "Output.h"
 #include "Statistics.h"
@@ -17,7 +18,7 @@ struct InfoOptions {
 };
 
 const char* const examples = R"(
-Counts of rules are those of the last self-test; `zmatrix check MODEL` tests the model and counts anew.
+Counts of rules are those of the last self-test, if there was one; `zmatrix check MODEL` tests the model and counts anew.
 
 Examples:
   zmatrix info novel.zmatrix
@@ -42,6 +43,9 @@ Json describe(Matrix& matrix, const std::string& path) {
   for (int id = 0; id < matrix.numberOfIDs(); ++id) {
     if (!matrix.isOccupied(id)) continue;
     Json record = statisticsOf(matrix.record(id), matrix.tier());
+    if (record.value("rule_elements", 0) == 0) {  // no self-test has counted them
+      for (const char* count : {"rule_elements", "unique_rules", "overdetermined_rules"}) record.erase(count);
+    }
     record.update(settingsOf(matrix.record(id), matrix.tier()));
     result["matrices"].push_back(record);
   }
@@ -62,7 +66,7 @@ std::string tableOf(Json description) {
     }
     matrix.erase("files_learned");
   }
-  std::string text = columnsOf(Json::array({description}));
+  std::string text = membersOf(description);
   if (!matrices.empty()) text += "\n" + columnsOf(matrices);
   if (!files.empty()) text += "\nfiles learned, by the ID that learned them:\n" + files;
   if (!history.empty()) text += "\nhistory, the oldest first:\n" + linesOf(history);
@@ -72,6 +76,7 @@ std::string tableOf(Json description) {
 void runInfo(const InfoOptions& options) {
   keepStandardOutputForResults();
   const std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
+  warnIfDamaged(*matrix, options.model);
   Output output("");
   const Json description = describe(*matrix, options.model);
   output.write(options.json ? jsonText(description) : tableOf(description));

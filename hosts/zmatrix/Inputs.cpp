@@ -80,6 +80,15 @@ std::vector<InputFile> findTextFiles(const std::vector<std::string>& arguments, 
   return inputs;
 }
 
+void refuseInputAsOutput(const std::string& output, const std::vector<InputFile>& inputs) {
+  for (const InputFile& input : inputs) {
+    std::error_code error;
+    if (fs::equivalent(output, input.path, error)) {
+      throw Failure{ExitCode::usage, output + " is an input: name another file for the result"};
+    }
+  }
+}
+
 void requireReadable(const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);

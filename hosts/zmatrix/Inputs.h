@@ -14,6 +14,9 @@ struct InputFile {
 /// the folders below too. Throws a Failure if an argument can't be read, or if a folder holds no text.
 std::vector<InputFile> findTextFiles(const std::vector<std::string>& arguments, bool recursive);
 
+/// Throws a Failure if a result that is to be written to `output` would replace one of the inputs.
+void refuseInputAsOutput(const std::string& output, const std::vector<InputFile>& inputs);
+
 /// Throws a Failure unless `path` is a regular file that can be opened for reading.
 void requireReadable(const std::string& path);
 

@@ -19,6 +19,7 @@ struct LearnOptions {
   LearningOptions learning;
   std::string model;
   bool update = false;
+  bool test = false;
   TalkOptions talk;
 };
 
@@ -36,31 +37,36 @@ Examples:
 std::unique_ptr<Matrix> matrixFor(const LearnOptions& options) {
   if (!options.update) return makeMatrix(options.learning, options.talk.loudness());
   std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
+  if (!matrix->isWhole()) {
+    throw Failure{ExitCode::damaged,
+                  options.model + " is damaged or was cut off, nothing was learned; `zmatrix check` tells more"};
+  }
   adjustMatrix(*matrix, options.learning);
   return matrix;
 }
 
-// A model that was damaged before is told of and goes on, for its sound parts; one that was sound must be so when it is saved.
 void runLearn(const LearnOptions& options) {
   keepStandardOutputForResults();
   const std::vector<InputFile> inputs = findTextFiles(options.learning.inputs, options.learning.recursive);
+  refuseInputAsOutput(options.model, inputs);
   ModelFile model(options.model);
   Progress progress(options.talk.showsProgress());
   const std::unique_ptr<Matrix> matrix = matrixFor(options);
-  const bool wasSound = !options.update || matrix->isSound();
-  if (!wasSound) warnOfDamage(options.model, options.talk);
   const long long itemsBefore = matrix->itemsLearned();
   matrix->keepHistory();
   learnFiles(*matrix, inputs, progress);
   if (matrix->itemsLearned() == itemsBefore) throw Failure{ExitCode::badInput, "nothing to learn: the input holds no text"};
-  if (!matrix->isSound() && wasSound) throw Failure{ExitCode::damaged, "the matrix is damaged and was not saved"};
-
+  if (options.test) {
+    progress.show("testing", 0);
+    if (!matrix->isSound()) throw Failure{ExitCode::damaged, "the matrix is damaged and was not saved"};
+  }
   progress.show("saving", 1);
   model.save(*matrix);
   progress.clear();
   if (options.talk.quiet) return;
-  std::fprintf(stderr, "learned %zu file%s; %s holds %lld items\n", inputs.size(), inputs.size() == 1 ? "" : "s",
-               options.model.c_str(), itemsOfTexts(*matrix));
+  const long long items = itemsOfTexts(*matrix);
+  std::fprintf(stderr, "learned %zu file%s; %s holds %lld item%s\n", inputs.size(), inputs.size() == 1 ? "" : "s",
+               model.name().c_str(), items, items == 1 ? "" : "s");
 }
 
 }  // namespace
@@ -69,10 +75,12 @@ void addLearnVerb(CLI::App& app) {
   const auto options = std::make_shared<LearnOptions>();
   CLI::App* verb = app.add_subcommand("learn", "Learn texts into a model file");
   addLearningOptions(*verb, options->learning);
-  verb->add_option("--out,-o", options->model, "The file of the model; what is there is replaced")
+  verb->add_option("--out,-o", options->model, "The file of the model; what is there is replaced. - is standard output")
       ->required()
+      ->check(isNamed)
       ->option_text("MODEL");
   verb->add_flag("--update,-u", options->update, "Learn into the model that is there, with its tier, level and limits");
+  verb->add_flag("--test", options->test, "Let the matrix test itself before it is saved; a damaged one is not saved");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runLearn(*options); });

@@ -1,5 +1,7 @@
 #include "Learning.h"
 
+#include <cstdio>
+#include <map>
 #include <string>
 
 #include "Failure.h"
@@ -61,15 +63,25 @@ std::vector<int> learnFiles(Matrix& matrix, const std::vector<InputFile>& inputs
     setMatrixProgressDisplayFunction(showLearning);
   }
   std::vector<int> ids;
+  std::map<int, long long> wordsLeftOut;  // by the limit that they exceeded, which a language may have of its own
   for (const InputFile& input : inputs) {
     state.file = input.path.substr(input.path.rfind('/') + 1);
     state.bytesOfFile = static_cast<double>(input.size);
     state.itemsBefore = matrix.itemsLearned();
-    ids.push_back(matrix.learn(input.path));
+    const Matrix::Learned learned = matrix.learn(input.path);
+    ids.push_back(learned.id);
+    if (learned.wordsLeftOut > 0) {
+      wordsLeftOut[matrix.record(learned.id).maxPhraseLengthForUpdateWithSequence] += learned.wordsLeftOut;
+    }
     state.bytesBefore += state.bytesOfFile;
   }
   setMatrixProgressDisplayFunction(nullptr);
   learning = nullptr;
+  progress.clear();
+  for (const auto& [limit, words] : wordsLeftOut) {
+    std::fprintf(stderr, "left out %lld word%s of more than %d letters: a larger --max-phrase takes them\n", words,
+                 words == 1 ? "" : "s", limit);
+  }
   return ids;
 }
 

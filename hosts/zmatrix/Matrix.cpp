@@ -1,9 +1,12 @@
 #include "Matrix.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 
 #include "Failure.h"
 #include "Inputs.h"
+#include "Overheard.h"
 #include "Tiers.h"
 
 namespace {
@@ -21,6 +24,19 @@ std::vector<int> itemsOf(const std::string& text) {
   std::vector<int> items;
   for (const char byte : text) items.push_back(static_cast<unsigned char>(byte));
   return items;
+}
+
+// Takes the messages that tell how many words were too long out of what was overheard, and returns the number.
+int takeWordsLeftOut(std::vector<Overheard::Kind>& kinds) {
+  const std::string sign = "numberOfUnknownSymbols = ";
+  int words = 0;
+  const auto tellsOfWords = [&](const Overheard::Kind& kind) {
+    const std::size_t at = kind.first[0].find(sign);
+    if (at != std::string::npos) words = std::atoi(kind.first[0].c_str() + at + sign.size());
+    return at != std::string::npos;
+  };
+  kinds.erase(std::remove_if(kinds.begin(), kinds.end(), tellsOfWords), kinds.end());
+  return words;
 }
 
 template <class Functions>
@@ -71,6 +87,13 @@ class MatrixOf : public Matrix {
     return records;
   }
 
+  bool isWhole() override {
+    long long counted = numberOfIDs();  // their roots are in no count
+    for (int id = 0; id < numberOfIDs(); ++id) counted += record(id).numberOfMatrixElements;
+    for (int handle = 0; handle <= maximalStack(); ++handle) counted -= Functions::elementAt(matrix(), handle) != nullptr;
+    return counted == 0;
+  }
+
   bool save(const std::string& path) override {
     errno = 0;
     return Functions::save(matrix(), path.c_str()) == 1;
@@ -114,12 +137,16 @@ class MatrixOf : public Matrix {
     return false;
   }
 
-  int learn(const std::string& path) override {
+  Learned learn(const std::string& path) override {
     if constexpr (Functions::learns) {
       std::vector<long long> before;
       for (int id = 0; id < numberOfIDs(); ++id) before.push_back(itemsLearned(id));
       int length = 0;
+      Overheard talk(loudness_.level == 0);
       const int result = Functions::learnFile(matrix(), path.c_str(), &length);
+      talk.end();
+      const int wordsLeftOut = takeWordsLeftOut(talk.kinds());
+      talk.tell();
       int id = 0;
       while (id < numberOfIDs() && (itemsLearned(id) == before[id] || !holdsText(id))) ++id;
       if (id == numberOfIDs()) id = -1;
@@ -127,7 +154,7 @@ class MatrixOf : public Matrix {
         throw Failure{ExitCode::limit,
                       "the matrix could not take all of " + path + ": fewer texts or a smaller --max-phrase need less"};
       }
-      return id;
+      return {id, wordsLeftOut};
     } else {
       refuse(noTexts);
     }
@@ -146,6 +173,7 @@ class MatrixOf : public Matrix {
   int countUnknownWords([[maybe_unused]] int id, [[maybe_unused]] const std::string& text) override {
     int unknown = 0;
     if constexpr (Functions::hasSymbols) {
+      const Hush hush(*this);  // it would tell the number that is returned
       const std::vector<int> items = itemsOf(text);
       int symbols = 0;
       int lineFeeds = 0;
@@ -202,11 +230,16 @@ class MatrixOf : public Matrix {
   }
 
  protected:
+  // Of a sound matrix the library may have much to remark, such as each symbol that no level of words goes with: told is what it
+  // says of one with faults.
   TestResult selfTest(int id, int which) override {
     select(id);
     TestResult result{};
+    Overheard talk(loudness_.level == 0);
     result.isSound =
         Functions::selfTest(matrix(), which, &result.writtenElements, &result.endElements, 0) == 1;  // 0: nothing is cut off
+    talk.end();
+    if (!result.isSound) talk.tell();
     return result;
   }
 

@@ -63,8 +63,11 @@ class Matrix {
   TestResult scan(int id) { return selfTest(id, 1); }
   /// Walks the sub-matrix from its root and counts anew.
   TestResult walk(int id) { return selfTest(id, 2); }
-  /// Scans every sub-matrix that holds anything.
+  /// Scans every sub-matrix that holds anything, which takes longer than learning it did.
   bool isSound();
+  /// True if each element that the records count is there. A load drops what it can't trust, so that damage to a file shows here,
+  /// at a small part of a scan's cost.
+  virtual bool isWhole() = 0;
 
   /// Puts the matrix into a file in place of what was there. False, with errno set as far as known, if it can't.
   virtual bool save(const std::string& path) = 0;
@@ -80,8 +83,12 @@ class Matrix {
   /// From now on a save adds what was learned to the history.
   virtual void keepHistory() = 0;
   virtual bool hasWords() const = 0;
-  /// Returns the ID that learned the file, -1 if it held nothing. Throws a Failure if the matrix can't take all of it.
-  virtual int learn(const std::string& path) = 0;
+  struct Learned {
+    int id;            ///< the ID that learned the file, -1 if it held nothing
+    int wordsLeftOut;  ///< as they were too long
+  };
+  /// Throws a Failure if the matrix can't take all of the file.
+  virtual Learned learn(const std::string& path) = 0;
   /// Items that the sub-matrix has learned: about one a byte of text. May be asked while a text is being learned.
   virtual long long itemsLearned(int id) const = 0;
   long long itemsLearned() const;

@@ -10,6 +10,7 @@
 #include "Failure.h"
 #include "Inputs.h"
 #include "Interrupt.h"
+#include "Output.h"
 #include "PendingFile.h"
 
 namespace {
@@ -26,19 +27,29 @@ bool isFileOfAnotherKind(const std::string& path) {
   return std::filesystem::is_regular_file(path, error) && std::filesystem::file_size(path, error) > 0 && !isMatrixFile(path);
 }
 
+// The library opens files by their path, and the process's own name for standard output leads elsewhere by now.
+std::string pathOfStandardOutput() {
+  const int descriptor = descriptorOfStandardOutput();
+  errno = EBADF;
+  if (descriptor < 0) failToWrite("cannot write", "standard output");
+  if (isatty(descriptor) == 1) throw Failure{ExitCode::usage, "a model is no text for a terminal: name a file for it"};
+  return "/dev/fd/" + std::to_string(descriptor);
+}
+
 }  // namespace
 
-ModelFile::ModelFile(const std::string& path) : path_(path) {
-  if (isFileOfAnotherKind(path)) {
-    throw Failure{ExitCode::usage, path + " is there and holds no matrix: remove it, or name another file for the model"};
+ModelFile::ModelFile(const std::string& path)
+    : name_(namesStandardOutput(path) ? "standard output" : path),
+      path_(namesStandardOutput(path) ? pathOfStandardOutput() : path) {
+  if (isFileOfAnotherKind(path_)) {
+    throw Failure{ExitCode::usage, name_ + " is there and holds no matrix: remove it, or name another file for the model"};
   }
-  if (PendingFile::canStandFor(path)) {
-    PendingFile probe(path);
+  if (PendingFile::canStandFor(path_)) {
+    PendingFile probe(path_);
     return;
   }
-  std::FILE* file = std::fopen(path.c_str(), "ab");
-  if (file == nullptr) failToWrite("cannot write", path);
-  std::fclose(file);
+  // not opened: at a pipe that would wait for a reader, and take the pipe's end for him
+  if (access(path_.c_str(), W_OK) != 0) failToWrite("cannot write", name_);
 }
 
 void ModelFile::save(Matrix& matrix) {
@@ -47,13 +58,12 @@ void ModelFile::save(Matrix& matrix) {
   const int reason = errno;
   removeAtInterrupt("");
   if (isSaved) return;
-  throw Failure{ExitCode::limit, "cannot save to " + path_ + ": " + (reason != 0 ? std::strerror(reason) : "writing failed") +
+  throw Failure{ExitCode::limit, "cannot save to " + name_ + ": " + (reason != 0 ? std::strerror(reason) : "writing failed") +
                                      (PendingFile::canStandFor(path_) ? "; what was there stands" : "")};
 }
 
-void warnOfDamage(const std::string& path, const TalkOptions& talk) {
-  if (talk.quiet) return;
-  std::fflush(stdout);
+void warnIfDamaged(Matrix& matrix, const std::string& path) {
+  if (matrix.loudness().level < 0 || matrix.isWhole()) return;
   std::fprintf(stderr, "zmatrix: warning: %s is damaged or was cut off: what is lost is not used; `zmatrix check` tells more\n",
                path.c_str());
 }

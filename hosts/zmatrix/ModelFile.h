@@ -4,21 +4,23 @@
 #include <string>
 
 #include "Matrix.h"
-#include "Options.h"
 
 class ModelFile {
  public:
   /// Throws a Failure if nothing can be written at `path`, so that this is known before hours of learning, or if what is there is
-  /// no model.
+  /// no model. A device, a pipe or standard output takes a model too.
   explicit ModelFile(const std::string& path);
+
+  const std::string& name() const { return name_; }
 
   /// Throws a Failure if the matrix could not be saved; an interrupt removes what was written so far. Either way the file that
   /// was there stands.
   void save(Matrix& matrix);
 
  private:
+  std::string name_;  ///< for messages
   std::string path_;
 };
 
-/// Says on standard error that a self-test found faults in what was loaded, unless the user wants quiet.
-void warnOfDamage(const std::string& path, const TalkOptions& talk);
+/// Says on standard error that something is missing of what the file at `path` held, unless the user wants quiet.
+void warnIfDamaged(Matrix& matrix, const std::string& path);

@@ -6,6 +6,8 @@ const char* const exitCodes =
     "Exit codes: 0 done, 2 wrong usage, 3 an input can't be read or holds nothing to learn, 4 a limit (memory, matrix, disk),\n"
     "5 a self-test found damage.";
 
+const CLI::Validator isNamed([](const std::string& name) { return std::string(name.empty() ? "no file is named" : ""); }, "");
+
 void addLearningOptions(CLI::App& verb, LearningOptions& options, const std::string& what) {
   static const std::map<std::string, Tier> tiers = {{"full", Tier::full}, {"medium", Tier::medium}};
   verb.add_option("INPUT", options.inputs, what)->required()->option_text(" ");
@@ -48,7 +50,9 @@ void addGenerationOptions(CLI::App& verb, GenerationOptions& options) {
                   "(middle); random unless given")
       ->transform(CLI::CheckedTransformer(methods))
       ->option_text("best|middle|random");
-  verb.add_option("--out", options.out, "File to write; without it, standard output")->option_text("FILE");
+  verb.add_option("--out", options.out, "File to write; without it, or with -, standard output")
+      ->check(isNamed)
+      ->option_text("FILE");
 }
 
 void addTalkOptions(CLI::App& verb, TalkOptions& options) {

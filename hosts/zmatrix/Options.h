@@ -34,6 +34,9 @@ struct TalkOptions {
   bool showsProgress() const { return !quiet && debugLevel == 0; }
 };
 
+/// Refuses an empty name, as an unset variable of a script gives.
+extern const CLI::Validator isNamed;
+
 /// `what` tells what INPUT may be.
 void addLearningOptions(CLI::App& verb, LearningOptions& options,
                         const std::string& what =

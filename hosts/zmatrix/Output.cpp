@@ -12,8 +12,17 @@ void keepStandardOutputForResults() {
   setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
 }
 
-Output::Output(const std::string& path) : name_(path.empty() ? "standard output" : path) {
-  if (path.empty()) {
+bool namesStandardOutput(const std::string& path) {
+  return path == "-" || path == "/dev/stdout" || path == "/dev/fd/1" || path == "/proc/self/fd/1";
+}
+
+int descriptorOfStandardOutput() {
+  return standardOutput;
+}
+
+Output::Output(const std::string& path) : name_(path) {
+  if (path.empty() || namesStandardOutput(path)) {
+    name_ = "standard output";
     if (standardOutput >= 0) stream_ = fdopen(standardOutput, "wb");
   } else if (PendingFile::canStandFor(path)) {
     pending_ = std::make_unique<PendingFile>(path);

@@ -9,7 +9,8 @@
 
 class Output {
  public:
-  /// Opens now, so that a folder that can't be written is known before hours of learning. An empty path means standard output.
+  /// Opens now, so that a folder that can't be written is known before hours of learning. An empty path means standard output, as
+  /// its names do.
   explicit Output(const std::string& path);
   ~Output();
   Output(const Output&) = delete;
@@ -26,6 +27,12 @@ class Output {
   std::unique_ptr<PendingFile> pending_;  ///< null if written straight
   std::FILE* stream_ = nullptr;
 };
+
+/// True for the names that lead to standard output on every system: "-", "/dev/stdout" and the like.
+bool namesStandardOutput(const std::string& path);
+
+/// The descriptor of what was standard output when the command began, -1 if there was none.
+int descriptorOfStandardOutput();
 
 /// To be called first of all: from then on what anyone prints on standard output, the library's messages above all, comes out on
 /// standard error, and only an Output still writes to the true standard output. So results stay clean.

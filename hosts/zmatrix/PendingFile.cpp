@@ -38,6 +38,8 @@ bool PendingFile::canStandFor(const std::string& path) {
 PendingFile::PendingFile(const std::string& path) : target_(withLinksFollowed(path)) {
   std::error_code error;
   if (fs::is_directory(target_, error)) throw Failure{ExitCode::limit, "cannot write " + path + ": it is a folder"};
+  // renaming would replace a file that its owner closed to writing
+  if (fs::exists(target_, error) && access(target_.c_str(), W_OK) != 0) failToWrite("cannot write", path);
   std::string pattern = target_ + ".XXXXXX";
   const int descriptor = mkstemp(pattern.data());
   if (descriptor < 0) failToWrite("cannot write", path);

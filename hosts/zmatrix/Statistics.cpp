@@ -135,6 +135,16 @@ std::string jsonText(const Json& value) {
   return value.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+std::string membersOf(const Json& value) {
+  std::size_t width = 0;
+  for (const auto& member : value.items()) width = std::max(width, member.key().size());
+  std::string table;
+  for (const auto& member : value.items()) {
+    table += member.key() + std::string(2 + width - member.key().size(), ' ') + cellOf(member.value()) + "\n";
+  }
+  return table;
+}
+
 std::string columnsOf(const Json& list) {
   const std::vector<std::string> names = namesIn(list);
   std::size_t nameWidth = 0;

@@ -24,6 +24,9 @@ Json sizeOf(const Matrix& matrix);
 /// A value as text with a line end. A byte that is no UTF-8, as a file's name may have one, comes out as a replacement character.
 std::string jsonText(const Json& value);
 
+/// A line for each member of a value, with its name.
+std::string membersOf(const Json& value);
+
 /// A table with a column for each value of the list and a line for each of their members.
 std::string columnsOf(const Json& list);
 

@@ -19,6 +19,13 @@ std::string version() {
          std::to_string(ZMATRIX_VERSION_PATCH);
 }
 
+// What is wrong where no verb was named, or none that there is.
+std::string wrongVerb(const CLI::App& app, const std::string& given) {
+  std::string verbs;
+  for (const CLI::App* verb : app.get_subcommands(nullptr)) verbs += (verbs.empty() ? "" : ", ") + verb->get_name();
+  return (given.empty() ? "a verb is missing" : given + " is no verb") + ": " + verbs + " (`zmatrix --help` tells what they do)";
+}
+
 int end(ExitCode code, const std::string& text) {
   std::fflush(stdout);
   std::fprintf(stderr, "zmatrix: %s\n", text.c_str());
@@ -40,6 +47,9 @@ int main(int argumentCount, char** arguments) {
   try {
     app.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() != 0 && app.get_subcommands().empty()) {
+      return end(ExitCode::usage, wrongVerb(app, argumentCount > 1 ? arguments[1] : ""));
+    }
     return app.exit(error) == 0 ? static_cast<int>(ExitCode::done) : static_cast<int>(ExitCode::usage);
   } catch (const Failure& failure) {
     return end(failure.code, failure.text);

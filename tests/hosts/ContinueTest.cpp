@@ -111,6 +111,7 @@ TEST_F(ContinueTest, WritesAFileWholeOrNotAtAll) {
   const std::string expected = zmatrix("continue small.txt --count 100").output;
   EXPECT_EQ(zmatrix("continue small.txt --count 100 --out result.txt").exitCode, 0);
   EXPECT_EQ(readFile("result.txt"), expected);
+  EXPECT_EQ(zmatrix("continue small.txt --count 100 --out /dev/stdout").output, expected);
 
   writeFile("old.txt", "old");
   EXPECT_EQ(zmatrix("continue missing.txt --out old.txt").exitCode, 3);
@@ -145,9 +146,10 @@ TEST_F(ContinueTest, EndsWithOneCodePerKindOfFault) {
     const char* said;
   };
   const Case cases[] = {
-      {"", 2, "subcommand"},
+      {"", 2, "a verb is missing"},
       {"continue", 2, "INPUT"},
-      {"sing small.txt", 2, ""},
+      {"sing small.txt", 2, "sing is no verb"},
+      {"continue small.txt --out ./small.txt", 2, "./small.txt is an input"},
       {"continue small.txt --method worst", 2, "--method"},
       {"continue small.txt --count -1", 2, "--count"},
       {"continue small.txt --max-phrase 0", 2, "--max-phrase"},

@@ -31,6 +31,7 @@ class WordsTest : public ProgramTest {
     const std::string options = " text.txt --level words --max-phrase " + std::to_string(longestWord);
     const RunResult checked = zmatrix("check --json" + options);
     ASSERT_EQ(checked.exitCode, 0) << checked.talk;
+    EXPECT_EQ(checked.talk.find("left out " + std::to_string(longWords) + " word") == 0, longWords > 0) << checked.talk;
     const Json report = Json::parse(checked.output);
     EXPECT_EQ(report["sound"], true);
     ASSERT_EQ(report["matrices"].size(), 2u);
@@ -89,6 +90,7 @@ TEST_F(WordsTest, FollowTheStartAndCountAsItems) {
   EXPECT_EQ(zmatrix(options + " --start 'five' --count 0").output, "five");
   const RunResult unknown = zmatrix(options + " --start 'never seen' --count 20");
   EXPECT_EQ(unknown.exitCode, 0);
+  EXPECT_EQ(unknown.talk.find("warning"), std::string::npos) << unknown.talk;
   EXPECT_GT(unknown.output.size(), std::string("never seen").size() + 20);
 }
 
