@@ -142,17 +142,23 @@ bool ZQSafeFile::copyToTarget() {
     return false;
   }
   rewind(from);
-  bool isCopied;
+  int error = 0;  // the first one, which says why
+  const auto hold = [&error](bool isDone) {
+    if (!isDone && error == 0) error = errno != 0 ? errno : EIO;
+  };
+  errno = 0;
   {
     ZQFileWriter writer(stream);
-    isCopied = copyRest(from, writer) && writer.flush();
+    const bool isRead = copyRest(from, writer);
+    hold(writer.flush() && isRead);
   }
   fclose(from);
-  if (fflush(stream) != 0) isCopied = false;
-  if (fsync(fileno(stream)) != 0 && errno != EINVAL) isCopied = false;  // pipes and devices have nothing to be synced
-  if (fclose(stream) != 0) isCopied = false;
+  hold(fflush(stream) == 0);
+  hold(fsync(fileno(stream)) == 0 || errno == EINVAL);  // pipes and devices have nothing to be synced
+  hold(fclose(stream) == 0);
   stream = nullptr;
-  return isCopied;
+  errno = error;
+  return error == 0;
 }
 
 }  // namespace zmatrix

@@ -133,7 +133,7 @@ TEST_F(ModelTest, EndsWithOneCodePerKindOfFault) {
       {"learn blank.txt -o model", 3, "nothing to learn"},
       {"learn small.txt -o nowhere/model", 4, "cannot write nowhere/model"},
       {"learn small.txt -o folder", 4, "is a folder"},
-      {"learn small.txt -o /dev/full", 4, "cannot save to /dev/full"},
+      {"learn small.txt -o /dev/full", 4, "cannot save to /dev/full: No space left on device"},
       {"generate", 2, "MODEL"},
       {"generate missing", 3, "cannot read missing: No such file or directory"},
       {"generate folder", 3, "it is no file"},
