@@ -42,6 +42,7 @@ long long ZQLinkCheck::nextBelowParent(long long from) const {
 
 // Parents lie anywhere, so that several ways are gone by turns: what one needs next is sent for while the others go on. A way
 // ends where it is known that a root is reached, and is then known itself. After as many steps as there are slots it is a circle.
+// An empty slot on the way shows that the fingerprints agreed by chance.
 bool ZQLinkCheck::allReachRoots(ZQMatrixBaseElement* const* slots) {
   struct Way {
     long long start = -1;
@@ -63,9 +64,10 @@ bool ZQLinkCheck::allReachRoots(ZQMatrixBaseElement* const* slots) {
     for (int i = 0; i < numberOfWays;) {
       Way& way = ways[i];
       if (way.isRecordSentFor) {
-        way.at += slots[way.at]->getOffsetToElementInPrevDimension();
+        const ZQMatrixBaseElement* element = slots[way.at];
+        if (element == nullptr || ++way.steps > top) return false;
+        way.at += element->getOffsetToElementInPrevDimension();
         way.isRecordSentFor = false;
-        if (++way.steps > top) return false;
         __builtin_prefetch(slots + way.at);
         __builtin_prefetch(&reachesRoot[wordOf(way.at)]);
       } else if (!isKnown(way.at)) {
