@@ -1,8 +1,10 @@
-/* A host in C11: includes the public header alone, is built by the C compiler and links the shared library. It walks through each
-   tier once, by what a host does with it. */
+/* A host in C11: includes the public headers alone, is built by the C compiler and links the shared library. It walks through
+   each tier once, by what a host does with it. */
 #include <stdio.h>
 #include <string.h>
+#include <zmatrix/version.h>
 #include <zmatrix/zmatrix.h>
+#include <zmatrix/zq.h>
 
 static int failures = 0;
 
@@ -172,7 +174,14 @@ static void upkeepOfTheFullTier(void) {
   deleteMatrix(matrix);
 }
 
+static void versionOfTheLibrary(void) {
+  int major = -1, minor = -1, patch = -1;
+  CHECK(sscanf(zq_version(), "%d.%d.%d", &major, &minor, &patch) == 3);
+  CHECK(major == ZMATRIX_VERSION_MAJOR && minor == ZMATRIX_VERSION_MINOR && patch == ZMATRIX_VERSION_PATCH);
+}
+
 int main(void) {
+  versionOfTheLibrary();
   storeOfTheBaseTier();
   sequencesOfTheMediumTier();
   settingsOfTheFullTier();
