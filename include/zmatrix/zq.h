@@ -29,6 +29,22 @@ extern "C" {
 /// the header. The text is the library's and lives as long as the process.
 const char* zq_version(void);
 
+// ---- Symbols ------------------------------------------------------------------------------------------------------------------
+
+/// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets
+/// the links of its own words alone: those of words that only earlier texts have go stale when their phrases move.
+/// Call it after learning one text or several with `s_setMatrixAILevel` 1, before symbols are expanded, before a self-test
+/// and before a save. Costs one scan of the block.
+/// Result: the symbols that lead to a phrase; 0 if there are none.
+int zq_refreshSymbolLinks(ZQMatrix* matrix);
+
+/// The phrase that a symbol of the current sub-matrix, a level of symbols, stands for. As
+/// `s_createPreviousLevelElementsFromOriginalSymbol`, but without messages, and it also expands a phrase whose path goes
+/// through the highest slot of the block.
+/// Result: a new array of `length` integers, to be released with `s_Free`; null, with `length` 0, if the symbol is unknown,
+/// its link leads to no phrase, or memory has run out.
+int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
+
 #if defined(__GNUC__)
 #pragma GCC visibility pop
 #endif

@@ -2,6 +2,7 @@
 // The extension functions, a line each.
 // No test and no message of their own: what a method does with its arguments is told in zmatrix/zmatrix.h.
 #include "frame/ZQVersion.h"
+#include "symbols/ZQSymbolLinks.h"
 
 // clang-format off
 
@@ -9,6 +10,8 @@
 extern "C" {
 
 const char* zq_version() { return zmatrix::version(); }
+int zq_refreshSymbolLinks(ZQMatrix* matrix) { return zmatrix::refreshSymbolLinks(matrix); }
+int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }
 
 }  // extern "C"
 #pragma GCC visibility pop
