@@ -7,6 +7,7 @@
 
 #include "SymbolMatrix.h"
 #include "frame/ZQSystemOwned.h"
+#include "symbols/ZQWordsUpdate.h"
 
 namespace {
 
@@ -59,6 +60,33 @@ TEST(SymbolLinks, ExpandAPhraseThroughTheHighestSlot) {
     }
   }
   EXPECT_GT(unreadable, 0);
+}
+
+TEST(WordsUpdate, GivesTheWordsAndSequencesOfTheWholeUpdate) {
+  const std::string text = unstructuredText(5, 400, 6);
+  const std::vector<int> values = valuesOf(text);
+  SymbolMatrix whole, words;
+  for (int round = 0; round < 2; ++round) {
+    ASSERT_EQ(whole.learn(text), 1);
+    if (round == 0) {
+      EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 0), 0);
+      EXPECT_EQ(words.learn("x"), 1);  // sets the sub-matrix up for texts
+      EXPECT_EQ(whole.learn("x"), 1);
+    }
+    ASSERT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), static_cast<int>(values.size())), 1);
+    EXPECT_EQ(words->getNumberOfSymbols(), whole->getNumberOfSymbols());
+    EXPECT_LT(words->getNumberOfWriteElements(), whole->getNumberOfWriteElements() / 4);
+    EXPECT_EQ(words.spell(words.symbolsOf(text).entries), whole.spell(whole.symbolsOf(text).entries));
+    words.select(1);
+    whole.select(1);
+    EXPECT_EQ(words->getNumberOfWriteCounts(), whole->getNumberOfWriteCounts());
+    EXPECT_EQ(words->getNumberOfWriteElements(), whole->getNumberOfWriteElements());
+    words.select(0);
+    whole.select(0);
+  }
+  EXPECT_EQ(zmatrix::brokenInvariant(*words.get()), "");
+  words->setMatrixAILevel(0);
+  EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 5), 0);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 // No test and no message of their own: what a method does with its arguments is told in zmatrix/zmatrix.h.
 #include "frame/ZQVersion.h"
 #include "symbols/ZQSymbolLinks.h"
+#include "symbols/ZQWordsUpdate.h"
 
 // clang-format off
 
@@ -12,6 +13,7 @@ extern "C" {
 const char* zq_version() { return zmatrix::version(); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) { return zmatrix::refreshSymbolLinks(matrix); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }
 
 }  // extern "C"
 #pragma GCC visibility pop
