@@ -29,6 +29,15 @@ extern "C" {
 /// the header. The text is the library's and lives as long as the process.
 const char* zq_version(void);
 
+/// Has `function` called for each message up to the level of `s_setMatrixDebugOn`, whatever the debug device, for the whole
+/// process. Null ends it. `userData` goes to each call as it is.
+void zq_setMessageFunction(zq_messageFunction function, void* userData);
+
+/// The last message of level 0, an error or a warning, that the library gave, also while nothing is printed; an empty text if
+/// there was none. What failed is told by results: a message may also stem from a call that succeeded.
+/// The text is the library's and lives until the next message.
+const char* zq_lastMessage(void);
+
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 
 /// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets
