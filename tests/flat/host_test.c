@@ -1,8 +1,10 @@
-/* A host in C11: includes the public header alone, is built by the C compiler and links the shared library. It walks through each
-   tier once, by what a host does with it. */
+/* A host in C11: includes the public headers alone, is built by the C compiler and links the shared library. It walks through
+   each tier once, by what a host does with it. */
 #include <stdio.h>
 #include <string.h>
+#include <zmatrix/version.h>
 #include <zmatrix/zmatrix.h>
+#include <zmatrix/zq.h>
 
 static int failures = 0;
 
@@ -172,7 +174,40 @@ static void upkeepOfTheFullTier(void) {
   deleteMatrix(matrix);
 }
 
+static void versionOfTheLibrary(void) {
+  int major = -1, minor = -1, patch = -1;
+  CHECK(sscanf(zq_version(), "%d.%d.%d", &major, &minor, &patch) == 3);
+  CHECK(major == ZMATRIX_VERSION_MAJOR && minor == ZMATRIX_VERSION_MINOR && patch == ZMATRIX_VERSION_PATCH);
+}
+
+static int lastLevel = -1;
+
+static void onMessage(int level, const char* text, void* userData) {
+  lastLevel = level;
+  snprintf((char*)userData, 100, "%s", text);
+}
+
+static void messagesOfTheLibrary(void) {
+  char heard[100] = "";
+  ZQMatrixMedium* matrix = createAndInitMatrixMediumWithDebugParameters(0, 0, "");
+  s_removeLongElements_Medium(matrix, 1);
+  CHECK(heard[0] == '\0' && strcmp(zq_lastMessage(), "removeLongElements: matrix is empty!\n") == 0);
+  zq_setMessageFunction(onMessage, heard);
+  CHECK(s_clearMatrixForID_Medium(matrix, 9) == -1);
+  CHECK(lastLevel == 0 && heard[0] != '\0' && strcmp(heard, zq_lastMessage()) == 0);
+  s_setMatrixDebugOn_Medium(matrix, 1);
+  s_removeLongElements_Medium(matrix, 1);
+  CHECK(strcmp(heard, "removeLongElements: matrix is empty!\n") == 0);
+  zq_setMessageFunction(NULL, NULL);
+  heard[0] = '\0';
+  s_removeLongElements_Medium(matrix, 1);
+  CHECK(heard[0] == '\0');
+  deleteMatrixMedium(matrix);
+}
+
 int main(void) {
+  messagesOfTheLibrary();
+  versionOfTheLibrary();
   storeOfTheBaseTier();
   sequencesOfTheMediumTier();
   settingsOfTheFullTier();
