@@ -450,6 +450,10 @@ int s_updateMatrixWithANSIFiles(ZQMatrix* matrix, const char* path, int recursiv
 int s_updateMatrixWithLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) { return matrix->updateMatrixWithLongANSISequence(sequence, length); }
 int s_getLanguageIDFromAnsiFile(ZQMatrix* matrix, const char* fileName) { return matrix->getLanguageIDFromAnsiFile(fileName); }
 int s_readAnsiObjexsAndWriteToAnsiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfObjex, fileName); }
+int s_updateMatrixWithMIDIFile(ZQMatrix* matrix, const char* fileName, int* numberOfNotes) { return matrix->updateMatrixWithMIDIFile(fileName, numberOfNotes); }
+int s_updateMatrixWithMIDIFiles(ZQMatrix* matrix, const char* path, int recursive, int* numberOfNotes) { return matrix->updateMatrixWithMIDIFiles(path, recursive, numberOfNotes); }
+int s_updateMatrixWithLongMIDISequence(ZQMatrix* matrix, const int* sequence, int numberOfItems, const int* symbolMarkers) { return matrix->updateMatrixWithLongMIDISequence(sequence, numberOfItems, symbolMarkers); }
+int s_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName) { return matrix->readMidiObjexsAndWriteToMidiFile(numberOfObjex, fileName); }
 
 }  // extern "C"
 #pragma GCC visibility pop
