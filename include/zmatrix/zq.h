@@ -38,6 +38,38 @@ void zq_setMessageFunction(zq_messageFunction function, void* userData);
 /// The text is the library's and lives until the next message.
 const char* zq_lastMessage(void);
 
+// ---- MIDI ---------------------------------------------------------------------------------------------------------------------
+
+/// Tells what `s_updateMatrixWithMIDIFile` would take of a file and what is lost on the way, without a matrix and without
+/// messages. The arguments are what the basic level's block would hold: `preProcessingType` 1, or 1002 to 1004;
+/// `noteOnQuantization`: notes that start within so many quanta make a chord, 16 as a rule; `midiTrackAnalyze` 0 each track,
+/// 1 all merged, 2 both; `channelFilter`: 16 bytes, not 0 drops the channel, or null for none.
+/// Result: a new report, also for a file that can't be read, which `zq_deleteMidiReport` releases; null if memory is
+/// exhausted.
+zq_MidiReport* zq_createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze, const unsigned char* channelFilter);
+
+/// Releases a report with all that it holds. Null is ignored.
+void zq_deleteMidiReport(zq_MidiReport* report);
+
+/// How the reading of a MIDI file ended (zq_MidiEnd), in a few words. The text is the library's; it is empty for other numbers.
+const char* zq_textOfMidiEnd(int end);
+
+/// Why a track is not learned (zq_MidiVerdict), in a few words; "learned" for 0. The text is the library's; it is empty for
+/// other numbers.
+const char* zq_textOfMidiVerdict(int verdict);
+
+/// The name of a texture (ZQMidiSubType...). The text is the library's; it is empty for other numbers.
+const char* zq_nameOfMidiSubType(int subType);
+
+/// The name of a sound, 0 to 15. The text is the library's; it is empty for other numbers.
+const char* zq_nameOfSoundID(int soundID);
+
+/// As `s_readMidiObjexsAndWriteToMidiFile`, but tells how it went: `numberOfNotes`, if not null, gets the notes in the file,
+/// those of the kernel's start among them, and a file that could not be written whole is no success.
+/// Result: as there, or -6 if a write failed, of which a part may stand in the file, or -7 if memory has run out.
+int zq_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
+int zq_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
+
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 
 /// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets
