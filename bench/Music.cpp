@@ -157,12 +157,12 @@ Measurement learn(const std::vector<std::string>& files, int phraseLimit) {
   for (const std::string& file : files) {
     int notes = 0;
     matrix->updateMatrixWithMIDIFile(file.c_str(), &notes);
+    measured.operations += notes;
   }
   measured.seconds[0] = watch.seconds();
   long long phrases = 0;
   for (int id = 0; id < matrix->getNumberOfMatrices(); id++) {
     phrases += matrix->getMatrixInfo(id)->getNumberOfWriteCounts();
-    measured.operations += matrix->getMatrixInfo(id)->getTotalLengthOfAllUpdateSequences();
   }
   measured.seconds[1] = measured.seconds[0] / static_cast<double>(phrases > 0 ? phrases : 1);
   measured.isRight = phrases > 0;
