@@ -13,6 +13,7 @@ namespace {
 
 constexpr double quantaPerQuarter = 3072.0;
 constexpr int mostBytesOfEvent = 4;
+constexpr unsigned char velocityOfNoteOff = 127;  // of one that was a note-on of velocity 0
 
 /// How a meta event is kept, and what is said of it. The message of a text takes the text, the others nothing or their own.
 struct MetaRow {
@@ -201,7 +202,6 @@ bool MidiFileReader::takeMetaEvent() {
 /// Finds the track of a channel event; false if memory has run out. Those in track 0 of a file, as in all files of format 0, go
 /// to index 1; so does the rest of that track, and the next track of the file goes to index 2.
 bool MidiFileReader::findTrack() {
-  if (state.currentTrack == indexOfTrackInHand) return true;
   if (!list.extendEventTracksTo(state.currentTrack)) return false;
   if (state.currentTrack == 0) {
     if (!list.extendEventTracksTo(list.getNumberOfMidiEventTracks())) return false;
@@ -220,14 +220,14 @@ bool MidiFileReader::takeChannelEvent() {
   midiEvent->setByteCount(std::min(event.byteCount, mostBytesOfEvent));
   copyBytes(midiEvent, event.buffer);
   if (ZQDebugChannel::shows(1)) printChannelEvent(*midiEvent);
-  if (midiEvent->getStatus() == ZQMidiNoteOn && midiEvent->getByte3() == 0) {
-    midiEvent->setByte1(static_cast<unsigned char>(ZQMidiNoteOff | midiEvent->getChannel()));
-    midiEvent->setByte3(127);
-    dbPrintf(4, "note-on 0 converted to note-off\n");
-  }
-  if (findTrack()) return addToTrack(trackInHand, midiEvent);
-  deleteZQMidiEvent(midiEvent);
-  return false;
+  // Told without a jump, which would be guessed wrong too often: files end notes in both ways.
+  const bool isSilentNoteOn = (midiEvent->getStatus() == ZQMidiNoteOn) & (midiEvent->getByte3() == 0);
+  midiEvent->setByte1(static_cast<unsigned char>(midiEvent->getByte1() - (isSilentNoteOn ? ZQMidiNoteOn - ZQMidiNoteOff : 0)));
+  midiEvent->setByte3(isSilentNoteOn ? velocityOfNoteOff : midiEvent->getByte3());
+  if (ZQDebugChannel::shows(4) && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
+  const bool isTaken = (state.currentTrack == indexOfTrackInHand || findTrack()) && trackInHand->addMidiEvent(midiEvent);
+  if (!isTaken) deleteZQMidiEvent(midiEvent);
+  return isTaken;
 }
 
 bool MidiFileReader::take() {
@@ -256,7 +256,7 @@ void MidiFileReader::count() {
   } else {
     track.channelEvents++;
     track.indexOfEventTrack = state.currentTrack;
-    if (wholeState(&state).repeatsLastEvent) track.repeatedEvents++;
+    track.repeatedEvents += wholeState(&state).repeatsLastEvent;
   }
 }
 
