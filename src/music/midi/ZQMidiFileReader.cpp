@@ -136,13 +136,6 @@ bool beginsWith(const char* text, const char* prefix) {
   return strncmp(text, prefix, strlen(prefix)) == 0;
 }
 
-void copyBytes(ZQMidiEvent* event, const unsigned char* bytes) {
-  event->setByte1(bytes[0]);
-  event->setByte2(bytes[1]);
-  event->setByte3(bytes[2]);
-  event->setByte4(bytes[3]);
-}
-
 }  // namespace
 
 int MidiFileReader::timeInQuanta() {
@@ -190,10 +183,8 @@ bool MidiFileReader::takeMetaEvent() {
     return false;
   }
   // Behind an end of track this is time 0: the codec has gone to the next track by then.
-  midiEvent->setTimeQuanta(timeInQuanta());
+  midiEvent->initWithBytes(timeInQuanta(), std::min({event.byteCount, mostBytesOfEvent, row.mostBytes}), event.buffer + 1);
   midiEvent->setEventType(row.eventType);
-  midiEvent->setByteCount(std::min({event.byteCount, mostBytesOfEvent, row.mostBytes}));
-  copyBytes(midiEvent, event.buffer + 1);
   if (type == ZQMidiMetaTempo) midiEvent->setFloatValue(static_cast<float>(state.tempo));
   if (type == ZQMidiMetaTimeSignature) midiEvent->setFloatValue(static_cast<float>(state.timeScale));
   return addToTrack(list.getMidiEventTrackAtIndex(0), midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
@@ -216,64 +207,59 @@ bool MidiFileReader::findTrack() {
 bool MidiFileReader::takeChannelEvent() {
   ZQMidiEvent* midiEvent = createZQMidiEvent();
   if (midiEvent == nullptr) return false;
-  midiEvent->setTimeQuanta(timeInQuanta());
-  midiEvent->setByteCount(std::min(event.byteCount, mostBytesOfEvent));
-  copyBytes(midiEvent, event.buffer);
-  if (ZQDebugChannel::shows(1)) printChannelEvent(*midiEvent);
+  midiEvent->initWithBytes(timeInQuanta(), std::min(event.byteCount, mostBytesOfEvent), event.buffer);
+  if (speaks) printChannelEvent(*midiEvent);
   // Told without a jump, which would be guessed wrong too often: files end notes in both ways.
   const bool isSilentNoteOn = (midiEvent->getStatus() == ZQMidiNoteOn) & (midiEvent->getByte3() == 0);
   midiEvent->setByte1(static_cast<unsigned char>(midiEvent->getByte1() - (isSilentNoteOn ? ZQMidiNoteOn - ZQMidiNoteOff : 0)));
   midiEvent->setByte3(isSilentNoteOn ? velocityOfNoteOff : midiEvent->getByte3());
-  if (ZQDebugChannel::shows(4) && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
+  if (speaks && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
   const bool isTaken = (state.currentTrack == indexOfTrackInHand || findTrack()) && trackInHand->addMidiEvent(midiEvent);
   if (!isTaken) deleteZQMidiEvent(midiEvent);
   return isTaken;
 }
 
+/// Takes an event into its track, or drops it, and counts it for the track of the file that it stands in.
 bool MidiFileReader::take() {
-  if (event.metaFlag == 1) return takeMetaEvent();
+  MidiTrackReading& track = findings.tracks.back();
+  if (event.metaFlag == 1) {
+    track.metaEvents++;
+    const bool isTaken = takeMetaEvent();
+    if (event.buffer[0] == ZQMidiMetaEndOfTrack) findings.tracks.emplace_back();
+    return isTaken;
+  }
   if (isSystemEvent()) {
+    track.systemEvents++;
     dbPrintf(1, "         Sysex data \n");
     return true;
   }
   if (hasNoStatus()) {
+    track.unknownEvents++;
     dbPrintf(1, "Unknown MIDI Message Statusbyte %d\n", event.buffer[0]);
     return true;
   }
-  return takeChannelEvent();
+  track.channelEvents++;
+  track.repeatedEvents += wholeState(&state).repeatsLastEvent;
+  const bool isTaken = takeChannelEvent();
+  track.indexOfEventTrack = state.currentTrack;
+  return isTaken;
 }
 
-/// Counts the event for the track that it stands in.
-void MidiFileReader::count() {
-  MidiTrackReading& track = findings.tracks.back();
-  if (event.metaFlag == 1) {
-    track.metaEvents++;
-    if (event.buffer[0] == ZQMidiMetaEndOfTrack) findings.tracks.emplace_back();
-  } else if (isSystemEvent()) {
-    track.systemEvents++;
-  } else if (hasNoStatus()) {
-    track.unknownEvents++;
-  } else {
-    track.channelEvents++;
-    track.indexOfEventTrack = state.currentTrack;
-    track.repeatedEvents += wholeState(&state).repeatsLastEvent;
-  }
+void MidiFileReader::tellEvent() const {
+  dbPrintf(3, "track: %d, status: %d, time in Quanta, timescale: %d %f\n", state.currentTrack, event.buffer[0], event.time,
+           state.timeScale);
+  if (event.metaFlag == 1)
+    dbPrintf(3, "      MetaFlag: %d, no. of data bytes: %d, quanta: %d\n", event.metaFlag, event.byteCount, event.time);
 }
 
 bool MidiFileReader::run() try {
-  for (;;) {
-    const bool hasEvent = MIDIFILEReadEvent(&state) != 0;
-    if (findings.tracks.empty() && state.currentTrack >= 0) findings.tracks.emplace_back();
-    if (!hasEvent) return true;
-    if (ZQDebugChannel::shows(3)) {
-      dbPrintf(3, "track: %d, status: %d, time in Quanta, timescale: %d %f\n", state.currentTrack, event.buffer[0], event.time,
-               state.timeScale);
-      if (event.metaFlag == 1)
-        dbPrintf(3, "      MetaFlag: %d, no. of data bytes: %d, quanta: %d\n", event.metaFlag, event.byteCount, event.time);
-    }
+  bool hasEvent = MIDIFILEReadEvent(&state) != 0;
+  if (state.currentTrack >= 0) findings.tracks.emplace_back();
+  for (; hasEvent; hasEvent = MIDIFILEReadEvent(&state) != 0) {
+    if (speaks) tellEvent();
     if (!take()) return false;
-    count();
   }
+  return true;
 } catch (const std::bad_alloc&) {
   return false;
 }
