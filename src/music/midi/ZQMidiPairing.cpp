@@ -32,10 +32,9 @@ void MidiPairing::append(Chain& chain, int index) {
 }
 
 bool MidiPairing::linkEvents() try {
-  const size_t count = static_cast<size_t>(track.getCount());
-  next.assign(count, none);
-  isDropped.assign(count, 0);
-  for (int i = 0; i < track.getCount(); i++) {
+  next.assign(static_cast<size_t>(count), none);
+  isDropped.assign(static_cast<size_t>(count), 0);
+  for (int i = 0; i < count; i++) {
     const ZQMidiEvent* event = eventAt(i);
     if (event == nullptr) {
       dbPrintf(0, "createMidiObjectTrackFromMidiEventTrack; MidiEvent = NULL unexpected\n");
@@ -63,7 +62,7 @@ int MidiPairing::firstBehind(Chain& chain, int index) {
 
 bool MidiPairing::run() {
   if (!linkEvents()) return false;
-  for (int i = 0; i < track.getCount(); i++) {
+  for (int i = 0; i < count; i++) {
     if (eventAt(i) == nullptr || isDropped[static_cast<size_t>(i)] != 0) continue;
     if (!take(i)) return false;
   }
@@ -150,7 +149,7 @@ int MidiPairing::findEnd(int index) {
   const int channel = event.getChannel();
   Chain& noteOffs = notes[channel]->offs[event.getByte2()];
   const int noteOff = firstBehind(noteOffs, index);
-  dropOthersBetween(channel, index, noteOff == none ? track.getCount() : noteOff);
+  dropOthersBetween(channel, index, noteOff == none ? count : noteOff);
   if (noteOff != none) {
     isDropped[static_cast<size_t>(noteOff)] = 1;
     noteOffs.first = next[static_cast<size_t>(noteOff)];

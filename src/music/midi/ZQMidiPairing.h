@@ -44,7 +44,7 @@ struct MidiPairingFilter {
 class MidiPairing {
  public:
   MidiPairing(const ZQMidiEventTrack& aTrack, const MidiPairingFilter& aFilter, ZQMidiObjectTrack& theObjects)
-      : track(aTrack), filter(aFilter), objects(theObjects) {}
+      : events(aTrack.begin()), count(aTrack.getCount()), filter(aFilter), objects(theObjects) {}
 
   /// False if memory has run out.
   bool run();
@@ -72,7 +72,7 @@ class MidiPairing {
     Chain offs[noteNumbers];
   };
 
-  const ZQMidiEvent* eventAt(int index) const { return track.begin()[index]; }
+  const ZQMidiEvent* eventAt(int index) const { return events[index]; }
   bool linkEvents();
   void append(Chain& chain, int index);
   int firstBehind(Chain& chain, int index);
@@ -84,8 +84,9 @@ class MidiPairing {
   void dropOthersBetween(int channel, int index, int end);
   bool add(ZQMidiObject* object);
 
-  const ZQMidiEventTrack& track;
-  const MidiPairingFilter& filter;
+  const ZQMidiEvent* const* events;
+  const int count;
+  const MidiPairingFilter filter;
   ZQMidiObjectTrack& objects;
   MidiTrackPairing found;
   bool isUsed[channels] = {};
