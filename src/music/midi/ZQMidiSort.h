@@ -1,0 +1,83 @@
+// Sorting of tracks by a number made of each element, in time proportional to their length. Elements of the same number keep
+// their order, so that a track is sorted alike on every system.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <utility>
+
+namespace zmatrix {
+
+/// The bits of a time so that unsigned numbers are in the order of the times.
+constexpr uint64_t sortableBits(int time) {
+  return static_cast<uint32_t>(time) ^ 0x80000000u;
+}
+
+template <class Element>
+struct KeyedPointer {
+  uint64_t key;
+  Element* element;
+};
+
+/// Sorts by keys below 2 to the 48, eight bits at a time from the lowest.
+template <class Element>
+void sortKeyedPointers(KeyedPointer<Element>* from, KeyedPointer<Element>* to, size_t count, Element** sorted) {
+  constexpr int digits = 6, values = 256;
+  size_t occurrences[digits][values] = {};
+  for (size_t i = 0; i < count; i++) {
+    for (int digit = 0; digit < digits; digit++) occurrences[digit][from[i].key >> (8 * digit) & 0xff]++;
+  }
+  for (int digit = 0; digit < digits; digit++) {
+    size_t* places = occurrences[digit];
+    if (places[from[0].key >> (8 * digit) & 0xff] == count) continue;  // the same digit everywhere
+    size_t place = 0;
+    for (int value = 0; value < values; value++) {
+      const size_t number = places[value];
+      places[value] = place;
+      place += number;
+    }
+    for (size_t i = 0; i < count; i++) to[places[from[i].key >> (8 * digit) & 0xff]++] = from[i];
+    std::swap(from, to);
+  }
+  for (size_t i = 0; i < count; i++) sorted[i] = from[i].element;
+}
+
+/// Moves each element down to its place among those before it. Gives up, the array still holding all elements, when that takes
+/// more than a few steps an element.
+template <class Element, class KeyOf>
+bool sortNearlySorted(Element** elements, size_t count, KeyOf keyOf) {
+  size_t stepsLeft = 4 * count;
+  for (size_t i = 1; i < count; i++) {
+    Element* element = elements[i];
+    const uint64_t key = keyOf(element);
+    size_t place = i;
+    for (; place > 0 && keyOf(elements[place - 1]) > key && stepsLeft > 0; place--, stepsLeft--) {
+      elements[place] = elements[place - 1];
+    }
+    elements[place] = element;
+    if (stepsLeft == 0) return false;
+  }
+  return true;
+}
+
+/// Sorts by `keyOf(element)`, a number below 2 to the 48. Tracks are nearly in order as a rule.
+template <class Element, class KeyOf>
+void sortPointersByKey(Element** elements, int numberOfElements, KeyOf keyOf) {
+  if (elements == nullptr || numberOfElements < 2) return;
+  const size_t count = static_cast<size_t>(numberOfElements);
+  if (sortNearlySorted(elements, count, keyOf)) return;
+  using Keyed = KeyedPointer<Element>;
+  const std::unique_ptr<Keyed[]> keyed(new (std::nothrow) Keyed[2 * count]);
+  if (keyed == nullptr) {
+    std::sort(elements, elements + count, [&](Element* a, Element* b) { return keyOf(a) < keyOf(b); });
+    return;
+  }
+  for (size_t i = 0; i < count; i++) keyed[i] = {keyOf(elements[i]), elements[i]};
+  sortKeyedPointers(keyed.get(), keyed.get() + count, count, elements);
+}
+
+}  // namespace zmatrix
