@@ -5,4 +5,9 @@
 
 // clang-format off
 
+/// What a host has called for each message of the library. `level`: 0 errors and warnings, 1 notes, 2 to 9 detail. `text`: as it
+/// would be printed, mostly with its line end; it lives until the call ends or calls the library. `userData`: what was given with
+/// the function.
+typedef void (*zq_messageFunction)(int level, const char* text, void* userData);
+
 #endif
