@@ -3,6 +3,7 @@
 // No test and no message of their own: what a method does with its arguments is told in zmatrix/zmatrix.h.
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQVersion.h"
+#include "music/kern/ZQKernReport.h"
 #include "symbols/ZQSymbolLinks.h"
 #include "symbols/ZQWordsUpdate.h"
 
@@ -14,6 +15,8 @@ extern "C" {
 const char* zq_version() { return zmatrix::version(); }
 void zq_setMessageFunction(zq_messageFunction function, void* userData) { zmatrix::setMessageFunction(function, userData); }
 const char* zq_lastMessage() { return zmatrix::lastMessage(); }
+ZQKernReport* zq_createKernReport(const char* fileName) { return zmatrix::createKernReport(fileName); }
+void zq_deleteKernReport(ZQKernReport* report) { zmatrix::deleteKernReport(report); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) { return zmatrix::refreshSymbolLinks(matrix); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }
 int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }

@@ -47,7 +47,7 @@ bool KernLines::next(int bufferSize) {
   const size_t size = lineFeed != nullptr ? static_cast<size_t>(static_cast<const char*>(lineFeed) - piece) + 1 : available;
   begin_ += size;
   reachedEnd_ = lineFeed == nullptr && size < most;
-  continuesLine_ = !endedLine_;
+  pieceOfLine_ = endedLine_ ? 1 : pieceOfLine_ + 1;
   if (endedLine_) lineNumber_++;
   endedLine_ = lineFeed != nullptr;
   const void* zero = std::memchr(piece, 0, size);

@@ -24,8 +24,8 @@ class KernLines {
   bool reachedEnd() const { return reachedEnd_; }
   /// The number, from 1, of the line in the file that the piece belongs to.
   int lineNumber() const { return lineNumber_; }
-  /// The piece is not the first one of its line.
-  bool continuesLine() const { return continuesLine_; }
+  /// The number, from 1, of the piece in its line.
+  int pieceOfLine() const { return pieceOfLine_; }
 
  private:
   void fill();
@@ -42,7 +42,7 @@ class KernLines {
   std::string_view text_;
   bool reachedEnd_ = false;
   int lineNumber_ = 0;
-  bool continuesLine_ = false;
+  int pieceOfLine_ = 0;
   bool endedLine_ = true;  // the piece before ended with a line feed
 };
 

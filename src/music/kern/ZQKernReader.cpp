@@ -36,7 +36,10 @@ void KernReader::read() {
   do {
     readSection();
   } while (!isOver_ && getNext());
-  if (isOver_ || isCounting_) return;
+  if (isOver_ || isCounting_) {
+    observer_.finished(0);
+    return;
+  }
   applyBarOffset();
 }
 
@@ -45,7 +48,7 @@ bool KernReader::getNext() {
   while (lines_.next(bufferSize)) {
     record_ = lines_.text();
     numberOfRecords_++;
-    if (lines_.continuesLine()) observer_.departed(KernDeparture::longLine, {lines_.lineNumber(), 0, {}}, 0);
+    if (lines_.pieceOfLine() == 2) observer_.departed(ZQKernLongLine, {lines_.lineNumber(), 0, {}}, bufferSize);
     if (!record_.starts_with('!')) return true;
     // The text keeps its line feed.
     ZQKernObject* comment = addObject(ZQKernObjectComment, abstime_, 0);
@@ -120,7 +123,7 @@ void KernReader::readRecord() {
   if (flags_.terminate) terminateSpines();
   if (flags_.terminate || flags_.pathChange) {
     spines_.applyPaths(observer_, lines_.lineNumber());
-  } else if (flags_.tandem) {
+  } else if (flags_.tandem && !isCounting_) {
     for (int i = 0; i < numberOfColumns; i++) readTandem(i, token(i));
   }
 }
@@ -128,10 +131,9 @@ void KernReader::readRecord() {
 void KernReader::tellOddities() {
   const int numberOfTokens = static_cast<int>(tokens_.size());
   if (numberOfTokens < spines_.getCount())
-    observer_.departed(KernDeparture::missingToken, {lines_.lineNumber(), numberOfTokens + 1, {}},
-                       spines_.getCount() - numberOfTokens);
+    observer_.departed(ZQKernMissingTokens, {lines_.lineNumber(), numberOfTokens + 1, {}}, spines_.getCount() - numberOfTokens);
   if (numberOfTokens > spines_.getCount())
-    observer_.departed(KernDeparture::surplusToken, place(spines_.getCount()), numberOfTokens - spines_.getCount());
+    observer_.departed(ZQKernSurplusTokens, place(spines_.getCount()), numberOfTokens - spines_.getCount());
 }
 
 void KernReader::advanceTime() {
@@ -148,7 +150,7 @@ void KernReader::terminateSpines() {
   for (int i = 0; i < spines_.getCount(); i++)
     if (spines_.path(i) == KernPath::terminate && spines_.isKern(i) && removeNotes(i)) madeNoteOff = true;
   if (!madeNoteOff) return;
-  if (timeStep_ != 0) observer_.departed(KernDeparture::timeSetBack, {lines_.lineNumber(), 0, {}}, timeStep_);
+  if (timeStep_ != 0) observer_.departed(ZQKernTimeSetBack, {lines_.lineNumber(), 0, {}}, timeStep_);
   spines_.addToDeltas(differenceOfTimes(0, timeStep_));
   abstime_ = differenceOfTimes(abstime_, timeStep_);
   timeStep_ = 0;
@@ -231,16 +233,16 @@ void KernReader::handleNull(int column, std::string_view text) {
   if (isCounting_) return;
   dbPrintf(0, "KERN Module: Timing error at line %d, spine %d.\n", numberOfRecords_, column);
   dbPrintf(0, "%.*s", static_cast<int>(record_.size()), record_.data());
-  observer_.departed(KernDeparture::timingError, {lines_.lineNumber(), column + 1, text}, 0);
+  observer_.departed(ZQKernTimingError, {lines_.lineNumber(), column + 1, text}, 0);
   isCounting_ = observer_.wantsLostNotes();
   isOver_ = !isCounting_;
 }
 
 void KernReader::handleBarLine(int column, std::string_view text) {
-  bars_.sawBarLine(abstime_, text.size() > 1 && text[1] == '=');
+  if (!isCounting_) bars_.sawBarLine(abstime_, text.size() > 1 && text[1] == '=');
   if (!flags_.barLine) {
     firstUnsetColumn_ = 0;
-    observer_.sawBarLine();
+    if (!isCounting_) observer_.sawBarLine();
   }
   // All columns start anew, whether their notes have ended or not. Behind the first bar line of a record only those can differ
   // that were handled since.
@@ -248,7 +250,7 @@ void KernReader::handleBarLine(int column, std::string_view text) {
   for (int i = firstUnsetColumn_; i < end; i++) {
     int& delta = spines_.delta(i);
     const int rest = differenceOfTimes(delta, timeStep_);
-    if (rest != 0 && spines_.isKern(i)) observer_.departed(KernDeparture::resynchronised, place(i), rest);
+    if (rest != 0 && spines_.isKern(i)) observer_.departed(ZQKernResynchronised, place(i), rest);
     delta = timeStep_;
   }
   firstUnsetColumn_ = column;
@@ -278,10 +280,10 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
   tied = tied || (!note.isRest && note.pitch == tieValue);
   const bool isRest = !tied && (note.isRest || note.pitch == restValue);
   if (isRest && !isLast) return true;
-  if (note.isCut) observer_.departed(KernDeparture::cutDuration, place(column), note.duration);
+  if (note.isCut) observer_.departed(ZQKernCutDuration, place(column), note.duration);
   // A pitch of exactly 0 can't be told from none.
   if (!tied && !isRest && note.pitch == 0) {
-    observer_.departed(KernDeparture::noPitch, place(column), 0);
+    observer_.departed(ZQKernNoPitch, place(column), 0);
     takeTime(column, note.duration, isTimed);
     return false;
   }
@@ -290,15 +292,15 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
     removeNotes(column);
     isCleared = true;
   }
-  if (!note.hasDuration) observer_.departed(KernDeparture::noDuration, place(column), 0);
+  if (!note.hasDuration) observer_.departed(ZQKernNoDuration, place(column), 0);
   takeTime(column, note.duration, isTimed);
   if (tied) {
-    observer_.continuedTie();
+    if (!isCounting_) observer_.continuedTie();
   } else if (isRest) {
     // Ends the phrase of the last note made, in whichever spine that was.
     if (lastNote_ != nullptr && note.closesPhrase) lastNote_->setPhraseEnd(1);
     lastNote_ = nullptr;
-    observer_.tookRest();
+    if (!isCounting_) observer_.tookRest();
   } else {
     makeNote(column, note);
   }
@@ -316,7 +318,7 @@ void KernReader::takeTime(int column, int duration, bool& isTimed) {
 void KernReader::makeNote(int column, const KernSubToken& note) {
   spines_.addNote(column, note.pitch);
   if (isCounting_) {
-    observer_.departed(KernDeparture::lostNote, place(column), 0);
+    observer_.departed(ZQKernLostNote, place(column), 0);
     return;
   }
   ZQKernObject* object = addObject(ZQKernObjectNoteOn, abstime_, spines_.channel(column));
