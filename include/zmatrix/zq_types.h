@@ -28,7 +28,7 @@ typedef enum ZQKernFindingKind {
 /// In what the notes that are learned differ from those of the score.
 typedef enum ZQKernDeparture {
   ZQKernNoPitch = 0,              ///< a token without a pitch takes time and gives no note; it ends its chord
-  ZQKernNoDuration = 1,           ///< a note, rest or tie without a duration takes no time
+  ZQKernNoDuration = 1,           ///< a note, rest or tie without a duration of its own has the duration 0
   ZQKernCutDuration = 2,          ///< a duration that is no whole number of quanta was cut, or what stands behind a % was not read
   ZQKernTimeSetBack = 3,          ///< the end or join of a sounding spine set the time of all spines back
   ZQKernResynchronised = 4,       ///< a bar line found a spine whose note had not ended, or had ended before, and made it agree

@@ -75,6 +75,14 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   /// Writes characters from the basic level, words from the symbol level.
   int readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName);
 
+  // --- music
+  int updateMatrixWithMIDIFile(const char* fileName, int* numberOfNotes);
+  int updateMatrixWithMIDIFiles(const char* path, int recursive, int* numberOfNotes);
+  int updateMatrixWithKERNFile(const char* fileName, int* numberOfNotes);
+  int updateMatrixWithKERNFiles(const char* path, int recursive, int* numberOfNotes);
+  /// symbolMarkers as the update has them.
+  int updateMatrixWithLongMIDISequence(const int* sequence, int numberOfItems, const int* symbolMarkers = nullptr);
+
   // --- symbols
   /// Marks in a preprocessed text the first item of each word with bit 0 and the last with bit 1. A new array of `length`
   /// integers that the caller frees, and the number of words; null for other matrix types and for an empty sequence.

@@ -1,8 +1,8 @@
 #include "music/kern/ZQKernBars.h"
 
 #include "frame/ZQDebugChannel.h"
-#include "music/kern/ZQKernTime.h"
 #include "music/kern/ZQKernTokens.h"
+#include "music/midi/MIDIFILE.h"
 
 namespace zmatrix {
 
@@ -35,7 +35,7 @@ void KernBars::measureBar(int time) {
     firstBarLineFound_ = true;
     return;
   }
-  const int distance = differenceOfTimes(time, absTimeOfFirstBarLine_);
+  const int distance = wrappingDifference(time, absTimeOfFirstBarLine_);
   if (secondBarLineFound_ || distance <= 0) return;
   secondBarLineFound_ = true;
   clockTicksPerBarFromBarLines_ = distance;
@@ -59,7 +59,7 @@ void KernBars::sawBarLine(int time, bool isDouble) {
 void KernBars::correctOffset(int time, int barLength, bool isDouble, const char* origin, int& offset) {
   const int rest = timeInBar(time, barLength);
   if (rest == 0) return;
-  const int found = differenceOfTimes(barLength, rest);
+  const int found = wrappingDifference(barLength, rest);
   if (offset == 0) {
     offset = found;
     dbPrintf(3, "bar line at (from %s) unexpected position found. Correction offset %d will be applied later\n", origin, offset);

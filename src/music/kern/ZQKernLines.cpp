@@ -1,16 +1,14 @@
 #include "music/kern/ZQKernLines.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstring>
+
+#include "settings/ZQFileStream.h"
 
 namespace zmatrix {
 
 bool KernLines::open(const char* path) {
-  struct stat status;
-  if (path == nullptr || stat(path, &status) != 0 || !S_ISREG(status.st_mode)) return false;
-  file_.reset(fopen(path, "rb"));
+  file_.reset(openRegularFile(path));
   if (file_ == nullptr) return false;
   setvbuf(file_.get(), nullptr, _IONBF, 0);  // the bytes have their buffer here
   bytes_ = std::make_unique<char[]>(bytesAtOnce);

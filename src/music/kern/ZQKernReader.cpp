@@ -5,6 +5,7 @@
 
 #include "frame/ZQDebugChannel.h"
 #include "music/kern/ZQKernTokens.h"
+#include "music/midi/MIDIFILE.h"
 
 namespace zmatrix {
 
@@ -82,7 +83,7 @@ void KernReader::applyBarOffset() {
     for (int i = 0; i < track_->getCount(); i++) {
       ZQKernObject* object = track_->getKernObjectAtIndex(i);
       if (object->getType() == ZQKernObjectTimeSignature || object->getType() == ZQKernObjectTempo) continue;
-      object->setTimeQuanta(sumOfTimes(object->getTimeQuanta(), offset));
+      object->setTimeQuanta(wrappingSum(object->getTimeQuanta(), offset));
     }
   }
   observer_.finished(offset);
@@ -140,7 +141,7 @@ void KernReader::advanceTime() {
   const int step = spines_.smallestDelta(longestTimeStep);
   if (step != longestTimeStep) timeStep_ = step;
   isFirstLine_ = false;
-  if (!record_.starts_with('*') && !flags_.barLine) abstime_ = sumOfTimes(abstime_, timeStep_);
+  if (!record_.starts_with('*') && !flags_.barLine) abstime_ = wrappingSum(abstime_, timeStep_);
 }
 
 /// Stops what sounds in the spines that end. If there was anything, the time goes back by the last step: the record before has
@@ -151,8 +152,8 @@ void KernReader::terminateSpines() {
     if (spines_.path(i) == KernPath::terminate && spines_.isKern(i) && removeNotes(i)) madeNoteOff = true;
   if (!madeNoteOff) return;
   if (timeStep_ != 0) observer_.departed(ZQKernTimeSetBack, {lines_.lineNumber(), 0, {}}, timeStep_);
-  spines_.addToDeltas(differenceOfTimes(0, timeStep_));
-  abstime_ = differenceOfTimes(abstime_, timeStep_);
+  spines_.addToDeltas(wrappingDifference(0, timeStep_));
+  abstime_ = wrappingDifference(abstime_, timeStep_);
   timeStep_ = 0;
 }
 
@@ -227,7 +228,7 @@ void KernReader::handleNull(int column, std::string_view text) {
   flags_.advance = true;
   if (!spines_.isKern(column)) return;
   int& delta = spines_.delta(column);
-  delta = differenceOfTimes(delta, timeStep_);
+  delta = wrappingDifference(delta, timeStep_);
   if (delta >= 0) return;
   delta = 0;
   if (isCounting_) return;
@@ -249,7 +250,7 @@ void KernReader::handleBarLine(int column, std::string_view text) {
   const int end = flags_.barLine ? column : spines_.getCount();
   for (int i = firstUnsetColumn_; i < end; i++) {
     int& delta = spines_.delta(i);
-    const int rest = differenceOfTimes(delta, timeStep_);
+    const int rest = wrappingDifference(delta, timeStep_);
     if (rest != 0 && spines_.isKern(i)) observer_.departed(ZQKernResynchronised, place(i), rest);
     delta = timeStep_;
   }
@@ -312,7 +313,7 @@ void KernReader::takeTime(int column, int duration, bool& isTimed) {
   if (isTimed) return;
   isTimed = true;
   int& delta = spines_.delta(column);
-  delta = std::max(0, differenceOfTimes(sumOfTimes(delta, duration), timeStep_));
+  delta = std::max(0, wrappingDifference(wrappingSum(delta, duration), timeStep_));
 }
 
 void KernReader::makeNote(int column, const KernSubToken& note) {

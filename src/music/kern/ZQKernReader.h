@@ -15,7 +15,7 @@
 #include "music/kern/ZQKernObjectTrack.h"
 #include "music/kern/ZQKernObserver.h"
 #include "music/kern/ZQKernSpines.h"
-#include "music/kern/ZQKernTime.h"
+#include "music/kern/ZQKernTokens.h"
 
 namespace zmatrix {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "music/kern/ZQKernTime.h"
 #include "music/kern/ZQKernTokens.h"
+#include "music/midi/MIDIFILE.h"
 
 namespace zmatrix {
 
@@ -44,7 +44,7 @@ int KernSpines::smallestDelta(int most) const {
 
 void KernSpines::addToDeltas(int quanta) {
   for (int i = 0; i < activeSpines; i++)
-    if (isKern(i)) deltaList[at(i)] = sumOfTimes(deltaList[at(i)], quanta);
+    if (isKern(i)) deltaList[at(i)] = wrappingSum(deltaList[at(i)], quanta);
 }
 
 void KernSpines::pushByGraceNotes(bool groupetto, bool graceNote) {
@@ -53,9 +53,9 @@ void KernSpines::pushByGraceNotes(bool groupetto, bool graceNote) {
   for (int i = 0; i < activeSpines; i++) {
     int& delta = deltaList[at(i)];
     if (groupetto && delta != quantaOfGroupettoPush) {
-      delta = sumOfTimes(delta, quantaOfGroupettoPush);
+      delta = wrappingSum(delta, quantaOfGroupettoPush);
     } else if (graceNote && delta != quantaOfGraceNote) {
-      delta = sumOfTimes(delta, quantaOfGraceNote);
+      delta = wrappingSum(delta, quantaOfGraceNote);
     }
   }
 }

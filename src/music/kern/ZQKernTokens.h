@@ -4,9 +4,11 @@
 #include <string_view>
 #include <vector>
 
+#include "sequence/ZQPreprocessing.h"
+
 namespace zmatrix {
 
-constexpr int quantaPerWholeNote = 12288;
+constexpr int quarterInQuanta = quantaPerWholeNote / 4;
 constexpr int quantaOfGraceNote = 192;
 constexpr int quantaOfGroupetto = 128;
 

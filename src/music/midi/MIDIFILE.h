@@ -68,6 +68,19 @@ int MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number);
 
 namespace zmatrix {
 
+/// What the codec allocates as the state of reading: more than hosts see.
+struct MidiReadingState {
+  _MIDIFILEInStruct seen;
+  bool repeatsLastEvent;   ///< the last event was a system byte that stands for the event before
+  bool hasDivisionOfZero;  ///< why the preamble was refused
+  int tracksAnnounced;     ///< as the file says
+  long behindLastTrack;    ///< where the file's last track ended, or 0 as long as none did or another one followed
+};
+
+inline const MidiReadingState& wholeState(const _MIDIFILEInStruct* in) {
+  return *reinterpret_cast<const MidiReadingState*>(in);
+}
+
 /// A time as an int: cut, and at the ends of int where it lies outside; 0 for what is no number.
 inline int intOfTime(double time) {
   if (time > -2147483649.0 && time < 2147483648.0) return static_cast<int>(time);

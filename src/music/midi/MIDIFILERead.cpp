@@ -20,6 +20,10 @@ constexpr int systemExclusive = 0xf0;
 constexpr int endOfSystemExclusive = 0xf7;
 constexpr int metaEvent = 0xff;
 
+zmatrix::MidiReadingState& wholeState(_MIDIFILEInStruct* in) {
+  return *reinterpret_cast<zmatrix::MidiReadingState*>(in);
+}
+
 int readByte(_MIDIFILEInStruct* in) {
   return getc_unlocked(in->file);
 }
@@ -128,7 +132,10 @@ bool readDataOfMeta(_MIDIFILEInStruct* in, int type, uint32_t size, bool isText)
 
 /// Reads the header of the track that follows. At the end of the file there is none: the last end-of-track is never delivered.
 bool readEndOfTrack(_MIDIFILEInStruct* in) {
+  zmatrix::MidiReadingState& state = wholeState(in);
+  state.behindLastTrack = ftell(in->file);
   if (!readTrackHeader(in)) return false;
+  state.behindLastTrack = 0;
   in->event->buffer[0] = ZQMidiMetaEndOfTrack;
   in->event->buffer[1] = static_cast<unsigned char>(in->currentTrack >> 8);
   in->event->buffer[2] = static_cast<unsigned char>(in->currentTrack);
@@ -239,13 +246,14 @@ bool repeatsLastEvent(int status) {
 }  // namespace
 
 _MIDIFILEInStruct* MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) {
-  auto* in = static_cast<_MIDIFILEInStruct*>(systemCalloc(1, sizeof(_MIDIFILEInStruct)));
+  auto* state = static_cast<zmatrix::MidiReadingState*>(systemCalloc(1, sizeof(zmatrix::MidiReadingState)));
   auto* buffer = static_cast<unsigned char*>(systemCalloc(1, smallestBuffer));
-  if (in == nullptr || buffer == nullptr) {
-    systemFree(in);
+  if (state == nullptr || buffer == nullptr) {
+    systemFree(state);
     systemFree(buffer);
     return nullptr;
   }
+  _MIDIFILEInStruct* in = &state->seen;
   *event = {0, 0, 0, buffer};
   in->tempo = 120.0;
   in->currentTrack = -1;
@@ -264,7 +272,9 @@ int MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks
   in->division = static_cast<int16_t>(division);
   // Frames per second, negated, in the upper byte and ticks per frame in the lower one stand for ticks per quarter note.
   if (in->division < 0) in->division = -(in->division >> 8) * (in->division & 0xff);
-  if (in->division == 0) return 0;  // nothing can be said of the time of any event
+  wholeState(in).tracksAnnounced = static_cast<int>(tracks);
+  wholeState(in).hasDivisionOfZero = in->division == 0;
+  if (in->division == 0) return 0;  // nothing could be said of the time of any event
   in->format = static_cast<short>(formatOfFile);
   *format = in->format;
   *numberOfTracks = in->format == 0 ? 1 : static_cast<int>(tracks) - 1;
@@ -280,10 +290,11 @@ int MIDIFILEReadEvent(_MIDIFILEInStruct* in) {
   if (!readTime(in, &time)) return 0;
   const int status = readByte(in);
   if (status == EOF) return 0;
+  wholeState(in).repeatsLastEvent = repeatsLastEvent(status);
   if (status < systemExclusive) return readChannelEvent(in, status, time) ? 1 : 0;
   if (status == metaEvent) return readMetaEvent(in, time) ? 1 : 0;
   if (status == systemExclusive) return readSystemExclusive(in, time) ? 1 : 0;
-  if (repeatsLastEvent(status)) {
+  if (wholeState(in).repeatsLastEvent) {
     in->event->metaFlag = 0;
     return 1;
   }

@@ -1,0 +1,48 @@
+#include "music/midi/ZQMidiFeed.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr const char* namesOfSubTypes[] = {"Undefined", "Monophon", "Polyphon", "Percussion", "Multichannel"};
+constexpr const char* namesOfStyles[] = {"Undefined", "Rock", "Pop", "Jazz", "Classic"};
+constexpr int numberOfNames = 5;
+
+}  // namespace
+
+const char* nameOfMidiSubType(int subType) {
+  return subType >= 0 && subType < numberOfNames ? namesOfSubTypes[subType] : "";
+}
+
+const char* nameOfMusicStyle(int style) {
+  return style >= 0 && style < numberOfNames ? namesOfStyles[style] : "";
+}
+
+const MusicProfileTexts midiProfileTexts = {
+    "updateMatrixWithMidiFile",
+    {"checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta",
+     "checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta",
+     "checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT", "checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS"},
+    false,
+};
+
+NameOfLearnedTrack nameOfLearnedTrack(int matrixID, const LearnedTrack& track, int style) {
+  NameOfLearnedTrack name;
+  snprintf(name.text, sizeof name.text, "MatID%d: %d/%d, %s, %s, %s (track%d): ", matrixID, track.nom, track.denom,
+           nameOfMidiSubType(track.subType), nameOfMusicStyle(style), nameOfSoundID(track.sound), track.index);
+  return name;
+}
+
+bool dimensionFitsMidi(int preProcessingType, int coordinateDimension) {
+  switch (preProcessingType) {
+    case 1:
+    case ZQPreProcessingTypeMidiNoteAndModQuanta:
+    case ZQPreProcessingTypeMidiTriple_NDMT:
+    case ZQPreProcessingTypeMidiGMQuadruple_NDMTS:
+      return coordinateDimension == coordinatesOfNote(preProcessingType);
+    default:
+      return true;
+  }
+}
+
+}  // namespace zmatrix

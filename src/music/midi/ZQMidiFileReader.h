@@ -1,0 +1,34 @@
+// Takes the codec's events, one after the other, into the event tracks of a list.
+#pragma once
+
+#include "music/midi/MIDIFILE.h"
+#include "music/midi/ZQMidiFile.h"
+
+namespace zmatrix {
+
+class MidiFileReader {
+ public:
+  MidiFileReader(ZQMidiTrackList& aList, _MIDIFILEInStruct& aState, MidiReadFindings& theFindings)
+      : list(aList), state(aState), event(*aState.event), findings(theFindings) {}
+
+  /// Reads until nothing more can be read. False if memory has run out.
+  bool run();
+
+ private:
+  bool take();
+  void count();
+  bool takeMetaEvent();
+  bool takeChannelEvent();
+  bool addToTrack(int index, ZQMidiEvent* midiEvent);
+  bool addMeterOfText();
+  bool isSystemEvent() const { return event.buffer[0] >= 0xf0; }
+  bool hasNoStatus() const { return event.buffer[0] < ZQMidiNoteOff; }
+  int timeInQuanta() const;
+
+  ZQMidiTrackList& list;
+  _MIDIFILEInStruct& state;
+  _MIDIFILEReadStruct& event;
+  MidiReadFindings& findings;
+};
+
+}  // namespace zmatrix
