@@ -41,13 +41,45 @@ const char* zq_lastMessage(void);
 // ---- Reports on kern files ----------------------------------------------------------------------------------------------------
 
 /// Checks and reads a kern file as learning does, and tells each fault with its place, what the file gives, and where the
-/// reading departs from the score. Messages come as from any reading. Behind a timing error notes are counted, not read.
+/// reading departs from the score. Behind a timing error notes are counted, not read. There are no messages.
 /// Result: the report, for zq_deleteKernReport; also for a file that can't be opened or is refused (`state`); null if memory
 /// is exhausted. All its texts and arrays live as long as it does.
-ZQKernReport* zq_createKernReport(const char* fileName);
+zq_KernReport* zq_createKernReport(const char* fileName);
 
 /// Releases a report with all that belongs to it. Null is ignored.
-void zq_deleteKernReport(ZQKernReport* report);
+void zq_deleteKernReport(zq_KernReport* report);
+
+// ---- MIDI ---------------------------------------------------------------------------------------------------------------------
+
+/// Tells what `s_updateMatrixWithMIDIFile` would take of a file and what is lost on the way, without a matrix and without
+/// messages. The arguments are what the basic level's block would hold: `preProcessingType` 1, or 1002 to 1004;
+/// `noteOnQuantization`: notes that start within so many quanta make a chord, 16 as a rule; `midiTrackAnalyze` 0 each track,
+/// 1 all merged, 2 both; `channelFilter`: 16 bytes, not 0 drops the channel, or null for none.
+/// Result: a new report, also for a file that can't be read, which `zq_deleteMidiReport` releases; null if memory is
+/// exhausted.
+zq_MidiReport* zq_createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze, const unsigned char* channelFilter);
+
+/// Releases a report with all that it holds. Null is ignored.
+void zq_deleteMidiReport(zq_MidiReport* report);
+
+/// How the reading of a MIDI file ended (zq_MidiEnd), in a few words. The text is the library's; it is empty for other numbers.
+const char* zq_textOfMidiEnd(int end);
+
+/// Why a track is not learned (zq_MidiVerdict), in a few words; "learned" for 0. The text is the library's; it is empty for
+/// other numbers.
+const char* zq_textOfMidiVerdict(int verdict);
+
+/// The name of a texture (ZQMidiSubType...). The text is the library's; it is empty for other numbers.
+const char* zq_nameOfMidiSubType(int subType);
+
+/// The name of a sound, 0 to 15. The text is the library's; it is empty for other numbers.
+const char* zq_nameOfSoundID(int soundID);
+
+/// As `s_readMidiObjexsAndWriteToMidiFile`, but tells how it went: `numberOfNotes`, if not null, gets the notes in the file,
+/// those of the kernel's start among them, and a file that could not be written whole is no success.
+/// Result: as there, or -6 if a write failed, of which a part may stand in the file, or -7 if memory has run out.
+int zq_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
+int zq_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
 
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 

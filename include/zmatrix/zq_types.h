@@ -10,67 +10,143 @@
 /// the function.
 typedef void (*zq_messageFunction)(int level, const char* text, void* userData);
 
+/// How the reading of a MIDI file ended.
+typedef enum zq_MidiEnd {
+  zq_MidiEndComplete = 0,        ///< behind the end of its last track
+  zq_MidiEndNotFound = 1,        ///< there is no such file, or it is no regular file
+  zq_MidiEndNotMidi = 2,         ///< it has no head of a MIDI file
+  zq_MidiEndDivisionOfZero = 3,  ///< its head says no ticks to the quarter note, so that no event has a time
+  zq_MidiEndNoTrack = 4,         ///< no track follows its head
+  zq_MidiEndCut = 5,             ///< it ends inside a track
+  zq_MidiEndOutOfMemory = 6,     ///< memory ran out
+} zq_MidiEnd;
+
+/// Whether a track is learned, or why not.
+typedef enum zq_MidiVerdict {
+  zq_MidiTaken = 0,                ///< it is learned
+  zq_MidiTooFewNotes = 1,          ///< it has less than two notes
+  zq_MidiWrongDimension = 2,       ///< the coordinates of an item don't fit the preprocessing type
+  zq_MidiOnlyPercussionSound = 3,  ///< its one sound is a percussion or an effect without pitch
+  zq_MidiNoMeter = 4,              ///< the file has no time signature
+  zq_MidiSeveralMeters = 5,        ///< the file has several different time signatures
+  zq_MidiMeterOutOfRange = 6,      ///< the denominator of its time signature is not 2 to 16
+} zq_MidiVerdict;
+
+/// What came of a track as it stands in a MIDI file. Events that are neither counted as lost nor part of a note are those that
+/// music doesn't need: controllers, pitch wheel, pressure.
+typedef struct zq_MidiFileTrack {
+  long long channelEvents;            ///< events on a channel
+  long long metaEvents;               ///< events on the whole file: tempo, meter, text
+  long long systemEvents;             ///< dropped: system exclusive messages and the like
+  long long unknownEvents;            ///< dropped: data bytes before any status
+  long long repeatedEvents;           ///< of the channel events: made of a system byte, which stands for the event before once more
+  int notes;                          ///< paired of note-ons and what ends them
+  int notesEndedByNextNote;           ///< of the notes: ended by the next note of the same number, there being no note-off
+  int notesBegunByNoteOff;            ///< of the notes: begun by a note-off that was left over
+  int noteOnsWithoutEnd;              ///< dropped
+  int noteOffsWithoutNote;            ///< dropped
+  int programChanges;                 ///< kept
+  int eventsLostInsideNotes;          ///< dropped, since a note was held on their channel: program changes and what music doesn't need
+  int programChangesLostInsideNotes;  ///< of these
+  int eventsOnFilteredChannels;       ///< dropped
+  int unusedEvents;                   ///< controllers, pitch wheel, pressure outside of notes
+} zq_MidiFileTrack;
+
+/// What came of a track as learning sees it: a track of the file, or all of them merged.
+typedef struct zq_MidiTrack {
+  int index;              ///< of the track, from 1
+  int isMerged;           ///< 1 if it is all tracks of the file
+  int notes;              ///< notes in it
+  int notesLearned;       ///< notes that are learned of it, 0 if it is not taken
+  int verdict;            ///< zq_MidiVerdict
+  int numerator;          ///< of its meter; 0 for none
+  int denominator;        ///< of its meter; 0 for none
+  int subType;            ///< ZQMidiSubType...
+  int chordSize;          ///< notes of its largest chord, 0 without one
+  int soundID;            ///< ZQMatrixSound... that most notes have
+  int numberOfSounds;     ///< different sounds
+  int hasPercussion;      ///< 1 if it has notes on channel 9
+  int preProcessingType;  ///< that it is learned with: drums and single sounds change it
+} zq_MidiTrack;
+
+/// What a MIDI file gives and what is lost of it. All belongs to the report.
+typedef struct zq_MidiReport {
+  int end;                       ///< zq_MidiEnd
+  int format;                    ///< 0 to 2
+  int division;                  ///< ticks per quarter note
+  int tracksAnnounced;           ///< as the head says
+  int numberOfFileTracks;        ///< tracks that were read
+  long long bytesUnread;         ///< behind the last track that was read; 0 for a file that is cut
+  int numberOfMeters;            ///< different time signatures from the first on, 0 for none
+  int numerator;                 ///< of the first time signature
+  int denominator;               ///< of the first time signature
+  long long notesLearned;        ///< of all tracks
+  zq_MidiFileTrack* fileTracks;  ///< numberOfFileTracks of them
+  int numberOfTracks;            ///< tracks as learning sees them
+  zq_MidiTrack* tracks;          ///< numberOfTracks of them
+} zq_MidiReport;
+
 /// What became of a kern file.
-typedef enum ZQKernFileState {
-  ZQKernFileNotOpened = 0,  ///< it can't be opened or is no regular file
-  ZQKernFileRefused = 1,    ///< a fault refuses it: nothing of it is read
-  ZQKernFileCutShort = 2,   ///< a timing error ended the reading: what stood before it is read
-  ZQKernFileRead = 3,       ///< it is read to its end
-} ZQKernFileState;
+typedef enum zq_KernFileState {
+  zq_KernFileNotOpened = 0,  ///< it can't be opened or is no regular file
+  zq_KernFileRefused = 1,    ///< a fault refuses it: nothing of it is read
+  zq_KernFileCutShort = 2,   ///< a timing error ended the reading: what stood before it is read
+  zq_KernFileRead = 3,       ///< it is read to its end
+} zq_KernFileState;
 
 /// What a finding in a kern file is.
-typedef enum ZQKernFindingKind {
-  ZQKernError = 0,     ///< a rule of the Humdrum representation is broken
-  ZQKernWarning = 1,   ///< something may be mistaken for something else
-  ZQKernDeparted = 2,  ///< the notes that are learned differ from those of the score here
-} ZQKernFindingKind;
+typedef enum zq_KernFindingKind {
+  zq_KernError = 0,     ///< a rule of the Humdrum representation is broken
+  zq_KernWarning = 1,   ///< something may be mistaken for something else
+  zq_KernDeparted = 2,  ///< the notes that are learned differ from those of the score here
+} zq_KernFindingKind;
 
 /// In what the notes that are learned differ from those of the score.
-typedef enum ZQKernDeparture {
-  ZQKernNoPitch = 0,              ///< a token without a pitch takes time and gives no note; it ends its chord
-  ZQKernNoDuration = 1,           ///< a note, rest or tie without a duration of its own has the duration 0
-  ZQKernCutDuration = 2,          ///< a duration that is no whole number of quanta was cut, or what stands behind a % was not read
-  ZQKernTimeSetBack = 3,          ///< the end or join of a sounding spine set the time of all spines back
-  ZQKernResynchronised = 4,       ///< a bar line found a spine whose note had not ended, or had ended before, and made it agree
-  ZQKernMissingTokens = 5,        ///< the record has fewer tokens than there are spines: the missing ones count as empty
-  ZQKernSurplusTokens = 6,        ///< the record has more tokens than there are spines: the surplus is passed over
-  ZQKernTimingError = 7,          ///< a null token stands where no note goes on: the reading ends here
-  ZQKernLostNote = 8,             ///< a note behind a timing error
-  ZQKernLongLine = 9,             ///< a line longer than a buffer is taken in pieces, each as a record of its own
-  ZQKernUncheckedLastLine = 10,   ///< the last line has no line feed and is not checked: its spines count as never closed
-  ZQKernTooManySpines = 11,       ///< there is no room for a further spine
-  ZQKernNumberOfDepartures = 12,  ///< how many there are
-} ZQKernDeparture;
+typedef enum zq_KernDeparture {
+  zq_KernNoPitch = 0,              ///< a token without a pitch takes time and gives no note; it ends its chord
+  zq_KernNoDuration = 1,           ///< a note, rest or tie without a duration of its own has the duration 0
+  zq_KernCutDuration = 2,          ///< a duration that is no whole number of quanta was cut, or what stands behind a % was not read
+  zq_KernTimeSetBack = 3,          ///< the end or join of a sounding spine set the time of all spines back
+  zq_KernResynchronised = 4,       ///< a bar line found a spine whose note had not ended, or had ended before, and made it agree
+  zq_KernMissingTokens = 5,        ///< the record has fewer tokens than there are spines: the missing ones count as empty
+  zq_KernSurplusTokens = 6,        ///< the record has more tokens than there are spines: the surplus is passed over
+  zq_KernTimingError = 7,          ///< a null token stands where no note goes on: the reading ends here
+  zq_KernLostNote = 8,             ///< a note behind a timing error
+  zq_KernLongLine = 9,             ///< a line longer than a buffer is taken in pieces, each as a record of its own
+  zq_KernUncheckedLastLine = 10,   ///< the last line has no line feed and is not checked: its spines count as never closed
+  zq_KernTooManySpines = 11,       ///< there is no room for a further spine
+  zq_KernNumberOfDepartures = 12,  ///< how many there are
+} zq_KernDeparture;
 
 /// A fault of a kern file, or a place where its reading departs from the score.
-typedef struct ZQKernFinding {
-  int kind;           ///< ZQKernFindingKind
-  int number;         ///< of the error, 1 to 26, or warning, 1 to 5; or ZQKernDeparture
+typedef struct zq_KernFinding {
+  int kind;           ///< zq_KernFindingKind
+  int number;         ///< of the error, 1 to 26, or warning, 1 to 5; or zq_KernDeparture
   int line;           ///< in the file, from 1
   int column;         ///< from 1, or 0 for the whole line
   int stopsRead;      ///< 1 if the file is refused for it, or the reading ends here
   int amount;         ///< quanta of a step back, of what a bar line found left, of a cut duration; tokens; bytes of the buffer; else 0
   const char* token;  ///< as it stands in the file, or an empty text
   const char* text;   ///< the rule that is broken, or what the reading did
-} ZQKernFinding;
+} zq_KernFinding;
 
 /// A time signature of a kern file.
-typedef struct ZQKernMeter {
+typedef struct zq_KernMeter {
   int line;         ///< in the file, from 1
   int column;       ///< from 1
   int numerator;    ///< as it stands there, not as the reading took it
   int denominator;  ///< as it stands there
-} ZQKernMeter;
+} zq_KernMeter;
 
 /// What a kern file gives, and what is wrong with it. Counts are those of the reading, 0 for a file that is refused.
-typedef struct ZQKernReport {
-  int state;                       ///< ZQKernFileState
+typedef struct zq_KernReport {
+  int state;                       ///< zq_KernFileState
   int numberOfFindings;            ///< of those that follow
-  const ZQKernFinding* findings;   ///< in the order in which they were found: all of the check, then those of the reading
+  const zq_KernFinding* findings;  ///< in the order in which they were found: all of the check, then those of the reading
   long long findingsLeftOut;       ///< behind the first 10000; they are counted below
   long long errors;                ///< broken rules
   long long warnings;              ///< warnings
-  long long departures[12];        ///< how often of each ZQKernDeparture
+  long long departures[12];        ///< how often of each zq_KernDeparture
   long long spines;                ///< at the start of each section, summed up
   long long kernSpines;            ///< of them, with those that are added later, the kern spines
   long long sections;              ///< from the first record to where all spines are closed
@@ -86,10 +162,10 @@ typedef struct ZQKernReport {
   long long barLines;              ///< records with a bar line
   int barOffset;                   ///< quanta by which the music is moved so that a pick-up bar ends on a bar line; not above 0: not moved
   int numberOfMeters;              ///< of those that follow
-  const ZQKernMeter* meters;       ///< in the order of the file, one for each column
+  const zq_KernMeter* meters;      ///< in the order of the file, one for each column
   long long metersLeftOut;         ///< behind the first 10000
   long long notesOnChannel[16];    ///< the channel is that of the column, modulo 16, unless the file says another
-  long long notesOnOtherChannels;  ///< on channels from 16 on, which are not learned by their channel
-} ZQKernReport;
+  long long notesOnOtherChannels;  ///< on channels from 16 on, which a *Ch sets; those of 16 itself are not learned
+} zq_KernReport;
 
 #endif

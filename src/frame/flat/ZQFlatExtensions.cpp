@@ -4,6 +4,10 @@
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQVersion.h"
 #include "music/kern/ZQKernReport.h"
+#include "music/midi/ZQGeneratedMidi.h"
+#include "music/midi/ZQMidiReport.h"
+#include "music/midi/ZQMidiSounds.h"
+#include "symbols/ZQMatrix.h"
 #include "symbols/ZQSymbolLinks.h"
 #include "symbols/ZQWordsUpdate.h"
 
@@ -15,8 +19,16 @@ extern "C" {
 const char* zq_version() { return zmatrix::version(); }
 void zq_setMessageFunction(zq_messageFunction function, void* userData) { zmatrix::setMessageFunction(function, userData); }
 const char* zq_lastMessage() { return zmatrix::lastMessage(); }
-ZQKernReport* zq_createKernReport(const char* fileName) { return zmatrix::createKernReport(fileName); }
-void zq_deleteKernReport(ZQKernReport* report) { zmatrix::deleteKernReport(report); }
+zq_KernReport* zq_createKernReport(const char* fileName) { return zmatrix::createKernReport(fileName); }
+void zq_deleteKernReport(zq_KernReport* report) { zmatrix::deleteKernReport(report); }
+zq_MidiReport* zq_createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze, const unsigned char* channelFilter) { return zmatrix::createMidiReport(path, preProcessingType, noteOnQuantization, midiTrackAnalyze, channelFilter); }
+void zq_deleteMidiReport(zq_MidiReport* report) { zmatrix::deleteMidiReport(report); }
+const char* zq_textOfMidiEnd(int end) { return zmatrix::textOfMidiEnd(end); }
+const char* zq_textOfMidiVerdict(int verdict) { return zmatrix::textOfMidiVerdict(verdict); }
+const char* zq_nameOfMidiSubType(int subType) { return zmatrix::nameOfMidiSubType(subType); }
+const char* zq_nameOfSoundID(int soundID) { return zmatrix::nameOfSoundID(soundID); }
+int zq_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes) { return zmatrix::readMidiObjexsAndWriteToMidiFile(matrix, numberOfObjex, fileName, numberOfNotes); }
+int zq_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes) { return zmatrix::readMidiObjexsAndWriteToMidiFile(matrix, numberOfObjex, fileName, numberOfNotes); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) { return zmatrix::refreshSymbolLinks(matrix); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }
 int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }

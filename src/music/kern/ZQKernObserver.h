@@ -18,7 +18,7 @@ struct KernPlace {
 };
 
 /// In what the notes that are learned differ from the notes of the score.
-using KernDeparture = ZQKernDeparture;
+using KernDeparture = zq_KernDeparture;
 
 class KernObserver {
  public:
@@ -26,7 +26,7 @@ class KernObserver {
   /// The reading is to go on counting behind a timing error, without making objects.
   virtual bool wantsLostNotes() const { return false; }
   virtual void brokeRule(KernRule, const KernPlace&) {}
-  /// `amount` as ZQKernFinding has it.
+  /// `amount` as zq_KernFinding has it.
   virtual void departed(KernDeparture, const KernPlace&, int /*amount*/) {}
 
   virtual void beganSection(int /*spines*/) {}

@@ -49,7 +49,7 @@ bool KernReader::getNext() {
   while (lines_.next(bufferSize)) {
     record_ = lines_.text();
     numberOfRecords_++;
-    if (lines_.pieceOfLine() == 2) observer_.departed(ZQKernLongLine, {lines_.lineNumber(), 0, {}}, bufferSize);
+    if (lines_.pieceOfLine() == 2) observer_.departed(zq_KernLongLine, {lines_.lineNumber(), 0, {}}, bufferSize);
     if (!record_.starts_with('!')) return true;
     // The text keeps its line feed.
     ZQKernObject* comment = addObject(ZQKernObjectComment, abstime_, 0);
@@ -132,9 +132,9 @@ void KernReader::readRecord() {
 void KernReader::tellOddities() {
   const int numberOfTokens = static_cast<int>(tokens_.size());
   if (numberOfTokens < spines_.getCount())
-    observer_.departed(ZQKernMissingTokens, {lines_.lineNumber(), numberOfTokens + 1, {}}, spines_.getCount() - numberOfTokens);
+    observer_.departed(zq_KernMissingTokens, {lines_.lineNumber(), numberOfTokens + 1, {}}, spines_.getCount() - numberOfTokens);
   if (numberOfTokens > spines_.getCount())
-    observer_.departed(ZQKernSurplusTokens, place(spines_.getCount()), numberOfTokens - spines_.getCount());
+    observer_.departed(zq_KernSurplusTokens, place(spines_.getCount()), numberOfTokens - spines_.getCount());
 }
 
 void KernReader::advanceTime() {
@@ -151,7 +151,7 @@ void KernReader::terminateSpines() {
   for (int i = 0; i < spines_.getCount(); i++)
     if (spines_.path(i) == KernPath::terminate && spines_.isKern(i) && removeNotes(i)) madeNoteOff = true;
   if (!madeNoteOff) return;
-  if (timeStep_ != 0) observer_.departed(ZQKernTimeSetBack, {lines_.lineNumber(), 0, {}}, timeStep_);
+  if (timeStep_ != 0) observer_.departed(zq_KernTimeSetBack, {lines_.lineNumber(), 0, {}}, timeStep_);
   spines_.addToDeltas(wrappingDifference(0, timeStep_));
   abstime_ = wrappingDifference(abstime_, timeStep_);
   timeStep_ = 0;
@@ -234,7 +234,7 @@ void KernReader::handleNull(int column, std::string_view text) {
   if (isCounting_) return;
   dbPrintf(0, "KERN Module: Timing error at line %d, spine %d.\n", numberOfRecords_, column);
   dbPrintf(0, "%.*s", static_cast<int>(record_.size()), record_.data());
-  observer_.departed(ZQKernTimingError, {lines_.lineNumber(), column + 1, text}, 0);
+  observer_.departed(zq_KernTimingError, {lines_.lineNumber(), column + 1, text}, 0);
   isCounting_ = observer_.wantsLostNotes();
   isOver_ = !isCounting_;
 }
@@ -251,7 +251,7 @@ void KernReader::handleBarLine(int column, std::string_view text) {
   for (int i = firstUnsetColumn_; i < end; i++) {
     int& delta = spines_.delta(i);
     const int rest = wrappingDifference(delta, timeStep_);
-    if (rest != 0 && spines_.isKern(i)) observer_.departed(ZQKernResynchronised, place(i), rest);
+    if (rest != 0 && spines_.isKern(i)) observer_.departed(zq_KernResynchronised, place(i), rest);
     delta = timeStep_;
   }
   firstUnsetColumn_ = column;
@@ -281,10 +281,10 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
   tied = tied || (!note.isRest && note.pitch == tieValue);
   const bool isRest = !tied && (note.isRest || note.pitch == restValue);
   if (isRest && !isLast) return true;
-  if (note.isCut) observer_.departed(ZQKernCutDuration, place(column), note.duration);
+  if (note.isCut) observer_.departed(zq_KernCutDuration, place(column), note.duration);
   // A pitch of exactly 0 can't be told from none.
   if (!tied && !isRest && note.pitch == 0) {
-    observer_.departed(ZQKernNoPitch, place(column), 0);
+    observer_.departed(zq_KernNoPitch, place(column), 0);
     takeTime(column, note.duration, isTimed);
     return false;
   }
@@ -293,7 +293,7 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
     removeNotes(column);
     isCleared = true;
   }
-  if (!note.hasDuration) observer_.departed(ZQKernNoDuration, place(column), 0);
+  if (!note.hasDuration) observer_.departed(zq_KernNoDuration, place(column), 0);
   takeTime(column, note.duration, isTimed);
   if (tied) {
     if (!isCounting_) observer_.continuedTie();
@@ -319,7 +319,7 @@ void KernReader::takeTime(int column, int duration, bool& isTimed) {
 void KernReader::makeNote(int column, const KernSubToken& note) {
   spines_.addNote(column, note.pitch);
   if (isCounting_) {
-    observer_.departed(ZQKernLostNote, place(column), 0);
+    observer_.departed(zq_KernLostNote, place(column), 0);
     return;
   }
   ZQKernObject* object = addObject(ZQKernObjectNoteOn, abstime_, spines_.channel(column));

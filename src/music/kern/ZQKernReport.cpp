@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "frame/ZQMutedMessages.h"
 #include "music/kern/ZQKernFile.h"
 #include "music/kern/ZQKernRules.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 constexpr size_t mostEntries = 10000;  // of findings and of meters, so that no file can ask for all memory
 
-// In the order of ZQKernDeparture.
+// In the order of zq_KernDeparture.
 const char* const departureTexts[] = {
     "a token without a pitch takes time and gives no note",
     "a note, rest or tie without a duration of its own has the duration 0",
@@ -29,8 +30,8 @@ const char* const departureTexts[] = {
     "the last line has no line feed and is not checked",
     "no room for a further spine",
 };
-static_assert(sizeof departureTexts / sizeof *departureTexts == ZQKernNumberOfDepartures);
-static_assert(sizeof(ZQKernReport::departures) / sizeof(long long) == ZQKernNumberOfDepartures);
+static_assert(sizeof departureTexts / sizeof *departureTexts == zq_KernNumberOfDepartures);
+static_assert(sizeof(zq_KernReport::departures) / sizeof(long long) == zq_KernNumberOfDepartures);
 
 /// The message of a rule in one line, without the mark that it begins with.
 std::string sentenceOf(const KernRuleText& rule) {
@@ -49,20 +50,20 @@ std::string sentenceOf(const KernRuleText& rule) {
 }
 
 /// The report with its storage; hosts see the plain structure that it begins with.
-class OwnedReport : public ZQKernReport, public KernObserver {
+class OwnedReport : public zq_KernReport, public KernObserver {
  public:
-  OwnedReport() : ZQKernReport() {}
+  OwnedReport() : zq_KernReport() {}
 
   void make(const char* fileName) {
     KernLines lines;
     ZQKernTrackList list;
     if (!openKernFile(lines, fileName)) {
-      state = ZQKernFileNotOpened;
+      state = zq_KernFileNotOpened;
     } else if (!checkKernFile(lines, *this)) {
-      state = ZQKernFileRefused;
+      state = zq_KernFileRefused;
     } else {
       readKernFile(lines, &list, *this);
-      state = departures[ZQKernTimingError] > 0 ? ZQKernFileCutShort : ZQKernFileRead;
+      state = departures[zq_KernTimingError] > 0 ? zq_KernFileCutShort : zq_KernFileRead;
     }
     findings = findings_.data();
     numberOfFindings = static_cast<int>(findings_.size());
@@ -75,11 +76,11 @@ class OwnedReport : public ZQKernReport, public KernObserver {
   void brokeRule(KernRule rule, const KernPlace& place) override {
     const KernRuleText& text = textOf(rule);
     (text.isError ? errors : warnings)++;
-    addFinding(text.isError ? ZQKernError : ZQKernWarning, text.number, place, text.refusesFile, 0, sentence(rule));
+    addFinding(text.isError ? zq_KernError : zq_KernWarning, text.number, place, text.refusesFile, 0, sentence(rule));
   }
   void departed(KernDeparture departure, const KernPlace& place, int amount) override {
     departures[departure]++;
-    addFinding(ZQKernDeparted, departure, place, departure == ZQKernTimingError, amount, departureTexts[departure]);
+    addFinding(zq_KernDeparted, departure, place, departure == zq_KernTimingError, amount, departureTexts[departure]);
   }
 
   void beganSection(int numberOfSpines) override {
@@ -127,15 +128,16 @@ class OwnedReport : public ZQKernReport, public KernObserver {
     return sentences_[index];
   }
 
-  std::vector<ZQKernFinding> findings_;
-  std::vector<ZQKernMeter> meters_;
+  std::vector<zq_KernFinding> findings_;
+  std::vector<zq_KernMeter> meters_;
   std::deque<std::string> texts_;
   std::vector<const char*> sentences_;  // by rule, null for those that were not needed
 };
 
 }  // namespace
 
-ZQKernReport* createKernReport(const char* fileName) {
+zq_KernReport* createKernReport(const char* fileName) {
+  const MutedMessages muted;
   OwnedReport* report = nullptr;
   try {
     report = new OwnedReport;
@@ -147,7 +149,7 @@ ZQKernReport* createKernReport(const char* fileName) {
   return report;
 }
 
-void deleteKernReport(ZQKernReport* report) {
+void deleteKernReport(zq_KernReport* report) {
   delete static_cast<OwnedReport*>(report);
 }
 

@@ -5,7 +5,7 @@
 
 namespace zmatrix {
 
-ZQKernReport* createKernReport(const char* fileName);
-void deleteKernReport(ZQKernReport* report);
+zq_KernReport* createKernReport(const char* fileName);
+void deleteKernReport(zq_KernReport* report);
 
 }  // namespace zmatrix

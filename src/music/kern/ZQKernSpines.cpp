@@ -104,7 +104,7 @@ void KernSpines::applyPaths(KernObserver& observer, int line) {
     shift.append(isKernSpine, delta, std::move(noteList[at(i)]));
     if (path != KernPath::add && path != KernPath::split) continue;
     if (active >= mostColumns) {
-      observer.departed(ZQKernTooManySpines, {line, i + 1, {}}, 0);
+      observer.departed(zq_KernTooManySpines, {line, i + 1, {}}, 0);
       continue;
     }
     active++;

@@ -50,14 +50,14 @@ int KernValidator::check() {
   // A last line without a line feed ends with the file and is not looked at: its spines then count as never closed.
   bool isCut = false;
   while (lines_.next(bufferSize)) {
-    if (lines_.pieceOfLine() == 2) observer_.departed(ZQKernLongLine, {lines_.lineNumber(), 0, {}}, bufferSize);
+    if (lines_.pieceOfLine() == 2) observer_.departed(zq_KernLongLine, {lines_.lineNumber(), 0, {}}, bufferSize);
     isCut = lines_.reachedEnd();
     if (isCut) break;
     std::string_view line = lines_.text();
     if (line.ends_with('\n')) line.remove_suffix(1);
     checkLine(line);
   }
-  if (isCut) observer_.departed(ZQKernUncheckedLastLine, {lines_.lineNumber(), 0, {}}, 0);
+  if (isCut) observer_.departed(zq_KernUncheckedLastLine, {lines_.lineNumber(), 0, {}}, 0);
   if (currentNumberOfSpines_ != 0) report(KernRule::notTerminated);
   printSummary();
   return numberOfRefusals_;

@@ -228,11 +228,11 @@ int GeneratedMidi::write(const char* fileName) {
   return ZQMidiFile().writeEventsToFileWithPath(&list, fileName);
 }
 
-}  // namespace zmatrix
-
-int ZQMatrixMedium::readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const char* fileName) {
-  if (getCurrentMatrixID() < 0 || getCurrentMatrixID() >= getMaxNumberOfMatrices()) return 0;
-  zmatrix::GeneratedMidi music(this);
+int readMidiObjexsAndWriteToMidiFile(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes) {
+  if (numberOfNotes != nullptr) *numberOfNotes = 0;
+  if (matrix == nullptr || matrix->getCurrentMatrixID() < 0 || matrix->getCurrentMatrixID() >= matrix->getMaxNumberOfMatrices())
+    return 0;
+  GeneratedMidi music(matrix);
   const int isFit = music.check();
   if (isFit != 1) return isFit;
   FILE* file = fileName != nullptr ? fopen(fileName, "wb") : nullptr;
@@ -242,6 +242,15 @@ int ZQMatrixMedium::readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const ch
     return -5;
   }
   fclose(file);
-  if (music.compose(numberOfObjex)) music.write(fileName);
-  return 1;
+  if (!music.compose(numberOfObjex)) return -7;
+  if (numberOfNotes != nullptr) *numberOfNotes = music.numberOfNotes();
+  return music.write(fileName) == 0 ? 1 : -6;
+}
+
+}  // namespace zmatrix
+
+/// What became of the file itself is not looked at.
+int ZQMatrixMedium::readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const char* fileName) {
+  const int result = zmatrix::readMidiObjexsAndWriteToMidiFile(this, numberOfObjex, fileName, nullptr);
+  return result < -5 ? 1 : result;
 }

@@ -65,4 +65,8 @@ class GeneratedMidi {
   std::unique_ptr<ZQMidiObjectTrack> objects;
 };
 
+/// 1 written, or 0 to -5 as the matrix's operation of this name has it; -6 if a write failed, -7 if memory has run out.
+/// `numberOfNotes` may be null.
+int readMidiObjexsAndWriteToMidiFile(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
+
 }  // namespace zmatrix

@@ -1,27 +1,7 @@
 #include "music/midi/ZQMidiEvent.h"
 
-#include "music/ZQClassSlab.h"
-
-static_assert(sizeof(ZQMidiEvent) == 32);
-
-void* ZQMidiEvent::operator new(size_t) noexcept {
-  return zmatrix::ZQClassSlab<ZQMidiEvent>::allocate();
-}
-
-void ZQMidiEvent::operator delete(void* memory) noexcept {
-  zmatrix::ZQClassSlab<ZQMidiEvent>::release(memory);
-}
-
 ZQMidiEvent* ZQMidiEvent::createAndCopy() const {
   return new ZQMidiEvent(*this);
-}
-
-ZQMidiEvent* createZQMidiEvent() {
-  return new ZQMidiEvent;
-}
-
-void deleteZQMidiEvent(ZQMidiEvent* event) {
-  delete event;
 }
 
 namespace {

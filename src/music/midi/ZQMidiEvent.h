@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "music/ZQClassSlab.h"
+
 /// `eventType` of a channel event. Meta events have their meta type, or 99 for those that nothing is known about.
 constexpr int ZQMidiEventTypeChannel = -1;
 constexpr int ZQMidiEventTypeUnknownMeta = 99;
@@ -34,7 +36,7 @@ enum ZQMidiMetaType : int {
   ZQMidiMetaEscape = 247
 };
 
-class ZQMidiEvent {
+class ZQMidiEvent final {
  public:
   virtual ~ZQMidiEvent() = default;
 
@@ -72,8 +74,8 @@ class ZQMidiEvent {
   /// A new event like this one, or null if memory has run out.
   ZQMidiEvent* createAndCopy() const;
 
-  static void* operator new(size_t size) noexcept;
-  static void operator delete(void* memory) noexcept;
+  static void* operator new(size_t) noexcept { return zmatrix::ZQClassSlab<ZQMidiEvent>::allocate(); }
+  static void operator delete(void* memory) noexcept { zmatrix::ZQClassSlab<ZQMidiEvent>::release(memory); }
 
  private:
   void set(int time, int count, unsigned char b1, unsigned char b2, unsigned char b3, unsigned char b4) {
@@ -96,9 +98,13 @@ class ZQMidiEvent {
 };
 
 /// A new event with time and bytes 0, a channel event; null if memory has run out.
-ZQMidiEvent* createZQMidiEvent();
+inline ZQMidiEvent* createZQMidiEvent() {
+  return new ZQMidiEvent;
+}
 /// Null is ignored.
-void deleteZQMidiEvent(ZQMidiEvent* event);
+inline void deleteZQMidiEvent(ZQMidiEvent* event) {
+  delete event;
+}
 
 /// Orders for sorting. The first compares two pointers to event pointers by time, then first byte: a note-off stands before a
 /// note-on of the same time, since its status is lower. The others compare two events. Result: -1, 0 or 1.

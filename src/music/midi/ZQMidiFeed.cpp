@@ -2,22 +2,6 @@
 
 namespace zmatrix {
 
-namespace {
-
-constexpr const char* namesOfSubTypes[] = {"Undefined", "Monophon", "Polyphon", "Percussion", "Multichannel"};
-constexpr const char* namesOfStyles[] = {"Undefined", "Rock", "Pop", "Jazz", "Classic"};
-constexpr int numberOfNames = 5;
-
-}  // namespace
-
-const char* nameOfMidiSubType(int subType) {
-  return subType >= 0 && subType < numberOfNames ? namesOfSubTypes[subType] : "";
-}
-
-const char* nameOfMusicStyle(int style) {
-  return style >= 0 && style < numberOfNames ? namesOfStyles[style] : "";
-}
-
 const MusicProfileTexts midiProfileTexts = {
     "updateMatrixWithMidiFile",
     {"checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta",

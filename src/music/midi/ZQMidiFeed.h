@@ -41,9 +41,6 @@ constexpr bool isMidiMatrixType(int matrixType) {
          matrixType == ZQMatrixTypeMIDIGMQuadruple_NDMTS;
 }
 
-const char* nameOfMidiSubType(int subType);
-const char* nameOfMusicStyle(int style);
-
 // --- one update
 
 /// Whether items of this many integers fit the preprocessing; types that are not of music fit always.

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr size_t readAheadSize = 1 << 16;
+constexpr size_t readAheadSize = 1 << 14;
 constexpr short ticksPerQuarter = 3072;  // a tick is a quantum
 constexpr int charactersOfText = 4;
 
@@ -31,11 +31,14 @@ long sizeOf(FILE* file) {
   return ftell(file);
 }
 
-/// A file whose last track has its end is whole; what follows it is left unread.
-void noteEnd(const _MIDIFILEInStruct* in, zmatrix::MidiReadFindings& findings) {
+/// A file whose last track has its end is whole; what follows it, or the head if there is no track, is left unread.
+void noteEnd(const _MIDIFILEInStruct* in, long behindHead, zmatrix::MidiReadFindings& findings) {
   const long end = zmatrix::wholeState(in).behindLastTrack;
-  findings.end = end > 0 ? zmatrix::MidiReadEnd::complete : zmatrix::MidiReadEnd::cut;
-  if (end > 0) findings.bytesUnread = std::max(0L, sizeOf(in->file) - end);
+  findings.end = end > 0                   ? zmatrix::MidiReadEnd::complete
+                 : findings.tracks.empty() ? zmatrix::MidiReadEnd::noTrack
+                                           : zmatrix::MidiReadEnd::cut;
+  if (findings.end == zmatrix::MidiReadEnd::cut) return;
+  findings.bytesUnread = std::max(0L, sizeOf(in->file) - std::max(end, behindHead));
 }
 
 /// Reads behind an opened file. Without a preamble `findings.end` says why.
@@ -52,9 +55,10 @@ bool readEvents(ZQMidiTrackList* list, const char* path, FILE* file, zmatrix::Mi
   }
   findings.division = in->division;
   findings.tracksAnnounced = zmatrix::wholeState(in.get()).tracksAnnounced;
+  const long behindHead = ftell(file);
   dbPrintf(2, "reading %s MIDI Format type %d\n", path, findings.format);
   if (!zmatrix::MidiFileReader(*list, *in, findings).run()) return false;
-  noteEnd(in.get(), findings);
+  noteEnd(in.get(), behindHead, findings);
   return true;
 }
 

@@ -18,7 +18,7 @@ struct MidiTrackReading {
 };
 
 /// How the reading of a file ended.
-enum class MidiReadEnd { complete, notFound, notMidi, divisionOfZero, cut, outOfMemory };
+enum class MidiReadEnd { complete, notFound, notMidi, divisionOfZero, noTrack, cut, outOfMemory };
 
 /// What the reader found, an entry a track of the file.
 struct MidiReadFindings {

@@ -144,8 +144,12 @@ void copyBytes(ZQMidiEvent* event, const unsigned char* bytes) {
 
 }  // namespace
 
-int MidiFileReader::timeInQuanta() const {
-  return intOfTime(static_cast<double>(state.trackTicks) / state.division * quantaPerQuarter);
+int MidiFileReader::timeInQuanta() {
+  if (state.trackTicks != ticksOfLastTime) {
+    ticksOfLastTime = state.trackTicks;
+    lastTimeInQuanta = intOfTime(static_cast<double>(state.trackTicks) / state.division * quantaPerQuarter);
+  }
+  return lastTimeInQuanta;
 }
 
 /// Takes the event over; false, and the event gone, if memory has run out.

@@ -23,12 +23,14 @@ class MidiFileReader {
   bool addMeterOfText();
   bool isSystemEvent() const { return event.buffer[0] >= 0xf0; }
   bool hasNoStatus() const { return event.buffer[0] < ZQMidiNoteOff; }
-  int timeInQuanta() const;
+  int timeInQuanta();
 
   ZQMidiTrackList& list;
   _MIDIFILEInStruct& state;
   _MIDIFILEReadStruct& event;
   MidiReadFindings& findings;
+  int ticksOfLastTime = 0;  // many events share their time
+  int lastTimeInQuanta = 0;
 };
 
 }  // namespace zmatrix

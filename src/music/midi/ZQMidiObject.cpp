@@ -5,10 +5,7 @@
 
 #include "frame/ZQGrowth.h"
 #include "frame/ZQMemory.h"
-#include "music/ZQClassSlab.h"
 #include "music/midi/ZQMidiSounds.h"
-
-static_assert(sizeof(ZQMidiObject) == 32);
 
 namespace {
 
@@ -19,18 +16,6 @@ int order(int first, int second) {
 }
 
 }  // namespace
-
-void* ZQMidiObject::operator new(size_t) noexcept {
-  return zmatrix::ZQClassSlab<ZQMidiObject>::allocate();
-}
-
-void ZQMidiObject::operator delete(void* memory) noexcept {
-  zmatrix::ZQClassSlab<ZQMidiObject>::release(memory);
-}
-
-ZQMidiObject::~ZQMidiObject() {
-  releaseData();
-}
 
 /// Data that counts no byte is left to whoever set it.
 void ZQMidiObject::releaseData() {
@@ -43,17 +28,6 @@ void ZQMidiObject::init() {
   releaseData();
   startQuanta = endQuanta = 0;
   type = noteNumber = velocity = releaseVelocity = channel = phraseBegin = phraseEnd = soundID = 0;
-}
-
-void ZQMidiObject::initWithNote(int start, int end, unsigned char note, unsigned char noteVelocity, unsigned char noteChannel) {
-  init();
-  startQuanta = start;
-  endQuanta = end;
-  type = ZQMidiObjectNote;
-  noteNumber = note;
-  velocity = noteVelocity;
-  releaseVelocity = 127;
-  channel = noteChannel;
 }
 
 void ZQMidiObject::initWithProgramChange(int time, unsigned char program, unsigned char noteChannel) {
@@ -110,14 +84,6 @@ bool ZQMidiObject::addDataByte(unsigned char byte) {
   }
   data[dataCount++] = byte;
   return true;
-}
-
-ZQMidiObject* createZQMidiObject() {
-  return new ZQMidiObject;
-}
-
-void deleteZQMidiObject(ZQMidiObject* object) {
-  delete object;
 }
 
 int ZQCompareMidiObjectsAscending(const void* first, const void* second) {

@@ -3,12 +3,16 @@
 
 #include <cstddef>
 
+#include "music/ZQClassSlab.h"
+
 enum ZQMidiObjectType : int { ZQMidiObjectNote = 1, ZQMidiObjectProgramChange = 4, ZQMidiObjectTimeSignature = 8 };
 
-class ZQMidiObject {
+class ZQMidiObject final {
  public:
   ZQMidiObject() = default;
-  ~ZQMidiObject();
+  ~ZQMidiObject() {
+    if (data != nullptr) releaseData();
+  }
   ZQMidiObject(const ZQMidiObject&) = delete;
   ZQMidiObject& operator=(const ZQMidiObject&) = delete;
 
@@ -18,7 +22,18 @@ class ZQMidiObject {
   void initWithNote(int start, int end, unsigned char note, unsigned char noteVelocity) {
     initWithNote(start, end, note, noteVelocity, 0);
   }
-  void initWithNote(int start, int end, unsigned char note, unsigned char noteVelocity, unsigned char noteChannel);
+  void initWithNote(int start, int end, unsigned char note, unsigned char noteVelocity, unsigned char noteChannel) {
+    if (data != nullptr) releaseData();
+    startQuanta = start;
+    endQuanta = end;
+    type = ZQMidiObjectNote;
+    noteNumber = note;
+    velocity = noteVelocity;
+    releaseVelocity = 127;
+    channel = noteChannel;
+    phraseBegin = phraseEnd = soundID = 0;
+    dataCount = dataSize = 0;
+  }
   /// A change of sound; `program` as General MIDI counts from 0.
   void initWithProgramChange(int time, unsigned char program, unsigned char noteChannel);
   /// Copies all fields and the data. False, and this object cleared, if memory has run out.
@@ -60,8 +75,8 @@ class ZQMidiObject {
 
   bool isNote() const { return type == ZQMidiObjectNote; }
 
-  static void* operator new(size_t size) noexcept;
-  static void operator delete(void* memory) noexcept;
+  static void* operator new(size_t) noexcept { return zmatrix::ZQClassSlab<ZQMidiObject>::allocate(); }
+  static void operator delete(void* memory) noexcept { zmatrix::ZQClassSlab<ZQMidiObject>::release(memory); }
 
  private:
   void releaseData();
@@ -82,9 +97,13 @@ class ZQMidiObject {
 };
 
 /// A new object, a note with all fields 0 but the release velocity 127; null if memory has run out.
-ZQMidiObject* createZQMidiObject();
+inline ZQMidiObject* createZQMidiObject() {
+  return new ZQMidiObject;
+}
 /// Releases an object and its data; null is ignored.
-void deleteZQMidiObject(ZQMidiObject* object);
+inline void deleteZQMidiObject(ZQMidiObject* object) {
+  delete object;
+}
 
 /// Compares two pointers to object pointers by start, then note number, then sound. Result: -1, 0 or 1.
 int ZQCompareMidiObjectsAscending(const void* first, const void* second);

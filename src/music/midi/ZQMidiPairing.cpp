@@ -34,9 +34,9 @@ void MidiPairing::append(Chain& chain, int index) {
 bool MidiPairing::linkEvents() try {
   const size_t count = static_cast<size_t>(track.getCount());
   next.assign(count, none);
-  isDropped.assign(count, false);
+  isDropped.assign(count, 0);
   for (int i = 0; i < track.getCount(); i++) {
-    const ZQMidiEvent* event = track.getMidiEventAtIndex(i);
+    const ZQMidiEvent* event = eventAt(i);
     if (event == nullptr) {
       dbPrintf(0, "createMidiObjectTrackFromMidiEventTrack; MidiEvent = NULL unexpected\n");
       continue;
@@ -64,14 +64,14 @@ int MidiPairing::firstBehind(Chain& chain, int index) {
 bool MidiPairing::run() {
   if (!linkEvents()) return false;
   for (int i = 0; i < track.getCount(); i++) {
-    if (track.getMidiEventAtIndex(i) == nullptr || isDropped[static_cast<size_t>(i)]) continue;
+    if (eventAt(i) == nullptr || isDropped[static_cast<size_t>(i)] != 0) continue;
     if (!take(i)) return false;
   }
   return true;
 }
 
 bool MidiPairing::take(int index) {
-  const ZQMidiEvent& event = *track.getMidiEventAtIndex(index);
+  const ZQMidiEvent& event = *eventAt(index);
   if (event.getEventType() == ZQMidiMetaTimeSignature) return takeTimeSignature(event);
   const int status = event.getStatus();
   if (!event.isChannelEvent() || status < ZQMidiNoteOff || filter.dropsStatus(status)) {
@@ -120,7 +120,7 @@ bool MidiPairing::takeProgramChange(const ZQMidiEvent& event) {
 
 /// A note-off that no note-on was before is taken for a note-on.
 bool MidiPairing::takeNote(int index) {
-  const ZQMidiEvent& event = *track.getMidiEventAtIndex(index);
+  const ZQMidiEvent& event = *eventAt(index);
   const bool isNoteOff = endsNotes(event);
   const int endIndex = findEnd(index);
   if (endIndex == none) {
@@ -128,7 +128,7 @@ bool MidiPairing::takeNote(int index) {
     dbPrintf(1, "Error: Note-Off for Note-On (%d) not found\n", event.getByte2());
     return true;
   }
-  const ZQMidiEvent& end = *track.getMidiEventAtIndex(endIndex);
+  const ZQMidiEvent& end = *eventAt(endIndex);
   const int channel = event.getChannel();
   found.notes++;
   if (isNoteOff) found.noteOffsTakenAsNotes++;
@@ -146,13 +146,13 @@ bool MidiPairing::takeNote(int index) {
 /// begins a note of its own. On its way to the note-off the search takes out whatever else there is on the channel, also if it
 /// finds none.
 int MidiPairing::findEnd(int index) {
-  const ZQMidiEvent& event = *track.getMidiEventAtIndex(index);
+  const ZQMidiEvent& event = *eventAt(index);
   const int channel = event.getChannel();
   Chain& noteOffs = notes[channel]->offs[event.getByte2()];
   const int noteOff = firstBehind(noteOffs, index);
   dropOthersBetween(channel, index, noteOff == none ? track.getCount() : noteOff);
   if (noteOff != none) {
-    isDropped[static_cast<size_t>(noteOff)] = true;
+    isDropped[static_cast<size_t>(noteOff)] = 1;
     noteOffs.first = next[static_cast<size_t>(noteOff)];
     return noteOff;
   }
@@ -164,8 +164,8 @@ int MidiPairing::findEnd(int index) {
 void MidiPairing::dropOthersBetween(int channel, int index, int end) {
   Chain& chain = others[channel];
   for (int i = firstBehind(chain, index); i != none && i < end; i = chain.first) {
-    const ZQMidiEvent& event = *track.getMidiEventAtIndex(i);
-    isDropped[static_cast<size_t>(i)] = true;
+    const ZQMidiEvent& event = *eventAt(i);
+    isDropped[static_cast<size_t>(i)] = 1;
     found.lostInsideNotes++;
     if (event.isChannelEvent() && event.getStatus() == ZQMidiProgramChange) found.programChangesLostInsideNotes++;
     chain.first = next[static_cast<size_t>(i)];

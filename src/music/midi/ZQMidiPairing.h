@@ -72,6 +72,7 @@ class MidiPairing {
     Chain offs[noteNumbers];
   };
 
+  const ZQMidiEvent* eventAt(int index) const { return track.begin()[index]; }
   bool linkEvents();
   void append(Chain& chain, int index);
   int firstBehind(Chain& chain, int index);
@@ -93,7 +94,7 @@ class MidiPairing {
   int firstDenominator = 0;
 
   std::vector<int> next;                            // of each event, the next one in its chain
-  std::vector<bool> isDropped;                      // of each event: a search has taken it out
+  std::vector<unsigned char> isDropped;             // of each event: 1 if a search has taken it out
   std::unique_ptr<NotesOfChannel> notes[channels];  // of the channels with note events; most tracks have one
   Chain others[channels];                           // what a search for a note-off takes out
 };

@@ -46,20 +46,26 @@ void sortKeyedPointers(KeyedPointer<Element>* from, KeyedPointer<Element>* to, s
   for (size_t i = 0; i < count; i++) sorted[i] = from[i].element;
 }
 
-/// Moves each element down to its place among those before it. Gives up, the array still holding all elements, when that takes
-/// more than a few steps an element.
+/// Moves each element down to its place among those before it. Gives up, the array still holding all elements, when one has far
+/// to go or all together take more than a few steps an element.
 template <class Element, class KeyOf>
 bool sortNearlySorted(Element** elements, size_t count, KeyOf keyOf) {
+  constexpr size_t mostStepsOfElement = 32;
   size_t stepsLeft = 4 * count;
+  uint64_t previousKey = keyOf(elements[0]);
   for (size_t i = 1; i < count; i++) {
     Element* element = elements[i];
     const uint64_t key = keyOf(element);
-    size_t place = i;
-    for (; place > 0 && keyOf(elements[place - 1]) > key && stepsLeft > 0; place--, stepsLeft--) {
-      elements[place] = elements[place - 1];
+    if (previousKey <= key) {
+      previousKey = key;
+      continue;
     }
+    const size_t lowestPlace = i - std::min({i, mostStepsOfElement, stepsLeft});
+    size_t place = i;
+    for (; place > lowestPlace && keyOf(elements[place - 1]) > key; place--) elements[place] = elements[place - 1];
     elements[place] = element;
-    if (stepsLeft == 0) return false;
+    stepsLeft -= i - place;
+    if (place == lowestPlace && place > 0) return false;
   }
   return true;
 }

@@ -36,6 +36,10 @@ constexpr const char* names[numberOfSounds] = {
     "Undefined", "Piano", "ChromaticPercussion", "Organ",    "Guitar",     "Bass",  "SoloViolin", "strings", "Brass", "Drums",
     "Reed",      "Flute", "SynthLead",           "SynthPad", "Percussion", "Effect"};
 
+constexpr int numberOfOtherNames = 5;
+constexpr const char* namesOfSubTypes[numberOfOtherNames] = {"Undefined", "Monophon", "Polyphon", "Percussion", "Multichannel"};
+constexpr const char* namesOfStyles[numberOfOtherNames] = {"Undefined", "Rock", "Pop", "Jazz", "Classic"};
+
 /// The row of a program that is not above the last row's.
 template <class Row>
 const Row& rowOf(const Row* row, int program) {
@@ -69,6 +73,18 @@ double getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonalit
   return 1.0 + decay.percent / -100.0;
 }
 
+namespace zmatrix {
+
 const char* nameOfSoundID(int soundID) {
   return soundID >= 0 && soundID < numberOfSounds ? names[soundID] : "";
 }
+
+const char* nameOfMidiSubType(int subType) {
+  return subType >= 0 && subType < numberOfOtherNames ? namesOfSubTypes[subType] : "";
+}
+
+const char* nameOfMusicStyle(int style) {
+  return style >= 0 && style < numberOfOtherNames ? namesOfStyles[style] : "";
+}
+
+}  // namespace zmatrix

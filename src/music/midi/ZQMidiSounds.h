@@ -1,4 +1,5 @@
-// The classes of sound that the 128 programs of General MIDI fall into, 0 to 15, and the way back.
+// The classes of sound that the 128 programs of General MIDI fall into, 0 to 15, and the way back; and the names of
+// sounds, textures and styles.
 #pragma once
 
 /// The sound of a program, 0 to 127; 0 above that. `tonality`: how far the sound has a pitch, 0.0 to 1.0, or null. No program
@@ -13,5 +14,11 @@ int getGMProgramChangeIDFromSoundID(int soundID);
 /// 100. 0.997 and 1.0 outside 0 to 127. `tonality` may be null.
 double getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality);
 
-/// The name of a sound, "" outside 0 to 15.
+namespace zmatrix {
+
+/// The name of a sound, of a texture (ZQMidiSubType) and of a style of music; "" for numbers without one.
 const char* nameOfSoundID(int soundID);
+const char* nameOfMidiSubType(int subType);
+const char* nameOfMusicStyle(int style);
+
+}  // namespace zmatrix
