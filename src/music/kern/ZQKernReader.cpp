@@ -50,7 +50,11 @@ bool KernReader::getNext() {
     record_ = lines_.text();
     numberOfRecords_++;
     if (lines_.pieceOfLine() == 2) observer_.departed(zq_KernLongLine, {lines_.lineNumber(), 0, {}}, bufferSize);
-    if (!record_.starts_with('!')) return true;
+    if (!record_.starts_with('!')) {
+      if (setBack_.line > 0) observer_.departed(zq_KernTimeSetBack, setBack_, quantaSetBack_);
+      setBack_.line = 0;
+      return true;
+    }
     // The text keeps its line feed.
     ZQKernObject* comment = addObject(ZQKernObjectComment, abstime_, 0);
     if (comment != nullptr && !comment->setBuffer(record_)) throw std::bad_alloc();
@@ -151,7 +155,8 @@ void KernReader::terminateSpines() {
   for (int i = 0; i < spines_.getCount(); i++)
     if (spines_.path(i) == KernPath::terminate && spines_.isKern(i) && removeNotes(i)) madeNoteOff = true;
   if (!madeNoteOff) return;
-  if (timeStep_ != 0) observer_.departed(zq_KernTimeSetBack, {lines_.lineNumber(), 0, {}}, timeStep_);
+  if (timeStep_ != 0) setBack_.line = lines_.lineNumber();
+  quantaSetBack_ = timeStep_;
   spines_.addToDeltas(wrappingDifference(0, timeStep_));
   abstime_ = wrappingDifference(abstime_, timeStep_);
   timeStep_ = 0;

@@ -76,6 +76,9 @@ class KernReader {
   bool isOver_ = false;             // a timing error has ended the read
   bool isCounting_ = false;         // behind a timing error: records are followed, but make nothing
   ZQKernObject* lastNote_ = nullptr;
+  // Told when a record follows: at the end of a file it changes nothing.
+  KernPlace setBack_;
+  int quantaSetBack_ = 0;
 };
 
 }  // namespace zmatrix
