@@ -1,4 +1,5 @@
 // The writing half of the codec. Lengths are patched behind what they count: the end of a track seeks back over it.
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -37,7 +38,11 @@ bool writeBigEndian(_MIDIFILEOutStruct* out, int value, int count) {
 }
 
 bool writeBytes(_MIDIFILEOutStruct* out, const void* bytes, int count) {
-  if (count <= 0) return true;
+  constexpr int fewBytes = 8;
+  const auto* values = static_cast<const unsigned char*>(bytes);
+  if (count <= fewBytes) {
+    return std::all_of(values, values + std::max(count, 0), [&](unsigned char value) { return writeByte(out, value); });
+  }
   out->trackLength = wrappingSum(out->trackLength, count);
   return fwrite(bytes, static_cast<size_t>(count), 1, out->file) == 1;
 }

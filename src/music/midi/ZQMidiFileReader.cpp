@@ -153,10 +153,9 @@ int MidiFileReader::timeInQuanta() {
 }
 
 /// Takes the event over; false, and the event gone, if memory has run out.
-bool MidiFileReader::addToTrack(int index, ZQMidiEvent* midiEvent) {
+bool MidiFileReader::addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent) {
   if (midiEvent == nullptr) return false;
-  ZQMidiEventTrack* track = list.getMidiEventTrackAtIndex(index);
-  if (track != nullptr && track->addMidiEvent(midiEvent)) return true;
+  if (track->addMidiEvent(midiEvent)) return true;
   deleteZQMidiEvent(midiEvent);
   return false;
 }
@@ -177,7 +176,7 @@ bool MidiFileReader::addMeterOfText() {
   signature->initWith(timeInQuanta(), meter->numerator, meter->denominatorPower, 1, 8);
   signature->setEventType(ZQMidiMetaTimeSignature);
   signature->setFloatValue(static_cast<float>(state.timeScale));
-  return addToTrack(0, signature);
+  return addToTrack(list.getMidiEventTrackAtIndex(0), signature);
 }
 
 bool MidiFileReader::takeMetaEvent() {
@@ -196,11 +195,24 @@ bool MidiFileReader::takeMetaEvent() {
   copyBytes(midiEvent, event.buffer + 1);
   if (type == ZQMidiMetaTempo) midiEvent->setFloatValue(static_cast<float>(state.tempo));
   if (type == ZQMidiMetaTimeSignature) midiEvent->setFloatValue(static_cast<float>(state.timeScale));
-  return addToTrack(0, midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
+  return addToTrack(list.getMidiEventTrackAtIndex(0), midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
 }
 
-/// Channel events in track 0 of a file, as in all files of format 0, go to index 1; so does the rest of that track, and the next
-/// track of the file goes to index 2.
+/// Finds the track of a channel event; false if memory has run out. Those in track 0 of a file, as in all files of format 0, go
+/// to index 1; so does the rest of that track, and the next track of the file goes to index 2.
+bool MidiFileReader::findTrack() {
+  if (state.currentTrack == indexOfTrackInHand) return true;
+  if (!list.extendEventTracksTo(state.currentTrack)) return false;
+  if (state.currentTrack == 0) {
+    if (!list.extendEventTracksTo(list.getNumberOfMidiEventTracks())) return false;
+    state.currentTrack = 1;
+    dbPrintf(1, "Warning: readEventsFromFileWithPath(): normal MIDI data found before MetaEvent data...\n");
+  }
+  indexOfTrackInHand = state.currentTrack;
+  trackInHand = list.getMidiEventTrackAtIndex(indexOfTrackInHand);
+  return true;
+}
+
 bool MidiFileReader::takeChannelEvent() {
   ZQMidiEvent* midiEvent = createZQMidiEvent();
   if (midiEvent == nullptr) return false;
@@ -213,13 +225,7 @@ bool MidiFileReader::takeChannelEvent() {
     midiEvent->setByte3(127);
     dbPrintf(4, "note-on 0 converted to note-off\n");
   }
-  bool hasTrack = list.extendEventTracksTo(state.currentTrack);
-  if (hasTrack && state.currentTrack == 0) {
-    hasTrack = list.extendEventTracksTo(list.getNumberOfMidiEventTracks());
-    state.currentTrack = 1;
-    dbPrintf(1, "Warning: readEventsFromFileWithPath(): normal MIDI data found before MetaEvent data...\n");
-  }
-  if (hasTrack) return addToTrack(state.currentTrack, midiEvent);
+  if (findTrack()) return addToTrack(trackInHand, midiEvent);
   deleteZQMidiEvent(midiEvent);
   return false;
 }

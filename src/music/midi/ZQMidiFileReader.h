@@ -19,7 +19,8 @@ class MidiFileReader {
   void count();
   bool takeMetaEvent();
   bool takeChannelEvent();
-  bool addToTrack(int index, ZQMidiEvent* midiEvent);
+  bool addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent);
+  bool findTrack();
   bool addMeterOfText();
   bool isSystemEvent() const { return event.buffer[0] >= 0xf0; }
   bool hasNoStatus() const { return event.buffer[0] < ZQMidiNoteOff; }
@@ -29,6 +30,8 @@ class MidiFileReader {
   _MIDIFILEInStruct& state;
   _MIDIFILEReadStruct& event;
   MidiReadFindings& findings;
+  ZQMidiEventTrack* trackInHand = nullptr;
+  int indexOfTrackInHand = -1;
   int ticksOfLastTime = 0;  // many events share their time
   int lastTimeInQuanta = 0;
 };
