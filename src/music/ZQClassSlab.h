@@ -41,8 +41,10 @@ class ZQClassSlab {
   }
 
  private:
-  static_assert(sizeof(Object) == 32, "the size of a slab's record, unless it is told another");
-  static inline ZQRecordSlab slab;
+  struct Slab : ZQRecordSlab {
+    Slab() { setRecordSize(sizeof(Object)); }
+  };
+  static inline Slab slab;
   static inline size_t livingObjects = 0;
 #endif
 };
