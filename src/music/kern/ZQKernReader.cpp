@@ -118,7 +118,6 @@ void KernReader::readRecord() {
   splitRecord(record_, tokens_);
   if (!recordCounts()) return;
   flags_ = Flags();
-  flags_.holdsExclusive = record_.find("\t**") != std::string_view::npos;
   tellOddities();
   const int numberOfColumns = spines_.getCount();
   for (int i = 0; i < numberOfColumns && !isOver_; i++) handleColumn(i);
@@ -188,6 +187,14 @@ void KernReader::handlePath(int column, KernPath path) {
   flags_.openJoin = false;
 }
 
+/// True if a new exclusive interpretation stands in any column but the first.
+bool KernReader::holdsExclusiveBehindFirst() {
+  if (!flags_.holdsExclusive.has_value())
+    flags_.holdsExclusive =
+        std::any_of(tokens_.begin() + 1, tokens_.end(), [](std::string_view other) { return other.starts_with("**"); });
+  return *flags_.holdsExclusive;
+}
+
 /// The first spine of a join stays, the others end.
 void KernReader::handleJoin(int column) {
   flags_.tandem = true;
@@ -222,7 +229,7 @@ void KernReader::handleInterpretation(int column, std::string_view text) {
     flags_.openJoin = false;
   } else if (text.starts_with("**")) {
     flags_.openJoin = false;  // a kern spine stays one under another name
-  } else if (!flags_.holdsExclusive) {
+  } else if (!holdsExclusiveBehindFirst()) {
     flags_.tandem = true;
     if (text == "*") flags_.openJoin = false;
   }

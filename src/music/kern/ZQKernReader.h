@@ -7,6 +7,7 @@
 // of all that.
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -32,7 +33,7 @@ class KernReader {
   struct Flags {
     bool advance = false, barLine = false, pathChange = false, terminate = false, tandem = false, openJoin = false;
     bool graceNote = false, groupetto = false;
-    bool holdsExclusive = false;  ///< an exclusive interpretation stands in a later column
+    std::optional<bool> holdsExclusive;  ///< found out when it is asked for
   };
 
   bool getNext();
@@ -41,6 +42,7 @@ class KernReader {
   bool recordCounts() const;
   void handleColumn(int column);
   void handleInterpretation(int column, std::string_view token);
+  bool holdsExclusiveBehindFirst();
   void handlePath(int column, KernPath path);
   void handleJoin(int column);
   void handleNull(int column, std::string_view token);

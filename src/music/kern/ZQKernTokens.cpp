@@ -44,10 +44,11 @@ void readDuration(std::string_view text, KernSubToken& note) {
 
 void splitFilledTokens(std::string_view text, char separator, std::vector<std::string_view>& tokens) {
   tokens.clear();
-  while (!text.empty()) {
-    const size_t end = std::min(text.find(separator), text.size());
-    if (end > 0) tokens.push_back(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
+  size_t begin = 0;
+  for (size_t i = 0; i <= text.size(); i++) {
+    if (i < text.size() && text[i] != separator) continue;
+    if (i > begin) tokens.push_back(text.substr(begin, i - begin));
+    begin = i + 1;
   }
 }
 

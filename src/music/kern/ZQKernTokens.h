@@ -39,7 +39,9 @@ KernSubToken parseKernSubToken(std::string_view text);
 
 /// A note that goes on sounding. One ] or _ ties the whole token, all notes of a chord.
 inline bool isTied(std::string_view token) {
-  return token.find_first_of("]_") != std::string_view::npos;
+  bool tied = false;
+  for (const char character : token) tied = tied || character == ']' || character == '_';
+  return tied;
 }
 
 // Numbers as the scan functions of C take them: blanks and a sign before, whatever behind. They move `text` behind the number,

@@ -15,6 +15,12 @@ bool isPathIndicator(std::string_view token) {
   return token.size() == 2 && token[0] == '*' && std::string_view("+^-vx").find(token[1]) != std::string_view::npos;
 }
 
+bool hasConsecutiveTabs(std::string_view line) {
+  bool has = false;
+  for (size_t i = 1; i < line.size(); i++) has = has || (line[i] == '\t' && line[i - 1] == '\t');
+  return has;
+}
+
 /// A fixed frame: nothing is counted behind it, and hosts know the frame.
 void printSummary() {
   dbPrintf(8, "Inventory of Interpretations:\t\t\t\tHUMDRUM FILE SUMMARY\n\n");
@@ -72,7 +78,7 @@ void KernValidator::checkLine(std::string_view line) {
   const size_t start = std::min(line.find_first_not_of('\t'), line.size());
   if (line.substr(start).starts_with("!!")) return;
   if (line.ends_with('\t')) report(KernRule::trailingTab);
-  if (line.find("\t\t") != std::string_view::npos) report(KernRule::consecutiveTabs);
+  if (hasConsecutiveTabs(line)) report(KernRule::consecutiveTabs);
   splitFilledTokens(line, '\t', tokens_);
   if (tokens_.empty()) return;
   switch (tokens_[0][0]) {
@@ -83,7 +89,7 @@ void KernValidator::checkLine(std::string_view line) {
       checkLocalComments();
       break;
     default:
-      checkData();
+      checkData(line);
   }
 }
 
@@ -252,12 +258,13 @@ void KernValidator::checkLocalComments() {
   }
 }
 
-void KernValidator::checkData() {
+void KernValidator::checkData(std::string_view line) {
   checkNumberOfTokens(KernRule::earlyData, KernRule::dataCount);
+  const bool lineHasBlanks = line.find(' ') != std::string_view::npos;
   int column = 0;
   for (const std::string_view token : tokens_) {
     column++;
-    const bool hasBlanks = token.find(' ') != std::string_view::npos;
+    const bool hasBlanks = lineHasBlanks && token.find(' ') != std::string_view::npos;
     if (hasBlanks) checkBlanks(column, token);
     if (column > 1) checkConfusions(column, token);
     if (hasBlanks && hasNullSubToken(token)) report(KernRule::nullInMultipleStop, column, token);

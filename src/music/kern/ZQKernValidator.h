@@ -31,7 +31,7 @@ class KernValidator {
   void checkNamesOfAddedSpines();
   void checkFirstInterpretations();
   void checkLocalComments();
-  void checkData();
+  void checkData(std::string_view line);
   void checkBlanks(int column, std::string_view token);
   void checkConfusions(int column, std::string_view token);
   void checkNumberOfTokens(KernRule tooEarly, KernRule wrongNumber);
