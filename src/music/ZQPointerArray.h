@@ -32,6 +32,12 @@ class ZQPointerArray {
     return true;
   }
 
+  /// Appends all elements of another array, for which there must be room.
+  void append(const ZQPointerArray& other) {
+    std::copy(other.begin(), other.end(), end());
+    numberOfElements += other.numberOfElements;
+  }
+
   /// Makes room for a total of `count` elements; false if memory has run out.
   bool reserve(int count) {
     if (elements != nullptr && count <= internalNumberOfElements) return true;

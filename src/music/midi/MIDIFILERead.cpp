@@ -41,14 +41,15 @@ bool readBigEndian(_MIDIFILEInStruct* in, int count, uint32_t* value) {
 
 /// Any number of bytes, of which the last 32 bits count.
 bool readVariableQuantity(_MIDIFILEInStruct* in, uint32_t* value) {
-  *value = 0;
-  int byte;
-  do {
-    byte = readByte(in);
+  uint32_t bits = 0;
+  for (;;) {
+    const int byte = readByte(in);
     if (byte == EOF) return false;
-    *value = *value << 7 | static_cast<uint32_t>(byte & 0x7f);
-  } while ((byte & 0x80) != 0);
-  return true;
+    bits = bits << 7 | static_cast<uint32_t>(byte & 0x7f);
+    if ((byte & 0x80) != 0) continue;
+    *value = bits;
+    return true;
+  }
 }
 
 bool readChunkName(_MIDIFILEInStruct* in, const char* name) {
@@ -228,12 +229,13 @@ bool readChannelEvent(_MIDIFILEInStruct* in, int byte, int time) {
   event->time = time;
   event->byteCount = lengthOfMessage(in->runningStatus);
   event->buffer[0] = in->runningStatus;
-  int position = 1;
-  if (!isStatus) event->buffer[position++] = static_cast<unsigned char>(byte);
-  for (; position < event->byteCount; position++) {
+  unsigned char* next = event->buffer + 1;
+  const unsigned char* end = event->buffer + event->byteCount;
+  if (!isStatus) *next++ = static_cast<unsigned char>(byte);
+  while (next < end) {
     const int data = readByte(in);
     if (data == EOF) return false;
-    event->buffer[position] = static_cast<unsigned char>(data);
+    *next++ = static_cast<unsigned char>(data);
   }
   return true;
 }

@@ -65,6 +65,11 @@ class ZQMidiEvent final {
   float getFloatValue() const { return floatValue; }
   void setFloatValue(float value) { floatValue = value; }
 
+  /// Takes a message as it stands in a file: `count` valid bytes of the four at `bytes`.
+  void initWithBytes(int time, int count, const unsigned char* bytes) {
+    set(time, count, bytes[0], bytes[1], bytes[2], bytes[3]);
+  }
+
   int getChannel() const { return byte1 & 15; }
   void setChannel(int channel) { byte1 = static_cast<unsigned char>((byte1 & 0xf0) | (channel & 15)); }
   bool isChannelEvent() const { return eventType == ZQMidiEventTypeChannel; }

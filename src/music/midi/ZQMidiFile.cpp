@@ -1,5 +1,7 @@
 #include "music/midi/ZQMidiFile.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -27,8 +29,8 @@ struct EndReading {
 };
 
 long sizeOf(FILE* file) {
-  if (fseek(file, 0, SEEK_END) != 0) return 0;
-  return ftell(file);
+  struct stat status;
+  return fstat(fileno(file), &status) == 0 ? static_cast<long>(status.st_size) : 0;
 }
 
 /// A file whose last track has its end is whole; what follows it, or the head if there is no track, is left unread.

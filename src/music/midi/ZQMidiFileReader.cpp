@@ -13,6 +13,7 @@ namespace {
 
 constexpr double quantaPerQuarter = 3072.0;
 constexpr int mostBytesOfEvent = 4;
+constexpr unsigned char velocityOfNoteOff = 127;  // of one that was a note-on of velocity 0
 
 /// How a meta event is kept, and what is said of it. The message of a text takes the text, the others nothing or their own.
 struct MetaRow {
@@ -135,13 +136,6 @@ bool beginsWith(const char* text, const char* prefix) {
   return strncmp(text, prefix, strlen(prefix)) == 0;
 }
 
-void copyBytes(ZQMidiEvent* event, const unsigned char* bytes) {
-  event->setByte1(bytes[0]);
-  event->setByte2(bytes[1]);
-  event->setByte3(bytes[2]);
-  event->setByte4(bytes[3]);
-}
-
 }  // namespace
 
 int MidiFileReader::timeInQuanta() {
@@ -189,10 +183,8 @@ bool MidiFileReader::takeMetaEvent() {
     return false;
   }
   // Behind an end of track this is time 0: the codec has gone to the next track by then.
-  midiEvent->setTimeQuanta(timeInQuanta());
+  midiEvent->initWithBytes(timeInQuanta(), std::min({event.byteCount, mostBytesOfEvent, row.mostBytes}), event.buffer + 1);
   midiEvent->setEventType(row.eventType);
-  midiEvent->setByteCount(std::min({event.byteCount, mostBytesOfEvent, row.mostBytes}));
-  copyBytes(midiEvent, event.buffer + 1);
   if (type == ZQMidiMetaTempo) midiEvent->setFloatValue(static_cast<float>(state.tempo));
   if (type == ZQMidiMetaTimeSignature) midiEvent->setFloatValue(static_cast<float>(state.timeScale));
   return addToTrack(list.getMidiEventTrackAtIndex(0), midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
@@ -201,7 +193,6 @@ bool MidiFileReader::takeMetaEvent() {
 /// Finds the track of a channel event; false if memory has run out. Those in track 0 of a file, as in all files of format 0, go
 /// to index 1; so does the rest of that track, and the next track of the file goes to index 2.
 bool MidiFileReader::findTrack() {
-  if (state.currentTrack == indexOfTrackInHand) return true;
   if (!list.extendEventTracksTo(state.currentTrack)) return false;
   if (state.currentTrack == 0) {
     if (!list.extendEventTracksTo(list.getNumberOfMidiEventTracks())) return false;
@@ -216,64 +207,59 @@ bool MidiFileReader::findTrack() {
 bool MidiFileReader::takeChannelEvent() {
   ZQMidiEvent* midiEvent = createZQMidiEvent();
   if (midiEvent == nullptr) return false;
-  midiEvent->setTimeQuanta(timeInQuanta());
-  midiEvent->setByteCount(std::min(event.byteCount, mostBytesOfEvent));
-  copyBytes(midiEvent, event.buffer);
-  if (ZQDebugChannel::shows(1)) printChannelEvent(*midiEvent);
-  if (midiEvent->getStatus() == ZQMidiNoteOn && midiEvent->getByte3() == 0) {
-    midiEvent->setByte1(static_cast<unsigned char>(ZQMidiNoteOff | midiEvent->getChannel()));
-    midiEvent->setByte3(127);
-    dbPrintf(4, "note-on 0 converted to note-off\n");
-  }
-  if (findTrack()) return addToTrack(trackInHand, midiEvent);
-  deleteZQMidiEvent(midiEvent);
-  return false;
+  midiEvent->initWithBytes(timeInQuanta(), std::min(event.byteCount, mostBytesOfEvent), event.buffer);
+  if (speaks) printChannelEvent(*midiEvent);
+  // Told without a jump, which would be guessed wrong too often: files end notes in both ways.
+  const bool isSilentNoteOn = (midiEvent->getStatus() == ZQMidiNoteOn) & (midiEvent->getByte3() == 0);
+  midiEvent->setByte1(static_cast<unsigned char>(midiEvent->getByte1() - (isSilentNoteOn ? ZQMidiNoteOn - ZQMidiNoteOff : 0)));
+  midiEvent->setByte3(isSilentNoteOn ? velocityOfNoteOff : midiEvent->getByte3());
+  if (speaks && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
+  const bool isTaken = (state.currentTrack == indexOfTrackInHand || findTrack()) && trackInHand->addMidiEvent(midiEvent);
+  if (!isTaken) deleteZQMidiEvent(midiEvent);
+  return isTaken;
 }
 
+/// Takes an event into its track, or drops it, and counts it for the track of the file that it stands in.
 bool MidiFileReader::take() {
-  if (event.metaFlag == 1) return takeMetaEvent();
+  MidiTrackReading& track = findings.tracks.back();
+  if (event.metaFlag == 1) {
+    track.metaEvents++;
+    const bool isTaken = takeMetaEvent();
+    if (event.buffer[0] == ZQMidiMetaEndOfTrack) findings.tracks.emplace_back();
+    return isTaken;
+  }
   if (isSystemEvent()) {
+    track.systemEvents++;
     dbPrintf(1, "         Sysex data \n");
     return true;
   }
   if (hasNoStatus()) {
+    track.unknownEvents++;
     dbPrintf(1, "Unknown MIDI Message Statusbyte %d\n", event.buffer[0]);
     return true;
   }
-  return takeChannelEvent();
+  track.channelEvents++;
+  track.repeatedEvents += wholeState(&state).repeatsLastEvent;
+  const bool isTaken = takeChannelEvent();
+  track.indexOfEventTrack = state.currentTrack;
+  return isTaken;
 }
 
-/// Counts the event for the track that it stands in.
-void MidiFileReader::count() {
-  MidiTrackReading& track = findings.tracks.back();
-  if (event.metaFlag == 1) {
-    track.metaEvents++;
-    if (event.buffer[0] == ZQMidiMetaEndOfTrack) findings.tracks.emplace_back();
-  } else if (isSystemEvent()) {
-    track.systemEvents++;
-  } else if (hasNoStatus()) {
-    track.unknownEvents++;
-  } else {
-    track.channelEvents++;
-    track.indexOfEventTrack = state.currentTrack;
-    if (wholeState(&state).repeatsLastEvent) track.repeatedEvents++;
-  }
+void MidiFileReader::tellEvent() const {
+  dbPrintf(3, "track: %d, status: %d, time in Quanta, timescale: %d %f\n", state.currentTrack, event.buffer[0], event.time,
+           state.timeScale);
+  if (event.metaFlag == 1)
+    dbPrintf(3, "      MetaFlag: %d, no. of data bytes: %d, quanta: %d\n", event.metaFlag, event.byteCount, event.time);
 }
 
 bool MidiFileReader::run() try {
-  for (;;) {
-    const bool hasEvent = MIDIFILEReadEvent(&state) != 0;
-    if (findings.tracks.empty() && state.currentTrack >= 0) findings.tracks.emplace_back();
-    if (!hasEvent) return true;
-    if (ZQDebugChannel::shows(3)) {
-      dbPrintf(3, "track: %d, status: %d, time in Quanta, timescale: %d %f\n", state.currentTrack, event.buffer[0], event.time,
-               state.timeScale);
-      if (event.metaFlag == 1)
-        dbPrintf(3, "      MetaFlag: %d, no. of data bytes: %d, quanta: %d\n", event.metaFlag, event.byteCount, event.time);
-    }
+  bool hasEvent = MIDIFILEReadEvent(&state) != 0;
+  if (state.currentTrack >= 0) findings.tracks.emplace_back();
+  for (; hasEvent; hasEvent = MIDIFILEReadEvent(&state) != 0) {
+    if (speaks) tellEvent();
     if (!take()) return false;
-    count();
   }
+  return true;
 } catch (const std::bad_alloc&) {
   return false;
 }

@@ -1,6 +1,7 @@
 // Takes the codec's events, one after the other, into the event tracks of a list.
 #pragma once
 
+#include "frame/ZQDebugChannel.h"
 #include "music/midi/MIDIFILE.h"
 #include "music/midi/ZQMidiFile.h"
 
@@ -16,7 +17,7 @@ class MidiFileReader {
 
  private:
   bool take();
-  void count();
+  void tellEvent() const;
   bool takeMetaEvent();
   bool takeChannelEvent();
   bool addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent);
@@ -30,6 +31,7 @@ class MidiFileReader {
   _MIDIFILEInStruct& state;
   _MIDIFILEReadStruct& event;
   MidiReadFindings& findings;
+  const bool speaks = ZQDebugChannel::shows(1);  // asked once a file, not once an event
   ZQMidiEventTrack* trackInHand = nullptr;
   int indexOfTrackInHand = -1;
   int ticksOfLastTime = 0;  // many events share their time

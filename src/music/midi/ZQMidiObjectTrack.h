@@ -17,6 +17,8 @@ class ZQMidiObjectTrack {
   void init();
   /// Appends an object and takes it over; null is ignored. False, and the object still the caller's, if memory has run out.
   bool addMidiObject(ZQMidiObject* object) { return object == nullptr || objects.add(object); }
+  /// Appends references to the objects of another track, for which there must be room.
+  void appendMidiObjects(const ZQMidiObjectTrack& other) { objects.append(other.objects); }
   /// Makes room for a total of `count` objects; false if memory has run out.
   bool reserve(int count) { return objects.reserve(count); }
   int getCount() const { return objects.getCount(); }

@@ -1,4 +1,5 @@
-// Sorting of tracks by a number made of each element, in time proportional to their length. Elements of the same number keep
+// Sorting of tracks by a number made of each element, in time proportional to their length: as they are made, of few
+// runs each in order, these are merged; else by digits. Elements of the same number keep
 // their order, so that a track is sorted alike on every system.
 #pragma once
 
@@ -46,6 +47,36 @@ void sortKeyedPointers(KeyedPointer<Element>* from, KeyedPointer<Element>* to, s
   for (size_t i = 0; i < count; i++) sorted[i] = from[i].element;
 }
 
+/// The ascending runs that an array is made of, as their ends; 0 for more than `mostRuns`.
+template <class Element>
+size_t findRuns(const KeyedPointer<Element>* keyed, size_t count, size_t mostRuns, size_t* ends) {
+  size_t runs = 0;
+  for (size_t i = 1; i <= count; i++) {
+    if (i < count && keyed[i - 1].key <= keyed[i].key) continue;
+    if (runs == mostRuns) return 0;
+    ends[runs++] = i;
+  }
+  return runs;
+}
+
+/// Merges neighbouring runs until one is left; `ends` are the runs' ends.
+template <class Element>
+void mergeRuns(KeyedPointer<Element>* from, KeyedPointer<Element>* to, size_t count, size_t* ends, size_t runs,
+               Element** sorted) {
+  const auto isLess = [](const KeyedPointer<Element>& a, const KeyedPointer<Element>& b) { return a.key < b.key; };
+  while (runs > 1) {
+    size_t begin = 0, merged = 0;
+    for (size_t run = 0; run < runs; run += 2) {
+      const size_t middle = ends[run], end = run + 1 < runs ? ends[run + 1] : middle;
+      std::merge(from + begin, from + middle, from + middle, from + end, to + begin, isLess);
+      begin = ends[merged++] = end;
+    }
+    runs = merged;
+    std::swap(from, to);
+  }
+  for (size_t i = 0; i < count; i++) sorted[i] = from[i].element;
+}
+
 /// Moves each element down to its place among those before it. Gives up, the array still holding all elements, when one has far
 /// to go or all together take more than a few steps an element.
 template <class Element, class KeyOf>
@@ -83,6 +114,10 @@ void sortPointersByKey(Element** elements, int numberOfElements, KeyOf keyOf) {
     return;
   }
   for (size_t i = 0; i < count; i++) keyed[i] = {keyOf(elements[i]), elements[i]};
+  constexpr size_t mostRuns = 16;  // beyond that digits are faster
+  size_t ends[mostRuns];
+  const size_t runs = findRuns(keyed.get(), count, mostRuns, ends);
+  if (runs > 0) return mergeRuns(keyed.get(), keyed.get() + count, count, ends, runs, elements);
   sortKeyedPointers(keyed.get(), keyed.get() + count, count, elements);
 }
 

@@ -131,7 +131,7 @@ bool ZQMidiTrackList::collectObjects(ZQMidiObjectTrack* merged) const {
   for (int i = 1; i < objectTracks.getCount(); i++) count += objectTracks.at(i)->getCount();
   if (count > INT_MAX / 2 || !merged->reserve(static_cast<int>(count))) return false;
   for (int i = 1; i < objectTracks.getCount(); i++) {
-    for (ZQMidiObject* object : *objectTracks.at(i)) merged->addMidiObject(object);
+    merged->appendMidiObjects(*objectTracks.at(i));
   }
   merged->sortByFunction(ZQCompareMidiObjectsAscending);
   return true;
