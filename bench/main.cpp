@@ -1,4 +1,4 @@
-// zmatrix_bench [--text FILE] [--midi FOLDER] [--cap] [Google Benchmark's own options]: without a text the two examples are
+// zmatrix_bench [--text FILE] [--midi FOLDER] [--kern FOLDER] [--cap] [Google Benchmark's own options]: without a text the two examples are
 // learned, which are short; --cap fills a block to its cap as well.
 #include <cstdio>
 #include <cstring>
@@ -39,6 +39,7 @@ int main(int argc, char** argv) {
     return 3;
   }
   const std::string midiFolder = takeArgument("--midi", argc, argv);
+  const std::string kernFolder = takeArgument("--kern", argc, argv);
   const bool fillsToCap = takeCapArgument(argc, argv);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
@@ -47,6 +48,7 @@ int main(int argc, char** argv) {
   bench::registerRandomAccess();
   bench::registerUpkeep(text);
   bench::registerMusic(midiFolder);
+  bench::registerKern(kernFolder);
   if (fillsToCap) bench::registerCapacity();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();

@@ -41,12 +41,15 @@ columns = {
     "midi_write": [("note", "ns")],
     "midi_unended": [("note-on", "ns")],
     "midi_learn": [("note", "ns"), ("phrase", "phrase_ns")],
+    "kern_tokens": [("token", "ns")],
+    "kern_read": [("note", "ns")],
+    "kern_learn": [("note", "ns"), ("phrase", "phrase_ns")],
     "cap": [("write", "ns"), ("elements", "elements")],
 }
 print("ns an operation (of files: MB a second); in brackets the ratio to absl::flat_hash_map, or to std::unordered_map where absl is")
 print("not installed, in the same run; B = bytes resident a distinct phrase, of files: bytes an element. Undetermined: ns a phrase, and the")
 print("percentage of the distinct phrases that are kept; B as if all were. Sizes in thousands of bytes (text), items (triples) or")
-print("vectors (random), notes (midi; 0: the files of a folder), where the ratio is to a pass over the bytes that counts notes.")
+print("vectors (random), notes (midi, kern; 0: the files of a folder; kern_tokens: spines), where the ratio is to a pass over the bytes that counts notes or tokens.")
 print()
 print("| work | phrase limit | size | what | figures | B |")
 print("|---|---|---|---|---|---|")

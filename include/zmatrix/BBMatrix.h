@@ -179,6 +179,12 @@ class BBMatrix {
   int updateMatrixFromBasicLevel(const int* sequence, int length) { return s_updateMatrixFromBasicLevel(matrix, sequence, length); }
   int updateMatrixWithANSIFile(const char* fileName, int* length) { return s_updateMatrixWithANSIFile(matrix, fileName, length); }
   int updateMatrixWithANSIFiles(const char* path, int recursive, int* length) { return s_updateMatrixWithANSIFiles(matrix, path, recursive, length); }
+  int updateMatrixWithKERNFile(const char* fileName, int* numberOfNotes) { return s_updateMatrixWithKERNFile(matrix, fileName, numberOfNotes); }
+  /// Always 1.
+  int updateMatrixWithKERNFiles(const char* path, int recursive, int* numberOfNotes) {
+    s_updateMatrixWithKERNFiles(matrix, path, recursive, numberOfNotes);
+    return 1;
+  }
   int updateMatrixWithLongANSISequence(const int* sequence, int length) { return s_updateMatrixWithLongANSISequence(matrix, sequence, length); }
   int updateMatrixWithLongINTSequence(const int* sequence, int numberOfItems) { return s_updateMatrixWithLongINTSequence(matrix, sequence, numberOfItems); }
   int updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType, int coordinateDimension, int preProcessingType, int allowLargeIndices) { return s_updateMatrixWithLongINTSequenceExt(matrix, sequence, numberOfItems, matrixType, coordinateDimension, preProcessingType, allowLargeIndices); }

@@ -2894,6 +2894,24 @@ int getSoundIDFromGMProgramChange(unsigned char program, double* tonality);
 /// `tonality`, or null, gets how far it has a pitch, which is not the same as above for programs 99 and 100.
 double getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality);
 
+// ---- Humdrum kern -------------------------------------------------------------------------------------------------------------
+
+/// Learns the spines of a kern file, as `s_updateMatrixWithMIDIFile` learns tracks. ID 0 is current afterwards.
+/// `numberOfNotes` gets the notes taken.
+/// Result: that of the last update; 0 if none ran or the file can't be opened.
+int s_updateMatrixWithKERNFile(ZQMatrix* matrix, const char* fileName, int* numberOfNotes);
+int s_updateMatrixWithKERNFile_Medium(ZQMatrixMedium* matrix, const char* fileName, int* numberOfNotes);
+
+/// Learns all kern files (.krn) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: 1
+/// looks into its folders too.
+/// `numberOfNotes` gets the notes taken from all files. Result: always 1; a file that fails is passed over.
+int s_updateMatrixWithKERNFiles(ZQMatrix* matrix, const char* path, int recursive, int* numberOfNotes);
+int s_updateMatrixWithKERNFiles_Medium(ZQMatrixMedium* matrix, const char* path, int recursive, int* numberOfNotes);
+
+/// Converts a kern file to a MIDI file; faults are told by messages alone. Result: 0 if a name is null, else 1.
+int s_convertKERNFileToMIDIFile(ZQMatrix* matrix, const char* kernFile, const char* midiFile);
+int s_convertKERNFileToMIDIFile_Medium(ZQMatrixMedium* matrix, const char* kernFile, const char* midiFile);
+
 // ---- Lists of file names ------------------------------------------------------------------------------------------------------
 
 /// Creates an empty list of file names. Result: the list, or null if memory is exhausted. Delete it with

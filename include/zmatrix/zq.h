@@ -38,6 +38,17 @@ void zq_setMessageFunction(zq_messageFunction function, void* userData);
 /// The text is the library's and lives until the next message.
 const char* zq_lastMessage(void);
 
+// ---- Reports on kern files ----------------------------------------------------------------------------------------------------
+
+/// Checks and reads a kern file as learning does, and tells each fault with its place, what the file gives, and where the
+/// reading departs from the score. Behind a timing error notes are counted, not read. There are no messages.
+/// Result: the report, for zq_deleteKernReport; also for a file that can't be opened or is refused (`state`); null if memory
+/// is exhausted. All its texts and arrays live as long as it does.
+zq_KernReport* zq_createKernReport(const char* fileName);
+
+/// Releases a report with all that belongs to it. Null is ignored.
+void zq_deleteKernReport(zq_KernReport* report);
+
 // ---- MIDI ---------------------------------------------------------------------------------------------------------------------
 
 /// Tells what `s_updateMatrixWithMIDIFile` would take of a file and what is lost on the way, without a matrix and without

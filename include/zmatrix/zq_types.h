@@ -86,4 +86,86 @@ typedef struct zq_MidiReport {
   zq_MidiTrack* tracks;          ///< numberOfTracks of them
 } zq_MidiReport;
 
+/// What became of a kern file.
+typedef enum zq_KernFileState {
+  zq_KernFileNotOpened = 0,  ///< it can't be opened or is no regular file
+  zq_KernFileRefused = 1,    ///< a fault refuses it: nothing of it is read
+  zq_KernFileCutShort = 2,   ///< a timing error ended the reading: what stood before it is read
+  zq_KernFileRead = 3,       ///< it is read to its end
+} zq_KernFileState;
+
+/// What a finding in a kern file is.
+typedef enum zq_KernFindingKind {
+  zq_KernError = 0,     ///< a rule of the Humdrum representation is broken
+  zq_KernWarning = 1,   ///< something may be mistaken for something else
+  zq_KernDeparted = 2,  ///< the notes that are learned differ from those of the score here
+} zq_KernFindingKind;
+
+/// In what the notes that are learned differ from those of the score.
+typedef enum zq_KernDeparture {
+  zq_KernNoPitch = 0,              ///< a token without a pitch takes time and gives no note; it ends its chord
+  zq_KernNoDuration = 1,           ///< a note, rest or tie without a duration of its own has the duration 0
+  zq_KernCutDuration = 2,          ///< a duration that is no whole number of quanta was cut, or what stands behind a % was not read
+  zq_KernTimeSetBack = 3,          ///< the end or join of a sounding spine set the time of all spines back
+  zq_KernResynchronised = 4,       ///< a bar line found a spine whose note had not ended, or had ended before, and made it agree
+  zq_KernMissingTokens = 5,        ///< the record has fewer tokens than there are spines: the missing ones count as empty
+  zq_KernSurplusTokens = 6,        ///< the record has more tokens than there are spines: the surplus is passed over
+  zq_KernTimingError = 7,          ///< a null token stands where no note goes on: the reading ends here
+  zq_KernLostNote = 8,             ///< a note behind a timing error
+  zq_KernLongLine = 9,             ///< a line longer than a buffer is taken in pieces, each as a record of its own
+  zq_KernUncheckedLastLine = 10,   ///< the last line has no line feed and is not checked: its spines count as never closed
+  zq_KernTooManySpines = 11,       ///< there is no room for a further spine
+  zq_KernNumberOfDepartures = 12,  ///< how many there are
+} zq_KernDeparture;
+
+/// A fault of a kern file, or a place where its reading departs from the score.
+typedef struct zq_KernFinding {
+  int kind;           ///< zq_KernFindingKind
+  int number;         ///< of the error, 1 to 26, or warning, 1 to 5; or zq_KernDeparture
+  int line;           ///< in the file, from 1
+  int column;         ///< from 1, or 0 for the whole line
+  int stopsRead;      ///< 1 if the file is refused for it, or the reading ends here
+  int amount;         ///< quanta of a step back, of what a bar line found left, of a cut duration; tokens; bytes of the buffer; else 0
+  const char* token;  ///< as it stands in the file, or an empty text
+  const char* text;   ///< the rule that is broken, or what the reading did
+} zq_KernFinding;
+
+/// A time signature of a kern file.
+typedef struct zq_KernMeter {
+  int line;         ///< in the file, from 1
+  int column;       ///< from 1
+  int numerator;    ///< as it stands there, not as the reading took it
+  int denominator;  ///< as it stands there
+} zq_KernMeter;
+
+/// What a kern file gives, and what is wrong with it. Counts are those of the reading, 0 for a file that is refused.
+typedef struct zq_KernReport {
+  int state;                       ///< zq_KernFileState
+  int numberOfFindings;            ///< of those that follow
+  const zq_KernFinding* findings;  ///< in the order in which they were found: all of the check, then those of the reading
+  long long findingsLeftOut;       ///< behind the first 10000; they are counted below
+  long long errors;                ///< broken rules
+  long long warnings;              ///< warnings
+  long long departures[12];        ///< how often of each zq_KernDeparture
+  long long spines;                ///< at the start of each section, summed up
+  long long kernSpines;            ///< of them, with those that are added later, the kern spines
+  long long sections;              ///< from the first record to where all spines are closed
+  long long notes;                 ///< that are learned; a tied note is one
+  long long rests;                 ///< rests
+  long long ties;                  ///< tokens, or notes of a chord, that go on sounding
+  long long graceNotes;            ///< of the notes
+  long long splits;                ///< spines split in two
+  long long joins;                 ///< spines that went into another
+  long long additions;             ///< spines added
+  long long exchanges;             ///< pairs of spines that changed places
+  long long ends;                  ///< spines closed
+  long long barLines;              ///< records with a bar line
+  int barOffset;                   ///< quanta by which the music is moved so that a pick-up bar ends on a bar line; not above 0: not moved
+  int numberOfMeters;              ///< of those that follow
+  const zq_KernMeter* meters;      ///< in the order of the file, one for each column
+  long long metersLeftOut;         ///< behind the first 10000
+  long long notesOnChannel[16];    ///< the channel is that of the column, modulo 16, unless the file says another
+  long long notesOnOtherChannels;  ///< on channels from 16 on, which a *Ch sets; those of 16 itself are not learned
+} zq_KernReport;
+
 #endif

@@ -138,6 +138,9 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   // --- music: notes as pairs, triples or quadruples of note number, start, duration and sound; times in quanta
   int updateMatrixWithMIDIFile(const char* fileName, int* numberOfNotes);
   int updateMatrixWithMIDIFiles(const char* path, int recursive, int* numberOfNotes);
+  int updateMatrixWithKERNFile(const char* fileName, int* numberOfNotes);
+  int updateMatrixWithKERNFiles(const char* path, int recursive, int* numberOfNotes);
+  int convertKERNFileToMIDIFile(const char* kernFile, const char* midiFile);
   int updateMatrixWithLongMIDISequence(const int* sequence, int numberOfItems);
   /// A time on the grid of the current sub-matrix. A duration is at least a step of it.
   int quantizeNoteOnQuantaTime(int quanta);

@@ -78,6 +78,8 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   // --- music
   int updateMatrixWithMIDIFile(const char* fileName, int* numberOfNotes);
   int updateMatrixWithMIDIFiles(const char* path, int recursive, int* numberOfNotes);
+  int updateMatrixWithKERNFile(const char* fileName, int* numberOfNotes);
+  int updateMatrixWithKERNFiles(const char* path, int recursive, int* numberOfNotes);
   /// symbolMarkers as the update has them.
   int updateMatrixWithLongMIDISequence(const int* sequence, int numberOfItems, const int* symbolMarkers = nullptr);
 

@@ -3,6 +3,7 @@
 // No test and no message of their own: what a method does with its arguments is told in zmatrix/zmatrix.h.
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQVersion.h"
+#include "music/kern/ZQKernReport.h"
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
@@ -18,6 +19,8 @@ extern "C" {
 const char* zq_version() { return zmatrix::version(); }
 void zq_setMessageFunction(zq_messageFunction function, void* userData) { zmatrix::setMessageFunction(function, userData); }
 const char* zq_lastMessage() { return zmatrix::lastMessage(); }
+zq_KernReport* zq_createKernReport(const char* fileName) { return zmatrix::createKernReport(fileName); }
+void zq_deleteKernReport(zq_KernReport* report) { zmatrix::deleteKernReport(report); }
 zq_MidiReport* zq_createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze, const unsigned char* channelFilter) { return zmatrix::createMidiReport(path, preProcessingType, noteOnQuantization, midiTrackAnalyze, channelFilter); }
 void zq_deleteMidiReport(zq_MidiReport* report) { zmatrix::deleteMidiReport(report); }
 const char* zq_textOfMidiEnd(int end) { return zmatrix::textOfMidiEnd(end); }

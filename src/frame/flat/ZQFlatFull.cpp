@@ -454,6 +454,9 @@ int s_updateMatrixWithMIDIFile(ZQMatrix* matrix, const char* fileName, int* numb
 int s_updateMatrixWithMIDIFiles(ZQMatrix* matrix, const char* path, int recursive, int* numberOfNotes) { return matrix->updateMatrixWithMIDIFiles(path, recursive, numberOfNotes); }
 int s_updateMatrixWithLongMIDISequence(ZQMatrix* matrix, const int* sequence, int numberOfItems, const int* symbolMarkers) { return matrix->updateMatrixWithLongMIDISequence(sequence, numberOfItems, symbolMarkers); }
 int s_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName) { return matrix->readMidiObjexsAndWriteToMidiFile(numberOfObjex, fileName); }
+int s_updateMatrixWithKERNFile(ZQMatrix* matrix, const char* fileName, int* numberOfNotes) { return matrix->updateMatrixWithKERNFile(fileName, numberOfNotes); }
+int s_updateMatrixWithKERNFiles(ZQMatrix* matrix, const char* path, int recursive, int* numberOfNotes) { return matrix->updateMatrixWithKERNFiles(path, recursive, numberOfNotes); }
+int s_convertKERNFileToMIDIFile(ZQMatrix* matrix, const char* kernFile, const char* midiFile) { return matrix->convertKERNFileToMIDIFile(kernFile, midiFile); }
 
 }  // extern "C"
 #pragma GCC visibility pop

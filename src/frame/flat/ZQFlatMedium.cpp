@@ -368,6 +368,9 @@ int s_updateMatrixWithMIDIFile_Medium(ZQMatrixMedium* matrix, const char* fileNa
 int s_updateMatrixWithMIDIFiles_Medium(ZQMatrixMedium* matrix, const char* path, int recursive, int* numberOfNotes) { return matrix->updateMatrixWithMIDIFiles(path, recursive, numberOfNotes); }
 int s_updateMatrixWithLongMIDISequence_Medium(ZQMatrixMedium* matrix, const int* sequence, int numberOfItems) { return matrix->updateMatrixWithLongMIDISequence(sequence, numberOfItems); }
 int s_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName) { return matrix->readMidiObjexsAndWriteToMidiFile(numberOfObjex, fileName); }
+int s_updateMatrixWithKERNFile_Medium(ZQMatrixMedium* matrix, const char* fileName, int* numberOfNotes) { return matrix->updateMatrixWithKERNFile(fileName, numberOfNotes); }
+int s_updateMatrixWithKERNFiles_Medium(ZQMatrixMedium* matrix, const char* path, int recursive, int* numberOfNotes) { return matrix->updateMatrixWithKERNFiles(path, recursive, numberOfNotes); }
+int s_convertKERNFileToMIDIFile_Medium(ZQMatrixMedium* matrix, const char* kernFile, const char* midiFile) { return matrix->convertKERNFileToMIDIFile(kernFile, midiFile); }
 
 }  // extern "C"
 #pragma GCC visibility pop

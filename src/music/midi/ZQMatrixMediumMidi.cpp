@@ -1,5 +1,4 @@
 // Music of the medium tier: the shared telling, instantiated.
-#include "frame/ZQSystemOwned.h"
 #include "music/midi/ZQMidiFeed.h"
 #include "sequence/ZQMatrixMedium.h"
 
@@ -10,21 +9,13 @@ struct MidiTier<ZQMatrixMedium> {
   static constexpr const MidiFeedTexts& texts = mediumMidiFeedTexts;
   static constexpr bool batchSpeaks = true;
 
-  /// Symbols are none of this tier's.
-  static bool keepSymbolsIsLegal(ZQMatrixMedium*) { return true; }
-  static void keepSymbols(ZQMatrixMedium*, bool) {}
-
   static void tellNoFreeMatrix(const char*, int nom, int denom) {
     dbPrintf(0, "updateMatrixWithMidiFile: could not find a free matrixID for timeSignature %d/%d\n", nom, denom);
   }
 
   /// The file's name behind what was learned of it.
-  static void addFileName(ZQMatrixMediumInfo* info, const char* description, const char* fileName) {
-    const size_t length = strlen(description) + strlen(fileName) + 1;
-    const SystemOwned<char> name(systemMallocArray<char>(static_cast<long long>(length)));
-    if (name == nullptr) return;
-    snprintf(name.get(), length, "%s%s", description, fileName);
-    info->addNameOfUpdateFile(name.get());
+  static void addFileName(ZQMatrixMediumInfo* info, const NameOfLearnedTrack& entry, const char* fileName) {
+    addNameOfLearnedTrack(info, entry, fileName);
   }
 
   static int updateWithSequence(ZQMatrixMedium* matrix, const int* sequence, int length, const int*) {

@@ -1,5 +1,4 @@
-// Music of the full tier: the shared telling, instantiated. Symbols are not derived here; whether pruning spares them is set
-// along with the profile.
+// Music of the full tier: the shared telling, instantiated. Symbols are not derived here.
 #include "music/midi/ZQMidiFeed.h"
 #include "symbols/ZQMatrix.h"
 
@@ -10,21 +9,13 @@ struct MidiTier<ZQMatrix> {
   static constexpr const MidiFeedTexts& texts = fullMidiFeedTexts;
   static constexpr bool batchSpeaks = false;
 
-  static bool keepSymbolsIsLegal(ZQMatrix* matrix) {
-    const int keep = matrix->getGlobalKeepSymbolsWhenRemoveOverdeterminedElements();
-    return keep == 0 || keep == 1;
-  }
-
-  static void keepSymbols(ZQMatrix* matrix, bool fromGlobalBlock) {
-    const int keep = fromGlobalBlock ? matrix->getGlobalKeepSymbolsWhenRemoveOverdeterminedElements() : 1;
-    matrix->setKeepSymbolsWhenRemoveOverdeterminedElements(keep);
-  }
-
   static void tellNoFreeMatrix(const char* fileName, int nom, int denom) {
     dbPrintf(0, "updateMatrixWithMidiFile (%s): could not find a free matrixID for timeSignature %d/%d\n", fileName, nom, denom);
   }
 
-  static void addFileName(ZQMatrixInfo* info, const char*, const char* fileName) { info->addNameOfUpdateFile(fileName); }
+  static void addFileName(ZQMatrixInfo* info, const NameOfLearnedTrack&, const char* fileName) {
+    info->addNameOfUpdateFile(fileName);
+  }
 
   static int updateWithSequence(ZQMatrix* matrix, const int* sequence, int length, const int* symbolMarkers) {
     const auto* info = matrix->getMatrixInfo();

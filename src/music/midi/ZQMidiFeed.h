@@ -5,8 +5,6 @@
 // MidiTier<Matrix> has:
 //   texts                   its sentences, MidiFeedTexts
 //   batchSpeaks             whether a directory is reported
-//   keepSymbolsIsLegal      whether the global block passes what the tier checks beyond the profile
-//   keepSymbols             what the tier sets beyond the profile: from the global block or by default
 //   tellNoFreeMatrix        the message for a file that finds no sub-matrix
 //   addFileName             the entry in the history of a sub-matrix
 //   updateWithSequence      learns a sequence, the result as the sequence update has it
@@ -14,11 +12,13 @@
 
 #include <climits>
 #include <cstdio>
+#include <cstring>
 #include <memory>
-#include <string>
 
 #include "frame/ZQDebugChannel.h"
+#include "frame/ZQSystemOwned.h"
 #include "music/ZQFileNameList.h"
+#include "music/ZQMusicSymbols.h"
 #include "music/midi/ZQMidiFile.h"
 #include "music/midi/ZQMidiSequence.h"
 #include "music/midi/ZQMidiSounds.h"
@@ -103,45 +103,99 @@ int getMatrixIDForMidiIn(Matrix* matrix, int type, int nom, int denom, int subTy
   });
 }
 
+/// The words in which a feed tells that the profile of a preprocessing type has failed, in the order of the types below, and
+/// whether symbols are kept with the last of them too.
+struct MusicProfileTexts {
+  const char* caller;
+  const char* namesOfChecks[4];
+  bool quadruplesKeepSymbols;
+};
+
+extern const MusicProfileTexts midiProfileTexts;
+
 /// Sets the current sub-matrix up as the global block says, or by the defaults of the preprocessing type's profile if the block
 /// doesn't pass its check. A sub-matrix that is not empty keeps its settings then.
 template <class Matrix>
-void applyMidiProperties(Matrix* matrix, const char* fileName) {
+void applyMidiProperties(Matrix* matrix, const char* fileName, const MusicProfileTexts& texts) {
   struct ProfileRow {
     int preProcessingType;
-    const char* nameOfCheck;
     int (*check)(Matrix*);
     void (*setDefaults)(Matrix*, const char*);
-    bool keepsSymbols;
   };
   static constexpr ProfileRow profiles[] = {
-      {1, "checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta",
-       [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(); },
-       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(name); }, true},
-      {ZQPreProcessingTypeMidiNoteAndModQuanta, "checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta",
+      {1, [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(); },
+       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(name); }},
+      {ZQPreProcessingTypeMidiNoteAndModQuanta,
        [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(); },
-       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(name); }, true},
-      {ZQPreProcessingTypeMidiTriple_NDMT, "checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT",
-       [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT(); },
-       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsTriple_NDMT(name); }, true},
-      {ZQPreProcessingTypeMidiGMQuadruple_NDMTS, "checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS",
+       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(name); }},
+      {ZQPreProcessingTypeMidiTriple_NDMT, [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT(); },
+       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsTriple_NDMT(name); }},
+      {ZQPreProcessingTypeMidiGMQuadruple_NDMTS,
        [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(); },
-       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(name); }, false},
+       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(name); }},
   };
   const int type = matrix->getGlobalPreProcessingType();
   const ProfileRow* profile = nullptr;
   for (const ProfileRow& row : profiles) {
     if (row.preProcessingType == type) profile = &row;
   }
-  const bool keepsSymbols = profile != nullptr && profile->keepsSymbols;
-  if (profile == nullptr || (profile->check(matrix) == 1 && (!keepsSymbols || MidiTier<Matrix>::keepSymbolsIsLegal(matrix)))) {
+  const bool keepsSymbols =
+      profile != nullptr && (type != ZQPreProcessingTypeMidiGMQuadruple_NDMTS || texts.quadruplesKeepSymbols);
+  if (profile == nullptr || (profile->check(matrix) == 1 && (!keepsSymbols || keepSymbolsIsLegal(matrix)))) {
     matrix->applyGlobalMatrixProperties();
-    if (keepsSymbols) MidiTier<Matrix>::keepSymbols(matrix, true);
+    if (keepsSymbols) setKeepSymbols(matrix, true);
     return;
   }
-  dbPrintf(0, "updateMatrixWithMidiFile: %s() failed. Applying default values\n", profile->nameOfCheck);
+  dbPrintf(0, "%s: %s() failed. Applying default values\n", texts.caller, texts.namesOfChecks[profile - profiles]);
   profile->setDefaults(matrix, fileName);
-  if (keepsSymbols) MidiTier<Matrix>::keepSymbols(matrix, false);
+  if (keepsSymbols) setKeepSymbols(matrix, false);
+}
+
+/// Makes the sub-matrix of a meter, texture, style and sound current, a free one if there is none yet. False if none is free.
+template <class Matrix>
+bool makeMatrixForMusicCurrent(Matrix* matrix, int nom, int denom, int subType, int sound) {
+  int matrixID = matrix->getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyleAndSoundID(
+      matrix->getGlobalMatrixType(), nom, denom, subType, static_cast<ZQMatrixMusicStyle>(matrix->getGlobalMusicStyle()),
+      static_cast<ZQMatrixSoundID>(sound));
+  if (matrixID < 0) {
+    matrixID = matrix->getNextFreeMatrixID();
+    if (matrixID < 0) return false;
+    matrix->setNumberOfMatrices(matrixID + 1);
+  }
+  matrix->setCurrentMatrixID(matrixID);
+  return true;
+}
+
+/// What the record of the current sub-matrix says of a track that is learned in it. A texture or sound of 0 found any sub-matrix
+/// of the meter, and stands in its record from now on.
+struct LearnedTrack {
+  int nom, denom, subType, sound;
+  int index;
+};
+
+template <class Info>
+void describeLearnedTrack(Info* info, const LearnedTrack& track, const char* fileName) {
+  info->setMidiTimeSignatureNom(track.nom);
+  info->setMidiTimeSignatureDenom(track.denom);
+  info->setMidiSubType(track.subType);
+  info->setMidiSoundID(track.sound);
+  info->setNameOfUpdateFile(fileName);
+}
+
+/// The entry of a track in the history of its sub-matrix, without the file's name, which follows it.
+struct NameOfLearnedTrack {
+  char text[256];
+};
+NameOfLearnedTrack nameOfLearnedTrack(int matrixID, const LearnedTrack& track, int style);
+
+/// Adds the entry with the file's name; nothing if memory has run out.
+template <class Info>
+void addNameOfLearnedTrack(Info* info, const NameOfLearnedTrack& entry, const char* fileName) {
+  const size_t length = strlen(entry.text) + strlen(fileName) + 1;
+  const SystemOwned<char> name(systemMallocArray<char>(static_cast<long long>(length)));
+  if (name == nullptr) return;
+  snprintf(name.get(), length, "%s%s", entry.text, fileName);
+  info->addNameOfUpdateFile(name.get());
 }
 
 // --- files
@@ -205,7 +259,7 @@ class MidiFeed {
     const MidiSequence sequence = sequenceOfTrack(*track, form, judge.lengthOfSequence());
     if (judge.findMeter() != MidiTrackVerdict::taken) return true;
     if (!makeMatrixCurrent(judge)) return false;
-    applyMidiProperties(matrix, fileName);
+    applyMidiProperties(matrix, fileName, midiProfileTexts);
     describeMatrix(judge, index);
     const int dimension = judge.settings().coordinateDimension;
     *result = sequence.values == nullptr
@@ -218,37 +272,19 @@ class MidiFeed {
   }
 
   bool makeMatrixCurrent(const MidiTrackJudge& judge) {
-    int matrixID = matrix->getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyleAndSoundID(
-        matrix->getGlobalMatrixType(), judge.numerator(), judge.denominator(), judge.subType(),
-        static_cast<ZQMatrixMusicStyle>(matrix->getGlobalMusicStyle()), static_cast<ZQMatrixSoundID>(judge.soundID()));
-    if (matrixID < 0) {
-      matrixID = matrix->getNextFreeMatrixID();
-      if (matrixID < 0) {
-        MidiTier<Matrix>::tellNoFreeMatrix(fileName, judge.numerator(), judge.denominator());
-        dbPrintf(0, "please restart and set maxNumberOfMatrices to a value > %d!\n", matrix->getMaxNumberOfMatrices());
-        return false;
-      }
-      matrix->setNumberOfMatrices(matrixID + 1);
-    }
-    matrix->setCurrentMatrixID(matrixID);
-    return true;
+    if (makeMatrixForMusicCurrent(matrix, judge.numerator(), judge.denominator(), judge.subType(), judge.soundID())) return true;
+    MidiTier<Matrix>::tellNoFreeMatrix(fileName, judge.numerator(), judge.denominator());
+    dbPrintf(0, "please restart and set maxNumberOfMatrices to a value > %d!\n", matrix->getMaxNumberOfMatrices());
+    return false;
   }
 
-  /// A texture or sound of 0 found any sub-matrix of the meter, and stands in its record from now on.
   void describeMatrix(const MidiTrackJudge& judge, int index) {
     auto* info = matrix->getMatrixInfo();
     const int style = matrix->getGlobalMusicStyle();
-    info->setMidiTimeSignatureNom(judge.numerator());
-    info->setMidiTimeSignatureDenom(judge.denominator());
-    info->setMidiSubType(judge.subType());
+    const LearnedTrack track{judge.numerator(), judge.denominator(), judge.subType(), judge.soundID(), index};
+    describeLearnedTrack(info, track, fileName);
     info->setMusicStyle(style);
-    info->setMidiSoundID(judge.soundID());
-    info->setNameOfUpdateFile(fileName);
-    char name[nameCapacity];
-    snprintf(name, sizeof name, "MatID%d: %d/%d, %s, %s, %s (track%d): ", matrix->getCurrentMatrixID(), judge.numerator(),
-             judge.denominator(), nameOfMidiSubType(judge.subType()), nameOfMusicStyle(style), nameOfSoundID(judge.soundID()),
-             index);
-    MidiTier<Matrix>::addFileName(info, name, fileName);
+    MidiTier<Matrix>::addFileName(info, nameOfLearnedTrack(matrix->getCurrentMatrixID(), track, style), fileName);
     matrix->setMatrixDescription(description);
   }
 
@@ -257,7 +293,6 @@ class MidiFeed {
   }
 
   static constexpr int outOfMemory = -2;  // as the update has it
-  static constexpr size_t nameCapacity = 256;
 
   Matrix* matrix;
   const char* fileName;

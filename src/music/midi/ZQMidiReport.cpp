@@ -6,8 +6,8 @@
 #include <memory>
 #include <new>
 
-#include "frame/ZQDebugChannel.h"
 #include "frame/ZQMemory.h"
+#include "frame/ZQMutedMessages.h"
 #include "music/midi/ZQMidiFeed.h"
 #include "music/midi/ZQMidiFile.h"
 #include "music/midi/ZQMidiPairing.h"
@@ -50,25 +50,6 @@ template <size_t count>
 const char* textAt(const char* const (&texts)[count], int index) {
   return index >= 0 && static_cast<size_t>(index) < count ? texts[index] : "";
 }
-
-/// Keeps the channel quiet for a while: a report is no news.
-class MutedMessages {
- public:
-  MutedMessages() : device(ZQDebugChannel::globalDebugOutputDevice), function(ZQDebugChannel::messageFunction) {
-    ZQDebugChannel::globalDebugOutputDevice = 0;
-    ZQDebugChannel::messageFunction = nullptr;
-  }
-  ~MutedMessages() {
-    ZQDebugChannel::globalDebugOutputDevice = device;
-    ZQDebugChannel::messageFunction = function;
-  }
-  MutedMessages(const MutedMessages&) = delete;
-  MutedMessages& operator=(const MutedMessages&) = delete;
-
- private:
-  int device;
-  zq_messageFunction function;
-};
 
 /// Zeroed records for a report, or null; at least one, so that null always means that memory has run out.
 template <class Record>

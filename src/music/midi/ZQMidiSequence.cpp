@@ -26,20 +26,6 @@ int quantaOf(int steps, int grid) {
   return static_cast<int>(static_cast<unsigned>(steps) * static_cast<unsigned>(grid));
 }
 
-int durationOf(const ZQMidiObject& note, int quantization) {
-  const int duration = durationOnGrid(wrappingDifference(note.getEndQuanta(), note.getStartQuanta()), quantization);
-  if (duration <= 0 || duration > longestDuration) {
-    dbPrintf(0, "updateMatrixWithMidiFile: illegal noteDuration: %d\n", duration);
-  }
-  return duration;
-}
-
-/// Warnings alone: the note stays as it is.
-void warnAboutNote(int noteNumber, int noteOn) {
-  if (noteNumber >= noteNumbers) dbPrintf(0, "updateMatrixWithMidiFile: illegal notenumber: %d\n", noteNumber);
-  if (noteOn < 0) dbPrintf(0, "updateMatrixWithMidiFile: illegal quanta value: %d\n", noteOn);
-}
-
 }  // namespace
 
 int noteOnOnGrid(int quanta, int quantization) {
@@ -56,23 +42,44 @@ int durationOnGrid(int quanta, int quantization) {
   return grid;
 }
 
-MidiSequence sequenceOfTrack(const ZQMidiObjectTrack& track, const MidiSequenceForm& form, long long length) {
-  MidiSequence sequence{SystemOwned<int>(systemMallocArray<int>(length)), 0};
-  if (sequence.values == nullptr) return sequence;
+MidiSequenceWriter::MidiSequenceWriter(const MidiSequenceForm& aForm, long long aLength, const char* aCaller)
+    : form(aForm), length(aLength), caller(aCaller), sequence{SystemOwned<int>(systemMallocArray<int>(aLength)), 0} {
+}
+
+int MidiSequenceWriter::durationOf(int quanta) const {
+  const int duration = durationOnGrid(quanta, form.durationQuantization);
+  if (duration <= 0 || duration > longestDuration) dbPrintf(0, "%s: illegal noteDuration: %d\n", caller, duration);
+  return duration;
+}
+
+/// Warnings alone: the note stays as it is.
+void MidiSequenceWriter::warnAbout(int noteNumber, int noteOn) const {
+  if (noteNumber >= noteNumbers) dbPrintf(0, "%s: illegal notenumber: %d\n", caller, noteNumber);
+  if (noteOn < 0) dbPrintf(0, "%s: illegal quanta value: %d\n", caller, noteOn);
+}
+
+bool MidiSequenceWriter::add(const NoteToLearn& note) {
   const int coordinates = coordinatesOfNote(form.preProcessingType);
-  int* next = sequence.values.get();
+  if (sequence.values == nullptr || sequence.count + coordinates > length) return false;
+  const int noteOn = noteOnOnGrid(note.start, form.noteOnQuantization);
+  int* next = sequence.values.get() + sequence.count;
+  *next++ = note.noteNumber;
+  *next++ = noteOn;
+  if (coordinates >= 3) *next++ = durationOf(note.duration);
+  if (coordinates >= 4) *next++ = note.sound;
+  sequence.count += coordinates;
+  warnAbout(note.noteNumber, noteOn);
+  return true;
+}
+
+MidiSequence sequenceOfTrack(const ZQMidiObjectTrack& track, const MidiSequenceForm& form, long long length) {
+  MidiSequenceWriter writer(form, length, "updateMatrixWithMidiFile");
   for (const ZQMidiObject* note : track) {
     if (note == nullptr || !isLearned(*note)) continue;
-    if (sequence.count + coordinates > length) break;
-    const int noteOn = noteOnOnGrid(note->getStartQuanta(), form.noteOnQuantization);
-    *next++ = note->getNoteNumber();
-    *next++ = noteOn;
-    if (coordinates >= 3) *next++ = durationOf(*note, form.durationQuantization);
-    if (coordinates >= 4) *next++ = note->getSoundID();
-    sequence.count += coordinates;
-    warnAboutNote(note->getNoteNumber(), noteOn);
+    const int duration = wrappingDifference(note->getEndQuanta(), note->getStartQuanta());
+    if (!writer.add({note->getNoteNumber(), note->getStartQuanta(), duration, note->getSoundID()})) break;
   }
-  return sequence;
+  return writer.take();
 }
 
 }  // namespace zmatrix

@@ -2,6 +2,8 @@
 // with times on a grid.
 #pragma once
 
+#include <utility>
+
 #include "frame/ZQSystemOwned.h"
 #include "music/midi/ZQMidiObjectTrack.h"
 
@@ -21,6 +23,32 @@ struct MidiSequenceForm {
 struct MidiSequence {
   SystemOwned<int> values;  ///< null if memory has run out
   long long count = 0;      ///< integers written
+};
+
+/// A note as it is learned, times not yet on the grid.
+struct NoteToLearn {
+  int noteNumber;
+  int start;
+  int duration;
+  int sound;
+};
+
+/// Puts notes into a sequence of a given length. Messages begin with the name of the caller.
+class MidiSequenceWriter {
+ public:
+  MidiSequenceWriter(const MidiSequenceForm& aForm, long long aLength, const char* aCaller);
+  /// False if the sequence has no room for the note, or no memory.
+  bool add(const NoteToLearn& note);
+  MidiSequence take() { return std::move(sequence); }
+
+ private:
+  int durationOf(int quanta) const;
+  void warnAbout(int noteNumber, int noteOn) const;
+
+  const MidiSequenceForm form;
+  const long long length;
+  const char* caller;
+  MidiSequence sequence;
 };
 
 /// The notes of a track, as many as `length` integers hold.

@@ -1,0 +1,166 @@
+// Kern: checking and reading scores, of four spines and of sixty, and learning them. A plain pass over the bytes that counts
+// tokens is what no reader can beat. Answers are checked: the notes of a score that was made here are known, and real files must
+// give the same in each round.
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "Benchmarks.h"
+#include "frame/flat/ZQMatrixCreators.h"
+#include "music/kern/ZQKernFile.h"
+#include "sequence/ZQMatrixMedium.h"
+
+namespace bench {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int tokensOfScore = 600'000;
+
+struct Score {
+  std::string path;
+  long long notes = 0, tokens = 0;
+};
+
+/// A score of quarters and halves, a bar line after each four quarters; each spine goes through the notes of a scale.
+Score makeScore(int spines) {
+  Score score;
+  score.path = (fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".krn")).string();
+  std::ofstream file(score.path, std::ios::binary);
+  const auto row = [&](auto tokenOf) {
+    for (int i = 0; i < spines; i++) file << (i > 0 ? "\t" : "") << tokenOf(i);
+    file << "\n";
+    score.tokens += spines;
+  };
+  std::mt19937 random(11);
+  const char* const letters[] = {"c", "d", "ee-", "F", "GG", "a#", "b"};
+  row([](int) { return "**kern"; });
+  for (int bar = 1; score.tokens < tokensOfScore; bar++) {
+    row([bar](int) { return std::to_string(bar).insert(0, "="); });
+    for (int beat = 0; beat < 4; beat++) {
+      row([&](int spine) -> std::string {
+        if (spine % 2 == 1 && beat % 2 == 1) return ".";
+        score.notes++;
+        return std::string(spine % 2 == 1 ? "2" : "4").append(letters[random() % 7]);
+      });
+    }
+  }
+  row([](int) { return "*-"; });
+  return score;
+}
+
+long long notesOf(const std::string& path) {
+  const std::unique_ptr<ZQKernTrackList> list(createZQKernTrackList());
+  list->init();
+  ZQKernFile().readKernObjectsFromFileWithPath(list.get(), path.c_str());
+  long long notes = 0;
+  for (const ZQKernObject* object : *list->getKernObjectTrackAtIndex(0)) notes += object->isNote();
+  return notes;
+}
+
+/// The tokens of a file, by a pass over its bytes that keeps nothing.
+long long tokensOf(const std::string& path) {
+  FILE* file = fopen(path.c_str(), "rb");
+  if (file == nullptr) return 0;
+  std::vector<char> bytes(fs::file_size(path));
+  const size_t size = fread(bytes.data(), 1, bytes.size(), file);
+  fclose(file);
+  long long tokens = 0;
+  for (size_t i = 0; i < size; i++) tokens += bytes[i] == '\t' || bytes[i] == '\n';
+  return tokens;
+}
+
+/// An operation is a token.
+Measurement readMade(int spines, bool onlyCounts) {
+  Measurement measured;
+  const Score score = makeScore(spines);
+  const StopWatch watch;
+  const long long answer = onlyCounts ? tokensOf(score.path) : notesOf(score.path);
+  measured.seconds[0] = watch.seconds();
+  measured.operations = score.tokens;
+  measured.isRight = answer == (onlyCounts ? score.tokens : score.notes);
+  fs::remove(score.path);
+  return measured;
+}
+
+/// An operation is a note, for the counting pass too.
+Measurement readFiles(const std::vector<std::string>& files, bool onlyCounts) {
+  constexpr int rounds = 20;
+  Measurement measured;
+  const auto answerOf = [&] {
+    long long sum = 0;
+    for (const std::string& file : files) sum += onlyCounts ? tokensOf(file) : notesOf(file);
+    return sum;
+  };
+  long long notes = 0;
+  for (const std::string& file : files) notes += notesOf(file);
+  const long long first = answerOf();
+  measured.isRight = notes > 0;
+  const StopWatch watch;
+  for (int round = 0; round < rounds; round++) measured.isRight = answerOf() == first && measured.isRight;
+  measured.seconds[0] = watch.seconds();
+  measured.operations = notes * rounds;
+  return measured;
+}
+
+/// An operation is a note, the second figure a phrase.
+Measurement learn(const std::vector<std::string>& files, int phraseLimit) {
+  Measurement measured;
+  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
+  if (matrix == nullptr) return measured;
+  matrix->setMaxNumberOfMatrices(400);
+  matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
+  matrix->setGlobalMidiTrackAnalyze(0);
+  matrix->setGlobalMaxPhraseLengthForUpdateWithSequence(phraseLimit);
+  const StopWatch watch;
+  for (const std::string& file : files) {
+    int notes = 0;
+    matrix->updateMatrixWithKERNFile(file.c_str(), &notes);
+    measured.operations += notes;
+  }
+  measured.seconds[0] = watch.seconds();
+  long long phrases = 0;
+  for (int id = 0; id < matrix->getNumberOfMatrices(); id++) phrases += matrix->getMatrixInfo(id)->getNumberOfWriteCounts();
+  measured.seconds[1] = measured.seconds[0] / static_cast<double>(phrases > 0 ? phrases : 1);
+  measured.isRight = phrases > 0;
+  deleteMatrixMedium(matrix);
+  return measured;
+}
+
+void registerRow(const std::string& name, const std::function<Measurement()>& measure) {
+  const auto run = [measure](benchmark::State& state) {
+    for (auto _ : state) {
+      const Measurement measured = measureInChild(measure);
+      report(state, measured, measured.seconds[0]);
+      if (measured.seconds[1] > 0) state.counters["phrase_ns"] = measured.seconds[1] * 1e9;
+    }
+  };
+  benchmark::RegisterBenchmark(name.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
+}  // namespace
+
+void registerKern(const std::string& folder) {
+  for (const int spines : {4, 60}) {
+    const std::string name = "kern_tokens/limit:0/size:" + std::to_string(spines) + "/";
+    registerRow(name + "zmatrix", [=] { return readMade(spines, false); });
+    registerRow(name + "counting_pass", [=] { return readMade(spines, true); });
+  }
+  if (folder.empty()) return;
+  std::vector<std::string> files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.path().extension() == ".krn") files.push_back(entry.path().string());
+  }
+  registerRow("kern_read/limit:0/size:0/zmatrix", [=] { return readFiles(files, false); });
+  registerRow("kern_read/limit:0/size:0/counting_pass", [=] { return readFiles(files, true); });
+  registerRow("kern_learn/limit:16/size:0/zmatrix", [=] { return learn(files, 16); });
+}
+
+}  // namespace bench

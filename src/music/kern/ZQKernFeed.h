@@ -1,0 +1,167 @@
+// Learning from kern files, shared by the tiers that learn: as from MIDI files, whose steps it takes where both are the same. A
+// file is read, its notes go to a track for each channel, and each track is learned in the sub-matrix of its meter, texture and
+// channel.
+//
+// KernTier<Matrix> has:
+//   texts                   its sentences, KernFeedTexts
+//   profileTexts            how it tells of a profile that has failed
+#pragma once
+
+#include <cstdio>
+#include <memory>
+
+#include "frame/ZQDebugChannel.h"
+#include "music/ZQFileNameList.h"
+#include "music/kern/ZQKernSequence.h"
+#include "music/kern/ZQKernTrackJudge.h"
+#include "music/kern/ZQKernTracks.h"
+#include "music/midi/MIDIFILE.h"
+#include "music/midi/ZQMidiFeed.h"
+
+namespace zmatrix {
+
+template <class Matrix>
+struct KernTier;
+
+/// One file on its way into the matrix.
+template <class Matrix>
+class KernFeed {
+ public:
+  KernFeed(Matrix* aMatrix, const char* aFileName) : matrix(aMatrix), fileName(aFileName) {
+    snprintf(description, sizeof description, KernTier<Matrix>::texts.description, 64);
+  }
+
+  /// The result of the last update; `numberOfNotes` gets the notes of all tracks that were taken.
+  int run(int* numberOfNotes) {
+    const char* const caller = "updateMatrixWithKernFile";
+    const std::unique_ptr<ZQKernTrackList, void (*)(ZQKernTrackList*)> list(readKernTrackList(fileName, caller),
+                                                                            deleteZQKernTrackList);
+    const auto* channelFilter = reinterpret_cast<const unsigned char*>(matrix->getGlobalMidiChannelFilterArray());
+    if (list == nullptr || !arrangeKernTracks(list.get(), channelFilter, caller) ||
+        !mergeKernTracks(list.get(), matrix->getGlobalMidiTrackAnalyze()))
+      return 0;
+    const int numberOfTracks = list->getNumberOfKernObjectTracks();
+    dbPrintf(4, "number of kern tracks found: %d:\n", numberOfTracks);
+    dbPrintf(4, "%d Kern object Tracks generated\n", numberOfTracks);
+    dbPrintf(4, "%d Kern\tMeta events written to Kern midi object track no. 0\n", list->getKernObjectTrackAtIndex(0)->getCount());
+    KernTrackJudge judge(*list, settingsOfMatrix(), fileName, KernTier<Matrix>::texts);
+    int result = 0;
+    for (int i = 1; i < numberOfTracks; i++) {
+      if (!feedTrack(judge, list->getKernObjectTrackAtIndex(i), i, numberOfNotes, &result)) break;
+    }
+    return result;
+  }
+
+ private:
+  MidiFeedSettings settingsOfMatrix() const {
+    return {matrix->getGlobalPreProcessingType(), matrix->getGlobalCoordinateDimension(), matrix->getGlobalMatrixType()};
+  }
+
+  void setSettings(const MidiFeedSettings& settings) {
+    matrix->setGlobalPreProcessingType(settings.preProcessingType);
+    matrix->setGlobalCoordinateDimension(settings.coordinateDimension);
+    matrix->setGlobalMatrixType(settings.matrixType);
+  }
+
+  /// False if no sub-matrix is left, which ends the file.
+  bool feedTrack(KernTrackJudge& judge, const ZQKernObjectTrack* track, int index, int* numberOfNotes, int* result) {
+    const bool isTaken = judge.takeUp(track, index);
+    setSettings(judge.settings());
+    if (!isTaken) return true;
+    *numberOfNotes = wrappingSum(*numberOfNotes, judge.numberOfNotes());
+    const MidiSequence sequence = sequenceOf(*track, judge);
+    if (!judge.findMeter()) return true;
+    const LearnedTrack learned = judge.learnedTrack();
+    if (!makeMatrixForMusicCurrent(matrix, learned.nom, learned.denom, learned.subType, learned.sound)) {
+      tellNoFreeMatrix(learned);
+      return false;
+    }
+    applyMidiProperties(matrix, fileName, KernTier<Matrix>::profileTexts);
+    describeMatrix(learned);
+    const int dimension = judge.settings().coordinateDimension;
+    const int numberOfItems = dimension > 0 ? static_cast<int>(sequence.count / dimension) : 0;
+    *result =
+        sequence.values == nullptr ? outOfMemory : matrix->updateMatrixWithLongMIDISequence(sequence.values.get(), numberOfItems);
+    judge.finish();
+    setSettings(judge.settings());
+    return true;
+  }
+
+  /// The grids are those of the sub-matrix that is current, so of ID 0 for the first track and of the last track's sub-matrix for
+  /// the others.
+  MidiSequence sequenceOf(const ZQKernObjectTrack& track, const KernTrackJudge& judge) const {
+    const auto* info = matrix->getMatrixInfo();
+    const MidiSequenceForm form{judge.settings().preProcessingType, info->getMidiNoteOnQuantization(),
+                                info->getMidiDurationQuantization()};
+    MidiSequence sequence = sequenceOfKernTrack(track, form, judge.lengthOfSequence());
+    if (sequence.count != judge.lengthOfSequence())
+      dbPrintf(0, "updateMatrixWithKernFile: i != numberOfSequenceItemsPerTrack %d<->%d\n", static_cast<int>(sequence.count),
+               static_cast<int>(judge.lengthOfSequence()));
+    return sequence;
+  }
+
+  /// The music style is a criterion of the search, but is not put into the record.
+  void describeMatrix(const LearnedTrack& track) {
+    auto* info = matrix->getMatrixInfo();
+    describeLearnedTrack(info, track, fileName);
+    addNameOfLearnedTrack(info, nameOfLearnedTrack(matrix->getCurrentMatrixID(), track, matrix->getGlobalMusicStyle()), fileName);
+    matrix->setMatrixDescription(description);
+  }
+
+  void tellNoFreeMatrix(const LearnedTrack& track) const {
+    dbPrintf(0, "updateMatrixWithKernFile %s: could not find a free matrixID for timeSignature %d/%d\n", fileName, track.nom,
+             track.denom);
+    dbPrintf(0, KernTier<Matrix>::texts.pleaseRestart, matrix->getMaxNumberOfMatrices());
+    dbPrintf(0, "matrix occupation up to now:\n");
+    for (int i = 0; i < matrix->getMaxNumberOfMatrices(); i++) {
+      const auto* info = matrix->getMatrixInfo(i);
+      dbPrintf(0, "ID %d: signature %d/%d, midiSubTyp= %d, musicstyl= %d\n", i, info->getMidiTimeSignatureNom(),
+               info->getMidiTimeSignatureDenom(), info->getMidiSubType(), info->getMusicStyle());
+    }
+  }
+
+  static constexpr int outOfMemory = -2;  // as the update has it
+
+  Matrix* matrix;
+  const char* fileName;
+  char description[256];
+};
+
+/// Other than the feed of MIDI files it leaves ID 0 current.
+template <class Matrix>
+int updateMatrixWithKERNFileIn(Matrix* matrix, const char* fileName, int* numberOfNotes) {
+  int notes = 0;
+  if (numberOfNotes != nullptr) *numberOfNotes = 0;
+  FILE* file = openRegularFile(fileName);
+  if (file == nullptr) {
+    dbPrintf(1, "updateMatrixWithKernFile: cannot open %s...\n", fileName != nullptr ? fileName : "");
+    return 0;
+  }
+  fclose(file);
+  dbPrintf(5, "begin updateMatrixWithKERNFile %s...\n", fileName);
+  matrix->setCurrentMatrixID(0);
+  const int result = KernFeed<Matrix>(matrix, fileName).run(&notes);
+  if (numberOfNotes != nullptr) *numberOfNotes = notes;
+  dbPrintf(5, "end updateMatrixWithKERNFile, %d kernNotes processed...\n", notes);
+  matrix->setCurrentMatrixID(0);
+  return result;
+}
+
+/// Learns every kern file of a directory in alphabetical order; one that fails stops nothing.
+template <class Matrix>
+int updateMatrixWithKERNFilesIn(Matrix* matrix, const char* path, int recursive, int* numberOfNotes) {
+  int sumOfNotes = 0;
+  if (ZQFileNameList* names = ZQFileNameList().getKernFilesInFilePath(path, recursive, nullptr)) {
+    names->sortByFunction(ZQCompareFileNames);
+    for (int i = 0; i < names->getCount(); i++) {
+      int notes = 0;
+      matrix->updateMatrixWithKERNFile(names->getFileNameAtIndex(i), &notes);
+      sumOfNotes = wrappingSum(sumOfNotes, notes);
+    }
+    deleteZQFileNameList(names);
+  }
+  if (numberOfNotes != nullptr) *numberOfNotes = sumOfNotes;
+  return 1;
+}
+
+}  // namespace zmatrix

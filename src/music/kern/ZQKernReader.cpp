@@ -1,0 +1,393 @@
+#include "music/kern/ZQKernReader.h"
+
+#include <algorithm>
+#include <new>
+
+#include "frame/ZQDebugChannel.h"
+#include "music/kern/ZQKernTokens.h"
+#include "music/midi/MIDIFILE.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr int bufferSize = 960;
+constexpr int longestTimeStep = 49152;  // a step of this length or more isn't taken
+constexpr int restValue = 200;          // a pitch of this number is taken for a rest,
+constexpr int tieValue = 221;           // and one of this number for a tied note
+
+/// The accidentals of a key signature as a scan for "%c#%c#..." counts them: seven at most, and one more than there are sharps,
+/// since the character at which the scan ends is counted. So flats give 1, and so does a signature without accidentals.
+int countOfSharps(std::string_view text) {
+  constexpr int mostSharps = 7;
+  int count = 0;
+  while (count < mostSharps && !text.empty()) {
+    count++;
+    if (text.size() < 2 || text[1] != '#') break;
+    text.remove_prefix(2);
+  }
+  return count;
+}
+
+}  // namespace
+
+void KernReader::read() {
+  if (!getNext()) return;
+  abstime_ = quarterInQuanta;
+  do {
+    readSection();
+  } while (!isOver_ && getNext());
+  if (isOver_ || isCounting_) {
+    observer_.finished(0);
+    return;
+  }
+  applyBarOffset();
+}
+
+/// Takes the next record that is no comment.
+bool KernReader::getNext() {
+  while (lines_.next(bufferSize)) {
+    record_ = lines_.text();
+    numberOfRecords_++;
+    if (lines_.pieceOfLine() == 2) observer_.departed(zq_KernLongLine, {lines_.lineNumber(), 0, {}}, bufferSize);
+    if (!record_.starts_with('!')) {
+      if (setBack_.line > 0) observer_.departed(zq_KernTimeSetBack, setBack_, quantaSetBack_);
+      setBack_.line = 0;
+      return true;
+    }
+    // The text keeps its line feed.
+    ZQKernObject* comment = addObject(ZQKernObjectComment, abstime_, 0);
+    if (comment != nullptr && !comment->setBuffer(record_)) throw std::bad_alloc();
+  }
+  return false;
+}
+
+/// Null behind a timing error.
+ZQKernObject* KernReader::addObject(int type, int time, int channel) {
+  if (isCounting_) return nullptr;
+  ZQKernObject* object = createAndInitZQKernObjectOfType(type, time);
+  if (object == nullptr || !track_->addKernObject(object)) {
+    deleteZQKernObject(object);
+    throw std::bad_alloc();
+  }
+  object->setChannel(static_cast<unsigned char>(channel));
+  return object;
+}
+
+/// A column without a token counts as empty.
+std::string_view KernReader::token(int column) const {
+  const auto index = static_cast<size_t>(column);
+  return index < tokens_.size() ? tokens_[index] : std::string_view();
+}
+
+void KernReader::applyBarOffset() {
+  const int offset = bars_.getOffset();
+  if (offset > 0) {
+    dbPrintf(5, "readKernObjects: applying barOffset...\n");
+    for (int i = 0; i < track_->getCount(); i++) {
+      ZQKernObject* object = track_->getKernObjectAtIndex(i);
+      if (object->getType() == ZQKernObjectTimeSignature || object->getType() == ZQKernObjectTempo) continue;
+      object->setTimeQuanta(wrappingSum(object->getTimeQuanta(), offset));
+    }
+  }
+  observer_.finished(offset);
+}
+
+// --- a section: from the first record to where all spines are closed
+
+void KernReader::readSection() {
+  const std::string_view record = record_.substr(0, record_.find('\n'));
+  spines_.begin(static_cast<int>(std::count(record.begin(), record.end(), '\t')) + 1);
+  timeStep_ = quarterInQuanta;
+  isFirstLine_ = true;
+  observer_.beganSection(spines_.getCount());
+  do {
+    readRecord();
+  } while (!isOver_ && spines_.getCount() > 0 && getNext());
+}
+
+/// A record that holds nothing but null tokens in the kern spines takes no time. Up to the first one that takes time all count.
+bool KernReader::recordCounts() const {
+  if (isFirstLine_ || spines_.getNumberOfKernSpines() == 0) return true;
+  for (int i = 0; i < spines_.getCount(); i++)
+    if (spines_.isKern(i) && !token(i).starts_with('.')) return true;
+  return false;
+}
+
+void KernReader::readRecord() {
+  splitRecord(record_, tokens_);
+  if (!recordCounts()) return;
+  flags_ = Flags();
+  tellOddities();
+  const int numberOfColumns = spines_.getCount();
+  for (int i = 0; i < numberOfColumns && !isOver_; i++) handleColumn(i);
+  if (isOver_) return;
+  if (flags_.graceNote || flags_.groupetto) spines_.pushByGraceNotes(flags_.groupetto, flags_.graceNote);
+  if (flags_.advance) advanceTime();
+  if (flags_.terminate) terminateSpines();
+  if (flags_.terminate || flags_.pathChange) {
+    spines_.applyPaths(observer_, lines_.lineNumber());
+  } else if (flags_.tandem && !isCounting_) {
+    for (int i = 0; i < numberOfColumns; i++) readTandem(i, token(i));
+  }
+}
+
+void KernReader::tellOddities() {
+  const int numberOfTokens = static_cast<int>(tokens_.size());
+  if (numberOfTokens < spines_.getCount())
+    observer_.departed(zq_KernMissingTokens, {lines_.lineNumber(), numberOfTokens + 1, {}}, spines_.getCount() - numberOfTokens);
+  if (numberOfTokens > spines_.getCount())
+    observer_.departed(zq_KernSurplusTokens, place(spines_.getCount()), numberOfTokens - spines_.getCount());
+}
+
+void KernReader::advanceTime() {
+  const int step = spines_.smallestDelta(longestTimeStep);
+  if (step != longestTimeStep) timeStep_ = step;
+  isFirstLine_ = false;
+  if (!record_.starts_with('*') && !flags_.barLine) abstime_ = wrappingSum(abstime_, timeStep_);
+}
+
+/// Stops what sounds in the spines that end. If there was anything, the time goes back by the last step: the record before has
+/// added it already, and it isn't added again.
+void KernReader::terminateSpines() {
+  bool madeNoteOff = false;
+  for (int i = 0; i < spines_.getCount(); i++)
+    if (spines_.path(i) == KernPath::terminate && spines_.isKern(i) && removeNotes(i)) madeNoteOff = true;
+  if (!madeNoteOff) return;
+  if (timeStep_ != 0) setBack_.line = lines_.lineNumber();
+  quantaSetBack_ = timeStep_;
+  spines_.addToDeltas(wrappingDifference(0, timeStep_));
+  abstime_ = wrappingDifference(abstime_, timeStep_);
+  timeStep_ = 0;
+}
+
+// --- a column
+
+void KernReader::handleColumn(int column) {
+  const std::string_view text = token(column);
+  switch (text.empty() ? '\0' : text[0]) {
+    case '*':
+      handleInterpretation(column, text);
+      break;
+    case '=':
+      handleBarLine(column, text);
+      break;
+    case '.':
+      handleNull(column, text);
+      break;
+    default:
+      if (spines_.isKern(column)) handleData(column, text);
+  }
+}
+
+void KernReader::handlePath(int column, KernPath path) {
+  spines_.setPath(column, path);
+  flags_.tandem = true;
+  (path == KernPath::terminate ? flags_.terminate : flags_.pathChange) = true;
+  flags_.openJoin = false;
+}
+
+/// True if a new exclusive interpretation stands in any column but the first.
+bool KernReader::holdsExclusiveBehindFirst() {
+  if (!flags_.holdsExclusive.has_value())
+    flags_.holdsExclusive =
+        std::any_of(tokens_.begin() + 1, tokens_.end(), [](std::string_view other) { return other.starts_with("**"); });
+  return *flags_.holdsExclusive;
+}
+
+/// The first spine of a join stays, the others end.
+void KernReader::handleJoin(int column) {
+  flags_.tandem = true;
+  if (flags_.openJoin) {
+    spines_.setPath(column, KernPath::terminate);
+    flags_.terminate = true;
+    observer_.joinedSpine();
+  }
+  flags_.openJoin = true;
+}
+
+void KernReader::handleInterpretation(int column, std::string_view text) {
+  if (text == "*+") {
+    handlePath(column, KernPath::add);
+  } else if (text == "*^") {
+    handlePath(column, KernPath::split);
+  } else if (text == "*x") {
+    handlePath(column, KernPath::exchange);
+  } else if (text == "*-") {
+    handlePath(column, KernPath::terminate);
+    observer_.endedSpine();
+  } else if (text == "*v") {
+    handleJoin(column);
+  } else if (text == "**kern") {
+    if (!spines_.isKern(column)) observer_.sawKernSpine();
+    spines_.makeKern(column);
+    flags_.openJoin = false;
+  } else if (text.starts_with("*Ch")) {
+    std::string_view number = text.substr(3);
+    int channel = 0;
+    if (scanInteger(number, channel)) spines_.setChannel(column, channel);
+    flags_.openJoin = false;
+  } else if (text.starts_with("**")) {
+    flags_.openJoin = false;  // a kern spine stays one under another name
+  } else if (!holdsExclusiveBehindFirst()) {
+    flags_.tandem = true;
+    if (text == "*") flags_.openJoin = false;
+  }
+}
+
+/// A null token lets the time go on in any spine, but only a kern spine keeps account of it.
+void KernReader::handleNull(int column, std::string_view text) {
+  flags_.advance = true;
+  if (!spines_.isKern(column)) return;
+  int& delta = spines_.delta(column);
+  delta = wrappingDifference(delta, timeStep_);
+  if (delta >= 0) return;
+  delta = 0;
+  if (isCounting_) return;
+  dbPrintf(0, "KERN Module: Timing error at line %d, spine %d.\n", numberOfRecords_, column);
+  dbPrintf(0, "%.*s", static_cast<int>(record_.size()), record_.data());
+  observer_.departed(zq_KernTimingError, {lines_.lineNumber(), column + 1, text}, 0);
+  isCounting_ = observer_.wantsLostNotes();
+  isOver_ = !isCounting_;
+}
+
+void KernReader::handleBarLine(int column, std::string_view text) {
+  if (!isCounting_) bars_.sawBarLine(abstime_, text.size() > 1 && text[1] == '=');
+  if (!flags_.barLine) {
+    firstUnsetColumn_ = 0;
+    if (!isCounting_) observer_.sawBarLine();
+  }
+  // All columns start anew, whether their notes have ended or not. Behind the first bar line of a record only those can differ
+  // that were handled since.
+  const int end = flags_.barLine ? column : spines_.getCount();
+  for (int i = firstUnsetColumn_; i < end; i++) {
+    int& delta = spines_.delta(i);
+    const int rest = wrappingDifference(delta, timeStep_);
+    if (rest != 0 && spines_.isKern(i)) observer_.departed(zq_KernResynchronised, place(i), rest);
+    delta = timeStep_;
+  }
+  firstUnsetColumn_ = column;
+  flags_.barLine = true;
+}
+
+// --- data
+
+void KernReader::handleData(int column, std::string_view text) {
+  bool isTimed = false, isCleared = false;
+  const bool tied = isTied(text);
+  size_t begin = 0;
+  bool goesOn = true;
+  while (goesOn) {
+    const size_t end = std::min(text.find(' ', begin), text.size());
+    const bool isLast = end + 1 >= text.size();
+    goesOn = handleSubToken(column, text.substr(begin, end - begin), tied, isLast, isTimed, isCleared) && !isLast;
+    begin = end + 1;
+  }
+}
+
+/// Returns false if the rest of the token is not to be looked at.
+bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bool isLast, bool& isTimed, bool& isCleared) {
+  const KernSubToken note = parseKernSubToken(text);
+  flags_.graceNote = flags_.graceNote || note.isGrace;
+  flags_.groupetto = flags_.groupetto || note.isGroupetto;
+  tied = tied || (!note.isRest && note.pitch == tieValue);
+  const bool isRest = !tied && (note.isRest || note.pitch == restValue);
+  if (isRest && !isLast) return true;
+  if (note.isCut) observer_.departed(zq_KernCutDuration, place(column), note.duration);
+  // A pitch of exactly 0 can't be told from none.
+  if (!tied && !isRest && note.pitch == 0) {
+    observer_.departed(zq_KernNoPitch, place(column), 0);
+    takeTime(column, note.duration, isTimed);
+    return false;
+  }
+  flags_.advance = true;
+  if (!tied && !isCleared) {
+    removeNotes(column);
+    isCleared = true;
+  }
+  if (!note.hasDuration) observer_.departed(zq_KernNoDuration, place(column), 0);
+  takeTime(column, note.duration, isTimed);
+  if (tied) {
+    if (!isCounting_) observer_.continuedTie();
+  } else if (isRest) {
+    // Ends the phrase of the last note made, in whichever spine that was.
+    if (lastNote_ != nullptr && note.closesPhrase) lastNote_->setPhraseEnd(1);
+    lastNote_ = nullptr;
+    if (!isCounting_) observer_.tookRest();
+  } else {
+    makeNote(column, note);
+  }
+  return true;
+}
+
+/// A token takes the time of its first note.
+void KernReader::takeTime(int column, int duration, bool& isTimed) {
+  if (isTimed) return;
+  isTimed = true;
+  int& delta = spines_.delta(column);
+  delta = std::max(0, wrappingDifference(wrappingSum(delta, duration), timeStep_));
+}
+
+void KernReader::makeNote(int column, const KernSubToken& note) {
+  spines_.addNote(column, note.pitch);
+  if (isCounting_) {
+    observer_.departed(zq_KernLostNote, place(column), 0);
+    return;
+  }
+  ZQKernObject* object = addObject(ZQKernObjectNoteOn, abstime_, spines_.channel(column));
+  object->setDuration(note.duration);
+  object->setNoteNumber(static_cast<unsigned char>(note.pitch));
+  object->setPhraseBegin(note.opensPhrase);
+  object->setPhraseEnd(note.closesPhrase);
+  lastNote_ = object;
+  observer_.tookNote(spines_.channel(column));
+  if (note.isGrace || note.isGroupetto) observer_.tookGraceNote();
+}
+
+/// Stops the notes of a column, but for those that another kern spine of the channel sounds too. True if one was stopped.
+bool KernReader::removeNotes(int column) {
+  bool madeNoteOff = false;
+  for (const unsigned char noteNumber : spines_.notes(column)) {
+    if (spines_.soundsElsewhere(column, noteNumber)) continue;
+    madeNoteOff = true;
+    if (ZQKernObject* object = addObject(ZQKernObjectNoteOff, abstime_, spines_.channel(column)))
+      object->setNoteNumber(noteNumber);
+  }
+  spines_.clearNotes(column);
+  return madeNoteOff;
+}
+
+// --- tandem interpretations
+
+void KernReader::readTandem(int column, std::string_view text) {
+  if (text.size() < 3 || text[0] != '*') return;
+  std::string_view rest = text;
+  float tempo = 0, otherTempo = 0;
+  int numerator = 0, denominator = 0;
+  const auto skip = [&rest](std::string_view prefix) {
+    if (!rest.starts_with(prefix)) return false;
+    rest.remove_prefix(prefix.size());
+    return true;
+  };
+  if (skip("*MM") && scanFloat(rest, tempo)) {
+    if (skip("-") && scanFloat(rest, otherTempo)) tempo = (tempo + otherTempo) / 2;
+    if (ZQKernObject* object = addObject(ZQKernObjectTempo, abstime_, 0)) object->setTempo(tempo);
+    return;
+  }
+  rest = text;
+  if (skip("*M") && scanInteger(rest, numerator) && skip("/") && scanInteger(rest, denominator)) {
+    bars_.sawSignature(numerator, denominator);
+    observer_.sawMeter(numerator, denominator, place(column));
+    // At time 0 wherever it stands.
+    if (ZQKernObject* object = addObject(ZQKernObjectTimeSignature, 0, 0))
+      object->setTimeSignature(bars_.getNumerator(), bars_.getDenominator());
+    if (bars_.getNumberOfSignatures() > 1)
+      dbPrintf(0, "reading KERN file: more than one time signature found (%d)\n", bars_.getNumberOfSignatures());
+    return;
+  }
+  rest = text;
+  if (!skip("*k[") || rest.empty()) return;
+  if (ZQKernObject* object = addObject(ZQKernObjectKeySignature, abstime_, 0)) object->setKeySignature(countOfSharps(rest), 0);
+}
+
+}  // namespace zmatrix

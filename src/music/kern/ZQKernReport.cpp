@@ -1,0 +1,156 @@
+#include "music/kern/ZQKernReport.h"
+
+#include <deque>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "frame/ZQMutedMessages.h"
+#include "music/kern/ZQKernFile.h"
+#include "music/kern/ZQKernRules.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr size_t mostEntries = 10000;  // of findings and of meters, so that no file can ask for all memory
+
+// In the order of zq_KernDeparture.
+const char* const departureTexts[] = {
+    "a token without a pitch takes time and gives no note",
+    "a note, rest or tie without a duration of its own has the duration 0",
+    "the duration is cut",
+    "the end of a sounding spine sets the time back",
+    "a bar line makes a spine agree that was not at its end",
+    "fewer tokens than spines: the missing ones count as empty",
+    "more tokens than spines: the surplus is passed over",
+    "timing error: the reading ends here",
+    "a note behind a timing error is not read",
+    "the line is longer than the buffer and counts as several records",
+    "the last line has no line feed and is not checked",
+    "no room for a further spine",
+};
+static_assert(sizeof departureTexts / sizeof *departureTexts == zq_KernNumberOfDepartures);
+static_assert(sizeof(zq_KernReport::departures) / sizeof(long long) == zq_KernNumberOfDepartures);
+
+/// The message of a rule in one line, without the mark that it begins with.
+std::string sentenceOf(const KernRuleText& rule) {
+  const std::string_view message = rule.message;
+  std::string sentence;
+  for (const char character : message.substr(message.find(": ", message.find(": ") + 1) + 2)) {
+    const bool isBlank = character == ' ' || character == '\n';
+    if (!isBlank) {
+      sentence += character;
+    } else if (!sentence.empty() && sentence.back() != ' ') {
+      sentence += ' ';
+    }
+  }
+  if (sentence.ends_with(' ')) sentence.pop_back();
+  return sentence;
+}
+
+/// The report with its storage; hosts see the plain structure that it begins with.
+class OwnedReport : public zq_KernReport, public KernObserver {
+ public:
+  OwnedReport() : zq_KernReport() {}
+
+  void make(const char* fileName) {
+    KernLines lines;
+    ZQKernTrackList list;
+    if (!openKernFile(lines, fileName)) {
+      state = zq_KernFileNotOpened;
+    } else if (!checkKernFile(lines, *this)) {
+      state = zq_KernFileRefused;
+    } else {
+      readKernFile(lines, &list, *this);
+      state = departures[zq_KernTimingError] > 0 ? zq_KernFileCutShort : zq_KernFileRead;
+    }
+    findings = findings_.data();
+    numberOfFindings = static_cast<int>(findings_.size());
+    meters = meters_.data();
+    numberOfMeters = static_cast<int>(meters_.size());
+  }
+
+  bool wantsLostNotes() const override { return true; }
+
+  void brokeRule(KernRule rule, const KernPlace& place) override {
+    const KernRuleText& text = textOf(rule);
+    (text.isError ? errors : warnings)++;
+    addFinding(text.isError ? zq_KernError : zq_KernWarning, text.number, place, text.refusesFile, 0, sentence(rule));
+  }
+  void departed(KernDeparture departure, const KernPlace& place, int amount) override {
+    departures[departure]++;
+    addFinding(zq_KernDeparted, departure, place, departure == zq_KernTimingError, amount, departureTexts[departure]);
+  }
+
+  void beganSection(int numberOfSpines) override {
+    sections++;
+    spines += numberOfSpines;
+  }
+  void sawKernSpine() override { kernSpines++; }
+  void tookNote(int channel) override {
+    notes++;
+    (channel < 16 ? notesOnChannel[channel] : notesOnOtherChannels)++;
+  }
+  void tookRest() override { rests++; }
+  void continuedTie() override { ties++; }
+  void tookGraceNote() override { graceNotes++; }
+  void splitSpine() override { splits++; }
+  void addedSpine() override { additions++; }
+  void exchangedSpines() override { exchanges++; }
+  void joinedSpine() override { joins++; }
+  void endedSpine() override { ends++; }
+  void sawBarLine() override { barLines++; }
+  void sawMeter(int numerator, int denominator, const KernPlace& place) override {
+    if (meters_.size() < mostEntries) {
+      meters_.push_back({place.line, place.column, numerator, denominator});
+    } else {
+      metersLeftOut++;
+    }
+  }
+  void finished(int offset) override { barOffset = offset; }
+
+ private:
+  void addFinding(int kind, int number, const KernPlace& place, bool stops, int amount, const char* text) {
+    if (findings_.size() >= mostEntries) {
+      findingsLeftOut++;
+      return;
+    }
+    findings_.push_back({kind, number, place.line, place.column, stops ? 1 : 0, amount, keep(place.token), text});
+  }
+
+  const char* keep(std::string_view text) { return text.empty() ? "" : texts_.emplace_back(text).c_str(); }
+
+  const char* sentence(KernRule rule) {
+    const auto index = static_cast<size_t>(rule);
+    if (sentences_.size() <= index) sentences_.resize(index + 1, nullptr);
+    if (sentences_[index] == nullptr) sentences_[index] = keep(sentenceOf(textOf(rule)));
+    return sentences_[index];
+  }
+
+  std::vector<zq_KernFinding> findings_;
+  std::vector<zq_KernMeter> meters_;
+  std::deque<std::string> texts_;
+  std::vector<const char*> sentences_;  // by rule, null for those that were not needed
+};
+
+}  // namespace
+
+zq_KernReport* createKernReport(const char* fileName) {
+  const MutedMessages muted;
+  OwnedReport* report = nullptr;
+  try {
+    report = new OwnedReport;
+    report->make(fileName);
+  } catch (const std::bad_alloc&) {
+    delete report;
+    return nullptr;
+  }
+  return report;
+}
+
+void deleteKernReport(zq_KernReport* report) {
+  delete static_cast<OwnedReport*>(report);
+}
+
+}  // namespace zmatrix

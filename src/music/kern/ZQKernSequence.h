@@ -1,0 +1,12 @@
+// Kern notes as the integers that are learned.
+#pragma once
+
+#include "music/kern/ZQKernObjectTrack.h"
+#include "music/midi/ZQMidiSequence.h"
+
+namespace zmatrix {
+
+/// The notes of a track, as many as `length` integers hold. The sound of a note is made from its channel.
+MidiSequence sequenceOfKernTrack(const ZQKernObjectTrack& track, const MidiSequenceForm& form, long long length);
+
+}  // namespace zmatrix

@@ -1,0 +1,140 @@
+#include "music/kern/ZQKernSpines.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "music/kern/ZQKernTokens.h"
+#include "music/midi/MIDIFILE.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr int numberOfChannels = 16;
+
+}  // namespace
+
+void KernSpines::begin(int numberOfColumns) {
+  activeSpines = numberOfColumns;
+  kernSpines = 0;
+  kernList.assign(at(numberOfColumns), 0);
+  deltaList.assign(at(numberOfColumns), quarterInQuanta);
+  pathList.assign(at(numberOfColumns), KernPath::none);
+  noteList.assign(at(numberOfColumns), Notes());
+  chanList.clear();
+  growChannels(numberOfColumns);
+}
+
+void KernSpines::growChannels(int numberOfColumns) {
+  while (static_cast<int>(chanList.size()) < numberOfColumns)
+    chanList.push_back(static_cast<unsigned char>(chanList.size() % numberOfChannels));
+}
+
+void KernSpines::makeKern(int column) {
+  if (!isKern(column)) kernSpines++;
+  kernList[at(column)] = 1;
+}
+
+int KernSpines::smallestDelta(int most) const {
+  int smallest = most;
+  for (int i = 0; i < activeSpines; i++)
+    if (isKern(i)) smallest = std::min(smallest, deltaList[at(i)]);
+  return smallest;
+}
+
+void KernSpines::addToDeltas(int quanta) {
+  for (int i = 0; i < activeSpines; i++)
+    if (isKern(i)) deltaList[at(i)] = wrappingSum(deltaList[at(i)], quanta);
+}
+
+void KernSpines::pushByGraceNotes(bool groupetto, bool graceNote) {
+  // A groupetto is taken as 128 quanta, but it pushes by three times that.
+  constexpr int quantaOfGroupettoPush = 384;
+  for (int i = 0; i < activeSpines; i++) {
+    int& delta = deltaList[at(i)];
+    if (groupetto && delta != quantaOfGroupettoPush) {
+      delta = wrappingSum(delta, quantaOfGroupettoPush);
+    } else if (graceNote && delta != quantaOfGraceNote) {
+      delta = wrappingSum(delta, quantaOfGraceNote);
+    }
+  }
+}
+
+bool KernSpines::soundsElsewhere(int column, unsigned char noteNumber) const {
+  const unsigned char* channels = chanList.data();
+  const unsigned char channel = channels[column];
+  for (const unsigned char* end = channels + activeSpines; channels < end; channels++) {
+    channels = static_cast<const unsigned char*>(std::memchr(channels, channel, static_cast<size_t>(end - channels)));
+    if (channels == nullptr) return false;
+    const auto other = channels - chanList.data();
+    if (other == column) continue;
+    const Notes& notes = noteList[static_cast<size_t>(other)];
+    if (!notes.empty() && std::memchr(notes.data(), noteNumber, notes.size()) != nullptr) return true;
+  }
+  return false;
+}
+
+/// Columns as they are put together anew, from left to right.
+struct KernSpines::Shift {
+  std::vector<unsigned char> kernList;
+  std::vector<int> deltaList;
+  std::vector<Notes> noteList;
+
+  int count() const { return static_cast<int>(kernList.size()); }
+  void append(unsigned char isKern, int delta, Notes&& notes) {
+    kernList.push_back(isKern);
+    deltaList.push_back(delta);
+    noteList.push_back(std::move(notes));
+  }
+};
+
+void KernSpines::applyPaths(KernObserver& observer, int line) {
+  Shift shift;
+  int active = activeSpines;
+  for (int i = 0; i < activeSpines; i++) {
+    const KernPath path = pathList[at(i)];
+    if (path == KernPath::terminate) {
+      if (isKern(i)) kernSpines--;
+      active--;
+      continue;
+    }
+    if (path == KernPath::exchange) exchange(i, shift.count(), observer);
+    const unsigned char isKernSpine = kernList[at(i)];
+    const int delta = deltaList[at(i)];
+    shift.append(isKernSpine, delta, std::move(noteList[at(i)]));
+    if (path != KernPath::add && path != KernPath::split) continue;
+    if (active >= mostColumns) {
+      observer.departed(zq_KernTooManySpines, {line, i + 1, {}}, 0);
+      continue;
+    }
+    active++;
+    if (path == KernPath::split) {
+      shift.append(isKernSpine, delta, Notes());
+      kernSpines += isKernSpine;
+      observer.splitSpine();
+    } else {
+      shift.append(0, isKernSpine != 0 ? delta : 0, Notes());
+      observer.addedSpine();
+    }
+    growChannels(active);
+  }
+  kernList.swap(shift.kernList);
+  deltaList.swap(shift.deltaList);
+  noteList.swap(shift.noteList);
+  pathList.assign(at(active), KernPath::none);
+  activeSpines = active;
+}
+
+/// Swaps a column, which now stands at `position`, with the next one that is to be exchanged, channel included.
+void KernSpines::exchange(int column, int position, KernObserver& observer) {
+  const auto next = std::find(pathList.begin() + column + 1, pathList.end(), KernPath::exchange);
+  if (next == pathList.end()) return;
+  const int other = static_cast<int>(next - pathList.begin());
+  std::swap(kernList[at(column)], kernList[at(other)]);
+  std::swap(deltaList[at(column)], deltaList[at(other)]);
+  noteList[at(column)].swap(noteList[at(other)]);
+  std::swap(chanList[at(position)], chanList[at(position + other - column)]);
+  observer.exchangedSpines();
+}
+
+}  // namespace zmatrix
