@@ -2808,6 +2808,17 @@ ZQFileNameList* s_getKernFilesInFilePath(ZQFileNameList* list, const char* path,
 /// Result: below 0, 0 or above 0; 0 if a pointer is null.
 int ZQCompareFileNames(const void* first, const void* second);
 
+// ---- Number codes -------------------------------------------------------------------------------------------------------------
+
+/// 1 if an ocron type, 3 to 7, fits the preprocessing type of the current sub-matrix, else 0.
+int s_isValidOcronType(ZQMatrix* matrix, int ocronType);
+int s_isValidOcronType_Medium(ZQMatrixMedium* matrix, int ocronType);
+
+/// Sets the ocron and gocron settings of the current sub-matrix to those that the number functions of the process work
+/// with.
+void s_applyGlobalGocronParametersToMatrix(ZQMatrix* matrix);
+void s_applyGlobalGocronParametersToMatrix_Medium(ZQMatrixMedium* matrix);
+
 #if defined(__GNUC__)
 #pragma GCC visibility pop
 #endif

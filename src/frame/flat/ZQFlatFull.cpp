@@ -450,6 +450,8 @@ int s_updateMatrixWithANSIFiles(ZQMatrix* matrix, const char* path, int recursiv
 int s_updateMatrixWithLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) { return matrix->updateMatrixWithLongANSISequence(sequence, length); }
 int s_getLanguageIDFromAnsiFile(ZQMatrix* matrix, const char* fileName) { return matrix->getLanguageIDFromAnsiFile(fileName); }
 int s_readAnsiObjexsAndWriteToAnsiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfObjex, fileName); }
+int s_isValidOcronType(ZQMatrix* matrix, int ocronType) { return matrix->isValidOcronType(ocronType); }
+void s_applyGlobalGocronParametersToMatrix(ZQMatrix* matrix) { matrix->applyGlobalGocronParametersToMatrix(); }
 
 }  // extern "C"
 #pragma GCC visibility pop

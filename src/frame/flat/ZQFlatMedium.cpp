@@ -364,6 +364,8 @@ int s_updateMatrixWithANSIFiles_Medium(ZQMatrixMedium* matrix, const char* path,
 int s_updateMatrixWithLongANSISequence_Medium(ZQMatrixMedium* matrix, const int* sequence, int length) { return matrix->updateMatrixWithLongANSISequence(sequence, length); }
 int s_getLanguageIDFromAnsiFile_Medium(ZQMatrixMedium* matrix, const char* fileName) { return matrix->getLanguageIDFromAnsiFile(fileName); }
 int s_readAnsiObjexsAndWriteToAnsiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfObjex, fileName); }
+int s_isValidOcronType_Medium(ZQMatrixMedium* matrix, int ocronType) { return matrix->isValidOcronType(ocronType); }
+void s_applyGlobalGocronParametersToMatrix_Medium(ZQMatrixMedium* matrix) { matrix->applyGlobalGocronParametersToMatrix(); }
 
 }  // extern "C"
 #pragma GCC visibility pop
