@@ -90,6 +90,11 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   ZQMatrixSequenceIndexVector* getPreProcessedZQIndexVectorFromOriginalIndexVector(ZQMatrixSequenceIndexVector* vector);
   ZQMatrixSequenceIndexVector* getOriginalZQIndexVectorFromPreprocessedIndexVector(ZQMatrixSequenceIndexVector* vector);
 
+  // --- number codes: learns which ocrons stand for the same number; 1, or -1 for a call that is refused
+  int feedMatrixWithDegenerationOcronData(const int* degenerationLevels, int arrayLength, char*** degenerationOcrons,
+                                          int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave,
+                                          int* numberFed);
+
   // --- learning: 1 learned, 0 empty or refused, -1 a write failed, -2 memory has run out
   int checkSettingsForUpdateMatrixWithSequence(int coordinateDimension, int preProcessingType, int allowLargeIndices,
                                                int matrixType);

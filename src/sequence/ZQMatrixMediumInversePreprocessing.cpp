@@ -15,8 +15,8 @@ using zmatrix::SystemOwned;
 
 namespace {
 
-/// Decodes the ocron that begins at each preprocessed item, or, walking by ocrons, at the first and behind each end symbol. Returns
-/// how many items stand in the block then.
+/// Decodes the ocron that begins at each preprocessed item, or, walking by ocrons, at the first and behind each end symbol.
+/// Returns how many items stand in the block then.
 int restoreOcrons(ZQMatrixMedium* matrix, int** items, int first, int total, int** preProcessed, bool walksByOcrons) {
   ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
   const int numberOfPreProcessed = total - first;

@@ -76,7 +76,8 @@ Value* codedNumbers(const PreprocessingSettings& settings, std::span<const Value
 int numberOfOcron(const ZQMatrixMediumInfo& info, const int* symbols, int readable, InverseOperation operation) {
   int length = 0, stackDepth = 0;
   const SystemOwned<char> ocron(getOcronStringFromOcronIntArray(symbols, readable, info.getOcronEndSymbol(), &length));
-  const bool isCut = operation == InverseOperation::withSequence && info.getPreProcessingType() == ZQPreProcessingTypeVirtualOcron;
+  const bool isCut =
+      operation == InverseOperation::withSequence && info.getPreProcessingType() == ZQPreProcessingTypeVirtualOcron;
   if (isCut) return static_cast<int>(ocronToLongLong(info.getOcronType(), ocron.get(), length, &stackDepth));
   return ocronToint(info.getOcronType(), ocron.get(), length, &stackDepth);
 }

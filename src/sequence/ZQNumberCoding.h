@@ -36,8 +36,8 @@ long long* longLongNumberCodedSequence(const PreprocessingSettings& settings, st
 /// Which of the two inverse operations works: they differ in a message, and in how large a virtual ocron may be.
 enum class InverseOperation { plain, withSequence };
 
-/// Decodes one item: in place, and returns it; an ocron into the temporary memory of the sub-matrix, which is returned then. At most
-/// `readable` integers of `objex` are read. Null for an item of several coordinates, and without memory.
+/// Decodes one item: in place, and returns it; an ocron into the temporary memory of the sub-matrix, which is returned then. At
+/// most `readable` integers of `objex` are read. Null for an item of several coordinates, and without memory.
 int* numberOfCode(ZQMatrixMediumInfo* info, int* objex, int readable, InverseOperation operation);
 
 }  // namespace zmatrix

@@ -75,6 +75,11 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   /// Writes characters from the basic level, words from the symbol level.
   int readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName);
 
+  // --- number codes: learns which ocrons stand for the same number; 1, or -1 for a call that is refused
+  int feedMatrixWithDegenerationOcronData(const int* degenerationLevels, int arrayLength, char*** degenerationOcrons,
+                                          int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave,
+                                          int* numberFed);
+
   // --- symbols
   /// Marks in a preprocessed text the first item of each word with bit 0 and the last with bit 1. A new array of `length`
   /// integers that the caller frees, and the number of words; null for other matrix types and for an empty sequence.

@@ -452,6 +452,7 @@ int s_getLanguageIDFromAnsiFile(ZQMatrix* matrix, const char* fileName) { return
 int s_readAnsiObjexsAndWriteToAnsiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfObjex, fileName); }
 int s_isValidOcronType(ZQMatrix* matrix, int ocronType) { return matrix->isValidOcronType(ocronType); }
 void s_applyGlobalGocronParametersToMatrix(ZQMatrix* matrix) { matrix->applyGlobalGocronParametersToMatrix(); }
+int s_feedMatrixWithDegenerationOcronData(ZQMatrix* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed) { return matrix->feedMatrixWithDegenerationOcronData(degenerationLevels, arrayLength, degenerationOcrons, ocronType, endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed); }
 
 }  // extern "C"
 #pragma GCC visibility pop

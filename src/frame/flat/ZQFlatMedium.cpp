@@ -366,6 +366,7 @@ int s_getLanguageIDFromAnsiFile_Medium(ZQMatrixMedium* matrix, const char* fileN
 int s_readAnsiObjexsAndWriteToAnsiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfObjex, fileName); }
 int s_isValidOcronType_Medium(ZQMatrixMedium* matrix, int ocronType) { return matrix->isValidOcronType(ocronType); }
 void s_applyGlobalGocronParametersToMatrix_Medium(ZQMatrixMedium* matrix) { matrix->applyGlobalGocronParametersToMatrix(); }
+int s_feedMatrixWithDegenerationOcronData_Medium(ZQMatrixMedium* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed) { return matrix->feedMatrixWithDegenerationOcronData(degenerationLevels, arrayLength, degenerationOcrons, ocronType, endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed); }
 
 }  // extern "C"
 #pragma GCC visibility pop
