@@ -17,6 +17,8 @@ void registerGeneration(const std::string& text);
 void registerRandomAccess();
 /// Test, prune, save and load.
 void registerUpkeep(const std::string& text);
+/// Tables and ranks of primes, integers to ocrons.
+void registerNumbers();
 /// A block filled to its cap.
 void registerCapacity();
 

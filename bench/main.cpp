@@ -45,6 +45,7 @@ int main(int argc, char** argv) {
   bench::registerGeneration(text);
   bench::registerRandomAccess();
   bench::registerUpkeep(text);
+  bench::registerNumbers();
   if (fillsToCap) bench::registerCapacity();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();

@@ -33,7 +33,8 @@ const char* zq_version(void);
 
 /// Makes the 32-bit table of primes of the process, which ocrons, gocrons and the preprocessing types 1010 to 1020 of all
 /// matrices need. It holds the primes from `lowerBound` to `upperBound`, or to 5000 if that is more; at most to 2147483647.
-/// Take 0 for `lowerBound`: the ranks of primes are right only in a table that begins with 2.
+/// Take 0 for `lowerBound`: the ranks of primes are right only in a table that begins with 2. Take a twentieth more than the
+/// largest number, and 1000: near the end of a table ranks are estimates.
 /// `count` gets the number of primes. A table to 100 million takes 23 MB.
 /// Result: the table, ascending, which is the library's and stands until the next call; null if the bounds are less than 2
 /// apart (the old table stays) or memory has run out (there is no table then, and *count is 0).
