@@ -19,6 +19,8 @@ void registerRandomAccess();
 void registerUpkeep(const std::string& text);
 /// Tables and ranks of primes, integers to ocrons.
 void registerNumbers();
+/// Reading, writing and learning music: of a large file made here, and of the MIDI files of a folder unless that is empty.
+void registerMusic(const std::string& folder);
 /// A block filled to its cap.
 void registerCapacity();
 

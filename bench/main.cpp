@@ -1,5 +1,5 @@
-// zmatrix_bench [--text FILE] [--cap] [Google Benchmark's own options]: without a text the two examples are learned, which are
-// short; --cap fills a block to its cap as well.
+// zmatrix_bench [--text FILE] [--midi FOLDER] [--cap] [Google Benchmark's own options]: without a text the two examples are
+// learned, which are short; --cap fills a block to its cap as well.
 #include <cstdio>
 #include <cstring>
 
@@ -8,14 +8,14 @@
 
 namespace {
 
-// Takes the file's name out of the arguments; the rest is Google Benchmark's.
-std::string takeTextArgument(int& argc, char** argv) {
+// Takes an option with its value out of the arguments; the rest is Google Benchmark's.
+std::string takeArgument(const char* option, int& argc, char** argv) {
   for (int i = 1; i + 1 < argc; i++) {
-    if (strcmp(argv[i], "--text") != 0) continue;
-    const std::string fileName = argv[i + 1];
+    if (strcmp(argv[i], option) != 0) continue;
+    const std::string value = argv[i + 1];
     for (int k = i; k + 2 <= argc; k++) argv[k] = argv[k + 2];  // the null behind the last one too
     argc -= 2;
-    return fileName;
+    return value;
   }
   return {};
 }
@@ -33,11 +33,12 @@ bool takeCapArgument(int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string text = bench::readText(takeTextArgument(argc, argv));
+  const std::string text = bench::readText(takeArgument("--text", argc, argv));
   if (text.empty()) {
     fputs("the text can't be read or is empty\n", stderr);
     return 3;
   }
+  const std::string midiFolder = takeArgument("--midi", argc, argv);
   const bool fillsToCap = takeCapArgument(argc, argv);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
@@ -45,6 +46,7 @@ int main(int argc, char** argv) {
   bench::registerGeneration(text);
   bench::registerRandomAccess();
   bench::registerUpkeep(text);
+  bench::registerMusic(midiFolder);
   bench::registerNumbers();
   if (fillsToCap) bench::registerCapacity();
   benchmark::RunSpecifiedBenchmarks();

@@ -40,13 +40,18 @@ columns = {
     "primes": [("prime", "ns"), ("kB beyond the table", "extra_kB")],
     "rank": [("rank", "ns")],
     "ocron": [("number", "ns")],
+    "midi_read": [("note", "ns")],
+    "midi_write": [("note", "ns")],
+    "midi_unended": [("note-on", "ns")],
+    "midi_learn": [("note", "ns"), ("phrase", "phrase_ns")],
     "cap": [("write", "ns"), ("elements", "elements")],
 }
-bases = ("absl", "unordered_map", "literal_search", "primesieve", "upper_bound")
+bases = ("absl", "unordered_map", "literal_search", "counting_pass", "primesieve", "upper_bound")
 print("ns an operation (of files: MB a second); in brackets the ratio to absl::flat_hash_map, or to std::unordered_map where absl is")
 print("not installed, in the same run; B = bytes resident a distinct phrase, of files: bytes an element. Undetermined: ns a phrase, and the")
 print("percentage of the distinct phrases that are kept; B as if all were. Sizes in thousands of bytes (text), items (triples) or")
-print("vectors (random) or numbers (primes, rank, ocron).")
+print("vectors (random), numbers (primes, rank, ocron) or notes (midi; 0: the files of a folder), where the ratio is to a pass over")
+print("the bytes that counts notes.")
 print()
 print("| work | phrase limit | size | what | figures | B |")
 print("|---|---|---|---|---|---|")

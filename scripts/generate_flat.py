@@ -249,10 +249,14 @@ def enumerations():
 
 
 def records(path):
-    """The plain structures and enumerations: `struct NAME` or `enum NAME`, documentation, then rows of code and text."""
+    """The plain structures and enumerations: `struct NAME` or `enum NAME`, documentation, then rows of code and text; and types of
+    functions, `function RESULT NAME (ARGUMENTS)`, behind their documentation."""
     text, field_lines = '', []
     for line in path.read_text().splitlines() + ['struct']:
-        if line.startswith(('struct', 'enum')):
+        if line.startswith('function '):
+            result, name, arguments = re.fullmatch(r'function (.+) (\w+) \((.*)\)', line).groups()
+            text += f'typedef {result} (*{name})({arguments});\n\n'
+        elif line.startswith(('struct', 'enum')):
             if field_lines:
                 width = max(len(code) for code, _ in field_lines)
                 text += ''.join(f'  {code:<{width}}  ///< {about}\n' for code, about in field_lines) + f'}} {name};\n\n'
@@ -297,7 +301,7 @@ def prototypes(rows):
 
 def header(flat):
     text = f'// {GENERATED}\n' + (LIST / 'conventions.txt').read_text()
-    text += '#ifndef ZMATRIX_ZMATRIX_H\n#define ZMATRIX_ZMATRIX_H\n\n#include <stddef.h>\n#include <zmatrix/version.h>\n\n'
+    text += '#ifndef ZMATRIX_ZMATRIX_H\n#define ZMATRIX_ZMATRIX_H\n\n#include <stddef.h>\n#include <stdio.h>\n#include <zmatrix/version.h>\n\n'
     text += '// clang-format off\n\n#ifdef __cplusplus\nextern "C" {\n#endif\n\n'
     text += heading('Objects') + '\n'
     text += ''.join(f'/// {about}\ntypedef struct {name} {name};\n' for name, about in OPAQUE) + '\n'
@@ -378,8 +382,9 @@ def extension_forwarders(flat):
 def layout(_):
     text = f'// {GENERATED}\n'
     text += '// What a host takes for the plain structures is what the library writes: both definitions are compared here.\n'
-    text += '#include <cstddef>\n\n#include "frame/ZQProgress.h"\n#include "settings/ZQMatrixProperties.h"\n\n'
-    text += '#include <stddef.h>\n#include <zmatrix/version.h>\n\n'
+    text += '#include <cstddef>\n\n#include "frame/ZQProgress.h"\n#include "music/midi/MIDIFILE.h"\n'
+    text += '#include "settings/ZQMatrixProperties.h"\n\n'
+    text += '#include <stddef.h>\n#include <stdio.h>\n#include <zmatrix/version.h>\n\n'
     text += 'namespace zmatrix::host {\n#include <zmatrix/zmatrix.h>\n}\n\n// clang-format off\n\nnamespace zmatrix {\nnamespace {\n\n'
     text += '#define SAME_SIZE(record) static_assert(sizeof(::record) == sizeof(host::record), #record)\n'
     text += '#define SAME_PLACE(record, field) \\\n'

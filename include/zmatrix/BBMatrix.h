@@ -77,6 +77,7 @@ class BBMatrix {
   long long readMatrixData32(const int* items, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor, int* writeCountWithoutPredecessor) { return s_readMatrixData32(matrix, items, length, existCode, writeCount, writeCountWithSuccessor, writeCountWithoutPredecessor); }
   long long readMatrixElement(const int* indexVector, int length, int* existCode) { return s_readMatrixElement(matrix, indexVector, length, existCode); }
   long long readMatrixElement32(const int* items, int length, int* existCode) { return s_readMatrixElement32(matrix, items, length, existCode); }
+  int readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const char* fileName) { return s_readMidiObjexsAndWriteToMidiFile(matrix, numberOfObjex, fileName); }
   int* readObjexFromMatrix(double* probability, double* stopProbability) { return s_readObjexFromMatrix(matrix, probability, stopProbability); }
   int removeLongElements(int maximalLength) { return s_removeLongElements(matrix, maximalLength); }
   int removeOverDeterminedElements() { return s_removeOverDeterminedElements(matrix); }
@@ -181,6 +182,13 @@ class BBMatrix {
   int updateMatrixWithLongANSISequence(const int* sequence, int length) { return s_updateMatrixWithLongANSISequence(matrix, sequence, length); }
   int updateMatrixWithLongINTSequence(const int* sequence, int numberOfItems) { return s_updateMatrixWithLongINTSequence(matrix, sequence, numberOfItems); }
   int updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType, int coordinateDimension, int preProcessingType, int allowLargeIndices) { return s_updateMatrixWithLongINTSequenceExt(matrix, sequence, numberOfItems, matrixType, coordinateDimension, preProcessingType, allowLargeIndices); }
+  int updateMatrixWithLongMIDISequence(const int* sequence, int numberOfItems, const int* symbolMarkers) { return s_updateMatrixWithLongMIDISequence(matrix, sequence, numberOfItems, symbolMarkers); }
+  int updateMatrixWithMIDIFile(const char* fileName, int* numberOfNotes) { return s_updateMatrixWithMIDIFile(matrix, fileName, numberOfNotes); }
+  /// Always 1.
+  int updateMatrixWithMIDIFiles(const char* path, int recursive, int* numberOfNotes) {
+    s_updateMatrixWithMIDIFiles(matrix, path, recursive, numberOfNotes);
+    return 1;
+  }
   int writeMatrixElement(const int* indexVector, int length, long long value) { return s_writeMatrixElement(matrix, indexVector, length, value); }
   int writeMatrixElement32(const int* items, int length, long long value) { return s_writeMatrixElement32(matrix, items, length, value); }
 };

@@ -28,11 +28,13 @@
 // Threads. There are no locks: all matrices of a process are used from one thread at a time. Messages, the progress callback and
 // the search for free slots are the process's. Deleting any matrix closes the debug file for all.
 //
-// Names are spelled as they are for good, odd ones included. All names that begin with s_, ZQ or zq belong to this library.
+// Names are spelled as they are for good, odd ones included. All names that begin with s_, ZQ, zq or MIDIFILE belong to this
+// library.
 #ifndef ZMATRIX_ZMATRIX_H
 #define ZMATRIX_ZMATRIX_H
 
 #include <stddef.h>
+#include <stdio.h>
 #include <zmatrix/version.h>
 
 // clang-format off
@@ -254,6 +256,45 @@ typedef struct ZQMatrixProperties {
   int* temporaryMemory;                             ///< the last item read out
   char* namesOfUpdateFiles;                         ///< a line a file, or null
 } ZQMatrixProperties;
+
+/// One event of a MIDI file, as `MIDIFILEReadEvent` gives it. What `buffer` holds: of a channel event its status and data bytes;
+/// of a system exclusive message 240 and the data of all its packets; of a meta event its type and data, where a text (types 1 to
+/// 15) is terminated, other data have their last byte overwritten by 0, and a tempo is the byte 0 and then whole beats per minute
+/// in three bytes, the highest first.
+typedef struct _MIDIFILEReadStruct {
+  int time;               ///< in quanta of the codec
+  int metaFlag;           ///< 1 for a meta event, else 0
+  int byteCount;          ///< valid bytes in buffer, a text's without its terminator
+  unsigned char* buffer;  ///< the library's, until MIDIFILEEndReading
+} _MIDIFILEReadStruct;
+
+/// The state of reading a MIDI file.
+typedef struct _MIDIFILEInStruct {
+  double tempo;                 ///< beats per minute, 120.0 at first; half a beat too high behind a tempo event
+  double timeScale;             ///< quanta per tick; without the tempo up to the first tempo event
+  int currentTrack;             ///< -1 before the first
+  int trackTicks;               ///< ticks since the start of the track
+  int division;                 ///< ticks per quarter note
+  short format;                 ///< 0 to 2
+  int quantaSize;               ///< microseconds per quantum
+  unsigned char runningStatus;  ///< goes on from track to track
+  FILE* file;                   ///< the host's
+  int bufferSize;               ///< bytes of the event's buffer
+  _MIDIFILEReadStruct* event;   ///< the host's
+} _MIDIFILEInStruct;
+
+/// The state of writing a MIDI file.
+typedef struct _MIDIFILEOutStruct {
+  unsigned char timeInQuanta;  ///< 1 if times are quanta, 0 if they are ticks
+  double tempo;                ///< beats per minute
+  double timeScale;            ///< ticks per quantum
+  int currentTrack;            ///< -1 before the first
+  int division;                ///< ticks per quarter note
+  int trackLength;             ///< bytes of the current track so far
+  int lastTicks;               ///< time of the last event
+  FILE* file;                  ///< the host's
+  int quantaSize;              ///< microseconds per quantum
+} _MIDIFILEOutStruct;
 
 /// What a host has called while long operations run. The record lives until the call ends.
 typedef void (*matrixProgressCallBackFunction)(progressCallBackData_tag* data);
@@ -2734,6 +2775,124 @@ int s_getLanguageIDFromAnsiFile_Medium(ZQMatrixMedium* matrix, const char* fileN
 /// fit; -5 the file can't be written.
 int s_readAnsiObjexsAndWriteToAnsiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName);
 int s_readAnsiObjexsAndWriteToAnsiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName);
+
+// ---- MIDI ---------------------------------------------------------------------------------------------------------------------
+
+/// Learns the tracks of a MIDI file: finds or takes the sub-matrix of each one's time signature, texture, style and
+/// sound. `numberOfNotes` gets the notes taken.
+/// Result: that of the last update; 0 if none ran or the file can't be opened.
+int s_updateMatrixWithMIDIFile(ZQMatrix* matrix, const char* fileName, int* numberOfNotes);
+int s_updateMatrixWithMIDIFile_Medium(ZQMatrixMedium* matrix, const char* fileName, int* numberOfNotes);
+
+/// Learns all MIDI files (.mid, .midi) of a directory, in alphabetical order, or the one file that `path` names.
+/// `recursive`: 1 looks into its folders too.
+/// `numberOfNotes` gets the notes taken from all files. Result: always 1; a file that fails is passed over.
+int s_updateMatrixWithMIDIFiles(ZQMatrix* matrix, const char* path, int recursive, int* numberOfNotes);
+int s_updateMatrixWithMIDIFiles_Medium(ZQMatrixMedium* matrix, const char* path, int recursive, int* numberOfNotes);
+
+/// Learns notes in the current sub-matrix, which must have matrix type 1, 4 or 5. `sequence`: `numberOfItems` times two,
+/// three or four integers: note number, start, duration, sound; times in quanta, 3072 to the quarter.
+/// `symbolMarkers`: an entry a preprocessed item, bit 0 for the first item of a phrase that is to have a symbol and bit 1
+/// for its last, or null.
+/// Result: 1 learned; 0 settings that don't fit; -1, -2 as `s_updateMatrixWithLongINTSequence`.
+int s_updateMatrixWithLongMIDISequence(ZQMatrix* matrix, const int* sequence, int numberOfItems, const int* symbolMarkers);
+
+/// Learns notes in the current sub-matrix, which must have matrix type 1, 4 or 5. `sequence`: `numberOfItems` times two,
+/// three or four integers: note number, start, duration, sound; times in quanta, 3072 to the quarter.
+/// Result: 1 learned; 0 settings that don't fit; -1, -2 as `s_updateMatrixWithLongINTSequence`.
+int s_updateMatrixWithLongMIDISequence_Medium(ZQMatrixMedium* matrix, const int* sequence, int numberOfItems);
+
+/// Writes the kernel's initial notes and then up to `numberOfObjex` chosen ones to a MIDI file.
+/// Result: 1 written; 0 current ID out of range; -1 not MIDI; -2 empty; -3 wrong preprocessing; -4 settings that don't
+/// fit; -5 the file can't be written.
+int s_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName);
+int s_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName);
+
+// ---- MIDI files, byte by byte -------------------------------------------------------------------------------------------------
+
+/// Begins to read a MIDI file from a file that the host has opened and closes itself. `event` is the host's and gets each
+/// event; it must live until `MIDIFILEEndReading`.
+/// Reading is this, `MIDIFILEReadPreamble`, `MIDIFILEReadEvent` until it returns 0, and `MIDIFILEEndReading`.
+/// Result: a new state, or null if memory is exhausted.
+_MIDIFILEInStruct* MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event);
+
+/// Reads the head of the file. `format`: 0 to 2. `numberOfTracks`: 1 for format 0, else one less than the file says.
+/// Result: 1; 0 for what is no MIDI file, and for one whose division is 0.
+int MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks);
+
+/// Reads the next event into the record of `MIDIFILEBeginReading`. An end of track comes as an event when another track
+/// follows, with that one's number; `currentTrack` and `trackTicks` of the state are the new track's by then.
+/// System bytes from 242 to 254 but 248 leave the event before in the record, and are read as one more event.
+/// Result: 1; 0 if nothing more can be read: the last track has ended or the file is cut.
+int MIDIFILEReadEvent(_MIDIFILEInStruct* in);
+
+/// Releases the state and the buffer of the event. The file stays open. Result: always 0.
+int MIDIFILEEndReading(_MIDIFILEInStruct* in);
+
+/// Sets the microseconds per quantum of a reading. `state` is a state of reading, cast; its declared type is kept for hosts
+/// that were written for it. Result: `size`.
+int MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size);
+
+/// Begins to write a MIDI file, and its first track, into an empty file that the host has opened for writing and closes
+/// itself; it must be possible to seek in it. `division`: ticks per quarter note; with 0, 1024 of them, times are quanta.
+/// `trackName`: null or empty for none.
+/// Writing is this, events, `MIDIFILEBeginWritingTrack` for each further track, and `MIDIFILEEndWriting`.
+/// Result: a new state, or null if a write fails or memory is exhausted.
+_MIDIFILEOutStruct* MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName);
+
+/// Begins a track, and ends the one before at time 0 if that is still open. `trackName`: null or empty for none.
+/// Result: 1, or 0 if a write fails.
+int MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName);
+
+/// Ends a track at a time, and writes its length in front of it. Result: 1, or 0 if a write fails.
+int MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time);
+
+/// Ends the last track if it is still open, writes the number of tracks into the head, and releases the state, also if it
+/// fails. Result: 1, or 0 if a write fails.
+int MIDIFILEEndWriting(_MIDIFILEOutStruct* out);
+
+/// Writes a channel event of `count` bytes, status first. Bytes that begin with 240 or more are written as an escape, with
+/// 247 and their count in front. Times must not fall: of a negative distance only the low seven bits are written.
+/// Result: 1; 0 if a write fails; 0 for a count of 0, which leaves a distance without an event in the file.
+int MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes);
+
+/// Writes a system exclusive message of `count` bytes, of which the first, 240, is written as such whatever it is.
+/// Result: 1, or 0 if a write fails or `count` is below 1.
+int MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes);
+
+/// Writes a tempo in beats per minute. Result: 1, or 0 if a write fails.
+int MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo);
+
+/// Writes a time signature. `denominatorPower`: the denominator as a power of two. `clocks`: MIDI clocks per click.
+/// `notes32nd`: 32nds per quarter note. Result: 1, or 0 if a write fails.
+int MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd);
+
+/// Writes a key signature. `sharps`: their number, or 256 less that of flats. Result: 1, or 0 if a write fails.
+int MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor);
+
+/// Writes a text as a meta event. `type`: 1 text, 2 copyright, 3 track name and so on; its low byte counts.
+/// Result: 1, also for null, which writes nothing; 0 if a write fails.
+int MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text);
+
+/// Writes an SMPTE offset at the place in hand, the last two bytes in each other's place. Result: 1, or 0 if a write fails.
+int MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes);
+
+/// Writes a sequence number of 16 bits at the place in hand. Result: 1, or 0 if a write fails.
+int MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number);
+
+// ---- Sounds -------------------------------------------------------------------------------------------------------------------
+
+/// The General MIDI program, 0 to 127, that stands for a sound. Result: -1 for sounds without one (0, 14 and 15) and for
+/// numbers outside 0 to 15.
+int getGMProgramChangeIDFromSoundID(int soundID);
+
+/// The sound, 0 to 15, of a General MIDI program that counts from 0; 0 above 127. `tonality`, or null, gets how far it has
+/// a pitch, 0.0 to 1.0.
+int getSoundIDFromGMProgramChange(unsigned char program, double* tonality);
+
+/// What is left of a sound of a General MIDI program from step to step, 0.99 to 1.0; 0.997 outside 0 to 127.
+/// `tonality`, or null, gets how far it has a pitch, which is not the same as above for programs 99 and 100.
+double getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality);
 
 // ---- Lists of file names ------------------------------------------------------------------------------------------------------
 

@@ -29,6 +29,47 @@ extern "C" {
 /// the header. The text is the library's and lives as long as the process.
 const char* zq_version(void);
 
+/// Has `function` called for each message up to the level of `s_setMatrixDebugOn`, whatever the debug device, for the whole
+/// process. Null ends it. `userData` goes to each call as it is.
+void zq_setMessageFunction(zq_messageFunction function, void* userData);
+
+/// The last message of level 0, an error or a warning, that the library gave, also while nothing is printed; an empty text if
+/// there was none. What failed is told by results: a message may also stem from a call that succeeded.
+/// The text is the library's and lives until the next message.
+const char* zq_lastMessage(void);
+
+// ---- MIDI ---------------------------------------------------------------------------------------------------------------------
+
+/// Tells what `s_updateMatrixWithMIDIFile` would take of a file and what is lost on the way, without a matrix and without
+/// messages. The arguments are what the basic level's block would hold: `preProcessingType` 1, or 1002 to 1004;
+/// `noteOnQuantization`: notes that start within so many quanta make a chord, 16 as a rule; `midiTrackAnalyze` 0 each track,
+/// 1 all merged, 2 both; `channelFilter`: 16 bytes, not 0 drops the channel, or null for none.
+/// Result: a new report, also for a file that can't be read, which `zq_deleteMidiReport` releases; null if memory is
+/// exhausted.
+zq_MidiReport* zq_createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze, const unsigned char* channelFilter);
+
+/// Releases a report with all that it holds. Null is ignored.
+void zq_deleteMidiReport(zq_MidiReport* report);
+
+/// How the reading of a MIDI file ended (zq_MidiEnd), in a few words. The text is the library's; it is empty for other numbers.
+const char* zq_textOfMidiEnd(int end);
+
+/// Why a track is not learned (zq_MidiVerdict), in a few words; "learned" for 0. The text is the library's; it is empty for
+/// other numbers.
+const char* zq_textOfMidiVerdict(int verdict);
+
+/// The name of a texture (ZQMidiSubType...). The text is the library's; it is empty for other numbers.
+const char* zq_nameOfMidiSubType(int subType);
+
+/// The name of a sound, 0 to 15. The text is the library's; it is empty for other numbers.
+const char* zq_nameOfSoundID(int soundID);
+
+/// As `s_readMidiObjexsAndWriteToMidiFile`, but tells how it went: `numberOfNotes`, if not null, gets the notes in the file,
+/// those of the kernel's start among them, and a file that could not be written whole is no success.
+/// Result: as there, or -6 if a write failed, of which a part may stand in the file, or -7 if memory has run out.
+int zq_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
+int zq_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
+
 // ---- Tables of primes ---------------------------------------------------------------------------------------------------------
 
 /// Makes the 32-bit table of primes of the process, which ocrons, gocrons and the preprocessing types 1010 to 1020 of all
@@ -242,7 +283,7 @@ int zq_ocronToint(int ocronType, char* ocron, int length, int* stackDepth);
 
 /// The number that an ocron of type 3 stands for. A missing trailing operand is 2, and what is left at the end is multiplied.
 /// `ocron`: a terminated string, which is cut in place at its first end symbol (zq_getGlobalGocronParameters), also where
-/// evaluation then fails. `length`: its characters. `stackDepth` gets the most values that stood on the stack after a 2.
+/// evaluation then fails. `length`: its characters. `stackDepth` gets the most values that stood on the stack after a push.
 /// Result below 1: -1 `length` below 1; -2 null; -3 `length` isn't that of the string; -4 no 32-bit table of primes, or a
 /// character that isn't of the type (messages of -3 and -4 at level 0, the others at 2); -5 an empty stack; -6 a rank at or
 /// beyond the number of primes; -7 a rank below 1; -9 a product beyond 64 bits; -10 a value below 1, as exactly 2^63 wraps to;
@@ -371,6 +412,31 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 
 /// Sorts the records 0 to `lastIndex` by the low 32 bits of the number.
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records);
+
+// ---- Symbols ------------------------------------------------------------------------------------------------------------------
+
+/// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets
+/// the links of its own words alone: those of words that only earlier texts have go stale when their phrases move.
+/// Call it after learning one text or several with `s_setMatrixAILevel` 1, before symbols are expanded, before a self-test
+/// and before a save. Costs one scan of the block.
+/// Result: the symbols that lead to a phrase; 0 if there are none.
+int zq_refreshSymbolLinks(ZQMatrix* matrix);
+
+/// The phrase that a symbol of the current sub-matrix, a level of symbols, stands for. As
+/// `s_createPreviousLevelElementsFromOriginalSymbol`, but without messages, and it also expands a phrase whose path goes
+/// through the highest slot of the block.
+/// Result: a new array of `length` integers, to be released with `s_Free`; null, with `length` 0, if the symbol is unknown,
+/// its link leads to no phrase, or memory has run out.
+int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
+
+/// Learns a text as words alone in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel` 1: each
+/// word is learned by itself and gets its symbol, and the level above learns the sequence of the symbols. The words and
+/// symbols are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it, for a small part
+/// of their time and memory, since no run of letters across a blank is stored; the letters alone can't be continued well.
+/// `sequence`: `length` characters, 0 to 255. A word longer than the phrase limit gets no symbol and is left out.
+/// Result: 1 learned; 0 another matrix type, no level of symbols, no words, or refused settings; -1 a write failed, -2 memory
+/// has run out: what was learned before stays.
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length);
 
 #if defined(__GNUC__)
 #pragma GCC visibility pop

@@ -5,6 +5,87 @@
 
 // clang-format off
 
+/// What a host has called for each message of the library. `level`: 0 errors and warnings, 1 notes, 2 to 9 detail. `text`: as it
+/// would be printed, mostly with its line end; it lives until the call ends or calls the library. `userData`: what was given with
+/// the function.
+typedef void (*zq_messageFunction)(int level, const char* text, void* userData);
+
+/// How the reading of a MIDI file ended.
+typedef enum zq_MidiEnd {
+  zq_MidiEndComplete = 0,        ///< behind the end of its last track
+  zq_MidiEndNotFound = 1,        ///< there is no such file, or it is no regular file
+  zq_MidiEndNotMidi = 2,         ///< it has no head of a MIDI file
+  zq_MidiEndDivisionOfZero = 3,  ///< its head says no ticks to the quarter note, so that no event has a time
+  zq_MidiEndNoTrack = 4,         ///< no track follows its head
+  zq_MidiEndCut = 5,             ///< it ends inside a track
+  zq_MidiEndOutOfMemory = 6,     ///< memory ran out
+} zq_MidiEnd;
+
+/// Whether a track is learned, or why not.
+typedef enum zq_MidiVerdict {
+  zq_MidiTaken = 0,                ///< it is learned
+  zq_MidiTooFewNotes = 1,          ///< it has less than two notes
+  zq_MidiWrongDimension = 2,       ///< the coordinates of an item don't fit the preprocessing type
+  zq_MidiOnlyPercussionSound = 3,  ///< its one sound is a percussion or an effect without pitch
+  zq_MidiNoMeter = 4,              ///< the file has no time signature
+  zq_MidiSeveralMeters = 5,        ///< the file has several different time signatures
+  zq_MidiMeterOutOfRange = 6,      ///< the denominator of its time signature is not 2 to 16
+} zq_MidiVerdict;
+
+/// What came of a track as it stands in a MIDI file. Events that are neither counted as lost nor part of a note are those that
+/// music doesn't need: controllers, pitch wheel, pressure.
+typedef struct zq_MidiFileTrack {
+  long long channelEvents;            ///< events on a channel
+  long long metaEvents;               ///< events on the whole file: tempo, meter, text
+  long long systemEvents;             ///< dropped: system exclusive messages and the like
+  long long unknownEvents;            ///< dropped: data bytes before any status
+  long long repeatedEvents;           ///< of the channel events: made of a system byte, which stands for the event before once more
+  int notes;                          ///< paired of note-ons and what ends them
+  int notesEndedByNextNote;           ///< of the notes: ended by the next note of the same number, there being no note-off
+  int notesBegunByNoteOff;            ///< of the notes: begun by a note-off that was left over
+  int noteOnsWithoutEnd;              ///< dropped
+  int noteOffsWithoutNote;            ///< dropped
+  int programChanges;                 ///< kept
+  int eventsLostInsideNotes;          ///< dropped, since a note was held on their channel: program changes and what music doesn't need
+  int programChangesLostInsideNotes;  ///< of these
+  int eventsOnFilteredChannels;       ///< dropped
+  int unusedEvents;                   ///< controllers, pitch wheel, pressure outside of notes
+} zq_MidiFileTrack;
+
+/// What came of a track as learning sees it: a track of the file, or all of them merged.
+typedef struct zq_MidiTrack {
+  int index;              ///< of the track, from 1
+  int isMerged;           ///< 1 if it is all tracks of the file
+  int notes;              ///< notes in it
+  int notesLearned;       ///< notes that are learned of it, 0 if it is not taken
+  int verdict;            ///< zq_MidiVerdict
+  int numerator;          ///< of its meter; 0 for none
+  int denominator;        ///< of its meter; 0 for none
+  int subType;            ///< ZQMidiSubType...
+  int chordSize;          ///< notes of its largest chord, 0 without one
+  int soundID;            ///< ZQMatrixSound... that most notes have
+  int numberOfSounds;     ///< different sounds
+  int hasPercussion;      ///< 1 if it has notes on channel 9
+  int preProcessingType;  ///< that it is learned with: drums and single sounds change it
+} zq_MidiTrack;
+
+/// What a MIDI file gives and what is lost of it. All belongs to the report.
+typedef struct zq_MidiReport {
+  int end;                       ///< zq_MidiEnd
+  int format;                    ///< 0 to 2
+  int division;                  ///< ticks per quarter note
+  int tracksAnnounced;           ///< as the head says
+  int numberOfFileTracks;        ///< tracks that were read
+  long long bytesUnread;         ///< behind the last track that was read; 0 for a file that is cut
+  int numberOfMeters;            ///< different time signatures from the first on, 0 for none
+  int numerator;                 ///< of the first time signature
+  int denominator;               ///< of the first time signature
+  long long notesLearned;        ///< of all tracks
+  zq_MidiFileTrack* fileTracks;  ///< numberOfFileTracks of them
+  int numberOfTracks;            ///< tracks as learning sees them
+  zq_MidiTrack* tracks;          ///< numberOfTracks of them
+} zq_MidiReport;
+
 /// One prime of a factorisation. In the entry before the first: the number of primes, and the sum of all divisors.
 typedef struct tagPrimeFact {
   int prime;  ///< the prime

@@ -52,6 +52,15 @@ int computedSigma(int n) {
   return factorise(n, &factors) ? sumOfDivisors(n, factors) : static_cast<int>(sumOfDivisorsByTrial(n));
 }
 
+/// The sum of the divisors of `n` that 4 divides: those are 4 times the divisors of n / 4. A table that doesn't begin with 2 has
+/// no say in it.
+unsigned sumOfDivisorsBy4(int n) {
+  if (n < 4 || n % 4 != 0) return 0;
+  const PrimeTable<int>& table = PrimeTable<int>::ofProcess();
+  const bool isWhole = table.exists() && table.primes()[0] == 2;
+  return 4u * static_cast<unsigned>(isWhole ? computedSigma(n / 4) : sumOfDivisorsByTrial(n / 4));
+}
+
 template <class Number>
 Number powerOf(Number base, int exponent) {
   Number power = 1;
@@ -117,9 +126,7 @@ int sigma(int n) {
 int sigma4(int n) {
   static int lastNumber = 0, lastSum = 0;
   if (n != lastNumber) {
-    // The divisors that 4 divides are 4 times the divisors of n / 4.
-    const auto divisible = n % 4 == 0 ? 4u * static_cast<unsigned>(computedSigma(n / 4)) : 0u;
-    lastSum = static_cast<int>(static_cast<unsigned>(computedSigma(n)) - divisible);
+    lastSum = static_cast<int>(static_cast<unsigned>(computedSigma(n)) - sumOfDivisorsBy4(n));
     lastNumber = n;
   }
   return lastSum;

@@ -119,7 +119,7 @@ class OcronMachine {
   }
 
   int applyPrime() {
-    if (dialect.fillsIn && count_ == 0) push(2);
+    if (dialect.fillsIn && count_ == 0) pushTwo();
     long long value = top();
     const int result = replaceByPrime(&value, dialect.codes.primesTooSmall);
     if (result == done) values_[count_ - 1] = value;

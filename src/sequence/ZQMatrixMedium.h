@@ -144,6 +144,21 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int getMatrixIDForLanguage(int matrixType, int language, int preProcessingType);
   int readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName);
 
+  // --- music: notes as pairs, triples or quadruples of note number, start, duration and sound; times in quanta
+  int updateMatrixWithMIDIFile(const char* fileName, int* numberOfNotes);
+  int updateMatrixWithMIDIFiles(const char* path, int recursive, int* numberOfNotes);
+  int updateMatrixWithLongMIDISequence(const int* sequence, int numberOfItems);
+  /// A time on the grid of the current sub-matrix. A duration is at least a step of it.
+  int quantizeNoteOnQuantaTime(int quanta);
+  int quantizeDurationQuantaTime(int quanta);
+  /// The first sub-matrix that agrees, or -1; 0 for a sub type, style or sound is no criterion.
+  int getMatrixIDForMidiTimeSignature(int type, int nom, int denom);
+  int getMatrixIDForMidiTimeSignatureAndSubType(int type, int nom, int denom, int subType);
+  int getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyle(int type, int nom, int denom, int subType, ZQMatrixMusicStyle style);
+  int getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyleAndSoundID(int type, int nom, int denom, int subType,
+                                                                       ZQMatrixMusicStyle style, ZQMatrixSoundID sound);
+  int readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const char* fileName);
+
  private:
   template <class Tier>
   friend struct ZQSequenceUpdate;

@@ -43,12 +43,25 @@ void ZQRecordSlab::reserve(size_t numberOfRecords) {
   pages.begin(next, static_cast<size_t>(endOfChunk - next));
 }
 
-void ZQRecordSlab::clear() {
-  while (lastChunk != nullptr) {
-    Chunk* previous = lastChunk->previous;
-    systemFree(lastChunk);
-    lastChunk = previous;
+void ZQRecordSlab::releaseChunks(Chunk* from) {
+  while (from != nullptr) {
+    Chunk* previous = from->previous;
+    systemFree(from);
+    from = previous;
   }
+}
+
+void ZQRecordSlab::restart() {
+  if (lastChunk == nullptr) return;
+  releaseChunks(lastChunk->previous);
+  lastChunk->previous = nullptr;
+  next = reinterpret_cast<char*>(lastChunk) + headerOfChunk;
+  firstReleased = nullptr;
+}
+
+void ZQRecordSlab::clear() {
+  releaseChunks(lastChunk);
+  lastChunk = nullptr;
   next = end = endOfChunk = nullptr;
   firstReleased = nullptr;
   recordsInNextChunk = 256;

@@ -44,6 +44,9 @@ class ZQRecordSlab {
   /// Gives all memory back to the heap; every record is gone.
   void clear();
 
+  /// Every record is gone, and the memory but for the chunk in use, which the next records come from.
+  void restart();
+
  private:
   struct Released {
     Released* next;
@@ -53,6 +56,7 @@ class ZQRecordSlab {
   };
 
   bool provideRecords();
+  void releaseChunks(Chunk* from);
   bool addChunk(size_t numberOfRecords);
 
   size_t recordSize = 32;

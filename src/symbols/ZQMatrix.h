@@ -79,6 +79,11 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int feedMatrixWithDegenerationOcronData(const int* degenerationLevels, int arrayLength, char*** degenerationOcrons,
                                           int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave,
                                           int* numberFed);
+  // --- music
+  int updateMatrixWithMIDIFile(const char* fileName, int* numberOfNotes);
+  int updateMatrixWithMIDIFiles(const char* path, int recursive, int* numberOfNotes);
+  /// symbolMarkers as the update has them.
+  int updateMatrixWithLongMIDISequence(const int* sequence, int numberOfItems, const int* symbolMarkers = nullptr);
 
   // --- symbols
   /// Marks in a preprocessed text the first item of each word with bit 0 and the last with bit 1. A new array of `length`

@@ -48,7 +48,7 @@ TEST_F(OcronEvaluator, fillsInAndMultipliesInTypes3And4Alone) {
   for (int type : {3, 4}) {
     EXPECT_EQ(value(type, "2P"), 3);
     EXPECT_EQ(value(type, "P"), 3);
-    EXPECT_EQ(stackDepth, 0);
+    EXPECT_EQ(stackDepth, 1);
     for (const char* four : {"2*", "*", "22"}) EXPECT_EQ(value(type, four), 4);
   }
   EXPECT_EQ(value(4, "2P^"), 9);

@@ -450,6 +450,10 @@ int s_updateMatrixWithANSIFiles(ZQMatrix* matrix, const char* path, int recursiv
 int s_updateMatrixWithLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) { return matrix->updateMatrixWithLongANSISequence(sequence, length); }
 int s_getLanguageIDFromAnsiFile(ZQMatrix* matrix, const char* fileName) { return matrix->getLanguageIDFromAnsiFile(fileName); }
 int s_readAnsiObjexsAndWriteToAnsiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfObjex, fileName); }
+int s_updateMatrixWithMIDIFile(ZQMatrix* matrix, const char* fileName, int* numberOfNotes) { return matrix->updateMatrixWithMIDIFile(fileName, numberOfNotes); }
+int s_updateMatrixWithMIDIFiles(ZQMatrix* matrix, const char* path, int recursive, int* numberOfNotes) { return matrix->updateMatrixWithMIDIFiles(path, recursive, numberOfNotes); }
+int s_updateMatrixWithLongMIDISequence(ZQMatrix* matrix, const int* sequence, int numberOfItems, const int* symbolMarkers) { return matrix->updateMatrixWithLongMIDISequence(sequence, numberOfItems, symbolMarkers); }
+int s_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName) { return matrix->readMidiObjexsAndWriteToMidiFile(numberOfObjex, fileName); }
 int s_isValidOcronType(ZQMatrix* matrix, int ocronType) { return matrix->isValidOcronType(ocronType); }
 void s_applyGlobalGocronParametersToMatrix(ZQMatrix* matrix) { matrix->applyGlobalGocronParametersToMatrix(); }
 int s_feedMatrixWithDegenerationOcronData(ZQMatrix* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed) { return matrix->feedMatrixWithDegenerationOcronData(degenerationLevels, arrayLength, degenerationOcrons, ocronType, endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed); }

@@ -3,9 +3,11 @@
 #include <cstddef>
 
 #include "frame/ZQProgress.h"
+#include "music/midi/MIDIFILE.h"
 #include "settings/ZQMatrixProperties.h"
 
 #include <stddef.h>
+#include <stdio.h>
 #include <zmatrix/version.h>
 
 namespace zmatrix::host {
@@ -118,6 +120,33 @@ SAME_PLACE(ZQMatrixProperties, maximalIndices);
 SAME_PLACE(ZQMatrixProperties, matrixPtr);
 SAME_PLACE(ZQMatrixProperties, temporaryMemory);
 SAME_PLACE(ZQMatrixProperties, namesOfUpdateFiles);
+SAME_SIZE(_MIDIFILEReadStruct);
+SAME_PLACE(_MIDIFILEReadStruct, time);
+SAME_PLACE(_MIDIFILEReadStruct, metaFlag);
+SAME_PLACE(_MIDIFILEReadStruct, byteCount);
+SAME_PLACE(_MIDIFILEReadStruct, buffer);
+SAME_SIZE(_MIDIFILEInStruct);
+SAME_PLACE(_MIDIFILEInStruct, tempo);
+SAME_PLACE(_MIDIFILEInStruct, timeScale);
+SAME_PLACE(_MIDIFILEInStruct, currentTrack);
+SAME_PLACE(_MIDIFILEInStruct, trackTicks);
+SAME_PLACE(_MIDIFILEInStruct, division);
+SAME_PLACE(_MIDIFILEInStruct, format);
+SAME_PLACE(_MIDIFILEInStruct, quantaSize);
+SAME_PLACE(_MIDIFILEInStruct, runningStatus);
+SAME_PLACE(_MIDIFILEInStruct, file);
+SAME_PLACE(_MIDIFILEInStruct, bufferSize);
+SAME_PLACE(_MIDIFILEInStruct, event);
+SAME_SIZE(_MIDIFILEOutStruct);
+SAME_PLACE(_MIDIFILEOutStruct, timeInQuanta);
+SAME_PLACE(_MIDIFILEOutStruct, tempo);
+SAME_PLACE(_MIDIFILEOutStruct, timeScale);
+SAME_PLACE(_MIDIFILEOutStruct, currentTrack);
+SAME_PLACE(_MIDIFILEOutStruct, division);
+SAME_PLACE(_MIDIFILEOutStruct, trackLength);
+SAME_PLACE(_MIDIFILEOutStruct, lastTicks);
+SAME_PLACE(_MIDIFILEOutStruct, file);
+SAME_PLACE(_MIDIFILEOutStruct, quantaSize);
 
 }  // namespace
 }  // namespace zmatrix

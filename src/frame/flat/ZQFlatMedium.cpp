@@ -364,6 +364,10 @@ int s_updateMatrixWithANSIFiles_Medium(ZQMatrixMedium* matrix, const char* path,
 int s_updateMatrixWithLongANSISequence_Medium(ZQMatrixMedium* matrix, const int* sequence, int length) { return matrix->updateMatrixWithLongANSISequence(sequence, length); }
 int s_getLanguageIDFromAnsiFile_Medium(ZQMatrixMedium* matrix, const char* fileName) { return matrix->getLanguageIDFromAnsiFile(fileName); }
 int s_readAnsiObjexsAndWriteToAnsiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfObjex, fileName); }
+int s_updateMatrixWithMIDIFile_Medium(ZQMatrixMedium* matrix, const char* fileName, int* numberOfNotes) { return matrix->updateMatrixWithMIDIFile(fileName, numberOfNotes); }
+int s_updateMatrixWithMIDIFiles_Medium(ZQMatrixMedium* matrix, const char* path, int recursive, int* numberOfNotes) { return matrix->updateMatrixWithMIDIFiles(path, recursive, numberOfNotes); }
+int s_updateMatrixWithLongMIDISequence_Medium(ZQMatrixMedium* matrix, const int* sequence, int numberOfItems) { return matrix->updateMatrixWithLongMIDISequence(sequence, numberOfItems); }
+int s_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName) { return matrix->readMidiObjexsAndWriteToMidiFile(numberOfObjex, fileName); }
 int s_isValidOcronType_Medium(ZQMatrixMedium* matrix, int ocronType) { return matrix->isValidOcronType(ocronType); }
 void s_applyGlobalGocronParametersToMatrix_Medium(ZQMatrixMedium* matrix) { matrix->applyGlobalGocronParametersToMatrix(); }
 int s_feedMatrixWithDegenerationOcronData_Medium(ZQMatrixMedium* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed) { return matrix->feedMatrixWithDegenerationOcronData(degenerationLevels, arrayLength, degenerationOcrons, ocronType, endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed); }

@@ -6,6 +6,8 @@
 #include "frame/ZQSmallQueries.h"
 #include "frame/flat/ZQMatrixCreators.h"
 #include "music/ZQFileNameList.h"
+#include "music/midi/MIDIFILE.h"
+#include "music/midi/ZQMidiSounds.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 #include "symbols/ZQMatrix.h"
 
@@ -85,6 +87,46 @@ int s_getUsedPreprocessingType(ZQMatrixSequenceIndexVector* vector) { return vec
 void s__setUsedPreprocessingType(ZQMatrixSequenceIndexVector* vector, int type) { vector->_setUsedPreprocessingType(type); }
 void s_setPropertiesFrom(ZQMatrixSequenceIndexVector* vector, const ZQMatrixSequenceIndexVector* other) { vector->setPropertiesFrom(other); }
 void s_copyFrom(ZQMatrixSequenceIndexVector* vector, const ZQMatrixSequenceIndexVector* other) { vector->copyFrom(other); }
+_MIDIFILEInStruct* exported_MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) EXPORTED_AS("MIDIFILEBeginReading");
+_MIDIFILEInStruct* exported_MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) { return MIDIFILEBeginReading(file, event); }
+int exported_MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks) EXPORTED_AS("MIDIFILEReadPreamble");
+int exported_MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks) { return MIDIFILEReadPreamble(in, format, numberOfTracks); }
+int exported_MIDIFILEReadEvent(_MIDIFILEInStruct* in) EXPORTED_AS("MIDIFILEReadEvent");
+int exported_MIDIFILEReadEvent(_MIDIFILEInStruct* in) { return MIDIFILEReadEvent(in); }
+int exported_MIDIFILEEndReading(_MIDIFILEInStruct* in) EXPORTED_AS("MIDIFILEEndReading");
+int exported_MIDIFILEEndReading(_MIDIFILEInStruct* in) { return MIDIFILEEndReading(in); }
+int exported_MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size) EXPORTED_AS("MIDIFILESetReadQuantaSize");
+int exported_MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size) { return MIDIFILESetReadQuantaSize(state, size); }
+_MIDIFILEOutStruct* exported_MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName) EXPORTED_AS("MIDIFILEBeginWriting");
+_MIDIFILEOutStruct* exported_MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName) { return MIDIFILEBeginWriting(file, format, division, trackName); }
+int exported_MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) EXPORTED_AS("MIDIFILEBeginWritingTrack");
+int exported_MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) { return MIDIFILEBeginWritingTrack(out, trackName); }
+int exported_MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) EXPORTED_AS("MIDIFILEEndWritingTrack");
+int exported_MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) { return MIDIFILEEndWritingTrack(out, time); }
+int exported_MIDIFILEEndWriting(_MIDIFILEOutStruct* out) EXPORTED_AS("MIDIFILEEndWriting");
+int exported_MIDIFILEEndWriting(_MIDIFILEOutStruct* out) { return MIDIFILEEndWriting(out); }
+int exported_MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) EXPORTED_AS("MIDIFILEWriteEvent");
+int exported_MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) { return MIDIFILEWriteEvent(out, time, count, bytes); }
+int exported_MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) EXPORTED_AS("MIDIFILEWriteSysExcl");
+int exported_MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) { return MIDIFILEWriteSysExcl(out, time, count, bytes); }
+int exported_MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) EXPORTED_AS("MIDIFILEWriteTempo");
+int exported_MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) { return MIDIFILEWriteTempo(out, time, tempo); }
+int exported_MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd) EXPORTED_AS("MIDIFILEWriteTimeSig");
+int exported_MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd) { return MIDIFILEWriteTimeSig(out, time, numerator, denominatorPower, clocks, notes32nd); }
+int exported_MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) EXPORTED_AS("MIDIFILEWriteKeySig");
+int exported_MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) { return MIDIFILEWriteKeySig(out, time, sharps, isMinor); }
+int exported_MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) EXPORTED_AS("MIDIFILEWriteText");
+int exported_MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) { return MIDIFILEWriteText(out, time, type, text); }
+int exported_MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes) EXPORTED_AS("MIDIFILEWriteSMPTEoffset");
+int exported_MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes) { return MIDIFILEWriteSMPTEoffset(out, hours, minutes, seconds, frames, subframes); }
+int exported_MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) EXPORTED_AS("MIDIFILEWriteSequenceNumber");
+int exported_MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) { return MIDIFILEWriteSequenceNumber(out, number); }
+int exported_getGMProgramChangeIDFromSoundID(int soundID) EXPORTED_AS("getGMProgramChangeIDFromSoundID");
+int exported_getGMProgramChangeIDFromSoundID(int soundID) { return getGMProgramChangeIDFromSoundID(soundID); }
+int exported_getSoundIDFromGMProgramChange(unsigned char program, double* tonality) EXPORTED_AS("getSoundIDFromGMProgramChange");
+int exported_getSoundIDFromGMProgramChange(unsigned char program, double* tonality) { return getSoundIDFromGMProgramChange(program, tonality); }
+double exported_getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality) EXPORTED_AS("getDecayFactorAndTonalityFromGMProgramChange");
+double exported_getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality) { return getDecayFactorAndTonalityFromGMProgramChange(program, tonality); }
 ZQFileNameList* exported_createZQFileNameList() EXPORTED_AS("createZQFileNameList");
 ZQFileNameList* exported_createZQFileNameList() { return createZQFileNameList(); }
 void exported_deleteZQFileNameList(ZQFileNameList* list) EXPORTED_AS("deleteZQFileNameList");

@@ -1,0 +1,214 @@
+// Music: reading MIDI files into events and then objects, writing one, and learning a tune. A plain counting pass over the bytes,
+// which only skips from event to event, is what no reader can beat. Answers are checked: the notes of a file that was made here
+// are known, and real files must give the same in each round.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "Benchmarks.h"
+#include "frame/flat/ZQMatrixCreators.h"
+#include "music/midi/ZQMidiFile.h"
+#include "sequence/ZQMatrixMedium.h"
+
+namespace bench {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int notesOfLargeFile = 500'000;
+constexpr int noteOnsWithoutEnd = 1'000'000;
+constexpr int statusFilter[ZQMidiTrackList::numberOfStatuses] = {0, 0, 1, 1, 0, 1, 1, 1};
+
+std::string largeFile() {
+  return (fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".mid")).string();
+}
+
+/// Notes as they are composed: chords and runs, on all channels in turn, with a program change now and then.
+std::unique_ptr<ZQMidiTrackList> notesToWrite(int numberOfNotes) {
+  auto list = std::make_unique<ZQMidiTrackList>();
+  list->extendEventTracksTo(1);
+  ZQMidiEventTrack* track = list->getMidiEventTrackAtIndex(1);
+  std::mt19937 random(7);
+  int time = 0;
+  for (int i = 0; i < numberOfNotes; i++) {
+    if (random() % 3 != 0) time += 768;
+    const auto number = static_cast<unsigned char>(40 + random() % 48);
+    ZQMidiEvent* on = createZQMidiEvent();
+    on->initWith(time, 0x90, number, 100);
+    track->addMidiEvent(on);
+    ZQMidiEvent* off = createZQMidiEvent();
+    off->initWith(time + 700, 0x80, number, 64);
+    track->addMidiEvent(off);
+  }
+  track->sortByFunction(ZQCompareMidiEventsAscending);
+  return list;
+}
+
+/// The notes of all event tracks of a file, paired.
+long long notesOf(const std::string& path) {
+  const std::unique_ptr<ZQMidiTrackList> list(createZQMidiTrackList());
+  ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str());
+  list->updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, ZQMidiTrackAnalyzeSingle);
+  long long notes = 0;
+  for (int i = 0; i < list->getNumberOfMidiObjectTracks(); i++) {
+    for (const ZQMidiObject* object : *list->getMidiObjectTrackAtIndex(i)) notes += object->isNote();
+  }
+  return notes;
+}
+
+/// The note-ons of a file, by a walk over its bytes that keeps nothing.
+long long noteOnsOf(const std::string& path) {
+  FILE* file = fopen(path.c_str(), "rb");
+  if (file == nullptr) return 0;
+  std::vector<unsigned char> bytes(fs::file_size(path) + 16);
+  const size_t size = fread(bytes.data(), 1, bytes.size() - 16, file);
+  fclose(file);
+  long long noteOns = 0;
+  for (size_t i = 14; i + 8 < size;) {
+    const size_t end = std::min(size, i + 8 +
+                                          (static_cast<size_t>(bytes[i + 4]) << 24 | static_cast<size_t>(bytes[i + 5]) << 16 |
+                                           static_cast<size_t>(bytes[i + 6]) << 8 | bytes[i + 7]));
+    unsigned char status = 0;
+    for (i += 8; i < end;) {
+      while (i < end && bytes[i] >= 0x80) i++;
+      i++;
+      if (bytes[i] >= 0x80) status = bytes[i++];
+      if (status < 0xf0) {
+        noteOns += status >> 4 == 9 && bytes[i + 1] != 0;
+        i += status >> 5 == 6 ? 1 : 2;
+        continue;
+      }
+      if (status == 0xff) i++;
+      size_t length = 0;
+      do length = length << 7 | (bytes[i] & 0x7f);
+      while (bytes[i++] >= 0x80 && i < end);
+      i += length;
+    }
+    i = end;
+  }
+  return noteOns;
+}
+
+template <class Count>
+Measurement countNotes(const std::vector<std::string>& files, int rounds, Count count) {
+  Measurement measured;
+  long long first = 0;
+  for (const std::string& file : files) first += count(file);
+  const StopWatch watch;
+  measured.isRight = first > 0;
+  for (int round = 0; round < rounds; round++) {
+    long long notes = 0;
+    for (const std::string& file : files) notes += count(file);
+    measured.isRight = measured.isRight && notes == first;
+    measured.operations += notes;
+  }
+  measured.seconds[0] = watch.seconds();
+  return measured;
+}
+
+Measurement write(int numberOfNotes) {
+  Measurement measured;
+  const auto list = notesToWrite(numberOfNotes);
+  const std::string path = largeFile();
+  const StopWatch watch;
+  measured.isRight = ZQMidiFile().writeEventsToFileWithPath(list.get(), path.c_str()) == 0;
+  measured.seconds[0] = watch.seconds();
+  measured.operations = numberOfNotes;
+  measured.isRight = measured.isRight && notesOf(path) == numberOfNotes;
+  fs::remove(path);
+  return measured;
+}
+
+Measurement pairUnended() {
+  Measurement measured;
+  ZQMidiTrackList list;
+  list.extendEventTracksTo(1);
+  for (int i = 0; i < noteOnsWithoutEnd; i++) {
+    ZQMidiEvent* event = createZQMidiEvent();
+    event->initWith(i, static_cast<unsigned char>(0x90 | i % 16), static_cast<unsigned char>(i / 16 % 128), 100);
+    list.getMidiEventTrackAtIndex(1)->addMidiEvent(event);
+  }
+  const StopWatch watch;
+  list.updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, ZQMidiTrackAnalyzeSingle);
+  measured.seconds[0] = watch.seconds();
+  measured.operations = noteOnsWithoutEnd;
+  measured.isRight = list.getMidiObjectTrackAtIndex(1)->getCount() == noteOnsWithoutEnd - 16 * 128;
+  return measured;
+}
+
+/// Learns files in one sub-matrix after the other; an operation is a note, the second figure a phrase.
+Measurement learn(const std::vector<std::string>& files, int phraseLimit) {
+  Measurement measured;
+  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
+  if (matrix == nullptr) return measured;
+  matrix->setMaxNumberOfMatrices(200);
+  matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
+  matrix->setGlobalMidiTrackAnalyze(0);
+  matrix->setGlobalMaxPhraseLengthForUpdateWithSequence(phraseLimit);
+  const StopWatch watch;
+  for (const std::string& file : files) {
+    int notes = 0;
+    matrix->updateMatrixWithMIDIFile(file.c_str(), &notes);
+    measured.operations += notes;
+  }
+  measured.seconds[0] = watch.seconds();
+  long long phrases = 0;
+  for (int id = 0; id < matrix->getNumberOfMatrices(); id++) {
+    phrases += matrix->getMatrixInfo(id)->getNumberOfWriteCounts();
+  }
+  measured.seconds[1] = measured.seconds[0] / static_cast<double>(phrases > 0 ? phrases : 1);
+  measured.isRight = phrases > 0;
+  deleteMatrixMedium(matrix);
+  return measured;
+}
+
+void registerRow(const std::string& name, const std::function<Measurement()>& measure) {
+  const auto run = [measure](benchmark::State& state) {
+    for (auto _ : state) {
+      const Measurement measured = measureInChild(measure);
+      report(state, measured, measured.seconds[0]);
+      if (measured.seconds[1] > 0) state.counters["phrase_ns"] = measured.seconds[1] * 1e9;
+    }
+  };
+  benchmark::RegisterBenchmark(name.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
+std::vector<std::string> midiFilesIn(const std::string& folder) {
+  std::vector<std::string> files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.path().extension() == ".mid" && fs::file_size(entry.path()) > 0) files.push_back(entry.path().string());
+  }
+  return files;
+}
+
+}  // namespace
+
+void registerMusic(const std::string& folder) {
+  const auto readLarge = [](auto count) {
+    const std::string path = largeFile();
+    ZQMidiFile().writeEventsToFileWithPath(notesToWrite(notesOfLargeFile).get(), path.c_str());
+    const Measurement measured = countNotes({path}, 3, count);
+    fs::remove(path);
+    return measured;
+  };
+  registerRow("midi_read/limit:0/size:500/zmatrix", [=] { return readLarge(notesOf); });
+  registerRow("midi_read/limit:0/size:500/counting_pass", [=] { return readLarge(noteOnsOf); });
+  registerRow("midi_write/limit:0/size:500/zmatrix", [] { return write(notesOfLargeFile); });
+  registerRow("midi_write/limit:0/size:50/zmatrix", [] { return write(notesOfLargeFile / 10); });
+  registerRow("midi_unended/limit:0/size:1000/zmatrix", pairUnended);
+  if (folder.empty()) return;
+  const std::vector<std::string> files = midiFilesIn(folder);
+  registerRow("midi_read/limit:0/size:0/zmatrix", [=] { return countNotes(files, 20, notesOf); });
+  registerRow("midi_read/limit:0/size:0/counting_pass", [=] { return countNotes(files, 20, noteOnsOf); });
+  registerRow("midi_learn/limit:16/size:0/zmatrix", [=] { return learn(files, 16); });
+}
+
+}  // namespace bench

@@ -1,0 +1,256 @@
+#include "music/midi/ZQGeneratedMidi.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSystemOwned.h"
+#include "music/midi/MIDIFILE.h"
+#include "music/midi/ZQMidiFeed.h"
+#include "music/midi/ZQMidiFile.h"
+#include "sequence/ZQPreprocessing.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr unsigned char velocityOfNotes = 100;
+constexpr unsigned char releaseVelocityOfNotes = 101;
+constexpr int quantaPerQuarter = 3072;
+constexpr int noteNumbers = 128;
+constexpr int octave = 12;
+constexpr int channels = 16;
+constexpr int soundValues = 256;
+
+bool isOfMusic(int preProcessingType) {
+  return preProcessingType == 1 || (preProcessingType >= ZQPreProcessingTypeMidiNoteAndModQuanta &&
+                                    preProcessingType <= ZQPreProcessingTypeMidiGMQuadruple_NDMTS);
+}
+
+/// The smallest power of two that reaches a denominator, as its exponent.
+unsigned char exponentOf(int denominator) {
+  unsigned char exponent = 0;
+  while (exponent < 30 && 1 << exponent < denominator) exponent++;
+  return exponent;
+}
+
+}  // namespace
+
+GeneratedMidi::GeneratedMidi(ZQMatrixMedium* aMatrix)
+    : matrix(aMatrix),
+      info(matrix->getMatrixInfo()),
+      preProcessingType(info->getPreProcessingType()),
+      coordinateDimension(info->getCoordinateDimension()),
+      midiSoundID(info->getMidiSoundID()),
+      numerator(info->getMidiTimeSignatureNom()),
+      denominator(info->getMidiTimeSignatureDenom()) {
+}
+
+int GeneratedMidi::check() const {
+  if (!isMidiMatrixType(info->getMatrixType())) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: matrix is not MIDI type. Cannot read MIDI data from other matrixType: %d\n",
+             info->getMatrixType());
+    return -1;
+  }
+  if (info->getNumberOfWriteElements() == 0) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: matrix is empty!\n");
+    return -2;
+  }
+  if (!isOfMusic(preProcessingType)) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: matrix has wrong preProcessingType: %d\n", preProcessingType);
+    return -3;
+  }
+  if (info->getAllowLargeIndices() != 0 || info->getIsPhraseMatrix() != 1 || matrix->getNumberOfMatrices() == 0 ||
+      info->getSuccessorMethod() < ZQSuccessorMethodMostProbable || info->getSuccessorMethod() > ZQSuccessorMethodRandom ||
+      !dimensionFitsMidi(preProcessingType, coordinateDimension)) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: matrix is corrupted!\n");
+    return -4;
+  }
+  return 1;
+}
+
+void GeneratedMidi::warn() const {
+  if (info->getSkillOutputLevel() < 2) dbPrintf(1, "readMidiObjexsAndWriteToMidiFile: Warning: very low skill outputlevel\n");
+  if (info->getLengthOfKernelPreProcessedSequence() == 0)
+    dbPrintf(1, "readMidiObjexsAndWriteToMidiFile: Warning: empty kernel sequence, initializing from root\n");
+}
+
+bool GeneratedMidi::compose(int numberOfObjex) {
+  warn();
+  const PreprocessingSettings settings{preProcessingType, coordinateDimension, numerator, denominator};
+  barLength = barLengthInQuanta(
+      settings, "getNextOriginalObjecFromMatrix: illegal values for timeSignature, assuming 4/4 time signature...\n");
+  if (numerator == 0 || denominator == 0) numerator = denominator = 4;
+  events.reset(createZQMidiEventTrack());
+  objects.reset(createZQMidiObjectTrack());
+  if (events == nullptr || objects == nullptr || !addMetaEvents() || !takeContext()) return false;
+  for (int i = 0; i < numberOfObjex; i++) {
+    double probability = 0, stopProbability = 0;
+    const int* objex = matrix->readObjexFromMatrix(&probability, &stopProbability);
+    if (objex == nullptr) {
+      startAnew();
+      continue;
+    }
+    Item item{};
+    std::copy_n(objex, coordinateDimension, item.coordinates);
+    if (!takeItem(i, item)) return false;
+  }
+  if (coordinateDimension == 2) giveNotesTheirLengths();
+  return updateEventTrackFromObjectTrack(events.get(), objects.get());
+}
+
+bool GeneratedMidi::addMetaEvent(int eventType, int byteCount, const unsigned char* bytes, float value) {
+  ZQMidiEvent* event = createZQMidiEvent();
+  if (event == nullptr) return false;
+  event->initWith(0, bytes[0], bytes[1], bytes[2], bytes[3]);
+  event->setByteCount(byteCount);
+  event->setEventType(eventType);
+  event->setFloatValue(value);
+  if (events->addMidiEvent(event)) return true;
+  deleteZQMidiEvent(event);
+  return false;
+}
+
+bool GeneratedMidi::addMetaEvents() {
+  const unsigned char meter[] = {static_cast<unsigned char>(numerator), exponentOf(denominator), 24, 8};
+  const unsigned char tempo[] = {127, 0, 0, 0};
+  const unsigned char key[] = {0, 0, 0, 0};
+  const unsigned char producer[] = {'Q', 'X', 'R', 'T'};
+  return addMetaEvent(ZQMidiMetaTimeSignature, 4, meter, 0) && addMetaEvent(ZQMidiMetaTempo, 3, tempo, 120.0f) &&
+         addMetaEvent(ZQMidiMetaKeySignature, 2, key, 0) && addMetaEvent(ZQMidiMetaCopyright, 4, producer, 0);
+}
+
+/// The notes that the piece continues, all on channel 0.
+bool GeneratedMidi::takeContext() {
+  int count = 0, dimension = 0;
+  const SystemOwned<int*> context(info->createKernelOriginalSequenceInitialValuesObjexVector(&count, &dimension));
+  if (context == nullptr) return true;
+  for (int i = 0; i < count; i++) {
+    Item item{};
+    std::copy_n(context[static_cast<size_t>(i)], std::min(dimension, coordinatesOfLargestItem), item.coordinates);
+    if (!addNote(item, item.noteOn())) return false;
+    contextStart = item.noteOn();
+  }
+  return true;
+}
+
+/// Takes the object over into a note that starts at `start`, with the channel in hand.
+bool GeneratedMidi::addNote(Item item, int start) {
+  ZQMidiObject* note = createZQMidiObject();
+  if (note == nullptr) return false;
+  note->initWithNote(start, hasDurations() ? wrappingSum(start, item.duration()) : start,
+                     static_cast<unsigned char>(item.noteNumber()), velocityOfNotes, static_cast<unsigned char>(channel));
+  note->setReleaseVelocity(releaseVelocityOfNotes);
+  note->setSoundID(static_cast<unsigned char>(soundOf(item)));
+  if (objects->addMidiObject(note)) return true;
+  deleteZQMidiObject(note);
+  return false;
+}
+
+void GeneratedMidi::restartFrom(Item& item) {
+  matrix->initializeKernelSequenceWithOriginalSequence(item.coordinates, coordinateDimension, 1);
+}
+
+/// Moves a note by an octave. Nothing is reset, whatever the messages say.
+void GeneratedMidi::repairNoteNumber(Item& item) const {
+  if (item.noteNumber() < 0) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: noteNumber <0, resetKernelSequence! \n");
+    item.noteNumber() += octave;
+  }
+  if (item.noteNumber() >= noteNumbers) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: noteNumber >=128, resetKernelSequence! \n");
+    item.noteNumber() -= octave;
+  }
+}
+
+/// Makes a note of an object, or none of one that can't be repaired; the kernel then begins anew with it.
+bool GeneratedMidi::takeItem(int index, Item item) {
+  // A first time below that of the context has wrapped past the end of the bar.
+  if (index == 0 && hasBars() && item.noteOn() < contextStart) timeOffset = static_cast<int>(barLength);
+  if (ZQDebugChannel::shows(5)) {
+    dbPrintf(5, "succ.Object No. %d: \n", index);
+    dbPrintf(5, "(");
+    for (int i = 0; i < coordinateDimension; i++) dbPrintf(5, "%d,", item.coordinates[i]);
+    dbPrintf(5, "),\n");
+  }
+  const int start = wrappingSum(item.noteOn(), timeOffset);
+  if (start < lastStart) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: decreasing quanta value!\n");
+    item.noteOn() = lastStart;
+    restartFrom(item);
+    return true;
+  }
+  repairNoteNumber(item);
+  if (hasDurations() && item.duration() < 0) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile warning: negative duration! \n");
+    item.duration() = 0;
+  }
+  const int sound = soundOf(item);
+  if ((hasSounds() && sound < 0) || sound >= soundValues) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile warning: illegal soundID: %d ! \n", sound);
+    restartFrom(item);
+    return true;
+  }
+  lastStart = start;
+  return addNote(item, start);
+}
+
+/// A sequence has ended: the next one begins at the next bar, or where the last note was if there are no bars.
+void GeneratedMidi::startAnew() {
+  dbPrintf(2, "readMidiObjexsAndWriteToMidiFile: NULL Midi Object\n");
+  const long long nextBar = (lastStart / barLength + 1) * barLength;
+  timeOffset = hasBars() ? static_cast<int>(static_cast<unsigned>(nextBar)) : lastStart;
+  channel = (channel + 1) % channels;
+}
+
+/// Notes without a duration sound until the next one.
+void GeneratedMidi::giveNotesTheirLengths() {
+  const int count = objects->getCount();
+  for (int i = 0; i < count; i++) {
+    ZQMidiObject* note = objects->getMidiObjectAtIndex(i);
+    const int start = note->getStartQuanta();
+    if (i == count - 1) {
+      note->setEndQuanta(wrappingSum(start, quantaPerQuarter));
+      continue;
+    }
+    const int end = wrappingDifference(objects->getMidiObjectAtIndex(i + 1)->getStartQuanta(), 1);
+    note->setEndQuanta(end > start ? end : wrappingSum(start, 1));
+  }
+}
+
+int GeneratedMidi::write(const char* fileName) {
+  ZQMidiTrackList list;
+  if (!list.addMidiEventTrack(events.get())) return EOF;
+  static_cast<void>(events.release());
+  if (!list.addMidiObjectTrack(objects.get())) return EOF;
+  static_cast<void>(objects.release());
+  dbPrintf(2, "readMidiObjexsAndWriteToMidiFile: number of midi Objects tracks: %d:\n", list.getNumberOfMidiObjectTracks());
+  return ZQMidiFile().writeEventsToFileWithPath(&list, fileName);
+}
+
+int readMidiObjexsAndWriteToMidiFile(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes) {
+  if (numberOfNotes != nullptr) *numberOfNotes = 0;
+  if (matrix == nullptr || matrix->getCurrentMatrixID() < 0 || matrix->getCurrentMatrixID() >= matrix->getMaxNumberOfMatrices())
+    return 0;
+  GeneratedMidi music(matrix);
+  const int isFit = music.check();
+  if (isFit != 1) return isFit;
+  FILE* file = fileName != nullptr ? fopen(fileName, "wb") : nullptr;
+  if (file == nullptr) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: could not open midifile %s for writing\n",
+             fileName != nullptr ? fileName : "");
+    return -5;
+  }
+  fclose(file);
+  if (!music.compose(numberOfObjex)) return -7;
+  if (numberOfNotes != nullptr) *numberOfNotes = music.numberOfNotes();
+  return music.write(fileName) == 0 ? 1 : -6;
+}
+
+}  // namespace zmatrix
+
+/// What became of the file itself is not looked at.
+int ZQMatrixMedium::readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const char* fileName) {
+  const int result = zmatrix::readMidiObjexsAndWriteToMidiFile(this, numberOfObjex, fileName, nullptr);
+  return result < -5 ? 1 : result;
+}

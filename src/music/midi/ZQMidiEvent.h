@@ -1,0 +1,118 @@
+// One timed message as it stands in a MIDI file. Times are quanta: 12288 to the whole note, 3072 to the quarter.
+#pragma once
+
+#include <cstddef>
+
+#include "music/ZQClassSlab.h"
+
+/// `eventType` of a channel event. Meta events have their meta type, or 99 for those that nothing is known about.
+constexpr int ZQMidiEventTypeChannel = -1;
+constexpr int ZQMidiEventTypeUnknownMeta = 99;
+
+/// Upper four bits of a channel event's status, the channel being the lower four.
+enum ZQMidiStatus : int {
+  ZQMidiNoteOff = 0x80,
+  ZQMidiNoteOn = 0x90,
+  ZQMidiKeyAftertouch = 0xa0,
+  ZQMidiControlChange = 0xb0,
+  ZQMidiProgramChange = 0xc0,
+  ZQMidiChannelAftertouch = 0xd0,
+  ZQMidiPitchWheel = 0xe0
+};
+
+/// The meta events that this library looks into.
+enum ZQMidiMetaType : int {
+  ZQMidiMetaSequenceNumber = 0,
+  ZQMidiMetaText = 1,
+  ZQMidiMetaCopyright = 2,
+  ZQMidiMetaTrackName = 3,
+  ZQMidiMetaMarker = 6,
+  ZQMidiMetaEndOfTrack = 47,
+  ZQMidiMetaTempo = 81,
+  ZQMidiMetaSMPTEOffset = 84,
+  ZQMidiMetaTimeSignature = 88,
+  ZQMidiMetaKeySignature = 89,
+  ZQMidiMetaSequencerSpecific = 127,
+  ZQMidiMetaEscape = 247
+};
+
+class ZQMidiEvent final {
+ public:
+  virtual ~ZQMidiEvent() = default;
+
+  /// Sets time, bytes and their number; the event type stays.
+  void initWith(int time, unsigned char b1) { set(time, 1, b1, 0, 0, 0); }
+  void initWith(int time, unsigned char b1, unsigned char b2) { set(time, 2, b1, b2, 0, 0); }
+  void initWith(int time, unsigned char b1, unsigned char b2, unsigned char b3) { set(time, 3, b1, b2, b3, 0); }
+  void initWith(int time, unsigned char b1, unsigned char b2, unsigned char b3, unsigned char b4) {
+    set(time, 4, b1, b2, b3, b4);
+  }
+
+  int getTimeQuanta() const { return timeQuanta; }
+  void setTimeQuanta(int time) { timeQuanta = time; }
+  int getByteCount() const { return byteCount; }
+  void setByteCount(int count) { byteCount = count; }
+  unsigned char getByte1() const { return byte1; }
+  void setByte1(unsigned char byte) { byte1 = byte; }
+  unsigned char getByte2() const { return byte2; }
+  void setByte2(unsigned char byte) { byte2 = byte; }
+  unsigned char getByte3() const { return byte3; }
+  void setByte3(unsigned char byte) { byte3 = byte; }
+  unsigned char getByte4() const { return byte4; }
+  void setByte4(unsigned char byte) { byte4 = byte; }
+  int getEventType() const { return eventType; }
+  void setEventType(int type) { eventType = type; }
+  float getFloatValue() const { return floatValue; }
+  void setFloatValue(float value) { floatValue = value; }
+
+  /// Takes a message as it stands in a file: `count` valid bytes of the four at `bytes`.
+  void initWithBytes(int time, int count, const unsigned char* bytes) {
+    set(time, count, bytes[0], bytes[1], bytes[2], bytes[3]);
+  }
+
+  int getChannel() const { return byte1 & 15; }
+  void setChannel(int channel) { byte1 = static_cast<unsigned char>((byte1 & 0xf0) | (channel & 15)); }
+  bool isChannelEvent() const { return eventType == ZQMidiEventTypeChannel; }
+  /// The upper four bits of the first byte, as ZQMidiStatus has them.
+  int getStatus() const { return byte1 & 0xf0; }
+
+  /// A new event like this one, or null if memory has run out.
+  ZQMidiEvent* createAndCopy() const;
+
+  static void* operator new(size_t) noexcept { return zmatrix::ZQClassSlab<ZQMidiEvent>::allocate(); }
+  static void operator delete(void* memory) noexcept { zmatrix::ZQClassSlab<ZQMidiEvent>::release(memory); }
+
+ private:
+  void set(int time, int count, unsigned char b1, unsigned char b2, unsigned char b3, unsigned char b4) {
+    timeQuanta = time;
+    byteCount = count;
+    byte1 = b1;
+    byte2 = b2;
+    byte3 = b3;
+    byte4 = b4;
+  }
+
+  int timeQuanta = 0;
+  int byteCount = 0;  // 0 to 4
+  unsigned char byte1 = 0;
+  unsigned char byte2 = 0;
+  unsigned char byte3 = 0;
+  unsigned char byte4 = 0;
+  int eventType = ZQMidiEventTypeChannel;
+  float floatValue = 0;  // beats per minute of a tempo; the reader's time scale of a time signature
+};
+
+/// A new event with time and bytes 0, a channel event; null if memory has run out.
+inline ZQMidiEvent* createZQMidiEvent() {
+  return new ZQMidiEvent;
+}
+/// Null is ignored.
+inline void deleteZQMidiEvent(ZQMidiEvent* event) {
+  delete event;
+}
+
+/// Orders for sorting. The first compares two pointers to event pointers by time, then first byte: a note-off stands before a
+/// note-on of the same time, since its status is lower. The others compare two events. Result: -1, 0 or 1.
+int ZQCompareMidiEventsAscending(const void* first, const void* second);
+int ZQCompareMidiEventsByByte1Ascending(const ZQMidiEvent* first, const ZQMidiEvent* second);
+int ZQCompareMidiEventsByTimeAscending(const ZQMidiEvent* first, const ZQMidiEvent* second);

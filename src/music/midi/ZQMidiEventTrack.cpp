@@ -1,0 +1,45 @@
+#include "music/midi/ZQMidiEventTrack.h"
+
+#include <cstdint>
+#include <new>
+
+#include "music/midi/ZQMidiSort.h"
+
+void ZQMidiEventTrack::init() {
+  events.setArray(nullptr);
+  events.setCount(0);
+  events.setCapacity(firstCapacity);
+}
+
+void ZQMidiEventTrack::deleteMidiEventAtIndex(int index) {
+  deleteZQMidiEvent(events.at(index));
+  events.removeAt(index);
+}
+
+void ZQMidiEventTrack::deleteAllMidiEvents() {
+  for (ZQMidiEvent* event : *this) deleteZQMidiEvent(event);
+  events.setCount(0);
+}
+
+void ZQMidiEventTrack::sortByFunction(ZQCompareFunction compare) {
+  if (compare == ZQCompareMidiEventsAscending) {
+    zmatrix::sortPointersByKey(events.begin(), events.getCount(), [](const ZQMidiEvent* event) {
+      return zmatrix::sortableBits(event->getTimeQuanta()) << 8 | event->getByte1();
+    });
+  } else {
+    zmatrix::sortPointersByFunction(events.begin(), events.getCount(), compare);
+  }
+}
+
+ZQMidiEventTrack* createZQMidiEventTrack() {
+  return new (std::nothrow) ZQMidiEventTrack;
+}
+
+void deleteZQMidiEventTrack(ZQMidiEventTrack* track) {
+  delete track;
+}
+
+void deleteZQMidiEventTrackOnlyReferences(ZQMidiEventTrack* track) {
+  if (track != nullptr) track->setNumberOfMidiEvents(0);
+  delete track;
+}

@@ -1,0 +1,308 @@
+// Learning from MIDI files, shared by the tiers that learn: files and directories of files, the choice of a sub-matrix by meter,
+// texture, style and sound, and the update track by track. A tier's methods are one line each; MidiTier<Matrix> names what a tier
+// does differently.
+//
+// MidiTier<Matrix> has:
+//   texts                   its sentences, MidiFeedTexts
+//   batchSpeaks             whether a directory is reported
+//   keepSymbolsIsLegal      whether the global block passes what the tier checks beyond the profile
+//   keepSymbols             what the tier sets beyond the profile: from the global block or by default
+//   tellNoFreeMatrix        the message for a file that finds no sub-matrix
+//   addFileName             the entry in the history of a sub-matrix
+//   updateWithSequence      learns a sequence, the result as the sequence update has it
+#pragma once
+
+#include <climits>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "frame/ZQDebugChannel.h"
+#include "music/ZQFileNameList.h"
+#include "music/midi/ZQMidiFile.h"
+#include "music/midi/ZQMidiSequence.h"
+#include "music/midi/ZQMidiSounds.h"
+#include "music/midi/ZQMidiTrackJudge.h"
+#include "settings/ZQFileStream.h"
+#include "settings/ZQMatrixEnumerations.h"
+#include "store/ZQKeepCurrentMatrixID.h"
+
+namespace zmatrix {
+
+template <class Matrix>
+struct MidiTier;
+
+/// What pairing leaves out for the feed: all but notes and program changes.
+constexpr int midiFeedStatusFilter[ZQMidiTrackList::numberOfStatuses] = {0, 0, 1, 1, 0, 1, 1, 1};
+
+/// 1, 4 and 5: the matrix types that music is learned in.
+constexpr bool isMidiMatrixType(int matrixType) {
+  return matrixType == ZQMatrixTypeMIDINoteAndQuanta || matrixType == ZQMatrixTypeMIDITriple_NDMT ||
+         matrixType == ZQMatrixTypeMIDIGMQuadruple_NDMTS;
+}
+
+// --- one update
+
+/// Whether items of this many integers fit the preprocessing; types that are not of music fit always.
+bool dimensionFitsMidi(int preProcessingType, int coordinateDimension);
+
+template <class Matrix>
+int updateMatrixWithLongMIDISequenceIn(Matrix* matrix, const int* sequence, int numberOfItems, const int* symbolMarkers) {
+  auto* info = matrix->getMatrixInfo();
+  if (!isMidiMatrixType(info->getMatrixType())) {
+    dbPrintf(0, "updateMatrixWithLongMIDISequence: illegal matrixType %d\n", info->getMatrixType());
+    return 0;
+  }
+  if (info->getAllowLargeIndices() != 0) {
+    dbPrintf(0, "updateMatrixWithLongMIDISequence: illegal allowLargeIndices %d\n", info->getAllowLargeIndices());
+    return 0;
+  }
+  const int dimension = info->getCoordinateDimension();
+  if (!dimensionFitsMidi(info->getPreProcessingType(), dimension)) {
+    dbPrintf(0, "updateMatrixWithLongMIDISequence: illegal Cdimension %d\n", dimension);
+    return 0;
+  }
+  const long long length = static_cast<long long>(numberOfItems) * dimension;
+  if (length < 0 || length > INT_MAX || (sequence == nullptr && length > 0)) return 0;
+  const bool addsUpdateInfo = info->getAddUpdateInfo() == 1;
+  if (addsUpdateInfo) info->generateUpdateInfoSequence(sequence, static_cast<int>(length));
+  const int result = MidiTier<Matrix>::updateWithSequence(matrix, sequence, static_cast<int>(length), symbolMarkers);
+  if (result < 1) return result;
+
+  info->setHasBeenChanged(1);
+  info->incrementUpdateIndex();
+  matrix->getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
+  if (addsUpdateInfo) matrix->updateNumberOfAppendedMatrices();
+  return result;
+}
+
+// --- the sub-matrix of a track
+
+/// The first sub-matrix, of all that are reserved, for which `agrees(info)` is true among those of a type and meter, or -1.
+template <class Matrix, class Agrees>
+int getMatrixIDForMidi(Matrix* matrix, int type, int nom, int denom, Agrees agrees) {
+  if (!isMidiMatrixType(type)) {
+    dbPrintf(0, "getMatrixIDForMidiParameters: type %d unexpected\n", type);
+    return -1;
+  }
+  for (int matrixID = 0; matrixID < matrix->getMaxNumberOfMatrices(); matrixID++) {
+    const auto* info = matrix->getMatrixInfo(matrixID);
+    if (info->getMatrixType() == type && info->getMidiTimeSignatureNom() == nom && info->getMidiTimeSignatureDenom() == denom &&
+        agrees(*info))
+      return matrixID;
+  }
+  return -1;
+}
+
+/// 0 for `subType`, `style` or `sound` is no criterion.
+template <class Matrix>
+int getMatrixIDForMidiIn(Matrix* matrix, int type, int nom, int denom, int subType, int style, int sound) {
+  return getMatrixIDForMidi(matrix, type, nom, denom, [&](const auto& info) {
+    return (subType == 0 || info.getMidiSubType() == subType) && (style == 0 || info.getMusicStyle() == style) &&
+           (sound == 0 || info.getMidiSoundID() == sound);
+  });
+}
+
+/// Sets the current sub-matrix up as the global block says, or by the defaults of the preprocessing type's profile if the block
+/// doesn't pass its check. A sub-matrix that is not empty keeps its settings then.
+template <class Matrix>
+void applyMidiProperties(Matrix* matrix, const char* fileName) {
+  struct ProfileRow {
+    int preProcessingType;
+    const char* nameOfCheck;
+    int (*check)(Matrix*);
+    void (*setDefaults)(Matrix*, const char*);
+    bool keepsSymbols;
+  };
+  static constexpr ProfileRow profiles[] = {
+      {1, "checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta",
+       [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(); },
+       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(name); }, true},
+      {ZQPreProcessingTypeMidiNoteAndModQuanta, "checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta",
+       [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(); },
+       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(name); }, true},
+      {ZQPreProcessingTypeMidiTriple_NDMT, "checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT",
+       [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT(); },
+       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsTriple_NDMT(name); }, true},
+      {ZQPreProcessingTypeMidiGMQuadruple_NDMTS, "checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS",
+       [](Matrix* m) { return m->checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(); },
+       [](Matrix* m, const char* name) { m->setDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(name); }, false},
+  };
+  const int type = matrix->getGlobalPreProcessingType();
+  const ProfileRow* profile = nullptr;
+  for (const ProfileRow& row : profiles) {
+    if (row.preProcessingType == type) profile = &row;
+  }
+  const bool keepsSymbols = profile != nullptr && profile->keepsSymbols;
+  if (profile == nullptr || (profile->check(matrix) == 1 && (!keepsSymbols || MidiTier<Matrix>::keepSymbolsIsLegal(matrix)))) {
+    matrix->applyGlobalMatrixProperties();
+    if (keepsSymbols) MidiTier<Matrix>::keepSymbols(matrix, true);
+    return;
+  }
+  dbPrintf(0, "updateMatrixWithMidiFile: %s() failed. Applying default values\n", profile->nameOfCheck);
+  profile->setDefaults(matrix, fileName);
+  if (keepsSymbols) MidiTier<Matrix>::keepSymbols(matrix, false);
+}
+
+// --- files
+
+/// One file on its way into the matrix.
+template <class Matrix>
+class MidiFeed {
+ public:
+  MidiFeed(Matrix* aMatrix, const char* aFileName) : matrix(aMatrix), fileName(aFileName) {
+    snprintf(description, sizeof description, MidiTier<Matrix>::texts.description, 64);
+  }
+
+  /// The result of the last update; `numberOfNotes` gets the notes of all tracks that were taken.
+  int run(int* numberOfNotes) {
+    const std::unique_ptr<ZQMidiTrackList, void (*)(ZQMidiTrackList*)> list(createZQMidiTrackList(), deleteZQMidiTrackList);
+    if (list == nullptr || !read(*list)) return 0;
+    MidiTrackJudge judge(*list, settingsOfMatrix(), matrix->getGlobalMidiNoteOnQuantization(), fileName, MidiTier<Matrix>::texts);
+    int result = 0;
+    for (int i = 1; i < list->getNumberOfMidiObjectTracks(); i++) {
+      if (!feedTrack(judge, list->getMidiObjectTrackAtIndex(i), i, numberOfNotes, &result)) break;
+    }
+    return result;
+  }
+
+ private:
+  MidiFeedSettings settingsOfMatrix() const {
+    return {matrix->getGlobalPreProcessingType(), matrix->getGlobalCoordinateDimension(), matrix->getGlobalMatrixType()};
+  }
+
+  void setSettings(const MidiFeedSettings& settings) {
+    matrix->setGlobalPreProcessingType(settings.preProcessingType);
+    matrix->setGlobalCoordinateDimension(settings.coordinateDimension);
+    matrix->setGlobalMatrixType(settings.matrixType);
+  }
+
+  /// False if memory has run out; a file that is no MIDI file gives no tracks.
+  bool read(ZQMidiTrackList& list) {
+    MidiReadFindings findings;
+    ZQMidiFile().readEventsFromFileWithPath(&list, fileName, &findings);
+    if (findings.end == MidiReadEnd::outOfMemory) return false;
+    const auto* channelFilter = reinterpret_cast<const unsigned char*>(matrix->getGlobalMidiChannelFilterArray());
+    if (!list.updateMIDIObjectTracksFromMIDIEventTracks(midiFeedStatusFilter, channelFilter, matrix->getGlobalMidiTrackAnalyze()))
+      return false;
+    const ZQMidiObjectTrack* metaTrack = list.getMidiObjectTrackAtIndex(0);
+    dbPrintf(2, "number of midi event tracks found: %d:\n", list.getNumberOfMidiEventTracks());
+    dbPrintf(2, "%d midi object Tracks generated\n", list.getNumberOfMidiObjectTracks());
+    dbPrintf(2, "%d meta events written to midi object track no. 0\n", metaTrack != nullptr ? metaTrack->getCount() : 0);
+    return true;
+  }
+
+  /// False if no sub-matrix is left, which ends the file. The grids are those of the sub-matrix that is current, so of ID 0 for
+  /// the first track and of the last track's sub-matrix for the others.
+  bool feedTrack(MidiTrackJudge& judge, const ZQMidiObjectTrack* track, int index, int* numberOfNotes, int* result) {
+    const MidiTrackVerdict verdict = judge.takeUp(track, index);
+    setSettings(judge.settings());
+    if (verdict != MidiTrackVerdict::taken) return true;
+    addWrapping(numberOfNotes, judge.numberOfNotes());
+    const auto* info = matrix->getMatrixInfo();
+    const MidiSequenceForm form{judge.settings().preProcessingType, info->getMidiNoteOnQuantization(),
+                                info->getMidiDurationQuantization()};
+    const MidiSequence sequence = sequenceOfTrack(*track, form, judge.lengthOfSequence());
+    if (judge.findMeter() != MidiTrackVerdict::taken) return true;
+    if (!makeMatrixCurrent(judge)) return false;
+    applyMidiProperties(matrix, fileName);
+    describeMatrix(judge, index);
+    const int dimension = judge.settings().coordinateDimension;
+    *result = sequence.values == nullptr
+                  ? outOfMemory
+                  : matrix->updateMatrixWithLongMIDISequence(sequence.values.get(),
+                                                             dimension > 0 ? static_cast<int>(sequence.count / dimension) : 0);
+    judge.finish();
+    setSettings(judge.settings());
+    return true;
+  }
+
+  bool makeMatrixCurrent(const MidiTrackJudge& judge) {
+    int matrixID = matrix->getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyleAndSoundID(
+        matrix->getGlobalMatrixType(), judge.numerator(), judge.denominator(), judge.subType(),
+        static_cast<ZQMatrixMusicStyle>(matrix->getGlobalMusicStyle()), static_cast<ZQMatrixSoundID>(judge.soundID()));
+    if (matrixID < 0) {
+      matrixID = matrix->getNextFreeMatrixID();
+      if (matrixID < 0) {
+        MidiTier<Matrix>::tellNoFreeMatrix(fileName, judge.numerator(), judge.denominator());
+        dbPrintf(0, "please restart and set maxNumberOfMatrices to a value > %d!\n", matrix->getMaxNumberOfMatrices());
+        return false;
+      }
+      matrix->setNumberOfMatrices(matrixID + 1);
+    }
+    matrix->setCurrentMatrixID(matrixID);
+    return true;
+  }
+
+  /// A texture or sound of 0 found any sub-matrix of the meter, and stands in its record from now on.
+  void describeMatrix(const MidiTrackJudge& judge, int index) {
+    auto* info = matrix->getMatrixInfo();
+    const int style = matrix->getGlobalMusicStyle();
+    info->setMidiTimeSignatureNom(judge.numerator());
+    info->setMidiTimeSignatureDenom(judge.denominator());
+    info->setMidiSubType(judge.subType());
+    info->setMusicStyle(style);
+    info->setMidiSoundID(judge.soundID());
+    info->setNameOfUpdateFile(fileName);
+    char name[nameCapacity];
+    snprintf(name, sizeof name, "MatID%d: %d/%d, %s, %s, %s (track%d): ", matrix->getCurrentMatrixID(), judge.numerator(),
+             judge.denominator(), nameOfMidiSubType(judge.subType()), nameOfMusicStyle(style), nameOfSoundID(judge.soundID()),
+             index);
+    MidiTier<Matrix>::addFileName(info, name, fileName);
+    matrix->setMatrixDescription(description);
+  }
+
+  static void addWrapping(int* sum, int value) {
+    *sum = static_cast<int>(static_cast<unsigned>(*sum) + static_cast<unsigned>(value));
+  }
+
+  static constexpr int outOfMemory = -2;  // as the update has it
+  static constexpr size_t nameCapacity = 256;
+
+  Matrix* matrix;
+  const char* fileName;
+  char description[256];
+};
+
+template <class Matrix>
+int updateMatrixWithMIDIFileIn(Matrix* matrix, const char* fileName, int* numberOfNotes) {
+  FILE* file = openRegularFile(fileName);
+  if (file == nullptr) {
+    dbPrintf(MidiTier<Matrix>::texts.levelOfCannotOpen, "updateMatrixWithMIDIFile: cannot open %s...\n",
+             fileName != nullptr ? fileName : "");
+    return 0;
+  }
+  fclose(file);
+  dbPrintf(5, "begin updateMatrixWithMIDIFile %s...\n", fileName);
+  const KeepCurrentMatrixID<Matrix> keep(matrix);
+  matrix->setCurrentMatrixID(0);
+  int notes = 0;
+  const int result = MidiFeed<Matrix>(matrix, fileName).run(&notes);
+  if (numberOfNotes != nullptr) *numberOfNotes = notes;
+  dbPrintf(1, "end updateMatrixWithMIDIFile, %d midiNotes processed...\n", notes);
+  return result;
+}
+
+/// Learns every MIDI file of a directory in alphabetical order; one that fails stops nothing.
+template <class Matrix>
+int updateMatrixWithMIDIFilesIn(Matrix* matrix, const char* path, int recursive, int* numberOfNotes) {
+  constexpr int level = MidiTier<Matrix>::batchSpeaks ? 8 : INT_MAX;
+  unsigned sumOfNotes = 0;
+  dbPrintf(level, "GetMidiFilesInPath ...");
+  ZQFileNameList* names = ZQFileNameList().getMidiFilesInFilePath(path, recursive, nullptr);
+  dbPrintf(level, "GetMidiFilesInPath finshed\n");
+  if (names != nullptr) {
+    names->sortByFunction(ZQCompareFileNames);
+    dbPrintf(level, "number of MidiFiles found;: %d\n", names->getCount());
+    for (int i = 0; i < names->getCount(); i++) {
+      int notes = 0;
+      matrix->updateMatrixWithMIDIFile(names->getFileNameAtIndex(i), &notes);
+      sumOfNotes += static_cast<unsigned>(notes);
+    }
+    deleteZQFileNameList(names);
+  }
+  if (numberOfNotes != nullptr) *numberOfNotes = static_cast<int>(sumOfNotes);
+  return 1;
+}
+
+}  // namespace zmatrix

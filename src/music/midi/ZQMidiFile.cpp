@@ -1,0 +1,148 @@
+#include "music/midi/ZQMidiFile.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "frame/ZQDebugChannel.h"
+#include "music/midi/MIDIFILE.h"
+#include "music/midi/ZQMidiFileReader.h"
+#include "settings/ZQFileStream.h"
+
+namespace {
+
+constexpr size_t readAheadSize = 1 << 14;
+constexpr short ticksPerQuarter = 3072;  // a tick is a quantum
+constexpr int charactersOfText = 4;
+
+struct CloseFile {
+  void operator()(FILE* file) const { fclose(file); }
+};
+using File = std::unique_ptr<FILE, CloseFile>;
+
+struct EndReading {
+  void operator()(_MIDIFILEInStruct* in) const { MIDIFILEEndReading(in); }
+};
+
+long sizeOf(FILE* file) {
+  struct stat status;
+  return fstat(fileno(file), &status) == 0 ? static_cast<long>(status.st_size) : 0;
+}
+
+/// A file whose last track has its end is whole; what follows it, or the head if there is no track, is left unread.
+void noteEnd(const _MIDIFILEInStruct* in, long behindHead, zmatrix::MidiReadFindings& findings) {
+  const long end = zmatrix::wholeState(in).behindLastTrack;
+  findings.end = end > 0                   ? zmatrix::MidiReadEnd::complete
+                 : findings.tracks.empty() ? zmatrix::MidiReadEnd::noTrack
+                                           : zmatrix::MidiReadEnd::cut;
+  if (findings.end == zmatrix::MidiReadEnd::cut) return;
+  findings.bytesUnread = std::max(0L, sizeOf(in->file) - std::max(end, behindHead));
+}
+
+/// Reads behind an opened file. Without a preamble `findings.end` says why.
+bool readEvents(ZQMidiTrackList* list, const char* path, FILE* file, zmatrix::MidiReadFindings& findings) {
+  _MIDIFILEReadStruct event;
+  const std::unique_ptr<_MIDIFILEInStruct, EndReading> in(MIDIFILEBeginReading(file, &event));
+  findings.end = zmatrix::MidiReadEnd::outOfMemory;
+  if (in == nullptr) return false;
+  if (MIDIFILEReadPreamble(in.get(), &findings.format, &findings.tracksAnnounced) == 0) {
+    dbPrintf(0, "MIDIFILEReadPreamble(failed)");
+    findings.end =
+        zmatrix::wholeState(in.get()).hasDivisionOfZero ? zmatrix::MidiReadEnd::divisionOfZero : zmatrix::MidiReadEnd::notMidi;
+    return false;
+  }
+  findings.division = in->division;
+  findings.tracksAnnounced = zmatrix::wholeState(in.get()).tracksAnnounced;
+  const long behindHead = ftell(file);
+  dbPrintf(2, "reading %s MIDI Format type %d\n", path, findings.format);
+  if (!zmatrix::MidiFileReader(*list, *in, findings).run()) return false;
+  noteEnd(in.get(), behindHead, findings);
+  return true;
+}
+
+// --- writing
+
+/// Texts are written with the few characters that an event holds.
+bool writeText(_MIDIFILEOutStruct* out, const ZQMidiEvent& event) {
+  const unsigned char bytes[] = {event.getByte1(), event.getByte2(), event.getByte3(), event.getByte4()};
+  char text[charactersOfText + 1] = {};
+  memcpy(text, bytes, static_cast<size_t>(std::clamp(event.getByteCount(), 0, charactersOfText)));
+  return MIDIFILEWriteText(out, event.getTimeQuanta(), static_cast<short>(event.getEventType()), text) == 1;
+}
+
+/// Right for channel events and the meta events that are made here; any other goes out as bare bytes.
+bool writeEvent(_MIDIFILEOutStruct* out, const ZQMidiEvent& event) {
+  const int time = event.getTimeQuanta();
+  switch (event.getEventType()) {
+    case ZQMidiMetaKeySignature:
+      return MIDIFILEWriteKeySig(out, time, event.getByte1(), event.getByte2()) == 1;
+    case ZQMidiMetaTimeSignature:
+      return MIDIFILEWriteTimeSig(out, time, event.getByte1(), event.getByte2(), event.getByte3(), event.getByte4()) == 1;
+    case ZQMidiMetaTempo:
+      return MIDIFILEWriteTempo(out, time, static_cast<double>(event.getFloatValue())) == 1;
+    case ZQMidiMetaText:
+    case ZQMidiMetaCopyright:
+    case ZQMidiMetaTrackName:
+    case ZQMidiMetaMarker:
+      return writeText(out, event);
+    default: {
+      const unsigned char bytes[] = {event.getByte1(), event.getByte2(), event.getByte3()};
+      return MIDIFILEWriteEvent(out, time, std::clamp(event.getByteCount(), 0, 3), bytes) == 1;
+    }
+  }
+}
+
+/// A write that fails shows in the state of the file.
+void writeTracks(_MIDIFILEOutStruct* out, const ZQMidiTrackList& list) {
+  int timeOfLastEvent = 0;
+  for (int i = 0; i < list.getNumberOfMidiEventTracks(); i++) {
+    const ZQMidiEventTrack& track = *list.getMidiEventTrackAtIndex(i);
+    if (i > 0 && track.getCount() == 0) continue;
+    if (i > 0) MIDIFILEBeginWritingTrack(out, nullptr);
+    for (const ZQMidiEvent* event : track) {
+      writeEvent(out, *event);
+      timeOfLastEvent = event->getTimeQuanta();
+    }
+    MIDIFILEEndWritingTrack(out, timeOfLastEvent);
+  }
+}
+
+}  // namespace
+
+bool ZQMidiFile::readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, zmatrix::MidiReadFindings* findings) const {
+  zmatrix::MidiReadFindings unused;
+  zmatrix::MidiReadFindings& found = findings != nullptr ? *findings : unused;
+  found.end = zmatrix::MidiReadEnd::notFound;
+  if (list == nullptr || path == nullptr) return false;
+  const std::unique_ptr<char[]> readAhead(new (std::nothrow) char[readAheadSize]);
+  const File file(zmatrix::openRegularFile(path));  // a pipe would never end
+  if (file == nullptr) return false;
+  if (readAhead != nullptr) setvbuf(file.get(), readAhead.get(), _IOFBF, readAheadSize);
+  return readEvents(list, path, file.get(), found);
+}
+
+int ZQMidiFile::writeEventsToFileWithPath(const ZQMidiTrackList* list, const char* path) const {
+  if (list == nullptr || path == nullptr) return EOF;
+  FILE* file = fopen(path, "wb");
+  if (file == nullptr) return EOF;
+  _MIDIFILEOutStruct* out = MIDIFILEBeginWriting(file, 1, ticksPerQuarter, nullptr);
+  bool isWritten = out != nullptr;
+  if (isWritten) {
+    writeTracks(out, *list);
+    isWritten = MIDIFILEEndWriting(out) == 1 && ferror(file) == 0;
+  }
+  const int isClosed = fclose(file);
+  return isWritten ? isClosed : EOF;
+}
+
+ZQMidiFile* createZQMidiFile() {
+  return new (std::nothrow) ZQMidiFile;
+}
+
+void deleteZQMidiFile(ZQMidiFile* file) {
+  delete file;
+}

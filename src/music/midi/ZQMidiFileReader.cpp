@@ -1,0 +1,267 @@
+#include "music/midi/ZQMidiFileReader.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <new>
+
+#include "frame/ZQDebugChannel.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr double quantaPerQuarter = 3072.0;
+constexpr int mostBytesOfEvent = 4;
+constexpr unsigned char velocityOfNoteOff = 127;  // of one that was a note-on of velocity 0
+
+/// How a meta event is kept, and what is said of it. The message of a text takes the text, the others nothing or their own.
+struct MetaRow {
+  int type;
+  int eventType;
+  int mostBytes;
+  const char* textMessage;
+};
+
+constexpr MetaRow metaRows[] = {
+    {0, 0, 4, nullptr},
+    {1, 1, 4, "         Text: %s\n"},
+    {2, 2, 4, "         Copyright: %s\n"},
+    {3, 3, 4, "         Trackname: %s\n"},
+    {4, 4, 4, "         InstrumentName: %s\n"},
+    {5, 5, 4, "         Lyrics: %s\n"},
+    {6, 6, 4, "         Marker: %s\n"},
+    {7, 7, 4, "         CuePoint: %s\n"},
+    {8, 8, 4, "         program (Patch) Name: %s\n"},
+    {9, ZQMidiEventTypeUnknownMeta, 4, "         device (Port) Name: %s\n"},
+    {32, 32, 2, nullptr},
+    {33, 33, 2, nullptr},
+    {ZQMidiMetaEndOfTrack, ZQMidiMetaEndOfTrack, 0, nullptr},
+    {ZQMidiMetaTempo, ZQMidiMetaTempo, 3, nullptr},
+    {ZQMidiMetaSMPTEOffset, ZQMidiMetaSMPTEOffset, 4, nullptr},
+    {ZQMidiMetaTimeSignature, ZQMidiMetaTimeSignature, 4, nullptr},
+    {ZQMidiMetaKeySignature, ZQMidiMetaKeySignature, 2, nullptr},
+};
+constexpr MetaRow unknownMeta = {-1, ZQMidiEventTypeUnknownMeta, 4, nullptr};
+
+const MetaRow& rowOfMeta(int type) {
+  const auto* row =
+      std::find_if(std::begin(metaRows), std::end(metaRows), [&](const MetaRow& each) { return each.type == type; });
+  return row != std::end(metaRows) ? *row : unknownMeta;
+}
+
+bool isUnknownText(int type) {
+  return type == 9 || (type >= 13 && type <= 15);  // type 9 has a name and is unknown all the same
+}
+
+void printKeySignature(const unsigned char* data) {
+  dbPrintf(1, "         KeySignature; %d Sharps\n", data[0]);
+  if (data[1] == 1) dbPrintf(1, "              Minor");
+  if (data[1] == 0) dbPrintf(1, "              Major");
+}
+
+void printTimeSignature(const unsigned char* data) {
+  dbPrintf(1, "         TimeSignature: %d/%d\n", data[0], powerOfTwo(data[1]));
+  dbPrintf(1, "              Metronom-clicks: %d, 32nd notes in quarter note: %d\n", data[2], data[3]);
+}
+
+void printMetaEvent(const _MIDIFILEReadStruct& event, double tempo) {
+  const int type = event.buffer[0];
+  const unsigned char* data = event.buffer + 1;
+  const char* text = reinterpret_cast<const char*>(data);
+  const MetaRow& row = rowOfMeta(type);
+  if (row.textMessage != nullptr) dbPrintf(1, row.textMessage, text);
+  if (isUnknownText(type)) dbPrintf(1, "Unknown text metaevent: %s\n", text);
+  if (row.textMessage != nullptr || isUnknownText(type)) return;
+  switch (type) {
+    case ZQMidiMetaSequenceNumber:
+      return dbPrintf(1, "         Sequence no. %d %d\n", data[0], data[1]);
+    case 32:
+      return dbPrintf(1, "         ChannelPrefix: %d\n", data[0]);
+    case 33:
+      return dbPrintf(1, "         PortPrefix: %d\n", data[0]);
+    case ZQMidiMetaEndOfTrack:
+      return dbPrintf(1, "         TrackChange\n");
+    case ZQMidiMetaTempo:
+      return dbPrintf(2, "         TempoChange: %f\n", tempo);
+    case ZQMidiMetaSMPTEOffset:
+      return dbPrintf(1, "         SMPTEOffset");
+    case ZQMidiMetaTimeSignature:
+      return printTimeSignature(data);
+    case ZQMidiMetaKeySignature:
+      return printKeySignature(data);
+    case ZQMidiMetaSequencerSpecific:
+      return dbPrintf(1, "         Sequencer specific data of length %d: %d \n", event.byteCount - 1, data[0]);
+    default:
+      return dbPrintf(1, "         Unknown Meta Event of length %d: %d \n", event.byteCount - 1, data[0]);
+  }
+}
+
+void printChannelEvent(const ZQMidiEvent& event) {
+  const int channel = event.getChannel();
+  switch (event.getStatus()) {
+    case ZQMidiNoteOff:
+      return dbPrintf(8, "         NoteOff channel %d\n", channel);
+    case ZQMidiNoteOn:
+      dbPrintf(8, "         NoteOn channel %d\n", channel);
+      return dbPrintf(8, "notenumber, quanta; %d %d\n", event.getByte2(), event.getTimeQuanta());
+    case ZQMidiKeyAftertouch:
+      return dbPrintf(4, "         Key Aftertouch channel %d\n", channel);
+    case ZQMidiControlChange:
+      return dbPrintf(8, "         Control Change/ Channel Mode channel %d\n", channel);
+    case ZQMidiProgramChange:
+      return dbPrintf(1, "         Program change no. %d on channel %d\n", event.getByte2(), channel);
+    case ZQMidiChannelAftertouch:
+      return dbPrintf(4, "         Channel Aftertouch channel %d\n", channel);
+    default:
+      return dbPrintf(8, "         Pitch Wheel Change channel %d\n", channel);
+  }
+}
+
+/// The meters that a text of this form stands for.
+constexpr char meterText[] = "!!!AMT: ";
+
+struct MeterOfText {
+  const char* name;
+  unsigned char numerator;
+  unsigned char denominatorPower;
+};
+
+constexpr MeterOfText metersOfText[] = {
+    {"simple quadruple", 4, 2}, {"simple duple", 2, 2},   {"simple triple", 3, 2},
+    {"simple quintuple", 5, 2}, {"compound duple", 6, 3}, {"compound triple", 9, 3},
+};
+
+bool beginsWith(const char* text, const char* prefix) {
+  return strncmp(text, prefix, strlen(prefix)) == 0;
+}
+
+}  // namespace
+
+int MidiFileReader::timeInQuanta() {
+  if (state.trackTicks != ticksOfLastTime) {
+    ticksOfLastTime = state.trackTicks;
+    lastTimeInQuanta = intOfTime(static_cast<double>(state.trackTicks) / state.division * quantaPerQuarter);
+  }
+  return lastTimeInQuanta;
+}
+
+/// Takes the event over; false, and the event gone, if memory has run out.
+bool MidiFileReader::addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent) {
+  if (midiEvent == nullptr) return false;
+  if (track->addMidiEvent(midiEvent)) return true;
+  deleteZQMidiEvent(midiEvent);
+  return false;
+}
+
+/// A text can name a meter; then a time signature follows it.
+bool MidiFileReader::addMeterOfText() {
+  const char* text = reinterpret_cast<const char*>(event.buffer + 1);
+  if (!beginsWith(text, meterText)) return true;
+  text += strlen(meterText);
+  const auto* meter = std::find_if(std::begin(metersOfText), std::end(metersOfText),
+                                   [&](const MeterOfText& each) { return beginsWith(text, each.name); });
+  if (meter == std::end(metersOfText)) {
+    if (!beginsWith(text, "irregular")) dbPrintf(0, "MIDI Stanford new Signature type found: %s\n", text);
+    return true;
+  }
+  ZQMidiEvent* signature = createZQMidiEvent();
+  if (signature == nullptr) return false;
+  signature->initWith(timeInQuanta(), meter->numerator, meter->denominatorPower, 1, 8);
+  signature->setEventType(ZQMidiMetaTimeSignature);
+  signature->setFloatValue(static_cast<float>(state.timeScale));
+  return addToTrack(list.getMidiEventTrackAtIndex(0), signature);
+}
+
+bool MidiFileReader::takeMetaEvent() {
+  const int type = event.buffer[0];
+  const MetaRow& row = rowOfMeta(type);
+  printMetaEvent(event, state.tempo);
+  ZQMidiEvent* midiEvent = createZQMidiEvent();
+  if (midiEvent == nullptr || !list.extendEventTracksTo(0)) {
+    deleteZQMidiEvent(midiEvent);
+    return false;
+  }
+  // Behind an end of track this is time 0: the codec has gone to the next track by then.
+  midiEvent->initWithBytes(timeInQuanta(), std::min({event.byteCount, mostBytesOfEvent, row.mostBytes}), event.buffer + 1);
+  midiEvent->setEventType(row.eventType);
+  if (type == ZQMidiMetaTempo) midiEvent->setFloatValue(static_cast<float>(state.tempo));
+  if (type == ZQMidiMetaTimeSignature) midiEvent->setFloatValue(static_cast<float>(state.timeScale));
+  return addToTrack(list.getMidiEventTrackAtIndex(0), midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
+}
+
+/// Finds the track of a channel event; false if memory has run out. Those in track 0 of a file, as in all files of format 0, go
+/// to index 1; so does the rest of that track, and the next track of the file goes to index 2.
+bool MidiFileReader::findTrack() {
+  if (!list.extendEventTracksTo(state.currentTrack)) return false;
+  if (state.currentTrack == 0) {
+    if (!list.extendEventTracksTo(list.getNumberOfMidiEventTracks())) return false;
+    state.currentTrack = 1;
+    dbPrintf(1, "Warning: readEventsFromFileWithPath(): normal MIDI data found before MetaEvent data...\n");
+  }
+  indexOfTrackInHand = state.currentTrack;
+  trackInHand = list.getMidiEventTrackAtIndex(indexOfTrackInHand);
+  return true;
+}
+
+bool MidiFileReader::takeChannelEvent() {
+  ZQMidiEvent* midiEvent = createZQMidiEvent();
+  if (midiEvent == nullptr) return false;
+  midiEvent->initWithBytes(timeInQuanta(), std::min(event.byteCount, mostBytesOfEvent), event.buffer);
+  if (speaks) printChannelEvent(*midiEvent);
+  // Told without a jump, which would be guessed wrong too often: files end notes in both ways.
+  const bool isSilentNoteOn = (midiEvent->getStatus() == ZQMidiNoteOn) & (midiEvent->getByte3() == 0);
+  midiEvent->setByte1(static_cast<unsigned char>(midiEvent->getByte1() - (isSilentNoteOn ? ZQMidiNoteOn - ZQMidiNoteOff : 0)));
+  midiEvent->setByte3(isSilentNoteOn ? velocityOfNoteOff : midiEvent->getByte3());
+  if (speaks && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
+  const bool isTaken = (state.currentTrack == indexOfTrackInHand || findTrack()) && trackInHand->addMidiEvent(midiEvent);
+  if (!isTaken) deleteZQMidiEvent(midiEvent);
+  return isTaken;
+}
+
+/// Takes an event into its track, or drops it, and counts it for the track of the file that it stands in.
+bool MidiFileReader::take() {
+  MidiTrackReading& track = findings.tracks.back();
+  if (event.metaFlag == 1) {
+    track.metaEvents++;
+    const bool isTaken = takeMetaEvent();
+    if (event.buffer[0] == ZQMidiMetaEndOfTrack) findings.tracks.emplace_back();
+    return isTaken;
+  }
+  if (isSystemEvent()) {
+    track.systemEvents++;
+    dbPrintf(1, "         Sysex data \n");
+    return true;
+  }
+  if (hasNoStatus()) {
+    track.unknownEvents++;
+    dbPrintf(1, "Unknown MIDI Message Statusbyte %d\n", event.buffer[0]);
+    return true;
+  }
+  track.channelEvents++;
+  track.repeatedEvents += wholeState(&state).repeatsLastEvent;
+  const bool isTaken = takeChannelEvent();
+  track.indexOfEventTrack = state.currentTrack;
+  return isTaken;
+}
+
+void MidiFileReader::tellEvent() const {
+  dbPrintf(3, "track: %d, status: %d, time in Quanta, timescale: %d %f\n", state.currentTrack, event.buffer[0], event.time,
+           state.timeScale);
+  if (event.metaFlag == 1)
+    dbPrintf(3, "      MetaFlag: %d, no. of data bytes: %d, quanta: %d\n", event.metaFlag, event.byteCount, event.time);
+}
+
+bool MidiFileReader::run() try {
+  bool hasEvent = MIDIFILEReadEvent(&state) != 0;
+  if (state.currentTrack >= 0) findings.tracks.emplace_back();
+  for (; hasEvent; hasEvent = MIDIFILEReadEvent(&state) != 0) {
+    if (speaks) tellEvent();
+    if (!take()) return false;
+  }
+  return true;
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
+}  // namespace zmatrix

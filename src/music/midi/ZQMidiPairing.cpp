@@ -1,0 +1,179 @@
+#include "music/midi/ZQMidiPairing.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+
+#include "frame/ZQDebugChannel.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr int percussionChannel = 9;
+
+bool isNoteEvent(const ZQMidiEvent& event) {
+  return event.isChannelEvent() && (event.getStatus() == ZQMidiNoteOn || event.getStatus() == ZQMidiNoteOff);
+}
+
+bool endsNotes(const ZQMidiEvent& event) {
+  return event.getStatus() == ZQMidiNoteOff || event.getByte3() == 0;
+}
+
+}  // namespace
+
+void MidiPairing::append(Chain& chain, int index) {
+  if (chain.last == none) {
+    chain.first = index;
+  } else {
+    next[static_cast<size_t>(chain.last)] = index;
+  }
+  chain.last = index;
+}
+
+bool MidiPairing::linkEvents() try {
+  const size_t count = static_cast<size_t>(track.getCount());
+  next.assign(count, none);
+  isDropped.assign(count, 0);
+  for (int i = 0; i < track.getCount(); i++) {
+    const ZQMidiEvent* event = eventAt(i);
+    if (event == nullptr) {
+      dbPrintf(0, "createMidiObjectTrackFromMidiEventTrack; MidiEvent = NULL unexpected\n");
+      continue;
+    }
+    found.events++;
+    if (!isNoteEvent(*event)) {
+      append(others[event->getChannel()], i);
+      continue;
+    }
+    std::unique_ptr<NotesOfChannel>& ofChannel = notes[event->getChannel()];
+    if (ofChannel == nullptr) ofChannel = std::make_unique<NotesOfChannel>();
+    append(endsNotes(*event) ? ofChannel->offs[event->getByte2()] : ofChannel->ons[event->getByte2()], i);
+  }
+  return true;
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
+/// The first event of a chain behind `index`. Searches only ever begin further on, so what lies before is forgotten.
+int MidiPairing::firstBehind(Chain& chain, int index) {
+  while (chain.first != none && chain.first <= index) chain.first = next[static_cast<size_t>(chain.first)];
+  return chain.first;
+}
+
+bool MidiPairing::run() {
+  if (!linkEvents()) return false;
+  for (int i = 0; i < track.getCount(); i++) {
+    if (eventAt(i) == nullptr || isDropped[static_cast<size_t>(i)] != 0) continue;
+    if (!take(i)) return false;
+  }
+  return true;
+}
+
+bool MidiPairing::take(int index) {
+  const ZQMidiEvent& event = *eventAt(index);
+  if (event.getEventType() == ZQMidiMetaTimeSignature) return takeTimeSignature(event);
+  const int status = event.getStatus();
+  if (!event.isChannelEvent() || status < ZQMidiNoteOff || filter.dropsStatus(status)) {
+    found.ofOtherKinds++;
+    return true;
+  }
+  if (filter.dropsChannel(event.getChannel())) {
+    found.onFilteredChannels++;
+    return true;
+  }
+  if (status == ZQMidiProgramChange) return takeProgramChange(event);
+  if (isNoteEvent(event)) return takeNote(index);
+  found.ofOtherKinds++;
+  return true;
+}
+
+/// Takes an object over; false, and the object gone, if memory has run out.
+bool MidiPairing::add(ZQMidiObject* object) {
+  if (object != nullptr && objects.addMidiObject(object)) return true;
+  deleteZQMidiObject(object);
+  return false;
+}
+
+bool MidiPairing::takeTimeSignature(const ZQMidiEvent& event) {
+  const int denominator = powerOfTwo(event.getByte2());
+  if (found.timeSignatures++ == 0) {
+    firstNumerator = event.getByte1();
+    firstDenominator = denominator;
+  }
+  ZQMidiObject* object = createZQMidiObject();
+  if (object == nullptr) return false;
+  object->setType(ZQMidiObjectTimeSignature);
+  if (object->addDataByte(event.getByte1()) && object->addDataByte(static_cast<unsigned char>(denominator))) return add(object);
+  deleteZQMidiObject(object);
+  return false;
+}
+
+bool MidiPairing::takeProgramChange(const ZQMidiEvent& event) {
+  found.programChanges++;
+  isUsed[event.getChannel()] = true;
+  ZQMidiObject* object = createZQMidiObject();
+  if (object == nullptr) return false;
+  object->initWithProgramChange(event.getTimeQuanta(), event.getByte2(), static_cast<unsigned char>(event.getChannel()));
+  return add(object);
+}
+
+/// A note-off that no note-on was before is taken for a note-on.
+bool MidiPairing::takeNote(int index) {
+  const ZQMidiEvent& event = *eventAt(index);
+  const bool isNoteOff = endsNotes(event);
+  const int endIndex = findEnd(index);
+  if (endIndex == none) {
+    (isNoteOff ? found.noteOffsWithoutNote : found.noteOnsWithoutEnd)++;
+    dbPrintf(1, "Error: Note-Off for Note-On (%d) not found\n", event.getByte2());
+    return true;
+  }
+  const ZQMidiEvent& end = *eventAt(endIndex);
+  const int channel = event.getChannel();
+  found.notes++;
+  if (isNoteOff) found.noteOffsTakenAsNotes++;
+  isUsed[channel] = true;
+  if (channel == percussionChannel) hasDrums = true;
+  ZQMidiObject* note = createZQMidiObject();
+  if (note == nullptr) return false;
+  note->initWithNote(event.getTimeQuanta(), end.getTimeQuanta(), event.getByte2(), event.getByte3(),
+                     static_cast<unsigned char>(channel));
+  note->setReleaseVelocity(end.getByte3());
+  return add(note);
+}
+
+/// The event that ends a note: the next note-off of its number, which is taken out, else the next note-on, which stays and
+/// begins a note of its own. On its way to the note-off the search takes out whatever else there is on the channel, also if it
+/// finds none.
+int MidiPairing::findEnd(int index) {
+  const ZQMidiEvent& event = *eventAt(index);
+  const int channel = event.getChannel();
+  Chain& noteOffs = notes[channel]->offs[event.getByte2()];
+  const int noteOff = firstBehind(noteOffs, index);
+  dropOthersBetween(channel, index, noteOff == none ? track.getCount() : noteOff);
+  if (noteOff != none) {
+    isDropped[static_cast<size_t>(noteOff)] = 1;
+    noteOffs.first = next[static_cast<size_t>(noteOff)];
+    return noteOff;
+  }
+  const int noteOn = firstBehind(notes[channel]->ons[event.getByte2()], index);
+  if (noteOn != none) found.notesEndedByTheNext++;
+  return noteOn;
+}
+
+void MidiPairing::dropOthersBetween(int channel, int index, int end) {
+  Chain& chain = others[channel];
+  for (int i = firstBehind(chain, index); i != none && i < end; i = chain.first) {
+    const ZQMidiEvent& event = *eventAt(i);
+    isDropped[static_cast<size_t>(i)] = 1;
+    found.lostInsideNotes++;
+    if (event.isChannelEvent() && event.getStatus() == ZQMidiProgramChange) found.programChangesLostInsideNotes++;
+    chain.first = next[static_cast<size_t>(i)];
+  }
+}
+
+int MidiPairing::numberOfUsedChannels() const {
+  return static_cast<int>(std::count(std::begin(isUsed), std::end(isUsed), true));
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,270 @@
+#include "music/midi/ZQMidiTrackList.h"
+
+#include <memory>
+#include <new>
+
+#include "frame/ZQDebugChannel.h"
+#include "music/midi/ZQMidiPairing.h"
+#include "music/midi/ZQMidiSounds.h"
+
+namespace {
+
+constexpr int percussionChannel = 9;
+constexpr int percussionSound = 9;
+
+struct DeleteOnlyReferences {
+  void operator()(ZQMidiObjectTrack* track) const { deleteZQMidiObjectTrackOnlyReferences(track); }
+};
+/// A track whose objects belong to others.
+using TrackOfReferences = std::unique_ptr<ZQMidiObjectTrack, DeleteOnlyReferences>;
+
+/// Closes the gap at an index; one outside the range counts as the first or the last.
+template <class Track>
+void removeTrackAt(zmatrix::ZQPointerArray<Track>& tracks, int index) {
+  tracks.removeAt(tracks.holds(index) ? index : index < 0 ? 0 : tracks.getCount() - 1);
+}
+
+/// Gives each note the sound that its channel has at its start. The objects are those of the single tracks.
+void giveNotesTheirSounds(ZQMidiObjectTrack& merged) {
+  unsigned char soundOfChannel[ZQMidiTrackList::numberOfChannels] = {};
+  for (ZQMidiObject* object : merged) {
+    const int channel = object->getChannel() & 15;
+    if (object->getType() == ZQMidiObjectProgramChange) {
+      soundOfChannel[channel] = object->getSoundID();
+    } else if (object->getType() <= ZQMidiObjectNote) {
+      if (channel == percussionChannel) soundOfChannel[channel] = percussionSound;
+      object->setSoundID(soundOfChannel[channel]);
+    }
+  }
+}
+
+}  // namespace
+
+ZQMidiTrackList::~ZQMidiTrackList() {
+  deleteAllMidiEventTracks();
+  deleteAllMidiObjectTracks();
+}
+
+void ZQMidiTrackList::init() {
+  eventTracks.setArray(nullptr);
+  eventTracks.setCount(0);
+  eventTracks.setCapacity(firstCapacity);
+  objectTracks.setArray(nullptr);
+  objectTracks.setCount(0);
+  objectTracks.setCapacity(firstCapacity);
+}
+
+bool ZQMidiTrackList::extendEventTracksTo(int index) {
+  while (eventTracks.getCount() <= index) {
+    ZQMidiEventTrack* track = createZQMidiEventTrack();
+    if (track == nullptr || !eventTracks.add(track)) {
+      deleteZQMidiEventTrack(track);
+      return false;
+    }
+  }
+  return true;
+}
+
+void ZQMidiTrackList::deleteMidiEventTrackAtIndex(int index) {
+  deleteZQMidiEventTrack(eventTracks.at(index));
+  removeTrackAt(eventTracks, index);
+}
+
+void ZQMidiTrackList::deleteMidiObjectTrackAtIndex(int index) {
+  deleteZQMidiObjectTrack(objectTracks.at(index));
+  removeTrackAt(objectTracks, index);
+}
+
+void ZQMidiTrackList::deleteMidiObjectTrackAtIndexOnlyReferences(int index) {
+  deleteZQMidiObjectTrackOnlyReferences(objectTracks.at(index));
+  removeTrackAt(objectTracks, index);
+}
+
+void ZQMidiTrackList::deleteAllMidiEventTracks() {
+  for (ZQMidiEventTrack* track : eventTracks) deleteZQMidiEventTrack(track);
+  eventTracks.setCount(0);
+}
+
+void ZQMidiTrackList::deleteAllMidiObjectTracks() {
+  for (ZQMidiObjectTrack* track : objectTracks) deleteZQMidiObjectTrack(track);
+  objectTracks.setCount(0);
+}
+
+ZQMidiObjectTrack* ZQMidiTrackList::createMIDIObjectTrackFromMidiEventTrack(
+    const ZQMidiEventTrack* track, const int* statusFilter, const unsigned char* channelFilter, int* numberOfChannelsUsed,
+    int* hasPercussion, int* nom, int* denom, zmatrix::MidiPairingFindings* findings) const {
+  *numberOfChannelsUsed = *hasPercussion = 0;
+  if (track == nullptr) return nullptr;
+  std::unique_ptr<ZQMidiObjectTrack> objects(createZQMidiObjectTrack());
+  if (objects == nullptr) return nullptr;
+  const zmatrix::MidiPairingFilter filter{statusFilter, channelFilter};
+  zmatrix::MidiPairing pairing(*track, filter, *objects);
+  if (!pairing.run()) return nullptr;
+  *numberOfChannelsUsed = pairing.numberOfUsedChannels();
+  *hasPercussion = pairing.hasPercussion() ? 1 : 0;
+  if (pairing.hasTimeSignature()) {
+    *nom = pairing.numerator();
+    *denom = pairing.denominator();
+  }
+  if (findings != nullptr) findings->tracks.push_back(pairing.findings());
+  objects->sortByFunction(ZQCompareMidiObjectsAscending);
+  return objects.release();
+}
+
+bool ZQMidiTrackList::pairAllTracks(const int* statusFilter, const unsigned char* channelFilter,
+                                    zmatrix::MidiPairingFindings* findings) {
+  for (const ZQMidiEventTrack* events : eventTracks) {
+    int numberOfChannelsUsed = 0, hasPercussion = 0, nom = 0, denom = 0;
+    ZQMidiObjectTrack* objects = createMIDIObjectTrackFromMidiEventTrack(
+        events, statusFilter, channelFilter, &numberOfChannelsUsed, &hasPercussion, &nom, &denom, findings);
+    if (objects == nullptr || !objectTracks.add(objects)) {
+      deleteZQMidiObjectTrack(objects);
+      return false;
+    }
+  }
+  return true;
+}
+
+/// References to all objects but those of track 0, in order of start.
+bool ZQMidiTrackList::collectObjects(ZQMidiObjectTrack* merged) const {
+  long long count = 0;
+  for (int i = 1; i < objectTracks.getCount(); i++) count += objectTracks.at(i)->getCount();
+  if (count > INT_MAX / 2 || !merged->reserve(static_cast<int>(count))) return false;
+  for (int i = 1; i < objectTracks.getCount(); i++) {
+    merged->appendMidiObjects(*objectTracks.at(i));
+  }
+  merged->sortByFunction(ZQCompareMidiObjectsAscending);
+  return true;
+}
+
+/// The merged track takes the objects over from the single tracks, which go.
+bool ZQMidiTrackList::replaceByMergedTrack(ZQMidiObjectTrack* merged) {
+  if (objectTracks.getCount() < 2) return objectTracks.add(merged);
+  for (int i = objectTracks.getCount() - 1; i >= 2; i--) deleteMidiObjectTrackAtIndexOnlyReferences(i);
+  deleteZQMidiObjectTrackOnlyReferences(objectTracks.at(1));
+  objectTracks.begin()[1] = merged;
+  return true;
+}
+
+bool ZQMidiTrackList::appendCopyOfMergedTrack(ZQMidiObjectTrack* merged) {
+  std::unique_ptr<ZQMidiObjectTrack> copies(createZQMidiObjectTrack());
+  if (copies == nullptr || !copies->reserve(merged->getCount())) return false;
+  for (const ZQMidiObject* object : *merged) {
+    ZQMidiObject* copy = object->createAndCopy();
+    if (copy == nullptr) return false;
+    copies->addMidiObject(copy);
+  }
+  if (!objectTracks.add(copies.get())) return false;
+  static_cast<void>(copies.release());
+  return true;
+}
+
+bool ZQMidiTrackList::updateMIDIObjectTracksFromMIDIEventTracks(const int* statusFilter, const unsigned char* channelFilter,
+                                                                int midiTrackAnalyze, zmatrix::MidiPairingFindings* findings) {
+  deleteAllMidiObjectTracks();
+  TrackOfReferences merged(createZQMidiObjectTrack());
+  if (merged == nullptr || !pairAllTracks(statusFilter, channelFilter, findings) || !collectObjects(merged.get())) {
+    deleteAllMidiObjectTracks();
+    return false;
+  }
+  giveNotesTheirSounds(*merged);
+  const int tracks = objectTracks.getCount();
+  if (midiTrackAnalyze == ZQMidiTrackAnalyzeMerged || (midiTrackAnalyze == ZQMidiTrackAnalyzeSingleAndMerged && tracks == 2)) {
+    if (!replaceByMergedTrack(merged.get())) return false;
+    static_cast<void>(merged.release());
+  } else if (midiTrackAnalyze == ZQMidiTrackAnalyzeSingleAndMerged && tracks > 2) {
+    return appendCopyOfMergedTrack(merged.get());
+  }
+  return true;
+}
+
+int ZQMidiTrackList::getMidiTimeSignatureFromTrackList(int* nom, int* denom) const {
+  if (eventTracks.getCount() == 0) return 0;
+  *nom = *denom = 0;
+  int count = 0;
+  for (const ZQMidiEvent* event : *eventTracks.at(0)) {
+    if (event->getEventType() != ZQMidiMetaTimeSignature) continue;
+    const int numerator = event->getByte1();
+    const int denominator = zmatrix::powerOfTwo(event->getByte2());
+    if (count == 0) {
+      *nom = numerator;
+      *denom = denominator;
+      count = 1;
+    } else if (numerator != *nom || denominator != *denom) {
+      count++;
+    }
+  }
+  return count;
+}
+
+ZQMidiTrackList* createZQMidiTrackList() {
+  return new (std::nothrow) ZQMidiTrackList;
+}
+
+void deleteZQMidiTrackList(ZQMidiTrackList* list) {
+  delete list;
+}
+
+// --- back to events
+
+namespace {
+
+/// Adds a channel event; false if memory has run out.
+bool addChannelEvent(ZQMidiEventTrack* events, int time, int byteCount, int status, unsigned char b2, unsigned char b3) {
+  ZQMidiEvent* event = createZQMidiEvent();
+  if (event == nullptr) return false;
+  event->initWith(time, static_cast<unsigned char>(status), b2, b3);
+  event->setByteCount(byteCount);
+  if (events->addMidiEvent(event)) return true;
+  deleteZQMidiEvent(event);
+  return false;
+}
+
+/// Gives each note the channel of its sound, where it has one, and counts the notes of each.
+void giveNotesTheirChannels(ZQMidiObjectTrack& objects, int* notesOnChannel) {
+  for (ZQMidiObject* object : objects) {
+    if (object->getType() >= 2) {
+      dbPrintf(0, "updateEventTrackFromObjectTrack: objectType %d unexpected...\n", object->getType());
+    } else if (object->getSoundID() >= 14) {
+      dbPrintf(0, "updateEventTrackFromObjectTrack: soundID %d unexpected...\n", object->getSoundID());
+    } else {
+      object->setChannel(object->getSoundID());
+      notesOnChannel[object->getSoundID()]++;
+    }
+  }
+}
+
+/// A program change at time 0 for each channel with notes but channel 0, and always one for channel 9.
+bool addPrograms(ZQMidiEventTrack* events, const int* notesOnChannel) {
+  for (int channel = 1; channel < ZQMidiTrackList::numberOfChannels; channel++) {
+    if (notesOnChannel[channel] == 0 && channel != percussionChannel) continue;
+    const auto program = static_cast<unsigned char>(getGMProgramChangeIDFromSoundID(channel));
+    if (!addChannelEvent(events, 0, 2, ZQMidiProgramChange + channel, program, 0)) return false;
+  }
+  return true;
+}
+
+bool addNotes(ZQMidiEventTrack* events, const ZQMidiObjectTrack& objects) {
+  for (const ZQMidiObject* object : objects) {
+    if (!addChannelEvent(events, object->getStartQuanta(), 3, ZQMidiNoteOn + object->getChannel(), object->getNoteNumber(),
+                         object->getVelocity()) ||
+        !addChannelEvent(events, object->getEndQuanta(), 3, ZQMidiNoteOff + object->getChannel(), object->getNoteNumber(),
+                         object->getReleaseVelocity()))
+      return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool updateEventTrackFromObjectTrack(ZQMidiEventTrack* events, ZQMidiObjectTrack* objects) {
+  events->deleteMidiEventsIf([](const ZQMidiEvent* event) {
+    const int status = event->getStatus();
+    return event->isChannelEvent() && (status == ZQMidiNoteOff || status == ZQMidiNoteOn || status == ZQMidiProgramChange);
+  });
+  int notesOnChannel[ZQMidiTrackList::numberOfChannels] = {};
+  giveNotesTheirChannels(*objects, notesOnChannel);
+  if (!addPrograms(events, notesOnChannel) || !addNotes(events, *objects)) return false;
+  events->sortByFunction(ZQCompareMidiEventsAscending);
+  return true;
+}

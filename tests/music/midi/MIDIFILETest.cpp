@@ -1,0 +1,150 @@
+// The codec: bytes of MIDI files to events and back, odd and damaged ones too.
+#include "music/midi/MIDIFILE.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "music/midi/MidiBytes.h"
+#include "support/TestFolder.h"
+
+namespace {
+
+using zmatrix::bytes;
+using zmatrix::endOfMidiTrack;
+using zmatrix::midiHead;
+using zmatrix::midiTrack;
+
+struct ReadFile {
+  int preamble = -1, format = -1, tracks = -1;
+  std::vector<std::string> events;  // time, "m" for a meta event, bytes
+  double tempo = 0;
+};
+
+ReadFile read(const std::string& content) {
+  ReadFile result;
+  FILE* file = fmemopen(const_cast<char*>(content.data()), content.size(), "rb");
+  _MIDIFILEReadStruct event;
+  _MIDIFILEInStruct* in = MIDIFILEBeginReading(file, &event);
+  result.preamble = MIDIFILEReadPreamble(in, &result.format, &result.tracks);
+  while (result.preamble == 1 && MIDIFILEReadEvent(in) == 1) {
+    std::string text = std::to_string(event.time) + (event.metaFlag == 1 ? "m" : ":");
+    for (int i = 0; i < event.byteCount; i++) text += " " + std::to_string(event.buffer[i]);
+    result.events.push_back(text);
+  }
+  result.tempo = in->tempo;
+  EXPECT_EQ(MIDIFILEEndReading(in), 0);
+  fclose(file);
+  return result;
+}
+
+using Events = std::vector<std::string>;
+
+/// The events of one track at 1000 ticks to the quarter note: a tick is 60 quanta before the first tempo.
+Events eventsOf(const std::string& events) {
+  return read(midiHead(1, 1, 1000) + midiTrack(events)).events;
+}
+
+}  // namespace
+
+TEST(MIDIFILE, readsThePreamble) {
+  EXPECT_EQ(read(midiHead(1, 3, 96)).tracks, 2);
+  EXPECT_EQ(read(midiHead(0, 3, 96)).tracks, 1);
+  const std::string head = midiHead(1, 1, 96);
+  EXPECT_EQ(read("MThd" + zmatrix::bigEndian(5, 4) + head.substr(8)).preamble, 0);
+  EXPECT_EQ(read("MThd" + zmatrix::bigEndian(8, 4) + head.substr(8) + "xx" + midiTrack(bytes({0, 0x90, 60, 1}))).events.size(),
+            1u);
+  EXPECT_EQ(read("MThd" + zmatrix::bigEndian(0xffffffff, 4) + head.substr(8)).preamble, 0);
+  EXPECT_EQ(read(midiHead(3, 1, 96)).preamble, 0);
+  EXPECT_EQ(read(midiHead(1, 1, 0)).preamble, 0);
+  EXPECT_EQ(read(midiHead(1, 1, 0xe700)).preamble, 0);
+  // 25 frames of 40 ticks stand for 1000 ticks a quarter note.
+  EXPECT_EQ(read(midiHead(1, 1, 0xe728) + midiTrack(bytes({2, 0x90, 60, 1}))).events, Events{"120: 144 60 1"});
+}
+
+TEST(MIDIFILE, readsChannelAndSystemEvents) {
+  EXPECT_EQ(
+      eventsOf(bytes({1, 0x90, 60, 100, 1, 62, 90, 0, 0xc3, 5, 0, 7, 0, 0xf1, 9, 0, 0xf8, 0, 0x81, 200, 255})),
+      (Events{"60: 144 60 100", "120: 144 62 90", "120: 195 5", "120: 195 7", "120: 241 9", "120: 248", "120: 129 200 255"}));
+  // A system byte that is passed on unread leaves the event before, its time included.
+  EXPECT_EQ(eventsOf(bytes({1, 0x90, 60, 100, 9, 0xf2, 0, 0xfe})),
+            (Events{"60: 144 60 100", "60: 144 60 100", "60: 144 60 100"}));
+  EXPECT_EQ(eventsOf(bytes({1, 60, 100})), Events{"60: 0 60 100"});
+  EXPECT_EQ(read(midiHead(1, 2, 1000) + midiTrack(bytes({0, 0x90, 60, 1})) + midiTrack(bytes({0, 64, 2}))).events,
+            (Events{"0: 144 60 1", "0m 47 0 1", "0: 144 64 2"}));
+}
+
+TEST(MIDIFILE, joinsPacketsOfSystemExclusiveMessages) {
+  EXPECT_EQ(eventsOf(bytes({1, 0xf0, 2, 7, 0xf7, 1, 0x90, 60, 1})), (Events{"60: 240 7 247", "120: 144 60 1"}));
+  // The times of the packets add up: 60 and 180.
+  EXPECT_EQ(eventsOf(bytes({1, 0xf0, 1, 7, 2, 0x11, 2, 8, 0xf7})), Events{"240: 240 7 8 247"});
+  EXPECT_EQ(eventsOf(bytes({1, 0xf0, 1, 7, 2, 0xff, 6, 1, 'x'})), Events{"180m 6 120"});
+  const std::string cut = midiHead(1, 1, 1000) + "MTrk" + zmatrix::bigEndian(9, 4);
+  EXPECT_EQ(read(cut + bytes({1, 0xf0, 9, 7, 8})).events, Events{"60: 240 7 8"});
+  EXPECT_EQ(read(cut + bytes({1, 0xf0, 0x8f, 0xff, 0xff, 0xff, 0x7f, 5})).events, Events{"60: 240 5"});
+}
+
+TEST(MIDIFILE, readsMetaEvents) {
+  EXPECT_EQ(
+      eventsOf(bytes({0, 0xff, 0, 3, 1, 2, 9, 0, 0xff, 3, 2, 'a', 'b', 0, 0xff, 84, 6, 1, 2, 3, 4, 5, 6, 0, 0xff, 89, 2, 1, 0})),
+      (Events{"0m 0 1 2", "0m 3 97 98", "0m 84 1 2 3 4 5", "0m 89 1 0"}));
+  // Other data lose their last byte.
+  EXPECT_EQ(eventsOf(bytes({0, 0xff, 127, 2, 7, 8, 0, 0xff, 247, 1, 9, 0, 0xff, 127, 0})),
+            (Events{"0m 127 7 0", "0m 247 0", "0m 127"}));
+  // A tempo of half a second: 120 in the buffer, half a beat more in the state, and from then on half a quantum a tick.
+  const ReadFile tempo = read(midiHead(1, 1, 1000) + midiTrack(bytes({2, 0xff, 81, 3, 7, 0xa1, 0x20, 2, 0x90, 60, 1})));
+  EXPECT_EQ(tempo.events, (Events{"120m 81 0 0 0 120", "2: 144 60 1"}));
+  EXPECT_EQ(tempo.tempo, 120.5);
+  const ReadFile zero = read(midiHead(1, 1, 1000) + midiTrack(bytes({0, 0xff, 81, 3, 0, 0, 0, 2, 0x90, 60, 1})));
+  EXPECT_EQ(zero.events.back(), "0: 144 60 1");
+}
+
+TEST(MIDIFILE, stopsWhereNothingMoreCanBeRead) {
+  const std::string events = bytes({0x81, 0, 0x90, 60, 100, 0, 0xff, 1, 3, 'a', 'b', 'c', 0, 0xf0, 3, 1, 2, 0xf7});
+  const std::string whole = midiHead(1, 2, 96) + midiTrack(events) + midiTrack(events);
+  const size_t all = read(whole).events.size();
+  EXPECT_EQ(all, 7u);
+  for (size_t length = 0; length < whole.size(); length++) EXPECT_LE(read(whole.substr(0, length)).events.size(), all) << length;
+  EXPECT_EQ(eventsOf(bytes({0, 0xff, 1, 0x8f, 0xff, 0xff, 0xff, 0x7f, 'a'})), Events{});
+  EXPECT_EQ(eventsOf(bytes({0, 0xff, 2, 0x87, 0xff, 0xff, 0xff, 0x7f, 'a'})), Events{});
+  EXPECT_EQ(eventsOf(bytes({0x8f, 0xff, 0xff, 0xff, 0x7f, 0x90, 60, 1, 2, 60, 1})).size(), 2u);
+}
+
+TEST(MIDIFILE, writesGoldenBytes) {
+  const zmatrix::TestFolder folder;
+  const std::string path = folder.path() + "/golden.mid";
+  FILE* file = fopen(path.c_str(), "wb");
+  _MIDIFILEOutStruct* out = MIDIFILEBeginWriting(file, 1, 96, "one");
+  const unsigned char note[] = {0x90, 60, 100}, sysex[] = {1, 7, 0xf7}, escape[] = {0xf2, 1, 2};
+  EXPECT_EQ(MIDIFILEWriteTempo(out, 0, 120.0), 1);
+  EXPECT_EQ(MIDIFILEWriteTimeSig(out, 0, 6, 3, 24, 8), 1);
+  EXPECT_EQ(MIDIFILEWriteKeySig(out, 0, 255, 1), 1);
+  EXPECT_EQ(MIDIFILEWriteText(out, 0, 0x106, "ab"), 1);
+  EXPECT_EQ(MIDIFILEWriteText(out, 5, 6, nullptr), 1);
+  EXPECT_EQ(MIDIFILEWriteSMPTEoffset(out, 1, 2, 3, 4, 5), 1);
+  EXPECT_EQ(MIDIFILEWriteSequenceNumber(out, 0x1234), 1);
+  EXPECT_EQ(MIDIFILEWriteEvent(out, 0x4080, 3, note), 1);
+  EXPECT_EQ(MIDIFILEBeginWritingTrack(out, ""), 1);
+  EXPECT_EQ(MIDIFILEWriteSysExcl(out, 1, 3, sysex), 1);
+  EXPECT_EQ(MIDIFILEWriteEvent(out, 1, 3, escape), 1);
+  EXPECT_EQ(MIDIFILEWriteEvent(out, 0, 0, note), 0);  // leaves the low bits of -1
+  EXPECT_EQ(MIDIFILEEndWritingTrack(out, 0x10000000), 1);
+  EXPECT_EQ(MIDIFILEEndWriting(out), 1);
+  fclose(file);
+  const std::string first = bytes({0, 0xff, 3, 3, 'o', 'n', 'e', 0, 0xff, 81, 3, 7, 0xa1, 0x20, 0, 0xff, 88, 4, 6, 3, 24, 8}) +
+                            bytes({0, 0xff, 89, 2, 255, 1, 0, 0xff, 6, 2, 'a', 'b', 0, 0xff, 84, 5, 1, 2, 3, 5, 4}) +
+                            bytes({0, 0xff, 0, 2, 0x12, 0x34, 0x81, 0x81, 0, 0x90, 60, 100}) +
+                            bytes({0, 0xff, 47, 0});  // at time 0: of the negative distance the low seven bits are 0
+  const std::string second = bytes({1, 0xf0, 2, 7, 0xf7, 0, 0xf7, 3, 0xf2, 1, 2, 0x7f, 0x81, 0x80, 0x80, 0x80, 0, 0xff, 47, 0});
+  EXPECT_EQ(zmatrix::TestFolder::contentOf(path),
+            midiHead(1, 2, 96) + "MTrk" + zmatrix::bigEndian(static_cast<unsigned>(first.size()), 4) + first + "MTrk" +
+                zmatrix::bigEndian(static_cast<unsigned>(second.size()), 4) + second);
+}
+
+TEST(MIDIFILE, tellsOfAFullDisk) {
+  FILE* file = fopen("/dev/full", "wb");
+  if (file == nullptr) GTEST_SKIP() << "there is no /dev/full";
+  setvbuf(file, nullptr, _IONBF, 0);
+  EXPECT_EQ(MIDIFILEBeginWriting(file, 1, 96, nullptr), nullptr);
+  fclose(file);
+}

@@ -1,0 +1,205 @@
+// Files to tracks of events, events to objects, and back: the linked pairing against the plain one, and what tracks say.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <random>
+
+#include "music/midi/MidiBytes.h"
+#include "music/midi/ZQMidiFile.h"
+#include "music/midi/ZQMidiSounds.h"
+#include "support/CapturedMessages.h"
+#include "support/PlainPairing.h"
+#include "support/TestFolder.h"
+
+namespace {
+
+using zmatrix::bytes;
+using zmatrix::midiHead;
+using zmatrix::midiTrack;
+using zmatrix::plain::PairedObject;
+
+constexpr int feedFilter[8] = {0, 0, 1, 1, 0, 1, 1, 1};
+constexpr unsigned char noFilter[16] = {};
+
+std::vector<PairedObject> pairedByLibrary(const ZQMidiEventTrack& track, const int* statuses, const unsigned char* channels) {
+  int numberOfChannels = 0, hasPercussion = 0, nom = 0, denom = 0;
+  std::unique_ptr<ZQMidiObjectTrack> objects(ZQMidiTrackList().createMIDIObjectTrackFromMidiEventTrack(
+      &track, statuses, channels, &numberOfChannels, &hasPercussion, &nom, &denom));
+  std::vector<PairedObject> result;
+  for (const ZQMidiObject* o : *objects) {
+    const bool isNote = o->isNote(), isMeter = o->getType() == 8;
+    result.push_back({o->getStartQuanta(), o->getEndQuanta(), o->getType(),
+                      isMeter  ? o->dataByteAt(0)
+                      : isNote ? o->getNoteNumber()
+                               : o->getSoundID(),
+                      isNote ? o->getVelocity() : 0, isNote ? o->getReleaseVelocity() : 0, o->getChannel()});
+  }
+  return result;
+}
+
+/// As the library sorts: by start, number, sound, those alike in the order in which they came.
+std::vector<PairedObject> pairedPlainly(const ZQMidiEventTrack& track, const int* statuses, const unsigned char* channels) {
+  std::vector<PairedObject> objects = zmatrix::plain::paired(track, statuses, channels);
+  for (PairedObject& o : objects) {
+    double tonality = 0;
+    if (o[2] == 4) o[3] = getSoundIDFromGMProgramChange(static_cast<unsigned char>(o[3]), &tonality);
+    if (o[2] == 8) o[4] = 0;
+  }
+  std::stable_sort(objects.begin(), objects.end(), [](const PairedObject& a, const PairedObject& b) {
+    const auto key = [](const PairedObject& o) { return std::vector{o[0], o[2] == 1 ? o[3] : 0, o[2] == 4 ? o[3] : 0}; };
+    return key(a) < key(b);
+  });
+  return objects;
+}
+
+std::unique_ptr<ZQMidiTrackList> listOf(const std::string& path, zmatrix::MidiReadFindings* findings = nullptr) {
+  std::unique_ptr<ZQMidiTrackList> list(createZQMidiTrackList());
+  ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str(), findings);
+  return list;
+}
+
+std::unique_ptr<ZQMidiTrackList> listOfBytes(const std::string& content, int midiTrackAnalyze = 0) {
+  const zmatrix::TestFolder folder;
+  auto list = listOf(folder.put("a.mid", content));
+  list->updateMIDIObjectTracksFromMIDIEventTracks(feedFilter, noFilter, midiTrackAnalyze);
+  return list;
+}
+
+}  // namespace
+
+TEST(ZQMidiPairing, agreesWithThePlainTellingOnRandomTracks) {
+  std::mt19937 random(17);
+  const auto draw = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+  for (int round = 0; round < 400; round++) {
+    ZQMidiEventTrack track;
+    int time = 0;
+    const int length = draw(120), statuses = 2 + draw(6), numbers = 1 + draw(5);
+    for (int i = 0; i < length; i++) {
+      ZQMidiEvent* event = createZQMidiEvent();
+      time += draw(3);
+      event->initWith(time, static_cast<unsigned char>((8 + draw(statuses)) << 4 | draw(2)),
+                      static_cast<unsigned char>(60 + draw(numbers)), static_cast<unsigned char>(draw(3)), 8);
+      if (draw(12) == 0) event->setEventType(draw(2) == 0 ? 88 : 1);
+      track.addMidiEvent(event);
+    }
+    unsigned char channels[16] = {static_cast<unsigned char>(draw(8) == 0)};
+    const int nothing[8] = {};
+    const int* filter = draw(2) == 0 ? feedFilter : nothing;
+    EXPECT_EQ(pairedByLibrary(track, filter, channels), pairedPlainly(track, filter, channels)) << "round " << round;
+  }
+}
+
+TEST(ZQMidiPairing, agreesWithThePlainTellingOnRealTracks) {
+  const char* folder = getenv("ZMATRIX_MIDI_FILES");
+  const std::filesystem::path path = folder != nullptr ? folder : ZMATRIX_EXAMPLES;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(path)) {
+    if (entry.path().extension() != ".mid") continue;
+    const auto list = listOf(entry.path().string());
+    for (int i = 0; i < list->getNumberOfMidiEventTracks(); i++) {
+      const ZQMidiEventTrack& track = *list->getMidiEventTrackAtIndex(i);
+      EXPECT_EQ(pairedByLibrary(track, feedFilter, noFilter), pairedPlainly(track, feedFilter, noFilter)) << entry.path() << i;
+    }
+  }
+}
+
+TEST(ZQMidiPairing, endsAMillionUnendedNotesInTime) {
+  ZQMidiEventTrack track;
+  for (int i = 0; i < 1000000; i++) {
+    ZQMidiEvent* event = createZQMidiEvent();
+    event->initWith(i, 0x90, static_cast<unsigned char>(i % 100), 0x40);
+    track.addMidiEvent(event);
+  }
+  EXPECT_EQ(pairedByLibrary(track, feedFilter, noFilter).size(), 999900u);
+}
+
+TEST(ZQMidiFile, putsEventsWhereTheyBelong) {
+  // Format 0: the notes of the file's track 0 land at index 1, those of the next track at 2. Velocity 0 is a note-off.
+  const std::string notes = bytes({0, 0x90, 60, 100, 96, 0x90, 60, 0});
+  auto list = listOfBytes(midiHead(1, 2, 96) + midiTrack(zmatrix::meter(6, 3) + notes) + midiTrack(notes));
+  ASSERT_EQ(list->getNumberOfMidiEventTracks(), 3);
+  EXPECT_EQ(list->getMidiEventTrackAtIndex(0)->getCount(), 2);  // the meter and the end of the first track
+  const ZQMidiEvent* noteOff = list->getMidiEventTrackAtIndex(2)->getMidiEventAtIndex(1);
+  EXPECT_EQ(noteOff->getTimeQuanta(), 3072);
+  EXPECT_EQ(noteOff->getByte1(), 0x80);
+  EXPECT_EQ(noteOff->getByte3(), 127);
+  int nom = 0, denom = 0;
+  EXPECT_EQ(list->getMidiTimeSignatureFromTrackList(&nom, &denom), 1);
+  EXPECT_EQ(nom * 100 + denom, 608);
+
+  // A text names a meter; dropped events lengthen nothing.
+  const std::string text = "!!!AMT: simple triple";
+  list = listOfBytes(midiHead(1, 3, 96) + midiTrack(bytes({0, 0xff, 1, static_cast<int>(text.size())}) + text) + midiTrack("") +
+                     midiTrack(bytes({0, 0xf0, 1, 0xf7})));
+  ASSERT_EQ(list->getNumberOfMidiEventTracks(), 1);
+  EXPECT_EQ(list->getMidiTimeSignatureFromTrackList(&nom, &denom), 1);
+  EXPECT_EQ(nom * 100 + denom, 304);
+}
+
+TEST(ZQMidiTrackList, mergesAsItIsTold) {
+  const std::string program = bytes({0, 0xc0, 40}), note = bytes({0, 0x90, 60, 100, 96, 0x80, 60, 0});
+  const std::string drum = bytes({0, 0x99, 36, 100, 96, 0x89, 36, 0});
+  const std::string file =
+      midiHead(1, 3, 96) + midiTrack(zmatrix::meter(4, 2)) + midiTrack(program + note) + midiTrack(drum + note);
+  auto list = listOfBytes(file, 2);
+  ASSERT_EQ(list->getNumberOfMidiObjectTracks(), 4);
+  EXPECT_EQ(list->getMidiObjectTrackAtIndex(3)->getCount(), 4);
+  // The third track's note on channel 0 has the program of the second track, which came at its time.
+  int sounds = 0, hasPercussion = 0, chordSize = 0;
+  EXPECT_EQ(list->getMidiObjectTrackAtIndex(2)->getMidiSoundIDFromMidiObjectTrack(&sounds, &hasPercussion), 6);
+  EXPECT_EQ(sounds * 10 + hasPercussion, 21);
+  // Notes at time 0 count into a chord.
+  EXPECT_EQ(list->getMidiObjectTrackAtIndex(1)->getMidiSubTypeFromMidiObjectTrack(&chordSize, 16, &hasPercussion), 0);
+  list->updateMIDIObjectTracksFromMIDIEventTracks(feedFilter, noFilter, 1);
+  ASSERT_EQ(list->getNumberOfMidiObjectTracks(), 2);
+  EXPECT_EQ(list->getMidiObjectTrackAtIndex(1)->getCount(), 4);
+  EXPECT_EQ(list->getMidiObjectTrackAtIndex(1)->getMidiSubTypeFromMidiObjectTrack(&chordSize, 16, &hasPercussion), 0);
+  EXPECT_EQ(chordSize, 3);
+  // 4/4 in an object reads as 4/16.
+  int nom = 0, denom = 0;
+  EXPECT_EQ(list->getMidiObjectTrackAtIndex(0)->getMidiTimeSignatureFromMidiObjectTrack(&nom, &denom), 1);
+  EXPECT_EQ(nom * 100 + denom, 416);
+}
+
+TEST(ZQMidiFile, writesWhatItReads) {
+  const zmatrix::TestFolder folder;
+  const std::string path = folder.path() + "/out.mid";
+  auto list = listOfBytes(zmatrix::tune(bytes({0, 0xff, 81, 3, 7, 0xa1, 0x20}) + zmatrix::melody({60, 64, 67})));
+  // An end of track is no event to write: it would leave a bare distance in the file.
+  list->getMidiEventTrackAtIndex(0)->deleteMidiEventsIf([](const ZQMidiEvent* event) { return event->getEventType() == 47; });
+  EXPECT_EQ(ZQMidiFile().writeEventsToFileWithPath(list.get(), path.c_str()), 0);
+  auto again = listOf(path);
+  ASSERT_EQ(again->getNumberOfMidiEventTracks(), 2);
+  const ZQMidiEventTrack &before = *list->getMidiEventTrackAtIndex(1), &after = *again->getMidiEventTrackAtIndex(1);
+  ASSERT_EQ(before.getCount(), after.getCount());
+  for (int i = 0; i < before.getCount(); i++) {
+    EXPECT_EQ(before.getMidiEventAtIndex(i)->getTimeQuanta(), after.getMidiEventAtIndex(i)->getTimeQuanta());
+    EXPECT_EQ(before.getMidiEventAtIndex(i)->getByte2(), after.getMidiEventAtIndex(i)->getByte2());
+  }
+  // 120.5 beats per minute are 497925 microseconds.
+  EXPECT_NE(zmatrix::TestFolder::contentOf(path).find(bytes({0xff, 81, 3, 0x07, 0x99, 0x05})), std::string::npos);
+  EXPECT_EQ(ZQMidiFile().writeEventsToFileWithPath(list.get(), (folder.path() + "/none/out.mid").c_str()), EOF);
+}
+
+TEST(ZQMidiTracks, deleteAndSortAsTheirUsersExpect) {
+  ZQMidiObjectTrack objects;
+  ZQMidiObject* kept[3];
+  for (int i = 0; i < 3; i++) objects.addMidiObject(kept[i] = createZQMidiObject());
+  objects.deleteMidiObjectAtIndex(-1);
+  EXPECT_EQ(objects.getCount(), 2);
+  EXPECT_EQ(objects.getMidiObjectAtIndex(0), kept[1]);
+  deleteZQMidiObject(kept[0]);
+  std::mt19937 random(5);
+  ZQMidiEventTrack events;
+  for (int i = 0; i < 3000; i++) {
+    ZQMidiEvent* event = createZQMidiEvent();
+    event->initWith(static_cast<int>(random()), static_cast<unsigned char>(random()));
+    events.addMidiEvent(event);
+  }
+  events.deleteMidiEventAtIndex(-1);
+  events.sortByFunction(ZQCompareMidiEventsAscending);
+  ASSERT_EQ(events.getCount(), 3000);
+  EXPECT_TRUE(std::is_sorted(events.begin(), events.end(),
+                             [](ZQMidiEvent* a, ZQMidiEvent* b) { return ZQCompareMidiEventsAscending(&a, &b) < 0; }));
+}
