@@ -17,6 +17,8 @@ void registerGeneration(const std::string& text);
 void registerRandomAccess();
 /// Test, prune, save and load.
 void registerUpkeep(const std::string& text);
+/// Tables and ranks of primes, integers to ocrons.
+void registerNumbers();
 /// Reading, writing and learning music: of a large file made here, and of the MIDI files of a folder unless that is empty.
 void registerMusic(const std::string& folder);
 /// Reading and learning kern: of scores made here, and of the files of a folder unless that is empty.

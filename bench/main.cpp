@@ -49,6 +49,7 @@ int main(int argc, char** argv) {
   bench::registerUpkeep(text);
   bench::registerMusic(midiFolder);
   bench::registerKern(kernFolder);
+  bench::registerNumbers();
   if (fillsToCap) bench::registerCapacity();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();

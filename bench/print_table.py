@@ -37,6 +37,9 @@ columns = {
     "test": [("linear", "ns"), ("walk down", "walk_down_ns")],
     "prune": [("prune", "ns"), ("left", "left_percent")],
     "file": [("save", "save_MB_s"), ("load", "load_MB_s"), ("copy", "copy_MB_s"), ("read", "read_MB_s")],
+    "primes": [("prime", "ns"), ("kB beyond the table", "extra_kB")],
+    "rank": [("rank", "ns")],
+    "ocron": [("number", "ns")],
     "midi_read": [("note", "ns")],
     "midi_write": [("note", "ns")],
     "midi_unended": [("note-on", "ns")],
@@ -46,15 +49,17 @@ columns = {
     "kern_learn": [("note", "ns"), ("phrase", "phrase_ns")],
     "cap": [("write", "ns"), ("elements", "elements")],
 }
+bases = ("absl", "unordered_map", "literal_search", "counting_pass", "primesieve", "upper_bound")
 print("ns an operation (of files: MB a second); in brackets the ratio to absl::flat_hash_map, or to std::unordered_map where absl is")
 print("not installed, in the same run; B = bytes resident a distinct phrase, of files: bytes an element. Undetermined: ns a phrase, and the")
 print("percentage of the distinct phrases that are kept; B as if all were. Sizes in thousands of bytes (text), items (triples) or")
-print("vectors (random), notes (midi, kern; 0: the files of a folder; kern_tokens: spines), where the ratio is to a pass over the bytes that counts notes or tokens.")
+print("vectors (random), numbers (primes, rank, ocron) or notes (midi, kern; 0: the files of a folder; kern_tokens: spines), where the")
+print("ratio is to a pass over the bytes that counts notes or tokens.")
 print()
 print("| work | phrase limit | size | what | figures | B |")
 print("|---|---|---|---|---|---|")
 for (group, limit, size), contenders in rows.items():
-    base = contenders.get("absl") or contenders.get("unordered_map") or contenders.get("literal_search") or contenders.get("counting_pass")
+    base = next((contenders[name] for name in bases if name in contenders), None)
     for contender, runs in contenders.items():
         figures = []
         for title, key in columns[group]:

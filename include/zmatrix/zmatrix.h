@@ -2985,6 +2985,27 @@ ZQFileNameList* s_getKernFilesInFilePath(ZQFileNameList* list, const char* path,
 /// Result: below 0, 0 or above 0; 0 if a pointer is null.
 int ZQCompareFileNames(const void* first, const void* second);
 
+// ---- Number codes -------------------------------------------------------------------------------------------------------------
+
+/// 1 if an ocron type, 3 to 7, fits the preprocessing type of the current sub-matrix, else 0.
+int s_isValidOcronType(ZQMatrix* matrix, int ocronType);
+int s_isValidOcronType_Medium(ZQMatrixMedium* matrix, int ocronType);
+
+/// Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the process
+/// (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are what
+/// the way back from ocrons and gocrons works with.
+void s_applyGlobalGocronParametersToMatrix(ZQMatrix* matrix);
+void s_applyGlobalGocronParametersToMatrix_Medium(ZQMatrixMedium* matrix);
+
+/// Learns which ocrons stand for the same number: all pairs of its forms in sub-matrix 0, those with the shorter second form
+/// in 1 too; the full tier gives the end of each first form a new symbol. A null form is passed over, with a message.
+/// `degenerationOcrons`: for each of `arrayLength` numbers its forms, `degenerationLevels` of them, each a text; a pair may have
+/// 1023 characters with `endOfOcron`, the text put behind each form. `lastGoodIndex`: not above `arrayLength`. `dryRun`: not 0 learns
+/// nothing. `autoSave`: not 0 saves "autoSave.phr" every twenty minutes. A file "matrixTerminate" ends the run, behind its first number.
+/// `numberFed` gets the numbers handled. Result: 1 done; -1 a missing array, or an ocron type or index that doesn't fit.
+int s_feedMatrixWithDegenerationOcronData(ZQMatrix* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed);
+int s_feedMatrixWithDegenerationOcronData_Medium(ZQMatrixMedium* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed);
+
 #if defined(__GNUC__)
 #pragma GCC visibility pop
 #endif

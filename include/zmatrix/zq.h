@@ -81,6 +81,349 @@ const char* zq_nameOfSoundID(int soundID);
 int zq_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
 int zq_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
 
+// ---- Tables of primes ---------------------------------------------------------------------------------------------------------
+
+/// Makes the 32-bit table of primes of the process, which ocrons, gocrons and the preprocessing types 1010 to 1020 of all
+/// matrices need. It holds the primes from `lowerBound` to `upperBound`, or to 5000 if that is more; at most to 2147483647.
+/// Take 0 for `lowerBound`: the ranks of primes are right only in a table that begins with 2. Take a twentieth more than the
+/// largest number, and 1000: near the end of a table ranks are estimates.
+/// `count` gets the number of primes. A table to 100 million takes 23 MB.
+/// Result: the table, ascending, which is the library's and stands until the next call; null if the bounds are less than 2
+/// apart (the old table stays) or memory has run out (there is no table then, and *count is 0).
+int* zq_initPrimes(unsigned lowerBound, unsigned upperBound, int* count);
+
+/// The same in 64 bits: a second table, which the functions ...Large alone read.
+long long* zq_initPrimesLarge(long long lowerBound, long long upperBound, long long* count);
+
+/// Makes the 32-bit table of at least the first `n` primes (500 at least), or of all 105097565 that fit. Result as
+/// zq_initPrimes.
+int* zq_initFirstNPrimes(int n);
+
+/// Makes the 64-bit table of at least the first `n` primes (500 at least). Result as zq_initPrimes.
+long long* zq_initFirstNPrimesLarge(long long n);
+
+/// Frees the 32-bit table. What zq_getPrimeNumbers tells of its count and greatest prime stays.
+void zq_deinitPrimes(void);
+
+/// Frees the 64-bit table.
+void zq_deinitPrimesLarge(void);
+
+/// The 32-bit table with its count and its greatest prime; null if there is none.
+int* zq_getPrimeNumbers(int* count, int* maxPrime);
+
+/// The 64-bit table with its count and its greatest prime; null if there is none.
+long long* zq_getPrimeNumbersLarge(long long* count, long long* maxPrime);
+
+// ---- Queries on primes --------------------------------------------------------------------------------------------------------
+
+/// 1 if `n` is a prime, 0 if not, -1 if the 32-bit table can't tell: where it is missing, and where Riemann's estimate sees
+/// the rank of `n` beyond its end, which may be so for a few numbers below its greatest prime. 0 for a negative `n`.
+int zq_isPrime(int n);
+
+/// The same from the 64-bit table.
+int zq_isPrimeLarge(long long n);
+
+/// The number of primes up to `x`: exact within the 32-bit table, beyond it Riemann's estimate, truncated; 0 below 2; -1
+/// without a table.
+double zq_numberOfPrimesUpto(double x);
+
+/// The same from the 64-bit table.
+double zq_numberOfPrimesUptoLarge(double x);
+
+/// The number of primes up to `n`, as zq_numberOfPrimesUpto.
+int zq_primePi(int n);
+
+/// The same from the 64-bit table.
+long long zq_primePiLarge(long long n);
+
+/// The `n`-th prime, from 1; -1 without a table, below 1, and beyond the table.
+int zq_nthPrime(int n);
+
+/// The same from the 64-bit table.
+long long zq_nthPrimeLarge(long long n);
+
+/// `n` less the number of primes up to it; -1 above the greatest prime of the 32-bit table.
+int zq_notPrimePi(int n);
+
+/// The same from the 64-bit table.
+long long zq_notPrimePiLarge(long long n);
+
+/// The `n`-th number that is no prime, from 1: 1, 4, 6, 8, 9 and so on; 0 for 0. -1 without a table, below 0, and where the
+/// table doesn't reach beyond the number, with a message at level 0 if the search would begin beyond it.
+int zq_nthNotPrime(int n);
+
+/// The same from the 64-bit table.
+long long zq_nthNotPrimeLarge(long long n);
+
+/// Riemann's R, an estimate of the number of primes up to `x`, by the series of J. P. Gram (1884): 1 for an `x` of 1 or less.
+/// Needs no table.
+double zq_riemann_r(double x);
+
+// ---- Factors, divisors, powers ------------------------------------------------------------------------------------------------
+
+/// Clears the last factorisation of the process. Nothing else has to be called before the functions below.
+void zq_initMath(void);
+
+/// The prime factors of `n`, ascending, in the entries 1 to *count of the result; entry 0 holds *count and *sigma.
+/// `count` gets the number of different primes, `sigma` the sum of the divisors, in its low 32 bits. 0 and 1 are factors of
+/// themselves.
+/// `wantCopy`: 0 gives the process's own array, which stands until the next factorisation; otherwise the result is new, for
+/// zq_deletePrimeFactor.
+/// Result: null, with *count 0 and *sigma 1, for a negative `n`, without the 32-bit table, and if that doesn't reach the root
+/// of `n`.
+tagPrimeFact* zq_getPrimeFactors(int n, int* count, int* sigma, int wantCopy);
+
+/// Releases a copy from zq_getPrimeFactors; null is ignored.
+void zq_deletePrimeFactor(tagPrimeFact* factors);
+
+/// The sum of the divisors of `n`: 0 below 1. The low 32 bits of a sum above 2147483647.
+int zq_sigma(int n);
+
+/// The sum of the divisors of `n` that 4 doesn't divide: 0 below 1. A sum as zq_sigma.
+int zq_sigma4(int n);
+
+/// `base` to the power of `exponent`; 1 for an exponent below 1.
+double zq_ipow(int base, int exponent);
+
+/// `base` to the power of `exponent`, in its low 64 bits; 1 for an exponent below 1.
+long long zq_llPow(long long base, int exponent);
+
+/// The exponents of the first 50 known Mersenne primes, 2 to 77232917, ascending. *count gets 50. The array is the library's.
+const int* zq_getMersennePrimes(int* count);
+
+/// 1 if `exponent` is one of zq_getMersennePrimes, else 0.
+int zq_isMersennePrime(int exponent);
+
+// ---- Parameters of ocrons and gocrons -----------------------------------------------------------------------------------------
+
+/// The parameters of the process: what integers are encoded with, the end symbol at which every evaluation stops, the digits
+/// of gocrons. The way back from a matrix takes type and end symbol from the sub-matrix (s_setOcronType), all else from here.
+/// The record is the library's.
+gocronParametersTag* zq_getGlobalGocronParameters(void);
+
+/// Sets all ten parameters. An `ocronType` below 0 or above 10 becomes 4, an `ocronAlgorithm` or `gocronAlgorithm` above 10
+/// and a `gocronNumberBase` above 256 become 0, each with a message at level 0. An `ocronType` of 0 to 2 or 8 to 10 is kept,
+/// and refused where it is used.
+void zq_setGlobalGocronParameters(const gocronParametersTag* parameters);
+
+/// Sets type 4, end symbol 10, algorithms 0, number base 0, and the digits 0 to 4 for "*", "P", "2", "^", "Q".
+void zq_setGlobalGocronParametersToDefaults(void);
+
+// ---- Ocrons: integers to strings ----------------------------------------------------------------------------------------------
+
+/// The ocron of `number`, a new string for s_Free. The 32-bit table must reach the factors of `number`; for type 6 it must
+/// reach beyond `number` itself.
+/// `ocronType`: 3 `*P2`, 4 `*P2^`, 5 `*P2^Q`, 6 `*P`, 7 as 4 but for its evaluation. `length` gets its characters, `capacity`
+/// those that the block has room for.
+/// `compareNumber` gets what the string evaluates to: the ocron is right if that is `number`. It is -1 for 2147483648 and
+/// more, and a code of the evaluator below 1 where that fails.
+/// `stackDepth` gets the depth of the stack in the evaluation.
+/// Result: null for a type outside 3 to 7, a number without an ocron (below 2; type 6: below 1), an `ocronAlgorithm` other
+/// than 0 (message at level 0), and without memory.
+char* zq_intToOcron(int ocronType, int* length, int* capacity, int number, int* compareNumber, int* stackDepth);
+
+/// Appends the ocron of `number` to a string: type 3, each prime factor for itself, so that 12 is 2P2*2*.
+/// `buffer`: a block from s_Malloc of *capacity + 1 bytes with a terminated text of *length characters, or null for a new
+/// one, which sets both. The text begins a product if it is empty, and is multiplied with what stands there otherwise.
+/// Result: the buffer, which may have moved; as it was for a negative number; incomplete where the 32-bit table doesn't
+/// serve; null for null and a number below 2, and without memory, where the buffer is released.
+char* zq_intToOcron3(char* buffer, int* length, int* capacity, int number);
+
+/// The same in type 4, with powers: 12 is 2P22^*.
+char* zq_intToOcron4(char* buffer, int* length, int* capacity, int number);
+
+/// The same in type 5: as type 4, and each run of k P in the whole buffer becomes the ocron of k and a Q. 11 is 22PQ.
+char* zq_intToOcron5(char* buffer, int* length, int* capacity, int number);
+
+/// The same in type 6, the path from 1 to `number`, with the leading * that stands for 1: 4 is *P*. Null for null and a
+/// number below 1. A number beyond the table prints a message at level 0.
+char* zq_intToOcron6(char* buffer, int* length, int* capacity, int number);
+
+/// The same as zq_intToOcron4.
+char* zq_intToOcron7(char* buffer, int* length, int* capacity, int number);
+
+/// The same as zq_intToOcron5.
+char* zq_intToOcron_X(char* buffer, int* length, int* capacity, int number);
+
+/// The ocrons of `length` integers, one item a character, each ocron followed by `endSymbol` if that isn't 0. A number without
+/// an ocron, or whose ocron doesn't evaluate to it, is left out with a message at level 0.
+/// `resultLength` gets the number of items. `logPath`: null, or a file that is written with a line a number; one that can't be
+/// opened is passed over.
+/// Result: a new array for s_Free; null without memory.
+int* zq_createOcronSequenceFromIntegerSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol, const char* logPath);
+
+/// The same with type and end symbol of the process's parameters and no log.
+int* zq_createOcronSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
+
+/// The items up to the first `endSymbol` as a new string for s_Free. The end symbol is its last character and counts in
+/// *length.
+/// `items`: read to the end symbol, at most 32768 items. Result: null, with *length 0, if it isn't among them.
+char* zq_getOcronStringFromOcronIntArray(const int* items, int endSymbol, int* length);
+
+/// Reads a file of ocrons into a new array for s_Free: an item a symbol (`*2PQ^`), and `endSymbol`, if that is above 0, for
+/// each run of white space between and behind them. `maximalItems`: 0 for all.
+/// `count` gets the number of items. `status`: 1 done; 0 stopped behind a character that is no symbol, which is the last
+/// item; -1 the file can't be read; -2 no memory; -3 nothing but white space. Null for the negative ones.
+int* zq_readIntegerSequenceFromASCIOcronFile(const char* path, int maximalItems, int endSymbol, int* count, int* status);
+
+/// Puts a value on a stack of 128 values, *stackPointer of them in use, the newest at index 0. At 127 it is dropped, with a
+/// message at level 2.
+void zq_pushOnOcronStack(long long* stack, int* stackPointer, int value);
+
+/// Takes the newest value off such a stack: 0 if it is empty.
+long long zq_popFromOcronStack(long long* stack, int* stackPointer);
+
+/// Appends a character and a terminator to a string as zq_intToOcron3 has it. Result: the buffer, which may have moved; null
+/// for null and without memory, where the buffer is released.
+char* zq_addOcronItem(char* buffer, int* length, int* capacity, int character);
+
+/// The same for `count` characters of `text`.
+char* zq_addOcronString(char* buffer, int* length, int* capacity, const char* text, int count);
+
+/// Appends an integer to a block from s_Malloc of *capacity integers, *count of them in use. Result: the block, which may have
+/// moved. Without memory it is the old one, *count stays, and messages at level 1 tell.
+int* zq_addIntegerItemToOcronVector(int* vector, int* count, int* capacity, int item);
+
+// ---- Ocrons: evaluation -------------------------------------------------------------------------------------------------------
+
+/// The number that an ocron stands for; -1 for a type outside 3 to 7. By type one of the evaluators below.
+long long zq_ocronToLongLong(int ocronType, char* ocron, int length, int* stackDepth);
+
+/// The same in 32 bits: -1 for 2147483648 and more.
+int zq_ocronToint(int ocronType, char* ocron, int length, int* stackDepth);
+
+/// The number that an ocron of type 3 stands for. A missing trailing operand is 2, and what is left at the end is multiplied.
+/// `ocron`: a terminated string, which is cut in place at its first end symbol (zq_getGlobalGocronParameters), also where
+/// evaluation then fails. `length`: its characters. `stackDepth` gets the most values that stood on the stack after a push.
+/// Result below 1: -1 `length` below 1; -2 null; -3 `length` isn't that of the string; -4 no 32-bit table of primes, or a
+/// character that isn't of the type (messages of -3 and -4 at level 0, the others at 2); -5 an empty stack; -6 a rank at or
+/// beyond the number of primes; -7 a rank below 1; -9 a product beyond 64 bits; -10 a value below 1, as exactly 2^63 wraps to;
+/// -11 not one value at the end. Values that are left and make exactly 2^63 give the smallest number.
+long long zq_ocron3ToLongLong(char* ocron, int length, int* stackDepth);
+
+/// The same for type 4. Results below 1 as there, but -11 a power beyond 64 bits, -12 a value below 1, -13 not one value at the
+/// end.
+long long zq_ocron4ToLongLong(char* ocron, int length, int* stackDepth);
+
+/// The same for type 5, where no operand is filled in and nothing multiplied at the end. Results below 1 as for type 3, but -8,
+/// -10, -12 a missing operand of Q, *, ^; -9 a rank under Q at or beyond the number of primes; -11, -13 a product or a power
+/// beyond 64 bits; -14 a value below 1; -15 not one value at the end.
+long long zq_ocron5ToLongLong(char* ocron, int length, int* stackDepth);
+
+/// The same for type 6. The string isn't cut at its end symbol, which has no effect. Results below 1: -1 to -4 as for type 3,
+/// and -1 beyond the table.
+long long zq_ocron6ToLongLong(char* ocron, int length, int* stackDepth);
+
+/// The same for type 7: a string of type 4 whose number may be too large for 64 bits. `logBase` gets 0, or 2 if a power of 2
+/// beyond 64 bits was needed on the way. Result: the number; 0 if it can't be told; -1 to -4 as for type 3.
+long long zq_ocron7ToLongLong(char* ocron, int length, int* stackDepth, int* logBase);
+
+/// As type 4, and where an operation would overflow its result is the logarithm, to the base of the first prime of the table,
+/// 2. `logBase`: 0 before the call; gets the base once a logarithm was taken. The characters are not checked, and the string
+/// isn't cut.
+/// Results below 1 as for type 4, and -9 and -11 also where there is no such logarithm or *logBase was another base, -13 P of a
+/// logarithm, -14 a product with what is no power of the base, -15 a logarithm beyond 64 bits.
+long long zq_ocron4ToLogLongLong(char* ocron, int length, int* stackDepth, int* logBase);
+
+/// The low 32 bits of zq_ocron3ToLongLong.
+int zq_ocron3ToInt(char* ocron, int length, int* stackDepth);
+
+/// The low 32 bits of zq_ocron4ToLongLong.
+int zq_ocron4ToInt(char* ocron, int length, int* stackDepth);
+
+/// The low 32 bits of zq_ocron5ToLongLong.
+int zq_ocron5ToInt(char* ocron, int length, int* stackDepth);
+
+/// The low 32 bits of zq_ocron6ToLongLong.
+int zq_ocron6ToInt(char* ocron, int length, int* stackDepth);
+
+/// The low 32 bits of zq_ocron7ToLongLong.
+int zq_ocron7ToInt(char* ocron, int length, int* stackDepth, int* logBase);
+
+/// The logarithm of `value` to `base` if it is a whole number, to a billionth, else 0.
+long long zq_longLogFromValueWithBase(long long value, int base);
+
+/// The sum of the logarithms of `a` and `b` if both are exact powers of `base`, else 0.
+long long zq_longLogFromProductWithBase(long long a, long long b, int base);
+
+/// The logarithm of `a` times `exponent`, in its low 64 bits, if `a` is an exact power of `base`, else 0.
+long long zq_longLogFromPowerWithBase(long long a, long long exponent, int base);
+
+/// The absolute value; the smallest number is returned as it is.
+long long zq_longLongAbs(long long value);
+
+// ---- Gocrons ------------------------------------------------------------------------------------------------------------------
+
+/// An ocron read as one number: each symbol a digit, the last one the lowest, with digits and base of the process's parameters.
+/// A leading symbol of digit 0 is lost in it.
+/// `length`: characters of `ocron`; a negative one gives 0. Result: -1 for a type outside 3 to 7, a length of 0, a character
+/// that is no symbol, and where a weight or the sum wraps to a negative number. A weight that wraps to another number isn't
+/// seen: with base 4 that is so from 33 characters on.
+long long zq_ocronToGocron(int ocronType, const char* ocron, int length);
+
+/// The ocron of a gocron, a new string for s_Free, with "?" for a digit that no symbol has (type 6: nothing). In type 7 the
+/// digit of "*" is written "^". *length gets its characters.
+/// Result: null, with *length 0, for a negative gocron, a type outside 3 to 7, a base below 2, and without memory.
+char* zq_gocronToOcron(int ocronType, long long gocron, int* length);
+
+/// 2 to the power of `length` - 1, less 1, for any ocron; 1 for "2", 0 for a `length` of 1 or less otherwise. -1 for a type
+/// outside 3 to 7, a character behind the first that is no symbol, and an overflow.
+long long zq_ocronToGocron1(int ocronType, const char* ocron, int length);
+
+/// The symbols behind the first, each weighted by 2 to the power of its place from the end: r half of "2", i of "*", j of "P",
+/// k of "^". r is 1 for "2" alone. All 0 for types 5 and 6 and types outside 3 to 7, all -1 for another character and an
+/// overflow.
+lQuaternionTag zq_ocronToLQGocron(int ocronType, const char* ocron, int length);
+
+/// The gocron of the number's ocron; -1 if it has none, or if the gocron overflows.
+long long zq_intToLongLongGocron(int ocronType, int number);
+
+/// The same as zq_intToLongLongGocron.
+long long zq_intToGocron(int ocronType, int number);
+
+/// The number whose ocron the gocron is: the result of evaluation, with its codes below 1; -1 for what zq_gocronToOcron
+/// refuses and for 2147483647 and more.
+int zq_gocronToInt(int ocronType, long long gocron);
+
+/// The same in 64 bits.
+long long zq_gocronToLongLong(int ocronType, long long gocron);
+
+/// Makes `ocron` the string whose gocron is one higher; for a *length of 0 the symbol of digit 0, or a message at level 0 if
+/// there is none. A string that can't be read becomes that of gocron 0.
+/// `ocron`: room for 64 characters and a terminator; `capacity`, 1 or more, isn't held against what is written.
+/// Result: 1, or -1 for null, a `capacity` below 1, a type outside 3 to 7, and what zq_gocronToOcron refuses.
+int zq_incrementOcron(int ocronType, char* ocron, int capacity, int* length);
+
+/// The gocrons of a sequence of ocrons, `length` items with `endSymbol` behind each ocron, or behind each but the last. -1
+/// stands for an ocron that is empty or overflows.
+/// `resultLength` gets their number, `maximalValue` the greatest. `logPath`: null, or a file that is written with a line an
+/// ocron.
+/// Result: a new array for s_Free; null for no sequence (*status 0), and, with *status 1 as on success, for a type outside 3 to
+/// 7, an item that is no symbol of the type (message at level 0; type 7 takes no "*") and without memory.
+long long* zq_createGoedelSequenceFromOcronSequence(int ocronType, const int* sequence, int length, int endSymbol, int* resultLength, int* status, long long* maximalValue, const char* logPath);
+
+/// The same with type and end symbol of the process's parameters and no log.
+long long* zq_createGoedelSequenceFromOcronSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
+
+/// The gocrons of the ocrons of `length` integers, with the process's parameters; numbers without an ocron are left out.
+/// Result: a new array for s_Free; null if no number has an ocron.
+long long* zq_createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
+
+/// The low 32 bits of the same gocrons.
+int* zq_createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
+
+/// For each of `count` numbers its gocron and the place of that in the order of all, sorted by number. A number without an ocron
+/// has gocron -1.
+/// Result: a new array of `count` records for s_Free; null for no numbers, a type outside 3 to 7 (message at level 0), an ocron
+/// that isn't taken for a gocron (composite numbers in type 7), and without memory.
+naturalNumberGocronCodeTag* zq_createGocronCodeIndices(int ocronType, const int* numbers, int count);
+
+/// Sorts the records 0 to `lastIndex` by gocron. The order of equal ones follows from the quicksort's swaps.
+void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* records);
+
+/// Sorts the records 0 to `lastIndex` by the low 32 bits of the number.
+void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records);
+
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 
 /// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets

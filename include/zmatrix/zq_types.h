@@ -168,4 +168,39 @@ typedef struct zq_KernReport {
   long long notesOnOtherChannels;  ///< on channels from 16 on, which a *Ch sets; those of 16 itself are not learned
 } zq_KernReport;
 
+/// One prime of a factorisation. In the entry before the first: the number of primes, and the sum of all divisors.
+typedef struct tagPrimeFact {
+  int prime;  ///< the prime
+  int power;  ///< how often it divides
+} tagPrimeFact;
+
+/// How numbers become ocrons and ocrons gocrons. One set serves the process.
+typedef struct gocronParametersTag {
+  int ocronType;            ///< 3, 4, 5 normal, 6 prime, 7 virtual
+  int ocronEndSymbol;       ///< the item behind each ocron of a sequence, and the character at which evaluation stops
+  int ocronAlgorithm;       ///< 0, recursive, is the only one
+  int gocronAlgorithm;      ///< 0
+  int gocronNumberBase;     ///< base of gocrons; 0 takes that of the type: 3, 4, 5, 2, 3 for types 3 to 7
+  int gocronASTERISKValue;  ///< digit of "*"
+  int gocronPValue;         ///< digit of "P"
+  int gocronTWOValue;       ///< digit of "2"
+  int gocronPOWValue;       ///< digit of "^"
+  int gocronQValue;         ///< digit of "Q"
+} gocronParametersTag;
+
+/// A number with its gocron.
+typedef struct naturalNumberGocronCodeTag {
+  long long naturalNumber;  ///< the number
+  long long gocronCode;     ///< its gocron, or -1
+  long long index;          ///< its place in the order of the gocrons, from 0
+} naturalNumberGocronCodeTag;
+
+/// Four values that count the symbols of an ocron, each symbol weighted by its place.
+typedef struct lQuaternionTag {
+  long long r;  ///< of "2"
+  long long i;  ///< of "*"
+  long long j;  ///< of "P"
+  long long k;  ///< of "^"
+} lQuaternionTag;
+
 #endif

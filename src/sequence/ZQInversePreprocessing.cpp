@@ -48,7 +48,7 @@ int* nextOriginalObjex(const PreprocessingSettings& settings, const PrecedingIte
     restoreMidiItem(settings, precedingItems, objex, illegalTimeSignatureMessage);
     return objex;
   }
-  return nullptr;  // 1010 to 1020 belong to the number codings; the others have no inverse
+  return nullptr;  // numbers are decoded elsewhere (ZQNumberCoding.h); the others have no inverse
 }
 
 }  // namespace zmatrix

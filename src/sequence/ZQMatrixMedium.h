@@ -83,8 +83,17 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
                                                               int countOfPreProcessed, int* resultCount, int inPlace);
   int* getNextOriginalObjexFromPreProcessedObjex(int* objex);
   int* getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(int** sequence, int index, int length, int* objex);
+  /// True if the ocron type is one and fits the preprocessing type of the current sub-matrix.
+  int isValidOcronType(int ocronType);
+  /// Takes the process's parameters of ocrons and gocrons over into the current sub-matrix, if it is empty.
+  void applyGlobalGocronParametersToMatrix();
   ZQMatrixSequenceIndexVector* getPreProcessedZQIndexVectorFromOriginalIndexVector(ZQMatrixSequenceIndexVector* vector);
   ZQMatrixSequenceIndexVector* getOriginalZQIndexVectorFromPreprocessedIndexVector(ZQMatrixSequenceIndexVector* vector);
+
+  // --- number codes: learns which ocrons stand for the same number; 1, or -1 for a call that is refused
+  int feedMatrixWithDegenerationOcronData(const int* degenerationLevels, int arrayLength, char*** degenerationOcrons,
+                                          int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave,
+                                          int* numberFed);
 
   // --- learning: 1 learned, 0 empty or refused, -1 a write failed, -2 memory has run out
   int checkSettingsForUpdateMatrixWithSequence(int coordinateDimension, int preProcessingType, int allowLargeIndices,

@@ -7,6 +7,7 @@
 #include "frame/ZQSmallQueries.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
+#include "sequence/ZQNumberCoding.h"
 #include "sequence/ZQObjexBlock.h"
 
 using zmatrix::ObjexBlock;
@@ -14,9 +15,30 @@ using zmatrix::SystemOwned;
 
 namespace {
 
+/// Decodes the ocron that begins at each preprocessed item, or, walking by ocrons, at the first and behind each end symbol.
+/// Returns how many items stand in the block then.
+int restoreOcrons(ZQMatrixMedium* matrix, int** items, int first, int total, int** preProcessed, bool walksByOcrons) {
+  ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
+  const int numberOfPreProcessed = total - first;
+  // An ocron is read across items, which need not lie side by side.
+  const SystemOwned<int> symbols = zmatrix::flatSequenceOfObjex(preProcessed, numberOfPreProcessed, 1);
+  if (symbols == nullptr) return first;
+  int restored = first;
+  for (int position = 0; position < numberOfPreProcessed; position++) {
+    const int* number = zmatrix::numberOfCode(info, symbols.get() + position, numberOfPreProcessed - position,
+                                              zmatrix::InverseOperation::withSequence);
+    if (number == nullptr) break;
+    items[restored++][0] = number[0];
+    while (walksByOcrons && position < numberOfPreProcessed && symbols[position] != info->getOcronEndSymbol()) position++;
+  }
+  return restored;
+}
+
 /// Restores item after item behind the first ones, which stand in the block. Returns how many items stand there then.
 int restoreItems(ZQMatrixMedium* matrix, int** items, int first, int total, int** preProcessed) {
   const int coordinateDimension = matrix->getMatrixInfo()->getCoordinateDimension();
+  if (zmatrix::isOcronCoding(matrix->getMatrixInfo()->getPreProcessingType()))
+    return coordinateDimension == 1 ? restoreOcrons(matrix, items, first, total, preProcessed, false) : first;
   for (int k = first; k < total; k++) {
     const int* item =
         matrix->getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(items, k - 1, total, preProcessed[k - first]);
@@ -87,6 +109,8 @@ ZQMatrixSequenceIndexVector* newOriginalVector(ZQMatrixMedium* matrix, const ZQM
   int numberOfItems = static_cast<int>(total);
   if (preProcessedVector->getUsedPreprocessingType() == ZQPreProcessingTypeNone)
     copyItems(items.get() + numberOfStart, preProcessed, numberOfPreProcessed, coordinateDimension);
+  else if (zmatrix::isOcronCoding(preProcessedVector->getUsedPreprocessingType()) && coordinateDimension == 1)
+    numberOfItems = restoreOcrons(matrix, items.get(), numberOfStart, numberOfItems, preProcessed, true);
   else
     numberOfItems = restoreItems(matrix, items.get(), numberOfStart, numberOfItems, preProcessed);
 

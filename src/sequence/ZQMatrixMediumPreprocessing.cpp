@@ -6,8 +6,10 @@
 
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQSmallQueries.h"
+#include "numbers/ZQOcronParameters.h"
 #include "sequence/ZQInversePreprocessing.h"
 #include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQNumberCoding.h"
 #include "sequence/ZQObjexBlock.h"
 
 using zmatrix::ObjexBlock;
@@ -26,7 +28,7 @@ constexpr char illegalTimeSignatureOfPairs[] =
 
 PreprocessingSettings settingsOf(const ZQMatrixMediumInfo* info) {
   return {info->getPreProcessingType(), info->getCoordinateDimension(), info->getMidiTimeSignatureNom(),
-          info->getMidiTimeSignatureDenom()};
+          info->getMidiTimeSignatureDenom(), info->getOcronType()};
 }
 
 template <class Value>
@@ -110,6 +112,8 @@ int** ZQMatrixMedium::getPreProcessedObjexSequenceFromOriginalObjexSequence(int*
 
 int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjex(int* objex) {
   ZQMatrixMediumInfo* info = getMatrixInfo();
+  if (zmatrix::isNumberCoding(info->getPreProcessingType()))
+    return zmatrix::numberOfCode(info, objex, info->readableFrom(objex), zmatrix::InverseOperation::plain);
   // The length is a plain field: it may say more than the rows hold.
   if (!info->provideKernelOriginalRows(info->getLengthOfKernelOriginalSequence())) return nullptr;
   const PrecedingItems kernel =
@@ -119,9 +123,33 @@ int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjex(int* objex) {
 
 int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(int** sequence, int index, int length,
                                                                                   int* objex) {
-  const PreprocessingSettings settings = settingsOf(getMatrixInfo());
+  ZQMatrixMediumInfo* info = getMatrixInfo();
+  if (zmatrix::isNumberCoding(info->getPreProcessingType()))
+    return zmatrix::numberOfCode(info, objex, info->readableFrom(objex), zmatrix::InverseOperation::withSequence);
+  const PreprocessingSettings settings = settingsOf(info);
   if (objex == nullptr || !canRestoreFrom(sequence, index, length, settings.preProcessingType)) return nullptr;
   const bool arePairs = settings.preProcessingType == ZQPreProcessingTypeMidiNoteAndModQuanta;
   const PrecedingItems items = PrecedingItems::inObjex(sequence, index < 0 ? 0 : index + 1);
   return zmatrix::nextOriginalObjex(settings, items, objex, arePairs ? illegalTimeSignatureOfPairs : illegalTimeSignature);
+}
+
+// --- what number codings are set to
+
+int ZQMatrixMedium::isValidOcronType(int ocronType) {
+  return zmatrix::isOcronTypeFor(ocronType, getMatrixInfo()->getPreProcessingType()) ? 1 : 0;
+}
+
+void ZQMatrixMedium::applyGlobalGocronParametersToMatrix() {
+  const gocronParametersTag& parameters = *zmatrix::getGlobalGocronParameters();
+  ZQMatrixMediumInfo* info = getMatrixInfo();
+  info->setOcronType(parameters.ocronType);
+  info->setOcronEndSymbol(parameters.ocronEndSymbol);
+  info->setOcronAlgorithm(parameters.ocronAlgorithm);
+  info->setGocronAlgorithm(parameters.gocronAlgorithm);
+  info->setGocronNumberBase(parameters.gocronNumberBase);
+  info->setGocronASTERISKValue(parameters.gocronASTERISKValue);
+  info->setGocronPValue(parameters.gocronPValue);
+  info->setGocronTWOValue(parameters.gocronTWOValue);
+  info->setGocronPOWValue(parameters.gocronPOWValue);
+  info->setGocronQValue(parameters.gocronQValue);
 }

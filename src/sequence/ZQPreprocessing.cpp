@@ -6,6 +6,7 @@
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQMemory.h"
 #include "frame/ZQTextCharacters.h"
+#include "sequence/ZQNumberCoding.h"
 
 namespace zmatrix {
 
@@ -211,7 +212,7 @@ int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const
     case ZQPreProcessingTypeMidiGMQuadruple_NDMTS:
       return MidiPreprocessing<4>::run(settings, originalSequence, resultLength);
     default:
-      return nullptr;  // 1010 to 1020 belong to the number codings; the others have no work
+      return isNumberCoding(type) ? numberCodedSequence(settings, originalSequence, resultLength) : nullptr;
   }
 }
 
@@ -223,7 +224,7 @@ long long* longLongPreProcessedSequence(const PreprocessingSettings& settings, s
   if (type <= ZQPreProcessingTypeHighestDifference)
     return differenceOfOrder(type, settings.coordinateDimension, originalSequence, resultLength);
   if (type == ZQPreProcessingTypeSecondText) return zeroedBlock<long long>(originalSequence.size(), resultLength);
-  return nullptr;  // 1011 to 1020 belong to the number codings; the others have no work
+  return isNumberCoding(type) ? longLongNumberCodedSequence(settings, originalSequence, resultLength) : nullptr;
 }
 
 }  // namespace zmatrix

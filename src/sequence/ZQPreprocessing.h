@@ -19,6 +19,7 @@ struct PreprocessingSettings {
   int coordinateDimension = 1;
   int midiTimeSignatureNom = 4;
   int midiTimeSignatureDenom = 4;
+  int ocronType = 4;
 };
 
 constexpr int quantaPerWholeNote = 12288;
@@ -48,7 +49,8 @@ long long barLengthInQuanta(const PreprocessingSettings& settings, const char* i
 /// its difference, or exhausted memory.
 int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength);
 
-/// The same for 64-bit values, with differences (0 to 999) and type 1001 alone. Any other type leaves the result length as it is.
+/// The same for 64-bit values, with differences (0 to 999), type 1001 and types 1016 to 1020 alone. Any other type gives null and
+/// leaves the result length as it is, but for gocrons of items with several coordinates, where it is 0.
 long long* longLongPreProcessedSequence(const PreprocessingSettings& settings, std::span<const long long> originalSequence,
                                         int* resultLength);
 

@@ -18,6 +18,7 @@ class HeapArray {
   HeapArray& operator=(const HeapArray&) = delete;
 
   T* data() { return values; }
+  const T* data() const { return values; }
   int size() const { return numberOfValues; }
   T& operator[](int index) { return values[index]; }
   const T& operator[](int index) const { return values[index]; }

@@ -1,8 +1,10 @@
 #include "settings/ZQMatrixBaseInfo.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <ctime>
+#include <functional>
 
 #include "frame/ZQDebugChannel.h"
 
@@ -209,6 +211,13 @@ int* ZQMatrixBaseInfo::provideTemporaryMemory(int length) {
   if (length > temporaryMemory.size() && !temporaryMemory.resize(length, 0)) return nullptr;
   if (length > internalLengthOfTemporaryMemory) internalLengthOfTemporaryMemory = length;
   return temporaryMemory.data();
+}
+
+int ZQMatrixBaseInfo::readableFrom(const int* item) const {
+  const int* begin = temporaryMemory.data();
+  const int* end = begin + temporaryMemory.size();
+  const bool isInside = !std::less<>()(item, begin) && std::less<>()(item, end);
+  return isInside ? static_cast<int>(end - item) : INT_MAX;
 }
 
 ZQMatrixProperties* ZQMatrixBaseInfo::getGlobalMatrixInfoParameters() {

@@ -165,6 +165,9 @@ class ZQMatrixBaseInfo {
   int* _getTemporaryMemory() {
     return temporaryMemory.data();
   }
+  /// How many integers may be read from `item` on: to its end if it lies in the temporary memory. What a caller brought is told
+  /// by its contents alone, and has no bound here.
+  int readableFrom(const int* item) const;
   /// Makes the temporary memory hold at least this many integers. Null if there is no room.
   int* provideTemporaryMemory(int length);
 

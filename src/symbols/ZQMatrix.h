@@ -75,6 +75,10 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   /// Writes characters from the basic level, words from the symbol level.
   int readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName);
 
+  // --- number codes: learns which ocrons stand for the same number; 1, or -1 for a call that is refused
+  int feedMatrixWithDegenerationOcronData(const int* degenerationLevels, int arrayLength, char*** degenerationOcrons,
+                                          int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave,
+                                          int* numberFed);
   // --- music
   int updateMatrixWithMIDIFile(const char* fileName, int* numberOfNotes);
   int updateMatrixWithMIDIFiles(const char* path, int recursive, int* numberOfNotes);

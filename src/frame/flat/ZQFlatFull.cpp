@@ -457,6 +457,9 @@ int s_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, cons
 int s_updateMatrixWithKERNFile(ZQMatrix* matrix, const char* fileName, int* numberOfNotes) { return matrix->updateMatrixWithKERNFile(fileName, numberOfNotes); }
 int s_updateMatrixWithKERNFiles(ZQMatrix* matrix, const char* path, int recursive, int* numberOfNotes) { return matrix->updateMatrixWithKERNFiles(path, recursive, numberOfNotes); }
 int s_convertKERNFileToMIDIFile(ZQMatrix* matrix, const char* kernFile, const char* midiFile) { return matrix->convertKERNFileToMIDIFile(kernFile, midiFile); }
+int s_isValidOcronType(ZQMatrix* matrix, int ocronType) { return matrix->isValidOcronType(ocronType); }
+void s_applyGlobalGocronParametersToMatrix(ZQMatrix* matrix) { matrix->applyGlobalGocronParametersToMatrix(); }
+int s_feedMatrixWithDegenerationOcronData(ZQMatrix* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed) { return matrix->feedMatrixWithDegenerationOcronData(degenerationLevels, arrayLength, degenerationOcrons, ocronType, endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed); }
 
 }  // extern "C"
 #pragma GCC visibility pop

@@ -371,6 +371,9 @@ int s_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int number
 int s_updateMatrixWithKERNFile_Medium(ZQMatrixMedium* matrix, const char* fileName, int* numberOfNotes) { return matrix->updateMatrixWithKERNFile(fileName, numberOfNotes); }
 int s_updateMatrixWithKERNFiles_Medium(ZQMatrixMedium* matrix, const char* path, int recursive, int* numberOfNotes) { return matrix->updateMatrixWithKERNFiles(path, recursive, numberOfNotes); }
 int s_convertKERNFileToMIDIFile_Medium(ZQMatrixMedium* matrix, const char* kernFile, const char* midiFile) { return matrix->convertKERNFileToMIDIFile(kernFile, midiFile); }
+int s_isValidOcronType_Medium(ZQMatrixMedium* matrix, int ocronType) { return matrix->isValidOcronType(ocronType); }
+void s_applyGlobalGocronParametersToMatrix_Medium(ZQMatrixMedium* matrix) { matrix->applyGlobalGocronParametersToMatrix(); }
+int s_feedMatrixWithDegenerationOcronData_Medium(ZQMatrixMedium* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed) { return matrix->feedMatrixWithDegenerationOcronData(degenerationLevels, arrayLength, degenerationOcrons, ocronType, endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed); }
 
 }  // extern "C"
 #pragma GCC visibility pop

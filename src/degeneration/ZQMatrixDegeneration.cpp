@@ -1,0 +1,39 @@
+// The degeneration feed of the medium and the full tier.
+#include "degeneration/ZQDegenerationFeed.h"
+#include "symbols/ZQMatrix.h"
+
+namespace zmatrix {
+
+template <>
+struct DegenerationTier<ZQMatrixMedium> {
+  static void markEndOfForm(ZQMatrixMedium*, std::span<const int>) {}
+};
+
+/// Every time a form is learned its end gets a new symbol, also where it had one: the symbols count the pairs.
+template <>
+struct DegenerationTier<ZQMatrix> {
+  static void markEndOfForm(ZQMatrix* matrix, std::span<const int> form) {
+    int handle = -1;
+    auto* element = static_cast<ZQMatrixElement*>(
+        matrix->getMatrixElementFromElementVector(form.data(), static_cast<int>(form.size()), &handle));
+    if (element == nullptr) return;  // the update was refused
+    element->setSymbolID(matrix->getNewSymbolID());
+    matrix->getMatrixInfo()->incrementNumberOfSymbols();
+  }
+};
+
+}  // namespace zmatrix
+
+int ZQMatrixMedium::feedMatrixWithDegenerationOcronData(const int* degenerationLevels, int arrayLength,
+                                                        char*** degenerationOcrons, int ocronType, const char* endOfOcron,
+                                                        int lastGoodIndex, int dryRun, int autoSave, int* numberFed) {
+  return zmatrix::feedMatrixWithDegenerationOcronDataIn(this, degenerationLevels, arrayLength, degenerationOcrons, ocronType,
+                                                        endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed);
+}
+
+int ZQMatrix::feedMatrixWithDegenerationOcronData(const int* degenerationLevels, int arrayLength, char*** degenerationOcrons,
+                                                  int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun,
+                                                  int autoSave, int* numberFed) {
+  return zmatrix::feedMatrixWithDegenerationOcronDataIn(this, degenerationLevels, arrayLength, degenerationOcrons, ocronType,
+                                                        endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed);
+}

@@ -1,0 +1,213 @@
+#include "numbers/ZQPrimeTable.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "frame/ZQDebugChannel.h"
+#include "frame/ZQMemory.h"
+#include "numbers/ZQPrimeSieve.h"
+#include "numbers/ZQRiemannEstimate.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr long long smallestLimit = 5000;
+constexpr long long smallestNumberOfPrimes = 500;
+
+/// Truncated, and at the ends of 64 bits where the number lies beyond them. What is no number gives 0.
+long long truncated(double number) {
+  constexpr double end = 9223372036854775808.0;
+  if (std::isnan(number)) return 0;
+  if (number >= end) return std::numeric_limits<long long>::max();
+  if (number < -end) return std::numeric_limits<long long>::min();
+  return static_cast<long long>(number);
+}
+
+/// Where the estimate sees `n` in a table of all primes, from 0.
+long long estimatedIndex(long long n) {
+  return std::max(truncated(riemann_r(static_cast<double>(n))) - 1, 0LL);
+}
+
+/// The first number whose estimated index is not below `count`.
+long long firstWithIndex(long long count) {
+  long long low = 0, high = std::numeric_limits<long long>::max();
+  while (low < high) {
+    const long long middle = low + (high - low) / 2;
+    if (estimatedIndex(middle) >= count)
+      high = middle;
+    else
+      low = middle + 1;
+  }
+  return low;
+}
+
+double expectedNumberOfPrimes(double bound) {
+  return std::trunc(1.05 * bound / (std::log(bound) - 1));
+}
+
+/// A bound below which the first `n` primes lie; n of 500 or more.
+double boundOfFirstPrimes(long long n) {
+  const auto number = static_cast<double>(n);
+  double bound = std::trunc(number * std::log(number) + number * std::log(std::log(number)) + 0.5);
+  double expected = expectedNumberOfPrimes(bound);
+  while (expected < number) {
+    dbPrintf(2, "initFirstNPrimes unexpected: no_primes_expected(%d) < numberOfPrimesRequested(%d)\n", static_cast<int>(expected),
+             static_cast<int>(n));
+    const double m = std::trunc(expected * 1.05), logarithm = std::log(m), second = std::log(logarithm);
+    bound = std::trunc((second - 2) * (m / logarithm) + m * second + m * logarithm - m + 0.5);
+    expected = expectedNumberOfPrimes(bound);
+  }
+  return bound;
+}
+
+}  // namespace
+
+template <class Value>
+PrimeTable<Value>& PrimeTable<Value>::ofProcess() {
+  static PrimeTable table;
+  return table;
+}
+
+template <class Value>
+Value* PrimeTable<Value>::init(long long lowerBound, long long upperBound, Value* count) {
+  const long long limit = std::clamp<long long>(upperBound, smallestLimit, std::numeric_limits<Value>::max());
+  lowerBound = std::max(lowerBound, 0LL);
+  if (limit - lowerBound < 2) return nullptr;
+
+  *count = 0;
+  deinit();
+  const long long capacity = mostPrimesBetween(lowerBound, limit);
+  primes_ = systemMallocArray<Value>(capacity);
+  const long long found = primes_ != nullptr ? writePrimesBetween(lowerBound, limit, primes_, capacity) : -1;
+  if (found < 0) {
+    deinit();
+    count_ = maximum_ = 0;
+    return nullptr;
+  }
+  if (found + 1 < capacity) {
+    auto* smaller = static_cast<Value*>(systemRealloc(primes_, static_cast<size_t>(found + 1) * sizeof(Value)));
+    if (smaller != nullptr) primes_ = smaller;
+  }
+  *count = count_ = static_cast<Value>(found);
+  maximum_ = found > 0 ? primes_[found - 1] : 0;
+  indexTable();
+  return primes_;
+}
+
+template <class Value>
+Value* PrimeTable<Value>::initFirst(Value n) {
+  Value count = 0;
+  return init(0, truncated(boundOfFirstPrimes(std::max<long long>(n, smallestNumberOfPrimes))), &count);
+}
+
+template <class Value>
+void PrimeTable<Value>::deinit() {
+  systemFree(primes_);
+  primes_ = nullptr;
+}
+
+template <class Value>
+void PrimeTable<Value>::indexTable() {
+  firstBeyond_ = firstWithIndex(count_);
+  bucketShift_ = 0;
+  while (maximum_ >> bucketShift_ >= buckets) bucketShift_++;
+  Value index = 0;
+  for (long long bucket = 0; bucket <= buckets; bucket++) {
+    // The last bucket may end beyond 63 bits.
+    const bool isWithin = bucket <= maximum_ >> bucketShift_;
+    if (isWithin)
+      index = static_cast<Value>(std::lower_bound(primes_ + index, primes_ + count_, bucket << bucketShift_) - primes_);
+    else
+      index = count_;
+    bucketStart_[bucket] = index;
+  }
+  bucketStart_[buckets + 1] = count_;
+}
+
+/// How many entries of the table are not above `n`, for an `n` of 0 or more.
+template <class Value>
+Value PrimeTable<Value>::countUpTo(long long n) const {
+  if (n >= maximum_) return count_;
+  const long long bucket = n >> bucketShift_;
+  const Value* first = primes_ + bucketStart_[bucket];
+  Value length = bucketStart_[bucket + 1] - bucketStart_[bucket];
+  // A search without branches that a processor could guess wrong.
+  while (length > 0) {
+    const Value half = length / 2;
+    first += first[half] <= n ? length - half : 0;
+    length = half;
+  }
+  return static_cast<Value>(first - primes_);
+}
+
+template <class Value>
+int PrimeTable<Value>::isPrime(Value n) const {
+  if (!exists()) return -1;
+  const long long number = std::max<long long>(n, 0);
+  if (liesBeyond(number)) return -1;
+  const Value rank = countUpTo(number);
+  return rank > 0 && primes_[rank - 1] == number ? 1 : 0;
+}
+
+template <class Value>
+long long PrimeTable<Value>::numberOfPrimesUptoWhole(long long n) const {
+  if (!exists()) return -1;
+  if (n < 2) return 0;
+  return liesBeyond(n) ? estimatedIndex(n) + 1 : countUpTo(n);
+}
+
+template <class Value>
+double PrimeTable<Value>::numberOfPrimesUpto(double x) const {
+  return static_cast<double>(numberOfPrimesUptoWhole(truncated(x)));
+}
+
+template <class Value>
+Value PrimeTable<Value>::notPrimePi(Value n) const {
+  if (n > maximum_) return -1;
+  // A table that was freed keeps its maximum, so that this is n + 1 then.
+  using Unsigned = std::make_unsigned_t<Value>;
+  return static_cast<Value>(static_cast<Unsigned>(n) - static_cast<Unsigned>(primePi(n)));
+}
+
+template <class Value>
+Value PrimeTable<Value>::nthNotPrime(Value n) const {
+  static constexpr Value first[] = {0, 1, 4, 6, 8};
+  if (!exists() || n < 0) return -1;
+  if (n <= 4) return first[n];
+
+  const double before = static_cast<double>(n) - 1, l = std::log(before);
+  const double series = 1 + 1 / l + 2 / (l * l) + 4 / (l * l * l) + 19 / (2 * std::pow(l, 4)) + 181 / (6 * std::pow(l, 5));
+  const long long candidate = truncated(before * series + 0.5);
+  if (candidate > maximum_) {
+    dbPrintf(0, "error nth notprime: startvalue %lld too big\n", candidate);
+    return -1;
+  }
+  if (liesBeyond(candidate)) return walkToNotPrime(n, candidate);
+  // The first m with m - pi(m) = n: n + pi(m) comes closer to it from below with each step.
+  long long m = n, next = 0;
+  while (!liesBeyond(m) && m <= maximum_ && (next = static_cast<long long>(n) + countUpTo(m)) != m) m = next;
+  return liesBeyond(m) || m > maximum_ ? walkToNotPrime(n, candidate) : static_cast<Value>(m);
+}
+
+/// From the candidate down to the first number of rank `n`, or up to it, where ranks are estimates.
+template <class Value>
+Value PrimeTable<Value>::walkToNotPrime(Value n, long long candidate) const {
+  const auto rankOf = [this](long long number) { return notPrimePi(static_cast<Value>(number)); };
+  long long number = candidate;
+  const Value rank = rankOf(number);
+  if (rank < 0) return -1;
+  if (rank >= n) {
+    while (rankOf(number - 1) >= n) number--;
+    return static_cast<Value>(number);
+  }
+  while (number < maximum_)
+    if (rankOf(++number) >= n) return static_cast<Value>(number);
+  return -1;  // no rank beyond the table reaches n
+}
+
+template class PrimeTable<int>;
+template class PrimeTable<long long>;
+
+}  // namespace zmatrix
