@@ -29,6 +29,16 @@ extern "C" {
 /// the header. The text is the library's and lives as long as the process.
 const char* zq_version(void);
 
+// ---- Files --------------------------------------------------------------------------------------------------------------------
+
+/// What the creation of a matrix from a file has found in the file. A damaged file loads as far as it can be made sense of; a
+/// host that would go on with what is left, or save it over the file, asks here first.
+/// `report`: filled in any case; null is allowed.
+/// Result: 1 for a whole file, 0 for one that had to be repaired, -1 if nothing was loaded or the file was refused.
+int zq_getLoadReport(ZQMatrix* matrix, zqLoadReport* report);
+int zq_getLoadReport_Medium(ZQMatrixMedium* matrix, zqLoadReport* report);
+int zq_getLoadReport_Base(ZQMatrixBase* matrix, zqLoadReport* report);
+
 #if defined(__GNUC__)
 #pragma GCC visibility pop
 #endif

@@ -5,4 +5,23 @@
 
 // clang-format off
 
+/// What became of the last attempt to load a file into a matrix.
+typedef enum zqLoadState {
+  zqLoadNone = 0,      ///< nothing was loaded, or the file was refused
+  zqLoadWhole = 1,     ///< all that the file counts is there, and its links answer each other
+  zqLoadRepaired = 2,  ///< something was missing or damaged; the matrix holds what was left of it
+} zqLoadState;
+
+/// What a load has found. Counts and links show damage; a changed number that neither depends on doesn't show.
+typedef struct zqLoadReport {
+  int state;            ///< a zqLoadState
+  int recordsCounted;   ///< sub-matrices that the header counts
+  int recordsMissing;   ///< of these, the ones whose record was illegal or lacking, so that what they held is lost
+  int isCutShort;       ///< 1 if the file ended before its last slot, else 0
+  int elementsCounted;  ///< elements that the records count
+  int elementsRead;     ///< elements that the file had, roots aside
+  int elementsDropped;  ///< elements that no root leads to or that lie outside the block, which were left out
+  int hasNewLinks;      ///< 1 if links didn't answer each other and were made anew, else 0
+} zqLoadReport;
+
 #endif

@@ -6,6 +6,7 @@
 
 #include "frame/ZQMemory.h"
 #include "frame/ZQSystemOwned.h"
+#include "sequence/ZQPreprocessing.h"
 #include "sequence/ZQSequenceUpdate.h"
 
 namespace zmatrix {
@@ -52,6 +53,8 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
   int numberOfIntegers = 0;
   const SystemOwned<int> preProcessed(matrix.getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfIntegers));
   if (preProcessed == nullptr) numberOfIntegers = 0;
+  const PreprocessingSettings settings{preProcessingType, coordinateDimension};
+  const bool lacksRoom = preProcessed == nullptr && givesSequence(settings, length);
   const int numberOfItems = numberOfIntegers / coordinateDimension;
   if (matrixType == ZQMatrixTypeANSIText && Matrix::shows(5)) showPreProcessedText(preProcessed.get(), numberOfIntegers);
 
@@ -60,9 +63,11 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
   auto* rootElement = static_cast<typename Tier::Element*>(matrix.elementAt(root));
   rootElement->addWriteCountWithSuccessor(numberOfItems);
   rootElement->incrementWriteCount();
+  if (lacksRoom) return -2;
 
   const SystemOwned<int> derived(
       symbolMarkers == nullptr ? Tier::deriveMarkers(matrix, preProcessed.get(), numberOfItems * coordinateDimension) : nullptr);
+  if (derived == nullptr && symbolMarkers == nullptr && numberOfItems > 0 && Tier::derivesMarkers(matrix)) return -2;
   ZQLearnedPhrases phrases(outputs.wantPhrases());
   ZQSequenceUpdate<Tier> update(matrix, preProcessed.get(), numberOfItems * coordinateDimension, coordinateDimension,
                                 symbolMarkers != nullptr ? symbolMarkers : derived.get());

@@ -2,13 +2,19 @@
 // The extension functions, a line each.
 // No test and no message of their own: what a method does with its arguments is told in zmatrix/zmatrix.h.
 #include "frame/ZQVersion.h"
+#include "frame/flat/ZQGuarded.h"
+#include "store/ZQLoadReport.h"
+#include "symbols/ZQMatrix.h"
 
 // clang-format off
 
 #pragma GCC visibility push(default)
 extern "C" {
 
-const char* zq_version() { return zmatrix::version(); }
+const char* zq_version() noexcept { return guarded<const char*>([&] { return zmatrix::version(); }); }
+int zq_getLoadReport(ZQMatrix* matrix, zqLoadReport* report) noexcept { return guarded<int>([&] { return zmatrix::getLoadReport(matrix, report); }); }
+int zq_getLoadReport_Medium(ZQMatrixMedium* matrix, zqLoadReport* report) noexcept { return guarded<int>([&] { return zmatrix::getLoadReport(matrix, report); }); }
+int zq_getLoadReport_Base(ZQMatrixBase* matrix, zqLoadReport* report) noexcept { return guarded<int>([&] { return zmatrix::getLoadReport(matrix, report); }); }
 
 }  // extern "C"
 #pragma GCC visibility pop
