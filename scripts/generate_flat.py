@@ -253,10 +253,14 @@ def enumerations():
 
 
 def records(path):
-    """The plain structures and enumerations: `struct NAME` or `enum NAME`, documentation, then rows of code and text."""
+    """The plain structures and enumerations: `struct NAME` or `enum NAME`, documentation, then rows of code and text; and types of
+    functions, `function RESULT NAME (ARGUMENTS)`, behind their documentation."""
     text, field_lines = '', []
     for line in path.read_text().splitlines() + ['struct']:
-        if line.startswith(('struct', 'enum')):
+        if line.startswith('function '):
+            result, name, arguments = re.fullmatch(r'function (.+) (\w+) \((.*)\)', line).groups()
+            text += f'typedef {result} (*{name})({arguments});\n\n'
+        elif line.startswith(('struct', 'enum')):
             if field_lines:
                 width = max(len(code) for code, _ in field_lines)
                 text += ''.join(f'  {code:<{width}}  ///< {about}\n' for code, about in field_lines) + f'}} {name};\n\n'

@@ -23,21 +23,55 @@ extern "C" {
 #pragma GCC visibility push(default)
 #endif
 
-// ---- Library ------------------------------------------------------------------------------------------------------------------
-
-/// The version of the library that runs, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like tell the version of
-/// the header. The text is the library's and lives as long as the process.
-const char* zq_version(void);
-
 // ---- Files --------------------------------------------------------------------------------------------------------------------
 
 /// What the creation of a matrix from a file has found in the file. A damaged file loads as far as it can be made sense of; a
 /// host that would go on with what is left, or save it over the file, asks here first.
 /// `report`: filled in any case; null is allowed.
 /// Result: 1 for a whole file, 0 for one that had to be repaired, -1 if nothing was loaded or the file was refused.
-int zq_getLoadReport(ZQMatrix* matrix, zqLoadReport* report);
-int zq_getLoadReport_Medium(ZQMatrixMedium* matrix, zqLoadReport* report);
-int zq_getLoadReport_Base(ZQMatrixBase* matrix, zqLoadReport* report);
+int zq_getLoadReport(ZQMatrix* matrix, zq_loadReport* report);
+int zq_getLoadReport_Medium(ZQMatrixMedium* matrix, zq_loadReport* report);
+int zq_getLoadReport_Base(ZQMatrixBase* matrix, zq_loadReport* report);
+
+// ---- Library ------------------------------------------------------------------------------------------------------------------
+
+/// The version of the library that runs, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like tell the version of
+/// the header. The text is the library's and lives as long as the process.
+const char* zq_version(void);
+
+/// Has `function` called for each message up to the level of `s_setMatrixDebugOn`, whatever the debug device, for the whole
+/// process. Null ends it. `userData` goes to each call as it is.
+void zq_setMessageFunction(zq_messageFunction function, void* userData);
+
+/// The last message of level 0, an error or a warning, that the library gave, also while nothing is printed; an empty text if
+/// there was none. What failed is told by results: a message may also stem from a call that succeeded.
+/// The text is the library's and lives until the next message.
+const char* zq_lastMessage(void);
+
+// ---- Symbols ------------------------------------------------------------------------------------------------------------------
+
+/// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets
+/// the links of its own words alone: those of words that only earlier texts have go stale when their phrases move.
+/// Call it after learning one text or several with `s_setMatrixAILevel` 1, before symbols are expanded, before a self-test
+/// and before a save. Costs one scan of the block.
+/// Result: the symbols that lead to a phrase; 0 if there are none.
+int zq_refreshSymbolLinks(ZQMatrix* matrix);
+
+/// The phrase that a symbol of the current sub-matrix, a level of symbols, stands for. As
+/// `s_createPreviousLevelElementsFromOriginalSymbol`, but without messages, and it also expands a phrase whose path goes
+/// through the highest slot of the block.
+/// Result: a new array of `length` integers, to be released with `s_Free`; null, with `length` 0, if the symbol is unknown,
+/// its link leads to no phrase, or memory has run out.
+int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
+
+/// Learns a text as words alone in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel` 1: each
+/// word is learned by itself and gets its symbol, and the level above learns the sequence of the symbols. The words and
+/// symbols are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it, for a small part
+/// of their time and memory, since no run of letters across a blank is stored; the letters alone can't be continued well.
+/// `sequence`: `length` characters, 0 to 255. A word longer than the phrase limit gets no symbol and is left out.
+/// Result: 1 learned; 0 another matrix type, no level of symbols, no words, or refused settings; -1 a write failed, -2 memory
+/// has run out: what was learned before stays.
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length);
 
 #if defined(__GNUC__)
 #pragma GCC visibility pop

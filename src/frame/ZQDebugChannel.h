@@ -2,6 +2,8 @@
 // that ZQMatrixBase inherits. The sentences that go through here are part of the interface and keep their wording.
 #pragma once
 
+#include <zmatrix/zq_types.h>
+
 #include <cstdio>
 
 /// Where messages go, for the whole process.
@@ -13,12 +15,23 @@ struct ZQDebugChannel {
   static int globalDebugLevel;         ///< messages of a level above this are dropped
   static int globalMallocDebugger;     ///< kept for hosts that look for it; nothing reads it
 
+  static zq_messageFunction messageFunction;  ///< what a host has called for each message, or null
+  static void* messageUserData;
+
   /// True if a message of this level would come out: what a hot path asks before it builds one.
-  static bool shows(int level) {
-    return globalDebugOutputDevice != 0 && globalDebugLevel >= level && (globalDebugOutputDevice == 1 || fpMatrixErr != nullptr);
-  }
+  static bool shows(int level) { return globalDebugLevel >= level && (prints() || messageFunction != nullptr); }
+  static bool prints() { return globalDebugOutputDevice != 0 && (globalDebugOutputDevice == 1 || fpMatrixErr != nullptr); }
 };
 
 /// Prints one message through the channel. Level 0 is for errors and warnings, 1 for notes, 2 to 9 for detail.
-/// With device 0 it costs one test. Devices 2 and 3 are silent altogether while there is no debug file.
+/// Devices 2 and 3 are silent altogether while there is no debug file. What is neither printed nor listened to costs a few tests
+/// of globals; a message of level 0 is always kept, as the last one.
 void dbPrintf(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
+
+namespace zmatrix {
+
+void setMessageFunction(zq_messageFunction function, void* userData);
+/// The last message of level 0, or an empty text.
+const char* lastMessage();
+
+}  // namespace zmatrix

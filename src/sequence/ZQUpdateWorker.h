@@ -35,11 +35,39 @@ struct UpdateOutputs {
   bool wantPhrases() const { return values != nullptr && lengths != nullptr && indexVectors != nullptr; }
 };
 
+/// Learns a preprocessed sequence by the settings of the current sub-matrix, as one run from its first item to its last: 1
+/// learned, -1 a write failed, -2 memory has run out.
+template <class Matrix>
+int learnPreProcessed(Matrix& matrix, const int* preProcessed, int numberOfItems, const UpdateOutputs& outputs,
+                      const int* symbolMarkers) {
+  using Tier = typename Matrix::Tier;
+  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
+  const int root = ZQStoreWrite<Tier>::provideRoot(matrix);
+  if (root < 0) return -2;
+  auto* rootElement = static_cast<typename Tier::Element*>(matrix.elementAt(root));
+  rootElement->addWriteCountWithSuccessor(numberOfItems);
+  rootElement->incrementWriteCount();
+
+  const SystemOwned<int> derived(
+      symbolMarkers == nullptr ? Tier::deriveMarkers(matrix, preProcessed, numberOfItems * coordinateDimension) : nullptr);
+  if (derived == nullptr && symbolMarkers == nullptr && numberOfItems > 0 && Tier::derivesMarkers(matrix)) return -2;
+  ZQLearnedPhrases phrases(outputs.wantPhrases());
+  ZQSequenceUpdate<Tier> update(matrix, preProcessed, numberOfItems * coordinateDimension, coordinateDimension,
+                                symbolMarkers != nullptr ? symbolMarkers : derived.get());
+  int result = update.run(matrix.getMatrixInfo()->getMaxPhraseLengthForUpdateWithSequence(), phrases);
+  if (phrases.hasRunOut()) result = -2;
+  if (outputs.numberOfProcessedVectors != nullptr) {
+    *outputs.numberOfProcessedVectors = clampToInt(update.getNumberOfProcessedVectors());
+  }
+  if (outputs.numberOfOverwrites != nullptr) *outputs.numberOfOverwrites = update.getNumberOfOverwrites();
+  if (result != -2) phrases.handOver(outputs.values, outputs.lengths, outputs.indexVectors);
+  return result;
+}
+
 template <class Matrix>
 int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int length, int matrixType, int coordinateDimension,
                                        int preProcessingType, int allowLargeIndices, const UpdateOutputs& outputs,
                                        const int* symbolMarkers = nullptr) {
-  using Tier = typename Matrix::Tier;
   outputs.clear();
   if (sequence == nullptr || length <= 0) {
     dbPrintf(0, "warning from updateMatrixWithCombinedSequence: original Sequence is empty!\n");
@@ -52,33 +80,17 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
   if (coordinateDimension < 1) return 0;
   int numberOfIntegers = 0;
   const SystemOwned<int> preProcessed(matrix.getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfIntegers));
-  if (preProcessed == nullptr) numberOfIntegers = 0;
-  const PreprocessingSettings settings{preProcessingType, coordinateDimension};
-  const bool lacksRoom = preProcessed == nullptr && givesSequence(settings, length);
+  if (preProcessed == nullptr) {
+    numberOfIntegers = 0;
+    if (givesSequence({preProcessingType, coordinateDimension}, length)) {
+      learnPreProcessed(matrix, nullptr, 0, {}, nullptr);  // counts the root, as every failure behind the settings does
+      return -2;
+    }
+  }
   const int numberOfItems = numberOfIntegers / coordinateDimension;
   if (matrixType == ZQMatrixTypeANSIText && Matrix::shows(5)) showPreProcessedText(preProcessed.get(), numberOfIntegers);
 
-  const int root = ZQStoreWrite<Tier>::provideRoot(matrix);
-  if (root < 0) return -2;
-  auto* rootElement = static_cast<typename Tier::Element*>(matrix.elementAt(root));
-  rootElement->addWriteCountWithSuccessor(numberOfItems);
-  rootElement->incrementWriteCount();
-  if (lacksRoom) return -2;
-
-  const SystemOwned<int> derived(
-      symbolMarkers == nullptr ? Tier::deriveMarkers(matrix, preProcessed.get(), numberOfItems * coordinateDimension) : nullptr);
-  if (derived == nullptr && symbolMarkers == nullptr && numberOfItems > 0 && Tier::derivesMarkers(matrix)) return -2;
-  ZQLearnedPhrases phrases(outputs.wantPhrases());
-  ZQSequenceUpdate<Tier> update(matrix, preProcessed.get(), numberOfItems * coordinateDimension, coordinateDimension,
-                                symbolMarkers != nullptr ? symbolMarkers : derived.get());
-  int result = update.run(matrix.getMatrixInfo()->getMaxPhraseLengthForUpdateWithSequence(), phrases);
-  if (phrases.hasRunOut()) result = -2;
-  if (outputs.numberOfProcessedVectors != nullptr) {
-    *outputs.numberOfProcessedVectors = clampToInt(update.getNumberOfProcessedVectors());
-  }
-  if (outputs.numberOfOverwrites != nullptr) *outputs.numberOfOverwrites = update.getNumberOfOverwrites();
-  if (result != -2) phrases.handOver(outputs.values, outputs.lengths, outputs.indexVectors);
-  return result;
+  return learnPreProcessed(matrix, preProcessed.get(), numberOfItems, outputs, symbolMarkers);
 }
 
 /// Interleaves two arrays into one sequence of pairs and learns it.

@@ -5,10 +5,10 @@
 
 namespace zmatrix {
 
-inline int getLoadReport(const ZQMatrixBase* matrix, zqLoadReport* report) {
-  const zqLoadReport& found = matrix->getLoadReport();
+inline int getLoadReport(const ZQMatrixBase* matrix, zq_loadReport* report) {
+  const zq_loadReport& found = matrix->getLoadReport();
   if (report != nullptr) *report = found;
-  return found.state == zqLoadWhole ? 1 : found.state == zqLoadRepaired ? 0 : -1;
+  return found.state == zq_loadWhole ? 1 : found.state == zq_loadRepaired ? 0 : -1;
 }
 
 }  // namespace zmatrix

@@ -129,7 +129,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   /// Takes over a file of this tier or a lower one: 1. -1 with a message: no matrix file, a higher tier's, or no memory for it.
   int readAndInitMatrixFromDisk(const char* path, int debugLevel);
   /// What the last load has found; its state says if there was one.
-  const zqLoadReport& getLoadReport() const { return loadReport; }
+  const zq_loadReport& getLoadReport() const { return loadReport; }
 
   // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
@@ -208,7 +208,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   ZQMatrixBaseElement*** matrixDataEntryArray = nullptr;
   int currentMatrixID = 0;
   int debugLevel = 0;
-  zqLoadReport loadReport{};
+  zq_loadReport loadReport{};
 
   int numberOfSlots = 0;  // of matrixData; the header's matrixBlockSize while there is a block
   unsigned releasedRecords = 0;

@@ -273,7 +273,7 @@ struct ZQMatrixFileLoad {
     }
     int total = 0;
     for (int id = 0; id < header.getNumberOfMatrices(); ++id) zmatrix::addTo(total, infoOf(id)->getNumberOfMatrixElements());
-    zqLoadReport& report = matrix.loadReport;
+    zq_loadReport& report = matrix.loadReport;
     report.elementsCounted = total;
     report.elementsRead = elements.count;
     report.isCutShort = position < stackOfFile;
@@ -315,13 +315,13 @@ struct ZQMatrixFileLoad {
 
   // The header may count sub-matrices that have no record, which is no fault where the elements are all there.
   void completeReport() {
-    zqLoadReport& report = matrix.loadReport;
+    zq_loadReport& report = matrix.loadReport;
     const bool isComplete = report.elementsRead == report.elementsCounted && recordsIllegal == 0;
     report.elementsDropped += elements.numberOutside;
     report.recordsCounted = header.getNumberOfMatrices();
     report.recordsMissing = recordsIllegal + (isComplete ? 0 : recordsAbsent);
     const bool isWhole = isComplete && report.isCutShort == 0 && report.elementsDropped == 0 && report.hasNewLinks == 0;
-    report.state = isWhole ? zqLoadWhole : zqLoadRepaired;
+    report.state = isWhole ? zq_loadWhole : zq_loadRepaired;
   }
 
   void makeRecordEmpty(int id) {

@@ -180,7 +180,33 @@ static void versionOfTheLibrary(void) {
   CHECK(major == ZMATRIX_VERSION_MAJOR && minor == ZMATRIX_VERSION_MINOR && patch == ZMATRIX_VERSION_PATCH);
 }
 
+static int lastLevel = -1;
+
+static void onMessage(int level, const char* text, void* userData) {
+  lastLevel = level;
+  snprintf((char*)userData, 100, "%s", text);
+}
+
+static void messagesOfTheLibrary(void) {
+  char heard[100] = "";
+  ZQMatrixMedium* matrix = createAndInitMatrixMediumWithDebugParameters(0, 0, "");
+  s_removeLongElements_Medium(matrix, 1);
+  CHECK(heard[0] == '\0' && strcmp(zq_lastMessage(), "removeLongElements: matrix is empty!\n") == 0);
+  zq_setMessageFunction(onMessage, heard);
+  CHECK(s_clearMatrixForID_Medium(matrix, 9) == -1);
+  CHECK(lastLevel == 0 && heard[0] != '\0' && strcmp(heard, zq_lastMessage()) == 0);
+  s_setMatrixDebugOn_Medium(matrix, 1);
+  s_removeLongElements_Medium(matrix, 1);
+  CHECK(strcmp(heard, "removeLongElements: matrix is empty!\n") == 0);
+  zq_setMessageFunction(NULL, NULL);
+  heard[0] = '\0';
+  s_removeLongElements_Medium(matrix, 1);
+  CHECK(heard[0] == '\0');
+  deleteMatrixMedium(matrix);
+}
+
 int main(void) {
+  messagesOfTheLibrary();
   versionOfTheLibrary();
   storeOfTheBaseTier();
   sequencesOfTheMediumTier();

@@ -94,6 +94,21 @@ class Runs {
     }
   }
 
+  /// The history of the file that the matrix was loaded from goes along into the next one.
+  void expectHistory(Matrix* matrix) {
+    if (!learns) return;
+    const std::string other = folder.path() + "/other.zmatrix";
+    Calls::setCurrent(matrix, 1);
+    ASSERT_EQ(Calls::save(matrix, other.c_str()), 1);
+    Matrix* loaded = Calls::createFromFile(other.c_str(), -1);
+    ASSERT_NE(loaded, nullptr);
+    int count = 0;
+    Calls::history(loaded, &count);
+    EXPECT_EQ(count, 1);
+    Calls::destroy(loaded);
+    std::filesystem::remove(other);
+  }
+
   /// All that a matrix is for, once memory is there again.
   void expectWorks(Matrix* matrix) {
     const int vector[] = {3, -4, 5};
@@ -236,6 +251,7 @@ TYPED_TEST(FailingMemoryTest, saveAndLoad) {
       EXPECT_TRUE(matrix != nullptr || anAllocationHasFailed());
       if (matrix != nullptr) {
         EXPECT_EQ(C::loadReport(matrix, nullptr), 1) << "a lack of memory is no damage of the file";
+        this->runs.expectHistory(matrix);
         this->runs.expectWorks(matrix);
         C::destroy(matrix);
       }
