@@ -62,6 +62,7 @@ struct ZQMatrixFileLoad {
     int result = 1;
     if (matrix.makeEmptyBlock(header.getMatrixBlockSize())) {
       elements.read(infoType, stackOfFile);
+      matrix.loadReport.isCutShort = file.isAtEnd();  // the read behind the end counts as an element
       if constexpr (hasHistory) {
         if (!keepHistory()) result = -1;
         upgradeRecords();
@@ -276,7 +277,7 @@ struct ZQMatrixFileLoad {
     zq_loadReport& report = matrix.loadReport;
     report.elementsCounted = total;
     report.elementsRead = elements.count;
-    report.isCutShort = position < stackOfFile;
+    report.isCutShort |= position < stackOfFile;
     if (elements.count != total) {
       dbPrintf(0, Tier::fileTexts.countsDiffer, elements.count, total);
     } else {
