@@ -297,6 +297,11 @@ TYPED_TEST(FailingMemoryOfLearningTest, learn) {
       s_Free(s_createPreviousLevelElementsFromOriginalSymbol(matrix, 257, &length));
       return result == 1 && length > 0 ? std::string("words") : std::string();
     });
+    this->runs.failEach("words alone", [](auto* matrix) {
+      s_setMatrixAILevel(matrix, 1);
+      const int result = zq_updateMatrixWithWordsOfLongANSISequence(matrix, nextText.data(), static_cast<int>(nextText.size()));
+      return numbered(result, zq_refreshSymbolLinks(matrix));
+    });
   }
 }
 
