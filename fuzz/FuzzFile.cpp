@@ -1,5 +1,5 @@
 // Loads arbitrary bytes as a matrix file, into a matrix of each tier, and uses what has loaded: see UseMatrix.h. The corpus
-// begins well with the files of tests/data/matrices.
+// begins well with the files that make_seeds writes, and those of tests/data/matrices.
 #include <unistd.h>
 
 #include <cstddef>

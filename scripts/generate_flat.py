@@ -9,7 +9,7 @@ The list lies in src/frame/flat/list, one file per subsystem. A line that begins
     # comment
     == Subject                               a heading in the header
     include CAPABILITY FILE                  a header that the forwarders of this list file need
-    KIND CAPABILITY RESULT NAME (ARGUMENTS) [= METHOD]
+    KIND CAPABILITY RESULT NAME (ARGUMENTS) [= METHOD] [else VALUE]
 
 and is followed, for a row, by its documentation, indented by four. KIND says which functions the row stands for:
 
@@ -21,6 +21,7 @@ and is followed, for a row, by its documentation, indented by four. KIND says wh
     own               the same, but written by hand
 
 METHOD is what is called if it isn't NAME: a name, or a whole call. @Info and @Element in a result are those of the tier.
+VALUE is the result where memory runs out in a way that the method itself doesn't tell: 0, null or nothing if none is given.
 A row whose capability isn't in the file `landed` is listed for the completeness test, but nothing is written for it.
 
 The extension functions zq_NAME of zmatrix/zq.h have lists of their own in list/extensions, in the same form, for their functions
@@ -76,7 +77,10 @@ class Function:
 
     def body(self):
         value = f'static_cast<{self.result}>({self.call})' if '@' in self.row.result else self.call
-        return f'{{ {"" if self.result == "void" else "return "}{value}; }}'
+        if self.result == 'void':
+            return f'noexcept {{ guarded([&] {{ {value}; }}); }}'
+        failure = f', {self.row.failure}' if self.row.failure else ''
+        return f'noexcept {{ return guarded<{self.result}>([&] {{ return {value}; }}{failure}); }}'
 
 
 class Row:
@@ -84,13 +88,13 @@ class Row:
 
     MOST_DOCUMENTATION = 6
 
-    PATTERN = re.compile(r'(\S+)\s+(\S+)\s+(\S.*?)\s+(\w+) \((.*?)\)(?:\s*=\s*(.+))?$')
+    PATTERN = re.compile(r'(\S+)\s+(\S+)\s+(\S.*?)\s+(\w+) \((.*?)\)(?:\s*=\s*(.+?))?(?:\s+else\s+(\S+))?$')
 
     def __init__(self, line, subject, where):
         match = self.PATTERN.match(line)
         if not match:
             sys.exit(f'{where}: no row: {line}')
-        kind, self.capability, self.result, self.name, arguments, self.method = match.groups()
+        kind, self.capability, self.result, self.name, arguments, self.method, self.failure = match.groups()
         self.kind, _, self.object = kind.partition(':')
         self.arguments = [argument.strip() for argument in arguments.split(',')] if arguments else []
         self.documentation, self.subject, self.where = [], subject, where
@@ -344,7 +348,7 @@ FORWARDERS_END = '\n}  // extern "C"\n#pragma GCC visibility pop\n'
 def tier_forwarders(flat, tier):
     names = TIERS[tier]
     text = FORWARDERS.format(generated=GENERATED, about=f"The {names['name']} tier's functions of the boundary, a line each.",
-                             includes=f"#include \"{names['header']}\"\n")
+                             includes=f"#include \"frame/flat/ZQGuarded.h\"\n#include \"{names['header']}\"\n")
     for function in flat.landed_functions():
         if function.tier == tier:
             text += f'{function.prototype(empty="")} {function.body()}\n'
@@ -352,7 +356,8 @@ def tier_forwarders(flat, tier):
 
 
 def object_forwarders(flat):
-    includes = sorted({path for capability, path in flat.includes if capability in flat.landed} | {'symbols/ZQMatrix.h'})
+    includes = {path for capability, path in flat.includes if capability in flat.landed}
+    includes = sorted(includes | {'frame/flat/ZQGuarded.h', 'symbols/ZQMatrix.h'})
     text = FORWARDERS.format(generated=GENERATED,
                              about='The functions of the boundary on other objects and on none, a line each.',
                              includes=''.join(f'#include "{path}"\n' for path in includes))
@@ -364,7 +369,7 @@ def object_forwarders(flat):
         if function.tier is not None or function.row.by_hand():
             continue
         if function.row.kind == '-' and function.row.method == function.name:
-            text += f'{function.prototype("exported_" + function.name, "")} EXPORTED_AS("{function.name}");\n'
+            text += f'{function.prototype("exported_" + function.name, "")} noexcept EXPORTED_AS("{function.name}");\n'
             text += f'{function.prototype("exported_" + function.name, "")} {function.body()}\n'
         else:
             text += f'{function.prototype(empty="")} {function.body()}\n'
@@ -372,7 +377,7 @@ def object_forwarders(flat):
 
 
 def extension_forwarders(flat):
-    includes = sorted({path for _, path in flat.extension_includes})
+    includes = sorted({path for _, path in flat.extension_includes} | {'frame/flat/ZQGuarded.h'})
     text = FORWARDERS.format(generated=GENERATED, about='The extension functions, a line each.',
                              includes=''.join(f'#include "{path}"\n' for path in includes))
     text += ''.join(f'{function.prototype(empty="")} {function.body()}\n' for function in flat.extensions)
@@ -401,8 +406,8 @@ def layout(_):
 
 def facade(flat):
     text = f'// {GENERATED}\n' + '''// BBMatrix: the full tier behind plain methods, for bindings that take a C++ class. A host makes a matrix with createMatrixBB or
-// one of its like, puts the pointer into `matrix`, and deletes it with deleteMatrixBB. Each method is the function of its name,
-// s_ in front, of zmatrix/zmatrix.h, where it is described; the few that do more say so here.
+// one of its like, makes a BBMatrix of the pointer, and deletes the matrix with deleteMatrixBB. Each method is the function of its
+// name, s_ in front, of zmatrix/zmatrix.h, where it is described; the few that do more say so here.
 #pragma once
 
 #include <zmatrix/zmatrix.h>
@@ -411,8 +416,12 @@ def facade(flat):
 
 class BBMatrix {
  public:
-  void* reserved;    ///< a word for the binding; no method reads it
-  ZQMatrix* matrix;  ///< what each method works on
+  void* reserved = nullptr;    ///< a word for the binding; no method reads it
+  ZQMatrix* matrix = nullptr;  ///< what each method works on; not owned
+
+  BBMatrix() = default;
+  explicit BBMatrix(ZQMatrix* matrixToHold) : matrix(matrixToHold) {}
+  BBMatrix(void* word, ZQMatrix* matrixToHold) : reserved(word), matrix(matrixToHold) {}
 
 '''
     for function, statements in flat.facade:
@@ -434,7 +443,10 @@ class BBMatrix {
 def export_map(flat):
     names = sorted(function.name for function in flat.exported_functions())
     names = ''.join(f'    {name};\n' for name in names)
-    return f'# {GENERATED}\n# What the shared library shows.\n{{\n  global:\n{names}  local:\n    *;\n}};\n'
+    version = (ROOT / 'include/zmatrix/version.h').read_text()
+    major, minor = (re.search(rf'ZMATRIX_VERSION_{part} (\d+)', version).group(1) for part in ('MAJOR', 'MINOR'))
+    return (f'# {GENERATED}\n# What the shared library shows. The names carry the version that its file name carries.\n'
+            f'ZMATRIX_{major}.{minor} {{\n  global:\n{names}  local:\n    *;\n}};\n')
 
 
 def listed_names(flat):

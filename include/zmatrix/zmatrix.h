@@ -23,13 +23,17 @@
 //
 // Results. A null pointer, 0 or a small negative number says that something was refused or failed; a line through the message
 // channel says why (s_setMatrixDebugOutputDevice, s_setMatrixDebugOn). Levels: 0 errors and warnings, 1 notes, 2 to 9 detail.
-// When memory runs out while the block of a matrix grows, the matrix has lost its block and can only be deleted.
+// When memory runs out while the block of a matrix grows, the matrix has lost its block and can only be deleted. When it runs out
+// anywhere else, the function says that it has failed and what stood before stands. No exception leaves a function.
 //
 // Threads. There are no locks: all matrices of a process are used from one thread at a time. Messages, the progress callback and
 // the search for free slots are the process's. Deleting any matrix closes the debug file for all.
 //
-// Names are spelled as they are for good, odd ones included. All names that begin with s_, ZQ, zq or MIDIFILE belong to this
-// library.
+// Names are spelled as they are for good, odd ones included. All names that begin with s_, ZQ, zq, MIDIFILE or printJava belong to
+// this library, and so do createAndInitMatrix..., createMatrix...BB, createZQ..., deleteMatrix..., deleteZQ...,
+// performMatrixConsistencyTestBB, getExpectedMatrixMemory, sGetNumberOriginalItemsToRestoreFromPreprocessed,
+// setMatrixProgressDisplayFunction with and without BB, getGMProgramChangeIDFromSoundID, getSoundIDFromGMProgramChange and
+// getDecayFactorAndTonalityFromGMProgramChange.
 #ifndef ZMATRIX_ZMATRIX_H
 #define ZMATRIX_ZMATRIX_H
 
@@ -523,8 +527,9 @@ int s_getMaxNumberOfMatrices(ZQMatrix* matrix);
 int s_getMaxNumberOfMatrices_Medium(ZQMatrixMedium* matrix);
 int s_getMaxNumberOfMatrices_Base(ZQMatrixBase* matrix);
 
-/// Reserves more sub-matrices. A value that isn't above the present one changes nothing.
-/// On a matrix that holds anything it prints at level 0 and changes nothing but the current ID.
+/// Reserves more sub-matrices, at most 65536 and as many as the block has slots; another value changes nothing.
+/// The sub-matrices in use must be empty: else it prints at level 0 and reserves none. It looks at those below
+/// `s_getNumberOfMatrices` alone, and the last of them is the current one afterwards, in either case.
 void s_setMaxNumberOfMatrices(ZQMatrix* matrix, int maxNumberOfMatrices);
 void s_setMaxNumberOfMatrices_Medium(ZQMatrixMedium* matrix, int maxNumberOfMatrices);
 void s_setMaxNumberOfMatrices_Base(ZQMatrixBase* matrix, int maxNumberOfMatrices);
@@ -2744,7 +2749,7 @@ int** s_createPreviousLevelObjexsFromOriginalSymbol(ZQMatrix* matrix, int symbol
 
 /// Learns a text file of single bytes: finds or takes the sub-matrix of its language, sets it up by the basic level's
 /// block and cuts the text into sentences if that says so.
-/// `length` gets the bytes read. The current ID stays. Reports progress for each sentence.
+/// `length` gets the bytes read, 0 for a file that can't be. The current ID stays. Reports progress for each sentence.
 /// Result: 0 if the file can't be opened or no sub-matrix is free, else the result of
 /// `s_updateMatrixWithLongANSISequence`.
 int s_updateMatrixWithANSIFile(ZQMatrix* matrix, const char* fileName, int* length);

@@ -23,6 +23,16 @@ extern "C" {
 #pragma GCC visibility push(default)
 #endif
 
+// ---- Files --------------------------------------------------------------------------------------------------------------------
+
+/// What the creation of a matrix from a file has found in the file. A damaged file loads as far as it can be made sense of; a
+/// host that would go on with what is left, or save it over the file, asks here first.
+/// `report`: filled in any case; null is allowed.
+/// Result: 1 for a whole file, 0 for one that had to be repaired, -1 if nothing was loaded or the file was refused.
+int zq_getLoadReport(ZQMatrix* matrix, zq_loadReport* report);
+int zq_getLoadReport_Medium(ZQMatrixMedium* matrix, zq_loadReport* report);
+int zq_getLoadReport_Base(ZQMatrixBase* matrix, zq_loadReport* report);
+
 // ---- Library ------------------------------------------------------------------------------------------------------------------
 
 /// The version of the library that runs, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like tell the version of

@@ -203,4 +203,23 @@ typedef struct lQuaternionTag {
   long long k;  ///< of "^"
 } lQuaternionTag;
 
+/// What became of the last attempt to load a file into a matrix.
+typedef enum zq_loadState {
+  zq_loadNone = 0,      ///< nothing was loaded, or the file was refused
+  zq_loadWhole = 1,     ///< all that the file counts is there, and its links answer each other
+  zq_loadRepaired = 2,  ///< something was missing or damaged; the matrix holds what was left of it
+} zq_loadState;
+
+/// What a load has found. Counts and links show damage; a changed number that neither depends on doesn't show.
+typedef struct zq_loadReport {
+  int state;            ///< a zq_loadState
+  int recordsCounted;   ///< sub-matrices that the header counts
+  int recordsMissing;   ///< of these, the ones whose record was illegal or lacking, so that what they held is lost
+  int isCutShort;       ///< 1 if the file ended before its last slot, else 0
+  int elementsCounted;  ///< elements that the records count
+  int elementsRead;     ///< elements that the file had, roots aside
+  int elementsDropped;  ///< elements that no root leads to or that lie outside the block, which were left out
+  int hasNewLinks;      ///< 1 if links didn't answer each other and were made anew, else 0
+} zq_loadReport;
+
 #endif

@@ -142,6 +142,7 @@ int updateMatrixWithANSIFileIn(Matrix* matrix, const char* fileName, int* length
   const TextOfFile text = textOfFile(fileName, maxLength);
   if (!text.isReadable) {
     dbPrintf(0, "updateMatrixWithANSI: cannot open %s...\n", fileName != nullptr ? fileName : "");
+    if (length != nullptr) *length = 0;
     return 0;
   }
   if (length != nullptr) *length = text.length;

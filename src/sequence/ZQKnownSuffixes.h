@@ -4,9 +4,10 @@
 #pragma once
 
 #include <cstring>
-#include <vector>
+#include <span>
 
 #include "store/ZQMatrixBase.h"
+#include "store/ZQPodList.h"
 
 namespace zmatrix {
 
@@ -22,7 +23,7 @@ class ZQKnownSuffixes {
     return root == matrix.getCurrentMatrixID() && releasedRecords == matrix.getReleasedRecords() &&
            coordinateDimension == matrix.getMatrixInfo()->getCoordinateDimension() &&
            static_cast<size_t>(length) == items.size() + static_cast<size_t>(coordinateDimension) &&
-           (items.empty() || memcmp(items.data(), sequence, items.size() * sizeof(int)) == 0);
+           (items.empty() || memcmp(items.begin(), sequence, items.size() * sizeof(int)) == 0);
   }
 
   /// Where the ending of so many items ends, or -1. No item at all ends at the root.
@@ -33,21 +34,27 @@ class ZQKnownSuffixes {
     return matrix.elementAt(place.position) == place.record ? place.position : -1;
   }
 
-  /// Takes over what a search has put into `found`, with the context that it ended at.
+  /// A new search begins.
+  void beginSearch() {
+    found.clear();
+    hasRoom = true;
+  }
+  /// Takes note of the next longer ending that was found. Without room for it nothing is remembered of this search.
+  void add(const ZQMatrixBase& matrix, int position) { hasRoom = hasRoom && found.add({position, matrix.elementAt(position)}); }
+  /// Keeps what the search has found, with the context that it ended at.
   void remember(const ZQMatrixBase& matrix, const int* context, int length) {
-    root = matrix.getCurrentMatrixID();
+    hasRoom = hasRoom && items.copyFrom(std::span<const int>(context, static_cast<size_t>(length)));
+    root = hasRoom ? matrix.getCurrentMatrixID() : -1;
     releasedRecords = matrix.getReleasedRecords();
     coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
-    items.assign(context, context + length);
     places.swap(found);
   }
 
-  /// Scratch of a search, kept for the next one.
-  std::vector<Place> found;
-
  private:
-  std::vector<int> items;
-  std::vector<Place> places;
+  ZQPodList<int> items;
+  ZQPodList<Place> places;
+  ZQPodList<Place> found;  // by the search that is under way
+  bool hasRoom = true;
   int root = -1;
   int coordinateDimension = 0;
   unsigned releasedRecords = 0;

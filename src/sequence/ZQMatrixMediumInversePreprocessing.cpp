@@ -130,17 +130,19 @@ bool canGoDown(const ZQMatrixSequenceIndexVector* preprocessedIndexVector) {
     complain("error from getOriginalZQIndexVectorFromPreprocessedIndexVector: preprocessedIndexVector = NULL!\n");
     return false;
   }
-  // An original has no record whose dimension could be asked for.
-  if (preprocessedIndexVector->getCurrentLevelOfPreprocOperations() < 0) {
-    complain(
-        "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because vector is "
-        "original!\n");
-    return false;
-  }
-  if (preprocessedIndexVector->getCoordDimensionAfterPreproc() < 1) {
+  const bool isOriginal = preprocessedIndexVector->getCurrentLevelOfPreprocOperations() < 0;
+  // The dimension comes first, but an original that has records can't be asked for it.
+  const bool hasRecords = preprocessedIndexVector->getLengthOfIndexVectorInfos() > 0;
+  if ((!isOriginal || !hasRecords) && preprocessedIndexVector->getCoordDimensionAfterPreproc() < 1) {
     complain(
         "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because coordDimension = "
         "0!\n");
+    return false;
+  }
+  if (isOriginal) {
+    complain(
+        "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because vector is "
+        "original!\n");
     return false;
   }
   return true;

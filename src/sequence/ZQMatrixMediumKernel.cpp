@@ -32,16 +32,17 @@ KnownSuffix longestKnownSuffix(ZQMatrixMedium& matrix, const int* sequence, int 
   const int maximalStack = matrix.getMatrixFileHeader()->getMaximalStack();
   zmatrix::ZQKnownSuffixes& last = matrix.getKnownSuffixes();
   const bool continuesLast = last.isContinuedBy(matrix, sequence, length);
-  last.found.clear();
+  last.beginSearch();
   KnownSuffix known;
   for (int suffixLength = coordinateDimension; suffixLength <= length; suffixLength += coordinateDimension) {
-    const int above = continuesLast ? last.positionOf(matrix, last.found.size()) : -1;
+    const int itemsAbove = suffixLength / coordinateDimension - 1;
+    const int above = continuesLast ? last.positionOf(matrix, static_cast<size_t>(itemsAbove)) : -1;
     const int handle = above >= 0 ? matrix.handleOneItemBelow(above, sequence + (length - coordinateDimension), suffixLength)
                                   : matrix.getMatrixHandleFromElementVector(sequence + (length - suffixLength), suffixLength);
     if (handle > maximalStack) dbPrintf(0, "initializeKernelSequence: error: handle > maxStackPtr!\n");
     if (handle < 0 || matrix.hasMatrixHandleSuccessors(handle) < 1) break;
     known = {suffixLength, handle};
-    last.found.push_back({handle, matrix.elementAt(handle)});
+    last.add(matrix, handle);
     if (suffixLength >= longestSearched) break;
   }
   last.remember(matrix, sequence + (length - known.length), known.length);

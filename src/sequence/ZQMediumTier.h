@@ -17,7 +17,7 @@ struct ZQMediumTier {
   static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::mediumFileTexts;
   static constexpr bool announcesMoreMatrices = true;
   static void reportOccupiedSlot(int position) { dbPrintf(0, fileTexts.slotIsOccupied, position); }
-  static void checkLoadedRecords(Matrix&) {}
+  static bool checkLoadedRecords(Matrix&) { return true; }
 
   struct WriteFlags {
     char startFlag = 0;  ///< not 0: the path begins a sequence
@@ -35,6 +35,7 @@ struct ZQMediumTier {
   /// Symbols are the full tier's.
   static void markPhrase(WriteFlags&, const int*, int) {}
   static int* deriveMarkers(Matrix&, const int*, int) { return nullptr; }
+  static bool derivesMarkers(const Matrix&) { return false; }
   static bool sparesSymbols(const Info&) { return false; }
   static bool carriesSymbol(const Element&) { return false; }
 

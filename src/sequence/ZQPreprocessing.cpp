@@ -1,6 +1,7 @@
 #include "sequence/ZQPreprocessing.h"
 
 #include <algorithm>
+#include <climits>
 #include <type_traits>
 
 #include "frame/ZQDebugChannel.h"
@@ -124,9 +125,9 @@ struct BarLines {
   }
 };
 
-/// A bar can be as short as one quantum, so that few items may pass billions of bar lines. More integers than this are not made
-/// of them, nor would they find room in a matrix.
-constexpr long long largestMidiResult = 1LL << 27;
+/// A bar can be as short as one quantum, so that few items may pass billions of bar lines. More markers than this, of which music
+/// of a day and a night has none too many, are not made of them.
+constexpr long long mostBarMarkers = 1000000;
 
 /// One of the three types of MIDI items, by the number of its coordinates.
 template <int coordinates>
@@ -144,11 +145,11 @@ struct MidiPreprocessing {
     item[1] = static_cast<int>(original[1] % barLength);
   }
 
-  static long long lengthOfResult(std::span<const int> original, size_t numberOfItems, const BarLines& bars) {
-    long long items = numberOfItems > 0 ? static_cast<long long>(numberOfItems) - 1 : 0;
+  static long long numberOfMarkers(std::span<const int> original, size_t numberOfItems, const BarLines& bars) {
+    long long markers = 0;
     for (size_t i = 1; i < numberOfItems; i++)
-      items += bars.markersBetween(original[(i - 1) * coordinates + 1], original[i * coordinates + 1]);
-    return items * coordinates;
+      markers += bars.markersBetween(original[(i - 1) * coordinates + 1], original[i * coordinates + 1]);
+    return markers;
   }
 
   static int* run(const PreprocessingSettings& settings, std::span<const int> original, int* resultLength) {
@@ -156,8 +157,14 @@ struct MidiPreprocessing {
     const BarLines bars{barLengthInQuanta(
         settings, "getPreprocessed Sequence: illegal values for timeSignature, assuming 4/4 time signature...\n")};
     const size_t numberOfItems = original.size() / coordinates;
-    const long long length = lengthOfResult(original, numberOfItems, bars);
-    if (length > std::max(largestMidiResult, static_cast<long long>(original.size()))) return nullptr;
+    const long long markers = numberOfMarkers(original, numberOfItems, bars);
+    const long long items = numberOfItems > 0 ? static_cast<long long>(numberOfItems) - 1 : 0;
+    const long long length = (items + markers) * coordinates;
+    if (markers > mostBarMarkers || length > INT_MAX) {
+      dbPrintf(0, "error from getPreprocessed Sequence: %lld bar markers for %lld items, at most %lld are made\n", markers, items,
+               mostBarMarkers);
+      return nullptr;
+    }
     auto* result = systemMallocArray<int>(length);
     if (result == nullptr) return nullptr;
 
@@ -191,6 +198,16 @@ long long barLengthInQuanta(const PreprocessingSettings& settings, const char* i
   }
   dbPrintf(0, "%s", illegalTimeSignatureMessage);
   return quantaPerWholeNote;
+}
+
+bool givesSequence(const PreprocessingSettings& settings, long long length) {
+  const int type = settings.preProcessingType;
+  if (length < 1 || type < 0) return false;
+  if (type <= ZQPreProcessingTypeHighestDifference) {
+    return settings.coordinateDimension >= 1 && length > static_cast<long long>(settings.coordinateDimension) * type;
+  }
+  if (type == ZQPreProcessingTypeANSIText || type == ZQPreProcessingTypeSecondText) return true;
+  return coordinatesOfMidiType(type) != 0 && coordinatesOfMidiType(type) == settings.coordinateDimension;
 }
 
 int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength) {

@@ -45,6 +45,9 @@ constexpr int wrappedSum(int a, int b) {
 /// The length of a bar, always above 0. A time signature that gives none prints the message at level 0 and counts as 4/4.
 long long barLengthInQuanta(const PreprocessingSettings& settings, const char* illegalTimeSignatureMessage);
 
+/// True if a sequence of so many integers gives a result, though it may be empty: then only a lack of room is a reason for null.
+bool givesSequence(const PreprocessingSettings& settings, long long length);
+
 /// Preprocesses a sequence. Null, with the result length 0, for an empty sequence, a type without work, a sequence too short for
 /// its difference, or exhausted memory.
 int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength);

@@ -152,7 +152,7 @@ struct ZQRulePruning {
            matrix.getMatrixInfo()->getCurrentDimension() <= 0;
   }
 
-  static int topPosition(Matrix& matrix) { return std::min(matrix.getMaximalStack(), matrix.getMatrixBlockSize() - 1); }
+  static int topPosition(Matrix& matrix) { return std::min(matrix.getMaximalStack(), matrix.getNumberOfSlots() - 1); }
 
   static void setProgressText(const char* text) {
     snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "%s", text);
@@ -170,8 +170,8 @@ struct ZQRulePruning {
     const int offset = element->getOffsetToElementInPrevDimension();
     position += offset;
     if (position < 0) dbPrintf(0, "%s%d\n", leftText, static_cast<int>(position));
-    if (position >= matrix.getMatrixBlockSize()) dbPrintf(0, "%s%d\n", rightText, static_cast<int>(position));
-    return offset != 0 && position >= 0 && position < matrix.getMatrixBlockSize();
+    if (position >= matrix.getNumberOfSlots()) dbPrintf(0, "%s%d\n", rightText, static_cast<int>(position));
+    return offset != 0 && position >= 0 && position < matrix.getNumberOfSlots();
   }
 
   /// The index vector of an element of the current sub-matrix; -1 for any other element.

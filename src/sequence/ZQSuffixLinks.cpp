@@ -1,7 +1,7 @@
 #include "sequence/ZQSuffixLinks.h"
 
 bool ZQSuffixLinks::build(const ZQMatrixMedium& matrix) {
-  const size_t numberOfSlots = static_cast<size_t>(matrix.getMatrixFileHeader()->getMatrixBlockSize());
+  const size_t numberOfSlots = static_cast<size_t>(matrix.getNumberOfSlots());
   root = matrix.getCurrentMatrixID();
   coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
   depths.clear();

@@ -6,6 +6,7 @@
 
 #include "frame/ZQMemory.h"
 #include "frame/ZQSystemOwned.h"
+#include "sequence/ZQPreprocessing.h"
 #include "sequence/ZQSequenceUpdate.h"
 
 namespace zmatrix {
@@ -49,6 +50,7 @@ int learnPreProcessed(Matrix& matrix, const int* preProcessed, int numberOfItems
 
   const SystemOwned<int> derived(
       symbolMarkers == nullptr ? Tier::deriveMarkers(matrix, preProcessed, numberOfItems * coordinateDimension) : nullptr);
+  if (derived == nullptr && symbolMarkers == nullptr && numberOfItems > 0 && Tier::derivesMarkers(matrix)) return -2;
   ZQLearnedPhrases phrases(outputs.wantPhrases());
   ZQSequenceUpdate<Tier> update(matrix, preProcessed, numberOfItems * coordinateDimension, coordinateDimension,
                                 symbolMarkers != nullptr ? symbolMarkers : derived.get());
@@ -78,7 +80,13 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
   if (coordinateDimension < 1) return 0;
   int numberOfIntegers = 0;
   const SystemOwned<int> preProcessed(matrix.getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfIntegers));
-  if (preProcessed == nullptr) numberOfIntegers = 0;
+  if (preProcessed == nullptr) {
+    numberOfIntegers = 0;
+    if (givesSequence({preProcessingType, coordinateDimension}, length)) {
+      learnPreProcessed(matrix, nullptr, 0, {}, nullptr);  // counts the root, as every failure behind the settings does
+      return -2;
+    }
+  }
   const int numberOfItems = numberOfIntegers / coordinateDimension;
   if (matrixType == ZQMatrixTypeANSIText && Matrix::shows(5)) showPreProcessedText(preProcessed.get(), numberOfIntegers);
 

@@ -61,7 +61,7 @@ void ZQFileWriter::patch(long long position, int value) {
 }
 
 ZQFileReader::ZQFileReader(FILE* aFile) : file(aFile), buffer(new (std::nothrow) char[bufferSize]) {
-  if (buffer == nullptr) return;  // reads as an empty file
+  if (!hasRoom(buffer != nullptr)) return;  // reads as an empty file
   const off_t start = ftello(file);
   if (start < 0 || fseeko(file, 0, SEEK_END) != 0) return;
   fileSize = ftello(file);
@@ -137,6 +137,14 @@ FILE* openRegularFile(const char* path) {
   FILE* file = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) ? fdopen(descriptor, "rb") : nullptr;
   if (file == nullptr) close(descriptor);
   return file;
+}
+
+FILE* newTemporaryFile(long long) {
+  return tmpfile();
+}
+
+FILE* newFileInMemory(long long size) {
+  return fmemopen(nullptr, static_cast<size_t>(size) + 1, "w+b");  // and a zero byte behind
 }
 
 bool copyRest(FILE* from, ZQFileWriter& to) {

@@ -112,6 +112,12 @@ class ZQFileReader {
   bool isAtEnd() const { return hasEnded; }
   /// Grants memory for what the file describes, in all a multiple of the file's size. False: the file asks for too much.
   bool grants(long long bytes);
+  /// Hands on whether room for what the file describes could be had, and remembers if it couldn't: then not the file is to blame.
+  bool hasRoom(bool isAllocated) {
+    isOutOfMemory = isOutOfMemory || !isAllocated;
+    return isAllocated;
+  }
+  bool hasRunOutOfMemory() const { return isOutOfMemory; }
 
  private:
   bool refill(size_t size);
@@ -125,10 +131,16 @@ class ZQFileReader {
   long long fileSize = 0;
   long long bytesGranted = 0;
   bool hasEnded = false;
+  bool isOutOfMemory = false;
 };
 
 /// Opens a regular file for reading; null for anything else, so that nothing waits for a pipe.
 FILE* openRegularFile(const char* path);
+
+/// A file of nobody else's, for as long as it is open; null if there can't be one. The size is a hint.
+FILE* newTemporaryFile(long long size);
+/// The same in memory, for so many bytes.
+FILE* newFileInMemory(long long size);
 
 /// Appends what `from` holds from where it stands to its end. False if something could not be read or written.
 bool copyRest(FILE* from, ZQFileWriter& to);

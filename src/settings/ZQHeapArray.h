@@ -23,12 +23,13 @@ class HeapArray {
   T& operator[](int index) { return values[index]; }
   const T& operator[](int index) const { return values[index]; }
 
-  /// Keeps the entries that fit; new ones get `fill`. False, and nothing changed, if there is no room.
+  /// Keeps the entries that fit; new ones get `fill`. False, and nothing changed, if there is no room. Making it smaller never
+  /// fails.
   bool resize(long long newSize, T fill) {
     if (newSize < 0 || newSize > INT_MAX) return false;
     T* newValues = static_cast<T*>(systemRealloc(values, static_cast<size_t>(newSize > 0 ? newSize : 1) * sizeof(T)));
-    if (newValues == nullptr) return false;
-    values = newValues;
+    if (newValues == nullptr && (values == nullptr || newSize > numberOfValues)) return false;
+    if (newValues != nullptr) values = newValues;
     const int oldSize = numberOfValues;
     numberOfValues = static_cast<int>(newSize);
     fillFrom(oldSize, fill);

@@ -198,13 +198,18 @@ int ZQMatrixBaseInfo::enterMatrixDimension(int dimIndex) {
 bool ZQMatrixBaseInfo::growDimensionArrays(int capacity) {
   const int beyond = zmatrix::successorOf(maximalMatrixIndex);
   const bool hasRoom = minimalIndices.resize(capacity, beyond) && maximalIndices.resize(capacity, zmatrix::negativeOf(beyond)) &&
-                       matrixPtr.resize(capacity + 1LL, 0);
+                       (capacity <= getRoomOfMatrixPtr() || matrixPtr.resize(capacity + 1LL, 0));
   if (!hasRoom) return false;
   minimalIndices.fillFrom(currentDimension, beyond);
   maximalIndices.fillFrom(currentDimension, zmatrix::negativeOf(beyond));
   matrixPtr.fillFrom(currentDimension, 0);
   internalCurrentDimension = capacity;
   return true;
+}
+
+bool ZQMatrixBaseInfo::growMatrixPtr(int numberOfSteps) {
+  const long long grown = std::max<long long>(zmatrix::grownCapacity(numberOfSteps), numberOfSteps);
+  return matrixPtr.resize(grown + 1, 0);
 }
 
 int* ZQMatrixBaseInfo::provideTemporaryMemory(int length) {

@@ -154,10 +154,15 @@ class ZQMatrixBaseInfo {
   int* getMaximalIndicesInDimension(int* numberOfDimensions) {
     return dimensionArray(maximalIndices, numberOfDimensions);
   }
-  /// Positions of the last walk: room for internalCurrentDimension + 1 of them.
+  /// Positions of the last walk: room for the root and getRoomOfMatrixPtr() steps below it.
   int* getMatrixPtr() {
     return matrixPtr.data();
   }
+  int getRoomOfMatrixPtr() const {
+    return matrixPtr.size() - 1;
+  }
+  /// Makes room for a walk of at least this many steps. False, and nothing changed, if memory has run out.
+  bool growMatrixPtr(int numberOfSteps);
   /// One item read out of the matrix; the next read overwrites it.
   int* getTemporaryMemory() {
     return temporaryMemory.data();

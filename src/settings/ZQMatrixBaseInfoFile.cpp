@@ -43,7 +43,9 @@ template void ZQMatrixBaseInfo::describeBasePart(zmatrix::ZQFieldReader&);
 template <class Fields>
 void ZQMatrixBaseInfo::describeCoordinateSizes(Fields& fields) {
   if constexpr (Fields::reads) {
-    if (!fields.isSound() || !sizeOfCoordinateDimensions.assign(coordinateDimension, defaultCoordinateSize)) return;
+    if (!fields.isSound()) return;
+    fields.require(fields.file.hasRoom(sizeOfCoordinateDimensions.assign(coordinateDimension, defaultCoordinateSize)));
+    if (!fields.isSound()) return;
   }
   for (int k = 0; k < coordinateDimension; ++k) {
     int size = k < sizeOfCoordinateDimensions.size() ? sizeOfCoordinateDimensions[k] : defaultCoordinateSize;
@@ -75,9 +77,9 @@ bool ZQMatrixBaseInfo::makeDimensionArrays(zmatrix::ZQFileReader& file) {
   if (internalLengthOfTemporaryMemory < 0 || !file.grants(bytesOfTemporaryMemory)) {
     internalLengthOfTemporaryMemory = smallestTemporaryMemory;
   }
-  return minimalIndices.assign(internalCurrentDimension, 0) && maximalIndices.assign(internalCurrentDimension, 0) &&
-         matrixPtr.assign(internalCurrentDimension + 1LL, 0) &&
-         temporaryMemory.assign(std::max(internalLengthOfTemporaryMemory, smallestTemporaryMemory), 0);
+  return file.hasRoom(minimalIndices.assign(internalCurrentDimension, 0) && maximalIndices.assign(internalCurrentDimension, 0) &&
+                      matrixPtr.assign(internalCurrentDimension + 1LL, 0) &&
+                      temporaryMemory.assign(std::max(internalLengthOfTemporaryMemory, smallestTemporaryMemory), 0));
 }
 
 bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {

@@ -13,6 +13,9 @@
 
 namespace zmatrix {
 
+/// The farthest place of a history that the header can name: that of an int, unless a test lowers it.
+extern long long largestOffsetToUpdateInfos;
+
 constexpr int initialNumberOfMatrices = 4;
 constexpr int largestNumberOfMatrices = 65536;  ///< each takes some kilobytes before it holds anything
 constexpr int initialBlockSize = 64000;         ///< slots
@@ -76,6 +79,8 @@ class ZQMatrixFileHeader {
   void setMatrixAILevel(int level);
   int getOffsetToUpdateInfos() const { return offsetToUpdateInfos; }
   void setOffsetToUpdateInfos(int value) { offsetToUpdateInfos = value; }
+  /// Where the history of the file that was read begins, also where the offset, an int, can't say it; 0 if it has none.
+  void setPositionOfUpdateInfos(long long position) { positionOfUpdateInfos = position; }
   int getMatrixBlockSize() const { return matrixBlockSize; }
   void _setMatrixBlockSize(int value) { matrixBlockSize = value; }
   int getMatrixBlockSizeOld() const { return matrixBlockSizeOld; }
@@ -229,6 +234,7 @@ class ZQMatrixFileHeader {
   int numberOfMatrices = 0;
   int matrixAILevel = 0;  ///< highest symbol level in use
   int offsetToUpdateInfos = 0;
+  long long positionOfUpdateInfos = 0;  ///< not in the file
   int matrixBlockSize = 0;
   int matrixBlockSizeOld = 0;
   int maximalStack = 0;

@@ -1,5 +1,7 @@
 // The history of a matrix: the update records behind the elements of the file that it was read from. Their number is found by
 // going through them, since the one in the header counts otherwise.
+#include <climits>
+
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQFileStream.h"
 #include "settings/ZQMatrixFileHeader.h"
@@ -19,11 +21,14 @@ int ZQMatrixFileHeader::readUpdateInfo(ZQMatrixInfo& record, zmatrix::ZQFileRead
   return record.ZQMatrixBaseInfo::readUpdateInfo(file, 1);
 }
 
+long long zmatrix::largestOffsetToUpdateInfos = INT_MAX;
+
 void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
   int found = 0;
   if (count == nullptr) count = &found;
   *count = 0;
-  if (offsetToUpdateInfos == 0) {
+  const long long begin = offsetToUpdateInfos != 0 ? offsetToUpdateInfos : positionOfUpdateInfos;
+  if (offsetToUpdateInfos == 0 && positionOfUpdateInfos <= zmatrix::largestOffsetToUpdateInfos) {
     dbPrintf(1, "Info from readMatrixUpdateInfos: no updateInfos found\n");
     if (numberOfAppendedUpdates != 0) dbPrintf(1, "_numberOfAppendedUpdates: %d unexpected\n", numberOfAppendedUpdates);
     return;
@@ -39,7 +44,7 @@ void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
     return;
   }
   zmatrix::ZQFileReader file(stream);
-  file.seek(offsetToUpdateInfos);
+  file.seek(begin);
   *count = scanUpdateInfos(file);
   if (*count < 1) {
     numberOfAppendedUpdates = 0;
@@ -50,7 +55,7 @@ void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
       numberOfAppendedUpdates = *count;
     }
     zmatrix::ZQFileReader sameFile(stream);
-    sameFile.seek(offsetToUpdateInfos);
+    sameFile.seek(begin);
     loadUpdateInfos(sameFile, *count);
   }
   fclose(stream);

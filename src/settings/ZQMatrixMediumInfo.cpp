@@ -1,6 +1,7 @@
 #include "settings/ZQMatrixMediumInfo.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixFileHeader.h"
@@ -77,7 +78,13 @@ void ZQMatrixMediumInfo::addNameOfUpdateFile(const char* name) {
   if (name == nullptr) return;
   const size_t length = strlen(name);
   const int oldLength = std::max(namesOfUpdateFiles.size() - 1, 0);
+  // The name may be one of those that are kept here already, which are about to move.
+  const char* old = namesOfUpdateFiles.data();
+  const bool isKeptHere =
+      oldLength > 0 && std::less_equal<const char*>()(old, name) && std::less<const char*>()(name, old + oldLength + 1);
+  const ptrdiff_t place = isKeptHere ? name - old : 0;
   if (!namesOfUpdateFiles.resize(static_cast<long long>(length) + oldLength + 2, 0)) return;
+  if (isKeptHere) name = namesOfUpdateFiles.data() + place;
   char* end = namesOfUpdateFiles.data() + oldLength;
   memcpy(end, name, length);
   end[length] = '\n';

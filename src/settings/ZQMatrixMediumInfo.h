@@ -233,7 +233,8 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   bool makeMediumArrays(zmatrix::ZQFileReader& file);
   int enterMediumMatrixDimension(int dimIndex);
   int** kernelRows(zmatrix::RowTable& rows) {
-    return rows.numberOfRows() >= coordinateDimension || rows.grow(coordinateDimension, 256) ? rows.data() : nullptr;
+    const bool isThere = rows.numberOfRows() >= coordinateDimension && rows.rowLength() >= firstKernelLength;
+    return isThere || rows.grow(coordinateDimension, firstKernelLength) ? rows.data() : nullptr;
   }
   bool makeKernelRows(int dimension);
   bool writeDefaultItems(int numberOfItems);

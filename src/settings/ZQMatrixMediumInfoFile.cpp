@@ -60,7 +60,7 @@ void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::RowTable& rows,
       return;
     }
     const bool isComplete = numberOfValues * static_cast<long long>(sizeof(int)) <= fields.file.getBytesLeft();
-    fields.require(isComplete && rows.grow(coordinateDimension, length));
+    fields.require(isComplete && fields.file.hasRoom(rows.grow(coordinateDimension, length)));
     for (int k = 0; fields.isSound() && k < coordinateDimension; ++k) {
       for (int i = 0; i < length; ++i) fields.number(rows[k][i]);
     }
@@ -82,7 +82,8 @@ void ZQMatrixMediumInfo::describeNamesOfUpdateFiles(Fields& fields) {
   if (isThere != 1) return;
   fields.number(length);
   if constexpr (Fields::reads) {
-    fields.require(length >= 1 && length <= fields.file.getBytesLeft() && namesOfUpdateFiles.resize(length, 0));
+    fields.require(length >= 1 && length <= fields.file.getBytesLeft() &&
+                   fields.file.hasRoom(namesOfUpdateFiles.resize(length, 0)));
     if (!fields.isSound()) return;
   }
   fields.bytes(namesOfUpdateFiles.data(), static_cast<size_t>(length));
@@ -99,13 +100,14 @@ void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence
     fields.require(bytesOfSequence <= fields.file.getBytesLeft());
     if (fields.isSound() && withSequence != 1) fields.file.skip(bytesOfSequence);
     if (withSequence != 1) return;
-    fields.require(updateSequence.resize(bytesOfSequence, 0));
+    fields.require(fields.file.hasRoom(updateSequence.resize(bytesOfSequence, 0)));
     if (!fields.isSound()) return;
   }
   fields.bytes(updateSequence.data(), static_cast<size_t>(bytesOfSequence));
 }
 
-// Capacities that a file gives are kept as numbers and repaired as such; the rows are made as long as their sequences need.
+// Capacities that a file gives are kept as numbers and repaired as such. Of the kernels' rows there is only what their sequences
+// need: those of a record that holds no kernel are made when somebody asks for them.
 bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
   const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence);
   if (internalLengthOfKernelOriginalSequence < originalNeeded) {
@@ -119,12 +121,12 @@ bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
              internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
     internalLengthOfKernelPreProcessedSequence = preProcessedNeeded;
   }
-  return file.grants(3LL * coordinateDimension * firstKernelLength * static_cast<long long>(sizeof(int))) &&
-         rulesInDimension.assign(internalCurrentDimension, 0) && uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
-         writeElementsInDimension.assign(internalCurrentDimension, 0) &&
-         kernelOriginalSequence.assign(coordinateDimension, firstKernelLength) &&
-         kernelOriginalSequenceInitialValues.assign(coordinateDimension, firstKernelLength) &&
-         kernelPreProcessedSequence.assign(coordinateDimension, firstKernelLength);
+  kernelOriginalSequence.release();
+  kernelOriginalSequenceInitialValues.release();
+  kernelPreProcessedSequence.release();
+  return file.hasRoom(rulesInDimension.assign(internalCurrentDimension, 0) &&
+                      uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
+                      writeElementsInDimension.assign(internalCurrentDimension, 0));
 }
 
 bool ZQMatrixMediumInfo::readMediumPart(zmatrix::ZQFieldReader& fields, int withSequence) {
@@ -137,11 +139,14 @@ bool ZQMatrixMediumInfo::readMediumPart(zmatrix::ZQFieldReader& fields, int with
   describeMediumPart(fields, withSequence);
   if (!fields.isSound()) return false;
   fields.endPart();
-  const bool hasRoom = kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfKernelOriginalSequence);
-  for (int k = 0; hasRoom && k < coordinateDimension; ++k) {
-    std::copy_n(kernelOriginalSequence[k], std::max(lengthOfKernelOriginalSequence, 0), kernelOriginalSequenceInitialValues[k]);
+  if (lengthOfKernelOriginalSequence < 1) return true;
+  if (!fields.file.hasRoom(kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfKernelOriginalSequence))) {
+    return false;
   }
-  return hasRoom;
+  for (int k = 0; k < coordinateDimension; ++k) {
+    std::copy_n(kernelOriginalSequence[k], lengthOfKernelOriginalSequence, kernelOriginalSequenceInitialValues[k]);
+  }
+  return true;
 }
 
 int ZQMatrixMediumInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {

@@ -36,12 +36,13 @@ void answer(Number* out, Number value) {
 }  // namespace
 
 bool ZQMatrixMediumInfo::provideKernelOriginalRows(int length) {
-  return kernelOriginalSequence.grow(coordinateDimension, length) &&
-         kernelOriginalSequenceInitialValues.grow(coordinateDimension, length);
+  const int lengthOfRows = std::max(length, firstKernelLength);
+  return kernelOriginalSequence.grow(coordinateDimension, lengthOfRows) &&
+         kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfRows);
 }
 
 bool ZQMatrixMediumInfo::provideKernelPreProcessedRows(int length) {
-  return kernelPreProcessedSequence.grow(coordinateDimension, length);
+  return kernelPreProcessedSequence.grow(coordinateDimension, std::max(length, firstKernelLength));
 }
 
 int ZQMatrixMediumInfo::resetKernelSequence(int id, int resetInitialValues) {

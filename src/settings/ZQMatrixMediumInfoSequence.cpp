@@ -88,7 +88,8 @@ void ZQMatrixMediumInfo::restoreCoordinateSizes(const int* oldSizes, int numberO
 
 int ZQMatrixMediumInfo::sizeOfUpdateRow() const {
   int sizeOfRow = 0;
-  for (int k = 0; k < coordinateDimension; ++k) sizeOfRow += std::abs(sizeOfCoordinateDimensions[k]);
+  const int numberOfSizes = std::min(coordinateDimension, sizeOfCoordinateDimensions.size());
+  for (int k = 0; k < numberOfSizes; ++k) sizeOfRow += std::abs(sizeOfCoordinateDimensions[k]);
   return sizeOfRow;
 }
 

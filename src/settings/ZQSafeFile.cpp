@@ -1,10 +1,15 @@
 #include "settings/ZQSafeFile.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 
 #include "settings/ZQFileStream.h"
@@ -18,6 +23,7 @@ constexpr int mostNamesTried = 1000;
 constexpr int modeOfNewFile = 0666;
 constexpr int modeUntilThatOfTarget = 0600;
 constexpr int bitsOfMode = 07777;
+constexpr char startOfNeighbour[] = ".zmatrix-save-";  // process and number follow
 
 std::string folderOf(const std::string& path) {
   const size_t slash = path.rfind('/');
@@ -47,12 +53,47 @@ bool forbidsReplacing(int error) {
   return error == EACCES || error == EPERM || error == EROFS || error == EBUSY || error == EXDEV || error == ENAMETOOLONG;
 }
 
-void syncFolderOf(const std::string& path) {
-  const std::string folder = folderOf(path);
-  const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+int openFolder(const std::string& folder) {
+  return ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+void syncFolder(const std::string& folder) {
+  const int descriptor = openFolder(folder);
   if (descriptor < 0) return;
   fsync(descriptor);
   close(descriptor);
+}
+
+/// True for the name of a neighbour whose process is gone.
+bool isNameOfLeftover(const char* name) {
+  const size_t lengthOfStart = sizeof startOfNeighbour - 1;
+  if (strncmp(name, startOfNeighbour, lengthOfStart) != 0) return false;
+  char* end = nullptr;
+  const long process = strtol(name + lengthOfStart, &end, 10);
+  return *end == '-' && process > 0 && process != getpid() && kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
+}
+
+/// The process may be one of another machine, or of another container: what it still holds is locked.
+void removeIfUnlocked(int folder, const char* name) {
+  const int descriptor = openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) return;
+  struct stat status;
+  const bool isLeftover = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+  if (isLeftover) unlinkat(folder, name, 0);
+  close(descriptor);
+}
+
+void removeLeftovers(const std::string& folder) {
+  const int descriptor = openFolder(folder);
+  DIR* entries = descriptor >= 0 ? fdopendir(descriptor) : nullptr;
+  if (entries == nullptr) {
+    if (descriptor >= 0) close(descriptor);
+    return;
+  }
+  while (const dirent* entry = readdir(entries)) {
+    if (isNameOfLeftover(entry->d_name)) removeIfUnlocked(descriptor, entry->d_name);
+  }
+  closedir(entries);
 }
 
 }  // namespace
@@ -64,6 +105,14 @@ ZQSafeFile::~ZQSafeFile() {
 
 bool ZQSafeFile::open(const char* path) {
   if (path == nullptr || *path == 0) return false;
+  try {
+    return openTarget(path);
+  } catch (const std::bad_alloc&) {  // the names of target and neighbour; the destructor drops what there is
+    return false;
+  }
+}
+
+bool ZQSafeFile::openTarget(const char* path) {
   struct stat status;
   const bool isThere = stat(path, &status) == 0;
   if (isThere && !S_ISREG(status.st_mode)) {
@@ -75,6 +124,7 @@ bool ZQSafeFile::open(const char* path) {
     return isSpool;
   }
   target = withLinksFollowed(path);
+  folder = folderOf(target);
   if (target.empty() || (isThere && !canBeWritten(target))) return false;
   const int error =
       isThere ? openNeighbour(status.st_mode & bitsOfMode, status.st_uid, status.st_gid) : openNeighbour(-1, -1, -1);
@@ -86,15 +136,21 @@ bool ZQSafeFile::open(const char* path) {
 // The name belongs to this process and save alone, so what a killed process has left behind is in nobody's way.
 int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group) {
   static unsigned numberOfSaves = 0;
-  int descriptor = -1;
-  std::string name;
-  for (int i = 0; i < mostNamesTried && descriptor < 0; ++i) {
-    name = folderOf(target) + ".zmatrix-save-" + std::to_string(getpid()) + "-" + std::to_string(numberOfSaves++);
-    descriptor =
+  removeLeftovers(folder);
+  for (int i = 0; i < mostNamesTried; ++i) {
+    std::string name = folder + startOfNeighbour + std::to_string(getpid()) + "-" + std::to_string(numberOfSaves++);
+    const int descriptor =
         ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, modeOfTarget >= 0 ? modeUntilThatOfTarget : modeOfNewFile);
     if (descriptor < 0 && errno != EEXIST) return errno;
+    if (descriptor < 0) continue;
+    neighbour.swap(name);
+    return takeNeighbour(descriptor, modeOfTarget, owner, group);
   }
-  if (descriptor < 0) return EEXIST;
+  return EEXIST;
+}
+
+int ZQSafeFile::takeNeighbour(int descriptor, int modeOfTarget, long long owner, long long group) {
+  flock(descriptor, LOCK_EX | LOCK_NB);  // where files can't be locked, the process alone tells whose it is
   if (modeOfTarget >= 0) {
     // A stranger's file stays his where that can be had, or at least his group's; it keeps its mode in any case.
     const auto newGroup = static_cast<gid_t>(group);
@@ -103,13 +159,9 @@ int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group
     if (fchmod(descriptor, static_cast<mode_t>(modeOfTarget)) != 0) errno = 0;
   }
   stream = fdopen(descriptor, "wb");
-  if (stream == nullptr) {
-    close(descriptor);
-    unlink(name.c_str());
-    return ENOMEM;
-  }
-  neighbour = name;
-  return 0;
+  if (stream != nullptr) return 0;
+  close(descriptor);
+  return ENOMEM;
 }
 
 bool ZQSafeFile::closeStream() {
@@ -130,7 +182,7 @@ bool ZQSafeFile::commit() {
     return stream != nullptr && copyToTarget();
   }
   neighbour.clear();
-  syncFolderOf(target);
+  syncFolder(folder);
   return true;
 }
 

@@ -12,7 +12,9 @@
 // Derived tiers hide the methods of the same name; an object is always used as its true tier.
 #pragma once
 
-#include <vector>
+#include <zmatrix/zq_types.h>
+
+#include <span>
 
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixBaseInfo.h"
@@ -20,6 +22,7 @@
 #include "settings/ZQMatrixForwards.h"
 #include "store/ZQFreeSlotIndex.h"
 #include "store/ZQMatrixElements.h"
+#include "store/ZQPodList.h"
 #include "store/ZQRecordSlab.h"
 
 struct ZQBaseTier;
@@ -125,6 +128,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   int saveMatrixToDisk(const char* path);
   /// Takes over a file of this tier or a lower one: 1. -1 with a message: no matrix file, a higher tier's, or no memory for it.
   int readAndInitMatrixFromDisk(const char* path, int debugLevel);
+  /// What the last load has found; its state says if there was one.
+  const zq_loadReport& getLoadReport() const { return loadReport; }
 
   // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
@@ -166,6 +171,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   void destroyElementAt(int position);
   void setRecordSize(size_t size) { records.setRecordSize(size); }
   bool hasBlock() const { return matrixData != nullptr; }
+  /// The slots that there are, which the header's size may miss where a host has set one that makes no sense.
+  int getNumberOfSlots() const { return numberOfSlots; }
   /// Counts the elements given back so far: what a cached place in the trie is held against.
   unsigned getReleasedRecords() const { return releasedRecords; }
 
@@ -192,7 +199,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   void pointEntriesAtBlock();
   /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't
   /// grow.
-  int searchShift(int memorySearchMethod, const std::vector<int>& positions, int fieldBegin);
+  int searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin);
   int searchFrom(int centre);
 
   ZQMatrixFileHeader* matrixFileHeader = nullptr;
@@ -201,13 +208,14 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   ZQMatrixBaseElement*** matrixDataEntryArray = nullptr;
   int currentMatrixID = 0;
   int debugLevel = 0;
+  zq_loadReport loadReport{};
 
   int numberOfSlots = 0;  // of matrixData; the header's matrixBlockSize while there is a block
   unsigned releasedRecords = 0;
   zmatrix::ZQFreeSlotIndex freeSlots;  // kept by createElementAt, destroyElementAt and the move alone
   ZQRecordSlab records;
-  std::vector<int> positionsOfField;  // scratch of the move
-  std::vector<int> positionsToPlace;  // the same with the new element
+  zmatrix::ZQPodList<int> positionsOfField;  // scratch of the move
+  zmatrix::ZQPodList<int> positionsToPlace;  // the same with the new element
 };
 
 inline int ZQMatrixBase::childAt(int parentPosition, int coordinate) const {

@@ -143,7 +143,7 @@ int ZQMatrixBase::searchFrom(int centre) {
   }
 }
 
-int ZQMatrixBase::searchShift(int memorySearchMethod, const std::vector<int>& positions, int fieldBegin) {
+int ZQMatrixBase::searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin) {
   const int low = matrixFileHeader->getMaxNumberOfMatrices();
   long long offset = 0;
   bool leftLimit = false;

@@ -143,7 +143,8 @@ int* ZQMatrixBase::getIndexVectorFromMatrixHandle(int handle, int* length) {
   if (handle < 0 || handle > getMaximalStack()) return nullptr;
   const ZQMatrixBaseElement* element = elementAt(handle);
   if (element == nullptr || element->getWriteCount() < 1) return nullptr;
-  std::vector<int> coordinates;
+  int coordinates[longestPath];  // the last one first
+  int numberOfCoordinates = 0;
   for (long long at = handle; at != currentMatrixID;) {
     element = elementAt(at);
     const long long parent = element == nullptr ? -1 : at + element->getOffsetToElementInPrevDimension();
@@ -160,17 +161,17 @@ int* ZQMatrixBase::getIndexVectorFromMatrixHandle(int handle, int* length) {
                static_cast<int>(parent), currentMatrixID);
       return nullptr;
     }
-    if (static_cast<int>(coordinates.size()) == longestPath) {
+    if (numberOfCoordinates == longestPath) {
       dbPrintf(0, "error: getIndexVectorFromMatrixHandle: iDim > MAXDIM\n");
       return nullptr;
     }
-    coordinates.push_back(element->getIndexInDimension());
+    coordinates[numberOfCoordinates++] = element->getIndexInDimension();
     at = parent;
   }
-  int* vector = systemMallocArray<int>(static_cast<long long>(coordinates.size()));
+  int* vector = systemMallocArray<int>(numberOfCoordinates);
   if (vector == nullptr) return nullptr;
-  std::reverse_copy(coordinates.begin(), coordinates.end(), vector);
-  *length = static_cast<int>(coordinates.size());
+  std::reverse_copy(coordinates, coordinates + numberOfCoordinates, vector);
+  *length = numberOfCoordinates;
   return vector;
 }
 

@@ -1,16 +1,105 @@
 // A block from a file whose links don't answer each other is made good: what no root leads to goes, and the rest is linked anew
-// from the parent links and the coordinates.
+// from the parent links and the coordinates. A file of few elements may tell of a large block, so that what is noted here is
+// noted by element, not by slot.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 
-#include "settings/ZQHeapArray.h"
 #include "store/ZQMatrixBase.h"
 #include "store/ZQPodArray.h"
 
 namespace {
 
 enum State : uint8_t { unknown = 0, reached = 1, lost = 2, onTheWay = 3 };
+
+/// The occupied slots of a block up to `top`, ascending, each with what is found out about it. An element is named by its number
+/// here; the first one is a root.
+class Elements {
+ public:
+  Elements(ZQMatrixBaseElement* const* aBlock, int numberOfRoots, int aTop) : block(aBlock), roots(numberOfRoots), top(aTop) {}
+
+  /// False if memory has run out.
+  bool collect() {
+    for (int position = 0; position <= top; ++position) count += block[position] != nullptr;
+    if (!positions.resize(count, 0) || !states.resize(count, 0) || !children.resize(count, 0)) return false;
+    size_t number = 0;
+    for (int position = 0; position <= top; ++position) {
+      if (block[position] != nullptr) positions[number++] = position;
+    }
+    return true;
+  }
+
+  size_t size() const { return count; }
+  int positionOf(size_t number) const { return positions[number]; }
+  ZQMatrixBaseElement* operator[](size_t number) const { return block[positions[number]]; }
+  bool isRoot(size_t number) const { return positions[number] < roots; }
+  State& stateOf(size_t number) { return states[number]; }
+  /// Of each element a child that the others are held against; later its last one so far. 0 for none.
+  size_t& childOf(size_t number) { return children[number]; }
+
+  bool isOccupied(long long position) const { return position >= 0 && position <= top && block[position] != nullptr; }
+  /// Of an occupied slot.
+  size_t numberOf(long long position) const {
+    const int* const first = &positions[0];
+    return static_cast<size_t>(std::lower_bound(first, first + count, static_cast<int>(position)) - first);
+  }
+  long long parentPositionOf(size_t number) const {
+    return static_cast<long long>(positions[number]) + (*this)[number]->getOffsetToElementInPrevDimension();
+  }
+  size_t parentOf(size_t number) const { return numberOf(parentPositionOf(number)); }
+  long long fieldBeginOf(size_t number) const {
+    return static_cast<long long>(positions[number]) - (*this)[number]->getIndexInDimension();
+  }
+
+ private:
+  ZQMatrixBaseElement* const* block;
+  int roots;
+  int top;
+  size_t count = 0;
+  zmatrix::ZQPodArray<int> positions;
+  zmatrix::ZQPodArray<State> states;
+  zmatrix::ZQPodArray<size_t> children;
+};
+
+/// Marks as lost what has no parent, an illegal index, or another begin of its field than its siblings.
+void findMisfits(Elements& elements, long long largestIndex) {
+  for (size_t number = 0; number < elements.size(); ++number) {
+    if (elements.isRoot(number)) {
+      elements[number]->setOffsetToElementInPrevDimension(0);
+      elements.stateOf(number) = reached;
+      continue;
+    }
+    const long long parentPosition = elements.parentPositionOf(number);
+    const bool isLegalIndex = std::llabs(static_cast<long long>(elements[number]->getIndexInDimension())) <= largestIndex;
+    if (!isLegalIndex || parentPosition == elements.positionOf(number) || !elements.isOccupied(parentPosition)) {
+      elements.stateOf(number) = lost;
+      continue;
+    }
+    const size_t parent = elements.numberOf(parentPosition);
+    size_t& child = elements.childOf(parent);
+    if (child == 0) {
+      const long long first = parentPosition + elements[parent]->getOffsetToElementInNextDimension();
+      const size_t firstChild = elements.isOccupied(first) ? elements.numberOf(first) : 0;
+      const bool isChild =
+          firstChild != 0 && !elements.isRoot(firstChild) && elements.parentPositionOf(firstChild) == parentPosition;
+      child = isChild ? firstChild : number;
+    }
+    if (elements.fieldBeginOf(number) != elements.fieldBeginOf(child)) elements.stateOf(number) = lost;
+  }
+}
+
+/// Marks as lost what stands below a lost element, or in a circle.
+void findUnreachable(Elements& elements) {
+  for (size_t number = 0; number < elements.size(); ++number) {
+    size_t at = number;
+    while (elements.stateOf(at) == unknown) {
+      elements.stateOf(at) = onTheWay;
+      at = elements.parentOf(at);
+    }
+    const State result = elements.stateOf(at) == reached ? reached : lost;
+    for (at = number; elements.stateOf(at) == onTheWay; at = elements.parentOf(at)) elements.stateOf(at) = result;
+  }
+}
 
 }  // namespace
 
@@ -25,81 +114,33 @@ long long ZQMatrixBase::largestLegalIndex() const {
 }
 
 int ZQMatrixBase::repairLinks() {
-  const long long largestIndex = largestLegalIndex();
-  const int roots = matrixFileHeader->getMaxNumberOfMatrices();
-  const int top = std::min(matrixFileHeader->getMaximalStack(), numberOfSlots - 1);
-  zmatrix::ZQPodArray<uint8_t> states;
-  zmatrix::ZQPodArray<int> children;  // of each element a child that the others are held against; then its last one so far
-  if (!states.resize(static_cast<size_t>(top) + 1, 0) || !children.resize(static_cast<size_t>(top) + 1, 0)) return -1;
-  const auto parentPosition = [&](int position) -> long long {
-    return static_cast<long long>(position) + matrixData[position]->getOffsetToElementInPrevDimension();
-  };
-  const auto isChildOf = [&](long long position, long long parent) {
-    return position >= roots && position <= top && matrixData[position] != nullptr &&
-           parentPosition(static_cast<int>(position)) == parent;
-  };
-  const auto fieldBegin = [&](int position) -> long long {
-    return static_cast<long long>(position) - matrixData[position]->getIndexInDimension();
-  };
-  for (int position = 0; position <= top; ++position) {
-    ZQMatrixBaseElement* element = matrixData[position];
-    if (element == nullptr) continue;
-    uint8_t& state = states[static_cast<size_t>(position)];
-    if (position < roots) {
-      element->setOffsetToElementInPrevDimension(0);
-      state = reached;
-      continue;
-    }
-    const long long parent = parentPosition(position);
-    const bool isLegalIndex = std::llabs(static_cast<long long>(element->getIndexInDimension())) <= largestIndex;
-    if (!isLegalIndex || parent == position || parent < 0 || parent > top || matrixData[parent] == nullptr) {
-      state = lost;
-      continue;
-    }
-    int& child = children[static_cast<size_t>(parent)];
-    if (child == 0) {
-      const long long first = parent + matrixData[parent]->getOffsetToElementInNextDimension();
-      child = isChildOf(first, parent) ? static_cast<int>(first) : position;
-    }
-    if (fieldBegin(position) != fieldBegin(child)) state = lost;
-  }
-  std::vector<int> way;
-  for (int position = roots; position <= top; ++position) {
-    if (matrixData[position] == nullptr) continue;
-    way.clear();
-    int at = position;
-    while (states[static_cast<size_t>(at)] == unknown) {
-      states[static_cast<size_t>(at)] = onTheWay;
-      way.push_back(at);
-      at = static_cast<int>(parentPosition(at));
-    }
-    const uint8_t result = states[static_cast<size_t>(at)] == reached ? reached : lost;
-    for (int passed : way) states[static_cast<size_t>(passed)] = result;
-  }
+  Elements elements(matrixData, matrixFileHeader->getMaxNumberOfMatrices(),
+                    std::min(matrixFileHeader->getMaximalStack(), numberOfSlots - 1));
+  if (!elements.collect()) return -1;
+  findMisfits(elements, largestLegalIndex());
+  findUnreachable(elements);
   int dropped = 0;
-  for (int position = 0; position <= top; ++position) {
-    ZQMatrixBaseElement* element = matrixData[position];
-    if (element == nullptr) continue;
-    children[static_cast<size_t>(position)] = 0;
-    element->setOffsetToNextElementInDimension(0);
-    element->setOffsetToPreviousElementInDimension(0);
-    element->setOffsetToElementInNextDimension(0);
-    if (states[static_cast<size_t>(position)] == reached) continue;
-    destroyElementAt(position);
+  for (size_t number = 0; number < elements.size(); ++number) {
+    elements.childOf(number) = 0;
+    elements[number]->setOffsetToNextElementInDimension(0);
+    elements[number]->setOffsetToPreviousElementInDimension(0);
+    elements[number]->setOffsetToElementInNextDimension(0);
+    if (elements.stateOf(number) == reached) continue;
+    destroyElementAt(elements.positionOf(number));
     ++dropped;
   }
-  for (int position = roots; position <= top; ++position) {
-    ZQMatrixBaseElement* element = matrixData[position];
-    if (element == nullptr) continue;
-    const int parent = static_cast<int>(parentPosition(position));
-    int& last = children[static_cast<size_t>(parent)];
+  for (size_t number = 0; number < elements.size(); ++number) {
+    if (elements[number] == nullptr || elements.isRoot(number)) continue;
+    const int position = elements.positionOf(number);
+    const size_t parent = elements.parentOf(number);
+    size_t& last = elements.childOf(parent);
     if (last == 0) {
-      matrixData[parent]->setOffsetToElementInNextDimension(position - parent);
+      elements[parent]->setOffsetToElementInNextDimension(position - elements.positionOf(parent));
     } else {
-      matrixData[last]->setOffsetToNextElementInDimension(position - last);
-      element->setOffsetToPreviousElementInDimension(last - position);
+      elements[last]->setOffsetToNextElementInDimension(position - elements.positionOf(last));
+      elements[number]->setOffsetToPreviousElementInDimension(elements.positionOf(last) - position);
     }
-    last = position;
+    last = number;
   }
   return dropped;
 }

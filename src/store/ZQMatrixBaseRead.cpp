@@ -6,8 +6,9 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) {
   ZQMatrixBaseInfo* info = getMatrixInfo();
   if (length < 1 || length >= info->getMaxDimOfMatrix()) return -2;
   if (indexVector == nullptr) return -2;
+  if (info->getRoomOfMatrixPtr() < 0 && !info->growMatrixPtr(length)) return -1;
   int* path = info->getMatrixPtr();
-  const int room = info->getInternalCurrentDimension();
+  int room = info->getRoomOfMatrixPtr();
   long long current = currentMatrixID;
   path[0] = currentMatrixID;
   for (int i = 0; i < length; ++i) {
@@ -24,7 +25,11 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) {
       dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
       return -5;
     }
-    if (i >= room) return -1;  // no sound path is deeper than the record's arrays
+    if (i >= room) {  // a trim or a file may have told less than the deepest path
+      if (!info->growMatrixPtr(i + 1)) return -1;
+      path = info->getMatrixPtr();
+      room = info->getRoomOfMatrixPtr();
+    }
     const long long fieldBegin = first - firstElement->getIndexInDimension();
     path[i + 1] = static_cast<int>(fieldBegin);
     const long long next = fieldBegin + indexVector[i];

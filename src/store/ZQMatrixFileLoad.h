@@ -2,7 +2,8 @@
 // are its own in any case. Nothing in the file is believed: what decides over memory is held against the file's size and the
 // limits of the system, records that make no sense become empty ones, and the links are checked once all elements stand.
 //
-// A header that is refused leaves the old content; a later refusal leaves an empty matrix.
+// A header that is refused leaves the old content; a later refusal leaves an empty matrix. What had to be dropped or linked anew
+// stands in the matrix's report of the load.
 #pragma once
 
 #include <cstdio>
@@ -26,6 +27,7 @@ struct ZQMatrixFileLoad {
     path = ownPath.c_str();
     ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
     matrix.currentMatrixID = 0;
+    matrix.loadReport = {};
     header.setMatrixDebugOutputDevice(2);
     header._clearMatrixDebugDirectory();
     matrix.setMatrixDebugOn(debugLevel);
@@ -42,6 +44,7 @@ struct ZQMatrixFileLoad {
       result = ZQMatrixFileLoad(matrix, file, stream).read(path, debugLevel);
     }
     fclose(stream);
+    if (result != 1) matrix.loadReport = {};
     return result;
   }
 
@@ -59,8 +62,9 @@ struct ZQMatrixFileLoad {
     int result = 1;
     if (matrix.makeEmptyBlock(header.getMatrixBlockSize())) {
       elements.read(infoType, stackOfFile);
+      matrix.loadReport.isCutShort = file.isAtEnd();  // the read behind the end counts as an element
       if constexpr (hasHistory) {
-        if (header.getOffsetToUpdateInfos() >= 1) keepHistory();
+        if (!keepHistory()) result = -1;
         upgradeRecords();
       }
     } else {
@@ -71,6 +75,7 @@ struct ZQMatrixFileLoad {
     reportCounts();
     if (result == 1 && (elements.isOutOfMemory || !provideRoots() || !makeLinksSound())) result = -1;
     if (result == -1) becomeEmpty();
+    if (result == 1) completeReport();
     return result;
   }
 
@@ -174,10 +179,12 @@ struct ZQMatrixFileLoad {
       const bool isThere = isAtRecord();
       const bool isRead = isThere && info.readUpdateInfo(file, 0) == 1;
       if (!isThere) makeRecordEmpty(id);
+      if (file.hasRunOutOfMemory()) return giveUp();
+      recordsIllegal += isThere && !isRead;
+      recordsAbsent += !isThere;
       if (Tier::infoType == 0 ? info.getUpdateInfoType() != 0 : info.getUpdateInfoType() > Tier::infoType) {
         dbPrintf(0, Tier::fileTexts.infoTypeTooHigh, id, info.getUpdateInfoType());
-        becomeEmpty();
-        return false;
+        return giveUp();
       }
       if (isRead) {
         infoType = info.getUpdateInfoType();
@@ -188,32 +195,60 @@ struct ZQMatrixFileLoad {
     for (int id = header.getNumberOfMatrices(); id < header.getMaxNumberOfMatrices(); ++id) {
       if (!infoOf(id)->isEmpty()) makeRecordEmpty(id);  // what it counts is gone
     }
-    Tier::checkLoadedRecords(matrix);
-    return true;
+    return Tier::checkLoadedRecords(matrix) || giveUp();
   }
 
-  // The rest of the file goes to a stream of its own, for the next save.
-  void keepHistory() {
-    dbPrintf(1, "reading appended updateInfos updateinfos\n");
-    header.closeAndRemoveUpdateInfos();
-    FILE* history = tmpfile();
-    header.setFpUpdateInfos(history);
+  bool giveUp() {
+    becomeEmpty();
+    return false;
+  }
+
+  // The rest of the file goes to a stream of its own, for the next save. Without one the history would be lost then, and nobody
+  // would notice: so the file is refused. A place that is not behind the elements is a stale one, and holds no history.
+  bool keepHistory() {
     const int offset = header.getOffsetToUpdateInfos();
     const long long reached = file.getPosition();
-    if (reached != offset) {
+    const long long begin = offset >= 1 ? offset : unnamedHistory(reached);
+    header.setPositionOfUpdateInfos(begin);
+    if (begin < 1) return true;
+    dbPrintf(1, "reading appended updateInfos updateinfos\n");
+    header.closeAndRemoveUpdateInfos();
+    if (reached != begin) {
       dbPrintf(0, "readAndInitMatrixFromDisk: filePositionAfterMatrix(%u) != _offsetToUpdateInfos(%u): \n",
-               static_cast<unsigned>(reached), static_cast<unsigned>(offset));
+               static_cast<unsigned>(reached), static_cast<unsigned>(begin));
     }
-    if (ZQDebugChannel::globalDebugLevel >= 2) printHistory(offset);
-    zmatrix::ZQFileWriter writer(history);
-    const bool isKept = history != nullptr && fseeko(stream, offset, SEEK_SET) == 0 && zmatrix::copyRest(stream, writer);
-    if (writer.flush() && isKept) return;
+    if (ZQDebugChannel::globalDebugLevel >= 2) printHistory(begin);
+    const long long size = begin >= reached ? std::max(file.getFileSize() - begin, 0LL) : 0;
+    for (FILE* (*const make)(long long) : {zmatrix::newTemporaryFile, zmatrix::newFileInMemory}) {
+      FILE* history = make(size);
+      if (history == nullptr) continue;
+      if (copyHistory(begin, size, history)) {
+        header.setFpUpdateInfos(history);
+        return true;
+      }
+      fclose(history);
+    }
     dbPrintf(0, "readMatrixFromDisk: the history could not be kept\n");
-    header.closeAndRemoveUpdateInfos();  // what is cut can't be appended to
+    return false;
   }
 
-  void printHistory(int offset) {
-    file.seek(offset);
+  /// A file that is too large for its header to say where the history begins has it behind the elements; 0 if there is none.
+  long long unnamedHistory(long long reached) {
+    if (reached <= zmatrix::largestOffsetToUpdateInfos || file.isAtEnd()) return 0;
+    const char* bytes = file.peek(2 * sizeof(int));
+    const bool isRecord =
+        bytes != nullptr && zmatrix::getLittleEndian<int>(bytes + sizeof(int)) == zmatrix::matrixInfoMagicNumber;
+    return isRecord ? reached : 0;
+  }
+
+  bool copyHistory(long long begin, long long size, FILE* history) {
+    zmatrix::ZQFileWriter writer(history);
+    const bool isCopied = size == 0 || (fseeko(stream, begin, SEEK_SET) == 0 && zmatrix::copyRest(stream, writer));
+    return writer.flush() && isCopied;
+  }
+
+  void printHistory(long long begin) {
+    file.seek(begin);
     for (int number = 1; !file.isAtEnd(); ++number) {
       Info record;
       if (record.readUpdateInfo(file, 1) < 1) return;
@@ -239,6 +274,10 @@ struct ZQMatrixFileLoad {
     }
     int total = 0;
     for (int id = 0; id < header.getNumberOfMatrices(); ++id) zmatrix::addTo(total, infoOf(id)->getNumberOfMatrixElements());
+    zq_loadReport& report = matrix.loadReport;
+    report.elementsCounted = total;
+    report.elementsRead = elements.count;
+    report.isCutShort |= position < stackOfFile;
     if (elements.count != total) {
       dbPrintf(0, Tier::fileTexts.countsDiffer, elements.count, total);
     } else {
@@ -269,8 +308,21 @@ struct ZQMatrixFileLoad {
     if (elements.links.isSound(matrix.matrixData)) return true;
     const int dropped = matrix.repairLinks();
     if (dropped < 0) return false;
+    matrix.loadReport.hasNewLinks = 1;
+    matrix.loadReport.elementsDropped = dropped;
     dbPrintf(0, "readMatrixFromDisk: illegal links, %d elements dropped, the others linked anew\n", dropped);
     return true;
+  }
+
+  // The header may count sub-matrices that have no record, which is no fault where the elements are all there.
+  void completeReport() {
+    zq_loadReport& report = matrix.loadReport;
+    const bool isComplete = report.elementsRead == report.elementsCounted && recordsIllegal == 0;
+    report.elementsDropped += elements.numberOutside;
+    report.recordsCounted = header.getNumberOfMatrices();
+    report.recordsMissing = recordsIllegal + (isComplete ? 0 : recordsAbsent);
+    const bool isWhole = isComplete && report.isCutShort == 0 && report.elementsDropped == 0 && report.hasNewLinks == 0;
+    report.state = isWhole ? zq_loadWhole : zq_loadRepaired;
   }
 
   void makeRecordEmpty(int id) {
@@ -284,6 +336,8 @@ struct ZQMatrixFileLoad {
     for (int id = 0; id < numberOfMatrices; ++id) makeRecordEmpty(id);
     header.setMatrixInfoType(Tier::infoType);
     header.setOffsetToUpdateInfos(0);
+    header.setPositionOfUpdateInfos(0);
+    header.closeAndRemoveUpdateInfos();
     const int size = std::max(numberOfMatrices, zmatrix::initialBlockSize);
     bool hasRoom = matrix.makeEmptyBlock(size);
     for (int id = 0; hasRoom && id < numberOfMatrices; ++id) hasRoom = matrix.template createElementAt<Element>(id) != nullptr;
@@ -304,4 +358,6 @@ struct ZQMatrixFileLoad {
   ZQMatrixElementReader<Tier> elements;
   int infoType = 0;
   int stackOfFile = 0;
+  int recordsIllegal = 0;
+  int recordsAbsent = 0;
 };

@@ -101,6 +101,7 @@ struct ZQMatrixFileSave {
   // Records lie in the order of learning, not of slots, and half of them cross from one cache line to the next.
   void prefetchRecord(long long position) const {
     const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    if (element == nullptr) return;
     __builtin_prefetch(element);
     __builtin_prefetch(reinterpret_cast<const char*>(element) + sizeof(Element) - 1);
   }
@@ -130,18 +131,17 @@ struct ZQMatrixFileSave {
   // False if the older records could not be read.
   bool writeHistory(long long positionOfOffset, int withSequence) {
     const long long positionOfHistory = file.getPosition();
-    if (positionOfHistory > INT_MAX) {
-      dbPrintf(0, "saveMatrixToDisk: the file is too large for a history\n");
-      return true;
-    }
+    const bool canBeNamed = positionOfHistory <= zmatrix::largestOffsetToUpdateInfos;
     FILE* olderRecords = header.getFpUpdateInfos();
     if (olderRecords == nullptr) {
       olderRecords = tmpfile();
       header.setFpUpdateInfos(olderRecords);
       header.setFpUpdateInfosFileName("");
     }
-    header.setOffsetToUpdateInfos(static_cast<int>(positionOfHistory));
-    file.patch(positionOfOffset, static_cast<int>(positionOfHistory));
+    // A history that the header can't name lies behind the elements all the same, where a load finds it.
+    const int offset = canBeNamed ? static_cast<int>(positionOfHistory) : 0;
+    header.setOffsetToUpdateInfos(offset);
+    file.patch(positionOfOffset, offset);
     if (olderRecords != nullptr) {
       rewind(olderRecords);
       if (!zmatrix::copyRest(olderRecords, file)) return false;

@@ -5,7 +5,7 @@
 
 namespace zmatrix {
 
-ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, const std::vector<int>& positionsToPlace, const std::vector<int>& own)
+ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, std::span<const int> positionsToPlace, std::span<const int> own)
     : index(indexOfBlock), positions(positionsToPlace), anchor(positionsToPlace.front()) {
   const long long width = positions.back() - anchor;
   firstLent = std::max(own.front() - width, 0LL) >> regionLog2;

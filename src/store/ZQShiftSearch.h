@@ -4,7 +4,7 @@
 #pragma once
 
 #include <climits>
-#include <vector>
+#include <span>
 
 #include "store/ZQFreeSlotIndex.h"
 
@@ -15,7 +15,7 @@ class ZQShiftSearch {
   static constexpr long long none = LLONG_MAX;
 
   /// `positions` ascend; all of them must land on free slots. `own` are the slots of the field, lent to the search.
-  ZQShiftSearch(ZQFreeSlotIndex& index, const std::vector<int>& positions, const std::vector<int>& own);
+  ZQShiftSearch(ZQFreeSlotIndex& index, std::span<const int> positions, std::span<const int> own);
 
   /// The smallest fitting offset in `from` .. `to`, or none.
   long long nextFit(long long from, long long to);
@@ -52,7 +52,7 @@ class ZQShiftSearch {
   uint64_t keepPairs(size_t region, long long distance, uint64_t* slots) const;
 
   ZQFreeSlotIndex& index;
-  const std::vector<int>& positions;
+  const std::span<const int> positions;
   long long anchor;
   int numberOfTracked;
   int numberOfTripled = 0;  // of these, the first ones that the filter of triples serves

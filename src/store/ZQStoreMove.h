@@ -36,13 +36,13 @@ struct ZQStoreMove {
 
  private:
   static bool collect(Matrix& matrix, int first, int numberOfItems) {
-    std::vector<int>& positions = matrix.positionsOfField;
+    zmatrix::ZQPodList<int>& positions = matrix.positionsOfField;
     positions.clear();
     long long at = first;
     while (static_cast<int>(positions.size()) < numberOfItems) {
       const ZQMatrixBaseElement* element = matrix.elementAt(at);
       if (element == nullptr) return false;
-      positions.push_back(static_cast<int>(at));
+      if (!positions.add(static_cast<int>(at))) return false;
       matrix.prefetchSlot(at + element->getOffsetToElementInNextDimension());
       const int next = element->getOffsetToNextElementInDimension();
       if (next < 1) break;
@@ -53,10 +53,10 @@ struct ZQStoreMove {
 
   // While the search runs the field's own slots count as free, since they move too; a slot to be kept off never does.
   static int findOffset(Matrix& matrix, int memorySearchMethod, int fieldBegin, int newIndex, bool withIndex, bool keepsOff) {
-    const std::vector<int>& own = matrix.positionsOfField;
-    std::vector<int>& toPlace = matrix.positionsToPlace;
-    toPlace = own;
-    if (withIndex) toPlace.insert(std::lower_bound(toPlace.begin(), toPlace.end(), newIndex), newIndex);
+    const zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
+    zmatrix::ZQPodList<int>& toPlace = matrix.positionsToPlace;
+    if (!toPlace.copyFrom(own)) return 0;
+    if (withIndex && !toPlace.insert(std::lower_bound(toPlace.begin(), toPlace.end(), newIndex), newIndex)) return 0;
     for (int position : own) {
       if (!keepsOff || position != newIndex) matrix.freeSlots.lend(position);
     }
@@ -71,7 +71,7 @@ struct ZQStoreMove {
   }
 
   static bool patchLinks(Matrix& matrix, int offset) {
-    const std::vector<int>& own = matrix.positionsOfField;
+    const zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
     for (int position : own) matrix.prefetchFirstChildOf(position);
     if (ZQMatrixBaseElement* parent = matrix.parentOf(own.front())) parent->addOffsetToElementInNextDimension(offset);
     for (int position : own) {
@@ -97,7 +97,7 @@ struct ZQStoreMove {
 
   // The order sees to it that a slot of the field is vacated before another of its records moves in.
   static void moveRecords(Matrix& matrix, int offset) {
-    std::vector<int>& own = matrix.positionsOfField;
+    zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
     if (offset > 0) std::reverse(own.begin(), own.end());
     for (int position : own) {
       matrix.matrixData[position + offset] = matrix.matrixData[position];

@@ -117,8 +117,7 @@ struct ZQStoreSelfTest {
         info(*aMatrix.getMatrixInfo()),
         root(aMatrix.getCurrentMatrixID()),
         lowest(aMatrix.getMaxNumberOfMatrices()),
-        top(aMatrix.getMaximalStack() < aMatrix.getMatrixBlockSize() ? aMatrix.getMaximalStack()
-                                                                     : aMatrix.getMatrixBlockSize() - 1),
+        top(aMatrix.getMaximalStack() < aMatrix.numberOfSlots ? aMatrix.getMaximalStack() : aMatrix.numberOfSlots - 1),
         trims(isToTrim) {
     store(numberOfWriteElements, 0);
     store(numberOfEndElements, 0);
@@ -200,7 +199,7 @@ struct ZQStoreSelfTest {
   }
 
   bool liesInBlock(long long position) {
-    if (position >= 0 && position < matrix.getMatrixBlockSize()) return true;
+    if (position >= 0 && position < matrix.numberOfSlots) return true;
     if (position < 0) {
       dbPrintf(0, "error performMatrixLinearTest for matrixID %d: addressOfPreviousElement out of left range: %d\n", root,
                static_cast<int>(position));

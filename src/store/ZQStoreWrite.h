@@ -187,6 +187,9 @@ struct ZQStoreWrite {
     int stackCandidate = 0;
     const int inserted = makeChild(matrix, info, last, coordinate, stackCandidate);
     if (inserted < 0) {
+      // A field may have moved beyond the stack before there was no room for the new element.
+      if (matrix.hasBlock())
+        raiseStack(matrix, stackCandidate < matrix.numberOfSlots ? stackCandidate : matrix.numberOfSlots - 1);
       reportPositionBeyondStack(matrix, last);
       return false;
     }

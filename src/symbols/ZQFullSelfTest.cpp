@@ -5,13 +5,13 @@ ZQFullSelfTest::ZQFullSelfTest(ZQMatrix& aMatrix, const zmatrix::SelfTestTexts& 
 }
 
 bool ZQFullSelfTest::look(int position, const ZQMatrixElement& element, const int* path, int length) {
-  if (!countRule(position, element, path, length) && isPhraseMatrix()) {
+  bool isSound = countRule(position, element, path, length) || !isPhraseMatrix();
+  // A fault as in the other tier, whatever the sentence's first word says.
+  if (!isSound)
     dbPrintf(0, "warning: matrixLinear-Test for matrix ID %d: point without rule  unexpected for phrase-Matrix\n", id);
-  }
-  bool isSound = true;
   if (element.getSymbolID() > 0) {
     ++numberOfSymbols;
-    isSound = leadsToPhrase(position, element.getSymbolID());
+    isSound = leadsToPhrase(position, element.getSymbolID()) && isSound;
   }
   if (element.getSymbolDownLinkHandle() != 0) isSound = leadsToSymbol(element) && isSound;
   return isSound;

@@ -19,7 +19,7 @@ struct ZQFullTier {
   /// Goes to standard output whatever the channel's device, and always has.
   static void reportOccupiedSlot(int position) { printf(fileTexts.slotIsOccupied, position); }
   /// A link to a level that is not there, or that leads back to where it came from, is cut.
-  static void checkLoadedRecords(Matrix& matrix) { matrix._checkLevelLinks(); }
+  static bool checkLoadedRecords(Matrix& matrix) { return matrix._checkLevelLinks(); }
 
   struct WriteFlags {
     char startFlag = 0;
@@ -37,6 +37,9 @@ struct ZQFullTier {
     int numberOfSymbols;
     return matrix.getSymbolMarkersFromPreProcessedCombinedSequence(sequence, length, &numberOfSymbols);
   }
+
+  /// True if a sequence that holds anything has markers: then only a lack of room is a reason for null.
+  static bool derivesMarkers(const Matrix& matrix) { return matrix.getMatrixInfo()->getMatrixType() == ZQMatrixTypeANSIText; }
 
   /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one (bit 0) and ends with the last of
   /// the same one (bit 1), and no item between is marked at all, which a caller's own markers may have otherwise. Two words of

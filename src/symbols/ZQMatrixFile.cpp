@@ -1,22 +1,23 @@
 // The matrix file of the full tier: the shared tellings, instantiated.
-#include <vector>
-
+#include "settings/ZQHeapArray.h"
 #include "store/ZQMatrixFileLoad.h"
 #include "store/ZQMatrixFileSave.h"
 #include "symbols/ZQFullTier.h"
 
 namespace {
 
-void cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*linkOf)() const, void (ZQMatrixInfo::*cut)()) {
+/// False if memory has run out.
+bool cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*linkOf)() const, void (ZQMatrixInfo::*cut)()) {
   const int numberOfMatrices = matrix.getMaxNumberOfMatrices();
-  std::vector<int> seenFrom(static_cast<size_t>(numberOfMatrices), -1);
+  zmatrix::HeapArray<int> seenFrom;
+  if (!seenFrom.resize(numberOfMatrices, -1)) return false;
   for (int id = 0; id < numberOfMatrices; ++id) {
-    for (int at = id; seenFrom[static_cast<size_t>(at)] == -1;) {
-      seenFrom[static_cast<size_t>(at)] = id;
+    for (int at = id; seenFrom[at] == -1;) {
+      seenFrom[at] = id;
       ZQMatrixInfo& info = *matrix.getMatrixInfo(at);
       const int next = (info.*linkOf)();
       if (next == -1) break;
-      if (next < 0 || next >= numberOfMatrices || seenFrom[static_cast<size_t>(next)] == id) {
+      if (next < 0 || next >= numberOfMatrices || seenFrom[next] == id) {
         dbPrintf(0, "readMatrixFromDisk: illegal link from matrix no. %d to the level %s: %d\n", at, direction, next);
         (info.*cut)();
         break;
@@ -24,6 +25,7 @@ void cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*li
       at = next;
     }
   }
+  return true;
 }
 
 }  // namespace
@@ -37,7 +39,7 @@ int ZQMatrix::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
 }
 
 // A level may lie above or below by its number, so a circle shows only by going round.
-void ZQMatrix::_checkLevelLinks() {
-  cutBadLinks(*this, "down", &ZQMatrixInfo::getCurrentMatrixIDLevelDown, &ZQMatrixInfo::_cutLevelLinkDown);
-  cutBadLinks(*this, "up", &ZQMatrixInfo::getCurrentMatrixIDLevelUp, &ZQMatrixInfo::_cutLevelLinkUp);
+bool ZQMatrix::_checkLevelLinks() {
+  return cutBadLinks(*this, "down", &ZQMatrixInfo::getCurrentMatrixIDLevelDown, &ZQMatrixInfo::_cutLevelLinkDown) &&
+         cutBadLinks(*this, "up", &ZQMatrixInfo::getCurrentMatrixIDLevelUp, &ZQMatrixInfo::_cutLevelLinkUp);
 }

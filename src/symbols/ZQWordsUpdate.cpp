@@ -51,7 +51,7 @@ int updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequenc
   if (info.getAddUpdateInfo() == 1) info.generateUpdateInfoSequence(sequence, length);
   int numberOfItems = 0, numberOfWords = 0;
   const SystemOwned<int> items(matrix->getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfItems));
-  if (items == nullptr) return numberOfItems > 0 ? -2 : 0;
+  if (items == nullptr) return givesSequence({info.getPreProcessingType(), 1}, length) ? -2 : 0;
   const SystemOwned<int> markers(
       matrix->getSymbolMarkersFromPreProcessedCombinedSequence(items.get(), numberOfItems, &numberOfWords));
   if (markers == nullptr) return numberOfItems > 0 ? -2 : 0;

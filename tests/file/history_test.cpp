@@ -142,4 +142,40 @@ TYPED_TEST(HistoryTest, aRecordOfTooLongASequenceCannotBeReadBack) {
   EXPECT_EQ(this->count(), 1);
 }
 
+// The header names the history's place by an int. Beyond it the history lies behind the elements unnamed.
+TYPED_TEST(HistoryTest, aFileTooLargeForTheOffsetKeepsItsHistory) {
+  learnText(*this->matrix, "the dry harbour", false);
+  this->save();
+  this->load();
+  largestOffsetToUpdateInfos = 2000;
+  for (int i = 2; i < 4; ++i) {
+    learnText(*this->matrix, "two boats", false);
+    this->save();
+    this->load();
+    EXPECT_EQ(this->matrix->getOffsetToUpdateInfos(), 0);
+    EXPECT_EQ(this->count(), i);
+  }
+  largestOffsetToUpdateInfos = INT_MAX;
+  learnText(*this->matrix, "two boats", false);
+  this->save();
+  this->load();
+  EXPECT_EQ(this->count(), 4) << "carried on from such a file into one that names it";
+}
+
+// A stale offset may lie anywhere: what stands there is no history, and isn't carried on as one.
+TYPED_TEST(HistoryTest, nothingBeforeTheEndOfTheElementsIsCarriedOn) {
+  learnText(*this->matrix, someText, false);
+  this->save();
+  std::string bytes = TestFolder::contentOf(this->path);
+  const size_t size = bytes.size();
+  bytes.replace(532, 4, std::string("\x00\x09\x00\x00", 4));
+  this->folder.put("model.zmatrix", bytes);
+  this->load();
+  learnText(*this->matrix, "two boats", false);
+  this->save();
+  EXPECT_LT(std::filesystem::file_size(this->path), size + size / 2);
+  this->load();
+  EXPECT_EQ(this->count(), 1);
+}
+
 }  // namespace

@@ -171,4 +171,29 @@ TEST(AbsurdNumbersTest, areRefusedOrLeftOut) {
   EXPECT_EQ(loaded->existMatrixData(vector, 1), 3);
 }
 
+// What an empty sub-matrix costs in memory is no measure of what its record takes in the file.
+TEST(WideMatricesTest, allComeBack) {
+  constexpr int number = 300;
+  const TestFolder folder;
+  const std::string path = folder.path() + "/wide";
+  OwnedMatrix<ZQMatrixMedium> saved, loaded;
+  saved->setMaxNumberOfMatrices(number);
+  saved->setNumberOfMatrices(number);
+  for (int id = 0; id < number; ++id) {
+    saved->setCurrentMatrixID(id);
+    saved->getMatrixInfo()->setCoordinateDimension(64);
+  }
+  const int vector[64] = {1};
+  EXPECT_EQ(saved->writeMatrixElement(vector, 64, 1), 1);
+  ASSERT_EQ(saved->saveMatrixToDisk(path.c_str()), 1);
+  ASSERT_EQ(loaded->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
+  EXPECT_EQ(loaded->getLoadReport().state, zq_loadWhole);
+  for (int id = 0; id < number; ++id) {
+    loaded->setCurrentMatrixID(id);
+    EXPECT_EQ(loaded->getMatrixInfo()->getCoordinateDimension(), 64) << id;
+    ASSERT_NE(loaded->getMatrixInfo()->getKernelOriginalSequence(), nullptr);
+    EXPECT_EQ(loaded->getMatrixInfo()->getKernelOriginalSequence()[63][255], 0);
+  }
+}
+
 }  // namespace

@@ -1,6 +1,9 @@
 // A save leaves the new file whole or the old one as it was, and nothing else.
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -60,6 +63,23 @@ TEST_F(SafeSaveTest, leftoversOfAKilledProcessAreInNobodysWay) {
   EXPECT_TRUE(isLoadable(path));
   EXPECT_EQ(TestFolder::contentOf(leftover), "half a file");
   EXPECT_EQ(numberOfFiles(), 2u);
+}
+
+TEST_F(SafeSaveTest, leftoversOfProcessesThatAreGoneAreRemoved) {
+  const pid_t gone = fork();
+  if (gone == 0) _exit(0);
+  waitpid(gone, nullptr, 0);
+  const std::string start = ".zmatrix-save-";
+  folder.put(start + std::to_string(gone) + "-0", "half a file");
+  const std::string held = folder.put(start + std::to_string(gone) + "-1", "held by somebody elsewhere");
+  const std::string living = folder.put(start + std::to_string(getppid()) + "-0", "of a process that lives");
+  const std::string foreign = folder.put(start + "notes", "no neighbour of a save");
+  const int descriptor = ::open(held.c_str(), O_RDONLY);
+  ASSERT_EQ(flock(descriptor, LOCK_EX | LOCK_NB), 0);
+  EXPECT_EQ(save(path), 1);
+  EXPECT_EQ(numberOfFiles(), 4u);
+  for (const std::string& name : {held, living, foreign}) EXPECT_TRUE(fs::exists(name)) << name;
+  close(descriptor);
 }
 
 TEST_F(SafeSaveTest, whatCannotBeOpenedIsRefused) {

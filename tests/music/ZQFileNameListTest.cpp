@@ -67,9 +67,12 @@ TEST(FileNameList, OwnsItsNames) {
   EXPECT_EQ(list->getFileNameAtIndex(97), nullptr);
   list->deleteAllFileNames();
   EXPECT_EQ(list->getCount(), 0);
-  list->addFileName(newName("a"));
+  char* name = newName("a");
+  list->addFileName(name);
   list->init();
   EXPECT_EQ(list->getCount(), 0);
+  EXPECT_STREQ(name, "a") << "still the host's, if it has kept it";
+  systemFree(name);
   char* kept = newName("kept");
   list->addFileName(kept);
   deleteZQFileNameListOnlyReferences(list);

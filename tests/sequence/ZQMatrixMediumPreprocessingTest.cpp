@@ -254,13 +254,18 @@ TEST_F(MediumPreprocessing, RefusesIndexVectorsThatHaveNoWay) {
     EXPECT_EQ(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(&vector), nullptr);
     EXPECT_EQ(messages.take(), message);
   };
+  const std::string noDimension =
+      "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because coordDimension = "
+      "0!\n";
+  expectRefusal(noDimension);
+  vector.setCurrentLevelOfPreprocOperations(0);
+  expectRefusal(noDimension);
+  vector.setCurrentLevelOfPreprocOperations(-1);
+  vector.setLengthOfIndexVectorInfos(1);
   expectRefusal(
       "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because vector is "
       "original!\n");
   vector.setCurrentLevelOfPreprocOperations(0);
-  expectRefusal(
-      "error from getOriginalZQIndexVectorFromPreprocessedIndexVector: cannot perform inverse preproc because coordDimension = "
-      "0!\n");
   vector.setCoordDimensionAfterPreproc(1);
   vector._setUsedPreprocessingType(1);
   const int spare = matrix->getHighestOccupiedMatrixID() + 1;

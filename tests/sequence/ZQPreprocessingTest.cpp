@@ -165,6 +165,10 @@ TEST(Preprocessing, TakesABarOfNothingForFourFour) {
 }
 
 TEST(Preprocessing, RefusesMoreBarLinesThanMemoryHolds) {
+  zmatrix::CapturedMessages messages(0);
+  EXPECT_EQ(preProcessed({1002, 2, 1, 12288}, {60, 0, 62, 1000001}), std::nullopt);
+  EXPECT_EQ(messages.take(), "error from getPreprocessed Sequence: 1000001 bar markers for 1 items, at most 1000000 are made\n");
+  EXPECT_EQ(preProcessed({1002, 2, 1, 12288}, {60, 0, 62, 1000000})->size(), 2000002u);
   EXPECT_EQ(preProcessed({1002, 2, 1, 12288}, {60, 0, 62, INT_MAX}), std::nullopt);
   EXPECT_EQ(preProcessed({1002, 2, 1, 12288}, {60, INT_MIN, 62, INT_MAX}), std::nullopt);
   EXPECT_EQ(preProcessed({1002, 2, 1, 12288}, {60, 0, 62, 1000})->size(), 2002u);

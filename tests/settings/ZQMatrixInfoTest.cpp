@@ -166,6 +166,15 @@ TEST(ZQMatrixInfo, IsOfNoUseOnceItIsDeinitialised) {
   EXPECT_EQ(messages.take(), "") << "a record that is not valid is made without a warning";
 }
 
+TEST(ZQMatrixMediumInfo, AddsANameThatItHoldsItself) {
+  InitialisedRecord<ZQMatrixMediumInfo> record;
+  record.addNameOfUpdateFile(std::string(200, 'a').c_str());
+  record.addNameOfUpdateFile(record.getNamesOfUpdateFiles());
+  record.addNameOfUpdateFile(record.getNamesOfUpdateFiles() + 400);
+  const std::string name(200, 'a');
+  EXPECT_EQ(std::string(record.getNamesOfUpdateFiles()), name + "\n" + name + "\n\n" + "a\n\n\n");
+}
+
 TEST(ZQMatrixMediumInfo, NamesAreKeptWholeInTheListAndCutInTheField) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   const std::string longName(300, 'n');

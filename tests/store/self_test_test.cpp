@@ -2,6 +2,7 @@
 // What they count is held against a map of paths in self_test_script_test.cpp.
 #include <random>
 
+#include "support/TestFolder.h"
 #include "support/TierTest.h"
 
 namespace {
@@ -52,6 +53,39 @@ TYPED_TEST(SelfTestTest, countersThatDiffer) {
   EXPECT_EQ(this->take(),
             "error matrixConsistencyTest: getNumberOfWriteCounts(6) != overallWriteCount(1)!\n"
             "error matrixConsistency-Test:: numberOfOccupiedPositions differs from _numberOfElements: 2<->8\n");
+}
+
+// A trim counts written paths only, and only those within the limits seen; what else there is stays readable, in a file as well.
+TYPED_TEST(SelfTestTest, whatATrimDoesNotCountStaysReadable) {
+  this->write({1, 2});
+  this->write({1, 3});
+  this->matrix->setMaximalMatrixIndex(1000);  // forgets the limits seen
+  this->walk(1);
+  EXPECT_EQ(this->exist({1, 2}), 3);
+  EXPECT_EQ(this->remove({1, 3}), 1);
+  EXPECT_EQ(this->write({1, 2, 7}), 1);
+  EXPECT_EQ(this->exist({1, 2}), 2);
+  this->makeAnew();
+  this->write({1});
+  EXPECT_EQ(this->write({1, 2, 3, 500001}), 0);
+  this->scan(1);
+  EXPECT_EQ(this->exist({1, 2, 3}), 3);
+  const zmatrix::TestFolder folder;
+  const std::string path = folder.path() + "/m";
+  ASSERT_EQ(this->matrix->saveMatrixToDisk(path.c_str()), 1);
+  ASSERT_EQ(this->matrix->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
+  EXPECT_EQ(this->exist({1, 2, 3}), 3);
+}
+
+// A size of no block stays in the header; the tests look at the slots that there are.
+TYPED_TEST(SelfTestTest, aSizeThatMakesNoSense) {
+  this->write({1, 2});
+  for (const int size : {INT_MIN, -5, 0}) {
+    this->matrix->setInitialMatrixBlocksize(size);
+    EXPECT_EQ(this->scan(), (Vector{1, 1, 1})) << size;
+    EXPECT_EQ(this->scan(1), (Vector{1, 1, 1})) << size;
+    EXPECT_EQ(this->walk(), (Vector{1, 1, 1})) << size;
+  }
 }
 
 TYPED_TEST(SelfTestTest, trim) {

@@ -3,6 +3,7 @@
 // No test and no message of their own: what a method does with its arguments is told in zmatrix/zmatrix.h.
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQVersion.h"
+#include "frame/flat/ZQGuarded.h"
 #include "music/kern/ZQKernReport.h"
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
@@ -18,6 +19,7 @@
 #include "numbers/ZQOcronSequence.h"
 #include "numbers/ZQPrimes.h"
 #include "numbers/ZQRiemannEstimate.h"
+#include "store/ZQLoadReport.h"
 #include "symbols/ZQMatrix.h"
 #include "symbols/ZQSymbolLinks.h"
 #include "symbols/ZQWordsUpdate.h"
@@ -27,104 +29,107 @@
 #pragma GCC visibility push(default)
 extern "C" {
 
-const char* zq_version() { return zmatrix::version(); }
-void zq_setMessageFunction(zq_messageFunction function, void* userData) { zmatrix::setMessageFunction(function, userData); }
-const char* zq_lastMessage() { return zmatrix::lastMessage(); }
-zq_KernReport* zq_createKernReport(const char* fileName) { return zmatrix::createKernReport(fileName); }
-void zq_deleteKernReport(zq_KernReport* report) { zmatrix::deleteKernReport(report); }
-zq_MidiReport* zq_createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze, const unsigned char* channelFilter) { return zmatrix::createMidiReport(path, preProcessingType, noteOnQuantization, midiTrackAnalyze, channelFilter); }
-void zq_deleteMidiReport(zq_MidiReport* report) { zmatrix::deleteMidiReport(report); }
-const char* zq_textOfMidiEnd(int end) { return zmatrix::textOfMidiEnd(end); }
-const char* zq_textOfMidiVerdict(int verdict) { return zmatrix::textOfMidiVerdict(verdict); }
-const char* zq_nameOfMidiSubType(int subType) { return zmatrix::nameOfMidiSubType(subType); }
-const char* zq_nameOfSoundID(int soundID) { return zmatrix::nameOfSoundID(soundID); }
-int zq_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes) { return zmatrix::readMidiObjexsAndWriteToMidiFile(matrix, numberOfObjex, fileName, numberOfNotes); }
-int zq_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes) { return zmatrix::readMidiObjexsAndWriteToMidiFile(matrix, numberOfObjex, fileName, numberOfNotes); }
-int* zq_initPrimes(unsigned lowerBound, unsigned upperBound, int* count) { return zmatrix::initPrimes(lowerBound, upperBound, count); }
-long long* zq_initPrimesLarge(long long lowerBound, long long upperBound, long long* count) { return zmatrix::initPrimesLarge(lowerBound, upperBound, count); }
-int* zq_initFirstNPrimes(int n) { return zmatrix::initFirstNPrimes(n); }
-long long* zq_initFirstNPrimesLarge(long long n) { return zmatrix::initFirstNPrimesLarge(n); }
-void zq_deinitPrimes() { zmatrix::deinitPrimes(); }
-void zq_deinitPrimesLarge() { zmatrix::deinitPrimesLarge(); }
-int* zq_getPrimeNumbers(int* count, int* maxPrime) { return zmatrix::getPrimeNumbers(count, maxPrime); }
-long long* zq_getPrimeNumbersLarge(long long* count, long long* maxPrime) { return zmatrix::getPrimeNumbersLarge(count, maxPrime); }
-int zq_isPrime(int n) { return zmatrix::isPrime(n); }
-int zq_isPrimeLarge(long long n) { return zmatrix::isPrimeLarge(n); }
-double zq_numberOfPrimesUpto(double x) { return zmatrix::numberOfPrimesUpto(x); }
-double zq_numberOfPrimesUptoLarge(double x) { return zmatrix::numberOfPrimesUptoLarge(x); }
-int zq_primePi(int n) { return zmatrix::primePi(n); }
-long long zq_primePiLarge(long long n) { return zmatrix::primePiLarge(n); }
-int zq_nthPrime(int n) { return zmatrix::nthPrime(n); }
-long long zq_nthPrimeLarge(long long n) { return zmatrix::nthPrimeLarge(n); }
-int zq_notPrimePi(int n) { return zmatrix::notPrimePi(n); }
-long long zq_notPrimePiLarge(long long n) { return zmatrix::notPrimePiLarge(n); }
-int zq_nthNotPrime(int n) { return zmatrix::nthNotPrime(n); }
-long long zq_nthNotPrimeLarge(long long n) { return zmatrix::nthNotPrimeLarge(n); }
-double zq_riemann_r(double x) { return zmatrix::riemann_r(x); }
-void zq_initMath() { zmatrix::initMath(); }
-tagPrimeFact* zq_getPrimeFactors(int n, int* count, int* sigma, int wantCopy) { return zmatrix::getPrimeFactors(n, count, sigma, wantCopy); }
-void zq_deletePrimeFactor(tagPrimeFact* factors) { zmatrix::deletePrimeFactor(factors); }
-int zq_sigma(int n) { return zmatrix::sigma(n); }
-int zq_sigma4(int n) { return zmatrix::sigma4(n); }
-double zq_ipow(int base, int exponent) { return zmatrix::ipow(base, exponent); }
-long long zq_llPow(long long base, int exponent) { return zmatrix::llPow(base, exponent); }
-const int* zq_getMersennePrimes(int* count) { return zmatrix::getMersennePrimes(count); }
-int zq_isMersennePrime(int exponent) { return zmatrix::isMersennePrime(exponent); }
-gocronParametersTag* zq_getGlobalGocronParameters() { return zmatrix::getGlobalGocronParameters(); }
-void zq_setGlobalGocronParameters(const gocronParametersTag* parameters) { zmatrix::setGlobalGocronParameters(parameters); }
-void zq_setGlobalGocronParametersToDefaults() { zmatrix::setGlobalGocronParametersToDefaults(); }
-char* zq_intToOcron(int ocronType, int* length, int* capacity, int number, int* compareNumber, int* stackDepth) { return zmatrix::intToOcron(ocronType, length, capacity, number, compareNumber, stackDepth); }
-char* zq_intToOcron3(char* buffer, int* length, int* capacity, int number) { return zmatrix::intToOcron3(buffer, length, capacity, number); }
-char* zq_intToOcron4(char* buffer, int* length, int* capacity, int number) { return zmatrix::intToOcron4(buffer, length, capacity, number); }
-char* zq_intToOcron5(char* buffer, int* length, int* capacity, int number) { return zmatrix::intToOcron5(buffer, length, capacity, number); }
-char* zq_intToOcron6(char* buffer, int* length, int* capacity, int number) { return zmatrix::intToOcron6(buffer, length, capacity, number); }
-char* zq_intToOcron7(char* buffer, int* length, int* capacity, int number) { return zmatrix::intToOcron7(buffer, length, capacity, number); }
-char* zq_intToOcron_X(char* buffer, int* length, int* capacity, int number) { return zmatrix::intToOcron_X(buffer, length, capacity, number); }
-int* zq_createOcronSequenceFromIntegerSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol, const char* logPath) { return zmatrix::createOcronSequenceFromIntegerSequence(sequence, length, ocronType, resultLength, endSymbol, logPath); }
-int* zq_createOcronSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength) { return zmatrix::createOcronSequenceFromIntegerSequenceUseGlobalPars(sequence, length, resultLength); }
-char* zq_getOcronStringFromOcronIntArray(const int* items, int endSymbol, int* length) { return zmatrix::getOcronStringFromOcronIntArray(items, endSymbol, length); }
-int* zq_readIntegerSequenceFromASCIOcronFile(const char* path, int maximalItems, int endSymbol, int* count, int* status) { return zmatrix::readIntegerSequenceFromASCIOcronFile(path, maximalItems, endSymbol, count, status); }
-void zq_pushOnOcronStack(long long* stack, int* stackPointer, int value) { zmatrix::pushOnOcronStack(stack, stackPointer, value); }
-long long zq_popFromOcronStack(long long* stack, int* stackPointer) { return zmatrix::popFromOcronStack(stack, stackPointer); }
-char* zq_addOcronItem(char* buffer, int* length, int* capacity, int character) { return zmatrix::addOcronItem(buffer, length, capacity, character); }
-char* zq_addOcronString(char* buffer, int* length, int* capacity, const char* text, int count) { return zmatrix::addOcronString(buffer, length, capacity, text, count); }
-int* zq_addIntegerItemToOcronVector(int* vector, int* count, int* capacity, int item) { return zmatrix::addIntegerItemToOcronVector(vector, count, capacity, item); }
-long long zq_ocronToLongLong(int ocronType, char* ocron, int length, int* stackDepth) { return zmatrix::ocronToLongLong(ocronType, ocron, length, stackDepth); }
-int zq_ocronToint(int ocronType, char* ocron, int length, int* stackDepth) { return zmatrix::ocronToint(ocronType, ocron, length, stackDepth); }
-long long zq_ocron3ToLongLong(char* ocron, int length, int* stackDepth) { return zmatrix::ocron3ToLongLong(ocron, length, stackDepth); }
-long long zq_ocron4ToLongLong(char* ocron, int length, int* stackDepth) { return zmatrix::ocron4ToLongLong(ocron, length, stackDepth); }
-long long zq_ocron5ToLongLong(char* ocron, int length, int* stackDepth) { return zmatrix::ocron5ToLongLong(ocron, length, stackDepth); }
-long long zq_ocron6ToLongLong(char* ocron, int length, int* stackDepth) { return zmatrix::ocron6ToLongLong(ocron, length, stackDepth); }
-long long zq_ocron7ToLongLong(char* ocron, int length, int* stackDepth, int* logBase) { return zmatrix::ocron7ToLongLong(ocron, length, stackDepth, logBase); }
-long long zq_ocron4ToLogLongLong(char* ocron, int length, int* stackDepth, int* logBase) { return zmatrix::ocron4ToLogLongLong(ocron, length, stackDepth, logBase); }
-int zq_ocron3ToInt(char* ocron, int length, int* stackDepth) { return zmatrix::ocron3ToInt(ocron, length, stackDepth); }
-int zq_ocron4ToInt(char* ocron, int length, int* stackDepth) { return zmatrix::ocron4ToInt(ocron, length, stackDepth); }
-int zq_ocron5ToInt(char* ocron, int length, int* stackDepth) { return zmatrix::ocron5ToInt(ocron, length, stackDepth); }
-int zq_ocron6ToInt(char* ocron, int length, int* stackDepth) { return zmatrix::ocron6ToInt(ocron, length, stackDepth); }
-int zq_ocron7ToInt(char* ocron, int length, int* stackDepth, int* logBase) { return zmatrix::ocron7ToInt(ocron, length, stackDepth, logBase); }
-long long zq_longLogFromValueWithBase(long long value, int base) { return zmatrix::longLogFromValueWithBase(value, base); }
-long long zq_longLogFromProductWithBase(long long a, long long b, int base) { return zmatrix::longLogFromProductWithBase(a, b, base); }
-long long zq_longLogFromPowerWithBase(long long a, long long exponent, int base) { return zmatrix::longLogFromPowerWithBase(a, exponent, base); }
-long long zq_longLongAbs(long long value) { return zmatrix::longLongAbs(value); }
-long long zq_ocronToGocron(int ocronType, const char* ocron, int length) { return zmatrix::ocronToGocron(ocronType, ocron, length); }
-char* zq_gocronToOcron(int ocronType, long long gocron, int* length) { return zmatrix::gocronToOcron(ocronType, gocron, length); }
-long long zq_ocronToGocron1(int ocronType, const char* ocron, int length) { return zmatrix::ocronToGocron1(ocronType, ocron, length); }
-lQuaternionTag zq_ocronToLQGocron(int ocronType, const char* ocron, int length) { return zmatrix::ocronToLQGocron(ocronType, ocron, length); }
-long long zq_intToLongLongGocron(int ocronType, int number) { return zmatrix::intToLongLongGocron(ocronType, number); }
-long long zq_intToGocron(int ocronType, int number) { return zmatrix::intToGocron(ocronType, number); }
-int zq_gocronToInt(int ocronType, long long gocron) { return zmatrix::gocronToInt(ocronType, gocron); }
-long long zq_gocronToLongLong(int ocronType, long long gocron) { return zmatrix::gocronToLongLong(ocronType, gocron); }
-int zq_incrementOcron(int ocronType, char* ocron, int capacity, int* length) { return zmatrix::incrementOcron(ocronType, ocron, capacity, length); }
-long long* zq_createGoedelSequenceFromOcronSequence(int ocronType, const int* sequence, int length, int endSymbol, int* resultLength, int* status, long long* maximalValue, const char* logPath) { return zmatrix::createGoedelSequenceFromOcronSequence(ocronType, sequence, length, endSymbol, resultLength, status, maximalValue, logPath); }
-long long* zq_createGoedelSequenceFromOcronSequenceUseGlobalPars(const int* sequence, int length, int* resultLength) { return zmatrix::createGoedelSequenceFromOcronSequenceUseGlobalPars(sequence, length, resultLength); }
-long long* zq_createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength) { return zmatrix::createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(sequence, length, resultLength); }
-int* zq_createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength) { return zmatrix::createGoedelSequenceFromIntegerSequenceUseGlobalPars(sequence, length, resultLength); }
-naturalNumberGocronCodeTag* zq_createGocronCodeIndices(int ocronType, const int* numbers, int count) { return zmatrix::createGocronCodeIndices(ocronType, numbers, count); }
-void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* records) { zmatrix::gocronQsortByGocronCode(lastIndex, records); }
-void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) { zmatrix::gocronQsortByNumber(lastIndex, records); }
-int zq_refreshSymbolLinks(ZQMatrix* matrix) { return zmatrix::refreshSymbolLinks(matrix); }
-int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }
-int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }
+int zq_getLoadReport(ZQMatrix* matrix, zq_loadReport* report) noexcept { return guarded<int>([&] { return zmatrix::getLoadReport(matrix, report); }); }
+int zq_getLoadReport_Medium(ZQMatrixMedium* matrix, zq_loadReport* report) noexcept { return guarded<int>([&] { return zmatrix::getLoadReport(matrix, report); }); }
+int zq_getLoadReport_Base(ZQMatrixBase* matrix, zq_loadReport* report) noexcept { return guarded<int>([&] { return zmatrix::getLoadReport(matrix, report); }); }
+const char* zq_version() noexcept { return guarded<const char*>([&] { return zmatrix::version(); }); }
+void zq_setMessageFunction(zq_messageFunction function, void* userData) noexcept { guarded([&] { zmatrix::setMessageFunction(function, userData); }); }
+const char* zq_lastMessage() noexcept { return guarded<const char*>([&] { return zmatrix::lastMessage(); }); }
+zq_KernReport* zq_createKernReport(const char* fileName) noexcept { return guarded<zq_KernReport*>([&] { return zmatrix::createKernReport(fileName); }); }
+void zq_deleteKernReport(zq_KernReport* report) noexcept { guarded([&] { zmatrix::deleteKernReport(report); }); }
+zq_MidiReport* zq_createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze, const unsigned char* channelFilter) noexcept { return guarded<zq_MidiReport*>([&] { return zmatrix::createMidiReport(path, preProcessingType, noteOnQuantization, midiTrackAnalyze, channelFilter); }); }
+void zq_deleteMidiReport(zq_MidiReport* report) noexcept { guarded([&] { zmatrix::deleteMidiReport(report); }); }
+const char* zq_textOfMidiEnd(int end) noexcept { return guarded<const char*>([&] { return zmatrix::textOfMidiEnd(end); }); }
+const char* zq_textOfMidiVerdict(int verdict) noexcept { return guarded<const char*>([&] { return zmatrix::textOfMidiVerdict(verdict); }); }
+const char* zq_nameOfMidiSubType(int subType) noexcept { return guarded<const char*>([&] { return zmatrix::nameOfMidiSubType(subType); }); }
+const char* zq_nameOfSoundID(int soundID) noexcept { return guarded<const char*>([&] { return zmatrix::nameOfSoundID(soundID); }); }
+int zq_readMidiObjexsAndWriteToMidiFile(ZQMatrix* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes) noexcept { return guarded<int>([&] { return zmatrix::readMidiObjexsAndWriteToMidiFile(matrix, numberOfObjex, fileName, numberOfNotes); }); }
+int zq_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes) noexcept { return guarded<int>([&] { return zmatrix::readMidiObjexsAndWriteToMidiFile(matrix, numberOfObjex, fileName, numberOfNotes); }); }
+int* zq_initPrimes(unsigned lowerBound, unsigned upperBound, int* count) noexcept { return guarded<int*>([&] { return zmatrix::initPrimes(lowerBound, upperBound, count); }); }
+long long* zq_initPrimesLarge(long long lowerBound, long long upperBound, long long* count) noexcept { return guarded<long long*>([&] { return zmatrix::initPrimesLarge(lowerBound, upperBound, count); }); }
+int* zq_initFirstNPrimes(int n) noexcept { return guarded<int*>([&] { return zmatrix::initFirstNPrimes(n); }); }
+long long* zq_initFirstNPrimesLarge(long long n) noexcept { return guarded<long long*>([&] { return zmatrix::initFirstNPrimesLarge(n); }); }
+void zq_deinitPrimes() noexcept { guarded([&] { zmatrix::deinitPrimes(); }); }
+void zq_deinitPrimesLarge() noexcept { guarded([&] { zmatrix::deinitPrimesLarge(); }); }
+int* zq_getPrimeNumbers(int* count, int* maxPrime) noexcept { return guarded<int*>([&] { return zmatrix::getPrimeNumbers(count, maxPrime); }); }
+long long* zq_getPrimeNumbersLarge(long long* count, long long* maxPrime) noexcept { return guarded<long long*>([&] { return zmatrix::getPrimeNumbersLarge(count, maxPrime); }); }
+int zq_isPrime(int n) noexcept { return guarded<int>([&] { return zmatrix::isPrime(n); }); }
+int zq_isPrimeLarge(long long n) noexcept { return guarded<int>([&] { return zmatrix::isPrimeLarge(n); }); }
+double zq_numberOfPrimesUpto(double x) noexcept { return guarded<double>([&] { return zmatrix::numberOfPrimesUpto(x); }); }
+double zq_numberOfPrimesUptoLarge(double x) noexcept { return guarded<double>([&] { return zmatrix::numberOfPrimesUptoLarge(x); }); }
+int zq_primePi(int n) noexcept { return guarded<int>([&] { return zmatrix::primePi(n); }); }
+long long zq_primePiLarge(long long n) noexcept { return guarded<long long>([&] { return zmatrix::primePiLarge(n); }); }
+int zq_nthPrime(int n) noexcept { return guarded<int>([&] { return zmatrix::nthPrime(n); }); }
+long long zq_nthPrimeLarge(long long n) noexcept { return guarded<long long>([&] { return zmatrix::nthPrimeLarge(n); }); }
+int zq_notPrimePi(int n) noexcept { return guarded<int>([&] { return zmatrix::notPrimePi(n); }); }
+long long zq_notPrimePiLarge(long long n) noexcept { return guarded<long long>([&] { return zmatrix::notPrimePiLarge(n); }); }
+int zq_nthNotPrime(int n) noexcept { return guarded<int>([&] { return zmatrix::nthNotPrime(n); }); }
+long long zq_nthNotPrimeLarge(long long n) noexcept { return guarded<long long>([&] { return zmatrix::nthNotPrimeLarge(n); }); }
+double zq_riemann_r(double x) noexcept { return guarded<double>([&] { return zmatrix::riemann_r(x); }); }
+void zq_initMath() noexcept { guarded([&] { zmatrix::initMath(); }); }
+tagPrimeFact* zq_getPrimeFactors(int n, int* count, int* sigma, int wantCopy) noexcept { return guarded<tagPrimeFact*>([&] { return zmatrix::getPrimeFactors(n, count, sigma, wantCopy); }); }
+void zq_deletePrimeFactor(tagPrimeFact* factors) noexcept { guarded([&] { zmatrix::deletePrimeFactor(factors); }); }
+int zq_sigma(int n) noexcept { return guarded<int>([&] { return zmatrix::sigma(n); }); }
+int zq_sigma4(int n) noexcept { return guarded<int>([&] { return zmatrix::sigma4(n); }); }
+double zq_ipow(int base, int exponent) noexcept { return guarded<double>([&] { return zmatrix::ipow(base, exponent); }); }
+long long zq_llPow(long long base, int exponent) noexcept { return guarded<long long>([&] { return zmatrix::llPow(base, exponent); }); }
+const int* zq_getMersennePrimes(int* count) noexcept { return guarded<const int*>([&] { return zmatrix::getMersennePrimes(count); }); }
+int zq_isMersennePrime(int exponent) noexcept { return guarded<int>([&] { return zmatrix::isMersennePrime(exponent); }); }
+gocronParametersTag* zq_getGlobalGocronParameters() noexcept { return guarded<gocronParametersTag*>([&] { return zmatrix::getGlobalGocronParameters(); }); }
+void zq_setGlobalGocronParameters(const gocronParametersTag* parameters) noexcept { guarded([&] { zmatrix::setGlobalGocronParameters(parameters); }); }
+void zq_setGlobalGocronParametersToDefaults() noexcept { guarded([&] { zmatrix::setGlobalGocronParametersToDefaults(); }); }
+char* zq_intToOcron(int ocronType, int* length, int* capacity, int number, int* compareNumber, int* stackDepth) noexcept { return guarded<char*>([&] { return zmatrix::intToOcron(ocronType, length, capacity, number, compareNumber, stackDepth); }); }
+char* zq_intToOcron3(char* buffer, int* length, int* capacity, int number) noexcept { return guarded<char*>([&] { return zmatrix::intToOcron3(buffer, length, capacity, number); }); }
+char* zq_intToOcron4(char* buffer, int* length, int* capacity, int number) noexcept { return guarded<char*>([&] { return zmatrix::intToOcron4(buffer, length, capacity, number); }); }
+char* zq_intToOcron5(char* buffer, int* length, int* capacity, int number) noexcept { return guarded<char*>([&] { return zmatrix::intToOcron5(buffer, length, capacity, number); }); }
+char* zq_intToOcron6(char* buffer, int* length, int* capacity, int number) noexcept { return guarded<char*>([&] { return zmatrix::intToOcron6(buffer, length, capacity, number); }); }
+char* zq_intToOcron7(char* buffer, int* length, int* capacity, int number) noexcept { return guarded<char*>([&] { return zmatrix::intToOcron7(buffer, length, capacity, number); }); }
+char* zq_intToOcron_X(char* buffer, int* length, int* capacity, int number) noexcept { return guarded<char*>([&] { return zmatrix::intToOcron_X(buffer, length, capacity, number); }); }
+int* zq_createOcronSequenceFromIntegerSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol, const char* logPath) noexcept { return guarded<int*>([&] { return zmatrix::createOcronSequenceFromIntegerSequence(sequence, length, ocronType, resultLength, endSymbol, logPath); }); }
+int* zq_createOcronSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength) noexcept { return guarded<int*>([&] { return zmatrix::createOcronSequenceFromIntegerSequenceUseGlobalPars(sequence, length, resultLength); }); }
+char* zq_getOcronStringFromOcronIntArray(const int* items, int endSymbol, int* length) noexcept { return guarded<char*>([&] { return zmatrix::getOcronStringFromOcronIntArray(items, endSymbol, length); }); }
+int* zq_readIntegerSequenceFromASCIOcronFile(const char* path, int maximalItems, int endSymbol, int* count, int* status) noexcept { return guarded<int*>([&] { return zmatrix::readIntegerSequenceFromASCIOcronFile(path, maximalItems, endSymbol, count, status); }); }
+void zq_pushOnOcronStack(long long* stack, int* stackPointer, int value) noexcept { guarded([&] { zmatrix::pushOnOcronStack(stack, stackPointer, value); }); }
+long long zq_popFromOcronStack(long long* stack, int* stackPointer) noexcept { return guarded<long long>([&] { return zmatrix::popFromOcronStack(stack, stackPointer); }); }
+char* zq_addOcronItem(char* buffer, int* length, int* capacity, int character) noexcept { return guarded<char*>([&] { return zmatrix::addOcronItem(buffer, length, capacity, character); }); }
+char* zq_addOcronString(char* buffer, int* length, int* capacity, const char* text, int count) noexcept { return guarded<char*>([&] { return zmatrix::addOcronString(buffer, length, capacity, text, count); }); }
+int* zq_addIntegerItemToOcronVector(int* vector, int* count, int* capacity, int item) noexcept { return guarded<int*>([&] { return zmatrix::addIntegerItemToOcronVector(vector, count, capacity, item); }); }
+long long zq_ocronToLongLong(int ocronType, char* ocron, int length, int* stackDepth) noexcept { return guarded<long long>([&] { return zmatrix::ocronToLongLong(ocronType, ocron, length, stackDepth); }); }
+int zq_ocronToint(int ocronType, char* ocron, int length, int* stackDepth) noexcept { return guarded<int>([&] { return zmatrix::ocronToint(ocronType, ocron, length, stackDepth); }); }
+long long zq_ocron3ToLongLong(char* ocron, int length, int* stackDepth) noexcept { return guarded<long long>([&] { return zmatrix::ocron3ToLongLong(ocron, length, stackDepth); }); }
+long long zq_ocron4ToLongLong(char* ocron, int length, int* stackDepth) noexcept { return guarded<long long>([&] { return zmatrix::ocron4ToLongLong(ocron, length, stackDepth); }); }
+long long zq_ocron5ToLongLong(char* ocron, int length, int* stackDepth) noexcept { return guarded<long long>([&] { return zmatrix::ocron5ToLongLong(ocron, length, stackDepth); }); }
+long long zq_ocron6ToLongLong(char* ocron, int length, int* stackDepth) noexcept { return guarded<long long>([&] { return zmatrix::ocron6ToLongLong(ocron, length, stackDepth); }); }
+long long zq_ocron7ToLongLong(char* ocron, int length, int* stackDepth, int* logBase) noexcept { return guarded<long long>([&] { return zmatrix::ocron7ToLongLong(ocron, length, stackDepth, logBase); }); }
+long long zq_ocron4ToLogLongLong(char* ocron, int length, int* stackDepth, int* logBase) noexcept { return guarded<long long>([&] { return zmatrix::ocron4ToLogLongLong(ocron, length, stackDepth, logBase); }); }
+int zq_ocron3ToInt(char* ocron, int length, int* stackDepth) noexcept { return guarded<int>([&] { return zmatrix::ocron3ToInt(ocron, length, stackDepth); }); }
+int zq_ocron4ToInt(char* ocron, int length, int* stackDepth) noexcept { return guarded<int>([&] { return zmatrix::ocron4ToInt(ocron, length, stackDepth); }); }
+int zq_ocron5ToInt(char* ocron, int length, int* stackDepth) noexcept { return guarded<int>([&] { return zmatrix::ocron5ToInt(ocron, length, stackDepth); }); }
+int zq_ocron6ToInt(char* ocron, int length, int* stackDepth) noexcept { return guarded<int>([&] { return zmatrix::ocron6ToInt(ocron, length, stackDepth); }); }
+int zq_ocron7ToInt(char* ocron, int length, int* stackDepth, int* logBase) noexcept { return guarded<int>([&] { return zmatrix::ocron7ToInt(ocron, length, stackDepth, logBase); }); }
+long long zq_longLogFromValueWithBase(long long value, int base) noexcept { return guarded<long long>([&] { return zmatrix::longLogFromValueWithBase(value, base); }); }
+long long zq_longLogFromProductWithBase(long long a, long long b, int base) noexcept { return guarded<long long>([&] { return zmatrix::longLogFromProductWithBase(a, b, base); }); }
+long long zq_longLogFromPowerWithBase(long long a, long long exponent, int base) noexcept { return guarded<long long>([&] { return zmatrix::longLogFromPowerWithBase(a, exponent, base); }); }
+long long zq_longLongAbs(long long value) noexcept { return guarded<long long>([&] { return zmatrix::longLongAbs(value); }); }
+long long zq_ocronToGocron(int ocronType, const char* ocron, int length) noexcept { return guarded<long long>([&] { return zmatrix::ocronToGocron(ocronType, ocron, length); }); }
+char* zq_gocronToOcron(int ocronType, long long gocron, int* length) noexcept { return guarded<char*>([&] { return zmatrix::gocronToOcron(ocronType, gocron, length); }); }
+long long zq_ocronToGocron1(int ocronType, const char* ocron, int length) noexcept { return guarded<long long>([&] { return zmatrix::ocronToGocron1(ocronType, ocron, length); }); }
+lQuaternionTag zq_ocronToLQGocron(int ocronType, const char* ocron, int length) noexcept { return guarded<lQuaternionTag>([&] { return zmatrix::ocronToLQGocron(ocronType, ocron, length); }); }
+long long zq_intToLongLongGocron(int ocronType, int number) noexcept { return guarded<long long>([&] { return zmatrix::intToLongLongGocron(ocronType, number); }); }
+long long zq_intToGocron(int ocronType, int number) noexcept { return guarded<long long>([&] { return zmatrix::intToGocron(ocronType, number); }); }
+int zq_gocronToInt(int ocronType, long long gocron) noexcept { return guarded<int>([&] { return zmatrix::gocronToInt(ocronType, gocron); }); }
+long long zq_gocronToLongLong(int ocronType, long long gocron) noexcept { return guarded<long long>([&] { return zmatrix::gocronToLongLong(ocronType, gocron); }); }
+int zq_incrementOcron(int ocronType, char* ocron, int capacity, int* length) noexcept { return guarded<int>([&] { return zmatrix::incrementOcron(ocronType, ocron, capacity, length); }); }
+long long* zq_createGoedelSequenceFromOcronSequence(int ocronType, const int* sequence, int length, int endSymbol, int* resultLength, int* status, long long* maximalValue, const char* logPath) noexcept { return guarded<long long*>([&] { return zmatrix::createGoedelSequenceFromOcronSequence(ocronType, sequence, length, endSymbol, resultLength, status, maximalValue, logPath); }); }
+long long* zq_createGoedelSequenceFromOcronSequenceUseGlobalPars(const int* sequence, int length, int* resultLength) noexcept { return guarded<long long*>([&] { return zmatrix::createGoedelSequenceFromOcronSequenceUseGlobalPars(sequence, length, resultLength); }); }
+long long* zq_createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength) noexcept { return guarded<long long*>([&] { return zmatrix::createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(sequence, length, resultLength); }); }
+int* zq_createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength) noexcept { return guarded<int*>([&] { return zmatrix::createGoedelSequenceFromIntegerSequenceUseGlobalPars(sequence, length, resultLength); }); }
+naturalNumberGocronCodeTag* zq_createGocronCodeIndices(int ocronType, const int* numbers, int count) noexcept { return guarded<naturalNumberGocronCodeTag*>([&] { return zmatrix::createGocronCodeIndices(ocronType, numbers, count); }); }
+void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByGocronCode(lastIndex, records); }); }
+void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByNumber(lastIndex, records); }); }
+int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
+int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }
 
 }  // extern "C"
 #pragma GCC visibility pop

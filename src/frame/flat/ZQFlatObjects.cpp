@@ -4,6 +4,7 @@
 #include "frame/ZQMemory.h"
 #include "frame/ZQProgress.h"
 #include "frame/ZQSmallQueries.h"
+#include "frame/flat/ZQGuarded.h"
 #include "frame/flat/ZQMatrixCreators.h"
 #include "music/ZQFileNameList.h"
 #include "music/midi/MIDIFILE.h"
@@ -22,133 +23,133 @@ extern "C" {
 #define EXPORTED_AS(name) __asm__(name)
 #endif
 
-ZQMatrix* exported_createAndInitMatrix() EXPORTED_AS("createAndInitMatrix");
-ZQMatrix* exported_createAndInitMatrix() { return createAndInitMatrix(); }
-ZQMatrix* exported_createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) EXPORTED_AS("createAndInitMatrixWithDebugParameters");
-ZQMatrix* exported_createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) { return createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }
-ZQMatrix* exported_createAndInitMatrixWithFile(const char* path, int debugLevel) EXPORTED_AS("createAndInitMatrixWithFile");
-ZQMatrix* exported_createAndInitMatrixWithFile(const char* path, int debugLevel) { return createAndInitMatrixWithFile(path, debugLevel); }
-void exported_deleteMatrix(ZQMatrix* matrix) EXPORTED_AS("deleteMatrix");
-void exported_deleteMatrix(ZQMatrix* matrix) { deleteMatrix(matrix); }
-ZQMatrixMedium* exported_createAndInitMatrixMedium() EXPORTED_AS("createAndInitMatrixMedium");
-ZQMatrixMedium* exported_createAndInitMatrixMedium() { return createAndInitMatrixMedium(); }
-ZQMatrixMedium* exported_createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) EXPORTED_AS("createAndInitMatrixMediumWithDebugParameters");
-ZQMatrixMedium* exported_createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) { return createAndInitMatrixMediumWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }
-ZQMatrixMedium* exported_createAndInitMatrixMediumWithFile(const char* path, int debugLevel) EXPORTED_AS("createAndInitMatrixMediumWithFile");
-ZQMatrixMedium* exported_createAndInitMatrixMediumWithFile(const char* path, int debugLevel) { return createAndInitMatrixMediumWithFile(path, debugLevel); }
-void exported_deleteMatrixMedium(ZQMatrixMedium* matrix) EXPORTED_AS("deleteMatrixMedium");
-void exported_deleteMatrixMedium(ZQMatrixMedium* matrix) { deleteMatrixMedium(matrix); }
-ZQMatrixBase* exported_createAndInitMatrixBase() EXPORTED_AS("createAndInitMatrixBase");
-ZQMatrixBase* exported_createAndInitMatrixBase() { return createAndInitMatrixBase(); }
-ZQMatrixBase* exported_createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) EXPORTED_AS("createAndInitMatrixBaseWithDebugParameters");
-ZQMatrixBase* exported_createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) { return createAndInitMatrixBaseWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }
-ZQMatrixBase* exported_createAndInitMatrixBaseWithFile(const char* path, int debugLevel) EXPORTED_AS("createAndInitMatrixBaseWithFile");
-ZQMatrixBase* exported_createAndInitMatrixBaseWithFile(const char* path, int debugLevel) { return createAndInitMatrixBaseWithFile(path, debugLevel); }
-void exported_deleteMatrixBase(ZQMatrixBase* matrix) EXPORTED_AS("deleteMatrixBase");
-void exported_deleteMatrixBase(ZQMatrixBase* matrix) { deleteMatrixBase(matrix); }
-void setMatrixProgressDisplayFunctionBB(matrixProgressCallBackFunction callBack) { setMatrixProgressDisplayFunction(callBack); }
-ZQMatrix* createMatrixBB() { return createAndInitMatrix(); }
-ZQMatrix* createMatrixWithDebugParametersBB(int debugOutputDevice, int debugLevel, const char* debugDirectory) { return createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }
-ZQMatrix* createMatrixWithFileBB(const char* path, int debugLevel) { return createAndInitMatrixWithFile(path, debugLevel); }
-void deleteMatrixBB(ZQMatrix* matrix) { deleteMatrix(matrix); }
-void* s_Malloc(size_t size) { return systemMalloc(size); }
-void s_Free(void* pointer) { systemFree(pointer); }
-void exported_setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) EXPORTED_AS("setMatrixProgressDisplayFunction");
-void exported_setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) { setMatrixProgressDisplayFunction(callBack); }
-int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) EXPORTED_AS("getExpectedMatrixMemory");
-int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) { return getExpectedMatrixMemory(coordinateDimension, numberOfItems, phraseLength, numberOfSymbols); }
-int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) EXPORTED_AS("sGetNumberOriginalItemsToRestoreFromPreprocessed");
-int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) { return sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType); }
-int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) { return matrix->performMatrixConsistencyTest(numberOfWriteElements, numberOfEndElements, trim); }
-int s_getMatrixInfoTypeFromFile(const char* path) { return ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path); }
-ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() EXPORTED_AS("createZQMatrixSequenceIndexVector");
-ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() { return createZQMatrixSequenceIndexVector(); }
-void exported_deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) EXPORTED_AS("deleteZQMatrixSequenceIndexVector");
-void exported_deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) { deleteZQMatrixSequenceIndexVector(vector); }
-int s_getCoordDimension(ZQMatrixSequenceIndexVector* vector) { return vector->getCoordDimension(); }
-void s_setCoordDimension(ZQMatrixSequenceIndexVector* vector, int dimension) { vector->setCoordDimension(dimension); }
-int s_getLengthOfIndexVector(ZQMatrixSequenceIndexVector* vector) { return vector->getLengthOfIndexVector(); }
-int s_getCurrentLevelOfPreprocOperations(ZQMatrixSequenceIndexVector* vector) { return vector->getCurrentLevelOfPreprocOperations(); }
-void s_setCurrentLevelOfPreprocOperations(ZQMatrixSequenceIndexVector* vector, int level) { vector->setCurrentLevelOfPreprocOperations(level); }
-int s_getApplyPreprocessingType(ZQMatrixSequenceIndexVector* vector) { return vector->getApplyPreprocessingType(); }
-void s_setApplyPreprocessingType(ZQMatrixSequenceIndexVector* vector, int type) { vector->setApplyPreprocessingType(type); }
-int* s_getIndexVector(ZQMatrixSequenceIndexVector* vector) { return vector->getIndexVector(); }
-void s_setIndexVector(ZQMatrixSequenceIndexVector* vector, const int* data, int length) { vector->setIndexVector(data, length); }
-int s_setIndexVectorReference(ZQMatrixSequenceIndexVector* vector, int* data, int length) { return vector->setIndexVectorReference(data, length); }
-int s_getIndexItemAtIndex(ZQMatrixSequenceIndexVector* vector, int index) { return vector->getIndexItemAtIndex(index); }
-void s_removeAllOriginalSequenceItems(ZQMatrixSequenceIndexVector* vector) { vector->removeAllOriginalSequenceItems(); }
-void s_addOriginalSequenceItem(ZQMatrixSequenceIndexVector* vector, int item) { vector->addOriginalSequenceItem(item); }
-int s_getOriginalIndexItemAtIndex(ZQMatrixSequenceIndexVector* vector, int index) { return vector->getOriginalIndexItemAtIndex(index); }
-int* s_getOriginalIndexItems(ZQMatrixSequenceIndexVector* vector) { return vector->getOriginalIndexItems(); }
-int s_getNumberOfOriginalItemsNeededForInversePreProcess(ZQMatrixSequenceIndexVector* vector) { return vector->getNumberOfOriginalItemsNeededForInversePreProcess(); }
-int s_getCoordDimensionAfterPreproc(ZQMatrixSequenceIndexVector* vector) { return vector->getCoordDimensionAfterPreproc(); }
-void s_setCoordDimensionAfterPreproc(ZQMatrixSequenceIndexVector* vector, int dimension) { vector->setCoordDimensionAfterPreproc(dimension); }
-int s_getUsedPreprocessingType(ZQMatrixSequenceIndexVector* vector) { return vector->getUsedPreprocessingType(); }
-void s__setUsedPreprocessingType(ZQMatrixSequenceIndexVector* vector, int type) { vector->_setUsedPreprocessingType(type); }
-void s_setPropertiesFrom(ZQMatrixSequenceIndexVector* vector, const ZQMatrixSequenceIndexVector* other) { vector->setPropertiesFrom(other); }
-void s_copyFrom(ZQMatrixSequenceIndexVector* vector, const ZQMatrixSequenceIndexVector* other) { vector->copyFrom(other); }
-_MIDIFILEInStruct* exported_MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) EXPORTED_AS("MIDIFILEBeginReading");
-_MIDIFILEInStruct* exported_MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) { return MIDIFILEBeginReading(file, event); }
-int exported_MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks) EXPORTED_AS("MIDIFILEReadPreamble");
-int exported_MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks) { return MIDIFILEReadPreamble(in, format, numberOfTracks); }
-int exported_MIDIFILEReadEvent(_MIDIFILEInStruct* in) EXPORTED_AS("MIDIFILEReadEvent");
-int exported_MIDIFILEReadEvent(_MIDIFILEInStruct* in) { return MIDIFILEReadEvent(in); }
-int exported_MIDIFILEEndReading(_MIDIFILEInStruct* in) EXPORTED_AS("MIDIFILEEndReading");
-int exported_MIDIFILEEndReading(_MIDIFILEInStruct* in) { return MIDIFILEEndReading(in); }
-int exported_MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size) EXPORTED_AS("MIDIFILESetReadQuantaSize");
-int exported_MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size) { return MIDIFILESetReadQuantaSize(state, size); }
-_MIDIFILEOutStruct* exported_MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName) EXPORTED_AS("MIDIFILEBeginWriting");
-_MIDIFILEOutStruct* exported_MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName) { return MIDIFILEBeginWriting(file, format, division, trackName); }
-int exported_MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) EXPORTED_AS("MIDIFILEBeginWritingTrack");
-int exported_MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) { return MIDIFILEBeginWritingTrack(out, trackName); }
-int exported_MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) EXPORTED_AS("MIDIFILEEndWritingTrack");
-int exported_MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) { return MIDIFILEEndWritingTrack(out, time); }
-int exported_MIDIFILEEndWriting(_MIDIFILEOutStruct* out) EXPORTED_AS("MIDIFILEEndWriting");
-int exported_MIDIFILEEndWriting(_MIDIFILEOutStruct* out) { return MIDIFILEEndWriting(out); }
-int exported_MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) EXPORTED_AS("MIDIFILEWriteEvent");
-int exported_MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) { return MIDIFILEWriteEvent(out, time, count, bytes); }
-int exported_MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) EXPORTED_AS("MIDIFILEWriteSysExcl");
-int exported_MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) { return MIDIFILEWriteSysExcl(out, time, count, bytes); }
-int exported_MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) EXPORTED_AS("MIDIFILEWriteTempo");
-int exported_MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) { return MIDIFILEWriteTempo(out, time, tempo); }
-int exported_MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd) EXPORTED_AS("MIDIFILEWriteTimeSig");
-int exported_MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd) { return MIDIFILEWriteTimeSig(out, time, numerator, denominatorPower, clocks, notes32nd); }
-int exported_MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) EXPORTED_AS("MIDIFILEWriteKeySig");
-int exported_MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) { return MIDIFILEWriteKeySig(out, time, sharps, isMinor); }
-int exported_MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) EXPORTED_AS("MIDIFILEWriteText");
-int exported_MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) { return MIDIFILEWriteText(out, time, type, text); }
-int exported_MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes) EXPORTED_AS("MIDIFILEWriteSMPTEoffset");
-int exported_MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes) { return MIDIFILEWriteSMPTEoffset(out, hours, minutes, seconds, frames, subframes); }
-int exported_MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) EXPORTED_AS("MIDIFILEWriteSequenceNumber");
-int exported_MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) { return MIDIFILEWriteSequenceNumber(out, number); }
-int exported_getGMProgramChangeIDFromSoundID(int soundID) EXPORTED_AS("getGMProgramChangeIDFromSoundID");
-int exported_getGMProgramChangeIDFromSoundID(int soundID) { return getGMProgramChangeIDFromSoundID(soundID); }
-int exported_getSoundIDFromGMProgramChange(unsigned char program, double* tonality) EXPORTED_AS("getSoundIDFromGMProgramChange");
-int exported_getSoundIDFromGMProgramChange(unsigned char program, double* tonality) { return getSoundIDFromGMProgramChange(program, tonality); }
-double exported_getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality) EXPORTED_AS("getDecayFactorAndTonalityFromGMProgramChange");
-double exported_getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality) { return getDecayFactorAndTonalityFromGMProgramChange(program, tonality); }
-ZQFileNameList* exported_createZQFileNameList() EXPORTED_AS("createZQFileNameList");
-ZQFileNameList* exported_createZQFileNameList() { return createZQFileNameList(); }
-void exported_deleteZQFileNameList(ZQFileNameList* list) EXPORTED_AS("deleteZQFileNameList");
-void exported_deleteZQFileNameList(ZQFileNameList* list) { deleteZQFileNameList(list); }
-void exported_deleteZQFileNameListOnlyReferences(ZQFileNameList* list) EXPORTED_AS("deleteZQFileNameListOnlyReferences");
-void exported_deleteZQFileNameListOnlyReferences(ZQFileNameList* list) { deleteZQFileNameListOnlyReferences(list); }
-void s_init(ZQFileNameList* list) { list->init(); }
-void s_addFileName(ZQFileNameList* list, char* name) { list->addFileName(name); }
-void s_deleteFileNameAtIndex(ZQFileNameList* list, int index) { list->deleteFileNameAtIndex(index); }
-int s_getCount(ZQFileNameList* list) { return list->getCount(); }
-void s_deleteAllFileNames(ZQFileNameList* list) { list->deleteAllFileNames(); }
-char* s_getFileNameAtIndex(ZQFileNameList* list, int index) { return list->getFileNameAtIndex(index); }
-char** s_getFileNameList(ZQFileNameList* list) { return list->getFileNameList(); }
-int s_fileIsMidiFile(ZQFileNameList* list, const char* name) { return list->fileIsMidiFile(name); }
-int s_fileIsKernFile(ZQFileNameList* list, const char* name) { return list->fileIsKernFile(name); }
-int s_fileIsTextFile(ZQFileNameList* list, const char* name) { return list->fileIsTextFile(name); }
-int s_isDirectory(ZQFileNameList* list, const char* path) { return list->isDirectory(path); }
-ZQFileNameList* s_getDirectoryContent(ZQFileNameList* list, const char* path) { return list->getDirectoryContent(path); }
-ZQFileNameList* s_getMidiFilesInFilePath(ZQFileNameList* list, const char* path, int recursive, ZQFileNameList* other) { return list->getMidiFilesInFilePath(path, recursive, other); }
-ZQFileNameList* s_getMidiOrKernFilesInFilePath(ZQFileNameList* list, const char* path, int recursive, ZQFileNameList* other) { return list->getMidiOrKernFilesInFilePath(path, recursive, other); }
-ZQFileNameList* s_getTextFilesInFilePath(ZQFileNameList* list, const char* path, int recursive, ZQFileNameList* other) { return list->getTextFilesInFilePath(path, recursive, other); }
-ZQFileNameList* s_getKernFilesInFilePath(ZQFileNameList* list, const char* path, int recursive, ZQFileNameList* other) { return list->getKernFilesInFilePath(path, recursive, other); }
+ZQMatrix* exported_createAndInitMatrix() noexcept EXPORTED_AS("createAndInitMatrix");
+ZQMatrix* exported_createAndInitMatrix() noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrix(); }); }
+ZQMatrix* exported_createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept EXPORTED_AS("createAndInitMatrixWithDebugParameters");
+ZQMatrix* exported_createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
+ZQMatrix* exported_createAndInitMatrixWithFile(const char* path, int debugLevel) noexcept EXPORTED_AS("createAndInitMatrixWithFile");
+ZQMatrix* exported_createAndInitMatrixWithFile(const char* path, int debugLevel) noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrixWithFile(path, debugLevel); }); }
+void exported_deleteMatrix(ZQMatrix* matrix) noexcept EXPORTED_AS("deleteMatrix");
+void exported_deleteMatrix(ZQMatrix* matrix) noexcept { guarded([&] { deleteMatrix(matrix); }); }
+ZQMatrixMedium* exported_createAndInitMatrixMedium() noexcept EXPORTED_AS("createAndInitMatrixMedium");
+ZQMatrixMedium* exported_createAndInitMatrixMedium() noexcept { return guarded<ZQMatrixMedium*>([&] { return createAndInitMatrixMedium(); }); }
+ZQMatrixMedium* exported_createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept EXPORTED_AS("createAndInitMatrixMediumWithDebugParameters");
+ZQMatrixMedium* exported_createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrixMedium*>([&] { return createAndInitMatrixMediumWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
+ZQMatrixMedium* exported_createAndInitMatrixMediumWithFile(const char* path, int debugLevel) noexcept EXPORTED_AS("createAndInitMatrixMediumWithFile");
+ZQMatrixMedium* exported_createAndInitMatrixMediumWithFile(const char* path, int debugLevel) noexcept { return guarded<ZQMatrixMedium*>([&] { return createAndInitMatrixMediumWithFile(path, debugLevel); }); }
+void exported_deleteMatrixMedium(ZQMatrixMedium* matrix) noexcept EXPORTED_AS("deleteMatrixMedium");
+void exported_deleteMatrixMedium(ZQMatrixMedium* matrix) noexcept { guarded([&] { deleteMatrixMedium(matrix); }); }
+ZQMatrixBase* exported_createAndInitMatrixBase() noexcept EXPORTED_AS("createAndInitMatrixBase");
+ZQMatrixBase* exported_createAndInitMatrixBase() noexcept { return guarded<ZQMatrixBase*>([&] { return createAndInitMatrixBase(); }); }
+ZQMatrixBase* exported_createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept EXPORTED_AS("createAndInitMatrixBaseWithDebugParameters");
+ZQMatrixBase* exported_createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrixBase*>([&] { return createAndInitMatrixBaseWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
+ZQMatrixBase* exported_createAndInitMatrixBaseWithFile(const char* path, int debugLevel) noexcept EXPORTED_AS("createAndInitMatrixBaseWithFile");
+ZQMatrixBase* exported_createAndInitMatrixBaseWithFile(const char* path, int debugLevel) noexcept { return guarded<ZQMatrixBase*>([&] { return createAndInitMatrixBaseWithFile(path, debugLevel); }); }
+void exported_deleteMatrixBase(ZQMatrixBase* matrix) noexcept EXPORTED_AS("deleteMatrixBase");
+void exported_deleteMatrixBase(ZQMatrixBase* matrix) noexcept { guarded([&] { deleteMatrixBase(matrix); }); }
+void setMatrixProgressDisplayFunctionBB(matrixProgressCallBackFunction callBack) noexcept { guarded([&] { setMatrixProgressDisplayFunction(callBack); }); }
+ZQMatrix* createMatrixBB() noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrix(); }); }
+ZQMatrix* createMatrixWithDebugParametersBB(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
+ZQMatrix* createMatrixWithFileBB(const char* path, int debugLevel) noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrixWithFile(path, debugLevel); }); }
+void deleteMatrixBB(ZQMatrix* matrix) noexcept { guarded([&] { deleteMatrix(matrix); }); }
+void* s_Malloc(size_t size) noexcept { return guarded<void*>([&] { return systemMalloc(size); }); }
+void s_Free(void* pointer) noexcept { guarded([&] { systemFree(pointer); }); }
+void exported_setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) noexcept EXPORTED_AS("setMatrixProgressDisplayFunction");
+void exported_setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) noexcept { guarded([&] { setMatrixProgressDisplayFunction(callBack); }); }
+int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) noexcept EXPORTED_AS("getExpectedMatrixMemory");
+int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) noexcept { return guarded<int>([&] { return getExpectedMatrixMemory(coordinateDimension, numberOfItems, phraseLength, numberOfSymbols); }); }
+int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept EXPORTED_AS("sGetNumberOriginalItemsToRestoreFromPreprocessed");
+int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept { return guarded<int>([&] { return sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType); }); }
+int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) noexcept { return guarded<int>([&] { return matrix->performMatrixConsistencyTest(numberOfWriteElements, numberOfEndElements, trim); }); }
+int s_getMatrixInfoTypeFromFile(const char* path) noexcept { return guarded<int>([&] { return ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path); }, -2); }
+ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() noexcept EXPORTED_AS("createZQMatrixSequenceIndexVector");
+ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() noexcept { return guarded<ZQMatrixSequenceIndexVector*>([&] { return createZQMatrixSequenceIndexVector(); }); }
+void exported_deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) noexcept EXPORTED_AS("deleteZQMatrixSequenceIndexVector");
+void exported_deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) noexcept { guarded([&] { deleteZQMatrixSequenceIndexVector(vector); }); }
+int s_getCoordDimension(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getCoordDimension(); }); }
+void s_setCoordDimension(ZQMatrixSequenceIndexVector* vector, int dimension) noexcept { guarded([&] { vector->setCoordDimension(dimension); }); }
+int s_getLengthOfIndexVector(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getLengthOfIndexVector(); }); }
+int s_getCurrentLevelOfPreprocOperations(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getCurrentLevelOfPreprocOperations(); }); }
+void s_setCurrentLevelOfPreprocOperations(ZQMatrixSequenceIndexVector* vector, int level) noexcept { guarded([&] { vector->setCurrentLevelOfPreprocOperations(level); }); }
+int s_getApplyPreprocessingType(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getApplyPreprocessingType(); }); }
+void s_setApplyPreprocessingType(ZQMatrixSequenceIndexVector* vector, int type) noexcept { guarded([&] { vector->setApplyPreprocessingType(type); }); }
+int* s_getIndexVector(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int*>([&] { return vector->getIndexVector(); }); }
+void s_setIndexVector(ZQMatrixSequenceIndexVector* vector, const int* data, int length) noexcept { guarded([&] { vector->setIndexVector(data, length); }); }
+int s_setIndexVectorReference(ZQMatrixSequenceIndexVector* vector, int* data, int length) noexcept { return guarded<int>([&] { return vector->setIndexVectorReference(data, length); }); }
+int s_getIndexItemAtIndex(ZQMatrixSequenceIndexVector* vector, int index) noexcept { return guarded<int>([&] { return vector->getIndexItemAtIndex(index); }); }
+void s_removeAllOriginalSequenceItems(ZQMatrixSequenceIndexVector* vector) noexcept { guarded([&] { vector->removeAllOriginalSequenceItems(); }); }
+void s_addOriginalSequenceItem(ZQMatrixSequenceIndexVector* vector, int item) noexcept { guarded([&] { vector->addOriginalSequenceItem(item); }); }
+int s_getOriginalIndexItemAtIndex(ZQMatrixSequenceIndexVector* vector, int index) noexcept { return guarded<int>([&] { return vector->getOriginalIndexItemAtIndex(index); }); }
+int* s_getOriginalIndexItems(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int*>([&] { return vector->getOriginalIndexItems(); }); }
+int s_getNumberOfOriginalItemsNeededForInversePreProcess(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getNumberOfOriginalItemsNeededForInversePreProcess(); }); }
+int s_getCoordDimensionAfterPreproc(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getCoordDimensionAfterPreproc(); }); }
+void s_setCoordDimensionAfterPreproc(ZQMatrixSequenceIndexVector* vector, int dimension) noexcept { guarded([&] { vector->setCoordDimensionAfterPreproc(dimension); }); }
+int s_getUsedPreprocessingType(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getUsedPreprocessingType(); }); }
+void s__setUsedPreprocessingType(ZQMatrixSequenceIndexVector* vector, int type) noexcept { guarded([&] { vector->_setUsedPreprocessingType(type); }); }
+void s_setPropertiesFrom(ZQMatrixSequenceIndexVector* vector, const ZQMatrixSequenceIndexVector* other) noexcept { guarded([&] { vector->setPropertiesFrom(other); }); }
+void s_copyFrom(ZQMatrixSequenceIndexVector* vector, const ZQMatrixSequenceIndexVector* other) noexcept { guarded([&] { vector->copyFrom(other); }); }
+_MIDIFILEInStruct* exported_MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) noexcept EXPORTED_AS("MIDIFILEBeginReading");
+_MIDIFILEInStruct* exported_MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) noexcept { return guarded<_MIDIFILEInStruct*>([&] { return MIDIFILEBeginReading(file, event); }); }
+int exported_MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks) noexcept EXPORTED_AS("MIDIFILEReadPreamble");
+int exported_MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks) noexcept { return guarded<int>([&] { return MIDIFILEReadPreamble(in, format, numberOfTracks); }); }
+int exported_MIDIFILEReadEvent(_MIDIFILEInStruct* in) noexcept EXPORTED_AS("MIDIFILEReadEvent");
+int exported_MIDIFILEReadEvent(_MIDIFILEInStruct* in) noexcept { return guarded<int>([&] { return MIDIFILEReadEvent(in); }); }
+int exported_MIDIFILEEndReading(_MIDIFILEInStruct* in) noexcept EXPORTED_AS("MIDIFILEEndReading");
+int exported_MIDIFILEEndReading(_MIDIFILEInStruct* in) noexcept { return guarded<int>([&] { return MIDIFILEEndReading(in); }); }
+int exported_MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size) noexcept EXPORTED_AS("MIDIFILESetReadQuantaSize");
+int exported_MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size) noexcept { return guarded<int>([&] { return MIDIFILESetReadQuantaSize(state, size); }); }
+_MIDIFILEOutStruct* exported_MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName) noexcept EXPORTED_AS("MIDIFILEBeginWriting");
+_MIDIFILEOutStruct* exported_MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName) noexcept { return guarded<_MIDIFILEOutStruct*>([&] { return MIDIFILEBeginWriting(file, format, division, trackName); }); }
+int exported_MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) noexcept EXPORTED_AS("MIDIFILEBeginWritingTrack");
+int exported_MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) noexcept { return guarded<int>([&] { return MIDIFILEBeginWritingTrack(out, trackName); }); }
+int exported_MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) noexcept EXPORTED_AS("MIDIFILEEndWritingTrack");
+int exported_MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) noexcept { return guarded<int>([&] { return MIDIFILEEndWritingTrack(out, time); }); }
+int exported_MIDIFILEEndWriting(_MIDIFILEOutStruct* out) noexcept EXPORTED_AS("MIDIFILEEndWriting");
+int exported_MIDIFILEEndWriting(_MIDIFILEOutStruct* out) noexcept { return guarded<int>([&] { return MIDIFILEEndWriting(out); }); }
+int exported_MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept EXPORTED_AS("MIDIFILEWriteEvent");
+int exported_MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept { return guarded<int>([&] { return MIDIFILEWriteEvent(out, time, count, bytes); }); }
+int exported_MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept EXPORTED_AS("MIDIFILEWriteSysExcl");
+int exported_MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept { return guarded<int>([&] { return MIDIFILEWriteSysExcl(out, time, count, bytes); }); }
+int exported_MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) noexcept EXPORTED_AS("MIDIFILEWriteTempo");
+int exported_MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) noexcept { return guarded<int>([&] { return MIDIFILEWriteTempo(out, time, tempo); }); }
+int exported_MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd) noexcept EXPORTED_AS("MIDIFILEWriteTimeSig");
+int exported_MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd) noexcept { return guarded<int>([&] { return MIDIFILEWriteTimeSig(out, time, numerator, denominatorPower, clocks, notes32nd); }); }
+int exported_MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) noexcept EXPORTED_AS("MIDIFILEWriteKeySig");
+int exported_MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) noexcept { return guarded<int>([&] { return MIDIFILEWriteKeySig(out, time, sharps, isMinor); }); }
+int exported_MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) noexcept EXPORTED_AS("MIDIFILEWriteText");
+int exported_MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) noexcept { return guarded<int>([&] { return MIDIFILEWriteText(out, time, type, text); }); }
+int exported_MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes) noexcept EXPORTED_AS("MIDIFILEWriteSMPTEoffset");
+int exported_MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes) noexcept { return guarded<int>([&] { return MIDIFILEWriteSMPTEoffset(out, hours, minutes, seconds, frames, subframes); }); }
+int exported_MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) noexcept EXPORTED_AS("MIDIFILEWriteSequenceNumber");
+int exported_MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) noexcept { return guarded<int>([&] { return MIDIFILEWriteSequenceNumber(out, number); }); }
+int exported_getGMProgramChangeIDFromSoundID(int soundID) noexcept EXPORTED_AS("getGMProgramChangeIDFromSoundID");
+int exported_getGMProgramChangeIDFromSoundID(int soundID) noexcept { return guarded<int>([&] { return getGMProgramChangeIDFromSoundID(soundID); }); }
+int exported_getSoundIDFromGMProgramChange(unsigned char program, double* tonality) noexcept EXPORTED_AS("getSoundIDFromGMProgramChange");
+int exported_getSoundIDFromGMProgramChange(unsigned char program, double* tonality) noexcept { return guarded<int>([&] { return getSoundIDFromGMProgramChange(program, tonality); }); }
+double exported_getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality) noexcept EXPORTED_AS("getDecayFactorAndTonalityFromGMProgramChange");
+double exported_getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality) noexcept { return guarded<double>([&] { return getDecayFactorAndTonalityFromGMProgramChange(program, tonality); }); }
+ZQFileNameList* exported_createZQFileNameList() noexcept EXPORTED_AS("createZQFileNameList");
+ZQFileNameList* exported_createZQFileNameList() noexcept { return guarded<ZQFileNameList*>([&] { return createZQFileNameList(); }); }
+void exported_deleteZQFileNameList(ZQFileNameList* list) noexcept EXPORTED_AS("deleteZQFileNameList");
+void exported_deleteZQFileNameList(ZQFileNameList* list) noexcept { guarded([&] { deleteZQFileNameList(list); }); }
+void exported_deleteZQFileNameListOnlyReferences(ZQFileNameList* list) noexcept EXPORTED_AS("deleteZQFileNameListOnlyReferences");
+void exported_deleteZQFileNameListOnlyReferences(ZQFileNameList* list) noexcept { guarded([&] { deleteZQFileNameListOnlyReferences(list); }); }
+void s_init(ZQFileNameList* list) noexcept { guarded([&] { list->init(); }); }
+void s_addFileName(ZQFileNameList* list, char* name) noexcept { guarded([&] { list->addFileName(name); }); }
+void s_deleteFileNameAtIndex(ZQFileNameList* list, int index) noexcept { guarded([&] { list->deleteFileNameAtIndex(index); }); }
+int s_getCount(ZQFileNameList* list) noexcept { return guarded<int>([&] { return list->getCount(); }); }
+void s_deleteAllFileNames(ZQFileNameList* list) noexcept { guarded([&] { list->deleteAllFileNames(); }); }
+char* s_getFileNameAtIndex(ZQFileNameList* list, int index) noexcept { return guarded<char*>([&] { return list->getFileNameAtIndex(index); }); }
+char** s_getFileNameList(ZQFileNameList* list) noexcept { return guarded<char**>([&] { return list->getFileNameList(); }); }
+int s_fileIsMidiFile(ZQFileNameList* list, const char* name) noexcept { return guarded<int>([&] { return list->fileIsMidiFile(name); }); }
+int s_fileIsKernFile(ZQFileNameList* list, const char* name) noexcept { return guarded<int>([&] { return list->fileIsKernFile(name); }); }
+int s_fileIsTextFile(ZQFileNameList* list, const char* name) noexcept { return guarded<int>([&] { return list->fileIsTextFile(name); }); }
+int s_isDirectory(ZQFileNameList* list, const char* path) noexcept { return guarded<int>([&] { return list->isDirectory(path); }); }
+ZQFileNameList* s_getDirectoryContent(ZQFileNameList* list, const char* path) noexcept { return guarded<ZQFileNameList*>([&] { return list->getDirectoryContent(path); }); }
+ZQFileNameList* s_getMidiFilesInFilePath(ZQFileNameList* list, const char* path, int recursive, ZQFileNameList* other) noexcept { return guarded<ZQFileNameList*>([&] { return list->getMidiFilesInFilePath(path, recursive, other); }); }
+ZQFileNameList* s_getMidiOrKernFilesInFilePath(ZQFileNameList* list, const char* path, int recursive, ZQFileNameList* other) noexcept { return guarded<ZQFileNameList*>([&] { return list->getMidiOrKernFilesInFilePath(path, recursive, other); }); }
+ZQFileNameList* s_getTextFilesInFilePath(ZQFileNameList* list, const char* path, int recursive, ZQFileNameList* other) noexcept { return guarded<ZQFileNameList*>([&] { return list->getTextFilesInFilePath(path, recursive, other); }); }
+ZQFileNameList* s_getKernFilesInFilePath(ZQFileNameList* list, const char* path, int recursive, ZQFileNameList* other) noexcept { return guarded<ZQFileNameList*>([&] { return list->getKernFilesInFilePath(path, recursive, other); }); }
 
 }  // extern "C"
 #pragma GCC visibility pop

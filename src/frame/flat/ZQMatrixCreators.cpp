@@ -1,5 +1,7 @@
 #include "frame/flat/ZQMatrixCreators.h"
 
+#include <memory>
+
 #include "sequence/ZQMediumTier.h"
 #include "store/ZQBaseTier.h"
 #include "store/ZQTierLife.h"
@@ -33,15 +35,15 @@ Matrix* createFromFile(const char* path, int debugLevel, const CreatorTexts& tex
     dbPrintf(0, texts.otherTier, infoType);
     return nullptr;
   }
-  Matrix* matrix = zmatrix::createMatrixIn<Matrix>(silentDevice, silentLevel, "");
+  std::unique_ptr<Matrix, void (*)(Matrix*)> matrix(zmatrix::createMatrixIn<Matrix>(silentDevice, silentLevel, ""),
+                                                    zmatrix::deleteMatrixIn<Matrix>);
   if (matrix == nullptr) return nullptr;
   if (matrix->readAndInitMatrixFromDisk(path, debugLevel) != 1) {
     dbPrintf(0, "%s", texts.notRead);
-    zmatrix::deleteMatrixIn(matrix);
     return nullptr;
   }
   matrix->getMatrixFileHeader()->setMatrixInfoType(Matrix::Tier::infoType);
-  return matrix;
+  return matrix.release();
 }
 
 }  // namespace

@@ -1,0 +1,88 @@
+#include "memory/FailingMemory.h"
+
+#include <dirent.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <new>
+
+namespace {
+
+long failing = 0;  // counted down to 0 at the allocation that fails; 0 and below where nothing is armed
+bool isLasting = false;
+bool hasFailed = false;
+
+bool fails() {
+  if (hasFailed && isLasting) return true;
+  if (failing <= 0 || --failing > 0) return false;
+  hasFailed = true;
+  return true;
+}
+
+}  // namespace
+
+namespace zmatrix {
+
+FailingMemory::FailingMemory(long n, bool lasting) {
+  hasFailed = false;
+  isLasting = lasting;
+  failing = n;
+}
+
+FailingMemory::~FailingMemory() {
+  failing = 0;
+  isLasting = false;
+}
+
+bool anAllocationHasFailed() {
+  return hasFailed;
+}
+
+}  // namespace zmatrix
+
+// What the linker gives for a name of the C library: __wrap_name in place of it, __real_name for it.
+#define WRAPPED(Result, name, parameters, arguments)    \
+  extern "C" Result __real_##name parameters;           \
+  extern "C" Result __wrap_##name parameters {          \
+    errno = ENOMEM;                                     \
+    return fails() ? nullptr : __real_##name arguments; \
+  }
+
+WRAPPED(void*, malloc, (size_t size), (size))
+WRAPPED(void*, calloc, (size_t count, size_t size), (count, size))
+WRAPPED(void*, realloc, (void* pointer, size_t size), (pointer, size))
+WRAPPED(FILE*, fopen, (const char* path, const char* mode), (path, mode))
+WRAPPED(FILE*, fdopen, (int descriptor, const char* mode), (descriptor, mode))
+WRAPPED(FILE*, tmpfile, (), ())
+WRAPPED(FILE*, fmemopen, (void* buffer, size_t size, const char* mode), (buffer, size, mode))
+WRAPPED(DIR*, fdopendir, (int descriptor), (descriptor))
+
+extern "C" void free(void*) noexcept;
+
+void* operator new(size_t size) {
+  void* memory = fails() ? nullptr : __real_malloc(size > 0 ? size : 1);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+void* operator new[](size_t size) {
+  return operator new(size);
+}
+void* operator new(size_t size, const std::nothrow_t&) noexcept {
+  return fails() ? nullptr : __real_malloc(size > 0 ? size : 1);
+}
+void* operator new[](size_t size, const std::nothrow_t& tag) noexcept {
+  return operator new(size, tag);
+}
+void operator delete(void* memory) noexcept {
+  free(memory);
+}
+void operator delete[](void* memory) noexcept {
+  free(memory);
+}
+void operator delete(void* memory, size_t) noexcept {
+  free(memory);
+}
+void operator delete[](void* memory, size_t) noexcept {
+  free(memory);
+}
