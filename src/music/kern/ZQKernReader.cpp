@@ -106,7 +106,8 @@ void KernReader::readSection() {
   } while (!isOver_ && spines_.getCount() > 0 && getNext());
 }
 
-/// A record that holds nothing but null tokens in the kern spines takes no time. Up to the first one that takes time all count.
+/// A record that holds nothing but null tokens in the kern spines takes no time. One with a token missing does. Up to the first
+/// one that takes time all count.
 bool KernReader::recordCounts() const {
   if (isFirstLine_ || spines_.getNumberOfKernSpines() == 0) return true;
   for (int i = 0; i < spines_.getCount(); i++)
@@ -119,9 +120,11 @@ void KernReader::readRecord() {
   if (!recordCounts()) return;
   flags_ = Flags();
   tellOddities();
-  const int numberOfColumns = spines_.getCount();
+  const int numberOfColumns = std::min(spines_.getCount(), static_cast<int>(tokens_.size()));
   for (int i = 0; i < numberOfColumns && !isOver_; i++) handleColumn(i);
   if (isOver_) return;
+  // A missing token is an empty one: one without a pitch and a duration.
+  spines_.takeTimeFrom(numberOfColumns, timeStep_);
   if (flags_.graceNote || flags_.groupetto) spines_.pushByGraceNotes(flags_.groupetto, flags_.graceNote);
   if (flags_.advance) advanceTime();
   if (flags_.terminate) terminateSpines();

@@ -35,11 +35,31 @@ void KernSpines::makeKern(int column) {
   kernList[at(column)] = 1;
 }
 
+// These two loops go over all columns for each record; they are written so that a compiler can take many columns at once.
+
 int KernSpines::smallestDelta(int most) const {
+  const unsigned char* kern = kernList.data();
+  const int* delta = deltaList.data();
+  const int count = activeSpines;
   int smallest = most;
-  for (int i = 0; i < activeSpines; i++)
-    if (isKern(i)) smallest = std::min(smallest, deltaList[at(i)]);
+  for (int i = 0; i < count; i++) {
+    const int anyones = delta[i];
+    const int own = kern[i] != 0 ? anyones : most;
+    smallest = own < smallest ? own : smallest;
+  }
   return smallest;
+}
+
+void KernSpines::takeTimeFrom(int column, int quanta) {
+  const unsigned char* kern = kernList.data();
+  int* delta = deltaList.data();
+  const int count = activeSpines;
+  for (int i = column; i < count; i++) {
+    const int before = delta[i];
+    const int rest = wrappingDifference(before, quanta);
+    const int left = rest > 0 ? rest : 0;
+    delta[i] = kern[i] != 0 ? left : before;
+  }
 }
 
 void KernSpines::addToDeltas(int quanta) {

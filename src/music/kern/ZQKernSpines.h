@@ -32,6 +32,8 @@ class KernSpines {
 
   /// The smallest delta of the kern spines, or `most`.
   int smallestDelta(int most) const;
+  /// Takes time from all kern spines from a column on, but for no more than they have.
+  void takeTimeFrom(int column, int quanta);
   /// Adds to all kern spines.
   void addToDeltas(int quanta);
   /// Pushes all columns on by the length of a grace note, but for those that stand at it.
