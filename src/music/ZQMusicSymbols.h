@@ -1,5 +1,5 @@
-// Whether pruning spares symbols: what the full tier sets along with the profile of a sub-matrix that a music feed makes. The medium
-// tier has no symbols and sets nothing.
+// Whether pruning spares symbols: what the full tier sets along with the profile of a sub-matrix that a music feed makes. The
+// medium tier has no symbols and sets nothing.
 #pragma once
 
 #include "symbols/ZQMatrix.h"
@@ -16,7 +16,8 @@ inline bool keepSymbolsIsLegal(ZQMatrix* matrix) {
 }
 
 /// Sets the current sub-matrix: as the global block says, or to 1.
-inline void setKeepSymbols(ZQMatrixMedium*, bool) {}
+inline void setKeepSymbols(ZQMatrixMedium*, bool) {
+}
 inline void setKeepSymbols(ZQMatrix* matrix, bool fromGlobalBlock) {
   matrix->setKeepSymbolsWhenRemoveOverdeterminedElements(
       fromGlobalBlock ? matrix->getGlobalKeepSymbolsWhenRemoveOverdeterminedElements() : 1);

@@ -163,6 +163,21 @@ void GeneratedMidi::repairNoteNumber(Item& item) const {
   }
 }
 
+/// True if the duration was below 0: such an object goes back to the kernel and makes no note.
+bool GeneratedMidi::repairDuration(Item& item) const {
+  if (!hasDurations() || item.duration() >= 0) return false;
+  dbPrintf(0, "readMidiObjexsAndWriteToMidiFile warning: negative duration! \n");
+  item.duration() = 0;
+  return true;
+}
+
+bool GeneratedMidi::hasIllegalSound(Item& item) const {
+  const int sound = soundOf(item);
+  if ((!hasSounds() || sound >= 0) && sound < soundValues) return false;
+  dbPrintf(0, "readMidiObjexsAndWriteToMidiFile warning: illegal soundID: %d ! \n", sound);
+  return true;
+}
+
 /// Makes a note of an object, or none of one that can't be repaired; the kernel then begins anew with it.
 bool GeneratedMidi::takeItem(int index, Item item) {
   // A first time below that of the context has wrapped past the end of the bar.
@@ -181,13 +196,8 @@ bool GeneratedMidi::takeItem(int index, Item item) {
     return true;
   }
   repairNoteNumber(item);
-  if (hasDurations() && item.duration() < 0) {
-    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile warning: negative duration! \n");
-    item.duration() = 0;
-  }
-  const int sound = soundOf(item);
-  if ((hasSounds() && sound < 0) || sound >= soundValues) {
-    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile warning: illegal soundID: %d ! \n", sound);
+  const bool hadNegativeDuration = repairDuration(item);
+  if (hasIllegalSound(item) || hadNegativeDuration) {
     restartFrom(item);
     return true;
   }

@@ -43,6 +43,8 @@ class GeneratedMidi {
   bool addNote(Item item, int start);
   int soundOf(Item& item) const { return hasSounds() ? item.sound() : midiSoundID; }
   void repairNoteNumber(Item& item) const;
+  bool repairDuration(Item& item) const;
+  bool hasIllegalSound(Item& item) const;
   void restartFrom(Item& item);
   void startAnew();
   void giveNotesTheirLengths();
