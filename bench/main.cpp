@@ -1,5 +1,5 @@
-// zmatrix_bench [--text FILE] [--midi FOLDER] [--kern FOLDER] [--cap] [Google Benchmark's own options]: without a text the two examples are
-// learned, which are short; --cap fills a block to its cap as well.
+// zmatrix_bench [--text FILE] [--midi FOLDER] [--kern FOLDER] [--cap] [Google Benchmark's own options]: without a text the two
+// examples are learned, which are short; --cap fills a block to its cap as well.
 #include <cstdio>
 #include <cstring>
 
