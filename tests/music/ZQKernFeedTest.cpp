@@ -293,8 +293,7 @@ TEST(KernReport, tellsFaultsAndDepartures) {
     return said;
   };
   EXPECT_EQ(tell(kern("**kern\n4\n5c\nc\n2%3d\n*-")), "3 D0@2.1[4] D2@3.1[5c]=2457 D1@4.1[c] D2@5.1[2%3d]=6144");
-  EXPECT_EQ(tell(kern("**kern **kern\n4c\n4c 4d 4e\n=1 =1\n*- *-")),
-            "3 E13@2.0 E13@3.0 D5@2.2=1 D6@3.3[4e]=1 D4@4.1[=1]=3072");
+  EXPECT_EQ(tell(kern("**kern **kern\n4c\n4c 4d 4e\n=1 =1\n*- *-")), "3 E13@2.0 E13@3.0 D5@2.2=1 D6@3.3[4e]=1 D4@4.1[=1]=3072");
   EXPECT_EQ(tell(kern("**kern\n*^\n4c 4d\n=1 =1\n2c 4d\n=2 =2\n*v *v\n4f\n*-")), "3 D4@6.1[=2]=3072 D3@7.0=3072");
   EXPECT_EQ(tell(kern("**kern **kern\n=1 =1\n4c 4e\n=2 =2\n8 8\n4g .\n4f 4f\n*- *-")),
             "2 D0@5.1[8] D0@5.2[8] D7@6.2![.] D8@7.1[4f] D8@7.2[4f]");
