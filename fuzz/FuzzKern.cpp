@@ -30,7 +30,7 @@ void readAndReport(const std::string& path) {
     notes += object->isNote();
     others += object->isNote() && object->getChannel() > 15;
   }
-  zq_KernReport* report = zmatrix::createKernReport(path.c_str());
+  zq_KernReport* report = zmatrix::createKernReport(path.c_str(), 1003, 2, nullptr);
   require(report != nullptr && report->notes == notes && report->notesOnOtherChannels == others);
   require(report->state == zq_KernFileRead || report->state == zq_KernFileCutShort || notes == 0);
   zmatrix::deleteKernReport(report);

@@ -50,11 +50,13 @@ const char* zq_lastMessage(void);
 
 // ---- Reports on kern files ----------------------------------------------------------------------------------------------------
 
-/// Checks and reads a kern file as learning does, and tells each fault with its place, what the file gives, and where the
-/// reading departs from the score. Behind a timing error notes are counted, not read. There are no messages.
+/// Checks and reads a kern file as learning does, and tells each fault with its place, what the file gives, where the
+/// reading departs from the score, and which tracks `s_updateMatrixWithKERNFile` would take. Behind a timing error notes are
+/// counted, not read. There are no messages.
+/// `preProcessingType`, `midiTrackAnalyze` and `channelFilter` as with `zq_createMidiReport`.
 /// Result: the report, for zq_deleteKernReport; also for a file that can't be opened or is refused (`state`); null if memory
 /// is exhausted. All its texts and arrays live as long as it does.
-zq_KernReport* zq_createKernReport(const char* fileName);
+zq_KernReport* zq_createKernReport(const char* fileName, int preProcessingType, int midiTrackAnalyze, const unsigned char* channelFilter);
 
 /// Releases a report with all that belongs to it. Null is ignored.
 void zq_deleteKernReport(zq_KernReport* report);

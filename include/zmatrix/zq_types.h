@@ -115,7 +115,11 @@ typedef enum zq_KernDeparture {
   zq_KernLongLine = 9,             ///< a line longer than a buffer is taken in pieces, each as a record of its own
   zq_KernUncheckedLastLine = 10,   ///< the last line has no line feed and is not checked: its spines count as never closed
   zq_KernTooManySpines = 11,       ///< there is no room for a further spine
-  zq_KernNumberOfDepartures = 12,  ///< how many there are
+  zq_KernTieTooShort = 12,         ///< a tied note keeps the duration of its first token
+  zq_KernNoteInTiedChord = 13,     ///< a new note in a chord with a tied one is not taken
+  zq_KernTieWithoutStart = 14,     ///< a note is said to go on that does not sound here: it is not taken
+  zq_KernGraceNoteTakesTime = 15,  ///< the grace notes of a record push all spines on
+  zq_KernNumberOfDepartures = 16,  ///< how many there are
 } zq_KernDeparture;
 
 /// A fault of a kern file, or a place where its reading departs from the score.
@@ -125,7 +129,7 @@ typedef struct zq_KernFinding {
   int line;           ///< in the file, from 1
   int column;         ///< from 1, or 0 for the whole line
   int stopsRead;      ///< 1 if the file is refused for it, or the reading ends here
-  int amount;         ///< quanta of a step back, of what a bar line found left, of a cut duration; tokens; bytes of the buffer; else 0
+  int amount;         ///< quanta of a step back, of what a bar line found left, of a cut duration, of a push; tokens; bytes of the buffer; else 0
   const char* token;  ///< as it stands in the file, or an empty text
   const char* text;   ///< the rule that is broken, or what the reading did
 } zq_KernFinding;
@@ -138,6 +142,20 @@ typedef struct zq_KernMeter {
   int denominator;  ///< as it stands there
 } zq_KernMeter;
 
+/// What came of a track as learning sees it: the notes of a channel, or of all channels merged.
+typedef struct zq_KernTrack {
+  int index;              ///< of the track, from 1
+  int isMerged;           ///< 1 if it is all channels of the file
+  int notes;              ///< notes in it
+  int notesLearned;       ///< notes that are learned of it, 0 if it is not taken
+  int verdict;            ///< zq_MidiVerdict
+  int numerator;          ///< of its meter
+  int denominator;        ///< of its meter
+  int subType;            ///< ZQMidiSubType...
+  int soundID;            ///< its channel if it has one, which stands for its sound; else 0
+  int preProcessingType;  ///< that it is learned with: a single channel changes quadruples to triples
+} zq_KernTrack;
+
 /// What a kern file gives, and what is wrong with it. Counts are those of the reading, 0 for a file that is refused.
 typedef struct zq_KernReport {
   int state;                       ///< zq_KernFileState
@@ -146,7 +164,7 @@ typedef struct zq_KernReport {
   long long findingsLeftOut;       ///< behind the first 10000; they are counted below
   long long errors;                ///< broken rules
   long long warnings;              ///< warnings
-  long long departures[12];        ///< how often of each zq_KernDeparture
+  long long departures[16];        ///< how often of each zq_KernDeparture
   long long spines;                ///< at the start of each section, summed up
   long long kernSpines;            ///< of them, with those that are added later, the kern spines
   long long sections;              ///< from the first record to where all spines are closed
@@ -166,6 +184,9 @@ typedef struct zq_KernReport {
   long long metersLeftOut;         ///< behind the first 10000
   long long notesOnChannel[16];    ///< the channel is that of the column, modulo 16, unless the file says another
   long long notesOnOtherChannels;  ///< on channels from 16 on, which a *Ch sets; those of 16 itself are not learned
+  int numberOfTracks;              ///< of those that follow; 0 for a file that is refused
+  const zq_KernTrack* tracks;      ///< as learning sees them, in its order
+  long long notesLearned;          ///< of all tracks
 } zq_KernReport;
 
 /// One prime of a factorisation. In the entry before the first: the number of primes, and the sum of all divisors.

@@ -274,10 +274,38 @@ TYPED_TEST(KernFeedTest, learnsAFolderInOrder) {
 
 // --- the report
 
+zq_KernReport* reportOn(const std::string& path, int trackAnalyze = 0) {
+  return zmatrix::createKernReport(path.c_str(), 1003, trackAnalyze, nullptr);
+}
+
+TEST(KernReport, judgesTracksAsTheFeedDoes) {
+  zmatrix::TestFolder folder;
+  const auto tell = [&](const std::string& text, int trackAnalyze = 0) {
+    zq_KernReport* report = reportOn(folder.put("a.krn", text), trackAnalyze);
+    std::string said = std::to_string(report->notesLearned);
+    for (int i = 0; i < report->numberOfTracks; i++) {
+      const zq_KernTrack& track = report->tracks[i];
+      said += " " + std::to_string(track.index) + (track.isMerged != 0 ? "m" : "") + ":" + std::to_string(track.verdict) + "," +
+              std::to_string(track.notes) + "," + std::to_string(track.numerator) + "/" + std::to_string(track.denominator);
+    }
+    zmatrix::deleteKernReport(report);
+    return said;
+  };
+  const std::string two = kern("**kern **kern\n*M3/4 *M3/4\n4c 4e\n4d 4r\n*- *-");
+  EXPECT_EQ(tell(two), "2 1:0,2,3/4 2:1,1,3/4");
+  EXPECT_EQ(tell(two, 1), "3 1m:0,3,3/4");
+  EXPECT_EQ(tell(two, 2), "5 1:0,2,3/4 2:1,1,3/4 3m:0,3,3/4");
+  // A second meter counts only if both of its numbers differ; then all objects say the first.
+  EXPECT_EQ(tell(kern("**kern\n*M4/4\n4c\n*M6/8\n4d\n*-")), "2 1:0,2,4/4");
+  EXPECT_EQ(tell(kern("**kern\n*M4/4\n4c\n*M3/4\n4d\n*-")), "0 1:5,2,4/4");
+  EXPECT_EQ(tell(kern("**kern\n*M4/1\n4c\n4d\n*-")), "0 1:6,2,4/1");
+  EXPECT_EQ(tell("\n"), "0");
+}
+
 TEST(KernReport, tellsFaultsAndDepartures) {
   zmatrix::TestFolder folder;
   const auto tell = [&](const std::string& text) {
-    zq_KernReport* report = zmatrix::createKernReport(folder.put("a.krn", text).c_str());
+    zq_KernReport* report = reportOn(folder.put("a.krn", text));
     std::string said = std::to_string(report->state);
     for (int i = 0; i < report->numberOfFindings; i++) {
       const zq_KernFinding& finding = report->findings[i];
@@ -298,16 +326,16 @@ TEST(KernReport, tellsFaultsAndDepartures) {
   EXPECT_EQ(tell(kern("**kern **kern\n=1 =1\n4c 4e\n=2 =2\n8 8\n4g .\n4f 4f\n*- *-")),
             "2 D0@5.1[8] D0@5.2[8] D7@6.2![.] D8@7.1[4f] D8@7.2[4f]");
   EXPECT_EQ(tell("**kern\n!!" + std::string(1100, 'x') + "\n*-"), "1 D9@2.0=1024 D10@3.0 E14@3.0!");
+  EXPECT_EQ(tell(kern("**kern\n[4c 4e\n4c] 4f\n4d_ 4e_\n8gq\n4g\n*-")),
+            "3 D12@3.1[4c] 4f] D13@3.1[4c] 4f] D14@4.1[4d_ 4e_] D12@4.1[4d_ 4e_] D15@5.0=192");
   EXPECT_EQ(tell(""), "3");
-  zq_KernReport* report = zmatrix::createKernReport("/nowhere");
+  zq_KernReport* report = reportOn("/nowhere");
   EXPECT_EQ(report->state, zq_KernFileNotOpened);
   zmatrix::deleteKernReport(report);
 
-  report = zmatrix::createKernReport(
-      folder
-          .put("b.krn", kern("**kern **kern\n*M6/8 *Ch30\n4c_4e [4g\n* *^\n4r 4g] qa\n* *v *v\n*+ *x\n* **text *x\n=2 = =\n"
-                             "4d . 4e\n*- *- *-"))
-          .c_str());
+  report = reportOn(
+      folder.put("b.krn", kern("**kern **kern\n*M6/8 *Ch30\n4c_4e [4g\n* *^\n4r 4g] qa\n* *v *v\n*+ *x\n* **text *x\n=2 = =\n"
+                               "4d . 4e\n*- *- *-")));
   EXPECT_EQ(report->errors, 3);
   EXPECT_EQ(
       (Vector{int(report->notes), int(report->rests), int(report->ties), int(report->graceNotes), int(report->splits),

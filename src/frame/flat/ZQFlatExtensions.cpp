@@ -35,7 +35,7 @@ int zq_getLoadReport_Base(ZQMatrixBase* matrix, zq_loadReport* report) noexcept 
 const char* zq_version() noexcept { return guarded<const char*>([&] { return zmatrix::version(); }); }
 void zq_setMessageFunction(zq_messageFunction function, void* userData) noexcept { guarded([&] { zmatrix::setMessageFunction(function, userData); }); }
 const char* zq_lastMessage() noexcept { return guarded<const char*>([&] { return zmatrix::lastMessage(); }); }
-zq_KernReport* zq_createKernReport(const char* fileName) noexcept { return guarded<zq_KernReport*>([&] { return zmatrix::createKernReport(fileName); }); }
+zq_KernReport* zq_createKernReport(const char* fileName, int preProcessingType, int midiTrackAnalyze, const unsigned char* channelFilter) noexcept { return guarded<zq_KernReport*>([&] { return zmatrix::createKernReport(fileName, preProcessingType, midiTrackAnalyze, channelFilter); }); }
 void zq_deleteKernReport(zq_KernReport* report) noexcept { guarded([&] { zmatrix::deleteKernReport(report); }); }
 zq_MidiReport* zq_createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze, const unsigned char* channelFilter) noexcept { return guarded<zq_MidiReport*>([&] { return zmatrix::createMidiReport(path, preProcessingType, noteOnQuantization, midiTrackAnalyze, channelFilter); }); }
 void zq_deleteMidiReport(zq_MidiReport* report) noexcept { guarded([&] { zmatrix::deleteMidiReport(report); }); }

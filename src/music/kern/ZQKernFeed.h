@@ -65,12 +65,12 @@ class KernFeed {
 
   /// False if no sub-matrix is left, which ends the file.
   bool feedTrack(KernTrackJudge& judge, const ZQKernObjectTrack* track, int index, int* numberOfNotes, int* result) {
-    const bool isTaken = judge.takeUp(track, index);
+    const MidiTrackVerdict verdict = judge.takeUp(track, index);
     setSettings(judge.settings());
-    if (!isTaken) return true;
+    if (verdict != MidiTrackVerdict::taken) return true;
     *numberOfNotes = wrappingSum(*numberOfNotes, judge.numberOfNotes());
     const MidiSequence sequence = sequenceOf(*track, judge);
-    if (!judge.findMeter()) return true;
+    if (judge.findMeter() != MidiTrackVerdict::taken) return true;
     const LearnedTrack learned = judge.learnedTrack();
     if (!makeMatrixForMusicCurrent(matrix, learned.nom, learned.denom, learned.subType, learned.sound)) {
       tellNoFreeMatrix(learned);

@@ -125,7 +125,7 @@ void KernReader::readRecord() {
   if (isOver_) return;
   // A missing token is an empty one: one without a pitch and a duration.
   spines_.takeTimeFrom(numberOfColumns, timeStep_);
-  if (flags_.graceNote || flags_.groupetto) spines_.pushByGraceNotes(flags_.groupetto, flags_.graceNote);
+  if (flags_.graceNote || flags_.groupetto) pushByGraceNotes();
   if (flags_.advance) advanceTime();
   if (flags_.terminate) terminateSpines();
   if (flags_.terminate || flags_.pathChange) {
@@ -133,6 +133,11 @@ void KernReader::readRecord() {
   } else if (flags_.tandem && !isCounting_) {
     for (int i = 0; i < numberOfColumns; i++) readTandem(i, token(i));
   }
+}
+
+void KernReader::pushByGraceNotes() {
+  const int push = spines_.pushByGraceNotes(flags_.groupetto, flags_.graceNote);
+  if (push > 0 && !isCounting_) observer_.departed(zq_KernGraceNoteTakesTime, {lines_.lineNumber(), 0, {}}, push);
 }
 
 void KernReader::tellOddities() {
@@ -311,7 +316,7 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
   if (!note.hasDuration) observer_.departed(zq_KernNoDuration, place(column), 0);
   takeTime(column, note.duration, isTimed);
   if (tied) {
-    if (!isCounting_) observer_.continuedTie();
+    if (!isCounting_) tellTie(column, text, note);
   } else if (isRest) {
     // Ends the phrase of the last note made, in whichever spine that was.
     if (lastNote_ != nullptr && note.closesPhrase) lastNote_->setPhraseEnd(1);
@@ -321,6 +326,19 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
     makeNote(column, note);
   }
   return true;
+}
+
+/// What a tied token leaves out: the note goes on sounding, if it does, and nothing is made.
+void KernReader::tellTie(int column, std::string_view text, const KernSubToken& note) {
+  observer_.continuedTie();
+  if (note.isRest || !note.hasPitch) return;
+  const auto& sounding = spines_.notes(column);
+  const bool sounds = std::find(sounding.begin(), sounding.end(), static_cast<unsigned char>(note.pitch)) != sounding.end();
+  if (!isTied(text)) {
+    observer_.departed(zq_KernNoteInTiedChord, place(column), 0);
+  } else {
+    observer_.departed(sounds ? zq_KernTieTooShort : zq_KernTieWithoutStart, place(column), 0);
+  }
 }
 
 /// A token takes the time of its first note.

@@ -50,7 +50,8 @@ class KernReader {
   void handleData(int column, std::string_view token);
   bool handleSubToken(int column, std::string_view text, bool tied, bool isLast, bool& isTimed, bool& isCleared);
   void takeTime(int column, int duration, bool& isTimed);
-  void makeNote(int column, const struct KernSubToken& note);
+  void tellTie(int column, std::string_view text, const KernSubToken& note);
+  void makeNote(int column, const KernSubToken& note);
   bool removeNotes(int column);
   void advanceTime();
   void terminateSpines();
@@ -60,6 +61,7 @@ class KernReader {
   ZQKernObject* addObject(int type, int time, int channel);
   std::string_view token(int column) const;
   KernPlace place(int column) const { return {lines_.lineNumber(), column + 1, token(column)}; }
+  void pushByGraceNotes();
   void tellOddities();
 
   KernLines& lines_;

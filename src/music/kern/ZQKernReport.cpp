@@ -8,6 +8,8 @@
 #include "frame/ZQMutedMessages.h"
 #include "music/kern/ZQKernFile.h"
 #include "music/kern/ZQKernRules.h"
+#include "music/kern/ZQKernTrackJudge.h"
+#include "music/kern/ZQKernTracks.h"
 
 namespace zmatrix {
 
@@ -29,6 +31,10 @@ const char* const departureTexts[] = {
     "the line is longer than the buffer and counts as several records",
     "the last line has no line feed and is not checked",
     "no room for a further spine",
+    "a tied note keeps the duration of its first token",
+    "a new note in a chord with a tied one is not taken",
+    "a note is said to go on that does not sound here: it is not taken",
+    "grace notes push all spines on",
 };
 static_assert(sizeof departureTexts / sizeof *departureTexts == zq_KernNumberOfDepartures);
 static_assert(sizeof(zq_KernReport::departures) / sizeof(long long) == zq_KernNumberOfDepartures);
@@ -54,7 +60,7 @@ class OwnedReport : public zq_KernReport, public KernObserver {
  public:
   OwnedReport() : zq_KernReport() {}
 
-  void make(const char* fileName) {
+  void make(const char* fileName, int preProcessingType, int trackAnalyze, const unsigned char* channelFilter) {
     KernLines lines;
     ZQKernTrackList list;
     if (!openKernFile(lines, fileName)) {
@@ -64,7 +70,11 @@ class OwnedReport : public zq_KernReport, public KernObserver {
     } else {
       readKernFile(lines, &list, *this);
       state = departures[zq_KernTimingError] > 0 ? zq_KernFileCutShort : zq_KernFileRead;
+      if (!arrangeKernTracks(&list, channelFilter, "") || !mergeKernTracks(&list, trackAnalyze)) throw std::bad_alloc();
+      judgeTracks(list, preProcessingType, trackAnalyze);
     }
+    tracks = tracks_.data();
+    numberOfTracks = static_cast<int>(tracks_.size());
     findings = findings_.data();
     numberOfFindings = static_cast<int>(findings_.size());
     meters = meters_.data();
@@ -119,6 +129,30 @@ class OwnedReport : public zq_KernReport, public KernObserver {
     findings_.push_back({kind, number, place.line, place.column, stops ? 1 : 0, amount, keep(place.token), text});
   }
 
+  /// Has the judge decide as it does for the feed.
+  void judgeTracks(const ZQKernTrackList& list, int preProcessingType, int trackAnalyze) {
+    KernTrackJudge judge(list, midiSettingsFor(preProcessingType), "", mediumKernFeedTexts);
+    const bool hasMerged = trackAnalyze == ZQMidiTrackAnalyzeMerged || trackAnalyze == ZQMidiTrackAnalyzeSingleAndMerged;
+    for (int i = 1; i < list.getNumberOfKernObjectTracks(); i++) {
+      const bool isLast = i == list.getNumberOfKernObjectTracks() - 1;
+      addTrack(judge, *list.getKernObjectTrackAtIndex(i), i, hasMerged && isLast);
+    }
+  }
+
+  void addTrack(KernTrackJudge& judge, const ZQKernObjectTrack& track, int index, bool isMerged) {
+    MidiTrackVerdict verdict = judge.takeUp(&track, index);
+    const int type = judge.settings().preProcessingType;
+    if (verdict == MidiTrackVerdict::taken) verdict = judge.findMeter();
+    const bool isTaken = verdict == MidiTrackVerdict::taken;
+    const LearnedTrack learned = judge.learnedTrack();
+    const int notesOfTrack = judge.numberOfNotes();
+    tracks_.push_back({index, isMerged ? 1 : 0, notesOfTrack, isTaken ? notesOfTrack : 0, static_cast<int>(verdict), learned.nom,
+                       learned.denom, learned.subType, learned.sound, type});
+    if (!isTaken) return;
+    notesLearned += notesOfTrack;
+    judge.finish();
+  }
+
   const char* keep(std::string_view text) { return text.empty() ? "" : texts_.emplace_back(text).c_str(); }
 
   const char* sentence(KernRule rule) {
@@ -130,18 +164,20 @@ class OwnedReport : public zq_KernReport, public KernObserver {
 
   std::vector<zq_KernFinding> findings_;
   std::vector<zq_KernMeter> meters_;
+  std::vector<zq_KernTrack> tracks_;
   std::deque<std::string> texts_;
   std::vector<const char*> sentences_;  // by rule, null for those that were not needed
 };
 
 }  // namespace
 
-zq_KernReport* createKernReport(const char* fileName) {
+zq_KernReport* createKernReport(const char* fileName, int preProcessingType, int midiTrackAnalyze,
+                                const unsigned char* channelFilter) {
   const MutedMessages muted;
   OwnedReport* report = nullptr;
   try {
     report = new OwnedReport;
-    report->make(fileName);
+    report->make(fileName, preProcessingType, midiTrackAnalyze, channelFilter);
   } catch (const std::bad_alloc&) {
     delete report;
     return nullptr;

@@ -67,17 +67,22 @@ void KernSpines::addToDeltas(int quanta) {
     if (isKern(i)) deltaList[at(i)] = wrappingSum(deltaList[at(i)], quanta);
 }
 
-void KernSpines::pushByGraceNotes(bool groupetto, bool graceNote) {
+int KernSpines::pushByGraceNotes(bool groupetto, bool graceNote) {
   // A groupetto is taken as 128 quanta, but it pushes by three times that.
   constexpr int quantaOfGroupettoPush = 384;
+  int largestPush = 0;
   for (int i = 0; i < activeSpines; i++) {
     int& delta = deltaList[at(i)];
+    int push = 0;
     if (groupetto && delta != quantaOfGroupettoPush) {
-      delta = wrappingSum(delta, quantaOfGroupettoPush);
+      push = quantaOfGroupettoPush;
     } else if (graceNote && delta != quantaOfGraceNote) {
-      delta = wrappingSum(delta, quantaOfGraceNote);
+      push = quantaOfGraceNote;
     }
+    delta = wrappingSum(delta, push);
+    if (isKern(i)) largestPush = std::max(largestPush, push);
   }
+  return largestPush;
 }
 
 bool KernSpines::soundsElsewhere(int column, unsigned char noteNumber) const {

@@ -36,8 +36,8 @@ class KernSpines {
   void takeTimeFrom(int column, int quanta);
   /// Adds to all kern spines.
   void addToDeltas(int quanta);
-  /// Pushes all columns on by the length of a grace note, but for those that stand at it.
-  void pushByGraceNotes(bool groupetto, bool graceNote);
+  /// Pushes all columns on by the length of a grace note, but for those that stand at it. The largest push of a kern spine.
+  int pushByGraceNotes(bool groupetto, bool graceNote);
 
   // The note numbers that sound in a column. A rest is none.
   void addNote(int column, int noteNumber) { noteList[at(column)].push_back(static_cast<unsigned char>(noteNumber)); }

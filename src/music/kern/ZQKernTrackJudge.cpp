@@ -62,13 +62,14 @@ bool KernTrackJudge::isToBeDowngraded() const {
   return sounds <= 1 && start.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
 }
 
-bool KernTrackJudge::takeUp(const ZQKernObjectTrack* aTrack, int index) {
+MidiTrackVerdict KernTrackJudge::takeUp(const ZQKernObjectTrack* aTrack, int index) {
   track = aTrack;
   trackIndex = index;
   notes = track == nullptr ? 0 : static_cast<int>(std::count_if(track->begin(), track->end(), [](const ZQKernObject* object) {
     return object->isNote();
   }));
-  if (notes < 2 || !findLength()) return false;
+  if (notes < 2) return MidiTrackVerdict::tooFewNotes;
+  if (!findLength()) return MidiTrackVerdict::wrongDimension;
   // The sound of a kern track is its channel number.
   const int mainSound = track->getMidiSoundIDFromKernObjectTrack(&sounds);
   sound = sounds == 1 ? mainSound : ZQMatrixSoundUndefined;
@@ -77,10 +78,10 @@ bool KernTrackJudge::takeUp(const ZQKernObjectTrack* aTrack, int index) {
     present = tripleSettings;
     length = 3LL * notes;
   }
-  return true;
+  return MidiTrackVerdict::taken;
 }
 
-bool KernTrackJudge::findMeter() {
+MidiTrackVerdict KernTrackJudge::findMeter() {
   bool hasMeter;
   if (signatures == 0) {
     dbPrintf(1, "updateMatrixWithKernFile: warning: no time signature detected from kernFile %s\n", file);
@@ -94,13 +95,13 @@ bool KernTrackJudge::findMeter() {
   if (!hasMeter) {
     dbPrintf(0, "updateMatrixWithKernFile: error: ambigous or no time signature in kern file detected (%d items).\n", signatures);
     dbPrintf(0, "discarding track %d in file %s\n", trackIndex, file);
-    return false;
+    return signatures == 0 ? MidiTrackVerdict::noMeter : MidiTrackVerdict::severalMeters;
   }
-  if (denom >= 2 && denom <= 16) return true;
+  if (denom >= 2 && denom <= 16) return MidiTrackVerdict::taken;
   dbPrintf(0, "updateMatrixWithKernFile: suspicious signature %d/%d in file %s (discarded)\n", nom, denom, file);
   dbPrintf(0, "discarding track %d of file %s\n", trackIndex, file);
   signatures = 1;
-  return false;
+  return MidiTrackVerdict::meterOutOfRange;
 }
 
 void KernTrackJudge::finish() {

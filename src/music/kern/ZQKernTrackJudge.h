@@ -24,10 +24,10 @@ class KernTrackJudge {
                  const KernFeedTexts& texts);
 
   /// Takes up a track: counts its notes and finds its sound. Changes the settings for a track of a single sound where the others
-  /// are quadruples. False if it isn't learned.
-  bool takeUp(const ZQKernObjectTrack* track, int index);
-  /// Meter and texture; false if the track isn't learned. The settings then stay as takeUp() made them, for all tracks behind it.
-  bool findMeter();
+  /// are quadruples.
+  MidiTrackVerdict takeUp(const ZQKernObjectTrack* track, int index);
+  /// Meter and texture. A track that fails here leaves the settings as takeUp() made them, for all tracks behind it.
+  MidiTrackVerdict findMeter();
   /// Puts the settings back behind a track that was learned.
   void finish();
 

@@ -57,14 +57,6 @@ Record* recordsFor(int count) {
   return static_cast<Record*>(systemCalloc(static_cast<size_t>(std::max(count, 1)), sizeof(Record)));
 }
 
-MidiFeedSettings settingsFor(int preProcessingType) {
-  const int coordinates = coordinatesOfNote(preProcessingType);
-  const int matrixType = coordinates == 4   ? ZQMatrixTypeMIDIGMQuadruple_NDMTS
-                         : coordinates == 3 ? ZQMatrixTypeMIDITriple_NDMT
-                                            : ZQMatrixTypeMIDINoteAndQuanta;
-  return {preProcessingType, coordinates, matrixType};
-}
-
 /// What the judge is asked in the place of a matrix.
 struct ReportSettings {
   int preProcessingType;
@@ -126,7 +118,7 @@ bool fillTracks(zq_MidiReport& report, const ZQMidiTrackList& list, const Report
   report.numberOfTracks = std::max(objectTracks - 1, 0);
   report.tracks = recordsFor<zq_MidiTrack>(report.numberOfTracks);
   if (report.tracks == nullptr) return false;
-  MidiTrackJudge judge(list, settingsFor(settings.preProcessingType), settings.noteOnQuantization, path, mediumMidiFeedTexts);
+  MidiTrackJudge judge(list, midiSettingsFor(settings.preProcessingType), settings.noteOnQuantization, path, mediumMidiFeedTexts);
   report.numberOfMeters = list.getMidiTimeSignatureFromTrackList(&report.numerator, &report.denominator);
   for (int i = 1; i < objectTracks; i++) {
     zq_MidiTrack& track = report.tracks[i - 1];

@@ -37,6 +37,14 @@ int coordinatesOfNote(int preProcessingType) {
   return preProcessingType == ZQPreProcessingTypeMidiTriple_NDMT ? 3 : 2;
 }
 
+MidiFeedSettings midiSettingsFor(int preProcessingType) {
+  const int coordinates = coordinatesOfNote(preProcessingType);
+  const int matrixType = coordinates == 4   ? ZQMatrixTypeMIDIGMQuadruple_NDMTS
+                         : coordinates == 3 ? ZQMatrixTypeMIDITriple_NDMT
+                                            : ZQMatrixTypeMIDINoteAndQuanta;
+  return {preProcessingType, coordinates, matrixType};
+}
+
 MidiTrackJudge::MidiTrackJudge(const ZQMidiTrackList& list, const MidiFeedSettings& startSettings, int threshold,
                                const char* fileName, const MidiFeedTexts& texts)
     : start(startSettings), present(startSettings), chordThreshold(threshold), file(fileName), sentences(texts) {

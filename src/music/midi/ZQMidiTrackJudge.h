@@ -40,6 +40,8 @@ extern const MidiFeedTexts fullMidiFeedTexts;
 
 /// The integers of a note under a preprocessing type.
 int coordinatesOfNote(int preProcessingType);
+/// The settings that go with a preprocessing type.
+MidiFeedSettings midiSettingsFor(int preProcessingType);
 
 /// True for notes that are learned: those of sounds 14 and 15 are left out.
 inline bool isLearned(const ZQMidiObject& object) {
