@@ -95,7 +95,7 @@ int ZQMatrixMedium::removeEmptyMatrices() {
 }
 
 long long ZQMatrixMedium::readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount,
-                                         int* writeCountWithSuccessor, int* writeCountWithoutPredecessor) {
+                                         int* writeCountWithSuccessor, int* writeCountWithoutPredecessor) noexcept {
   const auto* element = static_cast<ZQMatrixMediumElement*>(zmatrix::readElement(*this, indexVector, length, existCode));
   *writeCount = element != nullptr ? element->getWriteCount() : 0;
   *writeCountWithSuccessor = element != nullptr ? element->getWriteCountWithSuccessor() : 0;

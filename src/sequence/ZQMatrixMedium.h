@@ -36,7 +36,7 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
   void makeMatrixEmpty();
   long long readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor,
-                           int* writeCountWithoutPredecessor);
+                           int* writeCountWithoutPredecessor) noexcept;
   long long readMatrixData32(const int* items, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor,
                              int* writeCountWithoutPredecessor);
   long long readMatrixData64(const long long* items, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor,

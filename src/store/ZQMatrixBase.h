@@ -99,18 +99,19 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   int deleteMatrixElement32(const int* items, int length, int keepInnerElements);
   int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
   void makeMatrixEmpty();
-  int existMatrixData(const int* indexVector, int length);
+  // What says noexcept here throws nothing, so that the C function of its name is a mere jump.
+  int existMatrixData(const int* indexVector, int length) noexcept;
   int existMatrixData32(const int* items, int length);
   int existMatrixData64(const long long* items, int length);
-  long long readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount);
+  long long readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount) noexcept;
   long long readMatrixData32(const int* items, int length, int* existCode, int* writeCount);
   long long readMatrixData64(const long long* items, int length, int* existCode, int* writeCount);
-  long long readMatrixElement(const int* indexVector, int length, int* existCode);
+  long long readMatrixElement(const int* indexVector, int length, int* existCode) noexcept;
   long long readMatrixElement32(const int* items, int length, int* existCode);
   long long readMatrixElement64(const long long* items, int length, int* existCode);
 
   // --- handles
-  int getMatrixHandleFromElementVector(const int* indexVector, int length);
+  int getMatrixHandleFromElementVector(const int* indexVector, int length) noexcept;
   int getMatrixHandleFromElementVector32(const int* items, int length);
   int getMatrixHandleFromElementVector64(const long long* items, int length);
   ZQMatrixBaseElement* getMatrixElementFromElementVector(const int* indexVector, int length, int* handle);
@@ -190,6 +191,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   template <class Tier>
   friend struct ZQMatrixElementReader;
 
+  int existMatrixDataWithRoomFor(int numberOfSteps, const int* indexVector, int length);
   bool resizeBlock(int newSize);
   /// A new block without any record. False if memory has run out: then there is no block.
   bool makeEmptyBlock(int size);

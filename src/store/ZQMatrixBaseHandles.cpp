@@ -51,7 +51,7 @@ void visitSuccessors(ZQMatrixBase& matrix, int handle, Visitor visit) {
 
 }  // namespace
 
-int ZQMatrixBase::getMatrixHandleFromElementVector(const int* indexVector, int length) {
+int ZQMatrixBase::getMatrixHandleFromElementVector(const int* indexVector, int length) noexcept {
   return handleOf(*this, existMatrixData(indexVector, length), indexVector, length);
 }
 

@@ -2,13 +2,13 @@
 #include "store/ZQItemSplit.h"
 #include "store/ZQMatrixBase.h"
 
-int ZQMatrixBase::existMatrixData(const int* indexVector, int length) {
+int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
   ZQMatrixBaseInfo* info = getMatrixInfo();
   if (length < 1 || length >= info->getMaxDimOfMatrix()) return -2;
   if (indexVector == nullptr) return -2;
-  if (info->getRoomOfMatrixPtr() < 0 && !info->growMatrixPtr(length)) return -1;
-  int* path = info->getMatrixPtr();
-  int room = info->getRoomOfMatrixPtr();
+  int* const path = info->getMatrixPtr();
+  const int room = info->getRoomOfMatrixPtr();
+  if (room < 0) return existMatrixDataWithRoomFor(1, indexVector, length);
   long long current = currentMatrixID;
   path[0] = currentMatrixID;
   for (int i = 0; i < length; ++i) {
@@ -25,11 +25,7 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) {
       dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
       return -5;
     }
-    if (i >= room) {  // a trim or a file may have told less than the deepest path
-      if (!info->growMatrixPtr(i + 1)) return -1;
-      path = info->getMatrixPtr();
-      room = info->getRoomOfMatrixPtr();
-    }
+    if (i >= room) return existMatrixDataWithRoomFor(i + 1, indexVector, length);
     const long long fieldBegin = first - firstElement->getIndexInDimension();
     path[i + 1] = static_cast<int>(fieldBegin);
     const long long next = fieldBegin + indexVector[i];
@@ -50,6 +46,11 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) {
   return -5;
 }
 
+// A trim, or a file, may have told less than the deepest path: the walk begins anew with more room for the way that it takes.
+int ZQMatrixBase::existMatrixDataWithRoomFor(int numberOfSteps, const int* indexVector, int length) {
+  return getMatrixInfo()->growMatrixPtr(numberOfSteps) ? existMatrixData(indexVector, length) : -1;
+}
+
 int ZQMatrixBase::existMatrixData32(const int* items, int length) {
   return zmatrix::withSplitItems(*this, items, length, -1, "existMatrixData32",
                                  [this](const int* vector, int splitLength) { return existMatrixData(vector, splitLength); });
@@ -60,7 +61,7 @@ int ZQMatrixBase::existMatrixData64(const long long* items, int length) {
                                  [this](const int* vector, int splitLength) { return existMatrixData(vector, splitLength); });
 }
 
-long long ZQMatrixBase::readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount) {
+long long ZQMatrixBase::readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount) noexcept {
   const ZQMatrixBaseElement* element = zmatrix::readElement(*this, indexVector, length, existCode);
   *writeCount = element != nullptr ? element->getWriteCount() : 0;
   return element != nullptr ? element->getValue() : 0;
@@ -83,7 +84,7 @@ long long ZQMatrixBase::readMatrixData64(const long long* items, int length, int
   });
 }
 
-long long ZQMatrixBase::readMatrixElement(const int* indexVector, int length, int* existCode) {
+long long ZQMatrixBase::readMatrixElement(const int* indexVector, int length, int* existCode) noexcept {
   const ZQMatrixBaseElement* element = zmatrix::readElement(*this, indexVector, length, existCode);
   return element != nullptr ? element->getValue() : 0;
 }
