@@ -326,8 +326,9 @@ TEST(KernReport, tellsFaultsAndDepartures) {
   EXPECT_EQ(tell(kern("**kern **kern\n=1 =1\n4c 4e\n=2 =2\n8 8\n4g .\n4f 4f\n*- *-")),
             "2 D0@5.1[8] D0@5.2[8] D7@6.2![.] D8@7.1[4f] D8@7.2[4f]");
   EXPECT_EQ(tell("**kern\n!!" + std::string(1100, 'x') + "\n*-"), "1 D9@2.0=1024 D10@3.0 E14@3.0!");
-  EXPECT_EQ(tell(kern("**kern\n[4c 4e\n4c] 4f\n4d_ 4e_\n8gq\n4g\n*-")),
-            "3 D12@3.1[4c] 4f] D13@3.1[4c] 4f] D14@4.1[4d_ 4e_] D12@4.1[4d_ 4e_] D15@5.0=192");
+  EXPECT_EQ(tell(kern("**kern\n[4c_4e\n4c]_4f\n4d]_4e]\n*-")),
+            "3 D12@3.1[4c] 4f] D13@3.1[4c] 4f] D14@4.1[4d] 4e]] D12@4.1[4d] 4e]]");
+  EXPECT_EQ(tell(kern("**kern **kern\n8gq 4a\n4g 4b\n*- *-")), "3 D15@2.0=192");
   EXPECT_EQ(tell(""), "3");
   zq_KernReport* report = reportOn("/nowhere");
   EXPECT_EQ(report->state, zq_KernFileNotOpened);
