@@ -1,4 +1,4 @@
-// `zmatrix check`: learns text files, or loads a model, has the matrix test itself and prints what it holds.
+// `zmatrix check`: learns files, or loads a model, has the matrix test itself and prints what it holds.
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
@@ -50,8 +50,9 @@ Json testedStatistics(Matrix& matrix, int id) {
 }
 
 // The matrix to test, and what is said of where it comes from.
-struct Subject {
+struct Tested {
   std::unique_ptr<Matrix> matrix;
+  std::unique_ptr<Material> material;
   Json origin;
   std::map<int, int> unknownWords;  ///< of the texts that were learned, by the ID that learned them
 };
@@ -60,47 +61,51 @@ bool namesAModel(const LearningOptions& options) {
   const auto model = std::find_if(options.inputs.begin(), options.inputs.end(), isMatrixFile);
   if (model == options.inputs.end()) return false;
   if (options.inputs.size() > 1) throw Failure{ExitCode::usage, *model + " is a model: it is tested alone"};
-  if (options.tier || options.level || options.maxPhrase || options.maxWords || options.recursive) {
+  if (options.tier || options.maxPhrase || options.recursive || options.as || isLimitedToASubject(options)) {
     throw Failure{ExitCode::usage, *model + " is a model: options for learning don't apply"};
   }
   return true;
 }
 
-Subject loadModel(const CheckOptions& options) {
+Tested loadModel(const CheckOptions& options) {
   const std::string& path = options.learning.inputs[0];
-  Subject subject;
-  subject.matrix = Matrix::load(path, options.talk.loudness());
+  Tested tested;
+  tested.matrix = Matrix::load(path, options.talk.loudness());
+  tested.material = Material::of(subjectOf(*tested.matrix), options.learning);
   std::error_code error;
-  subject.origin = {{"file", path}, {"bytes", std::filesystem::file_size(path, error)}};
-  return subject;
+  tested.origin = {{"file", path}, {"bytes", std::filesystem::file_size(path, error)}};
+  return tested;
 }
 
-Subject learnTexts(const CheckOptions& options, Progress& progress) {
-  const std::vector<InputFile> inputs = findTextFiles(options.learning.inputs, options.learning.recursive);
-  Subject subject;
-  subject.matrix = makeMatrix(options.learning, options.talk.loudness());
-  const std::vector<int> ids = learnFiles(*subject.matrix, inputs, progress);
+Tested learnInputs(const CheckOptions& options, Progress& progress) {
+  const std::vector<InputFile> inputs = findInputs(options.learning.inputs, options.learning.recursive, options.learning.as);
+  Tested tested;
+  tested.material = Material::of(subjectOf(inputs), options.learning);
+  tested.matrix = tested.material->makeMatrix(inputs, options.talk.loudness());
+  const std::vector<int> ids = learnFiles(*tested.material, *tested.matrix, inputs, progress, options.talk.quiet);
   std::uintmax_t bytes = 0;
   for (std::size_t at = 0; at < inputs.size(); ++at) {
     bytes += inputs[at].size;
-    if (subject.matrix->tier() != Tier::full || ids[at] < 0) continue;
-    subject.unknownWords[ids[at]] += subject.matrix->countUnknownWords(ids[at], readFile(inputs[at].path));
+    if (inputs[at].kind != Kind::text || tested.matrix->tier() != Tier::full || ids[at] < 0) continue;
+    tested.unknownWords[ids[at]] += tested.matrix->countUnknownWords(ids[at], readFile(inputs[at].path));
   }
-  subject.origin = {{"files", inputs.size()}, {"bytes", bytes}};
-  return subject;
+  tested.origin = {{"files", inputs.size()}, {"bytes", bytes}};
+  return tested;
 }
 
-Json reportOf(const Subject& subject, Progress& progress) {
-  Matrix& matrix = *subject.matrix;
-  Json report = {{"tier", nameOf(matrix.tier())}, {"level", matrix.hasWords() ? "words" : "letters"}, {"sound", true}};
-  report.update(subject.origin);
+Json reportOf(const Tested& tested, Progress& progress) {
+  Matrix& matrix = *tested.matrix;
+  Json report = {{"tier", nameOf(matrix.tier())}, {"subject", nameOf(subjectOf(matrix))}};
+  tested.material->describe(matrix, report);
+  report["sound"] = true;
+  report.update(tested.origin);
   Json matrices = Json::array();
   for (int id = 0; id < matrix.numberOfIDs(); ++id) {
     if (!matrix.isOccupied(id)) continue;
     progress.show("testing", static_cast<double>(id) / matrix.numberOfIDs());
     Json statistics = testedStatistics(matrix, id);
     if (!statistics["scan_sound"] || !statistics["walk_sound"]) report["sound"] = false;
-    if (subject.unknownWords.count(id) != 0) statistics["unknown_symbols"] = subject.unknownWords.at(id);
+    if (tested.unknownWords.count(id) != 0) statistics["unknown_symbols"] = tested.unknownWords.at(id);
     matrices.push_back(statistics);
   }
   report.update(sizeOf(matrix));
@@ -119,12 +124,12 @@ void runCheck(const CheckOptions& options) {
   const bool isOfModel = namesAModel(options.learning);
   Output output("");
   Progress progress(options.talk.showsProgress());
-  const Subject subject = isOfModel ? loadModel(options) : learnTexts(options, progress);
-  const Json report = reportOf(subject, progress);
+  const Tested tested = isOfModel ? loadModel(options) : learnInputs(options, progress);
+  const Json report = reportOf(tested, progress);
   progress.clear();
   output.write(options.json ? jsonText(report) : tableOfReport(report));
   output.commit();
-  if (report["matrices"].empty() && !isOfModel) throw Failure{ExitCode::badInput, "nothing to learn: the input holds no text"};
+  if (report["matrices"].empty() && !isOfModel) throw Failure{ExitCode::badInput, tested.material->nothingLearned()};
   if (!report["sound"]) throw Failure{ExitCode::damaged, "the matrix is damaged: a self-test found faults"};
 }
 
@@ -132,8 +137,9 @@ void runCheck(const CheckOptions& options) {
 
 void addCheckVerb(CLI::App& app) {
   const auto options = std::make_shared<CheckOptions>();
-  CLI::App* verb = app.add_subcommand("check", "Learn texts, or load a model, and let the matrix test itself");
-  addLearningOptions(*verb, options->learning, "Text files, folders whose .txt files are learned, or one model file");
+  CLI::App* verb = app.add_subcommand("check", "Learn files, or load a model, and let the matrix test itself");
+  addLearningOptions(*verb, options->learning,
+                     "Files of one kind (text, MIDI and kern, numbers), folders of them, or one model file");
   verb->add_flag("--json", options->json, "Print JSON instead of a table");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

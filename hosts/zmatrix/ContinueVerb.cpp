@@ -1,10 +1,9 @@
-// `zmatrix continue`: learns text files and writes a start followed by what the matrix finds likely to come next.
+// `zmatrix continue`: learns files and writes a start followed by what the matrix finds likely to come next.
 #include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "Continuation.h"
 #include "Failure.h"
 #include "Inputs.h"
 #include "Learning.h"
@@ -36,30 +35,33 @@ Examples:
 
 )";
 
-void runContinue(const ContinueOptions& options) {
+void runContinue(ContinueOptions& options) {
   keepStandardOutputForResults();
-  const std::vector<InputFile> inputs = findTextFiles(options.learning.inputs, options.learning.recursive);
+  const std::vector<InputFile> inputs = findInputs(options.learning.inputs, options.learning.recursive, options.learning.as);
   refuseInputAsOutput(options.generation.out, inputs);
+  const std::unique_ptr<Material> material = Material::of(subjectOf(inputs), options.learning);
   Output output(options.generation.out);
+  material->requireFitting(output);
   Progress progress(options.talk.showsProgress());
-  const std::unique_ptr<Matrix> matrix = makeMatrix(options.learning, options.talk.loudness());
-  learnFiles(*matrix, inputs, progress);
-  if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, "nothing to learn: the input holds no text"};
+  const std::unique_ptr<Matrix> matrix = material->makeMatrix(inputs, options.talk.loudness());
+  learnFiles(*material, *matrix, inputs, progress, options.talk.quiet);
+  if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, material->nothingLearned()};
 
-  Continuation continuation(*matrix, options.learning.level.value_or(Level::letters), options.generation);
+  options.generation.level = options.learning.level;
+  const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
   if (!options.talk.quiet) {
-    std::fprintf(stderr, "learned %zu file%s, %lld items; continuing %s\n", inputs.size(), inputs.size() == 1 ? "" : "s",
-                 itemsOfTexts(*matrix), languageOf(matrix->record(continuation.id())));
+    std::fprintf(stderr, "learned %s, %s; continuing %s\n", countOf(static_cast<long long>(inputs.size()), "file").c_str(),
+                 material->amountIn(*matrix).c_str(), continuation->description().c_str());
   }
-  continuation.write(output, progress);
+  continuation->write(output, progress);
 }
 
 }  // namespace
 
 void addContinueVerb(CLI::App& app) {
   const auto options = std::make_shared<ContinueOptions>();
-  CLI::App* verb = app.add_subcommand("continue", "Learn texts and continue them");
+  CLI::App* verb = app.add_subcommand("continue", "Learn texts, music or numbers and continue them");
   addLearningOptions(*verb, options->learning);
   addGenerationOptions(*verb, options->generation);
   addTalkOptions(*verb, options->talk);

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "Continuation.h"
 #include "Inputs.h"
+#include "Material.h"
 #include "ModelFile.h"
 #include "Options.h"
 #include "Output.h"
@@ -15,17 +15,17 @@ namespace {
 
 struct GenerateOptions {
   std::string model;
-  std::optional<Level> level;
   GenerationOptions generation;
   TalkOptions talk;
 };
 
 const char* const examples = R"(
-What it writes is what `zmatrix continue` writes for the same texts, options and seed.
+What it writes is what `zmatrix continue` writes for the same files, options and seed.
 
 Examples:
   zmatrix generate novel.zmatrix --start "It was " --count 500 --seed 7
   zmatrix generate letters.zmatrix --level words --count 100 --out letter.txt
+  zmatrix generate tunes.zmatrix --matrix 2 --count 300 --out new.mid
 
 )";
 
@@ -34,15 +34,18 @@ void runGenerate(const GenerateOptions& options) {
   Progress progress(options.talk.showsProgress());
   progress.show("loading", 0);
   const std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
-  refuseInputAsOutput(options.generation.out, {{options.model, 0}});
+  refuseInputAsOutput(options.generation.out, {{options.model, 0, Kind::text}});
+  const LearningOptions none;
+  const std::unique_ptr<Material> material = Material::of(subjectOf(*matrix), none);
   Output output(options.generation.out);
+  material->requireFitting(output);
   warnIfDamaged(*matrix, options.model);
-  Continuation continuation(*matrix, options.level.value_or(Level::letters), options.generation);
+  const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
   if (!options.talk.quiet) {
-    std::fprintf(stderr, "loaded %s; continuing %s\n", options.model.c_str(), languageOf(matrix->record(continuation.id())));
+    std::fprintf(stderr, "loaded %s; continuing %s\n", options.model.c_str(), continuation->description().c_str());
   }
-  continuation.write(output, progress);
+  continuation->write(output, progress);
 }
 
 }  // namespace
@@ -51,7 +54,7 @@ void addGenerateVerb(CLI::App& app) {
   const auto options = std::make_shared<GenerateOptions>();
   CLI::App* verb = app.add_subcommand("generate", "Continue a start with a model file");
   verb->add_option("MODEL", options->model, "A file that `zmatrix learn` made")->required()->option_text(" ");
-  addLevelOption(*verb, options->level);
+  addLevelOption(*verb, options->generation.level);
   addGenerationOptions(*verb, options->generation);
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "Material.h"
 #include "ModelFile.h"
 #include "Options.h"
 #include "Output.h"
@@ -18,7 +19,7 @@ struct InfoOptions {
 };
 
 const char* const examples = R"(
-Counts of rules are those of the last self-test, if there was one; `zmatrix check MODEL` tests the model and counts anew.
+Of music the table has a line for each sub-matrix, --json everything. Counts of rules are those of the last self-test, if there was one; `zmatrix check MODEL` tests the model and counts anew.
 
 Examples:
   zmatrix info novel.zmatrix
@@ -32,13 +33,18 @@ Json describe(Matrix& matrix, const std::string& path) {
   Json result = {{"file", path},
                  {"bytes", std::filesystem::file_size(path, error)},
                  {"tier", nameOf(matrix.tier())},
-                 {"level", matrix.hasWords() ? "words" : "letters"},
-                 {"description", header.description},
-                 {"format_version", header.formatVersion},
-                 {"updates", header.updates},
-                 {"ids_reserved", matrix.numberOfIDs()},
-                 {"ids_in_use", header.idsInUse}};
+                 {"subject", nameOf(subjectOf(matrix))}};
+  const LearningOptions none;
+  const std::unique_ptr<Material> material = Material::of(subjectOf(matrix), none);
+  material->describe(matrix, result);
+  result["description"] = header.description;
+  result["format_version"] = header.formatVersion;
+  result["updates"] = header.updates;
+  result["ids_reserved"] = matrix.numberOfIDs();
+  result["ids_in_use"] = header.idsInUse;
   result.update(sizeOf(matrix));
+  const Json overview = material->overview(matrix);
+  if (!overview.empty()) result["tracks"] = overview;
   result["matrices"] = Json::array();
   for (int id = 0; id < matrix.numberOfIDs(); ++id) {
     if (!matrix.isOccupied(id)) continue;
@@ -50,11 +56,14 @@ Json describe(Matrix& matrix, const std::string& path) {
     result["matrices"].push_back(record);
   }
   result["history"] = Json::array();
-  for (const ZQMatrixProperties* record : matrix.history()) result["history"].push_back(historyEntryOf(*record));
+  for (const ZQMatrixProperties* record : matrix.history()) result["history"].push_back(historyEntryOf(*record, matrix.tier()));
   return result;
 }
 
+// Of music, which has many sub-matrices, a line each; of others everything.
 std::string tableOf(Json description) {
+  const Json tracks = description.value("tracks", Json::array());
+  description.erase("tracks");
   Json matrices = description["matrices"];
   const Json history = description["history"];
   description.erase("matrices");
@@ -67,6 +76,8 @@ std::string tableOf(Json description) {
     matrix.erase("files_learned");
   }
   std::string text = membersOf(description);
+  if (!tracks.empty())
+    return text + "\n" + linesOf(tracks) + (history.empty() ? "" : "\nhistory, the oldest first:\n" + linesOf(history));
   if (!matrices.empty()) text += "\n" + columnsOf(matrices);
   if (!files.empty()) text += "\nfiles learned, by the ID that learned them:\n" + files;
   if (!history.empty()) text += "\nhistory, the oldest first:\n" + linesOf(history);

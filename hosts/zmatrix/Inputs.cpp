@@ -27,57 +27,74 @@ Stream openForReading(const fs::path& path) {
   return file;
 }
 
-InputFile readableFile(const fs::path& path) {
+InputFile readableFile(const fs::path& path, std::optional<Kind> kind) {
   openForReading(path);
-  if (isMatrixFile(path)) cannotRead(path, "it is a model, no text (`zmatrix generate` continues it)");
+  if (isMatrixFile(path)) cannotRead(path, "it is a model, no text and no music (`zmatrix generate` continues it)");
   std::error_code error;
   const std::uintmax_t size = fs::file_size(path, error);
   if (error) cannotRead(path, error.message());
   // the library counts a text's bytes in an int and asks for room for a few more
-  if (size > INT_MAX / 2) throw Failure{ExitCode::limit, path.string() + " is too big: a text may have 1 GiB"};
-  return {path.string(), size};
+  if (size > INT_MAX / 2) throw Failure{ExitCode::limit, path.string() + " is too big: a file may have 1 GiB"};
+  return {path.string(), size, kind ? *kind : kindOfContent(path.string())};
 }
 
-bool isTextFile(const fs::directory_entry& entry) {
+bool isSoughtFile(const fs::directory_entry& entry, std::optional<Kind> as) {
   std::error_code error;
-  const fs::path suffix = entry.path().extension();
-  return (suffix == ".txt" || suffix == ".TXT") && entry.is_regular_file(error) && !error;
+  return isSought(entry.path().filename().string(), as) && entry.is_regular_file(error) && !error;
 }
 
 template <class Iterator>
-std::vector<fs::path> textFilesBelow(const fs::path& folder) {
+std::vector<fs::path> filesBelow(const fs::path& folder, std::optional<Kind> as) {
   std::vector<fs::path> found;
   std::error_code error;
   for (Iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-    if (isTextFile(*entry)) found.push_back(entry->path());
+    if (isSoughtFile(*entry, as)) found.push_back(entry->path());
   }
   if (error) cannotRead(folder, error.message());
   std::sort(found.begin(), found.end());
   return found;
 }
 
+std::vector<fs::path> filesOfFolder(const fs::path& folder, bool recursive, std::optional<Kind> as) {
+  const std::vector<fs::path> files =
+      recursive ? filesBelow<fs::recursive_directory_iterator>(folder, as) : filesBelow<fs::directory_iterator>(folder, as);
+  if (files.empty()) {
+    cannotRead(folder,
+               "no " + soughtSuffixes(as) + " file in it" + (recursive ? " or below it" : " (--recursive looks below it)"));
+  }
+  return files;
+}
+
 }  // namespace
 
-std::vector<InputFile> findTextFiles(const std::vector<std::string>& arguments, bool recursive) {
+std::vector<InputFile> findInputs(const std::vector<std::string>& arguments, bool recursive, std::optional<Kind> as) {
   std::vector<InputFile> inputs;
   for (const fs::path path : arguments) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (error) cannotRead(path, error.message());
     if (fs::is_directory(status)) {
-      const std::vector<fs::path> files =
-          recursive ? textFilesBelow<fs::recursive_directory_iterator>(path) : textFilesBelow<fs::directory_iterator>(path);
-      if (files.empty()) {
-        cannotRead(path, recursive ? "no .txt file in it or below it" : "no .txt file in it (--recursive looks below it)");
+      for (const fs::path& file : filesOfFolder(path, recursive, as)) {
+        inputs.push_back(readableFile(file, as ? as : kindOfSuffix(file.filename().string())));
       }
-      for (const fs::path& file : files) inputs.push_back(readableFile(file));
     } else if (fs::is_regular_file(status)) {
-      inputs.push_back(readableFile(path));
+      inputs.push_back(readableFile(path, as));
     } else {
       cannotRead(path, "neither a file nor a folder");
     }
   }
   return inputs;
+}
+
+Subject subjectOf(const std::vector<InputFile>& inputs) {
+  const InputFile& first = inputs.front();
+  for (const InputFile& input : inputs) {
+    if (subjectOf(input.kind) == subjectOf(first.kind)) continue;
+    throw Failure{ExitCode::badInput, first.path + " holds " + nameOf(subjectOf(first.kind)) + " and " + input.path + " " +
+                                          nameOf(subjectOf(input.kind)) +
+                                          ": a model learns one of them (--as text|midi|kern|numbers says which files to take)"};
+  }
+  return subjectOf(first.kind);
 }
 
 void refuseInputAsOutput(const std::string& output, const std::vector<InputFile>& inputs) {

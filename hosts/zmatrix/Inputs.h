@@ -2,17 +2,25 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "Kind.h"
 
 struct InputFile {
   std::string path;
   std::uintmax_t size;  ///< bytes
+  Kind kind;
 };
 
-/// Takes files as they are named and, of each folder, its .txt files in the order of their names, with `recursive` those of
-/// the folders below too. Throws a Failure if an argument can't be read, or if a folder holds no text.
-std::vector<InputFile> findTextFiles(const std::vector<std::string>& arguments, bool recursive);
+/// Takes files as they are named and, of each folder, the files with the suffix of a kind in the order of their names, with
+/// `recursive` those of the folders below too. `as` says what all of them hold; without it each file's content does. Throws a
+/// Failure if an argument can't be read, or if a folder holds no such file.
+std::vector<InputFile> findInputs(const std::vector<std::string>& arguments, bool recursive, std::optional<Kind> as);
+
+/// The one subject of all inputs. Throws a Failure if there are several.
+Subject subjectOf(const std::vector<InputFile>& inputs);
 
 /// Throws a Failure if a result that is to be written to `output` would replace one of the inputs.
 void refuseInputAsOutput(const std::string& output, const std::vector<InputFile>& inputs);

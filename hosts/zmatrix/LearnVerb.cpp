@@ -1,4 +1,4 @@
-// `zmatrix learn`: learns text files into a model file, a new one or one that has learned before.
+// `zmatrix learn`: learns files into a model file, a new one or one that has learned before.
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -31,31 +31,39 @@ Examples:
   zmatrix learn novel.txt --out novel.zmatrix
   zmatrix learn second-novel.txt --update --out novel.zmatrix
   zmatrix learn letters/ --recursive --level words -o letters.zmatrix && zmatrix generate letters.zmatrix --level words
+  zmatrix learn tunes/ --coding quadruple --out tunes.zmatrix
 
 )";
 
-std::unique_ptr<Matrix> matrixFor(const LearnOptions& options) {
-  if (!options.update) return makeMatrix(options.learning, options.talk.loudness());
+std::unique_ptr<Matrix> matrixFor(const LearnOptions& options, Material& material, const std::vector<InputFile>& inputs) {
+  if (!options.update) return material.makeMatrix(inputs, options.talk.loudness());
   std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
   if (!matrix->isWhole()) {
     throw Failure{ExitCode::damaged,
                   options.model + " is damaged or was cut off, nothing was learned; `zmatrix check` tells more"};
   }
-  adjustMatrix(*matrix, options.learning);
+  if (options.learning.tier && *options.learning.tier != matrix->tier()) {
+    refuseUpdate(std::string("the model is of the ") + nameOf(matrix->tier()) + " tier");
+  }
+  if (subjectOf(*matrix) != subjectOf(inputs)) {
+    refuseUpdate(std::string("the model holds ") + nameOf(subjectOf(*matrix)) + ", the input " + nameOf(subjectOf(inputs)));
+  }
+  material.adjust(*matrix, inputs);
   return matrix;
 }
 
 void runLearn(const LearnOptions& options) {
   keepStandardOutputForResults();
-  const std::vector<InputFile> inputs = findTextFiles(options.learning.inputs, options.learning.recursive);
+  const std::vector<InputFile> inputs = findInputs(options.learning.inputs, options.learning.recursive, options.learning.as);
   refuseInputAsOutput(options.model, inputs);
+  const std::unique_ptr<Material> material = Material::of(subjectOf(inputs), options.learning);
   ModelFile model(options.model);
   Progress progress(options.talk.showsProgress());
-  const std::unique_ptr<Matrix> matrix = matrixFor(options);
+  const std::unique_ptr<Matrix> matrix = matrixFor(options, *material, inputs);
   const long long itemsBefore = matrix->itemsLearned();
   matrix->keepHistory();
-  learnFiles(*matrix, inputs, progress);
-  if (matrix->itemsLearned() == itemsBefore) throw Failure{ExitCode::badInput, "nothing to learn: the input holds no text"};
+  learnFiles(*material, *matrix, inputs, progress, options.talk.quiet);
+  if (matrix->itemsLearned() == itemsBefore) throw Failure{ExitCode::badInput, material->nothingLearned()};
   if (options.test) {
     progress.show("testing", 0);
     if (!matrix->isSound()) throw Failure{ExitCode::damaged, "the matrix is damaged and was not saved"};
@@ -64,16 +72,15 @@ void runLearn(const LearnOptions& options) {
   model.save(*matrix);
   progress.clear();
   if (options.talk.quiet) return;
-  const long long items = itemsOfTexts(*matrix);
-  std::fprintf(stderr, "learned %zu file%s; %s holds %lld item%s\n", inputs.size(), inputs.size() == 1 ? "" : "s",
-               model.name().c_str(), items, items == 1 ? "" : "s");
+  std::fprintf(stderr, "learned %s; %s holds %s\n", countOf(static_cast<long long>(inputs.size()), "file").c_str(),
+               model.name().c_str(), material->amountIn(*matrix).c_str());
 }
 
 }  // namespace
 
 void addLearnVerb(CLI::App& app) {
   const auto options = std::make_shared<LearnOptions>();
-  CLI::App* verb = app.add_subcommand("learn", "Learn texts into a model file");
+  CLI::App* verb = app.add_subcommand("learn", "Learn texts, music or numbers into a model file");
   addLearningOptions(*verb, options->learning);
   verb->add_option("--out,-o", options->model, "The file of the model; what is there is replaced. - is standard output")
       ->required()

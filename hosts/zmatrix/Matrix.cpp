@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 
 #include "Failure.h"
@@ -14,16 +15,26 @@ namespace {
 // Three languages, each with its letters and its words, and room for one pair more.
 constexpr int numberOfIDsWithWords = 8;
 
-const char* const noTexts = "a matrix of the base tier stores values, it learns no texts";
+// Rows of line feeds that the library puts behind each series that it keeps.
+constexpr int rowsBehindASeries = 4;
+
+// What the library says when a track finds no sub-matrix.
+const char* const noFreeID = "could not find a free matrixID";
+
+const char* const noTexts = "a matrix of the base tier stores values, it learns nothing";
 
 [[noreturn]] void refuse(const std::string& what) {
   throw Failure{ExitCode::badInput, what};
 }
 
-std::vector<int> itemsOf(const std::string& text) {
-  std::vector<int> items;
-  for (const char byte : text) items.push_back(static_cast<unsigned char>(byte));
-  return items;
+// An integer of 1, 2 or 4 bytes, the lowest first; a negative size is a signed one.
+int unpack(const char* bytes, int size) {
+  const int length = std::min(std::abs(size), 4);
+  unsigned int value = 0;
+  for (int at = 0; at < length; ++at) value |= static_cast<unsigned int>(static_cast<unsigned char>(bytes[at])) << (8 * at);
+  if (size == -1) return static_cast<std::int8_t>(value);
+  if (size == -2) return static_cast<std::int16_t>(value);
+  return static_cast<int>(value);
 }
 
 // Takes the messages that tell how many words were too long out of what was overheard, and returns the number.
@@ -108,8 +119,77 @@ class MatrixOf : public Matrix {
     }
   }
 
+  void reserveIDs(int count) override { Functions::reserveIDs(matrix(), count); }
+
+  void prepareForMusic([[maybe_unused]] const MusicSettings& settings) override {
+    if constexpr (Functions::learns) {
+      const int limit = phraseLimit();
+      setMusicProfile(settings.preprocessing);
+      setPhraseLimit(limit);
+      Functions::setGlobalGrid(matrix(), settings.grid);
+      Functions::setGlobalDurationGrid(matrix(), settings.durationGrid);
+      Functions::setTracks(matrix(), static_cast<int>(settings.tracks));
+      Functions::setChannelFilter(matrix(), settings.skippedChannels.data());
+      // a feed takes the grids of its first track from the sub-matrix that is current when it begins, which is the first
+      select(0);
+      Functions::setGrid(matrix(), settings.grid);
+      Functions::setDurationGrid(matrix(), settings.durationGrid);
+      if (keepsHistory_) keepHistory();
+    } else {
+      refuse(noTexts);
+    }
+  }
+
+  MusicSettings musicSettings() const override {
+    MusicSettings settings{};
+    if constexpr (Functions::learns) {
+      settings = {Functions::globalPreprocessing(matrix()),
+                  Functions::globalGrid(matrix()),
+                  Functions::globalDurationGrid(matrix()),
+                  static_cast<Tracks>(Functions::tracks(matrix())),
+                  {}};
+      std::copy_n(Functions::channelFilter(matrix()), settings.skippedChannels.size(), settings.skippedChannels.begin());
+    }
+    return settings;
+  }
+
+  void prepareForNumbers([[maybe_unused]] const NumberSettings& settings, [[maybe_unused]] int phraseLimit) override {
+    if constexpr (Functions::learns) {
+      Functions::setSeriesProfile(matrix());
+      Functions::setGlobalPreprocessing(matrix(), settings.preprocessing);
+      Functions::setGlobalOcronType(matrix(), settings.ocronType);
+      setPhraseLimit(phraseLimit);
+      select(0);
+      Functions::applyGlobals(matrix());
+      Functions::setMaximalIndex(matrix(), settings.maxIndex);
+    } else {
+      refuse(noTexts);
+    }
+  }
+
+  NumberSettings numberSettings() override {
+    NumberSettings settings{};
+    if constexpr (Functions::learns) {
+      select(0);
+      settings = {record(0).preProcessingType, Functions::ocronType(matrix()), record(0).maximalMatrixIndex};
+    }
+    return settings;
+  }
+
+  // Of a series the sub-matrix has the limit, since it was set up before it learned; a feed sets its own up from the global one.
   void setPhraseLimit([[maybe_unused]] int phraseLimit) override {
-    if constexpr (Functions::learns) Functions::setPhraseLimit(matrix(), phraseLimit);
+    if constexpr (Functions::learns) {
+      Functions::setPhraseLimit(matrix(), phraseLimit);
+      if (record(0).matrixType == ZQMatrixTypeIntegerSeries && isOccupied(0)) {
+        select(0);
+        Functions::setOwnPhraseLimit(matrix(), phraseLimit);
+      }
+    }
+  }
+
+  int phraseLimit() const override {
+    if constexpr (Functions::learns) return Functions::phraseLimit(matrix());
+    return 0;
   }
 
   void setWordLimit([[maybe_unused]] int wordLimit) override {
@@ -128,7 +208,14 @@ class MatrixOf : public Matrix {
   }
 
   void keepHistory() override {
-    if constexpr (Functions::learns) Functions::setAddUpdateInfo(matrix(), 1);
+    keepsHistory_ = true;
+    if constexpr (Functions::learns) {
+      Functions::setAddUpdateInfo(matrix(), 1);
+      if (record(0).matrixType == ZQMatrixTypeIntegerSeries) {
+        select(0);
+        Functions::setOwnAddUpdateInfo(matrix(), 1);
+      }
+    }
     if constexpr (Functions::hasSymbols) s_setGlobalSymbolAddUpdateInfo(matrix(), 1);
   }
 
@@ -137,7 +224,7 @@ class MatrixOf : public Matrix {
     return false;
   }
 
-  Learned learn(const std::string& path) override {
+  Learned learnText(const std::string& path) override {
     if constexpr (Functions::learns) {
       std::vector<long long> before;
       for (int id = 0; id < numberOfIDs(); ++id) before.push_back(itemsLearned(id));
@@ -160,6 +247,45 @@ class MatrixOf : public Matrix {
     }
   }
 
+  int learnMusic([[maybe_unused]] const std::string& path, [[maybe_unused]] Kind kind) override {
+    if constexpr (Functions::learns) {
+      int notes = 0;
+      const Loudness wanted = loudness_;
+      if (wanted.level < 0) setLoudness({0});
+      Overheard talk(loudness_.level == 0);
+      select(0);
+      if (kind == Kind::kern) {
+        Functions::learnKern(matrix(), path.c_str(), &notes);
+      } else {
+        Functions::learnMidi(matrix(), path.c_str(), &notes);
+      }
+      talk.end();
+      setLoudness(wanted);
+      for (const Overheard::Kind& kindOfTalk : talk.kinds()) {
+        if (kindOfTalk.first[0].find(noFreeID) == std::string::npos) continue;
+        throw Failure{ExitCode::limit, "the model has " + std::to_string(numberOfIDs()) +
+                                           " sub-matrices, each for one meter, kind and sound, and " + path +
+                                           " needs one more: learn its files and this one into a new model"};
+      }
+      return notes;
+    } else {
+      refuse(noTexts);
+    }
+  }
+
+  void learnSeries([[maybe_unused]] const std::vector<int>& series, [[maybe_unused]] const std::string& path) override {
+    if constexpr (Functions::learns) {
+      Functions::setNameOfFile(matrix(), path.c_str());
+      Functions::addNameOfFile(matrix(), path.c_str());
+      const Hush hush(*this);  // what can't be coded the caller has told by now
+      if (Functions::learnSeries(matrix(), series.data(), static_cast<int>(series.size())) >= 1) return;
+      throw Failure{ExitCode::limit,
+                    "the matrix could not take all of " + path + ": fewer numbers or a smaller --max-phrase need less"};
+    } else {
+      refuse(noTexts);
+    }
+  }
+
   // The root of a sub-matrix counts its items, and the root's handle is the ID.
   long long itemsLearned([[maybe_unused]] int id) const override {
     if constexpr (Functions::learns) {
@@ -168,6 +294,23 @@ class MatrixOf : public Matrix {
     } else {
       return 0;
     }
+  }
+
+  std::vector<int> lastSeriesLearned([[maybe_unused]] int id) override {
+    std::vector<int> items;
+    if constexpr (Functions::learns) {
+      select(id);
+      const ZQMatrixProperties& info = record(id);
+      const char* bytes = Functions::lastSeries(matrix());
+      const auto* sizes = Functions::sizesOfCoordinates(matrix());
+      const int coordinates = (info.lengthOfUpdateSequence - rowsBehindASeries) * info.coordinateDimension;
+      for (int at = 0; bytes != nullptr && sizes != nullptr && at < coordinates; ++at) {
+        const int size = sizes[at % info.coordinateDimension];
+        items.push_back(unpack(bytes, size));
+        bytes += std::abs(size);
+      }
+    }
+    return items;
   }
 
   int countUnknownWords([[maybe_unused]] int id, [[maybe_unused]] const std::string& text) override {
@@ -192,11 +335,22 @@ class MatrixOf : public Matrix {
     if constexpr (Functions::learns) Functions::setRandomValue(matrix(), Functions::currentID(matrix()), value);
   }
 
-  void setContext([[maybe_unused]] const std::string& text) override {
+  void setContext([[maybe_unused]] const std::vector<int>& items) override {
     if constexpr (Functions::learns) {
-      const std::vector<int> items = itemsOf(text);
       Functions::setContext(matrix(), items.data(), static_cast<int>(items.size()), 1);
     }
+  }
+
+  std::vector<int> context() override {
+    std::vector<int> items;
+    if constexpr (Functions::learns) {
+      int length = 0;
+      int dimension = 0;
+      int* flat = Functions::context(Functions::info(matrix()), &length, &dimension);
+      if (flat != nullptr) items.assign(flat, flat + length);
+      s_Free(flat);
+    }
+    return items;
   }
 
   int lengthOfContext() const override {
@@ -208,14 +362,15 @@ class MatrixOf : public Matrix {
     if constexpr (Functions::hasSymbols) s_setMatrixAILevel(matrix(), 0);
   }
 
-  int nextItem() override {
+  std::optional<int> nextItem() override {
     const int* item = nullptr;
     if constexpr (Functions::learns) {
       double probability = 0;
       double stopProbability = 0;
       item = Functions::nextItem(matrix(), &probability, &stopProbability);
     }
-    return item == nullptr ? -1 : *item;
+    if (item == nullptr) return std::nullopt;
+    return *item;
   }
 
   std::string wordOf([[maybe_unused]] int symbol) override {
@@ -227,6 +382,51 @@ class MatrixOf : public Matrix {
       s_Free(letters);
     }
     return word;
+  }
+
+  bool writeMusic([[maybe_unused]] int count, [[maybe_unused]] const std::string& path) override {
+    if constexpr (Functions::learns) {
+      const Hush hush(*this);  // it remarks on each note that it puts right
+      return Functions::writeMidi(matrix(), count, path.c_str(), nullptr) == 1;
+    }
+    return false;
+  }
+
+  std::vector<int> preprocess([[maybe_unused]] const std::vector<int>& items) override {
+    std::vector<int> stored;
+    if constexpr (Functions::learns) {
+      const Hush hush(*this);
+      int length = 0;
+      int* result =
+          items.empty() ? nullptr : Functions::preprocess(matrix(), items.data(), static_cast<int>(items.size()), &length);
+      if (result != nullptr) stored.assign(result, result + length);
+      s_Free(result);
+    }
+    return stored;
+  }
+
+  std::vector<Successor> successorsOf([[maybe_unused]] const std::vector<int>& storedItems) override {
+    std::vector<Successor> successors;
+    if constexpr (Functions::learns) {
+      const int handle = storedItems.empty()
+                             ? Functions::currentID(matrix())
+                             : Functions::handleOf(matrix(), storedItems.data(), static_cast<int>(storedItems.size()));
+      int count = 0;
+      int* handles = handle < 0 ? nullptr : Functions::successorsOf(matrix(), handle, &count);
+      for (int at = 0; handles != nullptr && at < count; ++at) {
+        const int* item = Functions::itemAt(matrix(), handles[at]);
+        if (item != nullptr) successors.push_back({*item, Functions::countOf(Functions::elementAt(matrix(), handles[at]))});
+      }
+      s_Free(handles);
+    }
+    return successors;
+  }
+
+  double drawFraction() override {
+    if constexpr (Functions::learns) {
+      return static_cast<double>(Functions::drawRandomValue(matrix(), Functions::currentID(matrix()))) / 2147483648.0;
+    }
+    return 0;
   }
 
  protected:
@@ -244,6 +444,18 @@ class MatrixOf : public Matrix {
   }
 
  private:
+  void setMusicProfile(int preprocessing) {
+    if (preprocessing == ZQPreProcessingTypeMidiNoteAndModQuanta) {
+      Functions::setPitchAndBarTimeProfile(matrix());
+    } else if (preprocessing == ZQPreProcessingTypeMidiTriple_NDMT) {
+      Functions::setTripleProfile(matrix());
+    } else if (preprocessing == ZQPreProcessingTypeMidiGMQuadruple_NDMTS) {
+      Functions::setQuadrupleProfile(matrix());
+    } else {
+      Functions::setPitchAndTimeProfile(matrix());
+    }
+  }
+
   Handle* matrix() const { return handle_.get(); }
   bool holdsText(int id) { return record(id).matrixType == ZQMatrixTypeANSIText; }
 
@@ -257,6 +469,7 @@ class MatrixOf : public Matrix {
 
   std::unique_ptr<Handle, decltype(Functions::destroy)> handle_;
   Loudness loudness_{0};
+  bool keepsHistory_ = false;
 };
 
 template <class Functions>
@@ -302,6 +515,12 @@ bool Matrix::isSound() {
     if (isOccupied(id) && !scan(id).isSound) sound = false;
   }
   return sound;
+}
+
+std::vector<int> itemsOf(const std::string& text) {
+  std::vector<int> items;
+  for (const char byte : text) items.push_back(static_cast<unsigned char>(byte));
+  return items;
 }
 
 long long Matrix::itemsLearned() const {

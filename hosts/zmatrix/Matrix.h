@@ -4,9 +4,13 @@
 
 #include <zmatrix/zmatrix.h>
 
+#include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "Kind.h"
 
 /// Full: learns sequences and has symbols for words. Medium: learns sequences. Base: stores values.
 enum class Tier { base = ZQMatrixInfoTypeBase, medium = ZQMatrixInfoTypeMedium, full = ZQMatrixInfoTypeFull };
@@ -18,6 +22,9 @@ enum class Level { letters, words };
 
 /// How the next item is chosen, in the numbers of the flat interface.
 enum class Method { best = 1, middle = 2, random = 3 };
+
+/// Which tracks of a piece are learned: each by itself, all merged into one, or both; in the numbers of the flat interface.
+enum class Tracks { single = 0, merged = 1, both = 2 };
 
 /// How loud the library is: its level of messages, -1 for silence.
 struct Loudness {
@@ -74,11 +81,32 @@ class Matrix {
 
   // Learning. The base tier throws a Failure, as the medium tier does for words.
 
-  /// To be called for an empty matrix, as the next is.
+  // The next five are to be called for an empty matrix.
+
+  /// Room for that many sub-matrices, at least.
+  virtual void reserveIDs(int count) = 0;
   virtual void prepareForTexts(int phraseLimit) = 0;
   /// Besides the letters it will learn sequences of up to `wordLimit` words.
   virtual void prepareForWords(int wordLimit) = 0;
+  struct MusicSettings {
+    int preprocessing;
+    int grid;
+    int durationGrid;
+    Tracks tracks;
+    std::array<char, 16> skippedChannels;  ///< 1 for one that is left out
+  };
+  /// May be called again between files. The phrase limit stays.
+  virtual void prepareForMusic(const MusicSettings& settings) = 0;
+  virtual MusicSettings musicSettings() const = 0;
+  struct NumberSettings {
+    int preprocessing;
+    int ocronType;
+    int maxIndex;
+  };
+  virtual void prepareForNumbers(const NumberSettings& settings, int phraseLimit) = 0;
+  virtual NumberSettings numberSettings() = 0;
   virtual void setPhraseLimit(int phraseLimit) = 0;
+  virtual int phraseLimit() const = 0;
   virtual void setWordLimit(int wordLimit) = 0;
   /// From now on a save adds what was learned to the history.
   virtual void keepHistory() = 0;
@@ -88,10 +116,18 @@ class Matrix {
     int wordsLeftOut;  ///< as they were too long
   };
   /// Throws a Failure if the matrix can't take all of the file.
-  virtual Learned learn(const std::string& path) = 0;
+  virtual Learned learnText(const std::string& path) = 0;
+  /// MIDI or kern: each track goes to a sub-matrix of its meter, kind and sound. Returns the notes taken. Throws a Failure if no
+  /// sub-matrix is left for one.
+  virtual int learnMusic(const std::string& path, Kind kind) = 0;
+  /// A series of integers into the selected sub-matrix, under the name of the file it is from. Throws a Failure if the matrix
+  /// can't take all of it.
+  virtual void learnSeries(const std::vector<int>& series, const std::string& path) = 0;
   /// Items that the sub-matrix has learned: about one a byte of text. May be asked while a text is being learned.
   virtual long long itemsLearned(int id) const = 0;
   long long itemsLearned() const;
+  /// The series of items that the sub-matrix learned last, flat, as long as it keeps a history.
+  virtual std::vector<int> lastSeriesLearned(int id) = 0;
   /// Words of a text that the sub-matrix has no symbol for.
   virtual int countUnknownWords(int id, const std::string& text) = 0;
 
@@ -99,20 +135,42 @@ class Matrix {
 
   virtual void setMethod(Method method) = 0;
   virtual void seed(long long value) = 0;
-  /// Makes the text the context of what comes next, on the level of words too if the matrix has it.
-  virtual void setContext(const std::string& text) = 0;
+  /// Makes these items the context of what comes next, flat, item after item; of a text on the level of words too if the matrix
+  /// has it.
+  virtual void setContext(const std::vector<int>& items) = 0;
+  /// The context as it was set, or came with the file.
+  virtual std::vector<int> context() = 0;
   /// How many of the last items of the context the sub-matrix knows together.
   virtual int lengthOfContext() const = 0;
   /// Goes on without the level of words.
   virtual void forgetWords() = 0;
-  /// The next item, -1 at the end of a sequence.
-  virtual int nextItem() = 0;
+  /// The next item of a single coordinate, none at the end of a sequence.
+  virtual std::optional<int> nextItem() = 0;
   /// What a symbol of the sub-matrix stands for.
   virtual std::string wordOf(int symbol) = 0;
+
+  /// Writes the context and up to `count` notes that come next. True if the file could be written.
+  virtual bool writeMusic(int count, const std::string& path) = 0;
+
+  // The same step by step, for sequences that the caller codes and decodes.
+
+  /// The items as the sub-matrix stores them.
+  virtual std::vector<int> preprocess(const std::vector<int>& items) = 0;
+  struct Successor {
+    int item;
+    int count;  ///< how often it was learned there
+  };
+  /// What followed these stored items; nothing for a sequence that was not learned.
+  virtual std::vector<Successor> successorsOf(const std::vector<int>& storedItems) = 0;
+  /// 0 to 1, from the generator that seed() sets.
+  virtual double drawFraction() = 0;
 
  protected:
   virtual TestResult selfTest(int id, int which) = 0;
 };
+
+/// The bytes of a text as items.
+std::vector<int> itemsOf(const std::string& text);
 
 /// Keeps the library from warning while something is tried that may well fail; who asked for notes gets everything.
 class Hush {

@@ -2,44 +2,111 @@
 
 #include <map>
 
+#include "NumberCoding.h"
+
 const char* const exitCodes =
     "Exit codes: 0 done, 2 wrong usage, 3 an input can't be read or holds nothing to learn, 4 a limit (memory, matrix, disk),\n"
     "5 a self-test found damage.";
 
 const CLI::Validator isNamed([](const std::string& name) { return std::string(name.empty() ? "no file is named" : ""); }, "");
 
+namespace {
+
+void addMusicOptions(CLI::App& verb, LearningOptions& options) {
+  static const std::map<std::string, Tracks> trackChoices = {
+      {"single", Tracks::single}, {"merged", Tracks::merged}, {"both", Tracks::both}};
+  verb.add_option("--grid", options.grid, "Notes begin on multiples of a whole note's Nth, 16 unless given")
+      ->check(CLI::Range(1, 3072))
+      ->option_text("N")
+      ->group("Music");
+  verb.add_option("--duration-grid", options.durationGrid, "Notes last multiples of a whole note's Nth, 16 unless given")
+      ->check(CLI::Range(1, 3072))
+      ->option_text("N")
+      ->group("Music");
+  verb.add_option("--tracks", options.tracks,
+                  "Learn each track by itself (single), all as one (merged), or both; both unless given")
+      ->transform(CLI::CheckedTransformer(trackChoices))
+      ->option_text("single|merged|both")
+      ->group("Music");
+  verb.add_option("--skip-channel", options.skippedChannels, "Leave out a channel, 1 to 16 (10 is the drums); can be repeated")
+      ->check(CLI::Range(1, 16))
+      ->option_text("N")
+      ->allow_extra_args(false)
+      ->group("Music");
+}
+
+void addNumberOptions(CLI::App& verb, LearningOptions& options) {
+  verb.add_option("--ocron-type", options.ocronType, "Alphabet of an ocron or gocron, 3 to 7; unless given the coding's own")
+      ->check(CLI::Range(3, 7))
+      ->option_text("N")
+      ->group("Numbers");
+  verb.add_option("--max-index", options.maxIndex,
+                  "Largest coded number that the matrix takes, 500000 unless given: more costs up to 8 bytes of memory each")
+      ->check(CLI::Range(1, 134000000))
+      ->option_text("N")
+      ->group("Numbers");
+  verb.add_flag("--skip-bad", options.skipsBad, "Leave out what is no integer of 32 bits, or has no form in the coding")
+      ->group("Numbers");
+}
+
+void addTextOptions(CLI::App& verb, LearningOptions& options) {
+  addLevelOption(verb, options.level);
+  verb.add_option("--max-words", options.maxWords, "With --level words: longest run of words learned, 1 to 64, 3 unless given")
+      ->check(CLI::Range(1, 64))
+      ->option_text("N")
+      ->group("Texts");
+}
+
+}  // namespace
+
+void addKindOptions(CLI::App& verb, std::optional<Kind>& kind) {
+  static const std::map<std::string, Kind> kinds = {
+      {"text", Kind::text}, {"midi", Kind::midi}, {"kern", Kind::kern}, {"numbers", Kind::numbers}};
+  verb.add_option("--as", kind, "What the files hold, which their content tells unless given")
+      ->transform(CLI::CheckedTransformer(kinds))
+      ->option_text("text|midi|kern|numbers");
+}
+
 void addLearningOptions(CLI::App& verb, LearningOptions& options, const std::string& what) {
   static const std::map<std::string, Tier> tiers = {{"full", Tier::full}, {"medium", Tier::medium}};
   verb.add_option("INPUT", options.inputs, what)->required()->option_text(" ");
-  verb.add_flag("--recursive,-r", options.recursive, "Learn the .txt files of the folders below too");
+  verb.add_flag("--recursive,-r", options.recursive, "Learn the files of the folders below too");
+  addKindOptions(verb, options.as);
   verb.add_option("--tier", options.tier,
                   "What the matrix can do: sequences (medium) or symbols for words as well (full); medium unless given, full for "
                   "words")
       ->transform(CLI::CheckedTransformer(tiers))
       ->option_text("full|medium");
-  addLevelOption(verb, options.level);
   verb.add_option("--max-phrase", options.maxPhrase,
-                  "Longest phrase learned, 1 to 1024 letters, 8 unless given: more keeps closer to the text, for memory in "
-                  "proportion. With --level words it is the longest word, 16 unless given")
+                  "Longest phrase learned, 1 to 1024 letters, notes or numbers, 8 unless given: more keeps closer to the input, "
+                  "for memory in proportion. With --level words it is the longest word, 16 unless given")
       ->check(CLI::Range(1, 1024))
       ->option_text("N");
-  verb.add_option("--max-words", options.maxWords, "With --level words: longest run of words learned, 1 to 64, 3 unless given")
-      ->check(CLI::Range(1, 64))
-      ->option_text("N");
+  verb.add_option("--coding", options.coding,
+                  "What of a note is learned: pitch-time, pitch-bartime, triple (unless given), quadruple. What of a number: " +
+                      numberCodings() + "; difference unless given")
+      ->option_text("CODING")
+      ->group("Music and numbers");
+  addTextOptions(verb, options);
+  addMusicOptions(verb, options);
+  addNumberOptions(verb, options);
 }
 
 void addLevelOption(CLI::App& verb, std::optional<Level>& level) {
   static const std::map<std::string, Level> levels = {{"letters", Level::letters}, {"words", Level::words}};
   verb.add_option("--level", level, "What the text is a sequence of, letters unless given")
       ->transform(CLI::CheckedTransformer(levels))
-      ->option_text("letters|words");
+      ->option_text("letters|words")
+      ->group("Texts");
 }
 
 void addGenerationOptions(CLI::App& verb, GenerationOptions& options) {
   static const std::map<std::string, Method> methods = {
       {"best", Method::best}, {"middle", Method::middle}, {"random", Method::random}};
-  verb.add_option("--start", options.start, "The text to continue; what was learned need not hold it")->option_text("TEXT");
-  verb.add_option("--count", options.count, "Items to generate, bytes or words, 1000 unless given")
+  verb.add_option("--start", options.start,
+                  "What to continue; what was learned need not hold it: a text, a MIDI file, or numbers (\"1 1 2 3\")")
+      ->option_text("START");
+  verb.add_option("--count", options.count, "Items to generate: bytes or words (1000 unless given), notes (200), numbers (100)")
       ->check(CLI::NonNegativeNumber)
       ->option_text("N");
   verb.add_option("--seed", options.seed, "Start of the random draws, 0 to 2147483647; 31459 unless given")
@@ -50,6 +117,11 @@ void addGenerationOptions(CLI::App& verb, GenerationOptions& options) {
                   "(middle); random unless given")
       ->transform(CLI::CheckedTransformer(methods))
       ->option_text("best|middle|random");
+  verb.add_option("--matrix", options.matrixID,
+                  "The sub-matrix to continue, by the ID that `zmatrix info` tells; unless given the one with the most notes")
+      ->check(CLI::NonNegativeNumber)
+      ->option_text("ID")
+      ->group("Music");
   verb.add_option("--out", options.out, "File to write; without it, or with -, standard output")
       ->check(isNamed)
       ->option_text("FILE");

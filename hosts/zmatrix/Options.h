@@ -6,23 +6,43 @@
 #include <string>
 #include <vector>
 
+#include "Kind.h"
 #include "Matrix.h"
 
-/// What was not given is decided by the level, or by the model that is learned into.
+/// What was not given is decided by the subject and its level, or by the model that is learned into.
 struct LearningOptions {
   std::vector<std::string> inputs;
   bool recursive = false;
+  std::optional<Kind> as;
   std::optional<Tier> tier;
-  std::optional<Level> level;
   std::optional<int> maxPhrase;
+
+  // texts
+  std::optional<Level> level;
   std::optional<int> maxWords;
+
+  // music and numbers
+  std::optional<std::string> coding;
+
+  // music
+  std::optional<int> grid;
+  std::optional<int> durationGrid;
+  std::optional<Tracks> tracks;
+  std::vector<int> skippedChannels;  ///< 1 to 16
+
+  // numbers
+  std::optional<int> ocronType;
+  std::optional<int> maxIndex;
+  bool skipsBad = false;
 };
 
 struct GenerationOptions {
   std::string start;
-  long long count = 1000;
+  std::optional<long long> count;
   long long seed = 31459;
   Method method = Method::random;
+  std::optional<Level> level;   ///< texts; told with the learning options where both are there
+  std::optional<int> matrixID;  ///< music
   std::string out;
 };
 
@@ -39,11 +59,10 @@ extern const CLI::Validator isNamed;
 
 /// `what` tells what INPUT may be.
 void addLearningOptions(CLI::App& verb, LearningOptions& options,
-                        const std::string& what =
-                            "Text files, or folders whose .txt "
-                            "files are learned");
+                        const std::string& what = "Files of one kind (text, MIDI and kern, numbers), or folders of them");
 void addGenerationOptions(CLI::App& verb, GenerationOptions& options);
 void addLevelOption(CLI::App& verb, std::optional<Level>& level);
+void addKindOptions(CLI::App& verb, std::optional<Kind>& kind);
 void addTalkOptions(CLI::App& verb, TalkOptions& options);
 
 /// The last lines of a verb's help.

@@ -54,9 +54,12 @@ const Number settings[] = {
     {"keeps_history", &ZQMatrixProperties::addUpdateInfo, Tier::medium},
 };
 
-const char* contentOf(const ZQMatrixProperties& record) {
+// Only the full tier has levels.
+const char* contentOf(const ZQMatrixProperties& record, Tier tier) {
   if (record.matrixType == ZQMatrixTypeANSIText) return "text";
-  if (record.matrixType == ZQMatrixTypeIntegerSeries) return record.currentMatrixIDLevelDown >= 0 ? "symbols" : "integers";
+  if (record.matrixType == ZQMatrixTypeIntegerSeries) {
+    return tier == Tier::full && record.currentMatrixIDLevelDown >= 0 ? "symbols" : "numbers";
+  }
   return record.matrixType == ZQMatrixTypeUndefined ? "anything" : "music";
 }
 
@@ -91,7 +94,7 @@ std::vector<std::string> namesIn(const Json& list) {
 }  // namespace
 
 Json statisticsOf(const ZQMatrixProperties& record, Tier tier) {
-  Json statistics = {{"id", record.matrixID}, {"holds", contentOf(record)}};
+  Json statistics = {{"id", record.matrixID}, {"holds", contentOf(record, tier)}};
   if (record.matrixType == ZQMatrixTypeANSIText) statistics["language"] = languageOf(record);
   for (const Number& counter : counters) {
     if (tier >= counter.since) statistics[counter.name] = record.*counter.field;
@@ -113,13 +116,10 @@ Json settingsOf(const ZQMatrixProperties& record, Tier tier) {
   return result;
 }
 
-Json historyEntryOf(const ZQMatrixProperties& record) {
-  return {{"saved", timeOf(record.timeStamp)},
-          {"id", record.matrixID},
-          {"holds", contentOf(record)},
-          {"updates", record.updateIndex},
-          {"elements", record.numberOfMatrixElements},
-          {"write_counts", record.numberOfWriteCounts},
+Json historyEntryOf(const ZQMatrixProperties& record, Tier tier) {
+  return {{"saved", timeOf(record.timeStamp)},         {"id", record.matrixID},
+          {"holds", contentOf(record, tier)},          {"updates", record.updateIndex},
+          {"elements", record.numberOfMatrixElements}, {"write_counts", record.numberOfWriteCounts},
           {"file", nameOfUpdateFile(record)}};
 }
 

@@ -16,7 +16,7 @@ Json statisticsOf(const ZQMatrixProperties& record, Tier tier);
 Json settingsOf(const ZQMatrixProperties& record, Tier tier);
 
 /// A record of the history, in short.
-Json historyEntryOf(const ZQMatrixProperties& record);
+Json historyEntryOf(const ZQMatrixProperties& record, Tier tier);
 
 /// The size of the whole matrix: slots, the highest one in use, bytes of memory that this process had at most.
 Json sizeOf(const Matrix& matrix);

@@ -44,6 +44,9 @@ int main(int argumentCount, char** arguments) {
   addGenerateVerb(app);
   addInfoVerb(app);
   addCheckVerb(app);
+  addInspectVerb(app);
+  addConvertVerb(app);
+  addNumbersVerb(app);
   try {
     app.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& error) {

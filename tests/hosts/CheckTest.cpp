@@ -79,7 +79,7 @@ TEST_F(CheckTest, PrintsTheSameFiguresAsATable) {
 }
 
 TEST_F(CheckTest, KeepsTheLanguagesApart) {
-  const Json report = check("'" ZMATRIX_EXAMPLES "'");
+  const Json report = check("'" ZMATRIX_EXAMPLES "/harbour.txt' '" ZMATRIX_EXAMPLES "/muehle.txt'");
   ASSERT_EQ(report["matrices"].size(), 2u);
   EXPECT_EQ(report["matrices"][0]["language"], "English");
   EXPECT_EQ(report["matrices"][1]["language"], "German");

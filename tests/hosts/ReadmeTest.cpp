@@ -75,4 +75,20 @@ TEST_F(ReadmeTest, ShowsWhatTheDemoPrints) {
   }
 }
 
+TEST_F(ReadmeTest, ShowsTheTuneAndTheNumbersOfTheDemo) {
+  ASSERT_EQ(zmatrix("continue '" ZMATRIX_EXAMPLES "/canon.krn' '" ZMATRIX_EXAMPLES "/song.krn' --count 300 --seed 5 --out t.mid")
+                .exitCode,
+            0);
+  const std::string bars = run("python3 '" ZMATRIX_EXAMPLES "/show_tune.py' t.mid 4").output;
+  EXPECT_GT(bars.size(), 80u);
+  EXPECT_NE(readme.find("\n" + bars), std::string::npos) << bars;
+  for (const std::string series : {"primes.txt' --coding difference", "smooth.txt' --coding ocron"}) {
+    const RunResult result = zmatrix("continue '" ZMATRIX_EXAMPLES "/" + series + " --count 12 --seed 5 --skip-bad");
+    std::string line = " ->";
+    std::istringstream numbers(result.output);
+    for (std::string number; numbers >> number;) line += " " + number;
+    EXPECT_NE(readme.find(line + "\n"), std::string::npos) << line;
+  }
+}
+
 }  // namespace

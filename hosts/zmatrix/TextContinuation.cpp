@@ -1,4 +1,4 @@
-#include "Continuation.h"
+#include "TextContinuation.h"
 
 #include <cstdio>
 
@@ -7,9 +7,10 @@
 
 namespace {
 constexpr int lineFeedSymbol = 10;  // stands between paragraphs on the level of words
+constexpr long long usualCount = 1000;
 }  // namespace
 
-Continuation::Continuation(Matrix& matrix, Level level, const GenerationOptions& options)
+TextContinuation::TextContinuation(Matrix& matrix, Level level, const GenerationOptions& options)
     : matrix_(matrix), level_(level), options_(options) {
   if (level == Level::words && !matrix.hasWords())
     throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
@@ -32,37 +33,38 @@ Continuation::Continuation(Matrix& matrix, Level level, const GenerationOptions&
 }
 
 // Sets the context and selects what the next items come from.
-void Continuation::goTo(int id) {
+void TextContinuation::goTo(int id) {
   const Hush hush(matrix_);  // a start that the texts don't hold is no fault
   matrix_.select(id);
-  if (!options_.start.empty()) matrix_.setContext(options_.start);
+  if (!options_.start.empty()) matrix_.setContext(itemsOf(options_.start));
   if (level_ == Level::words) matrix_.select(matrix_.record(id).currentMatrixIDLevelUp);
 }
 
-void Continuation::write(Output& output, Progress& progress) {
+void TextContinuation::write(Output& output, Progress& progress) {
   goTo(id_);
   matrix_.setMethod(options_.method);
   matrix_.seed(options_.seed);
   output.write(options_.start);
   needsBlank_ = !options_.start.empty() && !isBlank(options_.start.substr(options_.start.size() - 1));
   const bool shown = !output.isOnTerminal();  // there the text itself shows how far it is
-  for (long long done = 0; done < options_.count; ++done) {
-    if (shown && done % 256 == 0) progress.show("writing", static_cast<double>(done) / static_cast<double>(options_.count));
+  const long long count = options_.count.value_or(usualCount);
+  for (long long done = 0; done < count; ++done) {
+    if (shown && done % 256 == 0) progress.show("writing", static_cast<double>(done) / static_cast<double>(count));
     if (level_ == Level::words) {
       output.write(nextWord());
     } else {
-      const int item = matrix_.nextItem();
-      output.write(item < 0 ? '\n' : static_cast<char>(item));  // as the library's own writer has it
+      const std::optional<int> item = matrix_.nextItem();
+      output.write(item ? static_cast<char>(*item) : '\n');  // as the library's own writer has it
     }
   }
   output.commit();
   if (!shown) std::fputc('\n', stderr);
 }
 
-std::string Continuation::nextWord() {
-  const int symbol = matrix_.nextItem();
-  const bool endsLine = symbol < 0 || symbol == lineFeedSymbol;
-  const std::string word = endsLine ? "\n" : (needsBlank_ ? " " : "") + matrix_.wordOf(symbol);
+std::string TextContinuation::nextWord() {
+  const std::optional<int> symbol = matrix_.nextItem();
+  const bool endsLine = !symbol || *symbol == lineFeedSymbol;
+  const std::string word = endsLine ? "\n" : (needsBlank_ ? " " : "") + matrix_.wordOf(*symbol);
   needsBlank_ = !endsLine;
   return word;
 }

@@ -1,0 +1,82 @@
+// `zmatrix inspect`: what MIDI and kern files give, and what of them is lost and why.
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Failure.h"
+#include "Inputs.h"
+#include "MusicReport.h"
+#include "Options.h"
+#include "Output.h"
+#include "Statistics.h"
+#include "Verbs.h"
+
+namespace {
+
+struct InspectOptions {
+  std::vector<std::string> inputs;
+  bool recursive = false;
+  std::optional<Kind> as;
+  bool json = false;
+  TalkOptions talk;
+};
+
+const char* const examples = R"(
+Nothing that a reader drops is dropped silently here. If a file is refused the run ends with code 3, after all were looked at.
+
+Examples:
+  zmatrix inspect tune.mid
+  zmatrix inspect tunes/ --recursive --json | jq '.[].tracks[].reason'
+
+)";
+
+// A broken file is inspected as what its name says. Texts of a folder are passed over.
+std::vector<InputFile> findMusic(const InspectOptions& options) {
+  std::vector<InputFile> music;
+  for (InputFile input : findInputs(options.inputs, options.recursive, options.as)) {
+    if (subjectOf(input.kind) != Subject::music) input.kind = kindOfSuffix(input.path).value_or(Kind::text);
+    const bool isNamed = std::find(options.inputs.begin(), options.inputs.end(), input.path) != options.inputs.end();
+    if (subjectOf(input.kind) == Subject::music) {
+      music.push_back(input);
+    } else if (isNamed) {
+      throw Failure{ExitCode::badInput, input.path + " is neither a MIDI nor a kern file (--as midi|kern says what it is to be)"};
+    }
+  }
+  if (music.empty()) throw Failure{ExitCode::badInput, "no MIDI and no kern file in " + options.inputs.front()};
+  return music;
+}
+
+void runInspect(const InspectOptions& options) {
+  keepStandardOutputForResults();
+  const std::vector<InputFile> inputs = findMusic(options);
+  Output output("");
+  Json reports = Json::array();
+  std::string refused;
+  for (const InputFile& input : inputs) {
+    const MusicReport report = reportOf(input);
+    if (refused.empty() && !report.refusal.empty()) refused = input.path + ": " + report.refusal;
+    if (options.json) {
+      reports.push_back(report.full);
+    } else {
+      output.write((&input == &inputs.front() ? "" : "\n") + report.table);
+    }
+  }
+  if (options.json) output.write(jsonText(reports));
+  output.commit();
+  if (!refused.empty()) throw Failure{ExitCode::badInput, refused};
+}
+
+}  // namespace
+
+void addInspectVerb(CLI::App& app) {
+  const auto options = std::make_shared<InspectOptions>();
+  CLI::App* verb = app.add_subcommand("inspect", "Tell what MIDI and kern files give, and what is lost of them");
+  verb->add_option("FILE", options->inputs, "MIDI and kern files, or folders of them")->required()->option_text(" ");
+  verb->add_flag("--recursive,-r", options->recursive, "Inspect the files of the folders below too");
+  addKindOptions(*verb, options->as);
+  verb->add_flag("--json", options->json, "Print JSON instead of tables: a list with an object for each file");
+  addTalkOptions(*verb, options->talk);
+  verb->footer(std::string(examples) + exitCodes);
+  verb->callback([options] { runInspect(*options); });
+}

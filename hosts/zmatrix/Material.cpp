@@ -1,0 +1,73 @@
+#include "Material.h"
+
+#include "Failure.h"
+
+namespace {
+
+struct SubjectOption {
+  const char* name;
+  bool isGiven;
+  std::vector<Subject> subjects;
+};
+
+std::vector<SubjectOption> subjectOptions(const LearningOptions& options) {
+  return {{"--level", options.level.has_value(), {Subject::texts}},
+          {"--max-words", options.maxWords.has_value(), {Subject::texts}},
+          {"--coding", options.coding.has_value(), {Subject::music, Subject::numbers}},
+          {"--grid", options.grid.has_value(), {Subject::music}},
+          {"--duration-grid", options.durationGrid.has_value(), {Subject::music}},
+          {"--tracks", options.tracks.has_value(), {Subject::music}},
+          {"--skip-channel", !options.skippedChannels.empty(), {Subject::music}},
+          {"--ocron-type", options.ocronType.has_value(), {Subject::numbers}},
+          {"--max-index", options.maxIndex.has_value(), {Subject::numbers}},
+          {"--skip-bad", options.skipsBad, {Subject::numbers}}};
+}
+
+// Names the first option that was given and is for another subject.
+void requireOptionsOf(Subject subject, const LearningOptions& options) {
+  for (const SubjectOption& option : subjectOptions(options)) {
+    bool fits = !option.isGiven;
+    for (const Subject allowed : option.subjects) fits = fits || allowed == subject;
+    if (!fits) throw Failure{ExitCode::usage, std::string(option.name) + " is not for " + nameOf(subject)};
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<Material> Material::of(Subject subject, const LearningOptions& options) {
+  requireOptionsOf(subject, options);
+  if (subject == Subject::music) return makeMusicMaterial(options);
+  if (subject == Subject::numbers) return makeNumberMaterial(options);
+  return makeTextMaterial(options);
+}
+
+Subject subjectOf(Matrix& matrix) {
+  for (int id = 0; id < matrix.numberOfIDs(); ++id) {
+    if (!matrix.isOccupied(id)) continue;
+    const ZQMatrixProperties& record = matrix.record(id);
+    if (record.matrixType == ZQMatrixTypeANSIText) return Subject::texts;
+    if (record.matrixType == ZQMatrixTypeIntegerSeries) {
+      if (matrix.tier() != Tier::full || record.currentMatrixIDLevelDown < 0) return Subject::numbers;  // no symbols of words
+    }
+    if (record.matrixType == ZQMatrixTypeMIDINoteAndQuanta || record.matrixType == ZQMatrixTypeMIDITriple_NDMT ||
+        record.matrixType == ZQMatrixTypeMIDIGMQuadruple_NDMTS) {
+      return Subject::music;
+    }
+  }
+  return Subject::texts;
+}
+
+bool isLimitedToASubject(const LearningOptions& options) {
+  for (const SubjectOption& option : subjectOptions(options)) {
+    if (option.isGiven) return true;
+  }
+  return false;
+}
+
+void refuseUpdate(const std::string& reason) {
+  throw Failure{ExitCode::usage, reason + "; without --update a model is made anew"};
+}
+
+std::string countOf(long long number, const std::string& noun) {
+  return std::to_string(number) + " " + noun + (number == 1 ? "" : "s");
+}

@@ -1,0 +1,125 @@
+// The report on a MIDI file.
+#include <zmatrix/zq.h>
+
+#include <memory>
+
+#include "Failure.h"
+#include "MusicCoding.h"
+#include "MusicReport.h"
+
+namespace {
+
+using Report = std::unique_ptr<zq_MidiReport, decltype(&zq_deleteMidiReport)>;
+
+std::string meter(int numerator, int denominator) {
+  return numerator == 0 ? "" : std::to_string(numerator) + "/" + std::to_string(denominator);
+}
+
+Json fileTrackAsJson(const zq_MidiFileTrack& track, int index) {
+  return {{"track", index},
+          {"channel_events", track.channelEvents},
+          {"meta_events", track.metaEvents},
+          {"notes", track.notes},
+          {"note_ons_without_end", track.noteOnsWithoutEnd},
+          {"ended_by_next_note", track.notesEndedByNextNote},
+          {"begun_by_note_off", track.notesBegunByNoteOff},
+          {"note_offs_without_note", track.noteOffsWithoutNote},
+          {"program_changes", track.programChanges},
+          {"lost_inside_notes", track.eventsLostInsideNotes},
+          {"programs_lost_inside_notes", track.programChangesLostInsideNotes},
+          {"on_skipped_channels", track.eventsOnFilteredChannels},
+          {"system_events_dropped", track.systemEvents},
+          {"unknown_events_dropped", track.unknownEvents},
+          {"repeated_events", track.repeatedEvents},
+          {"unused_controllers", track.unusedEvents}};
+}
+
+Json trackAsJson(const zq_MidiTrack& track) {
+  const MusicCoding* const coding = findMusicCoding(track.preProcessingType);
+  return {{"track", track.isMerged != 0 ? Json("merged") : Json(track.index)},
+          {"meter", meter(track.numerator, track.denominator)},
+          {"kind", nameOfSubType(track.subType)},
+          {"largest_chord", track.chordSize},
+          {"sound", nameOfSound(track.soundID)},
+          {"sounds", track.numberOfSounds},
+          {"drums", track.hasPercussion != 0},
+          {"coding", coding == nullptr ? "" : coding->name},
+          {"notes", track.notes},
+          {"notes_learned", track.notesLearned},
+          {"verdict", zq_textOfMidiVerdict(track.verdict)}};
+}
+
+std::string kindOf(const zq_MidiTrack& track) {
+  const int sound = track.numberOfSounds == 1 ? track.soundID : 0;
+  return meter(track.numerator, track.denominator) + " " + std::to_string(track.subType) + " " + std::to_string(sound) + " " +
+         std::to_string(track.preProcessingType);
+}
+
+// Tracks without a note are no loss, and those that are in the merged one as well count once.
+void addVerdicts(const zq_MidiReport& report, MusicReport& result) {
+  bool hasSingle = false;
+  for (int at = 0; at < report.numberOfTracks; ++at) hasSingle = hasSingle || report.tracks[at].isMerged == 0;
+  for (int at = 0; at < report.numberOfTracks; ++at) {
+    const zq_MidiTrack& track = report.tracks[at];
+    if (track.verdict == zq_MidiTaken) result.kinds.insert(kindOf(track));
+    if (track.verdict == zq_MidiTaken || track.notes == 0 || (track.isMerged != 0 && hasSingle)) continue;
+    result.discarded.emplace_back(zq_textOfMidiVerdict(track.verdict));
+  }
+}
+
+// How a file ends decides whether anything of it is read: one that is cut keeps what stands before the cut.
+void addEnding(const zq_MidiReport& report, MusicReport& result) {
+  if (report.end == zq_MidiEndComplete) return;
+  if (report.end == zq_MidiEndOutOfMemory) throw Failure{ExitCode::limit, "out of memory"};
+  (report.end == zq_MidiEndCut ? result.ending : result.refusal) = zq_textOfMidiEnd(report.end);
+}
+
+Json fullReport(const zq_MidiReport& report, const std::string& path) {
+  Json full = {{"file", path},
+               {"kind", "midi"},
+               {"ending", zq_textOfMidiEnd(report.end)},
+               {"format", report.format},
+               {"ticks_per_quarter", report.division},
+               {"tracks_announced", report.tracksAnnounced},
+               {"tracks_read", report.numberOfFileTracks},
+               {"bytes_unread", report.bytesUnread},
+               {"meter", meter(report.numerator, report.denominator)},
+               {"different_meters", report.numberOfMeters},
+               {"notes_learned", report.notesLearned}};
+  full["file_tracks"] = Json::array();
+  for (int at = 0; at < report.numberOfFileTracks; ++at) {
+    full["file_tracks"].push_back(fileTrackAsJson(report.fileTracks[at], at));
+  }
+  full["tracks"] = Json::array();
+  for (int at = 0; at < report.numberOfTracks; ++at) full["tracks"].push_back(trackAsJson(report.tracks[at]));
+  return full;
+}
+
+std::string tableOf(Json full) {
+  const Json fileTracks = full["file_tracks"];
+  const Json tracks = full["tracks"];
+  full.erase("file_tracks");
+  full.erase("tracks");
+  std::string table = membersOf(full);
+  if (!fileTracks.empty()) table += "\nas it stands in the file (columns of zeros left out):\n" + linesWithoutZeros(fileTracks);
+  if (!tracks.empty()) table += "\nas learning sees it:\n" + linesWithoutZeros(tracks);
+  return table;
+}
+
+}  // namespace
+
+MusicReport midiReportOf(const std::string& path, const Matrix::MusicSettings& settings) {
+  unsigned char filter[16];
+  std::copy(settings.skippedChannels.begin(), settings.skippedChannels.end(), filter);
+  const Report report(
+      zq_createMidiReport(path.c_str(), settings.preprocessing, settings.grid, static_cast<int>(settings.tracks), filter),
+      zq_deleteMidiReport);
+  if (!report) throw Failure{ExitCode::limit, "out of memory"};
+  MusicReport result;
+  addEnding(*report, result);
+  addVerdicts(*report, result);
+  for (int at = 0; at < report->numberOfFileTracks; ++at) result.notesWithoutEnd += report->fileTracks[at].noteOnsWithoutEnd;
+  result.full = fullReport(*report, path);
+  result.table = tableOf(result.full);
+  return result;
+}

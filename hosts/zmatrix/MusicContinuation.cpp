@@ -1,0 +1,149 @@
+#include "MusicContinuation.h"
+
+#include <algorithm>
+#include <climits>
+
+#include "Failure.h"
+#include "MusicCoding.h"
+#include "ScratchFile.h"
+
+namespace {
+
+constexpr long long usualCount = 200;
+constexpr std::size_t longestContext = 64;  // notes of a start, of which a continuation keeps those that the matrix knows
+constexpr int idsOfStart = 64;
+
+// The coordinates that the sub-matrix has, of notes with all four.
+std::vector<int> itemsFor(const ZQMatrixProperties& record, const std::vector<std::vector<int>>& notes) {
+  std::vector<int> items;
+  for (const std::vector<int>& note : notes) {
+    items.insert(items.end(), note.begin(), note.begin() + std::min(record.coordinateDimension, 4));
+  }
+  return items;
+}
+
+std::vector<std::vector<int>> notesFrom(const ZQMatrixProperties& record, const std::vector<int>& items) {
+  std::vector<std::vector<int>> notes;
+  const auto dimension = static_cast<std::size_t>(record.coordinateDimension);
+  for (std::size_t at = 0; at + dimension <= items.size(); at += dimension) {
+    std::vector<int> note(items.begin() + static_cast<std::ptrdiff_t>(at),
+                          items.begin() + static_cast<std::ptrdiff_t>(at + dimension));
+    if (dimension < 3) note.push_back(3072);
+    if (dimension < 4) note.push_back(record.midiSoundID);
+    notes.push_back(note);
+  }
+  return notes;
+}
+
+bool isAlike(const ZQMatrixProperties& one, const ZQMatrixProperties& other) {
+  return one.midiTimeSignatureNom == other.midiTimeSignatureNom && one.midiTimeSignatureDenom == other.midiTimeSignatureDenom &&
+         one.midiSubType == other.midiSubType && one.midiSoundID == other.midiSoundID;
+}
+
+}  // namespace
+
+MusicContinuation::MusicContinuation(Matrix& matrix, const GenerationOptions& options) : matrix_(matrix), options_(options) {
+  if (options.level) throw Failure{ExitCode::usage, "--level is not for music"};
+  if (!options.start.empty()) voices_ = readStart();
+  if (!options.matrixID) {
+    chooseFromAll();
+    return;
+  }
+  id_ = *options.matrixID;
+  if (id_ >= matrix.numberOfIDs() || !matrix.isOccupied(id_) || !isMusic(matrix.record(id_))) {
+    throw Failure{ExitCode::usage,
+                  "--matrix " + std::to_string(id_) + ": no sub-matrix of this ID holds music (`zmatrix info` lists them)"};
+  }
+}
+
+void MusicContinuation::chooseFromAll() {
+  int longestKnown = -1;
+  for (int id = 0; id < matrix_.numberOfIDs(); ++id) {
+    if (!matrix_.isOccupied(id) || !isMusic(matrix_.record(id))) continue;
+    const int known = voices_.empty() ? 0 : goTo(id);
+    if (known > longestKnown || (known == longestKnown && notesOf(matrix_.record(id)) > notesOf(matrix_.record(id_)))) {
+      id_ = id;
+      longestKnown = known;
+    }
+  }
+  if (id_ < 0) throw Failure{ExitCode::badInput, "nothing to continue: the model holds no music"};
+}
+
+// Learned into a matrix of its own by the same settings, the start comes out as the notes that the model would have learned.
+std::vector<MusicContinuation::Voice> MusicContinuation::readStart() const {
+  requireReadable(options_.start);
+  const Kind kind = kindOfContent(options_.start);
+  if (subjectOf(kind) != Subject::music) throw Failure{ExitCode::badInput, options_.start + " is no MIDI and no kern file"};
+  const std::unique_ptr<Matrix> scratch = Matrix::create(Tier::medium, {-1});
+  scratch->reserveIDs(idsOfStart);
+  scratch->prepareForMusic(matrix_.musicSettings());
+  scratch->setPhraseLimit(1);
+  scratch->keepHistory();
+  scratch->learnMusic(options_.start, kind);
+  std::vector<Voice> voices;
+  for (int id = 0; id < scratch->numberOfIDs(); ++id) {
+    if (!scratch->isOccupied(id)) continue;
+    const ZQMatrixProperties record = scratch->record(id);
+    std::vector<std::vector<int>> notes = notesFrom(record, scratch->lastSeriesLearned(id));
+    if (notes.size() > longestContext) notes.erase(notes.begin(), notes.end() - longestContext);
+    voices.push_back({record, notes});
+  }
+  if (voices.empty()) {
+    throw Failure{ExitCode::badInput, options_.start + " has no track to go on from (`zmatrix inspect` tells why)"};
+  }
+  return voices;
+}
+
+// The one that is what the sub-matrix is, else the one with the most notes.
+const MusicContinuation::Voice* MusicContinuation::voiceFor(int id) const {
+  const ZQMatrixProperties& record = matrix_.record(id);
+  const Voice* longest = &voices_.front();
+  for (const Voice& voice : voices_) {
+    if (isAlike(voice.record, record)) return &voice;
+    if (notesOf(voice.record) > notesOf(longest->record)) longest = &voice;
+  }
+  return longest;
+}
+
+// Selects a sub-matrix and sets its context. Returns how much of the start it knows.
+int MusicContinuation::goTo(int id) {
+  const Hush hush(matrix_);  // a start that the model doesn't hold is no fault
+  matrix_.select(id);
+  if (voices_.empty()) return 0;
+  matrix_.setContext(itemsFor(matrix_.record(id), voiceFor(id)->notes));
+  return matrix_.lengthOfContext();
+}
+
+// What a matrix keeps of a start begins somewhere within it; what is written begins in its first bar.
+void MusicContinuation::moveToFirstBar(int id) {
+  const Hush hush(matrix_);
+  const auto dimension = static_cast<std::size_t>(matrix_.record(id).coordinateDimension);
+  const int barLength = barLengthOf(matrix_.record(id));
+  std::vector<int> items = matrix_.context();
+  if (items.size() < dimension) return;
+  const int shift = items[1] / barLength * barLength;
+  for (std::size_t at = 1; at < items.size(); at += dimension) items[at] -= shift;
+  matrix_.setContext(items);
+}
+
+std::string MusicContinuation::description() const {
+  const ZQMatrixProperties& record = matrix_.record(id_);
+  return "ID " + std::to_string(id_) + ": " + meterOf(record) + ", " + nameOfSubType(record.midiSubType) + ", " +
+         nameOfSound(record.midiSoundID) + ", " + countOf(notesOf(record), "note");
+}
+
+void MusicContinuation::write(Output& output, Progress& progress) {
+  goTo(id_);
+  if (!voices_.empty()) moveToFirstBar(id_);
+  matrix_.setMethod(options_.method);
+  matrix_.seed(options_.seed);
+  progress.show("writing", 0);
+  const ScratchFile file;
+  const long long count = std::min<long long>(options_.count.value_or(usualCount), INT_MAX);
+  const bool isWritten = matrix_.writeMusic(static_cast<int>(count), file.path());
+  const std::string bytes = file.bytes();
+  if (!isWritten || bytes.empty()) throw Failure{ExitCode::limit, "the notes could not be written: out of memory"};
+  output.write(bytes);
+  output.commit();
+  progress.clear();
+}

@@ -1,0 +1,33 @@
+// Continuing music: choosing the sub-matrix, and writing what it says as a MIDI file.
+#pragma once
+
+#include <vector>
+
+#include "Material.h"
+
+class MusicContinuation : public Continuation {
+ public:
+  /// Chooses the sub-matrix that was asked for; else the one that knows the longest ending of the start, of equals the one with
+  /// the most notes. Throws a Failure if there is none, or if the start can't be read.
+  MusicContinuation(Matrix& matrix, const GenerationOptions& options);
+
+  std::string description() const override;
+  void write(Output& output, Progress& progress) override;
+
+ private:
+  /// A track of the start: what it is, and its notes with all four coordinates.
+  struct Voice {
+    ZQMatrixProperties record;
+    std::vector<std::vector<int>> notes;
+  };
+  std::vector<Voice> readStart() const;
+  const Voice* voiceFor(int id) const;
+  int goTo(int id);
+  void moveToFirstBar(int id);
+  void chooseFromAll();
+
+  Matrix& matrix_;
+  const GenerationOptions& options_;
+  std::vector<Voice> voices_;
+  int id_ = -1;
+};

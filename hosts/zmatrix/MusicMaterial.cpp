@@ -1,0 +1,190 @@
+// Music: MIDI and kern files, each track learned in a sub-matrix of its meter, kind and sound.
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "Failure.h"
+#include "Material.h"
+#include "MusicCoding.h"
+#include "MusicContinuation.h"
+#include "MusicReport.h"
+
+namespace {
+
+// The medium tier puts what the track is before the name: "MatID0: 4/4, Monophon, Undefined, Piano (track1): tune.mid".
+std::set<std::string> filesOf(const ZQMatrixProperties& record) {
+  std::set<std::string> files;
+  std::istringstream names(record.namesOfUpdateFiles != nullptr ? record.namesOfUpdateFiles : "");
+  for (std::string name; std::getline(names, name);) {
+    const std::size_t end = name.rfind("MatID", 0) == 0 ? name.find("): ") : std::string::npos;
+    files.insert(end == std::string::npos ? name : name.substr(end + 3));
+  }
+  return files;
+}
+
+// "line 3, column 2: the rule (token)" as the rule, so that the same fault of several files is told once.
+std::string withoutPlace(const std::string& refusal) {
+  const std::size_t colon = refusal.rfind("line ", 0) == 0 ? refusal.find(": ") : std::string::npos;
+  if (colon == std::string::npos) return refusal;
+  const std::string rule = refusal.substr(colon + 2);
+  return rule.substr(0, rule.back() == ')' ? rule.rfind(" (") : rule.size());
+}
+
+constexpr int usualPhraseLimit = 8;
+constexpr int usualGrid = 16;
+constexpr int leastIDs = 64;  // room for what later files bring
+constexpr int mostIDs = 4096;
+
+class MusicMaterial : public Material {
+ public:
+  explicit MusicMaterial(const LearningOptions& options) : options_(options) {}
+
+  void requireFitting(const Output& output) const override {
+    if (output.isOnTerminal()) throw Failure{ExitCode::usage, "MIDI is no text for a terminal: --out FILE.mid"};
+  }
+
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
+    settings_ = wantedSettings();
+    look(inputs);
+    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), loudness);
+    matrix->reserveIDs(std::clamp(static_cast<int>(kinds_.size()) + leastIDs / 2, leastIDs, mostIDs));
+    matrix->prepareForMusic(settings_);
+    matrix->setPhraseLimit(options_.maxPhrase.value_or(usualPhraseLimit));
+    matrix->keepHistory();  // counts the notes of each sub-matrix
+    return matrix;
+  }
+
+  void adjust(Matrix& matrix, const std::vector<InputFile>& inputs) override {
+    settings_ = matrix.musicSettings();
+    const MusicCoding* const coding = findMusicCoding(settings_.preprocessing);
+    if (options_.coding && (coding == nullptr || *options_.coding != coding->name)) {
+      refuseUpdate(std::string("the model was learned with --coding ") + (coding == nullptr ? "of its own" : coding->name));
+    }
+    if (options_.grid.value_or(settings_.grid) != settings_.grid) {
+      refuseUpdate("the model was learned with --grid " + std::to_string(settings_.grid));
+    }
+    if (options_.durationGrid.value_or(settings_.durationGrid) != settings_.durationGrid) {
+      refuseUpdate("the model was learned with --duration-grid " + std::to_string(settings_.durationGrid));
+    }
+    if (options_.tracks) settings_.tracks = *options_.tracks;
+    if (!options_.skippedChannels.empty()) settings_.skippedChannels = wantedFilter();
+    if (options_.maxPhrase) matrix.setPhraseLimit(*options_.maxPhrase);
+    look(inputs);
+  }
+
+  // A track that is left out may leave the settings of a file changed: each file begins with those that were asked for.
+  int learn(Matrix& matrix, const InputFile& input) override {
+    matrix.prepareForMusic(settings_);
+    matrix.learnMusic(input.path, input.kind);
+    matrix.prepareForMusic(settings_);
+    return -1;
+  }
+
+  void tellOmissions() const override {
+    for (const auto& [reason, count] : reasons_) {
+      std::fprintf(stderr, "left out %s: %s\n", countOf(count, "track").c_str(), reason.c_str());
+    }
+    for (const auto& [reason, count] : refusals_) {
+      std::fprintf(stderr, "left out %s: %s\n", countOf(count, "file").c_str(), reason.c_str());
+    }
+    if (endings_ > 0) {
+      std::fprintf(stderr, "%s not read to the end: what stands before the fault is learned\n",
+                   countOf(endings_, "file").c_str());
+    }
+    if (notesLost_ > 0) std::fprintf(stderr, "left out %s that nothing ends\n", countOf(notesLost_, "note").c_str());
+    if (!reasons_.empty() || !refusals_.empty() || endings_ + notesLost_ > 0) {
+      std::fprintf(stderr, "`zmatrix inspect FILE` tells more\n");
+    }
+  }
+
+  std::string nothingLearned() const override {
+    std::string why;
+    for (const auto& [reason, count] : refusals_) why += (why.empty() ? "" : "; ") + countOf(count, "file") + ": " + reason;
+    for (const auto& [reason, count] : reasons_) why += (why.empty() ? "" : "; ") + countOf(count, "track") + ": " + reason;
+    return "nothing to learn: " + (why.empty() ? "the input holds no track of notes" : why);
+  }
+
+  std::string amountIn(Matrix& matrix) const override {
+    long long notes = 0;
+    long long matrices = 0;
+    for (int id = 0; id < matrix.numberOfIDs(); ++id) {
+      if (!matrix.isOccupied(id) || !isMusic(matrix.record(id))) continue;
+      notes += notesOf(matrix.record(id));
+      ++matrices;
+    }
+    return countOf(notes, "note") + " of " + countOf(matrices, "kind") + " of track";
+  }
+
+  void describe(Matrix& matrix, nlohmann::ordered_json& description) const override {
+    const Matrix::MusicSettings settings = matrix.musicSettings();
+    const MusicCoding* const coding = findMusicCoding(settings.preprocessing);
+    description["coding"] = coding == nullptr ? "preprocessing " + std::to_string(settings.preprocessing) : coding->name;
+    description["grid"] = settings.grid;
+    description["duration_grid"] = settings.durationGrid;
+  }
+
+  nlohmann::ordered_json overview(Matrix& matrix) const override {
+    nlohmann::ordered_json lines = nlohmann::ordered_json::array();
+    for (int id = 0; id < matrix.numberOfIDs(); ++id) {
+      if (!matrix.isOccupied(id)) continue;
+      const ZQMatrixProperties& record = matrix.record(id);
+      if (!isMusic(record)) continue;
+      const MusicCoding* const coding = findMusicCoding(record.preProcessingType);
+      lines.push_back({{"id", id},
+                       {"meter", meterOf(record)},
+                       {"kind", nameOfSubType(record.midiSubType)},
+                       {"sound", nameOfSound(record.midiSoundID)},
+                       {"coding", coding == nullptr ? "" : coding->name},
+                       {"notes", notesOf(record)},
+                       {"files", filesOf(record).size()}});
+    }
+    return lines;
+  }
+
+  std::unique_ptr<Continuation> continuation(Matrix& matrix, const GenerationOptions& options) const override {
+    return std::make_unique<MusicContinuation>(matrix, options);
+  }
+
+ private:
+  Matrix::MusicSettings wantedSettings() const {
+    const std::string name = options_.coding.value_or("triple");
+    const MusicCoding* const coding = findMusicCoding(name);
+    if (coding == nullptr) throw Failure{ExitCode::usage, name + " is no coding of music: " + musicCodings()};
+    return {coding->preprocessing, options_.grid.value_or(usualGrid), options_.durationGrid.value_or(usualGrid),
+            options_.tracks.value_or(Tracks::both), wantedFilter()};
+  }
+
+  std::array<char, 16> wantedFilter() const {
+    std::array<char, 16> filter{};
+    for (const int channel : options_.skippedChannels) filter[static_cast<std::size_t>(channel - 1)] = 1;
+    return filter;
+  }
+
+  // What will be learned of each file and what not, known before the first is.
+  void look(const std::vector<InputFile>& inputs) {
+    for (const InputFile& input : inputs) {
+      const MusicReport report = reportOf(input, settings_);
+      if (!report.refusal.empty()) ++refusals_[withoutPlace(report.refusal)];
+      if (!report.ending.empty()) ++endings_;
+      for (const std::string& reason : report.discarded) ++reasons_[reason];
+      kinds_.insert(report.kinds.begin(), report.kinds.end());
+      notesLost_ += report.notesWithoutEnd;
+    }
+  }
+
+  const LearningOptions& options_;
+  Matrix::MusicSettings settings_{};
+  std::set<std::string> kinds_;
+  long long notesLost_ = 0;
+  long long endings_ = 0;
+  std::map<std::string, long long> reasons_;   ///< of tracks
+  std::map<std::string, long long> refusals_;  ///< of files
+};
+
+}  // namespace
+
+std::unique_ptr<Material> makeMusicMaterial(const LearningOptions& options) {
+  return std::make_unique<MusicMaterial>(options);
+}

@@ -1,0 +1,83 @@
+// Texts: learned by letters, and on demand by words as well; each language has a sub-matrix of its own.
+#include <cstdio>
+#include <map>
+
+#include "Failure.h"
+#include "Material.h"
+#include "TextContinuation.h"
+
+namespace {
+
+constexpr int phraseLimitForLetters = 8;
+constexpr int phraseLimitForWords = 16;  // a longer word gets no symbol
+constexpr int wordLimit = 3;
+
+class TextMaterial : public Material {
+ public:
+  explicit TextMaterial(const LearningOptions& options) : options_(options) {}
+
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>&, Loudness loudness) override {
+    const bool learnsWords = options_.level == Level::words;
+    if (learnsWords && options_.tier == Tier::medium) throw Failure{ExitCode::usage, "--level words needs --tier full"};
+    if (!learnsWords && options_.maxWords) throw Failure{ExitCode::usage, "--max-words needs --level words"};
+    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(learnsWords ? Tier::full : Tier::medium), loudness);
+    if (learnsWords) matrix->prepareForWords(options_.maxWords.value_or(wordLimit));
+    matrix->prepareForTexts(options_.maxPhrase.value_or(learnsWords ? phraseLimitForWords : phraseLimitForLetters));
+    return matrix;
+  }
+
+  void adjust(Matrix& matrix, const std::vector<InputFile>&) override {
+    if (options_.level == Level::words && !matrix.hasWords()) refuseUpdate("the model was learned without --level words");
+    if (options_.level == Level::letters && matrix.hasWords()) refuseUpdate("the model was learned with --level words");
+    if (options_.maxWords && !matrix.hasWords()) {
+      refuseUpdate("--max-words is for a model that was learned with --level words");
+    }
+    if (options_.maxPhrase) matrix.setPhraseLimit(*options_.maxPhrase);
+    if (options_.maxWords) matrix.setWordLimit(*options_.maxWords);
+  }
+
+  int learn(Matrix& matrix, const InputFile& input) override {
+    const Matrix::Learned learned = matrix.learnText(input.path);
+    if (learned.wordsLeftOut > 0) {
+      wordsLeftOut_[matrix.record(learned.id).maxPhraseLengthForUpdateWithSequence] += learned.wordsLeftOut;
+    }
+    return learned.id;
+  }
+
+  void tellOmissions() const override {
+    for (const auto& [limit, words] : wordsLeftOut_) {
+      std::fprintf(stderr, "left out %s of more than %d letters: a larger --max-phrase takes them\n",
+                   countOf(words, "word").c_str(), limit);
+    }
+  }
+
+  std::string nothingLearned() const override { return "nothing to learn: the input holds no text"; }
+
+  // Those of the level of words left out.
+  std::string amountIn(Matrix& matrix) const override {
+    long long items = 0;
+    for (int id = 0; id < matrix.numberOfIDs(); ++id) {
+      if (matrix.record(id).matrixType == ZQMatrixTypeANSIText) items += matrix.itemsLearned(id);
+    }
+    return countOf(items, "item");
+  }
+
+  void describe(Matrix& matrix, nlohmann::ordered_json& description) const override {
+    description["level"] = matrix.hasWords() ? "words" : "letters";
+  }
+
+  std::unique_ptr<Continuation> continuation(Matrix& matrix, const GenerationOptions& options) const override {
+    if (options.matrixID) throw Failure{ExitCode::usage, "--matrix is for music: of texts --start chooses the language"};
+    return std::make_unique<TextContinuation>(matrix, options.level.value_or(Level::letters), options);
+  }
+
+ private:
+  const LearningOptions& options_;
+  std::map<int, long long> wordsLeftOut_;  ///< by the limit that they exceeded, which a language may have of its own
+};
+
+}  // namespace
+
+std::unique_ptr<Material> makeTextMaterial(const LearningOptions& options) {
+  return std::make_unique<TextMaterial>(options);
+}
