@@ -241,6 +241,7 @@ typedef struct zq_loadReport {
   int elementsRead;     ///< elements that the file had, roots aside
   int elementsDropped;  ///< elements that no root leads to or that lie outside the block, which were left out
   int hasNewLinks;      ///< 1 if links didn't answer each other and were made anew, else 0
+  int levelLinksCut;    ///< links between sub-matrices and their levels of symbols that led nowhere and were cut
 } zq_loadReport;
 
 #endif

@@ -17,7 +17,7 @@ struct ZQMediumTier {
   static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::mediumFileTexts;
   static constexpr bool announcesMoreMatrices = true;
   static void reportOccupiedSlot(int position) { dbPrintf(0, fileTexts.slotIsOccupied, position); }
-  static bool checkLoadedRecords(Matrix&) { return true; }
+  static int checkLoadedRecords(Matrix&) { return 0; }
 
   struct WriteFlags {
     char startFlag = 0;  ///< not 0: the path begins a sequence

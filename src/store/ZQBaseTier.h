@@ -19,7 +19,7 @@ struct ZQBaseTier {
   static constexpr bool announcesMoreMatrices = false;  ///< says so when a file has more sub-matrices than the object
   static void reportOccupiedSlot(int position) { dbPrintf(0, fileTexts.slotIsOccupied, position); }
   /// The records of a file have been read: what they say of each other is made sound.
-  static bool checkLoadedRecords(Matrix&) { return true; }
+  static int checkLoadedRecords(Matrix&) { return 0; }
 
   /// What a write brings besides its value.
   struct WriteFlags {};

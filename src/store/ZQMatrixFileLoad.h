@@ -195,7 +195,10 @@ struct ZQMatrixFileLoad {
     for (int id = header.getNumberOfMatrices(); id < header.getMaxNumberOfMatrices(); ++id) {
       if (!infoOf(id)->isEmpty()) makeRecordEmpty(id);  // what it counts is gone
     }
-    return Tier::checkLoadedRecords(matrix) || giveUp();
+    const int numberCut = Tier::checkLoadedRecords(matrix);
+    if (numberCut < 0) return giveUp();
+    matrix.loadReport.levelLinksCut = numberCut;
+    return true;
   }
 
   bool giveUp() {
@@ -321,7 +324,8 @@ struct ZQMatrixFileLoad {
     report.elementsDropped += elements.numberOutside;
     report.recordsCounted = header.getNumberOfMatrices();
     report.recordsMissing = recordsIllegal + (isComplete ? 0 : recordsAbsent);
-    const bool isWhole = isComplete && report.isCutShort == 0 && report.elementsDropped == 0 && report.hasNewLinks == 0;
+    const bool isWhole = isComplete && report.isCutShort == 0 && report.elementsDropped == 0 && report.hasNewLinks == 0 &&
+                         report.levelLinksCut == 0;
     report.state = isWhole ? zq_loadWhole : zq_loadRepaired;
   }
 

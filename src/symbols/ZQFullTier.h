@@ -19,7 +19,7 @@ struct ZQFullTier {
   /// Goes to standard output whatever the channel's device, and always has.
   static void reportOccupiedSlot(int position) { printf(fileTexts.slotIsOccupied, position); }
   /// A link to a level that is not there, or that leads back to where it came from, is cut.
-  static bool checkLoadedRecords(Matrix& matrix) { return matrix._checkLevelLinks(); }
+  static int checkLoadedRecords(Matrix& matrix) { return matrix._checkLevelLinks(); }
 
   struct WriteFlags {
     char startFlag = 0;

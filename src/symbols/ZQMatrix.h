@@ -44,8 +44,8 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   // --- the matrix file
   int saveMatrixToDisk(const char* path);
   int readAndInitMatrixFromDisk(const char* path, int debugLevel);
-  /// Cuts links between levels that lead nowhere or in a circle, with a message. False if memory has run out.
-  bool _checkLevelLinks();
+  /// Cuts links between levels that lead nowhere or in a circle, with a message. The links cut, or -1 if memory has run out.
+  int _checkLevelLinks();
 
   // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);

@@ -6,11 +6,12 @@
 
 namespace {
 
-/// False if memory has run out.
-bool cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*linkOf)() const, void (ZQMatrixInfo::*cut)()) {
+/// The links cut, or -1 if memory has run out.
+int cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*linkOf)() const, void (ZQMatrixInfo::*cut)()) {
   const int numberOfMatrices = matrix.getMaxNumberOfMatrices();
   zmatrix::HeapArray<int> seenFrom;
-  if (!seenFrom.resize(numberOfMatrices, -1)) return false;
+  if (!seenFrom.resize(numberOfMatrices, -1)) return -1;
+  int numberCut = 0;
   for (int id = 0; id < numberOfMatrices; ++id) {
     for (int at = id; seenFrom[at] == -1;) {
       seenFrom[at] = id;
@@ -20,12 +21,13 @@ bool cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*li
       if (next < 0 || next >= numberOfMatrices || seenFrom[next] == id) {
         dbPrintf(0, "readMatrixFromDisk: illegal link from matrix no. %d to the level %s: %d\n", at, direction, next);
         (info.*cut)();
+        ++numberCut;
         break;
       }
       at = next;
     }
   }
-  return true;
+  return numberCut;
 }
 
 }  // namespace
@@ -39,7 +41,8 @@ int ZQMatrix::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
 }
 
 // A level may lie above or below by its number, so a circle shows only by going round.
-bool ZQMatrix::_checkLevelLinks() {
-  return cutBadLinks(*this, "down", &ZQMatrixInfo::getCurrentMatrixIDLevelDown, &ZQMatrixInfo::_cutLevelLinkDown) &&
-         cutBadLinks(*this, "up", &ZQMatrixInfo::getCurrentMatrixIDLevelUp, &ZQMatrixInfo::_cutLevelLinkUp);
+int ZQMatrix::_checkLevelLinks() {
+  const int down = cutBadLinks(*this, "down", &ZQMatrixInfo::getCurrentMatrixIDLevelDown, &ZQMatrixInfo::_cutLevelLinkDown);
+  const int up = cutBadLinks(*this, "up", &ZQMatrixInfo::getCurrentMatrixIDLevelUp, &ZQMatrixInfo::_cutLevelLinkUp);
+  return down < 0 || up < 0 ? -1 : down + up;
 }

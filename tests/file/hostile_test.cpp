@@ -188,6 +188,7 @@ TEST(LevelLinkTest, linksThatLeadNowhereAreCut) {
     OwnedMatrix<ZQMatrix> matrix;
     ASSERT_EQ(matrix->readAndInitMatrixFromDisk(folder.put("m", file.with("levelUp", link)).c_str(), -1), 1);
     EXPECT_EQ(matrix->getMatrixInfo(0)->getCurrentMatrixIDLevelUp(), -1);
+    EXPECT_EQ(matrix->getLoadReport().state, zq_loadRepaired);
   }
   OwnedMatrix<ZQMatrix> matrix;
   ASSERT_EQ(matrix->readAndInitMatrixFromDisk(folder.put("m", file.with("levelUp", 3)).c_str(), -1), 1);
