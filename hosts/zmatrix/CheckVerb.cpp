@@ -10,6 +10,7 @@
 #include "Failure.h"
 #include "Inputs.h"
 #include "Learning.h"
+#include "ModelFile.h"
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
@@ -74,6 +75,10 @@ Tested loadModel(const CheckOptions& options) {
   tested.material = Material::of(subjectOf(*tested.matrix), options.learning);
   std::error_code error;
   tested.origin = {{"file", path}, {"bytes", std::filesystem::file_size(path, error)}};
+  if (const std::string damage = damageOf(*tested.matrix); !damage.empty()) {
+    tested.origin["sound"] = false;
+    tested.origin["damage"] = damage;
+  }
   return tested;
 }
 
@@ -130,7 +135,8 @@ void runCheck(const CheckOptions& options) {
   output.write(options.json ? jsonText(report) : tableOfReport(report));
   output.commit();
   if (report["matrices"].empty() && !isOfModel) throw Failure{ExitCode::badInput, tested.material->nothingLearned()};
-  if (!report["sound"]) throw Failure{ExitCode::damaged, "the matrix is damaged: a self-test found faults"};
+  if (!report["sound"])
+    throw Failure{ExitCode::damaged, "the matrix is damaged: " + report.value("damage", "a self-test found faults")};
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ namespace {
 
 struct GenerateOptions {
   std::string model;
+  bool force = false;
   GenerationOptions generation;
   TalkOptions talk;
 };
@@ -39,7 +40,7 @@ void runGenerate(const GenerateOptions& options) {
   const std::unique_ptr<Material> material = Material::of(subjectOf(*matrix), none);
   Output output(options.generation.out);
   material->requireFitting(output);
-  warnIfDamaged(*matrix, options.model);
+  requireWhole(*matrix, options.model, options.force);
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
   if (!options.talk.quiet) {
@@ -56,6 +57,7 @@ void addGenerateVerb(CLI::App& app) {
   verb->add_option("MODEL", options->model, "A file that `zmatrix learn` made")->required()->option_text(" ");
   addLevelOption(*verb, options->generation.level);
   addGenerationOptions(*verb, options->generation);
+  verb->add_flag("--force", options->force, "Continue what is left of a damaged model");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runGenerate(*options); });

@@ -37,6 +37,7 @@ Json describe(Matrix& matrix, const std::string& path) {
   const LearningOptions none;
   const std::unique_ptr<Material> material = Material::of(subjectOf(matrix), none);
   material->describe(matrix, result);
+  if (const std::string damage = damageOf(matrix); !damage.empty()) result["damage"] = damage;
   result["description"] = header.description;
   result["format_version"] = header.formatVersion;
   result["updates"] = header.updates;

@@ -19,6 +19,7 @@ struct LearnOptions {
   LearningOptions learning;
   std::string model;
   bool update = false;
+  bool force = false;
   bool test = false;
   TalkOptions talk;
 };
@@ -38,10 +39,7 @@ Examples:
 std::unique_ptr<Matrix> matrixFor(const LearnOptions& options, Material& material, const std::vector<InputFile>& inputs) {
   if (!options.update) return material.makeMatrix(inputs, options.talk.loudness());
   std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
-  if (!matrix->isWhole()) {
-    throw Failure{ExitCode::damaged,
-                  options.model + " is damaged or was cut off, nothing was learned; `zmatrix check` tells more"};
-  }
+  requireWhole(*matrix, options.model, options.force);
   if (options.learning.tier && *options.learning.tier != matrix->tier()) {
     refuseUpdate(std::string("the model is of the ") + nameOf(matrix->tier()) + " tier");
   }
@@ -87,6 +85,7 @@ void addLearnVerb(CLI::App& app) {
       ->check(isNamed)
       ->option_text("MODEL");
   verb->add_flag("--update,-u", options->update, "Learn into the model that is there, with its tier, level and limits");
+  verb->add_flag("--force", options->force, "With --update: learn on into what is left of a damaged model");
   verb->add_flag("--test", options->test, "Let the matrix test itself before it is saved; a damaged one is not saved");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

@@ -98,11 +98,10 @@ class MatrixOf : public Matrix {
     return records;
   }
 
-  bool isWhole() override {
-    long long counted = numberOfIDs();  // their roots are in no count
-    for (int id = 0; id < numberOfIDs(); ++id) counted += record(id).numberOfMatrixElements;
-    for (int handle = 0; handle <= maximalStack(); ++handle) counted -= Functions::elementAt(matrix(), handle) != nullptr;
-    return counted == 0;
+  zq_loadReport loadReport() override {
+    zq_loadReport report;
+    Functions::loadReport(matrix(), &report);
+    return report;
   }
 
   bool save(const std::string& path) override {
@@ -231,6 +230,7 @@ class MatrixOf : public Matrix {
       int length = 0;
       Overheard talk(loudness_.level == 0);
       const int result = Functions::learnFile(matrix(), path.c_str(), &length);
+      refreshWords();
       talk.end();
       const int wordsLeftOut = takeWordsLeftOut(talk.kinds());
       talk.tell();
@@ -377,7 +377,7 @@ class MatrixOf : public Matrix {
     std::string word;
     if constexpr (Functions::hasSymbols) {
       int length = 0;
-      int* letters = s_createPreviousLevelElementsFromOriginalSymbol(matrix(), symbol, &length);
+      int* letters = zq_createPhraseOfSymbol(matrix(), symbol, &length);
       for (int at = 0; letters != nullptr && at < length; ++at) word += static_cast<char>(letters[at]);
       s_Free(letters);
     }
@@ -444,6 +444,13 @@ class MatrixOf : public Matrix {
   }
 
  private:
+  // Words of earlier texts are found again only so: learning a text moves their letters.
+  void refreshWords() {
+    if constexpr (Functions::hasSymbols) {
+      if (hasWords()) zq_refreshSymbolLinks(matrix());
+    }
+  }
+
   void setMusicProfile(int preprocessing) {
     if (preprocessing == ZQPreProcessingTypeMidiNoteAndModQuanta) {
       Functions::setPitchAndBarTimeProfile(matrix());

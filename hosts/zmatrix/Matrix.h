@@ -3,6 +3,7 @@
 #pragma once
 
 #include <zmatrix/zmatrix.h>
+#include <zmatrix/zq_types.h>
 
 #include <array>
 #include <memory>
@@ -72,9 +73,9 @@ class Matrix {
   TestResult walk(int id) { return selfTest(id, 2); }
   /// Scans every sub-matrix that holds anything, which takes longer than learning it did.
   bool isSound();
-  /// True if each element that the records count is there. A load drops what it can't trust, so that damage to a file shows here,
-  /// at a small part of a scan's cost.
-  virtual bool isWhole() = 0;
+  /// What the load of its file found. A load drops what it can't trust, so that damage to a file shows here, at a small part of a
+  /// scan's cost.
+  virtual zq_loadReport loadReport() = 0;
 
   /// Puts the matrix into a file in place of what was there. False, with errno set as far as known, if it can't.
   virtual bool save(const std::string& path) = 0;

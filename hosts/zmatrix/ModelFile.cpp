@@ -62,8 +62,36 @@ void ModelFile::save(Matrix& matrix) {
                                      (PendingFile::canStandFor(path_) ? "; what was there stands" : "")};
 }
 
+std::string damageOf(Matrix& matrix) {
+  const zq_loadReport report = matrix.loadReport();
+  if (report.state == zq_loadWhole) return "";
+  std::string damage;
+  const auto add = [&damage](bool isSo, const std::string& what) {
+    if (isSo) damage += (damage.empty() ? "" : ", ") + what;
+  };
+  const long long missing =
+      static_cast<long long>(report.elementsCounted) - report.elementsRead + static_cast<long long>(report.elementsDropped);
+  add(report.isCutShort != 0, "cut off");
+  add(report.recordsMissing > 0,
+      std::to_string(report.recordsMissing) + " of " + std::to_string(report.recordsCounted) + " sub-matrices lost");
+  add(missing > 0, std::to_string(missing) + " of " + std::to_string(report.elementsCounted) + " elements missing");
+  add(missing <= 0 && report.elementsDropped > 0, std::to_string(report.elementsDropped) + " elements dropped");
+  add(report.hasNewLinks != 0, "links made anew");
+  add(report.levelLinksCut > 0, "links to words cut");
+  return damage.empty() ? "parts of it can't be read" : damage;
+}
+
 void warnIfDamaged(Matrix& matrix, const std::string& path) {
-  if (matrix.loudness().level < 0 || matrix.isWhole()) return;
-  std::fprintf(stderr, "zmatrix: warning: %s is damaged or was cut off: what is lost is not used; `zmatrix check` tells more\n",
-               path.c_str());
+  if (matrix.loudness().level < 0) return;
+  const std::string damage = damageOf(matrix);
+  if (damage.empty()) return;
+  std::fprintf(stderr, "zmatrix: warning: %s is damaged (%s): what is lost is not used; `zmatrix check` tells more\n",
+               path.c_str(), damage.c_str());
+}
+
+void requireWhole(Matrix& matrix, const std::string& path, bool isForced) {
+  if (isForced) return warnIfDamaged(matrix, path);
+  const std::string damage = damageOf(matrix);
+  if (damage.empty()) return;
+  throw Failure{ExitCode::damaged, path + " is damaged (" + damage + "); --force goes on with what is left of it"};
 }

@@ -22,5 +22,11 @@ class ModelFile {
   std::string path_;
 };
 
-/// Says on standard error that something is missing of what the file at `path` held, unless the user wants quiet.
+/// What is missing of a model that was loaded, in words: "cut off, 120 of 400 elements missing"; empty if it is whole.
+std::string damageOf(Matrix& matrix);
+
+/// Says on standard error what is missing of the model at `path`, unless the user wants quiet.
 void warnIfDamaged(Matrix& matrix, const std::string& path);
+
+/// The same where the user forces a verb to go on with what is left; else throws a Failure for a model that isn't whole.
+void requireWhole(Matrix& matrix, const std::string& path, bool isForced);

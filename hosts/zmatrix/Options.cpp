@@ -6,7 +6,7 @@
 
 const char* const exitCodes =
     "Exit codes: 0 done, 2 wrong usage, 3 an input can't be read or holds nothing to learn, 4 a limit (memory, matrix, disk),\n"
-    "5 a self-test found damage.";
+    "5 a model or a matrix is damaged.";
 
 const CLI::Validator isNamed([](const std::string& name) { return std::string(name.empty() ? "no file is named" : ""); }, "");
 

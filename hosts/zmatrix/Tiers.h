@@ -28,6 +28,7 @@
   static constexpr auto formatVersion = s_getHeaderSoftwareVersion##suffix;                       \
   static constexpr auto idsInUse = s_getNumberOfMatrices##suffix;                                 \
   static constexpr auto save = s_saveMatrixToDisk##suffix;                                        \
+  static constexpr auto loadReport = zq_getLoadReport##suffix;                                    \
   static constexpr auto readHistory = s_readMatrixUpdateInfos##suffix;                            \
   static constexpr auto historyRecord = s_getMatrixUpdateInfo##suffix;
 

@@ -1,6 +1,7 @@
 #include "music/kern/ZQKernObjectTrack.h"
 
 #include <algorithm>
+#include <climits>
 #include <iterator>
 #include <new>
 
@@ -69,11 +70,11 @@ int ZQKernObjectTrack::getMidiTimeSignatureFromKernObjectTrack(int* nom, int* de
 }
 
 int ZQKernObjectTrack::getMidiSubTypeFromKernObjectTrack(int* chordSize) const {
-  int notesOnChannel[numberOfChannels] = {};
+  int notesOnChannel[UCHAR_MAX + 1] = {};  // a *Ch can set channels beyond 15
   int previousTime = 0, chord = 0, largestChord = 0, singleNotes = 0;
   for (const ZQKernObject* object : *this) {
     if (!object->isNote()) continue;
-    if (object->getChannel() < numberOfChannels) notesOnChannel[object->getChannel()]++;
+    notesOnChannel[object->getChannel()]++;
     if (object->getTimeQuanta() == previousTime) {
       chord++;
       continue;
