@@ -220,7 +220,26 @@ int lengthOfMessage(int status) {
   return status == 246 || status == 247 || status >= 248 ? 1 : 3;
 }
 
-/// `byte` is a status, or the first data byte under the running status.
+// The first four bytes of the buffer as one word, the first byte lowest. A reader takes them as one word too, which is slow where
+// they were just written byte by byte.
+
+uint32_t firstBytes(const unsigned char* buffer) {
+  return buffer[0] | buffer[1] << 8 | buffer[2] << 16 | static_cast<uint32_t>(buffer[3]) << 24;
+}
+
+void setFirstBytes(unsigned char* buffer, uint32_t bytes) {
+  buffer[0] = static_cast<unsigned char>(bytes);
+  buffer[1] = static_cast<unsigned char>(bytes >> 8);
+  buffer[2] = static_cast<unsigned char>(bytes >> 16);
+  buffer[3] = static_cast<unsigned char>(bytes >> 24);
+}
+
+void putByte(uint32_t& bytes, int position, int byte) {
+  const int shift = 8 * position;
+  bytes = (bytes & ~(0xffu << shift)) | static_cast<uint32_t>(byte) << shift;
+}
+
+/// `byte` is a status, or the first data byte under the running status. Bytes behind the message stay in the buffer.
 bool readChannelEvent(_MIDIFILEInStruct* in, int byte, int time) {
   _MIDIFILEReadStruct* event = in->event;
   const bool isStatus = (byte & 0x80) != 0;
@@ -228,16 +247,21 @@ bool readChannelEvent(_MIDIFILEInStruct* in, int byte, int time) {
   event->metaFlag = 0;
   event->time = time;
   event->byteCount = lengthOfMessage(in->runningStatus);
-  event->buffer[0] = in->runningStatus;
-  unsigned char* next = event->buffer + 1;
-  const unsigned char* end = event->buffer + event->byteCount;
-  if (!isStatus) *next++ = static_cast<unsigned char>(byte);
-  while (next < end) {
-    const int data = readByte(in);
-    if (data == EOF) return false;
-    *next++ = static_cast<unsigned char>(data);
+  uint32_t bytes = firstBytes(event->buffer);
+  putByte(bytes, 0, in->runningStatus);
+  bool isWhole = true;
+  if (event->byteCount >= 2) {
+    const int first = isStatus ? readByte(in) : byte;
+    isWhole = first != EOF;
+    if (isWhole) putByte(bytes, 1, first);
   }
-  return true;
+  if (event->byteCount == 3 && isWhole) {
+    const int second = readByte(in);
+    isWhole = second != EOF;
+    if (isWhole) putByte(bytes, 2, second);
+  }
+  setFirstBytes(event->buffer, bytes);
+  return isWhole;
 }
 
 /// System bytes that are passed on without a look: what the event before left stands for them.

@@ -118,10 +118,10 @@ bool ZQMidiFile::readEventsFromFileWithPath(ZQMidiTrackList* list, const char* p
   zmatrix::MidiReadFindings& found = findings != nullptr ? *findings : unused;
   found.end = zmatrix::MidiReadEnd::notFound;
   if (list == nullptr || path == nullptr) return false;
-  const std::unique_ptr<char[]> readAhead(new (std::nothrow) char[readAheadSize]);
+  char readAhead[readAheadSize];
   const File file(zmatrix::openRegularFile(path));  // a pipe would never end
   if (file == nullptr) return false;
-  if (readAhead != nullptr) setvbuf(file.get(), readAhead.get(), _IOFBF, readAheadSize);
+  setvbuf(file.get(), readAhead, _IOFBF, sizeof readAhead);
   return readEvents(list, path, file.get(), found);
 }
 
