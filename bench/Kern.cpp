@@ -12,9 +12,8 @@
 #include <vector>
 
 #include "Benchmarks.h"
-#include "frame/flat/ZQMatrixCreators.h"
+#include "MusicLearning.h"
 #include "music/kern/ZQKernFile.h"
-#include "sequence/ZQMatrixMedium.h"
 
 namespace bench {
 
@@ -110,30 +109,6 @@ Measurement readFiles(const std::vector<std::string>& files, bool onlyCounts) {
   return measured;
 }
 
-/// An operation is a note, the second figure a phrase.
-Measurement learn(const std::vector<std::string>& files, int phraseLimit) {
-  Measurement measured;
-  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
-  if (matrix == nullptr) return measured;
-  matrix->setMaxNumberOfMatrices(400);
-  matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
-  matrix->setGlobalMidiTrackAnalyze(0);
-  matrix->setGlobalMaxPhraseLengthForUpdateWithSequence(phraseLimit);
-  const StopWatch watch;
-  for (const std::string& file : files) {
-    int notes = 0;
-    matrix->updateMatrixWithKERNFile(file.c_str(), &notes);
-    measured.operations += notes;
-  }
-  measured.seconds[0] = watch.seconds();
-  long long phrases = 0;
-  for (int id = 0; id < matrix->getNumberOfMatrices(); id++) phrases += matrix->getMatrixInfo(id)->getNumberOfWriteCounts();
-  measured.seconds[1] = measured.seconds[0] / static_cast<double>(phrases > 0 ? phrases : 1);
-  measured.isRight = phrases > 0;
-  deleteMatrixMedium(matrix);
-  return measured;
-}
-
 void registerRow(const std::string& name, const std::function<Measurement()>& measure) {
   const auto run = [measure](benchmark::State& state) {
     for (auto _ : state) {
@@ -160,7 +135,8 @@ void registerKern(const std::string& folder) {
   }
   registerRow("kern_read/limit:0/size:0/zmatrix", [=] { return readFiles(files, false); });
   registerRow("kern_read/limit:0/size:0/counting_pass", [=] { return readFiles(files, true); });
-  registerRow("kern_learn/limit:16/size:0/zmatrix", [=] { return learn(files, 16); });
+  registerRow("kern_learn/limit:16/size:0/zmatrix",
+              [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithKERNFile); });
 }
 
 }  // namespace bench

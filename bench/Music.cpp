@@ -13,9 +13,8 @@
 #include <vector>
 
 #include "Benchmarks.h"
-#include "frame/flat/ZQMatrixCreators.h"
+#include "MusicLearning.h"
 #include "music/midi/ZQMidiFile.h"
-#include "sequence/ZQMatrixMedium.h"
 
 namespace bench {
 
@@ -144,32 +143,6 @@ Measurement pairUnended() {
   return measured;
 }
 
-/// Learns files in one sub-matrix after the other; an operation is a note, the second figure a phrase.
-Measurement learn(const std::vector<std::string>& files, int phraseLimit) {
-  Measurement measured;
-  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
-  if (matrix == nullptr) return measured;
-  matrix->setMaxNumberOfMatrices(200);
-  matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
-  matrix->setGlobalMidiTrackAnalyze(0);
-  matrix->setGlobalMaxPhraseLengthForUpdateWithSequence(phraseLimit);
-  const StopWatch watch;
-  for (const std::string& file : files) {
-    int notes = 0;
-    matrix->updateMatrixWithMIDIFile(file.c_str(), &notes);
-    measured.operations += notes;
-  }
-  measured.seconds[0] = watch.seconds();
-  long long phrases = 0;
-  for (int id = 0; id < matrix->getNumberOfMatrices(); id++) {
-    phrases += matrix->getMatrixInfo(id)->getNumberOfWriteCounts();
-  }
-  measured.seconds[1] = measured.seconds[0] / static_cast<double>(phrases > 0 ? phrases : 1);
-  measured.isRight = phrases > 0;
-  deleteMatrixMedium(matrix);
-  return measured;
-}
-
 void registerRow(const std::string& name, const std::function<Measurement()>& measure) {
   const auto run = [measure](benchmark::State& state) {
     for (auto _ : state) {
@@ -208,7 +181,8 @@ void registerMusic(const std::string& folder) {
   const std::vector<std::string> files = midiFilesIn(folder);
   registerRow("midi_read/limit:0/size:0/zmatrix", [=] { return countNotes(files, 20, notesOf); });
   registerRow("midi_read/limit:0/size:0/counting_pass", [=] { return countNotes(files, 20, noteOnsOf); });
-  registerRow("midi_learn/limit:16/size:0/zmatrix", [=] { return learn(files, 16); });
+  registerRow("midi_learn/limit:16/size:0/zmatrix",
+              [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithMIDIFile); });
 }
 
 }  // namespace bench

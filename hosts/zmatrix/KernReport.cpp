@@ -73,7 +73,7 @@ Json trackAsJson(const zq_KernTrack& track) {
   return {{"track", track.isMerged != 0 ? Json("merged") : Json(track.index)},
           {"meter", meterText(track.numerator, track.denominator)},
           {"kind", nameOfSubType(track.subType)},
-          {"channel", track.soundID},
+          {"channel", track.isMerged != 0 ? Json("all") : Json(track.soundID + 1)},
           {"coding", coding == nullptr ? "" : coding->name},
           {"notes", track.notes},
           {"notes_learned", track.notesLearned},

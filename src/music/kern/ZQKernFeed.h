@@ -44,7 +44,7 @@ class KernFeed {
     dbPrintf(4, "number of kern tracks found: %d:\n", numberOfTracks);
     dbPrintf(4, "%d Kern object Tracks generated\n", numberOfTracks);
     dbPrintf(4, "%d Kern\tMeta events written to Kern midi object track no. 0\n", list->getKernObjectTrackAtIndex(0)->getCount());
-    KernTrackJudge judge(*list, settingsOfMatrix(), fileName, KernTier<Matrix>::texts);
+    KernTrackJudge judge(*list, globalMidiSettings(*matrix), fileName, KernTier<Matrix>::texts);
     int result = 0;
     for (int i = 1; i < numberOfTracks; i++) {
       if (!feedTrack(judge, list->getKernObjectTrackAtIndex(i), i, numberOfNotes, &result)) break;
@@ -53,20 +53,10 @@ class KernFeed {
   }
 
  private:
-  MidiFeedSettings settingsOfMatrix() const {
-    return {matrix->getGlobalPreProcessingType(), matrix->getGlobalCoordinateDimension(), matrix->getGlobalMatrixType()};
-  }
-
-  void setSettings(const MidiFeedSettings& settings) {
-    matrix->setGlobalPreProcessingType(settings.preProcessingType);
-    matrix->setGlobalCoordinateDimension(settings.coordinateDimension);
-    matrix->setGlobalMatrixType(settings.matrixType);
-  }
-
   /// False if no sub-matrix is left, which ends the file.
   bool feedTrack(KernTrackJudge& judge, const ZQKernObjectTrack* track, int index, int* numberOfNotes, int* result) {
     const MidiTrackVerdict verdict = judge.takeUp(track, index);
-    setSettings(judge.settings());
+    setGlobalMidiSettings(*matrix, judge.settings());
     if (verdict != MidiTrackVerdict::taken) return true;
     *numberOfNotes = wrappingSum(*numberOfNotes, judge.numberOfNotes());
     const MidiSequence sequence = sequenceOf(*track, judge);
@@ -83,16 +73,12 @@ class KernFeed {
     *result =
         sequence.values == nullptr ? outOfMemory : matrix->updateMatrixWithLongMIDISequence(sequence.values.get(), numberOfItems);
     judge.finish();
-    setSettings(judge.settings());
+    setGlobalMidiSettings(*matrix, judge.settings());
     return true;
   }
 
-  /// The grids are those of the sub-matrix that is current, so of ID 0 for the first track and of the last track's sub-matrix for
-  /// the others.
   MidiSequence sequenceOf(const ZQKernObjectTrack& track, const KernTrackJudge& judge) const {
-    const auto* info = matrix->getMatrixInfo();
-    const MidiSequenceForm form{judge.settings().preProcessingType, info->getMidiNoteOnQuantization(),
-                                info->getMidiDurationQuantization()};
+    const MidiSequenceForm form = formOfSequence(*matrix, judge.settings().preProcessingType);
     MidiSequence sequence = sequenceOfKernTrack(track, form, judge.lengthOfSequence());
     if (sequence.count != judge.lengthOfSequence())
       dbPrintf(0, "updateMatrixWithKernFile: i != numberOfSequenceItemsPerTrack %d<->%d\n", static_cast<int>(sequence.count),

@@ -200,6 +200,27 @@ void addNameOfLearnedTrack(Info* info, const NameOfLearnedTrack& entry, const ch
 
 // --- files
 
+/// The three settings as the global block has them.
+template <class Matrix>
+MidiFeedSettings globalMidiSettings(Matrix& matrix) {
+  return {matrix.getGlobalPreProcessingType(), matrix.getGlobalCoordinateDimension(), matrix.getGlobalMatrixType()};
+}
+
+template <class Matrix>
+void setGlobalMidiSettings(Matrix& matrix, const MidiFeedSettings& settings) {
+  matrix.setGlobalPreProcessingType(settings.preProcessingType);
+  matrix.setGlobalCoordinateDimension(settings.coordinateDimension);
+  matrix.setGlobalMatrixType(settings.matrixType);
+}
+
+/// The form of a sequence by the grids of the sub-matrix that is current: for the first track of a file that is ID 0, for the
+/// others the sub-matrix of the track before.
+template <class Matrix>
+MidiSequenceForm formOfSequence(Matrix& matrix, int preProcessingType) {
+  const auto* info = matrix.getMatrixInfo();
+  return {preProcessingType, info->getMidiNoteOnQuantization(), info->getMidiDurationQuantization()};
+}
+
 /// One file on its way into the matrix.
 template <class Matrix>
 class MidiFeed {
@@ -212,7 +233,8 @@ class MidiFeed {
   int run(int* numberOfNotes) {
     const std::unique_ptr<ZQMidiTrackList, void (*)(ZQMidiTrackList*)> list(createZQMidiTrackList(), deleteZQMidiTrackList);
     if (list == nullptr || !read(*list)) return 0;
-    MidiTrackJudge judge(*list, settingsOfMatrix(), matrix->getGlobalMidiNoteOnQuantization(), fileName, MidiTier<Matrix>::texts);
+    MidiTrackJudge judge(*list, globalMidiSettings(*matrix), matrix->getGlobalMidiNoteOnQuantization(), fileName,
+                         MidiTier<Matrix>::texts);
     int result = 0;
     for (int i = 1; i < list->getNumberOfMidiObjectTracks(); i++) {
       if (!feedTrack(judge, list->getMidiObjectTrackAtIndex(i), i, numberOfNotes, &result)) break;
@@ -221,16 +243,6 @@ class MidiFeed {
   }
 
  private:
-  MidiFeedSettings settingsOfMatrix() const {
-    return {matrix->getGlobalPreProcessingType(), matrix->getGlobalCoordinateDimension(), matrix->getGlobalMatrixType()};
-  }
-
-  void setSettings(const MidiFeedSettings& settings) {
-    matrix->setGlobalPreProcessingType(settings.preProcessingType);
-    matrix->setGlobalCoordinateDimension(settings.coordinateDimension);
-    matrix->setGlobalMatrixType(settings.matrixType);
-  }
-
   /// False if memory has run out; a file that is no MIDI file gives no tracks.
   bool read(ZQMidiTrackList& list) {
     MidiReadFindings findings;
@@ -246,16 +258,13 @@ class MidiFeed {
     return true;
   }
 
-  /// False if no sub-matrix is left, which ends the file. The grids are those of the sub-matrix that is current, so of ID 0 for
-  /// the first track and of the last track's sub-matrix for the others.
+  /// False if no sub-matrix is left, which ends the file.
   bool feedTrack(MidiTrackJudge& judge, const ZQMidiObjectTrack* track, int index, int* numberOfNotes, int* result) {
     const MidiTrackVerdict verdict = judge.takeUp(track, index);
-    setSettings(judge.settings());
+    setGlobalMidiSettings(*matrix, judge.settings());
     if (verdict != MidiTrackVerdict::taken) return true;
     addWrapping(numberOfNotes, judge.numberOfNotes());
-    const auto* info = matrix->getMatrixInfo();
-    const MidiSequenceForm form{judge.settings().preProcessingType, info->getMidiNoteOnQuantization(),
-                                info->getMidiDurationQuantization()};
+    const MidiSequenceForm form = formOfSequence(*matrix, judge.settings().preProcessingType);
     const MidiSequence sequence = sequenceOfTrack(*track, form, judge.lengthOfSequence());
     if (judge.findMeter() != MidiTrackVerdict::taken) return true;
     if (!makeMatrixCurrent(judge)) return false;
@@ -267,7 +276,7 @@ class MidiFeed {
                   : matrix->updateMatrixWithLongMIDISequence(sequence.values.get(),
                                                              dimension > 0 ? static_cast<int>(sequence.count / dimension) : 0);
     judge.finish();
-    setSettings(judge.settings());
+    setGlobalMidiSettings(*matrix, judge.settings());
     return true;
   }
 
