@@ -33,19 +33,23 @@ struct TierCalls;
   static constexpr auto properties = s_getGlobalMatrixInfoParameters##suffix;   \
   static constexpr auto history = s_readMatrixUpdateInfos##suffix
 
-#define CALLS_OF_LEARNING_TIERS(suffix)                                                     \
-  static constexpr auto setUpForText = s_setDefaultMatrixPropertiesForANSIText##suffix;     \
-  static constexpr auto setPhraseLimit = s_setMaxPhraseLengthForUpdateWithSequence##suffix; \
-  static constexpr auto setAddUpdateInfo = s_setAddUpdateInfo##suffix;                      \
-  static constexpr auto setAddSequence = s_setAddSequenceToUpdateInfo##suffix;              \
-  static constexpr auto learn = s_updateMatrixWithLongANSISequence##suffix;                 \
-  static constexpr auto learnFiles = s_updateMatrixWithANSIFiles##suffix;                   \
-  static constexpr auto start = s_initializeKernelSequenceWithOriginalSequence##suffix;     \
-  static constexpr auto read = s_readObjexFromMatrix##suffix;                               \
-  static constexpr auto prune = s_removeOverDeterminedElements##suffix;                     \
-  static constexpr auto cut = s_removeLongElements##suffix;                                 \
-  static constexpr auto clear = s_clearMatrixForID##suffix;                                 \
-  static constexpr auto successors = s_getSuccessorHandlesFromKernelHandle##suffix;         \
+#define CALLS_OF_LEARNING_TIERS(suffix)                                                                       \
+  static constexpr auto setUpForText = s_setDefaultMatrixPropertiesForANSIText##suffix;                       \
+  static constexpr auto setPhraseLimit = s_setMaxPhraseLengthForUpdateWithSequence##suffix;                   \
+  static constexpr auto setAddUpdateInfo = s_setAddUpdateInfo##suffix;                                        \
+  static constexpr auto setAddSequence = s_setAddSequenceToUpdateInfo##suffix;                                \
+  static constexpr auto learn = s_updateMatrixWithLongANSISequence##suffix;                                   \
+  static constexpr auto learnFiles = s_updateMatrixWithANSIFiles##suffix;                                     \
+  static constexpr auto setMusicBlock = s_setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT##suffix; \
+  static constexpr auto setTrackAnalyze = s_setGlobalMidiTrackAnalyze##suffix;                                \
+  static constexpr auto learnMidi = s_updateMatrixWithMIDIFile##suffix;                                       \
+  static constexpr auto writeMidi = zq_readMidiObjexsAndWriteToMidiFile##suffix;                              \
+  static constexpr auto start = s_initializeKernelSequenceWithOriginalSequence##suffix;                       \
+  static constexpr auto read = s_readObjexFromMatrix##suffix;                                                 \
+  static constexpr auto prune = s_removeOverDeterminedElements##suffix;                                       \
+  static constexpr auto cut = s_removeLongElements##suffix;                                                   \
+  static constexpr auto clear = s_clearMatrixForID##suffix;                                                   \
+  static constexpr auto successors = s_getSuccessorHandlesFromKernelHandle##suffix;                           \
   static constexpr auto preProcessed = s_getPreProcessedSequenceFromOriginalSequence##suffix
 
 template <>

@@ -9,6 +9,7 @@
 
 #include "memory/FailingMemory.h"
 #include "memory/TierCalls.h"
+#include "music/midi/MidiBytes.h"
 #include "support/TestFolder.h"
 
 namespace {
@@ -302,6 +303,61 @@ TYPED_TEST(FailingMemoryOfLearningTest, learn) {
       const int result = zq_updateMatrixWithWordsOfLongANSISequence(matrix, nextText.data(), static_cast<int>(nextText.size()));
       return numbered(result, zq_refreshSymbolLinks(matrix));
     });
+  }
+}
+
+TYPED_TEST(FailingMemoryOfLearningTest, music) {
+  using C = typename TestFixture::Calls;
+  this->runs.folder.put("tune.mid", tune(melody({60, 62, 64, 60, 62, 65})));
+  const std::string path = this->runs.folder.path() + "/tune.mid";
+  const std::string target = this->runs.folder.path() + "/new.mid";
+  const auto learnTune = [&](auto* matrix) {
+    C::setMusicBlock(matrix);
+    C::setTrackAnalyze(matrix, 0);
+    int notes = 0;
+    return C::learnMidi(matrix, path.c_str(), &notes) == 1 ? notes : 0;
+  };
+  this->runs.failEach("learn a tune", [&](auto* matrix) {
+    const int notes = learnTune(matrix);
+    return numbered(notes, C::numberOfWrites(matrix));
+  });
+  this->runs.failEach("write a tune", [&](auto* matrix) {
+    if (learnTune(matrix) == 0) return std::string();
+    C::setCurrent(matrix, 2);
+    // A note that could not be read for lack of memory counts as the end of a sequence.
+    const int result = C::writeMidi(matrix, 8, target.c_str(), nullptr);
+    C::setCurrent(matrix, 1);
+    return numbered(result, 0);
+  });
+  std::filesystem::remove(target);
+}
+
+TEST(FailingMemoryOfReports, areWholeOrNull) {
+  TestFolder folder;
+  folder.put("tune.mid", tune(melody({60, 62, 64})));
+  folder.put("score.krn", "**kern\t**kern\n*M3/4\t*M3/4\n[4c\t4e 4g\n4c]\t4rx\n=1\t=1\n*-\t*-\n");
+  for (const bool lasting : {false, true}) {
+    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
+      const std::string path = folder.path() + "/tune.mid";
+      zq_MidiReport* report = nullptr;
+      {
+        const FailingMemory failing(n, lasting);
+        report = zq_createMidiReport(path.c_str(), 1003, 16, 2, nullptr);
+      }
+      // A file that could not be opened for lack of memory is told as one that was not found.
+      EXPECT_TRUE(anAllocationHasFailed() || (report != nullptr && report->notesLearned == 3)) << n;
+      zq_deleteMidiReport(report);
+    }
+    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
+      const std::string path = folder.path() + "/score.krn";
+      zq_KernReport* report = nullptr;
+      {
+        const FailingMemory failing(n, lasting);
+        report = zq_createKernReport(path.c_str(), 1003, 2, nullptr);
+      }
+      EXPECT_TRUE(anAllocationHasFailed() || (report != nullptr && report->notes == 3)) << n;
+      zq_deleteKernReport(report);
+    }
   }
 }
 

@@ -150,11 +150,10 @@ bool fillReport(zq_MidiReport& report, const char* path, const ReportSettings& s
 zq_MidiReport* createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze,
                                 const unsigned char* channelFilter) try {
   const MutedMessages muted;
-  zq_MidiReport* report = recordsFor<zq_MidiReport>(1);
+  std::unique_ptr<zq_MidiReport, void (*)(zq_MidiReport*)> report(recordsFor<zq_MidiReport>(1), deleteMidiReport);
   if (report == nullptr) return nullptr;
-  if (fillReport(*report, path, {preProcessingType, noteOnQuantization, midiTrackAnalyze, channelFilter})) return report;
-  deleteMidiReport(report);
-  return nullptr;
+  if (!fillReport(*report, path, {preProcessingType, noteOnQuantization, midiTrackAnalyze, channelFilter})) return nullptr;
+  return report.release();
 } catch (const std::bad_alloc&) {
   return nullptr;
 }
