@@ -34,8 +34,8 @@ TEST_F(NumbersTest, ReadsFilesAsPeopleHaveThem) {
                                "1, 2, 4;5;7\t8,,10\r\n11 13 +14",
                                "# steps\n1 2 4 # and so on\n5 7 8 10 11 13 14",
                                "A000001 ,1,2,4,5,7,8,10,11,13,14,\n",
-                               "\xEF\xBB\xBF"
-                               "1 2 4 5 7 8 10 11 13 14"};
+                               ("\xEF\xBB\xBF"
+                                "1 2 4 5 7 8 10 11 13 14")};
   for (const std::string file : files) {
     writeFile("series.txt", file);
     EXPECT_EQ(continued("series.txt --count 4 --method best"), (Numbers{16, 17, 19, 20})) << file;

@@ -210,7 +210,8 @@ bool MidiFileReader::takeChannelEvent() {
   midiEvent->initWithBytes(timeInQuanta(), std::min(event.byteCount, mostBytesOfEvent), event.buffer);
   if (speaks) printChannelEvent(*midiEvent);
   // Told without a jump, which would be guessed wrong too often: files end notes in both ways.
-  const bool isSilentNoteOn = (midiEvent->getStatus() == ZQMidiNoteOn) & (midiEvent->getByte3() == 0);
+  const int isNoteOn = midiEvent->getStatus() == ZQMidiNoteOn, isSilent = midiEvent->getByte3() == 0;
+  const bool isSilentNoteOn = (isNoteOn & isSilent) != 0;
   midiEvent->setByte1(static_cast<unsigned char>(midiEvent->getByte1() - (isSilentNoteOn ? ZQMidiNoteOn - ZQMidiNoteOff : 0)));
   midiEvent->setByte3(isSilentNoteOn ? velocityOfNoteOff : midiEvent->getByte3());
   if (speaks && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
