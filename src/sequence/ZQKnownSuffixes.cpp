@@ -25,30 +25,44 @@ bool hasSuccessors(ZQMatrixBase& matrix, int handle) {
   return matrix.hasMatrixHandleSuccessors(handle) >= 1;
 }
 
-/// Steps from places to their children for a coordinate, and writes these to `children`. Returns how many there are before the
-/// first one that is missing. Places don't depend on each other: each pass asks for what the next one reads, so that their misses
-/// overlap.
+/// Places don't depend on each other: each pass asks for what the next one reads, so that their misses overlap. A few places
+/// overlap by themselves.
+constexpr size_t fewPlaces = 4;
+
+template <class Place>
+void fetchChildren(const ZQMatrixBase& matrix, std::span<const Place> places, int coordinate) {
+  if (places.size() <= fewPlaces) return;
+  for (const Place& place : places) matrix.prefetchSlot(place.fieldBegin + coordinate);
+  for (const Place& place : places) matrix.prefetchElementAt(place.fieldBegin + coordinate);
+}
+
+template <class Place>
+void fetchFields(const ZQMatrixBase& matrix, std::span<const Place> places) {
+  if (places.size() <= fewPlaces) return;
+  for (const Place& place : places) matrix.prefetchSlot(place.firstInField);
+  for (const Place& place : places) matrix.prefetchElementAt(place.firstInField);
+}
+
+/// Steps from places to their children for a coordinate, and writes these to `children`, which may be the places. Returns how
+/// many there are before the first one that is missing.
 template <class Place>
 size_t stepDown(const ZQMatrixBase& matrix, std::span<const Place> places, int coordinate, Place* children) {
-  for (size_t i = 0; i < places.size(); ++i) {
-    children[i].child = places[i].fieldBegin + coordinate;
-    matrix.prefetchSlot(children[i].child);
-  }
-  for (size_t i = 0; i < places.size(); ++i) matrix.prefetchElementAt(children[i].child);
+  fetchChildren(matrix, places, coordinate);
   size_t found = 0;
-  for (; found < places.size(); ++found) {
-    Place& child = children[found];
-    const ZQMatrixBaseElement* element = matrix.elementAt(child.child);
-    if (!isChildAt(element, child.child, places[found].position)) break;
-    child.position = static_cast<int>(child.child);
-    child.firstInField = firstChildOf(element, child.child);
-    matrix.prefetchSlot(child.firstInField);
+  for (const Place& place : places) {
+    const long long position = place.fieldBegin + coordinate;
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    if (!isChildAt(element, position, place.position)) break;
+    Place& child = children[found++];
+    child.firstInField = firstChildOf(element, position);
+    child.position = static_cast<int>(position);
+    child.isWritten = element->getWriteCount() > 0;
   }
-  for (size_t i = 0; i < found; ++i) matrix.prefetchElementAt(children[i].firstInField);
+  fetchFields(matrix, std::span<const Place>(children, found));
   return found;
 }
 
-/// Returns how many of the places have a field below them, before the first one that has none.
+/// Goes down to the fields below the places. Returns how many there are before the first one that is missing.
 template <class Place>
 size_t enterFields(const ZQMatrixBase& matrix, std::span<Place> places) {
   size_t entered = 0;
@@ -61,21 +75,21 @@ size_t enterFields(const ZQMatrixBase& matrix, std::span<Place> places) {
   return entered;
 }
 
-/// Returns how many of the places are written and can go on, before the first one that is not.
+/// The same as far as the places are known, which a mere step on the way to others is not, and can go on.
 template <class Place>
-size_t countKnown(ZQMatrixBase& matrix, std::span<const Place> places) {
+size_t enterKnownFields(ZQMatrixBase& matrix, std::span<Place> places) {
   const bool isNextDimension = matrix.getMatrixInfo()->getCoordinateDimension() == 1;
   const int maximalStack = matrix.getMatrixFileHeader()->getMaximalStack();
-  size_t known = 0;
-  for (const Place& place : places) {
-    const bool isLeaf = place.firstInField < 0;
-    if (!isLeaf && matrix.elementAt(place.position)->getWriteCount() <= 0) break;
+  size_t entered = 0;
+  for (Place& place : places) {
+    if (!place.isWritten && place.firstInField >= 0) break;
     const ZQMatrixBaseElement* first = matrix.elementAt(place.firstInField);
     const bool isFollowed = isNextDimension && first != nullptr && first->getWriteCount() > 0 && place.position <= maximalStack;
     if (!isFollowed && !hasSuccessors(matrix, place.position)) break;
-    ++known;
+    place.fieldBegin = place.firstInField - first->getIndexInDimension();
+    ++entered;
   }
-  return known;
+  return entered;
 }
 
 }  // namespace
@@ -108,8 +122,7 @@ KnownSuffix ZQKnownSuffixes::oneItemFurther(ZQMatrixBase& matrix, const int* seq
     number = enterFields(matrix, Places(children, number));
     number = stepDown<Place>(matrix, {children, number}, item[i], children);
   }
-  number = countKnown<Place>(matrix, {children, number});
-  number = enterFields(matrix, Places(children, number));
+  number = enterKnownFields(matrix, Places(children, number));
   const KnownSuffix known = number > 0 ? KnownSuffix{static_cast<int>(number) * c, children[number - 1].position} : KnownSuffix{};
   newPlaces.makeRoomFor(number + 1);
   places.swap(newPlaces);
@@ -119,7 +132,7 @@ KnownSuffix ZQKnownSuffixes::oneItemFurther(ZQMatrixBase& matrix, const int* seq
 
 /// The place of no item at all. Where nothing is stored, no element has its parent there.
 void ZQKnownSuffixes::enterRoot(const ZQMatrixBase& matrix) {
-  places[0] = {0, -1, -1, -1};
+  places[0] = {0, -1, -1, false};
   const ZQMatrixBaseElement* element = matrix.elementAt(root);
   if (element == nullptr) return;
   places[0].firstInField = firstChildOf(element, root);
@@ -142,7 +155,7 @@ KnownSuffix ZQKnownSuffixes::fromTheRoot(ZQMatrixBase& matrix, const int* sequen
 }
 
 bool ZQKnownSuffixes::addPlace(const ZQMatrixBase& matrix, int position) {
-  Place place{0, -1, firstChildOf(matrix.elementAt(position), position), position};
+  Place place{0, firstChildOf(matrix.elementAt(position), position), position, true};
   return enterFields(matrix, Places(&place, 1)) == 1 && places.add(place);
 }
 

@@ -27,9 +27,9 @@ class ZQKnownSuffixes {
   /// Where an ending stands.
   struct Place {
     long long fieldBegin;    ///< of the field of what follows it
-    long long child;         ///< where it gets to one coordinate further
-    long long firstInField;  ///< of that field, or -1
+    long long firstInField;  ///< position, or -1
     int position;            ///< of its last element
+    bool isWritten;
   };
   using Places = std::span<Place>;
 

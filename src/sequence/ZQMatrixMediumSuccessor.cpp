@@ -64,7 +64,8 @@ const int* flatWithItem(zmatrix::ZQPodList<int>& flat, int** rows, int numberOfI
   if (rows == nullptr || (numberOfItems + 1LL) * coordinateDimension > INT_MAX) return nullptr;
   int* end = flat.makeRoomFor((static_cast<size_t>(numberOfItems) + 1) * static_cast<size_t>(coordinateDimension));
   if (end == nullptr) return nullptr;
-  for (int i = 0; i < numberOfItems; ++i) {
+  if (coordinateDimension == 1) end = std::copy_n(rows[0], numberOfItems, end);
+  for (int i = 0; coordinateDimension > 1 && i < numberOfItems; ++i) {
     for (int k = 0; k < coordinateDimension; ++k) *end++ = rows[k][i];
   }
   std::copy_n(item, coordinateDimension, end);
@@ -100,7 +101,7 @@ void appendToOriginalKernel(ZQMatrixMedium& matrix, int numberOfItems, const int
 
 /// Lists what a visitor of successors is shown, with its share of the occurrences. Without memory the list is empty.
 template <class Walk>
-void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, Walk walk) {
+void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, Walk&& walk) {
   successors.clear();
   bool hasMemory = true;
   double integral = 0;
@@ -117,7 +118,7 @@ void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, 
 
 /// Visits the elements one item below the kernel's end that a sequence began with.
 template <class Visitor>
-void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor visit) {
+void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor&& visit) {
   const int handle = matrix.getMatrixInfo()->getKernelMatrixHandle();
   const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
   if (handle < 0 || handle > matrix.getMatrixFileHeader()->getMaximalStack() || coordinateDimension < 1) return;
@@ -316,12 +317,12 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
   zmatrix::ZQPodList<Successor>& successors = generation.successors;
   successors.clear();
   if (trueStart == 1 && info->getLengthOfKernelPreProcessedSequence() == 0) {
-    listSuccessors(successors, occurrences, [this](auto visit) { walkTrueStarts(*this, visit); });
+    listSuccessors(successors, occurrences, [this](auto&& visit) { walkTrueStarts(*this, visit); });
     if (successors.empty()) dbPrintf(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
   }
   if (successors.empty()) {
     listSuccessors(successors, occurrences,
-                   [&](auto visit) { zmatrix::visitSuccessors(*this, info->getKernelMatrixHandle(), visit); });
+                   [&](auto&& visit) { zmatrix::visitSuccessors(*this, info->getKernelMatrixHandle(), visit); });
   }
   const int count = static_cast<int>(successors.size());
   if (count < 1) {

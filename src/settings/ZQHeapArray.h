@@ -74,6 +74,7 @@ class RowTable {
   /// Makes room for at least this much; what is new is 0 and nothing gets smaller. False if there is no room, or if it is more
   /// than mostValues.
   bool grow(int rowCount, int length) {
+    if (rowCount <= rows.size() && length <= lengthOfRows) return true;
     const long long numberOfValues =
         static_cast<long long>(rowCount > rows.size() ? rowCount : rows.size()) * (length > lengthOfRows ? length : lengthOfRows);
     if (numberOfValues > mostValues) return false;
