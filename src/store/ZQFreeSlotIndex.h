@@ -4,6 +4,7 @@
 // slot keep it.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 #include "store/ZQPairFilter.h"
@@ -54,6 +55,16 @@ class ZQFreeSlotIndex {
 
   /// The highest free slot in `lowest` .. `from`, or none; it doesn't look below `lowest`.
   int previousFree(long long from, long long lowest) const;
+
+  /// The free slot nearest to `centre` but not `centre` itself, at equal distances the lower one, if it is one of the 64 on
+  /// either side and these all lie in the block; else none.
+  int nearestWithinWord(int centre) const {
+    if (centre < 64 || centre >= numberOfSlots - 64) return none;
+    const int below = std::countl_zero(slotsFrom(centre - 64LL)) + 1;
+    const int above = std::countr_zero(slotsFrom(centre + 1LL)) + 1;
+    if (below > 64 && above > 64) return none;
+    return below <= above ? centre - below : centre + above;
+  }
 
   /// The free slot at or above `from` that comes after `skip` others, or none.
   int nthFree(int from, long long skip) const;

@@ -142,7 +142,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   // --- for the tellings that the tiers share
   /// The record of a slot, or null if the slot is empty or outside the block.
   ZQMatrixBaseElement* elementAt(long long position) const {
-    return position >= 0 && position < numberOfSlots ? matrixData[position] : nullptr;
+    return static_cast<unsigned long long>(position) < static_cast<unsigned>(numberOfSlots) ? matrixData[position] : nullptr;
   }
   /// Ask for a slot, or for the record that a slot holds, before it is needed. Any position is allowed.
   void prefetchSlot(long long position) const {
