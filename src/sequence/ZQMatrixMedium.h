@@ -4,7 +4,7 @@
 // vectors count integers unless a name says items.
 #pragma once
 
-#include "sequence/ZQKnownSuffixes.h"
+#include "sequence/ZQGenerationScratch.h"
 #include "settings/ZQMatrixMediumInfo.h"
 #include "store/ZQMatrixBase.h"
 
@@ -116,7 +116,9 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int initializeKernelSequenceWithPreProcessedSequence(const int* sequence, int length);
   int updateAndGetMatrixKernelHandle();
   int getNumberOfSuccessorsFromKernelHandle();
-  zmatrix::ZQKnownSuffixes& getKnownSuffixes() { return knownSuffixes; }
+  /// As getPreProcessedSequenceFromOriginalSequence does, in memory that the matrix keeps until the next call.
+  const int* preProcessIntoScratch(const int* originalSequence, int length, int* resultLength);
+  zmatrix::ZQGenerationScratch& getGenerationScratch() { return generation; }
 
   // --- successors
   int* getNextPreProcessedObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod, int trueStart,
@@ -166,5 +168,5 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   template <class Tier>
   friend struct ZQSequenceUpdate;
 
-  zmatrix::ZQKnownSuffixes knownSuffixes;  // scratch of the kernel search, for speed alone
+  zmatrix::ZQGenerationScratch generation;
 };

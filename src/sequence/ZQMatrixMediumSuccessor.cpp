@@ -6,12 +6,12 @@
 #include <cmath>
 
 #include "frame/ZQDebugChannel.h"
-#include "frame/ZQGrowth.h"
-#include "frame/ZQSystemOwned.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
+#include "store/ZQHandleList.h"
+#include "store/ZQSuccessorWalk.h"
 
-using zmatrix::SystemOwned;
+using zmatrix::Successor;
 
 namespace {
 
@@ -31,39 +31,6 @@ const ZQMatrixMediumElement* mediumElementAt(const ZQMatrixMedium& matrix, long 
 double randomFraction(ZQMatrixMediumInfo* info) {
   return static_cast<double>(info->getSuccessorRandomValue()) / zmatrix::largestRandomValue;
 }
-
-/// Handles as a host gets them: room for 10 at first.
-class HandleList {
- public:
-  /// False if memory has run out.
-  bool add(int handle) {
-    if (numberOfHandles_ >= capacity_ || handles_ == nullptr) {
-      const int capacity = handles_ == nullptr ? capacity_ : zmatrix::grownCapacity(capacity_);
-      if (!resize(capacity)) return false;
-      capacity_ = capacity;
-    }
-    handles_[numberOfHandles_++] = handle;
-    return true;
-  }
-  int size() const { return numberOfHandles_; }
-  int* releaseFitted() {
-    if (numberOfHandles_ > 0) resize(numberOfHandles_);
-    return handles_.release();
-  }
-
- private:
-  bool resize(int capacity) {
-    auto* resized = static_cast<int*>(systemRealloc(handles_.get(), static_cast<size_t>(capacity) * sizeof(int)));
-    if (resized == nullptr) return false;
-    static_cast<void>(handles_.release());
-    handles_.reset(resized);
-    return true;
-  }
-
-  SystemOwned<int> handles_;
-  int capacity_ = 10;
-  int numberOfHandles_ = 0;
-};
 
 /// Visits, depth first and in the order of the fields, all elements one item below a handle. The visitor says false to end the
 /// walk.
@@ -92,17 +59,16 @@ void walkOneItemBelow(const ZQMatrixMedium& matrix, int handle, int coordinateDi
   }
 }
 
-/// Items held row by row as one flat vector with an item behind them; null without memory.
-SystemOwned<int> flatWithItem(int** rows, int numberOfItems, const int* item, int coordinateDimension) {
+/// Puts items that are held row by row into a list as one flat vector, with an item behind them. Null without memory.
+const int* flatWithItem(zmatrix::ZQPodList<int>& flat, int** rows, int numberOfItems, const int* item, int coordinateDimension) {
   if (rows == nullptr || (numberOfItems + 1LL) * coordinateDimension > INT_MAX) return nullptr;
-  SystemOwned<int> flat(systemMallocArray<int>((numberOfItems + 1LL) * coordinateDimension));
-  if (flat == nullptr) return nullptr;
-  int* end = flat.get();
+  int* end = flat.makeRoomFor((static_cast<size_t>(numberOfItems) + 1) * static_cast<size_t>(coordinateDimension));
+  if (end == nullptr) return nullptr;
   for (int i = 0; i < numberOfItems; ++i) {
     for (int k = 0; k < coordinateDimension; ++k) *end++ = rows[k][i];
   }
   std::copy_n(item, coordinateDimension, end);
-  return flat;
+  return flat.begin();
 }
 
 /// The preprocessed kernel becomes what it is now with the item behind, or the longest ending of that which can go on. Without
@@ -111,12 +77,12 @@ void appendToPreProcessedKernel(ZQMatrixMedium& matrix, const int* item) {
   ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
   const int coordinateDimension = info->getCoordinateDimension();
   const int numberOfItems = std::max(info->getLengthOfKernelPreProcessedSequence(), 0);
-  SystemOwned<int> flat;
+  const int* flat = nullptr;
   if (info->provideKernelPreProcessedRows(numberOfItems)) {
-    flat = flatWithItem(info->getKernelPreProcessedSequence(), numberOfItems, item, coordinateDimension);
+    flat = flatWithItem(matrix.getGenerationScratch().sequence, info->getKernelPreProcessedSequence(), numberOfItems, item,
+                        coordinateDimension);
   }
-  matrix.initializeKernelSequenceWithPreProcessedSequence(flat.get(),
-                                                          flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0);
+  matrix.initializeKernelSequenceWithPreProcessedSequence(flat, flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0);
 }
 
 /// The same for both faces, behind the first items of the original kernel.
@@ -124,29 +90,63 @@ void appendToOriginalKernel(ZQMatrixMedium& matrix, int numberOfItems, const int
   ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
   const int coordinateDimension = info->getCoordinateDimension();
   numberOfItems = std::max(numberOfItems, 0);
-  SystemOwned<int> flat;
+  const int* flat = nullptr;
   if (info->provideKernelOriginalRows(numberOfItems)) {
-    flat = flatWithItem(info->getKernelOriginalSequence(), numberOfItems, item, coordinateDimension);
+    flat = flatWithItem(matrix.getGenerationScratch().sequence, info->getKernelOriginalSequence(), numberOfItems, item,
+                        coordinateDimension);
   }
-  matrix.initializeKernelSequenceWithOriginalSequence(flat.get(), flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0,
-                                                      0);
+  matrix.initializeKernelSequenceWithOriginalSequence(flat, flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0, 0);
+}
+
+/// Lists what a visitor of successors is shown. False, and an empty list, if memory has run out.
+template <class Walk>
+bool listSuccessors(zmatrix::ZQPodList<Successor>& successors, Walk walk) {
+  successors.clear();
+  bool hasMemory = true;
+  walk([&](int position, const ZQMatrixBaseElement& element) {
+    const auto& counts = static_cast<const ZQMatrixMediumElement&>(element);
+    hasMemory = successors.add({position, counts.getWriteCount(), counts.getWriteCountWithoutPredecessor()});
+    return hasMemory;
+  });
+  if (!hasMemory) successors.clear();
+  return hasMemory;
+}
+
+/// Visits the elements one item below the kernel's end that a sequence began with.
+template <class Visitor>
+void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor visit) {
+  const int handle = matrix.getMatrixInfo()->getKernelMatrixHandle();
+  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
+  if (handle < 0 || handle > matrix.getMatrixFileHeader()->getMaximalStack() || coordinateDimension < 1) return;
+  walkOneItemBelow(matrix, handle, coordinateDimension, [&](int position, const ZQMatrixMediumElement& element) {
+    return element.getWriteCountWithoutPredecessor() <= 0 || visit(position, element);
+  });
 }
 
 /// The successors of the kernel's end with what decides among them.
 class SuccessorChoice {
  public:
-  SuccessorChoice(const ZQMatrixMedium& matrix, const int* handles, int count, const ZQMatrixMediumElement& kernelElement,
-                  bool trueStart)
-      : matrix_(matrix), handles_(handles), count_(count), kernelElement_(kernelElement), trueStart_(trueStart) {}
+  SuccessorChoice(zmatrix::ZQGenerationScratch& scratch, const ZQMatrixMediumElement& kernelElement, bool trueStart)
+      : successors_(scratch.successors),
+        count_(static_cast<int>(scratch.successors.size())),
+        kernelElement_(kernelElement),
+        trueStart_(trueStart),
+        probabilities_(scratch.probabilities.makeRoomFor(2 * scratch.successors.size())) {}
 
   /// False, with a message, if the counts give no probabilities.
   bool computeProbabilities() {
-    probabilities_.reset(systemMallocArray<double>(2LL * count_));
     if (probabilities_ == nullptr) return false;
-    integrals_ = probabilities_.get() + count_;
+    integrals_ = probabilities_ + count_;
+    const double occurrences = kernelElement_.getWriteCountWithSuccessor();
     double integral = 0;
     for (int i = 0; i < count_; ++i) {
-      if (!computeProbability(handles_[i], &probabilities_[i])) return false;
+      const Successor& successor = successors_[static_cast<size_t>(i)];
+      if (!trueStart_ && successor.writeCount < 1) {
+        dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCount=0!)\n");
+        return false;
+      }
+      probabilities_[i] = trueStart_ ? startProbability(successor) : successor.writeCount / occurrences;
+      if (!isProbability(probabilities_[i])) return false;
       integrals_[i] = integral += probabilities_[i];
     }
     return normalise();
@@ -160,7 +160,7 @@ class SuccessorChoice {
     switch (successorMethod) {
       case ZQSuccessorMethodMostProbable:
         if (stopNow >= 0.5 && canStop) return stopInstead;
-        return static_cast<int>(std::max_element(probabilities_.get(), integrals_) - probabilities_.get());
+        return static_cast<int>(std::max_element(probabilities_, integrals_) - probabilities_);
       case ZQSuccessorMethodMiddle:
         return count_ / 2;
       default:
@@ -170,31 +170,21 @@ class SuccessorChoice {
   }
 
  private:
-  bool computeProbability(int handle, double* probability) const {
-    const ZQMatrixMediumElement* successor = mediumElementAt(matrix_, handle);
-    if (successor == nullptr) return false;
-    if (!trueStart_ && successor->getWriteCount() < 1) {
-      dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCount=0!)\n");
-      return false;
-    }
-    *probability = trueStart_ ? startProbability(*successor)
-                              : static_cast<double>(successor->getWriteCount()) / kernelElement_.getWriteCountWithSuccessor();
-    if (*probability > 1.0 || *probability == 0.0) {
-      dbPrintf(0, "getSuccessor: Warning: illegal probability: %lf\n", *probability);
-      return false;
-    }
-    return true;
+  static bool isProbability(double probability) {
+    if (probability <= 1.0 && probability != 0.0) return true;
+    dbPrintf(0, "getSuccessor: Warning: illegal probability: %lf\n", probability);
+    return false;
   }
 
-  double startProbability(const ZQMatrixMediumElement& successor) const {
+  double startProbability(const Successor& successor) const {
     const int sequences = kernelElement_.getWriteCount();
-    const int starts = successor.getWriteCountWithoutPredecessor();
+    const int starts = successor.writeCountWithoutPredecessor;
     if (starts < 1) {
       dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountWithoutPredecessor=0!\n");
     }
     if (sequences == 0) dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountFromRoot =0)\n");
     if (sequences < 1) return 0;
-    return static_cast<double>(starts < 1 ? successor.getWriteCount() : starts) / sequences;
+    return static_cast<double>(starts < 1 ? successor.writeCount : starts) / sequences;
   }
 
   /// Makes the last integral exactly 1.0. Successors that fill less than that share it out among themselves.
@@ -218,13 +208,12 @@ class SuccessorChoice {
     return found != end ? static_cast<int>(found - integrals_) : 0;
   }
 
-  const ZQMatrixMedium& matrix_;
-  const int* handles_;
+  const zmatrix::ZQPodList<Successor>& successors_;
   const int count_;
   const ZQMatrixMediumElement& kernelElement_;
   const bool trueStart_;
-  SystemOwned<double> probabilities_;  // and behind them the integrals
-  double* integrals_ = nullptr;        // running sums of the probabilities
+  double* probabilities_;
+  double* integrals_ = nullptr;  // running sums of the probabilities
 };
 
 /// The share of the occurrences of an element at which a sequence ended.
@@ -309,13 +298,10 @@ int* ZQMatrixMedium::getSuccessorHandlesFromKernelHandle(int* count) {
 
 int* ZQMatrixMedium::getTrueRootSuccessorHandlesFromKernelHandle(int* count) {
   answer(count, 0);
-  const int handle = getMatrixInfo()->getKernelMatrixHandle();
-  const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
-  if (handle < 0 || handle > getMatrixFileHeader()->getMaximalStack() || coordinateDimension < 1) return nullptr;
-  HandleList startItems;
+  zmatrix::ZQHandleList startItems;
   bool hasMemory = true;
-  walkOneItemBelow(*this, handle, coordinateDimension, [&](int position, const ZQMatrixMediumElement& element) {
-    if (element.getWriteCountWithoutPredecessor() > 0) hasMemory = startItems.add(position);
+  walkTrueStarts(*this, [&](int position, const ZQMatrixMediumElement&) {
+    hasMemory = startItems.add(position);
     return hasMemory;
   });
   if (!hasMemory) return nullptr;
@@ -332,14 +318,17 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     return nullptr;
   }
   ZQMatrixMediumInfo* info = getMatrixInfo();
-  int count = 0;
-  SystemOwned<int> handles;
+  zmatrix::ZQPodList<Successor>& successors = generation.successors;
+  successors.clear();
   if (trueStart == 1 && info->getLengthOfKernelPreProcessedSequence() == 0) {
-    handles.reset(getTrueRootSuccessorHandlesFromKernelHandle(&count));
-    if (count < 1) dbPrintf(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
+    listSuccessors(successors, [this](auto visit) { walkTrueStarts(*this, visit); });
+    if (successors.empty()) dbPrintf(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
   }
-  if (count < 1) handles.reset(getSuccessorHandlesFromKernelHandle(&count));
-  if (handles == nullptr || count < 1) {
+  if (successors.empty()) {
+    listSuccessors(successors, [&](auto visit) { zmatrix::visitSuccessors(*this, info->getKernelMatrixHandle(), visit); });
+  }
+  const int count = static_cast<int>(successors.size());
+  if (count < 1) {
     if (updateKernel == 1) initializeKernelSequenceWithPreProcessedSequence(nullptr, 0);
     return nullptr;
   }
@@ -350,7 +339,7 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
   const ZQMatrixMediumElement* kernelElement = mediumElementAt(*this, info->getKernelMatrixHandle());
   if (kernelElement == nullptr || kernelElement->getWriteCountWithSuccessor() < 1) return nullptr;
   const double stopNow = trueStart == 1 ? 0 : stopProbabilityOf(*kernelElement);
-  SuccessorChoice choice(*this, handles.get(), count, *kernelElement, trueStart == 1);
+  SuccessorChoice choice(generation, *kernelElement, trueStart == 1);
   if (!choice.computeProbabilities()) return nullptr;
 
   const int index = successorIndex != anySuccessor ? successorIndex : choice.pick(successorMethod, stopNow, info);
@@ -360,7 +349,7 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     if (updateKernel == 1) initializeKernelSequenceWithPreProcessedSequence(nullptr, 0);
     return nullptr;
   }
-  const int chosen = handles[index];
+  const int chosen = successors[static_cast<size_t>(index)].handle;
   answer(probability, choice.probabilityOf(index));
   answer(stopProbability, certainStopOf(*mediumElementAt(*this, chosen)));
   answer(handle, chosen);

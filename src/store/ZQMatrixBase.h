@@ -176,6 +176,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   int getNumberOfSlots() const { return numberOfSlots; }
   /// Counts the elements given back so far: what a cached place in the trie is held against.
   unsigned getReleasedRecords() const { return releasedRecords; }
+  /// Differs from what it was as soon as an element has moved or was given back.
+  unsigned getLayoutVersion() const { return releasedRecords + movedFields; }
 
  protected:
   template <class Tier>
@@ -214,6 +216,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
 
   int numberOfSlots = 0;  // of matrixData; the header's matrixBlockSize while there is a block
   unsigned releasedRecords = 0;
+  unsigned movedFields = 0;
   zmatrix::ZQFreeSlotIndex freeSlots;  // kept by createElementAt, destroyElementAt and the move alone
   ZQRecordSlab records;
   zmatrix::ZQPodList<int> positionsOfField;  // scratch of the move

@@ -16,6 +16,7 @@ struct ZQStoreMove {
   /// too; with 0 the field is pushed off that slot.
   static int moveField(Matrix& matrix, int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems,
                        int* firstElement, int* lastElement, int moveWithNewIndex) {
+    ++matrix.movedFields;
     if (matrix.getMatrixInfo()->getMemIsReadOnly() || !collect(matrix, *firstElement, numberOfItems)) return 0;
     const bool withIndex = moveWithNewIndex == 1 && newElementIndex != nullptr;
     const bool keepsOff = moveWithNewIndex == 0 && newElementIndex != nullptr;
