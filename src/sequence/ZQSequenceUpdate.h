@@ -1,10 +1,10 @@
 // Learning: every sub-sequence of up to a phrase limit is written as a phrase, shortest first, told once for the tiers that
 // learn.
 //
-// The loop runs by length. For each start it keeps the front: where the phrase of the length before ends, as position and record.
-// The next length is one item down from there. A move changes positions but never a record's address, so a front is good while
-// its slot still holds its record; else, and where the phrase before was left out, the walk begins at the root. A phrase is a
-// slice of the preprocessed sequence: nothing is allocated for one, unless the caller wants all of them handed out.
+// The loop runs by length. For each start it keeps the front: where the phrase of the length before ends, as position and name
+// of the record there. The next length is one item down from there. A move changes positions, so a front is good while its slot
+// still holds its record; else, and where the phrase before was left out, the walk begins at the root. A phrase is a slice of
+// the preprocessed sequence: nothing is allocated for one, unless the caller wants all of them handed out.
 #pragma once
 
 #include <cmath>
@@ -73,13 +73,13 @@ struct ZQSequenceUpdate {
       dbPrintf(0, "updateMatrixWithCombinedSeq: Cannot alloc indexVectors!\n");
       return false;
     }
-    for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.elementAt(root)};
+    for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.nameOfRecordAt(root)};
     releasedRecords = matrix.getReleasedRecords();
     return true;
   }
 
   bool isGood(const Front& front) const {
-    return front.position >= 0 && matrix.elementAt(front.position) == front.record &&
+    return front.position >= 0 && matrix.nameOfRecordAt(front.position) == front.record &&
            matrix.getReleasedRecords() == releasedRecords;
   }
 
@@ -136,7 +136,7 @@ struct ZQSequenceUpdate {
     }
     for (int i = 0; i < c; ++i) Write::countStep(info, known + i, coordinates[i]);
     Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
-    front = {position, element};
+    front = {position, matrix.nameOfRecordAt(position)};
     return Plain::learned;
   }
 
@@ -153,7 +153,7 @@ struct ZQSequenceUpdate {
     }
     auto* element = static_cast<Element*>(matrix.elementAt(position));
     Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
-    fronts[item] = {position, element};
+    fronts[item] = {position, matrix.nameOfRecordAt(position)};
     return Plain::learned;
   }
 
@@ -191,7 +191,7 @@ struct ZQSequenceUpdate {
       reportAbortion(number);
       return false;
     }
-    front = {position, matrix.elementAt(position)};
+    front = {position, matrix.nameOfRecordAt(position)};
     if (ZQDebugChannel::shows(8)) {
       report(number, place.isWritten ? "no. %ld -> %s overwritten\n" : "no. %ld -> %s added\n", phrase, phraseLength);
     }
@@ -246,7 +246,7 @@ struct ZQSequenceUpdate {
     if (!isGood(next) || known >= info.getMaxDimOfMatrix()) {
       return matrix.isDeterminedMatrixData(sequence + item * c, known + c) > 0;
     }
-    const auto* element = static_cast<const Element*>(next.record);
+    const auto* element = static_cast<const Element*>(matrix.elementAt(next.position));
     int position = next.position;
     for (int i = 0; i < c; ++i) {
       const ZQMatrixBaseElement* at = matrix.elementAt(position);

@@ -28,13 +28,13 @@ class ZQFreeSlotIndex {
   /// Marks a slot as occupied; an occupied one stays so.
   void fill(int slot);
 
-  /// Marks all slots below `end` that hold something in one pass.
-  template <class Record>
-  void fillWhereOccupied(Record* const* slots, int end) {
+  /// Marks all slots below `end` that hold something, as `isOccupied` tells, in one pass.
+  template <class Predicate>
+  void fillWhere(Predicate isOccupied, int end) {
     for (int first = 0; first < end; first += 64) {
       uint64_t occupied = 0;
       const int count = end - first < 64 ? end - first : 64;
-      for (int i = 0; i < count; ++i) occupied |= static_cast<uint64_t>(slots[first + i] != nullptr) << i;
+      for (int i = 0; i < count; ++i) occupied |= static_cast<uint64_t>(isOccupied(first + i)) << i;
       if (occupied != 0) fillWord(static_cast<size_t>(first) >> 6, occupied);
     }
   }
