@@ -9,10 +9,10 @@
 
 namespace zmatrix {
 
-/// A place in the trie: a slot and the record that it held. It is good while the slot still holds the record.
+/// A place in the trie: a slot and the name of the record that it held. It is good while the slot still holds the record.
 struct ZQFront {
   int position = -1;
-  const ZQMatrixBaseElement* record = nullptr;
+  ZQMatrixBase::RecordName record = ZQMatrixBase::noRecord;
 };
 
 class ZQDescentPrefetch {
@@ -27,7 +27,7 @@ class ZQDescentPrefetch {
   /// Called before `start` is handled, for each start in turn.
   void lookAhead(int start) {
     if (const int far = start + farthest; far < number) {
-      __builtin_prefetch(fronts[far].record);
+      matrix.prefetchRecord(fronts[far].record);
       matrix.prefetchSlot(fronts[far].position);
     }
     if (const int far = start + 12; far >= 0 && far < number) findFirstChild(far);

@@ -42,6 +42,8 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   long long readMatrixData64(const long long* items, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor,
                              int* writeCountWithoutPredecessor);
   int isRuleMatrixData(ZQMatrixMediumElement** element);
+  /// The same for the element in a slot.
+  int isRuleAt(int slot);
   int isDeterminedMatrixData(const int* indexVector, int length);
   /// 0, 1, or 2 where isDeterminedMatrixData is 2 or more: all that most callers want, found without counting on.
   int isDeterminedUpToTwice(const int* indexVector, int length);

@@ -1,10 +1,10 @@
 // Learning: every sub-sequence of up to a phrase limit is written as a phrase, shortest first, told once for the tiers that
 // learn.
 //
-// The loop runs by length. For each start it keeps the front: where the phrase of the length before ends, as position and record.
-// The next length is one item down from there. A move changes positions but never a record's address, so a front is good while
-// its slot still holds its record; else, and where the phrase before was left out, the walk begins at the root. A phrase is a
-// slice of the preprocessed sequence: nothing is allocated for one, unless the caller wants all of them handed out.
+// The loop runs by length. For each start it keeps the front: where the phrase of the length before ends, as position and name
+// of the record there. The next length is one item down from there. A move changes positions, so a front is good while its slot
+// still holds its record; else, and where the phrase before was left out, the walk begins at the root. A phrase is a slice of
+// the preprocessed sequence: nothing is allocated for one, unless the caller wants all of them handed out.
 #pragma once
 
 #include <cmath>
@@ -57,6 +57,7 @@ struct ZQSequenceUpdate {
 
  private:
   using Front = zmatrix::ZQFront;
+  static constexpr int mostElementsInCache = 32768;  // with no more than these a look ahead costs more than it saves
 
   // Where a phrase lies, as far as it exists.
   struct Place {
@@ -72,13 +73,13 @@ struct ZQSequenceUpdate {
       dbPrintf(0, "updateMatrixWithCombinedSeq: Cannot alloc indexVectors!\n");
       return false;
     }
-    for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.elementAt(root)};
+    for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.nameOfRecordAt(root)};
     releasedRecords = matrix.getReleasedRecords();
     return true;
   }
 
   bool isGood(const Front& front) const {
-    return front.position >= 0 && matrix.elementAt(front.position) == front.record &&
+    return front.position >= 0 && matrix.nameOfRecordAt(front.position) == front.record &&
            matrix.getReleasedRecords() == releasedRecords;
   }
 
@@ -89,11 +90,15 @@ struct ZQSequenceUpdate {
     // A last item that is cut short still begins a phrase.
     const int numberOfStarts = (length - known + c - 1) / c;
     zmatrix::ZQDescentPrefetch ahead(matrix, fronts.get(), numberOfStarts, sequence + known, c);
+    const bool isPlain = isPlainPass(known, phrases);
+    const bool looksAhead = info.getNumberOfMatrixElements() > mostElementsInCache;
     for (int item = 0; item < numberOfStarts; ++item) {
-      ahead.lookAhead(item);
+      if (looksAhead) ahead.lookAhead(item);
       const long long number = firstOfRun + item;
+      const Plain plain = isPlain ? learnPlain(item, known, number) : Plain::notHandled;
+      if (plain == Plain::learned) continue;
       if (!phrases.add(sequence + item * c, phraseLength)) return false;
-      if (!learnPhrase(item, known, number, phrases)) {
+      if (plain == Plain::failed || !learnPhrase(item, known, number, phrases)) {
         numberOfProcessedVectors = number;
         return false;
       }
@@ -101,6 +106,67 @@ struct ZQSequenceUpdate {
     firstOfPreviousRun = firstOfRun;
     numberOfProcessedVectors = firstOfRun + (length - known) / c;
     return true;
+  }
+
+  // True if the phrases of a pass need no more than to be counted or added: nobody wants a message or a copy, no limit is near.
+  bool isPlainPass(int known, const zmatrix::ZQLearnedPhrases& phrases) const {
+    return !phrases.areWanted() && !ZQDebugChannel::shows(8) && !info.getMemIsReadOnly() && known + c < info.getMaxDimOfMatrix();
+  }
+
+  enum class Plain { notHandled, learned, failed };
+
+  // learnPhrase in a plain pass, for a phrase that follows its front and is known, or may be added without a question.
+  Plain learnPlain(int item, int known, long long number) {
+    Front& front = fronts[item];
+    if (!isGood(front)) return Plain::notHandled;
+    const int* coordinates = sequence + static_cast<long long>(item) * c + known;
+    int position = front.position;
+    int numberKnown = 0;
+    for (; numberKnown < c; ++numberKnown) {
+      const int child = matrix.childAt(position, coordinates[numberKnown]);
+      if (child < 0) break;
+      position = child;
+    }
+    if (numberKnown < c) return addPlain(item, known, position, numberKnown, number);
+    auto* element = static_cast<Element*>(matrix.elementAt(position));
+    if (element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0) {
+      ++numberOfOverwrites;
+    } else if (leavesOutDetermined) {
+      return Plain::notHandled;
+    }
+    for (int i = 0; i < c; ++i) Write::countStep(info, known + i, coordinates[i]);
+    Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
+    front = {position, matrix.nameOfRecordAt(position)};
+    return Plain::learned;
+  }
+
+  // The same for a phrase of whose last item only so many integers are known, up to a position. Most phrases of a new text come
+  // here, and most of a known one don't: out of line it keeps the way of these short.
+  [[gnu::noinline]] Plain addPlain(int item, int known, int position, int numberKnown, long long number) {
+    if (leavesOutDetermined) return Plain::notHandled;
+    const int* coordinates = sequence + static_cast<long long>(item) * c + known;
+    for (int i = 0; i < numberKnown; ++i) Write::countStep(info, known + i, coordinates[i]);
+    for (int i = numberKnown; i < c; ++i) {
+      if (Write::stepToNew(matrix, info, position, known + i, coordinates[i])) continue;
+      reportAbortion(number);
+      return Plain::failed;
+    }
+    auto* element = static_cast<Element*>(matrix.elementAt(position));
+    Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
+    fronts[item] = {position, matrix.nameOfRecordAt(position)};
+    return Plain::learned;
+  }
+
+  typename Tier::WriteFlags flagsOf(int item, int known) const {
+    typename Tier::WriteFlags flags{};
+    flags.startFlag = item == 0 && known == 0 && usesStart;
+    flags.endFlag = usesEnd && item * c >= length - known - c;
+    if (markers != nullptr) Tier::markPhrase(flags, markers + item, known / c + 1);
+    return flags;
+  }
+
+  static void reportAbortion(long long number) {
+    dbPrintf(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", static_cast<int>(number));
   }
 
   bool learnPhrase(int item, int known, long long number, zmatrix::ZQLearnedPhrases& phrases) {
@@ -119,16 +185,13 @@ struct ZQSequenceUpdate {
       if (ZQDebugChannel::shows(8)) report(number, "No. %ld -> %s skipped (determined)\n", phrase, phraseLength);
       return true;
     }
-    typename Tier::WriteFlags flags{};
-    flags.startFlag = start == 0 && known == 0 && usesStart;
-    flags.endFlag = usesEnd && start >= length - phraseLength;
-    if (markers != nullptr) Tier::markPhrase(flags, markers + item, phraseLength / c);
+    const typename Tier::WriteFlags flags = flagsOf(item, known);
     const int position = writeFrom(place, phrase, phraseLength, followsFront ? known : 0, flags);
     if (position < 0) {
-      dbPrintf(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", static_cast<int>(number));
+      reportAbortion(number);
       return false;
     }
-    front = {position, matrix.elementAt(position)};
+    front = {position, matrix.nameOfRecordAt(position)};
     if (ZQDebugChannel::shows(8)) {
       report(number, place.isWritten ? "no. %ld -> %s overwritten\n" : "no. %ld -> %s added\n", phrase, phraseLength);
     }
@@ -172,7 +235,7 @@ struct ZQSequenceUpdate {
     for (i += place.isMissing ? 1 : 0; i < phraseLength; ++i) {
       if (!Write::step(matrix, info, position, i, phrase[i])) return -1;
     }
-    Write::countWrite(matrix, info, position, phraseLength, flags);
+    Write::countWrite(matrix, info, *static_cast<Element*>(matrix.elementAt(position)), phraseLength, flags);
     return position;
   }
 
@@ -183,7 +246,7 @@ struct ZQSequenceUpdate {
     if (!isGood(next) || known >= info.getMaxDimOfMatrix()) {
       return matrix.isDeterminedMatrixData(sequence + item * c, known + c) > 0;
     }
-    const auto* element = static_cast<const Element*>(next.record);
+    const auto* element = static_cast<const Element*>(matrix.elementAt(next.position));
     int position = next.position;
     for (int i = 0; i < c; ++i) {
       const ZQMatrixBaseElement* at = matrix.elementAt(position);

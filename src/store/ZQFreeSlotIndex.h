@@ -4,6 +4,7 @@
 // slot keep it.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 #include "store/ZQPairFilter.h"
@@ -27,13 +28,13 @@ class ZQFreeSlotIndex {
   /// Marks a slot as occupied; an occupied one stays so.
   void fill(int slot);
 
-  /// Marks all slots below `end` that hold something in one pass.
-  template <class Record>
-  void fillWhereOccupied(Record* const* slots, int end) {
+  /// Marks all slots below `end` that hold something, as `isOccupied` tells, in one pass.
+  template <class Predicate>
+  void fillWhere(Predicate isOccupied, int end) {
     for (int first = 0; first < end; first += 64) {
       uint64_t occupied = 0;
       const int count = end - first < 64 ? end - first : 64;
-      for (int i = 0; i < count; ++i) occupied |= static_cast<uint64_t>(slots[first + i] != nullptr) << i;
+      for (int i = 0; i < count; ++i) occupied |= static_cast<uint64_t>(isOccupied(first + i)) << i;
       if (occupied != 0) fillWord(static_cast<size_t>(first) >> 6, occupied);
     }
   }
@@ -54,6 +55,16 @@ class ZQFreeSlotIndex {
 
   /// The highest free slot in `lowest` .. `from`, or none; it doesn't look below `lowest`.
   int previousFree(long long from, long long lowest) const;
+
+  /// The free slot nearest to `centre` but not `centre` itself, at equal distances the lower one, if it is one of the 64 on
+  /// either side and these all lie in the block; else none.
+  int nearestWithinWord(int centre) const {
+    if (centre < 64 || centre >= numberOfSlots - 64) return none;
+    const int below = std::countl_zero(slotsFrom(centre - 64LL)) + 1;
+    const int above = std::countr_zero(slotsFrom(centre + 1LL)) + 1;
+    if (below > 64 && above > 64) return none;
+    return below <= above ? centre - below : centre + above;
+  }
 
   /// The free slot at or above `from` that comes after `skip` others, or none.
   int nthFree(int from, long long skip) const;

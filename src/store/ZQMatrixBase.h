@@ -142,7 +142,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   // --- for the tellings that the tiers share
   /// The record of a slot, or null if the slot is empty or outside the block.
   ZQMatrixBaseElement* elementAt(long long position) const {
-    return position >= 0 && position < numberOfSlots ? matrixData[position] : nullptr;
+    return static_cast<unsigned long long>(position) < static_cast<unsigned>(numberOfSlots) ? matrixData[position] : nullptr;
   }
   /// Ask for a slot, or for the record that a slot holds, before it is needed. Any position is allowed.
   void prefetchSlot(long long position) const {
@@ -153,6 +153,13 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
     prefetchElementAt(static_cast<long long>(position) + matrixData[position]->getOffsetToElementInNextDimension());
   }
   ZQMatrixBaseElement* parentOf(int position) const;
+  /// Names the record in a slot; no other record of the matrix has the name. noRecord for an empty slot.
+  using RecordName = const ZQMatrixBaseElement*;
+  static constexpr RecordName noRecord = nullptr;
+  static void prefetchRecord(RecordName name) { __builtin_prefetch(name); }
+  RecordName nameOfRecordAt(long long position) const { return elementAt(position); }
+  /// Where the child for a coordinate lies, if it exists; -1 if the element has no children at all.
+  long long slotOfChild(int parentPosition, int coordinate) const;
   /// The position of the child for a coordinate, or -1.
   int childAt(int parentPosition, int coordinate) const;
   /// What getMatrixHandleFromElementVector gives for a vector of `length` integers that ends with `item`, from the position where
@@ -168,8 +175,15 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
     freeSlots.fill(position);
     return element;
   }
+  /// Moves the record of a slot to an empty one, in the block alone: its links and the index of free slots are the caller's.
+  template <class Element>
+  void moveElement(int from, int to) {
+    matrixData[to] = matrixData[from];
+    matrixData[from] = nullptr;
+  }
   /// Gives the record of a slot back and empties the slot.
   void destroyElementAt(int position);
+  void pointEntriesAtBlock();
   void setRecordSize(size_t size) { records.setRecordSize(size); }
   bool hasBlock() const { return matrixData != nullptr; }
   /// The slots that there are, which the header's size may miss where a host has set one that makes no sense.
@@ -200,7 +214,6 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   /// Drops what cannot be reached from a root and links the rest anew. The records dropped, or -1 if memory has run out.
   int repairLinks();
   long long largestLegalIndex() const;
-  void pointEntriesAtBlock();
   /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't
   /// grow.
   int searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin);
@@ -223,13 +236,16 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   zmatrix::ZQPodList<int> positionsToPlace;  // the same with the new element
 };
 
-inline int ZQMatrixBase::childAt(int parentPosition, int coordinate) const {
+inline long long ZQMatrixBase::slotOfChild(int parentPosition, int coordinate) const {
   const ZQMatrixBaseElement* parent = elementAt(parentPosition);
   if (parent == nullptr || parent->getOffsetToElementInNextDimension() == 0) return -1;
   const long long first = static_cast<long long>(parentPosition) + parent->getOffsetToElementInNextDimension();
   const ZQMatrixBaseElement* firstElement = elementAt(first);
-  if (firstElement == nullptr) return -1;
-  const long long target = first - firstElement->getIndexInDimension() + coordinate;
+  return firstElement != nullptr ? first - firstElement->getIndexInDimension() + coordinate : -1;
+}
+
+inline int ZQMatrixBase::childAt(int parentPosition, int coordinate) const {
+  const long long target = slotOfChild(parentPosition, coordinate);
   const ZQMatrixBaseElement* child = elementAt(target);
   if (child == nullptr || child->getOffsetToElementInPrevDimension() == 0) return -1;
   return target + child->getOffsetToElementInPrevDimension() == parentPosition ? static_cast<int>(target) : -1;

@@ -20,7 +20,7 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
                static_cast<int>(first));
       return -3;
     }
-    const ZQMatrixBaseElement* firstElement = matrixData[first];
+    const ZQMatrixBaseElement* firstElement = elementAt(first);
     if (firstElement == nullptr) {
       dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
       return -5;
@@ -30,7 +30,7 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
     path[i + 1] = static_cast<int>(fieldBegin);
     const long long next = fieldBegin + indexVector[i];
     if (next < 0 || next >= numberOfSlots) return -2;
-    const ZQMatrixBaseElement* found = matrixData[next];
+    const ZQMatrixBaseElement* found = elementAt(next);
     if (found == nullptr) return 0;
     if (next + found->getOffsetToElementInPrevDimension() != first + firstElement->getOffsetToElementInPrevDimension() ||
         found->getOffsetToElementInPrevDimension() == 0) {
@@ -38,7 +38,7 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
     }
     current = next;
   }
-  const ZQMatrixBaseElement* last = matrixData[current];
+  const ZQMatrixBaseElement* last = elementAt(current);
   if (last->getOffsetToElementInNextDimension() == 0) return 3;
   if (last->getWriteCount() > 0) return 2;
   if (last->getWriteCount() == 0) return 1;

@@ -43,7 +43,7 @@ struct ZQMatrixElementReader {
       default:
         readAll<zmatrix::sizeOfElementInFile(2)>();
     }
-    matrix.freeSlots.fillWhereOccupied(matrix.matrixData, end);
+    matrix.freeSlots.fillWhere([this](int slot) { return matrix.elementAt(slot) != nullptr; }, end);
   }
 
   long long position = 0;  // the slot of the next element
@@ -114,7 +114,7 @@ struct ZQMatrixElementReader {
       ++numberOutside;
       return 1;
     }
-    if (matrix.matrixData[position] != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
+    if (matrix.elementAt(position) != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
     void* memory = matrix.records.allocate();
     if (memory == nullptr) {
       isOutOfMemory = true;

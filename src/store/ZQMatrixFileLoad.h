@@ -308,7 +308,7 @@ struct ZQMatrixFileLoad {
       Info& info = *infoOf(id);
       if (info.getNumberOfMatrixElements() > matrix.numberOfSlots) info.setNumberOfMatrixElements(matrix.numberOfSlots);
     }
-    if (elements.links.isSound(matrix.matrixData)) return true;
+    if (elements.links.isSound(matrix)) return true;
     const int dropped = matrix.repairLinks();
     if (dropped < 0) return false;
     matrix.loadReport.hasNewLinks = 1;

@@ -84,11 +84,10 @@ struct ZQMatrixFileSave {
         position = behind;
         continue;
       }
-      zmatrix::writeMatrixElementToDisk(static_cast<Element*>(matrix.matrixData[position]), file);
+      zmatrix::writeMatrixElementToDisk(static_cast<Element*>(matrix.elementAt(position)), file);
       zmatrix::addTo(elementCount, 1);
       if constexpr (hasHistory) {
-        if (countsRules)
-          ruleCount += matrix.isRuleMatrixData(reinterpret_cast<ZQMatrixMediumElement**>(matrix.matrixData + position));
+        if (countsRules) ruleCount += matrix.isRuleAt(static_cast<int>(position));
       }
       ++position;
     }

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr size_t headerOfChunk = 16;            // keeps records aligned for their 64-bit value
-constexpr size_t mostRecordsInChunk = 16384;    // half a megabyte or so: large enough to be rare, small enough to waste little
+constexpr size_t mostRecordsInChunk = 1048576;  // some 40 MB, of which only what is handed out is provided
 constexpr size_t recordsProvidedAtOnce = 8192;  // of a reserved chunk: what the second level of a cache holds
 
 }  // namespace
@@ -27,9 +27,8 @@ bool ZQRecordSlab::addChunk(size_t numberOfRecords) {
 bool ZQRecordSlab::provideRecords() {
   if (end == endOfChunk) {
     if (!addChunk(recordsInNextChunk)) return false;
-    end = endOfChunk;
     if (recordsInNextChunk < mostRecordsInChunk) recordsInNextChunk *= 2;
-    return true;
+    pages.begin(next, static_cast<size_t>(endOfChunk - next));
   }
   const size_t recordsLeft = static_cast<size_t>(endOfChunk - end) / recordSize;
   const size_t bytes = std::min(recordsLeft, recordsProvidedAtOnce) * recordSize;

@@ -34,6 +34,7 @@ class ZQShiftSearch {
  private:
   static constexpr int mostTrackedDistances = 12;
   static constexpr int mostTripledDistances = 5;
+  static constexpr int mostFreeOfPackedRegion = 96;
   static constexpr int vainRegionsOfShortSearch = 16;
   static constexpr size_t wordsOfRegion = 64;
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
@@ -45,6 +46,7 @@ class ZQShiftSearch {
   long long previousCandidate(long long region) const;
   long long fitInRegion(long long region, long long lowest, long long highest, bool ascending);
   void findFits(long long region);
+  uint64_t fitsInWord(long long region, int word);
   void crossOff(size_t region);
   void crossOffTriples(size_t region);
   bool hasPair(size_t region, long long distance) const;
@@ -62,7 +64,9 @@ class ZQShiftSearch {
   long long lastLent;
   long long regionOfFits = -1;  // the region that was looked at last, and what fits there
   int regionsInVain = 0;
-  bool hasFits = false;
+  uint64_t wordsToTell = 0;   // a bit a word of the region: has a free slot and was not looked at
+  uint64_t wordsOfFits = 0;   // a bit a word: fits somewhere, as `fits` tells
+  bool hasFirstPair = false;  // some word looked at has a pair of the first distance
   uint64_t fits[wordsOfRegion];
 };
 

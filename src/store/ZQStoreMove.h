@@ -101,15 +101,14 @@ struct ZQStoreMove {
     zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
     if (offset > 0) std::reverse(own.begin(), own.end());
     for (int position : own) {
-      matrix.matrixData[position + offset] = matrix.matrixData[position];
-      matrix.matrixData[position] = nullptr;
+      matrix.template moveElement<Element>(position, position + offset);
     }
   }
 
   // Brings the index of free slots back in step with the block, for the field's old slots and its new ones.
   static void refreshIndex(Matrix& matrix, int offset) {
     for (int position : matrix.positionsOfField) {
-      if (matrix.matrixData[position] == nullptr) {
+      if (matrix.elementAt(position) == nullptr) {
         matrix.freeSlots.fill(position);
         matrix.freeSlots.release(position);
       } else {

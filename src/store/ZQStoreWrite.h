@@ -26,7 +26,7 @@ struct ZQStoreWrite {
     for (int i = 0; i < length; ++i) {
       if (!step(matrix, info, last, i, indexVector[i])) return 0;
     }
-    countWrite(matrix, info, last, value, flags);
+    countWrite(matrix, info, *static_cast<Element*>(matrix.elementAt(last)), value, flags);
     return 1;
   }
 
@@ -63,8 +63,7 @@ struct ZQStoreWrite {
   }
 
   /// Counts a write at an element.
-  static void countWrite(Matrix& matrix, Info& info, int position, long long value, const typename Tier::WriteFlags& flags) {
-    Element& element = *static_cast<Element*>(matrix.elementAt(position));
+  static void countWrite(Matrix& matrix, Info& info, Element& element, long long value, const typename Tier::WriteFlags& flags) {
     element.setValue(value);
     Tier::onWritten(matrix, info, element, flags);
     info.incrementNumberOfWriteEvents();
@@ -81,8 +80,9 @@ struct ZQStoreWrite {
       element = matrix.template createElementAt<Element>(newPosition);
       if (element == nullptr) return 0;
       info.incrementNumberOfMatrixElements();
+    } else {
+      element->clearMatrixData();
     }
-    element->clearMatrixData();
     element->setIndexInDimension(coordinate);
     element->setOffsetToElementInPrevDimension(parentPosition - newPosition);
     parent->setOffsetToElementInNextDimension(newPosition - parentPosition);

@@ -104,7 +104,7 @@ void setMaxNumberOfMatricesIn(Matrix& matrix, int number) {
   if (!header->resizeStopFlags(number)) return;
   for (int id = oldNumber; id < number; ++id) infos[id] = nullptr;
   header->_setMaxNumberOfMatrices(number);
-  for (int id = 0; id < number; ++id) entries[id] = matrix.getMatrixData() + id;
+  matrix.pointEntriesAtBlock();
   header->clearStopFlags();
   if (createSubMatrices(matrix, oldNumber, number)) return;
   // Memory has run out on the way: only what is whole is kept.
