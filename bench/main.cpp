@@ -45,6 +45,7 @@ int main(int argc, char** argv) {
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
   bench::registerLearning(text);
   bench::registerGeneration(text);
+  bench::registerPeers(text);
   bench::registerRandomAccess();
   bench::registerUpkeep(text);
   bench::registerMusic(midiFolder);
