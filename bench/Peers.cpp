@@ -81,8 +81,9 @@ Measurement byCompressor(const Input& input) {
   namespace fs = std::filesystem;
   const fs::path text = fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".txt");
   std::ofstream(text, std::ios::binary) << textOf(input.original);
-  const std::string command =
-      ZMATRIX_BENCH_PPMD " " + text.string() + " " + std::to_string(phraseLimit) + " " + std::to_string(numberOfItems);
+  std::string command = ZMATRIX_BENCH_PPMD;
+  for (const std::string& argument : {text.string(), std::to_string(phraseLimit), std::to_string(numberOfItems)})
+    command.append(" ").append(argument);
   Measurement measured;
   if (FILE* answer = popen(command.c_str(), "r")) {
     measured.isRight = fscanf(answer, "%lf %lf %lld %lld", &measured.seconds[1], &measured.seconds[0], &measured.residentBytes,
