@@ -135,6 +135,8 @@ class SuccessorChoice {
 
   /// False, with a message, if the counts give no probabilities.
   bool computeProbabilities() {
+    // Shares that sum up to no more than 1 are probabilities: each is above 0.
+    if (!trueStart_ && (successors_.end() - 1)->integral <= 1.0) return normalise();
     double integral = 0;
     for (Successor& successor : successors_) {
       if (trueStart_) successor.probability = startProbability(successor);
@@ -317,11 +319,11 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
   zmatrix::ZQPodList<Successor>& successors = generation.successors;
   successors.clear();
   if (trueStart == 1 && info->getLengthOfKernelPreProcessedSequence() == 0) {
-    listSuccessors(successors, occurrences, [this](auto&& visit) { walkTrueStarts(*this, visit); });
+    listSuccessors(successors, std::max(occurrences, 1), [this](auto&& visit) { walkTrueStarts(*this, visit); });
     if (successors.empty()) dbPrintf(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
   }
   if (successors.empty()) {
-    listSuccessors(successors, occurrences,
+    listSuccessors(successors, std::max(occurrences, 1),
                    [&](auto&& visit) { zmatrix::visitSuccessors(*this, info->getKernelMatrixHandle(), visit); });
   }
   const int count = static_cast<int>(successors.size());
