@@ -82,7 +82,6 @@ size_t ZQKnownSuffixes::stepDown(const ZQMatrixBase& matrix, int coordinate, siz
     step.child = step.fieldBegin + coordinate;
     matrix.prefetchSlot(step.child);
   }
-  for (const Step& step : all) matrix.prefetchElementAt(step.child);
   size_t found = 0;
   for (Step& step : all) {
     const ZQMatrixBaseElement* element = matrix.elementAt(step.child);
@@ -92,7 +91,6 @@ size_t ZQKnownSuffixes::stepDown(const ZQMatrixBase& matrix, int coordinate, siz
     matrix.prefetchSlot(step.firstBelow);
     ++found;
   }
-  for (const Step& step : all.first(found)) matrix.prefetchElementAt(step.firstBelow);
   return found;
 }
 
