@@ -33,14 +33,12 @@ template <class Place>
 void fetchChildren(const ZQMatrixBase& matrix, std::span<const Place> places, int coordinate) {
   if (places.size() <= fewPlaces) return;
   for (const Place& place : places) matrix.prefetchSlot(place.fieldBegin + coordinate);
-  for (const Place& place : places) matrix.prefetchElementAt(place.fieldBegin + coordinate);
 }
 
 template <class Place>
 void fetchFields(const ZQMatrixBase& matrix, std::span<const Place> places) {
   if (places.size() <= fewPlaces) return;
   for (const Place& place : places) matrix.prefetchSlot(place.firstInField);
-  for (const Place& place : places) matrix.prefetchElementAt(place.firstInField);
 }
 
 /// Steps from places to their children for a coordinate, and writes these to `children`, which may be the places. Returns how

@@ -122,8 +122,9 @@ void putRule(ZQMatrixMedium& matrix, const int* indexVector, int length, int deb
 int ZQMatrixMedium::isRuleMatrixData(ZQMatrixMediumElement** element) {
   ZQMatrixBaseElement** slot = reinterpret_cast<ZQMatrixBaseElement**>(element);
   const std::less<ZQMatrixBaseElement**> liesBefore;
-  if (slot == nullptr || matrixData == nullptr || liesBefore(slot, matrixData)) return 0;
-  return liesBefore(slot, matrixData + numberOfSlots) ? isRuleAt(static_cast<int>(slot - matrixData)) : 0;
+  ZQMatrixBaseElement** const block = getMatrixData();
+  if (slot == nullptr || block == nullptr || liesBefore(slot, block)) return 0;
+  return liesBefore(slot, block + numberOfSlots) ? isRuleAt(static_cast<int>(slot - block)) : 0;
 }
 
 int ZQMatrixMedium::isRuleAt(int slot) {

@@ -74,14 +74,10 @@ struct ZQSequenceUpdate {
       return false;
     }
     for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.nameOfRecordAt(root)};
-    releasedRecords = matrix.getReleasedRecords();
     return true;
   }
 
-  bool isGood(const Front& front) const {
-    return front.position >= 0 && matrix.nameOfRecordAt(front.position) == front.record &&
-           matrix.getReleasedRecords() == releasedRecords;
-  }
+  bool isGood(const Front& front) const { return front.position >= 0 && matrix.nameOfRecordAt(front.position) == front.record; }
 
   // All phrases whose first `known` integers are the phrases of the pass before.
   bool learnPhrasesOf(int known, zmatrix::ZQLearnedPhrases& phrases) {
@@ -298,7 +294,6 @@ struct ZQSequenceUpdate {
   const bool usesStart;
   const bool usesEnd;
   std::unique_ptr<Front[]> fronts;
-  unsigned releasedRecords = 0;
   long long firstOfRun = 0;
   long long firstOfPreviousRun = -1;
   long long numberOfProcessedVectors = 0;

@@ -28,16 +28,8 @@ class ZQFreeSlotIndex {
   /// Marks a slot as occupied; an occupied one stays so.
   void fill(int slot);
 
-  /// Marks all slots below `end` that hold something, as `isOccupied` tells, in one pass.
-  template <class Predicate>
-  void fillWhere(Predicate isOccupied, int end) {
-    for (int first = 0; first < end; first += 64) {
-      uint64_t occupied = 0;
-      const int count = end - first < 64 ? end - first : 64;
-      for (int i = 0; i < count; ++i) occupied |= static_cast<uint64_t>(isOccupied(first + i)) << i;
-      if (occupied != 0) fillWord(static_cast<size_t>(first) >> 6, occupied);
-    }
-  }
+  /// Marks those of 64 slots as occupied whose bit is set: bit i is the slot 64 * word + i.
+  void fillWord(size_t word, uint64_t occupied);
 
   /// Marks a slot as free; a free one stays so.
   void release(int slot);
@@ -82,7 +74,6 @@ class ZQFreeSlotIndex {
     return shift == 0 ? freeSlots[word] : (freeSlots[word] >> shift) | (freeSlots[word + 1] << (64 - shift));
   }
 
-  void fillWord(size_t word, uint64_t occupied);
   void markFree(int slot);
   void admitPairsOf(int slot);
   void admitTriplesOf(int slot);

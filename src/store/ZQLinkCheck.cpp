@@ -47,7 +47,6 @@ bool ZQLinkCheck::allReachRoots(const ZQMatrixBase& matrix) {
   struct Way {
     long long start = -1;
     long long at = -1;
-    bool isRecordSentFor = false;
     int steps = 0;
   };
   Way ways[waysAtOnce];
@@ -63,16 +62,12 @@ bool ZQLinkCheck::allReachRoots(const ZQMatrixBase& matrix) {
   while (numberOfWays > 0) {
     for (int i = 0; i < numberOfWays;) {
       Way& way = ways[i];
-      if (way.isRecordSentFor) {
+      if (!isKnown(way.at)) {
         const ZQMatrixBaseElement* element = matrix.elementAt(way.at);
         if (element == nullptr || ++way.steps > top) return false;
         way.at += element->getOffsetToElementInPrevDimension();
-        way.isRecordSentFor = false;
         matrix.prefetchSlot(way.at);
         __builtin_prefetch(&reachesRoot[wordOf(way.at)]);
-      } else if (!isKnown(way.at)) {
-        matrix.prefetchElementAt(way.at);
-        way.isRecordSentFor = true;
       } else {
         for (long long at = way.start; !isKnown(at); at += matrix.elementAt(at)->getOffsetToElementInPrevDimension()) {
           reachesRoot[wordOf(at)] |= bitOf(at);

@@ -70,9 +70,3 @@ int ZQMatrixBase::countField(int position, int limit, int* first, int* last) con
   *last = static_cast<int>(at);
   return count;
 }
-
-ZQMatrixBaseElement** ZQMatrixBase::getOwner(ZQMatrixBaseElement** slot) {
-  if (slot == nullptr || *slot == nullptr || (*slot)->getOffsetToElementInPrevDimension() == 0) return nullptr;
-  const long long owner = (slot - matrixData) + static_cast<long long>((*slot)->getOffsetToElementInPrevDimension());
-  return owner >= 0 && owner < numberOfSlots ? matrixData + owner : nullptr;
-}

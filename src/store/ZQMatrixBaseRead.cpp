@@ -12,7 +12,7 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
   long long current = currentMatrixID;
   path[0] = currentMatrixID;
   for (int i = 0; i < length; ++i) {
-    const ZQMatrixBaseElement* element = elementAt(current);
+    ZQMatrixBaseElement* element = elementAt(current);
     if (element == nullptr || element->getOffsetToElementInNextDimension() == 0) return -1;
     const long long first = current + element->getOffsetToElementInNextDimension();
     if (first < 0 || first >= numberOfSlots) {
@@ -20,22 +20,23 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
                static_cast<int>(first));
       return -3;
     }
-    const ZQMatrixBaseElement* firstElement = elementAt(first);
-    if (firstElement == nullptr) {
-      dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
-      return -5;
+    if (element->getIndexOfFirstChild() == ZQMatrixBaseElement::unknownIndex) {
+      const ZQMatrixBaseElement* firstElement = elementAt(first);
+      if (firstElement == nullptr) {
+        dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
+        return -5;
+      }
+      element->setIndexOfFirstChild(firstElement->getIndexInDimension());
     }
     if (i >= room) return existMatrixDataWithRoomFor(i + 1, indexVector, length);
-    const long long fieldBegin = first - firstElement->getIndexInDimension();
+    const long long fieldBegin = first - element->getIndexOfFirstChild();
     path[i + 1] = static_cast<int>(fieldBegin);
     const long long next = fieldBegin + indexVector[i];
     if (next < 0 || next >= numberOfSlots) return -2;
     const ZQMatrixBaseElement* found = elementAt(next);
     if (found == nullptr) return 0;
-    if (next + found->getOffsetToElementInPrevDimension() != first + firstElement->getOffsetToElementInPrevDimension() ||
-        found->getOffsetToElementInPrevDimension() == 0) {
-      return -1;
-    }
+    const int offsetToParent = found->getOffsetToElementInPrevDimension();
+    if (offsetToParent == 0 || next + offsetToParent != current) return -1;
     current = next;
   }
   const ZQMatrixBaseElement* last = elementAt(current);

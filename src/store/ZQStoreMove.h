@@ -1,5 +1,5 @@
 // Relocation of a field as a whole, told once for the tiers. One offset is found by which every element of the field can be
-// shifted; then every link that crosses the field's edge is patched and the pointers to its records move to their new slots. A
+// shifted; then every link that crosses the field's edge is patched and the records move to their new slots. A
 // move costs the field's size and its children, never the subtree.
 #pragma once
 
@@ -73,7 +73,6 @@ struct ZQStoreMove {
 
   static bool patchLinks(Matrix& matrix, int offset) {
     const zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
-    for (int position : own) matrix.prefetchFirstChildOf(position);
     if (ZQMatrixBaseElement* parent = matrix.parentOf(own.front())) parent->addOffsetToElementInNextDimension(offset);
     for (int position : own) {
       Element* element = static_cast<Element*>(matrix.elementAt(position));

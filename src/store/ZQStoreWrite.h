@@ -34,7 +34,7 @@ struct ZQStoreWrite {
   static int provideRoot(Matrix& matrix) {
     const int root = matrix.getCurrentMatrixID();
     if (!matrix.hasBlock()) return -1;
-    if (matrix.elementAt(root) == nullptr && matrix.template createElementAt<Element>(root) == nullptr) return -1;
+    if (matrix.elementAt(root) == nullptr) matrix.template createElementAt<Element>(root);
     return root;
   }
 
@@ -78,7 +78,6 @@ struct ZQStoreWrite {
     Element* element = static_cast<Element*>(matrix.elementAt(newPosition));
     if (element == nullptr) {
       element = matrix.template createElementAt<Element>(newPosition);
-      if (element == nullptr) return 0;
       info.incrementNumberOfMatrixElements();
     } else {
       element->clearMatrixData();
@@ -86,6 +85,7 @@ struct ZQStoreWrite {
     element->setIndexInDimension(coordinate);
     element->setOffsetToElementInPrevDimension(parentPosition - newPosition);
     parent->setOffsetToElementInNextDimension(newPosition - parentPosition);
+    parent->setIndexOfFirstChild(coordinate);
     // Under any other parent a leaf has just turned into a path element.
     if (parentPosition == matrix.getCurrentMatrixID()) info.incrementNumberOfEndElements();
     return 1;
@@ -110,7 +110,6 @@ struct ZQStoreWrite {
       }
     }
     Element* element = matrix.template createElementAt<Element>(newPosition);
-    if (element == nullptr) return 0;
     Info& info = *matrix.getMatrixInfo();
     info.incrementNumberOfMatrixElements();
     info.incrementNumberOfEndElements();
@@ -125,6 +124,7 @@ struct ZQStoreWrite {
       }
       if (ZQMatrixBaseElement* owner = matrix.elementAt(parent)) {
         owner->setOffsetToElementInNextDimension(static_cast<int>(newPosition - parent));
+        owner->setIndexOfFirstChild(coordinate);
       }
     }
     if (above >= 0) {
