@@ -46,6 +46,7 @@ int main(int argc, char** argv) {
   bench::registerLearning(text);
   bench::registerGeneration(text);
   bench::registerRandomAccess();
+  bench::registerWideFields();
   bench::registerUpkeep(text);
   bench::registerMusic(midiFolder);
   bench::registerKern(kernFolder);
