@@ -17,6 +17,8 @@ void registerGeneration(const std::string& text);
 void registerPeers(const std::string& text);
 /// Write, read and delete of single vectors in random order.
 void registerRandomAccess();
+/// Single vectors in wide fields, and text without structure.
+void registerWideFields();
 /// Test, prune, save and load.
 void registerUpkeep(const std::string& text);
 /// Tables and ranks of primes, integers to ocrons.

@@ -47,6 +47,7 @@ int main(int argc, char** argv) {
   bench::registerGeneration(text);
   bench::registerPeers(text);
   bench::registerRandomAccess();
+  bench::registerWideFields();
   bench::registerUpkeep(text);
   bench::registerMusic(midiFolder);
   bench::registerKern(kernFolder);

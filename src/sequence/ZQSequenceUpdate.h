@@ -90,9 +90,11 @@ struct ZQSequenceUpdate {
     const bool looksAhead = info.getNumberOfMatrixElements() > mostElementsInCache;
     for (int item = 0; item < numberOfStarts; ++item) {
       if (looksAhead) ahead.lookAhead(item);
+      if (isPlain && countKnown(item, known)) continue;
       const long long number = firstOfRun + item;
-      const Plain plain = isPlain ? learnPlain(item, known, number) : Plain::notHandled;
+      const Plain plain = isPlain ? addPlain(item, known) : Plain::notHandled;
       if (plain == Plain::learned) continue;
+      if (plain == Plain::failed) reportAbortion(number);
       if (!phrases.add(sequence + item * c, phraseLength)) return false;
       if (plain == Plain::failed || !learnPhrase(item, known, number, phrases)) {
         numberOfProcessedVectors = number;
@@ -109,47 +111,48 @@ struct ZQSequenceUpdate {
     return !phrases.areWanted() && !ZQDebugChannel::shows(8) && !info.getMemIsReadOnly() && known + c < info.getMaxDimOfMatrix();
   }
 
-  enum class Plain { notHandled, learned, failed };
-
-  // learnPhrase in a plain pass, for a phrase that follows its front and is known, or may be added without a question.
-  Plain learnPlain(int item, int known, long long number) {
+  // learnPhrase in a plain pass, for a phrase that follows its front and is known. False, and nothing done, for any other.
+  bool countKnown(int item, int known) {
     Front& front = fronts[item];
-    if (!isGood(front)) return Plain::notHandled;
+    auto* element = matrix.template elementNamed<Element>(front.position, front.record);
+    if (element == nullptr) return false;
     const int* coordinates = sequence + static_cast<long long>(item) * c + known;
     int position = front.position;
-    int numberKnown = 0;
-    for (; numberKnown < c; ++numberKnown) {
-      const int child = matrix.childAt(position, coordinates[numberKnown]);
-      if (child < 0) break;
-      position = child;
+    for (int i = 0; i < c; ++i) {
+      position = matrix.childOf(position, *element, coordinates[i]);
+      if (position < 0) return false;
+      element = matrix.template recordInSlot<Element>(position);
     }
-    if (numberKnown < c) return addPlain(item, known, position, numberKnown, number);
-    auto* element = static_cast<Element*>(matrix.elementAt(position));
-    if (element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0) {
-      ++numberOfOverwrites;
-    } else if (leavesOutDetermined) {
-      return Plain::notHandled;
-    }
+    const bool isWritten = element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0;
+    if (leavesOutDetermined && !isWritten) return false;
+    if (isWritten) ++numberOfOverwrites;
     for (int i = 0; i < c; ++i) Write::countStep(info, known + i, coordinates[i]);
     Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
-    front = {position, matrix.nameOfRecordAt(position)};
-    return Plain::learned;
+    front = {position, element->getName()};
+    return true;
   }
 
-  // The same for a phrase of whose last item only so many integers are known, up to a position. Most phrases of a new text come
-  // here, and most of a known one don't: out of line it keeps the way of these short.
-  [[gnu::noinline]] Plain addPlain(int item, int known, int position, int numberKnown, long long number) {
-    if (leavesOutDetermined) return Plain::notHandled;
+  enum class Plain { notHandled, learned, failed };
+
+  // The same for a phrase that is not known and may be added without a question. Most phrases of a new text come here, and few of a
+  // known one: out of line it keeps the way of these short.
+  [[gnu::noinline]] Plain addPlain(int item, int known) {
+    Front& front = fronts[item];
+    if (leavesOutDetermined || !isGood(front)) return Plain::notHandled;
     const int* coordinates = sequence + static_cast<long long>(item) * c + known;
-    for (int i = 0; i < numberKnown; ++i) Write::countStep(info, known + i, coordinates[i]);
-    for (int i = numberKnown; i < c; ++i) {
-      if (Write::stepToNew(matrix, info, position, known + i, coordinates[i])) continue;
-      reportAbortion(number);
-      return Plain::failed;
+    int position = front.position;
+    for (int i = 0; i < c; ++i) {
+      const int child = matrix.childAt(position, coordinates[i]);
+      if (child >= 0) {
+        position = child;
+        Write::countStep(info, known + i, coordinates[i]);
+      } else if (!Write::stepToNew(matrix, info, position, known + i, coordinates[i])) {
+        return Plain::failed;
+      }
     }
-    auto* element = static_cast<Element*>(matrix.elementAt(position));
+    auto* element = matrix.template recordInSlot<Element>(position);
     Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
-    fronts[item] = {position, matrix.nameOfRecordAt(position)};
+    front = {position, element->getName()};
     return Plain::learned;
   }
 

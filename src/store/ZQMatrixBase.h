@@ -165,6 +165,28 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   using RecordName = unsigned;
   static constexpr RecordName noRecord = 0;
   RecordName nameOfRecordAt(long long position) const { return isSlot(position) ? recordIn(position)->getName() : noRecord; }
+  /// The record of that name, if the slot still holds it, else null. `Element` is the tier's.
+  template <class Element>
+  Element* elementNamed(long long position, RecordName record) const {
+    if (!isSlot(position)) return nullptr;
+    Element* element = recordInSlot<Element>(position);
+    return element->getName() == record ? element : nullptr;
+  }
+  /// childAt for a record of the tier that is at hand.
+  template <class Element>
+  int childOf(long long parentPosition, Element& parent, int coordinate) const {
+    if (parent.getOffsetToElementInNextDimension() == 0 || !knowsFirstChild(parentPosition, parent)) return -1;
+    const long long target =
+        parentPosition + parent.getOffsetToElementInNextDimension() - parent.getIndexOfFirstChild() + coordinate;
+    if (!isSlot(target)) return -1;
+    const int offsetToParent = recordInSlot<Element>(target)->getOffsetToElementInPrevDimension();
+    return offsetToParent != 0 && target + offsetToParent == parentPosition ? static_cast<int>(target) : -1;
+  }
+  /// The record in a slot of the block, whether it is empty or not. `Element` is the tier's.
+  template <class Element>
+  Element* recordInSlot(long long position) const {
+    return reinterpret_cast<Element*>(slots) + position;
+  }
   /// Where the child for a coordinate lies, if it exists; -1 if the element has no children at all.
   long long slotOfChild(int parentPosition, int coordinate) const;
   /// The position of the child for a coordinate, or -1.
@@ -241,6 +263,11 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
     unsigned layout = 0;
     bool operator==(const ContentVersion&) const = default;
   };
+  /// Sees to it that an element with children knows the first one's coordinate. False if there is no first one.
+  bool knowsFirstChild(long long position, ZQMatrixBaseElement& element) const {
+    return element.getIndexOfFirstChild() != ZQMatrixBaseElement::unknownIndex || lookAtFirstChild(position, element);
+  }
+  bool lookAtFirstChild(long long position, ZQMatrixBaseElement& element) const;
   ContentVersion getContentVersion() const { return {slots, numberOfSlots, lastName, getLayoutVersion()}; }
   bool refreshPointers();
 
@@ -282,13 +309,9 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
 inline long long ZQMatrixBase::slotOfChild(int parentPosition, int coordinate) const {
   ZQMatrixBaseElement* parent = elementAt(parentPosition);
   if (parent == nullptr || parent->getOffsetToElementInNextDimension() == 0) return -1;
-  const long long first = static_cast<long long>(parentPosition) + parent->getOffsetToElementInNextDimension();
-  if (parent->getIndexOfFirstChild() == ZQMatrixBaseElement::unknownIndex) {
-    const ZQMatrixBaseElement* firstElement = elementAt(first);
-    if (firstElement == nullptr) return -1;
-    parent->setIndexOfFirstChild(firstElement->getIndexInDimension());
-  }
-  return first - parent->getIndexOfFirstChild() + coordinate;
+  if (!knowsFirstChild(parentPosition, *parent)) return -1;
+  return static_cast<long long>(parentPosition) + parent->getOffsetToElementInNextDimension() - parent->getIndexOfFirstChild() +
+         coordinate;
 }
 
 inline int ZQMatrixBase::childAt(int parentPosition, int coordinate) const {

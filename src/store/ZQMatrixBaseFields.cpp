@@ -10,6 +10,13 @@ ZQMatrixBaseElement* ZQMatrixBase::parentOf(int position) const {
   return elementAt(static_cast<long long>(position) + element->getOffsetToElementInPrevDimension());
 }
 
+bool ZQMatrixBase::lookAtFirstChild(long long position, ZQMatrixBaseElement& element) const {
+  const ZQMatrixBaseElement* first = elementAt(position + element.getOffsetToElementInNextDimension());
+  if (first == nullptr) return false;
+  element.setIndexOfFirstChild(first->getIndexInDimension());
+  return true;
+}
+
 int ZQMatrixBase::getFirstMatrixElementInDimension(int position) {
   long long at = position;
   const ZQMatrixBaseElement* element;

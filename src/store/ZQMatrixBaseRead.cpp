@@ -20,13 +20,9 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
                static_cast<int>(first));
       return -3;
     }
-    if (element->getIndexOfFirstChild() == ZQMatrixBaseElement::unknownIndex) {
-      const ZQMatrixBaseElement* firstElement = elementAt(first);
-      if (firstElement == nullptr) {
-        dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
-        return -5;
-      }
-      element->setIndexOfFirstChild(firstElement->getIndexInDimension());
+    if (!knowsFirstChild(current, *element)) {
+      dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
+      return -5;
     }
     if (i >= room) return existMatrixDataWithRoomFor(i + 1, indexVector, length);
     const long long fieldBegin = first - element->getIndexOfFirstChild();
