@@ -134,8 +134,8 @@ struct ZQSequenceUpdate {
 
   enum class Plain { notHandled, learned, failed };
 
-  // The same for a phrase that is not known and may be added without a question. Most phrases of a new text come here, and few of a
-  // known one: out of line it keeps the way of these short.
+  // The same for a phrase that is not known and may be added without a question. Most phrases of a new text come here, and few of
+  // a known one: out of line it keeps the way of these short.
   [[gnu::noinline]] Plain addPlain(int item, int known) {
     Front& front = fronts[item];
     if (leavesOutDetermined || !isGood(front)) return Plain::notHandled;
