@@ -48,6 +48,9 @@ class ZQFreeSlotIndex {
   /// The highest free slot in `lowest` .. `from`, or none; it doesn't look below `lowest`.
   int previousFree(long long from, long long lowest) const;
 
+  /// Occupied slots among 64: bit i is the slot 64 * word + i.
+  uint64_t occupiedInWord(int word) const { return ~freeSlots[static_cast<size_t>(word)]; }
+
   /// The free slot nearest to `centre` but not `centre` itself, at equal distances the lower one, if it is one of the 64 on
   /// either side and these all lie in the block; else none.
   int nearestWithinWord(int centre) const {

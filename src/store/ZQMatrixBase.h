@@ -25,6 +25,7 @@
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixFileHeader.h"
 #include "settings/ZQMatrixForwards.h"
+#include "store/ZQFieldCounts.h"
 #include "store/ZQFreeSlotIndex.h"
 #include "store/ZQMatrixElements.h"
 #include "store/ZQPodList.h"
@@ -298,7 +299,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   unsigned releasedRecords = 0;
   unsigned movedFields = 0;
   zmatrix::ZQFreeSlotIndex freeSlots;  // kept by createElementAt, destroyElementAt and the move alone
-  zmatrix::ZQZeroedMemory memory;      // of the block
+  zmatrix::ZQFieldCounts fieldCounts;
+  zmatrix::ZQZeroedMemory memory;  // of the block
   zmatrix::ZQPageProvider pages;
   zmatrix::ZQPodArray<ZQMatrixBaseElement*> pointers;  // the block as getMatrixData tells it, when it was last asked for
   ContentVersion versionOfPointers;

@@ -2,8 +2,24 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 namespace zmatrix {
+
+namespace {
+
+constexpr size_t wordsOfVector = 4;
+using FourWords [[gnu::vector_size(wordsOfVector * sizeof(uint64_t))]] = uint64_t;
+
+struct [[gnu::packed, gnu::may_alias]] UnalignedWords {
+  FourWords words;
+};
+
+const UnalignedWords* wordsFrom(const uint64_t* first) {
+  return reinterpret_cast<const UnalignedWords*>(first);
+}
+
+}  // namespace
 
 ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, std::span<const int> positionsToPlace, std::span<const int> own)
     : index(indexOfBlock), positions(positionsToPlace), anchor(positionsToPlace.front()) {
@@ -172,10 +188,52 @@ long long ZQShiftSearch::fitInRegion(long long region, long long lowest, long lo
   return -1;
 }
 
-// Which slots of the region the first position fits at: all words of the region at once, one distance after the other, until
-// nothing is left. This is the way for a region with many free slots, where a word keeps some for long.
+// Which slots of the region the first position fits at: so many words at once as a processor holds, one distance after the other,
+// until nothing is left of them. This is the way for a region with many free slots, where a word keeps some for long.
 void ZQShiftSearch::findFits(long long region) {
   wordsToTell = 0;
+  const size_t begin = static_cast<size_t>(region) * wordsOfRegion;
+  const size_t reach = static_cast<size_t>((positions.back() - anchor) >> 6) + wordsOfRegion;
+  if (begin + reach >= index.numberOfWords) {
+    findFitsAtEnd(region);
+    return;
+  }
+  for (size_t first = 0; first < wordsOfRegion; first += wordsAtOnce) {
+    if (keepFits(&index.freeSlots[begin + first], &fits[first])) hasFirstPair = true;
+    for (size_t i = first; i < first + wordsAtOnce; ++i) wordsOfFits |= static_cast<uint64_t>(fits[i] != 0) << i;
+  }
+  if (wordsOfFits == 0) crossOff(static_cast<size_t>(region));
+}
+
+// True if the first distance has left something. Sixteen words stay in registers from the first distance to the last.
+#if defined(__x86_64__) && defined(__ELF__)
+__attribute__((target_clones("avx2", "default")))
+#endif
+bool ZQShiftSearch::keepFits(const uint64_t* slots, uint64_t* kept) const {
+  static_assert(wordsAtOnce == 4 * wordsOfVector);
+  FourWords bits0 = wordsFrom(slots)[0].words, bits1 = wordsFrom(slots)[1].words;
+  FourWords bits2 = wordsFrom(slots)[2].words, bits3 = wordsFrom(slots)[3].words;
+  bool hasPair = false;
+  for (size_t j = 1; j < positions.size(); ++j) {
+    const int distance = positions[j] - static_cast<int>(anchor);
+    const int shift = distance & 63;
+    const UnalignedWords* low = wordsFrom(slots + (distance >> 6));
+    const UnalignedWords* high = wordsFrom(slots + (distance >> 6) + 1);
+    bits0 &= (low[0].words >> shift) | ((high[0].words << 1) << (63 - shift));
+    bits1 &= (low[1].words >> shift) | ((high[1].words << 1) << (63 - shift));
+    bits2 &= (low[2].words >> shift) | ((high[2].words << 1) << (63 - shift));
+    bits3 &= (low[3].words >> shift) | ((high[3].words << 1) << (63 - shift));
+    const FourWords any = (bits0 | bits1) | (bits2 | bits3);
+    if ((any[0] | any[1] | any[2] | any[3]) == 0) break;
+    hasPair = true;
+  }
+  const FourWords bits[] = {bits0, bits1, bits2, bits3};
+  memcpy(kept, bits, sizeof bits);
+  return hasPair;
+}
+
+// The same where the field reaches beyond the block's end.
+void ZQShiftSearch::findFitsAtEnd(long long region) {
   copyFree(static_cast<size_t>(region), fits);
   for (size_t j = 1; j < positions.size(); ++j) {
     if (keepPairs(static_cast<size_t>(region), positions[j] - anchor, fits) == 0) {

@@ -37,6 +37,7 @@ class ZQShiftSearch {
   static constexpr int mostFreeOfPackedRegion = 96;
   static constexpr int vainRegionsOfShortSearch = 16;
   static constexpr size_t wordsOfRegion = 64;
+  static constexpr size_t wordsAtOnce = 16;
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
 
   bool up(long long& offset, long long limit, long long& found);
@@ -46,6 +47,8 @@ class ZQShiftSearch {
   long long previousCandidate(long long region) const;
   long long fitInRegion(long long region, long long lowest, long long highest, bool ascending);
   void findFits(long long region);
+  void findFitsAtEnd(long long region);
+  bool keepFits(const uint64_t* slots, uint64_t* kept) const;
   uint64_t fitsInWord(long long region, int word);
   void crossOff(size_t region);
   void crossOffTriples(size_t region);

@@ -3,6 +3,8 @@
 // the path of all but the last coordinates ends can take the last step alone.
 #pragma once
 
+#include <bit>
+#include <climits>
 #include <cstdlib>
 
 #include "store/ZQStoreMove.h"
@@ -113,6 +115,7 @@ struct ZQStoreWrite {
     Info& info = *matrix.getMatrixInfo();
     info.incrementNumberOfMatrixElements();
     info.incrementNumberOfEndElements();
+    matrix.fieldCounts.addOne(matrix.nameOfRecordAt(parent));
     element->setIndexInDimension(coordinate);
     element->setOffsetToElementInPrevDimension(static_cast<int>(parent - newPosition));
     if (below >= 0) {
@@ -147,20 +150,37 @@ struct ZQStoreWrite {
     return next > 0 && matrix.elementAt(static_cast<long long>(position) + next) != nullptr ? position + next : -1;
   }
 
-  // The last element of a field that lies below a slot, or -1. The field is followed from its first element and the slots are
-  // looked at from the other end by turns: the one is short where elements are few, the other where they lie close.
+  // The last element of a field that lies below a slot, or -1. The field is followed from its first element and the occupied
+  // slots are looked at from the other end by turns: the one is short where elements are few, the other where they lie close. In
+  // a wide field each step along it is a miss, while the slots of a word can be asked for together: then the slots get more
+  // turns.
   static int lastElementBelow(const Matrix& matrix, int first, int position, long long parent) {
     if (first >= position) return -1;
+    constexpr int turnsAlike = 16, turnsOfSlots = 8;
     int followed = first;
-    for (int slot = position - 1; slot > followed; --slot) {
-      const ZQMatrixBaseElement* element = matrix.elementAt(slot);
-      const int offsetToParent = element != nullptr ? element->getOffsetToElementInPrevDimension() : 0;
-      if (offsetToParent != 0 && static_cast<long long>(slot) + offsetToParent == parent) return slot;
-      const int next = nextInField(matrix, followed);
-      if (next < 0 || next > position) break;
-      followed = next;
+    int turn = 0;
+    uint64_t mask = (uint64_t{1} << (position & 63)) - 1;
+    for (int word = position >> 6; word >= 0; --word, mask = ~uint64_t{0}) {
+      uint64_t occupied = matrix.freeSlots.occupiedInWord(word) & mask;
+      if (turn > turnsAlike) prefetchSlots(matrix, word, occupied);
+      while (occupied != 0) {
+        const int bit = 63 - std::countl_zero(occupied);
+        const int slot = word * 64 + bit;
+        occupied &= ~(uint64_t{1} << bit);
+        if (slot <= followed) return followed;
+        const int offsetToParent = matrix.template recordInSlot<Element>(slot)->getOffsetToElementInPrevDimension();
+        if (offsetToParent != 0 && slot + static_cast<long long>(offsetToParent) == parent) return slot;
+        if (++turn > turnsAlike && turn % turnsOfSlots != 0) continue;
+        const int next = nextInField(matrix, followed);
+        if (next < 0 || next > position) return followed;
+        followed = next;
+      }
     }
     return followed;
+  }
+
+  static void prefetchSlots(const Matrix& matrix, int word, uint64_t slots) {
+    for (; slots != 0; slots &= slots - 1) matrix.prefetchSlot(word * 64LL + std::countr_zero(slots));
   }
 
   static void raiseStack(Matrix& matrix, int position) {
@@ -279,18 +299,41 @@ struct ZQStoreWrite {
 
   static bool count(Matrix& matrix, int position, Field& field) {
     field.count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(position, &field.first, &field.last);
+    if (field.count >= FieldCounts::narrowest) rememberCount(matrix, position, field.count);
     return field.count > 0;
   }
 
   // Which of the two fields is the smaller? Both are counted as far as the smaller one reaches: a wide field that stays where it
-  // is isn't walked.
+  // is isn't walked, and one whose count is known is not counted.
   static bool countUntilOneEnds(Matrix& matrix, int target, Field& foreign, Field& own) {
     for (int limit = 2;; limit = limit > INT_MAX / 4 ? INT_MAX : 4 * limit) {
-      foreign.count = matrix.countField(target, limit, &foreign.first, &foreign.last);
-      own.count = matrix.countField(own.first, limit, &own.first, &own.last);
+      const bool areWide = limit > FieldCounts::narrowest;
+      const int knownForeign = areWide ? knownCount(matrix, target) : 0;
+      const int knownOwn = areWide ? knownCount(matrix, own.first) : 0;
+      foreign.count = knownForeign > 0 ? knownForeign : countUpTo(matrix, target, std::max(limit, knownOwn + 1), foreign);
+      own.count = knownOwn > 0 ? knownOwn : countUpTo(matrix, own.first, std::max(limit, knownForeign + 1), own);
       if (foreign.count == 0 || own.count == 0) return false;
-      if (foreign.count < limit || own.count < limit || limit == INT_MAX) return true;
+      if (knownForeign > 0 || knownOwn > 0 || foreign.count < limit || own.count < limit || limit == INT_MAX) return true;
     }
+  }
+
+  static int countUpTo(Matrix& matrix, int position, int limit, Field& field) {
+    const int count = matrix.countField(position, limit, &field.first, &field.last);
+    if (count >= FieldCounts::narrowest && count < limit) rememberCount(matrix, position, count);
+    return count;
+  }
+
+  using FieldCounts = zmatrix::ZQFieldCounts;
+
+  static unsigned nameOfParent(const Matrix& matrix, int position) {
+    return matrix.nameOfRecordAt(static_cast<long long>(position) +
+                                 matrix.elementAt(position)->getOffsetToElementInPrevDimension());
+  }
+  static int knownCount(const Matrix& matrix, int position) {
+    return matrix.fieldCounts.find(nameOfParent(matrix, position), matrix.releasedRecords);
+  }
+  static void rememberCount(Matrix& matrix, int position, int count) {
+    matrix.fieldCounts.set(nameOfParent(matrix, position), count, matrix.releasedRecords);
   }
 
   static int moveOwn(Matrix& matrix, int method, Field& own, int& target) {
