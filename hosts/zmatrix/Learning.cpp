@@ -34,7 +34,7 @@ std::vector<int> learnFiles(Material& material, Matrix& matrix, const std::vecto
   }
   std::vector<int> ids;
   for (const InputFile& input : inputs) {
-    state.file = input.path.substr(input.path.rfind('/') + 1);
+    state.file = input.name.substr(input.name.rfind('/') + 1);
     state.bytesOfFile = static_cast<double>(input.size);
     state.itemsBefore = matrix.itemsLearned();
     ids.push_back(material.learn(matrix, input));

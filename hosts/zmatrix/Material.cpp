@@ -13,6 +13,7 @@ struct SubjectOption {
 std::vector<SubjectOption> subjectOptions(const LearningOptions& options) {
   return {{"--level", options.level.has_value(), {Subject::texts}},
           {"--max-words", options.maxWords.has_value(), {Subject::texts}},
+          {"--encoding", options.encoding.has_value(), {Subject::texts}},
           {"--coding", options.coding.has_value(), {Subject::music, Subject::numbers}},
           {"--grid", options.grid.has_value(), {Subject::music}},
           {"--duration-grid", options.durationGrid.has_value(), {Subject::music}},

@@ -95,12 +95,6 @@ bool Matrix::isSound() {
   return sound;
 }
 
-std::vector<int> itemsOf(const std::string& text) {
-  std::vector<int> items;
-  for (const char byte : text) items.push_back(static_cast<unsigned char>(byte));
-  return items;
-}
-
 long long Matrix::itemsLearned() const {
   long long sum = 0;
   for (int id = 0; id < numberOfIDs(); ++id) sum += itemsLearned(id);

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "Failure.h"
-#include "Inputs.h"
+#include "TextFile.h"
 
 namespace {
 constexpr int lineFeedSymbol = 10;  // stands between paragraphs on the level of words
@@ -11,7 +11,7 @@ constexpr long long usualCount = 1000;
 }  // namespace
 
 TextContinuation::TextContinuation(Matrix& matrix, Level level, const GenerationOptions& options)
-    : matrix_(matrix), level_(level), options_(options) {
+    : matrix_(matrix), level_(level), options_(options), start_(itemsOfArgument(options.start)), encoder_(options.encoding) {
   if (level == Level::words && !matrix.hasWords())
     throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
   if (level == Level::letters) matrix.forgetWords();
@@ -21,7 +21,7 @@ TextContinuation::TextContinuation(Matrix& matrix, Level level, const Generation
     if (record.matrixType != ZQMatrixTypeANSIText || matrix.itemsLearned(id) == 0) continue;
     if (level == Level::words && record.currentMatrixIDLevelUp < 0) continue;
     goTo(id);
-    const int known = options.start.empty() ? 0 : matrix.lengthOfContext();
+    const int known = start_.empty() ? 0 : matrix.lengthOfContext();
     if (known > longestKnown || (known == longestKnown && matrix.itemsLearned(id) > matrix.itemsLearned(id_))) {
       id_ = id;
       longestKnown = known;
@@ -36,7 +36,7 @@ TextContinuation::TextContinuation(Matrix& matrix, Level level, const Generation
 void TextContinuation::goTo(int id) {
   const Hush hush(matrix_);  // a start that the texts don't hold is no fault
   matrix_.select(id);
-  if (!options_.start.empty()) matrix_.setContext(itemsOf(options_.start));
+  if (!start_.empty()) matrix_.setContext(start_);
   if (level_ == Level::words) matrix_.select(matrix_.record(id).currentMatrixIDLevelUp);
 }
 
@@ -44,27 +44,31 @@ void TextContinuation::write(Output& output, Progress& progress) {
   goTo(id_);
   matrix_.setMethod(options_.method);
   matrix_.seed(options_.seed);
-  output.write(options_.start);
-  needsBlank_ = !options_.start.empty() && !isBlank(options_.start.substr(options_.start.size() - 1));
+  output.write(encoder_.mark() + encoder_.bytesOf(start_));
+  needsBlank_ = !start_.empty() && !isBlank({start_.back()});
   const bool shown = !output.isOnTerminal();  // there the text itself shows how far it is
   const long long count = options_.count.value_or(usualCount);
   for (long long done = 0; done < count; ++done) {
     if (shown && done % 256 == 0) progress.show("writing", static_cast<double>(done) / static_cast<double>(count));
     if (level_ == Level::words) {
-      output.write(nextWord());
+      output.write(encoder_.bytesOf(nextWord()));
     } else {
       const std::optional<int> item = matrix_.nextItem();
-      output.write(item ? static_cast<char>(*item) : '\n');  // as the library's own writer has it
+      output.write(encoder_.bytesOf(item.value_or('\n')));  // as the library's own writer has it
     }
   }
   output.commit();
+  if (encoder_.lost() > 0 && matrix_.loudness().level >= 0) {
+    std::fprintf(stderr, "%s written as ?, since the encoding lacks them\n", countOf(encoder_.lost(), "character").c_str());
+  }
   if (!shown) std::fputc('\n', stderr);
 }
 
-std::string TextContinuation::nextWord() {
+std::vector<int> TextContinuation::nextWord() {
   const std::optional<int> symbol = matrix_.nextItem();
   const bool endsLine = !symbol || *symbol == lineFeedSymbol;
-  const std::string word = endsLine ? "\n" : (needsBlank_ ? " " : "") + matrix_.wordOf(*symbol);
+  std::vector<int> word = endsLine ? std::vector<int>{'\n'} : matrix_.wordOf(*symbol);
+  if (needsBlank_ && !endsLine) word.insert(word.begin(), ' ');
   needsBlank_ = !endsLine;
   return word;
 }

@@ -15,11 +15,13 @@ class TextContinuation : public Continuation {
 
  private:
   void goTo(int id);
-  std::string nextWord();
+  std::vector<int> nextWord();
 
   Matrix& matrix_;
   Level level_;
   const GenerationOptions& options_;
+  const std::vector<int> start_;
+  TextEncoder encoder_;
   int id_ = -1;              ///< the sub-matrix of the letters
   bool needsBlank_ = false;  ///< between the word written last and the next
 };
