@@ -16,9 +16,6 @@ inline constexpr int numberOfIDsWithWords = 8;
 /// The Failure of a base matrix, and its like.
 [[noreturn]] void refuseToLearn(const std::string& what = "a matrix of the base tier stores values, it learns nothing");
 
-/// Takes the messages that tell how many words were too long out of what was overheard, and returns the number.
-int takeWordsLeftOut(std::vector<Overheard::Kind>& kinds);
-
 /// Throws the Failure of a library that found no sub-matrix for a track, if that is among what it said.
 void requireRoomForTracks(const std::vector<Overheard::Kind>& kinds, int numberOfIDs, const std::string& path);
 
@@ -156,10 +153,9 @@ class LearningMatrix : public StoredMatrix<Functions> {
       Overheard talk(loudness().level == 0);
       const int id = Functions::prepareForText(matrix(), items.data(), length, name.c_str());
       const long long before = id < 0 ? 0 : itemsLearned(id);
-      const int result = id < 0 ? -1 : learnItems(items);
-      refreshWords();
+      int wordsLeftOut = 0;
+      const int result = id < 0 ? -1 : learnItems(items, wordsLeftOut);
       talk.end();
-      const int wordsLeftOut = takeWordsLeftOut(talk.kinds());
       talk.tell();
       if (result < 1 && !isExcused(result, id, items)) {
         throw Failure{ExitCode::limit,
@@ -168,6 +164,12 @@ class LearningMatrix : public StoredMatrix<Functions> {
       return {itemsLearned(id) == before ? -1 : id, wordsLeftOut};
     } else {
       refuseToLearn();
+    }
+  }
+
+  void refreshWords() override {
+    if constexpr (Functions::hasSymbols) {
+      if (hasWords()) zq_refreshSymbolLinks(matrix());
     }
   }
 
@@ -210,21 +212,14 @@ class LearningMatrix : public StoredMatrix<Functions> {
 
  private:
   // With the selected sub-matrix. Its limit is set anew only for the rare characters beyond it, of the last three planes.
-  int learnItems(const std::vector<int>& items) {
+  int learnItems(const std::vector<int>& items, [[maybe_unused]] int& wordsLeftOut) {
     const int greatest = items.empty() ? 0 : *std::max_element(items.begin(), items.end());
     if (greatest > Functions::maximalIndex(matrix())) Functions::setMaximalIndex(matrix(), greatestCharacter);
     const int length = static_cast<int>(items.size());
     if constexpr (Functions::hasSymbols) {
-      if (hasWords()) return zq_updateMatrixWithWordsOfLongANSISequence(matrix(), items.data(), length);
+      if (hasWords()) return zq_updateMatrixWithWordsOfLongANSISequence(matrix(), items.data(), length, &wordsLeftOut);
     }
     return Functions::learnCharacters(matrix(), items.data(), length);
-  }
-
-  // Words of earlier texts are found again only so: learning a text moves their letters.
-  void refreshWords() {
-    if constexpr (Functions::hasSymbols) {
-      if (hasWords()) zq_refreshSymbolLinks(matrix());
-    }
   }
 
   void setMusicProfile(int preprocessing) {

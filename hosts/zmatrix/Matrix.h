@@ -118,6 +118,8 @@ class Matrix {
   };
   /// Learns a text, as words alone if the matrix has them. `name` is its file's. Throws a Failure if the matrix can't take all.
   virtual Learned learnText(const std::vector<int>& items, const std::string& name) = 0;
+  /// Sets the links of all words anew. Learning keeps them, but other hosts may have left a model with links that went astray.
+  virtual void refreshWords() = 0;
   /// MIDI or kern: each track goes to a sub-matrix of its meter, kind and sound. Returns the notes taken. Throws a Failure if no
   /// sub-matrix is left for one.
   virtual int learnMusic(const std::string& path, Kind kind) = 0;

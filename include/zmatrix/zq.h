@@ -453,14 +453,15 @@ int zq_refreshSymbolLinks(ZQMatrix* matrix);
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
 
 /// Learns a text as words alone in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel` 1: each
-/// word is learned by itself and gets its symbol, and the level above learns the sequence of the symbols. The words and
-/// symbols are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it, for a small part
-/// of their time and memory, since no run of letters across a blank is stored; the letters alone can't be continued well.
+/// word is stored once, with its count and its symbol, and the level above learns the sequence of the symbols. The words, the
+/// sequences and their counts are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it,
+/// for a small part of their time and memory: no other run of letters is stored, so letters can't be continued. The links of
+/// all symbols stay good.
 /// `sequence`: `length` characters as with `s_updateMatrixWithLongANSISequence`. A word longer than the phrase limit gets no
-/// symbol and is left out.
+/// symbol and is left out; `wordsLeftOut`, if not null, gets how many were.
 /// Result: 1 learned; 0 another matrix type, no level of symbols, no words, or refused settings; -1 a write failed, -2 memory
 /// has run out: what was learned before stays.
-int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length);
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut);
 
 // ---- Texts --------------------------------------------------------------------------------------------------------------------
 

@@ -130,7 +130,7 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByNumber(lastIndex, records); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
-int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length, wordsLeftOut); }, -2); }
 int zq_prepareMatrixForText(ZQMatrix* matrix, const int* characters, int length, const char* name) noexcept { return guarded<int>([&] { return zmatrix::prepareMatrixForText(matrix, characters, length, name); }, -1); }
 int zq_prepareMatrixForText_Medium(ZQMatrixMedium* matrix, const int* characters, int length, const char* name) noexcept { return guarded<int>([&] { return zmatrix::prepareMatrixForText(matrix, characters, length, name); }, -1); }
 
