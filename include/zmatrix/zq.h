@@ -436,6 +436,14 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 /// Sorts the records 0 to `lastIndex` by the low 32 bits of the number.
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records);
 
+// ---- Scores -------------------------------------------------------------------------------------------------------------------
+
+/// Releases a score with all that belongs to it. Null is ignored.
+void zq_deleteScore(zq_Score* score);
+
+/// What a finding (zq_ScoreFindingKind) says, in a few words. The text is the library's; it is empty for other numbers.
+const char* zq_textOfScoreFinding(int kind);
+
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 
 /// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets
