@@ -40,6 +40,15 @@ ScoreTimeResult scoreTime(__int128 numerator, __int128 denominator) {
 }
 
 ScoreTimeResult sumOf(const ScoreTime& one, const ScoreTime& other) {
+  // Most sums have a common denominator within the bound. They aren't reduced: the next one mostly has the same.
+  const long long common =
+      one.denominator == other.denominator
+          ? one.denominator
+          : static_cast<long long>(one.denominator) / std::gcd(one.denominator, other.denominator) * other.denominator;
+  if (common <= ScoreTime::largestDenominator) {
+    const long long sum = one.numerator * (common / one.denominator) + other.numerator * (common / other.denominator);
+    if (sum <= ScoreTime::latest * common && sum >= -ScoreTime::latest * common) return {{sum, static_cast<int>(common)}};
+  }
   return scoreTime(
       static_cast<__int128>(one.numerator) * other.denominator + static_cast<__int128>(other.numerator) * one.denominator,
       static_cast<__int128>(one.denominator) * other.denominator);
