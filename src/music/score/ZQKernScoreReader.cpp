@@ -181,7 +181,7 @@ void KernScoreReader::readToken(int column, std::string_view token) {
   if (token == "." || columns_.at(column).isDead) return;
   if (token.starts_with('=')) {
     if (barLines_.empty() || barLines_.back() != line_) barLines_.push_back(line_);  // one for all spines
-  } else if (!token.starts_with('!') && !token.starts_with('*') && !token.empty()) {
+  } else if (!token.empty()) {
     readChord(column, token);
   } else {
     find(zq_ScoreUnknownToken, column + 1, token);
@@ -235,6 +235,7 @@ void KernScoreReader::placeRecord() {
       placeCell(cell);
     }
   }
+  if (!orphans_.empty()) placeOrphans();
 }
 
 /// The latest end of the spines that have a token here. If they differ something is wrong, and this way no notes of a spine
@@ -278,7 +279,7 @@ void KernScoreReader::placeCell(const Cell& cell) {
   column.isFresh = column.isLoose = false;
   if (!column.graces.empty()) settleGraces(column, now_);
   column.onset = now_;
-  column.end = settled(sumOf(now_, cell.duration), cell.column);
+  column.end = std::max(now_, settled(sumOf(now_, cell.duration), cell.column));  // rounding may go back
   if (latest_ < column.end) latest_ = column.end;
   placeNotes(cell, now_);
 }
@@ -291,7 +292,9 @@ void KernScoreReader::placeNotes(const Cell& cell, const ScoreTime& onset) {
   for (size_t i = cell.firstNote; i < cell.endOfNotes; i++) {
     const KernScoreToken& note = notes_[i];
     if (note.kind == KernScoreKind::note) {
-      placeNote(cell, note, onset, group);
+      const bool hasOwnTime = note.hasDuration || note.isGrace;
+      if (!hasOwnTime && !cell.hasDuration) find(zq_ScoreNoDuration, cell.column + 1, cell.text);
+      placeNote({&cell, &note, onset, hasOwnTime ? note.duration : cell.duration, group});
     } else {
       column.opensPhrase = column.opensPhrase || note.opensPhrase;
       if (note.closesPhrase) closePhrase(column);
@@ -303,61 +306,68 @@ void KernScoreReader::closePhrase(const KernColumn& column) {
   if (column.lastNote >= 0) addFlag(score_.noteAt(column.lastNote), zq_ScorePhraseEnd);
 }
 
-void KernScoreReader::placeNote(const Cell& cell, const KernScoreToken& note, const ScoreTime& onset, int group) {
-  const bool takesTime = !note.isGrace;
-  if (takesTime && !note.hasDuration && !cell.hasDuration) find(zq_ScoreNoDuration, cell.column + 1, cell.text);
-  const ScoreTime duration = note.hasDuration || note.isGrace ? note.duration : cell.duration;
-  KernColumn& column = columns_.at(cell.column);
-  long long index = note.continuesTie ? continueTie(cell, note, onset, duration) : -1;
-  const bool isNew = index < 0;
-  if (isNew) index = addNote(cell, note, onset, duration);
-  column.lastNote = index;
-  if (note.closesPhrase) addFlag(score_.noteAt(index), zq_ScorePhraseEnd);
-  if (note.isGrace && cell.isGrace && isNew) {
-    column.graces.push_back({index, group, note.opensTie});
-  } else if (note.opensTie) {
-    ties_.hold({column.part, note.pitch, sumOf(onset, duration).time}, column.spine, index);
+void KernScoreReader::placeNote(const PlacedNote& placed) {
+  if (!placed.token->continuesTie) return enterNote(placed, -1);
+  const KernColumn& column = columns_.at(placed.cell->column);
+  const long long heldNote = ties_.take({placed.token->pitch, placed.onset, column.part}, column.spine);
+  if (heldNote >= 0) return enterNote(placed, heldNote);
+  orphans_.push_back(placed);
+}
+
+/// Only when all spines have taken what is theirs, a note may go on that is held in another part.
+void KernScoreReader::placeOrphans() {
+  for (const PlacedNote& placed : orphans_) {
+    const long long heldNote = ties_.takeOfAnyPart({placed.token->pitch, placed.onset, 0});
+    if (heldNote < 0) find(zq_ScoreTieWithoutStart, placed.cell->column + 1, placed.cell->text);
+    enterNote(placed, heldNote);
+  }
+  orphans_.clear();
+}
+
+/// `heldNote`: the note that goes on, or -1 for a new one.
+void KernScoreReader::enterNote(const PlacedNote& placed, long long heldNote) {
+  const KernScoreToken& token = *placed.token;
+  KernColumn& column = columns_.at(placed.cell->column);
+  const bool isNew = heldNote < 0;
+  if (!isNew) prolong(heldNote, placed);
+  const long long note = isNew ? addNote(placed) : heldNote;
+  column.lastNote = note;
+  if (token.closesPhrase) addFlag(score_.noteAt(note), zq_ScorePhraseEnd);
+  if (isNew && placed.cell->isGrace) {
+    column.graces.push_back({note, placed.group, token.opensTie});
+  } else if (token.opensTie) {
+    ties_.hold({token.pitch, sumOf(placed.onset, placed.duration).time, column.part}, column.spine, note);
   }
 }
 
-long long KernScoreReader::addNote(const Cell& cell, const KernScoreToken& note, const ScoreTime& onset,
-                                   const ScoreTime& duration) {
-  KernColumn& column = columns_.at(cell.column);
+long long KernScoreReader::addNote(const PlacedNote& placed) {
+  KernColumn& column = columns_.at(placed.cell->column);
   const KernScorePart& part = parts_.at(column.part);
-  zq_ScoreNote added = {};
-  setOnset(added, onset);
-  setDuration(added, duration);
-  added.place = line_;
-  added.part = column.part;
-  added.column = cell.column + 1;
-  added.pitch = note.pitch;
-  added.velocity = usualVelocity;
-  added.voice = column.voice;
-  added.program = part.program;
-  added.sound = part.sound;
-  if (note.isGrace) addFlag(added, zq_ScoreGrace);
-  if (part.channel == percussionChannel) addFlag(added, zq_ScorePercussion);
-  if (note.opensPhrase || column.opensPhrase) addFlag(added, zq_ScorePhraseBegin);
+  zq_ScoreNote note = {};
+  setOnset(note, placed.onset);
+  setDuration(note, placed.duration);
+  note.place = line_;
+  note.part = column.part;
+  note.column = placed.cell->column + 1;
+  note.pitch = placed.token->pitch;
+  note.velocity = usualVelocity;
+  note.voice = column.voice;
+  note.program = part.program;
+  note.sound = part.sound;
+  if (placed.token->isGrace) addFlag(note, zq_ScoreGrace);
+  if (part.channel == percussionChannel) addFlag(note, zq_ScorePercussion);
+  if (placed.token->opensPhrase || column.opensPhrase) addFlag(note, zq_ScorePhraseBegin);
   column.opensPhrase = false;
-  return score_.addNote(added);
+  return score_.addNote(note);
 }
 
-/// Returns the note that goes on, or -1.
-long long KernScoreReader::continueTie(const Cell& cell, const KernScoreToken& note, const ScoreTime& onset,
-                                       const ScoreTime& duration) {
-  KernColumn& column = columns_.at(cell.column);
-  const long long index = ties_.take({column.part, note.pitch, onset}, column.spine);
-  if (index < 0) {
-    find(zq_ScoreTieWithoutStart, cell.column + 1, cell.text);
-    return -1;
-  }
-  zq_ScoreNote& held = score_.noteAt(index);
-  const ScoreTimeResult whole = sumOf({held.duration, held.durationDenominator}, duration);
-  setDuration(held, settled(whole, cell.column));
-  addFlag(held, zq_ScoreTied);
-  if (!note.isGrace) held.flags = static_cast<unsigned char>(held.flags & ~zq_ScoreGrace);
-  column.opensPhrase = column.opensPhrase || note.opensPhrase;
-  return index;
+void KernScoreReader::prolong(long long heldNote, const PlacedNote& placed) {
+  zq_ScoreNote& note = score_.noteAt(heldNote);
+  KernColumn& column = columns_.at(placed.cell->column);
+  setDuration(note, settled(sumOf({note.duration, note.durationDenominator}, placed.duration), placed.cell->column));
+  addFlag(note, zq_ScoreTied);
+  if (!placed.token->isGrace) note.flags = static_cast<unsigned char>(note.flags & ~zq_ScoreGrace);
+  column.opensPhrase = column.opensPhrase || placed.token->opensPhrase;
 }
 
 /// Gives the grace notes of a column their time: that of the note that they lead to, or steps before it.
@@ -373,7 +383,7 @@ void KernScoreReader::settleGraces(KernColumn& column, const ScoreTime& onset) {
     zq_ScoreNote& note = score_.noteAt(grace.note);
     if (grace.opensTie) {
       setOnset(note, onset);
-      ties_.hold({column.part, note.pitch, onset}, column.spine, grace.note);
+      ties_.hold({note.pitch, onset, column.part}, column.spine, grace.note);
     } else {
       setOnset(note, differenceOf(onset, productOf(step, {groups + 1 - grace.group, 1}).time).time);
       if (hasGraceDuration_) setDuration(note, graceDuration_);

@@ -30,6 +30,14 @@ class KernScoreReader {
     bool isGrace;  ///< all its notes are grace notes
   };
 
+  /// A note of the present record with its time.
+  struct PlacedNote {
+    const Cell* cell;
+    const KernScoreToken* token;
+    ScoreTime onset, duration;
+    int group;  ///< of grace notes of its spine
+  };
+
   void readLine(std::string_view line);
 
   void readInterpretations(std::string_view line);
@@ -47,9 +55,11 @@ class KernScoreReader {
   void enterWaiting(const ScoreTime& onset);
   void placeCell(const Cell& cell);
   void placeNotes(const Cell& cell, const ScoreTime& onset);
-  void placeNote(const Cell& cell, const KernScoreToken& note, const ScoreTime& onset, int group);
-  long long addNote(const Cell& cell, const KernScoreToken& note, const ScoreTime& onset, const ScoreTime& duration);
-  long long continueTie(const Cell& cell, const KernScoreToken& note, const ScoreTime& onset, const ScoreTime& duration);
+  void placeNote(const PlacedNote& placed);
+  void placeOrphans();
+  void enterNote(const PlacedNote& placed, long long heldNote);
+  long long addNote(const PlacedNote& placed);
+  void prolong(long long heldNote, const PlacedNote& placed);
   void settleGraces(KernColumn& column, const ScoreTime& onset);
   void closePhrase(const KernColumn& column);
   ScoreTime settled(const ScoreTimeResult& result, int column);
@@ -71,6 +81,7 @@ class KernScoreReader {
   std::vector<std::string_view> tokens_;  // of an interpretation record
   std::vector<Cell> cells_;
   std::vector<KernScoreToken> notes_;  // of the cells
+  std::vector<PlacedNote> orphans_;    // notes that go on and that their part doesn't hold
 };
 
 /// Reads a **kern file. `graceQuanta`: 0, or the duration of a grace note in quanta of 3072 to the quarter, at most 49152. It

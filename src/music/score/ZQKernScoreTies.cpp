@@ -5,9 +5,9 @@
 namespace zmatrix {
 
 bool KernScoreTies::IsBefore::operator()(const KernTie& one, const KernTie& other) const {
-  if (one.part != other.part) return one.part < other.part;
   if (one.pitch != other.pitch) return one.pitch < other.pitch;
-  return one.end < other.end;
+  if (one.end != other.end) return one.end < other.end;
+  return one.part < other.part;
 }
 
 long long KernScoreTies::take(const KernTie& tie, int spine) {
@@ -22,6 +22,14 @@ long long KernScoreTies::take(const KernTie& tie, int spine) {
   }
   const long long note = found->second.note;
   held_.erase(found);
+  return note;
+}
+
+long long KernScoreTies::takeOfAnyPart(const KernTie& tie) {
+  const auto first = held_.lower_bound({tie.pitch, tie.end, 0});
+  if (first == held_.end() || first->first.pitch != tie.pitch || first->first.end != tie.end) return -1;
+  const long long note = first->second.note;
+  held_.erase(first);
   return note;
 }
 
