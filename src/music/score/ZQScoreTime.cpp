@@ -25,7 +25,7 @@ __int128 nearestMultiple(__int128 numerator, __int128 denominator, __int128 step
 
 ScoreTimeResult scoreTime(__int128 numerator, __int128 denominator) {
   constexpr auto latest = static_cast<__int128>(ScoreTime::latest);
-  if (numerator / denominator > latest || numerator / denominator < -latest) {
+  if (numerator > latest * denominator || numerator < -latest * denominator) {
     return {{numerator < 0 ? -ScoreTime::latest : ScoreTime::latest, 1}, false, true};
   }
   const __int128 divisor = greatestCommonDivisor(denominator, numerator);
