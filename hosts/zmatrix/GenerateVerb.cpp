@@ -1,5 +1,4 @@
 // `zmatrix generate`: continues a start with a model that `zmatrix learn` made.
-#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -10,6 +9,7 @@
 #include "Output.h"
 #include "Progress.h"
 #include "Reopenable.h"
+#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -33,7 +33,7 @@ Examples:
 
 void runGenerate(const GenerateOptions& options) {
   keepStandardOutputForResults();
-  Progress progress(options.talk.showsProgress());
+  Progress progress(options.talk.showsProgress(), options.generation.out);
   progress.show("loading", 0);
   const std::string path = reopenable(options.model), name = nameOfArgument(options.model);
   const std::unique_ptr<Matrix> matrix = Matrix::load(path, options.talk.loudness());
@@ -45,9 +45,7 @@ void runGenerate(const GenerateOptions& options) {
   requireWhole(*matrix, name, options.force);
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
-  if (!options.talk.quiet) {
-    std::fprintf(stderr, "loaded %s; continuing %s\n", name.c_str(), continuation->description().c_str());
-  }
+  note("loaded " + name + "; continuing " + continuation->description());
   continuation->write(output, progress);
 }
 

@@ -42,6 +42,7 @@ std::vector<int> learnFiles(Material& material, Matrix& matrix, const std::vecto
   }
   setMatrixProgressDisplayFunction(nullptr);
   learning = nullptr;
+  matrix.refreshWords();
   progress.clear();
   if (!quiet) material.tellOmissions();
   return ids;

@@ -158,10 +158,9 @@ class LearningMatrix : public StoredMatrix<Functions> {
       talk.end();
       talk.tell();
       if (result < 1 && !isExcused(result, id, items)) {
-        throw Failure{ExitCode::limit,
-                      "the matrix could not take all of " + name + ": fewer texts or a smaller --max-phrase need less"};
+        throw Failure{ExitCode::limit, "the matrix could not take all of " + name + ": lower --max-phrase, or learn fewer texts"};
       }
-      return {itemsLearned(id) == before ? -1 : id, wordsLeftOut};
+      return {itemsLearned(id) == before && wordsLeftOut == 0 ? -1 : id, wordsLeftOut};
     } else {
       refuseToLearn();
     }
@@ -200,8 +199,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
       Functions::addNameOfFile(matrix(), path.c_str());
       const Hush hush(*this);  // what can't be coded the caller has told by now
       if (Functions::learnSeries(matrix(), series.data(), static_cast<int>(series.size())) >= 1) return;
-      throw Failure{ExitCode::limit,
-                    "the matrix could not take all of " + path + ": fewer numbers or a smaller --max-phrase need less"};
+      throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer numbers"};
     } else {
       refuseToLearn();
     }

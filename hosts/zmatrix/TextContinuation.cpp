@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "Failure.h"
+#include "Talk.h"
 #include "TextFile.h"
 
 namespace {
@@ -58,9 +59,7 @@ void TextContinuation::write(Output& output, Progress& progress) {
     }
   }
   output.commit();
-  if (encoder_.lost() > 0 && matrix_.loudness().level >= 0) {
-    std::fprintf(stderr, "%s written as ?, since the encoding lacks them\n", countOf(encoder_.lost(), "character").c_str());
-  }
+  if (encoder_.lost() > 0) note(countOf(encoder_.lost(), "character") + " written as ?, since the encoding lacks them");
   if (!shown) std::fputc('\n', stderr);
 }
 

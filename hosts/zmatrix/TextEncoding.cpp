@@ -7,6 +7,8 @@
 #include <cwchar>
 #include <map>
 
+#include "OptionChecks.h"
+
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
@@ -284,8 +286,5 @@ std::string TextEncoder::bytesOf(const std::vector<int>& items) {
 }
 
 void addEncodingOption(CLI::App& verb, std::optional<Encoding>& encoding, const std::string& what) {
-  verb.add_option("--encoding", encoding, what)
-      ->transform(CLI::CheckedTransformer(encodings(), CLI::ignore_case))
-      ->option_text("ENCODING")
-      ->group("Texts");
+  verb.add_option("--encoding", encoding, what)->transform(oneOf(encodings()))->option_text("ENCODING")->group("Texts");
 }

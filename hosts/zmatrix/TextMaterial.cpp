@@ -1,9 +1,9 @@
 // Texts: learned by letters, and on demand by words as well; each language has a sub-matrix of its own.
-#include <cstdio>
 #include <map>
 
 #include "Failure.h"
 #include "Material.h"
+#include "Talk.h"
 #include "TextContinuation.h"
 #include "TextFile.h"
 
@@ -52,19 +52,19 @@ class TextMaterial : public Material {
   void tellOmissions() const override {
     if (guesses_ > 0) {
       const std::string others = guesses_ > 1 ? " and " + countOf(guesses_ - 1, "other file") : "";
-      std::fprintf(stderr, "no UTF-8, so read as Windows-1252: %s%s (--encoding says another)\n", firstGuess_.c_str(),
-                   others.c_str());
+      note("no UTF-8, so read as Windows-1252: " + firstGuess_ + others + " (--encoding says another)");
     }
-    if (replaced_ > 0) {
-      std::fprintf(stderr, "%s could not be decoded and became U+FFFD\n", countOf(replaced_, "place").c_str());
-    }
+    if (replaced_ > 0) note(countOf(replaced_, "place") + " could not be decoded and became U+FFFD");
     for (const auto& [limit, words] : wordsLeftOut_) {
-      std::fprintf(stderr, "left out %s of more than %d letters: a larger --max-phrase takes them\n",
-                   countOf(words, "word").c_str(), limit);
+      note("left out " + countOf(words, "word") + " of more than " + std::to_string(limit) +
+           " letters: a larger --max-phrase takes them");
     }
   }
 
-  std::string nothingLearned() const override { return "nothing to learn: the input holds no text"; }
+  std::string nothingLearned() const override {
+    return std::string("nothing to learn: ") +
+           (wordsLeftOut_.empty() ? "the input holds no text" : "no word was short enough, a larger --max-phrase takes them");
+  }
 
   // Those of the level of words left out.
   std::string amountIn(Matrix& matrix) const override {
