@@ -44,7 +44,7 @@ Score makeScore(int spines) {
   const char* const letters[] = {"c", "d", "ee-", "F", "GG", "a#", "b"};
   row([](int) { return "**kern"; });
   for (int bar = 1; score.tokens < tokensOfScore; bar++) {
-    row([bar](int) { return std::to_string(bar).insert(0, "="); });
+    row([bar](int) { return std::string("=").append(std::to_string(bar)); });
     for (int beat = 0; beat < 4; beat++) {
       row([&](int spine) -> std::string {
         if (spine % 2 == 1 && beat % 2 == 1) return ".";
