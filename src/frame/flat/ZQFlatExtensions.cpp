@@ -8,6 +8,7 @@
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
+#include "music/score/ZQMidiScoreReader.h"
 #include "music/score/ZQScore.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQGocron.h"
@@ -130,6 +131,8 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByNumber(lastIndex, records); }); }
 void zq_deleteScore(zq_Score* score) noexcept { guarded([&] { zmatrix::deleteScore(score); }); }
 const char* zq_textOfScoreFinding(int kind) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreFinding(kind); }); }
+zq_Score* zq_createScoreFromMidiFile(const char* path) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiFile(path); }); }
+zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiData(bytes, numberOfBytes); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
 int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }

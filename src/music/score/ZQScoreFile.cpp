@@ -24,7 +24,7 @@ long long sizeOf(FILE* file) {
 
 ScoreFile readScoreFile(const char* path) {
   ScoreFile content;
-  const std::unique_ptr<FILE, CloseFile> file(path != nullptr ? openRegularFile(path) : nullptr);
+  const std::unique_ptr<FILE, CloseFile> file(openRegularFile(path));
   const long long size = file != nullptr ? sizeOf(file.get()) : -1;
   if (size < 0) return content;
   setvbuf(file.get(), nullptr, _IONBF, 0);
