@@ -8,6 +8,7 @@
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
+#include "music/score/ZQKernScoreReader.h"
 #include "music/score/ZQMidiScoreReader.h"
 #include "music/score/ZQScore.h"
 #include "music/score/ZQScoreMidiWriter.h"
@@ -132,6 +133,8 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByNumber(lastIndex, records); }); }
 void zq_deleteScore(zq_Score* score) noexcept { guarded([&] { zmatrix::deleteScore(score); }); }
 const char* zq_textOfScoreFinding(int kind) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreFinding(kind); }); }
+zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernFile(path, graceQuanta); }); }
+zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernData(bytes, numberOfBytes, graceQuanta); }); }
 zq_Score* zq_createScoreFromMidiFile(const char* path) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiFile(path); }); }
 zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiData(bytes, numberOfBytes); }); }
 int zq_writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWriting* writing) noexcept { return guarded<int>([&] { return zmatrix::writeScoreToMidiFile(score, path, writing); }); }
