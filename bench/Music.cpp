@@ -235,17 +235,17 @@ void registerMusic(const std::string& folder) {
     return measured;
   };
   registerRow("midi_read/limit:0/size:500/zmatrix", [=] { return readLarge(notesOf); });
-  registerRow("midi_read/limit:0/size:500/exact", [=] { return readLarge(exactNotesOf); });
+  registerRow("midi_read/limit:0/size:500/zmatrix_exact", [=] { return readLarge(exactNotesOf); });
   registerRow("midi_read/limit:0/size:500/counting_pass", [=] { return readLarge(noteOnsOf); });
   registerRow("midi_write/limit:0/size:500/zmatrix", [] { return write(notesOfLargeFile); });
   registerRow("midi_write/limit:0/size:50/zmatrix", [] { return write(notesOfLargeFile / 10); });
-  registerRow("midi_write/limit:0/size:500/exact", [] { return writeScore(notesOfLargeFile); });
-  registerRow("midi_write/limit:0/size:50/exact", [] { return writeScore(notesOfLargeFile / 10); });
+  registerRow("midi_write/limit:0/size:500/zmatrix_exact", [] { return writeScore(notesOfLargeFile); });
+  registerRow("midi_write/limit:0/size:50/zmatrix_exact", [] { return writeScore(notesOfLargeFile / 10); });
   registerRow("midi_unended/limit:0/size:1000/zmatrix", pairUnended);
   if (folder.empty()) return;
   const std::vector<std::string> files = midiFilesIn(folder);
   registerRow("midi_read/limit:0/size:0/zmatrix", [=] { return countNotes(files, 20, notesOf); });
-  registerRow("midi_read/limit:0/size:0/exact", [=] { return countNotes(files, 20, exactNotesOf); });
+  registerRow("midi_read/limit:0/size:0/zmatrix_exact", [=] { return countNotes(files, 20, exactNotesOf); });
 #ifdef ZMATRIX_BENCH_SMF
   registerRow("midi_read/limit:0/size:0/libsmf", [=] { return countNotes(filesInOrder(files), 20, noteOnsOfSmf); });
 #endif
