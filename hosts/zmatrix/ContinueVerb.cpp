@@ -48,13 +48,19 @@ void runContinue(ContinueOptions& options) {
   if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, material->nothingLearned()};
 
   options.generation.level = options.learning.level;
+  if (subjectOf(inputs) == Subject::texts && (options.generation.verbose || options.generation.json)) {
+    for (const InputFile& input : inputs) options.generation.against.push_back(input.path);
+  }
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
   if (!options.talk.quiet) {
     std::fprintf(stderr, "learned %s, %s; continuing %s\n", countOf(static_cast<long long>(inputs.size()), "file").c_str(),
                  material->amountIn(*matrix).c_str(), continuation->description().c_str());
+    if (!continuation->remark().empty()) std::fprintf(stderr, "%s\n", continuation->remark().c_str());
   }
   continuation->write(output, progress);
+  progress.clear();
+  if (!options.talk.quiet) std::fputs(continuation->report().c_str(), stderr);
 }
 
 }  // namespace

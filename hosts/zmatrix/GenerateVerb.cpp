@@ -45,8 +45,11 @@ void runGenerate(const GenerateOptions& options) {
   progress.clear();
   if (!options.talk.quiet) {
     std::fprintf(stderr, "loaded %s; continuing %s\n", options.model.c_str(), continuation->description().c_str());
+    if (!continuation->remark().empty()) std::fprintf(stderr, "%s\n", continuation->remark().c_str());
   }
   continuation->write(output, progress);
+  progress.clear();
+  if (!options.talk.quiet) std::fputs(continuation->report().c_str(), stderr);
 }
 
 }  // namespace
@@ -57,6 +60,11 @@ void addGenerateVerb(CLI::App& app) {
   verb->add_option("MODEL", options->model, "A file that `zmatrix learn` made")->required()->option_text(" ");
   addLevelOption(*verb, options->generation.level);
   addGenerationOptions(*verb, options->generation);
+  verb->add_option("--against", options->generation.against,
+                   "A text to compare the result with, as one that was learned; can be repeated")
+      ->allow_extra_args(false)
+      ->option_text("FILE")
+      ->group("Texts");
   verb->add_flag("--force", options->force, "Continue what is left of a damaged model");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

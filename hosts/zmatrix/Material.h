@@ -19,8 +19,12 @@ class Continuation {
   virtual ~Continuation() = default;
   /// For the line that says what is continued.
   virtual std::string description() const = 0;
+  /// How much of the start is known, if not all of it; else empty.
+  virtual std::string remark() const { return ""; }
   /// Writes the start and what comes next. To be called once.
   virtual void write(Output& output, Progress& progress) = 0;
+  /// What is to be said of what was written, in lines.
+  virtual std::string report() const { return ""; }
 };
 
 class Material {
@@ -60,6 +64,9 @@ std::unique_ptr<Material> makeNumberMaterial(const LearningOptions& options);
 
 /// True if an option was given that is for one subject, or for two of the three.
 bool isLimitedToASubject(const LearningOptions& options);
+
+/// Throws a Failure if an option was given that only the continuation of a text has.
+void refuseTextOptions(const GenerationOptions& options, const char* subject);
 
 /// Throws the Failure of an option that a model which has learned before can't take.
 [[noreturn]] void refuseUpdate(const std::string& reason);

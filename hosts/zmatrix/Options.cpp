@@ -122,6 +122,19 @@ void addGenerationOptions(CLI::App& verb, GenerationOptions& options) {
       ->check(CLI::NonNegativeNumber)
       ->option_text("ID")
       ->group("Music");
+  verb.add_option("--sentences", options.sentences, "End with the Nth sentence; --count then only bounds what is written")
+      ->check(CLI::PositiveNumber)
+      ->option_text("N")
+      ->group("Texts");
+  verb.add_option("--lines", options.lines, "End with the Nth line")
+      ->check(CLI::PositiveNumber)
+      ->option_text("N")
+      ->group("Texts")
+      ->excludes("--sentences");
+  verb.add_flag("--verbose,-v", options.verbose,
+                "Say how much was written, and what share of it is copied in runs of 25, 50 and 100 characters")
+      ->group("Texts");
+  verb.add_flag("--json", options.json, "Write one JSON object: the text, and what --verbose says")->group("Texts");
   verb.add_option("--out", options.out, "File to write; without it, or with -, standard output")
       ->check(isNamed)
       ->option_text("FILE");

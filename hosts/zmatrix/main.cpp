@@ -7,6 +7,7 @@
 #include <iostream>
 #include <new>
 #include <string>
+#include <vector>
 
 #include "Failure.h"
 #include "Output.h"
@@ -24,6 +25,19 @@ std::string wrongVerb(const CLI::App& app, const std::string& given) {
   std::string verbs;
   for (const CLI::App* verb : app.get_subcommands(nullptr)) verbs += (verbs.empty() ? "" : ", ") + verb->get_name();
   return (given.empty() ? "a verb is missing" : given + " is no verb") + ": " + verbs + " (`zmatrix --help` tells what they do)";
+}
+
+// The arguments, the last first as the parser wants them. "--start=" is an option with an empty value, which the parser would
+// look for in the next argument.
+std::vector<std::string> argumentsOf(int count, char** arguments) {
+  std::vector<std::string> reversed;
+  for (int at = 1; at < count; ++at) {
+    const std::string argument = arguments[at];
+    const bool isEmptyOption = argument.size() > 3 && argument.rfind("--", 0) == 0 && argument.find('=') == argument.size() - 1;
+    reversed.insert(reversed.begin(), isEmptyOption ? argument.substr(0, argument.size() - 1) : argument);
+    if (isEmptyOption) reversed.insert(reversed.begin(), "");
+  }
+  return reversed;
 }
 
 int end(ExitCode code, const std::string& text) {
@@ -48,7 +62,7 @@ int main(int argumentCount, char** arguments) {
   addConvertVerb(app);
   addNumbersVerb(app);
   try {
-    app.parse(argumentCount, arguments);
+    app.parse(argumentsOf(argumentCount, arguments));
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() != 0 && app.get_subcommands().empty()) {
       return end(ExitCode::usage, wrongVerb(app, argumentCount > 1 ? arguments[1] : ""));
