@@ -51,7 +51,8 @@ void addNumberOptions(CLI::App& verb, LearningOptions& options) {
 
 void addTextOptions(CLI::App& verb, LearningOptions& options) {
   addLevelOption(verb, options.level);
-  verb.add_option("--max-words", options.maxWords, "With --level words: longest run of words learned, 1 to 64, 3 unless given")
+  verb.add_option("--max-words", options.maxWords,
+                  "With --level words: longest run of words learned, 1 to 64; 2 unless given, 3 from 256 KiB of text on")
       ->check(CLI::Range(1, 64))
       ->option_text("N")
       ->group("Texts");
@@ -77,9 +78,10 @@ void addLearningOptions(CLI::App& verb, LearningOptions& options, const std::str
                   "words")
       ->transform(CLI::CheckedTransformer(tiers))
       ->option_text("full|medium");
-  verb.add_option("--max-phrase", options.maxPhrase,
-                  "Longest phrase learned, 1 to 1024 letters, notes or numbers, 8 unless given: more keeps closer to the input, "
-                  "for memory in proportion. With --level words it is the longest word, 16 unless given")
+  verb.add_option(
+          "--max-phrase", options.maxPhrase,
+          "Longest phrase learned, 1 to 1024 letters, notes or numbers, 8 unless given (10 letters from 256 KiB of text on): "
+          "more keeps closer to the input, for memory in proportion. With --level words it is the longest word, 16 unless given")
       ->check(CLI::Range(1, 1024))
       ->option_text("N");
   verb.add_option("--coding", options.coding,
