@@ -19,12 +19,8 @@ class Continuation {
   virtual ~Continuation() = default;
   /// For the line that says what is continued.
   virtual std::string description() const = 0;
-  /// How much of the start is known, if not all of it; else empty.
-  virtual std::string remark() const { return ""; }
   /// Writes the start and what comes next. To be called once.
   virtual void write(Output& output, Progress& progress) = 0;
-  /// What is to be said of what was written, in lines.
-  virtual std::string report() const { return ""; }
 };
 
 class Material {

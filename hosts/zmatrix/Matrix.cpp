@@ -66,7 +66,7 @@ class MatrixOf : public Matrix {
 
   void setLoudness(Loudness loudness) override {
     loudness_ = loudness;
-    Functions::setDebugDevice(matrix(), loudness.level < 0 ? 0 : 1);
+    Functions::setDebugDevice(matrix(), loudness.printsMessages() ? 1 : 0);
     Functions::setDebugLevel(matrix(), loudness.level);
   }
 
@@ -238,8 +238,7 @@ class MatrixOf : public Matrix {
       while (id < numberOfIDs() && (itemsLearned(id) == before[id] || !holdsText(id))) ++id;
       if (id == numberOfIDs()) id = -1;
       if (result < 1 && !isExcused(result, id, path)) {
-        throw Failure{ExitCode::limit,
-                      "the matrix could not take all of " + path + ": fewer texts or a smaller --max-phrase need less"};
+        throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer texts"};
       }
       return {id, wordsLeftOut};
     } else {
@@ -279,8 +278,7 @@ class MatrixOf : public Matrix {
       Functions::addNameOfFile(matrix(), path.c_str());
       const Hush hush(*this);  // what can't be coded the caller has told by now
       if (Functions::learnSeries(matrix(), series.data(), static_cast<int>(series.size())) >= 1) return;
-      throw Failure{ExitCode::limit,
-                    "the matrix could not take all of " + path + ": fewer numbers or a smaller --max-phrase need less"};
+      throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer numbers"};
     } else {
       refuse(noTexts);
     }
@@ -482,7 +480,7 @@ class MatrixOf : public Matrix {
 
 template <class Functions>
 std::unique_ptr<Matrix> createOf(Loudness loudness) {
-  auto* handle = Functions::create(loudness.level < 0 ? 0 : 1, loudness.level, "");
+  auto* handle = Functions::create(loudness.printsMessages() ? 1 : 0, loudness.level, "");
   if (handle == nullptr) throw Failure{ExitCode::limit, "no memory for a matrix"};
   return std::make_unique<MatrixOf<Functions>>(handle, loudness);
 }

@@ -49,12 +49,12 @@ struct GenerationOptions {
   std::optional<long long> sentences;
   std::optional<long long> lines;
   std::vector<std::string> against;  ///< the texts that the result is compared with
-  bool verbose = false;
   bool json = false;
 };
 
 struct TalkOptions {
   bool quiet = false;
+  bool verbose = false;
   int debugLevel = 0;
 
   Loudness loudness() const { return {quiet ? -1 : debugLevel}; }

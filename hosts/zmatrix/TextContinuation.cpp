@@ -104,6 +104,7 @@ std::unique_ptr<TextSource> TextContinuation::source(SureCopies* copies) {
 }
 
 void TextContinuation::write(Output& output, Progress& progress) {
+  if (const std::string unknown = remark(); !unknown.empty()) note(unknown);
   goTo(id_, context_);
   matrix_.setMethod(options_.method);
   matrix_.seed(options_.seed);
@@ -131,6 +132,8 @@ void TextContinuation::write(Output& output, Progress& progress) {
   if (options_.json) output.write(json());
   output.commit();
   if (!shown) std::fputc('\n', stderr);
+  progress.clear();
+  report();
 }
 
 void TextContinuation::put(const std::vector<int>& characters, Output& output) {
@@ -157,19 +160,16 @@ CopiedRuns::Shares TextContinuation::compareWithTexts() {
   return runs.shares();
 }
 
-std::string TextContinuation::report() const {
-  std::string report;
-  if (options_.sentences || options_.lines) {
-    if (!end_.isReached()) report = "stopped behind " + countOf(pieces_, level_ == Level::letters ? "character" : "word") + "\n";
-  }
-  if (!isMeasured()) return report;
-  report += "wrote " + countOf(pieces_, level_ == Level::letters ? "character" : "word") + ", " +
-            countOf(end_.sentences(), "sentence") + "; copied in runs of ";
+void TextContinuation::report() const {
+  const std::string amount = countOf(pieces_, level_ == Level::letters ? "character" : "word");
+  if ((options_.sentences || options_.lines) && !end_.isReached()) note("stopped behind " + amount);
+  if (!isMeasured()) return;
+  std::string shares;
   for (std::size_t at = 0; at < copied_.size(); ++at) {
-    report += (at == 0 ? "" : ", ") + std::to_string(CopiedRuns::lengths[at]) + " characters: " + percent(copied_[at]);
+    shares += (at == 0 ? "" : ", ") + std::to_string(CopiedRuns::lengths[at]) + " characters: " + percent(copied_[at]);
   }
-  if (options_.against.empty()) report += ", or more: without the texts (--against) a model tells the least that it can be";
-  return report + "\n";
+  note("wrote " + amount + ", " + countOf(end_.sentences(), "sentence") + "; copied in runs of " + shares);
+  if (options_.against.empty()) note("more may be copied: without the texts (--against) a model tells the least that it can be");
 }
 
 std::string TextContinuation::json() const {

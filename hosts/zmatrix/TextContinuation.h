@@ -5,6 +5,7 @@
 
 #include "CopiedRuns.h"
 #include "Material.h"
+#include "Talk.h"
 #include "TextEnd.h"
 #include "TextSource.h"
 
@@ -16,14 +17,14 @@ class TextContinuation : public Continuation {
 
   /// The language.
   std::string description() const override { return languageOf(matrix_.record(id_)); }
-  std::string remark() const override;
   void write(Output& output, Progress& progress) override;
-  std::string report() const override;
 
  private:
   void choose();
+  std::string remark() const;
+  void report() const;
   void goTo(int id, const std::vector<int>& start);
-  bool isMeasured() const { return options_.verbose || options_.json || !options_.against.empty(); }
+  bool isMeasured() const { return isVerbose() || options_.json || !options_.against.empty(); }
   std::unique_ptr<TextSource> source(SureCopies* copies);
   void put(const std::vector<int>& characters, Output& output);
   long long mostPieces() const;

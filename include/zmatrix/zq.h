@@ -436,6 +436,27 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 /// Sorts the records 0 to `lastIndex` by the low 32 bits of the number.
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records);
 
+// ---- Scores -------------------------------------------------------------------------------------------------------------------
+
+/// Releases a score with all that belongs to it. Null is ignored.
+void zq_deleteScore(zq_Score* score);
+
+/// What a finding (zq_ScoreFindingKind) says, in a few words. The text is the library's; it is empty for other numbers.
+const char* zq_textOfScoreFinding(int kind);
+
+// ---- Scores from kern files ---------------------------------------------------------------------------------------------------
+
+/// Reads a Humdrum file with **kern spines exactly: tied notes are one, times are fractions, and what can't be read is told as
+/// findings. Other spines are passed over.
+/// `graceQuanta`: 0 for grace notes without a duration at the onset of the note that they lead to; else their duration in
+/// quanta, 3072 to the quarter, at most 49152. Then each begins so much before the next note, or less where the token before
+/// leaves no room; all other notes stay where they are.
+/// Result: the score, for zq_deleteScore, also for a file that isn't there or isn't kern (`state`); null if memory is exhausted.
+zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta);
+
+/// The same of bytes in memory. They are not needed any more afterwards; null, or a number below 0, stands for no bytes.
+zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta);
+
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 
 /// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets

@@ -8,6 +8,8 @@
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
+#include "music/score/ZQKernScoreReader.h"
+#include "music/score/ZQScore.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQGocron.h"
 #include "numbers/ZQGocronSequence.h"
@@ -127,6 +129,10 @@ int* zq_createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence
 naturalNumberGocronCodeTag* zq_createGocronCodeIndices(int ocronType, const int* numbers, int count) noexcept { return guarded<naturalNumberGocronCodeTag*>([&] { return zmatrix::createGocronCodeIndices(ocronType, numbers, count); }); }
 void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByGocronCode(lastIndex, records); }); }
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByNumber(lastIndex, records); }); }
+void zq_deleteScore(zq_Score* score) noexcept { guarded([&] { zmatrix::deleteScore(score); }); }
+const char* zq_textOfScoreFinding(int kind) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreFinding(kind); }); }
+zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernFile(path, graceQuanta); }); }
+zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernData(bytes, numberOfBytes, graceQuanta); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
 int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }
