@@ -60,13 +60,13 @@ TEST_F(SentencesTest, BeginAsLearnedOnesBegin) {
   for (const std::string& line : linesOf("continue names.txt --max-phrase 7 --seed 4 --lines 100")) {
     EXPECT_TRUE(beginsWith(line, "The ") || beginsWith(line, "It ") || beginsWith(line, "Is it ")) << line;
   }
-  for (int seed = 0; seed < 20; ++seed) {
+  for (int seed = 0; seed < 8; ++seed) {
     const std::string line =
         linesOf("continue names.txt --level words --max-words 3 --sentences 1 --seed " + std::to_string(seed)).front();
     EXPECT_TRUE(beginsWith(line, "The ") || beginsWith(line, "It ") || beginsWith(line, "Is ")) << line;
   }
   // a start that ends a sentence is followed by the beginning of another
-  for (int seed = 0; seed < 20; ++seed) {
+  for (int seed = 0; seed < 8; ++seed) {
     const std::string line =
         zmatrix("continue names.txt --max-phrase 7 --start 'So Tom. ' --count 30 --seed " + std::to_string(seed)).output;
     EXPECT_TRUE(line.find("So Tom. The ") == 0 || line.find("So Tom. I") == 0) << line;
