@@ -55,6 +55,11 @@ void addGenerateVerb(CLI::App& app) {
   verb->add_option("MODEL", options->model, "A file that `zmatrix learn` made")->required()->option_text(" ");
   addLevelOption(*verb, options->generation.level);
   addGenerationOptions(*verb, options->generation);
+  verb->add_option("--against", options->generation.against,
+                   "A text to compare the result with, as one that was learned; can be repeated")
+      ->allow_extra_args(false)
+      ->option_text("FILE")
+      ->group("Texts");
   verb->add_flag("--force", options->force, "Continue what is left of a damaged model");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);
