@@ -61,6 +61,11 @@ void addGenerateVerb(CLI::App& app) {
   addEncodingOption(*verb, options->generation.encoding,
                     "How a text is written: utf-8 (unless given), utf-16, utf-16le, utf-16be, windows-1252, iso-8859-1");
   addGenerationOptions(*verb, options->generation);
+  verb->add_option("--against", options->generation.against,
+                   "A text to compare the result with, as one that was learned; can be repeated")
+      ->allow_extra_args(false)
+      ->option_text("FILE")
+      ->group("Texts");
   verb->add_flag("--force", options->force, "Continue what is left of a damaged model");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

@@ -44,10 +44,17 @@ struct GenerationOptions {
   std::optional<long long> count;
   long long seed = 31459;
   Method method = Method::random;
-  std::optional<Level> level;        ///< texts; told with the learning options where both are there
-  std::optional<Encoding> encoding;  ///< texts; told with the learning options where both are there
-  std::optional<int> matrixID;       ///< music
+  std::optional<int> matrixID;  ///< music
   std::string out;
+
+  // texts
+  std::optional<Level> level;               ///< told with the learning options where both are there
+  std::optional<Encoding> encoding;         ///< of what is written; told with the learning options where both are there
+  std::optional<Encoding> encodingOfTexts;  ///< of those that the result is compared with
+  std::optional<long long> sentences;
+  std::optional<long long> lines;
+  std::vector<std::string> against;  ///< the texts that the result is compared with
+  bool json = false;
 };
 
 struct TalkOptions {
