@@ -7,18 +7,13 @@
 #include "Failure.h"
 #include "Inputs.h"
 #include "Statistics.h"
+#include "TextFile.h"
 
 namespace {
 
 constexpr long long usualCount = 1000;
 constexpr long long mostPiecesOfALine = 10000;  // a choice that goes round in circles may never end a sentence
 constexpr std::size_t mostCompared = 1000000;   // characters
-
-std::string textOf(const std::vector<int>& characters) {
-  std::string text;
-  for (const int character : characters) text += static_cast<char>(character);
-  return text;
-}
 
 std::string percent(double share) {
   char text[16];
@@ -35,7 +30,7 @@ long long wordsOf(const std::vector<int>& text) {
 }  // namespace
 
 TextContinuation::TextContinuation(Matrix& matrix, Level level, const GenerationOptions& options)
-    : matrix_(matrix), level_(level), options_(options), start_(itemsOf(options.start)), end_(options.sentences, options.lines) {
+    : matrix_(matrix), level_(level), options_(options), start_(itemsOfArgument(options.start)), encoder_(options.encoding), end_(options.sentences, options.lines) {
   if (level == Level::words && !matrix.hasWords())
     throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
   if (level == Level::letters) matrix.forgetWords();
@@ -83,9 +78,9 @@ std::string TextContinuation::remark() const {
     const std::vector<int> start = matrix_.preprocess(context_);
     if (known_ >= std::min<long long>(static_cast<long long>(start.size()), limit - 1)) return "";
     return "of the start only the last " + countOf(known_, "character") + (known_ == 1 ? " is" : " are") + " known: \"" +
-           textOf({start.end() - known_, start.end()}) + "\"";
+           TextEncoder(Encoding::utf8).bytesOf(std::vector<int>(start.end() - known_, start.end())) + "\"";
   }
-  const int unknown = matrix_.countUnknownWords(id_, options_.start);
+  const int unknown = matrix_.countUnknownWords(id_, start_);
   if (unknown > 0) return countOf(unknown, "word") + " of the start " + (unknown == 1 ? "is" : "are") + " not known";
   const long long longest = matrix_.record(matrix_.record(id_).currentMatrixIDLevelUp).maxPhraseLengthForUpdateWithSequence - 1;
   if (known_ >= std::min(wordsOf(context_), longest)) return "";
@@ -114,6 +109,7 @@ void TextContinuation::write(Output& output, Progress& progress) {
   const bool shown = !output.isOnTerminal();  // there the text itself shows how far it is
   const long long most = mostPieces();
 
+  if (!options_.json) output.write(encoder_.mark());
   put(start_, output);
   written_.clear();
   if (known_ > 0) {
@@ -131,6 +127,7 @@ void TextContinuation::write(Output& output, Progress& progress) {
   if (isMeasured()) copied_ = asksTheModel ? sureCopies.shares() : compareWithTexts();
   if (options_.json) output.write(json());
   output.commit();
+  if (encoder_.lost() > 0) note(countOf(encoder_.lost(), "character") + " written as ?, since the encoding lacks them");
   if (!shown) std::fputc('\n', stderr);
   progress.clear();
   report();
@@ -138,9 +135,9 @@ void TextContinuation::write(Output& output, Progress& progress) {
 
 void TextContinuation::put(const std::vector<int>& characters, Output& output) {
   if (options_.json) {
-    text_ += textOf(characters);
+    text_ += jsonEncoder_.bytesOf(characters);
   } else {
-    output.write(textOf(characters));
+    output.write(encoder_.bytesOf(characters));
   }
   if (isMeasured() && written_.size() < mostCompared) written_.insert(written_.end(), characters.begin(), characters.end());
 }
@@ -156,7 +153,10 @@ CopiedRuns::Shares TextContinuation::compareWithTexts() {
   const Hush hush(matrix_);
   matrix_.select(id_);
   CopiedRuns runs(written_);
-  for (const std::string& path : options_.against) runs.compareWith(matrix_.preprocess(itemsOf(readFile(path))));
+  for (const std::string& path : options_.against) {
+    const DecodedText text = readText({path, path, 0, Kind::text}, options_.encodingOfTexts, true);
+    runs.compareWith(matrix_.preprocess(text.items));
+  }
   return runs.shares();
 }
 
@@ -175,7 +175,7 @@ void TextContinuation::report() const {
 std::string TextContinuation::json() const {
   Json result;
   result["text"] = text_;
-  result["start"] = options_.start;
+  result["start"] = TextEncoder(Encoding::utf8).bytesOf(start_);
   result["language"] = description();
   result["level"] = level_ == Level::letters ? "letters" : "words";
   result["known_of_start"] = known_;

@@ -69,11 +69,13 @@ TEST(WordsUpdate, GivesTheWordsAndSequencesOfTheWholeUpdate) {
   for (int round = 0; round < 2; ++round) {
     ASSERT_EQ(whole.learn(text), 1);
     if (round == 0) {
-      EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 0), 0);
+      EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 0, nullptr), 0);
       EXPECT_EQ(words.learn("x"), 1);  // sets the sub-matrix up for texts
       EXPECT_EQ(whole.learn("x"), 1);
     }
-    ASSERT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), static_cast<int>(values.size())), 1);
+    ASSERT_EQ(
+        zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), static_cast<int>(values.size()), nullptr),
+        1);
     EXPECT_EQ(words->getNumberOfSymbols(), whole->getNumberOfSymbols());
     EXPECT_LT(words->getNumberOfWriteElements(), whole->getNumberOfWriteElements() / 4);
     EXPECT_EQ(words.spell(words.symbolsOf(text).entries), whole.spell(whole.symbolsOf(text).entries));
@@ -86,7 +88,7 @@ TEST(WordsUpdate, GivesTheWordsAndSequencesOfTheWholeUpdate) {
   }
   EXPECT_EQ(zmatrix::brokenInvariant(*words.get()), "");
   words->setMatrixAILevel(0);
-  EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 5), 0);
+  EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 5, nullptr), 0);
 }
 
 }  // namespace

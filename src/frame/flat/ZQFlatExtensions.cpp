@@ -4,6 +4,7 @@
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQVersion.h"
 #include "frame/flat/ZQGuarded.h"
+#include "music/ZQCharacterFeed.h"
 #include "music/kern/ZQKernReport.h"
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
@@ -135,7 +136,9 @@ zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta) noexcept
 zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernData(bytes, numberOfBytes, graceQuanta); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
-int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length, wordsLeftOut); }, -2); }
+int zq_prepareMatrixForText(ZQMatrix* matrix, const int* characters, int length, const char* name) noexcept { return guarded<int>([&] { return zmatrix::prepareMatrixForText(matrix, characters, length, name); }, -1); }
+int zq_prepareMatrixForText_Medium(ZQMatrixMedium* matrix, const int* characters, int length, const char* name) noexcept { return guarded<int>([&] { return zmatrix::prepareMatrixForText(matrix, characters, length, name); }, -1); }
 
 }  // extern "C"
 #pragma GCC visibility pop
