@@ -30,7 +30,12 @@ long long wordsOf(const std::vector<int>& text) {
 }  // namespace
 
 TextContinuation::TextContinuation(Matrix& matrix, Level level, const GenerationOptions& options)
-    : matrix_(matrix), level_(level), options_(options), start_(itemsOfArgument(options.start)), encoder_(options.encoding), end_(options.sentences, options.lines) {
+    : matrix_(matrix),
+      level_(level),
+      options_(options),
+      start_(itemsOfArgument(options.start)),
+      encoder_(options.encoding),
+      end_(options.sentences, options.lines) {
   if (level == Level::words && !matrix.hasWords())
     throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
   if (level == Level::letters) matrix.forgetWords();
