@@ -457,6 +457,33 @@ zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta);
 /// The same of bytes in memory. They are not needed any more afterwards; null, or a number below 0, stands for no bytes.
 zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta);
 
+// ---- Scores from MIDI files ---------------------------------------------------------------------------------------------------
+
+/// Reads a Standard MIDI File exactly: every note of every track, with its time as it stands in the file. Formats 0, 1 and
+/// 2, divisions in ticks and in seconds, RIFF-wrapped files. A part is a channel of a track; the tracks of format 2 are
+/// pieces that follow each other. What is no plain music is a finding. The format is that of the Standard MIDI File
+/// specification 1.0.
+/// Result: a new score, also of a file that can't be read, which its state tells; `zq_deleteScore` releases it. Null if
+/// memory is exhausted.
+zq_Score* zq_createScoreFromMidiFile(const char* path);
+
+/// As `zq_createScoreFromMidiFile`, of a file that lies in memory. The bytes are not needed behind the call. Null or a number
+/// below 0 gives a score with the state `zq_ScoreOtherFormat`.
+/// Result: as there.
+zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes);
+
+/// Writes a score as a Standard MIDI File of format 1. Reading it exactly gives the same notes: onset, duration, pitch,
+/// channel, program and velocity, as long as a division up to 32,767 makes all times whole (`timesMoved`). Percussion is what
+/// is on channel 9. The file is replaced whole or stays as it was. `score` may be one that a host has made: it is checked, and
+/// its bar lines and findings are not looked at. `writing`, if not null, gets how it went.
+/// Result: zq_ScoreWritingState, 1 if all is written.
+int zq_writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWriting* writing);
+
+/// As `zq_writeScoreToMidiFile`, into memory. `numberOfBytes`, if not null, gets the length.
+/// Result: the bytes of the file, which the caller releases with `s_Free`; null if there is none, for which `writing` tells
+/// the reason.
+unsigned char* zq_createMidiDataOfScore(const zq_Score* score, long long* numberOfBytes, zq_ScoreWriting* writing);
+
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 
 /// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets

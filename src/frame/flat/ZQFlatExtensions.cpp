@@ -10,7 +10,9 @@
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
 #include "music/score/ZQKernScoreReader.h"
+#include "music/score/ZQMidiScoreReader.h"
 #include "music/score/ZQScore.h"
+#include "music/score/ZQScoreMidiWriter.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQGocron.h"
 #include "numbers/ZQGocronSequence.h"
@@ -134,6 +136,10 @@ void zq_deleteScore(zq_Score* score) noexcept { guarded([&] { zmatrix::deleteSco
 const char* zq_textOfScoreFinding(int kind) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreFinding(kind); }); }
 zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernFile(path, graceQuanta); }); }
 zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernData(bytes, numberOfBytes, graceQuanta); }); }
+zq_Score* zq_createScoreFromMidiFile(const char* path) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiFile(path); }); }
+zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiData(bytes, numberOfBytes); }); }
+int zq_writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWriting* writing) noexcept { return guarded<int>([&] { return zmatrix::writeScoreToMidiFile(score, path, writing); }); }
+unsigned char* zq_createMidiDataOfScore(const zq_Score* score, long long* numberOfBytes, zq_ScoreWriting* writing) noexcept { return guarded<unsigned char*>([&] { return zmatrix::createMidiDataOfScore(score, numberOfBytes, writing); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
 int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length, wordsLeftOut); }, -2); }
