@@ -49,9 +49,9 @@ void runContinue(ContinueOptions& options) {
 
   options.generation.level = options.learning.level;
   options.generation.encoding = options.learning.encoding;
+  options.generation.encodingOfTexts = options.learning.encoding;
   if (subjectOf(inputs) == Subject::texts && (isVerbose() || options.generation.json)) {
     for (const InputFile& input : inputs) options.generation.against.push_back(input.path);
-    options.generation.encodingOfTexts = options.learning.encoding;
   }
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();

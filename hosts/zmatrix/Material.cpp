@@ -69,9 +69,9 @@ bool isLimitedToASubject(const LearningOptions& options) {
 
 void refuseTextOptions(const GenerationOptions& options, const char* subject) {
   const std::pair<const char*, bool> given[] = {
-      {"--level", options.level.has_value()},         {"--encoding", options.encoding.has_value()},
-      {"--sentences", options.sentences.has_value()}, {"--lines", options.lines.has_value()},
-      {"--against", !options.against.empty()},        {"--json", options.json}};
+      {"--level", options.level.has_value()},       {"--sentences", options.sentences.has_value()},
+      {"--lines", options.lines.has_value()},       {"--against", !options.against.empty()},
+      {"--encoding", options.encoding.has_value()}, {"--json", options.json}};
   for (const auto& [name, isGiven] : given) {
     if (isGiven) throw Failure{ExitCode::usage, std::string(name) + " is not for " + subject};
   }

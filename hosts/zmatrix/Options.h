@@ -48,12 +48,12 @@ struct GenerationOptions {
   std::string out;
 
   // texts
-  std::optional<Level> level;        ///< told with the learning options where both are there
-  std::optional<Encoding> encoding;  ///< the same
+  std::optional<Level> level;               ///< told with the learning options where both are there
+  std::optional<Encoding> encoding;         ///< of what is written; told with the learning options where both are there
+  std::optional<Encoding> encodingOfTexts;  ///< of those that the result is compared with
   std::optional<long long> sentences;
   std::optional<long long> lines;
   std::vector<std::string> against;  ///< the texts that the result is compared with
-  std::optional<Encoding> encodingOfTexts;
   bool json = false;
 };
 

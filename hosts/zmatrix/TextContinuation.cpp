@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "Failure.h"
-#include "Inputs.h"
+#include "Reopenable.h"
 #include "Statistics.h"
 #include "TextFile.h"
 
@@ -14,6 +14,10 @@ namespace {
 constexpr long long usualCount = 1000;
 constexpr long long mostPiecesOfALine = 10000;  // a choice that goes round in circles may never end a sentence
 constexpr std::size_t mostCompared = 1000000;   // characters
+
+std::string textOf(const std::vector<int>& characters) {
+  return TextEncoder(Encoding::utf8).bytesOf(characters);
+}
 
 std::string percent(double share) {
   char text[16];
@@ -39,7 +43,7 @@ TextContinuation::TextContinuation(Matrix& matrix, Level level, const Generation
   if (level == Level::words && !matrix.hasWords())
     throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
   if (level == Level::letters) matrix.forgetWords();
-  for (const std::string& path : options.against) requireReadable(path);
+  for (const std::string& path : options.against) requireReadable(reopenable(path));
   choose();
   // no phrase of letters reaches over the end of a sentence, runs of words do
   context_ = level == Level::letters ? unfinishedSentence(start_) : start_;
@@ -83,7 +87,7 @@ std::string TextContinuation::remark() const {
     const std::vector<int> start = matrix_.preprocess(context_);
     if (known_ >= std::min<long long>(static_cast<long long>(start.size()), limit - 1)) return "";
     return "of the start only the last " + countOf(known_, "character") + (known_ == 1 ? " is" : " are") + " known: \"" +
-           TextEncoder(Encoding::utf8).bytesOf(std::vector<int>(start.end() - known_, start.end())) + "\"";
+           textOf({start.end() - known_, start.end()}) + "\"";
   }
   const int unknown = matrix_.countUnknownWords(id_, start_);
   if (unknown > 0) return countOf(unknown, "word") + " of the start " + (unknown == 1 ? "is" : "are") + " not known";
@@ -132,7 +136,6 @@ void TextContinuation::write(Output& output, Progress& progress) {
   if (isMeasured()) copied_ = asksTheModel ? sureCopies.shares() : compareWithTexts();
   if (options_.json) output.write(json());
   output.commit();
-  if (encoder_.lost() > 0) note(countOf(encoder_.lost(), "character") + " written as ?, since the encoding lacks them");
   if (!shown) std::fputc('\n', stderr);
   progress.clear();
   report();
@@ -140,7 +143,7 @@ void TextContinuation::write(Output& output, Progress& progress) {
 
 void TextContinuation::put(const std::vector<int>& characters, Output& output) {
   if (options_.json) {
-    text_ += jsonEncoder_.bytesOf(characters);
+    text_ += textOf(characters);
   } else {
     output.write(encoder_.bytesOf(characters));
   }
@@ -159,7 +162,8 @@ CopiedRuns::Shares TextContinuation::compareWithTexts() {
   matrix_.select(id_);
   CopiedRuns runs(written_);
   for (const std::string& path : options_.against) {
-    const DecodedText text = readText({path, path, 0, Kind::text}, options_.encodingOfTexts, true);
+    const std::string name = nameOfArgument(path);
+    const DecodedText text = readText({name, reopenable(path), 0, Kind::text}, options_.encodingOfTexts, true);
     runs.compareWith(matrix_.preprocess(text.items));
   }
   return runs.shares();
@@ -168,6 +172,7 @@ CopiedRuns::Shares TextContinuation::compareWithTexts() {
 void TextContinuation::report() const {
   const std::string amount = countOf(pieces_, level_ == Level::letters ? "character" : "word");
   if ((options_.sentences || options_.lines) && !end_.isReached()) note("stopped behind " + amount);
+  if (encoder_.lost() > 0) note(countOf(encoder_.lost(), "character") + " written as ?, since the encoding lacks them");
   if (!isMeasured()) return;
   std::string shares;
   for (std::size_t at = 0; at < copied_.size(); ++at) {
@@ -180,7 +185,7 @@ void TextContinuation::report() const {
 std::string TextContinuation::json() const {
   Json result;
   result["text"] = text_;
-  result["start"] = TextEncoder(Encoding::utf8).bytesOf(start_);
+  result["start"] = textOf(start_);
   result["language"] = description();
   result["level"] = level_ == Level::letters ? "letters" : "words";
   result["known_of_start"] = known_;

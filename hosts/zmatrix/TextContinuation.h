@@ -34,9 +34,8 @@ class TextContinuation : public Continuation {
   Matrix& matrix_;
   Level level_;
   const GenerationOptions& options_;
-  const std::vector<int> start_;
+  std::vector<int> start_;
   TextEncoder encoder_;
-  TextEncoder jsonEncoder_{Encoding::utf8};
   std::vector<int> context_;  ///< what of the start decides how it goes on
   int id_ = -1;               ///< the sub-matrix of the letters
   int known_ = 0;             ///< how many letters or words of the context it knows

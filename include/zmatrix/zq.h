@@ -501,8 +501,8 @@ int zq_refreshSymbolLinks(ZQMatrix* matrix);
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
 
 /// Learns a text as words alone in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel` 1: each
-/// word is stored once, with its count and its symbol, and the level above learns the sequence of the symbols. The words, the
-/// sequences and their counts are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it,
+/// word is written from its first letter on and gets its symbol, and the level above learns the sequence of the symbols. The
+/// words, the sequences and their counts are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it,
 /// for a small part of their time and memory: no other run of letters is stored, so letters can't be continued. The links of
 /// all symbols stay good.
 /// `sequence`: `length` characters as with `s_updateMatrixWithLongANSISequence`. A word longer than the phrase limit gets no

@@ -23,35 +23,38 @@ bool takesWords(ZQMatrix& matrix) {
   return info.getMatrixType() == ZQMatrixTypeANSIText && info.getCoordinateDimension() == 1 && matrix.getMatrixAILevel() == 1;
 }
 
-/// Where the phrase of a word ends, made if need be; -1 if there is no room.
-int provideWord(ZQMatrix& matrix, std::span<const int> letters) {
+/// Writes a word as often as it occurs, and each of its beginnings as often: a phrase needs what it goes on from. What its last
+/// letter leads to has its symbol. The end's position, or -1 if there is no room.
+int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
   ZQMatrixInfo& info = *matrix.getMatrixInfo();
+  const int length = static_cast<int>(word.letters.size());
   int position = Write::provideRoot(matrix);
-  for (size_t i = 0; i < letters.size() && position >= 0; ++i) {
-    if (!Write::step(matrix, info, position, static_cast<int>(i), letters[i])) return -1;
+  for (int i = 0; i < length && position >= 0; ++i) {
+    if (!Write::step(matrix, info, position, i, word.letters[static_cast<size_t>(i)])) return -1;
+    const bool isEnd = i == length - 1;
+    ZQFullTier::WriteFlags flags{};
+    flags.startFlag = i == 0 && info.getUseStartOfSequence() == 1;
+    flags.endFlag = isEnd && info.getUseEndOfSequence() == 1;
+    flags.symbolMarker = isEnd;
+    for (int time = 0; time < word.count; ++time) {
+      Write::countWrite(matrix, info, position, i + 1, flags);
+      flags.symbolMarker = 0;
+    }
   }
   return position;
 }
 
-/// Writes a word as often as it occurs. Its symbol; noSymbol if that is beyond the indices, -2 if a write failed.
+/// The symbol of a word that was learned; noSymbol if that is beyond the indices, -2 if a write failed.
 int learnWord(ZQMatrix& matrix, const WordTable::Word& word) {
-  ZQMatrixInfo& info = *matrix.getMatrixInfo();
-  const int position = provideWord(matrix, word.letters);
+  const int position = writeWord(matrix, word);
   if (position < 0) return -2;
-  const int length = static_cast<int>(word.letters.size());
-  ZQFullTier::WriteFlags flags{};
-  flags.endFlag = info.getUseEndOfSequence() == 1;
-  flags.symbolMarker = 1;
-  for (int i = 0; i < word.count; ++i) {
-    Write::countWrite(matrix, info, position, length, flags);
-    flags.symbolMarker = 0;
-  }
   auto* root = static_cast<ZQMatrixElement*>(matrix.elementAt(matrix.getCurrentMatrixID()));
-  root->addWriteCountWithSuccessor(word.count * length);
+  root->addWriteCountWithSuccessor(word.count * static_cast<int>(word.letters.size()));
   root->setWriteCount(root->getWriteCount() + word.count);
+  const int highest = matrix.getMatrixInfo()->getMaximalMatrixIndex();
   const int symbol = static_cast<ZQMatrixElement*>(matrix.elementAt(position))->getSymbolID();
-  if (symbol <= info.getMaximalMatrixIndex()) return symbol;
-  dbPrintf(0, "getSymbolsFromLongAnsi..(): Symbol %d exceeds max. matrix index %d\n", symbol, info.getMaximalMatrixIndex());
+  if (symbol <= highest) return symbol;
+  dbPrintf(0, "getSymbolsFromLongAnsi..(): Symbol %d exceeds max. matrix index %d\n", symbol, highest);
   return noSymbol;
 }
 
