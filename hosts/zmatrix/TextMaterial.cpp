@@ -3,6 +3,7 @@
 
 #include "Failure.h"
 #include "Material.h"
+#include "Sentences.h"
 #include "Talk.h"
 #include "TextContinuation.h"
 #include "TextFile.h"
@@ -57,7 +58,8 @@ class TextMaterial : public Material {
     if (text.isGuessed && firstGuess_.empty()) firstGuess_ = input.name;
     guesses_ += text.isGuessed;
     replaced_ += text.replaced;
-    const Matrix::Learned learned = matrix.learnText(text.items, input.name);
+    const Matrix::Learned learned =
+        matrix.learnText(matrix.hasWords() ? text.items : withMarkedSentences(text.items), input.name);
     if (learned.wordsLeftOut > 0) {
       wordsLeftOut_[matrix.record(learned.id).maxPhraseLengthForUpdateWithSequence] += learned.wordsLeftOut;
     }

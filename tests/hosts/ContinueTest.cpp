@@ -40,7 +40,7 @@ TEST_F(ContinueTest, WritesNothingButPhrasesOfTheText) {
   // with a phrase limit of n every stretch of n learned bytes stands in the text; ends of sequences come out as line feeds
   const std::string learned =
       "\nThe boat is in.\nThe rope is wet, and the sail is down.\nThe man is on the quay.\nIt is late; the boat is fast.\n"
-      "Is the boat in? The boat is in, and the tide is out\n";
+      "Is the boat in?\nThe boat is in, and the tide is out\n";
   const std::string written = zmatrix("continue small.txt --count 2000 --max-phrase 4 --seed 3").output;
   ASSERT_EQ(written.size(), 2000u);
   for (std::size_t at = 0; at + 2 <= written.size(); ++at) {
