@@ -1,5 +1,4 @@
 // `zmatrix continue`: learns files and writes a start followed by what the matrix finds likely to come next.
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
+#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -21,8 +21,8 @@ struct ContinueOptions {
 };
 
 const char* const examples = R"(
-With --level words a text is learned as letters and as words, and continued word by word.
-Texts are read as bytes (ISO 8859-1 is what the rules for sentences expect; UTF-8 passes through as it is).
+With --level words a text is learned and continued word by word.
+Texts are read as UTF-8, UTF-16 with its mark, or else Windows-1252, and what is written is UTF-8, unless --encoding says another.
 A text's language, German or English, is told by its words, and each language is learned apart. Continued is the language
 that knows the longest ending of the start; without a start, the one of which most was learned.
 The same inputs, options and seed give the same bytes.
@@ -42,18 +42,21 @@ void runContinue(ContinueOptions& options) {
   const std::unique_ptr<Material> material = Material::of(subjectOf(inputs), options.learning);
   Output output(options.generation.out);
   material->requireFitting(output);
-  Progress progress(options.talk.showsProgress());
+  Progress progress(options.talk.showsProgress(), options.generation.out);
   const std::unique_ptr<Matrix> matrix = material->makeMatrix(inputs, options.talk.loudness());
   learnFiles(*material, *matrix, inputs, progress, options.talk.quiet);
   if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, material->nothingLearned()};
 
   options.generation.level = options.learning.level;
+  options.generation.encoding = options.learning.encoding;
+  options.generation.encodingOfTexts = options.learning.encoding;
+  if (subjectOf(inputs) == Subject::texts && (isVerbose() || options.generation.json)) {
+    for (const InputFile& input : inputs) options.generation.against.push_back(input.path);
+  }
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
-  if (!options.talk.quiet) {
-    std::fprintf(stderr, "learned %s, %s; continuing %s\n", countOf(static_cast<long long>(inputs.size()), "file").c_str(),
-                 material->amountIn(*matrix).c_str(), continuation->description().c_str());
-  }
+  note("learned " + countOf(static_cast<long long>(inputs.size()), "file") + ", " + material->amountIn(*matrix) +
+       "; continuing " + continuation->description());
   continuation->write(output, progress);
 }
 

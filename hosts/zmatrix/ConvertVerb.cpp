@@ -1,5 +1,4 @@
 // `zmatrix convert`: a kern score as a MIDI file.
-#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -9,6 +8,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "ScratchFile.h"
+#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -40,18 +40,18 @@ void runConvert(const ConvertOptions& options) {
   keepStandardOutputForResults();
   const InputFile score = findInputs({options.score}, false, std::nullopt).front();
   refuseInputAsOutput(options.out, {score});
-  if (score.kind != Kind::kern) throw Failure{ExitCode::badInput, score.path + " is no kern file: no **kern column"};
+  if (score.kind != Kind::kern) throw Failure{ExitCode::badInput, score.name + " is no kern file: no **kern column"};
   Output output(options.out);
   if (output.isOnTerminal()) throw Failure{ExitCode::usage, "MIDI is no text for a terminal: name a file for it"};
   const MusicReport report = reportOf(score);
-  if (!report.refusal.empty()) throw Failure{ExitCode::badInput, score.path + ": " + report.refusal};
+  if (!report.refusal.empty()) throw Failure{ExitCode::badInput, score.name + ": " + report.refusal};
   const ScratchFile file;
-  if (!convert(score.path, file.path())) throw Failure{ExitCode::limit, "cannot convert " + score.path + ": out of memory"};
+  if (!convert(score.path, file.path())) throw Failure{ExitCode::limit, "cannot convert " + score.name + ": out of memory"};
   const std::string bytes = file.bytes();
-  if (bytes.empty()) throw Failure{ExitCode::badInput, score.path + " gives no music; `zmatrix inspect` tells more"};
+  if (bytes.empty()) throw Failure{ExitCode::badInput, score.name + " gives no music; `zmatrix inspect` tells more"};
   output.write(bytes);
   output.commit();
-  if (!options.talk.quiet) std::fprintf(stderr, "converted %s\n", score.path.c_str());
+  note("converted " + score.name);
 }
 
 }  // namespace
@@ -60,7 +60,7 @@ void addConvertVerb(CLI::App& app) {
   const auto options = std::make_shared<ConvertOptions>();
   CLI::App* verb = app.add_subcommand("convert", "Turn a kern score into a MIDI file");
   verb->add_option("SCORE", options->score, "A kern file")->required()->option_text(" ");
-  verb->add_option("MIDI", options->out, "The MIDI file to write; - is standard output")
+  verb->add_option("MIDI,--out,-o", options->out, "The MIDI file to write; - is standard output")
       ->required()
       ->check(isNamed)
       ->option_text(" ");

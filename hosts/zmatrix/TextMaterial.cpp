@@ -1,28 +1,45 @@
 // Texts: learned by letters, and on demand by words as well; each language has a sub-matrix of its own.
-#include <cstdio>
 #include <map>
 
 #include "Failure.h"
 #include "Material.h"
+#include "Sentences.h"
+#include "Talk.h"
 #include "TextContinuation.h"
+#include "TextFile.h"
 
 namespace {
 
-constexpr int phraseLimitForLetters = 8;
 constexpr int phraseLimitForWords = 16;  // a longer word gets no symbol
-constexpr int wordLimit = 3;
+
+// The longest phrases that quote little of the texts (docs/command.md has the figures): in a longer text more stretches go on in
+// more than one way.
+struct PhraseLimits {
+  int letters;
+  int words;
+};
+constexpr PhraseLimits limitsForShortTexts = {8, 2};
+constexpr PhraseLimits limitsForLongTexts = {10, 3};
+constexpr std::uintmax_t longTexts = 256 * 1024;  // bytes
+
+PhraseLimits phraseLimitsFor(const std::vector<InputFile>& inputs) {
+  std::uintmax_t bytes = 0;
+  for (const InputFile& input : inputs) bytes += input.size;
+  return bytes < longTexts ? limitsForShortTexts : limitsForLongTexts;
+}
 
 class TextMaterial : public Material {
  public:
   explicit TextMaterial(const LearningOptions& options) : options_(options) {}
 
-  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>&, Loudness loudness) override {
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
     const bool learnsWords = options_.level == Level::words;
     if (learnsWords && options_.tier == Tier::medium) throw Failure{ExitCode::usage, "--level words needs --tier full"};
     if (!learnsWords && options_.maxWords) throw Failure{ExitCode::usage, "--max-words needs --level words"};
     std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(learnsWords ? Tier::full : Tier::medium), loudness);
-    if (learnsWords) matrix->prepareForWords(options_.maxWords.value_or(wordLimit));
-    matrix->prepareForTexts(options_.maxPhrase.value_or(learnsWords ? phraseLimitForWords : phraseLimitForLetters));
+    const PhraseLimits limits = phraseLimitsFor(inputs);
+    if (learnsWords) matrix->prepareForWords(options_.maxWords.value_or(limits.words));
+    matrix->prepareForTexts(options_.maxPhrase.value_or(learnsWords ? phraseLimitForWords : limits.letters));
     return matrix;
   }
 
@@ -37,7 +54,12 @@ class TextMaterial : public Material {
   }
 
   int learn(Matrix& matrix, const InputFile& input) override {
-    const Matrix::Learned learned = matrix.learnText(input.path);
+    const DecodedText text = readText(input, options_.encoding, options_.isForced);
+    if (text.isGuessed && firstGuess_.empty()) firstGuess_ = input.name;
+    guesses_ += text.isGuessed;
+    replaced_ += text.replaced;
+    const Matrix::Learned learned =
+        matrix.learnText(matrix.hasWords() ? text.items : withMarkedSentences(text.items), input.name);
     if (learned.wordsLeftOut > 0) {
       wordsLeftOut_[matrix.record(learned.id).maxPhraseLengthForUpdateWithSequence] += learned.wordsLeftOut;
     }
@@ -45,13 +67,21 @@ class TextMaterial : public Material {
   }
 
   void tellOmissions() const override {
+    if (guesses_ > 0) {
+      const std::string others = guesses_ > 1 ? " and " + countOf(guesses_ - 1, "other file") : "";
+      note("no UTF-8, so read as Windows-1252: " + firstGuess_ + others + " (--encoding says another)");
+    }
+    if (replaced_ > 0) note(countOf(replaced_, "place") + " could not be decoded and became U+FFFD");
     for (const auto& [limit, words] : wordsLeftOut_) {
-      std::fprintf(stderr, "left out %s of more than %d letters: a larger --max-phrase takes them\n",
-                   countOf(words, "word").c_str(), limit);
+      note("left out " + countOf(words, "word") + " of more than " + std::to_string(limit) +
+           " letters: a larger --max-phrase takes them");
     }
   }
 
-  std::string nothingLearned() const override { return "nothing to learn: the input holds no text"; }
+  std::string nothingLearned() const override {
+    return std::string("nothing to learn: ") +
+           (wordsLeftOut_.empty() ? "the input holds no text" : "no word was short enough, a larger --max-phrase takes them");
+  }
 
   // Those of the level of words left out.
   std::string amountIn(Matrix& matrix) const override {
@@ -68,11 +98,30 @@ class TextMaterial : public Material {
 
   std::unique_ptr<Continuation> continuation(Matrix& matrix, const GenerationOptions& options) const override {
     if (options.matrixID) throw Failure{ExitCode::usage, "--matrix is for music: of texts --start chooses the language"};
-    return std::make_unique<TextContinuation>(matrix, options.level.value_or(Level::letters), options);
+    const Level level = options.level.value_or(matrix.hasWords() ? Level::words : Level::letters);
+    if (level == Level::letters && matrix.hasWords() && !holdsRunsOfLetters(matrix)) {
+      throw Failure{ExitCode::badInput, "the model holds words alone, no runs of letters: continue it with --level words"};
+    }
+    return std::make_unique<TextContinuation>(matrix, level, options);
   }
 
  private:
+  // Where words alone were learned no phrase has a blank.
+  static bool holdsRunsOfLetters(Matrix& matrix) {
+    for (int id = 0; id < matrix.numberOfIDs(); ++id) {
+      if (!matrix.isOccupied(id) || matrix.record(id).matrixType != ZQMatrixTypeANSIText) continue;
+      matrix.select(id);
+      for (const Matrix::Successor& first : matrix.successorsOf({})) {
+        if (first.item == ' ') return true;
+      }
+    }
+    return false;
+  }
+
   const LearningOptions& options_;
+  std::string firstGuess_;  ///< a file whose encoding nothing told
+  long long guesses_ = 0;
+  long long replaced_ = 0;
   std::map<int, long long> wordsLeftOut_;  ///< by the limit that they exceeded, which a language may have of its own
 };
 

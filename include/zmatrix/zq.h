@@ -436,6 +436,54 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 /// Sorts the records 0 to `lastIndex` by the low 32 bits of the number.
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records);
 
+// ---- Scores -------------------------------------------------------------------------------------------------------------------
+
+/// Releases a score with all that belongs to it. Null is ignored.
+void zq_deleteScore(zq_Score* score);
+
+/// What a finding (zq_ScoreFindingKind) says, in a few words. The text is the library's; it is empty for other numbers.
+const char* zq_textOfScoreFinding(int kind);
+
+// ---- Scores from kern files ---------------------------------------------------------------------------------------------------
+
+/// Reads a Humdrum file with **kern spines exactly: tied notes are one, times are fractions, and what can't be read is told as
+/// findings. Other spines are passed over.
+/// `graceQuanta`: 0 for grace notes without a duration at the onset of the note that they lead to; else their duration in
+/// quanta, 3072 to the quarter, at most 49152. Then each begins so much before the next note, or less where the token before
+/// leaves no room; all other notes stay where they are.
+/// Result: the score, for zq_deleteScore, also for a file that isn't there or isn't kern (`state`); null if memory is exhausted.
+zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta);
+
+/// The same of bytes in memory. They are not needed any more afterwards; null, or a number below 0, stands for no bytes.
+zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta);
+
+// ---- Scores from MIDI files ---------------------------------------------------------------------------------------------------
+
+/// Reads a Standard MIDI File exactly: every note of every track, with its time as it stands in the file. Formats 0, 1 and
+/// 2, divisions in ticks and in seconds, RIFF-wrapped files. A part is a channel of a track; the tracks of format 2 are
+/// pieces that follow each other. What is no plain music is a finding. The format is that of the Standard MIDI File
+/// specification 1.0.
+/// Result: a new score, also of a file that can't be read, which its state tells; `zq_deleteScore` releases it. Null if
+/// memory is exhausted.
+zq_Score* zq_createScoreFromMidiFile(const char* path);
+
+/// As `zq_createScoreFromMidiFile`, of a file that lies in memory. The bytes are not needed behind the call. Null or a number
+/// below 0 gives a score with the state `zq_ScoreOtherFormat`.
+/// Result: as there.
+zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes);
+
+/// Writes a score as a Standard MIDI File of format 1. Reading it exactly gives the same notes: onset, duration, pitch,
+/// channel, program and velocity, as long as a division up to 32,767 makes all times whole (`timesMoved`). Percussion is what
+/// is on channel 9. The file is replaced whole or stays as it was. `score` may be one that a host has made: it is checked, and
+/// its bar lines and findings are not looked at. `writing`, if not null, gets how it went.
+/// Result: zq_ScoreWritingState, 1 if all is written.
+int zq_writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWriting* writing);
+
+/// As `zq_writeScoreToMidiFile`, into memory. `numberOfBytes`, if not null, gets the length.
+/// Result: the bytes of the file, which the caller releases with `s_Free`; null if there is none, for which `writing` tells
+/// the reason.
+unsigned char* zq_createMidiDataOfScore(const zq_Score* score, long long* numberOfBytes, zq_ScoreWriting* writing);
+
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 
 /// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets
@@ -453,13 +501,28 @@ int zq_refreshSymbolLinks(ZQMatrix* matrix);
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
 
 /// Learns a text as words alone in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel` 1: each
-/// word is learned by itself and gets its symbol, and the level above learns the sequence of the symbols. The words and
-/// symbols are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it, for a small part
-/// of their time and memory, since no run of letters across a blank is stored; the letters alone can't be continued well.
-/// `sequence`: `length` characters, 0 to 255. A word longer than the phrase limit gets no symbol and is left out.
+/// word is written from its first letter on and gets its symbol, and the level above learns the sequence of the symbols. The
+/// words, the sequences and their counts are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it,
+/// for a small part of their time and memory: no other run of letters is stored, so letters can't be continued. The links of
+/// all symbols stay good.
+/// `sequence`: `length` characters as with `s_updateMatrixWithLongANSISequence`. A word longer than the phrase limit gets no
+/// symbol and is left out; `wordsLeftOut`, if not null, gets how many were.
 /// Result: 1 learned; 0 another matrix type, no level of symbols, no words, or refused settings; -1 a write failed, -2 memory
 /// has run out: what was learned before stays.
-int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length);
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut);
+
+// ---- Texts --------------------------------------------------------------------------------------------------------------------
+
+/// Does for a text in memory what `s_updateMatrixWithANSIFile` does for a file before it learns: tells the language, finds or
+/// takes the sub-matrix of that language, sets it up by the basic level's block, and enters `name`. So a host that decodes
+/// files itself has texts learned as characters: it goes on with `s_updateMatrixWithLongANSISequence`, or with
+/// `zq_updateMatrixWithWordsOfLongANSISequence`.
+/// `characters`: `length` integers, the bytes of Windows-1252 as far as it has a character, since the rules for sentences go
+/// by it, and for others the code point. Beyond 500000 `s_setMaximalMatrixIndex` has to allow for them.
+/// `name`: of the text, for the record; null for none.
+/// Result: the ID of the sub-matrix, which is the current one now; -1, with a message, if no sub-matrix is free.
+int zq_prepareMatrixForText(ZQMatrix* matrix, const int* characters, int length, const char* name);
+int zq_prepareMatrixForText_Medium(ZQMatrixMedium* matrix, const int* characters, int length, const char* name);
 
 #if defined(__GNUC__)
 #pragma GCC visibility pop

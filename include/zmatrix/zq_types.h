@@ -189,6 +189,176 @@ typedef struct zq_KernReport {
   long long notesLearned;          ///< of all tracks
 } zq_KernReport;
 
+/// What a score was read from.
+typedef enum zq_ScoreFormat {
+  zq_ScoreMidi = 1,  ///< a Standard MIDI File
+  zq_ScoreKern = 2,  ///< a Humdrum **kern file
+} zq_ScoreFormat;
+
+/// How the reading of a score ended.
+typedef enum zq_ScoreState {
+  zq_ScoreNotFound = 0,     ///< there is no such file, or it is no regular file
+  zq_ScoreOtherFormat = 1,  ///< it is no file of this format: nothing of it is read
+  zq_ScoreCutShort = 2,     ///< it breaks off: what stood before is read
+  zq_ScoreRead = 3,         ///< it is read to its end
+} zq_ScoreState;
+
+/// Bits of the flags of a note.
+typedef enum zq_ScoreNoteFlag {
+  zq_ScoreGrace = 1,        ///< a grace note: it takes no time of its own unless a duration was asked for
+  zq_ScorePhraseBegin = 2,  ///< a phrase begins with it
+  zq_ScorePhraseEnd = 4,    ///< a phrase ends with it
+  zq_ScorePercussion = 8,   ///< its pitch stands for an instrument: channel 9 of MIDI
+  zq_ScoreTied = 16,        ///< it is made of several tied tokens
+  zq_ScoreUnended = 32,     ///< nothing in the file ends it: it lasts to the end of its track
+} zq_ScoreNoteFlag;
+
+/// A note. Times are fractions of a whole note, exact and not always reduced; a denominator is 1 to 1,073,741,824.
+typedef struct zq_ScoreNote {
+  long long onset;          ///< numerator of the time from the start of the score
+  long long duration;       ///< numerator of its duration, 0 for a grace note or a note that ends as it begins
+  long long place;          ///< in the file: line from 1 of kern, byte from 0 of MIDI
+  int onsetDenominator;     ///< denominator of the onset
+  int durationDenominator;  ///< denominator of the duration
+  int part;                 ///< index of its part
+  int column;               ///< of its spine from 1 in kern, 0 in MIDI
+  unsigned char pitch;      ///< note number of MIDI, 0 to 127; 60 is middle C
+  unsigned char velocity;   ///< 1 to 127; 64 where the file has none
+  unsigned char voice;      ///< of its part, from 0: the sub-spine in kern, at most 255; 0 in MIDI
+  unsigned char program;    ///< of General MIDI, 0 to 127
+  unsigned char sound;      ///< the class of its program (ZQMatrixSoundID), 0 where the file says none
+  unsigned char flags;      ///< bits of zq_ScoreNoteFlag
+  unsigned char reserved1;  ///< 0
+  unsigned char reserved2;  ///< 0
+} zq_ScoreNote;
+
+/// A part: a channel of a track of MIDI, or a kern spine with what splits from it. Its notes lie together, by onset.
+typedef struct zq_ScorePart {
+  long long firstNote;      ///< index of its first note
+  long long numberOfNotes;  ///< how many it has
+  int track;                ///< track of MIDI from 0, or column at which the spine began, from 1
+  int channel;              ///< of MIDI, 0 to 15; of a kern spine the one that it is given in a MIDI file
+  const char* name;         ///< of the track or instrument, an empty text for none; lives as long as the score
+} zq_ScorePart;
+
+/// A time signature. Those of the whole score come first, then those of single parts, each by onset.
+typedef struct zq_ScoreMeter {
+  long long onset;       ///< numerator of its time
+  long long place;       ///< line or byte
+  int onsetDenominator;  ///< denominator of its time
+  int part;              ///< index of the part that it is for, or -1 for all
+  int numerator;         ///< above 0
+  int denominator;       ///< above 0
+} zq_ScoreMeter;
+
+/// A key signature.
+typedef struct zq_ScoreKey {
+  long long onset;       ///< numerator of its time
+  int onsetDenominator;  ///< denominator of its time
+  int part;              ///< index of the part that it is for, or -1 for all
+  int fifths;            ///< sharps, or flats below 0: -7 to 7
+  int isMinor;           ///< 1 for minor, 0 for major or where nothing is said
+} zq_ScoreKey;
+
+/// A tempo from here on.
+typedef struct zq_ScoreTempo {
+  long long onset;           ///< numerator of its time
+  int onsetDenominator;      ///< denominator of its time
+  int reserved;              ///< 0
+  double quartersPerMinute;  ///< quarter notes a minute, above 0
+} zq_ScoreTempo;
+
+/// A bar line as the file has it; MIDI has none.
+typedef struct zq_ScoreBarLine {
+  long long onset;       ///< numerator of its time
+  long long place;       ///< line
+  int onsetDenominator;  ///< denominator of its time
+  int reserved;          ///< 0
+} zq_ScoreBarLine;
+
+/// What a reading finds that is no plain music, or that it had to decide on.
+typedef enum zq_ScoreFindingKind {
+  zq_ScoreUnpitched = 0,           ///< a token with a duration and without a pitch that is no rest: it takes time and gives no note
+  zq_ScoreUnknownToken = 1,        ///< a token that can't be read: it takes no time
+  zq_ScoreNoDuration = 2,          ///< a note without a duration of its own or of its chord: it gets none
+  zq_ScoreTieWithoutStart = 3,     ///< a tie goes on or ends where no note of its pitch is held: it becomes a note of its own
+  zq_ScoreTieWithoutEnd = 4,       ///< a tie that nothing ends: the note has what was tied so far
+  zq_ScoreOutOfTime = 5,           ///< a spine has a token before its last one is over, or later
+  zq_ScoreMissingTokens = 6,       ///< a record has fewer tokens than there are spines: the missing ones count as null tokens
+  zq_ScoreSurplusTokens = 7,       ///< a record has more tokens than there are spines: the surplus is passed over
+  zq_ScoreBadPath = 8,             ///< a spine path that can't be followed
+  zq_ScoreOpenSpine = 9,           ///< a spine that the file doesn't close
+  zq_ScorePitchOutOfRange = 10,    ///< a note outside 0 to 127 of MIDI: it is moved by octaves
+  zq_ScoreBadMeter = 11,           ///< a meter that is none: it is passed over
+  zq_ScoreBadTempo = 12,           ///< a tempo that is none: it is passed over
+  zq_ScoreTimeRounded = 13,        ///< a time that has no denominator within the bound: it goes to the nearest of 12288 steps of a whole note
+  zq_ScoreTimeOutOfRange = 14,     ///< a time beyond 2,147,483,647 whole notes: the track or spine ends here
+  zq_ScoreNoteWithoutEnd = 15,     ///< a note-on that nothing ends: it lasts to the end of its track
+  zq_ScoreEndWithoutNote = 16,     ///< a note-off where no note is held
+  zq_ScoreDataWithoutStatus = 17,  ///< data bytes before any status: passed over
+  zq_ScoreChunkCut = 18,           ///< a chunk that is longer than the file or its event longer than the chunk
+  zq_ScoreUnknownChunk = 19,       ///< a chunk that is no track: passed over
+  zq_ScoreTrackWithoutEnd = 20,    ///< a track without an end-of-track event
+  zq_ScoreMissingTracks = 21,      ///< fewer or more tracks than the head says
+  zq_ScoreSecondsAsTime = 22,      ///< the file counts seconds: they are written down at 120 quarter notes a minute
+  zq_ScoreBadEvent = 23,           ///< an event of wrong bytes or length, or bytes behind the end of a track: passed over
+  zq_ScoreNumberOfKinds = 24,      ///< how many there are
+} zq_ScoreFindingKind;
+
+/// A finding with its place.
+typedef struct zq_ScoreFinding {
+  long long place;    ///< line from 1 of kern, byte from 0 of MIDI
+  int kind;           ///< zq_ScoreFindingKind
+  int column;         ///< of kern from 1, or track of MIDI from 0
+  const char* token;  ///< as it stands in a kern file, at most 60 bytes; else an empty text
+} zq_ScoreFinding;
+
+/// What a file of music says, exactly. All belongs to the score and lives as long as it does.
+typedef struct zq_Score {
+  int format;                       ///< zq_ScoreFormat
+  int state;                        ///< zq_ScoreState
+  int midiFormat;                   ///< 0 to 2; 0 for kern
+  int division;                     ///< ticks per quarter note, or below 0 the two bytes that count seconds; 0 for kern
+  long long numberOfNotes;          ///< of all parts
+  const zq_ScoreNote* notes;        ///< part after part
+  int numberOfParts;                ///< with notes
+  const zq_ScorePart* parts;        ///< in the order of the file
+  int numberOfMeters;               ///< of those that follow
+  const zq_ScoreMeter* meters;      ///< none where the file says none
+  int numberOfKeys;                 ///< of those that follow
+  const zq_ScoreKey* keys;          ///< by onset
+  int numberOfTempi;                ///< of those that follow
+  const zq_ScoreTempo* tempi;       ///< by onset
+  int numberOfBarLines;             ///< of those that follow
+  const zq_ScoreBarLine* barLines;  ///< by onset
+  int numberOfFindings;             ///< of those that follow, at most 10000
+  const zq_ScoreFinding* findings;  ///< in the order in which they were found
+  long long findingCounts[24];      ///< how often each zq_ScoreFindingKind was found, listed or not
+} zq_Score;
+
+/// What became of a score that was to be written.
+typedef enum zq_ScoreWritingState {
+  zq_ScoreRefused = 0,           ///< it is none: an array is missing, a number is out of range, or notes are out of order
+  zq_ScoreWritten = 1,           ///< all its notes are written
+  zq_ScoreTooLarge = -1,         ///< it would need more than 65,535 tracks, a track of 4 GB, or a million pauses of 268,435,455 ticks
+  zq_ScoreNotStored = -2,        ///< the file can't be opened or could not be written whole
+  zq_ScoreNoMemoryToWrite = -3,  ///< memory is exhausted
+} zq_ScoreWritingState;
+
+/// How a score was written as MIDI. Numbers are 0 for a score that was refused.
+typedef struct zq_ScoreWriting {
+  int state;                    ///< zq_ScoreWritingState
+  int division;                 ///< ticks per quarter note
+  int tracks;                   ///< of the file; the first one has tempi, meters and keys
+  int extraTracks;              ///< of them: for notes that end before an earlier one of their part and key
+  long long notes;              ///< written
+  long long timesMoved;         ///< onsets and ends that no tick is at: they went to the nearest one
+  double largestMove;           ///< how far, in whole notes
+  long long signaturesLeftOut;  ///< meters and keys that a MIDI file can't say, or that only a part has and others not
+  long long tempiChanged;       ///< tempi below 3.58 or above 60,000,000: they became the nearest possible one
+  long long refusedNote;        ///< index of the first note for which the score is refused, or -1
+} zq_ScoreWriting;
+
 /// One prime of a factorisation. In the entry before the first: the number of primes, and the sum of all divisors.
 typedef struct tagPrimeFact {
   int prime;  ///< the prime

@@ -300,7 +300,8 @@ TYPED_TEST(FailingMemoryOfLearningTest, learn) {
     });
     this->runs.failEach("words alone", [](auto* matrix) {
       s_setMatrixAILevel(matrix, 1);
-      const int result = zq_updateMatrixWithWordsOfLongANSISequence(matrix, nextText.data(), static_cast<int>(nextText.size()));
+      const int result =
+          zq_updateMatrixWithWordsOfLongANSISequence(matrix, nextText.data(), static_cast<int>(nextText.size()), nullptr);
       return numbered(result, zq_refreshSymbolLinks(matrix));
     });
   }
@@ -357,6 +358,43 @@ TEST(FailingMemoryOfReports, areWholeOrNull) {
       }
       EXPECT_TRUE(anAllocationHasFailed() || (report != nullptr && report->notes == 3)) << n;
       zq_deleteKernReport(report);
+    }
+    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
+      const std::string path = folder.path() + "/score.krn";
+      zq_Score* score = nullptr;
+      {
+        const FailingMemory failing(n, lasting);
+        score = zq_createScoreFromKernFile(path.c_str(), 0);
+      }
+      const bool isWhole = score != nullptr && score->numberOfNotes == 3;
+      EXPECT_TRUE(isWhole || (anAllocationHasFailed() && (score == nullptr || score->state == zq_ScoreNotFound))) << n;
+      zq_deleteScore(score);
+    }
+  }
+}
+
+TEST(FailingMemoryOfScores, areReadAndWrittenWholeOrNotAtAll) {
+  TestFolder folder;
+  const std::string path = folder.put("tune.mid", tune(melody({60, 62, 64})));
+  const std::string target = folder.put("new.mid", "old");
+  for (const bool lasting : {false, true}) {
+    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
+      zq_Score* score = nullptr;
+      unsigned char* bytes = nullptr;
+      zq_ScoreWriting writing{};
+      int stored = 0;
+      {
+        const FailingMemory failing(n, lasting);
+        score = zq_createScoreFromMidiFile(path.c_str());
+        bytes = zq_createMidiDataOfScore(score, nullptr, &writing);
+        stored = zq_writeScoreToMidiFile(score, target.c_str(), nullptr);
+      }
+      EXPECT_EQ(bytes != nullptr, writing.state == zq_ScoreWritten) << n;
+      EXPECT_TRUE(anAllocationHasFailed() || (bytes != nullptr && stored == zq_ScoreWritten && score->numberOfNotes == 3)) << n;
+      EXPECT_TRUE(stored == zq_ScoreWritten || TestFolder::contentOf(target) == "old") << n;
+      s_Free(bytes);
+      zq_deleteScore(score);
+      folder.put("new.mid", "old");
     }
   }
 }

@@ -4,10 +4,15 @@
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQVersion.h"
 #include "frame/flat/ZQGuarded.h"
+#include "music/ZQCharacterFeed.h"
 #include "music/kern/ZQKernReport.h"
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
+#include "music/score/ZQKernScoreReader.h"
+#include "music/score/ZQMidiScoreReader.h"
+#include "music/score/ZQScore.h"
+#include "music/score/ZQScoreMidiWriter.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQGocron.h"
 #include "numbers/ZQGocronSequence.h"
@@ -127,9 +132,19 @@ int* zq_createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence
 naturalNumberGocronCodeTag* zq_createGocronCodeIndices(int ocronType, const int* numbers, int count) noexcept { return guarded<naturalNumberGocronCodeTag*>([&] { return zmatrix::createGocronCodeIndices(ocronType, numbers, count); }); }
 void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByGocronCode(lastIndex, records); }); }
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByNumber(lastIndex, records); }); }
+void zq_deleteScore(zq_Score* score) noexcept { guarded([&] { zmatrix::deleteScore(score); }); }
+const char* zq_textOfScoreFinding(int kind) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreFinding(kind); }); }
+zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernFile(path, graceQuanta); }); }
+zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernData(bytes, numberOfBytes, graceQuanta); }); }
+zq_Score* zq_createScoreFromMidiFile(const char* path) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiFile(path); }); }
+zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiData(bytes, numberOfBytes); }); }
+int zq_writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWriting* writing) noexcept { return guarded<int>([&] { return zmatrix::writeScoreToMidiFile(score, path, writing); }); }
+unsigned char* zq_createMidiDataOfScore(const zq_Score* score, long long* numberOfBytes, zq_ScoreWriting* writing) noexcept { return guarded<unsigned char*>([&] { return zmatrix::createMidiDataOfScore(score, numberOfBytes, writing); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
-int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length, wordsLeftOut); }, -2); }
+int zq_prepareMatrixForText(ZQMatrix* matrix, const int* characters, int length, const char* name) noexcept { return guarded<int>([&] { return zmatrix::prepareMatrixForText(matrix, characters, length, name); }, -1); }
+int zq_prepareMatrixForText_Medium(ZQMatrixMedium* matrix, const int* characters, int length, const char* name) noexcept { return guarded<int>([&] { return zmatrix::prepareMatrixForText(matrix, characters, length, name); }, -1); }
 
 }  // extern "C"
 #pragma GCC visibility pop
