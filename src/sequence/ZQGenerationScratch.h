@@ -7,8 +7,10 @@
 
 namespace zmatrix {
 
-/// A successor of the kernel with the counts that decide how probable it is.
+/// A successor of the kernel with what decides how probable it is.
 struct Successor {
+  double probability;
+  double integral;  ///< running sum of the probabilities
   int handle;
   int writeCount;
   int writeCountWithoutPredecessor;
@@ -17,8 +19,7 @@ struct Successor {
 struct ZQGenerationScratch {
   ZQKnownSuffixes knownSuffixes;
   ZQPodList<Successor> successors;
-  ZQPodList<double> probabilities;  ///< of the successors, and behind them their running sums
-  ZQPodList<int> sequence;          ///< a kernel with the next item behind it
+  ZQPodList<int> sequence;  ///< a kernel with the next item behind it
   ZQPodList<int> preProcessed;
 };
 

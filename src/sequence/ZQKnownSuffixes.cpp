@@ -1,8 +1,6 @@
 #include "sequence/ZQKnownSuffixes.h"
 
 #include <algorithm>
-#include <cstring>
-#include <span>
 
 #include "frame/ZQDebugChannel.h"
 
@@ -27,6 +25,71 @@ bool hasSuccessors(ZQMatrixBase& matrix, int handle) {
   return matrix.hasMatrixHandleSuccessors(handle) >= 1;
 }
 
+/// Places don't depend on each other: each pass asks for what the next one reads, so that their misses overlap. A few places
+/// overlap by themselves.
+constexpr size_t fewPlaces = 4;
+
+template <class Place>
+void fetchChildren(const ZQMatrixBase& matrix, std::span<const Place> places, int coordinate) {
+  if (places.size() <= fewPlaces) return;
+  for (const Place& place : places) matrix.prefetchSlot(place.fieldBegin + coordinate);
+}
+
+template <class Place>
+void fetchFields(const ZQMatrixBase& matrix, std::span<const Place> places) {
+  if (places.size() <= fewPlaces) return;
+  for (const Place& place : places) matrix.prefetchSlot(place.firstInField);
+}
+
+/// Steps from places to their children for a coordinate, and writes these to `children`, which may be the places. Returns how
+/// many there are before the first one that is missing.
+template <class Place>
+size_t stepDown(const ZQMatrixBase& matrix, std::span<const Place> places, int coordinate, Place* children) {
+  fetchChildren(matrix, places, coordinate);
+  size_t found = 0;
+  for (const Place& place : places) {
+    const long long position = place.fieldBegin + coordinate;
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    if (!isChildAt(element, position, place.position)) break;
+    Place& child = children[found++];
+    child.firstInField = firstChildOf(element, position);
+    child.position = static_cast<int>(position);
+    child.isWritten = element->getWriteCount() > 0;
+  }
+  fetchFields(matrix, std::span<const Place>(children, found));
+  return found;
+}
+
+/// Goes down to the fields below the places. Returns how many there are before the first one that is missing.
+template <class Place>
+size_t enterFields(const ZQMatrixBase& matrix, std::span<Place> places) {
+  size_t entered = 0;
+  for (Place& place : places) {
+    const ZQMatrixBaseElement* first = matrix.elementAt(place.firstInField);
+    if (first == nullptr) break;
+    place.fieldBegin = place.firstInField - first->getIndexInDimension();
+    ++entered;
+  }
+  return entered;
+}
+
+/// The same as far as the places are known, which a mere step on the way to others is not, and can go on.
+template <class Place>
+size_t enterKnownFields(ZQMatrixBase& matrix, std::span<Place> places) {
+  const bool isNextDimension = matrix.getMatrixInfo()->getCoordinateDimension() == 1;
+  const int maximalStack = matrix.getMatrixFileHeader()->getMaximalStack();
+  size_t entered = 0;
+  for (Place& place : places) {
+    if (!place.isWritten && place.firstInField >= 0) break;
+    const ZQMatrixBaseElement* first = matrix.elementAt(place.firstInField);
+    const bool isFollowed = isNextDimension && first != nullptr && first->getWriteCount() > 0 && place.position <= maximalStack;
+    if (!isFollowed && !hasSuccessors(matrix, place.position)) break;
+    place.fieldBegin = place.firstInField - first->getIndexInDimension();
+    ++entered;
+  }
+  return entered;
+}
+
 }  // namespace
 
 KnownSuffix ZQKnownSuffixes::findLongest(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched) {
@@ -35,95 +98,48 @@ KnownSuffix ZQKnownSuffixes::findLongest(ZQMatrixBase& matrix, const int* sequen
 }
 
 bool ZQKnownSuffixes::isContinuedBy(const ZQMatrixBase& matrix, const int* sequence, int length) const {
-  return root == matrix.getCurrentMatrixID() && layoutVersion == matrix.getLayoutVersion() &&
-         coordinateDimension == matrix.getMatrixInfo()->getCoordinateDimension() &&
-         static_cast<size_t>(length) == items.size() + static_cast<size_t>(coordinateDimension) &&
-         (items.empty() || memcmp(items.begin(), sequence, items.size() * sizeof(int)) == 0);
+  if (root != matrix.getCurrentMatrixID() || layoutVersion != matrix.getLayoutVersion()) return false;
+  if (coordinateDimension != matrix.getMatrixInfo()->getCoordinateDimension()) return false;
+  if (static_cast<size_t>(length) != items.size() + static_cast<size_t>(coordinateDimension)) return false;
+  int differences = 0;
+  for (size_t i = 0; i < items.size(); ++i) differences |= items[i] ^ sequence[i];
+  return differences == 0;
 }
 
-// The endings don't depend on each other: each pass over them asks for what the next one reads, so that their misses overlap.
 KnownSuffix ZQKnownSuffixes::oneItemFurther(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched) {
   const int c = coordinateDimension;
   const int longestStored = matrix.getMatrixInfo()->getMaxDimOfMatrix() - 1;
-  const int longest = std::min({length / c, (longestSearched - 1) / c + 1, longestStored / c});
-  size_t number = std::min(static_cast<size_t>(std::max(longest, 0)), places.size() + 1);
-  if (!beginSteps(matrix, number)) return fromTheRoot(matrix, sequence, length, longestSearched);
+  const int longest = std::max(std::min({length / c, (longestSearched - 1) / c + 1, longestStored / c}), 0);
+  size_t number = std::min(static_cast<size_t>(longest), places.size());
+  if (newPlaces.makeRoomFor(number + 1) == nullptr) return fromTheRoot(matrix, sequence, length, longestSearched);
+  enterRoot(matrix);
+  Place* const children = newPlaces.begin() + 1;
   const int* const item = sequence + (length - c);
-  for (int i = 0; i < c; ++i) {
-    number = stepDown(matrix, item[i], number);
-    if (i + 1 < c) number = enterFields(matrix, number);
+  number = stepDown<Place>(matrix, {places.begin(), number}, item[0], children);
+  for (int i = 1; i < c; ++i) {
+    number = enterFields(matrix, Places(children, number));
+    number = stepDown<Place>(matrix, {children, number}, item[i], children);
   }
-  number = countKnown(matrix, number);
-  const bool hasRoom = places.makeRoomFor(number) != nullptr;
-  for (size_t i = 0; hasRoom && i < number; ++i) places[i] = {steps[i].fieldBegin, steps[i].position};
-  KnownSuffix known;
-  if (number > 0) known = {static_cast<int>(number) * c, steps[number - 1].position};
-  remember(matrix, sequence + (length - known.length), known.length, hasRoom);
+  number = enterKnownFields(matrix, Places(children, number));
+  const KnownSuffix known = number > 0 ? KnownSuffix{static_cast<int>(number) * c, children[number - 1].position} : KnownSuffix{};
+  newPlaces.makeRoomFor(number + 1);
+  places.swap(newPlaces);
+  remember(matrix, sequence + (length - known.length), known.length, true);
   return known;
 }
 
-// No item at all ends at the root.
-bool ZQKnownSuffixes::beginSteps(const ZQMatrixBase& matrix, size_t number) {
-  if (steps.makeRoomFor(std::max(number, size_t{1})) == nullptr) return false;
-  const ZQMatrixBaseElement* rootElement = matrix.elementAt(root);
-  const long long first = rootElement != nullptr ? firstChildOf(rootElement, root) : -1;
-  const ZQMatrixBaseElement* firstElement = matrix.elementAt(first);
-  // Without a field there is no child of the root at the position below.
-  steps[0] = {firstElement != nullptr ? first - firstElement->getIndexInDimension() : 0, -1, -1,
-              firstElement != nullptr ? root : -1};
-  for (size_t i = 1; i < number; ++i) steps[i] = {places[i - 1].fieldBegin, -1, -1, places[i - 1].position};
-  return true;
-}
-
-/// How many of the endings, from the shortest on, have a child for the coordinate.
-size_t ZQKnownSuffixes::stepDown(const ZQMatrixBase& matrix, int coordinate, size_t number) {
-  const std::span<Step> all(steps.begin(), number);
-  for (Step& step : all) {
-    step.child = step.fieldBegin + coordinate;
-    matrix.prefetchSlot(step.child);
-  }
-  size_t found = 0;
-  for (Step& step : all) {
-    const ZQMatrixBaseElement* element = matrix.elementAt(step.child);
-    if (!isChildAt(element, step.child, step.position)) break;
-    step.position = static_cast<int>(step.child);
-    step.firstBelow = firstChildOf(element, step.child);
-    matrix.prefetchSlot(step.firstBelow);
-    ++found;
-  }
-  return found;
-}
-
-/// How many of the endings, from the shortest on, have a field below them.
-size_t ZQKnownSuffixes::enterFields(const ZQMatrixBase& matrix, size_t number) {
-  for (size_t i = 0; i < number; ++i) {
-    const ZQMatrixBaseElement* first = matrix.elementAt(steps[i].firstBelow);
-    if (first == nullptr) return i;
-    steps[i].fieldBegin = steps[i].firstBelow - first->getIndexInDimension();
-  }
-  return number;
-}
-
-/// How many of the endings, from the shortest on, are written and can go on.
-size_t ZQKnownSuffixes::countKnown(ZQMatrixBase& matrix, size_t number) {
-  const int maximalStack = matrix.getMaximalStack();
-  for (size_t i = 0; i < number; ++i) {
-    Step& step = steps[i];
-    if (step.firstBelow >= 0 && matrix.elementAt(step.position)->getWriteCount() <= 0) return i;
-    const ZQMatrixBaseElement* first = matrix.elementAt(step.firstBelow);
-    const bool isFollowed =
-        first != nullptr && first->getWriteCount() > 0 && coordinateDimension == 1 && step.position <= maximalStack;
-    if (!isFollowed && !hasSuccessors(matrix, step.position)) return i;
-    if (first == nullptr) return i;
-    step.fieldBegin = step.firstBelow - first->getIndexInDimension();
-  }
-  return number;
+/// The place of no item at all. Where nothing is stored, no element has its parent there.
+void ZQKnownSuffixes::enterRoot(const ZQMatrixBase& matrix) {
+  places[0] = {0, -1, -1, false};
+  const ZQMatrixBaseElement* element = matrix.elementAt(root);
+  if (element == nullptr) return;
+  places[0].firstInField = firstChildOf(element, root);
+  if (enterFields(matrix, Places(places.begin(), 1)) == 1) places[0].position = root;
 }
 
 KnownSuffix ZQKnownSuffixes::fromTheRoot(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched) {
   const int c = matrix.getMatrixInfo()->getCoordinateDimension();
-  bool isComplete = true;
-  places.clear();
+  bool isComplete = places.makeRoomFor(1) != nullptr;
   KnownSuffix known;
   for (int suffixLength = c; suffixLength <= length; suffixLength += c) {
     const int handle = matrix.getMatrixHandleFromElementVector(sequence + (length - suffixLength), suffixLength);
@@ -137,9 +153,8 @@ KnownSuffix ZQKnownSuffixes::fromTheRoot(ZQMatrixBase& matrix, const int* sequen
 }
 
 bool ZQKnownSuffixes::addPlace(const ZQMatrixBase& matrix, int position) {
-  const long long first = firstChildOf(matrix.elementAt(position), position);
-  const ZQMatrixBaseElement* firstElement = matrix.elementAt(first);
-  return firstElement != nullptr && places.add({first - firstElement->getIndexInDimension(), position});
+  Place place{0, firstChildOf(matrix.elementAt(position), position), position, true};
+  return enterFields(matrix, Places(&place, 1)) == 1 && places.add(place);
 }
 
 /// Keeps what the search has found, with the context that it ended at; without room for all of it, nothing.

@@ -4,6 +4,8 @@
 // given back.
 #pragma once
 
+#include <span>
+
 #include "store/ZQMatrixBase.h"
 #include "store/ZQPodList.h"
 
@@ -22,32 +24,25 @@ class ZQKnownSuffixes {
   KnownSuffix findLongest(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched);
 
  private:
-  /// Where an ending stands: the position of its last element, and the begin of the field of what follows it.
+  /// Where an ending stands.
   struct Place {
-    long long fieldBegin;
-    int position;
+    long long fieldBegin;    ///< of the field of what follows it
+    long long firstInField;  ///< position, or -1
+    int position;            ///< of its last element
+    bool isWritten;
   };
-  /// A place on its way one item down.
-  struct Step {
-    long long fieldBegin;
-    long long child;
-    long long firstBelow;  ///< first child of the child, or -1
-    int position;
-  };
+  using Places = std::span<Place>;
 
   bool isContinuedBy(const ZQMatrixBase& matrix, const int* sequence, int length) const;
-  bool beginSteps(const ZQMatrixBase& matrix, size_t number);
-  size_t stepDown(const ZQMatrixBase& matrix, int coordinate, size_t number);
-  size_t enterFields(const ZQMatrixBase& matrix, size_t number);
-  size_t countKnown(ZQMatrixBase& matrix, size_t number);
   KnownSuffix oneItemFurther(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched);
   KnownSuffix fromTheRoot(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched);
+  void enterRoot(const ZQMatrixBase& matrix);
   bool addPlace(const ZQMatrixBase& matrix, int position);
   void remember(const ZQMatrixBase& matrix, const int* context, int length, bool isComplete);
 
   ZQPodList<int> items;
-  ZQPodList<Place> places;
-  ZQPodList<Step> steps;
+  ZQPodList<Place> places;     // of the root first, then of the endings, shortest first
+  ZQPodList<Place> newPlaces;  // by the search that is under way
   int root = -1;
   int coordinateDimension = 0;
   unsigned layoutVersion = 0;

@@ -64,7 +64,8 @@ const int* flatWithItem(zmatrix::ZQPodList<int>& flat, int** rows, int numberOfI
   if (rows == nullptr || (numberOfItems + 1LL) * coordinateDimension > INT_MAX) return nullptr;
   int* end = flat.makeRoomFor((static_cast<size_t>(numberOfItems) + 1) * static_cast<size_t>(coordinateDimension));
   if (end == nullptr) return nullptr;
-  for (int i = 0; i < numberOfItems; ++i) {
+  if (coordinateDimension == 1) end = std::copy_n(rows[0], numberOfItems, end);
+  for (int i = 0; coordinateDimension > 1 && i < numberOfItems; ++i) {
     for (int k = 0; k < coordinateDimension; ++k) *end++ = rows[k][i];
   }
   std::copy_n(item, coordinateDimension, end);
@@ -98,23 +99,26 @@ void appendToOriginalKernel(ZQMatrixMedium& matrix, int numberOfItems, const int
   matrix.initializeKernelSequenceWithOriginalSequence(flat, flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0, 0);
 }
 
-/// Lists what a visitor of successors is shown. False, and an empty list, if memory has run out.
+/// Lists what a visitor of successors is shown, with its share of the occurrences. Without memory the list is empty.
 template <class Walk>
-bool listSuccessors(zmatrix::ZQPodList<Successor>& successors, Walk walk) {
+void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, Walk&& walk) {
   successors.clear();
   bool hasMemory = true;
+  double integral = 0;
   walk([&](int position, const ZQMatrixBaseElement& element) {
     const auto& counts = static_cast<const ZQMatrixMediumElement&>(element);
-    hasMemory = successors.add({position, counts.getWriteCount(), counts.getWriteCountWithoutPredecessor()});
+    const double probability = static_cast<double>(counts.getWriteCount()) / occurrences;
+    integral += probability;
+    hasMemory =
+        successors.add({probability, integral, position, counts.getWriteCount(), counts.getWriteCountWithoutPredecessor()});
     return hasMemory;
   });
   if (!hasMemory) successors.clear();
-  return hasMemory;
 }
 
 /// Visits the elements one item below the kernel's end that a sequence began with.
 template <class Visitor>
-void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor visit) {
+void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor&& visit) {
   const int handle = matrix.getMatrixInfo()->getKernelMatrixHandle();
   const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
   if (handle < 0 || handle > matrix.getMatrixFileHeader()->getMaximalStack() || coordinateDimension < 1) return;
@@ -126,33 +130,21 @@ void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor visit) {
 /// The successors of the kernel's end with what decides among them.
 class SuccessorChoice {
  public:
-  SuccessorChoice(zmatrix::ZQGenerationScratch& scratch, const ZQMatrixMediumElement& kernelElement, bool trueStart)
-      : successors_(scratch.successors),
-        count_(static_cast<int>(scratch.successors.size())),
-        kernelElement_(kernelElement),
-        trueStart_(trueStart),
-        probabilities_(scratch.probabilities.makeRoomFor(2 * scratch.successors.size())) {}
+  SuccessorChoice(zmatrix::ZQPodList<Successor>& successors, const ZQMatrixMediumElement& kernelElement, bool trueStart)
+      : successors_(successors), kernelElement_(kernelElement), trueStart_(trueStart) {}
 
   /// False, with a message, if the counts give no probabilities.
   bool computeProbabilities() {
-    if (probabilities_ == nullptr) return false;
-    integrals_ = probabilities_ + count_;
-    const double occurrences = kernelElement_.getWriteCountWithSuccessor();
+    // Shares that sum up to no more than 1 are probabilities: each is above 0.
+    if (!trueStart_ && (successors_.end() - 1)->integral <= 1.0) return normalise();
     double integral = 0;
-    for (int i = 0; i < count_; ++i) {
-      const Successor& successor = successors_[static_cast<size_t>(i)];
-      if (!trueStart_ && successor.writeCount < 1) {
-        dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCount=0!)\n");
-        return false;
-      }
-      probabilities_[i] = trueStart_ ? startProbability(successor) : successor.writeCount / occurrences;
-      if (!isProbability(probabilities_[i])) return false;
-      integrals_[i] = integral += probabilities_[i];
+    for (Successor& successor : successors_) {
+      if (trueStart_) successor.probability = startProbability(successor);
+      if (!isProbability(successor)) return false;
+      if (trueStart_) successor.integral = integral += successor.probability;
     }
     return normalise();
   }
-
-  double probabilityOf(int index) const { return probabilities_[index]; }
 
   /// The index by the method, or stopInstead. Draws as many random values as the method needs.
   int pick(int successorMethod, double stopNow, ZQMatrixMediumInfo* info) const {
@@ -160,9 +152,9 @@ class SuccessorChoice {
     switch (successorMethod) {
       case ZQSuccessorMethodMostProbable:
         if (stopNow >= 0.5 && canStop) return stopInstead;
-        return static_cast<int>(std::max_element(probabilities_, integrals_) - probabilities_);
+        return static_cast<int>(std::ranges::max_element(successors_, {}, &Successor::probability) - successors_.begin());
       case ZQSuccessorMethodMiddle:
-        return count_ / 2;
+        return static_cast<int>(successors_.size()) / 2;
       default:
         if (stopNow > randomFraction(info) && canStop) return stopInstead;
         return firstBeyond(randomFraction(info));
@@ -170,9 +162,13 @@ class SuccessorChoice {
   }
 
  private:
-  static bool isProbability(double probability) {
-    if (probability <= 1.0 && probability != 0.0) return true;
-    dbPrintf(0, "getSuccessor: Warning: illegal probability: %lf\n", probability);
+  bool isProbability(const Successor& successor) const {
+    if (!trueStart_ && successor.writeCount < 1) {
+      dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCount=0!)\n");
+      return false;
+    }
+    if (successor.probability <= 1.0 && successor.probability != 0.0) return true;
+    dbPrintf(0, "getSuccessor: Warning: illegal probability: %lf\n", successor.probability);
     return false;
   }
 
@@ -189,31 +185,31 @@ class SuccessorChoice {
 
   /// Makes the last integral exactly 1.0. Successors that fill less than that share it out among themselves.
   bool normalise() {
-    const double total = integrals_[count_ - 1];
+    double& total = (successors_.end() - 1)->integral;
     if (std::fabs(1.0 - total) >= 1e-7) {
       if (total > 1.0) {
         dbPrintf(0, "GetSuccessor: error: probabilityIntegral >1.0: %lf !\n", total);
         return false;
       }
       const double factor = 1.0 / total;
-      for (int i = 0; i < 2 * count_; ++i) probabilities_[i] *= factor;
+      for (Successor& successor : successors_) {
+        successor.probability *= factor;
+        successor.integral *= factor;
+      }
     }
-    integrals_[count_ - 1] = 1.0;
+    total = 1.0;
     return true;
   }
 
   int firstBeyond(double fraction) const {
-    const double* end = integrals_ + count_;
-    const double* found = std::find_if(static_cast<const double*>(integrals_), end, [=](double sum) { return sum > fraction; });
-    return found != end ? static_cast<int>(found - integrals_) : 0;
+    const Successor* found =
+        std::find_if(successors_.begin(), successors_.end(), [=](const Successor& next) { return next.integral > fraction; });
+    return found != successors_.end() ? static_cast<int>(found - successors_.begin()) : 0;
   }
 
-  const zmatrix::ZQPodList<Successor>& successors_;
-  const int count_;
+  zmatrix::ZQPodList<Successor>& successors_;
   const ZQMatrixMediumElement& kernelElement_;
   const bool trueStart_;
-  double* probabilities_;
-  double* integrals_ = nullptr;  // running sums of the probabilities
 };
 
 /// The share of the occurrences of an element at which a sequence ended.
@@ -318,14 +314,17 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     return nullptr;
   }
   ZQMatrixMediumInfo* info = getMatrixInfo();
+  const ZQMatrixMediumElement* kernelElement = mediumElementAt(*this, info->getKernelMatrixHandle());
+  const int occurrences = kernelElement != nullptr ? kernelElement->getWriteCountWithSuccessor() : 0;
   zmatrix::ZQPodList<Successor>& successors = generation.successors;
   successors.clear();
   if (trueStart == 1 && info->getLengthOfKernelPreProcessedSequence() == 0) {
-    listSuccessors(successors, [this](auto visit) { walkTrueStarts(*this, visit); });
+    listSuccessors(successors, std::max(occurrences, 1), [this](auto&& visit) { walkTrueStarts(*this, visit); });
     if (successors.empty()) dbPrintf(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
   }
   if (successors.empty()) {
-    listSuccessors(successors, [&](auto visit) { zmatrix::visitSuccessors(*this, info->getKernelMatrixHandle(), visit); });
+    listSuccessors(successors, std::max(occurrences, 1),
+                   [&](auto&& visit) { zmatrix::visitSuccessors(*this, info->getKernelMatrixHandle(), visit); });
   }
   const int count = static_cast<int>(successors.size());
   if (count < 1) {
@@ -336,10 +335,9 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     dbPrintf(0, "sucessorIndex (%d) out of range. max allowed: %d\n", successorIndex, count - 1);
     return nullptr;
   }
-  const ZQMatrixMediumElement* kernelElement = mediumElementAt(*this, info->getKernelMatrixHandle());
-  if (kernelElement == nullptr || kernelElement->getWriteCountWithSuccessor() < 1) return nullptr;
+  if (occurrences < 1) return nullptr;
   const double stopNow = trueStart == 1 ? 0 : stopProbabilityOf(*kernelElement);
-  SuccessorChoice choice(generation, *kernelElement, trueStart == 1);
+  SuccessorChoice choice(successors, *kernelElement, trueStart == 1);
   if (!choice.computeProbabilities()) return nullptr;
 
   const int index = successorIndex != anySuccessor ? successorIndex : choice.pick(successorMethod, stopNow, info);
@@ -350,7 +348,7 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     return nullptr;
   }
   const int chosen = successors[static_cast<size_t>(index)].handle;
-  answer(probability, choice.probabilityOf(index));
+  answer(probability, successors[static_cast<size_t>(index)].probability);
   answer(stopProbability, certainStopOf(*mediumElementAt(*this, chosen)));
   answer(handle, chosen);
   int* item = getObjexFromMatrixHandle(chosen);

@@ -127,6 +127,8 @@ void ZQFreeSlotIndex::markFree(int slot) {
 void ZQFreeSlotIndex::release(int slot) {
   if (isFree(slot)) return;
   markFree(slot);
+  const size_t region = static_cast<size_t>(slot) >> regionLog2;
+  if (numberOfFreeInRegion[region] == manyFreeOfRegion) pairs.setAllNarrowOf(region);
   admitPairsOf(slot);
   admitTriplesOf(slot);
 }

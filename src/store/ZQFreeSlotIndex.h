@@ -68,6 +68,7 @@ class ZQFreeSlotIndex {
   friend class ZQShiftSearch;
 
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
+  static constexpr int manyFreeOfRegion = 256;  // of 4096: enough for a pair of each narrow distance, which is then told at once
 
   /// 64 slots from `slot` on, which need not be a multiple of 64; slots behind the end read as occupied.
   uint64_t slotsFrom(long long slot) const {

@@ -10,12 +10,12 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
   const int room = info->getRoomOfMatrixPtr();
   if (room < 0) return existMatrixDataWithRoomFor(1, indexVector, length);
   long long current = currentMatrixID;
+  ZQMatrixBaseElement* element = elementAt(current);
   path[0] = currentMatrixID;
   for (int i = 0; i < length; ++i) {
-    ZQMatrixBaseElement* element = elementAt(current);
     if (element == nullptr || element->getOffsetToElementInNextDimension() == 0) return -1;
     const long long first = current + element->getOffsetToElementInNextDimension();
-    if (first < 0 || first >= numberOfSlots) {
+    if (!isSlot(first)) {
       dbPrintf(0, "error in existMatrixData: illegal addressOfFirstElement (offset to _matrixData:) %d\n",
                static_cast<int>(first));
       return -3;
@@ -28,18 +28,17 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
     const long long fieldBegin = first - element->getIndexOfFirstChild();
     path[i + 1] = static_cast<int>(fieldBegin);
     const long long next = fieldBegin + indexVector[i];
-    if (next < 0 || next >= numberOfSlots) return -2;
-    const ZQMatrixBaseElement* found = elementAt(next);
-    if (found == nullptr) return 0;
-    const int offsetToParent = found->getOffsetToElementInPrevDimension();
+    if (!isSlot(next)) return -2;
+    element = elementAt(next);
+    if (element == nullptr) return 0;
+    const int offsetToParent = element->getOffsetToElementInPrevDimension();
     if (offsetToParent == 0 || next + offsetToParent != current) return -1;
     current = next;
   }
-  const ZQMatrixBaseElement* last = elementAt(current);
-  if (last->getOffsetToElementInNextDimension() == 0) return 3;
-  if (last->getWriteCount() > 0) return 2;
-  if (last->getWriteCount() == 0) return 1;
-  dbPrintf(0, "error in existMatrixData: unexpected writeCount: %d\n", last->getWriteCount());
+  if (element->getOffsetToElementInNextDimension() == 0) return 3;
+  if (element->getWriteCount() > 0) return 2;
+  if (element->getWriteCount() == 0) return 1;
+  dbPrintf(0, "error in existMatrixData: unexpected writeCount: %d\n", element->getWriteCount());
   return -5;
 }
 

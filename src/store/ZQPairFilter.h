@@ -57,6 +57,13 @@ class ZQPairFilter {
   /// Sets all bits of the regions from `first` on.
   void setAllFrom(size_t first);
 
+  /// Sets all narrow bits of a region.
+  void setAllNarrowOf(size_t region) {
+    if (!hasNarrowNoIn(region)) return;
+    for (int row = 0; row < numberOfNarrowDistances; ++row) set(row, region);
+    hasNarrowNo[region] = 0;
+  }
+
   int getNumberOfWideDistances() const { return numberOfWideDistances; }
   int getWideDistance(int index) const { return wideDistances[index]; }
   size_t getNumberOfRegions() const { return numberOfRegions; }

@@ -8,7 +8,7 @@ namespace zmatrix {
 /// Visits the written children of an element in the order of their field, whose first one stands at `first`. False if the visitor
 /// said so, or if a link leads nowhere.
 template <class Visitor>
-bool visitWrittenField(const ZQMatrixBase& matrix, long long first, Visitor& visit) {
+bool visitWrittenField(const ZQMatrixBase& matrix, long long first, Visitor&& visit) {
   for (long long at = first;;) {
     const ZQMatrixBaseElement* element = matrix.elementAt(at);
     if (element == nullptr) return false;
@@ -21,7 +21,7 @@ bool visitWrittenField(const ZQMatrixBase& matrix, long long first, Visitor& vis
 /// Visits the successors of a handle, depth first and in the order of the fields, until the visitor returns false. The way up is
 /// the way that led down, so that the walk ends whatever the links say.
 template <class Visitor>
-void visitSuccessors(const ZQMatrixBase& matrix, int handle, Visitor visit) {
+void visitSuccessors(const ZQMatrixBase& matrix, int handle, Visitor&& visit) {
   const int depthOfItem = matrix.getMatrixInfo()->getCoordinateDimension();
   if (handle < 0 || handle > matrix.getMatrixFileHeader()->getMaximalStack()) return;
   if (depthOfItem < 1 || depthOfItem > largestCoordinateDimension) return;
