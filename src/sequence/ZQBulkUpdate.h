@@ -108,7 +108,7 @@ struct ZQBulkUpdate {
       typename Tier::WriteFlags flags{};
       flags.startFlag = step.start == 0 && known == 0 && usesStart;
       flags.endFlag = usesEnd && step.start >= length - known - 1;
-      Write::countWrite(matrix, info, *static_cast<typename Tier::Element*>(matrix.elementAt(child)), known + 1, flags);
+      Write::countWrite(matrix, info, child, known + 1, flags);
       parents[static_cast<size_t>(step.start)] = child;
     }
     return true;

@@ -234,7 +234,7 @@ struct ZQSequenceUpdate {
     for (i += place.isMissing ? 1 : 0; i < phraseLength; ++i) {
       if (!Write::step(matrix, info, position, i, phrase[i])) return -1;
     }
-    Write::countWrite(matrix, info, *static_cast<Element*>(matrix.elementAt(position)), phraseLength, flags);
+    Write::countWrite(matrix, info, position, phraseLength, flags);
     return position;
   }
 

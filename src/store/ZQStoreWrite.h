@@ -28,7 +28,7 @@ struct ZQStoreWrite {
     for (int i = 0; i < length; ++i) {
       if (!step(matrix, info, last, i, indexVector[i])) return 0;
     }
-    countWrite(matrix, info, *static_cast<Element*>(matrix.elementAt(last)), value, flags);
+    countWrite(matrix, info, last, value, flags);
     return 1;
   }
 
@@ -71,6 +71,10 @@ struct ZQStoreWrite {
     info.incrementNumberOfWriteEvents();
     info.incrementNumberOfWriteCounts();
     if (element.getWriteCount() == 1) info.incrementNumberOfWriteElements();
+  }
+
+  static void countWrite(Matrix& matrix, Info& info, int position, long long value, const typename Tier::WriteFlags& flags) {
+    countWrite(matrix, info, *matrix.template recordInSlot<Element>(position), value, flags);
   }
 
   static int insertFirst(Matrix& matrix, int newPosition, int coordinate, int parentPosition) {
