@@ -9,6 +9,7 @@
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
 #include "music/score/ZQScore.h"
+#include "music/score/ZQScoreFeed.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQGocron.h"
 #include "numbers/ZQGocronSequence.h"
@@ -130,6 +131,15 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByNumber(lastIndex, records); }); }
 void zq_deleteScore(zq_Score* score) noexcept { guarded([&] { zmatrix::deleteScore(score); }); }
 const char* zq_textOfScoreFinding(int kind) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreFinding(kind); }); }
+zq_ScoreFeedReport* zq_createScoreFeedPlan(const zq_Score* score, const zq_ScoreFeedSettings* settings) noexcept { return guarded<zq_ScoreFeedReport*>([&] { return zmatrix::createScoreFeedPlan(score, settings); }); }
+zq_ScoreFeedReport* zq_updateMatrixWithScore(ZQMatrix* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion) noexcept { return guarded<zq_ScoreFeedReport*>([&] { return zmatrix::updateMatrixWithScore(matrix, score, fileName, leavesOutPercussion); }); }
+zq_ScoreFeedReport* zq_updateMatrixWithScore_Medium(ZQMatrixMedium* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion) noexcept { return guarded<zq_ScoreFeedReport*>([&] { return zmatrix::updateMatrixWithScore(matrix, score, fileName, leavesOutPercussion); }); }
+void zq_deleteScoreFeedReport(zq_ScoreFeedReport* report) noexcept { guarded([&] { zmatrix::deleteScoreFeedReport(report); }); }
+const char* zq_textOfScoreCause(int cause) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreCause(cause); }); }
+double zq_getLearnedTempo(ZQMatrix* matrix) noexcept { return guarded<double>([&] { return zmatrix::getLearnedTempo(matrix); }); }
+double zq_getLearnedTempo_Medium(ZQMatrixMedium* matrix) noexcept { return guarded<double>([&] { return zmatrix::getLearnedTempo(matrix); }); }
+int zq_getLearnedReadings(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::getLearnedReadings(matrix); }); }
+int zq_getLearnedReadings_Medium(ZQMatrixMedium* matrix) noexcept { return guarded<int>([&] { return zmatrix::getLearnedReadings(matrix); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
 int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }
