@@ -476,6 +476,21 @@ double zq_getLearnedTempo_Medium(ZQMatrixMedium* matrix);
 int zq_getLearnedReadings(ZQMatrix* matrix);
 int zq_getLearnedReadings_Medium(ZQMatrixMedium* matrix);
 
+// ---- Scores from MIDI files ---------------------------------------------------------------------------------------------------
+
+/// Reads a Standard MIDI File exactly: every note of every track, with its time as it stands in the file. Formats 0, 1 and
+/// 2, divisions in ticks and in seconds, RIFF-wrapped files. A part is a channel of a track; the tracks of format 2 are
+/// pieces that follow each other. What is no plain music is a finding. The format is that of the Standard MIDI File
+/// specification 1.0.
+/// Result: a new score, also of a file that can't be read, which its state tells; `zq_deleteScore` releases it. Null if
+/// memory is exhausted.
+zq_Score* zq_createScoreFromMidiFile(const char* path);
+
+/// As `zq_createScoreFromMidiFile`, of a file that lies in memory. The bytes are not needed behind the call. Null or a number
+/// below 0 gives a score with the state `zq_ScoreOtherFormat`.
+/// Result: as there.
+zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes);
+
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 
 /// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets

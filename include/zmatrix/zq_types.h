@@ -301,7 +301,7 @@ typedef enum zq_ScoreFindingKind {
   zq_ScoreTrackWithoutEnd = 20,    ///< a track without an end-of-track event
   zq_ScoreMissingTracks = 21,      ///< fewer or more tracks than the head says
   zq_ScoreSecondsAsTime = 22,      ///< the file counts seconds: they are written down at 120 quarter notes a minute
-  zq_ScoreBadEvent = 23,           ///< an event or meta event whose length is wrong: passed over
+  zq_ScoreBadEvent = 23,           ///< an event of wrong bytes or length, or bytes behind the end of a track: passed over
   zq_ScoreNumberOfKinds = 24,      ///< how many there are
 } zq_ScoreFindingKind;
 

@@ -8,6 +8,7 @@
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
+#include "music/score/ZQMidiScoreReader.h"
 #include "music/score/ZQScore.h"
 #include "music/score/ZQScoreFeed.h"
 #include "numbers/ZQExactLogarithm.h"
@@ -140,6 +141,8 @@ double zq_getLearnedTempo(ZQMatrix* matrix) noexcept { return guarded<double>([&
 double zq_getLearnedTempo_Medium(ZQMatrixMedium* matrix) noexcept { return guarded<double>([&] { return zmatrix::getLearnedTempo(matrix); }); }
 int zq_getLearnedReadings(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::getLearnedReadings(matrix); }); }
 int zq_getLearnedReadings_Medium(ZQMatrixMedium* matrix) noexcept { return guarded<int>([&] { return zmatrix::getLearnedReadings(matrix); }); }
+zq_Score* zq_createScoreFromMidiFile(const char* path) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiFile(path); }); }
+zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiData(bytes, numberOfBytes); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
 int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }

@@ -29,7 +29,7 @@ const char* const findingTexts[] = {
     "a track without an end-of-track event",
     "fewer or more tracks than the head says",
     "the file counts seconds: they are written down at 120 quarter notes a minute",
-    "an event or meta event whose length is wrong: passed over",
+    "an event of wrong bytes or length, or bytes behind the end of a track: passed over",
 };
 static_assert(sizeof findingTexts / sizeof *findingTexts == zq_ScoreNumberOfKinds);
 static_assert(sizeof(zq_Score::findingCounts) / sizeof(long long) == zq_ScoreNumberOfKinds);

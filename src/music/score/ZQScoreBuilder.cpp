@@ -61,6 +61,10 @@ zq_Score& ScoreBuilder::score() {
   return *owned;
 }
 
+void ScoreBuilder::reserveNotes(long long count) {
+  owned->notes_.reserve(static_cast<size_t>(count));
+}
+
 long long ScoreBuilder::addNote(const zq_ScoreNote& note) {
   owned->notes_.push_back(note);
   return static_cast<long long>(owned->notes_.size()) - 1;

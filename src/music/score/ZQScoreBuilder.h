@@ -19,6 +19,8 @@ class ScoreBuilder {
   /// What is not collected is set here: `midiFormat`, `division`, `state`.
   zq_Score& score();
 
+  /// Room for so many notes at once. More may come.
+  void reserveNotes(long long count);
   /// Notes come in any order; the index of one stays until finish(). `part` is an index that addPart() gave.
   long long addNote(const zq_ScoreNote& note);
   zq_ScoreNote& noteAt(long long index);
