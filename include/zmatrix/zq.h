@@ -476,6 +476,13 @@ double zq_getLearnedTempo_Medium(ZQMatrixMedium* matrix);
 int zq_getLearnedReadings(ZQMatrix* matrix);
 int zq_getLearnedReadings_Medium(ZQMatrixMedium* matrix);
 
+/// Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but gives the music as a score, in the meter of the current sub-matrix
+/// and with a part for each sound. `quartersPerMinute`: its tempo; 0 or less for the one of `zq_getLearnedTempo`, or 120 where
+/// none is known. `result`, if not null, gets 1, a negative result of that function, or -7 if memory has run out.
+/// Result: a new score for zq_deleteScore, or null.
+zq_Score* zq_createGeneratedScore(ZQMatrix* matrix, int numberOfObjex, double quartersPerMinute, int* result);
+zq_Score* zq_createGeneratedScore_Medium(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result);
+
 // ---- Scores from MIDI files ---------------------------------------------------------------------------------------------------
 
 /// Reads a Standard MIDI File exactly: every note of every track, with its time as it stands in the file. Formats 0, 1 and

@@ -191,8 +191,9 @@ typedef struct zq_KernReport {
 
 /// What a score was read from.
 typedef enum zq_ScoreFormat {
-  zq_ScoreMidi = 1,  ///< a Standard MIDI File
-  zq_ScoreKern = 2,  ///< a Humdrum **kern file
+  zq_ScoreMidi = 1,       ///< a Standard MIDI File
+  zq_ScoreKern = 2,       ///< a Humdrum **kern file
+  zq_ScoreGenerated = 3,  ///< a matrix, which has composed it
 } zq_ScoreFormat;
 
 /// How the reading of a score ended.

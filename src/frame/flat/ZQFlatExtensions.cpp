@@ -8,6 +8,7 @@
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
+#include "music/score/ZQGeneratedScore.h"
 #include "music/score/ZQMidiScoreReader.h"
 #include "music/score/ZQScore.h"
 #include "music/score/ZQScoreFeed.h"
@@ -141,6 +142,8 @@ double zq_getLearnedTempo(ZQMatrix* matrix) noexcept { return guarded<double>([&
 double zq_getLearnedTempo_Medium(ZQMatrixMedium* matrix) noexcept { return guarded<double>([&] { return zmatrix::getLearnedTempo(matrix); }); }
 int zq_getLearnedReadings(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::getLearnedReadings(matrix); }); }
 int zq_getLearnedReadings_Medium(ZQMatrixMedium* matrix) noexcept { return guarded<int>([&] { return zmatrix::getLearnedReadings(matrix); }); }
+zq_Score* zq_createGeneratedScore(ZQMatrix* matrix, int numberOfObjex, double quartersPerMinute, int* result) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createGeneratedScore(matrix, numberOfObjex, quartersPerMinute, result); }); }
+zq_Score* zq_createGeneratedScore_Medium(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createGeneratedScore(matrix, numberOfObjex, quartersPerMinute, result); }); }
 zq_Score* zq_createScoreFromMidiFile(const char* path) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiFile(path); }); }
 zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiData(bytes, numberOfBytes); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
