@@ -498,6 +498,18 @@ zq_Score* zq_createScoreFromMidiFile(const char* path);
 /// Result: as there.
 zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes);
 
+/// Writes a score as a Standard MIDI File of format 1. Reading it exactly gives the same notes: onset, duration, pitch,
+/// channel, program and velocity, as long as a division up to 32,767 makes all times whole (`timesMoved`). Percussion is what
+/// is on channel 9. The file is replaced whole or stays as it was. `score` may be one that a host has made: it is checked, and
+/// its bar lines and findings are not looked at. `writing`, if not null, gets how it went.
+/// Result: zq_ScoreWritingState, 1 if all is written.
+int zq_writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWriting* writing);
+
+/// As `zq_writeScoreToMidiFile`, into memory. `numberOfBytes`, if not null, gets the length.
+/// Result: the bytes of the file, which the caller releases with `s_Free`; null if there is none, for which `writing` tells
+/// the reason.
+unsigned char* zq_createMidiDataOfScore(const zq_Score* score, long long* numberOfBytes, zq_ScoreWriting* writing);
+
 // ---- Symbols ------------------------------------------------------------------------------------------------------------------
 
 /// Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets

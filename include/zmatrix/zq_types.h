@@ -346,7 +346,7 @@ typedef enum zq_ScoreCause {
   zq_ScoreMeterOutOfRange = 4,     ///< no meter of up to 255 beats has its bar lines
   zq_ScoreDurationOutOfRange = 5,  ///< it lasts longer than 87,381 whole notes
   zq_ScoreNoSubMatrix = 6,         ///< all sub-matrices that are reserved hold something else
-  zq_ScoreRefused = 7,             ///< the matrix can't take the run: its settings, its limits or memory
+  zq_ScoreNotTaken = 7,            ///< the matrix can't take the run: its settings, its limits or memory
   zq_ScoreNoMusicSettings = 8,     ///< the settings are none of music
   zq_ScoreNumberOfCauses = 9,      ///< how many there are
 } zq_ScoreCause;
@@ -401,6 +401,29 @@ typedef struct zq_ScoreFeedReport {
   long long numberOfRuns;          ///< of those that follow
   const zq_ScoreRun* runs;         ///< part after part, then merged
 } zq_ScoreFeedReport;
+
+/// What became of a score that was to be written.
+typedef enum zq_ScoreWritingState {
+  zq_ScoreRefused = 0,           ///< it is none: an array is missing, a number is out of range, or notes are out of order
+  zq_ScoreWritten = 1,           ///< all its notes are written
+  zq_ScoreTooLarge = -1,         ///< it would need more than 65,535 tracks, a track of 4 GB, or a million pauses of 268,435,455 ticks
+  zq_ScoreNotStored = -2,        ///< the file can't be opened or could not be written whole
+  zq_ScoreNoMemoryToWrite = -3,  ///< memory is exhausted
+} zq_ScoreWritingState;
+
+/// How a score was written as MIDI. Numbers are 0 for a score that was refused.
+typedef struct zq_ScoreWriting {
+  int state;                    ///< zq_ScoreWritingState
+  int division;                 ///< ticks per quarter note
+  int tracks;                   ///< of the file; the first one has tempi, meters and keys
+  int extraTracks;              ///< of them: for notes that end before an earlier one of their part and key
+  long long notes;              ///< written
+  long long timesMoved;         ///< onsets and ends that no tick is at: they went to the nearest one
+  double largestMove;           ///< how far, in whole notes
+  long long signaturesLeftOut;  ///< meters and keys that a MIDI file can't say, or that only a part has and others not
+  long long tempiChanged;       ///< tempi below 3.58 or above 60,000,000: they became the nearest possible one
+  long long refusedNote;        ///< index of the first note for which the score is refused, or -1
+} zq_ScoreWriting;
 
 /// One prime of a factorisation. In the entry before the first: the number of primes, and the sum of all divisors.
 typedef struct tagPrimeFact {

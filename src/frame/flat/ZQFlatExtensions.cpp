@@ -12,6 +12,7 @@
 #include "music/score/ZQMidiScoreReader.h"
 #include "music/score/ZQScore.h"
 #include "music/score/ZQScoreFeed.h"
+#include "music/score/ZQScoreMidiWriter.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQGocron.h"
 #include "numbers/ZQGocronSequence.h"
@@ -146,6 +147,8 @@ zq_Score* zq_createGeneratedScore(ZQMatrix* matrix, int numberOfObjex, double qu
 zq_Score* zq_createGeneratedScore_Medium(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createGeneratedScore(matrix, numberOfObjex, quartersPerMinute, result); }); }
 zq_Score* zq_createScoreFromMidiFile(const char* path) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiFile(path); }); }
 zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiData(bytes, numberOfBytes); }); }
+int zq_writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWriting* writing) noexcept { return guarded<int>([&] { return zmatrix::writeScoreToMidiFile(score, path, writing); }); }
+unsigned char* zq_createMidiDataOfScore(const zq_Score* score, long long* numberOfBytes, zq_ScoreWriting* writing) noexcept { return guarded<unsigned char*>([&] { return zmatrix::createMidiDataOfScore(score, numberOfBytes, writing); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
 int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }

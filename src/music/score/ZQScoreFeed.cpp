@@ -68,7 +68,7 @@ void countNotes(const ScorePlan& plan, OwnedReport& report) {
     if (cause == zq_ScoreLearned) {
       ++report.notesLearned;
     } else {
-      ++report.leftOut[cause == unknown ? static_cast<int>(zq_ScoreRefused) : cause];
+      ++report.leftOut[cause == unknown ? static_cast<int>(zq_ScoreNotTaken) : cause];
     }
   }
 }
@@ -158,7 +158,7 @@ class ScoreFeed {
     const int coordinates = coordinatesOfNote(run.told.preProcessingType);
     *result = matrix->updateMatrixWithLongMIDISequence(sequence.data(), static_cast<int>(sequence.size()) / coordinates);
     run.told.matrixID = matrix->getCurrentMatrixID();
-    if (*result < 1) run.told.cause = zq_ScoreRefused;
+    if (*result < 1) run.told.cause = zq_ScoreNotTaken;
   }
 
   /// All that tells runs apart has to agree: a sound or texture of 0 is one too.

@@ -1,0 +1,68 @@
+// The notes of a score as tracks of a MIDI file.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "music/score/ZQMidiTrackBytes.h"
+#include "music/score/ZQScoreTicks.h"
+
+namespace zmatrix {
+
+class ScoreMidiTracks {
+ public:
+  /// The score is a valid one.
+  ScoreMidiTracks(const zq_Score& score, ScoreTicks& ticks, MidiTrackBytes& bytes);
+
+  /// Writes the tracks of all parts; stops where the file can't be written any more.
+  void write();
+  /// Tracks beyond one a part.
+  int extraTracks() const { return extraTracks_; }
+
+ private:
+  static constexpr int numberOfKeys = 128;
+  static constexpr int usualPrograms = -2;
+  using Ends = std::array<long long, numberOfKeys>;
+
+  struct Channel {
+    int parts = 0;
+    int program = usualPrograms;  ///< of all notes; `severalPrograms` where they differ
+    bool saysProgramsOften = false;
+  };
+  /// A note that its part's first track can't have.
+  struct ExtraNote {
+    size_t track;  ///< from 0, of the part's further ones
+    long long index;
+  };
+
+  void lookAtPrograms();
+  bool needsSeveralTracks(const zq_ScorePart& part) const;
+  void writePart(const zq_ScorePart& part);
+  void writeExtraTracks(const zq_ScorePart& part);
+  size_t extraTrackFor(const zq_ScoreNote& note, long long end);
+  void beginTrack(const zq_ScorePart& part);
+  void writeNote(const zq_ScorePart& part, const zq_ScoreNote& note, const ScoreTicks::Span& span);
+  void sayProgram(int channel, const zq_ScoreNote& note, long long tick);
+  void endNotes(int channel, long long until);
+  void endTrack(int channel);
+
+  const zq_Score& score_;
+  ScoreTicks& ticks_;
+  MidiTrackBytes& bytes_;
+  std::array<Channel, 16> channels_;
+  int extraTracks_ = 0;
+
+  // Of the track that is written.
+  std::vector<uint64_t> ends_;  ///< a heap of the notes that sound: tick and key
+  int program_ = 0;
+  bool hasSaidProgram_ = false;
+  long long tickOfProgram_ = 0;
+
+  // Of the part that is written.
+  std::vector<ExtraNote> extraNotes_;
+  std::array<std::vector<long long>, numberOfKeys> endsOfExtraTracks_;  ///< of each key the last end in each, falling
+};
+
+}  // namespace zmatrix

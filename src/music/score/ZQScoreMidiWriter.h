@@ -1,0 +1,15 @@
+// Writing a score as a Standard MIDI File of format 1, so that reading it exactly gives the same notes again.
+//
+// Track 0 has tempi, meters and keys; then comes a track a part. Of notes of one channel and key the first one that begins is the
+// first that ends when a track is read, so that a note that ends before an earlier one of its key goes to a second track. Parts
+// that share a channel but not their program say their program anew wherever they have notes.
+#pragma once
+
+#include <zmatrix/zq_types.h>
+
+namespace zmatrix {
+
+int writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWriting* writing);
+unsigned char* createMidiDataOfScore(const zq_Score* score, long long* numberOfBytes, zq_ScoreWriting* writing);
+
+}  // namespace zmatrix
