@@ -483,6 +483,19 @@ int zq_getLearnedReadings_Medium(ZQMatrixMedium* matrix);
 zq_Score* zq_createGeneratedScore(ZQMatrix* matrix, int numberOfObjex, double quartersPerMinute, int* result);
 zq_Score* zq_createGeneratedScore_Medium(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result);
 
+// ---- Scores from kern files ---------------------------------------------------------------------------------------------------
+
+/// Reads a Humdrum file with **kern spines exactly: tied notes are one, times are fractions, and what can't be read is told as
+/// findings. Other spines are passed over.
+/// `graceQuanta`: 0 for grace notes without a duration at the onset of the note that they lead to; else their duration in
+/// quanta, 3072 to the quarter, at most 49152. Then each begins so much before the next note, or less where the token before
+/// leaves no room; all other notes stay where they are.
+/// Result: the score, for zq_deleteScore, also for a file that isn't there or isn't kern (`state`); null if memory is exhausted.
+zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta);
+
+/// The same of bytes in memory. They are not needed any more afterwards; null, or a number below 0, stands for no bytes.
+zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta);
+
 // ---- Scores from MIDI files ---------------------------------------------------------------------------------------------------
 
 /// Reads a Standard MIDI File exactly: every note of every track, with its time as it stands in the file. Formats 0, 1 and

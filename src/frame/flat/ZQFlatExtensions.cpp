@@ -9,6 +9,7 @@
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
 #include "music/score/ZQGeneratedScore.h"
+#include "music/score/ZQKernScoreReader.h"
 #include "music/score/ZQMidiScoreReader.h"
 #include "music/score/ZQScore.h"
 #include "music/score/ZQScoreFeed.h"
@@ -145,6 +146,8 @@ int zq_getLearnedReadings(ZQMatrix* matrix) noexcept { return guarded<int>([&] {
 int zq_getLearnedReadings_Medium(ZQMatrixMedium* matrix) noexcept { return guarded<int>([&] { return zmatrix::getLearnedReadings(matrix); }); }
 zq_Score* zq_createGeneratedScore(ZQMatrix* matrix, int numberOfObjex, double quartersPerMinute, int* result) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createGeneratedScore(matrix, numberOfObjex, quartersPerMinute, result); }); }
 zq_Score* zq_createGeneratedScore_Medium(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createGeneratedScore(matrix, numberOfObjex, quartersPerMinute, result); }); }
+zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernFile(path, graceQuanta); }); }
+zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernData(bytes, numberOfBytes, graceQuanta); }); }
 zq_Score* zq_createScoreFromMidiFile(const char* path) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiFile(path); }); }
 zq_Score* zq_createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiData(bytes, numberOfBytes); }); }
 int zq_writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWriting* writing) noexcept { return guarded<int>([&] { return zmatrix::writeScoreToMidiFile(score, path, writing); }); }

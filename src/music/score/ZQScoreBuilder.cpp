@@ -87,6 +87,10 @@ void ScoreBuilder::setNameOfPart(int part, std::string_view name) {
   owned->parts_[static_cast<size_t>(part)].name = owned->keep(name);
 }
 
+void ScoreBuilder::setChannelOfPart(int part, int channel) {
+  owned->parts_[static_cast<size_t>(part)].channel = channel;
+}
+
 void ScoreBuilder::addMeter(const ScoreTime& onset, long long place, int part, int numerator, int denominator) {
   owned->meters_.push_back({onset.numerator, place, onset.denominator, part, numerator, denominator});
 }

@@ -28,6 +28,7 @@ class ScoreBuilder {
   /// Returns its index. A part that gets no note is left out of the score, and the others move up.
   int addPart(int track, int channel);
   void setNameOfPart(int part, std::string_view name);
+  void setChannelOfPart(int part, int channel);
   void addMeter(const ScoreTime& onset, long long place, int part, int numerator, int denominator);
   void addKey(const ScoreTime& onset, int part, int fifths, bool isMinor);
   void addTempo(const ScoreTime& onset, double quartersPerMinute);

@@ -24,7 +24,7 @@ __int128 nearestMultiple(__int128 numerator, __int128 denominator, __int128 step
 
 ScoreTimeResult scoreTime(__int128 numerator, __int128 denominator) {
   constexpr auto latest = static_cast<__int128>(ScoreTime::latest);
-  if (numerator / denominator > latest || numerator / denominator < -latest) {
+  if (numerator > latest * denominator || numerator < -latest * denominator) {
     return {{numerator < 0 ? -ScoreTime::latest : ScoreTime::latest, 1}, false, true};
   }
   const __int128 divisor = greatestCommonDivisor(denominator, numerator);
@@ -39,6 +39,15 @@ ScoreTimeResult scoreTime(__int128 numerator, __int128 denominator) {
 }
 
 ScoreTimeResult sumOf(const ScoreTime& one, const ScoreTime& other) {
+  // Most sums have a common denominator within the bound. They aren't reduced: the next one mostly has the same.
+  const long long common =
+      one.denominator == other.denominator
+          ? one.denominator
+          : static_cast<long long>(one.denominator) / std::gcd(one.denominator, other.denominator) * other.denominator;
+  if (common <= ScoreTime::largestDenominator) {
+    const long long sum = one.numerator * (common / one.denominator) + other.numerator * (common / other.denominator);
+    if (sum <= ScoreTime::latest * common && sum >= -ScoreTime::latest * common) return {{sum, static_cast<int>(common)}};
+  }
   return scoreTime(
       static_cast<__int128>(one.numerator) * other.denominator + static_cast<__int128>(other.numerator) * one.denominator,
       static_cast<__int128>(one.denominator) * other.denominator);

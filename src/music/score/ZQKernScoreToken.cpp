@@ -1,0 +1,166 @@
+#include "music/score/ZQKernScoreToken.h"
+
+#include <algorithm>
+
+namespace zmatrix {
+
+namespace {
+
+constexpr long long largestNumber = 1LL << 40;
+constexpr int mostDots = 31;   // one more than a denominator can hold, so that more of them are told as rounding
+constexpr int mostZeros = 40;  // beyond the latest time
+
+bool isDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+
+/// Skips as many of a character as there are, and returns their number, or `most`.
+int countLeading(std::string_view& text, char character, int most) {
+  const size_t count = std::min(text.find_first_not_of(character), text.size());
+  text.remove_prefix(count);
+  return static_cast<int>(std::min<size_t>(count, static_cast<size_t>(most)));
+}
+
+void takeDuration(std::string_view& text, KernScoreToken& token) {
+  const std::string_view digits = text;
+  __int128 denominator = scanKernNumber(text);
+  __int128 numerator = 1;
+  if (denominator == 0) {
+    // A row of zeros: breve, longa, maxima.
+    std::string_view zeros = digits;
+    numerator = static_cast<__int128>(1) << countLeading(zeros, '0', mostZeros);
+    denominator = 1;
+  }
+  if (text.size() > 1 && text[0] == '%' && isDigit(text[1])) {
+    text.remove_prefix(1);
+    numerator *= scanKernNumber(text);
+  }
+  const int dots = countLeading(text, '.', mostDots);
+  numerator *= (2LL << dots) - 1;
+  denominator <<= dots;
+  token.hasDuration = true;
+  if (numerator < 1 << 20 && denominator < 1 << 20) {
+    token.duration = {static_cast<long long>(numerator), static_cast<int>(denominator)};
+    return;
+  }
+  const ScoreTimeResult result = scoreTime(numerator, denominator);
+  token.duration = result.time;
+  token.isRounded = result.isRounded;
+  token.isOutOfRange = result.isOutOfRange;
+}
+
+/// The nearest note of the same name in 0 to 127.
+int movedByOctaves(int pitch) {
+  constexpr int lowestOfTopOctave = 116;
+  if (pitch < 0) return (pitch % 12 + 12) % 12;
+  return pitch > 127 ? lowestOfTopOctave + (pitch - lowestOfTopOctave) % 12 : pitch;
+}
+
+/// The letters of a token: which, how many, and what alters them.
+struct Letters {
+  char letter = 0;
+  int count = 0;
+  int sharps = 0, flats = 0;
+  bool areMixed = false;
+
+  void take(char character) {
+    areMixed = areMixed || (count > 0 && character != letter);
+    letter = character;
+    count++;
+  }
+
+  int pitch() const {
+    static constexpr int stepOfLetter[] = {9, 11, 0, 2, 4, 5, 7};  // a to g
+    constexpr int middleC = 60, most = 1000;
+    const bool isLow = letter <= 'G';
+    const int octave = isLow ? -std::min(count, most) : std::min(count, most) - 1;
+    return middleC + stepOfLetter[letter - (isLow ? 'A' : 'a')] + 12 * octave + std::min(sharps, most) - std::min(flats, most);
+  }
+};
+
+}  // namespace
+
+long long scanKernNumber(std::string_view& text) {
+  long long number = 0;
+  size_t size = 0;
+  for (; size < text.size() && isDigit(text[size]); size++) number = std::min(number * 10 + (text[size] - '0'), largestNumber);
+  text.remove_prefix(size);
+  return number;
+}
+
+KernScoreToken parseKernScoreToken(std::string_view text) {
+  KernScoreToken token;
+  Letters letters;
+  bool isRest = false;
+  while (!text.empty()) {
+    const char character = text[0];
+    if (isDigit(character) && !token.hasDuration) {
+      takeDuration(text, token);
+      continue;
+    }
+    text.remove_prefix(1);
+    switch (character) {
+      case 'a':
+      case 'b':
+      case 'c':
+      case 'd':
+      case 'e':
+      case 'f':
+      case 'g':
+      case 'A':
+      case 'B':
+      case 'C':
+      case 'D':
+      case 'E':
+      case 'F':
+      case 'G':
+        letters.take(character);
+        break;
+      case '#':
+        letters.sharps++;
+        break;
+      case '-':
+        letters.flats++;
+        break;
+      case 'r':
+        isRest = true;
+        break;
+      case '[':
+        token.opensTie = true;
+        break;
+      case '_':
+        token.opensTie = token.continuesTie = true;
+        break;
+      case ']':
+        token.continuesTie = true;
+        break;
+      case '{':
+        token.opensPhrase = true;
+        break;
+      case '}':
+        token.closesPhrase = true;
+        break;
+      case 'q':
+      case 'Q':
+        token.isGrace = true;
+        break;
+      default:
+        break;
+    }
+  }
+  if (token.isGrace) token.duration = {};
+  if (isRest) {
+    // Letters of a rest tell where on the staff it stands.
+    token.kind = KernScoreKind::rest;
+  } else if (letters.count > 0 && !letters.areMixed) {
+    token.kind = KernScoreKind::note;
+    const int pitch = letters.pitch();
+    token.pitch = static_cast<unsigned char>(movedByOctaves(pitch));
+    token.isMovedByOctaves = token.pitch != pitch;
+  } else if (letters.count == 0 && token.hasDuration) {
+    token.kind = KernScoreKind::unpitched;
+  }
+  return token;
+}
+
+}  // namespace zmatrix
