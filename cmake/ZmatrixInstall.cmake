@@ -1,4 +1,5 @@
-# `cmake --install`: headers, both libraries, the command, what find_package(zmatrix) and pkg-config read, the licence.
+# `cmake --install`: headers, both libraries, what find_package(zmatrix) and pkg-config read, the documents. The command comes with
+# its manual page and completions (hosts/zmatrix).
 # Everything that is found through another file is named relative to it, so that the installed folder can be moved.
 include(CMakePackageConfigHelpers)
 
@@ -7,7 +8,10 @@ install(TARGETS zmatrix zmatrix_static EXPORT zmatrixTargets
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+foreach(file LICENSE README.md CHANGELOG.md)
+  install(FILES ${PROJECT_SOURCE_DIR}/${file} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+endforeach()
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
 
 set(ZMATRIX_CONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/zmatrix)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/zmatrixConfig.cmake.in ${PROJECT_BINARY_DIR}/zmatrixConfig.cmake

@@ -128,7 +128,7 @@ void runCheck(const CheckOptions& options) {
   keepStandardOutputForResults();
   const bool isOfModel = namesAModel(options.learning);
   Output output("");
-  Progress progress(options.talk.showsProgress());
+  Progress progress(options.talk.showsProgress(), "");
   const Tested tested = isOfModel ? loadModel(options) : learnInputs(options, progress);
   const Json report = reportOf(tested, progress);
   progress.clear();

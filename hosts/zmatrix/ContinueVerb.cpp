@@ -1,5 +1,4 @@
 // `zmatrix continue`: learns files and writes a start followed by what the matrix finds likely to come next.
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
+#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -42,7 +42,7 @@ void runContinue(ContinueOptions& options) {
   const std::unique_ptr<Material> material = Material::of(subjectOf(inputs), options.learning);
   Output output(options.generation.out);
   material->requireFitting(output);
-  Progress progress(options.talk.showsProgress());
+  Progress progress(options.talk.showsProgress(), options.generation.out);
   const std::unique_ptr<Matrix> matrix = material->makeMatrix(inputs, options.talk.loudness());
   learnFiles(*material, *matrix, inputs, progress, options.talk.quiet);
   if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, material->nothingLearned()};
@@ -50,10 +50,8 @@ void runContinue(ContinueOptions& options) {
   options.generation.level = options.learning.level;
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
-  if (!options.talk.quiet) {
-    std::fprintf(stderr, "learned %s, %s; continuing %s\n", countOf(static_cast<long long>(inputs.size()), "file").c_str(),
-                 material->amountIn(*matrix).c_str(), continuation->description().c_str());
-  }
+  note("learned " + countOf(static_cast<long long>(inputs.size()), "file") + ", " + material->amountIn(*matrix) +
+       "; continuing " + continuation->description());
   continuation->write(output, progress);
 }
 

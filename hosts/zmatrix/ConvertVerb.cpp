@@ -1,5 +1,4 @@
 // `zmatrix convert`: a kern score as a MIDI file.
-#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -9,6 +8,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "ScratchFile.h"
+#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -51,7 +51,7 @@ void runConvert(const ConvertOptions& options) {
   if (bytes.empty()) throw Failure{ExitCode::badInput, score.path + " gives no music; `zmatrix inspect` tells more"};
   output.write(bytes);
   output.commit();
-  if (!options.talk.quiet) std::fprintf(stderr, "converted %s\n", score.path.c_str());
+  note("converted " + score.path);
 }
 
 }  // namespace
@@ -60,7 +60,7 @@ void addConvertVerb(CLI::App& app) {
   const auto options = std::make_shared<ConvertOptions>();
   CLI::App* verb = app.add_subcommand("convert", "Turn a kern score into a MIDI file");
   verb->add_option("SCORE", options->score, "A kern file")->required()->option_text(" ");
-  verb->add_option("MIDI", options->out, "The MIDI file to write; - is standard output")
+  verb->add_option("MIDI,--out,-o", options->out, "The MIDI file to write; - is standard output")
       ->required()
       ->check(isNamed)
       ->option_text(" ");

@@ -1,5 +1,4 @@
 // `zmatrix generate`: continues a start with a model that `zmatrix learn` made.
-#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -9,6 +8,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
+#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -32,7 +32,7 @@ Examples:
 
 void runGenerate(const GenerateOptions& options) {
   keepStandardOutputForResults();
-  Progress progress(options.talk.showsProgress());
+  Progress progress(options.talk.showsProgress(), options.generation.out);
   progress.show("loading", 0);
   const std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
   refuseInputAsOutput(options.generation.out, {{options.model, 0, Kind::text}});
@@ -43,9 +43,7 @@ void runGenerate(const GenerateOptions& options) {
   requireWhole(*matrix, options.model, options.force);
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
-  if (!options.talk.quiet) {
-    std::fprintf(stderr, "loaded %s; continuing %s\n", options.model.c_str(), continuation->description().c_str());
-  }
+  note("loaded " + options.model + "; continuing " + continuation->description());
   continuation->write(output, progress);
 }
 

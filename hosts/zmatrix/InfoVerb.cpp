@@ -1,7 +1,9 @@
 // `zmatrix info`: what stands in a model file: header, records, history.
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Material.h"
 #include "ModelFile.h"
@@ -19,7 +21,7 @@ struct InfoOptions {
 };
 
 const char* const examples = R"(
-Of music the table has a line for each sub-matrix, --json everything. Counts of rules are those of the last self-test, if there was one; `zmatrix check MODEL` tests the model and counts anew.
+--verbose adds the line that the library keeps in the file to describe it. Of music the table has a line for each sub-matrix, --json everything. Counts of rules are those of the last self-test, if there was one; `zmatrix check MODEL` tests the model and counts anew.
 
 Examples:
   zmatrix info novel.zmatrix
@@ -27,7 +29,31 @@ Examples:
 
 )";
 
-Json describe(Matrix& matrix, const std::string& path) {
+// The medium tier puts what a track is before the name: "MatID0: 4/4, Monophon, Undefined, Piano (track1): tune.mid".
+std::string nameWithoutFolder(const std::string& learned) {
+  const std::size_t end = learned.rfind("MatID", 0) == 0 ? learned.find("): ") : std::string::npos;
+  return std::filesystem::path(end == std::string::npos ? learned : learned.substr(end + 3)).filename().string();
+}
+
+// What was learned and when: "learned from a.txt and 2 more files, last on 2026-11-22T00:15:10Z".
+std::string summaryOf(const Json& matrices) {
+  std::vector<std::string> files;
+  std::string lastSaved;
+  for (const Json& matrix : matrices) {
+    lastSaved = std::max(lastSaved, matrix.value("saved", ""));
+    for (const Json& file : matrix.value("files_learned", Json::array())) {
+      const std::string name = nameWithoutFolder(file.get<std::string>());
+      if (std::find(files.begin(), files.end(), name) == files.end()) files.push_back(name);
+    }
+  }
+  if (matrices.empty()) return "learned nothing";
+  if (files.empty()) return "saved on " + lastSaved;
+  if (files.size() == 1) return "learned from " + files[0] + " on " + lastSaved;
+  return "learned from " + files[0] + " and " + countOf(static_cast<long long>(files.size()) - 1, "more file") + ", last on " +
+         lastSaved;
+}
+
+Json describe(Matrix& matrix, const std::string& path, bool isVerbose) {
   std::error_code error;
   const Matrix::Header header = matrix.header();
   Json result = {{"file", path},
@@ -38,7 +64,8 @@ Json describe(Matrix& matrix, const std::string& path) {
   const std::unique_ptr<Material> material = Material::of(subjectOf(matrix), none);
   material->describe(matrix, result);
   if (const std::string damage = damageOf(matrix); !damage.empty()) result["damage"] = damage;
-  result["description"] = header.description;
+  result["description"] = "";
+  if (isVerbose) result["stored_description"] = header.description;
   result["format_version"] = header.formatVersion;
   result["updates"] = header.updates;
   result["ids_reserved"] = matrix.numberOfIDs();
@@ -56,6 +83,7 @@ Json describe(Matrix& matrix, const std::string& path) {
     record.update(settingsOf(matrix.record(id), matrix.tier()));
     result["matrices"].push_back(record);
   }
+  result["description"] = summaryOf(result["matrices"]);
   result["history"] = Json::array();
   for (const ZQMatrixProperties* record : matrix.history()) result["history"].push_back(historyEntryOf(*record, matrix.tier()));
   return result;
@@ -90,7 +118,7 @@ void runInfo(const InfoOptions& options) {
   const std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
   warnIfDamaged(*matrix, options.model);
   Output output("");
-  const Json description = describe(*matrix, options.model);
+  const Json description = describe(*matrix, options.model, options.talk.verbose);
   output.write(options.json ? jsonText(description) : tableOf(description));
   output.commit();
 }

@@ -10,13 +10,16 @@
 #include <system_error>
 
 #include "Failure.h"
+#include "PendingFile.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
 [[noreturn]] void cannotRead(const fs::path& path, const std::string& reason) {
-  throw Failure{ExitCode::badInput, "cannot read " + path.string() + ": " + reason};
+  const std::string name = path.string();
+  throw Failure{ExitCode::badInput,
+                "cannot read " + name + ": " + (isDanglingLink(name) ? "it is " + descriptionOfDanglingLink(name) : reason)};
 }
 
 using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;

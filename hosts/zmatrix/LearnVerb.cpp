@@ -1,5 +1,4 @@
 // `zmatrix learn`: learns files into a model file, a new one or one that has learned before.
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
+#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -56,7 +56,7 @@ void runLearn(const LearnOptions& options) {
   refuseInputAsOutput(options.model, inputs);
   const std::unique_ptr<Material> material = Material::of(subjectOf(inputs), options.learning);
   ModelFile model(options.model);
-  Progress progress(options.talk.showsProgress());
+  Progress progress(options.talk.showsProgress(), options.model);
   const std::unique_ptr<Matrix> matrix = matrixFor(options, *material, inputs);
   const long long itemsBefore = matrix->itemsLearned();
   matrix->keepHistory();
@@ -69,9 +69,8 @@ void runLearn(const LearnOptions& options) {
   progress.show("saving", 1);
   model.save(*matrix);
   progress.clear();
-  if (options.talk.quiet) return;
-  std::fprintf(stderr, "learned %s; %s holds %s\n", countOf(static_cast<long long>(inputs.size()), "file").c_str(),
-               model.name().c_str(), material->amountIn(*matrix).c_str());
+  note("learned " + countOf(static_cast<long long>(inputs.size()), "file") + "; " + model.name() + " holds " +
+       material->amountIn(*matrix));
 }
 
 }  // namespace

@@ -165,8 +165,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
       while (id < numberOfIDs() && (itemsLearned(id) == before[id] || !holdsText(id))) ++id;
       if (id == numberOfIDs()) id = -1;
       if (result < 1 && !isExcused(result, id, path)) {
-        throw Failure{ExitCode::limit,
-                      "the matrix could not take all of " + path + ": fewer texts or a smaller --max-phrase need less"};
+        throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer texts"};
       }
       return {id, wordsLeftOut};
     } else {
@@ -201,8 +200,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
       Functions::addNameOfFile(matrix(), path.c_str());
       const Hush hush(*this);  // what can't be coded the caller has told by now
       if (Functions::learnSeries(matrix(), series.data(), static_cast<int>(series.size())) >= 1) return;
-      throw Failure{ExitCode::limit,
-                    "the matrix could not take all of " + path + ": fewer numbers or a smaller --max-phrase need less"};
+      throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer numbers"};
     } else {
       refuseToLearn();
     }

@@ -17,7 +17,7 @@ namespace {
 
 template <class Functions>
 std::unique_ptr<Matrix> createOf(Loudness loudness) {
-  auto* handle = Functions::create(loudness.level < 0 ? 0 : 1, loudness.level, "");
+  auto* handle = Functions::create(loudness.printsMessages() ? 1 : 0, loudness.level, "");
   if (handle == nullptr) throw Failure{ExitCode::limit, "no memory for a matrix"};
   return std::make_unique<ContinuingMatrix<Functions>>(handle, loudness);
 }

@@ -27,9 +27,12 @@ enum class Method { best = 1, middle = 2, random = 3 };
 /// Which tracks of a piece are learned: each by itself, all merged into one, or both; in the numbers of the flat interface.
 enum class Tracks { single = 0, merged = 1, both = 2 };
 
-/// How loud the library is: its level of messages, -1 for silence.
+/// How loud the library is: its level of messages, -1 for silence. Errors and warnings (level 0) are there for who listens; they
+/// are printed, as all messages are then, only from level 1 on.
 struct Loudness {
   int level;
+
+  bool printsMessages() const { return level > 0; }
 };
 
 class Matrix {

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 
@@ -12,6 +11,7 @@
 #include "Interrupt.h"
 #include "Output.h"
 #include "PendingFile.h"
+#include "Talk.h"
 
 namespace {
 
@@ -30,8 +30,6 @@ bool isFileOfAnotherKind(const std::string& path) {
 // The library opens files by their path, and the process's own name for standard output leads elsewhere by now.
 std::string pathOfStandardOutput() {
   const int descriptor = descriptorOfStandardOutput();
-  errno = EBADF;
-  if (descriptor < 0) failToWrite("cannot write", "standard output");
   if (isatty(descriptor) == 1) throw Failure{ExitCode::usage, "a model is no text for a terminal: name a file for it"};
   return "/dev/fd/" + std::to_string(descriptor);
 }
@@ -82,11 +80,9 @@ std::string damageOf(Matrix& matrix) {
 }
 
 void warnIfDamaged(Matrix& matrix, const std::string& path) {
-  if (matrix.loudness().level < 0) return;
   const std::string damage = damageOf(matrix);
   if (damage.empty()) return;
-  std::fprintf(stderr, "zmatrix: warning: %s is damaged (%s): what is lost is not used; `zmatrix check` tells more\n",
-               path.c_str(), damage.c_str());
+  warn(path + " is damaged (" + damage + "): what is lost is not used; `zmatrix check` tells more");
 }
 
 void requireWhole(Matrix& matrix, const std::string& path, bool isForced) {

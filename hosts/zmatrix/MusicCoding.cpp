@@ -28,9 +28,9 @@ const MusicCoding* findMusicCoding(int preprocessing) {
   return findCoding([&](const MusicCoding& coding) { return preprocessing == coding.preprocessing; });
 }
 
-std::string musicCodings() {
-  std::string names;
-  for (const MusicCoding& coding : codings) names += (names.empty() ? "" : ", ") + std::string(coding.name);
+std::vector<std::string> namesOfMusicCodings() {
+  std::vector<std::string> names;
+  for (const MusicCoding& coding : codings) names.emplace_back(coding.name);
   return names;
 }
 

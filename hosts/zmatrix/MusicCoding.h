@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "Matrix.h"
 
@@ -14,8 +15,7 @@ struct MusicCoding {
 const MusicCoding* findMusicCoding(const std::string& name);
 /// Null for a preprocessing that is none of music.
 const MusicCoding* findMusicCoding(int preprocessing);
-/// The names, for a sentence.
-std::string musicCodings();
+std::vector<std::string> namesOfMusicCodings();
 
 bool isMusic(const ZQMatrixProperties& record);
 /// "3/4".

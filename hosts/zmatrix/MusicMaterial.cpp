@@ -1,6 +1,5 @@
 // Music: MIDI and kern files, each track learned in a sub-matrix of its meter, kind and sound.
 #include <algorithm>
-#include <cstdio>
 #include <map>
 #include <set>
 #include <sstream>
@@ -10,6 +9,8 @@
 #include "MusicCoding.h"
 #include "MusicContinuation.h"
 #include "MusicReport.h"
+#include "Nearest.h"
+#include "Talk.h"
 
 namespace {
 
@@ -83,20 +84,11 @@ class MusicMaterial : public Material {
   }
 
   void tellOmissions() const override {
-    for (const auto& [reason, count] : reasons_) {
-      std::fprintf(stderr, "left out %s: %s\n", countOf(count, "track").c_str(), reason.c_str());
-    }
-    for (const auto& [reason, count] : refusals_) {
-      std::fprintf(stderr, "left out %s: %s\n", countOf(count, "file").c_str(), reason.c_str());
-    }
-    if (endings_ > 0) {
-      std::fprintf(stderr, "%s not read to the end: what stands before the fault is learned\n",
-                   countOf(endings_, "file").c_str());
-    }
-    if (notesLost_ > 0) std::fprintf(stderr, "left out %s that nothing ends\n", countOf(notesLost_, "note").c_str());
-    if (!reasons_.empty() || !refusals_.empty() || endings_ + notesLost_ > 0) {
-      std::fprintf(stderr, "`zmatrix inspect FILE` tells more\n");
-    }
+    for (const auto& [reason, count] : reasons_) note("left out " + countOf(count, "track") + ": " + reason);
+    for (const auto& [reason, count] : refusals_) note("left out " + countOf(count, "file") + ": " + reason);
+    if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end: what stands before the fault is learned");
+    if (notesLost_ > 0) note("left out " + countOf(notesLost_, "note") + " that nothing ends");
+    if (!reasons_.empty() || !refusals_.empty() || endings_ + notesLost_ > 0) note("`zmatrix inspect FILE` tells more");
   }
 
   std::string nothingLearned() const override {
@@ -151,7 +143,7 @@ class MusicMaterial : public Material {
   Matrix::MusicSettings wantedSettings() const {
     const std::string name = options_.coding.value_or("triple");
     const MusicCoding* const coding = findMusicCoding(name);
-    if (coding == nullptr) throw Failure{ExitCode::usage, name + " is no coding of music: " + musicCodings()};
+    if (coding == nullptr) throw Failure{ExitCode::usage, name + " is no coding of music: " + listOf(namesOfMusicCodings())};
     return {coding->preprocessing, options_.grid.value_or(usualGrid), options_.durationGrid.value_or(usualGrid),
             options_.tracks.value_or(Tracks::both), wantedFilter()};
   }

@@ -39,9 +39,9 @@ const NumberCoding* findNumberCoding(int preprocessing) {
   return findCoding([&](const NumberCoding& coding) { return preprocessing == coding.preprocessing; });
 }
 
-std::string numberCodings() {
-  std::string names;
-  for (const NumberCoding& coding : codings) names += (names.empty() ? "" : ", ") + std::string(coding.name);
+std::vector<std::string> namesOfNumberCodings() {
+  std::vector<std::string> names;
+  for (const NumberCoding& coding : codings) names.emplace_back(coding.name);
   return names;
 }
 

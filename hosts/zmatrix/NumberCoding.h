@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "Matrix.h"
 
@@ -16,8 +17,7 @@ struct NumberCoding {
 const NumberCoding* findNumberCoding(const std::string& name);
 /// Null for a preprocessing that the command has no name for.
 const NumberCoding* findNumberCoding(int preprocessing);
-/// The names, for a sentence.
-std::string numberCodings();
+std::vector<std::string> namesOfNumberCodings();
 
 /// Each number is learned as a run of symbols.
 bool isOcronCoding(int preprocessing);

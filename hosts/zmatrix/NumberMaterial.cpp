@@ -1,15 +1,16 @@
 // Numbers: series of integers, learned in one sub-matrix by the coding that was chosen.
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <map>
 
 #include "Arithmetic.h"
 #include "Failure.h"
 #include "Material.h"
+#include "Nearest.h"
 #include "NumberCoding.h"
 #include "NumberContinuation.h"
 #include "NumberFile.h"
+#include "Talk.h"
 
 namespace {
 
@@ -68,10 +69,8 @@ class NumberMaterial : public Material {
   }
 
   void tellOmissions() const override {
-    if (badTokens_ > 0) std::fprintf(stderr, "left out %s\n", countOf(badTokens_, "token").c_str());
-    if (withoutForm_ > 0) {
-      std::fprintf(stderr, "left out %s without a form in the coding\n", countOf(withoutForm_, "number").c_str());
-    }
+    if (badTokens_ > 0) note("left out " + countOf(badTokens_, "token"));
+    if (withoutForm_ > 0) note("left out " + countOf(withoutForm_, "number") + " without a form in the coding");
   }
 
   std::string nothingLearned() const override {
@@ -102,7 +101,7 @@ class NumberMaterial : public Material {
     const std::string name = options_.coding.value_or("difference");
     const NumberCoding* const coding = findNumberCoding(name);
     if (coding != nullptr) return *coding;
-    throw Failure{ExitCode::usage, name + " is no coding of numbers: " + numberCodings()};
+    throw Failure{ExitCode::usage, name + " is no coding of numbers: " + listOf(namesOfNumberCodings())};
   }
 
   // A coding has the alphabets of its own family alone.

@@ -5,6 +5,7 @@
 
 #include "Arithmetic.h"
 #include "NumberContinuation.h"
+#include "OptionChecks.h"
 #include "Options.h"
 #include "Output.h"
 #include "Statistics.h"
@@ -97,7 +98,10 @@ void runNumbers(const NumbersOptions& options) {
 void addNumbersVerb(CLI::App& app) {
   const auto options = std::make_shared<NumbersOptions>();
   CLI::App* verb = app.add_subcommand("numbers", "Print factors, ocrons and gocrons of numbers");
-  verb->add_option("N", options->numbers, "Integers of 32 bits")->required()->option_text(" ");
+  verb->add_option("N", options->numbers, "Integers of 32 bits")
+      ->required()
+      ->check(wholeNumber(-2147483648LL, 2147483647))
+      ->option_text(" ");
   verb->add_flag("--json", options->json, "Print JSON instead of tables");
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runNumbers(*options); });

@@ -48,6 +48,7 @@ struct GenerationOptions {
 
 struct TalkOptions {
   bool quiet = false;
+  bool verbose = false;
   int debugLevel = 0;
 
   Loudness loudness() const { return {quiet ? -1 : debugLevel}; }

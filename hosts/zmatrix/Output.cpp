@@ -1,13 +1,34 @@
 #include "Output.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include "Failure.h"
+
 namespace {
+
 int standardOutput = -1;
+bool isStandardOutputClosed = false;
+
+bool isFileOrNothing(const struct stat& status) {
+  struct stat nothing {};
+  return S_ISREG(status.st_mode) ||
+         (S_ISCHR(status.st_mode) && stat("/dev/null", &nothing) == 0 && status.st_rdev == nothing.st_rdev);
+}
+
 }  // namespace
 
+void fillClosedStandardStreams() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(descriptor, F_GETFD) != -1) continue;
+    if (descriptor == STDOUT_FILENO) isStandardOutputClosed = true;
+    open("/dev/null", O_RDWR);  // takes the lowest descriptor that is free, which is this one
+  }
+}
+
 void keepStandardOutputForResults() {
-  standardOutput = dup(STDOUT_FILENO);
+  if (!isStandardOutputClosed) standardOutput = dup(STDOUT_FILENO);
   dup2(STDERR_FILENO, STDOUT_FILENO);
   setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
 }
@@ -17,13 +38,22 @@ bool namesStandardOutput(const std::string& path) {
 }
 
 int descriptorOfStandardOutput() {
+  if (standardOutput < 0) throw Failure{ExitCode::limit, "cannot write standard output: it is closed"};
   return standardOutput;
+}
+
+bool goesToAFile(const std::string& path) {
+  struct stat status {};
+  if (path.empty() || namesStandardOutput(path)) {
+    return standardOutput >= 0 && fstat(standardOutput, &status) == 0 && isFileOrNothing(status);
+  }
+  return stat(path.c_str(), &status) != 0 || isFileOrNothing(status);
 }
 
 Output::Output(const std::string& path) : name_(path) {
   if (path.empty() || namesStandardOutput(path)) {
     name_ = "standard output";
-    if (standardOutput >= 0) stream_ = fdopen(standardOutput, "wb");
+    stream_ = fdopen(descriptorOfStandardOutput(), "wb");
   } else if (PendingFile::canStandFor(path)) {
     pending_ = std::make_unique<PendingFile>(path);
     stream_ = std::fopen(pending_->temporaryName().c_str(), "wb");

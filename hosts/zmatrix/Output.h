@@ -31,9 +31,16 @@ class Output {
 /// True for the names that lead to standard output on every system: "-", "/dev/stdout" and the like.
 bool namesStandardOutput(const std::string& path);
 
-/// The descriptor of what was standard output when the command began, -1 if there was none.
+/// The descriptor of what was standard output when the command began. Throws a Failure if that was closed.
 int descriptorOfStandardOutput();
 
-/// To be called first of all: from then on what anyone prints on standard output, the library's messages above all, comes out on
-/// standard error, and only an Output still writes to the true standard output. So results stay clean.
+/// True if what is written to this path, as an Output takes it, can't come out on a terminal: it is a file, or nothing at all. Of
+/// a pipe nobody knows where it ends.
+bool goesToAFile(const std::string& path);
+
+/// To be called first of all: a file that is opened while standard input, output or error is closed would come to stand for it.
+void fillClosedStandardStreams();
+
+/// To be called before anything is learned: from then on what anyone prints on standard output, the library's messages above all,
+/// comes out on standard error, and only an Output still writes to the true standard output. So results stay clean.
 void keepStandardOutputForResults();

@@ -1,17 +1,17 @@
 #include "Overheard.h"
 
-#include <unistd.h>
+#include <zmatrix/zq.h>
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
-#include <system_error>
+#include <new>
+
+#include "Talk.h"
 
 namespace {
 
 constexpr std::size_t mostKinds = 8;
 constexpr std::size_t mostOfAKind = 3;
-constexpr std::size_t longestMessage = 2048;  // more is nothing that the library says in one message
 
 std::string shapeOf(const std::string& message) {
   std::string shape;
@@ -25,43 +25,24 @@ std::string shapeOf(const std::string& message) {
 
 }  // namespace
 
-Overheard::Overheard(bool wanted) {
-  int ends[2];
-  if (!wanted || pipe(ends) != 0) return;
-  std::fflush(stdout);
-  before_ = dup(STDOUT_FILENO);
-  source_ = ends[0];
-  try {
-    listener_ = std::thread(&Overheard::listen, this);
-    dup2(ends[1], STDOUT_FILENO);
-  } catch (const std::system_error&) {
-    // no thread to be had: the messages come out as ever
-  }
-  close(ends[1]);
+Overheard::Overheard(bool wanted) : listens_(wanted) {
+  if (listens_) zq_setMessageFunction(hear, this);
 }
 
 void Overheard::end() {
-  if (before_ < 0) return;
-  std::fflush(stdout);
-  dup2(before_, STDOUT_FILENO);  // with that the last writing end is closed, and the listener comes to its end
-  close(before_);
-  before_ = -1;
-  if (listener_.joinable()) listener_.join();
-  close(source_);
+  if (listens_) zq_setMessageFunction(nullptr, nullptr);
+  listens_ = false;
 }
 
-void Overheard::listen() {
-  std::string message;
-  char piece[16384];
-  for (ssize_t length; (length = read(source_, piece, sizeof piece)) > 0;) {
-    for (const char character : std::string(piece, static_cast<std::size_t>(length))) {
-      if (character != '\n') message += character;
-      if (character != '\n' && message.size() < longestMessage) continue;
-      keep(message);
-      message.clear();
-    }
+// Called from inside the library, so nothing may be thrown: a message that there is no memory for is lost.
+void Overheard::hear(int, const char* text, void* overheard) {
+  try {
+    std::string message = text;
+    message.erase(message.find_last_not_of("\r\n") + 1);
+    std::replace(message.begin(), message.end(), '\n', ' ');
+    static_cast<Overheard*>(overheard)->keep(message);
+  } catch (const std::bad_alloc&) {
   }
-  if (!message.empty()) keep(message);
 }
 
 void Overheard::keep(const std::string& message) {
@@ -75,9 +56,10 @@ void Overheard::keep(const std::string& message) {
 }
 
 void Overheard::tell() const {
+  if (!isVerbose()) return;
   for (const Kind& kind : kinds_) {
-    for (const std::string& message : kind.first) std::fprintf(stderr, "%s\n", message.c_str());
+    for (const std::string& message : kind.first) say("library: " + message);
     const long long more = kind.count - static_cast<long long>(kind.first.size());
-    if (more > 0) std::fprintf(stderr, "(and %lld more like it)\n", more);
+    if (more > 0) say("(and " + std::to_string(more) + " more like it)");
   }
 }

@@ -1,15 +1,14 @@
-// What the library says while it works, kept back so that a message that comes up thousands of times doesn't flood the user: told
-// are the first few messages of each kind and how many more there were.
+// What the library says while it works. Its messages are for those who work on it, so they come out only where they are asked
+// for: all of them as they come with --debug, and with --verbose those that an Overheard has kept, of each kind the first few and
+// how many more there were, since a message may come up thousands of times.
 #pragma once
 
 #include <string>
-#include <thread>
 #include <vector>
 
 class Overheard {
  public:
-  /// From now on to end() nothing that goes to stdout comes out. If not `wanted` everything comes out as ever, and nothing is
-  /// kept.
+  /// From now on to end() each message is kept here. Nothing is kept if not `wanted`. One at a time may listen.
   explicit Overheard(bool wanted);
   ~Overheard() { end(); }
   Overheard(const Overheard&) = delete;
@@ -23,17 +22,15 @@ class Overheard {
     std::vector<std::string> first;
     long long count;
   };
-  /// In the order in which they came up; those beyond a bound stand together in the last. To be asked after end().
+  /// In the order in which they came up; those beyond a bound stand together in the last.
   std::vector<Kind>& kinds() { return kinds_; }
-  /// Prints on standard error what was kept. To be called after end().
+  /// Prints what was kept on standard error, if --verbose was given.
   void tell() const;
 
  private:
-  void listen();
+  static void hear(int level, const char* text, void* overheard);
   void keep(const std::string& message);
 
-  int source_ = -1;  ///< the end of the pipe that is read here
-  int before_ = -1;  ///< what stdout was
-  std::thread listener_;
+  bool listens_;
   std::vector<Kind> kinds_;
 };

@@ -37,6 +37,7 @@ bool PendingFile::canStandFor(const std::string& path) {
 
 PendingFile::PendingFile(const std::string& path) : target_(withLinksFollowed(path)) {
   std::error_code error;
+  if (isDanglingLink(path)) failToWrite("cannot write", path);
   if (fs::is_directory(target_, error)) throw Failure{ExitCode::limit, "cannot write " + path + ": it is a folder"};
   // renaming would replace a file that its owner closed to writing
   if (fs::exists(target_, error) && access(target_.c_str(), W_OK) != 0) failToWrite("cannot write", path);
@@ -62,11 +63,23 @@ bool PendingFile::keep() {
 }
 
 void failToWrite(const std::string& what, const std::string& path) {
-  throw Failure{ExitCode::limit, what + " " + path + ": " + std::strerror(errno)};
+  const std::string reason = std::strerror(errno);
+  throw Failure{ExitCode::limit,
+                what + " " + path + ": " + (isDanglingLink(path) ? "it is " + descriptionOfDanglingLink(path) : reason)};
 }
 
 std::string withLinksFollowed(const std::string& path) {
   std::error_code error;
   const fs::path resolved = fs::weakly_canonical(path, error);
   return error ? path : resolved.string();
+}
+
+bool isDanglingLink(const std::string& path) {
+  std::error_code error;
+  return fs::is_symlink(path, error) && !fs::exists(path, error);
+}
+
+std::string descriptionOfDanglingLink(const std::string& path) {
+  std::error_code error;
+  return "a symbolic link to " + fs::read_symlink(path, error).string() + ", which is not there";
 }

@@ -33,3 +33,8 @@ class PendingFile {
 
 /// The file that a path leads to, whether or not it is there.
 std::string withLinksFollowed(const std::string& path);
+
+/// True for a symbolic link to what is not there.
+bool isDanglingLink(const std::string& path);
+/// "a symbolic link to TARGET, which is not there".
+std::string descriptionOfDanglingLink(const std::string& path);

@@ -1,11 +1,14 @@
-// One line on a terminal that shows how far a long run is; nothing at all where standard error is no terminal.
+// One line on a terminal that shows how far a long run is. It is drawn only where it can't get between results: where standard
+// error is a terminal and the results go to a file. A pipe doesn't count as one, since it may lead to a pager on that terminal.
 #pragma once
 
 #include <string>
 
 class Progress {
  public:
-  explicit Progress(bool wanted);
+  /// `results` is the path that results go to, as an Output takes it. NO_COLOR and a terminal that can't move back in a line
+  /// (TERM=dumb) draw nothing either.
+  Progress(bool wanted, const std::string& results);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -15,8 +18,11 @@ class Progress {
   void show(const std::string& what, double fraction);
   /// Takes the line away, so that other lines can be printed.
   void clear();
+  /// Takes away the line of whichever object has drawn one.
+  static void clearAll();
 
  private:
   bool shown_;
   std::string drawn_;
+  std::size_t drawnWidth_ = 0;
 };

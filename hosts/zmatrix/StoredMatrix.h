@@ -28,7 +28,7 @@ class StoredMatrix : public Matrix {
 
   void setLoudness(Loudness loudness) override {
     loudness_ = loudness;
-    Functions::setDebugDevice(matrix(), loudness.level < 0 ? 0 : 1);
+    Functions::setDebugDevice(matrix(), loudness.printsMessages() ? 1 : 0);
     Functions::setDebugLevel(matrix(), loudness.level);
   }
 

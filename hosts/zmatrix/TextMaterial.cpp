@@ -1,9 +1,9 @@
 // Texts: learned by letters, and on demand by words as well; each language has a sub-matrix of its own.
-#include <cstdio>
 #include <map>
 
 #include "Failure.h"
 #include "Material.h"
+#include "Talk.h"
 #include "TextContinuation.h"
 
 namespace {
@@ -46,8 +46,8 @@ class TextMaterial : public Material {
 
   void tellOmissions() const override {
     for (const auto& [limit, words] : wordsLeftOut_) {
-      std::fprintf(stderr, "left out %s of more than %d letters: a larger --max-phrase takes them\n",
-                   countOf(words, "word").c_str(), limit);
+      note("left out " + countOf(words, "word") + " of more than " + std::to_string(limit) +
+           " letters: a larger --max-phrase takes them");
     }
   }
 

@@ -1,42 +1,38 @@
-// The zmatrix command, a host of the library like any other: it knows the C header alone. main reads the command line, lets the
-// chosen verb run and turns what ends it into an exit code. Results go to standard output, all talk to standard error.
-#include <zmatrix/version.h>
+// The zmatrix command, a host of the library like any other: it knows the C header alone. main puts the command line together,
+// lets the chosen verb run and turns what ends it into an exit code. Results go to standard output, all talk to standard error.
+#include <zmatrix/zmatrix.h>
+#include <zmatrix/zq.h>
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
-#include <iostream>
+#include <memory>
 #include <new>
 #include <string>
 
+#include "CommandLine.h"
 #include "Failure.h"
+#include "Help.h"
+#include "Manual.h"
 #include "Output.h"
+#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
 
+// An empty matrix knows the format in which it would be saved.
 std::string version() {
-  return "zmatrix " + std::to_string(ZMATRIX_VERSION_MAJOR) + "." + std::to_string(ZMATRIX_VERSION_MINOR) + "." +
-         std::to_string(ZMATRIX_VERSION_PATCH);
+  ZQMatrixBase* const matrix = createAndInitMatrixBaseWithDebugParameters(0, -1, "");
+  if (matrix == nullptr) throw std::bad_alloc();
+  const int format = s_getHeaderSoftwareVersion_Base(matrix);
+  deleteMatrixBase(matrix);
+  return std::string("zmatrix ") + zq_version() + ", file format " + std::to_string(format);
 }
 
-// What is wrong where no verb was named, or none that there is.
-std::string wrongVerb(const CLI::App& app, const std::string& given) {
-  std::string verbs;
-  for (const CLI::App* verb : app.get_subcommands(nullptr)) verbs += (verbs.empty() ? "" : ", ") + verb->get_name();
-  return (given.empty() ? "a verb is missing" : given + " is no verb") + ": " + verbs + " (`zmatrix --help` tells what they do)";
-}
-
-int end(ExitCode code, const std::string& text) {
-  std::fflush(stdout);
-  std::fprintf(stderr, "zmatrix: %s\n", text.c_str());
-  return static_cast<int>(code);
-}
-
-}  // namespace
-
-int main(int argumentCount, char** arguments) {
-  CLI::App app("zmatrix learns sequences and continues them.", "zmatrix");
-  app.set_version_flag("--version", version());
+void run(int argumentCount, char** arguments) {
+  CLI::App app("zmatrix learns texts, music and series of integers, and continues them.", "zmatrix");
+  app.formatter(std::make_shared<Help>());
+  app.get_formatter()->label("SUBCOMMAND", "VERB");
+  app.set_version_flag("--version,-V", version, "Print the version and the format of model files, and exit");
+  addPrintOption(app, std::string("zmatrix ") + zq_version());
   app.require_subcommand(1);
   app.footer("`zmatrix VERB --help` tells what a verb takes.");
   addContinueVerb(app);
@@ -47,17 +43,22 @@ int main(int argumentCount, char** arguments) {
   addInspectVerb(app);
   addConvertVerb(app);
   addNumbersVerb(app);
+  for (CLI::App* verb : app.get_subcommands(nullptr)) verb->group("Verbs");
+  runCommandLine(app, argumentCount, arguments);
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  fillClosedStandardStreams();
   try {
-    app.parse(argumentCount, arguments);
-  } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() != 0 && app.get_subcommands().empty()) {
-      return end(ExitCode::usage, wrongVerb(app, argumentCount > 1 ? arguments[1] : ""));
-    }
-    return app.exit(error) == 0 ? static_cast<int>(ExitCode::done) : static_cast<int>(ExitCode::usage);
+    run(argumentCount, arguments);
   } catch (const Failure& failure) {
-    return end(failure.code, failure.text);
+    say(failure.text);
+    return static_cast<int>(failure.code);
   } catch (const std::bad_alloc&) {
-    return end(ExitCode::limit, "out of memory");
+    say("out of memory: lower --max-phrase, or learn fewer files");
+    return static_cast<int>(ExitCode::limit);
   }
   return static_cast<int>(ExitCode::done);
 }

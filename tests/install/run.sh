@@ -25,6 +25,10 @@ pc=$(dirname "$(find "$installed" -name zmatrix.pc)")
 libraries=$(dirname "$pc")
 [[ -n $(find "$installed" -path '*/doc/*' -name LICENSE) ]] || fail "the licence is not installed"
 "$installed/bin/zmatrix" --help >/dev/null || fail "the installed command does not run"
+for row in man:share/man/man1/zmatrix.1 bash:share/bash-completion/completions/zmatrix zsh:share/zsh/site-functions/_zmatrix \
+  fish:share/fish/vendor_completions.d/zmatrix.fish; do
+  "$installed/bin/zmatrix" --print "${row%%:*}" | diff - "$installed/${row#*:}" || fail "${row#*:} is not the command's"
+done
 
 for compiler in gcc clang; do
   command -v "$compiler" >/dev/null || fail "$compiler is missing"

@@ -1,0 +1,10 @@
+// How --help looks: descriptions of options broken into lines.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+class Help : public CLI::Formatter {
+ public:
+  std::string make_option_desc(const CLI::Option* option) const override;
+};
