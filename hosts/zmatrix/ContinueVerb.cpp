@@ -48,6 +48,7 @@ void runContinue(ContinueOptions& options) {
   if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, material->nothingLearned()};
 
   options.generation.level = options.learning.level;
+  options.generation.reading = options.learning.reading;
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
   note("learned " + countOf(static_cast<long long>(inputs.size()), "file") + ", " + material->amountIn(*matrix) +

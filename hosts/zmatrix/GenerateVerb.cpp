@@ -54,6 +54,7 @@ void addGenerateVerb(CLI::App& app) {
   CLI::App* verb = app.add_subcommand("generate", "Continue a start with a model file");
   verb->add_option("MODEL", options->model, "A file that `zmatrix learn` made")->required()->option_text(" ");
   addLevelOption(*verb, options->generation.level);
+  addReadingOptions(*verb, options->generation.reading);
   addGenerationOptions(*verb, options->generation);
   verb->add_flag("--force", options->force, "Continue what is left of a damaged model");
   addTalkOptions(*verb, options->talk);

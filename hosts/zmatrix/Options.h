@@ -8,6 +8,7 @@
 
 #include "Kind.h"
 #include "Matrix.h"
+#include "Reading.h"
 
 /// What was not given is decided by the subject and its level, or by the model that is learned into.
 struct LearningOptions {
@@ -29,6 +30,7 @@ struct LearningOptions {
   std::optional<int> durationGrid;
   std::optional<Tracks> tracks;
   std::vector<int> skippedChannels;  ///< 1 to 16
+  ReadingOptions reading;
 
   // numbers
   std::optional<int> ocronType;
@@ -43,6 +45,8 @@ struct GenerationOptions {
   Method method = Method::random;
   std::optional<Level> level;   ///< texts; told with the learning options where both are there
   std::optional<int> matrixID;  ///< music
+  std::optional<double> tempo;  ///< music
+  ReadingOptions reading;       ///< of the start; told with the learning options where both are there
   std::string out;
 };
 
@@ -63,6 +67,8 @@ void addLearningOptions(CLI::App& verb, LearningOptions& options,
                         const std::string& what = "Files of one kind (text, MIDI and kern, numbers), or folders of them");
 void addGenerationOptions(CLI::App& verb, GenerationOptions& options);
 void addLevelOption(CLI::App& verb, std::optional<Level>& level);
+/// Of MIDI and kern files.
+void addReadingOptions(CLI::App& verb, ReadingOptions& options);
 void addKindOptions(CLI::App& verb, std::optional<Kind>& kind);
 void addTalkOptions(CLI::App& verb, TalkOptions& options);
 

@@ -68,6 +68,7 @@ class TextMaterial : public Material {
 
   std::unique_ptr<Continuation> continuation(Matrix& matrix, const GenerationOptions& options) const override {
     if (options.matrixID) throw Failure{ExitCode::usage, "--matrix is for music: of texts --start chooses the language"};
+    if (options.tempo) throw Failure{ExitCode::usage, "--tempo is for music"};
     return std::make_unique<TextContinuation>(matrix, options.level.value_or(Level::letters), options);
   }
 

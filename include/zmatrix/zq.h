@@ -447,14 +447,14 @@ const char* zq_textOfScoreFinding(int kind);
 // ---- Learning from scores -----------------------------------------------------------------------------------------------------
 
 /// What feeding a score by these settings would do, if the matrix had room for all of it: its runs and what is left out.
-/// Result: a report for zq_deleteScoreFeedReport; null for a null argument or exhausted memory.
+/// Result: a report for zq_deleteScoreFeedReport; null for a null argument, a score that is none, or exhausted memory.
 zq_ScoreFeedReport* zq_createScoreFeedPlan(const zq_Score* score, const zq_ScoreFeedSettings* settings);
 
 /// Learns a score by the basic level's block, which has to be that of a profile of music, run after run: each goes to the
 /// sub-matrix of its meter, texture, sound and coding. In an empty matrix as many are reserved as the score needs; one that
 /// holds something has to have them (`s_setMaxNumberOfMatrices`). Nothing of a score is dropped unless the report says so.
 /// `fileName`: for the records; null for none.
-/// Result: a report for zq_deleteScoreFeedReport; null for a null score or exhausted memory.
+/// Result: a report for zq_deleteScoreFeedReport; null for a score that is none, or for exhausted memory.
 zq_ScoreFeedReport* zq_updateMatrixWithScore(ZQMatrix* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion);
 zq_ScoreFeedReport* zq_updateMatrixWithScore_Medium(ZQMatrixMedium* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion);
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "music/midi/ZQMidiFeed.h"
+#include "music/score/ZQScoreCheck.h"
 #include "music/score/ZQScoreRuns.h"
 #include "music/score/ZQScoreTempo.h"
 #include "sequence/ZQMatrixMedium.h"
@@ -99,6 +100,18 @@ zq_ScoreFeedReport* refusedReport(const zq_Score& score) {
   ScorePlan plan;
   plan.causes.assign(static_cast<size_t>(score.numberOfNotes), zq_ScoreNoMusicSettings);
   return reportOf(score, plan, 0);
+}
+
+bool isBarLineValid(const zq_ScoreBarLine& line) {
+  return line.onset >= 0 && line.onsetDenominator > 0 && line.onsetDenominator <= ScoreTime::largestDenominator &&
+         line.onset <= ScoreTime::latest * line.onsetDenominator;
+}
+
+bool isValid(const zq_Score* score) {
+  long long refusedNote = -1;
+  if (!isScoreValid(score, &refusedNote) || score->numberOfBarLines < 0) return false;
+  if (score->numberOfBarLines > 0 && score->barLines == nullptr) return false;
+  return std::all_of(score->barLines, score->barLines + score->numberOfBarLines, isBarLineValid);
 }
 
 // --- into a matrix
@@ -201,7 +214,7 @@ class ScoreFeed {
 template <class Matrix>
 zq_ScoreFeedReport* updateMatrixWithScoreIn(Matrix* matrix, const zq_Score* score, const char* fileName,
                                             int leavesOutPercussion) {
-  if (score == nullptr) return nullptr;
+  if (!isValid(score)) return nullptr;
   const zq_ScoreFeedSettings settings = settingsOf(*matrix, leavesOutPercussion);
   if (!isMusicSetting(settings) ||
       globalMidiSettings(*matrix).matrixType != midiSettingsFor(settings.preProcessingType).matrixType)
@@ -226,7 +239,7 @@ int getLearnedReadingsIn(Matrix* matrix) {
 }  // namespace
 
 zq_ScoreFeedReport* createScoreFeedPlan(const zq_Score* score, const zq_ScoreFeedSettings* settings) {
-  if (score == nullptr || settings == nullptr) return nullptr;
+  if (!isValid(score) || settings == nullptr) return nullptr;
   if (!isMusicSetting(*settings)) return refusedReport(*score);
   return reportOf(*score, planScore(*score, *settings), 0);
 }
