@@ -150,7 +150,6 @@ std::string stopOf(const zq_KernReport& report) {
 void addLosses(const zq_KernReport& report, MusicReport& result) {
   constexpr int mostLines = 5;
   result.notesRead = report.notes;
-  result.barOffset = std::max(report.barOffset, 0);
   for (int kind = 0; kind < zq_KernNumberOfDepartures; ++kind) {
     if (report.departures[kind] == 0) continue;
     std::string lines;

@@ -16,7 +16,6 @@ struct MusicReport {
   long long notesWithoutEnd = 0;
   long long notesRead = 0;
   long long notesLearned = 0;   ///< by themselves or merged
-  int barOffset = 0;            ///< quanta by which the classic reading of a score moves all of it
   Json losses = Json::array();  ///< what the reading loses or changes, by cause and place
   Json full;
   std::string table;
