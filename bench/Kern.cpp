@@ -1,6 +1,6 @@
-// Kern: checking and reading scores, of four spines and of sixty, and learning them. A plain pass over the bytes that counts
-// tokens is what no reader can beat. Answers are checked: the notes of a score that was made here are known, and real files must
-// give the same in each round.
+// Kern: checking and reading scores, of four spines and of sixty, the exact reading beside the classic one, and learning them. A
+// plain pass over the bytes that counts tokens is what no reader can beat. Answers are checked: the notes of a score that was
+// made here are known, and real files must give the same in each round.
 #include <unistd.h>
 
 #include <cstdio>
@@ -14,6 +14,8 @@
 #include "Benchmarks.h"
 #include "MusicLearning.h"
 #include "music/kern/ZQKernFile.h"
+#include "music/score/ZQKernScoreReader.h"
+#include "music/score/ZQScore.h"
 
 namespace bench {
 
@@ -42,7 +44,7 @@ Score makeScore(int spines) {
   const char* const letters[] = {"c", "d", "ee-", "F", "GG", "a#", "b"};
   row([](int) { return "**kern"; });
   for (int bar = 1; score.tokens < tokensOfScore; bar++) {
-    row([bar](int) { return std::to_string(bar).insert(0, "="); });
+    row([bar](int) { return std::string("=").append(std::to_string(bar)); });
     for (int beat = 0; beat < 4; beat++) {
       row([&](int spine) -> std::string {
         if (spine % 2 == 1 && beat % 2 == 1) return ".";
@@ -64,6 +66,12 @@ long long notesOf(const std::string& path) {
   return notes;
 }
 
+long long exactNotesOf(const std::string& path) {
+  const std::unique_ptr<zq_Score, void (*)(zq_Score*)> score(zmatrix::createScoreFromKernFile(path.c_str(), 0),
+                                                             zmatrix::deleteScore);
+  return score->numberOfNotes;
+}
+
 /// The tokens of a file, by a pass over its bytes that keeps nothing.
 long long tokensOf(const std::string& path) {
   FILE* file = fopen(path.c_str(), "rb");
@@ -76,34 +84,35 @@ long long tokensOf(const std::string& path) {
   return tokens;
 }
 
+using Count = long long (*)(const std::string& path);
+
 /// An operation is a token.
-Measurement readMade(int spines, bool onlyCounts) {
+Measurement readMade(int spines, Count count) {
   Measurement measured;
   const Score score = makeScore(spines);
   const StopWatch watch;
-  const long long answer = onlyCounts ? tokensOf(score.path) : notesOf(score.path);
+  const long long answer = count(score.path);
   measured.seconds[0] = watch.seconds();
   measured.operations = score.tokens;
-  measured.isRight = answer == (onlyCounts ? score.tokens : score.notes);
+  measured.isRight = answer == (count == tokensOf ? score.tokens : score.notes);
   fs::remove(score.path);
   return measured;
 }
 
-/// An operation is a note, for the counting pass too.
-Measurement readFiles(const std::vector<std::string>& files, bool onlyCounts) {
+/// An operation is a note that the reading gives, for the counting pass one of the files.
+Measurement readFiles(const std::vector<std::string>& files, Count count) {
   constexpr int rounds = 20;
   Measurement measured;
-  const auto answerOf = [&] {
+  const auto sumOf = [&](Count each) {
     long long sum = 0;
-    for (const std::string& file : files) sum += onlyCounts ? tokensOf(file) : notesOf(file);
+    for (const std::string& file : files) sum += each(file);
     return sum;
   };
-  long long notes = 0;
-  for (const std::string& file : files) notes += notesOf(file);
-  const long long first = answerOf();
+  const long long notes = sumOf(count == tokensOf ? exactNotesOf : count);
+  const long long first = sumOf(count);
   measured.isRight = notes > 0;
   const StopWatch watch;
-  for (int round = 0; round < rounds; round++) measured.isRight = answerOf() == first && measured.isRight;
+  for (int round = 0; round < rounds; round++) measured.isRight = sumOf(count) == first && measured.isRight;
   measured.seconds[0] = watch.seconds();
   measured.operations = notes * rounds;
   return measured;
@@ -123,18 +132,22 @@ void registerRow(const std::string& name, const std::function<Measurement()>& me
 }  // namespace
 
 void registerKern(const std::string& folder) {
+  const std::pair<const char*, Count> contenders[] = {
+      {"zmatrix", notesOf}, {"zmatrix_exact", exactNotesOf}, {"counting_pass", tokensOf}};
   for (const int spines : {4, 60}) {
     const std::string name = "kern_tokens/limit:0/size:" + std::to_string(spines) + "/";
-    registerRow(name + "zmatrix", [=] { return readMade(spines, false); });
-    registerRow(name + "counting_pass", [=] { return readMade(spines, true); });
+    for (const auto& [contender, count] : contenders) {
+      registerRow(name + contender, [spines, count = count] { return readMade(spines, count); });
+    }
   }
   if (folder.empty()) return;
   std::vector<std::string> files;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
     if (entry.path().extension() == ".krn") files.push_back(entry.path().string());
   }
-  registerRow("kern_read/limit:0/size:0/zmatrix", [=] { return readFiles(files, false); });
-  registerRow("kern_read/limit:0/size:0/counting_pass", [=] { return readFiles(files, true); });
+  for (const auto& [contender, count] : contenders) {
+    registerRow(std::string("kern_read/limit:0/size:0/") + contender, [files, count = count] { return readFiles(files, count); });
+  }
   registerRow("kern_learn/limit:16/size:0/zmatrix",
               [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithKERNFile); });
 }

@@ -15,6 +15,13 @@
 #include "Benchmarks.h"
 #include "MusicLearning.h"
 #include "music/midi/ZQMidiFile.h"
+#include "music/score/ZQMidiScoreReader.h"
+#include "music/score/ZQScore.h"
+#include "music/score/ZQScoreMidiWriter.h"
+
+#ifdef ZMATRIX_BENCH_SMF
+#include <smf.h>
+#endif
 
 namespace bench {
 
@@ -62,6 +69,40 @@ long long notesOf(const std::string& path) {
   }
   return notes;
 }
+
+/// The notes of a file as its exact reading has them.
+long long exactNotesOf(const std::string& path) {
+  zq_Score* const score = zmatrix::createScoreFromMidiFile(path.c_str());
+  const long long notes = score->numberOfNotes;
+  zmatrix::deleteScore(score);
+  return notes;
+}
+
+#ifdef ZMATRIX_BENCH_SMF
+/// The files without any finding: others may abort libsmf.
+std::vector<std::string> filesInOrder(const std::vector<std::string>& files) {
+  std::vector<std::string> inOrder;
+  for (const std::string& file : files) {
+    zq_Score* const score = zmatrix::createScoreFromMidiFile(file.c_str());
+    if (score->state == zq_ScoreRead && score->numberOfFindings == 0) inOrder.push_back(file);
+    zmatrix::deleteScore(score);
+  }
+  return inOrder;
+}
+
+/// The note-ons of a file among the events that libsmf makes of it. Its time grows with the square of a track, so that it is not
+/// for the large file.
+long long noteOnsOfSmf(const std::string& path) {
+  smf_t* const smf = smf_load(path.c_str());
+  if (smf == nullptr) return 0;
+  long long noteOns = 0;
+  while (const smf_event_t* event = smf_get_next_event(smf)) {
+    noteOns += event->midi_buffer_length == 3 && event->midi_buffer[0] >> 4 == 9 && event->midi_buffer[2] != 0;
+  }
+  smf_delete(smf);
+  return noteOns;
+}
+#endif
 
 /// The note-ons of a file, by a walk over its bytes that keeps nothing.
 long long noteOnsOf(const std::string& path) {
@@ -126,6 +167,27 @@ Measurement write(int numberOfNotes) {
   return measured;
 }
 
+/// Writes the exact reading of a large file into memory.
+Measurement writeScore(int numberOfNotes) {
+  Measurement measured;
+  const std::string path = largeFile();
+  ZQMidiFile().writeEventsToFileWithPath(notesToWrite(numberOfNotes).get(), path.c_str());
+  zq_Score* const score = zmatrix::createScoreFromMidiFile(path.c_str());
+  fs::remove(path);
+  zq_ScoreWriting writing{};
+  long long size = 0;
+  const StopWatch watch;
+  unsigned char* const bytes = zmatrix::createMidiDataOfScore(score, &size, &writing);
+  measured.seconds[0] = watch.seconds();
+  measured.operations = numberOfNotes;
+  zq_Score* const again = zmatrix::createScoreFromMidiData(bytes, size);
+  measured.isRight = score->numberOfNotes == numberOfNotes && again->numberOfNotes == numberOfNotes && writing.timesMoved == 0;
+  zmatrix::deleteScore(again);
+  zmatrix::deleteScore(score);
+  free(bytes);
+  return measured;
+}
+
 Measurement pairUnended() {
   Measurement measured;
   ZQMidiTrackList list;
@@ -173,13 +235,20 @@ void registerMusic(const std::string& folder) {
     return measured;
   };
   registerRow("midi_read/limit:0/size:500/zmatrix", [=] { return readLarge(notesOf); });
+  registerRow("midi_read/limit:0/size:500/zmatrix_exact", [=] { return readLarge(exactNotesOf); });
   registerRow("midi_read/limit:0/size:500/counting_pass", [=] { return readLarge(noteOnsOf); });
   registerRow("midi_write/limit:0/size:500/zmatrix", [] { return write(notesOfLargeFile); });
   registerRow("midi_write/limit:0/size:50/zmatrix", [] { return write(notesOfLargeFile / 10); });
+  registerRow("midi_write/limit:0/size:500/zmatrix_exact", [] { return writeScore(notesOfLargeFile); });
+  registerRow("midi_write/limit:0/size:50/zmatrix_exact", [] { return writeScore(notesOfLargeFile / 10); });
   registerRow("midi_unended/limit:0/size:1000/zmatrix", pairUnended);
   if (folder.empty()) return;
   const std::vector<std::string> files = midiFilesIn(folder);
   registerRow("midi_read/limit:0/size:0/zmatrix", [=] { return countNotes(files, 20, notesOf); });
+  registerRow("midi_read/limit:0/size:0/zmatrix_exact", [=] { return countNotes(files, 20, exactNotesOf); });
+#ifdef ZMATRIX_BENCH_SMF
+  registerRow("midi_read/limit:0/size:0/libsmf", [=] { return countNotes(filesInOrder(files), 20, noteOnsOfSmf); });
+#endif
   registerRow("midi_read/limit:0/size:0/counting_pass", [=] { return countNotes(files, 20, noteOnsOf); });
   registerRow("midi_learn/limit:16/size:0/zmatrix",
               [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithMIDIFile); });

@@ -1,19 +1,26 @@
 // Takes arbitrary bytes for a MIDI file: to tracks, whose pairing is held against the plain one, into a report and a matrix, and
-// back to a file if something was learned. The first two bytes choose coding, tier and how tracks are merged. The corpus begins
-// well with what fuzz/make_midi_seeds.py writes.
+// back to a file if something was learned; and exactly, to a score that is written as MIDI and read again. The first two bytes
+// choose coding, tier and how tracks are merged. The corpus begins well with what fuzz/make_midi_seeds.py writes.
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <numeric>
 #include <string>
 
 #include "frame/flat/ZQMatrixCreators.h"
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiFile.h"
 #include "music/midi/ZQMidiReport.h"
+#include "music/score/ZQMidiScoreReader.h"
+#include "music/score/ZQScore.h"
+#include "music/score/ZQScoreCheck.h"
+#include "music/score/ZQScoreMidiWriter.h"
+#include "music/score/ZQScoreTime.h"
 #include "support/PlainPairing.h"
 #include "symbols/ZQMatrix.h"
 
@@ -55,6 +62,46 @@ void readAndPair(const std::string& path) {
   }
 }
 
+/// Parts share out the notes by onset, what is listed is counted, and ends are not before beginnings.
+void checkScore(const zq_Score& score) {
+  long long refusedNote = 0;
+  require(zmatrix::isScoreValid(&score, &refusedNote));
+  const long long found = std::accumulate(std::begin(score.findingCounts), std::end(score.findingCounts), 0LL);
+  require(score.numberOfFindings == std::min(found, 10000LL));
+  const auto isUnended = [](const zq_ScoreNote& note) { return (note.flags & zq_ScoreUnended) != 0; };
+  require(std::count_if(score.notes, score.notes + score.numberOfNotes, isUnended) ==
+          score.findingCounts[zq_ScoreNoteWithoutEnd]);
+  require(score.numberOfNotes == 0 || score.state >= zq_ScoreCutShort);
+}
+
+bool areSame(const zq_ScoreNote& one, const zq_ScoreNote& other) {
+  return zmatrix::ScoreTime{one.onset, one.onsetDenominator} == zmatrix::ScoreTime{other.onset, other.onsetDenominator} &&
+         zmatrix::ScoreTime{one.duration, one.durationDenominator} ==
+             zmatrix::ScoreTime{other.duration, other.durationDenominator} &&
+         one.pitch == other.pitch && one.velocity == other.velocity && one.program == other.program && one.part == other.part;
+}
+
+/// Reads exactly, writes the score as MIDI and reads that: the notes are the same, and nothing is wrong with the file.
+void readExactly(const std::uint8_t* data, std::size_t size) {
+  zq_Score* const score = zmatrix::createScoreFromMidiData(data, static_cast<long long>(size));
+  checkScore(*score);
+  zq_ScoreWriting writing{};
+  long long length = 0;
+  unsigned char* const bytes = zmatrix::createMidiDataOfScore(score, &length, &writing);
+  require((bytes != nullptr) == (writing.state == zq_ScoreWritten));
+  require(bytes != nullptr || writing.state == zq_ScoreTooLarge);
+  if (bytes != nullptr) {
+    zq_Score* const again = zmatrix::createScoreFromMidiData(bytes, length);
+    checkScore(*again);
+    require(again->state == zq_ScoreRead && again->numberOfFindings == 0 && writing.extraTracks == 0);
+    require(again->numberOfNotes == score->numberOfNotes);
+    require(writing.timesMoved > 0 || std::equal(score->notes, score->notes + score->numberOfNotes, again->notes, areSame));
+    zmatrix::deleteScore(again);
+  }
+  free(bytes);
+  zmatrix::deleteScore(score);
+}
+
 template <class Matrix>
 void feed(Matrix* matrix, void (*destroy)(Matrix*), const std::string& path, int coding, int analyze) {
   matrix->setMaxNumberOfMatrices(5);
@@ -86,6 +133,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int coding = data[0] % 4, analyze = data[1] % 3;
   constexpr int preProcessingTypes[] = {1, 1002, 1003, 1004};
   readAndPair(path);
+  readExactly(data + 2, size - 2);
   zq_MidiReport* report = zmatrix::createMidiReport(path.c_str(), preProcessingTypes[coding], 16, analyze, nullptr);
   require(report != nullptr && (report->end != zq_MidiEndNotMidi || report->notesLearned == 0));
   zmatrix::deleteMidiReport(report);

@@ -4,6 +4,7 @@ import pathlib
 import sys
 
 SCORES = [
+    '**kern\t**kern\n*Ivioln\t*ICvox\n[2c 2e_\t[3%2g\n*^\t*\n[4f\t4c] 4e\tqa\n*v\t*v\t*\n2e] f\t00.g]\n{4r\t4r}\n*-\t*-\n',
     '**kern\n*M4/4\n*k[f#]\n*MM90\n4c\n=1\n{4d\n8e\n8ff#\n4r}\n[2G\n=2\n2G]\n==\n*-\n',
     '**kern\t**kern\t**text\n=1\t=1\t=1\n2c\t4e 4g\tla\n.\t8.f-\t.\n.\tqa\t.\n4c\t16b\tli\n*-\t*-\t*-\n',
     '**kern\n*^\n4c\t4e\n*\t*^\n4d\t4f\t4a\n*v\t*v\t*\n=\t=\n4e\t4g\n*x\t*x\n*v\t*v\n4r\n*-\n',

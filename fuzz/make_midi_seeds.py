@@ -38,6 +38,8 @@ SEEDS = {
     'exclusive': song(1, 96, track(METER, b'\0\xf0\3\x43\x10\xf7', b'\0\xf0\2\1\2\5\xf7\2\3\xf7'), track(b'\0\xf2', TUNE, b'\1\xfe')),
     'texts': song(1, 96, track(b'\0\xff\1\x15!!!AMT: simple triple', b'\0\xff\3\3abc\0\xff\x59\2\xff\1\0\xff\x7f\2\1\2'), track(TUNE)),
     'overlap': song(1, 96, track(METER), track(b'\0\x90\x3c\x40\0\x3c\x40\0\xc0\x10\1\x80\x3c\0\1\x3c\0\1\x3c\0\1\x90\x3c\x10', TUNE)),
+    'programs': song(1, 96, track(METER, b'\0\xc0\5\0\xc1\7'), track(TUNE, b'\0\xc0\6', TUNE), track(b'\x10\xc0\x08', TUNE, DRUMS)),
+    'wrapped': b'RIFF\0\0\0\0RMIDdata\0\2\0\0' + song(0, 96, track(METER, b'\0\xff\3\3abc\0\xff\x20\1\0\0\xff\4\2ab', TUNE)),
     'long_lengths': song(1, 96, track(METER, b'\0\xff\1\x8f\xff\xff\xff\x7fab'), track(b'\x8f\xff\xff\xff\x7f', TUNE)),
 }
 

@@ -162,7 +162,7 @@ TEST_F(ModelTest, TellsOfDamageInFewWordsAndDoesNotSpreadIt) {
   EXPECT_EQ(linesOf(learned.talk), 1) << "what the library remarks on each symbol of a sound matrix is not told";
   const std::string half = readFile("model").substr(0, readFile("model").size() / 2);
   writeFile("model", half);
-  const RunResult checked = zmatrix("check model --json");
+  const RunResult checked = zmatrix("check model --json --verbose");
   EXPECT_EQ(checked.exitCode, 5);
   EXPECT_EQ(Json::parse(checked.output)["sound"], false);
   EXPECT_NE(checked.talk.find("more like it)"), std::string::npos) << checked.talk;

@@ -31,7 +31,7 @@ class WordsTest : public ProgramTest {
     const std::string options = " text.txt --level words --max-phrase " + std::to_string(longestWord);
     const RunResult checked = zmatrix("check --json" + options);
     ASSERT_EQ(checked.exitCode, 0) << checked.talk;
-    EXPECT_EQ(checked.talk.find("left out " + std::to_string(longWords) + " word") == 0, longWords > 0) << checked.talk;
+    EXPECT_EQ(checked.talk.find("zmatrix: left out " + std::to_string(longWords) + " word") == 0, longWords > 0) << checked.talk;
     const Json report = Json::parse(checked.output);
     EXPECT_EQ(report["sound"], true);
     ASSERT_EQ(report["matrices"].size(), 2u);

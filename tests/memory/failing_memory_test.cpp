@@ -358,6 +358,17 @@ TEST(FailingMemoryOfReports, areWholeOrNull) {
       EXPECT_TRUE(anAllocationHasFailed() || (report != nullptr && report->notes == 3)) << n;
       zq_deleteKernReport(report);
     }
+    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
+      const std::string path = folder.path() + "/score.krn";
+      zq_Score* score = nullptr;
+      {
+        const FailingMemory failing(n, lasting);
+        score = zq_createScoreFromKernFile(path.c_str(), 0);
+      }
+      const bool isWhole = score != nullptr && score->numberOfNotes == 3;
+      EXPECT_TRUE(isWhole || (anAllocationHasFailed() && (score == nullptr || score->state == zq_ScoreNotFound))) << n;
+      zq_deleteScore(score);
+    }
   }
 }
 

@@ -67,7 +67,7 @@ void addNote(ScoreBuilder& builder, SoundParts& parts, const ZQMidiObject& objec
   note.pitch = static_cast<unsigned char>(object.getNoteNumber() & 127);
   note.velocity = static_cast<unsigned char>(object.getVelocity());
   note.program = programOf(sound);
-  note.sound = static_cast<unsigned char>(sound == drumSound ? 0 : sound);
+  note.sound = static_cast<unsigned char>(sound);
   note.flags = sound == drumSound ? zq_ScorePercussion : 0;
   builder.addNote(note);
 }

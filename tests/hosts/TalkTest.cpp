@@ -1,0 +1,160 @@
+// What the command says beside its results, and where: usage, progress, closed and dangling ends, the manual and the completions.
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "hosts/RunProgram.h"
+
+namespace {
+
+const std::string command = "'" ZMATRIX_COMMAND "' ";
+
+class TalkTest : public ProgramTest {
+ protected:
+  void SetUp() override {
+    ProgramTest::SetUp();
+    writeFile("small.txt", "The boat is in. The rope is wet, and the sail is down. The man is on the quay. It is late.");
+  }
+
+  // What a terminal gets where standard error, and standard output unless it is redirected, are one.
+  std::string onTerminal(const std::string& arguments) const {
+    writeFile("line.sh", command + arguments + "\n");
+    return run("TERM=xterm script -qec 'sh line.sh' /dev/null").output;
+  }
+};
+
+TEST_F(TalkTest, SaysInOneLineWhatIsWrongWithTheArguments) {
+  struct Case {
+    const char* arguments;
+    const char* said;
+  };
+  const Case cases[] = {
+      {"", "a verb is missing: continue, learn"},
+      {"contineu x", "did you mean continue?"},
+      {"--vesion", "did you mean --version?"},
+      {"-q continue small.txt", "zmatrix continue -q"},
+      {"continue", "INPUT is missing"},
+      {"continue small.txt --conut 3", "did you mean --count?"},
+      {"continue small.txt --max 3", "did you mean --max-phrase or --max-words"},
+      {"continue small.txt --count -1", "--count: -1 is no whole number from 0 on"},
+      {"continue small.txt --count=", "an empty value is no whole number"},
+      {"continue small.txt --count", "--count needs a value"},
+      {"continue small.txt --seed 2147483648", "no whole number from 0 to 2147483647"},
+      {"continue small.txt --method foo", "foo is none of best, middle, random"},
+      {"continue small.txt --method 1", "1 is none of best, middle, random"},
+      {"continue small.txt --coding tripel", "did you mean triple?"},
+      {"learn small.txt --otu m", "did you mean --out?"},
+      {"numbers 12 4294967296", "4294967296 is no whole number"},
+      {"info a b", "b is one argument too many"},
+  };
+  for (const Case& entry : cases) {
+    const RunResult result = zmatrix(entry.arguments);
+    EXPECT_EQ(result.exitCode, 2) << entry.arguments;
+    EXPECT_EQ(result.talk.rfind("zmatrix: ", 0), 0u) << result.talk;
+    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << entry.arguments << "\n" << result.talk;
+    EXPECT_EQ(result.talk.find('\n'), result.talk.size() - 1) << result.talk;
+  }
+  const RunResult empty = zmatrix("continue small.txt --start= --count 20");
+  EXPECT_EQ(empty.output, zmatrix("continue small.txt --start '' --count 20").output);
+  EXPECT_EQ(empty.output.size(), 20u);
+  EXPECT_EQ(zmatrix("help learn").output, zmatrix("learn --help").output);
+}
+
+TEST_F(TalkTest, DrawsProgressOnlyWhereNoResultsComeOut) {
+  if (run("command -v script").exitCode != 0) GTEST_SKIP() << "there is no script(1) to have a terminal from";
+  const std::string line = "continue small.txt --count 40 ";
+  for (const std::string rest : {"", "| cat", "--out /dev/stdout", "--quiet --out result", "--debug 1 --out result"}) {
+    EXPECT_EQ(onTerminal(line + rest).find("%"), std::string::npos) << rest;
+  }
+  for (const std::string rest : {"--out result", "--out /dev/null", ">result"}) {
+    const std::string shown = onTerminal(line + rest);
+    EXPECT_NE(shown.find("] 0%"), std::string::npos) << rest;
+    EXPECT_EQ(shown.substr(shown.size() - 2), " \r") << "the line is taken away: " << shown;
+  }
+  EXPECT_EQ(onTerminal("learn small.txt -o model; NO_COLOR=1 " + command + line + "--out result").find("writing"),
+            std::string::npos);
+}
+
+TEST_F(TalkTest, TellsOfClosedAndDanglingEnds) {
+  for (const std::string line : {"continue small.txt", "--help", "--version", "check small.txt", "learn small.txt -o -"}) {
+    const RunResult result = zmatrix(line + " >&-");
+    EXPECT_EQ(result.exitCode, 4) << line;
+    EXPECT_NE(result.talk.find("cannot write standard output: it is closed"), std::string::npos) << result.talk;
+  }
+  EXPECT_EQ(zmatrix("--help >/dev/full").exitCode, 4);
+  EXPECT_EQ(zmatrix("learn small.txt -o model <&- >&- 2>&-").exitCode, 0);
+  EXPECT_EQ(zmatrix("check model").exitCode, 0) << "nothing that was said stands in the model";
+  EXPECT_EQ(run("{ " + command + "continue small.txt -q --count 1000000; echo $? >code; } | head -c 1; cat code").talk, "");
+  EXPECT_EQ(readFile("code"), "141\n");
+
+  run("ln -s nowhere link");
+  for (const std::string line : {"continue link", "info link", "learn small.txt -o link", "continue small.txt -o link"}) {
+    const RunResult result = zmatrix(line);
+    EXPECT_EQ(result.exitCode, line.find("-o") == std::string::npos ? 3 : 4) << line;
+    EXPECT_NE(result.talk.find("it is a symbolic link to nowhere, which is not there"), std::string::npos) << result.talk;
+  }
+  EXPECT_NE(run("test -e nowhere").exitCode, 0);
+}
+
+// The names that --help lists for all verbs.
+std::set<std::string> optionsIn(const std::string& help) {
+  static const std::regex option("\\n +(?:-\\w,)?--([a-z-]+)");
+  std::set<std::string> names;
+  for (std::sregex_iterator at(help.begin(), help.end(), option), end; at != end; ++at) names.insert((*at)[1]);
+  return names;
+}
+
+TEST_F(TalkTest, PrintsManualAndCompletionsOfAllThatHelpLists) {
+  std::string help = zmatrix("--help").output;
+  for (const char* verb : {"continue", "learn", "generate", "info", "check", "inspect", "convert", "numbers"}) {
+    help += zmatrix(std::string(verb) + " --help").output;
+  }
+  const std::set<std::string> options = optionsIn(help);
+  EXPECT_GT(options.size(), 20u);
+  for (const std::string what : {"man", "bash", "zsh", "fish"}) {
+    const RunResult printed = zmatrix("--print " + what + " >" + what + " && cat " + what);
+    ASSERT_EQ(printed.exitCode, 0) << printed.talk;
+    for (const std::string& name : options) {
+      const std::string shown = what == "fish"  ? "-l " + name
+                                : what == "man" ? std::regex_replace(name, std::regex("-"), "\\-")
+                                                : "--" + name;
+      EXPECT_NE(printed.output.find(shown), std::string::npos) << what << " lacks " << name;
+    }
+    const std::string reader = what == "man" ? "man --warnings -l man 2>&1 >/dev/null" : what + " -n " + what + " 2>&1";
+    if (run("command -v " + what).exitCode != 0) continue;
+    EXPECT_EQ(run(reader).output, "") << what;
+  }
+  writeFile(
+      "try.bash",
+      "source ./bash; try() { COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); COMPREPLY=(); _zmatrix; echo \"${COMPREPLY[*]}\"; }\n"
+      "try zmatrix con; try zmatrix continue --method ''; try zmatrix continue --method = b; try zmatrix info sm\n");
+  EXPECT_EQ(run("bash try.bash").output, "continue convert\nbest middle random\nbest\nsmall.txt\n");
+}
+
+TEST_F(TalkTest, KeepsTheLibrarysWordsToItself) {
+  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
+  writeFile("model", readFile("model").substr(0, readFile("model").size() * 3 / 4));
+  for (const std::string verbose : {"", " --verbose"}) {
+    std::istringstream talk(zmatrix("check model" + verbose).talk);
+    bool quotes = false;
+    for (std::string line; std::getline(talk, line);) {
+      EXPECT_EQ(line.rfind("zmatrix: ", 0), 0u) << line;
+      quotes = quotes || line.rfind("zmatrix: library: ", 0) == 0;
+    }
+    EXPECT_EQ(quotes, !verbose.empty());
+  }
+}
+
+TEST_F(TalkTest, DescribesAModelByWhatItLearned) {
+  writeFile("more.txt", "The tide is out.");
+  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
+  const std::string year = run("date -u +%Y").output.substr(0, 4);
+  EXPECT_NE(zmatrix("info model").output.find(" learned from small.txt on " + year), std::string::npos);
+  ASSERT_EQ(zmatrix("learn more.txt --update -o model").exitCode, 0);
+  EXPECT_NE(zmatrix("info model").output.find(" learned from small.txt and 1 more file, last on "), std::string::npos);
+  EXPECT_EQ(zmatrix("info model").output.find("Producer"), std::string::npos);
+  EXPECT_NE(zmatrix("info model --verbose").output.find("stored_description"), std::string::npos);
+}
+
+}  // namespace
