@@ -40,6 +40,7 @@ class Writer {
     note.onsetDenominator = note.durationDenominator = denominator;
     note.part = part;
     note.pitch = static_cast<unsigned char>(pitch);
+    note.velocity = 64;
     note.sound = static_cast<unsigned char>(sound);
     note.flags = static_cast<unsigned char>(flags);
     builder.addNote(note);
@@ -289,6 +290,11 @@ TYPED_TEST(ScoreFeed, CountsWhatFindsNoSubMatrix) {
   this->matrix->setGlobalPreProcessingType(0);
   EXPECT_EQ(this->feed(first)->leftOut[zq_ScoreNoMusicSettings], 3);
   EXPECT_EQ(zmatrix::updateMatrixWithScore(this->matrix, nullptr, nullptr, 0), nullptr);
+  zq_Score wrong = *first;  // a host's own
+  const zq_ScoreBarLine line{0, 1, 0, 0};
+  wrong.barLines = &line;
+  wrong.numberOfBarLines = 1;
+  EXPECT_EQ(zmatrix::updateMatrixWithScore(this->matrix, &wrong, nullptr, 0), nullptr) << "a time with the denominator 0";
 }
 
 TYPED_TEST(ScoreFeed, RemembersReadingAndTempo) {
