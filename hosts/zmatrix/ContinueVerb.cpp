@@ -49,6 +49,9 @@ void runContinue(ContinueOptions& options) {
 
   options.generation.level = options.learning.level;
   options.generation.reading = options.learning.reading;
+  if (subjectOf(inputs) == Subject::texts && (isVerbose() || options.generation.json)) {
+    for (const InputFile& input : inputs) options.generation.against.push_back(input.path);
+  }
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
   note("learned " + countOf(static_cast<long long>(inputs.size()), "file") + ", " + material->amountIn(*matrix) +

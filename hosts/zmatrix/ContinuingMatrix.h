@@ -154,7 +154,8 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
       int* handles = handle < 0 ? nullptr : Functions::successorsOf(matrix(), handle, &count);
       for (int at = 0; handles != nullptr && at < count; ++at) {
         const int* item = Functions::itemAt(matrix(), handles[at]);
-        if (item != nullptr) successors.push_back({*item, Functions::countOf(Functions::elementAt(matrix(), handles[at]))});
+        auto* element = Functions::elementAt(matrix(), handles[at]);
+        if (item != nullptr) successors.push_back({*item, Functions::countOf(element), Functions::startsOf(element)});
       }
       s_Free(handles);
     }

@@ -56,6 +56,11 @@ void addGenerateVerb(CLI::App& app) {
   addLevelOption(*verb, options->generation.level);
   addReadingOptions(*verb, options->generation.reading);
   addGenerationOptions(*verb, options->generation);
+  verb->add_option("--against", options->generation.against,
+                   "A text to compare the result with, as one that was learned; can be repeated")
+      ->allow_extra_args(false)
+      ->option_text("FILE")
+      ->group("Texts");
   verb->add_flag("--force", options->force, "Continue what is left of a damaged model");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

@@ -22,17 +22,30 @@ void showLearning(progressCallBackData_tag*) {
   learning->progress->show("learning " + learning->file, learning->bytesInAll > 0 ? bytes / learning->bytesInAll : 1);
 }
 
+// Registers the callback, and takes it back however learning ends: what it reaches dies with this.
+class Display {
+ public:
+  explicit Display(Learning& state) {
+    if (!state.progress->isShown()) return;
+    learning = &state;
+    setMatrixProgressDisplayFunction(showLearning);
+  }
+  ~Display() {
+    setMatrixProgressDisplayFunction(nullptr);
+    learning = nullptr;
+  }
+  Display(const Display&) = delete;
+  Display& operator=(const Display&) = delete;
+};
+
 }  // namespace
 
 std::vector<int> learnFiles(Material& material, Matrix& matrix, const std::vector<InputFile>& inputs, Progress& progress,
                             bool quiet) {
   Learning state{&progress, &matrix, "", 0, 0, 0, 0};
   for (const InputFile& input : inputs) state.bytesInAll += static_cast<double>(input.size);
-  if (progress.isShown()) {
-    learning = &state;
-    setMatrixProgressDisplayFunction(showLearning);
-  }
   std::vector<int> ids;
+  const Display display(state);
   for (const InputFile& input : inputs) {
     state.file = input.path.substr(input.path.rfind('/') + 1);
     state.bytesOfFile = static_cast<double>(input.size);
@@ -40,8 +53,6 @@ std::vector<int> learnFiles(Material& material, Matrix& matrix, const std::vecto
     ids.push_back(material.learn(matrix, input));
     state.bytesBefore += state.bytesOfFile;
   }
-  setMatrixProgressDisplayFunction(nullptr);
-  learning = nullptr;
   progress.clear();
   if (!quiet) material.tellOmissions();
   return ids;

@@ -1,5 +1,7 @@
 #include "Material.h"
 
+#include <utility>
+
 #include "Failure.h"
 
 namespace {
@@ -65,6 +67,17 @@ bool isLimitedToASubject(const LearningOptions& options) {
     if (option.isGiven) return true;
   }
   return false;
+}
+
+void refuseTextOptions(const GenerationOptions& options, const char* subject) {
+  const std::pair<const char*, bool> given[] = {{"--level", options.level.has_value()},
+                                                {"--sentences", options.sentences.has_value()},
+                                                {"--lines", options.lines.has_value()},
+                                                {"--against", !options.against.empty()},
+                                                {"--json", options.json}};
+  for (const auto& [name, isGiven] : given) {
+    if (isGiven) throw Failure{ExitCode::usage, std::string(name) + " is not for " + subject};
+  }
 }
 
 void refuseUpdate(const std::string& reason) {

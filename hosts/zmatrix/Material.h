@@ -61,6 +61,9 @@ std::unique_ptr<Material> makeNumberMaterial(const LearningOptions& options);
 /// True if an option was given that is for one subject, or for two of the three.
 bool isLimitedToASubject(const LearningOptions& options);
 
+/// Throws a Failure if an option was given that only the continuation of a text has.
+void refuseTextOptions(const GenerationOptions& options, const char* subject);
+
 /// Throws the Failure of an option that a model which has learned before can't take.
 [[noreturn]] void refuseUpdate(const std::string& reason);
 

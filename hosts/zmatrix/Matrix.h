@@ -176,7 +176,8 @@ class Matrix {
   virtual std::vector<int> preprocess(const std::vector<int>& items) = 0;
   struct Successor {
     int item;
-    int count;  ///< how often it was learned there
+    int count;   ///< how often it was learned there
+    int starts;  ///< how often it began a sequence; an item behind others never does
   };
   /// What followed these stored items; nothing for a sequence that was not learned.
   virtual std::vector<Successor> successorsOf(const std::vector<int>& storedItems) = 0;

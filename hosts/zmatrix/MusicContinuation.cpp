@@ -44,7 +44,7 @@ bool isAlike(const ZQMatrixProperties& one, const ZQMatrixProperties& other) {
 }  // namespace
 
 MusicContinuation::MusicContinuation(Matrix& matrix, const GenerationOptions& options) : matrix_(matrix), options_(options) {
-  if (options.level) throw Failure{ExitCode::usage, "--level is not for music"};
+  refuseTextOptions(options, "music");
   if (!options.start.empty()) voices_ = readStart();
   if (!options.matrixID) {
     chooseFromAll();

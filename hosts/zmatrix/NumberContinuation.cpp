@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Arithmetic.h"
+#include "Choice.h"
 #include "Failure.h"
 #include "NumberCoding.h"
 #include "NumberFile.h"
@@ -12,21 +13,6 @@ namespace {
 constexpr long long usualCount = 100;
 constexpr std::size_t longestOcron = 512;  // symbols, far beyond that of any number of 32 bits
 constexpr int mostFailures = 10000;        // forms in a row that stand for no number
-
-// By what `method` says, as the library chooses.
-std::size_t choose(Matrix& matrix, const std::vector<Matrix::Successor>& successors, Method method) {
-  if (method == Method::middle) return successors.size() / 2;
-  if (method == Method::best) {
-    const auto more = [](const Matrix::Successor& one, const Matrix::Successor& other) { return one.count < other.count; };
-    return static_cast<std::size_t>(std::max_element(successors.begin(), successors.end(), more) - successors.begin());
-  }
-  double sum = 0;
-  for (const Matrix::Successor& successor : successors) sum += successor.count;
-  double rest = matrix.drawFraction() * sum;
-  std::size_t at = 0;
-  while (at + 1 < successors.size() && (rest -= successors[at].count) >= 0) ++at;
-  return at;
-}
 
 }  // namespace
 
@@ -44,7 +30,7 @@ std::vector<int> numbersOfStart(const std::string& start) {
 NumberContinuation::NumberContinuation(Matrix& matrix, const GenerationOptions& options) : matrix_(matrix), options_(options) {
   if (options.matrixID) throw Failure{ExitCode::usage, "--matrix is for music: numbers have one sub-matrix"};
   if (options.tempo) throw Failure{ExitCode::usage, "--tempo is for music"};
-  if (options.level) throw Failure{ExitCode::usage, "--level is not for numbers"};
+  refuseTextOptions(options, "numbers");
   if (matrix.itemsLearned() == 0) throw Failure{ExitCode::badInput, "nothing to continue: the model holds no numbers"};
   matrix.select(0);
   settings_ = matrix.numberSettings();

@@ -63,7 +63,8 @@ void addNumberOptions(CLI::App& verb, LearningOptions& options) {
 
 void addTextOptions(CLI::App& verb, LearningOptions& options) {
   addLevelOption(verb, options.level);
-  verb.add_option("--max-words", options.maxWords, "With --level words: longest run of words learned, 1 to 64, 3 unless given")
+  verb.add_option("--max-words", options.maxWords,
+                  "With --level words: longest run of words learned, 1 to 64; 2 unless given, 3 from 256 KiB of text on")
       ->check(wholeNumber(1, 64))
       ->option_text("N")
       ->group("Texts");
@@ -106,9 +107,10 @@ void addLearningOptions(CLI::App& verb, LearningOptions& options, const std::str
                   "words")
       ->transform(oneOf(tiers))
       ->option_text("full|medium");
-  verb.add_option("--max-phrase", options.maxPhrase,
-                  "Longest phrase learned, 1 to 1024 letters, notes or numbers, 8 unless given: more keeps closer to the input, "
-                  "for memory in proportion. With --level words it is the longest word, 16 unless given")
+  verb.add_option(
+          "--max-phrase", options.maxPhrase,
+          "Longest phrase learned, 1 to 1024 letters, notes or numbers, 8 unless given (10 letters from 256 KiB of text on): "
+          "more keeps closer to the input, for memory in proportion. With --level words it is the longest word, 16 unless given")
       ->check(wholeNumber(1, 1024))
       ->option_text("N");
   verb.add_option("--coding", options.coding,
@@ -157,6 +159,16 @@ void addGenerationOptions(CLI::App& verb, GenerationOptions& options) {
       ->check(CLI::Range(4.0, 1000.0))
       ->option_text("BPM")
       ->group("Music");
+  verb.add_option("--sentences", options.sentences, "End with the Nth sentence; --count then only bounds what is written")
+      ->check(wholeNumber(1))
+      ->option_text("N")
+      ->group("Texts");
+  verb.add_option("--lines", options.lines, "End with the Nth line")
+      ->check(wholeNumber(1))
+      ->option_text("N")
+      ->group("Texts")
+      ->excludes("--sentences");
+  verb.add_flag("--json", options.json, "Write one JSON object: the text, and what --verbose says of it")->group("Texts");
   verb.add_option("--out,-o", options.out, "File to write; without it, or with -, standard output")
       ->check(isNamed)
       ->option_text("FILE");
@@ -166,7 +178,8 @@ void addTalkOptions(CLI::App& verb, TalkOptions& options) {
   verb.add_flag("--quiet,-q", options.quiet, "No progress, notes or warnings")->each([](const std::string&) {
     setTalkativeness(Talkativeness::quiet);
   });
-  verb.add_flag("--verbose,-v", options.verbose, "Say more: what the library remarked on, and what a model's file says of itself")
+  verb.add_flag("--verbose,-v", options.verbose,
+                "Say more: what the library remarked on, what a model's file says of itself, what share of a text is copied")
       ->each([](const std::string&) { setTalkativeness(Talkativeness::verbose); });
   verb.add_option("--debug", options.debugLevel, "Print the library's messages up to this level, 0 to 9, on standard error")
       ->check(wholeNumber(0, 9))

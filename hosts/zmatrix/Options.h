@@ -43,11 +43,17 @@ struct GenerationOptions {
   std::optional<long long> count;
   long long seed = 31459;
   Method method = Method::random;
-  std::optional<Level> level;   ///< texts; told with the learning options where both are there
   std::optional<int> matrixID;  ///< music
   std::optional<double> tempo;  ///< music
   ReadingOptions reading;       ///< of the start; told with the learning options where both are there
   std::string out;
+
+  // texts
+  std::optional<Level> level;  ///< told with the learning options where both are there
+  std::optional<long long> sentences;
+  std::optional<long long> lines;
+  std::vector<std::string> against;  ///< the texts that the result is compared with
+  bool json = false;
 };
 
 struct TalkOptions {

@@ -1,70 +1,190 @@
 #include "TextContinuation.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include "Failure.h"
 #include "Inputs.h"
+#include "Statistics.h"
 
 namespace {
-constexpr int lineFeedSymbol = 10;  // stands between paragraphs on the level of words
+
 constexpr long long usualCount = 1000;
+constexpr long long mostPiecesOfALine = 10000;  // a choice that goes round in circles may never end a sentence
+constexpr std::size_t mostCompared = 1000000;   // characters
+
+std::string textOf(const std::vector<int>& characters) {
+  std::string text;
+  for (const int character : characters) text += static_cast<char>(character);
+  return text;
+}
+
+std::string percent(double share) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%.1f %%", 100 * share);
+  return text;
+}
+
+long long wordsOf(const std::vector<int>& text) {
+  long long words = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) words += !isWhiteSpace(text[at]) && (at == 0 || isWhiteSpace(text[at - 1]));
+  return words;
+}
+
 }  // namespace
 
 TextContinuation::TextContinuation(Matrix& matrix, Level level, const GenerationOptions& options)
-    : matrix_(matrix), level_(level), options_(options) {
+    : matrix_(matrix), level_(level), options_(options), start_(itemsOf(options.start)), end_(options.sentences, options.lines) {
   if (level == Level::words && !matrix.hasWords())
     throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
   if (level == Level::letters) matrix.forgetWords();
+  for (const std::string& path : options.against) requireReadable(path);
+  choose();
+  // no phrase of letters reaches over the end of a sentence, runs of words do
+  context_ = level == Level::letters ? unfinishedSentence(start_) : start_;
+  if (wordsOf(context_) == 0) context_.clear();
+  goTo(id_, context_);
+  known_ = context_.empty() ? 0 : matrix.lengthOfContext();
+}
+
+void TextContinuation::choose() {
   int longestKnown = -1;
-  for (int id = 0; id < matrix.numberOfIDs(); ++id) {
-    const ZQMatrixProperties& record = matrix.record(id);
-    if (record.matrixType != ZQMatrixTypeANSIText || matrix.itemsLearned(id) == 0) continue;
-    if (level == Level::words && record.currentMatrixIDLevelUp < 0) continue;
-    goTo(id);
-    const int known = options.start.empty() ? 0 : matrix.lengthOfContext();
-    if (known > longestKnown || (known == longestKnown && matrix.itemsLearned(id) > matrix.itemsLearned(id_))) {
+  for (int id = 0; id < matrix_.numberOfIDs(); ++id) {
+    const ZQMatrixProperties& record = matrix_.record(id);
+    if (record.matrixType != ZQMatrixTypeANSIText || matrix_.itemsLearned(id) == 0) continue;
+    if (level_ == Level::words && record.currentMatrixIDLevelUp < 0) continue;
+    goTo(id, start_);
+    const int known = start_.empty() ? 0 : matrix_.lengthOfContext();
+    if (known > longestKnown || (known == longestKnown && matrix_.itemsLearned(id) > matrix_.itemsLearned(id_))) {
       id_ = id;
       longestKnown = known;
     }
   }
   if (id_ >= 0) return;
-  throw Failure{ExitCode::badInput, level == Level::words ? "nothing to continue: no word was short enough to be learned"
-                                                          : "nothing to continue: the model holds no text"};
+  throw Failure{ExitCode::badInput, level_ == Level::words ? "nothing to continue: no word was short enough to be learned"
+                                                           : "nothing to continue: the model holds no text"};
 }
 
 // Sets the context and selects what the next items come from.
-void TextContinuation::goTo(int id) {
+void TextContinuation::goTo(int id, const std::vector<int>& start) {
   const Hush hush(matrix_);  // a start that the texts don't hold is no fault
   matrix_.select(id);
-  if (!options_.start.empty()) matrix_.setContext(itemsOf(options_.start));
+  matrix_.setContext(start);
   if (level_ == Level::words) matrix_.select(matrix_.record(id).currentMatrixIDLevelUp);
 }
 
-void TextContinuation::write(Output& output, Progress& progress) {
-  goTo(id_);
-  matrix_.setMethod(options_.method);
-  matrix_.seed(options_.seed);
-  output.write(options_.start);
-  needsBlank_ = !options_.start.empty() && !isBlank(options_.start.substr(options_.start.size() - 1));
-  const bool shown = !output.isOnTerminal();  // there the text itself shows how far it is
-  const long long count = options_.count.value_or(usualCount);
-  for (long long done = 0; done < count; ++done) {
-    if (shown && done % 256 == 0) progress.show("writing", static_cast<double>(done) / static_cast<double>(count));
-    if (level_ == Level::words) {
-      output.write(nextWord());
-    } else {
-      const std::optional<int> item = matrix_.nextItem();
-      output.write(item ? static_cast<char>(*item) : '\n');  // as the library's own writer has it
-    }
+std::string TextContinuation::remark() const {
+  if (context_.empty()) return "";
+  if (known_ == 0) return "nothing of the start is known: a new sentence begins";
+  const long long limit = matrix_.record(id_).maxPhraseLengthForUpdateWithSequence;
+  if (level_ == Level::letters) {
+    matrix_.select(id_);
+    const std::vector<int> start = matrix_.preprocess(context_);
+    if (known_ >= std::min<long long>(static_cast<long long>(start.size()), limit - 1)) return "";
+    return "of the start only the last " + countOf(known_, "character") + (known_ == 1 ? " is" : " are") + " known: \"" +
+           textOf({start.end() - known_, start.end()}) + "\"";
   }
-  output.commit();
-  if (!shown) std::fputc('\n', stderr);
+  const int unknown = matrix_.countUnknownWords(id_, options_.start);
+  if (unknown > 0) return countOf(unknown, "word") + " of the start " + (unknown == 1 ? "is" : "are") + " not known";
+  const long long longest = matrix_.record(matrix_.record(id_).currentMatrixIDLevelUp).maxPhraseLengthForUpdateWithSequence - 1;
+  if (known_ >= std::min(wordsOf(context_), longest)) return "";
+  return "of the start only the last " + countOf(known_, "word") + " " + (known_ == 1 ? "is" : "are") + " known together";
 }
 
-std::string TextContinuation::nextWord() {
-  const std::optional<int> symbol = matrix_.nextItem();
-  const bool endsLine = !symbol || *symbol == lineFeedSymbol;
-  const std::string word = endsLine ? "\n" : (needsBlank_ ? " " : "") + matrix_.wordOf(*symbol);
-  needsBlank_ = !endsLine;
-  return word;
+std::unique_ptr<TextSource> TextContinuation::source(SureCopies* copies) {
+  const bool isNew = known_ == 0;
+  const ZQMatrixProperties& letters = matrix_.record(id_);
+  if (level_ == Level::letters) {
+    return std::make_unique<LetterSource>(matrix_, letters.maxPhraseLengthForUpdateWithSequence, options_.method, isNew, copies);
+  }
+  const bool needsBlank = !isNew && !start_.empty() && !isWhiteSpace(start_.back());
+  const int limit = matrix_.record(letters.currentMatrixIDLevelUp).maxPhraseLengthForUpdateWithSequence;
+  return std::make_unique<WordSource>(matrix_, limit, options_.method, isNew, needsBlank, copies);
+}
+
+void TextContinuation::write(Output& output, Progress& progress) {
+  if (const std::string unknown = remark(); !unknown.empty()) note(unknown);
+  goTo(id_, context_);
+  matrix_.setMethod(options_.method);
+  matrix_.seed(options_.seed);
+  SureCopies sureCopies(matrix_);
+  const bool asksTheModel = isMeasured() && options_.against.empty();
+  const std::unique_ptr<TextSource> source = this->source(asksTheModel ? &sureCopies : nullptr);
+  const bool shown = !output.isOnTerminal();  // there the text itself shows how far it is
+  const long long most = mostPieces();
+
+  put(start_, output);
+  written_.clear();
+  if (known_ > 0) {
+    end_.startWith(start_);
+  } else if (!start_.empty() && !isWhiteSpace(start_.back()) && most > 0) {
+    put({'\n'}, output);
+    ++pieces_;
+  }
+  for (; pieces_ < most && !end_.isReached(); ++pieces_) {
+    if (shown && pieces_ % 256 == 0) {
+      progress.show("writing", std::max(end_.progress(), static_cast<double>(pieces_) / static_cast<double>(most)));
+    }
+    put(end_.take(source->next()), output);
+  }
+  if (isMeasured()) copied_ = asksTheModel ? sureCopies.shares() : compareWithTexts();
+  if (options_.json) output.write(json());
+  output.commit();
+  if (!shown) std::fputc('\n', stderr);
+  progress.clear();
+  report();
+}
+
+void TextContinuation::put(const std::vector<int>& characters, Output& output) {
+  if (options_.json) {
+    text_ += textOf(characters);
+  } else {
+    output.write(textOf(characters));
+  }
+  if (isMeasured() && written_.size() < mostCompared) written_.insert(written_.end(), characters.begin(), characters.end());
+}
+
+long long TextContinuation::mostPieces() const {
+  if (options_.count) return *options_.count;
+  if (!options_.sentences && !options_.lines) return usualCount;
+  const long long wanted = std::min(options_.sentences ? *options_.sentences : *options_.lines, 1000000000LL);
+  return wanted * mostPiecesOfALine;
+}
+
+CopiedRuns::Shares TextContinuation::compareWithTexts() {
+  const Hush hush(matrix_);
+  matrix_.select(id_);
+  CopiedRuns runs(written_);
+  for (const std::string& path : options_.against) runs.compareWith(matrix_.preprocess(itemsOf(readFile(path))));
+  return runs.shares();
+}
+
+void TextContinuation::report() const {
+  const std::string amount = countOf(pieces_, level_ == Level::letters ? "character" : "word");
+  if ((options_.sentences || options_.lines) && !end_.isReached()) note("stopped behind " + amount);
+  if (!isMeasured()) return;
+  std::string shares;
+  for (std::size_t at = 0; at < copied_.size(); ++at) {
+    shares += (at == 0 ? "" : ", ") + std::to_string(CopiedRuns::lengths[at]) + " characters: " + percent(copied_[at]);
+  }
+  note("wrote " + amount + ", " + countOf(end_.sentences(), "sentence") + "; copied in runs of " + shares);
+  if (options_.against.empty()) note("more may be copied: without the texts (--against) a model tells the least that it can be");
+}
+
+std::string TextContinuation::json() const {
+  Json result;
+  result["text"] = text_;
+  result["start"] = options_.start;
+  result["language"] = description();
+  result["level"] = level_ == Level::letters ? "letters" : "words";
+  result["known_of_start"] = known_;
+  result["items"] = pieces_;
+  result["sentences"] = end_.sentences();
+  result["lines"] = end_.lines();
+  result["compared_with"] = options_.against.empty() ? "model" : "texts";
+  for (std::size_t at = 0; at < copied_.size(); ++at) {
+    result["copied_in_runs_of"][std::to_string(CopiedRuns::lengths[at])] = std::round(copied_[at] * 10000) / 10000;
+  }
+  return jsonText(result);
 }

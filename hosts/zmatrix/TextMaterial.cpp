@@ -8,21 +8,36 @@
 
 namespace {
 
-constexpr int phraseLimitForLetters = 8;
 constexpr int phraseLimitForWords = 16;  // a longer word gets no symbol
-constexpr int wordLimit = 3;
+
+// The longest phrases that quote little of the texts (docs/command.md has the figures): in a longer text more stretches go on in
+// more than one way.
+struct PhraseLimits {
+  int letters;
+  int words;
+};
+constexpr PhraseLimits limitsForShortTexts = {8, 2};
+constexpr PhraseLimits limitsForLongTexts = {10, 3};
+constexpr std::uintmax_t longTexts = 256 * 1024;  // bytes
+
+PhraseLimits phraseLimitsFor(const std::vector<InputFile>& inputs) {
+  std::uintmax_t bytes = 0;
+  for (const InputFile& input : inputs) bytes += input.size;
+  return bytes < longTexts ? limitsForShortTexts : limitsForLongTexts;
+}
 
 class TextMaterial : public Material {
  public:
   explicit TextMaterial(const LearningOptions& options) : options_(options) {}
 
-  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>&, Loudness loudness) override {
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
     const bool learnsWords = options_.level == Level::words;
     if (learnsWords && options_.tier == Tier::medium) throw Failure{ExitCode::usage, "--level words needs --tier full"};
     if (!learnsWords && options_.maxWords) throw Failure{ExitCode::usage, "--max-words needs --level words"};
     std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(learnsWords ? Tier::full : Tier::medium), loudness);
-    if (learnsWords) matrix->prepareForWords(options_.maxWords.value_or(wordLimit));
-    matrix->prepareForTexts(options_.maxPhrase.value_or(learnsWords ? phraseLimitForWords : phraseLimitForLetters));
+    const PhraseLimits limits = phraseLimitsFor(inputs);
+    if (learnsWords) matrix->prepareForWords(options_.maxWords.value_or(limits.words));
+    matrix->prepareForTexts(options_.maxPhrase.value_or(learnsWords ? phraseLimitForWords : limits.letters));
     return matrix;
   }
 

@@ -148,7 +148,7 @@ TEST_F(ContinueTest, EndsWithOneCodePerKindOfFault) {
   const Case cases[] = {
       {"", 2, "a verb is missing"},
       {"continue", 2, "INPUT"},
-      {"sing small.txt", 2, "sing is no verb"},
+      {"sing small.txt", 2, "sing is none of the verbs"},
       {"continue small.txt --out ./small.txt", 2, "./small.txt is an input"},
       {"continue small.txt --method worst", 2, "--method"},
       {"continue small.txt --count -1", 2, "--count"},

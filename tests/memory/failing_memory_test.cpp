@@ -372,6 +372,32 @@ TEST(FailingMemoryOfReports, areWholeOrNull) {
   }
 }
 
+TEST(FailingMemoryOfScores, areReadAndWrittenWholeOrNotAtAll) {
+  TestFolder folder;
+  const std::string path = folder.put("tune.mid", tune(melody({60, 62, 64})));
+  const std::string target = folder.put("new.mid", "old");
+  for (const bool lasting : {false, true}) {
+    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
+      zq_Score* score = nullptr;
+      unsigned char* bytes = nullptr;
+      zq_ScoreWriting writing{};
+      int stored = 0;
+      {
+        const FailingMemory failing(n, lasting);
+        score = zq_createScoreFromMidiFile(path.c_str());
+        bytes = zq_createMidiDataOfScore(score, nullptr, &writing);
+        stored = zq_writeScoreToMidiFile(score, target.c_str(), nullptr);
+      }
+      EXPECT_EQ(bytes != nullptr, writing.state == zq_ScoreWritten) << n;
+      EXPECT_TRUE(anAllocationHasFailed() || (bytes != nullptr && stored == zq_ScoreWritten && score->numberOfNotes == 3)) << n;
+      EXPECT_TRUE(stored == zq_ScoreWritten || TestFolder::contentOf(target) == "old") << n;
+      s_Free(bytes);
+      zq_deleteScore(score);
+      folder.put("new.mid", "old");
+    }
+  }
+}
+
 TYPED_TEST(FailingMemoryOfLearningTest, generate) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("generate", [](auto* matrix) {
