@@ -31,7 +31,7 @@ const char* nameOf(const Matrix::Readings& readings) {
 constexpr int usualPhraseLimit = 8;
 constexpr int usualGrid = 16;
 constexpr int leastIDs = 64;  // room for what later files bring
-constexpr int mostIDs = 32768;
+constexpr int mostIDs = 4096;
 
 class MusicMaterial : public Material {
  public:

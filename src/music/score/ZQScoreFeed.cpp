@@ -1,6 +1,7 @@
 #include "music/score/ZQScoreFeed.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -128,6 +129,9 @@ zq_ScoreFeedSettings settingsOf(Matrix& matrix, int leavesOutPercussion) {
   return settings;
 }
 
+constexpr long long mostSubMatrices =
+    4096;  // that are reserved for one score: each takes some kilobytes before it holds anything
+
 /// One score on its way into a matrix. The global block is as it was behind it.
 template <class Matrix>
 class ScoreFeed {
@@ -144,7 +148,7 @@ class ScoreFeed {
 
   /// The result of the last update. The plan's runs get their sub-matrix, or the cause why they have none.
   int run(ScorePlan& plan) {
-    reserve(static_cast<int>(std::min<long long>(kindsOf(plan), largestNumberOfMatrices)));
+    reserve(static_cast<int>(std::min(kindsOf(plan), mostSubMatrices)));
     int result = 0;
     for (PlannedRun& run : plan.runs) {
       if (run.told.cause == zq_ScoreLearned) feed(plan, run, &result);
@@ -171,12 +175,20 @@ class ScoreFeed {
     const int coordinates = coordinatesOfNote(run.told.preProcessingType);
     *result = matrix->updateMatrixWithLongMIDISequence(sequence.data(), static_cast<int>(sequence.size()) / coordinates);
     run.told.matrixID = matrix->getCurrentMatrixID();
-    if (*result < 1) run.told.cause = zq_ScoreNotTaken;
+    if (*result < 1) {
+      run.told.cause = zq_ScoreNotTaken;
+    } else {
+      idOfKind[run.kind()] = run.told.matrixID;
+    }
   }
 
   /// All that tells runs apart has to agree: a sound or texture of 0 is one too.
   bool makeMatrixCurrent(const PlannedRun& run) {
     const KindOfRun kind = run.kind();
+    if (const auto known = idOfKind.find(kind); known != idOfKind.end()) {
+      matrix->setCurrentMatrixID(known->second);
+      return true;
+    }
     const int style = matrix->getGlobalMusicStyle();
     int id = getMatrixIDForMidi(matrix, matrix->getGlobalMatrixType(), kind.numerator, kind.denominator, [&](const auto& info) {
       return info.getPreProcessingType() == kind.preProcessingType && info.getMidiSubType() == kind.subType &&
@@ -208,6 +220,7 @@ class ScoreFeed {
   const char* fileName;
   const KeepCurrentMatrixID<Matrix> keep;
   const MidiFeedSettings before;
+  std::map<KindOfRun, int> idOfKind;
   std::set<std::string> entries;  // of this score: one that several runs share stands in the history once
 };
 

@@ -1,7 +1,6 @@
 #include "music/score/ZQScoreMeters.h"
 
 #include <algorithm>
-#include <span>
 
 namespace zmatrix {
 
@@ -18,18 +17,6 @@ bool isOnBarLine(const ScoreTime& time, const MeterStretch& stretch) {
   const ScoreTime within = sumOf(time, stretch.shift).time;
   const auto bars = static_cast<__int128>(within.numerator) * stretch.denominator;
   return bars % (static_cast<__int128>(within.denominator) * stretch.numerator) == 0;
-}
-
-std::span<const zq_ScoreMeter> metersFor(const zq_Score& score, int part) {
-  const std::span<const zq_ScoreMeter> all(score.meters, static_cast<size_t>(score.numberOfMeters));
-  const auto ofPart = [all](int wanted) {
-    const auto begin = std::find_if(all.begin(), all.end(), [=](const zq_ScoreMeter& meter) { return meter.part == wanted; });
-    const auto end = std::find_if(begin, all.end(), [=](const zq_ScoreMeter& meter) { return meter.part != wanted; });
-    return std::span<const zq_ScoreMeter>(begin, end);
-  };
-  if (all.empty()) return all;
-  const auto own = part < 0 ? std::span<const zq_ScoreMeter>() : ofPart(part);
-  return own.empty() ? ofPart(all.front().part) : own;
 }
 
 /// What is missing in the first bar, as its bar line comes before it is full; 0 if none comes early.
@@ -51,23 +38,8 @@ MeterStretch stretchOf(const zq_Score& score, const ScoreTime& begin, int numera
   return stretch;
 }
 
-}  // namespace
-
-BarMeter barMeterFor(int numerator, int denominator) {
-  const auto isPowerOfTwo = [](int number) { return (number & (number - 1)) == 0; };
-  if (numerator < 1 || denominator < 1) return {};
-  if (isPowerOfTwo(denominator) && denominator <= smallestBeat && numerator <= mostBeats) return {numerator, denominator};
-  const int divisor = std::gcd(numerator, denominator);
-  numerator /= divisor;
-  denominator /= divisor;
-  // As many bars are joined as make the denominator a power of two, and one that is not too large.
-  denominator = std::min(denominator & -denominator, smallestBeat);
-  return numerator <= mostBeats ? BarMeter{numerator, denominator} : BarMeter{};
-}
-
-std::vector<MeterStretch> meterStretches(const zq_Score& score, int part) {
-  const std::span<const zq_ScoreMeter> meters = metersFor(score, part);
-  std::vector<MeterStretch> stretches;
+MeterStretches stretchesOf(const zq_Score& score, const std::vector<zq_ScoreMeter>& meters) {
+  MeterStretches stretches;
   if (meters.empty() || ScoreTime{} < onsetOf(meters.front())) stretches.push_back(stretchOf(score, {}, 4, 4, true));
   for (const zq_ScoreMeter& meter : meters) {
     const ScoreTime begin = onsetOf(meter);
@@ -83,6 +55,41 @@ std::vector<MeterStretch> meterStretches(const zq_Score& score, int part) {
     stretches.push_back(stretchOf(score, begin, meter.numerator, meter.denominator, false));
   }
   return stretches;
+}
+
+}  // namespace
+
+BarMeter barMeterFor(int numerator, int denominator) {
+  const auto isPowerOfTwo = [](int number) { return (number & (number - 1)) == 0; };
+  if (numerator < 1 || denominator < 1) return {};
+  if (isPowerOfTwo(denominator) && denominator <= smallestBeat && numerator <= mostBeats) return {numerator, denominator};
+  const int divisor = std::gcd(numerator, denominator);
+  numerator /= divisor;
+  denominator /= divisor;
+  // As many bars are joined as make the denominator a power of two, and one that is not too large.
+  denominator = std::min(denominator & -denominator, smallestBeat);
+  return numerator <= mostBeats ? BarMeter{numerator, denominator} : BarMeter{};
+}
+
+ScoreMeters::ScoreMeters(const zq_Score& score) {
+  std::map<int, std::vector<zq_ScoreMeter>> meters;
+  for (int i = 0; i < score.numberOfMeters; ++i) meters[score.meters[i].part].push_back(score.meters[i]);
+  if (meters.empty()) meters[-1];
+  for (auto& [part, list] : meters) {
+    std::stable_sort(list.begin(), list.end(), [](const auto& one, const auto& other) { return onsetOf(one) < onsetOf(other); });
+    ofParts[part] = zmatrix::stretchesOf(score, list);
+  }
+}
+
+const MeterStretches& ScoreMeters::stretchesOf(int part) const {
+  const auto own = ofParts.find(part);
+  return own == ofParts.end() ? ofParts.begin()->second : own->second;
+}
+
+size_t ScoreMeters::indexAt(const MeterStretches& stretches, const ScoreTime& time) {
+  const auto isBehind = [](const ScoreTime& when, const MeterStretch& stretch) { return when < stretch.begin; };
+  const auto next = std::upper_bound(stretches.begin() + 1, stretches.end(), time, isBehind);
+  return static_cast<size_t>(next - stretches.begin()) - 1;
 }
 
 }  // namespace zmatrix

@@ -1,6 +1,7 @@
 // The meters of a score as learning has them: stretches of one meter each, whose bars are counted from where the meter begins.
 #pragma once
 
+#include <map>
 #include <vector>
 
 #include "music/score/ZQScore.h"
@@ -31,9 +32,22 @@ struct MeterStretch {
   long long barLengthInQuanta() const { return bars.denominator > 0 ? bars.numerator * 12288LL / bars.denominator : 12288; }
 };
 
-/// The stretches of a part, or of all parts together (-1), by their begin; at least one, of which the first holds from the very
-/// start. A part without a meter of its own has those of all parts, else those of the first part that has any. Where none is
-/// given the meter is 4/4. A meter that is given again on one of its own bar lines begins no stretch.
-std::vector<MeterStretch> meterStretches(const zq_Score& score, int part);
+using MeterStretches = std::vector<MeterStretch>;
+
+/// The meters of a score by part. A part without a meter of its own has those of all parts, else those of the first part that has
+/// any. Where none is given the meter is 4/4. A meter that is given again on one of its own bar lines begins no stretch.
+class ScoreMeters {
+ public:
+  /// The score has to live as long.
+  explicit ScoreMeters(const zq_Score& score);
+
+  /// Those of a part, or of all parts together (-1), by their begin; at least one, of which the first holds from the very start.
+  const MeterStretches& stretchesOf(int part) const;
+  /// The one that holds at a time.
+  static size_t indexAt(const MeterStretches& stretches, const ScoreTime& time);
+
+ private:
+  std::map<int, MeterStretches> ofParts;
+};
 
 }  // namespace zmatrix

@@ -77,6 +77,7 @@ class ScorePlanner {
         settings(theSettings),
         onsets(theSettings.noteOnQuantization),
         durations(theSettings.durationQuantization),
+        meters(aScore),
         isPlanned(static_cast<size_t>(aScore.numberOfNotes), false) {
     plan.causes.assign(isPlanned.size(), zq_ScoreLearned);
   }
@@ -176,11 +177,11 @@ class ScorePlanner {
 
   void planVoice(int part, const std::vector<long long>& notes) {
     if (notes.empty()) return;
-    const std::vector<MeterStretch> stretches = meterStretches(score, part);
+    const MeterStretches& stretches = meters.stretchesOf(part);
     std::vector<PlannedRun> runs;
     std::vector<const MeterStretch*> stretchOfRun;
-    size_t next = 0;
-    for (size_t i = 0; i < stretches.size(); ++i) {
+    for (size_t next = 0; next < notes.size();) {
+      const size_t i = ScoreMeters::indexAt(stretches, onsetOf(notes[next]));
       std::vector<TimedNote> inStretch;
       const bool isLast = i + 1 == stretches.size();
       for (; next < notes.size() && (isLast || onsetOf(notes[next]) < stretches[i + 1].begin); ++next) {
@@ -330,6 +331,7 @@ class ScorePlanner {
   const zq_Score& score;
   const zq_ScoreFeedSettings& settings;
   const Grid onsets, durations;
+  const ScoreMeters meters;
   std::vector<bool> isPlanned;
   ScorePlan plan;
 };

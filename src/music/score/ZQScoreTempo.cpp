@@ -12,6 +12,7 @@ namespace {
 constexpr std::string_view endOfEntry = "): ";
 constexpr std::string_view exactMark = ", exact";
 constexpr std::string_view tempoUnit = " quarters a minute";
+constexpr int mostTempi = 1000;            // of a run, that are taken one by one
 constexpr double highestTempo = 60000000;  // one quarter a microsecond
 
 double wholeNotes(const ScoreTime& time) {
@@ -41,6 +42,19 @@ double tempoOfText(std::string_view text) {
   return static_cast<double>(hundredths) / 100;
 }
 
+/// Of very many tempi those at times of equal distance.
+double sampledTempo(const zq_Score& score, double begin, double end) {
+  const auto isBehind = [](double time, const zq_ScoreTempo& tempo) { return time < wholeNotes(onsetOf(tempo)); };
+  std::vector<double> samples;
+  for (int i = 0; i < mostTempi; ++i) {
+    const double time = begin + (end - begin) * i / mostTempi;
+    const zq_ScoreTempo* const next = std::upper_bound(score.tempi, score.tempi + score.numberOfTempi, time, isBehind);
+    samples.push_back(next == score.tempi ? next->quartersPerMinute : next[-1].quartersPerMinute);
+  }
+  std::nth_element(samples.begin(), samples.begin() + mostTempi / 2, samples.end());
+  return samples[mostTempi / 2];
+}
+
 }  // namespace
 
 double tempoBetween(const zq_Score& score, const ScoreTime& begin, const ScoreTime& end) {
@@ -49,8 +63,11 @@ double tempoBetween(const zq_Score& score, const ScoreTime& begin, const ScoreTi
   };
   const zq_ScoreTempo* const last = score.tempi + score.numberOfTempi;
   const auto isBehind = [](const ScoreTime& time, const zq_ScoreTempo& tempo) { return time < onsetOf(tempo); };
+  const auto isBefore = [](const zq_ScoreTempo& tempo, const ScoreTime& time) { return onsetOf(tempo) < time; };
   const zq_ScoreTempo* tempo = std::upper_bound(score.tempi, last, begin, isBehind);
   if (tempo != score.tempi) --tempo;
+  const zq_ScoreTempo* const behind = std::lower_bound(tempo, last, end, isBefore);
+  if (behind - tempo > mostTempi) return sampledTempo(score, wholeNotes(begin), wholeNotes(end));
   std::vector<Span> spans;
   double total = 0;
   for (; tempo != last && (spans.empty() || onsetOf(*tempo) < end); ++tempo) {
