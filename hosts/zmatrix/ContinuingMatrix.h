@@ -42,11 +42,10 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
     return items;
   }
 
-  int countUnknownWords([[maybe_unused]] int id, [[maybe_unused]] const std::string& text) override {
+  int countUnknownWords([[maybe_unused]] int id, [[maybe_unused]] const std::vector<int>& items) override {
     int unknown = 0;
     if constexpr (Functions::hasSymbols) {
       const Hush hush(*this);  // it would tell the number that is returned
-      const std::vector<int> items = itemsOf(text);
       int symbols = 0;
       int lineFeeds = 0;
       select(id);
@@ -102,12 +101,12 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
     return *item;
   }
 
-  std::string wordOf([[maybe_unused]] int symbol) override {
-    std::string word;
+  std::vector<int> wordOf([[maybe_unused]] int symbol) override {
+    std::vector<int> word;
     if constexpr (Functions::hasSymbols) {
       int length = 0;
       int* letters = zq_createPhraseOfSymbol(matrix(), symbol, &length);
-      for (int at = 0; letters != nullptr && at < length; ++at) word += static_cast<char>(letters[at]);
+      if (letters != nullptr) word.assign(letters, letters + length);
       s_Free(letters);
     }
     return word;

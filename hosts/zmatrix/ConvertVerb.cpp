@@ -33,22 +33,22 @@ std::string countOfFindings(const zq_Score& score) {
 std::string convertExactly(const InputFile& input, const ReadingOptions& options, std::string& remark) {
   const Score score = readScore(input.path, input.kind, options.graceQuanta.value_or(0));
   if (const std::string refusal = refusalOf(*score); !refusal.empty()) {
-    throw Failure{ExitCode::badInput, input.path + ": " + refusal};
+    throw Failure{ExitCode::badInput, input.name + ": " + refusal};
   }
-  if (score->numberOfNotes == 0) throw Failure{ExitCode::badInput, input.path + " gives no music; `zmatrix inspect` tells more"};
+  if (score->numberOfNotes == 0) throw Failure{ExitCode::badInput, input.name + " gives no music; `zmatrix inspect` tells more"};
   remark = countOfFindings(*score);
   return midiOf(*score);
 }
 
 std::string convertByClassicRules(const InputFile& input) {
   const MusicReport report = reportOf(input);
-  if (!report.refusal.empty()) throw Failure{ExitCode::badInput, input.path + ": " + report.refusal};
+  if (!report.refusal.empty()) throw Failure{ExitCode::badInput, input.name + ": " + report.refusal};
   const ScratchFile file;
   if (!convertClassically(input.path, file.path())) {
-    throw Failure{ExitCode::limit, "cannot convert " + input.path + ": out of memory"};
+    throw Failure{ExitCode::limit, "cannot convert " + input.name + ": out of memory"};
   }
   const std::string bytes = file.bytes();
-  if (bytes.empty()) throw Failure{ExitCode::badInput, input.path + " gives no music; `zmatrix inspect` tells more"};
+  if (bytes.empty()) throw Failure{ExitCode::badInput, input.name + " gives no music; `zmatrix inspect` tells more"};
   return bytes;
 }
 
@@ -65,7 +65,7 @@ void runConvert(const ConvertOptions& options) {
   keepStandardOutputForResults();
   const InputFile score = findInputs({options.score}, false, std::nullopt).front();
   refuseInputAsOutput(options.out, {score});
-  if (score.kind != Kind::kern) throw Failure{ExitCode::badInput, score.path + " is no kern file: no **kern column"};
+  if (score.kind != Kind::kern) throw Failure{ExitCode::badInput, score.name + " is no kern file: no **kern column"};
   Output output(options.out);
   if (output.isOnTerminal()) throw Failure{ExitCode::usage, "MIDI is no text for a terminal: name a file for it"};
   std::string remark;
@@ -73,7 +73,7 @@ void runConvert(const ConvertOptions& options) {
   if (isClassic) MusicLearning::of(Reading::classic, options.reading);  // refuses what goes with the exact reading alone
   output.write(isClassic ? convertByClassicRules(score) : convertExactly(score, options.reading, remark));
   output.commit();
-  note("converted " + score.path + remark);
+  note("converted " + score.name + remark);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace {
 const Matrix::MusicSettings settingsOfNewModel = {ZQPreProcessingTypeMidiTriple_NDMT, 16, 16, Tracks::both, {}};
 
 std::string headOf(const InputFile& input) {
-  return input.path + "\n";
+  return input.name + "\n";
 }
 
 std::string sideBySide(const Json& readings, const Json& losses) {
@@ -37,7 +37,7 @@ MusicReport inspectionOf(const InputFile& input, const ReadingOptions& options) 
   MusicReport inspection;
   inspection.refusal = refusalOf(*score);
   if (isAlone) {
-    inspection.full = {{"file", input.path}, {"kind", nameOf(input.kind)}, {"exact", exact}};
+    inspection.full = {{"file", input.name}, {"kind", nameOf(input.kind)}, {"exact", exact}};
     inspection.table = headOf(input) + "\n" + exactTable;
     return inspection;
   }

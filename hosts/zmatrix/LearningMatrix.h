@@ -7,17 +7,14 @@
 #include <vector>
 
 #include "Failure.h"
-#include "Inputs.h"
 #include "StoredMatrix.h"
+#include "TextFile.h"
 
 /// Three languages, each with its letters and its words, and room for one pair more.
 inline constexpr int numberOfIDsWithWords = 8;
 
 /// The Failure of a base matrix, and its like.
 [[noreturn]] void refuseToLearn(const std::string& what = "a matrix of the base tier stores values, it learns nothing");
-
-/// Takes the messages that tell how many words were too long out of what was overheard, and returns the number.
-int takeWordsLeftOut(std::vector<Overheard::Kind>& kinds);
 
 /// Throws the Failure of a library that found no sub-matrix for a track, if that is among what it said.
 void requireRoomForTracks(const std::vector<Overheard::Kind>& kinds, int numberOfIDs, const std::string& path);
@@ -154,26 +151,28 @@ class LearningMatrix : public StoredMatrix<Functions> {
     return false;
   }
 
-  Learned learnText(const std::string& path) override {
+  Learned learnText([[maybe_unused]] const std::vector<int>& items, [[maybe_unused]] const std::string& name) override {
     if constexpr (Functions::learns) {
-      std::vector<long long> before;
-      for (int id = 0; id < numberOfIDs(); ++id) before.push_back(itemsLearned(id));
-      int length = 0;
+      const int length = static_cast<int>(items.size());
       Overheard talk(loudness().level == 0);
-      const int result = Functions::learnFile(matrix(), path.c_str(), &length);
-      refreshWords();
+      const int id = Functions::prepareForText(matrix(), items.data(), length, name.c_str());
+      const long long before = id < 0 ? 0 : itemsLearned(id);
+      int wordsLeftOut = 0;
+      const int result = id < 0 ? -1 : learnItems(items, wordsLeftOut);
       talk.end();
-      const int wordsLeftOut = takeWordsLeftOut(talk.kinds());
       talk.tell();
-      int id = 0;
-      while (id < numberOfIDs() && (itemsLearned(id) == before[id] || !holdsText(id))) ++id;
-      if (id == numberOfIDs()) id = -1;
-      if (result < 1 && !isExcused(result, id, path)) {
-        throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer texts"};
+      if (result < 1 && !isExcused(result, id, items)) {
+        throw Failure{ExitCode::limit, "the matrix could not take all of " + name + ": lower --max-phrase, or learn fewer texts"};
       }
-      return {id, wordsLeftOut};
+      return {itemsLearned(id) == before && wordsLeftOut == 0 ? -1 : id, wordsLeftOut};
     } else {
       refuseToLearn();
+    }
+  }
+
+  void refreshWords() override {
+    if constexpr (Functions::hasSymbols) {
+      if (hasWords()) zq_refreshSymbolLinks(matrix());
     }
   }
 
@@ -241,11 +240,15 @@ class LearningMatrix : public StoredMatrix<Functions> {
   using Store::matrix;
 
  private:
-  // Words of earlier texts are found again only so: learning a text moves their letters.
-  void refreshWords() {
+  // With the selected sub-matrix. Its limit is set anew only for the rare characters beyond it, of the last three planes.
+  int learnItems(const std::vector<int>& items, [[maybe_unused]] int& wordsLeftOut) {
+    const int greatest = items.empty() ? 0 : *std::max_element(items.begin(), items.end());
+    if (greatest > Functions::maximalIndex(matrix())) Functions::setMaximalIndex(matrix(), greatestCharacter);
+    const int length = static_cast<int>(items.size());
     if constexpr (Functions::hasSymbols) {
-      if (hasWords()) zq_refreshSymbolLinks(matrix());
+      if (hasWords()) return zq_updateMatrixWithWordsOfLongANSISequence(matrix(), items.data(), length, &wordsLeftOut);
     }
+    return Functions::learnCharacters(matrix(), items.data(), length);
   }
 
   void setMusicProfile(int preprocessing) {
@@ -260,14 +263,11 @@ class LearningMatrix : public StoredMatrix<Functions> {
     }
   }
 
-  bool holdsText(int id) { return record(id).matrixType == ZQMatrixTypeANSIText; }
-
-  // With the level of words 0 also says that the text has no word that is a symbol, which is no fault of the matrix.
-  bool isExcused(int result, int id, const std::string& path) {
-    if (!hasWords() || result != 0) return false;
-    if (id < 0) return isBlank(readFile(path));
+  // With words 0 also says that the text has none that is a symbol, which is no fault of the matrix.
+  bool isExcused(int result, int id, const std::vector<int>& items) {
+    if (!hasWords() || result != 0 || id < 0) return false;
     const ZQMatrixProperties& letters = record(id);
-    return letters.numberOfSymbols == 0 || letters.currentMatrixIDLevelUp >= 0;
+    return isBlank(items) || letters.numberOfSymbols == 0 || letters.currentMatrixIDLevelUp >= 0;
   }
 
   bool keepsHistory_ = false;

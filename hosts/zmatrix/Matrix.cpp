@@ -51,18 +51,6 @@ int unpackInteger(const char* bytes, int size) {
   return static_cast<int>(value);
 }
 
-int takeWordsLeftOut(std::vector<Overheard::Kind>& kinds) {
-  const std::string sign = "numberOfUnknownSymbols = ";
-  int words = 0;
-  const auto tellsOfWords = [&](const Overheard::Kind& kind) {
-    const std::size_t at = kind.first[0].find(sign);
-    if (at != std::string::npos) words = std::atoi(kind.first[0].c_str() + at + sign.size());
-    return at != std::string::npos;
-  };
-  kinds.erase(std::remove_if(kinds.begin(), kinds.end(), tellsOfWords), kinds.end());
-  return words;
-}
-
 void requireRoomForTracks(const std::vector<Overheard::Kind>& kinds, int numberOfIDs, const std::string& path) {
   const std::string noFreeID = "could not find a free matrixID";
   for (const Overheard::Kind& kind : kinds) {
@@ -104,12 +92,6 @@ bool Matrix::isSound() {
     if (isOccupied(id) && !scan(id).isSound) sound = false;
   }
   return sound;
-}
-
-std::vector<int> itemsOf(const std::string& text) {
-  std::vector<int> items;
-  for (const char byte : text) items.push_back(static_cast<unsigned char>(byte));
-  return items;
 }
 
 long long Matrix::itemsLearned() const {

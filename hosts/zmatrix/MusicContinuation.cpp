@@ -87,7 +87,7 @@ std::vector<MusicContinuation::Voice> MusicContinuation::readStart() const {
   scratch->prepareForMusic(matrix_.musicSettings());
   scratch->setPhraseLimit(1);
   scratch->keepHistory();
-  learning->learn(*scratch, {options_.start, 0, kind});
+  learning->learn(*scratch, {options_.start, options_.start, 0, kind});
   std::vector<Voice> voices;
   for (int id = 0; id < scratch->numberOfIDs(); ++id) {
     if (!scratch->isOccupied(id)) continue;

@@ -35,7 +35,7 @@ class ScoreLearning : public MusicLearning {
   }
 
   void learn(Matrix& matrix, const InputFile& input) override {
-    matrix.learnScore(*read(input), input.path, options_.leavesOutPercussion);
+    matrix.learnScore(*read(input), input.name, options_.leavesOutPercussion);
   }
 
   void tellOmissions() const override {
