@@ -377,7 +377,7 @@ typedef struct zq_ScoreRun {
   int preProcessingType;     ///< that it is learned with: drums and single sounds change it
   int matrixID;              ///< of the sub-matrix that has learned it, or -1
   int cause;                 ///< zq_ScoreCause
-  double quartersPerMinute;  ///< the tempo in the middle of its time; 0 where the file says none
+  double quartersPerMinute;  ///< the tempo that half of its time is slower than; 0 where the file says none
 } zq_ScoreRun;
 
 /// What was learned of a score. All belongs to the report. A note that is learned in its part or in the merged run counts as learned.
