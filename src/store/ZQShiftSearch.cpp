@@ -4,6 +4,13 @@
 #include <bit>
 #include <cstring>
 
+// A second version of a function for processors with vectors of 32 bytes, chosen when the library is loaded.
+#if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__)
+#define ZMATRIX_WITH_AVX2_TOO __attribute__((target_clones("avx2", "default")))
+#else
+#define ZMATRIX_WITH_AVX2_TOO
+#endif
+
 namespace zmatrix {
 
 namespace {
@@ -190,11 +197,25 @@ long long ZQShiftSearch::fitInRegion(long long region, long long lowest, long lo
   return -1;
 }
 
+// Which slots of the region the first position fits at: so many words at once as a processor holds, one distance after the other,
+// until nothing is left of them. This is the way for a region with many free slots, where a word keeps some for long.
+void ZQShiftSearch::findFits(long long region) {
+  wordsToTell = 0;
+  const size_t begin = static_cast<size_t>(region) * wordsOfRegion;
+  const size_t reach = static_cast<size_t>((positions.back() - anchor) >> 6) + wordsOfRegion;
+  if (begin + reach >= index.numberOfWords) {
+    findFitsAtEnd(region);
+    return;
+  }
+  for (size_t first = 0; first < wordsOfRegion; first += wordsAtOnce) {
+    if (keepFits(&index.freeSlots[begin + first], &fits[first])) hasFirstPair = true;
+    for (size_t i = first; i < first + wordsAtOnce; ++i) wordsOfFits |= static_cast<uint64_t>(fits[i] != 0) << i;
+  }
+  if (wordsOfFits == 0) crossOff(static_cast<size_t>(region));
+}
+
 // True if the first distance has left something. Sixteen words stay in registers from the first distance to the last.
-#if defined(__x86_64__) && defined(__ELF__)
-__attribute__((target_clones("avx2", "default")))
-#endif
-bool ZQShiftSearch::keepFits(const uint64_t* slots, uint64_t* kept) const {
+ZMATRIX_WITH_AVX2_TOO bool ZQShiftSearch::keepFits(const uint64_t* slots, uint64_t* kept) const {
   static_assert(wordsAtOnce == 4 * wordsOfVector);
   FourWords bits0 = wordsFrom(slots)[0].words, bits1 = wordsFrom(slots)[1].words;
   FourWords bits2 = wordsFrom(slots)[2].words, bits3 = wordsFrom(slots)[3].words;
@@ -215,43 +236,6 @@ bool ZQShiftSearch::keepFits(const uint64_t* slots, uint64_t* kept) const {
   const FourWords bits[] = {bits0, bits1, bits2, bits3};
   memcpy(kept, bits, sizeof bits);
   return hasPair;
-}
-
-// Of the slots in `slots`, which stand for a region's, those stay that have a free slot `distance` above them; not 0 if any do.
-#if defined(__x86_64__) && defined(__ELF__)
-__attribute__((target_clones("avx2", "default")))
-#endif
-uint64_t
-ZQShiftSearch::keepPairs(size_t region, long long distance, uint64_t* slots) const {
-  const size_t begin = region * wordsOfRegion + static_cast<size_t>(distance >> 6);
-  const int shift = static_cast<int>(distance & 63);
-  const size_t within = begin < index.numberOfWords ? std::min(index.numberOfWords - begin, wordsOfRegion) : 0;
-  const uint64_t* shifted = &index.freeSlots[0] + (within > 0 ? begin : 0);
-  uint64_t any = 0;
-  if (shift == 0) {
-    for (size_t i = 0; i < within; ++i) any |= slots[i] &= shifted[i];
-  } else {
-    for (size_t i = 0; i < within; ++i) any |= slots[i] &= (shifted[i] >> shift) | (shifted[i + 1] << (64 - shift));
-  }
-  for (size_t i = within; i < wordsOfRegion; ++i) slots[i] = 0;
-  return any;
-}
-
-// Which slots of the region the first position fits at: so many words at once as a processor holds, one distance after the other,
-// until nothing is left of them. This is the way for a region with many free slots, where a word keeps some for long.
-void ZQShiftSearch::findFits(long long region) {
-  wordsToTell = 0;
-  const size_t begin = static_cast<size_t>(region) * wordsOfRegion;
-  const size_t reach = static_cast<size_t>((positions.back() - anchor) >> 6) + wordsOfRegion;
-  if (begin + reach >= index.numberOfWords) {
-    findFitsAtEnd(region);
-    return;
-  }
-  for (size_t first = 0; first < wordsOfRegion; first += wordsAtOnce) {
-    if (keepFits(&index.freeSlots[begin + first], &fits[first])) hasFirstPair = true;
-    for (size_t i = first; i < first + wordsAtOnce; ++i) wordsOfFits |= static_cast<uint64_t>(fits[i] != 0) << i;
-  }
-  if (wordsOfFits == 0) crossOff(static_cast<size_t>(region));
 }
 
 // The same where the field reaches beyond the block's end.
@@ -321,6 +305,22 @@ void ZQShiftSearch::crossOffTriples(size_t region) {
 void ZQShiftSearch::copyFree(size_t region, uint64_t* slots) const {
   const size_t first = region * wordsOfRegion;
   for (size_t i = 0; i < wordsOfRegion; ++i) slots[i] = first + i < index.numberOfWords ? index.freeSlots[first + i] : 0;
+}
+
+// Of the slots in `slots`, which stand for a region's, those stay that have a free slot `distance` above them; not 0 if any do.
+ZMATRIX_WITH_AVX2_TOO uint64_t ZQShiftSearch::keepPairs(size_t region, long long distance, uint64_t* slots) const {
+  const size_t begin = region * wordsOfRegion + static_cast<size_t>(distance >> 6);
+  const int shift = static_cast<int>(distance & 63);
+  const size_t within = begin < index.numberOfWords ? std::min(index.numberOfWords - begin, wordsOfRegion) : 0;
+  const uint64_t* shifted = &index.freeSlots[0] + (within > 0 ? begin : 0);
+  uint64_t any = 0;
+  if (shift == 0) {
+    for (size_t i = 0; i < within; ++i) any |= slots[i] &= shifted[i];
+  } else {
+    for (size_t i = 0; i < within; ++i) any |= slots[i] &= (shifted[i] >> shift) | (shifted[i + 1] << (64 - shift));
+  }
+  for (size_t i = within; i < wordsOfRegion; ++i) slots[i] = 0;
+  return any;
 }
 
 }  // namespace zmatrix
