@@ -63,7 +63,7 @@ Measurement learnLetters(int numberOfLetters) {
   for (int i = 0; i < numberOfLetters; i++) letters.push_back('a' + static_cast<int>(random() % 26u));
   constexpr int phraseLimit = 8;
   Measurement measured;
-  measured.operations = phraseLimit * (numberOfLetters - (phraseLimit - 1LL) / 2);
+  measured.operations = static_cast<long long>(phraseLimit) * numberOfLetters - phraseLimit * (phraseLimit - 1) / 2;
   const long long residentBefore = residentBytes();
   ZQMatrixMedium* matrix = createAndInitMatrixMedium();
   matrix->setDefaultMatrixPropertiesForIntegerSeries("");
