@@ -11,6 +11,8 @@ namespace bench {
 
 /// Learning, and learning the same again, of text at several sizes and of triples of integers.
 void registerLearning(const std::string& text);
+/// Learning the words of a text, beside a chain of words.
+void registerWords(const std::string& text);
 /// Items a second from a matrix that has learned text.
 void registerGeneration(const std::string& text);
 /// Write, read and delete of single vectors in random order.

@@ -44,6 +44,7 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
   bench::registerLearning(text);
+  bench::registerWords(text);
   bench::registerGeneration(text);
   bench::registerRandomAccess();
   bench::registerUpkeep(text);

@@ -14,7 +14,9 @@
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
+#include "Reopenable.h"
 #include "Statistics.h"
+#include "TextFile.h"
 #include "Verbs.h"
 
 namespace {
@@ -59,7 +61,8 @@ struct Tested {
 };
 
 bool namesAModel(const LearningOptions& options) {
-  const auto model = std::find_if(options.inputs.begin(), options.inputs.end(), isMatrixFile);
+  const auto model = std::find_if(options.inputs.begin(), options.inputs.end(),
+                                  [](const std::string& input) { return isMatrixFile(reopenable(input)); });
   if (model == options.inputs.end()) return false;
   if (options.inputs.size() > 1) throw Failure{ExitCode::usage, *model + " is a model: it is tested alone"};
   if (options.tier || options.maxPhrase || options.recursive || options.as || isLimitedToASubject(options)) {
@@ -69,7 +72,7 @@ bool namesAModel(const LearningOptions& options) {
 }
 
 Tested loadModel(const CheckOptions& options) {
-  const std::string& path = options.learning.inputs[0];
+  const std::string path = reopenable(options.learning.inputs[0]);
   Tested tested;
   tested.matrix = Matrix::load(path, options.talk.loudness());
   tested.material = Material::of(subjectOf(*tested.matrix), options.learning);
@@ -92,7 +95,8 @@ Tested learnInputs(const CheckOptions& options, Progress& progress) {
   for (std::size_t at = 0; at < inputs.size(); ++at) {
     bytes += inputs[at].size;
     if (inputs[at].kind != Kind::text || tested.matrix->tier() != Tier::full || ids[at] < 0) continue;
-    tested.unknownWords[ids[at]] += tested.matrix->countUnknownWords(ids[at], readFile(inputs[at].path));
+    tested.unknownWords[ids[at]] +=
+        tested.matrix->countUnknownWords(ids[at], readText(inputs[at], options.learning.encoding, true).items);
   }
   tested.origin = {{"files", inputs.size()}, {"bytes", bytes}};
   return tested;
@@ -145,7 +149,7 @@ void addCheckVerb(CLI::App& app) {
   const auto options = std::make_shared<CheckOptions>();
   CLI::App* verb = app.add_subcommand("check", "Learn files, or load a model, and let the matrix test itself");
   addLearningOptions(*verb, options->learning,
-                     "Files of one kind (text, MIDI and kern, numbers), folders of them, or one model file");
+                     "Files of one kind (text, MIDI and kern, numbers), folders of them, or one model file; - is standard input");
   verb->add_flag("--json", options->json, "Print JSON instead of a table");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

@@ -21,8 +21,8 @@ struct ContinueOptions {
 };
 
 const char* const examples = R"(
-With --level words a text is learned as letters and as words, and continued word by word.
-Texts are read as bytes (ISO 8859-1 is what the rules for sentences expect; UTF-8 passes through as it is).
+With --level words a text is learned and continued word by word.
+Texts are read as UTF-8, UTF-16 with its mark, or else Windows-1252, and what is written is UTF-8, unless --encoding says another.
 A text's language, German or English, is told by its words, and each language is learned apart. Continued is the language
 that knows the longest ending of the start; without a start, the one of which most was learned.
 The same inputs, options and seed give the same bytes.
@@ -48,6 +48,8 @@ void runContinue(ContinueOptions& options) {
   if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, material->nothingLearned()};
 
   options.generation.level = options.learning.level;
+  options.generation.encoding = options.learning.encoding;
+  options.generation.encodingOfTexts = options.learning.encoding;
   if (subjectOf(inputs) == Subject::texts && (isVerbose() || options.generation.json)) {
     for (const InputFile& input : inputs) options.generation.against.push_back(input.path);
   }

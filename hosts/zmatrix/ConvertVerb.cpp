@@ -40,18 +40,18 @@ void runConvert(const ConvertOptions& options) {
   keepStandardOutputForResults();
   const InputFile score = findInputs({options.score}, false, std::nullopt).front();
   refuseInputAsOutput(options.out, {score});
-  if (score.kind != Kind::kern) throw Failure{ExitCode::badInput, score.path + " is no kern file: no **kern column"};
+  if (score.kind != Kind::kern) throw Failure{ExitCode::badInput, score.name + " is no kern file: no **kern column"};
   Output output(options.out);
   if (output.isOnTerminal()) throw Failure{ExitCode::usage, "MIDI is no text for a terminal: name a file for it"};
   const MusicReport report = reportOf(score);
-  if (!report.refusal.empty()) throw Failure{ExitCode::badInput, score.path + ": " + report.refusal};
+  if (!report.refusal.empty()) throw Failure{ExitCode::badInput, score.name + ": " + report.refusal};
   const ScratchFile file;
-  if (!convert(score.path, file.path())) throw Failure{ExitCode::limit, "cannot convert " + score.path + ": out of memory"};
+  if (!convert(score.path, file.path())) throw Failure{ExitCode::limit, "cannot convert " + score.name + ": out of memory"};
   const std::string bytes = file.bytes();
-  if (bytes.empty()) throw Failure{ExitCode::badInput, score.path + " gives no music; `zmatrix inspect` tells more"};
+  if (bytes.empty()) throw Failure{ExitCode::badInput, score.name + " gives no music; `zmatrix inspect` tells more"};
   output.write(bytes);
   output.commit();
-  note("converted " + score.path);
+  note("converted " + score.name);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
+#include "Reopenable.h"
 #include "Talk.h"
 #include "Verbs.h"
 
@@ -34,16 +35,17 @@ void runGenerate(const GenerateOptions& options) {
   keepStandardOutputForResults();
   Progress progress(options.talk.showsProgress(), options.generation.out);
   progress.show("loading", 0);
-  const std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
-  refuseInputAsOutput(options.generation.out, {{options.model, 0, Kind::text}});
+  const std::string path = reopenable(options.model), name = nameOfArgument(options.model);
+  const std::unique_ptr<Matrix> matrix = Matrix::load(path, options.talk.loudness());
+  refuseInputAsOutput(options.generation.out, {{name, path, 0, Kind::text}});
   const LearningOptions none;
   const std::unique_ptr<Material> material = Material::of(subjectOf(*matrix), none);
   Output output(options.generation.out);
   material->requireFitting(output);
-  requireWhole(*matrix, options.model, options.force);
+  requireWhole(*matrix, name, options.force);
   const std::unique_ptr<Continuation> continuation = material->continuation(*matrix, options.generation);
   progress.clear();
-  note("loaded " + options.model + "; continuing " + continuation->description());
+  note("loaded " + name + "; continuing " + continuation->description());
   continuation->write(output, progress);
 }
 
@@ -52,8 +54,12 @@ void runGenerate(const GenerateOptions& options) {
 void addGenerateVerb(CLI::App& app) {
   const auto options = std::make_shared<GenerateOptions>();
   CLI::App* verb = app.add_subcommand("generate", "Continue a start with a model file");
-  verb->add_option("MODEL", options->model, "A file that `zmatrix learn` made")->required()->option_text(" ");
+  verb->add_option("MODEL", options->model, "A file that `zmatrix learn` made; - is standard input")
+      ->required()
+      ->option_text(" ");
   addLevelOption(*verb, options->generation.level);
+  addEncodingOption(*verb, options->generation.encoding,
+                    "How a text is written: utf-8 (unless given), utf-16, utf-16le, utf-16be, windows-1252, iso-8859-1");
   addGenerationOptions(*verb, options->generation);
   verb->add_option("--against", options->generation.against,
                    "A text to compare the result with, as one that was learned; can be repeated")

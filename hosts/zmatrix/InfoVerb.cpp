@@ -9,6 +9,7 @@
 #include "ModelFile.h"
 #include "Options.h"
 #include "Output.h"
+#include "Reopenable.h"
 #include "Statistics.h"
 #include "Verbs.h"
 
@@ -115,10 +116,11 @@ std::string tableOf(Json description) {
 
 void runInfo(const InfoOptions& options) {
   keepStandardOutputForResults();
-  const std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
-  warnIfDamaged(*matrix, options.model);
+  const std::string path = reopenable(options.model);
+  const std::unique_ptr<Matrix> matrix = Matrix::load(path, options.talk.loudness());
+  warnIfDamaged(*matrix, nameOfArgument(options.model));
   Output output("");
-  const Json description = describe(*matrix, options.model, options.talk.verbose);
+  const Json description = describe(*matrix, path, options.talk.verbose);
   output.write(options.json ? jsonText(description) : tableOf(description));
   output.commit();
 }
@@ -128,7 +130,7 @@ void runInfo(const InfoOptions& options) {
 void addInfoVerb(CLI::App& app) {
   const auto options = std::make_shared<InfoOptions>();
   CLI::App* verb = app.add_subcommand("info", "Tell what a model file holds");
-  verb->add_option("MODEL", options->model, "A matrix file of any tier")->required()->option_text(" ");
+  verb->add_option("MODEL", options->model, "A matrix file of any tier; - is standard input")->required()->option_text(" ");
   verb->add_flag("--json", options->json, "Print JSON instead of tables");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

@@ -11,6 +11,7 @@
 
 #include "Failure.h"
 #include "PendingFile.h"
+#include "Reopenable.h"
 
 namespace {
 
@@ -30,15 +31,17 @@ Stream openForReading(const fs::path& path) {
   return file;
 }
 
-InputFile readableFile(const fs::path& path, std::optional<Kind> kind) {
+// The library counts a text's bytes in an int and asks for room for a few more.
+constexpr std::uintmax_t mostBytes = INT_MAX / 2;
+
+InputFile readableFile(const fs::path& name, const fs::path& path, std::optional<Kind> kind) {
   openForReading(path);
-  if (isMatrixFile(path)) cannotRead(path, "it is a model, no text and no music (`zmatrix generate` continues it)");
+  if (isMatrixFile(path)) cannotRead(name, "it is a model, no text and no music (`zmatrix generate` continues it)");
   std::error_code error;
   const std::uintmax_t size = fs::file_size(path, error);
-  if (error) cannotRead(path, error.message());
-  // the library counts a text's bytes in an int and asks for room for a few more
-  if (size > INT_MAX / 2) throw Failure{ExitCode::limit, path.string() + " is too big: a file may have 1 GiB"};
-  return {path.string(), size, kind ? *kind : kindOfContent(path.string())};
+  if (error) cannotRead(name, error.message());
+  if (size > mostBytes) throw Failure{ExitCode::limit, name.string() + " is too big: a file may have 1 GiB"};
+  return {name.string(), path.string(), size, kind ? *kind : kindOfContent(path.string())};
 }
 
 bool isSoughtFile(const fs::directory_entry& entry, std::optional<Kind> as) {
@@ -72,18 +75,19 @@ std::vector<fs::path> filesOfFolder(const fs::path& folder, bool recursive, std:
 
 std::vector<InputFile> findInputs(const std::vector<std::string>& arguments, bool recursive, std::optional<Kind> as) {
   std::vector<InputFile> inputs;
-  for (const fs::path path : arguments) {
+  for (const std::string& argument : arguments) {
+    const fs::path name = nameOfArgument(argument), path = reopenable(argument, mostBytes);
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
-    if (error) cannotRead(path, error.message());
+    if (error) cannotRead(name, error.message());
     if (fs::is_directory(status)) {
       for (const fs::path& file : filesOfFolder(path, recursive, as)) {
-        inputs.push_back(readableFile(file, as ? as : kindOfSuffix(file.filename().string())));
+        inputs.push_back(readableFile(file, file, as ? as : kindOfSuffix(file.filename().string())));
       }
     } else if (fs::is_regular_file(status)) {
-      inputs.push_back(readableFile(path, as));
+      inputs.push_back(readableFile(name, path, as));
     } else {
-      cannotRead(path, "neither a file nor a folder");
+      cannotRead(name, "neither a file nor a folder");
     }
   }
   return inputs;
@@ -93,7 +97,7 @@ Subject subjectOf(const std::vector<InputFile>& inputs) {
   const InputFile& first = inputs.front();
   for (const InputFile& input : inputs) {
     if (subjectOf(input.kind) == subjectOf(first.kind)) continue;
-    throw Failure{ExitCode::badInput, first.path + " holds " + nameOf(subjectOf(first.kind)) + " and " + input.path + " " +
+    throw Failure{ExitCode::badInput, first.name + " holds " + nameOf(subjectOf(first.kind)) + " and " + input.name + " " +
                                           nameOf(subjectOf(input.kind)) +
                                           ": a model learns one of them (--as text|midi|kern|numbers says which files to take)"};
   }
@@ -125,13 +129,6 @@ std::string readFile(const std::string& path) {
   while ((length = std::fread(piece, 1, sizeof piece, file.get())) > 0) bytes.append(piece, length);
   if (std::ferror(file.get())) cannotRead(path, std::strerror(errno));
   return bytes;
-}
-
-bool isBlank(const std::string& text) {
-  return std::all_of(text.begin(), text.end(), [](char character) {
-    const unsigned char byte = static_cast<unsigned char>(character);
-    return byte <= ' ' || byte == 0xA0;
-  });
 }
 
 bool isMatrixFile(const std::string& path) {

@@ -9,6 +9,7 @@
 #include "MusicReport.h"
 #include "Options.h"
 #include "Output.h"
+#include "Reopenable.h"
 #include "Statistics.h"
 #include "Verbs.h"
 
@@ -35,12 +36,13 @@ Examples:
 std::vector<InputFile> findMusic(const InspectOptions& options) {
   std::vector<InputFile> music;
   for (InputFile input : findInputs(options.inputs, options.recursive, options.as)) {
-    if (subjectOf(input.kind) != Subject::music) input.kind = kindOfSuffix(input.path).value_or(Kind::text);
-    const bool isNamed = std::find(options.inputs.begin(), options.inputs.end(), input.path) != options.inputs.end();
+    if (subjectOf(input.kind) != Subject::music) input.kind = kindOfSuffix(input.name).value_or(Kind::text);
+    const bool isNamed = std::any_of(options.inputs.begin(), options.inputs.end(),
+                                     [&](const std::string& argument) { return nameOfArgument(argument) == input.name; });
     if (subjectOf(input.kind) == Subject::music) {
       music.push_back(input);
     } else if (isNamed) {
-      throw Failure{ExitCode::badInput, input.path + " is neither a MIDI nor a kern file (--as midi|kern says what it is to be)"};
+      throw Failure{ExitCode::badInput, input.name + " is neither a MIDI nor a kern file (--as midi|kern says what it is to be)"};
     }
   }
   if (music.empty()) throw Failure{ExitCode::badInput, "no MIDI and no kern file in " + options.inputs.front()};
@@ -55,7 +57,7 @@ void runInspect(const InspectOptions& options) {
   std::string refused;
   for (const InputFile& input : inputs) {
     const MusicReport report = reportOf(input);
-    if (refused.empty() && !report.refusal.empty()) refused = input.path + ": " + report.refusal;
+    if (refused.empty() && !report.refusal.empty()) refused = input.name + ": " + report.refusal;
     if (options.json) {
       reports.push_back(report.full);
     } else {

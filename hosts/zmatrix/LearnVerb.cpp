@@ -1,4 +1,5 @@
 // `zmatrix learn`: learns files into a model file, a new one or one that has learned before.
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
+#include "Reopenable.h"
 #include "Talk.h"
 #include "Verbs.h"
 
@@ -19,7 +21,6 @@ struct LearnOptions {
   LearningOptions learning;
   std::string model;
   bool update = false;
-  bool force = false;
   bool test = false;
   TalkOptions talk;
 };
@@ -32,14 +33,15 @@ Examples:
   zmatrix learn novel.txt --out novel.zmatrix
   zmatrix learn second-novel.txt --update --out novel.zmatrix
   zmatrix learn letters/ --recursive --level words -o letters.zmatrix && zmatrix generate letters.zmatrix --level words
+  curl -s https://example.org/novel.txt | zmatrix learn - -o novel.zmatrix
   zmatrix learn tunes/ --coding quadruple --out tunes.zmatrix
 
 )";
 
 std::unique_ptr<Matrix> matrixFor(const LearnOptions& options, Material& material, const std::vector<InputFile>& inputs) {
   if (!options.update) return material.makeMatrix(inputs, options.talk.loudness());
-  std::unique_ptr<Matrix> matrix = Matrix::load(options.model, options.talk.loudness());
-  requireWhole(*matrix, options.model, options.force);
+  std::unique_ptr<Matrix> matrix = Matrix::load(reopenable(options.model), options.talk.loudness());
+  requireWhole(*matrix, options.model, options.learning.isForced);
   if (options.learning.tier && *options.learning.tier != matrix->tier()) {
     refuseUpdate(std::string("the model is of the ") + nameOf(matrix->tier()) + " tier");
   }
@@ -52,6 +54,10 @@ std::unique_ptr<Matrix> matrixFor(const LearnOptions& options, Material& materia
 
 void runLearn(const LearnOptions& options) {
   keepStandardOutputForResults();
+  const std::vector<std::string>& named = options.learning.inputs;
+  if (options.update && options.model == "-" && std::find(named.begin(), named.end(), "-") != named.end()) {
+    throw Failure{ExitCode::usage, "standard input can't be the model and a text"};
+  }
   const std::vector<InputFile> inputs = findInputs(options.learning.inputs, options.learning.recursive, options.learning.as);
   refuseInputAsOutput(options.model, inputs);
   const std::unique_ptr<Material> material = Material::of(subjectOf(inputs), options.learning);
@@ -84,7 +90,6 @@ void addLearnVerb(CLI::App& app) {
       ->check(isNamed)
       ->option_text("MODEL");
   verb->add_flag("--update,-u", options->update, "Learn into the model that is there, with its tier, level and limits");
-  verb->add_flag("--force", options->force, "With --update: learn on into what is left of a damaged model");
   verb->add_flag("--test", options->test, "Let the matrix test itself before it is saved; a damaged one is not saved");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

@@ -47,12 +47,13 @@ std::vector<int> learnFiles(Material& material, Matrix& matrix, const std::vecto
   std::vector<int> ids;
   const Display display(state);
   for (const InputFile& input : inputs) {
-    state.file = input.path.substr(input.path.rfind('/') + 1);
+    state.file = input.name.substr(input.name.rfind('/') + 1);
     state.bytesOfFile = static_cast<double>(input.size);
     state.itemsBefore = matrix.itemsLearned();
     ids.push_back(material.learn(matrix, input));
     state.bytesBefore += state.bytesOfFile;
   }
+  matrix.refreshWords();
   progress.clear();
   if (!quiet) material.tellOmissions();
   return ids;

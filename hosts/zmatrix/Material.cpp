@@ -15,6 +15,7 @@ struct SubjectOption {
 std::vector<SubjectOption> subjectOptions(const LearningOptions& options) {
   return {{"--level", options.level.has_value(), {Subject::texts}},
           {"--max-words", options.maxWords.has_value(), {Subject::texts}},
+          {"--encoding", options.encoding.has_value(), {Subject::texts}},
           {"--coding", options.coding.has_value(), {Subject::music, Subject::numbers}},
           {"--grid", options.grid.has_value(), {Subject::music}},
           {"--duration-grid", options.durationGrid.has_value(), {Subject::music}},
@@ -67,11 +68,10 @@ bool isLimitedToASubject(const LearningOptions& options) {
 }
 
 void refuseTextOptions(const GenerationOptions& options, const char* subject) {
-  const std::pair<const char*, bool> given[] = {{"--level", options.level.has_value()},
-                                                {"--sentences", options.sentences.has_value()},
-                                                {"--lines", options.lines.has_value()},
-                                                {"--against", !options.against.empty()},
-                                                {"--json", options.json}};
+  const std::pair<const char*, bool> given[] = {
+      {"--level", options.level.has_value()},       {"--sentences", options.sentences.has_value()},
+      {"--lines", options.lines.has_value()},       {"--against", !options.against.empty()},
+      {"--encoding", options.encoding.has_value()}, {"--json", options.json}};
   for (const auto& [name, isGiven] : given) {
     if (isGiven) throw Failure{ExitCode::usage, std::string(name) + " is not for " + subject};
   }

@@ -119,21 +119,23 @@ class Matrix {
     int id;            ///< the ID that learned the file, -1 if it held nothing
     int wordsLeftOut;  ///< as they were too long
   };
-  /// Throws a Failure if the matrix can't take all of the file.
-  virtual Learned learnText(const std::string& path) = 0;
+  /// Learns a text, as words alone if the matrix has them. `name` is its file's. Throws a Failure if the matrix can't take all.
+  virtual Learned learnText(const std::vector<int>& items, const std::string& name) = 0;
+  /// Sets the links of all words anew. Learning keeps them, but other hosts may have left a model with links that went astray.
+  virtual void refreshWords() = 0;
   /// MIDI or kern: each track goes to a sub-matrix of its meter, kind and sound. Returns the notes taken. Throws a Failure if no
   /// sub-matrix is left for one.
   virtual int learnMusic(const std::string& path, Kind kind) = 0;
   /// A series of integers into the selected sub-matrix, under the name of the file it is from. Throws a Failure if the matrix
   /// can't take all of it.
   virtual void learnSeries(const std::vector<int>& series, const std::string& path) = 0;
-  /// Items that the sub-matrix has learned: about one a byte of text. May be asked while a text is being learned.
+  /// Items that the sub-matrix has learned: about one a character of text. May be asked while a text is being learned.
   virtual long long itemsLearned(int id) const = 0;
   long long itemsLearned() const;
   /// The series of items that the sub-matrix learned last, flat, as long as it keeps a history.
   virtual std::vector<int> lastSeriesLearned(int id) = 0;
   /// Words of a text that the sub-matrix has no symbol for.
-  virtual int countUnknownWords(int id, const std::string& text) = 0;
+  virtual int countUnknownWords(int id, const std::vector<int>& items) = 0;
 
   // Continuing, with the sub-matrix that was selected.
 
@@ -151,7 +153,7 @@ class Matrix {
   /// The next item of a single coordinate, none at the end of a sequence.
   virtual std::optional<int> nextItem() = 0;
   /// What a symbol of the sub-matrix stands for.
-  virtual std::string wordOf(int symbol) = 0;
+  virtual std::vector<int> wordOf(int symbol) = 0;
 
   /// Writes the context and up to `count` notes that come next. True if the file could be written.
   virtual bool writeMusic(int count, const std::string& path) = 0;
@@ -173,9 +175,6 @@ class Matrix {
  protected:
   virtual TestResult selfTest(int id, int which) = 0;
 };
-
-/// The bytes of a text as items.
-std::vector<int> itemsOf(const std::string& text);
 
 /// Keeps the library from warning while something is tried that may well fail; who asked for notes gets everything.
 class Hush {

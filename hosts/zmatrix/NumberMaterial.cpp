@@ -20,7 +20,7 @@ constexpr int usualOcronType = 4;
 constexpr long long largestMaxIndex = 134000000;  // what the largest block has room for
 
 std::string placeOf(const InputFile& input, const NumberFile::BadToken& token) {
-  return input.path + ":" + std::to_string(token.line) + ":" + std::to_string(token.column);
+  return input.name + ":" + std::to_string(token.line) + ":" + std::to_string(token.column);
 }
 
 class NumberMaterial : public Material {
@@ -57,10 +57,10 @@ class NumberMaterial : public Material {
   // The end of what was learned last is where a continuation goes on.
   int learn(Matrix& matrix, const InputFile& input) override {
     matrix.select(0);
-    const auto found = files_.find(input.path);
+    const auto found = files_.find(input.name);
     if (found == files_.end()) return -1;
     for (const std::vector<int>& series : found->second) {
-      matrix.learnSeries(series, input.path);
+      matrix.learnSeries(series, input.name);
       const Hush hush(matrix);
       const auto longest = static_cast<std::ptrdiff_t>(std::min<std::size_t>(series.size(), 64));
       matrix.setContext({series.end() - longest, series.end()});
@@ -75,7 +75,7 @@ class NumberMaterial : public Material {
 
   std::string nothingLearned() const override {
     bool holdsNumbers = false;
-    for (const auto& [path, list] : files_) {
+    for (const auto& [name, list] : files_) {
       for (const std::vector<int>& series : list) holdsNumbers = holdsNumbers || !series.empty();
     }
     return std::string("nothing to learn: ") + (holdsNumbers       ? "no series is long enough for the coding"
@@ -122,17 +122,17 @@ class NumberMaterial : public Material {
       NumberFile file = parseNumbers(readFile(input.path));
       if (!file.bad.empty() && !options_.skipsBad) refuse(input, file.bad);
       badTokens_ += static_cast<long long>(file.bad.size());
-      files_[input.path] = std::move(file.series);
+      files_[input.name] = std::move(file.series);
     }
     if (isArithmetic(settings_.preprocessing)) {
       std::vector<int> all;
-      for (const auto& [path, list] : files_) {
+      for (const auto& [name, list] : files_) {
         for (const std::vector<int>& series : list) all.insert(all.end(), series.begin(), series.end());
       }
       prepareArithmetic(settings_.preprocessing, settings_.ocronType, all);
     }
-    for (auto& [path, list] : files_) {
-      for (std::vector<int>& series : list) requireForms(path, series);
+    for (auto& [name, list] : files_) {
+      for (std::vector<int>& series : list) requireForms(name, series);
       list.erase(std::remove_if(list.begin(), list.end(), [](const std::vector<int>& series) { return series.empty(); }),
                  list.end());
     }
@@ -147,7 +147,7 @@ class NumberMaterial : public Material {
   }
 
   // Numbers that the coding has no form for are refused or taken out; of the others the largest form is remembered.
-  void requireForms(const std::string& path, std::vector<int>& series) {
+  void requireForms(const std::string& name, std::vector<int>& series) {
     if (!isArithmetic(settings_.preprocessing)) {
       rememberDifferences(series);
       return;
@@ -156,7 +156,7 @@ class NumberMaterial : public Material {
     const auto first = std::find_if(series.begin(), series.end(), hasNone);
     if (first == series.end()) return;
     if (!options_.skipsBad) {
-      throw Failure{ExitCode::badInput, path + ": " + std::to_string(*first) + " has no form in the coding " +
+      throw Failure{ExitCode::badInput, name + ": " + std::to_string(*first) + " has no form in the coding " +
                                             findNumberCoding(settings_.preprocessing)->name +
                                             "; --skip-bad leaves such numbers out, --coding plain or difference takes all"};
     }

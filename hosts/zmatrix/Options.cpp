@@ -62,6 +62,9 @@ void addNumberOptions(CLI::App& verb, LearningOptions& options) {
 
 void addTextOptions(CLI::App& verb, LearningOptions& options) {
   addLevelOption(verb, options.level);
+  addEncodingOption(verb, options.encoding,
+                    "How texts are spelled: utf-8, utf-16, utf-16le, utf-16be, windows-1252, iso-8859-1; unless given told by "
+                    "each file. What is written is utf-8 unless given");
   verb.add_option("--max-words", options.maxWords,
                   "With --level words: longest run of words learned, 1 to 64; 2 unless given, 3 from 256 KiB of text on")
       ->check(wholeNumber(1, 64))
@@ -84,6 +87,8 @@ void addLearningOptions(CLI::App& verb, LearningOptions& options, const std::str
   verb.add_option("INPUT", options.inputs, what)->required()->option_text(" ");
   verb.add_flag("--recursive,-r", options.recursive, "Learn the files of the folders below too");
   addKindOptions(verb, options.as);
+  verb.add_flag("--force", options.isForced,
+                "Learn a file that looks like no text as one, and with --update learn on into what is left of a damaged model");
   verb.add_option("--tier", options.tier,
                   "What the matrix can do: sequences (medium) or symbols for words as well (full); medium unless given, full for "
                   "words")
@@ -120,7 +125,8 @@ void addGenerationOptions(CLI::App& verb, GenerationOptions& options) {
   verb.add_option("--start", options.start,
                   "What to continue; what was learned need not hold it: a text, a MIDI file, or numbers (\"1 1 2 3\")")
       ->option_text("START");
-  verb.add_option("--count", options.count, "Items to generate: bytes or words (1000 unless given), notes (200), numbers (100)")
+  verb.add_option("--count", options.count,
+                  "Items to generate: characters or words (1000 unless given), notes (200), numbers (100)")
       ->check(wholeNumber(0))
       ->option_text("N");
   verb.add_option("--seed", options.seed, "Start of the random draws, 0 to 2147483647; 31459 unless given")

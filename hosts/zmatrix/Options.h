@@ -8,18 +8,21 @@
 
 #include "Kind.h"
 #include "Matrix.h"
+#include "TextEncoding.h"
 
 /// What was not given is decided by the subject and its level, or by the model that is learned into.
 struct LearningOptions {
   std::vector<std::string> inputs;
   bool recursive = false;
   std::optional<Kind> as;
+  bool isForced = false;
   std::optional<Tier> tier;
   std::optional<int> maxPhrase;
 
   // texts
   std::optional<Level> level;
   std::optional<int> maxWords;
+  std::optional<Encoding> encoding;
 
   // music and numbers
   std::optional<std::string> coding;
@@ -45,7 +48,9 @@ struct GenerationOptions {
   std::string out;
 
   // texts
-  std::optional<Level> level;  ///< told with the learning options where both are there
+  std::optional<Level> level;               ///< told with the learning options where both are there
+  std::optional<Encoding> encoding;         ///< of what is written; told with the learning options where both are there
+  std::optional<Encoding> encodingOfTexts;  ///< of those that the result is compared with
   std::optional<long long> sentences;
   std::optional<long long> lines;
   std::vector<std::string> against;  ///< the texts that the result is compared with
@@ -65,8 +70,9 @@ struct TalkOptions {
 extern const CLI::Validator isNamed;
 
 /// `what` tells what INPUT may be.
-void addLearningOptions(CLI::App& verb, LearningOptions& options,
-                        const std::string& what = "Files of one kind (text, MIDI and kern, numbers), or folders of them");
+void addLearningOptions(
+    CLI::App& verb, LearningOptions& options,
+    const std::string& what = "Files of one kind (text, MIDI and kern, numbers), or folders of them; - is standard input");
 void addGenerationOptions(CLI::App& verb, GenerationOptions& options);
 void addLevelOption(CLI::App& verb, std::optional<Level>& level);
 void addKindOptions(CLI::App& verb, std::optional<Kind>& kind);

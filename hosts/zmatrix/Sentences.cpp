@@ -106,6 +106,34 @@ std::vector<int> unfinishedSentence(const std::vector<int>& text) {
   return {text.begin() + static_cast<std::ptrdiff_t>(begin), text.end()};
 }
 
+std::vector<int> withMarkedSentences(const std::vector<int>& text) {
+  SentenceReader reader;
+  std::vector<int> marked;
+  for (std::size_t at = 0; at < text.size();) {
+    if (!isWhiteSpace(text[at])) {
+      reader.takes(text[at]);
+      marked.push_back(text[at++]);
+      continue;
+    }
+    const std::size_t white = at;
+    while (at < text.size() && isWhiteSpace(text[at])) ++at;
+    const auto begin = text.begin() + static_cast<std::ptrdiff_t>(white);
+    const auto end = text.begin() + static_cast<std::ptrdiff_t>(at);
+    const bool isBlankLine = std::count(begin, end, '\n') > 1;
+    reader.takes(' ');
+    if (isBlankLine || at == text.size()) {
+      marked.insert(marked.end(), begin, end);
+      if (isBlankLine) reader = SentenceReader();
+    } else if (reader.isBehindMark() && mayBeginSentence(text[at])) {
+      marked.insert(marked.end(), 2, '\n');
+    } else {
+      if (!marked.empty() && isOneOf(marked.back(), ".!;")) marked.push_back(0xA0);
+      marked.insert(marked.end(), begin, end);
+    }
+  }
+  return marked;
+}
+
 bool surelyEndsSentence(const std::vector<int>& word) {
   auto end = word.end();
   while (end != word.begin() && closes(*(end - 1))) --end;

@@ -28,6 +28,10 @@ bool isWhiteSpace(int character);
 /// text ends with one.
 std::vector<int> unfinishedSentence(const std::vector<int>& text);
 
+/// The text with its white space changed so that the library, which cuts sentences by rules of its own, cuts them where they end:
+/// a blank line behind each, a no-break space behind a mark that ends none. As it is learned both are white space like any other.
+std::vector<int> withMarkedSentences(const std::vector<int>& text);
+
 /// True if a word ends a sentence beyond doubt: a dot counts only behind a word of four letters or more.
 bool surelyEndsSentence(const std::vector<int>& word);
 

@@ -5,8 +5,9 @@
 #include <cstdio>
 
 #include "Failure.h"
-#include "Inputs.h"
+#include "Reopenable.h"
 #include "Statistics.h"
+#include "TextFile.h"
 
 namespace {
 
@@ -15,9 +16,7 @@ constexpr long long mostPiecesOfALine = 10000;  // a choice that goes round in c
 constexpr std::size_t mostCompared = 1000000;   // characters
 
 std::string textOf(const std::vector<int>& characters) {
-  std::string text;
-  for (const int character : characters) text += static_cast<char>(character);
-  return text;
+  return TextEncoder(Encoding::utf8).bytesOf(characters);
 }
 
 std::string percent(double share) {
@@ -35,11 +34,16 @@ long long wordsOf(const std::vector<int>& text) {
 }  // namespace
 
 TextContinuation::TextContinuation(Matrix& matrix, Level level, const GenerationOptions& options)
-    : matrix_(matrix), level_(level), options_(options), start_(itemsOf(options.start)), end_(options.sentences, options.lines) {
+    : matrix_(matrix),
+      level_(level),
+      options_(options),
+      start_(itemsOfArgument(options.start)),
+      encoder_(options.encoding),
+      end_(options.sentences, options.lines) {
   if (level == Level::words && !matrix.hasWords())
     throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
   if (level == Level::letters) matrix.forgetWords();
-  for (const std::string& path : options.against) requireReadable(path);
+  for (const std::string& path : options.against) requireReadable(reopenable(path));
   choose();
   // no phrase of letters reaches over the end of a sentence, runs of words do
   context_ = level == Level::letters ? unfinishedSentence(start_) : start_;
@@ -85,7 +89,7 @@ std::string TextContinuation::remark() const {
     return "of the start only the last " + countOf(known_, "character") + (known_ == 1 ? " is" : " are") + " known: \"" +
            textOf({start.end() - known_, start.end()}) + "\"";
   }
-  const int unknown = matrix_.countUnknownWords(id_, options_.start);
+  const int unknown = matrix_.countUnknownWords(id_, start_);
   if (unknown > 0) return countOf(unknown, "word") + " of the start " + (unknown == 1 ? "is" : "are") + " not known";
   const long long longest = matrix_.record(matrix_.record(id_).currentMatrixIDLevelUp).maxPhraseLengthForUpdateWithSequence - 1;
   if (known_ >= std::min(wordsOf(context_), longest)) return "";
@@ -114,6 +118,7 @@ void TextContinuation::write(Output& output, Progress& progress) {
   const bool shown = !output.isOnTerminal();  // there the text itself shows how far it is
   const long long most = mostPieces();
 
+  if (!options_.json) output.write(encoder_.mark());
   put(start_, output);
   written_.clear();
   if (known_ > 0) {
@@ -140,7 +145,7 @@ void TextContinuation::put(const std::vector<int>& characters, Output& output) {
   if (options_.json) {
     text_ += textOf(characters);
   } else {
-    output.write(textOf(characters));
+    output.write(encoder_.bytesOf(characters));
   }
   if (isMeasured() && written_.size() < mostCompared) written_.insert(written_.end(), characters.begin(), characters.end());
 }
@@ -156,13 +161,18 @@ CopiedRuns::Shares TextContinuation::compareWithTexts() {
   const Hush hush(matrix_);
   matrix_.select(id_);
   CopiedRuns runs(written_);
-  for (const std::string& path : options_.against) runs.compareWith(matrix_.preprocess(itemsOf(readFile(path))));
+  for (const std::string& path : options_.against) {
+    const std::string name = nameOfArgument(path);
+    const DecodedText text = readText({name, reopenable(path), 0, Kind::text}, options_.encodingOfTexts, true);
+    runs.compareWith(matrix_.preprocess(text.items));
+  }
   return runs.shares();
 }
 
 void TextContinuation::report() const {
   const std::string amount = countOf(pieces_, level_ == Level::letters ? "character" : "word");
   if ((options_.sentences || options_.lines) && !end_.isReached()) note("stopped behind " + amount);
+  if (encoder_.lost() > 0) note(countOf(encoder_.lost(), "character") + " written as ?, since the encoding lacks them");
   if (!isMeasured()) return;
   std::string shares;
   for (std::size_t at = 0; at < copied_.size(); ++at) {
@@ -175,7 +185,7 @@ void TextContinuation::report() const {
 std::string TextContinuation::json() const {
   Json result;
   result["text"] = text_;
-  result["start"] = options_.start;
+  result["start"] = textOf(start_);
   result["language"] = description();
   result["level"] = level_ == Level::letters ? "letters" : "words";
   result["known_of_start"] = known_;

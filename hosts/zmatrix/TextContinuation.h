@@ -35,6 +35,7 @@ class TextContinuation : public Continuation {
   Level level_;
   const GenerationOptions& options_;
   std::vector<int> start_;
+  TextEncoder encoder_;
   std::vector<int> context_;  ///< what of the start decides how it goes on
   int id_ = -1;               ///< the sub-matrix of the letters
   int known_ = 0;             ///< how many letters or words of the context it knows

@@ -3,8 +3,10 @@
 
 #include "Failure.h"
 #include "Material.h"
+#include "Sentences.h"
 #include "Talk.h"
 #include "TextContinuation.h"
+#include "TextFile.h"
 
 namespace {
 
@@ -52,7 +54,12 @@ class TextMaterial : public Material {
   }
 
   int learn(Matrix& matrix, const InputFile& input) override {
-    const Matrix::Learned learned = matrix.learnText(input.path);
+    const DecodedText text = readText(input, options_.encoding, options_.isForced);
+    if (text.isGuessed && firstGuess_.empty()) firstGuess_ = input.name;
+    guesses_ += text.isGuessed;
+    replaced_ += text.replaced;
+    const Matrix::Learned learned =
+        matrix.learnText(matrix.hasWords() ? text.items : withMarkedSentences(text.items), input.name);
     if (learned.wordsLeftOut > 0) {
       wordsLeftOut_[matrix.record(learned.id).maxPhraseLengthForUpdateWithSequence] += learned.wordsLeftOut;
     }
@@ -60,13 +67,21 @@ class TextMaterial : public Material {
   }
 
   void tellOmissions() const override {
+    if (guesses_ > 0) {
+      const std::string others = guesses_ > 1 ? " and " + countOf(guesses_ - 1, "other file") : "";
+      note("no UTF-8, so read as Windows-1252: " + firstGuess_ + others + " (--encoding says another)");
+    }
+    if (replaced_ > 0) note(countOf(replaced_, "place") + " could not be decoded and became U+FFFD");
     for (const auto& [limit, words] : wordsLeftOut_) {
       note("left out " + countOf(words, "word") + " of more than " + std::to_string(limit) +
            " letters: a larger --max-phrase takes them");
     }
   }
 
-  std::string nothingLearned() const override { return "nothing to learn: the input holds no text"; }
+  std::string nothingLearned() const override {
+    return std::string("nothing to learn: ") +
+           (wordsLeftOut_.empty() ? "the input holds no text" : "no word was short enough, a larger --max-phrase takes them");
+  }
 
   // Those of the level of words left out.
   std::string amountIn(Matrix& matrix) const override {
@@ -83,11 +98,30 @@ class TextMaterial : public Material {
 
   std::unique_ptr<Continuation> continuation(Matrix& matrix, const GenerationOptions& options) const override {
     if (options.matrixID) throw Failure{ExitCode::usage, "--matrix is for music: of texts --start chooses the language"};
-    return std::make_unique<TextContinuation>(matrix, options.level.value_or(Level::letters), options);
+    const Level level = options.level.value_or(matrix.hasWords() ? Level::words : Level::letters);
+    if (level == Level::letters && matrix.hasWords() && !holdsRunsOfLetters(matrix)) {
+      throw Failure{ExitCode::badInput, "the model holds words alone, no runs of letters: continue it with --level words"};
+    }
+    return std::make_unique<TextContinuation>(matrix, level, options);
   }
 
  private:
+  // Where words alone were learned no phrase has a blank.
+  static bool holdsRunsOfLetters(Matrix& matrix) {
+    for (int id = 0; id < matrix.numberOfIDs(); ++id) {
+      if (!matrix.isOccupied(id) || matrix.record(id).matrixType != ZQMatrixTypeANSIText) continue;
+      matrix.select(id);
+      for (const Matrix::Successor& first : matrix.successorsOf({})) {
+        if (first.item == ' ') return true;
+      }
+    }
+    return false;
+  }
+
   const LearningOptions& options_;
+  std::string firstGuess_;  ///< a file whose encoding nothing told
+  long long guesses_ = 0;
+  long long replaced_ = 0;
   std::map<int, long long> wordsLeftOut_;  ///< by the limit that they exceeded, which a language may have of its own
 };
 

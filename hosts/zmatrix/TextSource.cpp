@@ -1,7 +1,6 @@
 #include "TextSource.h"
 
 #include "Choice.h"
-#include "Inputs.h"
 #include "Sentences.h"
 
 namespace {
@@ -78,7 +77,7 @@ std::optional<int> WordSource::begin() {
 void WordSource::findBeginnings() {
   for (const Matrix::Successor& word : matrix_.successorsOf({})) {
     if (word.starts > 0) beginnings_.push_back({word.item, word.starts, word.starts});
-    if (isLineEnd(word.item) || surelyEndsSentence(itemsOf(matrix_.wordOf(word.item)))) ends_.push_back(word.item);
+    if (isLineEnd(word.item) || surelyEndsSentence(matrix_.wordOf(word.item))) ends_.push_back(word.item);
   }
   if (phraseLimit_ < 2) return;
   for (const Matrix::Successor& word : successorsOfEnds({}, true)) beginnings_.push_back(word);
@@ -95,7 +94,7 @@ std::vector<Matrix::Successor> WordSource::successorsOfEnds(const std::vector<in
   }
   std::vector<Matrix::Successor> successors;
   for (const auto& [word, count] : counts) {
-    const std::vector<int> letters = isLineEnd(word) ? std::vector<int>() : itemsOf(matrix_.wordOf(word));
+    const std::vector<int> letters = isLineEnd(word) ? std::vector<int>() : matrix_.wordOf(word);
     if (!onlyBeginnings || (!letters.empty() && mayBeginSentence(letters[0]))) successors.push_back({word, count, 0});
   }
   return successors;
@@ -112,7 +111,7 @@ std::vector<int> WordSource::lineEnd() {
 
 std::vector<int> WordSource::charactersOf(int symbol) {
   if (isLineEnd(symbol)) return lineEnd();
-  const std::vector<int> letters = itemsOf(matrix_.wordOf(symbol));
+  const std::vector<int> letters = matrix_.wordOf(symbol);
   std::vector<int> characters(needsBlank_ ? 1 : 0, ' ');
   characters.insert(characters.end(), letters.begin(), letters.end());
   needsBlank_ = true;

@@ -53,6 +53,7 @@
   static constexpr auto globalPreprocessing = s_getGlobalPreProcessingType##suffix;               \
   static constexpr auto setGlobalOcronType = s_setGlobalOcronType##suffix;                        \
   static constexpr auto ocronType = s_getOcronType##suffix;                                       \
+  static constexpr auto maximalIndex = s_getMaximalMatrixIndex##suffix;                           \
   static constexpr auto setMaximalIndex = s_setMaximalMatrixIndex##suffix;                        \
   static constexpr auto setGlobalGrid = s_setGlobalMidiNoteOnQuantization##suffix;                \
   static constexpr auto globalGrid = s_getGlobalMidiNoteOnQuantization##suffix;                   \
@@ -68,7 +69,8 @@
   static constexpr auto addNameOfFile = s_addNameOfUpdateFile##suffix;                            \
   static constexpr auto setOwnAddUpdateInfo = s_setAddUpdateInfo##suffix;                         \
   static constexpr auto setAddUpdateInfo = s_setGlobalAddUpdateInfo##suffix;                      \
-  static constexpr auto learnFile = s_updateMatrixWithANSIFile##suffix;                           \
+  static constexpr auto prepareForText = zq_prepareMatrixForText##suffix;                         \
+  static constexpr auto learnCharacters = s_updateMatrixWithLongANSISequence##suffix;             \
   static constexpr auto learnMidi = s_updateMatrixWithMIDIFile##suffix;                           \
   static constexpr auto learnKern = s_updateMatrixWithKERNFile##suffix;                           \
   static constexpr auto learnSeries = s_updateMatrixWithLongINTSequence##suffix;                  \

@@ -2762,8 +2762,8 @@ int s_updateMatrixWithANSIFile_Medium(ZQMatrixMedium* matrix, const char* fileNa
 int s_updateMatrixWithANSIFiles(ZQMatrix* matrix, const char* path, int recursive, int* length);
 int s_updateMatrixWithANSIFiles_Medium(ZQMatrixMedium* matrix, const char* path, int recursive, int* length);
 
-/// Learns a text in the current sub-matrix, which must have matrix type 3. `sequence`: `length` integers of a byte each,
-/// 0 to 255.
+/// Learns a text in the current sub-matrix, which must have matrix type 3. `sequence`: `length` characters, the
+/// bytes of Windows-1252. Larger values, up to the sub-matrix's maximal index, count as letters.
 /// Result: 1 learned, or nothing to learn; 0 wrong matrix type or refused settings; -1, -2 as
 /// `s_updateMatrixWithLongINTSequence`.
 int s_updateMatrixWithLongANSISequence(ZQMatrix* matrix, const int* sequence, int length);

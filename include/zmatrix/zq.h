@@ -501,13 +501,28 @@ int zq_refreshSymbolLinks(ZQMatrix* matrix);
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
 
 /// Learns a text as words alone in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel` 1: each
-/// word is learned by itself and gets its symbol, and the level above learns the sequence of the symbols. The words and
-/// symbols are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it, for a small part
-/// of their time and memory, since no run of letters across a blank is stored; the letters alone can't be continued well.
-/// `sequence`: `length` characters, 0 to 255. A word longer than the phrase limit gets no symbol and is left out.
+/// word is written from its first letter on and gets its symbol, and the level above learns the sequence of the symbols. The
+/// words, the sequences and their counts are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it,
+/// for a small part of their time and memory: no other run of letters is stored, so letters can't be continued. The links of
+/// all symbols stay good.
+/// `sequence`: `length` characters as with `s_updateMatrixWithLongANSISequence`. A word longer than the phrase limit gets no
+/// symbol and is left out; `wordsLeftOut`, if not null, gets how many were.
 /// Result: 1 learned; 0 another matrix type, no level of symbols, no words, or refused settings; -1 a write failed, -2 memory
 /// has run out: what was learned before stays.
-int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length);
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut);
+
+// ---- Texts --------------------------------------------------------------------------------------------------------------------
+
+/// Does for a text in memory what `s_updateMatrixWithANSIFile` does for a file before it learns: tells the language, finds or
+/// takes the sub-matrix of that language, sets it up by the basic level's block, and enters `name`. So a host that decodes
+/// files itself has texts learned as characters: it goes on with `s_updateMatrixWithLongANSISequence`, or with
+/// `zq_updateMatrixWithWordsOfLongANSISequence`.
+/// `characters`: `length` integers, the bytes of Windows-1252 as far as it has a character, since the rules for sentences go
+/// by it, and for others the code point. Beyond 500000 `s_setMaximalMatrixIndex` has to allow for them.
+/// `name`: of the text, for the record; null for none.
+/// Result: the ID of the sub-matrix, which is the current one now; -1, with a message, if no sub-matrix is free.
+int zq_prepareMatrixForText(ZQMatrix* matrix, const int* characters, int length, const char* name);
+int zq_prepareMatrixForText_Medium(ZQMatrixMedium* matrix, const int* characters, int length, const char* name);
 
 #if defined(__GNUC__)
 #pragma GCC visibility pop

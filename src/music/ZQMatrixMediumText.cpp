@@ -1,4 +1,5 @@
 // Text of the medium tier: the shared telling, instantiated.
+#include "music/ZQCharacterFeed.h"
 #include "music/ZQTextFeed.h"
 #include "music/ZQTextWriter.h"
 #include "sequence/ZQMatrixMedium.h"
@@ -22,6 +23,10 @@ struct TextTier<ZQMatrixMedium> {
 };
 
 }  // namespace zmatrix
+
+int zmatrix::prepareMatrixForText(ZQMatrixMedium* matrix, const int* characters, int length, const char* name) {
+  return prepareMatrixForTextIn(matrix, characters, length, name);
+}
 
 int ZQMatrixMedium::updateMatrixWithANSIFile(const char* fileName, int* length, int maxLength) {
   return zmatrix::updateMatrixWithANSIFileIn(this, fileName, length, maxLength);

@@ -1,6 +1,7 @@
 // Text of the full tier: the shared telling, instantiated. A learned file is learned once more as words where symbols are in
 // use, and a sub-matrix of symbols writes the words that they stand for.
 #include "frame/ZQSystemOwned.h"
+#include "music/ZQCharacterFeed.h"
 #include "music/ZQTextFeed.h"
 #include "music/ZQTextWriter.h"
 #include "symbols/ZQMatrix.h"
@@ -73,6 +74,10 @@ class TextOutput<ZQMatrix> {
 };
 
 }  // namespace zmatrix
+
+int zmatrix::prepareMatrixForText(ZQMatrix* matrix, const int* characters, int length, const char* name) {
+  return prepareMatrixForTextIn(matrix, characters, length, name);
+}
 
 int ZQMatrix::updateMatrixWithANSIFile(const char* fileName, int* length, int maxLength) {
   return zmatrix::updateMatrixWithANSIFileIn(this, fileName, length, maxLength);

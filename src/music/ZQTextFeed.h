@@ -137,6 +137,24 @@ void applyTextProperties(Matrix* matrix, const char* fileName, int language) {
   matrix->setMatrixDescription(description);
 }
 
+/// Makes the sub-matrix that takes a text of this language the current one, and sets it up. Its ID, or -1 if there is none.
+template <class Matrix>
+int chooseMatrixForText(Matrix* matrix, const char* fileName, int language) {
+  const int matrixID = matrixIDForTextFile(matrix, fileName, language);
+  if (matrixID < 0) return -1;
+  matrix->setCurrentMatrixID(matrixID);
+  applyTextProperties(matrix, fileName, language);
+  return matrixID;
+}
+
+template <class Matrix>
+int prepareMatrixForTextIn(Matrix* matrix, const int* characters, int length, const char* name) {
+  const int language = matrix->getGlobalLanguage();
+  const std::span<const int> text(characters, static_cast<size_t>(characters != nullptr ? std::max(length, 0) : 0));
+  return chooseMatrixForText(matrix, name != nullptr ? name : "",
+                             language != ZQLanguageUndefined ? language : languageOfText(text));
+}
+
 template <class Matrix>
 int updateMatrixWithANSIFileIn(Matrix* matrix, const char* fileName, int* length, int maxLength) {
   const TextOfFile text = textOfFile(fileName, maxLength);
@@ -152,10 +170,7 @@ int updateMatrixWithANSIFileIn(Matrix* matrix, const char* fileName, int* length
   matrix->setCurrentMatrixID(0);
   int language = matrix->getGlobalLanguage();
   if (language == ZQLanguageUndefined) language = matrix->getLanguageIDFromAnsiFile(fileName);
-  const int matrixID = matrixIDForTextFile(matrix, fileName, language);
-  if (matrixID < 0) return 0;
-  matrix->setCurrentMatrixID(matrixID);
-  applyTextProperties(matrix, fileName, language);
+  if (chooseMatrixForText(matrix, fileName, language) < 0) return 0;
   const int result = matrix->updateMatrixWithLongANSISequence(text.values.get(), text.length);
   return TextTier<Matrix>::updateLevelAbove(matrix, text.values.get(), text.length, result);
 }

@@ -50,10 +50,19 @@ int readBytes(FILE* file, int* values, int capacity) {
 }
 
 /// Occurrences of a word with its blanks. The blank behind one is gone for the next, so that a word said twice counts once.
-int occurrences(std::string_view text, std::string_view word) {
+template <class Text>
+int occurrences(const Text& text, std::string_view word) {
   int count = 0;
-  for (size_t i = text.find(word); i != std::string_view::npos; i = text.find(word, i + word.size())) count++;
+  for (auto at = text.begin(); (at = std::search(at, text.end(), word.begin(), word.end())) != text.end(); count++)
+    at += static_cast<std::ptrdiff_t>(word.size());
   return count;
+}
+
+template <class Text>
+int languageOf(const Text& text) {
+  const int german = occurrences(text, " ist "), english = occurrences(text, " is ");
+  if (german > english) return ZQLanguageGerman;
+  return english > german ? ZQLanguageEnglish : ZQLanguageUndefined;
 }
 
 }  // namespace
@@ -80,10 +89,11 @@ int languageOfTextFile(const char* fileName) {
   if (bytes == nullptr) return ZQLanguageUndefined;
   bytes[fread(bytes.get(), 1, static_cast<size_t>(size), file.get())] = 0;
   // A text for this purpose ends at its first zero byte.
-  const std::string_view text = bytes.get();
-  const int german = occurrences(text, " ist "), english = occurrences(text, " is ");
-  if (german > english) return ZQLanguageGerman;
-  return english > german ? ZQLanguageEnglish : ZQLanguageUndefined;
+  return languageOf(std::string_view(bytes.get()));
+}
+
+int languageOfText(std::span<const int> text) {
+  return languageOf(text.first(static_cast<size_t>(std::find(text.begin(), text.end(), 0) - text.begin())));
 }
 
 }  // namespace zmatrix

@@ -1,6 +1,8 @@
 // Text files as the feeds take them: one value from 0 to 255 a byte, and the language that they seem to be in.
 #pragma once
 
+#include <span>
+
 #include "frame/ZQSystemOwned.h"
 
 namespace zmatrix {
@@ -15,8 +17,11 @@ struct TextOfFile {
 /// Reads a file, at most `maxLength` bytes of it if that is above 0.
 TextOfFile textOfFile(const char* fileName, int maxLength);
 
-/// German or English by which of " ist " and " is " comes more often; undefined at equal counts and for an unreadable file. The
-/// rule is as crude as that on purpose.
+/// German or English by which of " ist " and " is " comes more often in a text, which ends at its first zero. The rule is as
+/// crude as that on purpose.
+int languageOfText(std::span<const int> text);
+
+/// The same of a file; undefined for an unreadable one.
 int languageOfTextFile(const char* fileName);
 
 }  // namespace zmatrix

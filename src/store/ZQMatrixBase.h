@@ -183,6 +183,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   template <class Tier>
   friend struct ZQStoreMove;
   template <class Tier>
+  friend struct ZQFieldPlacement;
+  template <class Tier>
   friend struct ZQStoreSelfTest;
   template <class Tier>
   friend struct ZQMatrixFileSave;

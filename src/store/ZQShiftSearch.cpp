@@ -8,8 +8,10 @@ namespace zmatrix {
 ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, std::span<const int> positionsToPlace, std::span<const int> own)
     : index(indexOfBlock), positions(positionsToPlace), anchor(positionsToPlace.front()) {
   const long long width = positions.back() - anchor;
-  firstLent = std::max(own.front() - width, 0LL) >> regionLog2;
-  lastLent = own.back() >> regionLog2;
+  if (!own.empty()) {
+    firstLent = std::max(own.front() - width, 0LL) >> regionLog2;
+    lastLent = own.back() >> regionLog2;
+  }
   numberOfTracked = static_cast<int>(std::min<size_t>(positions.size() - 1, mostTrackedDistances));
   for (int j = 0; j < numberOfTracked; ++j) {
     distances[j] = positions[static_cast<size_t>(j) + 1] - anchor;

@@ -58,8 +58,8 @@ class ZQShiftSearch {
   int numberOfTripled = 0;  // of these, the first ones that the filter of triples serves
   long long distances[mostTrackedDistances];
   int rows[mostTrackedDistances];  // of the filter, for the first distances; -1 for one that has none
-  long long firstLent;             // regions in which the field's own slots may serve
-  long long lastLent;
+  long long firstLent = 0;         // regions in which the field's own slots may serve
+  long long lastLent = -1;
   long long regionOfFits = -1;  // the region that was looked at last, and what fits there
   int regionsInVain = 0;
   bool hasFits = false;

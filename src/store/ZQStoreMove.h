@@ -4,6 +4,7 @@
 #pragma once
 
 #include <algorithm>
+#include <span>
 
 #include "store/ZQMatrixBase.h"
 
@@ -19,13 +20,12 @@ struct ZQStoreMove {
     if (matrix.getMatrixInfo()->getMemIsReadOnly() || !collect(matrix, *firstElement, numberOfItems)) return 0;
     const bool withIndex = moveWithNewIndex == 1 && newElementIndex != nullptr;
     const bool keepsOff = moveWithNewIndex == 0 && newElementIndex != nullptr;
-    const int newIndex = withIndex || keepsOff ? *newElementIndex : -1;
-    const int offset = findOffset(matrix, memorySearchMethod, *fieldBegin, newIndex, withIndex, keepsOff);
-    if (offset == 0) return 0;
-    const bool isPatched = patchLinks(matrix, offset);
-    if (isPatched) moveRecords(matrix, offset);
-    refreshIndex(matrix, isPatched ? offset : 0);
-    if (!isPatched) return 0;
+    const std::span<const int> newIndices(newElementIndex, withIndex ? 1 : 0);
+    const auto search = [&](std::span<const int> positions) {
+      return matrix.searchShift(memorySearchMethod, positions, *fieldBegin);
+    };
+    const int offset = findOffset(matrix, newIndices, keepsOff ? *newElementIndex : -1, search);
+    if (offset == 0 || !moveBy(matrix, offset)) return 0;
     if (withIndex) *newElementIndex += offset;
     // The begin is only a computed number, which may lie beyond an int where the indices are as large as one.
     *fieldBegin = static_cast<int>(static_cast<unsigned>(*fieldBegin) + static_cast<unsigned>(offset));
@@ -34,7 +34,27 @@ struct ZQStoreMove {
     return offset;
   }
 
+  /// Moves a field to where several elements to come, at ascending positions that leave its own alone, find their slots free too.
+  /// The field may have no element yet. search(positions) gives the offset by which all of them get to free slots. The offset, or
+  /// 0 for failure.
+  template <class Search>
+  static int moveFieldWithNewElements(Matrix& matrix, int firstElement, int numberOfItems, std::span<const int> newElements,
+                                      Search search) {
+    if (matrix.getMatrixInfo()->getMemIsReadOnly()) return 0;
+    matrix.positionsOfField.clear();
+    if (numberOfItems > 0 && !collect(matrix, firstElement, numberOfItems)) return 0;
+    const int offset = findOffset(matrix, newElements, -1, search);
+    return offset != 0 && (numberOfItems == 0 || moveBy(matrix, offset)) ? offset : 0;
+  }
+
  private:
+  static bool moveBy(Matrix& matrix, int offset) {
+    const bool isPatched = patchLinks(matrix, offset);
+    if (isPatched) moveRecords(matrix, offset);
+    refreshIndex(matrix, isPatched ? offset : 0);
+    return isPatched;
+  }
+
   static bool collect(Matrix& matrix, int first, int numberOfItems) {
     zmatrix::ZQPodList<int>& positions = matrix.positionsOfField;
     positions.clear();
@@ -52,20 +72,29 @@ struct ZQStoreMove {
   }
 
   // While the search runs the field's own slots count as free, since they move too; a slot to be kept off never does.
-  static int findOffset(Matrix& matrix, int memorySearchMethod, int fieldBegin, int newIndex, bool withIndex, bool keepsOff) {
+  template <class Search>
+  static int findOffset(Matrix& matrix, std::span<const int> newIndices, int keptOff, Search search) {
     const zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
     zmatrix::ZQPodList<int>& toPlace = matrix.positionsToPlace;
-    if (!toPlace.copyFrom(own)) return 0;
-    if (withIndex && !toPlace.insert(std::lower_bound(toPlace.begin(), toPlace.end(), newIndex), newIndex)) return 0;
+    toPlace.clear();
+    size_t next = 0;
     for (int position : own) {
-      if (!keepsOff || position != newIndex) matrix.freeSlots.lend(position);
+      for (; next < newIndices.size() && newIndices[next] < position; ++next) {
+        if (!toPlace.add(newIndices[next])) return 0;
+      }
+      if (!toPlace.add(position)) return 0;
     }
-    const bool keepsOffFreeSlot =
-        keepsOff && newIndex >= 0 && newIndex < matrix.numberOfSlots && matrix.freeSlots.isFree(newIndex);
-    if (keepsOffFreeSlot) matrix.freeSlots.fill(newIndex);
-    const int offset = matrix.searchShift(memorySearchMethod, toPlace, fieldBegin);
+    for (; next < newIndices.size(); ++next) {
+      if (!toPlace.add(newIndices[next])) return 0;
+    }
+    for (int position : own) {
+      if (position != keptOff) matrix.freeSlots.lend(position);
+    }
+    const bool keepsOffFreeSlot = keptOff >= 0 && keptOff < matrix.numberOfSlots && matrix.freeSlots.isFree(keptOff);
+    if (keepsOffFreeSlot) matrix.freeSlots.fill(keptOff);
+    const int offset = search(std::span<const int>(toPlace));
     if (!matrix.hasBlock()) return 0;
-    if (keepsOffFreeSlot) matrix.freeSlots.release(newIndex);
+    if (keepsOffFreeSlot) matrix.freeSlots.release(keptOff);
     if (offset == 0) refreshIndex(matrix, 0);
     return offset;
   }

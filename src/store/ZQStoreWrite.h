@@ -109,6 +109,11 @@ struct ZQStoreWrite {
         return 0;
       }
     }
+    return insertBetween(matrix, newPosition, coordinate, parent, below, above);
+  }
+
+  /// A new element between two siblings, of which one may be -1: there is none. `parent` is the field's.
+  static int insertBetween(Matrix& matrix, int newPosition, int coordinate, long long parent, int below, int above) {
     Element* element = matrix.template createElementAt<Element>(newPosition);
     if (element == nullptr) return 0;
     Info& info = *matrix.getMatrixInfo();
@@ -120,7 +125,7 @@ struct ZQStoreWrite {
       element->setOffsetToPreviousElementInDimension(below - newPosition);
       matrix.elementAt(below)->setOffsetToNextElementInDimension(newPosition - below);
     } else {
-      if (firstElement->getOffsetToElementInPrevDimension() != parent - first) {
+      if (above >= 0 && static_cast<long long>(above) + matrix.elementAt(above)->getOffsetToElementInPrevDimension() != parent) {
         dbPrintf(0, "internal error: unexpected offsetToElementInPrevDimension");
       }
       if (ZQMatrixBaseElement* owner = matrix.elementAt(parent)) {
@@ -134,6 +139,26 @@ struct ZQStoreWrite {
     return 1;
   }
 
+  /// Is a coordinate one that the sub-matrix takes? Tells if not.
+  static bool admits(const Info& info, int coordinate) {
+    const long long magnitude = std::llabs(static_cast<long long>(coordinate));
+    if (magnitude <= info.getMaximalMatrixIndex()) return true;
+    dbPrintf(0, "writeMatrixData: error: max matrix Index %d exceeded:  %d\n", info.getMaximalMatrixIndex(),
+             static_cast<int>(magnitude > INT_MAX ? INT_MAX : magnitude));
+    dbPrintf(0, "please increase this value (setMaximalMatrixIndex())\n");
+    return false;
+  }
+
+  static void raiseStack(Matrix& matrix, int position) {
+    ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
+    if (position > header->getMaximalStack()) header->_setMaximalStack(position);
+  }
+
+  static int nextInField(const Matrix& matrix, int position) {
+    const int next = matrix.elementAt(position)->getOffsetToNextElementInDimension();
+    return next > 0 && matrix.elementAt(static_cast<long long>(position) + next) != nullptr ? position + next : -1;
+  }
+
  private:
   struct Field {
     int begin = 0;
@@ -141,11 +166,6 @@ struct ZQStoreWrite {
     int last = 0;
     int count = 0;
   };
-
-  static int nextInField(const Matrix& matrix, int position) {
-    const int next = matrix.elementAt(position)->getOffsetToNextElementInDimension();
-    return next > 0 && matrix.elementAt(static_cast<long long>(position) + next) != nullptr ? position + next : -1;
-  }
 
   // The last element of a field that lies below a slot, or -1. The field is followed from its first element and the slots are
   // looked at from the other end by turns: the one is short where elements are few, the other where they lie close.
@@ -163,24 +183,10 @@ struct ZQStoreWrite {
     return followed;
   }
 
-  static void raiseStack(Matrix& matrix, int position) {
-    ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
-    if (position > header->getMaximalStack()) header->_setMaximalStack(position);
-  }
-
   // A torn down block has taken its stack along.
   static void reportPositionBeyondStack(const Matrix& matrix, int position) {
     const int stack = matrix.getMatrixFileHeader()->getMaximalStack();
     if (position > stack) dbPrintf(0, "writeMatrixData error: lastelement (%d) > stackPtr (%d)\n", position, stack);
-  }
-
-  static bool admits(const Info& info, int coordinate) {
-    const long long magnitude = std::llabs(static_cast<long long>(coordinate));
-    if (magnitude <= info.getMaximalMatrixIndex()) return true;
-    dbPrintf(0, "writeMatrixData: error: max matrix Index %d exceeded:  %d\n", info.getMaximalMatrixIndex(),
-             static_cast<int>(magnitude > INT_MAX ? INT_MAX : magnitude));
-    dbPrintf(0, "please increase this value (setMaximalMatrixIndex())\n");
-    return false;
   }
 
   static bool add(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {

@@ -114,6 +114,9 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   /// Learns the symbols of a sequence that the current sub-matrix has just learned, in the sub-matrix above it: 1 learned, 0
   /// refused or no symbols, else as the sequence update has it.
   int updateMatrixFromBasicLevel(const int* sequence, int length);
+  /// Makes the sub-matrix above the current one, which takes its symbols, the current one and sets it up. Its ID, or -1 with a
+  /// message if there is none.
+  int enterLevelUp();
   /// In the symbol level: stores where the phrases lie.
   int updateSymbolDownLinkHandlesForSymbols(const int* symbols, const int* handles, int count);
 

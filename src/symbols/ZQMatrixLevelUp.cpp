@@ -84,6 +84,17 @@ void ZQMatrix::setUpSymbolLevel(int basicID, const char* nameOfUpdateFile) {
   }
 }
 
+int ZQMatrix::enterLevelUp() {
+  const int levelUp = provideLevelUp();
+  if (levelUp < 0) return -1;
+  const int basicID = currentMatrixID;
+  getMatrixInfo()->setCurrentMatrixIDLevelUp(levelUp);
+  const char* nameOfUpdateFile = getNameOfUpdateFile();
+  setCurrentMatrixID(levelUp);
+  setUpSymbolLevel(basicID, nameOfUpdateFile);
+  return levelUp;
+}
+
 /// Learning has moved phrases, so where they lie is looked up only now.
 int ZQMatrix::refreshSymbolDownLinkHandles(const int* sequence, int length, int levelUp, const DerivedSymbols& symbols,
                                            int updateResult) {
@@ -136,12 +147,8 @@ int ZQMatrix::updateMatrixFromBasicLevel(const int* sequence, int length) {
   }
   if (symbols.entries == nullptr) return 0;
 
-  const int levelUp = provideLevelUp();
+  const int levelUp = enterLevelUp();
   if (levelUp < 0) return 0;
-  getMatrixInfo()->setCurrentMatrixIDLevelUp(levelUp);
-  const char* nameOfUpdateFile = getNameOfUpdateFile();
-  setCurrentMatrixID(levelUp);
-  setUpSymbolLevel(basicID, nameOfUpdateFile);
   const int result = updateMatrixWithLongINTSequenceExt(symbols.entries.get(), symbols.count, ZQMatrixTypeIntegerSeries, 1,
                                                         ZQPreProcessingTypeNone, 0);
   if (result < 1) return result;

@@ -1,33 +1,61 @@
 #include "symbols/ZQWordsUpdate.h"
 
+#include <cstdlib>
+
 #include "frame/ZQSystemOwned.h"
+#include "sequence/ZQBulkUpdate.h"
 #include "sequence/ZQUpdateWorker.h"
+#include "store/ZQKeepCurrentMatrixID.h"
 #include "symbols/ZQFullTier.h"
+#include "symbols/ZQWordTable.h"
 
 namespace zmatrix {
 
 namespace {
 
-constexpr int firstItemOfWord = 1;
-constexpr int lastItemOfWord = 2;
+using Write = ZQStoreWrite<ZQFullTier>;
 
-/// Learns each word of a preprocessed text as a run of its own, so that no phrase crosses a word's end. A word's markers, cut out
-/// with it, give it its symbol.
-int learnEachWord(ZQMatrix& matrix, const int* items, const int* markers, int numberOfItems) {
-  int result = 1;
-  for (int first = 0; first < numberOfItems && result == 1; ++first) {
-    if ((markers[first] & firstItemOfWord) == 0) continue;
-    int last = first;
-    while (last + 1 < numberOfItems && (markers[last] & lastItemOfWord) == 0) ++last;
-    result = learnPreProcessed(matrix, items + first, last - first + 1, {}, markers + first);
-    first = last;
-  }
-  return result;
-}
+constexpr int lineFeedSymbol = 10;
+constexpr int noSymbol = -1;
 
 bool takesWords(ZQMatrix& matrix) {
   const ZQMatrixInfo& info = *matrix.getMatrixInfo();
   return info.getMatrixType() == ZQMatrixTypeANSIText && info.getCoordinateDimension() == 1 && matrix.getMatrixAILevel() == 1;
+}
+
+/// Writes a word as often as it occurs, and each of its beginnings as often: a phrase needs what it goes on from. What its last
+/// letter leads to has its symbol. The end's position, or -1 if there is no room.
+int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
+  ZQMatrixInfo& info = *matrix.getMatrixInfo();
+  const int length = static_cast<int>(word.letters.size());
+  int position = Write::provideRoot(matrix);
+  for (int i = 0; i < length && position >= 0; ++i) {
+    if (!Write::step(matrix, info, position, i, word.letters[static_cast<size_t>(i)])) return -1;
+    const bool isEnd = i == length - 1;
+    ZQFullTier::WriteFlags flags{};
+    flags.startFlag = i == 0 && info.getUseStartOfSequence() == 1;
+    flags.endFlag = isEnd && info.getUseEndOfSequence() == 1;
+    flags.symbolMarker = isEnd;
+    for (int time = 0; time < word.count; ++time) {
+      Write::countWrite(matrix, info, position, i + 1, flags);
+      flags.symbolMarker = 0;
+    }
+  }
+  return position;
+}
+
+/// The symbol of a word that was learned; noSymbol if that is beyond the indices, -2 if a write failed.
+int learnWord(ZQMatrix& matrix, const WordTable::Word& word) {
+  const int position = writeWord(matrix, word);
+  if (position < 0) return -2;
+  auto* root = static_cast<ZQMatrixElement*>(matrix.elementAt(matrix.getCurrentMatrixID()));
+  root->addWriteCountWithSuccessor(word.count * static_cast<int>(word.letters.size()));
+  root->setWriteCount(root->getWriteCount() + word.count);
+  const int highest = matrix.getMatrixInfo()->getMaximalMatrixIndex();
+  const int symbol = static_cast<ZQMatrixElement*>(matrix.elementAt(position))->getSymbolID();
+  if (symbol <= highest) return symbol;
+  dbPrintf(0, "getSymbolsFromLongAnsi..(): Symbol %d exceeds max. matrix index %d\n", symbol, highest);
+  return noSymbol;
 }
 
 /// What a learned text leaves in the record and the header.
@@ -39,26 +67,113 @@ void keepBooks(ZQMatrix& matrix) {
   if (info.getAddUpdateInfo() == 1) matrix.updateNumberOfAppendedMatrices();
 }
 
+/// The links of the current level of symbols, kept while the level learns: a field that moves leads the links of its own elements
+/// astray. A record stays at its address.
+class KeepLinks {
+ public:
+  explicit KeepLinks(ZQMatrix& matrix) {
+    const int level = matrix.getCurrentMatrixID();
+    const ZQMatrixBaseElement* root = matrix.elementAt(level);
+    int position = root != nullptr && root->getOffsetToElementInNextDimension() != 0
+                       ? level + root->getOffsetToElementInNextDimension()
+                       : -1;
+    while (position >= 0 && matrix.elementAt(position) != nullptr) {
+      auto* symbol = static_cast<ZQMatrixElement*>(matrix.elementAt(position));
+      links_.push_back({symbol, symbol->getSymbolDownLinkHandle()});
+      position = Write::nextInField(matrix, position);
+    }
+  }
+  ~KeepLinks() {
+    for (const Link& link : links_) link.symbol->setSymbolDownLinkHandle(link.handle);
+  }
+  KeepLinks(const KeepLinks&) = delete;
+  KeepLinks& operator=(const KeepLinks&) = delete;
+
+ private:
+  struct Link {
+    ZQMatrixElement* symbol;
+    int handle;
+  };
+  std::vector<Link> links_;
+};
+
+/// Learns a sequence of symbols in the current sub-matrix, their level.
+int learnSymbols(ZQMatrix& matrix, const std::vector<int>& symbols) {
+  ZQMatrixInfo& info = *matrix.getMatrixInfo();
+  const int count = static_cast<int>(symbols.size());
+  if (info.getAddUpdateInfo() == 1) info.generateUpdateInfoSequence(symbols.data(), count);
+  if (matrix.checkSettingsForUpdateMatrixWithSequence(1, ZQPreProcessingTypeNone, 0, ZQMatrixTypeIntegerSeries) < 1) return 0;
+  const KeepLinks keep(matrix);
+  const int result =
+      info.getIncludeOverdeterminedRules() == 0
+          ? learnPreProcessed(matrix, symbols.data(), count, {}, nullptr)
+          : ZQBulkUpdate<ZQFullTier>(matrix, symbols.data(), count).run(info.getMaxPhraseLengthForUpdateWithSequence());
+  if (result == 1) keepBooks(matrix);
+  return result;
+}
+
+/// Learning moves phrases, so where they lie is looked up at the end.
+void linkSymbols(ZQMatrix& matrix, int levelUp, const WordTable& table, const std::vector<int>& symbolOfWord) {
+  for (size_t word = 0; word < table.words.size(); ++word) {
+    int position = matrix.getCurrentMatrixID();
+    for (const int letter : table.words[word].letters) position = matrix.childAt(position, letter);
+    const int symbolPosition = symbolOfWord[word] > 0 ? matrix.childAt(levelUp, symbolOfWord[word]) : -1;
+    if (symbolPosition < 0) continue;
+    static_cast<ZQMatrixElement*>(matrix.elementAt(symbolPosition))->setSymbolDownLinkHandle(position);
+  }
+}
+
+/// The symbols of a text in its order.
+std::vector<int> symbolsOf(const WordTable& table, const std::vector<int>& symbolOfWord) {
+  std::vector<int> symbols;
+  symbols.reserve(table.sequence.size());
+  for (const int word : table.sequence) {
+    const int symbol = word >= 0                     ? symbolOfWord[static_cast<size_t>(word)]
+                       : word == WordTable::lineFeed ? lineFeedSymbol
+                                                     : noSymbol;
+    if (symbol > 0) symbols.push_back(symbol);
+  }
+  return symbols;
+}
+
+int learnWordTable(ZQMatrix& matrix, const WordTable& table) {
+  std::vector<int> symbolOfWord(table.words.size(), noSymbol);
+  for (size_t word = 0; word < table.words.size(); ++word) {
+    symbolOfWord[word] = learnWord(matrix, table.words[word]);
+    if (symbolOfWord[word] == -2) return -1;
+  }
+  keepBooks(matrix);
+  const std::vector<int> symbols = symbolsOf(table, symbolOfWord);
+  if (symbols.empty()) return 0;
+  const KeepCurrentMatrixID<ZQMatrix> keep(&matrix);
+  const int basicID = matrix.getCurrentMatrixID();
+  const int levelUp = matrix.enterLevelUp();
+  if (levelUp < 0) return 0;
+  const int result = learnSymbols(matrix, symbols);
+  matrix.setCurrentMatrixID(basicID);
+  if (result == 1) linkSymbols(matrix, levelUp, table, symbolOfWord);
+  return result;
+}
+
 }  // namespace
 
-int updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) {
+int updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut) {
+  if (wordsLeftOut != nullptr) *wordsLeftOut = 0;
   if (sequence == nullptr || length < 1 || !takesWords(*matrix)) return 0;
   ZQMatrixInfo& info = *matrix->getMatrixInfo();
-  if (matrix->checkSettingsForUpdateMatrixWithSequence(1, info.getPreProcessingType(), info.getAllowLargeIndices(),
+  if (info.getMemIsReadOnly() || matrix->getIsPhraseMatrix() != 1 ||
+      matrix->checkSettingsForUpdateMatrixWithSequence(1, info.getPreProcessingType(), info.getAllowLargeIndices(),
                                                        ZQMatrixTypeANSIText) < 1) {
     return 0;
   }
   if (info.getAddUpdateInfo() == 1) info.generateUpdateInfoSequence(sequence, length);
-  int numberOfItems = 0, numberOfWords = 0;
+  int numberOfItems = 0;
   const SystemOwned<int> items(matrix->getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfItems));
   if (items == nullptr) return givesSequence({info.getPreProcessingType(), 1}, length) ? -2 : 0;
-  const SystemOwned<int> markers(
-      matrix->getSymbolMarkersFromPreProcessedCombinedSequence(items.get(), numberOfItems, &numberOfWords));
-  if (markers == nullptr) return numberOfItems > 0 ? -2 : 0;
-  const int result = learnEachWord(*matrix, items.get(), markers.get(), numberOfItems);
-  if (result < 1) return result;
-  keepBooks(*matrix);
-  return matrix->updateMatrixFromBasicLevel(sequence, length);
+  const WordTable table = wordsOfText({items.get(), static_cast<size_t>(numberOfItems)},
+                                      std::min(info.getMaxPhraseLengthForUpdateWithSequence(), info.getMaxDimOfMatrix() - 1));
+  if (wordsLeftOut != nullptr) *wordsLeftOut = table.numberLeftOut;
+  return learnWordTable(*matrix, table);
 }
 
 }  // namespace zmatrix

@@ -1,13 +1,14 @@
-// Learning a text as words alone: what lies inside words at the basic level, sequences of words in the level above.
+// Learning a text as words alone: each word once at the basic level, sequences of words in the level above.
 #pragma once
 
 class ZQMatrix;
 
 namespace zmatrix {
 
-/// Learns the words of a text in the current sub-matrix, each by itself, and then the sequence of their symbols in the level
-/// above. `sequence`: `length` characters. 1 learned; 0 no text sub-matrix, no level of symbols in use, no words, or refused
-/// settings; -1 a write failed; -2 memory has run out.
-int updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length);
+/// Learns the words of a text in the current sub-matrix, each as one phrase with its symbol, and then the sequence of their
+/// symbols in the level above. `sequence`: `length` characters. `wordsLeftOut`, if not null, gets the number of words beyond the
+/// phrase limit. 1 learned; 0 no text sub-matrix, no level of symbols in use, no words, or refused settings; -1 a write failed;
+/// -2 memory has run out, which std::bad_alloc may tell as well.
+int updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut);
 
 }  // namespace zmatrix

@@ -40,7 +40,7 @@ TEST_F(ContinueTest, WritesNothingButPhrasesOfTheText) {
   // with a phrase limit of n every stretch of n learned bytes stands in the text; ends of sequences come out as line feeds
   const std::string learned =
       "\nThe boat is in.\nThe rope is wet, and the sail is down.\nThe man is on the quay.\nIt is late; the boat is fast.\n"
-      "Is the boat in? The boat is in, and the tide is out\n";
+      "Is the boat in?\nThe boat is in, and the tide is out\n";
   const std::string written = zmatrix("continue small.txt --count 2000 --max-phrase 4 --seed 3").output;
   ASSERT_EQ(written.size(), 2000u);
   for (std::size_t at = 0; at + 2 <= written.size(); ++at) {
@@ -81,18 +81,6 @@ TEST_F(ContinueTest, ChoosesByTheMethodAskedFor) {
   EXPECT_EQ(zmatrix(options + "best").output, "aab");
   EXPECT_EQ(zmatrix(options + "middle").output, "aac");
   EXPECT_EQ(zmatrix(options + "random --seed 1").output.size(), 3u);
-}
-
-TEST_F(ContinueTest, PassesEveryByteThrough) {
-  std::string bytes;
-  for (int round = 0; round < 3; ++round) {
-    for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
-  }
-  writeFile("bytes.txt", bytes);
-  EXPECT_EQ(zmatrix("continue bytes.txt --count 500").output.size(), 500u);
-  writeFile("utf8.txt", "Grün ist grün. Grün ist grün. Grün ist grün.");
-  const RunResult utf8 = zmatrix("continue utf8.txt --method best --start 'Gr' --count 6");
-  EXPECT_EQ(utf8.output, "Grün is");
 }
 
 TEST_F(ContinueTest, KeepsTheOutputCleanAndTalksOnStandardError) {
@@ -139,7 +127,7 @@ TEST_F(ContinueTest, LeavesNothingBehindWhenInterrupted) {
 TEST_F(ContinueTest, EndsWithOneCodePerKindOfFault) {
   writeFile("empty.txt", "");
   writeFile("blank.txt", " \r\n\t \r\n");
-  run("mkdir folder; mkfifo pipe.txt");
+  run("mkdir folder");
   struct Case {
     const char* arguments;
     int exitCode;
@@ -159,7 +147,8 @@ TEST_F(ContinueTest, EndsWithOneCodePerKindOfFault) {
       {"continue small.txt missing.txt", 3, "missing.txt"},
       {"continue folder", 3, "no .txt, .mid, .midi or .krn file in it ("},
       {"continue folder --recursive", 3, "krn file in it or below it"},
-      {"continue pipe.txt", 3, "neither a file nor a folder"},
+      {"continue -", 3, "nothing to learn"},
+      {"continue small.txt --encoding morse", 2, "--encoding"},
       {"continue empty.txt", 3, "nothing to learn"},
       {"continue blank.txt", 3, "nothing to learn"},
       {"continue small.txt --out nowhere/result.txt", 4, "cannot write nowhere/result.txt"},

@@ -29,7 +29,7 @@ TEST_F(ReadmeTest, ShowsTheFirstProgramAndWhatItPrints) {
 // The words of the text that the command writes with these options.
 std::istringstream wordsWritten(const RunResult& result) {
   EXPECT_EQ(result.exitCode, 0) << result.talk;
-  return std::istringstream(latin1ToUtf8(result.output));
+  return std::istringstream(result.output);
 }
 
 // How many words of a column's line go on with what was written.

@@ -16,20 +16,6 @@ std::string readWholeFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-std::string latin1ToUtf8(const std::string& text) {
-  std::string result;
-  for (const char character : text) {
-    const unsigned char byte = static_cast<unsigned char>(character);
-    if (byte < 0x80) {
-      result += character;
-    } else {
-      result += static_cast<char>(0xC0 | (byte >> 6));
-      result += static_cast<char>(0x80 | (byte & 0x3F));
-    }
-  }
-  return result;
-}
-
 void ProgramTest::SetUp() {
   std::string pattern = (fs::temp_directory_path() / "zmatrix-test-XXXXXX").string();
   ASSERT_NE(mkdtemp(pattern.data()), nullptr);

@@ -34,5 +34,3 @@ class ProgramTest : public ::testing::Test {
 
 /// All bytes of a file; the test fails if it can't be read.
 std::string readWholeFile(const std::string& path);
-
-std::string latin1ToUtf8(const std::string& text);

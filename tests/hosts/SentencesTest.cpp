@@ -79,7 +79,7 @@ TEST_F(SentencesTest, BeginAsLearnedOnesBegin) {
 TEST_F(SentencesTest, EndWithTheOneAskedFor) {
   EXPECT_EQ(linesOf("continue names.txt --lines 7 --count 100000").size(), 7u);
   writeFile("asks.txt", "Is it in? Is it out? Is it in? Is it out? Is it in?");
-  EXPECT_EQ(zmatrix("continue asks.txt --sentences 3 --method best").output, "Is it in? Is it in? Is it in?\n");
+  EXPECT_EQ(zmatrix("continue asks.txt --sentences 3 --method best").output, "Is it in?\nIs it in?\nIs it in?\n");
   EXPECT_EQ(zmatrix("continue asks.txt --sentences 2 --level words --max-words 5 --start 'Is it out? Is'").output,
             "Is it out? Is it in? Is it out?\n");
   writeFile("dots.txt", "Mr. J. Bly came on the 3. of May. He left in 1853. It was late.");

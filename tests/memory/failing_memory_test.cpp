@@ -300,7 +300,8 @@ TYPED_TEST(FailingMemoryOfLearningTest, learn) {
     });
     this->runs.failEach("words alone", [](auto* matrix) {
       s_setMatrixAILevel(matrix, 1);
-      const int result = zq_updateMatrixWithWordsOfLongANSISequence(matrix, nextText.data(), static_cast<int>(nextText.size()));
+      const int result =
+          zq_updateMatrixWithWordsOfLongANSISequence(matrix, nextText.data(), static_cast<int>(nextText.size()), nullptr);
       return numbered(result, zq_refreshSymbolLinks(matrix));
     });
   }

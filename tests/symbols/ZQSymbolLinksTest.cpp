@@ -3,10 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <random>
 #include <set>
 
 #include "SymbolMatrix.h"
 #include "frame/ZQSystemOwned.h"
+#include "sequence/ZQBulkUpdate.h"
+#include "symbols/ZQFullTier.h"
 #include "symbols/ZQWordsUpdate.h"
 
 namespace {
@@ -69,11 +73,13 @@ TEST(WordsUpdate, GivesTheWordsAndSequencesOfTheWholeUpdate) {
   for (int round = 0; round < 2; ++round) {
     ASSERT_EQ(whole.learn(text), 1);
     if (round == 0) {
-      EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 0), 0);
+      EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 0, nullptr), 0);
       EXPECT_EQ(words.learn("x"), 1);  // sets the sub-matrix up for texts
       EXPECT_EQ(whole.learn("x"), 1);
     }
-    ASSERT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), static_cast<int>(values.size())), 1);
+    ASSERT_EQ(
+        zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), static_cast<int>(values.size()), nullptr),
+        1);
     EXPECT_EQ(words->getNumberOfSymbols(), whole->getNumberOfSymbols());
     EXPECT_LT(words->getNumberOfWriteElements(), whole->getNumberOfWriteElements() / 4);
     EXPECT_EQ(words.spell(words.symbolsOf(text).entries), whole.spell(whole.symbolsOf(text).entries));
@@ -86,7 +92,48 @@ TEST(WordsUpdate, GivesTheWordsAndSequencesOfTheWholeUpdate) {
   }
   EXPECT_EQ(zmatrix::brokenInvariant(*words.get()), "");
   words->setMatrixAILevel(0);
-  EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 5), 0);
+  EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 5, nullptr), 0);
+}
+
+// Texts one after the other, so that fields which are there get children too; wide indices, so that fields have to move.
+TEST(BulkUpdate, LearnsThePhrasesAndCountsOfTheUpdateOneByOne) {
+  std::mt19937 random(14);
+  std::geometric_distribution<int> rank(0.02);
+  SymbolMatrix first, second;
+  ZQMatrix &single = *first.get(), &bulk = *second.get();
+  for (ZQMatrix* matrix : {&single, &bulk}) {
+    matrix->setDefaultMatrixPropertiesForSymbols(nullptr);
+    matrix->setMaxPhraseLengthForUpdateWithSequence(4);
+  }
+  std::vector<int> all;
+  for (int round = 0; round < 4; ++round) {
+    std::vector<int> sequence;
+    for (int i = 0; i < 1500; ++i) sequence.push_back(257 + rank(random) * 97 % 4001);
+    const int length = static_cast<int>(sequence.size());
+    ASSERT_EQ(single.updateMatrixWithLongINTSequenceExt(sequence.data(), length, ZQMatrixTypeIntegerSeries, 1, 0, 0), 1);
+    ASSERT_EQ(ZQBulkUpdate<ZQFullTier>(bulk, sequence.data(), length).run(4), 1);
+    all.insert(all.end(), sequence.begin(), sequence.end());
+  }
+  EXPECT_EQ(bulk.getNumberOfWriteElements(), single.getNumberOfWriteElements());
+  EXPECT_EQ(bulk.getNumberOfWriteCounts(), single.getNumberOfWriteCounts());
+  EXPECT_EQ(bulk.getMatrixInfo()->getNumberOfStartElements(), single.getMatrixInfo()->getNumberOfStartElements());
+  const auto countsOf = [](ZQMatrix& matrix, const int* phrase, int length) {
+    std::array<int, 4> counts{};
+    const long long value = matrix.readMatrixData(phrase, length, &counts[0], &counts[1], &counts[2], &counts[3]);
+    return std::make_pair(value, counts);
+  };
+  for (size_t start = 0; start + 4 <= all.size(); ++start) {
+    for (int length = 1; length <= 4; ++length)
+      ASSERT_EQ(countsOf(bulk, &all[start], length), countsOf(single, &all[start], length)) << start << ", " << length;
+  }
+  EXPECT_EQ(zmatrix::brokenInvariant(bulk), "");
+  int written = 0, ends = 0;
+  EXPECT_EQ(bulk.performMatrixLinearTest(&written, &ends, 0), 1);
+  const int* none = nullptr;
+  EXPECT_EQ(ZQBulkUpdate<ZQFullTier>(bulk, none, 0).run(4), 1);
+  const int tooHigh = 500001;
+  const zmatrix::CapturedMessages silent(-1);
+  EXPECT_EQ(ZQBulkUpdate<ZQFullTier>(bulk, &tooHigh, 1).run(4), -1);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQVersion.h"
 #include "frame/flat/ZQGuarded.h"
+#include "music/ZQCharacterFeed.h"
 #include "music/kern/ZQKernReport.h"
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
@@ -141,7 +142,9 @@ int zq_writeScoreToMidiFile(const zq_Score* score, const char* path, zq_ScoreWri
 unsigned char* zq_createMidiDataOfScore(const zq_Score* score, long long* numberOfBytes, zq_ScoreWriting* writing) noexcept { return guarded<unsigned char*>([&] { return zmatrix::createMidiDataOfScore(score, numberOfBytes, writing); }); }
 int zq_refreshSymbolLinks(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::refreshSymbolLinks(matrix); }); }
 int* zq_createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) noexcept { return guarded<int*>([&] { return zmatrix::createPhraseOfSymbol(matrix, symbol, length); }); }
-int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length); }); }
+int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut) noexcept { return guarded<int>([&] { return zmatrix::updateMatrixWithWordsOfLongANSISequence(matrix, sequence, length, wordsLeftOut); }, -2); }
+int zq_prepareMatrixForText(ZQMatrix* matrix, const int* characters, int length, const char* name) noexcept { return guarded<int>([&] { return zmatrix::prepareMatrixForText(matrix, characters, length, name); }, -1); }
+int zq_prepareMatrixForText_Medium(ZQMatrixMedium* matrix, const int* characters, int length, const char* name) noexcept { return guarded<int>([&] { return zmatrix::prepareMatrixForText(matrix, characters, length, name); }, -1); }
 
 }  // extern "C"
 #pragma GCC visibility pop

@@ -1,0 +1,105 @@
+// A matrix as the flat interface of its tier gives it: its settings, records, file and tests. What it learns and how it continues
+// stands in LearningMatrix and ContinuingMatrix, on top of it.
+#pragma once
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Failure.h"
+#include "Matrix.h"
+#include "Overheard.h"
+
+template <class Functions>
+class StoredMatrix : public Matrix {
+ public:
+  using Handle = typename Functions::Handle;
+
+  StoredMatrix(Handle* handle, Loudness loudness) : handle_(handle, Functions::destroy) { setLoudness(loudness); }
+
+  Tier tier() const override { return Functions::number; }
+  int numberOfIDs() const override { return Functions::numberOfIDs(matrix()); }
+  int blockSize() const override { return Functions::blockSize(matrix()); }
+  int maximalStack() const override { return Functions::maximalStack(matrix()); }
+  void select(int id) override { Functions::setCurrentID(matrix(), id); }
+  Loudness loudness() const override { return loudness_; }
+
+  void setLoudness(Loudness loudness) override {
+    loudness_ = loudness;
+    Functions::setDebugDevice(matrix(), loudness.printsMessages() ? 1 : 0);
+    Functions::setDebugLevel(matrix(), loudness.level);
+  }
+
+  Header header() const override {
+    Header header{Functions::description(matrix()), Functions::formatVersion(matrix()), 0, Functions::idsInUse(matrix())};
+    if constexpr (Functions::learns) header.updates = Functions::updates(matrix());
+    return header;
+  }
+
+  const ZQMatrixProperties& record(int id) override {
+    const int selected = Functions::currentID(matrix());
+    select(id);
+    const ZQMatrixProperties* record = Functions::snapshot(Functions::info(matrix()));
+    select(selected);
+    if (record == nullptr) throw Failure{ExitCode::limit, "out of memory"};
+    return *record;
+  }
+
+  std::vector<const ZQMatrixProperties*> history() override {
+    const Hush hush(*this);  // the library finds the end of the history by a record that it can't read
+    int count = 0;
+    Functions::readHistory(matrix(), &count);
+    std::vector<const ZQMatrixProperties*> records;
+    for (int index = 0; index < count; ++index) {
+      auto* info = Functions::historyRecord(matrix(), index);
+      if (info == nullptr) break;
+      records.push_back(Functions::snapshot(info));
+    }
+    return records;
+  }
+
+  zq_loadReport loadReport() override {
+    zq_loadReport report;
+    Functions::loadReport(matrix(), &report);
+    return report;
+  }
+
+  bool save(const std::string& path) override {
+    errno = 0;
+    return Functions::save(matrix(), path.c_str()) == 1;
+  }
+
+  void reserveIDs(int count) override { Functions::reserveIDs(matrix(), count); }
+
+  // The root of a sub-matrix counts its items, and the root's handle is the ID.
+  long long itemsLearned([[maybe_unused]] int id) const override {
+    if constexpr (Functions::learns) {
+      auto* root = id > maximalStack() ? nullptr : Functions::elementAt(matrix(), id);
+      return root == nullptr ? 0 : Functions::itemsBehind(root);
+    } else {
+      return 0;
+    }
+  }
+
+ protected:
+  Handle* matrix() const { return handle_.get(); }
+
+  // Of a sound matrix the library may have much to remark, such as each symbol that no level of words goes with: told is what it
+  // says of one with faults.
+  TestResult selfTest(int id, int which) override {
+    select(id);
+    TestResult result{};
+    Overheard talk(loudness_.level == 0);
+    result.isSound =
+        Functions::selfTest(matrix(), which, &result.writtenElements, &result.endElements, 0) == 1;  // 0: nothing is cut off
+    talk.end();
+    if (!result.isSound) talk.tell();
+    return result;
+  }
+
+ private:
+  std::unique_ptr<Handle, decltype(Functions::destroy)> handle_;
+  Loudness loudness_{0};
+};

@@ -1,0 +1,17 @@
+#include "TextFile.h"
+
+#include <algorithm>
+
+#include "Failure.h"
+
+DecodedText readText(const InputFile& input, std::optional<Encoding> encoding, bool isForced) {
+  DecodedText text = decodeText(readFile(input.path), encoding);
+  if (isForced || !looksBinary(text.items)) return text;
+  throw Failure{ExitCode::badInput, input.name + " is not a text: too much of it is control characters (" +
+                                        (encoding ? "" : "--encoding tells how to read it, utf-16le for one, ") +
+                                        "--force learns it as it is)"};
+}
+
+bool isBlank(const std::vector<int>& items) {
+  return std::all_of(items.begin(), items.end(), [](int item) { return item <= ' ' || item == 0xA0; });
+}

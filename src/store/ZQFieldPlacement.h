@@ -1,0 +1,116 @@
+// Many children of one element put in place at once. A write that adds them one by one moves the field each time that one of them
+// wants a slot that is taken; here one search finds a place for all, and one pass links them. What comes out is a field like any
+// other, only where it lies differs.
+#pragma once
+
+#include <climits>
+
+#include "store/ZQPodList.h"
+#include "store/ZQShiftSearch.h"
+#include "store/ZQStoreWrite.h"
+
+template <class Tier>
+struct ZQFieldPlacement {
+  using Matrix = typename Tier::Matrix;
+  using Info = typename Tier::Info;
+  using Write = ZQStoreWrite<Tier>;
+
+  /// Makes children of these coordinates, which ascend and none of which is there yet. False if there is no room: then some may
+  /// have been made.
+  bool add(Matrix& matrix, int parent, std::span<const int> coordinates) {
+    if (!findField(matrix, parent, coordinates.front())) return false;
+    targets.clear();
+    for (const int coordinate : coordinates) {
+      const long long target = static_cast<long long>(begin) + coordinate;
+      if (target > INT_MAX || target < -INT_MAX || !targets.add(static_cast<int>(target))) return false;
+    }
+    return (areFree(matrix) || moveAway(matrix)) && link(matrix, parent, coordinates);
+  }
+
+ private:
+  // Where the field begins, or would begin if its first child took the nearest free slot.
+  bool findField(Matrix& matrix, int parent, int firstCoordinate) {
+    const int offset = matrix.elementAt(parent)->getOffsetToElementInNextDimension();
+    first = offset != 0 ? parent + offset : -1;
+    if (first >= 0) {
+      const ZQMatrixBaseElement* element = matrix.elementAt(first);
+      if (element == nullptr) return false;
+      begin = static_cast<int>(static_cast<long long>(first) - element->getIndexInDimension());
+      return true;
+    }
+    const int free = matrix.findNearestFreeMatrixElement(matrix.getMatrixInfo()->getMemorySearchMethod());
+    if (free < matrix.getMatrixFileHeader()->getMaxNumberOfMatrices()) return false;
+    begin = free - firstCoordinate;
+    return true;
+  }
+
+  bool areFree(const Matrix& matrix) const {
+    for (const int target : targets) {
+      if (target < 0 || target >= matrix.numberOfSlots || !matrix.freeSlots.isFree(target)) return false;
+    }
+    return true;
+  }
+
+  bool moveAway(Matrix& matrix) {
+    int last = first;
+    int count = 0;
+    if (first >= 0) count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(first, &first, &last);
+    if (first >= 0 && count < 1) return false;
+    const int offset = ZQStoreMove<Tier>::moveFieldWithNewElements(
+        matrix, first, count, targets, [&](std::span<const int> positions) { return findOffset(matrix, positions); });
+    if (offset == 0) return false;
+    for (int& target : targets) target += offset;
+    if (first >= 0) {
+      first += offset;
+      Write::raiseStack(matrix, last + offset);
+    }
+    return true;
+  }
+
+  // The first fit above the frontier. Below it lie wide fields in each other's gaps, where a further one seldom fits and single
+  // elements find their place; a frontier that was too far from the last fits moves up.
+  int findOffset(Matrix& matrix, std::span<const int> positions) {
+    constexpr int longestWay = 1 << 17;
+    const long long lowest = matrix.getMatrixFileHeader()->getMaxNumberOfMatrices();
+    frontier = std::max(frontier, lowest);
+    for (long long from = frontier - positions.front();;) {
+      const long long highest = static_cast<long long>(matrix.numberOfSlots) - 1 - positions.back();
+      zmatrix::ZQShiftSearch search(matrix.freeSlots, positions, matrix.positionsOfField);
+      long long offset = search.nextFit(from, highest);
+      if (offset == 0) offset = search.nextFit(1, highest);
+      if (offset != zmatrix::ZQShiftSearch::none) {
+        const long long slot = positions.front() + offset;
+        if (slot - frontier > longestWay) frontier = slot - longestWay / 2;
+        return static_cast<int>(offset);
+      }
+      from = std::max(from, highest + 1);
+      if (!matrix.expandMatrixBlock(0)) return 0;
+    }
+  }
+
+  bool link(Matrix& matrix, int parent, std::span<const int> coordinates) {
+    size_t next = 0;
+    int below = -1;
+    int above = first;
+    if (first < 0) {
+      if (!Write::insertFirst(matrix, targets[0], coordinates[0], parent)) return false;
+      below = targets[next++];
+      Write::raiseStack(matrix, below);
+    }
+    for (; next < coordinates.size(); ++next) {
+      while (above >= 0 && above < targets[next]) {
+        below = above;
+        above = Write::nextInField(matrix, above);
+      }
+      if (!Write::insertBetween(matrix, targets[next], coordinates[next], parent, below, above)) return false;
+      below = targets[next];
+      Write::raiseStack(matrix, below);
+    }
+    return true;
+  }
+
+  int begin = 0;
+  int first = -1;  // the field's first element, -1 if there is none yet
+  zmatrix::ZQPodList<int> targets;
+  long long frontier = 0;
+};

@@ -1,0 +1,120 @@
+// Texts as characters, and inputs that come through pipes: the same characters give the same model and the same result however
+// they are spelled and wherever they come from.
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "hosts/RunProgram.h"
+
+namespace {
+
+using Json = nlohmann::json;
+
+// A character of each kind: ASCII, one that Windows-1252 has at its Unicode place, two that it has elsewhere, a control character
+// whose byte it gives away, Greek, Chinese, an emoji, and two of the last planes.
+const std::string all = "a \u00FC \u20AC \u2019 \xC2\x85 \u03B1\u03B2 \u4F60\u597D \U0001F642 \U000E0041 \U0010FFFD .";
+
+class EncodingTest : public ProgramTest {
+ protected:
+  std::string converted(const std::string& text, const std::string& encoding) const {
+    writeFile("plain", text);
+    return run("iconv -f UTF-8 -t " + encoding + " plain").output;
+  }
+  // What comes back of a text that is learned as one phrase and followed from its first letter on.
+  RunResult returned(const std::string& arguments, int count) const {
+    return zmatrix("continue " + arguments + " --force --max-phrase 200 --method best --start a --count " +
+                   std::to_string(count));
+  }
+};
+
+TEST_F(EncodingTest, GivesBackEveryCharacterOfEverySpelling) {
+  writeFile("utf8", all);
+  writeFile("mark", "\xEF\xBB\xBF" + all);
+  writeFile("little", "\xFF\xFE" + converted(all, "UTF-16LE"));
+  writeFile("big", "\xFE\xFF" + converted(all, "UTF-16BE"));
+  const int count = 22;  // characters behind the first
+  for (const std::string input : {"utf8", "mark", "little", "big"}) {
+    const RunResult result = returned(input, count);
+    EXPECT_EQ(result.output, all) << input;
+    EXPECT_EQ(result.talk.find("Windows-1252"), std::string::npos) << result.talk;
+  }
+  ASSERT_EQ(zmatrix("learn utf8 -o model --max-phrase 60").exitCode, 0);
+  const std::string generate = "generate model --method best --start a --count 22 --encoding ";
+  EXPECT_EQ(zmatrix(generate + "utf-16be").output, converted(all, "UTF-16BE"));
+  EXPECT_EQ(zmatrix(generate + "utf-16").output, "\xFF\xFE" + converted(all, "UTF-16LE"));
+  const RunResult windows = zmatrix(generate + "windows-1252");
+  EXPECT_EQ(windows.output, "a \xFC \x80 \x92 ? ?? ?? ? ? ? .");
+  EXPECT_NE(windows.talk.find("8 characters written as ?"), std::string::npos) << windows.talk;
+  EXPECT_EQ(zmatrix(generate + "iso-8859-1").output, "a \xFC ? ? \x85 ?? ?? ? ? ? .");
+}
+
+TEST_F(EncodingTest, TakesAnyBytesForWindows1252AndSaysSo) {
+  std::string bytes = "a";
+  for (int byte = 0xA1; byte < 256; ++byte) bytes += static_cast<char>(byte);
+  bytes += "\x80\x85\x9C\x9F.";
+  writeFile("bytes.txt", bytes);
+  const RunResult result = returned("bytes.txt", static_cast<int>(bytes.size()) - 1);
+  EXPECT_EQ(result.output, run("iconv -f WINDOWS-1252 -t UTF-8 bytes.txt").output);
+  EXPECT_NE(result.talk.find("read as Windows-1252: bytes.txt"), std::string::npos) << result.talk;
+  EXPECT_EQ(zmatrix("continue bytes.txt -q --count 9").talk, "");
+  writeFile("broken.txt", "a\xC0\xAF \xED\xA0\x80 \xF4\x90\x80\x80 \xE2\x82");
+  const RunResult broken = returned("broken.txt --encoding utf-8", 12);
+  EXPECT_EQ(broken.output.substr(0, 7), "a\uFFFD\uFFFD");
+  EXPECT_NE(broken.talk.find("10 places could not be decoded"), std::string::npos) << broken.talk;
+  writeFile("half.txt", std::string("a\0\0\xD8z\0b\0\x3D\xD8", 10));
+  EXPECT_EQ(returned("half.txt --encoding utf-16", 4).output, "\xFF\xFE" + converted("a\uFFFDzb\uFFFD", "UTF-16LE"));
+}
+
+TEST_F(EncodingTest, RefusesWhatIsNoText) {
+  std::string bytes;
+  for (int round = 0; round < 3; ++round) {
+    for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
+  }
+  writeFile("bytes.bin", bytes);
+  for (const std::string verb : {"continue bytes.bin", "check bytes.bin", "learn bytes.bin -o model"}) {
+    const RunResult result = zmatrix(verb);
+    EXPECT_EQ(result.exitCode, 3) << verb;
+    EXPECT_NE(result.talk.find("bytes.bin is not a text"), std::string::npos) << result.talk;
+  }
+  EXPECT_EQ(zmatrix("continue bytes.bin --count 500 --force --encoding windows-1252").output.size(), 500u);
+}
+
+TEST_F(EncodingTest, KeepsWordsOfEveryScript) {
+  writeFile("text.txt",
+            "\u4F60\u597D \u043C\u0438\u0440 \U0001F642 na\u00EFve\n\n\u4F60\u597D \u043C\u0438\u0440 \U0001F642 end");
+  EXPECT_EQ(zmatrix("continue text.txt --level words --start '\u4F60\u597D' --count 2 --seed 1").output,
+            "\u4F60\u597D \u043C\u0438\u0440 \U0001F642");
+  EXPECT_EQ(Json::parse(zmatrix("check text.txt --level words --json").output)["matrices"][0]["symbols"], 5);
+}
+
+TEST_F(EncodingTest, ReadsStandardInputAndPipesAsFiles) {
+  writeFile("text.txt", "The boat is in. The rope is wet, and the sail is down. Gr\u00FCn is the sea.");
+  const std::string command = "'" ZMATRIX_COMMAND "' ";
+  const std::string expected = zmatrix("continue text.txt --count 99").output;
+  const std::string model = zmatrix("learn text.txt -o -").output;
+  writeFile("model", model);
+  const std::vector<std::string> lines = {
+      "cat text.txt | " + command + "continue - --count 99",
+      command + "continue - --count 99 <text.txt",
+      "cat text.txt | " + command + "continue /dev/stdin --count 99",
+      "bash -c \"" + command + "continue <(cat text.txt) --count 99\"",
+      "mkfifo pipe; cat text.txt >pipe & " + command + "continue pipe --count 99",
+      "cat text.txt | " + command + "learn - -o - | " + command + "generate - --count 99",
+      command + "generate - --count 99 <model",
+  };
+  for (const std::string& line : lines) EXPECT_EQ(run(line).output, expected) << line;
+  const RunResult rest = run("bash -c \"{ dd bs=1 count=16 of=skipped; " + command + "check - --json; } <text.txt\"");
+  EXPECT_EQ(Json::parse(rest.output)["bytes"], readFile("text.txt").size() - 16) << "what was read before is not learned";
+
+  const RunResult updated = run("cat model | " + command + "learn text.txt --update -o - | " + command + "info - --json");
+  EXPECT_EQ(Json::parse(updated.output)["updates"], 2) << updated.talk;
+  EXPECT_EQ(run("cat model | " + command + "check -").exitCode, 0);
+  EXPECT_EQ(run("cat text.txt | " + command + "learn - --update -o -").exitCode, 2);
+  EXPECT_EQ(run("cat text.txt | " + command + "generate -").exitCode, 3);
+  const std::string examples = "'" ZMATRIX_EXAMPLES;
+  EXPECT_EQ(run("cat " + examples + "/tide.mid' | " + command + "continue - --out t.mid; head -c 4 t.mid").output, "MThd");
+  EXPECT_EQ(run("cat " + examples + "/canon.krn' | " + command + "convert - - | head -c 4").output, "MThd");
+  EXPECT_EQ(run("echo 1 2 3 4 5 6 | " + command + "continue - --count 2").output, "7\n8\n");
+}
+
+}  // namespace
