@@ -50,7 +50,7 @@ def read_setting_numbers():
     """The enumerations of the settings, from the header that the library itself has."""
     text = (ROOT / 'src/settings/ZQMatrixEnumerations.h').read_text()
     types = []
-    for documentation, name, body in re.findall(r'((?:///.*\n)*)enum (\w+) : int \{(.*?)\};', text, re.S):
+    for documentation, name, body in re.findall(r'((?:///[^\n]*\n)*)enum (\w+) : int \{(.*?)\};', text, re.S):
         entry = Type('enum', name, [line[3:].strip() for line in documentation.splitlines()])
         for code, about in re.findall(r'(\w+ = -?\d+)\s*,?\s*(?:///< ?(.*))?', body):
             entry.fields.append(Field(code, about.strip()))
