@@ -25,7 +25,8 @@ int readItems(Matrix* matrix, int numberOfItems, int* items, double* probabiliti
   return read;
 }
 
-/// How many items follow a stored context, -1 if it isn't there; the first `capacity` of them go into the arrays that aren't null.
+/// How many items follow a stored context, -1 if it isn't there; the first `capacity` of them go into the arrays that aren't
+/// null.
 template <class Matrix>
 int readSuccessors(Matrix* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts) {
   const bool isRoot = context == nullptr || length < 1;
@@ -37,8 +38,7 @@ int readSuccessors(Matrix* matrix, const int* context, int length, int capacity,
   const int dimension = matrix->getMatrixInfo()->getCoordinateDimension();
   for (int at = 0; at < std::min(count, capacity); ++at) {
     const int* const item = matrix->getObjexFromMatrixHandle(handles[at]);
-    const auto* const element =
-        static_cast<const ZQMatrixMediumElement*>(matrix->getMatrixElementFromMatrixHandle(handles[at]));
+    const auto* const element = static_cast<const ZQMatrixMediumElement*>(matrix->getMatrixElementFromMatrixHandle(handles[at]));
     if (item == nullptr || element == nullptr) return -1;
     if (items != nullptr) items = std::copy_n(item, dimension, items);
     if (counts != nullptr) counts[at] = element->getWriteCount();

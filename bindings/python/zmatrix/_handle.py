@@ -124,7 +124,9 @@ class Handle:
 
 
 def ints(values: Any) -> Any:
-    """An array of C integers for a call."""
+    """An array of C integers for a call; lengths are 32 bits there."""
+    if len(values) > 0x7FFFFFFF:
+        raise LimitError(f'{len(values)} integers are more than a call takes')
     if hasattr(values, 'buffer_info'):
         return (ctypes.c_int * len(values)).from_buffer(values) if len(values) else (ctypes.c_int * 0)()
     return (ctypes.c_int * len(values))(*values)

@@ -279,8 +279,8 @@ class Model:
 
     def probability(self, sequence: Any) -> float:
         """How probable it is that the model makes just these items; 0 where one never followed what is before it."""
-        bits, items = self._bits(sequence)
-        return 0.0 if math.isinf(bits) else 2.0 ** -bits
+        bits, _ = self._bits(sequence)
+        return 0.0 if math.isinf(bits) else math.pow(2.0, -bits)
 
     def surprise(self, sequence: Any) -> float:
         """The bits of information that an item of the sequence is to the model, on average; infinite where one is impossible."""
