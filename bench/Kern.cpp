@@ -150,6 +150,8 @@ void registerKern(const std::string& folder) {
   }
   registerRow("kern_learn/limit:16/size:0/zmatrix",
               [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithKERNFile); });
+  registerRow("kern_learn/limit:16/size:0/zmatrix_exact",
+              [=] { return learnScores(files, 16, [](const char* file) { return zmatrix::createScoreFromKernFile(file, 0); }); });
 }
 
 }  // namespace bench

@@ -252,6 +252,8 @@ void registerMusic(const std::string& folder) {
   registerRow("midi_read/limit:0/size:0/counting_pass", [=] { return countNotes(files, 20, noteOnsOf); });
   registerRow("midi_learn/limit:16/size:0/zmatrix",
               [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithMIDIFile); });
+  registerRow("midi_learn/limit:16/size:0/zmatrix_exact",
+              [=] { return learnScores(files, 16, zmatrix::createScoreFromMidiFile); });
 }
 
 }  // namespace bench

@@ -1,18 +1,20 @@
 // Learning of music files, the same for all their formats.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "Measurement.h"
 #include "frame/flat/ZQMatrixCreators.h"
+#include "music/score/ZQScoreFeed.h"
 #include "sequence/ZQMatrixMedium.h"
 
 namespace bench {
 
 /// Learns files in one sub-matrix after the other; an operation is a note, the second figure a phrase.
 inline Measurement learnMusic(const std::vector<std::string>& files, int phraseLimit,
-                              int (ZQMatrixMedium::*learnFile)(const char*, int*)) {
+                              const std::function<int(ZQMatrixMedium*, const char*, int*)>& learnFile) {
   Measurement measured;
   ZQMatrixMedium* matrix = createAndInitMatrixMedium();
   if (matrix == nullptr) return measured;
@@ -23,7 +25,7 @@ inline Measurement learnMusic(const std::vector<std::string>& files, int phraseL
   const StopWatch watch;
   for (const std::string& file : files) {
     int notes = 0;
-    (matrix->*learnFile)(file.c_str(), &notes);
+    learnFile(matrix, file.c_str(), &notes);
     measured.operations += notes;
   }
   measured.seconds[0] = watch.seconds();
@@ -33,6 +35,19 @@ inline Measurement learnMusic(const std::vector<std::string>& files, int phraseL
   measured.isRight = phrases > 0;
   deleteMatrixMedium(matrix);
   return measured;
+}
+
+/// The same of exact readings: `read` makes a score of a file.
+inline Measurement learnScores(const std::vector<std::string>& files, int phraseLimit,
+                               const std::function<zq_Score*(const char*)>& read) {
+  return learnMusic(files, phraseLimit, [&](ZQMatrixMedium* matrix, const char* file, int* notes) {
+    zq_Score* const score = read(file);
+    zq_ScoreFeedReport* const report = zmatrix::updateMatrixWithScore(matrix, score, file, 0);
+    *notes = static_cast<int>(report->notesLearned);
+    zmatrix::deleteScoreFeedReport(report);
+    zmatrix::deleteScore(score);
+    return 1;
+  });
 }
 
 }  // namespace bench

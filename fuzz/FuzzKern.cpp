@@ -13,6 +13,7 @@
 #include <iterator>
 #include <string>
 
+#include "ScoreFeeding.h"
 #include "frame/flat/ZQMatrixCreators.h"
 #include "music/kern/ZQKernConversion.h"
 #include "music/kern/ZQKernFile.h"
@@ -79,7 +80,7 @@ void checkScore(const zq_Score& score) {
   for (int i = 0; i < score.numberOfBarLines; i++) require(isTime(score.barLines[i].onset, score.barLines[i].onsetDenominator));
 }
 
-void readExactly(const std::string& path, const std::uint8_t* data, std::size_t size, int graceQuanta) {
+void readExactly(const std::string& path, const std::uint8_t* data, std::size_t size, int graceQuanta, int choice) {
   zq_Score* score = zmatrix::createScoreFromKernFile(path.c_str(), graceQuanta);
   zq_Score* other =
       zmatrix::createScoreFromKernData(reinterpret_cast<const char*>(data), static_cast<long long>(size), graceQuanta);
@@ -89,6 +90,7 @@ void readExactly(const std::string& path, const std::uint8_t* data, std::size_t 
   require(std::equal(score->findingCounts, std::end(score->findingCounts), other->findingCounts));
   const std::size_t bytes = static_cast<std::size_t>(score->numberOfNotes) * sizeof(zq_ScoreNote);
   require(bytes == 0 || std::memcmp(score->notes, other->notes, bytes) == 0);
+  feedScore(*score, choice);
   zmatrix::deleteScore(score);
   zmatrix::deleteScore(other);
 }
@@ -117,7 +119,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (file == nullptr) return 0;
   fwrite(data + 1, 1, size - 1, file);
   fclose(file);
-  readExactly(path, data + 1, size - 1, data[0] / 32 % 3 * 192);
+  readExactly(path, data + 1, size - 1, data[0] / 32 % 3 * 192, data[0] % 24);
   readAndReport(path);
   require(zmatrix::convertKernFileToMidiFile(path.c_str(), "/dev/null") == 1);
   if (data[0] % 8 < 4) {

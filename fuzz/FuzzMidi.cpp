@@ -12,6 +12,7 @@
 #include <numeric>
 #include <string>
 
+#include "ScoreFeeding.h"
 #include "frame/flat/ZQMatrixCreators.h"
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiFile.h"
@@ -82,7 +83,7 @@ bool areSame(const zq_ScoreNote& one, const zq_ScoreNote& other) {
 }
 
 /// Reads exactly, writes the score as MIDI and reads that: the notes are the same, and nothing is wrong with the file.
-void readExactly(const std::uint8_t* data, std::size_t size) {
+void readExactly(const std::uint8_t* data, std::size_t size, int choice) {
   zq_Score* const score = zmatrix::createScoreFromMidiData(data, static_cast<long long>(size));
   checkScore(*score);
   zq_ScoreWriting writing{};
@@ -99,6 +100,7 @@ void readExactly(const std::uint8_t* data, std::size_t size) {
     zmatrix::deleteScore(again);
   }
   free(bytes);
+  feedScore(*score, choice);
   zmatrix::deleteScore(score);
 }
 
@@ -133,7 +135,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int coding = data[0] % 4, analyze = data[1] % 3;
   constexpr int preProcessingTypes[] = {1, 1002, 1003, 1004};
   readAndPair(path);
-  readExactly(data + 2, size - 2);
+  readExactly(data + 2, size - 2, (data[0] / 4 * 3 + data[1]) % 24);
   zq_MidiReport* report = zmatrix::createMidiReport(path.c_str(), preProcessingTypes[coding], 16, analyze, nullptr);
   require(report != nullptr && (report->end != zq_MidiEndNotMidi || report->notesLearned == 0));
   zmatrix::deleteMidiReport(report);

@@ -48,6 +48,7 @@ void runContinue(ContinueOptions& options) {
   if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, material->nothingLearned()};
 
   options.generation.level = options.learning.level;
+  options.generation.reading = options.learning.reading;
   options.generation.encoding = options.learning.encoding;
   options.generation.encodingOfTexts = options.learning.encoding;
   if (subjectOf(inputs) == Subject::texts && (isVerbose() || options.generation.json)) {

@@ -120,6 +120,16 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
     return false;
   }
 
+  Score compose([[maybe_unused]] int count, [[maybe_unused]] std::optional<double> tempo) override {
+    Score score(nullptr, zq_deleteScore);
+    if constexpr (Functions::learns) {
+      const Hush hush(*this);  // it remarks on each note that it puts right
+      score.reset(Functions::compose(matrix(), count, tempo.value_or(0), nullptr));
+    }
+    if (!score) throw Failure{ExitCode::limit, "the notes could not be composed: out of memory"};
+    return score;
+  }
+
   std::vector<int> preprocess([[maybe_unused]] const std::vector<int>& items) override {
     std::vector<int> stored;
     if constexpr (Functions::learns) {

@@ -58,6 +58,7 @@ void addGenerateVerb(CLI::App& app) {
       ->required()
       ->option_text(" ");
   addLevelOption(*verb, options->generation.level);
+  addReadingOptions(*verb, options->generation.reading);
   addEncodingOption(*verb, options->generation.encoding,
                     "How a text is written: utf-8 (unless given), utf-16, utf-16le, utf-16be, windows-1252, iso-8859-1");
   addGenerationOptions(*verb, options->generation);

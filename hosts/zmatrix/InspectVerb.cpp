@@ -6,7 +6,7 @@
 
 #include "Failure.h"
 #include "Inputs.h"
-#include "MusicReport.h"
+#include "Inspection.h"
 #include "Options.h"
 #include "Output.h"
 #include "Reopenable.h"
@@ -20,15 +20,17 @@ struct InspectOptions {
   bool recursive = false;
   std::optional<Kind> as;
   bool json = false;
+  ReadingOptions reading;
   TalkOptions talk;
 };
 
 const char* const examples = R"(
+Both readings stand side by side, with what the classic one loses or shifts; --reading tells of one alone.
 Nothing that a reader drops is dropped silently here. If a file is refused the run ends with code 3, after all were looked at.
 
 Examples:
   zmatrix inspect tune.mid
-  zmatrix inspect tunes/ --recursive --json | jq '.[].tracks[].reason'
+  zmatrix inspect tunes/ --recursive --json | jq '.[] | {file, readings}'
 
 )";
 
@@ -56,7 +58,7 @@ void runInspect(const InspectOptions& options) {
   Json reports = Json::array();
   std::string refused;
   for (const InputFile& input : inputs) {
-    const MusicReport report = reportOf(input);
+    const MusicReport report = inspectionOf(input, options.reading);
     if (refused.empty() && !report.refusal.empty()) refused = input.name + ": " + report.refusal;
     if (options.json) {
       reports.push_back(report.full);
@@ -77,6 +79,7 @@ void addInspectVerb(CLI::App& app) {
   verb->add_option("FILE", options->inputs, "MIDI and kern files, or folders of them")->required()->option_text(" ");
   verb->add_flag("--recursive,-r", options->recursive, "Inspect the files of the folders below too");
   addKindOptions(*verb, options->as);
+  addReadingOptions(*verb, options->reading);
   verb->add_flag("--json", options->json, "Print JSON instead of tables: a list with an object for each file");
   addTalkOptions(*verb, options->talk);
   verb->footer(std::string(examples) + exitCodes);

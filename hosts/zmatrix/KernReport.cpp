@@ -146,6 +146,36 @@ std::string stopOf(const zq_KernReport& report) {
   return states[std::clamp(report.state, 0, 3)];
 }
 
+// Each departure from the score with the lines where it is, as far as they are listed; then the tracks that are passed over.
+void addLosses(const zq_KernReport& report, MusicReport& result) {
+  constexpr int mostLines = 5;
+  result.notesRead = report.notes;
+  for (int kind = 0; kind < zq_KernNumberOfDepartures; ++kind) {
+    if (report.departures[kind] == 0) continue;
+    std::string lines;
+    int count = 0;
+    for (int at = 0; at < report.numberOfFindings && count < mostLines; ++at) {
+      const zq_KernFinding& finding = report.findings[at];
+      if (finding.kind != zq_KernDeparted || finding.number != kind) continue;
+      lines += (count++ == 0 ? "line " : ", ") + std::to_string(finding.line);
+    }
+    if (report.departures[kind] > count) lines += ", ...";
+    std::string cause = departures[kind];
+    std::replace(cause.begin(), cause.end(), '_', ' ');
+    result.losses.push_back({{"cause", cause}, {"place", lines}, {"amount", report.departures[kind]}});
+  }
+  long long single = 0, merged = 0;
+  for (int at = 0; at < report.numberOfTracks; ++at) {
+    const zq_KernTrack& track = report.tracks[at];
+    (track.isMerged != 0 ? merged : single) += track.notesLearned;
+    if (track.notes == track.notesLearned) continue;
+    result.losses.push_back({{"cause", std::string("not learned: ") + zq_textOfMidiVerdict(track.verdict)},
+                             {"place", track.isMerged != 0 ? "merged" : "track " + std::to_string(track.index)},
+                             {"amount", track.notes - track.notesLearned}});
+  }
+  result.notesLearned = std::max(single, merged);
+}
+
 // Those that are in the merged track as well count once.
 void addVerdicts(const zq_KernReport& report, MusicReport& result) {
   bool hasSingle = false;
@@ -170,6 +200,7 @@ MusicReport kernReportOf(const std::string& path, const Matrix::MusicSettings& s
                       zq_deleteKernReport);
   if (!report) throw Failure{ExitCode::limit, "out of memory"};
   MusicReport result;
+  addLosses(*report, result);
   if (report->state <= zq_KernFileRefused) {
     result.refusal = stopOf(*report);
   } else {

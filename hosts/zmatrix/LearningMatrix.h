@@ -19,6 +19,9 @@ inline constexpr int numberOfIDsWithWords = 8;
 /// Throws the Failure of a library that found no sub-matrix for a track, if that is among what it said.
 void requireRoomForTracks(const std::vector<Overheard::Kind>& kinds, int numberOfIDs, const std::string& path);
 
+/// Throws the Failure of a score that a matrix could not take, or not all of; a null report is that of exhausted memory.
+void requireAllTaken(const zq_ScoreFeedReport* report, int numberOfIDs, const std::string& path);
+
 template <class Functions>
 class LearningMatrix : public StoredMatrix<Functions> {
  public:
@@ -34,6 +37,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
   using typename Store::Learned;
   using typename Store::MusicSettings;
   using typename Store::NumberSettings;
+  using typename Store::Readings;
 
   void prepareForTexts(int phraseLimit) override {
     if constexpr (Functions::learns) {
@@ -191,6 +195,33 @@ class LearningMatrix : public StoredMatrix<Functions> {
     } else {
       refuseToLearn();
     }
+  }
+
+  FeedReport learnScore([[maybe_unused]] const zq_Score& score, [[maybe_unused]] const std::string& path,
+                        [[maybe_unused]] bool leavesOutPercussion) override {
+    if constexpr (Functions::learns) {
+      const Hush hush(*this);  // the report says it all
+      FeedReport report(Functions::learnScore(matrix(), &score, path.c_str(), leavesOutPercussion ? 1 : 0),
+                        zq_deleteScoreFeedReport);
+      requireAllTaken(report.get(), numberOfIDs(), path);
+      return report;
+    } else {
+      refuseToLearn();
+    }
+  }
+
+  Readings readings() override {
+    int readings = 0;
+    if constexpr (Functions::learns) readings = Functions::learnedReadings(matrix());
+    return {(readings & 1) != 0, (readings & 2) != 0};
+  }
+
+  double learnedTempo([[maybe_unused]] int id) override {
+    if constexpr (Functions::learns) {
+      select(id);
+      return Functions::learnedTempo(matrix());
+    }
+    return 0;
   }
 
   void learnSeries([[maybe_unused]] const std::vector<int>& series, [[maybe_unused]] const std::string& path) override {

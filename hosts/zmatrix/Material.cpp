@@ -21,6 +21,9 @@ std::vector<SubjectOption> subjectOptions(const LearningOptions& options) {
           {"--duration-grid", options.durationGrid.has_value(), {Subject::music}},
           {"--tracks", options.tracks.has_value(), {Subject::music}},
           {"--skip-channel", !options.skippedChannels.empty(), {Subject::music}},
+          {"--reading", options.reading.reading.has_value(), {Subject::music}},
+          {"--grace-quanta", options.reading.graceQuanta.has_value(), {Subject::music}},
+          {"--no-percussion", options.reading.leavesOutPercussion, {Subject::music}},
           {"--ocron-type", options.ocronType.has_value(), {Subject::numbers}},
           {"--max-index", options.maxIndex.has_value(), {Subject::numbers}},
           {"--skip-bad", options.skipsBad, {Subject::numbers}}};

@@ -15,6 +15,12 @@ namespace {
   throw Failure{ExitCode::badInput, what};
 }
 
+[[noreturn]] void refuseForWantOfIDs(int numberOfIDs, const std::string& path) {
+  throw Failure{ExitCode::limit, "the model has " + std::to_string(numberOfIDs) +
+                                     " sub-matrices, each for one meter, kind and sound, and " + path +
+                                     " needs one more: learn its files and this one into a new model"};
+}
+
 template <class Functions>
 std::unique_ptr<Matrix> createOf(Loudness loudness) {
   auto* handle = Functions::create(loudness.printsMessages() ? 1 : 0, loudness.level, "");
@@ -48,10 +54,15 @@ int unpackInteger(const char* bytes, int size) {
 void requireRoomForTracks(const std::vector<Overheard::Kind>& kinds, int numberOfIDs, const std::string& path) {
   const std::string noFreeID = "could not find a free matrixID";
   for (const Overheard::Kind& kind : kinds) {
-    if (kind.first[0].find(noFreeID) == std::string::npos) continue;
-    throw Failure{ExitCode::limit, "the model has " + std::to_string(numberOfIDs) +
-                                       " sub-matrices, each for one meter, kind and sound, and " + path +
-                                       " needs one more: learn its files and this one into a new model"};
+    if (kind.first[0].find(noFreeID) != std::string::npos) refuseForWantOfIDs(numberOfIDs, path);
+  }
+}
+
+void requireAllTaken(const zq_ScoreFeedReport* report, int numberOfIDs, const std::string& path) {
+  if (report == nullptr) throw Failure{ExitCode::limit, "out of memory"};
+  if (report->leftOut[zq_ScoreNoSubMatrix] > 0) refuseForWantOfIDs(numberOfIDs, path);
+  if (report->leftOut[zq_ScoreNotTaken] > 0) {
+    throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer files"};
   }
 }
 

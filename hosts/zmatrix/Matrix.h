@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Kind.h"
+#include "Scores.h"
 
 /// Full: learns sequences and has symbols for words. Medium: learns sequences. Base: stores values.
 enum class Tier { base = ZQMatrixInfoTypeBase, medium = ZQMatrixInfoTypeMedium, full = ZQMatrixInfoTypeFull };
@@ -126,6 +127,16 @@ class Matrix {
   /// MIDI or kern: each track goes to a sub-matrix of its meter, kind and sound. Returns the notes taken. Throws a Failure if no
   /// sub-matrix is left for one.
   virtual int learnMusic(const std::string& path, Kind kind) = 0;
+  /// The same of a score, each run of it. Throws a Failure if the matrix can't take all of it.
+  virtual FeedReport learnScore(const zq_Score& score, const std::string& path, bool leavesOutPercussion) = 0;
+  struct Readings {
+    bool hasClassic;
+    bool hasExact;
+  };
+  /// How the music that it holds was read.
+  virtual Readings readings() = 0;
+  /// The tempo of the music that the sub-matrix has learned, in quarter notes a minute; 0 where none is known.
+  virtual double learnedTempo(int id) = 0;
   /// A series of integers into the selected sub-matrix, under the name of the file it is from. Throws a Failure if the matrix
   /// can't take all of it.
   virtual void learnSeries(const std::vector<int>& series, const std::string& path) = 0;
@@ -157,6 +168,9 @@ class Matrix {
 
   /// Writes the context and up to `count` notes that come next. True if the file could be written.
   virtual bool writeMusic(int count, const std::string& path) = 0;
+  /// The same as a score, in a tempo of quarter notes a minute, or in the one that was learned. Throws a Failure if there is
+  /// none.
+  virtual Score compose(int count, std::optional<double> tempo) = 0;
 
   // The same step by step, for sequences that the caller codes and decodes.
 

@@ -1,6 +1,7 @@
 // The report on a MIDI file.
 #include <zmatrix/zq.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "Failure.h"
@@ -74,6 +75,35 @@ void addEnding(const zq_MidiReport& report, MusicReport& result) {
   (report.end == zq_MidiEndCut ? result.ending : result.refusal) = zq_textOfMidiEnd(report.end);
 }
 
+void addLoss(Json& losses, const std::string& cause, const std::string& place, long long amount) {
+  if (amount > 0) losses.push_back({{"cause", cause}, {"place", place}, {"amount", amount}});
+}
+
+// What pairing loses of the file's tracks, and the tracks that learning passes over.
+void addLosses(const zq_MidiReport& report, MusicReport& result) {
+  Json& losses = result.losses;
+  for (int at = 0; at < report.numberOfFileTracks; ++at) {
+    const zq_MidiFileTrack& track = report.fileTracks[at];
+    const std::string place = "track " + std::to_string(at);
+    result.notesRead += track.notes;
+    addLoss(losses, "notes that nothing ends, dropped", place, track.noteOnsWithoutEnd);
+    addLoss(losses, "notes ended by the next of the same pitch", place, track.notesEndedByNextNote);
+    addLoss(losses, "notes begun by a note-off", place, track.notesBegunByNoteOff);
+    addLoss(losses, "program changes lost inside notes", place, track.programChangesLostInsideNotes);
+    addLoss(losses, "events on channels that are left out", place, track.eventsOnFilteredChannels);
+  }
+  long long single = 0, merged = 0;
+  for (int at = 0; at < report.numberOfTracks; ++at) {
+    const zq_MidiTrack& track = report.tracks[at];
+    (track.isMerged != 0 ? merged : single) += track.notesLearned;
+    const std::string place = track.isMerged != 0 ? "merged" : "track " + std::to_string(track.index);
+    const char* const cause = track.verdict == zq_MidiTaken ? "notes of percussion and effects in a track of others"
+                                                            : zq_textOfMidiVerdict(track.verdict);
+    addLoss(losses, std::string("not learned: ") + cause, place, track.notes - track.notesLearned);
+  }
+  result.notesLearned = std::max(single, merged);
+}
+
 Json fullReport(const zq_MidiReport& report, const std::string& path) {
   Json full = {{"file", path},
                {"kind", "midi"},
@@ -117,6 +147,7 @@ MusicReport midiReportOf(const std::string& path, const Matrix::MusicSettings& s
   if (!report) throw Failure{ExitCode::limit, "out of memory"};
   MusicReport result;
   addEnding(*report, result);
+  addLosses(*report, result);
   addVerdicts(*report, result);
   for (int at = 0; at < report->numberOfFileTracks; ++at) result.notesWithoutEnd += report->fileTracks[at].noteOnsWithoutEnd;
   result.full = fullReport(*report, path);

@@ -5,6 +5,7 @@
 
 #include "Failure.h"
 #include "MusicCoding.h"
+#include "MusicLearning.h"
 #include "ScratchFile.h"
 
 namespace {
@@ -69,17 +70,24 @@ void MusicContinuation::chooseFromAll() {
   if (id_ < 0) throw Failure{ExitCode::badInput, "nothing to continue: the model holds no music"};
 }
 
+// As the model was read, unless said otherwise.
+Reading MusicContinuation::readingOfStart() const {
+  const bool isExact = matrix_.readings().hasExact;
+  return options_.reading.reading.value_or(isExact ? Reading::exact : Reading::classic);
+}
+
 // Learned into a matrix of its own by the same settings, the start comes out as the notes that the model would have learned.
 std::vector<MusicContinuation::Voice> MusicContinuation::readStart() const {
   requireReadable(options_.start);
   const Kind kind = kindOfContent(options_.start);
   if (subjectOf(kind) != Subject::music) throw Failure{ExitCode::badInput, options_.start + " is no MIDI and no kern file"};
+  const std::unique_ptr<MusicLearning> learning = MusicLearning::of(readingOfStart(), options_.reading);
   const std::unique_ptr<Matrix> scratch = Matrix::create(Tier::medium, {-1});
   scratch->reserveIDs(idsOfStart);
   scratch->prepareForMusic(matrix_.musicSettings());
   scratch->setPhraseLimit(1);
   scratch->keepHistory();
-  scratch->learnMusic(options_.start, kind);
+  learning->learn(*scratch, {options_.start, options_.start, 0, kind});
   std::vector<Voice> voices;
   for (int id = 0; id < scratch->numberOfIDs(); ++id) {
     if (!scratch->isOccupied(id)) continue;
@@ -132,18 +140,24 @@ std::string MusicContinuation::description() const {
          nameOfSound(record.midiSoundID) + ", " + countOf(notesOf(record), "note");
 }
 
+// What learned classically goes on in bytes as it always did.
+std::string MusicContinuation::classicMidi(int count) {
+  const ScratchFile file;
+  const bool isWritten = matrix_.writeMusic(count, file.path());
+  const std::string bytes = file.bytes();
+  if (!isWritten || bytes.empty()) throw Failure{ExitCode::limit, "the notes could not be written: out of memory"};
+  return bytes;
+}
+
 void MusicContinuation::write(Output& output, Progress& progress) {
   goTo(id_);
   if (!voices_.empty()) moveToFirstBar(id_);
   matrix_.setMethod(options_.method);
   matrix_.seed(options_.seed);
   progress.show("writing", 0);
-  const ScratchFile file;
-  const long long count = std::min<long long>(options_.count.value_or(usualCount), INT_MAX);
-  const bool isWritten = matrix_.writeMusic(static_cast<int>(count), file.path());
-  const std::string bytes = file.bytes();
-  if (!isWritten || bytes.empty()) throw Failure{ExitCode::limit, "the notes could not be written: out of memory"};
-  output.write(bytes);
+  const auto count = static_cast<int>(std::min<long long>(options_.count.value_or(usualCount), INT_MAX));
+  const bool isOfScores = matrix_.readings().hasExact || options_.tempo;
+  output.write(isOfScores ? midiOf(*matrix_.compose(count, options_.tempo)) : classicMidi(count));
   output.commit();
   progress.clear();
 }

@@ -22,6 +22,8 @@ class MusicContinuation : public Continuation {
   };
   std::vector<Voice> readStart() const;
   const Voice* voiceFor(int id) const;
+  Reading readingOfStart() const;
+  std::string classicMidi(int count);
   int goTo(int id);
   void moveToFirstBar(int id);
   void chooseFromAll();

@@ -1,6 +1,5 @@
 // Music: MIDI and kern files, each track learned in a sub-matrix of its meter, kind and sound.
 #include <algorithm>
-#include <map>
 #include <set>
 #include <sstream>
 
@@ -8,9 +7,8 @@
 #include "Material.h"
 #include "MusicCoding.h"
 #include "MusicContinuation.h"
-#include "MusicReport.h"
+#include "MusicLearning.h"
 #include "Nearest.h"
-#include "Talk.h"
 
 namespace {
 
@@ -25,12 +23,9 @@ std::set<std::string> filesOf(const ZQMatrixProperties& record) {
   return files;
 }
 
-// "line 3, column 2: the rule (token)" as the rule, so that the same fault of several files is told once.
-std::string withoutPlace(const std::string& refusal) {
-  const std::size_t colon = refusal.rfind("line ", 0) == 0 ? refusal.find(": ") : std::string::npos;
-  if (colon == std::string::npos) return refusal;
-  const std::string rule = refusal.substr(colon + 2);
-  return rule.substr(0, rule.back() == ')' ? rule.rfind(" (") : rule.size());
+const char* nameOf(const Matrix::Readings& readings) {
+  if (readings.hasExact && readings.hasClassic) return "exact and classic";
+  return nameOf(readings.hasExact ? Reading::exact : Reading::classic);
 }
 
 constexpr int usualPhraseLimit = 8;
@@ -48,9 +43,9 @@ class MusicMaterial : public Material {
 
   std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
     settings_ = wantedSettings();
-    look(inputs);
+    look(options_.reading.reading.value_or(Reading::exact), inputs);
     std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), loudness);
-    matrix->reserveIDs(std::clamp(static_cast<int>(kinds_.size()) + leastIDs / 2, leastIDs, mostIDs));
+    matrix->reserveIDs(std::clamp(static_cast<int>(learning_->kinds().size()) + leastIDs / 2, leastIDs, mostIDs));
     matrix->prepareForMusic(settings_);
     matrix->setPhraseLimit(options_.maxPhrase.value_or(usualPhraseLimit));
     matrix->keepHistory();  // counts the notes of each sub-matrix
@@ -72,29 +67,21 @@ class MusicMaterial : public Material {
     if (options_.tracks) settings_.tracks = *options_.tracks;
     if (!options_.skippedChannels.empty()) settings_.skippedChannels = wantedFilter();
     if (options_.maxPhrase) matrix.setPhraseLimit(*options_.maxPhrase);
-    look(inputs);
+    look(readingFor(matrix), inputs);
   }
 
   // A track that is left out may leave the settings of a file changed: each file begins with those that were asked for.
   int learn(Matrix& matrix, const InputFile& input) override {
     matrix.prepareForMusic(settings_);
-    matrix.learnMusic(input.path, input.kind);
+    learning_->learn(matrix, input);
     matrix.prepareForMusic(settings_);
     return -1;
   }
 
-  void tellOmissions() const override {
-    for (const auto& [reason, count] : reasons_) note("left out " + countOf(count, "track") + ": " + reason);
-    for (const auto& [reason, count] : refusals_) note("left out " + countOf(count, "file") + ": " + reason);
-    if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end: what stands before the fault is learned");
-    if (notesLost_ > 0) note("left out " + countOf(notesLost_, "note") + " that nothing ends");
-    if (!reasons_.empty() || !refusals_.empty() || endings_ + notesLost_ > 0) note("`zmatrix inspect FILE` tells more");
-  }
+  void tellOmissions() const override { learning_->tellOmissions(); }
 
   std::string nothingLearned() const override {
-    std::string why;
-    for (const auto& [reason, count] : refusals_) why += (why.empty() ? "" : "; ") + countOf(count, "file") + ": " + reason;
-    for (const auto& [reason, count] : reasons_) why += (why.empty() ? "" : "; ") + countOf(count, "track") + ": " + reason;
+    const std::string why = learning_->reasons();
     return "nothing to learn: " + (why.empty() ? "the input holds no track of notes" : why);
   }
 
@@ -113,6 +100,7 @@ class MusicMaterial : public Material {
     const Matrix::MusicSettings settings = matrix.musicSettings();
     const MusicCoding* const coding = findMusicCoding(settings.preprocessing);
     description["coding"] = coding == nullptr ? "preprocessing " + std::to_string(settings.preprocessing) : coding->name;
+    description["reading"] = nameOf(matrix.readings());
     description["grid"] = settings.grid;
     description["duration_grid"] = settings.durationGrid;
   }
@@ -129,6 +117,7 @@ class MusicMaterial : public Material {
                        {"kind", nameOfSubType(record.midiSubType)},
                        {"sound", nameOfSound(record.midiSoundID)},
                        {"coding", coding == nullptr ? "" : coding->name},
+                       {"tempo", matrix.learnedTempo(id)},
                        {"notes", notesOf(record)},
                        {"files", filesOf(record).size()}});
     }
@@ -155,24 +144,27 @@ class MusicMaterial : public Material {
   }
 
   // What will be learned of each file and what not, known before the first is.
-  void look(const std::vector<InputFile>& inputs) {
-    for (const InputFile& input : inputs) {
-      const MusicReport report = reportOf(input, settings_);
-      if (!report.refusal.empty()) ++refusals_[withoutPlace(report.refusal)];
-      if (!report.ending.empty()) ++endings_;
-      for (const std::string& reason : report.discarded) ++reasons_[reason];
-      kinds_.insert(report.kinds.begin(), report.kinds.end());
-      notesLost_ += report.notesWithoutEnd;
+  void look(Reading reading, const std::vector<InputFile>& inputs) {
+    reading_ = reading;
+    learning_ = MusicLearning::of(reading, options_.reading);
+    for (const InputFile& input : inputs) learning_->look(input, settings_);
+  }
+
+  // A model goes on as it began, unless it holds both or nothing.
+  Reading readingFor(Matrix& matrix) const {
+    const Matrix::Readings readings = matrix.readings();
+    if (readings.hasClassic == readings.hasExact) return options_.reading.reading.value_or(Reading::exact);
+    const Reading reading = readings.hasExact ? Reading::exact : Reading::classic;
+    if (options_.reading.reading.value_or(reading) != reading) {
+      refuseUpdate(std::string("the model was learned with --reading ") + nameOf(reading));
     }
+    return reading;
   }
 
   const LearningOptions& options_;
   Matrix::MusicSettings settings_{};
-  std::set<std::string> kinds_;
-  long long notesLost_ = 0;
-  long long endings_ = 0;
-  std::map<std::string, long long> reasons_;   ///< of tracks
-  std::map<std::string, long long> refusals_;  ///< of files
+  Reading reading_ = Reading::exact;
+  std::unique_ptr<MusicLearning> learning_;
 };
 
 }  // namespace

@@ -14,11 +14,14 @@ struct MusicReport {
   std::vector<std::string> discarded;  ///< for each track with notes that isn't learned, why
   std::set<std::string> kinds;         ///< what the learned tracks are, as sub-matrices tell them apart
   long long notesWithoutEnd = 0;
+  long long notesRead = 0;
+  long long notesLearned = 0;   ///< by themselves or merged
+  Json losses = Json::array();  ///< what the reading loses or changes, by cause and place
   Json full;
   std::string table;
 };
 
-/// By the settings of a model. Throws a Failure if there is no memory for it.
+/// Of the classic reading, by the settings of a model. Throws a Failure if there is no memory for it.
 MusicReport reportOf(const InputFile& input, const Matrix::MusicSettings& settings);
 /// By the settings of a new model.
 MusicReport reportOf(const InputFile& input);

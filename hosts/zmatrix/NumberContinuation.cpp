@@ -29,6 +29,7 @@ std::vector<int> numbersOfStart(const std::string& start) {
 
 NumberContinuation::NumberContinuation(Matrix& matrix, const GenerationOptions& options) : matrix_(matrix), options_(options) {
   if (options.matrixID) throw Failure{ExitCode::usage, "--matrix is for music: numbers have one sub-matrix"};
+  if (options.tempo) throw Failure{ExitCode::usage, "--tempo is for music"};
   refuseTextOptions(options, "numbers");
   if (matrix.itemsLearned() == 0) throw Failure{ExitCode::badInput, "nothing to continue: the model holds no numbers"};
   matrix.select(0);

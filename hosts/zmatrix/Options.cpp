@@ -44,6 +44,7 @@ void addMusicOptions(CLI::App& verb, LearningOptions& options) {
       ->option_text("N")
       ->allow_extra_args(false)
       ->group("Music");
+  addReadingOptions(verb, options.reading);
 }
 
 void addNumberOptions(CLI::App& verb, LearningOptions& options) {
@@ -73,6 +74,23 @@ void addTextOptions(CLI::App& verb, LearningOptions& options) {
 }
 
 }  // namespace
+
+void addReadingOptions(CLI::App& verb, ReadingOptions& options) {
+  static const std::map<std::string, Reading> readings = {{"exact", Reading::exact}, {"classic", Reading::classic}};
+  verb.add_option(
+          "--reading", options.reading,
+          "How files are read: exactly, as scores, or by the classic rules, which leave much out; exact unless given, or as "
+          "the model was learned")
+      ->transform(oneOf(readings))
+      ->option_text("exact|classic")
+      ->group("Music");
+  verb.add_option("--grace-quanta", options.graceQuanta,
+                  "How long grace notes of a kern score last, 3072 a quarter note; 0 unless given: they take no time")
+      ->check(wholeNumber(0, 49152))
+      ->option_text("N")
+      ->group("Music");
+  verb.add_flag("--no-percussion", options.leavesOutPercussion, "Leave out drums, percussion and effects")->group("Music");
+}
 
 void addKindOptions(CLI::App& verb, std::optional<Kind>& kind) {
   static const std::map<std::string, Kind> kinds = {
@@ -141,6 +159,11 @@ void addGenerationOptions(CLI::App& verb, GenerationOptions& options) {
                   "The sub-matrix to continue, by the ID that `zmatrix info` tells; unless given the one with the most notes")
       ->check(wholeNumber(0, std::numeric_limits<int>::max()))
       ->option_text("ID")
+      ->group("Music");
+  verb.add_option("--tempo", options.tempo,
+                  "Quarter notes a minute of the tune, 4 to 1000; unless given the median of what was learned, or 120")
+      ->check(CLI::Range(4.0, 1000.0))
+      ->option_text("BPM")
       ->group("Music");
   verb.add_option("--sentences", options.sentences, "End with the Nth sentence; --count then only bounds what is written")
       ->check(wholeNumber(1))

@@ -8,6 +8,7 @@
 
 #include "Kind.h"
 #include "Matrix.h"
+#include "Reading.h"
 #include "TextEncoding.h"
 
 /// What was not given is decided by the subject and its level, or by the model that is learned into.
@@ -32,6 +33,7 @@ struct LearningOptions {
   std::optional<int> durationGrid;
   std::optional<Tracks> tracks;
   std::vector<int> skippedChannels;  ///< 1 to 16
+  ReadingOptions reading;
 
   // numbers
   std::optional<int> ocronType;
@@ -45,6 +47,8 @@ struct GenerationOptions {
   long long seed = 31459;
   Method method = Method::random;
   std::optional<int> matrixID;  ///< music
+  std::optional<double> tempo;  ///< music
+  ReadingOptions reading;       ///< of the start; told with the learning options where both are there
   std::string out;
 
   // texts
@@ -75,6 +79,8 @@ void addLearningOptions(
     const std::string& what = "Files of one kind (text, MIDI and kern, numbers), or folders of them; - is standard input");
 void addGenerationOptions(CLI::App& verb, GenerationOptions& options);
 void addLevelOption(CLI::App& verb, std::optional<Level>& level);
+/// Of MIDI and kern files.
+void addReadingOptions(CLI::App& verb, ReadingOptions& options);
 void addKindOptions(CLI::App& verb, std::optional<Kind>& kind);
 void addTalkOptions(CLI::App& verb, TalkOptions& options);
 

@@ -98,6 +98,7 @@ class TextMaterial : public Material {
 
   std::unique_ptr<Continuation> continuation(Matrix& matrix, const GenerationOptions& options) const override {
     if (options.matrixID) throw Failure{ExitCode::usage, "--matrix is for music: of texts --start chooses the language"};
+    if (options.tempo) throw Failure{ExitCode::usage, "--tempo is for music"};
     const Level level = options.level.value_or(matrix.hasWords() ? Level::words : Level::letters);
     if (level == Level::letters && matrix.hasWords() && !holdsRunsOfLetters(matrix)) {
       throw Failure{ExitCode::badInput, "the model holds words alone, no runs of letters: continue it with --level words"};

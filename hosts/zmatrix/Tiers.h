@@ -73,6 +73,10 @@
   static constexpr auto learnCharacters = s_updateMatrixWithLongANSISequence##suffix;             \
   static constexpr auto learnMidi = s_updateMatrixWithMIDIFile##suffix;                           \
   static constexpr auto learnKern = s_updateMatrixWithKERNFile##suffix;                           \
+  static constexpr auto learnScore = zq_updateMatrixWithScore##suffix;                            \
+  static constexpr auto learnedReadings = zq_getLearnedReadings##suffix;                          \
+  static constexpr auto learnedTempo = zq_getLearnedTempo##suffix;                                \
+  static constexpr auto compose = zq_createGeneratedScore##suffix;                                \
   static constexpr auto learnSeries = s_updateMatrixWithLongINTSequence##suffix;                  \
   static constexpr auto writeMidi = zq_readMidiObjexsAndWriteToMidiFile##suffix;                  \
   static constexpr auto itemsBehind = s_getWriteCountWithSuccessorFromElement##suffix;            \

@@ -455,6 +455,16 @@ int zq_readItems_Medium(ZQMatrixMedium* matrix, int numberOfItems, int* items, d
 int zq_readSuccessors(ZQMatrix* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts);
 int zq_readSuccessors_Medium(ZQMatrixMedium* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts);
 
+/// What goes on from the beginning of a learned sequence, for hosts that begin sentences as learned ones begin: a phrase is
+/// counted wherever it stands, and what follows it within a sequence is taken off. The items must have one coordinate.
+/// `beginning`: `length` items, preprocessed; with `length` 0 the first items. It must be two items shorter than the phrase limit,
+/// so that a phrase holds it with what stands before and behind it. `capacity`: items that the arrays have room for.
+/// `items` gets the items, `counts` how often each goes on so, 0 for those that do so within sequences alone.
+/// Result: how many there are; all are given if `capacity` is not less, else none can be used; -1 if the counts can't tell, as in
+/// a matrix that rules were taken from, or if memory has run out.
+int zq_readSentenceStarts(ZQMatrix* matrix, const int* beginning, int length, int capacity, int* items, int* counts);
+int zq_readSentenceStarts_Medium(ZQMatrixMedium* matrix, const int* beginning, int length, int capacity, int* items, int* counts);
+
 // ---- Scores -------------------------------------------------------------------------------------------------------------------
 
 /// Releases a score with all that belongs to it. Null is ignored.
@@ -462,6 +472,45 @@ void zq_deleteScore(zq_Score* score);
 
 /// What a finding (zq_ScoreFindingKind) says, in a few words. The text is the library's; it is empty for other numbers.
 const char* zq_textOfScoreFinding(int kind);
+
+// ---- Learning from scores -----------------------------------------------------------------------------------------------------
+
+/// What feeding a score by these settings would do, if the matrix had room for all of it: its runs and what is left out.
+/// Result: a report for zq_deleteScoreFeedReport; null for a null argument, a score that is none, or exhausted memory.
+zq_ScoreFeedReport* zq_createScoreFeedPlan(const zq_Score* score, const zq_ScoreFeedSettings* settings);
+
+/// Learns a score by the basic level's block, which has to be that of a profile of music, run after run: each goes to the
+/// sub-matrix of its meter, texture, sound and coding. In an empty matrix as many are reserved as the score needs; one that
+/// holds something has to have them (`s_setMaxNumberOfMatrices`). Nothing of a score is dropped unless the report says so.
+/// `fileName`: for the records; null for none.
+/// Result: a report for zq_deleteScoreFeedReport; null for a score that is none, or for exhausted memory.
+zq_ScoreFeedReport* zq_updateMatrixWithScore(ZQMatrix* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion);
+zq_ScoreFeedReport* zq_updateMatrixWithScore_Medium(ZQMatrixMedium* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion);
+
+/// Releases a report with all that belongs to it. Null is ignored.
+void zq_deleteScoreFeedReport(zq_ScoreFeedReport* report);
+
+/// Why notes are not learned (zq_ScoreCause), in a few words; "learned" for 0. The text is the library's; it is empty for other
+/// numbers.
+const char* zq_textOfScoreCause(int cause);
+
+/// The median of the tempi of the scores that the current sub-matrix has learned, in quarter notes a minute. They stand with the
+/// names of the files, so that they are saved.
+/// Result: 0 if none is known.
+double zq_getLearnedTempo(ZQMatrix* matrix);
+double zq_getLearnedTempo_Medium(ZQMatrixMedium* matrix);
+
+/// How the music that the matrix holds was read.
+/// Result: 0 no music, 1 by the classic readers, 2 as scores, 3 both.
+int zq_getLearnedReadings(ZQMatrix* matrix);
+int zq_getLearnedReadings_Medium(ZQMatrixMedium* matrix);
+
+/// Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but gives the music as a score, in the meter of the current sub-matrix
+/// and with a part for each sound. `quartersPerMinute`: its tempo; 0 or less for the one of `zq_getLearnedTempo`, or 120 where
+/// none is known. `result`, if not null, gets 1, a negative result of that function, or -7 if memory has run out.
+/// Result: a new score for zq_deleteScore, or null.
+zq_Score* zq_createGeneratedScore(ZQMatrix* matrix, int numberOfObjex, double quartersPerMinute, int* result);
+zq_Score* zq_createGeneratedScore_Medium(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result);
 
 // ---- Scores from kern files ---------------------------------------------------------------------------------------------------
 

@@ -191,8 +191,9 @@ typedef struct zq_KernReport {
 
 /// What a score was read from.
 typedef enum zq_ScoreFormat {
-  zq_ScoreMidi = 1,  ///< a Standard MIDI File
-  zq_ScoreKern = 2,  ///< a Humdrum **kern file
+  zq_ScoreMidi = 1,       ///< a Standard MIDI File
+  zq_ScoreKern = 2,       ///< a Humdrum **kern file
+  zq_ScoreGenerated = 3,  ///< a matrix, which has composed it
 } zq_ScoreFormat;
 
 /// How the reading of a score ended.
@@ -335,6 +336,71 @@ typedef struct zq_Score {
   const zq_ScoreFinding* findings;  ///< in the order in which they were found
   long long findingCounts[24];      ///< how often each zq_ScoreFindingKind was found, listed or not
 } zq_Score;
+
+/// Why notes of a score are not learned.
+typedef enum zq_ScoreCause {
+  zq_ScoreLearned = 0,             ///< they are
+  zq_ScoreAlone = 1,               ///< the only note of its part: music is learned as steps from note to note
+  zq_ScoreSkippedChannel = 2,      ///< its channel is one that the settings leave out
+  zq_ScoreSkippedPercussion = 3,   ///< drums, percussion and effects are left out
+  zq_ScoreMeterOutOfRange = 4,     ///< no meter of up to 255 beats has its bar lines
+  zq_ScoreDurationOutOfRange = 5,  ///< it lasts longer than 87,381 whole notes
+  zq_ScoreNoSubMatrix = 6,         ///< all sub-matrices that are reserved hold something else
+  zq_ScoreNotTaken = 7,            ///< the matrix can't take the run: its settings, its limits or memory
+  zq_ScoreNoMusicSettings = 8,     ///< the settings are none of music
+  zq_ScoreNumberOfCauses = 9,      ///< how many there are
+} zq_ScoreCause;
+
+/// By what a score is fed, as the basic level's block has it.
+typedef struct zq_ScoreFeedSettings {
+  int preProcessingType;            ///< 1, or 1002 to 1004
+  int noteOnQuantization;           ///< onsets go to multiples of 12288 / this, in quanta
+  int durationQuantization;         ///< the same for durations
+  int midiTrackAnalyze;             ///< 0 each part, 1 all merged, 2 both
+  int leavesOutPercussion;          ///< not 0: notes of drums, percussion and effects are left out
+  unsigned char channelFilter[16];  ///< not 0 leaves out the channel
+} zq_ScoreFeedSettings;
+
+/// Notes that are learned as one sequence: those of a part, or of all, as long as a meter holds.
+typedef struct zq_ScoreRun {
+  long long onset;           ///< numerator of the onset of its first note
+  int onsetDenominator;      ///< denominator of it
+  int part;                  ///< index of its part, or -1 for all merged
+  long long notes;           ///< in it
+  int numerator;             ///< of the meter that is learned; 0 for none
+  int denominator;           ///< of the meter that is learned
+  int writtenNumerator;      ///< of the meter in the file
+  int writtenDenominator;    ///< of the meter in the file
+  int hasAssumedMeter;       ///< 1 if the file gives none there, so that it is 4/4
+  int subType;               ///< ZQMidiSubType...
+  int soundID;               ///< ZQMatrixSound... of all its notes, 0 for several
+  int preProcessingType;     ///< that it is learned with: drums and single sounds change it
+  int matrixID;              ///< of the sub-matrix that has learned it, or -1
+  int cause;                 ///< zq_ScoreCause
+  double quartersPerMinute;  ///< the tempo that half of its time is slower than; 0 where the file says none
+} zq_ScoreRun;
+
+/// What was learned of a score. All belongs to the report. A note that is learned in its part or in the merged run counts as learned.
+typedef struct zq_ScoreFeedReport {
+  int result;                      ///< of the last update, 0 if none ran
+  int numberOfSubMatrices;         ///< that the runs need, one for each meter, texture, sound and coding
+  int hasNoMeter;                  ///< 1 if the score has no meter at all
+  int reserved;                    ///< 0
+  long long notes;                 ///< of the score
+  long long notesLearned;          ///< of them
+  long long notesFed;              ///< of all runs that were learned: both in a part and merged counts twice
+  long long leftOut[9];            ///< notes by zq_ScoreCause
+  long long shortenedRests;        ///< rests of more than 32 bars, which are learned as 32 bars and what is beyond whole bars
+  long long onsetsMoved;           ///< notes that the grid has moved
+  long long durationsMoved;        ///< notes whose duration the grid has changed
+  long long notesWithoutDuration;  ///< notes of no duration, which get one step of the grid
+  double largestOnsetMove;         ///< quanta
+  double meanOnsetMove;            ///< quanta, of all notes
+  double largestDurationMove;      ///< quanta
+  double meanDurationMove;         ///< quanta, of all notes with a duration
+  long long numberOfRuns;          ///< of those that follow
+  const zq_ScoreRun* runs;         ///< part after part, then merged
+} zq_ScoreFeedReport;
 
 /// What became of a score that was to be written.
 typedef enum zq_ScoreWritingState {

@@ -33,7 +33,7 @@ def described_part(part):
     described = {'name': part.name, 'type': part.type, 'kind': part.kind}
     if part.kind == 'none':
         return {'type': 'void', 'kind': 'none'}
-    if part.name == 'result':
+    if part.name is None:
         del described['name']
     elif part.kind != 'variadic':
         described['direction'] = part.direction

@@ -196,7 +196,7 @@ class Signatures:
     # --- results
 
     def result(self, row, type_name, arguments):
-        part = Part('result', type_name, 'none' if type_name == 'void' else self.kind_of(type_name))
+        part = Part(None, type_name, 'none' if type_name == 'void' else self.kind_of(type_name))
         part.direction = 'out'
         if '*' not in type_name:
             return part

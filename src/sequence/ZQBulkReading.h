@@ -2,7 +2,9 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 
+#include "frame/ZQMemory.h"
 #include "frame/ZQSystemOwned.h"
 #include "store/ZQMatrixElements.h"
 
@@ -45,6 +47,34 @@ int readSuccessors(Matrix* matrix, const int* context, int length, int capacity,
     if (starts != nullptr) starts[at] = element->getWriteCountWithoutPredecessor();
   }
   return count;
+}
+
+/// What goes on from the beginning of a sentence: what follows it anywhere, less what follows it within one.
+template <class Matrix>
+int readSentenceStarts(Matrix* matrix, const int* beginning, int length, int capacity, int* items, int* counts) {
+  if (matrix->getMatrixInfo()->getCoordinateDimension() != 1 || items == nullptr || counts == nullptr || length < 0) return -1;
+  const int followers = readSuccessors(matrix, beginning, length, capacity, items, counts, length == 0 ? counts : nullptr);
+  if (followers < 0 || followers > capacity) return followers;
+  int kinds = 0;
+  const SystemOwned<int> first(length == 0 ? nullptr
+                                           : matrix->getSuccessorHandlesFromMatrixHandle(matrix->getCurrentMatrixID(), &kinds));
+  const SystemOwned<int> within(static_cast<int*>(systemMalloc((static_cast<std::size_t>(length) + 1) * sizeof(int))));
+  if (within == nullptr) return -1;
+  if (length > 0) std::copy_n(beginning, length, within.get() + 1);
+  for (int kind = 0; kind < kinds; ++kind) {
+    within[0] = *matrix->getObjexFromMatrixHandle(first[kind]);
+    const int handle = matrix->getMatrixHandleFromElementVector(within.get(), length + 1);
+    int count = 0;
+    const SystemOwned<int> handles(handle < 0 ? nullptr : matrix->getSuccessorHandlesFromMatrixHandle(handle, &count));
+    for (int at = 0; handles != nullptr && at < count; ++at) {
+      int* const place = std::find(items, items + followers, *matrix->getObjexFromMatrixHandle(handles[at]));
+      if (place == items + followers) return -1;
+      int& rest = counts[place - items];
+      rest -= matrix->getMatrixElementFromMatrixHandle(handles[at])->getWriteCount();
+      if (rest < 0) return -1;
+    }
+  }
+  return followers;
 }
 
 }  // namespace zmatrix

@@ -143,7 +143,7 @@ TEST_F(MusicTest, TellsWhatIsLostOfAFile) {
   ASSERT_NE(single, lost["tracks"].end());
   EXPECT_EQ((*single)["notes_learned"], 0);
   EXPECT_NE((*single)["verdict"], "learned");
-  const RunResult learned = zmatrix("learn lost.mid -o model");
+  const RunResult learned = zmatrix("learn lost.mid -o model --reading classic");
   EXPECT_NE(learned.talk.find("left out 1 track: "), std::string::npos) << learned.talk;
   EXPECT_NE(learned.talk.find("left out 1 note that nothing ends"), std::string::npos) << learned.talk;
   EXPECT_EQ(zmatrix("learn lost.mid -q -o model").talk, "");
@@ -164,8 +164,8 @@ TEST_F(MusicTest, EndsWithOneCodePerKindOfFault) {
     const char* said;
   };
   const Case cases[] = {
-      {"continue no-meter.mid --out n.mid", 3, "nothing to learn: 1 track: the file has no time signature"},
-      {"continue folder --out n.mid", 3, "1 file: no MIDI file"},
+      {"continue no-meter.mid --reading classic --out n.mid", 3, "nothing to learn: 1 track: the file has no time signature"},
+      {"continue folder/broken.mid --as midi --out n.mid", 3, "1 file: no MIDI file"},
       {"continue text.txt --as midi --out n.mid", 3, "1 file: no MIDI file"},
       {"continue cut.mid --count 1 --out c.mid", 0, "1 file not read to the end"},
       {"inspect folder", 3, "folder/broken.mid: no MIDI file"},
@@ -200,12 +200,12 @@ TEST_F(MusicTest, ReadsScores) {
   EXPECT_EQ(good["notes"], 32);
   EXPECT_EQ(good["errors"], 0);
   EXPECT_EQ(good["meters"].size(), 2u);
-  const Json wrong = inspect("wrong.krn", 3)[0];
+  const Json wrong = inspect("--reading classic wrong.krn", 3)[0];
   EXPECT_EQ(wrong["findings"][0]["line"], 6);
 
   EXPECT_EQ(zmatrix("convert score.krn score.mid").exitCode, 0);
   EXPECT_EQ(notesIn("score.mid"), 32);
-  const RunResult refused = zmatrix("convert wrong.krn wrong.mid");
+  const RunResult refused = zmatrix("convert wrong.krn wrong.mid --reading classic");
   EXPECT_EQ(refused.exitCode, 3);
   EXPECT_NE(refused.talk.find("wrong.krn: line 6"), std::string::npos) << refused.talk;
   EXPECT_EQ(zmatrix("continue score.krn --count 20 --seed 2 --out a.mid").exitCode, 0);

@@ -44,6 +44,8 @@ struct TierCalls;
   static constexpr auto setTrackAnalyze = s_setGlobalMidiTrackAnalyze##suffix;                                \
   static constexpr auto learnMidi = s_updateMatrixWithMIDIFile##suffix;                                       \
   static constexpr auto writeMidi = zq_readMidiObjexsAndWriteToMidiFile##suffix;                              \
+  static constexpr auto learnScore = zq_updateMatrixWithScore##suffix;                                        \
+  static constexpr auto compose = zq_createGeneratedScore##suffix;                                            \
   static constexpr auto start = s_initializeKernelSequenceWithOriginalSequence##suffix;                       \
   static constexpr auto read = s_readObjexFromMatrix##suffix;                                                 \
   static constexpr auto prune = s_removeOverDeterminedElements##suffix;                                       \

@@ -330,6 +330,29 @@ TYPED_TEST(FailingMemoryOfLearningTest, music) {
     C::setCurrent(matrix, 1);
     return numbered(result, 0);
   });
+  zq_Score* const score = zq_createScoreFromMidiFile(path.c_str());
+  const auto learnScore = [&](auto* matrix) {
+    C::setMusicBlock(matrix);
+    zq_ScoreFeedReport* const report = C::learnScore(matrix, score, "tune.mid", 0);
+    const long long notes = report == nullptr || report->notesLearned != report->notes ? 0 : report->notesLearned;
+    zq_deleteScoreFeedReport(report);
+    return static_cast<int>(notes);
+  };
+  this->runs.failEach("learn a score", [&](auto* matrix) {
+    const int notes = learnScore(matrix);
+    return notes == 0 ? std::string() : numbered(notes, C::numberOfWrites(matrix));
+  });
+  this->runs.failEach("compose a score", [&](auto* matrix) {
+    if (learnScore(matrix) == 0) return std::string();
+    C::setCurrent(matrix, 2);
+    int result = 0;
+    zq_Score* const composed = C::compose(matrix, 8, 0, &result);
+    C::setCurrent(matrix, 1);
+    EXPECT_EQ(composed != nullptr, result == 1);
+    zq_deleteScore(composed);
+    return result == 1 ? std::string("composed") : std::string();
+  });
+  zq_deleteScore(score);
   std::filesystem::remove(target);
 }
 

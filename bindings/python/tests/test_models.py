@@ -1,4 +1,5 @@
 """Learning, continuing, measuring, and files."""
+import ctypes
 import json
 import math
 import pathlib
@@ -85,3 +86,31 @@ def test_learning_on_adds_to_the_model(harbour):
     before = len(model)
     info = model.learn('A second sentence stands here.').info
     assert info.items == len(model) > before and info.kind == 'text' and info.tier == 'medium' and info.order == 8
+
+
+def test_bulk_functions_say_what_the_single_ones_say():
+    one, other = (zmatrix.learn('A cat sat. A dog sat down. The cat ran. ' * 5) for _ in range(2))
+    handle, probability, stop = one._handle, ctypes.c_double(), ctypes.c_double()
+    with handle.use():
+        single = []
+        handle.call('setSuccessorRandomValue', 0, 5)
+        while len(single) < 300:
+            item = handle.call('readObjexFromMatrix', ctypes.byref(probability), ctypes.byref(stop))
+            single.append((item[0], probability.value, stop.value) if item else None)
+    handle = other._handle
+    with handle.use():
+        handle.call('setSuccessorRandomValue', 0, 5)
+        bulk, items, shares, stops = [], (ctypes.c_int * 300)(), (ctypes.c_double * 300)(), (ctypes.c_double * 300)()
+        while len(bulk) < 300:
+            found = handle.call_zq('readItems', 300, items, shares, stops)
+            bulk += list(zip(items[:found], shares, stops)) + [None]
+        assert bulk[:300] == single
+        counts = (ctypes.c_int * 9)()
+        assert handle.call_zq('readSuccessors', (ctypes.c_int * 2)(*b'A '), 2, 1, items, counts, None) == 2
+        assert handle.call_zq('readSuccessors', (ctypes.c_int * 2)(*b'A '), 2, 9, items, counts, None) == 2
+        assert dict(zip(items[:2], counts)) == {ord('c'): 5, ord('d'): 5}
+        assert handle.call_zq('readSuccessors', (ctypes.c_int * 2)(*b'xx'), 2, 9, items, counts, None) == -1
+        found = handle.call_zq('readSentenceStarts', (ctypes.c_int * 1)(*b'T'), 1, 9, items, counts)
+        assert (found, items[0], counts[0]) == (1, ord('h'), 5)
+        found = handle.call_zq('readSentenceStarts', None, 0, 300, items, (many := (ctypes.c_int * 300)()))
+        assert {items[at]: many[at] for at in range(found) if many[at]} == {ord('A'): 10, ord('T'): 5}

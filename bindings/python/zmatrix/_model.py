@@ -78,7 +78,7 @@ class Model:
             for source in sources:
                 {'text': self._learn_text, 'numbers': self._learn_numbers}.get(source.kind, self._learn_music)(source)
             if self._items() == before:
-                raise InputError('nothing to learn: ' + (last_message() if wanted == 'music' else f'the input holds no {wanted}'))
+                raise InputError(f'nothing to learn: the input holds no {wanted}')
         return self
 
     def _check(self, result: int, source: Source) -> None:
@@ -111,11 +111,23 @@ class Model:
         handle.call('initializeKernelSequenceWithOriginalSequence', ints(source.content[-64:]), min(len(source.content), 64), 1)
 
     def _learn_music(self, source: Source) -> None:
-        _prepare_music(self._handle, self._handle.call('getGlobalMaxPhraseLengthForUpdateWithSequence'))
-        notes = ctypes.c_int()
-        feed = 'updateMatrixWithMIDIFile' if source.kind == 'midi' else 'updateMatrixWithKERNFile'
-        with _file_of(source) as path:
-            self._handle.call(feed, path.encode(), ctypes.byref(notes))
+        handle = self._handle
+        _prepare_music(handle, handle.call('getGlobalMaxPhraseLengthForUpdateWithSequence'))
+        size, content = len(source.content), source.content
+        if source.kind == 'midi':
+            score = raw.zq_createScoreFromMidiData((ctypes.c_ubyte * size).from_buffer_copy(content), size)
+        else:
+            score = raw.zq_createScoreFromKernData(content, size, 0)
+        report = score and handle.call_zq('updateMatrixWithScore', score, source.name.encode(), 0)
+        raw.zq_deleteScore(score)
+        if not report:
+            raise LimitError('out of memory')
+        left_out = list(report.contents.leftOut)
+        raw.zq_deleteScoreFeedReport(report)
+        if left_out[raw.zq_ScoreNoSubMatrix]:
+            raise LimitError(f'{source.name} needs more sub-matrices than the model has, one for each meter, kind and sound')
+        if left_out[raw.zq_ScoreNotTaken]:
+            raise LimitError(f'the matrix could not take all of {source.name}')
 
     # --- continuing
 
@@ -159,13 +171,17 @@ class Model:
         """Continues music into a MIDI file and returns how many notes it has."""
         if self._kind != 'music':
             raise InputError('the model holds no music')
-        notes = ctypes.c_int()
+        result, writing = ctypes.c_int(), raw.zq_ScoreWriting()
         with self._handle.use():
             self._begin(start, seed, None, 'random')
-            result = self._handle.call_zq('readMidiObjexsAndWriteToMidiFile', count, os.fsencode(path), ctypes.byref(notes))
-        if result < 1:
-            raise ZmatrixError(f'cannot write {path}: {last_message() or result}')
-        return notes.value
+            score = self._handle.call_zq('createGeneratedScore', count, 0.0, ctypes.byref(result))
+            if not score:
+                raise ZmatrixError(f'no music can be made: {last_message() or result.value}')
+            raw.zq_writeScoreToMidiFile(score, os.fsencode(path), ctypes.byref(writing))
+            raw.zq_deleteScore(score)
+        if writing.state != raw.zq_ScoreWritten:
+            raise ZmatrixError(f'cannot write {path}')
+        return int(writing.notes)
 
     def _begin(self, start: Any, seed: Optional[int], order: Optional[int], method: str) -> Tuple[Reading, Any]:
         handle = self._handle
@@ -482,23 +498,6 @@ def _unpickle(data: bytes) -> Model:
         path = pathlib.Path(folder, 'model')
         path.write_bytes(data)
         return Model.load(path)
-
-
-class _file_of:
-    """The file of a source: its own, or one made of its bytes."""
-
-    def __init__(self, source: Source) -> None:
-        self._source, self._folder = source, tempfile.TemporaryDirectory()
-
-    def __enter__(self) -> str:
-        if os.path.isfile(self._source.name):
-            return self._source.name
-        path = pathlib.Path(self._folder.name, 'tune.krn' if self._source.kind == 'kern' else 'tune.mid')
-        path.write_bytes(self._source.content)
-        return str(path)
-
-    def __exit__(self, *_: Any) -> None:
-        self._folder.cleanup()
 
 
 def _as_array(numbers: List[int]) -> Any:

@@ -110,6 +110,7 @@ zq_KernGraceNoteTakesTime = 15
 zq_KernNumberOfDepartures = 16
 zq_ScoreMidi = 1
 zq_ScoreKern = 2
+zq_ScoreGenerated = 3
 zq_ScoreNotFound = 0
 zq_ScoreOtherFormat = 1
 zq_ScoreCutShort = 2
@@ -145,6 +146,16 @@ zq_ScoreMissingTracks = 21
 zq_ScoreSecondsAsTime = 22
 zq_ScoreBadEvent = 23
 zq_ScoreNumberOfKinds = 24
+zq_ScoreLearned = 0
+zq_ScoreAlone = 1
+zq_ScoreSkippedChannel = 2
+zq_ScoreSkippedPercussion = 3
+zq_ScoreMeterOutOfRange = 4
+zq_ScoreDurationOutOfRange = 5
+zq_ScoreNoSubMatrix = 6
+zq_ScoreNotTaken = 7
+zq_ScoreNoMusicSettings = 8
+zq_ScoreNumberOfCauses = 9
 zq_ScoreRefused = 0
 zq_ScoreWritten = 1
 zq_ScoreTooLarge = -1
@@ -588,6 +599,63 @@ class zq_Score(Structure):
         ('numberOfFindings', c_int),
         ('findings', POINTER(zq_ScoreFinding)),
         ('findingCounts', c_longlong * 24),
+    ]
+
+
+class zq_ScoreFeedSettings(Structure):
+    """By what a score is fed, as the basic level's block has it."""
+    _fields_ = [
+        ('preProcessingType', c_int),
+        ('noteOnQuantization', c_int),
+        ('durationQuantization', c_int),
+        ('midiTrackAnalyze', c_int),
+        ('leavesOutPercussion', c_int),
+        ('channelFilter', c_ubyte * 16),
+    ]
+
+
+class zq_ScoreRun(Structure):
+    """Notes that are learned as one sequence: those of a part, or of all, as long as a meter holds."""
+    _fields_ = [
+        ('onset', c_longlong),
+        ('onsetDenominator', c_int),
+        ('part', c_int),
+        ('notes', c_longlong),
+        ('numerator', c_int),
+        ('denominator', c_int),
+        ('writtenNumerator', c_int),
+        ('writtenDenominator', c_int),
+        ('hasAssumedMeter', c_int),
+        ('subType', c_int),
+        ('soundID', c_int),
+        ('preProcessingType', c_int),
+        ('matrixID', c_int),
+        ('cause', c_int),
+        ('quartersPerMinute', c_double),
+    ]
+
+
+class zq_ScoreFeedReport(Structure):
+    """What was learned of a score. All belongs to the report. A note that is learned in its part or in the merged run counts as learned."""
+    _fields_ = [
+        ('result', c_int),
+        ('numberOfSubMatrices', c_int),
+        ('hasNoMeter', c_int),
+        ('reserved', c_int),
+        ('notes', c_longlong),
+        ('notesLearned', c_longlong),
+        ('notesFed', c_longlong),
+        ('leftOut', c_longlong * 9),
+        ('shortenedRests', c_longlong),
+        ('onsetsMoved', c_longlong),
+        ('durationsMoved', c_longlong),
+        ('notesWithoutDuration', c_longlong),
+        ('largestOnsetMove', c_double),
+        ('meanOnsetMove', c_double),
+        ('largestDurationMove', c_double),
+        ('meanDurationMove', c_double),
+        ('numberOfRuns', c_longlong),
+        ('runs', POINTER(zq_ScoreRun)),
     ]
 
 
@@ -1790,8 +1858,21 @@ zq_readItems = _function('zq_readItems', c_int, POINTER(ZQMatrix), c_int, POINTE
 zq_readItems_Medium = _function('zq_readItems_Medium', c_int, POINTER(ZQMatrixMedium), c_int, POINTER(c_int), POINTER(c_double), POINTER(c_double))
 zq_readSuccessors = _function('zq_readSuccessors', c_int, POINTER(ZQMatrix), POINTER(c_int), c_int, c_int, POINTER(c_int), POINTER(c_int), POINTER(c_int))
 zq_readSuccessors_Medium = _function('zq_readSuccessors_Medium', c_int, POINTER(ZQMatrixMedium), POINTER(c_int), c_int, c_int, POINTER(c_int), POINTER(c_int), POINTER(c_int))
+zq_readSentenceStarts = _function('zq_readSentenceStarts', c_int, POINTER(ZQMatrix), POINTER(c_int), c_int, c_int, POINTER(c_int), POINTER(c_int))
+zq_readSentenceStarts_Medium = _function('zq_readSentenceStarts_Medium', c_int, POINTER(ZQMatrixMedium), POINTER(c_int), c_int, c_int, POINTER(c_int), POINTER(c_int))
 zq_deleteScore = _function('zq_deleteScore', None, POINTER(zq_Score))
 zq_textOfScoreFinding = _function('zq_textOfScoreFinding', c_char_p, c_int)
+zq_createScoreFeedPlan = _function('zq_createScoreFeedPlan', POINTER(zq_ScoreFeedReport), POINTER(zq_Score), POINTER(zq_ScoreFeedSettings))
+zq_updateMatrixWithScore = _function('zq_updateMatrixWithScore', POINTER(zq_ScoreFeedReport), POINTER(ZQMatrix), POINTER(zq_Score), c_char_p, c_int)
+zq_updateMatrixWithScore_Medium = _function('zq_updateMatrixWithScore_Medium', POINTER(zq_ScoreFeedReport), POINTER(ZQMatrixMedium), POINTER(zq_Score), c_char_p, c_int)
+zq_deleteScoreFeedReport = _function('zq_deleteScoreFeedReport', None, POINTER(zq_ScoreFeedReport))
+zq_textOfScoreCause = _function('zq_textOfScoreCause', c_char_p, c_int)
+zq_getLearnedTempo = _function('zq_getLearnedTempo', c_double, POINTER(ZQMatrix))
+zq_getLearnedTempo_Medium = _function('zq_getLearnedTempo_Medium', c_double, POINTER(ZQMatrixMedium))
+zq_getLearnedReadings = _function('zq_getLearnedReadings', c_int, POINTER(ZQMatrix))
+zq_getLearnedReadings_Medium = _function('zq_getLearnedReadings_Medium', c_int, POINTER(ZQMatrixMedium))
+zq_createGeneratedScore = _function('zq_createGeneratedScore', POINTER(zq_Score), POINTER(ZQMatrix), c_int, c_double, POINTER(c_int))
+zq_createGeneratedScore_Medium = _function('zq_createGeneratedScore_Medium', POINTER(zq_Score), POINTER(ZQMatrixMedium), c_int, c_double, POINTER(c_int))
 zq_createScoreFromKernFile = _function('zq_createScoreFromKernFile', POINTER(zq_Score), c_char_p, c_int)
 zq_createScoreFromKernData = _function('zq_createScoreFromKernData', POINTER(zq_Score), c_char_p, c_longlong, c_int)
 zq_createScoreFromMidiFile = _function('zq_createScoreFromMidiFile', POINTER(zq_Score), c_char_p)

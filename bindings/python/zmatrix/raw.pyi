@@ -101,6 +101,7 @@ zq_KernGraceNoteTakesTime: int
 zq_KernNumberOfDepartures: int
 zq_ScoreMidi: int
 zq_ScoreKern: int
+zq_ScoreGenerated: int
 zq_ScoreNotFound: int
 zq_ScoreOtherFormat: int
 zq_ScoreCutShort: int
@@ -136,6 +137,16 @@ zq_ScoreMissingTracks: int
 zq_ScoreSecondsAsTime: int
 zq_ScoreBadEvent: int
 zq_ScoreNumberOfKinds: int
+zq_ScoreLearned: int
+zq_ScoreAlone: int
+zq_ScoreSkippedChannel: int
+zq_ScoreSkippedPercussion: int
+zq_ScoreMeterOutOfRange: int
+zq_ScoreDurationOutOfRange: int
+zq_ScoreNoSubMatrix: int
+zq_ScoreNotTaken: int
+zq_ScoreNoMusicSettings: int
+zq_ScoreNumberOfCauses: int
 zq_ScoreRefused: int
 zq_ScoreWritten: int
 zq_ScoreTooLarge: int
@@ -448,6 +459,48 @@ class zq_Score(Structure):
     numberOfFindings: int
     findings: _Pointer[zq_ScoreFinding]
     findingCounts: Any
+class zq_ScoreFeedSettings(Structure):
+    preProcessingType: int
+    noteOnQuantization: int
+    durationQuantization: int
+    midiTrackAnalyze: int
+    leavesOutPercussion: int
+    channelFilter: Any
+class zq_ScoreRun(Structure):
+    onset: int
+    onsetDenominator: int
+    part: int
+    notes: int
+    numerator: int
+    denominator: int
+    writtenNumerator: int
+    writtenDenominator: int
+    hasAssumedMeter: int
+    subType: int
+    soundID: int
+    preProcessingType: int
+    matrixID: int
+    cause: int
+    quartersPerMinute: float
+class zq_ScoreFeedReport(Structure):
+    result: int
+    numberOfSubMatrices: int
+    hasNoMeter: int
+    reserved: int
+    notes: int
+    notesLearned: int
+    notesFed: int
+    leftOut: Any
+    shortenedRests: int
+    onsetsMoved: int
+    durationsMoved: int
+    notesWithoutDuration: int
+    largestOnsetMove: float
+    meanOnsetMove: float
+    largestDurationMove: float
+    meanDurationMove: float
+    numberOfRuns: int
+    runs: _Pointer[zq_ScoreRun]
 class zq_ScoreWriting(Structure):
     state: int
     division: int
@@ -2741,10 +2794,36 @@ def zq_readSuccessors(matrix: Any, context: Any, length: int, capacity: int, ite
     """What was learned behind a context, with how often each item was: the choice that reading draws from. `context`: `length` integers, preprocessed, as they are stored; `length` 0 for all single items. `capacity`: items that the arrays have room for. `items` gets `coordinateDimension` integers of each, `counts` how often it was learned there, `starts` how often of these the context began a sequence; both may be null. Result: how many there are, of which the first `capacity` are given; 0 for a context that nothing follows; -1 for one that was not learned, and if memory has run out."""
 def zq_readSuccessors_Medium(matrix: Any, context: Any, length: int, capacity: int, items: Any, counts: Any, starts: Any) -> int:
     """What was learned behind a context, with how often each item was: the choice that reading draws from. `context`: `length` integers, preprocessed, as they are stored; `length` 0 for all single items. `capacity`: items that the arrays have room for. `items` gets `coordinateDimension` integers of each, `counts` how often it was learned there, `starts` how often of these the context began a sequence; both may be null. Result: how many there are, of which the first `capacity` are given; 0 for a context that nothing follows; -1 for one that was not learned, and if memory has run out."""
+def zq_readSentenceStarts(matrix: Any, beginning: Any, length: int, capacity: int, items: Any, counts: Any) -> int:
+    """What goes on from the beginning of a learned sequence, for hosts that begin sentences as learned ones begin: a phrase is counted wherever it stands, and what follows it within a sequence is taken off. The items must have one coordinate. `beginning`: `length` items, preprocessed; with `length` 0 the first items. It must be two items shorter than the phrase limit, so that a phrase holds it with what stands before and behind it. `capacity`: items that the arrays have room for. `items` gets the items, `counts` how often each goes on so, 0 for those that do so within sequences alone. Result: how many there are; all are given if `capacity` is not less, else none can be used; -1 if the counts can't tell, as in a matrix that rules were taken from, or if memory has run out."""
+def zq_readSentenceStarts_Medium(matrix: Any, beginning: Any, length: int, capacity: int, items: Any, counts: Any) -> int:
+    """What goes on from the beginning of a learned sequence, for hosts that begin sentences as learned ones begin: a phrase is counted wherever it stands, and what follows it within a sequence is taken off. The items must have one coordinate. `beginning`: `length` items, preprocessed; with `length` 0 the first items. It must be two items shorter than the phrase limit, so that a phrase holds it with what stands before and behind it. `capacity`: items that the arrays have room for. `items` gets the items, `counts` how often each goes on so, 0 for those that do so within sequences alone. Result: how many there are; all are given if `capacity` is not less, else none can be used; -1 if the counts can't tell, as in a matrix that rules were taken from, or if memory has run out."""
 def zq_deleteScore(score: Any) -> None:
     """Releases a score with all that belongs to it. Null is ignored."""
 def zq_textOfScoreFinding(kind: int) -> bytes:
     """What a finding (zq_ScoreFindingKind) says, in a few words. The text is the library's; it is empty for other numbers."""
+def zq_createScoreFeedPlan(score: Any, settings: Any) -> _Pointer[zq_ScoreFeedReport]:
+    """What feeding a score by these settings would do, if the matrix had room for all of it: its runs and what is left out. Result: a report for zq_deleteScoreFeedReport; null for a null argument, a score that is none, or exhausted memory."""
+def zq_updateMatrixWithScore(matrix: Any, score: Any, fileName: Optional[bytes], leavesOutPercussion: int) -> _Pointer[zq_ScoreFeedReport]:
+    """Learns a score by the basic level's block, which has to be that of a profile of music, run after run: each goes to the sub-matrix of its meter, texture, sound and coding. In an empty matrix as many are reserved as the score needs; one that holds something has to have them (`s_setMaxNumberOfMatrices`). Nothing of a score is dropped unless the report says so. `fileName`: for the records; null for none. Result: a report for zq_deleteScoreFeedReport; null for a score that is none, or for exhausted memory."""
+def zq_updateMatrixWithScore_Medium(matrix: Any, score: Any, fileName: Optional[bytes], leavesOutPercussion: int) -> _Pointer[zq_ScoreFeedReport]:
+    """Learns a score by the basic level's block, which has to be that of a profile of music, run after run: each goes to the sub-matrix of its meter, texture, sound and coding. In an empty matrix as many are reserved as the score needs; one that holds something has to have them (`s_setMaxNumberOfMatrices`). Nothing of a score is dropped unless the report says so. `fileName`: for the records; null for none. Result: a report for zq_deleteScoreFeedReport; null for a score that is none, or for exhausted memory."""
+def zq_deleteScoreFeedReport(report: Any) -> None:
+    """Releases a report with all that belongs to it. Null is ignored."""
+def zq_textOfScoreCause(cause: int) -> bytes:
+    """Why notes are not learned (zq_ScoreCause), in a few words; "learned" for 0. The text is the library's; it is empty for other numbers."""
+def zq_getLearnedTempo(matrix: Any) -> float:
+    """The median of the tempi of the scores that the current sub-matrix has learned, in quarter notes a minute. They stand with the names of the files, so that they are saved. Result: 0 if none is known."""
+def zq_getLearnedTempo_Medium(matrix: Any) -> float:
+    """The median of the tempi of the scores that the current sub-matrix has learned, in quarter notes a minute. They stand with the names of the files, so that they are saved. Result: 0 if none is known."""
+def zq_getLearnedReadings(matrix: Any) -> int:
+    """How the music that the matrix holds was read. Result: 0 no music, 1 by the classic readers, 2 as scores, 3 both."""
+def zq_getLearnedReadings_Medium(matrix: Any) -> int:
+    """How the music that the matrix holds was read. Result: 0 no music, 1 by the classic readers, 2 as scores, 3 both."""
+def zq_createGeneratedScore(matrix: Any, numberOfObjex: int, quartersPerMinute: float, result: Any) -> _Pointer[zq_Score]:
+    """Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but gives the music as a score, in the meter of the current sub-matrix and with a part for each sound. `quartersPerMinute`: its tempo; 0 or less for the one of `zq_getLearnedTempo`, or 120 where none is known. `result`, if not null, gets 1, a negative result of that function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null."""
+def zq_createGeneratedScore_Medium(matrix: Any, numberOfObjex: int, quartersPerMinute: float, result: Any) -> _Pointer[zq_Score]:
+    """Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but gives the music as a score, in the meter of the current sub-matrix and with a part for each sound. `quartersPerMinute`: its tempo; 0 or less for the one of `zq_getLearnedTempo`, or 120 where none is known. `result`, if not null, gets 1, a negative result of that function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null."""
 def zq_createScoreFromKernFile(path: Optional[bytes], graceQuanta: int) -> _Pointer[zq_Score]:
     """Reads a Humdrum file with **kern spines exactly: tied notes are one, times are fractions, and what can't be read is told as findings. Other spines are passed over. `graceQuanta`: 0 for grace notes without a duration at the onset of the note that they lead to; else their duration in quanta, 3072 to the quarter, at most 49152. Then each begins so much before the next note, or less where the token before leaves no room; all other notes stay where they are. Result: the score, for zq_deleteScore, also for a file that isn't there or isn't kern (`state`); null if memory is exhausted."""
 def zq_createScoreFromKernData(bytes: Optional[bytes], numberOfBytes: int, graceQuanta: int) -> _Pointer[zq_Score]:

@@ -9,9 +9,11 @@
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiReport.h"
 #include "music/midi/ZQMidiSounds.h"
+#include "music/score/ZQGeneratedScore.h"
 #include "music/score/ZQKernScoreReader.h"
 #include "music/score/ZQMidiScoreReader.h"
 #include "music/score/ZQScore.h"
+#include "music/score/ZQScoreFeed.h"
 #include "music/score/ZQScoreMidiWriter.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQGocron.h"
@@ -135,10 +137,23 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByNumber(lastIndex, records); }); }
 int zq_readItems(ZQMatrix* matrix, int numberOfItems, int* items, double* probabilities, double* stopProbabilities) noexcept { return guarded<int>([&] { return zmatrix::readItems(matrix, numberOfItems, items, probabilities, stopProbabilities); }); }
 int zq_readItems_Medium(ZQMatrixMedium* matrix, int numberOfItems, int* items, double* probabilities, double* stopProbabilities) noexcept { return guarded<int>([&] { return zmatrix::readItems(matrix, numberOfItems, items, probabilities, stopProbabilities); }); }
-int zq_readSuccessors(ZQMatrix* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts) noexcept { return guarded<int>([&] { return zmatrix::readSuccessors(matrix, context, length, capacity, items, counts, starts); }); }
-int zq_readSuccessors_Medium(ZQMatrixMedium* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts) noexcept { return guarded<int>([&] { return zmatrix::readSuccessors(matrix, context, length, capacity, items, counts, starts); }); }
+int zq_readSuccessors(ZQMatrix* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts) noexcept { return guarded<int>([&] { return zmatrix::readSuccessors(matrix, context, length, capacity, items, counts, starts); }, -1); }
+int zq_readSuccessors_Medium(ZQMatrixMedium* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts) noexcept { return guarded<int>([&] { return zmatrix::readSuccessors(matrix, context, length, capacity, items, counts, starts); }, -1); }
+int zq_readSentenceStarts(ZQMatrix* matrix, const int* beginning, int length, int capacity, int* items, int* counts) noexcept { return guarded<int>([&] { return zmatrix::readSentenceStarts(matrix, beginning, length, capacity, items, counts); }, -1); }
+int zq_readSentenceStarts_Medium(ZQMatrixMedium* matrix, const int* beginning, int length, int capacity, int* items, int* counts) noexcept { return guarded<int>([&] { return zmatrix::readSentenceStarts(matrix, beginning, length, capacity, items, counts); }, -1); }
 void zq_deleteScore(zq_Score* score) noexcept { guarded([&] { zmatrix::deleteScore(score); }); }
 const char* zq_textOfScoreFinding(int kind) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreFinding(kind); }); }
+zq_ScoreFeedReport* zq_createScoreFeedPlan(const zq_Score* score, const zq_ScoreFeedSettings* settings) noexcept { return guarded<zq_ScoreFeedReport*>([&] { return zmatrix::createScoreFeedPlan(score, settings); }); }
+zq_ScoreFeedReport* zq_updateMatrixWithScore(ZQMatrix* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion) noexcept { return guarded<zq_ScoreFeedReport*>([&] { return zmatrix::updateMatrixWithScore(matrix, score, fileName, leavesOutPercussion); }); }
+zq_ScoreFeedReport* zq_updateMatrixWithScore_Medium(ZQMatrixMedium* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion) noexcept { return guarded<zq_ScoreFeedReport*>([&] { return zmatrix::updateMatrixWithScore(matrix, score, fileName, leavesOutPercussion); }); }
+void zq_deleteScoreFeedReport(zq_ScoreFeedReport* report) noexcept { guarded([&] { zmatrix::deleteScoreFeedReport(report); }); }
+const char* zq_textOfScoreCause(int cause) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreCause(cause); }); }
+double zq_getLearnedTempo(ZQMatrix* matrix) noexcept { return guarded<double>([&] { return zmatrix::getLearnedTempo(matrix); }); }
+double zq_getLearnedTempo_Medium(ZQMatrixMedium* matrix) noexcept { return guarded<double>([&] { return zmatrix::getLearnedTempo(matrix); }); }
+int zq_getLearnedReadings(ZQMatrix* matrix) noexcept { return guarded<int>([&] { return zmatrix::getLearnedReadings(matrix); }); }
+int zq_getLearnedReadings_Medium(ZQMatrixMedium* matrix) noexcept { return guarded<int>([&] { return zmatrix::getLearnedReadings(matrix); }); }
+zq_Score* zq_createGeneratedScore(ZQMatrix* matrix, int numberOfObjex, double quartersPerMinute, int* result) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createGeneratedScore(matrix, numberOfObjex, quartersPerMinute, result); }); }
+zq_Score* zq_createGeneratedScore_Medium(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createGeneratedScore(matrix, numberOfObjex, quartersPerMinute, result); }); }
 zq_Score* zq_createScoreFromKernFile(const char* path, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernFile(path, graceQuanta); }); }
 zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromKernData(bytes, numberOfBytes, graceQuanta); }); }
 zq_Score* zq_createScoreFromMidiFile(const char* path) noexcept { return guarded<zq_Score*>([&] { return zmatrix::createScoreFromMidiFile(path); }); }

@@ -76,6 +76,10 @@ void GeneratedMidi::warn() const {
 }
 
 bool GeneratedMidi::compose(int numberOfObjex) {
+  return composeNotes(numberOfObjex) && addMetaEvents() && updateEventTrackFromObjectTrack(events.get(), objects.get());
+}
+
+bool GeneratedMidi::composeNotes(int numberOfObjex) {
   warn();
   const PreprocessingSettings settings{preProcessingType, coordinateDimension, numerator, denominator};
   barLength = barLengthInQuanta(
@@ -83,7 +87,7 @@ bool GeneratedMidi::compose(int numberOfObjex) {
   if (numerator == 0 || denominator == 0) numerator = denominator = 4;
   events.reset(createZQMidiEventTrack());
   objects.reset(createZQMidiObjectTrack());
-  if (events == nullptr || objects == nullptr || !addMetaEvents() || !takeContext()) return false;
+  if (events == nullptr || objects == nullptr || !takeContext()) return false;
   for (int i = 0; i < numberOfObjex; i++) {
     double probability = 0, stopProbability = 0;
     const int* objex = matrix->readObjexFromMatrix(&probability, &stopProbability);
@@ -96,7 +100,7 @@ bool GeneratedMidi::compose(int numberOfObjex) {
     if (!takeItem(i, item)) return false;
   }
   if (coordinateDimension == 2) giveNotesTheirLengths();
-  return updateEventTrackFromObjectTrack(events.get(), objects.get());
+  return true;
 }
 
 bool GeneratedMidi::addMetaEvent(int eventType, int byteCount, const unsigned char* bytes, float value) {

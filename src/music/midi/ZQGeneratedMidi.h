@@ -17,6 +17,9 @@ class GeneratedMidi {
   int check() const;
   /// Takes the context's notes and then those of `numberOfObjex` reads. False if memory has run out.
   bool compose(int numberOfObjex);
+  /// The same without a thought of a file: notes() has them then.
+  bool composeNotes(int numberOfObjex);
+  const ZQMidiObjectTrack& notes() const { return *objects; }
   /// Writes all notes. 0 if the file is whole, else EOF.
   int write(const char* fileName);
 

@@ -5,13 +5,12 @@ namespace zmatrix {
 namespace {
 
 __int128 greatestCommonDivisor(__int128 one, __int128 other) {
-  if (one < 0) one = -one;
   while (other != 0) {
     const __int128 rest = one % other;
     one = other;
     other = rest;
   }
-  return one;
+  return one < 0 ? -one : one;
 }
 
 __int128 nearestMultiple(__int128 numerator, __int128 denominator, __int128 steps) {

@@ -1,0 +1,12 @@
+#include "KernConversion.h"
+
+#include <zmatrix/zmatrix.h>
+
+// The library asks for a matrix, which has no part in it.
+bool convertClassically(const std::string& score, const std::string& midi) {
+  ZQMatrixMedium* const matrix = createAndInitMatrixMediumWithDebugParameters(0, -1, "");
+  if (matrix == nullptr) return false;
+  const int result = s_convertKERNFileToMIDIFile_Medium(matrix, score.c_str(), midi.c_str());
+  deleteMatrixMedium(matrix);
+  return result == 1;
+}

@@ -1,0 +1,14 @@
+// Music that a matrix composes, as a score: with the meter, the sounds and the tempo that were learned.
+#pragma once
+
+#include "music/score/ZQScore.h"
+
+class ZQMatrix;
+class ZQMatrixMedium;
+
+namespace zmatrix {
+
+/// Null, with the result, if the current sub-matrix can't be read as music. Throws std::bad_alloc where memory runs out.
+zq_Score* createGeneratedScore(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result);
+
+}  // namespace zmatrix
