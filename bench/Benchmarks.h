@@ -15,8 +15,12 @@ void registerLearning(const std::string& text);
 void registerWords(const std::string& text);
 /// Items a second from a matrix that has learned text.
 void registerGeneration(const std::string& text);
+/// A text to 10,000 items, beside what users know.
+void registerPeers(const std::string& text);
 /// Write, read and delete of single vectors in random order.
 void registerRandomAccess();
+/// Single vectors in wide fields, and text without structure.
+void registerWideFields();
 /// Test, prune, save and load.
 void registerUpkeep(const std::string& text);
 /// Tables and ranks of primes, integers to ocrons.

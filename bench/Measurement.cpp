@@ -40,6 +40,26 @@ double StopWatch::now() const {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
+long long peakBytes() {
+  long long kilobytes = 0;
+  if (FILE* file = fopen("/proc/self/status", "r")) {
+    char line[256];
+    while (kilobytes == 0 && fgets(line, sizeof line, file) != nullptr) {
+      if (sscanf(line, "VmHWM: %lld", &kilobytes) != 1) kilobytes = 0;
+    }
+    fclose(file);
+  }
+  return kilobytes * 1024;
+}
+
+long long resetPeakBytes() {
+  if (FILE* file = fopen("/proc/self/clear_refs", "w")) {
+    fputs("5", file);
+    fclose(file);
+  }
+  return residentBytes();
+}
+
 long long residentBytes() {
   long long size = 0, resident = 0;
   if (FILE* file = fopen("/proc/self/statm", "r")) {

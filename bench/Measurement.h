@@ -29,6 +29,10 @@ Measurement measureInChild(const std::function<Measurement()>& function);
 /// Bytes of this process that are in memory.
 long long residentBytes();
 
+/// The most bytes that were in memory since resetPeakBytes, which gives what there are now.
+long long peakBytes();
+long long resetPeakBytes();
+
 /// Gives free memory back, so that what is taken next shows in residentBytes.
 void releaseFreeMemory();
 

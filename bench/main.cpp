@@ -46,7 +46,9 @@ int main(int argc, char** argv) {
   bench::registerLearning(text);
   bench::registerWords(text);
   bench::registerGeneration(text);
+  bench::registerPeers(text);
   bench::registerRandomAccess();
+  bench::registerWideFields();
   bench::registerUpkeep(text);
   bench::registerMusic(midiFolder);
   bench::registerKern(kernFolder);

@@ -58,6 +58,14 @@ install_missing() {
     fail "could not install ${packages[*]}"
 }
 
+# install_if_offered FILE PACKAGE: what one can do without, where the system has no such package or may not install it.
+install_if_offered() {
+  [[ ! -e $1 ]] && apt-cache show "$2" >/dev/null 2>&1 || return 0
+  want_file "$1" "$2"
+  (install_missing) || say "doing without $2"
+  missing_packages=()
+}
+
 # build_preset PRESET [CMAKE OPTION...]: configures and builds into build/PRESET.
 build_preset() {
   local preset=$1

@@ -29,32 +29,39 @@ char* roundedDown(const char* address, size_t size) {
 
 }  // namespace
 
-void ZQPageProvider::begin(void* memory, size_t size) {
-  provided = roundedUp(static_cast<char*>(memory), sizeOfPage);
+void ZQPageProvider::beginWithSmallPages(void* memory, size_t size) {
+  first = provided = roundedUp(static_cast<char*>(memory), sizeOfPage);
   end = std::max(provided, roundedDown(static_cast<char*>(memory) + size, sizeOfPage));
+  usesLargePages = false;
+}
+
+void ZQPageProvider::begin(void* memory, size_t size) {
+  beginWithSmallPages(memory, size);
   usesLargePages = size >= smallestForLargePages && madvise(provided, static_cast<size_t>(end - provided), MADV_HUGEPAGE) == 0;
 }
 
 // On a virtual machine large pages may be ones that its host must find first, which takes ten times as long as small ones that
-// are at hand. That shows at once, and the rest of the allocation goes without.
+// are at hand. That shows at once, and the allocation goes on without: all of it, so that it stays one piece to the system.
 void ZQPageProvider::provideUpTo(const char* from, const char* to) {
-  char* first = std::max(provided, roundedDown(from, sizeOfPage));
+  char* begin = std::max(provided, roundedDown(from, sizeOfPage));
   char* last = std::min(end, usesLargePages ? roundedUp(to, sizeOfLargePage) : roundedDown(to, sizeOfPage));
-  if (first >= last) return;
-  const auto size = static_cast<size_t>(last - first);
+  if (begin >= last) return;
+  const auto size = static_cast<size_t>(last - begin);
   const auto start = std::chrono::steady_clock::now();
-  madvise(first, size, MADV_POPULATE_WRITE);
+  madvise(begin, size, MADV_POPULATE_WRITE);
   const std::chrono::duration<double, std::nano> time = std::chrono::steady_clock::now() - start;
   provided = last;
   if (usesLargePages && time.count() > slowestLargePages * static_cast<double>(size)) {
     usesLargePages = false;
-    madvise(provided, static_cast<size_t>(end - provided), MADV_NOHUGEPAGE);
+    madvise(first, static_cast<size_t>(end - first), MADV_NOHUGEPAGE);
   }
 }
 
 #else
 
 void ZQPageProvider::begin(void*, size_t) {
+}
+void ZQPageProvider::beginWithSmallPages(void*, size_t) {
 }
 void ZQPageProvider::provideUpTo(const char*, const char*) {
 }

@@ -11,6 +11,8 @@ class ZQPageProvider {
  public:
   /// Begins with an allocation that was just made; null and 0 for none.
   void begin(void* memory, size_t size);
+  /// The same for an allocation, or a part of one, that gets small pages in any case.
+  void beginWithSmallPages(void* memory, size_t size);
 
   /// Provides the pages of a part of the allocation that is going to be written next. Parts come in ascending order.
   void provide(const void* memory, size_t size) {
@@ -21,6 +23,7 @@ class ZQPageProvider {
  private:
   void provideUpTo(const char* from, const char* to);
 
+  char* first = nullptr;
   char* provided = nullptr;  // what lies below has its pages, or does without
   char* end = nullptr;
   bool usesLargePages = false;

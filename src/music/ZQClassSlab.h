@@ -4,7 +4,7 @@
 #pragma once
 
 #include "frame/ZQMemory.h"
-#include "store/ZQRecordSlab.h"
+#include "music/ZQRecordSlab.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define ZMATRIX_HEAP_BLOCK_FOR_EACH_OBJECT 1

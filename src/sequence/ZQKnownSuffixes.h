@@ -1,9 +1,9 @@
-// What the last search for a known context found: its items, and where the path of each of its endings lies, shortest first. When
-// one item is appended, as a generation does, every longer ending is one item down from a shorter one found before, so that no
-// ending has to be walked from the root. A place is good while its slot still holds its record and nothing was given back since.
+// The search for the longest known ending of a sequence, and what the last one found: its items, and where the path of each of
+// its endings lies, shortest first. When one item is appended, as a generation does, every longer ending is one item down from a
+// shorter one found before, so that no ending has to be walked from the root. What was found is good until an element moves or is
+// given back.
 #pragma once
 
-#include <cstring>
 #include <span>
 
 #include "store/ZQMatrixBase.h"
@@ -11,53 +11,41 @@
 
 namespace zmatrix {
 
+/// An ending of a sequence that can go on, in integers, and where its path ends.
+struct KnownSuffix {
+  int length = 0;
+  int handle = -1;
+};
+
 class ZQKnownSuffixes {
  public:
-  struct Place {
-    int position;
-    const ZQMatrixBaseElement* record;
-  };
-
-  /// True if the sequence is the context found last with one item appended.
-  bool isContinuedBy(const ZQMatrixBase& matrix, const int* sequence, int length) const {
-    return root == matrix.getCurrentMatrixID() && releasedRecords == matrix.getReleasedRecords() &&
-           coordinateDimension == matrix.getMatrixInfo()->getCoordinateDimension() &&
-           static_cast<size_t>(length) == items.size() + static_cast<size_t>(coordinateDimension) &&
-           (items.empty() || memcmp(items.begin(), sequence, items.size() * sizeof(int)) == 0);
-  }
-
-  /// Where the ending of so many items ends, or -1. No item at all ends at the root.
-  int positionOf(const ZQMatrixBase& matrix, size_t numberOfItems) const {
-    if (numberOfItems == 0) return root;
-    if (numberOfItems > places.size()) return -1;
-    const Place& place = places[numberOfItems - 1];
-    return matrix.elementAt(place.position) == place.record ? place.position : -1;
-  }
-
-  /// A new search begins.
-  void beginSearch() {
-    found.clear();
-    hasRoom = true;
-  }
-  /// Takes note of the next longer ending that was found. Without room for it nothing is remembered of this search.
-  void add(const ZQMatrixBase& matrix, int position) { hasRoom = hasRoom && found.add({position, matrix.elementAt(position)}); }
-  /// Keeps what the search has found, with the context that it ended at.
-  void remember(const ZQMatrixBase& matrix, const int* context, int length) {
-    hasRoom = hasRoom && items.copyFrom(std::span<const int>(context, static_cast<size_t>(length)));
-    root = hasRoom ? matrix.getCurrentMatrixID() : -1;
-    releasedRecords = matrix.getReleasedRecords();
-    coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
-    places.swap(found);
-  }
+  /// Goes from the shortest ending to longer ones, up to `longestSearched` integers. An unknown ending, or one that nothing
+  /// follows, ends the search: it doesn't jump to a longer one. This is the only place that knows how endings are looked up.
+  KnownSuffix findLongest(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched);
 
  private:
+  /// Where an ending stands.
+  struct Place {
+    long long fieldBegin;    ///< of the field of what follows it
+    long long firstInField;  ///< position, or -1
+    int position;            ///< of its last element
+    bool isWritten;
+  };
+  using Places = std::span<Place>;
+
+  bool isContinuedBy(const ZQMatrixBase& matrix, const int* sequence, int length) const;
+  KnownSuffix oneItemFurther(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched);
+  KnownSuffix fromTheRoot(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched);
+  void enterRoot(const ZQMatrixBase& matrix);
+  bool addPlace(const ZQMatrixBase& matrix, int position);
+  void remember(const ZQMatrixBase& matrix, const int* context, int length, bool isComplete);
+
   ZQPodList<int> items;
-  ZQPodList<Place> places;
-  ZQPodList<Place> found;  // by the search that is under way
-  bool hasRoom = true;
+  ZQPodList<Place> places;     // of the root first, then of the endings, shortest first
+  ZQPodList<Place> newPlaces;  // by the search that is under way
   int root = -1;
   int coordinateDimension = 0;
-  unsigned releasedRecords = 0;
+  unsigned layoutVersion = 0;
 };
 
 }  // namespace zmatrix

@@ -17,6 +17,8 @@ class ZQLearnedPhrases {
   ZQLearnedPhrases(const ZQLearnedPhrases&) = delete;
   ZQLearnedPhrases& operator=(const ZQLearnedPhrases&) = delete;
 
+  bool areWanted() const { return wanted; }
+
   /// Room for all phrases of up to `longest` items. False, with its message, if there is none.
   bool provide(int numberOfItems, int longest);
 

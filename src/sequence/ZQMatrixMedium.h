@@ -4,7 +4,7 @@
 // vectors count integers unless a name says items.
 #pragma once
 
-#include "sequence/ZQKnownSuffixes.h"
+#include "sequence/ZQGenerationScratch.h"
 #include "settings/ZQMatrixMediumInfo.h"
 #include "store/ZQMatrixBase.h"
 
@@ -42,6 +42,8 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   long long readMatrixData64(const long long* items, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor,
                              int* writeCountWithoutPredecessor);
   int isRuleMatrixData(ZQMatrixMediumElement** element);
+  /// The same for the element in a slot.
+  int isRuleAt(int slot);
   int isDeterminedMatrixData(const int* indexVector, int length);
   /// 0, 1, or 2 where isDeterminedMatrixData is 2 or more: all that most callers want, found without counting on.
   int isDeterminedUpToTwice(const int* indexVector, int length);
@@ -116,7 +118,9 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int initializeKernelSequenceWithPreProcessedSequence(const int* sequence, int length);
   int updateAndGetMatrixKernelHandle();
   int getNumberOfSuccessorsFromKernelHandle();
-  zmatrix::ZQKnownSuffixes& getKnownSuffixes() { return knownSuffixes; }
+  /// As getPreProcessedSequenceFromOriginalSequence does, in memory that the matrix keeps until the next call.
+  const int* preProcessIntoScratch(const int* originalSequence, int length, int* resultLength);
+  zmatrix::ZQGenerationScratch& getGenerationScratch() { return generation; }
 
   // --- successors
   int* getNextPreProcessedObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod, int trueStart,
@@ -166,5 +170,5 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   template <class Tier>
   friend struct ZQSequenceUpdate;
 
-  zmatrix::ZQKnownSuffixes knownSuffixes;  // scratch of the kernel search, for speed alone
+  zmatrix::ZQGenerationScratch generation;
 };

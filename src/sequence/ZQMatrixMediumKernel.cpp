@@ -8,7 +8,6 @@
 #include "frame/ZQSmallQueries.h"
 #include "frame/ZQSystemOwned.h"
 #include "sequence/ZQKernelSetting.h"
-#include "sequence/ZQKnownSuffixes.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
 
@@ -17,37 +16,6 @@ using zmatrix::SystemOwned;
 namespace {
 
 constexpr int offsetNotFound = -1;
-
-/// An ending of a sequence that can go on, in integers, and where its path ends.
-struct KnownSuffix {
-  int length = 0;
-  int handle = -1;
-};
-
-/// Goes from the shortest suffix to longer ones. An unknown suffix, or one that nothing follows, ends the search: it doesn't jump
-/// to a longer one. This is the only place that knows how the suffixes are looked up.
-KnownSuffix longestKnownSuffix(ZQMatrixMedium& matrix, const int* sequence, int length) {
-  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
-  const int longestSearched = matrix.getMatrixInfo()->getSkillOutputLevel();
-  const int maximalStack = matrix.getMatrixFileHeader()->getMaximalStack();
-  zmatrix::ZQKnownSuffixes& last = matrix.getKnownSuffixes();
-  const bool continuesLast = last.isContinuedBy(matrix, sequence, length);
-  last.beginSearch();
-  KnownSuffix known;
-  for (int suffixLength = coordinateDimension; suffixLength <= length; suffixLength += coordinateDimension) {
-    const int itemsAbove = suffixLength / coordinateDimension - 1;
-    const int above = continuesLast ? last.positionOf(matrix, static_cast<size_t>(itemsAbove)) : -1;
-    const int handle = above >= 0 ? matrix.handleOneItemBelow(above, sequence + (length - coordinateDimension), suffixLength)
-                                  : matrix.getMatrixHandleFromElementVector(sequence + (length - suffixLength), suffixLength);
-    if (handle > maximalStack) dbPrintf(0, "initializeKernelSequence: error: handle > maxStackPtr!\n");
-    if (handle < 0 || matrix.hasMatrixHandleSuccessors(handle) < 1) break;
-    known = {suffixLength, handle};
-    last.add(matrix, handle);
-    if (suffixLength >= longestSearched) break;
-  }
-  last.remember(matrix, sequence + (length - known.length), known.length);
-  return known;
-}
 
 /// 0 if a preprocessed sequence of this length may become the kernel, or the number of the refusal.
 int refusalOf(ZQMatrixMediumInfo* info, int length) {
@@ -60,6 +28,10 @@ int refusalOf(ZQMatrixMediumInfo* info, int length) {
 }
 
 void copyIntoRows(const int* items, int numberOfItems, int coordinateDimension, int** rows) {
+  if (coordinateDimension == 1) {
+    std::copy_n(items, std::max(numberOfItems, 0), rows[0]);
+    return;
+  }
   for (int i = 0; i < numberOfItems; ++i) {
     for (int k = 0; k < coordinateDimension; ++k) rows[k][i] = *items++;
   }
@@ -165,7 +137,9 @@ int ZQMatrixMedium::initializeKernelSequenceWithPreProcessedSequence(const int* 
     info->resetKernelSequence(getCurrentMatrixID(), 0);
     return info->getLengthOfKernelPreProcessedSequence();
   }
-  const KnownSuffix suffix = info->getSkillOutputLevel() < 1 ? KnownSuffix{} : longestKnownSuffix(*this, sequence, length);
+  const int longestSearched = info->getSkillOutputLevel();
+  zmatrix::KnownSuffix suffix;
+  if (longestSearched >= 1) suffix = generation.knownSuffixes.findLongest(*this, sequence, length, longestSearched);
   const int numberOfItems = suffix.length / info->getCoordinateDimension();
   if (numberOfItems >= 1 && provideRowsForSuffix(info, numberOfItems)) {
     info->setKernelMatrixHandle(suffix.handle);
@@ -188,12 +162,10 @@ zmatrix::KernelSetting zmatrix::setKernelFromOriginalSequence(ZQMatrixMedium& ma
   const auto reset = [&] { return KernelSetting{info->resetKernelSequence(request.matrixIDAtRoot, setInitialValues), false}; };
   const int coordinateDimension = info->getCoordinateDimension();
   if (sequence == nullptr || length < 1 || coordinateDimension < 1 || isTooLongForKernel(info, length)) return reset();
-  SystemOwned<int> ownPreProcessed;
   const int* preProcessed = sequence;
   int preProcessedLength = length;
   if (info->getPreProcessingType() != ZQPreProcessingTypeNone) {
-    ownPreProcessed.reset(matrix.getPreProcessedSequenceFromOriginalSequence(sequence, length, &preProcessedLength));
-    preProcessed = ownPreProcessed.get();
+    preProcessed = matrix.preProcessIntoScratch(sequence, length, &preProcessedLength);
     if (preProcessed == nullptr) return {-1, false};
     if (preProcessedLength < 1) {
       const int needed = sGetNumberOriginalItemsToRestoreFromPreprocessed(info->getPreProcessingType());

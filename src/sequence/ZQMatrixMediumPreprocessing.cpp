@@ -58,6 +58,11 @@ int* ZQMatrixMedium::getPreProcessedSequenceFromOriginalSequence(const int* orig
   return zmatrix::preProcessedSequence(settingsOf(getMatrixInfo()), sequenceOf(originalSequence, length), resultLength);
 }
 
+const int* ZQMatrixMedium::preProcessIntoScratch(const int* originalSequence, int length, int* resultLength) {
+  return zmatrix::preProcessedSequenceIn(generation.preProcessed, settingsOf(getMatrixInfo()),
+                                         sequenceOf(originalSequence, length), resultLength);
+}
+
 long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalSequence(const long long* originalSequence, int length,
                                                                                int* resultLength) {
   return zmatrix::longLongPreProcessedSequence(settingsOf(getMatrixInfo()), sequenceOf(originalSequence, length), resultLength);

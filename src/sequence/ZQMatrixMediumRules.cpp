@@ -122,12 +122,18 @@ void putRule(ZQMatrixMedium& matrix, const int* indexVector, int length, int deb
 int ZQMatrixMedium::isRuleMatrixData(ZQMatrixMediumElement** element) {
   ZQMatrixBaseElement** slot = reinterpret_cast<ZQMatrixBaseElement**>(element);
   const std::less<ZQMatrixBaseElement**> liesBefore;
-  if (slot == nullptr || matrixData == nullptr || liesBefore(slot, matrixData)) return 0;
-  if (!liesBefore(slot, matrixData + numberOfSlots) || slot == getMatrixDataEntry() || *slot == nullptr) return 0;
+  ZQMatrixBaseElement** const block = getMatrixData();
+  if (slot == nullptr || block == nullptr || liesBefore(slot, block)) return 0;
+  return liesBefore(slot, block + numberOfSlots) ? isRuleAt(static_cast<int>(slot - block)) : 0;
+}
+
+int ZQMatrixMedium::isRuleAt(int slot) {
+  const ZQMatrixBaseElement* element = elementAt(slot);
+  if (element == nullptr || slot == currentMatrixID) return 0;
   const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
-  const int writeCount = (*slot)->getWriteCount();
+  const int writeCount = element->getWriteCount();
   if (coordinateDimension < 1 || writeCount < 1) return 0;
-  long long position = slot - matrixData;
+  long long position = slot;
   for (int i = 0; i < coordinateDimension; ++i) {
     const ZQMatrixBaseElement* step = elementAt(position);
     if (step == nullptr) return 0;

@@ -6,12 +6,12 @@
 #include <cmath>
 
 #include "frame/ZQDebugChannel.h"
-#include "frame/ZQGrowth.h"
-#include "frame/ZQSystemOwned.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
+#include "store/ZQHandleList.h"
+#include "store/ZQSuccessorWalk.h"
 
-using zmatrix::SystemOwned;
+using zmatrix::Successor;
 
 namespace {
 
@@ -31,39 +31,6 @@ const ZQMatrixMediumElement* mediumElementAt(const ZQMatrixMedium& matrix, long 
 double randomFraction(ZQMatrixMediumInfo* info) {
   return static_cast<double>(info->getSuccessorRandomValue()) / zmatrix::largestRandomValue;
 }
-
-/// Handles as a host gets them: room for 10 at first.
-class HandleList {
- public:
-  /// False if memory has run out.
-  bool add(int handle) {
-    if (numberOfHandles_ >= capacity_ || handles_ == nullptr) {
-      const int capacity = handles_ == nullptr ? capacity_ : zmatrix::grownCapacity(capacity_);
-      if (!resize(capacity)) return false;
-      capacity_ = capacity;
-    }
-    handles_[numberOfHandles_++] = handle;
-    return true;
-  }
-  int size() const { return numberOfHandles_; }
-  int* releaseFitted() {
-    if (numberOfHandles_ > 0) resize(numberOfHandles_);
-    return handles_.release();
-  }
-
- private:
-  bool resize(int capacity) {
-    auto* resized = static_cast<int*>(systemRealloc(handles_.get(), static_cast<size_t>(capacity) * sizeof(int)));
-    if (resized == nullptr) return false;
-    static_cast<void>(handles_.release());
-    handles_.reset(resized);
-    return true;
-  }
-
-  SystemOwned<int> handles_;
-  int capacity_ = 10;
-  int numberOfHandles_ = 0;
-};
 
 /// Visits, depth first and in the order of the fields, all elements one item below a handle. The visitor says false to end the
 /// walk.
@@ -92,17 +59,17 @@ void walkOneItemBelow(const ZQMatrixMedium& matrix, int handle, int coordinateDi
   }
 }
 
-/// Items held row by row as one flat vector with an item behind them; null without memory.
-SystemOwned<int> flatWithItem(int** rows, int numberOfItems, const int* item, int coordinateDimension) {
+/// Puts items that are held row by row into a list as one flat vector, with an item behind them. Null without memory.
+const int* flatWithItem(zmatrix::ZQPodList<int>& flat, int** rows, int numberOfItems, const int* item, int coordinateDimension) {
   if (rows == nullptr || (numberOfItems + 1LL) * coordinateDimension > INT_MAX) return nullptr;
-  SystemOwned<int> flat(systemMallocArray<int>((numberOfItems + 1LL) * coordinateDimension));
-  if (flat == nullptr) return nullptr;
-  int* end = flat.get();
-  for (int i = 0; i < numberOfItems; ++i) {
+  int* end = flat.makeRoomFor((static_cast<size_t>(numberOfItems) + 1) * static_cast<size_t>(coordinateDimension));
+  if (end == nullptr) return nullptr;
+  if (coordinateDimension == 1) end = std::copy_n(rows[0], numberOfItems, end);
+  for (int i = 0; coordinateDimension > 1 && i < numberOfItems; ++i) {
     for (int k = 0; k < coordinateDimension; ++k) *end++ = rows[k][i];
   }
   std::copy_n(item, coordinateDimension, end);
-  return flat;
+  return flat.begin();
 }
 
 /// The preprocessed kernel becomes what it is now with the item behind, or the longest ending of that which can go on. Without
@@ -111,12 +78,12 @@ void appendToPreProcessedKernel(ZQMatrixMedium& matrix, const int* item) {
   ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
   const int coordinateDimension = info->getCoordinateDimension();
   const int numberOfItems = std::max(info->getLengthOfKernelPreProcessedSequence(), 0);
-  SystemOwned<int> flat;
+  const int* flat = nullptr;
   if (info->provideKernelPreProcessedRows(numberOfItems)) {
-    flat = flatWithItem(info->getKernelPreProcessedSequence(), numberOfItems, item, coordinateDimension);
+    flat = flatWithItem(matrix.getGenerationScratch().sequence, info->getKernelPreProcessedSequence(), numberOfItems, item,
+                        coordinateDimension);
   }
-  matrix.initializeKernelSequenceWithPreProcessedSequence(flat.get(),
-                                                          flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0);
+  matrix.initializeKernelSequenceWithPreProcessedSequence(flat, flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0);
 }
 
 /// The same for both faces, behind the first items of the original kernel.
@@ -124,35 +91,60 @@ void appendToOriginalKernel(ZQMatrixMedium& matrix, int numberOfItems, const int
   ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
   const int coordinateDimension = info->getCoordinateDimension();
   numberOfItems = std::max(numberOfItems, 0);
-  SystemOwned<int> flat;
+  const int* flat = nullptr;
   if (info->provideKernelOriginalRows(numberOfItems)) {
-    flat = flatWithItem(info->getKernelOriginalSequence(), numberOfItems, item, coordinateDimension);
+    flat = flatWithItem(matrix.getGenerationScratch().sequence, info->getKernelOriginalSequence(), numberOfItems, item,
+                        coordinateDimension);
   }
-  matrix.initializeKernelSequenceWithOriginalSequence(flat.get(), flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0,
-                                                      0);
+  matrix.initializeKernelSequenceWithOriginalSequence(flat, flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0, 0);
+}
+
+/// Lists what a visitor of successors is shown, with its share of the occurrences. Without memory the list is empty.
+template <class Walk>
+void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, Walk&& walk) {
+  successors.clear();
+  bool hasMemory = true;
+  double integral = 0;
+  walk([&](int position, const ZQMatrixBaseElement& element) {
+    const auto& counts = static_cast<const ZQMatrixMediumElement&>(element);
+    const double probability = static_cast<double>(counts.getWriteCount()) / occurrences;
+    integral += probability;
+    hasMemory =
+        successors.add({probability, integral, position, counts.getWriteCount(), counts.getWriteCountWithoutPredecessor()});
+    return hasMemory;
+  });
+  if (!hasMemory) successors.clear();
+}
+
+/// Visits the elements one item below the kernel's end that a sequence began with.
+template <class Visitor>
+void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor&& visit) {
+  const int handle = matrix.getMatrixInfo()->getKernelMatrixHandle();
+  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
+  if (handle < 0 || handle > matrix.getMatrixFileHeader()->getMaximalStack() || coordinateDimension < 1) return;
+  walkOneItemBelow(matrix, handle, coordinateDimension, [&](int position, const ZQMatrixMediumElement& element) {
+    return element.getWriteCountWithoutPredecessor() <= 0 || visit(position, element);
+  });
 }
 
 /// The successors of the kernel's end with what decides among them.
 class SuccessorChoice {
  public:
-  SuccessorChoice(const ZQMatrixMedium& matrix, const int* handles, int count, const ZQMatrixMediumElement& kernelElement,
-                  bool trueStart)
-      : matrix_(matrix), handles_(handles), count_(count), kernelElement_(kernelElement), trueStart_(trueStart) {}
+  SuccessorChoice(zmatrix::ZQPodList<Successor>& successors, const ZQMatrixMediumElement& kernelElement, bool trueStart)
+      : successors_(successors), kernelElement_(kernelElement), trueStart_(trueStart) {}
 
   /// False, with a message, if the counts give no probabilities.
   bool computeProbabilities() {
-    probabilities_.reset(systemMallocArray<double>(2LL * count_));
-    if (probabilities_ == nullptr) return false;
-    integrals_ = probabilities_.get() + count_;
+    // Shares that sum up to no more than 1 are probabilities: each is above 0.
+    if (!trueStart_ && (successors_.end() - 1)->integral <= 1.0) return normalise();
     double integral = 0;
-    for (int i = 0; i < count_; ++i) {
-      if (!computeProbability(handles_[i], &probabilities_[i])) return false;
-      integrals_[i] = integral += probabilities_[i];
+    for (Successor& successor : successors_) {
+      if (trueStart_) successor.probability = startProbability(successor);
+      if (!isProbability(successor)) return false;
+      if (trueStart_) successor.integral = integral += successor.probability;
     }
     return normalise();
   }
-
-  double probabilityOf(int index) const { return probabilities_[index]; }
 
   /// The index by the method, or stopInstead. Draws as many random values as the method needs.
   int pick(int successorMethod, double stopNow, ZQMatrixMediumInfo* info) const {
@@ -160,9 +152,9 @@ class SuccessorChoice {
     switch (successorMethod) {
       case ZQSuccessorMethodMostProbable:
         if (stopNow >= 0.5 && canStop) return stopInstead;
-        return static_cast<int>(std::max_element(probabilities_.get(), integrals_) - probabilities_.get());
+        return static_cast<int>(std::ranges::max_element(successors_, {}, &Successor::probability) - successors_.begin());
       case ZQSuccessorMethodMiddle:
-        return count_ / 2;
+        return static_cast<int>(successors_.size()) / 2;
       default:
         if (stopNow > randomFraction(info) && canStop) return stopInstead;
         return firstBeyond(randomFraction(info));
@@ -170,61 +162,54 @@ class SuccessorChoice {
   }
 
  private:
-  bool computeProbability(int handle, double* probability) const {
-    const ZQMatrixMediumElement* successor = mediumElementAt(matrix_, handle);
-    if (successor == nullptr) return false;
-    if (!trueStart_ && successor->getWriteCount() < 1) {
+  bool isProbability(const Successor& successor) const {
+    if (!trueStart_ && successor.writeCount < 1) {
       dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCount=0!)\n");
       return false;
     }
-    *probability = trueStart_ ? startProbability(*successor)
-                              : static_cast<double>(successor->getWriteCount()) / kernelElement_.getWriteCountWithSuccessor();
-    if (*probability > 1.0 || *probability == 0.0) {
-      dbPrintf(0, "getSuccessor: Warning: illegal probability: %lf\n", *probability);
-      return false;
-    }
-    return true;
+    if (successor.probability <= 1.0 && successor.probability != 0.0) return true;
+    dbPrintf(0, "getSuccessor: Warning: illegal probability: %lf\n", successor.probability);
+    return false;
   }
 
-  double startProbability(const ZQMatrixMediumElement& successor) const {
+  double startProbability(const Successor& successor) const {
     const int sequences = kernelElement_.getWriteCount();
-    const int starts = successor.getWriteCountWithoutPredecessor();
+    const int starts = successor.writeCountWithoutPredecessor;
     if (starts < 1) {
       dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountWithoutPredecessor=0!\n");
     }
     if (sequences == 0) dbPrintf(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountFromRoot =0)\n");
     if (sequences < 1) return 0;
-    return static_cast<double>(starts < 1 ? successor.getWriteCount() : starts) / sequences;
+    return static_cast<double>(starts < 1 ? successor.writeCount : starts) / sequences;
   }
 
   /// Makes the last integral exactly 1.0. Successors that fill less than that share it out among themselves.
   bool normalise() {
-    const double total = integrals_[count_ - 1];
+    double& total = (successors_.end() - 1)->integral;
     if (std::fabs(1.0 - total) >= 1e-7) {
       if (total > 1.0) {
         dbPrintf(0, "GetSuccessor: error: probabilityIntegral >1.0: %lf !\n", total);
         return false;
       }
       const double factor = 1.0 / total;
-      for (int i = 0; i < 2 * count_; ++i) probabilities_[i] *= factor;
+      for (Successor& successor : successors_) {
+        successor.probability *= factor;
+        successor.integral *= factor;
+      }
     }
-    integrals_[count_ - 1] = 1.0;
+    total = 1.0;
     return true;
   }
 
   int firstBeyond(double fraction) const {
-    const double* end = integrals_ + count_;
-    const double* found = std::find_if(static_cast<const double*>(integrals_), end, [=](double sum) { return sum > fraction; });
-    return found != end ? static_cast<int>(found - integrals_) : 0;
+    const Successor* found =
+        std::find_if(successors_.begin(), successors_.end(), [=](const Successor& next) { return next.integral > fraction; });
+    return found != successors_.end() ? static_cast<int>(found - successors_.begin()) : 0;
   }
 
-  const ZQMatrixMedium& matrix_;
-  const int* handles_;
-  const int count_;
+  zmatrix::ZQPodList<Successor>& successors_;
   const ZQMatrixMediumElement& kernelElement_;
   const bool trueStart_;
-  SystemOwned<double> probabilities_;  // and behind them the integrals
-  double* integrals_ = nullptr;        // running sums of the probabilities
 };
 
 /// The share of the occurrences of an element at which a sequence ended.
@@ -309,13 +294,10 @@ int* ZQMatrixMedium::getSuccessorHandlesFromKernelHandle(int* count) {
 
 int* ZQMatrixMedium::getTrueRootSuccessorHandlesFromKernelHandle(int* count) {
   answer(count, 0);
-  const int handle = getMatrixInfo()->getKernelMatrixHandle();
-  const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
-  if (handle < 0 || handle > getMatrixFileHeader()->getMaximalStack() || coordinateDimension < 1) return nullptr;
-  HandleList startItems;
+  zmatrix::ZQHandleList startItems;
   bool hasMemory = true;
-  walkOneItemBelow(*this, handle, coordinateDimension, [&](int position, const ZQMatrixMediumElement& element) {
-    if (element.getWriteCountWithoutPredecessor() > 0) hasMemory = startItems.add(position);
+  walkTrueStarts(*this, [&](int position, const ZQMatrixMediumElement&) {
+    hasMemory = startItems.add(position);
     return hasMemory;
   });
   if (!hasMemory) return nullptr;
@@ -332,14 +314,20 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     return nullptr;
   }
   ZQMatrixMediumInfo* info = getMatrixInfo();
-  int count = 0;
-  SystemOwned<int> handles;
+  const ZQMatrixMediumElement* kernelElement = mediumElementAt(*this, info->getKernelMatrixHandle());
+  const int occurrences = kernelElement != nullptr ? kernelElement->getWriteCountWithSuccessor() : 0;
+  zmatrix::ZQPodList<Successor>& successors = generation.successors;
+  successors.clear();
   if (trueStart == 1 && info->getLengthOfKernelPreProcessedSequence() == 0) {
-    handles.reset(getTrueRootSuccessorHandlesFromKernelHandle(&count));
-    if (count < 1) dbPrintf(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
+    listSuccessors(successors, std::max(occurrences, 1), [this](auto&& visit) { walkTrueStarts(*this, visit); });
+    if (successors.empty()) dbPrintf(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
   }
-  if (count < 1) handles.reset(getSuccessorHandlesFromKernelHandle(&count));
-  if (handles == nullptr || count < 1) {
+  if (successors.empty()) {
+    listSuccessors(successors, std::max(occurrences, 1),
+                   [&](auto&& visit) { zmatrix::visitSuccessors(*this, info->getKernelMatrixHandle(), visit); });
+  }
+  const int count = static_cast<int>(successors.size());
+  if (count < 1) {
     if (updateKernel == 1) initializeKernelSequenceWithPreProcessedSequence(nullptr, 0);
     return nullptr;
   }
@@ -347,10 +335,9 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     dbPrintf(0, "sucessorIndex (%d) out of range. max allowed: %d\n", successorIndex, count - 1);
     return nullptr;
   }
-  const ZQMatrixMediumElement* kernelElement = mediumElementAt(*this, info->getKernelMatrixHandle());
-  if (kernelElement == nullptr || kernelElement->getWriteCountWithSuccessor() < 1) return nullptr;
+  if (occurrences < 1) return nullptr;
   const double stopNow = trueStart == 1 ? 0 : stopProbabilityOf(*kernelElement);
-  SuccessorChoice choice(*this, handles.get(), count, *kernelElement, trueStart == 1);
+  SuccessorChoice choice(successors, *kernelElement, trueStart == 1);
   if (!choice.computeProbabilities()) return nullptr;
 
   const int index = successorIndex != anySuccessor ? successorIndex : choice.pick(successorMethod, stopNow, info);
@@ -360,8 +347,8 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     if (updateKernel == 1) initializeKernelSequenceWithPreProcessedSequence(nullptr, 0);
     return nullptr;
   }
-  const int chosen = handles[index];
-  answer(probability, choice.probabilityOf(index));
+  const int chosen = successors[static_cast<size_t>(index)].handle;
+  answer(probability, successors[static_cast<size_t>(index)].probability);
   answer(stopProbability, certainStopOf(*mediumElementAt(*this, chosen)));
   answer(handle, chosen);
   int* item = getObjexFromMatrixHandle(chosen);

@@ -46,7 +46,7 @@ bool ZQMediumSelfTest::countRule(int position, const ZQMatrixMediumElement& elem
     addOne(info, &ZQMatrixMediumInfo::getUniqueRulesInDimension, length);
   }
   if (timesDetermined >= 2) info.incrementNumberOfOverDeterminedRules();
-  if (!matrix.isRuleMatrixData(reinterpret_cast<ZQMatrixMediumElement**>(matrix.getMatrixData() + position))) return false;
+  if (!matrix.isRuleAt(position)) return false;
   info.incrementNumberOfRuleElements();
   addOne(info, &ZQMatrixMediumInfo::getRulesInDimension, length);
   return true;

@@ -6,6 +6,7 @@
 
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQMemory.h"
+#include "frame/ZQSystemOwned.h"
 #include "frame/ZQTextCharacters.h"
 #include "sequence/ZQNumberCoding.h"
 
@@ -13,17 +14,38 @@ namespace zmatrix {
 
 namespace {
 
-/// Gives back what a result doesn't need of its block.
-template <class Value>
-Value* shrunkTo(Value* block, long long numberOfValues) {
-  if (numberOfValues < 1) return block;
-  auto* smaller = static_cast<Value*>(systemRealloc(block, static_cast<size_t>(numberOfValues) * sizeof(Value)));
-  return smaller != nullptr ? smaller : block;
-}
+/// Results in blocks that go to the caller.
+struct OwnBlocks {
+  template <class Value>
+  Value* provide(long long numberOfValues) {
+    return systemMallocArray<Value>(numberOfValues);
+  }
+  /// Gives back what a result doesn't need of its block.
+  template <class Value>
+  Value* shrunkTo(Value* block, long long numberOfValues) {
+    if (numberOfValues < 1) return block;
+    auto* smaller = static_cast<Value*>(systemRealloc(block, static_cast<size_t>(numberOfValues) * sizeof(Value)));
+    return smaller != nullptr ? smaller : block;
+  }
+};
 
-template <class Value>
-Value* zeroedBlock(size_t length, int* resultLength) {
-  auto* block = systemMallocArray<Value>(static_cast<long long>(length));
+/// Results in a list that is used again.
+struct KeptList {
+  ZQPodList<int>& list;
+
+  template <class Value>
+  Value* provide(long long numberOfValues) {
+    return numberOfValues >= 0 ? list.makeRoomFor(static_cast<size_t>(numberOfValues)) : nullptr;
+  }
+  template <class Value>
+  Value* shrunkTo(Value* block, long long) {
+    return block;
+  }
+};
+
+template <class Value, class Room>
+Value* zeroedBlock(Room room, size_t length, int* resultLength) {
+  auto* block = room.template provide<Value>(static_cast<long long>(length));
   if (block == nullptr) return nullptr;
   std::fill_n(block, length, Value{0});
   *resultLength = static_cast<int>(length);
@@ -34,22 +56,22 @@ Value* zeroedBlock(size_t length, int* resultLength) {
 
 /// Forward difference of the given order, each coordinate for itself: after `order` passes over one copy item i is the difference
 /// of the original items i to i + order. Order 0 is the plain copy.
-template <class Value>
-Value* differenceOfOrder(int order, int coordinateDimension, std::span<const Value> original, int* resultLength) {
+template <class Value, class Room>
+Value* differenceOfOrder(Room room, int order, int coordinateDimension, std::span<const Value> original, int* resultLength) {
   using Unsigned = std::make_unsigned_t<Value>;
   *resultLength = 0;
   if (coordinateDimension < 1) return nullptr;
   const long long length = static_cast<long long>(original.size());
   const long long differenceLength = length - static_cast<long long>(coordinateDimension) * order;
   if (differenceLength < 1) return nullptr;
-  auto* values = systemMallocArray<Value>(length);
+  auto* values = room.template provide<Value>(length);
   if (values == nullptr) return nullptr;
   std::copy(original.begin(), original.end(), values);
   for (long long remaining = length - coordinateDimension; remaining >= differenceLength; remaining -= coordinateDimension)
     for (long long i = 0; i < remaining; i++)
       values[i] = static_cast<Value>(static_cast<Unsigned>(values[i + coordinateDimension]) - static_cast<Unsigned>(values[i]));
   *resultLength = static_cast<int>(differenceLength);
-  return differenceLength < length ? shrunkTo(values, differenceLength) : values;
+  return differenceLength < length ? room.shrunkTo(values, differenceLength) : values;
 }
 
 // --- text
@@ -104,11 +126,12 @@ class TextNormaliser {
   size_t written_ = 0;
 };
 
-int* normalisedText(std::span<const int> text, int* resultLength) {
-  auto* normalised = systemMallocArray<int>(static_cast<long long>(text.size()));
+template <class Room>
+int* normalisedText(Room room, std::span<const int> text, int* resultLength) {
+  auto* normalised = room.template provide<int>(static_cast<long long>(text.size()));
   if (normalised == nullptr) return nullptr;
   *resultLength = TextNormaliser(text, normalised).run();
-  return shrunkTo(normalised, *resultLength);
+  return room.shrunkTo(normalised, *resultLength);
 }
 
 // --- MIDI
@@ -152,7 +175,8 @@ struct MidiPreprocessing {
     return markers;
   }
 
-  static int* run(const PreprocessingSettings& settings, std::span<const int> original, int* resultLength) {
+  template <class Room>
+  static int* run(Room room, const PreprocessingSettings& settings, std::span<const int> original, int* resultLength) {
     if (settings.coordinateDimension != coordinates) return nullptr;
     const BarLines bars{barLengthInQuanta(
         settings, "getPreprocessed Sequence: illegal values for timeSignature, assuming 4/4 time signature...\n")};
@@ -165,7 +189,7 @@ struct MidiPreprocessing {
                mostBarMarkers);
       return nullptr;
     }
-    auto* result = systemMallocArray<int>(length);
+    auto* result = room.template provide<int>(length);
     if (result == nullptr) return nullptr;
 
     int* item = result;
@@ -186,6 +210,28 @@ bool isEmpty(std::span<const Value> originalSequence) {
   if (originalSequence.data() != nullptr && !originalSequence.empty()) return false;
   dbPrintf(0, "Warning from getProcessedSequence: originalSequence is empty\n");
   return true;
+}
+
+/// What the number codings leave over: differences, text and MIDI items.
+template <class Room>
+int* preProcessedIn(Room room, const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength) {
+  const int type = settings.preProcessingType;
+  if (type >= 0 && type <= ZQPreProcessingTypeHighestDifference)
+    return differenceOfOrder(room, type, settings.coordinateDimension, originalSequence, resultLength);
+  switch (type) {
+    case ZQPreProcessingTypeANSIText:
+      return normalisedText(room, originalSequence, resultLength);
+    case ZQPreProcessingTypeSecondText:
+      return zeroedBlock<int>(room, originalSequence.size(), resultLength);
+    case ZQPreProcessingTypeMidiNoteAndModQuanta:
+      return MidiPreprocessing<2>::run(room, settings, originalSequence, resultLength);
+    case ZQPreProcessingTypeMidiTriple_NDMT:
+      return MidiPreprocessing<3>::run(room, settings, originalSequence, resultLength);
+    case ZQPreProcessingTypeMidiGMQuadruple_NDMTS:
+      return MidiPreprocessing<4>::run(room, settings, originalSequence, resultLength);
+    default:
+      return nullptr;
+  }
 }
 
 }  // namespace
@@ -213,24 +259,20 @@ bool givesSequence(const PreprocessingSettings& settings, long long length) {
 int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength) {
   *resultLength = 0;
   if (isEmpty(originalSequence)) return nullptr;
-  const int type = settings.preProcessingType;
-  if (type < 0) return nullptr;
-  if (type <= ZQPreProcessingTypeHighestDifference)
-    return differenceOfOrder(type, settings.coordinateDimension, originalSequence, resultLength);
-  switch (type) {
-    case ZQPreProcessingTypeANSIText:
-      return normalisedText(originalSequence, resultLength);
-    case ZQPreProcessingTypeSecondText:
-      return zeroedBlock<int>(originalSequence.size(), resultLength);
-    case ZQPreProcessingTypeMidiNoteAndModQuanta:
-      return MidiPreprocessing<2>::run(settings, originalSequence, resultLength);
-    case ZQPreProcessingTypeMidiTriple_NDMT:
-      return MidiPreprocessing<3>::run(settings, originalSequence, resultLength);
-    case ZQPreProcessingTypeMidiGMQuadruple_NDMTS:
-      return MidiPreprocessing<4>::run(settings, originalSequence, resultLength);
-    default:
-      return isNumberCoding(type) ? numberCodedSequence(settings, originalSequence, resultLength) : nullptr;
+  if (isNumberCoding(settings.preProcessingType)) return numberCodedSequence(settings, originalSequence, resultLength);
+  return preProcessedIn(OwnBlocks{}, settings, originalSequence, resultLength);
+}
+
+const int* preProcessedSequenceIn(ZQPodList<int>& room, const PreprocessingSettings& settings,
+                                  std::span<const int> originalSequence, int* resultLength) {
+  if (!isNumberCoding(settings.preProcessingType)) {
+    *resultLength = 0;
+    return isEmpty(originalSequence) ? nullptr : preProcessedIn(KeptList{room}, settings, originalSequence, resultLength);
   }
+  const SystemOwned<int> coded(preProcessedSequence(settings, originalSequence, resultLength));
+  const bool isKept = coded != nullptr && room.copyFrom(std::span<const int>(coded.get(), static_cast<size_t>(*resultLength)));
+  if (!isKept) *resultLength = 0;
+  return isKept ? room.makeRoomFor(room.size()) : nullptr;
 }
 
 long long* longLongPreProcessedSequence(const PreprocessingSettings& settings, std::span<const long long> originalSequence,
@@ -239,8 +281,8 @@ long long* longLongPreProcessedSequence(const PreprocessingSettings& settings, s
   const int type = settings.preProcessingType;
   if (type < 0) return nullptr;
   if (type <= ZQPreProcessingTypeHighestDifference)
-    return differenceOfOrder(type, settings.coordinateDimension, originalSequence, resultLength);
-  if (type == ZQPreProcessingTypeSecondText) return zeroedBlock<long long>(originalSequence.size(), resultLength);
+    return differenceOfOrder(OwnBlocks{}, type, settings.coordinateDimension, originalSequence, resultLength);
+  if (type == ZQPreProcessingTypeSecondText) return zeroedBlock<long long>(OwnBlocks{}, originalSequence.size(), resultLength);
   return isNumberCoding(type) ? longLongNumberCodedSequence(settings, originalSequence, resultLength) : nullptr;
 }
 

@@ -355,10 +355,7 @@ struct ZQRulePruning {
     if (void* fewer = systemRealloc(infos, static_cast<size_t>(kept) * sizeof *infos)) {
       matrix.setMatrixInfoArray(static_cast<ZQMatrixBaseInfo**>(fewer));
     }
-    ZQMatrixBaseElement*** entries = matrix.getMatrixDataEntryArray();
-    if (void* fewer = systemRealloc(entries, static_cast<size_t>(kept) * sizeof *entries)) {
-      matrix.setMatrixDataEntryArray(static_cast<ZQMatrixBaseElement***>(fewer));
-    }
+    matrix.resizeEntryArray(kept);
     header->resizeStopFlags(kept);
   }
 };

@@ -1,10 +1,10 @@
 // Learning: every sub-sequence of up to a phrase limit is written as a phrase, shortest first, told once for the tiers that
 // learn.
 //
-// The loop runs by length. For each start it keeps the front: where the phrase of the length before ends, as position and record.
-// The next length is one item down from there. A move changes positions but never a record's address, so a front is good while
-// its slot still holds its record; else, and where the phrase before was left out, the walk begins at the root. A phrase is a
-// slice of the preprocessed sequence: nothing is allocated for one, unless the caller wants all of them handed out.
+// The loop runs by length. For each start it keeps the front: where the phrase of the length before ends, as position and name
+// of the record there. The next length is one item down from there. A move changes positions, so a front is good while its slot
+// still holds its record; else, and where the phrase before was left out, the walk begins at the root. A phrase is a slice of
+// the preprocessed sequence: nothing is allocated for one, unless the caller wants all of them handed out.
 #pragma once
 
 #include <cmath>
@@ -57,6 +57,7 @@ struct ZQSequenceUpdate {
 
  private:
   using Front = zmatrix::ZQFront;
+  static constexpr int mostElementsInCache = 32768;  // with no more than these a look ahead costs more than it saves
 
   // Where a phrase lies, as far as it exists.
   struct Place {
@@ -72,15 +73,11 @@ struct ZQSequenceUpdate {
       dbPrintf(0, "updateMatrixWithCombinedSeq: Cannot alloc indexVectors!\n");
       return false;
     }
-    for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.elementAt(root)};
-    releasedRecords = matrix.getReleasedRecords();
+    for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.nameOfRecordAt(root)};
     return true;
   }
 
-  bool isGood(const Front& front) const {
-    return front.position >= 0 && matrix.elementAt(front.position) == front.record &&
-           matrix.getReleasedRecords() == releasedRecords;
-  }
+  bool isGood(const Front& front) const { return front.position >= 0 && matrix.nameOfRecordAt(front.position) == front.record; }
 
   // All phrases whose first `known` integers are the phrases of the pass before.
   bool learnPhrasesOf(int known, zmatrix::ZQLearnedPhrases& phrases) {
@@ -89,11 +86,17 @@ struct ZQSequenceUpdate {
     // A last item that is cut short still begins a phrase.
     const int numberOfStarts = (length - known + c - 1) / c;
     zmatrix::ZQDescentPrefetch ahead(matrix, fronts.get(), numberOfStarts, sequence + known, c);
+    const bool isPlain = isPlainPass(known, phrases);
+    const bool looksAhead = info.getNumberOfMatrixElements() > mostElementsInCache;
     for (int item = 0; item < numberOfStarts; ++item) {
-      ahead.lookAhead(item);
+      if (looksAhead) ahead.lookAhead(item);
+      if (isPlain && countKnown(item, known)) continue;
       const long long number = firstOfRun + item;
+      const Plain plain = isPlain ? addPlain(item, known) : Plain::notHandled;
+      if (plain == Plain::learned) continue;
+      if (plain == Plain::failed) reportAbortion(number);
       if (!phrases.add(sequence + item * c, phraseLength)) return false;
-      if (!learnPhrase(item, known, number, phrases)) {
+      if (plain == Plain::failed || !learnPhrase(item, known, number, phrases)) {
         numberOfProcessedVectors = number;
         return false;
       }
@@ -101,6 +104,68 @@ struct ZQSequenceUpdate {
     firstOfPreviousRun = firstOfRun;
     numberOfProcessedVectors = firstOfRun + (length - known) / c;
     return true;
+  }
+
+  // True if the phrases of a pass need no more than to be counted or added: nobody wants a message or a copy, no limit is near.
+  bool isPlainPass(int known, const zmatrix::ZQLearnedPhrases& phrases) const {
+    return !phrases.areWanted() && !ZQDebugChannel::shows(8) && !info.getMemIsReadOnly() && known + c < info.getMaxDimOfMatrix();
+  }
+
+  // learnPhrase in a plain pass, for a phrase that follows its front and is known. False, and nothing done, for any other.
+  bool countKnown(int item, int known) {
+    Front& front = fronts[item];
+    auto* element = matrix.template elementNamed<Element>(front.position, front.record);
+    if (element == nullptr) return false;
+    const int* coordinates = sequence + static_cast<long long>(item) * c + known;
+    int position = front.position;
+    for (int i = 0; i < c; ++i) {
+      position = matrix.childOf(position, *element, coordinates[i]);
+      if (position < 0) return false;
+      element = matrix.template recordInSlot<Element>(position);
+    }
+    const bool isWritten = element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0;
+    if (leavesOutDetermined && !isWritten) return false;
+    if (isWritten) ++numberOfOverwrites;
+    for (int i = 0; i < c; ++i) Write::countStep(info, known + i, coordinates[i]);
+    Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
+    front = {position, element->getName()};
+    return true;
+  }
+
+  enum class Plain { notHandled, learned, failed };
+
+  // The same for a phrase that is not known and may be added without a question. Most phrases of a new text come here, and few of
+  // a known one: out of line it keeps the way of these short.
+  [[gnu::noinline]] Plain addPlain(int item, int known) {
+    Front& front = fronts[item];
+    if (leavesOutDetermined || !isGood(front)) return Plain::notHandled;
+    const int* coordinates = sequence + static_cast<long long>(item) * c + known;
+    int position = front.position;
+    for (int i = 0; i < c; ++i) {
+      const int child = matrix.childAt(position, coordinates[i]);
+      if (child >= 0) {
+        position = child;
+        Write::countStep(info, known + i, coordinates[i]);
+      } else if (!Write::stepToNew(matrix, info, position, known + i, coordinates[i])) {
+        return Plain::failed;
+      }
+    }
+    auto* element = matrix.template recordInSlot<Element>(position);
+    Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
+    front = {position, element->getName()};
+    return Plain::learned;
+  }
+
+  typename Tier::WriteFlags flagsOf(int item, int known) const {
+    typename Tier::WriteFlags flags{};
+    flags.startFlag = item == 0 && known == 0 && usesStart;
+    flags.endFlag = usesEnd && item * c >= length - known - c;
+    if (markers != nullptr) Tier::markPhrase(flags, markers + item, known / c + 1);
+    return flags;
+  }
+
+  static void reportAbortion(long long number) {
+    dbPrintf(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", static_cast<int>(number));
   }
 
   bool learnPhrase(int item, int known, long long number, zmatrix::ZQLearnedPhrases& phrases) {
@@ -119,16 +184,13 @@ struct ZQSequenceUpdate {
       if (ZQDebugChannel::shows(8)) report(number, "No. %ld -> %s skipped (determined)\n", phrase, phraseLength);
       return true;
     }
-    typename Tier::WriteFlags flags{};
-    flags.startFlag = start == 0 && known == 0 && usesStart;
-    flags.endFlag = usesEnd && start >= length - phraseLength;
-    if (markers != nullptr) Tier::markPhrase(flags, markers + item, phraseLength / c);
+    const typename Tier::WriteFlags flags = flagsOf(item, known);
     const int position = writeFrom(place, phrase, phraseLength, followsFront ? known : 0, flags);
     if (position < 0) {
-      dbPrintf(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", static_cast<int>(number));
+      reportAbortion(number);
       return false;
     }
-    front = {position, matrix.elementAt(position)};
+    front = {position, matrix.nameOfRecordAt(position)};
     if (ZQDebugChannel::shows(8)) {
       report(number, place.isWritten ? "no. %ld -> %s overwritten\n" : "no. %ld -> %s added\n", phrase, phraseLength);
     }
@@ -183,7 +245,7 @@ struct ZQSequenceUpdate {
     if (!isGood(next) || known >= info.getMaxDimOfMatrix()) {
       return matrix.isDeterminedMatrixData(sequence + item * c, known + c) > 0;
     }
-    const auto* element = static_cast<const Element*>(next.record);
+    const auto* element = static_cast<const Element*>(matrix.elementAt(next.position));
     int position = next.position;
     for (int i = 0; i < c; ++i) {
       const ZQMatrixBaseElement* at = matrix.elementAt(position);
@@ -235,7 +297,6 @@ struct ZQSequenceUpdate {
   const bool usesStart;
   const bool usesEnd;
   std::unique_ptr<Front[]> fronts;
-  unsigned releasedRecords = 0;
   long long firstOfRun = 0;
   long long firstOfPreviousRun = -1;
   long long numberOfProcessedVectors = 0;

@@ -77,17 +77,19 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
       1) {
     return 0;
   }
-  if (coordinateDimension < 1) return 0;
+  // Large indices force a dimension of their own on an empty matrix.
+  const int dimension = matrix.getMatrixInfo()->getCoordinateDimension();
+  if (coordinateDimension < 1 || dimension < 1) return 0;
   int numberOfIntegers = 0;
   const SystemOwned<int> preProcessed(matrix.getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfIntegers));
   if (preProcessed == nullptr) {
     numberOfIntegers = 0;
-    if (givesSequence({preProcessingType, coordinateDimension}, length)) {
+    if (givesSequence({preProcessingType, dimension}, length)) {
       learnPreProcessed(matrix, nullptr, 0, {}, nullptr);  // counts the root, as every failure behind the settings does
       return -2;
     }
   }
-  const int numberOfItems = numberOfIntegers / coordinateDimension;
+  const int numberOfItems = numberOfIntegers / dimension;
   if (matrixType == ZQMatrixTypeANSIText && Matrix::shows(5)) showPreProcessedText(preProcessed.get(), numberOfIntegers);
 
   return learnPreProcessed(matrix, preProcessed.get(), numberOfItems, outputs, symbolMarkers);

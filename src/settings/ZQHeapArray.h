@@ -70,10 +70,12 @@ class RowTable {
   int* operator[](int row) { return rows[row]; }
   int numberOfRows() const { return rows.size(); }
   int rowLength() const { return lengthOfRows; }
+  bool holds(int rowCount, int length) const { return rowCount <= rows.size() && length <= lengthOfRows; }
 
   /// Makes room for at least this much; what is new is 0 and nothing gets smaller. False if there is no room, or if it is more
   /// than mostValues.
   bool grow(int rowCount, int length) {
+    if (holds(rowCount, length)) return true;
     const long long numberOfValues =
         static_cast<long long>(rowCount > rows.size() ? rowCount : rows.size()) * (length > lengthOfRows ? length : lengthOfRows);
     if (numberOfValues > mostValues) return false;

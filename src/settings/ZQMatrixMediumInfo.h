@@ -164,8 +164,14 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return kernelRows(kernelPreProcessedSequence);
   }
   /// Makes the rows hold at least `length` items; the internal lengths are the caller's to set. False if memory has run out.
-  bool provideKernelOriginalRows(int length);
-  bool provideKernelPreProcessedRows(int length);
+  bool provideKernelOriginalRows(int length) {
+    return (kernelOriginalSequence.holds(coordinateDimension, length) &&
+            kernelOriginalSequenceInitialValues.holds(coordinateDimension, length)) ||
+           growKernelOriginalRows(length);
+  }
+  bool provideKernelPreProcessedRows(int length) {
+    return kernelPreProcessedSequence.holds(coordinateDimension, length) || growKernelPreProcessedRows(length);
+  }
 
   /// Back to the root, and to the initial values or the default item. The items left in the original kernel.
   int resetKernelSequence(int id, int resetInitialValues);
@@ -223,6 +229,8 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   zmatrix::HeapArray<char> namesOfUpdateFiles;
 
  private:
+  bool growKernelOriginalRows(int length);
+  bool growKernelPreProcessedRows(int length);
   template <class Fields>
   void describeKernel(Fields& fields, zmatrix::RowTable& rows, int& length);
   template <class Fields>

@@ -35,13 +35,13 @@ void answer(Number* out, Number value) {
 
 }  // namespace
 
-bool ZQMatrixMediumInfo::provideKernelOriginalRows(int length) {
+bool ZQMatrixMediumInfo::growKernelOriginalRows(int length) {
   const int lengthOfRows = std::max(length, firstKernelLength);
   return kernelOriginalSequence.grow(coordinateDimension, lengthOfRows) &&
          kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfRows);
 }
 
-bool ZQMatrixMediumInfo::provideKernelPreProcessedRows(int length) {
+bool ZQMatrixMediumInfo::growKernelPreProcessedRows(int length) {
   return kernelPreProcessedSequence.grow(coordinateDimension, std::max(length, firstKernelLength));
 }
 

@@ -97,7 +97,12 @@ void ZQFreeSlotIndex::clear() {
 void ZQFreeSlotIndex::fill(int slot) {
   const size_t word = static_cast<size_t>(slot) >> 6;
   const uint64_t bit = uint64_t{1} << (slot & 63);
-  if ((freeSlots[word] & bit) != 0) fillWord(word, bit);
+  if ((freeSlots[word] & bit) == 0) return;
+  const size_t region = word >> 6;
+  --numberOfFreeInRegion[region];
+  if ((freeSlots[word] &= ~bit) != 0) return;
+  wordsWithFree[region] &= ~(uint64_t{1} << (word & 63));
+  if (wordsWithFree[region] == 0) regionsWithFree[region >> 6] &= ~(uint64_t{1} << (region & 63));
 }
 
 void ZQFreeSlotIndex::fillWord(size_t word, uint64_t occupied) {
@@ -122,6 +127,8 @@ void ZQFreeSlotIndex::markFree(int slot) {
 void ZQFreeSlotIndex::release(int slot) {
   if (isFree(slot)) return;
   markFree(slot);
+  const size_t region = static_cast<size_t>(slot) >> regionLog2;
+  if (numberOfFreeInRegion[region] == manyFreeOfRegion) pairs.setAllNarrowOf(region);
   admitPairsOf(slot);
   admitTriplesOf(slot);
 }
@@ -132,15 +139,28 @@ void ZQFreeSlotIndex::admitPairsOf(int slot) {
   const size_t region = static_cast<size_t>(slot) >> regionLog2;
   if (pairs.hasNarrowNoIn(region)) {
     for (int base = 1; base <= narrow; base += 64) {
-      for (uint64_t bits = slotsFrom(static_cast<long long>(slot) + base); bits != 0; bits &= bits - 1) {
+      const uint64_t asked = pairs.rowsWithNo(static_cast<size_t>(base >> 6));
+      for (uint64_t bits = slotsFrom(static_cast<long long>(slot) + base) & asked; bits != 0; bits &= bits - 1) {
         pairs.set(base + std::countr_zero(bits) - 1, region);
       }
     }
   }
   const int lowest = slot > narrow ? slot - narrow : 0;
   if (pairs.hasNarrowNoIn(region) || pairs.hasNarrowNoIn(static_cast<size_t>(lowest) >> regionLog2)) {
-    for (int other = previousFree(slot - 1, lowest); other != none; other = previousFree(other - 1, lowest)) {
-      pairs.set(static_cast<int>(slot - other) - 1, static_cast<size_t>(other) >> regionLog2);
+    if (slot >= narrow) {
+      for (int base = 0; base < narrow; base += 64) {  // bit 63 - i is the slot base + i + 1 below
+        const uint64_t asked = pairs.rowsWithNo(static_cast<size_t>(base >> 6));
+        if (asked == 0) continue;
+        for (uint64_t bits = slotsFrom(static_cast<long long>(slot) - base - 64); bits != 0;) {
+          const int i = std::countl_zero(bits);
+          bits &= ~(uint64_t{1} << (63 - i));
+          if (((asked >> i) & 1) != 0) pairs.set(base + i, static_cast<size_t>(slot - base - i - 1) >> regionLog2);
+        }
+      }
+    } else {
+      for (int other = previousFree(slot - 1, lowest); other != none; other = previousFree(other - 1, lowest)) {
+        pairs.set(static_cast<int>(slot - other) - 1, static_cast<size_t>(other) >> regionLog2);
+      }
     }
   }
   for (int index = 0; index < pairs.getNumberOfWideDistances(); ++index) {

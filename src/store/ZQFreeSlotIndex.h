@@ -4,6 +4,7 @@
 // slot keep it.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 #include "store/ZQPairFilter.h"
@@ -27,16 +28,8 @@ class ZQFreeSlotIndex {
   /// Marks a slot as occupied; an occupied one stays so.
   void fill(int slot);
 
-  /// Marks all slots below `end` that hold something in one pass.
-  template <class Record>
-  void fillWhereOccupied(Record* const* slots, int end) {
-    for (int first = 0; first < end; first += 64) {
-      uint64_t occupied = 0;
-      const int count = end - first < 64 ? end - first : 64;
-      for (int i = 0; i < count; ++i) occupied |= static_cast<uint64_t>(slots[first + i] != nullptr) << i;
-      if (occupied != 0) fillWord(static_cast<size_t>(first) >> 6, occupied);
-    }
-  }
+  /// Marks those of 64 slots as occupied whose bit is set: bit i is the slot 64 * word + i.
+  void fillWord(size_t word, uint64_t occupied);
 
   /// Marks a slot as free; a free one stays so.
   void release(int slot);
@@ -55,6 +48,19 @@ class ZQFreeSlotIndex {
   /// The highest free slot in `lowest` .. `from`, or none; it doesn't look below `lowest`.
   int previousFree(long long from, long long lowest) const;
 
+  /// Occupied slots among 64: bit i is the slot 64 * word + i.
+  uint64_t occupiedInWord(int word) const { return ~freeSlots[static_cast<size_t>(word)]; }
+
+  /// The free slot nearest to `centre` but not `centre` itself, at equal distances the lower one, if it is one of the 64 on
+  /// either side and these all lie in the block; else none.
+  int nearestWithinWord(int centre) const {
+    if (centre < 64 || centre >= numberOfSlots - 64) return none;
+    const int below = std::countl_zero(slotsFrom(centre - 64LL)) + 1;
+    const int above = std::countr_zero(slotsFrom(centre + 1LL)) + 1;
+    if (below > 64 && above > 64) return none;
+    return below <= above ? centre - below : centre + above;
+  }
+
   /// The free slot at or above `from` that comes after `skip` others, or none.
   int nthFree(int from, long long skip) const;
 
@@ -62,6 +68,7 @@ class ZQFreeSlotIndex {
   friend class ZQShiftSearch;
 
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
+  static constexpr int manyFreeOfRegion = 256;  // of 4096: enough for a pair of each narrow distance, which is then told at once
 
   /// 64 slots from `slot` on, which need not be a multiple of 64; slots behind the end read as occupied.
   uint64_t slotsFrom(long long slot) const {
@@ -71,7 +78,6 @@ class ZQFreeSlotIndex {
     return shift == 0 ? freeSlots[word] : (freeSlots[word] >> shift) | (freeSlots[word + 1] << (64 - shift));
   }
 
-  void fillWord(size_t word, uint64_t occupied);
   void markFree(int slot);
   void admitPairsOf(int slot);
   void admitTriplesOf(int slot);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <climits>
+#include <iterator>
 #include <memory>
 #include <new>
 
@@ -31,6 +32,21 @@ inline void splitItem(long long item, long long m, int* coordinates) {
   coordinates[3] = coordinateOf(rest2 % m);
 }
 
+/// Room for the coordinates of split items: those of a few lie on the stack, so that a call for one vector asks the heap nothing.
+class SplitRoom {
+ public:
+  /// Null if memory has run out.
+  int* provide(size_t length) {
+    if (length <= std::size(few)) return few;
+    many.reset(new (std::nothrow) int[length]);
+    return many.get();
+  }
+
+ private:
+  int few[64];
+  std::unique_ptr<int[]> many;
+};
+
 /// Runs a plain operation on the split items. `refused` is the result where the coordinate dimension is wrong.
 template <class Item, class Result, class Operation>
 Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Result refused, const char* name,
@@ -49,10 +65,11 @@ Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Resul
     return operation(neverRead, static_cast<int>(splitLength > INT_MAX ? INT_MAX : splitLength < 0 ? -1 : splitLength));
   }
   const long long m = info->getMaximalMatrixIndex();
-  std::unique_ptr<int[]> vector(new (std::nothrow) int[static_cast<size_t>(splitLength)]);
+  SplitRoom room;
+  int* const vector = room.provide(static_cast<size_t>(splitLength));
   if (vector == nullptr || m < 1) return refused;
-  for (int i = 0; i < length; ++i) splitItem(items[i], m, vector.get() + static_cast<size_t>(i) * coordinatesOfItem);
-  return operation(vector.get(), static_cast<int>(splitLength));
+  for (int i = 0; i < length; ++i) splitItem(items[i], m, vector + static_cast<size_t>(i) * coordinatesOfItem);
+  return operation(vector, static_cast<int>(splitLength));
 }
 
 /// The position of the element that the last read walk found at the end of this vector. The begin of a field may lie beyond an

@@ -27,8 +27,8 @@ bool ZQLinkCheck::begin(int numberOfRoots, int lastSlot, long long largestLegalI
   return isBelowParent.resize(numberOfWords, 0) && reachesRoot.resize(numberOfWords, 0);
 }
 
-bool ZQLinkCheck::isSound(ZQMatrixBaseElement* const* slots) {
-  return !isBroken && leading.value() == led.value() && allReachRoots(slots);
+bool ZQLinkCheck::isSound(const ZQMatrixBase& matrix) {
+  return !isBroken && leading.value() == led.value() && allReachRoots(matrix);
 }
 
 /// The first element at or above a slot that stands below its parent; -1 if there is none.
@@ -43,11 +43,10 @@ long long ZQLinkCheck::nextBelowParent(long long from) const {
 // Parents lie anywhere, so that several ways are gone by turns: what one needs next is sent for while the others go on. A way
 // ends where it is known that a root is reached, and is then known itself. After as many steps as there are slots it is a circle.
 // An empty slot on the way shows that the fingerprints agreed by chance.
-bool ZQLinkCheck::allReachRoots(ZQMatrixBaseElement* const* slots) {
+bool ZQLinkCheck::allReachRoots(const ZQMatrixBase& matrix) {
   struct Way {
     long long start = -1;
     long long at = -1;
-    bool isRecordSentFor = false;
     int steps = 0;
   };
   Way ways[waysAtOnce];
@@ -63,18 +62,14 @@ bool ZQLinkCheck::allReachRoots(ZQMatrixBaseElement* const* slots) {
   while (numberOfWays > 0) {
     for (int i = 0; i < numberOfWays;) {
       Way& way = ways[i];
-      if (way.isRecordSentFor) {
-        const ZQMatrixBaseElement* element = slots[way.at];
+      if (!isKnown(way.at)) {
+        const ZQMatrixBaseElement* element = matrix.elementAt(way.at);
         if (element == nullptr || ++way.steps > top) return false;
         way.at += element->getOffsetToElementInPrevDimension();
-        way.isRecordSentFor = false;
-        __builtin_prefetch(slots + way.at);
+        matrix.prefetchSlot(way.at);
         __builtin_prefetch(&reachesRoot[wordOf(way.at)]);
-      } else if (!isKnown(way.at)) {
-        __builtin_prefetch(slots[way.at]);
-        way.isRecordSentFor = true;
       } else {
-        for (long long at = way.start; !isKnown(at); at += slots[at]->getOffsetToElementInPrevDimension()) {
+        for (long long at = way.start; !isKnown(at); at += matrix.elementAt(at)->getOffsetToElementInPrevDimension()) {
           reachesRoot[wordOf(at)] |= bitOf(at);
         }
         if (!begin(way)) way = ways[--numberOfWays];

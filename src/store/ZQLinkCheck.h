@@ -13,7 +13,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "store/ZQMatrixElements.h"
+#include "store/ZQMatrixBase.h"
 #include "store/ZQPodArray.h"
 
 namespace zmatrix {
@@ -57,8 +57,8 @@ class ZQLinkCheck {
     if (up > 0) isBelowParent[wordOf(slot)] |= bitOf(slot);
   }
 
-  /// True if all links of the elements that have passed, and are now in the slots, answer each other and lead to a root.
-  bool isSound(ZQMatrixBaseElement* const* slots);
+  /// True if all links of the elements that have passed, and are now in the matrix, answer each other and lead to a root.
+  bool isSound(const ZQMatrixBase& matrix);
 
  private:
   static constexpr int waysAtOnce = 16;
@@ -86,7 +86,7 @@ class ZQLinkCheck {
   static uint64_t bitOf(long long slot) { return uint64_t{1} << (static_cast<size_t>(slot) & 63); }
   bool isKnown(long long slot) const { return slot < roots || (reachesRoot[wordOf(slot)] & bitOf(slot)) != 0; }
   long long nextBelowParent(long long from) const;
-  bool allReachRoots(ZQMatrixBaseElement* const* slots);
+  bool allReachRoots(const ZQMatrixBase& matrix);
 
   int roots = 0;
   int top = -1;

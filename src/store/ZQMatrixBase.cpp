@@ -55,12 +55,7 @@ int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const cha
 
 void ZQMatrixBase::deInitMatrix() {
   currentMatrixID = 0;
-  records.clear();
-  ++releasedRecords;
-  systemFree(matrixData);
-  matrixData = nullptr;
-  numberOfSlots = 0;
-  freeSlots.clear();
+  releaseMemory();
   ZQMatrixFileHeader* header = matrixFileHeader;
   if (matrixDataEntryArray != nullptr) {
     for (int id = 0; id < header->getMaxNumberOfMatrices(); ++id) matrixDataEntryArray[id] = nullptr;

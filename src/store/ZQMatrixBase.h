@@ -14,16 +14,21 @@
 
 #include <zmatrix/zq_types.h>
 
+#include <cstdint>
+#include <cstring>
+#include <new>
 #include <span>
 
 #include "frame/ZQDebugChannel.h"
+#include "frame/ZQPageProvider.h"
+#include "frame/ZQZeroedMemory.h"
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixFileHeader.h"
 #include "settings/ZQMatrixForwards.h"
+#include "store/ZQFieldCounts.h"
 #include "store/ZQFreeSlotIndex.h"
 #include "store/ZQMatrixElements.h"
 #include "store/ZQPodList.h"
-#include "store/ZQRecordSlab.h"
 
 struct ZQBaseTier;
 
@@ -48,9 +53,11 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   void setMatrixDebugOff();
 
   // --- members
-  ZQMatrixBaseElement** getMatrixData() { return matrixData; }
-  ZQMatrixBaseElement*** getMatrixDataEntryArray() { return matrixDataEntryArray; }
-  ZQMatrixBaseElement** getMatrixDataEntry() { return matrixDataEntryArray[currentMatrixID]; }
+  /// The block as an array of pointers, null for an empty slot, and the addresses of the roots' entries in it: good until the
+  /// next write or delete. Null if memory has run out. The array is made when it is asked for.
+  ZQMatrixBaseElement** getMatrixData();
+  ZQMatrixBaseElement*** getMatrixDataEntryArray();
+  ZQMatrixBaseElement** getMatrixDataEntry() { return getMatrixDataEntryArray()[currentMatrixID]; }
   ZQMatrixBaseInfo** getMatrixInfoArray() { return matrixInfoArray; }
   ZQMatrixBaseInfo* getMatrixInfo() const { return matrixInfoArray[currentMatrixID]; }
   ZQMatrixBaseInfo* getMatrixInfo(int id) const { return matrixInfoArray[id]; }
@@ -142,40 +149,89 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   // --- for the tellings that the tiers share
   /// The record of a slot, or null if the slot is empty or outside the block.
   ZQMatrixBaseElement* elementAt(long long position) const {
-    return position >= 0 && position < numberOfSlots ? matrixData[position] : nullptr;
+    if (!isSlot(position)) return nullptr;
+    ZQMatrixBaseElement* element = recordIn(position);
+    return element->getName() != 0 ? element : nullptr;
   }
-  /// Ask for a slot, or for the record that a slot holds, before it is needed. Any position is allowed.
+  bool isSlot(long long position) const {
+    return static_cast<unsigned long long>(position) < static_cast<unsigned>(numberOfSlots);
+  }
+  /// Asks for a slot before it is needed. Any position is allowed.
   void prefetchSlot(long long position) const {
-    if (position >= 0 && position < numberOfSlots) __builtin_prefetch(matrixData + position);
-  }
-  void prefetchElementAt(long long position) const { __builtin_prefetch(elementAt(position)); }
-  void prefetchFirstChildOf(int position) const {
-    prefetchElementAt(static_cast<long long>(position) + matrixData[position]->getOffsetToElementInNextDimension());
+    __builtin_prefetch(
+        reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(slots) + static_cast<uintptr_t>(position) * sizeOfRecord));
   }
   ZQMatrixBaseElement* parentOf(int position) const;
+  /// Names the record in a slot; no other record of the matrix has the name. noRecord for an empty slot.
+  using RecordName = unsigned;
+  static constexpr RecordName noRecord = 0;
+  RecordName nameOfRecordAt(long long position) const { return isSlot(position) ? recordIn(position)->getName() : noRecord; }
+  /// The record of that name, if the slot still holds it, else null. `Element` is the tier's.
+  template <class Element>
+  Element* elementNamed(long long position, RecordName record) const {
+    if (!isSlot(position)) return nullptr;
+    Element* element = recordInSlot<Element>(position);
+    return element->getName() == record ? element : nullptr;
+  }
+  /// childAt for a record of the tier that is at hand.
+  template <class Element>
+  int childOf(long long parentPosition, Element& parent, int coordinate) const {
+    if (parent.getOffsetToElementInNextDimension() == 0 || !knowsFirstChild(parentPosition, parent)) return -1;
+    const long long target =
+        parentPosition + parent.getOffsetToElementInNextDimension() - parent.getIndexOfFirstChild() + coordinate;
+    if (!isSlot(target)) return -1;
+    const int offsetToParent = recordInSlot<Element>(target)->getOffsetToElementInPrevDimension();
+    return offsetToParent != 0 && target + offsetToParent == parentPosition ? static_cast<int>(target) : -1;
+  }
+  /// The record in a slot of the block, whether it is empty or not. `Element` is the tier's.
+  template <class Element>
+  Element* recordInSlot(long long position) const {
+    return reinterpret_cast<Element*>(slots) + position;
+  }
+  /// Where the child for a coordinate lies, if it exists; -1 if the element has no children at all.
+  long long slotOfChild(int parentPosition, int coordinate) const;
   /// The position of the child for a coordinate, or -1.
   int childAt(int parentPosition, int coordinate) const;
   /// What getMatrixHandleFromElementVector gives for a vector of `length` integers that ends with `item`, from the position where
   /// the vector without it ends: one item down instead of a walk from the root.
   int handleOneItemBelow(int position, const int* item, int length) const;
-  /// A new, cleared record in a slot; null if memory has run out. What the slot held is forgotten.
+  /// A new, cleared record in a slot of the block. What the slot held is forgotten.
   template <class Element>
   Element* createElementAt(int position) {
-    void* memory = records.allocate();
-    if (memory == nullptr) return nullptr;
-    Element* element = new (memory) Element();
-    matrixData[position] = element;
     freeSlots.fill(position);
+    return placeElementAt<Element>(position);
+  }
+  /// The same, and the index of free slots is the caller's.
+  template <class Element>
+  Element* placeElementAt(int position) {
+    if (position >= endOfProvidedSlots) provideSlots(position);
+    Element* element = new (recordIn(position)) Element();
+    if (++lastName == noRecord) ++lastName;
+    element->setName(lastName);
     return element;
   }
-  /// Gives the record of a slot back and empties the slot.
+  /// Moves the record of a slot to an empty one, in the block alone: its links and the index of free slots are the caller's.
+  template <class Element>
+  void moveElement(int from, int to) {
+    if (to >= endOfProvidedSlots) provideSlots(to);
+    auto* record = static_cast<Element*>(recordIn(from));
+    new (recordIn(to)) Element(*record);
+    emptySlot(from);
+  }
+  /// Empties a slot.
   void destroyElementAt(int position);
-  void setRecordSize(size_t size) { records.setRecordSize(size); }
-  bool hasBlock() const { return matrixData != nullptr; }
+  /// Makes room for the entries of so many sub-matrices; false if there is none.
+  bool resizeEntryArray(int numberOfMatrices);
+  void releaseEntryArray();
+  /// Only while there is no block.
+  void setRecordSize(size_t size) { sizeOfRecord = size; }
+  bool hasBlock() const { return slots != nullptr; }
   /// The slots that there are, which the header's size may miss where a host has set one that makes no sense.
   int getNumberOfSlots() const { return numberOfSlots; }
   /// Counts the elements given back so far: what a cached place in the trie is held against.
   unsigned getReleasedRecords() const { return releasedRecords; }
+  /// Differs from what it was as soon as an element has moved or was given back.
+  unsigned getLayoutVersion() const { return releasedRecords + movedFields; }
 
  protected:
   template <class Tier>
@@ -193,6 +249,31 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   template <class Tier>
   friend struct ZQMatrixElementReader;
 
+  ZQMatrixBaseElement* recordIn(long long position) const {
+    return reinterpret_cast<ZQMatrixBaseElement*>(slots + static_cast<size_t>(position) * sizeOfRecord);
+  }
+  void emptySlot(int position) { memset(static_cast<void*>(recordIn(position)), 0, sizeOfRecord); }
+  void provideSlots(int position);
+  /// The block's memory for so many slots. False, and nothing changed, if there is no room.
+  bool resizeMemory(int newNumberOfSlots);
+  void releaseMemory();
+
+  /// What differs as soon as an element has come, gone or moved, or the block.
+  struct ContentVersion {
+    const char* slots = nullptr;
+    int numberOfSlots = 0;
+    RecordName lastName = noRecord;
+    unsigned layout = 0;
+    bool operator==(const ContentVersion&) const = default;
+  };
+  /// Sees to it that an element with children knows the first one's coordinate. False if there is no first one.
+  bool knowsFirstChild(long long position, ZQMatrixBaseElement& element) const {
+    return element.getIndexOfFirstChild() != ZQMatrixBaseElement::unknownIndex || lookAtFirstChild(position, element);
+  }
+  bool lookAtFirstChild(long long position, ZQMatrixBaseElement& element) const;
+  ContentVersion getContentVersion() const { return {slots, numberOfSlots, lastName, getLayoutVersion()}; }
+  bool refreshPointers();
+
   int existMatrixDataWithRoomFor(int numberOfSteps, const int* indexVector, int length);
   bool resizeBlock(int newSize);
   /// A new block without any record. False if memory has run out: then there is no block.
@@ -200,7 +281,6 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   /// Drops what cannot be reached from a root and links the rest anew. The records dropped, or -1 if memory has run out.
   int repairLinks();
   long long largestLegalIndex() const;
-  void pointEntriesAtBlock();
   /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't
   /// grow.
   int searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin);
@@ -208,28 +288,40 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
 
   ZQMatrixFileHeader* matrixFileHeader = nullptr;
   ZQMatrixBaseInfo** matrixInfoArray = nullptr;
-  ZQMatrixBaseElement** matrixData = nullptr;
+  char* slots = nullptr;  // the block: numberOfSlots records of the tier, one a slot
+  size_t sizeOfRecord = sizeof(ZQMatrixBaseElement);
   ZQMatrixBaseElement*** matrixDataEntryArray = nullptr;
   int currentMatrixID = 0;
   int debugLevel = 0;
   zq_loadReport loadReport{};
 
-  int numberOfSlots = 0;  // of matrixData; the header's matrixBlockSize while there is a block
+  int numberOfSlots = 0;       // the header's matrixBlockSize while there is a block
+  int endOfProvidedSlots = 0;  // what lies below has its pages, or gets them one by one
+  RecordName lastName = noRecord;
   unsigned releasedRecords = 0;
+  unsigned movedFields = 0;
   zmatrix::ZQFreeSlotIndex freeSlots;  // kept by createElementAt, destroyElementAt and the move alone
-  ZQRecordSlab records;
+  zmatrix::ZQFieldCounts fieldCounts;
+  zmatrix::ZQZeroedMemory memory;  // of the block
+  zmatrix::ZQPageProvider pages;
+  zmatrix::ZQPodArray<ZQMatrixBaseElement*> pointers;  // the block as getMatrixData tells it, when it was last asked for
+  ContentVersion versionOfPointers;
   zmatrix::ZQPodList<int> positionsOfField;  // scratch of the move
   zmatrix::ZQPodList<int> positionsToPlace;  // the same with the new element
 };
 
-inline int ZQMatrixBase::childAt(int parentPosition, int coordinate) const {
-  const ZQMatrixBaseElement* parent = elementAt(parentPosition);
+inline long long ZQMatrixBase::slotOfChild(int parentPosition, int coordinate) const {
+  ZQMatrixBaseElement* parent = elementAt(parentPosition);
   if (parent == nullptr || parent->getOffsetToElementInNextDimension() == 0) return -1;
-  const long long first = static_cast<long long>(parentPosition) + parent->getOffsetToElementInNextDimension();
-  const ZQMatrixBaseElement* firstElement = elementAt(first);
-  if (firstElement == nullptr) return -1;
-  const long long target = first - firstElement->getIndexInDimension() + coordinate;
-  const ZQMatrixBaseElement* child = elementAt(target);
-  if (child == nullptr || child->getOffsetToElementInPrevDimension() == 0) return -1;
+  if (!knowsFirstChild(parentPosition, *parent)) return -1;
+  return static_cast<long long>(parentPosition) + parent->getOffsetToElementInNextDimension() - parent->getIndexOfFirstChild() +
+         coordinate;
+}
+
+inline int ZQMatrixBase::childAt(int parentPosition, int coordinate) const {
+  const long long target = slotOfChild(parentPosition, coordinate);
+  if (!isSlot(target)) return -1;
+  const ZQMatrixBaseElement* child = recordIn(target);  // an empty slot has no link
+  if (child->getOffsetToElementInPrevDimension() == 0) return -1;
   return target + child->getOffsetToElementInPrevDimension() == parentPosition ? static_cast<int>(target) : -1;
 }

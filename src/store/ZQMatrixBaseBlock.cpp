@@ -1,38 +1,50 @@
-// The block: growth, shrinking, and the two places that empty a slot for good.
-#include <cstring>
+// The block: its memory, growth, shrinking, and the two places that empty a slot for good.
+#include <algorithm>
 
 #include "frame/ZQMemory.h"
 #include "store/ZQMatrixBase.h"
 
-void ZQMatrixBase::pointEntriesAtBlock() {
-  for (int id = 0; id < matrixFileHeader->getMaxNumberOfMatrices(); ++id) matrixDataEntryArray[id] = matrixData + id;
+namespace {
+
+constexpr int slotsProvidedAtOnce = 8192;  // what the second level of a cache holds
+
+}  // namespace
+
+bool ZQMatrixBase::resizeMemory(int newNumberOfSlots) {
+  const auto newSlots = static_cast<size_t>(newNumberOfSlots);
+  if (newSlots > SIZE_MAX / sizeOfRecord || !memory.resize(newSlots * sizeOfRecord)) return false;
+  slots = memory.getBegin();
+  numberOfSlots = newNumberOfSlots;
+  endOfProvidedSlots = std::min(endOfProvidedSlots, numberOfSlots);
+  pages.beginWithSmallPages(recordIn(endOfProvidedSlots), static_cast<size_t>(numberOfSlots - endOfProvidedSlots) * sizeOfRecord);
+  return true;
 }
 
-// Gives the block another size; new slots are empty, the records of slots above a smaller size stay with the slab until the end.
+void ZQMatrixBase::releaseMemory() {
+  memory.clear();
+  slots = nullptr;
+  numberOfSlots = endOfProvidedSlots = 0;
+  freeSlots.clear();
+  pointers.clear();
+  versionOfPointers = {};
+  ++releasedRecords;
+}
+
+// A slot above all others is about to be filled, and those behind it will be soon.
+void ZQMatrixBase::provideSlots(int position) {
+  const int count = std::min(numberOfSlots - position, slotsProvidedAtOnce);
+  pages.provide(recordIn(position), static_cast<size_t>(count) * sizeOfRecord);
+  endOfProvidedSlots = position + count;
+}
+
+// Gives the block another size; new slots are empty, what stands in slots above a smaller size is gone.
 bool ZQMatrixBase::resizeBlock(int newSize) {
-  auto** block =
-      static_cast<ZQMatrixBaseElement**>(systemRealloc(matrixData, static_cast<size_t>(newSize) * sizeof(ZQMatrixBaseElement*)));
-  if (block == nullptr) return false;
-  matrixData = block;
-  if (newSize > numberOfSlots) memset(block + numberOfSlots, 0, static_cast<size_t>(newSize - numberOfSlots) * sizeof *block);
-  numberOfSlots = newSize;
-  if (!freeSlots.resize(newSize)) return false;
-  pointEntriesAtBlock();
-  return true;
+  return resizeMemory(newSize) && freeSlots.resize(newSize);
 }
 
 bool ZQMatrixBase::makeEmptyBlock(int size) {
-  records.clear();
-  ++releasedRecords;
-  systemFree(matrixData);
-  freeSlots.clear();
-  numberOfSlots = 0;
-  matrixData = static_cast<ZQMatrixBaseElement**>(systemCalloc(static_cast<size_t>(size), sizeof *matrixData));
-  if (matrixData == nullptr) return false;
-  numberOfSlots = size;
-  if (!freeSlots.resize(size)) return false;
-  pointEntriesAtBlock();
-  return true;
+  releaseMemory();
+  return resizeMemory(size) && freeSlots.resize(size);
 }
 
 int ZQMatrixBase::expandMatrixBlock(int minimalSize) {
@@ -87,8 +99,7 @@ void ZQMatrixBase::setInitialMatrixBlocksize(int size) {
 }
 
 void ZQMatrixBase::destroyElementAt(int position) {
-  records.release(matrixData[position]);
-  matrixData[position] = nullptr;
+  emptySlot(position);
   freeSlots.release(position);
   ++releasedRecords;
 }

@@ -10,6 +10,13 @@ ZQMatrixBaseElement* ZQMatrixBase::parentOf(int position) const {
   return elementAt(static_cast<long long>(position) + element->getOffsetToElementInPrevDimension());
 }
 
+bool ZQMatrixBase::lookAtFirstChild(long long position, ZQMatrixBaseElement& element) const {
+  const ZQMatrixBaseElement* first = elementAt(position + element.getOffsetToElementInNextDimension());
+  if (first == nullptr) return false;
+  element.setIndexOfFirstChild(first->getIndexInDimension());
+  return true;
+}
+
 int ZQMatrixBase::getFirstMatrixElementInDimension(int position) {
   long long at = position;
   const ZQMatrixBaseElement* element;
@@ -69,10 +76,4 @@ int ZQMatrixBase::countField(int position, int limit, int* first, int* last) con
   }
   *last = static_cast<int>(at);
   return count;
-}
-
-ZQMatrixBaseElement** ZQMatrixBase::getOwner(ZQMatrixBaseElement** slot) {
-  if (slot == nullptr || *slot == nullptr || (*slot)->getOffsetToElementInPrevDimension() == 0) return nullptr;
-  const long long owner = (slot - matrixData) + static_cast<long long>((*slot)->getOffsetToElementInPrevDimension());
-  return owner >= 0 && owner < numberOfSlots ? matrixData + owner : nullptr;
 }

@@ -105,6 +105,7 @@ int ZQMatrixBase::findIndexOfNearestFreeElement(int start, int* goodStart) {
 
 // The first free slot of the walk -1, +1, -2, +2 ... around `centre`. The left end of the walk is slot 0: roots are never free.
 int ZQMatrixBase::searchFrom(int centre) {
+  if (const int near = freeSlots.nearestWithinWord(centre); near != zmatrix::ZQFreeSlotIndex::none) return near;
   long long offset = 0;
   bool leftLimit = false;
   bool rightLimit = centre >= numberOfSlots;

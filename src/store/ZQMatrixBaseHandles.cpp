@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "frame/ZQMemory.h"
+#include "store/ZQHandleList.h"
 #include "store/ZQItemSplit.h"
 #include "store/ZQMatrixBase.h"
+#include "store/ZQSuccessorWalk.h"
 
 namespace {
 
@@ -12,41 +14,6 @@ constexpr int longestPath = 4096;  // coordinates of a path that a handle is fol
 
 int handleOf(ZQMatrixBase& matrix, int existCode, const int* vector, int length) {
   return existCode < 2 ? -1 : zmatrix::positionAtEndOfPath(matrix, vector, length);
-}
-
-// Visits the written items `depth` levels below a handle, in the order of the walk, until the visitor returns false. The way up
-// is the way that led down, so that the walk ends whatever the links say.
-template <class Visitor>
-void visitSuccessors(ZQMatrixBase& matrix, int handle, Visitor visit) {
-  const int depthOfItem = matrix.getMatrixInfo()->getCoordinateDimension();
-  if (handle < 0 || handle > matrix.getMaximalStack()) return;
-  if (depthOfItem < 1 || depthOfItem > zmatrix::largestCoordinateDimension) return;
-  long long wayDown[zmatrix::largestCoordinateDimension + 1];
-  int depth = 0;
-  wayDown[0] = handle;
-  const ZQMatrixBaseElement* element = matrix.elementAt(handle);
-  while (element != nullptr) {
-    while (depth < depthOfItem && element->getOffsetToElementInNextDimension() != 0) {
-      const long long first = wayDown[depth] + element->getOffsetToElementInNextDimension();
-      element = matrix.elementAt(first);
-      if (element == nullptr) return;
-      wayDown[++depth] = first;
-    }
-    if (depth == depthOfItem) {
-      for (long long at = wayDown[depth];;) {
-        if (element->getWriteCount() > 0 && !visit(static_cast<int>(at))) return;
-        if (element->getOffsetToNextElementInDimension() < 1) break;
-        at += element->getOffsetToNextElementInDimension();
-        element = matrix.elementAt(at);
-        if (element == nullptr) return;
-      }
-      element = matrix.elementAt(wayDown[--depth]);
-    }
-    while (depth > 0 && element->getOffsetToNextElementInDimension() < 1) element = matrix.elementAt(wayDown[--depth]);
-    if (depth == 0) return;
-    wayDown[depth] += element->getOffsetToNextElementInDimension();
-    element = matrix.elementAt(wayDown[depth]);
-  }
 }
 
 }  // namespace
@@ -177,7 +144,7 @@ int* ZQMatrixBase::getIndexVectorFromMatrixHandle(int handle, int* length) {
 
 int ZQMatrixBase::hasMatrixHandleSuccessors(int handle) {
   int found = 0;
-  visitSuccessors(*this, handle, [&found](int) {
+  zmatrix::visitSuccessors(*this, handle, [&found](int, const ZQMatrixBaseElement&) {
     found = 1;
     return false;
   });
@@ -186,7 +153,7 @@ int ZQMatrixBase::hasMatrixHandleSuccessors(int handle) {
 
 int ZQMatrixBase::getNumberOfSuccessorsFromMatrixHandle(int handle) {
   int count = 0;
-  visitSuccessors(*this, handle, [&count](int) {
+  zmatrix::visitSuccessors(*this, handle, [&count](int, const ZQMatrixBaseElement&) {
     ++count;
     return true;
   });
@@ -194,19 +161,14 @@ int ZQMatrixBase::getNumberOfSuccessorsFromMatrixHandle(int handle) {
 }
 
 int* ZQMatrixBase::getSuccessorHandlesFromMatrixHandle(int handle, int* count) {
-  *count = getNumberOfSuccessorsFromMatrixHandle(handle);
-  if (*count < 1) return nullptr;
-  int* handles = systemMallocArray<int>(*count);
-  if (handles == nullptr) {
-    *count = 0;
-    return nullptr;
-  }
-  int* next = handles;
-  visitSuccessors(*this, handle, [&next](int successor) {
-    *next++ = successor;
-    return true;
+  zmatrix::ZQHandleList handles;
+  bool hasMemory = true;
+  zmatrix::visitSuccessors(*this, handle, [&](int successor, const ZQMatrixBaseElement&) {
+    hasMemory = handles.add(successor);
+    return hasMemory;
   });
-  return handles;
+  *count = hasMemory ? handles.size() : 0;
+  return hasMemory ? handles.releaseFitted() : nullptr;
 }
 
 int* ZQMatrixBase::getSuccessorOcronHandlesFromMatrixHandle(int, int, int* count) {

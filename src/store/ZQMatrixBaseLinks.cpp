@@ -16,28 +16,29 @@ enum State : uint8_t { unknown = 0, reached = 1, lost = 2, onTheWay = 3 };
 /// here; the first one is a root.
 class Elements {
  public:
-  Elements(ZQMatrixBaseElement* const* aBlock, int numberOfRoots, int aTop) : block(aBlock), roots(numberOfRoots), top(aTop) {}
+  Elements(const ZQMatrixBase& aMatrix, int aTop)
+      : matrix(aMatrix), roots(aMatrix.getMatrixFileHeader()->getMaxNumberOfMatrices()), top(aTop) {}
 
   /// False if memory has run out.
   bool collect() {
-    for (int position = 0; position <= top; ++position) count += block[position] != nullptr;
+    for (int position = 0; position <= top; ++position) count += matrix.elementAt(position) != nullptr;
     if (!positions.resize(count, 0) || !states.resize(count, 0) || !children.resize(count, 0)) return false;
     size_t number = 0;
     for (int position = 0; position <= top; ++position) {
-      if (block[position] != nullptr) positions[number++] = position;
+      if (matrix.elementAt(position) != nullptr) positions[number++] = position;
     }
     return true;
   }
 
   size_t size() const { return count; }
   int positionOf(size_t number) const { return positions[number]; }
-  ZQMatrixBaseElement* operator[](size_t number) const { return block[positions[number]]; }
+  ZQMatrixBaseElement* operator[](size_t number) const { return matrix.elementAt(positions[number]); }
   bool isRoot(size_t number) const { return positions[number] < roots; }
   State& stateOf(size_t number) { return states[number]; }
   /// Of each element a child that the others are held against; later its last one so far. 0 for none.
   size_t& childOf(size_t number) { return children[number]; }
 
-  bool isOccupied(long long position) const { return position >= 0 && position <= top && block[position] != nullptr; }
+  bool isOccupied(long long position) const { return position <= top && matrix.elementAt(position) != nullptr; }
   /// Of an occupied slot.
   size_t numberOf(long long position) const {
     const int* const first = &positions[0];
@@ -52,7 +53,7 @@ class Elements {
   }
 
  private:
-  ZQMatrixBaseElement* const* block;
+  const ZQMatrixBase& matrix;
   int roots;
   int top;
   size_t count = 0;
@@ -114,8 +115,7 @@ long long ZQMatrixBase::largestLegalIndex() const {
 }
 
 int ZQMatrixBase::repairLinks() {
-  Elements elements(matrixData, matrixFileHeader->getMaxNumberOfMatrices(),
-                    std::min(matrixFileHeader->getMaximalStack(), numberOfSlots - 1));
+  Elements elements(*this, std::min(matrixFileHeader->getMaximalStack(), numberOfSlots - 1));
   if (!elements.collect()) return -1;
   findMisfits(elements, largestLegalIndex());
   findUnreachable(elements);

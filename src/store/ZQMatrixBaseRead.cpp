@@ -10,39 +10,35 @@ int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
   const int room = info->getRoomOfMatrixPtr();
   if (room < 0) return existMatrixDataWithRoomFor(1, indexVector, length);
   long long current = currentMatrixID;
+  ZQMatrixBaseElement* element = elementAt(current);
   path[0] = currentMatrixID;
   for (int i = 0; i < length; ++i) {
-    const ZQMatrixBaseElement* element = elementAt(current);
     if (element == nullptr || element->getOffsetToElementInNextDimension() == 0) return -1;
     const long long first = current + element->getOffsetToElementInNextDimension();
-    if (first < 0 || first >= numberOfSlots) {
+    if (!isSlot(first)) {
       dbPrintf(0, "error in existMatrixData: illegal addressOfFirstElement (offset to _matrixData:) %d\n",
                static_cast<int>(first));
       return -3;
     }
-    const ZQMatrixBaseElement* firstElement = matrixData[first];
-    if (firstElement == nullptr) {
+    if (!knowsFirstChild(current, *element)) {
       dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
       return -5;
     }
     if (i >= room) return existMatrixDataWithRoomFor(i + 1, indexVector, length);
-    const long long fieldBegin = first - firstElement->getIndexInDimension();
+    const long long fieldBegin = first - element->getIndexOfFirstChild();
     path[i + 1] = static_cast<int>(fieldBegin);
     const long long next = fieldBegin + indexVector[i];
-    if (next < 0 || next >= numberOfSlots) return -2;
-    const ZQMatrixBaseElement* found = matrixData[next];
-    if (found == nullptr) return 0;
-    if (next + found->getOffsetToElementInPrevDimension() != first + firstElement->getOffsetToElementInPrevDimension() ||
-        found->getOffsetToElementInPrevDimension() == 0) {
-      return -1;
-    }
+    if (!isSlot(next)) return -2;
+    element = elementAt(next);
+    if (element == nullptr) return 0;
+    const int offsetToParent = element->getOffsetToElementInPrevDimension();
+    if (offsetToParent == 0 || next + offsetToParent != current) return -1;
     current = next;
   }
-  const ZQMatrixBaseElement* last = matrixData[current];
-  if (last->getOffsetToElementInNextDimension() == 0) return 3;
-  if (last->getWriteCount() > 0) return 2;
-  if (last->getWriteCount() == 0) return 1;
-  dbPrintf(0, "error in existMatrixData: unexpected writeCount: %d\n", last->getWriteCount());
+  if (element->getOffsetToElementInNextDimension() == 0) return 3;
+  if (element->getWriteCount() > 0) return 2;
+  if (element->getWriteCount() == 0) return 1;
+  dbPrintf(0, "error in existMatrixData: unexpected writeCount: %d\n", element->getWriteCount());
   return -5;
 }
 

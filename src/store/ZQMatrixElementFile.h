@@ -13,6 +13,10 @@ constexpr size_t sizeOfElementInFile(int infoType) {
   return infoType < 1 ? 32 : infoType == 1 ? 40 : 48;
 }
 
+/// The same for the records of a tier.
+template <class Element>
+constexpr size_t sizeOfElementOf = sizeof(Element) - 8;  // what only the block needs stays out
+
 // Each describing function names the fields of a tier once; `field` gets a getter, a setter and the offset.
 template <class Field>
 void describeElement(ZQMatrixBaseElement& e, Field field) {
@@ -56,7 +60,7 @@ void getElement(const char* from, Element& element) {
 template <class Element>
 void writeMatrixElementToDisk(Element* element, ZQFileWriter& file) {
   if (element == nullptr || element->getWriteCount() < 0) return;
-  putElement(file.claim(sizeof(Element)), *element);
+  putElement(file.claim(sizeOfElementOf<Element>), *element);
 }
 
 }  // namespace zmatrix

@@ -1,5 +1,5 @@
-// Reading the elements of a matrix file into an empty block: each gets the next record of one large piece of memory and goes to
-// its slot, and its links are taken note of as it passes. Told once for the tiers; the elements are the reading tier's in any
+// Reading the elements of a matrix file into the slots of an empty block, in order; the links of each are taken note of as it
+// passes. Told once for the tiers; the elements are the reading tier's in any
 // case.
 #pragma once
 
@@ -30,8 +30,9 @@ struct ZQMatrixElementReader {
     const bool isDense = end > 0 && end <= 2 * mostElements + slotsInPiece;
     isOutOfMemory = !links.begin(header.getMaxNumberOfMatrices(), end - 1, matrix.largestLegalIndex());
     if (isDense) {
-      pagesOfSlots.begin(matrix.matrixData, static_cast<size_t>(end) * sizeof *matrix.matrixData);
-      matrix.records.reserve(static_cast<size_t>(std::min<long long>(mostElements, end)));
+      matrix.pages.begin(matrix.memory.getBegin(), matrix.memory.getWholeSize());
+    } else {
+      matrix.endOfProvidedSlots = matrix.numberOfSlots;
     }
     switch (zmatrix::sizeOfElementInFile(infoType)) {
       case zmatrix::sizeOfElementInFile(0):
@@ -43,7 +44,7 @@ struct ZQMatrixElementReader {
       default:
         readAll<zmatrix::sizeOfElementInFile(2)>();
     }
-    matrix.freeSlots.fillWhereOccupied(matrix.matrixData, end);
+    matrix.freeSlots.fillWord(wordOfOccupied, occupied);
   }
 
   long long position = 0;  // the slot of the next element
@@ -61,7 +62,6 @@ struct ZQMatrixElementReader {
     const long long end = stack + 1LL;
     while (position < end && !file.isAtEnd() && !isOutOfMemory) {
       const long long endOfPiece = std::min(position + slotsInPiece, end);
-      providePages(std::min<long long>(endOfPiece, matrix.numberOfSlots));
       while (position < endOfPiece && !file.isAtEnd() && !isOutOfMemory) {
         if constexpr (reportsProgress) matrixProgressDisplay(static_cast<int>(position), stack);
         const int result = readMatrixElementFromDisk<size>();
@@ -73,11 +73,6 @@ struct ZQMatrixElementReader {
         }
       }
     }
-  }
-
-  void providePages(long long end) {
-    if (position >= end) return;
-    pagesOfSlots.provide(matrix.matrixData + position, static_cast<size_t>(end - position) * sizeof *matrix.matrixData);
   }
 
   /// 1 for an element, 0 at the end of the file, the negative length of a run of empty slots.
@@ -114,21 +109,28 @@ struct ZQMatrixElementReader {
       ++numberOutside;
       return 1;
     }
-    if (matrix.matrixData[position] != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
-    void* memory = matrix.records.allocate();
-    if (memory == nullptr) {
-      isOutOfMemory = true;
-      return 1;
-    }
-    typename Tier::Element element;
-    zmatrix::getElement<size>(bytes, element);
-    matrix.matrixData[position] = new (memory) typename Tier::Element(element);
-    links.add(static_cast<int>(position), element);
+    if (matrix.elementAt(position) != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
+    const int slot = static_cast<int>(position);
+    auto* element = matrix.template placeElementAt<typename Tier::Element>(slot);
+    zmatrix::getElement<size>(bytes, *element);
+    links.add(slot, *element);
+    noteOccupied(slot);
     return 1;
+  }
+
+  void noteOccupied(int slot) {
+    const size_t word = static_cast<size_t>(slot) >> 6;
+    if (word != wordOfOccupied) {
+      matrix.freeSlots.fillWord(wordOfOccupied, occupied);
+      wordOfOccupied = word;
+      occupied = 0;
+    }
+    occupied |= uint64_t{1} << (slot & 63);
   }
 
   typename Tier::Matrix& matrix;
   zmatrix::ZQFileReader& file;
-  zmatrix::ZQPageProvider pagesOfSlots;
+  size_t wordOfOccupied = 0;  // 64 slots, and a bit for each that was filled
+  uint64_t occupied = 0;
   int stack = 0;
 };

@@ -1,13 +1,23 @@
-// The element records of the three tiers: what one slot of the block points to. All links are relative to the slot that holds the
-// record, in slots, so that a field moves by patching only its own elements, their parent and their children. A record keeps its
-// address for life; only the slot that points to it changes. The widest field stands first, so that no tier pays for padding.
+// The element records of the three tiers: what one slot of the block holds. A slot whose bytes are all 0 is empty. All links are
+// relative to the slot that holds the record, in slots, so that a field moves by patching only its own elements, their parent and
+// their children. What a step down reads stands first, in 16 bytes, and no tier pays for padding.
 #pragma once
+
+#include <climits>
 
 namespace zmatrix {
 
 /// `value` + `addend`, going round at the end of the type: counts and links of a damaged file may be anything.
 inline void addTo(int& value, int addend) {
   value = static_cast<int>(static_cast<unsigned>(value) + static_cast<unsigned>(addend));
+}
+
+/// Clears a record, which stays the same one.
+template <class Element>
+void clearRecord(Element& element) {
+  const unsigned name = element.getName();
+  element = Element();
+  element.setName(name);
 }
 
 }  // namespace zmatrix
@@ -28,21 +38,35 @@ class ZQMatrixBaseElement {
   int getOffsetToPreviousElementInDimension() const { return offsetToPreviousElementInDimension; }
   void setOffsetToPreviousElementInDimension(int offset) { offsetToPreviousElementInDimension = offset; }
   int getOffsetToElementInNextDimension() const { return offsetToElementInNextDimension; }
-  void setOffsetToElementInNextDimension(int offset) { offsetToElementInNextDimension = offset; }
+  void setOffsetToElementInNextDimension(int offset) {
+    offsetToElementInNextDimension = offset;
+    indexOfFirstChild = unknownIndex;
+  }
   void addOffsetToElementInNextDimension(int offset) { zmatrix::addTo(offsetToElementInNextDimension, offset); }
   int getOffsetToElementInPrevDimension() const { return offsetToElementInPrevDimension; }
   void setOffsetToElementInPrevDimension(int offset) { offsetToElementInPrevDimension = offset; }
   void addOffsetToElementInPrevDimension(int offset) { zmatrix::addTo(offsetToElementInPrevDimension, offset); }
-  void clearMatrixData() { *this = ZQMatrixBaseElement(); }
+  void clearMatrixData() { zmatrix::clearRecord(*this); }
+
+  // --- the block's own
+  static constexpr int unknownIndex = INT_MIN;  ///< no element has it
+  /// The coordinate of the first child, from which the places of all others follow; unknownIndex until somebody has looked.
+  int getIndexOfFirstChild() const { return indexOfFirstChild; }
+  void setIndexOfFirstChild(int index) { indexOfFirstChild = index; }
+  /// What tells this record from any other that the matrix has or had; 0 in an empty slot.
+  unsigned getName() const { return name; }
+  void setName(unsigned newName) { name = newName; }
 
  private:
+  int offsetToElementInPrevDimension = 0;  // parent; 0 only at a root
+  int offsetToElementInNextDimension = 0;  // first child; 0 if there is none
+  int indexOfFirstChild = unknownIndex;
+  unsigned name = 0;
   long long value = 0;                         // given at the last write of the path that ends here
   int writeCount = 0;                          // writes of that path; 0 on a mere path element, -1 on one marked for removal
   int indexInDimension = 0;                    // the coordinate by which the parent reaches this element
   int offsetToNextElementInDimension = 0;      // next sibling, above 0; 0 at the field's last element
   int offsetToPreviousElementInDimension = 0;  // previous sibling, below 0; 0 at the field's first element
-  int offsetToElementInNextDimension = 0;      // first child; 0 if there is none
-  int offsetToElementInPrevDimension = 0;      // parent; 0 only at a root
 };
 
 /// Element of the medium tier: a path that is a rule, with what a conditional probability needs.
@@ -57,7 +81,7 @@ class ZQMatrixMediumElement : public ZQMatrixBaseElement {
   void setWriteCountWithoutPredecessor(int count) { writeCountWithoutPredecessor = count; }
   void incrementWriteCountWithoutPredecessor() { zmatrix::addTo(writeCountWithoutPredecessor, 1); }
   void decrementWriteCountWithoutPredecessor() { zmatrix::addTo(writeCountWithoutPredecessor, -1); }
-  void clearMatrixData() { *this = ZQMatrixMediumElement(); }
+  void clearMatrixData() { zmatrix::clearRecord(*this); }
 
  private:
   int writeCountWithSuccessor = 0;       // writes of the path that something followed
@@ -72,12 +96,12 @@ class ZQMatrixElement : public ZQMatrixMediumElement {
   int getSymbolDownLinkHandle() const { return symbolDownLinkHandle; }
   void setSymbolDownLinkHandle(int handle) { symbolDownLinkHandle = handle; }
   void addOffsetToSymbolDownLinkHandle(int offset) { zmatrix::addTo(symbolDownLinkHandle, offset); }
-  void clearMatrixData() { *this = ZQMatrixElement(); }
+  void clearMatrixData() { zmatrix::clearRecord(*this); }
 
  private:
   int symbolID = 0;              // basic level: the symbol that this phrase stands for; 0 for none
   int symbolDownLinkHandle = 0;  // symbol level: position of the phrase's end element in the level below; 0 for none
 };
 
-static_assert(sizeof(ZQMatrixBaseElement) == 32 && sizeof(ZQMatrixMediumElement) == 40 && sizeof(ZQMatrixElement) == 48,
+static_assert(sizeof(ZQMatrixBaseElement) == 40 && sizeof(ZQMatrixMediumElement) == 48 && sizeof(ZQMatrixElement) == 56,
               "element records carry no padding");

@@ -125,11 +125,7 @@ struct ZQMatrixFileLoad {
           systemRealloc(matrix.matrixInfoArray, static_cast<size_t>(newMaximum) * sizeof(ZQMatrixBaseInfo*)));
       if (infos == nullptr) return false;
       matrix.matrixInfoArray = infos;
-      auto*** entries = static_cast<ZQMatrixBaseElement***>(
-          systemRealloc(matrix.matrixDataEntryArray, static_cast<size_t>(newMaximum) * sizeof(ZQMatrixBaseElement**)));
-      if (entries == nullptr) return false;
-      matrix.matrixDataEntryArray = entries;
-      if (!header.resizeStopFlags(newMaximum)) return false;
+      if (!matrix.resizeEntryArray(newMaximum) || !header.resizeStopFlags(newMaximum)) return false;
       for (int id = oldMaximum; id < newMaximum; ++id) infos[id] = nullptr;
       for (int id = oldMaximum; id < newMaximum; ++id) {
         if (Tier::announcesMoreMatrices) {
@@ -292,7 +288,7 @@ struct ZQMatrixFileLoad {
   bool provideRoots() {
     const int roots = header.getMaxNumberOfMatrices();
     for (int id = 0; id < roots; ++id) {
-      if (matrix.elementAt(id) == nullptr && matrix.template createElementAt<Element>(id) == nullptr) return false;
+      if (matrix.elementAt(id) == nullptr) matrix.template createElementAt<Element>(id);
     }
     header._setMaximalStack(std::max(header.getMaximalStack(), roots - 1));
     return true;
@@ -308,7 +304,7 @@ struct ZQMatrixFileLoad {
       Info& info = *infoOf(id);
       if (info.getNumberOfMatrixElements() > matrix.numberOfSlots) info.setNumberOfMatrixElements(matrix.numberOfSlots);
     }
-    if (elements.links.isSound(matrix.matrixData)) return true;
+    if (elements.links.isSound(matrix)) return true;
     const int dropped = matrix.repairLinks();
     if (dropped < 0) return false;
     matrix.loadReport.hasNewLinks = 1;
@@ -343,8 +339,8 @@ struct ZQMatrixFileLoad {
     header.setPositionOfUpdateInfos(0);
     header.closeAndRemoveUpdateInfos();
     const int size = std::max(numberOfMatrices, zmatrix::initialBlockSize);
-    bool hasRoom = matrix.makeEmptyBlock(size);
-    for (int id = 0; hasRoom && id < numberOfMatrices; ++id) hasRoom = matrix.template createElementAt<Element>(id) != nullptr;
+    const bool hasRoom = matrix.makeEmptyBlock(size);
+    for (int id = 0; hasRoom && id < numberOfMatrices; ++id) matrix.template createElementAt<Element>(id);
     if (!hasRoom) {
       matrix.deInitMatrix();
       return;

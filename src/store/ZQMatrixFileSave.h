@@ -16,7 +16,6 @@ struct ZQMatrixFileSave {
   using Element = typename Tier::Element;
   using Info = typename Tier::Info;
   static constexpr bool hasHistory = Tier::infoType >= 1;
-  static constexpr int lookAhead = 16;
 
   static int save(Matrix& matrix, const char* path) {
     zmatrix::ZQSafeFile target;
@@ -77,18 +76,16 @@ struct ZQMatrixFileSave {
     long long position = 0;
     while (position <= stack) {
       if constexpr (hasHistory) matrixProgressDisplay(static_cast<int>(position), stack);
-      prefetchRecord(position + lookAhead);
       if (!isWritable(position)) {
         const long long behind = endOfRun(position, stack);
         file.put(static_cast<int>(position - behind));
         position = behind;
         continue;
       }
-      zmatrix::writeMatrixElementToDisk(static_cast<Element*>(matrix.matrixData[position]), file);
+      zmatrix::writeMatrixElementToDisk(static_cast<Element*>(matrix.elementAt(position)), file);
       zmatrix::addTo(elementCount, 1);
       if constexpr (hasHistory) {
-        if (countsRules)
-          ruleCount += matrix.isRuleMatrixData(reinterpret_cast<ZQMatrixMediumElement**>(matrix.matrixData + position));
+        if (countsRules) ruleCount += matrix.isRuleAt(static_cast<int>(position));
       }
       ++position;
     }
@@ -96,14 +93,6 @@ struct ZQMatrixFileSave {
       dbPrintf(0, "writeMatrixToDisk(): imatrix (%d) > _maxinalStack (%d) unexpected\n", static_cast<int>(position), stack);
     }
     reportCounts(elementCount, ruleCount);
-  }
-
-  // Records lie in the order of learning, not of slots, and half of them cross from one cache line to the next.
-  void prefetchRecord(long long position) const {
-    const ZQMatrixBaseElement* element = matrix.elementAt(position);
-    if (element == nullptr) return;
-    __builtin_prefetch(element);
-    __builtin_prefetch(reinterpret_cast<const char*>(element) + sizeof(Element) - 1);
   }
 
   /// An element that is marked for removal has no form in the file: its slot goes out as an empty one.

@@ -30,6 +30,7 @@ void ZQPairFilter::clear() {
   numberOfRegions = wordsOfRow = 0;
   numberOfWideDistances = 0;
   memset(rowsByHash, 0, sizeof rowsByHash);
+  memset(narrowRowsWithNo, 0, sizeof narrowRowsWithNo);
 }
 
 void ZQPairFilter::setAllFrom(size_t first) {

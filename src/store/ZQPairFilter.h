@@ -43,14 +43,26 @@ class ZQPairFilter {
 
   void setNo(int row, size_t region) {
     bits[static_cast<size_t>(row) * wordsOfRow + (region >> 6)] &= ~(uint64_t{1} << (region & 63));
-    if (row < numberOfNarrowDistances) hasNarrowNo[region] = 1;
+    if (row >= numberOfNarrowDistances) return;
+    hasNarrowNo[region] = 1;
+    narrowRowsWithNo[row >> 6] |= uint64_t{1} << (row & 63);
   }
+
+  /// 64 narrow rows: bit i is distance 64 * word + i + 1. A clear bit: no region has ever been crossed off for that distance.
+  uint64_t rowsWithNo(size_t word) const { return narrowRowsWithNo[word]; }
 
   /// True if some narrow distance of the region has a clear bit; while it has none, a freed slot there has nothing to set.
   bool hasNarrowNoIn(size_t region) const { return hasNarrowNo[region] != 0; }
 
   /// Sets all bits of the regions from `first` on.
   void setAllFrom(size_t first);
+
+  /// Sets all narrow bits of a region.
+  void setAllNarrowOf(size_t region) {
+    if (!hasNarrowNoIn(region)) return;
+    for (int row = 0; row < numberOfNarrowDistances; ++row) set(row, region);
+    hasNarrowNo[region] = 0;
+  }
 
   int getNumberOfWideDistances() const { return numberOfWideDistances; }
   int getWideDistance(int index) const { return wideDistances[index]; }
@@ -62,6 +74,7 @@ class ZQPairFilter {
   int rowOfWideDistance(long long distance) const;
   static int hashOf(int distance) { return static_cast<int>((static_cast<uint32_t>(distance) * 2654435761u) >> 22); }
 
+  uint64_t narrowRowsWithNo[numberOfNarrowDistances / 64] = {};
   size_t numberOfRegions = 0;
   size_t wordsOfRow = 0;
   int numberOfWideDistances = 0;

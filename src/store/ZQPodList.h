@@ -42,6 +42,12 @@ class ZQPodList {
     ++numberOfValues;
     return true;
   }
+  /// Makes the list this long; what the values are then is up to the caller. Null if memory has run out.
+  T* makeRoomFor(size_t number) {
+    if (!provide(number > 0 ? number : 1)) return nullptr;
+    numberOfValues = number;
+    return &room[0];
+  }
   bool copyFrom(std::span<const T> values) {
     if (!provide(values.size())) return false;
     if (!values.empty()) memcpy(&room[0], values.data(), values.size() * sizeof(T));

@@ -2,8 +2,24 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 namespace zmatrix {
+
+namespace {
+
+constexpr size_t wordsOfVector = 4;
+using FourWords [[gnu::vector_size(wordsOfVector * sizeof(uint64_t))]] = uint64_t;
+
+struct [[gnu::packed, gnu::may_alias]] UnalignedWords {
+  FourWords words;
+};
+
+const UnalignedWords* wordsFrom(const uint64_t* first) {
+  return reinterpret_cast<const UnalignedWords*>(first);
+}
+
+}  // namespace
 
 ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, std::span<const int> positionsToPlace, std::span<const int> own)
     : index(indexOfBlock), positions(positionsToPlace), anchor(positionsToPlace.front()) {
@@ -46,8 +62,8 @@ ZQShiftSearch::Nearest ZQShiftSearch::nearest(long long lowest, long long highes
     if (!goesLeft && !goesRight) return result;
     long long found;
     if (goesLeft && (!goesRight || -left <= right)) {
-      if (down(left, lowest, found)) result.left = -found;
-    } else if (up(right, highest, found)) {
+      if (down(left, result.right == none ? lowest : std::max(lowest, -result.right), found)) result.left = -found;
+    } else if (up(right, result.left == none ? highest : std::min(highest, result.left - 1), found)) {
       result.right = found;
     }
   }
@@ -143,42 +159,115 @@ long long ZQShiftSearch::previousCandidate(long long region) const {
   return static_cast<long long>(word * 64) + 63 - std::countl_zero(regions);
 }
 
-// The slot in `lowest` .. `highest` of the region where the field's first position fits, or -1.
+// The slot in `lowest` .. `highest` of the region where the field's first position fits, or -1. Only words that have a free slot
+// are looked at, from the end that is asked for; what they gave is kept for a search from the other end.
 long long ZQShiftSearch::fitInRegion(long long region, long long lowest, long long highest, bool ascending) {
-  if (region != regionOfFits) findFits(region);
+  if (region != regionOfFits) {
+    regionOfFits = region;
+    wordsToTell = index.wordsWithFree[static_cast<size_t>(region)];
+    wordsOfFits = 0;
+    hasFirstPair = false;
+    if (index.numberOfFreeInRegion[static_cast<size_t>(region)] > mostFreeOfPackedRegion) findFits(region);
+  }
   const long long firstSlot = region << regionLog2;
   const int low = static_cast<int>(std::max(lowest - firstSlot, 0LL));
   const int high = static_cast<int>(std::min(highest - firstSlot, (1LL << regionLog2) - 1));
-  if (!hasFits || low > high) return -1;
+  if (low > high) return -1;
   const int from = low >> 6;
   const int to = high >> 6;
-  for (int step = 0; step <= to - from; ++step) {
-    const int word = ascending ? from + step : to - step;
-    uint64_t bits = fits[word];
+  uint64_t words = (wordsToTell | wordsOfFits) & (~uint64_t{0} << from) & (~uint64_t{0} >> (63 - to));
+  if (words == 0) return -1;
+  while (words != 0) {
+    const int word = ascending ? std::countr_zero(words) : 63 - std::countl_zero(words);
+    const uint64_t bitOfWord = uint64_t{1} << word;
+    words &= ~bitOfWord;
+    uint64_t bits = (wordsToTell & bitOfWord) != 0 ? fitsInWord(region, word) : fits[word];
     if (word == from) bits &= ~uint64_t{0} << (low & 63);
     if (word == to) bits &= ~uint64_t{0} >> (63 - (high & 63));
     if (bits != 0) return firstSlot + word * 64 + (ascending ? std::countr_zero(bits) : 63 - std::countl_zero(bits));
   }
+  if ((wordsToTell | wordsOfFits) == 0) crossOff(static_cast<size_t>(region));
   return -1;
 }
 
-// Which slots of the region the first position fits at: all words of the region at once, one distance after the other, until
-// nothing is left.
+// Which slots of the region the first position fits at: so many words at once as a processor holds, one distance after the other,
+// until nothing is left of them. This is the way for a region with many free slots, where a word keeps some for long.
 void ZQShiftSearch::findFits(long long region) {
-  regionOfFits = region;
-  copyFree(static_cast<size_t>(region), fits);
-  hasFits = true;
-  for (size_t j = 1; j < positions.size() && hasFits; ++j) {
-    hasFits = keepPairs(static_cast<size_t>(region), positions[j] - anchor, fits) != 0;
+  wordsToTell = 0;
+  const size_t begin = static_cast<size_t>(region) * wordsOfRegion;
+  const size_t reach = static_cast<size_t>((positions.back() - anchor) >> 6) + wordsOfRegion;
+  if (begin + reach >= index.numberOfWords) {
+    findFitsAtEnd(region);
+    return;
   }
-  if (!hasFits) crossOff(static_cast<size_t>(region));
+  for (size_t first = 0; first < wordsOfRegion; first += wordsAtOnce) {
+    if (keepFits(&index.freeSlots[begin + first], &fits[first])) hasFirstPair = true;
+    for (size_t i = first; i < first + wordsAtOnce; ++i) wordsOfFits |= static_cast<uint64_t>(fits[i] != 0) << i;
+  }
+  if (wordsOfFits == 0) crossOff(static_cast<size_t>(region));
+}
+
+// True if the first distance has left something. Sixteen words stay in registers from the first distance to the last.
+#if defined(__x86_64__) && defined(__ELF__)
+__attribute__((target_clones("avx2", "default")))
+#endif
+bool ZQShiftSearch::keepFits(const uint64_t* slots, uint64_t* kept) const {
+  static_assert(wordsAtOnce == 4 * wordsOfVector);
+  FourWords bits0 = wordsFrom(slots)[0].words, bits1 = wordsFrom(slots)[1].words;
+  FourWords bits2 = wordsFrom(slots)[2].words, bits3 = wordsFrom(slots)[3].words;
+  bool hasPair = false;
+  for (size_t j = 1; j < positions.size(); ++j) {
+    const int distance = positions[j] - static_cast<int>(anchor);
+    const int shift = distance & 63;
+    const UnalignedWords* low = wordsFrom(slots + (distance >> 6));
+    const UnalignedWords* high = wordsFrom(slots + (distance >> 6) + 1);
+    bits0 &= (low[0].words >> shift) | ((high[0].words << 1) << (63 - shift));
+    bits1 &= (low[1].words >> shift) | ((high[1].words << 1) << (63 - shift));
+    bits2 &= (low[2].words >> shift) | ((high[2].words << 1) << (63 - shift));
+    bits3 &= (low[3].words >> shift) | ((high[3].words << 1) << (63 - shift));
+    const FourWords any = (bits0 | bits1) | (bits2 | bits3);
+    if ((any[0] | any[1] | any[2] | any[3]) == 0) break;
+    hasPair = true;
+  }
+  const FourWords bits[] = {bits0, bits1, bits2, bits3};
+  memcpy(kept, bits, sizeof bits);
+  return hasPair;
+}
+
+// The same where the field reaches beyond the block's end.
+void ZQShiftSearch::findFitsAtEnd(long long region) {
+  copyFree(static_cast<size_t>(region), fits);
+  for (size_t j = 1; j < positions.size(); ++j) {
+    if (keepPairs(static_cast<size_t>(region), positions[j] - anchor, fits) == 0) {
+      crossOff(static_cast<size_t>(region));
+      return;
+    }
+    hasFirstPair = true;
+  }
+  for (size_t i = 0; i < wordsOfRegion; ++i) wordsOfFits |= static_cast<uint64_t>(fits[i] != 0) << i;
+}
+
+// Which slots of a word of the region the first position fits at.
+uint64_t ZQShiftSearch::fitsInWord(long long region, int word) {
+  const size_t number = static_cast<size_t>(region) * wordsOfRegion + static_cast<size_t>(word);
+  const long long first = static_cast<long long>(number * 64);
+  wordsToTell &= ~(uint64_t{1} << word);
+  uint64_t bits = index.freeSlots[number];
+  for (size_t j = 1; j < positions.size(); ++j) {
+    bits &= index.slotsFrom(first + (positions[j] - anchor));
+    if (bits == 0) return 0;
+    hasFirstPair = true;
+  }
+  fits[word] = bits;
+  wordsOfFits |= uint64_t{1} << word;
+  return bits;
 }
 
 // A region that has no pair of some distance at all is crossed off for that distance. A search that goes on and on looks at the
 // triples as well, which is more work; where many slots are free all triples occur.
 void ZQShiftSearch::crossOff(size_t region) {
   for (int j = 0; j < numberOfTracked; ++j) {
-    if (hasPair(region, distances[j])) continue;
+    if (j == 0 ? hasFirstPair : hasPair(region, distances[j])) continue;
     if (rows[j] < 0) rows[j] = index.pairs.rowOfOrNew(distances[j]);
     if (rows[j] >= 0) index.pairs.setNo(rows[j], region);
   }
@@ -215,7 +304,11 @@ void ZQShiftSearch::copyFree(size_t region, uint64_t* slots) const {
 }
 
 // Of the slots in `slots`, which stand for a region's, those stay that have a free slot `distance` above them; not 0 if any do.
-uint64_t ZQShiftSearch::keepPairs(size_t region, long long distance, uint64_t* slots) const {
+#if defined(__x86_64__) && defined(__ELF__)
+__attribute__((target_clones("avx2", "default")))
+#endif
+uint64_t
+ZQShiftSearch::keepPairs(size_t region, long long distance, uint64_t* slots) const {
   const size_t begin = region * wordsOfRegion + static_cast<size_t>(distance >> 6);
   const int shift = static_cast<int>(distance & 63);
   const size_t within = begin < index.numberOfWords ? std::min(index.numberOfWords - begin, wordsOfRegion) : 0;

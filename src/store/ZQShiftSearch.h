@@ -34,8 +34,10 @@ class ZQShiftSearch {
  private:
   static constexpr int mostTrackedDistances = 12;
   static constexpr int mostTripledDistances = 5;
+  static constexpr int mostFreeOfPackedRegion = 96;
   static constexpr int vainRegionsOfShortSearch = 16;
   static constexpr size_t wordsOfRegion = 64;
+  static constexpr size_t wordsAtOnce = 16;
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
 
   bool up(long long& offset, long long limit, long long& found);
@@ -45,6 +47,9 @@ class ZQShiftSearch {
   long long previousCandidate(long long region) const;
   long long fitInRegion(long long region, long long lowest, long long highest, bool ascending);
   void findFits(long long region);
+  void findFitsAtEnd(long long region);
+  bool keepFits(const uint64_t* slots, uint64_t* kept) const;
+  uint64_t fitsInWord(long long region, int word);
   void crossOff(size_t region);
   void crossOffTriples(size_t region);
   bool hasPair(size_t region, long long distance) const;
@@ -62,7 +67,9 @@ class ZQShiftSearch {
   long long lastLent = -1;
   long long regionOfFits = -1;  // the region that was looked at last, and what fits there
   int regionsInVain = 0;
-  bool hasFits = false;
+  uint64_t wordsToTell = 0;   // a bit a word of the region: has a free slot and was not looked at
+  uint64_t wordsOfFits = 0;   // a bit a word: fits somewhere, as `fits` tells
+  bool hasFirstPair = false;  // some word looked at has a pair of the first distance
   uint64_t fits[wordsOfRegion];
 };
 

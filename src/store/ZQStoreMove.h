@@ -1,5 +1,5 @@
 // Relocation of a field as a whole, told once for the tiers. One offset is found by which every element of the field can be
-// shifted; then every link that crosses the field's edge is patched and the pointers to its records move to their new slots. A
+// shifted; then every link that crosses the field's edge is patched and the records move to their new slots. A
 // move costs the field's size and its children, never the subtree.
 #pragma once
 
@@ -49,6 +49,7 @@ struct ZQStoreMove {
 
  private:
   static bool moveBy(Matrix& matrix, int offset) {
+    ++matrix.movedFields;
     const bool isPatched = patchLinks(matrix, offset);
     if (isPatched) moveRecords(matrix, offset);
     refreshIndex(matrix, isPatched ? offset : 0);
@@ -101,7 +102,6 @@ struct ZQStoreMove {
 
   static bool patchLinks(Matrix& matrix, int offset) {
     const zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
-    for (int position : own) matrix.prefetchFirstChildOf(position);
     if (ZQMatrixBaseElement* parent = matrix.parentOf(own.front())) parent->addOffsetToElementInNextDimension(offset);
     for (int position : own) {
       Element* element = static_cast<Element*>(matrix.elementAt(position));
@@ -129,15 +129,14 @@ struct ZQStoreMove {
     zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
     if (offset > 0) std::reverse(own.begin(), own.end());
     for (int position : own) {
-      matrix.matrixData[position + offset] = matrix.matrixData[position];
-      matrix.matrixData[position] = nullptr;
+      matrix.template moveElement<Element>(position, position + offset);
     }
   }
 
   // Brings the index of free slots back in step with the block, for the field's old slots and its new ones.
   static void refreshIndex(Matrix& matrix, int offset) {
     for (int position : matrix.positionsOfField) {
-      if (matrix.matrixData[position] == nullptr) {
+      if (matrix.elementAt(position) == nullptr) {
         matrix.freeSlots.fill(position);
         matrix.freeSlots.release(position);
       } else {

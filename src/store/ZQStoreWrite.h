@@ -3,6 +3,8 @@
 // the path of all but the last coordinates ends can take the last step alone.
 #pragma once
 
+#include <bit>
+#include <climits>
 #include <cstdlib>
 
 #include "store/ZQStoreMove.h"
@@ -34,7 +36,7 @@ struct ZQStoreWrite {
   static int provideRoot(Matrix& matrix) {
     const int root = matrix.getCurrentMatrixID();
     if (!matrix.hasBlock()) return -1;
-    if (matrix.elementAt(root) == nullptr && matrix.template createElementAt<Element>(root) == nullptr) return -1;
+    if (matrix.elementAt(root) == nullptr) matrix.template createElementAt<Element>(root);
     return root;
   }
 
@@ -63,13 +65,16 @@ struct ZQStoreWrite {
   }
 
   /// Counts a write at an element.
-  static void countWrite(Matrix& matrix, Info& info, int position, long long value, const typename Tier::WriteFlags& flags) {
-    Element& element = *static_cast<Element*>(matrix.elementAt(position));
+  static void countWrite(Matrix& matrix, Info& info, Element& element, long long value, const typename Tier::WriteFlags& flags) {
     element.setValue(value);
     Tier::onWritten(matrix, info, element, flags);
     info.incrementNumberOfWriteEvents();
     info.incrementNumberOfWriteCounts();
     if (element.getWriteCount() == 1) info.incrementNumberOfWriteElements();
+  }
+
+  static void countWrite(Matrix& matrix, Info& info, int position, long long value, const typename Tier::WriteFlags& flags) {
+    countWrite(matrix, info, *matrix.template recordInSlot<Element>(position), value, flags);
   }
 
   static int insertFirst(Matrix& matrix, int newPosition, int coordinate, int parentPosition) {
@@ -79,13 +84,14 @@ struct ZQStoreWrite {
     Element* element = static_cast<Element*>(matrix.elementAt(newPosition));
     if (element == nullptr) {
       element = matrix.template createElementAt<Element>(newPosition);
-      if (element == nullptr) return 0;
       info.incrementNumberOfMatrixElements();
+    } else {
+      element->clearMatrixData();
     }
-    element->clearMatrixData();
     element->setIndexInDimension(coordinate);
     element->setOffsetToElementInPrevDimension(parentPosition - newPosition);
     parent->setOffsetToElementInNextDimension(newPosition - parentPosition);
+    parent->setIndexOfFirstChild(coordinate);
     // Under any other parent a leaf has just turned into a path element.
     if (parentPosition == matrix.getCurrentMatrixID()) info.incrementNumberOfEndElements();
     return 1;
@@ -115,10 +121,10 @@ struct ZQStoreWrite {
   /// A new element between two siblings, of which one may be -1: there is none. `parent` is the field's.
   static int insertBetween(Matrix& matrix, int newPosition, int coordinate, long long parent, int below, int above) {
     Element* element = matrix.template createElementAt<Element>(newPosition);
-    if (element == nullptr) return 0;
     Info& info = *matrix.getMatrixInfo();
     info.incrementNumberOfMatrixElements();
     info.incrementNumberOfEndElements();
+    matrix.fieldCounts.addOne(matrix.nameOfRecordAt(parent));
     element->setIndexInDimension(coordinate);
     element->setOffsetToElementInPrevDimension(static_cast<int>(parent - newPosition));
     if (below >= 0) {
@@ -130,6 +136,7 @@ struct ZQStoreWrite {
       }
       if (ZQMatrixBaseElement* owner = matrix.elementAt(parent)) {
         owner->setOffsetToElementInNextDimension(static_cast<int>(newPosition - parent));
+        owner->setIndexOfFirstChild(coordinate);
       }
     }
     if (above >= 0) {
@@ -167,20 +174,37 @@ struct ZQStoreWrite {
     int count = 0;
   };
 
-  // The last element of a field that lies below a slot, or -1. The field is followed from its first element and the slots are
-  // looked at from the other end by turns: the one is short where elements are few, the other where they lie close.
+  // The last element of a field that lies below a slot, or -1. The field is followed from its first element and the occupied
+  // slots are looked at from the other end by turns: the one is short where elements are few, the other where they lie close. In
+  // a wide field each step along it is a miss, while the slots of a word can be asked for together: then the slots get more
+  // turns.
   static int lastElementBelow(const Matrix& matrix, int first, int position, long long parent) {
     if (first >= position) return -1;
+    constexpr int turnsAlike = 16, turnsOfSlots = 8;
     int followed = first;
-    for (int slot = position - 1; slot > followed; --slot) {
-      const ZQMatrixBaseElement* element = matrix.elementAt(slot);
-      const int offsetToParent = element != nullptr ? element->getOffsetToElementInPrevDimension() : 0;
-      if (offsetToParent != 0 && static_cast<long long>(slot) + offsetToParent == parent) return slot;
-      const int next = nextInField(matrix, followed);
-      if (next < 0 || next > position) break;
-      followed = next;
+    int turn = 0;
+    uint64_t mask = (uint64_t{1} << (position & 63)) - 1;
+    for (int word = position >> 6; word >= 0; --word, mask = ~uint64_t{0}) {
+      uint64_t occupied = matrix.freeSlots.occupiedInWord(word) & mask;
+      if (turn > turnsAlike) prefetchSlots(matrix, word, occupied);
+      while (occupied != 0) {
+        const int bit = 63 - std::countl_zero(occupied);
+        const int slot = word * 64 + bit;
+        occupied &= ~(uint64_t{1} << bit);
+        if (slot <= followed) return followed;
+        const int offsetToParent = matrix.template recordInSlot<Element>(slot)->getOffsetToElementInPrevDimension();
+        if (offsetToParent != 0 && slot + static_cast<long long>(offsetToParent) == parent) return slot;
+        if (++turn > turnsAlike && turn % turnsOfSlots != 0) continue;
+        const int next = nextInField(matrix, followed);
+        if (next < 0 || next > position) return followed;
+        followed = next;
+      }
     }
     return followed;
+  }
+
+  static void prefetchSlots(const Matrix& matrix, int word, uint64_t slots) {
+    for (; slots != 0; slots &= slots - 1) matrix.prefetchSlot(word * 64LL + std::countr_zero(slots));
   }
 
   // A torn down block has taken its stack along.
@@ -285,18 +309,41 @@ struct ZQStoreWrite {
 
   static bool count(Matrix& matrix, int position, Field& field) {
     field.count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(position, &field.first, &field.last);
+    if (field.count >= FieldCounts::narrowest) rememberCount(matrix, position, field.count);
     return field.count > 0;
   }
 
   // Which of the two fields is the smaller? Both are counted as far as the smaller one reaches: a wide field that stays where it
-  // is isn't walked.
+  // is isn't walked, and one whose count is known is not counted.
   static bool countUntilOneEnds(Matrix& matrix, int target, Field& foreign, Field& own) {
     for (int limit = 2;; limit = limit > INT_MAX / 4 ? INT_MAX : 4 * limit) {
-      foreign.count = matrix.countField(target, limit, &foreign.first, &foreign.last);
-      own.count = matrix.countField(own.first, limit, &own.first, &own.last);
+      const bool areWide = limit > FieldCounts::narrowest;
+      const int knownForeign = areWide ? knownCount(matrix, target) : 0;
+      const int knownOwn = areWide ? knownCount(matrix, own.first) : 0;
+      foreign.count = knownForeign > 0 ? knownForeign : countUpTo(matrix, target, std::max(limit, knownOwn + 1), foreign);
+      own.count = knownOwn > 0 ? knownOwn : countUpTo(matrix, own.first, std::max(limit, knownForeign + 1), own);
       if (foreign.count == 0 || own.count == 0) return false;
-      if (foreign.count < limit || own.count < limit || limit == INT_MAX) return true;
+      if (knownForeign > 0 || knownOwn > 0 || foreign.count < limit || own.count < limit || limit == INT_MAX) return true;
     }
+  }
+
+  static int countUpTo(Matrix& matrix, int position, int limit, Field& field) {
+    const int count = matrix.countField(position, limit, &field.first, &field.last);
+    if (count >= FieldCounts::narrowest && count < limit) rememberCount(matrix, position, count);
+    return count;
+  }
+
+  using FieldCounts = zmatrix::ZQFieldCounts;
+
+  static unsigned nameOfParent(const Matrix& matrix, int position) {
+    return matrix.nameOfRecordAt(static_cast<long long>(position) +
+                                 matrix.elementAt(position)->getOffsetToElementInPrevDimension());
+  }
+  static int knownCount(const Matrix& matrix, int position) {
+    return matrix.fieldCounts.find(nameOfParent(matrix, position), matrix.releasedRecords);
+  }
+  static void rememberCount(Matrix& matrix, int position, int count) {
+    matrix.fieldCounts.set(nameOfParent(matrix, position), count, matrix.releasedRecords);
   }
 
   static int moveOwn(Matrix& matrix, int method, Field& own, int& target) {

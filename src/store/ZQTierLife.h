@@ -19,7 +19,7 @@ bool createSubMatrices(Matrix& matrix, int from, int to) {
       return false;
     }
     matrix.getMatrixInfoArray()[id] = info;
-    if (matrix.template createElementAt<typename Tier::Element>(id) == nullptr) return false;
+    matrix.template createElementAt<typename Tier::Element>(id);
     matrix.getMatrixFileHeader()->setStopFlag(id, 0);
   }
   return true;
@@ -41,7 +41,7 @@ void deleteMatrixIn(Matrix* matrix) {
     delete header;
   }
   systemFree(matrix->getMatrixInfoArray());
-  systemFree(matrix->getMatrixDataEntryArray());
+  matrix->releaseEntryArray();
   matrix->setMatrixDebugOff();
   delete matrix;
 }
@@ -97,14 +97,9 @@ void setMaxNumberOfMatricesIn(Matrix& matrix, int number) {
       systemRealloc(matrix.getMatrixInfoArray(), static_cast<size_t>(number) * sizeof(ZQMatrixBaseInfo*)));
   if (infos == nullptr) return;
   matrix.setMatrixInfoArray(infos);
-  auto*** entries = static_cast<ZQMatrixBaseElement***>(
-      systemRealloc(matrix.getMatrixDataEntryArray(), static_cast<size_t>(number) * sizeof(ZQMatrixBaseElement**)));
-  if (entries == nullptr) return;
-  matrix.setMatrixDataEntryArray(entries);
-  if (!header->resizeStopFlags(number)) return;
+  if (!matrix.resizeEntryArray(number) || !header->resizeStopFlags(number)) return;
   for (int id = oldNumber; id < number; ++id) infos[id] = nullptr;
   header->_setMaxNumberOfMatrices(number);
-  for (int id = 0; id < number; ++id) entries[id] = matrix.getMatrixData() + id;
   header->clearStopFlags();
   if (createSubMatrices(matrix, oldNumber, number)) return;
   // Memory has run out on the way: only what is whole is kept.

@@ -68,32 +68,36 @@ void keepBooks(ZQMatrix& matrix) {
 }
 
 /// The links of the current level of symbols, kept while the level learns: a field that moves leads the links of its own elements
-/// astray. A record stays at its address.
+/// astray, and moves them.
 class KeepLinks {
  public:
-  explicit KeepLinks(ZQMatrix& matrix) {
-    const int level = matrix.getCurrentMatrixID();
+  explicit KeepLinks(ZQMatrix& matrixToTeach) : matrix(matrixToTeach), level(matrixToTeach.getCurrentMatrixID()) {
     const ZQMatrixBaseElement* root = matrix.elementAt(level);
     int position = root != nullptr && root->getOffsetToElementInNextDimension() != 0
                        ? level + root->getOffsetToElementInNextDimension()
                        : -1;
     while (position >= 0 && matrix.elementAt(position) != nullptr) {
-      auto* symbol = static_cast<ZQMatrixElement*>(matrix.elementAt(position));
-      links_.push_back({symbol, symbol->getSymbolDownLinkHandle()});
+      const auto* symbol = static_cast<const ZQMatrixElement*>(matrix.elementAt(position));
+      links_.push_back({symbol->getIndexInDimension(), symbol->getSymbolDownLinkHandle()});
       position = Write::nextInField(matrix, position);
     }
   }
   ~KeepLinks() {
-    for (const Link& link : links_) link.symbol->setSymbolDownLinkHandle(link.handle);
+    for (const Link& link : links_) {
+      const int position = matrix.childAt(level, link.symbol);
+      if (position >= 0) static_cast<ZQMatrixElement*>(matrix.elementAt(position))->setSymbolDownLinkHandle(link.handle);
+    }
   }
   KeepLinks(const KeepLinks&) = delete;
   KeepLinks& operator=(const KeepLinks&) = delete;
 
  private:
   struct Link {
-    ZQMatrixElement* symbol;
+    int symbol;
     int handle;
   };
+  ZQMatrix& matrix;
+  const int level;
   std::vector<Link> links_;
 };
 

@@ -7,6 +7,10 @@
 #include <cstdio>
 #include <new>
 
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
+
 namespace {
 
 long failing = 0;  // counted down to 0 at the allocation that fails; 0 and below where nothing is armed
@@ -57,6 +61,20 @@ WRAPPED(FILE*, fdopen, (int descriptor, const char* mode), (descriptor, mode))
 WRAPPED(FILE*, tmpfile, (), ())
 WRAPPED(FILE*, fmemopen, (void* buffer, size_t size, const char* mode), (buffer, size, mode))
 WRAPPED(DIR*, fdopendir, (int descriptor), (descriptor))
+
+#ifdef __linux__
+// A refused remapping makes the library map and copy.
+extern "C" void* __real_mmap(void*, size_t, int, int, int, off_t);
+extern "C" void* __wrap_mmap(void* address, size_t size, int protection, int flags, int descriptor, off_t offset) {
+  errno = ENOMEM;
+  return fails() ? MAP_FAILED : __real_mmap(address, size, protection, flags, descriptor, offset);
+}
+extern "C" void* __real_mremap(void*, size_t, size_t, int, ...);
+extern "C" void* __wrap_mremap(void* pages, size_t size, size_t newSize, int flags, ...) {
+  errno = ENOMEM;
+  return fails() ? MAP_FAILED : __real_mremap(pages, size, newSize, flags);
+}
+#endif
 
 extern "C" void free(void*) noexcept;
 

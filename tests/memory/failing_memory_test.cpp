@@ -442,6 +442,25 @@ TYPED_TEST(FailingMemoryOfLearningTest, generate) {
   });
 }
 
+TYPED_TEST(FailingMemoryOfLearningTest, anItemAsksForNoMemory) {
+  using C = typename TestFixture::Calls;
+  auto* matrix = this->runs.load();
+  ASSERT_NE(matrix, nullptr);
+  const auto generate = [matrix] {
+    int items = 0;
+    double probability = 0, stopProbability = 0;
+    for (int i = 0; i < 200; ++i) items += C::read(matrix, &probability, &stopProbability) != nullptr;
+    return items;
+  };
+  EXPECT_GT(generate(), 100);
+  {
+    const FailingMemory failing(1, true);
+    EXPECT_GT(generate(), 100);
+  }
+  EXPECT_FALSE(anAllocationHasFailed());
+  C::destroy(matrix);
+}
+
 TYPED_TEST(FailingMemoryOfLearningTest, prune) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("prune", [](auto* matrix) { return numbered(C::prune(matrix), C::numberOfWrites(matrix)); });

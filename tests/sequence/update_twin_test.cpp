@@ -289,4 +289,14 @@ TYPED_TEST(SequenceTwinTest, longSequences) {
   }
 }
 
+// A dimension that large indices force decides how many items a sequence has, not the one that was asked for.
+TEST(SequenceUpdate, LearnsWholeItemsOfTheDimensionThatLargeIndicesForce) {
+  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
+  const Vector sequence = {1, 2, 3, 4, 5};
+  EXPECT_EQ(matrix->updateMatrixWithCombinedSequence(sequence.data(), 5, ZQMatrixTypeIntegerSeries, 1, 0, 1), 1);
+  EXPECT_EQ(matrix->getMatrixInfo()->getCoordinateDimension(), 2);
+  EXPECT_EQ(static_cast<ZQMatrixMediumElement*>(matrix->elementAt(0))->getWriteCountWithSuccessor(), 2);
+  deleteMatrixMedium(matrix);
+}
+
 }  // namespace

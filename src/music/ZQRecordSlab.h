@@ -1,10 +1,8 @@
-// Memory for the element records of one matrix: large chunks handed out in order, so that the records of one learning pass lie in
-// a row, and a list of records given back, used again first. A record never moves. All memory goes back when the slab is cleared.
+// Memory for records of one size: large chunks handed out in order, and a list of records given back, used again first. A record
+// never moves. All memory goes back when the slab is cleared.
 #pragma once
 
 #include <cstddef>
-
-#include "frame/ZQPageProvider.h"
 
 class ZQRecordSlab {
  public:
@@ -24,15 +22,11 @@ class ZQRecordSlab {
       firstReleased = record->next;
       return record;
     }
-    if (next == end && !provideRecords()) return nullptr;
+    if (next == end && !addChunk()) return nullptr;
     void* record = next;
     next += recordSize;
     return record;
   }
-
-  /// Provides for so many records that are about to be written, in one piece. Nothing happens if memory doesn't suffice for them
-  /// all.
-  void reserve(size_t numberOfRecords);
 
   /// Takes a record back for the next allocate().
   void release(void* record) {
@@ -55,16 +49,13 @@ class ZQRecordSlab {
     Chunk* previous;
   };
 
-  bool provideRecords();
   void releaseChunks(Chunk* from);
-  bool addChunk(size_t numberOfRecords);
+  bool addChunk();
 
   size_t recordSize = 32;
   size_t recordsInNextChunk = 256;
   char* next = nullptr;
   char* end = nullptr;
-  char* endOfChunk = nullptr;  // above `end` only in what was reserved
   Released* firstReleased = nullptr;
   Chunk* lastChunk = nullptr;
-  zmatrix::ZQPageProvider pages;  // of what was reserved
 };

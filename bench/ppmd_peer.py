@@ -1,0 +1,36 @@
+"""What a compressor's model can do instead: python3-ppmd's PPMd (variant H) learns a text by encoding it, and then decodes noise, which
+gives text by the model's own probabilities. It goes on learning what it writes. Prints processor time in seconds (learning, all),
+the bytes of memory that it took at its peak, and how many items came.
+
+ppmd_peer.py FILE ORDER ITEMS"""
+import io
+import random
+import resource
+import sys
+import time
+
+from ppmd import Ppmd7Decoder, Ppmd7Encoder
+
+MEMORY = 1 << 28  # may be used; a page counts when it is written to
+
+
+def peak():
+    return resource.getrusage(resource.RUSAGE_SELF).ru_maxrss * 1024
+
+
+name, order, items = sys.argv[1], int(sys.argv[2]), int(sys.argv[3])
+before = peak()
+start = time.process_time()
+with open(name, "rb") as file:
+    text = file.read()
+encoder = Ppmd7Encoder(io.BytesIO(), min(order, 64), MEMORY)
+encoder.encode(text)
+learned = time.process_time()
+noise = random.Random(1)
+decoder = Ppmd7Decoder(io.BytesIO(bytes(noise.getrandbits(8) for _ in range(4 * items))), min(order, 64), MEMORY)
+decoder.ppmd = encoder.ppmd
+produced, known = 0, set(text)
+while produced < items:
+    produced += sum(item in known for item in decoder.decode(1))
+end = time.process_time()
+print(learned - start, end - start, peak() - before, produced)

@@ -1,0 +1,90 @@
+#include "frame/ZQZeroedMemory.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include "frame/ZQMemory.h"
+
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
+
+namespace zmatrix {
+
+#ifdef __linux__
+
+namespace {
+
+constexpr size_t sizeOfPage = 65536;  // a multiple of any that the system has
+
+size_t wholePages(size_t size) {
+  return (size + sizeOfPage - 1) / sizeOfPage * sizeOfPage;
+}
+
+void* newPages(size_t size) {
+  return mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+}
+
+// The system moves pages of one piece only; what it takes for several, as where somebody else has split it, is copied.
+void* resizedPages(void* pages, size_t size, size_t newSize) {
+  if (pages == nullptr) return newPages(newSize);
+  if (size == newSize) return pages;
+  if (void* moved = mremap(pages, size, newSize, MREMAP_MAYMOVE); moved != MAP_FAILED) return moved;
+  void* copy = newPages(newSize);
+  if (copy == MAP_FAILED) return MAP_FAILED;
+  memcpy(copy, pages, std::min(size, newSize));
+  munmap(pages, size);
+  return copy;
+}
+
+}  // namespace
+
+size_t ZQZeroedMemory::getWholeSize() const {
+  return wholePages(size);
+}
+
+bool ZQZeroedMemory::resize(size_t newSize) {
+  newSize = std::max(newSize, size_t{1});
+  if (newSize > largestAllocation || newSize > SIZE_MAX - sizeOfPage) return false;
+  void* resized = resizedPages(begin, wholePages(size), wholePages(newSize));
+  if (resized == MAP_FAILED) return false;
+  begin = static_cast<char*>(resized);
+  // What a smaller size leaves in its last page would not be 0 after the next growth.
+  if (newSize < size) memset(begin + newSize, 0, std::min(wholePages(newSize), size) - newSize);
+  size = newSize;
+  return true;
+}
+
+void ZQZeroedMemory::clear() {
+  if (begin != nullptr) munmap(begin, wholePages(size));
+  begin = nullptr;
+  size = 0;
+}
+
+#else
+
+size_t ZQZeroedMemory::getWholeSize() const {
+  return size;
+}
+
+bool ZQZeroedMemory::resize(size_t newSize) {
+  newSize = std::max(newSize, size_t{1});
+  char* resized = static_cast<char*>(systemCalloc(newSize, 1));
+  if (resized == nullptr) return false;
+  if (begin != nullptr) memcpy(resized, begin, std::min(size, newSize));
+  systemFree(begin);
+  begin = resized;
+  size = newSize;
+  return true;
+}
+
+void ZQZeroedMemory::clear() {
+  systemFree(begin);
+  begin = nullptr;
+  size = 0;
+}
+
+#endif
+
+}  // namespace zmatrix

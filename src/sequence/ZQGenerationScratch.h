@@ -1,0 +1,26 @@
+// What a generation works in, kept from item to item so that an item costs no allocation. It holds nothing that can't be made
+// anew.
+#pragma once
+
+#include "sequence/ZQKnownSuffixes.h"
+#include "store/ZQPodList.h"
+
+namespace zmatrix {
+
+/// A successor of the kernel with what decides how probable it is.
+struct Successor {
+  double probability;
+  double integral;  ///< running sum of the probabilities
+  int handle;
+  int writeCount;
+  int writeCountWithoutPredecessor;
+};
+
+struct ZQGenerationScratch {
+  ZQKnownSuffixes knownSuffixes;
+  ZQPodList<Successor> successors;
+  ZQPodList<int> sequence;  ///< a kernel with the next item behind it
+  ZQPodList<int> preProcessed;
+};
+
+}  // namespace zmatrix

@@ -1,0 +1,168 @@
+#include "sequence/ZQKnownSuffixes.h"
+
+#include <algorithm>
+
+#include "frame/ZQDebugChannel.h"
+
+namespace zmatrix {
+
+namespace {
+
+bool isChildAt(const ZQMatrixBaseElement* element, long long position, int parent) {
+  return element != nullptr && element->getOffsetToElementInPrevDimension() != 0 &&
+         position + element->getOffsetToElementInPrevDimension() == parent;
+}
+
+/// The position of the first child, or -1.
+long long firstChildOf(const ZQMatrixBaseElement* element, long long position) {
+  const int offset = element->getOffsetToElementInNextDimension();
+  return offset != 0 ? position + offset : -1;
+}
+
+/// False, and a message for a position that can't be, if nothing follows what stands there.
+bool hasSuccessors(ZQMatrixBase& matrix, int handle) {
+  if (handle > matrix.getMaximalStack()) dbPrintf(0, "initializeKernelSequence: error: handle > maxStackPtr!\n");
+  return matrix.hasMatrixHandleSuccessors(handle) >= 1;
+}
+
+/// Places don't depend on each other: each pass asks for what the next one reads, so that their misses overlap. A few places
+/// overlap by themselves.
+constexpr size_t fewPlaces = 4;
+
+template <class Place>
+void fetchChildren(const ZQMatrixBase& matrix, std::span<const Place> places, int coordinate) {
+  if (places.size() <= fewPlaces) return;
+  for (const Place& place : places) matrix.prefetchSlot(place.fieldBegin + coordinate);
+}
+
+template <class Place>
+void fetchFields(const ZQMatrixBase& matrix, std::span<const Place> places) {
+  if (places.size() <= fewPlaces) return;
+  for (const Place& place : places) matrix.prefetchSlot(place.firstInField);
+}
+
+/// Steps from places to their children for a coordinate, and writes these to `children`, which may be the places. Returns how
+/// many there are before the first one that is missing.
+template <class Place>
+size_t stepDown(const ZQMatrixBase& matrix, std::span<const Place> places, int coordinate, Place* children) {
+  fetchChildren(matrix, places, coordinate);
+  size_t found = 0;
+  for (const Place& place : places) {
+    const long long position = place.fieldBegin + coordinate;
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    if (!isChildAt(element, position, place.position)) break;
+    Place& child = children[found++];
+    child.firstInField = firstChildOf(element, position);
+    child.position = static_cast<int>(position);
+    child.isWritten = element->getWriteCount() > 0;
+  }
+  fetchFields(matrix, std::span<const Place>(children, found));
+  return found;
+}
+
+/// Goes down to the fields below the places. Returns how many there are before the first one that is missing.
+template <class Place>
+size_t enterFields(const ZQMatrixBase& matrix, std::span<Place> places) {
+  size_t entered = 0;
+  for (Place& place : places) {
+    const ZQMatrixBaseElement* first = matrix.elementAt(place.firstInField);
+    if (first == nullptr) break;
+    place.fieldBegin = place.firstInField - first->getIndexInDimension();
+    ++entered;
+  }
+  return entered;
+}
+
+/// The same as far as the places are known, which a mere step on the way to others is not, and can go on.
+template <class Place>
+size_t enterKnownFields(ZQMatrixBase& matrix, std::span<Place> places) {
+  const bool isNextDimension = matrix.getMatrixInfo()->getCoordinateDimension() == 1;
+  const int maximalStack = matrix.getMatrixFileHeader()->getMaximalStack();
+  size_t entered = 0;
+  for (Place& place : places) {
+    if (!place.isWritten && place.firstInField >= 0) break;
+    const ZQMatrixBaseElement* first = matrix.elementAt(place.firstInField);
+    const bool isFollowed = isNextDimension && first != nullptr && first->getWriteCount() > 0 && place.position <= maximalStack;
+    if (!isFollowed && !hasSuccessors(matrix, place.position)) break;
+    place.fieldBegin = place.firstInField - first->getIndexInDimension();
+    ++entered;
+  }
+  return entered;
+}
+
+}  // namespace
+
+KnownSuffix ZQKnownSuffixes::findLongest(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched) {
+  return isContinuedBy(matrix, sequence, length) ? oneItemFurther(matrix, sequence, length, longestSearched)
+                                                 : fromTheRoot(matrix, sequence, length, longestSearched);
+}
+
+bool ZQKnownSuffixes::isContinuedBy(const ZQMatrixBase& matrix, const int* sequence, int length) const {
+  if (root != matrix.getCurrentMatrixID() || layoutVersion != matrix.getLayoutVersion()) return false;
+  if (coordinateDimension != matrix.getMatrixInfo()->getCoordinateDimension()) return false;
+  if (static_cast<size_t>(length) != items.size() + static_cast<size_t>(coordinateDimension)) return false;
+  int differences = 0;
+  for (size_t i = 0; i < items.size(); ++i) differences |= items[i] ^ sequence[i];
+  return differences == 0;
+}
+
+KnownSuffix ZQKnownSuffixes::oneItemFurther(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched) {
+  const int c = coordinateDimension;
+  const int longestStored = matrix.getMatrixInfo()->getMaxDimOfMatrix() - 1;
+  const int longest = std::max(std::min({length / c, (longestSearched - 1) / c + 1, longestStored / c}), 0);
+  size_t number = std::min(static_cast<size_t>(longest), places.size());
+  if (newPlaces.makeRoomFor(number + 1) == nullptr) return fromTheRoot(matrix, sequence, length, longestSearched);
+  enterRoot(matrix);
+  Place* const children = newPlaces.begin() + 1;
+  const int* const item = sequence + (length - c);
+  number = stepDown<Place>(matrix, {places.begin(), number}, item[0], children);
+  for (int i = 1; i < c; ++i) {
+    number = enterFields(matrix, Places(children, number));
+    number = stepDown<Place>(matrix, {children, number}, item[i], children);
+  }
+  number = enterKnownFields(matrix, Places(children, number));
+  const KnownSuffix known = number > 0 ? KnownSuffix{static_cast<int>(number) * c, children[number - 1].position} : KnownSuffix{};
+  newPlaces.makeRoomFor(number + 1);
+  places.swap(newPlaces);
+  remember(matrix, sequence + (length - known.length), known.length, true);
+  return known;
+}
+
+/// The place of no item at all. Where nothing is stored, no element has its parent there.
+void ZQKnownSuffixes::enterRoot(const ZQMatrixBase& matrix) {
+  places[0] = {0, -1, -1, false};
+  const ZQMatrixBaseElement* element = matrix.elementAt(root);
+  if (element == nullptr) return;
+  places[0].firstInField = firstChildOf(element, root);
+  if (enterFields(matrix, Places(places.begin(), 1)) == 1) places[0].position = root;
+}
+
+KnownSuffix ZQKnownSuffixes::fromTheRoot(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched) {
+  const int c = matrix.getMatrixInfo()->getCoordinateDimension();
+  bool isComplete = places.makeRoomFor(1) != nullptr;
+  KnownSuffix known;
+  for (int suffixLength = c; suffixLength <= length; suffixLength += c) {
+    const int handle = matrix.getMatrixHandleFromElementVector(sequence + (length - suffixLength), suffixLength);
+    if (handle < 0 || !hasSuccessors(matrix, handle)) break;
+    known = {suffixLength, handle};
+    isComplete = isComplete && addPlace(matrix, handle);
+    if (suffixLength >= longestSearched) break;
+  }
+  remember(matrix, sequence + (length - known.length), known.length, isComplete);
+  return known;
+}
+
+bool ZQKnownSuffixes::addPlace(const ZQMatrixBase& matrix, int position) {
+  Place place{0, firstChildOf(matrix.elementAt(position), position), position, true};
+  return enterFields(matrix, Places(&place, 1)) == 1 && places.add(place);
+}
+
+/// Keeps what the search has found, with the context that it ended at; without room for all of it, nothing.
+void ZQKnownSuffixes::remember(const ZQMatrixBase& matrix, const int* context, int length, bool isComplete) {
+  const bool isKept = isComplete && items.copyFrom(std::span<const int>(context, static_cast<size_t>(length)));
+  root = isKept ? matrix.getCurrentMatrixID() : -1;
+  layoutVersion = matrix.getLayoutVersion();
+  coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
+}
+
+}  // namespace zmatrix
