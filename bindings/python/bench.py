@@ -1,7 +1,7 @@
 """Speed from Python: items a second, and what learning a text costs beside the command.
 
     scripts/python --bench
-    python bench.py [TEXT [COMMAND]]     COMMAND: the zmatrix command of the same build
+    scripts/python --bench TEXT COMMAND      COMMAND: the zmatrix command of the same build
 
 Times are those of the processor, since other programs on the machine would change those of the clock."""
 import pathlib

@@ -57,10 +57,9 @@ class Model:
     """What was learned. Made by `zmatrix.learn` and `zmatrix.load`; closed by `close()`, at the end of a `with`, or with its last
     reference. One thread uses it at a time."""
 
-    def __init__(self, kind: str, handle: Handle, settings: Optional[Dict[str, Any]] = None) -> None:
-        self._kind, self._handle, self._settings = kind, handle, settings or {}
+    def __init__(self, kind: str, handle: Handle) -> None:
+        self._kind, self._handle = kind, handle
         self._reading: Optional[object] = None
-        self._words: Dict[int, str] = {}
 
     # --- learning
 
