@@ -436,6 +436,35 @@ void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* recor
 /// Sorts the records 0 to `lastIndex` by the low 32 bits of the number.
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records);
 
+// ---- Reading many at once -----------------------------------------------------------------------------------------------------
+
+/// Reads as many items as `s_readObjexFromMatrix` called over and over, for hosts to which a call is dear. It ends where that
+/// gives null, so that the next call begins a new sequence as the next call of that would.
+/// `items`: room for `numberOfItems` times `coordinateDimension` integers. `probabilities` and `stopProbabilities`: room for
+/// `numberOfItems` values each, or null.
+/// Result: the items read, fewer than `numberOfItems` behind the end of a sequence or a dead end; 0 for null or less than one item.
+int zq_readItems(ZQMatrix* matrix, int numberOfItems, int* items, double* probabilities, double* stopProbabilities);
+int zq_readItems_Medium(ZQMatrixMedium* matrix, int numberOfItems, int* items, double* probabilities, double* stopProbabilities);
+
+/// What was learned behind a context, with how often each item was: the choice that reading draws from.
+/// `context`: `length` integers, preprocessed, as they are stored; `length` 0 for all single items. `capacity`: items that the
+/// arrays have room for. `items` gets `coordinateDimension` integers of each, `counts` how often it was learned there, `starts`
+/// how often of these the context began a sequence; both may be null.
+/// Result: how many there are, of which the first `capacity` are given; 0 for a context that nothing follows; -1 for one that
+/// was not learned, and if memory has run out.
+int zq_readSuccessors(ZQMatrix* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts);
+int zq_readSuccessors_Medium(ZQMatrixMedium* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts);
+
+/// What goes on from the beginning of a learned sequence, for hosts that begin sentences as learned ones begin: a phrase is
+/// counted wherever it stands, and what follows it within a sequence is taken off. The items must have one coordinate.
+/// `beginning`: `length` items, preprocessed; with `length` 0 the first items. It must be two items shorter than the phrase limit,
+/// so that a phrase holds it with what stands before and behind it. `capacity`: items that the arrays have room for.
+/// `items` gets the items, `counts` how often each goes on so, 0 for those that do so within sequences alone.
+/// Result: how many there are; all are given if `capacity` is not less, else none can be used; -1 if the counts can't tell, as in
+/// a matrix that rules were taken from, or if memory has run out.
+int zq_readSentenceStarts(ZQMatrix* matrix, const int* beginning, int length, int capacity, int* items, int* counts);
+int zq_readSentenceStarts_Medium(ZQMatrixMedium* matrix, const int* beginning, int length, int capacity, int* items, int* counts);
+
 // ---- Scores -------------------------------------------------------------------------------------------------------------------
 
 /// Releases a score with all that belongs to it. Null is ignored.

@@ -26,6 +26,7 @@
 #include "numbers/ZQOcronSequence.h"
 #include "numbers/ZQPrimes.h"
 #include "numbers/ZQRiemannEstimate.h"
+#include "sequence/ZQBulkReading.h"
 #include "store/ZQLoadReport.h"
 #include "symbols/ZQMatrix.h"
 #include "symbols/ZQSymbolLinks.h"
@@ -134,6 +135,12 @@ int* zq_createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence
 naturalNumberGocronCodeTag* zq_createGocronCodeIndices(int ocronType, const int* numbers, int count) noexcept { return guarded<naturalNumberGocronCodeTag*>([&] { return zmatrix::createGocronCodeIndices(ocronType, numbers, count); }); }
 void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByGocronCode(lastIndex, records); }); }
 void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag* records) noexcept { guarded([&] { zmatrix::gocronQsortByNumber(lastIndex, records); }); }
+int zq_readItems(ZQMatrix* matrix, int numberOfItems, int* items, double* probabilities, double* stopProbabilities) noexcept { return guarded<int>([&] { return zmatrix::readItems(matrix, numberOfItems, items, probabilities, stopProbabilities); }); }
+int zq_readItems_Medium(ZQMatrixMedium* matrix, int numberOfItems, int* items, double* probabilities, double* stopProbabilities) noexcept { return guarded<int>([&] { return zmatrix::readItems(matrix, numberOfItems, items, probabilities, stopProbabilities); }); }
+int zq_readSuccessors(ZQMatrix* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts) noexcept { return guarded<int>([&] { return zmatrix::readSuccessors(matrix, context, length, capacity, items, counts, starts); }, -1); }
+int zq_readSuccessors_Medium(ZQMatrixMedium* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts) noexcept { return guarded<int>([&] { return zmatrix::readSuccessors(matrix, context, length, capacity, items, counts, starts); }, -1); }
+int zq_readSentenceStarts(ZQMatrix* matrix, const int* beginning, int length, int capacity, int* items, int* counts) noexcept { return guarded<int>([&] { return zmatrix::readSentenceStarts(matrix, beginning, length, capacity, items, counts); }, -1); }
+int zq_readSentenceStarts_Medium(ZQMatrixMedium* matrix, const int* beginning, int length, int capacity, int* items, int* counts) noexcept { return guarded<int>([&] { return zmatrix::readSentenceStarts(matrix, beginning, length, capacity, items, counts); }, -1); }
 void zq_deleteScore(zq_Score* score) noexcept { guarded([&] { zmatrix::deleteScore(score); }); }
 const char* zq_textOfScoreFinding(int kind) noexcept { return guarded<const char*>([&] { return zmatrix::textOfScoreFinding(kind); }); }
 zq_ScoreFeedReport* zq_createScoreFeedPlan(const zq_Score* score, const zq_ScoreFeedSettings* settings) noexcept { return guarded<zq_ScoreFeedReport*>([&] { return zmatrix::createScoreFeedPlan(score, settings); }); }

@@ -1,0 +1,132 @@
+"""A matrix of the library: its functions by tier, who may use it, and when it goes."""
+import ctypes
+import threading
+import weakref
+from contextlib import contextmanager
+from typing import Any, Dict, Iterator, Optional, Sequence, Tuple
+
+from . import raw
+from .errors import ClosedError, InUseError, LimitError
+
+MEDIUM, FULL = raw.ZQMatrixInfoTypeMedium, raw.ZQMatrixInfoTypeFull
+_TIERS: Dict[int, Tuple[str, Any, Any, Any]] = {
+    MEDIUM: ('_Medium', raw.createAndInitMatrixMedium, raw.createAndInitMatrixMediumWithFile, raw.deleteMatrixMedium),
+    FULL: ('', raw.createAndInitMatrix, raw.createAndInitMatrixWithFile, raw.deleteMatrix),
+}
+
+# The library has no locks and keeps messages, progress and searches for the whole process: matrices take turns.
+_turn = threading.RLock()
+
+
+def last_message() -> str:
+    return (raw.zq_lastMessage() or b'').decode('latin-1').strip()
+
+
+def _delete(delete: Any, pointer: Any) -> None:
+    with _turn:
+        delete(pointer)
+
+
+class Handle:
+    """Owns a matrix. `call` and `call_zq` call the function of its tier; both belong into a `with use()`."""
+
+    def __init__(self, tier: int, path: Optional[str] = None) -> None:
+        suffix, create, load, delete = _TIERS[tier]
+        with _turn:
+            pointer = create() if path is None else load(path.encode(), -1)
+        if not pointer:
+            raise LimitError('no memory for a matrix' if path is None else last_message())
+        self.tier = tier
+        self._suffix = suffix
+        self._pointer = pointer
+        self._functions: Dict[str, Any] = {}
+        self._lock = threading.Lock()
+        self._finalizer = weakref.finalize(self, _delete, delete, pointer)
+
+    @contextmanager
+    def use(self) -> Iterator[None]:
+        if not self._lock.acquire(blocking=False):
+            raise InUseError('the model is being used, by another thread or by the call that this one came from')
+        try:
+            if not self._finalizer.alive:
+                raise ClosedError('the model is closed')
+            with _turn:
+                yield
+        finally:
+            self._lock.release()
+
+    def call(self, name: str, *arguments: Any) -> Any:
+        return self._function('s_' + name)(self._pointer, *arguments)
+
+    def call_on(self, thing: Any, name: str, *arguments: Any) -> Any:
+        """A function that goes to an element or to a record of the matrix."""
+        return self._function('s_' + name)(thing, *arguments)
+
+    def call_zq(self, name: str, *arguments: Any) -> Any:
+        return self._function('zq_' + name)(self._pointer, *arguments)
+
+    def _function(self, name: str) -> Any:
+        function = self._functions.get(name)
+        if function is None:
+            function = self._functions[name] = getattr(raw, name + self._suffix)
+        return function
+
+    def close(self) -> None:
+        if not self._lock.acquire(blocking=False):
+            raise InUseError('the model is being used')
+        try:
+            self._finalizer()
+        finally:
+            self._lock.release()
+
+    @property
+    def is_open(self) -> bool:
+        return self._finalizer.alive
+
+    # --- what both levels of the model need, within use()
+
+    def select(self, matrix_id: int) -> None:
+        self.call('setCurrentMatrixID', matrix_id)
+
+    def record(self, matrix_id: int) -> raw.ZQMatrixProperties:
+        """A copy of the sub-matrix's settings and counters; what its pointers lead to is the library's, and not to be read."""
+        selected = self.call('getCurrentMatrixID')
+        self.select(matrix_id)
+        lent = self.call_on(self.call('getMatrixInfo'), 'getGlobalMatrixInfoParameters')
+        self.select(selected)
+        if not lent:
+            raise LimitError('out of memory')
+        copy = raw.ZQMatrixProperties()
+        ctypes.memmove(ctypes.byref(copy), lent, ctypes.sizeof(copy))
+        return copy
+
+    def occupied_ids(self) -> Sequence[int]:
+        count = self.call('getMaxNumberOfMatrices')
+        return [matrix_id for matrix_id in range(count) if self.record(matrix_id).numberOfMatrixElements > 0]
+
+    def items_learned(self, matrix_id: int) -> int:
+        """The root of a sub-matrix counts its items; its handle is the ID."""
+        if matrix_id > self.call('getMatrixStackPointer'):
+            return 0
+        root = self.call('getMatrixElementFromMatrixHandle', matrix_id)
+        return int(self.call_on(root, 'getWriteCountWithSuccessorFromElement')) if root else 0
+
+    def new_array(self, name: str, *arguments: Any) -> 'list[int]':
+        """A call whose last argument gets the length of a new array; copied and released."""
+        length = ctypes.c_int()
+        result = self.call(name, *arguments, ctypes.byref(length)) if not name.startswith('zq_') else self.call_zq(
+            name[3:], *arguments, ctypes.byref(length))
+        if not result:
+            return []
+        items: 'list[int]' = result[:length.value]
+        raw.s_Free(result)
+        return items
+
+
+def ints(values: Any) -> Any:
+    """An array of C integers for a call; lengths are 32 bits there."""
+    if len(values) > 0x7FFFFFFF:
+        raise LimitError(f'{len(values)} integers are more than a call takes')
+    if hasattr(values, 'buffer_info'):
+        return (ctypes.c_int * len(values)).from_buffer(values) if len(values) else (ctypes.c_int * 0)()
+    return (ctypes.c_int * len(values))(*values)
