@@ -529,8 +529,8 @@ zq_Score* zq_createScoreFromKernData(const char* bytes, long long numberOfBytes,
 
 /// Reads a Standard MIDI File exactly: every note of every track, with its time as it stands in the file. Formats 0, 1 and
 /// 2, divisions in ticks and in seconds, RIFF-wrapped files. A part is a channel of a track; the tracks of format 2 are
-/// pieces that follow each other. What is no plain music is a finding. The format is that of the Standard MIDI File
-/// specification 1.0.
+/// pieces that follow each other. What is no plain music is a finding. The format is Standard MIDI Files
+/// 1.0.
 /// Result: a new score, also of a file that can't be read, which its state tells; `zq_deleteScore` releases it. Null if
 /// memory is exhausted.
 zq_Score* zq_createScoreFromMidiFile(const char* path);

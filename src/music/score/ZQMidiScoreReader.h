@@ -1,5 +1,5 @@
 // The exact reading of Standard MIDI Files: every note with its time as a fraction, whatever the division of the file. The format
-// is that of the Standard MIDI File specification 1.0, in a RIFF wrapping too. What files leave open or get wrong is decided so:
+// is Standard MIDI Files 1.0, in a RIFF wrapping too. What files leave open or get wrong is decided so:
 //
 // - A part is a channel of a track. Notes are paired within their track, the first note-on of a channel and key with the first
 //   note-off.
