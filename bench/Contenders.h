@@ -8,7 +8,7 @@
 
 #include "Inputs.h"
 #include "Measurement.h"
-#include "frame/flat/ZQMatrixCreators.h"
+#include "flat/ZQMatrixCreators.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "symbols/ZQMatrix.h"
 #ifdef ZMATRIX_BENCH_ABSL

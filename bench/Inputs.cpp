@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "frame/ZQMemory.h"
-#include "music/ZQTextPhrases.h"
+#include "music/text/ZQTextPhrases.h"
 #include "sequence/ZQPreprocessing.h"
 
 namespace bench {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Measurement.h"
-#include "frame/flat/ZQMatrixCreators.h"
+#include "flat/ZQMatrixCreators.h"
 #include "music/score/ZQScoreFeed.h"
 #include "sequence/ZQMatrixMedium.h"
 

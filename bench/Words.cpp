@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Benchmarks.h"
-#include "frame/flat/ZQMatrixCreators.h"
+#include "flat/ZQMatrixCreators.h"
 #include "symbols/ZQMatrix.h"
 #include "symbols/ZQWordsUpdate.h"
 

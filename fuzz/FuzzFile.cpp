@@ -8,7 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "frame/flat/ZQMatrixCreators.h"
+#include "flat/ZQMatrixCreators.h"
 #include "support/UseMatrix.h"
 
 namespace {

@@ -14,7 +14,7 @@
 #include <string>
 
 #include "ScoreFeeding.h"
-#include "frame/flat/ZQMatrixCreators.h"
+#include "flat/ZQMatrixCreators.h"
 #include "music/kern/ZQKernConversion.h"
 #include "music/kern/ZQKernFile.h"
 #include "music/kern/ZQKernReport.h"

@@ -13,7 +13,7 @@
 #include <string>
 
 #include "ScoreFeeding.h"
-#include "frame/flat/ZQMatrixCreators.h"
+#include "flat/ZQMatrixCreators.h"
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiFile.h"
 #include "music/midi/ZQMidiReport.h"

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "frame/flat/ZQMatrixCreators.h"
+#include "flat/ZQMatrixCreators.h"
 #include "music/score/ZQGeneratedScore.h"
 #include "music/score/ZQScoreFeed.h"
 #include "sequence/ZQMatrixMedium.h"

@@ -4,7 +4,7 @@
     scripts/generate_flat.py           writes the files below
     scripts/generate_flat.py --check   writes nothing; exits 1 if a file is not what the list gives
 
-The list lies in src/frame/flat/list, one file per subsystem. A line that begins at the margin is one of
+The list lies in src/flat/list, one file per subsystem. A line that begins at the margin is one of
 
     # comment
     == Subject                               a heading in the header
@@ -49,13 +49,13 @@ FILES = {
     'include/zmatrix/BBMatrix.h': c_files.facade,
     'include/zmatrix/zq.h': c_files.extension_header,
     'include/zmatrix/zq_types.h': c_files.extension_types,
-    'src/frame/flat/ZQFlatFull.cpp': lambda flat: c_files.tier_forwarders(flat, 'F'),
-    'src/frame/flat/ZQFlatMedium.cpp': lambda flat: c_files.tier_forwarders(flat, 'M'),
-    'src/frame/flat/ZQFlatBase.cpp': lambda flat: c_files.tier_forwarders(flat, 'B'),
-    'src/frame/flat/ZQFlatObjects.cpp': c_files.object_forwarders,
-    'src/frame/flat/ZQFlatExtensions.cpp': c_files.extension_forwarders,
-    'src/frame/flat/ZQFlatLayout.cpp': c_files.layout,
-    'src/frame/flat/zmatrix.map': c_files.export_map,
+    'src/flat/ZQFlatFull.cpp': lambda flat: c_files.tier_forwarders(flat, 'F'),
+    'src/flat/ZQFlatMedium.cpp': lambda flat: c_files.tier_forwarders(flat, 'M'),
+    'src/flat/ZQFlatBase.cpp': lambda flat: c_files.tier_forwarders(flat, 'B'),
+    'src/flat/ZQFlatObjects.cpp': c_files.object_forwarders,
+    'src/flat/ZQFlatExtensions.cpp': c_files.extension_forwarders,
+    'src/flat/ZQFlatLayout.cpp': c_files.layout,
+    'src/flat/zmatrix.map': c_files.export_map,
     'tests/flat/listed_names.inc': c_files.listed_names,
     'bindings/api.json': api.document,
     'bindings/python/zmatrix/raw.py': python_files.module,

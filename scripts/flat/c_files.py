@@ -96,7 +96,7 @@ FORWARDERS_END = '\n}  // extern "C"\n#pragma GCC visibility pop\n'
 def tier_forwarders(flat, tier):
     names = TIERS[tier]
     text = FORWARDERS.format(generated=GENERATED, about=f"The {names['name']} tier's functions of the boundary, a line each.",
-                             includes=f"#include \"frame/flat/ZQGuarded.h\"\n#include \"{names['header']}\"\n")
+                             includes=f"#include \"flat/ZQGuarded.h\"\n#include \"{names['header']}\"\n")
     for function in flat.landed_functions():
         if function.tier == tier:
             text += f'{function.prototype(empty="")} {function.body()}\n'
@@ -105,7 +105,7 @@ def tier_forwarders(flat, tier):
 
 def object_forwarders(flat):
     includes = {path for capability, path in flat.includes if capability in flat.landed}
-    includes = sorted(includes | {'frame/flat/ZQGuarded.h', 'symbols/ZQMatrix.h'})
+    includes = sorted(includes | {'flat/ZQGuarded.h', 'symbols/ZQMatrix.h'})
     text = FORWARDERS.format(generated=GENERATED,
                              about='The functions of the boundary on other objects and on none, a line each.',
                              includes=''.join(f'#include "{path}"\n' for path in includes))
@@ -125,7 +125,7 @@ def object_forwarders(flat):
 
 
 def extension_forwarders(flat):
-    includes = sorted({path for _, path in flat.extension_includes} | {'frame/flat/ZQGuarded.h'})
+    includes = sorted({path for _, path in flat.extension_includes} | {'flat/ZQGuarded.h'})
     text = FORWARDERS.format(generated=GENERATED, about='The extension functions, a line each.',
                              includes=''.join(f'#include "{path}"\n' for path in includes))
     text += ''.join(f'{function.prototype(empty="")} {function.body()}\n' for function in flat.extensions)

@@ -4,7 +4,6 @@
 #include <cstdio>
 
 #include "frame/ZQDebugChannel.h"
-#include "frame/ZQSmallQueries.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 #include "sequence/ZQNumberCoding.h"

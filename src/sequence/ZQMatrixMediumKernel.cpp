@@ -5,7 +5,6 @@
 
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQGrowth.h"
-#include "frame/ZQSmallQueries.h"
 #include "frame/ZQSystemOwned.h"
 #include "sequence/ZQKernelSetting.h"
 #include "sequence/ZQMatrixMedium.h"

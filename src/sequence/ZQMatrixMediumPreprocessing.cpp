@@ -5,7 +5,6 @@
 #include <span>
 
 #include "frame/ZQDebugChannel.h"
-#include "frame/ZQSmallQueries.h"
 #include "numbers/ZQOcronParameters.h"
 #include "sequence/ZQInversePreprocessing.h"
 #include "sequence/ZQMatrixMedium.h"

@@ -3,14 +3,14 @@
 #pragma once
 
 #include "sequence/ZQMatrixMedium.h"
-#include "sequence/ZQMediumSelfTest.h"
+#include "sequence/ZQMediumVerification.h"
 #include "store/ZQMatrixFileTexts.h"
 
 struct ZQMediumTier {
   using Matrix = ZQMatrixMedium;
   using Element = ZQMatrixMediumElement;
   using Info = ZQMatrixMediumInfo;
-  using SelfTest = ZQMediumSelfTest;
+  using Verification = ZQMediumVerification;
   static constexpr int infoType = 1;
   static constexpr bool reportsMissingSlot = true;
 

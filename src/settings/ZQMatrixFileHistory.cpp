@@ -2,8 +2,8 @@
 // going through them, since the one in the header counts otherwise.
 #include <climits>
 
+#include "file/ZQFileStream.h"
 #include "frame/ZQDebugChannel.h"
-#include "settings/ZQFileStream.h"
 #include "settings/ZQMatrixFileHeader.h"
 #include "settings/ZQMatrixInfo.h"
 

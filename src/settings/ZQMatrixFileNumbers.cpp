@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "settings/ZQFileStream.h"
+#include "file/ZQFileStream.h"
 
 namespace {
 

@@ -256,3 +256,6 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void printKernelRows(const char* name, zmatrix::RowTable& rows, int numberOfItems);
   void printDimensions();
 };
+
+/// How many original items the inverse of a preprocessing must be given before the first preprocessed item.
+int sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType);

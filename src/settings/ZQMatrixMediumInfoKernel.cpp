@@ -7,7 +7,6 @@
 
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQMemory.h"
-#include "frame/ZQSmallQueries.h"
 #include "settings/ZQMatrixMediumInfo.h"
 
 namespace {
@@ -155,4 +154,10 @@ int ZQMatrixMediumInfo::initializeKernelSequenceWithObjectOriginalSequence(int**
     dbPrintf(8, "initializeKernelSequenceWithObjectOriginalSequence(): not yet implemented\n");
   }
   return 0;
+}
+
+int sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) {
+  if (preProcessingType < 0) return 0;
+  if (preProcessingType <= 999) return preProcessingType;  // a difference of this order
+  return preProcessingType >= 1002 && preProcessingType <= 1004 ? 1 : 0;
 }

@@ -4,13 +4,13 @@
 
 #include "store/ZQMatrixBase.h"
 #include "store/ZQMatrixFileTexts.h"
-#include "store/ZQSelfTestTexts.h"
+#include "store/ZQVerificationTexts.h"
 
 struct ZQBaseTier {
   using Matrix = ZQMatrixBase;
   using Element = ZQMatrixBaseElement;
   using Info = ZQMatrixBaseInfo;
-  using SelfTest = zmatrix::NoAdditionalSelfTest;
+  using Verification = zmatrix::NoAdditionalVerification;
   static constexpr int infoType = 0;
   static constexpr bool reportsMissingSlot = false;  ///< says "hier ist der Fehler1" where no free slot was found
 

@@ -241,7 +241,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   template <class Tier>
   friend struct ZQFieldPlacement;
   template <class Tier>
-  friend struct ZQStoreSelfTest;
+  friend struct ZQStoreVerification;
   template <class Tier>
   friend struct ZQMatrixFileSave;
   template <class Tier>

@@ -2,7 +2,7 @@
 #include <climits>
 
 #include "store/ZQMatrixBase.h"
-#include "store/ZQSelfTestTexts.h"
+#include "store/ZQVerificationTexts.h"
 
 ZQMatrixBaseElement* ZQMatrixBase::parentOf(int position) const {
   const ZQMatrixBaseElement* element = elementAt(position);

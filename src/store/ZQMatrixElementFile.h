@@ -3,7 +3,7 @@
 // up. A record that a save finds with a negative count is marked for removal, and is not written.
 #pragma once
 
-#include "settings/ZQFileStream.h"
+#include "file/ZQFileStream.h"
 #include "store/ZQMatrixElements.h"
 
 namespace zmatrix {

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <ctime>
 
+#include "file/ZQSafeFile.h"
 #include "frame/ZQProgress.h"
-#include "settings/ZQSafeFile.h"
 #include "store/ZQMatrixBase.h"
 #include "store/ZQMatrixElementFile.h"
 

@@ -3,14 +3,14 @@
 #pragma once
 
 #include "sequence/ZQMediumTier.h"
-#include "symbols/ZQFullSelfTest.h"
+#include "symbols/ZQFullVerification.h"
 #include "symbols/ZQMatrix.h"
 
 struct ZQFullTier {
   using Matrix = ZQMatrix;
   using Element = ZQMatrixElement;
   using Info = ZQMatrixInfo;
-  using SelfTest = ZQFullSelfTest;
+  using Verification = ZQFullVerification;
   static constexpr int infoType = 2;
   static constexpr bool reportsMissingSlot = true;
 

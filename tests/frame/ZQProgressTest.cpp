@@ -1,11 +1,11 @@
+#include "flat/ZQMatrixCreators.h"
 #include "frame/ZQProgress.h"
+#include "settings/ZQMatrixMediumInfo.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <vector>
-
-#include "frame/ZQSmallQueries.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Feeding texts to a matrix and writing what it says: phrase by phrase, file by file, each language in its sub-matrix.
 #include <sstream>
 
-#include "music/ZQTextWriter.h"
+#include "music/text/ZQTextWriter.h"
 #include "support/TestFolder.h"
 #include "support/TierTest.h"
 

@@ -1,4 +1,4 @@
-#include "music/ZQTextFile.h"
+#include "music/text/ZQTextFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "music/ZQTextPhrases.h"
+#include "music/text/ZQTextPhrases.h"
 
 #include <gtest/gtest.h>
 

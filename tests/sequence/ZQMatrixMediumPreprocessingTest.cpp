@@ -6,9 +6,9 @@
 #include <memory>
 #include <vector>
 
+#include "flat/ZQMatrixCreators.h"
 #include "frame/ZQMemory.h"
 #include "frame/ZQSystemOwned.h"
-#include "frame/flat/ZQMatrixCreators.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 #include "support/CapturedMessages.h"

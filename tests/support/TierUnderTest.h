@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "frame/flat/ZQMatrixCreators.h"
+#include "flat/ZQMatrixCreators.h"
 #include "store/ZQFreeSlotSearch.h"
 #include "support/PlainStore.h"
 #include "symbols/ZQMatrix.h"

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "SymbolMatrix.h"
+#include "flat/ZQMatrixCreators.h"
 #include "frame/ZQMemory.h"
-#include "frame/flat/ZQMatrixCreators.h"
 
 namespace {
 

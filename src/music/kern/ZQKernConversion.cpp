@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <memory>
 
+#include "file/ZQFileStream.h"
 #include "frame/ZQDebugChannel.h"
 #include "music/kern/ZQKernTracks.h"
 #include "music/midi/ZQMidiFile.h"
-#include "settings/ZQFileStream.h"
 
 namespace {
 

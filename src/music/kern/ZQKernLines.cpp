@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "settings/ZQFileStream.h"
+#include "file/ZQFileStream.h"
 
 namespace zmatrix {
 

@@ -15,6 +15,7 @@
 #include <cstring>
 #include <memory>
 
+#include "file/ZQFileStream.h"
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQSystemOwned.h"
 #include "music/ZQFileNameList.h"
@@ -23,7 +24,6 @@
 #include "music/midi/ZQMidiSequence.h"
 #include "music/midi/ZQMidiSounds.h"
 #include "music/midi/ZQMidiTrackJudge.h"
-#include "settings/ZQFileStream.h"
 #include "settings/ZQMatrixEnumerations.h"
 #include "store/ZQKeepCurrentMatrixID.h"
 

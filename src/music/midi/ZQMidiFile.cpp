@@ -8,10 +8,10 @@
 #include <memory>
 #include <new>
 
+#include "file/ZQFileStream.h"
 #include "frame/ZQDebugChannel.h"
 #include "music/midi/MIDIFILE.h"
 #include "music/midi/ZQMidiFileReader.h"
-#include "settings/ZQFileStream.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <new>
 
-#include "settings/ZQFileStream.h"
+#include "file/ZQFileStream.h"
 
 namespace zmatrix {
 

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "settings/ZQFileStream.h"
+#include "file/ZQFileStream.h"
 
 namespace zmatrix {
 

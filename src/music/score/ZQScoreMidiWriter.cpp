@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "file/ZQSafeFile.h"
 #include "music/score/ZQMidiTrackBytes.h"
 #include "music/score/ZQScoreCheck.h"
 #include "music/score/ZQScoreMidiTracks.h"
 #include "music/score/ZQScoreTicks.h"
-#include "settings/ZQSafeFile.h"
 
 namespace zmatrix {
 

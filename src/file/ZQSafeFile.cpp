@@ -1,0 +1,216 @@
+#include "file/ZQSafeFile.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include "file/ZQFileStream.h"
+
+namespace zmatrix {
+
+namespace {
+
+constexpr int mostLinksFollowed = 40;
+constexpr int mostNamesTried = 1000;
+constexpr int modeOfNewFile = 0666;
+constexpr int modeUntilThatOfTarget = 0600;
+constexpr int bitsOfMode = 07777;
+constexpr char startOfNeighbour[] = ".zmatrix-save-";  // process and number follow
+
+std::string folderOf(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
+}
+
+// The path that a chain of links leads to, whether or not anything is there; empty if it leads nowhere.
+std::string withLinksFollowed(const char* path) {
+  std::string name = path;
+  std::error_code error;
+  for (int i = 0; std::filesystem::is_symlink(name, error); ++i) {
+    const std::string next = std::filesystem::read_symlink(name, error).string();
+    if (error || i == mostLinksFollowed) return "";
+    name = !next.empty() && next[0] == '/' ? next : folderOf(name) + next;
+  }
+  return name;
+}
+
+bool canBeWritten(const std::string& path) {
+  const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+  if (descriptor >= 0) close(descriptor);
+  return descriptor >= 0;
+}
+
+/// True if this error says that no file may be made here or put in the old one's place. A full disk says something else.
+bool forbidsReplacing(int error) {
+  return error == EACCES || error == EPERM || error == EROFS || error == EBUSY || error == EXDEV || error == ENAMETOOLONG;
+}
+
+int openFolder(const std::string& folder) {
+  return ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+void syncFolder(const std::string& folder) {
+  const int descriptor = openFolder(folder);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  close(descriptor);
+}
+
+/// True for the name of a neighbour whose process is gone.
+bool isNameOfLeftover(const char* name) {
+  const size_t lengthOfStart = sizeof startOfNeighbour - 1;
+  if (strncmp(name, startOfNeighbour, lengthOfStart) != 0) return false;
+  char* end = nullptr;
+  const long process = strtol(name + lengthOfStart, &end, 10);
+  return *end == '-' && process > 0 && process != getpid() && kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
+}
+
+/// The process may be one of another machine, or of another container: what it still holds is locked.
+void removeIfUnlocked(int folder, const char* name) {
+  const int descriptor = openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) return;
+  struct stat status;
+  const bool isLeftover = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+  if (isLeftover) unlinkat(folder, name, 0);
+  close(descriptor);
+}
+
+void removeLeftovers(const std::string& folder) {
+  const int descriptor = openFolder(folder);
+  DIR* entries = descriptor >= 0 ? fdopendir(descriptor) : nullptr;
+  if (entries == nullptr) {
+    if (descriptor >= 0) close(descriptor);
+    return;
+  }
+  while (const dirent* entry = readdir(entries)) {
+    if (isNameOfLeftover(entry->d_name)) removeIfUnlocked(descriptor, entry->d_name);
+  }
+  closedir(entries);
+}
+
+}  // namespace
+
+ZQSafeFile::~ZQSafeFile() {
+  if (stream != nullptr) fclose(stream);
+  if (!neighbour.empty()) unlink(neighbour.c_str());
+}
+
+bool ZQSafeFile::open(const char* path) {
+  if (path == nullptr || *path == 0) return false;
+  try {
+    return openTarget(path);
+  } catch (const std::bad_alloc&) {  // the names of target and neighbour; the destructor drops what there is
+    return false;
+  }
+}
+
+bool ZQSafeFile::openTarget(const char* path) {
+  struct stat status;
+  const bool isThere = stat(path, &status) == 0;
+  if (isThere && !S_ISREG(status.st_mode)) {
+    // The links to an open pipe, such as /dev/stdout, name nothing: only the system can follow them.
+    target = path;
+    if (S_ISDIR(status.st_mode) || faccessat(AT_FDCWD, path, W_OK, AT_EACCESS) != 0) return false;
+    stream = tmpfile();
+    isSpool = stream != nullptr;
+    return isSpool;
+  }
+  target = withLinksFollowed(path);
+  folder = folderOf(target);
+  if (target.empty() || (isThere && !canBeWritten(target))) return false;
+  const int error =
+      isThere ? openNeighbour(status.st_mode & bitsOfMode, status.st_uid, status.st_gid) : openNeighbour(-1, -1, -1);
+  if (error == 0) return true;
+  stream = isThere && forbidsReplacing(error) ? fopen(target.c_str(), "wbe") : nullptr;
+  return stream != nullptr;
+}
+
+// The name belongs to this process and save alone, so what a killed process has left behind is in nobody's way.
+int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group) {
+  static unsigned numberOfSaves = 0;
+  removeLeftovers(folder);
+  for (int i = 0; i < mostNamesTried; ++i) {
+    std::string name = folder + startOfNeighbour + std::to_string(getpid()) + "-" + std::to_string(numberOfSaves++);
+    const int descriptor =
+        ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, modeOfTarget >= 0 ? modeUntilThatOfTarget : modeOfNewFile);
+    if (descriptor < 0 && errno != EEXIST) return errno;
+    if (descriptor < 0) continue;
+    neighbour.swap(name);
+    return takeNeighbour(descriptor, modeOfTarget, owner, group);
+  }
+  return EEXIST;
+}
+
+int ZQSafeFile::takeNeighbour(int descriptor, int modeOfTarget, long long owner, long long group) {
+  flock(descriptor, LOCK_EX | LOCK_NB);  // where files can't be locked, the process alone tells whose it is
+  if (modeOfTarget >= 0) {
+    // A stranger's file stays his where that can be had, or at least his group's; it keeps its mode in any case.
+    const auto newGroup = static_cast<gid_t>(group);
+    if (fchown(descriptor, static_cast<uid_t>(owner), newGroup) != 0 && fchown(descriptor, static_cast<uid_t>(-1), newGroup) != 0)
+      errno = 0;
+    if (fchmod(descriptor, static_cast<mode_t>(modeOfTarget)) != 0) errno = 0;
+  }
+  stream = fdopen(descriptor, "wb");
+  if (stream != nullptr) return 0;
+  close(descriptor);
+  return ENOMEM;
+}
+
+bool ZQSafeFile::closeStream() {
+  const bool isFlushed = fflush(stream) == 0 && fsync(fileno(stream)) == 0;
+  const bool isClosed = fclose(stream) == 0;
+  stream = nullptr;
+  return isFlushed && isClosed;
+}
+
+bool ZQSafeFile::commit() {
+  if (isSpool) return copyToTarget();
+  if (!closeStream()) return false;
+  if (neighbour.empty()) return true;
+  if (rename(neighbour.c_str(), target.c_str()) != 0) {
+    // Mounted on its own, or another's in a folder where everybody may write: it can only be overwritten.
+    if (!forbidsReplacing(errno)) return false;
+    stream = fopen(neighbour.c_str(), "rbe");
+    return stream != nullptr && copyToTarget();
+  }
+  neighbour.clear();
+  syncFolder(folder);
+  return true;
+}
+
+bool ZQSafeFile::copyToTarget() {
+  FILE* from = stream;
+  stream = fopen(target.c_str(), "wbe");
+  if (stream == nullptr) {
+    fclose(from);
+    return false;
+  }
+  rewind(from);
+  int error = 0;  // the first one, which says why
+  const auto hold = [&error](bool isDone) {
+    if (!isDone && error == 0) error = errno != 0 ? errno : EIO;
+  };
+  errno = 0;
+  {
+    ZQFileWriter writer(stream);
+    const bool isRead = copyRest(from, writer);
+    hold(writer.flush() && isRead);
+  }
+  fclose(from);
+  hold(fflush(stream) == 0);
+  hold(fsync(fileno(stream)) == 0 || errno == EINVAL);  // pipes and devices have nothing to be synced
+  hold(fclose(stream) == 0);
+  stream = nullptr;
+  errno = error;
+  return error == 0;
+}
+
+}  // namespace zmatrix

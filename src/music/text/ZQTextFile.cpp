@@ -1,0 +1,99 @@
+#include "music/text/ZQTextFile.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <string_view>
+
+#include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixEnumerations.h"
+
+namespace zmatrix {
+
+namespace {
+
+struct CloseFile {
+  void operator()(FILE* file) const { fclose(file); }
+};
+using File = std::unique_ptr<FILE, CloseFile>;
+
+/// Opens a regular file. A directory or a device would open too, but has no bytes to count, or never ends.
+File openRegularFile(const char* fileName) {
+  struct stat status;
+  if (fileName == nullptr || stat(fileName, &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
+  return File(fopen(fileName, "rb"));
+}
+
+/// The bytes of a file, or -1.
+long long sizeOf(FILE* file) {
+  if (fseek(file, 0, SEEK_END) != 0) return -1;
+  const long long size = ftell(file);
+  rewind(file);
+  return size;
+}
+
+/// Reads up to `capacity` bytes into one int each, and returns how many there were.
+int readBytes(FILE* file, int* values, int capacity) {
+  static constexpr size_t bytesAtOnce = 1 << 16;
+  static unsigned char bytes[bytesAtOnce];
+  int length = 0;
+  while (length < capacity) {
+    const size_t wanted = std::min(bytesAtOnce, static_cast<size_t>(capacity - length));
+    const size_t count = fread(bytes, 1, wanted, file);
+    if (count == 0) break;
+    std::copy_n(bytes, count, values + length);
+    length += static_cast<int>(count);
+  }
+  return length;
+}
+
+/// Occurrences of a word with its blanks. The blank behind one is gone for the next, so that a word said twice counts once.
+template <class Text>
+int occurrences(const Text& text, std::string_view word) {
+  int count = 0;
+  for (auto at = text.begin(); (at = std::search(at, text.end(), word.begin(), word.end())) != text.end(); count++)
+    at += static_cast<std::ptrdiff_t>(word.size());
+  return count;
+}
+
+template <class Text>
+int languageOf(const Text& text) {
+  const int german = occurrences(text, " ist "), english = occurrences(text, " is ");
+  if (german > english) return ZQLanguageGerman;
+  return english > german ? ZQLanguageEnglish : ZQLanguageUndefined;
+}
+
+}  // namespace
+
+TextOfFile textOfFile(const char* fileName, int maxLength) {
+  TextOfFile text;
+  const File file = openRegularFile(fileName);
+  long long length = file != nullptr ? sizeOf(file.get()) : -1;
+  if (maxLength >= 1) length = std::min<long long>(length, maxLength);
+  if (length < 0 || length > INT_MAX - 2) return text;
+  text.isReadable = true;
+  text.values.reset(systemMallocArray<int>(length + 2));
+  if (text.values == nullptr) return text;
+  dbPrintf(1, "***************ANSI inputFile (reading 1 byte values) ***************\n");
+  text.length = readBytes(file.get(), text.values.get(), static_cast<int>(length));
+  return text;
+}
+
+int languageOfTextFile(const char* fileName) {
+  const File file = openRegularFile(fileName);
+  const long long size = file != nullptr ? sizeOf(file.get()) : -1;
+  if (size < 0) return ZQLanguageUndefined;
+  const SystemOwned<char> bytes(systemMallocArray<char>(size + 1));
+  if (bytes == nullptr) return ZQLanguageUndefined;
+  bytes[fread(bytes.get(), 1, static_cast<size_t>(size), file.get())] = 0;
+  // A text for this purpose ends at its first zero byte.
+  return languageOf(std::string_view(bytes.get()));
+}
+
+int languageOfText(std::span<const int> text) {
+  return languageOf(text.first(static_cast<size_t>(std::find(text.begin(), text.end(), 0) - text.begin())));
+}
+
+}  // namespace zmatrix

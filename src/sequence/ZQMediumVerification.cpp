@@ -1,0 +1,81 @@
+#include "sequence/ZQMediumVerification.h"
+
+#include <algorithm>
+
+namespace {
+
+using CountsInDimension = int* (ZQMatrixMediumInfo::*)(int*);
+
+void addOne(ZQMatrixMediumInfo& info, CountsInDimension counts, int length) {
+  int numberOfDimensions = 0;
+  int* countsOfRecord = (info.*counts)(&numberOfDimensions);
+  if (length >= 1 && length <= numberOfDimensions) ++countsOfRecord[length - 1];
+}
+
+}  // namespace
+
+ZQMediumVerification::ZQMediumVerification(ZQMatrixMedium& aMatrix, const zmatrix::VerificationTexts&) : matrix(aMatrix) {
+  links.build(matrix);  // without room for it each path is asked about on its own
+  ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+  info.setNumberOfRuleElements(0);
+  info.setNumberOfUniqueRuleElements(0);
+  info.setNumberOfOverDeterminedRules(0);
+  for (const CountsInDimension counts : {&ZQMatrixMediumInfo::getRulesInDimension, &ZQMatrixMediumInfo::getUniqueRulesInDimension,
+                                         &ZQMatrixMediumInfo::getWriteElementsInDimension}) {
+    int size = 0;
+    int* countsOfRecord = (info.*counts)(&size);
+    std::fill(countsOfRecord, countsOfRecord + size, 0);
+  }
+}
+
+bool ZQMediumVerification::look(int position, const ZQMatrixMediumElement& element, const int* path, int length) {
+  if (countRule(position, element, path, length) || !isPhraseMatrix()) return true;
+  dbPrintf(0, "error matrixLinear-Test for matrix ID %d: point without rule  unexpected for phrase-Matrix\n",
+           matrix.getCurrentMatrixID());
+  return false;
+}
+
+bool ZQMediumVerification::countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length) {
+  ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+  addOne(info, &ZQMatrixMediumInfo::getWriteElementsInDimension, length);
+  if (element.getWriteCountWithoutPredecessor() > 0) ++numberOfStarts;
+  const int timesDetermined =
+      links.isKnown(position) ? matrix.isDeterminedUpToTwice(links, position) : matrix.isDeterminedUpToTwice(path, length);
+  if (timesDetermined > 0) {
+    info.incrementNumberOfUniqueRuleElements();
+    addOne(info, &ZQMatrixMediumInfo::getUniqueRulesInDimension, length);
+  }
+  if (timesDetermined >= 2) info.incrementNumberOfOverDeterminedRules();
+  if (!matrix.isRuleAt(position)) return false;
+  info.incrementNumberOfRuleElements();
+  addOne(info, &ZQMatrixMediumInfo::getRulesInDimension, length);
+  return true;
+}
+
+bool ZQMediumVerification::compareDepthAndKernel(int deepest) {
+  const ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+  bool isSound = true;
+  // A matrix whose deepest paths were deleted is sound all the same: its dimension only ever grows.
+  if (info.getCurrentDimension() != deepest) {
+    dbPrintf(0, "matrixLinearTest: error: dimension(%d) != dimension1(%d)\n", info.getCurrentDimension(), deepest);
+  }
+  if (info.getLengthOfKernelOriginalSequence() < 0) {
+    dbPrintf(0, "error matrixLinear-Test: getLengthOfKernelOriginalSequence = %d unexpected\n",
+             info.getLengthOfKernelOriginalSequence());
+    isSound = false;
+  }
+  if (info.getLengthOfKernelPreProcessedSequence() < 0) {
+    dbPrintf(0, "error matrixLinear-Test: getLengthOfKernelPreProcessedSequence = %d unexpected\n",
+             info.getLengthOfKernelPreProcessedSequence());
+    isSound = false;
+  }
+  return isSound;
+}
+
+bool ZQMediumVerification::compareCounts() {
+  const ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+  if (numberOfStarts == info.getNumberOfStartElements()) return true;
+  dbPrintf(0, "error matrixLinear-Test: numberOfStartElementsInMatrix differs from _numberOfStart %d <-> %d\n", numberOfStarts,
+           info.getNumberOfStartElements());
+  return false;
+}

@@ -1,0 +1,34 @@
+// What the self-tests do besides in the medium tier: recount the rules, and compare the depth, the kernel and the number of
+// starts.
+#pragma once
+
+#include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQSuffixLinks.h"
+#include "store/ZQVerificationTexts.h"
+
+class ZQMediumVerification {
+ public:
+  static constexpr bool namesMatrixID = true;
+  static constexpr bool correctsEndElements = true;
+
+  /// Zeroes the counts of rules.
+  ZQMediumVerification(ZQMatrixMedium& aMatrix, const zmatrix::VerificationTexts&);
+  /// True if look() wants the path of the element; else it may be null.
+  bool needsPath(int position) const { return !links.isKnown(position); }
+  /// Counts a written element. False for a fault.
+  bool look(int position, const ZQMatrixMediumElement& element, const int* path, int length);
+  /// After the walk, before and after the store's own counts are compared. False for a fault.
+  bool compareDepthAndKernel(int deepest);
+  bool compareCounts();
+
+ protected:
+  /// Counts the element's rule; false if there is none and should be one.
+  bool countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length);
+  bool isPhraseMatrix() const { return matrix.getMatrixInfo()->getIsPhraseMatrix() == 1; }
+
+  ZQMatrixMedium& matrix;
+
+ private:
+  ZQSuffixLinks links;
+  int numberOfStarts = 0;
+};

@@ -1,0 +1,109 @@
+// The base part of an info record in a matrix file, and the arrays that its numbers ask for.
+#include <algorithm>
+#include <cstdlib>
+
+#include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixInfoCodec.h"
+
+namespace {
+
+constexpr int smallestTemporaryMemory = 256;
+constexpr int defaultCoordinateSize = -4;
+constexpr long long arraysOfDimensions = 6;  ///< of all tiers: what a dimension costs in ints
+
+bool isCoordinateSize(int size) {
+  const long long width = std::llabs(static_cast<long long>(size));
+  return width == 1 || width == 2 || width == 4 || width == 8;
+}
+
+}  // namespace
+
+template <class Fields>
+void ZQMatrixBaseInfo::describeBasePart(Fields& fields) {
+  fields.number(updateInfoSize);
+#define ZQ_BASE_ROWS
+#define ZQ_BEHIND_MEM_IS_READ_ONLY describeCoordinateSizes(fields);
+#define ZQ_FIELD(type, name, Name, initial, since, printType, format) \
+  fields.number(name, since, static_cast<type>(initial));             \
+  fields.require(isLegalInFile(&name));
+#include "settings/ZQMatrixInfoFields.def"
+  fields.setVersion(softwareVersion);
+  if constexpr (Fields::reads) {
+    fields.require(fields.isSound() && makeDimensionArrays(fields.file));
+    if (!fields.isSound()) return;
+  }
+  const int beyond = zmatrix::successorOf(maximalMatrixIndex);
+  describeDimensions(fields, minimalIndices, beyond);
+  describeDimensions(fields, maximalIndices, zmatrix::negativeOf(beyond));
+}
+
+template void ZQMatrixBaseInfo::describeBasePart(zmatrix::ZQFieldWriter&);
+template void ZQMatrixBaseInfo::describeBasePart(zmatrix::ZQFieldReader&);
+
+template <class Fields>
+void ZQMatrixBaseInfo::describeCoordinateSizes(Fields& fields) {
+  if constexpr (Fields::reads) {
+    if (!fields.isSound()) return;
+    fields.require(fields.file.hasRoom(sizeOfCoordinateDimensions.assign(coordinateDimension, defaultCoordinateSize)));
+    if (!fields.isSound()) return;
+  }
+  for (int k = 0; k < coordinateDimension; ++k) {
+    int size = k < sizeOfCoordinateDimensions.size() ? sizeOfCoordinateDimensions[k] : defaultCoordinateSize;
+    fields.number(size);
+    fields.require(isCoordinateSize(size));
+    if (Fields::reads) sizeOfCoordinateDimensions[k] = size;
+  }
+}
+
+/// The fields that decide how to go on, or how long an array is. The others are as free as they are for a host.
+bool ZQMatrixBaseInfo::isLegalInFile(const void* field) const {
+  if (field == &magicNumber) return magicNumber == zmatrix::matrixInfoMagicNumber;
+  if (field == &updateInfoType) return static_cast<unsigned>(updateInfoType) <= zmatrix::largestUpdateInfoType;
+  if (field == &coordinateDimension)
+    return coordinateDimension >= 0 && coordinateDimension <= zmatrix::largestCoordinateDimension;
+  if (field == &currentDimension) return currentDimension >= 0;
+  return true;
+}
+
+// A capacity is only a wish: it is raised to what is in use, and lowered to that if the file is too small for it.
+bool ZQMatrixBaseInfo::makeDimensionArrays(zmatrix::ZQFileReader& file) {
+  constexpr long long bytesOfDimension = arraysOfDimensions * static_cast<long long>(sizeof(int));
+  internalCurrentDimension = std::min(std::max(internalCurrentDimension, currentDimension), INT_MAX - 1);
+  if (!file.grants(internalCurrentDimension * bytesOfDimension)) {
+    internalCurrentDimension = currentDimension;
+    if (!file.grants(internalCurrentDimension * bytesOfDimension)) return false;
+  }
+  const long long bytesOfTemporaryMemory = internalLengthOfTemporaryMemory * static_cast<long long>(sizeof(int));
+  if (internalLengthOfTemporaryMemory < 0 || !file.grants(bytesOfTemporaryMemory)) {
+    internalLengthOfTemporaryMemory = smallestTemporaryMemory;
+  }
+  return file.hasRoom(minimalIndices.assign(internalCurrentDimension, 0) && maximalIndices.assign(internalCurrentDimension, 0) &&
+                      matrixPtr.assign(internalCurrentDimension + 1LL, 0) &&
+                      temporaryMemory.assign(std::max(internalLengthOfTemporaryMemory, smallestTemporaryMemory), 0));
+}
+
+bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {
+  describeBasePart(fields);
+  if (!fields.isSound()) return false;
+  // A wrong number has ended the reading already, so this sentence never comes out.
+  if (magicNumber != zmatrix::matrixInfoMagicNumber) dbPrintf(0, "ReadMatrixInfo:Illegal value for magic number\n");
+  fields.endPart();
+  return true;
+}
+
+// The names of many files, or very long paths, make a record larger than the limit. In front of the elements such a one is taken
+// if its size is what its writer must have found, since without it all elements would be lost; the history ends with it.
+bool ZQMatrixBaseInfo::hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const {
+  const auto size = static_cast<unsigned>(updateInfoSize);
+  return size <= zmatrix::largestUpdateInfoSize || (withSequence == 0 && size == fields.getSumOfLengths());
+}
+
+int ZQMatrixBaseInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {
+  const int id = matrixID;
+  zmatrix::ZQFieldReader fields(file);
+  return readBasePart(fields) && hasLegalSize(fields, withSequence) ? 1 : refuseRecord(*this, id);
+}
+
+void ZQMatrixBaseInfo::writeUpdateInfo(zmatrix::ZQFileWriter& file, int) {
+  writeParts(file, [this](auto& fields) { describeBasePart(fields); });
+}

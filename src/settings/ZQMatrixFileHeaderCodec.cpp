@@ -1,0 +1,134 @@
+// The header of a matrix file with its two blocks of global parameters: 2204 bytes in the present version.
+#include "file/ZQFieldCodec.h"
+#include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFileHeader.h"
+
+namespace {
+
+constexpr int oldestVersion = 83;
+constexpr int firstVersionWithInfoType = 105;
+constexpr int defaultNumberOfMatrices = 4;
+constexpr int highestAILevel = 1;
+
+template <class Fields>
+void describeBlock(Fields& fields, ZQMatrixProperties& block) {
+#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) \
+  fields.number(block.name, sinceVersion, static_cast<type>(initial));
+// Before there were number codes the block keeps what it has.
+#define ZQ_OCRON_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) \
+  fields.number(block.name, sinceVersion, block.name);
+#define ZQ_TEXT_SETTING(name, Name, size) fields.text(block.name, size);
+#define ZQ_BYTES_SETTING(name, Name, size) fields.bytes(block.name, size);
+#include "settings/ZQMatrixSettings.def"
+}
+
+}  // namespace
+
+template <class Fields>
+long long ZQMatrixFileHeader::describe(Fields& fields) {
+  fields.text(fileType, sizeof fileType);
+  fields.text(matrixDescription, sizeof matrixDescription);
+  fields.number(lastSoftwareVersion);
+  fields.setVersion(lastSoftwareVersion);
+  fields.number(is64BitMatrix);
+  fields.number(maxNumberOfMatrices);
+  fields.number(numberOfMatrices);
+  fields.number(matrixAILevel);
+  const long long positionOfOffset = fields.getPosition();
+  fields.number(offsetToUpdateInfos);
+  fields.number(matrixBlockSize);
+  fields.number(matrixBlockSizeOld);
+  fields.number(maximalStack);
+  fields.number(numberOfMatrixUpdates);
+  fields.number(numberOfAppendedUpdates, firstVersionWithInfoType, -1);
+  fields.number(matrixDebugOutputDevice);
+  fields.number(userRandomValue);
+  fields.number(userRandomType);
+  fields.number(systemRandomValue);
+  fields.number(systemRandomType);
+  fields.number(matrixInfoType, firstVersionWithInfoType, -1);
+  fields.text(matrixDebugDirectory, sizeof matrixDebugDirectory);
+  fields.text(matrixOriginFilename, sizeof matrixOriginFilename);
+  fields.text(matrixDestinationFilename, sizeof matrixDestinationFilename);
+  describeBlock(fields, globalParameters);
+  describeBlock(fields, globalSymbolParameters);
+  return positionOfOffset;
+}
+
+long long ZQMatrixFileHeader::writeFileHeader(zmatrix::ZQFileWriter& file) {
+  lastSoftwareVersion = zmatrix::matrixFormatVersion;
+  zmatrix::ZQFieldWriter fields(file);
+  return describe(fields);
+}
+
+int ZQMatrixFileHeader::readFileHeader(zmatrix::ZQFileReader& file) {
+  zmatrix::ZQFieldReader fields(file);
+  describe(fields);
+  const bool isMatrixFile = memcmp(fileType, "zmatrix", sizeof fileType) == 0;
+  fileType[sizeof fileType - 1] = 0;
+  matrixDescription[sizeof matrixDescription - 1] = 0;
+  matrixDebugDirectory[sizeof matrixDebugDirectory - 1] = 0;
+  matrixOriginFilename[sizeof matrixOriginFilename - 1] = 0;
+  matrixDestinationFilename[sizeof matrixDestinationFilename - 1] = 0;
+  // A header that is cut short is none.
+  if (!isMatrixFile || (!fields.isSound() && lastSoftwareVersion >= oldestVersion)) {
+    dbPrintf(0, "ReadFileHeader: this is not a valid matrix file\n");
+    return -1;
+  }
+  if (is64BitMatrix == 1) {
+    dbPrintf(0, "ReadFileHeader:Cannot read 64Bit version of matrix file\n");
+    return -1;
+  }
+  if (matrixBlockSize < 1 || maximalStack < 1) {
+    dbPrintf(0, "ReadFileHeader: this is not a valid matrix file (illegal blockSIze or stackSize)\n");
+    return -1;
+  }
+  if (numberOfMatrices > defaultNumberOfMatrices) {
+    dbPrintf(0, "ReadFileHeader:Warning: this matrix file contains more matrices than default (%d)\n", numberOfMatrices);
+  }
+  if (maxNumberOfMatrices > defaultNumberOfMatrices) {
+    dbPrintf(0, "ReadFileHeader:Warning: this matrix file reserves memory for more matrices than default (%d)\n",
+             maxNumberOfMatrices);
+  }
+  if (static_cast<unsigned>(matrixAILevel) > highestAILevel) {
+    dbPrintf(0, "ReadFileHeader:Warning: this matrix AI level is illegal or higher than this software version allows (%d)\n",
+             matrixAILevel);
+  }
+  if (numberOfMatrixUpdates <= 0) dbPrintf(0, "ReadFileHeader: illegal number of matrix updates: %d\n", numberOfMatrixUpdates);
+  if (numberOfAppendedUpdates < 0) {
+    dbPrintf(0, "ReadFileHeader: illegal number of appended updates: %d\n", numberOfAppendedUpdates);
+  }
+  if (lastSoftwareVersion < oldestVersion) {
+    dbPrintf(0, "ReadFileHeader: cannot read matrix file with old format version: %d: %d\n", lastSoftwareVersion, oldestVersion);
+    return -1;
+  }
+  // The records of the file read before are not this file's.
+  if (fpUpdateInfos != nullptr) fclose(fpUpdateInfos);
+  fpUpdateInfos = nullptr;
+  fpUpdateInfosFileName[0] = 0;
+  return 1;
+}
+
+int ZQMatrixFileHeader::getMatrixInfoTypeFromFile(const char* path) {
+  FILE* stream = zmatrix::openRegularFile(path);
+  if (stream == nullptr) return -2;
+  zmatrix::ZQFileReader file(stream);
+  ZQMatrixFileHeader header;
+  header.matrixInfoType = -1;
+  header.readFileHeader(file);
+  int infoType = header.matrixInfoType;
+  if (static_cast<unsigned>(infoType) > ZQMatrixInfoTypeFull) {  // older files tell it in their first record
+    file.get<int>();
+    const int magic = file.get<int>();
+    infoType = file.get<int>();
+    if (magic != zmatrix::matrixInfoMagicNumber) {
+      dbPrintf(0, "error getMatrixInfoTypeFromFile: illegal magicNumber!\n");
+      infoType = -1;
+    } else if (static_cast<unsigned>(infoType) > ZQMatrixInfoTypeFull) {
+      dbPrintf(0, "error getMatrixInfoTypeFromFile: illegal matrixInfoTypemagicNumber!\n");
+      infoType = -1;
+    }
+  }
+  fclose(stream);
+  return infoType;
+}

@@ -1,0 +1,39 @@
+// The full part of an info record in a matrix file. A record of a lower tier begins its symbols from 1, unlike a new one.
+#include "settings/ZQMatrixInfoCodec.h"
+
+#include "settings/ZQMatrixInfo.h"
+
+template <class Fields>
+void ZQMatrixInfo::describeFullPart(Fields& fields) {
+#define ZQ_FULL_ROWS
+#define ZQ_FIELD(type, name, Name, initial, since, printType, format) fields.number(name);
+#include "settings/ZQMatrixInfoFields.def"
+}
+
+int ZQMatrixInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {
+  const int id = matrixID;
+  zmatrix::ZQFieldReader fields(file);
+  bool isRead = readMediumPart(fields, withSequence);
+  if (isRead && updateInfoType >= ZQMatrixInfoTypeFull) {
+    describeFullPart(fields);
+    fields.endPart();
+    isRead = fields.isSound();
+  }
+  if (!isRead || !hasLegalSize(fields, withSequence)) return refuseRecord(*this, id);
+  if (updateInfoType >= ZQMatrixInfoTypeFull) return 1;
+  currentMatrixIDLevelDown = currentMatrixIDLevelUp = -1;
+  numberOfSymbols = newSymbol = 0;
+  keepSymbolsWhenRemoveOverdeterminedElements = 1;
+  return 1;
+}
+
+void ZQMatrixInfo::writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence) {
+  writeParts(
+      file, [this](auto& fields) { describeBasePart(fields); },
+      [this, withSequence](auto& fields) {
+        if (updateInfoType >= ZQMatrixInfoTypeMedium) describeMediumPart(fields, withSequence);
+      },
+      [this](auto& fields) {
+        if (updateInfoType >= ZQMatrixInfoTypeFull) describeFullPart(fields);
+      });
+}

@@ -1,0 +1,164 @@
+// The medium part of an info record in a matrix file: its fields, the counts by dimension, the kernel, the names of the files fed
+// and the packed sequence of the last feed.
+#include <algorithm>
+#include <cstdlib>
+
+#include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFileHeader.h"
+#include "settings/ZQMatrixInfoCodec.h"
+#include "settings/ZQMatrixMediumInfo.h"
+
+namespace {
+
+constexpr int firstVersionWithNames = 134;
+
+}  // namespace
+
+// The language stands behind the channel filter, not in its place among the fields.
+template <class Fields>
+void ZQMatrixMediumInfo::describeMediumPart(Fields& fields, int withSequence) {
+#define ZQ_MEDIUM_ROWS
+#define ZQ_BEHIND_PRE_PROCESSING_TYPE fields.text(nameOfUpdateFile, nameCapacity);
+#define ZQ_BEHIND_MUSIC_STYLE                                \
+  fields.bytes(midiChannelFilter, sizeof midiChannelFilter); \
+  fields.number(language);
+#define ZQ_FIELD(type, name, Name, initial, since, printType, format)                                \
+  if (static_cast<const void*>(&name) != static_cast<const void*>(&language)) {                      \
+    fields.number(name, since, static_cast<type>(initial));                                          \
+  }                                                                                                  \
+  if (static_cast<const void*>(&name) == static_cast<const void*>(&isPhraseMatrix)) {                \
+    const bool isLegal = isPhraseMatrix == 0 || isPhraseMatrix == 1;                                 \
+    if (Fields::reads && !isLegal) dbPrintf(0, "ReadMatrixInfo:Illegal value for IsPhraseMatrix\n"); \
+    fields.require(isLegal);                                                                         \
+  }
+#include "settings/ZQMatrixInfoFields.def"
+  if constexpr (Fields::reads) {
+    fields.require(fields.isSound() && makeMediumArrays(fields.file));
+    if (!fields.isSound()) return;
+  }
+  describeDimensions(fields, rulesInDimension, 0);
+  describeDimensions(fields, uniqueRulesInDimension, 0);
+  describeDimensions(fields, writeElementsInDimension, 0);
+  describeKernel(fields, kernelOriginalSequence, lengthOfKernelOriginalSequence);
+  describeKernel(fields, kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
+  describeNamesOfUpdateFiles(fields);
+  describeUpdateSequence(fields, withSequence);
+}
+
+template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldWriter&, int);
+template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, int);
+
+// Coordinate by coordinate. A length without its sequence counts nothing.
+template <class Fields>
+void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::RowTable& rows, int& length) {
+  const long long numberOfValues = static_cast<long long>(length) * coordinateDimension;
+  if constexpr (Fields::reads) {
+    int isThere = 0;
+    fields.number(isThere);
+    if (isThere != 1 || length < 1) {
+      if (coordinateDimension > 0) length = std::min(length, 0);
+      return;
+    }
+    const bool isComplete = numberOfValues * static_cast<long long>(sizeof(int)) <= fields.file.getBytesLeft();
+    fields.require(isComplete && fields.file.hasRoom(rows.grow(coordinateDimension, length)));
+    for (int k = 0; fields.isSound() && k < coordinateDimension; ++k) {
+      for (int i = 0; i < length; ++i) fields.number(rows[k][i]);
+    }
+  } else {
+    const bool isThere =
+        length >= 1 && coordinateDimension >= 1 && rows.numberOfRows() >= coordinateDimension && rows.rowLength() >= length;
+    zmatrix::writeFlagged(fields, isThere, numberOfValues,
+                          [&](long long i) { return rows[static_cast<int>(i / length)][i % length]; });
+  }
+}
+
+template <class Fields>
+void ZQMatrixMediumInfo::describeNamesOfUpdateFiles(Fields& fields) {
+  int isThere = namesOfUpdateFiles.size() > 0 && namesOfUpdateFiles[0] != 0 ? 1 : 0;
+  fields.number(isThere, firstVersionWithNames, 0);
+  int length = isThere == 1 && !Fields::reads
+                   ? static_cast<int>(strnlen(namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.size() - 1))) + 1
+                   : 0;
+  if (isThere != 1) return;
+  fields.number(length);
+  if constexpr (Fields::reads) {
+    fields.require(length >= 1 && length <= fields.file.getBytesLeft() &&
+                   fields.file.hasRoom(namesOfUpdateFiles.resize(length, 0)));
+    if (!fields.isSound()) return;
+  }
+  fields.bytes(namesOfUpdateFiles.data(), static_cast<size_t>(length));
+  if (Fields::reads) namesOfUpdateFiles[length - 1] = 0;
+}
+
+template <class Fields>
+void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence) {
+  const long long bytesOfSequence = static_cast<long long>(lengthOfUpdateSequence) * sizeOfUpdateRow();
+  int isThere = withSequence == 1 && bytesOfSequence >= 1 && bytesOfSequence <= updateSequence.size() ? 1 : 0;
+  fields.number(isThere);
+  if (isThere == 0 || bytesOfSequence < 1) return;
+  if constexpr (Fields::reads) {
+    fields.require(bytesOfSequence <= fields.file.getBytesLeft());
+    if (fields.isSound() && withSequence != 1) fields.file.skip(bytesOfSequence);
+    if (withSequence != 1) return;
+    fields.require(fields.file.hasRoom(updateSequence.resize(bytesOfSequence, 0)));
+    if (!fields.isSound()) return;
+  }
+  fields.bytes(updateSequence.data(), static_cast<size_t>(bytesOfSequence));
+}
+
+// Capacities that a file gives are kept as numbers and repaired as such. Of the kernels' rows there is only what their sequences
+// need: those of a record that holds no kernel are made when somebody asks for them.
+bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
+  const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence);
+  if (internalLengthOfKernelOriginalSequence < originalNeeded) {
+    dbPrintf(0, "ReadUpdateInfo:_internalLengthOfKernelOriginalSequence < _lengthOfKernelOriginalSequence: %d<->%d\n",
+             internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence);
+    internalLengthOfKernelOriginalSequence = originalNeeded;
+  }
+  const int preProcessedNeeded = zmatrix::grownCapacity(lengthOfKernelPreProcessedSequence);
+  if (internalLengthOfKernelPreProcessedSequence < preProcessedNeeded) {
+    dbPrintf(0, "ReadUpdateInfo:_internalLengthOfKernelPreProcessedSequence < _lengthOfKernelPreProcessedSequence: %d<->%d\n",
+             internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
+    internalLengthOfKernelPreProcessedSequence = preProcessedNeeded;
+  }
+  kernelOriginalSequence.release();
+  kernelOriginalSequenceInitialValues.release();
+  kernelPreProcessedSequence.release();
+  return file.hasRoom(rulesInDimension.assign(internalCurrentDimension, 0) &&
+                      uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
+                      writeElementsInDimension.assign(internalCurrentDimension, 0));
+}
+
+bool ZQMatrixMediumInfo::readMediumPart(zmatrix::ZQFieldReader& fields, int withSequence) {
+  if (!readBasePart(fields)) return false;
+  setMediumDefaults();
+  if (updateInfoType < ZQMatrixInfoTypeMedium) {
+    hasBeenChanged = 0;
+    return makeMediumArrays(fields.file);
+  }
+  describeMediumPart(fields, withSequence);
+  if (!fields.isSound()) return false;
+  fields.endPart();
+  if (lengthOfKernelOriginalSequence < 1) return true;
+  if (!fields.file.hasRoom(kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfKernelOriginalSequence))) {
+    return false;
+  }
+  for (int k = 0; k < coordinateDimension; ++k) {
+    std::copy_n(kernelOriginalSequence[k], lengthOfKernelOriginalSequence, kernelOriginalSequenceInitialValues[k]);
+  }
+  return true;
+}
+
+int ZQMatrixMediumInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {
+  const int id = matrixID;
+  zmatrix::ZQFieldReader fields(file);
+  return readMediumPart(fields, withSequence) && hasLegalSize(fields, withSequence) ? 1 : refuseRecord(*this, id);
+}
+
+void ZQMatrixMediumInfo::writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence) {
+  writeParts(
+      file, [this](auto& fields) { describeBasePart(fields); },
+      [this, withSequence](auto& fields) {
+        if (updateInfoType >= ZQMatrixInfoTypeMedium) describeMediumPart(fields, withSequence);
+      });
+}

@@ -1,0 +1,409 @@
+// The self-tests, told once for the tiers: the linear test goes through the block and follows each written element up to its
+// root, the consistency test goes down from the root through all fields; both recount what the counters claim and can trim what
+// is not in use. A fault is told and the walk goes on. Each element's way up is followed only as far as no other has been before,
+// so that the tests are linear in the block, and a link bent into a circle ends them like any other fault.
+//
+// Tier::Verification says what a tier counts besides: it is made before the walk, sees each written element, and compares at the
+// end.
+#pragma once
+
+#include <climits>
+#include <cstdio>
+
+#include "frame/ZQProgress.h"
+#include "settings/ZQHeapArray.h"
+#include "store/ZQMatrixBase.h"
+#include "store/ZQVerificationTexts.h"
+
+template <class Tier>
+struct ZQStoreVerification {
+  using Matrix = typename Tier::Matrix;
+  using Info = typename Tier::Info;
+  using Element = typename Tier::Element;
+  using Texts = zmatrix::VerificationTexts;
+
+  static int first(Matrix& matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) {
+    int result = -2;
+    store(numberOfWriteElements, 0);
+    store(numberOfEndElements, 0);
+    if (which == 1) result = matrix.performMatrixLinearTest(numberOfWriteElements, numberOfEndElements, trim);
+    if (which == 2) result = matrix.performMatrixConsistencyTest(numberOfWriteElements, numberOfEndElements, trim);
+    if (result <= 0) dbPrintf(0, "performMatrix1stMemoryTest failed with rc = %d\n", result);
+    return result;
+  }
+
+  static int linear(Matrix& matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) {
+    dbPrintf(1, "begin performMatrixLinearTest for matrixID %d...\n", matrix.getCurrentMatrixID());
+    dbPrintf(1, trim == 1 ? "matrix will be trimmed...\n" : "matrix will not be trimmed...\n");
+    ZQStoreVerification test(matrix, numberOfWriteElements, numberOfEndElements, trim == 1);
+    if (test.isEmpty()) {
+      dbPrintf(1, "performMatrixLinearTest: matrix is empty!\n");
+      return -1;
+    }
+    if (!test.depths.resize(static_cast<size_t>(test.top) + 1, 0)) return 0;
+    typename Tier::Verification additions(matrix, zmatrix::linearTestTexts);
+    Info& info = test.info;
+    if (test.trims) {
+      info._resetIndexLimits();
+      info._setCurrentDimension(0);
+    }
+    test.setProgressText();
+    for (int position = test.lowest; position <= test.top; ++position) {
+      matrixProgressDisplay(position, test.top);
+      const ZQMatrixBaseElement* element = matrix.elementAt(position);
+      if (element != nullptr && element->getWriteCount() >= 1) test.lookUpFrom(position, additions);
+    }
+    if (test.trims) test.trimBlockAndArrays(zmatrix::linearTestTexts);
+    const bool hasDeletes = info.getNumberOfMatrixDeleteEvents() != 0;
+    info.setNumberOfWriteCounts(static_cast<int>(test.sum));
+    if (!hasDeletes && test.sum != info.getNumberOfMatrixWriteEvents()) {
+      dbPrintf(
+          1,
+          "matrixLinear-Test: overallWriteCount possibly differs from _numberOfWriteEvents -_numberOfDeleteEvents: %d <-> %d "
+          "- %d\n",
+          static_cast<int>(test.sum), info.getNumberOfMatrixWriteEvents(), info.getNumberOfMatrixDeleteEvents());
+    }
+    if (!additions.compareDepthAndKernel(test.deepest)) test.result = 0;
+    test.compareCounts(zmatrix::linearTestTexts);
+    if (!additions.compareCounts()) test.result = 0;
+    return test.answer(numberOfWriteElements, numberOfEndElements);
+  }
+
+  static int consistency(Matrix& matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) {
+    if (trim == 1) dbPrintf(1, "matrix will be trimmed...\n");
+    if (trim == 1 && holdsSeveral(matrix)) {
+      dbPrintf(1,
+               "ConsistencyTestparameter trim = 1 set to 0: matrix will not be trimmed because matrix contains more than 1 sub "
+               "matrices...\n");
+      trim = 0;
+    }
+    ZQStoreVerification test(matrix, numberOfWriteElements, numberOfEndElements, trim == 1);
+    if (test.isEmpty()) {
+      dbPrintf(0, "PerformMatrixConsistencyTest: matrix is empty!\n");
+      return -1;
+    }
+    Info& info = test.info;
+    const int dimension = info.getCurrentDimension();
+    const bool hasRoom = test.positions.resize(dimension + 2LL, 0) && test.fieldBegins.resize(dimension + 2LL, 0) &&
+                         test.path.resize(dimension + 1LL, 0) && test.lows.resize(dimension, INT_MAX) &&
+                         test.highs.resize(dimension, INT_MIN);
+    if (!hasRoom) return 0;
+    typename Tier::Verification additions(matrix, zmatrix::consistencyTestTexts);
+    test.walkDown(additions);
+    if (test.trims) test.trimDimensions();
+    if (test.trims) test.trimBlockAndArrays(zmatrix::consistencyTestTexts);
+    if (test.sum != info.getNumberOfWriteCounts()) {
+      dbPrintf(0, "error matrixConsistencyTest: getNumberOfWriteCounts(%d) != overallWriteCount(%d)!\n",
+               info.getNumberOfWriteCounts(), static_cast<int>(test.sum));
+      // Deletes let the sum drift, so it is no fault: it is told and set right, as the linear test does in silence.
+      info.setNumberOfWriteCounts(static_cast<int>(test.sum));
+    }
+    if (!additions.compareDepthAndKernel(test.deepest)) test.result = 0;
+    test.compareCounts(zmatrix::consistencyTestTexts);
+    if (test.occupied != info.getNumberOfMatrixElements()) {
+      dbPrintf(0, "error matrixConsistency-Test:: numberOfOccupiedPositions differs from _numberOfElements: %d<->%d\n",
+               test.occupied, info.getNumberOfMatrixElements());
+      test.result = 0;
+    }
+    if (!additions.compareCounts()) test.result = 0;
+    return test.answer(numberOfWriteElements, numberOfEndElements);
+  }
+
+ private:
+  // What is known of a slot's way up; above 0: its depth below the current root.
+  enum Way { unknown = 0, foreign = -1, leavesBlock = -2, underWay = -3 };
+
+  ZQStoreVerification(Matrix& aMatrix, int* numberOfWriteElements, int* numberOfEndElements, bool isToTrim)
+      : matrix(aMatrix),
+        info(*aMatrix.getMatrixInfo()),
+        root(aMatrix.getCurrentMatrixID()),
+        lowest(aMatrix.getMaxNumberOfMatrices()),
+        top(aMatrix.getMaximalStack() < aMatrix.numberOfSlots ? aMatrix.getMaximalStack() : aMatrix.numberOfSlots - 1),
+        trims(isToTrim) {
+    store(numberOfWriteElements, 0);
+    store(numberOfEndElements, 0);
+  }
+
+  static void store(int* target, int value) {
+    if (target != nullptr) *target = value;
+  }
+
+  static bool holdsSeveral(Matrix& matrix) {
+    if (matrix.getNumberOfMatrices() > 1) return true;
+    for (int id = 0; id < matrix.getMaxNumberOfMatrices(); ++id) {
+      if (id != matrix.getCurrentMatrixID() && !matrix.getMatrixInfo(id)->isEmpty()) return true;
+    }
+    return false;
+  }
+
+  bool isEmpty() const {
+    const ZQMatrixBaseElement* element = matrix.elementAt(root);
+    return element == nullptr || element->getOffsetToElementInNextDimension() == 0 || info.getCurrentDimension() <= 0;
+  }
+
+  void setProgressText() const {
+    char* text = globalProgressData.progressText;
+    const size_t size = sizeof globalProgressData.progressText;
+    if (Tier::Verification::namesMatrixID) {
+      snprintf(text, size, "performMatrixLinearTest for matrixID %d with %d items...", root, top);
+    } else {
+      snprintf(text, size, "performMatrixLinearTest with %d items...", top);
+    }
+  }
+
+  // ---------------------------------------------------------------------------------------------- up from each element
+
+  void lookUpFrom(int position, typename Tier::Verification& additions) {
+    const int depth = followUp(position);
+    if (depth < 1) return;
+    if (!trims && depth > info.getCurrentDimension()) {
+      dbPrintf(0, "error in performMatrixLinearTest for matrixID %d: iDim > dimension: %d > %d\n", root, depth,
+               info.getCurrentDimension());
+      result = 0;
+      return;
+    }
+    if (additions.needsPath(position) && !readPath(position, depth)) {
+      result = 0;
+      return;
+    }
+    count(position, depth, additions);
+  }
+
+  /// The depth of an element below the current root, or why it has none.
+  int followUp(int element) {
+    long long position = element;
+    int steps = 0;
+    int end = unknown;
+    // A way that leaves the block is told for each element that takes it; only a damaged one can be longer than all others.
+    while (end == unknown) {
+      if (position < lowest) {
+        end = position == root ? 0 : static_cast<int>(foreign);
+        break;
+      }
+      const ZQMatrixBaseElement* step = matrix.elementAt(position);
+      const int known = position <= top ? depths[static_cast<size_t>(position)] : static_cast<int>(foreign);
+      if (step == nullptr || known == underWay) {
+        end = foreign;
+      } else if (known == unknown) {
+        depths[static_cast<size_t>(position)] = underWay;
+      } else if (known != leavesBlock || steps > info.getMaxDimOfMatrix()) {
+        end = known;
+      }
+      if (end != unknown) break;
+      position += step->getOffsetToElementInPrevDimension();
+      ++steps;
+      if (!liesInBlock(position)) end = leavesBlock;
+    }
+    if (trims && end >= 0) info.checkMatrixDimension(end + steps - 1);
+    noteWay(element, steps, end);
+    return end < 0 ? end : end + steps;
+  }
+
+  bool liesInBlock(long long position) {
+    if (position >= 0 && position < matrix.numberOfSlots) return true;
+    if (position < 0) {
+      dbPrintf(0, "error performMatrixLinearTest for matrixID %d: addressOfPreviousElement out of left range: %d\n", root,
+               static_cast<int>(position));
+    } else {
+      dbPrintf(0, "error performMatrixLinearTest for matrixID %d: addressOfPreviousElement out right range: %d\n", root,
+               static_cast<int>(position));
+    }
+    result = 0;
+    return false;
+  }
+
+  void noteWay(int element, int steps, int end) {
+    long long position = element;
+    for (int i = 0; i < steps; ++i) {
+      int& way = depths[static_cast<size_t>(position)];
+      if (way != underWay) return;
+      const ZQMatrixBaseElement* step = matrix.elementAt(position);
+      way = end < 0 ? end : end + steps - i;
+      if (trims && end >= 0) info.updateMatrixIndexInfo(way - 1, step->getIndexInDimension());
+      position += step->getOffsetToElementInPrevDimension();
+    }
+  }
+
+  bool readPath(int element, int depth) {
+    if (depth > path.size() && !path.resize(zmatrix::grownCapacity(depth) + 1LL, 0)) return false;
+    long long position = element;
+    for (int i = depth - 1; i >= 0; --i) {
+      const ZQMatrixBaseElement* step = matrix.elementAt(position);
+      path[i] = step->getIndexInDimension();
+      position += step->getOffsetToElementInPrevDimension();
+    }
+    return true;
+  }
+
+  // ---------------------------------------------------------------------------------------------- down from the root
+
+  // Of a box of indices only those that exist are visited: the children of an element, in the order of their field.
+  void walkDown(typename Tier::Verification& additions) {
+    positions[0] = root;
+    int depth = 0;
+    long long candidate = enterField(depth);
+    while (depth > 0) {
+      if (candidate < 0) {
+        --depth;
+        if (depth > 0) candidate = nextInField(positions[depth]);
+        continue;
+      }
+      const int position = static_cast<int>(candidate);
+      candidate = -1;
+      if (isOfField(position, depth)) {
+        positions[depth] = position;
+        path[depth - 1] = matrix.elementAt(position)->getIndexInDimension();
+        ++occupied;
+        if (matrix.elementAt(position)->getWriteCount() >= 1) {
+          widen(depth);
+          count(position, depth, additions);
+        }
+        if (matrix.elementAt(position)->getOffsetToElementInNextDimension() != 0) candidate = enterField(depth);
+      }
+      if (candidate < 0) candidate = nextInField(position);
+    }
+  }
+
+  /// The first child of the element at a depth, one level down; -1, and no change, if there is none or it lies too deep. A child
+  /// link that leads to anything but the first element of the own field is a fault; the counts tell what it hides.
+  long long enterField(int& depth) {
+    const long long parent = positions[depth];
+    const long long child = parent + matrix.elementAt(parent)->getOffsetToElementInNextDimension();
+    if (depth + 1 > info.getCurrentDimension()) {
+      dbPrintf(0, "error in performMatrixConsistencyTest: iDim > dimension\n");
+      if (depth + 1 > info.getInternalCurrentDimension()) dbPrintf(0, "Aha");
+      result = 0;
+      return -1;
+    }
+    const ZQMatrixBaseElement* element = matrix.elementAt(child);
+    if (element == nullptr || child < lowest || child + element->getOffsetToElementInPrevDimension() != parent ||
+        element->getOffsetToPreviousElementInDimension() != 0) {
+      result = 0;
+      return -1;
+    }
+    ++depth;
+    fieldBegins[depth] = child - element->getIndexInDimension();
+    return child;
+  }
+
+  /// The next element of the field, or -1. A link to anything but a sibling that links back is a fault, told as the store tells
+  /// it where it counts a field.
+  long long nextInField(int position) {
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    const int offset = element->getOffsetToNextElementInDimension();
+    if (offset == 0) return -1;
+    const long long next = static_cast<long long>(position) + offset;
+    const long long parent = static_cast<long long>(position) + element->getOffsetToElementInPrevDimension();
+    const ZQMatrixBaseElement* sibling = offset > 0 ? matrix.elementAt(next) : nullptr;
+    if (sibling == nullptr || next + sibling->getOffsetToElementInPrevDimension() != parent) {
+      zmatrix::reportUnexpectedOffset("Next", offset);
+    } else if (sibling->getOffsetToPreviousElementInDimension() != -offset) {
+      zmatrix::reportUnexpectedOffset("Previous", sibling->getOffsetToPreviousElementInDimension());
+    } else {
+      return next;
+    }
+    result = 0;
+    return -1;
+  }
+
+  /// True for an element that its coordinate, the limits seen and its parent link put into the field.
+  bool isOfField(int position, int depth) {
+    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    const int index = element->getIndexInDimension();
+    const long long parent = static_cast<long long>(position) + element->getOffsetToElementInPrevDimension();
+    return parent == positions[depth - 1] && position - static_cast<long long>(index) == fieldBegins[depth] &&
+           index >= info.getMinimalIndices()[depth - 1] && index <= info.getMaximalIndices()[depth - 1];
+  }
+
+  void widen(int depth) {
+    if (!trims) return;
+    for (int i = 0; i < depth; ++i) {
+      if (path[i] < lows[i]) lows[i] = path[i];
+      if (path[i] > highs[i]) highs[i] = path[i];
+    }
+  }
+
+  // ---------------------------------------------------------------------------------------------- counts and trimming
+
+  void count(int position, int depth, typename Tier::Verification& additions) {
+    const Element& element = *static_cast<const Element*>(matrix.elementAt(position));
+    ++written;
+    sum += element.getWriteCount();
+    if (element.getOffsetToElementInNextDimension() == 0) ++ends;
+    if (depth > deepest) deepest = depth;
+    if (!additions.look(position, element, path.data(), depth)) result = 0;
+  }
+
+  void compareCounts(const Texts& texts) {
+    if (written != info.getNumberOfWriteElements()) {
+      dbPrintf(0, texts.writeElementsDiffer, written, info.getNumberOfWriteElements());
+      result = 0;
+    }
+    if (ends == info.getNumberOfEndElements()) return;
+    if (Tier::Verification::correctsEndElements) {
+      dbPrintf(1, texts.endElementsCorrected, ends, info.getNumberOfEndElements());
+      info.setNumberOfEndElements(ends);
+    } else {
+      dbPrintf(0, texts.endElementsDiffer, ends, info.getNumberOfEndElements());
+      result = 0;
+    }
+  }
+
+  void trimDimensions() {
+    if (deepest > info.getCurrentDimension()) {
+      dbPrintf(0, "error matrixConsistency-Test: _currentDimension < newcurrentDimension unexpected\n");
+      result = 0;
+      return;
+    }
+    info._resetIndexLimits();
+    info._setCurrentDimension(deepest);
+    for (int i = 0; i < deepest; ++i) {
+      info.updateMatrixIndexInfo(i, lows[i]);
+      info.updateMatrixIndexInfo(i, highs[i]);
+    }
+  }
+
+  void trimBlockAndArrays(const Texts& texts) {
+    ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
+    int last = top;
+    while (last > lowest && matrix.elementAt(last) == nullptr) --last;
+    if (last > header->getMaximalStack()) {
+      dbPrintf(0, "%s", texts.stackUnexpected);
+      result = 0;
+    } else {
+      header->_setMaximalStack(last);
+    }
+    const int oldSize = header->getMatrixBlockSize();
+    const int newSize = zmatrix::grownCapacity(header->getMaximalStack() + 1);
+    if (oldSize > newSize) {
+      dbPrintf(1, texts.blockReduced, oldSize, newSize);
+      if (matrix.resizeBlock(newSize)) header->_setMatrixBlockSize(newSize);
+    }
+    const int newCapacity = zmatrix::grownCapacity(info.getCurrentDimension());
+    if (info.getInternalCurrentDimension() > newCapacity) info._resizeIndexLimits(newCapacity);
+  }
+
+  int answer(int* numberOfWriteElements, int* numberOfEndElements) const {
+    store(numberOfWriteElements, written);
+    store(numberOfEndElements, ends);
+    return result;
+  }
+
+  Matrix& matrix;
+  Info& info;
+  const int root;
+  const int lowest;  // the first position that is not a root's
+  const int top;
+  const bool trims;
+  zmatrix::ZQPodArray<int> depths;    // linear: a Way each position
+  zmatrix::HeapArray<int> path;       // the index vector of the element looked at
+  zmatrix::HeapArray<int> positions;  // consistency: the elements on the way down
+  zmatrix::HeapArray<long long> fieldBegins;
+  zmatrix::HeapArray<int> lows, highs;
+  int result = 1;
+  int written = 0;
+  int ends = 0;
+  int occupied = 0;
+  int deepest = 0;
+  long long sum = 0;
+};

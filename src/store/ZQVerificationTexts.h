@@ -1,0 +1,52 @@
+// The sentences in which the two self-tests differ, and the additions of a tier that has none.
+#pragma once
+
+#include "frame/ZQDebugChannel.h"
+
+namespace zmatrix {
+
+/// A sibling link, "Next" or "Previous", that leads out of its field.
+inline void reportUnexpectedOffset(const char* direction, int offset) {
+  dbPrintf(0, "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetTo%sElementInDimension: %d is unexpected\n", direction,
+           offset);
+}
+
+struct VerificationTexts {
+  const char* stackUnexpected;
+  const char* blockReduced;
+  const char* writeElementsDiffer;
+  const char* endElementsDiffer;
+  const char* endElementsCorrected;
+};
+
+// The first sentence on write elements has no line end, and "error" stands before a mere report.
+inline constexpr VerificationTexts linearTestTexts = {
+    "matrixLinear-Test: trimmedStack >= _maximalstack unexpected\n",
+    "matrixLinear-Test: _matrixBlockSize reduced from %d to %d items\n",
+    "error matrixLinear-Test: numberOfWriteElementsInMatrix differs from _numberOfWriteElements %d <-> %d",
+    "error matrixLinear-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n",
+    "warning:  matrixLinear-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n"};
+inline constexpr VerificationTexts consistencyTestTexts = {
+    "error matrixConsistency-Test: trimmedStack >= matrix->_matrixFileHeader->_maximalStack unexpected\n",
+    "error matrixConsistency-Test: _matrixBlockSize reduced from %d to %d items\n",
+    "error matrixConsistency-Test: numberOfWriteElementsInMatrix differs from _numberOfWriteElements %d <-> %d\n",
+    "error matrixConsistency-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n",
+    "warning:  matrixConsistency-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n"};
+
+/// The base tier's counts are all there is.
+struct NoAdditionalVerification {
+  static constexpr bool namesMatrixID = false;
+  static constexpr bool correctsEndElements = false;
+
+  template <class Matrix>
+  NoAdditionalVerification(Matrix&, const VerificationTexts&) {}
+  static constexpr bool needsPath(int) { return false; }
+  template <class Element>
+  bool look(int, const Element&, const int*, int) {
+    return true;
+  }
+  bool compareDepthAndKernel(int) { return true; }
+  bool compareCounts() { return true; }
+};
+
+}  // namespace zmatrix

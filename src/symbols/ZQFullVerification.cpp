@@ -1,0 +1,98 @@
+#include "symbols/ZQFullVerification.h"
+
+ZQFullVerification::ZQFullVerification(ZQMatrix& aMatrix, const zmatrix::VerificationTexts& texts)
+    : ZQMediumVerification(aMatrix, texts), full(aMatrix), id(aMatrix.getCurrentMatrixID()) {
+}
+
+bool ZQFullVerification::look(int position, const ZQMatrixElement& element, const int* path, int length) {
+  bool isSound = countRule(position, element, path, length) || !isPhraseMatrix();
+  // A fault as in the other tier, whatever the sentence's first word says.
+  if (!isSound)
+    dbPrintf(0, "warning: matrixLinear-Test for matrix ID %d: point without rule  unexpected for phrase-Matrix\n", id);
+  if (element.getSymbolID() > 0) {
+    ++numberOfSymbols;
+    isSound = leadsToPhrase(position, element.getSymbolID()) && isSound;
+  }
+  if (element.getSymbolDownLinkHandle() != 0) isSound = leadsToSymbol(element) && isSound;
+  return isSound;
+}
+
+// A symbol's way: its element in the level above, and from there down to the phrase it started at.
+bool ZQFullVerification::leadsToPhrase(int position, int symbol) const {
+  const int levelUp = full.getMatrixInfo()->getCurrentMatrixIDLevelUp();
+  if (!isLevel(levelUp)) {
+    dbPrintf(0, "warning performMatrixLinearTest for matrixID %d: symbol %d found but symbol level matrix does not exist\n", id,
+             symbol);
+    return true;
+  }
+  const auto* symbolElement = static_cast<const ZQMatrixElement*>(full.elementAt(full.childAt(levelUp, symbol)));
+  const int downHandle = symbolElement != nullptr ? symbolElement->getSymbolDownLinkHandle() : -1;
+  if (!isPosition(downHandle)) {
+    dbPrintf(0, "error performMatrixLinearTest for matrixID %d: symbol %d found, but downHandle %d is invalid!\n", id, symbol,
+             downHandle);
+    return false;
+  }
+  if (!belongsToCurrentRoot(downHandle)) {
+    dbPrintf(
+        0,
+        "error performMatrixLinearTest for matrixID %d: symbol %d found, but downHandle %d does not belong to a valid entry in "
+        "basic level matrixID %d!\n",
+        id, symbol, downHandle, id);
+    return false;
+  }
+  if (downHandle != position) {
+    dbPrintf(0,
+             "error performMatrixLinearTest for matrixID %d: symbol %d found, but downHandle %d does not match addressOfElement "
+             "%d!\n",
+             id, symbol, downHandle, position);
+    return false;
+  }
+  return true;
+}
+
+bool ZQFullVerification::belongsToCurrentRoot(int handle) const {
+  long long position = handle;
+  int steps = full.getMatrixInfo()->getMaxDimOfMatrix();
+  for (; position >= full.getMaxNumberOfMatrices() && steps > 0; --steps) {
+    const ZQMatrixBaseElement* element = full.elementAt(position);
+    if (element == nullptr || element->getOffsetToElementInPrevDimension() == 0) return false;
+    position += element->getOffsetToElementInPrevDimension();
+  }
+  return position == id;
+}
+
+bool ZQFullVerification::leadsToSymbol(const ZQMatrixElement& element) const {
+  const int handle = element.getSymbolDownLinkHandle();
+  if (!isLevel(full.getMatrixInfo()->getCurrentMatrixIDLevelDown())) {
+    dbPrintf(0, "error performMatrixLinearTest for matrixID %d: downlinkHandle %d found basic level matrix does not exist\n", id,
+             handle);
+    return false;
+  }
+  if (!isPosition(handle)) {
+    dbPrintf(0, "error performMatrixLinearTest for matrixID %d: downHandle %d is invalid!\n", id, handle);
+    return false;
+  }
+  const auto* phrase = static_cast<const ZQMatrixElement*>(full.elementAt(handle));
+  if (phrase == nullptr) {
+    dbPrintf(0, "error performMatrixLinearTest for matrixID %d: downHandle %d points to NULL element!\n", id, handle);
+    return false;
+  }
+  if (phrase->getSymbolID() < 1) {
+    dbPrintf(0, "error performMatrixLinearTest for matrixID %d: downHandle %d points to element without symbol!\n", id, handle);
+    return false;
+  }
+  if (phrase->getSymbolID() != element.getIndexInDimension()) {
+    dbPrintf(0, "error performMatrixLinearTest for matrixID %d: downHandle %d points to element with invalid symbol %d !\n", id,
+             handle, phrase->getSymbolID());
+    return false;
+  }
+  return true;
+}
+
+bool ZQFullVerification::compareCounts() {
+  const bool isSound = ZQMediumVerification::compareCounts();
+  if (numberOfSymbols == full.getMatrixInfo()->getNumberOfSymbols()) return isSound;
+  dbPrintf(0, "error: matrixLinear-Test: numberOfSymbols differs from _numberOfSymbols %d <-> %d\n", numberOfSymbols,
+           full.getMatrixInfo()->getNumberOfSymbols());
+  return false;
+}

@@ -1,0 +1,24 @@
+// What the self-tests do besides in the full tier: follow each symbol to the level above and back, and each link down to its
+// phrase.
+#pragma once
+
+#include "sequence/ZQMediumVerification.h"
+#include "symbols/ZQMatrix.h"
+
+class ZQFullVerification : public ZQMediumVerification {
+ public:
+  ZQFullVerification(ZQMatrix& aMatrix, const zmatrix::VerificationTexts& texts);
+  bool look(int position, const ZQMatrixElement& element, const int* path, int length);
+  bool compareCounts();
+
+ private:
+  bool leadsToPhrase(int position, int symbol) const;
+  bool leadsToSymbol(const ZQMatrixElement& element) const;
+  bool isLevel(int level) const { return level >= 0 && level < full.getMaxNumberOfMatrices(); }
+  bool isPosition(int handle) const { return handle >= full.getMaxNumberOfMatrices() && handle <= full.getMaximalStack(); }
+  bool belongsToCurrentRoot(int handle) const;
+
+  ZQMatrix& full;
+  const int id;
+  int numberOfSymbols = 0;
+};

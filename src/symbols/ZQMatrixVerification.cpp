@@ -1,0 +1,28 @@
+// The self-tests of the full tier: the shared tellings, instantiated.
+#include "symbols/ZQMatrix.h"
+
+#include "store/ZQReadBackTest.h"
+#include "store/ZQStoreVerification.h"
+#include "symbols/ZQFullTier.h"
+
+int ZQMatrix::perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) {
+  return ZQStoreVerification<Tier>::first(*this, which, numberOfWriteElements, numberOfEndElements, trim);
+}
+
+int ZQMatrix::perform1stMemoryTestSimplyfied(int which, int trim) {
+  int numberOfWriteElements = 0, numberOfEndElements = 0;
+  return perform1stMemoryTest(which, &numberOfWriteElements, &numberOfEndElements, trim);
+}
+
+int ZQMatrix::performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim) {
+  return ZQStoreVerification<Tier>::linear(*this, numberOfWriteElements, numberOfEndElements, trim);
+}
+
+int ZQMatrix::performMatrixConsistencyTest(int* numberOfWriteElements, int* numberOfEndElements, int trim) {
+  return ZQStoreVerification<Tier>::consistency(*this, numberOfWriteElements, numberOfEndElements, trim);
+}
+
+int ZQMatrix::perform2ndMemoryTest(int numberOfVectors, int** indexVectors, int* lengths, long long* values, int* errors,
+                                   int* tests) {
+  return ZQReadBackTest<Tier>::perform(*this, numberOfVectors, indexVectors, lengths, values, errors, tests);
+}
