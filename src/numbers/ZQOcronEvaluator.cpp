@@ -10,7 +10,7 @@
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQOcronBuffers.h"
 #include "numbers/ZQOcronParameters.h"
-#include "numbers/ZQPrimeTable.h"
+#include "numbers/ZQSharedPrimes.h"
 
 namespace zmatrix {
 
@@ -179,7 +179,7 @@ class OcronMachine {
   }
 
   int replaceByPrime(long long* value, int codeIfTooSmall) const {
-    const PrimeTable<int>& table = PrimeTable<int>::ofProcess();
+    const PrimeTable<int>& table = SharedPrimes<int>::table();
     if (*value >= table.count()) {
       dbPrintf(2, "%s: number of preInitialized primes (%d) too small for %lld! \n", dialect.operatorName, table.count(), *value);
       return codeIfTooSmall;
@@ -209,7 +209,7 @@ class OcronMachine {
 class LogarithmicOcronMachine : public OcronMachine {
  public:
   LogarithmicOcronMachine(int* stackDepth, int* logBase)
-      : OcronMachine(logarithmicDialect, stackDepth), logBase_(logBase), base_(PrimeTable<int>::ofProcess().primes()[0]) {}
+      : OcronMachine(logarithmicDialect, stackDepth), logBase_(logBase), base_(SharedPrimes<int>::table().primes()[0]) {}
 
   int step(char symbol) {
     switch (symbol) {
@@ -336,7 +336,7 @@ int checkString(const char* name, const char* ocron, int length) {
 }
 
 int checkPrimes(const char* name) {
-  if (PrimeTable<int>::ofProcess().exists()) return done;
+  if (SharedPrimes<int>::table().exists()) return done;
   dbPrintf(0, "%s: primeNumbers not initialized! \n", name);
   return noPrimes;
 }
@@ -366,6 +366,7 @@ int cutAtEndSymbol(const char* name, std::string_view symbols, char* ocron, int*
 }
 
 long long evaluate(const OcronDialect& dialect, char* ocron, int length, int* stackDepth) {
+  const PrimesHeld held;
   *stackDepth = 0;
   int result = checkString(dialect.name, ocron, length);
   if (result == done) result = checkPrimes(dialect.name);
@@ -419,6 +420,7 @@ long long ocron5ToLongLong(char* ocron, int length, int* stackDepth) {
 }
 
 long long ocron4ToLogLongLong(char* ocron, int length, int* stackDepth, int* logBase) {
+  const PrimesHeld held;
   *stackDepth = 0;
   int result = checkString(logarithmicDialect.name, ocron, length);
   if (result == done) result = checkPrimes(logarithmicDialect.name);
@@ -429,6 +431,7 @@ long long ocron4ToLogLongLong(char* ocron, int length, int* stackDepth, int* log
 
 long long ocron6ToLongLong(char* ocron, int length, int* stackDepth) {
   static constexpr const char* name = "ocron6ToInt";
+  const PrimesHeld held;
   *stackDepth = 0;
   int result = checkString(name, ocron, length);
   if (result == done) result = checkPrimes(name);
@@ -436,7 +439,7 @@ long long ocron6ToLongLong(char* ocron, int length, int* stackDepth) {
     if (!isEndSymbol(ocron[i])) result = checkSymbol("ocron6ToLongLong", "P*", ocron[i]);
   if (result != done) return result;
 
-  const PrimeTable<int>& table = PrimeTable<int>::ofProcess();
+  const PrimeTable<int>& table = SharedPrimes<int>::table();
   int value = 1;
   for (int i = 0; i < length && value >= 0; i++) {
     if (ocron[i] == 'P')
@@ -449,6 +452,7 @@ long long ocron6ToLongLong(char* ocron, int length, int* stackDepth) {
 
 long long ocron7ToLongLong(char* ocron, int length, int* stackDepth, int* logBase) {
   static constexpr const char* name = "ocron7ToLongLong";
+  const PrimesHeld held;
   *logBase = *stackDepth = 0;
   int result = checkString(name, ocron, length);
   if (result == done) result = cutAtEndSymbol(name, dialect4.symbols, ocron, &length);

@@ -31,6 +31,7 @@
 #include "store/ZQPodList.h"
 
 struct ZQBaseTier;
+struct ZQFreeSlotSearchState;
 
 class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrixBase> {
  public:
@@ -285,6 +286,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   /// grow.
   int searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin);
   int searchFrom(int centre);
+  int findIndexOfNearestFreeElement(ZQFreeSlotSearchState& state, int start, int* goodStart);
 
   ZQMatrixFileHeader* matrixFileHeader = nullptr;
   ZQMatrixBaseInfo** matrixInfoArray = nullptr;
