@@ -27,7 +27,7 @@ void reportFailedGrowth() {
 }
 
 int ZQMatrixBase::findNearestFreeMatrixElement(int memorySearchMethod) {
-  ZQFreeSlotSearchState& state = freeSlotSearchState();
+  ZQFreeSlotSearchState& state = searchState != nullptr ? *searchState : freeSlotSearchState();
   const int low = matrixFileHeader->getMaxNumberOfMatrices();
   state.lastOffset = std::max(state.lastOffset, low);
   state.goodStartIndex = std::max(state.goodStartIndex, low);
