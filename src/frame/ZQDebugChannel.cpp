@@ -2,7 +2,7 @@
 
 #include <cstdarg>
 
-#ifdef __linux__
+#if defined(__linux__) && !defined(__EMSCRIPTEN__)
 #include <sys/syscall.h>
 #include <unistd.h>
 #endif
@@ -21,7 +21,7 @@ constinit thread_local char lastMessageOfLevel0[ZQDebugChannel::messageCapacity]
 /// The first thread ends with the process, which closes all files; until then the destructors of a host's globals may still send
 /// messages.
 bool isFirstThread() {
-#ifdef __linux__
+#if defined(__linux__) && !defined(__EMSCRIPTEN__)
   return syscall(SYS_gettid) == getpid();
 #else
   return false;
