@@ -27,7 +27,7 @@ import zmatrix.raw.Types.zq_ScoreWriting;
  * from the end of the series learned last, or begins a new tune. A start of another kind is an {@link InputException}.
  */
 public final class Model extends Learning implements AutoCloseable {
-    private static final int BULK = 65536; // items that a single call reads at most
+    private static final int BULK = 512; // items that a call reads at most: JNA copies whole arrays, and few sentences are longer
     private static final List<Integer> MUSIC_TYPES = List.of(Constants.ZQMatrixTypeMIDINoteAndQuanta,
             Constants.ZQMatrixTypeMIDITriple_NDMT, Constants.ZQMatrixTypeMIDIGMQuadruple_NDMTS);
 
@@ -358,7 +358,8 @@ public final class Model extends Learning implements AutoCloseable {
         Set<Integer> occupied = new HashSet<>(handle.occupiedIds());
         Set<Integer> above = occupied.stream().map(id -> handle.settings(id).above()).collect(Collectors.toSet());
         boolean all = handle.tier == Tier.MEDIUM;
-        return occupied.stream().filter(id -> all || above.contains(id) == (kind == Kind.WORDS)).mapToLong(handle::itemsLearned).sum();
+        return occupied.stream().filter(id -> all || above.contains(id) == (kind == Kind.WORDS)).mapToLong(handle::itemsLearned)
+                .sum();
     }
 
     /**

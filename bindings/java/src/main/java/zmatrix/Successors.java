@@ -33,7 +33,7 @@ record Successors(int[] items, int[] counts, int number) {
     }
 
     static Successors of(Handle handle, int[] context, int dimension) {
-        return read(dimension, (capacity, items, counts) -> handle.functions.zq_readSuccessors(handle.matrix, context, context.length,
-                capacity, items, counts, new int[capacity]));
+        return read(dimension, (capacity, items, counts) -> handle.functions.zq_readSuccessors(handle.matrix, context,
+                context.length, capacity, items, counts, new int[capacity]));
     }
 }

@@ -57,8 +57,8 @@ class ModelTest {
             case TEXT -> model.continueWith((String) row.start, row.count, options).stream().map(Token::text)
                     .collect(Collectors.joining());
             case WORDS -> model.continueWith((String) row.start, row.count, options).stream().map(Token::text).toList();
-            case NUMBERS -> model.continueWith(integers(row.start), row.count, options).stream().map(number -> (double) number.value())
-                    .toList();
+            case NUMBERS -> model.continueWith(integers(row.start), row.count, options).stream()
+                    .map(number -> (double) number.value()).toList();
             case MUSIC -> model.continueWith(List.of(), row.count, options).stream()
                     .map(note -> List.of((double) note.pitch(), note.start(), note.duration())).toList();
         };
@@ -68,7 +68,8 @@ class ModelTest {
     @MethodSource("rows")
     void seedsGiveTheItemsThatEveryLanguageGives(Row row) {
         Learner learner = row.words ? Zmatrix.learner().words() : Zmatrix.learner();
-        try (Model model = row.files == null ? learner.learn(row.numbers) : learner.learn(row.files.stream().map(Examples::of).toList())) {
+        try (Model model = row.files == null ? learner.learn(row.numbers)
+                : learner.learn(row.files.stream().map(Examples::of).toList())) {
             model.save(folder.resolve("model"));
             assertEquals(row.items, continued(model, row));
             try (Model loaded = Zmatrix.load(folder.resolve("model"))) {
@@ -83,7 +84,8 @@ class ModelTest {
         try (Model harbour = Examples.harbour(); Model numbers = Zmatrix.learn(STEPS)) {
             List<Token> tokens = harbour.continueWith("The ", 3000, Options.seed(5)).stream().toList();
             assertTrue(tokens.stream().allMatch(token -> token.probability() > 0 && token.probability() <= 1));
-            assertEquals(tokens.stream().map(Token::text).collect(Collectors.joining()), harbour.generate("The ", 3000, Options.seed(5)));
+            assertEquals(tokens.stream().map(Token::text).collect(Collectors.joining()),
+                    harbour.generate("The ", 3000, Options.seed(5)));
             int[] start = {100, 101, 103};
             assertArrayEquals(numbers.continueWith(start, 50, Options.seed(3)).stream().mapToInt(Value::value).toArray(),
                     numbers.generate(start, 50, Options.seed(3)));
@@ -94,7 +96,8 @@ class ModelTest {
     @Test
     void anOrderBeyondTheLearnedOneChangesNothingAndASmallOneForgets() {
         try (Model harbour = Examples.harbour(); Model pairs = Zmatrix.learner().order(4).learn("abcabdabcabd")) {
-            assertEquals(harbour.generate("The ", 200, Options.seed(2)), harbour.generate("The ", 200, Options.seed(2).withOrder(50)));
+            assertEquals(harbour.generate("The ", 200, Options.seed(2)),
+                    harbour.generate("The ", 200, Options.seed(2).withOrder(50)));
             String written = pairs.generate("a", 400, Options.seed(1).withOrder(1));
             assertTrue(written.contains("bc") && written.contains("bd"));
             assertEquals(harbour.generate("", 50, Options.seed(1).withMethod(SuccessorMethod.BEST)),
@@ -158,7 +161,8 @@ class ModelTest {
             long before = model.size();
             Info info = model.learn("A second sentence stands here.").info();
             assertTrue(info.items() > before);
-            assertEquals(List.of(Kind.TEXT, Tier.MEDIUM, 8, model.size()), List.of(info.kind(), info.tier(), info.order(), info.items()));
+            assertEquals(List.of(Kind.TEXT, Tier.MEDIUM, 8, model.size()),
+                    List.of(info.kind(), info.tier(), info.order(), info.items()));
         }
     }
 }

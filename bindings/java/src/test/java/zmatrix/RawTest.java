@@ -1,6 +1,5 @@
 package zmatrix;
 
-import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 import static zmatrix.raw.Constants.ZQMatrixTypeIntegerSeries;
@@ -26,8 +25,8 @@ class RawTest {
         functions.s_setMaxPhraseLengthForUpdateWithSequence(matrix, 8);
         assertEquals(1, functions.s_updateMatrixWithLongINTSequence(matrix, new int[] {0, 1, 3, 4, 6, 7, 9, 10, 12, 13}, 10));
         ZQMatrixProperties record = functions.s_getGlobalMatrixInfoParameters(functions.s_getMatrixInfo(matrix));
-        assertEquals(List.of(ZQMatrixTypeIntegerSeries, 8, 1), List.of(record.matrixType(), record.maxPhraseLengthForUpdateWithSequence(),
-                record.preProcessingType()));
+        assertEquals(List.of(ZQMatrixTypeIntegerSeries, 8, 1),
+                List.of(record.matrixType(), record.maxPhraseLengthForUpdateWithSequence(), record.preProcessingType()));
         assertEquals(functions.s_getNumberOfMatrixElements(matrix), record.numberOfMatrixElements());
         functions.s_initializeKernelSequenceWithOriginalSequence(matrix, new int[] {100, 101, 103}, 3, 1);
         double[] probability = new double[1];
@@ -50,7 +49,8 @@ class RawTest {
         byte[] kern = "**kern\n*M4/4\n=1\n4c\n4e\n2g\n==\n*-\n".getBytes(StandardCharsets.US_ASCII);
         zq_Score score = Common.zq_createScoreFromKernData(kern, kern.length, 0);
         assertEquals(3, score.numberOfNotes());
-        assertArrayEquals(new int[] {60, 64, 67}, new int[] {score.notes().pitch(), score.notes().at(1).pitch(), score.notes().at(2).pitch()});
+        zq_ScoreNote notes = score.notes();
+        assertEquals(List.of(60, 64, 67), List.of(notes.pitch(), notes.at(1).pitch(), notes.at(2).pitch()));
         Common.zq_deleteScore(score);
     }
 
