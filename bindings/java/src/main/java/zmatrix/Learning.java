@@ -41,6 +41,16 @@ public abstract sealed class Learning permits Learner, Model {
     }
 
     /**
+     * Learns what a file holds, told by its content.
+     *
+     * @param content of the file
+     * @return the model
+     */
+    public final Model learn(byte[] content) {
+        return learnAll(Source.allOf(Objects.requireNonNull(content, "content")));
+    }
+
+    /**
      * Learns several things of one kind, one after the other.
      *
      * @param sources paths, texts, {@code byte[]} with the content of files, {@code int[]}; or Integers, which are one series

@@ -46,6 +46,16 @@ public final class Zmatrix {
     }
 
     /**
+     * Learns what a file holds, told by its content.
+     *
+     * @param content of the file
+     * @return the model
+     */
+    public static Model learn(byte[] content) {
+        return learner().learn(content);
+    }
+
+    /**
      * Learns several things of one kind, one after the other.
      *
      * @param sources paths, texts, {@code byte[]} with the content of files, {@code int[]}; or Integers, which are one series

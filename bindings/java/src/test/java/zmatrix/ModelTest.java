@@ -132,8 +132,8 @@ class ModelTest {
         byte[] windows = "caf\u00e9 caf\u00e9 ".getBytes(StandardCharsets.ISO_8859_1);
         Files.writeString(folder.resolve("a.txt"), "Hello there.");
         Files.writeString(folder.resolve("b.log"), "Not read.");
-        try (Model music = Zmatrix.learn(List.of(score)); Model midi = Zmatrix.learn(Examples.of("tide.mid"));
-                Model primes = Zmatrix.learn(Examples.of("primes.txt")); Model latin = Zmatrix.learn(List.of(windows));
+        try (Model music = Zmatrix.learn(score); Model midi = Zmatrix.learn(Examples.of("tide.mid"));
+                Model primes = Zmatrix.learn(Examples.of("primes.txt")); Model latin = Zmatrix.learn(windows);
                 Model utf16 = Zmatrix.learn(List.of("\uFEFFAb Ab".getBytes(StandardCharsets.UTF_16LE)));
                 Model texts = Zmatrix.learn(folder)) {
             assertEquals(List.of(Kind.MUSIC, Kind.MUSIC, Kind.NUMBERS), List.of(music.kind(), midi.kind(), primes.kind()));
