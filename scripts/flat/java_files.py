@@ -209,7 +209,7 @@ def record_class(types, entry):
         order = ', '.join(f'"{field["name"]}"' for field in entry['fields'])
         return about + f'    @Structure.FieldOrder({{{order}}})\n    public static final class {name} extends Structure implements ' \
             f'Structure.ByValue {{\n' + constructor(name, 'One that is all 0.') + f'{fields.rstrip()}\n    }}\n\n'
-    text = about + f'    public static final class {name} extends Record {{\n' + javadoc('Its bytes.', (), '        ')
+    text = about + f'    public static final class {name} extends NativeRecord {{\n' + javadoc('Its bytes.', (), '        ')
     text += f'        public static final int SIZE = {ctypes.sizeof(places)};\n\n' + constructor(name, 'One that points nowhere, for JNA.')
     text += javadoc('Records in a row, all 0, in memory that lives as long as the result.', [('@param count', 'how many'), ('@return', 'the first')], '        ')
     text += f'        public static {name} allocate(int count) {{ return at(memory(SIZE, count), {name}::new); }}\n\n'

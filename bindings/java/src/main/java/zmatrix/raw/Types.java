@@ -80,7 +80,7 @@ public final class Types {
     }
 
     /** What the progress callback gets. */
-    public static final class progressCallBackData_tag extends Record {
+    public static final class progressCallBackData_tag extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 88;
 
@@ -116,7 +116,7 @@ public final class Types {
      * and arrays. What the values of a setting mean stands with the function s_get... of its name. A header's block fills
      * the settings alone.
      */
-    public static final class ZQMatrixProperties extends Record {
+    public static final class ZQMatrixProperties extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 696;
 
@@ -417,7 +417,7 @@ public final class Types {
      * its type and data, where a text (types 1 to 15) is terminated, other data have their last byte overwritten by 0, and
      * a tempo is the byte 0 and then whole beats per minute in three bytes, the highest first.
      */
-    public static final class _MIDIFILEReadStruct extends Record {
+    public static final class _MIDIFILEReadStruct extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 24;
 
@@ -464,7 +464,7 @@ public final class Types {
     }
 
     /** The state of reading a MIDI file. */
-    public static final class _MIDIFILEInStruct extends Record {
+    public static final class _MIDIFILEInStruct extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 64;
 
@@ -553,7 +553,7 @@ public final class Types {
     }
 
     /** The state of writing a MIDI file. */
-    public static final class _MIDIFILEOutStruct extends Record {
+    public static final class _MIDIFILEOutStruct extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 56;
 
@@ -633,7 +633,7 @@ public final class Types {
      * What came of a track as it stands in a MIDI file. Events that are neither counted as lost nor part of a note are
      * those that music doesn't need: controllers, pitch wheel, pressure.
      */
-    public static final class zq_MidiFileTrack extends Record {
+    public static final class zq_MidiFileTrack extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 80;
 
@@ -701,7 +701,7 @@ public final class Types {
     }
 
     /** What came of a track as learning sees it: a track of the file, or all of them merged. */
-    public static final class zq_MidiTrack extends Record {
+    public static final class zq_MidiTrack extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 52;
 
@@ -763,7 +763,7 @@ public final class Types {
     }
 
     /** What a MIDI file gives and what is lost of it. All belongs to the report. */
-    public static final class zq_MidiReport extends Record {
+    public static final class zq_MidiReport extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 80;
 
@@ -825,7 +825,7 @@ public final class Types {
     }
 
     /** A fault of a kern file, or a place where its reading departs from the score. */
-    public static final class zq_KernFinding extends Record {
+    public static final class zq_KernFinding extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 40;
 
@@ -872,7 +872,7 @@ public final class Types {
     }
 
     /** A time signature of a kern file. */
-    public static final class zq_KernMeter extends Record {
+    public static final class zq_KernMeter extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 16;
 
@@ -907,7 +907,7 @@ public final class Types {
     }
 
     /** What came of a track as learning sees it: the notes of a channel, or of all channels merged. */
-    public static final class zq_KernTrack extends Record {
+    public static final class zq_KernTrack extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 40;
 
@@ -960,7 +960,7 @@ public final class Types {
     }
 
     /** What a kern file gives, and what is wrong with it. Counts are those of the reading, 0 for a file that is refused. */
-    public static final class zq_KernReport extends Record {
+    public static final class zq_KernReport extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 456;
 
@@ -1070,7 +1070,7 @@ public final class Types {
     }
 
     /** A note. Times are fractions of a whole note, exact and not always reduced; a denominator is 1 to 1,073,741,824. */
-    public static final class zq_ScoreNote extends Record {
+    public static final class zq_ScoreNote extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 48;
 
@@ -1138,7 +1138,7 @@ public final class Types {
     }
 
     /** A part: a channel of a track of MIDI, or a kern spine with what splits from it. Its notes lie together, by onset. */
-    public static final class zq_ScorePart extends Record {
+    public static final class zq_ScorePart extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 32;
 
@@ -1176,7 +1176,7 @@ public final class Types {
     }
 
     /** A time signature. Those of the whole score come first, then those of single parts, each by onset. */
-    public static final class zq_ScoreMeter extends Record {
+    public static final class zq_ScoreMeter extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 32;
 
@@ -1217,7 +1217,7 @@ public final class Types {
     }
 
     /** A key signature. */
-    public static final class zq_ScoreKey extends Record {
+    public static final class zq_ScoreKey extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 24;
 
@@ -1255,7 +1255,7 @@ public final class Types {
     }
 
     /** A tempo from here on. */
-    public static final class zq_ScoreTempo extends Record {
+    public static final class zq_ScoreTempo extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 24;
 
@@ -1290,7 +1290,7 @@ public final class Types {
     }
 
     /** A bar line as the file has it; MIDI has none. */
-    public static final class zq_ScoreBarLine extends Record {
+    public static final class zq_ScoreBarLine extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 24;
 
@@ -1325,7 +1325,7 @@ public final class Types {
     }
 
     /** A finding with its place. */
-    public static final class zq_ScoreFinding extends Record {
+    public static final class zq_ScoreFinding extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 24;
 
@@ -1360,7 +1360,7 @@ public final class Types {
     }
 
     /** What a file of music says, exactly. All belongs to the score and lives as long as it does. */
-    public static final class zq_Score extends Record {
+    public static final class zq_Score extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 320;
 
@@ -1497,7 +1497,7 @@ public final class Types {
     }
 
     /** By what a score is fed, as the basic level's block has it. */
-    public static final class zq_ScoreFeedSettings extends Record {
+    public static final class zq_ScoreFeedSettings extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 36;
 
@@ -1556,7 +1556,7 @@ public final class Types {
     }
 
     /** Notes that are learned as one sequence: those of a part, or of all, as long as a meter holds. */
-    public static final class zq_ScoreRun extends Record {
+    public static final class zq_ScoreRun extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 72;
 
@@ -1627,7 +1627,7 @@ public final class Types {
      * What was learned of a score. All belongs to the report. A note that is learned in its part or in the merged run
      * counts as learned.
      */
-    public static final class zq_ScoreFeedReport extends Record {
+    public static final class zq_ScoreFeedReport extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 192;
 
@@ -1704,7 +1704,7 @@ public final class Types {
     }
 
     /** How a score was written as MIDI. Numbers are 0 for a score that was refused. */
-    public static final class zq_ScoreWriting extends Record {
+    public static final class zq_ScoreWriting extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 64;
 
@@ -1757,7 +1757,7 @@ public final class Types {
     }
 
     /** One prime of a factorisation. In the entry before the first: the number of primes, and the sum of all divisors. */
-    public static final class tagPrimeFact extends Record {
+    public static final class tagPrimeFact extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 8;
 
@@ -1786,7 +1786,7 @@ public final class Types {
     }
 
     /** How numbers become ocrons and ocrons gocrons. One set serves the process. */
-    public static final class gocronParametersTag extends Record {
+    public static final class gocronParametersTag extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 40;
 
@@ -1869,7 +1869,7 @@ public final class Types {
     }
 
     /** A number with its gocron. */
-    public static final class naturalNumberGocronCodeTag extends Record {
+    public static final class naturalNumberGocronCodeTag extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 24;
 
@@ -1929,7 +1929,7 @@ public final class Types {
     }
 
     /** What a load has found. Counts and links show damage; a changed number that neither depends on doesn't show. */
-    public static final class zq_loadReport extends Record {
+    public static final class zq_loadReport extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 36;
 

@@ -7,10 +7,10 @@ import java.nio.charset.StandardCharsets;
 import java.util.function.Supplier;
 
 /** A structure of the library, by its place in memory. */
-public abstract class Record extends PointerType {
-    Record() {}
+public abstract class NativeRecord extends PointerType {
+    NativeRecord() {}
 
-    static <R extends Record> R at(Pointer place, Supplier<R> create) {
+    static <R extends NativeRecord> R at(Pointer place, Supplier<R> create) {
         if (place == null) {
             return null;
         }
