@@ -62,29 +62,31 @@ class JavaScript:
 
 
 class Java:
-    """What javadoc has made; its index tells where each name is."""
+    """What javadoc has made; its index tells where each name is. A function of a tier has no suffix there, but the class of the tier."""
     name, key = 'Java', 'java'
     pages = ['java']
+    TIERS = {'full': ('Full', ''), 'medium': ('Medium', '_Medium'), 'base': ('Base', '_Base'), None: ('Common', '')}
 
     def __init__(self, javadoc):
-        index = (javadoc / 'member-search-index.js').read_text()
-        entries = json.loads(re.search(r'memberSearchIndex\s*=\s*(\[.*\])', index, re.S).group(1))
-        self.members = {}
-        for entry in entries:
-            simple = entry['l'].split('(')[0]
-            page = f"{entry['p'].replace('.', '/')}/{entry['c']}.html"
-            address = f"java/{page}#{entry.get('u', entry['l'])}"
-            self.members.setdefault(simple, address)
-            self.members.setdefault(f"{entry['c']}.{simple}", address)
+        self.addresses = {}
+        for entry in self.index_of(javadoc, 'type'):
+            if 'p' in entry:
+                self.addresses[entry['l']] = f"java/{entry['p'].replace('.', '/')}/{entry['l']}.html"
+        for entry in self.index_of(javadoc, 'member'):
+            address = f"{self.addresses[entry['c']]}#{entry.get('u', entry['l'])}"
+            self.addresses.setdefault(f"{entry['c']}.{entry['l'].split('(')[0]}", address)
 
-    def address(self, name):
-        return f"`{name} <../{self.members[name]}>`__"
+    @staticmethod
+    def index_of(javadoc, kind):
+        return json.loads(re.search(r'\[.*\]', (javadoc / f'{kind}-search-index.js').read_text(), re.S).group())
 
     def link(self, function):
-        return self.address(function['name']) if function['name'] in self.members else ''
+        tier, suffix = self.TIERS[function['tier']]
+        name = f"{tier}.{function['name'].removesuffix(suffix)}"
+        return f'`{name} <../{self.addresses[name]}>`__' if name in self.addresses else ''
 
     def task(self, name):
-        return f'`{name} <{self.members[name]}>`__'
+        return f'`{name} <{self.addresses[name]}>`__'
 
     def write(self, model, folder):
         text = title('Java') + 'A tutorial is :doc:`/docs/java`. The classes and the raw functions: `javadoc <java/index.html>`__.\n'
