@@ -179,16 +179,15 @@ class OcronMachine {
   }
 
   int replaceByPrime(long long* value, int codeIfTooSmall) const {
-    const PrimeTable<int>& table = SharedPrimes<int>::table();
-    if (*value >= table.count()) {
-      dbPrintf(2, "%s: number of preInitialized primes (%d) too small for %lld! \n", dialect.operatorName, table.count(), *value);
+    if (*value >= table_.count()) {
+      dbPrintf(2, "%s: number of preInitialized primes (%d) too small for %lld! \n", dialect.operatorName, table_.count(), *value);
       return codeIfTooSmall;
     }
     if (*value < 1) {
       dbPrintf(2, "%s: illegal ocron stack value %lld! \n", dialect.primeName, *value);
       return dialect.codes.valueOfPrime;
     }
-    *value = table.primes()[*value - 1];
+    *value = table_.primes()[*value - 1];
     return done;
   }
 
@@ -198,6 +197,7 @@ class OcronMachine {
   }
 
   int* stackDepth_;
+  const PrimeTable<int>& table_ = SharedPrimes<int>::table();  // held by whoever evaluates
   int count_ = 0;
   long long values_[ocronStackSize];  // the newest is the last
 };
@@ -341,8 +341,8 @@ int checkPrimes(const char* name) {
   return noPrimes;
 }
 
-bool isEndSymbol(char symbol) {
-  return symbol == static_cast<char>(getGlobalGocronParameters()->ocronEndSymbol);
+char endSymbolOfThread() {
+  return static_cast<char>(getGlobalGocronParameters()->ocronEndSymbol);
 }
 
 int checkSymbol(const char* name, std::string_view symbols, char symbol) {
@@ -353,8 +353,9 @@ int checkSymbol(const char* name, std::string_view symbols, char symbol) {
 
 /// Ends the string at its first end symbol. 1, or a code.
 int cutAtEndSymbol(const char* name, std::string_view symbols, char* ocron, int* length) {
+  const char endSymbol = endSymbolOfThread();
   for (int i = 0; i < *length; i++) {
-    if (isEndSymbol(ocron[i])) {
+    if (ocron[i] == endSymbol) {
       ocron[i] = 0;
       *length = i;
       break;
@@ -435,8 +436,9 @@ long long ocron6ToLongLong(char* ocron, int length, int* stackDepth) {
   *stackDepth = 0;
   int result = checkString(name, ocron, length);
   if (result == done) result = checkPrimes(name);
+  const char endSymbol = endSymbolOfThread();
   for (int i = 0; result == done && i < length; i++)
-    if (!isEndSymbol(ocron[i])) result = checkSymbol("ocron6ToLongLong", "P*", ocron[i]);
+    if (ocron[i] != endSymbol) result = checkSymbol("ocron6ToLongLong", "P*", ocron[i]);
   if (result != done) return result;
 
   const PrimeTable<int>& table = SharedPrimes<int>::table();

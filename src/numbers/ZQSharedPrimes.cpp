@@ -59,6 +59,11 @@ struct SharedPrimes<Value>::ReleasesViewAtEndOfThread {
   }
 };
 
+template <class Value>
+typename SharedPrimes<Value>::View& SharedPrimes<Value>::viewOfThread() {
+  return view;
+}
+
 /// Takes over the hold on the table's block.
 template <class Value>
 void SharedPrimes<Value>::show(const PrimeTable<Value>& table, unsigned long generation) {

@@ -15,8 +15,9 @@ class SharedPrimes {
  public:
   /// The table as the calling thread sees it. It stands until the thread's next call here, or while PrimesHeld lives.
   static const PrimeTable<Value>& table() {
-    if (view.generation != newestGeneration.load(std::memory_order_acquire) && view.timesHeld == 0) lookAgain();
-    return view.table;
+    View& mine = viewOfThread();
+    if (mine.generation != newestGeneration.load(std::memory_order_acquire) && mine.timesHeld == 0) lookAgain();
+    return mine.table;
   }
 
   /// Replaces the table by that of the primes from `lowerBound` to `upperBound`, or to 5000 if that is more. Null, with the old
@@ -31,9 +32,9 @@ class SharedPrimes {
 
   static void beginHold() {
     table();
-    view.timesHeld++;
+    viewOfThread().timesHeld++;
   }
-  static void endHold() { view.timesHeld--; }
+  static void endHold() { viewOfThread().timesHeld--; }
 
  private:
   struct View {
@@ -43,6 +44,8 @@ class SharedPrimes {
   };
   struct ReleasesViewAtEndOfThread;
 
+  /// One look-up for all members of the view.
+  [[gnu::noinline]] static View& viewOfThread();
   static void lookAgain();
   template <class Replacement>
   static void publish(Replacement replacementOf);
