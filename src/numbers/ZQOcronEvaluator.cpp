@@ -180,7 +180,8 @@ class OcronMachine {
 
   int replaceByPrime(long long* value, int codeIfTooSmall) const {
     if (*value >= table_.count()) {
-      dbPrintf(2, "%s: number of preInitialized primes (%d) too small for %lld! \n", dialect.operatorName, table_.count(), *value);
+      dbPrintf(2, "%s: number of preInitialized primes (%d) too small for %lld! \n", dialect.operatorName, table_.count(),
+               *value);
       return codeIfTooSmall;
     }
     if (*value < 1) {
