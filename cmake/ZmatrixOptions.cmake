@@ -10,6 +10,7 @@ if(ZMATRIX_SANITIZE)
   target_compile_options(zmatrix_options INTERFACE -fsanitize=${ZMATRIX_SANITIZE} -fno-omit-frame-pointer
                                                    -fno-sanitize-recover=undefined)
   target_link_options(zmatrix_options INTERFACE -fsanitize=${ZMATRIX_SANITIZE})
+  target_compile_definitions(zmatrix_options INTERFACE ZMATRIX_ASSERTIONS)
 endif()
 
 # A compiler cache where there is one: a developer builds the same files in several folders.

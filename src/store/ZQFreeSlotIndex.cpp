@@ -10,7 +10,7 @@ namespace {
 constexpr size_t paddingWords = 2;
 
 // The lowest set bit at or above `from` of `words`, or -1.
-long long nextSetBit(const ZQPodArray<uint64_t>& words, size_t from) {
+long long nextSetBit(const ZQArray<uint64_t>& words, size_t from) {
   size_t word = from >> 6;
   if (word >= words.size()) return -1;
   uint64_t bits = words[word] & (~uint64_t{0} << (from & 63));
@@ -22,7 +22,7 @@ long long nextSetBit(const ZQPodArray<uint64_t>& words, size_t from) {
 }
 
 // The highest set bit at or below `from` of `words`, or -1.
-long long previousSetBit(const ZQPodArray<uint64_t>& words, size_t from) {
+long long previousSetBit(const ZQArray<uint64_t>& words, size_t from) {
   size_t word = from >> 6;
   uint64_t bits = words[word] & (~uint64_t{0} >> (63 - (from & 63)));
   while (bits == 0) {
@@ -48,8 +48,8 @@ bool ZQFreeSlotIndex::resize(int newNumberOfSlots) {
   for (int slot = newNumberOfSlots; slot < oldNumberOfSlots; ++slot) fill(slot);
   const size_t newNumberOfWords = (static_cast<size_t>(newNumberOfSlots) + 63) / 64;
   const size_t newNumberOfRegions = (newNumberOfWords + 63) / 64;
-  if (!freeSlots.resize(newNumberOfWords + paddingWords, 0) || !wordsWithFree.resize(newNumberOfRegions, 0) ||
-      !regionsWithFree.resize((newNumberOfRegions + 63) / 64, 0) || !numberOfFreeInRegion.resize(newNumberOfRegions, 0) ||
+  if (!freeSlots.resize(newNumberOfWords + paddingWords) || !wordsWithFree.resize(newNumberOfRegions) ||
+      !regionsWithFree.resize((newNumberOfRegions + 63) / 64) || !numberOfFreeInRegion.resize(newNumberOfRegions) ||
       !pairs.resize(newNumberOfRegions) || !triples.resize(newNumberOfRegions)) {
     return false;
   }
@@ -86,10 +86,10 @@ bool ZQFreeSlotIndex::resize(int newNumberOfSlots) {
 void ZQFreeSlotIndex::clear() {
   numberOfSlots = 0;
   numberOfWords = 0;
-  freeSlots.clear();
-  wordsWithFree.clear();
-  regionsWithFree.clear();
-  numberOfFreeInRegion.clear();
+  freeSlots.reset();
+  wordsWithFree.reset();
+  regionsWithFree.reset();
+  numberOfFreeInRegion.reset();
   pairs.clear();
   triples.clear();
 }

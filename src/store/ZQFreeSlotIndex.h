@@ -84,10 +84,10 @@ class ZQFreeSlotIndex {
 
   int numberOfSlots = 0;
   size_t numberOfWords = 0;
-  ZQPodArray<uint64_t> freeSlots;        // a bit a slot, and two words of none behind the end
-  ZQPodArray<uint64_t> wordsWithFree;    // a bit a word of freeSlots: one entry is one region
-  ZQPodArray<uint64_t> regionsWithFree;  // a bit a region
-  ZQPodArray<uint16_t> numberOfFreeInRegion;
+  ZQArray<uint64_t> freeSlots;        // a bit a slot, and two words of none behind the end
+  ZQArray<uint64_t> wordsWithFree;    // a bit a word of freeSlots: one entry is one region
+  ZQArray<uint64_t> regionsWithFree;  // a bit a region
+  ZQArray<uint16_t> numberOfFreeInRegion;
   ZQPairFilter pairs;
   ZQTripleFilter triples;
 };

@@ -13,8 +13,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "frame/ZQArray.h"
 #include "store/ZQMatrixBase.h"
-#include "store/ZQPodArray.h"
 
 namespace zmatrix {
 
@@ -96,8 +96,8 @@ class ZQLinkCheck {
   Fingerprint leading;  // claims on what stands below or behind
   Fingerprint led;      // claims on what stands above or before
   bool isBroken = false;
-  ZQPodArray<uint64_t> isBelowParent;  // a bit a slot
-  ZQPodArray<uint64_t> reachesRoot;    // a bit a slot: a way up from here is known
+  ZQArray<uint64_t> isBelowParent;  // a bit a slot
+  ZQArray<uint64_t> reachesRoot;    // a bit a slot: a way up from here is known
 };
 
 }  // namespace zmatrix

@@ -19,6 +19,7 @@
 #include <new>
 #include <span>
 
+#include "frame/ZQArray.h"
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQPageProvider.h"
 #include "frame/ZQZeroedMemory.h"
@@ -28,7 +29,6 @@
 #include "store/ZQFieldCounts.h"
 #include "store/ZQFreeSlotIndex.h"
 #include "store/ZQMatrixElements.h"
-#include "store/ZQPodList.h"
 
 struct ZQBaseTier;
 
@@ -304,10 +304,10 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   zmatrix::ZQFieldCounts fieldCounts;
   zmatrix::ZQZeroedMemory memory;  // of the block
   zmatrix::ZQPageProvider pages;
-  zmatrix::ZQPodArray<ZQMatrixBaseElement*> pointers;  // the block as getMatrixData tells it, when it was last asked for
+  zmatrix::ZQArray<ZQMatrixBaseElement*> pointers;  // the block as getMatrixData tells it, when it was last asked for
   ContentVersion versionOfPointers;
-  zmatrix::ZQPodList<int> positionsOfField;  // scratch of the move
-  zmatrix::ZQPodList<int> positionsToPlace;  // the same with the new element
+  zmatrix::ZQArray<int> positionsOfField;  // scratch of the move
+  zmatrix::ZQArray<int> positionsToPlace;  // the same with the new element
 };
 
 inline long long ZQMatrixBase::slotOfChild(int parentPosition, int coordinate) const {

@@ -4,14 +4,14 @@
 
 bool ZQMatrixBase::refreshPointers() {
   if (versionOfPointers == getContentVersion()) return true;
-  if (!pointers.resize(static_cast<size_t>(numberOfSlots), 0)) return false;
-  for (int position = 0; position < numberOfSlots; ++position) pointers[static_cast<size_t>(position)] = elementAt(position);
+  if (!pointers.resize(numberOfSlots)) return false;
+  for (int position = 0; position < numberOfSlots; ++position) pointers[position] = elementAt(position);
   versionOfPointers = getContentVersion();
   return true;
 }
 
 ZQMatrixBaseElement** ZQMatrixBase::getMatrixData() {
-  return hasBlock() && refreshPointers() ? &pointers[0] : nullptr;
+  return hasBlock() && refreshPointers() ? pointers.data() : nullptr;
 }
 
 ZQMatrixBaseElement*** ZQMatrixBase::getMatrixDataEntryArray() {

@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "store/ZQPodArray.h"
+#include "frame/ZQArray.h"
 
 namespace zmatrix {
 
@@ -80,8 +80,8 @@ class ZQPairFilter {
   int numberOfWideDistances = 0;
   int wideDistances[mostWideDistances] = {};
   int16_t rowsByHash[slotsOfHash] = {};  // row of a wide distance, 0 for none: row 0 is a narrow one
-  ZQPodArray<uint64_t> bits;
-  ZQPodArray<uint8_t> hasNarrowNo;
+  ZQArray<uint64_t> bits;
+  ZQArray<uint8_t> hasNarrowNo;
 };
 
 }  // namespace zmatrix

@@ -40,7 +40,7 @@ struct ZQStoreVerification {
       dbPrintf(1, "performMatrixLinearTest: matrix is empty!\n");
       return -1;
     }
-    if (!test.depths.resize(static_cast<size_t>(test.top) + 1, 0)) return 0;
+    if (!test.depths.resize(test.top + 1LL)) return 0;
     typename Tier::Verification additions(matrix, zmatrix::linearTestTexts);
     Info& info = test.info;
     if (test.trims) {
@@ -395,7 +395,7 @@ struct ZQStoreVerification {
   const int lowest;  // the first position that is not a root's
   const int top;
   const bool trims;
-  zmatrix::ZQPodArray<int> depths;    // linear: a Way each position
+  zmatrix::ZQArray<int> depths;       // linear: a Way each position
   zmatrix::HeapArray<int> path;       // the index vector of the element looked at
   zmatrix::HeapArray<int> positions;  // consistency: the elements on the way down
   zmatrix::HeapArray<long long> fieldBegins;

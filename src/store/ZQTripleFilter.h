@@ -28,7 +28,7 @@ class ZQTripleFilter {
 
   /// 64 regions of a row: bit i is region 64 * word + i.
   uint64_t word(int row, size_t wordIndex) const {
-    return bits.size() == 0 ? 0 : bits[static_cast<size_t>(row) * wordsOfRow + wordIndex];
+    return bits.empty() ? 0 : bits[static_cast<size_t>(row) * wordsOfRow + wordIndex];
   }
 
   void setNone(int row, size_t region);
@@ -51,8 +51,8 @@ class ZQTripleFilter {
 
   size_t regions = 0;
   size_t wordsOfRow = 0;
-  ZQPodArray<uint64_t> bits;
-  ZQPodArray<uint8_t> known;  // by region: some bit is set
+  ZQArray<uint64_t> bits;
+  ZQArray<uint8_t> known;  // by region: some bit is set
 };
 
 }  // namespace zmatrix
