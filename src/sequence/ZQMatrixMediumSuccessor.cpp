@@ -8,7 +8,6 @@
 #include "frame/ZQDebugChannel.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
-#include "store/ZQHandleList.h"
 #include "store/ZQSuccessorWalk.h"
 
 using zmatrix::Successor;
@@ -294,14 +293,14 @@ int* ZQMatrixMedium::getSuccessorHandlesFromKernelHandle(int* count) {
 
 int* ZQMatrixMedium::getTrueRootSuccessorHandlesFromKernelHandle(int* count) {
   answer(count, 0);
-  zmatrix::ZQHandleList startItems;
+  zmatrix::ZQArray<int> startItems;
   bool hasMemory = true;
   walkTrueStarts(*this, [&](int position, const ZQMatrixMediumElement&) {
-    hasMemory = startItems.add(position);
+    hasMemory = startItems.append(position);
     return hasMemory;
   });
   if (!hasMemory) return nullptr;
-  answer(count, startItems.size());
+  answer(count, startItems.count());
   return startItems.releaseFitted();
 }
 
