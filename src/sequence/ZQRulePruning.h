@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "frame/ZQMemory.h"
+#include "frame/ZQArray.h"
 #include "frame/ZQProgress.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQSuffixLinks.h"
@@ -45,7 +45,7 @@ struct ZQRulePruning {
   static int removeOverDeterminedOnce(Matrix& matrix, int passNumber, const ZQSuffixLinks& links) {
     dbPrintf(6, "**************begin removeOverDeterminedPoints...\n");
     const int depthLimit = matrix.getMatrixInfo()->getCurrentDimension();
-    zmatrix::HeapArray<int> path;
+    zmatrix::ZQArray<int> path;
     if (isEmpty(matrix) || !path.resize(depthLimit, 0)) {
       dbPrintf(1, "removeOverdeterminedElements: matrix is empty!\n");
       return -1;
@@ -175,7 +175,7 @@ struct ZQRulePruning {
   }
 
   /// The index vector of an element of the current sub-matrix; -1 for any other element.
-  static int pathOf(Matrix& matrix, int element, int depthLimit, zmatrix::HeapArray<int>& path) {
+  static int pathOf(Matrix& matrix, int element, int depthLimit, zmatrix::ZQArray<int>& path) {
     const int lowestElement = matrix.getMaxNumberOfMatrices();
     int length = 0;
     long long position = element;

@@ -33,7 +33,7 @@ void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
     if (numberOfAppendedUpdates != 0) dbPrintf(1, "_numberOfAppendedUpdates: %d unexpected\n", numberOfAppendedUpdates);
     return;
   }
-  if (_matrixInfos.size() > 0) {
+  if (_matrixInfos.count() > 0) {
     dbPrintf(1, "Info from readMatrixUpdateInfos: _matrixInfos already initialized...\n");
     *count = numberOfAppendedUpdates;
     return;
@@ -100,7 +100,7 @@ ZQMatrixBaseInfo* ZQMatrixFileHeader::getMatrixUpdateInfo(int index) {
     dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
   } else if (_matrixInfos.data() == nullptr) {
     dbPrintf(0, "_matrixInfos = NULL: readMatrixUpdateInfoUpdateInfos() must be called! \n");
-  } else if (index >= _matrixInfos.size()) {
+  } else if (index >= _matrixInfos.count()) {
     dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
   } else {
     return _matrixInfos[index];

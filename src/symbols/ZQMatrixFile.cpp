@@ -1,5 +1,5 @@
 // The matrix file of the full tier: the shared tellings, instantiated.
-#include "settings/ZQHeapArray.h"
+#include "frame/ZQArray.h"
 #include "store/ZQMatrixFileLoad.h"
 #include "store/ZQMatrixFileSave.h"
 #include "symbols/ZQFullTier.h"
@@ -9,7 +9,7 @@ namespace {
 /// The links cut, or -1 if memory has run out.
 int cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*linkOf)() const, void (ZQMatrixInfo::*cut)()) {
   const int numberOfMatrices = matrix.getMaxNumberOfMatrices();
-  zmatrix::HeapArray<int> seenFrom;
+  zmatrix::ZQArray<int> seenFrom;
   if (!seenFrom.resize(numberOfMatrices, -1)) return -1;
   int numberCut = 0;
   for (int id = 0; id < numberOfMatrices; ++id) {
