@@ -1,8 +1,7 @@
 // MIDI files as tracks of events: reads a file into the event tracks of a list, and writes event tracks into a file.
 #pragma once
 
-#include <vector>
-
+#include "frame/ZQArray.h"
 #include "music/midi/ZQMidiTrackList.h"
 
 namespace zmatrix {
@@ -27,7 +26,7 @@ struct MidiReadFindings {
   int division = 0;           ///< ticks per quarter note
   int tracksAnnounced = 0;    ///< as the file says
   long long bytesUnread = 0;  ///< behind the last track
-  std::vector<MidiTrackReading> tracks;
+  ZQArray<MidiTrackReading> tracks;
 };
 
 }  // namespace zmatrix

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <new>
 
 #include "frame/ZQDebugChannel.h"
 
@@ -226,8 +225,7 @@ bool MidiFileReader::take() {
   if (event.metaFlag == 1) {
     track.metaEvents++;
     const bool isTaken = takeMetaEvent();
-    if (event.buffer[0] == ZQMidiMetaEndOfTrack) findings.tracks.emplace_back();
-    return isTaken;
+    return (event.buffer[0] != ZQMidiMetaEndOfTrack || findings.tracks.append({})) && isTaken;
   }
   if (isSystemEvent()) {
     track.systemEvents++;
@@ -253,16 +251,14 @@ void MidiFileReader::tellEvent() const {
     dbPrintf(3, "      MetaFlag: %d, no. of data bytes: %d, quanta: %d\n", event.metaFlag, event.byteCount, event.time);
 }
 
-bool MidiFileReader::run() try {
+bool MidiFileReader::run() {
   bool hasEvent = MIDIFILEReadEvent(&state) != 0;
-  if (state.currentTrack >= 0) findings.tracks.emplace_back();
+  if (state.currentTrack >= 0 && !findings.tracks.append({})) return false;
   for (; hasEvent; hasEvent = MIDIFILEReadEvent(&state) != 0) {
     if (speaks) tellEvent();
     if (!take()) return false;
   }
   return true;
-} catch (const std::bad_alloc&) {
-  return false;
 }
 
 }  // namespace zmatrix

@@ -106,7 +106,7 @@ ZQMidiObjectTrack* ZQMidiTrackList::createMIDIObjectTrackFromMidiEventTrack(
     *nom = pairing.numerator();
     *denom = pairing.denominator();
   }
-  if (findings != nullptr) findings->tracks.push_back(pairing.findings());
+  if (findings != nullptr && !findings->tracks.append(pairing.findings())) return nullptr;
   objects->sortByFunction(ZQCompareMidiObjectsAscending);
   return objects.release();
 }
