@@ -35,8 +35,7 @@ Matrix* createFromFile(const char* path, int debugLevel, const CreatorTexts& tex
     dbPrintf(0, texts.otherTier, infoType);
     return nullptr;
   }
-  std::unique_ptr<Matrix, void (*)(Matrix*)> matrix(zmatrix::createMatrixIn<Matrix>(silentDevice, silentLevel, ""),
-                                                    zmatrix::deleteMatrixIn<Matrix>);
+  std::unique_ptr<Matrix> matrix = zmatrix::createMatrixIn<Matrix>(silentDevice, silentLevel, "");
   if (matrix == nullptr) return nullptr;
   if (matrix->readAndInitMatrixFromDisk(path, debugLevel) != 1) {
     dbPrintf(0, "%s", texts.notRead);
@@ -53,7 +52,7 @@ ZQMatrixBase* createAndInitMatrixBase() {
 }
 
 ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
-  return zmatrix::createMatrixIn<ZQMatrixBase>(debugOutputDevice, debugLevel, debugDirectory);
+  return zmatrix::createMatrixIn<ZQMatrixBase>(debugOutputDevice, debugLevel, debugDirectory).release();
 }
 
 ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel) {
@@ -61,7 +60,7 @@ ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel) 
 }
 
 void deleteMatrixBase(ZQMatrixBase* matrix) {
-  zmatrix::deleteMatrixIn(matrix);
+  delete matrix;
 }
 
 ZQMatrixMedium* createAndInitMatrixMedium() {
@@ -69,7 +68,7 @@ ZQMatrixMedium* createAndInitMatrixMedium() {
 }
 
 ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
-  return zmatrix::createMatrixIn<ZQMatrixMedium>(debugOutputDevice, debugLevel, debugDirectory);
+  return zmatrix::createMatrixIn<ZQMatrixMedium>(debugOutputDevice, debugLevel, debugDirectory).release();
 }
 
 ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLevel) {
@@ -77,7 +76,7 @@ ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLev
 }
 
 void deleteMatrixMedium(ZQMatrixMedium* matrix) {
-  zmatrix::deleteMatrixIn(matrix);
+  delete matrix;
 }
 
 ZQMatrix* createAndInitMatrix() {
@@ -85,7 +84,7 @@ ZQMatrix* createAndInitMatrix() {
 }
 
 ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
-  return zmatrix::createMatrixIn<ZQMatrix>(debugOutputDevice, debugLevel, debugDirectory);
+  return zmatrix::createMatrixIn<ZQMatrix>(debugOutputDevice, debugLevel, debugDirectory).release();
 }
 
 ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel) {
@@ -93,7 +92,7 @@ ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel) {
 }
 
 void deleteMatrix(ZQMatrix* matrix) {
-  zmatrix::deleteMatrixIn(matrix);
+  delete matrix;
 }
 
 int getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) {

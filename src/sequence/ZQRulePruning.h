@@ -339,23 +339,12 @@ struct ZQRulePruning {
 
   static void releaseSubMatrices(Matrix& matrix, int kept) {
     ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
-    ZQMatrixBaseInfo** infos = matrix.getMatrixInfoArray();
     for (int id = kept; id < header->getMaxNumberOfMatrices(); ++id) {
-      Info* info = static_cast<Info*>(infos[id]);
-      if (info != nullptr) info->deInitMatrixInfo();
-      delete info;
-      infos[id] = nullptr;
       if (matrix.elementAt(id) == nullptr) continue;
       removeBelow(matrix, id);
       matrix.destroyElementAt(id);
     }
-    header->_setMaxNumberOfMatrices(kept);
+    static_cast<void>(matrix.resizeSubMatrices(kept));
     if (header->getNumberOfMatrices() > kept) header->_setNumberOfMatrices(kept);
-    // A table that can't get smaller stays as long as it was.
-    if (void* fewer = systemRealloc(infos, static_cast<size_t>(kept) * sizeof *infos)) {
-      matrix.setMatrixInfoArray(static_cast<ZQMatrixBaseInfo**>(fewer));
-    }
-    matrix.resizeEntryArray(kept);
-    header->resizeStopFlags(kept);
   }
 };

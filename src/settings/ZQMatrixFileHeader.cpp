@@ -99,7 +99,6 @@ void ZQMatrixFileHeader::closeAndRemoveUpdateInfos() {
 }
 
 void ZQMatrixFileHeader::deleteMatrixUpdateInfos() {
-  for (int i = 0; i < _matrixInfos.count(); ++i) delete _matrixInfos[i];
   _matrixInfos.reset();
 }
 

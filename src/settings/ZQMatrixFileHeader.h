@@ -10,6 +10,7 @@
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixProperties.h"
 #include "settings/ZQMatrixRandom.h"
+#include "settings/ZQRecordTable.h"
 
 namespace zmatrix {
 
@@ -176,11 +177,8 @@ class ZQMatrixFileHeader {
     stopFlags.fillFrom(0, 0);
   }
   /// Makes as many flags; the old ones keep their values. False, and nothing changed, if memory has run out.
-  bool resizeStopFlags(int numberOfFlags) {
+  [[nodiscard]] bool resizeStopFlags(int numberOfFlags) {
     return stopFlags.resize(numberOfFlags, 0);
-  }
-  void releaseStopFlags() {
-    stopFlags.reset();
   }
 
   FILE* getFpUpdateInfos() {
@@ -254,5 +252,5 @@ class ZQMatrixFileHeader {
   FILE* fpUpdateInfos = nullptr;
   char fpUpdateInfosFileName[256] = {};  ///< empty for an unnamed temporary file
   zmatrix::ZQArray<int> stopFlags;
-  zmatrix::ZQArray<ZQMatrixBaseInfo*> _matrixInfos;  ///< loaded update records, null while none are; each may be null
+  zmatrix::ZQRecordTable _matrixInfos;  ///< loaded update records, null while none are; each may be null
 };

@@ -79,12 +79,12 @@ int ZQMatrixFileHeader::scanUpdateInfos(zmatrix::ZQFileReader& file) {
 }
 
 void ZQMatrixFileHeader::loadUpdateInfos(zmatrix::ZQFileReader& file, int count) {
-  if (!_matrixInfos.resize(count, nullptr)) return;
+  if (!_matrixInfos.resize(count)) return;
   for (int i = 0; i < count; ++i) {
     dbPrintf(1, "allocating memory for updateInfo np: %d\n", i);
     auto* record = new (std::nothrow) ZQMatrixInfo();
-    _matrixInfos[i] = record;
     if (record == nullptr) return;
+    _matrixInfos.put(i, std::unique_ptr<ZQMatrixBaseInfo>(record));
     if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d\n", i);
     const int result = readUpdateInfo(*record, file);
     if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d finished\n", i);

@@ -16,6 +16,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <span>
 
@@ -26,6 +27,7 @@
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixFileHeader.h"
 #include "settings/ZQMatrixForwards.h"
+#include "settings/ZQRecordTable.h"
 #include "store/ZQFieldCounts.h"
 #include "store/ZQFreeSlotIndex.h"
 #include "store/ZQMatrixElements.h"
@@ -37,7 +39,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   using Tier = ZQBaseTier;
 
   ZQMatrixBase() = default;
-  virtual ~ZQMatrixBase() = default;
+  /// Ends the stream of older update records, and as setMatrixDebugOff does, the debug channel of the whole process.
+  virtual ~ZQMatrixBase();
   ZQMatrixBase(const ZQMatrixBase&) = delete;
   ZQMatrixBase& operator=(const ZQMatrixBase&) = delete;
 
@@ -58,13 +61,12 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   ZQMatrixBaseElement** getMatrixData();
   ZQMatrixBaseElement*** getMatrixDataEntryArray();
   ZQMatrixBaseElement** getMatrixDataEntry() { return getMatrixDataEntryArray()[currentMatrixID]; }
-  ZQMatrixBaseInfo** getMatrixInfoArray() { return matrixInfoArray; }
+  ZQMatrixBaseInfo** getMatrixInfoArray() { return matrixInfoArray.data(); }
   ZQMatrixBaseInfo* getMatrixInfo() const { return matrixInfoArray[currentMatrixID]; }
   ZQMatrixBaseInfo* getMatrixInfo(int id) const { return matrixInfoArray[id]; }
-  ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader; }
-  void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader = header; }
-  void setMatrixInfoArray(ZQMatrixBaseInfo** infos) { matrixInfoArray = infos; }
-  void setMatrixDataEntryArray(ZQMatrixBaseElement*** entries) { matrixDataEntryArray = entries; }
+  ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader.get(); }
+  /// Takes the header over.
+  void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader.reset(header); }
   int getCurrentMatrixID() const { return currentMatrixID; }
   void setCurrentMatrixID(int id) {
     if (id >= 0 && id < matrixFileHeader->getMaxNumberOfMatrices()) currentMatrixID = id;
@@ -220,9 +222,12 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   }
   /// Empties a slot.
   void destroyElementAt(int position);
-  /// Makes room for the entries of so many sub-matrices; false if there is none.
-  bool resizeEntryArray(int numberOfMatrices);
-  void releaseEntryArray();
+  /// The records of the sub-matrices, by ID.
+  zmatrix::ZQRecordTable& getRecords() { return matrixInfoArray; }
+  /// Makes room for the records, entries and stop flags of so many sub-matrices, which the header then counts, and gives up the
+  /// records above; their roots are the caller's. False, and nothing changed, if memory has run out; making them fewer never
+  /// fails.
+  [[nodiscard]] bool resizeSubMatrices(int number);
   /// Only while there is no block.
   void setRecordSize(size_t size) { sizeOfRecord = size; }
   bool hasBlock() const { return slots != nullptr; }
@@ -286,11 +291,11 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   int searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin);
   int searchFrom(int centre);
 
-  ZQMatrixFileHeader* matrixFileHeader = nullptr;
-  ZQMatrixBaseInfo** matrixInfoArray = nullptr;
+  std::unique_ptr<ZQMatrixFileHeader> matrixFileHeader;
+  zmatrix::ZQRecordTable matrixInfoArray;
   char* slots = nullptr;  // the block: numberOfSlots records of the tier, one a slot
   size_t sizeOfRecord = sizeof(ZQMatrixBaseElement);
-  ZQMatrixBaseElement*** matrixDataEntryArray = nullptr;
+  zmatrix::ZQArray<ZQMatrixBaseElement**> matrixDataEntryArray;
   int currentMatrixID = 0;
   int debugLevel = 0;
   zq_loadReport loadReport{};

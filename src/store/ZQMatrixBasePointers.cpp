@@ -1,5 +1,4 @@
 // The block as an array of pointers to its elements, for who reads it through its slots.
-#include "frame/ZQMemory.h"
 #include "store/ZQMatrixBase.h"
 
 bool ZQMatrixBase::refreshPointers() {
@@ -16,22 +15,10 @@ ZQMatrixBaseElement** ZQMatrixBase::getMatrixData() {
 
 ZQMatrixBaseElement*** ZQMatrixBase::getMatrixDataEntryArray() {
   ZQMatrixBaseElement** block = getMatrixData();
-  for (int id = 0; matrixDataEntryArray != nullptr && id < matrixFileHeader->getMaxNumberOfMatrices(); ++id) {
+  for (int id = 0; id < matrixFileHeader->getMaxNumberOfMatrices(); ++id) {
     matrixDataEntryArray[id] = block != nullptr ? block + id : nullptr;
   }
-  return matrixDataEntryArray;
-}
-
-bool ZQMatrixBase::resizeEntryArray(int numberOfMatrices) {
-  void* entries = systemRealloc(matrixDataEntryArray, static_cast<size_t>(numberOfMatrices) * sizeof *matrixDataEntryArray);
-  if (entries == nullptr) return false;
-  matrixDataEntryArray = static_cast<ZQMatrixBaseElement***>(entries);
-  return true;
-}
-
-void ZQMatrixBase::releaseEntryArray() {
-  systemFree(matrixDataEntryArray);
-  matrixDataEntryArray = nullptr;
+  return matrixDataEntryArray.data();
 }
 
 ZQMatrixBaseElement** ZQMatrixBase::getOwner(ZQMatrixBaseElement** slot) {
