@@ -95,6 +95,7 @@ void ZQFreeSlotIndex::clear() {
 }
 
 void ZQFreeSlotIndex::fill(int slot) {
+  ZQ_ASSERT(slot >= 0 && slot < numberOfSlots);
   const size_t word = static_cast<size_t>(slot) >> 6;
   const uint64_t bit = uint64_t{1} << (slot & 63);
   if ((freeSlots[word] & bit) == 0) return;
@@ -103,6 +104,7 @@ void ZQFreeSlotIndex::fill(int slot) {
   if ((freeSlots[word] &= ~bit) != 0) return;
   wordsWithFree[region] &= ~(uint64_t{1} << (word & 63));
   if (wordsWithFree[region] == 0) regionsWithFree[region >> 6] &= ~(uint64_t{1} << (region & 63));
+  ZQ_ASSERT(isInStep(word));
 }
 
 void ZQFreeSlotIndex::fillWord(size_t word, uint64_t occupied) {
@@ -113,15 +115,18 @@ void ZQFreeSlotIndex::fillWord(size_t word, uint64_t occupied) {
   if (freeSlots[word] != 0) return;
   wordsWithFree[region] &= ~(uint64_t{1} << (word & 63));
   if (wordsWithFree[region] == 0) regionsWithFree[region >> 6] &= ~(uint64_t{1} << (region & 63));
+  ZQ_ASSERT(isInStep(word));
 }
 
 void ZQFreeSlotIndex::markFree(int slot) {
+  ZQ_ASSERT(slot >= 0 && slot < numberOfSlots);
   const size_t word = static_cast<size_t>(slot) >> 6;
   const size_t region = static_cast<size_t>(slot) >> regionLog2;
   freeSlots[word] |= uint64_t{1} << (slot & 63);
   ++numberOfFreeInRegion[region];
   wordsWithFree[region] |= uint64_t{1} << (word & 63);
   regionsWithFree[region >> 6] |= uint64_t{1} << (region & 63);
+  ZQ_ASSERT(isInStep(word));
 }
 
 void ZQFreeSlotIndex::release(int slot) {

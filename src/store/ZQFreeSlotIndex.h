@@ -79,6 +79,13 @@ class ZQFreeSlotIndex {
   }
 
   void markFree(int slot);
+  /// True if the summaries tell of a word what it holds.
+  bool isInStep(size_t word) const {
+    const size_t region = word >> 6;
+    return ((wordsWithFree[region] >> (word & 63)) & 1) == (freeSlots[word] != 0) &&
+           ((regionsWithFree[region >> 6] >> (region & 63)) & 1) == (wordsWithFree[region] != 0) &&
+           (numberOfFreeInRegion[region] != 0) == (wordsWithFree[region] != 0);
+  }
   void admitPairsOf(int slot);
   void admitTriplesOf(int slot);
 

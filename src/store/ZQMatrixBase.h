@@ -217,6 +217,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   void moveElement(int from, int to) {
     if (to >= endOfProvidedSlots) provideSlots(to);
     auto* record = static_cast<Element*>(recordIn(from));
+    ZQ_ASSERT(record->getName() != 0 && recordIn(to)->getName() == 0);
     new (recordIn(to)) Element(*record);
     emptySlot(from);
   }
