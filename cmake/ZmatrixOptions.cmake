@@ -1,7 +1,7 @@
 # Warnings and sanitizers, asked for by the presets and never handed on to a user's own targets.
 add_library(zmatrix_options INTERFACE)
 if(ZMATRIX_WARNINGS)
-  target_compile_options(zmatrix_options INTERFACE -Wall -Wextra -Wshadow)
+  target_compile_options(zmatrix_options INTERFACE -Wall -Wextra -Wshadow -Wformat=2)
 endif()
 if(ZMATRIX_WARNINGS_AS_ERRORS)
   target_compile_options(zmatrix_options INTERFACE -Werror)

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "frame/ZQSentence.h"
 #include "sequence/ZQMediumTier.h"
 #include "store/ZQBaseTier.h"
 #include "store/ZQTierLife.h"
@@ -15,7 +16,7 @@ constexpr int silentLevel = -1;
 
 // The sentences of a creator from a file, in which the tiers differ.
 struct CreatorTexts {
-  const char* otherTier;
+  zmatrix::ZQSentence<int> otherTier;
   const char* notRead;
 };
 

@@ -21,7 +21,7 @@ struct ZQBulkUpdate {
       : matrix(matrixToTeach), info(*matrixToTeach.getMatrixInfo()), sequence(items), length(numberOfItems) {}
 
   /// 1 learned, -1 a write failed, -2 memory has run out: then the phrases of some lengths may have been learned.
-  int run(int maxPhraseLength) {
+  [[nodiscard]] int run(int maxPhraseLength) {
     const int root = Write::provideRoot(matrix);
     if (root < 0 || info.getMemIsReadOnly()) return -1;
     if (!steps.resize(length) || !parents.resize(length, root)) return -2;

@@ -49,7 +49,7 @@ class ZQMatrixSequenceIndexVector {
   void setIndexVector(const int* data, int length);
   /// Takes over a block of systemMalloc and releases the old one. False, with the block left to the caller, while the object has
   /// none.
-  bool setIndexVectorReference(int* data, int length);
+  [[nodiscard]] bool setIndexVectorReference(int* data, int length);
   void removeAllSequenceItems();
   void addSequenceItem(int item);
   int getIndexItemAtIndex(int index) const;
@@ -80,8 +80,8 @@ class ZQMatrixSequenceIndexVector {
   const tagSequenceInfo* currentInfo() const;
   tagSequenceInfo* currentInfo();
   bool reserveInfos(long long numberOfInfos);
-  bool reserveOriginalItems(tagSequenceInfo* info, long long capacity);
-  bool copyInfosFrom(const ZQMatrixSequenceIndexVector& other);
+  [[nodiscard]] bool reserveOriginalItems(tagSequenceInfo* info, long long capacity);
+  [[nodiscard]] bool copyInfosFrom(const ZQMatrixSequenceIndexVector& other);
   void releaseInfos();
 
   int coordDimension = 1;

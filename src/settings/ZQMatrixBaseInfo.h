@@ -162,7 +162,7 @@ class ZQMatrixBaseInfo {
     return matrixPtr.count() - 1;
   }
   /// Makes room for a walk of at least this many steps. False, and nothing changed, if memory has run out.
-  bool growMatrixPtr(int numberOfSteps);
+  [[nodiscard]] bool growMatrixPtr(int numberOfSteps);
   /// One item read out of the matrix; the next read overwrites it.
   int* getTemporaryMemory() {
     return temporaryMemory.data();
@@ -234,7 +234,7 @@ class ZQMatrixBaseInfo {
   bool isLegalInFile(const void* field) const;
   bool makeDimensionArrays(zmatrix::ZQFileReader& file);
   int reportDimensionBeyondCapacity() const;
-  bool growDimensionArrays(int capacity);
+  [[nodiscard]] bool growDimensionArrays(int capacity);
   void printCoordinateSizes();
   long long smallestLegalMaximalIndex() const;
   void widenMatrixIndexInfo(int dimIndex, int index) {

@@ -165,12 +165,12 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return kernelRows(kernelPreProcessedSequence);
   }
   /// Makes the rows hold at least `length` items; the internal lengths are the caller's to set. False if memory has run out.
-  bool provideKernelOriginalRows(int length) {
+  [[nodiscard]] bool provideKernelOriginalRows(int length) {
     return (kernelOriginalSequence.holds(coordinateDimension, length) &&
             kernelOriginalSequenceInitialValues.holds(coordinateDimension, length)) ||
            growKernelOriginalRows(length);
   }
-  bool provideKernelPreProcessedRows(int length) {
+  [[nodiscard]] bool provideKernelPreProcessedRows(int length) {
     return kernelPreProcessedSequence.holds(coordinateDimension, length) || growKernelPreProcessedRows(length);
   }
 
@@ -230,8 +230,8 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   zmatrix::ZQArray<char> namesOfUpdateFiles;
 
  private:
-  bool growKernelOriginalRows(int length);
-  bool growKernelPreProcessedRows(int length);
+  [[nodiscard]] bool growKernelOriginalRows(int length);
+  [[nodiscard]] bool growKernelPreProcessedRows(int length);
   template <class Fields>
   void describeKernel(Fields& fields, zmatrix::ZQRowTable& rows, int& length);
   template <class Fields>

@@ -43,7 +43,7 @@ uint64_t reversed(uint64_t bits) {
 
 }  // namespace
 
-bool ZQFreeSlotIndex::resize(int newNumberOfSlots) {
+bool ZQFreeSlotIndex::resize(int newNumberOfSlots) noexcept {
   const int oldNumberOfSlots = numberOfSlots;
   for (int slot = newNumberOfSlots; slot < oldNumberOfSlots; ++slot) fill(slot);
   const size_t newNumberOfWords = (static_cast<size_t>(newNumberOfSlots) + 63) / 64;

@@ -17,7 +17,7 @@ class ZQFreeSlotIndex {
   static constexpr int none = -1;
 
   /// Sets the number of slots. New slots are free, slots above a smaller size are forgotten. False if there is no room.
-  bool resize(int newNumberOfSlots);
+  [[nodiscard]] bool resize(int newNumberOfSlots) noexcept;
 
   void clear();
 

@@ -21,7 +21,7 @@ namespace zmatrix {
 class ZQLinkCheck {
  public:
   /// For a block whose slots go up to `lastSlot`, the first of them roots. False if memory has run out.
-  bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex);
+  [[nodiscard]] bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex);
 
   /// Takes note of the element in a slot. Slots must come in ascending order.
   void add(int position, const ZQMatrixBaseElement& element) {

@@ -261,7 +261,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   void emptySlot(int position) { memset(static_cast<void*>(recordIn(position)), 0, sizeOfRecord); }
   void provideSlots(int position);
   /// The block's memory for so many slots. False, and nothing changed, if there is no room.
-  bool resizeMemory(int newNumberOfSlots);
+  [[nodiscard]] bool resizeMemory(int newNumberOfSlots);
   void releaseMemory();
 
   /// What differs as soon as an element has come, gone or moved, or the block.
@@ -278,14 +278,14 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   }
   bool lookAtFirstChild(long long position, ZQMatrixBaseElement& element) const;
   ContentVersion getContentVersion() const { return {slots, numberOfSlots, lastName, getLayoutVersion()}; }
-  bool refreshPointers();
+  [[nodiscard]] bool refreshPointers();
 
   int existMatrixDataWithRoomFor(int numberOfSteps, const int* indexVector, int length);
-  bool resizeBlock(int newSize);
+  [[nodiscard]] bool resizeBlock(int newSize);
   /// A new block without any record. False if memory has run out: then there is no block.
-  bool makeEmptyBlock(int size);
+  [[nodiscard]] bool makeEmptyBlock(int size);
   /// Drops what cannot be reached from a root and links the rest anew. The records dropped, or -1 if memory has run out.
-  int repairLinks();
+  [[nodiscard]] int repairLinks();
   long long largestLegalIndex() const;
   /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't
   /// grow.

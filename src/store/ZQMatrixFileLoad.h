@@ -11,6 +11,7 @@
 
 #include "store/ZQMatrixBase.h"
 #include "store/ZQMatrixElementReader.h"
+#include "store/ZQMatrixFileTexts.h"
 #include "store/ZQTierLife.h"
 
 template <class Tier>

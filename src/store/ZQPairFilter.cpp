@@ -4,7 +4,7 @@
 
 namespace zmatrix {
 
-bool ZQPairFilter::resize(size_t newNumberOfRegions) {
+bool ZQPairFilter::resize(size_t newNumberOfRegions) noexcept {
   const size_t rows = static_cast<size_t>(numberOfNarrowDistances + numberOfWideDistances);
   const size_t neededWords = (newNumberOfRegions + 63) / 64;
   if (!hasNarrowNo.resize(newNumberOfRegions)) return false;

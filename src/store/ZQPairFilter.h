@@ -19,7 +19,7 @@ class ZQPairFilter {
   static constexpr int mostWideDistances = 256;
 
   /// Sets the number of regions; all bits of new regions are set. False if there is no room.
-  bool resize(size_t newNumberOfRegions);
+  [[nodiscard]] bool resize(size_t newNumberOfRegions) noexcept;
 
   void clear();
 

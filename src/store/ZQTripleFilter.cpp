@@ -22,7 +22,7 @@ int distancesOf(const uint64_t mask[2], int* distances) {
 
 }  // namespace
 
-bool ZQTripleFilter::resize(size_t numberOfRegions) {
+bool ZQTripleFilter::resize(size_t numberOfRegions) noexcept {
   regions = numberOfRegions;
   if (bits.empty()) return true;
   const size_t neededWords = (regions + 63) / 64;

@@ -19,7 +19,7 @@ class ZQTripleFilter {
   static constexpr int mostFreeOfRegion = 512;  // with more free slots than these a region is left alone: all triples occur
 
   /// Sets the number of regions; what was known of the others stays. False if there is no room.
-  bool resize(size_t numberOfRegions);
+  [[nodiscard]] bool resize(size_t numberOfRegions) noexcept;
 
   void clear();
 

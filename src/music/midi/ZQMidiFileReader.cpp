@@ -4,7 +4,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSentence.h"
 
 namespace zmatrix {
 
@@ -19,7 +19,7 @@ struct MetaRow {
   int type;
   int eventType;
   int mostBytes;
-  const char* textMessage;
+  ZQSentence<const char*> textMessage;
 };
 
 constexpr MetaRow metaRows[] = {
@@ -69,9 +69,9 @@ void printMetaEvent(const _MIDIFILEReadStruct& event, double tempo) {
   const unsigned char* data = event.buffer + 1;
   const char* text = reinterpret_cast<const char*>(data);
   const MetaRow& row = rowOfMeta(type);
-  if (row.textMessage != nullptr) dbPrintf(1, row.textMessage, text);
+  if (row.textMessage.isThere()) dbPrintf(1, row.textMessage, text);
   if (isUnknownText(type)) dbPrintf(1, "Unknown text metaevent: %s\n", text);
-  if (row.textMessage != nullptr || isUnknownText(type)) return;
+  if (row.textMessage.isThere() || isUnknownText(type)) return;
   switch (type) {
     case ZQMidiMetaSequenceNumber:
       return dbPrintf(1, "         Sequence no. %d %d\n", data[0], data[1]);

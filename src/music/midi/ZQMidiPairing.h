@@ -47,7 +47,7 @@ class MidiPairing {
       : events(aTrack.begin()), count(aTrack.getCount()), filter(aFilter), objects(theObjects) {}
 
   /// False if memory has run out.
-  bool run();
+  [[nodiscard]] bool run();
 
   const MidiTrackPairing& findings() const { return found; }
   int numberOfUsedChannels() const;
@@ -73,7 +73,7 @@ class MidiPairing {
   };
 
   const ZQMidiEvent* eventAt(int index) const { return events[index]; }
-  bool linkEvents();
+  [[nodiscard]] bool linkEvents();
   void append(Chain& chain, int index);
   int firstBehind(Chain& chain, int index);
   bool take(int index);
@@ -82,7 +82,7 @@ class MidiPairing {
   bool takeNote(int index);
   int findEnd(int index);
   void dropOthersBetween(int channel, int index, int end);
-  bool add(ZQMidiObject* object);
+  [[nodiscard]] bool add(ZQMidiObject* object);
 
   const ZQMidiEvent* const* events;
   const int count;
