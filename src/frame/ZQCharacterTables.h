@@ -20,7 +20,7 @@ void zqGets(char* buffer, int size);
 
 /// Prints an ANSI character through `format` as its one integer argument, converted through ansi2asciTAB. Nothing happens above
 /// 255, or with a format that asks for more than one int.
-void printfANSI(const char* format, unsigned character) __attribute__((format(printf, 1, 0)));
+void printfANSI(const char* format, unsigned character);
 
 /// The same through the diagnostic channel.
-void dbPrintfANSI(int level, const char* format, unsigned character) __attribute__((format(printf, 2, 0)));
+void dbPrintfANSI(int level, const char* format, unsigned character);

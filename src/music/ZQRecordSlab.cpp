@@ -2,6 +2,8 @@
 
 #include "frame/ZQMemory.h"
 
+namespace zmatrix {
+
 namespace {
 
 constexpr size_t headerOfChunk = 16;          // keeps records aligned for their 64-bit value
@@ -45,3 +47,5 @@ void ZQRecordSlab::clear() {
   firstReleased = nullptr;
   recordsInNextChunk = 256;
 }
+
+}  // namespace zmatrix

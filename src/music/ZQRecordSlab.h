@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+namespace zmatrix {
+
 class ZQRecordSlab {
  public:
   ZQRecordSlab() = default;
@@ -59,3 +61,5 @@ class ZQRecordSlab {
   Released* firstReleased = nullptr;
   Chunk* lastChunk = nullptr;
 };
+
+}  // namespace zmatrix

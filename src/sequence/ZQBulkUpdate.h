@@ -11,6 +11,8 @@
 #include "frame/ZQProgress.h"
 #include "store/ZQFieldPlacement.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQBulkUpdate {
   using Matrix = typename Tier::Matrix;
@@ -130,3 +132,5 @@ struct ZQBulkUpdate {
   bool isOutOfMemory = false;
   ZQFieldPlacement<Tier> placement;
 };
+
+}  // namespace zmatrix

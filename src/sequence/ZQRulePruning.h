@@ -13,6 +13,8 @@
 #include "sequence/ZQSuffixLinks.h"
 #include "store/ZQStoreDelete.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQRulePruning {
   using Matrix = typename Tier::Matrix;
@@ -348,3 +350,5 @@ struct ZQRulePruning {
     if (header->getNumberOfMatrices() > kept) header->_setNumberOfMatrices(kept);
   }
 };
+
+}  // namespace zmatrix

@@ -16,6 +16,8 @@
 #include "sequence/ZQLearnedPhrases.h"
 #include "store/ZQStoreWrite.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQSequenceUpdate {
   using Matrix = typename Tier::Matrix;
@@ -305,3 +307,5 @@ struct ZQSequenceUpdate {
   long long numberOfProcessedVectors = 0;
   int numberOfOverwrites = 0;
 };
+
+}  // namespace zmatrix

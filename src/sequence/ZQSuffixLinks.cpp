@@ -1,5 +1,7 @@
 #include "sequence/ZQSuffixLinks.h"
 
+namespace zmatrix {
+
 bool ZQSuffixLinks::build(const ZQMatrixMedium& matrix) {
   const size_t numberOfSlots = static_cast<size_t>(matrix.getNumberOfSlots());
   root = matrix.getCurrentMatrixID();
@@ -42,3 +44,5 @@ int ZQSuffixLinks::findLink(const ZQMatrixMedium& matrix, int parent, int coordi
   }
   return depth % coordinateDimension == 0 ? root : none;
 }
+
+}  // namespace zmatrix

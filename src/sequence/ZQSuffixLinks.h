@@ -10,6 +10,8 @@
 #include "frame/ZQArray.h"
 #include "sequence/ZQMatrixMedium.h"
 
+namespace zmatrix {
+
 class ZQSuffixLinks {
  public:
   static constexpr int none = -1;
@@ -37,3 +39,5 @@ class ZQSuffixLinks {
   zmatrix::ZQArray<int> queue;   // the known elements, level by level
   size_t endOfQueue = 0;
 };
+
+}  // namespace zmatrix

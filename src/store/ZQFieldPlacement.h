@@ -9,6 +9,8 @@
 #include "store/ZQShiftSearch.h"
 #include "store/ZQStoreWrite.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQFieldPlacement {
   using Matrix = typename Tier::Matrix;
@@ -114,3 +116,5 @@ struct ZQFieldPlacement {
   zmatrix::ZQArray<int> targets;
   long long frontier = 0;
 };
+
+}  // namespace zmatrix

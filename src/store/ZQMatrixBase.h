@@ -32,11 +32,27 @@
 #include "store/ZQFreeSlotIndex.h"
 #include "store/ZQMatrixElements.h"
 
+namespace zmatrix {
 struct ZQBaseTier;
+template <class Tier>
+struct ZQStoreWrite;
+template <class Tier>
+struct ZQStoreMove;
+template <class Tier>
+struct ZQFieldPlacement;
+template <class Tier>
+struct ZQStoreVerification;
+template <class Tier>
+struct ZQMatrixFileSave;
+template <class Tier>
+struct ZQMatrixFileLoad;
+template <class Tier>
+struct ZQMatrixElementReader;
+}  // namespace zmatrix
 
 class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrixBase> {
  public:
-  using Tier = ZQBaseTier;
+  using Tier = zmatrix::ZQBaseTier;
 
   ZQMatrixBase() = default;
   /// Ends the stream of older update records, and as setMatrixDebugOff does, the debug channel of the whole process.
@@ -241,19 +257,19 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
 
  protected:
   template <class Tier>
-  friend struct ZQStoreWrite;
+  friend struct zmatrix::ZQStoreWrite;
   template <class Tier>
-  friend struct ZQStoreMove;
+  friend struct zmatrix::ZQStoreMove;
   template <class Tier>
-  friend struct ZQFieldPlacement;
+  friend struct zmatrix::ZQFieldPlacement;
   template <class Tier>
-  friend struct ZQStoreVerification;
+  friend struct zmatrix::ZQStoreVerification;
   template <class Tier>
-  friend struct ZQMatrixFileSave;
+  friend struct zmatrix::ZQMatrixFileSave;
   template <class Tier>
-  friend struct ZQMatrixFileLoad;
+  friend struct zmatrix::ZQMatrixFileLoad;
   template <class Tier>
-  friend struct ZQMatrixElementReader;
+  friend struct zmatrix::ZQMatrixElementReader;
 
   ZQMatrixBaseElement* recordIn(long long position) const {
     return reinterpret_cast<ZQMatrixBaseElement*>(slots + static_cast<size_t>(position) * sizeOfRecord);

@@ -20,14 +20,14 @@ void reportFailedGrowth() {
 
 }  // namespace
 
-ZQFreeSlotSearchState& freeSlotSearchState() {
-  static ZQFreeSlotSearchState state;
-  static_assert(lowestStart == ZQFreeSlotSearchState().firstFree);
+zmatrix::ZQFreeSlotSearchState& zmatrix::freeSlotSearchState() {
+  static zmatrix::ZQFreeSlotSearchState state;
+  static_assert(lowestStart == zmatrix::ZQFreeSlotSearchState().firstFree);
   return state;
 }
 
 int ZQMatrixBase::findNearestFreeMatrixElement(int memorySearchMethod) {
-  ZQFreeSlotSearchState& state = freeSlotSearchState();
+  zmatrix::ZQFreeSlotSearchState& state = zmatrix::freeSlotSearchState();
   const int low = matrixFileHeader->getMaxNumberOfMatrices();
   state.lastOffset = std::max(state.lastOffset, low);
   state.goodStartIndex = std::max(state.goodStartIndex, low);
@@ -54,7 +54,7 @@ int ZQMatrixBase::findNearestFreeMatrixElement(int memorySearchMethod) {
 
 int ZQMatrixBase::findIndexOfNearestFreeElement(int start, int* goodStart) {
   if (!hasBlock()) return -1;
-  ZQFreeSlotSearchState& state = freeSlotSearchState();
+  zmatrix::ZQFreeSlotSearchState& state = zmatrix::freeSlotSearchState();
   const int low = matrixFileHeader->getMaxNumberOfMatrices();
   state.firstFree = std::max(state.firstFree, low);
   const int calls = state.numberOfFunctionCalls++;

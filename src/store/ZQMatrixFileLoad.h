@@ -14,6 +14,8 @@
 #include "store/ZQMatrixFileTexts.h"
 #include "store/ZQTierLife.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQMatrixFileLoad {
   using Matrix = typename Tier::Matrix;
@@ -349,3 +351,5 @@ struct ZQMatrixFileLoad {
   int recordsIllegal = 0;
   int recordsAbsent = 0;
 };
+
+}  // namespace zmatrix

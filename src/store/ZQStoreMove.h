@@ -8,6 +8,8 @@
 
 #include "store/ZQMatrixBase.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQStoreMove {
   using Matrix = typename Tier::Matrix;
@@ -146,3 +148,5 @@ struct ZQStoreMove {
     }
   }
 };
+
+}  // namespace zmatrix

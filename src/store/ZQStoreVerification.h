@@ -15,6 +15,8 @@
 #include "store/ZQMatrixBase.h"
 #include "store/ZQVerificationTexts.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQStoreVerification {
   using Matrix = typename Tier::Matrix;
@@ -407,3 +409,5 @@ struct ZQStoreVerification {
   int deepest = 0;
   long long sum = 0;
 };
+
+}  // namespace zmatrix

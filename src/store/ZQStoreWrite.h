@@ -9,6 +9,8 @@
 
 #include "store/ZQStoreMove.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQStoreWrite {
   using Matrix = typename Tier::Matrix;
@@ -355,3 +357,5 @@ struct ZQStoreWrite {
     return ZQStoreMove<Tier>::moveField(matrix, method, &own.begin, &target, own.count, &own.first, &own.last, 1);
   }
 };
+
+}  // namespace zmatrix

@@ -6,6 +6,8 @@
 #include "symbols/ZQFullVerification.h"
 #include "symbols/ZQMatrix.h"
 
+namespace zmatrix {
+
 struct ZQFullTier {
   using Matrix = ZQMatrix;
   using Element = ZQMatrixElement;
@@ -103,3 +105,5 @@ struct ZQFullTier {
     }
   }
 };
+
+}  // namespace zmatrix

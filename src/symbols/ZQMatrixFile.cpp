@@ -33,11 +33,11 @@ int cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*lin
 }  // namespace
 
 int ZQMatrix::saveMatrixToDisk(const char* path) {
-  return ZQMatrixFileSave<Tier>::save(*this, path);
+  return zmatrix::ZQMatrixFileSave<Tier>::save(*this, path);
 }
 
 int ZQMatrix::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
-  return ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
+  return zmatrix::ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
 }
 
 // A level may lie above or below by its number, so a circle shows only by going round.

@@ -29,15 +29,13 @@ struct MidiReadFindings {
   ZQArray<MidiTrackReading> tracks;
 };
 
-}  // namespace zmatrix
-
 /// Without fields: a token to call the operations on.
 class ZQMidiFile {
  public:
   /// Appends the tracks of a file to a list. Times become musical time, 3072 quanta to the quarter whatever the tempo. A file
   /// that can't be opened, is no regular file or no MIDI file leaves the list as it is; of one that is cut stays what was read.
   /// False for these, and if memory has run out. Null for either argument is refused. `findings` may be null.
-  bool readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, zmatrix::MidiReadFindings* findings = nullptr) const;
+  bool readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, MidiReadFindings* findings = nullptr) const;
   /// Writes the event tracks as a file of format 1, 3072 ticks to the quarter. Texts keep four characters; tracks behind the
   /// first that are empty are left out. Result: 0 written, else EOF.
   int writeEventsToFileWithPath(const ZQMidiTrackList* list, const char* path) const;
@@ -47,3 +45,5 @@ class ZQMidiFile {
 ZQMidiFile* createZQMidiFile();
 /// Null is ignored.
 void deleteZQMidiFile(ZQMidiFile* file);
+
+}  // namespace zmatrix
