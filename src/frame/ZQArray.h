@@ -64,7 +64,7 @@ class ZQArray {
   /// zeros takes no memory before it is written to.
   template <std::integral Size>
   [[nodiscard]] bool resize(Size newSize, T fill = T()) noexcept {
-    if (!std::in_range<int>(newSize)) return false;
+    if (std::cmp_less(newSize, 0) || std::cmp_greater(newSize, mostValues)) return false;
     const size_t wanted = static_cast<size_t>(newSize);
     if (values == nullptr && isZero(fill)) return provideZeros(wanted);
     if (!setCapacity(wanted) && (values == nullptr || wanted > capacity)) return false;
