@@ -24,7 +24,7 @@ class ZQFileNameList {
   void setFileNameList(char** names) { fileNameList = names; }
   void setNumberOfFileNames(int number) { numberOfFileNames = number; }
   void setInternalNumberOfFileNames(int number) { internalNumberOfFileNames = number; }
-  void sortByFunction(ZQCompareFunction compare);
+  void sortByFunction(zmatrix::ZQCompareFunction compare);
 
   /// The suffix with its dot, at most ten characters of it, in one buffer of the calling thread. Empty for a name without a dot
   /// behind its first character.
