@@ -58,8 +58,7 @@ void exported_setMatrixProgressDisplayFunction(matrixProgressCallBackFunction ca
 void exported_setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) noexcept { guarded([&] { setMatrixProgressDisplayFunction(callBack); }); }
 int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) noexcept EXPORTED_AS("getExpectedMatrixMemory");
 int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) noexcept { return guarded<int>([&] { return getExpectedMatrixMemory(coordinateDimension, numberOfItems, phraseLength, numberOfSymbols); }); }
-int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept EXPORTED_AS("sGetNumberOriginalItemsToRestoreFromPreprocessed");
-int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept { return guarded<int>([&] { return sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType); }); }
+int sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept { return guarded<int>([&] { return zmatrix::numberOfItemsToRestore(preProcessingType); }); }
 int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) noexcept { return guarded<int>([&] { return matrix->performMatrixConsistencyTest(numberOfWriteElements, numberOfEndElements, trim); }); }
 int s_getMatrixInfoTypeFromFile(const char* path) noexcept { return guarded<int>([&] { return ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path); }, -2); }
 ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() noexcept EXPORTED_AS("createZQMatrixSequenceIndexVector");

@@ -2,13 +2,11 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixInfoCodec.h"
 
 namespace {
 
 constexpr int smallestTemporaryMemory = 256;
-constexpr int defaultCoordinateSize = -4;
 constexpr long long arraysOfDimensions = 6;  ///< of all tiers: what a dimension costs in ints
 
 bool isCoordinateSize(int size) {
@@ -21,12 +19,13 @@ bool isCoordinateSize(int size) {
 template <class Fields>
 void ZQMatrixBaseInfo::describeBasePart(Fields& fields) {
   fields.number(updateInfoSize);
-#define ZQ_BASE_ROWS
-#define ZQ_BEHIND_MEM_IS_READ_ONLY describeCoordinateSizes(fields);
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) \
-  fields.number(name, since, static_cast<type>(initial));             \
-  fields.require(isLegalInFile(&name));
-#include "settings/ZQMatrixInfoFields.def"
+  for (const zmatrix::FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeBase)) {
+    if (row.kind == zmatrix::FieldRow::coordinateSizes) {
+      describeCoordinateSizes(fields);
+    } else {
+      zmatrix::describeField(fields, row, *this);
+    }
+  }
   fields.setVersion(softwareVersion);
   if constexpr (Fields::reads) {
     fields.require(fields.isSound() && makeDimensionArrays(fields.file));
@@ -44,25 +43,15 @@ template <class Fields>
 void ZQMatrixBaseInfo::describeCoordinateSizes(Fields& fields) {
   if constexpr (Fields::reads) {
     if (!fields.isSound()) return;
-    fields.require(fields.file.hasRoom(sizeOfCoordinateDimensions.assign(coordinateDimension, defaultCoordinateSize)));
+    fields.require(fields.file.hasRoom(sizeOfCoordinateDimensions.assign(coordinateDimension, zmatrix::defaultCoordinateSize)));
     if (!fields.isSound()) return;
   }
   for (int k = 0; k < coordinateDimension; ++k) {
-    int size = k < sizeOfCoordinateDimensions.size() ? sizeOfCoordinateDimensions[k] : defaultCoordinateSize;
+    int size = k < sizeOfCoordinateDimensions.size() ? sizeOfCoordinateDimensions[k] : zmatrix::defaultCoordinateSize;
     fields.number(size);
     fields.require(isCoordinateSize(size));
     if (Fields::reads) sizeOfCoordinateDimensions[k] = size;
   }
-}
-
-/// The fields that decide how to go on, or how long an array is. The others are as free as they are for a host.
-bool ZQMatrixBaseInfo::isLegalInFile(const void* field) const {
-  if (field == &magicNumber) return magicNumber == zmatrix::matrixInfoMagicNumber;
-  if (field == &updateInfoType) return static_cast<unsigned>(updateInfoType) <= zmatrix::largestUpdateInfoType;
-  if (field == &coordinateDimension)
-    return coordinateDimension >= 0 && coordinateDimension <= zmatrix::largestCoordinateDimension;
-  if (field == &currentDimension) return currentDimension >= 0;
-  return true;
 }
 
 // A capacity is only a wish: it is raised to what is in use, and lowered to that if the file is too small for it.
@@ -85,8 +74,6 @@ bool ZQMatrixBaseInfo::makeDimensionArrays(zmatrix::ZQFileReader& file) {
 bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {
   describeBasePart(fields);
   if (!fields.isSound()) return false;
-  // A wrong number has ended the reading already, so this sentence never comes out.
-  if (magicNumber != zmatrix::matrixInfoMagicNumber) dbPrintf(0, "ReadMatrixInfo:Illegal value for magic number\n");
   fields.endPart();
   return true;
 }

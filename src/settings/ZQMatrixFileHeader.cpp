@@ -1,6 +1,7 @@
 #include "settings/ZQMatrixFileHeader.h"
 
 #include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
 
 namespace {
 
@@ -20,6 +21,14 @@ bool canWriteIn(const char* directory) {
   return true;
 }
 
+void setBlockToDefaults(ZQMatrixProperties& block, int zmatrix::FieldRow::*initial) {
+  zmatrix::forEachBlockField(ZQMatrixInfoTypeFull, [&](const zmatrix::FieldRow& row) {
+    if (row.kind == zmatrix::FieldRow::number && row.isSavedInBlocks()) row.valueIn(block) = row.*initial;
+  });
+  memset(block.nameOfUpdateFile, 0, sizeof block.nameOfUpdateFile);
+  memset(block.midiChannelFilter, 0, sizeof block.midiChannelFilter);
+}
+
 }  // namespace
 
 void zmatrix::storeUnterminatedText(char* field, int capacity, const char* text) {
@@ -36,18 +45,20 @@ void zmatrix::storeText(char* field, int capacity, const char* text) {
   field[capacity - 1] = 0;
 }
 
+void zmatrix::storeNameOfUpdateFile(ZQMatrixProperties& block, const char* name) {
+  storeUnterminatedText(block.nameOfUpdateFile, sizeof block.nameOfUpdateFile, name);
+}
+
+void zmatrix::storeMidiChannelFilter(ZQMatrixProperties& block, const char* channels) {
+  if (channels != nullptr) memmove(block.midiChannelFilter, channels, sizeof block.midiChannelFilter);
+}
+
 void zmatrix::setDefaultParameters(ZQMatrixProperties& block) {
-#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) block.name = static_cast<type>(initial);
-#define ZQ_TEXT_SETTING(name, Name, bytes) memset(block.name, 0, bytes);
-#define ZQ_BYTES_SETTING(name, Name, bytes) memset(block.name, 0, bytes);
-#include "settings/ZQMatrixSettings.def"
+  setBlockToDefaults(block, &FieldRow::initial);
 }
 
 void zmatrix::setDefaultSymbolParameters(ZQMatrixProperties& block) {
-#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) block.name = static_cast<type>(symbolInitial);
-#define ZQ_TEXT_SETTING(name, Name, bytes) memset(block.name, 0, bytes);
-#define ZQ_BYTES_SETTING(name, Name, bytes) memset(block.name, 0, bytes);
-#include "settings/ZQMatrixSettings.def"
+  setBlockToDefaults(block, &FieldRow::initialForSymbols);
 }
 
 ZQMatrixFileHeader::~ZQMatrixFileHeader() {

@@ -26,6 +26,11 @@ void storeText(char* field, int capacity, const char* text);
 /// Copies at most `capacity` characters and fills the rest with zeros: a text that fills the field stays unterminated.
 void storeUnterminatedText(char* field, int capacity, const char* text);
 
+/// Keeps at most 256 characters.
+void storeNameOfUpdateFile(ZQMatrixProperties& block, const char* name);
+/// Stores 16 bytes, unless null.
+void storeMidiChannelFilter(ZQMatrixProperties& block, const char* channels);
+
 /// The defaults of the basic level's and of the symbol level's block.
 void setDefaultParameters(ZQMatrixProperties& block);
 void setDefaultSymbolParameters(ZQMatrixProperties& block);
@@ -113,92 +118,37 @@ class ZQMatrixFileHeader {
   ZQMatrixProperties* getGlobalSymbolMatrixProperties() { return &globalSymbolParameters; }
   char* getGlobalNamesOfUpdateFiles() { return globalParameters.namesOfUpdateFiles; }
 
-  // getGlobalX, setGlobalX, getGlobalSymbolX, setGlobalSymbolX of all settings; the number codes have the first two only.
-#define ZQ_BASIC_BLOCK_ACCESSORS(type, name, Name)          \
-  zmatrix::AccessorType<type> getGlobal##Name() const {     \
-    return globalParameters.name;                           \
-  }                                                         \
-  void setGlobal##Name(zmatrix::AccessorType<type> value) { \
-    globalParameters.name = static_cast<type>(value);       \
+  // The texts of the two blocks. Their numbers are read and changed in place.
+  char* getGlobalNameOfUpdateFile() { return globalParameters.nameOfUpdateFile; }
+  void setGlobalNameOfUpdateFile(const char* text) { zmatrix::storeNameOfUpdateFile(globalParameters, text); }
+  char* getGlobalMidiChannelFilterArray() { return globalParameters.midiChannelFilter; }
+  void setGlobalMidiChannelFilterArray(const char* channels) { zmatrix::storeMidiChannelFilter(globalParameters, channels); }
+  char* getGlobalSymbolNameOfUpdateFile() { return globalSymbolParameters.nameOfUpdateFile; }
+  void setGlobalSymbolNameOfUpdateFile(const char* text) { zmatrix::storeNameOfUpdateFile(globalSymbolParameters, text); }
+  char* getGlobalSymbolMidiChannelFilterArray() { return globalSymbolParameters.midiChannelFilter; }
+  void setGlobalSymbolMidiChannelFilterArray(const char* channels) {
+    zmatrix::storeMidiChannelFilter(globalSymbolParameters, channels);
   }
-#define ZQ_BLOCK_ACCESSORS(type, name, Name)                      \
-  ZQ_BASIC_BLOCK_ACCESSORS(type, name, Name)                      \
-  zmatrix::AccessorType<type> getGlobalSymbol##Name() const {     \
-    return globalSymbolParameters.name;                           \
-  }                                                               \
-  void setGlobalSymbol##Name(zmatrix::AccessorType<type> value) { \
-    globalSymbolParameters.name = static_cast<type>(value);       \
-  }
-#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) ZQ_BLOCK_ACCESSORS(type, name, Name)
-#define ZQ_UNSAVED_SETTING(type, name, Name) ZQ_BLOCK_ACCESSORS(type, name, Name)
-#define ZQ_OCRON_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) ZQ_BASIC_BLOCK_ACCESSORS(type, name, Name)
-#define ZQ_TEXT_SETTING(name, Name, bytes)                                    \
-  char* getGlobal##Name() {                                                   \
-    return globalParameters.name;                                             \
-  }                                                                           \
-  void setGlobal##Name(const char* text) {                                    \
-    zmatrix::storeUnterminatedText(globalParameters.name, bytes, text);       \
-  }                                                                           \
-  char* getGlobalSymbol##Name() {                                             \
-    return globalSymbolParameters.name;                                       \
-  }                                                                           \
-  void setGlobalSymbol##Name(const char* text) {                              \
-    zmatrix::storeUnterminatedText(globalSymbolParameters.name, bytes, text); \
-  }
-#define ZQ_BYTES_SETTING(name, Name, bytes)                                     \
-  char* getGlobal##Name##Array() {                                              \
-    return globalParameters.name;                                               \
-  }                                                                             \
-  void setGlobal##Name##Array(const char* values) {                             \
-    if (values != nullptr) memmove(globalParameters.name, values, bytes);       \
-  }                                                                             \
-  char* getGlobalSymbol##Name##Array() {                                        \
-    return globalSymbolParameters.name;                                         \
-  }                                                                             \
-  void setGlobalSymbol##Name##Array(const char* values) {                       \
-    if (values != nullptr) memmove(globalSymbolParameters.name, values, bytes); \
-  }
-#include "settings/ZQMatrixSettings.def"
-#undef ZQ_BLOCK_ACCESSORS
-#undef ZQ_BASIC_BLOCK_ACCESSORS
 
   /// One int per reserved sub-matrix, owned here.
-  int* getStopFlags() {
-    return stopFlags.data();
-  }
-  int getStopFlag(int id) const {
-    return id >= 0 && id < stopFlags.size() ? stopFlags[id] : 0;
-  }
+  int* getStopFlags() { return stopFlags.data(); }
+  int getStopFlag(int id) const { return id >= 0 && id < stopFlags.size() ? stopFlags[id] : 0; }
   void setStopFlag(int id, int value) {
     if (id >= 0 && id < stopFlags.size()) stopFlags[id] = value;
   }
-  void clearStopFlags() {
-    stopFlags.fillFrom(0, 0);
-  }
+  void clearStopFlags() { stopFlags.fillFrom(0, 0); }
   /// Makes as many flags; the old ones keep their values. False, and nothing changed, if memory has run out.
-  bool resizeStopFlags(int numberOfFlags) {
-    return stopFlags.resize(numberOfFlags, 0);
-  }
-  void releaseStopFlags() {
-    stopFlags.release();
-  }
+  bool resizeStopFlags(int numberOfFlags) { return stopFlags.resize(numberOfFlags, 0); }
+  void releaseStopFlags() { stopFlags.release(); }
 
-  FILE* getFpUpdateInfos() {
-    return fpUpdateInfos;
-  }
-  void setFpUpdateInfos(FILE* file) {
-    fpUpdateInfos = file;
-  }
-  char* getFpUpdateInfosFileName() {
-    return fpUpdateInfosFileName;
-  }
+  FILE* getFpUpdateInfos() { return fpUpdateInfos; }
+  void setFpUpdateInfos(FILE* file) { fpUpdateInfos = file; }
+  char* getFpUpdateInfosFileName() { return fpUpdateInfosFileName; }
   void setFpUpdateInfosFileName(const char* name) {
     zmatrix::storeText(fpUpdateInfosFileName, sizeof fpUpdateInfosFileName, name);
   }
   /// 1 while there is a stream of older update records, else 0.
-  int matrixHasBeenRead() const {
-    return fpUpdateInfos != nullptr ? 1 : 0;
-  }
+  int matrixHasBeenRead() const { return fpUpdateInfos != nullptr ? 1 : 0; }
   /// Closes that stream, removes its file if it has a name, and forgets both.
   void closeAndRemoveUpdateInfos();
 

@@ -1,25 +1,28 @@
 // The header of a matrix file with its two blocks of global parameters: 2204 bytes in the present version.
 #include "file/ZQFieldCodec.h"
 #include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
 #include "settings/ZQMatrixFileHeader.h"
 
 namespace {
 
 constexpr int oldestVersion = 83;
-constexpr int firstVersionWithInfoType = 105;
-constexpr int defaultNumberOfMatrices = 4;
 constexpr int highestAILevel = 1;
 
 template <class Fields>
 void describeBlock(Fields& fields, ZQMatrixProperties& block) {
-#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) \
-  fields.number(block.name, sinceVersion, static_cast<type>(initial));
-// Before there were number codes the block keeps what it has.
-#define ZQ_OCRON_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) \
-  fields.number(block.name, sinceVersion, block.name);
-#define ZQ_TEXT_SETTING(name, Name, size) fields.text(block.name, size);
-#define ZQ_BYTES_SETTING(name, Name, size) fields.bytes(block.name, size);
-#include "settings/ZQMatrixSettings.def"
+  zmatrix::forEachBlockField(ZQMatrixInfoTypeFull, [&](const zmatrix::FieldRow& row) {
+    if (!row.isSavedInBlocks()) return;
+    if (row.kind == zmatrix::FieldRow::nameOfUpdateFile) {
+      fields.text(block.nameOfUpdateFile, sizeof block.nameOfUpdateFile);
+    } else if (row.kind == zmatrix::FieldRow::midiChannelFilter) {
+      fields.bytes(block.midiChannelFilter, sizeof block.midiChannelFilter);
+    } else {
+      // Where a file is older than number codes the block keeps what it has.
+      int& value = row.valueIn(block);
+      fields.number(value, row.firstVersion, row.useInBlocks == zmatrix::FieldRow::numberCode ? value : row.initial);
+    }
+  });
 }
 
 }  // namespace
@@ -40,13 +43,13 @@ long long ZQMatrixFileHeader::describe(Fields& fields) {
   fields.number(matrixBlockSizeOld);
   fields.number(maximalStack);
   fields.number(numberOfMatrixUpdates);
-  fields.number(numberOfAppendedUpdates, firstVersionWithInfoType, -1);
+  fields.number(numberOfAppendedUpdates, zmatrix::firstVersionWithInfoType, -1);
   fields.number(matrixDebugOutputDevice);
   fields.number(userRandomValue);
   fields.number(userRandomType);
   fields.number(systemRandomValue);
   fields.number(systemRandomType);
-  fields.number(matrixInfoType, firstVersionWithInfoType, -1);
+  fields.number(matrixInfoType, zmatrix::firstVersionWithInfoType, -1);
   fields.text(matrixDebugDirectory, sizeof matrixDebugDirectory);
   fields.text(matrixOriginFilename, sizeof matrixOriginFilename);
   fields.text(matrixDestinationFilename, sizeof matrixDestinationFilename);
@@ -70,7 +73,7 @@ int ZQMatrixFileHeader::readFileHeader(zmatrix::ZQFileReader& file) {
   matrixDebugDirectory[sizeof matrixDebugDirectory - 1] = 0;
   matrixOriginFilename[sizeof matrixOriginFilename - 1] = 0;
   matrixDestinationFilename[sizeof matrixDestinationFilename - 1] = 0;
-  // A header that is cut short is none.
+  // A truncated header is rejected.
   if (!isMatrixFile || (!fields.isSound() && lastSoftwareVersion >= oldestVersion)) {
     dbPrintf(0, "ReadFileHeader: this is not a valid matrix file\n");
     return -1;
@@ -83,10 +86,10 @@ int ZQMatrixFileHeader::readFileHeader(zmatrix::ZQFileReader& file) {
     dbPrintf(0, "ReadFileHeader: this is not a valid matrix file (illegal blockSIze or stackSize)\n");
     return -1;
   }
-  if (numberOfMatrices > defaultNumberOfMatrices) {
+  if (numberOfMatrices > zmatrix::initialNumberOfMatrices) {
     dbPrintf(0, "ReadFileHeader:Warning: this matrix file contains more matrices than default (%d)\n", numberOfMatrices);
   }
-  if (maxNumberOfMatrices > defaultNumberOfMatrices) {
+  if (maxNumberOfMatrices > zmatrix::initialNumberOfMatrices) {
     dbPrintf(0, "ReadFileHeader:Warning: this matrix file reserves memory for more matrices than default (%d)\n",
              maxNumberOfMatrices);
   }

@@ -3,12 +3,26 @@
 #pragma once
 
 #include "file/ZQFieldCodec.h"
-#include "settings/ZQMatrixBaseInfo.h"
+#include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
 
 namespace zmatrix {
 
 constexpr unsigned largestUpdateInfoSize = 100000;
-constexpr unsigned largestUpdateInfoType = 100;  ///< above it a record is not even gone through
+
+/// The number of a row, which makes the record illegal if it is none that the row takes from a file. Such are the fields that
+/// decide how to go on, or how long an array is; the others are as free as they are for a host.
+template <class Fields, class Record>
+void describeField(Fields& fields, const FieldRow& row, Record& record) {
+  row.inRecord.visit(record, [&](auto& number) {
+    fields.number(number, row.firstVersion, static_cast<std::decay_t<decltype(number)>>(row.initial));
+    if constexpr (Fields::reads) {
+      const bool isLegal = number >= row.lowestInFile && number <= row.highestInFile;
+      if (!isLegal && row.refusal != nullptr) dbPrintf(0, "%s", row.refusal);
+      fields.require(isLegal);
+    }
+  });
+}
 
 /// A flag, and `count` ints behind it if it is 1.
 template <class Values>

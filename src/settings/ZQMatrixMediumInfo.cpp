@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
 #include "settings/ZQMatrixFileHeader.h"
 
 int ZQMatrixMediumInfo::initMatrixInfo(int id) {
@@ -28,9 +29,7 @@ void ZQMatrixMediumInfo::deInitMatrixInfo() {
     updateSequence.release();
     kernelOriginalSequenceInitialValues.release();
     namesOfUpdateFiles.release();
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(-1);
-#include "settings/ZQMatrixInfoFields.def"
+    zmatrix::setToUnusable(*this, ZQMatrixInfoTypeMedium);
     hasBeenChanged = -1;
     midiSoundID = ZQMatrixSoundUndefined;
     musicStyle = ZQMatrixMusicStyleUndefined;
@@ -65,7 +64,7 @@ void ZQMatrixMediumInfo::setSkillOutputLevel(int level) {
   skillOutputLevel = isLegal ? level : maxPhraseLengthForUpdateWithSequence;
 }
 
-void ZQMatrixMediumInfo::setSucessorMethod(int method) {
+void ZQMatrixMediumInfo::setSuccessorMethod(int method) {
   const bool isLegal = method >= ZQSuccessorMethodMostProbable && method <= ZQSuccessorMethodRandom;
   successorMethod = isLegal ? method : ZQSuccessorMethodRandom;
 }
@@ -100,9 +99,7 @@ void ZQMatrixMediumInfo::setCoordinateDimension(int dimension) {
 }
 
 void ZQMatrixMediumInfo::setMediumDefaults() {
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(initial);
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::setToDefaults(*this, ZQMatrixInfoTypeMedium);
   kernelMatrixHandle = matrixID;
   memset(nameOfUpdateFile, 0, sizeof nameOfUpdateFile);
   memset(midiChannelFilter, 0, sizeof midiChannelFilter);
@@ -135,10 +132,7 @@ int ZQMatrixMediumInfo::enterMediumMatrixDimension(int dimIndex) {
 ZQMatrixProperties* ZQMatrixMediumInfo::getGlobalMatrixInfoParameters() {
   ZQMatrixProperties* snapshot = ZQMatrixBaseInfo::getGlobalMatrixInfoParameters();
   if (snapshot == nullptr) return nullptr;
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) snapshot->name = name;
-#define ZQ_OCRON(type, name, Name, initial, since, printType, format)
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::copyToSnapshot(*this, ZQMatrixInfoTypeMedium, *snapshot);
   memcpy(snapshot->nameOfUpdateFile, nameOfUpdateFile, sizeof snapshot->nameOfUpdateFile);
   memcpy(snapshot->midiChannelFilter, midiChannelFilter, sizeof snapshot->midiChannelFilter);
   snapshot->rulesInDimension = rulesInDimension.data();

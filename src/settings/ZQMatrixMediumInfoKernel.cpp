@@ -45,7 +45,7 @@ bool ZQMatrixMediumInfo::growKernelPreProcessedRows(int length) {
 }
 
 int ZQMatrixMediumInfo::resetKernelSequence(int id, int resetInitialValues) {
-  const int needed = sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType);
+  const int needed = zmatrix::numberOfItemsToRestore(preProcessingType);
   if (resetInitialValues == 1 || (needed >= 1 && lengthOfKernelOriginalSequence < needed)) {
     lengthOfKernelOriginalSequence = writeDefaultItems(needed) ? needed : 0;
   } else {
@@ -156,7 +156,7 @@ int ZQMatrixMediumInfo::initializeKernelSequenceWithObjectOriginalSequence(int**
   return 0;
 }
 
-int sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) {
+int zmatrix::numberOfItemsToRestore(int preProcessingType) {
   if (preProcessingType < 0) return 0;
   if (preProcessingType <= 999) return preProcessingType;  // a difference of this order
   return preProcessingType >= 1002 && preProcessingType <= 1004 ? 1 : 0;

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "settings/ZQMatrixSettingTable.h"
+#include "settings/ZQMatrixFields.h"
+
+using zmatrix::FieldRow;
 
 namespace {
 
@@ -27,13 +29,21 @@ void printTableHead(int maxNumberOfMatrices, const char* const (&lines)[numberOf
 }
 
 void printBlock(const char* prefix, const ZQMatrixProperties& block) {
-#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) \
-  dbPrintf(1, "%s" #name ": %d\n", prefix, static_cast<int>(block.name));
-#define ZQ_UNSAVED_SETTING(type, name, Name) dbPrintf(1, "%s" #name ": %d\n", prefix, block.name);
-#define ZQ_TEXT_SETTING(name, Name, bytes) dbPrintf(1, "%s" #name ": %.*s\n", prefix, bytes, block.name);
-#define ZQ_BYTES_SETTING(name, Name, bytes) \
-  for (int i = 0; i < bytes; ++i) dbPrintf(1, "%s" #name "[%d]: %d\n", prefix, i, block.name[i]);
-#include "settings/ZQMatrixSettings.def"
+  zmatrix::forEachBlockField(ZQMatrixInfoTypeFull, [&](const FieldRow& row) {
+    if (row.kind == FieldRow::nameOfUpdateFile) {
+      dbPrintf(1, "%snameOfUpdateFile: %.256s\n", prefix, block.nameOfUpdateFile);
+    } else if (row.kind == FieldRow::midiChannelFilter) {
+      for (int i = 0; i < 16; ++i) dbPrintf(1, "%smidiChannelFilter[%d]: %d\n", prefix, i, block.midiChannelFilter[i]);
+    } else {
+      dbPrintf(1, "%s%s: %d\n", prefix, row.name, row.valueIn(block));
+    }
+  });
+}
+
+template <class Record>
+void printField(const FieldRow& row, Record& record) {
+  row.inRecord.visit(
+      record, [&row](const auto& field) { dbPrintf(1, "%s: %lld%s", row.label, static_cast<long long>(field), row.endOfLine); });
 }
 
 // A value of a packed row: little byte first, sign-extended if the stored width is negative.
@@ -157,10 +167,10 @@ void ZQMatrixBaseInfo::printMatrixInfo() {
   } else {
     dbPrintf(1, "updateInfoSize:  (not available)\n");
   }
-#define ZQ_BASE_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) dbPrintf(1, format, static_cast<printType>(name));
-#define ZQ_BEHIND_MEM_IS_READ_ONLY printCoordinateSizes();
-#include "settings/ZQMatrixInfoFields.def"
+  for (const FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeBase)) {
+    printField(row, *this);
+    if (row.kind == FieldRow::coordinateSizes) printCoordinateSizes();
+  }
   if (!ZQDebugChannel::shows(4)) return;
   for (int i = 0; i < std::min(currentDimension, minimalIndices.size()); ++i) {
     dbPrintf(4, "dimension %d: ->_ %d, %d\n", i, minimalIndices[i], maximalIndices[i]);
@@ -176,12 +186,13 @@ void ZQMatrixBaseInfo::printCoordinateSizes() {
 
 void ZQMatrixMediumInfo::printMatrixInfo() {
   ZQMatrixBaseInfo::printMatrixInfo();
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) dbPrintf(1, format, static_cast<printType>(name));
-#define ZQ_BEHIND_PRE_PROCESSING_TYPE dbPrintf(1, "nameOfUpdateFile: %.256s: \n", nameOfUpdateFile);
-#define ZQ_BEHIND_MUSIC_STYLE \
-  for (int i = 0; i < 16; ++i) dbPrintf(1, "midiChannelFilter %d: %d: \n", i, midiChannelFilter[i]);
-#include "settings/ZQMatrixInfoFields.def"
+  for (const FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeMedium)) {
+    printField(row, *this);
+    if (row.kind == FieldRow::nameOfUpdateFile) dbPrintf(1, "nameOfUpdateFile: %.256s: \n", nameOfUpdateFile);
+    if (row.kind == FieldRow::midiChannelFilter) {
+      for (int i = 0; i < 16; ++i) dbPrintf(1, "midiChannelFilter %d: %d: \n", i, midiChannelFilter[i]);
+    }
+  }
   printKernelRows("kernelOriginalSequence", kernelOriginalSequence, lengthOfKernelOriginalSequence);
   printKernelRows("kernelPreProcessedSequence", kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
   printKernelRows("kernelOriginalSequenceInitialValues", kernelOriginalSequenceInitialValues, lengthOfKernelOriginalSequence);
@@ -226,7 +237,5 @@ void ZQMatrixMediumInfo::printDimensions() {
 
 void ZQMatrixInfo::printMatrixInfo() {
   ZQMatrixMediumInfo::printMatrixInfo();
-#define ZQ_FULL_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) dbPrintf(1, format, static_cast<printType>(name));
-#include "settings/ZQMatrixInfoFields.def"
+  for (const FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeFull)) printField(row, *this);
 }

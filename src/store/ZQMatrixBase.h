@@ -22,9 +22,9 @@
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQPageProvider.h"
 #include "frame/ZQZeroedMemory.h"
+#include "settings/ZQMatrixAccessors.h"
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixFileHeader.h"
-#include "settings/ZQMatrixForwards.h"
 #include "store/ZQFieldCounts.h"
 #include "store/ZQFreeSlotIndex.h"
 #include "store/ZQMatrixElements.h"
@@ -32,7 +32,7 @@
 
 struct ZQBaseTier;
 
-class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrixBase> {
+class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseAccessors<ZQMatrixBase> {
  public:
   using Tier = ZQBaseTier;
 
@@ -65,6 +65,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader = header; }
   void setMatrixInfoArray(ZQMatrixBaseInfo** infos) { matrixInfoArray = infos; }
   void setMatrixDataEntryArray(ZQMatrixBaseElement*** entries) { matrixDataEntryArray = entries; }
+  /// The highest slot that was ever occupied.
+  int getMaximalStack() const { return matrixFileHeader->getMaximalStack(); }
   int getCurrentMatrixID() const { return currentMatrixID; }
   void setCurrentMatrixID(int id) {
     if (id >= 0 && id < matrixFileHeader->getMaxNumberOfMatrices()) currentMatrixID = id;

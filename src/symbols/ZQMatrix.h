@@ -11,7 +11,7 @@ namespace zmatrix {
 struct DerivedSymbols;
 }
 
-class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
+class ZQMatrix : public ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium> {
  public:
   using Tier = ZQFullTier;
 
@@ -93,7 +93,6 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int* getSymbolMarkersFromPreProcessedCombinedSequence(const int* sequence, int length, int* numberOfSymbols);
   /// The next symbol ID of the current sub-matrix; IDs are never given twice.
   int getNewSymbolID();
-  int getNumberOfSymbols() { return getMatrixInfo()->getNumberOfSymbols(); }
   /// Where the symbol's phrase ends in the level below; -1 for a symbol that the current sub-matrix doesn't know.
   int getSymbolDownLinkHandleFromSymbol(int symbol);
   /// The level of the current sub-matrix: 0 is the basic one.
