@@ -27,9 +27,9 @@ ACCESSORS = '''// {generated}
 // What the matrix classes offer of their header and of the current sub-matrix's info record, a method for each row of the list
 // that names its target. The accessors of a tier stand between its class and the tier below:
 //
-//   class ZQMatrixBase   : public ZQMatrixBaseAccessors<ZQMatrixBase>
-//   class ZQMatrixMedium : public ZQMatrixMediumAccessors<ZQMatrixMedium, ZQMatrixBase>
-//   class ZQMatrix       : public ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
+//   class ZQMatrixBase   : public zmatrix::ZQMatrixBaseAccessors<ZQMatrixBase>
+//   class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, ZQMatrixBase>
+//   class ZQMatrix       : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
 //
 // Where the record or the profiles of a tier do more than those below, the tier has an accessor of its own, which hides the one
 // below. As in a direct call, header and record must exist.
@@ -39,6 +39,8 @@ ACCESSORS = '''// {generated}
 #include "settings/ZQMatrixProfiles.h"
 
 // clang-format off
+
+namespace zmatrix {{
 '''
 
 TIER_OF_ACCESSORS = {
@@ -74,7 +76,7 @@ def statement(row):
         return field if not row.arguments else f'{field} = {name_of(row.arguments[0])}'
     if row.target == 'profile':
         operation, _, profile = row.name.partition('For')
-        return f'zmatrix::{operation}(zmatrix::Profile::{profile}, {PLACES_OF_PROFILES[operation]})'
+        return f'zmatrix::{operation}(Profile::{profile}, {PLACES_OF_PROFILES[operation]})'
     return row.call('fileHeader()->' if row.target == 'header' else 'currentRecord()->')
 
 
@@ -95,4 +97,4 @@ def accessors(flat):
             if row.target and (tier == row.kind[-1] or row.is_of_each_tier and tier in row.kind):
                 text += accessor(row)
         text += MATRIX_OF_ACCESSORS.format(tier=name)
-    return text
+    return text + '\n}  // namespace zmatrix\n'

@@ -13,7 +13,7 @@ struct ZQMediumTier;
 
 class ZQSuffixLinks;
 
-class ZQMatrixMedium : public ZQMatrixMediumAccessors<ZQMatrixMedium, ZQMatrixBase> {
+class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, ZQMatrixBase> {
  public:
   using Tier = ZQMediumTier;
 

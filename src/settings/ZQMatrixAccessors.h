@@ -2,9 +2,9 @@
 // What the matrix classes offer of their header and of the current sub-matrix's info record, a method for each row of the list
 // that names its target. The accessors of a tier stand between its class and the tier below:
 //
-//   class ZQMatrixBase   : public ZQMatrixBaseAccessors<ZQMatrixBase>
-//   class ZQMatrixMedium : public ZQMatrixMediumAccessors<ZQMatrixMedium, ZQMatrixBase>
-//   class ZQMatrix       : public ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
+//   class ZQMatrixBase   : public zmatrix::ZQMatrixBaseAccessors<ZQMatrixBase>
+//   class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, ZQMatrixBase>
+//   class ZQMatrix       : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
 //
 // Where the record or the profiles of a tier do more than those below, the tier has an accessor of its own, which hides the one
 // below. As in a direct call, header and record must exist.
@@ -14,6 +14,8 @@
 #include "settings/ZQMatrixProfiles.h"
 
 // clang-format off
+
+namespace zmatrix {
 
 template <class Matrix>
 class ZQMatrixBaseAccessors {
@@ -269,35 +271,35 @@ class ZQMatrixMediumAccessors : public Below {
   void setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(int maxPhraseLengthForUpdateWithSequence) { fileHeader()->getGlobalSymbolMatrixProperties()->maxPhraseLengthForUpdateWithSequence = maxPhraseLengthForUpdateWithSequence; }
   void setGlobalSymbolUseStartOfSequence(int useStartOfSequence) { fileHeader()->getGlobalSymbolMatrixProperties()->useStartOfSequence = useStartOfSequence; }
   void setGlobalSymbolUseEndOfSequence(int useEndOfSequence) { fileHeader()->getGlobalSymbolMatrixProperties()->useEndOfSequence = useEndOfSequence; }
-  void setDefaultMatrixPropertiesForSymbols(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::Symbols, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndQuanta, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForMIDIElementsTriple_NDMT(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::MIDIElementsTriple_NDMT, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::MIDIElementsGMQuadruple_NDMTS, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForANSIText(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::ANSIText, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForIntegerSeries(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::IntegerSeries, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setGlobalDefaultMatrixPropertiesForSymbols() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::Symbols, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForANSIText() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::ANSIText, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForIntegerSeries() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::IntegerSeries, *fileHeader(), tier); }
+  void setDefaultMatrixPropertiesForSymbols(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::Symbols, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForMIDIElementsTriple_NDMT(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::MIDIElementsTriple_NDMT, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForANSIText(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::ANSIText, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForIntegerSeries(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::IntegerSeries, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setGlobalDefaultMatrixPropertiesForSymbols() { zmatrix::setGlobalDefaultMatrixProperties(Profile::Symbols, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT() { zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForANSIText() { zmatrix::setGlobalDefaultMatrixProperties(Profile::ANSIText, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForIntegerSeries() { zmatrix::setGlobalDefaultMatrixProperties(Profile::IntegerSeries, *fileHeader(), tier); }
   void applyGlobalMatrixProperties() { zmatrix::applyGlobalMatrixProperties(*currentRecord(), *fileHeader()); }
-  int checkMatrixPropertiesForSymbols() { return zmatrix::checkMatrixProperties(zmatrix::Profile::Symbols, *currentRecord()); }
-  int checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { return zmatrix::checkMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndQuanta, *currentRecord()); }
-  int checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { return zmatrix::checkMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *currentRecord()); }
-  int checkMatrixPropertiesForMIDIElementsTriple_NDMT() { return zmatrix::checkMatrixProperties(zmatrix::Profile::MIDIElementsTriple_NDMT, *currentRecord()); }
-  int checkMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { return zmatrix::checkMatrixProperties(zmatrix::Profile::MIDIElementsGMQuadruple_NDMTS, *currentRecord()); }
-  int checkMatrixPropertiesForANSIText() { return zmatrix::checkMatrixProperties(zmatrix::Profile::ANSIText, *currentRecord()); }
-  int checkMatrixPropertiesForIntegerSeries() { return zmatrix::checkMatrixProperties(zmatrix::Profile::IntegerSeries, *currentRecord()); }
-  int checkGlobalMatrixPropertiesForSymbols() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::Symbols, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForANSIText() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::ANSIText, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForIntegerSeries() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::IntegerSeries, *fileHeader(), tier); }
+  int checkMatrixPropertiesForSymbols() { return zmatrix::checkMatrixProperties(Profile::Symbols, *currentRecord()); }
+  int checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { return zmatrix::checkMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *currentRecord()); }
+  int checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { return zmatrix::checkMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *currentRecord()); }
+  int checkMatrixPropertiesForMIDIElementsTriple_NDMT() { return zmatrix::checkMatrixProperties(Profile::MIDIElementsTriple_NDMT, *currentRecord()); }
+  int checkMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { return zmatrix::checkMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *currentRecord()); }
+  int checkMatrixPropertiesForANSIText() { return zmatrix::checkMatrixProperties(Profile::ANSIText, *currentRecord()); }
+  int checkMatrixPropertiesForIntegerSeries() { return zmatrix::checkMatrixProperties(Profile::IntegerSeries, *currentRecord()); }
+  int checkGlobalMatrixPropertiesForSymbols() { return zmatrix::checkGlobalMatrixProperties(Profile::Symbols, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForANSIText() { return zmatrix::checkGlobalMatrixProperties(Profile::ANSIText, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForIntegerSeries() { return zmatrix::checkGlobalMatrixProperties(Profile::IntegerSeries, *fileHeader(), tier); }
   int getKernelMatrixHandle() const { return currentRecord()->getKernelMatrixHandle(); }
   int getLengthOfKernelOriginalSequence() const { return currentRecord()->getLengthOfKernelOriginalSequence(); }
   int getLengthOfKernelPreprocessedSequence() const { return currentRecord()->getLengthOfKernelPreProcessedSequence(); }
@@ -381,30 +383,30 @@ class ZQMatrixFullAccessors : public Below {
   const char* getGlobalSymbolNameOfUpdateFile() const { return fileHeader()->getGlobalSymbolNameOfUpdateFile(); }
   void setGlobalSymbolNameOfUpdateFile(const char* name) { fileHeader()->setGlobalSymbolNameOfUpdateFile(name); }
   ZQMatrixProperties* getGlobalSymbolMatrixProperties() const { return fileHeader()->getGlobalSymbolMatrixProperties(); }
-  void setDefaultMatrixPropertiesForSymbols(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::Symbols, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndQuanta, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForMIDIElementsTriple_NDMT(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::MIDIElementsTriple_NDMT, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::MIDIElementsGMQuadruple_NDMTS, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForANSIText(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::ANSIText, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setDefaultMatrixPropertiesForIntegerSeries(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(zmatrix::Profile::IntegerSeries, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
-  void setGlobalDefaultMatrixPropertiesForSymbols() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::Symbols, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForANSIText() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::ANSIText, *fileHeader(), tier); }
-  void setGlobalDefaultMatrixPropertiesForIntegerSeries() { zmatrix::setGlobalDefaultMatrixProperties(zmatrix::Profile::IntegerSeries, *fileHeader(), tier); }
+  void setDefaultMatrixPropertiesForSymbols(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::Symbols, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForMIDIElementsTriple_NDMT(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::MIDIElementsTriple_NDMT, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForANSIText(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::ANSIText, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setDefaultMatrixPropertiesForIntegerSeries(const char* nameOfUpdateFile) { zmatrix::setDefaultMatrixProperties(Profile::IntegerSeries, *currentRecord(), *fileHeader(), nameOfUpdateFile); }
+  void setGlobalDefaultMatrixPropertiesForSymbols() { zmatrix::setGlobalDefaultMatrixProperties(Profile::Symbols, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT() { zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForANSIText() { zmatrix::setGlobalDefaultMatrixProperties(Profile::ANSIText, *fileHeader(), tier); }
+  void setGlobalDefaultMatrixPropertiesForIntegerSeries() { zmatrix::setGlobalDefaultMatrixProperties(Profile::IntegerSeries, *fileHeader(), tier); }
   void setGlobalSymbolDefaultMatrixPropertiesForSymbols() { zmatrix::setGlobalSymbolDefaultMatrixProperties(*fileHeader(), tier); }
   void applyGlobalMatrixProperties() { zmatrix::applyGlobalMatrixProperties(*currentRecord(), *fileHeader()); }
   void applyGlobalSymbolMatrixProperties() { zmatrix::applyGlobalSymbolMatrixProperties(*currentRecord(), *fileHeader()); }
-  int checkGlobalMatrixPropertiesForSymbols() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::Symbols, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForANSIText() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::ANSIText, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForIntegerSeries() { return zmatrix::checkGlobalMatrixProperties(zmatrix::Profile::IntegerSeries, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForSymbols() { return zmatrix::checkGlobalMatrixProperties(Profile::Symbols, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForANSIText() { return zmatrix::checkGlobalMatrixProperties(Profile::ANSIText, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForIntegerSeries() { return zmatrix::checkGlobalMatrixProperties(Profile::IntegerSeries, *fileHeader(), tier); }
   int checkGlobalSymbolMatrixPropertiesForSymbols() { return zmatrix::checkGlobalSymbolMatrixProperties(*fileHeader(), tier); }
   int getMatrixAILevel() const { return fileHeader()->getMatrixAILevel(); }
   void setMatrixAILevel(int matrixAILevel) { fileHeader()->setMatrixAILevel(matrixAILevel); }
@@ -423,3 +425,5 @@ class ZQMatrixFullAccessors : public Below {
   auto* currentRecord() const { return theMatrix().getMatrixInfo(); }
   ZQMatrixFileHeader* fileHeader() const { return theMatrix().getMatrixFileHeader(); }
 };
+
+}  // namespace zmatrix

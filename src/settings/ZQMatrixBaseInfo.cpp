@@ -9,12 +9,6 @@
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixFields.h"
 
-namespace {
-
-constexpr int firstTemporaryMemory = 256;
-
-}  // namespace
-
 ZQMatrixBaseInfo::~ZQMatrixBaseInfo() {
   releaseMemoryGlobalMatrixInfoParameters();
 }
@@ -33,7 +27,8 @@ int ZQMatrixBaseInfo::initMatrixInfo(int id) {
   matrixID = id;
   const bool hasRoom = sizeOfCoordinateDimensions.assign(coordinateDimension, zmatrix::defaultCoordinateSize) &&
                        minimalIndices.resize(internalCurrentDimension, 0) && maximalIndices.resize(internalCurrentDimension, 0) &&
-                       matrixPtr.assign(internalCurrentDimension + 1, 0) && temporaryMemory.assign(firstTemporaryMemory, 0);
+                       matrixPtr.assign(internalCurrentDimension + 1, 0) &&
+                       temporaryMemory.assign(zmatrix::smallestTemporaryMemory, 0);
   _resetIndexLimits();
   return hasRoom ? 1 : 0;
 }

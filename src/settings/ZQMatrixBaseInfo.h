@@ -1,4 +1,4 @@
-// The info record of a sub-matrix, base tier: identity, settings of the store, counters and working buffers. One exists per
+// The info record of a sub-matrix, base tier: identity, settings of the store, counters and working buffers. There is one per
 // matrix ID. Only the destructor is virtual; the derived records hide what they extend and call it by its qualified name. The
 // counters, checkMatrixDimension and updateMatrixIndexInfo run on each step of a write and stay inline.
 #pragma once
@@ -16,10 +16,14 @@ class ZQFileReader;
 class ZQFileWriter;
 
 constexpr int largestCoordinateDimension = 64;  ///< integers of one item
+constexpr int initialMaximalMatrixIndex = 500000;
+constexpr int initialKernelLength = 256;      ///< items
+constexpr int smallestTemporaryMemory = 256;  ///< integers
 constexpr int matrixInfoMagicNumber = 43112609;
 constexpr int matrixFormatVersion = 135;
-constexpr int firstVersionWithInfoType = 105;  ///< the first that tells the tier in the header, and keeps sequences
-constexpr int defaultCoordinateSize = -4;      ///< bytes of a coordinate in the update sequence; negative for signed ones
+constexpr int firstVersionWithInfoType =
+    105;  ///< the first whose header has the tier and whose records have the settings of kept sequences
+constexpr int defaultCoordinateSize = -4;  ///< bytes of a coordinate in the update sequence; negative for signed ones
 
 /// `value` + 1, `value` - 1 and -`value` with wraparound: index limits and counters may stand at the ends of their type.
 constexpr int successorOf(int value) noexcept {
@@ -85,7 +89,7 @@ class ZQMatrixBaseInfo {
   /// True while nothing was ever written here, or all of it is gone.
   bool isEmpty() const { return numberOfWriteElements == 0 && numberOfMatrixElements == 0; }
 
-  // Guarded setters: a refusal prints at level 0 and keeps the old value; storing the present value never prints.
+  // Guarded setters: a refusal prints at level 0 and keeps the old value; storing the current value never prints.
   void setMatrixType(int value);
   /// Forces the coordinate dimension to 1, 2 or 4. The old value is still in force while that is tried.
   void setAllowLargeIndices(int value);
@@ -139,15 +143,15 @@ class ZQMatrixBaseInfo {
   int* getMatrixPtr() { return matrixPtr.data(); }
   int getRoomOfMatrixPtr() const { return matrixPtr.size() - 1; }
   /// Makes room for a walk of at least this many steps. False, and nothing changed, if memory has run out.
-  bool growMatrixPtr(int numberOfSteps);
+  [[nodiscard]] bool growMatrixPtr(int numberOfSteps);
   /// One item read out of the matrix; the next read overwrites it.
   int* getTemporaryMemory() { return temporaryMemory.data(); }
   int* _getTemporaryMemory() { return temporaryMemory.data(); }
-  /// How many integers may be read from `item` on: to its end if it lies in the temporary memory. What a caller brought is told
-  /// by its contents alone, and has no bound here.
+  /// How many integers may be read from `item` on: up to the end of the temporary memory if it lies there, else INT_MAX, since
+  /// the length of a caller's array is not known here.
   int readableFrom(const int* item) const;
   /// Makes the temporary memory hold at least this many integers. Null if there is no room.
-  int* provideTemporaryMemory(int length);
+  [[nodiscard]] int* provideTemporaryMemory(int length);
 
   /// A flat copy of the record's values, zeroed and filled anew at each call; the record keeps it. Null if memory has run out.
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
@@ -157,8 +161,8 @@ class ZQMatrixBaseInfo {
 
   /// Writes the record as it stands in a matrix file.
   void writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence);
-  /// Takes the record over from a matrix file: 1. A record that makes no sense, or is cut, gives -1 and an empty record; then the
-  /// updateInfoType still tells what the file said.
+  /// Reads the record from a matrix file: 1. For an illegal or truncated record -1, and the record is empty but for its
+  /// updateInfoType, which keeps the file's value.
   int readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence);
 
  protected:
@@ -169,10 +173,10 @@ class ZQMatrixBaseInfo {
   /// One entry a dimension behind a flag; `unused` fills the entries that no dimension has yet.
   template <class Fields>
   void describeDimensions(Fields& fields, zmatrix::HeapArray<int>& array, int unused);
-  /// Writes the parts of a tier's record, each told by a function of its own.
+  /// Writes the parts of a tier's record, each described by its own function.
   template <class... Parts>
   void writeParts(zmatrix::ZQFileWriter& file, Parts... describePart);
-  /// What a failed reading leaves: an empty record of the type that the file said.
+  /// After a failed read: empties the record but for the file's type.
   template <class Info>
   static int refuseRecord(Info& info, int id);
 
@@ -191,7 +195,7 @@ class ZQMatrixBaseInfo {
   }
 
   int updateInfoSize = 0;  ///< bytes of this record on disk, once it was written
-  // The fields: their defaults, their places in a file and all else that is known of them stand in ZQMatrixFields.cpp.
+  // The fields. Defaults, file format and everything else about them stand in the rows of ZQMatrixFields.cpp.
   int magicNumber = 0;
   int updateInfoType = 0;
   unsigned int timeStamp = 0;

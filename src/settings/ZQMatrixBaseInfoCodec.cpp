@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr int smallestTemporaryMemory = 256;
 constexpr long long arraysOfDimensions = 6;  ///< of all tiers: what a dimension costs in ints
 
 bool isCoordinateSize(int size) {
@@ -54,7 +53,7 @@ void ZQMatrixBaseInfo::describeCoordinateSizes(Fields& fields) {
   }
 }
 
-// A capacity is only a wish: it is raised to what is in use, and lowered to that if the file is too small for it.
+// A stored capacity is raised to what is in use, and lowered to that if a file of this size can't have asked for it.
 bool ZQMatrixBaseInfo::makeDimensionArrays(zmatrix::ZQFileReader& file) {
   constexpr long long bytesOfDimension = arraysOfDimensions * static_cast<long long>(sizeof(int));
   internalCurrentDimension = std::min(std::max(internalCurrentDimension, currentDimension), INT_MAX - 1);
@@ -64,11 +63,11 @@ bool ZQMatrixBaseInfo::makeDimensionArrays(zmatrix::ZQFileReader& file) {
   }
   const long long bytesOfTemporaryMemory = internalLengthOfTemporaryMemory * static_cast<long long>(sizeof(int));
   if (internalLengthOfTemporaryMemory < 0 || !file.grants(bytesOfTemporaryMemory)) {
-    internalLengthOfTemporaryMemory = smallestTemporaryMemory;
+    internalLengthOfTemporaryMemory = zmatrix::smallestTemporaryMemory;
   }
   return file.hasRoom(minimalIndices.assign(internalCurrentDimension, 0) && maximalIndices.assign(internalCurrentDimension, 0) &&
                       matrixPtr.assign(internalCurrentDimension + 1LL, 0) &&
-                      temporaryMemory.assign(std::max(internalLengthOfTemporaryMemory, smallestTemporaryMemory), 0));
+                      temporaryMemory.assign(std::max(internalLengthOfTemporaryMemory, zmatrix::smallestTemporaryMemory), 0));
 }
 
 bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {
@@ -78,8 +77,9 @@ bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {
   return true;
 }
 
-// The names of many files, or very long paths, make a record larger than the limit. In front of the elements such a one is taken
-// if its size is what its writer must have found, since without it all elements would be lost; the history ends with it.
+// The names of many files, or very long paths, make a record larger than the limit. In front of the elements such a record is
+// accepted if its size is what its writer must have stored, since without it all elements would be lost; the history ends with
+// it.
 bool ZQMatrixBaseInfo::hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const {
   const auto size = static_cast<unsigned>(updateInfoSize);
   return size <= zmatrix::largestUpdateInfoSize || (withSequence == 0 && size == fields.getSumOfLengths());

@@ -178,7 +178,7 @@ constexpr FieldRow FieldTable::base[] = {
     setting("isFinalized", &R::isFinalized, &P::isFinalized, Set(&R::setIsFinalized), 0).inBlocks(FieldRow::held),
     setting("memIsReadOnly", &R::memIsReadOnly, &P::memIsReadOnly, Set(&R::setMemIsReadOnly), 0).inBlocks(FieldRow::held),
     marker(FieldRow::coordinateSizes),
-    field("maximalMatrixIndex", &R::maximalMatrixIndex, &P::maximalMatrixIndex, 500000)
+    field("maximalMatrixIndex", &R::maximalMatrixIndex, &P::maximalMatrixIndex, initialMaximalMatrixIndex)
         .printed("maximal Matrix index", " \n")
         .setBy(Set(&R::setMaximalMatrixIndex)),
     field("maxDimOfMatrix", &R::maxDimOfMatrix, &P::maxDimOfMatrix, 4096)
@@ -201,7 +201,8 @@ constexpr FieldRow FieldTable::base[] = {
         .printed("numberOfWriteElementsInMatrix", "\n"),
     field("numberOfWriteCounts", &R::numberOfWriteCounts, &P::numberOfWriteCounts).printed("numberOfWriteCountsInMatrix", "\n"),
     field("numberOfEndElements", &R::numberOfEndElements, &P::numberOfEndElements).printed("numberOfEndElementsInMatrix", "\n"),
-    field("internalLengthOfTemporaryMemory", &R::internalLengthOfTemporaryMemory, &P::internalLengthOfTemporaryMemory, 256)
+    field("internalLengthOfTemporaryMemory", &R::internalLengthOfTemporaryMemory, &P::internalLengthOfTemporaryMemory,
+          smallestTemporaryMemory)
         .printed("internalLengthOfTemporaryMemory", "\n"),
 };
 
@@ -229,9 +230,9 @@ constexpr FieldRow FieldTable::medium[] = {
     field("lengthOfKernelOriginalSequence", &R::lengthOfKernelOriginalSequence, &P::lengthOfKernelOriginalSequence),
     field("lengthOfKernelPreProcessedSequence", &R::lengthOfKernelPreProcessedSequence, &P::lengthOfKernelPreProcessedSequence),
     field("internalLengthOfKernelOriginalSequence", &R::internalLengthOfKernelOriginalSequence,
-          &P::internalLengthOfKernelOriginalSequence, 256),
+          &P::internalLengthOfKernelOriginalSequence, initialKernelLength),
     field("internalLengthOfKernelPreProcessedSequence", &R::internalLengthOfKernelPreProcessedSequence,
-          &P::internalLengthOfKernelPreProcessedSequence, 256),
+          &P::internalLengthOfKernelPreProcessedSequence, initialKernelLength),
     field("kernelMatrixHandle", &R::kernelMatrixHandle, &P::kernelMatrixHandle),
     setting("useStartOfSequence", &R::useStartOfSequence, &P::useStartOfSequence, Set(&R::setUseStartOfSequence), 1)
         .profiles(6, everywhere, {{1, 1, 1, 1, 1, 1, 1}})

@@ -20,11 +20,11 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
   void setKeepSymbolsWhenRemoveOverdeterminedElements(int value) {
     storeFlag(keepSymbolsWhenRemoveOverdeterminedElements, value, "setKeepSymbolsWhenRemoveOverdeterminedElements");
   }
-  /// The links refuse negative values, so a link once set can only be pointed elsewhere.
+  /// The links refuse negative values, so a link that is set can be changed but not removed.
   void setCurrentMatrixIDLevelDown(int id) { storeLevelLink(currentMatrixIDLevelDown, id, "setCurrentMatrixIDLevelDown"); }
   void setCurrentMatrixIDLevelUp(int id) { storeLevelLink(currentMatrixIDLevelUp, id, "setCurrentMatrixIDLevelUp"); }
 
-  /// For a link that a file has brought and that leads nowhere.
+  /// Removes a link from a file that leads to no sub-matrix.
   void _cutLevelLinkDown() { currentMatrixIDLevelDown = -1; }
   void _cutLevelLinkUp() { currentMatrixIDLevelUp = -1; }
 
@@ -39,7 +39,7 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
   int readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence);
 
  protected:
-  // The fields, told of in ZQMatrixFields.cpp.
+  // The fields, described in ZQMatrixFields.cpp.
   int currentMatrixIDLevelDown = 0;
   int currentMatrixIDLevelUp = 0;
   int numberOfSymbols = 0;

@@ -1,5 +1,4 @@
-// What the three tiers' records share on their way into and out of a matrix file. Each tier writes its part behind the one of the
-// tier below.
+// The parts of the record codec that the three tiers share. Each tier's part of a record follows that of the tier below.
 #pragma once
 
 #include "file/ZQFieldCodec.h"
@@ -10,8 +9,8 @@ namespace zmatrix {
 
 constexpr unsigned largestUpdateInfoSize = 100000;
 
-/// The number of a row, which makes the record illegal if it is none that the row takes from a file. Such are the fields that
-/// decide how to go on, or how long an array is; the others are as free as they are for a host.
+/// Writes or reads the number of a row. A read value outside the row's range makes the record illegal; only fields that determine
+/// the layout of the rest, or the length of an array, have a range.
 template <class Fields, class Record>
 void describeField(Fields& fields, const FieldRow& row, Record& record) {
   row.inRecord.visit(record, [&](auto& number) {
@@ -33,7 +32,7 @@ void writeFlagged(ZQFieldWriter& fields, bool isThere, long long count, Values v
 
 }  // namespace zmatrix
 
-// The size that goes into the record is not its length but the sum of the lengths that the writers of the tiers have reached.
+// The stored size is not the record's length: it is the sum of the lengths at the end of each tier's part.
 template <class... Parts>
 void ZQMatrixBaseInfo::writeParts(zmatrix::ZQFileWriter& file, Parts... describePart) {
   softwareVersion = zmatrix::matrixFormatVersion;

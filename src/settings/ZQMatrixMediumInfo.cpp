@@ -18,7 +18,7 @@ int ZQMatrixMediumInfo::initMatrixInfo(int id) {
   return baseHasRoom && hasRoom ? 1 : 0;
 }
 
-// What a record of the base type still holds of the arrays below goes with the next initMatrixInfo or with the record.
+// The arrays of a record of the base type are released by the next initMatrixInfo or by the destructor.
 void ZQMatrixMediumInfo::deInitMatrixInfo() {
   if (updateInfoType >= ZQMatrixInfoTypeMedium) {
     rulesInDimension.release();
@@ -77,7 +77,7 @@ void ZQMatrixMediumInfo::addNameOfUpdateFile(const char* name) {
   if (name == nullptr) return;
   const size_t length = strlen(name);
   const int oldLength = std::max(namesOfUpdateFiles.size() - 1, 0);
-  // The name may be one of those that are kept here already, which are about to move.
+  // The name may lie in the array that is about to be reallocated.
   const char* old = namesOfUpdateFiles.data();
   const bool isKeptHere =
       oldLength > 0 && std::less_equal<const char*>()(old, name) && std::less<const char*>()(name, old + oldLength + 1);
@@ -107,18 +107,18 @@ void ZQMatrixMediumInfo::setMediumDefaults() {
   updateSequence.release();
 }
 
-// An internal length may be 0 while the sequence is not empty, so it alone does not tell how long the rows must be.
+// An internal length may be 0 while the sequence is not empty, so the rows must hold the sequence too.
 bool ZQMatrixMediumInfo::makeKernelRows(int dimension) {
   const int originalLength =
-      std::max({internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence, firstKernelLength});
+      std::max({internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence, zmatrix::initialKernelLength});
   const int preProcessedLength =
-      std::max({internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, firstKernelLength});
+      std::max({internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, zmatrix::initialKernelLength});
   return kernelOriginalSequence.assign(dimension, originalLength) &&
          kernelOriginalSequenceInitialValues.assign(dimension, originalLength) &&
          kernelPreProcessedSequence.assign(dimension, preProcessedLength);
 }
 
-// The own arrays grow first: the base raises currentDimension, which is what the fast path believes.
+// The own arrays grow first: the base raises currentDimension, which the fast path relies on.
 int ZQMatrixMediumInfo::enterMediumMatrixDimension(int dimIndex) {
   if (dimIndex < maxDimOfMatrix && dimIndex >= writeElementsInDimension.size()) {
     const int capacity = capacityForDimension(dimIndex);

@@ -160,16 +160,17 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   int** getKernelOriginalSequenceInitialValues() { return kernelRows(kernelOriginalSequenceInitialValues); }
   int** getKernelPreProcessedSequence() { return kernelRows(kernelPreProcessedSequence); }
   /// Makes the rows hold at least `length` items; the internal lengths are the caller's to set. False if memory has run out.
-  bool provideKernelOriginalRows(int length) {
+  [[nodiscard]] bool provideKernelOriginalRows(int length) {
     return (kernelOriginalSequence.holds(coordinateDimension, length) &&
             kernelOriginalSequenceInitialValues.holds(coordinateDimension, length)) ||
            growKernelOriginalRows(length);
   }
-  bool provideKernelPreProcessedRows(int length) {
+  [[nodiscard]] bool provideKernelPreProcessedRows(int length) {
     return kernelPreProcessedSequence.holds(coordinateDimension, length) || growKernelPreProcessedRows(length);
   }
 
-  /// Back to the root, and to the initial values or the default item. The items left in the original kernel.
+  /// Sets the kernel back to the root, and the original sequence to its initial values or to default items. Result: the number of
+  /// items in the original sequence.
   int resetKernelSequence(int id, int resetInitialValues);
 
   // Copies of the kernel, made with systemMalloc for the caller to free: flat arrays, null if empty, or one block of item
@@ -194,7 +195,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
   void printMatrixInfo();
 
-  /// As the base does. With withSequence 1 the packed sequence of the last feed goes along.
+  /// As the base does. With withSequence 1 the packed sequence of the last feed is part of the record.
   void writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence);
   int readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence);
 
@@ -203,7 +204,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void describeMediumPart(Fields& fields, int withSequence);
   bool readMediumPart(zmatrix::ZQFieldReader& fields, int withSequence);
 
-  // The fields, told of in ZQMatrixFields.cpp.
+  // The fields, described in ZQMatrixFields.cpp.
   int updateIndex = 0;
   int isPhraseMatrix = 0;
   int totalLengthOfAllUpdateSequences = 0;
@@ -253,8 +254,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   int gocronPOWValue = 0;
   int gocronQValue = 0;
   static constexpr int nameCapacity = 256;
-  static constexpr int firstKernelLength = 256;
-  char nameOfUpdateFile[nameCapacity + 1] = {};  ///< a name may fill it; the byte behind stays 0 for whoever reads on
+  char nameOfUpdateFile[nameCapacity + 1] = {};  ///< the byte behind a name of full length stays 0
   char midiChannelFilter[16] = {};
   zmatrix::HeapArray<int> rulesInDimension;
   zmatrix::HeapArray<int> uniqueRulesInDimension;
@@ -281,8 +281,8 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   bool makeMediumArrays(zmatrix::ZQFileReader& file);
   int enterMediumMatrixDimension(int dimIndex);
   int** kernelRows(zmatrix::RowTable& rows) {
-    const bool isThere = rows.numberOfRows() >= coordinateDimension && rows.rowLength() >= firstKernelLength;
-    return isThere || rows.grow(coordinateDimension, firstKernelLength) ? rows.data() : nullptr;
+    const bool isThere = rows.numberOfRows() >= coordinateDimension && rows.rowLength() >= zmatrix::initialKernelLength;
+    return isThere || rows.grow(coordinateDimension, zmatrix::initialKernelLength) ? rows.data() : nullptr;
   }
   bool makeKernelRows(int dimension);
   bool writeDefaultItems(int numberOfItems);

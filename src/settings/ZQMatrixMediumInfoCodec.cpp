@@ -50,7 +50,7 @@ void ZQMatrixMediumInfo::describeMediumPart(Fields& fields, int withSequence) {
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldWriter&, int);
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, int);
 
-// Coordinate by coordinate. A length without its sequence counts nothing.
+// Coordinate by coordinate. A length without a sequence is set to 0.
 template <class Fields>
 void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::RowTable& rows, int& length) {
   const long long numberOfValues = static_cast<long long>(length) * coordinateDimension;
@@ -108,8 +108,8 @@ void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence
   fields.bytes(updateSequence.data(), static_cast<size_t>(bytesOfSequence));
 }
 
-// Capacities that a file gives are kept as numbers and repaired as such. Of the kernels' rows there is only what their sequences
-// need: those of a record that holds no kernel are made when somebody asks for them.
+// Stored capacities are kept, and repaired where they are too small. Kernel rows are only made for a kernel that the record
+// holds; otherwise they are made on demand.
 bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
   const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence);
   if (internalLengthOfKernelOriginalSequence < originalNeeded) {

@@ -1,5 +1,5 @@
-// The profiles' checks. What they accept stands in the rows of the fields; here are the few places where a message or its level
-// differs from the rest. The words "error" and "warning" of a message don't decide what happens: the rules do.
+// The profiles' checks. What they accept stands in ZQMatrixFields.cpp; here are the few places where a message or its level
+// differs from the rest. The words "error" and "warning" of a message have no effect on the result: the rules decide it.
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixProfiles.h"
 

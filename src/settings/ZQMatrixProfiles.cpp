@@ -12,7 +12,7 @@ using zmatrix::ProfileValues;
 namespace {
 
 // Which profiles set the number codes: in the record and in the global block when a sub-matrix is set, and when the block is set.
-// The symbol profile reaches for the global block both times.
+// The symbol profile changes the global block both times.
 constexpr ProfileValues codesIntoRecord = {{0, 0, 0, 0, 0, 0, 1}};
 constexpr ProfileValues codesIntoBlockWithRecord = {{1, 0, 0, 0, 0, 0, 0}};
 constexpr ProfileValues codesIntoBlock = {{1, 0, 0, 0, 0, 0, 1}};

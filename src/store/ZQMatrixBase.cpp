@@ -17,7 +17,7 @@ constexpr int highestDebugLevel = 9;
 int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const char* debugDirectory) {
   currentMatrixID = 0;
   ZQMatrixFileHeader* header = matrixFileHeader;
-  header->setFileType("zmatrix");
+  header->setFileType(zmatrix::matrixFileType);
   header->setMatrixDescription("");
   header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
   header->setIs64BitMatrix(0);

@@ -32,7 +32,7 @@
 
 struct ZQBaseTier;
 
-class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseAccessors<ZQMatrixBase> {
+class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessors<ZQMatrixBase> {
  public:
   using Tier = ZQBaseTier;
 

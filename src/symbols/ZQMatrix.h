@@ -11,7 +11,7 @@ namespace zmatrix {
 struct DerivedSymbols;
 }
 
-class ZQMatrix : public ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium> {
+class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium> {
  public:
   using Tier = ZQFullTier;
 
