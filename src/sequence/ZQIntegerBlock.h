@@ -13,7 +13,7 @@ namespace zmatrix {
 inline bool resizeIntegerBlock(int*& block, int oldCapacity, long long capacity) {
   if (capacity > INT_MAX) return false;
   const size_t wanted = static_cast<size_t>(std::max(capacity, 1LL));
-  auto* resized = static_cast<int*>(systemRealloc(block, wanted * sizeof(int)));
+  auto* resized = static_cast<int*>(systemRealloc(block, bytesOf(wanted, sizeof(int))));
   if (resized == nullptr) return false;
   const size_t kept = block == nullptr ? 0 : static_cast<size_t>(std::max(oldCapacity, 0));
   if (kept < wanted) std::fill(resized + kept, resized + wanted, 0);

@@ -27,7 +27,8 @@ class HeapArray {
   /// fails.
   bool resize(long long newSize, T fill) {
     if (newSize < 0 || newSize > INT_MAX) return false;
-    T* newValues = static_cast<T*>(systemRealloc(values, static_cast<size_t>(newSize > 0 ? newSize : 1) * sizeof(T)));
+    T* newValues =
+        static_cast<T*>(systemRealloc(values, bytesOf(newSize > 0 ? static_cast<unsigned long long>(newSize) : 1, sizeof(T))));
     if (newValues == nullptr && (values == nullptr || newSize > numberOfValues)) return false;
     if (newValues != nullptr) values = newValues;
     const int oldSize = numberOfValues;

@@ -23,7 +23,8 @@ ZQMatrixBaseElement*** ZQMatrixBase::getMatrixDataEntryArray() {
 }
 
 bool ZQMatrixBase::resizeEntryArray(int numberOfMatrices) {
-  void* entries = systemRealloc(matrixDataEntryArray, static_cast<size_t>(numberOfMatrices) * sizeof *matrixDataEntryArray);
+  void* entries = systemRealloc(matrixDataEntryArray,
+                                zmatrix::bytesOf(static_cast<unsigned>(numberOfMatrices), sizeof *matrixDataEntryArray));
   if (entries == nullptr) return false;
   matrixDataEntryArray = static_cast<ZQMatrixBaseElement***>(entries);
   return true;

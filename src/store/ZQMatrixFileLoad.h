@@ -122,7 +122,7 @@ struct ZQMatrixFileLoad {
     for (int id = newMaximum; id < oldMaximum; ++id) deleteRecord(id);
     if (newMaximum > oldMaximum) {
       auto** infos = static_cast<ZQMatrixBaseInfo**>(
-          systemRealloc(matrix.matrixInfoArray, static_cast<size_t>(newMaximum) * sizeof(ZQMatrixBaseInfo*)));
+          systemRealloc(matrix.matrixInfoArray, zmatrix::bytesOf(static_cast<unsigned>(newMaximum), sizeof(ZQMatrixBaseInfo*))));
       if (infos == nullptr) return false;
       matrix.matrixInfoArray = infos;
       if (!matrix.resizeEntryArray(newMaximum) || !header.resizeStopFlags(newMaximum)) return false;

@@ -25,7 +25,8 @@ class ZQPodArray {
   bool resize(size_t newSize, int fill) {
     const size_t entries = newSize > 0 ? newSize : 1;
     const bool isNewOfZeros = values == nullptr && fill == 0;
-    T* newValues = static_cast<T*>(isNewOfZeros ? systemCalloc(entries, sizeof(T)) : systemRealloc(values, entries * sizeof(T)));
+    T* newValues =
+        static_cast<T*>(isNewOfZeros ? systemCalloc(entries, sizeof(T)) : systemRealloc(values, bytesOf(entries, sizeof(T))));
     if (newValues == nullptr && (values == nullptr || newSize > numberOfValues)) return false;
     if (newValues != nullptr) values = newValues;
     if (newSize > numberOfValues && !isNewOfZeros) memset(values + numberOfValues, fill, (newSize - numberOfValues) * sizeof(T));

@@ -94,7 +94,7 @@ void setMaxNumberOfMatricesIn(Matrix& matrix, int number) {
   }
   if (number > header->getMatrixBlockSize() || number > largestNumberOfMatrices) return;  // the roots must lie in the block
   auto** infos = static_cast<ZQMatrixBaseInfo**>(
-      systemRealloc(matrix.getMatrixInfoArray(), static_cast<size_t>(number) * sizeof(ZQMatrixBaseInfo*)));
+      systemRealloc(matrix.getMatrixInfoArray(), bytesOf(static_cast<unsigned>(number), sizeof(ZQMatrixBaseInfo*))));
   if (infos == nullptr) return;
   matrix.setMatrixInfoArray(infos);
   if (!matrix.resizeEntryArray(number) || !header->resizeStopFlags(number)) return;
