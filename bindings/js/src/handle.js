@@ -17,6 +17,7 @@ const forgotten = new FinalizationRegistry(({ library, remove, pointer }) => lib
 
 export class Handle {
   #pointer;
+  #functions;
 
   /** A new matrix, or the one in a file, whose path is a C text. */
   constructor(library, tier, path = null) {
@@ -28,6 +29,7 @@ export class Handle {
     this.memory = memory;
     this.tier = tier;
     this.suffix = suffix;
+    this.#functions = new Map();
     this.#pointer = pointer;
     forgotten.register(this, { library, remove, pointer }, this);
   }
@@ -46,12 +48,18 @@ export class Handle {
   /** The function of the tier, on the matrix. */
   call(name, ...rest) {
     if (!this.isOpen) throw new ClosedError('the model is closed');
-    return this.library.raw[name + this.suffix](this.#pointer, ...rest);
+    return this.#function(name)(this.#pointer, ...rest);
   }
 
   /** The same on an element or a record. */
   callOn(pointer, name, ...rest) {
-    return this.library.raw[name + this.suffix](pointer, ...rest);
+    return this.#function(name)(pointer, ...rest);
+  }
+
+  #function(name) {
+    let found = this.#functions.get(name);
+    if (found === undefined) this.#functions.set(name, (found = this.library.raw[name + this.suffix]));
+    return found;
   }
 
   select(id) {

@@ -90,11 +90,12 @@ export class Model {
   #readAll(reading, count) {
     const items = new Int32Array(count);
     let given = 0;
+    reading.isBulk = true;
     const pieces = reading.pieces(Math.min(BULK, Math.max(count, 1)));
     while (given < count) {
       const { value, done } = pieces.next();
       if (done) return items.slice(0, given);
-      items.set(value.items.subarray(0, count - given), given);
+      items.set(value.found <= count - given ? value.items : value.items.subarray(0, count - given), given);
       given += value.found;
     }
     return items;

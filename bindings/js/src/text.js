@@ -3,7 +3,7 @@
 
 const DISPLACED = 0xdc00; // what a control character whose byte Windows-1252 gives to another has more than its code point
 const REPLACEMENT = 0xfffd;
-const MOST_ARGUMENTS = 8192;
+const LAST_OF_ONE_UNIT = 0xffff;
 
 // The code points of bytes 0x80 to 0x9f, 0 where Windows-1252 has none.
 const CODES_OF_BYTES = [
@@ -11,6 +11,7 @@ const CODES_OF_BYTES = [
   0, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022, 0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0, 0x017e, 0x0178,
 ];
 
+const utf16 = new TextDecoder('utf-16le', { ignoreBOM: true }); // the order in which WebAssembly and its hosts keep numbers
 const itemOf = new Map();
 CODES_OF_BYTES.forEach((code, at) => {
   if (code === 0) return;
@@ -27,7 +28,7 @@ export function itemsOf(text) {
   let count = 0;
   for (let at = 0; at < text.length; at++) {
     const code = text.codePointAt(at);
-    if (code > 0xffff) at++;
+    if (code > LAST_OF_ONE_UNIT) at++;
     items[count++] = code < 0x80 ? code : isSurrogate(code) ? REPLACEMENT : itemOf.get(code) ?? code;
   }
   return items.subarray(0, count);
@@ -41,11 +42,14 @@ function codeOfItem(item) {
 
 /** The characters of items; one that stands for none is U+FFFD. */
 export function textOf(items) {
-  let text = '';
-  for (let at = 0; at < items.length; at += MOST_ARGUMENTS) {
-    text += String.fromCodePoint(...items.slice(at, at + MOST_ARGUMENTS).map(codeOfItem));
+  const units = new Uint16Array(2 * items.length);
+  let count = 0;
+  for (const item of items) {
+    const code = codeOfItem(item);
+    if (code > LAST_OF_ONE_UNIT) units[count++] = 0xd7c0 + (code >> 10);
+    units[count++] = code > LAST_OF_ONE_UNIT ? 0xdc00 + (code & 0x3ff) : code;
   }
-  return text;
+  return utf16.decode(units.subarray(0, count));
 }
 
 /** The text in bytes: UTF-16 by its mark, UTF-8 if all of it is, else Windows-1252. */
