@@ -1,4 +1,5 @@
 // An instance of the module: its functions, its memory, and a file system of its own for the moment of a save or load.
+import { LimitError } from './errors.js';
 import { Memory } from './memory.js';
 import { functionsOf } from './raw.js';
 
@@ -27,26 +28,29 @@ export class Library {
 
   /** What `write` leaves in the file that it is told. */
   bytesOfFile(write) {
-    try {
-      this.memory.scratch((scratch) => write(scratch.text(FILE)));
+    return this.#withFile((path) => {
+      write(path);
       return this.#files.readFile(FILE);
-    } finally {
-      this.#remove();
-    }
+    });
   }
 
   /** Calls `read` with the name of a file that holds these bytes. */
   withFile(bytes, read) {
-    try {
+    return this.#withFile((path) => {
       this.#files.writeFile(FILE, bytes);
-      return this.memory.scratch((scratch) => read(scratch.text(FILE)));
-    } finally {
-      this.#remove();
-    }
+      return read(path);
+    });
   }
 
-  #remove() {
-    if (this.#files.analyzePath(FILE).exists) this.#files.unlink(FILE);
+  #withFile(work) {
+    try {
+      return this.memory.scratch((scratch) => work(scratch.text(FILE)));
+    } catch (error) {
+      // Files in memory grow in arrays of JavaScript, which says so where it has no more room.
+      throw error instanceof RangeError ? new LimitError(`no memory for a model's file: ${error.message}`) : error;
+    } finally {
+      if (this.#files.analyzePath(FILE).exists) this.#files.unlink(FILE);
+    }
   }
 }
 
