@@ -33,10 +33,14 @@ want_file() {
   [[ -e $1 ]] || missing_packages+=("$2")
 }
 
-want_build_tools() {
+want_library_tools() {
   want_command g++ g++
   want_command cmake cmake
   want_command ninja ninja-build
+}
+
+want_build_tools() {
+  want_library_tools
   want_file /usr/include/CLI/CLI.hpp libcli11-dev
   want_file /usr/include/nlohmann/json.hpp nlohmann-json3-dev
 }
@@ -73,4 +77,15 @@ build_preset() {
   local generator=()
   [[ -e $project/build/$preset/CMakeCache.txt ]] || generator=(-G Ninja)
   (cd "$project" && quietly cmake --preset "$preset" "${generator[@]}" "$@" && cmake --build "build/$preset" --parallel "$jobs")
+}
+
+# build_shared_library FILE: builds the shared library for release, and writes it to FILE without what only debuggers read.
+build_shared_library() {
+  say "building the shared library"
+  if [[ ! -e $project/build/release/CMakeCache.txt ]]; then
+    (cd "$project" && quietly cmake --preset release -G Ninja -DZMATRIX_BUILD_COMMAND=OFF)
+  fi
+  (cd "$project" && quietly cmake --build build/release --parallel "$jobs" --target zmatrix)
+  mkdir -p "$(dirname "$1")"
+  strip --strip-unneeded -o "$1" "$project/build/release/src/libzmatrix.so"
 }
