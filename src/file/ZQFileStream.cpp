@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -32,7 +33,7 @@ ZQFileWriter::ZQFileWriter(FILE* aFile) : file(aFile) {
 bool ZQFileWriter::flush() {
   if (file != nullptr && used > 0 && !hasFailed) {
     hasFailed = fwrite(bytes, 1, used, file) != used;
-#ifdef SYNC_FILE_RANGE_WRITE
+#if defined(__linux__) && defined(SYNC_FILE_RANGE_WRITE)
     // Starts the writing only; errors are reported when the file is synced.
     if (writesBackAtOnce) sync_file_range(fileno(file), flushedBytes, static_cast<off_t>(used), SYNC_FILE_RANGE_WRITE);
 #endif
@@ -124,7 +125,7 @@ void ZQFileReader::skip(long long size) {
 }
 
 bool ZQFileReader::grants(long long bytes) {
-  if (bytes < 0 || bytes > memoryForAnyFile + memoryForByteOfFile * fileSize - bytesGranted) return false;
+  if (bytes < 0 || bytes > PTRDIFF_MAX || bytes > memoryForAnyFile + memoryForByteOfFile * fileSize - bytesGranted) return false;
   bytesGranted += bytes;
   return true;
 }

@@ -148,7 +148,7 @@ class ZQArray {
   }
   bool setCapacity(size_t wanted) noexcept {
     if (wanted == capacity && values != nullptr) return true;
-    auto* resized = static_cast<T*>(systemRealloc(values, std::max<size_t>(wanted, 1) * sizeof(T)));
+    auto* resized = static_cast<T*>(systemRealloc(values, bytesOf(std::max<size_t>(wanted, 1), sizeof(T))));
     if (resized == nullptr) return false;
     values = resized;
     capacity = wanted;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 /// Allocates `size` bytes, or returns null.
 [[nodiscard]] void* systemMalloc(size_t size) noexcept;
@@ -30,7 +31,13 @@ template <class T>
 
 namespace zmatrix {
 
-/// The largest single allocation that is granted, in bytes. Unlimited unless a test sets it, before it starts threads.
+/// The largest single allocation that is granted, in bytes: PTRDIFF_MAX unless a test sets it, before it starts threads.
 extern size_t largestAllocation;
+
+/// The bytes of `count` values of `size` bytes. Where a size_t can't tell them, as it may be with 32 bits, it is a size that no
+/// allocation has.
+constexpr size_t bytesOf(unsigned long long count, size_t size) {
+  return count > SIZE_MAX / size ? SIZE_MAX : static_cast<size_t>(count) * size;
+}
 
 }  // namespace zmatrix

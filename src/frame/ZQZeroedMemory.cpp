@@ -70,10 +70,9 @@ size_t ZQZeroedMemory::getWholeSize() const {
 
 bool ZQZeroedMemory::resize(size_t newSize) noexcept {
   newSize = std::max(newSize, size_t{1});
-  char* resized = static_cast<char*>(systemCalloc(newSize, 1));
+  char* resized = static_cast<char*>(systemRealloc(begin, newSize));
   if (resized == nullptr) return false;
-  if (begin != nullptr) memcpy(resized, begin, std::min(size, newSize));
-  systemFree(begin);
+  if (newSize > size) memset(resized + size, 0, newSize - size);
   begin = resized;
   size = newSize;
   return true;

@@ -1,6 +1,6 @@
 // One large piece of memory that is all 0 where nothing was written, and that can change its size. Where the system can, growth
 // moves pages, not bytes, asks for no more address space than the difference, and what was never touched takes no memory.
-// Elsewhere the content is copied to a new piece: both together are the most that it asks for.
+// Elsewhere the content is copied to a new piece where the old one can't grow: both together are the most that it asks for.
 #pragma once
 
 #include <cstddef>

@@ -151,7 +151,10 @@ class SuccessorChoice {
     switch (successorMethod) {
       case ZQSuccessorMethodMostProbable:
         if (stopNow >= 0.5 && canStop) return stopInstead;
-        return static_cast<int>(std::ranges::max_element(successors_, {}, &Successor::probability) - successors_.begin());
+        return static_cast<int>(
+            std::max_element(successors_.begin(), successors_.end(),
+                             [](const Successor& one, const Successor& other) { return one.probability < other.probability; }) -
+            successors_.begin());
       case ZQSuccessorMethodMiddle:
         return static_cast<int>(successors_.size()) / 2;
       default:

@@ -1,9 +1,10 @@
 #include "music/kern/ZQKernTokens.h"
 
 #include <algorithm>
-#include <charconv>
 #include <climits>
 #include <cmath>
+
+#include "frame/ZQDecimalNumber.h"
 
 namespace zmatrix {
 
@@ -138,7 +139,7 @@ bool scanInteger(std::string_view& text, int& value) {
 bool scanFloat(std::string_view& text, float& value) {
   skipBlanks(text);
   const std::string_view digits = text.starts_with('+') ? text.substr(1) : text;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  const auto [end, error] = decimalFromChars(digits.data(), digits.data() + digits.size(), value, std::chars_format::general);
   if (error == std::errc::invalid_argument) return false;
   if (error == std::errc::result_out_of_range) {
     const bool isTiny =

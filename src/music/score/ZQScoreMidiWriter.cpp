@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <compare>
 #include <cstdio>
 #include <new>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "file/ZQSafeFile.h"
@@ -56,7 +56,9 @@ class SignatureTrack {
     unsigned char type;
     std::string data;  // empty for what a MIDI file can't say
 
-    friend auto operator<=>(const Event&, const Event&) = default;
+    friend bool operator<(const Event& one, const Event& other) {
+      return std::tie(one.tick, one.type, one.data) < std::tie(other.tick, other.type, other.data);
+    }
   };
 
   void addTempo(const zq_ScoreTempo& tempo) {
