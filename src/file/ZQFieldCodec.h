@@ -1,5 +1,5 @@
-// The two directions in which a table of fields is gone through: a describing function names each field once, and what it is
-// given decides whether the field is written or read. A reader that meets something illegal takes no more bytes from there on.
+// Writes and reads records field by field. A describing function names each field once; called with a ZQFieldWriter it writes the
+// fields, called with a ZQFieldReader it reads them. After an illegal value the reader reads no more fields.
 #pragma once
 
 #include <cstring>
@@ -9,7 +9,7 @@
 
 namespace zmatrix {
 
-/// What stands in the file for a number of this type: 4 bytes, or 8 for the widest.
+/// The type of a number in the file: 4 bytes, or 8 for 64-bit types.
 template <class T>
 using NumberInFile = std::conditional_t<sizeof(T) == 8, int64_t, int32_t>;
 
@@ -23,12 +23,12 @@ class ZQFieldWriter {
   void number(const T& value) {
     file.put(static_cast<NumberInFile<T>>(value));
   }
-  /// All fields exist in what is written.
+  /// Files are always written in the newest version, so that every field exists.
   template <class T>
   void number(const T& value, int, T) {
     number(value);
   }
-  /// A text in a field of its own; what lies behind its end goes out as zeros.
+  /// Writes a text field of fixed size; bytes behind the terminator are written as zeros.
   void text(const char* field, size_t size) {
     const size_t length = strnlen(field, size);
     file.write(field, length);
@@ -52,7 +52,7 @@ class ZQFieldReader {
   void number(T& value) {
     if (isSound()) value = static_cast<T>(file.get<NumberInFile<T>>());
   }
-  /// A field that files have from version `since` on, and its value in the older ones.
+  /// Reads a field that files have from version `since` on; it gets `valueBefore` in older files.
   template <class T>
   void number(T& value, int since, T valueBefore) {
     if (version >= since) {
@@ -68,10 +68,10 @@ class ZQFieldReader {
   void require(bool condition) { isRefused = isRefused || !condition; }
   void setVersion(int newVersion) { version = newVersion; }
   long long getPosition() const { return file.getPosition(); }
-  /// Behind each part of a record: the sum of the lengths reached, which its writer has made its size.
+  /// Called behind each part of a record: adds the length reached so far. Writers have stored that sum as the size of the record.
   void endPart() { sumOfLengths += static_cast<unsigned>(getPosition() - start); }
   unsigned getSumOfLengths() const { return sumOfLengths; }
-  /// False once something illegal, or the end of the file, was met.
+  /// False after an illegal value or the end of the file.
   bool isSound() const { return !isRefused && !file.isAtEnd(); }
 
   ZQFileReader& file;

@@ -33,7 +33,7 @@ bool ZQFileWriter::flush() {
   if (file != nullptr && used > 0 && !hasFailed) {
     hasFailed = fwrite(bytes, 1, used, file) != used;
 #ifdef SYNC_FILE_RANGE_WRITE
-    // Only begins to write and tells nothing: what goes wrong shows when the file is synced.
+    // Only starts the writing. Errors are reported by the sync at the end.
     if (writesBackAtOnce) sync_file_range(fileno(file), flushedBytes, static_cast<off_t>(used), SYNC_FILE_RANGE_WRITE);
 #endif
   }
@@ -69,7 +69,7 @@ ZQFileReader::ZQFileReader(FILE* aFile) : file(aFile), buffer(new (std::nothrow)
   fseeko(file, start, SEEK_SET);
 }
 
-// Moves what is left to the front and reads on behind it.
+// Moves the unread bytes to the front of the buffer and reads more behind them.
 bool ZQFileReader::refill(size_t size) {
   if (buffer == nullptr || getBytesLeft() < static_cast<long long>(size)) return false;
   const size_t left = end - next;
@@ -78,7 +78,7 @@ bool ZQFileReader::refill(size_t size) {
   next = 0;
   end = left + fread(buffer.get() + left, 1, bufferSize - left, file);
   if (end >= size) return true;
-  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file has become shorter meanwhile
+  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file was shortened while it was read
   return false;
 }
 
@@ -144,7 +144,7 @@ FILE* newTemporaryFile(long long) {
 }
 
 FILE* newFileInMemory(long long size) {
-  return fmemopen(nullptr, static_cast<size_t>(size) + 1, "w+b");  // and a zero byte behind
+  return fmemopen(nullptr, static_cast<size_t>(size) + 1, "w+b");  // room for the terminating zero byte that fmemopen adds
 }
 
 bool copyRest(FILE* from, ZQFileWriter& to) {

@@ -18,14 +18,14 @@ struct ZQDebugChannel {
   static zq_messageFunction messageFunction;  ///< what a host has called for each message, or null
   static void* messageUserData;
 
-  /// True if a message of this level would come out: what a hot path asks before it builds one.
+  /// True if a message of this level would be printed or passed on. Hot paths ask this before they format a message.
   static bool shows(int level) { return globalDebugLevel >= level && (prints() || messageFunction != nullptr); }
   static bool prints() { return globalDebugOutputDevice != 0 && (globalDebugOutputDevice == 1 || fpMatrixErr != nullptr); }
 };
 
-/// Prints one message through the channel. Level 0 is for errors and warnings, 1 for notes, 2 to 9 for detail.
-/// Devices 2 and 3 are silent altogether while there is no debug file. What is neither printed nor listened to costs a few tests
-/// of globals; a message of level 0 is always kept, as the last one.
+/// Prints one message through the channel. Level 0 is for errors and warnings, 1 for notes, 2 to 9 for detail. Devices 2 and 3
+/// print nothing while there is no debug file. A message that is neither printed nor passed to a function costs a few tests of
+/// globals; a message of level 0 is always kept as the last message.
 void dbPrintf(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
 namespace zmatrix {

@@ -1,6 +1,5 @@
-// Heap allocation as the library hands it across its boundary: whatever a host receives to keep comes from here and goes back
-// through systemFree. The three operations are the C heap's own, with one limit that a test can lower to see what a full memory
-// does.
+// Heap allocation of everything that a host receives to keep: it is allocated here and released through systemFree. The functions
+// are those of the C heap, with a size limit that a test can lower to simulate a lack of memory.
 #pragma once
 
 #include <cstddef>
@@ -8,10 +7,10 @@
 /// Allocates `size` bytes, or returns null.
 void* systemMalloc(size_t size);
 
-/// As systemMalloc, for `count` times `size` bytes, all 0; a large one costs nothing before it is touched.
+/// As systemMalloc, for `count` times `size` bytes, all 0. Pages of a large allocation cost nothing before their first use.
 void* systemCalloc(size_t count, size_t size);
 
-/// Resizes an allocation of systemMalloc; null if there is no room, and the old allocation then stands.
+/// Resizes an allocation of systemMalloc. If there is no memory it returns null and the old allocation is unchanged.
 void* systemRealloc(void* pointer, size_t size);
 
 /// Releases an allocation; null is ignored.
@@ -27,7 +26,7 @@ T* systemMallocArray(long long count) {
 
 namespace zmatrix {
 
-/// The largest single allocation that is granted, in bytes. Unlimited unless a test sets it.
+/// The largest single allocation that is allowed, in bytes. Unlimited unless a test sets it.
 extern size_t largestAllocation;
 
 }  // namespace zmatrix

@@ -5,9 +5,9 @@
 
 #include <climits>
 
-/// What the host's callback gets to see.
+/// The record that the host's callback receives.
 struct progressCallBackData_tag {
-  char progressText[80];  ///< what is going on, terminated
+  char progressText[80];  ///< what the operation does, terminated
   int progressItem;       ///< the item just reached
   int progressItemCount;  ///< the number of items in the operation
 };
@@ -19,11 +19,11 @@ extern matrixProgressCallBackFunction updateProgressBarCallBackFunction;
 
 namespace zmatrix {
 
-/// Decides which items are reported. A loop that wants to ask less often than once an item reads nextItem.
+/// Decides which items are reported. A loop that asks less often than once per item reads nextItem.
 struct ProgressThrottle {
   int step = 1;                        ///< about a hundredth of the operation
   int lastReportedItem = INT_MAX;      ///< an item below this one begins a new operation
-  int itemCountOfOperation = INT_MAX;  ///< and so does another count
+  int itemCountOfOperation = INT_MAX;  ///< a different count begins one too
   long long nextItem = 0;              ///< the first item above this one is reported
 };
 
