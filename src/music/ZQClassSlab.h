@@ -1,6 +1,6 @@
-// Memory for the many small objects of one class: an address for each, but not a trip to the heap. When the last object is
-// released all memory goes back but for one chunk of at most half a megabyte. With the address sanitizer each object has a block
-// of its own, so that a use after release is seen.
+// Memory for the many small objects of one class, without a heap call for each. When the last object is released, all memory is
+// freed except for one chunk of at most half a megabyte. Under the address sanitizer each object has a heap block of its own, so
+// that a use after release is detected.
 #pragma once
 
 #include "frame/ZQMemory.h"
@@ -27,7 +27,7 @@ class ZQClassSlab {
     systemFree(memory);
   }
 #else
-  /// Room for one object, or null if memory has run out.
+  /// Room for one object, or null without memory.
   static void* allocate() {
     void* memory = slab.allocate();
     if (memory != nullptr) livingObjects++;

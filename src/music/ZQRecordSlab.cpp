@@ -5,7 +5,7 @@
 namespace {
 
 constexpr size_t headerOfChunk = 16;          // keeps records aligned for their 64-bit value
-constexpr size_t mostRecordsInChunk = 16384;  // half a megabyte or so: large enough to be rare, small enough to waste little
+constexpr size_t mostRecordsInChunk = 16384;  // about half a megabyte: few heap calls, and little waste
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// Memory for records of one size: large chunks handed out in order, and a list of records given back, used again first. A record
-// never moves. All memory goes back when the slab is cleared.
+// Memory for records of one size: large chunks, used from begin to end, and a list of released records, which are reused first. A
+// record never moves. Clearing the slab frees all memory.
 #pragma once
 
 #include <cstddef>
@@ -11,11 +11,11 @@ class ZQRecordSlab {
   ZQRecordSlab(const ZQRecordSlab&) = delete;
   ZQRecordSlab& operator=(const ZQRecordSlab&) = delete;
 
-  /// Sets the size of a record in bytes; only while nothing is allocated.
+  /// Sets the size of a record in bytes; only while no record is allocated.
   void setRecordSize(size_t size) { recordSize = size < sizeof(void*) ? sizeof(void*) : size; }
   size_t getRecordSize() const { return recordSize; }
 
-  /// Room for one record, its content undefined, or null if memory has run out.
+  /// Room for one record with undefined content, or null without memory.
   void* allocate() {
     if (firstReleased != nullptr) {
       Released* record = firstReleased;
@@ -28,17 +28,17 @@ class ZQRecordSlab {
     return record;
   }
 
-  /// Takes a record back for the next allocate().
+  /// Makes a record available to the next allocate().
   void release(void* record) {
     Released* released = static_cast<Released*>(record);
     released->next = firstReleased;
     firstReleased = released;
   }
 
-  /// Gives all memory back to the heap; every record is gone.
+  /// Frees all chunks; all records become invalid.
   void clear();
 
-  /// Every record is gone, and the memory but for the chunk in use, which the next records come from.
+  /// Frees all chunks except for the current one, which is reused; all records become invalid.
   void restart();
 
  private:

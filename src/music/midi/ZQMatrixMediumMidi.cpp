@@ -1,4 +1,4 @@
-// Music of the medium tier: the shared telling, instantiated.
+// MIDI methods of the medium tier: instances of the shared templates.
 #include "music/midi/ZQMidiFeed.h"
 #include "sequence/ZQMatrixMedium.h"
 
@@ -13,7 +13,7 @@ struct MidiTier<ZQMatrixMedium> {
     dbPrintf(0, "updateMatrixWithMidiFile: could not find a free matrixID for timeSignature %d/%d\n", nom, denom);
   }
 
-  /// The file's name behind what was learned of it.
+  /// Adds the track and the name of its file to the history of the sub-matrix.
   static void addFileName(ZQMatrixMediumInfo* info, const NameOfLearnedTrack& entry, const char* fileName) {
     addNameOfLearnedTrack(info, entry, fileName);
   }

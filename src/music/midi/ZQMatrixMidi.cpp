@@ -1,4 +1,4 @@
-// Music of the full tier: the shared telling, instantiated. Symbols are not derived here.
+// MIDI methods of the full tier: instances of the shared templates. No symbols are derived from music.
 #include "music/midi/ZQMidiFeed.h"
 #include "symbols/ZQMatrix.h"
 

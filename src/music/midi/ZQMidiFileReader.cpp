@@ -13,9 +13,10 @@ namespace {
 
 constexpr double quantaPerQuarter = 3072.0;
 constexpr int mostBytesOfEvent = 4;
-constexpr unsigned char velocityOfNoteOff = 127;  // of one that was a note-on of velocity 0
+constexpr unsigned char velocityOfNoteOff = 127;  // of a note-off that was read as a note-on of velocity 0
 
-/// How a meta event is kept, and what is said of it. The message of a text takes the text, the others nothing or their own.
+/// How a type of meta event is stored and reported. The format of a text's message takes the text; other formats take nothing, or
+/// are printed separately.
 struct MetaRow {
   int type;
   int eventType;
@@ -51,7 +52,7 @@ const MetaRow& rowOfMeta(int type) {
 }
 
 bool isUnknownText(int type) {
-  return type == 9 || (type >= 13 && type <= 15);  // type 9 has a name and is unknown all the same
+  return type == 9 || (type >= 13 && type <= 15);  // type 9 has a name but counts as unknown
 }
 
 void printKeySignature(const unsigned char* data) {
@@ -118,7 +119,7 @@ void printChannelEvent(const ZQMidiEvent& event) {
   }
 }
 
-/// The meters that a text of this form stands for.
+/// The begin of a text event that names a meter.
 constexpr char meterText[] = "!!!AMT: ";
 
 struct MeterOfText {
@@ -146,7 +147,7 @@ int MidiFileReader::timeInQuanta() {
   return lastTimeInQuanta;
 }
 
-/// Takes the event over; false, and the event gone, if memory has run out.
+/// Takes ownership of the event; false without memory, with the event released.
 bool MidiFileReader::addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent) {
   if (midiEvent == nullptr) return false;
   if (track->addMidiEvent(midiEvent)) return true;
@@ -154,7 +155,7 @@ bool MidiFileReader::addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent)
   return false;
 }
 
-/// A text can name a meter; then a time signature follows it.
+/// If a text event names a meter, a time signature is added behind it.
 bool MidiFileReader::addMeterOfText() {
   const char* text = reinterpret_cast<const char*>(event.buffer + 1);
   if (!beginsWith(text, meterText)) return true;
@@ -182,7 +183,7 @@ bool MidiFileReader::takeMetaEvent() {
     deleteZQMidiEvent(midiEvent);
     return false;
   }
-  // Behind an end of track this is time 0: the codec has gone to the next track by then.
+  // After an end of track the time is 0: the codec is already in the next track.
   midiEvent->initWithBytes(timeInQuanta(), std::min({event.byteCount, mostBytesOfEvent, row.mostBytes}), event.buffer + 1);
   midiEvent->setEventType(row.eventType);
   if (type == ZQMidiMetaTempo) midiEvent->setFloatValue(static_cast<float>(state.tempo));
@@ -190,8 +191,8 @@ bool MidiFileReader::takeMetaEvent() {
   return addToTrack(list.getMidiEventTrackAtIndex(0), midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
 }
 
-/// Finds the track of a channel event; false if memory has run out. Those in track 0 of a file, as in all files of format 0, go
-/// to index 1; so does the rest of that track, and the next track of the file goes to index 2.
+/// Finds the event track of a channel event; false without memory. Channel events in the file's track 0, as in all files of
+/// format 0, and the rest of that track go to index 1; the file's next track then goes to index 2.
 bool MidiFileReader::findTrack() {
   if (!list.extendEventTracksTo(state.currentTrack)) return false;
   if (state.currentTrack == 0) {
@@ -209,7 +210,7 @@ bool MidiFileReader::takeChannelEvent() {
   if (midiEvent == nullptr) return false;
   midiEvent->initWithBytes(timeInQuanta(), std::min(event.byteCount, mostBytesOfEvent), event.buffer);
   if (speaks) printChannelEvent(*midiEvent);
-  // Told without a jump, which would be guessed wrong too often: files end notes in both ways.
+  // Computed without a branch, which would often be mispredicted: files end notes in both ways.
   const int isNoteOn = midiEvent->getStatus() == ZQMidiNoteOn, isSilent = midiEvent->getByte3() == 0;
   const bool isSilentNoteOn = (isNoteOn & isSilent) != 0;
   midiEvent->setByte1(static_cast<unsigned char>(midiEvent->getByte1() - (isSilentNoteOn ? ZQMidiNoteOn - ZQMidiNoteOff : 0)));
@@ -220,7 +221,7 @@ bool MidiFileReader::takeChannelEvent() {
   return isTaken;
 }
 
-/// Takes an event into its track, or drops it, and counts it for the track of the file that it stands in.
+/// Adds an event to its track, or drops it, and counts it for the file's track.
 bool MidiFileReader::take() {
   MidiTrackReading& track = findings.tracks.back();
   if (event.metaFlag == 1) {

@@ -1,4 +1,4 @@
-// Takes the codec's events, one after the other, into the event tracks of a list.
+// Reads a file's events through the codec and adds them to the event tracks of a list.
 #pragma once
 
 #include "frame/ZQDebugChannel.h"
@@ -12,7 +12,7 @@ class MidiFileReader {
   MidiFileReader(ZQMidiTrackList& aList, _MIDIFILEInStruct& aState, MidiReadFindings& theFindings)
       : list(aList), state(aState), event(*aState.event), findings(theFindings) {}
 
-  /// Reads until nothing more can be read. False if memory has run out.
+  /// Reads until the codec delivers no more events. False without memory.
   bool run();
 
  private:
@@ -31,10 +31,10 @@ class MidiFileReader {
   _MIDIFILEInStruct& state;
   _MIDIFILEReadStruct& event;
   MidiReadFindings& findings;
-  const bool speaks = ZQDebugChannel::shows(1);  // asked once a file, not once an event
+  const bool speaks = ZQDebugChannel::shows(1);  // checked once per file, not once per event
   ZQMidiEventTrack* trackInHand = nullptr;
   int indexOfTrackInHand = -1;
-  int ticksOfLastTime = 0;  // many events share their time
+  int ticksOfLastTime = 0;  // many successive events have the same time
   int lastTimeInQuanta = 0;
 };
 

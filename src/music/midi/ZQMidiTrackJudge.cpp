@@ -55,7 +55,7 @@ void MidiTrackJudge::refuse(const char* format, int value) const {
   dbPrintf(0, format, value);
 }
 
-/// The integers of the sequence. With an unknown type the length of the track before stands.
+/// Sets the number of integers of the sequence. With an unknown type the length of the track before is kept.
 bool MidiTrackJudge::findLength() {
   const int type = present.preProcessingType, dimension = present.coordinateDimension;
   const bool isPair = type == 1 || type == ZQPreProcessingTypeMidiNoteAndModQuanta;
