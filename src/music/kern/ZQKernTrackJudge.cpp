@@ -40,7 +40,7 @@ KernTrackJudge::KernTrackJudge(const ZQKernTrackList& list, const MidiFeedSettin
   signatures = list.getKernTimeSignatureFromTrackList(&nom, &denom);
 }
 
-/// The integers of the sequence. With an unknown type the length of the track before stands.
+/// Sets the number of integers of the sequence. With an unknown type the length of the track before is kept.
 bool KernTrackJudge::findLength() {
   const int type = present.preProcessingType, dimension = present.coordinateDimension;
   const bool isQuadruple = type == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
