@@ -52,7 +52,8 @@ void KernBars::sawBarLine(int time, bool isDouble) {
   if (timeSignatureFound_ != 0 && barOffsetFromBarLines_ != barOffsetFromTimeSignature_) {
     dbPrintf(2, "bar offset derived from barlines differs from bar offset derived from time signature %d <-> %d\n",
              barOffsetFromBarLines_, barOffsetFromTimeSignature_);
-    dbPrintf(2, "bar offset taken from first time signature found...\n");  // only the message says so: getOffset prefers the bar lines
+    // getOffset prefers the bar lines, although the message says otherwise.
+    dbPrintf(2, "bar offset taken from first time signature found...\n");
   }
 }
 
