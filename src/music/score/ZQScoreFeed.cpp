@@ -33,7 +33,7 @@ const char* const causeTexts[] = {
 static_assert(sizeof causeTexts / sizeof *causeTexts == zq_ScoreNumberOfCauses);
 static_assert(sizeof(zq_ScoreFeedReport::leftOut) / sizeof(long long) == zq_ScoreNumberOfCauses);
 
-/// The report with its storage; hosts see the plain structure that it begins with.
+/// The report with its storage. Hosts see the plain structure at its begin.
 struct OwnedReport : zq_ScoreFeedReport {
   OwnedReport() : zq_ScoreFeedReport() {}
 
@@ -52,7 +52,7 @@ long long kindsOf(const ScorePlan& plan) {
   return static_cast<long long>(kinds.size());
 }
 
-/// Each note counts once: as learned if any of its runs is, else by the cause of the first.
+/// Counts each note once: as learned if any of its runs is learned, else by the cause of the first run.
 void countNotes(const ScorePlan& plan, OwnedReport& report) {
   constexpr unsigned char unknown = zq_ScoreNumberOfCauses;
   std::vector<unsigned char> causes(plan.causes);
@@ -96,7 +96,7 @@ zq_ScoreFeedReport* reportOf(const zq_Score& score, const ScorePlan& plan, int r
   return report.release();
 }
 
-/// The report on a score of which nothing can be learned.
+/// The report on a score without any learnable note.
 zq_ScoreFeedReport* refusedReport(const zq_Score& score) {
   ScorePlan plan;
   plan.causes.assign(static_cast<size_t>(score.numberOfNotes), zq_ScoreNoMusicSettings);
@@ -115,7 +115,7 @@ bool isValid(const zq_Score* score) {
   return std::all_of(score->barLines, score->barLines + score->numberOfBarLines, isBarLineValid);
 }
 
-// --- into a matrix
+// --- feed
 
 template <class Matrix>
 zq_ScoreFeedSettings settingsOf(Matrix& matrix, int leavesOutPercussion) {
@@ -129,10 +129,10 @@ zq_ScoreFeedSettings settingsOf(Matrix& matrix, int leavesOutPercussion) {
   return settings;
 }
 
-constexpr long long mostSubMatrices =
-    4096;  // that are reserved for one score: each takes some kilobytes before it holds anything
+/// Reserved for one score at most: an empty sub-matrix takes some kilobytes.
+constexpr long long mostSubMatrices = 4096;
 
-/// One score on its way into a matrix. The global block is as it was behind it.
+/// The feed of one score. The global block is restored at the end.
 template <class Matrix>
 class ScoreFeed {
  public:
@@ -146,7 +146,7 @@ class ScoreFeed {
   ScoreFeed(const ScoreFeed&) = delete;
   ScoreFeed& operator=(const ScoreFeed&) = delete;
 
-  /// The result of the last update. The plan's runs get their sub-matrix, or the cause why they have none.
+  /// Returns the result of the last update. The plan's runs get their sub-matrix, or the cause why they have none.
   int run(ScorePlan& plan) {
     reserve(static_cast<int>(std::min(kindsOf(plan), mostSubMatrices)));
     int result = 0;
@@ -157,7 +157,7 @@ class ScoreFeed {
   }
 
  private:
-  /// More sub-matrices can be reserved only as long as none holds anything.
+  /// More sub-matrices can be reserved only while all are empty.
   void reserve(int needed) {
     if (matrix->getHighestOccupiedMatrixID() >= 0) return;
     if (needed > matrix->getMaxNumberOfMatrices()) matrix->setMaxNumberOfMatrices(needed);
@@ -182,7 +182,7 @@ class ScoreFeed {
     }
   }
 
-  /// All that tells runs apart has to agree: a sound or texture of 0 is one too.
+  /// All properties of the run's kind must match; here a sound or texture of 0 is a value, not a wildcard.
   bool makeMatrixCurrent(const PlannedRun& run) {
     const KindOfRun kind = run.kind();
     if (const auto known = idOfKind.find(kind); known != idOfKind.end()) {
@@ -221,7 +221,7 @@ class ScoreFeed {
   const KeepCurrentMatrixID<Matrix> keep;
   const MidiFeedSettings before;
   std::map<KindOfRun, int> idOfKind;
-  std::set<std::string> entries;  // of this score: one that several runs share stands in the history once
+  std::set<std::string> entries;  // of this score: an entry that several runs share is added once
 };
 
 template <class Matrix>
