@@ -1,7 +1,7 @@
-// What one does with a learned matrix besides: test it, prune it, save it and load it. Each answer is checked: a test must find
-// the matrix sound, pruning must take elements out and leave it sound, and what was loaded must hold as many as what was saved. A
-// copy of the file's bytes by the system is the measure for saving and loading, and for loading also what no load can do without:
-// reading the file into memory that is new to the process.
+// Maintenance of a learned matrix: testing, pruning, saving and loading. Each answer is checked: a test must find the matrix
+// sound, pruning must remove elements and leave it sound, and a loaded matrix must hold as many elements as the saved one. The
+// reference for saving and loading is a copy of the file's bytes by the system; for loading also reading the file into newly
+// allocated memory, which no load can avoid.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -53,7 +53,7 @@ Measurement prune(const Input& input) {
   return measured;
 }
 
-/// A file name of its own, removed with what it names.
+/// A temporary file name; the file is removed at the end.
 class TemporaryFile {
  public:
   TemporaryFile() : path_(fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".zmatrix")) {}
@@ -161,7 +161,7 @@ void registerUpkeep(const std::string& text) {
     registerRow("prune", input, "zmatrix_medium", prune<ZQMatrixMedium>, tellPruning);
     registerRow("prune", input, "zmatrix_full", prune<ZQMatrix>, tellPruning);
   }
-  // Ten million elements and more, if the text is long enough.
+  // More than ten million elements, if the text is long enough.
   const auto large = std::make_shared<const Input>(textInput(text, std::min<size_t>(text.size(), 300'000), 64));
   registerRow("file", large, "zmatrix_medium", saveAndLoad<ZQMatrixMedium>, tellFile);
   registerRow("file", large, "zmatrix_full", saveAndLoad<ZQMatrix>, tellFile);

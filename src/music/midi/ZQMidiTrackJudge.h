@@ -54,8 +54,8 @@ class MidiTrackJudge {
   MidiTrackJudge(const ZQMidiTrackList& list, const MidiFeedSettings& start, int threshold, const char* fileName,
                  const MidiFeedTexts& texts);
 
-  /// Begins with a track: counts its notes, finds its sound and how it is learned. Switches the settings to quadruples for a track
-  /// with drums, and from quadruples to triples for a track of a single other sound.
+  /// Begins with a track: counts its notes, finds its sound and how it is learned. Switches the settings to quadruples for a
+  /// track with drums, and from quadruples to triples for a track of a single other sound.
   MidiTrackVerdict takeUp(const ZQMidiObjectTrack* track, int index);
   /// Finds meter and texture. After a failure the settings stay as takeUp() set them, for all tracks that follow.
   MidiTrackVerdict findMeter();

@@ -62,7 +62,7 @@ class ScoreMidiTracks {
 
   // State of the current part.
   std::vector<ExtraNote> extraNotes_;
-  std::array<std::vector<long long>, numberOfKeys> endsOfExtraTracks_;  ///< for each key the last end in each extra track, descending
+  std::array<std::vector<long long>, numberOfKeys> endsOfExtraTracks_;  ///< per key: last end in each extra track, descending
 };
 
 }  // namespace zmatrix
