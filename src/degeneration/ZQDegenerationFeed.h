@@ -64,7 +64,7 @@ class DegenerationText {
 void showDegenerationForms(const int* degenerationLevels, int arrayLength, const char* const* const* degenerationOcrons);
 
 /// Reports the progress through the channel and, if `fileName` isn't null, in a file.
-void tellDegenerationProgress(int number, int level, const char* fileName);
+void reportDegenerationProgress(int number, int level, const char* fileName);
 
 /// True, with a message, if the signal file is there.
 bool isDegenerationTerminated();
@@ -79,7 +79,7 @@ class DegenerationFeed {
   /// number.
   void feedNumber(int number, const char* const* forms, int level) {
     if (forms == nullptr || forms[0] == nullptr) {
-      tellMissing(number, forms);
+      reportMissing(number, forms);
       return;
     }
     compareLengths(number, forms, level);
@@ -90,7 +90,7 @@ class DegenerationFeed {
   }
 
  private:
-  static void tellMissing(int number, const char* const* forms) {
+  static void reportMissing(int number, const char* const* forms) {
     if (forms == nullptr)
       dbPrintf(0, "degenerationOcrons[%d] = NULL\n", number);
     else
@@ -174,7 +174,7 @@ class DegenerationAutoSave {
     if (now < lastSave_ + secondsBetweenSaves) return;
     dbPrintf(0, "feedMatrixWithDegenerationOcronData: autoSaved\n");
     matrix_->saveMatrixToDisk("autoSave.phr");
-    tellDegenerationProgress(number, level, "autoSave.txt");
+    reportDegenerationProgress(number, level, "autoSave.txt");
     lastSave_ = now;
   }
 
@@ -217,7 +217,7 @@ int feedMatrixWithDegenerationOcronDataIn(Matrix* matrix, const int* degeneratio
     if (level > 0) feed.feedNumber(i, degenerationOcrons[i], level);
     if (autoSave != 0) autoSaver.saveIfDue(i, level);
     if (isDegenerationTerminated()) {
-      tellDegenerationProgress(i, level, nullptr);
+      reportDegenerationProgress(i, level, nullptr);
       *numberFed = i + 1;
       return 1;
     }

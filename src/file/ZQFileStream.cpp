@@ -18,7 +18,7 @@ constexpr long long memoryForByteOfFile = 64;
 
 }  // namespace
 
-ZQFileWriter::ZQFileWriter(FILE* aFile) : file(aFile) {
+ZQFileWriter::ZQFileWriter(FILE* stream) : file(stream) {
   if (file == nullptr) return;
   setvbuf(file, nullptr, _IONBF, 0);
   const off_t position = ftello(file);
@@ -60,7 +60,7 @@ void ZQFileWriter::patch(long long position, int value) {
               fseeko(file, flushedBytes, SEEK_SET) != 0;
 }
 
-ZQFileReader::ZQFileReader(FILE* aFile) : file(aFile), buffer(new (std::nothrow) char[bufferSize]) {
+ZQFileReader::ZQFileReader(FILE* stream) : file(stream), buffer(new (std::nothrow) char[bufferSize]) {
   if (!hasRoom(buffer != nullptr)) return;  // reads as an empty file
   const off_t start = ftello(file);
   if (start < 0 || fseeko(file, 0, SEEK_END) != 0) return;

@@ -40,7 +40,7 @@ constexpr size_t largestFilePiece = 64;  ///< bytes that can be claimed or taken
 class ZQFileWriter {
  public:
   /// With a null file it only counts bytes.
-  explicit ZQFileWriter(FILE* aFile);
+  explicit ZQFileWriter(FILE* stream);
 
   /// Lets the system start writing bytes to disk as soon as they are flushed: for a file that is synced at the end.
   void writeBackAtOnce() { writesBackAtOnce = true; }
@@ -78,7 +78,7 @@ class ZQFileWriter {
 class ZQFileReader {
  public:
   /// Begins at the current position of the file.
-  explicit ZQFileReader(FILE* aFile);
+  explicit ZQFileReader(FILE* stream);
 
   /// The next `size` bytes, at most largestFilePiece. If there are fewer, null, and the reader is at the end of the file.
   const char* take(size_t size) {

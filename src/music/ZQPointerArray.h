@@ -52,8 +52,8 @@ class ZQPointerArray {
 
   /// Removes all pointers for which `isRemoved` returns true, in one pass; the predicate may release the element.
   template <class Predicate>
-  void removeIf(Predicate isToGo) {
-    numberOfElements = static_cast<int>(std::remove_if(begin(), end(), isToGo) - begin());
+  void removeIf(Predicate isRemoved) {
+    numberOfElements = static_cast<int>(std::remove_if(begin(), end(), isRemoved) - begin());
   }
 
   void setArray(Element** array) { elements = array; }

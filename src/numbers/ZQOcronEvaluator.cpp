@@ -61,7 +61,7 @@ constexpr int done = 1;
 
 class OcronMachine {
  public:
-  OcronMachine(const OcronDialect& aDialect, int* stackDepth) : dialect(aDialect), stackDepth_(stackDepth) {}
+  OcronMachine(const OcronDialect& ocronDialect, int* stackDepth) : dialect(ocronDialect), stackDepth_(stackDepth) {}
 
   const OcronDialect& dialect;
 

@@ -26,7 +26,7 @@ struct KernTier;
 template <class Matrix>
 class KernFeed {
  public:
-  KernFeed(Matrix* aMatrix, const char* aFileName) : matrix(aMatrix), fileName(aFileName) {
+  KernFeed(Matrix* target, const char* path) : matrix(target), fileName(path) {
     snprintf(description, sizeof description, KernTier<Matrix>::texts.description, 64);
   }
 
@@ -62,7 +62,7 @@ class KernFeed {
     if (judge.findMeter() != MidiTrackVerdict::taken) return true;
     const LearnedTrack learned = judge.learnedTrack();
     if (!makeMatrixForMusicCurrent(matrix, learned.nom, learned.denom, learned.subType, learned.sound)) {
-      tellNoFreeMatrix(learned);
+      reportNoFreeMatrix(learned);
       return false;
     }
     applyMidiProperties(matrix, fileName, KernTier<Matrix>::profileTexts);
@@ -93,7 +93,7 @@ class KernFeed {
     matrix->setMatrixDescription(description);
   }
 
-  void tellNoFreeMatrix(const LearnedTrack& track) const {
+  void reportNoFreeMatrix(const LearnedTrack& track) const {
     dbPrintf(0, "updateMatrixWithKernFile %s: could not find a free matrixID for timeSignature %d/%d\n", fileName, track.nom,
              track.denom);
     dbPrintf(0, KernTier<Matrix>::texts.pleaseRestart, matrix->getMaxNumberOfMatrices());

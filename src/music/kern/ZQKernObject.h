@@ -41,7 +41,7 @@ class ZQKernObject {
   unsigned char textByteAt(int index) const;
 
   unsigned char getType() const { return type; }
-  void setType(unsigned char aType) { type = aType; }
+  void setType(unsigned char newType) { type = newType; }
   int getTimeQuanta() const { return timeQuanta; }
   void setTimeQuanta(int quanta) { timeQuanta = quanta; }
   int getDuration() const { return duration; }
@@ -49,7 +49,7 @@ class ZQKernObject {
   unsigned char getNoteNumber() const { return noteNumber; }
   void setNoteNumber(unsigned char number) { noteNumber = number; }
   unsigned char getChannel() const { return channel; }
-  void setChannel(unsigned char aChannel) { channel = aChannel; }
+  void setChannel(unsigned char newChannel) { channel = newChannel; }
   unsigned char getPhraseBegin() const { return phraseBegin; }
   void setPhraseBegin(unsigned char flag) { phraseBegin = flag; }
   unsigned char getPhraseEnd() const { return phraseEnd; }

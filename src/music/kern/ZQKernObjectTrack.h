@@ -34,15 +34,15 @@ class ZQKernObjectTrack {
   void deleteAllKernObjectsOnlyReferences() { objects.setCount(0); }
   /// Removes the objects for which `isRemoved` is true, in one pass, without releasing them.
   template <class Predicate>
-  void forgetIf(Predicate isToGo) {
-    objects.removeIf(isToGo);
+  void forgetIf(Predicate isRemoved) {
+    objects.removeIf(isRemoved);
   }
   /// Sorts by a function that compares pointers to two object pointers; null is ignored. A track that is in order is unchanged.
   void sortByFunction(ZQCompareFunction compare);
 
   /// 0 to 15, or 16 for the track of a whole file.
   int getChannel() const { return channel; }
-  void setChannel(int aChannel) { channel = aChannel; }
+  void setChannel(int newChannel) { channel = newChannel; }
 
   /// The first meter of the track's time signature objects. Result: 0 without a signature, else 1, plus one for each later
   /// signature that differs from the first in either value.

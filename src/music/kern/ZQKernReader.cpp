@@ -119,7 +119,7 @@ void KernReader::readRecord() {
   splitRecord(record_, tokens_);
   if (!recordCounts()) return;
   flags_ = Flags();
-  tellOddities();
+  reportTokenCount();
   const int numberOfColumns = std::min(spines_.getCount(), static_cast<int>(tokens_.size()));
   for (int i = 0; i < numberOfColumns && !isOver_; i++) handleColumn(i);
   if (isOver_) return;
@@ -140,7 +140,7 @@ void KernReader::pushByGraceNotes() {
   if (push > 0 && !isCounting_) observer_.departed(zq_KernGraceNoteTakesTime, {lines_.lineNumber(), 0, {}}, push);
 }
 
-void KernReader::tellOddities() {
+void KernReader::reportTokenCount() {
   const int numberOfTokens = static_cast<int>(tokens_.size());
   if (numberOfTokens < spines_.getCount())
     observer_.departed(zq_KernMissingTokens, {lines_.lineNumber(), numberOfTokens + 1, {}}, spines_.getCount() - numberOfTokens);
@@ -316,7 +316,7 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
   if (!note.hasDuration) observer_.departed(zq_KernNoDuration, place(column), 0);
   takeTime(column, note.duration, isTimed);
   if (tied) {
-    if (!isCounting_) tellTie(column, text, note);
+    if (!isCounting_) reportTie(column, text, note);
   } else if (isRest) {
     // A rest can end the phrase of the last note that was made, in any spine.
     if (lastNote_ != nullptr && note.closesPhrase) lastNote_->setPhraseEnd(1);
@@ -329,7 +329,7 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
 }
 
 /// Reports how a tied token departs from the score: no note is made for it, and the sounding note, if any, keeps its duration.
-void KernReader::tellTie(int column, std::string_view text, const KernSubToken& note) {
+void KernReader::reportTie(int column, std::string_view text, const KernSubToken& note) {
   observer_.continuedTie();
   if (note.isRest || !note.hasPitch) return;
   const auto& sounding = spines_.notes(column);

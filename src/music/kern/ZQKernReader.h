@@ -50,7 +50,7 @@ class KernReader {
   void handleData(int column, std::string_view token);
   bool handleSubToken(int column, std::string_view text, bool tied, bool isLast, bool& isTimed, bool& isCleared);
   void takeTime(int column, int duration, bool& isTimed);
-  void tellTie(int column, std::string_view text, const KernSubToken& note);
+  void reportTie(int column, std::string_view text, const KernSubToken& note);
   void makeNote(int column, const KernSubToken& note);
   bool removeNotes(int column);
   void advanceTime();
@@ -62,7 +62,7 @@ class KernReader {
   std::string_view token(int column) const;
   KernPlace place(int column) const { return {lines_.lineNumber(), column + 1, token(column)}; }
   void pushByGraceNotes();
-  void tellOddities();
+  void reportTokenCount();
 
   KernLines& lines_;
   ZQKernObjectTrack* track_;

@@ -62,8 +62,8 @@ bool KernTrackJudge::isToBeDowngraded() const {
   return sounds <= 1 && start.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
 }
 
-MidiTrackVerdict KernTrackJudge::takeUp(const ZQKernObjectTrack* aTrack, int index) {
-  track = aTrack;
+MidiTrackVerdict KernTrackJudge::takeUp(const ZQKernObjectTrack* nextTrack, int index) {
+  track = nextTrack;
   trackIndex = index;
   notes = track == nullptr ? 0 : static_cast<int>(std::count_if(track->begin(), track->end(), [](const ZQKernObject* object) {
     return object->isNote();

@@ -25,7 +25,7 @@ class KernTrackJudge {
 
   /// Begins with a track: counts its notes and finds its sound. Switches the settings from quadruples to triples for a track of a
   /// single sound.
-  MidiTrackVerdict takeUp(const ZQKernObjectTrack* track, int index);
+  MidiTrackVerdict takeUp(const ZQKernObjectTrack* nextTrack, int index);
   /// Finds meter and texture. After a failure the settings stay as takeUp() set them, for all tracks that follow.
   MidiTrackVerdict findMeter();
   /// Restores the settings after a track was learned.

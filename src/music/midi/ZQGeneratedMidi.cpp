@@ -36,8 +36,8 @@ unsigned char exponentOf(int denominator) {
 
 }  // namespace
 
-GeneratedMidi::GeneratedMidi(ZQMatrixMedium* aMatrix)
-    : matrix(aMatrix),
+GeneratedMidi::GeneratedMidi(ZQMatrixMedium* source)
+    : matrix(source),
       info(matrix->getMatrixInfo()),
       preProcessingType(info->getPreProcessingType()),
       coordinateDimension(info->getCoordinateDimension()),

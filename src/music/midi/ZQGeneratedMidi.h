@@ -11,7 +11,7 @@ namespace zmatrix {
 
 class GeneratedMidi {
  public:
-  explicit GeneratedMidi(ZQMatrixMedium* aMatrix);
+  explicit GeneratedMidi(ZQMatrixMedium* source);
 
   /// 1 if the current sub-matrix can generate music, else the negative result of the operation, with its message.
   int check() const;

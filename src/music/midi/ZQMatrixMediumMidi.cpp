@@ -7,9 +7,9 @@ namespace zmatrix {
 template <>
 struct MidiTier<ZQMatrixMedium> {
   static constexpr const MidiFeedTexts& texts = mediumMidiFeedTexts;
-  static constexpr bool batchSpeaks = true;
+  static constexpr bool reportsBatch = true;
 
-  static void tellNoFreeMatrix(const char*, int nom, int denom) {
+  static void reportNoFreeMatrix(const char*, int nom, int denom) {
     dbPrintf(0, "updateMatrixWithMidiFile: could not find a free matrixID for timeSignature %d/%d\n", nom, denom);
   }
 

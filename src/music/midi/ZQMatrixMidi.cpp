@@ -7,9 +7,9 @@ namespace zmatrix {
 template <>
 struct MidiTier<ZQMatrix> {
   static constexpr const MidiFeedTexts& texts = fullMidiFeedTexts;
-  static constexpr bool batchSpeaks = false;
+  static constexpr bool reportsBatch = false;
 
-  static void tellNoFreeMatrix(const char* fileName, int nom, int denom) {
+  static void reportNoFreeMatrix(const char* fileName, int nom, int denom) {
     dbPrintf(0, "updateMatrixWithMidiFile (%s): could not find a free matrixID for timeSignature %d/%d\n", fileName, nom, denom);
   }
 

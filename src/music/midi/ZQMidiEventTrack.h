@@ -25,11 +25,11 @@ class ZQMidiEventTrack {
   void deleteAllMidiEvents();
   /// Deletes all events for which `isRemoved(event)` is true, in one pass.
   template <class Predicate>
-  void deleteMidiEventsIf(Predicate isToGo) {
+  void deleteMidiEventsIf(Predicate isRemoved) {
     events.removeIf([&](ZQMidiEvent* event) {
-      const bool goes = isToGo(event);
-      if (goes) deleteZQMidiEvent(event);
-      return goes;
+      const bool removed = isRemoved(event);
+      if (removed) deleteZQMidiEvent(event);
+      return removed;
     });
   }
   /// Sorts by a function that compares pointers to two event pointers; null is ignored. A track that is in order is unchanged.

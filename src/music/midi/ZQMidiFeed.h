@@ -225,7 +225,7 @@ MidiSequenceForm formOfSequence(Matrix& matrix, int preProcessingType) {
 template <class Matrix>
 class MidiFeed {
  public:
-  MidiFeed(Matrix* aMatrix, const char* aFileName) : matrix(aMatrix), fileName(aFileName) {
+  MidiFeed(Matrix* target, const char* path) : matrix(target), fileName(path) {
     snprintf(description, sizeof description, MidiTier<Matrix>::texts.description, 64);
   }
 
@@ -282,7 +282,7 @@ class MidiFeed {
 
   bool makeMatrixCurrent(const MidiTrackJudge& judge) {
     if (makeMatrixForMusicCurrent(matrix, judge.numerator(), judge.denominator(), judge.subType(), judge.soundID())) return true;
-    MidiTier<Matrix>::tellNoFreeMatrix(fileName, judge.numerator(), judge.denominator());
+    MidiTier<Matrix>::reportNoFreeMatrix(fileName, judge.numerator(), judge.denominator());
     dbPrintf(0, "please restart and set maxNumberOfMatrices to a value > %d!\n", matrix->getMaxNumberOfMatrices());
     return false;
   }
@@ -330,7 +330,7 @@ int updateMatrixWithMIDIFileIn(Matrix* matrix, const char* fileName, int* number
 /// Learns every MIDI file of a directory in alphabetical order. A file that fails doesn't end the run.
 template <class Matrix>
 int updateMatrixWithMIDIFilesIn(Matrix* matrix, const char* path, int recursive, int* numberOfNotes) {
-  constexpr int level = MidiTier<Matrix>::batchSpeaks ? 8 : INT_MAX;
+  constexpr int level = MidiTier<Matrix>::reportsBatch ? 8 : INT_MAX;
   unsigned sumOfNotes = 0;
   dbPrintf(level, "GetMidiFilesInPath ...");
   ZQFileNameList* names = ZQFileNameList().getMidiFilesInFilePath(path, recursive, nullptr);

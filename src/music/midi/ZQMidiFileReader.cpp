@@ -209,13 +209,13 @@ bool MidiFileReader::takeChannelEvent() {
   ZQMidiEvent* midiEvent = createZQMidiEvent();
   if (midiEvent == nullptr) return false;
   midiEvent->initWithBytes(timeInQuanta(), std::min(event.byteCount, mostBytesOfEvent), event.buffer);
-  if (speaks) printChannelEvent(*midiEvent);
+  if (printsEvents) printChannelEvent(*midiEvent);
   // Computed without a branch, which would often be mispredicted: files end notes in both ways.
   const int isNoteOn = midiEvent->getStatus() == ZQMidiNoteOn, isSilent = midiEvent->getByte3() == 0;
   const bool isSilentNoteOn = (isNoteOn & isSilent) != 0;
   midiEvent->setByte1(static_cast<unsigned char>(midiEvent->getByte1() - (isSilentNoteOn ? ZQMidiNoteOn - ZQMidiNoteOff : 0)));
   midiEvent->setByte3(isSilentNoteOn ? velocityOfNoteOff : midiEvent->getByte3());
-  if (speaks && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
+  if (printsEvents && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
   const bool isTaken = (state.currentTrack == indexOfTrackInHand || findTrack()) && trackInHand->addMidiEvent(midiEvent);
   if (!isTaken) deleteZQMidiEvent(midiEvent);
   return isTaken;
@@ -247,7 +247,7 @@ bool MidiFileReader::take() {
   return isTaken;
 }
 
-void MidiFileReader::tellEvent() const {
+void MidiFileReader::printEvent() const {
   dbPrintf(3, "track: %d, status: %d, time in Quanta, timescale: %d %f\n", state.currentTrack, event.buffer[0], event.time,
            state.timeScale);
   if (event.metaFlag == 1)
@@ -258,7 +258,7 @@ bool MidiFileReader::run() try {
   bool hasEvent = MIDIFILEReadEvent(&state) != 0;
   if (state.currentTrack >= 0) findings.tracks.emplace_back();
   for (; hasEvent; hasEvent = MIDIFILEReadEvent(&state) != 0) {
-    if (speaks) tellEvent();
+    if (printsEvents) printEvent();
     if (!take()) return false;
   }
   return true;

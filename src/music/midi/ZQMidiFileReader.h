@@ -9,15 +9,15 @@ namespace zmatrix {
 
 class MidiFileReader {
  public:
-  MidiFileReader(ZQMidiTrackList& aList, _MIDIFILEInStruct& aState, MidiReadFindings& theFindings)
-      : list(aList), state(aState), event(*aState.event), findings(theFindings) {}
+  MidiFileReader(ZQMidiTrackList& trackList, _MIDIFILEInStruct& readingState, MidiReadFindings& readFindings)
+      : list(trackList), state(readingState), event(*readingState.event), findings(readFindings) {}
 
   /// Reads until the codec delivers no more events. False without memory.
   bool run();
 
  private:
   bool take();
-  void tellEvent() const;
+  void printEvent() const;
   bool takeMetaEvent();
   bool takeChannelEvent();
   bool addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent);
@@ -31,7 +31,7 @@ class MidiFileReader {
   _MIDIFILEInStruct& state;
   _MIDIFILEReadStruct& event;
   MidiReadFindings& findings;
-  const bool speaks = ZQDebugChannel::shows(1);  // checked once per file, not once per event
+  const bool printsEvents = ZQDebugChannel::shows(1);  // checked once per file, not once per event
   ZQMidiEventTrack* trackInHand = nullptr;
   int indexOfTrackInHand = -1;
   int ticksOfLastTime = 0;  // many successive events have the same time

@@ -50,15 +50,15 @@ class ZQMidiObject final {
   int getEndQuanta() const { return endQuanta; }
   void setEndQuanta(int quanta) { endQuanta = quanta; }
   unsigned char getType() const { return type; }
-  void setType(unsigned char aType) { type = aType; }
+  void setType(unsigned char newType) { type = newType; }
   unsigned char getNoteNumber() const { return noteNumber; }
   void setNoteNumber(unsigned char number) { noteNumber = number; }
   unsigned char getVelocity() const { return velocity; }
-  void setVelocity(unsigned char aVelocity) { velocity = aVelocity; }
+  void setVelocity(unsigned char newVelocity) { velocity = newVelocity; }
   unsigned char getReleaseVelocity() const { return releaseVelocity; }
-  void setReleaseVelocity(unsigned char aVelocity) { releaseVelocity = aVelocity; }
+  void setReleaseVelocity(unsigned char newVelocity) { releaseVelocity = newVelocity; }
   unsigned char getChannel() const { return channel; }
-  void setChannel(unsigned char aChannel) { channel = aChannel; }
+  void setChannel(unsigned char newChannel) { channel = newChannel; }
   unsigned char getPhraseBegin() const { return phraseBegin; }
   void setPhraseBegin(unsigned char flag) { phraseBegin = flag; }
   unsigned char getPhraseEnd() const { return phraseEnd; }

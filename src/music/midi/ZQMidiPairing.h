@@ -37,14 +37,14 @@ struct MidiPairingFilter {
   const unsigned char* channel;  ///< 16 values, or null
 
   bool dropsStatus(int statusBits) const { return status != nullptr && status[(statusBits >> 4) - 8] != 0; }
-  bool dropsChannel(int aChannel) const { return channel != nullptr && channel[aChannel] != 0; }
+  bool dropsChannel(int number) const { return channel != nullptr && channel[number] != 0; }
 };
 
 /// Pairs `events` and appends the objects to `objects`, in the order in which they begin.
 class MidiPairing {
  public:
-  MidiPairing(const ZQMidiEventTrack& aTrack, const MidiPairingFilter& aFilter, ZQMidiObjectTrack& theObjects)
-      : events(aTrack.begin()), count(aTrack.getCount()), filter(aFilter), objects(theObjects) {}
+  MidiPairing(const ZQMidiEventTrack& track, const MidiPairingFilter& pairingFilter, ZQMidiObjectTrack& result)
+      : events(track.begin()), count(track.getCount()), filter(pairingFilter), objects(result) {}
 
   /// False without memory.
   bool run();

@@ -42,8 +42,8 @@ int durationOnGrid(int quanta, int quantization) {
   return grid;
 }
 
-MidiSequenceWriter::MidiSequenceWriter(const MidiSequenceForm& aForm, long long aLength, const char* aCaller)
-    : form(aForm), length(aLength), caller(aCaller), sequence{SystemOwned<int>(systemMallocArray<int>(aLength)), 0} {
+MidiSequenceWriter::MidiSequenceWriter(const MidiSequenceForm& sequenceForm, long long capacity, const char* callerName)
+    : form(sequenceForm), length(capacity), caller(callerName), sequence{SystemOwned<int>(systemMallocArray<int>(capacity)), 0} {
 }
 
 int MidiSequenceWriter::durationOf(int quanta) const {

@@ -36,7 +36,7 @@ struct NoteToLearn {
 /// Writes notes into a sequence of a given length. Messages begin with the name of the caller.
 class MidiSequenceWriter {
  public:
-  MidiSequenceWriter(const MidiSequenceForm& aForm, long long aLength, const char* aCaller);
+  MidiSequenceWriter(const MidiSequenceForm& sequenceForm, long long capacity, const char* callerName);
   /// False if the sequence has no room for the note, or without memory.
   bool add(const NoteToLearn& note);
   MidiSequence take() { return std::move(sequence); }

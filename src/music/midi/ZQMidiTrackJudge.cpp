@@ -83,8 +83,8 @@ bool MidiTrackJudge::isToBeDowngraded() const {
   return sounds <= 1 && sound != drumSound && start.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
 }
 
-MidiTrackVerdict MidiTrackJudge::takeUp(const ZQMidiObjectTrack* aTrack, int index) {
-  track = aTrack;
+MidiTrackVerdict MidiTrackJudge::takeUp(const ZQMidiObjectTrack* nextTrack, int index) {
+  track = nextTrack;
   trackIndex = index;
   notes = track == nullptr ? 0 : static_cast<int>(std::count_if(track->begin(), track->end(), [](const ZQMidiObject* object) {
     return object != nullptr && object->isNote();

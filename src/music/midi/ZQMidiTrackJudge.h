@@ -56,7 +56,7 @@ class MidiTrackJudge {
 
   /// Begins with a track: counts its notes, finds its sound and how it is learned. Switches the settings to quadruples for a
   /// track with drums, and from quadruples to triples for a track of a single other sound.
-  MidiTrackVerdict takeUp(const ZQMidiObjectTrack* track, int index);
+  MidiTrackVerdict takeUp(const ZQMidiObjectTrack* nextTrack, int index);
   /// Finds meter and texture. After a failure the settings stay as takeUp() set them, for all tracks that follow.
   MidiTrackVerdict findMeter();
   /// Restores the settings after a track was learned.

@@ -32,7 +32,7 @@ unsigned char programOf(int sound) {
 /// A score with one part per sound, in the order of their first notes.
 class SoundParts {
  public:
-  explicit SoundParts(ScoreBuilder& aBuilder) : builder(aBuilder) { parts.fill(none); }
+  explicit SoundParts(ScoreBuilder& scoreBuilder) : builder(scoreBuilder) { parts.fill(none); }
 
   int partOf(int sound) {
     int& part = parts[static_cast<size_t>(sound)];

@@ -114,22 +114,22 @@ void KernScoreParts::wait(int part) {
   if (!at(part).hasMeter && !at(part).hasKey) waiting_.push_back(part);
 }
 
-template <class Says, class Enter>
-void KernScoreParts::enter(Says says, Enter enterOne) {
+template <class Agree, class Enter>
+void KernScoreParts::enter(Agree agree, Enter enterOne) {
   const KernScorePart* first = nullptr;
   int number = 0;
   bool areAlike = true;
   for (const int index : waiting_) {
     const KernScorePart& part = at(index);
-    if (!says(part, part)) continue;
+    if (!agree(part, part)) continue;
     if (first == nullptr) first = &part;
-    areAlike = areAlike && part.columns > 0 && says(part, *first);
+    areAlike = areAlike && part.columns > 0 && agree(part, *first);
     number++;
   }
   if (first == nullptr) return;
   if (areAlike && number == numberInUse_) return enterOne(*first, -1);
   for (const int index : waiting_) {
-    if (says(at(index), at(index))) enterOne(at(index), index);
+    if (agree(at(index), at(index))) enterOne(at(index), index);
   }
 }
 

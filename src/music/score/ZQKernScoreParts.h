@@ -48,10 +48,10 @@ class KernScoreParts {
   void setProgram(KernScorePart& part, int program);
   void readKey(int part, std::string_view token);
   void wait(int part);
-  /// Adds the pending entries of one kind, as a single entry if all parts in use agree. `says(one, other)`: `one` has an entry
+  /// Adds the pending entries of one kind, as a single entry if all parts in use agree. `agree(one, other)`: `one` has an entry
   /// and it equals that of `other`.
-  template <class Says, class Enter>
-  void enter(Says says, Enter enterOne);
+  template <class Agree, class Enter>
+  void enter(Agree agree, Enter enterOne);
 
   ScoreBuilder& score_;
   std::vector<KernScorePart> parts_;

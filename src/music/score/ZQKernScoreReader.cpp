@@ -179,7 +179,7 @@ void KernScoreReader::readChord(int column, std::string_view token) {
     if (size > 0) {
       const std::string_view text = token.substr(0, size);
       const KernScoreToken note = parseKernScoreToken(text);
-      tellOddities(note, column, text);
+      reportOddities(note, column, text);
       if (note.kind != KernScoreKind::unreadable) {
         notes_.push_back(note);
         cell.isGrace = cell.isGrace && note.isGrace;
@@ -195,7 +195,7 @@ void KernScoreReader::readChord(int column, std::string_view token) {
   if (cell.endOfNotes > cell.firstNote) cells_.push_back(cell);
 }
 
-void KernScoreReader::tellOddities(const KernScoreToken& note, int column, std::string_view token) {
+void KernScoreReader::reportOddities(const KernScoreToken& note, int column, std::string_view token) {
   if (note.kind == KernScoreKind::note && !note.isRounded && !note.isOutOfRange && !note.isMovedByOctaves) return;
   if (note.kind == KernScoreKind::unreadable) find(zq_ScoreUnknownToken, column + 1, token);
   if (note.kind == KernScoreKind::unpitched) find(zq_ScoreUnpitched, column + 1, token);

@@ -49,7 +49,7 @@ class KernScoreReader {
   void readData(std::string_view line);
   void readToken(int column, std::string_view token);
   void readChord(int column, std::string_view token);
-  void tellOddities(const KernScoreToken& note, int column, std::string_view token);
+  void reportOddities(const KernScoreToken& note, int column, std::string_view token);
   void placeRecord();
   ScoreTime timeOfRecord() const;
   void enterWaiting(const ScoreTime& onset);

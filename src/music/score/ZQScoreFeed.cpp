@@ -47,7 +47,7 @@ double meanOf(double sum, long long count) {
 long long kindsOf(const ScorePlan& plan) {
   std::set<KindOfRun> kinds;
   for (const PlannedRun& run : plan.runs) {
-    if (run.told.cause == zq_ScoreLearned) kinds.insert(run.kind());
+    if (run.reported.cause == zq_ScoreLearned) kinds.insert(run.kind());
   }
   return static_cast<long long>(kinds.size());
 }
@@ -60,11 +60,11 @@ void countNotes(const ScorePlan& plan, OwnedReport& report) {
   for (const PlannedRun& run : plan.runs) {
     const auto mark = [&](long long note) {
       unsigned char& cause = causes[static_cast<size_t>(note)];
-      if (run.told.cause == zq_ScoreLearned || cause == unknown) cause = static_cast<unsigned char>(run.told.cause);
+      if (run.reported.cause == zq_ScoreLearned || cause == unknown) cause = static_cast<unsigned char>(run.reported.cause);
     };
     for (size_t i = run.first; i < run.first + run.count; ++i) mark(plan.notes[i].note);
     if (run.learnsLeading) mark(run.leading.note);
-    if (run.told.cause == zq_ScoreLearned) report.notesFed += run.told.notes;
+    if (run.reported.cause == zq_ScoreLearned) report.notesFed += run.reported.notes;
   }
   for (const unsigned char cause : causes) {
     if (cause == zq_ScoreLearned) {
@@ -90,7 +90,7 @@ zq_ScoreFeedReport* reportOf(const zq_Score& score, const ScorePlan& plan, int r
   report->meanOnsetMove = meanOf(plan.sumOfOnsetMoves, plan.notesMeasured);
   report->largestDurationMove = plan.largestDurationMove;
   report->meanDurationMove = meanOf(plan.sumOfDurationMoves, plan.notesMeasured - plan.notesWithoutDuration);
-  for (const PlannedRun& run : plan.runs) report->runs_.push_back(run.told);
+  for (const PlannedRun& run : plan.runs) report->runs_.push_back(run.reported);
   report->numberOfRuns = static_cast<long long>(report->runs_.size());
   report->runs = report->runs_.data();
   return report.release();
@@ -136,12 +136,8 @@ constexpr long long mostSubMatrices = 4096;
 template <class Matrix>
 class ScoreFeed {
  public:
-  ScoreFeed(Matrix* aMatrix, const zq_Score& aScore, const char* name)
-      : matrix(aMatrix),
-        score(aScore),
-        fileName(name != nullptr ? name : ""),
-        keep(aMatrix),
-        before(globalMidiSettings(*aMatrix)) {}
+  ScoreFeed(Matrix* target, const zq_Score& source, const char* name)
+      : matrix(target), score(source), fileName(name != nullptr ? name : ""), keep(target), before(globalMidiSettings(*target)) {}
   ~ScoreFeed() { setGlobalMidiSettings(*matrix, before); }
   ScoreFeed(const ScoreFeed&) = delete;
   ScoreFeed& operator=(const ScoreFeed&) = delete;
@@ -151,7 +147,7 @@ class ScoreFeed {
     reserve(static_cast<int>(std::min(kindsOf(plan), mostSubMatrices)));
     int result = 0;
     for (PlannedRun& run : plan.runs) {
-      if (run.told.cause == zq_ScoreLearned) feed(plan, run, &result);
+      if (run.reported.cause == zq_ScoreLearned) feed(plan, run, &result);
     }
     return result;
   }
@@ -164,21 +160,21 @@ class ScoreFeed {
   }
 
   void feed(const ScorePlan& plan, PlannedRun& run, int* result) {
-    setGlobalMidiSettings(*matrix, midiSettingsFor(run.told.preProcessingType));
+    setGlobalMidiSettings(*matrix, midiSettingsFor(run.reported.preProcessingType));
     if (!makeMatrixCurrent(run)) {
-      run.told.cause = zq_ScoreNoSubMatrix;
+      run.reported.cause = zq_ScoreNoSubMatrix;
       return;
     }
     applyMidiProperties(matrix, fileName, midiProfileTexts);
     describe(run);
     const std::vector<int> sequence = plan.sequenceOf(score, run);
-    const int coordinates = coordinatesOfNote(run.told.preProcessingType);
+    const int coordinates = coordinatesOfNote(run.reported.preProcessingType);
     *result = matrix->updateMatrixWithLongMIDISequence(sequence.data(), static_cast<int>(sequence.size()) / coordinates);
-    run.told.matrixID = matrix->getCurrentMatrixID();
+    run.reported.matrixID = matrix->getCurrentMatrixID();
     if (*result < 1) {
-      run.told.cause = zq_ScoreNotTaken;
+      run.reported.cause = zq_ScoreNotTaken;
     } else {
-      idOfKind[run.kind()] = run.told.matrixID;
+      idOfKind[run.kind()] = run.reported.matrixID;
     }
   }
 
@@ -205,13 +201,14 @@ class ScoreFeed {
 
   void describe(const PlannedRun& run) {
     auto* info = matrix->getMatrixInfo();
-    const LearnedTrack track{run.told.numerator, run.told.denominator, run.told.subType, run.told.soundID, run.told.part + 1};
+    const LearnedTrack track{run.reported.numerator, run.reported.denominator, run.reported.subType, run.reported.soundID,
+                             run.reported.part + 1};
     describeLearnedTrack(info, track, fileName);
     const int style = matrix->getGlobalMusicStyle();
     info->setMusicStyle(style);
     matrix->setMatrixDescription("Producer: 64-Bit, music read as scores, exactly");
     const NameOfLearnedTrack name = nameOfLearnedTrack(matrix->getCurrentMatrixID(), track, style);
-    const std::string entry = entryOfExactReading(name.text, run.told.quartersPerMinute) + fileName;
+    const std::string entry = entryOfExactReading(name.text, run.reported.quartersPerMinute) + fileName;
     if (entries.insert(entry).second) info->addNameOfUpdateFile(entry.c_str());
   }
 

@@ -49,7 +49,7 @@ void ScoreMidiTracks::lookAtPrograms() {
   }
   for (size_t i = 0; i < channels_.size(); ++i) {
     Channel& channel = channels_[i];
-    if (channel.program == severalPrograms) channel.saysProgramsOften = channel.parts > 1 || needsSeveralTracks(*lastParts[i]);
+    if (channel.program == severalPrograms) channel.repeatsPrograms = channel.parts > 1 || needsSeveralTracks(*lastParts[i]);
   }
 }
 
@@ -121,7 +121,7 @@ void ScoreMidiTracks::writeExtraTracks(const zq_ScorePart& part) {
 void ScoreMidiTracks::beginTrack(const zq_ScorePart& part) {
   bytes_.beginTrack();
   program_ = 0;
-  hasSaidProgram_ = false;
+  hasWrittenProgram_ = false;
   const std::string_view name = part.name != nullptr ? part.name : "";
   if (name.empty()) return;
   bytes_.moveTo(0);
@@ -131,7 +131,7 @@ void ScoreMidiTracks::beginTrack(const zq_ScorePart& part) {
 /// Notes that end at a tick are ended before new ones begin. A note without a duration ends at its onset.
 void ScoreMidiTracks::writeNote(const zq_ScorePart& part, const zq_ScoreNote& note, const ScoreTicks::Span& span) {
   endNotes(part.channel, span.onset);
-  sayProgram(part.channel, note, span.onset);
+  writeProgram(part.channel, note, span.onset);
   const auto status = static_cast<unsigned char>(noteOn | part.channel);
   bytes_.moveTo(span.onset);
   bytes_.putChannelEvent(status, note.pitch, note.velocity);
@@ -144,14 +144,14 @@ void ScoreMidiTracks::writeNote(const zq_ScorePart& part, const zq_ScoreNote& no
   std::push_heap(ends_.begin(), ends_.end(), std::greater<>());
 }
 
-void ScoreMidiTracks::sayProgram(int channel, const zq_ScoreNote& note, long long tick) {
-  const bool isNew = note.program != program_ || (!hasSaidProgram_ && programOf(note, channel) != noProgram);
-  const bool isStale = channels_[static_cast<size_t>(channel)].saysProgramsOften && (!hasSaidProgram_ || tick != tickOfProgram_);
+void ScoreMidiTracks::writeProgram(int channel, const zq_ScoreNote& note, long long tick) {
+  const bool isNew = note.program != program_ || (!hasWrittenProgram_ && programOf(note, channel) != noProgram);
+  const bool isStale = channels_[static_cast<size_t>(channel)].repeatsPrograms && (!hasWrittenProgram_ || tick != tickOfProgram_);
   if (!isNew && !isStale) return;
   bytes_.moveTo(tick);
   bytes_.putProgramChange(static_cast<unsigned char>(channel), note.program);
   program_ = note.program;
-  hasSaidProgram_ = true;
+  hasWrittenProgram_ = true;
   tickOfProgram_ = tick;
 }
 

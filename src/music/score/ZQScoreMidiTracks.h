@@ -29,7 +29,7 @@ class ScoreMidiTracks {
   struct Channel {
     int parts = 0;
     int program = usualPrograms;  ///< the program of all notes, or `severalPrograms`
-    bool saysProgramsOften = false;
+    bool repeatsPrograms = false;
   };
   /// A note that can't be in the first track of its part.
   struct ExtraNote {
@@ -44,7 +44,7 @@ class ScoreMidiTracks {
   size_t extraTrackFor(const zq_ScoreNote& note, long long end);
   void beginTrack(const zq_ScorePart& part);
   void writeNote(const zq_ScorePart& part, const zq_ScoreNote& note, const ScoreTicks::Span& span);
-  void sayProgram(int channel, const zq_ScoreNote& note, long long tick);
+  void writeProgram(int channel, const zq_ScoreNote& note, long long tick);
   void endNotes(int channel, long long until);
   void endTrack(int channel);
 
@@ -57,7 +57,7 @@ class ScoreMidiTracks {
   // State of the current track.
   std::vector<uint64_t> ends_;  ///< a heap of the sounding notes: tick and key
   int program_ = 0;
-  bool hasSaidProgram_ = false;
+  bool hasWrittenProgram_ = false;
   long long tickOfProgram_ = 0;
 
   // State of the current part.

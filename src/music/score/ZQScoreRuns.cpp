@@ -72,13 +72,13 @@ struct TextureOfRun {
 
 class ScorePlanner {
  public:
-  ScorePlanner(const zq_Score& aScore, const zq_ScoreFeedSettings& theSettings)
-      : score(aScore),
-        settings(theSettings),
-        onsets(theSettings.noteOnQuantization),
-        durations(theSettings.durationQuantization),
-        meters(aScore),
-        isPlanned(static_cast<size_t>(aScore.numberOfNotes), false) {
+  ScorePlanner(const zq_Score& source, const zq_ScoreFeedSettings& feedSettings)
+      : score(source),
+        settings(feedSettings),
+        onsets(feedSettings.noteOnQuantization),
+        durations(feedSettings.durationQuantization),
+        meters(source),
+        isPlanned(static_cast<size_t>(source.numberOfNotes), false) {
     plan.causes.assign(isPlanned.size(), zq_ScoreLearned);
   }
 
@@ -239,16 +239,16 @@ class ScorePlanner {
   PlannedRun newRun(int part, const MeterStretch& stretch, long long firstNote) const {
     PlannedRun run;
     run.first = plan.notes.size();
-    run.told.onset = noteAt(firstNote).onset;
-    run.told.onsetDenominator = noteAt(firstNote).onsetDenominator;
-    run.told.part = part;
-    run.told.numerator = stretch.bars.numerator;
-    run.told.denominator = stretch.bars.denominator;
-    run.told.writtenNumerator = stretch.numerator;
-    run.told.writtenDenominator = stretch.denominator;
-    run.told.hasAssumedMeter = stretch.isAssumed ? 1 : 0;
-    run.told.matrixID = -1;
-    if (stretch.bars.numerator == 0) run.told.cause = zq_ScoreMeterOutOfRange;
+    run.reported.onset = noteAt(firstNote).onset;
+    run.reported.onsetDenominator = noteAt(firstNote).onsetDenominator;
+    run.reported.part = part;
+    run.reported.numerator = stretch.bars.numerator;
+    run.reported.denominator = stretch.bars.denominator;
+    run.reported.writtenNumerator = stretch.numerator;
+    run.reported.writtenDenominator = stretch.denominator;
+    run.reported.hasAssumedMeter = stretch.isAssumed ? 1 : 0;
+    run.reported.matrixID = -1;
+    if (stretch.bars.numerator == 0) run.reported.cause = zq_ScoreMeterOutOfRange;
     return run;
   }
 
@@ -257,15 +257,15 @@ class ScorePlanner {
   void joinSingleNotes(std::vector<PlannedRun>& runs, const std::vector<const MeterStretch*>& stretchOfRun) {
     for (size_t i = 1; i < runs.size(); ++i) {
       const PlannedRun& before = runs[i - 1];
-      const bool joinsFirst = i == 1 && before.count == 1 && before.told.cause == zq_ScoreLearned;
-      if (runs[i].told.cause != zq_ScoreLearned || (runs[i].count > 1 && !joinsFirst)) continue;
+      const bool joinsFirst = i == 1 && before.count == 1 && before.reported.cause == zq_ScoreLearned;
+      if (runs[i].reported.cause != zq_ScoreLearned || (runs[i].count > 1 && !joinsFirst)) continue;
       lead(runs[i], plan.notes[before.first + before.count - 1], *stretchOfRun[i]);
       if (!joinsFirst) continue;
       runs[i].learnsLeading = true;
       runs[0].count = 0;
     }
     for (PlannedRun& run : runs) {
-      if (run.count == 1 && !run.hasLeading() && run.told.cause == zq_ScoreLearned) run.told.cause = zq_ScoreAlone;
+      if (run.count == 1 && !run.hasLeading() && run.reported.cause == zq_ScoreLearned) run.reported.cause = zq_ScoreAlone;
     }
   }
 
@@ -320,13 +320,13 @@ class ScorePlanner {
 
   void judge(PlannedRun& run) const {
     const TextureOfRun texture = textureOf(run);
-    run.told.notes = static_cast<long long>(run.count) + (run.learnsLeading ? 1 : 0);
-    run.told.subType = texture.subType();
-    run.told.soundID = texture.hasSeveralSounds ? 0 : texture.sound;
-    run.told.preProcessingType = preProcessingFor(texture);
+    run.reported.notes = static_cast<long long>(run.count) + (run.learnsLeading ? 1 : 0);
+    run.reported.subType = texture.subType();
+    run.reported.soundID = texture.hasSeveralSounds ? 0 : texture.sound;
+    run.reported.preProcessingType = preProcessingFor(texture);
     const zq_ScoreNote& last = noteAt(plan.notes[run.first + run.count - 1].note);
     const ScoreTime end = sumOf({last.onset, last.onsetDenominator}, {last.duration, last.durationDenominator}).time;
-    run.told.quartersPerMinute = tempoBetween(score, {run.told.onset, run.told.onsetDenominator}, end);
+    run.reported.quartersPerMinute = tempoBetween(score, {run.reported.onset, run.reported.onsetDenominator}, end);
   }
 
   const zq_Score& score;
@@ -354,7 +354,7 @@ ScorePlan planScore(const zq_Score& score, const zq_ScoreFeedSettings& settings)
 }
 
 std::vector<int> ScorePlan::sequenceOf(const zq_Score& score, const PlannedRun& run) const {
-  const int coordinates = coordinatesOfNote(run.told.preProcessingType);
+  const int coordinates = coordinatesOfNote(run.reported.preProcessingType);
   std::vector<int> sequence;
   sequence.reserve((run.count + 1) * static_cast<size_t>(coordinates));
   const auto add = [&](const NoteOnGrid& timed) {

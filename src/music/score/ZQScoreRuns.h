@@ -27,7 +27,7 @@ struct KindOfRun {
 };
 
 struct PlannedRun {
-  zq_ScoreRun told{};
+  zq_ScoreRun reported{};
   size_t first = 0;  ///< index into the plan's notes
   size_t count = 0;
   /// A note in front of the first: the last note of the run before, if this run has a single note and thus no step; or the only
@@ -36,7 +36,9 @@ struct PlannedRun {
   bool learnsLeading = false;
 
   bool hasLeading() const { return leading.note >= 0; }
-  KindOfRun kind() const { return {told.preProcessingType, told.numerator, told.denominator, told.subType, told.soundID}; }
+  KindOfRun kind() const {
+    return {reported.preProcessingType, reported.numerator, reported.denominator, reported.subType, reported.soundID};
+  }
 };
 
 struct ScorePlan {
