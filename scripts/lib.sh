@@ -89,3 +89,17 @@ build_shared_library() {
   mkdir -p "$(dirname "$1")"
   strip --strip-unneeded -o "$1" "$project/build/release/src/libzmatrix.so"
 }
+
+jars=/usr/share/java
+
+want_java() {
+  want_command javac openjdk-17-jdk-headless
+  want_file $jars/jna.jar libjna-java
+}
+
+# write_javadoc FOLDER: of the Java binding; a comment that javadoc doubts is an error.
+write_javadoc() {
+  local files
+  mapfile -t files < <(find "$project/bindings/java/src/main" -name '*.java' | sort)
+  quietly javadoc -quiet -encoding UTF-8 -Xdoclint:all -Xwerror -notimestamp -d "$1" -cp $jars/jna.jar "${files[@]}"
+}

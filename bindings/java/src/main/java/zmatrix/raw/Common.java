@@ -23,7 +23,7 @@ public final class Common {
     /**
      * Creates an empty matrix of the full tier: sequences and symbols, and says where its messages go.
      * <code>debugOutputDevice</code>: 0 silent, 1 standard output, 2 the debug file, 3 both. <code>debugLevel</code>: -1
-     * to 9, messages of a higher level are dropped; both count for the whole process. <code>debugDirectory</code>: folder
+     * to 9, messages of a higher level are dropped; both count for the calling thread. <code>debugDirectory</code>: folder
      * of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result:
      * the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrix</code>.
      * @param debugOutputDevice a value
@@ -47,7 +47,7 @@ public final class Common {
 
     /**
      * Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for
-     * the whole process. Null is ignored. Pointers that the matrix lent out end here.
+     * the calling thread. Null is ignored. Pointers that the matrix lent out end here.
      * @param matrix object, released by the call, or null
      */
     public static native void deleteMatrix(ZQMatrix matrix);
@@ -63,7 +63,7 @@ public final class Common {
     /**
      * Creates an empty matrix of the medium tier: sequences, and says where its messages go.
      * <code>debugOutputDevice</code>: 0 silent, 1 standard output, 2 the debug file, 3 both. <code>debugLevel</code>: -1
-     * to 9, messages of a higher level are dropped; both count for the whole process. <code>debugDirectory</code>: folder
+     * to 9, messages of a higher level are dropped; both count for the calling thread. <code>debugDirectory</code>: folder
      * of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result:
      * the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrixMedium</code>.
      * @param debugOutputDevice a value
@@ -87,7 +87,7 @@ public final class Common {
 
     /**
      * Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0 for
-     * the whole process. Null is ignored. Pointers that the matrix lent out end here.
+     * the calling thread. Null is ignored. Pointers that the matrix lent out end here.
      * @param matrix object, released by the call, or null
      */
     public static native void deleteMatrixMedium(ZQMatrixMedium matrix);
@@ -103,7 +103,7 @@ public final class Common {
     /**
      * Creates an empty matrix of the base tier: a random read and write store, and says where its messages go.
      * <code>debugOutputDevice</code>: 0 silent, 1 standard output, 2 the debug file, 3 both. <code>debugLevel</code>: -1
-     * to 9, messages of a higher level are dropped; both count for the whole process. <code>debugDirectory</code>: folder
+     * to 9, messages of a higher level are dropped; both count for the calling thread. <code>debugDirectory</code>: folder
      * of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result:
      * the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrixBase</code>.
      * @param debugOutputDevice a value
@@ -127,7 +127,7 @@ public final class Common {
 
     /**
      * Deletes a matrix of the base tier with all that it owns, closes the debug file and sets the message level to 0 for
-     * the whole process. Null is ignored. Pointers that the matrix lent out end here.
+     * the calling thread. Null is ignored. Pointers that the matrix lent out end here.
      * @param matrix object, released by the call, or null
      */
     public static native void deleteMatrixBase(ZQMatrixBase matrix);
@@ -186,9 +186,9 @@ public final class Common {
     public static native void s_flushStdOut();
 
     /**
-     * Sets the function that long operations of any matrix call, on the caller's thread, about a hundred times each and
-     * once at their end. Null for none. The record that it gets is the library's and is written anew for each call; it
-     * must not call the library.
+     * Sets the function that long operations of any matrix call in the thread that sets it, about a hundred times each and
+     * once at their end. Null for none. Another thread has none until it sets its own. The record that it gets is the
+     * library's and is written anew for each call; it must not call the library.
      * @param callBack callback
      */
     public static native void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack);
@@ -826,16 +826,17 @@ public final class Common {
 
     /**
      * Has <code>function</code> called for each message up to the level of <code>s_setMatrixDebugOn</code>, whatever the
-     * debug device, for the whole process. Null ends it. <code>userData</code> goes to each call as it is.
+     * debug device, that the calling thread gives. Null ends it. Another thread has none until it sets its own.
+     * <code>userData</code> goes to each call as it is.
      * @param function callback
      * @param userData opaque
      */
     public static native void zq_setMessageFunction(zq_messageFunction function, Pointer userData);
 
     /**
-     * The last message of level 0, an error or a warning, that the library gave, also while nothing is printed; an empty
-     * text if there was none. What failed is told by results: a message may also stem from a call that succeeded. The text
-     * is the library's and lives until the next message.
+     * The last message of level 0, an error or a warning, that the calling thread gave, also while nothing is printed; an
+     * empty text if there was none. What failed is told by results: a message may also stem from a call that succeeded.
+     * The text is the library's and lives until the thread's next message, or its end.
      * @return see above (lent by the library, text)
      */
     public static native Pointer zq_lastMessage();
@@ -917,19 +918,20 @@ public final class Common {
     public static native Pointer zq_nameOfSoundID(int soundID);
 
     /**
-     * Makes the 32-bit table of primes of the process, which ocrons, gocrons and the preprocessing types 1010 to 1020 of
+     * Makes the 32-bit table of primes of all threads, which ocrons, gocrons and the preprocessing types 1010 to 1020 of
      * all matrices need. It holds the primes from <code>lowerBound</code> to <code>upperBound</code>, or to 5000 if that
      * is more; at most to 2147483647. Take 0 for <code>lowerBound</code>: the ranks of primes are right only in a table
      * that begins with 2. Take a twentieth more than the largest number, and 1000: near the end of a table ranks are
-     * estimates. <code>count</code> gets the number of primes. A table to 100 million takes 23 MB. Result: the table,
-     * ascending, which is the library's and stands until the next call; null if the bounds are less than 2 apart (the old
-     * table stays) or memory has run out (there is no table then, and *count is 0).
+     * estimates. <code>count</code> gets the number of primes. A table to 100 million takes 23 MB. The old table stands
+     * until the new one is whole. Result: the table, ascending, which is the library's; null if the bounds are less than 2
+     * apart (the old table stays) or memory has run out (there is no table then, and *count is 0). The array stands until
+     * the calling thread makes or frees a table, or next asks for primes after another thread has.
      * @param lowerBound a value
      * @param upperBound a value
      * @param count filled
-     * @return the table, ascending, which is the library's and stands until the next call; null if the bounds are less
-     *     than 2 apart (the old table stays) or memory has run out (there is no table then, and *count is 0). (lent by the
-     *     library, *count)
+     * @return the table, ascending, which is the library's; null if the bounds are less than 2 apart (the old table stays)
+     *     or memory has run out (there is no table then, and *count is 0). The array stands until the calling thread makes
+     *     or frees a table, or next asks for primes after another thread has. (lent by the library, *count)
      */
     public static native Pointer zq_initPrimes(int lowerBound, int upperBound, int[] count);
 
@@ -957,10 +959,10 @@ public final class Common {
      */
     public static native Pointer zq_initFirstNPrimesLarge(long n);
 
-    /** Frees the 32-bit table. What zq_getPrimeNumbers tells of its count and greatest prime stays. */
+    /** Frees the 32-bit table for all threads. What zq_getPrimeNumbers tells of its count and greatest prime stays. */
     public static native void zq_deinitPrimes();
 
-    /** Frees the 64-bit table. */
+    /** Frees the 64-bit table for all threads. */
     public static native void zq_deinitPrimesLarge();
 
     /**
@@ -1076,14 +1078,14 @@ public final class Common {
      */
     public static native double zq_riemann_r(double x);
 
-    /** Clears the last factorisation of the process. Nothing else has to be called before the functions below. */
+    /** Clears the last factorisation of the thread. Nothing else has to be called before the functions below. */
     public static native void zq_initMath();
 
     /**
      * The prime factors of <code>n</code>, ascending, in the entries 1 to *count of the result; entry 0 holds *count and
      * *sigma. <code>count</code> gets the number of different primes, <code>sigma</code> the sum of the divisors, in its
-     * low 32 bits. 0 and 1 are factors of themselves. <code>wantCopy</code>: 0 gives the process's own array, which stands
-     * until the next factorisation; otherwise the result is new, for zq_deletePrimeFactor. Result: null, with *count 0 and
+     * low 32 bits. 0 and 1 are factors of themselves. <code>wantCopy</code>: 0 gives the thread's own array, which stands
+     * until its next factorisation; otherwise the result is new, for zq_deletePrimeFactor. Result: null, with *count 0 and
      * *sigma 1, for a negative <code>n</code>, without the 32-bit table, and if that doesn't reach the root of
      * <code>n</code>.
      * @param n a value
@@ -1147,7 +1149,7 @@ public final class Common {
     public static native int zq_isMersennePrime(int exponent);
 
     /**
-     * The parameters of the process: what integers are encoded with, the end symbol at which every evaluation stops, the
+     * The parameters of the thread: what integers are encoded with, the end symbol at which every evaluation stops, the
      * digits of gocrons. The way back from a matrix takes type and end symbol from the sub-matrix (s_setOcronType), all
      * else from here. The record is the library's.
      * @return see above (lent by the library)
@@ -1269,7 +1271,7 @@ public final class Common {
     public static native Pointer zq_createOcronSequenceFromIntegerSequence(int[] sequence, int length, int ocronType, int[] resultLength, int endSymbol, String logPath);
 
     /**
-     * The same with type and end symbol of the process's parameters and no log.
+     * The same with type and end symbol of the thread's parameters and no log.
      * @param sequence read, length
      * @param length a value
      * @param resultLength filled
@@ -1535,7 +1537,7 @@ public final class Common {
     public static native long zq_longLongAbs(long value);
 
     /**
-     * An ocron read as one number: each symbol a digit, the last one the lowest, with digits and base of the process's
+     * An ocron read as one number: each symbol a digit, the last one the lowest, with digits and base of the thread's
      * parameters. A leading symbol of digit 0 is lost in it. <code>length</code>: characters of <code>ocron</code>; a
      * negative one gives 0. Result: -1 for a type outside 3 to 7, a length of 0, a character that is no symbol, and where
      * a weight or the sum wraps to a negative number. A weight that wraps to another number isn't seen: with base 4 that
@@ -1651,7 +1653,7 @@ public final class Common {
     public static native Pointer zq_createGoedelSequenceFromOcronSequence(int ocronType, int[] sequence, int length, int endSymbol, int[] resultLength, int[] status, long[] maximalValue, String logPath);
 
     /**
-     * The same with type and end symbol of the process's parameters and no log.
+     * The same with type and end symbol of the thread's parameters and no log.
      * @param sequence read, length
      * @param length a value
      * @param resultLength filled
@@ -1660,7 +1662,7 @@ public final class Common {
     public static native Pointer zq_createGoedelSequenceFromOcronSequenceUseGlobalPars(int[] sequence, int length, int[] resultLength);
 
     /**
-     * The gocrons of the ocrons of <code>length</code> integers, with the process's parameters; numbers without an ocron
+     * The gocrons of the ocrons of <code>length</code> integers, with the thread's parameters; numbers without an ocron
      * are left out. Result: a new array for s_Free; null if no number has an ocron.
      * @param sequence read, length
      * @param length a value

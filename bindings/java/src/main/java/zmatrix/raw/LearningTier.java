@@ -2177,7 +2177,7 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     int s_isValidOcronType(M matrix, int ocronType);
 
     /**
-     * Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the process
+     * Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the thread
      * (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are
      * what the way back from ocrons and gocrons works with.
      * @param matrix object

@@ -27,7 +27,7 @@ public interface StoringTier<M, I, E> {
     void s_mFree(M matrix, Pointer pointer);
 
     /**
-     * Sets the level of messages for the whole process: messages of a higher level are dropped. <code>level</code>: -1
+     * Sets the level of messages for the calling thread: messages of a higher level are dropped. <code>level</code>: -1
      * (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug
      * file for appending, if it isn't open. Result: 1 if the debug file is open, else 0.
      * @param matrix object
@@ -37,13 +37,13 @@ public interface StoringTier<M, I, E> {
     int s_setMatrixDebugOn(M matrix, int level);
 
     /**
-     * Sets the level of messages to 0 and closes the debug file, for the whole process.
+     * Sets the level of messages to 0 and closes the debug file, for the calling thread.
      * @param matrix object
      */
     void s_setMatrixDebugOff(M matrix);
 
     /**
-     * Says where messages go, for the whole process: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative
+     * Says where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative
      * value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open.
      * @param matrix object
      * @param device a value

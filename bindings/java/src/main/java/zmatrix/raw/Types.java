@@ -1785,7 +1785,7 @@ public final class Types {
         public int power() { return getPointer().getInt(4); }
     }
 
-    /** How numbers become ocrons and ocrons gocrons. One set serves the process. */
+    /** How numbers become ocrons and ocrons gocrons. Each thread has one set. */
     public static final class gocronParametersTag extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 40;
