@@ -29,7 +29,7 @@ T* systemMallocArray(long long count) {
 
 namespace zmatrix {
 
-/// The largest single allocation that is granted, in bytes. Unlimited unless a test sets it, before it starts threads.
+/// The largest single allocation that is allowed, in bytes. Unlimited unless a test sets it before it starts threads.
 extern size_t largestAllocation;
 
 }  // namespace zmatrix

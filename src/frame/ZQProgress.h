@@ -1,6 +1,6 @@
-// The progress report: long operations tell the host how far they are, about a hundred times each whatever their length.
-// Record, callback and throttle are the thread's. An operation writes its sentence into globalProgressData.progressText before
-// its first call; without a callback a call costs one test.
+// The progress report: long operations report their progress to the host, about a hundred times each. Each thread has its own
+// record, callback and throttle. An operation writes its text into globalProgressData.progressText before its first call; without
+// a callback a call costs one test.
 #pragma once
 
 #include <climits>
@@ -43,8 +43,8 @@ inline void matrixProgressDisplay(int item, int itemCount) {
 
 namespace zmatrix {
 
-/// The same for a loop with little work per item: it asks once whether there is a callback, since a thread's variables are found
-/// by a call where the library is a shared object.
+/// As matrixProgressDisplay, for a loop with little work per item: whether there is a callback is read once, since in a shared
+/// library each access to a thread-local variable is a function call.
 class ProgressOfLoop {
  public:
   void reach(int item, int itemCount) const {

@@ -26,8 +26,8 @@ class ZQFileNameList {
   void setInternalNumberOfFileNames(int number) { internalNumberOfFileNames = number; }
   void sortByFunction(ZQCompareFunction compare);
 
-  /// The suffix with its dot, at most ten characters of it, in one buffer of the calling thread. Empty for a name without a dot
-  /// behind its first character.
+  /// The suffix of a name with its dot, at most ten characters, in a buffer of the calling thread. Empty if there is no dot
+  /// behind the first character.
   char* getFileSuffix(const char* name) const;
   int fileIsMidiFile(const char* name) const;
   int fileIsKernFile(const char* name) const;

@@ -13,7 +13,7 @@ long long longLogFromProductWithBase(long long a, long long b, int base);
 /// The logarithm of `a` times `exponent`, in its low 64 bits, if `a` is a power of `base`, else 0.
 long long longLogFromPowerWithBase(long long a, long long exponent, int base);
 
-/// The absolute value; the smallest number stays as it is.
+/// The absolute value; the most negative number is returned unchanged.
 long long longLongAbs(long long value);
 
 /// Arithmetic of 64 bits that wraps around.

@@ -23,7 +23,7 @@ int numberBase(int ocronType) {
   return base != 0 ? base : ocronAlphabet(ocronType).numberBase;
 }
 
-/// The digit of a symbol. False for what is no symbol of any type.
+/// The digit of a symbol. False for a character that is no symbol of any type.
 bool digitOf(const gocronParametersTag* parameters, char symbol, int* digit) {
   switch (symbol) {
     case '*':

@@ -1,6 +1,6 @@
-// Gocrons: an ocron read as one number, each symbol a digit. The digits and the base are those of the thread's parameters; a
-// base of 0 is that of the type. A weight or a sum that wraps to a negative number is a failure; one that wraps to another isn't
-// seen.
+// Gocrons: an ocron read as one number, each symbol a digit. Digits and base are taken from the thread's parameters; a base of 0
+// selects the base of the type. A weight or a sum that wraps to a negative number is a failure; one that wraps to a positive
+// number is not detected.
 #pragma once
 
 #include <zmatrix/zq_types.h>

@@ -37,7 +37,7 @@ bool areItemsOfType(std::span<const int> items, int ocronType, int endSymbol) {
   return true;
 }
 
-/// Takes the next ocron off the front of a sequence, and the end symbol behind it.
+/// Removes the next ocron and its end symbol from the front of a sequence, and returns the ocron.
 std::span<const int> takeRun(std::span<const int>& items, int endSymbol) {
   const auto end = std::find(items.begin(), items.end(), endSymbol);
   const auto length = static_cast<size_t>(end - items.begin());

@@ -12,10 +12,10 @@ namespace zmatrix {
 /// greatest gocron. `logPath`: null, or a file that gets one line per ocron.
 long long* createGoedelSequenceFromOcronSequence(int ocronType, const int* sequence, int length, int endSymbol, int* resultLength,
                                                  int* status, long long* maximalValue, const char* logPath);
-/// The same with type and end symbol of the thread and no log.
+/// The same with the thread's type and end symbol and without a log.
 long long* createGoedelSequenceFromOcronSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 
-/// The gocrons of integers with type and end symbol of the thread. Numbers without an ocron are left out.
+/// The gocrons of integers with the thread's type and end symbol. Numbers without an ocron are left out.
 long long* createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 /// The same, reduced to the low 32 bits of each gocron.
 int* createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);

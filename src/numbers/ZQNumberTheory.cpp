@@ -18,7 +18,7 @@ constexpr int mersennePrimes[50] = {2,        3,        5,        7,        13, 
                                     3021377,  6972593,  13466917, 20996011, 24036583, 25964951, 30402457, 32582657, 37156667,
                                     42643801, 43112609, 57885161, 74207281, 77232917};
 
-/// The last factorisation of the thread: entry 0 has the number of primes and the sum of the divisors.
+/// The thread's last factorisation. Entry 0 holds the number of primes and the sum of the divisors.
 constinit thread_local tagPrimeFact globalPrimeFactors[101] = {};
 
 /// 1 + p + ... + p^e.

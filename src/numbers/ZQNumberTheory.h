@@ -8,9 +8,10 @@ namespace zmatrix {
 /// Clears the thread's last factorisation.
 void initMath();
 
-/// The prime factors of `n`, ascending, behind an entry that holds their number and the sum of the divisors of `n`. Null, with
-/// *count 0 and *sigma 1, if the table is missing or doesn't reach the root of `n`, and for a negative `n`. 0 and 1 are factors
-/// of themselves. With `wantCopy` 0 the entries are the thread's and stand until its next factorisation.
+/// The prime factors of `n`, ascending, in the entries from 1 on; entry 0 holds their number and the sum of the divisors of `n`.
+/// 0 and 1 are their own factors. Null, with *count 0 and *sigma 1, if there is no table, if it ends below the root of `n`, and
+/// for a negative `n`. With `wantCopy` 0 the result is the thread's array, valid until its next factorisation; else a copy for
+/// deletePrimeFactor.
 tagPrimeFact* getPrimeFactors(int n, int* count, int* sigma, int wantCopy);
 void deletePrimeFactor(tagPrimeFact* factors);
 

@@ -199,7 +199,7 @@ class OcronMachine {
   }
 
   int* stackDepth_;
-  const PrimeTable<int>& table_ = SharedPrimes<int>::table();  // held by whoever evaluates
+  const PrimeTable<int>& table_ = SharedPrimes<int>::table();  // kept in place by the PrimesHeld of the caller
   int count_ = 0;
   long long values_[ocronStackSize];  // the top is the last
 };

@@ -4,9 +4,9 @@
 // 2 and multiply the values left at the end; type 5 requires its operands; type 6 has one running value and no stack; type 7 also
 // gives numbers beyond 64 bits, as logarithms.
 //
-// `ocron`: a terminated text, cut in place at its first end symbol (parameters of the thread) by all evaluators but those of
-// type 6 and of logarithms, also where evaluation then fails. `length`: its characters. `stackDepth` gets the most values that
-// stood on the stack after a push. A result below 1 is a code.
+// `ocron`: a terminated text. All evaluators but those of type 6 and of logarithms cut it in place at its first end symbol (from
+// the thread's parameters), also where evaluation then fails. `length`: its characters. `stackDepth` gets the greatest number of
+// values on the stack. A result below 1 is an error code.
 #pragma once
 
 namespace zmatrix {

@@ -15,7 +15,7 @@ namespace zmatrix {
 
 namespace {
 
-/// Where the estimate sees `n` in a table of all primes, from 0.
+/// The estimated index of `n`, from 0, in a table of all primes.
 long long estimatedIndex(long long n) {
   return std::max(truncated(riemann_r(static_cast<double>(n))) - 1, 0LL);
 }

@@ -1,5 +1,5 @@
-// A table of primes and what is asked of it. ZQSharedPrimes.h has the tables that the number functions work with, one of 32 and
-// one of 64 bits for the whole process. A query reads its table and never builds one.
+// A table of primes and its queries. ZQSharedPrimes.h has the tables of the number functions, one of 32 and one of 64 bits for
+// the whole process. A query only reads its table and never builds one.
 //
 // Riemann's estimate R(n) is part of each result: it gives the approximate rank of `n`. If that rank is inside the table, the
 // result comes from the table; if it is beyond, the result is the estimate, or "can't tell". So the few numbers at the end of the
@@ -11,7 +11,7 @@
 
 namespace zmatrix {
 
-/// The primes of a table and where they begin: one allocation that several views of the table share.
+/// The primes of a table and their index: one allocation, shared by all copies of the PrimeTable and counted by numberOfHolders.
 template <class Value>
 struct PrimeBlock {
   static constexpr int buckets = 4096;
@@ -23,26 +23,26 @@ struct PrimeBlock {
 
   std::atomic<long> numberOfHolders = 1;
   Value* primes;
-  Value bucketStart[buckets + 2];  ///< how many primes lie below the begin of each bucket
+  Value bucketStart[buckets + 2];  ///< the number of primes below each bucket
 };
 
-/// A view of a table, which is never changed once it is made. A copy is no further holder of the block: see hold().
+/// A table, unchanged once it is made. Copying it does not count as a holder of the block: see hold().
 template <class Value>
 class PrimeTable {
  public:
   static_assert(std::is_same_v<Value, int> || std::is_same_v<Value, long long>);
 
-  /// No table.
+  /// An empty table.
   constexpr PrimeTable() = default;
 
-  /// The table of the primes from `lowerBound` to `limit`, whose block the caller holds; no table if memory has run out.
+  /// The table of the primes from `lowerBound` to `limit`, with the caller as holder of its block; an empty table without memory.
   static PrimeTable between(long long lowerBound, long long limit);
 
-  /// What is left of the table when it is freed: its count and its greatest prime.
+  /// The state of a freed table: its count and its greatest prime.
   PrimeTable withoutPrimes() const;
 
   void hold() const;
-  /// Lets go of the block, which goes with its last holder.
+  /// Ends a hold; the block is deleted with its last holder.
   void release() const;
 
   Value* primes() const { return primes_; }
@@ -75,12 +75,12 @@ class PrimeTable {
   Value walkToNotPrime(Value n, long long candidate) const;
 
   PrimeBlock<Value>* block_ = nullptr;
-  Value* primes_ = nullptr;  ///< those of the block, and so is bucketStart_
+  Value* primes_ = nullptr;  ///< points into the block, as does bucketStart_
   Value* bucketStart_ = nullptr;
   Value count_ = 0;
   Value maximum_ = 0;
-  long long firstBeyond_ = 0;  ///< the first number whose estimate lies beyond the table
-  int bucketShift_ = 0;        ///< a bucket is 2 to the power of this numbers wide
+  long long firstBeyond_ = 0;  ///< the first number whose estimated rank lies beyond the table
+  int bucketShift_ = 0;        ///< a bucket covers 2 to the power of this many numbers
 };
 
 extern template class PrimeTable<int>;

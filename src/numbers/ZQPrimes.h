@@ -3,7 +3,7 @@
 
 namespace zmatrix {
 
-// --- the tables; a new one serves all threads
+// --- the tables; a new one replaces the old one for all threads
 
 int* initPrimes(unsigned lowerBound, unsigned upperBound, int* count);
 long long* initPrimesLarge(long long lowerBound, long long upperBound, long long* count);

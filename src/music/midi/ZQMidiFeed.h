@@ -41,7 +41,7 @@ constexpr bool isMidiMatrixType(int matrixType) {
          matrixType == ZQMatrixTypeMIDIGMQuadruple_NDMTS;
 }
 
-// --- one update
+// --- update of one sub-matrix
 
 /// Whether items of this many integers fit the preprocessing; always true for types other than music.
 bool dimensionFitsMidi(int preProcessingType, int coordinateDimension);

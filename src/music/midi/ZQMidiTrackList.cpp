@@ -205,7 +205,7 @@ void deleteZQMidiTrackList(ZQMidiTrackList* list) {
   delete list;
 }
 
-// --- back to events
+// --- conversion of objects to events
 
 namespace {
 
