@@ -18,8 +18,7 @@ struct ZQDebugChannel {
   static constinit thread_local int globalDebugLevel;         ///< messages of a level above this are dropped
   static constinit thread_local int globalMallocDebugger;     ///< kept for hosts that look for it; nothing reads it
 
-  static constinit thread_local zq_messageFunction
-      messageFunction;  ///< the host's function that is called for each message, or null
+  static constinit thread_local zq_messageFunction messageFunction;  ///< the host's function for messages, or null
   static constinit thread_local void* messageUserData;
 
   /// Opens the debug file for appending; it stays closed if that fails.
