@@ -82,7 +82,8 @@ class Row:
 
     def functions(self):
         if self.kind in ('-', 'own'):
-            return [Function(self, self.name, self.result, self.arguments, self.call(''))]
+            # A forwarder can have the name of what it calls, which stands in another namespace.
+            return [Function(self, self.name, self.result, self.arguments, self.call('' if '(' in self.method else '::'))]
         if self.kind == 'BB':
             return [Function(self, self.name, self.result, ['ZQMatrix* matrix'] + self.arguments, self.call('matrix->'))]
         if self.kind in OBJECTS:

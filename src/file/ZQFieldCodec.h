@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "file/ZQFileStream.h"
-#include "settings/ZQHeapArray.h"
 
 namespace zmatrix {
 

@@ -21,9 +21,9 @@ class ZQZeroedMemory {
 
   /// Sets the size in bytes and keeps the content up to the smaller of both sizes. False, with nothing changed, if there is no
   /// memory.
-  bool resize(size_t newSize);
+  [[nodiscard]] bool resize(size_t newSize) noexcept;
 
-  void clear();
+  void clear() noexcept;
 
  private:
   char* begin = nullptr;

@@ -24,7 +24,7 @@ class ZQFileNameList {
   void setFileNameList(char** names) { fileNameList = names; }
   void setNumberOfFileNames(int number) { numberOfFileNames = number; }
   void setInternalNumberOfFileNames(int number) { internalNumberOfFileNames = number; }
-  void sortByFunction(ZQCompareFunction compare);
+  void sortByFunction(zmatrix::ZQCompareFunction compare);
 
   /// The suffix of a name with its dot, at most ten characters, in a buffer of the calling thread. Empty if there is no dot
   /// behind the first character.

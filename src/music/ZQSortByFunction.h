@@ -3,10 +3,10 @@
 
 #include <cstdlib>
 
+namespace zmatrix {
+
 /// Compares the elements that two pointers to elements point to: below 0, 0, or above 0.
 using ZQCompareFunction = int (*)(const void*, const void*);
-
-namespace zmatrix {
 
 /// Sorts the pointers. An array that is already in order, the common case, costs one pass and is unchanged. Otherwise the sort is
 /// not stable.

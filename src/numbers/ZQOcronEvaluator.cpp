@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSentence.h"
 #include "frame/ZQSystemOwned.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQOcronBuffers.h"
@@ -61,6 +61,8 @@ constexpr int done = 1;
 
 class OcronMachine {
  public:
+  using OfTwoValues = ZQSentence<long long, long long>;
+
   OcronMachine(const OcronDialect& ocronDialect, int* stackDepth) : dialect(ocronDialect), stackDepth_(stackDepth) {}
 
   const OcronDialect& dialect;
@@ -140,8 +142,9 @@ class OcronMachine {
     if (!hasOperands()) return failOperands('^', dialect.codes.powerOperands);
     if (overflows(std::pow(static_cast<double>(below()), static_cast<double>(top())))) {
       const bool namesPower = dialect.powerSign == '^';
-      return failBinary(namesPower ? "long long overflow '^' %lld ^ %lld" : "long long overflow '^' %lld * %lld",
-                        dialect.codes.powerOverflow);
+      return failBinary(
+          namesPower ? OfTwoValues("long long overflow '^' %lld ^ %lld") : OfTwoValues("long long overflow '^' %lld * %lld"),
+          dialect.codes.powerOverflow);
     }
     combine(powerByProducts(below(), top()));
     return done;
@@ -160,13 +163,10 @@ class OcronMachine {
   }
 
   /// Reports a failure of an operator with the two top values.
-  [[gnu::format(printf, 2, 0)]] int failBinary(const char* format, int code) const {
+  int failBinary(const OfTwoValues& format, int code) const {
     if (!ZQDebugChannel::shows(2)) return code;
     char text[256];
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-    snprintf(text, sizeof text, format, below(), top());
-#pragma GCC diagnostic pop
+    printInto(text, sizeof text, format, below(), top());
     dbPrintf(2, "%s: %s\n", dialect.operatorName, text);
     return code;
   }
@@ -232,7 +232,7 @@ class LogarithmicOcronMachine : public OcronMachine {
   }
 
  private:
-  static constexpr const char* otherBaseAtProduct =
+  static constexpr OfTwoValues otherBaseAtProduct =
       "long long overflow (logarithmic representation not possible, different base values) '*' %lld * %lld";
   static constexpr int noPrimeOfLogarithm = -13, noLogarithm = -14, logarithmOverflow = -15;
 

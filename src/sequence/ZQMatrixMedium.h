@@ -9,13 +9,17 @@
 #include "store/ZQMatrixBase.h"
 
 class ZQMatrixSequenceIndexVector;
-struct ZQMediumTier;
 
+namespace zmatrix {
+struct ZQMediumTier;
 class ZQSuffixLinks;
+template <class Tier>
+struct ZQSequenceUpdate;
+}  // namespace zmatrix
 
 class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBase> {
  public:
-  using Tier = ZQMediumTier;
+  using Tier = zmatrix::ZQMediumTier;
 
   ZQMatrixMediumInfo* getMatrixInfo() const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[currentMatrixID]); }
   ZQMatrixMediumInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[id]); }
@@ -48,7 +52,7 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   /// 0, 1, or 2 where isDeterminedMatrixData is 2 or more: all that most callers want, found without counting on.
   int isDeterminedUpToTwice(const int* indexVector, int length);
   /// The same for the path of an element that the links know.
-  int isDeterminedUpToTwice(const ZQSuffixLinks& links, int position) const;
+  int isDeterminedUpToTwice(const zmatrix::ZQSuffixLinks& links, int position) const;
   /// True if the matrix's own level lets printIndexVector at `level` show something.
   bool showsVectors(int level) const { return debugLevel >= level; }
   void printIndexVector(const int* indexVector, int length, int usePreProcessing, int level);
@@ -168,7 +172,7 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
 
  private:
   template <class Tier>
-  friend struct ZQSequenceUpdate;
+  friend struct zmatrix::ZQSequenceUpdate;
 
   zmatrix::ZQGenerationScratch generation;
 };

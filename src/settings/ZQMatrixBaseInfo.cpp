@@ -41,11 +41,11 @@ int ZQMatrixBaseInfo::initMatrixInfo(int id) {
 }
 
 void ZQMatrixBaseInfo::deInitMatrixInfo() {
-  sizeOfCoordinateDimensions.release();
-  minimalIndices.release();
-  maximalIndices.release();
-  matrixPtr.release();
-  temporaryMemory.release();
+  sizeOfCoordinateDimensions.reset();
+  minimalIndices.reset();
+  maximalIndices.reset();
+  matrixPtr.reset();
+  temporaryMemory.reset();
   releaseMemoryGlobalMatrixInfoParameters();
   updateInfoSize = -1;
 #define ZQ_BASE_ROWS
@@ -130,7 +130,7 @@ void ZQMatrixBaseInfo::setMaxDimOfMatrix(int dimension) {
 
 void ZQMatrixBaseInfo::setMaximalMatrixIndex(int index) {
   if (index == maximalMatrixIndex) return;
-  if (minimalIndices.size() == 0 || maximalIndices.size() == 0 || internalCurrentDimension <= 0) {
+  if (minimalIndices.empty() || maximalIndices.empty() || internalCurrentDimension <= 0) {
     dbPrintf(0, "error: setMaximalIndex can only be called after initMatrix!\n");
   } else if (!isEmpty() && smallestLegalMaximalIndex() > index) {
     dbPrintf(0, "error: setMaximalIndex for non-empty matrix failed because matrix contains values with higher indices\n");
@@ -143,7 +143,7 @@ void ZQMatrixBaseInfo::setMaximalMatrixIndex(int index) {
 // The bound rises by one at every dimension in use, so deep matrices ask for a little more than their largest index.
 long long ZQMatrixBaseInfo::smallestLegalMaximalIndex() const {
   long long bound = minimalIndices[0];
-  for (int i = 0; i < currentDimension && i < minimalIndices.size(); ++i) {
+  for (int i = 0; i < currentDimension && i < minimalIndices.count(); ++i) {
     const long long lowest = std::llabs(static_cast<long long>(minimalIndices[i]));
     const long long highest = std::llabs(static_cast<long long>(maximalIndices[i]));
     bound = std::max({bound, lowest, highest}) + 1;
@@ -164,7 +164,7 @@ void ZQMatrixBaseInfo::_resizeIndexLimits(int capacity) {
 }
 
 int ZQMatrixBaseInfo::setSizeOfCoordDimension(int dimension, int size) {
-  if (dimension < 0 || dimension >= sizeOfCoordinateDimensions.size()) return 0;
+  if (dimension < 0 || dimension >= sizeOfCoordinateDimensions.count()) return 0;
   const long long width = std::llabs(static_cast<long long>(size));
   if (width != 1 && width != 2 && width != 4 && width != 8) return 0;
   sizeOfCoordinateDimensions[dimension] = size;
@@ -188,7 +188,7 @@ int ZQMatrixBaseInfo::enterMatrixDimension(int dimIndex) {
     return 0;
   }
   if (dimIndex < currentDimension) return 1;
-  if (dimIndex >= internalCurrentDimension || dimIndex >= maximalIndices.size()) {
+  if (dimIndex >= internalCurrentDimension || dimIndex >= maximalIndices.count()) {
     if (!growDimensionArrays(capacityForDimension(dimIndex))) return 0;
   }
   currentDimension = dimIndex + 1;
@@ -213,14 +213,14 @@ bool ZQMatrixBaseInfo::growMatrixPtr(int numberOfSteps) {
 }
 
 int* ZQMatrixBaseInfo::provideTemporaryMemory(int length) {
-  if (length > temporaryMemory.size() && !temporaryMemory.resize(length, 0)) return nullptr;
+  if (length > temporaryMemory.count() && !temporaryMemory.resize(length, 0)) return nullptr;
   if (length > internalLengthOfTemporaryMemory) internalLengthOfTemporaryMemory = length;
   return temporaryMemory.data();
 }
 
 int ZQMatrixBaseInfo::readableFrom(const int* item) const {
   const int* begin = temporaryMemory.data();
-  const int* end = begin + temporaryMemory.size();
+  const int* end = begin + temporaryMemory.count();
   const bool isInside = !std::less<>()(item, begin) && std::less<>()(item, end);
   return isInside ? static_cast<int>(end - item) : INT_MAX;
 }

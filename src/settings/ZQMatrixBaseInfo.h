@@ -5,8 +5,8 @@
 
 #include <type_traits>
 
+#include "frame/ZQArray.h"
 #include "frame/ZQGrowth.h"
-#include "settings/ZQHeapArray.h"
 #include "settings/ZQMatrixProperties.h"
 
 namespace zmatrix {
@@ -124,12 +124,12 @@ class ZQMatrixBaseInfo {
   }
   /// Widens the limits seen in a dimension to include the index.
   int updateMatrixIndexInfo(int dimIndex, int index) {
-    if (static_cast<unsigned>(dimIndex) >= static_cast<unsigned>(maximalIndices.size())) return reportDimensionBeyondCapacity();
+    if (static_cast<unsigned>(dimIndex) >= static_cast<unsigned>(maximalIndices.count())) return reportDimensionBeyondCapacity();
     widenMatrixIndexInfo(dimIndex, index);
     return 1;
   }
   int updateMatrixIndexInfoAfterDelete(int dimIndex, int index) {
-    if (static_cast<unsigned>(dimIndex) < static_cast<unsigned>(maximalIndices.size())) widenMatrixIndexInfo(dimIndex, index);
+    if (static_cast<unsigned>(dimIndex) < static_cast<unsigned>(maximalIndices.count())) widenMatrixIndexInfo(dimIndex, index);
     return 1;
   }
 
@@ -159,10 +159,10 @@ class ZQMatrixBaseInfo {
     return matrixPtr.data();
   }
   int getRoomOfMatrixPtr() const {
-    return matrixPtr.size() - 1;
+    return matrixPtr.count() - 1;
   }
   /// Makes room for a walk of at least this many steps. False, and nothing changed, if memory has run out.
-  bool growMatrixPtr(int numberOfSteps);
+  [[nodiscard]] bool growMatrixPtr(int numberOfSteps);
   /// One item read out of the matrix; the next read overwrites it.
   int* getTemporaryMemory() {
     return temporaryMemory.data();
@@ -195,7 +195,7 @@ class ZQMatrixBaseInfo {
   bool hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const;
   /// One entry a dimension behind a flag; `unused` fills the entries that no dimension has yet.
   template <class Fields>
-  void describeDimensions(Fields& fields, zmatrix::HeapArray<int>& array, int unused);
+  void describeDimensions(Fields& fields, zmatrix::ZQArray<int>& array, int unused);
   /// Writes the parts of a tier's record, each told by a function of its own.
   template <class... Parts>
   void writeParts(zmatrix::ZQFileWriter& file, Parts... describePart);
@@ -212,8 +212,8 @@ class ZQMatrixBaseInfo {
   void storeIfEmpty(int& field, int value, const char* setter);
   void storeFlagWithWarning(int& field, int value, const char* setter);
 
-  int* dimensionArray(zmatrix::HeapArray<int>& array, int* numberOfDimensions) {
-    if (numberOfDimensions != nullptr) *numberOfDimensions = currentDimension < array.size() ? currentDimension : array.size();
+  int* dimensionArray(zmatrix::ZQArray<int>& array, int* numberOfDimensions) {
+    if (numberOfDimensions != nullptr) *numberOfDimensions = currentDimension < array.count() ? currentDimension : array.count();
     return array.data();
   }
 
@@ -221,11 +221,11 @@ class ZQMatrixBaseInfo {
 #define ZQ_BASE_ROWS
 #define ZQ_FIELD(type, name, Name, initial, since, printType, format) type name{};
 #include "settings/ZQMatrixInfoFields.def"
-  zmatrix::HeapArray<int> sizeOfCoordinateDimensions;
-  zmatrix::HeapArray<int> minimalIndices;
-  zmatrix::HeapArray<int> maximalIndices;
-  zmatrix::HeapArray<int> matrixPtr;
-  zmatrix::HeapArray<int> temporaryMemory;
+  zmatrix::ZQArray<int> sizeOfCoordinateDimensions;
+  zmatrix::ZQArray<int> minimalIndices;
+  zmatrix::ZQArray<int> maximalIndices;
+  zmatrix::ZQArray<int> matrixPtr;
+  zmatrix::ZQArray<int> temporaryMemory;
   ZQMatrixProperties* globalMatrixInfoParameters = nullptr;
 
  private:
@@ -234,7 +234,7 @@ class ZQMatrixBaseInfo {
   bool isLegalInFile(const void* field) const;
   bool makeDimensionArrays(zmatrix::ZQFileReader& file);
   int reportDimensionBeyondCapacity() const;
-  bool growDimensionArrays(int capacity);
+  [[nodiscard]] bool growDimensionArrays(int capacity);
   void printCoordinateSizes();
   long long smallestLegalMaximalIndex() const;
   void widenMatrixIndexInfo(int dimIndex, int index) {

@@ -48,7 +48,7 @@ void ZQMatrixBaseInfo::describeCoordinateSizes(Fields& fields) {
     if (!fields.isSound()) return;
   }
   for (int k = 0; k < coordinateDimension; ++k) {
-    int size = k < sizeOfCoordinateDimensions.size() ? sizeOfCoordinateDimensions[k] : defaultCoordinateSize;
+    int size = k < sizeOfCoordinateDimensions.count() ? sizeOfCoordinateDimensions[k] : defaultCoordinateSize;
     fields.number(size);
     fields.require(isCoordinateSize(size));
     if (Fields::reads) sizeOfCoordinateDimensions[k] = size;

@@ -85,7 +85,7 @@ int ZQMatrixFileHeader::initFileHeader(int infoType) {
 void ZQMatrixFileHeader::deInitFileHeader() {
   if (fpUpdateInfos != nullptr) fclose(fpUpdateInfos);
   fpUpdateInfos = nullptr;
-  stopFlags.release();
+  stopFlags.reset();
   deleteMatrixUpdateInfos();
 }
 
@@ -99,8 +99,7 @@ void ZQMatrixFileHeader::closeAndRemoveUpdateInfos() {
 }
 
 void ZQMatrixFileHeader::deleteMatrixUpdateInfos() {
-  for (int i = 0; i < _matrixInfos.size(); ++i) delete _matrixInfos[i];
-  _matrixInfos.release();
+  _matrixInfos.reset();
 }
 
 void ZQMatrixFileHeader::setFileType(const char* text) {

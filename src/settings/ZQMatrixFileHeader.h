@@ -6,10 +6,11 @@
 #include <cstdio>
 #include <cstring>
 
-#include "settings/ZQHeapArray.h"
+#include "frame/ZQArray.h"
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixProperties.h"
 #include "settings/ZQMatrixRandom.h"
+#include "settings/ZQRecordTable.h"
 
 namespace zmatrix {
 
@@ -167,20 +168,17 @@ class ZQMatrixFileHeader {
     return stopFlags.data();
   }
   int getStopFlag(int id) const {
-    return id >= 0 && id < stopFlags.size() ? stopFlags[id] : 0;
+    return id >= 0 && id < stopFlags.count() ? stopFlags[id] : 0;
   }
   void setStopFlag(int id, int value) {
-    if (id >= 0 && id < stopFlags.size()) stopFlags[id] = value;
+    if (id >= 0 && id < stopFlags.count()) stopFlags[id] = value;
   }
   void clearStopFlags() {
     stopFlags.fillFrom(0, 0);
   }
   /// Makes as many flags; the old ones keep their values. False, and nothing changed, if memory has run out.
-  bool resizeStopFlags(int numberOfFlags) {
+  [[nodiscard]] bool resizeStopFlags(int numberOfFlags) {
     return stopFlags.resize(numberOfFlags, 0);
-  }
-  void releaseStopFlags() {
-    stopFlags.release();
   }
 
   FILE* getFpUpdateInfos() {
@@ -253,6 +251,6 @@ class ZQMatrixFileHeader {
   ZQMatrixProperties globalSymbolParameters{};
   FILE* fpUpdateInfos = nullptr;
   char fpUpdateInfosFileName[256] = {};  ///< empty for an unnamed temporary file
-  zmatrix::HeapArray<int> stopFlags;
-  zmatrix::HeapArray<ZQMatrixBaseInfo*> _matrixInfos;  ///< loaded update records, null while none are; each may be null
+  zmatrix::ZQArray<int> stopFlags;
+  zmatrix::ZQRecordTable _matrixInfos;  ///< loaded update records, null while none are; each may be null
 };

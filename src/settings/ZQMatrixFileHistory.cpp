@@ -33,7 +33,7 @@ void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
     if (numberOfAppendedUpdates != 0) dbPrintf(1, "_numberOfAppendedUpdates: %d unexpected\n", numberOfAppendedUpdates);
     return;
   }
-  if (_matrixInfos.size() > 0) {
+  if (_matrixInfos.count() > 0) {
     dbPrintf(1, "Info from readMatrixUpdateInfos: _matrixInfos already initialized...\n");
     *count = numberOfAppendedUpdates;
     return;
@@ -79,12 +79,12 @@ int ZQMatrixFileHeader::scanUpdateInfos(zmatrix::ZQFileReader& file) {
 }
 
 void ZQMatrixFileHeader::loadUpdateInfos(zmatrix::ZQFileReader& file, int count) {
-  if (!_matrixInfos.resize(count, nullptr)) return;
+  if (!_matrixInfos.resize(count)) return;
   for (int i = 0; i < count; ++i) {
     dbPrintf(1, "allocating memory for updateInfo np: %d\n", i);
     auto* record = new (std::nothrow) ZQMatrixInfo();
-    _matrixInfos[i] = record;
     if (record == nullptr) return;
+    _matrixInfos.put(i, std::unique_ptr<ZQMatrixBaseInfo>(record));
     if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d\n", i);
     const int result = readUpdateInfo(*record, file);
     if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d finished\n", i);
@@ -100,7 +100,7 @@ ZQMatrixBaseInfo* ZQMatrixFileHeader::getMatrixUpdateInfo(int index) {
     dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
   } else if (_matrixInfos.data() == nullptr) {
     dbPrintf(0, "_matrixInfos = NULL: readMatrixUpdateInfoUpdateInfos() must be called! \n");
-  } else if (index >= _matrixInfos.size()) {
+  } else if (index >= _matrixInfos.count()) {
     dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
   } else {
     return _matrixInfos[index];

@@ -42,14 +42,14 @@ int ZQMatrixBaseInfo::refuseRecord(Info& info, int id) {
 }
 
 template <class Fields>
-void ZQMatrixBaseInfo::describeDimensions(Fields& fields, zmatrix::HeapArray<int>& array, int unused) {
+void ZQMatrixBaseInfo::describeDimensions(Fields& fields, zmatrix::ZQArray<int>& array, int unused) {
   if constexpr (Fields::reads) {
     int isThere = 0;
     fields.number(isThere);
     array.fillFrom(0, unused);
     for (int i = 0; isThere == 1 && i < currentDimension; ++i) fields.number(array[i]);
   } else {
-    const bool isThere = currentDimension >= 1 && array.size() >= currentDimension;
+    const bool isThere = currentDimension >= 1 && array.count() >= currentDimension;
     zmatrix::writeFlagged(fields, isThere, currentDimension, [&](long long i) { return array[static_cast<int>(i)]; });
   }
 }

@@ -20,14 +20,14 @@ int ZQMatrixMediumInfo::initMatrixInfo(int id) {
 // What a record of the base type still holds of the arrays below goes with the next initMatrixInfo or with the record.
 void ZQMatrixMediumInfo::deInitMatrixInfo() {
   if (updateInfoType >= ZQMatrixInfoTypeMedium) {
-    rulesInDimension.release();
-    uniqueRulesInDimension.release();
-    writeElementsInDimension.release();
-    kernelOriginalSequence.release();
-    kernelPreProcessedSequence.release();
-    updateSequence.release();
-    kernelOriginalSequenceInitialValues.release();
-    namesOfUpdateFiles.release();
+    rulesInDimension.reset();
+    uniqueRulesInDimension.reset();
+    writeElementsInDimension.reset();
+    kernelOriginalSequence.reset();
+    kernelPreProcessedSequence.reset();
+    updateSequence.reset();
+    kernelOriginalSequenceInitialValues.reset();
+    namesOfUpdateFiles.reset();
 #define ZQ_MEDIUM_ROWS
 #define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(-1);
 #include "settings/ZQMatrixInfoFields.def"
@@ -77,7 +77,7 @@ void ZQMatrixMediumInfo::setNameOfUpdateFile(const char* name) {
 void ZQMatrixMediumInfo::addNameOfUpdateFile(const char* name) {
   if (name == nullptr) return;
   const size_t length = strlen(name);
-  const int oldLength = std::max(namesOfUpdateFiles.size() - 1, 0);
+  const int oldLength = std::max(namesOfUpdateFiles.count() - 1, 0);
   // The name may be one of those that are kept here already, which are about to move.
   const char* old = namesOfUpdateFiles.data();
   const bool isKeptHere =
@@ -106,8 +106,8 @@ void ZQMatrixMediumInfo::setMediumDefaults() {
   kernelMatrixHandle = matrixID;
   memset(nameOfUpdateFile, 0, sizeof nameOfUpdateFile);
   memset(midiChannelFilter, 0, sizeof midiChannelFilter);
-  namesOfUpdateFiles.release();
-  updateSequence.release();
+  namesOfUpdateFiles.reset();
+  updateSequence.reset();
 }
 
 // An internal length may be 0 while the sequence is not empty, so it alone does not tell how long the rows must be.
@@ -123,7 +123,7 @@ bool ZQMatrixMediumInfo::makeKernelRows(int dimension) {
 
 // The own arrays grow first: the base raises currentDimension, which is what the fast path believes.
 int ZQMatrixMediumInfo::enterMediumMatrixDimension(int dimIndex) {
-  if (dimIndex < maxDimOfMatrix && dimIndex >= writeElementsInDimension.size()) {
+  if (dimIndex < maxDimOfMatrix && dimIndex >= writeElementsInDimension.count()) {
     const int capacity = capacityForDimension(dimIndex);
     const bool hasRoom = uniqueRulesInDimension.resize(capacity, 0) && rulesInDimension.resize(capacity, 0) &&
                          writeElementsInDimension.resize(capacity, 0);
@@ -148,10 +148,10 @@ ZQMatrixProperties* ZQMatrixMediumInfo::getGlobalMatrixInfoParameters() {
   snapshot->kernelPreProcessedSequence = getKernelPreProcessedSequence();
   snapshot->kernelOriginalSequenceInitialValues = getKernelOriginalSequenceInitialValues();
   snapshot->updateSequence = updateSequence.data();
-  if (namesOfUpdateFiles.size() > 0) {
-    snapshot->namesOfUpdateFiles = systemMallocArray<char>(namesOfUpdateFiles.size());
+  if (!namesOfUpdateFiles.empty()) {
+    snapshot->namesOfUpdateFiles = systemMallocArray<char>(namesOfUpdateFiles.count());
     if (snapshot->namesOfUpdateFiles != nullptr) {
-      memcpy(snapshot->namesOfUpdateFiles, namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.size()));
+      memcpy(snapshot->namesOfUpdateFiles, namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.count()));
     }
   }
   return snapshot;

@@ -5,6 +5,7 @@
 
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixRandom.h"
+#include "settings/ZQRowTable.h"
 
 class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
  public:
@@ -164,12 +165,12 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return kernelRows(kernelPreProcessedSequence);
   }
   /// Makes the rows hold at least `length` items; the internal lengths are the caller's to set. False if memory has run out.
-  bool provideKernelOriginalRows(int length) {
+  [[nodiscard]] bool provideKernelOriginalRows(int length) {
     return (kernelOriginalSequence.holds(coordinateDimension, length) &&
             kernelOriginalSequenceInitialValues.holds(coordinateDimension, length)) ||
            growKernelOriginalRows(length);
   }
-  bool provideKernelPreProcessedRows(int length) {
+  [[nodiscard]] bool provideKernelPreProcessedRows(int length) {
     return kernelPreProcessedSequence.holds(coordinateDimension, length) || growKernelPreProcessedRows(length);
   }
 
@@ -196,7 +197,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return updateSequence.data();
   }
   int getNumberOfUpdateSequenceBytes() const {
-    return updateSequence.size();
+    return updateSequence.count();
   }
 
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
@@ -218,21 +219,21 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   static constexpr int firstKernelLength = 256;
   char nameOfUpdateFile[nameCapacity + 1] = {};  ///< a name may fill it; the byte behind stays 0 for whoever reads on
   char midiChannelFilter[16] = {};
-  zmatrix::HeapArray<int> rulesInDimension;
-  zmatrix::HeapArray<int> uniqueRulesInDimension;
-  zmatrix::HeapArray<int> writeElementsInDimension;
-  zmatrix::RowTable kernelOriginalSequence;
-  zmatrix::RowTable kernelPreProcessedSequence;
-  zmatrix::HeapArray<char> updateSequence;  ///< rows of one item each, packed
-  zmatrix::RowTable kernelOriginalSequenceInitialValues;
+  zmatrix::ZQArray<int> rulesInDimension;
+  zmatrix::ZQArray<int> uniqueRulesInDimension;
+  zmatrix::ZQArray<int> writeElementsInDimension;
+  zmatrix::ZQRowTable kernelOriginalSequence;
+  zmatrix::ZQRowTable kernelPreProcessedSequence;
+  zmatrix::ZQArray<char> updateSequence;  ///< rows of one item each, packed
+  zmatrix::ZQRowTable kernelOriginalSequenceInitialValues;
   int hasBeenChanged = 0;  ///< 1 after an update since the last load
-  zmatrix::HeapArray<char> namesOfUpdateFiles;
+  zmatrix::ZQArray<char> namesOfUpdateFiles;
 
  private:
-  bool growKernelOriginalRows(int length);
-  bool growKernelPreProcessedRows(int length);
+  [[nodiscard]] bool growKernelOriginalRows(int length);
+  [[nodiscard]] bool growKernelPreProcessedRows(int length);
   template <class Fields>
-  void describeKernel(Fields& fields, zmatrix::RowTable& rows, int& length);
+  void describeKernel(Fields& fields, zmatrix::ZQRowTable& rows, int& length);
   template <class Fields>
   void describeNamesOfUpdateFiles(Fields& fields);
   template <class Fields>
@@ -240,20 +241,20 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void setMediumDefaults();
   bool makeMediumArrays(zmatrix::ZQFileReader& file);
   int enterMediumMatrixDimension(int dimIndex);
-  int** kernelRows(zmatrix::RowTable& rows) {
+  int** kernelRows(zmatrix::ZQRowTable& rows) {
     const bool isThere = rows.numberOfRows() >= coordinateDimension && rows.rowLength() >= firstKernelLength;
     return isThere || rows.grow(coordinateDimension, firstKernelLength) ? rows.data() : nullptr;
   }
   bool makeKernelRows(int dimension);
   bool writeDefaultItems(int numberOfItems);
-  int* flatCopy(zmatrix::RowTable& rows, int numberOfItems, int* length, int* dimension);
-  int** objexCopy(zmatrix::RowTable& rows, int numberOfItems, int* count, int* dimension);
+  int* flatCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* length, int* dimension);
+  int** objexCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* count, int* dimension);
   void chooseCoordinateSizes(const int* sequence, int numberOfItems);
   void restoreCoordinateSizes(const int* oldSizes, int numberOfOldSizes);
   int sizeOfUpdateRow() const;
   void packItems(const int* sequence, int numberOfItems, char* row) const;
   void printUpdateSequence();
-  void printKernelRows(const char* name, zmatrix::RowTable& rows, int numberOfItems);
+  void printKernelRows(const char* name, zmatrix::ZQRowTable& rows, int numberOfItems);
   void printDimensions();
 };
 

@@ -50,7 +50,7 @@ template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, in
 
 // Coordinate by coordinate. A length without its sequence counts nothing.
 template <class Fields>
-void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::RowTable& rows, int& length) {
+void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQRowTable& rows, int& length) {
   const long long numberOfValues = static_cast<long long>(length) * coordinateDimension;
   if constexpr (Fields::reads) {
     int isThere = 0;
@@ -74,10 +74,10 @@ void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::RowTable& rows,
 
 template <class Fields>
 void ZQMatrixMediumInfo::describeNamesOfUpdateFiles(Fields& fields) {
-  int isThere = namesOfUpdateFiles.size() > 0 && namesOfUpdateFiles[0] != 0 ? 1 : 0;
+  int isThere = !namesOfUpdateFiles.empty() && namesOfUpdateFiles[0] != 0 ? 1 : 0;
   fields.number(isThere, firstVersionWithNames, 0);
   int length = isThere == 1 && !Fields::reads
-                   ? static_cast<int>(strnlen(namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.size() - 1))) + 1
+                   ? static_cast<int>(strnlen(namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.count() - 1))) + 1
                    : 0;
   if (isThere != 1) return;
   fields.number(length);
@@ -93,7 +93,7 @@ void ZQMatrixMediumInfo::describeNamesOfUpdateFiles(Fields& fields) {
 template <class Fields>
 void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence) {
   const long long bytesOfSequence = static_cast<long long>(lengthOfUpdateSequence) * sizeOfUpdateRow();
-  int isThere = withSequence == 1 && bytesOfSequence >= 1 && bytesOfSequence <= updateSequence.size() ? 1 : 0;
+  int isThere = withSequence == 1 && bytesOfSequence >= 1 && bytesOfSequence <= updateSequence.count() ? 1 : 0;
   fields.number(isThere);
   if (isThere == 0 || bytesOfSequence < 1) return;
   if constexpr (Fields::reads) {
@@ -121,9 +121,9 @@ bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
              internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
     internalLengthOfKernelPreProcessedSequence = preProcessedNeeded;
   }
-  kernelOriginalSequence.release();
-  kernelOriginalSequenceInitialValues.release();
-  kernelPreProcessedSequence.release();
+  kernelOriginalSequence.reset();
+  kernelOriginalSequenceInitialValues.reset();
+  kernelPreProcessedSequence.reset();
   return file.hasRoom(rulesInDimension.assign(internalCurrentDimension, 0) &&
                       uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
                       writeElementsInDimension.assign(internalCurrentDimension, 0));

@@ -86,7 +86,7 @@ bool ZQMatrixMediumInfo::writeDefaultItems(int numberOfItems) {
   return true;
 }
 
-int* ZQMatrixMediumInfo::flatCopy(zmatrix::RowTable& rows, int numberOfItems, int* length, int* dimension) {
+int* ZQMatrixMediumInfo::flatCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* length, int* dimension) {
   answer(length, 0);
   answer(dimension, coordinateDimension);
   const int itemsThere = std::min(numberOfItems, rows.rowLength());
@@ -100,7 +100,7 @@ int* ZQMatrixMediumInfo::flatCopy(zmatrix::RowTable& rows, int numberOfItems, in
   return flat;
 }
 
-int** ZQMatrixMediumInfo::objexCopy(zmatrix::RowTable& rows, int numberOfItems, int* count, int* dimension) {
+int** ZQMatrixMediumInfo::objexCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* count, int* dimension) {
   answer(count, 0);
   answer(dimension, coordinateDimension);
   const int itemsThere = std::clamp(numberOfItems, 0, rows.rowLength());

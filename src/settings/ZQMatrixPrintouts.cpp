@@ -162,14 +162,14 @@ void ZQMatrixBaseInfo::printMatrixInfo() {
 #define ZQ_BEHIND_MEM_IS_READ_ONLY printCoordinateSizes();
 #include "settings/ZQMatrixInfoFields.def"
   if (!ZQDebugChannel::shows(4)) return;
-  for (int i = 0; i < std::min(currentDimension, minimalIndices.size()); ++i) {
+  for (int i = 0; i < std::min(currentDimension, minimalIndices.count()); ++i) {
     dbPrintf(4, "dimension %d: ->_ %d, %d\n", i, minimalIndices[i], maximalIndices[i]);
   }
 }
 
 void ZQMatrixBaseInfo::printCoordinateSizes() {
   dbPrintf(1, "sizeOfCoordinateDimensions: \n");
-  for (int k = 0; k < sizeOfCoordinateDimensions.size(); ++k) {
+  for (int k = 0; k < sizeOfCoordinateDimensions.count(); ++k) {
     dbPrintf(1, "cdimension %d: size of coordinate:%d\n", k, sizeOfCoordinateDimensions[k]);
   }
 }
@@ -186,12 +186,12 @@ void ZQMatrixMediumInfo::printMatrixInfo() {
   printKernelRows("kernelPreProcessedSequence", kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
   printKernelRows("kernelOriginalSequenceInitialValues", kernelOriginalSequenceInitialValues, lengthOfKernelOriginalSequence);
   dbPrintf(1, "hasBeenChanged: %d: \n", hasBeenChanged);
-  if (namesOfUpdateFiles.size() > 0) dbPrintf(1, "namesOfUpdateFiles: \n%s", namesOfUpdateFiles.data());
+  if (!namesOfUpdateFiles.empty()) dbPrintf(1, "namesOfUpdateFiles: \n%s", namesOfUpdateFiles.data());
   printUpdateSequence();
   printDimensions();
 }
 
-void ZQMatrixMediumInfo::printKernelRows(const char* name, zmatrix::RowTable& rows, int numberOfItems) {
+void ZQMatrixMediumInfo::printKernelRows(const char* name, zmatrix::ZQRowTable& rows, int numberOfItems) {
   if (kernelRows(rows) == nullptr || !ZQDebugChannel::shows(1)) return;
   for (int i = 0; i < std::min({numberOfItems, rows.rowLength(), longestPrintedSequence}); ++i) {
     dbPrintf(1, "%s %d:", name, i);
@@ -203,7 +203,7 @@ void ZQMatrixMediumInfo::printKernelRows(const char* name, zmatrix::RowTable& ro
 void ZQMatrixMediumInfo::printUpdateSequence() {
   const int sizeOfRow = sizeOfUpdateRow();
   if (sizeOfRow < 1 || !ZQDebugChannel::shows(1)) return;
-  const int numberOfRows = std::min({lengthOfUpdateSequence, updateSequence.size() / sizeOfRow, longestPrintedSequence});
+  const int numberOfRows = std::min({lengthOfUpdateSequence, updateSequence.count() / sizeOfRow, longestPrintedSequence});
   const unsigned char* value = reinterpret_cast<const unsigned char*>(updateSequence.data());
   for (int i = 0; i < numberOfRows; ++i) {
     dbPrintf(1, "updateSequence %d:", i);
@@ -216,7 +216,7 @@ void ZQMatrixMediumInfo::printUpdateSequence() {
 }
 
 void ZQMatrixMediumInfo::printDimensions() {
-  for (int i = 0; i < std::min(currentDimension, writeElementsInDimension.size()); ++i) {
+  for (int i = 0; i < std::min(currentDimension, writeElementsInDimension.count()); ++i) {
     if (writeElementsInDimension[i] == 0 && rulesInDimension[i] == 0 && uniqueRulesInDimension[i] == 0) continue;
     dbPrintf(1, "dimension %d: no of writeElements: %d\n", i, writeElementsInDimension[i]);
     dbPrintf(1, "              no of ruleElements: %d\n", rulesInDimension[i]);

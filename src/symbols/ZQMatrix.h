@@ -5,15 +5,14 @@
 #include "sequence/ZQMatrixMedium.h"
 #include "settings/ZQMatrixInfo.h"
 
-struct ZQFullTier;
-
 namespace zmatrix {
+struct ZQFullTier;
 struct DerivedSymbols;
-}
+}  // namespace zmatrix
 
 class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
  public:
-  using Tier = ZQFullTier;
+  using Tier = zmatrix::ZQFullTier;
 
   ZQMatrixInfo* getMatrixInfo() const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[currentMatrixID]); }
   ZQMatrixInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[id]); }

@@ -27,7 +27,7 @@ template <class Matrix>
 class KernFeed {
  public:
   KernFeed(Matrix* target, const char* path) : matrix(target), fileName(path) {
-    snprintf(description, sizeof description, KernTier<Matrix>::texts.description, 64);
+    printInto(description, sizeof description, KernTier<Matrix>::texts.description, 64);
   }
 
   /// Returns the result of the last update; `numberOfNotes` gets the number of notes of all tracks that were learned.

@@ -5,6 +5,8 @@
 #include "music/kern/ZQKernObserver.h"
 #include "music/kern/ZQKernTrackList.h"
 
+namespace zmatrix {
+
 class ZQKernFile {
  public:
   /// Fills the list with one track of the file's objects. The list is unchanged if the file can't be opened or is refused; after
@@ -18,8 +20,6 @@ class ZQKernFile {
 
 ZQKernFile* createZQKernFile();
 void deleteZQKernFile(ZQKernFile* file);
-
-namespace zmatrix {
 
 // The two passes over a file, each with an observer. They throw std::bad_alloc without memory.
 

@@ -6,6 +6,8 @@
 #include "music/ZQSortByFunction.h"
 #include "music/kern/ZQKernObject.h"
 
+namespace zmatrix {
+
 class ZQKernObjectTrack {
  public:
   static constexpr int firstCapacity = 100;
@@ -65,7 +67,7 @@ class ZQKernObjectTrack {
 
  private:
   int channel = channelOfWholeFile;
-  zmatrix::ZQPointerArray<ZQKernObject> objects{firstCapacity};
+  ZQPointerArray<ZQKernObject> objects{firstCapacity};
 };
 
 /// An empty track, or null without memory.
@@ -74,3 +76,5 @@ ZQKernObjectTrack* createZQKernObjectTrack();
 void deleteZQKernObjectTrack(ZQKernObjectTrack* track);
 /// Releases the track but not its objects; null is ignored.
 void deleteZQKernObjectTrackOnlyReferences(ZQKernObjectTrack* track);
+
+}  // namespace zmatrix

@@ -2,6 +2,7 @@
 // that the feed keeps in the global block while it works on a file. Unlike in MIDI files, no channel means drums.
 #pragma once
 
+#include "frame/ZQSentence.h"
 #include "music/kern/ZQKernTrackList.h"
 #include "music/midi/ZQMidiFeed.h"
 
@@ -9,10 +10,10 @@ namespace zmatrix {
 
 /// The messages that differ between tiers.
 struct KernFeedTexts {
-  const char* description;               ///< with one int
-  const char* suspiciousSettings;        ///< with one int
+  ZQSentence<int> description;
+  ZQSentence<int> suspiciousSettings;
   bool suspiciousSettingsShowDimension;  ///< else the preprocessing type is shown
-  const char* pleaseRestart;             ///< with one int
+  ZQSentence<int> pleaseRestart;
 };
 
 extern const KernFeedTexts mediumKernFeedTexts;

@@ -4,6 +4,8 @@
 
 #include "music/kern/ZQKernObjectTrack.h"
 
+namespace zmatrix {
+
 class ZQKernTrackList {
  public:
   static constexpr int firstCapacity = 4;
@@ -43,10 +45,12 @@ class ZQKernTrackList {
  private:
   void closeGapAt(int index);
 
-  zmatrix::ZQPointerArray<ZQKernObjectTrack> tracks{firstCapacity};
+  ZQPointerArray<ZQKernObjectTrack> tracks{firstCapacity};
 };
 
 /// A list without tracks, or null without memory.
 ZQKernTrackList* createZQKernTrackList();
 /// Releases the list, its tracks and their objects; null is ignored.
 void deleteZQKernTrackList(ZQKernTrackList* list);
+
+}  // namespace zmatrix

@@ -1,8 +1,7 @@
 // MIDI files as tracks of events: reads a file into the event tracks of a list, and writes event tracks into a file.
 #pragma once
 
-#include <vector>
-
+#include "frame/ZQArray.h"
 #include "music/midi/ZQMidiTrackList.h"
 
 namespace zmatrix {
@@ -27,10 +26,8 @@ struct MidiReadFindings {
   int division = 0;           ///< ticks per quarter note
   int tracksAnnounced = 0;    ///< number of tracks in the file's header
   long long bytesUnread = 0;  ///< behind the last track
-  std::vector<MidiTrackReading> tracks;
+  ZQArray<MidiTrackReading> tracks;
 };
-
-}  // namespace zmatrix
 
 /// Has no state: an object to call the operations on.
 class ZQMidiFile {
@@ -38,7 +35,7 @@ class ZQMidiFile {
   /// Appends the tracks of a file to a list. Times become musical time, 3072 quanta per quarter at any tempo. The list is
   /// unchanged for a file that can't be opened, is no regular file or no MIDI file; of a truncated file the events before its end
   /// are kept. False for all of these, without memory, and if an argument is null. `findings` may be null.
-  bool readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, zmatrix::MidiReadFindings* findings = nullptr) const;
+  bool readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, MidiReadFindings* findings = nullptr) const;
   /// Writes the event tracks as a file of format 1, 3072 ticks per quarter. Texts are cut to four characters; empty tracks behind
   /// the first are left out. Returns 0, else EOF.
   int writeEventsToFileWithPath(const ZQMidiTrackList* list, const char* path) const;
@@ -48,3 +45,5 @@ class ZQMidiFile {
 ZQMidiFile* createZQMidiFile();
 /// Null is ignored.
 void deleteZQMidiFile(ZQMidiFile* file);
+
+}  // namespace zmatrix

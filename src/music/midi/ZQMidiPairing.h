@@ -3,8 +3,8 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
+#include "frame/ZQArray.h"
 #include "music/midi/ZQMidiEventTrack.h"
 #include "music/midi/ZQMidiObjectTrack.h"
 
@@ -28,7 +28,7 @@ struct MidiTrackPairing {
 
 /// One entry per event track.
 struct MidiPairingFindings {
-  std::vector<MidiTrackPairing> tracks;
+  ZQArray<MidiTrackPairing> tracks;
 };
 
 /// The filters: an event whose status or channel has a value other than 0 is dropped.
@@ -47,7 +47,7 @@ class MidiPairing {
       : events(track.begin()), count(track.getCount()), filter(pairingFilter), objects(result) {}
 
   /// False without memory.
-  bool run();
+  [[nodiscard]] bool run();
 
   const MidiTrackPairing& findings() const { return found; }
   int numberOfUsedChannels() const;
@@ -73,7 +73,7 @@ class MidiPairing {
   };
 
   const ZQMidiEvent* eventAt(int index) const { return events[index]; }
-  bool linkEvents();
+  [[nodiscard]] bool linkEvents();
   void append(Chain& chain, int index);
   int firstBehind(Chain& chain, int index);
   bool take(int index);
@@ -82,7 +82,7 @@ class MidiPairing {
   bool takeNote(int index);
   int findEnd(int index);
   void dropOthersBetween(int channel, int index, int end);
-  bool add(ZQMidiObject* object);
+  [[nodiscard]] bool add(ZQMidiObject* object);
 
   const ZQMidiEvent* const* events;
   const int count;
@@ -94,9 +94,9 @@ class MidiPairing {
   int firstNumerator = 0;
   int firstDenominator = 0;
 
-  std::vector<int> next;                            // per event: the next one in its chain
-  std::vector<unsigned char> isDropped;             // per event: 1 if a search has dropped it
-  std::unique_ptr<NotesOfChannel> notes[channels];  // only for channels with note events; most tracks have one
+  ZQArray<int> next;                                // per event: the next one in its chain
+  ZQArray<unsigned char> isDropped;                 // per event: 1 if a search has dropped it
+  std::unique_ptr<NotesOfChannel> notes[channels];  // the events that a search for a note-off drops
   Chain others[channels];                           // the events that a search for a note-off drops
 };
 

@@ -2,6 +2,7 @@
 // needs no matrix: it holds the settings that the feed keeps in the global block while it works on a file.
 #pragma once
 
+#include "frame/ZQSentence.h"
 #include "music/midi/ZQMidiTrackList.h"
 #include "settings/ZQMatrixEnumerations.h"
 
@@ -28,11 +29,11 @@ struct MidiFeedSettings {
 /// The messages that differ between tiers.
 struct MidiFeedTexts {
   int levelOfCannotOpen;
-  const char* description;               ///< with one int
-  const char* suspiciousSettings;        ///< with one int
+  ZQSentence<int> description;
+  ZQSentence<int> suspiciousSettings;
   bool suspiciousSettingsShowDimension;  ///< else the preprocessing type is shown
-  const char* dimensionIsNotThree;       ///< with one int
-  const char* dimensionIsNotFour;        ///< with one int
+  ZQSentence<int> dimensionIsNotThree;
+  ZQSentence<int> dimensionIsNotFour;
 };
 
 extern const MidiFeedTexts mediumMidiFeedTexts;
@@ -77,7 +78,6 @@ class MidiTrackJudge {
   bool findLength();
   bool isToBeUpgraded() const;
   bool isToBeDowngraded() const;
-  void refuse(const char* format, int value) const;
 
   const MidiFeedSettings start;
   MidiFeedSettings present;

@@ -6,8 +6,8 @@
 #include "music/midi/ZQMidiObjectTrack.h"
 
 namespace zmatrix {
+
 struct MidiPairingFindings;
-}
 
 /// Which object tracks are kept: `midiTrackAnalyze`.
 enum ZQMidiTrackAnalyze : int {
@@ -50,13 +50,13 @@ class ZQMidiTrackList {
   /// `midiTrackAnalyze` says. An event is dropped if the filter entry of its status or channel is not 0. `statusFilter`: 8
   /// values; `channelFilter`: 16. `findings`, if not null, gets one entry per event track. False without memory.
   bool updateMIDIObjectTracksFromMIDIEventTracks(const int* statusFilter, const unsigned char* channelFilter,
-                                                 int midiTrackAnalyze, zmatrix::MidiPairingFindings* findings = nullptr);
+                                                 int midiTrackAnalyze, MidiPairingFindings* findings = nullptr);
   /// The object track of one event track, in order of start. `nom` and `denom` get the first time signature, if there is one.
   /// Null without memory.
   ZQMidiObjectTrack* createMIDIObjectTrackFromMidiEventTrack(const ZQMidiEventTrack* track, const int* statusFilter,
                                                              const unsigned char* channelFilter, int* numberOfChannels,
                                                              int* hasPercussion, int* nom, int* denom,
-                                                             zmatrix::MidiPairingFindings* findings = nullptr) const;
+                                                             MidiPairingFindings* findings = nullptr) const;
   /// The first time signature of event track 0. Result: 0 without a signature, or without a track, where `nom` and `denom` are
   /// unchanged; else 1, plus one for each signature that differs from the first.
   int getMidiTimeSignatureFromTrackList(int* nom, int* denom) const;
@@ -71,13 +71,13 @@ class ZQMidiTrackList {
   void setInternalNumberOfMidiObjectTracks(int number) { objectTracks.setCapacity(number); }
 
  private:
-  bool pairAllTracks(const int* statusFilter, const unsigned char* channelFilter, zmatrix::MidiPairingFindings* findings);
+  bool pairAllTracks(const int* statusFilter, const unsigned char* channelFilter, MidiPairingFindings* findings);
   bool collectObjects(ZQMidiObjectTrack* merged) const;
   bool replaceByMergedTrack(ZQMidiObjectTrack* merged);
   bool appendCopyOfMergedTrack(ZQMidiObjectTrack* merged);
 
-  zmatrix::ZQPointerArray<ZQMidiEventTrack> eventTracks{firstCapacity};
-  zmatrix::ZQPointerArray<ZQMidiObjectTrack> objectTracks{firstCapacity};
+  ZQPointerArray<ZQMidiEventTrack> eventTracks{firstCapacity};
+  ZQPointerArray<ZQMidiObjectTrack> objectTracks{firstCapacity};
 };
 
 /// An empty list, or null without memory.
@@ -89,3 +89,5 @@ void deleteZQMidiTrackList(ZQMidiTrackList* list);
 /// each used channel gets a program change at time 0. Sounds 14 and 15 keep their channel, and channel 0 gets no program. False,
 /// with an incomplete event track, without memory.
 bool updateEventTrackFromObjectTrack(ZQMidiEventTrack* events, ZQMidiObjectTrack* objects);
+
+}  // namespace zmatrix
