@@ -96,7 +96,7 @@ class MidiPairing {
 
   ZQArray<int> next;                                // per event: the next one in its chain
   ZQArray<unsigned char> isDropped;                 // per event: 1 if a search has dropped it
-  std::unique_ptr<NotesOfChannel> notes[channels];  // the events that a search for a note-off drops
+  std::unique_ptr<NotesOfChannel> notes[channels];  // only for channels with note events; most tracks have one
   Chain others[channels];                           // the events that a search for a note-off drops
 };
 
