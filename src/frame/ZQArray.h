@@ -1,5 +1,5 @@
-// The growing array of plain values that the whole library uses. Its memory comes from systemMalloc; without memory an operation
-// returns false and leaves the content unchanged. Its memory can be passed to a host and taken over from one.
+// The growing array of plain values that the whole library uses. Its memory comes from systemMalloc; if memory runs out an
+// operation returns false and leaves the content unchanged. Its memory can be passed to a host and taken over from one.
 #pragma once
 
 #include <algorithm>
@@ -58,7 +58,7 @@ class ZQArray {
     return values[index];
   }
 
-  // Each of these returns false, or null, and changes nothing without memory, and for a size below 0 or above mostValues.
+  // Each of these returns false, or null, and changes nothing if memory runs out, and for a size below 0 or above mostValues.
 
   /// Keeps the values that fit; new ones are `fill`. A smaller size frees memory and never fails. A new array of zeros takes no
   /// memory until it is written.

@@ -29,7 +29,7 @@ class ZQClassSlab {
     systemFree(memory);
   }
 #else
-  /// Room for one object, or null without memory.
+  /// Room for one object, or null if memory runs out.
   static void* allocate() {
     ZQRecordSlab* slab = slabOfThread;
     if (slab == nullptr) slab = createSlab();

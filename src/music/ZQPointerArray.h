@@ -24,7 +24,7 @@ class ZQPointerArray {
   Element** begin() const { return elements; }
   Element** end() const { return elements + numberOfElements; }
 
-  /// Appends an element; false, with nothing changed, without memory.
+  /// Appends an element; false, with nothing changed, if memory runs out.
   [[nodiscard]] bool add(Element* element) {
     if ((elements == nullptr || numberOfElements >= internalNumberOfElements) && !grow()) return false;
     elements[numberOfElements++] = element;
@@ -37,7 +37,7 @@ class ZQPointerArray {
     numberOfElements += other.numberOfElements;
   }
 
-  /// Makes room for a total of `count` elements; false without memory.
+  /// Makes room for a total of `count` elements; false if memory runs out.
   [[nodiscard]] bool reserve(int count) {
     if (elements != nullptr && count <= internalNumberOfElements) return true;
     return resize(std::max(count, internalNumberOfElements));

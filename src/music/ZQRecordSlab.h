@@ -25,7 +25,7 @@ class ZQRecordSlab {
     return reinterpret_cast<Chunk*>(reinterpret_cast<uintptr_t>(record) & ~(sizeOfChunk - 1))->slab;
   }
 
-  /// Room for one record with undefined content, or null without memory. Only in the slab's own thread.
+  /// Room for one record with undefined content, or null if memory runs out. Only in the slab's own thread.
   void* allocate() {
     if (firstReleased == nullptr && next == end && !provide()) return nullptr;
     numberOfRecords++;

@@ -21,7 +21,7 @@ long long* createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(const in
 int* createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 
 /// One record per number, in the order given: the number, its gocron (-1 if it has none), and the rank of that gocron among all.
-/// Null if there are no numbers, for a type outside 3 to 7 (message at level 0) and without memory.
+/// Null if there are no numbers, for a type outside 3 to 7 (message at level 0) and if memory runs out.
 naturalNumberGocronCodeTag* createGocronCodeIndices(int ocronType, const int* numbers, int count);
 
 /// Sort records 0 to `lastIndex` in place; the sort is not stable. gocronQsortByNumber compares the low 32 bits of the numbers.

@@ -15,8 +15,8 @@ void pushOnOcronStack(long long* stack, int* stackPointer, int value);
 /// Removes and returns the value at index 0 and moves the others down; 0 if the stack is empty.
 long long popFromOcronStack(long long* stack, int* stackPointer);
 
-/// Appends a character and a terminator. The buffer is a heap block and may move. Null if `buffer` is null, and without memory,
-/// where the old buffer is released.
+/// Appends a character and a terminator. The buffer is a heap block and may move. Null if `buffer` is null, and if memory runs
+/// out, where the old buffer is released.
 char* addOcronItem(char* buffer, int* length, int* capacity, int character);
 /// The same for `count` characters.
 char* addOcronString(char* buffer, int* length, int* capacity, const char* text, int count);

@@ -2,7 +2,7 @@
 // primes, so that numbers of similar structure get similar strings.
 //
 // intToOcron3 to intToOcron7 append to `buffer`, a heap block of *capacity + 1 bytes that holds a text of *length characters; a
-// null `buffer` starts a new one. They return the buffer, which may have moved, or null without memory, where the buffer is
+// null `buffer` starts a new one. They return the buffer, which may have moved, or null if memory runs out, where the buffer is
 // released. With a null `buffer` a number without an ocron (types 3 to 5 and 7: below 2; type 6: below 1) gives null. A negative
 // number leaves the buffer unchanged. If the 32-bit table of primes doesn't reach the factors, the text is incomplete.
 #pragma once

@@ -382,7 +382,7 @@ long long evaluate(const OcronDialect& dialect, char* ocron, int length, int* st
 // --- strings as exponents
 
 /// The string with `times` 2s before it and `times` ^s behind it: 2 to the power of its value, or with two of each 2 to the power
-/// of that. Null without memory.
+/// of that. Null if memory runs out.
 SystemOwned<char> asExponent(const char* ocron, int length, int times) {
   SystemOwned<char> text(systemMallocArray<char>(length + 2LL * times + 1));
   if (text == nullptr) return text;

@@ -6,7 +6,7 @@ namespace zmatrix {
 
 /// The ocrons of integers, one behind the other, each followed by `endSymbol` if that isn't 0. A number without an ocron, or
 /// whose ocron doesn't evaluate to it, is left out with a message at level 0. `logPath`: null, or a file that gets one line per
-/// number. Null without memory.
+/// number. Null if memory runs out.
 int* createOcronSequenceFromIntegerSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol,
                                             const char* logPath);
 /// The same with the thread's type and end symbol and without a log.

@@ -56,7 +56,7 @@ class SegmentedSieve {
  public:
   SegmentedSieve(long long lowerBound, long long limit) : lowerBound_(lowerBound), limit_(limit) {}
 
-  /// Finds the primes whose multiples are struck out. False without memory.
+  /// Finds the primes whose multiples are struck out. False if memory runs out.
   bool prepare() {
     const long long root = rootOf(limit_);
     if (root < firstStrikingPrime) return true;

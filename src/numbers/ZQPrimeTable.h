@@ -35,7 +35,8 @@ class PrimeTable {
   /// An empty table.
   constexpr PrimeTable() = default;
 
-  /// The table of the primes from `lowerBound` to `limit`, with the caller as holder of its block; an empty table without memory.
+  /// The table of the primes from `lowerBound` to `limit`, with the caller as holder of its block; an empty table if memory runs
+  /// out.
   static PrimeTable between(long long lowerBound, long long limit);
 
   /// The state of a freed table: its count and its greatest prime.

@@ -35,7 +35,7 @@ class EventWriter {
  public:
   explicit EventWriter(ZQMidiEventTrack* track) : track_(track) {}
 
-  /// False without memory.
+  /// False if memory runs out.
   bool add(const ZQKernObject& object) {
     const int time = object.getTimeQuanta();
     const auto channel = object.getChannel();
@@ -101,7 +101,7 @@ class EventWriter {
   ZQMidiEventTrack* track_;
 };
 
-/// Adds one event track for each track of the list; false without memory.
+/// Adds one event track for each track of the list; false if memory runs out.
 bool makeEventTracks(const ZQKernTrackList& list, ZQMidiTrackList* events) {
   for (int i = 0; i < list.getNumberOfKernObjectTracks(); i++) {
     ZQMidiEventTrack* track = createZQMidiEventTrack();

@@ -21,7 +21,7 @@ class ZQKernFile {
 ZQKernFile* createZQKernFile();
 void deleteZQKernFile(ZQKernFile* file);
 
-// The two passes over a file, each with an observer. They throw std::bad_alloc without memory.
+// The two passes over a file, each with an observer. They throw std::bad_alloc if memory runs out.
 
 /// Opens a file; false, with a message, if it can't be opened.
 bool openKernFile(KernLines& lines, const char* path);

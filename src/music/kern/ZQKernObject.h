@@ -27,12 +27,12 @@ class ZQKernObject {
 
   /// Clears all fields.
   void init();
-  /// Copies all fields and the text. False, with this object cleared, without memory.
+  /// Copies all fields and the text. False, with this object cleared, if memory runs out.
   bool initFromKernObject(const ZQKernObject* other);
-  /// A new copy of this object, or null without memory.
+  /// A new copy of this object, or null if memory runs out.
   ZQKernObject* createAndCopy() const;
 
-  /// Stores a copy of a text up to its first zero byte; null is an empty text. False, with no text, without memory.
+  /// Stores a copy of a text up to its first zero byte; null is an empty text. False, with no text, if memory runs out.
   bool setBuffer(const char* text);
   bool setBuffer(std::string_view text);
   /// The terminated text; up to 7 characters are stored in the object itself.
@@ -96,7 +96,7 @@ class ZQKernObject {
   char* buffer = nullptr;  // a text of more than 7 characters, or null
 };
 
-/// A new object with all fields 0; null without memory.
+/// A new object with all fields 0; null if memory runs out.
 ZQKernObject* createZQKernObject();
 ZQKernObject* createAndInitZQKernObjectOfType(int type, int time);
 /// Releases an object and its text; null is ignored.

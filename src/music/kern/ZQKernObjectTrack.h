@@ -18,10 +18,10 @@ class ZQKernObjectTrack {
 
   /// Empties the track without releasing its objects.
   void init();
-  /// Appends an object and takes ownership; null is ignored. False without memory; then the caller keeps the object.
+  /// Appends an object and takes ownership; null is ignored. False if memory runs out; then the caller keeps the object.
   bool addKernObject(ZQKernObject* object) { return object == nullptr || objects.add(object); }
   /// Inserts an object before the one at `index` and takes ownership; an index equal to the count appends. False for null, for an
-  /// index outside the range, or without memory; then the caller keeps the object.
+  /// index outside the range, or if memory runs out; then the caller keeps the object.
   bool insertKernObjectAtIndex(ZQKernObject* object, int index);
   int getCount() const { return objects.getCount(); }
   /// Null outside the range.
@@ -70,7 +70,7 @@ class ZQKernObjectTrack {
   ZQPointerArray<ZQKernObject> objects{firstCapacity};
 };
 
-/// An empty track, or null without memory.
+/// An empty track, or null if memory runs out.
 ZQKernObjectTrack* createZQKernObjectTrack();
 /// Releases the track with its objects; null is ignored.
 void deleteZQKernObjectTrack(ZQKernObjectTrack* track);

@@ -25,7 +25,7 @@ class KernReader {
   /// Reads into `track`, from the first of `lines` on.
   KernReader(KernLines& lines, ZQKernObjectTrack* track, KernObserver& observer)
       : lines_(lines), track_(track), observer_(observer) {}
-  /// Throws std::bad_alloc without memory; the track then holds the objects read so far.
+  /// Throws std::bad_alloc if memory runs out; the track then holds the objects read so far.
   void read();
 
  private:

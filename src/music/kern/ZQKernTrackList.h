@@ -13,9 +13,9 @@ class ZQKernTrackList {
   ZQKernTrackList() = default;
   ~ZQKernTrackList() { deleteAllKernObjectTracks(); }
 
-  /// Makes a first, empty track, without releasing tracks in the list. False without memory.
+  /// Makes a first, empty track, without releasing tracks in the list. False if memory runs out.
   bool init();
-  /// Appends a track and takes ownership; null is ignored. False without memory; then the caller keeps the track.
+  /// Appends a track and takes ownership; null is ignored. False if memory runs out; then the caller keeps the track.
   bool addKernObjectTrack(ZQKernObjectTrack* track) { return track == nullptr || tracks.add(track); }
   int getNumberOfKernObjectTracks() const { return tracks.getCount(); }
   /// Null outside the range.
@@ -48,7 +48,7 @@ class ZQKernTrackList {
   ZQPointerArray<ZQKernObjectTrack> tracks{firstCapacity};
 };
 
-/// A list without tracks, or null without memory.
+/// A list without tracks, or null if memory runs out.
 ZQKernTrackList* createZQKernTrackList();
 /// Releases the list, its tracks and their objects; null is ignored.
 void deleteZQKernTrackList(ZQKernTrackList* list);

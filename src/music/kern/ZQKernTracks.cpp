@@ -118,7 +118,7 @@ bool insertDefaultSignature(ZQKernObjectTrack* track) {
   return insertAtHead(track, object);
 }
 
-/// Appends all objects of the tracks from 1 on, or copies of them; false without memory, with some appended.
+/// Appends all objects of the tracks from 1 on, or copies of them; false if memory runs out, with some appended.
 bool collectObjects(const ZQKernTrackList* list, bool asCopies, ZQKernObjectTrack* merged) {
   for (int i = 1; i < list->getNumberOfKernObjectTracks(); i++) {
     for (ZQKernObject* object : *list->getKernObjectTrackAtIndex(i)) {

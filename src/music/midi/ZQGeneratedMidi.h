@@ -15,7 +15,7 @@ class GeneratedMidi {
 
   /// 1 if the current sub-matrix can generate music, else the negative result of the operation, with its message.
   int check() const;
-  /// Takes the notes of the context and then those of `numberOfObjex` reads. False without memory.
+  /// Takes the notes of the context and then those of `numberOfObjex` reads. False if memory runs out.
   bool compose(int numberOfObjex);
   /// The same without a file: the result is in notes().
   bool composeNotes(int numberOfObjex);
@@ -70,8 +70,8 @@ class GeneratedMidi {
   std::unique_ptr<ZQMidiObjectTrack> objects;
 };
 
-/// 1 if written, or 0 to -5 as from the matrix's operation of this name; -6 if writing failed, -7 without memory. `numberOfNotes`
-/// may be null.
+/// 1 if written, or 0 to -5 as from the matrix's operation of this name; -6 if writing failed, -7 if memory runs out.
+/// `numberOfNotes` may be null.
 int readMidiObjexsAndWriteToMidiFile(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
 
 }  // namespace zmatrix

@@ -78,7 +78,7 @@ class ZQMidiEvent final {
   /// The upper four bits of the first byte, a ZQMidiStatus.
   int getStatus() const { return byte1 & 0xf0; }
 
-  /// A new copy of this event, or null without memory.
+  /// A new copy of this event, or null if memory runs out.
   ZQMidiEvent* createAndCopy() const;
 
   static void* operator new(size_t) noexcept { return ZQClassSlab<ZQMidiEvent>::allocate(); }
@@ -104,7 +104,7 @@ class ZQMidiEvent final {
   float floatValue = 0;  // tempo: beats per minute; time signature: the reader's time scale
 };
 
-/// A new channel event with time and bytes 0; null without memory.
+/// A new channel event with time and bytes 0; null if memory runs out.
 inline ZQMidiEvent* createZQMidiEvent() {
   return new ZQMidiEvent;
 }

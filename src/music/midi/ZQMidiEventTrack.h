@@ -16,7 +16,7 @@ class ZQMidiEventTrack {
 
   /// Empties the track without releasing its events.
   void init();
-  /// Appends an event and takes ownership; null is ignored. False without memory; then the caller keeps the event.
+  /// Appends an event and takes ownership; null is ignored. False if memory runs out; then the caller keeps the event.
   bool addMidiEvent(ZQMidiEvent* event) { return event == nullptr || events.add(event); }
   int getCount() const { return events.getCount(); }
   /// Null outside the range.
@@ -48,7 +48,7 @@ class ZQMidiEventTrack {
   ZQPointerArray<ZQMidiEvent> events{firstCapacity};
 };
 
-/// An empty track, or null without memory.
+/// An empty track, or null if memory runs out.
 ZQMidiEventTrack* createZQMidiEventTrack();
 /// Releases the track with its events; null is ignored.
 void deleteZQMidiEventTrack(ZQMidiEventTrack* track);

@@ -188,7 +188,7 @@ struct NameOfLearnedTrack {
 };
 NameOfLearnedTrack nameOfLearnedTrack(int matrixID, const LearnedTrack& track, int style);
 
-/// Adds the entry with the file's name; does nothing without memory.
+/// Adds the entry with the file's name; does nothing if memory runs out.
 template <class Info>
 void addNameOfLearnedTrack(Info* info, const NameOfLearnedTrack& entry, const char* fileName) {
   const size_t length = strlen(entry.text) + strlen(fileName) + 1;
@@ -243,7 +243,7 @@ class MidiFeed {
   }
 
  private:
-  /// False without memory; a file that is no MIDI file gives no tracks.
+  /// False if memory runs out; a file that is no MIDI file gives no tracks.
   bool read(ZQMidiTrackList& list) {
     MidiReadFindings findings;
     ZQMidiFile().readEventsFromFileWithPath(&list, fileName, &findings);

@@ -34,14 +34,14 @@ class ZQMidiFile {
  public:
   /// Appends the tracks of a file to a list. Times become musical time, 3072 quanta per quarter at any tempo. The list is
   /// unchanged for a file that can't be opened, is no regular file or no MIDI file; of a truncated file the events before its end
-  /// are kept. False for all of these, without memory, and if an argument is null. `findings` may be null.
+  /// are kept. False for all of these, if memory runs out, and if an argument is null. `findings` may be null.
   bool readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, MidiReadFindings* findings = nullptr) const;
   /// Writes the event tracks as a file of format 1, 3072 ticks per quarter. Texts are cut to four characters; empty tracks behind
   /// the first are left out. Returns 0, else EOF.
   int writeEventsToFileWithPath(const ZQMidiTrackList* list, const char* path) const;
 };
 
-/// Null without memory.
+/// Null if memory runs out.
 ZQMidiFile* createZQMidiFile();
 /// Null is ignored.
 void deleteZQMidiFile(ZQMidiFile* file);

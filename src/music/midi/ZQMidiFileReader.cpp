@@ -146,7 +146,7 @@ int MidiFileReader::timeInQuanta() {
   return lastTimeInQuanta;
 }
 
-/// Takes ownership of the event; false without memory, with the event released.
+/// Takes ownership of the event; false if memory runs out, with the event released.
 bool MidiFileReader::addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent) {
   if (midiEvent == nullptr) return false;
   if (track->addMidiEvent(midiEvent)) return true;
@@ -190,7 +190,7 @@ bool MidiFileReader::takeMetaEvent() {
   return addToTrack(list.getMidiEventTrackAtIndex(0), midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
 }
 
-/// Finds the event track of a channel event; false without memory. Channel events in the file's track 0, as in all files of
+/// Finds the event track of a channel event; false if memory runs out. Channel events in the file's track 0, as in all files of
 /// format 0, and the rest of that track go to index 1; the file's next track then goes to index 2.
 bool MidiFileReader::findTrack() {
   if (!list.extendEventTracksTo(state.currentTrack)) return false;

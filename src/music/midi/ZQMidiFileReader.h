@@ -12,7 +12,7 @@ class MidiFileReader {
   MidiFileReader(ZQMidiTrackList& trackList, _MIDIFILEInStruct& readingState, MidiReadFindings& readFindings)
       : list(trackList), state(readingState), event(*readingState.event), findings(readFindings) {}
 
-  /// Reads until the codec delivers no more events. False without memory.
+  /// Reads until the codec delivers no more events. False if memory runs out.
   bool run();
 
  private:

@@ -17,11 +17,11 @@ class ZQMidiObjectTrack {
 
   /// Empties the track without releasing its objects.
   void init();
-  /// Appends an object and takes ownership; null is ignored. False without memory; then the caller keeps the object.
+  /// Appends an object and takes ownership; null is ignored. False if memory runs out; then the caller keeps the object.
   bool addMidiObject(ZQMidiObject* object) { return object == nullptr || objects.add(object); }
   /// Appends references to the objects of another track; room must have been reserved.
   void appendMidiObjects(const ZQMidiObjectTrack& other) { objects.append(other.objects); }
-  /// Makes room for a total of `count` objects; false without memory.
+  /// Makes room for a total of `count` objects; false if memory runs out.
   bool reserve(int count) { return objects.reserve(count); }
   int getCount() const { return objects.getCount(); }
   /// Null outside the range.
@@ -59,7 +59,7 @@ class ZQMidiObjectTrack {
   ZQPointerArray<ZQMidiObject> objects{firstCapacity};
 };
 
-/// An empty track, or null without memory.
+/// An empty track, or null if memory runs out.
 ZQMidiObjectTrack* createZQMidiObjectTrack();
 /// Releases the track with its objects; null is ignored.
 void deleteZQMidiObjectTrack(ZQMidiObjectTrack* track);

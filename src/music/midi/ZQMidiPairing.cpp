@@ -86,7 +86,7 @@ bool MidiPairing::take(int index) {
   return true;
 }
 
-/// Adds an object to the track; false without memory, with the object released.
+/// Adds an object to the track; false if memory runs out, with the object released.
 bool MidiPairing::add(ZQMidiObject* object) {
   if (object != nullptr && objects.addMidiObject(object)) return true;
   deleteZQMidiObject(object);

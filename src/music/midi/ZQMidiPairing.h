@@ -46,7 +46,7 @@ class MidiPairing {
   MidiPairing(const ZQMidiEventTrack& track, const MidiPairingFilter& pairingFilter, ZQMidiObjectTrack& result)
       : events(track.begin()), count(track.getCount()), filter(pairingFilter), objects(result) {}
 
-  /// False without memory.
+  /// False if memory runs out.
   [[nodiscard]] bool run();
 
   const MidiTrackPairing& findings() const { return found; }

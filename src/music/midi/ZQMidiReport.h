@@ -5,7 +5,7 @@
 
 namespace zmatrix {
 
-/// Null without memory. The caller releases the report with deleteMidiReport.
+/// Null if memory runs out. The caller releases the report with deleteMidiReport.
 zq_MidiReport* createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze,
                                 const unsigned char* channelFilter);
 void deleteMidiReport(zq_MidiReport* report);

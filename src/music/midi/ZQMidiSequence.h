@@ -21,7 +21,7 @@ struct MidiSequenceForm {
 };
 
 struct MidiSequence {
-  SystemOwned<int> values;  ///< null without memory
+  SystemOwned<int> values;  ///< null if memory runs out
   long long count = 0;      ///< integers written
 };
 
@@ -37,7 +37,7 @@ struct NoteToLearn {
 class MidiSequenceWriter {
  public:
   MidiSequenceWriter(const MidiSequenceForm& sequenceForm, long long capacity, const char* callerName);
-  /// False if the sequence has no room for the note, or without memory.
+  /// False if the sequence has no room for the note, or if memory runs out.
   bool add(const NoteToLearn& note);
   MidiSequence take() { return std::move(sequence); }
 

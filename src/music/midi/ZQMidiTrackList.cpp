@@ -210,7 +210,7 @@ void deleteZQMidiTrackList(ZQMidiTrackList* list) {
 
 namespace {
 
-/// Adds a channel event; false without memory.
+/// Adds a channel event; false if memory runs out.
 bool addChannelEvent(ZQMidiEventTrack* events, int time, int byteCount, int status, unsigned char b2, unsigned char b3) {
   ZQMidiEvent* event = createZQMidiEvent();
   if (event == nullptr) return false;

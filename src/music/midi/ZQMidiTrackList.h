@@ -27,10 +27,10 @@ class ZQMidiTrackList {
 
   /// Empties the list without releasing its tracks.
   void init();
-  /// Append a track and take ownership; null is ignored. False without memory; then the caller keeps the track.
+  /// Append a track and take ownership; null is ignored. False if memory runs out; then the caller keeps the track.
   bool addMidiEventTrack(ZQMidiEventTrack* track) { return track == nullptr || eventTracks.add(track); }
   bool addMidiObjectTrack(ZQMidiObjectTrack* track) { return track == nullptr || objectTracks.add(track); }
-  /// Appends empty event tracks until `index` is in range; false without memory.
+  /// Appends empty event tracks until `index` is in range; false if memory runs out.
   bool extendEventTracksTo(int index);
   int getNumberOfMidiEventTracks() const { return eventTracks.getCount(); }
   int getNumberOfMidiObjectTracks() const { return objectTracks.getCount(); }
@@ -48,11 +48,11 @@ class ZQMidiTrackList {
 
   /// Makes new object tracks from the event tracks: pairs each track, gives each note the sound of its channel, and merges as
   /// `midiTrackAnalyze` says. An event is dropped if the filter entry of its status or channel is not 0. `statusFilter`: 8
-  /// values; `channelFilter`: 16. `findings`, if not null, gets one entry per event track. False without memory.
+  /// values; `channelFilter`: 16. `findings`, if not null, gets one entry per event track. False if memory runs out.
   bool updateMIDIObjectTracksFromMIDIEventTracks(const int* statusFilter, const unsigned char* channelFilter,
                                                  int midiTrackAnalyze, MidiPairingFindings* findings = nullptr);
   /// The object track of one event track, in order of start. `nom` and `denom` get the first time signature, if there is one.
-  /// Null without memory.
+  /// Null if memory runs out.
   ZQMidiObjectTrack* createMIDIObjectTrackFromMidiEventTrack(const ZQMidiEventTrack* track, const int* statusFilter,
                                                              const unsigned char* channelFilter, int* numberOfChannels,
                                                              int* hasPercussion, int* nom, int* denom,
@@ -80,14 +80,14 @@ class ZQMidiTrackList {
   ZQPointerArray<ZQMidiObjectTrack> objectTracks{firstCapacity};
 };
 
-/// An empty list, or null without memory.
+/// An empty list, or null if memory runs out.
 ZQMidiTrackList* createZQMidiTrackList();
 /// Releases the list, its tracks and their elements; null is ignored.
 void deleteZQMidiTrackList(ZQMidiTrackList* list);
 
 /// Replaces the notes and program changes of an event track by those of an object track: each note's channel is its sound, and
 /// each used channel gets a program change at time 0. Sounds 14 and 15 keep their channel, and channel 0 gets no program. False,
-/// with an incomplete event track, without memory.
+/// with an incomplete event track, if memory runs out.
 bool updateEventTrackFromObjectTrack(ZQMidiEventTrack* events, ZQMidiObjectTrack* objects);
 
 }  // namespace zmatrix

@@ -86,8 +86,8 @@ class KernScoreReader {
 
 /// Reads a **kern file. `graceQuanta`: 0, or the duration of a grace note in quanta of 3072 to the quarter, at most 49152. A
 /// grace note begins this much before its main note, each further one of a group the same step earlier; the step is smaller where
-/// the token before is too short. All other notes keep their onset and duration.
-/// Result: the score, for deleteScore(), also for a missing file or one that isn't kern (see `state`). Null without memory.
+/// the token before is too short. All other notes keep their onset and duration. Result: the score, for deleteScore(), also for a
+/// missing file or one that isn't kern (see `state`). Null if memory runs out.
 zq_Score* createScoreFromKernFile(const char* path, int graceQuanta);
 /// The same for bytes in memory; null means no bytes.
 zq_Score* createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta);

@@ -9,7 +9,7 @@
 
 namespace zmatrix {
 
-/// A MIDI file of format 1. Throws std::bad_alloc without memory.
+/// A MIDI file of format 1. Throws std::bad_alloc if memory runs out.
 class MidiTrackBytes {
  public:
   /// Reserves `expectedSize` bytes.

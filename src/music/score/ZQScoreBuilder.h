@@ -8,7 +8,7 @@
 
 namespace zmatrix {
 
-/// Collects the notes and entries that a reader finds. Throws std::bad_alloc without memory.
+/// Collects the notes and entries that a reader finds. Throws std::bad_alloc if memory runs out.
 class ScoreBuilder {
  public:
   explicit ScoreBuilder(zq_ScoreFormat format);

@@ -12,7 +12,7 @@ struct ScoreFile {
   size_t size = 0;
 };
 
-/// Reads a whole regular file. `path` may be null. Throws std::bad_alloc without memory.
+/// Reads a whole regular file. `path` may be null. Throws std::bad_alloc if memory runs out.
 ScoreFile readScoreFile(const char* path);
 
 }  // namespace zmatrix

@@ -57,7 +57,7 @@ struct ScorePlan {
 /// True for the settings of a music preprocessing.
 bool isMusicSetting(const zq_ScoreFeedSettings& settings);
 
-/// Throws std::bad_alloc without memory.
+/// Throws std::bad_alloc if memory runs out.
 ScorePlan planScore(const zq_Score& score, const zq_ScoreFeedSettings& settings);
 
 /// The sound under which a note is learned: drums have one that belongs to no program.

@@ -19,7 +19,7 @@ struct CloseFile {
 };
 using File = std::unique_ptr<FILE, CloseFile>;
 
-/// Opens a regular file only: a directory has no bytes to count, and a device may never end.
+/// Opens a regular file. A directory or a device would open too, but has no bytes to count, or never ends.
 File openRegularFile(const char* fileName) {
   struct stat status;
   if (fileName == nullptr || stat(fileName, &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
