@@ -1,14 +1,15 @@
-// Writes and reads records field by field. A describing function names each field once; called with a ZQFieldWriter it writes the
-// fields, called with a ZQFieldReader it reads them. After an illegal value the reader reads no more fields.
+// Writer and reader of fields with the same interface: a describing function names each field once and runs with either. After
+// an illegal value or the end of the file the reader reads nothing more.
 #pragma once
 
 #include <cstring>
+#include <type_traits>
 
 #include "file/ZQFileStream.h"
 
 namespace zmatrix {
 
-/// The type of a number in the file: 4 bytes, or 8 for 64-bit types.
+/// The type in the file for a number of type T: 4 bytes, or 8 for the widest.
 template <class T>
 using NumberInFile = std::conditional_t<sizeof(T) == 8, int64_t, int32_t>;
 
@@ -22,12 +23,12 @@ class ZQFieldWriter {
   void number(const T& value) {
     file.put(static_cast<NumberInFile<T>>(value));
   }
-  /// Files are always written in the newest version, so that every field exists.
+  /// What is written has all fields.
   template <class T>
   void number(const T& value, int, T) {
     number(value);
   }
-  /// Writes a text field of fixed size; bytes behind the terminator are written as zeros.
+  /// A text in a field of fixed size; the bytes behind its end are written as zeros.
   void text(const char* field, size_t size) {
     const size_t length = strnlen(field, size);
     file.write(field, length);
@@ -51,10 +52,10 @@ class ZQFieldReader {
   void number(T& value) {
     if (isSound()) value = static_cast<T>(file.get<NumberInFile<T>>());
   }
-  /// Reads a field that files have from version `since` on; it gets `valueBefore` in older files.
+  /// A field that files have from version `since` on, 0 for all, and its value in the older ones.
   template <class T>
   void number(T& value, int since, T valueBefore) {
-    if (version >= since) {
+    if (since == 0 || version >= since) {
       number(value);
     } else {
       value = valueBefore;
@@ -67,11 +68,11 @@ class ZQFieldReader {
   void require(bool condition) { isRefused = isRefused || !condition; }
   void setVersion(int newVersion) { version = newVersion; }
   long long getPosition() const { return file.getPosition(); }
-  /// Called behind each part of a record: adds the length reached so far. Writers have stored that sum as the size of the record.
+  /// Called at the end of each tier's part of a record: sums up the lengths as the writer does for the record's size.
   void endPart() { sumOfLengths += static_cast<unsigned>(getPosition() - start); }
   unsigned getSumOfLengths() const { return sumOfLengths; }
   /// False after an illegal value or the end of the file.
-  bool isSound() const { return !isRefused && !file.isAtEnd(); }
+  [[nodiscard]] bool isSound() const noexcept { return !isRefused && !file.isAtEnd(); }
 
   ZQFileReader& file;
 

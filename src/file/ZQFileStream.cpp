@@ -33,7 +33,7 @@ bool ZQFileWriter::flush() {
   if (file != nullptr && used > 0 && !hasFailed) {
     hasFailed = fwrite(bytes, 1, used, file) != used;
 #ifdef SYNC_FILE_RANGE_WRITE
-    // Only starts the writing. Errors are reported by the sync at the end.
+    // Starts the writing only; errors are reported when the file is synced.
     if (writesBackAtOnce) sync_file_range(fileno(file), flushedBytes, static_cast<off_t>(used), SYNC_FILE_RANGE_WRITE);
 #endif
   }
@@ -69,7 +69,7 @@ ZQFileReader::ZQFileReader(FILE* stream) : file(stream), buffer(new (std::nothro
   fseeko(file, start, SEEK_SET);
 }
 
-// Moves the unread bytes to the front of the buffer and reads more behind them.
+// Moves the remaining bytes to the front of the buffer and fills it up behind them.
 bool ZQFileReader::refill(size_t size) {
   if (buffer == nullptr || getBytesLeft() < static_cast<long long>(size)) return false;
   const size_t left = end - next;

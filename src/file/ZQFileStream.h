@@ -1,6 +1,5 @@
-// Buffered writing and reading of a matrix file. Numbers are little-endian on every host, so that files can be exchanged. The
-// reader knows how many bytes are left and how much memory the file may claim: sizes and counts from a file are checked against
-// both before use.
+// Buffered writer and reader of a matrix file. Numbers are little-endian on any host. The reader knows how many bytes are left
+// and how much memory a file of its size may ask for: lengths and capacities are checked against these before they are used.
 #pragma once
 
 #include <bit>
@@ -39,10 +38,10 @@ constexpr size_t largestFilePiece = 64;  ///< bytes that can be claimed or taken
 
 class ZQFileWriter {
  public:
-  /// With a null file it only counts bytes.
+  /// Without a file the bytes are only counted.
   explicit ZQFileWriter(FILE* stream);
 
-  /// Lets the system start writing bytes to disk as soon as they are flushed: for a file that is synced at the end.
+  /// From now on each full buffer is written to the disk at once, in the background: for a file that is synced at the end.
   void writeBackAtOnce() { writesBackAtOnce = true; }
 
   /// Room for `size` bytes, at most largestFilePiece, which the caller fills.
@@ -58,7 +57,7 @@ class ZQFileWriter {
     putLittleEndian(claim(sizeof value), value);
   }
   long long getPosition() const { return flushedBytes + static_cast<long long>(used); }
-  /// Overwrites the int at a position, then continues where writing was.
+  /// Overwrites an int at a position; later bytes are still appended.
   void patch(long long position, int value);
   /// Writes the buffer to the file. False if any write has failed.
   bool flush();
@@ -77,7 +76,7 @@ class ZQFileWriter {
 
 class ZQFileReader {
  public:
-  /// Begins at the current position of the file.
+  /// Begins at the file's current position.
   explicit ZQFileReader(FILE* stream);
 
   /// The next `size` bytes, at most largestFilePiece. If there are fewer, null, and the reader is at the end of the file.
@@ -107,17 +106,16 @@ class ZQFileReader {
   long long getPosition() const { return positionOfBuffer + static_cast<long long>(next); }
   long long getBytesLeft() const { return fileSize - getPosition(); }
   long long getFileSize() const { return fileSize; }
-  /// True after an attempt to read past the end.
-  bool isAtEnd() const { return hasEnded; }
-  /// Counts memory that the content of the file claims, in total at most a multiple of the file's size. False if it claims too
-  /// much.
-  bool grants(long long bytes);
-  /// Returns `isAllocated` and remembers a failure, so that a load can report a lack of memory instead of a damaged file.
-  bool hasRoom(bool isAllocated) {
+  /// True after a request for more bytes than there are.
+  [[nodiscard]] bool isAtEnd() const noexcept { return hasEnded; }
+  /// Grants memory for what the file describes, in total a multiple of the file's size. False if the file asks for too much.
+  [[nodiscard]] bool grants(long long bytes);
+  /// Returns isAllocated, and remembers a failed allocation, so that a lack of memory is not reported as a bad file.
+  [[nodiscard]] bool hasRoom(bool isAllocated) noexcept {
     isOutOfMemory = isOutOfMemory || !isAllocated;
     return isAllocated;
   }
-  bool hasRunOutOfMemory() const { return isOutOfMemory; }
+  [[nodiscard]] bool hasRunOutOfMemory() const noexcept { return isOutOfMemory; }
 
  private:
   bool refill(size_t size);
@@ -134,15 +132,15 @@ class ZQFileReader {
   bool isOutOfMemory = false;
 };
 
-/// Opens a regular file for reading; null for anything else, so that opening a pipe can't block.
-FILE* openRegularFile(const char* path);
+/// Opens a regular file for reading; null for anything else. Opening a pipe doesn't block.
+[[nodiscard]] FILE* openRegularFile(const char* path);
 
-/// An unnamed temporary file, deleted when it is closed; null on failure. The size is a hint.
-FILE* newTemporaryFile(long long size);
-/// A stream in memory with room for `size` bytes.
-FILE* newFileInMemory(long long size);
+/// An unnamed temporary file, removed when it is closed; null if there can't be one.
+[[nodiscard]] FILE* newTemporaryFile(long long size);
+/// The same in memory, with room for `size` bytes.
+[[nodiscard]] FILE* newFileInMemory(long long size);
 
-/// Appends the rest of `from`, from its current position on. False if reading or writing failed.
-bool copyRest(FILE* from, ZQFileWriter& to);
+/// Copies `from` from its current position to its end. False if it could not be read.
+[[nodiscard]] bool copyRest(FILE* from, ZQFileWriter& to);
 
 }  // namespace zmatrix

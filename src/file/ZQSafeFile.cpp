@@ -31,7 +31,7 @@ std::string folderOf(const std::string& path) {
   return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
 }
 
-// The path that a chain of symbolic links ends at, whether or not it exists; empty if the chain is a cycle or too long.
+// The path at the end of a chain of links, whether or not a file is there; empty for a cycle.
 std::string withLinksFollowed(const char* path) {
   std::string name = path;
   std::error_code error;
@@ -49,7 +49,7 @@ bool canBeWritten(const std::string& path) {
   return descriptor >= 0;
 }
 
-/// True if this error forbids creating a file here or replacing the old one. A full disk gives another error.
+/// True for errors that forbid to create a file here or to replace the old one; false for a full disk.
 bool forbidsReplacing(int error) {
   return error == EACCES || error == EPERM || error == EROFS || error == EBUSY || error == EXDEV || error == ENAMETOOLONG;
 }
@@ -74,7 +74,7 @@ bool isNameOfLeftover(const char* name) {
   return *end == '-' && process > 0 && process != getpid() && kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
 }
 
-/// Processes of another machine or container may not be visible from here; they still hold a lock on their file.
+/// A process of another machine or container is not seen from here, but its file is locked.
 void removeIfUnlocked(int folder, const char* name) {
   const int descriptor = openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) return;
@@ -117,7 +117,7 @@ bool ZQSafeFile::openTarget(const char* path) {
   struct stat status;
   const bool isThere = stat(path, &status) == 0;
   if (isThere && !S_ISREG(status.st_mode)) {
-    // Links to an open pipe, such as /dev/stdout, have no path as their target: only the system can follow them.
+    // Links to an open pipe, such as /dev/stdout, have no path behind them: only the system can follow them.
     target = path;
     if (S_ISDIR(status.st_mode) || faccessat(AT_FDCWD, path, W_OK, AT_EACCESS) != 0) return false;
     stream = tmpfile();
@@ -134,7 +134,7 @@ bool ZQSafeFile::openTarget(const char* path) {
   return stream != nullptr;
 }
 
-// Process id and number make the name unique, so that a leftover of a killed process is never in the way.
+// The name is unique to this process and save, so files of killed processes don't matter.
 int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group) {
   static constinit std::atomic<unsigned> numberOfSaves = 0;
   removeLeftovers(folder);
@@ -151,9 +151,9 @@ int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group
 }
 
 int ZQSafeFile::takeNeighbour(int descriptor, int modeOfTarget, long long owner, long long group) {
-  flock(descriptor, LOCK_EX | LOCK_NB);  // on file systems without locks only the process id in the name shows the owner
+  flock(descriptor, LOCK_EX | LOCK_NB);  // without locks in the file system, only the process ID in the name shows the owner
   if (modeOfTarget >= 0) {
-    // Keeps the owner of somebody else's file if permitted, else at least its group. The mode is always kept.
+    // The new file keeps the target's owner and group where that is permitted, or at least the group; it keeps the mode always.
     const auto newGroup = static_cast<gid_t>(group);
     if (fchown(descriptor, static_cast<uid_t>(owner), newGroup) != 0 && fchown(descriptor, static_cast<uid_t>(-1), newGroup) != 0)
       errno = 0;
@@ -177,7 +177,7 @@ bool ZQSafeFile::commit() {
   if (!closeStream()) return false;
   if (neighbour.empty()) return true;
   if (rename(neighbour.c_str(), target.c_str()) != 0) {
-    // A mount point, or a file of another user in a sticky folder: it can only be overwritten.
+    // A mount point, or another user's file in a sticky folder: it can only be overwritten.
     if (!forbidsReplacing(errno)) return false;
     stream = fopen(neighbour.c_str(), "rbe");
     return stream != nullptr && copyToTarget();
@@ -195,7 +195,7 @@ bool ZQSafeFile::copyToTarget() {
     return false;
   }
   rewind(from);
-  int error = 0;  // the first error, which is returned
+  int error = 0;  // the first error
   const auto hold = [&error](bool isDone) {
     if (!isDone && error == 0) error = errno != 0 ? errno : EIO;
   };

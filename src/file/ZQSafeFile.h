@@ -1,10 +1,8 @@
-// A file that is replaced as a whole or not at all. The bytes are written to a neighbour, a file of a unique name in the same
-// folder, synced, and then renamed to the target, so that a crash, a full disk or a kill leaves the old file in place. A symbolic
-// link is followed to its target. A target that cannot be replaced by renaming (a device, a pipe, a file in a folder without
-// write access) is overwritten directly.
+// Atomic replacement of a file: the bytes are written to the neighbour, a temporary file in the target's folder, synced, and
+// renamed over the target, so that a crash, a full disk or SIGKILL leaves the old file. Symbolic links are followed. What cannot
+// be replaced by renaming (a device, a pipe, a file in a folder without write access) is written directly.
 //
-// A neighbour is locked while its process lives. An unlocked neighbour is a leftover of a killed process: the next save in the
-// folder removes it.
+// A neighbour is locked while its process lives. Unlocked ones, of killed processes, are removed by the next save in the folder.
 #pragma once
 
 #include <cstdio>
@@ -15,18 +13,18 @@ namespace zmatrix {
 class ZQSafeFile {
  public:
   ZQSafeFile() = default;
-  /// Discards the bytes if they were not committed.
+  /// Discards what was not committed.
   ~ZQSafeFile();
   ZQSafeFile(const ZQSafeFile&) = delete;
   ZQSafeFile& operator=(const ZQSafeFile&) = delete;
 
   /// False if the path can't be written to.
-  bool open(const char* path);
-  /// The stream to write to; it is seekable.
+  [[nodiscard]] bool open(const char* path);
+  /// The stream to write to; it can seek.
   FILE* getStream() { return stream; }
-  /// Makes the bytes the target's content. False if they could not all be stored; then the old target is unchanged, unless it had
-  /// to be overwritten directly.
-  bool commit();
+  /// Replaces the target by what was written. False if not all could be stored; then the old target is unchanged, unless it had
+  /// to be written directly.
+  [[nodiscard]] bool commit();
 
  private:
   bool openTarget(const char* path);

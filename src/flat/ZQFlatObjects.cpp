@@ -40,7 +40,7 @@ void* s_Malloc(size_t size) noexcept { return guarded<void*>([&] { return ::syst
 void s_Free(void* pointer) noexcept { guarded([&] { ::systemFree(pointer); }); }
 void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) noexcept { guarded([&] { ::setMatrixProgressDisplayFunction(callBack); }); }
 int getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) noexcept { return guarded<int>([&] { return ::getExpectedMatrixMemory(coordinateDimension, numberOfItems, phraseLength, numberOfSymbols); }); }
-int sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept { return guarded<int>([&] { return ::sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType); }); }
+int sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept { return guarded<int>([&] { return zmatrix::numberOfItemsToRestore(preProcessingType); }); }
 int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) noexcept { return guarded<int>([&] { return matrix->performMatrixConsistencyTest(numberOfWriteElements, numberOfEndElements, trim); }); }
 int s_getMatrixInfoTypeFromFile(const char* path) noexcept { return guarded<int>([&] { return ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path); }, -2); }
 ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector() noexcept { return guarded<ZQMatrixSequenceIndexVector*>([&] { return ::createZQMatrixSequenceIndexVector(); }); }

@@ -8,6 +8,43 @@
 #include "store/ZQStoreWrite.h"
 #include "store/ZQTierLife.h"
 
+ZQMatrixMediumInfo* ZQMatrixMedium::recordOf(int id) const {
+  return id >= 0 && id < getMaxNumberOfMatrices() ? getMatrixInfo(id) : nullptr;
+}
+
+long long ZQMatrixMedium::getSuccessorRandomValue(int id) {
+  auto* record = recordOf(id);
+  return record != nullptr ? record->getSuccessorRandomValue() : 0;
+}
+
+long long ZQMatrixMedium::getActualSuccessorRandomValue(int id) {
+  const auto* record = recordOf(id);
+  return record != nullptr ? record->getActualSuccessorRandomValue() : 0;
+}
+
+void ZQMatrixMedium::setSuccessorRandomValue(int id, long long value) {
+  if (auto* record = recordOf(id)) record->setSuccessorRandomValue(value);
+}
+
+int ZQMatrixMedium::getSuccessorRandomType(int id) {
+  const auto* record = recordOf(id);
+  return record != nullptr ? record->getSuccessorRandomType() : 0;
+}
+
+void ZQMatrixMedium::setSuccessorRandomType(int id, int type) {
+  auto* record = recordOf(id);
+  if (record == nullptr) return;
+  if (record->getNumberOfMatrixElements() != 0 && record->getNumberOfWriteElements() != 0) {
+    record->setSuccessorRandomType(type);
+  } else {
+    dbPrintf(0, "setSuccessorRandomType: can only be set for an empty matrix\n");
+  }
+}
+
+int ZQMatrixMedium::resetKernelSequence(int resetInitialValues) {
+  return getMatrixInfo()->resetKernelSequence(getCurrentMatrixID(), resetInitialValues);
+}
+
 void ZQMatrixMedium::setMaxNumberOfMatrices(int number) {
   zmatrix::setMaxNumberOfMatricesIn(*this, number);
 }

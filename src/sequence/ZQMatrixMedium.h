@@ -17,12 +17,20 @@ template <class Tier>
 struct ZQSequenceUpdate;
 }  // namespace zmatrix
 
-class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBase> {
+class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, ZQMatrixBase> {
  public:
   using Tier = zmatrix::ZQMediumTier;
 
   ZQMatrixMediumInfo* getMatrixInfo() const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[currentMatrixID]); }
   ZQMatrixMediumInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[id]); }
+  // The successor generators, by matrix ID. An ID that does not exist answers 0 and takes nothing.
+  long long getSuccessorRandomValue(int id);
+  long long getActualSuccessorRandomValue(int id);
+  void setSuccessorRandomValue(int id, long long value);
+  int getSuccessorRandomType(int id);
+  /// Stores on a matrix that holds something only, the reverse of what its message says.
+  void setSuccessorRandomType(int id, int type);
+  int resetKernelSequence(int resetInitialValues);
   void setMaxNumberOfMatrices(int number);
   void clearMatrixElement(int position, int updateStartCounter);
 
@@ -171,6 +179,8 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const char* fileName);
 
  private:
+  /// Null for an ID that does not exist.
+  ZQMatrixMediumInfo* recordOf(int id) const;
   template <class Tier>
   friend struct zmatrix::ZQSequenceUpdate;
 

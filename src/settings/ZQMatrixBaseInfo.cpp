@@ -7,13 +7,7 @@
 #include <functional>
 
 #include "frame/ZQDebugChannel.h"
-
-namespace {
-
-constexpr int firstTemporaryMemory = 256;
-constexpr int unusedCoordinateSize = -4;
-
-}  // namespace
+#include "settings/ZQMatrixFields.h"
 
 ZQMatrixBaseInfo::~ZQMatrixBaseInfo() {
   releaseMemoryGlobalMatrixInfoParameters();
@@ -28,14 +22,13 @@ int ZQMatrixBaseInfo::initMatrixInfo(int id) {
     ZQMatrixBaseInfo::deInitMatrixInfo();
   }
   updateInfoSize = 0;
-#define ZQ_BASE_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(initial);
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::setToDefaults(*this, ZQMatrixInfoTypeBase);
   timeStamp = static_cast<unsigned int>(time(nullptr));
   matrixID = id;
-  const bool hasRoom = sizeOfCoordinateDimensions.assign(coordinateDimension, unusedCoordinateSize) &&
+  const bool hasRoom = sizeOfCoordinateDimensions.assign(coordinateDimension, zmatrix::defaultCoordinateSize) &&
                        minimalIndices.resize(internalCurrentDimension, 0) && maximalIndices.resize(internalCurrentDimension, 0) &&
-                       matrixPtr.assign(internalCurrentDimension + 1, 0) && temporaryMemory.assign(firstTemporaryMemory, 0);
+                       matrixPtr.assign(internalCurrentDimension + 1, 0) &&
+                       temporaryMemory.assign(zmatrix::smallestTemporaryMemory, 0);
   _resetIndexLimits();
   return hasRoom ? 1 : 0;
 }
@@ -48,9 +41,7 @@ void ZQMatrixBaseInfo::deInitMatrixInfo() {
   temporaryMemory.reset();
   releaseMemoryGlobalMatrixInfoParameters();
   updateInfoSize = -1;
-#define ZQ_BASE_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(-1);
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::setToUnusable(*this, ZQMatrixInfoTypeBase);
 }
 
 void ZQMatrixBaseInfo::refuseOnFilledMatrix(const char* setter) const {
@@ -111,7 +102,7 @@ void ZQMatrixBaseInfo::setCoordinateDimension(int dimension) {
     dbPrintf(0, "error: setCoordinateDimension can not be set if allowLargeIndices >0!\n");
   } else if (!isEmpty()) {
     refuseOnFilledMatrix("setCoordinateDimension");
-  } else if (sizeOfCoordinateDimensions.assign(dimension, unusedCoordinateSize)) {
+  } else if (sizeOfCoordinateDimensions.assign(dimension, zmatrix::defaultCoordinateSize)) {
     coordinateDimension = dimension;
   }
 }
@@ -234,9 +225,7 @@ ZQMatrixProperties* ZQMatrixBaseInfo::getGlobalMatrixInfoParameters() {
   }
   ZQMatrixProperties* snapshot = globalMatrixInfoParameters;
   *snapshot = ZQMatrixProperties{};
-#define ZQ_BASE_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) snapshot->name = name;
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::copyToSnapshot(*this, ZQMatrixInfoTypeBase, *snapshot);
   snapshot->updateInfoSize = updateInfoSize;
   snapshot->sizeOfCoordinateDimensions = sizeOfCoordinateDimensions.data();
   snapshot->minimalIndices = minimalIndices.data();

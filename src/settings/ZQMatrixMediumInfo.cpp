@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
 #include "settings/ZQMatrixFileHeader.h"
 
 int ZQMatrixMediumInfo::initMatrixInfo(int id) {
@@ -17,7 +18,7 @@ int ZQMatrixMediumInfo::initMatrixInfo(int id) {
   return baseHasRoom && hasRoom ? 1 : 0;
 }
 
-// What a record of the base type still holds of the arrays below goes with the next initMatrixInfo or with the record.
+// The arrays of a record of the base type are released by the next initMatrixInfo or by the destructor.
 void ZQMatrixMediumInfo::deInitMatrixInfo() {
   if (updateInfoType >= ZQMatrixInfoTypeMedium) {
     rulesInDimension.reset();
@@ -28,9 +29,7 @@ void ZQMatrixMediumInfo::deInitMatrixInfo() {
     updateSequence.reset();
     kernelOriginalSequenceInitialValues.reset();
     namesOfUpdateFiles.reset();
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(-1);
-#include "settings/ZQMatrixInfoFields.def"
+    zmatrix::setToUnusable(*this, ZQMatrixInfoTypeMedium);
     hasBeenChanged = -1;
     midiSoundID = ZQMatrixSoundUndefined;
     musicStyle = ZQMatrixMusicStyleUndefined;
@@ -65,7 +64,7 @@ void ZQMatrixMediumInfo::setSkillOutputLevel(int level) {
   skillOutputLevel = isLegal ? level : maxPhraseLengthForUpdateWithSequence;
 }
 
-void ZQMatrixMediumInfo::setSucessorMethod(int method) {
+void ZQMatrixMediumInfo::setSuccessorMethod(int method) {
   const bool isLegal = method >= ZQSuccessorMethodMostProbable && method <= ZQSuccessorMethodRandom;
   successorMethod = isLegal ? method : ZQSuccessorMethodRandom;
 }
@@ -78,7 +77,7 @@ void ZQMatrixMediumInfo::addNameOfUpdateFile(const char* name) {
   if (name == nullptr) return;
   const size_t length = strlen(name);
   const int oldLength = std::max(namesOfUpdateFiles.count() - 1, 0);
-  // The name may be one of those that are kept here already, which are about to move.
+  // The name may lie in the array that is about to be reallocated.
   const char* old = namesOfUpdateFiles.data();
   const bool isKeptHere =
       oldLength > 0 && std::less_equal<const char*>()(old, name) && std::less<const char*>()(name, old + oldLength + 1);
@@ -100,9 +99,7 @@ void ZQMatrixMediumInfo::setCoordinateDimension(int dimension) {
 }
 
 void ZQMatrixMediumInfo::setMediumDefaults() {
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(initial);
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::setToDefaults(*this, ZQMatrixInfoTypeMedium);
   kernelMatrixHandle = matrixID;
   memset(nameOfUpdateFile, 0, sizeof nameOfUpdateFile);
   memset(midiChannelFilter, 0, sizeof midiChannelFilter);
@@ -110,18 +107,18 @@ void ZQMatrixMediumInfo::setMediumDefaults() {
   updateSequence.reset();
 }
 
-// An internal length may be 0 while the sequence is not empty, so it alone does not tell how long the rows must be.
+// An internal length may be 0 while the sequence is not empty, so the rows must hold the sequence too.
 bool ZQMatrixMediumInfo::makeKernelRows(int dimension) {
   const int originalLength =
-      std::max({internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence, firstKernelLength});
+      std::max({internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence, zmatrix::initialKernelLength});
   const int preProcessedLength =
-      std::max({internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, firstKernelLength});
+      std::max({internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, zmatrix::initialKernelLength});
   return kernelOriginalSequence.assign(dimension, originalLength) &&
          kernelOriginalSequenceInitialValues.assign(dimension, originalLength) &&
          kernelPreProcessedSequence.assign(dimension, preProcessedLength);
 }
 
-// The own arrays grow first: the base raises currentDimension, which is what the fast path believes.
+// The own arrays grow first: the base raises currentDimension, which the fast path relies on.
 int ZQMatrixMediumInfo::enterMediumMatrixDimension(int dimIndex) {
   if (dimIndex < maxDimOfMatrix && dimIndex >= writeElementsInDimension.count()) {
     const int capacity = capacityForDimension(dimIndex);
@@ -135,10 +132,7 @@ int ZQMatrixMediumInfo::enterMediumMatrixDimension(int dimIndex) {
 ZQMatrixProperties* ZQMatrixMediumInfo::getGlobalMatrixInfoParameters() {
   ZQMatrixProperties* snapshot = ZQMatrixBaseInfo::getGlobalMatrixInfoParameters();
   if (snapshot == nullptr) return nullptr;
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) snapshot->name = name;
-#define ZQ_OCRON(type, name, Name, initial, since, printType, format)
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::copyToSnapshot(*this, ZQMatrixInfoTypeMedium, *snapshot);
   memcpy(snapshot->nameOfUpdateFile, nameOfUpdateFile, sizeof snapshot->nameOfUpdateFile);
   memcpy(snapshot->midiChannelFilter, midiChannelFilter, sizeof snapshot->midiChannelFilter);
   snapshot->rulesInDimension = rulesInDimension.data();

@@ -14,24 +14,26 @@ constexpr int firstVersionWithNames = 134;
 
 }  // namespace
 
-// The language stands behind the channel filter, not in its place among the fields.
+template <class Fields>
+void ZQMatrixMediumInfo::describeMediumFields(Fields& fields) {
+  const auto rows = zmatrix::fieldsAddedBy(ZQMatrixInfoTypeMedium);
+  for (const zmatrix::FieldRow& row : rows) {
+    if (row.kind == zmatrix::FieldRow::nameOfUpdateFile) {
+      fields.text(nameOfUpdateFile, nameCapacity);
+    } else if (row.kind == zmatrix::FieldRow::midiChannelFilter) {
+      fields.bytes(midiChannelFilter, sizeof midiChannelFilter);
+      for (const zmatrix::FieldRow& later : rows) {
+        if (later.isBehindChannelFilter) zmatrix::describeField(fields, later, *this);
+      }
+    } else if (!row.isBehindChannelFilter) {
+      zmatrix::describeField(fields, row, *this);
+    }
+  }
+}
+
 template <class Fields>
 void ZQMatrixMediumInfo::describeMediumPart(Fields& fields, int withSequence) {
-#define ZQ_MEDIUM_ROWS
-#define ZQ_BEHIND_PRE_PROCESSING_TYPE fields.text(nameOfUpdateFile, nameCapacity);
-#define ZQ_BEHIND_MUSIC_STYLE                                \
-  fields.bytes(midiChannelFilter, sizeof midiChannelFilter); \
-  fields.number(language);
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format)                                \
-  if (static_cast<const void*>(&name) != static_cast<const void*>(&language)) {                      \
-    fields.number(name, since, static_cast<type>(initial));                                          \
-  }                                                                                                  \
-  if (static_cast<const void*>(&name) == static_cast<const void*>(&isPhraseMatrix)) {                \
-    const bool isLegal = isPhraseMatrix == 0 || isPhraseMatrix == 1;                                 \
-    if (Fields::reads && !isLegal) dbPrintf(0, "ReadMatrixInfo:Illegal value for IsPhraseMatrix\n"); \
-    fields.require(isLegal);                                                                         \
-  }
-#include "settings/ZQMatrixInfoFields.def"
+  describeMediumFields(fields);
   if constexpr (Fields::reads) {
     fields.require(fields.isSound() && makeMediumArrays(fields.file));
     if (!fields.isSound()) return;
@@ -48,7 +50,7 @@ void ZQMatrixMediumInfo::describeMediumPart(Fields& fields, int withSequence) {
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldWriter&, int);
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, int);
 
-// Coordinate by coordinate. A length without its sequence counts nothing.
+// Coordinate by coordinate. A length without a sequence is set to 0.
 template <class Fields>
 void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQRowTable& rows, int& length) {
   const long long numberOfValues = static_cast<long long>(length) * coordinateDimension;
@@ -106,8 +108,8 @@ void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence
   fields.bytes(updateSequence.data(), static_cast<size_t>(bytesOfSequence));
 }
 
-// Capacities that a file gives are kept as numbers and repaired as such. Of the kernels' rows there is only what their sequences
-// need: those of a record that holds no kernel are made when somebody asks for them.
+// Stored capacities are kept, and repaired where they are too small. Kernel rows are only made for a kernel that the record
+// holds; otherwise they are made on demand.
 bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
   const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence);
   if (internalLengthOfKernelOriginalSequence < originalNeeded) {

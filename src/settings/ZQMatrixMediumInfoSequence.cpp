@@ -1,5 +1,5 @@
-// How the medium record packs the items of a feed: rows of one item, each coordinate at a width of its own, little byte first.
-// The sign of a stored width tells whether the coordinate is signed.
+// How the medium record packs the items of a feed: rows of one item, each coordinate with its own width, low byte first. A
+// negative width means a signed coordinate.
 #include <algorithm>
 #include <climits>
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr int numberOfEndRows = 4;
 constexpr char endOfSequenceByte = 10;
-constexpr int beyondAllIndices = 500001;  ///< where the search for the extremes starts
+constexpr int beyondAllIndices = zmatrix::initialMaximalMatrixIndex + 1;  ///< where the search for the extremes starts
 
 struct Extremes {
   int lowest = beyondAllIndices;

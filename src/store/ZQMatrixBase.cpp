@@ -30,7 +30,7 @@ bool ZQMatrixBase::resizeSubMatrices(int number) {
 int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const char* debugDirectory) {
   currentMatrixID = 0;
   ZQMatrixFileHeader* header = matrixFileHeader.get();
-  header->setFileType("zmatrix");
+  header->setFileType(zmatrix::matrixFileType);
   header->setMatrixDescription("");
   header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
   header->setIs64BitMatrix(0);

@@ -24,9 +24,9 @@
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQPageProvider.h"
 #include "frame/ZQZeroedMemory.h"
+#include "settings/ZQMatrixAccessors.h"
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixFileHeader.h"
-#include "settings/ZQMatrixForwards.h"
 #include "settings/ZQRecordTable.h"
 #include "store/ZQFieldCounts.h"
 #include "store/ZQFreeSlotIndex.h"
@@ -52,7 +52,7 @@ template <class Tier>
 struct ZQMatrixElementReader;
 }  // namespace zmatrix
 
-class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrixBase> {
+class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessors<ZQMatrixBase> {
  public:
   using Tier = zmatrix::ZQBaseTier;
 
@@ -85,6 +85,8 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader.get(); }
   /// Takes the header over.
   void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader.reset(header); }
+  /// The highest slot that was ever occupied.
+  int getMaximalStack() const { return matrixFileHeader->getMaximalStack(); }
   int getCurrentMatrixID() const { return currentMatrixID; }
   void setCurrentMatrixID(int id) {
     if (id >= 0 && id < matrixFileHeader->getMaxNumberOfMatrices()) currentMatrixID = id;

@@ -10,7 +10,7 @@ struct ZQFullTier;
 struct DerivedSymbols;
 }  // namespace zmatrix
 
-class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
+class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium> {
  public:
   using Tier = zmatrix::ZQFullTier;
 
@@ -92,7 +92,6 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int* getSymbolMarkersFromPreProcessedCombinedSequence(const int* sequence, int length, int* numberOfSymbols);
   /// The next symbol ID of the current sub-matrix; IDs are never given twice.
   int getNewSymbolID();
-  int getNumberOfSymbols() { return getMatrixInfo()->getNumberOfSymbols(); }
   /// Where the symbol's phrase ends in the level below; -1 for a symbol that the current sub-matrix doesn't know.
   int getSymbolDownLinkHandleFromSymbol(int symbol);
   /// The level of the current sub-matrix: 0 is the basic one.
