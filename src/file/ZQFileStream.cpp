@@ -19,7 +19,7 @@ constexpr long long memoryForByteOfFile = 64;
 
 }  // namespace
 
-ZQFileWriter::ZQFileWriter(FILE* aFile) : file(aFile) {
+ZQFileWriter::ZQFileWriter(FILE* stream) : file(stream) {
   if (file == nullptr) return;
   setvbuf(file, nullptr, _IONBF, 0);
   const off_t position = ftello(file);
@@ -61,7 +61,7 @@ void ZQFileWriter::patch(long long position, int value) {
               fseeko(file, flushedBytes, SEEK_SET) != 0;
 }
 
-ZQFileReader::ZQFileReader(FILE* aFile) : file(aFile), buffer(new (std::nothrow) char[bufferSize]) {
+ZQFileReader::ZQFileReader(FILE* stream) : file(stream), buffer(new (std::nothrow) char[bufferSize]) {
   if (!hasRoom(buffer != nullptr)) return;  // reads as an empty file
   const off_t start = ftello(file);
   if (start < 0 || fseeko(file, 0, SEEK_END) != 0) return;
@@ -79,7 +79,7 @@ bool ZQFileReader::refill(size_t size) {
   next = 0;
   end = left + fread(buffer.get() + left, 1, bufferSize - left, file);
   if (end >= size) return true;
-  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file has become shorter meanwhile
+  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file was shortened while it was read
   return false;
 }
 
@@ -145,7 +145,7 @@ FILE* newTemporaryFile(long long) {
 }
 
 FILE* newFileInMemory(long long size) {
-  return fmemopen(nullptr, static_cast<size_t>(size) + 1, "w+b");  // and a zero byte behind
+  return fmemopen(nullptr, static_cast<size_t>(size) + 1, "w+b");  // room for the terminating zero byte that fmemopen adds
 }
 
 bool copyRest(FILE* from, ZQFileWriter& to) {

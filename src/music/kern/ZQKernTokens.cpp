@@ -14,7 +14,7 @@ bool isDigit(char character) {
   return character >= '0' && character <= '9';
 }
 
-/// Moves `text` behind its leading digits.
+/// Reads the leading digits of `text` and removes them.
 long long scanDigits(std::string_view& text) {
   long long number = 0;
   for (; !text.empty() && isDigit(text[0]); text.remove_prefix(1)) number = std::min(number * 10 + (text[0] - '0'), 1LL << 40);
@@ -25,10 +25,10 @@ void skipBlanks(std::string_view& text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
 }
 
-/// `text` begins at the first digit. Every dot behind the digits adds half of what was added last.
+/// Reads a duration; `text` begins at its first digit. Each dot behind the digits adds half of the part added before.
 void readDuration(std::string_view text, KernSubToken& note) {
   const long long number = scanDigits(text);
-  // 0 is a breve, and so is any row of zeros.
+  // 0 is a breve, as is any sequence of zeros.
   int part = number == 0 ? 2 * quantaPerWholeNote : static_cast<int>(quantaPerWholeNote / number);
   note.isCut = number != 0 && quantaPerWholeNote % number != 0;
   note.hasDuration = true;

@@ -54,7 +54,7 @@ class SignatureTrack {
   struct Event {
     long long tick;
     unsigned char type;
-    std::string data;  // empty for what a MIDI file can't say
+    std::string data;  // empty if MIDI can't represent the entry
 
     friend bool operator<(const Event& one, const Event& other) {
       return std::tie(one.tick, one.type, one.data) < std::tie(other.tick, other.type, other.data);
@@ -83,8 +83,8 @@ class SignatureTrack {
     return {static_cast<char>(key.fifths), static_cast<char>(key.isMinor != 0)};
   }
 
-  /// A meter or key of a MIDI file holds for all of it: those of the whole score are taken, or, where there is none, those of the
-  /// first part that has some. What other parts say and the file doesn't is left out.
+  /// A meter or key applies to a whole MIDI file: those of the whole score are used, or, without any, those of the first part
+  /// that has some. Different ones of other parts are left out.
   template <class Signature>
   void addThose(const Signature* signatures, int number, std::string (*bytesOf)(const Signature&), unsigned char type) {
     if (number == 0) return;
@@ -141,7 +141,7 @@ bool store(const MidiTrackBytes& bytes, const char* path) {
          file.commit();
 }
 
-/// Makes the file of a score and hands its bytes on; returns what became of it.
+/// Makes the file of a score and passes its bytes to `take`; returns the result.
 template <class Taker>
 int writeScore(const zq_Score* score, zq_ScoreWriting* writing, Taker take) {
   zq_ScoreWriting result{};
