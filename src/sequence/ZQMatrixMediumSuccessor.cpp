@@ -6,12 +6,14 @@
 #include <cmath>
 
 #include "frame/ZQDebugChannel.h"
+#include "sequence/ZQKernel.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
 #include "store/ZQHandleList.h"
 #include "store/ZQSuccessorWalk.h"
 
 using zmatrix::Successor;
+using zmatrix::ZQKernel;
 
 namespace {
 
@@ -57,46 +59,6 @@ void walkOneItemBelow(const ZQMatrixMedium& matrix, int handle, int coordinateDi
     position += element->getOffsetToNextElementInDimension();
     element = mediumElementAt(matrix, position);
   }
-}
-
-/// Puts items that are held row by row into a list as one flat vector, with an item behind them. Null without memory.
-const int* flatWithItem(zmatrix::ZQPodList<int>& flat, int** rows, int numberOfItems, const int* item, int coordinateDimension) {
-  if (rows == nullptr || (numberOfItems + 1LL) * coordinateDimension > INT_MAX) return nullptr;
-  int* end = flat.makeRoomFor((static_cast<size_t>(numberOfItems) + 1) * static_cast<size_t>(coordinateDimension));
-  if (end == nullptr) return nullptr;
-  if (coordinateDimension == 1) end = std::copy_n(rows[0], numberOfItems, end);
-  for (int i = 0; coordinateDimension > 1 && i < numberOfItems; ++i) {
-    for (int k = 0; k < coordinateDimension; ++k) *end++ = rows[k][i];
-  }
-  std::copy_n(item, coordinateDimension, end);
-  return flat.begin();
-}
-
-/// The preprocessed kernel becomes what it is now with the item behind, or the longest ending of that which can go on. Without
-/// memory it goes to the root.
-void appendToPreProcessedKernel(ZQMatrixMedium& matrix, const int* item) {
-  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
-  const int coordinateDimension = info->getCoordinateDimension();
-  const int numberOfItems = std::max(info->getLengthOfKernelPreProcessedSequence(), 0);
-  const int* flat = nullptr;
-  if (info->provideKernelPreProcessedRows(numberOfItems)) {
-    flat = flatWithItem(matrix.getGenerationScratch().sequence, info->getKernelPreProcessedSequence(), numberOfItems, item,
-                        coordinateDimension);
-  }
-  matrix.initializeKernelSequenceWithPreProcessedSequence(flat, flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0);
-}
-
-/// The same for both faces, behind the first items of the original kernel.
-void appendToOriginalKernel(ZQMatrixMedium& matrix, int numberOfItems, const int* item) {
-  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
-  const int coordinateDimension = info->getCoordinateDimension();
-  numberOfItems = std::max(numberOfItems, 0);
-  const int* flat = nullptr;
-  if (info->provideKernelOriginalRows(numberOfItems)) {
-    flat = flatWithItem(matrix.getGenerationScratch().sequence, info->getKernelOriginalSequence(), numberOfItems, item,
-                        coordinateDimension);
-  }
-  matrix.initializeKernelSequenceWithOriginalSequence(flat, flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0, 0);
 }
 
 /// Lists what a visitor of successors is shown, with its share of the occurrences. Without memory the list is empty.
@@ -261,7 +223,7 @@ struct OriginalRead {
         isStuck = true;
         return nullptr;
       }
-      appendToPreProcessedKernel(matrix, item);
+      ZQKernel(matrix).pushPreProcessed(item);
       item = nextPreProcessed(1);
       if (isFirst || (item != nullptr && item[0] == ZQNotNote)) timeOffset += barLength;
     }
@@ -354,7 +316,7 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
   int* item = getObjexFromMatrixHandle(chosen);
   if (updateKernel != 1) return item;
   if (item != nullptr)
-    appendToPreProcessedKernel(*this, item);
+    ZQKernel(*this).pushPreProcessed(item);
   else
     initializeKernelSequenceWithPreProcessedSequence(nullptr, 0);
   return item;
@@ -369,7 +331,7 @@ int* ZQMatrixMedium::getFirstOriginalObjectItemFromMatrix(int successorIndex, in
   const int numberOfItems = info->resetKernelSequence(getCurrentMatrixID(), 0);
   OriginalRead read{*this, successorIndex, successorMethod, probability, stopProbability, handle, true};
   int* item = read.nextOriginal();
-  if (updateKernel == 1 && item != nullptr) appendToOriginalKernel(*this, numberOfItems, item);
+  if (updateKernel == 1 && item != nullptr) ZQKernel(*this).push(item, numberOfItems);
   return item;
 }
 
@@ -382,7 +344,7 @@ int* ZQMatrixMedium::getNextOriginalObjectItemFromMatrix(int successorIndex, int
   }
   OriginalRead read{*this, successorIndex, successorMethod, probability, stopProbability, handle, false};
   int* item = read.nextOriginal();
-  if (updateKernel == 1 && item != nullptr) appendToOriginalKernel(*this, numberOfItems, item);
+  if (updateKernel == 1 && item != nullptr) ZQKernel(*this).push(item, numberOfItems);
   if (updateKernel == 1 && item == nullptr && !read.isStuck) initializeKernelSequenceWithOriginalSequence(nullptr, 0, 0);
   return item;
 }

@@ -9,6 +9,8 @@
 #include "settings/ZQMatrixEnumerations.h"
 #include "store/ZQPodList.h"
 
+class ZQMatrixMediumInfo;
+
 /// First coordinate of a preprocessed item that stands for a bar line. A true interval of 127 is taken for one too.
 constexpr int ZQNotNote = 127;
 
@@ -28,6 +30,8 @@ constexpr int quantaPerWholeNote = 12288;
 /// Sound of an item whose note number is a choice of instrument and no pitch.
 constexpr int drumSound = 9;
 
+PreprocessingSettings preprocessingSettingsOf(const ZQMatrixMediumInfo& info);
+
 /// The coordinates of an item of one of the three MIDI types, 0 for any other type.
 constexpr int coordinatesOfMidiType(int preProcessingType) {
   const bool isMidiType = preProcessingType >= ZQPreProcessingTypeMidiNoteAndModQuanta &&
@@ -42,6 +46,9 @@ constexpr int wrappedDifference(int a, int b) {
 constexpr int wrappedSum(int a, int b) {
   return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
 }
+
+/// The length of a bar in quanta; 0 for a time signature that gives none.
+long long barLengthOrZero(const PreprocessingSettings& settings);
 
 /// The length of a bar, always above 0. A time signature that gives none prints the message at level 0 and counts as 4/4.
 long long barLengthInQuanta(const PreprocessingSettings& settings, const char* illegalTimeSignatureMessage);

@@ -50,7 +50,7 @@ template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, in
 
 // Coordinate by coordinate. A length without its sequence counts nothing.
 template <class Fields>
-void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::RowTable& rows, int& length) {
+void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQKernelItems& items, int& length) {
   const long long numberOfValues = static_cast<long long>(length) * coordinateDimension;
   if constexpr (Fields::reads) {
     int isThere = 0;
@@ -60,15 +60,15 @@ void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::RowTable& rows,
       return;
     }
     const bool isComplete = numberOfValues * static_cast<long long>(sizeof(int)) <= fields.file.getBytesLeft();
-    fields.require(isComplete && fields.file.hasRoom(rows.grow(coordinateDimension, length)));
+    fields.require(isComplete && fields.file.hasRoom(items.provide(coordinateDimension, length)));
     for (int k = 0; fields.isSound() && k < coordinateDimension; ++k) {
-      for (int i = 0; i < length; ++i) fields.number(rows[k][i]);
+      for (int i = 0; i < length; ++i) fields.number(items.at(i, k));
     }
   } else {
     const bool isThere =
-        length >= 1 && coordinateDimension >= 1 && rows.numberOfRows() >= coordinateDimension && rows.rowLength() >= length;
+        length >= 1 && coordinateDimension >= 1 && items.coordinates() >= coordinateDimension && items.room() >= length;
     zmatrix::writeFlagged(fields, isThere, numberOfValues,
-                          [&](long long i) { return rows[static_cast<int>(i / length)][i % length]; });
+                          [&](long long i) { return items.at(static_cast<int>(i % length), static_cast<int>(i / length)); });
   }
 }
 
@@ -106,8 +106,8 @@ void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence
   fields.bytes(updateSequence.data(), static_cast<size_t>(bytesOfSequence));
 }
 
-// Capacities that a file gives are kept as numbers and repaired as such. Of the kernels' rows there is only what their sequences
-// need: those of a record that holds no kernel are made when somebody asks for them.
+// Capacities that a file gives are kept as numbers and repaired as such. The kernel gets only the room that its sequences need: a
+// record that holds none gets it on demand.
 bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
   const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence);
   if (internalLengthOfKernelOriginalSequence < originalNeeded) {
@@ -124,6 +124,7 @@ bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
   kernelOriginalSequence.release();
   kernelOriginalSequenceInitialValues.release();
   kernelPreProcessedSequence.release();
+  facesThatAgree = noFaces;
   return file.hasRoom(rulesInDimension.assign(internalCurrentDimension, 0) &&
                       uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
                       writeElementsInDimension.assign(internalCurrentDimension, 0));
@@ -140,12 +141,11 @@ bool ZQMatrixMediumInfo::readMediumPart(zmatrix::ZQFieldReader& fields, int with
   if (!fields.isSound()) return false;
   fields.endPart();
   if (lengthOfKernelOriginalSequence < 1) return true;
-  if (!fields.file.hasRoom(kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfKernelOriginalSequence))) {
+  if (!fields.file.hasRoom(kernelOriginalSequenceInitialValues.provide(coordinateDimension, lengthOfKernelOriginalSequence))) {
     return false;
   }
-  for (int k = 0; k < coordinateDimension; ++k) {
-    std::copy_n(kernelOriginalSequence[k], lengthOfKernelOriginalSequence, kernelOriginalSequenceInitialValues[k]);
-  }
+  std::copy_n(kernelOriginalSequence.data(), lengthOfKernelOriginalSequence * coordinateDimension,
+              kernelOriginalSequenceInitialValues.data());
   return true;
 }
 

@@ -1,7 +1,7 @@
 // The kernels of all levels from one start: each level takes the symbols that the level below has made of it.
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQSystemOwned.h"
-#include "sequence/ZQKernelSetting.h"
+#include "sequence/ZQKernel.h"
 #include "store/ZQKeepCurrentMatrixID.h"
 #include "symbols/ZQMatrix.h"
 
@@ -36,7 +36,7 @@ int ZQMatrix::initializeKernelSequenceWithOriginalSequence(const int* sequence, 
       setCurrentMatrixID(id);
     }
     // A kernel that has to be reset gets the root of the level that the call began at, in the levels above too.
-    const KernelSetting setting = zmatrix::setKernelFromOriginalSequence(*this, sequence, length, {startID, flag, true});
+    const KernelSetting setting = zmatrix::ZQKernel(*this).setFromOriginal(sequence, length, {startID, flag, true});
     if (!setting.followsSequence) return setting.result;
     id = getMatrixInfo()->getCurrentMatrixIDLevelUp();
     if (id < 0 || level >= targetLevel) return getMatrixInfo(startID)->getLengthOfKernelOriginalSequence();
