@@ -40,7 +40,7 @@ int readSuccessors(Matrix* matrix, const int* context, int length, int capacity,
   const int dimension = matrix->getMatrixInfo()->getCoordinateDimension();
   for (int at = 0; at < std::min(count, capacity); ++at) {
     const int* const item = matrix->getObjexFromMatrixHandle(handles[at]);
-    const auto* const element = static_cast<const ZQMatrixMediumElement*>(matrix->getMatrixElementFromMatrixHandle(handles[at]));
+    const auto* const element = matrix->getMatrixElementFromMatrixHandle(handles[at]);
     if (item == nullptr || element == nullptr) return -1;
     if (items != nullptr) items = std::copy_n(item, dimension, items);
     if (counts != nullptr) counts[at] = element->getWriteCount();

@@ -13,7 +13,7 @@ void ZQMatrixMedium::setMaxNumberOfMatrices(int number) {
 }
 
 void ZQMatrixMedium::clearMatrixElement(int position, int updateStartCounter) {
-  const auto* element = static_cast<ZQMatrixMediumElement*>(elementAt(position));
+  const auto* element = elementAt(position);
   if (element == nullptr) return;
   if (updateStartCounter == 1 && element->getWriteCountWithoutPredecessor() > 0)
     getMatrixInfo()->decrementNumberOfStartElements();

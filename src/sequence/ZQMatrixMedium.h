@@ -19,6 +19,16 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
 
   ZQMatrixMediumInfo* getMatrixInfo() const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[currentMatrixID]); }
   ZQMatrixMediumInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[id]); }
+  // The base's, with the elements of this tier.
+  ZQMatrixMediumElement* elementAt(long long position) const {
+    return static_cast<ZQMatrixMediumElement*>(ZQMatrixBase::elementAt(position));
+  }
+  ZQMatrixMediumElement* getMatrixElementFromElementVector(const int* indexVector, int length, int* handle) {
+    return static_cast<ZQMatrixMediumElement*>(ZQMatrixBase::getMatrixElementFromElementVector(indexVector, length, handle));
+  }
+  ZQMatrixMediumElement* getMatrixElementFromMatrixHandle(int handle) {
+    return static_cast<ZQMatrixMediumElement*>(ZQMatrixBase::getMatrixElementFromMatrixHandle(handle));
+  }
   void setMaxNumberOfMatrices(int number);
   void clearMatrixElement(int position, int updateStartCounter);
 

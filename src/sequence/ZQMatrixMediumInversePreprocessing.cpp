@@ -1,14 +1,14 @@
 // Whole sequences back to original items, and index vectors up and down their preprocessing levels. An index vector brings its
 // own settings, so a sub-matrix that holds nothing lends its info record for the time of the work.
 #include <algorithm>
-#include <cstdio>
 
-#include "frame/ZQDebugChannel.h"
+#include "sequence/ZQComplaint.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 #include "sequence/ZQNumberCoding.h"
 #include "sequence/ZQObjexBlock.h"
 
+using zmatrix::complain;
 using zmatrix::ObjexBlock;
 using zmatrix::SystemOwned;
 
@@ -51,13 +51,7 @@ void copyItems(int** to, const int* const* from, int numberOfItems, int coordina
   for (int i = 0; i < numberOfItems; i++) std::copy_n(from[i], coordinateDimension, to[i]);
 }
 
-/// A host may read its console at once.
-void complain(const char* message) {
-  dbPrintf(0, "%s", message);
-  fflush(stdout);
-}
-
-/// Makes the sub-matrix behind the last occupied one current, with these settings. False, with a message that names the forward
+//// Makes the sub-matrix behind the last occupied one current, with these settings. False, with a message that names the forward
 /// operation in both directions, if there is none.
 bool switchToSpareMatrix(ZQMatrixMedium* matrix, int coordinateDimension, int preProcessingType) {
   const int spareID = matrix->getHighestOccupiedMatrixID() + 1;

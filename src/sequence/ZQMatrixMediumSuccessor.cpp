@@ -9,6 +9,7 @@
 #include "sequence/ZQKernel.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
+#include "sequence/ZQStopProbability.h"
 #include "store/ZQHandleList.h"
 #include "store/ZQSuccessorWalk.h"
 
@@ -26,39 +27,8 @@ void answer(Number* out, Number value) {
   if (out != nullptr) *out = value;
 }
 
-const ZQMatrixMediumElement* mediumElementAt(const ZQMatrixMedium& matrix, long long position) {
-  return static_cast<const ZQMatrixMediumElement*>(matrix.elementAt(position));
-}
-
 double randomFraction(ZQMatrixMediumInfo* info) {
   return static_cast<double>(info->getSuccessorRandomValue()) / zmatrix::largestRandomValue;
-}
-
-/// Visits, depth first and in the order of the fields, all elements one item below a handle. The visitor says false to end the
-/// walk.
-template <class Visitor>
-void walkOneItemBelow(const ZQMatrixMedium& matrix, int handle, int coordinateDimension, Visitor visit) {
-  long long position = handle;
-  const ZQMatrixMediumElement* element = mediumElementAt(matrix, position);
-  int depth = 0;
-  while (element != nullptr) {
-    while (element != nullptr && depth < coordinateDimension && element->getOffsetToElementInNextDimension() != 0) {
-      position += element->getOffsetToElementInNextDimension();
-      element = mediumElementAt(matrix, position);
-      ++depth;
-    }
-    if (depth == coordinateDimension && element != nullptr) {
-      if (!visit(static_cast<int>(position), *element)) return;
-    }
-    while (element != nullptr && depth > 0 && element->getOffsetToNextElementInDimension() == 0) {
-      position += element->getOffsetToElementInPrevDimension();
-      element = mediumElementAt(matrix, position);
-      --depth;
-    }
-    if (depth == 0 || element == nullptr) return;
-    position += element->getOffsetToNextElementInDimension();
-    element = mediumElementAt(matrix, position);
-  }
 }
 
 /// Lists what a visitor of successors is shown, with its share of the occurrences. Without memory the list is empty.
@@ -67,8 +37,7 @@ void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, 
   successors.clear();
   bool hasMemory = true;
   double integral = 0;
-  walk([&](int position, const ZQMatrixBaseElement& element) {
-    const auto& counts = static_cast<const ZQMatrixMediumElement&>(element);
+  walk([&](int position, const ZQMatrixMediumElement& counts) {
     const double probability = static_cast<double>(counts.getWriteCount()) / occurrences;
     integral += probability;
     hasMemory =
@@ -82,9 +51,7 @@ void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, 
 template <class Visitor>
 void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor&& visit) {
   const int handle = matrix.getMatrixInfo()->getKernelMatrixHandle();
-  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
-  if (handle < 0 || handle > matrix.getMatrixFileHeader()->getMaximalStack() || coordinateDimension < 1) return;
-  walkOneItemBelow(matrix, handle, coordinateDimension, [&](int position, const ZQMatrixMediumElement& element) {
+  zmatrix::visitOneItemBelow(matrix, handle, [&](int position, const ZQMatrixMediumElement& element) {
     return element.getWriteCountWithoutPredecessor() <= 0 || visit(position, element);
   });
 }
@@ -174,13 +141,7 @@ class SuccessorChoice {
   const bool trueStart_;
 };
 
-/// The share of the occurrences of an element at which a sequence ended.
-double stopProbabilityOf(const ZQMatrixMediumElement& element) {
-  if (element.getWriteCount() == 0) return 0;
-  return (static_cast<double>(element.getWriteCount()) - element.getWriteCountWithSuccessor()) / element.getWriteCount();
-}
-
-/// The same as an integer quotient: 1 only for an element that nothing ever followed.
+/// The stop probability as an integer quotient: 1 only for an element that nothing ever followed.
 double certainStopOf(const ZQMatrixMediumElement& element) {
   if (element.getWriteCount() == 0) return 0;
   const long long writeCount = element.getWriteCount();
@@ -276,7 +237,7 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     return nullptr;
   }
   ZQMatrixMediumInfo* info = getMatrixInfo();
-  const ZQMatrixMediumElement* kernelElement = mediumElementAt(*this, info->getKernelMatrixHandle());
+  const ZQMatrixMediumElement* kernelElement = elementAt(info->getKernelMatrixHandle());
   const int occurrences = kernelElement != nullptr ? kernelElement->getWriteCountWithSuccessor() : 0;
   zmatrix::ZQPodList<Successor>& successors = generation.successors;
   successors.clear();
@@ -298,7 +259,8 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     return nullptr;
   }
   if (occurrences < 1) return nullptr;
-  const double stopNow = trueStart == 1 ? 0 : stopProbabilityOf(*kernelElement);
+  const bool canStopNow = trueStart != 1 && kernelElement->getWriteCount() != 0;
+  const double stopNow = canStopNow ? zmatrix::stopProbabilityOf(*kernelElement) : 0;
   SuccessorChoice choice(successors, *kernelElement, trueStart == 1);
   if (!choice.computeProbabilities()) return nullptr;
 
@@ -311,7 +273,7 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
   }
   const int chosen = successors[static_cast<size_t>(index)].handle;
   answer(probability, successors[static_cast<size_t>(index)].probability);
-  answer(stopProbability, certainStopOf(*mediumElementAt(*this, chosen)));
+  answer(stopProbability, certainStopOf(*elementAt(chosen)));
   answer(handle, chosen);
   int* item = getObjexFromMatrixHandle(chosen);
   if (updateKernel != 1) return item;

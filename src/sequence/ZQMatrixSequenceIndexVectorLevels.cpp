@@ -2,15 +2,15 @@
 // or the level lies outside the records in use, they answer -1, 0 or null.
 #include <algorithm>
 #include <climits>
-#include <cstdio>
 #include <cstring>
 
-#include "frame/ZQDebugChannel.h"
 #include "frame/ZQGrowth.h"
 #include "frame/ZQMemory.h"
+#include "sequence/ZQComplaint.h"
 #include "sequence/ZQIntegerBlock.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 
+using zmatrix::complain;
 using zmatrix::copyOfIntegerBlock;
 using zmatrix::resizeIntegerBlock;
 
@@ -21,12 +21,6 @@ constexpr int firstLengthOfOriginalItems = 10;
 // Levels and coordinates come one by one in practice; who asks for more than this has sent nonsense, and gets no memory for it.
 constexpr int largestNumberOfInfos = 1 << 16;
 constexpr int largestCoordDimension = 1 << 16;
-
-// A host may read its console at once.
-void complain(const char* message) {
-  dbPrintf(0, "%s", message);
-  fflush(stdout);
-}
 
 }  // namespace
 

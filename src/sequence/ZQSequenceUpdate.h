@@ -13,6 +13,7 @@
 #include "frame/ZQProgress.h"
 #include "sequence/ZQDescentPrefetch.h"
 #include "sequence/ZQLearnedPhrases.h"
+#include "sequence/ZQStopProbability.h"
 #include "store/ZQStoreWrite.h"
 
 template <class Tier>
@@ -245,7 +246,7 @@ struct ZQSequenceUpdate {
     if (!isGood(next) || known >= info.getMaxDimOfMatrix()) {
       return matrix.isDeterminedMatrixData(sequence + item * c, known + c) > 0;
     }
-    const auto* element = static_cast<const Element*>(matrix.elementAt(next.position));
+    const Element* element = matrix.elementAt(next.position);
     int position = next.position;
     for (int i = 0; i < c; ++i) {
       const ZQMatrixBaseElement* at = matrix.elementAt(position);
@@ -253,8 +254,7 @@ struct ZQSequenceUpdate {
       position += at->getOffsetToElementInPrevDimension();
     }
     if (c > 1) return true;
-    const double stops = static_cast<double>(element->getWriteCount()) - element->getWriteCountWithSuccessor();
-    return std::fabs(stops / element->getWriteCount()) <= 1e-9;
+    return std::fabs(zmatrix::stopProbabilityOf(*element)) <= zmatrix::stopProbabilityTolerance;
   }
 
   // The phrase just written needs its context written as well, which an earlier pass left out: each place where that context

@@ -11,7 +11,6 @@
 namespace {
 
 constexpr int firstTemporaryMemory = 256;
-constexpr int unusedCoordinateSize = -4;
 
 }  // namespace
 
@@ -33,7 +32,7 @@ int ZQMatrixBaseInfo::initMatrixInfo(int id) {
 #include "settings/ZQMatrixInfoFields.def"
   timeStamp = static_cast<unsigned int>(time(nullptr));
   matrixID = id;
-  const bool hasRoom = sizeOfCoordinateDimensions.assign(coordinateDimension, unusedCoordinateSize) &&
+  const bool hasRoom = sizeOfCoordinateDimensions.assign(coordinateDimension, defaultCoordinateSize) &&
                        minimalIndices.resize(internalCurrentDimension, 0) && maximalIndices.resize(internalCurrentDimension, 0) &&
                        matrixPtr.assign(internalCurrentDimension + 1, 0) && temporaryMemory.assign(firstTemporaryMemory, 0);
   _resetIndexLimits();
@@ -111,7 +110,7 @@ void ZQMatrixBaseInfo::setCoordinateDimension(int dimension) {
     dbPrintf(0, "error: setCoordinateDimension can not be set if allowLargeIndices >0!\n");
   } else if (!isEmpty()) {
     refuseOnFilledMatrix("setCoordinateDimension");
-  } else if (sizeOfCoordinateDimensions.assign(dimension, unusedCoordinateSize)) {
+  } else if (sizeOfCoordinateDimensions.assign(dimension, defaultCoordinateSize)) {
     coordinateDimension = dimension;
   }
 }

@@ -221,6 +221,7 @@ class ZQMatrixBaseInfo {
 #define ZQ_BASE_ROWS
 #define ZQ_FIELD(type, name, Name, initial, since, printType, format) type name{};
 #include "settings/ZQMatrixInfoFields.def"
+  static constexpr int defaultCoordinateSize = -4;  ///< bytes of a coordinate in the update sequence; negative: signed
   zmatrix::HeapArray<int> sizeOfCoordinateDimensions;
   zmatrix::HeapArray<int> minimalIndices;
   zmatrix::HeapArray<int> maximalIndices;

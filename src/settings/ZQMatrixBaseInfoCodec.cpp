@@ -8,7 +8,6 @@
 namespace {
 
 constexpr int smallestTemporaryMemory = 256;
-constexpr int defaultCoordinateSize = -4;
 constexpr long long arraysOfDimensions = 6;  ///< of all tiers: what a dimension costs in ints
 
 bool isCoordinateSize(int size) {

@@ -5,6 +5,7 @@
 #include "sequence/ZQMediumTier.h"
 #include "symbols/ZQFullVerification.h"
 #include "symbols/ZQMatrix.h"
+#include "symbols/ZQWordMarkers.h"
 
 struct ZQFullTier {
   using Matrix = ZQMatrix;
@@ -41,13 +42,13 @@ struct ZQFullTier {
   /// True if a sequence that holds anything has markers: then only a lack of room is a reason for null.
   static bool derivesMarkers(const Matrix& matrix) { return matrix.getMatrixInfo()->getMatrixType() == ZQMatrixTypeANSIText; }
 
-  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one (bit 0) and ends with the last of
-  /// the same one (bit 1), and no item between is marked at all, which a caller's own markers may have otherwise. Two words of
-  /// one letter with a blank between are none.
+  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one and ends with the last item of the
+  /// same one, and no item between is marked at all, which a caller's own markers may have otherwise. Two words of one letter
+  /// with a blank between are none.
   static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {
     const int last = numberOfItems - 1;
-    if ((markers[0] & 1) == 0 || (markers[last] & 2) == 0) return;
-    if (last > 0 && (markers[0] & 2) != 0) return;
+    if ((markers[0] & zmatrix::beginsWord) == 0 || (markers[last] & zmatrix::endsWord) == 0) return;
+    if (last > 0 && (markers[0] & zmatrix::endsWord) != 0) return;
     for (int i = 1; i < last; ++i) {
       if (markers[i] != 0) return;
     }
@@ -61,7 +62,7 @@ struct ZQFullTier {
   /// The element is about to move by `offset` slots.
   static void onMoving(Matrix& matrix, Element& element, int offset) {
     if (element.getSymbolID() >= lowestFollowedSymbol) moveLinkFromLevelAbove(matrix, element.getSymbolID(), offset);
-    // The own link is treated like the relative ones, although it holds a position: it points astray until it is refreshed.
+    // The element's own link is shifted like the relative ones, although it holds a position: it is stale until refreshed.
     if (element.getSymbolDownLinkHandle() > 0) element.addOffsetToSymbolDownLinkHandle(-offset);
   }
 

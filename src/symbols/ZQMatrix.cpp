@@ -13,7 +13,7 @@ void ZQMatrix::setMaxNumberOfMatrices(int number) {
 }
 
 void ZQMatrix::clearMatrixElement(int position, int updateStartCounter) {
-  const auto* element = static_cast<ZQMatrixElement*>(elementAt(position));
+  const auto* element = elementAt(position);
   if (element == nullptr) return;
   if (updateStartCounter == 1 && element->getSymbolID() > 0) getMatrixInfo()->decrementNumberOfSymbols();
   ZQMatrixMedium::clearMatrixElement(position, updateStartCounter);
@@ -101,7 +101,7 @@ int ZQMatrix::getNewSymbolID() {
 
 int ZQMatrix::getSymbolDownLinkHandleFromSymbol(int symbol) {
   int handle;
-  const auto* element = static_cast<const ZQMatrixElement*>(getMatrixElementFromElementVector(&symbol, 1, &handle));
+  const auto* element = getMatrixElementFromElementVector(&symbol, 1, &handle);
   return element != nullptr ? element->getSymbolDownLinkHandle() : -1;
 }
 

@@ -24,7 +24,7 @@ int ZQMatrix::updateSymbolDownLinkHandlesForSymbols(const int* symbols, const in
   snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "updateSymbolDownlinkHandlesForSymbols");
   for (int i = 0; i < count; ++i) {
     int position;
-    auto* element = static_cast<ZQMatrixElement*>(getMatrixElementFromElementVector(&symbols[i], 1, &position));
+    auto* element = getMatrixElementFromElementVector(&symbols[i], 1, &position);
     if (element == nullptr) {
       dbPrintf(0, "insertSymbolHandlesForSymbols(): error: element not found for symbol %d with handle %d\n", symbols[i],
                handles[i]);

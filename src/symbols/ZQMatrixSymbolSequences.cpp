@@ -8,13 +8,15 @@
 #include "frame/ZQProgress.h"
 #include "frame/ZQSystemOwned.h"
 #include "symbols/ZQMatrix.h"
+#include "symbols/ZQWordMarkers.h"
 
+using zmatrix::beginsWord;
+using zmatrix::endsWord;
 using zmatrix::SystemOwned;
 
 namespace {
 
-constexpr int beginsWord = 1, endsWord = 2;  // bits of a marker
-constexpr int lineFeed = 10;                 // both the character and its symbol
+constexpr int lineFeed = 10;  // both the character and its symbol
 
 /// A phrase of the basic level that stands for a symbol.
 struct SymbolPhrase {
@@ -150,7 +152,7 @@ class TextWalk {
   void addWord(const int* items, int length) {
     const ZQMatrixInfo& info = *matrix_.getMatrixInfo();
     int handle = -1;
-    const auto* element = static_cast<const ZQMatrixElement*>(matrix_.getMatrixElementFromElementVector(items, length, &handle));
+    const auto* element = matrix_.getMatrixElementFromElementVector(items, length, &handle);
     if (element == nullptr || element->getSymbolID() < 1) {
       ++numberOfUnknown_;
       // A word beyond the phrase limit was never learned whole.
@@ -213,7 +215,7 @@ SymbolPhrase longestPhraseWithSymbol(ZQMatrix& matrix, const int* items, int num
   for (int known = 0; known < numberOfItems; ++known) {
     const int length = (known + 1) * coordinateDimension;
     handle = matrix.handleOneItemBelow(handle, items + static_cast<ptrdiff_t>(known) * coordinateDimension, length);
-    const auto* element = static_cast<const ZQMatrixElement*>(matrix.getMatrixElementFromMatrixHandle(handle));
+    const auto* element = matrix.getMatrixElementFromMatrixHandle(handle);
     if (element == nullptr) break;
     if (element->getSymbolID() > 0) {
       if (exceeds(element->getSymbolID(), highest)) {

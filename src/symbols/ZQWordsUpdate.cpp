@@ -48,11 +48,11 @@ int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
 int learnWord(ZQMatrix& matrix, const WordTable::Word& word) {
   const int position = writeWord(matrix, word);
   if (position < 0) return -2;
-  auto* root = static_cast<ZQMatrixElement*>(matrix.elementAt(matrix.getCurrentMatrixID()));
+  auto* root = matrix.elementAt(matrix.getCurrentMatrixID());
   root->addWriteCountWithSuccessor(word.count * static_cast<int>(word.letters.size()));
   root->setWriteCount(root->getWriteCount() + word.count);
   const int highest = matrix.getMatrixInfo()->getMaximalMatrixIndex();
-  const int symbol = static_cast<ZQMatrixElement*>(matrix.elementAt(position))->getSymbolID();
+  const int symbol = matrix.elementAt(position)->getSymbolID();
   if (symbol <= highest) return symbol;
   dbPrintf(0, "getSymbolsFromLongAnsi..(): Symbol %d exceeds max. matrix index %d\n", symbol, highest);
   return noSymbol;
@@ -77,7 +77,7 @@ class KeepLinks {
                        ? level + root->getOffsetToElementInNextDimension()
                        : -1;
     while (position >= 0 && matrix.elementAt(position) != nullptr) {
-      const auto* symbol = static_cast<const ZQMatrixElement*>(matrix.elementAt(position));
+      const auto* symbol = matrix.elementAt(position);
       links_.push_back({symbol->getIndexInDimension(), symbol->getSymbolDownLinkHandle()});
       position = Write::nextInField(matrix, position);
     }
@@ -85,7 +85,7 @@ class KeepLinks {
   ~KeepLinks() {
     for (const Link& link : links_) {
       const int position = matrix.childAt(level, link.symbol);
-      if (position >= 0) static_cast<ZQMatrixElement*>(matrix.elementAt(position))->setSymbolDownLinkHandle(link.handle);
+      if (position >= 0) matrix.elementAt(position)->setSymbolDownLinkHandle(link.handle);
     }
   }
   KeepLinks(const KeepLinks&) = delete;
@@ -123,7 +123,7 @@ void linkSymbols(ZQMatrix& matrix, int levelUp, const WordTable& table, const st
     for (const int letter : table.words[word].letters) position = matrix.childAt(position, letter);
     const int symbolPosition = symbolOfWord[word] > 0 ? matrix.childAt(levelUp, symbolOfWord[word]) : -1;
     if (symbolPosition < 0) continue;
-    static_cast<ZQMatrixElement*>(matrix.elementAt(symbolPosition))->setSymbolDownLinkHandle(position);
+    matrix.elementAt(symbolPosition)->setSymbolDownLinkHandle(position);
   }
 }
 

@@ -4,7 +4,6 @@
 //
 // TextTier<Matrix> has:
 //   updateDescription       format of the sub-matrix's description after a file was fed, with one int
-//   updateWithPhrase        learns one stretch of text, the result as the sequence update has it
 //   updateLevelAbove        what follows a learned file: its result is the file's
 #pragma once
 
@@ -30,6 +29,13 @@ struct TextTier;
 /// Shows a phrase before it is learned, on standard output and in the debug file as the device says.
 void showTextPhrase(std::span<const int> phrase);
 
+/// Learns one stretch of text. The result is the sequence update's.
+template <class Matrix>
+int updateWithPhrase(Matrix* matrix, std::span<const int> phrase, int preProcessingType) {
+  return matrix->updateMatrixWithCombinedSequence(phrase.data(), static_cast<int>(phrase.size()), ZQMatrixTypeANSIText, 1,
+                                                  preProcessingType, 0);
+}
+
 /// Learns each phrase until one fails, and returns the last result.
 template <class Matrix>
 int updateWithTextPhrases(Matrix* matrix, std::span<const int> text, int preProcessingType) {
@@ -40,7 +46,7 @@ int updateWithTextPhrases(Matrix* matrix, std::span<const int> text, int preProc
     const std::span<const int> values =
         text.subspan(static_cast<size_t>(phrase.start), static_cast<size_t>(phrase.end - phrase.start));
     if (ZQDebugChannel::globalDebugLevel >= 1) showTextPhrase(values);
-    if (!values.empty()) result = TextTier<Matrix>::updateWithPhrase(matrix, values, preProcessingType);
+    if (!values.empty()) result = updateWithPhrase(matrix, values, preProcessingType);
     position = phrase.end;
   }
   return result;
@@ -78,7 +84,7 @@ int updateMatrixWithLongANSISequenceIn(Matrix* matrix, const int* sequence, int 
   if (info->getUsePhrasesForUpdateMatrixWithLongANSIText() == 1)
     result = updateWithTextPhrases(matrix, text, preProcessingType);
   else if (!text.empty())
-    result = TextTier<Matrix>::updateWithPhrase(matrix, text, preProcessingType);
+    result = updateWithPhrase(matrix, text, preProcessingType);
   if (result < 1) return result;
 
   info->setHasBeenChanged(1);

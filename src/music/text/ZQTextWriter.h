@@ -1,20 +1,21 @@
 // Writes generated text into a file, told once for the tiers that generate. On the basic level the low byte of each item is a
-// character; TextOutput<Matrix> names what a tier with more levels does with its items.
+// character; Output says what a tier does with its items: check, write and isLegal, as CharacterOutput has them.
 #pragma once
 
 #include <cstdio>
 
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQMemory.h"
+#include "frame/ZQTextCharacters.h"
+#include "sequence/ZQMatrixMedium.h"
 #include "settings/ZQMatrixEnumerations.h"
 
 namespace zmatrix {
 
-/// What a matrix that knows one level writes.
-template <class Matrix>
-class TextOutput {
+/// What a sub-matrix of characters writes.
+class CharacterOutput {
  public:
-  explicit TextOutput(Matrix* matrix) : matrix_(matrix) {}
+  explicit CharacterOutput(const ZQMatrixMedium* matrix) : matrix_(matrix) {}
 
   /// 1 if the current sub-matrix is of a kind that can be written, else the error code of the operation.
   int check() const {
@@ -28,13 +29,13 @@ class TextOutput {
 
   /// False, with a message, for an item that can't stand for text.
   bool isLegal(int item) const {
-    if (static_cast<unsigned>(item) < 256) return true;
+    if (static_cast<unsigned>(item) < numberOfCharacters) return true;
     dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: illegal value: %d\n", item);
     return false;
   }
 
  private:
-  Matrix* matrix_;
+  const ZQMatrixMedium* matrix_;
 };
 
 /// 1 if the current sub-matrix can write text, else the error code of the operation.
@@ -60,8 +61,8 @@ int checkMatrixForTextOutput(Matrix* matrix) {
 }
 
 /// The text that the generated text continues.
-template <class Matrix>
-void writeContextOfText(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file) {
+template <class Output, class Matrix>
+void writeContextOfText(Matrix* matrix, const Output& output, FILE* file) {
   int numberOfObjex = 0, coordinateDimension = 0;
   int** objex = matrix->createKernelOriginalSequenceInitialValuesObjexVector(&numberOfObjex, &coordinateDimension);
   if (objex == nullptr) return;
@@ -70,8 +71,8 @@ void writeContextOfText(Matrix* matrix, const TextOutput<Matrix>& output, FILE* 
 }
 
 /// Generates one item. A failed one, and one that is no text, leaves a line feed, and nothing stops the run.
-template <class Matrix>
-void writeNextItem(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file) {
+template <class Output, class Matrix>
+void writeNextItem(Matrix* matrix, const Output& output, FILE* file) {
   double probability = 0, stopProbability = 0;
   const int* objex = matrix->readObjexFromMatrix(&probability, &stopProbability);
   if (objex == nullptr) {
@@ -85,11 +86,11 @@ void writeNextItem(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file)
   fputc('\n', file);
 }
 
-template <class Matrix>
+template <class Output, class Matrix>
 int readAnsiObjexsAndWriteToAnsiFileIn(Matrix* matrix, int numberOfObjex, const char* fileName) {
   if (matrix == nullptr || matrix->getCurrentMatrixID() < 0 || matrix->getCurrentMatrixID() >= matrix->getMaxNumberOfMatrices())
     return 0;
-  const TextOutput<Matrix> output(matrix);
+  const Output output(matrix);
   const int isOfKind = output.check();
   if (isOfKind != 1) return isOfKind;
   const int isFit = checkMatrixForTextOutput(matrix);
