@@ -137,6 +137,9 @@ class ZQFileReader {
 /// Opens a regular file for reading; null for anything else, so that nothing waits for a pipe.
 FILE* openRegularFile(const char* path);
 
+/// True if openRegularFile opens it.
+bool canBeOpened(const char* path);
+
 /// A file of nobody else's, for as long as it is open; null if there can't be one. The size is a hint.
 FILE* newTemporaryFile(long long size);
 /// The same in memory, for so many bytes.

@@ -1,4 +1,4 @@
-// Reading many items, and all successors of a context, in one call: what bindings need, to which each call is dear.
+// Reading many items, and all successors of a context, in one call: for bindings, where each call is expensive.
 #pragma once
 
 #include <algorithm>
@@ -49,7 +49,7 @@ int readSuccessors(Matrix* matrix, const int* context, int length, int capacity,
   return count;
 }
 
-/// What goes on from the beginning of a sentence: what follows it anywhere, less what follows it within one.
+/// What follows the beginning of a sentence: its successors, less those it has where it stands within a sentence.
 template <class Matrix>
 int readSentenceStarts(Matrix* matrix, const int* beginning, int length, int capacity, int* items, int* counts) {
   if (matrix->getMatrixInfo()->getCoordinateDimension() != 1 || items == nullptr || counts == nullptr || length < 0) return -1;

@@ -1,4 +1,5 @@
-// Store operations of the medium tier: the shared tellings, instantiated, and the reads that give its two counters as well.
+// Store operations of the medium tier: instances of the templates that all tiers share, and the reads that give its two counters
+// as well.
 #include "sequence/ZQMatrixMedium.h"
 
 #include "sequence/ZQMediumTier.h"

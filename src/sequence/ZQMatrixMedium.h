@@ -121,6 +121,8 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType, int coordinateDimension,
                                          int preProcessingType, int allowLargeIndices);
   void updateNumberOfAppendedMatrices();
+  /// What a learned sequence or text leaves in record and header: it has been changed, one update more, one more to append.
+  void countUpdate();
   int getNumberOfChangedMatrixInfos();
 
   // --- the kernel

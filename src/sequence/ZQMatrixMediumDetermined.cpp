@@ -1,5 +1,5 @@
 // What makes a rule redundant: a path is determined by each of its proper suffixes after which the same item is the only one that
-// can follow. Learning, pruning and the self-tests rest on these answers, down to the figures that come of items with several
+// can follow. Learning, pruning and the self-tests depend on these results, down to the figures for items with several
 // coordinates. The suffixes are looked for from the root, or, where all paths are asked about, follow from link to link.
 #include <algorithm>
 #include <climits>
@@ -86,7 +86,7 @@ int determiningSuffixes(const ZQMatrixMedium& matrix, Suffixes suffixes, int len
 }
 
 /// The same for items of several coordinates, all of which have to be the only ones. Here the last item by itself is looked at,
-/// stop probabilities are not, and a count that runs to the end of the vector is in coordinates: all of that is relied on.
+/// stop probabilities are not, and a count that runs to the end of the vector is in coordinates: callers depend on all of that.
 template <class Suffixes>
 int determiningSuffixesOfItems(const ZQMatrixMedium& matrix, Suffixes suffixes, int length, int coordinateDimension, int enough) {
   if (length % coordinateDimension != 0) {

@@ -1,5 +1,5 @@
 // Whole sequences back to original items, and index vectors up and down their preprocessing levels. An index vector brings its
-// own settings, so a sub-matrix that holds nothing lends its info record for the time of the work.
+// own settings, so the info record of an empty sub-matrix is set to them for the time of the work.
 #include <algorithm>
 
 #include "sequence/ZQComplaint.h"
@@ -51,7 +51,7 @@ void copyItems(int** to, const int* const* from, int numberOfItems, int coordina
   for (int i = 0; i < numberOfItems; i++) std::copy_n(from[i], coordinateDimension, to[i]);
 }
 
-//// Makes the sub-matrix behind the last occupied one current, with these settings. False, with a message that names the forward
+/// Makes the sub-matrix behind the last occupied one current, with these settings. False, with a message that names the forward
 /// operation in both directions, if there is none.
 bool switchToSpareMatrix(ZQMatrixMedium* matrix, int coordinateDimension, int preProcessingType) {
   const int spareID = matrix->getHighestOccupiedMatrixID() + 1;
@@ -117,14 +117,14 @@ ZQMatrixSequenceIndexVector* newOriginalVector(ZQMatrixMedium* matrix, const ZQM
   return result;
 }
 
-/// False, with a message, for what has no way back.
+/// False, with a message, for a vector that can't be restored.
 bool canGoDown(const ZQMatrixSequenceIndexVector* preprocessedIndexVector) {
   if (preprocessedIndexVector == nullptr) {
     complain("error from getOriginalZQIndexVectorFromPreprocessedIndexVector: preprocessedIndexVector = NULL!\n");
     return false;
   }
   const bool isOriginal = preprocessedIndexVector->getCurrentLevelOfPreprocOperations() < 0;
-  // The dimension comes first, but an original that has records can't be asked for it.
+  // The dimension is checked first, but an original that has records has none.
   const bool hasRecords = preprocessedIndexVector->getLengthOfIndexVectorInfos() > 0;
   if ((!isOriginal || !hasRecords) && preprocessedIndexVector->getCoordDimensionAfterPreproc() < 1) {
     complain(
@@ -224,7 +224,7 @@ ZQMatrixSequenceIndexVector* ZQMatrixMedium::getOriginalZQIndexVectorFromPreproc
   const ObjexBlock preProcessed(getObjexSequenceFromFlatSequence(
       preprocessedIndexVector->getIndexVector(), preprocessedIndexVector->getLengthOfIndexVector(), &numberOfPreProcessed));
   if (preProcessed == nullptr || numberOfPreProcessed < 1) {
-    // The one way out that leaves the spare sub-matrix current.
+    // The only exit that leaves the spare sub-matrix current.
     complain("error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): preprocessedObjexSequence = NULL or length = 0..\n");
     return nullptr;
   }

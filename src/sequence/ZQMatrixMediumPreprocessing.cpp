@@ -19,7 +19,7 @@ using zmatrix::SystemOwned;
 
 namespace {
 
-// The operation with a sequence has words of its own for pairs only; for the other MIDI items it uses those of the plain one.
+// The operation with a sequence has a message of its own for pairs only; for the other MIDI items it uses that of the plain one.
 constexpr char illegalTimeSignature[] =
     "getNextOriginalObjecFromPreprocessedObjex: illegal values for timeSignature, assuming 4/4 time signature...\n";
 constexpr char illegalTimeSignatureOfPairs[] =
@@ -65,7 +65,7 @@ long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalSequence(c
                                                resultLength);
 }
 
-// The values never reach the result: what is preprocessed is a block of that length, here of zeros.
+// The values are not used: a block of that length is preprocessed, here of zeros.
 long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalIntSequence(const int* originalSequence, int length,
                                                                                   int* resultLength) {
   SystemOwned<long long> values;

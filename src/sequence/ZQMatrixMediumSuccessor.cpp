@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "frame/ZQDebugChannel.h"
+#include "frame/ZQOptionalOutput.h"
 #include "sequence/ZQKernel.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
@@ -13,6 +14,7 @@
 #include "store/ZQHandleList.h"
 #include "store/ZQSuccessorWalk.h"
 
+using zmatrix::answer;
 using zmatrix::Successor;
 using zmatrix::ZQKernel;
 
@@ -22,16 +24,7 @@ constexpr int anySuccessor = -1;  ///< as successorIndex: the method chooses
 constexpr int stopInstead = -1;   ///< as the index picked: the sequence ends here
 constexpr int largestNumberOfMarkers = 32;
 
-template <class Number>
-void answer(Number* out, Number value) {
-  if (out != nullptr) *out = value;
-}
-
-double randomFraction(ZQMatrixMediumInfo* info) {
-  return static_cast<double>(info->getSuccessorRandomValue()) / zmatrix::largestRandomValue;
-}
-
-/// Lists what a visitor of successors is shown, with its share of the occurrences. Without memory the list is empty.
+/// Lists the elements of a walk, each with its share of the occurrences. Without memory the list is empty.
 template <class Walk>
 void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, Walk&& walk) {
   successors.clear();
@@ -85,8 +78,8 @@ class SuccessorChoice {
       case ZQSuccessorMethodMiddle:
         return static_cast<int>(successors_.size()) / 2;
       default:
-        if (stopNow > randomFraction(info) && canStop) return stopInstead;
-        return firstBeyond(randomFraction(info));
+        if (stopNow > info->drawSuccessorFraction() && canStop) return stopInstead;
+        return firstBeyond(info->drawSuccessorFraction());
     }
   }
 
@@ -148,14 +141,14 @@ double certainStopOf(const ZQMatrixMediumElement& element) {
   return static_cast<double>((writeCount - element.getWriteCountWithSuccessor()) / writeCount);
 }
 
-/// The length of a bar of this sub-matrix. Unlike the inverse, this says nothing about a time signature without a bar.
+/// The length of a bar of this sub-matrix. Unlike the inverse, this prints nothing for a time signature of 0.
 long long silentBarLength(const ZQMatrixMediumInfo* info) {
   const long long numerator = info->getMidiTimeSignatureNom(), denominator = info->getMidiTimeSignatureDenom();
   if (numerator == 0 || denominator == 0) return zmatrix::quantaPerWholeNote;
   return numerator * zmatrix::quantaPerWholeNote / denominator;
 }
 
-/// What a call of the original layer hands on to each choice it makes.
+/// The arguments and state of one call of the original layer.
 struct OriginalRead {
   ZQMatrixMedium& matrix;
   int successorIndex;

@@ -1,6 +1,6 @@
 // The preprocessing types that code numbers: as ocrons or gocrons, which tell their prime structure, or by their places among the
-// primes. They need the process's table of primes. Forward the process's parameters say how, back the sub-matrix's; every
-// evaluation stops at the process's end symbol.
+// primes. They need the process's table of primes. Coding uses the parameters of the process, decoding those of the sub-matrix;
+// every evaluation stops at the end symbol of the process.
 #pragma once
 
 #include <span>

@@ -22,7 +22,7 @@ struct OwnBlocks {
   Value* provide(long long numberOfValues) {
     return systemMallocArray<Value>(numberOfValues);
   }
-  /// Gives back what a result doesn't need of its block.
+  /// Shrinks a block to its result.
   template <class Value>
   Value* shrunkTo(Value* block, long long numberOfValues) {
     if (numberOfValues < 1) return block;
@@ -31,7 +31,7 @@ struct OwnBlocks {
   }
 };
 
-/// Results in a list that is used again.
+/// Results in a list that the next call reuses.
 struct KeptList {
   ZQPodList<int>& list;
 
@@ -78,7 +78,7 @@ Value* differenceOfOrder(Room room, int order, int coordinateDimension, std::spa
 
 // --- text
 
-/// One text on its way from line breaks as the author set them to plain running text.
+/// Turns a text with line breaks into running text.
 class TextNormaliser {
  public:
   TextNormaliser(std::span<const int> text, int* normalised) : text_(text), normalised_(normalised) {}
@@ -137,8 +137,8 @@ int* normalisedText(Room room, std::span<const int> text, int* resultLength) {
 
 // --- MIDI
 
-/// A bar can be as short as one quantum, so that few items may pass billions of bar lines. More markers than this, of which music
-/// of a day and a night has none too many, are not made of them.
+/// A bar can be as short as one quantum, so that few items may pass billions of bar lines. More markers than this are refused;
+/// music of a day and a night has fewer.
 constexpr long long mostBarMarkers = 1000000;
 
 template <int coordinates, class Room>
@@ -178,7 +178,7 @@ bool isEmpty(std::span<const Value> originalSequence) {
   return true;
 }
 
-/// What the number codings leave over: differences, text and MIDI items.
+/// All types but the number codings: differences, text and MIDI items.
 template <class Room>
 int* preProcessedIn(Room room, const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength) {
   const int type = settings.preProcessingType;

@@ -1,7 +1,7 @@
 // What a matrix does to a sequence before it learns it or looks it up, so that equal patterns at different pitches or times
 // become equal coordinates. Pure functions of the settings and the numbers: a flat sequence in (item after item,
 // coordinateDimension integers each), a new flat sequence out, which the caller releases through systemFree. Arithmetic on items
-// wraps around.
+// is done with wraparound.
 #pragma once
 
 #include <span>
@@ -16,7 +16,7 @@ constexpr int ZQNotNote = 127;
 
 namespace zmatrix {
 
-/// What of a sub-matrix decides over its preprocessing.
+/// The settings of a sub-matrix that its preprocessing depends on.
 struct PreprocessingSettings {
   int preProcessingType = 0;
   int coordinateDimension = 1;
@@ -39,7 +39,7 @@ constexpr int coordinatesOfMidiType(int preProcessingType) {
   return isMidiType ? preProcessingType - 1000 : 0;
 }
 
-/// Value differences and sums as the machine's wrap-around has them.
+/// Differences and sums with wraparound.
 constexpr int wrappedDifference(int a, int b) {
   return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
 }
@@ -53,14 +53,15 @@ long long barLengthOrZero(const PreprocessingSettings& settings);
 /// The length of a bar, always above 0. A time signature that gives none prints the message at level 0 and counts as 4/4.
 long long barLengthInQuanta(const PreprocessingSettings& settings, const char* illegalTimeSignatureMessage);
 
-/// True if a sequence of so many integers gives a result, though it may be empty: then only a lack of room is a reason for null.
+/// True if a sequence of so many integers gives a result, though it may be empty: then a null result means that memory has run
+/// out.
 bool givesSequence(const PreprocessingSettings& settings, long long length);
 
 /// Preprocesses a sequence. Null, with the result length 0, for an empty sequence, a type without work, a sequence too short for
 /// its difference, or exhausted memory.
 int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength);
 
-/// The same into a list that the caller keeps for the next call: what this returns lies there.
+/// The same into a list that the caller keeps for the next call; the result points into it.
 const int* preProcessedSequenceIn(ZQPodList<int>& room, const PreprocessingSettings& settings,
                                   std::span<const int> originalSequence, int* resultLength);
 

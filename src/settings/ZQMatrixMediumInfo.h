@@ -87,6 +87,10 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   long long getSuccessorRandomValue() {
     return zmatrix::nextRandomValue(successorRandomValue);
   }
+  /// The same as a fraction from 0 to 1.
+  double drawSuccessorFraction() {
+    return static_cast<double>(getSuccessorRandomValue()) / zmatrix::largestRandomValue;
+  }
   long long getActualSuccessorRandomValue() const {
     return successorRandomValue;
   }

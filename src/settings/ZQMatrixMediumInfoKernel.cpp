@@ -9,7 +9,10 @@
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQGrowth.h"
 #include "frame/ZQMemory.h"
+#include "frame/ZQOptionalOutput.h"
 #include "settings/ZQMatrixMediumInfo.h"
+
+using zmatrix::answer;
 
 namespace {
 
@@ -27,11 +30,6 @@ constexpr DefaultItem noDefaultItem = {0, {}};
 
 const DefaultItem& defaultItemOf(int matrixType) {
   return matrixType >= 0 && matrixType < static_cast<int>(std::size(defaultItems)) ? defaultItems[matrixType] : noDefaultItem;
-}
-
-template <class Number>
-void answer(Number* out, Number value) {
-  if (out != nullptr) *out = value;
 }
 
 void storeItems(zmatrix::ZQKernelItems& to, const int* items, int numberOfItems) {

@@ -1,5 +1,5 @@
-// What the full tier adds to the store's shared tellings: symbols that come with a marked write, go with a delete, and whose
-// links from the symbol level follow a phrase that moves.
+// What the full tier adds to the operations that all tiers share: a marked write gives a symbol, a delete takes it away, and the
+// link from the symbol level follows a phrase that moves.
 #pragma once
 
 #include "sequence/ZQMediumTier.h"
@@ -17,7 +17,7 @@ struct ZQFullTier {
 
   static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::fullFileTexts;
   static constexpr bool announcesMoreMatrices = false;
-  /// Goes to standard output whatever the channel's device, and always has.
+  /// Goes to standard output whatever the channel's device; hosts depend on it.
   static void reportOccupiedSlot(int position) { printf(fileTexts.slotIsOccupied, position); }
   /// A link to a level that is not there, or that leads back to where it came from, is cut.
   static int checkLoadedRecords(Matrix& matrix) { return matrix._checkLevelLinks(); }
@@ -39,7 +39,7 @@ struct ZQFullTier {
     return matrix.getSymbolMarkersFromPreProcessedCombinedSequence(sequence, length, &numberOfSymbols);
   }
 
-  /// True if a sequence that holds anything has markers: then only a lack of room is a reason for null.
+  /// True if a sequence that holds anything has markers: then a null result means that memory has run out.
   static bool derivesMarkers(const Matrix& matrix) { return matrix.getMatrixInfo()->getMatrixType() == ZQMatrixTypeANSIText; }
 
   /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one and ends with the last item of the

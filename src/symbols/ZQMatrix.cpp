@@ -1,4 +1,4 @@
-// Store operations of the full tier: the shared tellings, instantiated.
+// Store operations of the full tier: instances of the templates that all tiers share.
 #include "symbols/ZQMatrix.h"
 
 #include "sequence/ZQRulePruning.h"
@@ -108,7 +108,7 @@ int ZQMatrix::getSymbolDownLinkHandleFromSymbol(int symbol) {
 int ZQMatrix::getActualAILevelIndex() {
   int level = 0;
   int id = currentMatrixID;
-  // Links that go in a circle end where every sub-matrix has been seen; one that leads to itself, or nowhere, is the last.
+  // Links that form a cycle end after as many steps as there are sub-matrices; one that leads to itself or nowhere is the last.
   while (level < getMaxNumberOfMatrices()) {
     const int below = getMatrixInfo(id)->getCurrentMatrixIDLevelDown();
     if (below < 0) break;

@@ -39,7 +39,7 @@ int ZQMatrix::updateSymbolDownLinkHandlesForSymbols(const int* symbols, const in
   return 1;
 }
 
-/// The sub-matrix that takes the symbols of the current one: its own of before, or a free one; -1 with a message if there is
+/// The sub-matrix that takes the symbols of the current one: the one it has, or a free one; -1 with a message if there is
 /// none.
 int ZQMatrix::provideLevelUp() {
   int levelUp = getMatrixInfo()->getCurrentMatrixIDLevelUp();
@@ -51,7 +51,7 @@ int ZQMatrix::provideLevelUp() {
       return -1;
     }
   }
-  // The basic level itself passes for a free sub-matrix if its record was set anew while its elements are still there.
+  // The basic level itself counts as free if its record was set anew while its elements are still there.
   if (levelUp < 0 || levelUp >= getMaxNumberOfMatrices() || levelUp == currentMatrixID) {
     dbPrintf(0, "updateMatrixFromBasicLevel: warning symbolLevel found is illegal\n");
     return -1;

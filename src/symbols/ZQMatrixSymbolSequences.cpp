@@ -1,6 +1,6 @@
 // From a sequence to its symbols: the words of a text, or the longest known phrases of anything else. Each of the two walks gives
-// either the symbols or the handles of their phrases, entry by entry alike, so that a symbol and its phrase are brought together
-// by their place in the two arrays.
+// either the symbols or the handles of their phrases in the same order, so that a symbol and its phrase have the same index in
+// the two arrays.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -32,7 +32,7 @@ void tellItems(ZQMatrix& matrix, const int* items, int length, int level) {
   dbPrintf(level, "\n");
 }
 
-// What the two kinds of result differ in: the entry, and the words in which it is told.
+// How the two kinds of result differ: in the entry and in the messages.
 
 struct SymbolEntries {
   static constexpr int ofLineFeed = lineFeed;
@@ -256,7 +256,7 @@ int* collectFromAnything(ZQMatrix& matrix, const int* sequence, int length, int*
   return collection.take();
 }
 
-/// As the type of the current sub-matrix has it; pairs of notes have no symbols.
+/// By the type of the current sub-matrix; pairs of notes have no symbols.
 template <class Entries>
 int* collectByType(ZQMatrix& matrix, const int* sequence, int length, int* count, int* numberOfUnknown, int* numberOfPredefined) {
   *count = *numberOfUnknown = *numberOfPredefined = 0;

@@ -23,8 +23,8 @@ bool takesWords(ZQMatrix& matrix) {
   return info.getMatrixType() == ZQMatrixTypeANSIText && info.getCoordinateDimension() == 1 && matrix.getMatrixAILevel() == 1;
 }
 
-/// Writes a word as often as it occurs, and each of its beginnings as often: a phrase needs what it goes on from. What its last
-/// letter leads to has its symbol. The end's position, or -1 if there is no room.
+/// Writes a word as often as it occurs, and each of its beginnings as often, since a phrase needs its context. The element of
+/// its last letter gets the symbol. The position of that element, or -1 without memory.
 int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
   ZQMatrixInfo& info = *matrix.getMatrixInfo();
   const int length = static_cast<int>(word.letters.size());
@@ -58,17 +58,8 @@ int learnWord(ZQMatrix& matrix, const WordTable::Word& word) {
   return noSymbol;
 }
 
-/// What a learned text leaves in the record and the header.
-void keepBooks(ZQMatrix& matrix) {
-  ZQMatrixInfo& info = *matrix.getMatrixInfo();
-  info.setHasBeenChanged(1);
-  info.incrementUpdateIndex();
-  matrix.getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
-  if (info.getAddUpdateInfo() == 1) matrix.updateNumberOfAppendedMatrices();
-}
-
-/// The links of the current level of symbols, kept while the level learns: a field that moves leads the links of its own elements
-/// astray, and moves them.
+/// Saves the links of the current level of symbols while the level learns, since a field that moves shifts the links of its own
+/// elements, which makes them stale.
 class KeepLinks {
  public:
   explicit KeepLinks(ZQMatrix& matrixToTeach) : matrix(matrixToTeach), level(matrixToTeach.getCurrentMatrixID()) {
@@ -112,7 +103,7 @@ int learnSymbols(ZQMatrix& matrix, const std::vector<int>& symbols) {
       info.getIncludeOverdeterminedRules() == 0
           ? learnPreProcessed(matrix, symbols.data(), count, {}, nullptr)
           : ZQBulkUpdate<ZQFullTier>(matrix, symbols.data(), count).run(info.getMaxPhraseLengthForUpdateWithSequence());
-  if (result == 1) keepBooks(matrix);
+  if (result == 1) matrix.countUpdate();
   return result;
 }
 
@@ -146,7 +137,7 @@ int learnWordTable(ZQMatrix& matrix, const WordTable& table) {
     symbolOfWord[word] = learnWord(matrix, table.words[word]);
     if (symbolOfWord[word] == -2) return -1;
   }
-  keepBooks(matrix);
+  matrix.countUpdate();
   const std::vector<int> symbols = symbolsOf(table, symbolOfWord);
   if (symbols.empty()) return 0;
   const KeepCurrentMatrixID<ZQMatrix> keep(&matrix);

@@ -1,11 +1,12 @@
 #include "music/kern/ZQKernSequence.h"
 
+#include "sequence/ZQPreprocessing.h"
+
 namespace zmatrix {
 
 namespace {
 
 constexpr int numberOfSounds = 16;
-constexpr int drumSound = 9;
 
 /// Steps over the sound of drums, which a channel number doesn't mean; only the last channel comes out as 0.
 int soundOfChannel(int channel) {

@@ -25,6 +25,9 @@ struct MidiFeedSettings {
   int matrixType = 0;
 };
 
+constexpr MidiFeedSettings tripleSettings = {ZQPreProcessingTypeMidiTriple_NDMT, 3, ZQMatrixTypeMIDITriple_NDMT};
+constexpr MidiFeedSettings quadrupleSettings = {ZQPreProcessingTypeMidiGMQuadruple_NDMTS, 4, ZQMatrixTypeMIDIGMQuadruple_NDMTS};
+
 /// In what the tiers' messages differ.
 struct MidiFeedTexts {
   int levelOfCannotOpen;

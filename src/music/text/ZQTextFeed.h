@@ -76,21 +76,15 @@ int updateMatrixWithLongANSISequenceIn(Matrix* matrix, const int* sequence, int 
   if (sequence == nullptr && length > 0) return 0;
   warnAboutTextSettings(matrix);
   const int preProcessingType = info->getPreProcessingType();
-  const bool addsUpdateInfo = info->getAddUpdateInfo() == 1;
   const std::span<const int> text(sequence, static_cast<size_t>(std::max(length, 0)));
-  if (addsUpdateInfo) info->generateUpdateInfoSequence(text.data(), static_cast<int>(text.size()));
+  if (info->getAddUpdateInfo() == 1) info->generateUpdateInfoSequence(text.data(), static_cast<int>(text.size()));
 
   int result = 1;
   if (info->getUsePhrasesForUpdateMatrixWithLongANSIText() == 1)
     result = updateWithTextPhrases(matrix, text, preProcessingType);
   else if (!text.empty())
     result = updateWithPhrase(matrix, text, preProcessingType);
-  if (result < 1) return result;
-
-  info->setHasBeenChanged(1);
-  info->incrementUpdateIndex();
-  matrix->getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
-  if (addsUpdateInfo) matrix->updateNumberOfAppendedMatrices();
+  if (result >= 1) matrix->countUpdate();
   return result;
 }
 
