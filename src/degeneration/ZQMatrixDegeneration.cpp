@@ -14,8 +14,7 @@ template <>
 struct DegenerationTier<ZQMatrix> {
   static void markEndOfForm(ZQMatrix* matrix, std::span<const int> form) {
     int handle = -1;
-    auto* element = static_cast<ZQMatrixElement*>(
-        matrix->getMatrixElementFromElementVector(form.data(), static_cast<int>(form.size()), &handle));
+    ZQMatrixElement* element = matrix->getMatrixElementFromElementVector(form.data(), static_cast<int>(form.size()), &handle);
     if (element == nullptr) return;  // the update was refused
     element->setSymbolID(matrix->getNewSymbolID());
     matrix->getMatrixInfo()->incrementNumberOfSymbols();

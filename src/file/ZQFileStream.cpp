@@ -140,6 +140,11 @@ FILE* openRegularFile(const char* path) {
   return file;
 }
 
+bool canBeOpened(const char* path) {
+  FILE* file = openRegularFile(path);
+  return file != nullptr && fclose(file) == 0;
+}
+
 FILE* newTemporaryFile(long long) {
   return tmpfile();
 }

@@ -135,6 +135,9 @@ class ZQFileReader {
 /// Opens a regular file for reading; null for anything else. Opening a pipe doesn't block.
 [[nodiscard]] FILE* openRegularFile(const char* path);
 
+/// True if openRegularFile opens it.
+[[nodiscard]] bool canBeOpened(const char* path);
+
 /// An unnamed temporary file, removed when it is closed; null if there can't be one.
 [[nodiscard]] FILE* newTemporaryFile(long long size);
 /// The same in memory, with room for `size` bytes.

@@ -3,6 +3,9 @@
 
 namespace zmatrix {
 
+constexpr unsigned numberOfCharacters = 256;
+constexpr int lineEndCharacter = 10, blankCharacter = 32, hyphenCharacter = 45;
+
 /// Blanks, line ends, all control characters, and the no-break space.
 constexpr bool isWhiteCharacter(int value) {
   return value < 33 || value == 160;

@@ -278,14 +278,16 @@ export interface Functions {
    * Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0.
    * Result: the structure, which belongs to the record, until the next such call,
    * `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are
-   * the record's own; `namesOfUpdateFiles` is a copy that lives as long as the structure.
+   * the record's own, those of the kernel as it was at the call; `namesOfUpdateFiles` is a copy that lives as long as
+   * the structure.
    */
   s_getGlobalMatrixInfoParameters(info: Pointer<'ZQMatrixInfo'>): Pointer<'ZQMatrixProperties'>;
   /**
    * Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0.
    * Result: the structure, which belongs to the record, until the next such call,
    * `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are
-   * the record's own; `namesOfUpdateFiles` is a copy that lives as long as the structure.
+   * the record's own, those of the kernel as it was at the call; `namesOfUpdateFiles` is a copy that lives as long as
+   * the structure.
    */
   s_getGlobalMatrixInfoParameters_Medium(info: Pointer<'ZQMatrixMediumInfo'>): Pointer<'ZQMatrixProperties'>;
   /**

@@ -140,12 +140,10 @@ int ZQKernTrackList::writeToMidiFile(const char* path) const {
 
 int convertKernFileToMidiFile(const char* kernFile, const char* midiFile) {
   if (kernFile == nullptr || midiFile == nullptr) return 0;
-  FILE* file = openRegularFile(kernFile);
-  if (file == nullptr) {
+  if (!canBeOpened(kernFile)) {
     dbPrintf(1, "convertKernFileToMidiFile: cannot open %s...\n", kernFile);
     return 1;
   }
-  fclose(file);
   if (!canBeWritten(midiFile)) {
     dbPrintf(1, "convertKernFileToMidiFile: cannot open for writing%s...\n", midiFile);
     return 1;

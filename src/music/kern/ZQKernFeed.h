@@ -117,12 +117,10 @@ template <class Matrix>
 int updateMatrixWithKERNFileIn(Matrix* matrix, const char* fileName, int* numberOfNotes) {
   int notes = 0;
   if (numberOfNotes != nullptr) *numberOfNotes = 0;
-  FILE* file = openRegularFile(fileName);
-  if (file == nullptr) {
+  if (!canBeOpened(fileName)) {
     dbPrintf(1, "updateMatrixWithKernFile: cannot open %s...\n", fileName != nullptr ? fileName : "");
     return 0;
   }
-  fclose(file);
   dbPrintf(5, "begin updateMatrixWithKERNFile %s...\n", fileName);
   matrix->setCurrentMatrixID(0);
   const int result = KernFeed<Matrix>(matrix, fileName).run(&notes);

@@ -1,11 +1,12 @@
 #include "music/kern/ZQKernSequence.h"
 
+#include "sequence/ZQPreprocessing.h"
+
 namespace zmatrix {
 
 namespace {
 
 constexpr int numberOfSounds = 16;
-constexpr int drumSound = 9;
 
 /// The sound of a channel, without sound 9, drums: channels from 9 on are moved up by one, and channel 15 becomes 0.
 int soundOfChannel(int channel) {

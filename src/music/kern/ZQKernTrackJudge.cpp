@@ -8,9 +8,6 @@ namespace zmatrix {
 
 namespace {
 
-constexpr MidiFeedSettings tripleSettings = {ZQPreProcessingTypeMidiTriple_NDMT, 3, ZQMatrixTypeMIDITriple_NDMT};
-constexpr MidiFeedSettings quadrupleSettings = {ZQPreProcessingTypeMidiGMQuadruple_NDMTS, 4, ZQMatrixTypeMIDIGMQuadruple_NDMTS};
-
 void warnAboutQuadruples() {
   dbPrintf(1, "warning: updateMatrixWithKernFile: preProcessingType is ZQPreProcessingTypeMidiGMQuadruple_NDMTS!\n");
   dbPrintf(1, "         channelIDs are interpreted as soundIDs; The sound IDs will not ne correct.\n");

@@ -64,15 +64,9 @@ int updateMatrixWithLongMIDISequenceIn(Matrix* matrix, const int* sequence, int 
   }
   const long long length = static_cast<long long>(numberOfItems) * dimension;
   if (length < 0 || length > INT_MAX || (sequence == nullptr && length > 0)) return 0;
-  const bool addsUpdateInfo = info->getAddUpdateInfo() == 1;
-  if (addsUpdateInfo) info->generateUpdateInfoSequence(sequence, static_cast<int>(length));
+  if (info->getAddUpdateInfo() == 1) info->generateUpdateInfoSequence(sequence, static_cast<int>(length));
   const int result = MidiTier<Matrix>::updateWithSequence(matrix, sequence, static_cast<int>(length), symbolMarkers);
-  if (result < 1) return result;
-
-  info->setHasBeenChanged(1);
-  info->incrementUpdateIndex();
-  matrix->getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
-  if (addsUpdateInfo) matrix->updateNumberOfAppendedMatrices();
+  if (result >= 1) matrix->countUpdate();
   return result;
 }
 
@@ -310,13 +304,11 @@ class MidiFeed {
 
 template <class Matrix>
 int updateMatrixWithMIDIFileIn(Matrix* matrix, const char* fileName, int* numberOfNotes) {
-  FILE* file = openRegularFile(fileName);
-  if (file == nullptr) {
+  if (!canBeOpened(fileName)) {
     dbPrintf(MidiTier<Matrix>::texts.levelOfCannotOpen, "updateMatrixWithMIDIFile: cannot open %s...\n",
              fileName != nullptr ? fileName : "");
     return 0;
   }
-  fclose(file);
   dbPrintf(5, "begin updateMatrixWithMIDIFile %s...\n", fileName);
   const KeepCurrentMatrixID<Matrix> keep(matrix);
   matrix->setCurrentMatrixID(0);

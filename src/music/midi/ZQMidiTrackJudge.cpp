@@ -3,16 +3,9 @@
 #include <algorithm>
 
 #include "frame/ZQDebugChannel.h"
+#include "sequence/ZQPreprocessing.h"
 
 namespace zmatrix {
-
-namespace {
-
-constexpr int drumSound = 9;
-constexpr MidiFeedSettings tripleSettings = {ZQPreProcessingTypeMidiTriple_NDMT, 3, ZQMatrixTypeMIDITriple_NDMT};
-constexpr MidiFeedSettings quadrupleSettings = {ZQPreProcessingTypeMidiGMQuadruple_NDMTS, 4, ZQMatrixTypeMIDIGMQuadruple_NDMTS};
-
-}  // namespace
 
 const MidiFeedTexts mediumMidiFeedTexts = {
     0,

@@ -26,6 +26,9 @@ struct MidiFeedSettings {
   int matrixType = 0;
 };
 
+constexpr MidiFeedSettings tripleSettings = {ZQPreProcessingTypeMidiTriple_NDMT, 3, ZQMatrixTypeMIDITriple_NDMT};
+constexpr MidiFeedSettings quadrupleSettings = {ZQPreProcessingTypeMidiGMQuadruple_NDMTS, 4, ZQMatrixTypeMIDIGMQuadruple_NDMTS};
+
 /// The messages that differ between tiers.
 struct MidiFeedTexts {
   int levelOfCannotOpen;

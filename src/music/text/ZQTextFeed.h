@@ -4,7 +4,6 @@
 //
 // TextTier<Matrix> has:
 //   updateDescription       format, with one int, of the sub-matrix's description after a file was fed
-//   updateWithPhrase        learns one phrase and returns the result of the sequence update
 //   updateLevelAbove        called after a file was learned; its result is that of the file
 #pragma once
 
@@ -30,6 +29,13 @@ struct TextTier;
 /// Prints a phrase before it is learned, on standard output and in the debug file as the debug device says.
 void showTextPhrase(std::span<const int> phrase);
 
+/// Learns one phrase and returns the result of the sequence update.
+template <class Matrix>
+int updateWithPhrase(Matrix* matrix, std::span<const int> phrase, int preProcessingType) {
+  return matrix->updateMatrixWithCombinedSequence(phrase.data(), static_cast<int>(phrase.size()), ZQMatrixTypeANSIText, 1,
+                                                  preProcessingType, 0);
+}
+
 /// Learns phrases until one fails, and returns the last result.
 template <class Matrix>
 int updateWithTextPhrases(Matrix* matrix, std::span<const int> text, int preProcessingType) {
@@ -40,7 +46,7 @@ int updateWithTextPhrases(Matrix* matrix, std::span<const int> text, int preProc
     const std::span<const int> values =
         text.subspan(static_cast<size_t>(phrase.start), static_cast<size_t>(phrase.end - phrase.start));
     if (ZQDebugChannel::globalDebugLevel >= 1) showTextPhrase(values);
-    if (!values.empty()) result = TextTier<Matrix>::updateWithPhrase(matrix, values, preProcessingType);
+    if (!values.empty()) result = updateWithPhrase(matrix, values, preProcessingType);
     position = phrase.end;
   }
   return result;
@@ -70,21 +76,15 @@ int updateMatrixWithLongANSISequenceIn(Matrix* matrix, const int* sequence, int 
   if (sequence == nullptr && length > 0) return 0;
   warnAboutTextSettings(matrix);
   const int preProcessingType = info->getPreProcessingType();
-  const bool addsUpdateInfo = info->getAddUpdateInfo() == 1;
   const std::span<const int> text(sequence, static_cast<size_t>(std::max(length, 0)));
-  if (addsUpdateInfo) info->generateUpdateInfoSequence(text.data(), static_cast<int>(text.size()));
+  if (info->getAddUpdateInfo() == 1) info->generateUpdateInfoSequence(text.data(), static_cast<int>(text.size()));
 
   int result = 1;
   if (info->getUsePhrasesForUpdateMatrixWithLongANSIText() == 1)
     result = updateWithTextPhrases(matrix, text, preProcessingType);
   else if (!text.empty())
-    result = TextTier<Matrix>::updateWithPhrase(matrix, text, preProcessingType);
-  if (result < 1) return result;
-
-  info->setHasBeenChanged(1);
-  info->incrementUpdateIndex();
-  matrix->getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
-  if (addsUpdateInfo) matrix->updateNumberOfAppendedMatrices();
+    result = updateWithPhrase(matrix, text, preProcessingType);
+  if (result >= 1) matrix->countUpdate();
   return result;
 }
 

@@ -1,12 +1,11 @@
 #include "music/text/ZQTextFile.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <string_view>
 
+#include "file/ZQFileStream.h"
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixEnumerations.h"
 
@@ -18,13 +17,6 @@ struct CloseFile {
   void operator()(FILE* file) const { fclose(file); }
 };
 using File = std::unique_ptr<FILE, CloseFile>;
-
-/// Opens a regular file. A directory or a device would open too, but has no bytes to count, or never ends.
-File openRegularFile(const char* fileName) {
-  struct stat status;
-  if (fileName == nullptr || stat(fileName, &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
-  return File(fopen(fileName, "rb"));
-}
 
 /// The size of a file in bytes, or -1.
 long long sizeOf(FILE* file) {
@@ -70,7 +62,7 @@ int languageOf(const Text& text) {
 
 TextOfFile textOfFile(const char* fileName, int maxLength) {
   TextOfFile text;
-  const File file = openRegularFile(fileName);
+  const File file(openRegularFile(fileName));
   long long length = file != nullptr ? sizeOf(file.get()) : -1;
   if (maxLength >= 1) length = std::min<long long>(length, maxLength);
   if (length < 0 || length > INT_MAX - 2) return text;
@@ -83,7 +75,7 @@ TextOfFile textOfFile(const char* fileName, int maxLength) {
 }
 
 int languageOfTextFile(const char* fileName) {
-  const File file = openRegularFile(fileName);
+  const File file(openRegularFile(fileName));
   const long long size = file != nullptr ? sizeOf(file.get()) : -1;
   if (size < 0) return ZQLanguageUndefined;
   const SystemOwned<char> bytes(systemMallocArray<char>(size + 1));
