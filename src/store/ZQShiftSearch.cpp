@@ -15,8 +15,7 @@ ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, std::span<const int>
   numberOfTracked = static_cast<int>(std::min<size_t>(positions.size() - 1, mostTrackedDistances));
   for (int j = 0; j < numberOfTracked; ++j) {
     distances[j] = positions[static_cast<size_t>(j) + 1] - anchor;
-    rows[j] = index.pairs.rowOf(distances[j]);
-    if (distances[j] <= ZQTripleFilter::widest && j < mostTripledDistances) numberOfTripled = j + 1;
+    rows[j] = ZQPairFilter::rowOf(distances[j]);
   }
   runs[0] = {positions.data() + 1, positions.data() + positions.size(), 0};
   if (positions.size() >= fewestPositionsInRuns) makeRuns();
@@ -95,17 +94,12 @@ long long ZQShiftSearch::previousFreeOffset(long long from, long long to) const 
   return slot != ZQFreeSlotIndex::none ? slot - anchor : none;
 }
 
-// 64 regions that have a free slot and, as far as the filters know, serve every distance of the field. Where the field's own
-// slots come into it, which are only lent, the filters don't know.
+// 64 regions that have a free slot and, as far as the filter knows, serve every distance of the field. Where the field's own
+// slots come into it, which are only lent, the filter doesn't know.
 uint64_t ZQShiftSearch::candidateRegions(size_t word) const {
   uint64_t regions = index.regionsWithFree[word];
   for (int j = 0; j < numberOfTracked; ++j) {
     if (rows[j] >= 0) regions &= index.pairs.word(rows[j], word);
-  }
-  for (int farther = 1; farther < numberOfTripled && regions != 0; ++farther) {
-    for (int nearer = 0; nearer < farther; ++nearer) {
-      regions &= ~index.triples.word(ZQTripleFilter::rowOf(distances[nearer], distances[farther]), word);
-    }
   }
   const long long first = std::max(firstLent - static_cast<long long>(word) * 64, 0LL);
   const long long last = std::min(lastLent - static_cast<long long>(word) * 64, 63LL);
@@ -184,6 +178,7 @@ void ZQShiftSearch::findFits(size_t region) {
   } else {
     if (numberOfRuns > 1) sortRuns(region);
     fits.find(&index.freeSlots[region * wordsOfRegion], static_cast<int>(anchor), {runs, numberOfRuns});
+    if (numberOfRuns > 1) fits.numberTested = mostTrackedDistances;  // in another order
   }
   if (fits.wordsWithFit == 0) crossOff(region);
 }
@@ -232,27 +227,14 @@ void ZQShiftSearch::sortRuns(size_t region) {
             [](const ZQPositionRun& a, const ZQPositionRun& b) { return a.numberFree < b.numberFree; });
 }
 
-// What a search in vain tells of a region goes into the filters. A search that goes on and on looks at the triples as well, which
-// is more work. Where many slots are free all pairs and triples occur.
+// The filter learns which distances a region has no pair of: of those that were tested before nothing was left.
 void ZQShiftSearch::crossOff(size_t region) {
-  if (index.numberOfFreeInRegion[region] > ZQTripleFilter::mostFreeOfRegion) return;
-  const bool isCrossedOff = crossOffPairs(region);
-  if (++regionsInVain > vainRegionsOfShortSearch && !isCrossedOff) crossOffTriples(region);
-}
-
-// True if a distance was found that the region has no pair of. Those behind the one that ruled out the last fits are left alone.
-bool ZQShiftSearch::crossOffPairs(size_t region) {
-  const bool isInOrder = numberOfRuns == 1;
-  const int number = isInOrder ? std::min(fits.numberTested, numberOfTracked) : numberOfTracked;
-  bool isCrossedOff = false;
+  if (index.numberOfFreeInRegion[region] > mostFreeToCrossOff) return;
+  const int number = std::min(fits.numberTested, numberOfTracked);
   for (int j = 0; j < number; ++j) {
-    const bool isOnlyOneTested = number == 1 && fits.numberTested == 1;
-    if (!isOnlyOneTested && hasPair(region, distances[j])) continue;
-    if (rows[j] < 0) rows[j] = index.pairs.rowOfOrNew(distances[j]);
-    if (rows[j] >= 0) index.pairs.setNo(rows[j], region);
-    isCrossedOff = isCrossedOff || rows[j] >= 0;
+    if (rows[j] < 0 || (fits.numberTested > 1 && hasPair(region, distances[j]))) continue;
+    index.pairs.setNo(rows[j], region);
   }
-  return isCrossedOff;
 }
 
 bool ZQShiftSearch::hasPair(size_t region, long long distance) const {
@@ -262,26 +244,6 @@ bool ZQShiftSearch::hasPair(size_t region, long long distance) const {
     if ((index.freeSlots[word] & index.slotsFrom(static_cast<long long>(word * 64) + distance)) != 0) return true;
   }
   return false;
-}
-
-void ZQShiftSearch::crossOffTriples(size_t region) {
-  bool isMissing[mostTripledDistances][mostTripledDistances];
-  memset(isMissing, 1, sizeof isMissing);
-  for (uint64_t words = index.wordsWithFree[region]; words != 0; words &= words - 1) {
-    const size_t word = region * wordsOfRegion + static_cast<size_t>(std::countr_zero(words));
-    uint64_t pairs[mostTripledDistances];
-    for (int j = 0; j < numberOfTripled; ++j) {
-      pairs[j] = index.freeSlots[word] & index.slotsFrom(static_cast<long long>(word * 64) + distances[j]);
-      for (int nearer = 0; nearer < j; ++nearer) {
-        if ((pairs[nearer] & pairs[j]) != 0) isMissing[nearer][j] = false;
-      }
-    }
-  }
-  for (int farther = 1; farther < numberOfTripled; ++farther) {
-    for (int nearer = 0; nearer < farther; ++nearer) {
-      if (isMissing[nearer][farther]) index.triples.setNone(ZQTripleFilter::rowOf(distances[nearer], distances[farther]), region);
-    }
-  }
 }
 
 }  // namespace zmatrix

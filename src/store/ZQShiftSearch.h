@@ -1,6 +1,6 @@
 // Where does a whole field fit? A shift is an offset by which every position of the field lands on a free slot. The search goes
-// region by region, skips those whose filters rule out some of the field's distances, and finds all fits of the others at once.
-// The field's own slots are lent to it while it runs, since they move too.
+// region by region, skips those where the filter rules out some of the field's distances, and finds all fits of the others at
+// once. The field's own slots are lent to it while it runs, since they move too.
 #pragma once
 
 #include <climits>
@@ -34,8 +34,7 @@ class ZQShiftSearch {
 
  private:
   static constexpr int mostTrackedDistances = 12;
-  static constexpr int mostTripledDistances = 5;
-  static constexpr int vainRegionsOfShortSearch = 16;
+  static constexpr int mostFreeToCrossOff = 512;  // where more slots of a region are free, all pairs occur
   static constexpr size_t fewestPositionsInRuns = 64;
   static constexpr int mostRuns = 64;
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
@@ -62,8 +61,6 @@ class ZQShiftSearch {
   void makeRuns();
   void sortRuns(size_t region);
   void crossOff(size_t region);
-  bool crossOffPairs(size_t region);
-  void crossOffTriples(size_t region);
   bool hasPair(size_t region, long long distance) const;
   bool reachesEnd(size_t region, long long distance) const {
     return (region + 1) * wordsOfRegion + static_cast<size_t>(distance >> 6) >= index.numberOfWords;
@@ -73,12 +70,10 @@ class ZQShiftSearch {
   const std::span<const int> positions;
   const long long anchor;
   int numberOfTracked;
-  int numberOfTripled = 0;  // of these, the first ones that the filter of triples serves
   long long distances[mostTrackedDistances];
   int rows[mostTrackedDistances];  // of the filter, for the first distances; -1 for one that has none
   long long firstLent = 0;         // regions in which the field's own slots may serve
   long long lastLent = -1;
-  int regionsInVain = 0;
 
   // The positions but the first. Those of a wide field are cut into runs that begin so many slots apart.
   ZQPositionRun runs[mostRuns];
