@@ -39,11 +39,18 @@ const UnalignedWords* wordsFrom(const uint64_t* first) {
 [[gnu::always_inline]] inline void keepPairs(Block& block, const uint64_t* slots, long long distance) {
   const int shift = static_cast<int>(distance & 63);
   const UnalignedWords* low = wordsFrom(slots + (distance >> 6));
+  if (shift == 0) {
+    block.part0 &= low[0].words;
+    block.part1 &= low[1].words;
+    block.part2 &= low[2].words;
+    block.part3 &= low[3].words;
+    return;
+  }
   const UnalignedWords* high = wordsFrom(slots + (distance >> 6) + 1);
-  block.part0 &= (low[0].words >> shift) | ((high[0].words << 1) << (63 - shift));
-  block.part1 &= (low[1].words >> shift) | ((high[1].words << 1) << (63 - shift));
-  block.part2 &= (low[2].words >> shift) | ((high[2].words << 1) << (63 - shift));
-  block.part3 &= (low[3].words >> shift) | ((high[3].words << 1) << (63 - shift));
+  block.part0 &= (low[0].words >> shift) | (high[0].words << (64 - shift));
+  block.part1 &= (low[1].words >> shift) | (high[1].words << (64 - shift));
+  block.part2 &= (low[2].words >> shift) | (high[2].words << (64 - shift));
+  block.part3 &= (low[3].words >> shift) | (high[3].words << (64 - shift));
 }
 
 [[gnu::always_inline]] inline bool isEmpty(const Block& block) {
@@ -51,29 +58,30 @@ const UnalignedWords* wordsFrom(const uint64_t* first) {
   return (any[0] | any[1] | any[2] | any[3]) == 0;
 }
 
-/// How many positions were tested. Few positions often leave nothing; where more are needed the question isn't asked after each.
-[[gnu::always_inline]] inline int keepFits(Block& block, const uint64_t* slots, int anchor, std::span<const ZQPositionRun> runs) {
-  constexpr int askedEachTime = 4;
+/// How many positions behind the first were tested. Few often leave nothing; where more are needed the question isn't asked after
+/// each.
+[[gnu::always_inline]] inline int keepFits(Block& block, const uint64_t* slots, std::span<const int> positions) {
+  constexpr int askedEachTime = 4, timesBetweenQuestions = 8;
+  const int* const last = positions.data() + positions.size();
+  const long long anchor = positions.front();
   int number = 0;
-  for (const ZQPositionRun& run : runs) {
-    for (const int* position = run.first; position != run.last; ++position) {
-      keepPairs(block, slots, static_cast<long long>(*position) - anchor);
-      ++number;
-      if ((number < askedEachTime || number % askedEachTime == 0) && isEmpty(block)) return number;
-    }
+  for (const int* position = positions.data() + 1; position != last; ++position) {
+    keepPairs(block, slots, *position - anchor);
+    ++number;
+    if ((number < askedEachTime || number % timesBetweenQuestions == 0) && isEmpty(block)) break;
   }
   return number;
 }
 
 }  // namespace
 
-ZMATRIX_WITH_AVX2_TOO void ZQRegionFits::find(const uint64_t* region, int anchor, std::span<const ZQPositionRun> runs) {
+ZMATRIX_WITH_AVX2_TOO void ZQRegionFits::find(const uint64_t* region, std::span<const int> positions) {
   wordsWithFit = 0;
   numberTested = 0;
   for (size_t first = 0; first < wordsOfRegion; first += wordsOfBlock) {
     Block block;
     load(block, region + first);
-    numberTested = std::max(numberTested, keepFits(block, region + first, anchor, runs));
+    numberTested = std::max(numberTested, keepFits(block, region + first, positions));
     if (isEmpty(block)) continue;
     memcpy(words + first, &block, sizeof block);
     for (size_t i = first; i < first + wordsOfBlock; ++i) wordsWithFit |= static_cast<uint64_t>(words[i] != 0) << i;

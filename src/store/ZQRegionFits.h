@@ -10,21 +10,14 @@ namespace zmatrix {
 
 constexpr size_t wordsOfRegion = 64;
 
-/// Positions of a field that are tested one after the other.
-struct ZQPositionRun {
-  const int* first;
-  const int* last;  ///< one behind them
-  int numberFree;   ///< how many slots are free where they would land, by which the runs are put in order
-};
-
 struct ZQRegionFits {
   uint64_t words[wordsOfRegion];  ///< a bit a slot; only words that have a fit are set
   uint64_t wordsWithFit = 0;      ///< a bit a word
-  int numberTested = 0;           ///< so many positions had to be looked at to rule out what doesn't fit
+  int numberTested = 0;           ///< so many positions behind the first were looked at until nothing was left, if nothing is
 
-  /// `region` are the bits of the region's free slots, behind which one word more follows than the farthest position reaches.
-  /// `anchor` is the field's first position, which is in no run.
-  void find(const uint64_t* region, int anchor, std::span<const ZQPositionRun> runs);
+  /// `region` are the bits of the region's free slots, behind which one word more follows than the field is wide. The field's
+  /// positions ascend.
+  void find(const uint64_t* region, std::span<const int> positions);
 };
 
 /// Is some slot of the region free together with the one `distance` above it? The words are as above.

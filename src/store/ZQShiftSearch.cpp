@@ -17,8 +17,6 @@ ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, std::span<const int>
     distances[j] = positions[static_cast<size_t>(j) + 1] - anchor;
     rows[j] = ZQPairFilter::rowOf(distances[j]);
   }
-  runs[0] = {positions.data() + 1, positions.data() + positions.size(), 0};
-  if (positions.size() >= fewestPositionsInRuns) makeRuns();
 }
 
 long long ZQShiftSearch::nextFit(long long from, long long to) {
@@ -58,10 +56,12 @@ ZQShiftSearch::Nearest ZQShiftSearch::nearest(long long lowest, long long highes
   if (lowest <= -1) below = candidatesBackFrom((anchor - 1) >> regionLog2, (anchor + lowest) >> regionLog2);
   if (highest >= 1) above = candidatesFrom((anchor + 1) >> regionLog2, (anchor + highest) >> regionLog2);
   for (;;) {
-    const long long toBelow = below.region == noRegion ? none : std::max(anchor - ((below.region + 1) << regionLog2) + 1, 1LL);
-    const long long toAbove = above.region == noRegion ? none : std::max((above.region << regionLog2) - anchor, 1LL);
+    long long toBelow = below.region == noRegion ? none : std::max(anchor - ((below.region + 1) << regionLog2) + 1, 1LL);
+    long long toAbove = above.region == noRegion ? none : std::max((above.region << regionLog2) - anchor, 1LL);
+    if (toBelow > -lowest) toBelow = none;
+    if (toAbove > highest) toAbove = none;
+    if (toBelow == none && toAbove == none) return result;
     if (toBelow <= toAbove) {
-      if (toBelow == none || result.left != none || toBelow > -lowest) return result;
       const long long slot = fitInRegion(below.region, anchor + lowest, anchor - 1, false);
       if (slot < 0) {
         goBack(below, (anchor + lowest) >> regionLog2);
@@ -71,7 +71,6 @@ ZQShiftSearch::Nearest ZQShiftSearch::nearest(long long lowest, long long highes
         below.region = noRegion;
       }
     } else {
-      if (toAbove > highest) return result;
       const long long slot = fitInRegion(above.region, anchor + 1, anchor + highest, true);
       if (slot < 0) {
         advance(above, (anchor + highest) >> regionLog2);
@@ -176,9 +175,7 @@ void ZQShiftSearch::findFits(size_t region) {
   if (reachesEnd(region, positions.back() - anchor)) {
     findFitsAtEnd(region);
   } else {
-    if (numberOfRuns > 1) sortRuns(region);
-    fits.find(&index.freeSlots[region * wordsOfRegion], static_cast<int>(anchor), {runs, numberOfRuns});
-    if (numberOfRuns > 1) fits.numberTested = mostTrackedDistances;  // in another order
+    fits.find(&index.freeSlots[region * wordsOfRegion], positions);
   }
   if (fits.wordsWithFit == 0) crossOff(region);
 }
@@ -197,34 +194,6 @@ void ZQShiftSearch::findFitsAtEnd(size_t region) {
     fits.words[word] = bits;
     if (bits != 0) fits.wordsWithFit |= uint64_t{1} << word;
   }
-}
-
-// A field that reaches over many regions finds fuller and emptier ones: its positions are cut into runs of a region or some.
-void ZQShiftSearch::makeRuns() {
-  const long long width = positions.back() - anchor;
-  for (runLog2 = regionLog2; width >> runLog2 >= mostRuns;) ++runLog2;
-  numberOfRuns = 0;
-  const int* const last = positions.data() + positions.size();
-  for (const int* position = positions.data() + 1; position != last;) {
-    ZQPositionRun& run = runs[numberOfRuns++];
-    const long long number = (*position - anchor) >> runLog2;
-    run.first = position;
-    while (position != last && (*position - anchor) >> runLog2 == number) ++position;
-    run.last = position;
-  }
-}
-
-// Those that would land where the fewest slots are free come first, since they rule out most.
-void ZQShiftSearch::sortRuns(size_t region) {
-  const size_t regionsOfRun = size_t{1} << (runLog2 - regionLog2);
-  for (size_t i = 0; i < numberOfRuns; ++i) {
-    const size_t first = region + static_cast<size_t>((*runs[i].first - anchor) >> runLog2) * regionsOfRun;
-    const size_t last = std::min(first + regionsOfRun, index.numberOfFreeInRegion.size() - 1);
-    runs[i].numberFree = 0;
-    for (size_t k = first; k <= last; ++k) runs[i].numberFree += index.numberOfFreeInRegion[k];
-  }
-  std::sort(runs, runs + numberOfRuns,
-            [](const ZQPositionRun& a, const ZQPositionRun& b) { return a.numberFree < b.numberFree; });
 }
 
 // The filter learns which distances a region has no pair of: of those that were tested before nothing was left.

@@ -35,8 +35,6 @@ class ZQShiftSearch {
  private:
   static constexpr int mostTrackedDistances = 12;
   static constexpr int mostFreeToCrossOff = 512;  // where more slots of a region are free, all pairs occur
-  static constexpr size_t fewestPositionsInRuns = 64;
-  static constexpr int mostRuns = 64;
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
   static constexpr long long noRegion = -1;
 
@@ -58,8 +56,6 @@ class ZQShiftSearch {
   long long fitInRegion(long long region, long long lowest, long long highest, bool ascending);
   void findFits(size_t region);
   void findFitsAtEnd(size_t region);
-  void makeRuns();
-  void sortRuns(size_t region);
   void crossOff(size_t region);
   bool hasPair(size_t region, long long distance) const;
   bool reachesEnd(size_t region, long long distance) const {
@@ -74,12 +70,6 @@ class ZQShiftSearch {
   int rows[mostTrackedDistances];  // of the filter, for the first distances; -1 for one that has none
   long long firstLent = 0;         // regions in which the field's own slots may serve
   long long lastLent = -1;
-
-  // The positions but the first. Those of a wide field are cut into runs that begin so many slots apart.
-  ZQPositionRun runs[mostRuns];
-  size_t numberOfRuns = 1;
-  int runLog2 = 0;
-
   long long regionOfFits = noRegion;  // the region that was looked at last
   ZQRegionFits fits;
 };
