@@ -41,7 +41,7 @@ A pointer of which nothing says these is refused.
 """
 import sys
 
-from flat import api, c_files, python_files
+from flat import api, c_files, java_files, python_files
 from flat.rows import ROOT, FlatList
 
 FILES = {
@@ -60,6 +60,7 @@ FILES = {
     'bindings/api.json': api.document,
     'bindings/python/zmatrix/raw.py': python_files.module,
     'bindings/python/zmatrix/raw.pyi': python_files.stub,
+    **java_files.FILES,
 }
 
 

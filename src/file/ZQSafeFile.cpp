@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -135,7 +136,7 @@ bool ZQSafeFile::openTarget(const char* path) {
 
 // The name belongs to this process and save alone, so what a killed process has left behind is in nobody's way.
 int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group) {
-  static unsigned numberOfSaves = 0;
+  static constinit std::atomic<unsigned> numberOfSaves = 0;
   removeLeftovers(folder);
   for (int i = 0; i < mostNamesTried; ++i) {
     std::string name = folder + startOfNeighbour + std::to_string(getpid()) + "-" + std::to_string(numberOfSaves++);

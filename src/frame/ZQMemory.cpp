@@ -23,6 +23,11 @@ void* systemRealloc(void* pointer, size_t size) {
   return std::realloc(pointer, size);
 }
 
+void* systemAlignedMalloc(size_t alignment, size_t size) {
+  if (size > zmatrix::largestAllocation) return nullptr;
+  return std::aligned_alloc(alignment, size);
+}
+
 void systemFree(void* pointer) {
   std::free(pointer);
 }

@@ -14,6 +14,9 @@ void* systemCalloc(size_t count, size_t size);
 /// Resizes an allocation of systemMalloc; null if there is no room, and the old allocation then stands.
 void* systemRealloc(void* pointer, size_t size);
 
+/// As systemMalloc, at an address that is a multiple of `alignment`, a power of two that divides `size`.
+void* systemAlignedMalloc(size_t alignment, size_t size);
+
 /// Releases an allocation; null is ignored.
 void systemFree(void* pointer);
 
@@ -27,7 +30,7 @@ T* systemMallocArray(long long count) {
 
 namespace zmatrix {
 
-/// The largest single allocation that is granted, in bytes. Unlimited unless a test sets it.
+/// The largest single allocation that is granted, in bytes. Unlimited unless a test sets it, before it starts threads.
 extern size_t largestAllocation;
 
 }  // namespace zmatrix

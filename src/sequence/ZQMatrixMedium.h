@@ -87,7 +87,7 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int* getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(int** sequence, int index, int length, int* objex);
   /// True if the ocron type is one and fits the preprocessing type of the current sub-matrix.
   int isValidOcronType(int ocronType);
-  /// Takes the process's parameters of ocrons and gocrons over into the current sub-matrix, if it is empty.
+  /// Takes the thread's parameters of ocrons and gocrons over into the current sub-matrix, if it is empty.
   void applyGlobalGocronParametersToMatrix();
   ZQMatrixSequenceIndexVector* getPreProcessedZQIndexVectorFromOriginalIndexVector(ZQMatrixSequenceIndexVector* vector);
   ZQMatrixSequenceIndexVector* getOriginalZQIndexVectorFromPreprocessedIndexVector(ZQMatrixSequenceIndexVector* vector);

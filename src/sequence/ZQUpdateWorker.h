@@ -8,6 +8,7 @@
 #include "frame/ZQSystemOwned.h"
 #include "sequence/ZQPreprocessing.h"
 #include "sequence/ZQSequenceUpdate.h"
+#include "store/ZQHeldFreeSlotSearch.h"
 
 namespace zmatrix {
 
@@ -41,6 +42,7 @@ template <class Matrix>
 int learnPreProcessed(Matrix& matrix, const int* preProcessed, int numberOfItems, const UpdateOutputs& outputs,
                       const int* symbolMarkers) {
   using Tier = typename Matrix::Tier;
+  const HeldFreeSlotSearch search(matrix);
   const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
   const int root = ZQStoreWrite<Tier>::provideRoot(matrix);
   if (root < 0) return -2;

@@ -94,7 +94,7 @@ class ZQMatrixFileHeader {
   void setNumberOfAppendedUpdates(int value) { numberOfAppendedUpdates = value; }
   void incrementNumberOfAppendedUpdates() { numberOfAppendedUpdates = zmatrix::successorOf(numberOfAppendedUpdates); }
   int getMatrixDebugOutputDevice() const { return matrixDebugOutputDevice; }
-  /// 0 to 3, here and for the whole process. A negative device becomes 0, one above 3 becomes 2.
+  /// 0 to 3, here and for the calling thread. A negative device becomes 0, one above 3 becomes 2.
   void setMatrixDebugOutputDevice(int device);
   int getMatrixInfoType() const { return matrixInfoType; }
   void setMatrixInfoType(int value) { matrixInfoType = value; }

@@ -1,6 +1,6 @@
-// Where the search for a free slot begins. This state is the process's: all matrices and IDs share it, and it survives a matrix's
-// deletion, so that a matrix starts where the last one's search left off. Every start is held against the block before it is
-// used.
+// Where the search for a free slot begins. This state is the thread's: all matrices and IDs that a thread uses share it, and it
+// survives a matrix's deletion, so that a matrix starts where the last one's search left off. Every start is held against the
+// block before it is used.
 #pragma once
 
 struct ZQFreeSlotSearchState {
@@ -10,5 +10,5 @@ struct ZQFreeSlotSearchState {
   int goodStartIndex = 4;         ///< low bound for the random start of method 0
 };
 
-/// The one state of the process.
+/// The one state of the calling thread.
 ZQFreeSlotSearchState& freeSlotSearchState();

@@ -89,7 +89,7 @@ int ZQMatrixBase::setMatrixDebugOn(int level) {
   if (matrixFileHeader->getMatrixDebugOutputDevice() >= 2 && fpMatrixErr == nullptr && level >= 0) {
     char name[300];
     snprintf(name, sizeof name, "%smatrixDebug.txt", matrixFileHeader->getMatrixDebugDirectory());
-    fpMatrixErr = fopen(name, "a");
+    openDebugFile(name);
     dbPrintf(1,
              "########################CPP DebugFile opened for Debug-Output (%d Bit-MAC OS Intel Version) with level %d "
              "######################\n",
@@ -105,8 +105,7 @@ void ZQMatrixBase::setMatrixDebugOff() {
   globalDebugLevel = 0;
   debugLevel = 0;
   dbPrintf(1, "*************************DebugFile Debug-Output closed  and debugLevel set to 0  **********************\n");
-  if (fpMatrixErr != nullptr) fclose(fpMatrixErr);
-  fpMatrixErr = nullptr;
+  closeDebugFile();
 }
 
 int ZQMatrixBase::getNextFreeMatrixID() const {

@@ -31,6 +31,11 @@
 #include "store/ZQPodList.h"
 
 struct ZQBaseTier;
+struct ZQFreeSlotSearchState;
+
+namespace zmatrix {
+class HeldFreeSlotSearch;
+}
 
 class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrixBase> {
  public:
@@ -258,6 +263,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   friend struct ZQMatrixFileLoad;
   template <class Tier>
   friend struct ZQMatrixElementReader;
+  friend class zmatrix::HeldFreeSlotSearch;
 
   ZQMatrixBaseElement* recordIn(long long position) const {
     return reinterpret_cast<ZQMatrixBaseElement*>(slots + static_cast<size_t>(position) * sizeOfRecord);
@@ -295,6 +301,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   /// grow.
   int searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin);
   int searchFrom(int centre);
+  int findIndexOfNearestFreeElement(ZQFreeSlotSearchState& state, int start, int* goodStart);
 
   ZQMatrixFileHeader* matrixFileHeader = nullptr;
   ZQMatrixBaseInfo** matrixInfoArray = nullptr;
@@ -303,6 +310,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   ZQMatrixBaseElement*** matrixDataEntryArray = nullptr;
   int currentMatrixID = 0;
   int debugLevel = 0;
+  ZQFreeSlotSearchState* searchState = nullptr;  // of the thread, while an operation holds it
   zq_loadReport loadReport{};
 
   int numberOfSlots = 0;       // the header's matrixBlockSize while there is a block

@@ -59,11 +59,12 @@ struct ZQMatrixElementReader {
 
   template <size_t size>
   void readAll() {
+    const zmatrix::ProgressOfLoop progress;
     const long long end = stack + 1LL;
     while (position < end && !file.isAtEnd() && !isOutOfMemory) {
       const long long endOfPiece = std::min(position + slotsInPiece, end);
       while (position < endOfPiece && !file.isAtEnd() && !isOutOfMemory) {
-        if constexpr (reportsProgress) matrixProgressDisplay(static_cast<int>(position), stack);
+        if constexpr (reportsProgress) progress.reach(static_cast<int>(position), stack);
         const int result = readMatrixElementFromDisk<size>();
         if (result >= 0) {
           ++position;

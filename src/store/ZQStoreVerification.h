@@ -48,8 +48,9 @@ struct ZQStoreVerification {
       info._setCurrentDimension(0);
     }
     test.setProgressText();
+    const zmatrix::ProgressOfLoop progress;
     for (int position = test.lowest; position <= test.top; ++position) {
-      matrixProgressDisplay(position, test.top);
+      progress.reach(position, test.top);
       const ZQMatrixBaseElement* element = matrix.elementAt(position);
       if (element != nullptr && element->getWriteCount() >= 1) test.lookUpFrom(position, additions);
     }
