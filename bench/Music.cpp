@@ -1,6 +1,6 @@
-// Music: reading MIDI files into events and then objects, writing one, and learning a tune. A plain counting pass over the bytes,
-// which only skips from event to event, is what no reader can beat. Answers are checked: the notes of a file that was made here
-// are known, and real files must give the same in each round.
+// Music: reading MIDI files into events and then objects, writing a file, and learning a tune. A plain counting pass, which only
+// skips from event to event, is the lower bound for any reader. Answers are checked: the notes of a generated file are known, and
+// real files must give the same result in each round.
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -31,46 +31,46 @@ namespace fs = std::filesystem;
 
 constexpr int notesOfLargeFile = 500'000;
 constexpr int noteOnsWithoutEnd = 1'000'000;
-constexpr int statusFilter[ZQMidiTrackList::numberOfStatuses] = {0, 0, 1, 1, 0, 1, 1, 1};
+constexpr int statusFilter[zmatrix::ZQMidiTrackList::numberOfStatuses] = {0, 0, 1, 1, 0, 1, 1, 1};
 
 std::string largeFile() {
   return (fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".mid")).string();
 }
 
-/// Notes as they are composed: chords and runs, on all channels in turn, with a program change now and then.
-std::unique_ptr<ZQMidiTrackList> notesToWrite(int numberOfNotes) {
-  auto list = std::make_unique<ZQMidiTrackList>();
+/// Notes like those of a composition: chords and runs, on all channels in turn, with occasional program changes.
+std::unique_ptr<zmatrix::ZQMidiTrackList> notesToWrite(int numberOfNotes) {
+  auto list = std::make_unique<zmatrix::ZQMidiTrackList>();
   list->extendEventTracksTo(1);
-  ZQMidiEventTrack* track = list->getMidiEventTrackAtIndex(1);
+  zmatrix::ZQMidiEventTrack* track = list->getMidiEventTrackAtIndex(1);
   std::mt19937 random(7);
   int time = 0;
   for (int i = 0; i < numberOfNotes; i++) {
     if (random() % 3 != 0) time += 768;
     const auto number = static_cast<unsigned char>(40 + random() % 48);
-    ZQMidiEvent* on = createZQMidiEvent();
+    zmatrix::ZQMidiEvent* on = zmatrix::createZQMidiEvent();
     on->initWith(time, 0x90, number, 100);
     track->addMidiEvent(on);
-    ZQMidiEvent* off = createZQMidiEvent();
+    zmatrix::ZQMidiEvent* off = zmatrix::createZQMidiEvent();
     off->initWith(time + 700, 0x80, number, 64);
     track->addMidiEvent(off);
   }
-  track->sortByFunction(ZQCompareMidiEventsAscending);
+  track->sortByFunction(zmatrix::ZQCompareMidiEventsAscending);
   return list;
 }
 
-/// The notes of all event tracks of a file, paired.
+/// The number of notes in all event tracks of a file, paired.
 long long notesOf(const std::string& path) {
-  const std::unique_ptr<ZQMidiTrackList> list(createZQMidiTrackList());
-  ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str());
-  list->updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, ZQMidiTrackAnalyzeSingle);
+  const std::unique_ptr<zmatrix::ZQMidiTrackList> list(zmatrix::createZQMidiTrackList());
+  zmatrix::ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str());
+  list->updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, zmatrix::ZQMidiTrackAnalyzeSingle);
   long long notes = 0;
   for (int i = 0; i < list->getNumberOfMidiObjectTracks(); i++) {
-    for (const ZQMidiObject* object : *list->getMidiObjectTrackAtIndex(i)) notes += object->isNote();
+    for (const zmatrix::ZQMidiObject* object : *list->getMidiObjectTrackAtIndex(i)) notes += object->isNote();
   }
   return notes;
 }
 
-/// The notes of a file as its exact reading has them.
+/// The number of notes in the exact reading of a file.
 long long exactNotesOf(const std::string& path) {
   zq_Score* const score = zmatrix::createScoreFromMidiFile(path.c_str());
   const long long notes = score->numberOfNotes;
@@ -79,7 +79,7 @@ long long exactNotesOf(const std::string& path) {
 }
 
 #ifdef ZMATRIX_BENCH_SMF
-/// The files without any finding: others may abort libsmf.
+/// The files without findings: others may abort libsmf.
 std::vector<std::string> filesInOrder(const std::vector<std::string>& files) {
   std::vector<std::string> inOrder;
   for (const std::string& file : files) {
@@ -90,8 +90,8 @@ std::vector<std::string> filesInOrder(const std::vector<std::string>& files) {
   return inOrder;
 }
 
-/// The note-ons of a file among the events that libsmf makes of it. Its time grows with the square of a track, so that it is not
-/// for the large file.
+/// The number of note-ons among the events that libsmf reads. Its time is quadratic in the length of a track, so that it is not
+/// run on the large file.
 long long noteOnsOfSmf(const std::string& path) {
   smf_t* const smf = smf_load(path.c_str());
   if (smf == nullptr) return 0;
@@ -104,7 +104,7 @@ long long noteOnsOfSmf(const std::string& path) {
 }
 #endif
 
-/// The note-ons of a file, by a walk over its bytes that keeps nothing.
+/// Counts the note-ons of a file in a plain pass over its bytes.
 long long noteOnsOf(const std::string& path) {
   FILE* file = fopen(path.c_str(), "rb");
   if (file == nullptr) return 0;
@@ -159,7 +159,7 @@ Measurement write(int numberOfNotes) {
   const auto list = notesToWrite(numberOfNotes);
   const std::string path = largeFile();
   const StopWatch watch;
-  measured.isRight = ZQMidiFile().writeEventsToFileWithPath(list.get(), path.c_str()) == 0;
+  measured.isRight = zmatrix::ZQMidiFile().writeEventsToFileWithPath(list.get(), path.c_str()) == 0;
   measured.seconds[0] = watch.seconds();
   measured.operations = numberOfNotes;
   measured.isRight = measured.isRight && notesOf(path) == numberOfNotes;
@@ -171,7 +171,7 @@ Measurement write(int numberOfNotes) {
 Measurement writeScore(int numberOfNotes) {
   Measurement measured;
   const std::string path = largeFile();
-  ZQMidiFile().writeEventsToFileWithPath(notesToWrite(numberOfNotes).get(), path.c_str());
+  zmatrix::ZQMidiFile().writeEventsToFileWithPath(notesToWrite(numberOfNotes).get(), path.c_str());
   zq_Score* const score = zmatrix::createScoreFromMidiFile(path.c_str());
   fs::remove(path);
   zq_ScoreWriting writing{};
@@ -190,15 +190,15 @@ Measurement writeScore(int numberOfNotes) {
 
 Measurement pairUnended() {
   Measurement measured;
-  ZQMidiTrackList list;
+  zmatrix::ZQMidiTrackList list;
   list.extendEventTracksTo(1);
   for (int i = 0; i < noteOnsWithoutEnd; i++) {
-    ZQMidiEvent* event = createZQMidiEvent();
+    zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
     event->initWith(i, static_cast<unsigned char>(0x90 | i % 16), static_cast<unsigned char>(i / 16 % 128), 100);
     list.getMidiEventTrackAtIndex(1)->addMidiEvent(event);
   }
   const StopWatch watch;
-  list.updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, ZQMidiTrackAnalyzeSingle);
+  list.updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, zmatrix::ZQMidiTrackAnalyzeSingle);
   measured.seconds[0] = watch.seconds();
   measured.operations = noteOnsWithoutEnd;
   measured.isRight = list.getMidiObjectTrackAtIndex(1)->getCount() == noteOnsWithoutEnd - 16 * 128;
@@ -229,7 +229,7 @@ std::vector<std::string> midiFilesIn(const std::string& folder) {
 void registerMusic(const std::string& folder) {
   const auto readLarge = [](auto count) {
     const std::string path = largeFile();
-    ZQMidiFile().writeEventsToFileWithPath(notesToWrite(notesOfLargeFile).get(), path.c_str());
+    zmatrix::ZQMidiFile().writeEventsToFileWithPath(notesToWrite(notesOfLargeFile).get(), path.c_str());
     const Measurement measured = countNotes({path}, 3, count);
     fs::remove(path);
     return measured;

@@ -2689,7 +2689,8 @@ void s_setCurrentMatrixIDLevelUp(ZQMatrix* matrix, int matrixID);
 /// Reads whether pruning spares phrases that are symbols: 1 or 0.
 int s_getKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix);
 
-/// Sets whether pruning spares phrases that are symbols: 0 or 1; anything else prints at level 0 and changes nothing.
+/// Sets whether pruning spares phrases that are symbols: 1 or 0.
+/// 0 or 1. A refusal prints at level 0 and keeps the old value.
 void s_setKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix, int keepSymbolsWhenRemoveOverdeterminedElements);
 
 /// The level of the current sub-matrix: 0 basic, 1 symbols.

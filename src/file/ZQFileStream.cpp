@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -18,7 +19,7 @@ constexpr long long memoryForByteOfFile = 64;
 
 }  // namespace
 
-ZQFileWriter::ZQFileWriter(FILE* aFile) : file(aFile) {
+ZQFileWriter::ZQFileWriter(FILE* stream) : file(stream) {
   if (file == nullptr) return;
   setvbuf(file, nullptr, _IONBF, 0);
   const off_t position = ftello(file);
@@ -32,8 +33,8 @@ ZQFileWriter::ZQFileWriter(FILE* aFile) : file(aFile) {
 bool ZQFileWriter::flush() {
   if (file != nullptr && used > 0 && !hasFailed) {
     hasFailed = fwrite(bytes, 1, used, file) != used;
-#ifdef SYNC_FILE_RANGE_WRITE
-    // Only begins to write and tells nothing: what goes wrong shows when the file is synced.
+#if defined(__linux__) && defined(SYNC_FILE_RANGE_WRITE)
+    // Starts the writing only; errors are reported when the file is synced.
     if (writesBackAtOnce) sync_file_range(fileno(file), flushedBytes, static_cast<off_t>(used), SYNC_FILE_RANGE_WRITE);
 #endif
   }
@@ -60,7 +61,7 @@ void ZQFileWriter::patch(long long position, int value) {
               fseeko(file, flushedBytes, SEEK_SET) != 0;
 }
 
-ZQFileReader::ZQFileReader(FILE* aFile) : file(aFile), buffer(new (std::nothrow) char[bufferSize]) {
+ZQFileReader::ZQFileReader(FILE* stream) : file(stream), buffer(new (std::nothrow) char[bufferSize]) {
   if (!hasRoom(buffer != nullptr)) return;  // reads as an empty file
   const off_t start = ftello(file);
   if (start < 0 || fseeko(file, 0, SEEK_END) != 0) return;
@@ -69,7 +70,7 @@ ZQFileReader::ZQFileReader(FILE* aFile) : file(aFile), buffer(new (std::nothrow)
   fseeko(file, start, SEEK_SET);
 }
 
-// Moves what is left to the front and reads on behind it.
+// Moves the remaining bytes to the front of the buffer and fills it up behind them.
 bool ZQFileReader::refill(size_t size) {
   if (buffer == nullptr || getBytesLeft() < static_cast<long long>(size)) return false;
   const size_t left = end - next;
@@ -78,7 +79,7 @@ bool ZQFileReader::refill(size_t size) {
   next = 0;
   end = left + fread(buffer.get() + left, 1, bufferSize - left, file);
   if (end >= size) return true;
-  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file has become shorter meanwhile
+  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file was shortened while it was read
   return false;
 }
 
@@ -124,7 +125,7 @@ void ZQFileReader::skip(long long size) {
 }
 
 bool ZQFileReader::grants(long long bytes) {
-  if (bytes < 0 || bytes > memoryForAnyFile + memoryForByteOfFile * fileSize - bytesGranted) return false;
+  if (bytes < 0 || bytes > PTRDIFF_MAX || bytes > memoryForAnyFile + memoryForByteOfFile * fileSize - bytesGranted) return false;
   bytesGranted += bytes;
   return true;
 }
@@ -144,7 +145,7 @@ FILE* newTemporaryFile(long long) {
 }
 
 FILE* newFileInMemory(long long size) {
-  return fmemopen(nullptr, static_cast<size_t>(size) + 1, "w+b");  // and a zero byte behind
+  return fmemopen(nullptr, static_cast<size_t>(size) + 1, "w+b");  // room for the terminating zero byte that fmemopen adds
 }
 
 bool copyRest(FILE* from, ZQFileWriter& to) {

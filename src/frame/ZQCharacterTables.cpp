@@ -56,8 +56,8 @@ const char* afterDigits(const char* c) {
   return c;
 }
 
-/// True if printing `format` reads at most one argument, an int. Formats come from hosts; any other would read or write memory
-/// that nobody gave.
+/// True if printing `format` reads at most one argument, an int. Hosts pass formats; any other format would read or write memory
+/// that was not passed.
 bool readsOneIntAtMost(const char* format) {
   int conversions = 0;
   for (const char* c = format; *c != 0; c++) {
@@ -105,6 +105,9 @@ void zqGets(char* buffer, int size) {
   convert(buffer, size, asci2ansiTAB);
 }
 
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"  // isPrintable looks at the format
+
 void printfANSI(const char* format, unsigned character) {
   if (isPrintable(format, character)) printf(format, ansi2asciTAB[character]);
 }
@@ -112,3 +115,5 @@ void printfANSI(const char* format, unsigned character) {
 void dbPrintfANSI(int level, const char* format, unsigned character) {
   if (isPrintable(format, character)) dbPrintf(level, format, ansi2asciTAB[character]);
 }
+
+#pragma GCC diagnostic pop

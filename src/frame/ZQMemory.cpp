@@ -1,24 +1,25 @@
 #include "frame/ZQMemory.h"
 
+#include <cstdint>
 #include <cstdlib>
 
 namespace zmatrix {
 
-size_t largestAllocation = static_cast<size_t>(-1);
+size_t largestAllocation = PTRDIFF_MAX;
 
 }  // namespace zmatrix
 
-void* systemMalloc(size_t size) {
+void* systemMalloc(size_t size) noexcept {
   if (size > zmatrix::largestAllocation) return nullptr;
   return std::malloc(size);
 }
 
-void* systemCalloc(size_t count, size_t size) {
+void* systemCalloc(size_t count, size_t size) noexcept {
   if (size > 0 && count > zmatrix::largestAllocation / size) return nullptr;
   return std::calloc(count, size);
 }
 
-void* systemRealloc(void* pointer, size_t size) {
+void* systemRealloc(void* pointer, size_t size) noexcept {
   if (size > zmatrix::largestAllocation) return nullptr;
   return std::realloc(pointer, size);
 }
@@ -28,6 +29,6 @@ void* systemAlignedMalloc(size_t alignment, size_t size) {
   return std::aligned_alloc(alignment, size);
 }
 
-void systemFree(void* pointer) {
+void systemFree(void* pointer) noexcept {
   std::free(pointer);
 }

@@ -1,4 +1,4 @@
-// Classes of characters of the ANSI code page that more than one floor asks for.
+// Classes of characters of the ANSI code page that several floors use.
 #pragma once
 
 namespace zmatrix {

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSentence.h"
 #include "frame/ZQSystemOwned.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQOcronBuffers.h"
@@ -16,27 +16,28 @@ namespace zmatrix {
 
 namespace {
 
-/// Products and powers above this, compared as doubles, are not computed. It is 2^63: what is exactly 2^63 passes, and wraps.
+/// Products and powers above this, compared as doubles, are not computed. It is 2^63: a value of exactly 2^63 is computed, and
+/// wraps.
 constexpr double largestValue = 9.223372036854776e18;
 
 bool overflows(double value) {
   return value > largestValue;
 }
 
-/// What an evaluator returns where. A 0 stands for what can't happen in its type.
+/// The result code of each failure. 0 stands for a failure that can't occur in this type.
 struct OcronCodes {
   int duringEvaluation, primesTooSmall, valueOfPrime, productOperands, productOverflow, powerOperands, powerOverflow;
   int repetitionOperands, repetitionPrimes, top, onReturn;
 };
 
-/// What tells the evaluators of the stack machine apart. The names are those of the messages, which don't agree within a type.
+/// The parameters of one evaluator of the stack machine. The names are those that its messages use; they differ within a type.
 struct OcronDialect {
-  const char* name;          ///< as the checks before the evaluation name it
-  const char* operatorName;  ///< as operators, top and end name it
-  const char* primeName;     ///< as a value below 1 under P names it
+  const char* name;          ///< in messages of the checks before the evaluation
+  const char* operatorName;  ///< in messages of operators, top and end
+  const char* primeName;     ///< in the message of a value below 1 under P
   std::string_view symbols;
-  bool fillsIn;    ///< a missing trailing operand is 2, and what is left at the end is multiplied
-  char powerSign;  ///< between the operands of a power that overflows
+  bool fillsIn;    ///< a missing trailing operand is 2, and values left at the end are multiplied
+  char powerSign;  ///< the sign that the message of an overflowing power shows
   OcronCodes codes;
 };
 
@@ -60,15 +61,17 @@ constexpr int done = 1;
 
 class OcronMachine {
  public:
-  OcronMachine(const OcronDialect& aDialect, int* stackDepth) : dialect(aDialect), stackDepth_(stackDepth) {}
+  using OfTwoValues = ZQSentence<long long, long long>;
+
+  OcronMachine(const OcronDialect& ocronDialect, int* stackDepth) : dialect(ocronDialect), stackDepth_(stackDepth) {}
 
   const OcronDialect& dialect;
 
   int count() const { return count_; }
-  /// The newest value, 0 if there is none.
+  /// The top of the stack, 0 if it is empty.
   long long top() const { return valueAt(0); }
 
-  /// Runs one symbol: 1, or the code of what was reported.
+  /// Executes one symbol. Returns 1, or the code of the reported failure.
   int step(char symbol) {
     switch (symbol) {
       case '2':
@@ -86,7 +89,7 @@ class OcronMachine {
     }
   }
 
-  /// Multiplies what is left, the newest values first.
+  /// Multiplies all values on the stack, from the top down.
   int multiplyRest() {
     while (count_ > 1) {
       const int result = multiplyTop();
@@ -97,7 +100,7 @@ class OcronMachine {
 
  protected:
   long long valueAt(int depth) const { return count_ > depth ? values_[count_ - 1 - depth] : 0; }
-  /// The value below the newest.
+  /// The value below the top.
   long long below() const { return valueAt(1); }
 
   int pushTwo() {
@@ -106,13 +109,13 @@ class OcronMachine {
     return done;
   }
 
-  /// Two operands there, or filled in with 2: the newest one last.
+  /// True if there are two operands; where the dialect allows it, missing ones are filled in with 2.
   bool hasOperands() {
     while (dialect.fillsIn && count_ < 2) push(2);
     return count_ >= 2;
   }
 
-  /// The two newest values become one.
+  /// Replaces the two top values by one.
   void combine(long long value) {
     count_--;
     values_[count_ - 1] = value;
@@ -139,16 +142,17 @@ class OcronMachine {
     if (!hasOperands()) return failOperands('^', dialect.codes.powerOperands);
     if (overflows(std::pow(static_cast<double>(below()), static_cast<double>(top())))) {
       const bool namesPower = dialect.powerSign == '^';
-      return failBinary(namesPower ? "long long overflow '^' %lld ^ %lld" : "long long overflow '^' %lld * %lld",
-                        dialect.codes.powerOverflow);
+      return failBinary(
+          namesPower ? OfTwoValues("long long overflow '^' %lld ^ %lld") : OfTwoValues("long long overflow '^' %lld * %lld"),
+          dialect.codes.powerOverflow);
     }
     combine(powerByProducts(below(), top()));
     return done;
   }
 
-  /// The value below the top goes through P as often as the top says; it grows each time, and soon leaves the table.
+  /// Applies P to the value below the top as often as the top says. The value grows each time, so that it soon exceeds the table.
   int repeatPrime() {
-    if (count_ < 2) return failOperands('*', dialect.codes.repetitionOperands);  // the sign that the message has always named
+    if (count_ < 2) return failOperands('*', dialect.codes.repetitionOperands);  // the sign that this message uses
     long long value = below();
     for (long long times = top(); times > 0; times--) {
       const int result = replaceByPrime(&value, dialect.codes.repetitionPrimes);
@@ -158,14 +162,11 @@ class OcronMachine {
     return done;
   }
 
-  /// Reports a failure of the two newest values.
-  [[gnu::format(printf, 2, 0)]] int failBinary(const char* format, int code) const {
+  /// Reports a failure of an operator with the two top values.
+  int failBinary(const OfTwoValues& format, int code) const {
     if (!ZQDebugChannel::shows(2)) return code;
     char text[256];
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-    snprintf(text, sizeof text, format, below(), top());
-#pragma GCC diagnostic pop
+    printInto(text, sizeof text, format, below(), top());
     dbPrintf(2, "%s: %s\n", dialect.operatorName, text);
     return code;
   }
@@ -198,15 +199,15 @@ class OcronMachine {
   }
 
   int* stackDepth_;
-  const PrimeTable<int>& table_ = SharedPrimes<int>::table();  // held by whoever evaluates
+  const PrimeTable<int>& table_ = SharedPrimes<int>::table();  // kept in place by the PrimesHeld of the caller
   int count_ = 0;
-  long long values_[ocronStackSize];  // the newest is the last
+  long long values_[ocronStackSize];  // the top is the last
 };
 
-// --- the same with logarithms
+// --- the stack machine with logarithms
 
-/// Where an operation would overflow the newest value becomes its logarithm, and stays one until a 2 is pushed. What it is
-/// combined with is taken as it stands.
+/// Where an operation would overflow, the top becomes the logarithm of the result, and stays a logarithm until a 2 is pushed. The
+/// other operand is used as it is.
 class LogarithmicOcronMachine : public OcronMachine {
  public:
   LogarithmicOcronMachine(int* stackDepth, int* logBase)
@@ -231,7 +232,7 @@ class LogarithmicOcronMachine : public OcronMachine {
   }
 
  private:
-  static constexpr const char* otherBaseAtProduct =
+  static constexpr OfTwoValues otherBaseAtProduct =
       "long long overflow (logarithmic representation not possible, different base values) '*' %lld * %lld";
   static constexpr int noPrimeOfLogarithm = -13, noLogarithm = -14, logarithmOverflow = -15;
 
@@ -286,7 +287,7 @@ class LogarithmicOcronMachine : public OcronMachine {
     return noPrimeOfLogarithm;
   }
 
-  /// The newest value is going to be a logarithm. False if there was one to another base.
+  /// Records that the top becomes a logarithm. False if there already was one to another base.
   bool takeBase() {
     if (*logBase_ == 0) *logBase_ = base_;
     mode_ = base_;
@@ -295,10 +296,10 @@ class LogarithmicOcronMachine : public OcronMachine {
 
   int* logBase_;
   int base_;
-  int mode_ = 0;  ///< the base of the logarithm that the newest value is, 0 if it is none
+  int mode_ = 0;  ///< the base of the logarithm at the top, 0 if the top is none
 };
 
-// --- a run
+// --- evaluation
 
 template <class Machine>
 long long run(Machine& machine, const char* ocron, int length) {
@@ -322,11 +323,11 @@ long long run(Machine& machine, const char* ocron, int length) {
   return dialect.codes.onReturn;
 }
 
-// --- what is checked before
+// --- checks before the evaluation
 
 constexpr int noLength = -1, noString = -2, wrongLength = -3, noPrimes = -4, illegalCharacter = -4;
 
-/// 1, or a code.
+/// Returns 1, or a code.
 int checkString(const char* name, const char* ocron, int length) {
   if (length < 1) return noLength;
   if (ocron == nullptr) return noString;
@@ -352,7 +353,7 @@ int checkSymbol(const char* name, std::string_view symbols, char symbol) {
   return illegalCharacter;
 }
 
-/// Ends the string at its first end symbol. 1, or a code.
+/// Ends the string at its first end symbol. Returns 1, or a code.
 int cutAtEndSymbol(const char* name, std::string_view symbols, char* ocron, int* length) {
   const char endSymbol = endSymbolOfThread();
   for (int i = 0; i < *length; i++) {
@@ -378,10 +379,10 @@ long long evaluate(const OcronDialect& dialect, char* ocron, int length, int* st
   return run(machine, ocron, length);
 }
 
-// --- virtual ocrons
+// --- strings as exponents
 
-/// The string with 2s before and ^s behind it: 2 to the power of what it stands for, or 2 to the power of that. Null without
-/// memory.
+/// The string with `times` 2s before it and `times` ^s behind it: 2 to the power of its value, or with two of each 2 to the power
+/// of that. Null if memory runs out.
 SystemOwned<char> asExponent(const char* ocron, int length, int times) {
   SystemOwned<char> text(systemMallocArray<char>(length + 2LL * times + 1));
   if (text == nullptr) return text;
@@ -393,7 +394,7 @@ SystemOwned<char> asExponent(const char* ocron, int length, int times) {
   return text;
 }
 
-/// Evaluates the string as an exponent: the value, and in *logBase the base if it is a logarithm; below 1 if there is none.
+/// Evaluates 2 to the power of the string: returns the value, or its logarithm with the base in *logBase; below 1 on failure.
 long long evaluateAsExponent(const char* ocron, int length, int times, int* stackDepth, int* logBase) {
   if (length > INT_MAX - 2 * times) return 0;
   const SystemOwned<char> text = asExponent(ocron, length, times);

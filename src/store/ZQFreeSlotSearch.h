@@ -3,6 +3,8 @@
 // block before it is used.
 #pragma once
 
+namespace zmatrix {
+
 struct ZQFreeSlotSearchState {
   int firstFree = 4;              ///< no search starts below this position; raised by the periodic scan
   int numberOfFunctionCalls = 0;  ///< calls since the last periodic scan
@@ -12,3 +14,5 @@ struct ZQFreeSlotSearchState {
 
 /// The one state of the calling thread.
 ZQFreeSlotSearchState& freeSlotSearchState();
+
+}  // namespace zmatrix

@@ -14,10 +14,23 @@ constexpr int highestDebugLevel = 9;
 
 }  // namespace
 
+ZQMatrixBase::~ZQMatrixBase() {
+  if (matrixFileHeader == nullptr) return;  // which was never set up
+  matrixFileHeader->closeAndRemoveUpdateInfos();
+  setMatrixDebugOff();
+}
+
+bool ZQMatrixBase::resizeSubMatrices(int number) {
+  const bool hasRoom =
+      matrixDataEntryArray.resize(number) && matrixFileHeader->resizeStopFlags(number) && matrixInfoArray.resize(number);
+  if (hasRoom) matrixFileHeader->_setMaxNumberOfMatrices(number);
+  return hasRoom;
+}
+
 int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const char* debugDirectory) {
   currentMatrixID = 0;
-  ZQMatrixFileHeader* header = matrixFileHeader;
-  header->setFileType("zmatrix");
+  ZQMatrixFileHeader* header = matrixFileHeader.get();
+  header->setFileType(zmatrix::matrixFileType);
   header->setMatrixDescription("");
   header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
   header->setIs64BitMatrix(0);
@@ -56,10 +69,8 @@ int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const cha
 void ZQMatrixBase::deInitMatrix() {
   currentMatrixID = 0;
   releaseMemory();
-  ZQMatrixFileHeader* header = matrixFileHeader;
-  if (matrixDataEntryArray != nullptr) {
-    for (int id = 0; id < header->getMaxNumberOfMatrices(); ++id) matrixDataEntryArray[id] = nullptr;
-  }
+  ZQMatrixFileHeader* header = matrixFileHeader.get();
+  matrixDataEntryArray.fillFrom(0, nullptr);
   header->setMatrixDescription("");
   header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
   header->setIs64BitMatrix(0);

@@ -20,14 +20,14 @@ void reportFailedGrowth() {
 
 }  // namespace
 
-[[gnu::noinline]] ZQFreeSlotSearchState& freeSlotSearchState() {  // one look-up of the thread for all members
-  static constinit thread_local ZQFreeSlotSearchState state;
-  static_assert(lowestStart == ZQFreeSlotSearchState().firstFree);
+[[gnu::noinline]] zmatrix::ZQFreeSlotSearchState& zmatrix::freeSlotSearchState() {  // one look-up of the thread for all members
+  static constinit thread_local zmatrix::ZQFreeSlotSearchState state;
+  static_assert(lowestStart == zmatrix::ZQFreeSlotSearchState().firstFree);
   return state;
 }
 
 int ZQMatrixBase::findNearestFreeMatrixElement(int memorySearchMethod) {
-  ZQFreeSlotSearchState& state = searchState != nullptr ? *searchState : freeSlotSearchState();
+  zmatrix::ZQFreeSlotSearchState& state = searchState != nullptr ? *searchState : zmatrix::freeSlotSearchState();
   const int low = matrixFileHeader->getMaxNumberOfMatrices();
   state.lastOffset = std::max(state.lastOffset, low);
   state.goodStartIndex = std::max(state.goodStartIndex, low);
@@ -54,10 +54,10 @@ int ZQMatrixBase::findNearestFreeMatrixElement(int memorySearchMethod) {
 }
 
 int ZQMatrixBase::findIndexOfNearestFreeElement(int start, int* goodStart) {
-  return findIndexOfNearestFreeElement(freeSlotSearchState(), start, goodStart);
+  return findIndexOfNearestFreeElement(zmatrix::freeSlotSearchState(), start, goodStart);
 }
 
-int ZQMatrixBase::findIndexOfNearestFreeElement(ZQFreeSlotSearchState& state, int start, int* goodStart) {
+int ZQMatrixBase::findIndexOfNearestFreeElement(zmatrix::ZQFreeSlotSearchState& state, int start, int* goodStart) {
   if (!hasBlock()) return -1;
   const int low = matrixFileHeader->getMaxNumberOfMatrices();
   state.firstFree = std::max(state.firstFree, low);

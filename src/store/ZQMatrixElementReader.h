@@ -11,6 +11,8 @@
 #include "store/ZQMatrixBase.h"
 #include "store/ZQMatrixElementFile.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQMatrixElementReader {
   ZQMatrixElementReader(typename Tier::Matrix& aMatrix, zmatrix::ZQFileReader& aFile) : matrix(aMatrix), file(aFile) {}
@@ -135,3 +137,5 @@ struct ZQMatrixElementReader {
   uint64_t occupied = 0;
   int stack = 0;
 };
+
+}  // namespace zmatrix

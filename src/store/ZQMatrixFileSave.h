@@ -10,6 +10,8 @@
 #include "store/ZQMatrixBase.h"
 #include "store/ZQMatrixElementFile.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQMatrixFileSave {
   using Matrix = typename Tier::Matrix;
@@ -151,3 +153,5 @@ struct ZQMatrixFileSave {
   zmatrix::ZQFileWriter& file;
   int highest = -1;
 };
+
+}  // namespace zmatrix

@@ -1,13 +1,15 @@
 #include "store/ZQPairFilter.h"
 
+#include <cstring>
+
 namespace zmatrix {
 
-bool ZQPairFilter::resize(size_t newNumberOfRegions) {
+bool ZQPairFilter::resize(size_t newNumberOfRegions) noexcept {
   const size_t neededWords = (newNumberOfRegions + 63) / 64;
-  if (!hasNo.resize(newNumberOfRegions, 0)) return false;
+  if (!hasNo.resize(newNumberOfRegions)) return false;
   if (neededWords > wordsOfRow) {
     const size_t newWordsOfRow = neededWords + neededWords / 2;
-    if (!bits.resize(numberOfDistances * newWordsOfRow, 0xFF)) return false;
+    if (!bits.resize(numberOfDistances * newWordsOfRow, ~uint64_t{0})) return false;
     for (size_t row = numberOfDistances; row-- > 0;) {  // spread the rows, last first, each to its new begin
       uint64_t* to = &bits[row * newWordsOfRow];
       if (wordsOfRow > 0) memmove(to, &bits[row * wordsOfRow], wordsOfRow * sizeof(uint64_t));
@@ -22,8 +24,8 @@ bool ZQPairFilter::resize(size_t newNumberOfRegions) {
 }
 
 void ZQPairFilter::clear() {
-  bits.clear();
-  hasNo.clear();
+  bits.reset();
+  hasNo.reset();
   numberOfRegions = wordsOfRow = 0;
   memset(rowsWithNoBits, 0, sizeof rowsWithNoBits);
 }

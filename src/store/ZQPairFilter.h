@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "store/ZQPodArray.h"
+#include "frame/ZQArray.h"
 
 namespace zmatrix {
 
@@ -18,7 +18,7 @@ class ZQPairFilter {
   static constexpr int numberOfDistances = 256;
 
   /// Sets the number of regions; all bits of new regions are set. False if there is no room.
-  bool resize(size_t newNumberOfRegions);
+  [[nodiscard]] bool resize(size_t newNumberOfRegions) noexcept;
 
   void clear();
 
@@ -60,8 +60,8 @@ class ZQPairFilter {
   uint64_t rowsWithNoBits[numberOfDistances / 64] = {};
   size_t numberOfRegions = 0;
   size_t wordsOfRow = 0;
-  ZQPodArray<uint64_t> bits;
-  ZQPodArray<uint8_t> hasNo;
+  ZQArray<uint64_t> bits;
+  ZQArray<uint8_t> hasNo;
 };
 
 }  // namespace zmatrix

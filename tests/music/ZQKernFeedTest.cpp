@@ -13,22 +13,22 @@ using zmatrix::Vector;
 // --- tracks
 
 TEST(KernTracks, keepTextsAndPlaces) {
-  ZQKernObjectTrack track;
+  zmatrix::ZQKernObjectTrack track;
   for (const char* text : {"seven__", "eight___", "nine_____"}) {
-    ZQKernObject* object = createAndInitZQKernObjectOfType(ZQKernObjectComment, 5);
+    zmatrix::ZQKernObject* object = zmatrix::createAndInitZQKernObjectOfType(zmatrix::ZQKernObjectComment, 5);
     ASSERT_TRUE(object->setBuffer(text));
-    ZQKernObject* copy = object->createAndCopy();
+    zmatrix::ZQKernObject* copy = object->createAndCopy();
     object->setBuffer("gone");
     EXPECT_STREQ(copy->getBuffer(), text);
     EXPECT_EQ(copy->getByteCount(), static_cast<int>(strlen(text)));
     EXPECT_EQ(copy->getTempo() + static_cast<float>(copy->getTimeSignatureNom() + copy->getKeySignature(nullptr)), 0);
     EXPECT_TRUE(track.insertKernObjectAtIndex(copy, track.getCount()));
     EXPECT_FALSE(track.insertKernObjectAtIndex(object, track.getCount() + 1));
-    deleteZQKernObject(object);
+    zmatrix::deleteZQKernObject(object);
   }
   track.deleteKernObjectAtIndex(7);  // the last reference goes, not the object
   EXPECT_EQ(track.getCount(), 2);
-  deleteZQKernObject(track.getKernObjectTrack()[2]);
+  zmatrix::deleteZQKernObject(track.getKernObjectTrack()[2]);
 }
 
 TEST(KernTracks, knowTheirTexture) {
@@ -47,9 +47,9 @@ TEST(KernTracks, knowTheirTexture) {
       {{{5, 200}, {9, 200}}, 1, 0},
   };
   for (const auto& [notes, subType, chordSize] : cases) {
-    ZQKernObjectTrack track;
+    zmatrix::ZQKernObjectTrack track;
     for (const auto& [time, channel] : notes) {
-      ZQKernObject* note = createAndInitZQKernObjectOfType(ZQKernObjectNoteOn, time);
+      zmatrix::ZQKernObject* note = zmatrix::createAndInitZQKernObjectOfType(zmatrix::ZQKernObjectNoteOn, time);
       note->setChannel(static_cast<unsigned char>(channel));
       track.addKernObject(note);
     }
@@ -69,7 +69,8 @@ TEST(KernTracks, areMadeForEachChannel) {
             "x: trackID 0 unexpected\n");
   const auto said = [&](int index) {
     std::string text;
-    for (const ZQKernObject* object : *test.list->getKernObjectTrackAtIndex(index)) text += zmatrix::sayObject(*object) + " ";
+    for (const zmatrix::ZQKernObject* object : *test.list->getKernObjectTrackAtIndex(index))
+      text += zmatrix::sayObject(*object) + " ";
     return text;
   };
   EXPECT_EQ(said(0), "M0:3/4 T0:60 n3072:67+3072c16 M0:3/4 M0:3/4 o6144:67c16 n6144:69+3072c16 o9216:69c16 ");

@@ -136,7 +136,7 @@ TEST_F(TextOfLevels, IsWordsAboveAndCharactersBelow) {
   matrix.raiseStack();
   const Integers start = valuesOf("the");
   EXPECT_EQ(matrix->initializeKernelSequenceWithOriginalSequence(start.data(), 3, 1), 3);
-  matrix->getMatrixInfo()->setSucessorMethod(ZQSuccessorMethodMostProbable);
+  matrix->getMatrixInfo()->setSuccessorMethod(ZQSuccessorMethodMostProbable);
   EXPECT_EQ(write(4), 1);
   EXPECT_EQ(TestFolder::contentOf(file), "the cat");
   matrix.select(1);
@@ -152,7 +152,7 @@ TEST_F(TextOfLevels, IsWordsAboveAndCharactersBelow) {
 TEST_F(TextOfLevels, MarksWhatCannotBeWritten) {
   matrix.learn("cat");
   matrix.select(1);
-  matrix->getMatrixInfo()->setSucessorMethod(ZQSuccessorMethodMostProbable);
+  matrix->getMatrixInfo()->setSuccessorMethod(ZQSuccessorMethodMostProbable);
   const Integers sequence = {-3, -3, -3};
   matrix->updateMatrixWithLongINTSequence(sequence.data(), 3);
   matrix->getMatrixInfo()->setEnableStopItem(0);

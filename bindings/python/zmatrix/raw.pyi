@@ -2427,7 +2427,7 @@ def s_setCurrentMatrixIDLevelUp(matrix: Any, matrixID: int) -> None:
 def s_getKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any) -> int:
     """Reads whether pruning spares phrases that are symbols: 1 or 0."""
 def s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any, keepSymbolsWhenRemoveOverdeterminedElements: int) -> None:
-    """Sets whether pruning spares phrases that are symbols: 0 or 1; anything else prints at level 0 and changes nothing."""
+    """Sets whether pruning spares phrases that are symbols: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_getActualAILevelIndex(matrix: Any) -> int:
     """The level of the current sub-matrix: 0 basic, 1 symbols."""
 def s_getNumberOfSymbols(matrix: Any) -> int:

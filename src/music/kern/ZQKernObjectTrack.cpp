@@ -9,6 +9,8 @@
 #include "music/midi/ZQMidiSort.h"
 #include "settings/ZQMatrixEnumerations.h"
 
+namespace zmatrix {
+
 namespace {
 
 constexpr int numberOfChannels = 16;
@@ -44,12 +46,12 @@ void ZQKernObjectTrack::deleteAllKernObjects() {
 
 void ZQKernObjectTrack::sortByFunction(ZQCompareFunction compare) {
   if (compare == ZQCompareKernObjectsAscending) {
-    zmatrix::sortPointersByKey(objects.begin(), objects.getCount(), [](const ZQKernObject* object) {
-      return zmatrix::sortableBits(object->getTimeQuanta()) << 16 | static_cast<unsigned>(object->getNoteNumber()) << 8 |
+    sortPointersByKey(objects.begin(), objects.getCount(), [](const ZQKernObject* object) {
+      return sortableBits(object->getTimeQuanta()) << 16 | static_cast<unsigned>(object->getNoteNumber()) << 8 |
              object->getChannel();
     });
   } else {
-    zmatrix::sortPointersByFunction(objects.begin(), objects.getCount(), compare);
+    sortPointersByFunction(objects.begin(), objects.getCount(), compare);
   }
 }
 
@@ -70,7 +72,7 @@ int ZQKernObjectTrack::getMidiTimeSignatureFromKernObjectTrack(int* nom, int* de
 }
 
 int ZQKernObjectTrack::getMidiSubTypeFromKernObjectTrack(int* chordSize) const {
-  int notesOnChannel[UCHAR_MAX + 1] = {};  // a *Ch can set channels beyond 15
+  int notesOnChannel[UCHAR_MAX + 1] = {};  // a *Ch can set channels above 15
   int previousTime = 0, chord = 0, largestChord = 0, singleNotes = 0;
   for (const ZQKernObject* object : *this) {
     if (!object->isNote()) continue;
@@ -131,3 +133,5 @@ void deleteZQKernObjectTrackOnlyReferences(ZQKernObjectTrack* track) {
   track->deleteAllKernObjectsOnlyReferences();
   delete track;
 }
+
+}  // namespace zmatrix

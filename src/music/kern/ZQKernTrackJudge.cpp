@@ -40,7 +40,7 @@ KernTrackJudge::KernTrackJudge(const ZQKernTrackList& list, const MidiFeedSettin
   signatures = list.getKernTimeSignatureFromTrackList(&nom, &denom);
 }
 
-/// The integers of the sequence. With an unknown type the length of the track before stands.
+/// Sets the number of integers of the sequence. With an unknown type the length of the track before is kept.
 bool KernTrackJudge::findLength() {
   const int type = present.preProcessingType, dimension = present.coordinateDimension;
   const bool isQuadruple = type == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
@@ -62,8 +62,8 @@ bool KernTrackJudge::isToBeDowngraded() const {
   return sounds <= 1 && start.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
 }
 
-MidiTrackVerdict KernTrackJudge::takeUp(const ZQKernObjectTrack* aTrack, int index) {
-  track = aTrack;
+MidiTrackVerdict KernTrackJudge::takeUp(const ZQKernObjectTrack* nextTrack, int index) {
+  track = nextTrack;
   trackIndex = index;
   notes = track == nullptr ? 0 : static_cast<int>(std::count_if(track->begin(), track->end(), [](const ZQKernObject* object) {
     return object->isNote();

@@ -7,6 +7,8 @@
 #include "music/midi/ZQMidiPairing.h"
 #include "music/midi/ZQMidiSounds.h"
 
+namespace zmatrix {
+
 namespace {
 
 constexpr int percussionChannel = 9;
@@ -15,16 +17,16 @@ constexpr int percussionSound = 9;
 struct DeleteOnlyReferences {
   void operator()(ZQMidiObjectTrack* track) const { deleteZQMidiObjectTrackOnlyReferences(track); }
 };
-/// A track whose objects belong to others.
+/// A track that does not own its objects.
 using TrackOfReferences = std::unique_ptr<ZQMidiObjectTrack, DeleteOnlyReferences>;
 
-/// Closes the gap at an index; one outside the range counts as the first or the last.
+/// Removes the track at an index; one outside the range means the first or the last.
 template <class Track>
-void removeTrackAt(zmatrix::ZQPointerArray<Track>& tracks, int index) {
+void removeTrackAt(ZQPointerArray<Track>& tracks, int index) {
   tracks.removeAt(tracks.holds(index) ? index : index < 0 ? 0 : tracks.getCount() - 1);
 }
 
-/// Gives each note the sound that its channel has at its start. The objects are those of the single tracks.
+/// Gives each note the sound of its channel at the note's start. The objects belong to the single tracks.
 void giveNotesTheirSounds(ZQMidiObjectTrack& merged) {
   unsigned char soundOfChannel[ZQMidiTrackList::numberOfChannels] = {};
   for (ZQMidiObject* object : merged) {
@@ -92,13 +94,13 @@ void ZQMidiTrackList::deleteAllMidiObjectTracks() {
 
 ZQMidiObjectTrack* ZQMidiTrackList::createMIDIObjectTrackFromMidiEventTrack(
     const ZQMidiEventTrack* track, const int* statusFilter, const unsigned char* channelFilter, int* numberOfChannelsUsed,
-    int* hasPercussion, int* nom, int* denom, zmatrix::MidiPairingFindings* findings) const {
+    int* hasPercussion, int* nom, int* denom, MidiPairingFindings* findings) const {
   *numberOfChannelsUsed = *hasPercussion = 0;
   if (track == nullptr) return nullptr;
   std::unique_ptr<ZQMidiObjectTrack> objects(createZQMidiObjectTrack());
   if (objects == nullptr) return nullptr;
-  const zmatrix::MidiPairingFilter filter{statusFilter, channelFilter};
-  zmatrix::MidiPairing pairing(*track, filter, *objects);
+  const MidiPairingFilter filter{statusFilter, channelFilter};
+  MidiPairing pairing(*track, filter, *objects);
   if (!pairing.run()) return nullptr;
   *numberOfChannelsUsed = pairing.numberOfUsedChannels();
   *hasPercussion = pairing.hasPercussion() ? 1 : 0;
@@ -106,13 +108,12 @@ ZQMidiObjectTrack* ZQMidiTrackList::createMIDIObjectTrackFromMidiEventTrack(
     *nom = pairing.numerator();
     *denom = pairing.denominator();
   }
-  if (findings != nullptr) findings->tracks.push_back(pairing.findings());
+  if (findings != nullptr && !findings->tracks.append(pairing.findings())) return nullptr;
   objects->sortByFunction(ZQCompareMidiObjectsAscending);
   return objects.release();
 }
 
-bool ZQMidiTrackList::pairAllTracks(const int* statusFilter, const unsigned char* channelFilter,
-                                    zmatrix::MidiPairingFindings* findings) {
+bool ZQMidiTrackList::pairAllTracks(const int* statusFilter, const unsigned char* channelFilter, MidiPairingFindings* findings) {
   for (const ZQMidiEventTrack* events : eventTracks) {
     int numberOfChannelsUsed = 0, hasPercussion = 0, nom = 0, denom = 0;
     ZQMidiObjectTrack* objects = createMIDIObjectTrackFromMidiEventTrack(
@@ -125,7 +126,7 @@ bool ZQMidiTrackList::pairAllTracks(const int* statusFilter, const unsigned char
   return true;
 }
 
-/// References to all objects but those of track 0, in order of start.
+/// Appends references to all objects except those of track 0, in order of start.
 bool ZQMidiTrackList::collectObjects(ZQMidiObjectTrack* merged) const {
   long long count = 0;
   for (int i = 1; i < objectTracks.getCount(); i++) count += objectTracks.at(i)->getCount();
@@ -137,7 +138,7 @@ bool ZQMidiTrackList::collectObjects(ZQMidiObjectTrack* merged) const {
   return true;
 }
 
-/// The merged track takes the objects over from the single tracks, which go.
+/// Replaces the single tracks by the merged track, which takes over their objects.
 bool ZQMidiTrackList::replaceByMergedTrack(ZQMidiObjectTrack* merged) {
   if (objectTracks.getCount() < 2) return objectTracks.add(merged);
   for (int i = objectTracks.getCount() - 1; i >= 2; i--) deleteMidiObjectTrackAtIndexOnlyReferences(i);
@@ -160,7 +161,7 @@ bool ZQMidiTrackList::appendCopyOfMergedTrack(ZQMidiObjectTrack* merged) {
 }
 
 bool ZQMidiTrackList::updateMIDIObjectTracksFromMIDIEventTracks(const int* statusFilter, const unsigned char* channelFilter,
-                                                                int midiTrackAnalyze, zmatrix::MidiPairingFindings* findings) {
+                                                                int midiTrackAnalyze, MidiPairingFindings* findings) {
   deleteAllMidiObjectTracks();
   TrackOfReferences merged(createZQMidiObjectTrack());
   if (merged == nullptr || !pairAllTracks(statusFilter, channelFilter, findings) || !collectObjects(merged.get())) {
@@ -185,7 +186,7 @@ int ZQMidiTrackList::getMidiTimeSignatureFromTrackList(int* nom, int* denom) con
   for (const ZQMidiEvent* event : *eventTracks.at(0)) {
     if (event->getEventType() != ZQMidiMetaTimeSignature) continue;
     const int numerator = event->getByte1();
-    const int denominator = zmatrix::powerOfTwo(event->getByte2());
+    const int denominator = powerOfTwo(event->getByte2());
     if (count == 0) {
       *nom = numerator;
       *denom = denominator;
@@ -205,11 +206,11 @@ void deleteZQMidiTrackList(ZQMidiTrackList* list) {
   delete list;
 }
 
-// --- back to events
+// --- conversion of objects to events
 
 namespace {
 
-/// Adds a channel event; false if memory has run out.
+/// Adds a channel event; false if memory runs out.
 bool addChannelEvent(ZQMidiEventTrack* events, int time, int byteCount, int status, unsigned char b2, unsigned char b3) {
   ZQMidiEvent* event = createZQMidiEvent();
   if (event == nullptr) return false;
@@ -220,7 +221,7 @@ bool addChannelEvent(ZQMidiEventTrack* events, int time, int byteCount, int stat
   return false;
 }
 
-/// Gives each note the channel of its sound, where it has one, and counts the notes of each.
+/// Gives each note the channel of its sound, if there is one, and counts the notes per channel.
 void giveNotesTheirChannels(ZQMidiObjectTrack& objects, int* notesOnChannel) {
   for (ZQMidiObject* object : objects) {
     if (object->getType() >= 2) {
@@ -234,7 +235,7 @@ void giveNotesTheirChannels(ZQMidiObjectTrack& objects, int* notesOnChannel) {
   }
 }
 
-/// A program change at time 0 for each channel with notes but channel 0, and always one for channel 9.
+/// Adds a program change at time 0 for each channel with notes except channel 0, and always for channel 9.
 bool addPrograms(ZQMidiEventTrack* events, const int* notesOnChannel) {
   for (int channel = 1; channel < ZQMidiTrackList::numberOfChannels; channel++) {
     if (notesOnChannel[channel] == 0 && channel != percussionChannel) continue;
@@ -268,3 +269,5 @@ bool updateEventTrackFromObjectTrack(ZQMidiEventTrack* events, ZQMidiObjectTrack
   events->sortByFunction(ZQCompareMidiEventsAscending);
   return true;
 }
+
+}  // namespace zmatrix

@@ -1,4 +1,4 @@
-// Text of the medium tier: the shared telling, instantiated.
+// Text methods of the medium tier: instances of the shared templates.
 #include "music/text/ZQCharacterFeed.h"
 #include "music/text/ZQTextFeed.h"
 #include "music/text/ZQTextWriter.h"
@@ -8,7 +8,7 @@ namespace zmatrix {
 
 template <>
 struct TextTier<ZQMatrixMedium> {
-  static constexpr const char* updateDescription =
+  static constexpr ZQSentence<int> updateDescription =
       "Producer: %d-Bit Mac OS, lattix01.exe (CPP-Version), ANSI teext read fromFile ***************";
 
   static int updateWithPhrase(ZQMatrixMedium* matrix, std::span<const int> phrase, int preProcessingType) {
@@ -18,7 +18,7 @@ struct TextTier<ZQMatrixMedium> {
                                                          nullptr, nullptr, nullptr);
   }
 
-  /// There is no level above.
+  /// The medium tier has no level above.
   static int updateLevelAbove(ZQMatrixMedium*, const int*, int, int result) { return result; }
 };
 

@@ -1,5 +1,5 @@
-// Text of the full tier: the shared telling, instantiated. A learned file is learned once more as words where symbols are in
-// use, and a sub-matrix of symbols writes the words that they stand for.
+// Text methods of the full tier: instances of the shared templates. Where symbols are in use, a learned file is learned a second
+// time as words, and a sub-matrix of symbols writes the words of its symbols.
 #include "frame/ZQSystemOwned.h"
 #include "music/text/ZQCharacterFeed.h"
 #include "music/text/ZQTextFeed.h"
@@ -10,7 +10,7 @@ namespace zmatrix {
 
 template <>
 struct TextTier<ZQMatrix> {
-  static constexpr const char* updateDescription =
+  static constexpr ZQSentence<int> updateDescription =
       "Producer: %d-Bit Mac OS Intel, (CPP-Version), ANSI text read fromFile ***************";
 
   static int updateWithPhrase(ZQMatrix* matrix, std::span<const int> phrase, int preProcessingType) {
@@ -46,7 +46,8 @@ class TextOutput<ZQMatrix> {
     return 1;
   }
 
-  /// A character; or the phrase of a symbol with a blank behind, nothing for a symbol without one.
+  /// Writes a character, or, on a level of symbols, the phrase of the symbol and a blank. A symbol without a phrase writes
+  /// nothing.
   void write(int item, FILE* file) const {
     if (level_ == 0) {
       fputc(item, file);

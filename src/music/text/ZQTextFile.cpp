@@ -26,7 +26,7 @@ File openRegularFile(const char* fileName) {
   return File(fopen(fileName, "rb"));
 }
 
-/// The bytes of a file, or -1.
+/// The size of a file in bytes, or -1.
 long long sizeOf(FILE* file) {
   if (fseek(file, 0, SEEK_END) != 0) return -1;
   const long long size = ftell(file);
@@ -34,7 +34,7 @@ long long sizeOf(FILE* file) {
   return size;
 }
 
-/// Reads up to `capacity` bytes into one int each, and returns how many there were.
+/// Reads up to `capacity` bytes into one int each, and returns their number.
 int readBytes(FILE* file, int* values, int capacity) {
   static constexpr size_t bytesAtOnce = 1 << 14;
   unsigned char bytes[bytesAtOnce];
@@ -49,7 +49,8 @@ int readBytes(FILE* file, int* values, int capacity) {
   return length;
 }
 
-/// Occurrences of a word with its blanks. The blank behind one is gone for the next, so that a word said twice counts once.
+/// Counts the occurrences of a word with its blanks. The search goes on behind the second blank, so that a repeated word counts
+/// once.
 template <class Text>
 int occurrences(const Text& text, std::string_view word) {
   int count = 0;
@@ -88,7 +89,7 @@ int languageOfTextFile(const char* fileName) {
   const SystemOwned<char> bytes(systemMallocArray<char>(size + 1));
   if (bytes == nullptr) return ZQLanguageUndefined;
   bytes[fread(bytes.get(), 1, static_cast<size_t>(size), file.get())] = 0;
-  // A text for this purpose ends at its first zero byte.
+  // The language is judged by the text before its first zero byte.
   return languageOf(std::string_view(bytes.get()));
 }
 

@@ -1,5 +1,5 @@
-// Writes generated text into a file, told once for the tiers that generate. On the basic level the low byte of each item is a
-// character; TextOutput<Matrix> names what a tier with more levels does with its items.
+// Writes generated text into a file, shared by the tiers that generate. On the basic level the low byte of each item is a
+// character; TextOutput<Matrix> is specialised for a tier with more levels.
 #pragma once
 
 #include <cstdio>
@@ -10,13 +10,13 @@
 
 namespace zmatrix {
 
-/// What a matrix that knows one level writes.
+/// Output of a matrix with one level.
 template <class Matrix>
 class TextOutput {
  public:
   explicit TextOutput(Matrix* matrix) : matrix_(matrix) {}
 
-  /// 1 if the current sub-matrix is of a kind that can be written, else the error code of the operation.
+  /// 1 if the type of the current sub-matrix can be written, else the error code of the operation.
   int check() const {
     const int matrixType = matrix_->getMatrixInfo()->getMatrixType();
     if (matrixType == ZQMatrixTypeANSIText) return 1;
@@ -26,7 +26,7 @@ class TextOutput {
 
   void write(int item, FILE* file) const { fputc(item, file); }
 
-  /// False, with a message, for an item that can't stand for text.
+  /// False, with a message, for an item that is no character.
   bool isLegal(int item) const {
     if (static_cast<unsigned>(item) < 256) return true;
     dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: illegal value: %d\n", item);
@@ -37,7 +37,7 @@ class TextOutput {
   Matrix* matrix_;
 };
 
-/// 1 if the current sub-matrix can write text, else the error code of the operation.
+/// 1 if the current sub-matrix can generate text, else the error code of the operation.
 template <class Matrix>
 int checkMatrixForTextOutput(Matrix* matrix) {
   const auto* info = matrix->getMatrixInfo();
@@ -59,17 +59,18 @@ int checkMatrixForTextOutput(Matrix* matrix) {
   return 1;
 }
 
-/// The text that the generated text continues.
+/// Writes the text that the generated text continues.
 template <class Matrix>
 void writeContextOfText(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file) {
   int numberOfObjex = 0, coordinateDimension = 0;
-  int** objex = matrix->createKernelOriginalSequenceInitialValuesObjexVector(&numberOfObjex, &coordinateDimension);
+  int** objex =
+      matrix->getMatrixInfo()->createKernelOriginalSequenceInitialValuesObjexVector(&numberOfObjex, &coordinateDimension);
   if (objex == nullptr) return;
   for (int i = 0; i < numberOfObjex; i++) output.write(objex[i][0], file);
   systemFree(objex);
 }
 
-/// Generates one item. A failed one, and one that is no text, leaves a line feed, and nothing stops the run.
+/// Generates one item and writes it. A failed read and an item that is no character write a line feed instead; the run goes on.
 template <class Matrix>
 void writeNextItem(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file) {
   double probability = 0, stopProbability = 0;

@@ -34,7 +34,7 @@ final class Handle {
 
     /** A new matrix. */
     Handle(Tier tier) {
-        this(tier, inTurn(tier == Tier.FULL ? Common::createAndInitMatrix : Common::createAndInitMatrixMedium));
+        this(tier, tier == Tier.FULL ? Common.createAndInitMatrix() : Common.createAndInitMatrixMedium());
         if (matrix == null) {
             throw new LimitException("no memory for a matrix");
         }
@@ -49,19 +49,17 @@ final class Handle {
 
     /** The matrix of a file. */
     static Handle ofFile(String path) {
-        return inTurn(() -> {
-            int type = Common.s_getMatrixInfoTypeFromFile(path);
-            if (type != Constants.ZQMatrixInfoTypeMedium && type != Constants.ZQMatrixInfoTypeFull) {
-                throw new InputException(path + " holds no model that learns");
-            }
-            boolean isFull = type == Constants.ZQMatrixInfoTypeFull;
-            PointerType matrix = isFull ? Common.createAndInitMatrixWithFile(path, -1)
-                    : Common.createAndInitMatrixMediumWithFile(path, -1);
-            if (matrix == null) {
-                throw new DamagedException("cannot read " + path + ": " + lastMessage());
-            }
-            return new Handle(isFull ? Tier.FULL : Tier.MEDIUM, matrix);
-        });
+        int type = Common.s_getMatrixInfoTypeFromFile(path);
+        if (type != Constants.ZQMatrixInfoTypeMedium && type != Constants.ZQMatrixInfoTypeFull) {
+            throw new InputException(path + " holds no model that learns");
+        }
+        boolean isFull = type == Constants.ZQMatrixInfoTypeFull;
+        PointerType matrix = isFull ? Common.createAndInitMatrixWithFile(path, -1)
+                : Common.createAndInitMatrixMediumWithFile(path, -1);
+        if (matrix == null) {
+            throw new DamagedException("cannot read " + path + ": " + lastMessage());
+        }
+        return new Handle(isFull ? Tier.FULL : Tier.MEDIUM, matrix);
     }
 
     /** The matrix is of the tier whose functions these are, since both are made here alone. */
@@ -71,21 +69,13 @@ final class Handle {
     }
 
     private static Runnable release(PointerType matrix) {
-        return () -> inTurn(() -> {
+        return () -> {
             if (matrix instanceof ZQMatrix full) {
                 Common.deleteMatrix(full);
             } else if (matrix instanceof ZQMatrixMedium medium) {
                 Common.deleteMatrixMedium(medium);
             }
-            return null;
-        });
-    }
-
-    /** The library keeps messages, progress and searches for the whole process, so matrices of different threads take turns. */
-    private static <T> T inTurn(Supplier<T> work) {
-        synchronized (CLEANER) {
-            return work.get();
-        }
+        };
     }
 
     /** Does what calls the library: in one thread at a time, and not inside of itself. */
@@ -95,7 +85,7 @@ final class Handle {
             if (!isOpen) {
                 throw new ClosedException();
             }
-            return inTurn(work);
+            return work.get();
         } finally {
             isUsed.set(false);
             Reference.reachabilityFence(this);

@@ -1630,7 +1630,8 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native int s_getKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix matrix);
 
     /**
-     * Sets whether pruning spares phrases that are symbols: 0 or 1; anything else prints at level 0 and changes nothing.
+     * Sets whether pruning spares phrases that are symbols: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old
+     * value.
      * @param matrix object
      * @param keepSymbolsWhenRemoveOverdeterminedElements a value
      */

@@ -1,17 +1,17 @@
 // What a matrix offers of its header and of the current sub-matrix's record, each tier in its own way.
-#include "settings/ZQMatrixForwards.h"
+#include "settings/ZQMatrixAccessors.h"
 
 #include "support/TierTest.h"
 
 namespace {
 
-class ZQMatrixForwardsTest : public zmatrix::TierTest<ZQMatrix> {
+class ZQMatrixAccessorsTest : public zmatrix::TierTest<ZQMatrix> {
  protected:
   ZQMatrixMedium& medium = *matrix;
   ZQMatrixBase& base = *matrix;
 };
 
-TEST_F(ZQMatrixForwardsTest, reachHeaderAndCurrentRecord) {
+TEST_F(ZQMatrixAccessorsTest, reachHeaderAndCurrentRecord) {
   matrix->setCurrentMatrixID(2);
   matrix->setMidiTrackAnalize(1);
   matrix->setMatrixType(3);
@@ -24,11 +24,11 @@ TEST_F(ZQMatrixForwardsTest, reachHeaderAndCurrentRecord) {
   EXPECT_EQ(matrix->getMatrixInfo(0)->getMatrixType(), 0);
   matrix->setGlobalMidiSubType(4);
   matrix->setGlobalSymbolMidiSoundID(5);
-  EXPECT_EQ(matrix->getMatrixFileHeader()->getGlobalMidiSubType(), 4);
+  EXPECT_EQ(matrix->getGlobalMatrixProperties()->midiSubType, 4);
   EXPECT_EQ(matrix->getGlobalSymbolMatrixProperties()->midiSoundID, ZQMatrixSoundBass);
 }
 
-TEST_F(ZQMatrixForwardsTest, aTierUsesItsOwnRecord) {
+TEST_F(ZQMatrixAccessorsTest, aTierUsesItsOwnRecord) {
   int& firstOfKernel = info()->getKernelOriginalSequence()[0][0];
   firstOfKernel = 7;
   base.setCoordinateDimension(2);
@@ -36,11 +36,11 @@ TEST_F(ZQMatrixForwardsTest, aTierUsesItsOwnRecord) {
   medium.setCoordinateDimension(3);
   EXPECT_EQ(info()->getKernelOriginalSequence()[0][0], 0) << "the medium tier drops it";
 
-  EXPECT_EQ(base.getGlobalMatrixInfoParameters()->successorMethod, 0);
-  EXPECT_EQ(medium.getGlobalMatrixInfoParameters()->successorMethod, 3);
-  EXPECT_EQ(medium.getGlobalMatrixInfoParameters()->newSymbol, 0);
-  EXPECT_EQ(matrix->getGlobalMatrixInfoParameters()->newSymbol, 256);
-  matrix->releaseMemoryGlobalMatrixInfoParameters();
+  EXPECT_EQ(base.getMatrixInfo()->getGlobalMatrixInfoParameters()->successorMethod, 0);
+  EXPECT_EQ(medium.getMatrixInfo()->getGlobalMatrixInfoParameters()->successorMethod, 3);
+  EXPECT_EQ(medium.getMatrixInfo()->getGlobalMatrixInfoParameters()->newSymbol, 0);
+  EXPECT_EQ(info()->getGlobalMatrixInfoParameters()->newSymbol, 256);
+  info()->releaseMemoryGlobalMatrixInfoParameters();
 
   medium.setGlobalDefaultMatrixPropertiesForSymbols();
   EXPECT_EQ(matrix->getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(), 1);
@@ -48,7 +48,7 @@ TEST_F(ZQMatrixForwardsTest, aTierUsesItsOwnRecord) {
   EXPECT_EQ(matrix->getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
 }
 
-TEST_F(ZQMatrixForwardsTest, successorGeneratorsGoByMatrixID) {
+TEST_F(ZQMatrixAccessorsTest, successorGeneratorsGoByMatrixID) {
   ZQDebugChannel::globalDebugLevel = 0;
   EXPECT_EQ(matrix->getSuccessorRandomValue(3), 292715034);
   EXPECT_EQ(matrix->getActualSuccessorRandomValue(3), 292715034);
