@@ -103,7 +103,7 @@ TEST_P(NearestFit, IsTheOneThatAWalkFinds) {
 INSTANTIATE_TEST_SUITE_P(Shapes, NearestFit,
                          testing::Values(Shape{2, 26, 4}, Shape{3, 26, 12}, Shape{3, 120, 12}, Shape{4, 26, 45},
                                          Shape{4, 100, 45}, Shape{6, 26, 110}, Shape{5, 300, 80}, Shape{3, 9000, 12},
-                                         Shape{12, 40, 350}),
+                                         Shape{12, 40, 350}, Shape{100, 9000, 970}),
                          [](const testing::TestParamInfo<Shape>& named) {
                            const Shape& shape = named.param;
                            return std::to_string(shape.count) + "Within" + std::to_string(shape.width) + "At" +
