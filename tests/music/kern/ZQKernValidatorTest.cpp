@@ -1,7 +1,7 @@
 // The rules of Humdrum, one small file each: which are told, and which refuse the file.
 #include <gtest/gtest.h>
 
-#include "KernUnderTest.h"
+#include "music/kern/KernUnderTest.h"
 #include "music/kern/ZQKernValidator.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Kern files on their way into a matrix, into a MIDI file and into a report.
 #include "music/kern/ZQKernReport.h"
 
-#include "KernUnderTest.h"
+#include "music/kern/KernUnderTest.h"
 #include "music/kern/ZQKernTracks.h"
 #include "support/TierTest.h"
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "KernUnderTest.h"
+#include "music/kern/KernUnderTest.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The self-tests of the three tiers: what they tell, how they trim, and that what they read back and whom symbols name is right.
-// What they count is held against a map of paths in self_test_script_test.cpp.
+// What they count is held against a map of paths in VerificationScriptTest.cpp.
 #include <random>
 
 #include "support/TestFolder.h"
