@@ -13,13 +13,13 @@ using zmatrix::Vector;
 using Numbers = std::vector<std::vector<std::string>>;
 
 template <class Matrix>
-class DegenerationFeed : public zmatrix::TierTest<Matrix> {
+class DegenerationFeedTest : public zmatrix::TierTest<Matrix> {
  protected:
-  DegenerationFeed() {
+  DegenerationFeedTest() {
     prepare();
     std::filesystem::current_path(folder.path());
   }
-  ~DegenerationFeed() override { std::filesystem::current_path(home); }
+  ~DegenerationFeedTest() override { std::filesystem::current_path(home); }
 
   /// Two sub-matrices for the characters of ocrons.
   void prepare() {
@@ -78,9 +78,9 @@ class DegenerationFeed : public zmatrix::TierTest<Matrix> {
   int numberFed = -7;
 };
 
-TYPED_TEST_SUITE(DegenerationFeed, zmatrix::LearningTiers);
+TYPED_TEST_SUITE(DegenerationFeedTest, zmatrix::LearningTiers);
 
-TYPED_TEST(DegenerationFeed, learnsPairs) {
+TYPED_TEST(DegenerationFeedTest, LearnsPairs) {
   EXPECT_EQ(this->feed({{"2P"}, {"22", "2*"}, {"2PPP2", "2P", "2"}}), 1);
   EXPECT_EQ(this->numberFed, 3);
   // A single form goes to both; forms of one length are no shortening; b runs up to the last form as long as the first.
@@ -92,7 +92,7 @@ TYPED_TEST(DegenerationFeed, learnsPairs) {
   }
 }
 
-TYPED_TEST(DegenerationFeed, refusesAndPassesOver) {
+TYPED_TEST(DegenerationFeedTest, RefusesAndPassesOver) {
   int* levels = &this->numberFed;
   EXPECT_EQ(this->matrix->feedMatrixWithDegenerationOcronData(nullptr, 1, nullptr, 4, "\n", 1, 0, 0, levels), -1);
   this->take();
@@ -115,7 +115,7 @@ TYPED_TEST(DegenerationFeed, refusesAndPassesOver) {
   EXPECT_TRUE(this->told("feedMatrixWithDegenerationOcronData: error ocron for matrix feed has no EOO symbol\n"));
 }
 
-TYPED_TEST(DegenerationFeed, savesAndStops) {
+TYPED_TEST(DegenerationFeedTest, SavesAndStops) {
   const std::string line = "Matrix feeded with ocron rules up to up to number: 0, degen-level: 2\n";
   this->folder.put("matrixTerminate", "");
   const Vector before = this->stored();
@@ -128,7 +128,7 @@ TYPED_TEST(DegenerationFeed, savesAndStops) {
   EXPECT_GT(std::filesystem::file_size("autoSave.phr"), 1000u);
 }
 
-TYPED_TEST(DegenerationFeed, goesOnAsIfUnbroken) {
+TYPED_TEST(DegenerationFeedTest, GoesOnAsIfUnbroken) {
   Numbers numbers;
   for (int n = 0; n < 40; n++)
     numbers.push_back(

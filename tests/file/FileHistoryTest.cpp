@@ -28,7 +28,7 @@ class HistoryTest : public testing::Test {
 };
 TYPED_TEST_SUITE(HistoryTest, LearningTiers);
 
-TYPED_TEST(HistoryTest, growsByWhatChangedSinceTheLoad) {
+TYPED_TEST(HistoryTest, GrowsByWhatChangedSinceTheLoad) {
   learnText(*this->matrix, "the dry harbour", false);
   this->save();
   EXPECT_EQ(this->count(), 0) << "the history shown is that of the file it was read from";
@@ -55,7 +55,7 @@ TYPED_TEST(HistoryTest, growsByWhatChangedSinceTheLoad) {
   EXPECT_EQ(this->matrix->getMatrixFileHeader()->matrixHasBeenRead(), 1);
 }
 
-TYPED_TEST(HistoryTest, theMessagesOfAScan) {
+TYPED_TEST(HistoryTest, TheMessagesOfAScan) {
   learnText(*this->matrix, "the dry harbour", false);
   this->save();
   this->load();
@@ -92,7 +92,7 @@ TYPED_TEST(HistoryTest, theMessagesOfAScan) {
 }
 
 // Left in place deliberately: the offset in the file is the one in memory when the header went out.
-TYPED_TEST(HistoryTest, aSaveWithoutHistoryKeepsTheStaleOffset) {
+TYPED_TEST(HistoryTest, ASaveWithoutHistoryKeepsTheStaleOffset) {
   learnText(*this->matrix, "the dry harbour", false);
   this->save();
   this->load();
@@ -106,7 +106,7 @@ TYPED_TEST(HistoryTest, aSaveWithoutHistoryKeepsTheStaleOffset) {
   EXPECT_EQ(this->matrix->getOffsetToUpdateInfos(), offset);
 }
 
-TYPED_TEST(HistoryTest, anOffsetBehindTheEndHasNoRecord) {
+TYPED_TEST(HistoryTest, AnOffsetBehindTheEndHasNoRecord) {
   learnText(*this->matrix, "the dry harbour", false);
   this->save();
   this->load();
@@ -119,7 +119,7 @@ TYPED_TEST(HistoryTest, anOffsetBehindTheEndHasNoRecord) {
 }
 
 // The name is the header's own text, which the file's is read over.
-TYPED_TEST(HistoryTest, aMatrixCanBeReadAgainFromWhereItCame) {
+TYPED_TEST(HistoryTest, AMatrixCanBeReadAgainFromWhereItCame) {
   learnText(*this->matrix, "the dry harbour", false);
   this->save();
   this->load();
@@ -128,7 +128,7 @@ TYPED_TEST(HistoryTest, aMatrixCanBeReadAgainFromWhereItCame) {
   EXPECT_EQ(this->count(), 1);
 }
 
-TYPED_TEST(HistoryTest, aRecordOfTooLongASequenceCannotBeReadBack) {
+TYPED_TEST(HistoryTest, ARecordOfTooLongASequenceCannotBeReadBack) {
   learnText(*this->matrix, "the dry harbour", false);
   this->matrix->setMaxPhraseLengthForUpdateWithSequence(1);
   learnText(*this->matrix, std::string(40000, 'a'), false);
@@ -143,7 +143,7 @@ TYPED_TEST(HistoryTest, aRecordOfTooLongASequenceCannotBeReadBack) {
 }
 
 // The header names the history's place by an int. Beyond it the history lies behind the elements unnamed.
-TYPED_TEST(HistoryTest, aFileTooLargeForTheOffsetKeepsItsHistory) {
+TYPED_TEST(HistoryTest, AFileTooLargeForTheOffsetKeepsItsHistory) {
   learnText(*this->matrix, "the dry harbour", false);
   this->save();
   this->load();
@@ -163,7 +163,7 @@ TYPED_TEST(HistoryTest, aFileTooLargeForTheOffsetKeepsItsHistory) {
 }
 
 // A stale offset may lie anywhere: what stands there is no history, and isn't carried on as one.
-TYPED_TEST(HistoryTest, nothingBeforeTheEndOfTheElementsIsCarriedOn) {
+TYPED_TEST(HistoryTest, NothingBeforeTheEndOfTheElementsIsCarriedOn) {
   learnText(*this->matrix, someText, false);
   this->save();
   std::string bytes = TestFolder::contentOf(this->path);

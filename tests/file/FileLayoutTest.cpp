@@ -33,7 +33,7 @@ const std::map<std::string, long long>& valuesBeforeTheirTime() {
   return values;
 }
 
-TYPED_TEST(LayoutTest, aFileComesBackByteForByte) {
+TYPED_TEST(LayoutTest, AFileComesBackByteForByte) {
   const plain::MatrixFile file(this->tier);
   EXPECT_EQ(file.place("updateInfoSize").offset, 2204u);
   EXPECT_EQ(file.place("global.matrixType").offset, 1356u);
@@ -42,7 +42,7 @@ TYPED_TEST(LayoutTest, aFileComesBackByteForByte) {
   expectEqualBytes(savedBytes(*this->matrix, this->folder), file.bytes());
 }
 
-TYPED_TEST(LayoutTest, olderVersionsGetWhatTheyLack) {
+TYPED_TEST(LayoutTest, OlderVersionsGetWhatTheyLack) {
   const plain::MatrixFile present(this->tier);
   for (const int version : {83, 88, 89, 104, 105, 111, 112, 133, 134}) {
     const plain::MatrixFile old(this->tier, version);
@@ -64,7 +64,7 @@ TYPED_TEST(LayoutTest, olderVersionsGetWhatTheyLack) {
   }
 }
 
-TYPED_TEST(LayoutTest, lowerTiersAreUpgradedAndHigherOnesRefused) {
+TYPED_TEST(LayoutTest, LowerTiersAreUpgradedAndHigherOnesRefused) {
   for (int tierOfFile = 0; tierOfFile <= 2; ++tierOfFile) {
     this->matrix.makeAnew();
     CapturedMessages messages(0);
@@ -98,7 +98,7 @@ TYPED_TEST(LayoutTest, lowerTiersAreUpgradedAndHigherOnesRefused) {
   }
 }
 
-TEST(LayoutOfKernelTest, initialValuesAreTheOriginalSequenceAsSaved) {
+TEST(LayoutOfKernelTest, InitialValuesAreTheOriginalSequenceAsSaved) {
   ZQMatrixMedium* matrix = createAndInitMatrixMedium();
   TestFolder folder;
   ASSERT_EQ(matrix->readAndInitMatrixFromDisk(folder.put("m", plain::MatrixFile(1).bytes()).c_str(), -1), 1);
@@ -113,7 +113,7 @@ TEST(LayoutOfKernelTest, initialValuesAreTheOriginalSequenceAsSaved) {
   deleteMatrixMedium(matrix);
 }
 
-TEST(CreatorFromFileTest, takesItsOwnTierOnlyWhateverTheVersion) {
+TEST(CreatorFromFileTest, TakesItsOwnTierOnlyWhateverTheVersion) {
   TestFolder folder;
   for (int tier = 0; tier <= 2; ++tier) {
     for (const int version : {83, 104, 105, 135}) {
@@ -138,7 +138,7 @@ TEST(CreatorFromFileTest, takesItsOwnTierOnlyWhateverTheVersion) {
   EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(folder.put("short", "zmatrix").c_str()), -1);
 }
 
-TEST(FileNumbersTest, goLittleEndianBothWaysAndSwapInPlace) {
+TEST(FileNumbersTest, GoLittleEndianBothWaysAndSwapInPlace) {
   FILE* file = tmpfile();
   int16_t small = -2;
   int32_t middle = 0x01020304;

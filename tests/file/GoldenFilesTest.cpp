@@ -43,7 +43,7 @@ class GoldenTest : public testing::Test {
 };
 TYPED_TEST_SUITE(GoldenTest, Tiers);
 
-TYPED_TEST(GoldenTest, isReadAndWrittenBack) {
+TYPED_TEST(GoldenTest, IsReadAndWrittenBack) {
   const std::string kept = TestFolder::contentOf(this->path());
   ASSERT_GT(kept.size(), 2204u);
   OwnedMatrix<TypeParam> loaded;
@@ -54,7 +54,7 @@ TYPED_TEST(GoldenTest, isReadAndWrittenBack) {
   EXPECT_EQ(slotsOf(*loaded), slotsOf(*made));
 }
 
-TYPED_TEST(GoldenTest, isMadeAnew) {
+TYPED_TEST(GoldenTest, IsMadeAnew) {
   OwnedMatrix<TypeParam> made;
   this->make(*made);
   const std::string bytes = withoutTimes(savedBytes(*made, this->folder));

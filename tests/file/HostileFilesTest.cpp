@@ -46,7 +46,7 @@ class HostileTest : public FileTest<Matrix> {
 };
 TYPED_TEST_SUITE(HostileTest, Tiers);
 
-TYPED_TEST(HostileTest, cutAtEveryByte) {
+TYPED_TEST(HostileTest, CutAtEveryByte) {
   const plain::MatrixFile file(this->tier);
   const std::string& bytes = file.bytes();
   const size_t endOfHeader = file.place("updateInfoSize").offset;
@@ -57,7 +57,7 @@ TYPED_TEST(HostileTest, cutAtEveryByte) {
   }
 }
 
-TYPED_TEST(HostileTest, eachNumberAtItsWorst) {
+TYPED_TEST(HostileTest, EachNumberAtItsWorst) {
   const plain::MatrixFile file(this->tier);
   for (const plain::FieldPlace& field : file.numbers()) {
     const long long value = plain::MatrixFile::numberAt(file.bytes(), field);
@@ -71,7 +71,7 @@ TYPED_TEST(HostileTest, eachNumberAtItsWorst) {
   }
 }
 
-TYPED_TEST(HostileTest, turnedBytes) {
+TYPED_TEST(HostileTest, TurnedBytes) {
   std::mt19937 random(20);
   const std::string bytes = plain::MatrixFile(this->tier).bytes();
   for (int i = 0; i < 150; ++i) {
@@ -88,7 +88,7 @@ TYPED_TEST(HostileTest, turnedBytes) {
   }
 }
 
-TYPED_TEST(HostileTest, blockSizesUpToTheCapAreHonoured) {
+TYPED_TEST(HostileTest, BlockSizesUpToTheCapAreHonoured) {
   const plain::MatrixFile file(this->tier);
   EXPECT_EQ(this->tryOut(file.with("matrixBlockSize", 134217729)), -1);
   EXPECT_EQ(this->tryOut(file.with("matrixBlockSize", 3)), -1) << "no room for the roots";
@@ -102,7 +102,7 @@ TYPED_TEST(HostileTest, blockSizesUpToTheCapAreHonoured) {
   EXPECT_EQ(slotsOf(*fresh).size(), 4u);
 }
 
-TYPED_TEST(HostileTest, aFileAsksForNoMoreMemoryThanItsSizeAllows) {
+TYPED_TEST(HostileTest, AFileAsksForNoMoreMemoryThanItsSizeAllows) {
   const plain::MatrixFile file(this->tier);
   largestAllocation = 32 << 20;  // the granted sum for a small file, and some
   std::vector<const char*> names = {"maxNumberOfMatrices", "numberOfMatrices",         "maximalStack",
@@ -124,7 +124,7 @@ TYPED_TEST(HostileTest, aFileAsksForNoMoreMemoryThanItsSizeAllows) {
   largestAllocation = static_cast<size_t>(-1);
 }
 
-TYPED_TEST(HostileTest, elementsThatNoRootLeadsToAreDropped) {
+TYPED_TEST(HostileTest, ElementsThatNoRootLeadsToAreDropped) {
   const plain::MatrixFile file(this->tier);
   const auto survivors = [&](const std::string& bytes) {
     OwnedMatrix<TypeParam> fresh;
@@ -158,7 +158,7 @@ TYPED_TEST(HostileTest, elementsThatNoRootLeadsToAreDropped) {
   EXPECT_EQ(survivors(circle), (Vector{4, 6}));
 }
 
-TYPED_TEST(HostileTest, whatIsCutOffIsAllThatIsMissing) {
+TYPED_TEST(HostileTest, WhatIsCutOffIsAllThatIsMissing) {
   const plain::MatrixFile file(this->tier);
   const size_t lastElement = file.place("element8.parent").offset - 28;
   const std::string withBasePart = file.bytes().substr(0, lastElement + 32);
@@ -170,7 +170,7 @@ TYPED_TEST(HostileTest, whatIsCutOffIsAllThatIsMissing) {
 }
 
 // A slot of a root that looked free would be given to another sub-matrix.
-TYPED_TEST(HostileTest, everySubMatrixHasItsRoot) {
+TYPED_TEST(HostileTest, EverySubMatrixHasItsRoot) {
   const plain::MatrixFile file(this->tier);
   for (const std::string& bytes : {file.with("maximalStack", 1), file.bytes().substr(0, file.place("element0.child").offset)}) {
     EXPECT_EQ(this->tryOut(bytes, 0), 1);
@@ -181,7 +181,7 @@ TYPED_TEST(HostileTest, everySubMatrixHasItsRoot) {
   }
 }
 
-TEST(LevelLinkTest, linksThatLeadNowhereAreCut) {
+TEST(LevelLinkTest, LinksThatLeadNowhereAreCut) {
   const plain::MatrixFile file(2);
   TestFolder folder;
   for (const int link : {0, 4, 77, INT_MAX, -2}) {
@@ -195,7 +195,7 @@ TEST(LevelLinkTest, linksThatLeadNowhereAreCut) {
   EXPECT_EQ(matrix->getMatrixInfo(0)->getCurrentMatrixIDLevelUp(), 3);
 }
 
-TYPED_TEST(HostileTest, aRefusedHeaderLeavesTheOldContent) {
+TYPED_TEST(HostileTest, ARefusedHeaderLeavesTheOldContent) {
   OwnedMatrix<TypeParam> fresh;
   fillAtRandom(*fresh, 5, 200);
   const auto before = slotsOf(*fresh);
@@ -215,7 +215,7 @@ TYPED_TEST(HostileTest, aRefusedHeaderLeavesTheOldContent) {
   }
 }
 
-TYPED_TEST(HostileTest, memoryThatRunsOutLeavesAnEmptyMatrix) {
+TYPED_TEST(HostileTest, MemoryThatRunsOutLeavesAnEmptyMatrix) {
   const std::string path = this->folder.put("m", plain::MatrixFile(this->tier).bytes());
   for (size_t limit : {size_t{0}, size_t{100}, size_t{300}, size_t{1000}, size_t{2400}, size_t{5000}}) {
     OwnedMatrix<TypeParam> fresh;

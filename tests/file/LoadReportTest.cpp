@@ -20,7 +20,7 @@ class LoadReportTest : public FileTest<Matrix> {
 };
 TYPED_TEST_SUITE(LoadReportTest, Tiers);
 
-TYPED_TEST(LoadReportTest, whatASaveHasWrittenIsWhole) {
+TYPED_TEST(LoadReportTest, WhatASaveHasWrittenIsWhole) {
   EXPECT_EQ(getLoadReport(&*this->matrix, nullptr), -1);
   for (unsigned seed = 1; seed < 6; ++seed) {
     TypeParam* filled = createFilled<TypeParam>(seed);
@@ -41,7 +41,7 @@ TYPED_TEST(LoadReportTest, whatASaveHasWrittenIsWhole) {
   EXPECT_EQ(this->reportOf(plain::MatrixFile(0).bytes()).state, zq_loadWhole) << "a lower tier's";
 }
 
-TYPED_TEST(LoadReportTest, aBitOfARecordsMarkIsTold) {
+TYPED_TEST(LoadReportTest, ABitOfARecordsMarkIsTold) {
   TypeParam* filled = createFilled<TypeParam>(3);
   const std::string bytes = savedBytes(*filled, this->folder);
   TierUnderTest<TypeParam>::destroy(filled);
@@ -55,7 +55,7 @@ TYPED_TEST(LoadReportTest, aBitOfARecordsMarkIsTold) {
   }
 }
 
-TYPED_TEST(LoadReportTest, whatIsCutOffAndWhatIsBentIsTold) {
+TYPED_TEST(LoadReportTest, WhatIsCutOffAndWhatIsBentIsTold) {
   const plain::MatrixFile file(this->tier);
   const size_t lastElement = file.place("element8.parent").offset - 28;
   zq_loadReport report = this->reportOf(file.bytes().substr(0, lastElement));

@@ -30,7 +30,7 @@ class RoundTripTest : public testing::Test {
 };
 TYPED_TEST_SUITE(RoundTripTest, Tiers);
 
-TYPED_TEST(RoundTripTest, everySlotComesBack) {
+TYPED_TEST(RoundTripTest, EverySlotComesBack) {
   this->saveAndLoad();
   EXPECT_EQ(slotsOf(*this->loaded), slotsOf(*this->saved));
   EXPECT_EQ(this->loaded->getMatrixFileHeader()->getMaximalStack(), this->saved->getMatrixFileHeader()->getMaximalStack());
@@ -48,7 +48,7 @@ TYPED_TEST(RoundTripTest, everySlotComesBack) {
 }
 
 // All that a file holds is in its bytes, so that equal bytes of a second save leave nothing out.
-TYPED_TEST(RoundTripTest, everyFieldComesBack) {
+TYPED_TEST(RoundTripTest, EveryFieldComesBack) {
   this->saveAndLoad();
   // The history aside: the loaded one carries that of the file on.
   this->saved->setCurrentMatrixID(0);
@@ -62,7 +62,7 @@ TYPED_TEST(RoundTripTest, everyFieldComesBack) {
   EXPECT_EQ(this->loaded->getNumberOfMatrices(), 3);
 }
 
-TYPED_TEST(RoundTripTest, aLoadedMatrixGoesOnAsTheSavedOneDoes) {
+TYPED_TEST(RoundTripTest, ALoadedMatrixGoesOnAsTheSavedOneDoes) {
   this->saveAndLoad();
   const plain::SearchState begin{700, 5, 800, 900};
   std::string said[2];
@@ -83,7 +83,7 @@ TYPED_TEST(RoundTripTest, aLoadedMatrixGoesOnAsTheSavedOneDoes) {
   EXPECT_EQ(this->loaded->getMatrixBlockSize(), this->saved->getMatrixBlockSize());
 }
 
-TYPED_TEST(RoundTripTest, moreSubMatricesThanTheObjectHasAndFewer) {
+TYPED_TEST(RoundTripTest, MoreSubMatricesThanTheObjectHasAndFewer) {
   OwnedMatrix<TypeParam> many, few;
   many->setMaxNumberOfMatrices(9);
   many->setCurrentMatrixID(8);
@@ -101,7 +101,7 @@ TYPED_TEST(RoundTripTest, moreSubMatricesThanTheObjectHasAndFewer) {
   EXPECT_EQ(slotsOf(*few), slotsOf(*this->saved));
 }
 
-TYPED_TEST(RoundTripTest, onlyTheFirstSubMatrixInUse) {
+TYPED_TEST(RoundTripTest, OnlyTheFirstSubMatrixInUse) {
   OwnedMatrix<TypeParam> matrix;
   setSearchState({});
   const int vector[] = {5};
@@ -118,7 +118,7 @@ TYPED_TEST(RoundTripTest, onlyTheFirstSubMatrixInUse) {
 }
 
 // All elements lie behind the record: one that is refused for its size would take them along.
-TYPED_TEST(RoundTripTest, aVeryLongPathMakesALargeRecord) {
+TYPED_TEST(RoundTripTest, AVeryLongPathMakesALargeRecord) {
   OwnedMatrix<TypeParam> deep;
   deep->getMatrixInfo()->setMaxDimOfMatrix(20000);
   const std::vector<int> longPath(13000, 7);
@@ -135,7 +135,7 @@ TYPED_TEST(RoundTripTest, aVeryLongPathMakesALargeRecord) {
 }
 
 // A matrix that never held anything has no record in its file, nor the roots beyond its stack. It comes back empty.
-TYPED_TEST(RoundTripTest, anEmptyMatrixComesBackEmpty) {
+TYPED_TEST(RoundTripTest, AnEmptyMatrixComesBackEmpty) {
   OwnedMatrix<TypeParam> empty;
   empty->setMaxNumberOfMatrices(200);
   ASSERT_EQ(empty->saveMatrixToDisk(this->path.c_str()), 1);
@@ -148,7 +148,7 @@ TYPED_TEST(RoundTripTest, anEmptyMatrixComesBackEmpty) {
 }
 
 // What a host may set at will asks neither a save nor a load for absurd memory.
-TEST(AbsurdNumbersTest, areRefusedOrLeftOut) {
+TEST(AbsurdNumbersTest, AreRefusedOrLeftOut) {
   TestFolder folder;
   const std::string path = folder.path() + "/absurd.zmatrix";
   OwnedMatrix<ZQMatrixMedium> matrix, loaded;
@@ -172,7 +172,7 @@ TEST(AbsurdNumbersTest, areRefusedOrLeftOut) {
 }
 
 // What an empty sub-matrix costs in memory is no measure of what its record takes in the file.
-TEST(WideMatricesTest, allComeBack) {
+TEST(WideMatricesTest, AllComeBack) {
   constexpr int number = 300;
   const TestFolder folder;
   const std::string path = folder.path() + "/wide";

@@ -32,7 +32,7 @@ class SafeSaveTest : public testing::Test {
   OwnedMatrix<ZQMatrixMedium> matrix;
 };
 
-TEST_F(SafeSaveTest, replacesAFileAndKeepsItsMode) {
+TEST_F(SafeSaveTest, ReplacesAFileAndKeepsItsMode) {
   folder.put("model.zmatrix", "old");
   fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
   EXPECT_EQ(save(path), 1);
@@ -41,7 +41,7 @@ TEST_F(SafeSaveTest, replacesAFileAndKeepsItsMode) {
   EXPECT_EQ(numberOfFiles(), 1u);
 }
 
-TEST_F(SafeSaveTest, followsLinksAndLeavesThem) {
+TEST_F(SafeSaveTest, FollowsLinksAndLeavesThem) {
   fs::create_directory(folder.path() + "/deep");
   folder.put("deep/model.zmatrix", "old");
   fs::create_symlink("deep/model.zmatrix", folder.path() + "/link");
@@ -57,7 +57,7 @@ TEST_F(SafeSaveTest, followsLinksAndLeavesThem) {
   EXPECT_EQ(save(folder.path() + "/ring"), -1);
 }
 
-TEST_F(SafeSaveTest, leftoversOfAKilledProcessAreInNobodysWay) {
+TEST_F(SafeSaveTest, LeftoversOfAKilledProcessAreInNobodysWay) {
   const std::string leftover = folder.put(".zmatrix-save-" + std::to_string(getpid()) + "-0", "half a file");
   for (int i = 0; i < 3; ++i) EXPECT_EQ(save(path), 1);
   EXPECT_TRUE(isLoadable(path));
@@ -65,7 +65,7 @@ TEST_F(SafeSaveTest, leftoversOfAKilledProcessAreInNobodysWay) {
   EXPECT_EQ(numberOfFiles(), 2u);
 }
 
-TEST_F(SafeSaveTest, leftoversOfProcessesThatAreGoneAreRemoved) {
+TEST_F(SafeSaveTest, LeftoversOfProcessesThatAreGoneAreRemoved) {
   const pid_t gone = fork();
   if (gone == 0) _exit(0);
   waitpid(gone, nullptr, 0);
@@ -82,7 +82,7 @@ TEST_F(SafeSaveTest, leftoversOfProcessesThatAreGoneAreRemoved) {
   close(descriptor);
 }
 
-TEST_F(SafeSaveTest, whatCannotBeOpenedIsRefused) {
+TEST_F(SafeSaveTest, WhatCannotBeOpenedIsRefused) {
   CapturedMessages messages(0);
   EXPECT_EQ(save(folder.path() + "/no/such/folder"), -1);
   EXPECT_EQ(messages.take(), "saveMatrixToDisk: Could not open file " + folder.path() + "/no/such/folder for writing!\n");
@@ -92,7 +92,7 @@ TEST_F(SafeSaveTest, whatCannotBeOpenedIsRefused) {
   EXPECT_EQ(numberOfFiles(), 0u);
 }
 
-TEST_F(SafeSaveTest, aFullDiskLeavesTheOldFile) {
+TEST_F(SafeSaveTest, AFullDiskLeavesTheOldFile) {
   EXPECT_EQ(save(path), 1);
   const std::string old = TestFolder::contentOf(path);
   rlimit before;
@@ -117,7 +117,7 @@ TEST_F(SafeSaveTest, aFullDiskLeavesTheOldFile) {
   EXPECT_EQ(save("/dev/null"), 1);
 }
 
-TEST_F(SafeSaveTest, aMatrixWithoutABlockReplacesNothing) {
+TEST_F(SafeSaveTest, AMatrixWithoutABlockReplacesNothing) {
   const std::string old = TestFolder::contentOf(folder.put("model.zmatrix", "old"));
   matrix->deInitMatrix();  // as growth does where memory runs out
   EXPECT_EQ(save(path), -1);
@@ -125,7 +125,7 @@ TEST_F(SafeSaveTest, aMatrixWithoutABlockReplacesNothing) {
 }
 
 // The history's place is known last and stands near the front, which a pipe can't be sought back to.
-TEST_F(SafeSaveTest, aPipeGetsTheWholeFileInOrder) {
+TEST_F(SafeSaveTest, APipeGetsTheWholeFileInOrder) {
   learnText(*matrix, someText);
   ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
   std::string received;

@@ -4,15 +4,15 @@
 
 #include <string>
 
-class Facade : public testing::Test {
+class FacadeTest : public testing::Test {
  protected:
-  Facade() : facade{nullptr, createMatrixBB()} {}
-  ~Facade() override { deleteMatrixBB(facade.matrix); }
+  FacadeTest() : facade{nullptr, createMatrixBB()} {}
+  ~FacadeTest() override { deleteMatrixBB(facade.matrix); }
 
   BBMatrix facade;
 };
 
-TEST_F(Facade, HoldsAWordAndTheMatrix) {
+TEST_F(FacadeTest, HoldsAWordAndTheMatrix) {
   static_assert(sizeof(BBMatrix) == 2 * sizeof(void*));
   ASSERT_NE(facade.matrix, nullptr);
   facade.mFree(nullptr);
@@ -20,7 +20,7 @@ TEST_F(Facade, HoldsAWordAndTheMatrix) {
   EXPECT_EQ(facade.getMaxNumberOfMatrices(), 4);
 }
 
-TEST_F(Facade, WritesAndReadsElements) {
+TEST_F(FacadeTest, WritesAndReadsElements) {
   const int path[] = {5, -3, 70};
   EXPECT_EQ(facade.writeMatrixElement(path, 3, 99), 1);
   int existCode = 0, count = 0, withSuccessor = -1, withoutPredecessor = -1;
@@ -33,7 +33,7 @@ TEST_F(Facade, WritesAndReadsElements) {
   EXPECT_EQ(facade.existMatrixData(path, 2), 1);
 }
 
-TEST_F(Facade, ProfilesSayWhetherPruningSparesSymbols) {
+TEST_F(FacadeTest, ProfilesSayWhetherPruningSparesSymbols) {
   facade.setDefaultMatrixPropertiesForSymbols(nullptr);
   EXPECT_EQ(facade.getMatrixType(), ZQMatrixTypeIntegerSeries);
   EXPECT_EQ(facade.getKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
@@ -57,7 +57,7 @@ TEST_F(Facade, ProfilesSayWhetherPruningSparesSymbols) {
   EXPECT_EQ(facade.getKeepSymbolsWhenRemoveOverdeterminedElements(), 1);
 }
 
-TEST_F(Facade, LearnsAndContinues) {
+TEST_F(FacadeTest, LearnsAndContinues) {
   facade.setGlobalSuccessorMethod(1);
   facade.setDefaultMatrixPropertiesForIntegerSeries(nullptr);
   facade.setSucessorMethod(1);

@@ -46,20 +46,20 @@ const ListedName listedMethods[] = {
 
 }  // namespace
 
-TEST(FlatNames, WhatHasLandedIsInTheLibraryAndNothingElse) {
+TEST(FlatNamesTest, WhatHasLandedIsInTheLibraryAndNothingElse) {
   for (const ListedName& listed : listedNames) {
     EXPECT_EQ(dlsym(RTLD_DEFAULT, listed.name) != nullptr, listed.hasLanded) << listed.name << " of " << listed.capability;
   }
 }
 
-TEST(FlatNames, TheFacadeHasWhatHasLandedAndNothingElse) {
+TEST(FlatNamesTest, TheFacadeHasWhatHasLandedAndNothingElse) {
   for (const ListedName& method : listedMethods) {
     EXPECT_EQ(method.isThere, method.hasLanded) << method.name << " of " << method.capability;
   }
   EXPECT_EQ(std::size(listedMethods), 145u);
 }
 
-TEST(FlatNames, TheFamiliesAreComplete) {
+TEST(FlatNamesTest, TheFamiliesAreComplete) {
   std::map<std::string, int> count;
   for (const char* groupsOfFamily : groupsOfFamilies) {
     std::istringstream groups(groupsOfFamily);

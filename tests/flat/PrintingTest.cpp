@@ -23,7 +23,7 @@ std::string heading(const char* name, const void* pointer, int length) {
 
 }  // namespace
 
-TEST(FlatPrinting, ArraysOfABinding) {
+TEST(FlatPrintingTest, ArraysOfABinding) {
   const int integers[] = {7, -2};
   const signed char bytes[] = {-128, 127};
   const long long longs[] = {1LL << 40, -1};
@@ -41,7 +41,7 @@ TEST(FlatPrinting, ArraysOfABinding) {
             heading("printJavaIntPointer", integers, -1) + "\n");
 }
 
-TEST(FlatPrinting, APrintedTextIsCutAtItsBuffer) {
+TEST(FlatPrintingTest, APrintedTextIsCutAtItsBuffer) {
   EXPECT_EQ(printed([] { s_printf("%d %s 100%%", 3, "%d"); }), "3 %d 100%");
   const std::string longText(5000, 'x');
   EXPECT_EQ(printed([&] { EXPECT_EQ(s_printf("%s", longText.c_str()), 2047); }), std::string(2047, 'x'));

@@ -9,7 +9,7 @@
 namespace {
 
 // Parts of any size at any place, some of them written before they are provided, in an allocation large enough for large pages.
-TEST(ZQPageProviderTest, leavesWhatIsWrittenAndWhatLiesBeside) {
+TEST(ZQPageProviderTest, LeavesWhatIsWrittenAndWhatLiesBeside) {
   constexpr size_t size = size_t{24} << 20, margin = 5000;
   for (const size_t part : {size_t{1}, size_t{4095}, size_t{300'000}, size_t{5'000'000}, size}) {
     const std::unique_ptr<unsigned char, void (*)(void*)> memory(static_cast<unsigned char*>(std::calloc(size, 1)), std::free);
@@ -31,7 +31,7 @@ TEST(ZQPageProviderTest, leavesWhatIsWrittenAndWhatLiesBeside) {
   }
 }
 
-TEST(ZQPageProviderTest, doesNothingWithoutAnAllocation) {
+TEST(ZQPageProviderTest, DoesNothingWithoutAnAllocation) {
   zmatrix::ZQPageProvider provider;
   char bytes[10000] = {};
   provider.provide(bytes, sizeof bytes);

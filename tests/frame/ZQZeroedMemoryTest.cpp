@@ -13,7 +13,7 @@ bool isAll(char byte, const char* from, const char* to) {
   return std::all_of(from, to, [byte](char found) { return found == byte; });
 }
 
-TEST(ZQZeroedMemoryTest, keepsItsContentAndIsZeroBeyond) {
+TEST(ZQZeroedMemoryTest, KeepsItsContentAndIsZeroBeyond) {
   zmatrix::ZQZeroedMemory memory;
   size_t written = 0;
   for (const size_t size : {size_t{100}, size_t{70'000}, size_t{65'536}, size_t{1'000}, size_t{3'000'000}, size_t{2'999'999},
@@ -29,7 +29,7 @@ TEST(ZQZeroedMemoryTest, keepsItsContentAndIsZeroBeyond) {
   }
 }
 
-TEST(ZQZeroedMemoryTest, staysAsItWasWithoutRoom) {
+TEST(ZQZeroedMemoryTest, StaysAsItWasWithoutRoom) {
   zmatrix::ZQZeroedMemory memory;
   ASSERT_TRUE(memory.resize(10));
   memory.getBegin()[9] = 7;

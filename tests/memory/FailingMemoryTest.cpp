@@ -165,7 +165,7 @@ class FailingMemoryTest : public testing::Test {
 using Tiers = testing::Types<std::integral_constant<int, 0>, std::integral_constant<int, 1>, std::integral_constant<int, 2>>;
 TYPED_TEST_SUITE(FailingMemoryTest, Tiers);
 
-TYPED_TEST(FailingMemoryTest, writeReadAndDelete) {
+TYPED_TEST(FailingMemoryTest, WriteReadAndDelete) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("write", [](auto* matrix) {
     int result = 1;
@@ -199,7 +199,7 @@ TYPED_TEST(FailingMemoryTest, writeReadAndDelete) {
   EXPECT_GT(this->runs.numberOfRuns, 20);
 }
 
-TYPED_TEST(FailingMemoryTest, selfTests) {
+TYPED_TEST(FailingMemoryTest, SelfTests) {
   using C = typename TestFixture::Calls;
   for (const int which : {1, 2}) {
     for (const int trim : {0, 1}) {
@@ -213,7 +213,7 @@ TYPED_TEST(FailingMemoryTest, selfTests) {
   }
 }
 
-TYPED_TEST(FailingMemoryTest, saveAndLoad) {
+TYPED_TEST(FailingMemoryTest, SaveAndLoad) {
   using C = typename TestFixture::Calls;
   const std::string target = this->runs.folder.path() + "/target.zmatrix";
   this->runs.failEach("save", [&](auto* matrix) {
@@ -276,7 +276,7 @@ class FailingMemoryOfLearningTest : public FailingMemoryTest<Tier> {};
 using LearningTiers = testing::Types<std::integral_constant<int, 1>, std::integral_constant<int, 2>>;
 TYPED_TEST_SUITE(FailingMemoryOfLearningTest, LearningTiers);
 
-TYPED_TEST(FailingMemoryOfLearningTest, learn) {
+TYPED_TEST(FailingMemoryOfLearningTest, Learn) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("learn",
                       [this](auto* matrix) { return numbered(this->runs.learn(matrix, nextText), C::numberOfWrites(matrix)); });
@@ -307,7 +307,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, learn) {
   }
 }
 
-TYPED_TEST(FailingMemoryOfLearningTest, music) {
+TYPED_TEST(FailingMemoryOfLearningTest, Music) {
   using C = typename TestFixture::Calls;
   this->runs.folder.put("tune.mid", tune(melody({60, 62, 64, 60, 62, 65})));
   const std::string path = this->runs.folder.path() + "/tune.mid";
@@ -356,7 +356,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, music) {
   std::filesystem::remove(target);
 }
 
-TEST(FailingMemoryOfReports, areWholeOrNull) {
+TEST(FailingMemoryOfReportsTest, AreWholeOrNull) {
   TestFolder folder;
   folder.put("tune.mid", tune(melody({60, 62, 64})));
   folder.put("score.krn", "**kern\t**kern\n*M3/4\t*M3/4\n[4c\t4e 4g\n4c]\t4rx\n=1\t=1\n*-\t*-\n");
@@ -396,7 +396,7 @@ TEST(FailingMemoryOfReports, areWholeOrNull) {
   }
 }
 
-TEST(FailingMemoryOfScores, areReadAndWrittenWholeOrNotAtAll) {
+TEST(FailingMemoryOfScoresTest, AreReadAndWrittenWholeOrNotAtAll) {
   TestFolder folder;
   const std::string path = folder.put("tune.mid", tune(melody({60, 62, 64})));
   const std::string target = folder.put("new.mid", "old");
@@ -422,7 +422,7 @@ TEST(FailingMemoryOfScores, areReadAndWrittenWholeOrNotAtAll) {
   }
 }
 
-TYPED_TEST(FailingMemoryOfLearningTest, generate) {
+TYPED_TEST(FailingMemoryOfLearningTest, Generate) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("generate", [](auto* matrix) {
     if (C::start(matrix, firstText.data(), 7, 1) < 0) return std::string();
@@ -442,7 +442,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, generate) {
   });
 }
 
-TYPED_TEST(FailingMemoryOfLearningTest, anItemAsksForNoMemory) {
+TYPED_TEST(FailingMemoryOfLearningTest, AnItemAsksForNoMemory) {
   using C = typename TestFixture::Calls;
   auto* matrix = this->runs.load();
   ASSERT_NE(matrix, nullptr);
@@ -461,7 +461,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, anItemAsksForNoMemory) {
   C::destroy(matrix);
 }
 
-TYPED_TEST(FailingMemoryOfLearningTest, prune) {
+TYPED_TEST(FailingMemoryOfLearningTest, Prune) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("prune", [](auto* matrix) { return numbered(C::prune(matrix), C::numberOfWrites(matrix)); });
   this->runs.failEach("cut", [](auto* matrix) { return numbered(C::cut(matrix, 2), C::numberOfWrites(matrix)); });

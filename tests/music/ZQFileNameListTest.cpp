@@ -27,7 +27,7 @@ std::vector<std::string> namesOf(const ZQFileNameList* list) {
   return names;
 }
 
-class FileNameWalk : public testing::Test {
+class FileNameWalkTest : public testing::Test {
  protected:
   void put(const std::string& name) { folder.put(name, "x"); }
 
@@ -47,7 +47,7 @@ class FileNameWalk : public testing::Test {
   const fs::path root = folder.path();
 };
 
-TEST(FileNameList, OwnsItsNames) {
+TEST(FileNameListTest, OwnsItsNames) {
   ZQFileNameList* list = createZQFileNameList();
   std::vector<std::string> expected;
   for (int i = 0; i < 100; i++) {
@@ -82,7 +82,7 @@ TEST(FileNameList, OwnsItsNames) {
   deleteZQFileNameListOnlyReferences(nullptr);
 }
 
-TEST(FileNameList, SortsOnlyWhatIsOutOfOrder) {
+TEST(FileNameListTest, SortsOnlyWhatIsOutOfOrder) {
   ZQFileNameList* list = createZQFileNameList();
   for (const char* name : {"c", "a", "b"}) list->addFileName(newName(name));
   list->sortByFunction(nullptr);
@@ -103,7 +103,7 @@ TEST(FileNameList, SortsOnlyWhatIsOutOfOrder) {
   deleteZQFileNameList(list);
 }
 
-TEST(FileNameList, TellsFilesByTheirSuffix) {
+TEST(FileNameListTest, TellsFilesByTheirSuffix) {
   const ZQFileNameList list;
   const struct {
     const char *name, *suffix;
@@ -135,7 +135,7 @@ TEST(FileNameList, TellsFilesByTheirSuffix) {
   EXPECT_EQ(list.fileIsTextFile(nullptr), 0);
 }
 
-TEST_F(FileNameWalk, CollectsByKindInReverseOrder) {
+TEST_F(FileNameWalkTest, CollectsByKindInReverseOrder) {
   for (const char* name : {"a.txt", "b.mid", "c.krn", "d.TXT", "e.Txt", "sub/f.txt", "sub/g.krn", "sub/h/i.txt", "j.txt/k.txt"})
     put(name);
   using Names = std::vector<std::string>;
@@ -147,7 +147,7 @@ TEST_F(FileNameWalk, CollectsByKindInReverseOrder) {
   EXPECT_EQ(walk(&ZQFileNameList::getMidiOrKernFilesInFilePath, 0), (Names{"c.krn", "b.mid"}));
 }
 
-TEST_F(FileNameWalk, TakesASingleFileAndAddsToAList) {
+TEST_F(FileNameWalkTest, TakesASingleFileAndAddsToAList) {
   put("a.txt");
   const ZQFileNameList throwaway;
   ZQFileNameList* list = throwaway.getTextFilesInFilePath((root / "a.txt").c_str(), 0, nullptr);
@@ -168,7 +168,7 @@ TEST_F(FileNameWalk, TakesASingleFileAndAddsToAList) {
   EXPECT_EQ(throwaway.isDirectory((root / "absent").c_str()), -1);
 }
 
-TEST_F(FileNameWalk, EndsInATreeThatContainsItself) {
+TEST_F(FileNameWalkTest, EndsInATreeThatContainsItself) {
   put("a.txt");
   put("sub/b.txt");
   fs::create_directory_symlink(root, root / "loop1");
@@ -179,7 +179,7 @@ TEST_F(FileNameWalk, EndsInATreeThatContainsItself) {
   EXPECT_EQ(walk(&ZQFileNameList::getTextFilesInFilePath, 1), (std::vector<std::string>{"twin/b.txt", "sub/b.txt", "a.txt"}));
 }
 
-TEST_F(FileNameWalk, StandsPathsOfAnyLength) {
+TEST_F(FileNameWalkTest, StandsPathsOfAnyLength) {
   std::string deep = root.string();
   for (int i = 0; i < 12; i++) {  // more than a kilobyte
     deep += "/" + std::string(100, 'd');
@@ -191,7 +191,7 @@ TEST_F(FileNameWalk, StandsPathsOfAnyLength) {
   EXPECT_EQ(list.isDirectory(std::string(100000, 'x').c_str()), -1);
 }
 
-TEST_F(FileNameWalk, NamesWhatItSearchesAtLevel8) {
+TEST_F(FileNameWalkTest, NamesWhatItSearchesAtLevel8) {
   put("a.mid");
   const std::string file = (root / "a.mid").string();
   zmatrix::CapturedMessages messages(8);

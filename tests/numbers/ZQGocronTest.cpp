@@ -9,7 +9,7 @@
 
 namespace {
 
-class Gocron : public zmatrix::NumbersTest {
+class GocronTest : public zmatrix::NumbersTest {
  protected:
   static long long gocron(int type, const std::string& ocron) {
     return zmatrix::ocronToGocron(type, ocron.c_str(), static_cast<int>(ocron.size()));
@@ -32,7 +32,7 @@ class Gocron : public zmatrix::NumbersTest {
   long long maximalValue = 0;
 };
 
-TEST_F(Gocron, readsAndWritesDigits) {
+TEST_F(GocronTest, ReadsAndWritesDigits) {
   EXPECT_EQ(gocron(4, "P2"), 6);
   EXPECT_EQ(ocron(4, 6), "P2");
   EXPECT_EQ(gocron(4, "*P"), 1);  // the leading digit 0 is lost
@@ -59,7 +59,7 @@ TEST_F(Gocron, readsAndWritesDigits) {
   }
 }
 
-TEST_F(Gocron, seesOnlyNegativeOverflow) {
+TEST_F(GocronTest, SeesOnlyNegativeOverflow) {
   EXPECT_EQ(gocron(4, "P" + std::string(31, '*')), 1LL << 62);
   EXPECT_EQ(gocron(4, "2" + std::string(31, '*')), -1);
   EXPECT_EQ(gocron(4, "2" + std::string(40, '*') + "P"), 1);  // the weights have wrapped to 0
@@ -81,7 +81,7 @@ TEST_F(Gocron, seesOnlyNegativeOverflow) {
   }
 }
 
-TEST_F(Gocron, measuresLengths) {
+TEST_F(GocronTest, MeasuresLengths) {
   for (const char* three : {"P2*", "222"}) EXPECT_EQ(zmatrix::ocronToGocron1(4, three, 3), 3);
   EXPECT_EQ(zmatrix::ocronToGocron1(4, "2", 1), 1);
   EXPECT_EQ(zmatrix::ocronToGocron1(4, "P", 1), 0);
@@ -97,7 +97,7 @@ TEST_F(Gocron, measuresLengths) {
   for (int type : {2, 5, 6}) EXPECT_EQ(values(type, "22"), (std::vector<long long>(4, 0)));
 }
 
-TEST_F(Gocron, comesBackToTheNumber) {
+TEST_F(GocronTest, ComesBackToTheNumber) {
   for (int type = 3; type <= 6; type++)
     for (int number = 2; number < 2000; number++) {
       const long long code = zmatrix::intToGocron(type, number);
@@ -110,7 +110,7 @@ TEST_F(Gocron, comesBackToTheNumber) {
   EXPECT_EQ(zmatrix::gocronToInt(4, gocron(4, std::string(31, '2'))), -1);
 }
 
-TEST_F(Gocron, increments) {
+TEST_F(GocronTest, Increments) {
   std::string symbols = next(4, "");
   for (int n = 0; n < 5000; n++, symbols = next(4, symbols)) ASSERT_EQ(symbols, ocron(4, n));
   EXPECT_EQ(next(7, ""), "^");
@@ -125,7 +125,7 @@ TEST_F(Gocron, increments) {
   EXPECT_EQ(messages.take(), "error from increment ocron: no ocron char has value 0!\n");
 }
 
-TEST_F(Gocron, readsSequences) {
+TEST_F(GocronTest, ReadsSequences) {
   const zmatrix::TestFolder folder;
   const std::string log = folder.path() + "/log";
   EXPECT_EQ(gocrons(4, "2\n\n2P\n22^", log.c_str()), (std::vector<long long>{2, -1, 9, 43}));
@@ -149,7 +149,7 @@ TEST_F(Gocron, readsSequences) {
   EXPECT_EQ(zmatrix::createGoedelSequenceFromIntegerSequenceUseGlobalPars(numbers.data() + 1, 1, &length), nullptr);
 }
 
-TEST_F(Gocron, ranksNumbers) {
+TEST_F(GocronTest, RanksNumbers) {
   std::vector<int> numbers(3000);
   for (size_t i = 0; i < numbers.size(); i++) numbers[i] = 3000 - static_cast<int>(i);
   const auto records = valuesOf(zmatrix::createGocronCodeIndices(4, numbers.data(), 3000), 3000);

@@ -10,7 +10,7 @@
 
 namespace {
 
-class OcronEvaluator : public zmatrix::NumbersTest {
+class OcronEvaluatorTest : public zmatrix::NumbersTest {
  protected:
   long long value(int type, std::string ocron) {
     messages.take();
@@ -44,7 +44,7 @@ std::string powerOfTwo(int exponent) {
 
 const std::string sixtyThree = "22^P2P2^*", sixtyFour = "22P2*^";
 
-TEST_F(OcronEvaluator, fillsInAndMultipliesInTypes3And4Alone) {
+TEST_F(OcronEvaluatorTest, FillsInAndMultipliesInTypes3And4Alone) {
   for (int type : {3, 4}) {
     EXPECT_EQ(value(type, "2P"), 3);
     EXPECT_EQ(value(type, "P"), 3);
@@ -61,7 +61,7 @@ TEST_F(OcronEvaluator, fillsInAndMultipliesInTypes3And4Alone) {
   EXPECT_EQ(value(6, "P**"), 8);
 }
 
-TEST_F(OcronEvaluator, tellsItsFailures) {
+TEST_F(OcronEvaluatorTest, TellsItsFailures) {
   struct Failure {
     int type;
     std::string ocron;
@@ -114,7 +114,7 @@ TEST_F(OcronEvaluator, tellsItsFailures) {
   EXPECT_EQ(value(7, "2"), 0);
 }
 
-TEST_F(OcronEvaluator, needsOnePrimeMoreThanTheRank) {
+TEST_F(OcronEvaluatorTest, NeedsOnePrimeMoreThanTheRank) {
   zmatrix::initPrimes(0, 10, &count);
   ASSERT_EQ(count, 669);
   for (int type = 3; type <= 6; type++)
@@ -127,7 +127,7 @@ TEST_F(OcronEvaluator, needsOnePrimeMoreThanTheRank) {
   EXPECT_EQ(zmatrix::nthPrime(669), 4999);
 }
 
-TEST_F(OcronEvaluator, wrapsAt2ToThe63) {
+TEST_F(OcronEvaluatorTest, WrapsAt2ToThe63) {
   EXPECT_EQ(value(3, twos(62)), 1LL << 62);
   EXPECT_EQ(value(3, twos(63)), LLONG_MIN);  // what is multiplied at the end isn't looked at
   EXPECT_EQ(value(3, twos(64)), 0);
@@ -146,7 +146,7 @@ TEST_F(OcronEvaluator, wrapsAt2ToThe63) {
   EXPECT_EQ(zmatrix::ocronToint(4, text.data(), static_cast<int>(text.size()), &depth), -1);
 }
 
-TEST_F(OcronEvaluator, goesOnInLogarithms) {
+TEST_F(OcronEvaluatorTest, GoesOnInLogarithms) {
   const std::string beyond = "2" + sixtyFour + "^";
   const std::tuple<std::string, long long, const char*> known[] = {
       {beyond, 64, ""},
@@ -180,7 +180,7 @@ TEST_F(OcronEvaluator, goesOnInLogarithms) {
       "ocron4ToLogLongLong: long long pow overflow (logarithmic representation not possible, different base values) '*' 2 * 64");
 }
 
-TEST_F(OcronEvaluator, evaluatesVirtualOcrons) {
+TEST_F(OcronEvaluatorTest, EvaluatesVirtualOcrons) {
   const auto virtualValue = [this](std::string ocron) {
     text = std::move(ocron);
     return zmatrix::ocron7ToLongLong(text.data(), static_cast<int>(text.size()), &stackDepth, &logBase);
@@ -194,7 +194,7 @@ TEST_F(OcronEvaluator, evaluatesVirtualOcrons) {
   EXPECT_EQ(virtualValue("\n2"), 2);  // nothing is left, and a power without operands is 4, 2 to the power of 2
 }
 
-TEST_F(OcronEvaluator, standsRandomStrings) {
+TEST_F(OcronEvaluatorTest, StandsRandomStrings) {
   std::mt19937 random(7);
   for (int i = 0; i < 20000; i++) {
     std::string ocron;
@@ -208,7 +208,7 @@ TEST_F(OcronEvaluator, standsRandomStrings) {
   EXPECT_EQ(value(3, std::string(200, '2') + std::string(126, '*')), value(3, std::string(127, '2') + std::string(126, '*')));
 }
 
-TEST_F(OcronEvaluator, knowsExactLogarithms) {
+TEST_F(OcronEvaluatorTest, KnowsExactLogarithms) {
   for (int exponent = 1; exponent < 63; exponent++) EXPECT_EQ(zmatrix::longLogFromValueWithBase(1LL << exponent, 2), exponent);
   EXPECT_EQ(zmatrix::longLogFromProductWithBase(9, 27, 3), 5);
   EXPECT_EQ(zmatrix::longLogFromProductWithBase(1, 8, 2), 3);

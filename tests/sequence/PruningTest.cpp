@@ -30,7 +30,7 @@ TYPED_TEST_SUITE(PruningTest, zmatrix::LearningTiers);
 // Each path of three items or more is decided by two shorter ones, but only a leaf can go, and what is left then is a leaf
 // itself. A pass looks from the highest slot down: it takes a whole chain where parents lie below their children, and the last
 // level of it where they lie above.
-TYPED_TEST(PruningTest, chainsGoFromTheirEndLevelByLevel) {
+TYPED_TEST(PruningTest, ChainsGoFromTheirEndLevelByLevel) {
   const Vector items = {1, 2, 3, 4, 5, 6};
   for (const bool parentsLieAbove : {false, true}) {
     this->makeAnew();
@@ -53,7 +53,7 @@ TYPED_TEST(PruningTest, chainsGoFromTheirEndLevelByLevel) {
   }
 }
 
-TYPED_TEST(PruningTest, longPaths) {
+TYPED_TEST(PruningTest, LongPaths) {
   this->write({1, 2, 3});
   EXPECT_EQ(this->matrix->removeLongElements(-5), 1);  // as 0: the root stays
   EXPECT_EQ(this->matrix->getNumberOfMatrixElements(), 0);
@@ -61,7 +61,7 @@ TYPED_TEST(PruningTest, longPaths) {
   EXPECT_EQ(this->exist({4, 5}), 3);
 }
 
-TYPED_TEST(PruningTest, clearsOneOfSeveral) {
+TYPED_TEST(PruningTest, ClearsOneOfSeveral) {
   for (int id = 0; id < 3; ++id) {
     this->matrix->setCurrentMatrixID(id);
     this->write({1, 2, 3 + id});
@@ -88,7 +88,7 @@ TYPED_TEST(PruningTest, clearsOneOfSeveral) {
   EXPECT_EQ(this->matrix->getCurrentMatrixID(), 3);
 }
 
-TYPED_TEST(PruningTest, givesUpEmptySubMatrices) {
+TYPED_TEST(PruningTest, GivesUpEmptySubMatrices) {
   for (const int id : {0, 2}) {
     this->matrix->setCurrentMatrixID(id);
     this->write({1, 2});
@@ -110,7 +110,7 @@ TYPED_TEST(PruningTest, givesUpEmptySubMatrices) {
   EXPECT_EQ(this->matrix->getMatrixFileHeader()->getStopFlag(3), 0);
 }
 
-TYPED_TEST(PruningTest, allEmptyKeepsOne) {
+TYPED_TEST(PruningTest, AllEmptyKeepsOne) {
   EXPECT_EQ(this->matrix->removeEmptyMatrices(), 1);
   EXPECT_EQ(this->matrix->getMaxNumberOfMatrices(), 1);
   this->take();
@@ -124,7 +124,7 @@ TYPED_TEST(PruningTest, allEmptyKeepsOne) {
 }
 
 // A record that is set anew leaves the elements in the block without a count; they go when the sub-matrix is given up.
-TYPED_TEST(PruningTest, recordSetAnew) {
+TYPED_TEST(PruningTest, RecordSetAnew) {
   this->write({1, 2});
   this->matrix->setCurrentMatrixID(3);
   for (const Vector& vector : {Vector{1, 2}, Vector{1, 2, 3}, Vector{1, 7}, Vector{4}, Vector{9, 8, 7}}) this->write(vector);
@@ -152,7 +152,7 @@ TYPED_TEST(PruningTest, recordSetAnew) {
 }
 
 // What is told of a link that leads astray, once for each element whose way up or down takes it.
-TYPED_TEST(PruningTest, bentLinksInTheirWords) {
+TYPED_TEST(PruningTest, BentLinksInTheirWords) {
   const Vector items = {1, 2, 3, 4};
   const auto fresh = [&] {
     this->makeAnew();
@@ -194,7 +194,7 @@ TYPED_TEST(PruningTest, bentLinksInTheirWords) {
 }
 
 // The way down is broken, but shorter phrases decide the element all the same: it can't be looked up, or can't be deleted.
-TYPED_TEST(PruningTest, elementThatIsNotFoundAgain) {
+TYPED_TEST(PruningTest, ElementThatIsNotFoundAgain) {
   const Vector items = {1, 2, 3, 4};
   for (size_t begin = items.size(); begin-- > 0;) {  // the whole comes last, and so lies highest
     for (size_t end = begin + 1; end <= items.size(); ++end) {
@@ -217,7 +217,7 @@ TYPED_TEST(PruningTest, elementThatIsNotFoundAgain) {
 }
 
 // The kernel names an element by its handle. Whatever takes that element away, what is read next is written, or nothing is.
-TYPED_TEST(PruningTest, kernelWhoseElementIsGone) {
+TYPED_TEST(PruningTest, KernelWhoseElementIsGone) {
   const int sequence[] = {1, 2, 3, 4, 5, 1, 2, 6, 4, 3, 3, 5}, start[] = {1, 2, 3};
   const std::function<void(TypeParam&)> ways[] = {[this](TypeParam&) {
                                                     this->remove({1, 2, 3, 4, 5});
@@ -254,7 +254,7 @@ TYPED_TEST(PruningTest, kernelWhoseElementIsGone) {
 
 using FullPruningTest = zmatrix::TierTest<ZQMatrix>;
 
-TEST_F(FullPruningTest, keepsSymbols) {
+TEST_F(FullPruningTest, KeepsSymbols) {
   for (const int keep : {0, 1}) {
     makeAnew();
     matrix->setKeepSymbolsWhenRemoveOverdeterminedElements(keep);
@@ -266,7 +266,7 @@ TEST_F(FullPruningTest, keepsSymbols) {
   }
 }
 
-TEST(ProgressOfPruning, tellsThePass) {
+TEST(ProgressOfPruningTest, TellsThePass) {
   static std::string text;
   static int last;
   last = -1;

@@ -17,10 +17,10 @@ struct Case {
   bool writesAllPhrases;
 };
 
-class SuffixLinks : public testing::TestWithParam<Case> {
+class SuffixLinksTest : public testing::TestWithParam<Case> {
  public:
-  SuffixLinks() : matrix(Access::create()), random(5) { matrix->getMatrixInfo()->setCoordinateDimension(c()); }
-  ~SuffixLinks() override { Access::destroy(matrix); }
+  SuffixLinksTest() : matrix(Access::create()), random(5) { matrix->getMatrixInfo()->setCoordinateDimension(c()); }
+  ~SuffixLinksTest() override { Access::destroy(matrix); }
 
   int c() const { return GetParam().coordinateDimension; }
   int below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
@@ -65,7 +65,7 @@ class SuffixLinks : public testing::TestWithParam<Case> {
   std::mt19937 random;
 };
 
-TEST_P(SuffixLinks, AnswerAsASearchFromTheRoot) {
+TEST_P(SuffixLinksTest, AnswerAsASearchFromTheRoot) {
   writePhrases();
   ZQSuffixLinks links;
   ASSERT_TRUE(links.build(*matrix));
@@ -80,7 +80,7 @@ TEST_P(SuffixLinks, AnswerAsASearchFromTheRoot) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Items, SuffixLinks,
+INSTANTIATE_TEST_SUITE_P(Items, SuffixLinksTest,
                          testing::Values(Case{1, 5, true}, Case{1, 5, false}, Case{2, 3, true}, Case{2, 3, false},
                                          Case{3, 2, false}),
                          [](const testing::TestParamInfo<Case>& named) {

@@ -228,7 +228,7 @@ class SequenceTwinTest : public testing::Test {
 using Tiers = testing::Types<ZQMatrixMedium, ZQMatrix>;
 TYPED_TEST_SUITE(SequenceTwinTest, Tiers);
 
-TYPED_TEST(SequenceTwinTest, learnPruneGenerate) {
+TYPED_TEST(SequenceTwinTest, LearnPruneGenerate) {
   int skips = 0, postWrites = 0;
   for (unsigned seed = 0; seed < 160; ++seed) {
     Dice dice(seed);
@@ -270,7 +270,7 @@ TYPED_TEST(SequenceTwinTest, learnPruneGenerate) {
 
 // Longer sequences in one sub-matrix after another, so that fields move in the midst of a pass and the block grows again and
 // again.
-TYPED_TEST(SequenceTwinTest, longSequences) {
+TYPED_TEST(SequenceTwinTest, LongSequences) {
   for (int method = 0; method <= 3; ++method) {
     for (const int c : {1, 3}) {
       SCOPED_TRACE("method " + std::to_string(method) + ", c " + std::to_string(c));
@@ -290,7 +290,7 @@ TYPED_TEST(SequenceTwinTest, longSequences) {
 }
 
 // A dimension that large indices force decides how many items a sequence has, not the one that was asked for.
-TEST(SequenceUpdate, LearnsWholeItemsOfTheDimensionThatLargeIndicesForce) {
+TEST(SequenceUpdateTest, LearnsWholeItemsOfTheDimensionThatLargeIndicesForce) {
   ZQMatrixMedium* matrix = createAndInitMatrixMedium();
   const Vector sequence = {1, 2, 3, 4, 5};
   EXPECT_EQ(matrix->updateMatrixWithCombinedSequence(sequence.data(), 5, ZQMatrixTypeIntegerSeries, 1, 0, 1), 1);

@@ -18,7 +18,7 @@ namespace {
 using Numbers = std::vector<int>;
 using OwnedVector = std::unique_ptr<ZQMatrixSequenceIndexVector, void (*)(ZQMatrixSequenceIndexVector*)>;
 
-class MediumPreprocessing : public testing::Test {
+class MediumPreprocessingTest : public testing::Test {
  protected:
   void TearDown() override { deleteMatrixMedium(matrix); }
 
@@ -59,7 +59,7 @@ class MediumPreprocessing : public testing::Test {
   ZQMatrixMedium* matrix = createAndInitMatrixMedium();
 };
 
-TEST_F(MediumPreprocessing, TakesItsSettingsFromTheCurrentSubMatrix) {
+TEST_F(MediumPreprocessingTest, TakesItsSettingsFromTheCurrentSubMatrix) {
   using LongNumbers = std::vector<long long>;
   const int items[] = {60, 0, 62, 9216};
   const long long large[] = {1LL << 40, 0};
@@ -81,7 +81,7 @@ TEST_F(MediumPreprocessing, TakesItsSettingsFromTheCurrentSubMatrix) {
   }
 }
 
-TEST_F(MediumPreprocessing, ConvertsBetweenTheTwoForms) {
+TEST_F(MediumPreprocessingTest, ConvertsBetweenTheTwoForms) {
   use(2, 0);
   const int flat[] = {1, 2, 3, 4, 5};
   const zmatrix::SystemOwned<int*> objex(matrix->getObjexSequenceFromFlatSequence(flat, 5, &count));
@@ -105,7 +105,7 @@ TEST_F(MediumPreprocessing, ConvertsBetweenTheTwoForms) {
   EXPECT_EQ(count, 0);
 }
 
-TEST_F(MediumPreprocessing, RestoresTheNextItemFromTheKernel) {
+TEST_F(MediumPreprocessingTest, RestoresTheNextItemFromTheKernel) {
   use(2, 2);
   ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
   std::copy_n(std::data({1, 5, 7}), 3, info->getKernelOriginalSequence()[0]);
@@ -121,7 +121,7 @@ TEST_F(MediumPreprocessing, RestoresTheNextItemFromTheKernel) {
   EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(nullptr), nullptr);
 }
 
-TEST_F(MediumPreprocessing, SaysWhatIsWrongInTheWordsOfTheOperation) {
+TEST_F(MediumPreprocessingTest, SaysWhatIsWrongInTheWordsOfTheOperation) {
   use(2, 1002);
   int values[] = {60, 0, 62, 100}, item[] = {1, 1};
   int* items[] = {values, values + 2};
@@ -166,7 +166,7 @@ TEST_F(MediumPreprocessing, SaysWhatIsWrongInTheWordsOfTheOperation) {
   EXPECT_EQ(messages.take(), "");
 }
 
-TEST_F(MediumPreprocessing, RestoresWholeSequences) {
+TEST_F(MediumPreprocessingTest, RestoresWholeSequences) {
   use(1, 2);
   const Numbers squares = {1, 4, 9, 16, 25};
   EXPECT_EQ(inverse({1, 4}, 1, {2, 2, 2}, 0), squares);
@@ -186,7 +186,7 @@ TEST_F(MediumPreprocessing, RestoresWholeSequences) {
   EXPECT_EQ(inverse({1}, 9, {2}, 0), Numbers{});
 }
 
-TEST_F(MediumPreprocessing, LeavesAnIdentityInPlaceAlone) {
+TEST_F(MediumPreprocessingTest, LeavesAnIdentityInPlaceAlone) {
   use(1, 0);
   EXPECT_EQ(inverse({1, 2}, 3, {5, 6, 7}, 0), (Numbers{5, 6, 7}));
   EXPECT_EQ(inverse({1, 2}, 3, {5, 6, 7}, 1), (Numbers{1, 2, -9}));  // nothing added, though the count is that of all
@@ -199,7 +199,7 @@ TEST_F(MediumPreprocessing, LeavesAnIdentityInPlaceAlone) {
   EXPECT_EQ(count, 0);
 }
 
-TEST_F(MediumPreprocessing, StopsWhereAnItemHasNoWayBack) {
+TEST_F(MediumPreprocessingTest, StopsWhereAnItemHasNoWayBack) {
   use(1, 1005);
   int values[] = {1, 2, 3};
   int* items[] = {values, values + 1, values + 2};
@@ -209,7 +209,7 @@ TEST_F(MediumPreprocessing, StopsWhereAnItemHasNoWayBack) {
   EXPECT_EQ(count, 0);
 }
 
-TEST_F(MediumPreprocessing, CarriesAnIndexVectorUpAndDown) {
+TEST_F(MediumPreprocessingTest, CarriesAnIndexVectorUpAndDown) {
   const Numbers original = {60, 100, 62, 200, 59, 900, 59, 900};
   for (const Numbers& types : {Numbers{0}, {3}, {1000}, {1002}, {1, 1, 1, 1}}) {
     const int c = types[0] == 1002 ? 2 : 1;
@@ -242,7 +242,7 @@ TEST_F(MediumPreprocessing, CarriesAnIndexVectorUpAndDown) {
   }
 }
 
-TEST_F(MediumPreprocessing, RefusesIndexVectorsThatHaveNoWay) {
+TEST_F(MediumPreprocessingTest, RefusesIndexVectorsThatHaveNoWay) {
   zmatrix::CapturedMessages messages(0);
   EXPECT_EQ(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(nullptr), nullptr);
   EXPECT_EQ(messages.take(), "error from getPreProcessedZQIndexVectorFromPreprocessedIndexVector: originalIndexVector = NULL!\n");
@@ -292,7 +292,7 @@ TEST_F(MediumPreprocessing, RefusesIndexVectorsThatHaveNoWay) {
   EXPECT_EQ(messages.take(), noSpare);
 }
 
-TEST_F(MediumPreprocessing, KeepsAVectorWithoutDataIfThereIsNothingToPreprocess) {
+TEST_F(MediumPreprocessingTest, KeepsAVectorWithoutDataIfThereIsNothingToPreprocess) {
   ZQMatrixSequenceIndexVector vector;
   vector.addSequenceItem(1);
   vector.setApplyPreprocessingType(5);

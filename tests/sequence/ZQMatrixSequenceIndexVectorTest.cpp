@@ -20,7 +20,7 @@ int* newBlock(std::initializer_list<int> values) {
   return block;
 }
 
-TEST(SequenceIndexVector, GrowsAsItsDataDo) {
+TEST(SequenceIndexVectorTest, GrowsAsItsDataDo) {
   ZQMatrixSequenceIndexVector vector;
   std::vector<int> expected, capacities;
   for (int i = 0; i < 100; i++) {
@@ -50,7 +50,7 @@ TEST(SequenceIndexVector, GrowsAsItsDataDo) {
   EXPECT_EQ(vector._getInternalLengthOfIndexVector(), 10);
 }
 
-TEST(SequenceIndexVector, TakesOverABlock) {
+TEST(SequenceIndexVectorTest, TakesOverABlock) {
   ZQMatrixSequenceIndexVector vector;
   EXPECT_TRUE(vector.setIndexVectorReference(newBlock({7}), 1));
   EXPECT_EQ(vector._getInternalLengthOfIndexVector(), 1);
@@ -72,7 +72,7 @@ TEST(SequenceIndexVector, TakesOverABlock) {
   EXPECT_EQ(dataOf(vector), std::vector<int>{9});
 }
 
-TEST(SequenceIndexVector, KeepsARecordForEachLevel) {
+TEST(SequenceIndexVectorTest, KeepsARecordForEachLevel) {
   ZQMatrixSequenceIndexVector vector;
   const std::vector<int> expectedCapacities = {1, 2, 4, 4, 8};
   for (int level = 0; level < 5; level++) {
@@ -114,7 +114,7 @@ TEST(SequenceIndexVector, KeepsARecordForEachLevel) {
   EXPECT_EQ(copy.getLengthOfIndexVectorInfos(), 21);
 }
 
-TEST(SequenceIndexVector, HoldsOriginalItemsOfTheCurrentLevel) {
+TEST(SequenceIndexVectorTest, HoldsOriginalItemsOfTheCurrentLevel) {
   ZQMatrixSequenceIndexVector vector;
   zmatrix::CapturedMessages messages(0);
   vector.addOriginalSequenceItem(1);
@@ -140,7 +140,7 @@ TEST(SequenceIndexVector, HoldsOriginalItemsOfTheCurrentLevel) {
   EXPECT_EQ(messages.take(), "");
 }
 
-TEST(SequenceIndexVector, StandsNumbersThatFitNothing) {
+TEST(SequenceIndexVectorTest, StandsNumbersThatFitNothing) {
   deleteZQMatrixSequenceIndexVector(nullptr);
   ZQMatrixSequenceIndexVector vector;
   EXPECT_EQ(vector.getUsedPreprocessingType(), -1) << "no level yet";

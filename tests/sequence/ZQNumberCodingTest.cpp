@@ -10,13 +10,13 @@ namespace {
 
 using zmatrix::Vector;
 
-class NumberCoding : public zmatrix::TierTest<ZQMatrixMedium> {
+class NumberCodingTest : public zmatrix::TierTest<ZQMatrixMedium> {
  protected:
-  NumberCoding() {
+  NumberCodingTest() {
     zmatrix::setGlobalGocronParametersToDefaults();
     zmatrix::initPrimes(0, 50000, &count);
   }
-  ~NumberCoding() override {
+  ~NumberCodingTest() override {
     zmatrix::setGlobalGocronParametersToDefaults();
     zmatrix::deinitPrimes();
   }
@@ -57,7 +57,7 @@ class NumberCoding : public zmatrix::TierTest<ZQMatrixMedium> {
   int count = 0, length = 0;
 };
 
-TEST_F(NumberCoding, codesAndDecodes) {
+TEST_F(NumberCodingTest, CodesAndDecodes) {
   const Vector numbers = {2, 12, 7, 97};
   const std::pair<int, int> gocrons[] = {{1011, 4}, {1013, 6}};
   for (const auto& [type, ocronType] : gocrons) {
@@ -88,7 +88,7 @@ TEST_F(NumberCoding, codesAndDecodes) {
   EXPECT_EQ(forward({2, 3}), (Vector{1, 2}));
 }
 
-TEST_F(NumberCoding, readsOcronsItemByItem) {
+TEST_F(NumberCodingTest, ReadsOcronsItemByItem) {
   take(1010, 4);
   Vector item = {'2', 'P', 10, 'x'};
   EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(item.data()), info()->_getTemporaryMemory());
@@ -112,7 +112,7 @@ TEST_F(NumberCoding, readsOcronsItemByItem) {
   EXPECT_EQ(nextWithSequence(large), 0);
 }
 
-TEST_F(NumberCoding, tellsMisfits) {
+TEST_F(NumberCodingTest, TellsMisfits) {
   const std::string start = "getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence: illegal ocrontype 9 for ";
   const std::pair<const char*, const char*> endings[] = {{"  normal Ocrons\n", "  normal Ocrons\n"},
                                                          {"  normal Gocrons\n", "  normal Gocrons\n"},
@@ -141,7 +141,7 @@ TEST_F(NumberCoding, tellsMisfits) {
   for (int type : {0, 1016, 1020}) EXPECT_EQ(fits(type), "34567");
 }
 
-TEST_F(NumberCoding, has64BitForms) {
+TEST_F(NumberCodingTest, Has64BitForms) {
   const std::vector<long long> numbers = {43, (1LL << 32) + 9, -1};
   const auto run = [&] {
     length = -7;
@@ -163,7 +163,7 @@ TEST_F(NumberCoding, has64BitForms) {
     }
 }
 
-TEST_F(NumberCoding, carriesIndexVectors) {
+TEST_F(NumberCodingTest, CarriesIndexVectors) {
   ZQMatrixSequenceIndexVector* original = createZQMatrixSequenceIndexVector();
   Vector numbers = {12, 5, 30};
   original->setIndexVector(numbers.data(), 3);
@@ -177,7 +177,7 @@ TEST_F(NumberCoding, carriesIndexVectors) {
   for (auto* vector : {original, coded, decoded}) deleteZQMatrixSequenceIndexVector(vector);
 }
 
-TEST_F(NumberCoding, learnsThroughCodes) {
+TEST_F(NumberCodingTest, LearnsThroughCodes) {
   matrix->setDefaultMatrixPropertiesForIntegerSeries(nullptr);
   take(1013, 6);
   info()->setUseStartOfSequence(0);

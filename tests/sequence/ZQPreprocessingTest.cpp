@@ -52,7 +52,7 @@ Numbers numbersOf(const std::string& text) {
   return numbers;
 }
 
-TEST(Preprocessing, TakesDifferencesOfEachCoordinateForItself) {
+TEST(PreprocessingTest, TakesDifferencesOfEachCoordinateForItself) {
   const struct {
     int type, coordinateDimension;
     Numbers original;
@@ -75,7 +75,7 @@ TEST(Preprocessing, TakesDifferencesOfEachCoordinateForItself) {
     EXPECT_EQ(preProcessed({test.type, test.coordinateDimension, 4, 4}, test.original), test.expected) << test.type;
 }
 
-TEST(Preprocessing, RestoresDifferencesOfAnyOrder) {
+TEST(PreprocessingTest, RestoresDifferencesOfAnyOrder) {
   std::mt19937 random(1);
   for (int order : {0, 1, 2, 3, 7, 64, 999})
     for (int c : {1, 2, 3}) {
@@ -87,7 +87,7 @@ TEST(Preprocessing, RestoresDifferencesOfAnyOrder) {
     }
 }
 
-TEST(Preprocessing, MakesPlainRunningTextOfLines) {
+TEST(PreprocessingTest, MakesPlainRunningTextOfLines) {
   const std::string nbsp = "\xA0", umlaut = "\xC4";  // no-break space; a capital umlaut
   const std::pair<std::string, std::string> cases[] = {{"foo-\nbar", "foobar"},
                                                        {"foo-\r\n  bar", "foobar"},
@@ -116,7 +116,7 @@ TEST(Preprocessing, MakesPlainRunningTextOfLines) {
   EXPECT_EQ(messages.take(), "");
 }
 
-TEST(Preprocessing, CountsTimeByTheBarAndMarksTheBarLinesOfALongGap) {
+TEST(PreprocessingTest, CountsTimeByTheBarAndMarksTheBarLinesOfALongGap) {
   const struct {
     PreprocessingSettings settings;
     Numbers original, expected;
@@ -133,7 +133,7 @@ TEST(Preprocessing, CountsTimeByTheBarAndMarksTheBarLinesOfALongGap) {
   for (const auto& test : cases) EXPECT_EQ(preProcessed(test.settings, test.original), test.expected);
 }
 
-TEST(Preprocessing, RestoresNotesAndTimes) {
+TEST(PreprocessingTest, RestoresNotesAndTimes) {
   std::mt19937 random(2);
   for (int c : {2, 3, 4})
     for (int nom : {3, 4}) {
@@ -153,7 +153,7 @@ TEST(Preprocessing, RestoresNotesAndTimes) {
   EXPECT_EQ(restored({1002, 2, 4, 4}, {60, 12300}, {1, 12}), (Numbers{60, 12300, 61, 12300}));   // the same chord
 }
 
-TEST(Preprocessing, TakesABarOfNothingForFourFour) {
+TEST(PreprocessingTest, TakesABarOfNothingForFourFour) {
   const char* const message = "getPreprocessed Sequence: illegal values for timeSignature, assuming 4/4 time signature...\n";
   zmatrix::CapturedMessages messages(0);
   for (auto [nom, denom] : {std::pair{0, 0}, {0, 4}, {4, 0}, {-4, 4}, {4, -4}, {1, 20000}, {INT_MIN, 1}}) {
@@ -164,7 +164,7 @@ TEST(Preprocessing, TakesABarOfNothingForFourFour) {
   EXPECT_EQ(messages.take(), "");
 }
 
-TEST(Preprocessing, RefusesMoreBarLinesThanMemoryHolds) {
+TEST(PreprocessingTest, RefusesMoreBarLinesThanMemoryHolds) {
   zmatrix::CapturedMessages messages(0);
   EXPECT_EQ(preProcessed({1002, 2, 1, 12288}, {60, 0, 62, 1000001}), std::nullopt);
   EXPECT_EQ(messages.take(), "error from getPreprocessed Sequence: 1000001 bar markers for 1 items, at most 1000000 are made\n");
@@ -180,7 +180,7 @@ TEST(Preprocessing, RefusesMoreBarLinesThanMemoryHolds) {
   zmatrix::largestAllocation = static_cast<size_t>(-1);
 }
 
-TEST(Preprocessing, KnowsItsTypes) {
+TEST(PreprocessingTest, KnowsItsTypes) {
   const Numbers pair = {60, 0, 62, 1};
   int item[] = {3, 4};
   const int* const items[] = {pair.data()};
@@ -201,7 +201,7 @@ TEST(Preprocessing, KnowsItsTypes) {
   EXPECT_EQ(messages.take(), "Warning from getProcessedSequence: originalSequence is empty\n");
 }
 
-TEST(Preprocessing, Has64BitDifferences) {
+TEST(PreprocessingTest, Has64BitDifferences) {
   const auto run = [](int type, std::vector<long long> values, int* length) {
     long long* block = zmatrix::longLongPreProcessedSequence({type, 1, 4, 4}, values, length);
     std::vector<long long> result;

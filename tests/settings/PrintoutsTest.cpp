@@ -4,9 +4,9 @@
 
 namespace {
 
-class Printouts : public zmatrix::TierTest<ZQMatrix> {};
+class PrintoutsTest : public zmatrix::TierTest<ZQMatrix> {};
 
-TEST_F(Printouts, ofANewHeader) {
+TEST_F(PrintoutsTest, OfANewHeader) {
   ZQMatrixFileHeader header;
   ASSERT_EQ(header.initFileHeader(ZQMatrixInfoTypeMedium), 1);
   messages.listen();
@@ -15,7 +15,7 @@ TEST_F(Printouts, ofANewHeader) {
 }
 
 // Sub-matrix 1 has a feed, a kernel, counts and symbols, each tier's print-outs show their part of it.
-TEST_F(Printouts, ofRecordsInAllTiers) {
+TEST_F(PrintoutsTest, OfRecordsInAllTiers) {
   matrix->setCurrentMatrixID(1);
   const int sequence[] = {-5, 300};
   info()->generateUpdateInfoSequence(sequence, 2);

@@ -11,7 +11,7 @@ class ZQMatrixForwardsTest : public zmatrix::TierTest<ZQMatrix> {
   ZQMatrixBase& base = *matrix;
 };
 
-TEST_F(ZQMatrixForwardsTest, reachHeaderAndCurrentRecord) {
+TEST_F(ZQMatrixForwardsTest, ReachHeaderAndCurrentRecord) {
   matrix->setCurrentMatrixID(2);
   matrix->setMidiTrackAnalize(1);
   matrix->setMatrixType(3);
@@ -28,7 +28,7 @@ TEST_F(ZQMatrixForwardsTest, reachHeaderAndCurrentRecord) {
   EXPECT_EQ(matrix->getGlobalSymbolMatrixProperties()->midiSoundID, ZQMatrixSoundBass);
 }
 
-TEST_F(ZQMatrixForwardsTest, aTierUsesItsOwnRecord) {
+TEST_F(ZQMatrixForwardsTest, ATierUsesItsOwnRecord) {
   int& firstOfKernel = info()->getKernelOriginalSequence()[0][0];
   firstOfKernel = 7;
   base.setCoordinateDimension(2);
@@ -48,7 +48,7 @@ TEST_F(ZQMatrixForwardsTest, aTierUsesItsOwnRecord) {
   EXPECT_EQ(matrix->getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
 }
 
-TEST_F(ZQMatrixForwardsTest, successorGeneratorsGoByMatrixID) {
+TEST_F(ZQMatrixForwardsTest, SuccessorGeneratorsGoByMatrixID) {
   ZQDebugChannel::globalDebugLevel = 0;
   EXPECT_EQ(matrix->getSuccessorRandomValue(3), 292715034);
   EXPECT_EQ(matrix->getActualSuccessorRandomValue(3), 292715034);

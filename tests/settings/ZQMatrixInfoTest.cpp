@@ -25,7 +25,7 @@ struct InitialisedRecord : Record {
 
 // What each setter with rules of its own makes of a value, in an empty record and in a filled one: what is left out is stored in
 // silence.
-TEST(ZQMatrixInfo, GuardedSettersKeepTheirRulesAndSayings) {
+TEST(ZQMatrixInfoTest, GuardedSettersKeepTheirRulesAndSayings) {
   const struct {
     const char* name;
     void (*set)(ZQMatrixInfo&, int);
@@ -66,7 +66,7 @@ TEST(ZQMatrixInfo, GuardedSettersKeepTheirRulesAndSayings) {
   zmatrix::expectKeptText("record_setters.txt", text);
 }
 
-TEST(ZQMatrixBaseInfo, LargeIndicesForceTheDimensionWhileTheOldValueStands) {
+TEST(ZQMatrixBaseInfoTest, LargeIndicesForceTheDimensionWhileTheOldValueStands) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   CapturedMessages messages(0);
   record.setAllowLargeIndices(1);
@@ -82,7 +82,7 @@ TEST(ZQMatrixBaseInfo, LargeIndicesForceTheDimensionWhileTheOldValueStands) {
   EXPECT_EQ(record.getCoordinateDimension(), 2);
 }
 
-TEST(ZQMatrixBaseInfo, MaximalIndexMustLeaveRoomForWhatWasSeen) {
+TEST(ZQMatrixBaseInfoTest, MaximalIndexMustLeaveRoomForWhatWasSeen) {
   InitialisedRecord<ZQMatrixBaseInfo> record;
   CapturedMessages messages(0);
   for (int dimension = 0; dimension < 3; ++dimension) {
@@ -114,7 +114,7 @@ TEST(ZQMatrixBaseInfo, MaximalIndexMustLeaveRoomForWhatWasSeen) {
   EXPECT_EQ(empty.getMaximalMatrixIndex(), -1);
 }
 
-TEST(ZQMatrixBaseInfo, DimensionsGrowByTheirFactorUpToTheLimit) {
+TEST(ZQMatrixBaseInfoTest, DimensionsGrowByTheirFactorUpToTheLimit) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   CapturedMessages messages(0);
   EXPECT_EQ(record.checkMatrixDimension(31), 1);
@@ -137,7 +137,7 @@ TEST(ZQMatrixBaseInfo, DimensionsGrowByTheirFactorUpToTheLimit) {
   EXPECT_EQ(record.checkMatrixDimension(20), 0) << "the limit counts in dimensions that exist, too";
 }
 
-TEST(ZQMatrixBaseInfo, DimensionsThatDoNotFitAreRefused) {
+TEST(ZQMatrixBaseInfoTest, DimensionsThatDoNotFitAreRefused) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.setMaxDimOfMatrix(INT_MAX);
   zmatrix::largestAllocation = 1000 * sizeof(int);
@@ -150,7 +150,7 @@ TEST(ZQMatrixBaseInfo, DimensionsThatDoNotFitAreRefused) {
   record.getMatrixPtr()[2] = 1;
 }
 
-TEST(ZQMatrixInfo, IsOfNoUseOnceItIsDeinitialised) {
+TEST(ZQMatrixInfoTest, IsOfNoUseOnceItIsDeinitialised) {
   ZQMatrixInfo record;
   record.initMatrixInfo(1);
   record.addNameOfUpdateFile("a");
@@ -166,7 +166,7 @@ TEST(ZQMatrixInfo, IsOfNoUseOnceItIsDeinitialised) {
   EXPECT_EQ(messages.take(), "") << "a record that is not valid is made without a warning";
 }
 
-TEST(ZQMatrixMediumInfo, AddsANameThatItHoldsItself) {
+TEST(ZQMatrixMediumInfoTest, AddsANameThatItHoldsItself) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.addNameOfUpdateFile(std::string(200, 'a').c_str());
   record.addNameOfUpdateFile(record.getNamesOfUpdateFiles());
@@ -175,7 +175,7 @@ TEST(ZQMatrixMediumInfo, AddsANameThatItHoldsItself) {
   EXPECT_EQ(std::string(record.getNamesOfUpdateFiles()), name + "\n" + name + "\n\n" + "a\n\n\n");
 }
 
-TEST(ZQMatrixMediumInfo, NamesAreKeptWholeInTheListAndCutInTheField) {
+TEST(ZQMatrixMediumInfoTest, NamesAreKeptWholeInTheListAndCutInTheField) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   const std::string longName(300, 'n');
   for (const std::string& name : {std::string("first.txt"), longName}) {
@@ -200,7 +200,7 @@ TEST(ZQMatrixMediumInfo, NamesAreKeptWholeInTheListAndCutInTheField) {
   record.releaseMemoryGlobalMatrixInfoParameters();
 }
 
-TEST(ZQMatrixMediumInfo, UpdateSequenceTakesTheSmallestWidth) {
+TEST(ZQMatrixMediumInfoTest, UpdateSequenceTakesTheSmallestWidth) {
   const struct {
     int lowest, highest, width;
   } cases[] = {{-128, 127, -1}, {0, 255, 1},    {-1, 128, -2},         {0, 32766, -2},  {0, 32767, 2},    {-1, 32767, -4},
@@ -218,7 +218,7 @@ TEST(ZQMatrixMediumInfo, UpdateSequenceTakesTheSmallestWidth) {
   }
 }
 
-TEST(ZQMatrixMediumInfo, UpdateSequencesAreReplacedOrAppended) {
+TEST(ZQMatrixMediumInfoTest, UpdateSequencesAreReplacedOrAppended) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.setCoordinateDimension(2);
   CapturedMessages messages(0);

@@ -54,7 +54,7 @@ std::string changes(Read read, Change change) {
 }
 
 // The settings before are such as no profile has, as far as a record takes them.
-TEST(Profiles, SetWhatTheirColumnHas) {
+TEST(ProfilesTest, SetWhatTheirColumnHas) {
   std::string text;
   for (Profile profile : allProfiles) {
     SubMatrix matrix;
@@ -92,7 +92,7 @@ TEST(Profiles, SetWhatTheirColumnHas) {
   zmatrix::expectKeptText("profiles.txt", text);
 }
 
-TEST(Profiles, AreRefusedOnAFilledMatrix) {
+TEST(ProfilesTest, AreRefusedOnAFilledMatrix) {
   SubMatrix matrix;
   matrix.record.setNumberOfMatrixElements(1);
   CapturedMessages messages(0);
@@ -109,7 +109,7 @@ TEST(Profiles, AreRefusedOnAFilledMatrix) {
   EXPECT_EQ(empty.record.getMemorySearchMethod(), 0);
 }
 
-TEST(Profiles, SymbolBlockGetsTheSymbolsOwnValuesOnly) {
+TEST(ProfilesTest, SymbolBlockGetsTheSymbolsOwnValuesOnly) {
   SubMatrix matrix;
   ZQMatrixProperties& block = *matrix.header.getGlobalSymbolMatrixProperties();
   block.usePhrasesForUpdateMatrixWithLongANSIText = 7;
@@ -142,7 +142,7 @@ std::string verdictOf(Check check) {
 }
 
 // Everything but one setting is as the profile wants it. A record's setters let fewer values through than a block takes.
-TEST(ProfileChecks, AcceptRefuseAndSayExactlyThis) {
+TEST(ProfileChecksTest, AcceptRefuseAndSayExactlyThis) {
   std::string text;
   for (Profile profile : allProfiles) {
     for (int i = 0; i < numberOfSettings; ++i) {
@@ -164,7 +164,7 @@ TEST(ProfileChecks, AcceptRefuseAndSayExactlyThis) {
   zmatrix::expectKeptText("profile_checks.txt", text);
 }
 
-TEST(ProfileChecks, OfTheFullTierLookAtTheBasicBlockOnly) {
+TEST(ProfileChecksTest, OfTheFullTierLookAtTheBasicBlockOnly) {
   SubMatrix matrix;
   CapturedMessages messages(1);
   zmatrix::setGlobalSymbolDefaultMatrixPropertiesForSymbols(matrix.header);
@@ -183,7 +183,7 @@ TEST(ProfileChecks, OfTheFullTierLookAtTheBasicBlockOnly) {
   EXPECT_EQ(messages.take(), "error: checkGlobalSymbolMatrixPropertiesForSymbols: isPhraseMatrix illegal: 0\n");
 }
 
-TEST(ApplyGlobalProperties, CopiesThroughTheGuards) {
+TEST(ApplyGlobalPropertiesTest, CopiesThroughTheGuards) {
   SubMatrix matrix;
   zmatrix::setGlobalDefaultMatrixPropertiesOfFullTier(Profile::IntegerSeries, matrix.header);
   matrix.block().ocronType = 3;

@@ -76,7 +76,7 @@ template <class Matrix>
 class DamagedStoreTest : public testing::Test {};
 TYPED_TEST_SUITE(DamagedStoreTest, zmatrix::Tiers);
 
-TYPED_TEST(DamagedStoreTest, everyBentLinkIsToldAndStays) {
+TYPED_TEST(DamagedStoreTest, EveryBentLinkIsToldAndStays) {
   EXPECT_EQ(DamagedStore<TypeParam>().scan()[0], 1);
   EXPECT_EQ(DamagedStore<TypeParam>().walk()[0], 1);
   forEachBentLink<TypeParam>([](DamagedStore<TypeParam>& store) {
@@ -105,7 +105,7 @@ TYPED_TEST(DamagedStoreTest, everyBentLinkIsToldAndStays) {
   });
 }
 
-TYPED_TEST(DamagedStoreTest, eachKindOfLinkInTheTiersWords) {
+TYPED_TEST(DamagedStoreTest, EachKindOfLinkInTheTiersWords) {
   const bool isBase = DamagedStore<TypeParam>::isBase;
   const std::string scanned = "error performMatrixLinearTest for matrixID 0: addressOfPreviousElement out ";
   const std::string counted = isBase ? "error matrixConsistency-Test: number" : "warning:  matrixLinear-Test: number";
@@ -134,7 +134,7 @@ TYPED_TEST(DamagedStoreTest, eachKindOfLinkInTheTiersWords) {
   }
 }
 
-TYPED_TEST(DamagedStoreTest, workOnItStaysWithinTheBlock) {
+TYPED_TEST(DamagedStoreTest, WorkOnItStaysWithinTheBlock) {
   forEachBentLink<TypeParam>([](DamagedStore<TypeParam>& store) {
     TypeParam& matrix = *store.matrix;
     int length = 0, count = 0;

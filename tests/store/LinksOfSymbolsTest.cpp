@@ -6,9 +6,9 @@ namespace {
 
 using zmatrix::Vector;
 
-class SymbolLinks : public zmatrix::TierTest<ZQMatrix> {
+class SymbolLinksTest : public zmatrix::TierTest<ZQMatrix> {
  public:
-  SymbolLinks() {
+  SymbolLinksTest() {
     matrix->setInitialMatrixBlocksize(80);
     messages.listen();
     ZQDebugChannel::globalDebugLevel = 0;
@@ -39,7 +39,7 @@ class SymbolLinks : public zmatrix::TierTest<ZQMatrix> {
   int move(const Vector& phrase) { return moveFieldOf(handleOf(phrase), phrase.back()); }
 };
 
-TEST_F(SymbolLinks, followEachMoveOfTheirPhrase) {
+TEST_F(SymbolLinksTest, FollowEachMoveOfTheirPhrase) {
   matrix->setCurrentMatrixIDLevelUp(1);
   const std::vector<Vector> phrases = {{1, 2}, {1, 4}, {1, 2, 3}, {5}};
   std::vector<int> symbols;
@@ -60,7 +60,7 @@ TEST_F(SymbolLinks, followEachMoveOfTheirPhrase) {
   EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(0, 0), -2);
 }
 
-TEST_F(SymbolLinks, below256StayBehind) {
+TEST_F(SymbolLinksTest, Below256StayBehind) {
   matrix->setCurrentMatrixIDLevelUp(1);
   link({1, 2});
   for (const auto& [symbol, follows] : std::vector<std::pair<int, bool>>{{255, false}, {256, true}}) {
@@ -77,7 +77,7 @@ TEST_F(SymbolLinks, below256StayBehind) {
 }
 
 // A symbol element that moves itself points astray until its link is set anew.
-TEST_F(SymbolLinks, ofAMovedSymbolElementGoAstray) {
+TEST_F(SymbolLinksTest, OfAMovedSymbolElementGoAstray) {
   matrix->setCurrentMatrixIDLevelUp(1);
   const int symbol = link({1, 2});
   matrix->setCurrentMatrixID(1);
@@ -87,7 +87,7 @@ TEST_F(SymbolLinks, ofAMovedSymbolElementGoAstray) {
   EXPECT_EQ(linkOf(symbol), handleOf({1, 2}) - offset);
 }
 
-TEST_F(SymbolLinks, outOfRangeArePassedOver) {
+TEST_F(SymbolLinksTest, OutOfRangeArePassedOver) {
   const int symbol = link({1, 2});
   for (const int levelUp : {4, 77, INT_MAX, 3, 0}) {  // beyond the sub-matrices, empty, and the phrase's own
     matrix->setCurrentMatrixIDLevelUp(levelUp);
@@ -114,7 +114,7 @@ TEST_F(SymbolLinks, outOfRangeArePassedOver) {
   }
 }
 
-TEST_F(SymbolLinks, levelsThatLeadNowhereOrInACircleEnd) {
+TEST_F(SymbolLinksTest, LevelsThatLeadNowhereOrInACircleEnd) {
   EXPECT_EQ(matrix->getActualAILevelIndex(), 0);
   matrix->setCurrentMatrixID(1);
   matrix->setCurrentMatrixIDLevelDown(0);
@@ -132,7 +132,7 @@ TEST_F(SymbolLinks, levelsThatLeadNowhereOrInACircleEnd) {
   EXPECT_GE(matrix->getActualAILevelIndex(), 1);
 }
 
-TEST_F(SymbolLinks, anIDIsNeverGivenTwice) {
+TEST_F(SymbolLinksTest, AnIDIsNeverGivenTwice) {
   const Vector phrase = {1, 2};
   write(phrase);
   EXPECT_EQ(elementOf(phrase)->getSymbolID(), 0);
@@ -161,7 +161,7 @@ TEST_F(SymbolLinks, anIDIsNeverGivenTwice) {
 }
 
 // The symbol level is cleared and given up while the phrases still know of it.
-TEST_F(SymbolLinks, outliveTheirLevel) {
+TEST_F(SymbolLinksTest, OutliveTheirLevel) {
   matrix->setCurrentMatrixIDLevelUp(1);
   const int one = link({1, 2}), two = link({3, 4, 5});
   setLink(one, handleOf({1, 2}));  // the second symbol has moved the first

@@ -9,13 +9,13 @@ namespace {
 using zmatrix::Vector;
 
 template <class Matrix>
-class StoreLimits : public zmatrix::TierTest<Matrix> {
+class StoreLimitsTest : public zmatrix::TierTest<Matrix> {
  public:
-  StoreLimits() { ZQDebugChannel::globalDebugLevel = 0; }
+  StoreLimitsTest() { ZQDebugChannel::globalDebugLevel = 0; }
 };
-TYPED_TEST_SUITE(StoreLimits, zmatrix::Tiers);
+TYPED_TEST_SUITE(StoreLimitsTest, zmatrix::Tiers);
 
-TYPED_TEST(StoreLimits, existCodes) {
+TYPED_TEST(StoreLimitsTest, ExistCodes) {
   this->write({1, 2, 3});
   for (const auto& [vector, code] : std::vector<std::pair<Vector, int>>{{{1, 2, 3}, 3},
                                                                         {{1, 2}, 1},
@@ -33,7 +33,7 @@ TYPED_TEST(StoreLimits, existCodes) {
 }
 
 // A vector as long as the limit can be written and not read.
-TYPED_TEST(StoreLimits, lengthsAndCoordinatesAtTheLimit) {
+TYPED_TEST(StoreLimitsTest, LengthsAndCoordinatesAtTheLimit) {
   EXPECT_EQ(this->write(Vector(4096, 1)), 1);
   EXPECT_EQ(this->exist(Vector(4096, 1)), -2);
   EXPECT_EQ(this->exist(Vector(4095, 1)), 1);
@@ -49,7 +49,7 @@ TYPED_TEST(StoreLimits, lengthsAndCoordinatesAtTheLimit) {
   EXPECT_EQ(this->broken(), "");
 }
 
-TYPED_TEST(StoreLimits, deletesOfWhatIsNotThereChangeNothing) {
+TYPED_TEST(StoreLimitsTest, DeletesOfWhatIsNotThereChangeNothing) {
   for (const Vector& vector : {Vector{1, 2}, Vector{1, 2, 3}, Vector{4, 5}, Vector{6}}) this->write(vector, 1, 1);
   const auto records = this->records();
   const Vector counters = this->counters();
@@ -74,7 +74,7 @@ TYPED_TEST(StoreLimits, deletesOfWhatIsNotThereChangeNothing) {
   EXPECT_EQ(this->take(), "");
 }
 
-TYPED_TEST(StoreLimits, aReadOnlyStoreIsDeletedFrom) {
+TYPED_TEST(StoreLimitsTest, AReadOnlyStoreIsDeletedFrom) {
   this->write({1, 2});
   this->info()->setMemIsReadOnly(1);
   this->matrix->getMatrixFileHeader()->setStopFlag(0, 1);
@@ -82,7 +82,7 @@ TYPED_TEST(StoreLimits, aReadOnlyStoreIsDeletedFrom) {
   EXPECT_EQ(this->exist({1, 2}), -1);
 }
 
-TYPED_TEST(StoreLimits, brokenLinksAreToldByCodes) {
+TYPED_TEST(StoreLimitsTest, BrokenLinksAreToldByCodes) {
   this->write({1, 2, 3});
   this->write({1, 4});
   auto* inner = this->elementOf({1, 4});
@@ -98,7 +98,7 @@ TYPED_TEST(StoreLimits, brokenLinksAreToldByCodes) {
 }
 
 // A handle that names a free slot, one of another sub-matrix, one outside the block, and one that only lost its write.
-TYPED_TEST(StoreLimits, handlesThatLeadToNoPath) {
+TYPED_TEST(StoreLimitsTest, HandlesThatLeadToNoPath) {
   for (const Vector& vector : {Vector{1}, Vector{1, 2}, Vector{1, 2, 3}, Vector{8, 9}}) this->write(vector);
   const int handle = this->handleOf({1, 2, 3}), inner = this->handleOf({1, 2});
   this->matrix->setCurrentMatrixID(4);
@@ -194,7 +194,7 @@ void tryPackedItems(Test& test, int limit, const std::vector<Item>& values) {
   EXPECT_EQ(matrix.getNumberOfMatrixElements(), elements);
 }
 
-TYPED_TEST(StoreLimits, packedItems) {
+TYPED_TEST(StoreLimitsTest, PackedItems) {
   tryPackedItems<int>(*this, 1000, {7, 999999, -123456});
   int tooLarge = INT_MIN;
   EXPECT_EQ(this->matrix->writeMatrixElement32(&tooLarge, 1, 9), 0);
@@ -215,7 +215,7 @@ TYPED_TEST(StoreLimits, packedItems) {
 
 // Past the largest block nothing grows; the header alone is told that the block is that large, so that nothing of the kind is
 // allocated.
-TYPED_TEST(StoreLimits, growthEndsAtTheCap) {
+TYPED_TEST(StoreLimitsTest, GrowthEndsAtTheCap) {
   this->write({1, 2});
   this->matrix->getMatrixFileHeader()->_setMatrixBlockSize(134217728);
   ZQMatrixBaseElement** const block = this->matrix->getMatrixData();
@@ -235,7 +235,7 @@ TYPED_TEST(StoreLimits, growthEndsAtTheCap) {
 
 // Memory runs out at each of the places that grow: a move, a search, a first size. The write fails, and the matrix can be
 // deleted.
-TYPED_TEST(StoreLimits, growthThatFailsLeavesADeletableMatrix) {
+TYPED_TEST(StoreLimitsTest, GrowthThatFailsLeavesADeletableMatrix) {
   const std::string torn = "error from expandMatrixBlock: ReAllocation of _matrixData failed _matrixBlockSize too large: 161!\n";
   for (int place = 0; place < 3; ++place) {
     SCOPED_TRACE(place);

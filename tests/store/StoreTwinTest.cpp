@@ -111,7 +111,7 @@ using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
 TYPED_TEST_SUITE(StoreTwinTest, Tiers);
 
 // Blocks so small that fields collide, leave the block at both ends and make it grow within searches and moves.
-TYPED_TEST(StoreTwinTest, smallBlocks) {
+TYPED_TEST(StoreTwinTest, SmallBlocks) {
   unsigned seed = 1;
   for (int method = 0; method <= 3; ++method) {
     plain::Store sum(plain::Tier::base);
@@ -135,7 +135,7 @@ TYPED_TEST(StoreTwinTest, smallBlocks) {
 }
 
 // Blocks whose ends lie beside multiples of 64 and 4096 slots, packed until searches and moves look over many such regions.
-TYPED_TEST(StoreTwinTest, regionBoundaries) {
+TYPED_TEST(StoreTwinTest, RegionBoundaries) {
   unsigned seed = 100;
   for (int method = 0; method <= 3; ++method) {
     for (const int blockSize : {2531, 4095, 4096, 4097}) {
@@ -149,7 +149,7 @@ TYPED_TEST(StoreTwinTest, regionBoundaries) {
 }
 
 // The four IDs with a method each, changed while they run, and a search that starts where some larger matrix left off.
-TYPED_TEST(StoreTwinTest, mixedMethodsAndForeignSearchStates) {
+TYPED_TEST(StoreTwinTest, MixedMethodsAndForeignSearchStates) {
   unsigned seed = 200;
   for (const plain::SearchState& state :
        {plain::SearchState{4, 0, 4, 4}, plain::SearchState{90000, 1020, 90000, 90000}, plain::SearchState{200, 700, 250, 100},
@@ -165,7 +165,7 @@ TYPED_TEST(StoreTwinTest, mixedMethodsAndForeignSearchStates) {
 }
 
 // Fields of hundreds of elements that interleave: the tie, the smaller field that gives way, and both ends of the block.
-TYPED_TEST(StoreTwinTest, wideFields) {
+TYPED_TEST(StoreTwinTest, WideFields) {
   for (int method = 0; method <= 3; ++method) {
     SCOPED_TRACE("method " + std::to_string(method));
     StoreTwin<TypeParam> twin(3000);
@@ -185,7 +185,7 @@ TYPED_TEST(StoreTwinTest, wideFields) {
 }
 
 // A field is counted from any of its elements, and an element's owner is its parent's slot; a root has none.
-TYPED_TEST(StoreTwinTest, fieldsAndOwners) {
+TYPED_TEST(StoreTwinTest, FieldsAndOwners) {
   StoreTwin<TypeParam> twin(200);
   for (const int k : {5, -3, 9}) twin.write({7, k}, k);
   const int parent = twin.store.handleOf({7, 5}) + twin.store.at(twin.store.handleOf({7, 5}))->parent;
@@ -204,7 +204,7 @@ TYPED_TEST(StoreTwinTest, fieldsAndOwners) {
 }
 
 // With more roots every search and every move must leave more slots alone.
-TYPED_TEST(StoreTwinTest, moreRoots) {
+TYPED_TEST(StoreTwinTest, MoreRoots) {
   StoreTwin<TypeParam> twin(90);
   twin.setNumberOfRoots(7);
   Dice dice(9);
@@ -240,7 +240,7 @@ void learnAndForget(StoreTwin<Matrix>& twin, Dice& dice, const Vector& items, in
 }
 
 // Narrow fields by the ten thousand, as a text gives them.
-TYPED_TEST(StoreTwinTest, phrasesOfAText) {
+TYPED_TEST(StoreTwinTest, PhrasesOfAText) {
   for (const auto& [method, items] : std::vector<std::pair<int, int>>{{0, 4000}, {1, 12000}, {2, 3000}, {3, 1000}}) {
     SCOPED_TRACE("method " + std::to_string(method));
     StoreTwin<TypeParam> twin(500);
@@ -254,7 +254,7 @@ TYPED_TEST(StoreTwinTest, phrasesOfAText) {
 }
 
 // Notes, times and durations: the times make fields with few elements that lie far apart, at hundreds of different distances.
-TYPED_TEST(StoreTwinTest, phrasesOfWideItems) {
+TYPED_TEST(StoreTwinTest, PhrasesOfWideItems) {
   for (const auto& [method, items] : std::vector<std::pair<int, int>>{{0, 5000}, {1, 5000}, {2, 2000}, {3, 600}}) {
     SCOPED_TRACE("method " + std::to_string(method));
     StoreTwin<TypeParam> twin(3000);
@@ -272,7 +272,7 @@ TYPED_TEST(StoreTwinTest, phrasesOfWideItems) {
 // Some 80,000 elements, packed, then worked on by each method in turn: the periodic scan deep inside the block, growth at nine
 // tenths of it, holes that deletes leave behind, and fields of few elements at many different distances, which must look far for
 // room.
-TEST(StoreTwinLarge, packedBlock) {
+TEST(StoreTwinLargeTest, PackedBlock) {
   constexpr int parents = 260, children = 300;
   StoreTwin<ZQMatrixMedium> twin(parents * children * 53 / 50);
   Dice dice(400);

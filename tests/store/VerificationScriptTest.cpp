@@ -255,7 +255,7 @@ class SelfTestScriptTest : public testing::Test {};
 using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
 TYPED_TEST_SUITE(SelfTestScriptTest, Tiers);
 
-TYPED_TEST(SelfTestScriptTest, findsWhatThePathsHold) {
+TYPED_TEST(SelfTestScriptTest, FindsWhatThePathsHold) {
   using Twin = StoreTwin<TypeParam>;
   int sound = 0, other = 0, drifted = 0, linked = 0, moves = 0, pruned = 0;
   for (unsigned seed = 0; seed < 12; ++seed) {

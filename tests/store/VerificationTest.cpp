@@ -15,7 +15,7 @@ TYPED_TEST_SUITE(SelfTestTest, zmatrix::Tiers);
 
 const std::string scanBegins = "begin performMatrixLinearTest for matrixID 0...\nmatrix will not be trimmed...\n";
 
-TYPED_TEST(SelfTestTest, emptyAndUnknown) {
+TYPED_TEST(SelfTestTest, EmptyAndUnknown) {
   EXPECT_EQ(this->scan(), (Vector{-1, 0, 0}));
   EXPECT_EQ(this->take(), scanBegins + "performMatrixLinearTest: matrix is empty!\n");
   EXPECT_EQ(this->walk(), (Vector{-1, 0, 0}));
@@ -26,7 +26,7 @@ TYPED_TEST(SelfTestTest, emptyAndUnknown) {
   EXPECT_EQ(written + ends, 0);
 }
 
-TYPED_TEST(SelfTestTest, countersThatDiffer) {
+TYPED_TEST(SelfTestTest, CountersThatDiffer) {
   this->write({1, 2});
   auto* info = this->info();
   const std::string ends = "numberOfEndElementsInMatrix differs from _numberOfEndElements 1 <-> 3\n";
@@ -56,7 +56,7 @@ TYPED_TEST(SelfTestTest, countersThatDiffer) {
 }
 
 // A trim counts written paths only, and only those within the limits seen; what else there is stays readable, in a file as well.
-TYPED_TEST(SelfTestTest, whatATrimDoesNotCountStaysReadable) {
+TYPED_TEST(SelfTestTest, WhatATrimDoesNotCountStaysReadable) {
   this->write({1, 2});
   this->write({1, 3});
   this->matrix->setMaximalMatrixIndex(1000);  // forgets the limits seen
@@ -78,7 +78,7 @@ TYPED_TEST(SelfTestTest, whatATrimDoesNotCountStaysReadable) {
 }
 
 // A size of no block stays in the header; the tests look at the slots that there are.
-TYPED_TEST(SelfTestTest, aSizeThatMakesNoSense) {
+TYPED_TEST(SelfTestTest, ASizeThatMakesNoSense) {
   this->write({1, 2});
   for (const int size : {INT_MIN, -5, 0}) {
     this->matrix->setInitialMatrixBlocksize(size);
@@ -88,7 +88,7 @@ TYPED_TEST(SelfTestTest, aSizeThatMakesNoSense) {
   }
 }
 
-TYPED_TEST(SelfTestTest, trim) {
+TYPED_TEST(SelfTestTest, Trim) {
   int n = 0;
   while (this->matrix->getMaximalStack() < 100) this->write({n++});
   this->matrix->getMatrixFileHeader()->_setMaximalStack(5000);
@@ -114,7 +114,7 @@ TYPED_TEST(SelfTestTest, trim) {
 }
 
 // The block is cut behind the last slot of all sub-matrices; handles from before stay good. The walk trims none of several.
-TYPED_TEST(SelfTestTest, trimKeepsWhatOtherSubMatricesHold) {
+TYPED_TEST(SelfTestTest, TrimKeepsWhatOtherSubMatricesHold) {
   this->write({1, 2});
   this->matrix->setCurrentMatrixID(2);
   for (int k = 0; k < 40; ++k) this->write({k, 1});
@@ -139,7 +139,7 @@ TYPED_TEST(SelfTestTest, trimKeepsWhatOtherSubMatricesHold) {
 }
 
 // The box of indices holds 10 to the 30 vectors; only those that exist may be visited.
-TYPED_TEST(SelfTestTest, wideBox) {
+TYPED_TEST(SelfTestTest, WideBox) {
   std::mt19937 engine(3);
   for (int i = 0; i < 300; ++i) {
     Vector vector(10);
@@ -150,7 +150,7 @@ TYPED_TEST(SelfTestTest, wideBox) {
   EXPECT_EQ(this->scan(), (Vector{1, 300, 300}));
 }
 
-TYPED_TEST(SelfTestTest, readBack) {
+TYPED_TEST(SelfTestTest, ReadBack) {
   this->write({1, 2});
   this->write({1, 2, 3});
   int *none = nullptr, one[] = {1, 2}, two[] = {1, 2, 3}, path[] = {1}, missing[] = {4};
@@ -169,7 +169,7 @@ TYPED_TEST(SelfTestTest, readBack) {
   }
 }
 
-TYPED_TEST(SelfTestTest, readBackOfWideItems) {
+TYPED_TEST(SelfTestTest, ReadBackOfWideItems) {
   int items[] = {123456789, -5}, wrong[] = {123456789, -6}, errors = -1, tests = -1;
   int* vectors[] = {items, wrong, nullptr};
   int lengths[] = {2, 2, 2};
@@ -197,7 +197,7 @@ TYPED_TEST(SelfTestTest, readBackOfWideItems) {
 
 class MediumSelfTest : public zmatrix::TierTest<ZQMatrixMedium> {};
 
-TEST_F(MediumSelfTest, aPhraseMatrixNeedsAContextForEachRule) {
+TEST_F(MediumSelfTest, APhraseMatrixNeedsAContextForEachRule) {
   info()->setIsPhraseMatrix(1);
   info()->setMatrixType(2);
   const int sequence[] = {1, 2, 3, 4, 1, 5, 3, 6};
@@ -212,7 +212,7 @@ TEST_F(MediumSelfTest, aPhraseMatrixNeedsAContextForEachRule) {
 class FullSelfTest : public zmatrix::TierTest<ZQMatrix> {};
 
 // Every fault that the counters can have, in the order in which they are told.
-TEST_F(FullSelfTest, countersInTheirOrder) {
+TEST_F(FullSelfTest, CountersInTheirOrder) {
   write({1, 2}, 0, 1);
   info()->_setCurrentDimension(3);
   info()->setNumberOfWriteElements(2);
@@ -228,7 +228,7 @@ TEST_F(FullSelfTest, countersInTheirOrder) {
                         "error: matrixLinear-Test: numberOfSymbols differs from _numberOfSymbols 0 <-> 1\n");
 }
 
-TEST_F(FullSelfTest, followsSymbols) {
+TEST_F(FullSelfTest, FollowsSymbols) {
   const std::string scanned = "performMatrixLinearTest for matrixID ";
   write({1, 2}, 1);
   EXPECT_EQ(scan()[0], 1);

@@ -76,9 +76,9 @@ struct Shape {
   int count, width, holesInThousand;
 };
 
-class NearestFit : public testing::TestWithParam<Shape> {};
+class NearestFitTest : public testing::TestWithParam<Shape> {};
 
-TEST_P(NearestFit, IsTheOneThatAWalkFinds) {
+TEST_P(NearestFitTest, IsTheOneThatAWalkFinds) {
   const Shape shape = GetParam();
   PackedIndex packed(150'000, shape.holesInThousand, 11);
   std::vector<std::vector<int>> shapes;
@@ -100,7 +100,7 @@ TEST_P(NearestFit, IsTheOneThatAWalkFinds) {
   EXPECT_GT(numberFound, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Shapes, NearestFit,
+INSTANTIATE_TEST_SUITE_P(Shapes, NearestFitTest,
                          testing::Values(Shape{2, 26, 4}, Shape{3, 26, 12}, Shape{3, 120, 12}, Shape{4, 26, 45},
                                          Shape{4, 100, 45}, Shape{6, 26, 110}, Shape{5, 300, 80}, Shape{3, 9000, 12},
                                          Shape{12, 40, 350}),

@@ -11,7 +11,7 @@ namespace {
 using Integers = std::vector<int>;
 using zmatrix::TestFolder;
 
-class LevelDown : public testing::Test {
+class LevelDownTest : public testing::Test {
  protected:
   /// A symbol level above sub-matrix 0, made by hand: symbol 300 with this handle.
   void makeSymbolLevel(int coordinateDimension, int handle) {
@@ -31,7 +31,7 @@ class LevelDown : public testing::Test {
   SymbolMatrix matrix;
 };
 
-TEST_F(LevelDown, GivesThePhraseOrNothing) {
+TEST_F(LevelDownTest, GivesThePhraseOrNothing) {
   matrix.learn("harbour\n\ntown");
   matrix.select(1);
   EXPECT_EQ(matrix.phraseOf(257), "harbour");
@@ -63,7 +63,7 @@ TEST_F(LevelDown, GivesThePhraseOrNothing) {
   expectNothing(258, "getPreviousLevelObjectsFromOriginalSymbol: illegal levelDownID: 4\n");
 }
 
-TEST_F(LevelDown, StaysBelowWhereThePhraseFitsNoItems) {
+TEST_F(LevelDownTest, StaysBelowWhereThePhraseFitsNoItems) {
   const Integers three = {1, 2, 3}, four = {5, 6, 7, 8};
   matrix->writeMatrixElement(three.data(), 3, 1);
   matrix->writeMatrixElement(four.data(), 4, 1);
@@ -85,7 +85,7 @@ TEST_F(LevelDown, StaysBelowWhereThePhraseFitsNoItems) {
   EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
 }
 
-TEST_F(LevelDown, PrintsAnItemInTheMannerOfItsLevel) {
+TEST_F(LevelDownTest, PrintsAnItemInTheMannerOfItsLevel) {
   matrix.learn("cat");
   const int letter = 'x', symbol = 257, unknown = 258;
   zmatrix::CapturedMessages messages(0);
@@ -105,7 +105,7 @@ TEST_F(LevelDown, PrintsAnItemInTheMannerOfItsLevel) {
   EXPECT_EQ(messages.take(), "####### error dbPrintSuccessorObjex: cannot print Objex for AILevel 2\n");
 }
 
-TEST_F(LevelDown, PrintsPhrasesOfNumbersItemByItem) {
+TEST_F(LevelDownTest, PrintsPhrasesOfNumbersItemByItem) {
   matrix->setCoordinateDimension(2);
   matrix->setMatrixType(ZQMatrixTypeIntegerSeries);
   const Integers phrase = {5, 6, 7, 8};
@@ -117,7 +117,7 @@ TEST_F(LevelDown, PrintsPhrasesOfNumbersItemByItem) {
   EXPECT_EQ(messages.take(), "(300:) (5,6,)(7,8,)");
 }
 
-class TextOfLevels : public LevelDown {
+class TextOfLevelsTest : public LevelDownTest {
  protected:
   int write(int numberOfItems) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfItems, file.c_str()); }
   void expectRefusal(int result, const std::string& message) {
@@ -131,7 +131,7 @@ class TextOfLevels : public LevelDown {
   std::string file = folder.path() + "/out.txt";
 };
 
-TEST_F(TextOfLevels, IsWordsAboveAndCharactersBelow) {
+TEST_F(TextOfLevelsTest, IsWordsAboveAndCharactersBelow) {
   matrix.learn("the cat\n\nsat");
   matrix.raiseStack();
   const Integers start = valuesOf("the");
@@ -149,7 +149,7 @@ TEST_F(TextOfLevels, IsWordsAboveAndCharactersBelow) {
   EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
 }
 
-TEST_F(TextOfLevels, MarksWhatCannotBeWritten) {
+TEST_F(TextOfLevelsTest, MarksWhatCannotBeWritten) {
   matrix.learn("cat");
   matrix.select(1);
   matrix->getMatrixInfo()->setSucessorMethod(ZQSuccessorMethodMostProbable);
@@ -164,7 +164,7 @@ TEST_F(TextOfLevels, MarksWhatCannotBeWritten) {
   EXPECT_EQ(messages.take(), told + told);
 }
 
-TEST_F(TextOfLevels, RefusesInItsOrder) {
+TEST_F(TextOfLevelsTest, RefusesInItsOrder) {
   expectRefusal(-1, "error: readAnsiObjexsAndWriteToAnsiFile: matrix is not ANSI type: 0\n");
   matrix->setMatrixType(ZQMatrixTypeANSIText);
   expectRefusal(-2, "readAnsiObjexsAndWriteToAnsiFile: matrix is empty!\n");

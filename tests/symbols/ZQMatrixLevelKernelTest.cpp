@@ -7,7 +7,7 @@ namespace {
 
 using Integers = std::vector<int>;
 
-class LevelKernel : public testing::Test {
+class LevelKernelTest : public testing::Test {
  protected:
   void SetUp() override {
     matrix.learn("the cat sat on the mat");
@@ -32,7 +32,7 @@ class LevelKernel : public testing::Test {
   int the = 0;
 };
 
-TEST_F(LevelKernel, IsSetInTheCurrentLevelAlone) {
+TEST_F(LevelKernelTest, IsSetInTheCurrentLevelAlone) {
   EXPECT_EQ(start("the cat", 0), 7);
   EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 7);
   EXPECT_EQ(info(1)->getLengthOfKernelPreProcessedSequence(), 0);
@@ -45,7 +45,7 @@ TEST_F(LevelKernel, IsSetInTheCurrentLevelAlone) {
   EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
 }
 
-TEST_F(LevelKernel, IsSetInAllLevelsFromTheWordsOfTheStart) {
+TEST_F(LevelKernelTest, IsSetInAllLevelsFromTheWordsOfTheStart) {
   EXPECT_EQ(start("the cat", 1), 7);
   EXPECT_EQ(wordsOfKernel(), (Words{"the", "cat"}));
   EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 7);
@@ -61,7 +61,7 @@ TEST_F(LevelKernel, IsSetInAllLevelsFromTheWordsOfTheStart) {
             "initializeKernelWithOriginalSequence: numberOfPredefined Symbols: 1\n");
 }
 
-TEST_F(LevelKernel, EndsAtTheRootWithoutAKnownWord) {
+TEST_F(LevelKernelTest, EndsAtTheRootWithoutAKnownWord) {
   start("the cat", 1);
   zmatrix::CapturedMessages messages(0);
   EXPECT_EQ(start("zebras", 1), 0);
@@ -82,7 +82,7 @@ TEST_F(LevelKernel, EndsAtTheRootWithoutAKnownWord) {
   EXPECT_EQ(wordsOfKernel(), (Words{"the", "cat"}));  // the walk ended below
 }
 
-TEST_F(LevelKernel, NeedsNoSymbolLevel) {
+TEST_F(LevelKernelTest, NeedsNoSymbolLevel) {
   SymbolMatrix letters;
   letters->setMatrixAILevel(0);
   letters.learn("the cat");
@@ -98,7 +98,7 @@ TEST_F(LevelKernel, NeedsNoSymbolLevel) {
   EXPECT_EQ(letters->getCurrentMatrixID(), 1);
 }
 
-TEST_F(LevelKernel, TellsOfALinkThatLeadsNowhere) {
+TEST_F(LevelKernelTest, TellsOfALinkThatLeadsNowhere) {
   info(0)->setCurrentMatrixIDLevelUp(matrix->getMaxNumberOfMatrices() + 5);
   zmatrix::CapturedMessages messages(0);
   EXPECT_EQ(start("the cat", 1), -1);
@@ -110,7 +110,7 @@ TEST_F(LevelKernel, TellsOfALinkThatLeadsNowhere) {
   EXPECT_EQ(start("the cat", 1), 7);
 }
 
-TEST_F(LevelKernel, IsResetByAStartBeyondTheLongestPath) {
+TEST_F(LevelKernelTest, IsResetByAStartBeyondTheLongestPath) {
   start("the cat", 1);
   EXPECT_EQ(start(std::string(5000, 'a'), 0), 0);
   EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 0);

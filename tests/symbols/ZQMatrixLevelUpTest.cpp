@@ -9,7 +9,7 @@ namespace {
 
 using Integers = std::vector<int>;
 
-TEST(LevelUp, IsMadeOnceAndFedAgain) {
+TEST(LevelUpTest, IsMadeOnceAndFedAgain) {
   SymbolMatrix matrix;
   zmatrix::CapturedMessages messages(2);
   EXPECT_EQ(matrix.learn("one two"), 1);
@@ -49,7 +49,7 @@ TEST(LevelUp, IsMadeOnceAndFedAgain) {
   EXPECT_EQ(matrix->getNumberOfWriteElements(), 5);
 }
 
-TEST(LevelUp, TakesTheBlockForSymbolsIfTheHostHasSetIt) {
+TEST(LevelUpTest, TakesTheBlockForSymbolsIfTheHostHasSetIt) {
   SymbolMatrix matrix;
   matrix->setGlobalSymbolDefaultMatrixPropertiesForSymbols();
   matrix->setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(2);
@@ -64,7 +64,7 @@ TEST(LevelUp, TakesTheBlockForSymbolsIfTheHostHasSetIt) {
   EXPECT_EQ(matrix->getNamesOfUpdateFiles(), nameOfFile + "\n");
 }
 
-TEST(LevelUp, StaysOutWhereItIsNotWanted) {
+TEST(LevelUpTest, StaysOutWhereItIsNotWanted) {
   SymbolMatrix matrix;
   matrix->setMatrixAILevel(0);
   EXPECT_EQ(matrix.learn("one two"), 1);
@@ -87,7 +87,7 @@ TEST(LevelUp, StaysOutWhereItIsNotWanted) {
   EXPECT_EQ(matrix.brokenLink(), "");
 }
 
-TEST(LevelUp, RefusesWithoutTouchingTheBasicLevel) {
+TEST(LevelUpTest, RefusesWithoutTouchingTheBasicLevel) {
   SymbolMatrix matrix;
   matrix->setMatrixAILevel(0);
   EXPECT_EQ(matrix.learn("one two"), 1);
@@ -122,7 +122,7 @@ TEST(LevelUp, RefusesWithoutTouchingTheBasicLevel) {
   EXPECT_EQ(matrix->getNumberOfSymbols(), 2);
 }
 
-TEST(LevelUp, IsNeverTheBasicLevelItself) {
+TEST(LevelUpTest, IsNeverTheBasicLevelItself) {
   SymbolMatrix matrix;
   matrix->setMatrixAILevel(0);
   EXPECT_EQ(matrix.learn("one two"), 1);
@@ -140,7 +140,7 @@ TEST(LevelUp, IsNeverTheBasicLevelItself) {
   EXPECT_EQ(matrix->getMatrixType(), 3);
 }
 
-TEST(LevelUp, SurvivesAFullMemory) {
+TEST(LevelUpTest, SurvivesAFullMemory) {
   const std::string text = unstructuredText(3, 400, 6);
   const Integers values = valuesOf(text);
   for (const size_t limit : {size_t{64}, size_t{1200}, size_t{3000}, size_t{20000}}) {
@@ -159,7 +159,7 @@ TEST(LevelUp, SurvivesAFullMemory) {
   }
 }
 
-TEST(LevelUp, NamesEveryPhraseAfterHeavyRelocation) {
+TEST(LevelUpTest, NamesEveryPhraseAfterHeavyRelocation) {
   for (int method = 0; method <= 3; ++method) {
     SCOPED_TRACE("method " + std::to_string(method));
     SymbolMatrix matrix(8, method);
@@ -178,7 +178,7 @@ TEST(LevelUp, NamesEveryPhraseAfterHeavyRelocation) {
   }
 }
 
-TEST(LevelUp, IsThereAgainAfterALoad) {
+TEST(LevelUpTest, IsThereAgainAfterALoad) {
   const std::string text = unstructuredText(21, 300, 6);
   const zmatrix::TestFolder folder;
   const std::string file = folder.path() + "/words.zmatrix";
@@ -201,7 +201,7 @@ TEST(LevelUp, IsThereAgainAfterALoad) {
   EXPECT_EQ(loaded->getNumberOfSymbols(), matrix->getNumberOfSymbols() + 1);
 }
 
-TEST(LevelUp, IsFedAnewAfterItWasEmptied) {
+TEST(LevelUpTest, IsFedAnewAfterItWasEmptied) {
   for (const bool byClearing : {false, true}) {
     SymbolMatrix matrix;
     EXPECT_EQ(matrix.learn("one two three"), 1);
@@ -222,7 +222,7 @@ TEST(LevelUp, IsFedAnewAfterItWasEmptied) {
   }
 }
 
-TEST(LevelUp, StoresHandlesForSymbolsThatItKnows) {
+TEST(LevelUpTest, StoresHandlesForSymbolsThatItKnows) {
   SymbolMatrix matrix;
   matrix.learn("one two");
   matrix.select(1);

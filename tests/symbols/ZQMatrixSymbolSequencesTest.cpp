@@ -8,7 +8,7 @@ namespace {
 
 using Integers = std::vector<int>;
 
-TEST(SymbolSequences, AreTheWordsInTheirOrder) {
+TEST(SymbolSequencesTest, AreTheWordsInTheirOrder) {
   SymbolMatrix matrix;
   EXPECT_EQ(matrix.learn("a b\n\nc"), 1);
   const SymbolMatrix::Found symbols = matrix.symbolsOf("a b\n\nc");
@@ -28,7 +28,7 @@ TEST(SymbolSequences, AreTheWordsInTheirOrder) {
   EXPECT_EQ(matrix.symbolsOf("a-\nb").numberOfUnknown, 1);
 }
 
-TEST(SymbolSequences, AgreeWithACountOfTheWords) {
+TEST(SymbolSequencesTest, AgreeWithACountOfTheWords) {
   const std::string ends[] = {" ",       "\n", "\n\n", "-\n",   "\r\n",  "\r\n\r\n",
                               "\t \xA0", ". ", "!\n",  "-\n\n", "\n \n", ";\r\n \r\n"};
   unsigned state = 7;
@@ -51,7 +51,7 @@ TEST(SymbolSequences, AgreeWithACountOfTheWords) {
   }
 }
 
-TEST(SymbolSequences, StopAtThePhraseLimit) {
+TEST(SymbolSequencesTest, StopAtThePhraseLimit) {
   SymbolMatrix matrix(5);
   zmatrix::CapturedMessages messages(0);
   EXPECT_EQ(matrix.learn("fives sixsix four"), 1);
@@ -68,7 +68,7 @@ TEST(SymbolSequences, StopAtThePhraseLimit) {
   EXPECT_EQ(messages.take(), "");
 }
 
-TEST(SymbolSequences, TellWhatIsMissing) {
+TEST(SymbolSequencesTest, TellWhatIsMissing) {
   SymbolMatrix matrix;
   matrix.learn("harbour town");
   zmatrix::CapturedMessages messages(0);
@@ -87,7 +87,7 @@ TEST(SymbolSequences, TellWhatIsMissing) {
             "Warning from getProcessedSequence: originalSequence is empty\ngetSymbolsFromLongAnsi..(): symbolMarkers = NULL\n");
 }
 
-TEST(SymbolSequences, TellInDetailWhatTheyFind) {
+TEST(SymbolSequencesTest, TellInDetailWhatTheyFind) {
   SymbolMatrix matrix;
   matrix.learn("a\n\nb");
   matrix->setMatrixDebugOn(6);
@@ -106,7 +106,7 @@ TEST(SymbolSequences, TellInDetailWhatTheyFind) {
                                  std::to_string(handles[2]) + " added\n");
 }
 
-TEST(SymbolSequences, LeaveOutSymbolsAboveTheLargestIndex) {
+TEST(SymbolSequencesTest, LeaveOutSymbolsAboveTheLargestIndex) {
   SymbolMatrix matrix;
   matrix.learn("one");
   matrix->getMatrixInfo()->setNewSymbol(499999);
@@ -122,7 +122,7 @@ TEST(SymbolSequences, LeaveOutSymbolsAboveTheLargestIndex) {
   EXPECT_EQ(matrix.spell(symbols.entries), (Words{"one", "two"}));
 }
 
-TEST(SymbolSequences, TakeTheMarkersOfACaller) {
+TEST(SymbolSequencesTest, TakeTheMarkersOfACaller) {
   SymbolMatrix matrix;
   matrix->setDefaultMatrixPropertiesForSymbols(nullptr);
   const int sequence[] = {1, 2, 3, 4, 5}, markers[] = {1, 1, 2, 3, 2};
@@ -135,7 +135,7 @@ TEST(SymbolSequences, TakeTheMarkersOfACaller) {
 }
 
 /// A sub-matrix of numbers in which some phrases have symbols.
-class AnySequence : public testing::Test {
+class AnySequenceTest : public testing::Test {
  protected:
   void write(Integers path, int symbolMarker) {
     matrix->writeMatrixData(path.data(), static_cast<int>(path.size()), 1, 0, 0, symbolMarker);
@@ -143,7 +143,7 @@ class AnySequence : public testing::Test {
   SymbolMatrix matrix;
 };
 
-TEST_F(AnySequence, TakesTheLongestPhrase) {
+TEST_F(AnySequenceTest, TakesTheLongestPhrase) {
   for (const Integers& path : {Integers{1}, Integers{1, 2, 3}, Integers{4, 5}}) write(path, 1);  // 257, 258, 259
   write({1, 2}, 0);
   write({4}, 0);
@@ -166,7 +166,7 @@ TEST_F(AnySequence, TakesTheLongestPhrase) {
   EXPECT_EQ(messages.take(), "getSymbolsFromAnyLong..(): Symbol 259 exceeds max. matrix index 258\n");
 }
 
-TEST_F(AnySequence, GoesItemByItem) {
+TEST_F(AnySequenceTest, GoesItemByItem) {
   matrix->setCoordinateDimension(2);
   write({1, 2}, 0);
   write({1, 2, 3, 4}, 1);
@@ -174,7 +174,7 @@ TEST_F(AnySequence, GoesItemByItem) {
   EXPECT_EQ(matrix.symbolsOfAny({3, 4, 1, 2, 3, 4, 1, 2, 9}), (Integers{258, 257}));
 }
 
-TEST_F(AnySequence, IsToldFromTheTypeOfTheSubMatrix) {
+TEST_F(AnySequenceTest, IsToldFromTheTypeOfTheSubMatrix) {
   write({3}, 1);
   const std::string text = "\3";
   EXPECT_EQ(matrix.symbolsOf(text).entries, Integers{257});

@@ -12,7 +12,7 @@ using zmatrix::Vector;
 
 // --- tracks
 
-TEST(KernTracks, keepTextsAndPlaces) {
+TEST(KernTracksTest, KeepTextsAndPlaces) {
   ZQKernObjectTrack track;
   for (const char* text : {"seven__", "eight___", "nine_____"}) {
     ZQKernObject* object = createAndInitZQKernObjectOfType(ZQKernObjectComment, 5);
@@ -31,7 +31,7 @@ TEST(KernTracks, keepTextsAndPlaces) {
   deleteZQKernObject(track.getKernObjectTrack()[2]);
 }
 
-TEST(KernTracks, knowTheirTexture) {
+TEST(KernTracksTest, KnowTheirTexture) {
   const struct {
     std::vector<std::pair<int, int>> notes;  // time and channel
     int subType, chordSize;
@@ -59,7 +59,7 @@ TEST(KernTracks, knowTheirTexture) {
   }
 }
 
-TEST(KernTracks, areMadeForEachChannel) {
+TEST(KernTracksTest, AreMadeForEachChannel) {
   zmatrix::KernUnderTest test;
   test.read(kern("**kern **kern **kern\n*MM60 *Ch3 *Ch16\n4c 4e 4g\n*M3/4 *M3/4 *M3/4\n4d 4f 4a\n*- *- *-"));
   const unsigned char filter[16] = {};
@@ -88,7 +88,7 @@ TEST(KernTracks, areMadeForEachChannel) {
 
 // --- MIDI
 
-struct KernConversion : zmatrix::TierTest<ZQMatrixMedium> {
+struct KernConversionTest : zmatrix::TierTest<ZQMatrixMedium> {
   /// The tracks of the MIDI file in hexadecimal digits.
   std::string convert(const std::string& text) {
     const std::string score = folder.put("a.krn", text), midi = folder.path() + "/a.mid";
@@ -109,7 +109,7 @@ struct KernConversion : zmatrix::TierTest<ZQMatrixMedium> {
   zmatrix::TestFolder folder;
 };
 
-TEST_F(KernConversion, writesTheSameBytes) {
+TEST_F(KernConversionTest, WritesTheSameBytes) {
   const std::string end = "00ff2f00\n", tempo = "00ff51030790fc", meter = "00ff580404021808";
   EXPECT_EQ(convert("**kern\n*-\n"), meter + tempo + end);
   EXPECT_EQ(convert("**kern\n"), meter + tempo + end) << "refused";
@@ -143,7 +143,7 @@ TEST_F(KernConversion, writesTheSameBytes) {
                                                                     end);
 }
 
-TEST_F(KernConversion, refusesWithMessages) {
+TEST_F(KernConversionTest, RefusesWithMessages) {
   EXPECT_EQ(matrix->convertKERNFileToMIDIFile(nullptr, "x"), 0);
   EXPECT_EQ(matrix->convertKERNFileToMIDIFile("x", nullptr), 0);
   EXPECT_EQ(matrix->convertKERNFileToMIDIFile("/nowhere/x", "x"), 1);
@@ -183,7 +183,7 @@ class KernFeedTest : public zmatrix::TierTest<Matrix> {
 };
 TYPED_TEST_SUITE(KernFeedTest, zmatrix::LearningTiers);
 
-TYPED_TEST(KernFeedTest, learnsEachChannelInItsSubMatrix) {
+TYPED_TEST(KernFeedTest, LearnsEachChannelInItsSubMatrix) {
   EXPECT_EQ(this->feed("**kern **kern\n*M3/4 *M3/4\n4c 4e\n4d 4f\n8e qg\n*- *-"), 1);
   EXPECT_EQ(this->notes, 6);
   EXPECT_EQ(this->matrix->getCurrentMatrixID(), 0);
@@ -196,7 +196,7 @@ TYPED_TEST(KernFeedTest, learnsEachChannelInItsSubMatrix) {
   EXPECT_EQ(this->take(), "");
 }
 
-TYPED_TEST(KernFeedTest, mergesAndFiltersAsTheGlobalBlockSays) {
+TYPED_TEST(KernFeedTest, MergesAndFiltersAsTheGlobalBlockSays) {
   const std::string score = "**kern **kern\n4c 4e\n4d 4f\n*- *-";
   EXPECT_EQ(this->feed(score), 1);
   EXPECT_EQ(this->matrices(), "4:4/4.1.0 4:4/4.1.1 ") << "without a signature";
@@ -213,7 +213,7 @@ TYPED_TEST(KernFeedTest, mergesAndFiltersAsTheGlobalBlockSays) {
   EXPECT_EQ(this->notes, 4) << "the one track that is left, and once more merged";
 }
 
-TYPED_TEST(KernFeedTest, discardsTracksWithMessages) {
+TYPED_TEST(KernFeedTest, DiscardsTracksWithMessages) {
   const std::string file = this->folder.path() + "/a.krn";
   EXPECT_EQ(this->feed("**kern **kern\n*M3/4 *\n*M2/4 *\n4c 4e\n4d 4f\n*- *-"), 0);
   const std::string ambiguous =
@@ -233,7 +233,7 @@ TYPED_TEST(KernFeedTest, discardsTracksWithMessages) {
   EXPECT_EQ(this->take(), "updateMatrixWithKernFile: cannot open /nowhere...\n");
 }
 
-TYPED_TEST(KernFeedTest, learnsQuadruplesAsTriplesWhereThereIsOneChannel) {
+TYPED_TEST(KernFeedTest, LearnsQuadruplesAsTriplesWhereThereIsOneChannel) {
   this->matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS();
   this->matrix->setGlobalMidiTrackAnalyze(2);
   const auto settings = [&] {
@@ -248,7 +248,7 @@ TYPED_TEST(KernFeedTest, learnsQuadruplesAsTriplesWhereThereIsOneChannel) {
   EXPECT_EQ(settings(), (Vector{1003, 3, 4}));
 }
 
-TYPED_TEST(KernFeedTest, stopsWhereNoSubMatrixIsLeft) {
+TYPED_TEST(KernFeedTest, StopsWhereNoSubMatrixIsLeft) {
   std::string names = "**kern", first = "4c", second = "4d", last = "*-";
   for (int i = 1; i < 6; i++) names += " **kern", first += " 4c", second += " 4d", last += " *-";
   EXPECT_EQ(this->feed(names + "\n" + first + "\n" + second + "\n" + last), 1);
@@ -262,7 +262,7 @@ TYPED_TEST(KernFeedTest, stopsWhereNoSubMatrixIsLeft) {
   EXPECT_EQ(this->matrix->getCurrentMatrixID(), 0);
 }
 
-TYPED_TEST(KernFeedTest, learnsAFolderInOrder) {
+TYPED_TEST(KernFeedTest, LearnsAFolderInOrder) {
   this->folder.put("b/x.krn", kern("**kern\n4c\n4d\n*-"));
   this->folder.put("y.krn", kern("**kern\n4c\n4d\n4e\n*-"));
   this->folder.put("z.krn", "\n");
@@ -278,7 +278,7 @@ zq_KernReport* reportOn(const std::string& path, int trackAnalyze = 0) {
   return zmatrix::createKernReport(path.c_str(), 1003, trackAnalyze, nullptr);
 }
 
-TEST(KernReport, judgesTracksAsTheFeedDoes) {
+TEST(KernReportTest, JudgesTracksAsTheFeedDoes) {
   zmatrix::TestFolder folder;
   const auto tell = [&](const std::string& text, int trackAnalyze = 0) {
     zq_KernReport* report = reportOn(folder.put("a.krn", text), trackAnalyze);
@@ -302,7 +302,7 @@ TEST(KernReport, judgesTracksAsTheFeedDoes) {
   EXPECT_EQ(tell("\n"), "0");
 }
 
-TEST(KernReport, tellsFaultsAndDepartures) {
+TEST(KernReportTest, TellsFaultsAndDepartures) {
   zmatrix::TestFolder folder;
   const auto tell = [&](const std::string& text) {
     zq_KernReport* report = reportOn(folder.put("a.krn", text));

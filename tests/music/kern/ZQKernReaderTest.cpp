@@ -19,7 +19,7 @@ struct KernReaderTest : testing::Test, zmatrix::KernUnderTest {
   }
 };
 
-TEST_F(KernReaderTest, takesPitchesAndDurations) {
+TEST_F(KernReaderTest, TakesPitchesAndDurations) {
   EXPECT_EQ(readSpine("4c"), "n3072:60+3072 o6144:60");
   const std::vector<std::pair<std::string, std::string>> notes = {
       {"4.c", "60+4608"},       {"8..c", "60+2688"},  {"0c", "60+24576"},       {"00c", "60+24576"},    {"3c", "60+4096"},
@@ -34,7 +34,7 @@ TEST_F(KernReaderTest, takesPitchesAndDurations) {
             "n18432:67+3072 o21504:67");
 }
 
-TEST_F(KernReaderTest, takesTheTimeOfChordsRestsAndTies) {
+TEST_F(KernReaderTest, TakesTheTimeOfChordsRestsAndTies) {
   expect({
       {"**kern\n4c_4e_4g\n4r\n*-", "n3072:60+3072 n3072:64+3072 n3072:67+3072 o6144:60 o6144:64 o6144:67"},
       {"**kern\n4c_4r_8d_8r\n4e\n*-", "n3072:60+3072 n3072:62+1536 o6144:60 o6144:62 n6144:64+3072 o9216:64"},
@@ -51,7 +51,7 @@ TEST_F(KernReaderTest, takesTheTimeOfChordsRestsAndTies) {
   });
 }
 
-TEST_F(KernReaderTest, pushesAllSpinesOnByGraceNotes) {
+TEST_F(KernReaderTest, PushesAllSpinesOnByGraceNotes) {
   expect({
       {"**kern **kern\n4c 4e\nqd .\n4f 4g\n*- *-",
        "n3072:60+3072 n3072:64+3072c1 o6144:60 n6144:62+192 o6336:62 n6336:65+3072 o6336:64c1 n6336:67+3072c1 o9408:65 "
@@ -64,7 +64,7 @@ TEST_F(KernReaderTest, pushesAllSpinesOnByGraceNotes) {
   });
 }
 
-TEST_F(KernReaderTest, readsInterpretations) {
+TEST_F(KernReaderTest, ReadsInterpretations) {
   EXPECT_EQ(readSpine("*M4/4\n*MM90\n*MM100-120\n*MM\n*MM[Adagio]\n*k[f#c#]\n4c\n*k[b-]"),
             "M0:4/4 T3072:90 T3072:110 k3072:3 n3072:60+3072 k6144:1 o6144:60");
   for (const auto& [token, count] : std::vector<std::pair<std::string, std::string>>{{"*k[f#]", "k3072:2"},
@@ -87,7 +87,7 @@ TEST_F(KernReaderTest, readsInterpretations) {
   EXPECT_EQ(read(kern("**kern **kern\n*Ch9 *Ch300\n4c 4d\n*- *-")).substr(0, 32), "n3072:60+3072c9 n3072:62+3072c44");
 }
 
-TEST_F(KernReaderTest, movesTheMusicToTheBarsOfAPickUp) {
+TEST_F(KernReaderTest, MovesTheMusicToTheBarsOfAPickUp) {
   // One quarter before the first bar line: the notes, which begin a quarter late, are moved on by half a bar.
   EXPECT_EQ(readSpine("*M4/4\n4c\n=1\n4d\n4e\n4f\n4g\n=2\n2.c"),
             "M0:4/4 n9216:60+3072 o12288:60 n12288:62+3072 o15360:62 n15360:64+3072 o18432:64 n18432:65+3072 o21504:65 "
@@ -97,13 +97,13 @@ TEST_F(KernReaderTest, movesTheMusicToTheBarsOfAPickUp) {
             "readKernObjects: applying barOffset...\n");
 }
 
-TEST_F(KernReaderTest, resynchronisesAtABarLineInAnyColumn) {
+TEST_F(KernReaderTest, ResynchronisesAtABarLineInAnyColumn) {
   EXPECT_EQ(read(kern("**kern **kern **text\n2c 4e a\n. 4f =\n4d 4g b\n*- *- *-")),
             "n3072:60+6144 n3072:64+3072c1 o6144:64c1 n6144:65+3072c1 o6144:60 n6144:62+3072 o6144:65c1 n6144:67+3072c1 o9216:62 "
             "o9216:67c1");
 }
 
-TEST_F(KernReaderTest, followsSpinePaths) {
+TEST_F(KernReaderTest, FollowsSpinePaths) {
   expect({
       // The join stops the note of the spine that goes, and sets the time back by a step.
       {"**kern\n4c\n*^\n4d 4e\n*v *v\n4f\n*-",
@@ -124,13 +124,13 @@ TEST_F(KernReaderTest, followsSpinePaths) {
   });
 }
 
-TEST_F(KernReaderTest, endsAtATimingError) {
+TEST_F(KernReaderTest, EndsAtATimingError) {
   EXPECT_EQ(read(kern("**kern **kern\n=1 =1\n4c 4e\n=2 =2\n!!x\n8 8\n4g .\n4f 4f\n=3 =3\n*- *-")),
             "n3072:60+3072 n3072:64+3072c1 #6144:!!x\n o6144:60 n6144:67+3072");
   EXPECT_EQ(messages, "KERN Module: Timing error at line 7, spine 1.\n4g\t.\n");
 }
 
-TEST_F(KernReaderTest, losesNothingInWideScores) {
+TEST_F(KernReaderTest, LosesNothingInWideScores) {
   // A hundred spines, then a few thousand: each has its note, on the channel of its column.
   const auto row = [](const std::string& token, int count) {
     std::string record = token;
@@ -152,7 +152,7 @@ TEST_F(KernReaderTest, losesNothingInWideScores) {
   EXPECT_EQ(list->getKernObjectTrackAtIndex(0)->getKernObjectAtIndex(120)->getNoteNumber(), (62 + 12 * 149) % 256);
 }
 
-TEST_F(KernReaderTest, takesLongLinesInPieces) {
+TEST_F(KernReaderTest, TakesLongLinesInPieces) {
   // 959 bytes and the line feed: the second piece holds nothing, and makes time 0 for both spines.
   const std::string comment = "!!" + std::string(956, 'x');
   EXPECT_EQ(read(kern("**kern\n" + comment + "\n4c\n*-")).size(), 6 + comment.size() + 1 + 1 + 13 + 1 + 8);
@@ -160,7 +160,7 @@ TEST_F(KernReaderTest, takesLongLinesInPieces) {
             " n3072:67+6144 o9216:67 n9216:60+3072 o12288:60");
 }
 
-TEST_F(KernReaderTest, refusesWhatIsNoFile) {
+TEST_F(KernReaderTest, RefusesWhatIsNoFile) {
   const std::string pipe = folder.path() + "/pipe";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   for (const std::string& path : {pipe, folder.path(), folder.path() + "/none"}) {

@@ -36,7 +36,7 @@ class KernValidatorTest : public testing::Test {
   int numberOfRefusals = -1;
 };
 
-TEST_F(KernValidatorTest, tellsEachRuleWithItsPlace) {
+TEST_F(KernValidatorTest, TellsEachRuleWithItsPlace) {
   const struct {
     const char* records;
     const char* findings;
@@ -77,7 +77,7 @@ TEST_F(KernValidatorTest, tellsEachRuleWithItsPlace) {
   }
 }
 
-TEST_F(KernValidatorTest, seesLinesAsItsBufferTakesThem) {
+TEST_F(KernValidatorTest, SeesLinesAsItsBufferTakesThem) {
   EXPECT_EQ(check(""), "");
   EXPECT_EQ(check("**kern\n*-"), "E14@2") << "a last line without a line feed isn't seen";
   EXPECT_EQ(check("**kern\r\n\r\n4c\r\n*-\r\n"), "E14@4") << "a carriage return belongs to its token";
@@ -92,7 +92,7 @@ TEST_F(KernValidatorTest, seesLinesAsItsBufferTakesThem) {
   EXPECT_EQ(check("**kern\n!!" + longest + "\tx\n*-\n"), "E13@2") << "the rest of a comment counts as data";
 }
 
-TEST_F(KernValidatorTest, printsTheFrameOfASummaryAtLevel8) {
+TEST_F(KernValidatorTest, PrintsTheFrameOfASummaryAtLevel8) {
   ZQDebugChannel::globalDebugLevel = 8;
   zmatrix::KernLines lines;
   zmatrix::KernObserver nobody;

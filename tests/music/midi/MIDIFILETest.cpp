@@ -47,7 +47,7 @@ Events eventsOf(const std::string& events) {
 
 }  // namespace
 
-TEST(MIDIFILE, readsThePreamble) {
+TEST(MIDIFILETest, ReadsThePreamble) {
   EXPECT_EQ(read(midiHead(1, 3, 96)).tracks, 2);
   EXPECT_EQ(read(midiHead(0, 3, 96)).tracks, 1);
   const std::string head = midiHead(1, 1, 96);
@@ -62,7 +62,7 @@ TEST(MIDIFILE, readsThePreamble) {
   EXPECT_EQ(read(midiHead(1, 1, 0xe728) + midiTrack(bytes({2, 0x90, 60, 1}))).events, Events{"120: 144 60 1"});
 }
 
-TEST(MIDIFILE, readsChannelAndSystemEvents) {
+TEST(MIDIFILETest, ReadsChannelAndSystemEvents) {
   EXPECT_EQ(
       eventsOf(bytes({1, 0x90, 60, 100, 1, 62, 90, 0, 0xc3, 5, 0, 7, 0, 0xf1, 9, 0, 0xf8, 0, 0x81, 200, 255})),
       (Events{"60: 144 60 100", "120: 144 62 90", "120: 195 5", "120: 195 7", "120: 241 9", "120: 248", "120: 129 200 255"}));
@@ -74,7 +74,7 @@ TEST(MIDIFILE, readsChannelAndSystemEvents) {
             (Events{"0: 144 60 1", "0m 47 0 1", "0: 144 64 2"}));
 }
 
-TEST(MIDIFILE, joinsPacketsOfSystemExclusiveMessages) {
+TEST(MIDIFILETest, JoinsPacketsOfSystemExclusiveMessages) {
   EXPECT_EQ(eventsOf(bytes({1, 0xf0, 2, 7, 0xf7, 1, 0x90, 60, 1})), (Events{"60: 240 7 247", "120: 144 60 1"}));
   // The times of the packets add up: 60 and 180.
   EXPECT_EQ(eventsOf(bytes({1, 0xf0, 1, 7, 2, 0x11, 2, 8, 0xf7})), Events{"240: 240 7 8 247"});
@@ -84,7 +84,7 @@ TEST(MIDIFILE, joinsPacketsOfSystemExclusiveMessages) {
   EXPECT_EQ(read(cut + bytes({1, 0xf0, 0x8f, 0xff, 0xff, 0xff, 0x7f, 5})).events, Events{"60: 240 5"});
 }
 
-TEST(MIDIFILE, readsMetaEvents) {
+TEST(MIDIFILETest, ReadsMetaEvents) {
   EXPECT_EQ(
       eventsOf(bytes({0, 0xff, 0, 3, 1, 2, 9, 0, 0xff, 3, 2, 'a', 'b', 0, 0xff, 84, 6, 1, 2, 3, 4, 5, 6, 0, 0xff, 89, 2, 1, 0})),
       (Events{"0m 0 1 2", "0m 3 97 98", "0m 84 1 2 3 4 5", "0m 89 1 0"}));
@@ -99,7 +99,7 @@ TEST(MIDIFILE, readsMetaEvents) {
   EXPECT_EQ(zero.events.back(), "0: 144 60 1");
 }
 
-TEST(MIDIFILE, stopsWhereNothingMoreCanBeRead) {
+TEST(MIDIFILETest, StopsWhereNothingMoreCanBeRead) {
   const std::string events = bytes({0x81, 0, 0x90, 60, 100, 0, 0xff, 1, 3, 'a', 'b', 'c', 0, 0xf0, 3, 1, 2, 0xf7});
   const std::string whole = midiHead(1, 2, 96) + midiTrack(events) + midiTrack(events);
   const size_t all = read(whole).events.size();
@@ -110,7 +110,7 @@ TEST(MIDIFILE, stopsWhereNothingMoreCanBeRead) {
   EXPECT_EQ(eventsOf(bytes({0x8f, 0xff, 0xff, 0xff, 0x7f, 0x90, 60, 1, 2, 60, 1})).size(), 2u);
 }
 
-TEST(MIDIFILE, writesGoldenBytes) {
+TEST(MIDIFILETest, WritesGoldenBytes) {
   const zmatrix::TestFolder folder;
   const std::string path = folder.path() + "/golden.mid";
   FILE* file = fopen(path.c_str(), "wb");
@@ -141,7 +141,7 @@ TEST(MIDIFILE, writesGoldenBytes) {
                 zmatrix::bigEndian(static_cast<unsigned>(second.size()), 4) + second);
 }
 
-TEST(MIDIFILE, tellsOfAFullDisk) {
+TEST(MIDIFILETest, TellsOfAFullDisk) {
   FILE* file = fopen("/dev/full", "wb");
   if (file == nullptr) GTEST_SKIP() << "there is no /dev/full";
   setvbuf(file, nullptr, _IONBF, 0);

@@ -30,9 +30,9 @@ Report reportOn(const std::string& path, int type = 1003, int analyze = 2) {
 const std::string drums = bytes({96, 0x99, 36, 100, 48, 0x89, 36, 0, 48, 0x99, 38, 100, 48, 0x89, 38, 0});
 
 template <class Matrix>
-class MidiFeed : public zmatrix::TierTest<Matrix> {
+class MidiFeedTest : public zmatrix::TierTest<Matrix> {
  protected:
-  MidiFeed() {
+  MidiFeedTest() {
     this->matrix->setMaxNumberOfMatrices(6);
     this->matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
     this->matrix->setGlobalMidiTrackAnalyze(0);
@@ -69,7 +69,7 @@ class MidiFeed : public zmatrix::TierTest<Matrix> {
   zmatrix::TestFolder folder;
   int notes = 0, learned = 0, verdict = 0;
 };
-TYPED_TEST_SUITE(MidiFeed, zmatrix::LearningTiers);
+TYPED_TEST_SUITE(MidiFeedTest, zmatrix::LearningTiers);
 
 constexpr bool isFull(const ZQMatrix*) {
   return true;
@@ -80,7 +80,7 @@ constexpr bool isFull(const ZQMatrixMedium*) {
 
 }  // namespace
 
-TYPED_TEST(MidiFeed, learnsATrackInTheSubMatrixOfItsKind) {
+TYPED_TEST(MidiFeedTest, LearnsATrackInTheSubMatrixOfItsKind) {
   EXPECT_EQ(this->feed(tune(melody({60, 62, 64, 60}))), 1);
   EXPECT_EQ(this->notes, 4);
   EXPECT_EQ(this->learned, 4);
@@ -96,7 +96,7 @@ TYPED_TEST(MidiFeed, learnsATrackInTheSubMatrixOfItsKind) {
   EXPECT_EQ(this->take(), "");
 }
 
-TYPED_TEST(MidiFeed, discardsWhatHasNoUsableMeter) {
+TYPED_TEST(MidiFeedTest, DiscardsWhatHasNoUsableMeter) {
   const std::string track = midiTrack(melody({60, 62}));
   EXPECT_EQ(this->feed(midiHead(1, 1, 96) + midiTrack("") + track), 0);
   EXPECT_EQ(this->notes * 10 + this->learned, 20);
@@ -116,7 +116,7 @@ TYPED_TEST(MidiFeed, discardsWhatHasNoUsableMeter) {
   EXPECT_EQ(this->verdict, zq_MidiOnlyPercussionSound);
 }
 
-TYPED_TEST(MidiFeed, changesTheCodingForDrumsAndSingleSounds) {
+TYPED_TEST(MidiFeedTest, ChangesTheCodingForDrumsAndSingleSounds) {
   const std::vector<int> triple = this->globals();
   const std::string track = midiTrack(melody({60, 64, 67}));
   EXPECT_EQ(this->feed(midiHead(1, 3, 96) + midiTrack(zmatrix::meter(4, 2)) + midiTrack(drums) + track), 1);
@@ -137,7 +137,7 @@ TYPED_TEST(MidiFeed, changesTheCodingForDrumsAndSingleSounds) {
                                                : "updateMatrixMIDIKernFile: illegal coordDimension, should be 3!: 2\n");
 }
 
-TYPED_TEST(MidiFeed, stopsWhereNoSubMatrixIsLeft) {
+TYPED_TEST(MidiFeedTest, StopsWhereNoSubMatrixIsLeft) {
   for (int numerator = 2; numerator < 9; numerator++) this->feed(tune(melody({60, 62}), numerator));
   EXPECT_EQ(this->matrix->getNumberOfMatrices(), 6);
   EXPECT_EQ(this->feed(tune(melody({60, 62}), 9)), 0);
@@ -145,7 +145,7 @@ TYPED_TEST(MidiFeed, stopsWhereNoSubMatrixIsLeft) {
       "could not find a free matrixID for timeSignature 9/4\nplease restart and set maxNumberOfMatrices to a value > 6!\n"));
 }
 
-TYPED_TEST(MidiFeed, composesWhatItLearned) {
+TYPED_TEST(MidiFeedTest, ComposesWhatItLearned) {
   const std::string path = this->folder.path() + "/new.mid";
   EXPECT_EQ(zmatrix::readMidiObjexsAndWriteToMidiFile(this->matrix, 5, path.c_str(), &this->notes), -1);
   this->feed(tune(melody({60, 62, 64, 65, 67, 65, 64, 62})));
@@ -171,7 +171,7 @@ TYPED_TEST(MidiFeed, composesWhatItLearned) {
   EXPECT_EQ(zmatrix::readMidiObjexsAndWriteToMidiFile(this->matrix, 4, "/dev/full", &this->notes), -6);
 }
 
-TYPED_TEST(MidiFeed, survivesFilesOfAnyShape) {
+TYPED_TEST(MidiFeedTest, SurvivesFilesOfAnyShape) {
   const std::string whole =
       midiHead(1, 3, 96) + midiTrack(zmatrix::meter(4, 2)) + midiTrack(melody({60, 62, 64})) + midiTrack(drums);
   for (size_t length = 0; length < whole.size(); length += 3) this->feed(whole.substr(0, length));
@@ -199,7 +199,7 @@ TYPED_TEST(MidiFeed, survivesFilesOfAnyShape) {
   EXPECT_EQ(this->broken(), "");
 }
 
-TYPED_TEST(MidiFeed, learnsDirectoriesInOrder) {
+TYPED_TEST(MidiFeedTest, LearnsDirectoriesInOrder) {
   this->folder.put("a.mid", tune(melody({60, 62, 64})));
   this->folder.put("deep/b.MIDI", tune(melody({60, 62})));
   this->folder.put("c.txt", tune(melody({60, 62})));

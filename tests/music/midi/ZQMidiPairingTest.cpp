@@ -69,7 +69,7 @@ std::unique_ptr<ZQMidiTrackList> listOfBytes(const std::string& content, int mid
 
 }  // namespace
 
-TEST(ZQMidiPairing, agreesWithThePlainTellingOnRandomTracks) {
+TEST(ZQMidiPairingTest, AgreesWithThePlainTellingOnRandomTracks) {
   std::mt19937 random(17);
   const auto draw = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   for (int round = 0; round < 400; round++) {
@@ -91,7 +91,7 @@ TEST(ZQMidiPairing, agreesWithThePlainTellingOnRandomTracks) {
   }
 }
 
-TEST(ZQMidiPairing, agreesWithThePlainTellingOnRealTracks) {
+TEST(ZQMidiPairingTest, AgreesWithThePlainTellingOnRealTracks) {
   const char* folder = getenv("ZMATRIX_MIDI_FILES");
   const std::filesystem::path path = folder != nullptr ? folder : ZMATRIX_EXAMPLES;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(path)) {
@@ -104,7 +104,7 @@ TEST(ZQMidiPairing, agreesWithThePlainTellingOnRealTracks) {
   }
 }
 
-TEST(ZQMidiPairing, endsAMillionUnendedNotesInTime) {
+TEST(ZQMidiPairingTest, EndsAMillionUnendedNotesInTime) {
   ZQMidiEventTrack track;
   for (int i = 0; i < 1000000; i++) {
     ZQMidiEvent* event = createZQMidiEvent();
@@ -114,7 +114,7 @@ TEST(ZQMidiPairing, endsAMillionUnendedNotesInTime) {
   EXPECT_EQ(pairedByLibrary(track, feedFilter, noFilter).size(), 999900u);
 }
 
-TEST(ZQMidiFile, putsEventsWhereTheyBelong) {
+TEST(ZQMidiFileTest, PutsEventsWhereTheyBelong) {
   // Format 0: the notes of the file's track 0 land at index 1, those of the next track at 2. Velocity 0 is a note-off.
   const std::string notes = bytes({0, 0x90, 60, 100, 96, 0x90, 60, 0});
   auto list = listOfBytes(midiHead(1, 2, 96) + midiTrack(zmatrix::meter(6, 3) + notes) + midiTrack(notes));
@@ -137,7 +137,7 @@ TEST(ZQMidiFile, putsEventsWhereTheyBelong) {
   EXPECT_EQ(nom * 100 + denom, 304);
 }
 
-TEST(ZQMidiTrackList, mergesAsItIsTold) {
+TEST(ZQMidiTrackListTest, MergesAsItIsTold) {
   const std::string program = bytes({0, 0xc0, 40}), note = bytes({0, 0x90, 60, 100, 96, 0x80, 60, 0});
   const std::string drum = bytes({0, 0x99, 36, 100, 96, 0x89, 36, 0});
   const std::string file =
@@ -162,7 +162,7 @@ TEST(ZQMidiTrackList, mergesAsItIsTold) {
   EXPECT_EQ(nom * 100 + denom, 416);
 }
 
-TEST(ZQMidiFile, writesWhatItReads) {
+TEST(ZQMidiFileTest, WritesWhatItReads) {
   const zmatrix::TestFolder folder;
   const std::string path = folder.path() + "/out.mid";
   auto list = listOfBytes(zmatrix::tune(bytes({0, 0xff, 81, 3, 7, 0xa1, 0x20}) + zmatrix::melody({60, 64, 67})));
@@ -182,7 +182,7 @@ TEST(ZQMidiFile, writesWhatItReads) {
   EXPECT_EQ(ZQMidiFile().writeEventsToFileWithPath(list.get(), (folder.path() + "/none/out.mid").c_str()), EOF);
 }
 
-TEST(ZQMidiTracks, deleteAndSortAsTheirUsersExpect) {
+TEST(ZQMidiTracksTest, DeleteAndSortAsTheirUsersExpect) {
   ZQMidiObjectTrack objects;
   ZQMidiObject* kept[3];
   for (int i = 0; i < 3; i++) objects.addMidiObject(kept[i] = createZQMidiObject());

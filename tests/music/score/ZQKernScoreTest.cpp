@@ -101,7 +101,7 @@ void expect(const std::vector<Case>& cases, int graceQuanta = 0) {
   }
 }
 
-TEST(KernScoreTest, takesPitchesAndDurationsExactly) {
+TEST(KernScoreTest, TakesPitchesAndDurationsExactly) {
   const std::vector<std::array<const char*, 3>> tokens = {{"4c", "60+1/4", ""},
                                                           {"4.c", "60+3/8", ""},
                                                           {"8...cc", "72+15/64", ""},
@@ -134,7 +134,7 @@ TEST(KernScoreTest, takesPitchesAndDurationsExactly) {
   }
 }
 
-TEST(KernScoreTest, makesTiedNotesOne) {
+TEST(KernScoreTest, MakesTiedNotesOne) {
   expect({
       {"**kern\n[4c\n4c_\n8c]\n4d\n*-", "0:60+5/8~ 5/8:62+1/4"},
       {"**kern\n[4c,[4e,4g\n4c],4e_\n4c,8e]\n*-", "0:60+1/2~ 0:64+5/8~ 0:67+1/4 1/2:60+1/4"},
@@ -148,7 +148,7 @@ TEST(KernScoreTest, makesTiedNotesOne) {
   });
 }
 
-TEST(KernScoreTest, followsSpinesWhereverTheyGo) {
+TEST(KernScoreTest, FollowsSpinesWhereverTheyGo) {
   expect({
       // Chords without a duration of their own; notes keep theirs, and the spine takes the first.
       {"**kern\n4c,e,8g\n4d\n*-", "0:60+1/4 0:64+1/4 0:67+1/8 1/4:62+1/4"},
@@ -169,7 +169,7 @@ TEST(KernScoreTest, followsSpinesWhereverTheyGo) {
   });
 }
 
-TEST(KernScoreTest, tellsWhatIsWrongAndGoesOn) {
+TEST(KernScoreTest, TellsWhatIsWrongAndGoesOn) {
   expect({
       {"**kern **kern\n4c 2d\n4e !4f\n*- *-", "0:60+1/4 1/2:64+1/4 | 0:62+1/2 1/2:65+1/4", "5@3.1"},
       {"**kern **kern\n4c 4d\n4e\n4f 4g a\n*- *-", "0:60+1/4 1/4:64+1/4 1/2:65+1/4 | 0:62+1/4 1/2:67+1/4", "6@3.2 7@4.3 5@4.2"},
@@ -181,7 +181,7 @@ TEST(KernScoreTest, tellsWhatIsWrongAndGoesOn) {
   });
 }
 
-TEST(KernScoreTest, givesGraceNotesNoTimeUnlessAsked) {
+TEST(KernScoreTest, GivesGraceNotesNoTimeUnlessAsked) {
   const char* const records = "**kern **kern\n4c 4c\nqd .\n8qe,8qg .\n4f 4f\n=2 =2\nqa .\n*- *-";
   expect({{records, "0:60+1/4 1/4:62+0g 1/4:64+0g 1/4:67+0g 1/4:65+1/4 1/2:69+0g | 0:60+1/4 1/4:65+1/4"},
           // The record of the grace note isn't later than what other spines have still to say.
@@ -193,7 +193,7 @@ TEST(KernScoreTest, givesGraceNotesNoTimeUnlessAsked) {
   expect({{"**kern\nqd\n16c\nqe\n4f\n*-", "0:62+1/16g 0:60+1/16 1/32:64+1/16g 1/16:65+1/4"}}, 768);
 }
 
-TEST(KernScoreTest, placesSignsInstrumentsAndPhrases) {
+TEST(KernScoreTest, PlacesSignsInstrumentsAndPhrases) {
   const Score score = scoreOf(
       kern("**kern **kern **text\n*Iviola *Ivioln2 *\n*I\"Low\" *I\"High *\n*M3/4 *M3/4 *\n*k[b-e-] *k[b-] *\n*g: *d: "
            "*\n*MM60-80 * *\n"
@@ -212,7 +212,7 @@ TEST(KernScoreTest, placesSignsInstrumentsAndPhrases) {
   EXPECT_EQ(sayFindings(drums), "1@4.1");
 }
 
-TEST(KernScoreTest, readsFilesOfAnyLineEndAndLength) {
+TEST(KernScoreTest, ReadsFilesOfAnyLineEndAndLength) {
   const zmatrix::TestFolder folder;
   const auto readFile = [&](const std::string& text) {
     return Score(zmatrix::createScoreFromKernFile(folder.put("a.krn", text).c_str(), 0));
@@ -234,7 +234,7 @@ TEST(KernScoreTest, readsFilesOfAnyLineEndAndLength) {
 }
 
 /// Scores of nothing but chance keep what the model promises.
-TEST(KernScoreTest, keepsItsPromisesWhateverComes) {
+TEST(KernScoreTest, KeepsItsPromisesWhateverComes) {
   std::mt19937 random(17);
   const char* const tokens[] = {"4c", "[8e",    "8e]", ".",  "*^",       "*v",    "*-",    "*+",
                                 "*x", "**kern", "=1",  "qd", "7%3g 4a_", "*M3/4", "*k[b-]"};

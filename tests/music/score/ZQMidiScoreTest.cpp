@@ -68,7 +68,7 @@ std::string written(const zq_Score& score, zq_ScoreWriting& writing) {
   return file;
 }
 
-TEST(MidiScore, NotesArePairedFirstInFirstOut) {
+TEST(MidiScoreTest, NotesArePairedFirstInFirstOut) {
   EXPECT_EQ(notesOf(oneTrack(bytes({0, 0x90, 60, 1, 8, 60, 1, 8, 60, 0, 8, 0x80, 60, 0}))), "0:60@0+16 0:60@8+16");
   EXPECT_EQ(notesOf(oneTrack(bytes({0, 0x99, 35, 9, 0, 35, 0, 4, 0x80, 35, 0}))), "9:35@0+0");
   const Score unended = read(oneTrack(bytes({0, 0x90, 60, 1, 8, 61, 1, 8, 61, 0, 8, 61, 0})));
@@ -80,7 +80,7 @@ TEST(MidiScore, NotesArePairedFirstInFirstOut) {
   EXPECT_EQ(percussion->notes[0].sound, 9);
 }
 
-TEST(MidiScore, RunningStatusAndWrongBytes) {
+TEST(MidiScoreTest, RunningStatusAndWrongBytes) {
   const std::string note = bytes({0, 0x90, 60, 1, 4, 60, 0});
   EXPECT_EQ(notesOf(oneTrack(bytes({0, 0x90, 60, 1, 4, 0xff, 1, 1, 65, 0, 60, 0, 0, 0xf0, 2, 1, 0xf7, 0, 62, 1, 4, 62, 0}))),
             "0:60@0+4 0:62@4+4");
@@ -92,7 +92,7 @@ TEST(MidiScore, RunningStatusAndWrongBytes) {
   EXPECT_EQ(found(*loud, zq_ScoreBadEvent), 4);
 }
 
-TEST(MidiScore, ChunksKeepToTheirLength) {
+TEST(MidiScoreTest, ChunksKeepToTheirLength) {
   const std::string note = bytes({0, 0x90, 60, 1, 4, 60, 0}), other = bytes({0, 0x91, 62, 1, 4, 62, 0});
   const Score unknown = read(midiHead(1, 2, 96) + midiTrack(note) + "XFIH" + bytes({0, 0, 0, 2, 0xff, 0xff}) + midiTrack(other));
   EXPECT_EQ(notesOf(*unknown), "0:60@0+4 1:62@0+4");
@@ -112,7 +112,7 @@ TEST(MidiScore, ChunksKeepToTheirLength) {
             "0:60@0+4");
 }
 
-TEST(MidiScore, ProgramsHoldForTheirChannelInAllTracks) {
+TEST(MidiScoreTest, ProgramsHoldForTheirChannelInAllTracks) {
   const auto change = [](int channel, int program, int delta = 0) { return bytes({delta, 0xc0 | channel, program}); };
   const std::string notes = bytes({0, 0x90, 60, 1, 8, 60, 0, 0, 60, 1, 8, 60, 0, 0, 60, 1, 8, 60, 0});
   EXPECT_EQ(notesOf(midiHead(1, 3, 96) + midiTrack(change(0, 5) + change(1, 9)) + midiTrack(notes) + midiTrack(change(0, 7, 8))),
@@ -123,7 +123,7 @@ TEST(MidiScore, ProgramsHoldForTheirChannelInAllTracks) {
   EXPECT_EQ(notesOf(midiHead(2, 2, 96) + midiTrack(change(0, 5)) + midiTrack(notes)), "0:60@0+8 0:60@8+8 0:60@16+8");
 }
 
-TEST(MidiScore, PiecesOfFormatTwoFollowEachOther) {
+TEST(MidiScoreTest, PiecesOfFormatTwoFollowEachOther) {
   const std::string waltz = zmatrix::meter(3, 2) + bytes({0, 0xff, 0x51, 3, 3, 0xd0, 0x90, 0, 0x90, 60, 1, 96, 60, 0});
   const Score score = read(midiHead(2, 2, 96) + midiTrack(waltz) + midiTrack(bytes({0, 0x90, 62, 1, 96, 62, 0})));
   EXPECT_EQ(notesOf(*score), "0:60@0+96 0:62@96+96");
@@ -135,7 +135,7 @@ TEST(MidiScore, PiecesOfFormatTwoFollowEachOther) {
   EXPECT_DOUBLE_EQ(score->tempi[1].quartersPerMinute, 120);
 }
 
-TEST(MidiScore, DivisionsThatCountSeconds) {
+TEST(MidiScoreTest, DivisionsThatCountSeconds) {
   const std::string note = bytes({40, 0x90, 60, 1, 80, 60, 0});
   const Score film = read(midiHead(0, 1, 0xe728) + midiTrack(note));  // 25 frames of 40 ticks: half a second is a quarter
   EXPECT_EQ(ScoreTime({film->notes[0].onset, film->notes[0].onsetDenominator}), (ScoreTime{40, 2000}));
@@ -145,7 +145,7 @@ TEST(MidiScore, DivisionsThatCountSeconds) {
   for (const int division : {0, 0xe700}) EXPECT_EQ(read(midiHead(0, 1, division) + midiTrack(note))->state, zq_ScoreOtherFormat);
 }
 
-TEST(MidiScore, SignaturesAndNames) {
+TEST(MidiScoreTest, SignaturesAndNames) {
   const std::string wrong =
       zmatrix::meter(0, 2) + zmatrix::meter(4, 255) + bytes({0, 0xff, 0x51, 3, 0, 0, 0, 0, 0xff, 0x58, 1, 3});
   const std::string key = bytes({0, 0xff, 0x59, 2, 0xfd, 1}), meter = zmatrix::meter(6, 3);
@@ -163,7 +163,7 @@ TEST(MidiScore, SignaturesAndNames) {
   EXPECT_STREQ(score->parts[1].name, "b");
 }
 
-TEST(MidiScore, CutAndHostileFiles) {
+TEST(MidiScoreTest, CutAndHostileFiles) {
   const std::string file = zmatrix::tune(zmatrix::melody({60, 62, 64}));
   const std::string whole = notesOf(file);
   for (size_t size = 0; size < file.size(); ++size) {
@@ -222,7 +222,7 @@ std::vector<std::string> sortedNotes(const zq_Score& score) {
   return notes;
 }
 
-TEST(ScoreMidi, RandomScoresReadBackAsTheyWere) {
+TEST(ScoreMidiTest, RandomScoresReadBackAsTheyWere) {
   std::mt19937 random(3);
   const int denominators[] = {4, 8, 12, 20, 64};
   for (int round = 0; round < 200; ++round) {
@@ -244,7 +244,7 @@ TEST(ScoreMidi, RandomScoresReadBackAsTheyWere) {
   }
 }
 
-TEST(ScoreMidi, TimesWithoutTickMoveAndAreCounted) {
+TEST(ScoreMidiTest, TimesWithoutTickMoveAndAreCounted) {
   MadeScore made({0});
   made.add(0, {1, 4 * 32749}, {1, 4 * 32719}, 60);
   zq_ScoreWriting writing{};
@@ -254,7 +254,7 @@ TEST(ScoreMidi, TimesWithoutTickMoveAndAreCounted) {
   EXPECT_LT(writing.largestMove, 0.5 / (4 * 30240));
 }
 
-TEST(ScoreMidi, RefusesWhatIsNoScore) {
+TEST(ScoreMidiTest, RefusesWhatIsNoScore) {
   zq_ScoreWriting writing{};
   EXPECT_EQ(zmatrix::writeScoreToMidiFile(nullptr, "x", &writing), zq_ScoreRefused);
   const auto refuses = [&](void (*spoil)(MadeScore&), long long note) {
@@ -282,7 +282,7 @@ TEST(ScoreMidi, RefusesWhatIsNoScore) {
   EXPECT_EQ(writing.state, zq_ScoreTooLarge);
 }
 
-TEST(ScoreMidi, FilesHoldWhatMemoryHolds) {
+TEST(ScoreMidiTest, FilesHoldWhatMemoryHolds) {
   const zmatrix::TestFolder folder;
   const std::string path = folder.path() + "/score.mid";
   const Score score = read(zmatrix::tune(zmatrix::melody({60, 64, 67})));

@@ -87,7 +87,7 @@ std::vector<std::vector<int>> runsOf(const Report& report) {
 }
 using Runs = std::vector<std::vector<int>>;
 
-TEST(ScoreMeters, JoinsBarsOfMetersThatARecordCannotHold) {
+TEST(ScoreMetersTest, JoinsBarsOfMetersThatARecordCannotHold) {
   const auto barsOf = [](int numerator, int denominator) {
     const zmatrix::BarMeter meter = zmatrix::barMeterFor(numerator, denominator);
     return std::pair(meter.numerator, meter.denominator);
@@ -103,7 +103,7 @@ TEST(ScoreMeters, JoinsBarsOfMetersThatARecordCannotHold) {
   EXPECT_EQ(barsOf(0, 4), std::pair(0, 0));
 }
 
-TEST(ScorePlan, BeginsARunWhereTheMeterChanges) {
+TEST(ScorePlanTest, BeginsARunWhereTheMeterChanges) {
   const Score score = Writer()
                           .meter(0, 4, 4)
                           .meter(16, 4, 4)
@@ -122,7 +122,7 @@ TEST(ScorePlan, BeginsARunWhereTheMeterChanges) {
   EXPECT_EQ(planOf(Writer().notes(0, {60, 62}).done())->hasNoMeter, 1);
 }
 
-TEST(ScorePlan, TellsPartsTexturesAndSounds) {
+TEST(ScorePlanTest, TellsPartsTexturesAndSounds) {
   Writer writer(3);
   writer.meter(0, 4, 4).notes(0, {60, 62}).note(0, 48, 1, 5).note(0, 55, 1, 5).note(4, 50, 1, 6);
   for (int beat = 0; beat < 3; ++beat) writer.note(beat * 4, 36, 2, 0, 1, zq_ScorePercussion);
@@ -139,7 +139,7 @@ TEST(ScorePlan, TellsPartsTexturesAndSounds) {
   EXPECT_EQ(runsOf(withoutDrums).back(), (std::vector<int>{-1, 5, 4, 4, 4, 0, 1003, 0}));
 }
 
-TEST(ScorePlan, LeavesNoSingleNoteOfAPartWithOthers) {
+TEST(ScorePlanTest, LeavesNoSingleNoteOfAPartWithOthers) {
   // An upbeat with a meter of its own, a bar of one note, and a part of one note.
   const Score score = Writer(2)
                           .meter(0, 1, 4)
@@ -167,7 +167,7 @@ TEST(ScorePlan, LeavesNoSingleNoteOfAPartWithOthers) {
   EXPECT_EQ(plan.sequenceOf(*score, plan.runs[1]), (std::vector<int>{64, quarter, quarter, 65, 3 * quarter, quarter}));
 }
 
-TEST(ScorePlan, PutsBarLinesOnMultiplesOfTheBar) {
+TEST(ScorePlanTest, PutsBarLinesOnMultiplesOfTheBar) {
   const zq_ScoreFeedSettings settings{1003, 16, 16, 0, 0, {}};
   const auto startsOf = [&](const Score& score) {
     const zmatrix::ScorePlan plan = zmatrix::planScore(*score, settings);
@@ -183,7 +183,7 @@ TEST(ScorePlan, PutsBarLinesOnMultiplesOfTheBar) {
   EXPECT_EQ(planOf(rests)->shortenedRests, 1);
 }
 
-TEST(ScorePlan, MeasuresHowFarTheGridMovesNotes) {
+TEST(ScorePlanTest, MeasuresHowFarTheGridMovesNotes) {
   Writer writer;
   writer.denominator = 48;  // thirds of a sixteenth: 256 quanta each
   writer.note(0, 60, 0, 1, 3).note(4, 62, 0, 1, 4).note(8, 64, 0, 1, 0).note(12, 65, 0, 1, 13);
@@ -197,7 +197,7 @@ TEST(ScorePlan, MeasuresHowFarTheGridMovesNotes) {
   EXPECT_DOUBLE_EQ(report->meanDurationMove, 512.0 / 3);
 }
 
-TEST(ScorePlan, AccountsForEachNoteOfAnyScore) {
+TEST(ScorePlanTest, AccountsForEachNoteOfAnyScore) {
   std::mt19937 random(7);
   const auto draw = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   const int types[] = {1, 1002, 1003, 1004};
@@ -233,9 +233,9 @@ TEST(ScorePlan, AccountsForEachNoteOfAnyScore) {
 }
 
 template <class Matrix>
-class ScoreFeed : public zmatrix::TierTest<Matrix> {
+class ScoreFeedTest : public zmatrix::TierTest<Matrix> {
  protected:
-  ScoreFeed() {
+  ScoreFeedTest() {
     this->matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
     ZQDebugChannel::globalDebugLevel = 0;
     this->take();
@@ -244,11 +244,11 @@ class ScoreFeed : public zmatrix::TierTest<Matrix> {
     return Report(zmatrix::updateMatrixWithScore(this->matrix, score.get(), name, 0));
   }
 };
-TYPED_TEST_SUITE(ScoreFeed, zmatrix::LearningTiers);
+TYPED_TEST_SUITE(ScoreFeedTest, zmatrix::LearningTiers);
 
 }  // namespace
 
-TYPED_TEST(ScoreFeed, LearnsEachRunInTheSubMatrixOfItsKind) {
+TYPED_TEST(ScoreFeedTest, LearnsEachRunInTheSubMatrixOfItsKind) {
   Writer writer(2);
   writer.meter(0, 4, 4).meter(16, 3, 1).meter(64, 5, 4).meter(84, 4, 4);
   writer.notes(0, {60, 62, 64, 60}).notes(16, {67, 65, 64}).notes(64, {62, 64, 65}).notes(84, {60, 62, 64, 72});
@@ -275,7 +275,7 @@ TYPED_TEST(ScoreFeed, LearnsEachRunInTheSubMatrixOfItsKind) {
   EXPECT_EQ(this->take(), "");
 }
 
-TYPED_TEST(ScoreFeed, CountsWhatFindsNoSubMatrix) {
+TYPED_TEST(ScoreFeedTest, CountsWhatFindsNoSubMatrix) {
   const Score first = Writer().meter(0, 4, 4).notes(0, {60, 62, 64}).done();
   this->feed(first);
   Writer writer;
@@ -297,7 +297,7 @@ TYPED_TEST(ScoreFeed, CountsWhatFindsNoSubMatrix) {
   EXPECT_EQ(zmatrix::updateMatrixWithScore(this->matrix, &wrong, nullptr, 0), nullptr) << "a time with the denominator 0";
 }
 
-TYPED_TEST(ScoreFeed, RemembersReadingAndTempo) {
+TYPED_TEST(ScoreFeedTest, RemembersReadingAndTempo) {
   EXPECT_EQ(zmatrix::getLearnedReadings(this->matrix), 0);
   for (const double tempo : {90.0, 61.5, 200.0}) {
     this->feed(Writer().meter(0, 4, 4).tempo(0, 300).tempo(1, tempo).notes(0, {60, 62, 64, 65}).done(), "a (b): c.mid");

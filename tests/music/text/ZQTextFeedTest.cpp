@@ -17,9 +17,9 @@ Vector valuesOf(const std::string& text) {
 }
 
 /// A matrix whose globals ask for text, with the first sub-matrix made for it.
-class TextFeed : public zmatrix::TierTest<ZQMatrixMedium> {
+class TextFeedTest : public zmatrix::TierTest<ZQMatrixMedium> {
  protected:
-  TextFeed() {
+  TextFeedTest() {
     matrix->setGlobalDefaultMatrixPropertiesForANSIText();
     matrix->setDefaultMatrixPropertiesForANSIText(nullptr);
     take();
@@ -51,7 +51,7 @@ class TextFeed : public zmatrix::TierTest<ZQMatrixMedium> {
   zmatrix::TestFolder folder;
 };
 
-TEST_F(TextFeed, learnsPhraseByPhrase) {
+TEST_F(TextFeedTest, LearnsPhraseByPhrase) {
   info()->setAddUpdateInfo(1);
   EXPECT_EQ(feed("Ja. Nein. vielleicht"), 1);
   EXPECT_EQ(learned(), (Texts{"Ja.", "Nein. vielleicht"}));
@@ -70,7 +70,7 @@ TEST_F(TextFeed, learnsPhraseByPhrase) {
   EXPECT_EQ(learned(), Texts{});
 }
 
-TEST_F(TextFeed, stopsAtAPhraseThatFailsAndCountsNothing) {
+TEST_F(TextFeedTest, StopsAtAPhraseThatFailsAndCountsNothing) {
   info()->setMaximalMatrixIndex('t');
   EXPECT_LT(feed("Ja. Nein zu. Doch"), 1);
   EXPECT_EQ(learned(), (Texts{"Ja.", "Nein zu."}));
@@ -81,7 +81,7 @@ TEST_F(TextFeed, stopsAtAPhraseThatFailsAndCountsNothing) {
   EXPECT_EQ(matrix->updateMatrixWithLongANSISequence(nullptr, INT_MIN), 1);
 }
 
-TEST_F(TextFeed, warnsAboutSettingsThatSuitNoText) {
+TEST_F(TextFeedTest, WarnsAboutSettingsThatSuitNoText) {
   ZQDebugChannel::globalDebugLevel = 0;
   matrix->setCurrentMatrixID(1);
   EXPECT_EQ(feed("Ja"), 0);
@@ -97,7 +97,7 @@ TEST_F(TextFeed, warnsAboutSettingsThatSuitNoText) {
             "warning from updateMatrixWithLongANSISequence: preProcessingType(0) is not 1000\n");
 }
 
-TEST_F(TextFeed, showsEachPhraseBeforeItIsLearned) {
+TEST_F(TextFeedTest, ShowsEachPhraseBeforeItIsLearned) {
   feed(std::string(2000, 'x') + "\n\nb\xE4");
   EXPECT_EQ(learned(), (Texts{std::string(1024, 'x'), "b\xE4"}));
   ZQDebugChannel::globalDebugOutputDevice = 3;
@@ -111,7 +111,7 @@ TEST_F(TextFeed, showsEachPhraseBeforeItIsLearned) {
   EXPECT_EQ(take(), "");
 }
 
-TEST_F(TextFeed, findsASubMatrixForTheLanguageOfAFile) {
+TEST_F(TextFeedTest, FindsASubMatrixForTheLanguageOfAFile) {
   const std::string german = folder.put("german.txt", "das ist es"), english = folder.put("english.txt", "this is it");
   info()->setMatrixType(0);
   matrix->setCurrentMatrixID(3);
@@ -150,7 +150,7 @@ TEST_F(TextFeed, findsASubMatrixForTheLanguageOfAFile) {
   EXPECT_EQ(matrix->getCurrentMatrixID(), 3);
 }
 
-TEST_F(TextFeed, leavesEverythingForAFileThatCannotBeRead) {
+TEST_F(TextFeedTest, LeavesEverythingForAFileThatCannotBeRead) {
   ZQDebugChannel::globalDebugLevel = 0;
   matrix->setCurrentMatrixID(1);
   for (const std::string& name : {folder.path(), folder.path() + "/absent"}) {
@@ -169,7 +169,7 @@ TEST_F(TextFeed, leavesEverythingForAFileThatCannotBeRead) {
   EXPECT_EQ(matrix->getMatrixInfo(0)->getUpdateIndex(), 1);
 }
 
-TEST_F(TextFeed, worksThroughADirectoryInOrder) {
+TEST_F(TextFeedTest, WorksThroughADirectoryInOrder) {
   for (const char* name : {"c.txt", "a.txt", "b.TXT", "sub/d.txt", "e.text"}) folder.put(name, name);
   folder.put("bad.txt", "\xFF.");
   for (int id = 0; id < 4; ++id) matrix->getMatrixInfo(id)->setMaximalMatrixIndex(200);
@@ -185,7 +185,7 @@ TEST_F(TextFeed, worksThroughADirectoryInOrder) {
   EXPECT_EQ(length, 0);
 }
 
-class TextWriter : public TextFeed {
+class TextWriterTest : public TextFeedTest {
  protected:
   int write(int numberOfObjex) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfObjex, file.c_str()); }
   void expectRefusal(int result, const std::string& message) {
@@ -197,7 +197,7 @@ class TextWriter : public TextFeed {
   std::string file = folder.path() + "/out.txt";
 };
 
-TEST_F(TextWriter, writesContextAndItems) {
+TEST_F(TextWriterTest, WritesContextAndItems) {
   feed("Wow");
   info()->setSuccessorMethod(ZQSuccessorMethodMostProbable);
   info()->setRestartWithTrueStartItem(0);
@@ -225,7 +225,7 @@ TEST_F(TextWriter, writesContextAndItems) {
   EXPECT_TRUE(told("readAnsiObjexsAndWriteToAnsiFile: Warning: very low skill outputlevel\n"));
 }
 
-TEST_F(TextWriter, refusesInItsOrder) {
+TEST_F(TextWriterTest, RefusesInItsOrder) {
   info()->setPreProcessingType(2);
   expectRefusal(-2, "readAnsiObjexsAndWriteToAnsiFile: matrix is empty!\n");
   TierTest::write({1});

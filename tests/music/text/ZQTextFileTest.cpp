@@ -18,7 +18,7 @@ std::vector<int> valuesOf(const zmatrix::TextOfFile& text) {
   return {text.values.get(), text.values.get() + text.length};
 }
 
-TEST(TextFile, IsReadByteByByteUpToACap) {
+TEST(TextFileTest, IsReadByteByByteUpToACap) {
   const zmatrix::TestFolder folder;
   std::string allBytes;
   std::vector<int> expected;
@@ -41,7 +41,7 @@ TEST(TextFile, IsReadByteByByteUpToACap) {
   EXPECT_EQ(empty.length, 0);
 }
 
-TEST(TextFile, RefusesWhatIsNoFileOrTooLong) {
+TEST(TextFileTest, RefusesWhatIsNoFileOrTooLong) {
   const zmatrix::TestFolder folder;
   const std::string huge = folder.put("huge.txt", "x");
   std::filesystem::resize_file(huge, static_cast<std::uintmax_t>(INT_MAX) - 1);
@@ -62,7 +62,7 @@ TEST(TextFile, RefusesWhatIsNoFileOrTooLong) {
   zmatrix::largestAllocation = static_cast<size_t>(-1);
 }
 
-TEST(TextFile, TellsGermanFromEnglish) {
+TEST(TextFileTest, TellsGermanFromEnglish) {
   const zmatrix::TestFolder folder;
   const std::string zero(1, '\0');
   const std::pair<std::string, int> cases[] = {{"", ZQLanguageUndefined},

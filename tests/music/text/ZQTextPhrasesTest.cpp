@@ -33,7 +33,7 @@ std::string phrasesOf(const std::string& text) {
 }
 
 // A bar stands for the blank at which a text is cut.
-TEST(TextPhrases, AreCutAtTheEndsOfSentences) {
+TEST(TextPhrasesTest, AreCutAtTheEndsOfSentences) {
   for (std::string marked :
        {// nothing and white alone
         "", "abc  ",
@@ -62,7 +62,7 @@ TEST(TextPhrases, AreCutAtTheEndsOfSentences) {
   }
 }
 
-TEST(TextPhrases, AreCutAtBlankLinesAndLoseTheWhiteBetween) {
+TEST(TextPhrasesTest, AreCutAtBlankLinesAndLoseTheWhiteBetween) {
   const std::pair<std::string, std::string> cases[] = {{" \t\r\n\xA0", ""},
                                                        {"  abc", "abc"},
                                                        {"Ja! \xA0Nein", "Ja!|Nein"},
@@ -76,7 +76,7 @@ TEST(TextPhrases, AreCutAtBlankLinesAndLoseTheWhiteBetween) {
   for (const auto& [text, expected] : cases) EXPECT_EQ(phrasesOf(text), expected) << text;
 }
 
-TEST(TextPhrases, LoseNothingButWhite) {
+TEST(TextPhrasesTest, LoseNothingButWhite) {
   std::mt19937 random(5);
   const std::string alphabet = "aBc1 .!;\n\r\xA0\"";
   for (int round = 0; round < 300; round++) {
@@ -94,7 +94,7 @@ TEST(TextPhrases, LoseNothingButWhite) {
   }
 }
 
-TEST(TextPhrases, TakeOneWalkThroughALongLineOfAnything) {
+TEST(TextPhrasesTest, TakeOneWalkThroughALongLineOfAnything) {
   constexpr int length = 5'000'000;
   for (int value : {13, 10, 32, 46, 97, -1, 1 << 30}) {
     const std::vector<int> text(length, value);
