@@ -23,6 +23,21 @@ std::vector<int> codesOf(const std::string& text) {
 const std::vector<int> firstText = codesOf("The harbour is dry. The boats lie on the sand.");
 const std::vector<int> nextText = codesOf("The water comes back, and a boat stands up.");
 
+/// Calls `act` with each allocation failing in turn, alone and with all behind it; what it hands to `armed` runs meanwhile.
+template <class Act>
+void forEachFailure(Act act) {
+  for (const bool lasting : {false, true}) {
+    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
+      SCOPED_TRACE("allocation " + std::to_string(n) + (lasting ? " and all behind" : ""));
+      act([n, lasting](auto run) {
+        const FailingMemory failing(n, lasting);
+        run();
+      });
+      if (testing::Test::HasFailure()) return;
+    }
+  }
+}
+
 template <int tier>
 class Runs {
  public:
@@ -71,43 +86,38 @@ class Runs {
   /// Acts with each allocation failing, each time on a matrix from the file. What the action gives is a word on how it went: it
   /// must be that of a run where nothing fails, or an empty one, which says that it has failed.
   void failEach(const std::string& name, const std::function<std::string(Matrix*)>& act) {
-    for (const bool lasting : {false, true}) {
-      std::string expected;
-      for (long n = 0; n <= 1 || anAllocationHasFailed(); ++n) {
-        SCOPED_TRACE(name + ", allocation " + std::to_string(n) + (lasting ? " and all behind" : ""));
-        Matrix* matrix = load();
-        ASSERT_NE(matrix, nullptr);
-        std::string outcome;
-        {
-          const FailingMemory failing(n, lasting);
-          outcome = act(matrix);
-        }
-        if (n == 0) expected = outcome;
-        EXPECT_TRUE(outcome.empty() ? anAllocationHasFailed() : outcome == expected) << outcome;
-        if (isUsable(matrix, tier)) {
-          EXPECT_EQ(faultOf(matrix, tier), "");
-          expectWorks(matrix);
-        }
-        Calls::destroy(matrix);
-        if (testing::Test::HasFailure()) return;
-        ++numberOfRuns;
-      }
+    SCOPED_TRACE(name);
+    Matrix* matrix = load();
+    const std::string expected = act(matrix);
+    expectUsable(matrix);
+    forEachFailure([&](auto armed) {
+      matrix = load();
+      ASSERT_NE(matrix, nullptr);
+      std::string outcome;
+      armed([&] { outcome = act(matrix); });
+      EXPECT_TRUE(outcome.empty() ? anAllocationHasFailed() : outcome == expected) << outcome;
+      expectUsable(matrix);
+      ++numberOfRuns;
+    });
+  }
+
+  void expectUsable(Matrix* matrix) {
+    if (isUsable(matrix, tier)) {
+      EXPECT_EQ(faultOf(matrix, tier), "");
+      expectWorks(matrix);
     }
+    Calls::destroy(matrix);
   }
 
   /// The history of the file that the matrix was loaded from goes along into the next one.
   void expectHistory(Matrix* matrix) {
     if (!learns) return;
-    const std::string other = folder.path() + "/other.zmatrix";
     Calls::setCurrent(matrix, 1);
-    ASSERT_EQ(Calls::save(matrix, other.c_str()), 1);
-    Matrix* loaded = Calls::createFromFile(other.c_str(), -1);
-    ASSERT_NE(loaded, nullptr);
-    int count = 0;
-    Calls::history(loaded, &count);
-    EXPECT_EQ(count, 1);
-    Calls::destroy(loaded);
-    std::filesystem::remove(other);
+    expectComesBack(matrix, [](Matrix* loaded) {
+      int count = 0;
+      Calls::history(loaded, &count);
+      EXPECT_EQ(count, 1);
+    });
   }
 
   /// All that a matrix is for, once memory is there again.
@@ -127,12 +137,19 @@ class Runs {
       double probability = 0, stopProbability = 0;
       EXPECT_NE(Calls::read(matrix, &probability, &stopProbability), nullptr);
     }
+    expectComesBack(matrix, [](Matrix* loaded) {
+      EXPECT_EQ(Calls::loadReport(loaded, nullptr), 1);
+      EXPECT_EQ(faultOf(loaded, tier), "");
+    });
+  }
+
+  template <class Look>
+  void expectComesBack(Matrix* matrix, Look look) {
     const std::string other = folder.path() + "/other.zmatrix";
     ASSERT_EQ(Calls::save(matrix, other.c_str()), 1);
     Matrix* loaded = Calls::createFromFile(other.c_str(), -1);
     ASSERT_NE(loaded, nullptr);
-    EXPECT_EQ(Calls::loadReport(loaded, nullptr), 1);
-    EXPECT_EQ(faultOf(loaded, tier), "");
+    look(loaded);
     Calls::destroy(loaded);
     std::filesystem::remove(other);
   }
@@ -222,53 +239,36 @@ TYPED_TEST(FailingMemoryTest, SaveAndLoad) {
     return std::string(isSaved ? "saved" : "");
   });
   // The same with a look at what there is afterwards.
-  for (const bool lasting : {false, true}) {
-    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
-      SCOPED_TRACE(n);
-      auto* matrix = this->runs.load();
-      this->runs.folder.put("target.zmatrix", "an old file");
-      int result = 0;
-      {
-        const FailingMemory failing(n, lasting);
-        result = C::save(matrix, target.c_str());
-      }
-      C::destroy(matrix);
-      const std::filesystem::directory_iterator files(this->runs.folder.path());
-      EXPECT_EQ(std::distance(begin(files), end(files)), 2) << "the model and the target";
-      if (result == 1) {
-        EXPECT_EQ(TestFolder::contentOf(target).size(), this->runs.bytes.size());
-      } else {
-        EXPECT_EQ(TestFolder::contentOf(target), "an old file");
-      }
-      if (this->HasFailure()) return;
-    }
-    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
-      SCOPED_TRACE(n);
-      typename TestFixture::Matrix* matrix = nullptr;
-      {
-        const FailingMemory failing(n, lasting);
-        matrix = C::createFromFile(this->runs.path.c_str(), -1);
-      }
-      EXPECT_TRUE(matrix != nullptr || anAllocationHasFailed());
-      if (matrix != nullptr) {
-        EXPECT_EQ(C::loadReport(matrix, nullptr), 1) << "a lack of memory is no damage of the file";
-        this->runs.expectHistory(matrix);
-        this->runs.expectWorks(matrix);
-        C::destroy(matrix);
-      }
-      if (this->HasFailure()) return;
-    }
-    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
-      typename TestFixture::Matrix* matrix = nullptr;
-      {
-        const FailingMemory failing(n, lasting);
-        matrix = C::create();
-        if (matrix != nullptr) C::setNumberOfMatrices(matrix, 9);
-      }
-      if (matrix != nullptr) this->runs.expectWorks(matrix);
-      if (matrix != nullptr) C::destroy(matrix);
-    }
-  }
+  forEachFailure([&](auto armed) {
+    auto* matrix = this->runs.load();
+    this->runs.folder.put("target.zmatrix", "an old file");
+    int result = 0;
+    armed([&] { result = C::save(matrix, target.c_str()); });
+    C::destroy(matrix);
+    const std::filesystem::directory_iterator files(this->runs.folder.path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 2) << "the model and the target";
+    const std::string content = TestFolder::contentOf(target);
+    EXPECT_TRUE(result == 1 ? content.size() == this->runs.bytes.size() : content == "an old file");
+  });
+  forEachFailure([&](auto armed) {
+    typename TestFixture::Matrix* matrix = nullptr;
+    armed([&] { matrix = C::createFromFile(this->runs.path.c_str(), -1); });
+    EXPECT_TRUE(matrix != nullptr || anAllocationHasFailed());
+    if (matrix == nullptr) return;
+    EXPECT_EQ(C::loadReport(matrix, nullptr), 1) << "a lack of memory is no damage of the file";
+    this->runs.expectHistory(matrix);
+    this->runs.expectWorks(matrix);
+    C::destroy(matrix);
+  });
+  forEachFailure([&](auto armed) {
+    typename TestFixture::Matrix* matrix = nullptr;
+    armed([&] {
+      matrix = C::create();
+      if (matrix != nullptr) C::setNumberOfMatrices(matrix, 9);
+    });
+    if (matrix != nullptr) this->runs.expectWorks(matrix);
+    if (matrix != nullptr) C::destroy(matrix);
+  });
 }
 
 template <class Tier>
@@ -356,70 +356,48 @@ TYPED_TEST(FailingMemoryOfLearningTest, Music) {
   std::filesystem::remove(target);
 }
 
-TEST(FailingMemoryOfReportsTest, AreWholeOrNull) {
+// A file that can't be opened for lack of memory is told as one that was not found.
+TEST(FailingMemoryOfFilesTest, ReportsAndScoresAreWholeOrNull) {
   TestFolder folder;
-  folder.put("tune.mid", tune(melody({60, 62, 64})));
-  folder.put("score.krn", "**kern\t**kern\n*M3/4\t*M3/4\n[4c\t4e 4g\n4c]\t4rx\n=1\t=1\n*-\t*-\n");
-  for (const bool lasting : {false, true}) {
-    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
-      const std::string path = folder.path() + "/tune.mid";
-      zq_MidiReport* report = nullptr;
-      {
-        const FailingMemory failing(n, lasting);
-        report = zq_createMidiReport(path.c_str(), 1003, 16, 2, nullptr);
-      }
-      // A file that could not be opened for lack of memory is told as one that was not found.
-      EXPECT_TRUE(anAllocationHasFailed() || (report != nullptr && report->notesLearned == 3)) << n;
-      zq_deleteMidiReport(report);
-    }
-    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
-      const std::string path = folder.path() + "/score.krn";
-      zq_KernReport* report = nullptr;
-      {
-        const FailingMemory failing(n, lasting);
-        report = zq_createKernReport(path.c_str(), 1003, 2, nullptr);
-      }
-      EXPECT_TRUE(anAllocationHasFailed() || (report != nullptr && report->notes == 3)) << n;
-      zq_deleteKernReport(report);
-    }
-    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
-      const std::string path = folder.path() + "/score.krn";
-      zq_Score* score = nullptr;
-      {
-        const FailingMemory failing(n, lasting);
-        score = zq_createScoreFromKernFile(path.c_str(), 0);
-      }
-      const bool isWhole = score != nullptr && score->numberOfNotes == 3;
-      EXPECT_TRUE(isWhole || (anAllocationHasFailed() && (score == nullptr || score->state == zq_ScoreNotFound))) << n;
-      zq_deleteScore(score);
-    }
-  }
-}
-
-TEST(FailingMemoryOfScoresTest, AreReadAndWrittenWholeOrNotAtAll) {
-  TestFolder folder;
-  const std::string path = folder.put("tune.mid", tune(melody({60, 62, 64})));
-  const std::string target = folder.put("new.mid", "old");
-  for (const bool lasting : {false, true}) {
-    for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
-      zq_Score* score = nullptr;
-      unsigned char* bytes = nullptr;
-      zq_ScoreWriting writing{};
-      int stored = 0;
-      {
-        const FailingMemory failing(n, lasting);
-        score = zq_createScoreFromMidiFile(path.c_str());
-        bytes = zq_createMidiDataOfScore(score, nullptr, &writing);
-        stored = zq_writeScoreToMidiFile(score, target.c_str(), nullptr);
-      }
-      EXPECT_EQ(bytes != nullptr, writing.state == zq_ScoreWritten) << n;
-      EXPECT_TRUE(anAllocationHasFailed() || (bytes != nullptr && stored == zq_ScoreWritten && score->numberOfNotes == 3)) << n;
-      EXPECT_TRUE(stored == zq_ScoreWritten || TestFolder::contentOf(target) == "old") << n;
-      s_Free(bytes);
-      zq_deleteScore(score);
-      folder.put("new.mid", "old");
-    }
-  }
+  const std::string midi = folder.put("tune.mid", tune(melody({60, 62, 64})));
+  const std::string kern = folder.put("score.krn", "**kern\t**kern\n*M3/4\t*M3/4\n[4c\t4e 4g\n4c]\t4rx\n=1\t=1\n*-\t*-\n");
+  forEachFailure([&](auto armed) {
+    zq_MidiReport* report = nullptr;
+    armed([&] { report = zq_createMidiReport(midi.c_str(), 1003, 16, 2, nullptr); });
+    EXPECT_TRUE(anAllocationHasFailed() || (report != nullptr && report->notesLearned == 3));
+    zq_deleteMidiReport(report);
+  });
+  forEachFailure([&](auto armed) {
+    zq_KernReport* report = nullptr;
+    armed([&] { report = zq_createKernReport(kern.c_str(), 1003, 2, nullptr); });
+    EXPECT_TRUE(anAllocationHasFailed() || (report != nullptr && report->notes == 3));
+    zq_deleteKernReport(report);
+  });
+  forEachFailure([&](auto armed) {
+    zq_Score* score = nullptr;
+    armed([&] { score = zq_createScoreFromKernFile(kern.c_str(), 0); });
+    const bool isWhole = score != nullptr && score->numberOfNotes == 3;
+    EXPECT_TRUE(isWhole || (anAllocationHasFailed() && (score == nullptr || score->state == zq_ScoreNotFound)));
+    zq_deleteScore(score);
+  });
+  const std::string target = folder.path() + "/new.mid";
+  forEachFailure([&](auto armed) {
+    folder.put("new.mid", "old");
+    zq_Score* score = nullptr;
+    unsigned char* bytes = nullptr;
+    zq_ScoreWriting writing{};
+    int stored = 0;
+    armed([&] {
+      score = zq_createScoreFromMidiFile(midi.c_str());
+      bytes = zq_createMidiDataOfScore(score, nullptr, &writing);
+      stored = zq_writeScoreToMidiFile(score, target.c_str(), nullptr);
+    });
+    EXPECT_EQ(bytes != nullptr, writing.state == zq_ScoreWritten);
+    EXPECT_TRUE(anAllocationHasFailed() || (bytes != nullptr && stored == zq_ScoreWritten && score->numberOfNotes == 3));
+    EXPECT_TRUE(stored == zq_ScoreWritten || TestFolder::contentOf(target) == "old");
+    s_Free(bytes);
+    zq_deleteScore(score);
+  });
 }
 
 TYPED_TEST(FailingMemoryOfLearningTest, Generate) {

@@ -8,7 +8,7 @@
 
 #include "music/score/ZQKernScoreReader.h"
 #include "music/score/ZQScore.h"
-#include "support/TestFolder.h"
+#include "support/KeptText.h"
 
 namespace {
 
@@ -87,110 +87,19 @@ std::string saySigns(const Score& score) {
   return said;
 }
 
-struct Case {
-  const char* records;
-  const char* notes;
-  const char* findings = "";
-};
-
-void expect(const std::vector<Case>& cases, int graceQuanta = 0) {
-  for (const Case& one : cases) {
-    const Score score = scoreOf(kern(one.records), graceQuanta);
-    EXPECT_EQ(sayNotes(score), one.notes) << one.records;
-    EXPECT_EQ(sayFindings(score), one.findings) << one.records;
-  }
-}
-
-TEST(KernScoreTest, TakesPitchesAndDurationsExactly) {
-  const std::vector<std::array<const char*, 3>> tokens = {{"4c", "60+1/4", ""},
-                                                          {"4.c", "60+3/8", ""},
-                                                          {"8...cc", "72+15/64", ""},
-                                                          {"12C", "48+1/12", ""},
-                                                          {"3%2c", "60+2/3", ""},
-                                                          {"5%3.c", "60+9/10", ""},
-                                                          {"0c", "60+2", ""},
-                                                          {"00.c", "60+6", ""},
-                                                          {"000c", "60+8", ""},
-                                                          {"4BB--", "45+1/4", ""},
-                                                          {"(4b##L)", "73+1/4", ""},
-                                                          {"4ccnX;", "72+1/4", ""},
-                                                          {"c4", "60+1/4", ""},
-                                                          {"4ccccccccc", "120+1/4", "10"},
-                                                          {"4CCCCCC-", "11+1/4", "10"},
-                                                          {"c", "60+0", "2"},
-                                                          {"99999999999c", "60+0", "13"},
-                                                          {"1073741824c", "60+1/1073741824", ""},
-                                                          {"4d-", "61+1/4", ""},
-                                                          {"4cd", "", "1"},
-                                                          {"xyz", "", "1"},
-                                                          {"4L", "", "0"},
-                                                          {"4rgg", "", ""},
-                                                          {"00000000000000000000000000000000000c", "60+2147483647", "14"}};
-  for (const auto& [token, note, kind] : tokens) {
-    const Score score = scoreOf("**kern\n" + std::string(token) + "\n*-\n");
-    const std::string notes = sayNotes(score), findings = sayFindings(score);
-    EXPECT_EQ(notes, *note == 0 ? "" : std::string("0:") + note) << token;
-    EXPECT_EQ(findings.substr(0, findings.find('@')), kind) << token;
-  }
-}
-
-TEST(KernScoreTest, MakesTiedNotesOne) {
-  expect({
-      {"**kern\n[4c\n4c_\n8c]\n4d\n*-", "0:60+5/8~ 5/8:62+1/4"},
-      {"**kern\n[4c,[4e,4g\n4c],4e_\n4c,8e]\n*-", "0:60+1/2~ 0:64+5/8~ 0:67+1/4 1/2:60+1/4"},
-      // Across a split, with the other sub-spine, and a join.
-      {"**kern\n[2c,[2e\n*^\n[4f 4c],4e_\n*v *v\n2e],4f]\n*-", "0:60+3/4~ 0:64+5/4~ 1/2:65+1/2~"},
-      // Each part has its own, unless only another one holds the note.
-      {"**kern **kern\n[4c [4c\n4r 4c]\n*- *-", "0:60+1/4 | 0:60+1/2~", "4@2.1"},
-      {"**kern **kern\n[4c 4e\n4r 4c]\n*- *-", "0:60+1/2~ | 0:64+1/4"},
-      {"**kern\n[4c\n4r\n4c]\n*-", "0:60+1/4 1/2:60+1/4", "3@4.1 4@2.1"},
-      {"**kern\n4r]\n[4c\n[4c\n4c]\n*-", "1/4:60+1/4 1/2:60+1/2~", "4@3.1"},
+TEST(KernScoreTest, ReadsSmallScores) {
+  zmatrix::expectKeptCases("kern_scores.txt", [](const std::string& records) {
+    const Score score = scoreOf(kern(records));
+    return sayNotes(score) + "\n" + sayFindings(score);
   });
 }
 
-TEST(KernScoreTest, FollowsSpinesWhereverTheyGo) {
-  expect({
-      // Chords without a duration of their own; notes keep theirs, and the spine takes the first.
-      {"**kern\n4c,e,8g\n4d\n*-", "0:60+1/4 0:64+1/4 0:67+1/8 1/4:62+1/4"},
-      // A join waits for the later end; a split may begin beside a note that goes on.
-      {"**kern **kern\n*^ *\n4c 8e 1g\n. 8f .\n8d . .\n*v *v *\n2a . \n*- *-",
-       "0:60+1/4 0:64+1/8v1 1/8:65+1/8v1 1/4:62+1/8 "
-       "3/8:69+1/2 | 0:67+1",
-       "7@7.3"},
-      {"**kern **kern\n1c 4d\n*^ *\n. 4e 4f\n. 2g 2a\n*v *v *\n4b 4b\n*- *-",
-       "0:60+1 1/4:64+1/4v1 1/2:67+1/2v1 1:71+1/4 | 0:62+1/4 1/4:65+1/4 1/2:69+1/2 1:71+1/4"},
-      {"**kern **kern **text\n4c 4d a\n*x *x *\n4D 4C b\n*- *- *-", "0:60+1/4 1/4:48+1/4 | 0:62+1/4 1/4:50+1/4"},
-      {"**kern **text\n2c a\n*+ *^\n* **kern * *\n4d 4e x y\n. 4f . .\n*- * *v *v\n*- *-",
-       "0:60+1/2 1/2:62+1/4 | 1/2:64+1/4 3/4:65+1/4", ""},
-      // Records without a token of a kern spine take no time, and bar lines are marks.
-      {"**kern **dynam\n2c p\n. <\n=1 =1\n. f\n4d .\n*- *-", "0:60+1/2 1/2:62+1/4"},
-      {"**kern\n4c\n*-\n!!comment\n**kern **kern\n4d 2e\n*- *-", "0:60+1/4 | 1/4:62+1/4 | 1/4:64+1/2"},
-      {"**kern **kern\n4c 4d\n**kern\n4e\n*-", "0:60+1/4 | 0:62+1/4 | 1/4:64+1/4", "9@3.1 9@3.2"},
-  });
-}
-
-TEST(KernScoreTest, TellsWhatIsWrongAndGoesOn) {
-  expect({
-      {"**kern **kern\n4c 2d\n4e !4f\n*- *-", "0:60+1/4 1/2:64+1/4 | 0:62+1/2 1/2:65+1/4", "5@3.1"},
-      {"**kern **kern\n4c 4d\n4e\n4f 4g a\n*- *-", "0:60+1/4 1/4:64+1/4 1/2:65+1/4 | 0:62+1/4 1/2:67+1/4", "6@3.2 7@4.3 5@4.2"},
-      {"**kern **kern\n*v *\n*x *\n4c \n*- *-", "0:60+1/4", "8@2.1 8@3.1 1@4.2"},
-      {"**kern **text\n*v *v\n4c\n*-", "0:60+1/4", "8@2.1"},
-      {"**kern\n4c,.,4e\n\n4d\n", "0:60+1/4 0:64+1/4 1/4:62+1/4", "1@2.1 6@3.1 6@5.1 9@5.1"},
-      {"**kern\n4c\n*-\n4d", "0:60+1/4", "1@4.1"},
-      {"**kern\n4c\n00000000000000000000000000000000c\n4d\n*-", "0:60+1/4 1/4:60+2147483647", "14@3.1"},
-  });
-}
-
-TEST(KernScoreTest, GivesGraceNotesNoTimeUnlessAsked) {
-  const char* const records = "**kern **kern\n4c 4c\nqd .\n8qe,8qg .\n4f 4f\n=2 =2\nqa .\n*- *-";
-  expect({{records, "0:60+1/4 1/4:62+0g 1/4:64+0g 1/4:67+0g 1/4:65+1/4 1/2:69+0g | 0:60+1/4 1/4:65+1/4"},
-          // The record of the grace note isn't later than what other spines have still to say.
-          {"**kern **kern\n2c 4e\nqd .\n. 4f\n4g 4a\n*- *-", "0:60+1/2 1/2:62+0g 1/2:67+1/4 | 0:64+1/4 1/4:65+1/4 1/2:69+1/4"},
-          {"**kern\n[qc\n4c]\n*-", "0:60+1/4~"}});
-  expect({{records, "0:60+1/4 7/32:62+1/64g 15/64:64+1/64g 15/64:67+1/64g 1/4:65+1/4 31/64:69+1/64g | 0:60+1/4 1/4:65+1/4"}},
-         192);
-  // No more than the note before has room for, and none at the beginning.
-  expect({{"**kern\nqd\n16c\nqe\n4f\n*-", "0:62+1/16g 0:60+1/16 1/32:64+1/16g 1/16:65+1/4"}}, 768);
+TEST(KernScoreTest, GivesGraceNotesTimeIfAsked) {
+  const auto notes = [](const char* records, int graceQuanta) { return sayNotes(scoreOf(kern(records), graceQuanta)); };
+  EXPECT_EQ(notes("**kern **kern\n4c 4c\nqd .\n8qe,8qg .\n4f 4f\n=2 =2\nqa .\n*- *-", 192),
+            "0:60+1/4 7/32:62+1/64g 15/64:64+1/64g 15/64:67+1/64g 1/4:65+1/4 31/64:69+1/64g | 0:60+1/4 1/4:65+1/4");
+  EXPECT_EQ(notes("**kern\nqd\n16c\nqe\n4f\n*-", 768), "0:62+1/16g 0:60+1/16 1/32:64+1/16g 1/16:65+1/4")
+      << "no more than the note before has room for, and none at the beginning";
 }
 
 TEST(KernScoreTest, PlacesSignsInstrumentsAndPhrases) {
