@@ -104,35 +104,7 @@ TEST_F(NumbersTest, EndsWithOneCodePerKindOfFault) {
   writeFile("far.txt", "1 1000000 2 20000000 3");
   writeFile("text.txt", "It is a text. The boat is in.");
   ASSERT_EQ(zmatrix("learn good.txt -o model").exitCode, 0);
-  struct Case {
-    const char* arguments;
-    int exitCode;
-    const char* said;
-  };
-  const Case cases[] = {
-      {"continue bad.txt --as numbers", 3, "bad.txt:2:3: four is no integer; --skip-bad"},
-      {"continue bad.txt --as numbers --skip-bad --count 1", 0, "left out 1 token"},
-      {"continue big.txt", 3, "big.txt:2:3: 4000000000 does not fit 32 bits (and 1 more like it)"},
-      {"continue far.txt --coding plain", 4, "2 of 5 numbers are coded as more than 500000, up to 20000000"},
-      {"continue good.txt --coding ocron", 3, "good.txt: 1 has no form in the coding ocron; --skip-bad"},
-      {"continue good.txt --coding ocron --skip-bad --count 1", 0, "left out 1 number without a form"},
-      {"continue far.txt --coding gocron --skip-bad", 4, "choose --coding ocron"},
-      {"continue good.txt --coding gocron --ocron-type 6", 2, "--coding gocron takes --ocron-type 3, 4 or 5"},
-      {"continue good.txt text.txt", 3, "good.txt holds numbers and text.txt text"},
-      {"continue good.txt text.txt --as text --count 1", 0, ""},
-      {"continue good.txt --coding triple", 2, "triple is no coding of numbers"},
-      {"continue good.txt --coding plain --ocron-type 4", 2, "--coding plain has no --ocron-type"},
-      {"continue good.txt --level words", 2, "--level is not for numbers"},
-      {"continue good.txt --start 'one'", 2, "--start: one is no integer"},
-      {"generate model --matrix 0", 2, "--matrix is for music"},
-      {"learn text.txt -o model --update", 2, "the model holds numbers, the input text"},
-      {"learn good.txt -o model --update --coding plain", 2, "the model was learned with --coding difference"},
-  };
-  for (const Case& entry : cases) {
-    const RunResult result = zmatrix(entry.arguments);
-    EXPECT_EQ(result.exitCode, entry.exitCode) << entry.arguments << "\n" << result.talk;
-    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << entry.arguments << "\n" << result.talk;
-  }
+  expectCodes("faults_of_numbers.txt");
 }
 
 }  // namespace

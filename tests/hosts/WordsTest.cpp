@@ -1,8 +1,5 @@
-// `--level words` from outside: what the command counts and writes is held against a plain reading of the text. Set ZMATRIX_TEXTS
-// to a folder to have all its texts taken as well.
+// `--level words` from outside: what the command counts and writes is held against a plain reading of the text.
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <string>
@@ -69,16 +66,6 @@ TEST_F(WordsTest, AreThoseOfATextWithEveryKindOfBreak) {
       "An incomprehensibly longish word is left out. A\xA0no-break space parts words.\n\n\n"
       "\xDC"
       "ber den See.\tHalf-\r\nway, half-\n\nway. The last word is cut-\n");
-}
-
-TEST_F(WordsTest, OfAllTextsOfAFolder) {
-  const char* folder = std::getenv("ZMATRIX_TEXTS");
-  if (folder == nullptr) GTEST_SKIP() << "ZMATRIX_TEXTS names no folder";
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-    if (entry.path().extension() != ".txt") continue;
-    SCOPED_TRACE(entry.path());
-    expectWordsOf(readWholeFile(entry.path()));
-  }
 }
 
 TEST_F(WordsTest, FollowTheStartAndCountAsItems) {
