@@ -9,8 +9,7 @@
 #include <vector>
 
 #include "frame/ZQMemory.h"
-#include "support/CapturedMessages.h"
-#include "support/TestFolder.h"
+#include "support/KeptText.h"
 
 namespace {
 
@@ -105,32 +104,12 @@ TEST(FileNameListTest, SortsOnlyWhatIsOutOfOrder) {
 
 TEST(FileNameListTest, TellsFilesByTheirSuffix) {
   const ZQFileNameList list;
-  const struct {
-    const char *name, *suffix;
-    int midi, kern, text;
-  } cases[] = {{"a.mid", ".mid", 1, 0, 0},
-               {"a.MID", ".MID", 1, 0, 0},
-               {"a.midi", ".midi", 1, 0, 0},
-               {"a.MIDI", ".MIDI", 1, 0, 0},
-               {"a.Mid", ".Mid", 0, 0, 0},
-               {".mid", "", 0, 0, 0},
-               {"a.midi.txt", ".txt", 0, 0, 1},
-               {"a.TXT", ".TXT", 0, 0, 1},
-               {"a.krn", ".krn", 0, 1, 0},
-               {"a.KRN", ".KRN", 0, 1, 0},
-               {"mid", "", 0, 0, 0},
-               {"", "", 0, 0, 0},
-               {"d/.mid", ".mid", 1, 0, 0},
-               {"d.mid/a", ".mid/a", 0, 0, 0},
-               {"a.txt.", ".", 0, 0, 0},
-               {"a.123456789", ".123456789", 0, 0, 0},
-               {"a.1234567890", ".123456789", 0, 0, 0}};
-  for (const auto& test : cases) {
-    EXPECT_STREQ(list.getFileSuffix(test.name), test.suffix);
-    EXPECT_EQ(list.fileIsMidiFile(test.name), test.midi) << test.name;
-    EXPECT_EQ(list.fileIsKernFile(test.name), test.kern) << test.name;
-    EXPECT_EQ(list.fileIsTextFile(test.name), test.text) << test.name;
-  }
+  zmatrix::expectKeptCases("file_suffixes.txt", [&list](const std::string& name) {
+    return std::string(list.getFileSuffix(name.c_str())) + " midi " + std::to_string(list.fileIsMidiFile(name.c_str())) +
+           " kern " + std::to_string(list.fileIsKernFile(name.c_str())) + " text " +
+           std::to_string(list.fileIsTextFile(name.c_str()));
+  });
+  EXPECT_STREQ(list.getFileSuffix(""), "");
   EXPECT_STREQ(list.getFileSuffix(nullptr), "");
   EXPECT_EQ(list.fileIsTextFile(nullptr), 0);
 }
@@ -189,20 +168,6 @@ TEST_F(FileNameWalkTest, StandsPathsOfAnyLength) {
   EXPECT_EQ(walk(&ZQFileNameList::getTextFilesInFilePath, 1).size(), 1u);
   const ZQFileNameList list;
   EXPECT_EQ(list.isDirectory(std::string(100000, 'x').c_str()), -1);
-}
-
-TEST_F(FileNameWalkTest, NamesWhatItSearchesAtLevel8) {
-  put("a.mid");
-  const std::string file = (root / "a.mid").string();
-  zmatrix::CapturedMessages messages(8);
-  walk(&ZQFileNameList::getMidiFilesInFilePath, 0);
-  EXPECT_EQ(messages.take(), "getMidiFilesInFilePath: searching for: " + root.string() +
-                                 "\ngetMidiFilesInFilePath: searching for: " + file + "\n");
-  walk(&ZQFileNameList::getMidiOrKernFilesInFilePath, 0);
-  EXPECT_EQ(messages.take(), "getMidiOrKernFilesInFilePath: searching for: " + root.string() +
-                                 "\ngetMidiOrKernFilesInFilePath: searching for: " + file + "\n");
-  walk(&ZQFileNameList::getTextFilesInFilePath, 0);
-  EXPECT_EQ(messages.take(), "");
 }
 
 }  // namespace

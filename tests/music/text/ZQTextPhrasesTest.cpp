@@ -2,10 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "support/KeptText.h"
 
 namespace {
 
@@ -32,48 +33,8 @@ std::string phrasesOf(const std::string& text) {
   return phrases;
 }
 
-// A bar stands for the blank at which a text is cut.
-TEST(TextPhrasesTest, AreCutAtTheEndsOfSentences) {
-  for (std::string marked :
-       {// nothing and white alone
-        "", "abc  ",
-        // marks that end a sentence, and those that don't
-        "Ja!|Nein", "Ja;|Nein", "Ja.|Nein", "Ja? Nein", "Ja: Nein", "Ja, Nein",
-        // what must follow a mark
-        "a.b Cd.Ef", "Ja!\xA0Nein", "Ende! und", "Ende. 0 Uhr", "Ende.|1 Uhr", "Ende.|9 Uhr", "Ende. \"Ja", "Ende.|\xC4r",
-        "Ende.|\xC0r", "Ende.|\xDEr", "Ende. \xDFr", "Ende. \xBFr", "Ende.|\x8Ar", "Ende. \x8Br", "Ende.|\x8Cr", "Ende.|\x95r",
-        "Ende.|\x9Fr", "Ende. @", "Ende. [",
-        // a mark at the end of the text, with and without white behind
-        "Ende.",
-        // dots of abbreviations, initials and ordinals
-        "Dr.|Meier", "J. Meier", "von J. Meier", "3. Mai", "Nr.|13. Mai", "x3. Mai", "3x. Mai", "i.e. Mai", "ab-. Mai",
-        "ab'. Mai", "\xC4r.|Mai", "\x80\x80.|Mai", "\x81\x81. Mai", "\xBF\xBF. Mai", "J!|Meier", "3;|Mai",
-        // dots behind what closes a sentence
-        "ja\".|Mai", "(3).|Mai", "ja...|Mai", "[3].|Mai", "{3}.|Mai", "ja>. Mai",
-        // a dot at the first two places
-        ".|Mai", "J. Mai", ").|Mai",
-        // line ends
-        "eins\nzwei", "eins\r\nzwei", "eins\n\rzwei", "eins\r\r\rzwei", "eins\r\n\rzwei", "eins\n \nzwei", "ab-\nc. Nein.|Ja",
-        // several
-        "Es war einmal.|Es ist nicht mehr! und doch.|Ja"}) {
-    std::string text = marked;
-    std::replace(text.begin(), text.end(), '|', ' ');
-    EXPECT_EQ(phrasesOf(text), marked);
-  }
-}
-
-TEST(TextPhrasesTest, AreCutAtBlankLinesAndLoseTheWhiteBetween) {
-  const std::pair<std::string, std::string> cases[] = {{" \t\r\n\xA0", ""},
-                                                       {"  abc", "abc"},
-                                                       {"Ja! \xA0Nein", "Ja!|Nein"},
-                                                       {"Ja!\nNein", "Ja!|Nein"},
-                                                       {"Ende! ", "Ende!"},
-                                                       {"Ende. \n ", "Ende."},
-                                                       {"eins\n\nzwei", "eins|zwei"},
-                                                       {"eins\r\n\r\nzwei", "eins|zwei"},
-                                                       {"eins\n\n\n\nzwei\n", "eins|zwei\n"},
-                                                       {"eins\n\n", "eins"}};
-  for (const auto& [text, expected] : cases) EXPECT_EQ(phrasesOf(text), expected) << text;
+TEST(TextPhrasesTest, AreCutAtSentencesAndBlankLines) {
+  zmatrix::expectKeptCases("text_phrases.txt", phrasesOf);
 }
 
 TEST(TextPhrasesTest, LoseNothingButWhite) {
