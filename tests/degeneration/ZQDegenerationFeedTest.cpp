@@ -80,18 +80,6 @@ class DegenerationFeedTest : public zmatrix::TierTest<Matrix> {
 
 TYPED_TEST_SUITE(DegenerationFeedTest, zmatrix::LearningTiers);
 
-TYPED_TEST(DegenerationFeedTest, LearnsPairs) {
-  EXPECT_EQ(this->feed({{"2P"}, {"22", "2*"}, {"2PPP2", "2P", "2"}}), 1);
-  EXPECT_EQ(this->numberFed, 3);
-  // A single form goes to both; forms of one length are no shortening; b runs up to the last form as long as the first.
-  this->expectLearned(1, {"2P\n", "22\n", "2*\n", "2PPP2\n"});
-  this->expectLearned(0, {"2P\n", "22\n2*\n", "2*\n22\n", "2PPP2\n", "2P\n2PPP2\n", "2\n2PPP2\n"});
-  if constexpr (!std::is_same_v<TypeParam, ZQMatrixMedium>) {
-    EXPECT_EQ(this->info()->getNumberOfSymbols(), 6);  // one for each feed, also where the form had one
-    EXPECT_GT(static_cast<ZQMatrixElement*>(this->elementOf(Vector{'2', 'P', '\n'}))->getSymbolID(), 0);
-  }
-}
-
 TYPED_TEST(DegenerationFeedTest, RefusesAndPassesOver) {
   int* levels = &this->numberFed;
   EXPECT_EQ(this->matrix->feedMatrixWithDegenerationOcronData(nullptr, 1, nullptr, 4, "\n", 1, 0, 0, levels), -1);

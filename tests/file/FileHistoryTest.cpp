@@ -106,18 +106,6 @@ TYPED_TEST(HistoryTest, ASaveWithoutHistoryKeepsTheStaleOffset) {
   EXPECT_EQ(this->matrix->getOffsetToUpdateInfos(), offset);
 }
 
-TYPED_TEST(HistoryTest, AnOffsetBehindTheEndHasNoRecord) {
-  learnText(*this->matrix, "the dry harbour", false);
-  this->save();
-  this->load();
-  this->matrix->getMatrixFileHeader()->setOffsetToUpdateInfos(INT_MAX);
-  const bool isMedium = TierUnderTest<TypeParam>::tier == plain::Tier::medium;
-  CapturedMessages messages(0);
-  EXPECT_EQ(this->count(), 0);
-  EXPECT_EQ(messages.take(), std::string("appended ") + (isMedium ? "medium" : "symbol") +
-                                 " matrixInfo no. 1: is invalid, read updateinfo aborted...\n");
-}
-
 // The name is the header's own text, which the file's is read over.
 TYPED_TEST(HistoryTest, AMatrixCanBeReadAgainFromWhereItCame) {
   learnText(*this->matrix, "the dry harbour", false);

@@ -90,27 +90,13 @@ TYPED_TEST(LayoutTest, LowerTiersAreUpgradedAndHigherOnesRefused) {
     if constexpr (learns<TypeParam>) {
       EXPECT_EQ(this->matrix->getMatrixInfo(0)->getLengthOfKernelOriginalSequence(), tierOfFile >= 1 ? 2 : 0);
       EXPECT_EQ(this->matrix->getMatrixInfo(0)->getMaxPhraseLengthForUpdateWithSequence(), 64);
+      EXPECT_EQ(this->matrix->getMatrixInfo(0)->getKernelOriginalSequenceInitialValues()[0][1], tierOfFile >= 1 ? 12 : 0);
     }
     const int vector[] = {1, 2, -1};
     EXPECT_EQ(this->matrix->getMatrixFileHeader()->getMaximalStack(), 8);
     this->matrix->setCurrentMatrixID(0);
     EXPECT_EQ(this->matrix->existMatrixData(vector, 3), 3);
   }
-}
-
-TEST(LayoutOfKernelTest, InitialValuesAreTheOriginalSequenceAsSaved) {
-  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
-  TestFolder folder;
-  ASSERT_EQ(matrix->readAndInitMatrixFromDisk(folder.put("m", plain::MatrixFile(1).bytes()).c_str(), -1), 1);
-  ZQMatrixMediumInfo& info = *matrix->getMatrixInfo(0);
-  EXPECT_EQ(info.getKernelOriginalSequence()[0][1], 12);
-  EXPECT_EQ(info.getKernelOriginalSequenceInitialValues()[0][0], 11);
-  EXPECT_EQ(info.getKernelOriginalSequenceInitialValues()[0][1], 12);
-  EXPECT_EQ(info.getKernelPreProcessedSequence()[0][0], 13);
-  EXPECT_STREQ(info.getNamesOfUpdateFiles(), "feed.txt\n");
-  EXPECT_EQ(info.getLanguage(), 2);
-  EXPECT_EQ(info.getMidiChannelFilterArray()[2], 3);
-  deleteMatrixMedium(matrix);
 }
 
 TEST(CreatorFromFileTest, TakesItsOwnTierOnlyWhateverTheVersion) {

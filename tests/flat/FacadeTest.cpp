@@ -20,19 +20,6 @@ TEST_F(FacadeTest, HoldsAWordAndTheMatrix) {
   EXPECT_EQ(facade.getMaxNumberOfMatrices(), 4);
 }
 
-TEST_F(FacadeTest, WritesAndReadsElements) {
-  const int path[] = {5, -3, 70};
-  EXPECT_EQ(facade.writeMatrixElement(path, 3, 99), 1);
-  int existCode = 0, count = 0, withSuccessor = -1, withoutPredecessor = -1;
-  EXPECT_EQ(facade.readMatrixData(path, 3, &existCode, &count, &withSuccessor, &withoutPredecessor), 99);
-  EXPECT_EQ(existCode, 3);
-  EXPECT_EQ(count, 1);
-  // Both flags of the write are 0: something followed, and something came before.
-  EXPECT_EQ(withSuccessor, 1);
-  EXPECT_EQ(withoutPredecessor, 0);
-  EXPECT_EQ(facade.existMatrixData(path, 2), 1);
-}
-
 TEST_F(FacadeTest, ProfilesSayWhetherPruningSparesSymbols) {
   facade.setDefaultMatrixPropertiesForSymbols(nullptr);
   EXPECT_EQ(facade.getMatrixType(), ZQMatrixTypeIntegerSeries);

@@ -31,15 +31,4 @@ TEST(ZQPageProviderTest, LeavesWhatIsWrittenAndWhatLiesBeside) {
   }
 }
 
-TEST(ZQPageProviderTest, DoesNothingWithoutAnAllocation) {
-  zmatrix::ZQPageProvider provider;
-  char bytes[10000] = {};
-  provider.provide(bytes, sizeof bytes);
-  provider.begin(nullptr, 0);
-  provider.provide(bytes, sizeof bytes);
-  provider.begin(bytes, 3);
-  provider.provide(bytes, 3);
-  EXPECT_EQ(bytes[0] + bytes[9999], 0);
-}
-
 }  // namespace

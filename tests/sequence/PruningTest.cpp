@@ -53,14 +53,6 @@ TYPED_TEST(PruningTest, ChainsGoFromTheirEndLevelByLevel) {
   }
 }
 
-TYPED_TEST(PruningTest, LongPaths) {
-  this->write({1, 2, 3});
-  EXPECT_EQ(this->matrix->removeLongElements(-5), 1);  // as 0: the root stays
-  EXPECT_EQ(this->matrix->getNumberOfMatrixElements(), 0);
-  this->write({4, 5});
-  EXPECT_EQ(this->exist({4, 5}), 3);
-}
-
 TYPED_TEST(PruningTest, ClearsOneOfSeveral) {
   for (int id = 0; id < 3; ++id) {
     this->matrix->setCurrentMatrixID(id);
@@ -264,27 +256,6 @@ TEST_F(FullPruningTest, KeepsSymbols) {
     EXPECT_EQ(matrix->getNumberOfSymbols(), keep);
     EXPECT_EQ(exist({1, 2, 3, 4}), keep ? 3 : -1);
   }
-}
-
-TEST(ProgressOfPruningTest, TellsThePass) {
-  static std::string text;
-  static int last;
-  last = -1;
-  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
-  for (int k = 0; k < 100; ++k) matrix->writeMatrixData(Vector{k, 1}.data(), 2, 1, 0, 0);
-  setMatrixProgressDisplayFunction([](progressCallBackData_tag* data) {
-    text = data->progressText;
-    EXPECT_GE(data->progressItem, 0);
-    EXPECT_LE(data->progressItem, data->progressItemCount);
-    last = data->progressItemCount - data->progressItem;
-  });
-  matrix->removeOverDeterminedElementsSingleIteration(3);
-  EXPECT_EQ(text, "removeOverdetermined elements pass no. 3...");
-  EXPECT_EQ(last, 0);
-  matrix->removeLongElements(1);
-  EXPECT_EQ(text, "removing elements: second pass");
-  setMatrixProgressDisplayFunction(nullptr);
-  deleteMatrixMedium(matrix);
 }
 
 }  // namespace

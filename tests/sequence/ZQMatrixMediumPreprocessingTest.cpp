@@ -199,16 +199,6 @@ TEST_F(MediumPreprocessingTest, LeavesAnIdentityInPlaceAlone) {
   EXPECT_EQ(count, 0);
 }
 
-TEST_F(MediumPreprocessingTest, StopsWhereAnItemHasNoWayBack) {
-  use(1, 1005);
-  int values[] = {1, 2, 3};
-  int* items[] = {values, values + 1, values + 2};
-  const zmatrix::SystemOwned<int*> restored(
-      matrix->getOriginalObjexSequenceFromPreProcessedObjexSequence(items, 1, 3, items, 3, &count, 0));
-  EXPECT_NE(restored, nullptr);
-  EXPECT_EQ(count, 0);
-}
-
 TEST_F(MediumPreprocessingTest, CarriesAnIndexVectorUpAndDown) {
   const Numbers original = {60, 100, 62, 200, 59, 900, 59, 900};
   for (const Numbers& types : {Numbers{0}, {3}, {1000}, {1002}, {1, 1, 1, 1}}) {
@@ -290,16 +280,6 @@ TEST_F(MediumPreprocessingTest, RefusesIndexVectorsThatHaveNoWay) {
   expectRefusal(noSpare);
   EXPECT_EQ(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(&vector), nullptr);
   EXPECT_EQ(messages.take(), noSpare);
-}
-
-TEST_F(MediumPreprocessingTest, KeepsAVectorWithoutDataIfThereIsNothingToPreprocess) {
-  ZQMatrixSequenceIndexVector vector;
-  vector.addSequenceItem(1);
-  vector.setApplyPreprocessingType(5);
-  OwnedVector up(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(&vector), deleteZQMatrixSequenceIndexVector);
-  ASSERT_NE(up, nullptr);
-  EXPECT_EQ(up->getLengthOfIndexVector(), 0);
-  EXPECT_EQ(up->getNumberOfOriginalItemsNeededForInversePreProcess(), 1);  // five are needed, one is there
 }
 
 }  // namespace

@@ -177,17 +177,4 @@ TEST_F(NumberCodingTest, CarriesIndexVectors) {
   for (auto* vector : {original, coded, decoded}) deleteZQMatrixSequenceIndexVector(vector);
 }
 
-TEST_F(NumberCodingTest, LearnsThroughCodes) {
-  matrix->setDefaultMatrixPropertiesForIntegerSeries(nullptr);
-  take(1013, 6);
-  info()->setUseStartOfSequence(0);
-  const Vector primes = {2, 3, 5, 7, 2, 3, 5, 7, 2, 3, 5};
-  EXPECT_EQ(matrix->updateMatrixWithLongINTSequence(primes.data(), static_cast<int>(primes.size())), 1);
-  matrix->initializeKernelSequenceWithOriginalSequence(primes.data(), 3, 1);
-  double probability = 0, stopProbability = 0;
-  const int* item = matrix->readObjexFromMatrix(&probability, &stopProbability);
-  ASSERT_NE(item, nullptr);
-  EXPECT_EQ(item[0], 7);
-}
-
 }  // namespace

@@ -39,27 +39,6 @@ class SymbolLinksTest : public zmatrix::TierTest<ZQMatrix> {
   int move(const Vector& phrase) { return moveFieldOf(handleOf(phrase), phrase.back()); }
 };
 
-TEST_F(SymbolLinksTest, FollowEachMoveOfTheirPhrase) {
-  matrix->setCurrentMatrixIDLevelUp(1);
-  const std::vector<Vector> phrases = {{1, 2}, {1, 4}, {1, 2, 3}, {5}};
-  std::vector<int> symbols;
-  for (const Vector& phrase : phrases) symbols.push_back(link(phrase));
-  for (size_t i = 0; i < phrases.size(); ++i) setLink(symbols[i], handleOf(phrases[i]));
-  EXPECT_EQ(symbols, (Vector{257, 258, 259, 260}));
-  for (int round = 0; round < 5; ++round) {
-    for (const Vector& phrase : phrases) {
-      const int before = handleOf(phrase), offset = move(phrase);
-      EXPECT_NE(offset, 0);
-      EXPECT_EQ(handleOf(phrase), before + offset);
-      for (size_t i = 0; i < phrases.size(); ++i) EXPECT_EQ(linkOf(symbols[i]), handleOf(phrases[i])) << i;
-    }
-  }
-  EXPECT_EQ(broken(), "");
-  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1) << take();
-  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(2, 0), 1) << take();
-  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(0, 0), -2);
-}
-
 TEST_F(SymbolLinksTest, Below256StayBehind) {
   matrix->setCurrentMatrixIDLevelUp(1);
   link({1, 2});
@@ -74,17 +53,6 @@ TEST_F(SymbolLinksTest, Below256StayBehind) {
     ASSERT_NE(offset, 0);
     EXPECT_EQ(linkOf(symbol), follows ? before + offset : before);
   }
-}
-
-// A symbol element that moves itself points astray until its link is set anew.
-TEST_F(SymbolLinksTest, OfAMovedSymbolElementGoAstray) {
-  matrix->setCurrentMatrixIDLevelUp(1);
-  const int symbol = link({1, 2});
-  matrix->setCurrentMatrixID(1);
-  const int offset = move({symbol});
-  EXPECT_NE(offset, 0);
-  matrix->setCurrentMatrixID(0);
-  EXPECT_EQ(linkOf(symbol), handleOf({1, 2}) - offset);
 }
 
 TEST_F(SymbolLinksTest, OutOfRangeArePassedOver) {

@@ -15,23 +15,6 @@ class StoreLimitsTest : public zmatrix::TierTest<Matrix> {
 };
 TYPED_TEST_SUITE(StoreLimitsTest, zmatrix::Tiers);
 
-TYPED_TEST(StoreLimitsTest, ExistCodes) {
-  this->write({1, 2, 3});
-  for (const auto& [vector, code] : std::vector<std::pair<Vector, int>>{{{1, 2, 3}, 3},
-                                                                        {{1, 2}, 1},
-                                                                        {{1, 5}, 0},
-                                                                        {{1, 2, 3, 4}, -1},
-                                                                        {{1, -500000}, -2},
-                                                                        {{1, 2000000000}, -2},
-                                                                        {{}, -2},
-                                                                        {{INT_MAX}, -2},
-                                                                        {{INT_MIN, INT_MIN}, -2}}) {
-    EXPECT_EQ(this->exist(vector), code);
-  }
-  EXPECT_EQ(this->matrix->existMatrixData(nullptr, -1), -2);
-  EXPECT_EQ(this->take(), "");
-}
-
 // A vector as long as the limit can be written and not read.
 TYPED_TEST(StoreLimitsTest, LengthsAndCoordinatesAtTheLimit) {
   EXPECT_EQ(this->write(Vector(4096, 1)), 1);
@@ -72,14 +55,6 @@ TYPED_TEST(StoreLimitsTest, DeletesOfWhatIsNotThereChangeNothing) {
   EXPECT_TRUE(this->records() == records);
   EXPECT_EQ(this->counters(), counters);
   EXPECT_EQ(this->take(), "");
-}
-
-TYPED_TEST(StoreLimitsTest, AReadOnlyStoreIsDeletedFrom) {
-  this->write({1, 2});
-  this->info()->setMemIsReadOnly(1);
-  this->matrix->getMatrixFileHeader()->setStopFlag(0, 1);
-  EXPECT_EQ(this->remove({1, 2}), 1);
-  EXPECT_EQ(this->exist({1, 2}), -1);
 }
 
 TYPED_TEST(StoreLimitsTest, BrokenLinksAreToldByCodes) {

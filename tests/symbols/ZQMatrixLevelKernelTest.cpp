@@ -82,22 +82,6 @@ TEST_F(LevelKernelTest, EndsAtTheRootWithoutAKnownWord) {
   EXPECT_EQ(wordsOfKernel(), (Words{"the", "cat"}));  // the walk ended below
 }
 
-TEST_F(LevelKernelTest, NeedsNoSymbolLevel) {
-  SymbolMatrix letters;
-  letters->setMatrixAILevel(0);
-  letters.learn("the cat");
-  letters->setMatrixAILevel(1);
-  const Integers values = valuesOf("the c");
-  EXPECT_EQ(letters->initializeKernelSequenceWithOriginalSequence(values.data(), 5, 1), 5);
-  letters.select(1);
-  zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(letters->initializeKernelSequenceWithOriginalSequence(values.data(), 5, 1), -1);
-  EXPECT_EQ(messages.take(),
-            "initializeKernelSequenceWithOriginalSequence: error: matrix does not contain symbol sub-matrix with id 1 for level "
-            "0!\n");
-  EXPECT_EQ(letters->getCurrentMatrixID(), 1);
-}
-
 TEST_F(LevelKernelTest, TellsOfALinkThatLeadsNowhere) {
   info(0)->setCurrentMatrixIDLevelUp(matrix->getMaxNumberOfMatrices() + 5);
   zmatrix::CapturedMessages messages(0);

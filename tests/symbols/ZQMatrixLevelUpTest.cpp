@@ -140,44 +140,6 @@ TEST(LevelUpTest, IsNeverTheBasicLevelItself) {
   EXPECT_EQ(matrix->getMatrixType(), 3);
 }
 
-TEST(LevelUpTest, SurvivesAFullMemory) {
-  const std::string text = unstructuredText(3, 400, 6);
-  const Integers values = valuesOf(text);
-  for (const size_t limit : {size_t{64}, size_t{1200}, size_t{3000}, size_t{20000}}) {
-    SymbolMatrix matrix(8);
-    matrix->setMatrixAILevel(0);
-    EXPECT_EQ(matrix.learn(text), 1);
-    const int numberOfElements = matrix->getNumberOfMatrixElements();
-    matrix->setMatrixAILevel(1);
-    const size_t unlimited = zmatrix::largestAllocation;
-    zmatrix::largestAllocation = limit;
-    EXPECT_LE(matrix->updateMatrixFromBasicLevel(values.data(), static_cast<int>(values.size())), 1);
-    zmatrix::largestAllocation = unlimited;
-    EXPECT_EQ(matrix->getNumberOfMatrixElements(), numberOfElements);
-    EXPECT_EQ(matrix->updateMatrixFromBasicLevel(values.data(), static_cast<int>(values.size())), 1);
-    EXPECT_EQ(matrix.brokenLink(), "");
-  }
-}
-
-TEST(LevelUpTest, NamesEveryPhraseAfterHeavyRelocation) {
-  for (int method = 0; method <= 3; ++method) {
-    SCOPED_TRACE("method " + std::to_string(method));
-    SymbolMatrix matrix(8, method);
-    matrix->setGlobalSymbolDefaultMatrixPropertiesForSymbols();
-    matrix->setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(3);
-    const std::string first = unstructuredText(static_cast<unsigned>(method), 1500, 7);
-    EXPECT_EQ(matrix.learn(first), 1);
-    EXPECT_EQ(matrix.brokenLink(), "");
-    EXPECT_EQ(matrix.spell(matrix.symbolsOf(first).entries), wordsOf(first));
-    const std::string second = unstructuredText(100 + static_cast<unsigned>(method), 1000, 7);
-    EXPECT_EQ(matrix.learn(second), 1);
-    EXPECT_EQ(matrix.spell(matrix.symbolsOf(second).entries), wordsOf(second));
-    EXPECT_EQ(matrix.learn(first + second), 1);  // whoever was moved is named again
-    EXPECT_EQ(matrix.brokenLink(), "");
-    EXPECT_EQ(zmatrix::brokenInvariant(*matrix.get()), "");
-  }
-}
-
 TEST(LevelUpTest, IsThereAgainAfterALoad) {
   const std::string text = unstructuredText(21, 300, 6);
   const zmatrix::TestFolder folder;

@@ -87,25 +87,6 @@ TEST(SymbolSequencesTest, TellWhatIsMissing) {
             "Warning from getProcessedSequence: originalSequence is empty\ngetSymbolsFromLongAnsi..(): symbolMarkers = NULL\n");
 }
 
-TEST(SymbolSequencesTest, TellInDetailWhatTheyFind) {
-  SymbolMatrix matrix;
-  matrix.learn("a\n\nb");
-  matrix->setMatrixDebugOn(6);
-  zmatrix::CapturedMessages messages(6);
-  matrix.symbolsOf("a\n\nb");
-  EXPECT_EQ(messages.take(),
-            "start getSymbolsFromOriginalObjects() for sequence with 4 items...\n"
-            "getSymbolsFromLongAnsi..(): Symbol added 257\norig: M(a)  p()=1/2 p(start)=1/2 p(stop)=1/1 \n\n"
-            "getSymbolsFromLongAnsi..(): LF-Symbol added\n\n"
-            "getSymbolsFromLongAnsi..(): Symbol added 258\norig: M(b)  p()=1/2 p(start)=1/2 p(stop)=1/1 \n\n"
-            "finshed getNextLevelSymbolsFromLongOriginalObjexts()\n");
-  const Integers handles = matrix.handlesOf("a\n\nb").entries;
-  EXPECT_EQ(messages.take(), "getSymbolHandlesFromLongAnsi..(): Symbol 257 with handle " + std::to_string(handles[0]) +
-                                 " added\ngetSymbolsFromLongAnsi..(): LF-Symbol added\n\n"
-                                 "getSymbolHandlesFromLongAnsi..(): Symbol 258 with handle " +
-                                 std::to_string(handles[2]) + " added\n");
-}
-
 TEST(SymbolSequencesTest, LeaveOutSymbolsAboveTheLargestIndex) {
   SymbolMatrix matrix;
   matrix.learn("one");
@@ -172,21 +153,6 @@ TEST_F(AnySequenceTest, GoesItemByItem) {
   write({1, 2, 3, 4}, 1);
   write({3, 4}, 1);
   EXPECT_EQ(matrix.symbolsOfAny({3, 4, 1, 2, 3, 4, 1, 2, 9}), (Integers{258, 257}));
-}
-
-TEST_F(AnySequenceTest, IsToldFromTheTypeOfTheSubMatrix) {
-  write({3}, 1);
-  const std::string text = "\3";
-  EXPECT_EQ(matrix.symbolsOf(text).entries, Integers{257});
-  EXPECT_EQ(matrix.handlesOf(text).entries.size(), 1u);
-  SymbolMatrix pairs;
-  pairs->setMatrixType(ZQMatrixTypeMIDINoteAndQuanta);
-  const Integers path = {3};
-  pairs->writeMatrixData(path.data(), 1, 1, 0, 0, 1);
-  const SymbolMatrix::Found found = pairs.symbolsOf(text);
-  EXPECT_EQ(found.entries, Integers{});
-  EXPECT_EQ(found.numberOfUnknown, 0);
-  EXPECT_EQ(pairs.handlesOf(text).entries, Integers{});
 }
 
 }  // namespace

@@ -12,25 +12,6 @@ using zmatrix::Vector;
 
 // --- tracks
 
-TEST(KernTracksTest, KeepTextsAndPlaces) {
-  ZQKernObjectTrack track;
-  for (const char* text : {"seven__", "eight___", "nine_____"}) {
-    ZQKernObject* object = createAndInitZQKernObjectOfType(ZQKernObjectComment, 5);
-    ASSERT_TRUE(object->setBuffer(text));
-    ZQKernObject* copy = object->createAndCopy();
-    object->setBuffer("gone");
-    EXPECT_STREQ(copy->getBuffer(), text);
-    EXPECT_EQ(copy->getByteCount(), static_cast<int>(strlen(text)));
-    EXPECT_EQ(copy->getTempo() + static_cast<float>(copy->getTimeSignatureNom() + copy->getKeySignature(nullptr)), 0);
-    EXPECT_TRUE(track.insertKernObjectAtIndex(copy, track.getCount()));
-    EXPECT_FALSE(track.insertKernObjectAtIndex(object, track.getCount() + 1));
-    deleteZQKernObject(object);
-  }
-  track.deleteKernObjectAtIndex(7);  // the last reference goes, not the object
-  EXPECT_EQ(track.getCount(), 2);
-  deleteZQKernObject(track.getKernObjectTrack()[2]);
-}
-
 TEST(KernTracksTest, KnowTheirTexture) {
   const struct {
     std::vector<std::pair<int, int>> notes;  // time and channel

@@ -162,26 +162,6 @@ TEST(ZQMidiTrackListTest, MergesAsItIsTold) {
   EXPECT_EQ(nom * 100 + denom, 416);
 }
 
-TEST(ZQMidiFileTest, WritesWhatItReads) {
-  const zmatrix::TestFolder folder;
-  const std::string path = folder.path() + "/out.mid";
-  auto list = listOfBytes(zmatrix::tune(bytes({0, 0xff, 81, 3, 7, 0xa1, 0x20}) + zmatrix::melody({60, 64, 67})));
-  // An end of track is no event to write: it would leave a bare distance in the file.
-  list->getMidiEventTrackAtIndex(0)->deleteMidiEventsIf([](const ZQMidiEvent* event) { return event->getEventType() == 47; });
-  EXPECT_EQ(ZQMidiFile().writeEventsToFileWithPath(list.get(), path.c_str()), 0);
-  auto again = listOf(path);
-  ASSERT_EQ(again->getNumberOfMidiEventTracks(), 2);
-  const ZQMidiEventTrack &before = *list->getMidiEventTrackAtIndex(1), &after = *again->getMidiEventTrackAtIndex(1);
-  ASSERT_EQ(before.getCount(), after.getCount());
-  for (int i = 0; i < before.getCount(); i++) {
-    EXPECT_EQ(before.getMidiEventAtIndex(i)->getTimeQuanta(), after.getMidiEventAtIndex(i)->getTimeQuanta());
-    EXPECT_EQ(before.getMidiEventAtIndex(i)->getByte2(), after.getMidiEventAtIndex(i)->getByte2());
-  }
-  // 120.5 beats per minute are 497925 microseconds.
-  EXPECT_NE(zmatrix::TestFolder::contentOf(path).find(bytes({0xff, 81, 3, 0x07, 0x99, 0x05})), std::string::npos);
-  EXPECT_EQ(ZQMidiFile().writeEventsToFileWithPath(list.get(), (folder.path() + "/none/out.mid").c_str()), EOF);
-}
-
 TEST(ZQMidiTracksTest, DeleteAndSortAsTheirUsersExpect) {
   ZQMidiObjectTrack objects;
   ZQMidiObject* kept[3];

@@ -282,13 +282,4 @@ TEST(ScoreMidiTest, RefusesWhatIsNoScore) {
   EXPECT_EQ(writing.state, zq_ScoreTooLarge);
 }
 
-TEST(ScoreMidiTest, FilesHoldWhatMemoryHolds) {
-  const zmatrix::TestFolder folder;
-  const std::string path = folder.path() + "/score.mid";
-  const Score score = read(zmatrix::tune(zmatrix::melody({60, 64, 67})));
-  EXPECT_EQ(zmatrix::writeScoreToMidiFile(score.get(), path.c_str(), nullptr), zq_ScoreWritten);
-  EXPECT_EQ(notesOf(*Score(zmatrix::createScoreFromMidiFile(path.c_str()))), notesOf(*score));
-  EXPECT_EQ(zmatrix::writeScoreToMidiFile(score.get(), "/no/such/folder/x.mid", nullptr), zq_ScoreNotStored);
-}
-
 }  // namespace
