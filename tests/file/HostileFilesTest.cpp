@@ -158,29 +158,6 @@ TYPED_TEST(HostileTest, ElementsThatNoRootLeadsToAreDropped) {
   EXPECT_EQ(survivors(circle), (Vector{4, 6}));
 }
 
-TYPED_TEST(HostileTest, WhatIsCutOffIsAllThatIsMissing) {
-  const plain::MatrixFile file(this->tier);
-  const size_t lastElement = file.place("element8.parent").offset - 28;
-  const std::string withBasePart = file.bytes().substr(0, lastElement + 32);
-  this->tryOut(withBasePart, 0);
-  const auto slots = slotsOf(*this->matrix);
-  ASSERT_TRUE(slots.contains(8)) << "its base fields stand";
-  EXPECT_EQ(slots.at(8).parent, plain::MatrixFile::numberAt(file.bytes(), file.place("element8.parent")));
-  EXPECT_EQ(slots.at(8).withSuccessor, 0);
-}
-
-// A slot of a root that looked free would be given to another sub-matrix.
-TYPED_TEST(HostileTest, EverySubMatrixHasItsRoot) {
-  const plain::MatrixFile file(this->tier);
-  for (const std::string& bytes : {file.with("maximalStack", 1), file.bytes().substr(0, file.place("element0.child").offset)}) {
-    EXPECT_EQ(this->tryOut(bytes, 0), 1);
-    EXPECT_GE(this->matrix->getMatrixFileHeader()->getMaximalStack(), 3);
-    const auto slots = slotsOf(*this->matrix);
-    for (int id = 0; id < 4; ++id) EXPECT_TRUE(slots.contains(id)) << id;
-    this->tryOut(bytes, 4);
-  }
-}
-
 TEST(LevelLinkTest, LinksThatLeadNowhereAreCut) {
   const plain::MatrixFile file(2);
   TestFolder folder;
@@ -212,17 +189,6 @@ TYPED_TEST(HostileTest, ARefusedHeaderLeavesTheOldContent) {
     EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path.c_str()), this->tier);
     EXPECT_EQ(this->matrix->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
     EXPECT_EQ(slotsOf(*this->matrix), before);
-  }
-}
-
-TYPED_TEST(HostileTest, MemoryThatRunsOutLeavesAnEmptyMatrix) {
-  const std::string path = this->folder.put("m", plain::MatrixFile(this->tier).bytes());
-  for (size_t limit : {size_t{0}, size_t{100}, size_t{300}, size_t{1000}, size_t{2400}, size_t{5000}}) {
-    OwnedMatrix<TypeParam> fresh;
-    largestAllocation = limit;
-    EXPECT_NE(this->loadInto(fresh, path), 0);
-    largestAllocation = static_cast<size_t>(-1);
-    if (fresh->hasBlock()) useMatrix(*fresh, this->folder.path() + "/used");
   }
 }
 

@@ -84,39 +84,6 @@ TYPED_TEST(RoundTripTest, MoreSubMatricesThanTheObjectHasAndFewer) {
   EXPECT_EQ(slotsOf(*few), slotsOf(*this->saved));
 }
 
-TYPED_TEST(RoundTripTest, OnlyTheFirstSubMatrixInUse) {
-  OwnedMatrix<TypeParam> matrix;
-  setSearchState({});
-  const int vector[] = {5};
-  matrix->writeMatrixElement(vector, 1, 42);
-  for (const int numberOfMatrices : {1, 3}) {  // the number never falls, though only one record is written
-    matrix->setNumberOfMatrices(numberOfMatrices);
-    ASSERT_EQ(matrix->saveMatrixToDisk(this->path.c_str()), 1);
-    CapturedMessages messages(0);
-    EXPECT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
-    EXPECT_EQ(this->loaded->getNumberOfMatrices(), numberOfMatrices);
-    EXPECT_EQ(slotsOf(*this->loaded).size(), 5u);
-    EXPECT_TRUE(slotsOf(*this->loaded).contains(4));
-  }
-}
-
-// All elements lie behind the record: one that is refused for its size would take them along.
-TYPED_TEST(RoundTripTest, AVeryLongPathMakesALargeRecord) {
-  OwnedMatrix<TypeParam> deep;
-  deep->getMatrixInfo()->setMaxDimOfMatrix(20000);
-  const std::vector<int> longPath(13000, 7);
-  ASSERT_EQ(TierUnderTest<TypeParam>::write(*deep, longPath, 42, 0, 0, 0), 1);
-  ASSERT_EQ(deep->saveMatrixToDisk(this->path.c_str()), 1);
-  EXPECT_GT(deep->getMatrixInfo()->getUpdateInfoSize(), 100000);
-  ASSERT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
-  EXPECT_EQ(slotsOf(*this->loaded), slotsOf(*deep));
-  EXPECT_EQ(this->loaded->getMatrixInfo()->getCurrentDimension(), 13000);
-  std::string bytes = TestFolder::contentOf(this->path);
-  ++bytes[2204];  // a size that is wrong by one
-  ASSERT_EQ(this->loaded->readAndInitMatrixFromDisk(this->folder.put("m", bytes).c_str(), -1), 1);
-  EXPECT_EQ(this->loaded->getMatrixInfo()->getCurrentDimension(), 0);
-}
-
 // A matrix that never held anything has no record in its file, nor the roots beyond its stack. It comes back empty.
 TYPED_TEST(RoundTripTest, AnEmptyMatrixComesBackEmpty) {
   OwnedMatrix<TypeParam> empty;
@@ -152,31 +119,6 @@ TEST(AbsurdNumbersTest, AreRefusedOrLeftOut) {
   ASSERT_EQ(loaded->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
   EXPECT_EQ(loaded->getMatrixInfo(0)->getLengthOfKernelOriginalSequence(), 0);
   EXPECT_EQ(loaded->existMatrixData(vector, 1), 3);
-}
-
-// What an empty sub-matrix costs in memory is no measure of what its record takes in the file.
-TEST(WideMatricesTest, AllComeBack) {
-  constexpr int number = 300;
-  const TestFolder folder;
-  const std::string path = folder.path() + "/wide";
-  OwnedMatrix<ZQMatrixMedium> saved, loaded;
-  saved->setMaxNumberOfMatrices(number);
-  saved->setNumberOfMatrices(number);
-  for (int id = 0; id < number; ++id) {
-    saved->setCurrentMatrixID(id);
-    saved->getMatrixInfo()->setCoordinateDimension(64);
-  }
-  const int vector[64] = {1};
-  EXPECT_EQ(saved->writeMatrixElement(vector, 64, 1), 1);
-  ASSERT_EQ(saved->saveMatrixToDisk(path.c_str()), 1);
-  ASSERT_EQ(loaded->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
-  EXPECT_EQ(loaded->getLoadReport().state, zq_loadWhole);
-  for (int id = 0; id < number; ++id) {
-    loaded->setCurrentMatrixID(id);
-    EXPECT_EQ(loaded->getMatrixInfo()->getCoordinateDimension(), 64) << id;
-    ASSERT_NE(loaded->getMatrixInfo()->getKernelOriginalSequence(), nullptr);
-    EXPECT_EQ(loaded->getMatrixInfo()->getKernelOriginalSequence()[63][255], 0);
-  }
 }
 
 }  // namespace

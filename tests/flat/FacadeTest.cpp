@@ -12,14 +12,6 @@ class FacadeTest : public testing::Test {
   BBMatrix facade;
 };
 
-TEST_F(FacadeTest, HoldsAWordAndTheMatrix) {
-  static_assert(sizeof(BBMatrix) == 2 * sizeof(void*));
-  ASSERT_NE(facade.matrix, nullptr);
-  facade.mFree(nullptr);
-  EXPECT_EQ(facade.getMatrixBlockSize(), 64000);
-  EXPECT_EQ(facade.getMaxNumberOfMatrices(), 4);
-}
-
 TEST_F(FacadeTest, ProfilesSayWhetherPruningSparesSymbols) {
   facade.setDefaultMatrixPropertiesForSymbols(nullptr);
   EXPECT_EQ(facade.getMatrixType(), ZQMatrixTypeIntegerSeries);

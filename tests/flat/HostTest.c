@@ -133,47 +133,6 @@ static void upkeepOfTheBaseTier(void) {
   deleteMatrixBase(matrix);
 }
 
-static void upkeepOfTheMediumTier(void) {
-  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
-  const int sequence[] = {1, 2, 3, 4, 5, 6};
-  int written = 0, ends = 0, id;
-  for (id = 0; id < 2; ++id) {
-    s_setCurrentMatrixID_Medium(matrix, id);
-    s_setDefaultMatrixPropertiesForIntegerSeries_Medium(matrix, "series");
-    s_setPreProcessingType_Medium(matrix, 0);
-    CHECK(s_updateMatrixWithLongINTSequence_Medium(matrix, sequence, 6) == 1);
-  }
-  CHECK(s_getIsOverdetermined_Medium(matrix) == 1 && s_removeOverDeterminedElements_Medium(matrix) == 1);
-  CHECK(s_getIsOverdetermined_Medium(matrix) == 0);
-  CHECK(s_perform1stMemoryTest_Medium(matrix, 1, &written, &ends, 0) == 1 && written < 21);
-  CHECK(s_getNumberOfRuleElements_Medium(matrix) == written);
-  CHECK(s_removeLongElements_Medium(matrix, 1) == written - 6 && s_getNumberOfWriteElements_Medium(matrix) == 6);
-  CHECK(s_perform1stMemoryTest_Medium(matrix, 2, &written, &ends, 0) == 1 && written == 6 && ends == 6);
-  CHECK(s_clearMatrixForID_Medium(matrix, 9) == -1 && s_clearMatrixForID_Medium(matrix, -1) == -1);
-  CHECK(s_clearMatrixForID_Medium(matrix, 1) == 1 && s_getNumberOfMatrixElements_Medium(matrix) == 0);
-  CHECK(s_removeEmptyMatrices_Medium(matrix) == 1 && s_getMaxNumberOfMatrices_Medium(matrix) == 1);
-  CHECK(s_getCurrentMatrixID_Medium(matrix) == 0 && s_removeEmptyMatrices_Medium(matrix) == -1);
-  s_makeMatrixEmpty_Medium(matrix);
-  CHECK(s_getNumberOfWriteElements_Medium(matrix) == 0);
-  deleteMatrixMedium(matrix);
-}
-
-static void upkeepOfTheFullTier(void) {
-  ZQMatrix* matrix = createAndInitMatrix();
-  const int text[] = {'a', 'b', ' ', 'c', 'd', ' ', 'a', 'b'};
-  int written = 0, ends = 0;
-  s_setDefaultMatrixPropertiesForANSIText(matrix, "text");
-  CHECK(s_updateMatrixWithLongANSISequence(matrix, text, 8) == 1);
-  CHECK(s_getNumberOfSymbols(matrix) == 2 && s_getKeepSymbolsWhenRemoveOverdeterminedElements(matrix) == 1);
-  CHECK(s_removeOverDeterminedElements(matrix) == 1 && s_getNumberOfSymbols(matrix) == 2);
-  CHECK(s_perform1stMemoryTest(matrix, 1, &written, &ends, 0) == 1 && s_perform1stMemoryTestSimplyfied(matrix, 2, 0) == 1);
-  CHECK(written == s_getNumberOfWriteElements(matrix) && s_perform1stMemoryTestSimplyfied(matrix, 7, 0) == -2);
-  CHECK(s_getActualAILevelIndex(matrix) == 0);
-  CHECK(s_clearMatrixForID(matrix, 0) == 1 && s_getNumberOfSymbols(matrix) == 0);
-  CHECK(s_perform1stMemoryTestSimplyfied(matrix, 1, 0) == -1);
-  deleteMatrix(matrix);
-}
-
 static void versionOfTheLibrary(void) {
   int major = -1, minor = -1, patch = -1;
   CHECK(sscanf(zq_version(), "%d.%d.%d", &major, &minor, &patch) == 3);
@@ -213,8 +172,6 @@ int main(void) {
   settingsOfTheFullTier();
   vectorsAndFileNames();
   upkeepOfTheBaseTier();
-  upkeepOfTheMediumTier();
-  upkeepOfTheFullTier();
   s_Free(NULL);
   return failures == 0 ? 0 : 1;
 }

@@ -26,17 +26,6 @@ class StandardInput {
   FILE* old_;
 };
 
-TEST(CharacterTablesTest, AreTheIdentityBelow128AndNeverEndAText) {
-  for (int c = 0; c < 128; c++) {
-    EXPECT_EQ(asci2ansiTAB[c], c);
-    EXPECT_EQ(ansi2asciTAB[c], c);
-  }
-  for (int c = 128; c < 256; c++) {
-    EXPECT_GT(asci2ansiTAB[c], 0);
-    EXPECT_GT(ansi2asciTAB[c], 0);
-  }
-}
-
 TEST(CharacterTablesTest, ConvertUmlautsBothWays) {
   // Sharp s, the six umlauts: DOS code page, ANSI code page.
   char text[] = "\x84\x94\x81\x8E\x99\x9A\xE1";

@@ -64,12 +64,6 @@ TEST_F(ProgressReportTest, StandsExtremeNumbers) {
   EXPECT_EQ(reports.back(), std::make_pair(INT_MAX, INT_MAX));
 }
 
-TEST_F(ProgressReportTest, IsSilentWithoutACallback) {
-  setMatrixProgressDisplayFunction(nullptr);
-  run(0, 10, 10);
-  EXPECT_TRUE(reports.empty());
-}
-
 TEST(SmallQueriesTest, AnswerByTheirTables) {
   EXPECT_EQ(getExpectedMatrixMemory(1, 1, 1, 0), 64000);
   EXPECT_EQ(getExpectedMatrixMemory(0, 1, 1, 1), 0);

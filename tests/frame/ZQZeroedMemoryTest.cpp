@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "frame/ZQMemory.h"
-
 namespace {
 
 bool isAll(char byte, const char* from, const char* to) {
@@ -27,19 +25,6 @@ TEST(ZQZeroedMemoryTest, KeepsItsContentAndIsZeroBeyond) {
     memset(begin, 7, size);
     written = size;
   }
-}
-
-TEST(ZQZeroedMemoryTest, StaysAsItWasWithoutRoom) {
-  zmatrix::ZQZeroedMemory memory;
-  ASSERT_TRUE(memory.resize(10));
-  memory.getBegin()[9] = 7;
-  EXPECT_FALSE(memory.resize(static_cast<size_t>(-1)));
-  zmatrix::largestAllocation = 99;
-  EXPECT_FALSE(memory.resize(100));
-  zmatrix::largestAllocation = static_cast<size_t>(-1);
-  EXPECT_EQ(memory.getBegin()[9], 7);
-  memory.clear();
-  EXPECT_EQ(memory.getBegin(), nullptr);
 }
 
 }  // namespace

@@ -65,23 +65,4 @@ TEST_F(CheckTest, CountsWhatThePhrasesOfTheTextAre) {
   }
 }
 
-TEST_F(CheckTest, KeepsTheLanguagesApart) {
-  const Json report = check("'" ZMATRIX_EXAMPLES "/harbour.txt' '" ZMATRIX_EXAMPLES "/muehle.txt'");
-  ASSERT_EQ(report["matrices"].size(), 2u);
-  EXPECT_EQ(report["matrices"][0]["language"], "English");
-  EXPECT_EQ(report["matrices"][1]["language"], "German");
-  EXPECT_EQ(report["sound"], true);
-  EXPECT_EQ(report["files"], 2);
-}
-
-TEST_F(CheckTest, EndsWithTheCodeOfTheFault) {
-  writeFile("blank.txt", " \n ");
-  const Json report = check("blank.txt", 3);
-  EXPECT_TRUE(report["matrices"].empty());
-  EXPECT_EQ(zmatrix("check missing.txt").exitCode, 3);
-  EXPECT_EQ(zmatrix("check").exitCode, 2);
-  EXPECT_EQ(zmatrix("check small.txt --tier base").exitCode, 2);
-  EXPECT_EQ(zmatrix("check small.txt --json >/dev/full").exitCode, 4);
-}
-
 }  // namespace

@@ -65,20 +65,6 @@ TEST_F(EncodingTest, TakesAnyBytesForWindows1252AndSaysSo) {
   EXPECT_EQ(returned("half.txt --encoding utf-16", 4).output, "\xFF\xFE" + converted("a\uFFFDzb\uFFFD", "UTF-16LE"));
 }
 
-TEST_F(EncodingTest, RefusesWhatIsNoText) {
-  std::string bytes;
-  for (int round = 0; round < 3; ++round) {
-    for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
-  }
-  writeFile("bytes.bin", bytes);
-  for (const std::string verb : {"continue bytes.bin", "check bytes.bin", "learn bytes.bin -o model"}) {
-    const RunResult result = zmatrix(verb);
-    EXPECT_EQ(result.exitCode, 3) << verb;
-    EXPECT_NE(result.talk.find("bytes.bin is not a text"), std::string::npos) << result.talk;
-  }
-  EXPECT_EQ(zmatrix("continue bytes.bin --count 500 --force --encoding windows-1252").output.size(), 500u);
-}
-
 TEST_F(EncodingTest, KeepsWordsOfEveryScript) {
   writeFile("text.txt",
             "\u4F60\u597D \u043C\u0438\u0440 \U0001F642 na\u00EFve\n\n\u4F60\u597D \u043C\u0438\u0440 \U0001F642 end");

@@ -71,34 +71,6 @@ TEST_F(ModelTest, LearnsOnWhereItWas) {
   EXPECT_EQ(told["history"][1]["elements"], told["matrices"][0]["elements"]);
 }
 
-TEST_F(ModelTest, LearnsWordsOnToo) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model --level words").exitCode, 0);
-  ASSERT_EQ(zmatrix("learn more.txt -o model --update").exitCode, 0);
-  EXPECT_EQ(zmatrix("generate model --count 100 --seed 3 --level words").output,
-            zmatrix("continue small.txt more.txt --count 100 --seed 3 --level words").output);
-  EXPECT_EQ(info("model")["history"].size(), 4u) << "the letters and the words of each text";
-  EXPECT_TRUE(isWhole("model"));
-}
-
-TEST_F(ModelTest, TellsTheSameInATableAndToAProgram) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model --tier full").exitCode, 0);
-  const Json told = info("model");
-  EXPECT_EQ(told["tier"], "full");
-  EXPECT_EQ(told["level"], "letters");
-  EXPECT_EQ(told["format_version"], 135);
-  EXPECT_EQ(told["bytes"], readFile("model").size());
-  const RunResult table = zmatrix("info model");
-  EXPECT_EQ(table.exitCode, 0);
-  EXPECT_EQ(table.talk, "");
-  EXPECT_FALSE(told["matrices"][0].contains("rule_elements")) << "they were never counted";
-  ASSERT_EQ(zmatrix("learn small.txt -o model --test").exitCode, 0);
-  EXPECT_GT(info("model")["matrices"][0]["rule_elements"], 0);
-  for (const std::string& number : {told["maximal_stack"].dump(), told["matrices"][0]["elements"].dump()}) {
-    EXPECT_NE(table.output.find(" " + number + "\n"), std::string::npos) << number << "\n" << table.output;
-  }
-  EXPECT_NE(table.output.find("0  small.txt\n"), std::string::npos) << table.output;
-}
-
 TEST_F(ModelTest, EndsWithOneCodePerKindOfFault) {
   ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
   const std::string bytes = readFile("model");
@@ -134,20 +106,6 @@ TEST_F(ModelTest, TellsOfDamageInFewWordsAndDoesNotSpreadIt) {
   EXPECT_EQ(readFile("model"), half);
   EXPECT_EQ(zmatrix("learn small.txt --update --force -o model").exitCode, 0);
   EXPECT_EQ(zmatrix("generate model --count 50").exitCode, 5) << "what was lost is still counted";
-}
-
-TEST_F(ModelTest, GoesIntoAPipeAndToStandardOutputAsIntoAFile) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
-  const std::string command = "'" ZMATRIX_COMMAND "' learn small.txt -o ";
-  ASSERT_EQ(run("mkfifo pipe; cat pipe >first & " + command + "pipe && wait && " + command + "/dev/stdout | cat >second && " +
-                command + "- >third")
-                .exitCode,
-            0);
-  const std::string written = zmatrix("generate model --count 100").output;
-  for (const std::string model : {"first", "second", "third"}) {
-    EXPECT_EQ(readFile(model).size(), readFile("model").size());
-    EXPECT_EQ(zmatrix("generate --count 100 " + model).output, written) << model;
-  }
 }
 
 // Kills at any moment of the run and, every other round, soon after the save has begun. ZMATRIX_KILLS sets the number of rounds.

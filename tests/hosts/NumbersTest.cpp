@@ -83,20 +83,6 @@ TEST_F(NumbersTest, PrintsWhatTheCodingsMakeOfNumbers) {
   EXPECT_EQ(zmatrix("numbers x").exitCode, 2);
 }
 
-TEST_F(NumbersTest, KeepsWhatItLearnedInAModel) {
-  writeFile("a.txt", "3 1 4 1 5 9 2 6 5 3 5 8 9 7 9 3 2 3 8 4 6");
-  writeFile("b.txt", "2 7 1 8 2 8 1 8 2 8 4 5 9 0 4 5");
-  for (const std::string coding : {"plain", "difference"}) {
-    ASSERT_EQ(zmatrix("learn a.txt -o model --coding " + coding).exitCode, 0);
-    ASSERT_EQ(zmatrix("learn b.txt -o model --update").exitCode, 0);
-    for (const std::string options : {" --count 50 --seed 3", " --count 20 --start '1 8' --seed 9"}) {
-      EXPECT_EQ(zmatrix("generate model" + options).output, zmatrix("continue a.txt b.txt --coding " + coding + options).output);
-    }
-    EXPECT_NE(zmatrix("info model").output.find("coding               " + coding + "\n"), std::string::npos);
-    EXPECT_EQ(zmatrix("check model").exitCode, 0);
-  }
-}
-
 TEST_F(NumbersTest, EndsWithOneCodePerKindOfFault) {
   writeFile("good.txt", "1 2 3 5 8");
   writeFile("bad.txt", "1 2\n3 four 5\n");

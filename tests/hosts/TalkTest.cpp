@@ -103,29 +103,4 @@ TEST_F(TalkTest, PrintsManualAndCompletionsOfAllThatHelpLists) {
   EXPECT_EQ(run("bash try.bash").output, "continue convert\nbest middle random\nbest\nsmall.txt\n");
 }
 
-TEST_F(TalkTest, KeepsTheLibrarysWordsToItself) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
-  writeFile("model", readFile("model").substr(0, readFile("model").size() * 3 / 4));
-  for (const std::string verbose : {"", " --verbose"}) {
-    std::istringstream talk(zmatrix("check model" + verbose).talk);
-    bool quotes = false;
-    for (std::string line; std::getline(talk, line);) {
-      EXPECT_EQ(line.rfind("zmatrix: ", 0), 0u) << line;
-      quotes = quotes || line.rfind("zmatrix: library: ", 0) == 0;
-    }
-    EXPECT_EQ(quotes, !verbose.empty());
-  }
-}
-
-TEST_F(TalkTest, DescribesAModelByWhatItLearned) {
-  writeFile("more.txt", "The tide is out.");
-  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
-  const std::string year = run("date -u +%Y").output.substr(0, 4);
-  EXPECT_NE(zmatrix("info model").output.find(" learned from small.txt on " + year), std::string::npos);
-  ASSERT_EQ(zmatrix("learn more.txt --update -o model").exitCode, 0);
-  EXPECT_NE(zmatrix("info model").output.find(" learned from small.txt and 1 more file, last on "), std::string::npos);
-  EXPECT_EQ(zmatrix("info model").output.find("Producer"), std::string::npos);
-  EXPECT_NE(zmatrix("info model --verbose").output.find("stored_description"), std::string::npos);
-}
-
 }  // namespace

@@ -92,16 +92,4 @@ TEST_F(WordsTest, TellWhenThereIsNone) {
   EXPECT_EQ(zmatrix("continue blank.txt long.txt --level words").exitCode, 0);
 }
 
-TEST_F(WordsTest, KeepThreeLanguagesApart) {
-  writeFile("a.txt", "Here it is cold. There it is warm.");
-  writeFile("b.txt", "Hier ist es kalt. Dort ist es warm.");
-  writeFile("c.txt", "Fa freddo qui, fa caldo di la.");
-  const RunResult checked = zmatrix("check --json a.txt b.txt c.txt --level words");
-  ASSERT_EQ(checked.exitCode, 0) << checked.talk;
-  EXPECT_EQ(Json::parse(checked.output)["matrices"].size(), 6u);
-  const std::string line = "continue a.txt b.txt c.txt --level words --count 1 --start ";
-  EXPECT_EQ(zmatrix(line + "'Dort ist es'").output.substr(0, 12), "Dort ist es ");
-  EXPECT_EQ(zmatrix(line + "'fa caldo di'").output, "fa caldo di la.");
-}
-
 }  // namespace

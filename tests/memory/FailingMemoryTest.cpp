@@ -216,20 +216,6 @@ TYPED_TEST(FailingMemoryTest, WriteReadAndDelete) {
   EXPECT_GT(this->runs.numberOfRuns, 20);
 }
 
-TYPED_TEST(FailingMemoryTest, SelfTests) {
-  using C = typename TestFixture::Calls;
-  for (const int which : {1, 2}) {
-    for (const int trim : {0, 1}) {
-      this->runs.failEach("test " + std::to_string(which) + std::to_string(trim), [which, trim](auto* matrix) {
-        C::setCurrent(matrix, 0);
-        int written = 0, ends = 0;
-        const int result = C::test(matrix, which, &written, &ends, trim);
-        return numbered(result, written);
-      });
-    }
-  }
-}
-
 TYPED_TEST(FailingMemoryTest, SaveAndLoad) {
   using C = typename TestFixture::Calls;
   const std::string target = this->runs.folder.path() + "/target.zmatrix";

@@ -81,27 +81,6 @@ TEST(FileNameListTest, OwnsItsNames) {
   deleteZQFileNameListOnlyReferences(nullptr);
 }
 
-TEST(FileNameListTest, SortsOnlyWhatIsOutOfOrder) {
-  ZQFileNameList* list = createZQFileNameList();
-  for (const char* name : {"c", "a", "b"}) list->addFileName(newName(name));
-  list->sortByFunction(nullptr);
-  EXPECT_EQ(namesOf(list), (std::vector<std::string>{"c", "a", "b"}));
-  list->sortByFunction(ZQCompareFileNames);
-  EXPECT_EQ(namesOf(list), (std::vector<std::string>{"a", "b", "c"}));
-
-  // 256 characters are compared, so these are equal and stay where they are.
-  list->deleteAllFileNames();
-  const std::string head(256, 'x');
-  for (const char* tail : {"3", "1", "2"}) list->addFileName(newName(head + tail));
-  list->sortByFunction(ZQCompareFileNames);
-  EXPECT_EQ(namesOf(list), (std::vector<std::string>{head + "3", head + "1", head + "2"}));
-  const char* name = nullptr;
-  const char* other = "a";
-  EXPECT_EQ(ZQCompareFileNames(&name, &other), 0);
-  EXPECT_EQ(ZQCompareFileNames(nullptr, &other), 0);
-  deleteZQFileNameList(list);
-}
-
 TEST(FileNameListTest, TellsFilesByTheirSuffix) {
   const ZQFileNameList list;
   zmatrix::expectKeptCases("file_suffixes.txt", [&list](const std::string& name) {

@@ -85,19 +85,6 @@ TEST_F(GocronTest, StandAnyParameters) {
   }
 }
 
-TEST_F(GocronTest, ComesBackToTheNumber) {
-  for (int type = 3; type <= 6; type++)
-    for (int number = 2; number < 2000; number++) {
-      const long long code = zmatrix::intToGocron(type, number);
-      if (code < 0 || type == 5) continue;
-      ASSERT_EQ(zmatrix::gocronToInt(type, code), number) << type;
-    }
-  EXPECT_EQ(zmatrix::intToLongLongGocron(4, 1), -1);
-  EXPECT_EQ(zmatrix::gocronToInt(4, -1), -1);
-  EXPECT_EQ(zmatrix::gocronToLongLong(4, gocron(4, std::string(31, '2'))), 1LL << 31);
-  EXPECT_EQ(zmatrix::gocronToInt(4, gocron(4, std::string(31, '2'))), -1);
-}
-
 TEST_F(GocronTest, Increments) {
   std::string symbols = next(4, "");
   for (int n = 0; n < 5000; n++, symbols = next(4, symbols)) ASSERT_EQ(symbols, ocron(4, n));

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "frame/ZQProgress.h"
+#include "support/Account.h"
 #include "support/TierTest.h"
 
 namespace {
@@ -146,43 +147,25 @@ TYPED_TEST(PruningTest, RecordSetAnew) {
 // What is told of a link that leads astray, once for each element whose way up or down takes it.
 TYPED_TEST(PruningTest, BentLinksInTheirWords) {
   const Vector items = {1, 2, 3, 4};
-  const auto fresh = [&] {
-    this->makeAnew();
-    this->writePhrases(items);
-    this->take();
-    return this->elementOf(items);
+  zmatrix::Account tell([this] { return this->take(); });
+  const auto prune = [&](const std::string& step, auto bend) {
+    for (const bool isCut : {false, true}) {
+      this->makeAnew();
+      this->writePhrases(items);
+      this->take();
+      bend(this->elementOf(items), this->handleOf(items));
+      const int result =
+          isCut ? this->matrix->removeLongElements(3) : this->matrix->removeOverDeterminedElementsSingleIteration(1);
+      tell(step + (isCut ? ": cut" : ": prune"), result, this->matrix->getNumberOfMatrixElements());
+    }
   };
-  const int position = (fresh(), this->handleOf(items));
   const int size = this->matrix->getMatrixBlockSize();
-  const std::string begin = "******************begin removeLongElements(3)...\n";
-
-  fresh()->setOffsetToElementInPrevDimension(-position - 5);
-  this->matrix->removeOverDeterminedElementsSingleIteration(1);
-  EXPECT_EQ(this->take(), "removeOverDeterminedPoints: addressOfPreviousElement out of left range: -5\n");
-  EXPECT_EQ(this->matrix->removeLongElements(3), 0);
-  EXPECT_EQ(this->take(), begin + "RemoveLongElements: addressOfPreviousElement out of left range: -5\n");
-  fresh()->setOffsetToElementInPrevDimension(size - position);
-  this->matrix->removeOverDeterminedElementsSingleIteration(1);
-  const std::string behind = std::to_string(size) + "\n";
-  EXPECT_EQ(this->take(), "removeOverDeterminedPoints: addressOfPreviousElement out right range: " + behind);
-  EXPECT_EQ(this->matrix->removeLongElements(3), 0);
-  EXPECT_EQ(this->take(), begin + "removeLongElements: addressOfPreviousElement out right range: " + behind);
-
-  fresh()->setOffsetToElementInPrevDimension(size - 1 - position);  // an empty slot
-  EXPECT_EQ(this->matrix->removeLongElements(3), 0);
-  EXPECT_EQ(this->take(), begin + "Impossible0!\n");
-  fresh()->setOffsetToElementInNextDimension(size - 1 - position);
-  EXPECT_EQ(this->matrix->removeLongElements(3), 1);
-  EXPECT_EQ(this->take(), begin + "Impossible2!\n");
-  fresh()->setOffsetToElementInNextDimension(size - 1 - position);
-  EXPECT_EQ(this->matrix->childAt(position, 5), -1);
-  fresh()->setOffsetToElementInNextDimension(this->handleOf({1, 2, 3}) - position);  // a circle ends it
-  EXPECT_NE(this->matrix->removeLongElements(2), 0);
-  EXPECT_LE(this->matrix->getNumberOfMatrixElements(), 10);
-  fresh();
-  this->info()->_setCurrentDimension(3);
-  EXPECT_EQ(this->matrix->removeLongElements(3), 1);
-  EXPECT_EQ(this->take(), begin + "error in removeLongElements: iDim > dimension: 4 > 3");
+  prune("parent below the block", [](auto* element, int at) { element->setOffsetToElementInPrevDimension(-at - 5); });
+  prune("parent above it", [&](auto* element, int at) { element->setOffsetToElementInPrevDimension(size - at); });
+  prune("parent in an empty slot", [&](auto* element, int at) { element->setOffsetToElementInPrevDimension(size - 1 - at); });
+  prune("child in an empty slot", [&](auto* element, int at) { element->setOffsetToElementInNextDimension(size - 1 - at); });
+  prune("a circle", [&](auto* element, int at) { element->setOffsetToElementInNextDimension(this->handleOf({1, 2, 3}) - at); });
+  prune("too long a path", [this](auto*, int) { this->info()->_setCurrentDimension(3); });
 }
 
 // The way down is broken, but shorter phrases decide the element all the same: it can't be looked up, or can't be deleted.

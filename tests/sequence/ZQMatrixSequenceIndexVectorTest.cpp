@@ -114,32 +114,6 @@ TEST(SequenceIndexVectorTest, KeepsARecordForEachLevel) {
   EXPECT_EQ(copy.getLengthOfIndexVectorInfos(), 21);
 }
 
-TEST(SequenceIndexVectorTest, HoldsOriginalItemsOfTheCurrentLevel) {
-  ZQMatrixSequenceIndexVector vector;
-  zmatrix::CapturedMessages messages(0);
-  vector.addOriginalSequenceItem(1);
-  EXPECT_EQ(messages.take(), "error addOriginalSequenceItem: _levelOfPreprocOperations <0 or _indexVectorInfos = NULL\n");
-  vector.setCurrentLevelOfPreprocOperations(0);
-  vector.addOriginalSequenceItem(1);
-  EXPECT_EQ(messages.take(), "error addOriginalSequenceItem: coordDimensionAfterPreproc <=0\n");
-
-  vector.setCoordDimensionAfterPreproc(1);
-  std::vector<int> items(25, 4);
-  vector.setOriginalIndexItems(items.data(), 25);
-  EXPECT_EQ(vector.getIndexVectorInfos()[0].internalLengthOfOriginalIndexItems, 50);
-  vector.addOriginalSequenceItem(6);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(25), 6);
-  vector.setOriginalIndexItems(vector.getOriginalIndexItems() + 24, 2);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(0), 4);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(1), 6);
-  vector.removeAllOriginalSequenceItems();
-  EXPECT_EQ(vector.getOriginalIndexItems(), nullptr);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(0), 0);
-  vector.addOriginalSequenceItem(3);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(0), 3);
-  EXPECT_EQ(messages.take(), "");
-}
-
 TEST(SequenceIndexVectorTest, StandsNumbersThatFitNothing) {
   deleteZQMatrixSequenceIndexVector(nullptr);
   ZQMatrixSequenceIndexVector vector;

@@ -54,19 +54,6 @@ TEST(ZQMatrixFileHeaderTest, TextsAreCutAtTheirFields) {
   EXPECT_EQ(strlen(header->getMatrixDescription()), 503u);
 }
 
-TEST(ZQMatrixFileHeaderTest, GeneratorsStepTheSameWay) {
-  ZQMatrixFileHeader header;
-  header.initFileHeader(0);
-  EXPECT_EQ(header.getUserRandomValue(), 292715034);
-  EXPECT_EQ(header.getSystemRandomValue(), 292715034);
-  const long long second = header.getUserRandomValue();
-  EXPECT_EQ(second, (292715034LL * 214013 + 2531011) & 0x7fffffff);
-  header.setSystemRandomValue(292715034LL + (7LL << 32));
-  EXPECT_EQ(header.getSystemRandomValue(), second) << "only the low 32 bits count";
-  header.setUserRandomValue(-1);
-  EXPECT_EQ(header.getUserRandomValue(), (2531011 - 214013) & 0x7fffffff);
-}
-
 TEST(ZQMatrixFileHeaderTest, DebugDirectoryMustBeWritable) {
   const TestFolder folder;
   const std::string there = folder.path();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "support/Account.h"
 #include "support/TierTest.h"
 
 namespace {
@@ -106,31 +107,21 @@ TYPED_TEST(DamagedStoreTest, EveryBentLinkIsToldAndStays) {
 }
 
 TYPED_TEST(DamagedStoreTest, EachKindOfLinkInTheTiersWords) {
-  const bool isBase = DamagedStore<TypeParam>::isBase;
-  const std::string scanned = "error performMatrixLinearTest for matrixID 0: addressOfPreviousElement out ";
-  const std::string counted = isBase ? "error matrixConsistency-Test: number" : "warning:  matrixLinear-Test: number";
-  const std::string field = "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetTo";
   const struct {
     Vector path;
     Link link;
-    int offset, scan;
-    std::string words;
-  } cases[] = {{{1, 3}, parent, -99, 0, scanned + "of left range: -"},
-               {{1, 3}, parent, 99, 0, scanned + "right range: 1"},
-               {{1}, child, 0, isBase ? 0 : 1, "error matrixConsistency-Test:: numberOfOccupiedPositions differs"},
-               {{1, 5}, child, 1, isBase ? 0 : 1, counted + "OfEndElementsInMatrix differs from _numberOfEndElements "},
-               {{1, 2}, next, -3, 1, field + "NextElementInDimension: -3 is unexpected\n"},
-               {{1, 5}, next, 99, 1, field + "NextElementInDimension: 99 is unexpected\n"},
-               {{1, 5}, previous, 0, 1, field + "PreviousElementInDimension: 0 is unexpected\n"},
-               {{1, 3}, next, 0, 1, "error matrixConsistency-Test: numberOfWriteElementsInMatrix differs from "}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.words);
+    int offset;
+  } cases[] = {{{1, 3}, parent, -99}, {{1, 3}, parent, 99}, {{1}, child, 0},       {{1, 5}, child, 1},
+               {{1, 2}, next, -3},    {{1, 5}, next, 99},   {{1, 5}, previous, 0}, {{1, 3}, next, 0}};
+  DamagedStore<TypeParam>* current = nullptr;
+  zmatrix::Account tell([&] { return current->take(); });
+  for (const auto& [path, link, offset] : cases) {
     DamagedStore<TypeParam> store;
-    (store.elementOf(c.path)->*c.link.bend)(c.offset);
-    EXPECT_EQ(store.scan()[0], c.scan);
-    EXPECT_EQ(store.walk()[0], 0);
-    const std::string told = store.take();
-    EXPECT_NE(told.find(c.words), std::string::npos) << told;
+    current = &store;
+    (store.elementOf(path)->*link.bend)(offset);
+    tell(link.name, path, offset);
+    tell("scan", store.scan());
+    tell("walk", store.walk());
   }
 }
 

@@ -82,18 +82,6 @@ TEST_F(LevelKernelTest, EndsAtTheRootWithoutAKnownWord) {
   EXPECT_EQ(wordsOfKernel(), (Words{"the", "cat"}));  // the walk ended below
 }
 
-TEST_F(LevelKernelTest, TellsOfALinkThatLeadsNowhere) {
-  info(0)->setCurrentMatrixIDLevelUp(matrix->getMaxNumberOfMatrices() + 5);
-  zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(start("the cat", 1), -1);
-  EXPECT_EQ(messages.take(),
-            "initializeKernelSequenceWithOriginalSequence: error: matrix does not contain symbol sub-matrix "
-            "with id " +
-                std::to_string(matrix->getMaxNumberOfMatrices() + 5) + " for level 1!\n");
-  info(0)->setCurrentMatrixIDLevelUp(0);
-  EXPECT_EQ(start("the cat", 1), 7);
-}
-
 TEST_F(LevelKernelTest, IsResetByAStartBeyondTheLongestPath) {
   start("the cat", 1);
   EXPECT_EQ(start(std::string(5000, 'a'), 0), 0);

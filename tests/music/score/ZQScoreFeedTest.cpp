@@ -6,11 +6,12 @@
 
 #include <memory>
 #include <random>
+#include <sstream>
 
 #include "music/score/ZQScoreBuilder.h"
 #include "music/score/ZQScoreMeters.h"
 #include "music/score/ZQScoreRuns.h"
-#include "support/TestFolder.h"
+#include "support/KeptText.h"
 #include "support/TierTest.h"
 
 namespace {
@@ -70,23 +71,6 @@ class Writer {
   ScoreBuilder builder;
 };
 
-Report planOf(const Score& score, int type = 1003, int tracks = 2, int withoutPercussion = 0) {
-  const zq_ScoreFeedSettings settings{type, 16, 16, tracks, withoutPercussion, {}};
-  return Report(zmatrix::createScoreFeedPlan(score.get(), &settings));
-}
-
-/// Each run as part, notes, meter, texture, sound, coding, cause.
-std::vector<std::vector<int>> runsOf(const Report& report) {
-  std::vector<std::vector<int>> runs;
-  for (long long i = 0; i < report->numberOfRuns; ++i) {
-    const zq_ScoreRun& run = report->runs[i];
-    runs.push_back({run.part, static_cast<int>(run.notes), run.numerator, run.denominator, run.subType, run.soundID,
-                    run.preProcessingType, run.cause});
-  }
-  return runs;
-}
-using Runs = std::vector<std::vector<int>>;
-
 TEST(ScoreMetersTest, JoinsBarsOfMetersThatARecordCannotHold) {
   const auto barsOf = [](int numerator, int denominator) {
     const zmatrix::BarMeter meter = zmatrix::barMeterFor(numerator, denominator);
@@ -103,98 +87,43 @@ TEST(ScoreMetersTest, JoinsBarsOfMetersThatARecordCannotHold) {
   EXPECT_EQ(barsOf(0, 4), std::pair(0, 0));
 }
 
-TEST(ScorePlanTest, BeginsARunWhereTheMeterChanges) {
-  const Score score = Writer()
-                          .meter(0, 4, 4)
-                          .meter(16, 4, 4)
-                          .meter(32, 3, 4)
-                          .notes(0, {60, 62, 64, 65, 67, 69, 71, 72})
-                          .notes(32, {74, 72, 71})
-                          .done();
-  EXPECT_EQ(runsOf(planOf(score)), (Runs{{0, 8, 4, 4, 1, 1, 1003, 0}, {0, 3, 3, 4, 1, 1, 1003, 0}}));
-  const Score within = Writer().meter(0, 4, 4).meter(8, 4, 4).notes(0, {60, 62, 64, 65, 67}).done();
-  EXPECT_EQ(planOf(within)->numberOfRuns, 2) << "bars are counted anew from a meter within a bar";
-  const Score late = Writer().meter(16, 3, 4).notes(0, {60, 62, 64, 65, 67, 69}).done();
-  const Report assumed = planOf(late);
-  EXPECT_EQ(runsOf(assumed), (Runs{{0, 4, 4, 4, 1, 1, 1003, 0}, {0, 2, 3, 4, 1, 1, 1003, 0}}));
-  EXPECT_EQ(assumed->runs[0].hasAssumedMeter * 10 + assumed->runs[1].hasAssumedMeter, 10);
-  EXPECT_EQ(assumed->hasNoMeter, 0);
-  EXPECT_EQ(planOf(Writer().notes(0, {60, 62}).done())->hasNoMeter, 1);
-}
-
-TEST(ScorePlanTest, TellsPartsTexturesAndSounds) {
-  Writer writer(3);
-  writer.meter(0, 4, 4).notes(0, {60, 62}).note(0, 48, 1, 5).note(0, 55, 1, 5).note(4, 50, 1, 6);
-  for (int beat = 0; beat < 3; ++beat) writer.note(beat * 4, 36, 2, 0, 1, zq_ScorePercussion);
-  const Score score = writer.done();
-  const Runs single = {{0, 2, 4, 4, 1, 1, 1003, 0}, {1, 3, 4, 4, 2, 0, 1003, 0}, {2, 3, 4, 4, 3, 9, 1004, 0}};
-  const std::vector<int> merged = {-1, 8, 4, 4, 4, 0, 1004, 0};
-  EXPECT_EQ(runsOf(planOf(score, 1003, 0)), single);
-  EXPECT_EQ(runsOf(planOf(score, 1003, 1)), Runs{merged});
-  EXPECT_EQ(runsOf(planOf(score, 1003, 2)), (Runs{single[0], single[1], single[2], merged}));
-  EXPECT_EQ(planOf(score)->notesLearned * 100 + planOf(score)->notesFed, 816);
-  EXPECT_EQ(runsOf(planOf(score, 1004, 0)), (Runs{single[0], {1, 3, 4, 4, 2, 0, 1004, 0}, single[2]}));
-  const Report withoutDrums = planOf(score, 1003, 2, 1);
-  EXPECT_EQ(withoutDrums->leftOut[zq_ScoreSkippedPercussion], 3);
-  EXPECT_EQ(runsOf(withoutDrums).back(), (std::vector<int>{-1, 5, 4, 4, 4, 0, 1003, 0}));
-}
-
-TEST(ScorePlanTest, LeavesNoSingleNoteOfAPartWithOthers) {
-  // An upbeat with a meter of its own, a bar of one note, and a part of one note.
-  const Score score = Writer(2)
-                          .meter(0, 1, 4)
-                          .meter(4, 3, 4)
-                          .meter(16, 2, 4)
-                          .meter(24, 3, 4)
-                          .note(0, 67)
-                          .notes(4, {60, 62, 64})
-                          .note(20, 65)
-                          .notes(24, {67, 69})
-                          .note(0, 40, 1)
-                          .done();
-  const Report report = planOf(score, 1003, 0);
-  EXPECT_EQ(runsOf(report), (Runs{{0, 4, 3, 4, 1, 1, 1003, 0},
-                                  {0, 1, 2, 4, 1, 1, 1003, 0},
-                                  {0, 2, 3, 4, 1, 1, 1003, 0},
-                                  {1, 1, 1, 4, 1, 1, 1003, zq_ScoreAlone}}));
-  EXPECT_EQ(report->notesLearned, 7);
-  EXPECT_EQ(report->leftOut[zq_ScoreAlone], 1);
-  const zq_ScoreFeedSettings settings{1003, 16, 16, 0, 0, {}};
-  const zmatrix::ScorePlan plan = zmatrix::planScore(*score, settings);
-  EXPECT_EQ(plan.sequenceOf(*score, plan.runs[0]), (std::vector<int>{67, 2 * quarter, quarter, 60, 3 * quarter, quarter, 62,
-                                                                     4 * quarter, quarter, 64, 5 * quarter, quarter}))
-      << "the upbeat stands before the first bar line";
-  EXPECT_EQ(plan.sequenceOf(*score, plan.runs[1]), (std::vector<int>{64, quarter, quarter, 65, 3 * quarter, quarter}));
-}
-
-TEST(ScorePlanTest, PutsBarLinesOnMultiplesOfTheBar) {
-  const zq_ScoreFeedSettings settings{1003, 16, 16, 0, 0, {}};
-  const auto startsOf = [&](const Score& score) {
-    const zmatrix::ScorePlan plan = zmatrix::planScore(*score, settings);
-    std::vector<int> starts;
-    for (const zmatrix::NoteOnGrid& note : plan.notes) starts.push_back(note.start / quarter);
-    return starts;
-  };
-  EXPECT_EQ(startsOf(Writer().meter(0, 4, 4).bar(4).bar(20).notes(0, {60, 62, 64}).done()), (std::vector<int>{3, 4, 5}));
-  EXPECT_EQ(startsOf(Writer().meter(0, 4, 4).bar(0).bar(16).notes(0, {60, 62, 64}).done()), (std::vector<int>{0, 1, 2}));
-  // The longest rest that is kept whole is of 32 bars; what is longer keeps its place within the bar.
-  const Score rests = Writer().meter(0, 4, 4).notes(0, {60, 62}).note(4 + 32 * 16, 64).note(8 + 3000000 * 16, 65).done();
-  EXPECT_EQ(startsOf(rests), (std::vector<int>{0, 1, 129, 129 + 128 + 1}));
-  EXPECT_EQ(planOf(rests)->shortenedRests, 1);
-}
-
-TEST(ScorePlanTest, MeasuresHowFarTheGridMovesNotes) {
-  Writer writer;
-  writer.denominator = 48;  // thirds of a sixteenth: 256 quanta each
-  writer.note(0, 60, 0, 1, 3).note(4, 62, 0, 1, 4).note(8, 64, 0, 1, 0).note(12, 65, 0, 1, 13);
-  const Report report = planOf(writer.done());
-  EXPECT_EQ(report->onsetsMoved, 2);
-  EXPECT_EQ(report->durationsMoved, 2);
-  EXPECT_EQ(report->notesWithoutDuration, 1);
-  EXPECT_DOUBLE_EQ(report->largestOnsetMove, 256);
-  EXPECT_DOUBLE_EQ(report->meanOnsetMove, 128);
-  EXPECT_DOUBLE_EQ(report->largestDurationMove, 256);
-  EXPECT_DOUBLE_EQ(report->meanDurationMove, 512.0 / 3);
+// A score in letters: m a meter, b a bar line, d the denominator of times, n notes one after the other, v a note with part,
+// sound, duration and flags, s coding, tracks and whether percussion is left out.
+TEST(ScorePlanTest, PlansRuns) {
+  zmatrix::expectKeptCases("score_plans.txt", [](const std::string& line) {
+    std::istringstream words(line);
+    int parts = 0;
+    words >> parts;
+    Writer writer(parts);
+    zq_ScoreFeedSettings settings{1003, 16, 16, 2, 0, {}};
+    for (char kind; words >> kind; words.clear()) {
+      std::vector<int> n;
+      for (int number; words >> number;) n.push_back(number);
+      if (kind == 'm') writer.meter(n[0], n[1], n[2]);
+      if (kind == 'b') writer.bar(n[0]);
+      if (kind == 'd') writer.denominator = n[0];
+      if (kind == 'n') writer.notes(n[0], {n.begin() + 1, n.end()});
+      if (kind == 'v') writer.note(n[0], n[1], n[2], n[3], n[4], n[5]);
+      if (kind == 's') settings = {n[0], 16, 16, n[1], n[2], {}};
+    }
+    const Score score = writer.done();
+    const Report report(zmatrix::createScoreFeedPlan(score.get(), &settings));
+    std::ostringstream said;
+    for (const zmatrix::PlannedRun& run : zmatrix::planScore(*score, settings).runs) {
+      const zq_ScoreRun& told = run.told;
+      said << "part " << told.part << ": " << told.notes << " notes, " << told.numerator << "/" << told.denominator
+           << ", texture " << told.subType << ", sound " << told.soundID << ", coding " << told.preProcessingType << ", cause "
+           << told.cause << (told.hasAssumedMeter != 0 ? ", meter assumed:" : ":");
+      for (const int number : zmatrix::planScore(*score, settings).sequenceOf(*score, run)) said << " " << number;
+      said << "\n";
+    }
+    said << report->notesLearned << " learned, " << report->notesFed << " fed, " << report->shortenedRests << " rests shortened, "
+         << report->notesWithoutDuration << " without duration, no meter " << report->hasNoMeter << "; left out";
+    for (const long long notes : report->leftOut) said << " " << notes;
+    said << "\nonsets moved " << report->onsetsMoved << ", " << report->largestOnsetMove << ", " << report->meanOnsetMove
+         << "; durations " << report->durationsMoved << ", " << report->largestDurationMove << ", " << report->meanDurationMove;
+    return said.str();
+  });
 }
 
 TEST(ScorePlanTest, AccountsForEachNoteOfAnyScore) {

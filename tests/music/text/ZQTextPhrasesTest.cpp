@@ -55,16 +55,4 @@ TEST(TextPhrasesTest, LoseNothingButWhite) {
   }
 }
 
-TEST(TextPhrasesTest, TakeOneWalkThroughALongLineOfAnything) {
-  constexpr int length = 5'000'000;
-  for (int value : {13, 10, 32, 46, 97, -1, 1 << 30}) {
-    const std::vector<int> text(length, value);
-    const zmatrix::TextPhrase phrase = zmatrix::nextTextPhrase(text, 0);
-    EXPECT_EQ(phrase.end, length);
-  }
-  std::vector<int> lineEnds(length, 13);
-  lineEnds.front() = 'a';
-  EXPECT_EQ(zmatrix::nextTextPhrase(lineEnds, 0).end, length);
-}
-
 }  // namespace
