@@ -58,11 +58,11 @@ Score makeScore(int spines) {
 }
 
 long long notesOf(const std::string& path) {
-  const std::unique_ptr<ZQKernTrackList> list(createZQKernTrackList());
+  const std::unique_ptr<zmatrix::ZQKernTrackList> list(zmatrix::createZQKernTrackList());
   list->init();
-  ZQKernFile().readKernObjectsFromFileWithPath(list.get(), path.c_str());
+  zmatrix::ZQKernFile().readKernObjectsFromFileWithPath(list.get(), path.c_str());
   long long notes = 0;
-  for (const ZQKernObject* object : *list->getKernObjectTrackAtIndex(0)) notes += object->isNote();
+  for (const zmatrix::ZQKernObject* object : *list->getKernObjectTrackAtIndex(0)) notes += object->isNote();
   return notes;
 }
 

@@ -31,41 +31,41 @@ namespace fs = std::filesystem;
 
 constexpr int notesOfLargeFile = 500'000;
 constexpr int noteOnsWithoutEnd = 1'000'000;
-constexpr int statusFilter[ZQMidiTrackList::numberOfStatuses] = {0, 0, 1, 1, 0, 1, 1, 1};
+constexpr int statusFilter[zmatrix::ZQMidiTrackList::numberOfStatuses] = {0, 0, 1, 1, 0, 1, 1, 1};
 
 std::string largeFile() {
   return (fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".mid")).string();
 }
 
 /// Notes as they are composed: chords and runs, on all channels in turn, with a program change now and then.
-std::unique_ptr<ZQMidiTrackList> notesToWrite(int numberOfNotes) {
-  auto list = std::make_unique<ZQMidiTrackList>();
+std::unique_ptr<zmatrix::ZQMidiTrackList> notesToWrite(int numberOfNotes) {
+  auto list = std::make_unique<zmatrix::ZQMidiTrackList>();
   list->extendEventTracksTo(1);
-  ZQMidiEventTrack* track = list->getMidiEventTrackAtIndex(1);
+  zmatrix::ZQMidiEventTrack* track = list->getMidiEventTrackAtIndex(1);
   std::mt19937 random(7);
   int time = 0;
   for (int i = 0; i < numberOfNotes; i++) {
     if (random() % 3 != 0) time += 768;
     const auto number = static_cast<unsigned char>(40 + random() % 48);
-    ZQMidiEvent* on = createZQMidiEvent();
+    zmatrix::ZQMidiEvent* on = zmatrix::createZQMidiEvent();
     on->initWith(time, 0x90, number, 100);
     track->addMidiEvent(on);
-    ZQMidiEvent* off = createZQMidiEvent();
+    zmatrix::ZQMidiEvent* off = zmatrix::createZQMidiEvent();
     off->initWith(time + 700, 0x80, number, 64);
     track->addMidiEvent(off);
   }
-  track->sortByFunction(ZQCompareMidiEventsAscending);
+  track->sortByFunction(zmatrix::ZQCompareMidiEventsAscending);
   return list;
 }
 
 /// The notes of all event tracks of a file, paired.
 long long notesOf(const std::string& path) {
-  const std::unique_ptr<ZQMidiTrackList> list(createZQMidiTrackList());
-  ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str());
-  list->updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, ZQMidiTrackAnalyzeSingle);
+  const std::unique_ptr<zmatrix::ZQMidiTrackList> list(zmatrix::createZQMidiTrackList());
+  zmatrix::ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str());
+  list->updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, zmatrix::ZQMidiTrackAnalyzeSingle);
   long long notes = 0;
   for (int i = 0; i < list->getNumberOfMidiObjectTracks(); i++) {
-    for (const ZQMidiObject* object : *list->getMidiObjectTrackAtIndex(i)) notes += object->isNote();
+    for (const zmatrix::ZQMidiObject* object : *list->getMidiObjectTrackAtIndex(i)) notes += object->isNote();
   }
   return notes;
 }
@@ -159,7 +159,7 @@ Measurement write(int numberOfNotes) {
   const auto list = notesToWrite(numberOfNotes);
   const std::string path = largeFile();
   const StopWatch watch;
-  measured.isRight = ZQMidiFile().writeEventsToFileWithPath(list.get(), path.c_str()) == 0;
+  measured.isRight = zmatrix::ZQMidiFile().writeEventsToFileWithPath(list.get(), path.c_str()) == 0;
   measured.seconds[0] = watch.seconds();
   measured.operations = numberOfNotes;
   measured.isRight = measured.isRight && notesOf(path) == numberOfNotes;
@@ -171,7 +171,7 @@ Measurement write(int numberOfNotes) {
 Measurement writeScore(int numberOfNotes) {
   Measurement measured;
   const std::string path = largeFile();
-  ZQMidiFile().writeEventsToFileWithPath(notesToWrite(numberOfNotes).get(), path.c_str());
+  zmatrix::ZQMidiFile().writeEventsToFileWithPath(notesToWrite(numberOfNotes).get(), path.c_str());
   zq_Score* const score = zmatrix::createScoreFromMidiFile(path.c_str());
   fs::remove(path);
   zq_ScoreWriting writing{};
@@ -190,15 +190,15 @@ Measurement writeScore(int numberOfNotes) {
 
 Measurement pairUnended() {
   Measurement measured;
-  ZQMidiTrackList list;
+  zmatrix::ZQMidiTrackList list;
   list.extendEventTracksTo(1);
   for (int i = 0; i < noteOnsWithoutEnd; i++) {
-    ZQMidiEvent* event = createZQMidiEvent();
+    zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
     event->initWith(i, static_cast<unsigned char>(0x90 | i % 16), static_cast<unsigned char>(i / 16 % 128), 100);
     list.getMidiEventTrackAtIndex(1)->addMidiEvent(event);
   }
   const StopWatch watch;
-  list.updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, ZQMidiTrackAnalyzeSingle);
+  list.updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, zmatrix::ZQMidiTrackAnalyzeSingle);
   measured.seconds[0] = watch.seconds();
   measured.operations = noteOnsWithoutEnd;
   measured.isRight = list.getMidiObjectTrackAtIndex(1)->getCount() == noteOnsWithoutEnd - 16 * 128;
@@ -229,7 +229,7 @@ std::vector<std::string> midiFilesIn(const std::string& folder) {
 void registerMusic(const std::string& folder) {
   const auto readLarge = [](auto count) {
     const std::string path = largeFile();
-    ZQMidiFile().writeEventsToFileWithPath(notesToWrite(notesOfLargeFile).get(), path.c_str());
+    zmatrix::ZQMidiFile().writeEventsToFileWithPath(notesToWrite(notesOfLargeFile).get(), path.c_str());
     const Measurement measured = countNotes({path}, 3, count);
     fs::remove(path);
     return measured;

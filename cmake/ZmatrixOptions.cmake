@@ -1,7 +1,7 @@
 # Warnings and sanitizers, asked for by the presets and never handed on to a user's own targets.
 add_library(zmatrix_options INTERFACE)
 if(ZMATRIX_WARNINGS)
-  target_compile_options(zmatrix_options INTERFACE -Wall -Wextra -Wshadow)
+  target_compile_options(zmatrix_options INTERFACE -Wall -Wextra -Wshadow -Wformat=2)
 endif()
 if(ZMATRIX_WARNINGS_AS_ERRORS)
   target_compile_options(zmatrix_options INTERFACE -Werror)
@@ -10,6 +10,7 @@ if(ZMATRIX_SANITIZE)
   target_compile_options(zmatrix_options INTERFACE -fsanitize=${ZMATRIX_SANITIZE} -fno-omit-frame-pointer
                                                    -fno-sanitize-recover=undefined)
   target_link_options(zmatrix_options INTERFACE -fsanitize=${ZMATRIX_SANITIZE})
+  target_compile_definitions(zmatrix_options INTERFACE ZMATRIX_ASSERTIONS)
 endif()
 
 # A compiler cache where there is one: a developer builds the same files in several folders.

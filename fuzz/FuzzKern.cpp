@@ -30,11 +30,11 @@ void require(bool isTrue) {
 }
 
 void readAndReport(const std::string& path) {
-  ZQKernTrackList list;
+  zmatrix::ZQKernTrackList list;
   list.init();
-  ZQKernFile().readKernObjectsFromFileWithPath(&list, path.c_str());
+  zmatrix::ZQKernFile().readKernObjectsFromFileWithPath(&list, path.c_str());
   long long notes = 0, others = 0;
-  for (const ZQKernObject* object : *list.getKernObjectTrackAtIndex(0)) {
+  for (const zmatrix::ZQKernObject* object : *list.getKernObjectTrackAtIndex(0)) {
     notes += object->isNote();
     others += object->isNote() && object->getChannel() > 15;
   }

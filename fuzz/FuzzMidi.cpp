@@ -37,13 +37,13 @@ void require(bool isTrue) {
 }
 
 /// The library sorts what it pairs, so the number of objects and the sum of their times stand for them.
-void compareWithPlain(const ZQMidiTrackList& list, const ZQMidiEventTrack& track) {
+void compareWithPlain(const zmatrix::ZQMidiTrackList& list, const zmatrix::ZQMidiEventTrack& track) {
   int channels = 0, hasPercussion = 0, nom = 0, denom = 0;
-  const std::unique_ptr<ZQMidiObjectTrack> objects(
+  const std::unique_ptr<zmatrix::ZQMidiObjectTrack> objects(
       list.createMIDIObjectTrackFromMidiEventTrack(&track, feedFilter, noFilter, &channels, &hasPercussion, &nom, &denom));
   const auto plain = zmatrix::plain::paired(track, feedFilter, noFilter);
   unsigned sum = 0, plainSum = 0;
-  for (const ZQMidiObject* object : *objects) {
+  for (const zmatrix::ZQMidiObject* object : *objects) {
     sum += static_cast<unsigned>(object->getStartQuanta()) * 3 + static_cast<unsigned>(object->getEndQuanta()) * 7 +
            object->getNoteNumber();
   }
@@ -55,10 +55,10 @@ void compareWithPlain(const ZQMidiTrackList& list, const ZQMidiEventTrack& track
 }
 
 void readAndPair(const std::string& path) {
-  ZQMidiTrackList list;
-  ZQMidiFile().readEventsFromFileWithPath(&list, path.c_str());
+  zmatrix::ZQMidiTrackList list;
+  zmatrix::ZQMidiFile().readEventsFromFileWithPath(&list, path.c_str());
   for (int i = 0; i < list.getNumberOfMidiEventTracks(); i++) {
-    const ZQMidiEventTrack& track = *list.getMidiEventTrackAtIndex(i);
+    const zmatrix::ZQMidiEventTrack& track = *list.getMidiEventTrackAtIndex(i);
     if (track.getCount() <= mostEventsForPlain) compareWithPlain(list, track);
   }
 }

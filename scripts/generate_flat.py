@@ -23,6 +23,17 @@ and is followed, for a row, by its documentation, indented by four. KIND says wh
 
 METHOD is what is called if it isn't NAME: a name, or a whole call. @Info and @Element in a result are those of the tier.
 VALUE is the result where memory runs out in a way that the method itself doesn't tell: 0, null or nothing if none is given.
+
+A target behind KIND says that the matrix only hands the call on: KIND.header to its file header, KIND.record to the record of the
+current sub-matrix, KIND.profile to the operation and profile that NAME is made of, KIND.call to the call that METHOD is. The
+method of the matrix is then written too, into src/settings/ZQMatrixAccessors.h: that of the lowest tier, or, with a * behind the
+target, one for each tier.
+
+    setting KIND NAME [as GETTER[/SETTER]] [symbol setter KIND] [without symbols]
+
+stands for the getter and setter of a setting of the current sub-matrix and of the same setting in both blocks of the header,
+`settings basic` and `settings symbol` for the place of these. Its documentation is "what it is: its values" and "set: what the
+setter does". GETTER and SETTER are the names in the record's functions, where they are spelled otherwise.
 A row whose capability isn't in the file `landed` is listed for the completeness test, but nothing is written for it.
 
 The extension functions zq_NAME of zmatrix/zq.h have lists of their own in list/extensions, in the same form, for their functions
@@ -43,7 +54,7 @@ A pointer of which nothing says these is refused.
 import pathlib
 import sys
 
-from flat import api, c_files, python_files
+from flat import api, c_files, java_files, python_files, settings_files
 from flat.rows import ROOT, FlatList
 
 FILES = {
@@ -51,6 +62,8 @@ FILES = {
     'include/zmatrix/BBMatrix.h': c_files.facade,
     'include/zmatrix/zq.h': c_files.extension_header,
     'include/zmatrix/zq_types.h': c_files.extension_types,
+    'src/settings/ZQMatrixAccessors.h': settings_files.accessors,
+    'src/settings/ZQMatrixProperties.h': settings_files.properties,
     'src/flat/ZQFlatFull.cpp': lambda flat: c_files.tier_forwarders(flat, 'F'),
     'src/flat/ZQFlatMedium.cpp': lambda flat: c_files.tier_forwarders(flat, 'M'),
     'src/flat/ZQFlatBase.cpp': lambda flat: c_files.tier_forwarders(flat, 'B'),
@@ -61,6 +74,7 @@ FILES = {
     'bindings/api.json': api.document,
     'bindings/python/zmatrix/raw.py': python_files.module,
     'bindings/python/zmatrix/raw.pyi': python_files.stub,
+    **java_files.FILES,
 }
 
 

@@ -33,10 +33,14 @@ want_file() {
   [[ -e $1 ]] || missing_packages+=("$2")
 }
 
-want_build_tools() {
+want_library_tools() {
   want_command g++ g++
   want_command cmake cmake
   want_command ninja ninja-build
+}
+
+want_build_tools() {
+  want_library_tools
   want_file /usr/include/CLI/CLI.hpp libcli11-dev
   want_file /usr/include/nlohmann/json.hpp nlohmann-json3-dev
 }
@@ -73,4 +77,29 @@ build_preset() {
   local generator=()
   [[ -e $project/build/$preset/CMakeCache.txt ]] || generator=(-G Ninja)
   (cd "$project" && quietly cmake --preset "$preset" "${generator[@]}" "$@" && cmake --build "build/$preset" --parallel "$jobs")
+}
+
+# build_shared_library FILE: builds the shared library for release, and writes it to FILE without what only debuggers read.
+build_shared_library() {
+  say "building the shared library"
+  if [[ ! -e $project/build/release/CMakeCache.txt ]]; then
+    (cd "$project" && quietly cmake --preset release -G Ninja -DZMATRIX_BUILD_COMMAND=OFF)
+  fi
+  (cd "$project" && quietly cmake --build build/release --parallel "$jobs" --target zmatrix)
+  mkdir -p "$(dirname "$1")"
+  strip --strip-unneeded -o "$1" "$project/build/release/src/libzmatrix.so"
+}
+
+jars=/usr/share/java
+
+want_java() {
+  want_command javac openjdk-17-jdk-headless
+  want_file $jars/jna.jar libjna-java
+}
+
+# write_javadoc FOLDER: of the Java binding; a comment that javadoc doubts is an error.
+write_javadoc() {
+  local files
+  mapfile -t files < <(find "$project/bindings/java/src/main" -name '*.java' | sort)
+  quietly javadoc -quiet -encoding UTF-8 -Xdoclint:all -Xwerror -notimestamp -d "$1" -cp $jars/jna.jar "${files[@]}"
 }

@@ -9,6 +9,7 @@ import resource
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 
 import zmatrix
@@ -35,6 +36,23 @@ def compare_learning(text, command):
     print(f'learning and saving: {own:.2f} s, the command {other:.2f} s, {own / other:.2f} times')
 
 
+def compare_threads(text):
+    """Two models learned one after the other, and by two threads; here the clock counts, so the machine should be idle."""
+    learn = lambda: zmatrix.learn(text, order=32)
+    learn()
+    begin = time.perf_counter()
+    for _ in range(2):
+        learn()
+    middle = time.perf_counter()
+    threads = [threading.Thread(target=learn) for _ in range(2)]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    end = time.perf_counter()
+    print(f'two models: {middle - begin:.2f} s by one thread, {end - middle:.2f} s by two, {(middle - begin) / (end - middle):.2f} times')
+
+
 def main():
     text = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else 'examples/harbour.txt')
     letters, words = zmatrix.learn(text), zmatrix.learn(text, words=True)
@@ -44,6 +62,7 @@ def main():
     rate('letters one by one', COUNT // 4, lambda: sum(1 for _ in letters.continue_('The ', COUNT // 4, seed=1)))
     rate('words one by one', COUNT // 4, lambda: sum(1 for _ in words.continue_('The', COUNT // 4, seed=1)))
     rate('numbers one by one', COUNT // 4, lambda: sum(1 for _ in numbers.continue_(None, COUNT // 4, seed=1)))
+    compare_threads(text)
     if len(sys.argv) > 2:
         compare_learning(text, sys.argv[2])
 

@@ -26,8 +26,13 @@
 // When memory runs out while the block of a matrix grows, the matrix has lost its block and can only be deleted. When it runs out
 // anywhere else, the function says that it has failed and what stood before stands. No exception leaves a function.
 //
-// Threads. There are no locks: all matrices of a process are used from one thread at a time. Messages, the progress callback and
-// the search for free slots are the process's. Deleting any matrix closes the debug file for all.
+// Threads. Different threads may use different matrices at the same time; one matrix, and one object of any kind, is used by one
+// thread at a time, and nothing tests this. A matrix may go from thread to thread, if the host sees to it that one has finished
+// before the next begins. What is set for no matrix in particular counts for the calling thread and all matrices that it uses:
+// device, level and file of messages, the message function, the last message, the progress callback, the parameters of ocrons,
+// and where the search for free slots goes on. A new thread begins with the first values, silent; its debug file is closed at its
+// end. Deleting any matrix closes the debug file of the thread that deletes. Lent arrays that belong to no matrix are the
+// thread's too. All threads share the tables of primes: a new one is seen by each with its next call, whole.
 //
 // Names are spelled as they are for good, odd ones included. All names that begin with s_, ZQ, zq, MIDIFILE or printJava belong to
 // this library, and so do createAndInitMatrix..., createMatrix...BB, createZQ..., deleteMatrix..., deleteZQ...,
@@ -315,7 +320,7 @@ ZQMatrix* createAndInitMatrix(void);
 
 /// Creates an empty matrix of the full tier: sequences and symbols, and says where its messages go.
 /// `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a
-/// higher level are dropped; both count for the whole process.
+/// higher level are dropped; both count for the calling thread.
 /// `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working
 /// directory. Not null.
 /// Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`.
@@ -328,7 +333,7 @@ ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debu
 ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel);
 
 /// Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for the
-/// whole process.
+/// calling thread.
 /// Null is ignored. Pointers that the matrix lent out end here.
 void deleteMatrix(ZQMatrix* matrix);
 
@@ -338,7 +343,7 @@ ZQMatrixMedium* createAndInitMatrixMedium(void);
 
 /// Creates an empty matrix of the medium tier: sequences, and says where its messages go.
 /// `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a
-/// higher level are dropped; both count for the whole process.
+/// higher level are dropped; both count for the calling thread.
 /// `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working
 /// directory. Not null.
 /// Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`.
@@ -351,7 +356,7 @@ ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevi
 ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLevel);
 
 /// Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0 for
-/// the whole process.
+/// the calling thread.
 /// Null is ignored. Pointers that the matrix lent out end here.
 void deleteMatrixMedium(ZQMatrixMedium* matrix);
 
@@ -361,7 +366,7 @@ ZQMatrixBase* createAndInitMatrixBase(void);
 
 /// Creates an empty matrix of the base tier: a random read and write store, and says where its messages go.
 /// `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a
-/// higher level are dropped; both count for the whole process.
+/// higher level are dropped; both count for the calling thread.
 /// `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working
 /// directory. Not null.
 /// Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`.
@@ -374,7 +379,7 @@ ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, 
 ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel);
 
 /// Deletes a matrix of the base tier with all that it owns, closes the debug file and sets the message level to 0 for the
-/// whole process.
+/// calling thread.
 /// Null is ignored. Pointers that the matrix lent out end here.
 void deleteMatrixBase(ZQMatrixBase* matrix);
 
@@ -416,7 +421,7 @@ void s_mFree_Base(ZQMatrixBase* matrix, void* pointer);
 
 // ---- Messages -----------------------------------------------------------------------------------------------------------------
 
-/// Sets the level of messages for the whole process: messages of a higher level are dropped.
+/// Sets the level of messages for the calling thread: messages of a higher level are dropped.
 /// `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens
 /// the debug file for appending, if it isn't open.
 /// Result: 1 if the debug file is open, else 0.
@@ -424,12 +429,12 @@ int s_setMatrixDebugOn(ZQMatrix* matrix, int level);
 int s_setMatrixDebugOn_Medium(ZQMatrixMedium* matrix, int level);
 int s_setMatrixDebugOn_Base(ZQMatrixBase* matrix, int level);
 
-/// Sets the level of messages to 0 and closes the debug file, for the whole process.
+/// Sets the level of messages to 0 and closes the debug file, for the calling thread.
 void s_setMatrixDebugOff(ZQMatrix* matrix);
 void s_setMatrixDebugOff_Medium(ZQMatrixMedium* matrix);
 void s_setMatrixDebugOff_Base(ZQMatrixBase* matrix);
 
-/// Says where messages go, for the whole process: 0 nowhere, 1 standard output, 2 the debug file, 3 both.
+/// Says where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both.
 /// A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open.
 void s_setMatrixDebugOutputDevice(ZQMatrix* matrix, int device);
 void s_setMatrixDebugOutputDevice_Medium(ZQMatrixMedium* matrix, int device);
@@ -462,8 +467,8 @@ void s_flushStdOut(void);
 
 // ---- Progress -----------------------------------------------------------------------------------------------------------------
 
-/// Sets the function that long operations of any matrix call, on the caller's thread, about a hundred times each and once
-/// at their end. Null for none.
+/// Sets the function that long operations of any matrix call in the thread that sets it, about a hundred times each and once
+/// at their end. Null for none. Another thread has none until it sets its own.
 /// The record that it gets is the library's and is written anew for each call; it must not call the library.
 void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack);
 
@@ -2684,7 +2689,8 @@ void s_setCurrentMatrixIDLevelUp(ZQMatrix* matrix, int matrixID);
 /// Reads whether pruning spares phrases that are symbols: 1 or 0.
 int s_getKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix);
 
-/// Sets whether pruning spares phrases that are symbols: 0 or 1; anything else prints at level 0 and changes nothing.
+/// Sets whether pruning spares phrases that are symbols: 1 or 0.
+/// 0 or 1. A refusal prints at level 0 and keeps the old value.
 void s_setKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix* matrix, int keepSymbolsWhenRemoveOverdeterminedElements);
 
 /// The level of the current sub-matrix: 0 basic, 1 symbols.
@@ -2996,7 +3002,7 @@ int ZQCompareFileNames(const void* first, const void* second);
 int s_isValidOcronType(ZQMatrix* matrix, int ocronType);
 int s_isValidOcronType_Medium(ZQMatrixMedium* matrix, int ocronType);
 
-/// Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the process
+/// Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the thread
 /// (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are what
 /// the way back from ocrons and gocrons works with.
 void s_applyGlobalGocronParametersToMatrix(ZQMatrix* matrix);

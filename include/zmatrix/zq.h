@@ -39,13 +39,13 @@ int zq_getLoadReport_Base(ZQMatrixBase* matrix, zq_loadReport* report);
 /// the header. The text is the library's and lives as long as the process.
 const char* zq_version(void);
 
-/// Has `function` called for each message up to the level of `s_setMatrixDebugOn`, whatever the debug device, for the whole
-/// process. Null ends it. `userData` goes to each call as it is.
+/// Has `function` called for each message up to the level of `s_setMatrixDebugOn`, whatever the debug device, that the
+/// calling thread gives. Null ends it. Another thread has none until it sets its own. `userData` goes to each call as it is.
 void zq_setMessageFunction(zq_messageFunction function, void* userData);
 
-/// The last message of level 0, an error or a warning, that the library gave, also while nothing is printed; an empty text if
+/// The last message of level 0, an error or a warning, that the calling thread gave, also while nothing is printed; an empty text if
 /// there was none. What failed is told by results: a message may also stem from a call that succeeded.
-/// The text is the library's and lives until the next message.
+/// The text is the library's and lives until the thread's next message, or its end.
 const char* zq_lastMessage(void);
 
 // ---- Reports on kern files ----------------------------------------------------------------------------------------------------
@@ -95,13 +95,14 @@ int zq_readMidiObjexsAndWriteToMidiFile_Medium(ZQMatrixMedium* matrix, int numbe
 
 // ---- Tables of primes ---------------------------------------------------------------------------------------------------------
 
-/// Makes the 32-bit table of primes of the process, which ocrons, gocrons and the preprocessing types 1010 to 1020 of all
+/// Makes the 32-bit table of primes of all threads, which ocrons, gocrons and the preprocessing types 1010 to 1020 of all
 /// matrices need. It holds the primes from `lowerBound` to `upperBound`, or to 5000 if that is more; at most to 2147483647.
 /// Take 0 for `lowerBound`: the ranks of primes are right only in a table that begins with 2. Take a twentieth more than the
 /// largest number, and 1000: near the end of a table ranks are estimates.
-/// `count` gets the number of primes. A table to 100 million takes 23 MB.
-/// Result: the table, ascending, which is the library's and stands until the next call; null if the bounds are less than 2
-/// apart (the old table stays) or memory has run out (there is no table then, and *count is 0).
+/// `count` gets the number of primes. A table to 100 million takes 23 MB. The old table stands until the new one is whole.
+/// Result: the table, ascending, which is the library's; null if the bounds are less than 2
+/// apart (the old table stays) or memory has run out (there is no table then, and *count is 0). The array stands until the
+/// calling thread makes or frees a table, or next asks for primes after another thread has.
 int* zq_initPrimes(unsigned lowerBound, unsigned upperBound, int* count);
 
 /// The same in 64 bits: a second table, which the functions ...Large alone read.
@@ -114,10 +115,10 @@ int* zq_initFirstNPrimes(int n);
 /// Makes the 64-bit table of at least the first `n` primes (500 at least). Result as zq_initPrimes.
 long long* zq_initFirstNPrimesLarge(long long n);
 
-/// Frees the 32-bit table. What zq_getPrimeNumbers tells of its count and greatest prime stays.
+/// Frees the 32-bit table for all threads. What zq_getPrimeNumbers tells of its count and greatest prime stays.
 void zq_deinitPrimes(void);
 
-/// Frees the 64-bit table.
+/// Frees the 64-bit table for all threads.
 void zq_deinitPrimesLarge(void);
 
 /// The 32-bit table with its count and its greatest prime; null if there is none.
@@ -173,13 +174,13 @@ double zq_riemann_r(double x);
 
 // ---- Factors, divisors, powers ------------------------------------------------------------------------------------------------
 
-/// Clears the last factorisation of the process. Nothing else has to be called before the functions below.
+/// Clears the last factorisation of the thread. Nothing else has to be called before the functions below.
 void zq_initMath(void);
 
 /// The prime factors of `n`, ascending, in the entries 1 to *count of the result; entry 0 holds *count and *sigma.
 /// `count` gets the number of different primes, `sigma` the sum of the divisors, in its low 32 bits. 0 and 1 are factors of
 /// themselves.
-/// `wantCopy`: 0 gives the process's own array, which stands until the next factorisation; otherwise the result is new, for
+/// `wantCopy`: 0 gives the thread's own array, which stands until its next factorisation; otherwise the result is new, for
 /// zq_deletePrimeFactor.
 /// Result: null, with *count 0 and *sigma 1, for a negative `n`, without the 32-bit table, and if that doesn't reach the root
 /// of `n`.
@@ -208,7 +209,7 @@ int zq_isMersennePrime(int exponent);
 
 // ---- Parameters of ocrons and gocrons -----------------------------------------------------------------------------------------
 
-/// The parameters of the process: what integers are encoded with, the end symbol at which every evaluation stops, the digits
+/// The parameters of the thread: what integers are encoded with, the end symbol at which every evaluation stops, the digits
 /// of gocrons. The way back from a matrix takes type and end symbol from the sub-matrix (s_setOcronType), all else from here.
 /// The record is the library's.
 gocronParametersTag* zq_getGlobalGocronParameters(void);
@@ -264,7 +265,7 @@ char* zq_intToOcron_X(char* buffer, int* length, int* capacity, int number);
 /// Result: a new array for s_Free; null without memory.
 int* zq_createOcronSequenceFromIntegerSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol, const char* logPath);
 
-/// The same with type and end symbol of the process's parameters and no log.
+/// The same with type and end symbol of the thread's parameters and no log.
 int* zq_createOcronSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 
 /// The items up to the first `endSymbol` as a new string for s_Free. The end symbol is its last character and counts in
@@ -366,7 +367,7 @@ long long zq_longLongAbs(long long value);
 
 // ---- Gocrons ------------------------------------------------------------------------------------------------------------------
 
-/// An ocron read as one number: each symbol a digit, the last one the lowest, with digits and base of the process's parameters.
+/// An ocron read as one number: each symbol a digit, the last one the lowest, with digits and base of the thread's parameters.
 /// A leading symbol of digit 0 is lost in it.
 /// `length`: characters of `ocron`; a negative one gives 0. Result: -1 for a type outside 3 to 7, a length of 0, a character
 /// that is no symbol, and where a weight or the sum wraps to a negative number. A weight that wraps to another number isn't
@@ -414,10 +415,10 @@ int zq_incrementOcron(int ocronType, char* ocron, int capacity, int* length);
 /// 7, an item that is no symbol of the type (message at level 0; type 7 takes no "*") and without memory.
 long long* zq_createGoedelSequenceFromOcronSequence(int ocronType, const int* sequence, int length, int endSymbol, int* resultLength, int* status, long long* maximalValue, const char* logPath);
 
-/// The same with type and end symbol of the process's parameters and no log.
+/// The same with type and end symbol of the thread's parameters and no log.
 long long* zq_createGoedelSequenceFromOcronSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 
-/// The gocrons of the ocrons of `length` integers, with the process's parameters; numbers without an ocron are left out.
+/// The gocrons of the ocrons of `length` integers, with the thread's parameters; numbers without an ocron are left out.
 /// Result: a new array for s_Free; null if no number has an ocron.
 long long* zq_createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 

@@ -431,7 +431,7 @@ typedef struct tagPrimeFact {
   int power;  ///< how often it divides
 } tagPrimeFact;
 
-/// How numbers become ocrons and ocrons gocrons. One set serves the process.
+/// How numbers become ocrons and ocrons gocrons. Each thread has one set.
 typedef struct gocronParametersTag {
   int ocronType;            ///< 3, 4, 5 normal, 6 prime, 7 virtual
   int ocronEndSymbol;       ///< the item behind each ocron of a sequence, and the character at which evaluation stops

@@ -86,11 +86,13 @@ FORWARDERS = '''// {generated}
 {includes}
 // clang-format off
 
+// In a namespace of their own, since some have the name of what they call; that of an extern "C" function is the same in any.
 #pragma GCC visibility push(default)
+namespace zmatrix::flat {{
 extern "C" {{
 
 '''
-FORWARDERS_END = '\n}  // extern "C"\n#pragma GCC visibility pop\n'
+FORWARDERS_END = '\n}  // extern "C"\n}  // namespace zmatrix::flat\n#pragma GCC visibility pop\n'
 
 
 def tier_forwarders(flat, tier):
@@ -109,18 +111,10 @@ def object_forwarders(flat):
     text = FORWARDERS.format(generated=GENERATED,
                              about='The functions of the boundary on other objects and on none, a line each.',
                              includes=''.join(f'#include "{path}"\n' for path in includes))
-    # A function that has the same name inside the library, with C++ linkage, can't be declared beside it: it gets another name
-    # here and its own in the object file.
-    text += '#if defined(__APPLE__)\n#define EXPORTED_AS(name) __asm__("_" name)\n'
-    text += '#else\n#define EXPORTED_AS(name) __asm__(name)\n#endif\n\n'
     for function in flat.landed_functions():
         if function.tier is not None or function.row.by_hand():
             continue
-        if function.row.kind == '-' and function.row.method == function.name:
-            text += f'{function.prototype("exported_" + function.name, "")} noexcept EXPORTED_AS("{function.name}");\n'
-            text += f'{function.prototype("exported_" + function.name, "")} {function.body()}\n'
-        else:
-            text += f'{function.prototype(empty="")} {function.body()}\n'
+        text += f'{function.prototype(empty="")} {function.body()}\n'
     return text + FORWARDERS_END
 
 

@@ -2,6 +2,7 @@
 import pathlib
 import re
 import sys
+import textwrap
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 LIST = ROOT / 'src/flat/list'
@@ -25,14 +26,23 @@ OPAQUE = [(names[kind], f"{about}, {names['name']} tier.")
 OPAQUE += [('ZQMatrixSequenceIndexVector', 'An index vector that carries its preprocessing.'),
            ('ZQFileNameList', 'A list of file names.')]
 
-# The families that the boundary has once all has landed; the list is wrong if it has others.
-FAMILIES = {'FMB': 108, 'FM': 258, 'F': 84, 'B': 1, 'vector': 22, 'names': 16, 'info': 7, 'element': 6}
-FACADE_METHODS = 145
+# What the accessors of the matrix classes reach: methods of the file header or of the current record, fields of the header's blocks,
+# operations of a profile, or whatever a call says.
+TARGETS = ('header', 'record', 'block', 'symbolBlock', 'profile', 'call')
+
 
 
 def name_of(argument):
     """The name of an argument is its last word."""
     return argument.split()[-1].lstrip('*')
+
+
+def with_small_letter(name):
+    return name[0].lower() + name[1:]
+
+
+def wrapped(text):
+    return textwrap.wrap(text, width=118)
 
 
 class Function:
@@ -64,13 +74,15 @@ class Row:
         if not match:
             sys.exit(f'{where}: no row: {line}')
         kind, self.capability, self.result, self.name, arguments, self.method, self.failure = match.groups()
+        kind, _, self.target = kind.partition('.')
+        self.is_of_each_tier, self.target = self.target.endswith('*'), self.target.rstrip('*')
         self.kind, _, self.object = kind.partition(':')
         self.arguments = [argument.strip() for argument in arguments.split(',')] if arguments else []
         self.documentation, self.marks, self.subject, self.where = [], {}, subject, where
         self.method = self.method or self.name
         known = self.kind in ('vector', 'names', 'BB', '-', 'own') or re.fullmatch('F?M?B?', self.kind)
-        if not known or self.object not in ('', 'info', 'element'):
-            sys.exit(f'{where}: unknown kind {kind}')
+        if not known or self.object not in ('', 'info', 'element') or self.target not in ('', *TARGETS):
+            sys.exit(f'{where}: unknown kind {match.group(1)}')
 
     def by_hand(self):
         return self.kind == 'own'
@@ -82,7 +94,8 @@ class Row:
 
     def functions(self):
         if self.kind in ('-', 'own'):
-            return [Function(self, self.name, self.result, self.arguments, self.call(''))]
+            # A forwarder can have the name of what it calls, which stands in another namespace.
+            return [Function(self, self.name, self.result, self.arguments, self.call('' if '(' in self.method else '::'))]
         if self.kind == 'BB':
             return [Function(self, self.name, self.result, ['ZQMatrix* matrix'] + self.arguments, self.call('matrix->'))]
         if self.kind in OBJECTS:
@@ -94,9 +107,10 @@ class Row:
         for tier in self.kind:
             names = TIERS[tier]
             kind = self.object or 'matrix'
+            method = f"{kind}->{self.name}({', '.join(map(name_of, self.arguments))})" if self.target else self.call(f'{kind}->')
             result = self.result.replace('@Info', names['info']).replace('@Element', names['element'])
             functions.append(Function(self, f"s_{self.name}{names['suffix']}", result,
-                                      [f'{names[kind]}* {kind}'] + self.arguments, self.call(f'{kind}->'), tier))
+                                      [f'{names[kind]}* {kind}'] + self.arguments, method, tier))
         return functions
 
 
@@ -118,17 +132,84 @@ class ExtensionRow(Row):
         return functions
 
 
+class Setting:
+    """A setting of the sub-matrices: its getter and setter, and those of the same setting in both blocks of the header."""
+
+    PATTERN = re.compile(r'setting (\S+)\s+(\w+)(?: as (\w+)(?:/(\w+))?)?(?: symbol setter (\S+))?( without symbols)?$')
+
+    def __init__(self, line, subject, where):
+        match = self.PATTERN.match(line)
+        if not match:
+            sys.exit(f'{where}: no setting: {line}')
+        kind, self.name, getter, setter, symbol_setter, without_symbols = match.groups()
+        self.kind, self.is_of_each_tier = kind.rstrip('*'), kind.endswith('*')
+        self.getter = getter or self.name
+        self.setter = setter or self.getter
+        self.symbol_kinds = None if without_symbols else ('F', symbol_setter or 'F')
+        self.subject, self.where, self.documentation = subject, where, []
+
+    def sentences(self):
+        """What the setting is, what its values mean, and what the setter does with a value."""
+        what, _, rest = ' '.join(self.documentation).partition(': ')
+        values, _, rule = rest.partition(' set: ')
+        if not values or not rule:
+            sys.exit(f'{self.where}: {self.name} wants "what it is: its values" and "set: what the setter does"')
+        return what, values, rule
+
+    def rows(self):
+        what, values, rule = self.sentences()
+        star = '*' if self.is_of_each_tier else ''
+        return self.pair(f'{self.kind}.record', f'{self.kind}.record{star}', self.getter, self.setter, self.getter,
+                         ('get' + self.name, 'set' + self.name), self.subject,
+                         wrapped(f'Reads {what}: {values}'), wrapped(f'Sets {what}: {values}') + wrapped(rule))
+
+    def block_rows(self, subject):
+        return self._rows_of_block('Global', 'basic', 'block', (self.kind, self.kind), subject)
+
+    def symbol_block_rows(self, subject):
+        return self._rows_of_block('GlobalSymbol', 'symbol', 'symbolBlock', self.symbol_kinds, subject) if self.symbol_kinds else []
+
+    def _rows_of_block(self, prefix, level, target, kinds, subject):
+        what, values, _ = self.sentences()
+        field = with_small_letter(self.name)
+        return self.pair(f'{kinds[0]}.{target}', f'{kinds[1]}.{target}', prefix + self.name, prefix + self.name, self.name,
+                         (field, field), subject, wrapped(f"Reads {what}, as the {level} level's block has it: {values}"),
+                         wrapped(f"Sets {what} in the {level} level's block: {values} Stored as it is."))
+
+    def pair(self, getter_kind, setter_kind, getter, setter, argument, methods, subject, getter_documentation,
+             setter_documentation):
+        lines = (f'{getter_kind} settings int get{getter} () = {methods[0]}',
+                 f'{setter_kind} settings void set{setter} (int {with_small_letter(argument)}) = {methods[1]}')
+        rows = [Row(line, subject, self.where) for line in lines]
+        rows[0].documentation, rows[1].documentation = getter_documentation, setter_documentation
+        return rows
+
+
+class SettingsOfBlock:
+    """The place in a list where the rows of all settings of a block stand."""
+
+    def __init__(self, line, subject, where):
+        if line not in ('settings basic', 'settings symbol'):
+            sys.exit(f'{where}: no block: {line}')
+        self.is_symbol_block, self.subject, self.documentation = line.endswith('symbol'), subject, []
+
+    def rows(self, settings):
+        rows_of = Setting.symbol_block_rows if self.is_symbol_block else Setting.block_rows
+        return [row for setting in settings for row in rows_of(setting, self.subject)]
+
+
 class FlatList:
     def __init__(self):
         self.landed = {line.split()[0] for line in (LIST / 'landed').read_text().splitlines() if line and line[0] != '#'}
         self.rows, self.includes = [], []
         for subsystem in SUBSYSTEMS:
             self.read(LIST / f'{subsystem}.list')
+        self.rows = self.with_settings(self.rows)
         self.extension_rows, self.extension_includes = self.read_extensions()
         self.extensions = [function for row in self.extension_rows for function in row.functions()]
         self.functions = [function for row in self.rows for function in row.functions()]
         self.facade = read_facade(self)
-        self.check_counts()
+        self.check_names()
 
     def read_extensions(self):
         """Rows and includes of the extension lists, which are no families of the boundary; the lists come in the order of their names."""
@@ -156,11 +237,29 @@ class FlatList:
                 subject = line[3:]
             elif line.startswith('include '):
                 self.includes.append(line.split()[1:])
+            elif line.startswith('setting '):
+                self.rows.append(Setting(line, subject, where))
+            elif line.startswith('settings '):
+                self.rows.append(SettingsOfBlock(line, subject, where))
             else:
                 self.rows.append(row_type(line, subject, where))
         for row in self.rows:
-            if not 1 <= len(row.documentation) <= row.MOST_DOCUMENTATION:
+            if isinstance(row, Row) and not 1 <= len(row.documentation) <= row.MOST_DOCUMENTATION:
                 sys.exit(f'{row.where}: {row.name} has {len(row.documentation)} lines of documentation')
+
+    @staticmethod
+    def with_settings(entries):
+        """The rows of a list whose entries may stand for several."""
+        settings = [entry for entry in entries if isinstance(entry, Setting)]
+        rows = []
+        for entry in entries:
+            if isinstance(entry, Setting):
+                rows += entry.rows()
+            elif isinstance(entry, SettingsOfBlock):
+                rows += entry.rows(settings)
+            else:
+                rows.append(entry)
+        return rows
 
     def has_landed(self, row):
         return row.capability in self.landed
@@ -187,18 +286,11 @@ class FlatList:
             groups.setdefault(name, set()).add(''.join(letter for letter in 'FMB' if letter in letters))
         return groups
 
-    def check_counts(self):
+    def check_names(self):
         names = [function.name for function in self.functions + self.extensions]
         twice = {name for name in names if names.count(name) > 1}
         if twice:
             sys.exit(f'listed twice: {sorted(twice)}')
-        groups = self.families()
-        for group, expected in FAMILIES.items():
-            found = sum(group in counted for counted in groups.values())
-            if found != expected:
-                sys.exit(f'the list has {found} families of kind {group}, not {expected}')
-        if len(self.facade) != FACADE_METHODS:
-            sys.exit(f'the facade has {len(self.facade)} methods, not {FACADE_METHODS}')
 
 
 def read_facade(flat):

@@ -1,15 +1,15 @@
-// The two directions in which a table of fields is gone through: a describing function names each field once, and what it is
-// given decides whether the field is written or read. A reader that meets something illegal takes no more bytes from there on.
+// Writer and reader of fields with the same interface: a describing function names each field once and runs with either. After
+// an illegal value or the end of the file the reader reads nothing more.
 #pragma once
 
 #include <cstring>
+#include <type_traits>
 
 #include "file/ZQFileStream.h"
-#include "settings/ZQHeapArray.h"
 
 namespace zmatrix {
 
-/// What stands in the file for a number of this type: 4 bytes, or 8 for the widest.
+/// The type in the file for a number of type T: 4 bytes, or 8 for the widest.
 template <class T>
 using NumberInFile = std::conditional_t<sizeof(T) == 8, int64_t, int32_t>;
 
@@ -23,12 +23,12 @@ class ZQFieldWriter {
   void number(const T& value) {
     file.put(static_cast<NumberInFile<T>>(value));
   }
-  /// All fields exist in what is written.
+  /// What is written has all fields.
   template <class T>
   void number(const T& value, int, T) {
     number(value);
   }
-  /// A text in a field of its own; what lies behind its end goes out as zeros.
+  /// A text in a field of fixed size; the bytes behind its end are written as zeros.
   void text(const char* field, size_t size) {
     const size_t length = strnlen(field, size);
     file.write(field, length);
@@ -52,10 +52,10 @@ class ZQFieldReader {
   void number(T& value) {
     if (isSound()) value = static_cast<T>(file.get<NumberInFile<T>>());
   }
-  /// A field that files have from version `since` on, and its value in the older ones.
+  /// A field that files have from version `since` on, 0 for all, and its value in the older ones.
   template <class T>
   void number(T& value, int since, T valueBefore) {
-    if (version >= since) {
+    if (since == 0 || version >= since) {
       number(value);
     } else {
       value = valueBefore;
@@ -68,11 +68,11 @@ class ZQFieldReader {
   void require(bool condition) { isRefused = isRefused || !condition; }
   void setVersion(int newVersion) { version = newVersion; }
   long long getPosition() const { return file.getPosition(); }
-  /// Behind each part of a record: the sum of the lengths reached, which its writer has made its size.
+  /// Called at the end of each tier's part of a record: sums up the lengths as the writer does for the record's size.
   void endPart() { sumOfLengths += static_cast<unsigned>(getPosition() - start); }
   unsigned getSumOfLengths() const { return sumOfLengths; }
-  /// False once something illegal, or the end of the file, was met.
-  bool isSound() const { return !isRefused && !file.isAtEnd(); }
+  /// False after an illegal value or the end of the file.
+  [[nodiscard]] bool isSound() const noexcept { return !isRefused && !file.isAtEnd(); }
 
   ZQFileReader& file;
 

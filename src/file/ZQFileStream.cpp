@@ -33,7 +33,7 @@ bool ZQFileWriter::flush() {
   if (file != nullptr && used > 0 && !hasFailed) {
     hasFailed = fwrite(bytes, 1, used, file) != used;
 #ifdef SYNC_FILE_RANGE_WRITE
-    // Only begins to write and tells nothing: what goes wrong shows when the file is synced.
+    // Starts the writing only; errors are reported when the file is synced.
     if (writesBackAtOnce) sync_file_range(fileno(file), flushedBytes, static_cast<off_t>(used), SYNC_FILE_RANGE_WRITE);
 #endif
   }
@@ -69,7 +69,7 @@ ZQFileReader::ZQFileReader(FILE* aFile) : file(aFile), buffer(new (std::nothrow)
   fseeko(file, start, SEEK_SET);
 }
 
-// Moves what is left to the front and reads on behind it.
+// Moves the remaining bytes to the front of the buffer and fills it up behind them.
 bool ZQFileReader::refill(size_t size) {
   if (buffer == nullptr || getBytesLeft() < static_cast<long long>(size)) return false;
   const size_t left = end - next;

@@ -1,6 +1,5 @@
-// Bytes of a matrix file on their way through one buffer. Numbers are little-endian on any host, so that a file means the same
-// everywhere. The reader knows how many bytes are left, and how much memory what it has read may ask for: nothing that stands
-// in a file is believed before it was held against both.
+// Buffered writer and reader of a matrix file. Numbers are little-endian on any host. The reader knows how many bytes are left
+// and how much memory a file of its size may ask for: lengths and capacities are checked against these before they are used.
 #pragma once
 
 #include <bit>
@@ -39,11 +38,10 @@ constexpr size_t largestFilePiece = 64;  ///< bytes that can be claimed or taken
 
 class ZQFileWriter {
  public:
-  /// Without a file it only counts.
+  /// Without a file the bytes are only counted.
   explicit ZQFileWriter(FILE* aFile);
 
-  /// From now on the disk is set to work on all bytes as soon as they are handed to the file: for a file that is synced in the
-  /// end.
+  /// From now on each full buffer is written to the disk at once, in the background: for a file that is synced at the end.
   void writeBackAtOnce() { writesBackAtOnce = true; }
 
   /// Room for `size` bytes, at most largestFilePiece, which the caller fills.
@@ -59,7 +57,7 @@ class ZQFileWriter {
     putLittleEndian(claim(sizeof value), value);
   }
   long long getPosition() const { return flushedBytes + static_cast<long long>(used); }
-  /// Writes an int over what stands at a position; the writing goes on where it was.
+  /// Overwrites an int at a position; later bytes are still appended.
   void patch(long long position, int value);
   /// Hands all bytes to the file. False if any write has failed.
   bool flush();
@@ -78,7 +76,7 @@ class ZQFileWriter {
 
 class ZQFileReader {
  public:
-  /// Begins where the file stands.
+  /// Begins at the file's current position.
   explicit ZQFileReader(FILE* aFile);
 
   /// The next `size` bytes, at most largestFilePiece; null, and the file at its end, if there are less.
@@ -108,16 +106,16 @@ class ZQFileReader {
   long long getPosition() const { return positionOfBuffer + static_cast<long long>(next); }
   long long getBytesLeft() const { return fileSize - getPosition(); }
   long long getFileSize() const { return fileSize; }
-  /// True once more was asked for than there was.
-  bool isAtEnd() const { return hasEnded; }
-  /// Grants memory for what the file describes, in all a multiple of the file's size. False: the file asks for too much.
-  bool grants(long long bytes);
-  /// Hands on whether room for what the file describes could be had, and remembers if it couldn't: then not the file is to blame.
-  bool hasRoom(bool isAllocated) {
+  /// True after a request for more bytes than there are.
+  [[nodiscard]] bool isAtEnd() const noexcept { return hasEnded; }
+  /// Grants memory for what the file describes, in total a multiple of the file's size. False: the file asks for too much.
+  [[nodiscard]] bool grants(long long bytes);
+  /// Returns isAllocated, and remembers a failed allocation, to tell lack of memory from a bad file.
+  [[nodiscard]] bool hasRoom(bool isAllocated) noexcept {
     isOutOfMemory = isOutOfMemory || !isAllocated;
     return isAllocated;
   }
-  bool hasRunOutOfMemory() const { return isOutOfMemory; }
+  [[nodiscard]] bool hasRunOutOfMemory() const noexcept { return isOutOfMemory; }
 
  private:
   bool refill(size_t size);
@@ -134,15 +132,15 @@ class ZQFileReader {
   bool isOutOfMemory = false;
 };
 
-/// Opens a regular file for reading; null for anything else, so that nothing waits for a pipe.
-FILE* openRegularFile(const char* path);
+/// Opens a regular file for reading; null for anything else. Opening a pipe doesn't block.
+[[nodiscard]] FILE* openRegularFile(const char* path);
 
-/// A file of nobody else's, for as long as it is open; null if there can't be one. The size is a hint.
-FILE* newTemporaryFile(long long size);
-/// The same in memory, for so many bytes.
-FILE* newFileInMemory(long long size);
+/// An unnamed temporary file, removed when it is closed; null if there can't be one.
+[[nodiscard]] FILE* newTemporaryFile(long long size);
+/// The same in memory, with room for `size` bytes.
+[[nodiscard]] FILE* newFileInMemory(long long size);
 
-/// Appends what `from` holds from where it stands to its end. False if something could not be read or written.
-bool copyRest(FILE* from, ZQFileWriter& to);
+/// Copies `from` from its current position to its end. False if it could not be read.
+[[nodiscard]] bool copyRest(FILE* from, ZQFileWriter& to);
 
 }  // namespace zmatrix

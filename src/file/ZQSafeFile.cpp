@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -30,7 +31,7 @@ std::string folderOf(const std::string& path) {
   return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
 }
 
-// The path that a chain of links leads to, whether or not anything is there; empty if it leads nowhere.
+// The path at the end of a chain of links, whether or not a file is there; empty for a cycle.
 std::string withLinksFollowed(const char* path) {
   std::string name = path;
   std::error_code error;
@@ -48,7 +49,7 @@ bool canBeWritten(const std::string& path) {
   return descriptor >= 0;
 }
 
-/// True if this error says that no file may be made here or put in the old one's place. A full disk says something else.
+/// True for errors that forbid to create a file here or to replace the old one; false for a full disk.
 bool forbidsReplacing(int error) {
   return error == EACCES || error == EPERM || error == EROFS || error == EBUSY || error == EXDEV || error == ENAMETOOLONG;
 }
@@ -73,7 +74,7 @@ bool isNameOfLeftover(const char* name) {
   return *end == '-' && process > 0 && process != getpid() && kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
 }
 
-/// The process may be one of another machine, or of another container: what it still holds is locked.
+/// A process of another machine or container is not seen from here, but its file is locked.
 void removeIfUnlocked(int folder, const char* name) {
   const int descriptor = openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) return;
@@ -116,7 +117,7 @@ bool ZQSafeFile::openTarget(const char* path) {
   struct stat status;
   const bool isThere = stat(path, &status) == 0;
   if (isThere && !S_ISREG(status.st_mode)) {
-    // The links to an open pipe, such as /dev/stdout, name nothing: only the system can follow them.
+    // Links to an open pipe, such as /dev/stdout, have no path behind them: only the system can follow them.
     target = path;
     if (S_ISDIR(status.st_mode) || faccessat(AT_FDCWD, path, W_OK, AT_EACCESS) != 0) return false;
     stream = tmpfile();
@@ -133,9 +134,9 @@ bool ZQSafeFile::openTarget(const char* path) {
   return stream != nullptr;
 }
 
-// The name belongs to this process and save alone, so what a killed process has left behind is in nobody's way.
+// The name is unique to this process and save, so files of killed processes don't matter.
 int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group) {
-  static unsigned numberOfSaves = 0;
+  static constinit std::atomic<unsigned> numberOfSaves = 0;
   removeLeftovers(folder);
   for (int i = 0; i < mostNamesTried; ++i) {
     std::string name = folder + startOfNeighbour + std::to_string(getpid()) + "-" + std::to_string(numberOfSaves++);
@@ -150,9 +151,9 @@ int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group
 }
 
 int ZQSafeFile::takeNeighbour(int descriptor, int modeOfTarget, long long owner, long long group) {
-  flock(descriptor, LOCK_EX | LOCK_NB);  // where files can't be locked, the process alone tells whose it is
+  flock(descriptor, LOCK_EX | LOCK_NB);  // without locks in the file system, the process ID in the name has to do
   if (modeOfTarget >= 0) {
-    // A stranger's file stays his where that can be had, or at least his group's; it keeps its mode in any case.
+    // The new file keeps the target's owner and group where that is permitted, or at least the group; it keeps the mode always.
     const auto newGroup = static_cast<gid_t>(group);
     if (fchown(descriptor, static_cast<uid_t>(owner), newGroup) != 0 && fchown(descriptor, static_cast<uid_t>(-1), newGroup) != 0)
       errno = 0;
@@ -176,7 +177,7 @@ bool ZQSafeFile::commit() {
   if (!closeStream()) return false;
   if (neighbour.empty()) return true;
   if (rename(neighbour.c_str(), target.c_str()) != 0) {
-    // Mounted on its own, or another's in a folder where everybody may write: it can only be overwritten.
+    // A mount point, or another user's file in a sticky folder: it can only be overwritten.
     if (!forbidsReplacing(errno)) return false;
     stream = fopen(neighbour.c_str(), "rbe");
     return stream != nullptr && copyToTarget();
@@ -194,7 +195,7 @@ bool ZQSafeFile::copyToTarget() {
     return false;
   }
   rewind(from);
-  int error = 0;  // the first one, which says why
+  int error = 0;  // the first one
   const auto hold = [&error](bool isDone) {
     if (!isDone && error == 0) error = errno != 0 ? errno : EIO;
   };

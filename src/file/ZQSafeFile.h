@@ -1,9 +1,8 @@
-// A file that is replaced as a whole or not at all. The bytes go to a neighbour of a name of its own, reach the disk, and only
-// then take the target's place, so that a crash, a full disk or a kill leaves what was there. A link is followed to what it
-// names. What cannot be replaced by renaming (a device, a pipe, a file in a folder without write access) is written straight.
+// Atomic replacement of a file: the bytes are written to the neighbour, a temporary file in the target's folder, synced, and
+// renamed over the target, so that a crash, a full disk or SIGKILL leaves the old file. Symbolic links are followed. What cannot
+// be replaced by renaming (a device, a pipe, a file in a folder without write access) is written directly.
 //
-// A neighbour is locked while its process lives. One that nobody holds is what a killed process has left: the next save in the
-// folder removes it.
+// A neighbour is locked while its process lives. Unlocked ones, of killed processes, are removed by the next save in the folder.
 #pragma once
 
 #include <cstdio>
@@ -14,18 +13,18 @@ namespace zmatrix {
 class ZQSafeFile {
  public:
   ZQSafeFile() = default;
-  /// Drops what was not committed.
+  /// Discards what was not committed.
   ~ZQSafeFile();
   ZQSafeFile(const ZQSafeFile&) = delete;
   ZQSafeFile& operator=(const ZQSafeFile&) = delete;
 
   /// False if the path can't be written to.
-  bool open(const char* path);
-  /// Where the bytes go; positions can be sought in it.
+  [[nodiscard]] bool open(const char* path);
+  /// The stream to write to; it can seek.
   FILE* getStream() { return stream; }
-  /// Makes the bytes the target's content. False if they could not all be stored; then an old target stands, unless it had to be
-  /// written straight.
-  bool commit();
+  /// Replaces the target by what was written. False if not all could be stored; then the old target stands, unless it had to be
+  /// written directly.
+  [[nodiscard]] bool commit();
 
  private:
   bool openTarget(const char* path);

@@ -6,7 +6,9 @@
 
 // clang-format off
 
+// In a namespace of their own, since some have the name of what they call; that of an extern "C" function is the same in any.
 #pragma GCC visibility push(default)
+namespace zmatrix::flat {
 extern "C" {
 
 void* s_mMalloc_Base(ZQMatrixBase* matrix, size_t size) noexcept { return guarded<void*>([&] { return matrix->mMalloc(size); }); }
@@ -120,4 +122,5 @@ ZQMatrixBaseInfo* s_getMatrixUpdateInfo_Base(ZQMatrixBase* matrix, int index) no
 void s_deleteMatrixUpdateInfos_Base(ZQMatrixBase* matrix) noexcept { guarded([&] { matrix->deleteMatrixUpdateInfos(); }); }
 
 }  // extern "C"
+}  // namespace zmatrix::flat
 #pragma GCC visibility pop

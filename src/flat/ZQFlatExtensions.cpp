@@ -34,7 +34,9 @@
 
 // clang-format off
 
+// In a namespace of their own, since some have the name of what they call; that of an extern "C" function is the same in any.
 #pragma GCC visibility push(default)
+namespace zmatrix::flat {
 extern "C" {
 
 int zq_getLoadReport(ZQMatrix* matrix, zq_loadReport* report) noexcept { return guarded<int>([&] { return zmatrix::getLoadReport(matrix, report); }); }
@@ -167,4 +169,5 @@ int zq_prepareMatrixForText(ZQMatrix* matrix, const int* characters, int length,
 int zq_prepareMatrixForText_Medium(ZQMatrixMedium* matrix, const int* characters, int length, const char* name) noexcept { return guarded<int>([&] { return zmatrix::prepareMatrixForText(matrix, characters, length, name); }, -1); }
 
 }  // extern "C"
+}  // namespace zmatrix::flat
 #pragma GCC visibility pop

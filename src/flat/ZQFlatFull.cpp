@@ -6,7 +6,9 @@
 
 // clang-format off
 
+// In a namespace of their own, since some have the name of what they call; that of an extern "C" function is the same in any.
 #pragma GCC visibility push(default)
+namespace zmatrix::flat {
 extern "C" {
 
 void* s_mMalloc(ZQMatrix* matrix, size_t size) noexcept { return guarded<void*>([&] { return matrix->mMalloc(size); }); }
@@ -463,4 +465,5 @@ void s_applyGlobalGocronParametersToMatrix(ZQMatrix* matrix) noexcept { guarded(
 int s_feedMatrixWithDegenerationOcronData(ZQMatrix* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed) noexcept { return guarded<int>([&] { return matrix->feedMatrixWithDegenerationOcronData(degenerationLevels, arrayLength, degenerationOcrons, ocronType, endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed); }); }
 
 }  // extern "C"
+}  // namespace zmatrix::flat
 #pragma GCC visibility pop

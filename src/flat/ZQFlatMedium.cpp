@@ -6,7 +6,9 @@
 
 // clang-format off
 
+// In a namespace of their own, since some have the name of what they call; that of an extern "C" function is the same in any.
 #pragma GCC visibility push(default)
+namespace zmatrix::flat {
 extern "C" {
 
 void* s_mMalloc_Medium(ZQMatrixMedium* matrix, size_t size) noexcept { return guarded<void*>([&] { return matrix->mMalloc(size); }); }
@@ -377,4 +379,5 @@ void s_applyGlobalGocronParametersToMatrix_Medium(ZQMatrixMedium* matrix) noexce
 int s_feedMatrixWithDegenerationOcronData_Medium(ZQMatrixMedium* matrix, const int* degenerationLevels, int arrayLength, char*** degenerationOcrons, int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int* numberFed) noexcept { return guarded<int>([&] { return matrix->feedMatrixWithDegenerationOcronData(degenerationLevels, arrayLength, degenerationOcrons, ocronType, endOfOcron, lastGoodIndex, dryRun, autoSave, numberFed); }); }
 
 }  // extern "C"
+}  // namespace zmatrix::flat
 #pragma GCC visibility pop

@@ -14,58 +14,37 @@
 
 // clang-format off
 
+// In a namespace of their own, since some have the name of what they call; that of an extern "C" function is the same in any.
 #pragma GCC visibility push(default)
+namespace zmatrix::flat {
 extern "C" {
 
-#if defined(__APPLE__)
-#define EXPORTED_AS(name) __asm__("_" name)
-#else
-#define EXPORTED_AS(name) __asm__(name)
-#endif
-
-ZQMatrix* exported_createAndInitMatrix() noexcept EXPORTED_AS("createAndInitMatrix");
-ZQMatrix* exported_createAndInitMatrix() noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrix(); }); }
-ZQMatrix* exported_createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept EXPORTED_AS("createAndInitMatrixWithDebugParameters");
-ZQMatrix* exported_createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
-ZQMatrix* exported_createAndInitMatrixWithFile(const char* path, int debugLevel) noexcept EXPORTED_AS("createAndInitMatrixWithFile");
-ZQMatrix* exported_createAndInitMatrixWithFile(const char* path, int debugLevel) noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrixWithFile(path, debugLevel); }); }
-void exported_deleteMatrix(ZQMatrix* matrix) noexcept EXPORTED_AS("deleteMatrix");
-void exported_deleteMatrix(ZQMatrix* matrix) noexcept { guarded([&] { deleteMatrix(matrix); }); }
-ZQMatrixMedium* exported_createAndInitMatrixMedium() noexcept EXPORTED_AS("createAndInitMatrixMedium");
-ZQMatrixMedium* exported_createAndInitMatrixMedium() noexcept { return guarded<ZQMatrixMedium*>([&] { return createAndInitMatrixMedium(); }); }
-ZQMatrixMedium* exported_createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept EXPORTED_AS("createAndInitMatrixMediumWithDebugParameters");
-ZQMatrixMedium* exported_createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrixMedium*>([&] { return createAndInitMatrixMediumWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
-ZQMatrixMedium* exported_createAndInitMatrixMediumWithFile(const char* path, int debugLevel) noexcept EXPORTED_AS("createAndInitMatrixMediumWithFile");
-ZQMatrixMedium* exported_createAndInitMatrixMediumWithFile(const char* path, int debugLevel) noexcept { return guarded<ZQMatrixMedium*>([&] { return createAndInitMatrixMediumWithFile(path, debugLevel); }); }
-void exported_deleteMatrixMedium(ZQMatrixMedium* matrix) noexcept EXPORTED_AS("deleteMatrixMedium");
-void exported_deleteMatrixMedium(ZQMatrixMedium* matrix) noexcept { guarded([&] { deleteMatrixMedium(matrix); }); }
-ZQMatrixBase* exported_createAndInitMatrixBase() noexcept EXPORTED_AS("createAndInitMatrixBase");
-ZQMatrixBase* exported_createAndInitMatrixBase() noexcept { return guarded<ZQMatrixBase*>([&] { return createAndInitMatrixBase(); }); }
-ZQMatrixBase* exported_createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept EXPORTED_AS("createAndInitMatrixBaseWithDebugParameters");
-ZQMatrixBase* exported_createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrixBase*>([&] { return createAndInitMatrixBaseWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
-ZQMatrixBase* exported_createAndInitMatrixBaseWithFile(const char* path, int debugLevel) noexcept EXPORTED_AS("createAndInitMatrixBaseWithFile");
-ZQMatrixBase* exported_createAndInitMatrixBaseWithFile(const char* path, int debugLevel) noexcept { return guarded<ZQMatrixBase*>([&] { return createAndInitMatrixBaseWithFile(path, debugLevel); }); }
-void exported_deleteMatrixBase(ZQMatrixBase* matrix) noexcept EXPORTED_AS("deleteMatrixBase");
-void exported_deleteMatrixBase(ZQMatrixBase* matrix) noexcept { guarded([&] { deleteMatrixBase(matrix); }); }
-void setMatrixProgressDisplayFunctionBB(matrixProgressCallBackFunction callBack) noexcept { guarded([&] { setMatrixProgressDisplayFunction(callBack); }); }
-ZQMatrix* createMatrixBB() noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrix(); }); }
-ZQMatrix* createMatrixWithDebugParametersBB(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
-ZQMatrix* createMatrixWithFileBB(const char* path, int debugLevel) noexcept { return guarded<ZQMatrix*>([&] { return createAndInitMatrixWithFile(path, debugLevel); }); }
-void deleteMatrixBB(ZQMatrix* matrix) noexcept { guarded([&] { deleteMatrix(matrix); }); }
-void* s_Malloc(size_t size) noexcept { return guarded<void*>([&] { return systemMalloc(size); }); }
-void s_Free(void* pointer) noexcept { guarded([&] { systemFree(pointer); }); }
-void exported_setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) noexcept EXPORTED_AS("setMatrixProgressDisplayFunction");
-void exported_setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) noexcept { guarded([&] { setMatrixProgressDisplayFunction(callBack); }); }
-int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) noexcept EXPORTED_AS("getExpectedMatrixMemory");
-int exported_getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) noexcept { return guarded<int>([&] { return getExpectedMatrixMemory(coordinateDimension, numberOfItems, phraseLength, numberOfSymbols); }); }
-int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept EXPORTED_AS("sGetNumberOriginalItemsToRestoreFromPreprocessed");
-int exported_sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept { return guarded<int>([&] { return sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType); }); }
+ZQMatrix* createAndInitMatrix() noexcept { return guarded<ZQMatrix*>([&] { return ::createAndInitMatrix(); }); }
+ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrix*>([&] { return ::createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
+ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel) noexcept { return guarded<ZQMatrix*>([&] { return ::createAndInitMatrixWithFile(path, debugLevel); }); }
+void deleteMatrix(ZQMatrix* matrix) noexcept { guarded([&] { ::deleteMatrix(matrix); }); }
+ZQMatrixMedium* createAndInitMatrixMedium() noexcept { return guarded<ZQMatrixMedium*>([&] { return ::createAndInitMatrixMedium(); }); }
+ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrixMedium*>([&] { return ::createAndInitMatrixMediumWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
+ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLevel) noexcept { return guarded<ZQMatrixMedium*>([&] { return ::createAndInitMatrixMediumWithFile(path, debugLevel); }); }
+void deleteMatrixMedium(ZQMatrixMedium* matrix) noexcept { guarded([&] { ::deleteMatrixMedium(matrix); }); }
+ZQMatrixBase* createAndInitMatrixBase() noexcept { return guarded<ZQMatrixBase*>([&] { return ::createAndInitMatrixBase(); }); }
+ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrixBase*>([&] { return ::createAndInitMatrixBaseWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
+ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel) noexcept { return guarded<ZQMatrixBase*>([&] { return ::createAndInitMatrixBaseWithFile(path, debugLevel); }); }
+void deleteMatrixBase(ZQMatrixBase* matrix) noexcept { guarded([&] { ::deleteMatrixBase(matrix); }); }
+void setMatrixProgressDisplayFunctionBB(matrixProgressCallBackFunction callBack) noexcept { guarded([&] { ::setMatrixProgressDisplayFunction(callBack); }); }
+ZQMatrix* createMatrixBB() noexcept { return guarded<ZQMatrix*>([&] { return ::createAndInitMatrix(); }); }
+ZQMatrix* createMatrixWithDebugParametersBB(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrix*>([&] { return ::createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
+ZQMatrix* createMatrixWithFileBB(const char* path, int debugLevel) noexcept { return guarded<ZQMatrix*>([&] { return ::createAndInitMatrixWithFile(path, debugLevel); }); }
+void deleteMatrixBB(ZQMatrix* matrix) noexcept { guarded([&] { ::deleteMatrix(matrix); }); }
+void* s_Malloc(size_t size) noexcept { return guarded<void*>([&] { return ::systemMalloc(size); }); }
+void s_Free(void* pointer) noexcept { guarded([&] { ::systemFree(pointer); }); }
+void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) noexcept { guarded([&] { ::setMatrixProgressDisplayFunction(callBack); }); }
+int getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) noexcept { return guarded<int>([&] { return ::getExpectedMatrixMemory(coordinateDimension, numberOfItems, phraseLength, numberOfSymbols); }); }
+int sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept { return guarded<int>([&] { return zmatrix::numberOfItemsToRestore(preProcessingType); }); }
 int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) noexcept { return guarded<int>([&] { return matrix->performMatrixConsistencyTest(numberOfWriteElements, numberOfEndElements, trim); }); }
 int s_getMatrixInfoTypeFromFile(const char* path) noexcept { return guarded<int>([&] { return ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path); }, -2); }
-ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() noexcept EXPORTED_AS("createZQMatrixSequenceIndexVector");
-ZQMatrixSequenceIndexVector* exported_createZQMatrixSequenceIndexVector() noexcept { return guarded<ZQMatrixSequenceIndexVector*>([&] { return createZQMatrixSequenceIndexVector(); }); }
-void exported_deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) noexcept EXPORTED_AS("deleteZQMatrixSequenceIndexVector");
-void exported_deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) noexcept { guarded([&] { deleteZQMatrixSequenceIndexVector(vector); }); }
+ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector() noexcept { return guarded<ZQMatrixSequenceIndexVector*>([&] { return ::createZQMatrixSequenceIndexVector(); }); }
+void deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) noexcept { guarded([&] { ::deleteZQMatrixSequenceIndexVector(vector); }); }
 int s_getCoordDimension(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getCoordDimension(); }); }
 void s_setCoordDimension(ZQMatrixSequenceIndexVector* vector, int dimension) noexcept { guarded([&] { vector->setCoordDimension(dimension); }); }
 int s_getLengthOfIndexVector(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getLengthOfIndexVector(); }); }
@@ -88,52 +67,29 @@ int s_getUsedPreprocessingType(ZQMatrixSequenceIndexVector* vector) noexcept { r
 void s__setUsedPreprocessingType(ZQMatrixSequenceIndexVector* vector, int type) noexcept { guarded([&] { vector->_setUsedPreprocessingType(type); }); }
 void s_setPropertiesFrom(ZQMatrixSequenceIndexVector* vector, const ZQMatrixSequenceIndexVector* other) noexcept { guarded([&] { vector->setPropertiesFrom(other); }); }
 void s_copyFrom(ZQMatrixSequenceIndexVector* vector, const ZQMatrixSequenceIndexVector* other) noexcept { guarded([&] { vector->copyFrom(other); }); }
-_MIDIFILEInStruct* exported_MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) noexcept EXPORTED_AS("MIDIFILEBeginReading");
-_MIDIFILEInStruct* exported_MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) noexcept { return guarded<_MIDIFILEInStruct*>([&] { return MIDIFILEBeginReading(file, event); }); }
-int exported_MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks) noexcept EXPORTED_AS("MIDIFILEReadPreamble");
-int exported_MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks) noexcept { return guarded<int>([&] { return MIDIFILEReadPreamble(in, format, numberOfTracks); }); }
-int exported_MIDIFILEReadEvent(_MIDIFILEInStruct* in) noexcept EXPORTED_AS("MIDIFILEReadEvent");
-int exported_MIDIFILEReadEvent(_MIDIFILEInStruct* in) noexcept { return guarded<int>([&] { return MIDIFILEReadEvent(in); }); }
-int exported_MIDIFILEEndReading(_MIDIFILEInStruct* in) noexcept EXPORTED_AS("MIDIFILEEndReading");
-int exported_MIDIFILEEndReading(_MIDIFILEInStruct* in) noexcept { return guarded<int>([&] { return MIDIFILEEndReading(in); }); }
-int exported_MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size) noexcept EXPORTED_AS("MIDIFILESetReadQuantaSize");
-int exported_MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size) noexcept { return guarded<int>([&] { return MIDIFILESetReadQuantaSize(state, size); }); }
-_MIDIFILEOutStruct* exported_MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName) noexcept EXPORTED_AS("MIDIFILEBeginWriting");
-_MIDIFILEOutStruct* exported_MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName) noexcept { return guarded<_MIDIFILEOutStruct*>([&] { return MIDIFILEBeginWriting(file, format, division, trackName); }); }
-int exported_MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) noexcept EXPORTED_AS("MIDIFILEBeginWritingTrack");
-int exported_MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) noexcept { return guarded<int>([&] { return MIDIFILEBeginWritingTrack(out, trackName); }); }
-int exported_MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) noexcept EXPORTED_AS("MIDIFILEEndWritingTrack");
-int exported_MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) noexcept { return guarded<int>([&] { return MIDIFILEEndWritingTrack(out, time); }); }
-int exported_MIDIFILEEndWriting(_MIDIFILEOutStruct* out) noexcept EXPORTED_AS("MIDIFILEEndWriting");
-int exported_MIDIFILEEndWriting(_MIDIFILEOutStruct* out) noexcept { return guarded<int>([&] { return MIDIFILEEndWriting(out); }); }
-int exported_MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept EXPORTED_AS("MIDIFILEWriteEvent");
-int exported_MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept { return guarded<int>([&] { return MIDIFILEWriteEvent(out, time, count, bytes); }); }
-int exported_MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept EXPORTED_AS("MIDIFILEWriteSysExcl");
-int exported_MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept { return guarded<int>([&] { return MIDIFILEWriteSysExcl(out, time, count, bytes); }); }
-int exported_MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) noexcept EXPORTED_AS("MIDIFILEWriteTempo");
-int exported_MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) noexcept { return guarded<int>([&] { return MIDIFILEWriteTempo(out, time, tempo); }); }
-int exported_MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd) noexcept EXPORTED_AS("MIDIFILEWriteTimeSig");
-int exported_MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd) noexcept { return guarded<int>([&] { return MIDIFILEWriteTimeSig(out, time, numerator, denominatorPower, clocks, notes32nd); }); }
-int exported_MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) noexcept EXPORTED_AS("MIDIFILEWriteKeySig");
-int exported_MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) noexcept { return guarded<int>([&] { return MIDIFILEWriteKeySig(out, time, sharps, isMinor); }); }
-int exported_MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) noexcept EXPORTED_AS("MIDIFILEWriteText");
-int exported_MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) noexcept { return guarded<int>([&] { return MIDIFILEWriteText(out, time, type, text); }); }
-int exported_MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes) noexcept EXPORTED_AS("MIDIFILEWriteSMPTEoffset");
-int exported_MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes) noexcept { return guarded<int>([&] { return MIDIFILEWriteSMPTEoffset(out, hours, minutes, seconds, frames, subframes); }); }
-int exported_MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) noexcept EXPORTED_AS("MIDIFILEWriteSequenceNumber");
-int exported_MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) noexcept { return guarded<int>([&] { return MIDIFILEWriteSequenceNumber(out, number); }); }
-int exported_getGMProgramChangeIDFromSoundID(int soundID) noexcept EXPORTED_AS("getGMProgramChangeIDFromSoundID");
-int exported_getGMProgramChangeIDFromSoundID(int soundID) noexcept { return guarded<int>([&] { return getGMProgramChangeIDFromSoundID(soundID); }); }
-int exported_getSoundIDFromGMProgramChange(unsigned char program, double* tonality) noexcept EXPORTED_AS("getSoundIDFromGMProgramChange");
-int exported_getSoundIDFromGMProgramChange(unsigned char program, double* tonality) noexcept { return guarded<int>([&] { return getSoundIDFromGMProgramChange(program, tonality); }); }
-double exported_getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality) noexcept EXPORTED_AS("getDecayFactorAndTonalityFromGMProgramChange");
-double exported_getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality) noexcept { return guarded<double>([&] { return getDecayFactorAndTonalityFromGMProgramChange(program, tonality); }); }
-ZQFileNameList* exported_createZQFileNameList() noexcept EXPORTED_AS("createZQFileNameList");
-ZQFileNameList* exported_createZQFileNameList() noexcept { return guarded<ZQFileNameList*>([&] { return createZQFileNameList(); }); }
-void exported_deleteZQFileNameList(ZQFileNameList* list) noexcept EXPORTED_AS("deleteZQFileNameList");
-void exported_deleteZQFileNameList(ZQFileNameList* list) noexcept { guarded([&] { deleteZQFileNameList(list); }); }
-void exported_deleteZQFileNameListOnlyReferences(ZQFileNameList* list) noexcept EXPORTED_AS("deleteZQFileNameListOnlyReferences");
-void exported_deleteZQFileNameListOnlyReferences(ZQFileNameList* list) noexcept { guarded([&] { deleteZQFileNameListOnlyReferences(list); }); }
+_MIDIFILEInStruct* MIDIFILEBeginReading(FILE* file, _MIDIFILEReadStruct* event) noexcept { return guarded<_MIDIFILEInStruct*>([&] { return ::MIDIFILEBeginReading(file, event); }); }
+int MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks) noexcept { return guarded<int>([&] { return ::MIDIFILEReadPreamble(in, format, numberOfTracks); }); }
+int MIDIFILEReadEvent(_MIDIFILEInStruct* in) noexcept { return guarded<int>([&] { return ::MIDIFILEReadEvent(in); }); }
+int MIDIFILEEndReading(_MIDIFILEInStruct* in) noexcept { return guarded<int>([&] { return ::MIDIFILEEndReading(in); }); }
+int MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct* state, int size) noexcept { return guarded<int>([&] { return ::MIDIFILESetReadQuantaSize(state, size); }); }
+_MIDIFILEOutStruct* MIDIFILEBeginWriting(FILE* file, int format, short division, const char* trackName) noexcept { return guarded<_MIDIFILEOutStruct*>([&] { return ::MIDIFILEBeginWriting(file, format, division, trackName); }); }
+int MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) noexcept { return guarded<int>([&] { return ::MIDIFILEBeginWritingTrack(out, trackName); }); }
+int MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) noexcept { return guarded<int>([&] { return ::MIDIFILEEndWritingTrack(out, time); }); }
+int MIDIFILEEndWriting(_MIDIFILEOutStruct* out) noexcept { return guarded<int>([&] { return ::MIDIFILEEndWriting(out); }); }
+int MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept { return guarded<int>([&] { return ::MIDIFILEWriteEvent(out, time, count, bytes); }); }
+int MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) noexcept { return guarded<int>([&] { return ::MIDIFILEWriteSysExcl(out, time, count, bytes); }); }
+int MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) noexcept { return guarded<int>([&] { return ::MIDIFILEWriteTempo(out, time, tempo); }); }
+int MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower, unsigned char clocks, unsigned char notes32nd) noexcept { return guarded<int>([&] { return ::MIDIFILEWriteTimeSig(out, time, numerator, denominatorPower, clocks, notes32nd); }); }
+int MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) noexcept { return guarded<int>([&] { return ::MIDIFILEWriteKeySig(out, time, sharps, isMinor); }); }
+int MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) noexcept { return guarded<int>([&] { return ::MIDIFILEWriteText(out, time, type, text); }); }
+int MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds, unsigned char frames, unsigned char subframes) noexcept { return guarded<int>([&] { return ::MIDIFILEWriteSMPTEoffset(out, hours, minutes, seconds, frames, subframes); }); }
+int MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) noexcept { return guarded<int>([&] { return ::MIDIFILEWriteSequenceNumber(out, number); }); }
+int getGMProgramChangeIDFromSoundID(int soundID) noexcept { return guarded<int>([&] { return ::getGMProgramChangeIDFromSoundID(soundID); }); }
+int getSoundIDFromGMProgramChange(unsigned char program, double* tonality) noexcept { return guarded<int>([&] { return ::getSoundIDFromGMProgramChange(program, tonality); }); }
+double getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality) noexcept { return guarded<double>([&] { return ::getDecayFactorAndTonalityFromGMProgramChange(program, tonality); }); }
+ZQFileNameList* createZQFileNameList() noexcept { return guarded<ZQFileNameList*>([&] { return ::createZQFileNameList(); }); }
+void deleteZQFileNameList(ZQFileNameList* list) noexcept { guarded([&] { ::deleteZQFileNameList(list); }); }
+void deleteZQFileNameListOnlyReferences(ZQFileNameList* list) noexcept { guarded([&] { ::deleteZQFileNameListOnlyReferences(list); }); }
 void s_init(ZQFileNameList* list) noexcept { guarded([&] { list->init(); }); }
 void s_addFileName(ZQFileNameList* list, char* name) noexcept { guarded([&] { list->addFileName(name); }); }
 void s_deleteFileNameAtIndex(ZQFileNameList* list, int index) noexcept { guarded([&] { list->deleteFileNameAtIndex(index); }); }
@@ -152,4 +108,5 @@ ZQFileNameList* s_getTextFilesInFilePath(ZQFileNameList* list, const char* path,
 ZQFileNameList* s_getKernFilesInFilePath(ZQFileNameList* list, const char* path, int recursive, ZQFileNameList* other) noexcept { return guarded<ZQFileNameList*>([&] { return list->getKernFilesInFilePath(path, recursive, other); }); }
 
 }  // extern "C"
+}  // namespace zmatrix::flat
 #pragma GCC visibility pop

@@ -21,7 +21,7 @@ int printArray(const char* name, const Value* pointer, int length, PrintEntry pr
 }  // namespace
 
 int s_printf(const char* format, ...) {
-  static char text[2048];
+  char text[2048];
   std::va_list arguments;
   va_start(arguments, format);
   const int length = std::vsnprintf(text, sizeof(text), format, arguments);

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "frame/ZQSentence.h"
 #include "sequence/ZQMediumTier.h"
 #include "store/ZQBaseTier.h"
 #include "store/ZQTierLife.h"
@@ -15,7 +16,7 @@ constexpr int silentLevel = -1;
 
 // The sentences of a creator from a file, in which the tiers differ.
 struct CreatorTexts {
-  const char* otherTier;
+  zmatrix::ZQSentence<int> otherTier;
   const char* notRead;
 };
 
@@ -35,8 +36,7 @@ Matrix* createFromFile(const char* path, int debugLevel, const CreatorTexts& tex
     dbPrintf(0, texts.otherTier, infoType);
     return nullptr;
   }
-  std::unique_ptr<Matrix, void (*)(Matrix*)> matrix(zmatrix::createMatrixIn<Matrix>(silentDevice, silentLevel, ""),
-                                                    zmatrix::deleteMatrixIn<Matrix>);
+  std::unique_ptr<Matrix> matrix = zmatrix::createMatrixIn<Matrix>(silentDevice, silentLevel, "");
   if (matrix == nullptr) return nullptr;
   if (matrix->readAndInitMatrixFromDisk(path, debugLevel) != 1) {
     dbPrintf(0, "%s", texts.notRead);
@@ -53,7 +53,7 @@ ZQMatrixBase* createAndInitMatrixBase() {
 }
 
 ZQMatrixBase* createAndInitMatrixBaseWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
-  return zmatrix::createMatrixIn<ZQMatrixBase>(debugOutputDevice, debugLevel, debugDirectory);
+  return zmatrix::createMatrixIn<ZQMatrixBase>(debugOutputDevice, debugLevel, debugDirectory).release();
 }
 
 ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel) {
@@ -61,7 +61,7 @@ ZQMatrixBase* createAndInitMatrixBaseWithFile(const char* path, int debugLevel) 
 }
 
 void deleteMatrixBase(ZQMatrixBase* matrix) {
-  zmatrix::deleteMatrixIn(matrix);
+  delete matrix;
 }
 
 ZQMatrixMedium* createAndInitMatrixMedium() {
@@ -69,7 +69,7 @@ ZQMatrixMedium* createAndInitMatrixMedium() {
 }
 
 ZQMatrixMedium* createAndInitMatrixMediumWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
-  return zmatrix::createMatrixIn<ZQMatrixMedium>(debugOutputDevice, debugLevel, debugDirectory);
+  return zmatrix::createMatrixIn<ZQMatrixMedium>(debugOutputDevice, debugLevel, debugDirectory).release();
 }
 
 ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLevel) {
@@ -77,7 +77,7 @@ ZQMatrixMedium* createAndInitMatrixMediumWithFile(const char* path, int debugLev
 }
 
 void deleteMatrixMedium(ZQMatrixMedium* matrix) {
-  zmatrix::deleteMatrixIn(matrix);
+  delete matrix;
 }
 
 ZQMatrix* createAndInitMatrix() {
@@ -85,7 +85,7 @@ ZQMatrix* createAndInitMatrix() {
 }
 
 ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
-  return zmatrix::createMatrixIn<ZQMatrix>(debugOutputDevice, debugLevel, debugDirectory);
+  return zmatrix::createMatrixIn<ZQMatrix>(debugOutputDevice, debugLevel, debugDirectory).release();
 }
 
 ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel) {
@@ -93,7 +93,7 @@ ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel) {
 }
 
 void deleteMatrix(ZQMatrix* matrix) {
-  zmatrix::deleteMatrixIn(matrix);
+  delete matrix;
 }
 
 int getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) {

@@ -105,6 +105,9 @@ void zqGets(char* buffer, int size) {
   convert(buffer, size, asci2ansiTAB);
 }
 
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"  // isPrintable looks at the format
+
 void printfANSI(const char* format, unsigned character) {
   if (isPrintable(format, character)) printf(format, ansi2asciTAB[character]);
 }
@@ -112,3 +115,5 @@ void printfANSI(const char* format, unsigned character) {
 void dbPrintfANSI(int level, const char* format, unsigned character) {
   if (isPrintable(format, character)) dbPrintf(level, format, ansi2asciTAB[character]);
 }
+
+#pragma GCC diagnostic pop

@@ -2,22 +2,55 @@
 
 #include <cstdarg>
 
-FILE* ZQDebugChannel::fpMatrixErr = nullptr;
-int ZQDebugChannel::globalDebugOutputDevice = 0;
-int ZQDebugChannel::globalDebugLevel = 0;
-int ZQDebugChannel::globalMallocDebugger = 0;
-zq_messageFunction ZQDebugChannel::messageFunction = nullptr;
-void* ZQDebugChannel::messageUserData = nullptr;
+#if defined(__linux__) && !defined(__EMSCRIPTEN__)
+#include <sys/syscall.h>
+#include <unistd.h>
+#endif
+
+constinit thread_local FILE* ZQDebugChannel::fpMatrixErr = nullptr;
+constinit thread_local int ZQDebugChannel::globalDebugOutputDevice = 0;
+constinit thread_local int ZQDebugChannel::globalDebugLevel = 0;
+constinit thread_local int ZQDebugChannel::globalMallocDebugger = 0;
+constinit thread_local zq_messageFunction ZQDebugChannel::messageFunction = nullptr;
+constinit thread_local void* ZQDebugChannel::messageUserData = nullptr;
 
 namespace {
 
-char lastMessageOfLevel0[ZQDebugChannel::messageCapacity];
+constinit thread_local char lastMessageOfLevel0[ZQDebugChannel::messageCapacity] = {};
+
+/// The first thread ends with the process, which closes all files; until then the destructors of a host's globals may still send
+/// messages.
+bool isFirstThread() {
+#if defined(__linux__) && !defined(__EMSCRIPTEN__)
+  return syscall(SYS_gettid) == getpid();
+#else
+  return false;
+#endif
+}
+
+struct ClosesDebugFileAtEndOfThread {
+  void watch() {}  // a first use has the destructor run
+  ~ClosesDebugFileAtEndOfThread() {
+    if (!isFirstThread()) ZQDebugChannel::closeDebugFile();
+  }
+};
+thread_local ClosesDebugFileAtEndOfThread endOfThread;
 
 }  // namespace
 
+void ZQDebugChannel::openDebugFile(const char* path) {
+  fpMatrixErr = fopen(path, "a");
+  if (fpMatrixErr != nullptr) endOfThread.watch();
+}
+
+void ZQDebugChannel::closeDebugFile() {
+  if (fpMatrixErr != nullptr) fclose(fpMatrixErr);
+  fpMatrixErr = nullptr;
+}
+
 void dbPrintf(int level, const char* format, ...) {
   if (level > 0 && !ZQDebugChannel::shows(level)) return;
-  static char detail[ZQDebugChannel::messageCapacity];
+  char detail[ZQDebugChannel::messageCapacity];
   char* text = level > 0 ? detail : lastMessageOfLevel0;
   va_list arguments;
   va_start(arguments, format);

@@ -1,22 +1,30 @@
-// The one diagnostic channel. Device, level and debug file are the process's, shared by every matrix: they are the static members
-// that ZQMatrixBase inherits. The sentences that go through here are part of the interface and keep their wording.
+// The one diagnostic channel. Each thread has its own device, level, debug file and listener, shared by all matrices that it
+// uses: they are the static members that ZQMatrixBase inherits. The sentences that go through here are part of the interface and
+// keep their wording.
+//
+// Thread-local variables of the library are constinit: an access calls no initialisation, and a thread that never touches them
+// costs nothing but their room.
 #pragma once
 
 #include <zmatrix/zq_types.h>
 
 #include <cstdio>
 
-/// Where messages go, for the whole process.
+/// Where the messages of the calling thread go. A new thread begins with device 0 and level 0.
 struct ZQDebugChannel {
   static constexpr int messageCapacity = 2048;  ///< bytes of one message with its terminator; a longer one is cut
 
-  static FILE* fpMatrixErr;            ///< the debug file, or null
-  static int globalDebugOutputDevice;  ///< 0 none, 1 standard output, 2 debug file, 3 both
-  static int globalDebugLevel;         ///< messages of a level above this are dropped
-  static int globalMallocDebugger;     ///< kept for hosts that look for it; nothing reads it
+  static constinit thread_local FILE* fpMatrixErr;            ///< the debug file, or null; closed at the end of its thread
+  static constinit thread_local int globalDebugOutputDevice;  ///< 0 none, 1 standard output, 2 debug file, 3 both
+  static constinit thread_local int globalDebugLevel;         ///< messages of a level above this are dropped
+  static constinit thread_local int globalMallocDebugger;     ///< kept for hosts that look for it; nothing reads it
 
-  static zq_messageFunction messageFunction;  ///< what a host has called for each message, or null
-  static void* messageUserData;
+  static constinit thread_local zq_messageFunction messageFunction;  ///< what a host has called for each message, or null
+  static constinit thread_local void* messageUserData;
+
+  /// Opens the debug file for appending; it stays closed if that fails.
+  static void openDebugFile(const char* path);
+  static void closeDebugFile();
 
   /// True if a message of this level would come out: what a hot path asks before it builds one.
   static bool shows(int level) { return globalDebugLevel >= level && (prints() || messageFunction != nullptr); }
@@ -25,13 +33,13 @@ struct ZQDebugChannel {
 
 /// Prints one message through the channel. Level 0 is for errors and warnings, 1 for notes, 2 to 9 for detail.
 /// Devices 2 and 3 are silent altogether while there is no debug file. What is neither printed nor listened to costs a few tests
-/// of globals; a message of level 0 is always kept, as the last one.
+/// of thread-local variables; a message of level 0 is always kept, as the last one of its thread.
 void dbPrintf(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
 namespace zmatrix {
 
 void setMessageFunction(zq_messageFunction function, void* userData);
-/// The last message of level 0, or an empty text.
+/// The last message of level 0 in this thread, or an empty text.
 const char* lastMessage();
 
 }  // namespace zmatrix

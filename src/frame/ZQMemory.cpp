@@ -8,21 +8,26 @@ size_t largestAllocation = static_cast<size_t>(-1);
 
 }  // namespace zmatrix
 
-void* systemMalloc(size_t size) {
+void* systemMalloc(size_t size) noexcept {
   if (size > zmatrix::largestAllocation) return nullptr;
   return std::malloc(size);
 }
 
-void* systemCalloc(size_t count, size_t size) {
+void* systemCalloc(size_t count, size_t size) noexcept {
   if (size > 0 && count > zmatrix::largestAllocation / size) return nullptr;
   return std::calloc(count, size);
 }
 
-void* systemRealloc(void* pointer, size_t size) {
+void* systemRealloc(void* pointer, size_t size) noexcept {
   if (size > zmatrix::largestAllocation) return nullptr;
   return std::realloc(pointer, size);
 }
 
-void systemFree(void* pointer) {
+void* systemAlignedMalloc(size_t alignment, size_t size) {
+  if (size > zmatrix::largestAllocation) return nullptr;
+  return std::aligned_alloc(alignment, size);
+}
+
+void systemFree(void* pointer) noexcept {
   std::free(pointer);
 }

@@ -6,20 +6,23 @@
 #include <cstddef>
 
 /// Allocates `size` bytes, or returns null.
-void* systemMalloc(size_t size);
+[[nodiscard]] void* systemMalloc(size_t size) noexcept;
 
 /// As systemMalloc, for `count` times `size` bytes, all 0; a large one costs nothing before it is touched.
-void* systemCalloc(size_t count, size_t size);
+[[nodiscard]] void* systemCalloc(size_t count, size_t size) noexcept;
 
 /// Resizes an allocation of systemMalloc; null if there is no room, and the old allocation then stands.
-void* systemRealloc(void* pointer, size_t size);
+[[nodiscard]] void* systemRealloc(void* pointer, size_t size) noexcept;
+
+/// As systemMalloc, at an address that is a multiple of `alignment`, a power of two that divides `size`.
+void* systemAlignedMalloc(size_t alignment, size_t size);
 
 /// Releases an allocation; null is ignored.
-void systemFree(void* pointer);
+void systemFree(void* pointer) noexcept;
 
 /// Allocates room for `count` values of T, or returns null; a count below 1 gives room for one.
 template <class T>
-T* systemMallocArray(long long count) {
+[[nodiscard]] T* systemMallocArray(long long count) noexcept {
   if (count < 1) count = 1;
   if (static_cast<unsigned long long>(count) > static_cast<size_t>(-1) / 2 / sizeof(T)) return nullptr;
   return static_cast<T*>(systemMalloc(static_cast<size_t>(count) * sizeof(T)));
@@ -27,7 +30,7 @@ T* systemMallocArray(long long count) {
 
 namespace zmatrix {
 
-/// The largest single allocation that is granted, in bytes. Unlimited unless a test sets it.
+/// The largest single allocation that is granted, in bytes. Unlimited unless a test sets it, before it starts threads.
 extern size_t largestAllocation;
 
 }  // namespace zmatrix

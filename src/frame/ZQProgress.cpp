@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-progressCallBackData_tag globalProgressData = {};
-matrixProgressCallBackFunction updateProgressBarCallBackFunction = nullptr;
+constinit thread_local progressCallBackData_tag globalProgressData = {};
+constinit thread_local matrixProgressCallBackFunction updateProgressBarCallBackFunction = nullptr;
 
 namespace zmatrix {
 
-ProgressThrottle progressThrottle;
+constinit thread_local ProgressThrottle progressThrottle;
 
 namespace {
 
@@ -16,7 +16,7 @@ void callHost(int item, int itemCount) {
   progressThrottle.lastReportedItem = item;
   globalProgressData.progressItem = item;
   globalProgressData.progressItemCount = itemCount;
-  updateProgressBarCallBackFunction(&globalProgressData);
+  if (updateProgressBarCallBackFunction != nullptr) updateProgressBarCallBackFunction(&globalProgressData);
 }
 
 }  // namespace

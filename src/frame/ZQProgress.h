@@ -1,5 +1,5 @@
 // The progress report: long operations tell the host how far they are, about a hundred times each whatever their length.
-// Record, callback and throttle are the process's. An operation writes its sentence into globalProgressData.progressText before
+// Record, callback and throttle are the thread's. An operation writes its sentence into globalProgressData.progressText before
 // its first call; without a callback a call costs one test.
 #pragma once
 
@@ -14,8 +14,8 @@ struct progressCallBackData_tag {
 
 using matrixProgressCallBackFunction = void (*)(progressCallBackData_tag*);
 
-extern progressCallBackData_tag globalProgressData;
-extern matrixProgressCallBackFunction updateProgressBarCallBackFunction;
+extern constinit thread_local progressCallBackData_tag globalProgressData;
+extern constinit thread_local matrixProgressCallBackFunction updateProgressBarCallBackFunction;
 
 namespace zmatrix {
 
@@ -27,16 +27,32 @@ struct ProgressThrottle {
   long long nextItem = 0;              ///< the first item above this one is reported
 };
 
-extern ProgressThrottle progressThrottle;
+extern constinit thread_local ProgressThrottle progressThrottle;
 
 void reportProgress(int item, int itemCount);
 
 }  // namespace zmatrix
 
-/// The host's callback, or null for none.
+/// The host's callback for operations of the calling thread, or null for none.
 void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack);
 
 /// Reports `item` of `itemCount` if enough items have passed since the last report, or if it is the last one.
 inline void matrixProgressDisplay(int item, int itemCount) {
   if (updateProgressBarCallBackFunction != nullptr) zmatrix::reportProgress(item, itemCount);
 }
+
+namespace zmatrix {
+
+/// The same for a loop with little work per item: it asks once whether there is a callback, since a thread's variables are found
+/// by a call where the library is a shared object.
+class ProgressOfLoop {
+ public:
+  void reach(int item, int itemCount) const {
+    if (isHeard) reportProgress(item, itemCount);
+  }
+
+ private:
+  bool isHeard = updateProgressBarCallBackFunction != nullptr;
+};
+
+}  // namespace zmatrix

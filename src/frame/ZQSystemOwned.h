@@ -8,7 +8,7 @@
 namespace zmatrix {
 
 struct SystemFree {
-  void operator()(void* pointer) const { systemFree(pointer); }
+  void operator()(void* pointer) const noexcept { systemFree(pointer); }
 };
 
 /// An array of T that is released through systemFree; release() hands it to a host.

@@ -44,7 +44,7 @@ size_t ZQZeroedMemory::getWholeSize() const {
   return wholePages(size);
 }
 
-bool ZQZeroedMemory::resize(size_t newSize) {
+bool ZQZeroedMemory::resize(size_t newSize) noexcept {
   newSize = std::max(newSize, size_t{1});
   if (newSize > largestAllocation || newSize > SIZE_MAX - sizeOfPage) return false;
   void* resized = resizedPages(begin, wholePages(size), wholePages(newSize));
@@ -56,7 +56,7 @@ bool ZQZeroedMemory::resize(size_t newSize) {
   return true;
 }
 
-void ZQZeroedMemory::clear() {
+void ZQZeroedMemory::clear() noexcept {
   if (begin != nullptr) munmap(begin, wholePages(size));
   begin = nullptr;
   size = 0;
@@ -68,7 +68,7 @@ size_t ZQZeroedMemory::getWholeSize() const {
   return size;
 }
 
-bool ZQZeroedMemory::resize(size_t newSize) {
+bool ZQZeroedMemory::resize(size_t newSize) noexcept {
   newSize = std::max(newSize, size_t{1});
   char* resized = static_cast<char*>(systemCalloc(newSize, 1));
   if (resized == nullptr) return false;
@@ -79,7 +79,7 @@ bool ZQZeroedMemory::resize(size_t newSize) {
   return true;
 }
 
-void ZQZeroedMemory::clear() {
+void ZQZeroedMemory::clear() noexcept {
   systemFree(begin);
   begin = nullptr;
   size = 0;

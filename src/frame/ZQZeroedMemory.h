@@ -20,9 +20,9 @@ class ZQZeroedMemory {
   size_t getWholeSize() const;
 
   /// Sets the size in bytes; the content stays as far as the new size reaches. False, and nothing changed, if there is no room.
-  bool resize(size_t newSize);
+  [[nodiscard]] bool resize(size_t newSize) noexcept;
 
-  void clear();
+  void clear() noexcept;
 
  private:
   char* begin = nullptr;

@@ -1,7 +1,9 @@
-// Memory for the many small objects of one class: an address for each, but not a trip to the heap. When the last object is
-// released all memory goes back but for one chunk of at most half a megabyte. With the address sanitizer each object has a block
-// of its own, so that a use after release is seen.
+// Memory for the many small objects of one class: an address for each, but not a trip to the heap. Each thread takes them from a
+// slab of its own and may release those of others. With the address sanitizer each object has a block of its own, so that a use
+// after release is seen.
 #pragma once
+
+#include <new>
 
 #include "frame/ZQMemory.h"
 #include "music/ZQRecordSlab.h"
@@ -29,23 +31,36 @@ class ZQClassSlab {
 #else
   /// Room for one object, or null if memory has run out.
   static void* allocate() {
-    void* memory = slab.allocate();
-    if (memory != nullptr) livingObjects++;
-    return memory;
+    ZQRecordSlab* slab = slabOfThread;
+    if (slab == nullptr) slab = createSlab();
+    return slab != nullptr ? slab->allocate() : nullptr;
   }
 
   static void release(void* memory) {
     if (memory == nullptr) return;
-    slab.release(memory);
-    if (--livingObjects == 0) slab.restart();
+    ZQRecordSlab* slab = ZQRecordSlab::of(memory);
+    if (slab == slabOfThread)
+      slab->release(memory);
+    else
+      slab->releaseElsewhere(memory);
   }
 
  private:
-  struct Slab : ZQRecordSlab {
-    Slab() { setRecordSize(sizeof(Object)); }
+  struct AbandonsSlabAtEndOfThread {
+    void watch() {}  // a first use has the destructor run
+    ~AbandonsSlabAtEndOfThread() {
+      if (slabOfThread != nullptr) slabOfThread->abandon();
+      slabOfThread = nullptr;
+    }
   };
-  static inline Slab slab;
-  static inline size_t livingObjects = 0;
+
+  [[gnu::noinline]] static ZQRecordSlab* createSlab() {
+    static thread_local AbandonsSlabAtEndOfThread endOfThread;
+    endOfThread.watch();
+    return slabOfThread = new (std::nothrow) ZQRecordSlab(sizeof(Object));
+  }
+
+  static inline constinit thread_local ZQRecordSlab* slabOfThread = nullptr;
 #endif
 };
 

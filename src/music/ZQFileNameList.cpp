@@ -64,7 +64,7 @@ void ZQFileNameList::deleteAllFileNames() {
   numberOfFileNames = 0;
 }
 
-void ZQFileNameList::sortByFunction(ZQCompareFunction compare) {
+void ZQFileNameList::sortByFunction(zmatrix::ZQCompareFunction compare) {
   zmatrix::sortPointersByFunction(fileNameList, numberOfFileNames, compare);
 }
 

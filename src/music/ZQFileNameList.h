@@ -24,9 +24,9 @@ class ZQFileNameList {
   void setFileNameList(char** names) { fileNameList = names; }
   void setNumberOfFileNames(int number) { numberOfFileNames = number; }
   void setInternalNumberOfFileNames(int number) { internalNumberOfFileNames = number; }
-  void sortByFunction(ZQCompareFunction compare);
+  void sortByFunction(zmatrix::ZQCompareFunction compare);
 
-  /// The suffix with its dot, at most ten characters of it, in one buffer for the whole process. Empty for a name without a dot
+  /// The suffix with its dot, at most ten characters of it, in one buffer of the calling thread. Empty for a name without a dot
   /// behind its first character.
   char* getFileSuffix(const char* name) const;
   int fileIsMidiFile(const char* name) const;

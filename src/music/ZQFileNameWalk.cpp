@@ -112,7 +112,7 @@ bool hasSuffix(const ZQFileNameList& list, const char* name, std::initializer_li
 }  // namespace
 
 char* ZQFileNameList::getFileSuffix(const char* name) const {
-  static char suffix[longestSuffix + 1];
+  static constinit thread_local char suffix[longestSuffix + 1] = {};
   suffix[0] = 0;
   const std::string_view text = name != nullptr ? name : "";
   const size_t dot = text.rfind('.');

@@ -26,7 +26,7 @@ class ZQPointerArray {
   Element** end() const { return elements + numberOfElements; }
 
   /// Appends an element; false, and nothing changed, if memory has run out.
-  bool add(Element* element) {
+  [[nodiscard]] bool add(Element* element) {
     if ((elements == nullptr || numberOfElements >= internalNumberOfElements) && !grow()) return false;
     elements[numberOfElements++] = element;
     return true;
@@ -39,7 +39,7 @@ class ZQPointerArray {
   }
 
   /// Makes room for a total of `count` elements; false if memory has run out.
-  bool reserve(int count) {
+  [[nodiscard]] bool reserve(int count) {
     if (elements != nullptr && count <= internalNumberOfElements) return true;
     return resize(std::max(count, internalNumberOfElements));
   }
@@ -63,13 +63,13 @@ class ZQPointerArray {
   int getCapacity() const { return internalNumberOfElements; }
 
  private:
-  bool grow() {
+  [[nodiscard]] bool grow() {
     if (elements == nullptr && internalNumberOfElements > 0) return resize(internalNumberOfElements);
     const int capacity = std::max(grownCapacity(internalNumberOfElements), internalNumberOfElements + 1);
     return resize(capacity);
   }
 
-  bool resize(int capacity) {
+  [[nodiscard]] bool resize(int capacity) {
     const size_t size = sizeof(Element*) * static_cast<size_t>(capacity);
     auto* resized = static_cast<Element**>(systemRealloc(elements, size));
     if (resized == nullptr) return false;

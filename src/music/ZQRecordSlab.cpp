@@ -2,24 +2,65 @@
 
 #include "frame/ZQMemory.h"
 
+namespace zmatrix {
+
 namespace {
 
-constexpr size_t headerOfChunk = 16;          // keeps records aligned for their 64-bit value
-constexpr size_t mostRecordsInChunk = 16384;  // half a megabyte or so: large enough to be rare, small enough to waste little
+constexpr size_t headerOfChunk = 16;  // keeps records aligned for their 64-bit value
 
 }  // namespace
 
+void ZQRecordSlab::releaseElsewhere(void* record) {
+  std::unique_lock lock(mutex);
+  firstReleasedElsewhere = new (record) Released{firstReleasedElsewhere};
+  numberReleasedElsewhere++;
+  const bool isLast = isAbandoned && numberReleasedElsewhere == numberOfRecords;
+  lock.unlock();
+  if (isLast) delete this;
+}
+
+void ZQRecordSlab::abandon() {
+  std::unique_lock lock(mutex);
+  isAbandoned = true;
+  const bool isUnused = numberReleasedElsewhere == numberOfRecords;
+  lock.unlock();
+  if (isUnused) delete this;
+}
+
+bool ZQRecordSlab::provide() {
+  takeFromElsewhere();
+  return firstReleased != nullptr || next != end || addChunk();
+}
+
+void ZQRecordSlab::takeFromElsewhere() {
+  const std::lock_guard lock(mutex);
+  if (numberReleasedElsewhere == 0) return;
+  firstReleased = firstReleasedElsewhere;  // nothing else is left, or this would not be asked
+  numberOfRecords -= numberReleasedElsewhere;
+  firstReleasedElsewhere = nullptr;
+  numberReleasedElsewhere = 0;
+  if (numberOfRecords == 0) restart();
+}
+
 bool ZQRecordSlab::addChunk() {
   static_assert(sizeof(Chunk) <= headerOfChunk);
-  const size_t bytes = recordsInNextChunk * recordSize;
-  Chunk* chunk = static_cast<Chunk*>(systemMalloc(headerOfChunk + bytes));
+  auto* chunk = static_cast<Chunk*>(systemAlignedMalloc(sizeOfChunk, sizeOfChunk));
   if (chunk == nullptr) return false;
-  chunk->previous = lastChunk;
-  lastChunk = chunk;
-  next = reinterpret_cast<char*>(chunk) + headerOfChunk;
-  end = next + bytes;
-  if (recordsInNextChunk < mostRecordsInChunk) recordsInNextChunk *= 2;
+  lastChunk = new (chunk) Chunk{this, lastChunk};
+  handOutFrom(chunk);
   return true;
+}
+
+void ZQRecordSlab::handOutFrom(Chunk* chunk) {
+  next = reinterpret_cast<char*>(chunk) + headerOfChunk;
+  end = next + (sizeOfChunk - headerOfChunk) / recordSize * recordSize;
+}
+
+void ZQRecordSlab::restart() {
+  releaseChunks(lastChunk->previous);
+  lastChunk->previous = nullptr;
+  handOutFrom(lastChunk);
+  firstReleased = nullptr;
 }
 
 void ZQRecordSlab::releaseChunks(Chunk* from) {
@@ -30,18 +71,4 @@ void ZQRecordSlab::releaseChunks(Chunk* from) {
   }
 }
 
-void ZQRecordSlab::restart() {
-  if (lastChunk == nullptr) return;
-  releaseChunks(lastChunk->previous);
-  lastChunk->previous = nullptr;
-  next = reinterpret_cast<char*>(lastChunk) + headerOfChunk;
-  firstReleased = nullptr;
-}
-
-void ZQRecordSlab::clear() {
-  releaseChunks(lastChunk);
-  lastChunk = nullptr;
-  next = end = nullptr;
-  firstReleased = nullptr;
-  recordsInNextChunk = 256;
-}
+}  // namespace zmatrix

@@ -3,10 +3,10 @@
 
 #include <cstdlib>
 
+namespace zmatrix {
+
 /// Compares what two pointers to elements point to: below 0, 0, or above 0.
 using ZQCompareFunction = int (*)(const void*, const void*);
-
-namespace zmatrix {
 
 /// Sorts the pointers. An array that is in order already, which is the common case, costs one pass and stays as it is; of one
 /// that isn't, elements that compare equal may change places.

@@ -24,8 +24,7 @@ int numberBase(int ocronType) {
 }
 
 /// The digit of a symbol. False for what is no symbol of any type.
-bool digitOf(char symbol, int* digit) {
-  const gocronParametersTag* parameters = getGlobalGocronParameters();
+bool digitOf(const gocronParametersTag* parameters, char symbol, int* digit) {
   switch (symbol) {
     case '*':
       *digit = parameters->gocronASTERISKValue;
@@ -49,9 +48,10 @@ bool digitOf(char symbol, int* digit) {
 
 /// The symbol that is written for a digit, 0 if there is none. In type 7 `^` has the digit of `*`.
 char symbolOfDigit(int ocronType, long long digit) {
+  const gocronParametersTag* parameters = getGlobalGocronParameters();
   for (const char symbol : ocronAlphabet(ocronType).digitSymbols) {
     int value = 0;
-    digitOf(ocronType == 7 && symbol == '^' ? '*' : symbol, &value);
+    digitOf(parameters, ocronType == 7 && symbol == '^' ? '*' : symbol, &value);
     if (value == digit) return symbol;
   }
   return 0;
@@ -112,9 +112,10 @@ long long ocronToGocron(int ocronType, const char* ocron, int length) {
   if (length < 0) return 0;
   if (ocron == nullptr) return failure;
   long long sum = 0;
-  const bool isRead = walkDigits(ocron, length, 0, numberBase(ocronType), [&sum](char symbol, long long weight) {
+  const gocronParametersTag* parameters = getGlobalGocronParameters();
+  const bool isRead = walkDigits(ocron, length, 0, numberBase(ocronType), [&sum, parameters](char symbol, long long weight) {
     int digit = 0;
-    if (!digitOf(symbol, &digit)) return false;
+    if (!digitOf(parameters, symbol, &digit)) return false;
     sum = wrappedSum(sum, wrappedProduct(digit, weight));
     return sum >= 0;
   });

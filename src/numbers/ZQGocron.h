@@ -1,4 +1,4 @@
-// Gocrons: an ocron read as one number, each symbol a digit. The digits and the base are those of the process's parameters; a
+// Gocrons: an ocron read as one number, each symbol a digit. The digits and the base are those of the thread's parameters; a
 // base of 0 is that of the type. A weight or a sum that wraps to a negative number is a failure; one that wraps to another isn't
 // seen.
 #pragma once

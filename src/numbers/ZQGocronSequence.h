@@ -12,10 +12,10 @@ namespace zmatrix {
 /// null, or a file that gets a line an ocron.
 long long* createGoedelSequenceFromOcronSequence(int ocronType, const int* sequence, int length, int endSymbol, int* resultLength,
                                                  int* status, long long* maximalValue, const char* logPath);
-/// The same with type and end symbol of the process and no log.
+/// The same with type and end symbol of the thread and no log.
 long long* createGoedelSequenceFromOcronSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 
-/// The gocrons of integers with type and end symbol of the process. Numbers without an ocron are left out.
+/// The gocrons of integers with type and end symbol of the thread. Numbers without an ocron are left out.
 long long* createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 /// The low 32 bits of each.
 int* createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);

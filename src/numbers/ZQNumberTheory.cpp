@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "frame/ZQMemory.h"
-#include "numbers/ZQPrimeTable.h"
+#include "numbers/ZQSharedPrimes.h"
 
 namespace zmatrix {
 
@@ -18,8 +18,8 @@ constexpr int mersennePrimes[50] = {2,        3,        5,        7,        13, 
                                     3021377,  6972593,  13466917, 20996011, 24036583, 25964951, 30402457, 32582657, 37156667,
                                     42643801, 43112609, 57885161, 74207281, 77232917};
 
-/// The last factorisation of the process: entry 0 has the number of primes and the sum of the divisors.
-tagPrimeFact globalPrimeFactors[101];
+/// The last factorisation of the thread: entry 0 has the number of primes and the sum of the divisors.
+constinit thread_local tagPrimeFact globalPrimeFactors[101] = {};
 
 /// 1 + p + ... + p^e.
 long long sumOfPowers(tagPrimeFact factor) {
@@ -56,7 +56,7 @@ int computedSigma(int n) {
 /// no say in it.
 unsigned sumOfDivisorsBy4(int n) {
   if (n < 4 || n % 4 != 0) return 0;
-  const PrimeTable<int>& table = PrimeTable<int>::ofProcess();
+  const PrimeTable<int>& table = SharedPrimes<int>::table();
   const bool isWhole = table.exists() && table.primes()[0] == 2;
   return 4u * static_cast<unsigned>(isWhole ? computedSigma(n / 4) : sumOfDivisorsByTrial(n / 4));
 }
@@ -76,7 +76,7 @@ void initMath() {
 }
 
 bool factorise(int n, PrimeFactors* result) {
-  const PrimeTable<int>& table = PrimeTable<int>::ofProcess();
+  const PrimeTable<int>& table = SharedPrimes<int>::table();
   result->count = 0;
   if (n < 0 || !table.exists() || static_cast<int>(std::sqrt(n)) > table.maximum()) return false;
   int remaining = n;
@@ -115,7 +115,7 @@ void deletePrimeFactor(tagPrimeFact* factors) {
 }
 
 int sigma(int n) {
-  static int lastNumber = 0, lastSum = 0;
+  static constinit thread_local int lastNumber = 0, lastSum = 0;
   if (n != lastNumber) {
     lastSum = computedSigma(n);
     lastNumber = n;
@@ -124,7 +124,8 @@ int sigma(int n) {
 }
 
 int sigma4(int n) {
-  static int lastNumber = 0, lastSum = 0;
+  static constinit thread_local int lastNumber = 0, lastSum = 0;
+  const PrimesHeld held;
   if (n != lastNumber) {
     lastSum = static_cast<int>(static_cast<unsigned>(computedSigma(n)) - sumOfDivisorsBy4(n));
     lastNumber = n;

@@ -5,12 +5,12 @@
 
 namespace zmatrix {
 
-/// Clears the last factorisation.
+/// Clears the thread's last factorisation.
 void initMath();
 
 /// The prime factors of `n`, ascending, behind an entry that holds their number and the sum of the divisors of `n`. Null, with
 /// *count 0 and *sigma 1, if the table is missing or doesn't reach the root of `n`, and for a negative `n`. 0 and 1 are factors
-/// of themselves. With `wantCopy` 0 the entries are the process's and stand until the next factorisation.
+/// of themselves. With `wantCopy` 0 the entries are the thread's and stand until its next factorisation.
 tagPrimeFact* getPrimeFactors(int n, int* count, int* sigma, int wantCopy);
 void deletePrimeFactor(tagPrimeFact* factors);
 

@@ -9,6 +9,7 @@
 #include "numbers/ZQOcronEvaluator.h"
 #include "numbers/ZQOcronParameters.h"
 #include "numbers/ZQPrimes.h"
+#include "numbers/ZQSharedPrimes.h"
 
 namespace zmatrix {
 
@@ -71,6 +72,7 @@ void appendFactors(OcronText& text, int number, Powers powers, bool isFirst) {
 
 char* encodeFactors(char* buffer, int* length, int* capacity, int number, Powers powers) {
   if (number < 0 || (buffer == nullptr && number < 2)) return buffer;
+  const PrimesHeld held;
   OcronText text{buffer, length, capacity};
   if (text.provide()) appendFactors(text, number, powers, text.isEmpty());
   return text.buffer;
@@ -126,6 +128,7 @@ char* intToOcron5(char* buffer, int* length, int* capacity, int number) {
 
 char* intToOcron6(char* buffer, int* length, int* capacity, int number) {
   if (number < 0 || (buffer == nullptr && number < 1)) return buffer;
+  const PrimesHeld held;
   OcronText text{buffer, length, capacity};
   if (!text.provide()) return nullptr;
   const int begin = *length;
@@ -160,6 +163,7 @@ char* intToOcron(int ocronType, int* length, int* capacity, int number, int* com
     return nullptr;
   }
   if (!isOcronType(ocronType)) return nullptr;
+  const PrimesHeld held;
   char* ocron = encoders[ocronType - lowestOcronType](nullptr, length, capacity, number);
   if (ocron == nullptr) *length = 0;
   if (ocronType == primeType && *length >= 2) memmove(ocron, ocron + 1, static_cast<size_t>((*length)--));

@@ -5,12 +5,12 @@
 #include <cstring>
 #include <string_view>
 
-#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSentence.h"
 #include "frame/ZQSystemOwned.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQOcronBuffers.h"
 #include "numbers/ZQOcronParameters.h"
-#include "numbers/ZQPrimeTable.h"
+#include "numbers/ZQSharedPrimes.h"
 
 namespace zmatrix {
 
@@ -60,6 +60,8 @@ constexpr int done = 1;
 
 class OcronMachine {
  public:
+  using OfTwoValues = ZQSentence<long long, long long>;
+
   OcronMachine(const OcronDialect& aDialect, int* stackDepth) : dialect(aDialect), stackDepth_(stackDepth) {}
 
   const OcronDialect& dialect;
@@ -139,8 +141,9 @@ class OcronMachine {
     if (!hasOperands()) return failOperands('^', dialect.codes.powerOperands);
     if (overflows(std::pow(static_cast<double>(below()), static_cast<double>(top())))) {
       const bool namesPower = dialect.powerSign == '^';
-      return failBinary(namesPower ? "long long overflow '^' %lld ^ %lld" : "long long overflow '^' %lld * %lld",
-                        dialect.codes.powerOverflow);
+      return failBinary(
+          namesPower ? OfTwoValues("long long overflow '^' %lld ^ %lld") : OfTwoValues("long long overflow '^' %lld * %lld"),
+          dialect.codes.powerOverflow);
     }
     combine(powerByProducts(below(), top()));
     return done;
@@ -159,13 +162,10 @@ class OcronMachine {
   }
 
   /// Reports a failure of the two newest values.
-  [[gnu::format(printf, 2, 0)]] int failBinary(const char* format, int code) const {
+  int failBinary(const OfTwoValues& format, int code) const {
     if (!ZQDebugChannel::shows(2)) return code;
     char text[256];
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-    snprintf(text, sizeof text, format, below(), top());
-#pragma GCC diagnostic pop
+    printInto(text, sizeof text, format, below(), top());
     dbPrintf(2, "%s: %s\n", dialect.operatorName, text);
     return code;
   }
@@ -179,16 +179,16 @@ class OcronMachine {
   }
 
   int replaceByPrime(long long* value, int codeIfTooSmall) const {
-    const PrimeTable<int>& table = PrimeTable<int>::ofProcess();
-    if (*value >= table.count()) {
-      dbPrintf(2, "%s: number of preInitialized primes (%d) too small for %lld! \n", dialect.operatorName, table.count(), *value);
+    if (*value >= table_.count()) {
+      dbPrintf(2, "%s: number of preInitialized primes (%d) too small for %lld! \n", dialect.operatorName, table_.count(),
+               *value);
       return codeIfTooSmall;
     }
     if (*value < 1) {
       dbPrintf(2, "%s: illegal ocron stack value %lld! \n", dialect.primeName, *value);
       return dialect.codes.valueOfPrime;
     }
-    *value = table.primes()[*value - 1];
+    *value = table_.primes()[*value - 1];
     return done;
   }
 
@@ -198,6 +198,7 @@ class OcronMachine {
   }
 
   int* stackDepth_;
+  const PrimeTable<int>& table_ = SharedPrimes<int>::table();  // held by whoever evaluates
   int count_ = 0;
   long long values_[ocronStackSize];  // the newest is the last
 };
@@ -209,7 +210,7 @@ class OcronMachine {
 class LogarithmicOcronMachine : public OcronMachine {
  public:
   LogarithmicOcronMachine(int* stackDepth, int* logBase)
-      : OcronMachine(logarithmicDialect, stackDepth), logBase_(logBase), base_(PrimeTable<int>::ofProcess().primes()[0]) {}
+      : OcronMachine(logarithmicDialect, stackDepth), logBase_(logBase), base_(SharedPrimes<int>::table().primes()[0]) {}
 
   int step(char symbol) {
     switch (symbol) {
@@ -230,7 +231,7 @@ class LogarithmicOcronMachine : public OcronMachine {
   }
 
  private:
-  static constexpr const char* otherBaseAtProduct =
+  static constexpr OfTwoValues otherBaseAtProduct =
       "long long overflow (logarithmic representation not possible, different base values) '*' %lld * %lld";
   static constexpr int noPrimeOfLogarithm = -13, noLogarithm = -14, logarithmOverflow = -15;
 
@@ -336,13 +337,13 @@ int checkString(const char* name, const char* ocron, int length) {
 }
 
 int checkPrimes(const char* name) {
-  if (PrimeTable<int>::ofProcess().exists()) return done;
+  if (SharedPrimes<int>::table().exists()) return done;
   dbPrintf(0, "%s: primeNumbers not initialized! \n", name);
   return noPrimes;
 }
 
-bool isEndSymbol(char symbol) {
-  return symbol == static_cast<char>(getGlobalGocronParameters()->ocronEndSymbol);
+char endSymbolOfThread() {
+  return static_cast<char>(getGlobalGocronParameters()->ocronEndSymbol);
 }
 
 int checkSymbol(const char* name, std::string_view symbols, char symbol) {
@@ -353,8 +354,9 @@ int checkSymbol(const char* name, std::string_view symbols, char symbol) {
 
 /// Ends the string at its first end symbol. 1, or a code.
 int cutAtEndSymbol(const char* name, std::string_view symbols, char* ocron, int* length) {
+  const char endSymbol = endSymbolOfThread();
   for (int i = 0; i < *length; i++) {
-    if (isEndSymbol(ocron[i])) {
+    if (ocron[i] == endSymbol) {
       ocron[i] = 0;
       *length = i;
       break;
@@ -366,6 +368,7 @@ int cutAtEndSymbol(const char* name, std::string_view symbols, char* ocron, int*
 }
 
 long long evaluate(const OcronDialect& dialect, char* ocron, int length, int* stackDepth) {
+  const PrimesHeld held;
   *stackDepth = 0;
   int result = checkString(dialect.name, ocron, length);
   if (result == done) result = checkPrimes(dialect.name);
@@ -419,6 +422,7 @@ long long ocron5ToLongLong(char* ocron, int length, int* stackDepth) {
 }
 
 long long ocron4ToLogLongLong(char* ocron, int length, int* stackDepth, int* logBase) {
+  const PrimesHeld held;
   *stackDepth = 0;
   int result = checkString(logarithmicDialect.name, ocron, length);
   if (result == done) result = checkPrimes(logarithmicDialect.name);
@@ -429,14 +433,16 @@ long long ocron4ToLogLongLong(char* ocron, int length, int* stackDepth, int* log
 
 long long ocron6ToLongLong(char* ocron, int length, int* stackDepth) {
   static constexpr const char* name = "ocron6ToInt";
+  const PrimesHeld held;
   *stackDepth = 0;
   int result = checkString(name, ocron, length);
   if (result == done) result = checkPrimes(name);
+  const char endSymbol = endSymbolOfThread();
   for (int i = 0; result == done && i < length; i++)
-    if (!isEndSymbol(ocron[i])) result = checkSymbol("ocron6ToLongLong", "P*", ocron[i]);
+    if (ocron[i] != endSymbol) result = checkSymbol("ocron6ToLongLong", "P*", ocron[i]);
   if (result != done) return result;
 
-  const PrimeTable<int>& table = PrimeTable<int>::ofProcess();
+  const PrimeTable<int>& table = SharedPrimes<int>::table();
   int value = 1;
   for (int i = 0; i < length && value >= 0; i++) {
     if (ocron[i] == 'P')
@@ -449,6 +455,7 @@ long long ocron6ToLongLong(char* ocron, int length, int* stackDepth) {
 
 long long ocron7ToLongLong(char* ocron, int length, int* stackDepth, int* logBase) {
   static constexpr const char* name = "ocron7ToLongLong";
+  const PrimesHeld held;
   *logBase = *stackDepth = 0;
   int result = checkString(name, ocron, length);
   if (result == done) result = cutAtEndSymbol(name, dialect4.symbols, ocron, &length);

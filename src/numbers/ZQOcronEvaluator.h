@@ -4,7 +4,7 @@
 // 2 and multiply what is left at the end; type 5 demands its operands; type 6 has one running value and no stack; type 7 also
 // tells numbers that are too large for 64 bits, by their logarithms.
 //
-// `ocron`: a terminated text, cut in place at its first end symbol (parameters of the process) by all evaluators but those of
+// `ocron`: a terminated text, cut in place at its first end symbol (parameters of the thread) by all evaluators but those of
 // type 6 and of logarithms, also where evaluation then fails. `length`: its characters. `stackDepth` gets the most values that
 // stood on the stack after a push. A result below 1 is a code.
 #pragma once

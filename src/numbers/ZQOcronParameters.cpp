@@ -8,7 +8,7 @@ namespace {
 
 constexpr gocronParametersTag defaults = {4, 10, 0, 0, 0, 0, 1, 2, 3, 4};
 
-gocronParametersTag gGocronPars = defaults;
+constinit thread_local gocronParametersTag gGocronPars = defaults;
 
 constexpr int endOfTypes = 11, endOfAlgorithms = 11, endOfNumberBases = 257;
 

@@ -1,4 +1,4 @@
-// What selects and numbers the alphabets of ocrons. One set serves the whole process: the encoders take their algorithm from it,
+// What selects and numbers the alphabets of ocrons. Each thread has one set: the encoders take their algorithm from it,
 // the evaluators the end symbol at which they cut, the gocrons their digits.
 #pragma once
 
@@ -36,7 +36,7 @@ constexpr const OcronAlphabet& ocronAlphabet(int ocronType) {
   return ocronAlphabets[static_cast<size_t>(ocronType - lowestOcronType)];
 }
 
-/// The parameters of the process. They can be changed in place; nothing is checked then.
+/// The parameters of the calling thread. They can be changed in place; nothing is checked then.
 gocronParametersTag* getGlobalGocronParameters();
 
 /// Sets all ten parameters. An ocronType above 10 or below 0 becomes 4, an algorithm or a number base out of range 0, each with a

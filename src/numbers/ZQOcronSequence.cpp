@@ -13,6 +13,7 @@
 #include "numbers/ZQOcronBuffers.h"
 #include "numbers/ZQOcronEncoder.h"
 #include "numbers/ZQOcronParameters.h"
+#include "numbers/ZQSharedPrimes.h"
 
 namespace zmatrix {
 
@@ -99,6 +100,7 @@ OwnedFile openForReading(const char* path, long long* length) {
 
 int* createOcronSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol, const char* logPath,
                          char* isLeftOut) {
+  const PrimesHeld held;
   dbPrintf(2, "ocronType: %d\n", ocronType);
   *resultLength = 0;
   Items items{systemMallocArray<int>(firstItems)};

@@ -9,7 +9,7 @@ namespace zmatrix {
 /// number. Null without memory.
 int* createOcronSequenceFromIntegerSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol,
                                             const char* logPath);
-/// The same with type and end symbol of the process and no log.
+/// The same with type and end symbol of the thread and no log.
 int* createOcronSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 
 /// Inside the library: the same, and `isLeftOut`, if not null, gets 1 for each number that was left out, else 0.

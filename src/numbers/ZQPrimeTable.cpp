@@ -3,27 +3,17 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <new>
 
 #include "frame/ZQDebugChannel.h"
-#include "frame/ZQMemory.h"
+#include "frame/ZQSystemOwned.h"
 #include "numbers/ZQPrimeSieve.h"
 #include "numbers/ZQRiemannEstimate.h"
+#include "numbers/ZQTruncated.h"
 
 namespace zmatrix {
 
 namespace {
-
-constexpr long long smallestLimit = 5000;
-constexpr long long smallestNumberOfPrimes = 500;
-
-/// Truncated, and at the ends of 64 bits where the number lies beyond them. What is no number gives 0.
-long long truncated(double number) {
-  constexpr double end = 9223372036854775808.0;
-  if (std::isnan(number)) return 0;
-  if (number >= end) return std::numeric_limits<long long>::max();
-  if (number < -end) return std::numeric_limits<long long>::min();
-  return static_cast<long long>(number);
-}
 
 /// Where the estimate sees `n` in a table of all primes, from 0.
 long long estimatedIndex(long long n) {
@@ -43,69 +33,53 @@ long long firstWithIndex(long long count) {
   return low;
 }
 
-double expectedNumberOfPrimes(double bound) {
-  return std::trunc(1.05 * bound / (std::log(bound) - 1));
-}
-
-/// A bound below which the first `n` primes lie; n of 500 or more.
-double boundOfFirstPrimes(long long n) {
-  const auto number = static_cast<double>(n);
-  double bound = std::trunc(number * std::log(number) + number * std::log(std::log(number)) + 0.5);
-  double expected = expectedNumberOfPrimes(bound);
-  while (expected < number) {
-    dbPrintf(2, "initFirstNPrimes unexpected: no_primes_expected(%d) < numberOfPrimesRequested(%d)\n", static_cast<int>(expected),
-             static_cast<int>(n));
-    const double m = std::trunc(expected * 1.05), logarithm = std::log(m), second = std::log(logarithm);
-    bound = std::trunc((second - 2) * (m / logarithm) + m * second + m * logarithm - m + 0.5);
-    expected = expectedNumberOfPrimes(bound);
-  }
-  return bound;
-}
-
 }  // namespace
 
 template <class Value>
-PrimeTable<Value>& PrimeTable<Value>::ofProcess() {
-  static PrimeTable table;
+PrimeBlock<Value>::~PrimeBlock() {
+  systemFree(primes);
+}
+
+template <class Value>
+PrimeTable<Value> PrimeTable<Value>::between(long long lowerBound, long long limit) {
+  PrimeTable table;
+  const long long capacity = mostPrimesBetween(lowerBound, limit);
+  SystemOwned<Value> primes(systemMallocArray<Value>(capacity));
+  const long long found = primes != nullptr ? writePrimesBetween(lowerBound, limit, primes.get(), capacity) : -1;
+  if (found < 0) return table;
+  if (found + 1 < capacity) {
+    auto* smaller = static_cast<Value*>(systemRealloc(primes.get(), static_cast<size_t>(found + 1) * sizeof(Value)));
+    if (smaller != nullptr) {
+      static_cast<void>(primes.release());
+      primes.reset(smaller);
+    }
+  }
+  table.block_ = new (std::nothrow) PrimeBlock<Value>(primes.get());
+  if (table.block_ == nullptr) return table;
+  table.primes_ = primes.release();
+  table.bucketStart_ = table.block_->bucketStart;
+  table.count_ = static_cast<Value>(found);
+  table.maximum_ = found > 0 ? table.primes_[found - 1] : 0;
+  table.indexTable();
   return table;
 }
 
 template <class Value>
-Value* PrimeTable<Value>::init(long long lowerBound, long long upperBound, Value* count) {
-  const long long limit = std::clamp<long long>(upperBound, smallestLimit, std::numeric_limits<Value>::max());
-  lowerBound = std::max(lowerBound, 0LL);
-  if (limit - lowerBound < 2) return nullptr;
-
-  *count = 0;
-  deinit();
-  const long long capacity = mostPrimesBetween(lowerBound, limit);
-  primes_ = systemMallocArray<Value>(capacity);
-  const long long found = primes_ != nullptr ? writePrimesBetween(lowerBound, limit, primes_, capacity) : -1;
-  if (found < 0) {
-    deinit();
-    count_ = maximum_ = 0;
-    return nullptr;
-  }
-  if (found + 1 < capacity) {
-    auto* smaller = static_cast<Value*>(systemRealloc(primes_, static_cast<size_t>(found + 1) * sizeof(Value)));
-    if (smaller != nullptr) primes_ = smaller;
-  }
-  *count = count_ = static_cast<Value>(found);
-  maximum_ = found > 0 ? primes_[found - 1] : 0;
-  indexTable();
-  return primes_;
+PrimeTable<Value> PrimeTable<Value>::withoutPrimes() const {
+  PrimeTable rest;
+  rest.count_ = count_;
+  rest.maximum_ = maximum_;
+  return rest;
 }
 
 template <class Value>
-Value* PrimeTable<Value>::initFirst(Value n) {
-  Value count = 0;
-  return init(0, truncated(boundOfFirstPrimes(std::max<long long>(n, smallestNumberOfPrimes))), &count);
+void PrimeTable<Value>::hold() const {
+  if (block_ != nullptr) block_->numberOfHolders.fetch_add(1, std::memory_order_relaxed);
 }
 
 template <class Value>
-void PrimeTable<Value>::deinit() {
-  systemFree(primes_);
-  primes_ = nullptr;
+void PrimeTable<Value>::release() const {
+  if (block_ != nullptr && block_->numberOfHolders.fetch_sub(1, std::memory_order_acq_rel) == 1) delete block_;
 }
 
 template <class Value>
@@ -207,6 +181,8 @@ Value PrimeTable<Value>::walkToNotPrime(Value n, long long candidate) const {
   return -1;  // no rank beyond the table reaches n
 }
 
+template struct PrimeBlock<int>;
+template struct PrimeBlock<long long>;
 template class PrimeTable<int>;
 template class PrimeTable<long long>;
 

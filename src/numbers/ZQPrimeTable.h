@@ -1,5 +1,5 @@
-// The tables of primes that the number functions work with, one of 32 and one of 64 bits for the whole process. A query reads its
-// table and never builds one.
+// A table of primes and what is asked of it. ZQSharedPrimes.h has the tables that the number functions work with, one of 32 and
+// one of 64 bits for the whole process. A query reads its table and never builds one.
 //
 // How a query finds its place is part of what it answers: R(n), Riemann's estimate, says where the rank of n lies. If that is
 // inside the table, the rank is what the table says; if it is beyond, the estimate stands for it, or the answer is "can't tell".
@@ -7,28 +7,44 @@
 // search, which gives what a walk from the estimate gives.
 #pragma once
 
+#include <atomic>
 #include <type_traits>
 
 namespace zmatrix {
 
+/// The primes of a table and where they begin: one allocation that several views of the table share.
+template <class Value>
+struct PrimeBlock {
+  static constexpr int buckets = 4096;
+
+  explicit PrimeBlock(Value* ownedPrimes) : primes(ownedPrimes) {}
+  ~PrimeBlock();
+  PrimeBlock(const PrimeBlock&) = delete;
+  PrimeBlock& operator=(const PrimeBlock&) = delete;
+
+  std::atomic<long> numberOfHolders = 1;
+  Value* primes;
+  Value bucketStart[buckets + 2];  ///< how many primes lie below the begin of each bucket
+};
+
+/// A view of a table, which is never changed once it is made. A copy is no further holder of the block: see hold().
 template <class Value>
 class PrimeTable {
  public:
   static_assert(std::is_same_v<Value, int> || std::is_same_v<Value, long long>);
 
-  /// The table of the process for this width.
-  static PrimeTable& ofProcess();
+  /// No table.
+  constexpr PrimeTable() = default;
 
-  /// Replaces the table by that of the primes from `lowerBound` to `upperBound`, or to 5000 if that is more. Null, with the old
-  /// table in place, if the bounds are less than 2 apart or there is no working memory; null with no table if there is no memory
-  /// for the table.
-  Value* init(long long lowerBound, long long upperBound, Value* count);
+  /// The table of the primes from `lowerBound` to `limit`, whose block the caller holds; no table if memory has run out.
+  static PrimeTable between(long long lowerBound, long long limit);
 
-  /// Replaces the table by one that has at least the first `n` primes, or all primes of this width.
-  Value* initFirst(Value n);
+  /// What is left of the table when it is freed: its count and its greatest prime.
+  PrimeTable withoutPrimes() const;
 
-  /// Frees the table; its count and its greatest prime stay.
-  void deinit();
+  void hold() const;
+  /// Lets go of the block, which goes with its last holder.
+  void release() const;
 
   Value* primes() const { return primes_; }
   Value count() const { return count_; }
@@ -51,7 +67,7 @@ class PrimeTable {
   Value nthNotPrime(Value n) const;
 
  private:
-  static constexpr int buckets = 4096;
+  static constexpr int buckets = PrimeBlock<Value>::buckets;
 
   long long numberOfPrimesUptoWhole(long long n) const;
   bool liesBeyond(long long n) const { return n >= firstBeyond_; }
@@ -59,12 +75,13 @@ class PrimeTable {
   void indexTable();
   Value walkToNotPrime(Value n, long long candidate) const;
 
-  Value* primes_ = nullptr;
+  PrimeBlock<Value>* block_ = nullptr;
+  Value* primes_ = nullptr;  ///< those of the block, and so is bucketStart_
+  Value* bucketStart_ = nullptr;
   Value count_ = 0;
   Value maximum_ = 0;
-  long long firstBeyond_ = 0;       ///< the first number whose estimate lies beyond the table
-  int bucketShift_ = 0;             ///< a bucket is 2 to the power of this numbers wide
-  Value bucketStart_[buckets + 2];  ///< how many primes lie below the begin of each bucket
+  long long firstBeyond_ = 0;  ///< the first number whose estimate lies beyond the table
+  int bucketShift_ = 0;        ///< a bucket is 2 to the power of this numbers wide
 };
 
 extern template class PrimeTable<int>;

@@ -1,17 +1,20 @@
 #include "numbers/ZQPrimes.h"
 
-#include "numbers/ZQPrimeTable.h"
+#include "numbers/ZQSharedPrimes.h"
 
 namespace zmatrix {
 
 namespace {
 
-PrimeTable<int>& table() {
-  return PrimeTable<int>::ofProcess();
+using Primes = SharedPrimes<int>;
+using LargePrimes = SharedPrimes<long long>;
+
+const PrimeTable<int>& table() {
+  return Primes::table();
 }
 
-PrimeTable<long long>& largeTable() {
-  return PrimeTable<long long>::ofProcess();
+const PrimeTable<long long>& largeTable() {
+  return LargePrimes::table();
 }
 
 template <class Value>
@@ -24,12 +27,12 @@ Value* primesOf(const PrimeTable<Value>& table, Value* count, Value* maxPrime) {
 }  // namespace
 
 // clang-format off
-int* initPrimes(unsigned lowerBound, unsigned upperBound, int* count) { return table().init(lowerBound, upperBound, count); }
-long long* initPrimesLarge(long long lowerBound, long long upperBound, long long* count) { return largeTable().init(lowerBound, upperBound, count); }
-int* initFirstNPrimes(int n) { return table().initFirst(n); }
-long long* initFirstNPrimesLarge(long long n) { return largeTable().initFirst(n); }
-void deinitPrimes() { table().deinit(); }
-void deinitPrimesLarge() { largeTable().deinit(); }
+int* initPrimes(unsigned lowerBound, unsigned upperBound, int* count) { return Primes::init(lowerBound, upperBound, count); }
+long long* initPrimesLarge(long long lowerBound, long long upperBound, long long* count) { return LargePrimes::init(lowerBound, upperBound, count); }
+int* initFirstNPrimes(int n) { return Primes::initFirst(n); }
+long long* initFirstNPrimesLarge(long long n) { return LargePrimes::initFirst(n); }
+void deinitPrimes() { Primes::deinit(); }
+void deinitPrimesLarge() { LargePrimes::deinit(); }
 int* getPrimeNumbers(int* count, int* maxPrime) { return primesOf(table(), count, maxPrime); }
 long long* getPrimeNumbersLarge(long long* count, long long* maxPrime) { return primesOf(largeTable(), count, maxPrime); }
 

@@ -3,7 +3,7 @@
 
 namespace zmatrix {
 
-// --- the tables; a new one serves the whole process at once
+// --- the tables; a new one serves all threads
 
 int* initPrimes(unsigned lowerBound, unsigned upperBound, int* count);
 long long* initPrimesLarge(long long lowerBound, long long upperBound, long long* count);

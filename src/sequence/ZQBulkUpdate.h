@@ -6,10 +6,12 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <vector>
 
+#include "frame/ZQArray.h"
 #include "frame/ZQProgress.h"
 #include "store/ZQFieldPlacement.h"
+
+namespace zmatrix {
 
 template <class Tier>
 struct ZQBulkUpdate {
@@ -20,12 +22,11 @@ struct ZQBulkUpdate {
   ZQBulkUpdate(Matrix& matrixToTeach, const int* items, int numberOfItems)
       : matrix(matrixToTeach), info(*matrixToTeach.getMatrixInfo()), sequence(items), length(numberOfItems) {}
 
-  /// 1 learned, -1 a write failed. Throws std::bad_alloc, with the phrases of some lengths learned.
-  int run(int maxPhraseLength) {
+  /// 1 learned, -1 a write failed, -2 memory has run out: then the phrases of some lengths may have been learned.
+  [[nodiscard]] int run(int maxPhraseLength) {
     const int root = Write::provideRoot(matrix);
     if (root < 0 || info.getMemIsReadOnly()) return -1;
-    steps.resize(static_cast<size_t>(length));
-    parents.assign(static_cast<size_t>(length), root);
+    if (!steps.resize(length) || !parents.resize(length, root)) return -2;
     auto* rootElement = static_cast<typename Tier::Element*>(matrix.elementAt(root));
     rootElement->addWriteCountWithSuccessor(length);
     rootElement->incrementWriteCount();
@@ -38,7 +39,7 @@ struct ZQBulkUpdate {
              "updateMatrixWithCombinedSequence with %d items...", longest);
     for (int known = 0; known < longest; ++known) {
       matrixProgressDisplay(known, longest);
-      if (!learnPhrasesOf(known)) return -1;
+      if (!learnPhrasesOf(known)) return isOutOfMemory ? -2 : -1;
     }
     matrixProgressDisplay(longest, longest);
     return 1;
@@ -67,21 +68,22 @@ struct ZQBulkUpdate {
       if (!Write::admits(info, steps[start].item)) return false;
     }
     std::sort(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(count));
-    findGroups(count);
+    if (!findGroups(count)) return false;
     for (const Group& group : groups) {
       if (!provideChildren(group) || !countChildren(group, known)) return false;
     }
     return true;
   }
 
-  void findGroups(size_t count) {
+  bool findGroups(size_t count) {
     groups.clear();
     for (size_t begin = 0, end; begin < count; begin = end) {
       for (end = begin + 1; end < count && steps[end].parent == steps[begin].parent;) ++end;
-      groups.push_back({begin, end});
+      if (!has(groups.append({begin, end}))) return false;
     }
     std::stable_sort(groups.begin(), groups.end(),
                      [](const Group& a, const Group& b) { return a.end - a.begin > b.end - b.begin; });
+    return true;
   }
 
   bool provideChildren(const Group& group) {
@@ -89,7 +91,7 @@ struct ZQBulkUpdate {
     for (size_t i = group.begin; i < group.end; ++i) {
       const Step& step = steps[i];
       if (!missing.empty() && missing.back() == step.item) continue;
-      if (matrix.childAt(step.parent, step.item) < 0) missing.push_back(step.item);
+      if (matrix.childAt(step.parent, step.item) < 0 && !has(missing.append(step.item))) return false;
     }
     return missing.empty() || placement.add(matrix, steps[group.begin].parent, missing);
   }
@@ -114,13 +116,21 @@ struct ZQBulkUpdate {
     return true;
   }
 
+  bool has(bool room) {
+    isOutOfMemory = !room;
+    return room;
+  }
+
   Matrix& matrix;
   Info& info;
   const int* sequence;
   const int length;
-  std::vector<Step> steps;
-  std::vector<int> parents;  // by start: where the phrase of the pass before ends
-  std::vector<Group> groups;
-  std::vector<int> missing;
+  zmatrix::ZQArray<Step> steps;
+  zmatrix::ZQArray<int> parents;  // by start: where the phrase of the pass before ends
+  zmatrix::ZQArray<Group> groups;
+  zmatrix::ZQArray<int> missing;
+  bool isOutOfMemory = false;
   ZQFieldPlacement<Tier> placement;
 };
+
+}  // namespace zmatrix

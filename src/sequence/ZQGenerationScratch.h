@@ -2,8 +2,8 @@
 // anew.
 #pragma once
 
+#include "frame/ZQArray.h"
 #include "sequence/ZQKnownSuffixes.h"
-#include "store/ZQPodList.h"
 
 namespace zmatrix {
 
@@ -18,9 +18,9 @@ struct Successor {
 
 struct ZQGenerationScratch {
   ZQKnownSuffixes knownSuffixes;
-  ZQPodList<Successor> successors;
-  ZQPodList<int> sequence;  ///< a kernel with the next item behind it
-  ZQPodList<int> preProcessed;
+  ZQArray<Successor> successors;
+  ZQArray<int> sequence;  ///< a kernel with the next item behind it
+  ZQArray<int> preProcessed;
 };
 
 }  // namespace zmatrix

@@ -122,7 +122,7 @@ KnownSuffix ZQKnownSuffixes::oneItemFurther(ZQMatrixBase& matrix, const int* seq
   }
   number = enterKnownFields(matrix, Places(children, number));
   const KnownSuffix known = number > 0 ? KnownSuffix{static_cast<int>(number) * c, children[number - 1].position} : KnownSuffix{};
-  newPlaces.makeRoomFor(number + 1);
+  newPlaces.truncate(number + 1);
   places.swap(newPlaces);
   remember(matrix, sequence + (length - known.length), known.length, true);
   return known;
@@ -154,7 +154,7 @@ KnownSuffix ZQKnownSuffixes::fromTheRoot(ZQMatrixBase& matrix, const int* sequen
 
 bool ZQKnownSuffixes::addPlace(const ZQMatrixBase& matrix, int position) {
   Place place{0, firstChildOf(matrix.elementAt(position), position), position, true};
-  return enterFields(matrix, Places(&place, 1)) == 1 && places.add(place);
+  return enterFields(matrix, Places(&place, 1)) == 1 && places.append(place);
 }
 
 /// Keeps what the search has found, with the context that it ended at; without room for all of it, nothing.

@@ -6,8 +6,8 @@
 
 #include <span>
 
+#include "frame/ZQArray.h"
 #include "store/ZQMatrixBase.h"
-#include "store/ZQPodList.h"
 
 namespace zmatrix {
 
@@ -40,9 +40,9 @@ class ZQKnownSuffixes {
   bool addPlace(const ZQMatrixBase& matrix, int position);
   void remember(const ZQMatrixBase& matrix, const int* context, int length, bool isComplete);
 
-  ZQPodList<int> items;
-  ZQPodList<Place> places;     // of the root first, then of the endings, shortest first
-  ZQPodList<Place> newPlaces;  // by the search that is under way
+  ZQArray<int> items;
+  ZQArray<Place> places;     // of the root first, then of the endings, shortest first
+  ZQArray<Place> newPlaces;  // by the search that is under way
   int root = -1;
   int coordinateDimension = 0;
   unsigned layoutVersion = 0;

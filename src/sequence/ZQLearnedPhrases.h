@@ -50,12 +50,4 @@ class ZQLearnedPhrases {
 /// The numbers of a phrase, for a detail message.
 std::string textOfPhrase(const int* phrase, int length);
 
-/// One message with a number and a text.
-inline void printPhrase(int level, const char* format, long number, const char* text) {
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-  dbPrintf(level, format, number, text);
-#pragma GCC diagnostic pop
-}
-
 }  // namespace zmatrix

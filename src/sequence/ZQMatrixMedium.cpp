@@ -8,6 +8,43 @@
 #include "store/ZQStoreWrite.h"
 #include "store/ZQTierLife.h"
 
+ZQMatrixMediumInfo* ZQMatrixMedium::recordOf(int id) const {
+  return id >= 0 && id < getMaxNumberOfMatrices() ? getMatrixInfo(id) : nullptr;
+}
+
+long long ZQMatrixMedium::getSuccessorRandomValue(int id) {
+  auto* record = recordOf(id);
+  return record != nullptr ? record->getSuccessorRandomValue() : 0;
+}
+
+long long ZQMatrixMedium::getActualSuccessorRandomValue(int id) {
+  const auto* record = recordOf(id);
+  return record != nullptr ? record->getActualSuccessorRandomValue() : 0;
+}
+
+void ZQMatrixMedium::setSuccessorRandomValue(int id, long long value) {
+  if (auto* record = recordOf(id)) record->setSuccessorRandomValue(value);
+}
+
+int ZQMatrixMedium::getSuccessorRandomType(int id) {
+  const auto* record = recordOf(id);
+  return record != nullptr ? record->getSuccessorRandomType() : 0;
+}
+
+void ZQMatrixMedium::setSuccessorRandomType(int id, int type) {
+  auto* record = recordOf(id);
+  if (record == nullptr) return;
+  if (record->getNumberOfMatrixElements() != 0 && record->getNumberOfWriteElements() != 0) {
+    record->setSuccessorRandomType(type);
+  } else {
+    dbPrintf(0, "setSuccessorRandomType: can only be set for an empty matrix\n");
+  }
+}
+
+int ZQMatrixMedium::resetKernelSequence(int resetInitialValues) {
+  return getMatrixInfo()->resetKernelSequence(getCurrentMatrixID(), resetInitialValues);
+}
+
 void ZQMatrixMedium::setMaxNumberOfMatrices(int number) {
   zmatrix::setMaxNumberOfMatricesIn(*this, number);
 }
@@ -22,20 +59,20 @@ void ZQMatrixMedium::clearMatrixElement(int position, int updateStartCounter) {
 
 int ZQMatrixMedium::moveFieldToFreePosition(int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems,
                                             int* firstElement, int* lastElement, int moveWithNewIndex) {
-  return ZQStoreMove<Tier>::moveField(*this, memorySearchMethod, fieldBegin, newElementIndex, numberOfItems, firstElement,
-                                      lastElement, moveWithNewIndex);
+  return zmatrix::ZQStoreMove<Tier>::moveField(*this, memorySearchMethod, fieldBegin, newElementIndex, numberOfItems,
+                                               firstElement, lastElement, moveWithNewIndex);
 }
 
 int ZQMatrixMedium::insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition) {
-  return ZQStoreWrite<Tier>::insertFirst(*this, newPosition, coordinate, parentPosition);
+  return zmatrix::ZQStoreWrite<Tier>::insertFirst(*this, newPosition, coordinate, parentPosition);
 }
 
 int ZQMatrixMedium::insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField) {
-  return ZQStoreWrite<Tier>::insertExisting(*this, newPosition, coordinate, anElementOfField);
+  return zmatrix::ZQStoreWrite<Tier>::insertExisting(*this, newPosition, coordinate, anElementOfField);
 }
 
 int ZQMatrixMedium::writeMatrixData(const int* indexVector, int length, long long value, char startFlag, char endFlag) {
-  return ZQStoreWrite<Tier>::write(*this, indexVector, length, value, {startFlag, endFlag});
+  return zmatrix::ZQStoreWrite<Tier>::write(*this, indexVector, length, value, {startFlag, endFlag});
 }
 
 int ZQMatrixMedium::writeMatrixElement(const int* indexVector, int length, long long value) {
@@ -55,7 +92,7 @@ int ZQMatrixMedium::writeMatrixElement64(const long long* items, int length, lon
 }
 
 int ZQMatrixMedium::deleteMatrixElement(const int* indexVector, int length, int keepInnerElements) {
-  return ZQStoreDelete<Tier>::remove(*this, indexVector, length, keepInnerElements);
+  return zmatrix::ZQStoreDelete<Tier>::remove(*this, indexVector, length, keepInnerElements);
 }
 
 int ZQMatrixMedium::deleteMatrixElement32(const int* items, int length, int keepInnerElements) {
@@ -75,23 +112,23 @@ void ZQMatrixMedium::makeMatrixEmpty() {
 }
 
 int ZQMatrixMedium::removeOverDeterminedElements() {
-  return ZQRulePruning<Tier>::removeOverDetermined(*this);
+  return zmatrix::ZQRulePruning<Tier>::removeOverDetermined(*this);
 }
 
 int ZQMatrixMedium::removeOverDeterminedElementsSingleIteration(int passNumber) {
-  return ZQRulePruning<Tier>::removeOverDeterminedOnce(*this, passNumber);
+  return zmatrix::ZQRulePruning<Tier>::removeOverDeterminedOnce(*this, passNumber);
 }
 
 int ZQMatrixMedium::removeLongElements(int maximalLength) {
-  return ZQRulePruning<Tier>::removeLong(*this, maximalLength);
+  return zmatrix::ZQRulePruning<Tier>::removeLong(*this, maximalLength);
 }
 
 int ZQMatrixMedium::clearMatrixForID(int matrixID) {
-  return ZQRulePruning<Tier>::clearForID(*this, matrixID);
+  return zmatrix::ZQRulePruning<Tier>::clearForID(*this, matrixID);
 }
 
 int ZQMatrixMedium::removeEmptyMatrices() {
-  return ZQRulePruning<Tier>::removeEmpty(*this);
+  return zmatrix::ZQRulePruning<Tier>::removeEmpty(*this);
 }
 
 long long ZQMatrixMedium::readMatrixData(const int* indexVector, int length, int* existCode, int* writeCount,

@@ -9,16 +9,28 @@
 #include "store/ZQMatrixBase.h"
 
 class ZQMatrixSequenceIndexVector;
+
+namespace zmatrix {
 struct ZQMediumTier;
-
 class ZQSuffixLinks;
+template <class Tier>
+struct ZQSequenceUpdate;
+}  // namespace zmatrix
 
-class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBase> {
+class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, ZQMatrixBase> {
  public:
-  using Tier = ZQMediumTier;
+  using Tier = zmatrix::ZQMediumTier;
 
   ZQMatrixMediumInfo* getMatrixInfo() const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[currentMatrixID]); }
   ZQMatrixMediumInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[id]); }
+  // The successor generators, by matrix ID. An ID that does not exist answers 0 and takes nothing.
+  long long getSuccessorRandomValue(int id);
+  long long getActualSuccessorRandomValue(int id);
+  void setSuccessorRandomValue(int id, long long value);
+  int getSuccessorRandomType(int id);
+  /// Stores on a matrix that holds something only, the reverse of what its message says.
+  void setSuccessorRandomType(int id, int type);
+  int resetKernelSequence(int resetInitialValues);
   void setMaxNumberOfMatrices(int number);
   void clearMatrixElement(int position, int updateStartCounter);
 
@@ -48,7 +60,7 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   /// 0, 1, or 2 where isDeterminedMatrixData is 2 or more: all that most callers want, found without counting on.
   int isDeterminedUpToTwice(const int* indexVector, int length);
   /// The same for the path of an element that the links know.
-  int isDeterminedUpToTwice(const ZQSuffixLinks& links, int position) const;
+  int isDeterminedUpToTwice(const zmatrix::ZQSuffixLinks& links, int position) const;
   /// True if the matrix's own level lets printIndexVector at `level` show something.
   bool showsVectors(int level) const { return debugLevel >= level; }
   void printIndexVector(const int* indexVector, int length, int usePreProcessing, int level);
@@ -87,7 +99,7 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int* getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(int** sequence, int index, int length, int* objex);
   /// True if the ocron type is one and fits the preprocessing type of the current sub-matrix.
   int isValidOcronType(int ocronType);
-  /// Takes the process's parameters of ocrons and gocrons over into the current sub-matrix, if it is empty.
+  /// Takes the thread's parameters of ocrons and gocrons over into the current sub-matrix, if it is empty.
   void applyGlobalGocronParametersToMatrix();
   ZQMatrixSequenceIndexVector* getPreProcessedZQIndexVectorFromOriginalIndexVector(ZQMatrixSequenceIndexVector* vector);
   ZQMatrixSequenceIndexVector* getOriginalZQIndexVectorFromPreprocessedIndexVector(ZQMatrixSequenceIndexVector* vector);
@@ -167,8 +179,10 @@ class ZQMatrixMedium : public ZQMatrixMediumForwards<ZQMatrixMedium, ZQMatrixBas
   int readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const char* fileName);
 
  private:
+  /// Null for an ID that does not exist.
+  ZQMatrixMediumInfo* recordOf(int id) const;
   template <class Tier>
-  friend struct ZQSequenceUpdate;
+  friend struct zmatrix::ZQSequenceUpdate;
 
   zmatrix::ZQGenerationScratch generation;
 };

@@ -52,11 +52,11 @@ class SuffixesOfVector {
 /// The suffixes of an element's path, each one link from the one before.
 class SuffixesOfElement {
  public:
-  SuffixesOfElement(const ZQMatrixMedium& matrixToRead, const ZQSuffixLinks& suffixLinks, int position)
+  SuffixesOfElement(const ZQMatrixMedium& matrixToRead, const zmatrix::ZQSuffixLinks& suffixLinks, int position)
       : matrix(matrixToRead), links(suffixLinks), length(suffixLinks.depthOf(position)), at(position) {}
 
   int firstWritten(int* start, int end) {
-    for (; at != ZQSuffixLinks::none && links.isKnown(at); at = links.linkOf(at)) {
+    for (; at != zmatrix::ZQSuffixLinks::none && links.isKnown(at); at = links.linkOf(at)) {
       const int startOfSuffix = length - links.depthOf(at);
       if (startOfSuffix < *start || !isWritten(matrix.elementAt(at), links.depthOf(at))) continue;
       *start = startOfSuffix;
@@ -72,7 +72,7 @@ class SuffixesOfElement {
   }
 
   const ZQMatrixMedium& matrix;
-  const ZQSuffixLinks& links;
+  const zmatrix::ZQSuffixLinks& links;
   const int length;
   int at;
 };
@@ -143,7 +143,7 @@ int ZQMatrixMedium::isDeterminedUpToTwice(const int* indexVector, int length) {
   return std::min(determinedTimesOfVector(*this, indexVector, length, 2), 2);
 }
 
-int ZQMatrixMedium::isDeterminedUpToTwice(const ZQSuffixLinks& links, int position) const {
+int ZQMatrixMedium::isDeterminedUpToTwice(const zmatrix::ZQSuffixLinks& links, int position) const {
   const int length = links.depthOf(position);
   return length < 2 ? 0 : std::min(determinedTimes(*this, SuffixesOfElement(*this, links, position), length, 2), 2);
 }

@@ -4,9 +4,9 @@
 #include "store/ZQMatrixFileSave.h"
 
 int ZQMatrixMedium::saveMatrixToDisk(const char* path) {
-  return ZQMatrixFileSave<Tier>::save(*this, path);
+  return zmatrix::ZQMatrixFileSave<Tier>::save(*this, path);
 }
 
 int ZQMatrixMedium::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
-  return ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
+  return zmatrix::ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
 }

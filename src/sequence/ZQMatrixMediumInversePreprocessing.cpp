@@ -84,8 +84,7 @@ ZQMatrixSequenceIndexVector* newPreProcessedVector(ZQMatrixMedium* matrix, const
   result->setCurrentLevelOfPreprocOperations(original->getCurrentLevelOfPreprocOperations() + 1);
   result->_setUsedPreprocessingType(type);
   result->setCoordDimensionAfterPreproc(original->getCoordDimension());
-  const long long neededIntegers =
-      static_cast<long long>(sGetNumberOriginalItemsToRestoreFromPreprocessed(type)) * original->getCoordDimension();
+  const long long neededIntegers = static_cast<long long>(zmatrix::numberOfItemsToRestore(type)) * original->getCoordDimension();
   const int length = original->getLengthOfIndexVector();
   result->setOriginalIndexItems(original->getIndexVector(), static_cast<int>(std::clamp<long long>(neededIntegers, 0, length)));
 
@@ -154,7 +153,7 @@ int** ZQMatrixMedium::getOriginalObjexSequenceFromPreProcessedObjexSequence(int*
                                                                             int* resultCount, int inPlace) {
   *resultCount = 0;
   const int type = getMatrixInfo()->getPreProcessingType(), coordinateDimension = getMatrixInfo()->getCoordinateDimension();
-  const int needed = sGetNumberOriginalItemsToRestoreFromPreprocessed(type);
+  const int needed = zmatrix::numberOfItemsToRestore(type);
   const long long total = static_cast<long long>(needed) + countOfPreProcessed;
   if (start == nullptr || countOfStart < needed || preProcessed == nullptr || countOfPreProcessed < 1) return nullptr;
   if (inPlace == 1 && total > capacity) return nullptr;
@@ -189,8 +188,7 @@ int* ZQMatrixMedium::getOriginalSequenceFromPreProcessedSequence(int* start, int
   if (inPlace == 1) {
     // The items grow in place too: their block gets what `start` has, as far as the result can reach.
     const long long total =
-        static_cast<long long>(sGetNumberOriginalItemsToRestoreFromPreprocessed(getMatrixInfo()->getPreProcessingType())) +
-        countOfPreProcessed;
+        static_cast<long long>(zmatrix::numberOfItemsToRestore(getMatrixInfo()->getPreProcessingType())) + countOfPreProcessed;
     if (total > capacityInItems) return nullptr;
     const int itemsInPlace = std::max(countOfStart, static_cast<int>(total));
     startItems = zmatrix::newObjexBlockFrom(start, itemsInPlace * coordinateDimension, coordinateDimension);
@@ -234,7 +232,7 @@ ZQMatrixSequenceIndexVector* ZQMatrixMedium::getOriginalZQIndexVectorFromPreproc
     complain("error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): preprocessedObjexSequence = NULL or length = 0..\n");
     return nullptr;
   }
-  const int neededItems = sGetNumberOriginalItemsToRestoreFromPreprocessed(type);
+  const int neededItems = zmatrix::numberOfItemsToRestore(type);
   const ObjexBlock start(getObjexSequenceFromFlatSequence(
       preprocessedIndexVector->getOriginalIndexItems(),
       preprocessedIndexVector->getNumberOfOriginalItemsNeededForInversePreProcess(), &numberOfStart));

@@ -167,7 +167,7 @@ zmatrix::KernelSetting zmatrix::setKernelFromOriginalSequence(ZQMatrixMedium& ma
     preProcessed = matrix.preProcessIntoScratch(sequence, length, &preProcessedLength);
     if (preProcessed == nullptr) return {-1, false};
     if (preProcessedLength < 1) {
-      const int needed = sGetNumberOriginalItemsToRestoreFromPreprocessed(info->getPreProcessingType());
+      const int needed = zmatrix::numberOfItemsToRestore(info->getPreProcessingType());
       const bool isStored =
           storeShortOriginalKernel(info, matrix.getCurrentMatrixID(), sequence, length, needed, setInitialValues);
       return isStored ? KernelSetting{needed, false} : reset();

@@ -8,7 +8,6 @@
 #include "frame/ZQDebugChannel.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
-#include "store/ZQHandleList.h"
 #include "store/ZQSuccessorWalk.h"
 
 using zmatrix::Successor;
@@ -60,7 +59,7 @@ void walkOneItemBelow(const ZQMatrixMedium& matrix, int handle, int coordinateDi
 }
 
 /// Puts items that are held row by row into a list as one flat vector, with an item behind them. Null without memory.
-const int* flatWithItem(zmatrix::ZQPodList<int>& flat, int** rows, int numberOfItems, const int* item, int coordinateDimension) {
+const int* flatWithItem(zmatrix::ZQArray<int>& flat, int** rows, int numberOfItems, const int* item, int coordinateDimension) {
   if (rows == nullptr || (numberOfItems + 1LL) * coordinateDimension > INT_MAX) return nullptr;
   int* end = flat.makeRoomFor((static_cast<size_t>(numberOfItems) + 1) * static_cast<size_t>(coordinateDimension));
   if (end == nullptr) return nullptr;
@@ -101,7 +100,7 @@ void appendToOriginalKernel(ZQMatrixMedium& matrix, int numberOfItems, const int
 
 /// Lists what a visitor of successors is shown, with its share of the occurrences. Without memory the list is empty.
 template <class Walk>
-void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, Walk&& walk) {
+void listSuccessors(zmatrix::ZQArray<Successor>& successors, int occurrences, Walk&& walk) {
   successors.clear();
   bool hasMemory = true;
   double integral = 0;
@@ -110,7 +109,7 @@ void listSuccessors(zmatrix::ZQPodList<Successor>& successors, int occurrences, 
     const double probability = static_cast<double>(counts.getWriteCount()) / occurrences;
     integral += probability;
     hasMemory =
-        successors.add({probability, integral, position, counts.getWriteCount(), counts.getWriteCountWithoutPredecessor()});
+        successors.append({probability, integral, position, counts.getWriteCount(), counts.getWriteCountWithoutPredecessor()});
     return hasMemory;
   });
   if (!hasMemory) successors.clear();
@@ -130,13 +129,13 @@ void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor&& visit) {
 /// The successors of the kernel's end with what decides among them.
 class SuccessorChoice {
  public:
-  SuccessorChoice(zmatrix::ZQPodList<Successor>& successors, const ZQMatrixMediumElement& kernelElement, bool trueStart)
+  SuccessorChoice(zmatrix::ZQArray<Successor>& successors, const ZQMatrixMediumElement& kernelElement, bool trueStart)
       : successors_(successors), kernelElement_(kernelElement), trueStart_(trueStart) {}
 
   /// False, with a message, if the counts give no probabilities.
   bool computeProbabilities() {
     // Shares that sum up to no more than 1 are probabilities: each is above 0.
-    if (!trueStart_ && (successors_.end() - 1)->integral <= 1.0) return normalise();
+    if (!trueStart_ && successors_.back().integral <= 1.0) return normalise();
     double integral = 0;
     for (Successor& successor : successors_) {
       if (trueStart_) successor.probability = startProbability(successor);
@@ -185,7 +184,7 @@ class SuccessorChoice {
 
   /// Makes the last integral exactly 1.0. Successors that fill less than that share it out among themselves.
   bool normalise() {
-    double& total = (successors_.end() - 1)->integral;
+    double& total = successors_.back().integral;
     if (std::fabs(1.0 - total) >= 1e-7) {
       if (total > 1.0) {
         dbPrintf(0, "GetSuccessor: error: probabilityIntegral >1.0: %lf !\n", total);
@@ -207,7 +206,7 @@ class SuccessorChoice {
     return found != successors_.end() ? static_cast<int>(found - successors_.begin()) : 0;
   }
 
-  zmatrix::ZQPodList<Successor>& successors_;
+  zmatrix::ZQArray<Successor>& successors_;
   const ZQMatrixMediumElement& kernelElement_;
   const bool trueStart_;
 };
@@ -294,14 +293,14 @@ int* ZQMatrixMedium::getSuccessorHandlesFromKernelHandle(int* count) {
 
 int* ZQMatrixMedium::getTrueRootSuccessorHandlesFromKernelHandle(int* count) {
   answer(count, 0);
-  zmatrix::ZQHandleList startItems;
+  zmatrix::ZQArray<int> startItems;
   bool hasMemory = true;
   walkTrueStarts(*this, [&](int position, const ZQMatrixMediumElement&) {
-    hasMemory = startItems.add(position);
+    hasMemory = startItems.append(position);
     return hasMemory;
   });
   if (!hasMemory) return nullptr;
-  answer(count, startItems.size());
+  answer(count, startItems.count());
   return startItems.releaseFitted();
 }
 
@@ -316,7 +315,7 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
   ZQMatrixMediumInfo* info = getMatrixInfo();
   const ZQMatrixMediumElement* kernelElement = mediumElementAt(*this, info->getKernelMatrixHandle());
   const int occurrences = kernelElement != nullptr ? kernelElement->getWriteCountWithSuccessor() : 0;
-  zmatrix::ZQPodList<Successor>& successors = generation.successors;
+  zmatrix::ZQArray<Successor>& successors = generation.successors;
   successors.clear();
   if (trueStart == 1 && info->getLengthOfKernelPreProcessedSequence() == 0) {
     listSuccessors(successors, std::max(occurrences, 1), [this](auto&& visit) { walkTrueStarts(*this, visit); });

@@ -1,5 +1,6 @@
 // Sequence update of the medium tier: the settings that a call needs, the ways into the shared worker.
 #include "frame/ZQCharacterTables.h"
+#include "frame/ZQSentence.h"
 #include "sequence/ZQMediumTier.h"
 #include "sequence/ZQUpdateWorker.h"
 
@@ -7,7 +8,7 @@ namespace {
 
 // One line of what a call needs of the sub-matrix's settings.
 struct NeededSetting {
-  const char* mismatch;
+  zmatrix::ZQSentence<int> mismatch;
   const char* overwritten;
   int actual;
   bool isMet;
@@ -18,13 +19,9 @@ struct NeededSetting {
 
 bool meets(ZQMatrixMediumInfo& info, const NeededSetting& setting) {
   if (setting.isMet) return true;
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-#pragma GCC diagnostic ignored "-Wformat-security"
   dbPrintf(0, setting.mismatch, setting.actual);
   if (info.getNumberOfMatrixElements() != 0) return !setting.refuses;
-  dbPrintf(0, setting.overwritten);
-#pragma GCC diagnostic pop
+  dbPrintf(0, "%s", setting.overwritten);
   (info.*setting.set)(setting.wanted);
   return true;
 }
@@ -36,8 +33,8 @@ int ZQMatrixMedium::checkSettingsForUpdateMatrixWithSequence(int coordinateDimen
   using Info = ZQMatrixMediumInfo;
   Info& info = *getMatrixInfo();
   // Each is read when its turn comes: taking over one value may change another.
-  const auto check = [&info](const char* mismatch, const char* overwritten, int actual, bool isMet, void (Info::*set)(int),
-                             int wanted, bool refuses = true) {
+  const auto check = [&info](const zmatrix::ZQSentence<int>& mismatch, const char* overwritten, int actual, bool isMet,
+                             void (Info::*set)(int), int wanted, bool refuses = true) {
     return meets(info, {mismatch, overwritten, actual, isMet, refuses, set, wanted});
   };
   return check("actual setting for isPhraseMatrix is illegal %d\n",

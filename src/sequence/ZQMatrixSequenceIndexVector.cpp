@@ -6,74 +6,65 @@
 #include <new>
 
 #include "frame/ZQGrowth.h"
-#include "frame/ZQMemory.h"
-#include "sequence/ZQIntegerBlock.h"
-
-using zmatrix::copyOfIntegerBlock;
-using zmatrix::resizeIntegerBlock;
 
 namespace {
 
 constexpr int firstLengthOfIndexVector = 16;
 constexpr int firstLengthOfGrowingBlock = 10;
 
+/// Makes the array one of `length` integers: a copy, which may be of a stretch of the old one, and zeros. False, and nothing
+/// changed, if there is no room.
+bool replaceByCopy(zmatrix::ZQArray<int>& array, const int* values, int count, int length) {
+  zmatrix::ZQArray<int> copy;
+  if (!copy.resize(length)) return false;
+  std::copy_n(values, count, copy.begin());
+  array.swap(copy);
+  return true;
+}
+
 }  // namespace
 
 ZQMatrixSequenceIndexVector::ZQMatrixSequenceIndexVector() {
-  if (resizeIntegerBlock(indexVector, 0, firstLengthOfIndexVector)) internalLengthOfIndexVector = firstLengthOfIndexVector;
+  static_cast<void>(indexVector.resize(firstLengthOfIndexVector));
   reserveInfos(1);
 }
 
 ZQMatrixSequenceIndexVector::~ZQMatrixSequenceIndexVector() {
-  systemFree(indexVector);
-  systemFree(applyPreprocessingTypeVector);
   releaseInfos();
 }
 
 // --- the data
 
 void ZQMatrixSequenceIndexVector::setIndexVector(const int* data, int length) {
-  if (indexVector == nullptr || internalLengthOfIndexVector < 1) return;
-  if (length < 0 || (data == nullptr && length > 0)) return;
-  if (length >= internalLengthOfIndexVector) {
-    // A new block, since the data may be a stretch of the old one.
-    const int capacity = length < INT_MAX ? length + 1 : INT_MAX;
-    int* block = copyOfIntegerBlock(data, length, capacity);
-    if (block == nullptr) return;
-    systemFree(indexVector);
-    indexVector = block;
-    internalLengthOfIndexVector = capacity;
+  if (indexVector.empty() || length < 0 || (data == nullptr && length > 0)) return;
+  if (length >= indexVector.count()) {
+    if (!replaceByCopy(indexVector, data, length, length < INT_MAX ? length + 1 : INT_MAX)) return;
   } else if (length > 0) {
-    std::memmove(indexVector, data, static_cast<size_t>(length) * sizeof(int));
+    std::memmove(indexVector.data(), data, static_cast<size_t>(length) * sizeof(int));
   }
   lengthOfIndexVector = length;
 }
 
 bool ZQMatrixSequenceIndexVector::setIndexVectorReference(int* data, int length) {
-  if (indexVector == nullptr || internalLengthOfIndexVector < 1) return false;
-  if (data != indexVector) systemFree(indexVector);
-  indexVector = data;
+  if (indexVector.empty()) return false;
   lengthOfIndexVector = data == nullptr ? 0 : std::max(length, 0);
-  internalLengthOfIndexVector = lengthOfIndexVector;
+  indexVector.adopt(data, static_cast<size_t>(lengthOfIndexVector));
   return true;
 }
 
 void ZQMatrixSequenceIndexVector::removeAllSequenceItems() {
-  if (!resizeIntegerBlock(indexVector, internalLengthOfIndexVector, firstLengthOfGrowingBlock)) return;
-  lengthOfIndexVector = 0;
-  internalLengthOfIndexVector = firstLengthOfGrowingBlock;
+  if (indexVector.resize(firstLengthOfGrowingBlock)) lengthOfIndexVector = 0;
 }
 
 void ZQMatrixSequenceIndexVector::addSequenceItem(int item) {
-  if (indexVector == nullptr || internalLengthOfIndexVector < 1) {
+  if (indexVector.empty()) {
     removeAllSequenceItems();
-    if (indexVector == nullptr) return;
+    if (indexVector.empty()) return;
   }
-  if (lengthOfIndexVector >= internalLengthOfIndexVector) {
-    long long capacity = zmatrix::grownCapacity(internalLengthOfIndexVector);
+  if (lengthOfIndexVector >= indexVector.count()) {
+    long long capacity = zmatrix::grownCapacity(indexVector.count());
     if (capacity <= lengthOfIndexVector) capacity *= 2;
-    if (!resizeIntegerBlock(indexVector, internalLengthOfIndexVector, capacity)) return;
-    internalLengthOfIndexVector = static_cast<int>(capacity);
+    if (!indexVector.resize(capacity)) return;
   }
   indexVector[lengthOfIndexVector++] = item;
 }
@@ -85,24 +76,19 @@ int ZQMatrixSequenceIndexVector::getIndexItemAtIndex(int index) const {
 // --- the types that a next step would apply
 
 int ZQMatrixSequenceIndexVector::getApplyPreprocessingTypeAtIndex(int index) const {
-  const bool isThere = index >= 0 && index <= coordDimension && index < internalLengthOfTypeVector;
+  const bool isThere = index >= 0 && index <= coordDimension && index < applyPreprocessingTypeVector.count();
   return isThere ? applyPreprocessingTypeVector[index] : -1;
 }
 
 void ZQMatrixSequenceIndexVector::setApplyPreprocessingTypeAtIndex(int value, int index) {
-  const bool isThere = index >= 0 && index <= coordDimension && index < internalLengthOfTypeVector;
+  const bool isThere = index >= 0 && index <= coordDimension && index < applyPreprocessingTypeVector.count();
   if (isThere) applyPreprocessingTypeVector[index] = value;
 }
 
 void ZQMatrixSequenceIndexVector::setApplyPreprocessingTypeVector(const int* types, int count) {
   if (types == nullptr || count < 0 || count == INT_MAX) return;
   // One entry more, since an index of `count` is within the range of the accessors.
-  int* copy = copyOfIntegerBlock(types, count, count + 1);
-  if (copy == nullptr) return;
-  systemFree(applyPreprocessingTypeVector);
-  applyPreprocessingTypeVector = copy;
-  internalLengthOfTypeVector = count + 1;
-  coordDimension = count;
+  if (replaceByCopy(applyPreprocessingTypeVector, types, count, count + 1)) coordDimension = count;
 }
 
 // --- copies of the whole object
@@ -112,15 +98,12 @@ void ZQMatrixSequenceIndexVector::setPropertiesFrom(const ZQMatrixSequenceIndexV
   coordDimension = other->coordDimension;
   applyPreprocessingType = other->applyPreprocessingType;
 
-  systemFree(applyPreprocessingTypeVector);
-  const int numberOfTypes = other->internalLengthOfTypeVector;
-  applyPreprocessingTypeVector = copyOfIntegerBlock(other->applyPreprocessingTypeVector, numberOfTypes, numberOfTypes);
-  internalLengthOfTypeVector = applyPreprocessingTypeVector != nullptr ? numberOfTypes : 0;
+  applyPreprocessingTypeVector.reset();
+  static_cast<void>(applyPreprocessingTypeVector.copyFrom(other->applyPreprocessingTypeVector));
 
   // The data stay behind, but as many integers as the other has are readable here.
-  if (resizeIntegerBlock(indexVector, internalLengthOfIndexVector, other->internalLengthOfIndexVector))
-    internalLengthOfIndexVector = other->internalLengthOfIndexVector;
-  lengthOfIndexVector = std::min(other->lengthOfIndexVector, internalLengthOfIndexVector);
+  static_cast<void>(indexVector.resize(other->indexVector.count()));
+  lengthOfIndexVector = std::min(other->lengthOfIndexVector, indexVector.count());
 
   if (!copyInfosFrom(*other)) return;
   lengthOfIndexVectorInfos = other->lengthOfIndexVectorInfos;
@@ -130,7 +113,7 @@ void ZQMatrixSequenceIndexVector::setPropertiesFrom(const ZQMatrixSequenceIndexV
 void ZQMatrixSequenceIndexVector::copyFrom(const ZQMatrixSequenceIndexVector* other) {
   if (other == nullptr || other == this) return;
   setPropertiesFrom(other);
-  if (lengthOfIndexVector > 0) std::copy_n(other->indexVector, lengthOfIndexVector, indexVector);
+  if (lengthOfIndexVector > 0) std::copy_n(other->indexVector.begin(), lengthOfIndexVector, indexVector.begin());
 }
 
 ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector() {

@@ -1,8 +1,9 @@
 // An index vector that carries what each preprocessing step done to it needs for its way back: one record per level. Level -1 is
-// the original; each forward step makes a new object one level up, each inverse step one a level down. All blocks come from
-// systemMalloc, since hosts hand them in and take them out. What a host asks for outside the range of what is there gives -1, 0
-// or null and changes nothing.
+// the original; each forward step makes a new object one level up, each inverse step one a level down. The data can be a block
+// that a host has handed in. What a host asks for outside the range of what is there gives -1, 0 or null and changes nothing.
 #pragma once
+
+#include "frame/ZQArray.h"
 
 /// What one preprocessing level did and needs for its inverse.
 struct tagSequenceInfo {
@@ -29,11 +30,12 @@ class ZQMatrixSequenceIndexVector {
   int getCurrentLevelOfPreprocOperations() const { return levelOfPreprocOperations; }
   int getApplyPreprocessingType() const { return applyPreprocessingType; }
   void setApplyPreprocessingType(int type) { applyPreprocessingType = type; }
-  int* getApplyPreprocessingTypeVector() const { return applyPreprocessingTypeVector; }
-  int* getIndexVector() const { return indexVector; }
-  tagSequenceInfo* getIndexVectorInfos() const { return indexVectorInfos; }
-  int _getInternalLengthOfIndexVector() const { return internalLengthOfIndexVector; }
-  int _getInternalLengthOfIndexVectorInfos() const { return internalLengthOfIndexVectorInfos; }
+  int* getApplyPreprocessingTypeVector() { return applyPreprocessingTypeVector.data(); }
+  int* getIndexVector() { return indexVector.data(); }
+  const int* getIndexVector() const { return indexVector.data(); }
+  tagSequenceInfo* getIndexVectorInfos() { return indexVectorInfos.data(); }
+  int _getInternalLengthOfIndexVector() const { return indexVector.count(); }
+  int _getInternalLengthOfIndexVectorInfos() const { return indexVectorInfos.count(); }
 
   /// Makes room for the record of this level. A level that finds no room changes nothing.
   void setCurrentLevelOfPreprocOperations(int level);
@@ -47,7 +49,7 @@ class ZQMatrixSequenceIndexVector {
   void setIndexVector(const int* data, int length);
   /// Takes over a block of systemMalloc and releases the old one. False, with the block left to the caller, while the object has
   /// none.
-  bool setIndexVectorReference(int* data, int length);
+  [[nodiscard]] bool setIndexVectorReference(int* data, int length);
   void removeAllSequenceItems();
   void addSequenceItem(int item);
   int getIndexItemAtIndex(int index) const;
@@ -75,10 +77,11 @@ class ZQMatrixSequenceIndexVector {
   void clearZQSequenceInfo(tagSequenceInfo* info);
 
  private:
-  tagSequenceInfo* currentInfo() const;
+  const tagSequenceInfo* currentInfo() const;
+  tagSequenceInfo* currentInfo();
   bool reserveInfos(long long numberOfInfos);
-  bool reserveOriginalItems(tagSequenceInfo* info, long long capacity);
-  bool copyInfosFrom(const ZQMatrixSequenceIndexVector& other);
+  [[nodiscard]] bool reserveOriginalItems(tagSequenceInfo* info, long long capacity);
+  [[nodiscard]] bool copyInfosFrom(const ZQMatrixSequenceIndexVector& other);
   void releaseInfos();
 
   int coordDimension = 1;
@@ -86,12 +89,9 @@ class ZQMatrixSequenceIndexVector {
   int lengthOfIndexVectorInfos = 0;
   int levelOfPreprocOperations = -1;
   int applyPreprocessingType = 0;
-  int* applyPreprocessingTypeVector = nullptr;
-  int internalLengthOfIndexVector = 0;
-  int internalLengthOfIndexVectorInfos = 0;
-  int* indexVector = nullptr;
-  tagSequenceInfo* indexVectorInfos = nullptr;
-  int internalLengthOfTypeVector = 0;  ///< entries of applyPreprocessingTypeVector, one more than were given
+  zmatrix::ZQArray<int> applyPreprocessingTypeVector;  ///< one entry more than were given
+  zmatrix::ZQArray<int> indexVector;                   ///< the data, and behind them what there is room for
+  zmatrix::ZQArray<tagSequenceInfo> indexVectorInfos;
 };
 
 ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector();

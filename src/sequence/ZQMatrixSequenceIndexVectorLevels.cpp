@@ -7,12 +7,7 @@
 
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQGrowth.h"
-#include "frame/ZQMemory.h"
-#include "sequence/ZQIntegerBlock.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
-
-using zmatrix::copyOfIntegerBlock;
-using zmatrix::resizeIntegerBlock;
 
 namespace {
 
@@ -21,6 +16,25 @@ constexpr int firstLengthOfOriginalItems = 10;
 // Levels and coordinates come one by one in practice; who asks for more than this has sent nonsense, and gets no memory for it.
 constexpr int largestNumberOfInfos = 1 << 16;
 constexpr int largestCoordDimension = 1 << 16;
+
+// The blocks of a record are bare, since hosts see the record: an array takes one over for as long as it works on it.
+
+/// Resizes a block of `length` integers; new ones are 0. False, and nothing changed, if there is no room.
+bool resizeBlock(int*& block, int length, long long newLength) {
+  zmatrix::ZQArray<int> array;
+  array.adopt(block, static_cast<size_t>(std::max(length, 0)));
+  const bool isResized = array.resize(newLength);
+  block = array.release();
+  return isResized;
+}
+
+/// A copy of `count` integers with room for `length`, the rest of it 0; null if there is nothing to copy or no room.
+int* copyOfBlock(const int* block, int count, int length) {
+  zmatrix::ZQArray<int> copy;
+  if (block == nullptr || !copy.resize(std::max({count, length, 0}))) return nullptr;
+  std::copy_n(block, std::max(count, 0), copy.begin());
+  return copy.release();
+}
 
 // A host may read its console at once.
 void complain(const char* message) {
@@ -32,42 +46,37 @@ void complain(const char* message) {
 
 // --- the array of records
 
-tagSequenceInfo* ZQMatrixSequenceIndexVector::currentInfo() const {
-  const int numberOfInfos = std::min(lengthOfIndexVectorInfos, internalLengthOfIndexVectorInfos);
+const tagSequenceInfo* ZQMatrixSequenceIndexVector::currentInfo() const {
+  const int numberOfInfos = std::min(lengthOfIndexVectorInfos, indexVectorInfos.count());
   const bool isThere = levelOfPreprocOperations >= 0 && levelOfPreprocOperations < numberOfInfos;
   return isThere ? &indexVectorInfos[levelOfPreprocOperations] : nullptr;
 }
 
+tagSequenceInfo* ZQMatrixSequenceIndexVector::currentInfo() {
+  return const_cast<tagSequenceInfo*>(std::as_const(*this).currentInfo());
+}
+
 bool ZQMatrixSequenceIndexVector::reserveInfos(long long numberOfInfos) {
-  if (numberOfInfos <= internalLengthOfIndexVectorInfos) return true;
-  if (numberOfInfos > largestNumberOfInfos) return false;
-  const size_t wanted = static_cast<size_t>(numberOfInfos);
-  auto* infos = static_cast<tagSequenceInfo*>(systemRealloc(indexVectorInfos, wanted * sizeof(tagSequenceInfo)));
-  if (infos == nullptr) return false;
-  for (size_t i = static_cast<size_t>(internalLengthOfIndexVectorInfos); i < wanted; i++) infos[i] = tagSequenceInfo{};
-  indexVectorInfos = infos;
-  internalLengthOfIndexVectorInfos = static_cast<int>(wanted);
-  return true;
+  if (numberOfInfos <= indexVectorInfos.count()) return true;
+  return numberOfInfos <= largestNumberOfInfos && indexVectorInfos.resize(numberOfInfos);
 }
 
 void ZQMatrixSequenceIndexVector::releaseInfos() {
-  for (int i = 0; i < internalLengthOfIndexVectorInfos; i++) clearZQSequenceInfo(&indexVectorInfos[i]);
-  systemFree(indexVectorInfos);
-  indexVectorInfos = nullptr;
-  internalLengthOfIndexVectorInfos = 0;
+  for (tagSequenceInfo& info : indexVectorInfos) clearZQSequenceInfo(&info);
+  indexVectorInfos.reset();
 }
 
 bool ZQMatrixSequenceIndexVector::copyInfosFrom(const ZQMatrixSequenceIndexVector& other) {
   releaseInfos();
-  if (!reserveInfos(std::max(other.internalLengthOfIndexVectorInfos, 1))) return false;
-  for (int i = 0; i < other.internalLengthOfIndexVectorInfos; i++) {
+  if (!reserveInfos(std::max(other.indexVectorInfos.count(), 1))) return false;
+  for (int i = 0; i < other.indexVectorInfos.count(); i++) {
     const tagSequenceInfo& from = other.indexVectorInfos[i];
     tagSequenceInfo& to = indexVectorInfos[i];
     to = from;
     to.usedPreprocessingVector =
-        copyOfIntegerBlock(from.usedPreprocessingVector, from.coordDimensionAfterPreproc, from.coordDimensionAfterPreproc);
-    to.originalIndexItems = copyOfIntegerBlock(from.originalIndexItems, from.numberOfOriginalItemsNeededForInversePreProcess,
-                                               from.internalLengthOfOriginalIndexItems);
+        copyOfBlock(from.usedPreprocessingVector, from.coordDimensionAfterPreproc, from.coordDimensionAfterPreproc);
+    to.originalIndexItems = copyOfBlock(from.originalIndexItems, from.numberOfOriginalItemsNeededForInversePreProcess,
+                                        from.internalLengthOfOriginalIndexItems);
     if (to.originalIndexItems == nullptr)
       to.numberOfOriginalItemsNeededForInversePreProcess = to.internalLengthOfOriginalIndexItems = 0;
   }
@@ -77,9 +86,8 @@ bool ZQMatrixSequenceIndexVector::copyInfosFrom(const ZQMatrixSequenceIndexVecto
 void ZQMatrixSequenceIndexVector::setCurrentLevelOfPreprocOperations(int level) {
   const long long numberOfInfos = static_cast<long long>(level) + 1;
   if (numberOfInfos >= lengthOfIndexVectorInfos) {
-    const long long doubled = 2LL * internalLengthOfIndexVectorInfos;
-    if (numberOfInfos > internalLengthOfIndexVectorInfos && !reserveInfos(doubled >= numberOfInfos ? doubled : numberOfInfos + 1))
-      return;
+    const long long doubled = 2LL * indexVectorInfos.count();
+    if (numberOfInfos > indexVectorInfos.count() && !reserveInfos(doubled >= numberOfInfos ? doubled : numberOfInfos + 1)) return;
     lengthOfIndexVectorInfos = static_cast<int>(numberOfInfos);
   }
   levelOfPreprocOperations = level;
@@ -115,14 +123,13 @@ int ZQMatrixSequenceIndexVector::getOriginalIndexItemAtIndex(int index) const {
 }
 
 bool ZQMatrixSequenceIndexVector::reserveOriginalItems(tagSequenceInfo* info, long long capacity) {
-  if (!resizeIntegerBlock(info->originalIndexItems, info->internalLengthOfOriginalIndexItems, capacity)) return false;
+  if (!resizeBlock(info->originalIndexItems, info->internalLengthOfOriginalIndexItems, capacity)) return false;
   info->internalLengthOfOriginalIndexItems = static_cast<int>(capacity);
   return true;
 }
 
 void ZQMatrixSequenceIndexVector::addOriginalSequenceItem(int item) {
-  reserveInfos(1);
-  if (levelOfPreprocOperations < 0 || indexVectorInfos == nullptr)
+  if (!reserveInfos(1) || levelOfPreprocOperations < 0)
     return complain("error addOriginalSequenceItem: _levelOfPreprocOperations <0 or _indexVectorInfos = NULL\n");
   tagSequenceInfo* info = currentInfo();
   if (info == nullptr || info->coordDimensionAfterPreproc <= 0)
@@ -151,7 +158,7 @@ void ZQMatrixSequenceIndexVector::setOriginalIndexItems(const int* items, int co
   // The items may be a stretch of the record's own block.
   if (count >= info->internalLengthOfOriginalIndexItems) {
     if (count > INT_MAX / 2) return;
-    int* copy = copyOfIntegerBlock(items, count, 2 * count);
+    int* copy = copyOfBlock(items, count, 2 * count);
     if (copy == nullptr) return;
     systemFree(info->originalIndexItems);
     info->originalIndexItems = copy;
@@ -172,7 +179,7 @@ int ZQMatrixSequenceIndexVector::getCoordDimensionAfterPreproc() const {
 void ZQMatrixSequenceIndexVector::setCoordDimensionAfterPreproc(int dimension) {
   tagSequenceInfo* info = currentInfo();
   if (info == nullptr || dimension < 0 || dimension > largestCoordDimension) return;
-  if (resizeIntegerBlock(info->usedPreprocessingVector, info->coordDimensionAfterPreproc, dimension))
+  if (resizeBlock(info->usedPreprocessingVector, info->coordDimensionAfterPreproc, dimension))
     info->coordDimensionAfterPreproc = dimension;
 }
 

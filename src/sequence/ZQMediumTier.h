@@ -6,6 +6,8 @@
 #include "sequence/ZQMediumVerification.h"
 #include "store/ZQMatrixFileTexts.h"
 
+namespace zmatrix {
+
 struct ZQMediumTier {
   using Matrix = ZQMatrixMedium;
   using Element = ZQMatrixMediumElement;
@@ -61,3 +63,5 @@ struct ZQMediumTier {
     return matrix.readMatrixData64(items, length, existCode, writeCount, &withSuccessor, &withoutPredecessor);
   }
 };
+
+}  // namespace zmatrix

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace zmatrix {
+
 namespace {
 
 using CountsInDimension = int* (ZQMatrixMediumInfo::*)(int*);
@@ -79,3 +81,5 @@ bool ZQMediumVerification::compareCounts() {
            info.getNumberOfStartElements());
   return false;
 }
+
+}  // namespace zmatrix

@@ -6,6 +6,8 @@
 #include "sequence/ZQSuffixLinks.h"
 #include "store/ZQVerificationTexts.h"
 
+namespace zmatrix {
+
 class ZQMediumVerification {
  public:
   static constexpr bool namesMatrixID = true;
@@ -32,3 +34,5 @@ class ZQMediumVerification {
   ZQSuffixLinks links;
   int numberOfStarts = 0;
 };
+
+}  // namespace zmatrix

@@ -10,6 +10,7 @@
 #include "numbers/ZQOcronParameters.h"
 #include "numbers/ZQOcronSequence.h"
 #include "numbers/ZQPrimes.h"
+#include "numbers/ZQSharedPrimes.h"
 
 namespace zmatrix {
 
@@ -101,6 +102,7 @@ bool isOcronTypeFor(int ocronType, int preProcessingType) {
 }
 
 int* numberCodedSequence(const PreprocessingSettings& settings, std::span<const int> numbers, int* resultLength) {
+  const PrimesHeld held;
   *resultLength = 0;
   const auto length = static_cast<int>(numbers.size());
   if (settings.preProcessingType >= ZQPreProcessingTypeGocronValue) return codedNumbers(settings, numbers, resultLength);
@@ -112,6 +114,7 @@ int* numberCodedSequence(const PreprocessingSettings& settings, std::span<const 
 
 long long* longLongNumberCodedSequence(const PreprocessingSettings& settings, std::span<const long long> numbers,
                                        int* resultLength) {
+  const PrimesHeld held;
   if (settings.preProcessingType >= ZQPreProcessingTypeGocronValue) return codedNumbers(settings, numbers, resultLength);
   if (settings.preProcessingType >= ZQPreProcessingTypeGocron && settings.coordinateDimension != 1) *resultLength = 0;
   return nullptr;

@@ -31,7 +31,7 @@ struct OwnBlocks {
 
 /// Results in a list that is used again.
 struct KeptList {
-  ZQPodList<int>& list;
+  ZQArray<int>& list;
 
   template <class Value>
   Value* provide(long long numberOfValues) {
@@ -263,7 +263,7 @@ int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const
   return preProcessedIn(OwnBlocks{}, settings, originalSequence, resultLength);
 }
 
-const int* preProcessedSequenceIn(ZQPodList<int>& room, const PreprocessingSettings& settings,
+const int* preProcessedSequenceIn(ZQArray<int>& room, const PreprocessingSettings& settings,
                                   std::span<const int> originalSequence, int* resultLength) {
   if (!isNumberCoding(settings.preProcessingType)) {
     *resultLength = 0;

@@ -6,8 +6,8 @@
 
 #include <span>
 
+#include "frame/ZQArray.h"
 #include "settings/ZQMatrixEnumerations.h"
-#include "store/ZQPodList.h"
 
 /// First coordinate of a preprocessed item that stands for a bar line. A true interval of 127 is taken for one too.
 constexpr int ZQNotNote = 127;
@@ -54,7 +54,7 @@ bool givesSequence(const PreprocessingSettings& settings, long long length);
 int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength);
 
 /// The same into a list that the caller keeps for the next call: what this returns lies there.
-const int* preProcessedSequenceIn(ZQPodList<int>& room, const PreprocessingSettings& settings,
+const int* preProcessedSequenceIn(ZQArray<int>& room, const PreprocessingSettings& settings,
                                   std::span<const int> originalSequence, int* resultLength);
 
 /// The same for 64-bit values, with differences (0 to 999), type 1001 and types 1016 to 1020 alone. Any other type gives null and

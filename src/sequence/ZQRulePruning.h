@@ -7,11 +7,13 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "frame/ZQMemory.h"
+#include "frame/ZQArray.h"
 #include "frame/ZQProgress.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQSuffixLinks.h"
 #include "store/ZQStoreDelete.h"
+
+namespace zmatrix {
 
 template <class Tier>
 struct ZQRulePruning {
@@ -45,7 +47,7 @@ struct ZQRulePruning {
   static int removeOverDeterminedOnce(Matrix& matrix, int passNumber, const ZQSuffixLinks& links) {
     dbPrintf(6, "**************begin removeOverDeterminedPoints...\n");
     const int depthLimit = matrix.getMatrixInfo()->getCurrentDimension();
-    zmatrix::HeapArray<int> path;
+    zmatrix::ZQArray<int> path;
     if (isEmpty(matrix) || !path.resize(depthLimit, 0)) {
       dbPrintf(1, "removeOverdeterminedElements: matrix is empty!\n");
       return -1;
@@ -175,7 +177,7 @@ struct ZQRulePruning {
   }
 
   /// The index vector of an element of the current sub-matrix; -1 for any other element.
-  static int pathOf(Matrix& matrix, int element, int depthLimit, zmatrix::HeapArray<int>& path) {
+  static int pathOf(Matrix& matrix, int element, int depthLimit, zmatrix::ZQArray<int>& path) {
     const int lowestElement = matrix.getMaxNumberOfMatrices();
     int length = 0;
     long long position = element;
@@ -339,23 +341,14 @@ struct ZQRulePruning {
 
   static void releaseSubMatrices(Matrix& matrix, int kept) {
     ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
-    ZQMatrixBaseInfo** infos = matrix.getMatrixInfoArray();
     for (int id = kept; id < header->getMaxNumberOfMatrices(); ++id) {
-      Info* info = static_cast<Info*>(infos[id]);
-      if (info != nullptr) info->deInitMatrixInfo();
-      delete info;
-      infos[id] = nullptr;
       if (matrix.elementAt(id) == nullptr) continue;
       removeBelow(matrix, id);
       matrix.destroyElementAt(id);
     }
-    header->_setMaxNumberOfMatrices(kept);
+    static_cast<void>(matrix.resizeSubMatrices(kept));
     if (header->getNumberOfMatrices() > kept) header->_setNumberOfMatrices(kept);
-    // A table that can't get smaller stays as long as it was.
-    if (void* fewer = systemRealloc(infos, static_cast<size_t>(kept) * sizeof *infos)) {
-      matrix.setMatrixInfoArray(static_cast<ZQMatrixBaseInfo**>(fewer));
-    }
-    matrix.resizeEntryArray(kept);
-    header->resizeStopFlags(kept);
   }
 };
+
+}  // namespace zmatrix

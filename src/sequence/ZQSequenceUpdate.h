@@ -11,9 +11,12 @@
 #include <cstring>
 
 #include "frame/ZQProgress.h"
+#include "frame/ZQSentence.h"
 #include "sequence/ZQDescentPrefetch.h"
 #include "sequence/ZQLearnedPhrases.h"
 #include "store/ZQStoreWrite.h"
+
+namespace zmatrix {
 
 template <class Tier>
 struct ZQSequenceUpdate {
@@ -192,7 +195,9 @@ struct ZQSequenceUpdate {
     }
     front = {position, matrix.nameOfRecordAt(position)};
     if (ZQDebugChannel::shows(8)) {
-      report(number, place.isWritten ? "no. %ld -> %s overwritten\n" : "no. %ld -> %s added\n", phrase, phraseLength);
+      using Sentence = zmatrix::ZQSentence<long, const char*>;
+      static constexpr Sentence overwritten = "no. %ld -> %s overwritten\n", added = "no. %ld -> %s added\n";
+      report(number, place.isWritten ? overwritten : added, phrase, phraseLength);
     }
     if (place.isWritten || !canBeLeftOut || followsFront) return true;
     return matrix.existMatrixData(phrase, known) >= 2 || postWrite(start, known, flags.startFlag, phrases);
@@ -281,9 +286,9 @@ struct ZQSequenceUpdate {
     return true;
   }
 
-  void report(long long number, const char* format, const int* phrase, int phraseLength) const {
+  void report(long long number, const zmatrix::ZQSentence<long, const char*>& format, const int* phrase, int phraseLength) const {
     const std::string text = zmatrix::textOfPhrase(phrase, phraseLength);
-    zmatrix::printPhrase(8, format, static_cast<long>(number), text.c_str());
+    dbPrintf(8, format, static_cast<long>(number), text.c_str());
   }
 
   Matrix& matrix;
@@ -302,3 +307,5 @@ struct ZQSequenceUpdate {
   long long numberOfProcessedVectors = 0;
   int numberOfOverwrites = 0;
 };
+
+}  // namespace zmatrix

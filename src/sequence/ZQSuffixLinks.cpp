@@ -1,19 +1,21 @@
 #include "sequence/ZQSuffixLinks.h"
 
+namespace zmatrix {
+
 bool ZQSuffixLinks::build(const ZQMatrixMedium& matrix) {
   const size_t numberOfSlots = static_cast<size_t>(matrix.getNumberOfSlots());
   root = matrix.getCurrentMatrixID();
   coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
-  depths.clear();
+  depths.reset();
   if (coordinateDimension < 1 || matrix.elementAt(root) == nullptr) return false;
-  if (!links.resize(numberOfSlots, 0xFF) || !queue.resize(numberOfSlots, 0) || !depths.resize(numberOfSlots, 0)) {
-    depths.clear();
+  if (!links.resize(numberOfSlots, -1) || !queue.resize(numberOfSlots) || !depths.resize(numberOfSlots)) {
+    depths.reset();
     return false;
   }
   endOfQueue = 0;
   enterField(matrix, root, 1);
   for (size_t i = 0; i < endOfQueue; ++i) enterField(matrix, queue[i], depthOf(queue[i]) + 1);
-  queue.clear();
+  queue.reset();
   return true;
 }
 
@@ -42,3 +44,5 @@ int ZQSuffixLinks::findLink(const ZQMatrixMedium& matrix, int parent, int coordi
   }
   return depth % coordinateDimension == 0 ? root : none;
 }
+
+}  // namespace zmatrix

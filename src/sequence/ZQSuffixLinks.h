@@ -7,8 +7,10 @@
 // write, which can move what they lead to.
 #pragma once
 
+#include "frame/ZQArray.h"
 #include "sequence/ZQMatrixMedium.h"
-#include "store/ZQPodArray.h"
+
+namespace zmatrix {
 
 class ZQSuffixLinks {
  public:
@@ -32,8 +34,10 @@ class ZQSuffixLinks {
 
   int root = 0;
   int coordinateDimension = 1;
-  zmatrix::ZQPodArray<int> links;
-  zmatrix::ZQPodArray<int> depths;  // 0 for the root and for what is not known
-  zmatrix::ZQPodArray<int> queue;   // the known elements, level by level
+  zmatrix::ZQArray<int> links;
+  zmatrix::ZQArray<int> depths;  // 0 for the root and for what is not known
+  zmatrix::ZQArray<int> queue;   // the known elements, level by level
   size_t endOfQueue = 0;
 };
+
+}  // namespace zmatrix

@@ -7,13 +7,7 @@
 #include <functional>
 
 #include "frame/ZQDebugChannel.h"
-
-namespace {
-
-constexpr int firstTemporaryMemory = 256;
-constexpr int unusedCoordinateSize = -4;
-
-}  // namespace
+#include "settings/ZQMatrixFields.h"
 
 ZQMatrixBaseInfo::~ZQMatrixBaseInfo() {
   releaseMemoryGlobalMatrixInfoParameters();
@@ -28,29 +22,26 @@ int ZQMatrixBaseInfo::initMatrixInfo(int id) {
     ZQMatrixBaseInfo::deInitMatrixInfo();
   }
   updateInfoSize = 0;
-#define ZQ_BASE_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(initial);
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::setToDefaults(*this, ZQMatrixInfoTypeBase);
   timeStamp = static_cast<unsigned int>(time(nullptr));
   matrixID = id;
-  const bool hasRoom = sizeOfCoordinateDimensions.assign(coordinateDimension, unusedCoordinateSize) &&
+  const bool hasRoom = sizeOfCoordinateDimensions.assign(coordinateDimension, zmatrix::defaultCoordinateSize) &&
                        minimalIndices.resize(internalCurrentDimension, 0) && maximalIndices.resize(internalCurrentDimension, 0) &&
-                       matrixPtr.assign(internalCurrentDimension + 1, 0) && temporaryMemory.assign(firstTemporaryMemory, 0);
+                       matrixPtr.assign(internalCurrentDimension + 1, 0) &&
+                       temporaryMemory.assign(zmatrix::smallestTemporaryMemory, 0);
   _resetIndexLimits();
   return hasRoom ? 1 : 0;
 }
 
 void ZQMatrixBaseInfo::deInitMatrixInfo() {
-  sizeOfCoordinateDimensions.release();
-  minimalIndices.release();
-  maximalIndices.release();
-  matrixPtr.release();
-  temporaryMemory.release();
+  sizeOfCoordinateDimensions.reset();
+  minimalIndices.reset();
+  maximalIndices.reset();
+  matrixPtr.reset();
+  temporaryMemory.reset();
   releaseMemoryGlobalMatrixInfoParameters();
   updateInfoSize = -1;
-#define ZQ_BASE_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(-1);
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::setToUnusable(*this, ZQMatrixInfoTypeBase);
 }
 
 void ZQMatrixBaseInfo::refuseOnFilledMatrix(const char* setter) const {
@@ -111,7 +102,7 @@ void ZQMatrixBaseInfo::setCoordinateDimension(int dimension) {
     dbPrintf(0, "error: setCoordinateDimension can not be set if allowLargeIndices >0!\n");
   } else if (!isEmpty()) {
     refuseOnFilledMatrix("setCoordinateDimension");
-  } else if (sizeOfCoordinateDimensions.assign(dimension, unusedCoordinateSize)) {
+  } else if (sizeOfCoordinateDimensions.assign(dimension, zmatrix::defaultCoordinateSize)) {
     coordinateDimension = dimension;
   }
 }
@@ -130,7 +121,7 @@ void ZQMatrixBaseInfo::setMaxDimOfMatrix(int dimension) {
 
 void ZQMatrixBaseInfo::setMaximalMatrixIndex(int index) {
   if (index == maximalMatrixIndex) return;
-  if (minimalIndices.size() == 0 || maximalIndices.size() == 0 || internalCurrentDimension <= 0) {
+  if (minimalIndices.empty() || maximalIndices.empty() || internalCurrentDimension <= 0) {
     dbPrintf(0, "error: setMaximalIndex can only be called after initMatrix!\n");
   } else if (!isEmpty() && smallestLegalMaximalIndex() > index) {
     dbPrintf(0, "error: setMaximalIndex for non-empty matrix failed because matrix contains values with higher indices\n");
@@ -143,7 +134,7 @@ void ZQMatrixBaseInfo::setMaximalMatrixIndex(int index) {
 // The bound rises by one at every dimension in use, so deep matrices ask for a little more than their largest index.
 long long ZQMatrixBaseInfo::smallestLegalMaximalIndex() const {
   long long bound = minimalIndices[0];
-  for (int i = 0; i < currentDimension && i < minimalIndices.size(); ++i) {
+  for (int i = 0; i < currentDimension && i < minimalIndices.count(); ++i) {
     const long long lowest = std::llabs(static_cast<long long>(minimalIndices[i]));
     const long long highest = std::llabs(static_cast<long long>(maximalIndices[i]));
     bound = std::max({bound, lowest, highest}) + 1;
@@ -164,7 +155,7 @@ void ZQMatrixBaseInfo::_resizeIndexLimits(int capacity) {
 }
 
 int ZQMatrixBaseInfo::setSizeOfCoordDimension(int dimension, int size) {
-  if (dimension < 0 || dimension >= sizeOfCoordinateDimensions.size()) return 0;
+  if (dimension < 0 || dimension >= sizeOfCoordinateDimensions.count()) return 0;
   const long long width = std::llabs(static_cast<long long>(size));
   if (width != 1 && width != 2 && width != 4 && width != 8) return 0;
   sizeOfCoordinateDimensions[dimension] = size;
@@ -188,7 +179,7 @@ int ZQMatrixBaseInfo::enterMatrixDimension(int dimIndex) {
     return 0;
   }
   if (dimIndex < currentDimension) return 1;
-  if (dimIndex >= internalCurrentDimension || dimIndex >= maximalIndices.size()) {
+  if (dimIndex >= internalCurrentDimension || dimIndex >= maximalIndices.count()) {
     if (!growDimensionArrays(capacityForDimension(dimIndex))) return 0;
   }
   currentDimension = dimIndex + 1;
@@ -213,14 +204,14 @@ bool ZQMatrixBaseInfo::growMatrixPtr(int numberOfSteps) {
 }
 
 int* ZQMatrixBaseInfo::provideTemporaryMemory(int length) {
-  if (length > temporaryMemory.size() && !temporaryMemory.resize(length, 0)) return nullptr;
+  if (length > temporaryMemory.count() && !temporaryMemory.resize(length, 0)) return nullptr;
   if (length > internalLengthOfTemporaryMemory) internalLengthOfTemporaryMemory = length;
   return temporaryMemory.data();
 }
 
 int ZQMatrixBaseInfo::readableFrom(const int* item) const {
   const int* begin = temporaryMemory.data();
-  const int* end = begin + temporaryMemory.size();
+  const int* end = begin + temporaryMemory.count();
   const bool isInside = !std::less<>()(item, begin) && std::less<>()(item, end);
   return isInside ? static_cast<int>(end - item) : INT_MAX;
 }
@@ -234,9 +225,7 @@ ZQMatrixProperties* ZQMatrixBaseInfo::getGlobalMatrixInfoParameters() {
   }
   ZQMatrixProperties* snapshot = globalMatrixInfoParameters;
   *snapshot = ZQMatrixProperties{};
-#define ZQ_BASE_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) snapshot->name = name;
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::copyToSnapshot(*this, ZQMatrixInfoTypeBase, *snapshot);
   snapshot->updateInfoSize = updateInfoSize;
   snapshot->sizeOfCoordinateDimensions = sizeOfCoordinateDimensions.data();
   snapshot->minimalIndices = minimalIndices.data();

@@ -2,13 +2,10 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixInfoCodec.h"
 
 namespace {
 
-constexpr int smallestTemporaryMemory = 256;
-constexpr int defaultCoordinateSize = -4;
 constexpr long long arraysOfDimensions = 6;  ///< of all tiers: what a dimension costs in ints
 
 bool isCoordinateSize(int size) {
@@ -21,12 +18,13 @@ bool isCoordinateSize(int size) {
 template <class Fields>
 void ZQMatrixBaseInfo::describeBasePart(Fields& fields) {
   fields.number(updateInfoSize);
-#define ZQ_BASE_ROWS
-#define ZQ_BEHIND_MEM_IS_READ_ONLY describeCoordinateSizes(fields);
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) \
-  fields.number(name, since, static_cast<type>(initial));             \
-  fields.require(isLegalInFile(&name));
-#include "settings/ZQMatrixInfoFields.def"
+  for (const zmatrix::FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeBase)) {
+    if (row.kind == zmatrix::FieldRow::coordinateSizes) {
+      describeCoordinateSizes(fields);
+    } else {
+      zmatrix::describeField(fields, row, *this);
+    }
+  }
   fields.setVersion(softwareVersion);
   if constexpr (Fields::reads) {
     fields.require(fields.isSound() && makeDimensionArrays(fields.file));
@@ -44,28 +42,18 @@ template <class Fields>
 void ZQMatrixBaseInfo::describeCoordinateSizes(Fields& fields) {
   if constexpr (Fields::reads) {
     if (!fields.isSound()) return;
-    fields.require(fields.file.hasRoom(sizeOfCoordinateDimensions.assign(coordinateDimension, defaultCoordinateSize)));
+    fields.require(fields.file.hasRoom(sizeOfCoordinateDimensions.assign(coordinateDimension, zmatrix::defaultCoordinateSize)));
     if (!fields.isSound()) return;
   }
   for (int k = 0; k < coordinateDimension; ++k) {
-    int size = k < sizeOfCoordinateDimensions.size() ? sizeOfCoordinateDimensions[k] : defaultCoordinateSize;
+    int size = k < sizeOfCoordinateDimensions.count() ? sizeOfCoordinateDimensions[k] : zmatrix::defaultCoordinateSize;
     fields.number(size);
     fields.require(isCoordinateSize(size));
     if (Fields::reads) sizeOfCoordinateDimensions[k] = size;
   }
 }
 
-/// The fields that decide how to go on, or how long an array is. The others are as free as they are for a host.
-bool ZQMatrixBaseInfo::isLegalInFile(const void* field) const {
-  if (field == &magicNumber) return magicNumber == zmatrix::matrixInfoMagicNumber;
-  if (field == &updateInfoType) return static_cast<unsigned>(updateInfoType) <= zmatrix::largestUpdateInfoType;
-  if (field == &coordinateDimension)
-    return coordinateDimension >= 0 && coordinateDimension <= zmatrix::largestCoordinateDimension;
-  if (field == &currentDimension) return currentDimension >= 0;
-  return true;
-}
-
-// A capacity is only a wish: it is raised to what is in use, and lowered to that if the file is too small for it.
+// A stored capacity is raised to what is in use, and lowered to that if a file of this size can't have asked for it.
 bool ZQMatrixBaseInfo::makeDimensionArrays(zmatrix::ZQFileReader& file) {
   constexpr long long bytesOfDimension = arraysOfDimensions * static_cast<long long>(sizeof(int));
   internalCurrentDimension = std::min(std::max(internalCurrentDimension, currentDimension), INT_MAX - 1);
@@ -75,24 +63,23 @@ bool ZQMatrixBaseInfo::makeDimensionArrays(zmatrix::ZQFileReader& file) {
   }
   const long long bytesOfTemporaryMemory = internalLengthOfTemporaryMemory * static_cast<long long>(sizeof(int));
   if (internalLengthOfTemporaryMemory < 0 || !file.grants(bytesOfTemporaryMemory)) {
-    internalLengthOfTemporaryMemory = smallestTemporaryMemory;
+    internalLengthOfTemporaryMemory = zmatrix::smallestTemporaryMemory;
   }
   return file.hasRoom(minimalIndices.assign(internalCurrentDimension, 0) && maximalIndices.assign(internalCurrentDimension, 0) &&
                       matrixPtr.assign(internalCurrentDimension + 1LL, 0) &&
-                      temporaryMemory.assign(std::max(internalLengthOfTemporaryMemory, smallestTemporaryMemory), 0));
+                      temporaryMemory.assign(std::max(internalLengthOfTemporaryMemory, zmatrix::smallestTemporaryMemory), 0));
 }
 
 bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {
   describeBasePart(fields);
   if (!fields.isSound()) return false;
-  // A wrong number has ended the reading already, so this sentence never comes out.
-  if (magicNumber != zmatrix::matrixInfoMagicNumber) dbPrintf(0, "ReadMatrixInfo:Illegal value for magic number\n");
   fields.endPart();
   return true;
 }
 
-// The names of many files, or very long paths, make a record larger than the limit. In front of the elements such a one is taken
-// if its size is what its writer must have found, since without it all elements would be lost; the history ends with it.
+// The names of many files, or very long paths, make a record larger than the limit. In front of the elements such a record is
+// accepted if its size is what its writer must have stored, since without it all elements would be lost; the history ends with
+// it.
 bool ZQMatrixBaseInfo::hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const {
   const auto size = static_cast<unsigned>(updateInfoSize);
   return size <= zmatrix::largestUpdateInfoSize || (withSequence == 0 && size == fields.getSumOfLengths());

@@ -1,6 +1,9 @@
 #include "settings/ZQMatrixFileHeader.h"
 
 #include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
+
+namespace zmatrix {
 
 namespace {
 
@@ -20,9 +23,17 @@ bool canWriteIn(const char* directory) {
   return true;
 }
 
+void setBlockToDefaults(ZQMatrixProperties& block, int FieldRow::*initial) {
+  forEachBlockField(ZQMatrixInfoTypeFull, [&](const FieldRow& row) {
+    if (row.kind == FieldRow::number && row.isSavedInBlocks()) row.valueIn(block) = row.*initial;
+  });
+  memset(block.nameOfUpdateFile, 0, sizeof block.nameOfUpdateFile);
+  memset(block.midiChannelFilter, 0, sizeof block.midiChannelFilter);
+}
+
 }  // namespace
 
-void zmatrix::storeUnterminatedText(char* field, int capacity, const char* text) {
+void storeUnterminatedText(char* field, int capacity, const char* text) {
   if (text == nullptr || text == field) return;
   int length = 0;
   while (length < capacity && text[length] != 0) ++length;
@@ -30,24 +41,49 @@ void zmatrix::storeUnterminatedText(char* field, int capacity, const char* text)
   memset(field + length, 0, static_cast<size_t>(capacity - length));
 }
 
-void zmatrix::storeText(char* field, int capacity, const char* text) {
+void storeText(char* field, int capacity, const char* text) {
   if (text == nullptr) return;
   storeUnterminatedText(field, capacity - 1, text);
   field[capacity - 1] = 0;
 }
 
-void zmatrix::setDefaultParameters(ZQMatrixProperties& block) {
-#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) block.name = static_cast<type>(initial);
-#define ZQ_TEXT_SETTING(name, Name, bytes) memset(block.name, 0, bytes);
-#define ZQ_BYTES_SETTING(name, Name, bytes) memset(block.name, 0, bytes);
-#include "settings/ZQMatrixSettings.def"
+void storeNameOfUpdateFile(ZQMatrixProperties& block, const char* name) {
+  storeUnterminatedText(block.nameOfUpdateFile, sizeof block.nameOfUpdateFile, name);
 }
 
-void zmatrix::setDefaultSymbolParameters(ZQMatrixProperties& block) {
-#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) block.name = static_cast<type>(symbolInitial);
-#define ZQ_TEXT_SETTING(name, Name, bytes) memset(block.name, 0, bytes);
-#define ZQ_BYTES_SETTING(name, Name, bytes) memset(block.name, 0, bytes);
-#include "settings/ZQMatrixSettings.def"
+void storeMidiChannelFilter(ZQMatrixProperties& block, const char* channels) {
+  if (channels != nullptr) memmove(block.midiChannelFilter, channels, sizeof block.midiChannelFilter);
+}
+
+void setDefaultParameters(ZQMatrixProperties& block) {
+  setBlockToDefaults(block, &FieldRow::initial);
+}
+
+void setDefaultSymbolParameters(ZQMatrixProperties& block) {
+  setBlockToDefaults(block, &FieldRow::initialForSymbols);
+}
+
+std::span<const ZQMatrixFileHeader::NumberRow> ZQMatrixFileHeader::numberRows() noexcept {
+  static constexpr NumberRow rows[] = {
+      {"lastSoftwareVersion", &ZQMatrixFileHeader::lastSoftwareVersion, matrixFormatVersion},
+      {"is64BitMatrix", &ZQMatrixFileHeader::is64BitMatrix},
+      {"maxNumberOfMatrices", &ZQMatrixFileHeader::maxNumberOfMatrices, initialNumberOfMatrices},
+      {"numberOfMatrices", &ZQMatrixFileHeader::numberOfMatrices},
+      {"matrixAILevel", &ZQMatrixFileHeader::matrixAILevel},
+      {"offsetToUpdateInfos", &ZQMatrixFileHeader::offsetToUpdateInfos},
+      {"matrixBlockSize", &ZQMatrixFileHeader::matrixBlockSize},
+      {"matrixBlockSizeOld", &ZQMatrixFileHeader::matrixBlockSizeOld},
+      {"maximalStack", &ZQMatrixFileHeader::maximalStack},
+      {"numberMatrixUpdates", &ZQMatrixFileHeader::numberOfMatrixUpdates},
+      {"numberAppendedUpdates", &ZQMatrixFileHeader::numberOfAppendedUpdates, notKnown, firstVersionWithInfoType},
+      {"debugOutputDevice", &ZQMatrixFileHeader::matrixDebugOutputDevice},
+      {"userRandomValue", &ZQMatrixFileHeader::userRandomValue, initialRandomValue},
+      {"userRandomType", &ZQMatrixFileHeader::userRandomType, 1},
+      {"systemRandomValue", &ZQMatrixFileHeader::systemRandomValue, initialRandomValue},
+      {"systemRandomType", &ZQMatrixFileHeader::systemRandomType, 1},
+      {"matrixInfoType", &ZQMatrixFileHeader::matrixInfoType, ZQMatrixInfoTypeBase, firstVersionWithInfoType},
+  };
+  return rows;
 }
 
 ZQMatrixFileHeader::~ZQMatrixFileHeader() {
@@ -58,20 +94,9 @@ int ZQMatrixFileHeader::initFileHeader(int infoType) {
   deInitFileHeader();
   fileType[0] = 0;
   matrixDescription[0] = 0;
-  lastSoftwareVersion = zmatrix::matrixFormatVersion;
-  is64BitMatrix = 0;
-  maxNumberOfMatrices = zmatrix::initialNumberOfMatrices;
-  numberOfMatrices = 0;
-  matrixAILevel = 0;
-  offsetToUpdateInfos = 0;
-  matrixBlockSize = 0;
-  matrixBlockSizeOld = 0;
-  maximalStack = 0;
-  numberOfMatrixUpdates = 0;
-  numberOfAppendedUpdates = -1;
-  matrixDebugOutputDevice = 0;
-  userRandomValue = systemRandomValue = zmatrix::initialRandomValue;
-  userRandomType = systemRandomType = 1;
+  for (const NumberRow& row : numberRows()) {
+    row.member.visit(*this, [&row](auto& number) { number = row.initial; });
+  }
   matrixInfoType = infoType;
   matrixDebugDirectory[0] = 0;
   matrixOriginFilename[0] = 0;
@@ -85,7 +110,7 @@ int ZQMatrixFileHeader::initFileHeader(int infoType) {
 void ZQMatrixFileHeader::deInitFileHeader() {
   if (fpUpdateInfos != nullptr) fclose(fpUpdateInfos);
   fpUpdateInfos = nullptr;
-  stopFlags.release();
+  stopFlags.reset();
   deleteMatrixUpdateInfos();
 }
 
@@ -99,12 +124,11 @@ void ZQMatrixFileHeader::closeAndRemoveUpdateInfos() {
 }
 
 void ZQMatrixFileHeader::deleteMatrixUpdateInfos() {
-  for (int i = 0; i < _matrixInfos.size(); ++i) delete _matrixInfos[i];
-  _matrixInfos.release();
+  _matrixInfos.reset();
 }
 
 void ZQMatrixFileHeader::setFileType(const char* text) {
-  zmatrix::storeText(fileType, sizeof fileType, text);
+  storeText(fileType, sizeof fileType, text);
 }
 
 void ZQMatrixFileHeader::setNumberOfMatrices(int number) {
@@ -125,9 +149,11 @@ void ZQMatrixFileHeader::setMatrixDebugOutputDevice(int device) {
 void ZQMatrixFileHeader::setMatrixDebugDirectory(const char* path) {
   if (path == nullptr) return;
   if (strlen(path) > longestDebugDirectory) path = "";
-  zmatrix::storeText(matrixDebugDirectory, sizeof matrixDebugDirectory, path);
-  if (matrixDebugDirectory[0] == 0) zmatrix::storeText(matrixDebugDirectory, sizeof matrixDebugDirectory, workingDirectory);
+  storeText(matrixDebugDirectory, sizeof matrixDebugDirectory, path);
+  if (matrixDebugDirectory[0] == 0) storeText(matrixDebugDirectory, sizeof matrixDebugDirectory, workingDirectory);
   if (canWriteIn(matrixDebugDirectory)) return;
   dbPrintf(0, "warning: setDebugDirectory to directory without write access! Current working directory will be used!\n");
-  zmatrix::storeText(matrixDebugDirectory, sizeof matrixDebugDirectory, workingDirectory);
+  storeText(matrixDebugDirectory, sizeof matrixDebugDirectory, workingDirectory);
 }
+
+}  // namespace zmatrix

@@ -1,25 +1,30 @@
 // The header of a matrix file with its two blocks of global parameters: 2204 bytes in the present version.
 #include "file/ZQFieldCodec.h"
 #include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
 #include "settings/ZQMatrixFileHeader.h"
+
+namespace zmatrix {
 
 namespace {
 
 constexpr int oldestVersion = 83;
-constexpr int firstVersionWithInfoType = 105;
-constexpr int defaultNumberOfMatrices = 4;
 constexpr int highestAILevel = 1;
 
 template <class Fields>
 void describeBlock(Fields& fields, ZQMatrixProperties& block) {
-#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) \
-  fields.number(block.name, sinceVersion, static_cast<type>(initial));
-// Before there were number codes the block keeps what it has.
-#define ZQ_OCRON_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) \
-  fields.number(block.name, sinceVersion, block.name);
-#define ZQ_TEXT_SETTING(name, Name, size) fields.text(block.name, size);
-#define ZQ_BYTES_SETTING(name, Name, size) fields.bytes(block.name, size);
-#include "settings/ZQMatrixSettings.def"
+  forEachBlockField(ZQMatrixInfoTypeFull, [&](const FieldRow& row) {
+    if (!row.isSavedInBlocks()) return;
+    if (row.kind == FieldRow::nameOfUpdateFile) {
+      fields.text(block.nameOfUpdateFile, sizeof block.nameOfUpdateFile);
+    } else if (row.kind == FieldRow::midiChannelFilter) {
+      fields.bytes(block.midiChannelFilter, sizeof block.midiChannelFilter);
+    } else {
+      // Where a file is older than number codes the block keeps what it has.
+      int& value = row.valueIn(block);
+      fields.number(value, row.firstVersion, row.useInBlocks == FieldRow::numberCode ? value : row.initial);
+    }
+  });
 }
 
 }  // namespace
@@ -28,25 +33,14 @@ template <class Fields>
 long long ZQMatrixFileHeader::describe(Fields& fields) {
   fields.text(fileType, sizeof fileType);
   fields.text(matrixDescription, sizeof matrixDescription);
-  fields.number(lastSoftwareVersion);
-  fields.setVersion(lastSoftwareVersion);
-  fields.number(is64BitMatrix);
-  fields.number(maxNumberOfMatrices);
-  fields.number(numberOfMatrices);
-  fields.number(matrixAILevel);
-  const long long positionOfOffset = fields.getPosition();
-  fields.number(offsetToUpdateInfos);
-  fields.number(matrixBlockSize);
-  fields.number(matrixBlockSizeOld);
-  fields.number(maximalStack);
-  fields.number(numberOfMatrixUpdates);
-  fields.number(numberOfAppendedUpdates, firstVersionWithInfoType, -1);
-  fields.number(matrixDebugOutputDevice);
-  fields.number(userRandomValue);
-  fields.number(userRandomType);
-  fields.number(systemRandomValue);
-  fields.number(systemRandomType);
-  fields.number(matrixInfoType, firstVersionWithInfoType, -1);
+  long long positionOfOffset = 0;
+  for (const NumberRow& row : numberRows()) {
+    if (row.member == &ZQMatrixFileHeader::offsetToUpdateInfos) positionOfOffset = fields.getPosition();
+    row.member.visit(*this, [&](auto& number) {
+      fields.number(number, row.firstVersion, static_cast<std::decay_t<decltype(number)>>(notKnown));
+    });
+    if (row.member == &ZQMatrixFileHeader::lastSoftwareVersion) fields.setVersion(lastSoftwareVersion);
+  }
   fields.text(matrixDebugDirectory, sizeof matrixDebugDirectory);
   fields.text(matrixOriginFilename, sizeof matrixOriginFilename);
   fields.text(matrixDestinationFilename, sizeof matrixDestinationFilename);
@@ -55,22 +49,22 @@ long long ZQMatrixFileHeader::describe(Fields& fields) {
   return positionOfOffset;
 }
 
-long long ZQMatrixFileHeader::writeFileHeader(zmatrix::ZQFileWriter& file) {
-  lastSoftwareVersion = zmatrix::matrixFormatVersion;
-  zmatrix::ZQFieldWriter fields(file);
+long long ZQMatrixFileHeader::writeFileHeader(ZQFileWriter& file) {
+  lastSoftwareVersion = matrixFormatVersion;
+  ZQFieldWriter fields(file);
   return describe(fields);
 }
 
-int ZQMatrixFileHeader::readFileHeader(zmatrix::ZQFileReader& file) {
-  zmatrix::ZQFieldReader fields(file);
+int ZQMatrixFileHeader::readFileHeader(ZQFileReader& file) {
+  ZQFieldReader fields(file);
   describe(fields);
-  const bool isMatrixFile = memcmp(fileType, "zmatrix", sizeof fileType) == 0;
+  const bool isMatrixFile = memcmp(fileType, matrixFileType, sizeof fileType) == 0;
   fileType[sizeof fileType - 1] = 0;
   matrixDescription[sizeof matrixDescription - 1] = 0;
   matrixDebugDirectory[sizeof matrixDebugDirectory - 1] = 0;
   matrixOriginFilename[sizeof matrixOriginFilename - 1] = 0;
   matrixDestinationFilename[sizeof matrixDestinationFilename - 1] = 0;
-  // A header that is cut short is none.
+  // A truncated header is rejected.
   if (!isMatrixFile || (!fields.isSound() && lastSoftwareVersion >= oldestVersion)) {
     dbPrintf(0, "ReadFileHeader: this is not a valid matrix file\n");
     return -1;
@@ -83,10 +77,10 @@ int ZQMatrixFileHeader::readFileHeader(zmatrix::ZQFileReader& file) {
     dbPrintf(0, "ReadFileHeader: this is not a valid matrix file (illegal blockSIze or stackSize)\n");
     return -1;
   }
-  if (numberOfMatrices > defaultNumberOfMatrices) {
+  if (numberOfMatrices > initialNumberOfMatrices) {
     dbPrintf(0, "ReadFileHeader:Warning: this matrix file contains more matrices than default (%d)\n", numberOfMatrices);
   }
-  if (maxNumberOfMatrices > defaultNumberOfMatrices) {
+  if (maxNumberOfMatrices > initialNumberOfMatrices) {
     dbPrintf(0, "ReadFileHeader:Warning: this matrix file reserves memory for more matrices than default (%d)\n",
              maxNumberOfMatrices);
   }
@@ -110,18 +104,18 @@ int ZQMatrixFileHeader::readFileHeader(zmatrix::ZQFileReader& file) {
 }
 
 int ZQMatrixFileHeader::getMatrixInfoTypeFromFile(const char* path) {
-  FILE* stream = zmatrix::openRegularFile(path);
+  FILE* stream = openRegularFile(path);
   if (stream == nullptr) return -2;
-  zmatrix::ZQFileReader file(stream);
+  ZQFileReader file(stream);
   ZQMatrixFileHeader header;
-  header.matrixInfoType = -1;
+  header.matrixInfoType = notKnown;
   header.readFileHeader(file);
   int infoType = header.matrixInfoType;
-  if (static_cast<unsigned>(infoType) > ZQMatrixInfoTypeFull) {  // older files tell it in their first record
+  if (static_cast<unsigned>(infoType) > ZQMatrixInfoTypeFull) {  // older files have it in their first record
     file.get<int>();
     const int magic = file.get<int>();
     infoType = file.get<int>();
-    if (magic != zmatrix::matrixInfoMagicNumber) {
+    if (magic != matrixInfoMagicNumber) {
       dbPrintf(0, "error getMatrixInfoTypeFromFile: illegal magicNumber!\n");
       infoType = -1;
     } else if (static_cast<unsigned>(infoType) > ZQMatrixInfoTypeFull) {
@@ -132,3 +126,5 @@ int ZQMatrixFileHeader::getMatrixInfoTypeFromFile(const char* path) {
   fclose(stream);
   return infoType;
 }
+
+}  // namespace zmatrix

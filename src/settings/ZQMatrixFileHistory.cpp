@@ -1,11 +1,13 @@
-// The history of a matrix: the update records behind the elements of the file that it was read from. Their number is found by
-// going through them, since the one in the header counts otherwise.
+// The history of a matrix: the update records behind the elements of the file that it was read from. They are counted by reading
+// them, since the number in the header is not reliable.
 #include <climits>
 
 #include "file/ZQFileStream.h"
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixFileHeader.h"
 #include "settings/ZQMatrixInfo.h"
+
+namespace zmatrix {
 
 namespace {
 
@@ -15,35 +17,35 @@ const char* nameOfTier(int infoType) {
 
 }  // namespace
 
-int ZQMatrixFileHeader::readUpdateInfo(ZQMatrixInfo& record, zmatrix::ZQFileReader& file) const {
+int ZQMatrixFileHeader::readUpdateInfo(ZQMatrixInfo& record, ZQFileReader& file) const {
   if (matrixInfoType == ZQMatrixInfoTypeFull) return record.readUpdateInfo(file, 1);
   if (matrixInfoType == ZQMatrixInfoTypeMedium) return record.ZQMatrixMediumInfo::readUpdateInfo(file, 1);
   return record.ZQMatrixBaseInfo::readUpdateInfo(file, 1);
 }
 
-long long zmatrix::largestOffsetToUpdateInfos = INT_MAX;
+long long largestOffsetToUpdateInfos = INT_MAX;
 
 void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
   int found = 0;
   if (count == nullptr) count = &found;
   *count = 0;
   const long long begin = offsetToUpdateInfos != 0 ? offsetToUpdateInfos : positionOfUpdateInfos;
-  if (offsetToUpdateInfos == 0 && positionOfUpdateInfos <= zmatrix::largestOffsetToUpdateInfos) {
+  if (offsetToUpdateInfos == 0 && positionOfUpdateInfos <= largestOffsetToUpdateInfos) {
     dbPrintf(1, "Info from readMatrixUpdateInfos: no updateInfos found\n");
     if (numberOfAppendedUpdates != 0) dbPrintf(1, "_numberOfAppendedUpdates: %d unexpected\n", numberOfAppendedUpdates);
     return;
   }
-  if (_matrixInfos.size() > 0) {
+  if (_matrixInfos.count() > 0) {
     dbPrintf(1, "Info from readMatrixUpdateInfos: _matrixInfos already initialized...\n");
     *count = numberOfAppendedUpdates;
     return;
   }
-  FILE* stream = zmatrix::openRegularFile(matrixOriginFilename);
+  FILE* stream = openRegularFile(matrixOriginFilename);
   if (stream == nullptr) {
     dbPrintf(0, "Error from readMatrixUpdateInfos: matrixFile %s not found\n", matrixOriginFilename);
     return;
   }
-  zmatrix::ZQFileReader file(stream);
+  ZQFileReader file(stream);
   file.seek(begin);
   *count = scanUpdateInfos(file);
   if (*count < 1) {
@@ -54,15 +56,15 @@ void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
                *count, numberOfAppendedUpdates);
       numberOfAppendedUpdates = *count;
     }
-    zmatrix::ZQFileReader sameFile(stream);
+    ZQFileReader sameFile(stream);
     sameFile.seek(begin);
     loadUpdateInfos(sameFile, *count);
   }
   fclose(stream);
 }
 
-// The end of a file shows only on the read behind its last byte, so a complete series ends in the message too.
-int ZQMatrixFileHeader::scanUpdateInfos(zmatrix::ZQFileReader& file) {
+// The end of the file is only detected by a read beyond it, so a complete series ends with the message too.
+int ZQMatrixFileHeader::scanUpdateInfos(ZQFileReader& file) {
   dbPrintf(1, "readMatrixUpdateInfos: _matrixInfos not found, scan of appended updates...\n");
   int count = 0;
   for (;;) {
@@ -78,13 +80,13 @@ int ZQMatrixFileHeader::scanUpdateInfos(zmatrix::ZQFileReader& file) {
   return count;
 }
 
-void ZQMatrixFileHeader::loadUpdateInfos(zmatrix::ZQFileReader& file, int count) {
-  if (!_matrixInfos.resize(count, nullptr)) return;
+void ZQMatrixFileHeader::loadUpdateInfos(ZQFileReader& file, int count) {
+  if (!_matrixInfos.resize(count)) return;
   for (int i = 0; i < count; ++i) {
     dbPrintf(1, "allocating memory for updateInfo np: %d\n", i);
     auto* record = new (std::nothrow) ZQMatrixInfo();
-    _matrixInfos[i] = record;
     if (record == nullptr) return;
+    _matrixInfos.put(i, std::unique_ptr<ZQMatrixBaseInfo>(record));
     if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d\n", i);
     const int result = readUpdateInfo(*record, file);
     if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d finished\n", i);
@@ -93,17 +95,19 @@ void ZQMatrixFileHeader::loadUpdateInfos(zmatrix::ZQFileReader& file, int count)
 }
 
 ZQMatrixBaseInfo* ZQMatrixFileHeader::getMatrixUpdateInfo(int index) {
-  if (numberOfAppendedUpdates == -1) {
+  if (numberOfAppendedUpdates == notKnown) {
     dbPrintf(0, "_numberOfAppendedUpdates not available: readMatrixUpdateInfoUpdateInfos() must be called! %d\n",
              numberOfAppendedUpdates);
   } else if (index < 0 || index >= numberOfAppendedUpdates) {
     dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
   } else if (_matrixInfos.data() == nullptr) {
     dbPrintf(0, "_matrixInfos = NULL: readMatrixUpdateInfoUpdateInfos() must be called! \n");
-  } else if (index >= _matrixInfos.size()) {
+  } else if (index >= _matrixInfos.count()) {
     dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
   } else {
     return _matrixInfos[index];
   }
   return nullptr;
 }
+
+}  // namespace zmatrix

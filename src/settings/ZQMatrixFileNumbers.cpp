@@ -4,12 +4,14 @@
 
 #include "file/ZQFileStream.h"
 
+namespace zmatrix {
+
 namespace {
 
 template <class Number>
 size_t writeNumber(const Number* value, FILE* file) {
   char bytes[sizeof(Number)];
-  zmatrix::putLittleEndian(bytes, *value);
+  putLittleEndian(bytes, *value);
   return fwrite(bytes, sizeof bytes, 1, file);
 }
 
@@ -17,7 +19,7 @@ template <class Number>
 size_t readNumber(Number* value, FILE* file) {
   char bytes[sizeof(Number)];
   if (fread(bytes, sizeof bytes, 1, file) != 1) return 0;
-  *value = zmatrix::getLittleEndian<Number>(bytes);
+  *value = getLittleEndian<Number>(bytes);
   return 1;
 }
 
@@ -64,3 +66,5 @@ void zqSwapLong(int32_t* value) {
 void zqSwapLongLong(int64_t* value) {
   swapBytes(value);
 }
+
+}  // namespace zmatrix

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstdio>
 
+namespace zmatrix {
+
 size_t zqFwriteShort(const int16_t* value, FILE* file);
 size_t zqFwriteLong(const int32_t* value, FILE* file);
 size_t zqFwriteLongLong(const int64_t* value, FILE* file);
@@ -16,3 +18,5 @@ size_t zqFreadLongLong(int64_t* value, FILE* file);
 void zqSwapShort(int16_t* value);
 void zqSwapLong(int32_t* value);
 void zqSwapLongLong(int64_t* value);
+
+}  // namespace zmatrix

@@ -1,22 +1,17 @@
 #include "settings/ZQMatrixInfo.h"
 
 #include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
 
 int ZQMatrixInfo::initMatrixInfo(int id) {
   const int hasRoom = ZQMatrixMediumInfo::initMatrixInfo(id);
-#define ZQ_FULL_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = initial;
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::setToDefaults(*this, ZQMatrixInfoTypeFull);
   updateInfoType = ZQMatrixInfoTypeFull;
   return hasRoom;
 }
 
 void ZQMatrixInfo::deInitMatrixInfo() {
-  if (updateInfoType >= ZQMatrixInfoTypeMedium) {
-#define ZQ_FULL_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = -1;
-#include "settings/ZQMatrixInfoFields.def"
-  }
+  if (updateInfoType >= ZQMatrixInfoTypeMedium) zmatrix::setToUnusable(*this, ZQMatrixInfoTypeFull);
   ZQMatrixMediumInfo::deInitMatrixInfo();
 }
 
@@ -32,8 +27,6 @@ void ZQMatrixInfo::storeLevelLink(int& link, int id, const char* setter) {
 ZQMatrixProperties* ZQMatrixInfo::getGlobalMatrixInfoParameters() {
   ZQMatrixProperties* snapshot = ZQMatrixMediumInfo::getGlobalMatrixInfoParameters();
   if (snapshot == nullptr) return nullptr;
-#define ZQ_FULL_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) snapshot->name = name;
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::copyToSnapshot(*this, ZQMatrixInfoTypeFull, *snapshot);
   return snapshot;
 }

@@ -11,47 +11,26 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
   int initMatrixInfo(int id);
   void deInitMatrixInfo();
 
-#define ZQ_FULL_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) \
-  int get##Name() const {                                             \
-    return name;                                                      \
+  int getCurrentMatrixIDLevelDown() const { return currentMatrixIDLevelDown; }
+  int getCurrentMatrixIDLevelUp() const { return currentMatrixIDLevelUp; }
+  int getNumberOfSymbols() const { return numberOfSymbols; }
+  int getNewSymbol() const { return newSymbol; }
+  void setNewSymbol(int value) { newSymbol = value; }
+  int getKeepSymbolsWhenRemoveOverdeterminedElements() const { return keepSymbolsWhenRemoveOverdeterminedElements; }
+  void setKeepSymbolsWhenRemoveOverdeterminedElements(int value) {
+    storeFlag(keepSymbolsWhenRemoveOverdeterminedElements, value, "setKeepSymbolsWhenRemoveOverdeterminedElements");
   }
-#include "settings/ZQMatrixInfoFields.def"
-#define ZQ_FULL_ROWS
-#define ZQ_PLAIN(type, name, Name, initial, since, printType, format) \
-  void set##Name(int value) {                                         \
-    name = value;                                                     \
-  }
-#define ZQ_FLAG(type, name, Name, initial, since, printType, format, label) \
-  void set##Name(int value) {                                               \
-    storeFlag(name, value, label);                                          \
-  }
-#include "settings/ZQMatrixInfoFields.def"
-  /// The links refuse negative values, so a link once set can only be pointed elsewhere.
-  void setCurrentMatrixIDLevelDown(int id) {
-    storeLevelLink(currentMatrixIDLevelDown, id, "setCurrentMatrixIDLevelDown");
-  }
-  void setCurrentMatrixIDLevelUp(int id) {
-    storeLevelLink(currentMatrixIDLevelUp, id, "setCurrentMatrixIDLevelUp");
-  }
+  /// The links refuse negative values, so a link that is set can be changed but not removed.
+  void setCurrentMatrixIDLevelDown(int id) { storeLevelLink(currentMatrixIDLevelDown, id, "setCurrentMatrixIDLevelDown"); }
+  void setCurrentMatrixIDLevelUp(int id) { storeLevelLink(currentMatrixIDLevelUp, id, "setCurrentMatrixIDLevelUp"); }
 
-  /// For a link that a file has brought and that leads nowhere.
-  void _cutLevelLinkDown() {
-    currentMatrixIDLevelDown = -1;
-  }
-  void _cutLevelLinkUp() {
-    currentMatrixIDLevelUp = -1;
-  }
+  /// Removes a link from a file that leads to no sub-matrix.
+  void _cutLevelLinkDown() { currentMatrixIDLevelDown = -1; }
+  void _cutLevelLinkUp() { currentMatrixIDLevelUp = -1; }
 
-  void incrementNumberOfSymbols() {
-    numberOfSymbols = zmatrix::successorOf(numberOfSymbols);
-  }
-  void decrementNumberOfSymbols() {
-    numberOfSymbols = zmatrix::predecessorOf(numberOfSymbols);
-  }
-  void incrementNewSymbol() {
-    newSymbol = zmatrix::successorOf(newSymbol);
-  }
+  void incrementNumberOfSymbols() { numberOfSymbols = zmatrix::successorOf(numberOfSymbols); }
+  void decrementNumberOfSymbols() { numberOfSymbols = zmatrix::predecessorOf(numberOfSymbols); }
+  void incrementNewSymbol() { newSymbol = zmatrix::successorOf(newSymbol); }
 
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
   void printMatrixInfo();
@@ -60,11 +39,15 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
   int readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence);
 
  protected:
-#define ZQ_FULL_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) type name{};
-#include "settings/ZQMatrixInfoFields.def"
+  // The fields, described in ZQMatrixFields.cpp.
+  int currentMatrixIDLevelDown = 0;
+  int currentMatrixIDLevelUp = 0;
+  int numberOfSymbols = 0;
+  int newSymbol = 0;
+  int keepSymbolsWhenRemoveOverdeterminedElements = 0;
 
  private:
+  friend struct zmatrix::FieldTable;
   template <class Fields>
   void describeFullPart(Fields& fields);
   static void storeLevelLink(int& link, int id, const char* setter);

@@ -1,13 +1,9 @@
 // The full part of an info record in a matrix file. A record of a lower tier begins its symbols from 1, unlike a new one.
 #include "settings/ZQMatrixInfoCodec.h"
 
-#include "settings/ZQMatrixInfo.h"
-
 template <class Fields>
 void ZQMatrixInfo::describeFullPart(Fields& fields) {
-#define ZQ_FULL_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) fields.number(name);
-#include "settings/ZQMatrixInfoFields.def"
+  for (const zmatrix::FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeFull)) zmatrix::describeField(fields, row, *this);
 }
 
 int ZQMatrixInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {

@@ -1,14 +1,27 @@
-// What the three tiers' records share on their way into and out of a matrix file. Each tier writes its part behind the one of the
-// tier below.
+// The parts of the record codec that the three tiers share. Each tier's part of a record follows that of the tier below.
 #pragma once
 
 #include "file/ZQFieldCodec.h"
-#include "settings/ZQMatrixBaseInfo.h"
+#include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
 
 namespace zmatrix {
 
 constexpr unsigned largestUpdateInfoSize = 100000;
-constexpr unsigned largestUpdateInfoType = 100;  ///< above it a record is not even gone through
+
+/// Writes or reads the number of a row. A read value outside the row's range makes the record illegal; only fields that determine
+/// the layout of the rest, or the length of an array, have a range.
+template <class Fields, class Record>
+void describeField(Fields& fields, const FieldRow& row, Record& record) {
+  row.inRecord.visit(record, [&](auto& number) {
+    fields.number(number, row.firstVersion, static_cast<std::decay_t<decltype(number)>>(row.initial));
+    if constexpr (Fields::reads) {
+      const bool isLegal = number >= row.lowestInFile && number <= row.highestInFile;
+      if (!isLegal && row.refusal != nullptr) dbPrintf(0, "%s", row.refusal);
+      fields.require(isLegal);
+    }
+  });
+}
 
 /// A flag, and `count` ints behind it if it is 1.
 template <class Values>
@@ -19,7 +32,7 @@ void writeFlagged(ZQFieldWriter& fields, bool isThere, long long count, Values v
 
 }  // namespace zmatrix
 
-// The size that goes into the record is not its length but the sum of the lengths that the writers of the tiers have reached.
+// The stored size is not the record's length: it is the sum of the lengths at the end of each tier's part.
 template <class... Parts>
 void ZQMatrixBaseInfo::writeParts(zmatrix::ZQFileWriter& file, Parts... describePart) {
   softwareVersion = zmatrix::matrixFormatVersion;
@@ -42,14 +55,14 @@ int ZQMatrixBaseInfo::refuseRecord(Info& info, int id) {
 }
 
 template <class Fields>
-void ZQMatrixBaseInfo::describeDimensions(Fields& fields, zmatrix::HeapArray<int>& array, int unused) {
+void ZQMatrixBaseInfo::describeDimensions(Fields& fields, zmatrix::ZQArray<int>& array, int unused) {
   if constexpr (Fields::reads) {
     int isThere = 0;
     fields.number(isThere);
     array.fillFrom(0, unused);
     for (int i = 0; isThere == 1 && i < currentDimension; ++i) fields.number(array[i]);
   } else {
-    const bool isThere = currentDimension >= 1 && array.size() >= currentDimension;
+    const bool isThere = currentDimension >= 1 && array.count() >= currentDimension;
     zmatrix::writeFlagged(fields, isThere, currentDimension, [&](long long i) { return array[static_cast<int>(i)]; });
   }
 }

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "frame/ZQDebugChannel.h"
+#include "settings/ZQMatrixFields.h"
 #include "settings/ZQMatrixFileHeader.h"
 
 int ZQMatrixMediumInfo::initMatrixInfo(int id) {
@@ -17,20 +18,18 @@ int ZQMatrixMediumInfo::initMatrixInfo(int id) {
   return baseHasRoom && hasRoom ? 1 : 0;
 }
 
-// What a record of the base type still holds of the arrays below goes with the next initMatrixInfo or with the record.
+// The arrays of a record of the base type are released by the next initMatrixInfo or by the destructor.
 void ZQMatrixMediumInfo::deInitMatrixInfo() {
   if (updateInfoType >= ZQMatrixInfoTypeMedium) {
-    rulesInDimension.release();
-    uniqueRulesInDimension.release();
-    writeElementsInDimension.release();
-    kernelOriginalSequence.release();
-    kernelPreProcessedSequence.release();
-    updateSequence.release();
-    kernelOriginalSequenceInitialValues.release();
-    namesOfUpdateFiles.release();
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(-1);
-#include "settings/ZQMatrixInfoFields.def"
+    rulesInDimension.reset();
+    uniqueRulesInDimension.reset();
+    writeElementsInDimension.reset();
+    kernelOriginalSequence.reset();
+    kernelPreProcessedSequence.reset();
+    updateSequence.reset();
+    kernelOriginalSequenceInitialValues.reset();
+    namesOfUpdateFiles.reset();
+    zmatrix::setToUnusable(*this, ZQMatrixInfoTypeMedium);
     hasBeenChanged = -1;
     midiSoundID = ZQMatrixSoundUndefined;
     musicStyle = ZQMatrixMusicStyleUndefined;
@@ -65,7 +64,7 @@ void ZQMatrixMediumInfo::setSkillOutputLevel(int level) {
   skillOutputLevel = isLegal ? level : maxPhraseLengthForUpdateWithSequence;
 }
 
-void ZQMatrixMediumInfo::setSucessorMethod(int method) {
+void ZQMatrixMediumInfo::setSuccessorMethod(int method) {
   const bool isLegal = method >= ZQSuccessorMethodMostProbable && method <= ZQSuccessorMethodRandom;
   successorMethod = isLegal ? method : ZQSuccessorMethodRandom;
 }
@@ -77,8 +76,8 @@ void ZQMatrixMediumInfo::setNameOfUpdateFile(const char* name) {
 void ZQMatrixMediumInfo::addNameOfUpdateFile(const char* name) {
   if (name == nullptr) return;
   const size_t length = strlen(name);
-  const int oldLength = std::max(namesOfUpdateFiles.size() - 1, 0);
-  // The name may be one of those that are kept here already, which are about to move.
+  const int oldLength = std::max(namesOfUpdateFiles.count() - 1, 0);
+  // The name may lie in the array that is about to be reallocated.
   const char* old = namesOfUpdateFiles.data();
   const bool isKeptHere =
       oldLength > 0 && std::less_equal<const char*>()(old, name) && std::less<const char*>()(name, old + oldLength + 1);
@@ -100,30 +99,28 @@ void ZQMatrixMediumInfo::setCoordinateDimension(int dimension) {
 }
 
 void ZQMatrixMediumInfo::setMediumDefaults() {
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) name = static_cast<type>(initial);
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::setToDefaults(*this, ZQMatrixInfoTypeMedium);
   kernelMatrixHandle = matrixID;
   memset(nameOfUpdateFile, 0, sizeof nameOfUpdateFile);
   memset(midiChannelFilter, 0, sizeof midiChannelFilter);
-  namesOfUpdateFiles.release();
-  updateSequence.release();
+  namesOfUpdateFiles.reset();
+  updateSequence.reset();
 }
 
-// An internal length may be 0 while the sequence is not empty, so it alone does not tell how long the rows must be.
+// An internal length may be 0 while the sequence is not empty, so the rows must hold the sequence too.
 bool ZQMatrixMediumInfo::makeKernelRows(int dimension) {
   const int originalLength =
-      std::max({internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence, firstKernelLength});
+      std::max({internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence, zmatrix::initialKernelLength});
   const int preProcessedLength =
-      std::max({internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, firstKernelLength});
+      std::max({internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, zmatrix::initialKernelLength});
   return kernelOriginalSequence.assign(dimension, originalLength) &&
          kernelOriginalSequenceInitialValues.assign(dimension, originalLength) &&
          kernelPreProcessedSequence.assign(dimension, preProcessedLength);
 }
 
-// The own arrays grow first: the base raises currentDimension, which is what the fast path believes.
+// The own arrays grow first: the base raises currentDimension, which the fast path relies on.
 int ZQMatrixMediumInfo::enterMediumMatrixDimension(int dimIndex) {
-  if (dimIndex < maxDimOfMatrix && dimIndex >= writeElementsInDimension.size()) {
+  if (dimIndex < maxDimOfMatrix && dimIndex >= writeElementsInDimension.count()) {
     const int capacity = capacityForDimension(dimIndex);
     const bool hasRoom = uniqueRulesInDimension.resize(capacity, 0) && rulesInDimension.resize(capacity, 0) &&
                          writeElementsInDimension.resize(capacity, 0);
@@ -135,10 +132,7 @@ int ZQMatrixMediumInfo::enterMediumMatrixDimension(int dimIndex) {
 ZQMatrixProperties* ZQMatrixMediumInfo::getGlobalMatrixInfoParameters() {
   ZQMatrixProperties* snapshot = ZQMatrixBaseInfo::getGlobalMatrixInfoParameters();
   if (snapshot == nullptr) return nullptr;
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) snapshot->name = name;
-#define ZQ_OCRON(type, name, Name, initial, since, printType, format)
-#include "settings/ZQMatrixInfoFields.def"
+  zmatrix::copyToSnapshot(*this, ZQMatrixInfoTypeMedium, *snapshot);
   memcpy(snapshot->nameOfUpdateFile, nameOfUpdateFile, sizeof snapshot->nameOfUpdateFile);
   memcpy(snapshot->midiChannelFilter, midiChannelFilter, sizeof snapshot->midiChannelFilter);
   snapshot->rulesInDimension = rulesInDimension.data();
@@ -148,10 +142,10 @@ ZQMatrixProperties* ZQMatrixMediumInfo::getGlobalMatrixInfoParameters() {
   snapshot->kernelPreProcessedSequence = getKernelPreProcessedSequence();
   snapshot->kernelOriginalSequenceInitialValues = getKernelOriginalSequenceInitialValues();
   snapshot->updateSequence = updateSequence.data();
-  if (namesOfUpdateFiles.size() > 0) {
-    snapshot->namesOfUpdateFiles = systemMallocArray<char>(namesOfUpdateFiles.size());
+  if (!namesOfUpdateFiles.empty()) {
+    snapshot->namesOfUpdateFiles = systemMallocArray<char>(namesOfUpdateFiles.count());
     if (snapshot->namesOfUpdateFiles != nullptr) {
-      memcpy(snapshot->namesOfUpdateFiles, namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.size()));
+      memcpy(snapshot->namesOfUpdateFiles, namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.count()));
     }
   }
   return snapshot;

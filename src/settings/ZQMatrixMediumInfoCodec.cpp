@@ -14,24 +14,26 @@ constexpr int firstVersionWithNames = 134;
 
 }  // namespace
 
-// The language stands behind the channel filter, not in its place among the fields.
+template <class Fields>
+void ZQMatrixMediumInfo::describeMediumFields(Fields& fields) {
+  const auto rows = zmatrix::fieldsAddedBy(ZQMatrixInfoTypeMedium);
+  for (const zmatrix::FieldRow& row : rows) {
+    if (row.kind == zmatrix::FieldRow::nameOfUpdateFile) {
+      fields.text(nameOfUpdateFile, nameCapacity);
+    } else if (row.kind == zmatrix::FieldRow::midiChannelFilter) {
+      fields.bytes(midiChannelFilter, sizeof midiChannelFilter);
+      for (const zmatrix::FieldRow& later : rows) {
+        if (later.isBehindChannelFilter) zmatrix::describeField(fields, later, *this);
+      }
+    } else if (!row.isBehindChannelFilter) {
+      zmatrix::describeField(fields, row, *this);
+    }
+  }
+}
+
 template <class Fields>
 void ZQMatrixMediumInfo::describeMediumPart(Fields& fields, int withSequence) {
-#define ZQ_MEDIUM_ROWS
-#define ZQ_BEHIND_PRE_PROCESSING_TYPE fields.text(nameOfUpdateFile, nameCapacity);
-#define ZQ_BEHIND_MUSIC_STYLE                                \
-  fields.bytes(midiChannelFilter, sizeof midiChannelFilter); \
-  fields.number(language);
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format)                                \
-  if (static_cast<const void*>(&name) != static_cast<const void*>(&language)) {                      \
-    fields.number(name, since, static_cast<type>(initial));                                          \
-  }                                                                                                  \
-  if (static_cast<const void*>(&name) == static_cast<const void*>(&isPhraseMatrix)) {                \
-    const bool isLegal = isPhraseMatrix == 0 || isPhraseMatrix == 1;                                 \
-    if (Fields::reads && !isLegal) dbPrintf(0, "ReadMatrixInfo:Illegal value for IsPhraseMatrix\n"); \
-    fields.require(isLegal);                                                                         \
-  }
-#include "settings/ZQMatrixInfoFields.def"
+  describeMediumFields(fields);
   if constexpr (Fields::reads) {
     fields.require(fields.isSound() && makeMediumArrays(fields.file));
     if (!fields.isSound()) return;
@@ -48,9 +50,9 @@ void ZQMatrixMediumInfo::describeMediumPart(Fields& fields, int withSequence) {
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldWriter&, int);
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, int);
 
-// Coordinate by coordinate. A length without its sequence counts nothing.
+// Coordinate by coordinate. A length without a sequence is set to 0.
 template <class Fields>
-void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::RowTable& rows, int& length) {
+void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQRowTable& rows, int& length) {
   const long long numberOfValues = static_cast<long long>(length) * coordinateDimension;
   if constexpr (Fields::reads) {
     int isThere = 0;
@@ -74,10 +76,10 @@ void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::RowTable& rows,
 
 template <class Fields>
 void ZQMatrixMediumInfo::describeNamesOfUpdateFiles(Fields& fields) {
-  int isThere = namesOfUpdateFiles.size() > 0 && namesOfUpdateFiles[0] != 0 ? 1 : 0;
+  int isThere = !namesOfUpdateFiles.empty() && namesOfUpdateFiles[0] != 0 ? 1 : 0;
   fields.number(isThere, firstVersionWithNames, 0);
   int length = isThere == 1 && !Fields::reads
-                   ? static_cast<int>(strnlen(namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.size() - 1))) + 1
+                   ? static_cast<int>(strnlen(namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.count() - 1))) + 1
                    : 0;
   if (isThere != 1) return;
   fields.number(length);
@@ -93,7 +95,7 @@ void ZQMatrixMediumInfo::describeNamesOfUpdateFiles(Fields& fields) {
 template <class Fields>
 void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence) {
   const long long bytesOfSequence = static_cast<long long>(lengthOfUpdateSequence) * sizeOfUpdateRow();
-  int isThere = withSequence == 1 && bytesOfSequence >= 1 && bytesOfSequence <= updateSequence.size() ? 1 : 0;
+  int isThere = withSequence == 1 && bytesOfSequence >= 1 && bytesOfSequence <= updateSequence.count() ? 1 : 0;
   fields.number(isThere);
   if (isThere == 0 || bytesOfSequence < 1) return;
   if constexpr (Fields::reads) {
@@ -106,8 +108,8 @@ void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence
   fields.bytes(updateSequence.data(), static_cast<size_t>(bytesOfSequence));
 }
 
-// Capacities that a file gives are kept as numbers and repaired as such. Of the kernels' rows there is only what their sequences
-// need: those of a record that holds no kernel are made when somebody asks for them.
+// Stored capacities are kept, and repaired where they are too small. Kernel rows are only made for a kernel that the record
+// holds; otherwise they are made on demand.
 bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
   const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence);
   if (internalLengthOfKernelOriginalSequence < originalNeeded) {
@@ -121,9 +123,9 @@ bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
              internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
     internalLengthOfKernelPreProcessedSequence = preProcessedNeeded;
   }
-  kernelOriginalSequence.release();
-  kernelOriginalSequenceInitialValues.release();
-  kernelPreProcessedSequence.release();
+  kernelOriginalSequence.reset();
+  kernelOriginalSequenceInitialValues.reset();
+  kernelPreProcessedSequence.reset();
   return file.hasRoom(rulesInDimension.assign(internalCurrentDimension, 0) &&
                       uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
                       writeElementsInDimension.assign(internalCurrentDimension, 0));

@@ -1,6 +1,6 @@
-// The kernel operations of the medium record: the reset to the initial values and the copies for callers. The fields' lengths
-// count items, the rows hold one coordinate each. The internal lengths follow their own rules and may say less than the rows
-// hold; rows never shrink, so nothing here depends on them.
+// The kernel operations of the medium record: the reset to the initial values and the copies for callers. The lengths count
+// items, a row holds one coordinate. The internal lengths follow their own rules and may be smaller than the rows; rows never
+// shrink, so nothing here depends on the internal lengths.
 #include <algorithm>
 #include <climits>
 #include <iterator>
@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr int kernelLengthAfterReset = 256;
 constexpr int largestDefaultItem = 4;
 
 struct DefaultItem {
@@ -19,7 +18,7 @@ struct DefaultItem {
   int coordinates[largestDefaultItem];
 };
 
-// By matrix type: where a continuation begins that knows nothing else. Text begins with what is there.
+// By matrix type: the item that a continuation without a start begins with. For text the rows stay as they are.
 constexpr DefaultItem defaultItems[] = {{-1, {}}, {2, {65, 0}}, {-1, {}}, {0, {}}, {3, {65, 0, 3072}}, {4, {65, 0, 3072, 0}}};
 constexpr DefaultItem noDefaultItem = {0, {}};
 
@@ -35,17 +34,17 @@ void answer(Number* out, Number value) {
 }  // namespace
 
 bool ZQMatrixMediumInfo::growKernelOriginalRows(int length) {
-  const int lengthOfRows = std::max(length, firstKernelLength);
+  const int lengthOfRows = std::max(length, zmatrix::initialKernelLength);
   return kernelOriginalSequence.grow(coordinateDimension, lengthOfRows) &&
          kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfRows);
 }
 
 bool ZQMatrixMediumInfo::growKernelPreProcessedRows(int length) {
-  return kernelPreProcessedSequence.grow(coordinateDimension, std::max(length, firstKernelLength));
+  return kernelPreProcessedSequence.grow(coordinateDimension, std::max(length, zmatrix::initialKernelLength));
 }
 
 int ZQMatrixMediumInfo::resetKernelSequence(int id, int resetInitialValues) {
-  const int needed = sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType);
+  const int needed = zmatrix::numberOfItemsToRestore(preProcessingType);
   if (resetInitialValues == 1 || (needed >= 1 && lengthOfKernelOriginalSequence < needed)) {
     lengthOfKernelOriginalSequence = writeDefaultItems(needed) ? needed : 0;
   } else {
@@ -60,9 +59,9 @@ int ZQMatrixMediumInfo::resetKernelSequence(int id, int resetInitialValues) {
   }
   lengthOfKernelPreProcessedSequence = 0;
   kernelMatrixHandle = id;
-  if (lengthOfKernelOriginalSequence > kernelLengthAfterReset) {
-    internalLengthOfKernelOriginalSequence = kernelLengthAfterReset;
-    internalLengthOfKernelPreProcessedSequence = kernelLengthAfterReset;
+  if (lengthOfKernelOriginalSequence > zmatrix::initialKernelLength) {
+    internalLengthOfKernelOriginalSequence = zmatrix::initialKernelLength;
+    internalLengthOfKernelPreProcessedSequence = zmatrix::initialKernelLength;
   }
   if (!provideKernelOriginalRows(lengthOfKernelOriginalSequence) || !provideKernelPreProcessedRows(1)) return 0;
   for (int k = 0; k < coordinateDimension; ++k) {
@@ -86,7 +85,7 @@ bool ZQMatrixMediumInfo::writeDefaultItems(int numberOfItems) {
   return true;
 }
 
-int* ZQMatrixMediumInfo::flatCopy(zmatrix::RowTable& rows, int numberOfItems, int* length, int* dimension) {
+int* ZQMatrixMediumInfo::flatCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* length, int* dimension) {
   answer(length, 0);
   answer(dimension, coordinateDimension);
   const int itemsThere = std::min(numberOfItems, rows.rowLength());
@@ -100,7 +99,7 @@ int* ZQMatrixMediumInfo::flatCopy(zmatrix::RowTable& rows, int numberOfItems, in
   return flat;
 }
 
-int** ZQMatrixMediumInfo::objexCopy(zmatrix::RowTable& rows, int numberOfItems, int* count, int* dimension) {
+int** ZQMatrixMediumInfo::objexCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* count, int* dimension) {
   answer(count, 0);
   answer(dimension, coordinateDimension);
   const int itemsThere = std::clamp(numberOfItems, 0, rows.rowLength());
@@ -156,7 +155,7 @@ int ZQMatrixMediumInfo::initializeKernelSequenceWithObjectOriginalSequence(int**
   return 0;
 }
 
-int sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) {
+int zmatrix::numberOfItemsToRestore(int preProcessingType) {
   if (preProcessingType < 0) return 0;
   if (preProcessingType <= 999) return preProcessingType;  // a difference of this order
   return preProcessingType >= 1002 && preProcessingType <= 1004 ? 1 : 0;

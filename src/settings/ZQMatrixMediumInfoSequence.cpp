@@ -1,5 +1,5 @@
-// How the medium record packs the items of a feed: rows of one item, each coordinate at a width of its own, little byte first.
-// The sign of a stored width tells whether the coordinate is signed.
+// How the medium record packs the items of a feed: rows of one item, each coordinate with its own width, low byte first. A
+// negative width means a signed coordinate.
 #include <algorithm>
 #include <climits>
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr int numberOfEndRows = 4;
 constexpr char endOfSequenceByte = 10;
-constexpr int beyondAllIndices = 500001;  ///< where the search for the extremes starts
+constexpr int beyondAllIndices = zmatrix::initialMaximalMatrixIndex + 1;  ///< where the search for the extremes starts
 
 struct Extremes {
   int lowest = beyondAllIndices;
@@ -40,9 +40,9 @@ char* packLittleEndian(char* to, int value, int width) {
 void ZQMatrixMediumInfo::generateUpdateInfoSequence(const int* sequence, int length) {
   if (coordinateDimension < 1 || length < 0 || (sequence == nullptr && length > 0)) return;
   const int numberOfItems = length / coordinateDimension;
-  const bool isAppended = updateSequence.size() > 0 && addSequenceToUpdateInfoMode == 1;
+  const bool isAppended = updateSequence.count() > 0 && addSequenceToUpdateInfoMode == 1;
   int oldSizes[zmatrix::largestCoordinateDimension] = {};
-  const int numberOfSizes = std::min(sizeOfCoordinateDimensions.size(), zmatrix::largestCoordinateDimension);
+  const int numberOfSizes = std::min(sizeOfCoordinateDimensions.count(), zmatrix::largestCoordinateDimension);
   if (numberOfSizes < coordinateDimension) return;
   std::copy_n(sizeOfCoordinateDimensions.data(), numberOfSizes, oldSizes);
   const long long oldRows = isAppended ? std::max(lengthOfUpdateSequence, 0) : 0;
@@ -52,7 +52,7 @@ void ZQMatrixMediumInfo::generateUpdateInfoSequence(const int* sequence, int len
   chooseCoordinateSizes(sequence, numberOfItems);
   if (isAppended) restoreCoordinateSizes(oldSizes, numberOfSizes);
   const long long numberOfRows = oldRows + numberOfItems + numberOfEndRows;
-  if (!isAppended) updateSequence.release();
+  if (!isAppended) updateSequence.reset();
   if (numberOfRows > INT_MAX || !updateSequence.resize(numberOfRows * sizeOfUpdateRow(), endOfSequenceByte)) {
     if (!isAppended) lengthOfUpdateSequence = 0;
     return;
@@ -88,7 +88,7 @@ void ZQMatrixMediumInfo::restoreCoordinateSizes(const int* oldSizes, int numberO
 
 int ZQMatrixMediumInfo::sizeOfUpdateRow() const {
   int sizeOfRow = 0;
-  const int numberOfSizes = std::min(coordinateDimension, sizeOfCoordinateDimensions.size());
+  const int numberOfSizes = std::min(coordinateDimension, sizeOfCoordinateDimensions.count());
   for (int k = 0; k < numberOfSizes; ++k) sizeOfRow += std::abs(sizeOfCoordinateDimensions[k]);
   return sizeOfRow;
 }

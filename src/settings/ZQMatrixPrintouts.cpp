@@ -1,15 +1,18 @@
-// The print-outs of header and records. The texts of the tables' legends are the system's own and stay as they are, even where
-// the profiles have moved on.
+// The print-outs of header and records. The legends of the tables are part of the interface and keep their wording, even where
+// the profiles have changed since.
 #include "settings/ZQMatrixPrintouts.h"
 
 #include <algorithm>
 #include <cstdlib>
 
-#include "settings/ZQMatrixSettingTable.h"
+#include "settings/ZQMatrixFields.h"
+
+using zmatrix::FieldRow;
 
 namespace {
 
 constexpr int longestPrintedSequence = 200;  ///< rows
+constexpr int numberOfMidiChannels = sizeof(ZQMatrixProperties::midiChannelFilter);
 
 constexpr char rule[] = "----------------------------------------------------------------------------------------------------\n";
 constexpr char typeLegend[] = "type\t0=UNDEF,1=MIDI_2D,2=INT/SYMB,3=ANSI,4=MIDI_3D,5=MIDI_4D\n";
@@ -27,16 +30,25 @@ void printTableHead(int maxNumberOfMatrices, const char* const (&lines)[numberOf
 }
 
 void printBlock(const char* prefix, const ZQMatrixProperties& block) {
-#define ZQ_SETTING(type, name, Name, initial, symbolInitial, sinceVersion) \
-  dbPrintf(1, "%s" #name ": %d\n", prefix, static_cast<int>(block.name));
-#define ZQ_UNSAVED_SETTING(type, name, Name) dbPrintf(1, "%s" #name ": %d\n", prefix, block.name);
-#define ZQ_TEXT_SETTING(name, Name, bytes) dbPrintf(1, "%s" #name ": %.*s\n", prefix, bytes, block.name);
-#define ZQ_BYTES_SETTING(name, Name, bytes) \
-  for (int i = 0; i < bytes; ++i) dbPrintf(1, "%s" #name "[%d]: %d\n", prefix, i, block.name[i]);
-#include "settings/ZQMatrixSettings.def"
+  zmatrix::forEachBlockField(ZQMatrixInfoTypeFull, [&](const FieldRow& row) {
+    if (row.kind == FieldRow::nameOfUpdateFile) {
+      dbPrintf(1, "%snameOfUpdateFile: %.256s\n", prefix, block.nameOfUpdateFile);
+    } else if (row.kind == FieldRow::midiChannelFilter) {
+      for (int i = 0; i < numberOfMidiChannels; ++i)
+        dbPrintf(1, "%smidiChannelFilter[%d]: %d\n", prefix, i, block.midiChannelFilter[i]);
+    } else {
+      dbPrintf(1, "%s%s: %d\n", prefix, row.name, row.valueIn(block));
+    }
+  });
 }
 
-// A value of a packed row: little byte first, sign-extended if the stored width is negative.
+template <class Record>
+void printField(const FieldRow& row, Record& record) {
+  row.inRecord.visit(
+      record, [&row](const auto& field) { dbPrintf(1, "%s: %lld%s", row.label, static_cast<long long>(field), row.endOfLine); });
+}
+
+// A value of a packed row: low byte first, sign-extended if the stored width is negative.
 long long unpackedValue(const unsigned char* from, int signedWidth) {
   const int width = std::abs(signedWidth);
   unsigned long long value = 0;
@@ -122,27 +134,13 @@ void zmatrix::printRecordStatistics(const ZQMatrixBaseInfo& record, int maximalS
   dbPrintf(1, "Effective Occupation,related to maximalMatrixStack: %lf percent\n", occupation * 100.0);
 }
 
-void ZQMatrixFileHeader::printMatrixFileHeader() {
+void zmatrix::ZQMatrixFileHeader::printMatrixFileHeader() {
   dbPrintf(1, "*************************matrixFileHeader:***************************************\n");
   dbPrintf(1, "fileType: %s\n", fileType);
   dbPrintf(1, "matrixDescription: %s\n", matrixDescription);
-  dbPrintf(1, "lastSoftwareVersion: %d\n", lastSoftwareVersion);
-  dbPrintf(1, "is64BitMatrix: %d\n", is64BitMatrix);
-  dbPrintf(1, "maxNumberOfMatrices: %d\n", maxNumberOfMatrices);
-  dbPrintf(1, "numberOfMatrices: %d\n", numberOfMatrices);
-  dbPrintf(1, "matrixAILevel: %d\n", matrixAILevel);
-  dbPrintf(1, "offsetToUpdateInfos: %d\n", offsetToUpdateInfos);
-  dbPrintf(1, "matrixBlockSize: %d\n", matrixBlockSize);
-  dbPrintf(1, "matrixBlockSizeOld: %d\n", matrixBlockSizeOld);
-  dbPrintf(1, "maximalStack: %d\n", maximalStack);
-  dbPrintf(1, "numberMatrixUpdates: %d\n", numberOfMatrixUpdates);
-  dbPrintf(1, "numberAppendedUpdates: %d\n", numberOfAppendedUpdates);
-  dbPrintf(1, "debugOutputDevice: %d\n", matrixDebugOutputDevice);
-  dbPrintf(1, "userRandomValue: %lld\n", userRandomValue);
-  dbPrintf(1, "userRandomType: %d\n", userRandomType);
-  dbPrintf(1, "systemRandomValue: %lld\n", systemRandomValue);
-  dbPrintf(1, "systemRandomType: %d\n", systemRandomType);
-  dbPrintf(1, "matrixInfoType: %d\n", matrixInfoType);
+  for (const NumberRow& row : numberRows()) {
+    row.member.visit(*this, [&row](auto number) { dbPrintf(1, "%s: %lld\n", row.label, static_cast<long long>(number)); });
+  }
   dbPrintf(1, "debugOutputDirectory: %s\n", matrixDebugDirectory);
   dbPrintf(1, "originMatrixFile: %s\n", matrixOriginFilename);
   dbPrintf(1, "destinationMatrixFile: %s\n", matrixDestinationFilename);
@@ -157,41 +155,42 @@ void ZQMatrixBaseInfo::printMatrixInfo() {
   } else {
     dbPrintf(1, "updateInfoSize:  (not available)\n");
   }
-#define ZQ_BASE_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) dbPrintf(1, format, static_cast<printType>(name));
-#define ZQ_BEHIND_MEM_IS_READ_ONLY printCoordinateSizes();
-#include "settings/ZQMatrixInfoFields.def"
+  for (const FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeBase)) {
+    printField(row, *this);
+    if (row.kind == FieldRow::coordinateSizes) printCoordinateSizes();
+  }
   if (!ZQDebugChannel::shows(4)) return;
-  for (int i = 0; i < std::min(currentDimension, minimalIndices.size()); ++i) {
+  for (int i = 0; i < std::min(currentDimension, minimalIndices.count()); ++i) {
     dbPrintf(4, "dimension %d: ->_ %d, %d\n", i, minimalIndices[i], maximalIndices[i]);
   }
 }
 
 void ZQMatrixBaseInfo::printCoordinateSizes() {
   dbPrintf(1, "sizeOfCoordinateDimensions: \n");
-  for (int k = 0; k < sizeOfCoordinateDimensions.size(); ++k) {
+  for (int k = 0; k < sizeOfCoordinateDimensions.count(); ++k) {
     dbPrintf(1, "cdimension %d: size of coordinate:%d\n", k, sizeOfCoordinateDimensions[k]);
   }
 }
 
 void ZQMatrixMediumInfo::printMatrixInfo() {
   ZQMatrixBaseInfo::printMatrixInfo();
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) dbPrintf(1, format, static_cast<printType>(name));
-#define ZQ_BEHIND_PRE_PROCESSING_TYPE dbPrintf(1, "nameOfUpdateFile: %.256s: \n", nameOfUpdateFile);
-#define ZQ_BEHIND_MUSIC_STYLE \
-  for (int i = 0; i < 16; ++i) dbPrintf(1, "midiChannelFilter %d: %d: \n", i, midiChannelFilter[i]);
-#include "settings/ZQMatrixInfoFields.def"
+  for (const FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeMedium)) {
+    printField(row, *this);
+    if (row.kind == FieldRow::nameOfUpdateFile) dbPrintf(1, "nameOfUpdateFile: %.256s: \n", nameOfUpdateFile);
+    if (row.kind == FieldRow::midiChannelFilter) {
+      for (int i = 0; i < numberOfMidiChannels; ++i) dbPrintf(1, "midiChannelFilter %d: %d: \n", i, midiChannelFilter[i]);
+    }
+  }
   printKernelRows("kernelOriginalSequence", kernelOriginalSequence, lengthOfKernelOriginalSequence);
   printKernelRows("kernelPreProcessedSequence", kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
   printKernelRows("kernelOriginalSequenceInitialValues", kernelOriginalSequenceInitialValues, lengthOfKernelOriginalSequence);
   dbPrintf(1, "hasBeenChanged: %d: \n", hasBeenChanged);
-  if (namesOfUpdateFiles.size() > 0) dbPrintf(1, "namesOfUpdateFiles: \n%s", namesOfUpdateFiles.data());
+  if (!namesOfUpdateFiles.empty()) dbPrintf(1, "namesOfUpdateFiles: \n%s", namesOfUpdateFiles.data());
   printUpdateSequence();
   printDimensions();
 }
 
-void ZQMatrixMediumInfo::printKernelRows(const char* name, zmatrix::RowTable& rows, int numberOfItems) {
+void ZQMatrixMediumInfo::printKernelRows(const char* name, zmatrix::ZQRowTable& rows, int numberOfItems) {
   if (kernelRows(rows) == nullptr || !ZQDebugChannel::shows(1)) return;
   for (int i = 0; i < std::min({numberOfItems, rows.rowLength(), longestPrintedSequence}); ++i) {
     dbPrintf(1, "%s %d:", name, i);
@@ -203,7 +202,7 @@ void ZQMatrixMediumInfo::printKernelRows(const char* name, zmatrix::RowTable& ro
 void ZQMatrixMediumInfo::printUpdateSequence() {
   const int sizeOfRow = sizeOfUpdateRow();
   if (sizeOfRow < 1 || !ZQDebugChannel::shows(1)) return;
-  const int numberOfRows = std::min({lengthOfUpdateSequence, updateSequence.size() / sizeOfRow, longestPrintedSequence});
+  const int numberOfRows = std::min({lengthOfUpdateSequence, updateSequence.count() / sizeOfRow, longestPrintedSequence});
   const unsigned char* value = reinterpret_cast<const unsigned char*>(updateSequence.data());
   for (int i = 0; i < numberOfRows; ++i) {
     dbPrintf(1, "updateSequence %d:", i);
@@ -216,7 +215,7 @@ void ZQMatrixMediumInfo::printUpdateSequence() {
 }
 
 void ZQMatrixMediumInfo::printDimensions() {
-  for (int i = 0; i < std::min(currentDimension, writeElementsInDimension.size()); ++i) {
+  for (int i = 0; i < std::min(currentDimension, writeElementsInDimension.count()); ++i) {
     if (writeElementsInDimension[i] == 0 && rulesInDimension[i] == 0 && uniqueRulesInDimension[i] == 0) continue;
     dbPrintf(1, "dimension %d: no of writeElements: %d\n", i, writeElementsInDimension[i]);
     dbPrintf(1, "              no of ruleElements: %d\n", rulesInDimension[i]);
@@ -226,7 +225,5 @@ void ZQMatrixMediumInfo::printDimensions() {
 
 void ZQMatrixInfo::printMatrixInfo() {
   ZQMatrixMediumInfo::printMatrixInfo();
-#define ZQ_FULL_ROWS
-#define ZQ_FIELD(type, name, Name, initial, since, printType, format) dbPrintf(1, format, static_cast<printType>(name));
-#include "settings/ZQMatrixInfoFields.def"
+  for (const FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeFull)) printField(row, *this);
 }

@@ -1,5 +1,5 @@
-// Print-outs over all sub-matrices of a matrix, told once for the tiers. They ask the matrix for its records by ID, so the
-// current ID stays as it is.
+// Print-outs over all sub-matrices of a matrix, shared by the tiers. They get the records by ID and leave the current ID as it
+// is.
 #pragma once
 
 #include "frame/ZQDebugChannel.h"

@@ -6,6 +6,8 @@
 #include "store/ZQMatrixFileTexts.h"
 #include "store/ZQVerificationTexts.h"
 
+namespace zmatrix {
+
 struct ZQBaseTier {
   using Matrix = ZQMatrixBase;
   using Element = ZQMatrixBaseElement;
@@ -42,3 +44,5 @@ struct ZQBaseTier {
     return matrix.readMatrixData64(items, length, existCode, writeCount);
   }
 };
+
+}  // namespace zmatrix

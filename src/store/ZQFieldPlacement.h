@@ -5,9 +5,11 @@
 
 #include <climits>
 
-#include "store/ZQPodList.h"
+#include "frame/ZQArray.h"
 #include "store/ZQShiftSearch.h"
 #include "store/ZQStoreWrite.h"
+
+namespace zmatrix {
 
 template <class Tier>
 struct ZQFieldPlacement {
@@ -22,7 +24,7 @@ struct ZQFieldPlacement {
     targets.clear();
     for (const int coordinate : coordinates) {
       const long long target = static_cast<long long>(begin) + coordinate;
-      if (target > INT_MAX || target < -INT_MAX || !targets.add(static_cast<int>(target))) return false;
+      if (target > INT_MAX || target < -INT_MAX || !targets.append(static_cast<int>(target))) return false;
     }
     return (areFree(matrix) || moveAway(matrix)) && link(matrix, parent, coordinates);
   }
@@ -111,6 +113,8 @@ struct ZQFieldPlacement {
 
   int begin = 0;
   int first = -1;  // the field's first element, -1 if there is none yet
-  zmatrix::ZQPodList<int> targets;
+  zmatrix::ZQArray<int> targets;
   long long frontier = 0;
 };
+
+}  // namespace zmatrix

@@ -10,7 +10,7 @@ namespace {
 constexpr size_t paddingWords = 2;
 
 // The lowest set bit at or above `from` of `words`, or -1.
-long long nextSetBit(const ZQPodArray<uint64_t>& words, size_t from) {
+long long nextSetBit(const ZQArray<uint64_t>& words, size_t from) {
   size_t word = from >> 6;
   if (word >= words.size()) return -1;
   uint64_t bits = words[word] & (~uint64_t{0} << (from & 63));
@@ -22,7 +22,7 @@ long long nextSetBit(const ZQPodArray<uint64_t>& words, size_t from) {
 }
 
 // The highest set bit at or below `from` of `words`, or -1.
-long long previousSetBit(const ZQPodArray<uint64_t>& words, size_t from) {
+long long previousSetBit(const ZQArray<uint64_t>& words, size_t from) {
   size_t word = from >> 6;
   uint64_t bits = words[word] & (~uint64_t{0} >> (63 - (from & 63)));
   while (bits == 0) {
@@ -43,13 +43,13 @@ uint64_t reversed(uint64_t bits) {
 
 }  // namespace
 
-bool ZQFreeSlotIndex::resize(int newNumberOfSlots) {
+bool ZQFreeSlotIndex::resize(int newNumberOfSlots) noexcept {
   const int oldNumberOfSlots = numberOfSlots;
   for (int slot = newNumberOfSlots; slot < oldNumberOfSlots; ++slot) fill(slot);
   const size_t newNumberOfWords = (static_cast<size_t>(newNumberOfSlots) + 63) / 64;
   const size_t newNumberOfRegions = (newNumberOfWords + 63) / 64;
-  if (!freeSlots.resize(newNumberOfWords + paddingWords, 0) || !wordsWithFree.resize(newNumberOfRegions, 0) ||
-      !regionsWithFree.resize((newNumberOfRegions + 63) / 64, 0) || !numberOfFreeInRegion.resize(newNumberOfRegions, 0) ||
+  if (!freeSlots.resize(newNumberOfWords + paddingWords) || !wordsWithFree.resize(newNumberOfRegions) ||
+      !regionsWithFree.resize((newNumberOfRegions + 63) / 64) || !numberOfFreeInRegion.resize(newNumberOfRegions) ||
       !pairs.resize(newNumberOfRegions) || !triples.resize(newNumberOfRegions)) {
     return false;
   }
@@ -86,15 +86,16 @@ bool ZQFreeSlotIndex::resize(int newNumberOfSlots) {
 void ZQFreeSlotIndex::clear() {
   numberOfSlots = 0;
   numberOfWords = 0;
-  freeSlots.clear();
-  wordsWithFree.clear();
-  regionsWithFree.clear();
-  numberOfFreeInRegion.clear();
+  freeSlots.reset();
+  wordsWithFree.reset();
+  regionsWithFree.reset();
+  numberOfFreeInRegion.reset();
   pairs.clear();
   triples.clear();
 }
 
 void ZQFreeSlotIndex::fill(int slot) {
+  ZQ_ASSERT(slot >= 0 && slot < numberOfSlots);
   const size_t word = static_cast<size_t>(slot) >> 6;
   const uint64_t bit = uint64_t{1} << (slot & 63);
   if ((freeSlots[word] & bit) == 0) return;
@@ -103,6 +104,7 @@ void ZQFreeSlotIndex::fill(int slot) {
   if ((freeSlots[word] &= ~bit) != 0) return;
   wordsWithFree[region] &= ~(uint64_t{1} << (word & 63));
   if (wordsWithFree[region] == 0) regionsWithFree[region >> 6] &= ~(uint64_t{1} << (region & 63));
+  ZQ_ASSERT(isInStep(word));
 }
 
 void ZQFreeSlotIndex::fillWord(size_t word, uint64_t occupied) {
@@ -113,15 +115,18 @@ void ZQFreeSlotIndex::fillWord(size_t word, uint64_t occupied) {
   if (freeSlots[word] != 0) return;
   wordsWithFree[region] &= ~(uint64_t{1} << (word & 63));
   if (wordsWithFree[region] == 0) regionsWithFree[region >> 6] &= ~(uint64_t{1} << (region & 63));
+  ZQ_ASSERT(isInStep(word));
 }
 
 void ZQFreeSlotIndex::markFree(int slot) {
+  ZQ_ASSERT(slot >= 0 && slot < numberOfSlots);
   const size_t word = static_cast<size_t>(slot) >> 6;
   const size_t region = static_cast<size_t>(slot) >> regionLog2;
   freeSlots[word] |= uint64_t{1} << (slot & 63);
   ++numberOfFreeInRegion[region];
   wordsWithFree[region] |= uint64_t{1} << (word & 63);
   regionsWithFree[region >> 6] |= uint64_t{1} << (region & 63);
+  ZQ_ASSERT(isInStep(word));
 }
 
 void ZQFreeSlotIndex::release(int slot) {

@@ -17,7 +17,7 @@ class ZQFreeSlotIndex {
   static constexpr int none = -1;
 
   /// Sets the number of slots. New slots are free, slots above a smaller size are forgotten. False if there is no room.
-  bool resize(int newNumberOfSlots);
+  [[nodiscard]] bool resize(int newNumberOfSlots) noexcept;
 
   void clear();
 
@@ -79,15 +79,22 @@ class ZQFreeSlotIndex {
   }
 
   void markFree(int slot);
+  /// True if the summaries tell of a word what it holds.
+  bool isInStep(size_t word) const {
+    const size_t region = word >> 6;
+    return ((wordsWithFree[region] >> (word & 63)) & 1) == (freeSlots[word] != 0) &&
+           ((regionsWithFree[region >> 6] >> (region & 63)) & 1) == (wordsWithFree[region] != 0) &&
+           (numberOfFreeInRegion[region] != 0) == (wordsWithFree[region] != 0);
+  }
   void admitPairsOf(int slot);
   void admitTriplesOf(int slot);
 
   int numberOfSlots = 0;
   size_t numberOfWords = 0;
-  ZQPodArray<uint64_t> freeSlots;        // a bit a slot, and two words of none behind the end
-  ZQPodArray<uint64_t> wordsWithFree;    // a bit a word of freeSlots: one entry is one region
-  ZQPodArray<uint64_t> regionsWithFree;  // a bit a region
-  ZQPodArray<uint16_t> numberOfFreeInRegion;
+  ZQArray<uint64_t> freeSlots;        // a bit a slot, and two words of none behind the end
+  ZQArray<uint64_t> wordsWithFree;    // a bit a word of freeSlots: one entry is one region
+  ZQArray<uint64_t> regionsWithFree;  // a bit a region
+  ZQArray<uint16_t> numberOfFreeInRegion;
   ZQPairFilter pairs;
   ZQTripleFilter triples;
 };

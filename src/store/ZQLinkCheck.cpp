@@ -24,7 +24,7 @@ bool ZQLinkCheck::begin(int numberOfRoots, int lastSlot, long long largestLegalI
   randomAddend = randomBits() % prime;
   randomFactor = randomBits() % prime;
   const size_t numberOfWords = static_cast<size_t>(top >= 0 ? top : 0) / 64 + 1;
-  return isBelowParent.resize(numberOfWords, 0) && reachesRoot.resize(numberOfWords, 0);
+  return isBelowParent.resize(numberOfWords) && reachesRoot.resize(numberOfWords);
 }
 
 bool ZQLinkCheck::isSound(const ZQMatrixBase& matrix) {

@@ -13,15 +13,15 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "frame/ZQArray.h"
 #include "store/ZQMatrixBase.h"
-#include "store/ZQPodArray.h"
 
 namespace zmatrix {
 
 class ZQLinkCheck {
  public:
   /// For a block whose slots go up to `lastSlot`, the first of them roots. False if memory has run out.
-  bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex);
+  [[nodiscard]] bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex);
 
   /// Takes note of the element in a slot. Slots must come in ascending order.
   void add(int position, const ZQMatrixBaseElement& element) {
@@ -96,8 +96,8 @@ class ZQLinkCheck {
   Fingerprint leading;  // claims on what stands below or behind
   Fingerprint led;      // claims on what stands above or before
   bool isBroken = false;
-  ZQPodArray<uint64_t> isBelowParent;  // a bit a slot
-  ZQPodArray<uint64_t> reachesRoot;    // a bit a slot: a way up from here is known
+  ZQArray<uint64_t> isBelowParent;  // a bit a slot
+  ZQArray<uint64_t> reachesRoot;    // a bit a slot: a way up from here is known
 };
 
 }  // namespace zmatrix

@@ -14,10 +14,23 @@ constexpr int highestDebugLevel = 9;
 
 }  // namespace
 
+ZQMatrixBase::~ZQMatrixBase() {
+  if (matrixFileHeader == nullptr) return;  // which was never set up
+  matrixFileHeader->closeAndRemoveUpdateInfos();
+  setMatrixDebugOff();
+}
+
+bool ZQMatrixBase::resizeSubMatrices(int number) {
+  const bool hasRoom =
+      matrixDataEntryArray.resize(number) && matrixFileHeader->resizeStopFlags(number) && matrixInfoArray.resize(number);
+  if (hasRoom) matrixFileHeader->_setMaxNumberOfMatrices(number);
+  return hasRoom;
+}
+
 int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const char* debugDirectory) {
   currentMatrixID = 0;
-  ZQMatrixFileHeader* header = matrixFileHeader;
-  header->setFileType("zmatrix");
+  ZQMatrixFileHeader* header = matrixFileHeader.get();
+  header->setFileType(zmatrix::matrixFileType);
   header->setMatrixDescription("");
   header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
   header->setIs64BitMatrix(0);
@@ -56,10 +69,8 @@ int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const cha
 void ZQMatrixBase::deInitMatrix() {
   currentMatrixID = 0;
   releaseMemory();
-  ZQMatrixFileHeader* header = matrixFileHeader;
-  if (matrixDataEntryArray != nullptr) {
-    for (int id = 0; id < header->getMaxNumberOfMatrices(); ++id) matrixDataEntryArray[id] = nullptr;
-  }
+  ZQMatrixFileHeader* header = matrixFileHeader.get();
+  matrixDataEntryArray.fillFrom(0, nullptr);
   header->setMatrixDescription("");
   header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
   header->setIs64BitMatrix(0);
@@ -89,7 +100,7 @@ int ZQMatrixBase::setMatrixDebugOn(int level) {
   if (matrixFileHeader->getMatrixDebugOutputDevice() >= 2 && fpMatrixErr == nullptr && level >= 0) {
     char name[300];
     snprintf(name, sizeof name, "%smatrixDebug.txt", matrixFileHeader->getMatrixDebugDirectory());
-    fpMatrixErr = fopen(name, "a");
+    openDebugFile(name);
     dbPrintf(1,
              "########################CPP DebugFile opened for Debug-Output (%d Bit-MAC OS Intel Version) with level %d "
              "######################\n",
@@ -105,8 +116,7 @@ void ZQMatrixBase::setMatrixDebugOff() {
   globalDebugLevel = 0;
   debugLevel = 0;
   dbPrintf(1, "*************************DebugFile Debug-Output closed  and debugLevel set to 0  **********************\n");
-  if (fpMatrixErr != nullptr) fclose(fpMatrixErr);
-  fpMatrixErr = nullptr;
+  closeDebugFile();
 }
 
 int ZQMatrixBase::getNextFreeMatrixID() const {

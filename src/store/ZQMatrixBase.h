@@ -16,28 +16,49 @@
 
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <span>
 
+#include "frame/ZQArray.h"
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQPageProvider.h"
 #include "frame/ZQZeroedMemory.h"
+#include "settings/ZQMatrixAccessors.h"
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixFileHeader.h"
-#include "settings/ZQMatrixForwards.h"
+#include "settings/ZQRecordTable.h"
 #include "store/ZQFieldCounts.h"
 #include "store/ZQFreeSlotIndex.h"
 #include "store/ZQMatrixElements.h"
-#include "store/ZQPodList.h"
 
+namespace zmatrix {
 struct ZQBaseTier;
+struct ZQFreeSlotSearchState;
+class HeldFreeSlotSearch;
+template <class Tier>
+struct ZQStoreWrite;
+template <class Tier>
+struct ZQStoreMove;
+template <class Tier>
+struct ZQFieldPlacement;
+template <class Tier>
+struct ZQStoreVerification;
+template <class Tier>
+struct ZQMatrixFileSave;
+template <class Tier>
+struct ZQMatrixFileLoad;
+template <class Tier>
+struct ZQMatrixElementReader;
+}  // namespace zmatrix
 
-class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrixBase> {
+class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessors<ZQMatrixBase> {
  public:
-  using Tier = ZQBaseTier;
+  using Tier = zmatrix::ZQBaseTier;
 
   ZQMatrixBase() = default;
-  virtual ~ZQMatrixBase() = default;
+  /// Ends the stream of older update records, and as setMatrixDebugOff does, the debug channel of the whole process.
+  virtual ~ZQMatrixBase();
   ZQMatrixBase(const ZQMatrixBase&) = delete;
   ZQMatrixBase& operator=(const ZQMatrixBase&) = delete;
 
@@ -58,13 +79,14 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   ZQMatrixBaseElement** getMatrixData();
   ZQMatrixBaseElement*** getMatrixDataEntryArray();
   ZQMatrixBaseElement** getMatrixDataEntry() { return getMatrixDataEntryArray()[currentMatrixID]; }
-  ZQMatrixBaseInfo** getMatrixInfoArray() { return matrixInfoArray; }
+  ZQMatrixBaseInfo** getMatrixInfoArray() { return matrixInfoArray.data(); }
   ZQMatrixBaseInfo* getMatrixInfo() const { return matrixInfoArray[currentMatrixID]; }
   ZQMatrixBaseInfo* getMatrixInfo(int id) const { return matrixInfoArray[id]; }
-  ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader; }
-  void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader = header; }
-  void setMatrixInfoArray(ZQMatrixBaseInfo** infos) { matrixInfoArray = infos; }
-  void setMatrixDataEntryArray(ZQMatrixBaseElement*** entries) { matrixDataEntryArray = entries; }
+  ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader.get(); }
+  /// Takes the header over.
+  void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader.reset(header); }
+  /// The highest slot that was ever occupied.
+  int getMaximalStack() const { return matrixFileHeader->getMaximalStack(); }
   int getCurrentMatrixID() const { return currentMatrixID; }
   void setCurrentMatrixID(int id) {
     if (id >= 0 && id < matrixFileHeader->getMaxNumberOfMatrices()) currentMatrixID = id;
@@ -215,14 +237,18 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   void moveElement(int from, int to) {
     if (to >= endOfProvidedSlots) provideSlots(to);
     auto* record = static_cast<Element*>(recordIn(from));
+    ZQ_ASSERT(record->getName() != 0 && recordIn(to)->getName() == 0);
     new (recordIn(to)) Element(*record);
     emptySlot(from);
   }
   /// Empties a slot.
   void destroyElementAt(int position);
-  /// Makes room for the entries of so many sub-matrices; false if there is none.
-  bool resizeEntryArray(int numberOfMatrices);
-  void releaseEntryArray();
+  /// The records of the sub-matrices, by ID.
+  zmatrix::ZQRecordTable& getRecords() { return matrixInfoArray; }
+  /// Makes room for the records, entries and stop flags of so many sub-matrices, which the header then counts, and gives up the
+  /// records above; their roots are the caller's. False, and nothing changed, if memory has run out; making them fewer never
+  /// fails.
+  [[nodiscard]] bool resizeSubMatrices(int number);
   /// Only while there is no block.
   void setRecordSize(size_t size) { sizeOfRecord = size; }
   bool hasBlock() const { return slots != nullptr; }
@@ -235,19 +261,20 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
 
  protected:
   template <class Tier>
-  friend struct ZQStoreWrite;
+  friend struct zmatrix::ZQStoreWrite;
   template <class Tier>
-  friend struct ZQStoreMove;
+  friend struct zmatrix::ZQStoreMove;
   template <class Tier>
-  friend struct ZQFieldPlacement;
+  friend struct zmatrix::ZQFieldPlacement;
   template <class Tier>
-  friend struct ZQStoreVerification;
+  friend struct zmatrix::ZQStoreVerification;
   template <class Tier>
-  friend struct ZQMatrixFileSave;
+  friend struct zmatrix::ZQMatrixFileSave;
   template <class Tier>
-  friend struct ZQMatrixFileLoad;
+  friend struct zmatrix::ZQMatrixFileLoad;
   template <class Tier>
-  friend struct ZQMatrixElementReader;
+  friend struct zmatrix::ZQMatrixElementReader;
+  friend class zmatrix::HeldFreeSlotSearch;
 
   ZQMatrixBaseElement* recordIn(long long position) const {
     return reinterpret_cast<ZQMatrixBaseElement*>(slots + static_cast<size_t>(position) * sizeOfRecord);
@@ -255,7 +282,7 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   void emptySlot(int position) { memset(static_cast<void*>(recordIn(position)), 0, sizeOfRecord); }
   void provideSlots(int position);
   /// The block's memory for so many slots. False, and nothing changed, if there is no room.
-  bool resizeMemory(int newNumberOfSlots);
+  [[nodiscard]] bool resizeMemory(int newNumberOfSlots);
   void releaseMemory();
 
   /// What differs as soon as an element has come, gone or moved, or the block.
@@ -272,27 +299,29 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   }
   bool lookAtFirstChild(long long position, ZQMatrixBaseElement& element) const;
   ContentVersion getContentVersion() const { return {slots, numberOfSlots, lastName, getLayoutVersion()}; }
-  bool refreshPointers();
+  [[nodiscard]] bool refreshPointers();
 
   int existMatrixDataWithRoomFor(int numberOfSteps, const int* indexVector, int length);
-  bool resizeBlock(int newSize);
+  [[nodiscard]] bool resizeBlock(int newSize);
   /// A new block without any record. False if memory has run out: then there is no block.
-  bool makeEmptyBlock(int size);
+  [[nodiscard]] bool makeEmptyBlock(int size);
   /// Drops what cannot be reached from a root and links the rest anew. The records dropped, or -1 if memory has run out.
-  int repairLinks();
+  [[nodiscard]] int repairLinks();
   long long largestLegalIndex() const;
   /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't
   /// grow.
   int searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin);
   int searchFrom(int centre);
+  int findIndexOfNearestFreeElement(zmatrix::ZQFreeSlotSearchState& state, int start, int* goodStart);
 
-  ZQMatrixFileHeader* matrixFileHeader = nullptr;
-  ZQMatrixBaseInfo** matrixInfoArray = nullptr;
+  std::unique_ptr<ZQMatrixFileHeader> matrixFileHeader;
+  zmatrix::ZQRecordTable matrixInfoArray;
   char* slots = nullptr;  // the block: numberOfSlots records of the tier, one a slot
   size_t sizeOfRecord = sizeof(ZQMatrixBaseElement);
-  ZQMatrixBaseElement*** matrixDataEntryArray = nullptr;
+  zmatrix::ZQArray<ZQMatrixBaseElement**> matrixDataEntryArray;
   int currentMatrixID = 0;
   int debugLevel = 0;
+  zmatrix::ZQFreeSlotSearchState* searchState = nullptr;  // of the thread, while an operation holds it
   zq_loadReport loadReport{};
 
   int numberOfSlots = 0;       // the header's matrixBlockSize while there is a block
@@ -304,10 +333,10 @@ class ZQMatrixBase : public ZQDebugChannel, public ZQMatrixBaseForwards<ZQMatrix
   zmatrix::ZQFieldCounts fieldCounts;
   zmatrix::ZQZeroedMemory memory;  // of the block
   zmatrix::ZQPageProvider pages;
-  zmatrix::ZQPodArray<ZQMatrixBaseElement*> pointers;  // the block as getMatrixData tells it, when it was last asked for
+  zmatrix::ZQArray<ZQMatrixBaseElement*> pointers;  // the block as getMatrixData tells it, when it was last asked for
   ContentVersion versionOfPointers;
-  zmatrix::ZQPodList<int> positionsOfField;  // scratch of the move
-  zmatrix::ZQPodList<int> positionsToPlace;  // the same with the new element
+  zmatrix::ZQArray<int> positionsOfField;  // scratch of the move
+  zmatrix::ZQArray<int> positionsToPlace;  // the same with the new element
 };
 
 inline long long ZQMatrixBase::slotOfChild(int parentPosition, int coordinate) const {

@@ -25,7 +25,7 @@ void ZQMatrixBase::releaseMemory() {
   slots = nullptr;
   numberOfSlots = endOfProvidedSlots = 0;
   freeSlots.clear();
-  pointers.clear();
+  pointers.reset();
   versionOfPointers = {};
   ++releasedRecords;
 }

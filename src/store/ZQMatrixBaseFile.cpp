@@ -4,9 +4,9 @@
 #include "store/ZQMatrixFileSave.h"
 
 int ZQMatrixBase::saveMatrixToDisk(const char* path) {
-  return ZQMatrixFileSave<Tier>::save(*this, path);
+  return zmatrix::ZQMatrixFileSave<Tier>::save(*this, path);
 }
 
 int ZQMatrixBase::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
-  return ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
+  return zmatrix::ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
 }

@@ -20,14 +20,14 @@ void reportFailedGrowth() {
 
 }  // namespace
 
-ZQFreeSlotSearchState& freeSlotSearchState() {
-  static ZQFreeSlotSearchState state;
-  static_assert(lowestStart == ZQFreeSlotSearchState().firstFree);
+[[gnu::noinline]] zmatrix::ZQFreeSlotSearchState& zmatrix::freeSlotSearchState() {  // one look-up of the thread for all members
+  static constinit thread_local zmatrix::ZQFreeSlotSearchState state;
+  static_assert(lowestStart == zmatrix::ZQFreeSlotSearchState().firstFree);
   return state;
 }
 
 int ZQMatrixBase::findNearestFreeMatrixElement(int memorySearchMethod) {
-  ZQFreeSlotSearchState& state = freeSlotSearchState();
+  zmatrix::ZQFreeSlotSearchState& state = searchState != nullptr ? *searchState : zmatrix::freeSlotSearchState();
   const int low = matrixFileHeader->getMaxNumberOfMatrices();
   state.lastOffset = std::max(state.lastOffset, low);
   state.goodStartIndex = std::max(state.goodStartIndex, low);
@@ -35,26 +35,30 @@ int ZQMatrixBase::findNearestFreeMatrixElement(int memorySearchMethod) {
     case 0: {
       const double fraction = static_cast<double>(matrixFileHeader->getSystemRandomValue()) / randomRange;
       const double width = static_cast<double>(matrixFileHeader->getMatrixBlockSize()) - state.goodStartIndex;
-      return findIndexOfNearestFreeElement(state.goodStartIndex + static_cast<int>(width * fraction), &state.goodStartIndex);
+      return findIndexOfNearestFreeElement(state, state.goodStartIndex + static_cast<int>(width * fraction),
+                                           &state.goodStartIndex);
     }
     case 1:
-      state.lastOffset = findIndexOfNearestFreeElement(state.lastOffset, &state.goodStartIndex);
+      state.lastOffset = findIndexOfNearestFreeElement(state, state.lastOffset, &state.goodStartIndex);
       return state.lastOffset;
     case 2: {
       const double fraction = static_cast<double>(matrixFileHeader->getSystemRandomValue()) / randomRange;
       const int start = std::max(static_cast<int>(matrixFileHeader->getMaximalStack() * fraction), low);
-      return findIndexOfNearestFreeElement(start, &state.goodStartIndex);
+      return findIndexOfNearestFreeElement(state, start, &state.goodStartIndex);
     }
     case 3:
-      return findIndexOfNearestFreeElement(-1, &state.goodStartIndex);
+      return findIndexOfNearestFreeElement(state, -1, &state.goodStartIndex);
     default:
       return 0;
   }
 }
 
 int ZQMatrixBase::findIndexOfNearestFreeElement(int start, int* goodStart) {
+  return findIndexOfNearestFreeElement(zmatrix::freeSlotSearchState(), start, goodStart);
+}
+
+int ZQMatrixBase::findIndexOfNearestFreeElement(zmatrix::ZQFreeSlotSearchState& state, int start, int* goodStart) {
   if (!hasBlock()) return -1;
-  ZQFreeSlotSearchState& state = freeSlotSearchState();
   const int low = matrixFileHeader->getMaxNumberOfMatrices();
   state.firstFree = std::max(state.firstFree, low);
   const int calls = state.numberOfFunctionCalls++;

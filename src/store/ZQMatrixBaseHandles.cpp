@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "frame/ZQMemory.h"
-#include "store/ZQHandleList.h"
 #include "store/ZQItemSplit.h"
 #include "store/ZQMatrixBase.h"
 #include "store/ZQSuccessorWalk.h"
@@ -161,13 +160,13 @@ int ZQMatrixBase::getNumberOfSuccessorsFromMatrixHandle(int handle) {
 }
 
 int* ZQMatrixBase::getSuccessorHandlesFromMatrixHandle(int handle, int* count) {
-  zmatrix::ZQHandleList handles;
+  zmatrix::ZQArray<int> handles;
   bool hasMemory = true;
   zmatrix::visitSuccessors(*this, handle, [&](int successor, const ZQMatrixBaseElement&) {
-    hasMemory = handles.add(successor);
+    hasMemory = handles.append(successor);
     return hasMemory;
   });
-  *count = hasMemory ? handles.size() : 0;
+  *count = hasMemory ? handles.count() : 0;
   return hasMemory ? handles.releaseFitted() : nullptr;
 }
 

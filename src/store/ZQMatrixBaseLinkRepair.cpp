@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "frame/ZQArray.h"
 #include "store/ZQMatrixBase.h"
-#include "store/ZQPodArray.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ class Elements {
   /// False if memory has run out.
   bool collect() {
     for (int position = 0; position <= top; ++position) count += matrix.elementAt(position) != nullptr;
-    if (!positions.resize(count, 0) || !states.resize(count, 0) || !children.resize(count, 0)) return false;
+    if (!positions.resize(count) || !states.resize(count) || !children.resize(count)) return false;
     size_t number = 0;
     for (int position = 0; position <= top; ++position) {
       if (matrix.elementAt(position) != nullptr) positions[number++] = position;
@@ -41,7 +41,7 @@ class Elements {
   bool isOccupied(long long position) const { return position <= top && matrix.elementAt(position) != nullptr; }
   /// Of an occupied slot.
   size_t numberOf(long long position) const {
-    const int* const first = &positions[0];
+    const int* const first = positions.begin();
     return static_cast<size_t>(std::lower_bound(first, first + count, static_cast<int>(position)) - first);
   }
   long long parentPositionOf(size_t number) const {
@@ -57,9 +57,9 @@ class Elements {
   int roots;
   int top;
   size_t count = 0;
-  zmatrix::ZQPodArray<int> positions;
-  zmatrix::ZQPodArray<State> states;
-  zmatrix::ZQPodArray<size_t> children;
+  zmatrix::ZQArray<int> positions;
+  zmatrix::ZQArray<State> states;
+  zmatrix::ZQArray<size_t> children;
 };
 
 /// Marks as lost what has no parent, an illegal index, or another begin of its field than its siblings.

@@ -6,20 +6,20 @@
 
 int ZQMatrixBase::moveFieldToFreePosition(int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems,
                                           int* firstElement, int* lastElement, int moveWithNewIndex) {
-  return ZQStoreMove<ZQBaseTier>::moveField(*this, memorySearchMethod, fieldBegin, newElementIndex, numberOfItems, firstElement,
-                                            lastElement, moveWithNewIndex);
+  return zmatrix::ZQStoreMove<zmatrix::ZQBaseTier>::moveField(*this, memorySearchMethod, fieldBegin, newElementIndex,
+                                                              numberOfItems, firstElement, lastElement, moveWithNewIndex);
 }
 
 int ZQMatrixBase::insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition) {
-  return ZQStoreWrite<ZQBaseTier>::insertFirst(*this, newPosition, coordinate, parentPosition);
+  return zmatrix::ZQStoreWrite<zmatrix::ZQBaseTier>::insertFirst(*this, newPosition, coordinate, parentPosition);
 }
 
 int ZQMatrixBase::insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField) {
-  return ZQStoreWrite<ZQBaseTier>::insertExisting(*this, newPosition, coordinate, anElementOfField);
+  return zmatrix::ZQStoreWrite<zmatrix::ZQBaseTier>::insertExisting(*this, newPosition, coordinate, anElementOfField);
 }
 
 int ZQMatrixBase::writeMatrixData(const int* indexVector, int length, long long value) {
-  return ZQStoreWrite<ZQBaseTier>::write(*this, indexVector, length, value, {});
+  return zmatrix::ZQStoreWrite<zmatrix::ZQBaseTier>::write(*this, indexVector, length, value, {});
 }
 
 int ZQMatrixBase::writeMatrixElement(const int* indexVector, int length, long long value) {
@@ -37,7 +37,7 @@ int ZQMatrixBase::writeMatrixElement64(const long long* items, int length, long 
 }
 
 int ZQMatrixBase::deleteMatrixElement(const int* indexVector, int length, int keepInnerElements) {
-  return ZQStoreDelete<ZQBaseTier>::remove(*this, indexVector, length, keepInnerElements);
+  return zmatrix::ZQStoreDelete<zmatrix::ZQBaseTier>::remove(*this, indexVector, length, keepInnerElements);
 }
 
 int ZQMatrixBase::deleteMatrixElement32(const int* items, int length, int keepInnerElements) {

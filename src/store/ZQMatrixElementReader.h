@@ -11,6 +11,8 @@
 #include "store/ZQMatrixBase.h"
 #include "store/ZQMatrixElementFile.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQMatrixElementReader {
   ZQMatrixElementReader(typename Tier::Matrix& aMatrix, zmatrix::ZQFileReader& aFile) : matrix(aMatrix), file(aFile) {}
@@ -59,11 +61,12 @@ struct ZQMatrixElementReader {
 
   template <size_t size>
   void readAll() {
+    const zmatrix::ProgressOfLoop progress;
     const long long end = stack + 1LL;
     while (position < end && !file.isAtEnd() && !isOutOfMemory) {
       const long long endOfPiece = std::min(position + slotsInPiece, end);
       while (position < endOfPiece && !file.isAtEnd() && !isOutOfMemory) {
-        if constexpr (reportsProgress) matrixProgressDisplay(static_cast<int>(position), stack);
+        if constexpr (reportsProgress) progress.reach(static_cast<int>(position), stack);
         const int result = readMatrixElementFromDisk<size>();
         if (result >= 0) {
           ++position;
@@ -134,3 +137,5 @@ struct ZQMatrixElementReader {
   uint64_t occupied = 0;
   int stack = 0;
 };
+
+}  // namespace zmatrix

@@ -11,7 +11,10 @@
 
 #include "store/ZQMatrixBase.h"
 #include "store/ZQMatrixElementReader.h"
+#include "store/ZQMatrixFileTexts.h"
 #include "store/ZQTierLife.h"
+
+namespace zmatrix {
 
 template <class Tier>
 struct ZQMatrixFileLoad {
@@ -119,38 +122,25 @@ struct ZQMatrixFileLoad {
   /// Gives the matrix records and entries for so many sub-matrices. False if memory has run out.
   bool setNumberOfRecords(int newMaximum) {
     const int oldMaximum = header.getMaxNumberOfMatrices();
-    for (int id = newMaximum; id < oldMaximum; ++id) deleteRecord(id);
-    if (newMaximum > oldMaximum) {
-      auto** infos = static_cast<ZQMatrixBaseInfo**>(
-          systemRealloc(matrix.matrixInfoArray, static_cast<size_t>(newMaximum) * sizeof(ZQMatrixBaseInfo*)));
-      if (infos == nullptr) return false;
-      matrix.matrixInfoArray = infos;
-      if (!matrix.resizeEntryArray(newMaximum) || !header.resizeStopFlags(newMaximum)) return false;
-      for (int id = oldMaximum; id < newMaximum; ++id) infos[id] = nullptr;
-      for (int id = oldMaximum; id < newMaximum; ++id) {
-        if (Tier::announcesMoreMatrices) {
-          dbPrintf(0, "matrix to read contains more submatrices than available, must be expanded\n");
-        }
-        if (!createRecord(id)) {
-          for (int made = oldMaximum; made <= id; ++made) deleteRecord(made);
-          return false;
-        }
+    if (!matrix.resizeSubMatrices(newMaximum)) return false;
+    for (int id = oldMaximum; id < newMaximum; ++id) {
+      if (Tier::announcesMoreMatrices) {
+        dbPrintf(0, "matrix to read contains more submatrices than available, must be expanded\n");
+      }
+      if (!createRecord(id)) {
+        static_cast<void>(matrix.resizeSubMatrices(oldMaximum));
+        return false;
       }
     }
-    header._setMaxNumberOfMatrices(newMaximum);
     header.clearStopFlags();
     return true;
   }
 
   bool createRecord(int id) {
-    auto* info = new (std::nothrow) Info();
-    matrix.matrixInfoArray[id] = info;
-    return info != nullptr && info->initMatrixInfo(id) == 1;
-  }
-
-  void deleteRecord(int id) {
-    delete matrix.matrixInfoArray[id];
-    matrix.matrixInfoArray[id] = nullptr;
+    std::unique_ptr<Info> info(new (std::nothrow) Info());
+    if (info == nullptr || info->initMatrixInfo(id) != 1) return false;
+    matrix.matrixInfoArray.put(id, std::move(info));
+    return true;
   }
 
   void reopenDebugFile(int debugLevel) {
@@ -361,3 +351,5 @@ struct ZQMatrixFileLoad {
   int recordsIllegal = 0;
   int recordsAbsent = 0;
 };
+
+}  // namespace zmatrix

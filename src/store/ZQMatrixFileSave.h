@@ -10,6 +10,8 @@
 #include "store/ZQMatrixBase.h"
 #include "store/ZQMatrixElementFile.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQMatrixFileSave {
   using Matrix = typename Tier::Matrix;
@@ -73,9 +75,10 @@ struct ZQMatrixFileSave {
     if constexpr (hasHistory) {
       snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "saveMatrixToDisk: (%d) items", stack);
     }
+    const zmatrix::ProgressOfLoop progress;
     long long position = 0;
     while (position <= stack) {
-      if constexpr (hasHistory) matrixProgressDisplay(static_cast<int>(position), stack);
+      if constexpr (hasHistory) progress.reach(static_cast<int>(position), stack);
       if (!isWritable(position)) {
         const long long behind = endOfRun(position, stack);
         file.put(static_cast<int>(position - behind));
@@ -150,3 +153,5 @@ struct ZQMatrixFileSave {
   zmatrix::ZQFileWriter& file;
   int highest = -1;
 };
+
+}  // namespace zmatrix

@@ -1,14 +1,16 @@
 // The sentences in which the tiers' readers of a matrix file differ.
 #pragma once
 
+#include "frame/ZQSentence.h"
+
 namespace zmatrix {
 
 struct MatrixFileTexts {
-  const char* slotIsOccupied;
-  const char* infoTypeTooHigh;
+  ZQSentence<int> slotIsOccupied;
+  ZQSentence<int, int> infoTypeTooHigh;
   const char* endReached;
-  const char* beyondStack;
-  const char* countsDiffer;
+  ZQSentence<int, int> beyondStack;
+  ZQSentence<int, int> countsDiffer;
 };
 
 inline constexpr MatrixFileTexts baseFileTexts = {

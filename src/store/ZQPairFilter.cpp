@@ -4,13 +4,13 @@
 
 namespace zmatrix {
 
-bool ZQPairFilter::resize(size_t newNumberOfRegions) {
+bool ZQPairFilter::resize(size_t newNumberOfRegions) noexcept {
   const size_t rows = static_cast<size_t>(numberOfNarrowDistances + numberOfWideDistances);
   const size_t neededWords = (newNumberOfRegions + 63) / 64;
-  if (!hasNarrowNo.resize(newNumberOfRegions, 0)) return false;
+  if (!hasNarrowNo.resize(newNumberOfRegions)) return false;
   if (neededWords > wordsOfRow) {
     const size_t newWordsOfRow = neededWords + neededWords / 2;
-    if (!bits.resize(rows * newWordsOfRow, 0xFF)) return false;
+    if (!bits.resize(rows * newWordsOfRow, ~uint64_t{0})) return false;
     for (size_t row = rows; row-- > 0;) {  // spread the rows, last first, each to its new begin
       uint64_t* to = &bits[row * newWordsOfRow];
       if (wordsOfRow > 0) memmove(to, &bits[row * wordsOfRow], wordsOfRow * sizeof(uint64_t));
@@ -25,8 +25,8 @@ bool ZQPairFilter::resize(size_t newNumberOfRegions) {
 }
 
 void ZQPairFilter::clear() {
-  bits.clear();
-  hasNarrowNo.clear();
+  bits.reset();
+  hasNarrowNo.reset();
   numberOfRegions = wordsOfRow = 0;
   numberOfWideDistances = 0;
   memset(rowsByHash, 0, sizeof rowsByHash);
@@ -53,7 +53,7 @@ int ZQPairFilter::rowOfOrNew(long long distance) {
   const int row = rowOf(distance);
   if (row >= 0 || distance < 1 || distance > INT_MAX || numberOfWideDistances == mostWideDistances) return row;
   const int newRow = numberOfNarrowDistances + numberOfWideDistances;
-  if (!bits.resize(static_cast<size_t>(newRow + 1) * wordsOfRow, 0xFF)) return -1;
+  if (!bits.resize(static_cast<size_t>(newRow + 1) * wordsOfRow, ~uint64_t{0})) return -1;
   wideDistances[numberOfWideDistances++] = static_cast<int>(distance);
   int slot = hashOf(static_cast<int>(distance));
   while (rowsByHash[slot] != 0) slot = (slot + 1) % slotsOfHash;

@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "store/ZQPodArray.h"
+#include "frame/ZQArray.h"
 
 namespace zmatrix {
 
@@ -19,7 +19,7 @@ class ZQPairFilter {
   static constexpr int mostWideDistances = 256;
 
   /// Sets the number of regions; all bits of new regions are set. False if there is no room.
-  bool resize(size_t newNumberOfRegions);
+  [[nodiscard]] bool resize(size_t newNumberOfRegions) noexcept;
 
   void clear();
 
@@ -80,8 +80,8 @@ class ZQPairFilter {
   int numberOfWideDistances = 0;
   int wideDistances[mostWideDistances] = {};
   int16_t rowsByHash[slotsOfHash] = {};  // row of a wide distance, 0 for none: row 0 is a narrow one
-  ZQPodArray<uint64_t> bits;
-  ZQPodArray<uint8_t> hasNarrowNo;
+  ZQArray<uint64_t> bits;
+  ZQArray<uint8_t> hasNarrowNo;
 };
 
 }  // namespace zmatrix

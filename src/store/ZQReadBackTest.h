@@ -6,6 +6,8 @@
 
 #include "store/ZQMatrixBase.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQReadBackTest {
   using Matrix = typename Tier::Matrix;
@@ -87,3 +89,5 @@ struct ZQReadBackTest {
     dbPrintf(0, "\n");
   }
 };
+
+}  // namespace zmatrix

@@ -4,8 +4,9 @@
 #include <bit>
 #include <cstring>
 
-// A second version of a function for processors with vectors of 32 bytes, chosen when the library is loaded.
-#if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__)
+// A second version of a function for processors with vectors of 32 bytes, chosen when the library is loaded, which is too early
+// for the thread sanitizer.
+#if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__) && !defined(__SANITIZE_THREAD__)
 #define ZMATRIX_WITH_AVX2_TOO __attribute__((target_clones("avx2", "default")))
 #else
 #define ZMATRIX_WITH_AVX2_TOO

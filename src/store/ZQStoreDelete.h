@@ -5,6 +5,8 @@
 
 #include "store/ZQItemSplit.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQStoreDelete {
   using Matrix = typename Tier::Matrix;
@@ -77,3 +79,5 @@ struct ZQStoreDelete {
     info.decrementNumberOfEndElements();
   }
 };
+
+}  // namespace zmatrix

@@ -8,6 +8,8 @@
 
 #include "store/ZQMatrixBase.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQStoreMove {
   using Matrix = typename Tier::Matrix;
@@ -57,13 +59,13 @@ struct ZQStoreMove {
   }
 
   static bool collect(Matrix& matrix, int first, int numberOfItems) {
-    zmatrix::ZQPodList<int>& positions = matrix.positionsOfField;
+    zmatrix::ZQArray<int>& positions = matrix.positionsOfField;
     positions.clear();
     long long at = first;
     while (static_cast<int>(positions.size()) < numberOfItems) {
       const ZQMatrixBaseElement* element = matrix.elementAt(at);
       if (element == nullptr) return false;
-      if (!positions.add(static_cast<int>(at))) return false;
+      if (!positions.append(static_cast<int>(at))) return false;
       matrix.prefetchSlot(at + element->getOffsetToElementInNextDimension());
       const int next = element->getOffsetToNextElementInDimension();
       if (next < 1) break;
@@ -75,18 +77,18 @@ struct ZQStoreMove {
   // While the search runs the field's own slots count as free, since they move too; a slot to be kept off never does.
   template <class Search>
   static int findOffset(Matrix& matrix, std::span<const int> newIndices, int keptOff, Search search) {
-    const zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
-    zmatrix::ZQPodList<int>& toPlace = matrix.positionsToPlace;
+    const zmatrix::ZQArray<int>& own = matrix.positionsOfField;
+    zmatrix::ZQArray<int>& toPlace = matrix.positionsToPlace;
     toPlace.clear();
     size_t next = 0;
     for (int position : own) {
       for (; next < newIndices.size() && newIndices[next] < position; ++next) {
-        if (!toPlace.add(newIndices[next])) return 0;
+        if (!toPlace.append(newIndices[next])) return 0;
       }
-      if (!toPlace.add(position)) return 0;
+      if (!toPlace.append(position)) return 0;
     }
     for (; next < newIndices.size(); ++next) {
-      if (!toPlace.add(newIndices[next])) return 0;
+      if (!toPlace.append(newIndices[next])) return 0;
     }
     for (int position : own) {
       if (position != keptOff) matrix.freeSlots.lend(position);
@@ -101,7 +103,7 @@ struct ZQStoreMove {
   }
 
   static bool patchLinks(Matrix& matrix, int offset) {
-    const zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
+    const zmatrix::ZQArray<int>& own = matrix.positionsOfField;
     if (ZQMatrixBaseElement* parent = matrix.parentOf(own.front())) parent->addOffsetToElementInNextDimension(offset);
     for (int position : own) {
       Element* element = static_cast<Element*>(matrix.elementAt(position));
@@ -126,7 +128,7 @@ struct ZQStoreMove {
 
   // The order sees to it that a slot of the field is vacated before another of its records moves in.
   static void moveRecords(Matrix& matrix, int offset) {
-    zmatrix::ZQPodList<int>& own = matrix.positionsOfField;
+    zmatrix::ZQArray<int>& own = matrix.positionsOfField;
     if (offset > 0) std::reverse(own.begin(), own.end());
     for (int position : own) {
       matrix.template moveElement<Element>(position, position + offset);
@@ -146,3 +148,5 @@ struct ZQStoreMove {
     }
   }
 };
+
+}  // namespace zmatrix

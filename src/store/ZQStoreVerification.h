@@ -10,10 +10,12 @@
 #include <climits>
 #include <cstdio>
 
+#include "frame/ZQArray.h"
 #include "frame/ZQProgress.h"
-#include "settings/ZQHeapArray.h"
 #include "store/ZQMatrixBase.h"
 #include "store/ZQVerificationTexts.h"
+
+namespace zmatrix {
 
 template <class Tier>
 struct ZQStoreVerification {
@@ -40,7 +42,7 @@ struct ZQStoreVerification {
       dbPrintf(1, "performMatrixLinearTest: matrix is empty!\n");
       return -1;
     }
-    if (!test.depths.resize(static_cast<size_t>(test.top) + 1, 0)) return 0;
+    if (!test.depths.resize(test.top + 1LL)) return 0;
     typename Tier::Verification additions(matrix, zmatrix::linearTestTexts);
     Info& info = test.info;
     if (test.trims) {
@@ -48,8 +50,9 @@ struct ZQStoreVerification {
       info._setCurrentDimension(0);
     }
     test.setProgressText();
+    const zmatrix::ProgressOfLoop progress;
     for (int position = test.lowest; position <= test.top; ++position) {
-      matrixProgressDisplay(position, test.top);
+      progress.reach(position, test.top);
       const ZQMatrixBaseElement* element = matrix.elementAt(position);
       if (element != nullptr && element->getWriteCount() >= 1) test.lookUpFrom(position, additions);
     }
@@ -225,7 +228,7 @@ struct ZQStoreVerification {
   }
 
   bool readPath(int element, int depth) {
-    if (depth > path.size() && !path.resize(zmatrix::grownCapacity(depth) + 1LL, 0)) return false;
+    if (depth > path.count() && !path.resize(zmatrix::grownCapacity(depth) + 1LL, 0)) return false;
     long long position = element;
     for (int i = depth - 1; i >= 0; --i) {
       const ZQMatrixBaseElement* step = matrix.elementAt(position);
@@ -395,11 +398,11 @@ struct ZQStoreVerification {
   const int lowest;  // the first position that is not a root's
   const int top;
   const bool trims;
-  zmatrix::ZQPodArray<int> depths;    // linear: a Way each position
-  zmatrix::HeapArray<int> path;       // the index vector of the element looked at
-  zmatrix::HeapArray<int> positions;  // consistency: the elements on the way down
-  zmatrix::HeapArray<long long> fieldBegins;
-  zmatrix::HeapArray<int> lows, highs;
+  zmatrix::ZQArray<int> depths;     // linear: a Way each position
+  zmatrix::ZQArray<int> path;       // the index vector of the element looked at
+  zmatrix::ZQArray<int> positions;  // consistency: the elements on the way down
+  zmatrix::ZQArray<long long> fieldBegins;
+  zmatrix::ZQArray<int> lows, highs;
   int result = 1;
   int written = 0;
   int ends = 0;
@@ -407,3 +410,5 @@ struct ZQStoreVerification {
   int deepest = 0;
   long long sum = 0;
 };
+
+}  // namespace zmatrix

@@ -9,6 +9,8 @@
 
 #include "store/ZQStoreMove.h"
 
+namespace zmatrix {
+
 template <class Tier>
 struct ZQStoreWrite {
   using Matrix = typename Tier::Matrix;
@@ -82,6 +84,7 @@ struct ZQStoreWrite {
     if (parent == nullptr || newPosition < 0 || newPosition >= matrix.numberOfSlots) return 0;
     Info& info = *matrix.getMatrixInfo();
     Element* element = static_cast<Element*>(matrix.elementAt(newPosition));
+    ZQ_ASSERT(matrix.freeSlots.isFree(newPosition) == (element == nullptr));
     if (element == nullptr) {
       element = matrix.template createElementAt<Element>(newPosition);
       info.incrementNumberOfMatrixElements();
@@ -92,6 +95,7 @@ struct ZQStoreWrite {
     element->setOffsetToElementInPrevDimension(parentPosition - newPosition);
     parent->setOffsetToElementInNextDimension(newPosition - parentPosition);
     parent->setIndexOfFirstChild(coordinate);
+    ZQ_ASSERT(matrix.childAt(parentPosition, coordinate) == newPosition);
     // Under any other parent a leaf has just turned into a path element.
     if (parentPosition == matrix.getCurrentMatrixID()) info.incrementNumberOfEndElements();
     return 1;
@@ -120,6 +124,8 @@ struct ZQStoreWrite {
 
   /// A new element between two siblings, of which one may be -1: there is none. `parent` is the field's.
   static int insertBetween(Matrix& matrix, int newPosition, int coordinate, long long parent, int below, int above) {
+    ZQ_ASSERT(below < newPosition);
+    ZQ_ASSERT(matrix.elementAt(newPosition) == nullptr && matrix.freeSlots.isFree(newPosition));
     Element* element = matrix.template createElementAt<Element>(newPosition);
     Info& info = *matrix.getMatrixInfo();
     info.incrementNumberOfMatrixElements();
@@ -143,6 +149,7 @@ struct ZQStoreWrite {
       element->setOffsetToNextElementInDimension(above - newPosition);
       matrix.elementAt(above)->setOffsetToPreviousElementInDimension(newPosition - above);
     }
+    ZQ_ASSERT(below < 0 || nextInField(matrix, below) == newPosition);
     return 1;
   }
 
@@ -350,3 +357,5 @@ struct ZQStoreWrite {
     return ZQStoreMove<Tier>::moveField(matrix, method, &own.begin, &target, own.count, &own.first, &own.last, 1);
   }
 };
+
+}  // namespace zmatrix

@@ -1,78 +1,43 @@
-// Creation, deletion and widening of a matrix object, told once for the tiers.
+// Creation and widening of a matrix object, shared by the tiers.
 #pragma once
 
+#include <memory>
 #include <new>
 
-#include "frame/ZQMemory.h"
 #include "store/ZQMatrixBase.h"
 
 namespace zmatrix {
 
-/// Gives IDs `from` .. `to` - 1 their record and root. False if memory has run out.
+/// Gives IDs `from` .. `to` - 1 their record and root. The ID that memory has run out at, or `to`.
 template <class Matrix>
-bool createSubMatrices(Matrix& matrix, int from, int to) {
+int createSubMatrices(Matrix& matrix, int from, int to) {
   using Tier = typename Matrix::Tier;
   for (int id = from; id < to; ++id) {
-    auto* info = new (std::nothrow) typename Tier::Info();
-    if (info == nullptr || !info->initMatrixInfo(id)) {
-      delete info;
-      return false;
-    }
-    matrix.getMatrixInfoArray()[id] = info;
+    std::unique_ptr<typename Tier::Info> info(new (std::nothrow) typename Tier::Info());
+    if (info == nullptr || !info->initMatrixInfo(id)) return id;
+    matrix.getRecords().put(id, std::move(info));
     matrix.template createElementAt<typename Tier::Element>(id);
     matrix.getMatrixFileHeader()->setStopFlag(id, 0);
   }
-  return true;
+  return to;
 }
 
+/// Null if memory has run out.
 template <class Matrix>
-void deleteMatrixIn(Matrix* matrix) {
-  if (matrix == nullptr) return;
-  ZQMatrixFileHeader* header = matrix->getMatrixFileHeader();
-  if (header != nullptr) {
-    const int numberOfMatrices = header->getMaxNumberOfMatrices();
-    matrix->deInitMatrix();
-    for (int id = 0; matrix->getMatrixInfoArray() != nullptr && id < numberOfMatrices; ++id) {
-      auto* info = static_cast<typename Matrix::Tier::Info*>(matrix->getMatrixInfoArray()[id]);
-      if (info != nullptr) info->deInitMatrixInfo();
-      delete info;
-    }
-    header->deInitFileHeader();
-    delete header;
-  }
-  systemFree(matrix->getMatrixInfoArray());
-  matrix->releaseEntryArray();
-  matrix->setMatrixDebugOff();
-  delete matrix;
-}
-
-template <class Matrix>
-Matrix* createMatrixIn(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
+std::unique_ptr<Matrix> createMatrixIn(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
   using Tier = typename Matrix::Tier;
-  Matrix* matrix = new (std::nothrow) Matrix();
-  ZQMatrixFileHeader* header = new (std::nothrow) ZQMatrixFileHeader();
-  if (matrix == nullptr || header == nullptr || !header->initFileHeader(Tier::infoType)) {
-    delete header;
-    delete matrix;
-    return nullptr;
-  }
-  matrix->setMatrixFileHeader(header);
-  matrix->setRecordSize(sizeof(typename Tier::Element));
+  std::unique_ptr<Matrix> matrix(new (std::nothrow) Matrix());
+  std::unique_ptr<ZQMatrixFileHeader> header(new (std::nothrow) ZQMatrixFileHeader());
+  if (matrix == nullptr || header == nullptr || !header->initFileHeader(Tier::infoType)) return nullptr;
   const int numberOfMatrices = header->getMaxNumberOfMatrices();
-  auto** infos = systemMallocArray<ZQMatrixBaseInfo*>(numberOfMatrices);
-  auto*** entries = systemMallocArray<ZQMatrixBaseElement**>(numberOfMatrices);
-  for (int id = 0; infos != nullptr && id < numberOfMatrices; ++id) infos[id] = nullptr;
-  matrix->setMatrixInfoArray(infos);
-  matrix->setMatrixDataEntryArray(entries);
-  const bool isComplete = infos != nullptr && entries != nullptr &&
+  matrix->setMatrixFileHeader(header.release());
+  matrix->setRecordSize(sizeof(typename Tier::Element));
+  const bool isComplete = matrix->resizeSubMatrices(numberOfMatrices) &&
                           matrix->initMatrix(debugOutputDevice, debugLevel, debugDirectory) &&
-                          createSubMatrices(*matrix, 0, numberOfMatrices);
-  if (!isComplete) {
-    deleteMatrixIn(matrix);
-    return nullptr;
-  }
-  header->setMatrixInfoType(Tier::infoType);
-  header->_setMaximalStack(numberOfMatrices);
+                          createSubMatrices(*matrix, 0, numberOfMatrices) == numberOfMatrices;
+  if (!isComplete) return nullptr;
+  matrix->getMatrixFileHeader()->setMatrixInfoType(Tier::infoType);
+  matrix->getMatrixFileHeader()->_setMaximalStack(numberOfMatrices);
   return matrix;
 }
 
@@ -93,23 +58,10 @@ void setMaxNumberOfMatricesIn(Matrix& matrix, int number) {
     return;
   }
   if (number > header->getMatrixBlockSize() || number > largestNumberOfMatrices) return;  // the roots must lie in the block
-  auto** infos = static_cast<ZQMatrixBaseInfo**>(
-      systemRealloc(matrix.getMatrixInfoArray(), static_cast<size_t>(number) * sizeof(ZQMatrixBaseInfo*)));
-  if (infos == nullptr) return;
-  matrix.setMatrixInfoArray(infos);
-  if (!matrix.resizeEntryArray(number) || !header->resizeStopFlags(number)) return;
-  for (int id = oldNumber; id < number; ++id) infos[id] = nullptr;
-  header->_setMaxNumberOfMatrices(number);
+  if (!matrix.resizeSubMatrices(number)) return;
   header->clearStopFlags();
-  if (createSubMatrices(matrix, oldNumber, number)) return;
-  // Memory has run out on the way: only what is whole is kept.
-  int whole = oldNumber;
-  while (whole < number && infos[whole] != nullptr && matrix.elementAt(whole) != nullptr) ++whole;
-  if (whole < number) {
-    delete infos[whole];
-    infos[whole] = nullptr;
-  }
-  header->_setMaxNumberOfMatrices(whole);
+  // Where memory runs out on the way, only what is whole is kept.
+  static_cast<void>(matrix.resizeSubMatrices(createSubMatrices(matrix, oldNumber, number)));
 }
 
 }  // namespace zmatrix

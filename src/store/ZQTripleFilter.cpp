@@ -22,14 +22,14 @@ int distancesOf(const uint64_t mask[2], int* distances) {
 
 }  // namespace
 
-bool ZQTripleFilter::resize(size_t numberOfRegions) {
+bool ZQTripleFilter::resize(size_t numberOfRegions) noexcept {
   regions = numberOfRegions;
-  if (bits.size() == 0) return true;
+  if (bits.empty()) return true;
   const size_t neededWords = (regions + 63) / 64;
-  if (!known.resize(regions, 0)) return false;
+  if (!known.resize(regions)) return false;
   if (neededWords <= wordsOfRow) return true;
   const size_t newWordsOfRow = neededWords + neededWords / 2;
-  if (!bits.resize(numberOfRows * newWordsOfRow, 0)) return false;
+  if (!bits.resize(numberOfRows * newWordsOfRow)) return false;
   for (size_t row = numberOfRows; row-- > 0;) {  // spread the rows, last first, each to its new begin
     uint64_t* to = &bits[row * newWordsOfRow];
     memmove(to, &bits[row * wordsOfRow], wordsOfRow * sizeof(uint64_t));
@@ -40,18 +40,18 @@ bool ZQTripleFilter::resize(size_t numberOfRegions) {
 }
 
 void ZQTripleFilter::clear() {
-  bits.clear();
-  known.clear();
+  bits.reset();
+  known.reset();
   regions = wordsOfRow = 0;
 }
 
 // Without the memory nothing is known, which is slow and never wrong.
 bool ZQTripleFilter::provideRows() {
-  if (bits.size() != 0) return true;
+  if (!bits.empty()) return true;
   wordsOfRow = (regions + 63) / 64;
-  if (known.resize(regions, 0) && bits.resize(numberOfRows * wordsOfRow, 0)) return true;
-  known.clear();
-  bits.clear();
+  if (known.resize(regions) && bits.resize(numberOfRows * wordsOfRow)) return true;
+  known.reset();
+  bits.reset();
   return false;
 }
 

@@ -19,7 +19,7 @@ class ZQTripleFilter {
   static constexpr int mostFreeOfRegion = 512;  // with more free slots than these a region is left alone: all triples occur
 
   /// Sets the number of regions; what was known of the others stays. False if there is no room.
-  bool resize(size_t numberOfRegions);
+  [[nodiscard]] bool resize(size_t numberOfRegions) noexcept;
 
   void clear();
 
@@ -28,7 +28,7 @@ class ZQTripleFilter {
 
   /// 64 regions of a row: bit i is region 64 * word + i.
   uint64_t word(int row, size_t wordIndex) const {
-    return bits.size() == 0 ? 0 : bits[static_cast<size_t>(row) * wordsOfRow + wordIndex];
+    return bits.empty() ? 0 : bits[static_cast<size_t>(row) * wordsOfRow + wordIndex];
   }
 
   void setNone(int row, size_t region);
@@ -51,8 +51,8 @@ class ZQTripleFilter {
 
   size_t regions = 0;
   size_t wordsOfRow = 0;
-  ZQPodArray<uint64_t> bits;
-  ZQPodArray<uint8_t> known;  // by region: some bit is set
+  ZQArray<uint64_t> bits;
+  ZQArray<uint8_t> known;  // by region: some bit is set
 };
 
 }  // namespace zmatrix

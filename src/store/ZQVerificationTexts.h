@@ -1,7 +1,7 @@
 // The sentences in which the two self-tests differ, and the additions of a tier that has none.
 #pragma once
 
-#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSentence.h"
 
 namespace zmatrix {
 
@@ -13,10 +13,10 @@ inline void reportUnexpectedOffset(const char* direction, int offset) {
 
 struct VerificationTexts {
   const char* stackUnexpected;
-  const char* blockReduced;
-  const char* writeElementsDiffer;
-  const char* endElementsDiffer;
-  const char* endElementsCorrected;
+  ZQSentence<int, int> blockReduced;
+  ZQSentence<int, int> writeElementsDiffer;
+  ZQSentence<int, int> endElementsDiffer;
+  ZQSentence<int, int> endElementsCorrected;
 };
 
 // The first sentence on write elements has no line end, and "error" stands before a mere report.

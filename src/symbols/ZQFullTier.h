@@ -6,6 +6,8 @@
 #include "symbols/ZQFullVerification.h"
 #include "symbols/ZQMatrix.h"
 
+namespace zmatrix {
+
 struct ZQFullTier {
   using Matrix = ZQMatrix;
   using Element = ZQMatrixElement;
@@ -17,7 +19,7 @@ struct ZQFullTier {
   static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::fullFileTexts;
   static constexpr bool announcesMoreMatrices = false;
   /// Goes to standard output whatever the channel's device, and always has.
-  static void reportOccupiedSlot(int position) { printf(fileTexts.slotIsOccupied, position); }
+  static void reportOccupiedSlot(int position) { zmatrix::printTo(stdout, fileTexts.slotIsOccupied, position); }
   /// A link to a level that is not there, or that leads back to where it came from, is cut.
   static int checkLoadedRecords(Matrix& matrix) { return matrix._checkLevelLinks(); }
 
@@ -103,3 +105,5 @@ struct ZQFullTier {
     }
   }
 };
+
+}  // namespace zmatrix

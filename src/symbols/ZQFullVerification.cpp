@@ -1,5 +1,7 @@
 #include "symbols/ZQFullVerification.h"
 
+namespace zmatrix {
+
 ZQFullVerification::ZQFullVerification(ZQMatrix& aMatrix, const zmatrix::VerificationTexts& texts)
     : ZQMediumVerification(aMatrix, texts), full(aMatrix), id(aMatrix.getCurrentMatrixID()) {
 }
@@ -96,3 +98,5 @@ bool ZQFullVerification::compareCounts() {
            full.getMatrixInfo()->getNumberOfSymbols());
   return false;
 }
+
+}  // namespace zmatrix

@@ -5,6 +5,8 @@
 #include "sequence/ZQMediumVerification.h"
 #include "symbols/ZQMatrix.h"
 
+namespace zmatrix {
+
 class ZQFullVerification : public ZQMediumVerification {
  public:
   ZQFullVerification(ZQMatrix& aMatrix, const zmatrix::VerificationTexts& texts);
@@ -22,3 +24,5 @@ class ZQFullVerification : public ZQMediumVerification {
   const int id;
   int numberOfSymbols = 0;
 };
+
+}  // namespace zmatrix

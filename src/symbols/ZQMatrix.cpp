@@ -21,21 +21,21 @@ void ZQMatrix::clearMatrixElement(int position, int updateStartCounter) {
 
 int ZQMatrix::moveFieldToFreePosition(int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems,
                                       int* firstElement, int* lastElement, int moveWithNewIndex) {
-  return ZQStoreMove<Tier>::moveField(*this, memorySearchMethod, fieldBegin, newElementIndex, numberOfItems, firstElement,
-                                      lastElement, moveWithNewIndex);
+  return zmatrix::ZQStoreMove<Tier>::moveField(*this, memorySearchMethod, fieldBegin, newElementIndex, numberOfItems,
+                                               firstElement, lastElement, moveWithNewIndex);
 }
 
 int ZQMatrix::insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition) {
-  return ZQStoreWrite<Tier>::insertFirst(*this, newPosition, coordinate, parentPosition);
+  return zmatrix::ZQStoreWrite<Tier>::insertFirst(*this, newPosition, coordinate, parentPosition);
 }
 
 int ZQMatrix::insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField) {
-  return ZQStoreWrite<Tier>::insertExisting(*this, newPosition, coordinate, anElementOfField);
+  return zmatrix::ZQStoreWrite<Tier>::insertExisting(*this, newPosition, coordinate, anElementOfField);
 }
 
 int ZQMatrix::writeMatrixData(const int* indexVector, int length, long long value, char startFlag, char endFlag,
                               int symbolMarker) {
-  return ZQStoreWrite<Tier>::write(*this, indexVector, length, value, {startFlag, endFlag, symbolMarker});
+  return zmatrix::ZQStoreWrite<Tier>::write(*this, indexVector, length, value, {startFlag, endFlag, symbolMarker});
 }
 
 int ZQMatrix::writeMatrixElement(const int* indexVector, int length, long long value) {
@@ -55,7 +55,7 @@ int ZQMatrix::writeMatrixElement64(const long long* items, int length, long long
 }
 
 int ZQMatrix::deleteMatrixElement(const int* indexVector, int length, int keepInnerElements) {
-  return ZQStoreDelete<Tier>::remove(*this, indexVector, length, keepInnerElements);
+  return zmatrix::ZQStoreDelete<Tier>::remove(*this, indexVector, length, keepInnerElements);
 }
 
 int ZQMatrix::deleteMatrixElement32(const int* items, int length, int keepInnerElements) {
@@ -75,23 +75,23 @@ void ZQMatrix::makeMatrixEmpty() {
 }
 
 int ZQMatrix::removeOverDeterminedElements() {
-  return ZQRulePruning<Tier>::removeOverDetermined(*this);
+  return zmatrix::ZQRulePruning<Tier>::removeOverDetermined(*this);
 }
 
 int ZQMatrix::removeOverDeterminedElementsSingleIteration(int passNumber) {
-  return ZQRulePruning<Tier>::removeOverDeterminedOnce(*this, passNumber);
+  return zmatrix::ZQRulePruning<Tier>::removeOverDeterminedOnce(*this, passNumber);
 }
 
 int ZQMatrix::removeLongElements(int maximalLength) {
-  return ZQRulePruning<Tier>::removeLong(*this, maximalLength);
+  return zmatrix::ZQRulePruning<Tier>::removeLong(*this, maximalLength);
 }
 
 int ZQMatrix::clearMatrixForID(int matrixID) {
-  return ZQRulePruning<Tier>::clearForID(*this, matrixID);
+  return zmatrix::ZQRulePruning<Tier>::clearForID(*this, matrixID);
 }
 
 int ZQMatrix::removeEmptyMatrices() {
-  return ZQRulePruning<Tier>::removeEmpty(*this);
+  return zmatrix::ZQRulePruning<Tier>::removeEmpty(*this);
 }
 
 int ZQMatrix::getNewSymbolID() {

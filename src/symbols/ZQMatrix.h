@@ -5,15 +5,14 @@
 #include "sequence/ZQMatrixMedium.h"
 #include "settings/ZQMatrixInfo.h"
 
-struct ZQFullTier;
-
 namespace zmatrix {
+struct ZQFullTier;
 struct DerivedSymbols;
-}
+}  // namespace zmatrix
 
-class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
+class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium> {
  public:
-  using Tier = ZQFullTier;
+  using Tier = zmatrix::ZQFullTier;
 
   ZQMatrixInfo* getMatrixInfo() const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[currentMatrixID]); }
   ZQMatrixInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[id]); }
@@ -93,7 +92,6 @@ class ZQMatrix : public ZQMatrixFullForwards<ZQMatrix, ZQMatrixMedium> {
   int* getSymbolMarkersFromPreProcessedCombinedSequence(const int* sequence, int length, int* numberOfSymbols);
   /// The next symbol ID of the current sub-matrix; IDs are never given twice.
   int getNewSymbolID();
-  int getNumberOfSymbols() { return getMatrixInfo()->getNumberOfSymbols(); }
   /// Where the symbol's phrase ends in the level below; -1 for a symbol that the current sub-matrix doesn't know.
   int getSymbolDownLinkHandleFromSymbol(int symbol);
   /// The level of the current sub-matrix: 0 is the basic one.

@@ -1,5 +1,5 @@
 // The matrix file of the full tier: the shared tellings, instantiated.
-#include "settings/ZQHeapArray.h"
+#include "frame/ZQArray.h"
 #include "store/ZQMatrixFileLoad.h"
 #include "store/ZQMatrixFileSave.h"
 #include "symbols/ZQFullTier.h"
@@ -9,7 +9,7 @@ namespace {
 /// The links cut, or -1 if memory has run out.
 int cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*linkOf)() const, void (ZQMatrixInfo::*cut)()) {
   const int numberOfMatrices = matrix.getMaxNumberOfMatrices();
-  zmatrix::HeapArray<int> seenFrom;
+  zmatrix::ZQArray<int> seenFrom;
   if (!seenFrom.resize(numberOfMatrices, -1)) return -1;
   int numberCut = 0;
   for (int id = 0; id < numberOfMatrices; ++id) {
@@ -33,11 +33,11 @@ int cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*lin
 }  // namespace
 
 int ZQMatrix::saveMatrixToDisk(const char* path) {
-  return ZQMatrixFileSave<Tier>::save(*this, path);
+  return zmatrix::ZQMatrixFileSave<Tier>::save(*this, path);
 }
 
 int ZQMatrix::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
-  return ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
+  return zmatrix::ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
 }
 
 // A level may lie above or below by its number, so a circle shows only by going round.

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "frame/ZQProgress.h"
+#include "frame/ZQSentence.h"
 #include "frame/ZQSystemOwned.h"
 #include "store/ZQKeepCurrentMatrixID.h"
 #include "symbols/ZQMatrix.h"
@@ -103,7 +104,7 @@ int ZQMatrix::refreshSymbolDownLinkHandles(const int* sequence, int length, int 
                                                                      &handles.numberOfPredefined));
   setCurrentMatrixID(levelUp);
   bool agree = true;
-  const auto compare = [&agree](int ofHandles, int ofSymbols, const char* message) {
+  const auto compare = [&agree](int ofHandles, int ofSymbols, const zmatrix::ZQSentence<int, int>& message) {
     if (ofHandles == ofSymbols) return;
     dbPrintf(0, message, ofHandles, ofSymbols);
     agree = false;

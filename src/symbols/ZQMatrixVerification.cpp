@@ -6,7 +6,7 @@
 #include "symbols/ZQFullTier.h"
 
 int ZQMatrix::perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) {
-  return ZQStoreVerification<Tier>::first(*this, which, numberOfWriteElements, numberOfEndElements, trim);
+  return zmatrix::ZQStoreVerification<Tier>::first(*this, which, numberOfWriteElements, numberOfEndElements, trim);
 }
 
 int ZQMatrix::perform1stMemoryTestSimplyfied(int which, int trim) {
@@ -15,14 +15,14 @@ int ZQMatrix::perform1stMemoryTestSimplyfied(int which, int trim) {
 }
 
 int ZQMatrix::performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim) {
-  return ZQStoreVerification<Tier>::linear(*this, numberOfWriteElements, numberOfEndElements, trim);
+  return zmatrix::ZQStoreVerification<Tier>::linear(*this, numberOfWriteElements, numberOfEndElements, trim);
 }
 
 int ZQMatrix::performMatrixConsistencyTest(int* numberOfWriteElements, int* numberOfEndElements, int trim) {
-  return ZQStoreVerification<Tier>::consistency(*this, numberOfWriteElements, numberOfEndElements, trim);
+  return zmatrix::ZQStoreVerification<Tier>::consistency(*this, numberOfWriteElements, numberOfEndElements, trim);
 }
 
 int ZQMatrix::perform2ndMemoryTest(int numberOfVectors, int** indexVectors, int* lengths, long long* values, int* errors,
                                    int* tests) {
-  return ZQReadBackTest<Tier>::perform(*this, numberOfVectors, indexVectors, lengths, values, errors, tests);
+  return zmatrix::ZQReadBackTest<Tier>::perform(*this, numberOfVectors, indexVectors, lengths, values, errors, tests);
 }

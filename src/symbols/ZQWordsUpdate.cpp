@@ -32,7 +32,7 @@ int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
   for (int i = 0; i < length && position >= 0; ++i) {
     if (!Write::step(matrix, info, position, i, word.letters[static_cast<size_t>(i)])) return -1;
     const bool isEnd = i == length - 1;
-    ZQFullTier::WriteFlags flags{};
+    zmatrix::ZQFullTier::WriteFlags flags{};
     flags.startFlag = i == 0 && info.getUseStartOfSequence() == 1;
     flags.endFlag = isEnd && info.getUseEndOfSequence() == 1;
     flags.symbolMarker = isEnd;
@@ -108,10 +108,10 @@ int learnSymbols(ZQMatrix& matrix, const std::vector<int>& symbols) {
   if (info.getAddUpdateInfo() == 1) info.generateUpdateInfoSequence(symbols.data(), count);
   if (matrix.checkSettingsForUpdateMatrixWithSequence(1, ZQPreProcessingTypeNone, 0, ZQMatrixTypeIntegerSeries) < 1) return 0;
   const KeepLinks keep(matrix);
-  const int result =
-      info.getIncludeOverdeterminedRules() == 0
-          ? learnPreProcessed(matrix, symbols.data(), count, {}, nullptr)
-          : ZQBulkUpdate<ZQFullTier>(matrix, symbols.data(), count).run(info.getMaxPhraseLengthForUpdateWithSequence());
+  const int result = info.getIncludeOverdeterminedRules() == 0
+                         ? learnPreProcessed(matrix, symbols.data(), count, {}, nullptr)
+                         : zmatrix::ZQBulkUpdate<zmatrix::ZQFullTier>(matrix, symbols.data(), count)
+                               .run(info.getMaxPhraseLengthForUpdateWithSequence());
   if (result == 1) keepBooks(matrix);
   return result;
 }

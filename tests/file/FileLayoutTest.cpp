@@ -129,23 +129,25 @@ TEST(FileNumbersTest, GoLittleEndianBothWaysAndSwapInPlace) {
   int16_t small = -2;
   int32_t middle = 0x01020304;
   int64_t large = 0x0102030405060708;
-  EXPECT_EQ(zqFwriteShort(&small, file) + zqFwriteLong(&middle, file) + zqFwriteLongLong(&large, file), 3u);
+  EXPECT_EQ(zmatrix::zqFwriteShort(&small, file) + zmatrix::zqFwriteLong(&middle, file) + zmatrix::zqFwriteLongLong(&large, file),
+            3u);
   rewind(file);
   char bytes[14];
   ASSERT_EQ(fread(bytes, 1, sizeof bytes, file), sizeof bytes);
   EXPECT_EQ(std::string(bytes, sizeof bytes), std::string("\xfe\xff\4\3\2\1\10\7\6\5\4\3\2\1", 14));
   rewind(file);
   small = 0, middle = 0, large = 0;
-  EXPECT_EQ(zqFreadShort(&small, file) + zqFreadLong(&middle, file) + zqFreadLongLong(&large, file), 3u);
+  EXPECT_EQ(zmatrix::zqFreadShort(&small, file) + zmatrix::zqFreadLong(&middle, file) + zmatrix::zqFreadLongLong(&large, file),
+            3u);
   EXPECT_EQ(small, -2);
   EXPECT_EQ(middle, 0x01020304);
   EXPECT_EQ(large, 0x0102030405060708);
-  EXPECT_EQ(zqFreadLong(&middle, file), 0u);
+  EXPECT_EQ(zmatrix::zqFreadLong(&middle, file), 0u);
   fclose(file);
   small = 0x0102;
-  zqSwapShort(&small);
-  zqSwapLong(&middle);
-  zqSwapLongLong(&large);
+  zmatrix::zqSwapShort(&small);
+  zmatrix::zqSwapLong(&middle);
+  zmatrix::zqSwapLongLong(&large);
   EXPECT_EQ(small, 0x0201);
   EXPECT_EQ(middle, 0x04030201);
   EXPECT_EQ(large, 0x0807060504030201);

@@ -111,28 +111,6 @@ static void vectorsAndFileNames(void) {
   deleteZQFileNameList(list);
 }
 
-/* What a host does to keep a matrix small and sound: deletes, prunes, clears, gives up what is empty, and tests. */
-static void upkeepOfTheBaseTier(void) {
-  ZQMatrixBase* matrix = createAndInitMatrixBase();
-  const int path[] = {1, 2, 3}, other[] = {1, 4}, wide[] = {1234567, -8};
-  const long long wider[] = {1234567890123LL};
-  int written = 0, ends = 0;
-  CHECK(s_writeMatrixElement_Base(matrix, path, 3, 1) == 1 && s_writeMatrixElement_Base(matrix, other, 2, 1) == 1);
-  CHECK(s_perform1stMemoryTest_Base(matrix, 1, &written, &ends, 0) == 1 && written == 2 && ends == 2);
-  CHECK(s_deleteMatrixElement_Base(matrix, path, 2, 0) == 0 && s_deleteMatrixElement_Base(matrix, path, 0, 0) == -2);
-  CHECK(s_deleteMatrixElement_Base(matrix, path, 3, 0) == 1 && s_existMatrixData_Base(matrix, path, 3) < 1);
-  CHECK(s_perform1stMemoryTest_Base(matrix, 2, &written, &ends, 1) == 1 && written == 1 && ends == 1);
-  CHECK(s_getMatrixBlockSize_Base(matrix) < 64000 && s_getNumberOfMatrixDeleteEvents_Base(matrix) == 1);
-  s_setCurrentMatrixID_Base(matrix, 1);
-  s_setAllowLargeIndices_Base(matrix, ZQLargeIndices32Bit);
-  CHECK(s_writeMatrixElement32_Base(matrix, wide, 2, 1) == 1 && s_deleteMatrixElement32_Base(matrix, wide, 2, 0) == 1);
-  s_setCurrentMatrixID_Base(matrix, 2);
-  s_setAllowLargeIndices_Base(matrix, ZQLargeIndices64Bit);
-  CHECK(s_writeMatrixElement64_Base(matrix, wider, 1, 1) == 1 && s_deleteMatrixElement64_Base(matrix, wider, 1, 0) == 1);
-  CHECK(s_performMatrixLinearTest_Base(matrix, &written, &ends, 0) == -1);
-  deleteMatrixBase(matrix);
-}
-
 static void versionOfTheLibrary(void) {
   int major = -1, minor = -1, patch = -1;
   CHECK(sscanf(zq_version(), "%d.%d.%d", &major, &minor, &patch) == 3);
@@ -171,7 +149,6 @@ int main(void) {
   sequencesOfTheMediumTier();
   settingsOfTheFullTier();
   vectorsAndFileNames();
-  upkeepOfTheBaseTier();
   s_Free(NULL);
   return failures == 0 ? 0 : 1;
 }

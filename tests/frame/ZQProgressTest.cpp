@@ -72,7 +72,7 @@ TEST(SmallQueriesTest, AnswerByTheirTables) {
   EXPECT_EQ(getExpectedMatrixMemory(1, 1, 1, -1), 0);
   const std::pair<int, int> neededItems[] = {{-1, 0},   {0, 0},    {1, 1},    {999, 999}, {1000, 0}, {1001, 0},
                                              {1002, 1}, {1003, 1}, {1004, 1}, {1005, 0},  {1010, 0}, {INT_MAX, 0}};
-  for (auto [type, items] : neededItems) EXPECT_EQ(sGetNumberOriginalItemsToRestoreFromPreprocessed(type), items) << type;
+  for (auto [type, items] : neededItems) EXPECT_EQ(zmatrix::numberOfItemsToRestore(type), items) << type;
 }
 
 }  // namespace

@@ -155,28 +155,4 @@ TEST_F(MusicTest, EndsWithOneCodePerKindOfFault) {
   EXPECT_EQ(filesInFolder(), (Names{"c.mid", "cut.mid", "folder", "model", "no-meter.mid", "text.txt", "whole.mid"}));
 }
 
-TEST_F(MusicTest, ReadsScores) {
-  const std::string bars = "4c\t4e\n4d\t4f\n4e\t4g\n4f\t4a\n=\t=\n";
-  const std::string head = "!!!OTL: Four notes\n**kern\t**kern\n*M4/4\t*M4/4\n=1\t=1\n";
-  const std::string score = head + bars + bars + bars + bars + "*-\t*-\n";
-  writeFile("score.krn", score);
-  writeFile("wrong.krn", head + "4c\t4e\n\n4d\t4f\n*-\t*-\n");
-  const Json good = inspect("score.krn")[0];
-  EXPECT_EQ(good["notes"], 32);
-  EXPECT_EQ(good["errors"], 0);
-  EXPECT_EQ(good["meters"].size(), 2u);
-  const Json wrong = inspect("--reading classic wrong.krn", 3)[0];
-  EXPECT_EQ(wrong["findings"][0]["line"], 6);
-
-  EXPECT_EQ(zmatrix("convert score.krn score.mid").exitCode, 0);
-  EXPECT_EQ(notesIn("score.mid"), 32);
-  const RunResult refused = zmatrix("convert wrong.krn wrong.mid --reading classic");
-  EXPECT_EQ(refused.exitCode, 3);
-  EXPECT_NE(refused.talk.find("wrong.krn: line 6"), std::string::npos) << refused.talk;
-  EXPECT_EQ(zmatrix("continue score.krn --count 20 --seed 2 --out a.mid").exitCode, 0);
-  EXPECT_EQ(zmatrix("continue score.krn --count 20 --seed 2").output, readFile("a.mid"));
-  EXPECT_EQ(zmatrix("continue score.krn score.mid --count 20 --out both.mid").exitCode, 0) << "both are music";
-  EXPECT_EQ(filesInFolder(), (Names{"a.mid", "both.mid", "score.krn", "score.mid", "wrong.krn"}));
-}
-
 }  // namespace

@@ -68,21 +68,6 @@ TEST_F(NumbersTest, LearnsTheArithmeticOfSeries) {
   EXPECT_EQ(continued("series.txt --coding ocron --max-phrase 64 --start '9 10' --count 3 --method best"), expected);
 }
 
-TEST_F(NumbersTest, PrintsWhatTheCodingsMakeOfNumbers) {
-  const Json told = Json::parse(zmatrix("numbers 12 1 0 -7 --json").output);
-  ASSERT_EQ(told.size(), 4u);
-  EXPECT_EQ(told[0]["factors"], (Json{{{"prime", 2}, {"power", 2}}, {{"prime", 3}, {"power", 1}}}));
-  EXPECT_EQ(told[0]["codes"][1],
-            (Json{{"type", 4}, {"ocron", "2P22^*"}, {"ocron_value", 12}, {"gocron", 2476}, {"gocron_value", 12}}));
-  EXPECT_EQ(told[0]["codes"][3]["ocron"], "P*P*");
-  EXPECT_EQ(told[1]["codes"][3]["ocron"], "*");
-  for (const std::size_t without : {2, 3}) {
-    for (const Json& code : told[without]["codes"]) EXPECT_TRUE(code["ocron"].is_null()) << code;
-  }
-  EXPECT_NE(zmatrix("numbers 360").output.find("360 = 2^3 * 3^2 * 5\n"), std::string::npos);
-  EXPECT_EQ(zmatrix("numbers x").exitCode, 2);
-}
-
 TEST_F(NumbersTest, EndsWithOneCodePerKindOfFault) {
   writeFile("good.txt", "1 2 3 5 8");
   writeFile("bad.txt", "1 2\n3 four 5\n");

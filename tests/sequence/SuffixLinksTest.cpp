@@ -46,7 +46,7 @@ class SuffixLinksTest : public testing::TestWithParam<Case> {
   }
 
   /// All elements, each by its links and by its vector; how many there are of each answer.
-  std::vector<int> compare(const ZQSuffixLinks& links) {
+  std::vector<int> compare(const zmatrix::ZQSuffixLinks& links) {
     std::vector<int> answers(3, 0);
     for (int position = matrix->getMaxNumberOfMatrices(); position <= matrix->getMaximalStack(); ++position) {
       if (matrix->elementAt(position) == nullptr) continue;
@@ -67,7 +67,7 @@ class SuffixLinksTest : public testing::TestWithParam<Case> {
 
 TEST_P(SuffixLinksTest, AnswerAsASearchFromTheRoot) {
   writePhrases();
-  ZQSuffixLinks links;
+  zmatrix::ZQSuffixLinks links;
   ASSERT_TRUE(links.build(*matrix));
   for (int round = 0; round < 4; ++round) {
     for (int answer : compare(links)) EXPECT_GT(answer, 0);

@@ -141,7 +141,7 @@ class SequenceTwin : public StoreTwin<Matrix> {
     sequence().enableStopItem = enableStopItem;
     sequence().restartWithTrueStartItem = restartWithTrueStartItem;
     sequence().skillOutputLevel = skill < 0 || skill > habit.maxPhraseLength ? habit.maxPhraseLength : skill;
-    info()->setSucessorMethod(method);
+    info()->setSuccessorMethod(method);
     info()->setEnableStopItem(enableStopItem);
     info()->setRestartWithTrueStartItem(restartWithTrueStartItem);
     info()->setSkillOutputLevel(skill);

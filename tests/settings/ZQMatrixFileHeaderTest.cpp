@@ -47,7 +47,7 @@ TEST(ZQMatrixFileHeaderTest, TextsAreCutAtTheirFields) {
   EXPECT_EQ(strlen(header->getMatrixDestinationFilename()), 255u);
   EXPECT_STREQ(header->getFileType(), "zmatrix");
   EXPECT_EQ(memcmp(header->getGlobalNameOfUpdateFile(), longText.data(), 256), 0) << "the name fills its field";
-  EXPECT_EQ(header->getGlobalMaxPhraseLengthForUpdateWithSequence(), 64) << "and nothing behind it";
+  EXPECT_EQ(header->getGlobalMatrixProperties()->maxPhraseLengthForUpdateWithSequence, 64) << "and nothing behind it";
 
   header->setMatrixDescription(nullptr);
   header->setGlobalMidiChannelFilterArray(nullptr);

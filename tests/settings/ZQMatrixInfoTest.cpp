@@ -6,6 +6,7 @@
 #include <string>
 
 #include "frame/ZQMemory.h"
+#include "settings/ZQMatrixFields.h"
 #include "settings/ZQMatrixFileHeader.h"
 #include "support/CapturedMessages.h"
 #include "support/KeptText.h"
@@ -26,34 +27,17 @@ struct InitialisedRecord : Record {
 // What each setter with rules of its own makes of a value, in an empty record and in a filled one: what is left out is stored in
 // silence.
 TEST(ZQMatrixInfoTest, GuardedSettersKeepTheirRulesAndSayings) {
-  const struct {
-    const char* name;
-    void (*set)(ZQMatrixInfo&, int);
-    int (*get)(ZQMatrixInfo&);
-  } setters[] = {
-#define ZQ_BASE_ROWS
-#define ZQ_MEDIUM_ROWS
-#define ZQ_FULL_ROWS
-#define ZQ_PLAIN(...)
-#define ZQ_FIELD(type, name, Name, ...)                                              \
-  {#Name,                                                                            \
-   [](auto& record, int value) {                                                     \
-     if constexpr (requires { record.set##Name(value); }) record.set##Name(value);   \
-     if constexpr (requires { record._set##Name(value); }) record._set##Name(value); \
-   },                                                                                \
-   [](ZQMatrixInfo& record) { return static_cast<int>(record.get##Name()); }},
-#include "settings/ZQMatrixInfoFields.def"
-  };
   CapturedMessages messages(0);
   std::string text;
-  for (const auto& setter : setters) {
+  for (const zmatrix::FieldRow& row : zmatrix::fieldsUpTo(ZQMatrixInfoTypeFull)) {
+    if (row.setter == nullptr) continue;
     for (const bool isFilled : {false, true}) {
-      text += zmatrix::verdicts(setter.name + std::string(isFilled ? " filled" : " empty"), [&](int value) {
+      text += zmatrix::verdicts(row.name + std::string(isFilled ? " filled" : " empty"), [&](int value) {
         InitialisedRecord<ZQMatrixInfo> record;
         if (isFilled) record.fill();
-        const int before = setter.get(record);
-        setter.set(record, value);
-        const int after = setter.get(record);
+        const int before = row.valueIn(record);
+        row.set(static_cast<ZQMatrixInfo&>(record), value);
+        const int after = row.valueIn(record);
         const std::string told = messages.take();
         if (after == value && told.empty()) return told;
         return (after == value    ? "stored, "
@@ -150,22 +134,6 @@ TEST(ZQMatrixBaseInfoTest, DimensionsThatDoNotFitAreRefused) {
   record.getMatrixPtr()[2] = 1;
 }
 
-TEST(ZQMatrixInfoTest, IsOfNoUseOnceItIsDeinitialised) {
-  ZQMatrixInfo record;
-  record.initMatrixInfo(1);
-  record.addNameOfUpdateFile("a");
-  record.setMidiSoundID(3);
-  record.deInitMatrixInfo();
-  CapturedMessages messages(4);
-  record.printMatrixInfo();
-  zmatrix::expectKeptText("deinitialised_record.txt", messages.take());
-  EXPECT_EQ(record.getNamesOfUpdateFiles(), nullptr);
-  EXPECT_EQ(record.getMatrixPtr(), nullptr);
-  record.deInitMatrixInfo();
-  record.initMatrixInfo(0);
-  EXPECT_EQ(messages.take(), "") << "a record that is not valid is made without a warning";
-}
-
 TEST(ZQMatrixMediumInfoTest, AddsANameThatItHoldsItself) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.addNameOfUpdateFile(std::string(200, 'a').c_str());
@@ -194,28 +162,10 @@ TEST(ZQMatrixMediumInfoTest, NamesAreKeptWholeInTheListAndCutInTheField) {
   EXPECT_EQ(snapshot->successorRandomValue, 31459);
   EXPECT_EQ(snapshot->ocronType, 0) << "number codes stay out";
   EXPECT_EQ(snapshot->matrixID, 2);
-  snapshot->musicStyle = static_cast<ZQMatrixMusicStyle>(9);
+  snapshot->musicStyle = 9;
   EXPECT_EQ(record.getGlobalMatrixInfoParameters(), snapshot);
   EXPECT_EQ(snapshot->musicStyle, 0) << "filled anew at each call";
   record.releaseMemoryGlobalMatrixInfoParameters();
-}
-
-TEST(ZQMatrixMediumInfoTest, UpdateSequenceTakesTheSmallestWidth) {
-  const struct {
-    int lowest, highest, width;
-  } cases[] = {{-128, 127, -1}, {0, 255, 1},    {-1, 128, -2},         {0, 32766, -2},  {0, 32767, 2},    {-1, 32767, -4},
-               {0, 65535, 2},   {0, 65536, -4}, {-600000, 600000, -4}, {0, INT_MAX, 4}, {-1, INT_MAX, -8}};
-  for (const auto& tried : cases) {
-    InitialisedRecord<ZQMatrixMediumInfo> record;
-    const int sequence[] = {tried.lowest, tried.highest};
-    record.generateUpdateInfoSequence(sequence, 2);
-    EXPECT_EQ(record.getSizeOfCoordinateDimensions()[0], tried.width) << tried.lowest << " to " << tried.highest;
-    EXPECT_EQ(record.getLengthOfUpdateSequence(), 6);
-    EXPECT_EQ(record.getNumberOfUpdateSequenceBytes(), 6 * abs(tried.width));
-    long long highest = 0;
-    memcpy(&highest, record.getUpdateSequence() + abs(tried.width), static_cast<size_t>(abs(tried.width)));
-    EXPECT_EQ(highest, tried.highest) << "the second row, little byte first";
-  }
 }
 
 TEST(ZQMatrixMediumInfoTest, UpdateSequencesAreReplacedOrAppended) {

@@ -5,7 +5,6 @@
 
 #include <string>
 
-#include "settings/ZQMatrixSettingTable.h"
 #include "support/CapturedMessages.h"
 #include "support/KeptText.h"
 
@@ -13,7 +12,6 @@ namespace {
 
 using zmatrix::CapturedMessages;
 using zmatrix::Profile;
-using zmatrix::Setting;
 
 constexpr Profile allProfiles[] = {Profile::Symbols,
                                    Profile::MIDIElementsCDim2NoteNumberAndQuanta,
@@ -33,22 +31,29 @@ struct SubMatrix {
   ZQMatrixInfo record;
 };
 
-constexpr int numberOfSettings = static_cast<int>(Setting::numberOfSettings);
+/// The settings that are numbers, in the order of the blocks.
+std::vector<const zmatrix::FieldRow*> settings() {
+  std::vector<const zmatrix::FieldRow*> rows;
+  zmatrix::forEachBlockField(ZQMatrixInfoTypeFull, [&rows](const zmatrix::FieldRow& row) {
+    if (row.kind == zmatrix::FieldRow::number && row.isSavedInBlocks()) rows.push_back(&row);
+  });
+  return rows;
+}
 
-const zmatrix::SettingRow& row(int setting) {
-  return zmatrix::rowOf(static_cast<Setting>(setting));
+bool isOfMediumTier(const zmatrix::FieldRow& row) {
+  return !row.is(&ZQMatrixProperties::keepSymbolsWhenRemoveOverdeterminedElements);
 }
 
 /// Calls `change`, and gives the settings that it has changed, with their new values.
-template <class Read, class Change>
-std::string changes(Read read, Change change) {
+template <class Place, class Change>
+std::string changes(const Place& place, Change change) {
   std::vector<int> before;
   std::string text;
-  for (int i = 0; i < numberOfSettings; ++i) before.push_back(read(row(i)));
+  for (const auto* row : settings()) before.push_back(row->valueIn(place));
   change();
-  for (int i = 0; i < numberOfSettings; ++i) {
-    const int now = read(row(i));
-    if (now != before[static_cast<size_t>(i)]) text += std::string(" ") + row(i).name + "=" + std::to_string(now);
+  for (size_t i = 0; const auto* row : settings()) {
+    const int now = row->valueIn(place);
+    if (now != before[i++]) text += std::string(" ") + row->name + "=" + std::to_string(now);
   }
   return text + "\n";
 }
@@ -58,30 +63,25 @@ TEST(ProfilesTest, SetWhatTheirColumnHas) {
   std::string text;
   for (Profile profile : allProfiles) {
     SubMatrix matrix;
-    for (int i = 0; i < numberOfSettings; ++i) {
-      row(i).storeInBlock(matrix.block(), 77);
-      if (row(i).storeInRecord == nullptr || i == static_cast<int>(Setting::allowLargeIndices)) continue;
-      for (const int value : {0, 2, 77}) row(i).storeInRecord(matrix.record, value);
+    for (const auto* row : settings()) {
+      row->valueIn(matrix.block()) = 77;
+      if (!isOfMediumTier(*row) || row->is(&ZQMatrixProperties::allowLargeIndices)) continue;
+      for (const int value : {0, 2, 77}) row->set(matrix.record, value);
     }
     matrix.record.getMidiChannelFilterArray()[15] = 1;
-    const auto inBlock = [&matrix](const zmatrix::SettingRow& setting) { return setting.readInBlock(matrix.block()); };
-    const auto inRecord = [&matrix](const zmatrix::SettingRow& setting) {
-      return setting.readInRecord != nullptr ? setting.readInRecord(matrix.record)
-                                             : matrix.record.getKeepSymbolsWhenRemoveOverdeterminedElements();
-    };
     for (const int keepBefore : {0, 1}) {
       matrix.record.setKeepSymbolsWhenRemoveOverdeterminedElements(keepBefore);
-      text += std::string(zmatrix::nameOf(profile)) + " in the record:" + changes(inRecord, [&] {
+      text += std::string(zmatrix::nameOf(profile)) + " in the record:" + changes(matrix.record, [&] {
                 zmatrix::setDefaultMatrixProperties(profile, matrix.record, matrix.header, "file");
               });
     }
     EXPECT_STREQ(matrix.record.getNameOfUpdateFile(), "file");
     EXPECT_STREQ(matrix.record.getNamesOfUpdateFiles(), "file\nfile\n");
     EXPECT_EQ(matrix.record.getMidiChannelFilterArray()[15], 0);
-    for (int i = 0; i < numberOfSettings; ++i) row(i).storeInBlock(matrix.block(), 77);
+    for (const auto* row : settings()) row->valueIn(matrix.block()) = 77;
     matrix.header.setGlobalNameOfUpdateFile("file");
-    text += std::string(zmatrix::nameOf(profile)) + " in the block:" + changes(inBlock, [&] {
-              zmatrix::setGlobalDefaultMatrixPropertiesOfFullTier(profile, matrix.header);
+    text += std::string(zmatrix::nameOf(profile)) + " in the block:" + changes(matrix.block(), [&] {
+              zmatrix::setGlobalDefaultMatrixProperties(profile, matrix.header, ZQMatrixInfoTypeFull);
             });
     EXPECT_STREQ(matrix.header.getGlobalNameOfUpdateFile(), "");
     CapturedMessages messages(1);
@@ -109,25 +109,6 @@ TEST(ProfilesTest, AreRefusedOnAFilledMatrix) {
   EXPECT_EQ(empty.record.getMemorySearchMethod(), 0);
 }
 
-TEST(ProfilesTest, SymbolBlockGetsTheSymbolsOwnValuesOnly) {
-  SubMatrix matrix;
-  ZQMatrixProperties& block = *matrix.header.getGlobalSymbolMatrixProperties();
-  block.usePhrasesForUpdateMatrixWithLongANSIText = 7;
-  block.includeOverdeterminedRules = 7;
-  block.midiTimeSignatureNom = 7;
-  block.addSequenceToUpdateInfoMode = 7;
-  block.restartWithTrueStartItem = 7;
-  zmatrix::setGlobalSymbolDefaultMatrixPropertiesForSymbols(matrix.header);
-  EXPECT_EQ(block.isPhraseMatrix, 1);
-  EXPECT_EQ(block.useEndOfSequence, 0);
-  EXPECT_EQ(block.restartWithTrueStartItem, 1);
-  EXPECT_EQ(block.usePhrasesForUpdateMatrixWithLongANSIText * block.includeOverdeterminedRules, 49);
-  EXPECT_EQ(block.midiTimeSignatureNom * block.addSequenceToUpdateInfoMode, 49);
-  EXPECT_EQ(block.keepSymbolsWhenRemoveOverdeterminedElements, 1);
-  zmatrix::setGlobalSymbolDefaultMatrixPropertiesForSymbolsOfFullTier(matrix.header);
-  EXPECT_EQ(block.keepSymbolsWhenRemoveOverdeterminedElements, 0);
-}
-
 /// What a check answers and says, if it is anything but 1 in silence.
 template <class Check>
 std::string verdictOf(Check check) {
@@ -145,18 +126,18 @@ std::string verdictOf(Check check) {
 TEST(ProfileChecksTest, AcceptRefuseAndSayExactlyThis) {
   std::string text;
   for (Profile profile : allProfiles) {
-    for (int i = 0; i < numberOfSettings; ++i) {
+    for (const auto* row : settings()) {
       SubMatrix matrix;
-      zmatrix::setGlobalDefaultMatrixProperties(profile, matrix.header);
-      text += zmatrix::verdicts(std::string("global ") + row(i).name, [&](int value) {
-        row(i).storeInBlock(matrix.block(), value);
-        return verdictOf([&] { return zmatrix::checkGlobalMatrixProperties(profile, matrix.header); });
+      zmatrix::setGlobalDefaultMatrixProperties(profile, matrix.header, ZQMatrixInfoTypeMedium);
+      text += zmatrix::verdicts(std::string("global ") + row->name, [&](int value) {
+        row->valueIn(matrix.block()) = value;
+        return verdictOf([&] { return zmatrix::checkGlobalMatrixProperties(profile, matrix.header, ZQMatrixInfoTypeMedium); });
       });
-      if (row(i).storeInRecord == nullptr || i == static_cast<int>(Setting::allowLargeIndices)) continue;
+      if (!isOfMediumTier(*row) || row->is(&ZQMatrixProperties::allowLargeIndices)) continue;
       zmatrix::setDefaultMatrixProperties(profile, static_cast<ZQMatrixMediumInfo&>(matrix.record), matrix.header, nullptr);
-      text += zmatrix::verdicts(row(i).name, [&](int value) {
-        row(i).storeInRecord(matrix.record, value);
-        if (row(i).readInRecord(matrix.record) != value) return std::string();
+      text += zmatrix::verdicts(row->name, [&](int value) {
+        row->set(matrix.record, value);
+        if (row->valueIn(matrix.record) != value) return std::string();
         return verdictOf([&] { return zmatrix::checkMatrixProperties(profile, matrix.record); });
       });
     }
@@ -167,25 +148,25 @@ TEST(ProfileChecksTest, AcceptRefuseAndSayExactlyThis) {
 TEST(ProfileChecksTest, OfTheFullTierLookAtTheBasicBlockOnly) {
   SubMatrix matrix;
   CapturedMessages messages(1);
-  zmatrix::setGlobalSymbolDefaultMatrixPropertiesForSymbols(matrix.header);
-  matrix.header.setGlobalSymbolKeepSymbolsWhenRemoveOverdeterminedElements(5);
-  EXPECT_EQ(zmatrix::checkGlobalSymbolMatrixPropertiesForSymbolsOfFullTier(matrix.header), 1);
-  zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, matrix.header);
-  matrix.header.setGlobalKeepSymbolsWhenRemoveOverdeterminedElements(5);
-  EXPECT_EQ(zmatrix::checkGlobalSymbolMatrixPropertiesForSymbolsOfFullTier(matrix.header), 0);
-  EXPECT_EQ(zmatrix::checkGlobalMatrixPropertiesOfFullTier(Profile::MIDIElementsGMQuadruple_NDMTS, matrix.header), 1);
-  zmatrix::setGlobalDefaultMatrixProperties(Profile::ANSIText, matrix.header);
-  EXPECT_EQ(zmatrix::checkGlobalMatrixPropertiesOfFullTier(Profile::ANSIText, matrix.header), 0);
+  zmatrix::setGlobalSymbolDefaultMatrixProperties(matrix.header, ZQMatrixInfoTypeMedium);
+  matrix.header.getGlobalSymbolMatrixProperties()->keepSymbolsWhenRemoveOverdeterminedElements = 5;
+  EXPECT_EQ(zmatrix::checkGlobalSymbolMatrixProperties(matrix.header, ZQMatrixInfoTypeFull), 1);
+  zmatrix::setGlobalDefaultMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, matrix.header, ZQMatrixInfoTypeMedium);
+  matrix.block().keepSymbolsWhenRemoveOverdeterminedElements = 5;
+  EXPECT_EQ(zmatrix::checkGlobalSymbolMatrixProperties(matrix.header, ZQMatrixInfoTypeFull), 0);
+  EXPECT_EQ(zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, matrix.header, ZQMatrixInfoTypeFull), 1);
+  zmatrix::setGlobalDefaultMatrixProperties(Profile::ANSIText, matrix.header, ZQMatrixInfoTypeMedium);
+  EXPECT_EQ(zmatrix::checkGlobalMatrixProperties(Profile::ANSIText, matrix.header, ZQMatrixInfoTypeFull), 0);
   EXPECT_EQ(messages.take(), "") << "in silence";
 
-  matrix.header.setGlobalSymbolIsPhraseMatrix(0);
-  EXPECT_EQ(zmatrix::checkGlobalSymbolMatrixPropertiesForSymbols(matrix.header), 0);
+  matrix.header.getGlobalSymbolMatrixProperties()->isPhraseMatrix = 0;
+  EXPECT_EQ(zmatrix::checkGlobalSymbolMatrixProperties(matrix.header, ZQMatrixInfoTypeMedium), 0);
   EXPECT_EQ(messages.take(), "error: checkGlobalSymbolMatrixPropertiesForSymbols: isPhraseMatrix illegal: 0\n");
 }
 
 TEST(ApplyGlobalPropertiesTest, CopiesThroughTheGuards) {
   SubMatrix matrix;
-  zmatrix::setGlobalDefaultMatrixPropertiesOfFullTier(Profile::IntegerSeries, matrix.header);
+  zmatrix::setGlobalDefaultMatrixProperties(Profile::IntegerSeries, matrix.header, ZQMatrixInfoTypeFull);
   matrix.block().ocronType = 3;
   matrix.block().enableStopItem = 5;
   matrix.block().midiChannelFilter[3] = 1;

@@ -213,7 +213,7 @@ class StoreTwin {
       ASSERT_TRUE(Access::copyOf(block[position]) == *expected) << "record in slot " << position;
     }
     for (int id = 0; id < store.maxNumberOfMatrices; ++id) compareInfo(id);
-    const ZQFreeSlotSearchState& search = freeSlotSearchState();
+    const zmatrix::ZQFreeSlotSearchState& search = zmatrix::freeSlotSearchState();
     EXPECT_EQ(search.firstFree, store.search.firstFree);
     EXPECT_EQ(search.numberOfFunctionCalls, store.search.numberOfFunctionCalls);
     EXPECT_EQ(search.lastOffset, store.search.lastOffset);

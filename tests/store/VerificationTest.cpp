@@ -1,6 +1,5 @@
 // The self-tests of the three tiers: what they tell, how they trim, and that what they read back and whom symbols name is right.
 // What they count is held against a map of paths in VerificationScriptTest.cpp.
-#include <random>
 
 #include "support/Account.h"
 #include "support/TestFolder.h"
@@ -126,18 +125,6 @@ TYPED_TEST(SelfTestTest, TrimKeepsWhatOtherSubMatricesHold) {
   EXPECT_EQ(this->scan(1), (Vector{1, 40, 40}));  // nothing more to cut
   EXPECT_EQ(this->matrix->getMaximalStack(), stack);
   EXPECT_EQ(this->broken(), "");
-}
-
-// The box of indices holds 10 to the 30 vectors; only those that exist may be visited.
-TYPED_TEST(SelfTestTest, WideBox) {
-  std::mt19937 engine(3);
-  for (int i = 0; i < 300; ++i) {
-    Vector vector(10);
-    for (int& k : vector) k = static_cast<int>(engine() % 1000) - 500;
-    this->write(vector);
-  }
-  EXPECT_EQ(this->walk(), (Vector{1, 300, 300}));
-  EXPECT_EQ(this->scan(), (Vector{1, 300, 300}));
 }
 
 TYPED_TEST(SelfTestTest, ReadBack) {

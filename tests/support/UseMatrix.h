@@ -78,7 +78,7 @@ void useMatrix(Matrix& matrix, const std::string& pathToSaveAt, int mostMatrices
   const int numberOfMatrices = std::min(matrix.getMaxNumberOfMatrices(), mostMatrices);
   for (int id = 0; id < numberOfMatrices; ++id) {
     matrix.setCurrentMatrixID(id);
-    matrix.getGlobalMatrixInfoParameters();
+    matrix.getMatrixInfo()->getGlobalMatrixInfoParameters();
     int written, ends;
     matrix.performMatrixConsistencyTest(&written, &ends, 0);
     matrix.performMatrixLinearTest(&written, &ends, 0);

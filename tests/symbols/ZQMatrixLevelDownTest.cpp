@@ -63,28 +63,6 @@ TEST_F(LevelDownTest, GivesThePhraseOrNothing) {
   expectNothing("a level beyond the sub-matrices", 258);
 }
 
-TEST_F(LevelDownTest, StaysBelowWhereThePhraseFitsNoItems) {
-  const Integers three = {1, 2, 3}, four = {5, 6, 7, 8};
-  matrix->writeMatrixElement(three.data(), 3, 1);
-  matrix->writeMatrixElement(four.data(), 4, 1);
-  makeSymbolLevel(2, matrix->getMatrixHandleFromElementVector(three.data(), 3));
-  zmatrix::CapturedMessages messages(0);
-  int count = -1;
-  EXPECT_EQ(matrix->createPreviousLevelObjexsFromOriginalSymbol(300, &count), nullptr);
-  EXPECT_EQ(messages.take(),
-            "createPreviousLevelObjexsFromOriginalSymbol: numberOfElements(3) is not a multiple of coordDimension (2)\n");
-  EXPECT_EQ(count, 0);
-  EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
-  const int symbol = 300, handle = matrix->getMatrixHandleFromElementVector(four.data(), 4);
-  matrix.select(1);
-  matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &handle, 1);
-  int** items = matrix->createPreviousLevelObjexsFromOriginalSymbol(300, &count);
-  ASSERT_EQ(count, 2);
-  EXPECT_EQ((Integers{items[0][0], items[0][1], items[1][0], items[1][1]}), four);
-  systemFree(items);
-  EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
-}
-
 TEST_F(LevelDownTest, PrintsAnItemInTheMannerOfItsLevel) {
   matrix.learn("cat");
   zmatrix::CapturedMessages messages(0);
@@ -135,7 +113,7 @@ TEST_F(TextOfLevelsTest, IsWordsAboveAndCharactersBelow) {
   matrix.raiseStack();
   const Integers start = valuesOf("the");
   EXPECT_EQ(matrix->initializeKernelSequenceWithOriginalSequence(start.data(), 3, 1), 3);
-  matrix->getMatrixInfo()->setSucessorMethod(ZQSuccessorMethodMostProbable);
+  matrix->getMatrixInfo()->setSuccessorMethod(ZQSuccessorMethodMostProbable);
   EXPECT_EQ(write(4), 1);
   EXPECT_EQ(TestFolder::contentOf(file), "the cat");
   matrix.select(1);
@@ -151,7 +129,7 @@ TEST_F(TextOfLevelsTest, IsWordsAboveAndCharactersBelow) {
 TEST_F(TextOfLevelsTest, MarksWhatCannotBeWritten) {
   matrix.learn("cat");
   matrix.select(1);
-  matrix->getMatrixInfo()->setSucessorMethod(ZQSuccessorMethodMostProbable);
+  matrix->getMatrixInfo()->setSuccessorMethod(ZQSuccessorMethodMostProbable);
   const Integers sequence = {-3, -3, -3};
   matrix->updateMatrixWithLongINTSequence(sequence.data(), 3);
   matrix->getMatrixInfo()->setEnableStopItem(0);

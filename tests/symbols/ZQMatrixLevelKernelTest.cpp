@@ -61,27 +61,6 @@ TEST_F(LevelKernelTest, IsSetInAllLevelsFromTheWordsOfTheStart) {
             "initializeKernelWithOriginalSequence: numberOfPredefined Symbols: 1\n");
 }
 
-TEST_F(LevelKernelTest, EndsAtTheRootWithoutAKnownWord) {
-  start("the cat", 1);
-  zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(start("zebras", 1), 0);
-  EXPECT_EQ(info(1)->getLengthOfKernelPreProcessedSequence(), 0);
-  EXPECT_EQ(info(1)->getLengthOfKernelOriginalSequence(), 0);
-  EXPECT_EQ(info(1)->getKernelMatrixHandle(), 0);
-  EXPECT_NE(messages.take().find("initializeKernelWithOriginalSequence: numberOfUnknown Symbols: 1\n"), std::string::npos);
-  matrix.select(1);
-  double probability = 0, stopProbability = 0;
-  const int* symbol = matrix->readObjexFromMatrix(&probability, &stopProbability);
-  ASSERT_NE(symbol, nullptr);
-  EXPECT_EQ(*symbol, the);
-
-  matrix.select(0);
-  start("the cat", 1);
-  EXPECT_EQ(start("", 1), 0);
-  EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 0);
-  EXPECT_EQ(wordsOfKernel(), (Words{"the", "cat"}));  // the walk ended below
-}
-
 TEST_F(LevelKernelTest, IsResetByAStartBeyondTheLongestPath) {
   start("the cat", 1);
   EXPECT_EQ(start(std::string(5000, 'a'), 0), 0);

@@ -31,21 +31,6 @@ TEST(LevelUpTest, IsMadeOnceAndFedAgain) {
   EXPECT_EQ(matrix.brokenLink(), "");
 }
 
-TEST(LevelUpTest, TakesTheBlockForSymbolsIfTheHostHasSetIt) {
-  SymbolMatrix matrix;
-  matrix->setGlobalSymbolDefaultMatrixPropertiesForSymbols();
-  matrix->setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(2);
-  matrix->setGlobalSymbolKeepSymbolsWhenRemoveOverdeterminedElements(1);
-  zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(matrix.learn("one two three"), 1);
-  EXPECT_EQ(messages.take(), "");
-  const std::string nameOfFile = matrix->getNameOfUpdateFile();
-  matrix.select(1);
-  EXPECT_EQ(matrix->getNumberOfWriteCounts(), 5);
-  EXPECT_EQ(matrix->getKeepSymbolsWhenRemoveOverdeterminedElements(), 1);
-  EXPECT_EQ(matrix->getNamesOfUpdateFiles(), nameOfFile + "\n");
-}
-
 TEST(LevelUpTest, StaysOutWhereItIsNotWanted) {
   SymbolMatrix matrix;
   matrix->setMatrixAILevel(0);

@@ -91,7 +91,7 @@ TEST(BulkUpdateTest, LearnsThePhrasesAndCountsOfTheUpdateOneByOne) {
     for (int i = 0; i < 1500; ++i) sequence.push_back(257 + rank(random) * 97 % 4001);
     const int length = static_cast<int>(sequence.size());
     ASSERT_EQ(single.updateMatrixWithLongINTSequenceExt(sequence.data(), length, ZQMatrixTypeIntegerSeries, 1, 0, 0), 1);
-    ASSERT_EQ(ZQBulkUpdate<ZQFullTier>(bulk, sequence.data(), length).run(4), 1);
+    ASSERT_EQ(zmatrix::ZQBulkUpdate<zmatrix::ZQFullTier>(bulk, sequence.data(), length).run(4), 1);
     all.insert(all.end(), sequence.begin(), sequence.end());
   }
   EXPECT_EQ(bulk.getNumberOfWriteElements(), single.getNumberOfWriteElements());
@@ -110,10 +110,10 @@ TEST(BulkUpdateTest, LearnsThePhrasesAndCountsOfTheUpdateOneByOne) {
   int written = 0, ends = 0;
   EXPECT_EQ(bulk.performMatrixLinearTest(&written, &ends, 0), 1);
   const int* none = nullptr;
-  EXPECT_EQ(ZQBulkUpdate<ZQFullTier>(bulk, none, 0).run(4), 1);
+  EXPECT_EQ(zmatrix::ZQBulkUpdate<zmatrix::ZQFullTier>(bulk, none, 0).run(4), 1);
   const int tooHigh = 500001;
   const zmatrix::CapturedMessages silent(-1);
-  EXPECT_EQ(ZQBulkUpdate<ZQFullTier>(bulk, &tooHigh, 1).run(4), -1);
+  EXPECT_EQ(zmatrix::ZQBulkUpdate<zmatrix::ZQFullTier>(bulk, &tooHigh, 1).run(4), -1);
 }
 
 }  // namespace

@@ -14,26 +14,19 @@ _TIERS: Dict[int, Tuple[str, Any, Any, Any]] = {
     FULL: ('', raw.createAndInitMatrix, raw.createAndInitMatrixWithFile, raw.deleteMatrix),
 }
 
-# The library has no locks and keeps messages, progress and searches for the whole process: matrices take turns.
-_turn = threading.RLock()
-
 
 def last_message() -> str:
+    """The last error or warning that the library gave in this thread."""
     return (raw.zq_lastMessage() or b'').decode('latin-1').strip()
 
 
-def _delete(delete: Any, pointer: Any) -> None:
-    with _turn:
-        delete(pointer)
-
-
 class Handle:
-    """Owns a matrix. `call` and `call_zq` call the function of its tier; both belong into a `with use()`."""
+    """Owns a matrix. `call` and `call_zq` call the function of its tier; both belong into a `with use()`. The library lets different
+    threads use different matrices at the same time, and ctypes lets the interpreter go on while the library works."""
 
     def __init__(self, tier: int, path: Optional[str] = None) -> None:
         suffix, create, load, delete = _TIERS[tier]
-        with _turn:
-            pointer = create() if path is None else load(path.encode(), -1)
+        pointer = create() if path is None else load(path.encode(), -1)
         if not pointer:
             raise LimitError('no memory for a matrix' if path is None else last_message())
         self.tier = tier
@@ -41,7 +34,7 @@ class Handle:
         self._pointer = pointer
         self._functions: Dict[str, Any] = {}
         self._lock = threading.Lock()
-        self._finalizer = weakref.finalize(self, _delete, delete, pointer)
+        self._finalizer = weakref.finalize(self, delete, pointer)
 
     @contextmanager
     def use(self) -> Iterator[None]:
@@ -50,8 +43,7 @@ class Handle:
         try:
             if not self._finalizer.alive:
                 raise ClosedError('the model is closed')
-            with _turn:
-                yield
+            yield
         finally:
             self._lock.release()
 

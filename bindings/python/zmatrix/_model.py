@@ -363,6 +363,7 @@ class Model:
 
     @property
     def info(self) -> Info:
+        """What the model holds, counted now."""
         with self._handle.use():
             parts = []
             for matrix_id in self._handle.occupied_ids():

@@ -684,7 +684,7 @@ class tagPrimeFact(Structure):
 
 
 class gocronParametersTag(Structure):
-    """How numbers become ocrons and ocrons gocrons. One set serves the process."""
+    """How numbers become ocrons and ocrons gocrons. Each thread has one set."""
     _fields_ = [
         ('ocronType', c_int),
         ('ocronEndSymbol', c_int),

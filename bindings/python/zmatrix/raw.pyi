@@ -551,27 +551,27 @@ zq_messageFunction: Any
 def createAndInitMatrix() -> _Pointer[ZQMatrix]:
     """Creates an empty matrix of the full tier: sequences and symbols. Messages are silent from then on. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`."""
 def createAndInitMatrixWithDebugParameters(debugOutputDevice: int, debugLevel: int, debugDirectory: Optional[bytes]) -> _Pointer[ZQMatrix]:
-    """Creates an empty matrix of the full tier: sequences and symbols, and says where its messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped; both count for the whole process. `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`."""
+    """Creates an empty matrix of the full tier: sequences and symbols, and says where its messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped; both count for the calling thread. `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`."""
 def createAndInitMatrixWithFile(path: Optional[bytes], debugLevel: int) -> _Pointer[ZQMatrix]:
     """Creates a matrix of the full tier: sequences and symbols, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the level of messages while reading and after it. Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with `deleteMatrix`."""
 def deleteMatrix(matrix: Any) -> None:
-    """Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for the whole process. Null is ignored. Pointers that the matrix lent out end here."""
+    """Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for the calling thread. Null is ignored. Pointers that the matrix lent out end here."""
 def createAndInitMatrixMedium() -> _Pointer[ZQMatrixMedium]:
     """Creates an empty matrix of the medium tier: sequences. Messages are silent from then on. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`."""
 def createAndInitMatrixMediumWithDebugParameters(debugOutputDevice: int, debugLevel: int, debugDirectory: Optional[bytes]) -> _Pointer[ZQMatrixMedium]:
-    """Creates an empty matrix of the medium tier: sequences, and says where its messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped; both count for the whole process. `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`."""
+    """Creates an empty matrix of the medium tier: sequences, and says where its messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped; both count for the calling thread. `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`."""
 def createAndInitMatrixMediumWithFile(path: Optional[bytes], debugLevel: int) -> _Pointer[ZQMatrixMedium]:
     """Creates a matrix of the medium tier: sequences, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the level of messages while reading and after it. Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with `deleteMatrixMedium`."""
 def deleteMatrixMedium(matrix: Any) -> None:
-    """Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0 for the whole process. Null is ignored. Pointers that the matrix lent out end here."""
+    """Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0 for the calling thread. Null is ignored. Pointers that the matrix lent out end here."""
 def createAndInitMatrixBase() -> _Pointer[ZQMatrixBase]:
     """Creates an empty matrix of the base tier: a random read and write store. Messages are silent from then on. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`."""
 def createAndInitMatrixBaseWithDebugParameters(debugOutputDevice: int, debugLevel: int, debugDirectory: Optional[bytes]) -> _Pointer[ZQMatrixBase]:
-    """Creates an empty matrix of the base tier: a random read and write store, and says where its messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped; both count for the whole process. `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`."""
+    """Creates an empty matrix of the base tier: a random read and write store, and says where its messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped; both count for the calling thread. `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`."""
 def createAndInitMatrixBaseWithFile(path: Optional[bytes], debugLevel: int) -> _Pointer[ZQMatrixBase]:
     """Creates a matrix of the base tier: a random read and write store, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the level of messages while reading and after it. Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with `deleteMatrixBase`."""
 def deleteMatrixBase(matrix: Any) -> None:
-    """Deletes a matrix of the base tier with all that it owns, closes the debug file and sets the message level to 0 for the whole process. Null is ignored. Pointers that the matrix lent out end here."""
+    """Deletes a matrix of the base tier with all that it owns, closes the debug file and sets the message level to 0 for the calling thread. Null is ignored. Pointers that the matrix lent out end here."""
 def setMatrixProgressDisplayFunctionBB(callBack: Any) -> None:
     """The same as `setMatrixProgressDisplayFunction`."""
 def createMatrixBB() -> _Pointer[ZQMatrix]:
@@ -599,23 +599,23 @@ def s_mFree_Medium(matrix: Any, pointer: Any) -> None:
 def s_mFree_Base(matrix: Any, pointer: Any) -> None:
     """The same as `s_Free`, through a matrix. Null is ignored."""
 def s_setMatrixDebugOn(matrix: Any, level: int) -> int:
-    """Sets the level of messages for the whole process: messages of a higher level are dropped. `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug file for appending, if it isn't open. Result: 1 if the debug file is open, else 0."""
+    """Sets the level of messages for the calling thread: messages of a higher level are dropped. `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug file for appending, if it isn't open. Result: 1 if the debug file is open, else 0."""
 def s_setMatrixDebugOn_Medium(matrix: Any, level: int) -> int:
-    """Sets the level of messages for the whole process: messages of a higher level are dropped. `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug file for appending, if it isn't open. Result: 1 if the debug file is open, else 0."""
+    """Sets the level of messages for the calling thread: messages of a higher level are dropped. `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug file for appending, if it isn't open. Result: 1 if the debug file is open, else 0."""
 def s_setMatrixDebugOn_Base(matrix: Any, level: int) -> int:
-    """Sets the level of messages for the whole process: messages of a higher level are dropped. `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug file for appending, if it isn't open. Result: 1 if the debug file is open, else 0."""
+    """Sets the level of messages for the calling thread: messages of a higher level are dropped. `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug file for appending, if it isn't open. Result: 1 if the debug file is open, else 0."""
 def s_setMatrixDebugOff(matrix: Any) -> None:
-    """Sets the level of messages to 0 and closes the debug file, for the whole process."""
+    """Sets the level of messages to 0 and closes the debug file, for the calling thread."""
 def s_setMatrixDebugOff_Medium(matrix: Any) -> None:
-    """Sets the level of messages to 0 and closes the debug file, for the whole process."""
+    """Sets the level of messages to 0 and closes the debug file, for the calling thread."""
 def s_setMatrixDebugOff_Base(matrix: Any) -> None:
-    """Sets the level of messages to 0 and closes the debug file, for the whole process."""
+    """Sets the level of messages to 0 and closes the debug file, for the calling thread."""
 def s_setMatrixDebugOutputDevice(matrix: Any, device: int) -> None:
-    """Says where messages go, for the whole process: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open."""
+    """Says where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open."""
 def s_setMatrixDebugOutputDevice_Medium(matrix: Any, device: int) -> None:
-    """Says where messages go, for the whole process: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open."""
+    """Says where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open."""
 def s_setMatrixDebugOutputDevice_Base(matrix: Any, device: int) -> None:
-    """Says where messages go, for the whole process: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open."""
+    """Says where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open."""
 def s_getMatrixDebugOutputDevice(matrix: Any) -> int:
     """Where this matrix last sent messages: 0 nowhere, 1 standard output, 2 the debug file, 3 both."""
 def s_getMatrixDebugOutputDevice_Medium(matrix: Any) -> int:
@@ -639,7 +639,7 @@ def s_printf(format: Optional[bytes], *values: Any) -> int:
 def s_flushStdOut() -> None:
     """Flushes standard output."""
 def setMatrixProgressDisplayFunction(callBack: Any) -> None:
-    """Sets the function that long operations of any matrix call, on the caller's thread, about a hundred times each and once at their end. Null for none. The record that it gets is the library's and is written anew for each call; it must not call the library."""
+    """Sets the function that long operations of any matrix call in the thread that sets it, about a hundred times each and once at their end. Null for none. Another thread has none until it sets its own. The record that it gets is the library's and is written anew for each call; it must not call the library."""
 def getExpectedMatrixMemory(coordinateDimension: int, numberOfItems: int, phraseLength: int, numberOfSymbols: int) -> int:
     """The slots that a new matrix begins with, 64000, or 0 if the wishes make no sense: one of the first three below 1, or the last below 0."""
 def sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType: int) -> int:
@@ -2427,7 +2427,7 @@ def s_setCurrentMatrixIDLevelUp(matrix: Any, matrixID: int) -> None:
 def s_getKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any) -> int:
     """Reads whether pruning spares phrases that are symbols: 1 or 0."""
 def s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any, keepSymbolsWhenRemoveOverdeterminedElements: int) -> None:
-    """Sets whether pruning spares phrases that are symbols: 0 or 1; anything else prints at level 0 and changes nothing."""
+    """Sets whether pruning spares phrases that are symbols: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_getActualAILevelIndex(matrix: Any) -> int:
     """The level of the current sub-matrix: 0 basic, 1 symbols."""
 def s_getNumberOfSymbols(matrix: Any) -> int:
@@ -2583,9 +2583,9 @@ def s_isValidOcronType(matrix: Any, ocronType: int) -> int:
 def s_isValidOcronType_Medium(matrix: Any, ocronType: int) -> int:
     """1 if an ocron type, 3 to 7, fits the preprocessing type of the current sub-matrix, else 0."""
 def s_applyGlobalGocronParametersToMatrix(matrix: Any) -> None:
-    """Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the process (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are what the way back from ocrons and gocrons works with."""
+    """Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the thread (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are what the way back from ocrons and gocrons works with."""
 def s_applyGlobalGocronParametersToMatrix_Medium(matrix: Any) -> None:
-    """Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the process (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are what the way back from ocrons and gocrons works with."""
+    """Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the thread (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are what the way back from ocrons and gocrons works with."""
 def s_feedMatrixWithDegenerationOcronData(matrix: Any, degenerationLevels: Any, arrayLength: int, degenerationOcrons: Any, ocronType: int, endOfOcron: Optional[bytes], lastGoodIndex: int, dryRun: int, autoSave: int, numberFed: Any) -> int:
     """Learns which ocrons stand for the same number: all pairs of its forms in sub-matrix 0, those with the shorter second form in 1 too; the full tier gives the end of each first form a new symbol. A null form is passed over, with a message. `degenerationOcrons`: for each of `arrayLength` numbers its forms, `degenerationLevels` of them, each a text; a pair may have 1023 characters with `endOfOcron`, the text put behind each form. `lastGoodIndex`: not above `arrayLength`. `dryRun`: not 0 learns nothing. `autoSave`: not 0 saves "autoSave.phr" every twenty minutes. A file "matrixTerminate" ends the run, behind its first number. `numberFed` gets the numbers handled. Result: 1 done; -1 a missing array, or an ocron type or index that doesn't fit."""
 def s_feedMatrixWithDegenerationOcronData_Medium(matrix: Any, degenerationLevels: Any, arrayLength: int, degenerationOcrons: Any, ocronType: int, endOfOcron: Optional[bytes], lastGoodIndex: int, dryRun: int, autoSave: int, numberFed: Any) -> int:
@@ -2599,9 +2599,9 @@ def zq_getLoadReport_Base(matrix: Any, report: Any) -> int:
 def zq_version() -> bytes:
     """The version of the library that runs, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like tell the version of the header. The text is the library's and lives as long as the process."""
 def zq_setMessageFunction(function: Any, userData: Any) -> None:
-    """Has `function` called for each message up to the level of `s_setMatrixDebugOn`, whatever the debug device, for the whole process. Null ends it. `userData` goes to each call as it is."""
+    """Has `function` called for each message up to the level of `s_setMatrixDebugOn`, whatever the debug device, that the calling thread gives. Null ends it. Another thread has none until it sets its own. `userData` goes to each call as it is."""
 def zq_lastMessage() -> bytes:
-    """The last message of level 0, an error or a warning, that the library gave, also while nothing is printed; an empty text if there was none. What failed is told by results: a message may also stem from a call that succeeded. The text is the library's and lives until the next message."""
+    """The last message of level 0, an error or a warning, that the calling thread gave, also while nothing is printed; an empty text if there was none. What failed is told by results: a message may also stem from a call that succeeded. The text is the library's and lives until the thread's next message, or its end."""
 def zq_createKernReport(fileName: Optional[bytes], preProcessingType: int, midiTrackAnalyze: int, channelFilter: Any) -> _Pointer[zq_KernReport]:
     """Checks and reads a kern file as learning does, and tells each fault with its place, what the file gives, where the reading departs from the score, and which tracks `s_updateMatrixWithKERNFile` would take. Behind a timing error notes are counted, not read. There are no messages. `preProcessingType`, `midiTrackAnalyze` and `channelFilter` as with `zq_createMidiReport`. Result: the report, for zq_deleteKernReport; also for a file that can't be opened or is refused (`state`); null if memory is exhausted. All its texts and arrays live as long as it does."""
 def zq_deleteKernReport(report: Any) -> None:
@@ -2623,7 +2623,7 @@ def zq_readMidiObjexsAndWriteToMidiFile(matrix: Any, numberOfObjex: int, fileNam
 def zq_readMidiObjexsAndWriteToMidiFile_Medium(matrix: Any, numberOfObjex: int, fileName: Optional[bytes], numberOfNotes: Any) -> int:
     """As `s_readMidiObjexsAndWriteToMidiFile`, but tells how it went: `numberOfNotes`, if not null, gets the notes in the file, those of the kernel's start among them, and a file that could not be written whole is no success. Result: as there, or -6 if a write failed, of which a part may stand in the file, or -7 if memory has run out."""
 def zq_initPrimes(lowerBound: int, upperBound: int, count: Any) -> _Pointer[c_int]:
-    """Makes the 32-bit table of primes of the process, which ocrons, gocrons and the preprocessing types 1010 to 1020 of all matrices need. It holds the primes from `lowerBound` to `upperBound`, or to 5000 if that is more; at most to 2147483647. Take 0 for `lowerBound`: the ranks of primes are right only in a table that begins with 2. Take a twentieth more than the largest number, and 1000: near the end of a table ranks are estimates. `count` gets the number of primes. A table to 100 million takes 23 MB. Result: the table, ascending, which is the library's and stands until the next call; null if the bounds are less than 2 apart (the old table stays) or memory has run out (there is no table then, and *count is 0)."""
+    """Makes the 32-bit table of primes of all threads, which ocrons, gocrons and the preprocessing types 1010 to 1020 of all matrices need. It holds the primes from `lowerBound` to `upperBound`, or to 5000 if that is more; at most to 2147483647. Take 0 for `lowerBound`: the ranks of primes are right only in a table that begins with 2. Take a twentieth more than the largest number, and 1000: near the end of a table ranks are estimates. `count` gets the number of primes. A table to 100 million takes 23 MB. The old table stands until the new one is whole. Result: the table, ascending, which is the library's; null if the bounds are less than 2 apart (the old table stays) or memory has run out (there is no table then, and *count is 0). The array stands until the calling thread makes or frees a table, or next asks for primes after another thread has."""
 def zq_initPrimesLarge(lowerBound: int, upperBound: int, count: Any) -> _Pointer[c_longlong]:
     """The same in 64 bits: a second table, which the functions ...Large alone read."""
 def zq_initFirstNPrimes(n: int) -> _Pointer[c_int]:
@@ -2631,9 +2631,9 @@ def zq_initFirstNPrimes(n: int) -> _Pointer[c_int]:
 def zq_initFirstNPrimesLarge(n: int) -> _Pointer[c_longlong]:
     """Makes the 64-bit table of at least the first `n` primes (500 at least). Result as zq_initPrimes."""
 def zq_deinitPrimes() -> None:
-    """Frees the 32-bit table. What zq_getPrimeNumbers tells of its count and greatest prime stays."""
+    """Frees the 32-bit table for all threads. What zq_getPrimeNumbers tells of its count and greatest prime stays."""
 def zq_deinitPrimesLarge() -> None:
-    """Frees the 64-bit table."""
+    """Frees the 64-bit table for all threads."""
 def zq_getPrimeNumbers(count: Any, maxPrime: Any) -> _Pointer[c_int]:
     """The 32-bit table with its count and its greatest prime; null if there is none."""
 def zq_getPrimeNumbersLarge(count: Any, maxPrime: Any) -> _Pointer[c_longlong]:
@@ -2665,9 +2665,9 @@ def zq_nthNotPrimeLarge(n: int) -> int:
 def zq_riemann_r(x: float) -> float:
     """Riemann's R, an estimate of the number of primes up to `x`, by the series of J. P. Gram (1884): 1 for an `x` of 1 or less. Needs no table."""
 def zq_initMath() -> None:
-    """Clears the last factorisation of the process. Nothing else has to be called before the functions below."""
+    """Clears the last factorisation of the thread. Nothing else has to be called before the functions below."""
 def zq_getPrimeFactors(n: int, count: Any, sigma: Any, wantCopy: int) -> _Pointer[tagPrimeFact]:
-    """The prime factors of `n`, ascending, in the entries 1 to *count of the result; entry 0 holds *count and *sigma. `count` gets the number of different primes, `sigma` the sum of the divisors, in its low 32 bits. 0 and 1 are factors of themselves. `wantCopy`: 0 gives the process's own array, which stands until the next factorisation; otherwise the result is new, for zq_deletePrimeFactor. Result: null, with *count 0 and *sigma 1, for a negative `n`, without the 32-bit table, and if that doesn't reach the root of `n`."""
+    """The prime factors of `n`, ascending, in the entries 1 to *count of the result; entry 0 holds *count and *sigma. `count` gets the number of different primes, `sigma` the sum of the divisors, in its low 32 bits. 0 and 1 are factors of themselves. `wantCopy`: 0 gives the thread's own array, which stands until its next factorisation; otherwise the result is new, for zq_deletePrimeFactor. Result: null, with *count 0 and *sigma 1, for a negative `n`, without the 32-bit table, and if that doesn't reach the root of `n`."""
 def zq_deletePrimeFactor(factors: Any) -> None:
     """Releases a copy from zq_getPrimeFactors; null is ignored."""
 def zq_sigma(n: int) -> int:
@@ -2683,7 +2683,7 @@ def zq_getMersennePrimes(count: Any) -> _Pointer[c_int]:
 def zq_isMersennePrime(exponent: int) -> int:
     """1 if `exponent` is one of zq_getMersennePrimes, else 0."""
 def zq_getGlobalGocronParameters() -> _Pointer[gocronParametersTag]:
-    """The parameters of the process: what integers are encoded with, the end symbol at which every evaluation stops, the digits of gocrons. The way back from a matrix takes type and end symbol from the sub-matrix (s_setOcronType), all else from here. The record is the library's."""
+    """The parameters of the thread: what integers are encoded with, the end symbol at which every evaluation stops, the digits of gocrons. The way back from a matrix takes type and end symbol from the sub-matrix (s_setOcronType), all else from here. The record is the library's."""
 def zq_setGlobalGocronParameters(parameters: Any) -> None:
     """Sets all ten parameters. An `ocronType` below 0 or above 10 becomes 4, an `ocronAlgorithm` or `gocronAlgorithm` above 10 and a `gocronNumberBase` above 256 become 0, each with a message at level 0. An `ocronType` of 0 to 2 or 8 to 10 is kept, and refused where it is used."""
 def zq_setGlobalGocronParametersToDefaults() -> None:
@@ -2705,7 +2705,7 @@ def zq_intToOcron_X(buffer: Any, length: Any, capacity: Any, number: int) -> _Po
 def zq_createOcronSequenceFromIntegerSequence(sequence: Any, length: int, ocronType: int, resultLength: Any, endSymbol: int, logPath: Optional[bytes]) -> _Pointer[c_int]:
     """The ocrons of `length` integers, one item a character, each ocron followed by `endSymbol` if that isn't 0. A number without an ocron, or whose ocron doesn't evaluate to it, is left out with a message at level 0. `resultLength` gets the number of items. `logPath`: null, or a file that is written with a line a number; one that can't be opened is passed over. Result: a new array for s_Free; null without memory."""
 def zq_createOcronSequenceFromIntegerSequenceUseGlobalPars(sequence: Any, length: int, resultLength: Any) -> _Pointer[c_int]:
-    """The same with type and end symbol of the process's parameters and no log."""
+    """The same with type and end symbol of the thread's parameters and no log."""
 def zq_getOcronStringFromOcronIntArray(items: Any, endSymbol: int, length: Any) -> _Pointer[c_char]:
     """The items up to the first `endSymbol` as a new string for s_Free. The end symbol is its last character and counts in *length. `items`: read to the end symbol, at most 32768 items. Result: null, with *length 0, if it isn't among them."""
 def zq_readIntegerSequenceFromASCIOcronFile(path: Optional[bytes], maximalItems: int, endSymbol: int, count: Any, status: Any) -> _Pointer[c_int]:
@@ -2755,7 +2755,7 @@ def zq_longLogFromPowerWithBase(a: int, exponent: int, base: int) -> int:
 def zq_longLongAbs(value: int) -> int:
     """The absolute value; the smallest number is returned as it is."""
 def zq_ocronToGocron(ocronType: int, ocron: Optional[bytes], length: int) -> int:
-    """An ocron read as one number: each symbol a digit, the last one the lowest, with digits and base of the process's parameters. A leading symbol of digit 0 is lost in it. `length`: characters of `ocron`; a negative one gives 0. Result: -1 for a type outside 3 to 7, a length of 0, a character that is no symbol, and where a weight or the sum wraps to a negative number. A weight that wraps to another number isn't seen: with base 4 that is so from 33 characters on."""
+    """An ocron read as one number: each symbol a digit, the last one the lowest, with digits and base of the thread's parameters. A leading symbol of digit 0 is lost in it. `length`: characters of `ocron`; a negative one gives 0. Result: -1 for a type outside 3 to 7, a length of 0, a character that is no symbol, and where a weight or the sum wraps to a negative number. A weight that wraps to another number isn't seen: with base 4 that is so from 33 characters on."""
 def zq_gocronToOcron(ocronType: int, gocron: int, length: Any) -> _Pointer[c_char]:
     """The ocron of a gocron, a new string for s_Free, with "?" for a digit that no symbol has (type 6: nothing). In type 7 the digit of "*" is written "^". *length gets its characters. Result: null, with *length 0, for a negative gocron, a type outside 3 to 7, a base below 2, and without memory."""
 def zq_ocronToGocron1(ocronType: int, ocron: Optional[bytes], length: int) -> int:
@@ -2775,9 +2775,9 @@ def zq_incrementOcron(ocronType: int, ocron: Any, capacity: int, length: Any) ->
 def zq_createGoedelSequenceFromOcronSequence(ocronType: int, sequence: Any, length: int, endSymbol: int, resultLength: Any, status: Any, maximalValue: Any, logPath: Optional[bytes]) -> _Pointer[c_longlong]:
     """The gocrons of a sequence of ocrons, `length` items with `endSymbol` behind each ocron, or behind each but the last. -1 stands for an ocron that is empty or overflows. `resultLength` gets their number, `maximalValue` the greatest. `logPath`: null, or a file that is written with a line an ocron. Result: a new array for s_Free; null for no sequence (*status 0), and, with *status 1 as on success, for a type outside 3 to 7, an item that is no symbol of the type (message at level 0; type 7 takes no "*") and without memory."""
 def zq_createGoedelSequenceFromOcronSequenceUseGlobalPars(sequence: Any, length: int, resultLength: Any) -> _Pointer[c_longlong]:
-    """The same with type and end symbol of the process's parameters and no log."""
+    """The same with type and end symbol of the thread's parameters and no log."""
 def zq_createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(sequence: Any, length: int, resultLength: Any) -> _Pointer[c_longlong]:
-    """The gocrons of the ocrons of `length` integers, with the process's parameters; numbers without an ocron are left out. Result: a new array for s_Free; null if no number has an ocron."""
+    """The gocrons of the ocrons of `length` integers, with the thread's parameters; numbers without an ocron are left out. Result: a new array for s_Free; null if no number has an ocron."""
 def zq_createGoedelSequenceFromIntegerSequenceUseGlobalPars(sequence: Any, length: int, resultLength: Any) -> _Pointer[c_int]:
     """The low 32 bits of the same gocrons."""
 def zq_createGocronCodeIndices(ocronType: int, numbers: Any, count: int) -> _Pointer[naturalNumberGocronCodeTag]:

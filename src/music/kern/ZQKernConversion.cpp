@@ -8,6 +8,8 @@
 #include "music/kern/ZQKernTracks.h"
 #include "music/midi/ZQMidiFile.h"
 
+namespace zmatrix {
+
 namespace {
 
 constexpr unsigned char velocity = 100;
@@ -135,8 +137,6 @@ int ZQKernTrackList::writeToMidiFile(const char* path) const {
   ZQMidiFile().writeEventsToFileWithPath(events.get(), path);
   return 1;
 }
-
-namespace zmatrix {
 
 int convertKernFileToMidiFile(const char* kernFile, const char* midiFile) {
   if (kernFile == nullptr || midiFile == nullptr) return 0;

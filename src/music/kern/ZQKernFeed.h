@@ -28,7 +28,7 @@ template <class Matrix>
 class KernFeed {
  public:
   KernFeed(Matrix* aMatrix, const char* aFileName) : matrix(aMatrix), fileName(aFileName) {
-    snprintf(description, sizeof description, KernTier<Matrix>::texts.description, 64);
+    printInto(description, sizeof description, KernTier<Matrix>::texts.description, 64);
   }
 
   /// The result of the last update; `numberOfNotes` gets the notes of all tracks that were taken.

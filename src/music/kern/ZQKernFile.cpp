@@ -30,20 +30,18 @@ void readKernFile(KernLines& lines, ZQKernTrackList* list, KernObserver& observe
   KernReader(lines, track, observer).read();
 }
 
-}  // namespace zmatrix
-
 void ZQKernFile::readKernObjectsFromFileWithPath(ZQKernTrackList* list, const char* path) {
   if (list == nullptr) return;
-  zmatrix::KernLines lines;
-  zmatrix::KernObserver nobody;
+  KernLines lines;
+  KernObserver nobody;
   try {
-    if (!zmatrix::openKernFile(lines, path) || !zmatrix::checkKernFile(lines, nobody)) return;
+    if (!openKernFile(lines, path) || !checkKernFile(lines, nobody)) return;
   } catch (const std::bad_alloc&) {
     dbPrintf(0, "humdrum: ERROR: Out of Memory\n");
     std::exit(1);
   }
   try {
-    zmatrix::readKernFile(lines, list, nobody);
+    readKernFile(lines, list, nobody);
   } catch (const std::bad_alloc&) {
     return;  // with what was read up to here
   }
@@ -59,3 +57,5 @@ ZQKernFile* createZQKernFile() {
 void deleteZQKernFile(ZQKernFile* file) {
   delete file;
 }
+
+}  // namespace zmatrix

@@ -6,6 +6,8 @@
 #include "music/kern/ZQKernObserver.h"
 #include "music/kern/ZQKernTrackList.h"
 
+namespace zmatrix {
+
 class ZQKernFile {
  public:
   /// Fills the list with one track of the file's objects. A file that can't be opened or is refused leaves the list as it was; a
@@ -19,8 +21,6 @@ class ZQKernFile {
 
 ZQKernFile* createZQKernFile();
 void deleteZQKernFile(ZQKernFile* file);
-
-namespace zmatrix {
 
 // The two passes, each told to an observer. They throw std::bad_alloc if memory runs out.
 

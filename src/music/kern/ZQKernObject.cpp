@@ -5,6 +5,8 @@
 #include "frame/ZQMemory.h"
 #include "music/ZQClassSlab.h"
 
+namespace zmatrix {
+
 namespace {
 
 int order(int first, int second) {
@@ -14,11 +16,11 @@ int order(int first, int second) {
 }  // namespace
 
 void* ZQKernObject::operator new(size_t) noexcept {
-  return zmatrix::ZQClassSlab<ZQKernObject>::allocate();
+  return ZQClassSlab<ZQKernObject>::allocate();
 }
 
 void ZQKernObject::operator delete(void* memory) noexcept {
-  zmatrix::ZQClassSlab<ZQKernObject>::release(memory);
+  ZQClassSlab<ZQKernObject>::release(memory);
 }
 
 ZQKernObject::~ZQKernObject() {
@@ -116,3 +118,5 @@ int ZQCompareKernObjectsAscending(const void* first, const void* second) {
   const int byNote = order(a->getNoteNumber(), b->getNoteNumber());
   return byNote != 0 ? byNote : order(a->getChannel(), b->getChannel());
 }
+
+}  // namespace zmatrix

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
+namespace zmatrix {
+
 enum ZQKernObjectType : int {
   ZQKernObjectNoteOn = 1,
   ZQKernObjectNoteOff = 2,
@@ -101,3 +103,5 @@ void deleteZQKernObject(ZQKernObject* object);
 
 /// Compares two pointers to object pointers by time, then note number, then channel. Result: -1, 0 or 1.
 int ZQCompareKernObjectsAscending(const void* first, const void* second);
+
+}  // namespace zmatrix

@@ -9,6 +9,8 @@
 #include "music/midi/ZQMidiSort.h"
 #include "settings/ZQMatrixEnumerations.h"
 
+namespace zmatrix {
+
 namespace {
 
 constexpr int numberOfChannels = 16;
@@ -44,12 +46,12 @@ void ZQKernObjectTrack::deleteAllKernObjects() {
 
 void ZQKernObjectTrack::sortByFunction(ZQCompareFunction compare) {
   if (compare == ZQCompareKernObjectsAscending) {
-    zmatrix::sortPointersByKey(objects.begin(), objects.getCount(), [](const ZQKernObject* object) {
-      return zmatrix::sortableBits(object->getTimeQuanta()) << 16 | static_cast<unsigned>(object->getNoteNumber()) << 8 |
+    sortPointersByKey(objects.begin(), objects.getCount(), [](const ZQKernObject* object) {
+      return sortableBits(object->getTimeQuanta()) << 16 | static_cast<unsigned>(object->getNoteNumber()) << 8 |
              object->getChannel();
     });
   } else {
-    zmatrix::sortPointersByFunction(objects.begin(), objects.getCount(), compare);
+    sortPointersByFunction(objects.begin(), objects.getCount(), compare);
   }
 }
 
@@ -131,3 +133,5 @@ void deleteZQKernObjectTrackOnlyReferences(ZQKernObjectTrack* track) {
   track->deleteAllKernObjectsOnlyReferences();
   delete track;
 }
+
+}  // namespace zmatrix

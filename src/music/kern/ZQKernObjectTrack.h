@@ -6,6 +6,8 @@
 #include "music/ZQSortByFunction.h"
 #include "music/kern/ZQKernObject.h"
 
+namespace zmatrix {
+
 class ZQKernObjectTrack {
  public:
   static constexpr int firstCapacity = 100;
@@ -64,7 +66,7 @@ class ZQKernObjectTrack {
 
  private:
   int channel = channelOfWholeFile;
-  zmatrix::ZQPointerArray<ZQKernObject> objects{firstCapacity};
+  ZQPointerArray<ZQKernObject> objects{firstCapacity};
 };
 
 /// An empty track, or null if memory has run out.
@@ -73,3 +75,5 @@ ZQKernObjectTrack* createZQKernObjectTrack();
 void deleteZQKernObjectTrack(ZQKernObjectTrack* track);
 /// Releases the track and leaves its objects to whoever holds them; null is ignored.
 void deleteZQKernObjectTrackOnlyReferences(ZQKernObjectTrack* track);
+
+}  // namespace zmatrix

@@ -2,6 +2,7 @@
 // feed keeps in the global block stand here while a file is worked through. Other than with MIDI there are no drums to look for.
 #pragma once
 
+#include "frame/ZQSentence.h"
 #include "music/kern/ZQKernTrackList.h"
 #include "music/midi/ZQMidiFeed.h"
 
@@ -9,10 +10,10 @@ namespace zmatrix {
 
 /// In what the tiers' messages differ.
 struct KernFeedTexts {
-  const char* description;               ///< with one int
-  const char* suspiciousSettings;        ///< with one int
+  ZQSentence<int> description;
+  ZQSentence<int> suspiciousSettings;
   bool suspiciousSettingsShowDimension;  ///< else they show the preprocessing type
-  const char* pleaseRestart;             ///< with one int
+  ZQSentence<int> pleaseRestart;
 };
 
 extern const KernFeedTexts mediumKernFeedTexts;

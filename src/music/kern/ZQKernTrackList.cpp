@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <new>
 
+namespace zmatrix {
+
 bool ZQKernTrackList::init() {
   tracks.setArray(nullptr);
   tracks.setCount(0);
@@ -49,3 +51,5 @@ ZQKernTrackList* createZQKernTrackList() {
 void deleteZQKernTrackList(ZQKernTrackList* list) {
   delete list;
 }
+
+}  // namespace zmatrix

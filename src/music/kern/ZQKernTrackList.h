@@ -4,6 +4,8 @@
 
 #include "music/kern/ZQKernObjectTrack.h"
 
+namespace zmatrix {
+
 class ZQKernTrackList {
  public:
   static constexpr int firstCapacity = 4;
@@ -42,10 +44,12 @@ class ZQKernTrackList {
  private:
   void closeGapAt(int index);
 
-  zmatrix::ZQPointerArray<ZQKernObjectTrack> tracks{firstCapacity};
+  ZQPointerArray<ZQKernObjectTrack> tracks{firstCapacity};
 };
 
 /// A list without a track, or null if memory has run out.
 ZQKernTrackList* createZQKernTrackList();
 /// Releases the list, its tracks and their objects; null is ignored.
 void deleteZQKernTrackList(ZQKernTrackList* list);
+
+}  // namespace zmatrix

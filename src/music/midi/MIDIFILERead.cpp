@@ -137,7 +137,7 @@ bool readEndOfTrack(_MIDIFILEInStruct* in) {
   state.behindLastTrack = ftell(in->file);
   if (!readTrackHeader(in)) return false;
   state.behindLastTrack = 0;
-  in->event->buffer[0] = ZQMidiMetaEndOfTrack;
+  in->event->buffer[0] = zmatrix::ZQMidiMetaEndOfTrack;
   in->event->buffer[1] = static_cast<unsigned char>(in->currentTrack >> 8);
   in->event->buffer[2] = static_cast<unsigned char>(in->currentTrack);
   in->event->byteCount = 3;
@@ -153,7 +153,7 @@ bool readTempo(_MIDIFILEInStruct* in, uint32_t size) {
   in->timeScale = microseconds / (static_cast<double>(in->quantaSize) * in->division);
   const int wholeBeats = intOfTime(in->tempo);
   unsigned char* buffer = in->event->buffer;
-  buffer[0] = ZQMidiMetaTempo;
+  buffer[0] = zmatrix::ZQMidiMetaTempo;
   buffer[1] = 0;
   buffer[2] = static_cast<unsigned char>(wholeBeats >> 16);
   buffer[3] = static_cast<unsigned char>(wholeBeats >> 8);
@@ -169,19 +169,19 @@ bool readMetaEvent(_MIDIFILEInStruct* in, int time) {
   uint32_t size = 0;
   if (type == EOF || !readVariableQuantity(in, &size)) return false;
   switch (type) {
-    case ZQMidiMetaSequenceNumber:
+    case zmatrix::ZQMidiMetaSequenceNumber:
       return readBytesOfMeta(in, type, 2, size);
-    case ZQMidiMetaEndOfTrack:
+    case zmatrix::ZQMidiMetaEndOfTrack:
       return readEndOfTrack(in);
-    case ZQMidiMetaTempo:
+    case zmatrix::ZQMidiMetaTempo:
       return readTempo(in, size);
-    case ZQMidiMetaSMPTEOffset:
+    case zmatrix::ZQMidiMetaSMPTEOffset:
       return readBytesOfMeta(in, type, 5, size);
-    case ZQMidiMetaTimeSignature:
+    case zmatrix::ZQMidiMetaTimeSignature:
       return readBytesOfMeta(in, type, 4, size);
-    case ZQMidiMetaKeySignature:
+    case zmatrix::ZQMidiMetaKeySignature:
       return readBytesOfMeta(in, type, 2, size);
-    case ZQMidiMetaEscape:
+    case zmatrix::ZQMidiMetaEscape:
       dbPrintf(1, "Metafile Escape Code (Sequencer specific data)");
       return readDataOfMeta(in, type, size, false);
     default:

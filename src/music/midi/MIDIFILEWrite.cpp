@@ -103,11 +103,11 @@ int MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct* out, const char* trackName) {
   out->trackLength = 0;
   out->currentTrack++;
   if (trackName == nullptr || *trackName == 0) return 1;
-  return writeByte(out, 0) && writeTextOfMeta(out, ZQMidiMetaTrackName, trackName) ? 1 : 0;
+  return writeByte(out, 0) && writeTextOfMeta(out, zmatrix::ZQMidiMetaTrackName, trackName) ? 1 : 0;
 }
 
 int MIDIFILEEndWritingTrack(_MIDIFILEOutStruct* out, int time) {
-  if (!writeDelta(out, time) || !writeMetaHead(out, ZQMidiMetaEndOfTrack, 0)) return 0;
+  if (!writeDelta(out, time) || !writeMetaHead(out, zmatrix::ZQMidiMetaEndOfTrack, 0)) return 0;
   const int length = out->trackLength;
   if (fseek(out->file, -(static_cast<long>(length) + 4), SEEK_CUR) != 0 || !putBigEndian(out, length, 4)) return 0;
   if (fseek(out->file, length, SEEK_CUR) != 0) return 0;
@@ -140,7 +140,8 @@ int MIDIFILEWriteSysExcl(_MIDIFILEOutStruct* out, int time, int count, const uns
 int MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) {
   out->tempo = tempo;
   const int microseconds = intOfTime(60000000.0 / tempo + 0.5);
-  const bool isWritten = writeDelta(out, time) && writeMetaHead(out, ZQMidiMetaTempo, 3) && writeBigEndian(out, microseconds, 3);
+  const bool isWritten =
+      writeDelta(out, time) && writeMetaHead(out, zmatrix::ZQMidiMetaTempo, 3) && writeBigEndian(out, microseconds, 3);
   out->timeScale = static_cast<double>(out->quantaSize) * out->division / microseconds;
   return isWritten ? 1 : 0;
 }
@@ -148,12 +149,12 @@ int MIDIFILEWriteTempo(_MIDIFILEOutStruct* out, int time, double tempo) {
 int MIDIFILEWriteTimeSig(_MIDIFILEOutStruct* out, int time, unsigned char numerator, unsigned char denominatorPower,
                          unsigned char clocks, unsigned char notes32nd) {
   const unsigned char bytes[] = {numerator, denominatorPower, clocks, notes32nd};
-  return writeDelta(out, time) && writeMetaHead(out, ZQMidiMetaTimeSignature, 4) && writeBytes(out, bytes, 4) ? 1 : 0;
+  return writeDelta(out, time) && writeMetaHead(out, zmatrix::ZQMidiMetaTimeSignature, 4) && writeBytes(out, bytes, 4) ? 1 : 0;
 }
 
 int MIDIFILEWriteKeySig(_MIDIFILEOutStruct* out, int time, unsigned char sharps, unsigned char isMinor) {
   const unsigned char bytes[] = {sharps, isMinor};
-  return writeDelta(out, time) && writeMetaHead(out, ZQMidiMetaKeySignature, 2) && writeBytes(out, bytes, 2) ? 1 : 0;
+  return writeDelta(out, time) && writeMetaHead(out, zmatrix::ZQMidiMetaKeySignature, 2) && writeBytes(out, bytes, 2) ? 1 : 0;
 }
 
 int MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char* text) {
@@ -165,9 +166,9 @@ int MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsig
                              unsigned char frames, unsigned char subframes) {
   // The last two change places: whoever reads files of this library counts on it.
   const unsigned char bytes[] = {hours, minutes, seconds, subframes, frames};
-  return writeByte(out, 0) && writeMetaHead(out, ZQMidiMetaSMPTEOffset, 5) && writeBytes(out, bytes, 5) ? 1 : 0;
+  return writeByte(out, 0) && writeMetaHead(out, zmatrix::ZQMidiMetaSMPTEOffset, 5) && writeBytes(out, bytes, 5) ? 1 : 0;
 }
 
 int MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number) {
-  return writeByte(out, 0) && writeMetaHead(out, ZQMidiMetaSequenceNumber, 2) && writeBigEndian(out, number, 2) ? 1 : 0;
+  return writeByte(out, 0) && writeMetaHead(out, zmatrix::ZQMidiMetaSequenceNumber, 2) && writeBigEndian(out, number, 2) ? 1 : 0;
 }

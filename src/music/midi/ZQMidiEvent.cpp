@@ -1,5 +1,7 @@
 #include "music/midi/ZQMidiEvent.h"
 
+namespace zmatrix {
+
 ZQMidiEvent* ZQMidiEvent::createAndCopy() const {
   return new ZQMidiEvent(*this);
 }
@@ -26,3 +28,5 @@ int ZQCompareMidiEventsAscending(const void* first, const void* second) {
   const int byTime = ZQCompareMidiEventsByTimeAscending(a, b);
   return byTime != 0 ? byTime : ZQCompareMidiEventsByByte1Ascending(a, b);
 }
+
+}  // namespace zmatrix

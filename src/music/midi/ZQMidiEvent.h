@@ -5,6 +5,8 @@
 
 #include "music/ZQClassSlab.h"
 
+namespace zmatrix {
+
 /// `eventType` of a channel event. Meta events have their meta type, or 99 for those that nothing is known about.
 constexpr int ZQMidiEventTypeChannel = -1;
 constexpr int ZQMidiEventTypeUnknownMeta = 99;
@@ -79,8 +81,8 @@ class ZQMidiEvent final {
   /// A new event like this one, or null if memory has run out.
   ZQMidiEvent* createAndCopy() const;
 
-  static void* operator new(size_t) noexcept { return zmatrix::ZQClassSlab<ZQMidiEvent>::allocate(); }
-  static void operator delete(void* memory) noexcept { zmatrix::ZQClassSlab<ZQMidiEvent>::release(memory); }
+  static void* operator new(size_t) noexcept { return ZQClassSlab<ZQMidiEvent>::allocate(); }
+  static void operator delete(void* memory) noexcept { ZQClassSlab<ZQMidiEvent>::release(memory); }
 
  private:
   void set(int time, int count, unsigned char b1, unsigned char b2, unsigned char b3, unsigned char b4) {
@@ -116,3 +118,5 @@ inline void deleteZQMidiEvent(ZQMidiEvent* event) {
 int ZQCompareMidiEventsAscending(const void* first, const void* second);
 int ZQCompareMidiEventsByByte1Ascending(const ZQMidiEvent* first, const ZQMidiEvent* second);
 int ZQCompareMidiEventsByTimeAscending(const ZQMidiEvent* first, const ZQMidiEvent* second);
+
+}  // namespace zmatrix

@@ -5,6 +5,8 @@
 
 #include "music/midi/ZQMidiSort.h"
 
+namespace zmatrix {
+
 void ZQMidiEventTrack::init() {
   events.setArray(nullptr);
   events.setCount(0);
@@ -23,11 +25,10 @@ void ZQMidiEventTrack::deleteAllMidiEvents() {
 
 void ZQMidiEventTrack::sortByFunction(ZQCompareFunction compare) {
   if (compare == ZQCompareMidiEventsAscending) {
-    zmatrix::sortPointersByKey(events.begin(), events.getCount(), [](const ZQMidiEvent* event) {
-      return zmatrix::sortableBits(event->getTimeQuanta()) << 8 | event->getByte1();
-    });
+    sortPointersByKey(events.begin(), events.getCount(),
+                      [](const ZQMidiEvent* event) { return sortableBits(event->getTimeQuanta()) << 8 | event->getByte1(); });
   } else {
-    zmatrix::sortPointersByFunction(events.begin(), events.getCount(), compare);
+    sortPointersByFunction(events.begin(), events.getCount(), compare);
   }
 }
 
@@ -43,3 +44,5 @@ void deleteZQMidiEventTrackOnlyReferences(ZQMidiEventTrack* track) {
   if (track != nullptr) track->setNumberOfMidiEvents(0);
   delete track;
 }
+
+}  // namespace zmatrix

@@ -5,6 +5,8 @@
 #include "music/ZQSortByFunction.h"
 #include "music/midi/ZQMidiEvent.h"
 
+namespace zmatrix {
+
 class ZQMidiEventTrack {
  public:
   static constexpr int firstCapacity = 100;
@@ -43,7 +45,7 @@ class ZQMidiEventTrack {
   ZQMidiEvent** end() const { return events.end(); }
 
  private:
-  zmatrix::ZQPointerArray<ZQMidiEvent> events{firstCapacity};
+  ZQPointerArray<ZQMidiEvent> events{firstCapacity};
 };
 
 /// An empty track, or null if memory has run out.
@@ -52,3 +54,5 @@ ZQMidiEventTrack* createZQMidiEventTrack();
 void deleteZQMidiEventTrack(ZQMidiEventTrack* track);
 /// Releases the track and leaves its events to whoever holds them; null is ignored.
 void deleteZQMidiEventTrackOnlyReferences(ZQMidiEventTrack* track);
+
+}  // namespace zmatrix

@@ -226,7 +226,7 @@ template <class Matrix>
 class MidiFeed {
  public:
   MidiFeed(Matrix* aMatrix, const char* aFileName) : matrix(aMatrix), fileName(aFileName) {
-    snprintf(description, sizeof description, MidiTier<Matrix>::texts.description, 64);
+    printInto(description, sizeof description, MidiTier<Matrix>::texts.description, 64);
   }
 
   /// The result of the last update; `numberOfNotes` gets the notes of all tracks that were taken.

@@ -13,6 +13,8 @@
 #include "music/midi/MIDIFILE.h"
 #include "music/midi/ZQMidiFileReader.h"
 
+namespace zmatrix {
+
 namespace {
 
 constexpr size_t readAheadSize = 1 << 14;
@@ -34,32 +36,29 @@ long sizeOf(FILE* file) {
 }
 
 /// A file whose last track has its end is whole; what follows it, or the head if there is no track, is left unread.
-void noteEnd(const _MIDIFILEInStruct* in, long behindHead, zmatrix::MidiReadFindings& findings) {
-  const long end = zmatrix::wholeState(in).behindLastTrack;
-  findings.end = end > 0                   ? zmatrix::MidiReadEnd::complete
-                 : findings.tracks.empty() ? zmatrix::MidiReadEnd::noTrack
-                                           : zmatrix::MidiReadEnd::cut;
-  if (findings.end == zmatrix::MidiReadEnd::cut) return;
+void noteEnd(const _MIDIFILEInStruct* in, long behindHead, MidiReadFindings& findings) {
+  const long end = wholeState(in).behindLastTrack;
+  findings.end = end > 0 ? MidiReadEnd::complete : findings.tracks.empty() ? MidiReadEnd::noTrack : MidiReadEnd::cut;
+  if (findings.end == MidiReadEnd::cut) return;
   findings.bytesUnread = std::max(0L, sizeOf(in->file) - std::max(end, behindHead));
 }
 
 /// Reads behind an opened file. Without a preamble `findings.end` says why.
-bool readEvents(ZQMidiTrackList* list, const char* path, FILE* file, zmatrix::MidiReadFindings& findings) {
+bool readEvents(ZQMidiTrackList* list, const char* path, FILE* file, MidiReadFindings& findings) {
   _MIDIFILEReadStruct event;
   const std::unique_ptr<_MIDIFILEInStruct, EndReading> in(MIDIFILEBeginReading(file, &event));
-  findings.end = zmatrix::MidiReadEnd::outOfMemory;
+  findings.end = MidiReadEnd::outOfMemory;
   if (in == nullptr) return false;
   if (MIDIFILEReadPreamble(in.get(), &findings.format, &findings.tracksAnnounced) == 0) {
     dbPrintf(0, "MIDIFILEReadPreamble(failed)");
-    findings.end =
-        zmatrix::wholeState(in.get()).hasDivisionOfZero ? zmatrix::MidiReadEnd::divisionOfZero : zmatrix::MidiReadEnd::notMidi;
+    findings.end = wholeState(in.get()).hasDivisionOfZero ? MidiReadEnd::divisionOfZero : MidiReadEnd::notMidi;
     return false;
   }
   findings.division = in->division;
-  findings.tracksAnnounced = zmatrix::wholeState(in.get()).tracksAnnounced;
+  findings.tracksAnnounced = wholeState(in.get()).tracksAnnounced;
   const long behindHead = ftell(file);
   dbPrintf(2, "reading %s MIDI Format type %d\n", path, findings.format);
-  if (!zmatrix::MidiFileReader(*list, *in, findings).run()) return false;
+  if (!MidiFileReader(*list, *in, findings).run()) return false;
   noteEnd(in.get(), behindHead, findings);
   return true;
 }
@@ -113,13 +112,13 @@ void writeTracks(_MIDIFILEOutStruct* out, const ZQMidiTrackList& list) {
 
 }  // namespace
 
-bool ZQMidiFile::readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, zmatrix::MidiReadFindings* findings) const {
-  zmatrix::MidiReadFindings unused;
-  zmatrix::MidiReadFindings& found = findings != nullptr ? *findings : unused;
-  found.end = zmatrix::MidiReadEnd::notFound;
+bool ZQMidiFile::readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, MidiReadFindings* findings) const {
+  MidiReadFindings unused;
+  MidiReadFindings& found = findings != nullptr ? *findings : unused;
+  found.end = MidiReadEnd::notFound;
   if (list == nullptr || path == nullptr) return false;
   char readAhead[readAheadSize];
-  const File file(zmatrix::openRegularFile(path));  // a pipe would never end
+  const File file(openRegularFile(path));  // a pipe would never end
   if (file == nullptr) return false;
   setvbuf(file.get(), readAhead, _IOFBF, sizeof readAhead);
   return readEvents(list, path, file.get(), found);
@@ -146,3 +145,5 @@ ZQMidiFile* createZQMidiFile() {
 void deleteZQMidiFile(ZQMidiFile* file) {
   delete file;
 }
+
+}  // namespace zmatrix

@@ -1,8 +1,7 @@
 // MIDI files as tracks of events: reads a file into the event tracks of a list, and writes event tracks into a file.
 #pragma once
 
-#include <vector>
-
+#include "frame/ZQArray.h"
 #include "music/midi/ZQMidiTrackList.h"
 
 namespace zmatrix {
@@ -27,10 +26,8 @@ struct MidiReadFindings {
   int division = 0;           ///< ticks per quarter note
   int tracksAnnounced = 0;    ///< as the file says
   long long bytesUnread = 0;  ///< behind the last track
-  std::vector<MidiTrackReading> tracks;
+  ZQArray<MidiTrackReading> tracks;
 };
-
-}  // namespace zmatrix
 
 /// Without fields: a token to call the operations on.
 class ZQMidiFile {
@@ -38,7 +35,7 @@ class ZQMidiFile {
   /// Appends the tracks of a file to a list. Times become musical time, 3072 quanta to the quarter whatever the tempo. A file
   /// that can't be opened, is no regular file or no MIDI file leaves the list as it is; of one that is cut stays what was read.
   /// False for these, and if memory has run out. Null for either argument is refused. `findings` may be null.
-  bool readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, zmatrix::MidiReadFindings* findings = nullptr) const;
+  bool readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, MidiReadFindings* findings = nullptr) const;
   /// Writes the event tracks as a file of format 1, 3072 ticks to the quarter. Texts keep four characters; tracks behind the
   /// first that are empty are left out. Result: 0 written, else EOF.
   int writeEventsToFileWithPath(const ZQMidiTrackList* list, const char* path) const;
@@ -48,3 +45,5 @@ class ZQMidiFile {
 ZQMidiFile* createZQMidiFile();
 /// Null is ignored.
 void deleteZQMidiFile(ZQMidiFile* file);
+
+}  // namespace zmatrix

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <new>
 
-#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSentence.h"
 
 namespace zmatrix {
 
@@ -20,7 +19,7 @@ struct MetaRow {
   int type;
   int eventType;
   int mostBytes;
-  const char* textMessage;
+  ZQSentence<const char*> textMessage;
 };
 
 constexpr MetaRow metaRows[] = {
@@ -70,9 +69,9 @@ void printMetaEvent(const _MIDIFILEReadStruct& event, double tempo) {
   const unsigned char* data = event.buffer + 1;
   const char* text = reinterpret_cast<const char*>(data);
   const MetaRow& row = rowOfMeta(type);
-  if (row.textMessage != nullptr) dbPrintf(1, row.textMessage, text);
+  if (row.textMessage.isThere()) dbPrintf(1, row.textMessage, text);
   if (isUnknownText(type)) dbPrintf(1, "Unknown text metaevent: %s\n", text);
-  if (row.textMessage != nullptr || isUnknownText(type)) return;
+  if (row.textMessage.isThere() || isUnknownText(type)) return;
   switch (type) {
     case ZQMidiMetaSequenceNumber:
       return dbPrintf(1, "         Sequence no. %d %d\n", data[0], data[1]);
@@ -226,8 +225,7 @@ bool MidiFileReader::take() {
   if (event.metaFlag == 1) {
     track.metaEvents++;
     const bool isTaken = takeMetaEvent();
-    if (event.buffer[0] == ZQMidiMetaEndOfTrack) findings.tracks.emplace_back();
-    return isTaken;
+    return (event.buffer[0] != ZQMidiMetaEndOfTrack || findings.tracks.append({})) && isTaken;
   }
   if (isSystemEvent()) {
     track.systemEvents++;
@@ -253,16 +251,14 @@ void MidiFileReader::tellEvent() const {
     dbPrintf(3, "      MetaFlag: %d, no. of data bytes: %d, quanta: %d\n", event.metaFlag, event.byteCount, event.time);
 }
 
-bool MidiFileReader::run() try {
+bool MidiFileReader::run() {
   bool hasEvent = MIDIFILEReadEvent(&state) != 0;
-  if (state.currentTrack >= 0) findings.tracks.emplace_back();
+  if (state.currentTrack >= 0 && !findings.tracks.append({})) return false;
   for (; hasEvent; hasEvent = MIDIFILEReadEvent(&state) != 0) {
     if (speaks) tellEvent();
     if (!take()) return false;
   }
   return true;
-} catch (const std::bad_alloc&) {
-  return false;
 }
 
 }  // namespace zmatrix

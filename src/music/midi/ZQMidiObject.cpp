@@ -7,6 +7,8 @@
 #include "frame/ZQMemory.h"
 #include "music/midi/ZQMidiSounds.h"
 
+namespace zmatrix {
+
 namespace {
 
 constexpr int firstDataSize = 16;
@@ -75,7 +77,7 @@ ZQMidiObject* ZQMidiObject::createAndCopy() const {
 bool ZQMidiObject::addDataByte(unsigned char byte) {
   const bool hasNoRoom = data == nullptr || dataSize < 1;
   if (hasNoRoom || dataCount >= dataSize) {
-    const int size = hasNoRoom ? firstDataSize : std::max(zmatrix::grownCapacity(dataSize), dataSize + 1);
+    const int size = hasNoRoom ? firstDataSize : std::max(grownCapacity(dataSize), dataSize + 1);
     auto* resized = static_cast<unsigned char*>(systemRealloc(hasNoRoom ? nullptr : data, static_cast<size_t>(size)));
     if (resized == nullptr) return false;
     if (hasNoRoom) dataCount = 0;
@@ -94,3 +96,5 @@ int ZQCompareMidiObjectsAscending(const void* first, const void* second) {
   const int byNote = order(a->getNoteNumber(), b->getNoteNumber());
   return byNote != 0 ? byNote : order(a->getSoundID(), b->getSoundID());
 }
+
+}  // namespace zmatrix

@@ -5,6 +5,8 @@
 
 #include "music/ZQClassSlab.h"
 
+namespace zmatrix {
+
 enum ZQMidiObjectType : int { ZQMidiObjectNote = 1, ZQMidiObjectProgramChange = 4, ZQMidiObjectTimeSignature = 8 };
 
 class ZQMidiObject final {
@@ -75,8 +77,8 @@ class ZQMidiObject final {
 
   bool isNote() const { return type == ZQMidiObjectNote; }
 
-  static void* operator new(size_t) noexcept { return zmatrix::ZQClassSlab<ZQMidiObject>::allocate(); }
-  static void operator delete(void* memory) noexcept { zmatrix::ZQClassSlab<ZQMidiObject>::release(memory); }
+  static void* operator new(size_t) noexcept { return ZQClassSlab<ZQMidiObject>::allocate(); }
+  static void operator delete(void* memory) noexcept { ZQClassSlab<ZQMidiObject>::release(memory); }
 
  private:
   void releaseData();
@@ -107,3 +109,5 @@ inline void deleteZQMidiObject(ZQMidiObject* object) {
 
 /// Compares two pointers to object pointers by start, then note number, then sound. Result: -1, 0 or 1.
 int ZQCompareMidiObjectsAscending(const void* first, const void* second);
+
+}  // namespace zmatrix

@@ -9,6 +9,8 @@
 #include "music/midi/ZQMidiSort.h"
 #include "settings/ZQMatrixEnumerations.h"
 
+namespace zmatrix {
+
 namespace {
 
 constexpr int numberOfChannels = 16;
@@ -75,12 +77,12 @@ void ZQMidiObjectTrack::deleteAllMidiObjects() {
 
 void ZQMidiObjectTrack::sortByFunction(ZQCompareFunction compare) {
   if (compare == ZQCompareMidiObjectsAscending) {
-    zmatrix::sortPointersByKey(objects.begin(), objects.getCount(), [](const ZQMidiObject* object) {
-      return zmatrix::sortableBits(object->getStartQuanta()) << 16 | static_cast<unsigned>(object->getNoteNumber()) << 8 |
+    sortPointersByKey(objects.begin(), objects.getCount(), [](const ZQMidiObject* object) {
+      return sortableBits(object->getStartQuanta()) << 16 | static_cast<unsigned>(object->getNoteNumber()) << 8 |
              object->getSoundID();
     });
   } else {
-    zmatrix::sortPointersByFunction(objects.begin(), objects.getCount(), compare);
+    sortPointersByFunction(objects.begin(), objects.getCount(), compare);
   }
 }
 
@@ -90,7 +92,7 @@ int ZQMidiObjectTrack::getMidiTimeSignatureFromMidiObjectTrack(int* nom, int* de
   for (const ZQMidiObject* object : *this) {
     if (object == nullptr || object->getType() != ZQMidiObjectTimeSignature) continue;
     const int numerator = object->dataByteAt(0);
-    const int denominator = zmatrix::powerOfTwo(object->dataByteAt(1));
+    const int denominator = powerOfTwo(object->dataByteAt(1));
     if (count == 0) {
       *nom = numerator;
       *denom = denominator;
@@ -154,3 +156,5 @@ void deleteZQMidiObjectTrackOnlyReferences(ZQMidiObjectTrack* track) {
   if (track != nullptr) track->deleteAllMidiObjectsOnlyReferences();
   delete track;
 }
+
+}  // namespace zmatrix

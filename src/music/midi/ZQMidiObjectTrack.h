@@ -6,6 +6,8 @@
 #include "music/ZQSortByFunction.h"
 #include "music/midi/ZQMidiObject.h"
 
+namespace zmatrix {
+
 class ZQMidiObjectTrack {
  public:
   static constexpr int firstCapacity = 100;
@@ -54,7 +56,7 @@ class ZQMidiObjectTrack {
   ZQMidiObject** end() const { return objects.end(); }
 
  private:
-  zmatrix::ZQPointerArray<ZQMidiObject> objects{firstCapacity};
+  ZQPointerArray<ZQMidiObject> objects{firstCapacity};
 };
 
 /// An empty track, or null if memory has run out.
@@ -63,8 +65,6 @@ ZQMidiObjectTrack* createZQMidiObjectTrack();
 void deleteZQMidiObjectTrack(ZQMidiObjectTrack* track);
 /// Releases the track and leaves its objects to whoever holds them; null is ignored.
 void deleteZQMidiObjectTrackOnlyReferences(ZQMidiObjectTrack* track);
-
-namespace zmatrix {
 
 /// 2 to the power of a byte from a file; 0 where an int doesn't hold it.
 constexpr int powerOfTwo(unsigned char exponent) {

@@ -26,14 +26,13 @@ void MidiPairing::append(Chain& chain, int index) {
   if (chain.last == none) {
     chain.first = index;
   } else {
-    next[static_cast<size_t>(chain.last)] = index;
+    next[chain.last] = index;
   }
   chain.last = index;
 }
 
-bool MidiPairing::linkEvents() try {
-  next.assign(static_cast<size_t>(count), none);
-  isDropped.assign(static_cast<size_t>(count), 0);
+bool MidiPairing::linkEvents() {
+  if (!next.resize(count, none) || !isDropped.resize(count)) return false;
   for (int i = 0; i < count; i++) {
     const ZQMidiEvent* event = eventAt(i);
     if (event == nullptr) {
@@ -46,24 +45,23 @@ bool MidiPairing::linkEvents() try {
       continue;
     }
     std::unique_ptr<NotesOfChannel>& ofChannel = notes[event->getChannel()];
-    if (ofChannel == nullptr) ofChannel = std::make_unique<NotesOfChannel>();
+    if (ofChannel == nullptr) ofChannel.reset(new (std::nothrow) NotesOfChannel);
+    if (ofChannel == nullptr) return false;
     append(endsNotes(*event) ? ofChannel->offs[event->getByte2()] : ofChannel->ons[event->getByte2()], i);
   }
   return true;
-} catch (const std::bad_alloc&) {
-  return false;
 }
 
 /// The first event of a chain behind `index`. Searches only ever begin further on, so what lies before is forgotten.
 int MidiPairing::firstBehind(Chain& chain, int index) {
-  while (chain.first != none && chain.first <= index) chain.first = next[static_cast<size_t>(chain.first)];
+  while (chain.first != none && chain.first <= index) chain.first = next[chain.first];
   return chain.first;
 }
 
 bool MidiPairing::run() {
   if (!linkEvents()) return false;
   for (int i = 0; i < count; i++) {
-    if (eventAt(i) == nullptr || isDropped[static_cast<size_t>(i)] != 0) continue;
+    if (eventAt(i) == nullptr || isDropped[i] != 0) continue;
     if (!take(i)) return false;
   }
   return true;
@@ -151,8 +149,8 @@ int MidiPairing::findEnd(int index) {
   const int noteOff = firstBehind(noteOffs, index);
   dropOthersBetween(channel, index, noteOff == none ? count : noteOff);
   if (noteOff != none) {
-    isDropped[static_cast<size_t>(noteOff)] = 1;
-    noteOffs.first = next[static_cast<size_t>(noteOff)];
+    isDropped[noteOff] = 1;
+    noteOffs.first = next[noteOff];
     return noteOff;
   }
   const int noteOn = firstBehind(notes[channel]->ons[event.getByte2()], index);
@@ -164,10 +162,10 @@ void MidiPairing::dropOthersBetween(int channel, int index, int end) {
   Chain& chain = others[channel];
   for (int i = firstBehind(chain, index); i != none && i < end; i = chain.first) {
     const ZQMidiEvent& event = *eventAt(i);
-    isDropped[static_cast<size_t>(i)] = 1;
+    isDropped[i] = 1;
     found.lostInsideNotes++;
     if (event.isChannelEvent() && event.getStatus() == ZQMidiProgramChange) found.programChangesLostInsideNotes++;
-    chain.first = next[static_cast<size_t>(i)];
+    chain.first = next[i];
   }
 }
 

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
+#include "frame/ZQArray.h"
 #include "music/midi/ZQMidiEventTrack.h"
 #include "music/midi/ZQMidiObjectTrack.h"
 
@@ -28,7 +28,7 @@ struct MidiTrackPairing {
 
 /// An entry an event track.
 struct MidiPairingFindings {
-  std::vector<MidiTrackPairing> tracks;
+  ZQArray<MidiTrackPairing> tracks;
 };
 
 /// What does not depend on a single event.
@@ -47,7 +47,7 @@ class MidiPairing {
       : events(aTrack.begin()), count(aTrack.getCount()), filter(aFilter), objects(theObjects) {}
 
   /// False if memory has run out.
-  bool run();
+  [[nodiscard]] bool run();
 
   const MidiTrackPairing& findings() const { return found; }
   int numberOfUsedChannels() const;
@@ -73,7 +73,7 @@ class MidiPairing {
   };
 
   const ZQMidiEvent* eventAt(int index) const { return events[index]; }
-  bool linkEvents();
+  [[nodiscard]] bool linkEvents();
   void append(Chain& chain, int index);
   int firstBehind(Chain& chain, int index);
   bool take(int index);
@@ -82,7 +82,7 @@ class MidiPairing {
   bool takeNote(int index);
   int findEnd(int index);
   void dropOthersBetween(int channel, int index, int end);
-  bool add(ZQMidiObject* object);
+  [[nodiscard]] bool add(ZQMidiObject* object);
 
   const ZQMidiEvent* const* events;
   const int count;
@@ -94,8 +94,8 @@ class MidiPairing {
   int firstNumerator = 0;
   int firstDenominator = 0;
 
-  std::vector<int> next;                            // of each event, the next one in its chain
-  std::vector<unsigned char> isDropped;             // of each event: 1 if a search has taken it out
+  ZQArray<int> next;                                // of each event, the next one in its chain
+  ZQArray<unsigned char> isDropped;                 // of each event: 1 if a search has taken it out
   std::unique_ptr<NotesOfChannel> notes[channels];  // of the channels with note events; most tracks have one
   Chain others[channels];                           // what a search for a note-off takes out
 };

@@ -51,24 +51,22 @@ MidiTrackJudge::MidiTrackJudge(const ZQMidiTrackList& list, const MidiFeedSettin
   signatures = list.getMidiTimeSignatureFromTrackList(&nom, &denom);
 }
 
-void MidiTrackJudge::refuse(const char* format, int value) const {
-  dbPrintf(0, format, value);
-}
-
 /// The integers of the sequence. With an unknown type the length of the track before stands.
 bool MidiTrackJudge::findLength() {
   const int type = present.preProcessingType, dimension = present.coordinateDimension;
   const bool isPair = type == 1 || type == ZQPreProcessingTypeMidiNoteAndModQuanta;
   const bool isKnown = isPair || type == ZQPreProcessingTypeMidiTriple_NDMT || type == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
   if (!isKnown) {
-    refuse(sentences.suspiciousSettings, sentences.suspiciousSettingsShowDimension ? dimension : type);
+    dbPrintf(0, sentences.suspiciousSettings, sentences.suspiciousSettingsShowDimension ? dimension : type);
     return true;
   }
   if (dimension != coordinatesOfNote(type)) {
-    refuse(isPair                                       ? "updateMatrixWithMIDIFile: illegal coordDimension, should be 2!: %d\n"
-           : type == ZQPreProcessingTypeMidiTriple_NDMT ? sentences.dimensionIsNotThree
-                                                        : sentences.dimensionIsNotFour,
-           dimension);
+    static constexpr ZQSentence<int> dimensionIsNotTwo = "updateMatrixWithMIDIFile: illegal coordDimension, should be 2!: %d\n";
+    dbPrintf(0,
+             isPair                                       ? dimensionIsNotTwo
+             : type == ZQPreProcessingTypeMidiTriple_NDMT ? sentences.dimensionIsNotThree
+                                                          : sentences.dimensionIsNotFour,
+             dimension);
     return false;
   }
   length = static_cast<long long>(notes) * dimension;

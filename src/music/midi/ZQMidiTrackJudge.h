@@ -2,6 +2,7 @@
 // tells. It knows no matrix: the settings that the feed keeps in the global block stand here while a file is worked through.
 #pragma once
 
+#include "frame/ZQSentence.h"
 #include "music/midi/ZQMidiTrackList.h"
 #include "settings/ZQMatrixEnumerations.h"
 
@@ -28,11 +29,11 @@ struct MidiFeedSettings {
 /// In what the tiers' messages differ.
 struct MidiFeedTexts {
   int levelOfCannotOpen;
-  const char* description;               ///< with one int
-  const char* suspiciousSettings;        ///< with one int
+  ZQSentence<int> description;
+  ZQSentence<int> suspiciousSettings;
   bool suspiciousSettingsShowDimension;  ///< else they show the preprocessing type
-  const char* dimensionIsNotThree;       ///< with one int
-  const char* dimensionIsNotFour;        ///< with one int
+  ZQSentence<int> dimensionIsNotThree;
+  ZQSentence<int> dimensionIsNotFour;
 };
 
 extern const MidiFeedTexts mediumMidiFeedTexts;
@@ -77,7 +78,6 @@ class MidiTrackJudge {
   bool findLength();
   bool isToBeUpgraded() const;
   bool isToBeDowngraded() const;
-  void refuse(const char* format, int value) const;
 
   const MidiFeedSettings start;
   MidiFeedSettings present;

@@ -7,6 +7,8 @@
 #include "music/midi/ZQMidiPairing.h"
 #include "music/midi/ZQMidiSounds.h"
 
+namespace zmatrix {
+
 namespace {
 
 constexpr int percussionChannel = 9;
@@ -20,7 +22,7 @@ using TrackOfReferences = std::unique_ptr<ZQMidiObjectTrack, DeleteOnlyReference
 
 /// Closes the gap at an index; one outside the range counts as the first or the last.
 template <class Track>
-void removeTrackAt(zmatrix::ZQPointerArray<Track>& tracks, int index) {
+void removeTrackAt(ZQPointerArray<Track>& tracks, int index) {
   tracks.removeAt(tracks.holds(index) ? index : index < 0 ? 0 : tracks.getCount() - 1);
 }
 
@@ -92,13 +94,13 @@ void ZQMidiTrackList::deleteAllMidiObjectTracks() {
 
 ZQMidiObjectTrack* ZQMidiTrackList::createMIDIObjectTrackFromMidiEventTrack(
     const ZQMidiEventTrack* track, const int* statusFilter, const unsigned char* channelFilter, int* numberOfChannelsUsed,
-    int* hasPercussion, int* nom, int* denom, zmatrix::MidiPairingFindings* findings) const {
+    int* hasPercussion, int* nom, int* denom, MidiPairingFindings* findings) const {
   *numberOfChannelsUsed = *hasPercussion = 0;
   if (track == nullptr) return nullptr;
   std::unique_ptr<ZQMidiObjectTrack> objects(createZQMidiObjectTrack());
   if (objects == nullptr) return nullptr;
-  const zmatrix::MidiPairingFilter filter{statusFilter, channelFilter};
-  zmatrix::MidiPairing pairing(*track, filter, *objects);
+  const MidiPairingFilter filter{statusFilter, channelFilter};
+  MidiPairing pairing(*track, filter, *objects);
   if (!pairing.run()) return nullptr;
   *numberOfChannelsUsed = pairing.numberOfUsedChannels();
   *hasPercussion = pairing.hasPercussion() ? 1 : 0;
@@ -106,13 +108,12 @@ ZQMidiObjectTrack* ZQMidiTrackList::createMIDIObjectTrackFromMidiEventTrack(
     *nom = pairing.numerator();
     *denom = pairing.denominator();
   }
-  if (findings != nullptr) findings->tracks.push_back(pairing.findings());
+  if (findings != nullptr && !findings->tracks.append(pairing.findings())) return nullptr;
   objects->sortByFunction(ZQCompareMidiObjectsAscending);
   return objects.release();
 }
 
-bool ZQMidiTrackList::pairAllTracks(const int* statusFilter, const unsigned char* channelFilter,
-                                    zmatrix::MidiPairingFindings* findings) {
+bool ZQMidiTrackList::pairAllTracks(const int* statusFilter, const unsigned char* channelFilter, MidiPairingFindings* findings) {
   for (const ZQMidiEventTrack* events : eventTracks) {
     int numberOfChannelsUsed = 0, hasPercussion = 0, nom = 0, denom = 0;
     ZQMidiObjectTrack* objects = createMIDIObjectTrackFromMidiEventTrack(
@@ -160,7 +161,7 @@ bool ZQMidiTrackList::appendCopyOfMergedTrack(ZQMidiObjectTrack* merged) {
 }
 
 bool ZQMidiTrackList::updateMIDIObjectTracksFromMIDIEventTracks(const int* statusFilter, const unsigned char* channelFilter,
-                                                                int midiTrackAnalyze, zmatrix::MidiPairingFindings* findings) {
+                                                                int midiTrackAnalyze, MidiPairingFindings* findings) {
   deleteAllMidiObjectTracks();
   TrackOfReferences merged(createZQMidiObjectTrack());
   if (merged == nullptr || !pairAllTracks(statusFilter, channelFilter, findings) || !collectObjects(merged.get())) {
@@ -185,7 +186,7 @@ int ZQMidiTrackList::getMidiTimeSignatureFromTrackList(int* nom, int* denom) con
   for (const ZQMidiEvent* event : *eventTracks.at(0)) {
     if (event->getEventType() != ZQMidiMetaTimeSignature) continue;
     const int numerator = event->getByte1();
-    const int denominator = zmatrix::powerOfTwo(event->getByte2());
+    const int denominator = powerOfTwo(event->getByte2());
     if (count == 0) {
       *nom = numerator;
       *denom = denominator;
@@ -268,3 +269,5 @@ bool updateEventTrackFromObjectTrack(ZQMidiEventTrack* events, ZQMidiObjectTrack
   events->sortByFunction(ZQCompareMidiEventsAscending);
   return true;
 }
+
+}  // namespace zmatrix

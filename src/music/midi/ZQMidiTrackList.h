@@ -7,8 +7,8 @@
 #include "music/midi/ZQMidiObjectTrack.h"
 
 namespace zmatrix {
+
 struct MidiPairingFindings;
-}
 
 /// What becomes of object tracks once they are made: `midiTrackAnalyze`.
 enum ZQMidiTrackAnalyze : int {
@@ -51,13 +51,13 @@ class ZQMidiTrackList {
   /// as `midiTrackAnalyze` says. A filter drops what its entry, of a status or a channel, is not 0 for. `statusFilter`: 8 values;
   /// `channelFilter`: 16. `findings`, if not null, gets an entry an event track. False if memory has run out.
   bool updateMIDIObjectTracksFromMIDIEventTracks(const int* statusFilter, const unsigned char* channelFilter,
-                                                 int midiTrackAnalyze, zmatrix::MidiPairingFindings* findings = nullptr);
+                                                 int midiTrackAnalyze, MidiPairingFindings* findings = nullptr);
   /// One track of it, in order of start. `nom` and `denom` get the first time signature, if there is one. Null if memory has run
   /// out.
   ZQMidiObjectTrack* createMIDIObjectTrackFromMidiEventTrack(const ZQMidiEventTrack* track, const int* statusFilter,
                                                              const unsigned char* channelFilter, int* numberOfChannels,
                                                              int* hasPercussion, int* nom, int* denom,
-                                                             zmatrix::MidiPairingFindings* findings = nullptr) const;
+                                                             MidiPairingFindings* findings = nullptr) const;
   /// The first time signature of event track 0. Result: 0 without a track, which leaves both as they are, or without a
   /// signature, else 1 and one more for each that differs from the first.
   int getMidiTimeSignatureFromTrackList(int* nom, int* denom) const;
@@ -72,13 +72,13 @@ class ZQMidiTrackList {
   void setInternalNumberOfMidiObjectTracks(int number) { objectTracks.setCapacity(number); }
 
  private:
-  bool pairAllTracks(const int* statusFilter, const unsigned char* channelFilter, zmatrix::MidiPairingFindings* findings);
+  bool pairAllTracks(const int* statusFilter, const unsigned char* channelFilter, MidiPairingFindings* findings);
   bool collectObjects(ZQMidiObjectTrack* merged) const;
   bool replaceByMergedTrack(ZQMidiObjectTrack* merged);
   bool appendCopyOfMergedTrack(ZQMidiObjectTrack* merged);
 
-  zmatrix::ZQPointerArray<ZQMidiEventTrack> eventTracks{firstCapacity};
-  zmatrix::ZQPointerArray<ZQMidiObjectTrack> objectTracks{firstCapacity};
+  ZQPointerArray<ZQMidiEventTrack> eventTracks{firstCapacity};
+  ZQPointerArray<ZQMidiObjectTrack> objectTracks{firstCapacity};
 };
 
 /// An empty list, or null if memory has run out.
@@ -90,3 +90,5 @@ void deleteZQMidiTrackList(ZQMidiTrackList* list);
 /// each channel that is used gets a program for it at time 0. Sounds 14 and 15 keep their channel, and channel 0 has no program.
 /// False, and the event track incomplete, if memory has run out.
 bool updateEventTrackFromObjectTrack(ZQMidiEventTrack* events, ZQMidiObjectTrack* objects);
+
+}  // namespace zmatrix

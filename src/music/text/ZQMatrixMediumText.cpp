@@ -8,7 +8,7 @@ namespace zmatrix {
 
 template <>
 struct TextTier<ZQMatrixMedium> {
-  static constexpr const char* updateDescription =
+  static constexpr ZQSentence<int> updateDescription =
       "Producer: %d-Bit Mac OS, lattix01.exe (CPP-Version), ANSI teext read fromFile ***************";
 
   static int updateWithPhrase(ZQMatrixMedium* matrix, std::span<const int> phrase, int preProcessingType) {

@@ -10,7 +10,7 @@ namespace zmatrix {
 
 template <>
 struct TextTier<ZQMatrix> {
-  static constexpr const char* updateDescription =
+  static constexpr ZQSentence<int> updateDescription =
       "Producer: %d-Bit Mac OS Intel, (CPP-Version), ANSI text read fromFile ***************";
 
   static int updateWithPhrase(ZQMatrix* matrix, std::span<const int> phrase, int preProcessingType) {

@@ -13,7 +13,7 @@
 #include <span>
 
 #include "frame/ZQCharacterTables.h"
-#include "frame/ZQDebugChannel.h"
+#include "frame/ZQSentence.h"
 #include "music/ZQFileNameList.h"
 #include "music/text/ZQTextFile.h"
 #include "music/text/ZQTextPhrases.h"
@@ -133,7 +133,7 @@ void applyTextProperties(Matrix* matrix, const char* fileName, int language) {
   info->setNameOfUpdateFile(fileName);
   info->addNameOfUpdateFile(fileName);
   char description[256];
-  snprintf(description, sizeof description, TextTier<Matrix>::updateDescription, 64);
+  printInto(description, sizeof description, TextTier<Matrix>::updateDescription, 64);
   matrix->setMatrixDescription(description);
 }
 

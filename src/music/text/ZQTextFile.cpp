@@ -36,8 +36,8 @@ long long sizeOf(FILE* file) {
 
 /// Reads up to `capacity` bytes into one int each, and returns how many there were.
 int readBytes(FILE* file, int* values, int capacity) {
-  static constexpr size_t bytesAtOnce = 1 << 16;
-  static unsigned char bytes[bytesAtOnce];
+  static constexpr size_t bytesAtOnce = 1 << 14;
+  unsigned char bytes[bytesAtOnce];
   int length = 0;
   while (length < capacity) {
     const size_t wanted = std::min(bytesAtOnce, static_cast<size_t>(capacity - length));

@@ -63,7 +63,8 @@ int checkMatrixForTextOutput(Matrix* matrix) {
 template <class Matrix>
 void writeContextOfText(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file) {
   int numberOfObjex = 0, coordinateDimension = 0;
-  int** objex = matrix->createKernelOriginalSequenceInitialValuesObjexVector(&numberOfObjex, &coordinateDimension);
+  int** objex =
+      matrix->getMatrixInfo()->createKernelOriginalSequenceInitialValuesObjexVector(&numberOfObjex, &coordinateDimension);
   if (objex == nullptr) return;
   for (int i = 0; i < numberOfObjex; i++) output.write(objex[i][0], file);
   systemFree(objex);

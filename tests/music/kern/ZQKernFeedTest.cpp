@@ -16,10 +16,10 @@ using zmatrix::Vector;
 
 TEST(KernTracksTest, KnowTheirTexture) {
   zmatrix::expectKeptCases("kern_textures.txt", [](const std::string& line) {
-    ZQKernObjectTrack track;
+    zmatrix::ZQKernObjectTrack track;
     std::istringstream numbers(line);
     for (int time, channel; numbers >> time >> channel;) {
-      ZQKernObject* note = createAndInitZQKernObjectOfType(ZQKernObjectNoteOn, time);
+      zmatrix::ZQKernObject* note = zmatrix::createAndInitZQKernObjectOfType(zmatrix::ZQKernObjectNoteOn, time);
       note->setChannel(static_cast<unsigned char>(channel));
       track.addKernObject(note);
     }
@@ -39,7 +39,8 @@ TEST(KernTracksTest, AreMadeForEachChannel) {
             "x: trackID 0 unexpected\n");
   const auto said = [&](int index) {
     std::string text;
-    for (const ZQKernObject* object : *test.list->getKernObjectTrackAtIndex(index)) text += zmatrix::sayObject(*object) + " ";
+    for (const zmatrix::ZQKernObject* object : *test.list->getKernObjectTrackAtIndex(index))
+      text += zmatrix::sayObject(*object) + " ";
     return text;
   };
   EXPECT_EQ(said(0), "M0:3/4 T0:60 n3072:67+3072c16 M0:3/4 M0:3/4 o6144:67c16 n6144:69+3072c16 o9216:69c16 ");

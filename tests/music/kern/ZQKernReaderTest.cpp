@@ -61,7 +61,7 @@ TEST_F(KernReaderTest, RefusesWhatIsNoFile) {
   EXPECT_EQ(messages, "");
   // A refused file leaves the list as it was.
   list->getKernObjectTrackAtIndex(0)->setChannel(3);
-  ZQKernFile().readKernObjectsFromFileWithPath(list, folder.put("b.krn", "**kern\n").c_str());
+  zmatrix::ZQKernFile().readKernObjectsFromFileWithPath(list, folder.put("b.krn", "**kern\n").c_str());
   EXPECT_EQ(list->getKernObjectTrackAtIndex(0)->getChannel(), 3);
 }
 

@@ -23,12 +23,13 @@ using zmatrix::plain::PairedObject;
 constexpr int feedFilter[8] = {0, 0, 1, 1, 0, 1, 1, 1};
 constexpr unsigned char noFilter[16] = {};
 
-std::vector<PairedObject> pairedByLibrary(const ZQMidiEventTrack& track, const int* statuses, const unsigned char* channels) {
+std::vector<PairedObject> pairedByLibrary(const zmatrix::ZQMidiEventTrack& track, const int* statuses,
+                                          const unsigned char* channels) {
   int numberOfChannels = 0, hasPercussion = 0, nom = 0, denom = 0;
-  std::unique_ptr<ZQMidiObjectTrack> objects(ZQMidiTrackList().createMIDIObjectTrackFromMidiEventTrack(
+  std::unique_ptr<zmatrix::ZQMidiObjectTrack> objects(zmatrix::ZQMidiTrackList().createMIDIObjectTrackFromMidiEventTrack(
       &track, statuses, channels, &numberOfChannels, &hasPercussion, &nom, &denom));
   std::vector<PairedObject> result;
-  for (const ZQMidiObject* o : *objects) {
+  for (const zmatrix::ZQMidiObject* o : *objects) {
     const bool isNote = o->isNote(), isMeter = o->getType() == 8;
     result.push_back({o->getStartQuanta(), o->getEndQuanta(), o->getType(),
                       isMeter  ? o->dataByteAt(0)
@@ -40,7 +41,8 @@ std::vector<PairedObject> pairedByLibrary(const ZQMidiEventTrack& track, const i
 }
 
 /// As the library sorts: by start, number, sound, those alike in the order in which they came.
-std::vector<PairedObject> pairedPlainly(const ZQMidiEventTrack& track, const int* statuses, const unsigned char* channels) {
+std::vector<PairedObject> pairedPlainly(const zmatrix::ZQMidiEventTrack& track, const int* statuses,
+                                        const unsigned char* channels) {
   std::vector<PairedObject> objects = zmatrix::plain::paired(track, statuses, channels);
   for (PairedObject& o : objects) {
     double tonality = 0;
@@ -54,13 +56,13 @@ std::vector<PairedObject> pairedPlainly(const ZQMidiEventTrack& track, const int
   return objects;
 }
 
-std::unique_ptr<ZQMidiTrackList> listOf(const std::string& path, zmatrix::MidiReadFindings* findings = nullptr) {
-  std::unique_ptr<ZQMidiTrackList> list(createZQMidiTrackList());
-  ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str(), findings);
+std::unique_ptr<zmatrix::ZQMidiTrackList> listOf(const std::string& path, zmatrix::MidiReadFindings* findings = nullptr) {
+  std::unique_ptr<zmatrix::ZQMidiTrackList> list(zmatrix::createZQMidiTrackList());
+  zmatrix::ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str(), findings);
   return list;
 }
 
-std::unique_ptr<ZQMidiTrackList> listOfBytes(const std::string& content, int midiTrackAnalyze = 0) {
+std::unique_ptr<zmatrix::ZQMidiTrackList> listOfBytes(const std::string& content, int midiTrackAnalyze = 0) {
   const zmatrix::TestFolder folder;
   auto list = listOf(folder.put("a.mid", content));
   list->updateMIDIObjectTracksFromMIDIEventTracks(feedFilter, noFilter, midiTrackAnalyze);
@@ -73,11 +75,11 @@ TEST(ZQMidiPairingTest, AgreesWithThePlainTellingOnRandomTracks) {
   std::mt19937 random(17);
   const auto draw = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   for (int round = 0; round < 400; round++) {
-    ZQMidiEventTrack track;
+    zmatrix::ZQMidiEventTrack track;
     int time = 0;
     const int length = draw(120), statuses = 2 + draw(6), numbers = 1 + draw(5);
     for (int i = 0; i < length; i++) {
-      ZQMidiEvent* event = createZQMidiEvent();
+      zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
       time += draw(3);
       event->initWith(time, static_cast<unsigned char>((8 + draw(statuses)) << 4 | draw(2)),
                       static_cast<unsigned char>(60 + draw(numbers)), static_cast<unsigned char>(draw(3)), 8);
@@ -98,16 +100,16 @@ TEST(ZQMidiPairingTest, AgreesWithThePlainTellingOnRealTracks) {
     if (entry.path().extension() != ".mid") continue;
     const auto list = listOf(entry.path().string());
     for (int i = 0; i < list->getNumberOfMidiEventTracks(); i++) {
-      const ZQMidiEventTrack& track = *list->getMidiEventTrackAtIndex(i);
+      const zmatrix::ZQMidiEventTrack& track = *list->getMidiEventTrackAtIndex(i);
       EXPECT_EQ(pairedByLibrary(track, feedFilter, noFilter), pairedPlainly(track, feedFilter, noFilter)) << entry.path() << i;
     }
   }
 }
 
 TEST(ZQMidiPairingTest, EndsAMillionUnendedNotesInTime) {
-  ZQMidiEventTrack track;
+  zmatrix::ZQMidiEventTrack track;
   for (int i = 0; i < 1000000; i++) {
-    ZQMidiEvent* event = createZQMidiEvent();
+    zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
     event->initWith(i, 0x90, static_cast<unsigned char>(i % 100), 0x40);
     track.addMidiEvent(event);
   }
@@ -120,7 +122,7 @@ TEST(ZQMidiFileTest, PutsEventsWhereTheyBelong) {
   auto list = listOfBytes(midiHead(1, 2, 96) + midiTrack(zmatrix::meter(6, 3) + notes) + midiTrack(notes));
   ASSERT_EQ(list->getNumberOfMidiEventTracks(), 3);
   EXPECT_EQ(list->getMidiEventTrackAtIndex(0)->getCount(), 2);  // the meter and the end of the first track
-  const ZQMidiEvent* noteOff = list->getMidiEventTrackAtIndex(2)->getMidiEventAtIndex(1);
+  const zmatrix::ZQMidiEvent* noteOff = list->getMidiEventTrackAtIndex(2)->getMidiEventAtIndex(1);
   EXPECT_EQ(noteOff->getTimeQuanta(), 3072);
   EXPECT_EQ(noteOff->getByte1(), 0x80);
   EXPECT_EQ(noteOff->getByte3(), 127);
@@ -163,23 +165,24 @@ TEST(ZQMidiTrackListTest, MergesAsItIsTold) {
 }
 
 TEST(ZQMidiTracksTest, DeleteAndSortAsTheirUsersExpect) {
-  ZQMidiObjectTrack objects;
-  ZQMidiObject* kept[3];
-  for (int i = 0; i < 3; i++) objects.addMidiObject(kept[i] = createZQMidiObject());
+  zmatrix::ZQMidiObjectTrack objects;
+  zmatrix::ZQMidiObject* kept[3];
+  for (int i = 0; i < 3; i++) objects.addMidiObject(kept[i] = zmatrix::createZQMidiObject());
   objects.deleteMidiObjectAtIndex(-1);
   EXPECT_EQ(objects.getCount(), 2);
   EXPECT_EQ(objects.getMidiObjectAtIndex(0), kept[1]);
-  deleteZQMidiObject(kept[0]);
+  zmatrix::deleteZQMidiObject(kept[0]);
   std::mt19937 random(5);
-  ZQMidiEventTrack events;
+  zmatrix::ZQMidiEventTrack events;
   for (int i = 0; i < 3000; i++) {
-    ZQMidiEvent* event = createZQMidiEvent();
+    zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
     event->initWith(static_cast<int>(random()), static_cast<unsigned char>(random()));
     events.addMidiEvent(event);
   }
   events.deleteMidiEventAtIndex(-1);
-  events.sortByFunction(ZQCompareMidiEventsAscending);
+  events.sortByFunction(zmatrix::ZQCompareMidiEventsAscending);
   ASSERT_EQ(events.getCount(), 3000);
-  EXPECT_TRUE(std::is_sorted(events.begin(), events.end(),
-                             [](ZQMidiEvent* a, ZQMidiEvent* b) { return ZQCompareMidiEventsAscending(&a, &b) < 0; }));
+  EXPECT_TRUE(std::is_sorted(events.begin(), events.end(), [](zmatrix::ZQMidiEvent* a, zmatrix::ZQMidiEvent* b) {
+    return zmatrix::ZQCompareMidiEventsAscending(&a, &b) < 0;
+  }));
 }

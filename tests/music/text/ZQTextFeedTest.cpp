@@ -71,17 +71,6 @@ TEST_F(TextFeedTest, LearnsPhraseByPhrase) {
   EXPECT_EQ(learned(), Texts{});
 }
 
-TEST_F(TextFeedTest, StopsAtAPhraseThatFailsAndCountsNothing) {
-  info()->setMaximalMatrixIndex('t');
-  EXPECT_LT(feed("Ja. Nein zu. Doch"), 1);
-  EXPECT_EQ(learned(), (Texts{"Ja.", "Nein zu."}));
-  EXPECT_EQ(matrix->getMatrixFileHeader()->getNumberOfMatrixUpdates(), 0);
-  EXPECT_EQ(info()->getHasBeenChanged(), 0);
-  EXPECT_EQ(matrix->updateMatrixWithLongANSISequence(nullptr, 5), 0);
-  EXPECT_EQ(matrix->updateMatrixWithLongANSISequence(nullptr, 0), 1);
-  EXPECT_EQ(matrix->updateMatrixWithLongANSISequence(nullptr, INT_MIN), 1);
-}
-
 TEST_F(TextFeedTest, WarnsAboutSettingsThatSuitNoText) {
   ZQDebugChannel::globalDebugLevel = 0;
   matrix->setCurrentMatrixID(1);

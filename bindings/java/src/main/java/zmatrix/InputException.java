@@ -1,0 +1,14 @@
+package zmatrix;
+
+/** An input that can't be read, that holds nothing to learn or to continue, or that is of another kind than the model. */
+public class InputException extends ZmatrixException {
+    private static final long serialVersionUID = 1;
+
+    InputException(String message) {
+        super(message);
+    }
+
+    InputException(String message, Throwable cause) {
+        super(message, cause);
+    }
+}

@@ -1,0 +1,168 @@
+// The growing array of plain values that the library is made of. It lies on the C heap, says no instead of throwing, and keeps
+// what it holds where there is no room. A host can be given its memory to keep, and can hand its own in.
+#pragma once
+
+#include <algorithm>
+#include <climits>
+#include <concepts>
+#include <cstring>
+#include <span>
+#include <type_traits>
+#include <utility>
+
+#include "frame/ZQAssert.h"
+#include "frame/ZQMemory.h"
+
+namespace zmatrix {
+
+template <class T>
+class ZQArray {
+  static_assert(std::is_trivially_copyable_v<T>);
+
+ public:
+  static constexpr size_t mostValues = INT_MAX;  ///< what is counted across the boundary is counted in int
+
+  ZQArray() noexcept = default;
+  ~ZQArray() { reset(); }
+  ZQArray(ZQArray&& other) noexcept { swap(other); }
+  ZQArray& operator=(ZQArray&& other) noexcept {
+    swap(other);
+    return *this;
+  }
+  ZQArray(const ZQArray&) = delete;
+  ZQArray& operator=(const ZQArray&) = delete;
+
+  size_t size() const noexcept { return numberOfValues; }
+  /// The same for code that counts in int.
+  int count() const noexcept { return static_cast<int>(numberOfValues); }
+  bool empty() const noexcept { return numberOfValues == 0; }
+
+  /// Null before the first value was asked for, and after a reset.
+  T* data() noexcept { return values; }
+  const T* data() const noexcept { return values; }
+  T* begin() noexcept { return values; }
+  const T* begin() const noexcept { return values; }
+  T* end() noexcept { return values + numberOfValues; }
+  const T* end() const noexcept { return values + numberOfValues; }
+  const T& front() const noexcept { return (*this)[0]; }
+  T& back() noexcept { return (*this)[numberOfValues - 1]; }
+  const T& back() const noexcept { return (*this)[numberOfValues - 1]; }
+  template <std::integral Index>
+  T& operator[](Index index) noexcept {
+    ZQ_ASSERT(static_cast<size_t>(index) < numberOfValues);
+    return values[index];
+  }
+  template <std::integral Index>
+  const T& operator[](Index index) const noexcept {
+    ZQ_ASSERT(static_cast<size_t>(index) < numberOfValues);
+    return values[index];
+  }
+
+  // Each of these is false, or null, and changes nothing if memory has run out, or for a size below 0 or above mostValues.
+
+  /// Keeps the values that fit; new ones are `fill`. What is given up goes back to the heap, which never fails. A new array of
+  /// zeros takes no memory before it is written to.
+  template <std::integral Size>
+  [[nodiscard]] bool resize(Size newSize, T fill = T()) noexcept {
+    if (std::cmp_less(newSize, 0) || std::cmp_greater(newSize, mostValues)) return false;
+    const size_t wanted = static_cast<size_t>(newSize);
+    if (values == nullptr && isZero(fill)) return provideZeros(wanted);
+    if (!setCapacity(wanted) && (values == nullptr || wanted > capacity)) return false;
+    if (wanted > numberOfValues) std::fill(values + numberOfValues, values + wanted, fill);
+    numberOfValues = wanted;
+    return true;
+  }
+  /// As resize, but all values are `fill`.
+  template <std::integral Size>
+  [[nodiscard]] bool assign(Size newSize, T fill) noexcept {
+    if (!resize(newSize, fill)) return false;
+    fillFrom(0, fill);
+    return true;
+  }
+  [[nodiscard]] bool append(const T& value) noexcept {
+    const T appended = value;  // which may be one of the values here
+    if (numberOfValues == capacity && !provide(numberOfValues + 1)) return false;
+    values[numberOfValues++] = appended;
+    return true;
+  }
+  [[nodiscard]] bool copyFrom(std::span<const T> source) noexcept {
+    if (!provide(source.size())) return false;
+    if (!source.empty()) memmove(values, source.data(), source.size_bytes());
+    numberOfValues = source.size();
+    return true;
+  }
+  /// Sets the size and keeps the values that fit; what the new ones are is up to the caller.
+  [[nodiscard]] T* makeRoomFor(size_t newSize) noexcept {
+    if (!provide(std::max<size_t>(newSize, 1))) return nullptr;
+    numberOfValues = newSize;
+    return values;
+  }
+
+  template <std::integral Index>
+  void fillFrom(Index first, T fill) noexcept {
+    if (static_cast<size_t>(first) < numberOfValues) std::fill(values + first, end(), fill);
+  }
+  /// Drops the values behind the first ones and keeps the memory.
+  void truncate(size_t newSize) noexcept { numberOfValues = std::min(newSize, numberOfValues); }
+  void clear() noexcept { numberOfValues = 0; }
+  /// Drops the values and the memory.
+  void reset() noexcept {
+    systemFree(values);
+    values = nullptr;
+    numberOfValues = capacity = 0;
+  }
+  /// Takes over memory of systemMalloc with `newSize` values in it.
+  void adopt(T* memory, size_t newSize) noexcept {
+    if (memory != values) reset();
+    values = memory;
+    numberOfValues = capacity = memory == nullptr ? 0 : newSize;
+  }
+  /// The memory, which is the caller's from now on: null, or for systemFree.
+  [[nodiscard]] T* release() noexcept {
+    numberOfValues = capacity = 0;
+    return std::exchange(values, nullptr);
+  }
+  /// The same, with no more memory than the values need.
+  [[nodiscard]] T* releaseFitted() noexcept {
+    if (values != nullptr) setCapacity(numberOfValues);
+    return release();
+  }
+  void swap(ZQArray& other) noexcept {
+    std::swap(values, other.values);
+    std::swap(numberOfValues, other.numberOfValues);
+    std::swap(capacity, other.capacity);
+  }
+
+ private:
+  static constexpr size_t firstRoom = 64;
+
+  static bool isZero(const T& value) noexcept {
+    static constexpr char zeros[sizeof(T)] = {};
+    return memcmp(&value, zeros, sizeof(T)) == 0;
+  }
+  bool provideZeros(size_t wanted) noexcept {
+    values = static_cast<T*>(systemCalloc(std::max<size_t>(wanted, 1), sizeof(T)));
+    if (values == nullptr) return false;
+    numberOfValues = capacity = wanted;
+    return true;
+  }
+  bool setCapacity(size_t wanted) noexcept {
+    if (wanted == capacity && values != nullptr) return true;
+    auto* resized = static_cast<T*>(systemRealloc(values, std::max<size_t>(wanted, 1) * sizeof(T)));
+    if (resized == nullptr) return false;
+    values = resized;
+    capacity = wanted;
+    return true;
+  }
+  bool provide(size_t wanted) noexcept {
+    if (wanted <= capacity) return true;
+    if (wanted > mostValues) return false;
+    return setCapacity(wanted < firstRoom ? firstRoom : std::min(wanted + wanted / 2, mostValues));
+  }
+
+  T* values = nullptr;
+  size_t numberOfValues = 0;
+  size_t capacity = 0;
+};
+
+}  // namespace zmatrix

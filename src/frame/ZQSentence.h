@@ -1,0 +1,79 @@
+// Formats that stand in a table, or go through a parameter, away from the call that prints them: the compiler holds each against
+// the types of the values that it is printed with, as it does with a format at the call.
+#pragma once
+
+#include <cstdio>
+#include <type_traits>
+
+#include "frame/ZQDebugChannel.h"
+
+namespace zmatrix {
+
+/// A format for `Values`, in their order. It may leave out the last ones, and be null.
+template <class... Values>
+class ZQSentence {
+ public:
+  consteval ZQSentence(const char* format) : text_(format) {
+    if (format != nullptr && !suits(format)) throw "the format doesn't suit the values";
+  }
+  constexpr const char* text() const { return text_; }
+  constexpr bool isThere() const { return text_ != nullptr; }
+
+ private:
+  enum Kind { integer, longInteger, longLongInteger, real, string, other };
+
+  template <class Value>
+  static consteval Kind kindOf() {
+    if constexpr (std::is_same_v<Value, int>) return integer;
+    if constexpr (std::is_same_v<Value, long>) return longInteger;
+    if constexpr (std::is_same_v<Value, long long>) return longLongInteger;
+    if constexpr (std::is_same_v<Value, double>) return real;
+    if constexpr (std::is_same_v<Value, const char*>) return string;
+    return other;
+  }
+  static constexpr bool isIn(char c, const char* characters) {
+    while (*characters != 0 && *characters != c) ++characters;
+    return *characters != 0;
+  }
+  static consteval bool suits(const char* format) {
+    const Kind kinds[] = {kindOf<Values>()..., other};
+    size_t number = 0;
+    for (const char* at = format; *at != 0; ++at) {
+      if (*at != '%') continue;
+      if (*++at == '%') continue;
+      while (isIn(*at, "-+ #.0123456789")) ++at;
+      int longs = 0;
+      for (; *at == 'l'; ++at) ++longs;
+      const Kind kind = isIn(*at, "dixuc") ? static_cast<Kind>(longs) : isIn(*at, "feg") ? real : *at == 's' ? string : other;
+      if (longs > 2 || kind == other || number == sizeof...(Values) || kinds[number++] != kind) return false;
+    }
+    return true;
+  }
+
+  const char* text_;
+};
+
+}  // namespace zmatrix
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+#pragma GCC diagnostic ignored "-Wformat-security"
+template <class... Values>
+void dbPrintf(int level, const zmatrix::ZQSentence<Values...>& sentence, std::type_identity_t<Values>... values) {
+  dbPrintf(level, sentence.text(), values...);
+}
+
+namespace zmatrix {
+
+template <class... Values>
+void printTo(FILE* stream, const ZQSentence<Values...>& sentence, std::type_identity_t<Values>... values) {
+  fprintf(stream, sentence.text(), values...);
+}
+
+template <class... Values>
+void printInto(char* text, size_t size, const ZQSentence<Values...>& sentence, std::type_identity_t<Values>... values) {
+  snprintf(text, size, sentence.text(), values...);
+}
+
+}  // namespace zmatrix
+#pragma GCC diagnostic pop

@@ -1,0 +1,18 @@
+// From a double to 64 bits, defined for every double.
+#pragma once
+
+#include <cmath>
+#include <limits>
+
+namespace zmatrix {
+
+/// Truncated, and at the ends of 64 bits where the number lies beyond them. What is no number gives 0.
+inline long long truncated(double number) {
+  constexpr double end = 9223372036854775808.0;
+  if (std::isnan(number)) return 0;
+  if (number >= end) return std::numeric_limits<long long>::max();
+  if (number < -end) return std::numeric_limits<long long>::min();
+  return static_cast<long long>(number);
+}
+
+}  // namespace zmatrix

@@ -1,0 +1,46 @@
+// The records of sub-matrices, or of a history, by their number: an owner of each, any of which may be missing.
+#pragma once
+
+#include <memory>
+
+#include "frame/ZQArray.h"
+#include "settings/ZQMatrixBaseInfo.h"
+
+namespace zmatrix {
+
+class ZQRecordTable {
+ public:
+  ZQRecordTable() = default;
+  ~ZQRecordTable() { deleteFrom(0); }
+  ZQRecordTable(const ZQRecordTable&) = delete;
+  ZQRecordTable& operator=(const ZQRecordTable&) = delete;
+
+  int count() const noexcept { return records.count(); }
+  ZQMatrixBaseInfo** data() noexcept { return records.data(); }
+  ZQMatrixBaseInfo* operator[](int id) const noexcept { return records[id]; }
+
+  /// Deletes the records above; new places are empty. False, and nothing changed, if memory has run out; making it smaller never
+  /// fails.
+  [[nodiscard]] bool resize(int newCount) noexcept {
+    deleteFrom(newCount);
+    return records.resize(newCount);
+  }
+  /// In the place of what stood there.
+  void put(int id, std::unique_ptr<ZQMatrixBaseInfo> record) noexcept {
+    delete records[id];
+    records[id] = record.release();
+  }
+  void reset() noexcept {
+    deleteFrom(0);
+    records.reset();
+  }
+
+ private:
+  void deleteFrom(int first) noexcept {
+    for (int id = first; id < records.count(); ++id) delete std::exchange(records[id], nullptr);
+  }
+
+  ZQArray<ZQMatrixBaseInfo*> records;
+};
+
+}  // namespace zmatrix
