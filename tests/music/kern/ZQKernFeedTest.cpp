@@ -212,6 +212,7 @@ TEST(KernReportTest, TellsTracksFaultsAndDepartures) {
                 (finding.stopsRead != 0 ? "!" : "") + (finding.token[0] != 0 ? std::string("[") + finding.token + "]" : "") +
                 (finding.amount != 0 ? "=" + std::to_string(finding.amount) : "") + " ";
       }
+      if (trackAnalyze == 2) said += "meters " + std::to_string(report->numberOfMeters) + " counts ";
       for (const auto count : {report->notes, report->rests, report->ties, report->graceNotes, report->splits, report->joins,
                                report->additions, report->exchanges, report->ends, report->barLines}) {
         if (trackAnalyze == 2) said += std::to_string(count) + " ";

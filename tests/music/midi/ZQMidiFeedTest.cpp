@@ -85,6 +85,8 @@ TYPED_TEST(MidiFeedTest, LearnsATrackInTheSubMatrixOfItsKind) {
   EXPECT_EQ(this->feed(tune(melody({60, 62, 64, 60}))), 1);
   // Intervals, times modulo the bar, durations: two wholes steps up behind each other.
   EXPECT_GT(this->exist({2, 6144, 3072, 2, 9216, 3072}), 0);
+  const std::string held = tune(bytes({0, 0x90, 60, 100, 8, 0xb0, 7, 90, 8, 0xc0, 3, 8, 0x80, 60, 0}) + melody({62}));
+  EXPECT_EQ(reportOn(this->folder.put("held.mid", held))->fileTracks[1].eventsLostInsideNotes, 2);
   const std::string names = this->matrix->getMatrixInfo(0)->getNamesOfUpdateFiles();
   EXPECT_EQ(names.starts_with("MatID0: 4/4, Monophon, Undefined, Piano (track1): "), !isFull(this->matrix)) << names;
 }

@@ -249,6 +249,7 @@ TEST(ScoreMidiTest, TimesWithoutTickMoveAndAreCounted) {
   made.add(0, {1, 4 * 32749}, {1, 4 * 32719}, 60);
   zq_ScoreWriting writing{};
   EXPECT_EQ(read(written(made.finish(), writing))->numberOfNotes, 1);
+  EXPECT_EQ(writing.division, 30240);
   EXPECT_EQ(writing.timesMoved, 2);
   EXPECT_GT(writing.largestMove, 0);
   EXPECT_LT(writing.largestMove, 0.5 / (4 * 30240));
