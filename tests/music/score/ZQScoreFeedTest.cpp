@@ -110,7 +110,7 @@ TEST(ScorePlanTest, PlansRuns) {
     const Report report(zmatrix::createScoreFeedPlan(score.get(), &settings));
     std::ostringstream said;
     for (const zmatrix::PlannedRun& run : zmatrix::planScore(*score, settings).runs) {
-      const zq_ScoreRun& told = run.told;
+      const zq_ScoreRun& told = run.reported;
       said << "part " << told.part << ": " << told.notes << " notes, " << told.numerator << "/" << told.denominator
            << ", texture " << told.subType << ", sound " << told.soundID << ", coding " << told.preProcessingType << ", cause "
            << told.cause << (told.hasAssumedMeter != 0 ? ", meter assumed:" : ":");
