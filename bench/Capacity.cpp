@@ -1,5 +1,5 @@
-// A block filled by learning until the library refuses: it must have grown to its cap by then, more must be refused too, and what
-// was learned last must still continue. It takes up to 8 GB of memory, so it runs on demand only.
+// Fills a block by learning until the library refuses: the block must then have reached its cap, further learning must be refused
+// too, and the last text learned must still continue. It takes up to 8 GB of memory, so it runs on demand only.
 #include <random>
 
 #include "Benchmarks.h"

@@ -1,6 +1,6 @@
-// Who counts phrases: the library's tiers, and what one would take instead. Each is made empty, learns an input as often as told,
-// and gives its tally. The hash maps are keyed by a rolling 64-bit hash of the phrase, which is the least they can do: they can't
-// tell what follows a phrase, which the library can.
+// The contenders: structures that count phrases, namely the library's tiers and common alternatives. Each is created empty,
+// learns an input a given number of times, and returns its tally. The hash maps are keyed by a rolling 64-bit hash of the phrase,
+// the minimum for counting; unlike the library they can't list what follows a phrase.
 #pragma once
 
 #include <cstdint>
@@ -93,7 +93,7 @@ inline void remove(ZQMatrix* matrix) {
 template <class Matrix>
 class MatrixContender {
  public:
-  /// 0 leaves out the phrases whose last item a shorter context fixes.
+  /// 0 leaves out phrases whose last item is already determined by a shorter context.
   explicit MatrixContender(int includeOverdeterminedRules = 1)
       : matrix_(create(static_cast<Matrix*>(nullptr))), includeOverdeterminedRules_(includeOverdeterminedRules) {}
   ~MatrixContender() { remove(matrix_); }
@@ -136,7 +136,7 @@ class MatrixContender {
   int includeOverdeterminedRules_;
 };
 
-// --- a double-array trie of whole keys; it has no insertion from a node that is known
+// --- a double-array trie of whole keys; it can't insert below a known node
 
 #ifdef ZMATRIX_BENCH_DATRIE
 class DatrieContender {

@@ -1,6 +1,6 @@
-// Generation: how long one item takes after a text was learned, and how long the search for the longest known suffix alone takes
-// if each suffix is looked for from the root, as one would without remembering where the last item's suffixes lie. Every item
-// must come and be a character of the text, and both searches must end at the same place.
+// Generation: the time per item after a text was learned, and the time of the search for the longest known suffix alone if each
+// suffix is searched from the root, instead of from the results for the last item. Every item must be a character of the text,
+// and both searches must give the same result.
 #include <algorithm>
 #include <memory>
 
@@ -11,7 +11,7 @@ namespace bench {
 
 namespace {
 
-/// Lets the matrix continue the text's begin, without ever stopping.
+/// Sets the begin of the text as start and turns stopping off.
 void startWith(const Input& input, ZQMatrixMedium* matrix) {
   constexpr int lengthOfStart = 20;
   matrix->getMatrixInfo()->setEnableStopItem(0);
@@ -41,7 +41,7 @@ Measurement generate(const Input& input) {
   return measured;
 }
 
-/// The kernel as it stands; with the next item appended the search for the next kernel starts from it.
+/// The current kernel; together with the next item it is the sequence in which the next kernel is searched.
 std::vector<int> kernelOf(ZQMatrixMediumInfo* info) {
   const int* row = info->getKernelPreProcessedSequence()[0];
   return {row, row + info->getLengthOfKernelPreProcessedSequence()};

@@ -1,6 +1,6 @@
-// Kern: checking and reading scores, of four spines and of sixty, the exact reading beside the classic one, and learning them. A
-// plain pass over the bytes that counts tokens is what no reader can beat. Answers are checked: the notes of a score that was
-// made here are known, and real files must give the same in each round.
+// Kern: checking and reading scores of four and of sixty spines, exact and classic reading, and learning. A plain pass over the
+// bytes that only counts tokens is the lower bound for any reader. Answers are checked: the notes of a generated score are known,
+// and real files must give the same result in each round.
 #include <unistd.h>
 
 #include <cstdio>
@@ -30,7 +30,7 @@ struct Score {
   long long notes = 0, tokens = 0;
 };
 
-/// A score of quarters and halves, a bar line after each four quarters; each spine goes through the notes of a scale.
+/// Generates a score of quarters and halves with a bar line after every four quarters; each spine runs through a scale.
 Score makeScore(int spines) {
   Score score;
   score.path = (fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".krn")).string();
@@ -72,7 +72,7 @@ long long exactNotesOf(const std::string& path) {
   return score->numberOfNotes;
 }
 
-/// The tokens of a file, by a pass over its bytes that keeps nothing.
+/// Counts the tokens of a file in a plain pass over its bytes.
 long long tokensOf(const std::string& path) {
   FILE* file = fopen(path.c_str(), "rb");
   if (file == nullptr) return 0;
@@ -86,7 +86,7 @@ long long tokensOf(const std::string& path) {
 
 using Count = long long (*)(const std::string& path);
 
-/// An operation is a token.
+/// One operation is a token.
 Measurement readMade(int spines, Count count) {
   Measurement measured;
   const Score score = makeScore(spines);
@@ -99,7 +99,7 @@ Measurement readMade(int spines, Count count) {
   return measured;
 }
 
-/// An operation is a note that the reading gives, for the counting pass one of the files.
+/// One operation is a note of the result, or, for the counting pass, a note of the exact reading.
 Measurement readFiles(const std::vector<std::string>& files, Count count) {
   constexpr int rounds = 20;
   Measurement measured;

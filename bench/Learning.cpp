@@ -1,5 +1,5 @@
-// Learning beside the rivals. Every contender's tally is held against the one that std::unordered_map gives for the same input,
-// after the first learning and after the second.
+// Learning, compared with other contenders. Every contender's tally is compared with that of std::unordered_map for the same
+// input, after the first and after the second learning.
 #include <algorithm>
 #include <map>
 #include <memory>
@@ -30,7 +30,7 @@ Measurement learnTwice(const Input& input) {
   return measured;
 }
 
-/// What a tally must be, counted once for each input.
+/// The correct tally of an input, computed once.
 const Tally& expectedTally(const Input& input) {
   static std::map<const Input*, Tally> tallies;
   auto found = tallies.find(&input);
@@ -47,7 +47,8 @@ const Tally& expectedTally(const Input& input) {
   return found->second;
 }
 
-/// Learning without the phrases whose last item a shorter context already fixes: there must be fewer, and none counted oftener.
+/// Learning without phrases whose last item is determined by a shorter context: there must be fewer, and none with a higher
+/// count.
 Measurement learnUndetermined(const Input& input) {
   Measurement measured;
   measured.operations = input.getNumberOfPhrases();
@@ -83,7 +84,7 @@ void registerContender(const std::string& group, const SharedInput& input, const
 
 void registerContenders(const std::string& group, const SharedInput& input) {
   registerContender<MatrixContender<ZQMatrixMedium>>(group, input, "zmatrix_medium");
-  // The full tier learns as the medium tier does, with larger records: one size tells.
+  // The full tier learns like the medium tier, with larger records: one size is enough.
   constexpr size_t bytesForFull = 200'000;
   if (input->isText && input->original.size() <= bytesForFull && input->original.size() * 2 > bytesForFull)
     registerContender<MatrixContender<ZQMatrix>>(group, input, "zmatrix_full");
@@ -95,7 +96,7 @@ void registerContenders(const std::string& group, const SharedInput& input) {
   registerContender<HashMapContender<DenseMap>>(group, input, "dense_hash_map");
 #endif
 #ifdef ZMATRIX_BENCH_DATRIE
-  // Its insertion searches one list of all free places: longer phrases or more text would take hours.
+  // Its insertion searches one list of all free slots: longer phrases or more text would take hours.
   constexpr size_t mostBytesForDatrie = 50'000;
   if (input->isText && input->phraseLimit <= 4 && input->original.size() <= mostBytesForDatrie)
     registerContender<DatrieContender>(group, input, "libdatrie");

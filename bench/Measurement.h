@@ -1,12 +1,12 @@
-// One measurement, taken in a child process: what a structure takes in memory can only be told in a process that held nothing
-// before, and a child gives all of it back however large it was.
+// A measurement, taken in a child process: the memory of a structure can only be measured in a process without earlier
+// allocations, and the end of the child releases all of it.
 #pragma once
 
 #include <functional>
 
 namespace bench {
 
-/// What a structure says it holds; all structures that were fed the same must say the same.
+/// The content of a structure; all structures with the same input must have the same tally.
 struct Tally {
   long long distinct = 0;
   long long sumOfSquares = 0;
@@ -14,7 +14,7 @@ struct Tally {
   bool operator==(const Tally&) const = default;
 };
 
-/// What a child reports. Times are in seconds; which of them mean something is up to the benchmark.
+/// The result of a child process. Times are in seconds; their meaning depends on the benchmark.
 struct Measurement {
   long long operations = 0;
   double seconds[4] = {};
@@ -23,21 +23,21 @@ struct Measurement {
   bool isRight = false;
 };
 
-/// Runs the function in a child. A child that dies gives a measurement that is not right.
+/// Runs the function in a child process. If that crashes, the measurement is marked as wrong.
 Measurement measureInChild(const std::function<Measurement()>& function);
 
-/// Bytes of this process that are in memory.
+/// The resident bytes of this process.
 long long residentBytes();
 
-/// The most bytes that were in memory since resetPeakBytes, which gives what there are now.
+/// The maximum of residentBytes since resetPeakBytes, which returns the current value.
 long long peakBytes();
 long long resetPeakBytes();
 
-/// Gives free memory back, so that what is taken next shows in residentBytes.
+/// Returns free heap memory to the system, so that later allocations show in residentBytes.
 void releaseFreeMemory();
 
-/// What a stop watch reads: processor time of this process, since one thread is measured and other work on the machine shall not
-/// count; or time gone by, for what waits for a disk.
+/// The clock of a stop watch: processor time of this process, which other work on the machine doesn't affect, or wall time, for
+/// work that waits for a disk.
 enum class Clock { processor, wall };
 
 class StopWatch {

@@ -1,6 +1,6 @@
-// Music: reading MIDI files into events and then objects, writing one, and learning a tune. A plain counting pass over the bytes,
-// which only skips from event to event, is what no reader can beat. Answers are checked: the notes of a file that was made here
-// are known, and real files must give the same in each round.
+// Music: reading MIDI files into events and then objects, writing a file, and learning a tune. A plain counting pass, which only
+// skips from event to event, is the lower bound for any reader. Answers are checked: the notes of a generated file are known, and
+// real files must give the same result in each round.
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -37,7 +37,7 @@ std::string largeFile() {
   return (fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".mid")).string();
 }
 
-/// Notes as they are composed: chords and runs, on all channels in turn, with a program change now and then.
+/// Notes like those of a composition: chords and runs, on all channels in turn, with occasional program changes.
 std::unique_ptr<zmatrix::ZQMidiTrackList> notesToWrite(int numberOfNotes) {
   auto list = std::make_unique<zmatrix::ZQMidiTrackList>();
   list->extendEventTracksTo(1);
@@ -58,7 +58,7 @@ std::unique_ptr<zmatrix::ZQMidiTrackList> notesToWrite(int numberOfNotes) {
   return list;
 }
 
-/// The notes of all event tracks of a file, paired.
+/// The number of notes in all event tracks of a file, paired.
 long long notesOf(const std::string& path) {
   const std::unique_ptr<zmatrix::ZQMidiTrackList> list(zmatrix::createZQMidiTrackList());
   zmatrix::ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str());
@@ -70,7 +70,7 @@ long long notesOf(const std::string& path) {
   return notes;
 }
 
-/// The notes of a file as its exact reading has them.
+/// The number of notes in the exact reading of a file.
 long long exactNotesOf(const std::string& path) {
   zq_Score* const score = zmatrix::createScoreFromMidiFile(path.c_str());
   const long long notes = score->numberOfNotes;
@@ -79,7 +79,7 @@ long long exactNotesOf(const std::string& path) {
 }
 
 #ifdef ZMATRIX_BENCH_SMF
-/// The files without any finding: others may abort libsmf.
+/// The files without findings: others may abort libsmf.
 std::vector<std::string> filesInOrder(const std::vector<std::string>& files) {
   std::vector<std::string> inOrder;
   for (const std::string& file : files) {
@@ -90,8 +90,8 @@ std::vector<std::string> filesInOrder(const std::vector<std::string>& files) {
   return inOrder;
 }
 
-/// The note-ons of a file among the events that libsmf makes of it. Its time grows with the square of a track, so that it is not
-/// for the large file.
+/// The number of note-ons among the events that libsmf reads. Its time is quadratic in the length of a track, so that it is not
+/// run on the large file.
 long long noteOnsOfSmf(const std::string& path) {
   smf_t* const smf = smf_load(path.c_str());
   if (smf == nullptr) return 0;
@@ -104,7 +104,7 @@ long long noteOnsOfSmf(const std::string& path) {
 }
 #endif
 
-/// The note-ons of a file, by a walk over its bytes that keeps nothing.
+/// Counts the note-ons of a file in a plain pass over its bytes.
 long long noteOnsOf(const std::string& path) {
   FILE* file = fopen(path.c_str(), "rb");
   if (file == nullptr) return 0;

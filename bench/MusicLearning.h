@@ -1,4 +1,4 @@
-// Learning of music files, the same for all their formats.
+// Learning of music files, shared by all formats.
 #pragma once
 
 #include <functional>
@@ -12,7 +12,7 @@
 
 namespace bench {
 
-/// Learns files in one sub-matrix after the other; an operation is a note, the second figure a phrase.
+/// Learns the files into one matrix. One operation is a note; the second time is per phrase.
 inline Measurement learnMusic(const std::vector<std::string>& files, int phraseLimit,
                               const std::function<int(ZQMatrixMedium*, const char*, int*)>& learnFile) {
   Measurement measured;
@@ -37,7 +37,7 @@ inline Measurement learnMusic(const std::vector<std::string>& files, int phraseL
   return measured;
 }
 
-/// The same of exact readings: `read` makes a score of a file.
+/// The same for exact readings: `read` makes a score of a file.
 inline Measurement learnScores(const std::vector<std::string>& files, int phraseLimit,
                                const std::function<zq_Score*(const char*)>& read) {
   return learnMusic(files, phraseLimit, [&](ZQMatrixMedium* matrix, const char* file, int* notes) {

@@ -1,6 +1,6 @@
-// The number room: the table of primes beside primesieve's in the same run, ranks of primes at random points beside a plain
-// search in the same table, and integers to ocrons with their proof. Answers are checked: both tables must be the same, ranks
-// too, and every ocron must evaluate to its number.
+// Numbers: the table of primes compared with primesieve's, ranks of primes at random points compared with a plain search in the
+// same table, and ocrons of integers, checked by evaluation. Answers are checked: tables and ranks must be equal, and every ocron
+// must evaluate to its number.
 #include <sys/resource.h>
 
 #include <algorithm>
@@ -31,12 +31,12 @@ long long peakBytes() {
   return usage.ru_maxrss * 1024LL;
 }
 
-/// Ranks near the end of a table may be estimates: tables reach beyond what is asked.
+/// Ranks near the end of a table may be estimates: tables reach beyond the largest number of a query.
 constexpr unsigned tableFor(int largest) {
   return static_cast<unsigned>(largest) + static_cast<unsigned>(largest) / 20;
 }
 
-/// A few facts of a table that a wrong one would not have by chance.
+/// A checksum of a table of primes.
 Tally tallyOf(const int* primes, size_t count) {
   Tally tally;
   tally.distinct = static_cast<long long>(count);
@@ -75,7 +75,8 @@ Measurement primesieveTable(int limit) {
 }
 #endif
 
-/// What the table to 100 and 1,000 million must be: the known numbers of primes, and, where primesieve is, its primes.
+/// Registers the tables up to 100 million and 1,000 million, which must have the known numbers of primes and, where primesieve is
+/// installed, its primes.
 void registerTable(int thousands, const char* contender, Measurement (*makeTable)(int)) {
   const auto run = [thousands, makeTable](benchmark::State& state) {
     const int limit = thousands * 1000;

@@ -1,6 +1,6 @@
-// From a text to 10,000 generated items, as a user has it: beside the library a chain of words and one of characters, and the
-// model of a compressor where it is installed. Processor time and the memory that each takes at its peak. A word is an item of
-// the chain of words; all others generate characters. Every item must come.
+// From a text to 10,000 generated items: the library compared with a Markov chain of words, one of characters, and, where it is
+// installed, the model of a compressor. Measures processor time and peak memory. An item is a word for the chain of words and a
+// character for all others. All items must be generated.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -26,7 +26,7 @@ std::string textOf(const std::vector<int>& characters) {
   return text;
 }
 
-/// Learns and generates in turn; the times of both and the memory at its peak.
+/// Learns, then generates; measures both times and the peak memory.
 template <class Learn, class Next>
 Measurement learnAndGenerate(Learn learn, Next next) {
   Measurement measured;
@@ -53,7 +53,7 @@ Measurement byMatrix(const Input& input) {
   return learnAndGenerate(learn, next);
 }
 
-/// A character is chosen by the 15 before it, as in the library at a phrase limit of 16, but never by fewer.
+/// The last 15 characters determine the next, as in the library at a phrase limit of 16, but without shorter contexts.
 Measurement byCharacters(const Input& input) {
   WordChain chain(phraseLimit - 1);
   std::mt19937 random(1);
@@ -76,7 +76,7 @@ Measurement byWords(const Input& input) {
 }
 
 #ifdef ZMATRIX_BENCH_PPMD
-/// In a process of its own, which tells its figures.
+/// Runs the compressor in a process of its own, which prints its figures.
 Measurement byCompressor(const Input& input) {
   namespace fs = std::filesystem;
   const fs::path text = fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".txt");

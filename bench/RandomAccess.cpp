@@ -1,5 +1,5 @@
-// Single vectors of four coordinates below 256, written, read and deleted in three random orders. What is read must be what was
-// written, and nothing must be there after the deletion.
+// Single vectors of four coordinates below 256, written, read and deleted in three random orders. Each read must return what was
+// written, and nothing may exist after the deletion.
 #include <algorithm>
 #include <array>
 #include <random>

@@ -1,7 +1,7 @@
-// What one does with a learned matrix besides: test it, prune it, save it and load it. Each answer is checked: a test must find
-// the matrix sound, pruning must take elements out and leave it sound, and what was loaded must hold as many as what was saved. A
-// copy of the file's bytes by the system is the measure for saving and loading, and for loading also what no load can do without:
-// reading the file into memory that is new to the process.
+// Maintenance of a learned matrix: testing, pruning, saving and loading. Each answer is checked: a test must find the matrix
+// sound, pruning must remove elements and leave it sound, and a loaded matrix must hold as many elements as the saved one. The
+// reference for saving and loading is a copy of the file's bytes by the system; for loading also reading the file into newly
+// allocated memory, which no load can avoid.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -17,9 +17,9 @@ namespace {
 namespace fs = std::filesystem;
 
 template <class Matrix>
-bool isSound(Matrix* matrix, int which) {
+bool isSound(Matrix* matrix, int testNumber) {
   int written = 0, ends = 0;
-  return matrix->perform1stMemoryTest(which, &written, &ends, 0) == 1 && written > 0;
+  return matrix->perform1stMemoryTest(testNumber, &written, &ends, 0) == 1 && written > 0;
 }
 
 template <class Matrix>
@@ -29,10 +29,10 @@ Measurement test(const Input& input) {
   if (!contender.learn(input)) return measured;
   measured.operations = contender.getMatrix()->getNumberOfMatrixElements();
   measured.isRight = true;
-  for (int which : {1, 2}) {
+  for (int testNumber : {1, 2}) {
     const StopWatch watch;
-    measured.isRight = isSound(contender.getMatrix(), which) && measured.isRight;
-    measured.seconds[which - 1] = watch.seconds();
+    measured.isRight = isSound(contender.getMatrix(), testNumber) && measured.isRight;
+    measured.seconds[testNumber - 1] = watch.seconds();
   }
   return measured;
 }
@@ -53,7 +53,7 @@ Measurement prune(const Input& input) {
   return measured;
 }
 
-/// A file name of its own, removed with what it names.
+/// A temporary file name; the file is removed at the end.
 class TemporaryFile {
  public:
   TemporaryFile() : path_(fs::temp_directory_path() / ("zmatrix_bench_" + std::to_string(getpid()) + ".zmatrix")) {}
@@ -121,27 +121,27 @@ Measurement saveAndLoad(const Input& input) {
 }
 
 void registerRow(const std::string& group, const std::shared_ptr<const Input>& input, const std::string& name,
-                 Measurement (*function)(const Input&), void (*tell)(benchmark::State&, const Measurement&)) {
-  const auto run = [input, function, tell](benchmark::State& state) {
+                 Measurement (*function)(const Input&), void (*addCounters)(benchmark::State&, const Measurement&)) {
+  const auto run = [input, function, addCounters](benchmark::State& state) {
     for (auto _ : state) {
       const Measurement measured = measureInChild([&] { return function(*input); });
       report(state, measured, measured.seconds[0]);
-      if (measured.isRight) tell(state, measured);
+      if (measured.isRight) addCounters(state, measured);
     }
   };
   const std::string row = group + "/" + input->name + "/" + name;
   benchmark::RegisterBenchmark(row.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 }
 
-void tellTest(benchmark::State& state, const Measurement& measured) {
+void addTestCounters(benchmark::State& state, const Measurement& measured) {
   state.counters["walk_down_ns"] = measured.seconds[1] * 1e9 / static_cast<double>(measured.operations);
   state.counters["elements"] = static_cast<double>(measured.operations);
 }
-void tellPruning(benchmark::State& state, const Measurement& measured) {
+void addPruningCounters(benchmark::State& state, const Measurement& measured) {
   state.counters["left_percent"] = 100 * measured.seconds[1];
   state.counters["elements"] = static_cast<double>(measured.operations);
 }
-void tellFile(benchmark::State& state, const Measurement& measured) {
+void addFileCounters(benchmark::State& state, const Measurement& measured) {
   const double megabytes = static_cast<double>(measured.residentBytes) / 1e6;
   state.counters["elements"] = static_cast<double>(measured.operations);
   state.counters["bytes"] = static_cast<double>(measured.residentBytes) / static_cast<double>(measured.operations);
@@ -156,15 +156,15 @@ void tellFile(benchmark::State& state, const Measurement& measured) {
 void registerUpkeep(const std::string& text) {
   for (int limit : {16, 64}) {
     const auto input = std::make_shared<const Input>(textInput(text, std::min<size_t>(text.size(), 200'000), limit));
-    registerRow("test", input, "zmatrix_medium", test<ZQMatrixMedium>, tellTest);
-    registerRow("test", input, "zmatrix_full", test<ZQMatrix>, tellTest);
-    registerRow("prune", input, "zmatrix_medium", prune<ZQMatrixMedium>, tellPruning);
-    registerRow("prune", input, "zmatrix_full", prune<ZQMatrix>, tellPruning);
+    registerRow("test", input, "zmatrix_medium", test<ZQMatrixMedium>, addTestCounters);
+    registerRow("test", input, "zmatrix_full", test<ZQMatrix>, addTestCounters);
+    registerRow("prune", input, "zmatrix_medium", prune<ZQMatrixMedium>, addPruningCounters);
+    registerRow("prune", input, "zmatrix_full", prune<ZQMatrix>, addPruningCounters);
   }
-  // Ten million elements and more, if the text is long enough.
+  // More than ten million elements, if the text is long enough.
   const auto large = std::make_shared<const Input>(textInput(text, std::min<size_t>(text.size(), 300'000), 64));
-  registerRow("file", large, "zmatrix_medium", saveAndLoad<ZQMatrixMedium>, tellFile);
-  registerRow("file", large, "zmatrix_full", saveAndLoad<ZQMatrix>, tellFile);
+  registerRow("file", large, "zmatrix_medium", saveAndLoad<ZQMatrixMedium>, addFileCounters);
+  registerRow("file", large, "zmatrix_full", saveAndLoad<ZQMatrix>, addFileCounters);
 }
 
 }  // namespace bench

@@ -1,5 +1,5 @@
-// Where placement is hard: fields of a thousand children that lie far apart, or close, written in random order, so that they
-// interleave and clash; and text without structure, which leaves many scattered holes. What was written must be there afterwards.
+// Inputs that make placement hard: fields of a thousand children, far apart or close together, written in random order, so that
+// they interleave and collide; and unstructured text, which leaves many scattered holes. All elements must exist afterwards.
 #include <algorithm>
 #include <random>
 #include <utility>
@@ -16,7 +16,7 @@ constexpr int childrenOfParent = 1'024;
 
 using Pair = std::pair<int, int>;  // parent and coordinate
 
-/// Each parent's children are drawn without repeats from so many coordinates.
+/// Each parent's children are distinct random numbers below `numberOfCoordinates`.
 std::vector<Pair> widePairs(int numberOfCoordinates) {
   std::mt19937 random(5);
   std::vector<Pair> pairs;

@@ -1,7 +1,6 @@
-// What one writes in an hour instead: a Markov chain of one fixed order, as in chapter 3 of The Practice of Programming
-// (Kernighan and Pike, 1999). A hash map leads from the last words to all that have followed them, one entry an occurrence, so
-// that a draw among the entries is a draw by frequency. A word is a number; in texts taken character by character it is the
-// character.
+// A simple alternative to the library: a Markov chain of one fixed order, as in chapter 3 of The Practice of Programming
+// (Kernighan and Pike, 1999). A hash map leads from the last words to all words that followed them, one entry per occurrence, so
+// that a random entry is drawn by frequency. A word is a number; in texts read character by character it is the character.
 #pragma once
 
 #include <cctype>
@@ -13,13 +12,13 @@
 
 namespace bench {
 
-/// Numbers the different words of texts from 1 on.
+/// Numbers the distinct words of texts, from 1 on.
 class Vocabulary {
  public:
   int numberOf(std::string_view word) {
     return numbers_.try_emplace(std::string(word), static_cast<int>(numbers_.size()) + 1).first->second;
   }
-  /// The words of a text, which white space separates.
+  /// The words of a text, separated by white space.
   std::vector<int> wordsOf(std::string_view text) {
     const auto isWhite = [&](size_t i) { return isspace(static_cast<unsigned char>(text[i])) != 0; };
     std::vector<int> words;
@@ -37,7 +36,7 @@ class Vocabulary {
 
 class WordChain {
  public:
-  /// The order is the number of words that decide the next one.
+  /// The order is the number of words that determine the next one.
   explicit WordChain(size_t order) : begin_(order, endOfSentence), context_(begin_) {}
 
   void learn(std::span<const int> sentence) {
@@ -49,7 +48,7 @@ class WordChain {
     followers_[context].push_back(endOfSentence);
   }
 
-  /// The next word. Behind the end of a sentence the next one begins; 0 if nothing was learned.
+  /// The next word; after the end of a sentence the first word of another. 0 if nothing was learned.
   template <class Random>
   int next(Random& random) {
     for (int tries = 0; tries < 2; tries++) {

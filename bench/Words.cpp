@@ -1,5 +1,5 @@
-// Learning a text by words beside what one would write instead: a chain that counts which word follows none, one and two words.
-// Both get the words that the library has a symbol for, so that they must count the same runs.
+// Learning a text by words, compared with a simple alternative: a chain that counts the words that follow zero, one and two
+// words. Both get only words for which the library has a symbol, so that they must count the same runs.
 #include <memory>
 #include <sstream>
 #include <string>
@@ -18,7 +18,7 @@ namespace {
 constexpr size_t longestWord = 16;
 constexpr int longestRun = 3;
 
-/// Words with a blank between them: nothing that the two could cut in different ways.
+/// Words separated by single blanks, so that both contenders split them in the same way.
 struct Words {
   std::vector<std::string> words;
   std::vector<int> characters;
@@ -36,7 +36,7 @@ Words wordsOf(const std::string& text) {
   return input;
 }
 
-/// Runs of up to three words: how many there are, and how often all of them occur.
+/// Runs of up to three words: the number of distinct runs and of their occurrences.
 using Runs = Tally;
 
 class Chain {

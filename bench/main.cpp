@@ -1,5 +1,5 @@
-// zmatrix_bench [--text FILE] [--midi FOLDER] [--kern FOLDER] [--cap] [Google Benchmark's own options]: without a text the two
-// examples are learned, which are short; --cap fills a block to its cap as well.
+// zmatrix_bench [--text FILE] [--midi FOLDER] [--kern FOLDER] [--cap] [options of Google Benchmark]: without a text the two short
+// example texts are learned; --cap also fills a block to its cap.
 #include <cstdio>
 #include <cstring>
 
@@ -8,12 +8,12 @@
 
 namespace {
 
-// Takes an option with its value out of the arguments; the rest is Google Benchmark's.
+// Removes an option and its value from the arguments and returns the value; the rest is passed to Google Benchmark.
 std::string takeArgument(const char* option, int& argc, char** argv) {
   for (int i = 1; i + 1 < argc; i++) {
     if (strcmp(argv[i], option) != 0) continue;
     const std::string value = argv[i + 1];
-    for (int k = i; k + 2 <= argc; k++) argv[k] = argv[k + 2];  // the null behind the last one too
+    for (int k = i; k + 2 <= argc; k++) argv[k] = argv[k + 2];  // including the null at the end
     argc -= 2;
     return value;
   }

@@ -1,6 +1,6 @@
-"""What a compressor's model can do instead: python3-ppmd's PPMd (variant H) learns a text by encoding it, and then decodes noise, which
-gives text by the model's own probabilities. It goes on learning what it writes. Prints processor time in seconds (learning, all),
-the bytes of memory that it took at its peak, and how many items came.
+"""Generates text by a compressor's model: python3-ppmd's PPMd (variant H) learns a text by encoding it, and then decodes random
+bytes, which gives text by the model's probabilities. It also learns from what it generates. Prints processor time in seconds
+(learning, all), the peak memory in bytes, and the number of items.
 
 ppmd_peer.py FILE ORDER ITEMS"""
 import io
@@ -11,7 +11,7 @@ import time
 
 from ppmd import Ppmd7Decoder, Ppmd7Encoder
 
-MEMORY = 1 << 28  # may be used; a page counts when it is written to
+MEMORY = 1 << 28  # an upper limit; pages are allocated when they are written
 
 
 def peak():

@@ -1,5 +1,5 @@
-// Loads arbitrary bytes as a matrix file, into a matrix of each tier, and uses what has loaded: see UseMatrix.h. The corpus
-// begins well with the files that make_seeds writes, and those of tests/data/matrices.
+// Loads arbitrary bytes as a matrix file, into a matrix of each tier, and uses the result: see UseMatrix.h. Good seeds are the
+// files that make_seeds writes and those of tests/data/matrices.
 #include <unistd.h>
 
 #include <cstddef>
@@ -14,12 +14,12 @@
 namespace {
 
 constexpr std::size_t offsetOfBlockSize = 536;
-constexpr int largestBlockSize = 1 << 18;  // more is legal, but only costs time here
+constexpr int largestBlockSize = 1 << 18;  // larger ones are legal but slow
 
 template <class Matrix>
 void loadAndUse(Matrix* matrix, void (*destroy)(Matrix*), const std::string& path) {
   if (matrix->readAndInitMatrixFromDisk(path.c_str(), -1) != 1) {
-    // A refusal leaves a matrix that can be used as well.
+    // A matrix must be usable after a refused load too.
     matrix->readAndInitMatrixFromDisk("", -1);
   }
   zmatrix::useMatrix(*matrix, path);

@@ -1,7 +1,7 @@
-// Takes arbitrary bytes for a kern file: checks and reads it, reports on it, turns it into MIDI and learns it. The first byte
-// chooses coding, tier and how tracks are merged. Whatever comes: no overrun, no leak, no endless loop, and the report counts
-// what the reading makes. The exact reading keeps what its model promises, and gives the same of a file and of its bytes. The
-// corpus begins well with what fuzz/make_kern_seeds.py writes.
+// Reads arbitrary bytes as a kern file: checks and reads it, reports on it, converts it to MIDI and learns it. The first byte
+// selects coding, tier and merging of tracks. For every input there must be no overrun, no leak and no endless loop, and the
+// report must agree with the reading. The exact reading must give a valid score, the same from a file and from its bytes.
+// fuzz/make_kern_seeds.py writes seeds.
 #include <unistd.h>
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// Feeds arbitrary bytes as settings, sequences and a start to a matrix of the medium tier and reads it out, through the C header
-// alone. Whatever comes: no overrun, no leak, no endless loop.
+// Passes arbitrary bytes as settings, sequences and a start to a matrix of the medium tier and generates from it, through the C
+// header alone. For every input there must be no overrun, no leak and no endless loop.
 #include <zmatrix/zmatrix.h>
 
 #include <cstddef>
@@ -10,7 +10,7 @@ namespace {
 
 constexpr int itemsToRead = 64;
 
-// Takes settings off the front of the input; an input that is used up gives zeros.
+// Reads bytes and settings from the front of the input; after its end it gives zeros.
 class Bytes {
  public:
   Bytes(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}

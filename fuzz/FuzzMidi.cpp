@@ -1,6 +1,6 @@
-// Takes arbitrary bytes for a MIDI file: to tracks, whose pairing is held against the plain one, into a report and a matrix, and
-// back to a file if something was learned; and exactly, to a score that is written as MIDI and read again. The first two bytes
-// choose coding, tier and how tracks are merged. The corpus begins well with what fuzz/make_midi_seeds.py writes.
+// Reads arbitrary bytes as a MIDI file: into tracks, whose pairing is compared with a plain implementation, into a report and
+// into a matrix, and back to a file if something was learned; and exactly, into a score that is written as MIDI and read again.
+// The first two bytes select coding, tier and merging of tracks. fuzz/make_midi_seeds.py writes seeds.
 #include <unistd.h>
 
 #include <algorithm>
@@ -30,13 +30,13 @@ namespace {
 constexpr int feedFilter[8] = {0, 0, 1, 1, 0, 1, 1, 1};
 constexpr unsigned char noFilter[16] = {};
 constexpr int mostEventsForPlain = 2000;
-constexpr int notesToGenerate = 5;  // a track of nothing but bar lines takes many steps for each
+constexpr int notesToGenerate = 5;  // a track with bar lines only takes many steps for each
 
 void require(bool isTrue) {
   if (!isTrue) abort();
 }
 
-/// The library sorts what it pairs, so the number of objects and the sum of their times stand for them.
+/// The library sorts the objects, so that only their number and a checksum are compared.
 void compareWithPlain(const zmatrix::ZQMidiTrackList& list, const zmatrix::ZQMidiEventTrack& track) {
   int channels = 0, hasPercussion = 0, nom = 0, denom = 0;
   const std::unique_ptr<zmatrix::ZQMidiObjectTrack> objects(
@@ -63,7 +63,8 @@ void readAndPair(const std::string& path) {
   }
 }
 
-/// Parts share out the notes by onset, what is listed is counted, and ends are not before beginnings.
+/// Checks that the score is valid, and that its counts of findings agree with the findings listed and with the flags of its
+/// notes.
 void checkScore(const zq_Score& score) {
   long long refusedNote = 0;
   require(zmatrix::isScoreValid(&score, &refusedNote));
@@ -82,7 +83,7 @@ bool areSame(const zq_ScoreNote& one, const zq_ScoreNote& other) {
          one.pitch == other.pitch && one.velocity == other.velocity && one.program == other.program && one.part == other.part;
 }
 
-/// Reads exactly, writes the score as MIDI and reads that: the notes are the same, and nothing is wrong with the file.
+/// Reads exactly, writes the score as MIDI and reads that: the notes must be the same, without findings.
 void readExactly(const std::uint8_t* data, std::size_t size, int choice) {
   zq_Score* const score = zmatrix::createScoreFromMidiData(data, static_cast<long long>(size));
   checkScore(*score);

@@ -1,5 +1,5 @@
-// make_seeds DIRECTORY: writes what the fuzzers begin with, into DIRECTORY/file matrix files of all tiers, small, with symbols
-// and with history, and into DIRECTORY/learn settings with a text or numbers behind them.
+// make_seeds DIRECTORY: writes seeds for the fuzzers: into DIRECTORY/file small matrix files of all tiers, with symbols and with
+// history, and into DIRECTORY/learn settings followed by a text or numbers.
 #include <zmatrix/zmatrix.h>
 
 #include <cstdio>
@@ -18,7 +18,7 @@ std::vector<int> codesOf(const std::string& text) {
   return {text.begin(), text.end()};
 }
 
-/// Vectors of up to four integers, some under others, and one of them deleted.
+/// Writes vectors of up to four integers, some below others, and deletes one of them.
 template <class Matrix>
 void writeSome(Matrix* matrix, int (*write)(Matrix*, const int*, int, long long), int (*remove)(Matrix*, const int*, int, int)) {
   for (int i = 0; i < 24; ++i) {
@@ -51,7 +51,7 @@ void saveMedium(const std::string& path, int numberOfTexts) {
     s_updateMatrixWithLongANSISequence_Medium(matrix, text.data(), static_cast<int>(text.size()));
     s_initializeKernelSequenceWithOriginalSequence_Medium(matrix, text.data(), 7, 1);
     s_saveMatrixToDisk_Medium(matrix, path.c_str());
-    // The next text's record is appended to those that a matrix was read with.
+    // A loaded matrix appends the next text's record to its own.
     deleteMatrixMedium(matrix);
     matrix = createAndInitMatrixMediumWithFile(path.c_str(), -1);
     s_setCurrentMatrixID_Medium(matrix, 1);
@@ -78,8 +78,8 @@ void saveFull(const std::string& path, int numberOfTexts) {
   deleteMatrix(matrix);
 }
 
-/// As FuzzLearn.cpp takes its input apart: six bytes of settings for a text, eight for numbers, the start with its length, the
-/// rest.
+/// Writes a seed in the layout that FuzzLearn.cpp reads: six bytes of settings for a text or eight for numbers, the length of the
+/// start, the start, and the sequence.
 void writeLearnSeed(const std::string& path, const std::string& settings, const std::string& start, const std::string& sequence) {
   std::ofstream(path, std::ios::binary) << settings << static_cast<char>(start.size()) << start << sequence;
 }

@@ -1,5 +1,5 @@
-// Feeding a score that was read from arbitrary bytes: every note is accounted for, as was promised, and what was learned can be
-// composed from.
+// Feeds a score that was read from arbitrary bytes: the report must cover every note as planned, and music must be composed from
+// the result.
 #pragma once
 
 #include <cstdlib>
@@ -15,7 +15,7 @@ inline long long notesOf(const zq_ScoreFeedReport& report) {
   return notes;
 }
 
-/// `choice`, 0 to 23, decides on coding, tracks and percussion.
+/// `choice`, 0 to 23, selects coding, merging of tracks and percussion.
 inline void feedScore(const zq_Score& score, int choice) {
   constexpr int types[] = {1, 1002, 1003, 1004};
   const zq_ScoreFeedSettings settings{types[choice % 4], 16, 16, choice / 4 % 3, choice / 12, {}};

@@ -54,7 +54,7 @@ A pointer of which nothing says these is refused.
 import pathlib
 import sys
 
-from flat import api, c_files, java_files, python_files, settings_files
+from flat import api, c_files, java_files, js_files, python_files, settings_files
 from flat.rows import ROOT, FlatList
 
 FILES = {
@@ -75,6 +75,10 @@ FILES = {
     'bindings/python/zmatrix/raw.py': python_files.module,
     'bindings/python/zmatrix/raw.pyi': python_files.stub,
     **java_files.FILES,
+    'bindings/js/src/raw.js': js_files.module,
+    'bindings/js/src/raw.d.ts': js_files.declarations,
+    'bindings/js/exports.json': js_files.exported_names,
+    'bindings/js/layout.c': js_files.layout_check,
 }
 
 

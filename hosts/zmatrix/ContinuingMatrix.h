@@ -161,6 +161,25 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
     return successors;
   }
 
+  std::optional<std::vector<Successor>> sentenceStarts([[maybe_unused]] const std::vector<int>& beginning) override {
+    std::vector<Successor> starts;
+    if constexpr (Functions::learns) {
+      int found = 256;
+      std::vector<int> items, counts;
+      do {
+        items.resize(static_cast<std::size_t>(found));
+        counts.resize(items.size());
+        found = Functions::readSentenceStarts(matrix(), beginning.data(), static_cast<int>(beginning.size()),
+                                              static_cast<int>(items.size()), items.data(), counts.data());
+      } while (found > static_cast<int>(items.size()));
+      if (found < 0) return std::nullopt;
+      for (std::size_t at = 0; at < static_cast<std::size_t>(found); ++at) {
+        if (counts[at] > 0) starts.push_back({items[at], counts[at], 0});
+      }
+    }
+    return starts;
+  }
+
   double drawFraction() override {
     if constexpr (Functions::learns) {
       return static_cast<double>(Functions::drawRandomValue(matrix(), Functions::currentID(matrix()))) / 2147483648.0;

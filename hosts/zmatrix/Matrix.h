@@ -183,6 +183,8 @@ class Matrix {
   };
   /// What followed these stored items; nothing for a sequence that was not learned.
   virtual std::vector<Successor> successorsOf(const std::vector<int>& storedItems) = 0;
+  /// The letters that follow a beginning of sentences, with the number of sentences that go on so. None if the counts can't tell.
+  virtual std::optional<std::vector<Successor>> sentenceStarts(const std::vector<int>& beginning) = 0;
   /// 0 to 1, from the generator that seed() sets.
   virtual double drawFraction() = 0;
 

@@ -19,11 +19,7 @@ class SentenceStarts {
   const std::optional<std::vector<Matrix::Successor>>& after(const std::vector<int>& beginning);
 
  private:
-  std::vector<Matrix::Successor> firstLetters() const;
-  std::optional<std::vector<Matrix::Successor>> count(const std::vector<int>& beginning);
-
   Matrix& matrix_;
   std::size_t phraseLimit_;
-  std::vector<Matrix::Successor> letters_;  ///< all that were learned
   std::map<std::vector<int>, std::optional<std::vector<Matrix::Successor>>> known_;
 };

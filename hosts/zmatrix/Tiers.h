@@ -93,6 +93,7 @@
   static constexpr auto itemAt = s_getObjexFromMatrixHandle##suffix;                              \
   static constexpr auto countOf = s_getWriteCountFromElement##suffix;                             \
   static constexpr auto startsOf = s_getWriteCountWithoutPredecessorFromElement##suffix;          \
+  static constexpr auto readSentenceStarts = zq_readSentenceStarts##suffix;                       \
   static constexpr auto drawRandomValue = s_getSuccessorRandomValue##suffix;
 
 // clang-format on

@@ -1498,7 +1498,8 @@ void s_setHasBeenChanged_Medium(ZQMatrixMediumInfo* info, int hasBeenChanged);
 /// Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0.
 /// Result: the structure, which belongs to the record, until the next such call,
 /// `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted.
-/// Its arrays are the record's own; `namesOfUpdateFiles` is a copy that lives as long as the structure.
+/// Its arrays are the record's own, those of the kernel as it was at the call; `namesOfUpdateFiles` is a copy that lives as long as
+/// the structure.
 ZQMatrixProperties* s_getGlobalMatrixInfoParameters(ZQMatrixInfo* info);
 ZQMatrixProperties* s_getGlobalMatrixInfoParameters_Medium(ZQMatrixMediumInfo* info);
 ZQMatrixProperties* s_getGlobalMatrixInfoParameters_Base(ZQMatrixBaseInfo* info);

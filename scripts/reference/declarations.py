@@ -60,7 +60,8 @@ def read_members(body):
             if body[after:after + 1] in ('(', '<'):
                 signature, type_, position = call_of(body, after)
                 is_getter = re.search(r'\bget\s', member.group())
-                members.append(Declaration('attribute' if is_getter else 'method', member.group(1), signature, type_, documentation))
+                if member.group(1) not in [other.name for other in members]:  # one name stands for all that overload it
+                    members.append(Declaration('attribute' if is_getter else 'method', member.group(1), signature, type_, documentation))
             else:
                 end = end_of(body, after, ';')
                 members.append(Declaration('attribute', member.group(1), '', ' '.join(body[after:end].lstrip('?: ').split()), documentation))

@@ -39,11 +39,14 @@ class Python:
 class JavaScript:
     name, key = 'JavaScript', 'js'
     pages = ['javascript/index', 'javascript/raw']
-    layer, raw = 'bindings/js/zmatrix.d.ts', 'bindings/js/raw.d.ts'
+    layer, raw = 'bindings/js/src/index.d.ts', 'bindings/js/src/raw.d.ts'
 
     def __init__(self, root):
         self.declared = declarations.read((root / self.layer).read_text())
-        self.functions = declarations.read((root / self.raw).read_text())
+        raw = declarations.read((root / self.raw).read_text())
+        self.functions = next(entry for entry in raw if entry.name == 'Functions').members
+        for function in self.functions:
+            function.kind = 'function'
         self.signatures = {entry.name: entry for entry in self.functions}
 
     def link(self, function):

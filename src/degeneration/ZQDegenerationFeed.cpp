@@ -29,7 +29,7 @@ void showDegenerationForms(const int* degenerationLevels, int arrayLength, const
   }
 }
 
-void tellDegenerationProgress(int number, int level, const char* fileName) {
+void reportDegenerationProgress(int number, int level, const char* fileName) {
   static constexpr char line[] = "Matrix feeded with ocron rules up to up to number: %d, degen-level: %d\n";
   dbPrintf(0, line, number, level);
   FILE* file = fileName != nullptr ? fopen(fileName, "w") : nullptr;

@@ -1,10 +1,10 @@
-// Learning which ocrons stand for the same number, told once for the tiers that learn. The host brings, for each number, its
-// forms, the degenerate ocrons; pairs of forms of a number are learned as sequences, with an end symbol behind each form. All
-// pairs go to sub-matrix 0, those whose second form is the shorter to sub-matrix 1 as well. A run can take days: it saves itself
-// every twenty minutes, and stops behind the number at which a signal file is found.
+// Learning which ocrons stand for the same number, shared by the tiers that learn. The host passes the forms of each number, the
+// degenerate ocrons; pairs of forms of one number are learned as sequences, with an end symbol behind each form. All pairs are
+// learned in sub-matrix 0; those whose second form is shorter are learned in sub-matrix 1 as well. A run can take days: the
+// matrix is saved every twenty minutes, and the run stops after the number at which a signal file is found.
 //
 // DegenerationTier<Matrix> has:
-//   markEndOfForm           what follows a learned pair: the full tier gives the end of its first form a new symbol
+//   markEndOfForm           called after a pair was learned: the full tier gives the end of its first form a new symbol
 #pragma once
 
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace zmatrix {
 template <class Matrix>
 struct DegenerationTier;
 
-/// The text of one or two forms, each with its end behind it, as it is learned.
+/// One or two forms, each followed by the end of an ocron: the text that is learned.
 class DegenerationText {
  public:
   explicit DegenerationText(const char* endOfOcron) : endOfOcron_(endOfOcron) {}
@@ -31,7 +31,7 @@ class DegenerationText {
   char endSymbol() const { return endOfOcron_.empty() ? '\0' : endOfOcron_.front(); }
   void cutTo(int length) { length_ = length; }
 
-  /// Appends a form and its end. False, with a message and nothing appended, if that has no room.
+  /// Appends a form and the end of an ocron. False, with a message and nothing appended, if there is no room for both.
   bool add(const char* form) {
     const std::string_view text(form);
     if (text.size() + endOfOcron_.size() > static_cast<size_t>(mostCharacters - length_)) {
@@ -43,7 +43,7 @@ class DegenerationText {
     return true;
   }
 
-  /// The characters as integers, which stand until the text changes.
+  /// The characters as integers, valid until the text changes.
   std::span<const int> integers() const { return {integers_, static_cast<size_t>(length_)}; }
 
   static void complainOfLength() { dbPrintf(0, "feedMatrixWithDegenerationOcronData: ocron length exceeds 1024\n"); }
@@ -60,11 +60,11 @@ class DegenerationText {
   int length_ = 0;
 };
 
-/// Shows the forms of the first numbers.
+/// Prints the forms of the first numbers.
 void showDegenerationForms(const int* degenerationLevels, int arrayLength, const char* const* const* degenerationOcrons);
 
-/// Tells where the feed stands, through the channel and, if that isn't null, in a file.
-void tellDegenerationProgress(int number, int level, const char* fileName);
+/// Reports the progress through the channel and, if `fileName` isn't null, in a file.
+void reportDegenerationProgress(int number, int level, const char* fileName);
 
 /// True, with a message, if the signal file is there.
 bool isDegenerationTerminated();
@@ -75,11 +75,11 @@ class DegenerationFeed {
   DegenerationFeed(Matrix* matrix, const char* endOfOcron, bool isDryRun)
       : matrix_(matrix), text_(endOfOcron), isDryRun_(isDryRun) {}
 
-  /// Learns the forms of one number. A null form is passed over, all forms of the number if it is the first; the messages are
-  /// those of the forms that are shown at the start.
+  /// Learns the forms of one number. A null form is skipped with a message; if the first form is null, so are all forms of the
+  /// number.
   void feedNumber(int number, const char* const* forms, int level) {
     if (forms == nullptr || forms[0] == nullptr) {
-      tellMissing(number, forms);
+      reportMissing(number, forms);
       return;
     }
     compareLengths(number, forms, level);
@@ -90,7 +90,7 @@ class DegenerationFeed {
   }
 
  private:
-  static void tellMissing(int number, const char* const* forms) {
+  static void reportMissing(int number, const char* const* forms) {
     if (forms == nullptr)
       dbPrintf(0, "degenerationOcrons[%d] = NULL\n", number);
     else
@@ -114,7 +114,7 @@ class DegenerationFeed {
     feed(1, text_.length());
   }
 
-  /// Form `a` with each form up to the last one that is as long as the first.
+  /// Learns form `a` together with each form up to the last one that is as long as the first form.
   void feedPairs(const char* const* forms, int a) {
     if (text_.isFull()) {
       DegenerationText::complainOfLength();
@@ -137,14 +137,14 @@ class DegenerationFeed {
     if (text_.length() < 2 * firstPart) feed(1, firstPart);
   }
 
-  /// A form as short as the first, with an end of one character.
+  /// Learns the form alone, if it is as long as the first form and the end of an ocron has one character.
   void feedAlone() {
     if (static_cast<size_t>(text_.length()) != firstLength_ + 1) return;
     feed(1, text_.length());
     if (lastEqual_ == 0) feed(0, text_.length());
   }
 
-  /// Learns the text in a sub-matrix and marks its first `markedLength` integers.
+  /// Learns the text in a sub-matrix. The first `markedLength` integers are the form whose end the tier marks.
   void feed(int matrixID, int markedLength) {
     if (isDryRun_ || matrixID >= matrix_->getMaxNumberOfMatrices()) return;
     matrix_->setCurrentMatrixID(matrixID);
@@ -163,7 +163,7 @@ class DegenerationFeed {
   int lastEqual_ = 0;
 };
 
-/// Saves the matrix now and then: at the first number, and 1201 seconds or more after the last time.
+/// Saves the matrix at the first number, and at the first number 1201 seconds or more after the last save.
 template <class Matrix>
 class DegenerationAutoSave {
  public:
@@ -174,7 +174,7 @@ class DegenerationAutoSave {
     if (now < lastSave_ + secondsBetweenSaves) return;
     dbPrintf(0, "feedMatrixWithDegenerationOcronData: autoSaved\n");
     matrix_->saveMatrixToDisk("autoSave.phr");
-    tellDegenerationProgress(number, level, "autoSave.txt");
+    reportDegenerationProgress(number, level, "autoSave.txt");
     lastSave_ = now;
   }
 
@@ -185,7 +185,7 @@ class DegenerationAutoSave {
   time_t lastSave_ = 0;
 };
 
-/// 1, or -1 for a call that is refused.
+/// Returns 1, or -1 for a refused call.
 template <class Matrix>
 int feedMatrixWithDegenerationOcronDataIn(Matrix* matrix, const int* degenerationLevels, int arrayLength,
                                           const char* const* const* degenerationOcrons, int ocronType, const char* endOfOcron,
@@ -217,7 +217,7 @@ int feedMatrixWithDegenerationOcronDataIn(Matrix* matrix, const int* degeneratio
     if (level > 0) feed.feedNumber(i, degenerationOcrons[i], level);
     if (autoSave != 0) autoSaver.saveIfDue(i, level);
     if (isDegenerationTerminated()) {
-      tellDegenerationProgress(i, level, nullptr);
+      reportDegenerationProgress(i, level, nullptr);
       *numberFed = i + 1;
       return 1;
     }

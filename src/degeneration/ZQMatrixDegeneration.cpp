@@ -1,4 +1,4 @@
-// The degeneration feed of the medium and the full tier.
+// The degeneration feed of the medium tier and of the full tier.
 #include "degeneration/ZQDegenerationFeed.h"
 #include "symbols/ZQMatrix.h"
 
@@ -9,13 +9,12 @@ struct DegenerationTier<ZQMatrixMedium> {
   static void markEndOfForm(ZQMatrixMedium*, std::span<const int>) {}
 };
 
-/// Every time a form is learned its end gets a new symbol, also where it had one: the symbols count the pairs.
+/// Each time a form is learned its end gets another new symbol: the number of symbols counts the pairs.
 template <>
 struct DegenerationTier<ZQMatrix> {
   static void markEndOfForm(ZQMatrix* matrix, std::span<const int> form) {
     int handle = -1;
-    auto* element = static_cast<ZQMatrixElement*>(
-        matrix->getMatrixElementFromElementVector(form.data(), static_cast<int>(form.size()), &handle));
+    ZQMatrixElement* element = matrix->getMatrixElementFromElementVector(form.data(), static_cast<int>(form.size()), &handle);
     if (element == nullptr) return;  // the update was refused
     element->setSymbolID(matrix->getNewSymbolID());
     matrix->getMatrixInfo()->incrementNumberOfSymbols();

@@ -17,7 +17,7 @@ class ZQFieldWriter {
  public:
   static constexpr bool reads = false;
 
-  explicit ZQFieldWriter(ZQFileWriter& aFile) : file(aFile) {}
+  explicit ZQFieldWriter(ZQFileWriter& writer) : file(writer) {}
 
   template <class T>
   void number(const T& value) {
@@ -46,7 +46,7 @@ class ZQFieldReader {
  public:
   static constexpr bool reads = true;
 
-  explicit ZQFieldReader(ZQFileReader& aFile) : file(aFile), start(aFile.getPosition()) {}
+  explicit ZQFieldReader(ZQFileReader& reader) : file(reader), start(reader.getPosition()) {}
 
   template <class T>
   void number(T& value) {

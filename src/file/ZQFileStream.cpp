@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -18,7 +19,7 @@ constexpr long long memoryForByteOfFile = 64;
 
 }  // namespace
 
-ZQFileWriter::ZQFileWriter(FILE* aFile) : file(aFile) {
+ZQFileWriter::ZQFileWriter(FILE* stream) : file(stream) {
   if (file == nullptr) return;
   setvbuf(file, nullptr, _IONBF, 0);
   const off_t position = ftello(file);
@@ -32,7 +33,7 @@ ZQFileWriter::ZQFileWriter(FILE* aFile) : file(aFile) {
 bool ZQFileWriter::flush() {
   if (file != nullptr && used > 0 && !hasFailed) {
     hasFailed = fwrite(bytes, 1, used, file) != used;
-#ifdef SYNC_FILE_RANGE_WRITE
+#if defined(__linux__) && defined(SYNC_FILE_RANGE_WRITE)
     // Starts the writing only; errors are reported when the file is synced.
     if (writesBackAtOnce) sync_file_range(fileno(file), flushedBytes, static_cast<off_t>(used), SYNC_FILE_RANGE_WRITE);
 #endif
@@ -60,7 +61,7 @@ void ZQFileWriter::patch(long long position, int value) {
               fseeko(file, flushedBytes, SEEK_SET) != 0;
 }
 
-ZQFileReader::ZQFileReader(FILE* aFile) : file(aFile), buffer(new (std::nothrow) char[bufferSize]) {
+ZQFileReader::ZQFileReader(FILE* stream) : file(stream), buffer(new (std::nothrow) char[bufferSize]) {
   if (!hasRoom(buffer != nullptr)) return;  // reads as an empty file
   const off_t start = ftello(file);
   if (start < 0 || fseeko(file, 0, SEEK_END) != 0) return;
@@ -78,7 +79,7 @@ bool ZQFileReader::refill(size_t size) {
   next = 0;
   end = left + fread(buffer.get() + left, 1, bufferSize - left, file);
   if (end >= size) return true;
-  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file has become shorter meanwhile
+  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file was shortened while it was read
   return false;
 }
 
@@ -124,7 +125,7 @@ void ZQFileReader::skip(long long size) {
 }
 
 bool ZQFileReader::grants(long long bytes) {
-  if (bytes < 0 || bytes > memoryForAnyFile + memoryForByteOfFile * fileSize - bytesGranted) return false;
+  if (bytes < 0 || bytes > PTRDIFF_MAX || bytes > memoryForAnyFile + memoryForByteOfFile * fileSize - bytesGranted) return false;
   bytesGranted += bytes;
   return true;
 }
@@ -139,12 +140,17 @@ FILE* openRegularFile(const char* path) {
   return file;
 }
 
+bool canBeOpened(const char* path) {
+  FILE* file = openRegularFile(path);
+  return file != nullptr && fclose(file) == 0;
+}
+
 FILE* newTemporaryFile(long long) {
   return tmpfile();
 }
 
 FILE* newFileInMemory(long long size) {
-  return fmemopen(nullptr, static_cast<size_t>(size) + 1, "w+b");  // and a zero byte behind
+  return fmemopen(nullptr, static_cast<size_t>(size) + 1, "w+b");  // room for the terminating zero byte that fmemopen adds
 }
 
 bool copyRest(FILE* from, ZQFileWriter& to) {

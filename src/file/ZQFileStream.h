@@ -39,7 +39,7 @@ constexpr size_t largestFilePiece = 64;  ///< bytes that can be claimed or taken
 class ZQFileWriter {
  public:
   /// Without a file the bytes are only counted.
-  explicit ZQFileWriter(FILE* aFile);
+  explicit ZQFileWriter(FILE* stream);
 
   /// From now on each full buffer is written to the disk at once, in the background: for a file that is synced at the end.
   void writeBackAtOnce() { writesBackAtOnce = true; }
@@ -59,13 +59,13 @@ class ZQFileWriter {
   long long getPosition() const { return flushedBytes + static_cast<long long>(used); }
   /// Overwrites an int at a position; later bytes are still appended.
   void patch(long long position, int value);
-  /// Hands all bytes to the file. False if any write has failed.
+  /// Writes the buffer to the file. False if any write has failed.
   bool flush();
 
  private:
   FILE* file;
   std::unique_ptr<char[]> buffer;
-  char smallBuffer[largestFilePiece];  ///< for counting, and where memory has run out
+  char smallBuffer[largestFilePiece];  ///< without a file or without memory for a buffer
   char* bytes = smallBuffer;
   size_t capacity = sizeof smallBuffer;
   size_t used = 0;
@@ -77,9 +77,9 @@ class ZQFileWriter {
 class ZQFileReader {
  public:
   /// Begins at the file's current position.
-  explicit ZQFileReader(FILE* aFile);
+  explicit ZQFileReader(FILE* stream);
 
-  /// The next `size` bytes, at most largestFilePiece; null, and the file at its end, if there are less.
+  /// The next `size` bytes, at most largestFilePiece. If there are fewer, null, and the reader is at the end of the file.
   const char* take(size_t size) {
     const char* bytes = peek(size);
     if (bytes != nullptr) {
@@ -89,13 +89,13 @@ class ZQFileReader {
     }
     return bytes;
   }
-  /// The next `size` bytes, at most largestFilePiece, which stay the next ones; null if there are less.
+  /// As take, but without advancing; null if there are fewer bytes.
   const char* peek(size_t size) { return end - next >= size || refill(size) ? buffer.get() + next : nullptr; }
-  /// Goes on behind bytes that were peeked at.
+  /// Advances past bytes that were returned by peek.
   void advance(size_t size) { next += size; }
-  /// The next bytes, and zeros for those that are missing. False if some are.
+  /// Reads the next bytes and fills missing ones with zeros. False if some are missing.
   bool read(void* to, size_t size);
-  /// The next number; 0 behind the end.
+  /// The next number, or 0 at the end of the file.
   template <class Number>
   Number get() {
     const char* bytes = take(sizeof(Number));
@@ -108,9 +108,9 @@ class ZQFileReader {
   long long getFileSize() const { return fileSize; }
   /// True after a request for more bytes than there are.
   [[nodiscard]] bool isAtEnd() const noexcept { return hasEnded; }
-  /// Grants memory for what the file describes, in total a multiple of the file's size. False: the file asks for too much.
+  /// Grants memory for what the file describes, in total a multiple of the file's size. False if the file asks for too much.
   [[nodiscard]] bool grants(long long bytes);
-  /// Returns isAllocated, and remembers a failed allocation, to tell lack of memory from a bad file.
+  /// Returns isAllocated, and remembers a failed allocation, so that a lack of memory is not reported as a bad file.
   [[nodiscard]] bool hasRoom(bool isAllocated) noexcept {
     isOutOfMemory = isOutOfMemory || !isAllocated;
     return isAllocated;
@@ -134,6 +134,9 @@ class ZQFileReader {
 
 /// Opens a regular file for reading; null for anything else. Opening a pipe doesn't block.
 [[nodiscard]] FILE* openRegularFile(const char* path);
+
+/// True if openRegularFile opens it.
+[[nodiscard]] bool canBeOpened(const char* path);
 
 /// An unnamed temporary file, removed when it is closed; null if there can't be one.
 [[nodiscard]] FILE* newTemporaryFile(long long size);

@@ -24,7 +24,7 @@ constexpr int mostNamesTried = 1000;
 constexpr int modeOfNewFile = 0666;
 constexpr int modeUntilThatOfTarget = 0600;
 constexpr int bitsOfMode = 07777;
-constexpr char startOfNeighbour[] = ".zmatrix-save-";  // process and number follow
+constexpr char startOfNeighbour[] = ".zmatrix-save-";  // followed by process id and number
 
 std::string folderOf(const std::string& path) {
   const size_t slash = path.rfind('/');
@@ -65,7 +65,7 @@ void syncFolder(const std::string& folder) {
   close(descriptor);
 }
 
-/// True for the name of a neighbour whose process is gone.
+/// True for the name of a neighbour whose process no longer exists.
 bool isNameOfLeftover(const char* name) {
   const size_t lengthOfStart = sizeof startOfNeighbour - 1;
   if (strncmp(name, startOfNeighbour, lengthOfStart) != 0) return false;
@@ -108,7 +108,7 @@ bool ZQSafeFile::open(const char* path) {
   if (path == nullptr || *path == 0) return false;
   try {
     return openTarget(path);
-  } catch (const std::bad_alloc&) {  // the names of target and neighbour; the destructor drops what there is
+  } catch (const std::bad_alloc&) {  // from the names of target and neighbour; the destructor cleans up
     return false;
   }
 }
@@ -151,7 +151,7 @@ int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group
 }
 
 int ZQSafeFile::takeNeighbour(int descriptor, int modeOfTarget, long long owner, long long group) {
-  flock(descriptor, LOCK_EX | LOCK_NB);  // without locks in the file system, the process ID in the name has to do
+  flock(descriptor, LOCK_EX | LOCK_NB);  // without locks in the file system, only the process ID in the name shows the owner
   if (modeOfTarget >= 0) {
     // The new file keeps the target's owner and group where that is permitted, or at least the group; it keeps the mode always.
     const auto newGroup = static_cast<gid_t>(group);
@@ -195,7 +195,7 @@ bool ZQSafeFile::copyToTarget() {
     return false;
   }
   rewind(from);
-  int error = 0;  // the first one
+  int error = 0;  // the first error
   const auto hold = [&error](bool isDone) {
     if (!isDone && error == 0) error = errno != 0 ? errno : EIO;
   };
@@ -207,7 +207,7 @@ bool ZQSafeFile::copyToTarget() {
   }
   fclose(from);
   hold(fflush(stream) == 0);
-  hold(fsync(fileno(stream)) == 0 || errno == EINVAL);  // pipes and devices have nothing to be synced
+  hold(fsync(fileno(stream)) == 0 || errno == EINVAL);  // pipes and devices can't be synced
   hold(fclose(stream) == 0);
   stream = nullptr;
   errno = error;

@@ -22,23 +22,23 @@ class ZQSafeFile {
   [[nodiscard]] bool open(const char* path);
   /// The stream to write to; it can seek.
   FILE* getStream() { return stream; }
-  /// Replaces the target by what was written. False if not all could be stored; then the old target stands, unless it had to be
-  /// written directly.
+  /// Replaces the target by what was written. False if not all could be stored; then the old target is unchanged, unless it had
+  /// to be written directly.
   [[nodiscard]] bool commit();
 
  private:
   bool openTarget(const char* path);
-  /// 0, or the error number of what has failed.
+  /// Returns 0 or the errno of the failure.
   int openNeighbour(int modeOfTarget, long long owner, long long group);
   int takeNeighbour(int descriptor, int modeOfTarget, long long owner, long long group);
   bool closeStream();
   bool copyToTarget();
 
   std::string target;
-  std::string folder;     ///< of the target
+  std::string folder;     ///< the target's folder
   std::string neighbour;  ///< empty if there is none
   FILE* stream = nullptr;
-  bool isSpool = false;  ///< the stream is an unnamed file, to be copied to the target
+  bool isSpool = false;  ///< the stream is an unnamed file whose bytes are copied to the target
 };
 
 }  // namespace zmatrix

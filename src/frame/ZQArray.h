@@ -1,5 +1,5 @@
-// The growing array of plain values that the library is made of. It lies on the C heap, says no instead of throwing, and keeps
-// what it holds where there is no room. A host can be given its memory to keep, and can hand its own in.
+// The growing array of plain values that the whole library uses. Its memory comes from systemMalloc; if memory runs out an
+// operation returns false and leaves the content unchanged. Its memory can be passed to a host and taken over from one.
 #pragma once
 
 #include <algorithm>
@@ -20,7 +20,7 @@ class ZQArray {
   static_assert(std::is_trivially_copyable_v<T>);
 
  public:
-  static constexpr size_t mostValues = INT_MAX;  ///< what is counted across the boundary is counted in int
+  static constexpr size_t mostValues = INT_MAX;  ///< counts in the host interface are ints
 
   ZQArray() noexcept = default;
   ~ZQArray() { reset(); }
@@ -33,11 +33,11 @@ class ZQArray {
   ZQArray& operator=(const ZQArray&) = delete;
 
   size_t size() const noexcept { return numberOfValues; }
-  /// The same for code that counts in int.
+  /// The size as an int.
   int count() const noexcept { return static_cast<int>(numberOfValues); }
   bool empty() const noexcept { return numberOfValues == 0; }
 
-  /// Null before the first value was asked for, and after a reset.
+  /// Null before memory was first needed, and after a reset.
   T* data() noexcept { return values; }
   const T* data() const noexcept { return values; }
   T* begin() noexcept { return values; }
@@ -58,10 +58,10 @@ class ZQArray {
     return values[index];
   }
 
-  // Each of these is false, or null, and changes nothing if memory has run out, or for a size below 0 or above mostValues.
+  // Each of these returns false, or null, and changes nothing if memory runs out, and for a size below 0 or above mostValues.
 
-  /// Keeps the values that fit; new ones are `fill`. What is given up goes back to the heap, which never fails. A new array of
-  /// zeros takes no memory before it is written to.
+  /// Keeps the values that fit; new ones are `fill`. A smaller size frees memory and never fails. A new array of zeros takes no
+  /// memory until it is written.
   template <std::integral Size>
   [[nodiscard]] bool resize(Size newSize, T fill = T()) noexcept {
     if (std::cmp_less(newSize, 0) || std::cmp_greater(newSize, mostValues)) return false;
@@ -80,7 +80,7 @@ class ZQArray {
     return true;
   }
   [[nodiscard]] bool append(const T& value) noexcept {
-    const T appended = value;  // which may be one of the values here
+    const T appended = value;  // `value` may be a reference into this array
     if (numberOfValues == capacity && !provide(numberOfValues + 1)) return false;
     values[numberOfValues++] = appended;
     return true;
@@ -91,7 +91,7 @@ class ZQArray {
     numberOfValues = source.size();
     return true;
   }
-  /// Sets the size and keeps the values that fit; what the new ones are is up to the caller.
+  /// Sets the size and keeps the values that fit; new values are undefined and set by the caller.
   [[nodiscard]] T* makeRoomFor(size_t newSize) noexcept {
     if (!provide(std::max<size_t>(newSize, 1))) return nullptr;
     numberOfValues = newSize;
@@ -102,27 +102,27 @@ class ZQArray {
   void fillFrom(Index first, T fill) noexcept {
     if (static_cast<size_t>(first) < numberOfValues) std::fill(values + first, end(), fill);
   }
-  /// Drops the values behind the first ones and keeps the memory.
+  /// Removes the values from `newSize` on and keeps the memory.
   void truncate(size_t newSize) noexcept { numberOfValues = std::min(newSize, numberOfValues); }
   void clear() noexcept { numberOfValues = 0; }
-  /// Drops the values and the memory.
+  /// Removes all values and frees the memory.
   void reset() noexcept {
     systemFree(values);
     values = nullptr;
     numberOfValues = capacity = 0;
   }
-  /// Takes over memory of systemMalloc with `newSize` values in it.
+  /// Takes ownership of memory of systemMalloc that holds `newSize` values.
   void adopt(T* memory, size_t newSize) noexcept {
     if (memory != values) reset();
     values = memory;
     numberOfValues = capacity = memory == nullptr ? 0 : newSize;
   }
-  /// The memory, which is the caller's from now on: null, or for systemFree.
+  /// Passes the ownership of the memory to the caller: null, or a block for systemFree.
   [[nodiscard]] T* release() noexcept {
     numberOfValues = capacity = 0;
     return std::exchange(values, nullptr);
   }
-  /// The same, with no more memory than the values need.
+  /// The same, with the memory reduced to the values' size.
   [[nodiscard]] T* releaseFitted() noexcept {
     if (values != nullptr) setCapacity(numberOfValues);
     return release();
@@ -148,7 +148,7 @@ class ZQArray {
   }
   bool setCapacity(size_t wanted) noexcept {
     if (wanted == capacity && values != nullptr) return true;
-    auto* resized = static_cast<T*>(systemRealloc(values, std::max<size_t>(wanted, 1) * sizeof(T)));
+    auto* resized = static_cast<T*>(systemRealloc(values, bytesOf(std::max<size_t>(wanted, 1), sizeof(T))));
     if (resized == nullptr) return false;
     values = resized;
     capacity = wanted;

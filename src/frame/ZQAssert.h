@@ -1,5 +1,5 @@
-// Assertions on what holds inside the library whatever a host or a file does; input is answered by results instead. They are on
-// where the build defines ZMATRIX_ASSERTIONS, as the presets with sanitizers do, and cost nothing elsewhere.
+// Assertions of conditions that hold inside the library for every call and every file; invalid input gives result codes instead.
+// They are enabled where the build defines ZMATRIX_ASSERTIONS, as the presets with sanitizers do, and cost nothing elsewhere.
 #pragma once
 
 #ifdef ZMATRIX_ASSERTIONS

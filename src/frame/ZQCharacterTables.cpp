@@ -56,8 +56,8 @@ const char* afterDigits(const char* c) {
   return c;
 }
 
-/// True if printing `format` reads at most one argument, an int. Formats come from hosts; any other would read or write memory
-/// that nobody gave.
+/// True if printing `format` reads at most one argument, an int. Hosts pass formats; any other format would read or write memory
+/// that was not passed.
 bool readsOneIntAtMost(const char* format) {
   int conversions = 0;
   for (const char* c = format; *c != 0; c++) {

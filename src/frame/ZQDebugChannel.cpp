@@ -18,8 +18,8 @@ namespace {
 
 constinit thread_local char lastMessageOfLevel0[ZQDebugChannel::messageCapacity] = {};
 
-/// The first thread ends with the process, which closes all files; until then the destructors of a host's globals may still send
-/// messages.
+/// True in the process's first thread. Its debug file is left to the end of the process, which closes all files: until then the
+/// destructors of a host's globals may still print messages.
 bool isFirstThread() {
 #if defined(__linux__) && !defined(__EMSCRIPTEN__)
   return syscall(SYS_gettid) == getpid();
@@ -29,7 +29,7 @@ bool isFirstThread() {
 }
 
 struct ClosesDebugFileAtEndOfThread {
-  void watch() {}  // a first use has the destructor run
+  void watch() {}  // makes the compiler register the destructor with the thread
   ~ClosesDebugFileAtEndOfThread() {
     if (!isFirstThread()) ZQDebugChannel::closeDebugFile();
   }

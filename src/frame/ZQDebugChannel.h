@@ -1,9 +1,8 @@
-// The one diagnostic channel. Each thread has its own device, level, debug file and listener, shared by all matrices that it
-// uses: they are the static members that ZQMatrixBase inherits. The sentences that go through here are part of the interface and
-// keep their wording.
+// The diagnostic channel. Each thread has its own device, level, debug file and message function, shared by all matrices that it
+// uses: they are the static members that ZQMatrixBase inherits. The texts of messages are part of the interface.
 //
-// Thread-local variables of the library are constinit: an access calls no initialisation, and a thread that never touches them
-// costs nothing but their room.
+// Thread-local variables of the library are constinit: an access calls no initialisation, and in a thread that never uses them
+// they cost only their memory.
 #pragma once
 
 #include <zmatrix/zq_types.h>
@@ -19,21 +18,21 @@ struct ZQDebugChannel {
   static constinit thread_local int globalDebugLevel;         ///< messages of a level above this are dropped
   static constinit thread_local int globalMallocDebugger;     ///< kept for hosts that look for it; nothing reads it
 
-  static constinit thread_local zq_messageFunction messageFunction;  ///< what a host has called for each message, or null
+  static constinit thread_local zq_messageFunction messageFunction;  ///< the host's function for messages, or null
   static constinit thread_local void* messageUserData;
 
   /// Opens the debug file for appending; it stays closed if that fails.
   static void openDebugFile(const char* path);
   static void closeDebugFile();
 
-  /// True if a message of this level would come out: what a hot path asks before it builds one.
+  /// True if a message of this level would be printed or passed on. Hot paths ask this before they format a message.
   static bool shows(int level) { return globalDebugLevel >= level && (prints() || messageFunction != nullptr); }
   static bool prints() { return globalDebugOutputDevice != 0 && (globalDebugOutputDevice == 1 || fpMatrixErr != nullptr); }
 };
 
-/// Prints one message through the channel. Level 0 is for errors and warnings, 1 for notes, 2 to 9 for detail.
-/// Devices 2 and 3 are silent altogether while there is no debug file. What is neither printed nor listened to costs a few tests
-/// of thread-local variables; a message of level 0 is always kept, as the last one of its thread.
+/// Prints one message through the channel. Level 0 is for errors and warnings, 1 for notes, 2 to 9 for detail. Devices 2 and 3
+/// print nothing while there is no debug file. A message that is neither printed nor passed to a function costs a few tests of
+/// thread-local variables; a message of level 0 is always kept as the last message of its thread.
 void dbPrintf(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
 namespace zmatrix {

@@ -1,10 +1,11 @@
 #include "frame/ZQMemory.h"
 
+#include <cstdint>
 #include <cstdlib>
 
 namespace zmatrix {
 
-size_t largestAllocation = static_cast<size_t>(-1);
+size_t largestAllocation = PTRDIFF_MAX;
 
 }  // namespace zmatrix
 

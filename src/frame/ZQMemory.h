@@ -1,17 +1,17 @@
-// Heap allocation as the library hands it across its boundary: whatever a host receives to keep comes from here and goes back
-// through systemFree. The three operations are the C heap's own, with one limit that a test can lower to see what a full memory
-// does.
+// Heap allocation of everything that a host receives to keep: it is allocated here and released through systemFree. The functions
+// are those of the C heap, with a size limit that a test can lower to simulate a lack of memory.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 /// Allocates `size` bytes, or returns null.
 [[nodiscard]] void* systemMalloc(size_t size) noexcept;
 
-/// As systemMalloc, for `count` times `size` bytes, all 0; a large one costs nothing before it is touched.
+/// As systemMalloc, for `count` times `size` bytes, all 0. Pages of a large allocation cost nothing before their first use.
 [[nodiscard]] void* systemCalloc(size_t count, size_t size) noexcept;
 
-/// Resizes an allocation of systemMalloc; null if there is no room, and the old allocation then stands.
+/// Resizes an allocation of systemMalloc. If there is no memory it returns null and the old allocation is unchanged.
 [[nodiscard]] void* systemRealloc(void* pointer, size_t size) noexcept;
 
 /// As systemMalloc, at an address that is a multiple of `alignment`, a power of two that divides `size`.
@@ -30,7 +30,13 @@ template <class T>
 
 namespace zmatrix {
 
-/// The largest single allocation that is granted, in bytes. Unlimited unless a test sets it, before it starts threads.
+/// The largest single allocation that is allowed, in bytes: PTRDIFF_MAX unless a test sets it before it starts threads.
 extern size_t largestAllocation;
+
+/// The bytes of `count` values of `size` bytes. Where a size_t can't tell them, as it may be with 32 bits, it is a size that no
+/// allocation has.
+constexpr size_t bytesOf(unsigned long long count, size_t size) {
+  return count > SIZE_MAX / size ? SIZE_MAX : static_cast<size_t>(count) * size;
+}
 
 }  // namespace zmatrix

@@ -1,11 +1,11 @@
-// Silence for reports: they tell by their result what a reading tells by messages.
+// Mutes the diagnostic channel while a report reads a file: a report returns its findings as its result.
 #pragma once
 
 #include "frame/ZQDebugChannel.h"
 
 namespace zmatrix {
 
-/// Keeps the channel quiet for a while: a report is no news.
+/// Mutes the channel for its own lifetime.
 class MutedMessages {
  public:
   MutedMessages() : device(ZQDebugChannel::globalDebugOutputDevice), function(ZQDebugChannel::messageFunction) {

@@ -14,10 +14,10 @@ namespace zmatrix {
 
 namespace {
 
-constexpr size_t sizeOfPage = 4096;  // where pages are larger the system refuses what isn't a multiple of them: no harm
+constexpr size_t sizeOfPage = 4096;  // where pages are larger, the system refuses other multiples: harmless
 constexpr size_t sizeOfLargePage = size_t{2} << 20;
 constexpr size_t smallestForLargePages = 4 * sizeOfLargePage;
-constexpr double slowestLargePages = 1;  // nanoseconds a byte; small pages take less in any case
+constexpr double slowestLargePages = 1;  // nanoseconds per byte; small pages always take less
 
 char* roundedUp(const char* address, size_t size) {
   return reinterpret_cast<char*>((reinterpret_cast<uintptr_t>(address) + size - 1) & ~(size - 1));
@@ -40,8 +40,9 @@ void ZQPageProvider::begin(void* memory, size_t size) {
   usesLargePages = size >= smallestForLargePages && madvise(provided, static_cast<size_t>(end - provided), MADV_HUGEPAGE) == 0;
 }
 
-// On a virtual machine large pages may be ones that its host must find first, which takes ten times as long as small ones that
-// are at hand. That shows at once, and the allocation goes on without: all of it, so that it stays one piece to the system.
+// On a virtual machine the hypervisor may first have to find large pages, which takes ten times as long as providing small pages.
+// The time of the first call shows this, and the whole allocation goes on with small pages: the whole, so that the system still
+// treats it as one mapping.
 void ZQPageProvider::provideUpTo(const char* from, const char* to) {
   char* begin = std::max(provided, roundedDown(from, sizeOfPage));
   char* last = std::min(end, usesLargePages ? roundedUp(to, sizeOfLargePage) : roundedDown(to, sizeOfPage));

@@ -27,7 +27,7 @@ void reportProgress(int item, int itemCount) {
     progressThrottle.step = std::max(itemCount / 100, 1);
     progressThrottle.itemCountOfOperation = itemCount;
   }
-  // The last item goes out even if it follows close behind the one before.
+  // The last item is always reported, even right after the one before it.
   if (progressThrottle.nextItem < item || item == itemCount) callHost(item, itemCount);
 }
 

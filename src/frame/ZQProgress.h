@@ -1,13 +1,13 @@
-// The progress report: long operations tell the host how far they are, about a hundred times each whatever their length.
-// Record, callback and throttle are the thread's. An operation writes its sentence into globalProgressData.progressText before
-// its first call; without a callback a call costs one test.
+// The progress report: long operations report their progress to the host, about a hundred times each. Each thread has its own
+// record, callback and throttle. An operation writes its text into globalProgressData.progressText before its first call; without
+// a callback a call costs one test.
 #pragma once
 
 #include <climits>
 
-/// What the host's callback gets to see.
+/// The record that the host's callback receives.
 struct progressCallBackData_tag {
-  char progressText[80];  ///< what is going on, terminated
+  char progressText[80];  ///< what the operation does, terminated
   int progressItem;       ///< the item just reached
   int progressItemCount;  ///< the number of items in the operation
 };
@@ -19,11 +19,11 @@ extern constinit thread_local matrixProgressCallBackFunction updateProgressBarCa
 
 namespace zmatrix {
 
-/// Decides which items are reported. A loop that wants to ask less often than once an item reads nextItem.
+/// Decides which items are reported. A loop that asks less often than once per item reads nextItem.
 struct ProgressThrottle {
   int step = 1;                        ///< about a hundredth of the operation
   int lastReportedItem = INT_MAX;      ///< an item below this one begins a new operation
-  int itemCountOfOperation = INT_MAX;  ///< and so does another count
+  int itemCountOfOperation = INT_MAX;  ///< a different count begins one too
   long long nextItem = 0;              ///< the first item above this one is reported
 };
 
@@ -43,8 +43,8 @@ inline void matrixProgressDisplay(int item, int itemCount) {
 
 namespace zmatrix {
 
-/// The same for a loop with little work per item: it asks once whether there is a callback, since a thread's variables are found
-/// by a call where the library is a shared object.
+/// As matrixProgressDisplay, for a loop with little work per item: whether there is a callback is read once, since in a shared
+/// library each access to a thread-local variable is a function call.
 class ProgressOfLoop {
  public:
   void reach(int item, int itemCount) const {

@@ -1,5 +1,5 @@
-// Formats that stand in a table, or go through a parameter, away from the call that prints them: the compiler holds each against
-// the types of the values that it is printed with, as it does with a format at the call.
+// Formats that are stored in a table or passed as a parameter: the compiler checks them against the types of their values, as it
+// checks a format in the call of a print function.
 #pragma once
 
 #include <cstdio>
@@ -9,7 +9,7 @@
 
 namespace zmatrix {
 
-/// A format for `Values`, in their order. It may leave out the last ones, and be null.
+/// A format for `Values`, in this order. It may use fewer values, the first ones, and may be null.
 template <class... Values>
 class ZQSentence {
  public:

@@ -1,4 +1,4 @@
-// Ownership, inside the library, of blocks that come from systemMalloc.
+// Ownership, inside the library, of memory that comes from systemMalloc.
 #pragma once
 
 #include <memory>

@@ -1,7 +1,10 @@
-// Classes of characters of the ANSI code page that more than one floor asks for.
+// Classes of characters of the ANSI code page that several floors use.
 #pragma once
 
 namespace zmatrix {
+
+constexpr unsigned numberOfCharacters = 256;
+constexpr int lineEndCharacter = 10, blankCharacter = 32, hyphenCharacter = 45;
 
 /// Blanks, line ends, all control characters, and the no-break space.
 constexpr bool isWhiteCharacter(int value) {

@@ -16,7 +16,7 @@ namespace zmatrix {
 
 namespace {
 
-constexpr size_t sizeOfPage = 65536;  // a multiple of any that the system has
+constexpr size_t sizeOfPage = 65536;  // a multiple of every page size in use
 
 size_t wholePages(size_t size) {
   return (size + sizeOfPage - 1) / sizeOfPage * sizeOfPage;
@@ -26,7 +26,8 @@ void* newPages(size_t size) {
   return mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
 }
 
-// The system moves pages of one piece only; what it takes for several, as where somebody else has split it, is copied.
+// mremap moves a single mapping only. Memory that consists of several mappings, for example because the host has split it, is
+// copied.
 void* resizedPages(void* pages, size_t size, size_t newSize) {
   if (pages == nullptr) return newPages(newSize);
   if (size == newSize) return pages;
@@ -50,7 +51,7 @@ bool ZQZeroedMemory::resize(size_t newSize) noexcept {
   void* resized = resizedPages(begin, wholePages(size), wholePages(newSize));
   if (resized == MAP_FAILED) return false;
   begin = static_cast<char*>(resized);
-  // What a smaller size leaves in its last page would not be 0 after the next growth.
+  // Bytes of the last page behind a smaller size must be cleared: the next growth would show them.
   if (newSize < size) memset(begin + newSize, 0, std::min(wholePages(newSize), size) - newSize);
   size = newSize;
   return true;
@@ -70,10 +71,9 @@ size_t ZQZeroedMemory::getWholeSize() const {
 
 bool ZQZeroedMemory::resize(size_t newSize) noexcept {
   newSize = std::max(newSize, size_t{1});
-  char* resized = static_cast<char*>(systemCalloc(newSize, 1));
+  char* resized = static_cast<char*>(systemRealloc(begin, newSize));
   if (resized == nullptr) return false;
-  if (begin != nullptr) memcpy(resized, begin, std::min(size, newSize));
-  systemFree(begin);
+  if (newSize > size) memset(resized + size, 0, newSize - size);
   begin = resized;
   size = newSize;
   return true;

@@ -1,6 +1,6 @@
-// One large piece of memory that is all 0 where nothing was written, and that can change its size. Where the system can, growth
-// moves pages, not bytes, asks for no more address space than the difference, and what was never touched takes no memory.
-// Elsewhere the content is copied to a new piece: both together are the most that it asks for.
+// One large piece of memory that is 0 wherever nothing was written, and that can be resized. Where the system has mremap, growth
+// moves pages instead of bytes, needs no address space beyond the difference, and pages that were never touched take no memory.
+// Elsewhere a piece that can't grow in place is copied, so that old and new exist together for a moment.
 #pragma once
 
 #include <cstddef>
@@ -14,12 +14,13 @@ class ZQZeroedMemory {
   ZQZeroedMemory(const ZQZeroedMemory&) = delete;
   ZQZeroedMemory& operator=(const ZQZeroedMemory&) = delete;
 
-  /// Null while there is none. A resize can change it.
+  /// Null before the first resize. A resize can change it.
   char* getBegin() const { return begin; }
-  /// All that the system has given for it, in bytes: what may be asked for pages as one piece.
+  /// The size of the mapping in bytes, whole pages: what calls for pages may treat as one piece.
   size_t getWholeSize() const;
 
-  /// Sets the size in bytes; the content stays as far as the new size reaches. False, and nothing changed, if there is no room.
+  /// Sets the size in bytes and keeps the content up to the smaller of both sizes. False, with nothing changed, if there is no
+  /// memory.
   [[nodiscard]] bool resize(size_t newSize) noexcept;
 
   void clear() noexcept;

@@ -1,6 +1,6 @@
-// Memory for the many small objects of one class: an address for each, but not a trip to the heap. Each thread takes them from a
-// slab of its own and may release those of others. With the address sanitizer each object has a block of its own, so that a use
-// after release is seen.
+// Memory for the many small objects of one class, without a heap call for each. Each thread allocates from its own slab and may
+// release objects of other threads. Under the address sanitizer each object has a heap block of its own, so that a use after
+// release is detected.
 #pragma once
 
 #include <new>
@@ -29,7 +29,7 @@ class ZQClassSlab {
     systemFree(memory);
   }
 #else
-  /// Room for one object, or null if memory has run out.
+  /// Room for one object, or null if memory runs out.
   static void* allocate() {
     ZQRecordSlab* slab = slabOfThread;
     if (slab == nullptr) slab = createSlab();
@@ -47,7 +47,7 @@ class ZQClassSlab {
 
  private:
   struct AbandonsSlabAtEndOfThread {
-    void watch() {}  // a first use has the destructor run
+    void watch() {}  // makes the compiler register the destructor with the thread
     ~AbandonsSlabAtEndOfThread() {
       if (slabOfThread != nullptr) slabOfThread->abandon();
       slabOfThread = nullptr;

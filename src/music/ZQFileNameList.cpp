@@ -26,7 +26,7 @@ ZQFileNameList::~ZQFileNameList() {
 
 void ZQFileNameList::init() {
   if (fileNameList == nullptr) return;
-  numberOfFileNames = 0;  // the names are whoever's has them
+  numberOfFileNames = 0;  // the names now belong to the caller
   auto** slots = static_cast<char**>(systemRealloc(fileNameList, firstCapacity * sizeof(char*)));
   if (slots == nullptr) return;
   fileNameList = slots;

@@ -1,4 +1,4 @@
-// The file names that a batch feed works through, and the walk over a directory tree that collects them by suffix. The list owns
+// The list of file names that a batch feed works through, and the search of a directory tree for files by suffix. The list owns
 // its names, which come from systemMalloc.
 #pragma once
 
@@ -11,9 +11,9 @@ class ZQFileNameList {
   ZQFileNameList(const ZQFileNameList&) = delete;
   ZQFileNameList& operator=(const ZQFileNameList&) = delete;
 
-  /// An empty list of the first capacity.
+  /// Makes an empty list with the initial capacity.
   void init();
-  /// Takes over the name; null is ignored.
+  /// Takes ownership of the name; null is ignored.
   void addFileName(char* name);
   int getCount() const { return numberOfFileNames; }
   /// Null outside the range.
@@ -26,19 +26,19 @@ class ZQFileNameList {
   void setInternalNumberOfFileNames(int number) { internalNumberOfFileNames = number; }
   void sortByFunction(zmatrix::ZQCompareFunction compare);
 
-  /// The suffix with its dot, at most ten characters of it, in one buffer of the calling thread. Empty for a name without a dot
-  /// behind its first character.
+  /// The suffix of a name with its dot, at most ten characters, in a buffer of the calling thread. Empty if there is no dot
+  /// behind the first character.
   char* getFileSuffix(const char* name) const;
   int fileIsMidiFile(const char* name) const;
   int fileIsKernFile(const char* name) const;
   int fileIsTextFile(const char* name) const;
   /// 1 for a directory, 0 for a regular file, -1 for anything else or a path that can't be read.
   int isDirectory(const char* path) const;
-  /// The full paths of all that lies in a directory, in reverse alphabetical order; null if the path is no directory.
+  /// The full paths of all entries of a directory, in reverse alphabetical order; null if the path is no directory.
   ZQFileNameList* getDirectoryContent(const char* path) const;
 
-  /// Each adds the files of its kind in a directory, or a single file, to `list`, or to a new one if that is null, and returns
-  /// it. Without `recursive` only what lies directly in the directory is taken.
+  /// Each adds the files of its kind in a directory, or a single file, to `list`, or to a new list if that is null, and returns
+  /// the list. Without `recursive` sub-directories are not searched.
   ZQFileNameList* getMidiFilesInFilePath(const char* path, int recursive, ZQFileNameList* list) const;
   ZQFileNameList* getKernFilesInFilePath(const char* path, int recursive, ZQFileNameList* list) const;
   ZQFileNameList* getTextFilesInFilePath(const char* path, int recursive, ZQFileNameList* list) const;
@@ -55,7 +55,7 @@ class ZQFileNameList {
 ZQFileNameList* createZQFileNameList();
 /// Releases list and names; null is ignored.
 void deleteZQFileNameList(ZQFileNameList* list);
-/// Releases the list and leaves the names to whoever holds them.
+/// Releases the list only; the caller keeps the names.
 void deleteZQFileNameListOnlyReferences(ZQFileNameList* list);
 
 /// Compares at most 256 characters of two names, given by pointers to them; 0 if one is null. Hosts may call it too.

@@ -1,6 +1,6 @@
-// How a file name list finds its names: suffixes, directories, and the walk down a tree. Links are followed as the system follows
-// them, so a tree can contain itself: a walk never enters a directory from within itself, and enters a million directories at
-// most. Its depth is bounded by the longest path that the system takes.
+// The search for file names: suffixes, directories, and the recursive walk. Symbolic links are followed, so that a directory can
+// contain itself: the walk never enters a directory that it is already in, and enters at most a million directories. Its depth is
+// bounded by the longest path that the system accepts.
 #include <dirent.h>
 #include <sys/stat.h>
 
@@ -31,7 +31,7 @@ char* newPath(std::string_view directory, std::string_view name) {
   return newText(directory, directory.empty() || directory.back() == '/' ? "" : "/", name);
 }
 
-/// One operation of the four that collect files.
+/// The parameters of one of the four operations that collect files.
 struct FileSelection {
   bool (*accepts)(const ZQFileNameList& list, const char* name);
   const char* searchMessage;  ///< or null
@@ -47,7 +47,7 @@ constexpr FileSelection midiOrKernFiles = {
     [](const ZQFileNameList& list, const char* name) { return list.fileIsMidiFile(name) == 1 || list.fileIsKernFile(name) == 1; },
     "getMidiOrKernFilesInFilePath: searching for: "};
 
-/// One walk down a tree.
+/// The recursive walk of one directory tree.
 class FileWalk {
  public:
   FileWalk(const FileSelection& selection, bool recursive, ZQFileNameList* list)
@@ -56,7 +56,7 @@ class FileWalk {
   void collect(const char* path) { collect(path, nullptr); }
 
  private:
-  /// A directory that the walk is in, and the one it came from.
+  /// A directory that the walk is in; `parent` is the directory that contains it.
   struct Directory {
     dev_t device;
     ino_t number;
@@ -116,7 +116,7 @@ char* ZQFileNameList::getFileSuffix(const char* name) const {
   suffix[0] = 0;
   const std::string_view text = name != nullptr ? name : "";
   const size_t dot = text.rfind('.');
-  // A name that is nothing but a suffix has none.
+  // A dot at the begin of a name starts no suffix.
   if (dot != std::string_view::npos && dot > 0) suffix[text.copy(suffix, longestSuffix, dot)] = 0;
   return suffix;
 }

@@ -1,12 +1,12 @@
-// Whether pruning spares symbols: what the full tier sets along with the profile of a sub-matrix that a music feed makes. The
-// medium tier has no symbols and sets nothing.
+// Whether pruning keeps symbols: a setting of the full tier that a music feed sets together with the profile of a sub-matrix. The
+// medium tier has no symbols and no such setting.
 #pragma once
 
 #include "symbols/ZQMatrix.h"
 
 namespace zmatrix {
 
-/// True if the global block passes what the tier checks beyond the profile.
+/// True if the setting in the global block is legal; the profile checks the rest.
 inline bool keepSymbolsIsLegal(ZQMatrixMedium*) {
   return true;
 }
@@ -15,7 +15,7 @@ inline bool keepSymbolsIsLegal(ZQMatrix* matrix) {
   return keep == 0 || keep == 1;
 }
 
-/// Sets the current sub-matrix: as the global block says, or to 1.
+/// Sets the current sub-matrix to the value of the global block, or to 1.
 inline void setKeepSymbols(ZQMatrixMedium*, bool) {
 }
 inline void setKeepSymbols(ZQMatrix* matrix, bool fromGlobalBlock) {

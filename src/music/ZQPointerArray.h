@@ -1,6 +1,5 @@
-// A growable array of pointers: what event tracks, object tracks and lists of tracks are made of. It owns the array, and leaves
-// to its user what becomes of the elements. The array itself is allocated with the first element, so that the many empty tracks
-// that a file can announce cost nothing.
+// A growable array of pointers, used by event tracks, object tracks and lists of tracks. It owns the array but not the elements.
+// The array is allocated with the first element, so that the many empty tracks that a file can announce cost nothing.
 #pragma once
 
 #include <algorithm>
@@ -25,36 +24,36 @@ class ZQPointerArray {
   Element** begin() const { return elements; }
   Element** end() const { return elements + numberOfElements; }
 
-  /// Appends an element; false, and nothing changed, if memory has run out.
+  /// Appends an element; false, with nothing changed, if memory runs out.
   [[nodiscard]] bool add(Element* element) {
     if ((elements == nullptr || numberOfElements >= internalNumberOfElements) && !grow()) return false;
     elements[numberOfElements++] = element;
     return true;
   }
 
-  /// Appends all elements of another array, for which there must be room.
+  /// Appends all elements of another array; room must have been reserved.
   void append(const ZQPointerArray& other) {
     std::copy(other.begin(), other.end(), end());
     numberOfElements += other.numberOfElements;
   }
 
-  /// Makes room for a total of `count` elements; false if memory has run out.
+  /// Makes room for a total of `count` elements; false if memory runs out.
   [[nodiscard]] bool reserve(int count) {
     if (elements != nullptr && count <= internalNumberOfElements) return true;
     return resize(std::max(count, internalNumberOfElements));
   }
 
-  /// Closes the gap that the element at `index` leaves.
+  /// Removes the pointer at `index`; those behind it move up.
   void removeAt(int index) {
     if (!holds(index)) return;
     std::memmove(elements + index, elements + index + 1, sizeof(Element*) * static_cast<size_t>(numberOfElements - index - 1));
     numberOfElements--;
   }
 
-  /// Removes all elements of which `isToGo` is true, in one pass over the array; it has released them by then.
+  /// Removes all pointers for which `isRemoved` returns true, in one pass; the predicate may release the element.
   template <class Predicate>
-  void removeIf(Predicate isToGo) {
-    numberOfElements = static_cast<int>(std::remove_if(begin(), end(), isToGo) - begin());
+  void removeIf(Predicate isRemoved) {
+    numberOfElements = static_cast<int>(std::remove_if(begin(), end(), isRemoved) - begin());
   }
 
   void setArray(Element** array) { elements = array; }

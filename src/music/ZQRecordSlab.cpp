@@ -35,7 +35,7 @@ bool ZQRecordSlab::provide() {
 void ZQRecordSlab::takeFromElsewhere() {
   const std::lock_guard lock(mutex);
   if (numberReleasedElsewhere == 0) return;
-  firstReleased = firstReleasedElsewhere;  // nothing else is left, or this would not be asked
+  firstReleased = firstReleasedElsewhere;  // called only while firstReleased is null
   numberOfRecords -= numberReleasedElsewhere;
   firstReleasedElsewhere = nullptr;
   numberReleasedElsewhere = 0;

@@ -1,9 +1,9 @@
-// Memory for records of one size: large chunks handed out in order, and a list of records given back, used again first. A record
-// never moves. A slab belongs to one thread, which takes records from it without a lock; other threads may give records back. The
-// chunks are aligned to their size, so that the address of a record leads to its slab.
+// Memory for records of one size: large chunks, used from begin to end, and a list of released records, which are reused first. A
+// record never moves. A slab belongs to one thread, which allocates from it without a lock; other threads may release records.
+// Chunks are aligned to their size, so that the address of a record gives its chunk, and that its slab.
 //
-// When the last record comes back all memory goes but for one chunk. Records that other threads give back count only when the
-// slab's own thread looks for memory, or ends.
+// When the last record is released, all chunks but one are freed. Records that other threads released are counted only when the
+// slab's own thread needs memory, or ends.
 #pragma once
 
 #include <cstddef>
@@ -15,17 +15,17 @@ namespace zmatrix {
 
 class ZQRecordSlab {
  public:
-  /// For records of `size` bytes.
+  /// A slab for records of `size` bytes.
   explicit ZQRecordSlab(size_t size) : recordSize(size < sizeof(void*) ? sizeof(void*) : size) {}
   ZQRecordSlab(const ZQRecordSlab&) = delete;
   ZQRecordSlab& operator=(const ZQRecordSlab&) = delete;
 
-  /// The slab that a record comes from.
+  /// The slab of a record.
   static ZQRecordSlab* of(void* record) {
     return reinterpret_cast<Chunk*>(reinterpret_cast<uintptr_t>(record) & ~(sizeOfChunk - 1))->slab;
   }
 
-  /// Room for one record, its content undefined, or null if memory has run out. For the slab's own thread.
+  /// Room for one record with undefined content, or null if memory runs out. Only in the slab's own thread.
   void* allocate() {
     if (firstReleased == nullptr && next == end && !provide()) return nullptr;
     numberOfRecords++;
@@ -39,20 +39,20 @@ class ZQRecordSlab {
     return record;
   }
 
-  /// Takes a record back for the next allocate(). For the slab's own thread.
+  /// Makes a record available to the next allocate(). Only in the slab's own thread.
   void release(void* record) {
     firstReleased = new (record) Released{firstReleased};
     if (--numberOfRecords == 0) restart();
   }
 
-  /// Takes a record back in any other thread.
+  /// Releases a record in any other thread.
   void releaseElsewhere(void* record);
 
-  /// Parts the slab from its thread, which has no more use for it: it is deleted, now or with the last record given back.
+  /// Called at the end of the slab's thread: deletes the slab, now or when the last record is released.
   void abandon();
 
  private:
-  static constexpr size_t sizeOfChunk = size_t{1} << 18;  // large enough to be rare, small enough to waste little
+  static constexpr size_t sizeOfChunk = size_t{1} << 18;  // few heap calls, and little waste
 
   struct Released {
     Released* next;
@@ -71,13 +71,13 @@ class ZQRecordSlab {
   static void releaseChunks(Chunk* from);
 
   const size_t recordSize;
-  size_t numberOfRecords = 0;  ///< handed out and not yet taken back here
+  size_t numberOfRecords = 0;  ///< allocated and not yet released in the slab's own thread
   char* next = nullptr;
   char* end = nullptr;
   Released* firstReleased = nullptr;
   Chunk* lastChunk = nullptr;
 
-  std::mutex mutex;  ///< guards what follows; numberOfRecords stands once the slab is abandoned
+  std::mutex mutex;  ///< guards the members below, and numberOfRecords once isAbandoned is set
   Released* firstReleasedElsewhere = nullptr;
   size_t numberReleasedElsewhere = 0;
   bool isAbandoned = false;

@@ -1,15 +1,15 @@
-// Sorting of arrays of pointers by a host's compare function, as all lists of this folder do it.
+// Sorting of arrays of pointers by a host's compare function, for all lists in `music`.
 #pragma once
 
 #include <cstdlib>
 
 namespace zmatrix {
 
-/// Compares what two pointers to elements point to: below 0, 0, or above 0.
+/// Compares the elements that two pointers to elements point to: below 0, 0, or above 0.
 using ZQCompareFunction = int (*)(const void*, const void*);
 
-/// Sorts the pointers. An array that is in order already, which is the common case, costs one pass and stays as it is; of one
-/// that isn't, elements that compare equal may change places.
+/// Sorts the pointers. An array that is already in order, the common case, costs one pass and is unchanged. Otherwise the sort is
+/// not stable.
 template <class Element>
 void sortPointersByFunction(Element** elements, int numberOfElements, ZQCompareFunction compare) {
   if (elements == nullptr || compare == nullptr) return;

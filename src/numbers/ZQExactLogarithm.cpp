@@ -8,7 +8,7 @@ namespace {
 
 constexpr double tolerance = 1e-9;
 
-/// The logarithm of `value` to `base` if the power of the base is the value exactly.
+/// True if `value` is exactly a power of `base`; *logarithm gets the exponent.
 bool exactLogarithm(long long value, int base, long long* logarithm) {
   *logarithm = longLogFromValueWithBase(value, base);
   return powerByProducts(base, *logarithm) == value;
@@ -47,7 +47,7 @@ long long powerByProducts(long long base, long long exponent) {
   for (long long i = 0; i < exponent; i++) {
     power = wrappedProduct(power, base);
     if (power < 0) return -1;
-    if (power == 0) return 0;  // it stays so
+    if (power == 0) return 0;  // all further products are 0
   }
   return power;
 }

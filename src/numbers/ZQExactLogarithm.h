@@ -3,7 +3,7 @@
 
 namespace zmatrix {
 
-/// `number` as a whole number if it lies within 1e-9 of one, counted from below, else 0. What is no number gives 0.
+/// The whole number within 1e-9 of `number`, else 0. NaN and negative numbers give 0.
 long long nearWholeNumber(double number);
 
 /// The logarithm of `value` if it is a power of `base`, else 0.
@@ -13,7 +13,7 @@ long long longLogFromProductWithBase(long long a, long long b, int base);
 /// The logarithm of `a` times `exponent`, in its low 64 bits, if `a` is a power of `base`, else 0.
 long long longLogFromPowerWithBase(long long a, long long exponent, int base);
 
-/// The absolute value; the smallest number stays as it is.
+/// The absolute value; the most negative number is returned unchanged.
 long long longLongAbs(long long value);
 
 /// Arithmetic of 64 bits that wraps around.
@@ -24,7 +24,7 @@ constexpr long long wrappedSum(long long a, long long b) {
   return static_cast<long long>(static_cast<unsigned long long>(a) + static_cast<unsigned long long>(b));
 }
 
-/// `base` multiplied with itself: -1 as soon as a product is negative, so that exactly 2^63 is none.
+/// `base` multiplied with itself; -1 as soon as a product is negative, so that a result of exactly 2^63 gives -1.
 long long powerByProducts(long long base, long long exponent);
 
 }  // namespace zmatrix

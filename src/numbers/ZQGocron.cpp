@@ -23,7 +23,7 @@ int numberBase(int ocronType) {
   return base != 0 ? base : ocronAlphabet(ocronType).numberBase;
 }
 
-/// The digit of a symbol. False for what is no symbol of any type.
+/// The digit of a symbol. False for a character that is no symbol of any type.
 bool digitOf(const gocronParametersTag* parameters, char symbol, int* digit) {
   switch (symbol) {
     case '*':
@@ -57,7 +57,8 @@ char symbolOfDigit(int ocronType, long long digit) {
   return 0;
 }
 
-/// Walks from the last symbol down to `first` with the weight of each place. False for a negative weight or what `take` refuses.
+/// Calls `take` with each symbol and its weight, from the last symbol down to `first`. False if a weight is negative or `take`
+/// returns false.
 template <class Take>
 bool walkDigits(const char* ocron, int length, int first, long long base, Take take) {
   long long weight = 1;
@@ -69,7 +70,7 @@ bool walkDigits(const char* ocron, int length, int first, long long base, Take t
   return true;
 }
 
-/// The sums of the weights of each symbol, those of the first symbol left out. False on failure.
+/// The sums of the weights of each symbol; the first symbol of the ocron is not counted. takeFrom returns false on failure.
 struct SymbolSums {
   long long two = 0, asterisk = 0, prime = 0, power = 0, repetition = 0;
 
@@ -198,7 +199,7 @@ int incrementOcron(int ocronType, char* ocron, int capacity, int* length) {
     *length = 1;
     return 1;
   }
-  // What can't be read counts as -1, and is followed by 0.
+  // An unreadable ocron counts as -1, so that the next one is that of 0.
   const long long gocron = ocronToGocron(ocronType, ocron, *length);
   const SystemOwned<char> next(gocronToOcron(ocronType, wrappedSum(gocron, 1), length));
   if (next == nullptr || *length == 0) return -1;

@@ -37,7 +37,7 @@ bool areItemsOfType(std::span<const int> items, int ocronType, int endSymbol) {
   return true;
 }
 
-/// Takes the next ocron off the front of a sequence, and the end symbol behind it.
+/// Removes the next ocron and its end symbol from the front of a sequence, and returns the ocron.
 std::span<const int> takeRun(std::span<const int>& items, int endSymbol) {
   const auto end = std::find(items.begin(), items.end(), endSymbol);
   const auto length = static_cast<size_t>(end - items.begin());
@@ -77,7 +77,8 @@ int keyOfNumber(const naturalNumberGocronCodeTag& record) {
   return static_cast<int>(record.naturalNumber);
 }
 
-/// Quicksort with the middle record's key as the pivot. Which of equal records comes first follows from its swaps.
+/// Quicksort with the middle record's key as the pivot. The order of equal records is part of the result, and depends on these
+/// swaps.
 template <auto key>
 void sortRecords(int low, int high, naturalNumberGocronCodeTag* records) {
   while (low < high) {
@@ -88,7 +89,7 @@ void sortRecords(int low, int high, naturalNumberGocronCodeTag* records) {
       while (key(records[j]) > pivot) j--;
       if (i <= j) std::swap(records[i++], records[j--]);
     }
-    // The shorter part first, so that the calls stay few.
+    // Recurse into the shorter part, so that the recursion depth is logarithmic.
     if (j - low < high - i) {
       sortRecords<key>(low, j, records);
       low = i;

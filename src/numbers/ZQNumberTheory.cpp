@@ -18,7 +18,7 @@ constexpr int mersennePrimes[50] = {2,        3,        5,        7,        13, 
                                     3021377,  6972593,  13466917, 20996011, 24036583, 25964951, 30402457, 32582657, 37156667,
                                     42643801, 43112609, 57885161, 74207281, 77232917};
 
-/// The last factorisation of the thread: entry 0 has the number of primes and the sum of the divisors.
+/// The thread's last factorisation. Entry 0 holds the number of primes and the sum of the divisors.
 constinit thread_local tagPrimeFact globalPrimeFactors[101] = {};
 
 /// 1 + p + ... + p^e.
@@ -35,7 +35,7 @@ int sumOfDivisors(int n, const PrimeFactors& factors) {
   return static_cast<int>(sum);
 }
 
-/// The sum of the divisors of `n`, which is 1 or more, without a table.
+/// The sum of the divisors of `n`, which is 1 or more, by trial division.
 long long sumOfDivisorsByTrial(int n) {
   long long sum = 0;
   for (int divisor = 1; static_cast<long long>(divisor) * divisor <= n; divisor++) {
@@ -52,8 +52,8 @@ int computedSigma(int n) {
   return factorise(n, &factors) ? sumOfDivisors(n, factors) : static_cast<int>(sumOfDivisorsByTrial(n));
 }
 
-/// The sum of the divisors of `n` that 4 divides: those are 4 times the divisors of n / 4. A table that doesn't begin with 2 has
-/// no say in it.
+/// The sum of those divisors of `n` that are multiples of 4: 4 times the divisors of n / 4. A table of primes that doesn't begin
+/// with 2 is not used.
 unsigned sumOfDivisorsBy4(int n) {
   if (n < 4 || n % 4 != 0) return 0;
   const PrimeTable<int>& table = SharedPrimes<int>::table();

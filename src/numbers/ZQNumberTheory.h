@@ -1,4 +1,4 @@
-// Factors, sums of divisors and powers. What factors a number needs the 32-bit table of primes.
+// Factors, sums of divisors and powers. Functions that factor a number need the 32-bit table of primes.
 #pragma once
 
 #include <zmatrix/zq_types.h>
@@ -8,13 +8,15 @@ namespace zmatrix {
 /// Clears the thread's last factorisation.
 void initMath();
 
-/// The prime factors of `n`, ascending, behind an entry that holds their number and the sum of the divisors of `n`. Null, with
-/// *count 0 and *sigma 1, if the table is missing or doesn't reach the root of `n`, and for a negative `n`. 0 and 1 are factors
-/// of themselves. With `wantCopy` 0 the entries are the thread's and stand until its next factorisation.
+/// The prime factors of `n`, ascending, in the entries from 1 on; entry 0 holds their number and the sum of the divisors of `n`.
+/// 0 and 1 are their own factors. Null, with *count 0 and *sigma 1, if there is no table, if it ends below the root of `n`, and
+/// for a negative `n`. With `wantCopy` 0 the result is the thread's array, valid until its next factorisation; else a copy for
+/// deletePrimeFactor.
 tagPrimeFact* getPrimeFactors(int n, int* count, int* sigma, int wantCopy);
 void deletePrimeFactor(tagPrimeFact* factors);
 
-/// The sum of the divisors of `n`, and of those that 4 doesn't divide: 0 below 1. The low 32 bits of sums beyond.
+/// The sum of all divisors of `n`, and the sum of those that are no multiples of 4: 0 for `n` below 1. A larger sum is reduced to
+/// its low 32 bits.
 int sigma(int n);
 int sigma4(int n);
 
@@ -32,7 +34,7 @@ struct PrimeFactors {
   tagPrimeFact factors[10];
 };
 
-/// False if the table of primes doesn't serve.
+/// False if the table of primes is missing or too small.
 bool factorise(int n, PrimeFactors* result);
 
 }  // namespace zmatrix

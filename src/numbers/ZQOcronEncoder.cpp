@@ -15,7 +15,7 @@ namespace zmatrix {
 
 namespace {
 
-/// The text that an encoder appends to. It stays null after memory ran out.
+/// The text that an encoder appends to. Its buffer is null after an allocation failed.
 struct OcronText {
   char* buffer;
   int* length;
@@ -25,7 +25,7 @@ struct OcronText {
   void add(const char* text, int count) { buffer = addOcronString(buffer, length, capacity, text, count); }
   bool isEmpty() const { return *length == 0; }
 
-  /// Gives a null buffer its first block. False if there is no memory.
+  /// Allocates the first block for a null buffer. False if there is no memory.
   bool provide() {
     if (buffer != nullptr) return true;
     *length = 0;
@@ -36,14 +36,14 @@ struct OcronText {
   }
 };
 
-/// Type 3 tells a power of a prime as so many factors, type 4 as one power.
+/// Type 3 writes a power of a prime as repeated factors, type 4 as one power.
 enum class Powers { repeated, raised };
 
-/// The factors of a number from the greatest to the smallest. `isFirst`: nothing stands before them that they multiply with. A
-/// number below 2, and one that the table doesn't serve for, adds nothing.
+/// Appends the factors of a number from the greatest to the smallest. `isFirst`: there is no value before them to multiply with.
+/// A number below 2, or one that the table of primes can't factor, adds nothing.
 void appendFactors(OcronText& text, int number, Powers powers, bool isFirst);
 
-/// The ocron of the rank and a P. A rank is below its prime, so that the recursion ends.
+/// Appends the ocron of the prime's rank and a P. A rank is smaller than its prime, so that the recursion ends.
 void appendPrime(OcronText& text, int prime, Powers powers) {
   if (prime == 2) {
     text.add('2');
@@ -82,7 +82,7 @@ int lengthOfRun(const char* text) {
   return static_cast<int>(strspn(text, "P"));
 }
 
-/// The text with each run of two or more P rewritten, in a buffer of its own that takes the old one's place.
+/// Rewrites each run of two or more P, in a new buffer that replaces the old one.
 char* withRepetitions(char* buffer, int* length, int* capacity) {
   if (strstr(buffer, "PP") == nullptr) return buffer;
   int newLength = 0, newCapacity = 0;
@@ -132,7 +132,8 @@ char* intToOcron6(char* buffer, int* length, int* capacity, int number) {
   OcronText text{buffer, length, capacity};
   if (!text.provide()) return nullptr;
   const int begin = *length;
-  // From the number down to 1, so that the symbols come last to first. A table that doesn't begin with 2 could lead in a circle.
+  // From the number down to 1, so that the symbols are found from last to first. A table that doesn't begin with 2 could give a
+  // cycle.
   for (int next = 0; number > 1 && text.buffer != nullptr; number = next) {
     const int prime = isPrime(number);
     if (prime < 0) {

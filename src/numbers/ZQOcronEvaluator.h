@@ -1,12 +1,12 @@
-// Evaluation of ocrons: an ocron string is a program in postfix order for a stack machine, and its value is the number it spells.
+// Evaluation of ocrons: an ocron string is a postfix program for a stack machine, and its value is the number that it encodes.
 //
 // Each type has its own evaluator, with its own result codes and messages. Types 3 and 4 fill in a missing trailing operand with
-// 2 and multiply what is left at the end; type 5 demands its operands; type 6 has one running value and no stack; type 7 also
-// tells numbers that are too large for 64 bits, by their logarithms.
+// 2 and multiply the values left at the end; type 5 requires its operands; type 6 has one running value and no stack; type 7 also
+// gives numbers beyond 64 bits, as logarithms.
 //
-// `ocron`: a terminated text, cut in place at its first end symbol (parameters of the thread) by all evaluators but those of
-// type 6 and of logarithms, also where evaluation then fails. `length`: its characters. `stackDepth` gets the most values that
-// stood on the stack after a push. A result below 1 is a code.
+// `ocron`: a terminated text. All evaluators but those of type 6 and of logarithms cut it in place at its first end symbol (from
+// the thread's parameters), also where evaluation then fails. `length`: its characters. `stackDepth` gets the greatest number of
+// values on the stack. A result below 1 is an error code.
 #pragma once
 
 namespace zmatrix {
@@ -15,19 +15,19 @@ long long ocron3ToLongLong(char* ocron, int length, int* stackDepth);
 long long ocron4ToLongLong(char* ocron, int length, int* stackDepth);
 long long ocron5ToLongLong(char* ocron, int length, int* stackDepth);
 long long ocron6ToLongLong(char* ocron, int length, int* stackDepth);
-/// The exponent that the string stands for; with *logBase not 0 the number itself is beyond 64 bits.
+/// The exponent that the string encodes; if *logBase is not 0 the number itself is beyond 64 bits.
 long long ocron7ToLongLong(char* ocron, int length, int* stackDepth, int* logBase);
 
-/// As type 4, and where a product or a power would overflow the top becomes its logarithm to the base 2. *logBase, 0 before the
-/// call, gets the base the first time; another base there is a failure.
+/// As type 4, but where a product or a power would overflow, the top becomes its logarithm to the base 2. *logBase must be 0
+/// before the call and gets the base at the first logarithm; a different base there is a failure.
 long long ocron4ToLogLongLong(char* ocron, int length, int* stackDepth, int* logBase);
 
-/// By type; -1 for a type outside 3 to 7.
+/// Evaluates by type; -1 for a type outside 3 to 7.
 long long ocronToLongLong(int ocronType, char* ocron, int length, int* stackDepth);
 /// The same in 32 bits; -1 for 2147483648 and more.
 int ocronToint(int ocronType, char* ocron, int length, int* stackDepth);
 
-/// The low 32 bits of what the evaluators give.
+/// The low 32 bits of the evaluators' results.
 int ocron3ToInt(char* ocron, int length, int* stackDepth);
 int ocron4ToInt(char* ocron, int length, int* stackDepth);
 int ocron5ToInt(char* ocron, int length, int* stackDepth);

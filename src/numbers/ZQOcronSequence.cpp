@@ -27,14 +27,14 @@ struct CloseFile {
 };
 using OwnedFile = std::unique_ptr<FILE, CloseFile>;
 
-/// The heading's format has always had a blank before the i, which prints the count with a blank and leaves "tems".
+/// The format of the heading is kept as it is: `% i` prints the count with a blank, and "tems" follows.
 OwnedFile openLog(const char* logPath, int ocronType, int length) {
   OwnedFile log(logPath != nullptr ? fopen(logPath, "w") : nullptr);
   if (log != nullptr && isOcronType(ocronType)) fprintf(log.get(), "ocron%d: % items\n", ocronType, length);
   return log;
 }
 
-/// The ocron of a number, proved by its evaluation; null, with a message, if there is none.
+/// The ocron of a number, checked by evaluating it; null, with a message, if there is none.
 SystemOwned<char> provenOcron(int ocronType, int number, int* length, int* stackDepth) {
   int capacity = 0, compareNumber = 0;
   SystemOwned<char> ocron(intToOcron(ocronType, length, &capacity, number, &compareNumber, stackDepth));
@@ -59,7 +59,7 @@ struct Items {
     return count > before;
   }
 
-  /// The items of one ocron, or none of them.
+  /// Adds the items of one ocron, or none of them if memory runs out.
   bool add(const char* ocron, int length, int endSymbol) {
     const int before = count;
     bool hasRoom = length > 0;
@@ -87,7 +87,7 @@ bool isSymbol(int character) {
   return character > 0 && strchr("*2PQ^", character) != nullptr;
 }
 
-/// A file that can be read, with its length; null for a directory and the like.
+/// A readable regular file, with its length; null for a directory and the like.
 OwnedFile openForReading(const char* path, long long* length) {
   OwnedFile file(path != nullptr ? fopen(path, "rb") : nullptr);
   struct stat about = {};
@@ -162,7 +162,7 @@ int* readIntegerSequenceFromASCIOcronFile(const char* path, int maximalItems, in
     *status = -1;
     return nullptr;
   }
-  // No file gives more items than it has bytes.
+  // A file holds at most as many items as bytes.
   const long long most = maximalItems == 0 ? fileLength : std::min<long long>(maximalItems, fileLength);
   Items items{most >= 0 && most < INT_MAX ? systemMallocArray<int>(most) : nullptr};
   if (items.values == nullptr) {

@@ -16,22 +16,22 @@ constexpr int numbersPerByte = 30;
 constexpr std::array<uint8_t, 8> residues = {1, 7, 11, 13, 17, 19, 23, 29};
 constexpr std::array<uint8_t, 3> wheelPrimes = {2, 3, 5};
 
-/// Multiples of these are not struck out one by one: their pattern repeats after as many bytes as their product.
+/// Multiples of these are not struck out one by one: their pattern repeats after as many bytes as the product of these primes.
 constexpr std::array<uint8_t, 4> patternPrimes = {7, 11, 13, 17};
 constexpr uint32_t patternBytes = 7 * 11 * 13 * 17;
 constexpr uint32_t firstStrikingPrime = 19;
 
-/// Bytes of a segment, a multiple of the 8 of a word: half of the first cache, which the state of the primes shares.
+/// Bytes of a segment, a multiple of the 8 of a word: half of the L1 cache; the other half holds the state of the primes.
 constexpr uint32_t segmentBytes = 32768;
 
-/// The bit of each residue; residues that share a factor with 30 have none and are never asked for.
+/// The bit of each residue modulo 30. Residues that share a factor with 30 have no bit and are never looked up.
 constexpr auto bitOfResidue = [] {
   std::array<uint8_t, numbersPerByte> bits{};
   for (uint8_t bit = 0; bit < residues.size(); bit++) bits[residues[bit]] = bit;
   return bits;
 }();
 
-/// What a bit of a word of 8 bytes adds to the number that the word begins with.
+/// The number of each bit of an 8-byte word, relative to the first number of the word.
 constexpr auto offsetOfBit = [] {
   std::array<uint8_t, 64> offsets{};
   for (size_t bit = 0; bit < 64; bit++) offsets[bit] = static_cast<uint8_t>(bit / 8 * numbersPerByte + residues[bit % 8]);
@@ -45,8 +45,8 @@ long long rootOf(long long number) {
   return root;
 }
 
-/// A prime and where, for each bit, its next multiple lies: bytes from the begin of the segment. Multiples with the same bit are
-/// `prime` bytes apart.
+/// A prime and, for each bit, the byte of its next multiple, counted from the begin of the segment. Multiples with the same bit
+/// are `prime` bytes apart.
 struct StrikingPrime {
   uint32_t prime;
   std::array<uint32_t, 8> nextByte;
@@ -56,7 +56,7 @@ class SegmentedSieve {
  public:
   SegmentedSieve(long long lowerBound, long long limit) : lowerBound_(lowerBound), limit_(limit) {}
 
-  /// Finds the primes that strike. False without memory.
+  /// Finds the primes whose multiples are struck out. False if memory runs out.
   bool prepare() {
     const long long root = rootOf(limit_);
     if (root < firstStrikingPrime) return true;
@@ -128,13 +128,13 @@ class SegmentedSieve {
     memset(segment_ + length, 0, (8 - length % 8) % 8);
   }
 
-  /// The pattern strikes its own primes, and leaves 1, which is none.
+  /// The pattern strikes out its own primes and leaves 1, which is no prime: both are corrected here.
   void keepSmallPrimes() {
     for (const uint8_t prime : patternPrimes) segment_[0] |= static_cast<uint8_t>(1u << bitOfResidue[prime]);
     segment_[0] &= static_cast<uint8_t>(~1u);
   }
 
-  /// The first multiples that this prime has to strike: those from its square on, in this segment or behind it. They may lie
+  /// Sets the first multiple of this prime for each bit: from its square on, in this segment or behind it. A multiple may lie
   /// beyond 63 bits.
   static void setFirstMultiples(StrikingPrime& striking, long long first) {
     const uint64_t prime = striking.prime, firstByte = static_cast<uint64_t>(first);
@@ -157,7 +157,7 @@ class SegmentedSieve {
     }
   }
 
-  /// Takes out what lies outside of the bounds: it can only be in the first and the last byte of all.
+  /// Clears the numbers outside of the bounds: they can only be in the first and the last byte.
   void cutEdges(long long first, uint32_t length) {
     const uint64_t begin = static_cast<uint64_t>(first) * numbersPerByte;
     const uint64_t beginOfLast = begin + static_cast<uint64_t>(length - 1) * numbersPerByte;
@@ -184,7 +184,7 @@ class SegmentedSieve {
   long long lowerBound_, limit_;
   std::unique_ptr<StrikingPrime[]> primes_;
   long long numberOfPrimes_ = 0;
-  long long striking_ = 0;  ///< so many of them have a square below the end of the segment
+  long long striking_ = 0;  ///< the number of primes whose square lies below the end of the segment
   std::unique_ptr<uint8_t[]> pattern_;
   alignas(64) uint8_t segment_[segmentBytes];
 };

@@ -15,7 +15,7 @@ namespace zmatrix {
 
 namespace {
 
-/// Where the estimate sees `n` in a table of all primes, from 0.
+/// The estimated index of `n`, from 0, in a table of all primes.
 long long estimatedIndex(long long n) {
   return std::max(truncated(riemann_r(static_cast<double>(n))) - 1, 0LL);
 }
@@ -100,14 +100,14 @@ void PrimeTable<Value>::indexTable() {
   bucketStart_[buckets + 1] = count_;
 }
 
-/// How many entries of the table are not above `n`, for an `n` of 0 or more.
+/// The number of entries that are at most `n`, for an `n` of 0 or more.
 template <class Value>
 Value PrimeTable<Value>::countUpTo(long long n) const {
   if (n >= maximum_) return count_;
   const long long bucket = n >> bucketShift_;
   const Value* first = primes_ + bucketStart_[bucket];
   Value length = bucketStart_[bucket + 1] - bucketStart_[bucket];
-  // A search without branches that a processor could guess wrong.
+  // Binary search without branches, which a processor would often mispredict.
   while (length > 0) {
     const Value half = length / 2;
     first += first[half] <= n ? length - half : 0;
@@ -140,7 +140,7 @@ double PrimeTable<Value>::numberOfPrimesUpto(double x) const {
 template <class Value>
 Value PrimeTable<Value>::notPrimePi(Value n) const {
   if (n > maximum_) return -1;
-  // A table that was freed keeps its maximum, so that this is n + 1 then.
+  // A freed table keeps its maximum and has a primePi of -1, so that the result is n + 1.
   using Unsigned = std::make_unsigned_t<Value>;
   return static_cast<Value>(static_cast<Unsigned>(n) - static_cast<Unsigned>(primePi(n)));
 }
@@ -159,13 +159,13 @@ Value PrimeTable<Value>::nthNotPrime(Value n) const {
     return -1;
   }
   if (liesBeyond(candidate)) return walkToNotPrime(n, candidate);
-  // The first m with m - pi(m) = n: n + pi(m) comes closer to it from below with each step.
+  // The first m with m - pi(m) = n. The iteration m = n + pi(m) converges to it from below.
   long long m = n, next = 0;
   while (!liesBeyond(m) && m <= maximum_ && (next = static_cast<long long>(n) + countUpTo(m)) != m) m = next;
   return liesBeyond(m) || m > maximum_ ? walkToNotPrime(n, candidate) : static_cast<Value>(m);
 }
 
-/// From the candidate down to the first number of rank `n`, or up to it, where ranks are estimates.
+/// Walks from the candidate down to the first number of rank `n`, or up to it, where ranks are estimates.
 template <class Value>
 Value PrimeTable<Value>::walkToNotPrime(Value n, long long candidate) const {
   const auto rankOf = [this](long long number) { return notPrimePi(static_cast<Value>(number)); };
@@ -178,7 +178,7 @@ Value PrimeTable<Value>::walkToNotPrime(Value n, long long candidate) const {
   }
   while (number < maximum_)
     if (rankOf(++number) >= n) return static_cast<Value>(number);
-  return -1;  // no rank beyond the table reaches n
+  return -1;  // the rank n lies beyond the table
 }
 
 template struct PrimeBlock<int>;

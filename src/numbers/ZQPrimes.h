@@ -1,9 +1,9 @@
-// The number functions on primes, as hosts know them: each query in 32 bits and, with a table of its own, in 64 bits (...Large).
+// The number functions on primes that hosts call: each query in 32 bits and, with a table of its own, in 64 bits (...Large).
 #pragma once
 
 namespace zmatrix {
 
-// --- the tables; a new one serves all threads
+// --- the tables; a new one replaces the old one for all threads
 
 int* initPrimes(unsigned lowerBound, unsigned upperBound, int* count);
 long long* initPrimesLarge(long long lowerBound, long long upperBound, long long* count);

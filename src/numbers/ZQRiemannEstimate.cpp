@@ -12,7 +12,8 @@ constexpr int mostTerms = 98;
 constexpr double smallestTerm = 1e-12;
 constexpr int lastListedZeta = 43;
 
-/// The Riemann zeta function at 0, 1, 2 and so on. Behind the listed values the distance to 1 halves from one to the next.
+/// The Riemann zeta function at 0, 1, 2 and so on. Behind the listed values the difference to 1 is halved from each value to the
+/// next.
 constexpr auto zeta = [] {
   std::array<double, 101> values = {
       -0.5,
@@ -68,7 +69,7 @@ constexpr auto zeta = [] {
 
 double riemann_r(double x) {
   const double logarithm = std::log(x);
-  double sum = 1, power = 1;  // power: the logarithm's k-th, divided by k factorial
+  double sum = 1, power = 1;  // power: the k-th power of the logarithm, divided by k factorial
   for (int k = 1; k <= mostTerms; k++) {
     power *= logarithm / k;
     const double term = power / (k * zeta[static_cast<size_t>(k) + 1]);

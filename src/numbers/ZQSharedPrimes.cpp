@@ -14,10 +14,10 @@ namespace {
 constexpr long long smallestLimit = 5000;
 constexpr long long smallestNumberOfPrimes = 500;
 
-/// The table of the process: it holds its block, and so does each thread that has the block in view.
+/// The table of the process. It is a holder of its block, as is each thread with a copy of it.
 template <class Value>
 struct Published {
-  std::mutex mutex;  // held while the view is copied and the block gets its holder, never while primes are sought or freed
+  std::mutex mutex;  // locked while the table is copied and its block gets a holder, never while primes are computed or freed
   PrimeTable<Value> table;
 };
 template <class Value>
@@ -27,7 +27,7 @@ double expectedNumberOfPrimes(double bound) {
   return std::trunc(1.05 * bound / (std::log(bound) - 1));
 }
 
-/// A bound below which the first `n` primes lie; n of 500 or more.
+/// A bound below which there are at least the first `n` primes; n of 500 or more.
 double boundOfFirstPrimes(long long n) {
   const auto number = static_cast<double>(n);
   double bound = std::trunc(number * std::log(number) + number * std::log(std::log(number)) + 0.5);
@@ -52,7 +52,7 @@ constinit std::atomic<unsigned long> SharedPrimes<Value>::newestGeneration = 0;
 
 template <class Value>
 struct SharedPrimes<Value>::ReleasesViewAtEndOfThread {
-  void watch() {}  // a first use has the destructor run
+  void watch() {}  // makes the compiler register the destructor with the thread
   ~ReleasesViewAtEndOfThread() {
     view.table.release();
     view = View();
@@ -64,7 +64,7 @@ typename SharedPrimes<Value>::View& SharedPrimes<Value>::viewOfThread() {
   return view;
 }
 
-/// Takes over the hold on the table's block.
+/// Replaces the thread's copy; the caller's hold on the block becomes that of the copy.
 template <class Value>
 void SharedPrimes<Value>::show(const PrimeTable<Value>& table, unsigned long generation) {
   static thread_local ReleasesViewAtEndOfThread endOfThread;
@@ -84,7 +84,7 @@ void SharedPrimes<Value>::lookAgain() {
   show(newest, generation);
 }
 
-/// Takes over the hold on the replacement's block.
+/// Replaces the process's table; the caller's hold on the block becomes that of the table.
 template <class Value>
 template <class Replacement>
 void SharedPrimes<Value>::publish(Replacement replacementOf) {
@@ -104,12 +104,13 @@ Value* SharedPrimes<Value>::init(long long lowerBound, long long upperBound, Val
 
   PrimeTable<Value> made = PrimeTable<Value>::between(lowerBound, limit);
   if (made.primes() == nullptr) {
-    // There may be room for one table, though not for two.
+    // There may be memory for one table but not for two.
     publish([](const PrimeTable<Value>&) { return PrimeTable<Value>(); });
     lookAgain();
     made = PrimeTable<Value>::between(lowerBound, limit);
   }
-  // The caller gets this table, even where another thread replaces it right away: generation 0 is never the newest then.
+  // The caller gets this table, even if another thread replaces it at once. Generation 0 is never the newest here, so that the
+  // thread's next query fetches the newest table.
   made.hold();
   publish([&made](const PrimeTable<Value>&) { return made; });
   *count = made.count();

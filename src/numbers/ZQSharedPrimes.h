@@ -1,7 +1,7 @@
-// The tables of primes of the process, which all threads read. A table is made beside the old one and then takes its place, so
-// that a reader sees the old one or the new one, whole. Each thread has a view of the table that it read last and looks before
-// each query whether there is a newer one: that costs a load that hardly ever misses the cache, where a lock or a count of
-// readers would be written by every query. A replaced table goes when the last thread that has it in view looks again or ends.
+// The tables of primes of the process, which all threads read. A new table is completed before it replaces the old one, so that a
+// reader always has a whole table. Each thread keeps a copy of the table that it read last, and checks before each query whether
+// there is a newer one: this costs a load that nearly always hits the cache, where a lock or a count of readers would be written
+// by every query. A replaced table is freed when the last thread with a copy of it fetches the new table or ends.
 #pragma once
 
 #include <atomic>
@@ -13,11 +13,11 @@ namespace zmatrix {
 template <class Value>
 class SharedPrimes {
  public:
-  /// The table as the calling thread sees it. It stands until the thread's next call here, or while PrimesHeld lives.
+  /// The table for the calling thread. It is valid until the thread's next call, or while a PrimesHeld exists.
   static const PrimeTable<Value>& table() {
-    View& mine = viewOfThread();
-    if (mine.generation != newestGeneration.load(std::memory_order_acquire) && mine.timesHeld == 0) lookAgain();
-    return mine.table;
+    View& current = viewOfThread();
+    if (current.generation != newestGeneration.load(std::memory_order_acquire) && current.timesHeld == 0) lookAgain();
+    return current.table;
   }
 
   /// Replaces the table by that of the primes from `lowerBound` to `upperBound`, or to 5000 if that is more. Null, with the old
@@ -27,7 +27,7 @@ class SharedPrimes {
   /// Replaces the table by one that has at least the first `n` primes, or all primes of this width.
   static Value* initFirst(Value n);
 
-  /// Frees the table; its count and its greatest prime stay.
+  /// Frees the table; its count and its greatest prime are kept.
   static void deinit();
 
   static void beginHold() {
@@ -44,7 +44,7 @@ class SharedPrimes {
   };
   struct ReleasesViewAtEndOfThread;
 
-  /// One look-up for all members of the view.
+  /// Finds the address of the thread-local view once for all its members.
   [[gnu::noinline]] static View& viewOfThread();
   static void lookAgain();
   template <class Replacement>
@@ -58,8 +58,8 @@ class SharedPrimes {
 extern template class SharedPrimes<int>;
 extern template class SharedPrimes<long long>;
 
-/// While it lives, the number functions of its thread read one and the same 32-bit table. What looks at the table more than once
-/// and relies on what it saw needs one.
+/// While it exists, the number functions of its thread use the same 32-bit table. Required by code that reads the table several
+/// times and relies on equal contents.
 class PrimesHeld {
  public:
   PrimesHeld() { SharedPrimes<int>::beginHold(); }

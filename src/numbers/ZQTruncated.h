@@ -1,4 +1,4 @@
-// From a double to 64 bits, defined for every double.
+// Conversion from double to 64 bits, defined for every double.
 #pragma once
 
 #include <cmath>
@@ -6,7 +6,7 @@
 
 namespace zmatrix {
 
-/// Truncated, and at the ends of 64 bits where the number lies beyond them. What is no number gives 0.
+/// `number` truncated and limited to the range of 64 bits. NaN gives 0.
 inline long long truncated(double number) {
   constexpr double end = 9223372036854775808.0;
   if (std::isnan(number)) return 0;

@@ -1,4 +1,4 @@
-// Reading many items, and all successors of a context, in one call: what bindings need, to which each call is dear.
+// Reading many items, and all successors of a context, in one call: for bindings, where each call is expensive.
 #pragma once
 
 #include <algorithm>
@@ -40,7 +40,7 @@ int readSuccessors(Matrix* matrix, const int* context, int length, int capacity,
   const int dimension = matrix->getMatrixInfo()->getCoordinateDimension();
   for (int at = 0; at < std::min(count, capacity); ++at) {
     const int* const item = matrix->getObjexFromMatrixHandle(handles[at]);
-    const auto* const element = static_cast<const ZQMatrixMediumElement*>(matrix->getMatrixElementFromMatrixHandle(handles[at]));
+    const auto* const element = matrix->getMatrixElementFromMatrixHandle(handles[at]);
     if (item == nullptr || element == nullptr) return -1;
     if (items != nullptr) items = std::copy_n(item, dimension, items);
     if (counts != nullptr) counts[at] = element->getWriteCount();
@@ -49,7 +49,7 @@ int readSuccessors(Matrix* matrix, const int* context, int length, int capacity,
   return count;
 }
 
-/// What goes on from the beginning of a sentence: what follows it anywhere, less what follows it within one.
+/// What follows the beginning of a sentence: its successors, less those it has where it stands within a sentence.
 template <class Matrix>
 int readSentenceStarts(Matrix* matrix, const int* beginning, int length, int capacity, int* items, int* counts) {
   if (matrix->getMatrixInfo()->getCoordinateDimension() != 1 || items == nullptr || counts == nullptr || length < 0) return -1;

@@ -1,8 +1,8 @@
-// Fetches ahead what the next steps down will read. A step needs the front's record, which tells where the wanted child lies, and
-// the child's. In a large matrix each of them is a miss. The starts of a pass don't depend on each other, so that each is asked
-// for some starts before it is read.
+// Prefetches the records that the next steps down will read. A step reads the front's record, which says where the child lies,
+// and the child's. In a large matrix each of them is a cache miss. The starts of a pass don't depend on each other, so each
+// record is prefetched some starts before it is read.
 //
-// It only hints: what a write between moves elsewhere was fetched in vain, and nothing else follows from it.
+// If a write in between moves a record, only a prefetch is wasted.
 #pragma once
 
 #include "store/ZQMatrixBase.h"

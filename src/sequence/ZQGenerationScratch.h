@@ -1,5 +1,4 @@
-// What a generation works in, kept from item to item so that an item costs no allocation. It holds nothing that can't be made
-// anew.
+// Working memory of a generation, kept from item to item so that an item costs no allocation. All of it can be made anew.
 #pragma once
 
 #include "frame/ZQArray.h"
@@ -7,7 +6,7 @@
 
 namespace zmatrix {
 
-/// A successor of the kernel with what decides how probable it is.
+/// A successor of the kernel with the counts that give its probability.
 struct Successor {
   double probability;
   double integral;  ///< running sum of the probabilities

@@ -1,6 +1,5 @@
 // One step back from preprocessed to original: the next original item follows from a preprocessed item and the original items
-// before it, which come from a kernel sequence (a row per coordinate) or from a sequence of items. Pure but for the item, changed
-// in place.
+// before it, which come from a kernel or from a sequence of objex. Pure but for the item, which is changed in place.
 #pragma once
 
 #include "sequence/ZQPreprocessing.h"
@@ -10,26 +9,30 @@ namespace zmatrix {
 /// The original items before the one that is to be restored. An item before the first reads as 0.
 class PrecedingItems {
  public:
-  /// A kernel sequence: rows[coordinate][item].
-  static PrecedingItems inRows(const int* const* rows, int numberOfItems) { return {rows, numberOfItems, true}; }
+  /// A flat sequence, item after item.
+  static PrecedingItems inSequence(const int* items, int numberOfItems, int coordinateDimension) {
+    return {items, nullptr, numberOfItems, coordinateDimension};
+  }
 
   /// A sequence of objex: items[item][coordinate].
-  static PrecedingItems inObjex(const int* const* items, int numberOfItems) { return {items, numberOfItems, false}; }
+  static PrecedingItems inObjex(const int* const* items, int numberOfItems) { return {nullptr, items, numberOfItems, 0}; }
 
   /// A coordinate of the last item (itemsBack 1), of the one before (2) and so on.
   int valueBack(int itemsBack, int coordinate) const {
     const int item = numberOfItems_ - itemsBack;
-    if (item < 0 || values_ == nullptr) return 0;
-    return rowPerCoordinate_ ? values_[coordinate][item] : values_[item][coordinate];
+    if (item < 0) return 0;
+    if (objex_ != nullptr) return objex_[item][coordinate];
+    return flat_ != nullptr ? flat_[item * coordinateDimension_ + coordinate] : 0;
   }
 
  private:
-  PrecedingItems(const int* const* values, int numberOfItems, bool rowPerCoordinate)
-      : values_(values), numberOfItems_(numberOfItems), rowPerCoordinate_(rowPerCoordinate) {}
+  PrecedingItems(const int* flat, const int* const* objex, int numberOfItems, int coordinateDimension)
+      : flat_(flat), objex_(objex), numberOfItems_(numberOfItems), coordinateDimension_(coordinateDimension) {}
 
-  const int* const* values_;
+  const int* flat_;
+  const int* const* objex_;
   int numberOfItems_;
-  bool rowPerCoordinate_;
+  int coordinateDimension_;
 };
 
 /// Turns a preprocessed item into the original item and returns it, or null for no item or a type without an inverse. Bar markers

@@ -19,14 +19,14 @@ long long firstChildOf(const ZQMatrixBaseElement* element, long long position) {
   return offset != 0 ? position + offset : -1;
 }
 
-/// False, and a message for a position that can't be, if nothing follows what stands there.
+/// False if the element at a position has no successors; a message for a position outside the block.
 bool hasSuccessors(ZQMatrixBase& matrix, int handle) {
   if (handle > matrix.getMaximalStack()) dbPrintf(0, "initializeKernelSequence: error: handle > maxStackPtr!\n");
   return matrix.hasMatrixHandleSuccessors(handle) >= 1;
 }
 
-/// Places don't depend on each other: each pass asks for what the next one reads, so that their misses overlap. A few places
-/// overlap by themselves.
+/// Places don't depend on each other: each pass prefetches what the next one reads, so that their cache misses overlap. The
+/// misses of a few places overlap without that.
 constexpr size_t fewPlaces = 4;
 
 template <class Place>
@@ -73,7 +73,7 @@ size_t enterFields(const ZQMatrixBase& matrix, std::span<Place> places) {
   return entered;
 }
 
-/// The same as far as the places are known, which a mere step on the way to others is not, and can go on.
+/// The same up to the first place that was not written, being a mere step on the way to others, or that nothing follows.
 template <class Place>
 size_t enterKnownFields(ZQMatrixBase& matrix, std::span<Place> places) {
   const bool isNextDimension = matrix.getMatrixInfo()->getCoordinateDimension() == 1;

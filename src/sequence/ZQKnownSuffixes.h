@@ -1,7 +1,7 @@
 // The search for the longest known ending of a sequence, and what the last one found: its items, and where the path of each of
 // its endings lies, shortest first. When one item is appended, as a generation does, every longer ending is one item down from a
-// shorter one found before, so that no ending has to be walked from the root. What was found is good until an element moves or is
-// given back.
+// shorter one found before, so that no ending has to be walked from the root. What was found is valid until an element moves or
+// is deleted.
 #pragma once
 
 #include <span>
@@ -42,7 +42,7 @@ class ZQKnownSuffixes {
 
   ZQArray<int> items;
   ZQArray<Place> places;     // of the root first, then of the endings, shortest first
-  ZQArray<Place> newPlaces;  // by the search that is under way
+  ZQArray<Place> newPlaces;  // of the present search
   int root = -1;
   int coordinateDimension = 0;
   unsigned layoutVersion = 0;

@@ -1,5 +1,5 @@
 // The phrases of one update as a caller may want them handed out: value, length and a copy of each, in the order they were
-// handled. Nobody who does not ask for them pays for them.
+// handled. They are only collected if a caller asks for them.
 #pragma once
 
 #include <memory>

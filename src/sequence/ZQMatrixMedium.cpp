@@ -1,4 +1,5 @@
-// Store operations of the medium tier: the shared tellings, instantiated, and the reads that give its two counters as well.
+// Store operations of the medium tier: instances of the templates that all tiers share, and the reads that give its two counters
+// as well.
 #include "sequence/ZQMatrixMedium.h"
 
 #include "sequence/ZQMediumTier.h"
@@ -50,7 +51,7 @@ void ZQMatrixMedium::setMaxNumberOfMatrices(int number) {
 }
 
 void ZQMatrixMedium::clearMatrixElement(int position, int updateStartCounter) {
-  const auto* element = static_cast<ZQMatrixMediumElement*>(elementAt(position));
+  const auto* element = elementAt(position);
   if (element == nullptr) return;
   if (updateStartCounter == 1 && element->getWriteCountWithoutPredecessor() > 0)
     getMatrixInfo()->decrementNumberOfStartElements();

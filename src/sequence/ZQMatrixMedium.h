@@ -31,6 +31,17 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   /// Stores on a matrix that holds something only, the reverse of what its message says.
   void setSuccessorRandomType(int id, int type);
   int resetKernelSequence(int resetInitialValues);
+
+  // The base's, with the elements of this tier.
+  ZQMatrixMediumElement* elementAt(long long position) const {
+    return static_cast<ZQMatrixMediumElement*>(ZQMatrixBase::elementAt(position));
+  }
+  ZQMatrixMediumElement* getMatrixElementFromElementVector(const int* indexVector, int length, int* handle) {
+    return static_cast<ZQMatrixMediumElement*>(ZQMatrixBase::getMatrixElementFromElementVector(indexVector, length, handle));
+  }
+  ZQMatrixMediumElement* getMatrixElementFromMatrixHandle(int handle) {
+    return static_cast<ZQMatrixMediumElement*>(ZQMatrixBase::getMatrixElementFromMatrixHandle(handle));
+  }
   void setMaxNumberOfMatrices(int number);
   void clearMatrixElement(int position, int updateStartCounter);
 
@@ -123,6 +134,8 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   int updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType, int coordinateDimension,
                                          int preProcessingType, int allowLargeIndices);
   void updateNumberOfAppendedMatrices();
+  /// What a learned sequence or text leaves in record and header: it has been changed, one update more, one more to append.
+  void countUpdate();
   int getNumberOfChangedMatrixInfos();
 
   // --- the kernel

@@ -1,5 +1,5 @@
 // What makes a rule redundant: a path is determined by each of its proper suffixes after which the same item is the only one that
-// can follow. Learning, pruning and the self-tests rest on these answers, down to the figures that come of items with several
+// can follow. Learning, pruning and the self-tests depend on these results, down to the figures for items with several
 // coordinates. The suffixes are looked for from the root, or, where all paths are asked about, follow from link to link.
 #include <algorithm>
 #include <climits>
@@ -7,20 +7,10 @@
 
 #include "frame/ZQDebugChannel.h"
 #include "sequence/ZQMatrixMedium.h"
+#include "sequence/ZQStopProbability.h"
 #include "sequence/ZQSuffixLinks.h"
 
 namespace {
-
-constexpr double stopProbabilityTolerance = 1e-9;
-
-const ZQMatrixMediumElement* mediumElementAt(const ZQMatrixMedium& matrix, long long position) {
-  return static_cast<const ZQMatrixMediumElement*>(matrix.elementAt(position));
-}
-
-/// Not a number for an element that was never written: such a value differs from none by more than the tolerance.
-double stopProbabilityOf(const ZQMatrixMediumElement& element) {
-  return (static_cast<double>(element.getWriteCount()) - element.getWriteCountWithSuccessor()) / element.getWriteCount();
-}
 
 /// The only element of a field has no neighbour; a damaged link to one counts as one.
 bool hasSiblings(const ZQMatrixBaseElement& element) {
@@ -85,18 +75,18 @@ int determiningSuffixes(const ZQMatrixMedium& matrix, Suffixes suffixes, int len
   int count = 0;
   for (int start = 0; start < end && count < enough; ++start, ++count) {
     const int handle = suffixes.firstWritten(&start, end);
-    const ZQMatrixMediumElement* element = mediumElementAt(matrix, handle);
+    const ZQMatrixMediumElement* element = matrix.elementAt(handle);
     if (element == nullptr) return count;
-    const double stop = stopProbabilityOf(*element);
+    const double stop = zmatrix::stopProbabilityOf(*element);
     if (start == 0) stopOfWhole = stop;
     if (hasSiblings(*element)) return count;
-    if (start > 0 && std::fabs(stop - stopOfWhole) > stopProbabilityTolerance) return count;
+    if (start > 0 && std::fabs(stop - stopOfWhole) > zmatrix::stopProbabilityTolerance) return count;
   }
   return count;
 }
 
 /// The same for items of several coordinates, all of which have to be the only ones. Here the last item by itself is looked at,
-/// stop probabilities are not, and a count that runs to the end of the vector is in coordinates: all of that is relied on.
+/// stop probabilities are not, and a count that runs to the end of the vector is in coordinates: callers depend on all of that.
 template <class Suffixes>
 int determiningSuffixesOfItems(const ZQMatrixMedium& matrix, Suffixes suffixes, int length, int coordinateDimension, int enough) {
   if (length % coordinateDimension != 0) {
@@ -107,13 +97,13 @@ int determiningSuffixesOfItems(const ZQMatrixMedium& matrix, Suffixes suffixes, 
   for (int start = 0; start < end && count / coordinateDimension < enough;
        start += coordinateDimension, count += coordinateDimension) {
     const int handle = suffixes.firstWritten(&start, end);
-    const ZQMatrixMediumElement* element = mediumElementAt(matrix, handle);
+    const ZQMatrixMediumElement* element = matrix.elementAt(handle);
     if (element == nullptr) return count;
     if (hasSiblings(*element)) return count / coordinateDimension;
     long long position = handle;
     for (int j = 0; j < coordinateDimension - 1; ++j) {
       position += element->getOffsetToElementInPrevDimension();
-      element = mediumElementAt(matrix, position);
+      element = matrix.elementAt(position);
       if (element == nullptr || hasSiblings(*element)) return (count + j + 1) / coordinateDimension;
     }
   }

@@ -1,14 +1,14 @@
 // Whole sequences back to original items, and index vectors up and down their preprocessing levels. An index vector brings its
-// own settings, so a sub-matrix that holds nothing lends its info record for the time of the work.
+// own settings, so the info record of an empty sub-matrix is set to them for the time of the work.
 #include <algorithm>
-#include <cstdio>
 
-#include "frame/ZQDebugChannel.h"
+#include "sequence/ZQComplaint.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 #include "sequence/ZQNumberCoding.h"
 #include "sequence/ZQObjexBlock.h"
 
+using zmatrix::complain;
 using zmatrix::ObjexBlock;
 using zmatrix::SystemOwned;
 
@@ -49,12 +49,6 @@ int restoreItems(ZQMatrixMedium* matrix, int** items, int first, int total, int*
 
 void copyItems(int** to, const int* const* from, int numberOfItems, int coordinateDimension) {
   for (int i = 0; i < numberOfItems; i++) std::copy_n(from[i], coordinateDimension, to[i]);
-}
-
-/// A host may read its console at once.
-void complain(const char* message) {
-  dbPrintf(0, "%s", message);
-  fflush(stdout);
 }
 
 /// Makes the sub-matrix behind the last occupied one current, with these settings. False, with a message that names the forward
@@ -122,14 +116,14 @@ ZQMatrixSequenceIndexVector* newOriginalVector(ZQMatrixMedium* matrix, const ZQM
   return result;
 }
 
-/// False, with a message, for what has no way back.
+/// False, with a message, for a vector that can't be restored.
 bool canGoDown(const ZQMatrixSequenceIndexVector* preprocessedIndexVector) {
   if (preprocessedIndexVector == nullptr) {
     complain("error from getOriginalZQIndexVectorFromPreprocessedIndexVector: preprocessedIndexVector = NULL!\n");
     return false;
   }
   const bool isOriginal = preprocessedIndexVector->getCurrentLevelOfPreprocOperations() < 0;
-  // The dimension comes first, but an original that has records can't be asked for it.
+  // The dimension is checked first, but an original that has records has none.
   const bool hasRecords = preprocessedIndexVector->getLengthOfIndexVectorInfos() > 0;
   if ((!isOriginal || !hasRecords) && preprocessedIndexVector->getCoordDimensionAfterPreproc() < 1) {
     complain(
@@ -228,7 +222,7 @@ ZQMatrixSequenceIndexVector* ZQMatrixMedium::getOriginalZQIndexVectorFromPreproc
   const ObjexBlock preProcessed(getObjexSequenceFromFlatSequence(
       preprocessedIndexVector->getIndexVector(), preprocessedIndexVector->getLengthOfIndexVector(), &numberOfPreProcessed));
   if (preProcessed == nullptr || numberOfPreProcessed < 1) {
-    // The one way out that leaves the spare sub-matrix current.
+    // The only exit that leaves the spare sub-matrix current.
     complain("error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): preprocessedObjexSequence = NULL or length = 0..\n");
     return nullptr;
   }

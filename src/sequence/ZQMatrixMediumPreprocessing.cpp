@@ -14,21 +14,17 @@
 using zmatrix::ObjexBlock;
 using zmatrix::PrecedingItems;
 using zmatrix::PreprocessingSettings;
+using zmatrix::preprocessingSettingsOf;
 using zmatrix::SystemOwned;
 
 namespace {
 
-// The operation with a sequence has words of its own for pairs only; for the other MIDI items it uses those of the plain one.
+// The operation with a sequence has a message of its own for pairs only; for the other MIDI items it uses that of the plain one.
 constexpr char illegalTimeSignature[] =
     "getNextOriginalObjecFromPreprocessedObjex: illegal values for timeSignature, assuming 4/4 time signature...\n";
 constexpr char illegalTimeSignatureOfPairs[] =
     "getNextOriginalObjecFromPreprocessedObjexAndOriginalSequence: illegal values for timeSignature, assuming 4/4 time "
     "signature...\n";
-
-PreprocessingSettings settingsOf(const ZQMatrixMediumInfo* info) {
-  return {info->getPreProcessingType(), info->getCoordinateDimension(), info->getMidiTimeSignatureNom(),
-          info->getMidiTimeSignatureDenom(), info->getOcronType()};
-}
 
 template <class Value>
 std::span<const Value> sequenceOf(const Value* values, int length) {
@@ -54,20 +50,22 @@ bool canRestoreFrom(int** sequence, int index, int length, int preProcessingType
 // --- forward
 
 int* ZQMatrixMedium::getPreProcessedSequenceFromOriginalSequence(const int* originalSequence, int length, int* resultLength) {
-  return zmatrix::preProcessedSequence(settingsOf(getMatrixInfo()), sequenceOf(originalSequence, length), resultLength);
+  return zmatrix::preProcessedSequence(preprocessingSettingsOf(*getMatrixInfo()), sequenceOf(originalSequence, length),
+                                       resultLength);
 }
 
 const int* ZQMatrixMedium::preProcessIntoScratch(const int* originalSequence, int length, int* resultLength) {
-  return zmatrix::preProcessedSequenceIn(generation.preProcessed, settingsOf(getMatrixInfo()),
+  return zmatrix::preProcessedSequenceIn(generation.preProcessed, preprocessingSettingsOf(*getMatrixInfo()),
                                          sequenceOf(originalSequence, length), resultLength);
 }
 
 long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalSequence(const long long* originalSequence, int length,
                                                                                int* resultLength) {
-  return zmatrix::longLongPreProcessedSequence(settingsOf(getMatrixInfo()), sequenceOf(originalSequence, length), resultLength);
+  return zmatrix::longLongPreProcessedSequence(preprocessingSettingsOf(*getMatrixInfo()), sequenceOf(originalSequence, length),
+                                               resultLength);
 }
 
-// The values never reach the result: what is preprocessed is a block of that length, here of zeros.
+// The values are not used: a block of that length is preprocessed, here of zeros.
 long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalIntSequence(const int* originalSequence, int length,
                                                                                   int* resultLength) {
   SystemOwned<long long> values;
@@ -118,11 +116,12 @@ int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjex(int* objex) {
   ZQMatrixMediumInfo* info = getMatrixInfo();
   if (zmatrix::isNumberCoding(info->getPreProcessingType()))
     return zmatrix::numberOfCode(info, objex, info->readableFrom(objex), zmatrix::InverseOperation::plain);
-  // The length is a plain field: it may say more than the rows hold.
-  if (!info->provideKernelOriginalRows(info->getLengthOfKernelOriginalSequence())) return nullptr;
+  // The length is a plain field: it may say more than there is room for.
+  const int numberOfItems = info->getLengthOfKernelOriginalSequence();
+  if (!info->provideKernelOriginal(numberOfItems)) return nullptr;
   const PrecedingItems kernel =
-      PrecedingItems::inRows(info->getKernelOriginalSequence(), info->getLengthOfKernelOriginalSequence());
-  return zmatrix::nextOriginalObjex(settingsOf(info), kernel, objex, illegalTimeSignature);
+      PrecedingItems::inSequence(info->getKernelOriginalItems(), numberOfItems, info->getCoordinateDimension());
+  return zmatrix::nextOriginalObjex(preprocessingSettingsOf(*info), kernel, objex, illegalTimeSignature);
 }
 
 int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(int** sequence, int index, int length,
@@ -130,7 +129,7 @@ int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjexAndOriginalSequenc
   ZQMatrixMediumInfo* info = getMatrixInfo();
   if (zmatrix::isNumberCoding(info->getPreProcessingType()))
     return zmatrix::numberOfCode(info, objex, info->readableFrom(objex), zmatrix::InverseOperation::withSequence);
-  const PreprocessingSettings settings = settingsOf(info);
+  const PreprocessingSettings settings = preprocessingSettingsOf(*info);
   if (objex == nullptr || !canRestoreFrom(sequence, index, length, settings.preProcessingType)) return nullptr;
   const bool arePairs = settings.preProcessingType == ZQPreProcessingTypeMidiNoteAndModQuanta;
   const PrecedingItems items = PrecedingItems::inObjex(sequence, index < 0 ? 0 : index + 1);

@@ -1,4 +1,4 @@
-// Pulling one generated item after another out of a matrix. A host loops until it gets null with probability 1.0. The stop flag
+// Reading one generated item after another from a matrix. A host loops until it gets null with probability 1.0. The stop flag
 // of a sub-matrix says that the last item ended a sequence, so that the next read reports the stop instead of choosing.
 #include "frame/ZQCharacterTables.h"
 #include "frame/ZQDebugChannel.h"
@@ -6,7 +6,7 @@
 
 namespace {
 
-// A read that may not stop begins anew at each dead end. This many tries are enough for one that depends on draws.
+// A read that may not stop restarts at each dead end. This many tries are enough where the way depends on random draws.
 constexpr int largestNumberOfTries = 64;
 
 /// What the four reads differ in: those without an index let the method choose and draw for the stop.
@@ -50,7 +50,7 @@ int* readUntilItem(ZQMatrixMedium& matrix, const ReadRequest& request, const Rea
 bool itemEndsSequence(ZQMatrixMediumInfo* info, const ReadRequest& request, double stopProbability) {
   if (request.hasIndex) return request.updateKernel == 1 && stopProbability == 1.0;
   if (info->getSuccessorMethod() != ZQSuccessorMethodRandom) return stopProbability > 0.5;
-  return stopProbability > static_cast<double>(info->getSuccessorRandomValue()) / zmatrix::largestRandomValue;
+  return stopProbability > info->drawSuccessorFraction();
 }
 
 int* readObjex(ZQMatrixMedium& matrix, const ReadRequest& request, double* probability, double* stopProbability, int* handle) {
@@ -73,7 +73,7 @@ int* readObjex(ZQMatrixMedium& matrix, const ReadRequest& request, double* proba
   }
   int* item = readUntilItem(matrix, request, out);
   if (item == nullptr) return nullptr;
-  // The flag is set even if no stop is wanted now: it waits for a read that does.
+  // The flag is set even if stops are off now: it holds until a read with stops on.
   if (itemEndsSequence(info, request, *out.stopProbability)) header->setStopFlag(matrixID, 1);
   if (canStop && header->getStopFlag(matrixID) == 1) matrix.initializeKernelSequenceWithOriginalSequence(nullptr, 0, 0);
   return item;

@@ -16,16 +16,12 @@ namespace {
 constexpr int countsLevelOfSingles = 8;  ///< debug level from which the line shows the counts of each prefix
 constexpr int countsLevelOfItems = 7;    ///< the same where an item has several coordinates
 
-const ZQMatrixMediumElement* mediumElementAt(const ZQMatrixMedium& matrix, long long position) {
-  return static_cast<const ZQMatrixMediumElement*>(matrix.elementAt(position));
-}
-
 /// The element one item above a position, or null if the way up leads out of the block.
 const ZQMatrixMediumElement* elementOneItemAbove(const ZQMatrixMedium& matrix, long long position, int steps) {
-  const ZQMatrixMediumElement* element = mediumElementAt(matrix, position);
+  const ZQMatrixMediumElement* element = matrix.elementAt(position);
   for (int i = 0; i < steps && element != nullptr; ++i) {
     position += element->getOffsetToElementInPrevDimension();
-    element = mediumElementAt(matrix, position);
+    element = matrix.elementAt(position);
   }
   return element;
 }
@@ -93,7 +89,7 @@ void putProbabilities(const ZQMatrixMediumElement& element, const ZQMatrixMedium
 
 void putRule(ZQMatrixMedium& matrix, const int* indexVector, int length, int debugLevel) {
   const int handle = matrix.getMatrixHandleFromElementVector(indexVector, length);
-  const ZQMatrixMediumElement* element = mediumElementAt(matrix, handle);
+  const ZQMatrixMediumElement* element = matrix.elementAt(handle);
   const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
   const int steps = length < coordinateDimension ? length : coordinateDimension;
   const ZQMatrixMediumElement* parent = elementOneItemAbove(matrix, handle, steps);
@@ -141,7 +137,7 @@ int ZQMatrixMedium::isRuleAt(int slot) {
     if (coordinateDimension >= 2 && offset == 0) return 0;
     position += offset;
   }
-  const ZQMatrixMediumElement* context = mediumElementAt(*this, position);
+  const ZQMatrixMediumElement* context = elementAt(position);
   if (context == nullptr || context->getWriteCountWithSuccessor() < 1) return 0;
   return writeCount <= context->getWriteCountWithSuccessor() ? 1 : 0;
 }

@@ -6,11 +6,16 @@
 #include <cmath>
 
 #include "frame/ZQDebugChannel.h"
+#include "frame/ZQOptionalOutput.h"
+#include "sequence/ZQKernel.h"
 #include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQPreprocessing.h"
+#include "sequence/ZQStopProbability.h"
 #include "store/ZQSuccessorWalk.h"
 
+using zmatrix::answer;
 using zmatrix::Successor;
+using zmatrix::ZQKernel;
 
 namespace {
 
@@ -18,94 +23,13 @@ constexpr int anySuccessor = -1;  ///< as successorIndex: the method chooses
 constexpr int stopInstead = -1;   ///< as the index picked: the sequence ends here
 constexpr int largestNumberOfMarkers = 32;
 
-template <class Number>
-void answer(Number* out, Number value) {
-  if (out != nullptr) *out = value;
-}
-
-const ZQMatrixMediumElement* mediumElementAt(const ZQMatrixMedium& matrix, long long position) {
-  return static_cast<const ZQMatrixMediumElement*>(matrix.elementAt(position));
-}
-
-double randomFraction(ZQMatrixMediumInfo* info) {
-  return static_cast<double>(info->getSuccessorRandomValue()) / zmatrix::largestRandomValue;
-}
-
-/// Visits, depth first and in the order of the fields, all elements one item below a handle. The visitor says false to end the
-/// walk.
-template <class Visitor>
-void walkOneItemBelow(const ZQMatrixMedium& matrix, int handle, int coordinateDimension, Visitor visit) {
-  long long position = handle;
-  const ZQMatrixMediumElement* element = mediumElementAt(matrix, position);
-  int depth = 0;
-  while (element != nullptr) {
-    while (element != nullptr && depth < coordinateDimension && element->getOffsetToElementInNextDimension() != 0) {
-      position += element->getOffsetToElementInNextDimension();
-      element = mediumElementAt(matrix, position);
-      ++depth;
-    }
-    if (depth == coordinateDimension && element != nullptr) {
-      if (!visit(static_cast<int>(position), *element)) return;
-    }
-    while (element != nullptr && depth > 0 && element->getOffsetToNextElementInDimension() == 0) {
-      position += element->getOffsetToElementInPrevDimension();
-      element = mediumElementAt(matrix, position);
-      --depth;
-    }
-    if (depth == 0 || element == nullptr) return;
-    position += element->getOffsetToNextElementInDimension();
-    element = mediumElementAt(matrix, position);
-  }
-}
-
-/// Puts items that are held row by row into a list as one flat vector, with an item behind them. Null without memory.
-const int* flatWithItem(zmatrix::ZQArray<int>& flat, int** rows, int numberOfItems, const int* item, int coordinateDimension) {
-  if (rows == nullptr || (numberOfItems + 1LL) * coordinateDimension > INT_MAX) return nullptr;
-  int* end = flat.makeRoomFor((static_cast<size_t>(numberOfItems) + 1) * static_cast<size_t>(coordinateDimension));
-  if (end == nullptr) return nullptr;
-  if (coordinateDimension == 1) end = std::copy_n(rows[0], numberOfItems, end);
-  for (int i = 0; coordinateDimension > 1 && i < numberOfItems; ++i) {
-    for (int k = 0; k < coordinateDimension; ++k) *end++ = rows[k][i];
-  }
-  std::copy_n(item, coordinateDimension, end);
-  return flat.begin();
-}
-
-/// The preprocessed kernel becomes what it is now with the item behind, or the longest ending of that which can go on. Without
-/// memory it goes to the root.
-void appendToPreProcessedKernel(ZQMatrixMedium& matrix, const int* item) {
-  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
-  const int coordinateDimension = info->getCoordinateDimension();
-  const int numberOfItems = std::max(info->getLengthOfKernelPreProcessedSequence(), 0);
-  const int* flat = nullptr;
-  if (info->provideKernelPreProcessedRows(numberOfItems)) {
-    flat = flatWithItem(matrix.getGenerationScratch().sequence, info->getKernelPreProcessedSequence(), numberOfItems, item,
-                        coordinateDimension);
-  }
-  matrix.initializeKernelSequenceWithPreProcessedSequence(flat, flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0);
-}
-
-/// The same for both faces, behind the first items of the original kernel.
-void appendToOriginalKernel(ZQMatrixMedium& matrix, int numberOfItems, const int* item) {
-  ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
-  const int coordinateDimension = info->getCoordinateDimension();
-  numberOfItems = std::max(numberOfItems, 0);
-  const int* flat = nullptr;
-  if (info->provideKernelOriginalRows(numberOfItems)) {
-    flat = flatWithItem(matrix.getGenerationScratch().sequence, info->getKernelOriginalSequence(), numberOfItems, item,
-                        coordinateDimension);
-  }
-  matrix.initializeKernelSequenceWithOriginalSequence(flat, flat != nullptr ? (numberOfItems + 1) * coordinateDimension : 0, 0);
-}
-
-/// Lists what a visitor of successors is shown, with its share of the occurrences. Without memory the list is empty.
+/// Lists the elements of a walk, each with its share of the occurrences. Without memory the list is empty.
 template <class Walk>
 void listSuccessors(zmatrix::ZQArray<Successor>& successors, int occurrences, Walk&& walk) {
   successors.clear();
   bool hasMemory = true;
   double integral = 0;
-  walk([&](int position, const ZQMatrixBaseElement& element) {
-    const auto& counts = static_cast<const ZQMatrixMediumElement&>(element);
+  walk([&](int position, const ZQMatrixMediumElement& counts) {
     const double probability = static_cast<double>(counts.getWriteCount()) / occurrences;
     integral += probability;
     hasMemory =
@@ -119,9 +43,7 @@ void listSuccessors(zmatrix::ZQArray<Successor>& successors, int occurrences, Wa
 template <class Visitor>
 void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor&& visit) {
   const int handle = matrix.getMatrixInfo()->getKernelMatrixHandle();
-  const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
-  if (handle < 0 || handle > matrix.getMatrixFileHeader()->getMaximalStack() || coordinateDimension < 1) return;
-  walkOneItemBelow(matrix, handle, coordinateDimension, [&](int position, const ZQMatrixMediumElement& element) {
+  zmatrix::visitOneItemBelow(matrix, handle, [&](int position, const ZQMatrixMediumElement& element) {
     return element.getWriteCountWithoutPredecessor() <= 0 || visit(position, element);
   });
 }
@@ -151,12 +73,15 @@ class SuccessorChoice {
     switch (successorMethod) {
       case ZQSuccessorMethodMostProbable:
         if (stopNow >= 0.5 && canStop) return stopInstead;
-        return static_cast<int>(std::ranges::max_element(successors_, {}, &Successor::probability) - successors_.begin());
+        return static_cast<int>(
+            std::max_element(successors_.begin(), successors_.end(),
+                             [](const Successor& one, const Successor& other) { return one.probability < other.probability; }) -
+            successors_.begin());
       case ZQSuccessorMethodMiddle:
         return static_cast<int>(successors_.size()) / 2;
       default:
-        if (stopNow > randomFraction(info) && canStop) return stopInstead;
-        return firstBeyond(randomFraction(info));
+        if (stopNow > info->drawSuccessorFraction() && canStop) return stopInstead;
+        return firstBeyond(info->drawSuccessorFraction());
     }
   }
 
@@ -211,27 +136,21 @@ class SuccessorChoice {
   const bool trueStart_;
 };
 
-/// The share of the occurrences of an element at which a sequence ended.
-double stopProbabilityOf(const ZQMatrixMediumElement& element) {
-  if (element.getWriteCount() == 0) return 0;
-  return (static_cast<double>(element.getWriteCount()) - element.getWriteCountWithSuccessor()) / element.getWriteCount();
-}
-
-/// The same as an integer quotient: 1 only for an element that nothing ever followed.
+/// The stop probability as an integer quotient: 1 only for an element that nothing ever followed.
 double certainStopOf(const ZQMatrixMediumElement& element) {
   if (element.getWriteCount() == 0) return 0;
   const long long writeCount = element.getWriteCount();
   return static_cast<double>((writeCount - element.getWriteCountWithSuccessor()) / writeCount);
 }
 
-/// The length of a bar of this sub-matrix. Unlike the inverse, this says nothing about a time signature without a bar.
+/// The length of a bar of this sub-matrix. Unlike the inverse, this prints nothing for a time signature of 0.
 long long silentBarLength(const ZQMatrixMediumInfo* info) {
   const long long numerator = info->getMidiTimeSignatureNom(), denominator = info->getMidiTimeSignatureDenom();
   if (numerator == 0 || denominator == 0) return zmatrix::quantaPerWholeNote;
   return numerator * zmatrix::quantaPerWholeNote / denominator;
 }
 
-/// What a call of the original layer hands on to each choice it makes.
+/// The arguments and state of one call of the original layer.
 struct OriginalRead {
   ZQMatrixMedium& matrix;
   int successorIndex;
@@ -260,7 +179,7 @@ struct OriginalRead {
         isStuck = true;
         return nullptr;
       }
-      appendToPreProcessedKernel(matrix, item);
+      ZQKernel(matrix).pushPreProcessed(item);
       item = nextPreProcessed(1);
       if (isFirst || (item != nullptr && item[0] == ZQNotNote)) timeOffset += barLength;
     }
@@ -313,7 +232,7 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     return nullptr;
   }
   ZQMatrixMediumInfo* info = getMatrixInfo();
-  const ZQMatrixMediumElement* kernelElement = mediumElementAt(*this, info->getKernelMatrixHandle());
+  const ZQMatrixMediumElement* kernelElement = elementAt(info->getKernelMatrixHandle());
   const int occurrences = kernelElement != nullptr ? kernelElement->getWriteCountWithSuccessor() : 0;
   zmatrix::ZQArray<Successor>& successors = generation.successors;
   successors.clear();
@@ -335,7 +254,8 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
     return nullptr;
   }
   if (occurrences < 1) return nullptr;
-  const double stopNow = trueStart == 1 ? 0 : stopProbabilityOf(*kernelElement);
+  const bool canStopNow = trueStart != 1 && kernelElement->getWriteCount() != 0;
+  const double stopNow = canStopNow ? zmatrix::stopProbabilityOf(*kernelElement) : 0;
   SuccessorChoice choice(successors, *kernelElement, trueStart == 1);
   if (!choice.computeProbabilities()) return nullptr;
 
@@ -348,12 +268,12 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
   }
   const int chosen = successors[static_cast<size_t>(index)].handle;
   answer(probability, successors[static_cast<size_t>(index)].probability);
-  answer(stopProbability, certainStopOf(*mediumElementAt(*this, chosen)));
+  answer(stopProbability, certainStopOf(*elementAt(chosen)));
   answer(handle, chosen);
   int* item = getObjexFromMatrixHandle(chosen);
   if (updateKernel != 1) return item;
   if (item != nullptr)
-    appendToPreProcessedKernel(*this, item);
+    ZQKernel(*this).pushPreProcessed(item);
   else
     initializeKernelSequenceWithPreProcessedSequence(nullptr, 0);
   return item;
@@ -368,7 +288,7 @@ int* ZQMatrixMedium::getFirstOriginalObjectItemFromMatrix(int successorIndex, in
   const int numberOfItems = info->resetKernelSequence(getCurrentMatrixID(), 0);
   OriginalRead read{*this, successorIndex, successorMethod, probability, stopProbability, handle, true};
   int* item = read.nextOriginal();
-  if (updateKernel == 1 && item != nullptr) appendToOriginalKernel(*this, numberOfItems, item);
+  if (updateKernel == 1 && item != nullptr) ZQKernel(*this).push(item, numberOfItems);
   return item;
 }
 
@@ -381,7 +301,7 @@ int* ZQMatrixMedium::getNextOriginalObjectItemFromMatrix(int successorIndex, int
   }
   OriginalRead read{*this, successorIndex, successorMethod, probability, stopProbability, handle, false};
   int* item = read.nextOriginal();
-  if (updateKernel == 1 && item != nullptr) appendToOriginalKernel(*this, numberOfItems, item);
+  if (updateKernel == 1 && item != nullptr) ZQKernel(*this).push(item, numberOfItems);
   if (updateKernel == 1 && item == nullptr && !read.isStuck) initializeKernelSequenceWithOriginalSequence(nullptr, 0, 0);
   return item;
 }

@@ -1,4 +1,4 @@
-// Sequence update of the medium tier: the settings that a call needs, the ways into the shared worker.
+// Sequence update of the medium tier: the checks of the settings that a call needs, and the entry points of the shared worker.
 #include "frame/ZQCharacterTables.h"
 #include "frame/ZQSentence.h"
 #include "sequence/ZQMediumTier.h"
@@ -123,6 +123,14 @@ void ZQMatrixMedium::updateNumberOfAppendedMatrices() {
   int updates = std::max(matrixFileHeader->getNumberOfAppendedUpdates(), 0);
   zmatrix::addTo(updates, getNumberOfChangedMatrixInfos());
   matrixFileHeader->setNumberOfAppendedUpdates(updates);
+}
+
+void ZQMatrixMedium::countUpdate() {
+  ZQMatrixMediumInfo& info = *getMatrixInfo();
+  info.setHasBeenChanged(1);
+  info.incrementUpdateIndex();
+  matrixFileHeader->incrementNumberOfMatrixUpdates();
+  if (info.getAddUpdateInfo() == 1) updateNumberOfAppendedMatrices();
 }
 
 int ZQMatrixMedium::getNumberOfChangedMatrixInfos() {

@@ -1,4 +1,4 @@
-// The self-tests of the medium tier: the shared tellings, instantiated.
+// The self-tests of the medium tier: instances of the templates that all tiers share.
 #include "sequence/ZQMatrixMedium.h"
 
 #include "sequence/ZQMediumTier.h"

@@ -2,12 +2,13 @@
 // or the level lies outside the records in use, they answer -1, 0 or null.
 #include <algorithm>
 #include <climits>
-#include <cstdio>
 #include <cstring>
 
-#include "frame/ZQDebugChannel.h"
 #include "frame/ZQGrowth.h"
+#include "sequence/ZQComplaint.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
+
+using zmatrix::complain;
 
 namespace {
 
@@ -34,12 +35,6 @@ int* copyOfBlock(const int* block, int count, int length) {
   if (block == nullptr || !copy.resize(std::max({count, length, 0}))) return nullptr;
   std::copy_n(block, std::max(count, 0), copy.begin());
   return copy.release();
-}
-
-// A host may read its console at once.
-void complain(const char* message) {
-  dbPrintf(0, "%s", message);
-  fflush(stdout);
 }
 
 }  // namespace

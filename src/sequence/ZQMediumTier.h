@@ -1,5 +1,5 @@
-// What the medium tier adds to the store's shared tellings: an element counts the writes that something followed and those that
-// nothing preceded, and the record counts the elements that ever began a sequence.
+// What the medium tier adds to the operations that all tiers share: an element counts the writes that something followed and
+// those that nothing preceded, and the record counts the elements that ever began a sequence.
 #pragma once
 
 #include "sequence/ZQMatrixMedium.h"
@@ -49,7 +49,7 @@ struct ZQMediumTier {
     element.setWriteCountWithoutPredecessor(0);
   }
 
-  /// Reads of a vector for a test that knows its value, and not the counts of neighbours.
+  /// Reads of a vector for a test that knows its value but not the counts.
   static long long readBack(Matrix& matrix, const int* vector, int length, int* existCode, int* writeCount) {
     int withSuccessor = 0, withoutPredecessor = 0;
     return matrix.readMatrixData(vector, length, existCode, writeCount, &withSuccessor, &withoutPredecessor);

@@ -1,4 +1,4 @@
-// What the self-tests do besides in the medium tier: recount the rules, and compare the depth, the kernel and the number of
+// What the medium tier adds to the self-tests: recount the rules, and compare the depth, the kernel and the number of
 // starts.
 #pragma once
 
@@ -15,7 +15,7 @@ class ZQMediumVerification {
 
   /// Zeroes the counts of rules.
   ZQMediumVerification(ZQMatrixMedium& aMatrix, const zmatrix::VerificationTexts&);
-  /// True if look() wants the path of the element; else it may be null.
+  /// True if look() needs the path of the element; else it may be null.
   bool needsPath(int position) const { return !links.isKnown(position); }
   /// Counts a written element. False for a fault.
   bool look(int position, const ZQMatrixMediumElement& element, const int* path, int length);

@@ -1,6 +1,6 @@
 // The preprocessing types that code numbers: as ocrons or gocrons, which tell their prime structure, or by their places among the
-// primes. They need the table of primes. Forward the thread's parameters say how, back the sub-matrix's; every evaluation
-// stops at the thread's end symbol.
+// primes. They need the table of primes. Coding uses the parameters of the calling thread, decoding those of the sub-matrix;
+// every evaluation stops at the end symbol of the thread.
 #pragma once
 
 #include <span>

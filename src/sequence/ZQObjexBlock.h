@@ -16,7 +16,8 @@ inline ObjexBlock newObjexBlock(long long numberOfItems, int coordinateDimension
   const long long numberOfIntegers = numberOfItems * coordinateDimension;
   if (numberOfIntegers > INT_MAX) return nullptr;
   const size_t items = static_cast<size_t>(numberOfItems), integers = static_cast<size_t>(numberOfIntegers);
-  auto* block = static_cast<int**>(systemMalloc(std::max(items * sizeof(int*) + integers * sizeof(int), sizeof(int*))));
+  const unsigned long long size = 1ULL * items * sizeof(int*) + 1ULL * integers * sizeof(int);
+  auto* block = static_cast<int**>(systemMalloc(std::max(bytesOf(size, 1), sizeof(int*))));
   if (block == nullptr) return nullptr;
   int* const values = reinterpret_cast<int*>(block + items);
   std::fill_n(values, integers, 0);

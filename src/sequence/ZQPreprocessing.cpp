@@ -8,7 +8,9 @@
 #include "frame/ZQMemory.h"
 #include "frame/ZQSystemOwned.h"
 #include "frame/ZQTextCharacters.h"
+#include "sequence/ZQMidiItems.h"
 #include "sequence/ZQNumberCoding.h"
+#include "settings/ZQMatrixMediumInfo.h"
 
 namespace zmatrix {
 
@@ -20,7 +22,7 @@ struct OwnBlocks {
   Value* provide(long long numberOfValues) {
     return systemMallocArray<Value>(numberOfValues);
   }
-  /// Gives back what a result doesn't need of its block.
+  /// Shrinks a block to its result.
   template <class Value>
   Value* shrunkTo(Value* block, long long numberOfValues) {
     if (numberOfValues < 1) return block;
@@ -29,7 +31,7 @@ struct OwnBlocks {
   }
 };
 
-/// Results in a list that is used again.
+/// Results in a list that the next call reuses.
 struct KeptList {
   ZQArray<int>& list;
 
@@ -76,9 +78,7 @@ Value* differenceOfOrder(Room room, int order, int coordinateDimension, std::spa
 
 // --- text
 
-constexpr int blank = 32, lineEnd = 10, hyphen = 45;
-
-/// One text on its way from line breaks as the author set them to plain running text.
+/// Turns a text with line breaks into running text.
 class TextNormaliser {
  public:
   TextNormaliser(std::span<const int> text, int* normalised) : text_(text), normalised_(normalised) {}
@@ -102,22 +102,23 @@ class TextNormaliser {
   /// Copies a run of whitespace as one blank, one line end (for a blank line) or nothing (after a hyphen at the end of a line),
   /// and the value behind it, if there is one.
   void copyRunOfWhitespace() {
-    const bool followsHyphen = position_ > 0 && text_[position_ - 1] == hyphen;
+    const bool followsHyphen = position_ > 0 && text_[position_ - 1] == hyphenCharacter;
     int lineEnds = 0;
-    for (; position_ < text_.size() && isWhiteCharacter(text_[position_]); position_++) lineEnds += text_[position_] == lineEnd;
+    for (; position_ < text_.size() && isWhiteCharacter(text_[position_]); position_++)
+      lineEnds += text_[position_] == lineEndCharacter;
     const bool hasNext = position_ < text_.size();
 
     if (lineEnds == 1 && followsHyphen) {
       if (hasNext && !isUpperCaseCharacter(text_[position_])) takeHyphenBack();
     } else {
-      write(lineEnds >= 2 ? lineEnd : blank);
+      write(lineEnds >= 2 ? lineEndCharacter : blankCharacter);
     }
     if (hasNext) write(text_[position_++]);
   }
 
   void takeHyphenBack() {
     written_--;
-    if (normalised_[written_] != hyphen) dbPrintf(0, "da stimmt was nicht\n");
+    if (normalised_[written_] != hyphenCharacter) dbPrintf(0, "da stimmt was nicht\n");
   }
 
   std::span<const int> text_;
@@ -136,74 +137,39 @@ int* normalisedText(Room room, std::span<const int> text, int* resultLength) {
 
 // --- MIDI
 
-/// Start times are quanta in 32 bits; differences of two don't fit there, so bars are counted in 64.
-struct BarLines {
-  long long barLength;
-
-  /// The bar lines that get a marker between two starts: none if they lie closer than a bar, else all that were passed.
-  long long markersBetween(long long start, long long nextStart) const {
-    if (nextStart - start < barLength) return 0;
-    const long long firstBarLine = (start / barLength + 1) * barLength;
-    return firstBarLine > nextStart ? 0 : (nextStart - firstBarLine) / barLength + 1;
-  }
-};
-
-/// A bar can be as short as one quantum, so that few items may pass billions of bar lines. More markers than this, of which music
-/// of a day and a night has none too many, are not made of them.
+/// A bar can be as short as one quantum, so that few items may pass billions of bar lines. More markers than this are refused;
+/// music of a day and a night has fewer.
 constexpr long long mostBarMarkers = 1000000;
 
-/// One of the three types of MIDI items, by the number of its coordinates.
-template <int coordinates>
-struct MidiPreprocessing {
-  static void writeMarker(int* item) {
-    std::fill_n(item, coordinates, 0);
-    item[0] = ZQNotNote;
+template <int coordinates, class Room>
+int* preProcessedMidi(Room room, const PreprocessingSettings& settings, std::span<const int> original, int* resultLength) {
+  using Items = MidiItems<coordinates>;
+  if (settings.coordinateDimension != coordinates) return nullptr;
+  const BarLines bars{barLengthInQuanta(
+      settings, "getPreprocessed Sequence: illegal values for timeSignature, assuming 4/4 time signature...\n")};
+  const size_t numberOfItems = original.size() / coordinates;
+  const long long markers = Items::numberOfMarkers(original, numberOfItems, bars);
+  const long long items = numberOfItems > 0 ? static_cast<long long>(numberOfItems) - 1 : 0;
+  const long long length = (items + markers) * coordinates;
+  if (markers > mostBarMarkers || length > INT_MAX) {
+    dbPrintf(0, "error from getPreprocessed Sequence: %lld bar markers for %lld items, at most %lld are made\n", markers, items,
+             mostBarMarkers);
+    return nullptr;
   }
+  auto* result = room.template provide<int>(length);
+  if (result == nullptr) return nullptr;
 
-  static void writeItem(int* item, const int* previous, const int* original, long long barLength) {
-    std::copy_n(original, coordinates, item);
-    bool isDrum = false;
-    if constexpr (coordinates == 4) isDrum = original[3] == drumSound;
-    if (!isDrum) item[0] = wrappedDifference(original[0], previous[0]);
-    item[1] = static_cast<int>(original[1] % barLength);
+  int* item = result;
+  for (size_t i = 1; i < numberOfItems; i++) {
+    const int* previous = &original[(i - 1) * coordinates];
+    const int* next = &original[i * coordinates];
+    for (long long n = bars.markersBetween(previous[1], next[1]); n > 0; n--, item += coordinates) Items::writeMarker(item);
+    Items::writeItem(item, previous, next, bars.barLength);
+    item += coordinates;
   }
-
-  static long long numberOfMarkers(std::span<const int> original, size_t numberOfItems, const BarLines& bars) {
-    long long markers = 0;
-    for (size_t i = 1; i < numberOfItems; i++)
-      markers += bars.markersBetween(original[(i - 1) * coordinates + 1], original[i * coordinates + 1]);
-    return markers;
-  }
-
-  template <class Room>
-  static int* run(Room room, const PreprocessingSettings& settings, std::span<const int> original, int* resultLength) {
-    if (settings.coordinateDimension != coordinates) return nullptr;
-    const BarLines bars{barLengthInQuanta(
-        settings, "getPreprocessed Sequence: illegal values for timeSignature, assuming 4/4 time signature...\n")};
-    const size_t numberOfItems = original.size() / coordinates;
-    const long long markers = numberOfMarkers(original, numberOfItems, bars);
-    const long long items = numberOfItems > 0 ? static_cast<long long>(numberOfItems) - 1 : 0;
-    const long long length = (items + markers) * coordinates;
-    if (markers > mostBarMarkers || length > INT_MAX) {
-      dbPrintf(0, "error from getPreprocessed Sequence: %lld bar markers for %lld items, at most %lld are made\n", markers, items,
-               mostBarMarkers);
-      return nullptr;
-    }
-    auto* result = room.template provide<int>(length);
-    if (result == nullptr) return nullptr;
-
-    int* item = result;
-    for (size_t i = 1; i < numberOfItems; i++) {
-      const int* previous = &original[(i - 1) * coordinates];
-      const int* next = &original[i * coordinates];
-      for (long long n = bars.markersBetween(previous[1], next[1]); n > 0; n--, item += coordinates) writeMarker(item);
-      writeItem(item, previous, next, bars.barLength);
-      item += coordinates;
-    }
-    *resultLength = static_cast<int>(length);
-    return result;
-  }
-};
+  *resultLength = static_cast<int>(length);
+  return result;
+}
 
 template <class Value>
 bool isEmpty(std::span<const Value> originalSequence) {
@@ -212,7 +178,7 @@ bool isEmpty(std::span<const Value> originalSequence) {
   return true;
 }
 
-/// What the number codings leave over: differences, text and MIDI items.
+/// All types but the number codings: differences, text and MIDI items.
 template <class Room>
 int* preProcessedIn(Room room, const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength) {
   const int type = settings.preProcessingType;
@@ -224,11 +190,11 @@ int* preProcessedIn(Room room, const PreprocessingSettings& settings, std::span<
     case ZQPreProcessingTypeSecondText:
       return zeroedBlock<int>(room, originalSequence.size(), resultLength);
     case ZQPreProcessingTypeMidiNoteAndModQuanta:
-      return MidiPreprocessing<2>::run(room, settings, originalSequence, resultLength);
+      return preProcessedMidi<2>(room, settings, originalSequence, resultLength);
     case ZQPreProcessingTypeMidiTriple_NDMT:
-      return MidiPreprocessing<3>::run(room, settings, originalSequence, resultLength);
+      return preProcessedMidi<3>(room, settings, originalSequence, resultLength);
     case ZQPreProcessingTypeMidiGMQuadruple_NDMTS:
-      return MidiPreprocessing<4>::run(room, settings, originalSequence, resultLength);
+      return preProcessedMidi<4>(room, settings, originalSequence, resultLength);
     default:
       return nullptr;
   }
@@ -236,12 +202,20 @@ int* preProcessedIn(Room room, const PreprocessingSettings& settings, std::span<
 
 }  // namespace
 
+PreprocessingSettings preprocessingSettingsOf(const ZQMatrixMediumInfo& info) {
+  return {info.getPreProcessingType(), info.getCoordinateDimension(), info.getMidiTimeSignatureNom(),
+          info.getMidiTimeSignatureDenom(), info.getOcronType()};
+}
+
+long long barLengthOrZero(const PreprocessingSettings& settings) {
+  if (settings.midiTimeSignatureNom == 0 || settings.midiTimeSignatureDenom == 0) return 0;
+  const long long quantaOfBeats = static_cast<long long>(settings.midiTimeSignatureNom) * quantaPerWholeNote;
+  return std::max(quantaOfBeats / settings.midiTimeSignatureDenom, 0LL);
+}
+
 long long barLengthInQuanta(const PreprocessingSettings& settings, const char* illegalTimeSignatureMessage) {
-  if (settings.midiTimeSignatureNom != 0 && settings.midiTimeSignatureDenom != 0) {
-    const long long barLength =
-        static_cast<long long>(settings.midiTimeSignatureNom) * quantaPerWholeNote / settings.midiTimeSignatureDenom;
-    if (barLength > 0) return barLength;
-  }
+  const long long barLength = barLengthOrZero(settings);
+  if (barLength > 0) return barLength;
   dbPrintf(0, "%s", illegalTimeSignatureMessage);
   return quantaPerWholeNote;
 }

@@ -1,5 +1,5 @@
-// Pruning, told once for the tiers that learn: takes out the paths that a shorter context already decides, cuts all paths beyond
-// a length, empties a sub-matrix, and gives up sub-matrices that hold nothing. A pass is one scan of the block, highest slot
+// Pruning, shared by the tiers that learn: removes the paths that a shorter context already decides, cuts all paths beyond a
+// length, empties a sub-matrix, and drops sub-matrices that hold nothing. A pass is one scan of the block, highest slot
 // first; an element belongs to the sub-matrix at whose root its way up ends. Links are checked as they are followed: a damaged
 // one ends the walk, so that no scan reads outside the block or runs for ever.
 #pragma once
@@ -195,19 +195,19 @@ struct ZQRulePruning {
     return length;
   }
 
-  /// True for a leaf that at least two shorter contexts decide and that carries nothing pruning is to leave alone.
+  /// True for a leaf that at least two shorter contexts decide and that pruning is not told to keep.
   static bool isRedundant(const Matrix& matrix, const ZQSuffixLinks& links, int position, int depthLimit) {
     if (links.depthOf(position) > depthLimit || matrix.isDeterminedUpToTwice(links, position) < 2) return false;
     return !Tier::sparesSymbols(*matrix.getMatrixInfo()) ||
            !Tier::carriesSymbol(*static_cast<const Element*>(matrix.elementAt(position)));
   }
 
-  /// True if nobody wants to see the vectors that go.
+  /// True if the vectors that are removed need not be shown.
   static bool isQuiet(const Matrix& matrix) {
     return !ZQDebugChannel::shows(lowestLevelOfVectors) && !matrix.showsVectors(lowestLevelOfVectors);
   }
 
-  /// True if the element carries what pruning is to leave alone.
+  /// True if pruning is told to keep the element.
   static bool isSpared(Matrix& matrix, const int* path, int length) {
     if (!Tier::sparesSymbols(*matrix.getMatrixInfo())) return false;
     int handle = 0;
@@ -230,7 +230,7 @@ struct ZQRulePruning {
     return 0;
   }
 
-  /// No sound path is longer; a chain that is goes round.
+  /// No sound path is longer; a longer chain is a cycle.
   static int longestPath(Matrix& matrix) {
     return std::max(matrix.getMatrixInfo()->getCurrentDimension(), matrix.getMatrixInfo()->getMaxDimOfMatrix());
   }
@@ -255,7 +255,7 @@ struct ZQRulePruning {
     return depth;
   }
 
-  /// Marks the element, those above it that lie too deep, and what hangs below it. The number of written ones that go.
+  /// Marks the element, those above it that lie too deep, and those below it. The number of written ones that go.
   static int markTooDeep(Matrix& matrix, int element, int tooDeep) {
     int removed = 0;
     long long position = element;
@@ -317,8 +317,8 @@ struct ZQRulePruning {
     matrix.clearMatrixElement(position, 1);
   }
 
-  /// Gives back what hangs below a root: a sub-matrix whose record was set anew holds nothing, but its elements are still there,
-  /// and would pass for those of whatever comes to lie in the root's slot.
+  /// Deletes what lies below a root. A sub-matrix whose record was set anew counts as empty, but its elements are still there,
+  /// and would be taken for those of the next element in the root's slot.
   static void removeBelow(Matrix& matrix, int root) {
     long long position = root;
     while (true) {

@@ -1,10 +1,9 @@
-// Learning: every sub-sequence of up to a phrase limit is written as a phrase, shortest first, told once for the tiers that
-// learn.
+// Learning, shared by the tiers that learn: every sub-sequence of up to a phrase limit is written as a phrase, shortest first.
 //
 // The loop runs by length. For each start it keeps the front: where the phrase of the length before ends, as position and name
 // of the record there. The next length is one item down from there. A move changes positions, so a front is good while its slot
 // still holds its record; else, and where the phrase before was left out, the walk begins at the root. A phrase is a slice of
-// the preprocessed sequence: nothing is allocated for one, unless the caller wants all of them handed out.
+// the preprocessed sequence: nothing is allocated for one, unless the caller asks for all of them.
 #pragma once
 
 #include <cmath>
@@ -14,6 +13,7 @@
 #include "frame/ZQSentence.h"
 #include "sequence/ZQDescentPrefetch.h"
 #include "sequence/ZQLearnedPhrases.h"
+#include "sequence/ZQStopProbability.h"
 #include "store/ZQStoreWrite.h"
 
 namespace zmatrix {
@@ -38,7 +38,7 @@ struct ZQSequenceUpdate {
         usesStart(info.getUseStartOfSequence() == 1),
         usesEnd(info.getUseEndOfSequence() == 1) {}
 
-  /// 1 learned, -1 a write failed, -2 memory has run out. `phrases` takes what is handed out, if it is wanted.
+  /// 1 learned, -1 a write failed, -2 memory has run out. `phrases` collects them, if the caller asks for them.
   int run(int maxPhraseLength, zmatrix::ZQLearnedPhrases& phrases) {
     const int numberOfItems = length / c;
     const int longest = maxPhraseLength < numberOfItems ? maxPhraseLength : numberOfItems;
@@ -109,7 +109,7 @@ struct ZQSequenceUpdate {
     return true;
   }
 
-  // True if the phrases of a pass need no more than to be counted or added: nobody wants a message or a copy, no limit is near.
+  // True if the phrases of a pass only need to be counted or added: no message or copy is asked for, no limit is near.
   bool isPlainPass(int known, const zmatrix::ZQLearnedPhrases& phrases) const {
     return !phrases.areWanted() && !ZQDebugChannel::shows(8) && !info.getMemIsReadOnly() && known + c < info.getMaxDimOfMatrix();
   }
@@ -137,8 +137,8 @@ struct ZQSequenceUpdate {
 
   enum class Plain { notHandled, learned, failed };
 
-  // The same for a phrase that is not known and may be added without a question. Most phrases of a new text come here, and few of
-  // a known one: out of line it keeps the way of these short.
+  // The same for a phrase that is not known and may be added without further tests. Most phrases of a new text come here, few of
+  // a known one: it stands out of line to keep the path of the latter short.
   [[gnu::noinline]] Plain addPlain(int item, int known) {
     Front& front = fronts[item];
     if (leavesOutDetermined || !isGood(front)) return Plain::notHandled;
@@ -250,7 +250,7 @@ struct ZQSequenceUpdate {
     if (!isGood(next) || known >= info.getMaxDimOfMatrix()) {
       return matrix.isDeterminedMatrixData(sequence + item * c, known + c) > 0;
     }
-    const auto* element = static_cast<const Element*>(matrix.elementAt(next.position));
+    const Element* element = matrix.elementAt(next.position);
     int position = next.position;
     for (int i = 0; i < c; ++i) {
       const ZQMatrixBaseElement* at = matrix.elementAt(position);
@@ -258,8 +258,7 @@ struct ZQSequenceUpdate {
       position += at->getOffsetToElementInPrevDimension();
     }
     if (c > 1) return true;
-    const double stops = static_cast<double>(element->getWriteCount()) - element->getWriteCountWithSuccessor();
-    return std::fabs(stops / element->getWriteCount()) <= 1e-9;
+    return std::fabs(zmatrix::stopProbabilityOf(*element)) <= zmatrix::stopProbabilityTolerance;
   }
 
   // The phrase just written needs its context written as well, which an earlier pass left out: each place where that context

@@ -19,7 +19,7 @@ bool ZQSuffixLinks::build(const ZQMatrixMedium& matrix) {
   return true;
 }
 
-// What a damaged link puts into the field is left out, so that each element is met once.
+// Elements that only a damaged link leads to are skipped, so that each element is visited once.
 void ZQSuffixLinks::enterField(const ZQMatrixMedium& matrix, int parent, int depth) {
   const int offset = matrix.elementAt(parent)->getOffsetToElementInNextDimension();
   if (offset == 0) return;

@@ -3,8 +3,8 @@
 // for many words at once (Aho and Corasick, 1975). Tests that ask for the endings of every path then step from link to link
 // instead of walking each ending from the root.
 //
-// Links outlive deletions: an element that has gone leaves its own link behind, and the way goes on over it. They don't outlive a
-// write, which can move what they lead to.
+// Links stay valid when elements are deleted: a deleted element keeps its own link, so that the chain goes on over it. A write
+// makes them invalid, since it can move what they lead to.
 #pragma once
 
 #include "frame/ZQArray.h"

@@ -1,5 +1,5 @@
-// The worker around the phrase loop and the ways into it, told once for the tiers that learn. Every way calls the operations of
-// the matrix's own tier.
+// The worker around the phrase loop and its entry points, shared by the tiers that learn. Each calls the operations of the
+// matrix's own tier.
 #pragma once
 
 #include <climits>
@@ -79,7 +79,7 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
       1) {
     return 0;
   }
-  // Large indices force a dimension of their own on an empty matrix.
+  // Large indices set a dimension of their own in an empty matrix.
   const int dimension = matrix.getMatrixInfo()->getCoordinateDimension();
   if (coordinateDimension < 1 || dimension < 1) return 0;
   int numberOfIntegers = 0;
@@ -111,7 +111,7 @@ int updateMatrixWith2DimSequenceIn(Matrix& matrix, int matrixType, int preProces
   return updateMatrixWithCombinedSequenceIn(matrix, pairs.get(), 2 * length, matrixType, 2, preProcessingType, 0, {});
 }
 
-/// Learns a sequence and keeps the books of it: history, update counts.
+/// Learns a sequence and counts it as an update.
 template <class Matrix>
 int updateMatrixWithLongINTSequenceIn(Matrix& matrix, const int* sequence, int numberOfItems, int matrixType,
                                       int coordinateDimension, int preProcessingType, int allowLargeIndices) {
@@ -123,11 +123,7 @@ int updateMatrixWithLongINTSequenceIn(Matrix& matrix, const int* sequence, int n
   }
   const int result = updateMatrixWithCombinedSequenceIn(matrix, sequence, static_cast<int>(length), matrixType,
                                                         coordinateDimension, preProcessingType, allowLargeIndices, {});
-  if (result < 1) return result;
-  info.setHasBeenChanged(1);
-  info.incrementUpdateIndex();
-  matrix.getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
-  if (info.getAddUpdateInfo() == 1) matrix.updateNumberOfAppendedMatrices();
+  if (result >= 1) matrix.countUpdate();
   return result;
 }
 

@@ -14,7 +14,7 @@ int ZQMatrixMediumInfo::initMatrixInfo(int id) {
   hasBeenChanged = 0;
   const bool hasRoom = rulesInDimension.assign(internalCurrentDimension, 0) &&
                        uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
-                       writeElementsInDimension.assign(internalCurrentDimension, 0) && makeKernelRows(coordinateDimension);
+                       writeElementsInDimension.assign(internalCurrentDimension, 0) && makeKernelItems(coordinateDimension);
   return baseHasRoom && hasRoom ? 1 : 0;
 }
 
@@ -94,7 +94,7 @@ void ZQMatrixMediumInfo::setMidiChannelFilterArray(const char* channels) {
 }
 
 void ZQMatrixMediumInfo::setCoordinateDimension(int dimension) {
-  makeKernelRows(std::clamp(dimension, 0, zmatrix::largestCoordinateDimension));
+  makeKernelItems(std::clamp(dimension, 0, zmatrix::largestCoordinateDimension));
   ZQMatrixBaseInfo::setCoordinateDimension(dimension);
 }
 
@@ -107,12 +107,13 @@ void ZQMatrixMediumInfo::setMediumDefaults() {
   updateSequence.reset();
 }
 
-// An internal length may be 0 while the sequence is not empty, so the rows must hold the sequence too.
-bool ZQMatrixMediumInfo::makeKernelRows(int dimension) {
+// An internal length may be 0 while the sequence is not empty, so it alone does not tell how much room there must be.
+bool ZQMatrixMediumInfo::makeKernelItems(int dimension) {
   const int originalLength =
       std::max({internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence, zmatrix::initialKernelLength});
   const int preProcessedLength =
       std::max({internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, zmatrix::initialKernelLength});
+  facesThatAgree = noFaces;
   return kernelOriginalSequence.assign(dimension, originalLength) &&
          kernelOriginalSequenceInitialValues.assign(dimension, originalLength) &&
          kernelPreProcessedSequence.assign(dimension, preProcessedLength);

@@ -1,11 +1,10 @@
 // The info record of a sub-matrix, medium tier: adds what learning and continuing sequences needs, its settings and counters, the
-// kernel sequence (the present context of a continuation, held coordinate by coordinate) and the packed sequence of the last
-// feed.
+// kernel sequence (the present context of a continuation) and the packed sequence of the last feed.
 #pragma once
 
+#include "settings/ZQKernelItems.h"
 #include "settings/ZQMatrixBaseInfo.h"
 #include "settings/ZQMatrixRandom.h"
-#include "settings/ZQRowTable.h"
 
 class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
  public:
@@ -120,6 +119,8 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
 
   /// Each call is a step of the successor generator.
   long long getSuccessorRandomValue() { return zmatrix::nextRandomValue(successorRandomValue); }
+  /// The same as a fraction from 0 to 1.
+  double drawSuccessorFraction() { return static_cast<double>(getSuccessorRandomValue()) / zmatrix::largestRandomValue; }
   long long getActualSuccessorRandomValue() const { return successorRandomValue; }
   void setSuccessorRandomValue(long long value) { successorRandomValue = value; }
 
@@ -155,20 +156,38 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return dimensionArray(writeElementsInDimension, numberOfDimensions);
   }
 
-  // The kernel rows: at least coordinateDimension of them, each with room for the length that was last provided (256 at first).
-  // Null if memory has run out. A row keeps its place until the next call that provides more room.
+  // The kernel as its getters show it: a copy, a row a coordinate, each at least 256 items long. Null without memory. A copy
+  // holds until the next call.
   int** getKernelOriginalSequence() { return kernelRows(kernelOriginalSequence); }
   int** getKernelOriginalSequenceInitialValues() { return kernelRows(kernelOriginalSequenceInitialValues); }
   int** getKernelPreProcessedSequence() { return kernelRows(kernelPreProcessedSequence); }
-  /// Makes the rows hold at least `length` items; the internal lengths are the caller's to set. False if memory has run out.
-  [[nodiscard]] bool provideKernelOriginalRows(int length) {
-    return (kernelOriginalSequence.holds(coordinateDimension, length) &&
-            kernelOriginalSequenceInitialValues.holds(coordinateDimension, length)) ||
-           growKernelOriginalRows(length);
+  // The kernel itself, item after item. The items behind the length keep what they were.
+  const int* getKernelOriginalItems() const { return kernelOriginalSequence.data(); }
+  const int* getKernelPreProcessedItems() const { return kernelPreProcessedSequence.data(); }
+  /// Room for `length` items of the original kernel and its initial values, or of the preprocessed kernel; the internal lengths
+  /// are the caller's to set. False without memory.
+  bool provideKernelOriginal(int length) {
+    length = length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength;
+    return kernelOriginalSequence.provide(coordinateDimension, length) &&
+           kernelOriginalSequenceInitialValues.provide(coordinateDimension, length);
   }
-  [[nodiscard]] bool provideKernelPreProcessedRows(int length) {
-    return kernelPreProcessedSequence.holds(coordinateDimension, length) || growKernelPreProcessedRows(length);
+  bool provideKernelPreProcessed(int length) {
+    return kernelPreProcessedSequence.provide(coordinateDimension,
+                                              length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength);
   }
+  /// Each takes `length` items over, which may lie in the kernel. False, and nothing changed, without memory.
+  bool storeKernelOriginal(const int* items, int length);
+  bool storeKernelInitialValues(const int* items, int length);
+  bool storeKernelPreProcessed(const int* items, int length);
+  /// Where an item behind the first `length` ones would stand, which does not make it part of the kernel; null without memory.
+  /// The preprocessed kernel then has the room that it grows to with that item.
+  int* roomBehindKernelOriginal(int length);
+  int* roomBehindKernelPreProcessed(int length);
+
+  /// Whether the preprocessed kernel is all that preprocessing the original kernel gives. Any change of the kernel, or of a
+  /// setting that preprocessing goes by, makes it unknown, which is false.
+  bool kernelFacesAgree() const { return facesThatAgree == currentFaces(); }
+  void noteThatKernelFacesAgree() { facesThatAgree = currentFaces(); }
 
   /// Sets the kernel back to the root, and the original sequence to its initial values or to default items. Result: the number of
   /// items in the original sequence.
@@ -260,18 +279,32 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   zmatrix::ZQArray<int> rulesInDimension;
   zmatrix::ZQArray<int> uniqueRulesInDimension;
   zmatrix::ZQArray<int> writeElementsInDimension;
-  zmatrix::ZQRowTable kernelOriginalSequence;
-  zmatrix::ZQRowTable kernelPreProcessedSequence;
+  zmatrix::ZQKernelItems kernelOriginalSequence;
+  zmatrix::ZQKernelItems kernelPreProcessedSequence;
   zmatrix::ZQArray<char> updateSequence;  ///< rows of one item each, packed
-  zmatrix::ZQRowTable kernelOriginalSequenceInitialValues;
+  zmatrix::ZQKernelItems kernelOriginalSequenceInitialValues;
   int hasBeenChanged = 0;  ///< 1 after an update since the last load
   zmatrix::ZQArray<char> namesOfUpdateFiles;
 
  private:
-  [[nodiscard]] bool growKernelOriginalRows(int length);
-  [[nodiscard]] bool growKernelPreProcessedRows(int length);
+  /// What decides whether the faces of the kernel agree, besides their items.
+  struct KernelFaces {
+    int preProcessingType, coordinateDimension, midiTimeSignatureNom, midiTimeSignatureDenom, lengthOfOriginal,
+        lengthOfPreProcessed;
+    bool operator==(const KernelFaces&) const = default;
+  };
+  static constexpr KernelFaces noFaces = {-1, -1, 0, 0, -1, -1};
+
+  KernelFaces currentFaces() const {
+    return {preProcessingType,
+            coordinateDimension,
+            midiTimeSignatureNom,
+            midiTimeSignatureDenom,
+            lengthOfKernelOriginalSequence,
+            lengthOfKernelPreProcessedSequence};
+  }
   template <class Fields>
-  void describeKernel(Fields& fields, zmatrix::ZQRowTable& rows, int& length);
+  void describeKernel(Fields& fields, zmatrix::ZQKernelItems& items, int& length);
   template <class Fields>
   void describeNamesOfUpdateFiles(Fields& fields);
   template <class Fields>
@@ -281,21 +314,22 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void setMediumDefaults();
   bool makeMediumArrays(zmatrix::ZQFileReader& file);
   int enterMediumMatrixDimension(int dimIndex);
-  int** kernelRows(zmatrix::ZQRowTable& rows) {
-    const bool isThere = rows.numberOfRows() >= coordinateDimension && rows.rowLength() >= zmatrix::initialKernelLength;
-    return isThere || rows.grow(coordinateDimension, zmatrix::initialKernelLength) ? rows.data() : nullptr;
+  int** kernelRows(zmatrix::ZQKernelItems& items) {
+    return items.provide(coordinateDimension, zmatrix::initialKernelLength) ? items.rows() : nullptr;
   }
-  bool makeKernelRows(int dimension);
+  bool makeKernelItems(int dimension);
   bool writeDefaultItems(int numberOfItems);
-  int* flatCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* length, int* dimension);
-  int** objexCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* count, int* dimension);
+  int* flatCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* length, int* dimension);
+  int** objexCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* count, int* dimension);
   void chooseCoordinateSizes(const int* sequence, int numberOfItems);
   void restoreCoordinateSizes(const int* oldSizes, int numberOfOldSizes);
   int sizeOfUpdateRow() const;
   void packItems(const int* sequence, int numberOfItems, char* row) const;
   void printUpdateSequence();
-  void printKernelRows(const char* name, zmatrix::ZQRowTable& rows, int numberOfItems);
+  void printKernelItems(const char* name, zmatrix::ZQKernelItems& items, int numberOfItems);
   void printDimensions();
+
+  KernelFaces facesThatAgree = noFaces;
 };
 
 namespace zmatrix {

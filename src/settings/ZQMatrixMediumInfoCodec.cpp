@@ -52,7 +52,7 @@ template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, in
 
 // Coordinate by coordinate. A length without a sequence is set to 0.
 template <class Fields>
-void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQRowTable& rows, int& length) {
+void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQKernelItems& items, int& length) {
   const long long numberOfValues = static_cast<long long>(length) * coordinateDimension;
   if constexpr (Fields::reads) {
     int isThere = 0;
@@ -62,15 +62,15 @@ void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQRowTable& row
       return;
     }
     const bool isComplete = numberOfValues * static_cast<long long>(sizeof(int)) <= fields.file.getBytesLeft();
-    fields.require(isComplete && fields.file.hasRoom(rows.grow(coordinateDimension, length)));
+    fields.require(isComplete && fields.file.hasRoom(items.provide(coordinateDimension, length)));
     for (int k = 0; fields.isSound() && k < coordinateDimension; ++k) {
-      for (int i = 0; i < length; ++i) fields.number(rows[k][i]);
+      for (int i = 0; i < length; ++i) fields.number(items.at(i, k));
     }
   } else {
     const bool isThere =
-        length >= 1 && coordinateDimension >= 1 && rows.numberOfRows() >= coordinateDimension && rows.rowLength() >= length;
+        length >= 1 && coordinateDimension >= 1 && items.coordinates() >= coordinateDimension && items.room() >= length;
     zmatrix::writeFlagged(fields, isThere, numberOfValues,
-                          [&](long long i) { return rows[static_cast<int>(i / length)][i % length]; });
+                          [&](long long i) { return items.at(static_cast<int>(i % length), static_cast<int>(i / length)); });
   }
 }
 
@@ -108,8 +108,8 @@ void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence
   fields.bytes(updateSequence.data(), static_cast<size_t>(bytesOfSequence));
 }
 
-// Stored capacities are kept, and repaired where they are too small. Kernel rows are only made for a kernel that the record
-// holds; otherwise they are made on demand.
+// Capacities that a file gives are kept as numbers and repaired as such. The kernel gets only the room that its sequences need: a
+// record that holds none gets it on demand.
 bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
   const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence);
   if (internalLengthOfKernelOriginalSequence < originalNeeded) {
@@ -126,6 +126,7 @@ bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
   kernelOriginalSequence.reset();
   kernelOriginalSequenceInitialValues.reset();
   kernelPreProcessedSequence.reset();
+  facesThatAgree = noFaces;
   return file.hasRoom(rulesInDimension.assign(internalCurrentDimension, 0) &&
                       uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
                       writeElementsInDimension.assign(internalCurrentDimension, 0));
@@ -142,12 +143,11 @@ bool ZQMatrixMediumInfo::readMediumPart(zmatrix::ZQFieldReader& fields, int with
   if (!fields.isSound()) return false;
   fields.endPart();
   if (lengthOfKernelOriginalSequence < 1) return true;
-  if (!fields.file.hasRoom(kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfKernelOriginalSequence))) {
+  if (!fields.file.hasRoom(kernelOriginalSequenceInitialValues.provide(coordinateDimension, lengthOfKernelOriginalSequence))) {
     return false;
   }
-  for (int k = 0; k < coordinateDimension; ++k) {
-    std::copy_n(kernelOriginalSequence[k], lengthOfKernelOriginalSequence, kernelOriginalSequenceInitialValues[k]);
-  }
+  std::copy_n(kernelOriginalSequence.data(), lengthOfKernelOriginalSequence * coordinateDimension,
+              kernelOriginalSequenceInitialValues.data());
   return true;
 }
 

@@ -1,13 +1,18 @@
-// The kernel operations of the medium record: the reset to the initial values and the copies for callers. The lengths count
-// items, a row holds one coordinate. The internal lengths follow their own rules and may be smaller than the rows; rows never
-// shrink, so nothing here depends on the internal lengths.
+// The kernel operations of the medium record: its items, the reset to the initial values and the copies for callers. The fields'
+// lengths count items. The internal lengths follow their own rules and may say less than there is room for; room never shrinks,
+// so nothing here depends on them.
 #include <algorithm>
 #include <climits>
+#include <cstring>
 #include <iterator>
 
 #include "frame/ZQDebugChannel.h"
+#include "frame/ZQGrowth.h"
 #include "frame/ZQMemory.h"
+#include "frame/ZQOptionalOutput.h"
 #include "settings/ZQMatrixMediumInfo.h"
+
+using zmatrix::answer;
 
 namespace {
 
@@ -26,21 +31,42 @@ const DefaultItem& defaultItemOf(int matrixType) {
   return matrixType >= 0 && matrixType < static_cast<int>(std::size(defaultItems)) ? defaultItems[matrixType] : noDefaultItem;
 }
 
-template <class Number>
-void answer(Number* out, Number value) {
-  if (out != nullptr) *out = value;
+void storeItems(zmatrix::ZQKernelItems& to, const int* items, int numberOfItems) {
+  if (numberOfItems > 0)
+    memmove(to.data(), items, sizeof(int) * static_cast<size_t>(numberOfItems) * static_cast<size_t>(to.coordinates()));
 }
 
 }  // namespace
 
-bool ZQMatrixMediumInfo::growKernelOriginalRows(int length) {
-  const int lengthOfRows = std::max(length, zmatrix::initialKernelLength);
-  return kernelOriginalSequence.grow(coordinateDimension, lengthOfRows) &&
-         kernelOriginalSequenceInitialValues.grow(coordinateDimension, lengthOfRows);
+bool ZQMatrixMediumInfo::storeKernelOriginal(const int* items, int length) {
+  if (!provideKernelOriginal(length)) return false;
+  facesThatAgree = noFaces;
+  lengthOfKernelOriginalSequence = length;
+  storeItems(kernelOriginalSequence, items, length);
+  return true;
 }
 
-bool ZQMatrixMediumInfo::growKernelPreProcessedRows(int length) {
-  return kernelPreProcessedSequence.grow(coordinateDimension, std::max(length, zmatrix::initialKernelLength));
+bool ZQMatrixMediumInfo::storeKernelInitialValues(const int* items, int length) {
+  if (!provideKernelOriginal(length)) return false;
+  storeItems(kernelOriginalSequenceInitialValues, items, length);
+  return true;
+}
+
+bool ZQMatrixMediumInfo::storeKernelPreProcessed(const int* items, int length) {
+  if (!provideKernelPreProcessed(length)) return false;
+  facesThatAgree = noFaces;
+  lengthOfKernelPreProcessedSequence = length;
+  storeItems(kernelPreProcessedSequence, items, length);
+  return true;
+}
+
+int* ZQMatrixMediumInfo::roomBehindKernelOriginal(int length) {
+  return length < INT_MAX && provideKernelOriginal(length + 1) ? &kernelOriginalSequence.at(length, 0) : nullptr;
+}
+
+int* ZQMatrixMediumInfo::roomBehindKernelPreProcessed(int length) {
+  if (length == INT_MAX || !provideKernelPreProcessed(std::max(length + 1, zmatrix::grownCapacity(length + 1)))) return nullptr;
+  return &kernelPreProcessedSequence.at(length, 0);
 }
 
 int ZQMatrixMediumInfo::resetKernelSequence(int id, int resetInitialValues) {
@@ -63,56 +89,53 @@ int ZQMatrixMediumInfo::resetKernelSequence(int id, int resetInitialValues) {
     internalLengthOfKernelOriginalSequence = zmatrix::initialKernelLength;
     internalLengthOfKernelPreProcessedSequence = zmatrix::initialKernelLength;
   }
-  if (!provideKernelOriginalRows(lengthOfKernelOriginalSequence) || !provideKernelPreProcessedRows(1)) return 0;
-  for (int k = 0; k < coordinateDimension; ++k) {
-    kernelPreProcessedSequence[k][0] = 0;
-    for (int i = 0; i < lengthOfKernelOriginalSequence; ++i) {
-      kernelOriginalSequence[k][i] = kernelOriginalSequenceInitialValues[k][i];
-    }
-  }
+  facesThatAgree = noFaces;
+  if (!provideKernelOriginal(lengthOfKernelOriginalSequence) || !provideKernelPreProcessed(1)) return 0;
+  std::fill_n(kernelPreProcessedSequence.data(), coordinateDimension, 0);
+  storeItems(kernelOriginalSequence, kernelOriginalSequenceInitialValues.data(), lengthOfKernelOriginalSequence);
   return lengthOfKernelOriginalSequence;
 }
 
 bool ZQMatrixMediumInfo::writeDefaultItems(int numberOfItems) {
-  if (!provideKernelOriginalRows(numberOfItems)) return false;
+  if (!provideKernelOriginal(numberOfItems)) return false;
   const DefaultItem& item = defaultItemOf(matrixType);
   for (int k = 0; k < coordinateDimension; ++k) {
     if (item.numberOfCoordinates >= 0 && k >= item.numberOfCoordinates) break;
     const int value = k < largestDefaultItem ? item.coordinates[k] : 0;
-    std::fill_n(kernelOriginalSequence[k], numberOfItems, value);
-    std::fill_n(kernelOriginalSequenceInitialValues[k], numberOfItems, value);
+    for (int i = 0; i < numberOfItems; ++i) {
+      kernelOriginalSequence.at(i, k) = kernelOriginalSequenceInitialValues.at(i, k) = value;
+    }
   }
   return true;
 }
 
-int* ZQMatrixMediumInfo::flatCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* length, int* dimension) {
+int* ZQMatrixMediumInfo::flatCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* length, int* dimension) {
   answer(length, 0);
   answer(dimension, coordinateDimension);
-  const int itemsThere = std::min(numberOfItems, rows.rowLength());
-  if (itemsThere < 1 || coordinateDimension < 1 || kernelRows(rows) == nullptr) return nullptr;
-  int* flat = systemMallocArray<int>(static_cast<long long>(itemsThere) * coordinateDimension);
+  const int itemsThere = std::min(numberOfItems, from.room());
+  if (itemsThere < 1 || coordinateDimension < 1 || !from.provide(coordinateDimension, zmatrix::initialKernelLength))
+    return nullptr;
+  const int integers = itemsThere * coordinateDimension;
+  int* flat = systemMallocArray<int>(integers);
   if (flat == nullptr) return nullptr;
-  for (int i = 0; i < itemsThere; ++i) {
-    for (int k = 0; k < coordinateDimension; ++k) flat[i * coordinateDimension + k] = rows[k][i];
-  }
-  answer(length, itemsThere * coordinateDimension);
+  std::copy_n(from.data(), integers, flat);
+  answer(length, integers);
   return flat;
 }
 
-int** ZQMatrixMediumInfo::objexCopy(zmatrix::ZQRowTable& rows, int numberOfItems, int* count, int* dimension) {
+int** ZQMatrixMediumInfo::objexCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* count, int* dimension) {
   answer(count, 0);
   answer(dimension, coordinateDimension);
-  const int itemsThere = std::clamp(numberOfItems, 0, rows.rowLength());
-  if (coordinateDimension < 0 || kernelRows(rows) == nullptr) return nullptr;
-  const size_t sizeOfItem = sizeof(int) * static_cast<size_t>(coordinateDimension);
-  char* block = systemMallocArray<char>(static_cast<long long>(static_cast<size_t>(itemsThere) * (sizeof(int*) + sizeOfItem)));
+  const int itemsThere = std::clamp(numberOfItems, 0, from.room());
+  if (coordinateDimension < 0 || !from.provide(coordinateDimension, zmatrix::initialKernelLength)) return nullptr;
+  const size_t integers = static_cast<size_t>(itemsThere) * static_cast<size_t>(coordinateDimension);
+  const size_t sizeOfPointers = static_cast<size_t>(itemsThere) * sizeof(int*);
+  char* block = systemMallocArray<char>(static_cast<long long>(sizeOfPointers + integers * sizeof(int)));
   if (block == nullptr) return nullptr;
   int** items = reinterpret_cast<int**>(block);
-  int* values = reinterpret_cast<int*>(block + static_cast<size_t>(itemsThere) * sizeof(int*));
-  for (int i = 0; i < itemsThere; ++i) {
-    items[i] = values + static_cast<ptrdiff_t>(i) * coordinateDimension;
-    for (int k = 0; k < coordinateDimension; ++k) items[i][k] = rows[k][i];
-  }
+  int* values = reinterpret_cast<int*>(block + sizeOfPointers);
+  std::copy_n(from.data(), integers, values);
+  for (int i = 0; i < itemsThere; ++i) items[i] = values + static_cast<ptrdiff_t>(i) * coordinateDimension;
   answer(count, itemsThere);
   return items;
 }

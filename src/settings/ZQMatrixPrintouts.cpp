@@ -181,20 +181,20 @@ void ZQMatrixMediumInfo::printMatrixInfo() {
       for (int i = 0; i < numberOfMidiChannels; ++i) dbPrintf(1, "midiChannelFilter %d: %d: \n", i, midiChannelFilter[i]);
     }
   }
-  printKernelRows("kernelOriginalSequence", kernelOriginalSequence, lengthOfKernelOriginalSequence);
-  printKernelRows("kernelPreProcessedSequence", kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
-  printKernelRows("kernelOriginalSequenceInitialValues", kernelOriginalSequenceInitialValues, lengthOfKernelOriginalSequence);
+  printKernelItems("kernelOriginalSequence", kernelOriginalSequence, lengthOfKernelOriginalSequence);
+  printKernelItems("kernelPreProcessedSequence", kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
+  printKernelItems("kernelOriginalSequenceInitialValues", kernelOriginalSequenceInitialValues, lengthOfKernelOriginalSequence);
   dbPrintf(1, "hasBeenChanged: %d: \n", hasBeenChanged);
   if (!namesOfUpdateFiles.empty()) dbPrintf(1, "namesOfUpdateFiles: \n%s", namesOfUpdateFiles.data());
   printUpdateSequence();
   printDimensions();
 }
 
-void ZQMatrixMediumInfo::printKernelRows(const char* name, zmatrix::ZQRowTable& rows, int numberOfItems) {
-  if (kernelRows(rows) == nullptr || !ZQDebugChannel::shows(1)) return;
-  for (int i = 0; i < std::min({numberOfItems, rows.rowLength(), longestPrintedSequence}); ++i) {
+void ZQMatrixMediumInfo::printKernelItems(const char* name, zmatrix::ZQKernelItems& items, int numberOfItems) {
+  if (!items.provide(coordinateDimension, zmatrix::initialKernelLength) || !ZQDebugChannel::shows(1)) return;
+  for (int i = 0; i < std::min({numberOfItems, items.room(), longestPrintedSequence}); ++i) {
     dbPrintf(1, "%s %d:", name, i);
-    for (int k = 0; k < coordinateDimension; ++k) dbPrintf(1, " %d", rows[k][i]);
+    for (int k = 0; k < coordinateDimension; ++k) dbPrintf(1, " %d", items.at(i, k));
     dbPrintf(1, "\n");
   }
 }

@@ -72,18 +72,11 @@ Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Resul
   return operation(vector, static_cast<int>(splitLength));
 }
 
-/// The position of the element that the last read walk found at the end of this vector. The begin of a field may lie beyond an
-/// int, where the indices are as large as one: the stored path goes round there, and so does this sum.
-inline int positionAtEndOfPath(const ZQMatrixBase& matrix, const int* indexVector, int length) {
-  return static_cast<int>(static_cast<unsigned>(indexVector[length - 1]) +
-                          static_cast<unsigned>(matrix.getMatrixInfo()->getMatrixPtr()[length]));
-}
-
 /// The element of a vector and its exist code; null for a code below 1.
 inline ZQMatrixBaseElement* readElement(ZQMatrixBase& matrix, const int* indexVector, int length, int* existCode) {
-  const int code = matrix.existMatrixData(indexVector, length);
-  if (existCode != nullptr) *existCode = code;
-  return code < 1 ? nullptr : matrix.elementAt(positionAtEndOfPath(matrix, indexVector, length));
+  const FoundPath found = matrix.find(indexVector, length);
+  if (existCode != nullptr) *existCode = found.code;
+  return matrix.elementAt(found.position);
 }
 
 }  // namespace zmatrix

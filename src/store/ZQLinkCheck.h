@@ -42,8 +42,8 @@ class ZQLinkCheck {
     const long long parent = slot + up;
     isBroken |= up == 0 || parent < 0 || parent > top || std::llabs(index) > largestIndex;
     if (isBroken) return;
-    const uint64_t family = static_cast<uint64_t>(parent) << 33 | static_cast<uint64_t>(slot - index + (1LL << 32));
-    const uint64_t sibling = randomAddend + multiplied(next != 0 || previous != 0 ? family : 0, randomFactor);
+    const uint64_t sibling =
+        randomAddend + multiplied(next != 0 || previous != 0 ? fieldOf(parent, slot - index) : 0, randomFactor);
     if (next != 0) {
       isBroken |= next < 0 || slot + next > top;
       leading.multiply(sibling + pairOf(slot, slot + next) + tagOfSiblings);
@@ -64,7 +64,13 @@ class ZQLinkCheck {
   static constexpr int waysAtOnce = 16;
   static constexpr int bitsOfPrime = 61;
   static constexpr uint64_t prime = (uint64_t{1} << bitsOfPrime) - 1;
-  static constexpr uint64_t tagOfSiblings = uint64_t{1} << 54;  // above any pair
+
+  // A slot takes 27 bits. A claim on a pair is the two slots side by side; one on siblings has a bit above them. A field is its
+  // parent beside its begin, which is below 0 or beyond the block for some and is therefore moved up by 2^32.
+  static constexpr int bitsOfSlot = 27;
+  static constexpr uint64_t tagOfSiblings = uint64_t{1} << 2 * bitsOfSlot;
+  static constexpr int bitsOfFieldBegin = 33;
+  static constexpr long long fieldBeginZero = 1LL << (bitsOfFieldBegin - 1);
 
   __extension__ using Wide = unsigned __int128;
 
@@ -74,7 +80,12 @@ class ZQLinkCheck {
     const uint64_t sum = (static_cast<uint64_t>(product) & prime) + static_cast<uint64_t>(product >> bitsOfPrime);
     return (sum & prime) + (sum >> bitsOfPrime);
   }
-  static uint64_t pairOf(long long from, long long to) { return static_cast<uint64_t>(from) << 27 | static_cast<uint64_t>(to); }
+  static uint64_t pairOf(long long from, long long to) {
+    return static_cast<uint64_t>(from) << bitsOfSlot | static_cast<uint64_t>(to);
+  }
+  static uint64_t fieldOf(long long parent, long long fieldBegin) {
+    return static_cast<uint64_t>(parent) << bitsOfFieldBegin | static_cast<uint64_t>(fieldBegin + fieldBeginZero);
+  }
 
   struct Fingerprint {
     uint64_t product = 1;

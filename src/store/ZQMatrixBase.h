@@ -52,6 +52,16 @@ template <class Tier>
 struct ZQMatrixElementReader;
 }  // namespace zmatrix
 
+namespace zmatrix {
+
+/// What the read walk has found: the code of existMatrixData and, for a code of 1 or more, the position of the element.
+struct FoundPath {
+  int code;
+  int position = -1;
+};
+
+}  // namespace zmatrix
+
 class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessors<ZQMatrixBase> {
  public:
   using Tier = zmatrix::ZQBaseTier;
@@ -169,6 +179,8 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   int perform2ndMemoryTest(int numberOfVectors, int** indexVectors, int* lengths, long long* values, int* errors, int* tests);
 
   // --- for the tellings that the tiers share
+  /// The read walk: what existMatrixData answers, with the position of the element found.
+  zmatrix::FoundPath find(const int* indexVector, int length) noexcept;
   /// The record of a slot, or null if the slot is empty or outside the block.
   ZQMatrixBaseElement* elementAt(long long position) const {
     if (!isSlot(position)) return nullptr;
@@ -301,7 +313,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   ContentVersion getContentVersion() const { return {slots, numberOfSlots, lastName, getLayoutVersion()}; }
   [[nodiscard]] bool refreshPointers();
 
-  int existMatrixDataWithRoomFor(int numberOfSteps, const int* indexVector, int length);
+  zmatrix::FoundPath findWithRoomFor(int numberOfSteps, const int* indexVector, int length);
   [[nodiscard]] bool resizeBlock(int newSize);
   /// A new block without any record. False if memory has run out: then there is no block.
   [[nodiscard]] bool makeEmptyBlock(int size);

@@ -11,14 +11,11 @@ namespace {
 
 constexpr int longestPath = 4096;  // coordinates of a path that a handle is followed up
 
-int handleOf(ZQMatrixBase& matrix, int existCode, const int* vector, int length) {
-  return existCode < 2 ? -1 : zmatrix::positionAtEndOfPath(matrix, vector, length);
-}
-
 }  // namespace
 
 int ZQMatrixBase::getMatrixHandleFromElementVector(const int* indexVector, int length) noexcept {
-  return handleOf(*this, existMatrixData(indexVector, length), indexVector, length);
+  const zmatrix::FoundPath found = find(indexVector, length);
+  return found.code < 2 ? -1 : found.position;
 }
 
 int ZQMatrixBase::getMatrixHandleFromElementVector32(const int* items, int length) {

@@ -1,50 +1,54 @@
-// The read walk, which changes nothing but the record's scratch path, and the reads of the base tier.
+// The read walk, which changes nothing but the path of the last walk in the record, and the reads of the base tier.
 #include "store/ZQItemSplit.h"
 #include "store/ZQMatrixBase.h"
 
-int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
+zmatrix::FoundPath ZQMatrixBase::find(const int* indexVector, int length) noexcept {
   ZQMatrixBaseInfo* info = getMatrixInfo();
-  if (length < 1 || length >= info->getMaxDimOfMatrix()) return -2;
-  if (indexVector == nullptr) return -2;
+  if (length < 1 || length >= info->getMaxDimOfMatrix()) return {-2};
+  if (indexVector == nullptr) return {-2};
   int* const path = info->getMatrixPtr();
   const int room = info->getRoomOfMatrixPtr();
-  if (room < 0) return existMatrixDataWithRoomFor(1, indexVector, length);
+  if (room < 0) return findWithRoomFor(1, indexVector, length);
   long long current = currentMatrixID;
   ZQMatrixBaseElement* element = elementAt(current);
   path[0] = currentMatrixID;
   for (int i = 0; i < length; ++i) {
-    if (element == nullptr || element->getOffsetToElementInNextDimension() == 0) return -1;
+    if (element == nullptr || element->getOffsetToElementInNextDimension() == 0) return {-1};
     const long long first = current + element->getOffsetToElementInNextDimension();
     if (!isSlot(first)) {
       dbPrintf(0, "error in existMatrixData: illegal addressOfFirstElement (offset to _matrixData:) %d\n",
                static_cast<int>(first));
-      return -3;
+      return {-3};
     }
     if (!knowsFirstChild(current, *element)) {
       dbPrintf(0, "error in existMatrixData: illegal *addressOfFirstElement (NULL pointer) %d\n", static_cast<int>(first));
-      return -5;
+      return {-5};
     }
-    if (i >= room) return existMatrixDataWithRoomFor(i + 1, indexVector, length);
+    if (i >= room) return findWithRoomFor(i + 1, indexVector, length);
     const long long fieldBegin = first - element->getIndexOfFirstChild();
     path[i + 1] = static_cast<int>(fieldBegin);
     const long long next = fieldBegin + indexVector[i];
-    if (!isSlot(next)) return -2;
+    if (!isSlot(next)) return {-2};
     element = elementAt(next);
-    if (element == nullptr) return 0;
+    if (element == nullptr) return {0};
     const int offsetToParent = element->getOffsetToElementInPrevDimension();
-    if (offsetToParent == 0 || next + offsetToParent != current) return -1;
+    if (offsetToParent == 0 || next + offsetToParent != current) return {-1};
     current = next;
   }
-  if (element->getOffsetToElementInNextDimension() == 0) return 3;
-  if (element->getWriteCount() > 0) return 2;
-  if (element->getWriteCount() == 0) return 1;
+  if (element->getOffsetToElementInNextDimension() == 0) return {3, static_cast<int>(current)};
+  if (element->getWriteCount() > 0) return {2, static_cast<int>(current)};
+  if (element->getWriteCount() == 0) return {1, static_cast<int>(current)};
   dbPrintf(0, "error in existMatrixData: unexpected writeCount: %d\n", element->getWriteCount());
-  return -5;
+  return {-5};
 }
 
 // A trim, or a file, may have told less than the deepest path: the walk begins anew with more room for the way that it takes.
-int ZQMatrixBase::existMatrixDataWithRoomFor(int numberOfSteps, const int* indexVector, int length) {
-  return getMatrixInfo()->growMatrixPtr(numberOfSteps) ? existMatrixData(indexVector, length) : -1;
+zmatrix::FoundPath ZQMatrixBase::findWithRoomFor(int numberOfSteps, const int* indexVector, int length) {
+  return getMatrixInfo()->growMatrixPtr(numberOfSteps) ? find(indexVector, length) : zmatrix::FoundPath{-1};
+}
+
+int ZQMatrixBase::existMatrixData(const int* indexVector, int length) noexcept {
+  return find(indexVector, length).code;
 }
 
 int ZQMatrixBase::existMatrixData32(const int* items, int length) {

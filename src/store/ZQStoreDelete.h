@@ -16,10 +16,9 @@ struct ZQStoreDelete {
   /// 1 deleted; the exist code less 1 where that is below 2; -2 for nothing to look for.
   static int remove(Matrix& matrix, const int* indexVector, int length, int keepInnerElements) {
     if (indexVector == nullptr || length == 0) return -2;
-    const int code = matrix.existMatrixData(indexVector, length);
+    const auto [code, position] = matrix.find(indexVector, length);
     if (code < 2) return code - 1;
     Info& info = *matrix.getMatrixInfo();
-    const int position = zmatrix::positionAtEndOfPath(matrix, indexVector, length);
     if (code == 3) {
       cutBack(matrix, info, position);
     } else if (keepInnerElements == 0) {

@@ -1,27 +1,27 @@
-// The walk over the successors of a handle: the written elements one item, coordinateDimension coordinates, below it.
+// The walk over the elements one item, coordinateDimension coordinates, below a handle. The written ones are its successors.
 #pragma once
 
 #include "store/ZQMatrixBase.h"
 
 namespace zmatrix {
 
-/// Visits the written children of an element in the order of their field, whose first one stands at `first`. False if the visitor
-/// said so, or if a link leads nowhere.
-template <class Visitor>
-bool visitWrittenField(const ZQMatrixBase& matrix, long long first, Visitor&& visit) {
+/// Visits the elements of a field in its order, from the first one at `first` on. False if the visitor said so, or if a link
+/// leads nowhere.
+template <class Matrix, class Visitor>
+bool visitField(const Matrix& matrix, long long first, Visitor&& visit) {
   for (long long at = first;;) {
-    const ZQMatrixBaseElement* element = matrix.elementAt(at);
+    const auto* element = matrix.elementAt(at);
     if (element == nullptr) return false;
-    if (element->getWriteCount() > 0 && !visit(static_cast<int>(at), *element)) return false;
+    if (!visit(static_cast<int>(at), *element)) return false;
     if (element->getOffsetToNextElementInDimension() < 1) return true;
     at += element->getOffsetToNextElementInDimension();
   }
 }
 
-/// Visits the successors of a handle, depth first and in the order of the fields, until the visitor returns false. The way up is
-/// the way that led down, so that the walk ends whatever the links say.
-template <class Visitor>
-void visitSuccessors(const ZQMatrixBase& matrix, int handle, Visitor&& visit) {
+/// Visits what stands one item below a handle, depth first and in the order of the fields, until the visitor returns false. The
+/// way up is the way that led down, so that the walk ends whatever the links say.
+template <class Matrix, class Visitor>
+void visitOneItemBelow(const Matrix& matrix, int handle, Visitor&& visit) {
   const int depthOfItem = matrix.getMatrixInfo()->getCoordinateDimension();
   if (handle < 0 || handle > matrix.getMatrixFileHeader()->getMaximalStack()) return;
   if (depthOfItem < 1 || depthOfItem > largestCoordinateDimension) return;
@@ -37,7 +37,7 @@ void visitSuccessors(const ZQMatrixBase& matrix, int handle, Visitor&& visit) {
         if (element == nullptr) return;
         wayDown[depth] = first;
       } else {
-        if (!visitWrittenField(matrix, first, visit)) return;
+        if (!visitField(matrix, first, visit)) return;
         --depth;
         break;
       }
@@ -47,6 +47,13 @@ void visitSuccessors(const ZQMatrixBase& matrix, int handle, Visitor&& visit) {
     wayDown[depth] += element->getOffsetToNextElementInDimension();
     element = matrix.elementAt(wayDown[depth]);
   }
+}
+
+/// Visits the successors of a handle in the same way.
+template <class Matrix, class Visitor>
+void visitSuccessors(const Matrix& matrix, int handle, Visitor&& visit) {
+  visitOneItemBelow(matrix, handle,
+                    [&](int position, const auto& element) { return element.getWriteCount() <= 0 || visit(position, element); });
 }
 
 }  // namespace zmatrix

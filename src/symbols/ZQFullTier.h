@@ -1,10 +1,11 @@
-// What the full tier adds to the store's shared tellings: symbols that come with a marked write, go with a delete, and whose
-// links from the symbol level follow a phrase that moves.
+// What the full tier adds to the operations that all tiers share: a marked write gives a symbol, a delete takes it away, and the
+// link from the symbol level follows a phrase that moves.
 #pragma once
 
 #include "sequence/ZQMediumTier.h"
 #include "symbols/ZQFullVerification.h"
 #include "symbols/ZQMatrix.h"
+#include "symbols/ZQWordMarkers.h"
 
 namespace zmatrix {
 
@@ -18,7 +19,7 @@ struct ZQFullTier {
 
   static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::fullFileTexts;
   static constexpr bool announcesMoreMatrices = false;
-  /// Goes to standard output whatever the channel's device, and always has.
+  /// Goes to standard output whatever the channel's device, since hosts depend on it.
   static void reportOccupiedSlot(int position) { zmatrix::printTo(stdout, fileTexts.slotIsOccupied, position); }
   /// A link to a level that is not there, or that leads back to where it came from, is cut.
   static int checkLoadedRecords(Matrix& matrix) { return matrix._checkLevelLinks(); }
@@ -40,16 +41,16 @@ struct ZQFullTier {
     return matrix.getSymbolMarkersFromPreProcessedCombinedSequence(sequence, length, &numberOfSymbols);
   }
 
-  /// True if a sequence that holds anything has markers: then only a lack of room is a reason for null.
+  /// True if a sequence that holds anything has markers: then a null result means that memory has run out.
   static bool derivesMarkers(const Matrix& matrix) { return matrix.getMatrixInfo()->getMatrixType() == ZQMatrixTypeANSIText; }
 
-  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one (bit 0) and ends with the last of
-  /// the same one (bit 1), and no item between is marked at all, which a caller's own markers may have otherwise. Two words of
-  /// one letter with a blank between are none.
+  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one and ends with the last item of the
+  /// same one, and no item between is marked at all, which a caller's own markers may have otherwise. Two words of one letter
+  /// with a blank between are none.
   static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {
     const int last = numberOfItems - 1;
-    if ((markers[0] & 1) == 0 || (markers[last] & 2) == 0) return;
-    if (last > 0 && (markers[0] & 2) != 0) return;
+    if ((markers[0] & zmatrix::beginsWord) == 0 || (markers[last] & zmatrix::endsWord) == 0) return;
+    if (last > 0 && (markers[0] & zmatrix::endsWord) != 0) return;
     for (int i = 1; i < last; ++i) {
       if (markers[i] != 0) return;
     }
@@ -63,7 +64,7 @@ struct ZQFullTier {
   /// The element is about to move by `offset` slots.
   static void onMoving(Matrix& matrix, Element& element, int offset) {
     if (element.getSymbolID() >= lowestFollowedSymbol) moveLinkFromLevelAbove(matrix, element.getSymbolID(), offset);
-    // The own link is treated like the relative ones, although it holds a position: it points astray until it is refreshed.
+    // The element's own link is shifted like the relative ones, although it holds a position: it is stale until refreshed.
     if (element.getSymbolDownLinkHandle() > 0) element.addOffsetToSymbolDownLinkHandle(-offset);
   }
 

@@ -27,7 +27,7 @@ bool ZQFullVerification::leadsToPhrase(int position, int symbol) const {
              symbol);
     return true;
   }
-  const auto* symbolElement = static_cast<const ZQMatrixElement*>(full.elementAt(full.childAt(levelUp, symbol)));
+  const auto* symbolElement = full.elementAt(full.childAt(levelUp, symbol));
   const int downHandle = symbolElement != nullptr ? symbolElement->getSymbolDownLinkHandle() : -1;
   if (!isPosition(downHandle)) {
     dbPrintf(0, "error performMatrixLinearTest for matrixID %d: symbol %d found, but downHandle %d is invalid!\n", id, symbol,
@@ -74,7 +74,7 @@ bool ZQFullVerification::leadsToSymbol(const ZQMatrixElement& element) const {
     dbPrintf(0, "error performMatrixLinearTest for matrixID %d: downHandle %d is invalid!\n", id, handle);
     return false;
   }
-  const auto* phrase = static_cast<const ZQMatrixElement*>(full.elementAt(handle));
+  const auto* phrase = full.elementAt(handle);
   if (phrase == nullptr) {
     dbPrintf(0, "error performMatrixLinearTest for matrixID %d: downHandle %d points to NULL element!\n", id, handle);
     return false;

@@ -1,4 +1,4 @@
-// What the self-tests do besides in the full tier: follow each symbol to the level above and back, and each link down to its
+// What the full tier adds to the self-tests: follow each symbol to the level above and back, and each link down to its
 // phrase.
 #pragma once
 

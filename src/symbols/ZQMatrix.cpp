@@ -1,4 +1,4 @@
-// Store operations of the full tier: the shared tellings, instantiated.
+// Store operations of the full tier: instances of the templates that all tiers share.
 #include "symbols/ZQMatrix.h"
 
 #include "sequence/ZQRulePruning.h"
@@ -13,7 +13,7 @@ void ZQMatrix::setMaxNumberOfMatrices(int number) {
 }
 
 void ZQMatrix::clearMatrixElement(int position, int updateStartCounter) {
-  const auto* element = static_cast<ZQMatrixElement*>(elementAt(position));
+  const auto* element = elementAt(position);
   if (element == nullptr) return;
   if (updateStartCounter == 1 && element->getSymbolID() > 0) getMatrixInfo()->decrementNumberOfSymbols();
   ZQMatrixMedium::clearMatrixElement(position, updateStartCounter);
@@ -101,14 +101,14 @@ int ZQMatrix::getNewSymbolID() {
 
 int ZQMatrix::getSymbolDownLinkHandleFromSymbol(int symbol) {
   int handle;
-  const auto* element = static_cast<const ZQMatrixElement*>(getMatrixElementFromElementVector(&symbol, 1, &handle));
+  const auto* element = getMatrixElementFromElementVector(&symbol, 1, &handle);
   return element != nullptr ? element->getSymbolDownLinkHandle() : -1;
 }
 
 int ZQMatrix::getActualAILevelIndex() {
   int level = 0;
   int id = currentMatrixID;
-  // Links that go in a circle end where every sub-matrix has been seen; one that leads to itself, or nowhere, is the last.
+  // Links that form a cycle end after as many steps as there are sub-matrices; one that leads to itself or nowhere is the last.
   while (level < getMaxNumberOfMatrices()) {
     const int below = getMatrixInfo(id)->getCurrentMatrixIDLevelDown();
     if (below < 0) break;

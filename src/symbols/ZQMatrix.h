@@ -16,6 +16,16 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
 
   ZQMatrixInfo* getMatrixInfo() const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[currentMatrixID]); }
   ZQMatrixInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[id]); }
+  // The base's, with the elements of this tier.
+  ZQMatrixElement* elementAt(long long position) const {
+    return static_cast<ZQMatrixElement*>(ZQMatrixBase::elementAt(position));
+  }
+  ZQMatrixElement* getMatrixElementFromElementVector(const int* indexVector, int length, int* handle) {
+    return static_cast<ZQMatrixElement*>(ZQMatrixBase::getMatrixElementFromElementVector(indexVector, length, handle));
+  }
+  ZQMatrixElement* getMatrixElementFromMatrixHandle(int handle) {
+    return static_cast<ZQMatrixElement*>(ZQMatrixBase::getMatrixElementFromMatrixHandle(handle));
+  }
   void setMaxNumberOfMatrices(int number);
   void clearMatrixElement(int position, int updateStartCounter);
 

@@ -1,4 +1,4 @@
-// The matrix file of the full tier: the shared tellings, instantiated.
+// The matrix file of the full tier: instances of the templates that all tiers share.
 #include "frame/ZQArray.h"
 #include "store/ZQMatrixFileLoad.h"
 #include "store/ZQMatrixFileSave.h"
@@ -40,7 +40,7 @@ int ZQMatrix::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
   return zmatrix::ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
 }
 
-// A level may lie above or below by its number, so a circle shows only by going round.
+// A level may lie above or below by its number, so a cycle is only found by following the links.
 int ZQMatrix::_checkLevelLinks() {
   const int down = cutBadLinks(*this, "down", &ZQMatrixInfo::getCurrentMatrixIDLevelDown, &ZQMatrixInfo::_cutLevelLinkDown);
   const int up = cutBadLinks(*this, "up", &ZQMatrixInfo::getCurrentMatrixIDLevelUp, &ZQMatrixInfo::_cutLevelLinkUp);

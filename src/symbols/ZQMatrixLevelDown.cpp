@@ -42,7 +42,7 @@ int** ZQMatrix::createPreviousLevelObjexsFromOriginalSymbol(int symbol, int* cou
   int length = 0;
   const SystemOwned<int> phrase(getIndexVectorFromMatrixHandle(handle, &length));
   if (phrase != nullptr && (coordinateDimension < 1 || length % coordinateDimension != 0)) {
-    // The level below stays the current one: hosts have come to find it so.
+    // The level below stays the current one: hosts depend on it.
     dbPrintf(0, "createPreviousLevelObjexsFromOriginalSymbol: numberOfElements(%d) is not a multiple of coordDimension (%d)\n",
              length, coordinateDimension);
     return nullptr;
@@ -72,7 +72,7 @@ void ZQMatrix::printPhraseOfSymbol(int symbol) {
   }
 }
 
-// The sub-matrix knows how many coordinates an item has: the count only stands in the signature.
+// The sub-matrix knows how many coordinates an item has; the second argument is not used.
 void ZQMatrix::dbPrintSuccessorObjex(const int* objex, int) {
   const int level = getActualAILevelIndex();
   if (level > 1) {

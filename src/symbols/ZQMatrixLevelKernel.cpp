@@ -1,7 +1,7 @@
-// The kernels of all levels from one start: each level takes the symbols that the level below has made of it.
+// The kernels of all levels from one start: each level gets the symbols that the level below derives from it.
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQSystemOwned.h"
-#include "sequence/ZQKernelSetting.h"
+#include "sequence/ZQKernel.h"
 #include "store/ZQKeepCurrentMatrixID.h"
 #include "symbols/ZQMatrix.h"
 
@@ -35,8 +35,8 @@ int ZQMatrix::initializeKernelSequenceWithOriginalSequence(const int* sequence, 
       sequence = symbols.get();
       setCurrentMatrixID(id);
     }
-    // A kernel that has to be reset gets the root of the level that the call began at, in the levels above too.
-    const KernelSetting setting = zmatrix::setKernelFromOriginalSequence(*this, sequence, length, {startID, flag, true});
+    // A kernel that is reset gets the root of the level that the call began at, in the levels above too.
+    const KernelSetting setting = zmatrix::ZQKernel(*this).setFromOriginal(sequence, length, {startID, flag, true});
     if (!setting.followsSequence) return setting.result;
     id = getMatrixInfo()->getCurrentMatrixIDLevelUp();
     if (id < 0 || level >= targetLevel) return getMatrixInfo(startID)->getLengthOfKernelOriginalSequence();

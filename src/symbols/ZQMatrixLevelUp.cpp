@@ -25,7 +25,7 @@ int ZQMatrix::updateSymbolDownLinkHandlesForSymbols(const int* symbols, const in
   snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "updateSymbolDownlinkHandlesForSymbols");
   for (int i = 0; i < count; ++i) {
     int position;
-    auto* element = static_cast<ZQMatrixElement*>(getMatrixElementFromElementVector(&symbols[i], 1, &position));
+    auto* element = getMatrixElementFromElementVector(&symbols[i], 1, &position);
     if (element == nullptr) {
       dbPrintf(0, "insertSymbolHandlesForSymbols(): error: element not found for symbol %d with handle %d\n", symbols[i],
                handles[i]);
@@ -40,7 +40,7 @@ int ZQMatrix::updateSymbolDownLinkHandlesForSymbols(const int* symbols, const in
   return 1;
 }
 
-/// The sub-matrix that takes the symbols of the current one: its own of before, or a free one; -1 with a message if there is
+/// The sub-matrix that takes the symbols of the current one: the one it has, or a free one; -1 with a message if there is
 /// none.
 int ZQMatrix::provideLevelUp() {
   int levelUp = getMatrixInfo()->getCurrentMatrixIDLevelUp();
@@ -52,7 +52,7 @@ int ZQMatrix::provideLevelUp() {
       return -1;
     }
   }
-  // The basic level itself passes for a free sub-matrix if its record was set anew while its elements are still there.
+  // The basic level itself counts as free if its record was set anew while its elements are still there.
   if (levelUp < 0 || levelUp >= getMaxNumberOfMatrices() || levelUp == currentMatrixID) {
     dbPrintf(0, "updateMatrixFromBasicLevel: warning symbolLevel found is illegal\n");
     return -1;

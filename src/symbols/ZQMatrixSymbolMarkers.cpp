@@ -4,20 +4,11 @@
 
 #include "frame/ZQMemory.h"
 #include "frame/ZQProgress.h"
+#include "frame/ZQTextCharacters.h"
 #include "symbols/ZQMatrix.h"
+#include "symbols/ZQWordMarkers.h"
 
-namespace {
-
-constexpr int firstItemOfWord = 1;
-constexpr int lastItemOfWord = 2;
-constexpr int lowestPrintingCharacter = 33;
-constexpr int noBreakSpace = 160;
-
-bool isWordCharacter(int item) {
-  return item >= lowestPrintingCharacter && item != noBreakSpace;
-}
-
-}  // namespace
+using zmatrix::isWhiteCharacter;
 
 int* ZQMatrix::getSymbolMarkersFromPreProcessedCombinedSequence(const int* sequence, int length, int* numberOfSymbols) {
   *numberOfSymbols = 0;
@@ -34,10 +25,10 @@ int* ZQMatrix::getSymbolMarkersFromPreProcessedCombinedSequence(const int* seque
   snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "%s",
            "getSymbolMarkersFromPreProcessedCombinedSequence");
   for (int i = 0; i < length; ++i) {
-    if (!isWordCharacter(sequence[i])) continue;
-    markers[i] |= firstItemOfWord;
-    while (i + 1 < length && isWordCharacter(sequence[i + 1])) ++i;
-    markers[i] |= lastItemOfWord;
+    if (isWhiteCharacter(sequence[i])) continue;
+    markers[i] |= zmatrix::beginsWord;
+    while (i + 1 < length && !isWhiteCharacter(sequence[i + 1])) ++i;
+    markers[i] |= zmatrix::endsWord;
     ++*numberOfSymbols;
     matrixProgressDisplay(i, length);
   }

@@ -1,6 +1,6 @@
 // From a sequence to its symbols: the words of a text, or the longest known phrases of anything else. Each of the two walks gives
-// either the symbols or the handles of their phrases, entry by entry alike, so that a symbol and its phrase are brought together
-// by their place in the two arrays.
+// either the symbols or the handles of their phrases in the same order, so that a symbol and its phrase have the same index in
+// the two arrays.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -8,13 +8,15 @@
 #include "frame/ZQProgress.h"
 #include "frame/ZQSystemOwned.h"
 #include "symbols/ZQMatrix.h"
+#include "symbols/ZQWordMarkers.h"
 
+using zmatrix::beginsWord;
+using zmatrix::endsWord;
 using zmatrix::SystemOwned;
 
 namespace {
 
-constexpr int beginsWord = 1, endsWord = 2;  // bits of a marker
-constexpr int lineFeed = 10;                 // both the character and its symbol
+constexpr int lineFeed = 10;  // both the character and its symbol
 
 /// A phrase of the basic level that stands for a symbol.
 struct SymbolPhrase {
@@ -30,7 +32,7 @@ void tellItems(ZQMatrix& matrix, const int* items, int length, int level) {
   dbPrintf(level, "\n");
 }
 
-// What the two kinds of result differ in: the entry, and the words in which it is told.
+// How the two kinds of result differ: in the entry and in the messages.
 
 struct SymbolEntries {
   static constexpr int ofLineFeed = lineFeed;
@@ -150,7 +152,7 @@ class TextWalk {
   void addWord(const int* items, int length) {
     const ZQMatrixInfo& info = *matrix_.getMatrixInfo();
     int handle = -1;
-    const auto* element = static_cast<const ZQMatrixElement*>(matrix_.getMatrixElementFromElementVector(items, length, &handle));
+    const auto* element = matrix_.getMatrixElementFromElementVector(items, length, &handle);
     if (element == nullptr || element->getSymbolID() < 1) {
       ++numberOfUnknown_;
       // A word beyond the phrase limit was never learned whole.
@@ -213,7 +215,7 @@ SymbolPhrase longestPhraseWithSymbol(ZQMatrix& matrix, const int* items, int num
   for (int known = 0; known < numberOfItems; ++known) {
     const int length = (known + 1) * coordinateDimension;
     handle = matrix.handleOneItemBelow(handle, items + static_cast<ptrdiff_t>(known) * coordinateDimension, length);
-    const auto* element = static_cast<const ZQMatrixElement*>(matrix.getMatrixElementFromMatrixHandle(handle));
+    const auto* element = matrix.getMatrixElementFromMatrixHandle(handle);
     if (element == nullptr) break;
     if (element->getSymbolID() > 0) {
       if (exceeds(element->getSymbolID(), highest)) {
@@ -254,7 +256,7 @@ int* collectFromAnything(ZQMatrix& matrix, const int* sequence, int length, int*
   return collection.take();
 }
 
-/// As the type of the current sub-matrix has it; pairs of notes have no symbols.
+/// By the type of the current sub-matrix; pairs of notes have no symbols.
 template <class Entries>
 int* collectByType(ZQMatrix& matrix, const int* sequence, int length, int* count, int* numberOfUnknown, int* numberOfPredefined) {
   *count = *numberOfUnknown = *numberOfPredefined = 0;

@@ -1,4 +1,4 @@
-// Learning of the full tier: the shared worker, instantiated.
+// Learning of the full tier: instances of the shared worker.
 #include "sequence/ZQUpdateWorker.h"
 #include "symbols/ZQFullTier.h"
 

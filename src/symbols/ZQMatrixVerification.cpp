@@ -1,4 +1,4 @@
-// The self-tests of the full tier: the shared tellings, instantiated.
+// The self-tests of the full tier: instances of the templates that all tiers share.
 #include "symbols/ZQMatrix.h"
 
 #include "store/ZQReadBackTest.h"

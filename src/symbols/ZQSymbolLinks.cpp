@@ -9,16 +9,12 @@ namespace {
 
 constexpr int longestPath = 4096;  // coordinates, as for handles
 
-const ZQMatrixElement* fullElementAt(ZQMatrix& matrix, long long position) {
-  return static_cast<const ZQMatrixElement*>(matrix.elementAt(position));
-}
-
 /// Calls visit(coordinate) for each step from an element up to a root. The root's ID, or -1 if the way leads nowhere.
 template <class Visitor>
 int goUp(ZQMatrix& matrix, long long position, Visitor visit) {
   for (int steps = 0; steps <= longestPath; ++steps) {
     if (position >= 0 && position < matrix.getMaxNumberOfMatrices()) return static_cast<int>(position);
-    const ZQMatrixElement* element = fullElementAt(matrix, position);
+    const ZQMatrixElement* element = matrix.elementAt(position);
     if (element == nullptr || steps == longestPath) return -1;
     visit(element->getIndexInDimension());
     position += element->getOffsetToElementInPrevDimension();
@@ -37,11 +33,10 @@ int levelAbove(ZQMatrix& matrix, int id) {
 }
 
 void clearLinksOfLevel(ZQMatrix& matrix, int level) {
-  const ZQMatrixElement* root = fullElementAt(matrix, level);
+  const ZQMatrixElement* root = matrix.elementAt(level);
   if (root == nullptr || root->getOffsetToElementInNextDimension() == 0) return;
   long long position = static_cast<long long>(level) + root->getOffsetToElementInNextDimension();
-  for (auto* symbol = static_cast<ZQMatrixElement*>(matrix.elementAt(position)); symbol != nullptr;
-       symbol = static_cast<ZQMatrixElement*>(matrix.elementAt(position))) {
+  for (auto* symbol = matrix.elementAt(position); symbol != nullptr; symbol = matrix.elementAt(position)) {
     symbol->setSymbolDownLinkHandle(0);
     if (symbol->getOffsetToNextElementInDimension() < 1) return;
     position += symbol->getOffsetToNextElementInDimension();
@@ -54,7 +49,7 @@ int setLinkTo(ZQMatrix& matrix, int position, int symbol) {
   const int level = id >= 0 ? levelAbove(matrix, id) : -1;
   const int symbolPosition = level >= 0 ? matrix.childAt(level, symbol) : -1;
   if (symbolPosition < 0) return 0;
-  static_cast<ZQMatrixElement*>(matrix.elementAt(symbolPosition))->setSymbolDownLinkHandle(position);
+  matrix.elementAt(symbolPosition)->setSymbolDownLinkHandle(position);
   return 1;
 }
 
@@ -68,7 +63,7 @@ int refreshSymbolLinks(ZQMatrix* matrix) {
   }
   int numberOfLinks = 0;
   for (int position = numberOfMatrices; position <= matrix->getMaximalStack(); ++position) {
-    const ZQMatrixElement* element = fullElementAt(*matrix, position);
+    const ZQMatrixElement* element = matrix->elementAt(position);
     if (element == nullptr || element->getSymbolID() <= 0) continue;
     numberOfLinks += setLinkTo(*matrix, position, element->getSymbolID());
   }
@@ -80,8 +75,8 @@ int* createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length) {
   const int levelDown = matrix->getMatrixInfo()->getCurrentMatrixIDLevelDown();
   const int symbolPosition = matrix->childAt(matrix->getCurrentMatrixID(), symbol);
   if (levelDown < 0 || symbolPosition < 0) return nullptr;
-  const int handle = fullElementAt(*matrix, symbolPosition)->getSymbolDownLinkHandle();
-  const ZQMatrixElement* end = fullElementAt(*matrix, handle);
+  const int handle = matrix->elementAt(symbolPosition)->getSymbolDownLinkHandle();
+  const ZQMatrixElement* end = matrix->elementAt(handle);
   if (handle < matrix->getMaxNumberOfMatrices() || end == nullptr || end->getWriteCount() < 1) return nullptr;
   int count = 0;
   if (goUp(*matrix, handle, [&count](int) { ++count; }) != levelDown) return nullptr;

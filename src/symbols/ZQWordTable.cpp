@@ -27,13 +27,12 @@ struct SameWord {
 }  // namespace
 
 WordTable wordsOfText(std::span<const int> text, int mostLetters) {
-  constexpr int lineEnd = 10;
   WordTable table;
   std::unordered_map<std::span<const int>, int, HashOfWord, SameWord> places;
   bool lineFeedPending = false;
   for (size_t i = 0; i < text.size();) {
     if (isWhiteCharacter(text[i])) {
-      lineFeedPending = lineFeedPending || text[i] == lineEnd;
+      lineFeedPending = lineFeedPending || text[i] == lineEndCharacter;
       ++i;
       continue;
     }

@@ -23,8 +23,8 @@ bool takesWords(ZQMatrix& matrix) {
   return info.getMatrixType() == ZQMatrixTypeANSIText && info.getCoordinateDimension() == 1 && matrix.getMatrixAILevel() == 1;
 }
 
-/// Writes a word as often as it occurs, and each of its beginnings as often: a phrase needs what it goes on from. What its last
-/// letter leads to has its symbol. The end's position, or -1 if there is no room.
+/// Writes a word as often as it occurs, and each of its beginnings as often, since a phrase needs its context. The element of
+/// its last letter gets the symbol. The position of that element, or -1 without memory.
 int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
   ZQMatrixInfo& info = *matrix.getMatrixInfo();
   const int length = static_cast<int>(word.letters.size());
@@ -48,27 +48,18 @@ int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
 int learnWord(ZQMatrix& matrix, const WordTable::Word& word) {
   const int position = writeWord(matrix, word);
   if (position < 0) return -2;
-  auto* root = static_cast<ZQMatrixElement*>(matrix.elementAt(matrix.getCurrentMatrixID()));
+  auto* root = matrix.elementAt(matrix.getCurrentMatrixID());
   root->addWriteCountWithSuccessor(word.count * static_cast<int>(word.letters.size()));
   root->setWriteCount(root->getWriteCount() + word.count);
   const int highest = matrix.getMatrixInfo()->getMaximalMatrixIndex();
-  const int symbol = static_cast<ZQMatrixElement*>(matrix.elementAt(position))->getSymbolID();
+  const int symbol = matrix.elementAt(position)->getSymbolID();
   if (symbol <= highest) return symbol;
   dbPrintf(0, "getSymbolsFromLongAnsi..(): Symbol %d exceeds max. matrix index %d\n", symbol, highest);
   return noSymbol;
 }
 
-/// What a learned text leaves in the record and the header.
-void keepBooks(ZQMatrix& matrix) {
-  ZQMatrixInfo& info = *matrix.getMatrixInfo();
-  info.setHasBeenChanged(1);
-  info.incrementUpdateIndex();
-  matrix.getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
-  if (info.getAddUpdateInfo() == 1) matrix.updateNumberOfAppendedMatrices();
-}
-
-/// The links of the current level of symbols, kept while the level learns: a field that moves leads the links of its own elements
-/// astray, and moves them.
+/// Saves the links of the current level of symbols while the level learns, since a field that moves shifts the links of its own
+/// elements, which makes them stale.
 class KeepLinks {
  public:
   explicit KeepLinks(ZQMatrix& matrixToTeach) : matrix(matrixToTeach), level(matrixToTeach.getCurrentMatrixID()) {
@@ -77,7 +68,7 @@ class KeepLinks {
                        ? level + root->getOffsetToElementInNextDimension()
                        : -1;
     while (position >= 0 && matrix.elementAt(position) != nullptr) {
-      const auto* symbol = static_cast<const ZQMatrixElement*>(matrix.elementAt(position));
+      const auto* symbol = matrix.elementAt(position);
       links_.push_back({symbol->getIndexInDimension(), symbol->getSymbolDownLinkHandle()});
       position = Write::nextInField(matrix, position);
     }
@@ -85,7 +76,7 @@ class KeepLinks {
   ~KeepLinks() {
     for (const Link& link : links_) {
       const int position = matrix.childAt(level, link.symbol);
-      if (position >= 0) static_cast<ZQMatrixElement*>(matrix.elementAt(position))->setSymbolDownLinkHandle(link.handle);
+      if (position >= 0) matrix.elementAt(position)->setSymbolDownLinkHandle(link.handle);
     }
   }
   KeepLinks(const KeepLinks&) = delete;
@@ -108,11 +99,11 @@ int learnSymbols(ZQMatrix& matrix, const std::vector<int>& symbols) {
   if (info.getAddUpdateInfo() == 1) info.generateUpdateInfoSequence(symbols.data(), count);
   if (matrix.checkSettingsForUpdateMatrixWithSequence(1, ZQPreProcessingTypeNone, 0, ZQMatrixTypeIntegerSeries) < 1) return 0;
   const KeepLinks keep(matrix);
-  const int result = info.getIncludeOverdeterminedRules() == 0
-                         ? learnPreProcessed(matrix, symbols.data(), count, {}, nullptr)
-                         : zmatrix::ZQBulkUpdate<zmatrix::ZQFullTier>(matrix, symbols.data(), count)
-                               .run(info.getMaxPhraseLengthForUpdateWithSequence());
-  if (result == 1) keepBooks(matrix);
+  const int result =
+      info.getIncludeOverdeterminedRules() == 0
+          ? learnPreProcessed(matrix, symbols.data(), count, {}, nullptr)
+          : ZQBulkUpdate<ZQFullTier>(matrix, symbols.data(), count).run(info.getMaxPhraseLengthForUpdateWithSequence());
+  if (result == 1) matrix.countUpdate();
   return result;
 }
 
@@ -123,7 +114,7 @@ void linkSymbols(ZQMatrix& matrix, int levelUp, const WordTable& table, const st
     for (const int letter : table.words[word].letters) position = matrix.childAt(position, letter);
     const int symbolPosition = symbolOfWord[word] > 0 ? matrix.childAt(levelUp, symbolOfWord[word]) : -1;
     if (symbolPosition < 0) continue;
-    static_cast<ZQMatrixElement*>(matrix.elementAt(symbolPosition))->setSymbolDownLinkHandle(position);
+    matrix.elementAt(symbolPosition)->setSymbolDownLinkHandle(position);
   }
 }
 
@@ -146,7 +137,7 @@ int learnWordTable(ZQMatrix& matrix, const WordTable& table) {
     symbolOfWord[word] = learnWord(matrix, table.words[word]);
     if (symbolOfWord[word] == -2) return -1;
   }
-  keepBooks(matrix);
+  matrix.countUpdate();
   const std::vector<int> symbols = symbolsOf(table, symbolOfWord);
   if (symbols.empty()) return 0;
   const KeepCurrentMatrixID<ZQMatrix> keep(&matrix);

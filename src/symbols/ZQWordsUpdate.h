@@ -8,7 +8,7 @@ namespace zmatrix {
 /// Learns the words of a text in the current sub-matrix, each as one phrase with its symbol, and then the sequence of their
 /// symbols in the level above. `sequence`: `length` characters. `wordsLeftOut`, if not null, gets the number of words beyond the
 /// phrase limit. 1 learned; 0 no text sub-matrix, no level of symbols in use, no words, or refused settings; -1 a write failed;
-/// -2 memory has run out, which std::bad_alloc may tell as well.
+/// -2 memory has run out. May throw std::bad_alloc.
 int updateMatrixWithWordsOfLongANSISequence(ZQMatrix* matrix, const int* sequence, int length, int* wordsLeftOut);
 
 }  // namespace zmatrix

@@ -113,7 +113,7 @@ TEST(AbsurdNumbersTest, AreRefusedOrLeftOut) {
   info.setLengthOfKernelOriginalSequence(INT_MAX);
   info.setLengthOfKernelPreProcessedSequence(INT_MAX);
   info._setInternalLengthOfKernelOriginalSequence(INT_MAX);
-  EXPECT_FALSE(info.provideKernelOriginalRows(INT_MAX));
+  EXPECT_FALSE(info.provideKernelOriginal(INT_MAX));
   EXPECT_EQ(matrix->saveMatrixToDisk(path.c_str()), 1);
   EXPECT_LT(std::filesystem::file_size(path), 5000u);
   ASSERT_EQ(loaded->readAndInitMatrixFromDisk(path.c_str(), -1), 1);

@@ -109,9 +109,7 @@ TEST_F(MediumPreprocessingTest, ConvertsBetweenTheTwoForms) {
 TEST_F(MediumPreprocessingTest, RestoresTheNextItemFromTheKernel) {
   use(2, 2);
   ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
-  std::copy_n(std::data({1, 5, 7}), 3, info->getKernelOriginalSequence()[0]);
-  std::copy_n(std::data({100, 10, 30}), 3, info->getKernelOriginalSequence()[1]);
-  info->setLengthOfKernelOriginalSequence(3);
+  info->storeKernelOriginal(std::data({1, 100, 5, 10, 7, 30}), 3);
   int item[] = {1, 1};
   EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(item), item);
   EXPECT_EQ(item[0], 1 + (7 - 5) + 7);

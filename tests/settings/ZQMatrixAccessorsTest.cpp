@@ -12,10 +12,10 @@ class ZQMatrixAccessorsTest : public zmatrix::TierTest<ZQMatrix> {
 };
 
 TEST_F(ZQMatrixAccessorsTest, ATierUsesItsOwnRecord) {
-  int& firstOfKernel = info()->getKernelOriginalSequence()[0][0];
-  firstOfKernel = 7;
+  const int seven = 7;
+  info()->storeKernelOriginal(&seven, 1);
   base.setCoordinateDimension(2);
-  EXPECT_EQ(firstOfKernel, 7) << "the base knows no kernel";
+  EXPECT_EQ(info()->getKernelOriginalSequence()[0][0], 7) << "the base knows no kernel";
   medium.setCoordinateDimension(3);
   EXPECT_EQ(info()->getKernelOriginalSequence()[0][0], 0) << "the medium tier drops it";
 

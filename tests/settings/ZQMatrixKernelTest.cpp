@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <numeric>
 #include <vector>
 
 #include "frame/ZQMemory.h"
@@ -42,10 +43,9 @@ TEST(KernelSequenceTest, ResetWritesTheDefaultItemOfTheMatrixType) {
     record.setCoordinateDimension(tried.dimension);
     record.setMatrixType(tried.matrixType);
     record.setPreProcessingType(tried.preProcessingType);
-    for (int k = 0; k < tried.dimension; ++k) {
-      record.getKernelOriginalSequence()[k][0] = 7;
-      record.getKernelOriginalSequenceInitialValues()[k][0] = 7;
-    }
+    const std::vector<int> sevens(static_cast<size_t>(tried.dimension), 7);
+    record.storeKernelOriginal(sevens.data(), 1);
+    record.storeKernelInitialValues(sevens.data(), 1);
     record.setLengthOfKernelPreProcessedSequence(5);
     EXPECT_EQ(record.resetKernelSequence(3, 1) * tried.dimension, static_cast<int>(tried.expected.size()));
     EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector, record), tried.expected);
@@ -58,13 +58,9 @@ TEST(KernelSequenceTest, ResetWritesTheDefaultItemOfTheMatrixType) {
 TEST(KernelSequenceTest, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
   ZQMatrixMediumInfo record;
   record.initMatrixInfo(0);
-  for (int i = 0; i < 5; ++i) {
-    record.getKernelOriginalSequence()[0][i] = 10 + i;
-    record.getKernelOriginalSequenceInitialValues()[0][i] = 20 + i;
-    record.getKernelPreProcessedSequence()[0][i] = 30 + i;
-  }
-  record.setLengthOfKernelOriginalSequence(5);
-  record.setLengthOfKernelPreProcessedSequence(3);
+  record.storeKernelOriginal(std::data({10, 11, 12, 13, 14}), 5);
+  record.storeKernelInitialValues(std::data({20, 21, 22, 23, 24}), 5);
+  record.storeKernelPreProcessed(std::data({30, 31, 32}), 3);
   EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelPreProcessedSequenceIndexVector, record), (std::vector<int>{30, 31, 32}));
   EXPECT_EQ(record.resetKernelSequence(0, 0), 2);
   EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector, record), (std::vector<int>{20, 21}));
@@ -82,9 +78,11 @@ TEST(KernelSequenceTest, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
 TEST(KernelSequenceTest, LongKernelsSurviveTheResetOfTheirInternalLengths) {
   ZQMatrixMediumInfo record;
   record.initMatrixInfo(0);
-  ASSERT_TRUE(record.provideKernelOriginalRows(1000));
+  ASSERT_TRUE(record.provideKernelOriginal(1000));
   record._setInternalLengthOfKernelOriginalSequence(0);
-  for (int i = 0; i < 1000; ++i) record.getKernelOriginalSequenceInitialValues()[0][i] = i;
+  std::vector<int> initialValues(1000);
+  std::iota(initialValues.begin(), initialValues.end(), 0);
+  record.storeKernelInitialValues(initialValues.data(), 1000);
   record.setLengthOfKernelOriginalSequence(1000);
   EXPECT_EQ(record.resetKernelSequence(0, 0), 1000);
   EXPECT_EQ(record.getInternalLengthOfKernelOriginalSequence(), 256);
@@ -106,11 +104,7 @@ TEST(KernelSequenceTest, ObjexVectorsAreOneBlock) {
   ZQMatrixMediumInfo record;
   record.initMatrixInfo(0);
   record.setCoordinateDimension(2);
-  for (int i = 0; i < 3; ++i) {
-    record.getKernelOriginalSequence()[0][i] = i;
-    record.getKernelOriginalSequence()[1][i] = -i;
-  }
-  record.setLengthOfKernelOriginalSequence(3);
+  record.storeKernelOriginal(std::data({0, 0, 1, -1, 2, -2}), 3);
   int count = 0;
   int dimension = 0;
   const std::unique_ptr<int*, Release> items(record.createKernelOriginalSequenceObjexVector(&count, &dimension));

@@ -147,19 +147,19 @@ TEST(ThreadsTest, CloseTheirDebugFilesAtTheirEnd) {
 /// Objects that one thread makes and others release, while it goes on and after it has ended.
 TEST(ThreadsTest, ReleaseObjectsOfOthers) {
   constexpr int count = 20000;
-  std::vector<ZQMidiEvent*> events(count);
+  std::vector<zmatrix::ZQMidiEvent*> events(count);
   const auto release = [&events](int from, int step) {
     for (int i = from; i < count; i += step) {
       EXPECT_EQ(events[i]->getTimeQuanta(), i);
-      deleteZQMidiEvent(events[i]);
+      zmatrix::deleteZQMidiEvent(events[i]);
     }
   };
   std::thread([&] {
-    for (int i = 0; i < count; i++) (events[i] = createZQMidiEvent())->setTimeQuanta(i);
+    for (int i = 0; i < count; i++) (events[i] = zmatrix::createZQMidiEvent())->setTimeQuanta(i);
     std::thread meanwhile([&] { release(0, 2); });
-    for (int i = 0; i < count; i++) deleteZQMidiEvent(createZQMidiEvent());
+    for (int i = 0; i < count; i++) zmatrix::deleteZQMidiEvent(zmatrix::createZQMidiEvent());
     meanwhile.join();
-    for (int i = 0; i < count; i += 2) (events[i] = createZQMidiEvent())->setTimeQuanta(i);
+    for (int i = 0; i < count; i += 2) (events[i] = zmatrix::createZQMidiEvent())->setTimeQuanta(i);
   }).join();
   inThreads(3, [&](int i) { release(i, 3); });
 }

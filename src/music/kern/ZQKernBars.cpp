@@ -8,7 +8,7 @@ namespace zmatrix {
 
 namespace {
 
-/// The time within a bar, with the sign of the time; 0 for a bar without a length.
+/// The time within a bar, with the sign of `time`; 0 for a bar of length 0.
 int timeInBar(int time, int barLength) {
   return barLength != 0 ? static_cast<int>(static_cast<long long>(time) % barLength) : 0;
 }
@@ -16,10 +16,10 @@ int timeInBar(int time, int barLength) {
 }  // namespace
 
 bool KernBars::sawSignature(int numerator, int denominator) {
-  // Both must differ for a new signature: 6/4 after 3/4 is none.
+  // A signature counts as new only if both numbers differ: 6/4 after 3/4 does not.
   const bool isNew = numerator != timeSignatureNom_ && denominator != timeSignatureDenom_;
   if (isNew) timeSignatureFound_++;
-  // As long as there is one signature, the last spelling of it holds, 6/4 after 3/4 included.
+  // While there is one signature, its last form is used, including a 6/4 after 3/4.
   if (timeSignatureFound_ == 1) {
     timeSignatureNom_ = numerator;
     timeSignatureDenom_ = denominator;
@@ -52,7 +52,8 @@ void KernBars::sawBarLine(int time, bool isDouble) {
   if (timeSignatureFound_ != 0 && barOffsetFromBarLines_ != barOffsetFromTimeSignature_) {
     dbPrintf(2, "bar offset derived from barlines differs from bar offset derived from time signature %d <-> %d\n",
              barOffsetFromBarLines_, barOffsetFromTimeSignature_);
-    dbPrintf(2, "bar offset taken from first time signature found...\n");  // a message only: getOffset prefers the bar lines
+    // getOffset prefers the bar lines, although the message says otherwise.
+    dbPrintf(2, "bar offset taken from first time signature found...\n");
   }
 }
 

@@ -1,5 +1,5 @@
-// Meter and bar lines of a kern reading: how long a bar is, by the signature and by the distance of the first two bar lines, and
-// by how much the music is to be moved so that a pick-up bar ends on a bar line.
+// Meter and bar lines of a kern file: the length of a bar, by the signature and by the distance of the first two bar lines, and
+// the offset that moves the music so that a pick-up bar ends on a bar line.
 #pragma once
 
 #include <string_view>
@@ -8,14 +8,14 @@ namespace zmatrix {
 
 class KernBars {
  public:
-  /// Takes a signature, and returns true if it counts as a new one.
+  /// Takes a signature; true if it counts as a new one.
   bool sawSignature(int numerator, int denominator);
   int getNumberOfSignatures() const { return timeSignatureFound_; }
   int getNumerator() const { return timeSignatureNom_; }
   int getDenominator() const { return timeSignatureDenom_; }
 
   void sawBarLine(int time, bool isDouble);
-  /// What is to be added to the times of the objects, if it is above 0.
+  /// The offset to add to the times of the objects, if it is above 0.
   int getOffset() const;
 
  private:

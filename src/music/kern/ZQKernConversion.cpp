@@ -23,19 +23,19 @@ unsigned char lowByte(int value) {
   return static_cast<unsigned char>(value & 0xff);
 }
 
-/// The smallest exponent of two that reaches a denominator.
+/// The exponent of the smallest power of two that is at least `denominator`.
 int exponentOf(int denominator) {
   int exponent = 0;
   while (exponent < 31 && (1LL << exponent) < denominator) exponent++;
   return exponent;
 }
 
-/// Makes the events of one kern track, in the order of its objects.
+/// Writes the events of one kern track, in the order of its objects.
 class EventWriter {
  public:
   explicit EventWriter(ZQMidiEventTrack* track) : track_(track) {}
 
-  /// False if memory has run out.
+  /// False if memory runs out.
   bool add(const ZQKernObject& object) {
     const int time = object.getTimeQuanta();
     const auto channel = object.getChannel();
@@ -76,7 +76,7 @@ class EventWriter {
     return false;
   }
 
-  /// Signature and tempo stand at time 0, wherever they were read.
+  /// Signature and tempo are always written at time 0.
   bool addSignature(int numerator, int denominator) {
     const bool isUnset = numerator == 0 && denominator == 0;
     return addEvent(ZQMidiMetaTimeSignature, 0, 4, isUnset ? 4 : numerator, exponentOf(isUnset ? 4 : denominator), clocksPerClick,
@@ -101,7 +101,7 @@ class EventWriter {
   ZQMidiEventTrack* track_;
 };
 
-/// A track of events for each track of the list; false if memory has run out.
+/// Adds one event track for each track of the list; false if memory runs out.
 bool makeEventTracks(const ZQKernTrackList& list, ZQMidiTrackList* events) {
   for (int i = 0; i < list.getNumberOfKernObjectTracks(); i++) {
     ZQMidiEventTrack* track = createZQMidiEventTrack();
@@ -140,12 +140,10 @@ int ZQKernTrackList::writeToMidiFile(const char* path) const {
 
 int convertKernFileToMidiFile(const char* kernFile, const char* midiFile) {
   if (kernFile == nullptr || midiFile == nullptr) return 0;
-  FILE* file = openRegularFile(kernFile);
-  if (file == nullptr) {
+  if (!canBeOpened(kernFile)) {
     dbPrintf(1, "convertKernFileToMidiFile: cannot open %s...\n", kernFile);
     return 1;
   }
-  fclose(file);
   if (!canBeWritten(midiFile)) {
     dbPrintf(1, "convertKernFileToMidiFile: cannot open for writing%s...\n", midiFile);
     return 1;

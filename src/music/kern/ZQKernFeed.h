@@ -1,10 +1,9 @@
-// Learning from kern files, shared by the tiers that learn: as from MIDI files, whose steps it takes where both are the same. A
-// file is read, its notes go to a track for each channel, and each track is learned in the sub-matrix of its meter, texture and
-// channel.
+// Learning from kern files, shared by the tiers that learn; steps that don't differ are those of the MIDI feed. A file is read,
+// its notes are moved to one track per channel, and each track is learned in the sub-matrix of its meter, texture and channel.
 //
 // KernTier<Matrix> has:
-//   texts                   its sentences, KernFeedTexts
-//   profileTexts            how it tells of a profile that has failed
+//   texts                   its messages, KernFeedTexts
+//   profileTexts            its messages about a failed profile
 #pragma once
 
 #include <cstdio>
@@ -23,15 +22,15 @@ namespace zmatrix {
 template <class Matrix>
 struct KernTier;
 
-/// One file on its way into the matrix.
+/// The feed of one file.
 template <class Matrix>
 class KernFeed {
  public:
-  KernFeed(Matrix* aMatrix, const char* aFileName) : matrix(aMatrix), fileName(aFileName) {
+  KernFeed(Matrix* target, const char* path) : matrix(target), fileName(path) {
     printInto(description, sizeof description, KernTier<Matrix>::texts.description, 64);
   }
 
-  /// The result of the last update; `numberOfNotes` gets the notes of all tracks that were taken.
+  /// Returns the result of the last update; `numberOfNotes` gets the number of notes of all tracks that were learned.
   int run(int* numberOfNotes) {
     const char* const caller = "updateMatrixWithKernFile";
     const std::unique_ptr<ZQKernTrackList, void (*)(ZQKernTrackList*)> list(readKernTrackList(fileName, caller),
@@ -53,7 +52,7 @@ class KernFeed {
   }
 
  private:
-  /// False if no sub-matrix is left, which ends the file.
+  /// False if no sub-matrix is free, which ends the file.
   bool feedTrack(KernTrackJudge& judge, const ZQKernObjectTrack* track, int index, int* numberOfNotes, int* result) {
     const MidiTrackVerdict verdict = judge.takeUp(track, index);
     setGlobalMidiSettings(*matrix, judge.settings());
@@ -63,7 +62,7 @@ class KernFeed {
     if (judge.findMeter() != MidiTrackVerdict::taken) return true;
     const LearnedTrack learned = judge.learnedTrack();
     if (!makeMatrixForMusicCurrent(matrix, learned.nom, learned.denom, learned.subType, learned.sound)) {
-      tellNoFreeMatrix(learned);
+      reportNoFreeMatrix(learned);
       return false;
     }
     applyMidiProperties(matrix, fileName, KernTier<Matrix>::profileTexts);
@@ -86,7 +85,7 @@ class KernFeed {
     return sequence;
   }
 
-  /// The music style is a criterion of the search, but is not put into the record.
+  /// The music style selects the sub-matrix but is not written into its record.
   void describeMatrix(const LearnedTrack& track) {
     auto* info = matrix->getMatrixInfo();
     describeLearnedTrack(info, track, fileName);
@@ -94,7 +93,7 @@ class KernFeed {
     matrix->setMatrixDescription(description);
   }
 
-  void tellNoFreeMatrix(const LearnedTrack& track) const {
+  void reportNoFreeMatrix(const LearnedTrack& track) const {
     dbPrintf(0, "updateMatrixWithKernFile %s: could not find a free matrixID for timeSignature %d/%d\n", fileName, track.nom,
              track.denom);
     dbPrintf(0, KernTier<Matrix>::texts.pleaseRestart, matrix->getMaxNumberOfMatrices());
@@ -106,24 +105,22 @@ class KernFeed {
     }
   }
 
-  static constexpr int outOfMemory = -2;  // as the update has it
+  static constexpr int outOfMemory = -2;  // the code of the update
 
   Matrix* matrix;
   const char* fileName;
   char description[256];
 };
 
-/// Other than the feed of MIDI files it leaves ID 0 current.
+/// Unlike the feed of MIDI files this leaves sub-matrix 0 current.
 template <class Matrix>
 int updateMatrixWithKERNFileIn(Matrix* matrix, const char* fileName, int* numberOfNotes) {
   int notes = 0;
   if (numberOfNotes != nullptr) *numberOfNotes = 0;
-  FILE* file = openRegularFile(fileName);
-  if (file == nullptr) {
+  if (!canBeOpened(fileName)) {
     dbPrintf(1, "updateMatrixWithKernFile: cannot open %s...\n", fileName != nullptr ? fileName : "");
     return 0;
   }
-  fclose(file);
   dbPrintf(5, "begin updateMatrixWithKERNFile %s...\n", fileName);
   matrix->setCurrentMatrixID(0);
   const int result = KernFeed<Matrix>(matrix, fileName).run(&notes);
@@ -133,7 +130,7 @@ int updateMatrixWithKERNFileIn(Matrix* matrix, const char* fileName, int* number
   return result;
 }
 
-/// Learns every kern file of a directory in alphabetical order; one that fails stops nothing.
+/// Learns every kern file of a directory in alphabetical order. A file that fails doesn't end the run.
 template <class Matrix>
 int updateMatrixWithKERNFilesIn(Matrix* matrix, const char* path, int recursive, int* numberOfNotes) {
   int sumOfNotes = 0;

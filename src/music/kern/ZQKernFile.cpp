@@ -43,7 +43,7 @@ void ZQKernFile::readKernObjectsFromFileWithPath(ZQKernTrackList* list, const ch
   try {
     readKernFile(lines, list, nobody);
   } catch (const std::bad_alloc&) {
-    return;  // with what was read up to here
+    return;  // the list keeps what was read so far
   }
 }
 

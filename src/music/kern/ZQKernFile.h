@@ -1,5 +1,4 @@
-// A kern file as a whole: it is checked, and read if no fault refuses it. The object has no state; it is what the operations are
-// called on.
+// Reads a whole kern file: checks it, then reads it if no error refuses it. The class has no state.
 #pragma once
 
 #include "music/kern/ZQKernLines.h"
@@ -10,25 +9,25 @@ namespace zmatrix {
 
 class ZQKernFile {
  public:
-  /// Fills the list with one track of the file's objects. A file that can't be opened or is refused leaves the list as it was; a
-  /// timing error leaves what was read up to there.
+  /// Fills the list with one track of the file's objects. The list is unchanged if the file can't be opened or is refused; after
+  /// a timing error the track holds the objects read so far.
   ///
-  /// If memory runs out during the check, the process ends with exit code 1 and a message; if it does later, the reading ends.
+  /// If memory runs out during the check, the process ends with exit code 1 and a message; later, only the reading ends.
   void readKernObjectsFromFileWithPath(ZQKernTrackList* list, const char* path);
-  /// Nothing: kern is only read.
+  /// Does nothing: kern files are not written.
   void writeKernObjectsToFileWithPath(ZQKernTrackList* list, const char* path);
 };
 
 ZQKernFile* createZQKernFile();
 void deleteZQKernFile(ZQKernFile* file);
 
-// The two passes, each told to an observer. They throw std::bad_alloc if memory runs out.
+// The two passes over a file, each with an observer. They throw std::bad_alloc if memory runs out.
 
-/// Opens a file, with a message if it can't be.
+/// Opens a file; false, with a message, if it can't be opened.
 bool openKernFile(KernLines& lines, const char* path);
-/// True if no fault refuses the file.
+/// True if no error refuses the file.
 bool checkKernFile(KernLines& lines, KernObserver& observer);
-/// Reads the file into a new track, which becomes the list's only one.
+/// Reads the file into a new track, the only one of the list.
 void readKernFile(KernLines& lines, ZQKernTrackList* list, KernObserver& observer);
 
 }  // namespace zmatrix

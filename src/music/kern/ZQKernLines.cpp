@@ -10,7 +10,7 @@ namespace zmatrix {
 bool KernLines::open(const char* path) {
   file_.reset(openRegularFile(path));
   if (file_ == nullptr) return false;
-  setvbuf(file_.get(), nullptr, _IONBF, 0);  // the bytes have their buffer here
+  setvbuf(file_.get(), nullptr, _IONBF, 0);  // KernLines has a buffer of its own
   bytes_ = std::make_unique<char[]>(bytesAtOnce);
   return true;
 }

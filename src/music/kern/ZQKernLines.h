@@ -1,5 +1,5 @@
-// A kern file line by line, in the pieces that a buffer of a given size would get: a line that doesn't fit comes in several
-// pieces, and each counts as a line of its own. Both passes over a file read it this way, with buffers of different sizes.
+// Reads a kern file line by line through a buffer of a given size: a line that doesn't fit is delivered in several pieces, and
+// each piece counts as a line of its own. Both passes over a file use it, with different sizes.
 #pragma once
 
 #include <cstdio>
@@ -12,19 +12,19 @@ class KernLines {
  public:
   /// Opens a regular file; false for anything else. A pipe can't be read twice, and a directory has no lines.
   bool open(const char* path);
-  /// Back to the first line.
+  /// Goes back to the first line.
   void rewind();
 
-  /// Takes the next piece: at most `bufferSize` - 1 bytes, up to a line feed and with it. False if there is none.
+  /// Reads the next piece: at most `bufferSize` - 1 bytes, up to and including a line feed. False at the end of the file.
   bool next(int bufferSize);
 
-  /// The piece, with its line feed if it has one, up to the first NUL byte: what stands behind that is never seen.
+  /// The piece, with its line feed if it has one, cut at its first NUL byte.
   std::string_view text() const { return text_; }
-  /// The end of the file came before a line feed did.
+  /// True if the file ended before a line feed.
   bool reachedEnd() const { return reachedEnd_; }
-  /// The number, from 1, of the line in the file that the piece belongs to.
+  /// The number, from 1, of the file's line that the piece belongs to.
   int lineNumber() const { return lineNumber_; }
-  /// The number, from 1, of the piece in its line.
+  /// The number, from 1, of the piece within its line.
   int pieceOfLine() const { return pieceOfLine_; }
 
  private:
@@ -37,7 +37,7 @@ class KernLines {
 
   std::unique_ptr<FILE, CloseFile> file_;
   std::unique_ptr<char[]> bytes_;
-  size_t begin_ = 0, end_ = 0;  // what of the bytes isn't taken yet
+  size_t begin_ = 0, end_ = 0;  // the bytes of the buffer that were not read yet
   bool isDrained_ = false;
   std::string_view text_;
   bool reachedEnd_ = false;

@@ -1,4 +1,5 @@
-// One thing of a kern reading: the start of a note, its end, a signature, a tempo, or a text. All of them lie in one stream.
+// One object of a kern file: the start or the end of a note, a signature, a tempo, or a text. A track holds all of them in one
+// sequence.
 #pragma once
 
 #include <cstddef>
@@ -26,23 +27,23 @@ class ZQKernObject {
 
   /// Clears all fields.
   void init();
-  /// Copies all fields and the text. False, and this object cleared, if memory has run out.
+  /// Copies all fields and the text. False, with this object cleared, if memory runs out.
   bool initFromKernObject(const ZQKernObject* other);
-  /// A new object like this one, or null if memory has run out.
+  /// A new copy of this object, or null if memory runs out.
   ZQKernObject* createAndCopy() const;
 
-  /// Keeps a copy of a text up to its first zero byte; a null one is empty. False, and no text, if memory has run out.
+  /// Stores a copy of a text up to its first zero byte; null is an empty text. False, with no text, if memory runs out.
   bool setBuffer(const char* text);
   bool setBuffer(std::string_view text);
-  /// The text, terminated; it lies in the object itself if it has up to 7 characters.
+  /// The terminated text; up to 7 characters are stored in the object itself.
   const char* getBuffer() const { return buffer != nullptr ? buffer : inlineStore; }
   int getByteCount() const { return byteCount; }
   void setByteCount(int count) { byteCount = count; }
-  /// Byte of the text, 0 behind its end.
+  /// A byte of the text, 0 behind its end.
   unsigned char textByteAt(int index) const;
 
   unsigned char getType() const { return type; }
-  void setType(unsigned char aType) { type = aType; }
+  void setType(unsigned char newType) { type = newType; }
   int getTimeQuanta() const { return timeQuanta; }
   void setTimeQuanta(int quanta) { timeQuanta = quanta; }
   int getDuration() const { return duration; }
@@ -50,19 +51,19 @@ class ZQKernObject {
   unsigned char getNoteNumber() const { return noteNumber; }
   void setNoteNumber(unsigned char number) { noteNumber = number; }
   unsigned char getChannel() const { return channel; }
-  void setChannel(unsigned char aChannel) { channel = aChannel; }
+  void setChannel(unsigned char newChannel) { channel = newChannel; }
   unsigned char getPhraseBegin() const { return phraseBegin; }
   void setPhraseBegin(unsigned char flag) { phraseBegin = flag; }
   unsigned char getPhraseEnd() const { return phraseEnd; }
   void setPhraseEnd(unsigned char flag) { phraseEnd = flag; }
 
-  // What belongs to one type alone reads as 0 from any other.
+  // Fields that belong to one type read as 0 from an object of another type.
   float getTempo() const { return type == ZQKernObjectTempo ? tempo : 0; }
   void setTempo(float beatsPerMinute) { tempo = beatsPerMinute; }
   int getTimeSignatureNom() const { return type == ZQKernObjectTimeSignature ? firstValue : 0; }
   int getTimeSignatureDenom() const { return type == ZQKernObjectTimeSignature ? secondValue : 0; }
   void setTimeSignature(int nom, int denom) { setValues(nom, denom); }
-  /// The count, and the second value if there is room for it.
+  /// Returns the count; *second gets the second value unless `second` is null.
   int getKeySignature(int* second) const;
   void setKeySignature(int count, int second) { setValues(count, second); }
 
@@ -89,13 +90,13 @@ class ZQKernObject {
   int duration = 0;  // of notes
   int byteCount = 0;
   int firstValue = 0;   // numerator, or count of the key signature
-  int secondValue = 0;  // denominator, or what else the key signature says
-  float tempo = 0;      // beats a minute
+  int secondValue = 0;  // denominator, or second value of the key signature
+  float tempo = 0;      // beats per minute
   char inlineStore[inlineSize] = {};
-  char* buffer = nullptr;  // a longer text, or null
+  char* buffer = nullptr;  // a text of more than 7 characters, or null
 };
 
-/// A new object with all fields 0; null if memory has run out.
+/// A new object with all fields 0; null if memory runs out.
 ZQKernObject* createZQKernObject();
 ZQKernObject* createAndInitZQKernObjectOfType(int type, int time);
 /// Releases an object and its text; null is ignored.

@@ -72,7 +72,7 @@ int ZQKernObjectTrack::getMidiTimeSignatureFromKernObjectTrack(int* nom, int* de
 }
 
 int ZQKernObjectTrack::getMidiSubTypeFromKernObjectTrack(int* chordSize) const {
-  int notesOnChannel[UCHAR_MAX + 1] = {};  // a *Ch can set channels beyond 15
+  int notesOnChannel[UCHAR_MAX + 1] = {};  // a *Ch can set channels above 15
   int previousTime = 0, chord = 0, largestChord = 0, singleNotes = 0;
   for (const ZQKernObject* object : *this) {
     if (!object->isNote()) continue;

@@ -1,5 +1,5 @@
-// The objects of one kern track in the order in which they were read, and what they say of it: meter, texture and sound. The
-// track owns the objects, except where an operation says that only references go.
+// The objects of one kern track in the order in which they were read, and the meter, texture and sound of the track. The track
+// owns the objects, except for operations with OnlyReference in their names.
 #pragma once
 
 #include "music/ZQPointerArray.h"
@@ -16,45 +16,46 @@ class ZQKernObjectTrack {
   ZQKernObjectTrack() = default;
   ~ZQKernObjectTrack() { deleteAllKernObjects(); }
 
-  /// Sets the track up anew; objects that were in it are not released.
+  /// Empties the track without releasing its objects.
   void init();
-  /// Appends an object and takes it over; null is ignored. False, and the object still the caller's, if memory has run out.
+  /// Appends an object and takes ownership; null is ignored. False if memory runs out; then the caller keeps the object.
   bool addKernObject(ZQKernObject* object) { return object == nullptr || objects.add(object); }
-  /// Inserts an object before the one at `index` and takes it over; the count as index appends. False, and the object still the
-  /// caller's, for null, for an index outside, or if memory has run out.
+  /// Inserts an object before the one at `index` and takes ownership; an index equal to the count appends. False for null, for an
+  /// index outside the range, or if memory runs out; then the caller keeps the object.
   bool insertKernObjectAtIndex(ZQKernObject* object, int index);
   int getCount() const { return objects.getCount(); }
   /// Null outside the range.
   ZQKernObject* getKernObjectAtIndex(int index) const { return objects.at(index); }
-  /// Inside the range releases the object. The count falls by 1 for an index outside the range too, while there is an object:
-  /// below the range all move up, above it the last reference goes.
+  /// Releases the object at `index` and removes it. For an index below the range the first reference is removed, for one above it
+  /// the last, in both cases without releasing the object.
   void deleteKernObjectAtIndex(int index);
-  /// As before, but the object is left to whoever holds it.
+  /// The same without releasing the object.
   void deleteKernObjectAtIndexOnlyReference(int index);
   void deleteAllKernObjects();
-  /// Forgets all objects and leaves them to whoever holds them.
+  /// Removes all objects without releasing them.
   void deleteAllKernObjectsOnlyReferences() { objects.setCount(0); }
-  /// Forgets the objects of which `isToGo` is true, in one pass.
+  /// Removes the objects for which `isRemoved` is true, in one pass, without releasing them.
   template <class Predicate>
-  void forgetIf(Predicate isToGo) {
-    objects.removeIf(isToGo);
+  void forgetIf(Predicate isRemoved) {
+    objects.removeIf(isRemoved);
   }
-  /// Sorts by a function that compares pointers to two object pointers; null is ignored. A track in order stays as it is.
+  /// Sorts by a function that compares pointers to two object pointers; null is ignored. A track that is in order is unchanged.
   void sortByFunction(ZQCompareFunction compare);
 
   /// 0 to 15, or 16 for the track of a whole file.
   int getChannel() const { return channel; }
-  void setChannel(int aChannel) { channel = aChannel; }
+  void setChannel(int newChannel) { channel = newChannel; }
 
-  /// The first meter of the track's time signature objects. Result: 0 without a signature, else 1 and one more for each later one
-  /// that differs from the first in either value.
+  /// The first meter of the track's time signature objects. Result: 0 without a signature, else 1, plus one for each later
+  /// signature that differs from the first in either value.
   int getMidiTimeSignatureFromKernObjectTrack(int* nom, int* denom) const;
-  /// The texture as ZQMidiSubType has it. Notes of exactly the same time make a chord; one at time 0 counts into one, and a chord
-  /// at the end of the track is not told from single notes. `chordSize`: notes of the largest chord, 0 without one.
+  /// The texture, a ZQMidiSubType. Notes of exactly the same time make a chord; a note at time 0 counts as part of a chord, and a
+  /// chord at the end of the track counts as single notes. `chordSize`: number of notes of the largest chord, 0 without one.
   int getMidiSubTypeFromKernObjectTrack(int* chordSize) const;
-  /// Both at once; the result is the texture.
+  /// Both of the above; the result is the texture.
   int getKernTimeSignatureAndSubTypeFromKernObjectTrack(int* nom, int* denom) const;
-  /// The channel of most notes, the lowest if several have as many, 0 without notes. `numberOfSounds`: different channels.
+  /// The channel of most notes, the lowest of equally frequent ones, 0 without notes. `numberOfSounds`: number of different
+  /// channels.
   int getMidiSoundIDFromKernObjectTrack(int* numberOfSounds) const;
 
   ZQKernObject** getKernObjectTrack() const { return objects.begin(); }
@@ -69,11 +70,11 @@ class ZQKernObjectTrack {
   ZQPointerArray<ZQKernObject> objects{firstCapacity};
 };
 
-/// An empty track, or null if memory has run out.
+/// An empty track, or null if memory runs out.
 ZQKernObjectTrack* createZQKernObjectTrack();
 /// Releases the track with its objects; null is ignored.
 void deleteZQKernObjectTrack(ZQKernObjectTrack* track);
-/// Releases the track and leaves its objects to whoever holds them; null is ignored.
+/// Releases the track but not its objects; null is ignored.
 void deleteZQKernObjectTrackOnlyReferences(ZQKernObjectTrack* track);
 
 }  // namespace zmatrix

@@ -1,5 +1,5 @@
-// What the check and the reading of a kern file tell to who listens: each broken rule with its place, what was taken, and where
-// the reading departs from the score. A reading is the same whether anybody listens or not.
+// The events that the check and the reading of a kern file report to an observer: each broken rule with its place, each object
+// taken, and each departure of the result from the score. The result does not depend on the observer.
 #pragma once
 
 #include <zmatrix/zq_types.h>
@@ -10,23 +10,23 @@ namespace zmatrix {
 
 enum class KernRule : int;
 
-/// Where something stands: line from 1; column from 1, or 0 for the whole line; the token, which lives as long as the call.
+/// A place in the file: line from 1; column from 1, or 0 for the whole line; the token, valid during the call only.
 struct KernPlace {
   int line = 0;
   int column = 0;
   std::string_view token;
 };
 
-/// In what the notes that are learned differ from the notes of the score.
+/// A difference between the notes that are learned and the notes of the score.
 using KernDeparture = zq_KernDeparture;
 
 class KernObserver {
  public:
   virtual ~KernObserver() = default;
-  /// The reading is to go on counting behind a timing error, without making objects.
+  /// True if the reader should go on counting notes behind a timing error, without making objects.
   virtual bool wantsLostNotes() const { return false; }
   virtual void brokeRule(KernRule, const KernPlace&) {}
-  /// `amount` as zq_KernFinding has it.
+  /// `amount`: see zq_KernFinding.
   virtual void departed(KernDeparture, const KernPlace&, int /*amount*/) {}
 
   virtual void beganSection(int /*spines*/) {}

@@ -12,12 +12,12 @@ namespace zmatrix {
 namespace {
 
 constexpr int bufferSize = 960;
-constexpr int longestTimeStep = 49152;  // a step of this length or more isn't taken
-constexpr int restValue = 200;          // a pitch of this number is taken for a rest,
-constexpr int tieValue = 221;           // and one of this number for a tied note
+constexpr int longestTimeStep = 49152;  // steps of this length or more are ignored
+constexpr int restValue = 200;          // a pitch of this number counts as a rest
+constexpr int tieValue = 221;           // and one of this number as a tied note
 
-/// The accidentals of a key signature as a scan for "%c#%c#..." counts them: seven at most, and one more than there are sharps,
-/// since the character at which the scan ends is counted. So flats give 1, and so does a signature without accidentals.
+/// The number of accidentals of a key signature as a scan for "%c#%c#..." counts them: at most seven, and one more than there are
+/// sharps, since the character that ends the scan is counted. So flats give 1, as does a signature without accidentals.
 int countOfSharps(std::string_view text) {
   constexpr int mostSharps = 7;
   int count = 0;
@@ -44,7 +44,7 @@ void KernReader::read() {
   applyBarOffset();
 }
 
-/// Takes the next record that is no comment.
+/// Reads the next record that is no comment.
 bool KernReader::getNext() {
   while (lines_.next(bufferSize)) {
     record_ = lines_.text();
@@ -55,14 +55,14 @@ bool KernReader::getNext() {
       setBack_.line = 0;
       return true;
     }
-    // The text keeps its line feed.
+    // The text includes its line feed.
     ZQKernObject* comment = addObject(ZQKernObjectComment, abstime_, 0);
     if (comment != nullptr && !comment->setBuffer(record_)) throw std::bad_alloc();
   }
   return false;
 }
 
-/// Null behind a timing error.
+/// Returns null after a timing error.
 ZQKernObject* KernReader::addObject(int type, int time, int channel) {
   if (isCounting_) return nullptr;
   ZQKernObject* object = createAndInitZQKernObjectOfType(type, time);
@@ -74,7 +74,7 @@ ZQKernObject* KernReader::addObject(int type, int time, int channel) {
   return object;
 }
 
-/// A column without a token counts as empty.
+/// The token of a column, empty if the record has fewer columns.
 std::string_view KernReader::token(int column) const {
   const auto index = static_cast<size_t>(column);
   return index < tokens_.size() ? tokens_[index] : std::string_view();
@@ -93,7 +93,7 @@ void KernReader::applyBarOffset() {
   observer_.finished(offset);
 }
 
-// --- a section: from the first record to where all spines are closed
+// --- sections: from the first record to the record that ends all spines
 
 void KernReader::readSection() {
   const std::string_view record = record_.substr(0, record_.find('\n'));
@@ -106,8 +106,8 @@ void KernReader::readSection() {
   } while (!isOver_ && spines_.getCount() > 0 && getNext());
 }
 
-/// A record that holds nothing but null tokens in the kern spines takes no time. One with a token missing does. Up to the first
-/// one that takes time all count.
+/// A record with null tokens in all kern spines is skipped; a record with a missing token is not. Up to the first record that
+/// takes time none is skipped.
 bool KernReader::recordCounts() const {
   if (isFirstLine_ || spines_.getNumberOfKernSpines() == 0) return true;
   for (int i = 0; i < spines_.getCount(); i++)
@@ -119,11 +119,11 @@ void KernReader::readRecord() {
   splitRecord(record_, tokens_);
   if (!recordCounts()) return;
   flags_ = Flags();
-  tellOddities();
+  reportTokenCount();
   const int numberOfColumns = std::min(spines_.getCount(), static_cast<int>(tokens_.size()));
   for (int i = 0; i < numberOfColumns && !isOver_; i++) handleColumn(i);
   if (isOver_) return;
-  // A missing token is an empty one: one without a pitch and a duration.
+  // A missing token is handled as an empty one: no pitch and no duration.
   spines_.takeTimeFrom(numberOfColumns, timeStep_);
   if (flags_.graceNote || flags_.groupetto) pushByGraceNotes();
   if (flags_.advance) advanceTime();
@@ -140,7 +140,7 @@ void KernReader::pushByGraceNotes() {
   if (push > 0 && !isCounting_) observer_.departed(zq_KernGraceNoteTakesTime, {lines_.lineNumber(), 0, {}}, push);
 }
 
-void KernReader::tellOddities() {
+void KernReader::reportTokenCount() {
   const int numberOfTokens = static_cast<int>(tokens_.size());
   if (numberOfTokens < spines_.getCount())
     observer_.departed(zq_KernMissingTokens, {lines_.lineNumber(), numberOfTokens + 1, {}}, spines_.getCount() - numberOfTokens);
@@ -155,7 +155,7 @@ void KernReader::advanceTime() {
   if (!record_.starts_with('*') && !flags_.barLine) abstime_ = wrappingSum(abstime_, timeStep_);
 }
 
-/// Stops what sounds in the spines that end. If there was anything, the time goes back by the last step: the record before has
+/// Ends the notes in the terminating spines. If there were any, the time is set back by the last step: the record before had
 /// added it already, and it isn't added again.
 void KernReader::terminateSpines() {
   bool madeNoteOff = false;
@@ -169,7 +169,7 @@ void KernReader::terminateSpines() {
   timeStep_ = 0;
 }
 
-// --- a column
+// --- columns
 
 void KernReader::handleColumn(int column) {
   const std::string_view text = token(column);
@@ -236,14 +236,14 @@ void KernReader::handleInterpretation(int column, std::string_view text) {
     if (scanInteger(number, channel)) spines_.setChannel(column, channel);
     flags_.openJoin = false;
   } else if (text.starts_with("**")) {
-    flags_.openJoin = false;  // a kern spine stays one under another name
+    flags_.openJoin = false;  // a kern spine remains a kern spine under any new name
   } else if (!holdsExclusiveBehindFirst()) {
     flags_.tandem = true;
     if (text == "*") flags_.openJoin = false;
   }
 }
 
-/// A null token lets the time go on in any spine, but only a kern spine keeps account of it.
+/// A null token in any spine advances the time; only a kern spine has a delta.
 void KernReader::handleNull(int column, std::string_view text) {
   flags_.advance = true;
   if (!spines_.isKern(column)) return;
@@ -265,8 +265,8 @@ void KernReader::handleBarLine(int column, std::string_view text) {
     firstUnsetColumn_ = 0;
     if (!isCounting_) observer_.sawBarLine();
   }
-  // All columns start anew, whether their notes have ended or not. Behind the first bar line of a record only those can differ
-  // that were handled since.
+  // A bar line resets all columns to the same time, whether their notes have ended or not. At a further bar line of the record
+  // only the columns handled since the one before can differ.
   const int end = flags_.barLine ? column : spines_.getCount();
   for (int i = firstUnsetColumn_; i < end; i++) {
     int& delta = spines_.delta(i);
@@ -293,7 +293,7 @@ void KernReader::handleData(int column, std::string_view text) {
   }
 }
 
-/// Returns false if the rest of the token is not to be looked at.
+/// Handles one note of a token; false if the rest of the token is to be skipped.
 bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bool isLast, bool& isTimed, bool& isCleared) {
   const KernSubToken note = parseKernSubToken(text);
   flags_.graceNote = flags_.graceNote || note.isGrace;
@@ -302,7 +302,7 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
   const bool isRest = !tied && (note.isRest || note.pitch == restValue);
   if (isRest && !isLast) return true;
   if (note.isCut) observer_.departed(zq_KernCutDuration, place(column), note.duration);
-  // A pitch of exactly 0 can't be told from none.
+  // A pitch of 0 stands both for MIDI note 0 and for no pitch.
   if (!tied && !isRest && note.pitch == 0) {
     observer_.departed(zq_KernNoPitch, place(column), 0);
     takeTime(column, note.duration, isTimed);
@@ -316,9 +316,9 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
   if (!note.hasDuration) observer_.departed(zq_KernNoDuration, place(column), 0);
   takeTime(column, note.duration, isTimed);
   if (tied) {
-    if (!isCounting_) tellTie(column, text, note);
+    if (!isCounting_) reportTie(column, text, note);
   } else if (isRest) {
-    // Ends the phrase of the last note made, in whichever spine that was.
+    // A rest can end the phrase of the last note that was made, in any spine.
     if (lastNote_ != nullptr && note.closesPhrase) lastNote_->setPhraseEnd(1);
     lastNote_ = nullptr;
     if (!isCounting_) observer_.tookRest();
@@ -328,8 +328,8 @@ bool KernReader::handleSubToken(int column, std::string_view text, bool tied, bo
   return true;
 }
 
-/// What a tied token leaves out: the note goes on sounding, if it does, and nothing is made.
-void KernReader::tellTie(int column, std::string_view text, const KernSubToken& note) {
+/// Reports how a tied token departs from the score: no note is made for it, and the sounding note, if any, keeps its duration.
+void KernReader::reportTie(int column, std::string_view text, const KernSubToken& note) {
   observer_.continuedTie();
   if (note.isRest || !note.hasPitch) return;
   const auto& sounding = spines_.notes(column);
@@ -341,7 +341,7 @@ void KernReader::tellTie(int column, std::string_view text, const KernSubToken& 
   }
 }
 
-/// A token takes the time of its first note.
+/// A token takes the duration of its first note.
 void KernReader::takeTime(int column, int duration, bool& isTimed) {
   if (isTimed) return;
   isTimed = true;
@@ -365,7 +365,7 @@ void KernReader::makeNote(int column, const KernSubToken& note) {
   if (note.isGrace || note.isGroupetto) observer_.tookGraceNote();
 }
 
-/// Stops the notes of a column, but for those that another kern spine of the channel sounds too. True if one was stopped.
+/// Ends the notes of a column, except for those that another kern spine of the channel holds too. True if one was ended.
 bool KernReader::removeNotes(int column) {
   bool madeNoteOff = false;
   for (const unsigned char noteNumber : spines_.notes(column)) {
@@ -399,7 +399,7 @@ void KernReader::readTandem(int column, std::string_view text) {
   if (skip("*M") && scanInteger(rest, numerator) && skip("/") && scanInteger(rest, denominator)) {
     bars_.sawSignature(numerator, denominator);
     observer_.sawMeter(numerator, denominator, place(column));
-    // At time 0 wherever it stands.
+    // A time signature object always gets the time 0.
     if (ZQKernObject* object = addObject(ZQKernObjectTimeSignature, 0, 0))
       object->setTimeSignature(bars_.getNumerator(), bars_.getDenominator());
     if (bars_.getNumberOfSignatures() > 1)

@@ -1,10 +1,10 @@
-// The second pass over a kern file: a machine that walks the records with a column a spine, keeps for each spine how much time is
-// left until its next event, and makes one track of notes, note-offs, signatures, tempi and comments from them.
+// The second pass over a kern file: a state machine that reads the records with one column per spine, keeps for each spine the
+// time until its next event, and makes one track of notes, note-offs, signatures, tempi and comments.
 //
-// What it makes of a score is part of the interface, odd as some of it is: learned matrices depend on it. The music begins a
-// quarter late until a bar offset moves it; a tie makes one note that keeps the duration of its first token; a bar line in any
-// column, a column of text included, makes all spines agree; the end of a sounding spine sets the time back. Observers are told
-// of all that.
+// Its result for a score is part of the interface, however odd, since learned matrices depend on it. The music begins a quarter
+// late until a bar offset moves it; a tie makes one note with the duration of its first token; a bar line in any column, even in
+// a column of text, sets all spines to the same time; the end of a spine with a sounding note sets the time back. Observers are
+// notified of all of these.
 #pragma once
 
 #include <optional>
@@ -22,18 +22,18 @@ namespace zmatrix {
 
 class KernReader {
  public:
-  /// Reads from the lines' first one into the track.
+  /// Reads into `track`, from the first of `lines` on.
   KernReader(KernLines& lines, ZQKernObjectTrack* track, KernObserver& observer)
       : lines_(lines), track_(track), observer_(observer) {}
-  /// Throws std::bad_alloc if memory runs out; the track then holds what was read up to there.
+  /// Throws std::bad_alloc if memory runs out; the track then holds the objects read so far.
   void read();
 
  private:
-  /// What the tokens of the present record ask for.
+  /// Actions required by the tokens of the current record.
   struct Flags {
     bool advance = false, barLine = false, pathChange = false, terminate = false, tandem = false, openJoin = false;
     bool graceNote = false, groupetto = false;
-    std::optional<bool> holdsExclusive;  ///< found out when it is asked for
+    std::optional<bool> holdsExclusive;  ///< computed on first use
   };
 
   bool getNext();
@@ -50,7 +50,7 @@ class KernReader {
   void handleData(int column, std::string_view token);
   bool handleSubToken(int column, std::string_view text, bool tied, bool isLast, bool& isTimed, bool& isCleared);
   void takeTime(int column, int duration, bool& isTimed);
-  void tellTie(int column, std::string_view text, const KernSubToken& note);
+  void reportTie(int column, std::string_view text, const KernSubToken& note);
   void makeNote(int column, const KernSubToken& note);
   bool removeNotes(int column);
   void advanceTime();
@@ -62,25 +62,25 @@ class KernReader {
   std::string_view token(int column) const;
   KernPlace place(int column) const { return {lines_.lineNumber(), column + 1, token(column)}; }
   void pushByGraceNotes();
-  void tellOddities();
+  void reportTokenCount();
 
   KernLines& lines_;
   ZQKernObjectTrack* track_;
   KernObserver& observer_;
   KernSpines spines_;
   KernBars bars_;
-  std::string_view record_;               // the present record
+  std::string_view record_;               // the current record
   std::vector<std::string_view> tokens_;  // of the record
   Flags flags_;
-  int numberOfRecords_ = 0;         // comments included; a line that came in pieces counts for each
-  int abstime_ = 0;                 // comments before the first record stand at 0
-  int timeStep_ = quarterInQuanta;  // the time that the last record took
-  int firstUnsetColumn_ = 0;        // columns from here on have not changed their delta since a bar line of this record
-  bool isFirstLine_ = true;         // of the section: no record has taken time yet
-  bool isOver_ = false;             // a timing error has ended the read
-  bool isCounting_ = false;         // behind a timing error: records are followed, but make nothing
+  int numberOfRecords_ = 0;         // comments included; a line in several pieces counts once per piece
+  int abstime_ = 0;                 // comments before the first record have time 0
+  int timeStep_ = quarterInQuanta;  // the duration of the last record
+  int firstUnsetColumn_ = 0;        // columns from here on have kept their delta since the last bar line of this record
+  bool isFirstLine_ = true;         // in this section no record has taken time yet
+  bool isOver_ = false;             // a timing error has ended the reading
+  bool isCounting_ = false;         // after a timing error: records are read and counted, but make no objects
   ZQKernObject* lastNote_ = nullptr;
-  // Told when a record follows: at the end of a file it changes nothing.
+  // Reported when another record follows: at the end of a file the set-back has no effect.
   KernPlace setBack_;
   int quantaSetBack_ = 0;
 };

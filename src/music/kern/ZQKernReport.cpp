@@ -15,7 +15,7 @@ namespace zmatrix {
 
 namespace {
 
-constexpr size_t mostEntries = 10000;  // of findings and of meters, so that no file can ask for all memory
+constexpr size_t mostEntries = 10000;  // limits the memory for findings and for meters
 
 // In the order of zq_KernDeparture.
 const char* const departureTexts[] = {
@@ -39,7 +39,7 @@ const char* const departureTexts[] = {
 static_assert(sizeof departureTexts / sizeof *departureTexts == zq_KernNumberOfDepartures);
 static_assert(sizeof(zq_KernReport::departures) / sizeof(long long) == zq_KernNumberOfDepartures);
 
-/// The message of a rule in one line, without the mark that it begins with.
+/// The message of a rule in one line, without its prefix.
 std::string sentenceOf(const KernRuleText& rule) {
   const std::string_view message = rule.message;
   std::string sentence;
@@ -55,7 +55,7 @@ std::string sentenceOf(const KernRuleText& rule) {
   return sentence;
 }
 
-/// The report with its storage; hosts see the plain structure that it begins with.
+/// The report with its storage. Hosts see the plain structure at its begin.
 class OwnedReport : public zq_KernReport, public KernObserver {
  public:
   OwnedReport() : zq_KernReport() {}
@@ -129,7 +129,7 @@ class OwnedReport : public zq_KernReport, public KernObserver {
     findings_.push_back({kind, number, place.line, place.column, stops ? 1 : 0, amount, keep(place.token), text});
   }
 
-  /// Has the judge decide as it does for the feed.
+  /// Runs the judge as the feed does, and stores its findings.
   void judgeTracks(const ZQKernTrackList& list, int preProcessingType, int trackAnalyze) {
     KernTrackJudge judge(list, midiSettingsFor(preProcessingType), "", mediumKernFeedTexts);
     const bool hasMerged = trackAnalyze == ZQMidiTrackAnalyzeMerged || trackAnalyze == ZQMidiTrackAnalyzeSingleAndMerged;
@@ -166,7 +166,7 @@ class OwnedReport : public zq_KernReport, public KernObserver {
   std::vector<zq_KernMeter> meters_;
   std::vector<zq_KernTrack> tracks_;
   std::deque<std::string> texts_;
-  std::vector<const char*> sentences_;  // by rule, null for those that were not needed
+  std::vector<const char*> sentences_;  // by rule, null until used
 };
 
 }  // namespace

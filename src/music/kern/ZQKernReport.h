@@ -1,4 +1,4 @@
-// What a kern file gives and what is wrong with it, as the check and the reading themselves tell it.
+// The report on a kern file: what would be learned from it, and the findings of its check and its reading.
 #pragma once
 
 #include <zmatrix/zq_types.h>

@@ -1,5 +1,5 @@
-// The rules that a Humdrum file is checked against, with the messages of those that it breaks. Five of them refuse a file; the
-// others are told and stop nothing.
+// The rules that a Humdrum file is checked against, with a message for each. Five of them refuse the file; the others only print
+// their message.
 #pragma once
 
 #include "music/kern/ZQKernObserver.h"
@@ -44,7 +44,7 @@ struct KernRuleText {
   bool isError;  ///< else a warning
   int number;    ///< of the error or of the warning
   bool refusesFile;
-  const char* message;  ///< part of the interface: line ends and blanks stand as they do, missing ends included
+  const char* message;  ///< part of the interface: line ends and blanks are kept as they are, missing line ends included
 };
 
 const KernRuleText& textOf(KernRule rule);

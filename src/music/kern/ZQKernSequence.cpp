@@ -1,13 +1,14 @@
 #include "music/kern/ZQKernSequence.h"
 
+#include "sequence/ZQPreprocessing.h"
+
 namespace zmatrix {
 
 namespace {
 
 constexpr int numberOfSounds = 16;
-constexpr int drumSound = 9;
 
-/// Steps over the sound of drums, which a channel number doesn't mean; only the last channel comes out as 0.
+/// The sound of a channel, without sound 9, drums: channels from 9 on are moved up by one, and channel 15 becomes 0.
 int soundOfChannel(int channel) {
   return (channel >= drumSound ? channel + 1 : channel) % numberOfSounds;
 }

@@ -6,7 +6,7 @@
 
 namespace zmatrix {
 
-/// The notes of a track, as many as `length` integers hold. The sound of a note is made from its channel.
+/// The notes of a track, as many as fit into `length` integers. A note's sound is derived from its channel.
 MidiSequence sequenceOfKernTrack(const ZQKernObjectTrack& track, const MidiSequenceForm& form, long long length);
 
 }  // namespace zmatrix

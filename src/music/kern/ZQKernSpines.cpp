@@ -35,7 +35,7 @@ void KernSpines::makeKern(int column) {
   kernList[at(column)] = 1;
 }
 
-// These two loops go over all columns for each record; they are written so that a compiler can take many columns at once.
+// These two loops run over all columns for each record; they are written so that compilers can vectorise them.
 
 int KernSpines::smallestDelta(int most) const {
   const unsigned char* kern = kernList.data();
@@ -68,7 +68,7 @@ void KernSpines::addToDeltas(int quanta) {
 }
 
 int KernSpines::pushByGraceNotes(bool groupetto, bool graceNote) {
-  // A groupetto is taken as 128 quanta, but it pushes by three times that.
+  // A groupetto lasts 128 quanta, but it delays other columns by three times that.
   constexpr int quantaOfGroupettoPush = 384;
   int largestPush = 0;
   for (int i = 0; i < activeSpines; i++) {
@@ -99,7 +99,7 @@ bool KernSpines::soundsElsewhere(int column, unsigned char noteNumber) const {
   return false;
 }
 
-/// Columns as they are put together anew, from left to right.
+/// The columns after all paths were carried out, built from left to right.
 struct KernSpines::Shift {
   std::vector<unsigned char> kernList;
   std::vector<int> deltaList;
@@ -150,7 +150,7 @@ void KernSpines::applyPaths(KernObserver& observer, int line) {
   activeSpines = active;
 }
 
-/// Swaps a column, which now stands at `position`, with the next one that is to be exchanged, channel included.
+/// Swaps a column, now at `position`, with the next column that is to be exchanged, including their channels.
 void KernSpines::exchange(int column, int position, KernObserver& observer) {
   const auto next = std::find(pathList.begin() + column + 1, pathList.end(), KernPath::exchange);
   if (next == pathList.end()) return;

@@ -1,5 +1,5 @@
-// The spines of a kern reading by the column that they stand in now. Columns split, join, come and go; the channel stays with the
-// column number and is not carried along.
+// The spines of a kern file by their current column. Spines split, join, begin and end; a channel belongs to its column number
+// and does not move with a spine.
 #pragma once
 
 #include <vector>
@@ -8,15 +8,15 @@
 
 namespace zmatrix {
 
-/// What the next record does to a column.
+/// The path of a column after the current record.
 enum class KernPath : unsigned char { none, add, exchange, split, terminate };
 
 class KernSpines {
  public:
-  /// More columns than any record can fill; what is split off beyond them is dropped, so that no file can ask for all memory.
+  /// The limit of columns, more than any record can fill: further columns of a split are dropped, which bounds the memory.
   static constexpr int mostColumns = 16384;
 
-  /// Sets up a section of so many columns, none of them kern.
+  /// Begins a section with this many columns, none of them kern.
   void begin(int numberOfColumns);
   int getCount() const { return activeSpines; }
   int getNumberOfKernSpines() const { return kernSpines; }
@@ -32,21 +32,22 @@ class KernSpines {
 
   /// The smallest delta of the kern spines, or `most`.
   int smallestDelta(int most) const;
-  /// Takes time from all kern spines from a column on, but for no more than they have.
+  /// Subtracts time from all kern spines from a column on; a delta never falls below 0.
   void takeTimeFrom(int column, int quanta);
-  /// Adds to all kern spines.
+  /// Adds to the deltas of all kern spines.
   void addToDeltas(int quanta);
-  /// Pushes all columns on by the length of a grace note, but for those that stand at it. The largest push of a kern spine.
+  /// Adds the length of a grace note to all columns except those with exactly that delta. Returns the largest addition to a kern
+  /// spine.
   int pushByGraceNotes(bool groupetto, bool graceNote);
 
-  // The note numbers that sound in a column. A rest is none.
+  // The note numbers that sound in a column, without rests.
   void addNote(int column, int noteNumber) { noteList[at(column)].push_back(static_cast<unsigned char>(noteNumber)); }
-  /// True if another kern spine of this column's channel sounds the same note.
+  /// True if another spine of this column's channel sounds the same note.
   bool soundsElsewhere(int column, unsigned char noteNumber) const;
   const std::vector<unsigned char>& notes(int column) const { return noteList[at(column)]; }
   void clearNotes(int column) { noteList[at(column)].clear(); }
 
-  /// Carries out the paths and clears them.
+  /// Carries out the paths of all columns and clears them.
   void applyPaths(KernObserver& observer, int line);
 
  private:
@@ -62,7 +63,7 @@ class KernSpines {
   std::vector<unsigned char> kernList;  // 1 for a kern spine
   std::vector<int> deltaList;
   std::vector<KernPath> pathList;
-  std::vector<unsigned char> chanList;  // as long as there were columns in this section
+  std::vector<unsigned char> chanList;  // grows to the largest number of columns in this section
   std::vector<Notes> noteList;
 };
 

@@ -1,9 +1,10 @@
 #include "music/kern/ZQKernTokens.h"
 
 #include <algorithm>
-#include <charconv>
 #include <climits>
 #include <cmath>
+
+#include "frame/ZQDecimalNumber.h"
 
 namespace zmatrix {
 
@@ -13,7 +14,7 @@ bool isDigit(char character) {
   return character >= '0' && character <= '9';
 }
 
-/// Moves `text` behind its leading digits.
+/// Reads the leading digits of `text` and removes them.
 long long scanDigits(std::string_view& text) {
   long long number = 0;
   for (; !text.empty() && isDigit(text[0]); text.remove_prefix(1)) number = std::min(number * 10 + (text[0] - '0'), 1LL << 40);
@@ -24,10 +25,10 @@ void skipBlanks(std::string_view& text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
 }
 
-/// `text` begins at the first digit. Every dot behind the digits adds half of what was added last.
+/// Reads a duration; `text` begins at its first digit. Each dot behind the digits adds half of the part added before.
 void readDuration(std::string_view text, KernSubToken& note) {
   const long long number = scanDigits(text);
-  // 0 is a breve, and so is any row of zeros.
+  // 0 is a breve, as is any sequence of zeros.
   int part = number == 0 ? 2 * quantaPerWholeNote : static_cast<int>(quantaPerWholeNote / number);
   note.isCut = number != 0 && quantaPerWholeNote % number != 0;
   note.hasDuration = true;
@@ -138,7 +139,7 @@ bool scanInteger(std::string_view& text, int& value) {
 bool scanFloat(std::string_view& text, float& value) {
   skipBlanks(text);
   const std::string_view digits = text.starts_with('+') ? text.substr(1) : text;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  const auto [end, error] = decimalFromChars(digits.data(), digits.data() + digits.size(), value, std::chars_format::general);
   if (error == std::errc::invalid_argument) return false;
   if (error == std::errc::result_out_of_range) {
     const bool isTiny =

@@ -8,9 +8,6 @@ namespace zmatrix {
 
 namespace {
 
-constexpr MidiFeedSettings tripleSettings = {ZQPreProcessingTypeMidiTriple_NDMT, 3, ZQMatrixTypeMIDITriple_NDMT};
-constexpr MidiFeedSettings quadrupleSettings = {ZQPreProcessingTypeMidiGMQuadruple_NDMTS, 4, ZQMatrixTypeMIDIGMQuadruple_NDMTS};
-
 void warnAboutQuadruples() {
   dbPrintf(1, "warning: updateMatrixWithKernFile: preProcessingType is ZQPreProcessingTypeMidiGMQuadruple_NDMTS!\n");
   dbPrintf(1, "         channelIDs are interpreted as soundIDs; The sound IDs will not ne correct.\n");
@@ -40,7 +37,7 @@ KernTrackJudge::KernTrackJudge(const ZQKernTrackList& list, const MidiFeedSettin
   signatures = list.getKernTimeSignatureFromTrackList(&nom, &denom);
 }
 
-/// The integers of the sequence. With an unknown type the length of the track before stands.
+/// Sets the number of integers of the sequence. With an unknown type the length of the track before is kept.
 bool KernTrackJudge::findLength() {
   const int type = present.preProcessingType, dimension = present.coordinateDimension;
   const bool isQuadruple = type == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
@@ -62,8 +59,8 @@ bool KernTrackJudge::isToBeDowngraded() const {
   return sounds <= 1 && start.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
 }
 
-MidiTrackVerdict KernTrackJudge::takeUp(const ZQKernObjectTrack* aTrack, int index) {
-  track = aTrack;
+MidiTrackVerdict KernTrackJudge::takeUp(const ZQKernObjectTrack* nextTrack, int index) {
+  track = nextTrack;
   trackIndex = index;
   notes = track == nullptr ? 0 : static_cast<int>(std::count_if(track->begin(), track->end(), [](const ZQKernObject* object) {
     return object->isNote();

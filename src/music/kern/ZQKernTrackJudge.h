@@ -1,5 +1,5 @@
-// Decides of each track of an arranged kern file whether it is learned and as what. It knows no matrix: the settings that the
-// feed keeps in the global block stand here while a file is worked through. Other than with MIDI there are no drums to look for.
+// Decides for each track of an arranged kern file whether and as what it is learned. It needs no matrix: it holds the settings
+// that the feed keeps in the global block while it works on a file. Unlike in MIDI files, no channel means drums.
 #pragma once
 
 #include "frame/ZQSentence.h"
@@ -8,11 +8,11 @@
 
 namespace zmatrix {
 
-/// In what the tiers' messages differ.
+/// The messages that differ between tiers.
 struct KernFeedTexts {
   ZQSentence<int> description;
   ZQSentence<int> suspiciousSettings;
-  bool suspiciousSettingsShowDimension;  ///< else they show the preprocessing type
+  bool suspiciousSettingsShowDimension;  ///< else the preprocessing type is shown
   ZQSentence<int> pleaseRestart;
 };
 
@@ -24,12 +24,12 @@ class KernTrackJudge {
   KernTrackJudge(const ZQKernTrackList& list, const MidiFeedSettings& startSettings, const char* fileName,
                  const KernFeedTexts& texts);
 
-  /// Takes up a track: counts its notes and finds its sound. Changes the settings for a track of a single sound where the others
-  /// are quadruples.
-  MidiTrackVerdict takeUp(const ZQKernObjectTrack* track, int index);
-  /// Meter and texture. A track that fails here leaves the settings as takeUp() made them, for all tracks behind it.
+  /// Begins with a track: counts its notes and finds its sound. Switches the settings from quadruples to triples for a track of a
+  /// single sound.
+  MidiTrackVerdict takeUp(const ZQKernObjectTrack* nextTrack, int index);
+  /// Finds meter and texture. After a failure the settings stay as takeUp() set them, for all tracks that follow.
   MidiTrackVerdict findMeter();
-  /// Puts the settings back behind a track that was learned.
+  /// Restores the settings after a track was learned.
   void finish();
 
   const MidiFeedSettings& settings() const { return present; }
@@ -48,7 +48,7 @@ class KernTrackJudge {
 
   const ZQKernObjectTrack* track = nullptr;
   int trackIndex = 0;
-  int signatures = 0;  // of the file; 1 once a track has come through
+  int signatures = 0;  // number of time signatures of the file; set to 1 once a track was accepted
   int nom = 0;
   int denom = 0;
   int notes = 0;

@@ -15,7 +15,7 @@ constexpr int numberOfChannels = 16;
 constexpr float defaultTempo = 121.0F;
 constexpr int defaultNumerator = 4, defaultDenominator = 4;
 
-/// Moves the first object of a type to the head of the track and to time 0. Returns false if there is none.
+/// Moves the first object of a type to the head of the track and to time 0. False if there is none.
 bool moveFirstToHead(ZQKernObjectTrack* track, int type) {
   const auto first =
       std::find_if(track->begin(), track->end(), [type](const ZQKernObject* object) { return object->getType() == type; });
@@ -25,7 +25,7 @@ bool moveFirstToHead(ZQKernObjectTrack* track, int type) {
   return true;
 }
 
-/// Which of the two stands further back ends up before the other.
+/// Moves both; the one that stood later ends up first.
 void moveTempoAndSignatureToHead(ZQKernObjectTrack* track, bool& hasTempo, bool& hasSignature) {
   const auto isOne = [](const ZQKernObject* object) {
     return object->getType() == ZQKernObjectTempo || object->getType() == ZQKernObjectTimeSignature;
@@ -37,7 +37,7 @@ void moveTempoAndSignatureToHead(ZQKernObjectTrack* track, bool& hasTempo, bool&
   if (!tempoComesFirst) hasTempo = moveFirstToHead(track, ZQKernObjectTempo);
 }
 
-/// Hands the objects of track 0 to the tracks of their channels.
+/// Moves the notes of track 0 to the tracks of their channels.
 class ChannelSplit {
  public:
   ChannelSplit(ZQKernTrackList* list, const unsigned char* channelFilter, const char* caller)
@@ -73,7 +73,7 @@ class ChannelSplit {
     return trackID >= 0 ? trackID : createTrack(channel);
   }
 
-  /// A track with its name, or -1.
+  /// Appends a track with its name; returns its index, or -1.
   int createTrack(int channel) {
     const int index = list_->getNumberOfKernObjectTracks();
     ZQKernObjectTrack* track = createZQKernObjectTrack();
@@ -118,7 +118,7 @@ bool insertDefaultSignature(ZQKernObjectTrack* track) {
   return insertAtHead(track, object);
 }
 
-/// All objects of tracks 1 upward, themselves or copies of them; false if memory has run out, the track then holding some.
+/// Appends all objects of the tracks from 1 on, or copies of them; false if memory runs out, with some appended.
 bool collectObjects(const ZQKernTrackList* list, bool asCopies, ZQKernObjectTrack* merged) {
   for (int i = 1; i < list->getNumberOfKernObjectTracks(); i++) {
     for (ZQKernObject* object : *list->getKernObjectTrackAtIndex(i)) {
@@ -143,7 +143,7 @@ ZQKernTrackList* readKernTrackList(const char* fileName, const char* caller) {
   const int numberOfTracks = list->getNumberOfKernObjectTracks();
   if (numberOfTracks != 1) dbPrintf(0, "%s: number of kern tracks (%d) unexpected\n", caller, numberOfTracks);
   if (numberOfTracks >= 1) return list;
-  deleteZQKernTrackList(list);  // memory ran out before there was a track
+  deleteZQKernTrackList(list);  // memory ran out before a track was made
   return nullptr;
 }
 

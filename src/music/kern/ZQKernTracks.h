@@ -1,20 +1,20 @@
-// From the one track of a read kern file to a track for each channel: what the feed and the conversion to MIDI have in common.
+// Arranges a kern file that was read as one track into tracks by channel, for the feed and for the conversion to MIDI.
 #pragma once
 
 #include "music/kern/ZQKernTrackList.h"
 
 namespace zmatrix {
 
-/// A new list, filled from a kern file, or null if memory has run out. Messages begin with the name of the caller.
+/// A new list, filled from a kern file, or null if memory runs out. Messages begin with the name of the caller.
 ZQKernTrackList* readKernTrackList(const char* fileName, const char* caller);
 
-/// Moves the notes and note-offs of track 0 to a track for each channel, which is made when its first note comes, and sees to it
-/// that track 0 begins with a tempo and a time signature at time 0. `channelFilter`: 16 values, of which one that is not 0 leaves
-/// the notes of its channel in track 0; or null. False if memory has run out.
+/// Moves the notes and note-offs of track 0 to one track per channel, made when the channel's first note comes, and makes track 0
+/// begin with a tempo and a time signature at time 0. `channelFilter`: null, or 16 values; the notes of a channel whose value is
+/// not 0 stay in track 0. False if memory runs out.
 bool arrangeKernTracks(ZQKernTrackList* list, const unsigned char* channelFilter, const char* caller);
 
-/// Appends a track of all objects of tracks 1 upward in order of time: for `trackAnalyze` 1 in their place, for 2 as copies
-/// beside them, also if there is one such track alone. Any other value changes nothing. False if memory has run out.
+/// Appends a track with all objects of the tracks from 1 on, in order of time: for `trackAnalyze` 1 it replaces these tracks, for
+/// 2 it holds copies and is added, also to a single track. Other values change nothing. False if memory runs out.
 bool mergeKernTracks(ZQKernTrackList* list, int trackAnalyze);
 
 }  // namespace zmatrix

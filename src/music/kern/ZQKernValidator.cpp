@@ -21,7 +21,7 @@ bool hasConsecutiveTabs(std::string_view line) {
   return has;
 }
 
-/// A fixed frame: nothing is counted behind it, and hosts know the frame.
+/// Prints a fixed frame without counts: hosts expect the frame.
 void printSummary() {
   dbPrintf(8, "Inventory of Interpretations:\t\t\t\tHUMDRUM FILE SUMMARY\n\n");
   dbPrintf(8, "\tInterpretations\tOccurrences\n");
@@ -53,7 +53,7 @@ void KernValidator::report(KernRule rule, int column, std::string_view token) {
 }
 
 int KernValidator::check() {
-  // A last line without a line feed ends with the file and is not looked at: its spines then count as never closed.
+  // A last line without a line feed is not checked, so that its spines count as not terminated.
   bool isCut = false;
   while (lines_.next(bufferSize)) {
     if (lines_.pieceOfLine() == 2) observer_.departed(zq_KernLongLine, {lines_.lineNumber(), 0, {}}, bufferSize);
@@ -155,7 +155,7 @@ void KernValidator::takePaths() {
       continue;
     }
     if (!isPathIndicator(token)) report(KernRule::pathMixedWithKeyword, static_cast<int>(i) + 1, token);
-    // A keyword counts by its second character too: "*-" with a carriage return behind it still ends the spine.
+    // A keyword is recognised by its second character alone: "*-" with a carriage return behind it still ends the spine.
     spines_[i].path = token.size() > 1 ? token[1] : '\0';
   }
 }
@@ -198,13 +198,13 @@ void KernValidator::applyPaths() {
   spines_.swap(spinesAfterPaths_);
 }
 
-/// Joins the spine with those behind it that join too, and returns the index of the first spine that is left.
+/// Joins the spine with the joining spines that follow it, and returns the index of the next spine.
 size_t KernValidator::joinPaths(size_t first) {
   Spine& spine = spines_[first];
   size_t next = first + 1;
   const auto column = [](size_t index) { return static_cast<int>(index) + 1; };
   if (next == spines_.size()) {
-    report(KernRule::joinAtEnd, column(first), "*v");  // its path stays, for a later record that is too short to replace it
+    report(KernRule::joinAtEnd, column(first), "*v");  // the path is kept, in case the next record is too short to replace it
   } else {
     if (spines_[next].path != 'v') report(KernRule::joinNotAdjacent, column(first), "*v");
     spine.path = '*';
@@ -277,7 +277,7 @@ void KernValidator::checkBlanks(int column, std::string_view token) {
   if (token.find("  ") != std::string_view::npos) report(KernRule::consecutiveSpaces, column, token);
 }
 
-/// What a token of a later column could be taken for if it stood in the first; only the first that fits is told.
+/// Reports what a token of a later column would mean in the first column; only the first match is reported.
 void KernValidator::checkConfusions(int column, std::string_view token) {
   if (token.starts_with("!!")) {
     report(KernRule::dataLikeGlobalComment, column, token);

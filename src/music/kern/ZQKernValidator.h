@@ -1,5 +1,5 @@
-// The first pass over a kern file: a check of the whole file against the rules of the Humdrum representation, spine by spine. It
-// prints a message for each broken rule and a summary, and goes on behind every fault.
+// The first pass over a kern file: checks the whole file against the rules of the Humdrum representation, spine by spine. It
+// prints a message for each broken rule and a summary; no fault ends the check.
 #pragma once
 
 #include <string>
@@ -14,16 +14,16 @@ namespace zmatrix {
 class KernValidator {
  public:
   KernValidator(KernLines& lines, KernObserver& observer) : lines_(lines), observer_(observer) {}
-  /// The number of faults that refuse the file.
+  /// Returns the number of faults that refuse the file.
   int check();
 
  private:
   using Tokens = std::vector<std::string_view>;
 
-  /// An active spine as the check knows it.
+  /// An active spine.
   struct Spine {
     std::string name;  ///< its exclusive interpretation, empty if not known
-    char path = '*';   ///< '*' for none, 'N' if its name is still due, else the second character of its token
+    char path = '*';   ///< '*' for none, 'N' while its name is missing, else the second character of its token
   };
 
   void checkLine(std::string_view line);
@@ -44,11 +44,11 @@ class KernValidator {
 
   KernLines& lines_;
   KernObserver& observer_;
-  Tokens tokens_;  // of the present line; their storage is the line's
+  Tokens tokens_;  // the tokens of the current line, stored in the line
   std::vector<Spine> spines_, spinesAfterPaths_;
-  bool newPath_ = false;                 // an added spine awaits its exclusive interpretation
+  bool newPath_ = false;                 // an added spine still needs its exclusive interpretation
   bool firstInterpretationYet_ = false;  // this section has had an interpretation record
-  int currentNumberOfSpines_ = 0;        // as the records announce it, which can differ from the list of spines
+  int currentNumberOfSpines_ = 0;        // the number that the records imply, which can differ from the size of spines_
   int numberOfRefusals_ = 0;
 };
 

@@ -1,5 +1,5 @@
-// Kern of the full tier: the shared telling, instantiated. Symbols are not derived here; whether pruning spares them is set along
-// with the profile, for all four types.
+// Kern methods of the full tier: instances of the shared templates. No symbols are derived from music; whether pruning keeps
+// symbols is set together with the profile, for all four types.
 #include "music/kern/ZQKernFeed.h"
 #include "symbols/ZQMatrix.h"
 
@@ -8,7 +8,7 @@ namespace zmatrix {
 template <>
 struct KernTier<ZQMatrix> {
   static constexpr const KernFeedTexts& texts = fullKernFeedTexts;
-  // The last two names are no operation's; hosts know them so.
+  // The last two are not names of methods; hosts expect them so.
   static constexpr MusicProfileTexts profileTexts = {
       "updateMatrixWithKernFile",
       {"checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta",

@@ -1,4 +1,4 @@
-// Kern of the medium tier: the shared telling, instantiated.
+// Kern methods of the medium tier: instances of the shared templates.
 #include "music/kern/ZQKernConversion.h"
 #include "music/kern/ZQKernFeed.h"
 #include "sequence/ZQMatrixMedium.h"

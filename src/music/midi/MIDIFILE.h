@@ -1,6 +1,6 @@
-// The codec of Standard MIDI Files: bytes to events and back, one event a call. It knows the format as published, nothing of
-// tracks as lists, notes or matrices. The file is the caller's, open, and stays open. Hosts have these functions under the same
-// names; what each does is told in zmatrix/zmatrix.h.
+// The codec of Standard MIDI Files: converts bytes to events and back, one event per call. It has no notion of track lists, notes
+// or matrices. The caller opens the file and closes it. Hosts have these functions under the same names; zmatrix/zmatrix.h
+// documents each.
 //
 // Reading:  BeginReading, ReadPreamble, ReadEvent until it returns 0, EndReading.
 // Writing:  BeginWriting, which opens the first track, events, BeginWritingTrack for each further track, EndWriting.
@@ -8,7 +8,7 @@
 
 #include <cstdio>
 
-/// One event as it is delivered.
+/// One event that was read.
 struct _MIDIFILEReadStruct {
   int time;               // in quanta of the codec
   int metaFlag;           // 1 for a meta event, else 0
@@ -27,7 +27,7 @@ struct _MIDIFILEInStruct {
   int quantaSize;               // microseconds per quantum
   unsigned char runningStatus;  // 0 before the first status byte
   FILE* file;                   // the caller's
-  int bufferSize;               // bytes that event->buffer has
+  int bufferSize;               // allocated bytes of event->buffer
   _MIDIFILEReadStruct* event;   // the caller's
 };
 
@@ -68,26 +68,26 @@ int MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct* out, int number);
 
 namespace zmatrix {
 
-/// What the codec allocates as the state of reading: more than hosts see.
+/// The codec's whole state of reading; hosts see its first member only.
 struct MidiReadingState {
   _MIDIFILEInStruct seen;
-  bool repeatsLastEvent;   ///< the last event was a system byte that stands for the event before
-  bool hasDivisionOfZero;  ///< why the preamble was refused
-  int tracksAnnounced;     ///< as the file says
-  long behindLastTrack;    ///< where the file's last track ended, or 0 as long as none did or another one followed
+  bool repeatsLastEvent;   ///< the last event was a system byte, delivered with the content of the event before
+  bool hasDivisionOfZero;  ///< the preamble was refused for this
+  int tracksAnnounced;     ///< number of tracks in the file's header
+  long behindLastTrack;    ///< the position behind the last track; 0 until a track has ended, and while another follows
 };
 
 inline const MidiReadingState& wholeState(const _MIDIFILEInStruct* in) {
   return *reinterpret_cast<const MidiReadingState*>(in);
 }
 
-/// A time as an int: cut, and at the ends of int where it lies outside; 0 for what is no number.
+/// A time as an int: truncated and limited to the range of int; 0 for NaN.
 inline int intOfTime(double time) {
   if (time > -2147483649.0 && time < 2147483648.0) return static_cast<int>(time);
   return time > 0 ? 2147483647 : time < 0 ? -2147483647 - 1 : 0;
 }
 
-/// Sums and differences of times from a file wrap.
+/// Sums and differences of times from a file wrap around.
 inline int wrappingSum(int a, int b) {
   return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
 }

@@ -1,4 +1,4 @@
-// The reading half of the codec. A length that stands in the file is not believed: buffers grow with the bytes that come.
+// Reading Standard MIDI Files. Lengths in the file are not trusted: buffers grow with the bytes that were really read.
 #include <algorithm>
 #include <climits>
 #include <cstdint>
@@ -14,8 +14,8 @@ namespace {
 using zmatrix::intOfTime;
 using zmatrix::wrappingSum;
 
-constexpr int smallestBuffer = 6;        // tempo and SMPTE offset are written without a look at the size
-constexpr uint32_t bytesAtOnce = 65536;  // a buffer grows by no more before these bytes have come
+constexpr int smallestBuffer = 6;        // tempo and SMPTE offset are written without a check of the size
+constexpr uint32_t bytesAtOnce = 65536;  // a buffer grows by at most this much before the bytes are there
 constexpr int systemExclusive = 0xf0;
 constexpr int endOfSystemExclusive = 0xf7;
 constexpr int metaEvent = 0xff;
@@ -39,7 +39,7 @@ bool readBigEndian(_MIDIFILEInStruct* in, int count, uint32_t* value) {
   return true;
 }
 
-/// Any number of bytes, of which the last 32 bits count.
+/// Reads a variable-length quantity of any number of bytes; the last 32 bits are kept.
 bool readVariableQuantity(_MIDIFILEInStruct* in, uint32_t* value) {
   uint32_t bits = 0;
   for (;;) {
@@ -66,7 +66,7 @@ bool skip(_MIDIFILEInStruct* in, uint32_t count) {
   return true;
 }
 
-/// Makes the buffer hold `size` bytes; it never shrinks.
+/// Grows the buffer to `size` bytes if it is smaller.
 bool provideBuffer(_MIDIFILEInStruct* in, uint32_t size) {
   if (size <= static_cast<uint32_t>(in->bufferSize)) return true;
   auto* resized = static_cast<unsigned char*>(systemRealloc(in->event->buffer, size));
@@ -76,7 +76,8 @@ bool provideBuffer(_MIDIFILEInStruct* in, uint32_t size) {
   return true;
 }
 
-/// Reads `count` bytes into the buffer from `position` on, and leaves room for one more. `*position` is where the reading ended.
+/// Reads `count` bytes into the buffer from `*position` on, and leaves room for one more. `*position` moves behind the bytes
+/// read.
 bool readIntoBuffer(_MIDIFILEInStruct* in, uint32_t count, uint32_t* position) {
   while (count > 0) {
     const uint32_t piece = std::min(count, std::max(bytesAtOnce, *position));
@@ -89,7 +90,7 @@ bool readIntoBuffer(_MIDIFILEInStruct* in, uint32_t count, uint32_t* position) {
   return provideBuffer(in, *position + 1);
 }
 
-/// Goes to the next track. The length that its header has is of no use: the end-of-track event ends it.
+/// Goes to the next track. The length in its header is ignored: the track ends at its end-of-track event.
 bool readTrackHeader(_MIDIFILEInStruct* in) {
   uint32_t length = 0;
   if (!readChunkName(in, "MTrk")) return false;
@@ -98,7 +99,7 @@ bool readTrackHeader(_MIDIFILEInStruct* in) {
   return readBigEndian(in, 4, &length);
 }
 
-/// Reads a delta and gives the time of the event behind it.
+/// Reads a delta and returns the time of the event that follows.
 bool readTime(_MIDIFILEInStruct* in, int* time) {
   uint32_t delta = 0;
   if (!readVariableQuantity(in, &delta)) return false;
@@ -120,7 +121,7 @@ bool readBytesOfMeta(_MIDIFILEInStruct* in, int type, int count, uint32_t size) 
   return size <= static_cast<uint32_t>(count) || skip(in, size - static_cast<uint32_t>(count));
 }
 
-/// A text is ended behind its last byte. Other data lose their last byte to the end mark, which hosts count on.
+/// A text is terminated behind its last byte. In other data the terminator replaces the last byte, as hosts expect.
 bool readDataOfMeta(_MIDIFILEInStruct* in, int type, uint32_t size, bool isText) {
   uint32_t position = 1;
   in->event->buffer[0] = static_cast<unsigned char>(type);
@@ -131,7 +132,7 @@ bool readDataOfMeta(_MIDIFILEInStruct* in, int type, uint32_t size, bool isText)
   return true;
 }
 
-/// Reads the header of the track that follows. At the end of the file there is none: the last end-of-track is never delivered.
+/// Reads the header of the next track. At the end of the file there is none: the last end-of-track event is not delivered.
 bool readEndOfTrack(_MIDIFILEInStruct* in) {
   zmatrix::MidiReadingState& state = wholeState(in);
   state.behindLastTrack = ftell(in->file);
@@ -144,8 +145,8 @@ bool readEndOfTrack(_MIDIFILEInStruct* in) {
   return true;
 }
 
-/// The state's tempo keeps half a beat that was added for rounding: 500000 microseconds are 120.5 beats per minute there and 120
-/// in the buffer.
+/// The state's tempo includes 0.5, added for rounding: 500000 microseconds are 120.5 beats per minute in the state and 120 in the
+/// buffer.
 bool readTempo(_MIDIFILEInStruct* in, uint32_t size) {
   uint32_t microseconds = 0;
   if (!readBigEndian(in, 3, &microseconds) || (size > 3 && !skip(in, size - 3))) return false;
@@ -191,8 +192,8 @@ bool readMetaEvent(_MIDIFILEInStruct* in, int time) {
 
 // --- system exclusive messages
 
-/// Collects the packets of a message until one ends with 247; whatever status stands before a further packet. The times of all
-/// packets add up. What came of a message that is cut is delivered.
+/// Collects the packets of a message until one ends with 247; any status byte may precede a further packet. The times of all
+/// packets are added up. A truncated message is delivered as far as it was read.
 bool readSystemExclusive(_MIDIFILEInStruct* in, int time) {
   _MIDIFILEReadStruct* event = in->event;
   event->metaFlag = 0;
@@ -220,8 +221,8 @@ int lengthOfMessage(int status) {
   return status == 246 || status == 247 || status >= 248 ? 1 : 3;
 }
 
-// The first four bytes of the buffer as one word, the first byte lowest. A reader takes them as one word too, which is slow where
-// they were just written byte by byte.
+// Writes the first four bytes of the buffer as one word, the first byte lowest. Readers load them as one word too; a load of four
+// bytes that were just stored one by one would be slow.
 
 uint32_t firstBytes(const unsigned char* buffer) {
   return buffer[0] | buffer[1] << 8 | buffer[2] << 16 | static_cast<uint32_t>(buffer[3]) << 24;
@@ -239,7 +240,7 @@ void putByte(uint32_t& bytes, int position, int byte) {
   bytes = (bytes & ~(0xffu << shift)) | static_cast<uint32_t>(byte) << shift;
 }
 
-/// `byte` is a status, or the first data byte under the running status. Bytes behind the message stay in the buffer.
+/// `byte` is a status, or the first data byte under the running status. Bytes behind the message are left in the buffer.
 bool readChannelEvent(_MIDIFILEInStruct* in, int byte, int time) {
   _MIDIFILEReadStruct* event = in->event;
   const bool isStatus = (byte & 0x80) != 0;
@@ -264,7 +265,7 @@ bool readChannelEvent(_MIDIFILEInStruct* in, int byte, int time) {
   return isWhole;
 }
 
-/// System bytes that are passed on without a look: what the event before left stands for them.
+/// System bytes that are not decoded: the content of the event before is delivered again for them.
 bool repeatsLastEvent(int status) {
   return (status >= 242 && status <= 247) || (status >= 249 && status <= 254);
 }
@@ -296,16 +297,17 @@ int MIDIFILEReadPreamble(_MIDIFILEInStruct* in, int* format, int* numberOfTracks
   if (!readBigEndian(in, 2, &formatOfFile) || formatOfFile >= 3) return 0;
   if (!readBigEndian(in, 2, &tracks) || !readBigEndian(in, 2, &division) || !skip(in, length - 6)) return 0;
   in->division = static_cast<int16_t>(division);
-  // Frames per second, negated, in the upper byte and ticks per frame in the lower one stand for ticks per quarter note.
+  // A negative division holds the negated frames per second in its upper byte and the ticks per frame in its lower byte; their
+  // product takes the place of the ticks per quarter note.
   if (in->division < 0) in->division = -(in->division >> 8) * (in->division & 0xff);
   wholeState(in).tracksAnnounced = static_cast<int>(tracks);
   wholeState(in).hasDivisionOfZero = in->division == 0;
-  if (in->division == 0) return 0;  // nothing could be said of the time of any event
+  if (in->division == 0) return 0;  // no event would have a time
   in->format = static_cast<short>(formatOfFile);
   *format = in->format;
   *numberOfTracks = in->format == 0 ? 1 : static_cast<int>(tracks) - 1;
   in->currentTrack = -1;
-  // The tempo counts from the first tempo event on, not before.
+  // The tempo affects times only from the first tempo event on.
   in->timeScale = 60000000.0 / (static_cast<double>(in->division) * in->quantaSize);
   return 1;
 }

@@ -1,4 +1,4 @@
-// The writing half of the codec. Lengths are patched behind what they count: the end of a track seeks back over it.
+// Writing Standard MIDI Files. Lengths are patched: at the end of a track its header gets the length.
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -19,7 +19,7 @@ bool putByte(_MIDIFILEOutStruct* out, int byte) {
   return putc_unlocked(byte & 0xff, out->file) != EOF;
 }
 
-/// Bytes that don't count towards the track, high byte first.
+/// Writes `count` bytes, high byte first, that don't count towards the length of the track.
 bool putBigEndian(_MIDIFILEOutStruct* out, int value, int count) {
   for (int shift = 8 * (count - 1); shift >= 0; shift -= 8) {
     if (!putByte(out, value >> shift)) return false;
@@ -47,7 +47,7 @@ bool writeBytes(_MIDIFILEOutStruct* out, const void* bytes, int count) {
   return fwrite(bytes, static_cast<size_t>(count), 1, out->file) == 1;
 }
 
-/// A negative value is below every bound, so that only its low seven bits are written.
+/// A negative value is less than every bound, so that only its low seven bits are written.
 bool writeVariableQuantity(_MIDIFILEOutStruct* out, int value) {
   if (value >= 0x10000000 && !writeByte(out, value >> 28 | 0x80)) return false;
   if (value >= 0x200000 && !writeByte(out, value >> 21 | 0x80)) return false;
@@ -124,7 +124,7 @@ int MIDIFILEEndWriting(_MIDIFILEOutStruct* out) {
 
 int MIDIFILEWriteEvent(_MIDIFILEOutStruct* out, int time, int count, const unsigned char* bytes) {
   if (!writeDelta(out, time)) return 0;
-  if (count <= 0) return 0;  // the delta stays in the file
+  if (count <= 0) return 0;  // the delta was written already and stays in the file
   if (bytes[0] >= 0xf0 && (!writeByte(out, 0xf7) || !writeVariableQuantity(out, count))) return 0;
   return writeBytes(out, bytes, count) ? 1 : 0;
 }
@@ -164,7 +164,7 @@ int MIDIFILEWriteText(_MIDIFILEOutStruct* out, int time, short type, const char*
 
 int MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct* out, unsigned char hours, unsigned char minutes, unsigned char seconds,
                              unsigned char frames, unsigned char subframes) {
-  // The last two change places: whoever reads files of this library counts on it.
+  // Subframes and frames are swapped: readers of this library's files depend on it.
   const unsigned char bytes[] = {hours, minutes, seconds, subframes, frames};
   return writeByte(out, 0) && writeMetaHead(out, zmatrix::ZQMidiMetaSMPTEOffset, 5) && writeBytes(out, bytes, 5) ? 1 : 0;
 }

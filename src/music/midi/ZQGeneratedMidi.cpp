@@ -27,7 +27,7 @@ bool isOfMusic(int preProcessingType) {
                                     preProcessingType <= ZQPreProcessingTypeMidiGMQuadruple_NDMTS);
 }
 
-/// The smallest power of two that reaches a denominator, as its exponent.
+/// The exponent of the smallest power of two that is at least `denominator`.
 unsigned char exponentOf(int denominator) {
   unsigned char exponent = 0;
   while (exponent < 30 && 1 << exponent < denominator) exponent++;
@@ -36,8 +36,8 @@ unsigned char exponentOf(int denominator) {
 
 }  // namespace
 
-GeneratedMidi::GeneratedMidi(ZQMatrixMedium* aMatrix)
-    : matrix(aMatrix),
+GeneratedMidi::GeneratedMidi(ZQMatrixMedium* source)
+    : matrix(source),
       info(matrix->getMatrixInfo()),
       preProcessingType(info->getPreProcessingType()),
       coordinateDimension(info->getCoordinateDimension()),
@@ -124,7 +124,7 @@ bool GeneratedMidi::addMetaEvents() {
          addMetaEvent(ZQMidiMetaKeySignature, 2, key, 0) && addMetaEvent(ZQMidiMetaCopyright, 4, producer, 0);
 }
 
-/// The notes that the piece continues, all on channel 0.
+/// Takes the notes that the piece continues, all on channel 0.
 bool GeneratedMidi::takeContext() {
   int count = 0, dimension = 0;
   const SystemOwned<int*> context(info->createKernelOriginalSequenceInitialValuesObjexVector(&count, &dimension));
@@ -138,7 +138,7 @@ bool GeneratedMidi::takeContext() {
   return true;
 }
 
-/// Takes the object over into a note that starts at `start`, with the channel in hand.
+/// Appends a note for the item, which starts at `start` on the current channel.
 bool GeneratedMidi::addNote(Item item, int start) {
   ZQMidiObject* note = createZQMidiObject();
   if (note == nullptr) return false;
@@ -155,7 +155,7 @@ void GeneratedMidi::restartFrom(Item& item) {
   matrix->initializeKernelSequenceWithOriginalSequence(item.coordinates, coordinateDimension, 1);
 }
 
-/// Moves a note by an octave. Nothing is reset, whatever the messages say.
+/// Moves a note by an octave. The kernel is not reset, although the messages say so.
 void GeneratedMidi::repairNoteNumber(Item& item) const {
   if (item.noteNumber() < 0) {
     dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: noteNumber <0, resetKernelSequence! \n");
@@ -167,7 +167,7 @@ void GeneratedMidi::repairNoteNumber(Item& item) const {
   }
 }
 
-/// True if the duration was below 0: such an object goes back to the kernel and makes no note.
+/// Sets a negative duration to 0. True if it was negative: the item then restarts the kernel and makes no note.
 bool GeneratedMidi::repairDuration(Item& item) const {
   if (!hasDurations() || item.duration() >= 0) return false;
   dbPrintf(0, "readMidiObjexsAndWriteToMidiFile warning: negative duration! \n");
@@ -182,9 +182,9 @@ bool GeneratedMidi::hasIllegalSound(Item& item) const {
   return true;
 }
 
-/// Makes a note of an object, or none of one that can't be repaired; the kernel then begins anew with it.
+/// Makes a note of an item. An item that can't be repaired makes no note and restarts the kernel.
 bool GeneratedMidi::takeItem(int index, Item item) {
-  // A first time below that of the context has wrapped past the end of the bar.
+  // If the first time is before the last one of the context, a bar line lies between them.
   if (index == 0 && hasBars() && item.noteOn() < contextStart) timeOffset = static_cast<int>(barLength);
   if (ZQDebugChannel::shows(5)) {
     dbPrintf(5, "succ.Object No. %d: \n", index);
@@ -209,7 +209,7 @@ bool GeneratedMidi::takeItem(int index, Item item) {
   return addNote(item, start);
 }
 
-/// A sequence has ended: the next one begins at the next bar, or where the last note was if there are no bars.
+/// Called where a sequence ends: the next one begins at the next bar, or at the last note if there are no bars.
 void GeneratedMidi::startAnew() {
   dbPrintf(2, "readMidiObjexsAndWriteToMidiFile: NULL Midi Object\n");
   const long long nextBar = (lastStart / barLength + 1) * barLength;
@@ -217,7 +217,7 @@ void GeneratedMidi::startAnew() {
   channel = (channel + 1) % channels;
 }
 
-/// Notes without a duration sound until the next one.
+/// Notes without a duration last until the next one.
 void GeneratedMidi::giveNotesTheirLengths() {
   const int count = objects->getCount();
   for (int i = 0; i < count; i++) {
@@ -263,7 +263,7 @@ int readMidiObjexsAndWriteToMidiFile(ZQMatrixMedium* matrix, int numberOfObjex, 
 
 }  // namespace zmatrix
 
-/// What became of the file itself is not looked at.
+/// Failures of writing and of memory are reported as success here.
 int ZQMatrixMedium::readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const char* fileName) {
   const int result = zmatrix::readMidiObjexsAndWriteToMidiFile(this, numberOfObjex, fileName, nullptr);
   return result < -5 ? 1 : result;

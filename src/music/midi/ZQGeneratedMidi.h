@@ -1,4 +1,4 @@
-// Composes with a trained matrix: asks it for one note after the other, repairs what a statistical source may produce, and writes
+// Composes with a trained matrix: reads one note after the other from it, repairs illegal values that it may produce, and writes
 // a MIDI file of one track.
 #pragma once
 
@@ -11,23 +11,23 @@ namespace zmatrix {
 
 class GeneratedMidi {
  public:
-  explicit GeneratedMidi(ZQMatrixMedium* aMatrix);
+  explicit GeneratedMidi(ZQMatrixMedium* source);
 
-  /// 1 if the current sub-matrix can be read as music, else the negative result of the operation, with its message.
+  /// 1 if the current sub-matrix can generate music, else the negative result of the operation, with its message.
   int check() const;
-  /// Takes the context's notes and then those of `numberOfObjex` reads. False if memory has run out.
+  /// Takes the notes of the context and then those of `numberOfObjex` reads. False if memory runs out.
   bool compose(int numberOfObjex);
-  /// The same without a thought of a file: notes() has them then.
+  /// The same without a file: the result is in notes().
   bool composeNotes(int numberOfObjex);
   const ZQMidiObjectTrack& notes() const { return *objects; }
-  /// Writes all notes. 0 if the file is whole, else EOF.
+  /// Writes all notes. 0 if the file is complete, else EOF.
   int write(const char* fileName);
 
   int numberOfNotes() const { return objects != nullptr ? objects->getCount() : 0; }
 
  private:
   static constexpr int coordinatesOfLargestItem = 4;
-  /// An object of the matrix, which stays as it is while the kernel changes.
+  /// A copy of an item of the matrix, unaffected by changes of the kernel.
   struct Item {
     int coordinates[coordinatesOfLargestItem];
 
@@ -62,15 +62,15 @@ class GeneratedMidi {
   int numerator;
   int denominator;
   long long barLength = 0;
-  int timeOffset = 0;    // added to the time of each object
-  int lastStart = 0;     // of the last note made
-  int contextStart = 0;  // of the last note of the context
-  int channel = 0;       // goes on with each sequence; the file's channels are those of the sounds
+  int timeOffset = 0;    // added to the time of each item
+  int lastStart = 0;     // start of the last note made
+  int contextStart = 0;  // start of the last note of the context
+  int channel = 0;       // increases with each sequence; in the file each note has the channel of its sound
   std::unique_ptr<ZQMidiEventTrack> events;
   std::unique_ptr<ZQMidiObjectTrack> objects;
 };
 
-/// 1 written, or 0 to -5 as the matrix's operation of this name has it; -6 if a write failed, -7 if memory has run out.
+/// 1 if written, or 0 to -5 as from the matrix's operation of this name; -6 if writing failed, -7 if memory runs out.
 /// `numberOfNotes` may be null.
 int readMidiObjexsAndWriteToMidiFile(ZQMatrixMedium* matrix, int numberOfObjex, const char* fileName, int* numberOfNotes);
 

@@ -1,4 +1,4 @@
-// Music of the medium tier: the shared telling, instantiated.
+// MIDI methods of the medium tier: instances of the shared templates.
 #include "music/midi/ZQMidiFeed.h"
 #include "sequence/ZQMatrixMedium.h"
 
@@ -7,13 +7,13 @@ namespace zmatrix {
 template <>
 struct MidiTier<ZQMatrixMedium> {
   static constexpr const MidiFeedTexts& texts = mediumMidiFeedTexts;
-  static constexpr bool batchSpeaks = true;
+  static constexpr bool reportsBatch = true;
 
-  static void tellNoFreeMatrix(const char*, int nom, int denom) {
+  static void reportNoFreeMatrix(const char*, int nom, int denom) {
     dbPrintf(0, "updateMatrixWithMidiFile: could not find a free matrixID for timeSignature %d/%d\n", nom, denom);
   }
 
-  /// The file's name behind what was learned of it.
+  /// Adds the track and the name of its file to the history of the sub-matrix.
   static void addFileName(ZQMatrixMediumInfo* info, const NameOfLearnedTrack& entry, const char* fileName) {
     addNameOfLearnedTrack(info, entry, fileName);
   }

@@ -1,4 +1,4 @@
-// Music of the full tier: the shared telling, instantiated. Symbols are not derived here.
+// MIDI methods of the full tier: instances of the shared templates. No symbols are derived from music.
 #include "music/midi/ZQMidiFeed.h"
 #include "symbols/ZQMatrix.h"
 
@@ -7,9 +7,9 @@ namespace zmatrix {
 template <>
 struct MidiTier<ZQMatrix> {
   static constexpr const MidiFeedTexts& texts = fullMidiFeedTexts;
-  static constexpr bool batchSpeaks = false;
+  static constexpr bool reportsBatch = false;
 
-  static void tellNoFreeMatrix(const char* fileName, int nom, int denom) {
+  static void reportNoFreeMatrix(const char* fileName, int nom, int denom) {
     dbPrintf(0, "updateMatrixWithMidiFile (%s): could not find a free matrixID for timeSignature %d/%d\n", fileName, nom, denom);
   }
 

@@ -1,4 +1,4 @@
-// One timed message as it stands in a MIDI file. Times are quanta: 12288 to the whole note, 3072 to the quarter.
+// One timed message of a MIDI file. Times are quanta: 12288 per whole note, 3072 per quarter.
 #pragma once
 
 #include <cstddef>
@@ -7,11 +7,11 @@
 
 namespace zmatrix {
 
-/// `eventType` of a channel event. Meta events have their meta type, or 99 for those that nothing is known about.
+/// `eventType` of a channel event. Meta events have their meta type, or 99 for unknown ones.
 constexpr int ZQMidiEventTypeChannel = -1;
 constexpr int ZQMidiEventTypeUnknownMeta = 99;
 
-/// Upper four bits of a channel event's status, the channel being the lower four.
+/// Upper four bits of a channel event's status; the lower four are the channel.
 enum ZQMidiStatus : int {
   ZQMidiNoteOff = 0x80,
   ZQMidiNoteOn = 0x90,
@@ -22,7 +22,7 @@ enum ZQMidiStatus : int {
   ZQMidiPitchWheel = 0xe0
 };
 
-/// The meta events that this library looks into.
+/// The meta events that this library interprets.
 enum ZQMidiMetaType : int {
   ZQMidiMetaSequenceNumber = 0,
   ZQMidiMetaText = 1,
@@ -42,7 +42,7 @@ class ZQMidiEvent final {
  public:
   virtual ~ZQMidiEvent() = default;
 
-  /// Sets time, bytes and their number; the event type stays.
+  /// Sets time, bytes and their number; the event type is unchanged.
   void initWith(int time, unsigned char b1) { set(time, 1, b1, 0, 0, 0); }
   void initWith(int time, unsigned char b1, unsigned char b2) { set(time, 2, b1, b2, 0, 0); }
   void initWith(int time, unsigned char b1, unsigned char b2, unsigned char b3) { set(time, 3, b1, b2, b3, 0); }
@@ -67,7 +67,7 @@ class ZQMidiEvent final {
   float getFloatValue() const { return floatValue; }
   void setFloatValue(float value) { floatValue = value; }
 
-  /// Takes a message as it stands in a file: `count` valid bytes of the four at `bytes`.
+  /// Copies a message from a file: `count` of the four bytes at `bytes` are valid.
   void initWithBytes(int time, int count, const unsigned char* bytes) {
     set(time, count, bytes[0], bytes[1], bytes[2], bytes[3]);
   }
@@ -75,10 +75,10 @@ class ZQMidiEvent final {
   int getChannel() const { return byte1 & 15; }
   void setChannel(int channel) { byte1 = static_cast<unsigned char>((byte1 & 0xf0) | (channel & 15)); }
   bool isChannelEvent() const { return eventType == ZQMidiEventTypeChannel; }
-  /// The upper four bits of the first byte, as ZQMidiStatus has them.
+  /// The upper four bits of the first byte, a ZQMidiStatus.
   int getStatus() const { return byte1 & 0xf0; }
 
-  /// A new event like this one, or null if memory has run out.
+  /// A new copy of this event, or null if memory runs out.
   ZQMidiEvent* createAndCopy() const;
 
   static void* operator new(size_t) noexcept { return ZQClassSlab<ZQMidiEvent>::allocate(); }
@@ -101,10 +101,10 @@ class ZQMidiEvent final {
   unsigned char byte3 = 0;
   unsigned char byte4 = 0;
   int eventType = ZQMidiEventTypeChannel;
-  float floatValue = 0;  // beats per minute of a tempo; the reader's time scale of a time signature
+  float floatValue = 0;  // tempo: beats per minute; time signature: the reader's time scale
 };
 
-/// A new event with time and bytes 0, a channel event; null if memory has run out.
+/// A new channel event with time and bytes 0; null if memory runs out.
 inline ZQMidiEvent* createZQMidiEvent() {
   return new ZQMidiEvent;
 }
@@ -113,8 +113,8 @@ inline void deleteZQMidiEvent(ZQMidiEvent* event) {
   delete event;
 }
 
-/// Orders for sorting. The first compares two pointers to event pointers by time, then first byte: a note-off stands before a
-/// note-on of the same time, since its status is lower. The others compare two events. Result: -1, 0 or 1.
+/// Orders for sorting, with results -1, 0 or 1. The first takes two pointers to event pointers and compares by time, then first
+/// byte: a note-off comes before a note-on of the same time, since its status is lower. The others take two events.
 int ZQCompareMidiEventsAscending(const void* first, const void* second);
 int ZQCompareMidiEventsByByte1Ascending(const ZQMidiEvent* first, const ZQMidiEvent* second);
 int ZQCompareMidiEventsByTimeAscending(const ZQMidiEvent* first, const ZQMidiEvent* second);

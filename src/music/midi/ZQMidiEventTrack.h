@@ -1,4 +1,4 @@
-// The events of one track of a MIDI file, in order. The track owns them, except where an operation says that only references go.
+// The events of one track of a MIDI file, in order. The track owns them, except for operations with OnlyReference in their names.
 #pragma once
 
 #include "music/ZQPointerArray.h"
@@ -14,27 +14,27 @@ class ZQMidiEventTrack {
   ZQMidiEventTrack() = default;
   ~ZQMidiEventTrack() { deleteAllMidiEvents(); }
 
-  /// Sets the track up anew; events that were in it are not released.
+  /// Empties the track without releasing its events.
   void init();
-  /// Appends an event and takes it over; null is ignored. False, and the event still the caller's, if memory has run out.
+  /// Appends an event and takes ownership; null is ignored. False if memory runs out; then the caller keeps the event.
   bool addMidiEvent(ZQMidiEvent* event) { return event == nullptr || events.add(event); }
   int getCount() const { return events.getCount(); }
   /// Null outside the range.
   ZQMidiEvent* getMidiEventAtIndex(int index) const { return events.at(index); }
-  /// Both ignore an index outside the range. The second leaves the event to whoever holds it.
+  /// Both ignore an index outside the range. The second removes the event without releasing it.
   void deleteMidiEventAtIndex(int index);
   void deleteMidiEventAtIndexOnlyReference(int index) { events.removeAt(index); }
   void deleteAllMidiEvents();
-  /// Deletes all events for which `isToGo(event)` is true, in one pass.
+  /// Deletes all events for which `isRemoved(event)` is true, in one pass.
   template <class Predicate>
-  void deleteMidiEventsIf(Predicate isToGo) {
+  void deleteMidiEventsIf(Predicate isRemoved) {
     events.removeIf([&](ZQMidiEvent* event) {
-      const bool goes = isToGo(event);
-      if (goes) deleteZQMidiEvent(event);
-      return goes;
+      const bool removed = isRemoved(event);
+      if (removed) deleteZQMidiEvent(event);
+      return removed;
     });
   }
-  /// Sorts by a function that compares pointers to two event pointers; null is ignored. A track in order stays as it is.
+  /// Sorts by a function that compares pointers to two event pointers; null is ignored. A track that is in order is unchanged.
   void sortByFunction(ZQCompareFunction compare);
 
   ZQMidiEvent** getMidiEventTrack() const { return events.begin(); }
@@ -48,11 +48,11 @@ class ZQMidiEventTrack {
   ZQPointerArray<ZQMidiEvent> events{firstCapacity};
 };
 
-/// An empty track, or null if memory has run out.
+/// An empty track, or null if memory runs out.
 ZQMidiEventTrack* createZQMidiEventTrack();
 /// Releases the track with its events; null is ignored.
 void deleteZQMidiEventTrack(ZQMidiEventTrack* track);
-/// Releases the track and leaves its events to whoever holds them; null is ignored.
+/// Releases the track but not its events; null is ignored.
 void deleteZQMidiEventTrackOnlyReferences(ZQMidiEventTrack* track);
 
 }  // namespace zmatrix

@@ -1,13 +1,13 @@
 // Learning from MIDI files, shared by the tiers that learn: files and directories of files, the choice of a sub-matrix by meter,
-// texture, style and sound, and the update track by track. A tier's methods are one line each; MidiTier<Matrix> names what a tier
-// does differently.
+// texture, style and sound, and the update track by track. A tier's methods are one line each; MidiTier<Matrix> holds what
+// differs between tiers.
 //
 // MidiTier<Matrix> has:
-//   texts                   its sentences, MidiFeedTexts
-//   batchSpeaks             whether a directory is reported
-//   tellNoFreeMatrix        the message for a file that finds no sub-matrix
-//   addFileName             the entry in the history of a sub-matrix
-//   updateWithSequence      learns a sequence, the result as the sequence update has it
+//   texts                   its messages, MidiFeedTexts
+//   reportsBatch            whether the feed of a directory prints messages
+//   reportNoFreeMatrix      prints the message for a file without a free sub-matrix
+//   addFileName             adds an entry to the history of a sub-matrix
+//   updateWithSequence      learns a sequence and returns the result of the sequence update
 #pragma once
 
 #include <climits>
@@ -32,18 +32,18 @@ namespace zmatrix {
 template <class Matrix>
 struct MidiTier;
 
-/// What pairing leaves out for the feed: all but notes and program changes.
+/// The events that pairing drops for the feed: all except notes and program changes.
 constexpr int midiFeedStatusFilter[ZQMidiTrackList::numberOfStatuses] = {0, 0, 1, 1, 0, 1, 1, 1};
 
-/// 1, 4 and 5: the matrix types that music is learned in.
+/// The matrix types of music: 1, 4 and 5.
 constexpr bool isMidiMatrixType(int matrixType) {
   return matrixType == ZQMatrixTypeMIDINoteAndQuanta || matrixType == ZQMatrixTypeMIDITriple_NDMT ||
          matrixType == ZQMatrixTypeMIDIGMQuadruple_NDMTS;
 }
 
-// --- one update
+// --- update of one sub-matrix
 
-/// Whether items of this many integers fit the preprocessing; types that are not of music fit always.
+/// Whether items of this many integers fit the preprocessing; always true for types other than music.
 bool dimensionFitsMidi(int preProcessingType, int coordinateDimension);
 
 template <class Matrix>
@@ -64,21 +64,15 @@ int updateMatrixWithLongMIDISequenceIn(Matrix* matrix, const int* sequence, int 
   }
   const long long length = static_cast<long long>(numberOfItems) * dimension;
   if (length < 0 || length > INT_MAX || (sequence == nullptr && length > 0)) return 0;
-  const bool addsUpdateInfo = info->getAddUpdateInfo() == 1;
-  if (addsUpdateInfo) info->generateUpdateInfoSequence(sequence, static_cast<int>(length));
+  if (info->getAddUpdateInfo() == 1) info->generateUpdateInfoSequence(sequence, static_cast<int>(length));
   const int result = MidiTier<Matrix>::updateWithSequence(matrix, sequence, static_cast<int>(length), symbolMarkers);
-  if (result < 1) return result;
-
-  info->setHasBeenChanged(1);
-  info->incrementUpdateIndex();
-  matrix->getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
-  if (addsUpdateInfo) matrix->updateNumberOfAppendedMatrices();
+  if (result >= 1) matrix->countUpdate();
   return result;
 }
 
-// --- the sub-matrix of a track
+// --- the choice of a sub-matrix for a track
 
-/// The first sub-matrix, of all that are reserved, for which `agrees(info)` is true among those of a type and meter, or -1.
+/// The first of all reserved sub-matrices of this type and meter for which `agrees(info)` is true, or -1.
 template <class Matrix, class Agrees>
 int getMatrixIDForMidi(Matrix* matrix, int type, int nom, int denom, Agrees agrees) {
   if (!isMidiMatrixType(type)) {
@@ -94,7 +88,7 @@ int getMatrixIDForMidi(Matrix* matrix, int type, int nom, int denom, Agrees agre
   return -1;
 }
 
-/// 0 for `subType`, `style` or `sound` is no criterion.
+/// A `subType`, `style` or `sound` of 0 matches any.
 template <class Matrix>
 int getMatrixIDForMidiIn(Matrix* matrix, int type, int nom, int denom, int subType, int style, int sound) {
   return getMatrixIDForMidi(matrix, type, nom, denom, [&](const auto& info) {
@@ -103,8 +97,8 @@ int getMatrixIDForMidiIn(Matrix* matrix, int type, int nom, int denom, int subTy
   });
 }
 
-/// The words in which a feed tells that the profile of a preprocessing type has failed, in the order of the types below, and
-/// whether symbols are kept with the last of them too.
+/// The texts of a feed's messages about a failed profile, in the order of the preprocessing types below, and whether symbols are
+/// kept with the last of these types too.
 struct MusicProfileTexts {
   const char* caller;
   const char* namesOfChecks[4];
@@ -113,8 +107,8 @@ struct MusicProfileTexts {
 
 extern const MusicProfileTexts midiProfileTexts;
 
-/// Sets the current sub-matrix up as the global block says, or by the defaults of the preprocessing type's profile if the block
-/// doesn't pass its check. A sub-matrix that is not empty keeps its settings then.
+/// Sets up the current sub-matrix by the global block or, if the block fails its check, by the default profile of the
+/// preprocessing type; the defaults are applied to an empty sub-matrix only.
 template <class Matrix>
 void applyMidiProperties(Matrix* matrix, const char* fileName, const MusicProfileTexts& texts) {
   struct ProfileRow {
@@ -151,7 +145,7 @@ void applyMidiProperties(Matrix* matrix, const char* fileName, const MusicProfil
   if (keepsSymbols) setKeepSymbols(matrix, false);
 }
 
-/// Makes the sub-matrix of a meter, texture, style and sound current, a free one if there is none yet. False if none is free.
+/// Makes the sub-matrix of a meter, texture, style and sound current, or a free one if there is none yet. False if none is free.
 template <class Matrix>
 bool makeMatrixForMusicCurrent(Matrix* matrix, int nom, int denom, int subType, int sound) {
   int matrixID = matrix->getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyleAndSoundID(
@@ -166,8 +160,8 @@ bool makeMatrixForMusicCurrent(Matrix* matrix, int nom, int denom, int subType, 
   return true;
 }
 
-/// What the record of the current sub-matrix says of a track that is learned in it. A texture or sound of 0 found any sub-matrix
-/// of the meter, and stands in its record from now on.
+/// What is recorded about a learned track in its sub-matrix. A texture or sound of 0 matched any sub-matrix of the meter, and
+/// replaces what its record held.
 struct LearnedTrack {
   int nom, denom, subType, sound;
   int index;
@@ -182,13 +176,13 @@ void describeLearnedTrack(Info* info, const LearnedTrack& track, const char* fil
   info->setNameOfUpdateFile(fileName);
 }
 
-/// The entry of a track in the history of its sub-matrix, without the file's name, which follows it.
+/// The history entry of a track without the name of the file, which is appended.
 struct NameOfLearnedTrack {
   char text[256];
 };
 NameOfLearnedTrack nameOfLearnedTrack(int matrixID, const LearnedTrack& track, int style);
 
-/// Adds the entry with the file's name; nothing if memory has run out.
+/// Adds the entry with the file's name; does nothing if memory runs out.
 template <class Info>
 void addNameOfLearnedTrack(Info* info, const NameOfLearnedTrack& entry, const char* fileName) {
   const size_t length = strlen(entry.text) + strlen(fileName) + 1;
@@ -200,7 +194,7 @@ void addNameOfLearnedTrack(Info* info, const NameOfLearnedTrack& entry, const ch
 
 // --- files
 
-/// The three settings as the global block has them.
+/// The three settings in the global block.
 template <class Matrix>
 MidiFeedSettings globalMidiSettings(Matrix& matrix) {
   return {matrix.getGlobalPreProcessingType(), matrix.getGlobalCoordinateDimension(), matrix.getGlobalMatrixType()};
@@ -213,23 +207,23 @@ void setGlobalMidiSettings(Matrix& matrix, const MidiFeedSettings& settings) {
   matrix.setGlobalMatrixType(settings.matrixType);
 }
 
-/// The form of a sequence by the grids of the sub-matrix that is current: for the first track of a file that is ID 0, for the
-/// others the sub-matrix of the track before.
+/// The form of a sequence by the grids of the current sub-matrix, which is that of the track before; for the first track of a
+/// file it is sub-matrix 0.
 template <class Matrix>
 MidiSequenceForm formOfSequence(Matrix& matrix, int preProcessingType) {
   const auto* info = matrix.getMatrixInfo();
   return {preProcessingType, info->getMidiNoteOnQuantization(), info->getMidiDurationQuantization()};
 }
 
-/// One file on its way into the matrix.
+/// The feed of one file.
 template <class Matrix>
 class MidiFeed {
  public:
-  MidiFeed(Matrix* aMatrix, const char* aFileName) : matrix(aMatrix), fileName(aFileName) {
+  MidiFeed(Matrix* target, const char* path) : matrix(target), fileName(path) {
     printInto(description, sizeof description, MidiTier<Matrix>::texts.description, 64);
   }
 
-  /// The result of the last update; `numberOfNotes` gets the notes of all tracks that were taken.
+  /// Returns the result of the last update; `numberOfNotes` gets the number of notes of all tracks that were learned.
   int run(int* numberOfNotes) {
     const std::unique_ptr<ZQMidiTrackList, void (*)(ZQMidiTrackList*)> list(createZQMidiTrackList(), deleteZQMidiTrackList);
     if (list == nullptr || !read(*list)) return 0;
@@ -243,7 +237,7 @@ class MidiFeed {
   }
 
  private:
-  /// False if memory has run out; a file that is no MIDI file gives no tracks.
+  /// False if memory runs out; a file that is no MIDI file gives no tracks.
   bool read(ZQMidiTrackList& list) {
     MidiReadFindings findings;
     ZQMidiFile().readEventsFromFileWithPath(&list, fileName, &findings);
@@ -258,7 +252,7 @@ class MidiFeed {
     return true;
   }
 
-  /// False if no sub-matrix is left, which ends the file.
+  /// False if no sub-matrix is free, which ends the file.
   bool feedTrack(MidiTrackJudge& judge, const ZQMidiObjectTrack* track, int index, int* numberOfNotes, int* result) {
     const MidiTrackVerdict verdict = judge.takeUp(track, index);
     setGlobalMidiSettings(*matrix, judge.settings());
@@ -282,7 +276,7 @@ class MidiFeed {
 
   bool makeMatrixCurrent(const MidiTrackJudge& judge) {
     if (makeMatrixForMusicCurrent(matrix, judge.numerator(), judge.denominator(), judge.subType(), judge.soundID())) return true;
-    MidiTier<Matrix>::tellNoFreeMatrix(fileName, judge.numerator(), judge.denominator());
+    MidiTier<Matrix>::reportNoFreeMatrix(fileName, judge.numerator(), judge.denominator());
     dbPrintf(0, "please restart and set maxNumberOfMatrices to a value > %d!\n", matrix->getMaxNumberOfMatrices());
     return false;
   }
@@ -301,7 +295,7 @@ class MidiFeed {
     *sum = static_cast<int>(static_cast<unsigned>(*sum) + static_cast<unsigned>(value));
   }
 
-  static constexpr int outOfMemory = -2;  // as the update has it
+  static constexpr int outOfMemory = -2;  // the code of the update
 
   Matrix* matrix;
   const char* fileName;
@@ -310,13 +304,11 @@ class MidiFeed {
 
 template <class Matrix>
 int updateMatrixWithMIDIFileIn(Matrix* matrix, const char* fileName, int* numberOfNotes) {
-  FILE* file = openRegularFile(fileName);
-  if (file == nullptr) {
+  if (!canBeOpened(fileName)) {
     dbPrintf(MidiTier<Matrix>::texts.levelOfCannotOpen, "updateMatrixWithMIDIFile: cannot open %s...\n",
              fileName != nullptr ? fileName : "");
     return 0;
   }
-  fclose(file);
   dbPrintf(5, "begin updateMatrixWithMIDIFile %s...\n", fileName);
   const KeepCurrentMatrixID<Matrix> keep(matrix);
   matrix->setCurrentMatrixID(0);
@@ -327,10 +319,10 @@ int updateMatrixWithMIDIFileIn(Matrix* matrix, const char* fileName, int* number
   return result;
 }
 
-/// Learns every MIDI file of a directory in alphabetical order; one that fails stops nothing.
+/// Learns every MIDI file of a directory in alphabetical order. A file that fails doesn't end the run.
 template <class Matrix>
 int updateMatrixWithMIDIFilesIn(Matrix* matrix, const char* path, int recursive, int* numberOfNotes) {
-  constexpr int level = MidiTier<Matrix>::batchSpeaks ? 8 : INT_MAX;
+  constexpr int level = MidiTier<Matrix>::reportsBatch ? 8 : INT_MAX;
   unsigned sumOfNotes = 0;
   dbPrintf(level, "GetMidiFilesInPath ...");
   ZQFileNameList* names = ZQFileNameList().getMidiFilesInFilePath(path, recursive, nullptr);

@@ -35,7 +35,7 @@ long sizeOf(FILE* file) {
   return fstat(fileno(file), &status) == 0 ? static_cast<long>(status.st_size) : 0;
 }
 
-/// A file whose last track has its end is whole; what follows it, or the head if there is no track, is left unread.
+/// A file is complete if its last track has ended. Bytes behind that, or behind the head if there is no track, count as unread.
 void noteEnd(const _MIDIFILEInStruct* in, long behindHead, MidiReadFindings& findings) {
   const long end = wholeState(in).behindLastTrack;
   findings.end = end > 0 ? MidiReadEnd::complete : findings.tracks.empty() ? MidiReadEnd::noTrack : MidiReadEnd::cut;
@@ -43,7 +43,7 @@ void noteEnd(const _MIDIFILEInStruct* in, long behindHead, MidiReadFindings& fin
   findings.bytesUnread = std::max(0L, sizeOf(in->file) - std::max(end, behindHead));
 }
 
-/// Reads behind an opened file. Without a preamble `findings.end` says why.
+/// Reads the events of an opened file. If there is no preamble, `findings.end` holds the reason.
 bool readEvents(ZQMidiTrackList* list, const char* path, FILE* file, MidiReadFindings& findings) {
   _MIDIFILEReadStruct event;
   const std::unique_ptr<_MIDIFILEInStruct, EndReading> in(MIDIFILEBeginReading(file, &event));
@@ -65,7 +65,7 @@ bool readEvents(ZQMidiTrackList* list, const char* path, FILE* file, MidiReadFin
 
 // --- writing
 
-/// Texts are written with the few characters that an event holds.
+/// Writes a text with the few characters that an event stores.
 bool writeText(_MIDIFILEOutStruct* out, const ZQMidiEvent& event) {
   const unsigned char bytes[] = {event.getByte1(), event.getByte2(), event.getByte3(), event.getByte4()};
   char text[charactersOfText + 1] = {};
@@ -73,7 +73,7 @@ bool writeText(_MIDIFILEOutStruct* out, const ZQMidiEvent& event) {
   return MIDIFILEWriteText(out, event.getTimeQuanta(), static_cast<short>(event.getEventType()), text) == 1;
 }
 
-/// Right for channel events and the meta events that are made here; any other goes out as bare bytes.
+/// Writes channel events and the meta events that this library makes; other events are written as raw bytes.
 bool writeEvent(_MIDIFILEOutStruct* out, const ZQMidiEvent& event) {
   const int time = event.getTimeQuanta();
   switch (event.getEventType()) {
@@ -95,7 +95,7 @@ bool writeEvent(_MIDIFILEOutStruct* out, const ZQMidiEvent& event) {
   }
 }
 
-/// A write that fails shows in the state of the file.
+/// A failed write is detected through the error state of the stream.
 void writeTracks(_MIDIFILEOutStruct* out, const ZQMidiTrackList& list) {
   int timeOfLastEvent = 0;
   for (int i = 0; i < list.getNumberOfMidiEventTracks(); i++) {
@@ -118,7 +118,7 @@ bool ZQMidiFile::readEventsFromFileWithPath(ZQMidiTrackList* list, const char* p
   found.end = MidiReadEnd::notFound;
   if (list == nullptr || path == nullptr) return false;
   char readAhead[readAheadSize];
-  const File file(openRegularFile(path));  // a pipe would never end
+  const File file(openRegularFile(path));  // not a pipe, which might never end
   if (file == nullptr) return false;
   setvbuf(file.get(), readAhead, _IOFBF, sizeof readAhead);
   return readEvents(list, path, file.get(), found);

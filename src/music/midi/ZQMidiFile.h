@@ -6,12 +6,12 @@
 
 namespace zmatrix {
 
-/// What the reader met in one track of a file.
+/// The counts of one track of a file.
 struct MidiTrackReading {
-  int indexOfEventTrack = 0;     ///< where the channel events went; 0 for nowhere
+  int indexOfEventTrack = 0;     ///< the event track of the channel events, 0 if there are none
   long long channelEvents = 0;   ///< kept
   long long metaEvents = 0;      ///< kept, in event track 0
-  long long repeatedEvents = 0;  ///< of the channel events: system bytes for which the event before was taken once more
+  long long repeatedEvents = 0;  ///< channel events that repeat the one before, for an undecoded system byte
   long long systemEvents = 0;    ///< dropped
   long long unknownEvents = 0;   ///< dropped: data bytes before any status
 };
@@ -19,29 +19,29 @@ struct MidiTrackReading {
 /// How the reading of a file ended.
 enum class MidiReadEnd { complete, notFound, notMidi, divisionOfZero, noTrack, cut, outOfMemory };
 
-/// What the reader found, an entry a track of the file.
+/// What the reader found, with one entry per track of the file.
 struct MidiReadFindings {
   MidiReadEnd end = MidiReadEnd::notFound;
   int format = 0;
   int division = 0;           ///< ticks per quarter note
-  int tracksAnnounced = 0;    ///< as the file says
+  int tracksAnnounced = 0;    ///< number of tracks in the file's header
   long long bytesUnread = 0;  ///< behind the last track
   ZQArray<MidiTrackReading> tracks;
 };
 
-/// Without fields: a token to call the operations on.
+/// Has no state: an object to call the operations on.
 class ZQMidiFile {
  public:
-  /// Appends the tracks of a file to a list. Times become musical time, 3072 quanta to the quarter whatever the tempo. A file
-  /// that can't be opened, is no regular file or no MIDI file leaves the list as it is; of one that is cut stays what was read.
-  /// False for these, and if memory has run out. Null for either argument is refused. `findings` may be null.
+  /// Appends the tracks of a file to a list. Times become musical time, 3072 quanta per quarter at any tempo. The list is
+  /// unchanged for a file that can't be opened, is no regular file or no MIDI file; of a truncated file the events before its end
+  /// are kept. False for all of these, if memory runs out, and if an argument is null. `findings` may be null.
   bool readEventsFromFileWithPath(ZQMidiTrackList* list, const char* path, MidiReadFindings* findings = nullptr) const;
-  /// Writes the event tracks as a file of format 1, 3072 ticks to the quarter. Texts keep four characters; tracks behind the
-  /// first that are empty are left out. Result: 0 written, else EOF.
+  /// Writes the event tracks as a file of format 1, 3072 ticks per quarter. Texts are cut to four characters; empty tracks behind
+  /// the first are left out. Returns 0, else EOF.
   int writeEventsToFileWithPath(const ZQMidiTrackList* list, const char* path) const;
 };
 
-/// Null if memory has run out.
+/// Null if memory runs out.
 ZQMidiFile* createZQMidiFile();
 /// Null is ignored.
 void deleteZQMidiFile(ZQMidiFile* file);

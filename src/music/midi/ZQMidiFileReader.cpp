@@ -12,9 +12,10 @@ namespace {
 
 constexpr double quantaPerQuarter = 3072.0;
 constexpr int mostBytesOfEvent = 4;
-constexpr unsigned char velocityOfNoteOff = 127;  // of one that was a note-on of velocity 0
+constexpr unsigned char velocityOfNoteOff = 127;  // of a note-off that was read as a note-on of velocity 0
 
-/// How a meta event is kept, and what is said of it. The message of a text takes the text, the others nothing or their own.
+/// How a type of meta event is stored and reported. The format of a text's message takes the text; other formats take nothing, or
+/// are printed separately.
 struct MetaRow {
   int type;
   int eventType;
@@ -50,7 +51,7 @@ const MetaRow& rowOfMeta(int type) {
 }
 
 bool isUnknownText(int type) {
-  return type == 9 || (type >= 13 && type <= 15);  // type 9 has a name and is unknown all the same
+  return type == 9 || (type >= 13 && type <= 15);  // type 9 has a name but counts as unknown
 }
 
 void printKeySignature(const unsigned char* data) {
@@ -117,7 +118,7 @@ void printChannelEvent(const ZQMidiEvent& event) {
   }
 }
 
-/// The meters that a text of this form stands for.
+/// The begin of a text event that names a meter.
 constexpr char meterText[] = "!!!AMT: ";
 
 struct MeterOfText {
@@ -145,7 +146,7 @@ int MidiFileReader::timeInQuanta() {
   return lastTimeInQuanta;
 }
 
-/// Takes the event over; false, and the event gone, if memory has run out.
+/// Takes ownership of the event; false if memory runs out, with the event released.
 bool MidiFileReader::addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent) {
   if (midiEvent == nullptr) return false;
   if (track->addMidiEvent(midiEvent)) return true;
@@ -153,7 +154,7 @@ bool MidiFileReader::addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent)
   return false;
 }
 
-/// A text can name a meter; then a time signature follows it.
+/// If a text event names a meter, a time signature is added behind it.
 bool MidiFileReader::addMeterOfText() {
   const char* text = reinterpret_cast<const char*>(event.buffer + 1);
   if (!beginsWith(text, meterText)) return true;
@@ -181,7 +182,7 @@ bool MidiFileReader::takeMetaEvent() {
     deleteZQMidiEvent(midiEvent);
     return false;
   }
-  // Behind an end of track this is time 0: the codec has gone to the next track by then.
+  // After an end of track the time is 0: the codec is already in the next track.
   midiEvent->initWithBytes(timeInQuanta(), std::min({event.byteCount, mostBytesOfEvent, row.mostBytes}), event.buffer + 1);
   midiEvent->setEventType(row.eventType);
   if (type == ZQMidiMetaTempo) midiEvent->setFloatValue(static_cast<float>(state.tempo));
@@ -189,8 +190,8 @@ bool MidiFileReader::takeMetaEvent() {
   return addToTrack(list.getMidiEventTrackAtIndex(0), midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
 }
 
-/// Finds the track of a channel event; false if memory has run out. Those in track 0 of a file, as in all files of format 0, go
-/// to index 1; so does the rest of that track, and the next track of the file goes to index 2.
+/// Finds the event track of a channel event; false if memory runs out. Channel events in the file's track 0, as in all files of
+/// format 0, and the rest of that track go to index 1; the file's next track then goes to index 2.
 bool MidiFileReader::findTrack() {
   if (!list.extendEventTracksTo(state.currentTrack)) return false;
   if (state.currentTrack == 0) {
@@ -207,19 +208,19 @@ bool MidiFileReader::takeChannelEvent() {
   ZQMidiEvent* midiEvent = createZQMidiEvent();
   if (midiEvent == nullptr) return false;
   midiEvent->initWithBytes(timeInQuanta(), std::min(event.byteCount, mostBytesOfEvent), event.buffer);
-  if (speaks) printChannelEvent(*midiEvent);
-  // Told without a jump, which would be guessed wrong too often: files end notes in both ways.
+  if (printsEvents) printChannelEvent(*midiEvent);
+  // Computed without a branch, which would often be mispredicted: files end notes in both ways.
   const int isNoteOn = midiEvent->getStatus() == ZQMidiNoteOn, isSilent = midiEvent->getByte3() == 0;
   const bool isSilentNoteOn = (isNoteOn & isSilent) != 0;
   midiEvent->setByte1(static_cast<unsigned char>(midiEvent->getByte1() - (isSilentNoteOn ? ZQMidiNoteOn - ZQMidiNoteOff : 0)));
   midiEvent->setByte3(isSilentNoteOn ? velocityOfNoteOff : midiEvent->getByte3());
-  if (speaks && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
+  if (printsEvents && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
   const bool isTaken = (state.currentTrack == indexOfTrackInHand || findTrack()) && trackInHand->addMidiEvent(midiEvent);
   if (!isTaken) deleteZQMidiEvent(midiEvent);
   return isTaken;
 }
 
-/// Takes an event into its track, or drops it, and counts it for the track of the file that it stands in.
+/// Adds an event to its track, or drops it, and counts it for the file's track.
 bool MidiFileReader::take() {
   MidiTrackReading& track = findings.tracks.back();
   if (event.metaFlag == 1) {
@@ -244,7 +245,7 @@ bool MidiFileReader::take() {
   return isTaken;
 }
 
-void MidiFileReader::tellEvent() const {
+void MidiFileReader::printEvent() const {
   dbPrintf(3, "track: %d, status: %d, time in Quanta, timescale: %d %f\n", state.currentTrack, event.buffer[0], event.time,
            state.timeScale);
   if (event.metaFlag == 1)
@@ -255,7 +256,7 @@ bool MidiFileReader::run() {
   bool hasEvent = MIDIFILEReadEvent(&state) != 0;
   if (state.currentTrack >= 0 && !findings.tracks.append({})) return false;
   for (; hasEvent; hasEvent = MIDIFILEReadEvent(&state) != 0) {
-    if (speaks) tellEvent();
+    if (printsEvents) printEvent();
     if (!take()) return false;
   }
   return true;

@@ -1,4 +1,4 @@
-// Takes the codec's events, one after the other, into the event tracks of a list.
+// Reads a file's events through the codec and adds them to the event tracks of a list.
 #pragma once
 
 #include "frame/ZQDebugChannel.h"
@@ -9,15 +9,15 @@ namespace zmatrix {
 
 class MidiFileReader {
  public:
-  MidiFileReader(ZQMidiTrackList& aList, _MIDIFILEInStruct& aState, MidiReadFindings& theFindings)
-      : list(aList), state(aState), event(*aState.event), findings(theFindings) {}
+  MidiFileReader(ZQMidiTrackList& trackList, _MIDIFILEInStruct& readingState, MidiReadFindings& readFindings)
+      : list(trackList), state(readingState), event(*readingState.event), findings(readFindings) {}
 
-  /// Reads until nothing more can be read. False if memory has run out.
+  /// Reads until the codec delivers no more events. False if memory runs out.
   bool run();
 
  private:
   bool take();
-  void tellEvent() const;
+  void printEvent() const;
   bool takeMetaEvent();
   bool takeChannelEvent();
   bool addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent);
@@ -31,10 +31,10 @@ class MidiFileReader {
   _MIDIFILEInStruct& state;
   _MIDIFILEReadStruct& event;
   MidiReadFindings& findings;
-  const bool speaks = ZQDebugChannel::shows(1);  // asked once a file, not once an event
+  const bool printsEvents = ZQDebugChannel::shows(1);  // checked once per file, not once per event
   ZQMidiEventTrack* trackInHand = nullptr;
   int indexOfTrackInHand = -1;
-  int ticksOfLastTime = 0;  // many events share their time
+  int ticksOfLastTime = 0;  // many successive events have the same time
   int lastTimeInQuanta = 0;
 };
 

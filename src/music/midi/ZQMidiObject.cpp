@@ -19,7 +19,7 @@ int order(int first, int second) {
 
 }  // namespace
 
-/// Data that counts no byte is left to whoever set it.
+/// Data with a count of 0 is not owned by the object.
 void ZQMidiObject::releaseData() {
   if (data != nullptr && dataCount >= 1) systemFree(data);
   data = nullptr;

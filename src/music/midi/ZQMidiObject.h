@@ -1,4 +1,4 @@
-// A musical thing with a start and an end, made by pairing events: a note, a program change or a time signature.
+// A musical object with a start and an end, made by pairing events: a note, a program change or a time signature.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,7 @@ class ZQMidiObject final {
 
   /// Clears all fields to zero.
   void init();
-  /// A note, on channel 0 unless said, released with velocity 127.
+  /// A note with release velocity 127, on channel 0 unless one is given.
   void initWithNote(int start, int end, unsigned char note, unsigned char noteVelocity) {
     initWithNote(start, end, note, noteVelocity, 0);
   }
@@ -36,15 +36,15 @@ class ZQMidiObject final {
     phraseBegin = phraseEnd = soundID = 0;
     dataCount = dataSize = 0;
   }
-  /// A change of sound; `program` as General MIDI counts from 0.
+  /// A change of sound; `program` is a General MIDI program, counted from 0.
   void initWithProgramChange(int time, unsigned char program, unsigned char noteChannel);
-  /// Copies all fields and the data. False, and this object cleared, if memory has run out.
+  /// Copies all fields and the data. False, with this object cleared, if memory runs out.
   bool initFromMidiObject(const ZQMidiObject* other);
-  /// A new object like this one, or null if memory has run out.
+  /// A new copy of this object, or null if memory runs out.
   ZQMidiObject* createAndCopy() const;
-  /// Appends a byte to the data; false if memory has run out.
+  /// Appends a byte to the data; false if memory runs out.
   bool addDataByte(unsigned char byte);
-  /// A byte of the data; 0 for one that isn't there.
+  /// A byte of the data; 0 outside the range.
   unsigned char dataByteAt(int index) const { return data != nullptr && index >= 0 && index < dataCount ? data[index] : 0; }
 
   int getStartQuanta() const { return startQuanta; }
@@ -52,15 +52,15 @@ class ZQMidiObject final {
   int getEndQuanta() const { return endQuanta; }
   void setEndQuanta(int quanta) { endQuanta = quanta; }
   unsigned char getType() const { return type; }
-  void setType(unsigned char aType) { type = aType; }
+  void setType(unsigned char newType) { type = newType; }
   unsigned char getNoteNumber() const { return noteNumber; }
   void setNoteNumber(unsigned char number) { noteNumber = number; }
   unsigned char getVelocity() const { return velocity; }
-  void setVelocity(unsigned char aVelocity) { velocity = aVelocity; }
+  void setVelocity(unsigned char newVelocity) { velocity = newVelocity; }
   unsigned char getReleaseVelocity() const { return releaseVelocity; }
-  void setReleaseVelocity(unsigned char aVelocity) { releaseVelocity = aVelocity; }
+  void setReleaseVelocity(unsigned char newVelocity) { releaseVelocity = newVelocity; }
   unsigned char getChannel() const { return channel; }
-  void setChannel(unsigned char aChannel) { channel = aChannel; }
+  void setChannel(unsigned char newChannel) { channel = newChannel; }
   unsigned char getPhraseBegin() const { return phraseBegin; }
   void setPhraseBegin(unsigned char flag) { phraseBegin = flag; }
   unsigned char getPhraseEnd() const { return phraseEnd; }
@@ -72,7 +72,7 @@ class ZQMidiObject final {
   int getDataSize() const { return dataSize; }
   void setDataSize(int size) { dataSize = size; }
   unsigned char* getData() const { return data; }
-  /// Takes over a block of systemMalloc; what was there before is the caller's.
+  /// Takes ownership of a block of systemMalloc without releasing the old one.
   void setData(unsigned char* bytes) { data = bytes; }
 
   bool isNote() const { return type == ZQMidiObjectNote; }
@@ -95,10 +95,10 @@ class ZQMidiObject final {
   unsigned char soundID = 0;  // 0 to 15
   int dataCount = 0;
   int dataSize = 0;
-  unsigned char* data = nullptr;  // of a time signature: numerator, and denominator as its plain value
+  unsigned char* data = nullptr;  // time signature: numerator, then denominator as a plain number
 };
 
-/// A new object, a note with all fields 0 but the release velocity 127; null if memory has run out.
+/// A new object: a note with all fields 0 except for the release velocity of 127; null if memory runs out.
 inline ZQMidiObject* createZQMidiObject() {
   return new ZQMidiObject;
 }

@@ -18,10 +18,10 @@ constexpr int numberOfSoundBins = 16;
 constexpr int percussionChannel = 9;
 constexpr int percussionSound = 9;
 
-/// What the starts of a track's notes say of its texture.
+/// The texture of a track, computed from the starts of its notes.
 struct Texture {
   int notesOnChannel[numberOfChannels] = {};
-  int chord = 0;  // further notes of the chord in hand
+  int chord = 0;  // further notes of the current chord
   int largestChord = 0;
   int singleNotes = 0;
   long long previousStart = 0;

@@ -1,5 +1,5 @@
-// The objects of one track in order of their start, and what they say of the track: its meter, texture and sound. The track owns
-// the objects, except where an operation says that only references go.
+// The objects of one track in order of their start, and the meter, texture and sound of the track. The track owns the objects,
+// except for operations with OnlyReferences in their names.
 #pragma once
 
 #include "music/ZQPointerArray.h"
@@ -15,37 +15,37 @@ class ZQMidiObjectTrack {
   ZQMidiObjectTrack() = default;
   ~ZQMidiObjectTrack() { deleteAllMidiObjects(); }
 
-  /// Sets the track up anew; objects that were in it are not released.
+  /// Empties the track without releasing its objects.
   void init();
-  /// Appends an object and takes it over; null is ignored. False, and the object still the caller's, if memory has run out.
+  /// Appends an object and takes ownership; null is ignored. False if memory runs out; then the caller keeps the object.
   bool addMidiObject(ZQMidiObject* object) { return object == nullptr || objects.add(object); }
-  /// Appends references to the objects of another track, for which there must be room.
+  /// Appends references to the objects of another track; room must have been reserved.
   void appendMidiObjects(const ZQMidiObjectTrack& other) { objects.append(other.objects); }
-  /// Makes room for a total of `count` objects; false if memory has run out.
+  /// Makes room for a total of `count` objects; false if memory runs out.
   bool reserve(int count) { return objects.reserve(count); }
   int getCount() const { return objects.getCount(); }
   /// Null outside the range.
   ZQMidiObject* getMidiObjectAtIndex(int index) const { return objects.at(index); }
-  /// Inside the range releases the object. The count falls by 1 for an index outside the range too, while there is an object:
-  /// below the range all move up, above it the last reference goes.
+  /// Releases the object at `index` and removes it. For an index below the range the first reference is removed, for one above it
+  /// the last, in both cases without releasing the object.
   void deleteMidiObjectAtIndex(int index);
   void deleteAllMidiObjects();
-  /// Forgets all objects and leaves them to whoever holds them.
+  /// Removes all objects without releasing them.
   void deleteAllMidiObjectsOnlyReferences() { objects.setCount(0); }
-  /// Sorts by a function that compares pointers to two object pointers; null is ignored. A track in order stays as it is.
+  /// Sorts by a function that compares pointers to two object pointers; null is ignored. A track that is in order is unchanged.
   void sortByFunction(ZQCompareFunction compare);
 
-  /// The first meter of the track's time signature objects. The denominator reads as a power of two of what the object holds,
-  /// which is the plain denominator already: 4/4 gives 4/16. Result: 0 without a signature, else 1 and one more for each later
-  /// one that differs from the first in both values.
+  /// The first meter of the track's time signature objects. `denom` is 2 to the power of the stored denominator, although that is
+  /// a plain number: 4/4 gives 4/16. Result: 0 without a signature, else 1, plus one for each later signature that differs from
+  /// the first in both values.
   int getMidiTimeSignatureFromMidiObjectTrack(int* nom, int* denom) const;
-  /// The texture as ZQMidiSubType has it. Notes that start less than `threshold` quanta after the first of a chord belong to it;
-  /// a note at time 0 counts into one, and a chord at the end of the track is not told from single notes. `chordSize`: notes of
-  /// the largest chord, 0 without one. `hasPercussion`: 1 if channel 9 has notes.
+  /// The texture, a ZQMidiSubType. Notes that start less than `threshold` quanta after the first note of a chord belong to it; a
+  /// note at time 0 counts as part of a chord, and a chord at the end of the track counts as single notes. `chordSize`: number of
+  /// notes of the largest chord, 0 without one. `hasPercussion`: 1 if channel 9 has notes.
   int getMidiSubTypeFromMidiObjectTrack(int* chordSize, int threshold, int* hasPercussion) const;
-  /// Both at once; the result is the texture.
+  /// Both of the above; the result is the texture.
   int getMidiTimeSignatureAndSubTypeFromMidiObjectTrack(int* nom, int* denom, int threshold, int* hasPercussion) const;
-  /// The sound of most notes, the lowest if several have as many, 0 without notes. `numberOfSounds`: different sounds.
+  /// The sound of most notes, the lowest of equally frequent ones, 0 without notes. `numberOfSounds`: number of different sounds.
   int getMidiSoundIDFromMidiObjectTrack(int* numberOfSounds, int* hasPercussion) const;
 
   ZQMidiObject** getMidiObjectTrack() const { return objects.begin(); }
@@ -59,14 +59,14 @@ class ZQMidiObjectTrack {
   ZQPointerArray<ZQMidiObject> objects{firstCapacity};
 };
 
-/// An empty track, or null if memory has run out.
+/// An empty track, or null if memory runs out.
 ZQMidiObjectTrack* createZQMidiObjectTrack();
 /// Releases the track with its objects; null is ignored.
 void deleteZQMidiObjectTrack(ZQMidiObjectTrack* track);
-/// Releases the track and leaves its objects to whoever holds them; null is ignored.
+/// Releases the track but not its objects; null is ignored.
 void deleteZQMidiObjectTrackOnlyReferences(ZQMidiObjectTrack* track);
 
-/// 2 to the power of a byte from a file; 0 where an int doesn't hold it.
+/// 2 to the power of a byte from a file; 0 if the power exceeds an int.
 constexpr int powerOfTwo(unsigned char exponent) {
   return exponent < 31 ? 1 << exponent : 0;
 }

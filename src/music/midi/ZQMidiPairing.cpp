@@ -52,7 +52,8 @@ bool MidiPairing::linkEvents() {
   return true;
 }
 
-/// The first event of a chain behind `index`. Searches only ever begin further on, so what lies before is forgotten.
+/// The first event of a chain behind `index`. Later searches begin further on, so that the events before it are removed from the
+/// chain.
 int MidiPairing::firstBehind(Chain& chain, int index) {
   while (chain.first != none && chain.first <= index) chain.first = next[chain.first];
   return chain.first;
@@ -85,7 +86,7 @@ bool MidiPairing::take(int index) {
   return true;
 }
 
-/// Takes an object over; false, and the object gone, if memory has run out.
+/// Adds an object to the track; false if memory runs out, with the object released.
 bool MidiPairing::add(ZQMidiObject* object) {
   if (object != nullptr && objects.addMidiObject(object)) return true;
   deleteZQMidiObject(object);
@@ -115,7 +116,7 @@ bool MidiPairing::takeProgramChange(const ZQMidiEvent& event) {
   return add(object);
 }
 
-/// A note-off that no note-on was before is taken for a note-on.
+/// Makes a note that begins at this event. A note-off without a note-on before it is treated as a note-on.
 bool MidiPairing::takeNote(int index) {
   const ZQMidiEvent& event = *eventAt(index);
   const bool isNoteOff = endsNotes(event);
@@ -139,8 +140,8 @@ bool MidiPairing::takeNote(int index) {
   return add(note);
 }
 
-/// The event that ends a note: the next note-off of its number, which is taken out, else the next note-on, which stays and
-/// begins a note of its own. On its way to the note-off the search takes out whatever else there is on the channel, also if it
+/// Finds the event that ends a note: the next note-off of its number, which is then dropped, else the next note-on of its number,
+/// which also begins its own note. The search for a note-off drops all other events of the channel that it passes, even if it
 /// finds none.
 int MidiPairing::findEnd(int index) {
   const ZQMidiEvent& event = *eventAt(index);

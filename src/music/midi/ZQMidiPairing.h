@@ -1,5 +1,5 @@
-// Pairing: the note-ons and note-offs of an event track become notes. It runs in time proportional to the events: instead of
-// taking events out of an array, it links those that a search can be after.
+// Pairing: the note-ons and note-offs of an event track become notes. Linked lists of the events that can be searched for replace
+// removals from an array, so that the time is proportional to the number of events.
 #pragma once
 
 #include <memory>
@@ -10,14 +10,14 @@
 
 namespace zmatrix {
 
-/// What became of the events of one track.
+/// The counts of one track's pairing.
 struct MidiTrackPairing {
   int events = 0;
   int notes = 0;
-  int notesEndedByTheNext = 0;   ///< of these: ended by a note-on of the same number, there being no note-off
+  int notesEndedByTheNext = 0;   ///< of the notes: ended by the next note-on of the same number for lack of a note-off
   int noteOnsWithoutEnd = 0;     ///< dropped
   int noteOffsWithoutNote = 0;   ///< dropped
-  int noteOffsTakenAsNotes = 0;  ///< of the notes: begun by a note-off that was left over
+  int noteOffsTakenAsNotes = 0;  ///< of the notes: begun by a note-off without a note-on
   int programChanges = 0;
   int timeSignatures = 0;
   int lostInsideNotes = 0;                ///< dropped, since a note was held on their channel
@@ -26,27 +26,27 @@ struct MidiTrackPairing {
   int ofOtherKinds = 0;                   ///< controllers, pitch wheel and the like, and meta events without a meter
 };
 
-/// An entry an event track.
+/// One entry per event track.
 struct MidiPairingFindings {
   ZQArray<MidiTrackPairing> tracks;
 };
 
-/// What does not depend on a single event.
+/// The filters: an event whose status or channel has a value other than 0 is dropped.
 struct MidiPairingFilter {
   const int* status;             ///< 8 values, or null
   const unsigned char* channel;  ///< 16 values, or null
 
   bool dropsStatus(int statusBits) const { return status != nullptr && status[(statusBits >> 4) - 8] != 0; }
-  bool dropsChannel(int aChannel) const { return channel != nullptr && channel[aChannel] != 0; }
+  bool dropsChannel(int number) const { return channel != nullptr && channel[number] != 0; }
 };
 
 /// Pairs `events` and appends the objects to `objects`, in the order in which they begin.
 class MidiPairing {
  public:
-  MidiPairing(const ZQMidiEventTrack& aTrack, const MidiPairingFilter& aFilter, ZQMidiObjectTrack& theObjects)
-      : events(aTrack.begin()), count(aTrack.getCount()), filter(aFilter), objects(theObjects) {}
+  MidiPairing(const ZQMidiEventTrack& track, const MidiPairingFilter& pairingFilter, ZQMidiObjectTrack& result)
+      : events(track.begin()), count(track.getCount()), filter(pairingFilter), objects(result) {}
 
-  /// False if memory has run out.
+  /// False if memory runs out.
   [[nodiscard]] bool run();
 
   const MidiTrackPairing& findings() const { return found; }
@@ -61,12 +61,12 @@ class MidiPairing {
   static constexpr int noteNumbers = 256;
   static constexpr int none = -1;
 
-  /// The events of one kind in order: the first that no search has passed, and links to the next.
+  /// The events of one kind in order: the first that no search has passed yet, and links from each to the next.
   struct Chain {
     int first = none;
     int last = none;
   };
-  /// The note events of one channel by their number. A note-on of velocity 0 is a note-off.
+  /// The note events of one channel by note number. A note-on of velocity 0 is a note-off.
   struct NotesOfChannel {
     Chain ons[noteNumbers];
     Chain offs[noteNumbers];
@@ -94,10 +94,10 @@ class MidiPairing {
   int firstNumerator = 0;
   int firstDenominator = 0;
 
-  ZQArray<int> next;                                // of each event, the next one in its chain
-  ZQArray<unsigned char> isDropped;                 // of each event: 1 if a search has taken it out
-  std::unique_ptr<NotesOfChannel> notes[channels];  // of the channels with note events; most tracks have one
-  Chain others[channels];                           // what a search for a note-off takes out
+  ZQArray<int> next;                                // per event: the next one in its chain
+  ZQArray<unsigned char> isDropped;                 // per event: 1 if a search has dropped it
+  std::unique_ptr<NotesOfChannel> notes[channels];  // only for channels with note events; most tracks have one
+  Chain others[channels];                           // the events that a search for a note-off drops
 };
 
 }  // namespace zmatrix

@@ -51,13 +51,13 @@ const char* textAt(const char* const (&texts)[count], int index) {
   return index >= 0 && static_cast<size_t>(index) < count ? texts[index] : "";
 }
 
-/// Zeroed records for a report, or null; at least one, so that null always means that memory has run out.
+/// Zeroed records for a report, at least one, so that null always means a lack of memory.
 template <class Record>
 Record* recordsFor(int count) {
   return static_cast<Record*>(systemCalloc(static_cast<size_t>(std::max(count, 1)), sizeof(Record)));
 }
 
-/// What the judge is asked in the place of a matrix.
+/// The settings that the judge reads, which the feed takes from the matrix.
 struct ReportSettings {
   int preProcessingType;
   int noteOnQuantization;
@@ -94,7 +94,7 @@ bool fillFileTracks(zq_MidiReport& report, const MidiReadFindings& reading, cons
   return true;
 }
 
-/// Has the judge decide as it does for the feed, and notes what it found.
+/// Runs the judge as the feed does, and stores its findings.
 void fillTrack(zq_MidiTrack& to, MidiTrackJudge& judge, const ZQMidiObjectTrack& track, int index, int chordThreshold) {
   MidiTrackVerdict verdict = judge.takeUp(&track, index);
   to.index = index;

@@ -1,16 +1,16 @@
-// The report on a MIDI file: the reader, the pairing and the feed's judgement of tracks, run without a matrix.
+// The report on a MIDI file: reader, pairing and track judge of the feed, run without a matrix.
 #pragma once
 
 #include <zmatrix/zq_types.h>
 
 namespace zmatrix {
 
-/// Null if memory has run out. The caller releases it with deleteMidiReport.
+/// Null if memory runs out. The caller releases the report with deleteMidiReport.
 zq_MidiReport* createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze,
                                 const unsigned char* channelFilter);
 void deleteMidiReport(zq_MidiReport* report);
 
-/// A few words; empty for a number that isn't one.
+/// A short text; empty for an undefined number.
 const char* textOfMidiEnd(int end);
 const char* textOfMidiVerdict(int verdict);
 

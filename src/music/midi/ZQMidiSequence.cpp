@@ -16,12 +16,12 @@ int gridOf(int quantization) {
   return quantization > 0 ? quantaPerWholeNote / quantization : 0;
 }
 
-/// The nearest multiple, in steps of the grid.
+/// The nearest multiple of the grid, as a number of steps.
 int stepsOf(int quanta, int grid) {
   return intOfTime(static_cast<double>(quanta) / grid + 0.5);
 }
 
-/// Steps as quanta; wraps where an int doesn't hold them.
+/// Steps as quanta; the product wraps around.
 int quantaOf(int steps, int grid) {
   return static_cast<int>(static_cast<unsigned>(steps) * static_cast<unsigned>(grid));
 }
@@ -42,8 +42,8 @@ int durationOnGrid(int quanta, int quantization) {
   return grid;
 }
 
-MidiSequenceWriter::MidiSequenceWriter(const MidiSequenceForm& aForm, long long aLength, const char* aCaller)
-    : form(aForm), length(aLength), caller(aCaller), sequence{SystemOwned<int>(systemMallocArray<int>(aLength)), 0} {
+MidiSequenceWriter::MidiSequenceWriter(const MidiSequenceForm& sequenceForm, long long capacity, const char* callerName)
+    : form(sequenceForm), length(capacity), caller(callerName), sequence{SystemOwned<int>(systemMallocArray<int>(capacity)), 0} {
 }
 
 int MidiSequenceWriter::durationOf(int quanta) const {
@@ -52,7 +52,7 @@ int MidiSequenceWriter::durationOf(int quanta) const {
   return duration;
 }
 
-/// Warnings alone: the note stays as it is.
+/// Prints warnings; the note is not changed.
 void MidiSequenceWriter::warnAbout(int noteNumber, int noteOn) const {
   if (noteNumber >= noteNumbers) dbPrintf(0, "%s: illegal notenumber: %d\n", caller, noteNumber);
   if (noteOn < 0) dbPrintf(0, "%s: illegal quanta value: %d\n", caller, noteOn);

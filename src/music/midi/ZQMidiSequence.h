@@ -1,5 +1,5 @@
-// Notes as the integers that are learned: note number and start, then the duration and the sound for the types that have them,
-// with times on a grid.
+// Notes as the integers that are learned: note number and start, then duration and sound for the types that have them, with times
+// rounded to a grid.
 #pragma once
 
 #include <utility>
@@ -9,9 +9,9 @@
 
 namespace zmatrix {
 
-/// The nearest multiple of a grid of 12288 / `quantization` quanta. A quantization that gives no grid leaves the time as it is.
+/// The nearest multiple of a grid of 12288 / `quantization` quanta. A quantization without a grid leaves the time unchanged.
 int noteOnOnGrid(int quanta, int quantization);
-/// The same, but at least one step of the grid, with a message at level 4 for a duration of less.
+/// The same, but at least one step of the grid; a shorter duration gives a message at level 4.
 int durationOnGrid(int quanta, int quantization);
 
 struct MidiSequenceForm {
@@ -21,11 +21,11 @@ struct MidiSequenceForm {
 };
 
 struct MidiSequence {
-  SystemOwned<int> values;  ///< null if memory has run out
+  SystemOwned<int> values;  ///< null if memory runs out
   long long count = 0;      ///< integers written
 };
 
-/// A note as it is learned, times not yet on the grid.
+/// A note before its times are rounded to the grid.
 struct NoteToLearn {
   int noteNumber;
   int start;
@@ -33,11 +33,11 @@ struct NoteToLearn {
   int sound;
 };
 
-/// Puts notes into a sequence of a given length. Messages begin with the name of the caller.
+/// Writes notes into a sequence of a given length. Messages begin with the name of the caller.
 class MidiSequenceWriter {
  public:
-  MidiSequenceWriter(const MidiSequenceForm& aForm, long long aLength, const char* aCaller);
-  /// False if the sequence has no room for the note, or no memory.
+  MidiSequenceWriter(const MidiSequenceForm& sequenceForm, long long capacity, const char* callerName);
+  /// False if the sequence has no room for the note, or if memory runs out.
   bool add(const NoteToLearn& note);
   MidiSequence take() { return std::move(sequence); }
 
@@ -51,7 +51,7 @@ class MidiSequenceWriter {
   MidiSequence sequence;
 };
 
-/// The notes of a track, as many as `length` integers hold.
+/// The notes of a track, as many as fit into `length` integers.
 MidiSequence sequenceOfTrack(const ZQMidiObjectTrack& track, const MidiSequenceForm& form, long long length);
 
 }  // namespace zmatrix

@@ -1,6 +1,6 @@
-// Sorting of tracks by a number made of each element, in time proportional to their length: as they are made, of few
-// runs each in order, these are merged; else by digits. Elements of the same number keep
-// their order, so that a track is sorted alike on every system.
+// Sorting of tracks by a numeric key of each element, in linear time. Most tracks consist of a few ascending runs, which are
+// merged; other tracks are sorted by the digits of their keys. The sort is stable, so that results don't depend on the system's
+// library.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 
 namespace zmatrix {
 
-/// The bits of a time so that unsigned numbers are in the order of the times.
+/// Maps a time to an unsigned number so that the order is kept.
 constexpr uint64_t sortableBits(int time) {
   return static_cast<uint32_t>(time) ^ 0x80000000u;
 }
@@ -24,7 +24,7 @@ struct KeyedPointer {
   Element* element;
 };
 
-/// Sorts by keys below 2 to the 48, eight bits at a time from the lowest.
+/// Radix sort by keys below 2 to the 48, eight bits at a time from the lowest.
 template <class Element>
 void sortKeyedPointers(KeyedPointer<Element>* from, KeyedPointer<Element>* to, size_t count, Element** sorted) {
   constexpr int digits = 6, values = 256;
@@ -34,7 +34,7 @@ void sortKeyedPointers(KeyedPointer<Element>* from, KeyedPointer<Element>* to, s
   }
   for (int digit = 0; digit < digits; digit++) {
     size_t* places = occurrences[digit];
-    if (places[from[0].key >> (8 * digit) & 0xff] == count) continue;  // the same digit everywhere
+    if (places[from[0].key >> (8 * digit) & 0xff] == count) continue;  // all keys have the same digit here
     size_t place = 0;
     for (int value = 0; value < values; value++) {
       const size_t number = places[value];
@@ -47,7 +47,7 @@ void sortKeyedPointers(KeyedPointer<Element>* from, KeyedPointer<Element>* to, s
   for (size_t i = 0; i < count; i++) sorted[i] = from[i].element;
 }
 
-/// The ascending runs that an array is made of, as their ends; 0 for more than `mostRuns`.
+/// Finds the ascending runs of an array, as their ends; returns 0 if there are more than `mostRuns`.
 template <class Element>
 size_t findRuns(const KeyedPointer<Element>* keyed, size_t count, size_t mostRuns, size_t* ends) {
   size_t runs = 0;
@@ -59,7 +59,7 @@ size_t findRuns(const KeyedPointer<Element>* keyed, size_t count, size_t mostRun
   return runs;
 }
 
-/// Merges neighbouring runs until one is left; `ends` are the runs' ends.
+/// Merges neighbouring runs until one is left; `ends` holds the ends of the runs.
 template <class Element>
 void mergeRuns(KeyedPointer<Element>* from, KeyedPointer<Element>* to, size_t count, size_t* ends, size_t runs,
                Element** sorted) {
@@ -77,8 +77,8 @@ void mergeRuns(KeyedPointer<Element>* from, KeyedPointer<Element>* to, size_t co
   for (size_t i = 0; i < count; i++) sorted[i] = from[i].element;
 }
 
-/// Moves each element down to its place among those before it. Gives up, the array still holding all elements, when one has far
-/// to go or all together take more than a few steps an element.
+/// Insertion sort. Gives up, with all elements still in the array, when an element has to move far or all together need more than
+/// a few steps per element.
 template <class Element, class KeyOf>
 bool sortNearlySorted(Element** elements, size_t count, KeyOf keyOf) {
   constexpr size_t mostStepsOfElement = 32;
@@ -101,7 +101,7 @@ bool sortNearlySorted(Element** elements, size_t count, KeyOf keyOf) {
   return true;
 }
 
-/// Sorts by `keyOf(element)`, a number below 2 to the 48. Tracks are nearly in order as a rule.
+/// Sorts by `keyOf(element)`, a number below 2 to the 48. Most tracks are nearly in order.
 template <class Element, class KeyOf>
 void sortPointersByKey(Element** elements, int numberOfElements, KeyOf keyOf) {
   if (elements == nullptr || numberOfElements < 2) return;
@@ -114,7 +114,7 @@ void sortPointersByKey(Element** elements, int numberOfElements, KeyOf keyOf) {
     return;
   }
   for (size_t i = 0; i < count; i++) keyed[i] = {keyOf(elements[i]), elements[i]};
-  constexpr size_t mostRuns = 16;  // beyond that digits are faster
+  constexpr size_t mostRuns = 16;  // with more runs the radix sort is faster
   size_t ends[mostRuns];
   const size_t runs = findRuns(keyed.get(), count, mostRuns, ends);
   if (runs > 0) return mergeRuns(keyed.get(), keyed.get() + count, count, ends, runs, elements);

@@ -3,7 +3,7 @@
 namespace {
 
 struct Sound {
-  int lastProgram;  // the row holds for all programs behind the row before, up to this one
+  int lastProgram;  // the row covers the programs behind the row before, up to this one
   int soundID;
   float tonality;
 };
@@ -40,7 +40,7 @@ constexpr int numberOfOtherNames = 5;
 constexpr const char* namesOfSubTypes[numberOfOtherNames] = {"Undefined", "Monophon", "Polyphon", "Percussion", "Multichannel"};
 constexpr const char* namesOfStyles[numberOfOtherNames] = {"Undefined", "Rock", "Pop", "Jazz", "Classic"};
 
-/// The row of a program that is not above the last row's.
+/// The row of a program, which must be at most the last row's.
 template <class Row>
 const Row& rowOf(const Row* row, int program) {
   while (row->lastProgram < program) row++;

@@ -1,17 +1,17 @@
-// The classes of sound that the 128 programs of General MIDI fall into, 0 to 15, and the way back; and the names of
-// sounds, textures and styles.
+// The classes of sound, 0 to 15, of the 128 programs of General MIDI, and a program for each sound; and the names of sounds,
+// textures and styles.
 #pragma once
 
-/// The sound of a program, 0 to 127; 0 above that. `tonality`: how far the sound has a pitch, 0.0 to 1.0, or null. No program
-/// has sound 9: that comes from channel 9 alone.
+/// The sound of a program, 0 to 127; 0 above that. `tonality`: how tonal the sound is, 0.0 to 1.0; may be null. No program has
+/// sound 9: it belongs to channel 9 alone.
 int getSoundIDFromGMProgramChange(unsigned char program, double* tonality);
 
-/// A program that stands for a sound; -1 for sounds without one and for anything outside 0 to 15. It doesn't invert the table
-/// above everywhere: program 27 has sound 4, 28 sound 2.
+/// A program that represents a sound; -1 for sounds without one and outside 0 to 15. It is not an exact inverse of the table
+/// above: program 27 has sound 4, 28 sound 2.
 int getGMProgramChangeIDFromSoundID(int soundID);
 
-/// How much of a sound is left after each step of time, and its tonality, which differs from the one above for programs 99 and
-/// 100. 0.997 and 1.0 outside 0 to 127. `tonality` may be null.
+/// The factor by which a sound decays in each step of time, and its tonality, which differs from the one above for programs 99
+/// and 100. 0.997 and 1.0 outside 0 to 127. `tonality` may be null.
 double getDecayFactorAndTonalityFromGMProgramChange(int program, double* tonality);
 
 namespace zmatrix {

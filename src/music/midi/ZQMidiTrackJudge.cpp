@@ -3,16 +3,9 @@
 #include <algorithm>
 
 #include "frame/ZQDebugChannel.h"
+#include "sequence/ZQPreprocessing.h"
 
 namespace zmatrix {
-
-namespace {
-
-constexpr int drumSound = 9;
-constexpr MidiFeedSettings tripleSettings = {ZQPreProcessingTypeMidiTriple_NDMT, 3, ZQMatrixTypeMIDITriple_NDMT};
-constexpr MidiFeedSettings quadrupleSettings = {ZQPreProcessingTypeMidiGMQuadruple_NDMTS, 4, ZQMatrixTypeMIDIGMQuadruple_NDMTS};
-
-}  // namespace
 
 const MidiFeedTexts mediumMidiFeedTexts = {
     0,
@@ -51,7 +44,7 @@ MidiTrackJudge::MidiTrackJudge(const ZQMidiTrackList& list, const MidiFeedSettin
   signatures = list.getMidiTimeSignatureFromTrackList(&nom, &denom);
 }
 
-/// The integers of the sequence. With an unknown type the length of the track before stands.
+/// Sets the number of integers of the sequence. With an unknown type the length of the track before is kept.
 bool MidiTrackJudge::findLength() {
   const int type = present.preProcessingType, dimension = present.coordinateDimension;
   const bool isPair = type == 1 || type == ZQPreProcessingTypeMidiNoteAndModQuanta;
@@ -81,8 +74,8 @@ bool MidiTrackJudge::isToBeDowngraded() const {
   return sounds <= 1 && sound != drumSound && start.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
 }
 
-MidiTrackVerdict MidiTrackJudge::takeUp(const ZQMidiObjectTrack* aTrack, int index) {
-  track = aTrack;
+MidiTrackVerdict MidiTrackJudge::takeUp(const ZQMidiObjectTrack* nextTrack, int index) {
+  track = nextTrack;
   trackIndex = index;
   notes = track == nullptr ? 0 : static_cast<int>(std::count_if(track->begin(), track->end(), [](const ZQMidiObject* object) {
     return object != nullptr && object->isNote();

@@ -1,5 +1,5 @@
-// Decides of each object track of a file whether it is learned and as what: the rules that the feed follows and that a report
-// tells. It knows no matrix: the settings that the feed keeps in the global block stand here while a file is worked through.
+// Decides for each object track of a file whether and as what it is learned: the rules of the feed, also used by the report. It
+// needs no matrix: it holds the settings that the feed keeps in the global block while it works on a file.
 #pragma once
 
 #include "frame/ZQSentence.h"
@@ -8,7 +8,7 @@
 
 namespace zmatrix {
 
-/// Why a track is not learned. Hosts see the numbers.
+/// Why a track is not learned. The numbers are part of the host interface.
 enum class MidiTrackVerdict {
   taken = 0,
   tooFewNotes = 1,
@@ -26,12 +26,15 @@ struct MidiFeedSettings {
   int matrixType = 0;
 };
 
-/// In what the tiers' messages differ.
+constexpr MidiFeedSettings tripleSettings = {ZQPreProcessingTypeMidiTriple_NDMT, 3, ZQMatrixTypeMIDITriple_NDMT};
+constexpr MidiFeedSettings quadrupleSettings = {ZQPreProcessingTypeMidiGMQuadruple_NDMTS, 4, ZQMatrixTypeMIDIGMQuadruple_NDMTS};
+
+/// The messages that differ between tiers.
 struct MidiFeedTexts {
   int levelOfCannotOpen;
   ZQSentence<int> description;
   ZQSentence<int> suspiciousSettings;
-  bool suspiciousSettingsShowDimension;  ///< else they show the preprocessing type
+  bool suspiciousSettingsShowDimension;  ///< else the preprocessing type is shown
   ZQSentence<int> dimensionIsNotThree;
   ZQSentence<int> dimensionIsNotFour;
 };
@@ -39,28 +42,28 @@ struct MidiFeedTexts {
 extern const MidiFeedTexts mediumMidiFeedTexts;
 extern const MidiFeedTexts fullMidiFeedTexts;
 
-/// The integers of a note under a preprocessing type.
+/// The number of integers per note of a preprocessing type.
 int coordinatesOfNote(int preProcessingType);
-/// The settings that go with a preprocessing type.
+/// The three settings of a preprocessing type.
 MidiFeedSettings midiSettingsFor(int preProcessingType);
 
-/// True for notes that are learned: those of sounds 14 and 15 are left out.
+/// True for notes that are learned: those of sounds 14 and 15 are not.
 inline bool isLearned(const ZQMidiObject& object) {
   return object.isNote() && object.getSoundID() != ZQMatrixSoundPercussive && object.getSoundID() != ZQMatrixSoundEffects;
 }
 
 class MidiTrackJudge {
  public:
-  /// `threshold`: the quanta within which notes make a chord.
+  /// `threshold`: notes that start within this many quanta make a chord.
   MidiTrackJudge(const ZQMidiTrackList& list, const MidiFeedSettings& start, int threshold, const char* fileName,
                  const MidiFeedTexts& texts);
 
-  /// Takes up a track: counts its notes, finds its sound and what it is to be learned as. Changes the settings for a track with
-  /// drums, or of a single sound, where the others are quadruples or not.
-  MidiTrackVerdict takeUp(const ZQMidiObjectTrack* track, int index);
-  /// Meter and texture. A track that fails here leaves the settings as takeUp() made them, for all tracks behind it.
+  /// Begins with a track: counts its notes, finds its sound and how it is learned. Switches the settings to quadruples for a
+  /// track with drums, and from quadruples to triples for a track of a single other sound.
+  MidiTrackVerdict takeUp(const ZQMidiObjectTrack* nextTrack, int index);
+  /// Finds meter and texture. After a failure the settings stay as takeUp() set them, for all tracks that follow.
   MidiTrackVerdict findMeter();
-  /// Puts the settings back behind a track that was learned.
+  /// Restores the settings after a track was learned.
   void finish();
 
   const MidiFeedSettings& settings() const { return present; }
@@ -87,7 +90,7 @@ class MidiTrackJudge {
 
   const ZQMidiObjectTrack* track = nullptr;
   int trackIndex = 0;
-  int signatures = 0;  // of the file; 1 once a track has come through
+  int signatures = 0;  // number of time signatures of the file; set to 1 once a track was accepted
   int nom = 0;
   int denom = 0;
   int notes = 0;

@@ -17,16 +17,16 @@ constexpr int percussionSound = 9;
 struct DeleteOnlyReferences {
   void operator()(ZQMidiObjectTrack* track) const { deleteZQMidiObjectTrackOnlyReferences(track); }
 };
-/// A track whose objects belong to others.
+/// A track that does not own its objects.
 using TrackOfReferences = std::unique_ptr<ZQMidiObjectTrack, DeleteOnlyReferences>;
 
-/// Closes the gap at an index; one outside the range counts as the first or the last.
+/// Removes the track at an index; one outside the range means the first or the last.
 template <class Track>
 void removeTrackAt(ZQPointerArray<Track>& tracks, int index) {
   tracks.removeAt(tracks.holds(index) ? index : index < 0 ? 0 : tracks.getCount() - 1);
 }
 
-/// Gives each note the sound that its channel has at its start. The objects are those of the single tracks.
+/// Gives each note the sound of its channel at the note's start. The objects belong to the single tracks.
 void giveNotesTheirSounds(ZQMidiObjectTrack& merged) {
   unsigned char soundOfChannel[ZQMidiTrackList::numberOfChannels] = {};
   for (ZQMidiObject* object : merged) {
@@ -126,7 +126,7 @@ bool ZQMidiTrackList::pairAllTracks(const int* statusFilter, const unsigned char
   return true;
 }
 
-/// References to all objects but those of track 0, in order of start.
+/// Appends references to all objects except those of track 0, in order of start.
 bool ZQMidiTrackList::collectObjects(ZQMidiObjectTrack* merged) const {
   long long count = 0;
   for (int i = 1; i < objectTracks.getCount(); i++) count += objectTracks.at(i)->getCount();
@@ -138,7 +138,7 @@ bool ZQMidiTrackList::collectObjects(ZQMidiObjectTrack* merged) const {
   return true;
 }
 
-/// The merged track takes the objects over from the single tracks, which go.
+/// Replaces the single tracks by the merged track, which takes over their objects.
 bool ZQMidiTrackList::replaceByMergedTrack(ZQMidiObjectTrack* merged) {
   if (objectTracks.getCount() < 2) return objectTracks.add(merged);
   for (int i = objectTracks.getCount() - 1; i >= 2; i--) deleteMidiObjectTrackAtIndexOnlyReferences(i);
@@ -206,11 +206,11 @@ void deleteZQMidiTrackList(ZQMidiTrackList* list) {
   delete list;
 }
 
-// --- back to events
+// --- conversion of objects to events
 
 namespace {
 
-/// Adds a channel event; false if memory has run out.
+/// Adds a channel event; false if memory runs out.
 bool addChannelEvent(ZQMidiEventTrack* events, int time, int byteCount, int status, unsigned char b2, unsigned char b3) {
   ZQMidiEvent* event = createZQMidiEvent();
   if (event == nullptr) return false;
@@ -221,7 +221,7 @@ bool addChannelEvent(ZQMidiEventTrack* events, int time, int byteCount, int stat
   return false;
 }
 
-/// Gives each note the channel of its sound, where it has one, and counts the notes of each.
+/// Gives each note the channel of its sound, if there is one, and counts the notes per channel.
 void giveNotesTheirChannels(ZQMidiObjectTrack& objects, int* notesOnChannel) {
   for (ZQMidiObject* object : objects) {
     if (object->getType() >= 2) {
@@ -235,7 +235,7 @@ void giveNotesTheirChannels(ZQMidiObjectTrack& objects, int* notesOnChannel) {
   }
 }
 
-/// A program change at time 0 for each channel with notes but channel 0, and always one for channel 9.
+/// Adds a program change at time 0 for each channel with notes except channel 0, and always for channel 9.
 bool addPrograms(ZQMidiEventTrack* events, const int* notesOnChannel) {
   for (int channel = 1; channel < ZQMidiTrackList::numberOfChannels; channel++) {
     if (notesOnChannel[channel] == 0 && channel != percussionChannel) continue;

@@ -1,6 +1,5 @@
-// The tracks of one MIDI file: as events, as they stand in the file, and as objects, made from them. Event track 0 holds the meta
-// events of the whole file; the others hold channel events, each at the index that its track has in the file. The list owns all
-// its tracks.
+// The tracks of one MIDI file: as events in file order, and as objects made from them. Event track 0 holds the meta events of the
+// whole file; the others hold channel events, each at the index of its track in the file. The list owns all its tracks.
 #pragma once
 
 #include "music/midi/ZQMidiEventTrack.h"
@@ -10,11 +9,11 @@ namespace zmatrix {
 
 struct MidiPairingFindings;
 
-/// What becomes of object tracks once they are made: `midiTrackAnalyze`.
+/// Which object tracks are kept: `midiTrackAnalyze`.
 enum ZQMidiTrackAnalyze : int {
-  ZQMidiTrackAnalyzeSingle = 0,          ///< each track by itself
-  ZQMidiTrackAnalyzeMerged = 1,          ///< all tracks as one
-  ZQMidiTrackAnalyzeSingleAndMerged = 2  ///< both; of a file with one track of notes that one alone
+  ZQMidiTrackAnalyzeSingle = 0,          ///< each track separately
+  ZQMidiTrackAnalyzeMerged = 1,          ///< all tracks merged into one
+  ZQMidiTrackAnalyzeSingleAndMerged = 2  ///< both; a file with one track of notes has that one only
 };
 
 class ZQMidiTrackList {
@@ -26,40 +25,40 @@ class ZQMidiTrackList {
   ZQMidiTrackList() = default;
   ~ZQMidiTrackList();
 
-  /// Sets the list up anew; tracks that were in it are not released.
+  /// Empties the list without releasing its tracks.
   void init();
-  /// Append a track and take it over; null is ignored. False, and the track still the caller's, if memory has run out.
+  /// Append a track and take ownership; null is ignored. False if memory runs out; then the caller keeps the track.
   bool addMidiEventTrack(ZQMidiEventTrack* track) { return track == nullptr || eventTracks.add(track); }
   bool addMidiObjectTrack(ZQMidiObjectTrack* track) { return track == nullptr || objectTracks.add(track); }
-  /// Appends empty event tracks until the list holds `index`; false if memory has run out.
+  /// Appends empty event tracks until `index` is in range; false if memory runs out.
   bool extendEventTracksTo(int index);
   int getNumberOfMidiEventTracks() const { return eventTracks.getCount(); }
   int getNumberOfMidiObjectTracks() const { return objectTracks.getCount(); }
   /// Null outside the range.
   ZQMidiEventTrack* getMidiEventTrackAtIndex(int index) const { return eventTracks.at(index); }
   ZQMidiObjectTrack* getMidiObjectTrackAtIndex(int index) const { return objectTracks.at(index); }
-  /// Inside the range release the track and its elements. The count falls by 1 for an index outside the range too, while there
-  /// is a track, as it does in an object track.
+  /// Release the track at `index` with its elements. For an index below the range the first track is removed, for one above it
+  /// the last, without releasing it, as in an object track.
   void deleteMidiEventTrackAtIndex(int index);
   void deleteMidiObjectTrackAtIndex(int index);
-  /// As before, but the objects of the track are left to whoever holds them.
+  /// The same without releasing the objects of the track.
   void deleteMidiObjectTrackAtIndexOnlyReferences(int index);
   void deleteAllMidiEventTracks();
   void deleteAllMidiObjectTracks();
 
-  /// Makes the object tracks anew from the event tracks: pairs each track, gives each note the sound of its channel, and merges
-  /// as `midiTrackAnalyze` says. A filter drops what its entry, of a status or a channel, is not 0 for. `statusFilter`: 8 values;
-  /// `channelFilter`: 16. `findings`, if not null, gets an entry an event track. False if memory has run out.
+  /// Makes new object tracks from the event tracks: pairs each track, gives each note the sound of its channel, and merges as
+  /// `midiTrackAnalyze` says. An event is dropped if the filter entry of its status or channel is not 0. `statusFilter`: 8
+  /// values; `channelFilter`: 16. `findings`, if not null, gets one entry per event track. False if memory runs out.
   bool updateMIDIObjectTracksFromMIDIEventTracks(const int* statusFilter, const unsigned char* channelFilter,
                                                  int midiTrackAnalyze, MidiPairingFindings* findings = nullptr);
-  /// One track of it, in order of start. `nom` and `denom` get the first time signature, if there is one. Null if memory has run
-  /// out.
+  /// The object track of one event track, in order of start. `nom` and `denom` get the first time signature, if there is one.
+  /// Null if memory runs out.
   ZQMidiObjectTrack* createMIDIObjectTrackFromMidiEventTrack(const ZQMidiEventTrack* track, const int* statusFilter,
                                                              const unsigned char* channelFilter, int* numberOfChannels,
                                                              int* hasPercussion, int* nom, int* denom,
                                                              MidiPairingFindings* findings = nullptr) const;
-  /// The first time signature of event track 0. Result: 0 without a track, which leaves both as they are, or without a
-  /// signature, else 1 and one more for each that differs from the first.
+  /// The first time signature of event track 0. Result: 0 without a signature, or without a track, where `nom` and `denom` are
+  /// unchanged; else 1, plus one for each signature that differs from the first.
   int getMidiTimeSignatureFromTrackList(int* nom, int* denom) const;
 
   ZQMidiEventTrack** getMidiEventTrackList() const { return eventTracks.begin(); }
@@ -81,14 +80,14 @@ class ZQMidiTrackList {
   ZQPointerArray<ZQMidiObjectTrack> objectTracks{firstCapacity};
 };
 
-/// An empty list, or null if memory has run out.
+/// An empty list, or null if memory runs out.
 ZQMidiTrackList* createZQMidiTrackList();
 /// Releases the list, its tracks and their elements; null is ignored.
 void deleteZQMidiTrackList(ZQMidiTrackList* list);
 
 /// Replaces the notes and program changes of an event track by those of an object track: each note's channel is its sound, and
-/// each channel that is used gets a program for it at time 0. Sounds 14 and 15 keep their channel, and channel 0 has no program.
-/// False, and the event track incomplete, if memory has run out.
+/// each used channel gets a program change at time 0. Sounds 14 and 15 keep their channel, and channel 0 gets no program. False,
+/// with an incomplete event track, if memory runs out.
 bool updateEventTrackFromObjectTrack(ZQMidiEventTrack* events, ZQMidiObjectTrack* objects);
 
 }  // namespace zmatrix

@@ -20,7 +20,8 @@ constexpr int percussionChannel = 9;
 constexpr int channels = 16;
 constexpr int numberOfSounds = 16;
 
-/// A program of the sound. The sounds without a pitch of their own have none that stands for them: the first of each does.
+/// A program that represents the sound. Percussive sounds and effects have none in the table of sounds; they get the first
+/// program of their class.
 unsigned char programOf(int sound) {
   constexpr unsigned char timpani = 47, rain = 96;
   if (sound == ZQMatrixSoundPercussive) return timpani;
@@ -28,10 +29,10 @@ unsigned char programOf(int sound) {
   return static_cast<unsigned char>(std::max(getGMProgramChangeIDFromSoundID(sound), 0));
 }
 
-/// A score with a part for each sound, in the order in which they come in.
+/// A score with one part per sound, in the order of their first notes.
 class SoundParts {
  public:
-  explicit SoundParts(ScoreBuilder& aBuilder) : builder(aBuilder) { parts.fill(none); }
+  explicit SoundParts(ScoreBuilder& scoreBuilder) : builder(scoreBuilder) { parts.fill(none); }
 
   int partOf(int sound) {
     int& part = parts[static_cast<size_t>(sound)];
@@ -82,7 +83,7 @@ zq_Score* createGeneratedScore(ZQMatrixMedium* matrix, int numberOfObjex, double
   GeneratedMidi music(matrix);
   outcome = music.check();
   if (outcome != 1) return nullptr;
-  outcome = outOfMemory;  // unless all goes well, thrown from below too
+  outcome = outOfMemory;  // also the result if an exception is thrown below
   if (!music.composeNotes(numberOfObjex)) return nullptr;
   ScoreBuilder builder(zq_ScoreGenerated);
   builder.score().state = zq_ScoreRead;

@@ -8,7 +8,8 @@ class ZQMatrixMedium;
 
 namespace zmatrix {
 
-/// Null, with the result, if the current sub-matrix can't be read as music. Throws std::bad_alloc where memory runs out.
+/// Null, with the negative result in *result, if the current sub-matrix can't generate music. Throws std::bad_alloc if memory
+/// runs out.
 zq_Score* createGeneratedScore(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result);
 
 }  // namespace zmatrix

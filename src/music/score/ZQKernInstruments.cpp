@@ -12,7 +12,7 @@ struct Instrument {
   int program;
 };
 
-// By code. An instrument without a program of its own has that of a near relative.
+// Sorted by code. An instrument without a General MIDI program has that of a similar instrument.
 constexpr Instrument instruments[] = {
     {"accor", 21},  {"alto", 52},   {"anvil", 14},  {"archl", 24},  {"armon", 22},  {"arpa", 46},   {"bagpI", 109},
     {"bagpS", 109}, {"banjo", 105}, {"barit", 52},  {"baset", 71},  {"bass", 52},   {"bdrum", 117}, {"bguit", 33},

@@ -6,7 +6,7 @@ namespace zmatrix {
 
 namespace {
 
-constexpr size_t mostColumns = 1 << 18;  // so that a file of splits alone can't ask for all memory
+constexpr size_t mostColumns = 1 << 18;  // bounds the memory of a file that consists of splits
 constexpr int mostVoices = 256;
 
 }  // namespace
@@ -95,7 +95,7 @@ void KernScoreColumns::followAdd(KernColumn&& column, const ScoreTime& now) {
   next_.push_back(std::move(added));
 }
 
-/// Neighbours that join become the first of them. Returns the last of them.
+/// Joins neighbouring columns into the first of them. Returns the index of the last of them.
 size_t KernScoreColumns::followJoin(const std::vector<std::string_view>& tokens, size_t first, long long line) {
   const size_t count = std::min(tokens.size(), columns_.size());
   size_t last = first;
@@ -114,7 +114,7 @@ size_t KernScoreColumns::followJoin(const std::vector<std::string_view>& tokens,
 void KernScoreColumns::join(KernColumn& to, KernColumn&& from) {
   leave(from);
   if (!from.isKern() || !to.isKern()) return;
-  // A sub-spine that ended earlier waits for the others.
+  // The joined column continues at the latest end of its sub-spines.
   if (to.end < from.end) {
     to.end = from.end;
     to.onset = from.onset;
@@ -126,7 +126,7 @@ void KernScoreColumns::join(KernColumn& to, KernColumn&& from) {
   to.lastNote = std::max(to.lastNote, from.lastNote);
 }
 
-/// Two spines of a record change places.
+/// Exchanges two spines of a record.
 void KernScoreColumns::exchange(const std::vector<std::string_view>& tokens, long long line) {
   const auto end = tokens.begin() + static_cast<std::ptrdiff_t>(std::min(tokens.size(), columns_.size()));
   const auto first = std::find(tokens.begin(), end, "*x");
@@ -138,7 +138,7 @@ void KernScoreColumns::exchange(const std::vector<std::string_view>& tokens, lon
   std::swap(columns_[static_cast<size_t>(first - tokens.begin())], columns_[static_cast<size_t>(second - tokens.begin())]);
 }
 
-/// Sub-spines of a part count from left to right.
+/// Numbers the sub-spines of each part from left to right.
 void KernScoreColumns::numberVoices() {
   for (const KernColumn& column : columns_) {
     if (column.isKern()) parts_.at(column.part).numberedVoices = 0;

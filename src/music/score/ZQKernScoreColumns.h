@@ -1,5 +1,5 @@
-// The columns of a kern record, and how spine paths split, join, exchange, add and end them. A column carries all that belongs to
-// its spine, so that an exchange or a join of neighbours takes nothing from it.
+// The columns of a kern record, and how spine paths split, join, exchange, add and end them. All state of a spine is in its
+// column, so that an exchange or a join of neighbours keeps it.
 #pragma once
 
 #include <string_view>
@@ -10,25 +10,25 @@
 
 namespace zmatrix {
 
-/// A grace note until the note that it leads to is known.
+/// A grace note whose main note is not known yet.
 struct KernGrace {
   long long note;
-  int group;  ///< from 1: notes of one token are one
+  int group;  ///< from 1; the notes of one token are one group
   bool opensTie;
 };
 
 struct KernColumn {
-  ScoreTime onset;  ///< of the last token that took time
-  ScoreTime end;    ///< of it
+  ScoreTime onset;  ///< of the last token with a duration
+  ScoreTime end;    ///< of the same token
   long long lastNote = -1;
   std::vector<KernGrace> graces;
-  int part = -1;  ///< -1: no kern spine
-  int spine = 0;  ///< tells sub-spines apart
+  int part = -1;  ///< -1 for a spine that is not kern
+  int spine = 0;  ///< distinguishes sub-spines
   unsigned char voice = 0;
-  bool isDead = false;       ///< its time is beyond the latest
-  bool isFresh = false;      ///< added, and has had no token: it begins with whatever its first one stands beside
-  bool isLoose = false;      ///< split, and has had no token: what it split from may go on sounding in the other sub-spine
-  bool opensPhrase = false;  ///< a phrase begins with the next note
+  bool isDead = false;       ///< its time is beyond the latest representable time
+  bool isFresh = false;      ///< added, and still without a token: its time is that of the record of its first token
+  bool isLoose = false;      ///< split, and still without a token: the note before may be continued by the other sub-spine
+  bool opensPhrase = false;  ///< the next note begins a phrase
 
   bool isKern() const { return part >= 0; }
 };
@@ -41,11 +41,11 @@ class KernScoreColumns {
   KernColumn& at(int column) { return columns_[static_cast<size_t>(column)]; }
   const KernColumn& at(int column) const { return columns_[static_cast<size_t>(column)]; }
 
-  /// A section of so many columns, none of them kern; at most 262,144.
+  /// Begins a section with this many columns, none of them kern; at most 262,144.
   void begin(size_t numberOfColumns, const ScoreTime& onset);
-  /// Makes a column kern, or not.
+  /// Marks a column as kern or not.
   void setKern(int column, bool isKern);
-  /// Follows the paths of a record. `tokens` may be fewer than the columns, at `now`.
+  /// Carries out the paths of a record at the time `now`. There may be fewer `tokens` than columns.
   void follow(const std::vector<std::string_view>& tokens, long long line, const ScoreTime& now);
   void clear();
 

@@ -13,7 +13,7 @@ namespace {
 constexpr int numberOfChannels = 16;
 constexpr int percussionChannel = 9;
 
-/// Parts go round the channels of MIDI, but for the one of percussion.
+/// Parts are assigned to the MIDI channels in turn, except for the percussion channel.
 int channelOfPart(int part) {
   const int channel = part % (numberOfChannels - 1);
   return channel < percussionChannel ? channel : channel + 1;
@@ -54,7 +54,8 @@ void KernScoreParts::interpret(int part, std::string_view token, long long line,
   }
 }
 
-/// A name by *I, the part's program by its code, or by its class if there is no code.
+/// Reads an instrument: a name, or a code or class of instruments that selects the part's program. A code has precedence over a
+/// class.
 void KernScoreParts::readInstrument(int part, std::string_view text) {
   KernScorePart& of = at(part);
   if (text.starts_with('"')) {
@@ -79,7 +80,7 @@ void KernScoreParts::setProgram(KernScorePart& part, int program) {
   part.sound = static_cast<unsigned char>(getSoundIDFromGMProgramChange(part.program, nullptr));
 }
 
-/// *Ch3 gives the part a channel of MIDI.
+/// *Ch3 assigns a MIDI channel to the part.
 void KernScoreParts::readChannel(int part, std::string_view token, long long line, int column) {
   std::string_view text = token.substr(3);
   const bool hasNumber = !text.empty() && text[0] >= '0' && text[0] <= '9';
@@ -91,7 +92,7 @@ void KernScoreParts::readChannel(int part, std::string_view token, long long lin
   score_.setChannelOfPart(part, at(part).channel);
 }
 
-/// A signature and the key that it is meant for mostly stand in two records, and are one entry.
+/// A key signature and its key mostly stand in two records and make one entry.
 void KernScoreParts::readKey(int part, std::string_view token) {
   KernScorePart& of = at(part);
   int fifths = 0;
@@ -113,22 +114,22 @@ void KernScoreParts::wait(int part) {
   if (!at(part).hasMeter && !at(part).hasKey) waiting_.push_back(part);
 }
 
-template <class Says, class Enter>
-void KernScoreParts::enter(Says says, Enter enterOne) {
+template <class Agree, class Enter>
+void KernScoreParts::enter(Agree agree, Enter enterOne) {
   const KernScorePart* first = nullptr;
   int number = 0;
   bool areAlike = true;
   for (const int index : waiting_) {
     const KernScorePart& part = at(index);
-    if (!says(part, part)) continue;
+    if (!agree(part, part)) continue;
     if (first == nullptr) first = &part;
-    areAlike = areAlike && part.columns > 0 && says(part, *first);
+    areAlike = areAlike && part.columns > 0 && agree(part, *first);
     number++;
   }
   if (first == nullptr) return;
   if (areAlike && number == numberInUse_) return enterOne(*first, -1);
   for (const int index : waiting_) {
-    if (says(at(index), at(index))) enterOne(at(index), index);
+    if (agree(at(index), at(index))) enterOne(at(index), index);
   }
 }
 

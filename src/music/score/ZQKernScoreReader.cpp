@@ -134,7 +134,7 @@ void KernScoreReader::readExclusive(int column, std::string_view token) {
 }
 
 void KernScoreReader::readPaths() {
-  // A record that lacks most of its tokens says nothing about its spines.
+  // The paths of a record without most of its tokens are ignored.
   constexpr size_t mostColumnsPerToken = 4;
   if (tokens_.size() * mostColumnsPerToken < static_cast<size_t>(columns_.count())) return find(zq_ScoreBadPath, 1, tokens_[0]);
   for (int i = 0; i < columns_.count(); i++) settleGraces(columns_.at(i), columns_.at(i).end);
@@ -179,7 +179,7 @@ void KernScoreReader::readChord(int column, std::string_view token) {
     if (size > 0) {
       const std::string_view text = token.substr(0, size);
       const KernScoreToken note = parseKernScoreToken(text);
-      tellOddities(note, column, text);
+      reportOddities(note, column, text);
       if (note.kind != KernScoreKind::unreadable) {
         notes_.push_back(note);
         cell.isGrace = cell.isGrace && note.isGrace;
@@ -195,7 +195,7 @@ void KernScoreReader::readChord(int column, std::string_view token) {
   if (cell.endOfNotes > cell.firstNote) cells_.push_back(cell);
 }
 
-void KernScoreReader::tellOddities(const KernScoreToken& note, int column, std::string_view token) {
+void KernScoreReader::reportOddities(const KernScoreToken& note, int column, std::string_view token) {
   if (note.kind == KernScoreKind::note && !note.isRounded && !note.isOutOfRange && !note.isMovedByOctaves) return;
   if (note.kind == KernScoreKind::unreadable) find(zq_ScoreUnknownToken, column + 1, token);
   if (note.kind == KernScoreKind::unpitched) find(zq_ScoreUnpitched, column + 1, token);
@@ -224,9 +224,9 @@ void KernScoreReader::placeRecord() {
   if (!orphans_.empty()) placeOrphans();
 }
 
-/// The latest end of the spines that have a token here. If they differ something is wrong, and this way no notes of a spine
-/// overlap. Spines that have just been split or added don't count beside others. A record of grace notes is no later than the
-/// one before, and the notes wait for the one that they lead to.
+/// The latest end of the spines that have a token in this record. The ends differ only in a faulty file; the latest avoids
+/// overlapping notes within a spine. Spines that were just split or added count only if there are no others. A record of grace
+/// notes has the time of the record before; its notes are placed with their main note.
 ScoreTime KernScoreReader::timeOfRecord() const {
   ScoreTime time = now_, otherTime = now_;
   bool isTold = false;
@@ -265,12 +265,12 @@ void KernScoreReader::placeCell(const Cell& cell) {
   column.isFresh = column.isLoose = false;
   if (!column.graces.empty()) settleGraces(column, now_);
   column.onset = now_;
-  column.end = std::max(now_, settled(sumOf(now_, cell.duration), cell.column));  // rounding may go back
+  column.end = std::max(now_, settled(sumOf(now_, cell.duration), cell.column));  // rounding may move it back
   if (latest_ < column.end) latest_ = column.end;
   placeNotes(cell, now_);
 }
 
-// --- the way in
+// --- entry points
 
 namespace {
 
@@ -285,7 +285,7 @@ struct CloseFile {
   void operator()(FILE* file) const { fclose(file); }
 };
 
-/// False if the file breaks off.
+/// False if reading fails before the end of the file.
 bool readAll(FILE* file, std::vector<char>& bytes) {
   constexpr size_t firstSize = 1 << 16;
   size_t size = 0;

@@ -1,4 +1,4 @@
-// The exact reading of Humdrum **kern: times are fractions, as the published representation counts them.
+// The exact reading of Humdrum **kern: times are fractions, as in the published representation.
 #pragma once
 
 #include <string_view>
@@ -12,30 +12,30 @@
 
 namespace zmatrix {
 
-/// A record stands at one time: that at which the last tokens of its spines are over. Records in which no kern spine has a token
-/// that takes time, or a note, have none; what they say waits for the next one that has.
+/// A record has the time at which the tokens before it in its spines end. A record without a note or a duration in any kern spine
+/// has no time; its meters, keys, tempi and bar lines get the time of the next record that has one.
 class KernScoreReader {
  public:
   KernScoreReader(ScoreBuilder& score, int graceQuanta);
   void read(std::string_view text);
 
  private:
-  /// A token of the present record that is more than a null token.
+  /// A token of the current record other than a null token.
   struct Cell {
     int column;
     std::string_view text;
-    size_t firstNote, endOfNotes;  ///< in notes_
-    ScoreTime duration;            ///< that the spine takes; notes without one of their own have it too
+    size_t firstNote, endOfNotes;  ///< indices into notes_
+    ScoreTime duration;            ///< the spine advances by it; it is also that of notes without a duration of their own
     bool hasDuration;
-    bool isGrace;  ///< all its notes are grace notes
+    bool isGrace;  ///< all notes of the token are grace notes
   };
 
-  /// A note of the present record with its time.
+  /// A note of the current record with its time.
   struct PlacedNote {
     const Cell* cell;
     const KernScoreToken* token;
     ScoreTime onset, duration;
-    int group;  ///< of grace notes of its spine
+    int group;  ///< number of its group of grace notes in the spine
   };
 
   void readLine(std::string_view line);
@@ -49,7 +49,7 @@ class KernScoreReader {
   void readData(std::string_view line);
   void readToken(int column, std::string_view token);
   void readChord(int column, std::string_view token);
-  void tellOddities(const KernScoreToken& note, int column, std::string_view token);
+  void reportOddities(const KernScoreToken& note, int column, std::string_view token);
   void placeRecord();
   ScoreTime timeOfRecord() const;
   void enterWaiting(const ScoreTime& onset);
@@ -75,21 +75,21 @@ class KernScoreReader {
 
   long long line_ = 0;
   bool sawKern_ = false;
-  ScoreTime now_;                         // of the last record with a time
-  ScoreTime latest_;                      // end of all that there was
-  std::vector<long long> barLines_;       // lines of those that wait for the next record with a time
+  ScoreTime now_;                         // time of the last record that had one
+  ScoreTime latest_;                      // the latest end of all tokens
+  std::vector<long long> barLines_;       // lines of the bar lines that get the time of the next record
   std::vector<std::string_view> tokens_;  // of an interpretation record
   std::vector<Cell> cells_;
-  std::vector<KernScoreToken> notes_;  // of the cells
-  std::vector<PlacedNote> orphans_;    // notes that go on and that their part doesn't hold
+  std::vector<KernScoreToken> notes_;  // the notes of cells_
+  std::vector<PlacedNote> orphans_;    // tied notes without a held note in their part
 };
 
-/// Reads a **kern file. `graceQuanta`: 0, or the duration of a grace note in quanta of 3072 to the quarter, at most 49152. It
-/// begins so much before its main note, or each of a group a step before the next; the step is smaller where the token before
-/// is too short. All other notes keep their onset and duration.
-/// Result: the score, for deleteScore(); also for a file that isn't there or isn't kern (`state`). Null: out of memory.
+/// Reads a **kern file. `graceQuanta`: 0, or the duration of a grace note in quanta of 3072 to the quarter, at most 49152. A
+/// grace note begins this much before its main note, each further one of a group the same step earlier; the step is smaller where
+/// the token before is too short. All other notes keep their onset and duration. Result: the score, for deleteScore(), also for a
+/// missing file or one that isn't kern (see `state`). Null if memory runs out.
 zq_Score* createScoreFromKernFile(const char* path, int graceQuanta);
-/// The same of bytes in memory; null bytes are none.
+/// The same for bytes in memory; null means no bytes.
 zq_Score* createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta);
 
 }  // namespace zmatrix

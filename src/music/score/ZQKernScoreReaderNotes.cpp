@@ -1,4 +1,4 @@
-// The notes of a record, once its time is known: new ones, those that a tie goes on with, and grace notes.
+// Places the notes of a record once its time is known: new notes, tied notes, and grace notes.
 #include <algorithm>
 
 #include "music/score/ZQKernScoreReader.h"
@@ -54,7 +54,7 @@ void KernScoreReader::placeNote(const PlacedNote& placed) {
   orphans_.push_back(placed);
 }
 
-/// Only when all spines have taken what is theirs, a note may go on that is held in another part.
+/// After all spines have continued their own held notes, the remaining tied notes may continue notes held in other parts.
 void KernScoreReader::placeOrphans() {
   for (const PlacedNote& placed : orphans_) {
     const long long heldNote = ties_.takeOfAnyPart({placed.token->pitch, placed.onset, 0});
@@ -64,7 +64,7 @@ void KernScoreReader::placeOrphans() {
   orphans_.clear();
 }
 
-/// `heldNote`: the note that goes on, or -1 for a new one.
+/// `heldNote`: index of the note that is continued, or -1 for a new note.
 void KernScoreReader::enterNote(const PlacedNote& placed, long long heldNote) {
   const KernScoreToken& token = *placed.token;
   KernColumn& column = columns_.at(placed.cell->column);
@@ -110,7 +110,7 @@ void KernScoreReader::prolong(long long heldNote, const PlacedNote& placed) {
   column.opensPhrase = column.opensPhrase || placed.token->opensPhrase;
 }
 
-/// Gives the grace notes of a column their time: that of the note that they lead to, or steps before it.
+/// Places the grace notes of a column: at the onset of their main note, or in steps before it.
 void KernScoreReader::settleGraces(KernColumn& column, const ScoreTime& onset) {
   if (column.graces.empty()) return;
   const int groups = column.graces.back().group;

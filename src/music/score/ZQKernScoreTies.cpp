@@ -11,7 +11,7 @@ bool KernScoreTies::IsBefore::operator()(const KernTie& one, const KernTie& othe
 }
 
 long long KernScoreTies::take(const KernTie& tie, int spine) {
-  constexpr int mostLookedAt = 16;  // so that a chord of one pitch many times over can't slow the reading down
+  constexpr int mostLookedAt = 16;  // bounds the search in a chord that repeats one pitch many times
   const auto first = held_.lower_bound(tie);
   if (first == held_.end() || IsBefore()(tie, first->first)) return -1;
   auto found = first, other = first;

@@ -1,5 +1,5 @@
-// Notes of kern that a tie holds on to. A tie goes on where the held note ends, on the same pitch and in the same part, whatever
-// has become of the sub-spine by then, or in another part if nothing else fits: voices go from staff to staff.
+// Notes of kern that are held by a tie. A tie is continued at the end of the held note, on the same pitch and in the same part,
+// in any sub-spine, or else in another part: voices move between staves.
 #pragma once
 
 #include <map>
@@ -11,19 +11,19 @@ namespace zmatrix {
 
 struct KernTie {
   int pitch = 0;
-  ScoreTime end;  ///< of what was tied so far
+  ScoreTime end;  ///< the end of the notes tied so far
   int part = 0;
 };
 
 class KernScoreTies {
  public:
-  /// `spine` tells sub-spines apart; `note` is what take() gives.
+  /// `spine` distinguishes sub-spines; take() returns `note`.
   void hold(const KernTie& tie, int spine, long long note) { held_.emplace(tie, Held{spine, note}); }
-  /// Ends a held note of the part, if possible one of the same sub-spine; -1 if there is none.
+  /// Removes and returns a held note of the part, preferably of the same sub-spine; -1 if there is none.
   long long take(const KernTie& tie, int spine);
-  /// The same of any part.
+  /// The same for all parts.
   long long takeOfAnyPart(const KernTie& tie);
-  /// The notes that are still held, by index.
+  /// The indices of the notes that are still held.
   std::vector<long long> rest() const;
 
  private:

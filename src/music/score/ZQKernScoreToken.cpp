@@ -7,14 +7,14 @@ namespace zmatrix {
 namespace {
 
 constexpr long long largestNumber = 1LL << 40;
-constexpr int mostDots = 31;   // one more than a denominator can hold, so that more of them are told as rounding
-constexpr int mostZeros = 40;  // beyond the latest time
+constexpr int mostDots = 31;   // one more than a denominator can represent, so that a rounding is reported
+constexpr int mostZeros = 40;  // beyond the latest representable time
 
 bool isDigit(char character) {
   return character >= '0' && character <= '9';
 }
 
-/// Skips as many of a character as there are, and returns their number, or `most`.
+/// Skips all leading occurrences of a character; returns their number, at most `most`.
 int countLeading(std::string_view& text, char character, int most) {
   const size_t count = std::min(text.find_first_not_of(character), text.size());
   text.remove_prefix(count);
@@ -26,7 +26,7 @@ void takeDuration(std::string_view& text, KernScoreToken& token) {
   __int128 denominator = scanKernNumber(text);
   __int128 numerator = 1;
   if (denominator == 0) {
-    // A row of zeros: breve, longa, maxima.
+    // 0 is a breve, 00 a longa, 000 a maxima.
     std::string_view zeros = digits;
     numerator = static_cast<__int128>(1) << countLeading(zeros, '0', mostZeros);
     denominator = 1;
@@ -49,14 +49,14 @@ void takeDuration(std::string_view& text, KernScoreToken& token) {
   token.isOutOfRange = result.isOutOfRange;
 }
 
-/// The nearest note of the same name in 0 to 127.
+/// The note of the same name in 0 to 127 that is closest to `pitch`.
 int movedByOctaves(int pitch) {
   constexpr int lowestOfTopOctave = 116;
   if (pitch < 0) return (pitch % 12 + 12) % 12;
   return pitch > 127 ? lowestOfTopOctave + (pitch - lowestOfTopOctave) % 12 : pitch;
 }
 
-/// The letters of a token: which, how many, and what alters them.
+/// The letters of a token: the letter, its number, and its accidentals.
 struct Letters {
   char letter = 0;
   int count = 0;
@@ -150,7 +150,7 @@ KernScoreToken parseKernScoreToken(std::string_view text) {
   }
   if (token.isGrace) token.duration = {};
   if (isRest) {
-    // Letters of a rest tell where on the staff it stands.
+    // The letters of a rest give its position on the staff.
     token.kind = KernScoreKind::rest;
   } else if (letters.count > 0 && !letters.areMixed) {
     token.kind = KernScoreKind::note;

@@ -1,9 +1,9 @@
 #include "music/score/ZQKernSigns.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
+#include "frame/ZQDecimalNumber.h"
 #include "music/score/ZQKernScoreToken.h"
 
 namespace zmatrix {
@@ -24,7 +24,7 @@ bool skip(std::string_view& text, char character) {
 }
 
 bool scanDouble(std::string_view& text, double& number) {
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
+  const auto [end, error] = decimalFromChars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
   if (error != std::errc()) return false;
   text.remove_prefix(static_cast<size_t>(end - text.data()));
   return true;

@@ -32,7 +32,7 @@ bool hasName(const unsigned char* chunk, const char* name) {
   return memcmp(chunk, name, 4) == 0;
 }
 
-/// Reads a whole file that lies in memory.
+/// Reads a MIDI file in memory.
 class MidiScoreReader {
  public:
   MidiScoreReader(const unsigned char* bytes, size_t size) : begin_(bytes), end_(bytes + size), position_(bytes) {
@@ -59,7 +59,7 @@ class MidiScoreReader {
     reading_.builder.addFinding(kind, reading_.placeOf(place), 0);
   }
 
-  /// A MIDI file may be the data of a RIFF file. False if it is one without such data.
+  /// Finds the MIDI data of a RIFF file. False for a RIFF file without it.
   bool unwrap() {
     constexpr size_t sizeOfRiffHead = 12;
     if (bytesLeft() < sizeOfRiffHead || !hasName(begin_, "RIFF") || !hasName(begin_ + 8, "RMID")) return true;
@@ -76,7 +76,7 @@ class MidiScoreReader {
     return false;
   }
 
-  /// False if it is no MIDI file, or one whose events have no time. A file that ends in its head is cut short.
+  /// False if it is no MIDI file, or its division is unusable. A file that ends within its head counts as truncated.
   bool readHead() {
     zq_Score& score = reading_.builder.score();
     if (bytesLeft() < 4 || !hasName(position_, "MThd")) return false;
@@ -96,8 +96,8 @@ class MidiScoreReader {
     return true;
   }
 
-  /// Ticks to the quarter note, or with the highest bit frames to the second, negative, and ticks to the frame. 29 stands for the
-  /// 30000/1001 frames of colour television.
+  /// The division: ticks per quarter note, or, with the highest bit set, negative frames per second and ticks per frame. 29
+  /// stands for the 30000/1001 frames of colour television.
   bool setDivision(size_t division) {
     reading_.builder.score().division = static_cast<short>(division);
     MidiScoreTime& time = reading_.time;
@@ -152,7 +152,7 @@ class MidiScoreReader {
     offset_ = track.endTick();
   }
 
-  /// A piece that says no meter is in 4/4, whatever the piece before was in.
+  /// A piece without a meter is in 4/4, whatever the meter of the piece before.
   void resetMeter(size_t index, long long place) {
     auto& meters = reading_.signatures.meters;
     if (index == 0 || (meters[index - 1].numerator == 4 && meters[index - 1].denominator == 4)) return;
@@ -172,7 +172,7 @@ class MidiScoreReader {
   const unsigned char* placeOfTracks_ = nullptr;
   int tracksAnnounced_ = 0;
   int tracks_ = 0;
-  long long offset_ = 0;  ///< in ticks
+  long long offset_ = 0;  ///< of the current piece, in ticks
   bool isCutShort_ = false;
 };
 

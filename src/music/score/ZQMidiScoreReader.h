@@ -1,14 +1,13 @@
-// The exact reading of Standard MIDI Files: every note with its time as a fraction, whatever the division of the file. The format
-// is Standard MIDI Files 1.0, in a RIFF wrapping too. What files leave open or get wrong is decided so:
+// The exact reading of Standard MIDI Files: every note with its time as a fraction, for any division of the file. The format is
+// Standard MIDI Files 1.0, also inside RIFF. Decisions where files are ambiguous or faulty:
 //
 // - A part is a channel of a track. Notes are paired within their track, the first note-on of a channel and key with the first
 //   note-off.
-// - A channel has one program at a time, whichever track sets it: the latest change counts, and of those at one time the own
-//   track's. The tracks of format 2 are pieces of their own, which follow each other.
-// - Seconds (a division in frames) are written down at 120 quarter notes a minute; tempi say nothing there.
-// - Running status goes on behind meta and system events, where the format ends it: some writers count on that.
-// - A track chunk that is longer than the file ends with its end-of-track event. Everything else keeps to the length of its
-// chunk.
+// - A channel has one program at a time, set by any track: the latest change applies, and of several at the same time that of the
+//   note's own track. The tracks of format 2 are separate pieces, one after the other.
+// - With a division in frames, seconds are converted at 120 quarter notes per minute; tempi are ignored.
+// - Running status continues behind meta and system events, where the format ends it: some writers depend on that.
+// - A track chunk that is longer than the file ends with its end-of-track event. All other chunks end by their length.
 #pragma once
 
 #include <zmatrix/zq_types.h>

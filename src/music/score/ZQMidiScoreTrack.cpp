@@ -17,13 +17,13 @@ constexpr int mostSharps = 7;
 constexpr size_t longestName = 1024;
 constexpr double microsecondsPerMinute = 60e6;
 
-/// Data bytes of the system events without a length, 0xf1 to 0xf3; the others have none.
+/// The number of data bytes of a system event without a length, 0xf1 to 0xf3; 0 for the others.
 size_t dataBytesOf(unsigned char systemStatus) {
   if (systemStatus == 0xf2) return 2;
   return systemStatus == 0xf1 || systemStatus == 0xf3 ? 1 : 0;
 }
 
-/// Meta events that must have so many data bytes at least to say something. They may have more.
+/// The smallest number of data bytes with which a meta event is usable; it may have more.
 size_t bytesNeededBy(unsigned char metaType) {
   switch (metaType) {
     case metaChannelPrefix:
@@ -39,7 +39,7 @@ size_t bytesNeededBy(unsigned char metaType) {
   }
 }
 
-/// Sorts by onset, and drops what repeats the entry before.
+/// Sorts by onset, and drops entries that repeat the one before.
 template <class Entry, class Equal>
 void arrange(std::vector<Entry>& entries, Equal areEqual) {
   std::stable_sort(entries.begin(), entries.end(), [](const Entry& one, const Entry& other) { return one.onset < other.onset; });
@@ -90,7 +90,8 @@ void MidiScoreTrackReader::cut() {
   state_ = State::cut;
 }
 
-/// A number of seven bits a byte, of any length; what is too large for any use stays as it is. False if it is cut.
+/// Reads a variable-length quantity of any length, limited to a value that is too large for any use. False if the data end within
+/// it.
 inline bool MidiScoreTrackReader::readQuantity(unsigned long long& value) {
   constexpr unsigned long long largeEnough = 1ULL << 56;
   for (value = 0; position_ < end_;) {
@@ -123,7 +124,7 @@ inline void MidiScoreTrackReader::readEvent() {
   readChannelEvent();
 }
 
-/// There is no telling what data without a status are, nor which of them are times: the next status byte is an event at once.
+/// Data bytes without a status can't be interpreted: they are skipped up to the next status byte, whose event has no delta.
 void MidiScoreTrackReader::passOverData() {
   addFinding(zq_ScoreDataWithoutStatus, reading_.placeOf(position_));
   position_ = std::find_if(position_, end_, [](unsigned char byte) { return byte > largestDataByte; });
@@ -207,7 +208,7 @@ void MidiScoreTrackReader::readSystemEvent(unsigned char status) {
   position_ += size;
 }
 
-/// The length of what follows; false if that is not all in the chunk.
+/// Reads the length of an event's data; false if the data exceed the chunk.
 bool MidiScoreTrackReader::readLength(size_t& length) {
   unsigned long long value = 0;
   if (!readQuantity(value)) return false;
@@ -273,7 +274,7 @@ void MidiScoreTrackReader::takeKey(const unsigned char* data) {
   reading_.signatures.keys.push_back({onset(), fifths, data[1]});
 }
 
-/// The first name counts: some files say a text of another kind as a second one.
+/// The first name is used: some files have other texts in further name events.
 void MidiScoreTrackReader::takeName(unsigned char type, std::string_view text) {
   std::string& name = namedChannel_ >= 0      ? channels_[static_cast<size_t>(namedChannel_)].name
                       : type == metaTrackName ? trackName_
@@ -291,7 +292,7 @@ void MidiScoreTrackReader::endHeldNotes() {
   }
 }
 
-/// A name of the channel goes before that of the track, and that before the instrument of the track.
+/// The name of a part: that of its channel, else that of the track, else the instrument name of the track.
 void MidiScoreTrackReader::nameParts() {
   const std::string& nameOfTrack = trackName_.empty() ? instrumentName_ : trackName_;
   for (const Channel& channel : channels_) {

@@ -1,4 +1,4 @@
-// One track of a MIDI file on its way into a score.
+// Reads one track of a MIDI file into a score.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@
 
 namespace zmatrix {
 
-/// How the ticks of a file become fractions of a whole note: `tick * perTick / denominator`.
+/// Converts the ticks of a file to fractions of a whole note: `tick * perTick / denominator`.
 struct MidiScoreTime {
   long long perTick = 1;
   int denominator = 4;
@@ -19,7 +19,7 @@ struct MidiScoreTime {
   bool isInSeconds = false;
 };
 
-/// Meters, keys and tempi of all tracks, in the order of the file. Their onsets are in the unit of the notes.
+/// Meters, keys and tempi of all tracks, in the order of the file. Their onsets have the unit of the notes' onsets.
 struct MidiScoreSignatures {
   struct Meter {
     long long onset, place;
@@ -37,12 +37,12 @@ struct MidiScoreSignatures {
   std::vector<Key> keys;
   std::vector<Tempo> tempi;
 
-  /// Hands them over by time. What several tracks say alike counts once.
+  /// Adds them to the builder by time. Equal entries of several tracks are added once.
   void moveTo(ScoreBuilder& builder, const MidiScoreTime& time);
 };
 
-/// The notes that sound while a track is read: first in, first out for each channel and key. They are chained by what is their
-/// duration later.
+/// The sounding notes of a track: a first-in first-out queue per channel and key. The queues are linked through the duration
+/// field, which is set when a note ends.
 class MidiHeldNotes {
  public:
   static constexpr int numberOfKeys = 16 * 128;
@@ -60,7 +60,7 @@ class MidiHeldNotes {
     last_[key] = note;
     ++count_;
   }
-  /// The note that began first, which is no longer held; null if none is.
+  /// Removes the note that began first from the queue and returns it; null if there is none.
   zq_ScoreNote* release(ScoreBuilder& builder, size_t key) {
     if (first_[key] == none) return nullptr;
     zq_ScoreNote& note = builder.noteAt(first_[key]);
@@ -75,9 +75,9 @@ class MidiHeldNotes {
   long long count_ = 0;
 };
 
-/// What the tracks of a file share while they are read.
+/// The state that the tracks of a file share while they are read.
 struct MidiScoreReading {
-  const unsigned char* file = nullptr;  ///< its first byte: places count from here
+  const unsigned char* file = nullptr;  ///< its first byte; places are offsets from it
   ScoreBuilder builder{zq_ScoreMidi};
   MidiScoreTime time;
   MidiScoreSignatures signatures;
@@ -88,13 +88,13 @@ struct MidiScoreReading {
   long long placeOf(const unsigned char* byte) const { return byte - file; }
 };
 
-/// Reads the events of a chunk.
+/// Reads the events of a track chunk.
 class MidiScoreTrackReader {
  public:
-  /// Times begin at `offset` ticks. `sharesPrograms`: what it sets holds for other tracks too.
+  /// Times begin at `offset` ticks. `sharesPrograms`: program changes apply to other tracks too.
   MidiScoreTrackReader(MidiScoreReading& reading, int track, long long offset, bool sharesPrograms);
 
-  /// All events from `begin` to the end of the track, or to `end`.
+  /// Reads the events from `begin` to the end of the track, or to `end`.
   void read(const unsigned char* begin, const unsigned char* end);
 
   const unsigned char* position() const { return position_; }
@@ -143,11 +143,11 @@ class MidiScoreTrackReader {
   const bool sharesPrograms_;
   const unsigned char* position_ = nullptr;
   const unsigned char* end_ = nullptr;
-  const unsigned char* event_ = nullptr;  ///< the one that is read
+  const unsigned char* event_ = nullptr;  ///< the current event
   State state_ = State::reading;
   long long tick_;
-  unsigned char status_ = 0;  ///< the last of a channel; 0 for none yet
-  int namedChannel_ = -1;     ///< the channel that names are for, or -1
+  unsigned char status_ = 0;  ///< the last status of a channel event; 0 for none
+  int namedChannel_ = -1;     ///< the channel that name events apply to, or -1
   bool hasMeterAtStart_ = false;
   bool hasTempoAtStart_ = false;
   std::array<Channel, 16> channels_;

@@ -75,7 +75,7 @@ void MidiTrackBytes::putMetaEvent(unsigned char type, std::string_view data) {
   status_ = 0;
 }
 
-/// A pause longer than one event can tell is broken up by empty texts. Returns what is left of it.
+/// Splits a pause that exceeds the largest delta by empty text events. Returns the remaining delta.
 unsigned long long MidiTrackBytes::pause(unsigned long long delta) {
   for (; delta > largestQuantity && pauses_ <= mostPauses; delta -= largestQuantity, ++pauses_) {
     reserve(2 * largestShortEvent);

@@ -1,4 +1,4 @@
-// The bytes of a MIDI file while it is made, track after track.
+// Builds the bytes of a MIDI file, track after track.
 #pragma once
 
 #include <cstddef>
@@ -9,18 +9,18 @@
 
 namespace zmatrix {
 
-/// A MIDI file of format 1. Throws std::bad_alloc where memory runs out.
+/// A MIDI file of format 1. Throws std::bad_alloc if memory runs out.
 class MidiTrackBytes {
  public:
-  /// With room for so many bytes.
+  /// Reserves `expectedSize` bytes.
   explicit MidiTrackBytes(size_t expectedSize);
 
   void beginTrack();
   void endTrack();
-  /// Writes the head once all tracks are there.
+  /// Writes the head when all tracks are complete.
   void finish(int division);
 
-  /// Goes on to a tick, which is not before the last one, and begins an event there.
+  /// Begins an event at a tick, which is not before the last one.
   void moveTo(long long tick) {
     reserve(largestShortEvent);
     auto delta = static_cast<unsigned long long>(tick - tick_);
@@ -28,7 +28,7 @@ class MidiTrackBytes {
     tick_ = tick;
     putQuantity(static_cast<unsigned>(delta));
   }
-  /// A channel event; `status` stays for the next one.
+  /// Writes a channel event; `status` becomes the running status.
   void putChannelEvent(unsigned char status, unsigned char first, unsigned char second) {
     putStatus(status);
     put(first);
@@ -37,7 +37,7 @@ class MidiTrackBytes {
   void putProgramChange(unsigned char channel, unsigned char program);
   void putMetaEvent(unsigned char type, std::string_view data);
 
-  /// False if a track has more bytes or a file more tracks than can be told, or if there were too many long pauses.
+  /// False if a track or the number of tracks is too large for the format, or if there were too many long pauses.
   bool isPossible() const;
   int numberOfTracks() const { return tracks_; }
   const unsigned char* bytes() const { return bytes_.get(); }
@@ -68,7 +68,7 @@ class MidiTrackBytes {
 
   SystemOwned<unsigned char> bytes_;
   size_t size_ = 0, capacity_ = 0;
-  size_t track_ = 0;  ///< where it begins
+  size_t track_ = 0;  ///< position of its begin
   long long tick_ = 0;
   unsigned char status_ = 0;  ///< running status; 0 for none
   int tracks_ = 0;

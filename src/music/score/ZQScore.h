@@ -1,4 +1,4 @@
-// What a file of music says, exactly: one model for MIDI and kern, which hosts see as a plain structure.
+// The exact content of a file of music: one model for MIDI and kern, a plain structure for hosts.
 #pragma once
 
 #include <zmatrix/zq_types.h>
@@ -7,7 +7,7 @@ namespace zmatrix {
 
 void deleteScore(zq_Score* score);
 
-/// A few words; empty for a number that is no zq_ScoreFindingKind.
+/// A short text; empty for a number that is no zq_ScoreFindingKind.
 const char* textOfScoreFinding(int kind);
 
 }  // namespace zmatrix

@@ -33,7 +33,7 @@ void sortByOnset(std::vector<Entry>& entries) {
 
 }  // namespace
 
-/// The score with its storage; hosts see the plain structure that it begins with.
+/// The score with its storage. Hosts see the plain structure at its begin.
 struct ScoreBuilder::OwnedScore : zq_Score {
   OwnedScore() : zq_Score() {}
 
@@ -113,7 +113,8 @@ void ScoreBuilder::addFinding(zq_ScoreFindingKind kind, long long place, int col
   owned->findings_.push_back({place, kind, column, owned->keep(token.substr(0, longestToken))});
 }
 
-/// Notes go to their parts by counting. A reader mostly brings those of a part by onset, so that few parts need sorting.
+/// Notes are distributed to their parts by counting. Most readers deliver the notes of a part by onset, so that few parts need
+/// sorting.
 void ScoreBuilder::sortNotes() {
   std::vector<zq_ScoreNote>& notes = owned->notes_;
   for (const zq_ScoreNote& note : notes) ++owned->parts_[static_cast<size_t>(note.part)].numberOfNotes;
@@ -136,7 +137,7 @@ void ScoreBuilder::sortNotes() {
   }
 }
 
-/// What names a part that is left out is for none: a meter of a spine without notes says nothing about the others.
+/// Drops parts without notes, with their meters and keys: these say nothing about other parts.
 void ScoreBuilder::dropEmptyParts() {
   constexpr int dropped = -2;
   std::vector<int> newIndex(owned->parts_.size(), dropped);

@@ -1,4 +1,4 @@
-// A score while a reader makes it.
+// Builds a score for a reader.
 #pragma once
 
 #include <string_view>
@@ -8,7 +8,7 @@
 
 namespace zmatrix {
 
-/// Collects what a reader finds. Throws std::bad_alloc where memory runs out.
+/// Collects the notes and entries that a reader finds. Throws std::bad_alloc if memory runs out.
 class ScoreBuilder {
  public:
   explicit ScoreBuilder(zq_ScoreFormat format);
@@ -16,16 +16,16 @@ class ScoreBuilder {
   ScoreBuilder(const ScoreBuilder&) = delete;
   ScoreBuilder& operator=(const ScoreBuilder&) = delete;
 
-  /// What is not collected is set here: `midiFormat`, `division`, `state`.
+  /// The score, for fields that are not collected: `midiFormat`, `division`, `state`.
   zq_Score& score();
 
-  /// Room for so many notes at once. More may come.
+  /// Reserves room for `count` notes; more can follow.
   void reserveNotes(long long count);
-  /// Notes come in any order; the index of one stays until finish(). `part` is an index that addPart() gave.
+  /// Adds a note, in any order; its index is valid until finish(). `part` is an index from addPart().
   long long addNote(const zq_ScoreNote& note);
   zq_ScoreNote& noteAt(long long index);
   long long numberOfNotes() const;
-  /// Returns its index. A part that gets no note is left out of the score, and the others move up.
+  /// Returns the index of the part. Parts without notes are left out of the score; the indices of later parts then decrease.
   int addPart(int track, int channel);
   void setNameOfPart(int part, std::string_view name);
   void setChannelOfPart(int part, int channel);
@@ -33,11 +33,11 @@ class ScoreBuilder {
   void addKey(const ScoreTime& onset, int part, int fifths, bool isMinor);
   void addTempo(const ScoreTime& onset, double quartersPerMinute);
   void addBarLine(const ScoreTime& onset, long long place);
-  /// Counts the finding, and lists it while there are few.
+  /// Counts the finding; only the first ones are listed.
   void addFinding(zq_ScoreFindingKind kind, long long place, int column, std::string_view token = {});
 
-  /// Puts notes part after part, by onset and in the order in which they came, and everything else by onset. The caller owns the
-  /// score; the builder is empty from then on.
+  /// Sorts notes by part and onset, keeping the order of equal ones, and everything else by onset. The caller owns the score; the
+  /// builder is empty afterwards.
   zq_Score* finish();
 
  private:

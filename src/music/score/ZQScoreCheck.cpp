@@ -37,7 +37,7 @@ bool isThere(const Entry* entries, long long number) {
   return number == 0 || (number > 0 && entries != nullptr);
 }
 
-/// Every entry of an array has a valid onset, and passes the test.
+/// True if every entry of an array has a valid onset and passes the test.
 template <class Entry, class Test>
 bool areValid(const Entry* entries, long long number, Test test) {
   if (!isThere(entries, number)) return false;
@@ -47,7 +47,7 @@ bool areValid(const Entry* entries, long long number, Test test) {
   return true;
 }
 
-/// The index of the first note of a part that is wrong, or -1.
+/// The index of the first invalid note of a part, or -1.
 long long firstWrongNote(const zq_Score& score, int part) {
   const long long first = score.parts[part].firstNote, end = first + score.parts[part].numberOfNotes;
   for (long long i = first; i < end; ++i) {

@@ -33,7 +33,7 @@ const char* const causeTexts[] = {
 static_assert(sizeof causeTexts / sizeof *causeTexts == zq_ScoreNumberOfCauses);
 static_assert(sizeof(zq_ScoreFeedReport::leftOut) / sizeof(long long) == zq_ScoreNumberOfCauses);
 
-/// The report with its storage; hosts see the plain structure that it begins with.
+/// The report with its storage. Hosts see the plain structure at its begin.
 struct OwnedReport : zq_ScoreFeedReport {
   OwnedReport() : zq_ScoreFeedReport() {}
 
@@ -47,12 +47,12 @@ double meanOf(double sum, long long count) {
 long long kindsOf(const ScorePlan& plan) {
   std::set<KindOfRun> kinds;
   for (const PlannedRun& run : plan.runs) {
-    if (run.told.cause == zq_ScoreLearned) kinds.insert(run.kind());
+    if (run.reported.cause == zq_ScoreLearned) kinds.insert(run.kind());
   }
   return static_cast<long long>(kinds.size());
 }
 
-/// Each note counts once: as learned if any of its runs is, else by the cause of the first.
+/// Counts each note once: as learned if any of its runs is learned, else by the cause of the first run.
 void countNotes(const ScorePlan& plan, OwnedReport& report) {
   constexpr unsigned char unknown = zq_ScoreNumberOfCauses;
   std::vector<unsigned char> causes(plan.causes);
@@ -60,11 +60,11 @@ void countNotes(const ScorePlan& plan, OwnedReport& report) {
   for (const PlannedRun& run : plan.runs) {
     const auto mark = [&](long long note) {
       unsigned char& cause = causes[static_cast<size_t>(note)];
-      if (run.told.cause == zq_ScoreLearned || cause == unknown) cause = static_cast<unsigned char>(run.told.cause);
+      if (run.reported.cause == zq_ScoreLearned || cause == unknown) cause = static_cast<unsigned char>(run.reported.cause);
     };
     for (size_t i = run.first; i < run.first + run.count; ++i) mark(plan.notes[i].note);
     if (run.learnsLeading) mark(run.leading.note);
-    if (run.told.cause == zq_ScoreLearned) report.notesFed += run.told.notes;
+    if (run.reported.cause == zq_ScoreLearned) report.notesFed += run.reported.notes;
   }
   for (const unsigned char cause : causes) {
     if (cause == zq_ScoreLearned) {
@@ -90,13 +90,13 @@ zq_ScoreFeedReport* reportOf(const zq_Score& score, const ScorePlan& plan, int r
   report->meanOnsetMove = meanOf(plan.sumOfOnsetMoves, plan.notesMeasured);
   report->largestDurationMove = plan.largestDurationMove;
   report->meanDurationMove = meanOf(plan.sumOfDurationMoves, plan.notesMeasured - plan.notesWithoutDuration);
-  for (const PlannedRun& run : plan.runs) report->runs_.push_back(run.told);
+  for (const PlannedRun& run : plan.runs) report->runs_.push_back(run.reported);
   report->numberOfRuns = static_cast<long long>(report->runs_.size());
   report->runs = report->runs_.data();
   return report.release();
 }
 
-/// The report on a score of which nothing can be learned.
+/// The report on a score without any learnable note.
 zq_ScoreFeedReport* refusedReport(const zq_Score& score) {
   ScorePlan plan;
   plan.causes.assign(static_cast<size_t>(score.numberOfNotes), zq_ScoreNoMusicSettings);
@@ -115,7 +115,7 @@ bool isValid(const zq_Score* score) {
   return std::all_of(score->barLines, score->barLines + score->numberOfBarLines, isBarLineValid);
 }
 
-// --- into a matrix
+// --- feed
 
 template <class Matrix>
 zq_ScoreFeedSettings settingsOf(Matrix& matrix, int leavesOutPercussion) {
@@ -129,60 +129,56 @@ zq_ScoreFeedSettings settingsOf(Matrix& matrix, int leavesOutPercussion) {
   return settings;
 }
 
-constexpr long long mostSubMatrices =
-    4096;  // that are reserved for one score: each takes some kilobytes before it holds anything
+/// Reserved for one score at most: an empty sub-matrix takes some kilobytes.
+constexpr long long mostSubMatrices = 4096;
 
-/// One score on its way into a matrix. The global block is as it was behind it.
+/// The feed of one score. The global block is restored at the end.
 template <class Matrix>
 class ScoreFeed {
  public:
-  ScoreFeed(Matrix* aMatrix, const zq_Score& aScore, const char* name)
-      : matrix(aMatrix),
-        score(aScore),
-        fileName(name != nullptr ? name : ""),
-        keep(aMatrix),
-        before(globalMidiSettings(*aMatrix)) {}
+  ScoreFeed(Matrix* target, const zq_Score& source, const char* name)
+      : matrix(target), score(source), fileName(name != nullptr ? name : ""), keep(target), before(globalMidiSettings(*target)) {}
   ~ScoreFeed() { setGlobalMidiSettings(*matrix, before); }
   ScoreFeed(const ScoreFeed&) = delete;
   ScoreFeed& operator=(const ScoreFeed&) = delete;
 
-  /// The result of the last update. The plan's runs get their sub-matrix, or the cause why they have none.
+  /// Returns the result of the last update. The plan's runs get their sub-matrix, or the cause why they have none.
   int run(ScorePlan& plan) {
     reserve(static_cast<int>(std::min(kindsOf(plan), mostSubMatrices)));
     int result = 0;
     for (PlannedRun& run : plan.runs) {
-      if (run.told.cause == zq_ScoreLearned) feed(plan, run, &result);
+      if (run.reported.cause == zq_ScoreLearned) feed(plan, run, &result);
     }
     return result;
   }
 
  private:
-  /// More sub-matrices can be reserved only as long as none holds anything.
+  /// More sub-matrices can be reserved only while all are empty.
   void reserve(int needed) {
     if (matrix->getHighestOccupiedMatrixID() >= 0) return;
     if (needed > matrix->getMaxNumberOfMatrices()) matrix->setMaxNumberOfMatrices(needed);
   }
 
   void feed(const ScorePlan& plan, PlannedRun& run, int* result) {
-    setGlobalMidiSettings(*matrix, midiSettingsFor(run.told.preProcessingType));
+    setGlobalMidiSettings(*matrix, midiSettingsFor(run.reported.preProcessingType));
     if (!makeMatrixCurrent(run)) {
-      run.told.cause = zq_ScoreNoSubMatrix;
+      run.reported.cause = zq_ScoreNoSubMatrix;
       return;
     }
     applyMidiProperties(matrix, fileName, midiProfileTexts);
     describe(run);
     const std::vector<int> sequence = plan.sequenceOf(score, run);
-    const int coordinates = coordinatesOfNote(run.told.preProcessingType);
+    const int coordinates = coordinatesOfNote(run.reported.preProcessingType);
     *result = matrix->updateMatrixWithLongMIDISequence(sequence.data(), static_cast<int>(sequence.size()) / coordinates);
-    run.told.matrixID = matrix->getCurrentMatrixID();
+    run.reported.matrixID = matrix->getCurrentMatrixID();
     if (*result < 1) {
-      run.told.cause = zq_ScoreNotTaken;
+      run.reported.cause = zq_ScoreNotTaken;
     } else {
-      idOfKind[run.kind()] = run.told.matrixID;
+      idOfKind[run.kind()] = run.reported.matrixID;
     }
   }
 
-  /// All that tells runs apart has to agree: a sound or texture of 0 is one too.
+  /// All properties of the run's kind must match; here a sound or texture of 0 is a value, not a wildcard.
   bool makeMatrixCurrent(const PlannedRun& run) {
     const KindOfRun kind = run.kind();
     if (const auto known = idOfKind.find(kind); known != idOfKind.end()) {
@@ -205,13 +201,14 @@ class ScoreFeed {
 
   void describe(const PlannedRun& run) {
     auto* info = matrix->getMatrixInfo();
-    const LearnedTrack track{run.told.numerator, run.told.denominator, run.told.subType, run.told.soundID, run.told.part + 1};
+    const LearnedTrack track{run.reported.numerator, run.reported.denominator, run.reported.subType, run.reported.soundID,
+                             run.reported.part + 1};
     describeLearnedTrack(info, track, fileName);
     const int style = matrix->getGlobalMusicStyle();
     info->setMusicStyle(style);
     matrix->setMatrixDescription("Producer: 64-Bit, music read as scores, exactly");
     const NameOfLearnedTrack name = nameOfLearnedTrack(matrix->getCurrentMatrixID(), track, style);
-    const std::string entry = entryOfExactReading(name.text, run.told.quartersPerMinute) + fileName;
+    const std::string entry = entryOfExactReading(name.text, run.reported.quartersPerMinute) + fileName;
     if (entries.insert(entry).second) info->addNameOfUpdateFile(entry.c_str());
   }
 
@@ -221,7 +218,7 @@ class ScoreFeed {
   const KeepCurrentMatrixID<Matrix> keep;
   const MidiFeedSettings before;
   std::map<KindOfRun, int> idOfKind;
-  std::set<std::string> entries;  // of this score: one that several runs share stands in the history once
+  std::set<std::string> entries;  // of this score: an entry that several runs share is added once
 };
 
 template <class Matrix>

@@ -1,5 +1,5 @@
-// Learning from scores: each run of a score goes to the sub-matrix of its meter, texture, sound and coding, through the update
-// and the profiles that the feeds of files have. What comes of each note is reported.
+// Learning from scores: each run of a score is learned in the sub-matrix of its meter, texture, sound and coding, through the
+// update and the profiles of the file feeds. The result for each note is reported.
 #pragma once
 
 #include "music/score/ZQScore.h"
@@ -9,17 +9,17 @@ class ZQMatrixMedium;
 
 namespace zmatrix {
 
-/// Null for a null argument; throws std::bad_alloc where memory runs out, as the feeds below. For deleteScoreFeedReport().
+/// Null for a null argument. For deleteScoreFeedReport(). Throws std::bad_alloc if memory runs out, as do the feeds below.
 zq_ScoreFeedReport* createScoreFeedPlan(const zq_Score* score, const zq_ScoreFeedSettings* settings);
 zq_ScoreFeedReport* updateMatrixWithScore(ZQMatrixMedium* matrix, const zq_Score* score, const char* fileName,
                                           int leavesOutPercussion);
 zq_ScoreFeedReport* updateMatrixWithScore(ZQMatrix* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion);
 void deleteScoreFeedReport(zq_ScoreFeedReport* report);
 
-/// A few words; empty for a number that is no zq_ScoreCause.
+/// A short text; empty for a number that is no zq_ScoreCause.
 const char* textOfScoreCause(int cause);
 
-/// Of the current sub-matrix; 0 if none is known.
+/// The tempo learned in the current sub-matrix; 0 if none is known.
 double getLearnedTempo(ZQMatrixMedium* matrix);
 double getLearnedTempo(ZQMatrix* matrix);
 /// 0 no music, 1 classic, 2 exact, 3 both.

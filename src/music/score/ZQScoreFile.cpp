@@ -12,7 +12,7 @@ struct CloseFile {
   void operator()(FILE* file) const { fclose(file); }
 };
 
-/// The bytes of a file, or -1.
+/// The size of a file in bytes, or -1.
 long long sizeOf(FILE* file) {
   if (fseek(file, 0, SEEK_END) != 0) return -1;
   const long long size = ftell(file);

@@ -1,4 +1,4 @@
-// The bytes of a file of music.
+// Reads the bytes of a music file.
 #pragma once
 
 #include <cstddef>
@@ -7,12 +7,12 @@
 namespace zmatrix {
 
 struct ScoreFile {
-  bool isReadable = false;  ///< false for what can't be opened or is no regular file
+  bool isReadable = false;  ///< false if it can't be opened or is no regular file
   std::unique_ptr<unsigned char[]> bytes;
   size_t size = 0;
 };
 
-/// Reads a regular file whole. Throws std::bad_alloc where memory runs out. `path` may be null.
+/// Reads a whole regular file. `path` may be null. Throws std::bad_alloc if memory runs out.
 ScoreFile readScoreFile(const char* path);
 
 }  // namespace zmatrix

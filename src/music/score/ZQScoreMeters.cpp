@@ -6,7 +6,7 @@ namespace zmatrix {
 
 namespace {
 
-constexpr int mostBeats = 255;  // one byte of a MIDI file
+constexpr int mostBeats = 255;  // one byte in a MIDI file
 constexpr int smallestBeat = 32;
 
 ScoreTime onsetOf(const zq_ScoreMeter& meter) {
@@ -19,7 +19,7 @@ bool isOnBarLine(const ScoreTime& time, const MeterStretch& stretch) {
   return bars % (static_cast<__int128>(within.denominator) * stretch.numerator) == 0;
 }
 
-/// What is missing in the first bar, as its bar line comes before it is full; 0 if none comes early.
+/// The length that a first bar lacks if its bar line comes early, else 0.
 ScoreTime missingInFirstBar(const zq_Score& score, const ScoreTime& begin, const ScoreTime& barLength) {
   const zq_ScoreBarLine* const end = score.barLines + score.numberOfBarLines;
   const auto isBehind = [](const ScoreTime& time, const zq_ScoreBarLine& line) {
@@ -50,7 +50,7 @@ MeterStretches stretchesOf(const zq_Score& score, const std::vector<zq_ScoreMete
         last.isAssumed = false;
         continue;
       }
-      if (begin == last.begin) stretches.pop_back();  // the last of several at one place holds
+      if (begin == last.begin) stretches.pop_back();  // of several meters at the same time the last one is used
     }
     stretches.push_back(stretchOf(score, begin, meter.numerator, meter.denominator, false));
   }
@@ -66,7 +66,7 @@ BarMeter barMeterFor(int numerator, int denominator) {
   const int divisor = std::gcd(numerator, denominator);
   numerator /= divisor;
   denominator /= divisor;
-  // As many bars are joined as make the denominator a power of two, and one that is not too large.
+  // Joins as many bars as make the denominator a power of two that is not too large.
   denominator = std::min(denominator & -denominator, smallestBeat);
   return numerator <= mostBeats ? BarMeter{numerator, denominator} : BarMeter{};
 }

@@ -16,7 +16,7 @@ constexpr int noProgram = 128;
 constexpr int bitsOfKey = 7;
 constexpr size_t longestName = 1024;
 
-/// The program that a note must have, or `noProgram` if the file shall say none for it.
+/// The program for a note, or `noProgram` if the file should set none for it.
 int programOf(const zq_ScoreNote& note, int channel) {
   return note.program == 0 && (note.sound == 0 || channel == percussionChannel) ? noProgram : note.program;
 }
@@ -32,8 +32,8 @@ void ScoreMidiTracks::write() {
   for (int i = 0; i < score_.numberOfParts && bytes_.isPossible(); ++i) writePart(score_.parts[i]);
 }
 
-/// A program holds for its channel in all tracks. Where several tracks share a channel but not the program, each must say its own
-/// wherever it has notes; the change in the track of a note counts before all others at its time.
+/// A program applies to its channel in all tracks. Where several tracks share a channel but not the program, each must set its
+/// own program wherever it has notes; of several changes at one time the one in the note's own track applies.
 void ScoreMidiTracks::lookAtPrograms() {
   std::array<const zq_ScorePart*, 16> lastParts{};
   for (int i = 0; i < score_.numberOfParts; ++i) {
@@ -49,11 +49,11 @@ void ScoreMidiTracks::lookAtPrograms() {
   }
   for (size_t i = 0; i < channels_.size(); ++i) {
     Channel& channel = channels_[i];
-    if (channel.program == severalPrograms) channel.saysProgramsOften = channel.parts > 1 || needsSeveralTracks(*lastParts[i]);
+    if (channel.program == severalPrograms) channel.repeatsPrograms = channel.parts > 1 || needsSeveralTracks(*lastParts[i]);
   }
 }
 
-/// A copy of the ticks looks ahead, so that what moves is counted once.
+/// Works on a copy of the ticks, so that moved times are not counted twice.
 bool ScoreMidiTracks::needsSeveralTracks(const zq_ScorePart& part) const {
   ScoreTicks ticks = ticks_;
   Ends lastEnds{};
@@ -85,7 +85,8 @@ void ScoreMidiTracks::writePart(const zq_ScorePart& part) {
   if (!extraNotes_.empty()) writeExtraTracks(part);
 }
 
-/// The first one whose last note of this key doesn't end later. Those ends fall from track to track, so that it can be searched.
+/// The first extra track whose last note of this key doesn't end later. These ends decrease from track to track, so that binary
+/// search works.
 size_t ScoreMidiTracks::extraTrackFor(const zq_ScoreNote& note, long long end) {
   std::vector<long long>& ends = endsOfExtraTracks_[note.pitch];
   const auto found = std::lower_bound(ends.begin(), ends.end(), end, std::greater<>());
@@ -120,17 +121,17 @@ void ScoreMidiTracks::writeExtraTracks(const zq_ScorePart& part) {
 void ScoreMidiTracks::beginTrack(const zq_ScorePart& part) {
   bytes_.beginTrack();
   program_ = 0;
-  hasSaidProgram_ = false;
+  hasWrittenProgram_ = false;
   const std::string_view name = part.name != nullptr ? part.name : "";
   if (name.empty()) return;
   bytes_.moveTo(0);
   bytes_.putMetaEvent(metaTrackName, name.substr(0, longestName));
 }
 
-/// What ends at a tick ends before what begins there. A note without length ends at once.
+/// Notes that end at a tick are ended before new ones begin. A note without a duration ends at its onset.
 void ScoreMidiTracks::writeNote(const zq_ScorePart& part, const zq_ScoreNote& note, const ScoreTicks::Span& span) {
   endNotes(part.channel, span.onset);
-  sayProgram(part.channel, note, span.onset);
+  writeProgram(part.channel, note, span.onset);
   const auto status = static_cast<unsigned char>(noteOn | part.channel);
   bytes_.moveTo(span.onset);
   bytes_.putChannelEvent(status, note.pitch, note.velocity);
@@ -143,18 +144,18 @@ void ScoreMidiTracks::writeNote(const zq_ScorePart& part, const zq_ScoreNote& no
   std::push_heap(ends_.begin(), ends_.end(), std::greater<>());
 }
 
-void ScoreMidiTracks::sayProgram(int channel, const zq_ScoreNote& note, long long tick) {
-  const bool isNew = note.program != program_ || (!hasSaidProgram_ && programOf(note, channel) != noProgram);
-  const bool isStale = channels_[static_cast<size_t>(channel)].saysProgramsOften && (!hasSaidProgram_ || tick != tickOfProgram_);
+void ScoreMidiTracks::writeProgram(int channel, const zq_ScoreNote& note, long long tick) {
+  const bool isNew = note.program != program_ || (!hasWrittenProgram_ && programOf(note, channel) != noProgram);
+  const bool isStale = channels_[static_cast<size_t>(channel)].repeatsPrograms && (!hasWrittenProgram_ || tick != tickOfProgram_);
   if (!isNew && !isStale) return;
   bytes_.moveTo(tick);
   bytes_.putProgramChange(static_cast<unsigned char>(channel), note.program);
   program_ = note.program;
-  hasSaidProgram_ = true;
+  hasWrittenProgram_ = true;
   tickOfProgram_ = tick;
 }
 
-/// Ends the notes whose end is not behind `until`, by note-ons of no velocity, which need no status of their own.
+/// Ends the notes that end at `until` or before, by note-ons of velocity 0, which share the running status.
 void ScoreMidiTracks::endNotes(int channel, long long until) {
   while (!ends_.empty() && static_cast<long long>(ends_.front() >> bitsOfKey) <= until) {
     bytes_.moveTo(static_cast<long long>(ends_.front() >> bitsOfKey));

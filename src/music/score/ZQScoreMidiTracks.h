@@ -1,4 +1,4 @@
-// The notes of a score as tracks of a MIDI file.
+// Writes the notes of a score as tracks of a MIDI file.
 #pragma once
 
 #include <array>
@@ -13,12 +13,12 @@ namespace zmatrix {
 
 class ScoreMidiTracks {
  public:
-  /// The score is a valid one.
+  /// The score must be valid.
   ScoreMidiTracks(const zq_Score& score, ScoreTicks& ticks, MidiTrackBytes& bytes);
 
-  /// Writes the tracks of all parts; stops where the file can't be written any more.
+  /// Writes the tracks of all parts; stops when the file exceeds the format.
   void write();
-  /// Tracks beyond one a part.
+  /// The number of tracks beyond one per part.
   int extraTracks() const { return extraTracks_; }
 
  private:
@@ -28,12 +28,12 @@ class ScoreMidiTracks {
 
   struct Channel {
     int parts = 0;
-    int program = usualPrograms;  ///< of all notes; `severalPrograms` where they differ
-    bool saysProgramsOften = false;
+    int program = usualPrograms;  ///< the program of all notes, or `severalPrograms`
+    bool repeatsPrograms = false;
   };
-  /// A note that its part's first track can't have.
+  /// A note that can't be in the first track of its part.
   struct ExtraNote {
-    size_t track;  ///< from 0, of the part's further ones
+    size_t track;  ///< from 0, among the extra tracks of the part
     long long index;
   };
 
@@ -44,7 +44,7 @@ class ScoreMidiTracks {
   size_t extraTrackFor(const zq_ScoreNote& note, long long end);
   void beginTrack(const zq_ScorePart& part);
   void writeNote(const zq_ScorePart& part, const zq_ScoreNote& note, const ScoreTicks::Span& span);
-  void sayProgram(int channel, const zq_ScoreNote& note, long long tick);
+  void writeProgram(int channel, const zq_ScoreNote& note, long long tick);
   void endNotes(int channel, long long until);
   void endTrack(int channel);
 
@@ -54,15 +54,15 @@ class ScoreMidiTracks {
   std::array<Channel, 16> channels_;
   int extraTracks_ = 0;
 
-  // Of the track that is written.
-  std::vector<uint64_t> ends_;  ///< a heap of the notes that sound: tick and key
+  // State of the current track.
+  std::vector<uint64_t> ends_;  ///< a heap of the sounding notes: tick and key
   int program_ = 0;
-  bool hasSaidProgram_ = false;
+  bool hasWrittenProgram_ = false;
   long long tickOfProgram_ = 0;
 
-  // Of the part that is written.
+  // State of the current part.
   std::vector<ExtraNote> extraNotes_;
-  std::array<std::vector<long long>, numberOfKeys> endsOfExtraTracks_;  ///< of each key the last end in each, falling
+  std::array<std::vector<long long>, numberOfKeys> endsOfExtraTracks_;  ///< per key: last end in each extra track, descending
 };
 
 }  // namespace zmatrix

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <compare>
 #include <cstdio>
 #include <new>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "file/ZQSafeFile.h"
@@ -54,9 +54,11 @@ class SignatureTrack {
   struct Event {
     long long tick;
     unsigned char type;
-    std::string data;  // empty for what a MIDI file can't say
+    std::string data;  // empty if MIDI can't represent the entry
 
-    friend auto operator<=>(const Event&, const Event&) = default;
+    friend bool operator<(const Event& one, const Event& other) {
+      return std::tie(one.tick, one.type, one.data) < std::tie(other.tick, other.type, other.data);
+    }
   };
 
   void addTempo(const zq_ScoreTempo& tempo) {
@@ -81,8 +83,8 @@ class SignatureTrack {
     return {static_cast<char>(key.fifths), static_cast<char>(key.isMinor != 0)};
   }
 
-  /// A meter or key of a MIDI file holds for all of it: those of the whole score are taken, or, where there is none, those of the
-  /// first part that has some. What other parts say and the file doesn't is left out.
+  /// A meter or key applies to a whole MIDI file: those of the whole score are used, or, without any, those of the first part
+  /// that has some. Different ones of other parts are left out.
   template <class Signature>
   void addThose(const Signature* signatures, int number, std::string (*bytesOf)(const Signature&), unsigned char type) {
     if (number == 0) return;
@@ -139,7 +141,7 @@ bool store(const MidiTrackBytes& bytes, const char* path) {
          file.commit();
 }
 
-/// Makes the file of a score and hands its bytes on; returns what became of it.
+/// Makes the file of a score and passes its bytes to `take`; returns the result.
 template <class Taker>
 int writeScore(const zq_Score* score, zq_ScoreWriting* writing, Taker take) {
   zq_ScoreWriting result{};

@@ -1,8 +1,8 @@
 // Writing a score as a Standard MIDI File of format 1, so that reading it exactly gives the same notes again.
 //
-// Track 0 has tempi, meters and keys; then comes a track a part. Of notes of one channel and key the first one that begins is the
-// first that ends when a track is read, so that a note that ends before an earlier one of its key goes to a second track. Parts
-// that share a channel but not their program say their program anew wherever they have notes.
+// Track 0 has tempi, meters and keys; then comes one track per part. A reader ends notes of one channel and key in the order in
+// which they begin, so that a note that ends before an earlier one of its key is written to a second track. Parts that share a
+// channel but not their program set the program anew wherever they have notes.
 #pragma once
 
 #include <zmatrix/zq_types.h>

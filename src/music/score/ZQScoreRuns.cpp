@@ -12,11 +12,11 @@ namespace zmatrix {
 namespace {
 
 constexpr long long longestRest = 32;         // bars: each bar of a rest becomes a bar marker
-constexpr long long latestInRun = 1 << 30;    // quanta, so that sums of two fit an int
-constexpr long long mostMarkers = 900000;     // of a run; the preprocessing takes a million
-constexpr size_t mostNotesOfRun = 100000000;  // whose coordinates fit an int's count
+constexpr long long latestInRun = 1 << 30;    // quanta, so that the sum of two fits an int
+constexpr long long mostMarkers = 900000;     // of a run; the preprocessing accepts a million
+constexpr size_t mostNotesOfRun = 100000000;  // so that the number of coordinates fits an int
 
-/// The nearest step of a grid, half a step going up, in steps.
+/// The nearest step of a grid, as a number of steps; half steps are rounded up.
 long long nearestStep(__int128 numerator, __int128 denominator, long long stepsPerWholeNote) {
   const __int128 doubled = 2 * numerator * stepsPerWholeNote + denominator;
   const __int128 divisor = 2 * denominator;
@@ -29,7 +29,7 @@ class Grid {
   explicit Grid(int quantization)
       : step(std::max(quantaPerWholeNote / std::max(quantization, 1), 1)), isExact(quantaPerWholeNote % step == 0) {}
 
-  /// The nearest multiple, in quanta.
+  /// The nearest multiple of the grid, in quanta.
   long long at(__int128 numerator, __int128 denominator) const {
     if (isExact) return nearestStep(numerator, denominator, quantaPerWholeNote / step) * step;
     const long long quanta = nearestStep(numerator, denominator, quantaPerWholeNote);
@@ -39,10 +39,10 @@ class Grid {
   const long long step;
 
  private:
-  const bool isExact;  // the steps divide a whole note
+  const bool isExact;  // the grid divides a whole note evenly
 };
 
-/// How far the grid moves a time.
+/// How far rounding to the grid moves a time, in quanta.
 double moveOf(long long onGrid, __int128 numerator, __int128 denominator) {
   const __int128 difference = static_cast<__int128>(onGrid) * denominator - numerator * quantaPerWholeNote;
   return std::fabs(static_cast<double>(difference) / static_cast<double>(denominator));
@@ -50,11 +50,11 @@ double moveOf(long long onGrid, __int128 numerator, __int128 denominator) {
 
 struct TimedNote {
   long long note;
-  long long start;  // quanta from the begin of the stretch, not yet cut to a run
+  long long start;  // quanta from the begin of the stretch, not yet divided into runs
   long long duration;
 };
 
-/// Whether notes that are learned together are one at a time, and of what they are.
+/// Whether the notes of a run sound one at a time, and what sounds they have.
 struct TextureOfRun {
   bool hasDrums = false;
   bool hasOthers = false;
@@ -72,13 +72,13 @@ struct TextureOfRun {
 
 class ScorePlanner {
  public:
-  ScorePlanner(const zq_Score& aScore, const zq_ScoreFeedSettings& theSettings)
-      : score(aScore),
-        settings(theSettings),
-        onsets(theSettings.noteOnQuantization),
-        durations(theSettings.durationQuantization),
-        meters(aScore),
-        isPlanned(static_cast<size_t>(aScore.numberOfNotes), false) {
+  ScorePlanner(const zq_Score& source, const zq_ScoreFeedSettings& feedSettings)
+      : score(source),
+        settings(feedSettings),
+        onsets(feedSettings.noteOnQuantization),
+        durations(feedSettings.durationQuantization),
+        meters(source),
+        isPlanned(static_cast<size_t>(source.numberOfNotes), false) {
     plan.causes.assign(isPlanned.size(), zq_ScoreLearned);
   }
 
@@ -140,7 +140,7 @@ class ScorePlanner {
     return std::max(durations.at(note.duration, note.durationDenominator), durations.step);
   }
 
-  /// The onset from the begin of a stretch, as a fraction.
+  /// The onset relative to the begin of a stretch, as a fraction.
   struct Exact {
     __int128 numerator, denominator;
   };
@@ -152,7 +152,7 @@ class ScorePlanner {
             static_cast<__int128>(onset.denominator) * stretch.shift.denominator};
   }
 
-  /// Each note is measured once, in the first run that it comes to.
+  /// Rounds a note to the grid. A note's rounding is counted once, in its first run.
   TimedNote timed(long long index, const MeterStretch& stretch) {
     const zq_ScoreNote& note = noteAt(index);
     const Exact onset = exactOnset(index, stretch);
@@ -197,11 +197,11 @@ class ScorePlanner {
       if (run.count == 0) continue;  // its note is learned with the next run
       judge(run);
       const bool isOfOnePart = part == merged && settings.midiTrackAnalyze != ZQMidiTrackAnalyzeMerged && !hasSeveralParts(run);
-      if (!isOfOnePart) plan.runs.push_back(run);  // else the part alone has learned it
+      if (!isOfOnePart) plan.runs.push_back(run);  // else it is the same as the run of that part
     }
   }
 
-  /// Notes that begin together are in the order of their pitch, so that a chord always looks alike.
+  /// Notes that begin at the same time are ordered by pitch, so that equal chords give equal sequences.
   struct Order {
     long long start;
     int pitch, sound;
@@ -239,37 +239,38 @@ class ScorePlanner {
   PlannedRun newRun(int part, const MeterStretch& stretch, long long firstNote) const {
     PlannedRun run;
     run.first = plan.notes.size();
-    run.told.onset = noteAt(firstNote).onset;
-    run.told.onsetDenominator = noteAt(firstNote).onsetDenominator;
-    run.told.part = part;
-    run.told.numerator = stretch.bars.numerator;
-    run.told.denominator = stretch.bars.denominator;
-    run.told.writtenNumerator = stretch.numerator;
-    run.told.writtenDenominator = stretch.denominator;
-    run.told.hasAssumedMeter = stretch.isAssumed ? 1 : 0;
-    run.told.matrixID = -1;
-    if (stretch.bars.numerator == 0) run.told.cause = zq_ScoreMeterOutOfRange;
+    run.reported.onset = noteAt(firstNote).onset;
+    run.reported.onsetDenominator = noteAt(firstNote).onsetDenominator;
+    run.reported.part = part;
+    run.reported.numerator = stretch.bars.numerator;
+    run.reported.denominator = stretch.bars.denominator;
+    run.reported.writtenNumerator = stretch.numerator;
+    run.reported.writtenDenominator = stretch.denominator;
+    run.reported.hasAssumedMeter = stretch.isAssumed ? 1 : 0;
+    run.reported.matrixID = -1;
+    if (stretch.bars.numerator == 0) run.reported.cause = zq_ScoreMeterOutOfRange;
     return run;
   }
 
-  /// A run of one note has no step to learn. The note before gives it one; the first note of all gives one to the run behind it.
+  /// A run of one note has no step to learn: the note before it is put in front. A single first note is put in front of the
+  /// second run and learned there.
   void joinSingleNotes(std::vector<PlannedRun>& runs, const std::vector<const MeterStretch*>& stretchOfRun) {
     for (size_t i = 1; i < runs.size(); ++i) {
       const PlannedRun& before = runs[i - 1];
-      const bool joinsFirst = i == 1 && before.count == 1 && before.told.cause == zq_ScoreLearned;
-      if (runs[i].told.cause != zq_ScoreLearned || (runs[i].count > 1 && !joinsFirst)) continue;
+      const bool joinsFirst = i == 1 && before.count == 1 && before.reported.cause == zq_ScoreLearned;
+      if (runs[i].reported.cause != zq_ScoreLearned || (runs[i].count > 1 && !joinsFirst)) continue;
       lead(runs[i], plan.notes[before.first + before.count - 1], *stretchOfRun[i]);
       if (!joinsFirst) continue;
       runs[i].learnsLeading = true;
       runs[0].count = 0;
     }
     for (PlannedRun& run : runs) {
-      if (run.count == 1 && !run.hasLeading() && run.told.cause == zq_ScoreLearned) run.told.cause = zq_ScoreAlone;
+      if (run.count == 1 && !run.hasLeading() && run.reported.cause == zq_ScoreLearned) run.reported.cause = zq_ScoreAlone;
     }
   }
 
-  /// Puts a note before a run, as far before its first as it is in the score, or with all but the last bars of a long rest left
-  /// out, and moves the run by whole bars so that it begins behind 0.
+  /// Puts a note in front of a run, at its distance in the score; rests beyond the longest one are shortened by whole bars. The
+  /// run is moved by whole bars so that no time is negative.
   void lead(PlannedRun& run, const NoteOnGrid& note, const MeterStretch& stretch) {
     NoteOnGrid* const first = &plan.notes[run.first];
     const Exact lead = exactOnset(note.note, stretch), start = exactOnset(first->note, stretch);
@@ -310,7 +311,7 @@ class ScorePlanner {
     return texture;
   }
 
-  /// Drums need the sound of each note, as their pitch is an instrument; notes of one other sound don't.
+  /// Drums need the sound of each note, as their pitch selects an instrument; notes of a single other sound don't.
   int preProcessingFor(const TextureOfRun& texture) const {
     if (texture.hasDrums) return ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
     const bool isQuadruple = settings.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
@@ -319,13 +320,13 @@ class ScorePlanner {
 
   void judge(PlannedRun& run) const {
     const TextureOfRun texture = textureOf(run);
-    run.told.notes = static_cast<long long>(run.count) + (run.learnsLeading ? 1 : 0);
-    run.told.subType = texture.subType();
-    run.told.soundID = texture.hasSeveralSounds ? 0 : texture.sound;
-    run.told.preProcessingType = preProcessingFor(texture);
+    run.reported.notes = static_cast<long long>(run.count) + (run.learnsLeading ? 1 : 0);
+    run.reported.subType = texture.subType();
+    run.reported.soundID = texture.hasSeveralSounds ? 0 : texture.sound;
+    run.reported.preProcessingType = preProcessingFor(texture);
     const zq_ScoreNote& last = noteAt(plan.notes[run.first + run.count - 1].note);
     const ScoreTime end = sumOf({last.onset, last.onsetDenominator}, {last.duration, last.durationDenominator}).time;
-    run.told.quartersPerMinute = tempoBetween(score, {run.told.onset, run.told.onsetDenominator}, end);
+    run.reported.quartersPerMinute = tempoBetween(score, {run.reported.onset, run.reported.onsetDenominator}, end);
   }
 
   const zq_Score& score;
@@ -353,7 +354,7 @@ ScorePlan planScore(const zq_Score& score, const zq_ScoreFeedSettings& settings)
 }
 
 std::vector<int> ScorePlan::sequenceOf(const zq_Score& score, const PlannedRun& run) const {
-  const int coordinates = coordinatesOfNote(run.told.preProcessingType);
+  const int coordinates = coordinatesOfNote(run.reported.preProcessingType);
   std::vector<int> sequence;
   sequence.reserve((run.count + 1) * static_cast<size_t>(coordinates));
   const auto add = [&](const NoteOnGrid& timed) {

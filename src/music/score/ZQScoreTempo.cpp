@@ -12,8 +12,8 @@ namespace {
 constexpr std::string_view endOfEntry = "): ";
 constexpr std::string_view exactMark = ", exact";
 constexpr std::string_view tempoUnit = " quarters a minute";
-constexpr int mostTempi = 1000;            // of a run, that are taken one by one
-constexpr double highestTempo = 60000000;  // one quarter a microsecond
+constexpr int mostTempi = 1000;            // of a run; more are sampled
+constexpr double highestTempo = 60000000;  // one quarter per microsecond
 
 double wholeNotes(const ScoreTime& time) {
   return static_cast<double>(time.numerator) / time.denominator;
@@ -23,14 +23,14 @@ ScoreTime onsetOf(const zq_ScoreTempo& tempo) {
   return {tempo.onset, tempo.onsetDenominator};
 }
 
-/// "96.00", whatever the locale.
+/// The tempo as a text like "96.00", in every locale.
 std::string textOfTempo(double quartersPerMinute) {
   const long long hundredths = std::llround(std::clamp(quartersPerMinute, 0.01, highestTempo) * 100);
   const std::string fraction = std::to_string(hundredths % 100);
   return std::to_string(hundredths / 100) + (fraction.size() < 2 ? ".0" : ".") + fraction;
 }
 
-/// The number of such a text, 0 for any other.
+/// The tempo in such a text, 0 for any other text.
 double tempoOfText(std::string_view text) {
   if (text.size() < 4 || text.size() > 12 || text[text.size() - 3] != '.') return 0;
   long long hundredths = 0;
@@ -42,7 +42,7 @@ double tempoOfText(std::string_view text) {
   return static_cast<double>(hundredths) / 100;
 }
 
-/// Of very many tempi those at times of equal distance.
+/// The median of the tempi at equidistant times, for scores with very many tempi.
 double sampledTempo(const zq_Score& score, double begin, double end) {
   const auto isBehind = [](double time, const zq_ScoreTempo& tempo) { return time < wholeNotes(onsetOf(tempo)); };
   std::vector<double> samples;

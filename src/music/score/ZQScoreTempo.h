@@ -1,4 +1,4 @@
-// The tempo of music that is learned: found in the score, kept in the history of the sub-matrix, read from there.
+// The tempo of learned music: computed from the score, stored in the history of the sub-matrix, and read from there.
 #pragma once
 
 #include <string>
@@ -8,14 +8,14 @@
 
 namespace zmatrix {
 
-/// The tempo that half of the time between two onsets is slower than, in quarter notes a minute; 0 where the score says none.
+/// The median tempo over the time between two onsets, in quarter notes per minute; 0 if the score has none.
 double tempoBetween(const zq_Score& score, const ScoreTime& begin, const ScoreTime& end);
 
-/// The entry of a classic feed, "MatID0: 4/4, Monophon, Undefined, Piano (track1): ", as one of an exact reading:
-/// "... (track1, exact, 96.00 quarters a minute): ". A tempo of 0 is left out.
+/// Turns an entry of the classic feed, "MatID0: 4/4, Monophon, Undefined, Piano (track1): ", into one of an exact reading: "...
+/// (track1, exact, 96.00 quarters a minute): ". A tempo of 0 is left out.
 std::string entryOfExactReading(const char* entry, double quartersPerMinute);
 
-/// What the entries in the history of a sub-matrix say, a line each.
+/// The content of the history of a sub-matrix, one entry per line.
 struct LearnedReadings {
   bool hasClassic = false;
   bool hasExact = false;

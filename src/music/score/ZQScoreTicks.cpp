@@ -9,10 +9,10 @@ namespace {
 
 constexpr int largestDivision = 32767;
 constexpr int usualDivision = 480;
-constexpr int smallestDivision = 96;  // less is coarse for whoever edits the file
+constexpr int smallestDivision = 96;  // a smaller one is too coarse for editing
 constexpr int richDivision = 30240;   // 2^5 * 3^3 * 5 * 7
 
-/// Calls the visitor with all times of a score until it returns false.
+/// Calls the visitor with each time of a score until it returns false.
 template <class Visitor>
 bool allTimes(const zq_Score& score, Visitor visit) {
   const auto allOnsets = [&](const auto* entries, long long number) {
@@ -35,8 +35,8 @@ bool fits(const zq_Score& score, int division) {
   });
 }
 
-/// The smallest division for all times, or 0 if that is too large. `looksAtNumerators`: fractions are reduced first, which takes
-/// longer.
+/// The smallest division that represents all times, or 0 if it is too large. `looksAtNumerators`: reduces the fractions first,
+/// which is slower.
 int smallestDivisionFor(const zq_Score& score, bool looksAtNumerators) {
   long long division = 1;
   int last = 0;
@@ -81,7 +81,7 @@ ScoreTicks::Span ScoreTicks::exactSpanOf(const zq_ScoreNote& note) {
   return {onset, nearestTick(end, static_cast<__int128>(note.onsetDenominator) * note.durationDenominator)};
 }
 
-/// Numerators are below 2^93, so that nothing leaves 128 bits.
+/// Numerators are below 2^93, so that the products fit 128 bits.
 long long ScoreTicks::nearestTick(__int128 numerator, __int128 denominator) {
   const __int128 exact = numerator * ticksOfWhole_;
   const auto tick = static_cast<long long>((2 * exact + denominator) / (2 * denominator));

@@ -39,7 +39,7 @@ ScoreTimeResult scoreTime(__int128 numerator, __int128 denominator) {
 }
 
 ScoreTimeResult sumOf(const ScoreTime& one, const ScoreTime& other) {
-  // Most sums have a common denominator within the bound. They aren't reduced: the next one mostly has the same.
+  // Most sums have a common denominator within the bound. They aren't reduced: the next sum mostly has the same denominator.
   const long long common =
       one.denominator == other.denominator
           ? one.denominator

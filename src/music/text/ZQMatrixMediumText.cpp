@@ -1,4 +1,4 @@
-// Text of the medium tier: the shared telling, instantiated.
+// Text methods of the medium tier: instances of the shared templates.
 #include "music/text/ZQCharacterFeed.h"
 #include "music/text/ZQTextFeed.h"
 #include "music/text/ZQTextWriter.h"
@@ -11,14 +11,7 @@ struct TextTier<ZQMatrixMedium> {
   static constexpr ZQSentence<int> updateDescription =
       "Producer: %d-Bit Mac OS, lattix01.exe (CPP-Version), ANSI teext read fromFile ***************";
 
-  static int updateWithPhrase(ZQMatrixMedium* matrix, std::span<const int> phrase, int preProcessingType) {
-    int numberOfProcessedVectors = 0, numberOfOverwrites = 0;
-    return matrix->updateMatrixWithCombinedSequenceDebug(phrase.data(), static_cast<int>(phrase.size()), ZQMatrixTypeANSIText, 1,
-                                                         preProcessingType, 0, &numberOfProcessedVectors, &numberOfOverwrites,
-                                                         nullptr, nullptr, nullptr);
-  }
-
-  /// There is no level above.
+  /// The medium tier has no level above.
   static int updateLevelAbove(ZQMatrixMedium*, const int*, int, int result) { return result; }
 };
 
@@ -49,5 +42,5 @@ int ZQMatrixMedium::getMatrixIDForLanguage(int matrixType, int language, int pre
 }
 
 int ZQMatrixMedium::readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName) {
-  return zmatrix::readAnsiObjexsAndWriteToAnsiFileIn(this, numberOfObjex, fileName);
+  return zmatrix::readAnsiObjexsAndWriteToAnsiFileIn<zmatrix::CharacterOutput>(this, numberOfObjex, fileName);
 }

@@ -1,5 +1,5 @@
-// Text of the full tier: the shared telling, instantiated. A learned file is learned once more as words where symbols are in
-// use, and a sub-matrix of symbols writes the words that they stand for.
+// Text methods of the full tier: instances of the shared templates. Where symbols are in use, a learned file is learned a second
+// time as words, and a sub-matrix of symbols writes the words of its symbols.
 #include "frame/ZQSystemOwned.h"
 #include "music/text/ZQCharacterFeed.h"
 #include "music/text/ZQTextFeed.h"
@@ -13,32 +13,27 @@ struct TextTier<ZQMatrix> {
   static constexpr ZQSentence<int> updateDescription =
       "Producer: %d-Bit Mac OS Intel, (CPP-Version), ANSI text read fromFile ***************";
 
-  static int updateWithPhrase(ZQMatrix* matrix, std::span<const int> phrase, int preProcessingType) {
-    return matrix->updateMatrixWithCombinedSequence(phrase.data(), static_cast<int>(phrase.size()), ZQMatrixTypeANSIText, 1,
-                                                    preProcessingType, 0);
-  }
-
   static int updateLevelAbove(ZQMatrix* matrix, const int* text, int length, int result) {
     return result > 0 && matrix->getMatrixAILevel() > 0 ? matrix->updateMatrixFromBasicLevel(text, length) : result;
   }
 };
 
-template <>
-class TextOutput<ZQMatrix> {
+}  // namespace zmatrix
+
+namespace {
+
+/// The same at the basic level; the phrases of symbols, with a blank behind each, at the level above.
+class TextOutput {
  public:
-  explicit TextOutput(ZQMatrix* matrix) : matrix_(matrix), level_(matrix->getActualAILevelIndex()) {}
+  explicit TextOutput(ZQMatrix* matrix) : matrix_(matrix), characters_(matrix), level_(matrix->getActualAILevelIndex()) {}
 
   int check() const {
-    const auto* info = matrix_->getMatrixInfo();
+    if (level_ == 0) return characters_.check();
     if (level_ > 1) {
       dbPrintf(0, "### error readAnsiObjexsAndWriteToAnsiFile: cannot write Objex for AILevel %d\n", level_);
       return -1;
     }
-    if (level_ == 0 && info->getMatrixType() != ZQMatrixTypeANSIText) {
-      dbPrintf(0, "error: readAnsiObjexsAndWriteToAnsiFile: matrix is not ANSI type: %d\n", info->getMatrixType());
-      return -1;
-    }
-    const int levelDown = info->getCurrentMatrixIDLevelDown();
+    const int levelDown = matrix_->getMatrixInfo()->getCurrentMatrixIDLevelDown();
     if (level_ == 1 && (levelDown >= matrix_->getMaxNumberOfMatrices() || levelDown == matrix_->getCurrentMatrixID())) {
       dbPrintf(0, "error: readAnsiObjexsAndWriteToAnsiFile: symbol has invalid downlink ID: %d\n", levelDown);
       return -1;
@@ -46,34 +41,34 @@ class TextOutput<ZQMatrix> {
     return 1;
   }
 
-  /// A character; or the phrase of a symbol with a blank behind, nothing for a symbol without one.
+  /// Writes a character, or, on a level of symbols, the phrase of the symbol and a blank. A symbol without a phrase writes
+  /// nothing.
   void write(int item, FILE* file) const {
     if (level_ == 0) {
-      fputc(item, file);
+      characters_.write(item, file);
       return;
     }
     int length = 0;
-    const SystemOwned<int> phrase(matrix_->createPreviousLevelElementsFromOriginalSymbol(item, &length));
+    const zmatrix::SystemOwned<int> phrase(matrix_->createPreviousLevelElementsFromOriginalSymbol(item, &length));
     if (phrase == nullptr) return;
     for (const int character : std::span(phrase.get(), static_cast<size_t>(length))) fputc(character, file);
     fputc(' ', file);
   }
 
   bool isLegal(int item) const {
-    if (level_ == 0 ? static_cast<unsigned>(item) < 256 : item >= 0) return true;
-    dbPrintf(0,
-             level_ == 0 ? "readAnsiObjexsAndWriteToAnsiFile: illegal value: %d\n"
-                         : "readAnsiObjexsAndWriteToAnsiFile: illegal symbol value: %d\n",
-             item);
+    if (level_ == 0) return characters_.isLegal(item);
+    if (item >= 0) return true;
+    dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: illegal symbol value: %d\n", item);
     return false;
   }
 
  private:
   ZQMatrix* matrix_;
+  zmatrix::CharacterOutput characters_;
   int level_;
 };
 
-}  // namespace zmatrix
+}  // namespace
 
 int zmatrix::prepareMatrixForText(ZQMatrix* matrix, const int* characters, int length, const char* name) {
   return prepareMatrixForTextIn(matrix, characters, length, name);
@@ -92,5 +87,5 @@ int ZQMatrix::updateMatrixWithLongANSISequence(const int* sequence, int length) 
 }
 
 int ZQMatrix::readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName) {
-  return zmatrix::readAnsiObjexsAndWriteToAnsiFileIn(this, numberOfObjex, fileName);
+  return zmatrix::readAnsiObjexsAndWriteToAnsiFileIn<TextOutput>(this, numberOfObjex, fileName);
 }

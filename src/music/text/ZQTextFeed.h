@@ -1,11 +1,10 @@
-// Learning from text, told once for the tiers that learn: files and directories of files, the choice of a sub-matrix by language,
-// and the update phrase by phrase. A tier's methods are one line each; TextTier<Matrix> names what a tier does differently.
-// Hidden methods do the rest, since all calls go through the static type of the matrix.
+// Learning from text, shared by the tiers that learn: files and directories of files, the choice of a sub-matrix by language, and
+// the update phrase by phrase. A tier's methods are one line each; TextTier<Matrix> holds what differs between tiers. Methods are
+// called through the static type of the matrix, so that a tier's own methods, which hide those of its base, are found.
 //
 // TextTier<Matrix> has:
-//   updateDescription       format of the sub-matrix's description after a file was fed, with one int
-//   updateWithPhrase        learns one stretch of text, the result as the sequence update has it
-//   updateLevelAbove        what follows a learned file: its result is the file's
+//   updateDescription       format, with one int, of the sub-matrix's description after a file was fed
+//   updateLevelAbove        called after a file was learned; its result is that of the file
 #pragma once
 
 #include <algorithm>
@@ -25,12 +24,19 @@ namespace zmatrix {
 template <class Matrix>
 struct TextTier;
 
-// --- one update
+// --- update of one sub-matrix
 
-/// Shows a phrase before it is learned, on standard output and in the debug file as the device says.
+/// Prints a phrase before it is learned, on standard output and in the debug file as the debug device says.
 void showTextPhrase(std::span<const int> phrase);
 
-/// Learns each phrase until one fails, and returns the last result.
+/// Learns one phrase and returns the result of the sequence update.
+template <class Matrix>
+int updateWithPhrase(Matrix* matrix, std::span<const int> phrase, int preProcessingType) {
+  return matrix->updateMatrixWithCombinedSequence(phrase.data(), static_cast<int>(phrase.size()), ZQMatrixTypeANSIText, 1,
+                                                  preProcessingType, 0);
+}
+
+/// Learns phrases until one fails, and returns the last result.
 template <class Matrix>
 int updateWithTextPhrases(Matrix* matrix, std::span<const int> text, int preProcessingType) {
   const int length = static_cast<int>(text.size());
@@ -40,7 +46,7 @@ int updateWithTextPhrases(Matrix* matrix, std::span<const int> text, int preProc
     const std::span<const int> values =
         text.subspan(static_cast<size_t>(phrase.start), static_cast<size_t>(phrase.end - phrase.start));
     if (ZQDebugChannel::globalDebugLevel >= 1) showTextPhrase(values);
-    if (!values.empty()) result = TextTier<Matrix>::updateWithPhrase(matrix, values, preProcessingType);
+    if (!values.empty()) result = updateWithPhrase(matrix, values, preProcessingType);
     position = phrase.end;
   }
   return result;
@@ -59,7 +65,7 @@ void warnAboutTextSettings(Matrix* matrix) {
              info->getPreProcessingType());
 }
 
-/// 0 for a sub-matrix of another type, else the result of the last phrase: 1 if all went well, also for an empty text.
+/// 0 for a sub-matrix that is not of the type text, else the result of the last phrase: 1 on success, also for an empty text.
 template <class Matrix>
 int updateMatrixWithLongANSISequenceIn(Matrix* matrix, const int* sequence, int length) {
   auto* info = matrix->getMatrixInfo();
@@ -70,27 +76,21 @@ int updateMatrixWithLongANSISequenceIn(Matrix* matrix, const int* sequence, int 
   if (sequence == nullptr && length > 0) return 0;
   warnAboutTextSettings(matrix);
   const int preProcessingType = info->getPreProcessingType();
-  const bool addsUpdateInfo = info->getAddUpdateInfo() == 1;
   const std::span<const int> text(sequence, static_cast<size_t>(std::max(length, 0)));
-  if (addsUpdateInfo) info->generateUpdateInfoSequence(text.data(), static_cast<int>(text.size()));
+  if (info->getAddUpdateInfo() == 1) info->generateUpdateInfoSequence(text.data(), static_cast<int>(text.size()));
 
   int result = 1;
   if (info->getUsePhrasesForUpdateMatrixWithLongANSIText() == 1)
     result = updateWithTextPhrases(matrix, text, preProcessingType);
   else if (!text.empty())
-    result = TextTier<Matrix>::updateWithPhrase(matrix, text, preProcessingType);
-  if (result < 1) return result;
-
-  info->setHasBeenChanged(1);
-  info->incrementUpdateIndex();
-  matrix->getMatrixFileHeader()->incrementNumberOfMatrixUpdates();
-  if (addsUpdateInfo) matrix->updateNumberOfAppendedMatrices();
+    result = updateWithPhrase(matrix, text, preProcessingType);
+  if (result >= 1) matrix->countUpdate();
   return result;
 }
 
 // --- files
 
-/// The first sub-matrix, of all that are reserved, with this type, language and preprocessing, or -1.
+/// The first of all reserved sub-matrices with this type, language and preprocessing, or -1.
 template <class Matrix>
 int getMatrixIDForLanguageIn(Matrix* matrix, int matrixType, int language, int preProcessingType) {
   const KeepCurrentMatrixID<Matrix> keep(matrix);
@@ -104,7 +104,7 @@ int getMatrixIDForLanguageIn(Matrix* matrix, int matrixType, int language, int p
   return -1;
 }
 
-/// The sub-matrix that a file is to be learned in: one that holds its language, else a free one, else -1.
+/// The ID of the sub-matrix that learns a file: one of its language, else a free one, else -1.
 template <class Matrix>
 int matrixIDForTextFile(Matrix* matrix, const char* fileName, int language) {
   const int found = matrix->getMatrixIDForLanguage(matrix->getGlobalMatrixType(), language, matrix->getGlobalPreProcessingType());
@@ -119,7 +119,7 @@ int matrixIDForTextFile(Matrix* matrix, const char* fileName, int language) {
   return free;
 }
 
-/// Makes the current sub-matrix one for this file.
+/// Sets up the current sub-matrix for this file.
 template <class Matrix>
 void applyTextProperties(Matrix* matrix, const char* fileName, int language) {
   if (matrix->checkGlobalMatrixPropertiesForANSIText() == 1) {
@@ -137,7 +137,7 @@ void applyTextProperties(Matrix* matrix, const char* fileName, int language) {
   matrix->setMatrixDescription(description);
 }
 
-/// Makes the sub-matrix that takes a text of this language the current one, and sets it up. Its ID, or -1 if there is none.
+/// Makes the sub-matrix for a text of this language current and sets it up. Returns its ID, or -1 if there is none.
 template <class Matrix>
 int chooseMatrixForText(Matrix* matrix, const char* fileName, int language) {
   const int matrixID = matrixIDForTextFile(matrix, fileName, language);
@@ -175,7 +175,7 @@ int updateMatrixWithANSIFileIn(Matrix* matrix, const char* fileName, int* length
   return TextTier<Matrix>::updateLevelAbove(matrix, text.values.get(), text.length, result);
 }
 
-/// Learns every text file of a directory in alphabetical order; one that fails stops nothing.
+/// Learns every text file of a directory in alphabetical order. A file that fails doesn't end the run.
 template <class Matrix>
 int updateMatrixWithANSIFilesIn(Matrix* matrix, const char* path, int recursive, int* length) {
   const int maxLength = length != nullptr ? *length : 0;

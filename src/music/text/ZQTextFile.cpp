@@ -1,12 +1,11 @@
 #include "music/text/ZQTextFile.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <string_view>
 
+#include "file/ZQFileStream.h"
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixEnumerations.h"
 
@@ -19,14 +18,7 @@ struct CloseFile {
 };
 using File = std::unique_ptr<FILE, CloseFile>;
 
-/// Opens a regular file. A directory or a device would open too, but has no bytes to count, or never ends.
-File openRegularFile(const char* fileName) {
-  struct stat status;
-  if (fileName == nullptr || stat(fileName, &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
-  return File(fopen(fileName, "rb"));
-}
-
-/// The bytes of a file, or -1.
+/// The size of a file in bytes, or -1.
 long long sizeOf(FILE* file) {
   if (fseek(file, 0, SEEK_END) != 0) return -1;
   const long long size = ftell(file);
@@ -34,7 +26,7 @@ long long sizeOf(FILE* file) {
   return size;
 }
 
-/// Reads up to `capacity` bytes into one int each, and returns how many there were.
+/// Reads up to `capacity` bytes into one int each, and returns their number.
 int readBytes(FILE* file, int* values, int capacity) {
   static constexpr size_t bytesAtOnce = 1 << 14;
   unsigned char bytes[bytesAtOnce];
@@ -49,7 +41,8 @@ int readBytes(FILE* file, int* values, int capacity) {
   return length;
 }
 
-/// Occurrences of a word with its blanks. The blank behind one is gone for the next, so that a word said twice counts once.
+/// Counts the occurrences of a word with its blanks. The search goes on behind the second blank, so that a repeated word counts
+/// once.
 template <class Text>
 int occurrences(const Text& text, std::string_view word) {
   int count = 0;
@@ -69,7 +62,7 @@ int languageOf(const Text& text) {
 
 TextOfFile textOfFile(const char* fileName, int maxLength) {
   TextOfFile text;
-  const File file = openRegularFile(fileName);
+  const File file(openRegularFile(fileName));
   long long length = file != nullptr ? sizeOf(file.get()) : -1;
   if (maxLength >= 1) length = std::min<long long>(length, maxLength);
   if (length < 0 || length > INT_MAX - 2) return text;
@@ -82,13 +75,13 @@ TextOfFile textOfFile(const char* fileName, int maxLength) {
 }
 
 int languageOfTextFile(const char* fileName) {
-  const File file = openRegularFile(fileName);
+  const File file(openRegularFile(fileName));
   const long long size = file != nullptr ? sizeOf(file.get()) : -1;
   if (size < 0) return ZQLanguageUndefined;
   const SystemOwned<char> bytes(systemMallocArray<char>(size + 1));
   if (bytes == nullptr) return ZQLanguageUndefined;
   bytes[fread(bytes.get(), 1, static_cast<size_t>(size), file.get())] = 0;
-  // A text for this purpose ends at its first zero byte.
+  // The language is judged by the text before its first zero byte.
   return languageOf(std::string_view(bytes.get()));
 }
 

@@ -1,4 +1,4 @@
-// Text files as the feeds take them: one value from 0 to 255 a byte, and the language that they seem to be in.
+// Text files for the feeds: one value from 0 to 255 per byte, and the language of a text.
 #pragma once
 
 #include <span>
@@ -7,9 +7,9 @@
 
 namespace zmatrix {
 
-/// The bytes of a file, each in an int.
+/// The content of a file, one int per byte.
 struct TextOfFile {
-  bool isReadable = false;  ///< false for what can't be opened, is no regular file, or has more bytes than an int counts
+  bool isReadable = false;  ///< false if it can't be opened, is no regular file, or is longer than INT_MAX bytes
   SystemOwned<int> values;  ///< null if unreadable or if memory is exhausted
   int length = 0;
 };
@@ -17,11 +17,11 @@ struct TextOfFile {
 /// Reads a file, at most `maxLength` bytes of it if that is above 0.
 TextOfFile textOfFile(const char* fileName, int maxLength);
 
-/// German or English by which of " ist " and " is " comes more often in a text, which ends at its first zero. The rule is as
-/// crude as that on purpose.
+/// German or English: the language whose word " ist " or " is " occurs more often before the first zero byte. Deliberately this
+/// crude.
 int languageOfText(std::span<const int> text);
 
-/// The same of a file; undefined for an unreadable one.
+/// The same for a file; undefined for an unreadable one.
 int languageOfTextFile(const char* fileName);
 
 }  // namespace zmatrix

@@ -17,7 +17,7 @@ bool isLetter(int value) {
   return !(value < 65 || (value >= 91 && value <= 96) || (value >= 123 && value <= 127) || (value >= 129 && value <= 191));
 }
 
-/// A digit that opens a sentence; 0 doesn't.
+/// A digit that can begin a sentence: not 0.
 bool isOpeningDigit(int value) {
   return value >= '1' && value <= '9';
 }
@@ -32,8 +32,8 @@ int firstNonWhite(std::span<const int> text, int position) {
   return position;
 }
 
-/// A dot behind a number, behind a single letter or behind anything that is no word is part of an abbreviation, an initial or an
-/// ordinal.
+/// True for a dot behind a number, a single letter or any other character that ends no word: it marks an ordinal, an initial or
+/// an abbreviation.
 bool isAbbreviationDot(std::span<const int> text, int dot) {
   if (dot < 1) return false;
   const int last = text[dot - 1];
@@ -42,7 +42,7 @@ bool isAbbreviationDot(std::span<const int> text, int dot) {
   return !isWord;
 }
 
-/// True if the mark at `position` ends a sentence: white follows, and then what opens a sentence, or nothing.
+/// True if the mark at `position` ends a sentence: white space follows, and then the begin of a sentence or the end of the text.
 bool endsSentence(std::span<const int> text, int position) {
   const int length = static_cast<int>(text.size());
   if (position + 1 >= length || text[position + 1] > 32) return false;
@@ -51,10 +51,10 @@ bool endsSentence(std::span<const int> text, int position) {
   return next == length || isOpeningDigit(text[next]) || isUpperCaseCharacter(text[next]);
 }
 
-/// A run of line ends, counted from its first.
+/// A run of line ends.
 struct LineEnds {
-  int end;        ///< behind the run
-  int lineFeeds;  ///< carriage returns alone make no blank line
+  int end;        ///< index behind the run
+  int lineFeeds;  ///< a blank line needs two line feeds; carriage returns alone don't count
 };
 
 LineEnds lineEndsFrom(std::span<const int> text, int position) {
@@ -75,7 +75,7 @@ TextPhrase nextTextPhrase(std::span<const int> text, int position) {
     if (isLineEnd(value)) {
       const LineEnds run = lineEndsFrom(text, i);
       if (run.lineFeeds >= 2) return {start, i};
-      i = run.end - 1;  // what is left of the run holds no more line feeds than the whole
+      i = run.end - 1;  // the rest of the run holds no more line feeds than the whole run
     } else if ((value == '!' || value == '.' || value == ';') && endsSentence(text, i)) {
       return {start, i + 1};
     }

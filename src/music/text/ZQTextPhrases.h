@@ -1,4 +1,4 @@
-// Where a text is cut into phrases: at the ends of sentences and at blank lines. Pure functions over one value a character.
+// Cuts a text into phrases, at the ends of sentences and at blank lines. The functions are pure and take one value per character.
 #pragma once
 
 #include <span>
@@ -11,8 +11,8 @@ struct TextPhrase {
   int end;
 };
 
-/// The phrase that begins at the first value from `position` on that is not white: values below 33 and 160 are. It is empty at
-/// the end of the text, and otherwise ends behind `position`.
+/// The phrase that begins at the first non-white value from `position` on; values below 33 and 160 are white. At the end of the
+/// text it is empty; otherwise it ends behind `position`.
 TextPhrase nextTextPhrase(std::span<const int> text, int position);
 
 }  // namespace zmatrix

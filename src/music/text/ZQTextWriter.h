@@ -1,22 +1,23 @@
-// Writes generated text into a file, told once for the tiers that generate. On the basic level the low byte of each item is a
-// character; TextOutput<Matrix> names what a tier with more levels does with its items.
+// Writes generated text into a file, shared by the tiers that generate. On the basic level the low byte of each item is a
+// character; Output says what a tier does with its items: check, write and isLegal, as CharacterOutput has them.
 #pragma once
 
 #include <cstdio>
 
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQMemory.h"
+#include "frame/ZQTextCharacters.h"
+#include "sequence/ZQMatrixMedium.h"
 #include "settings/ZQMatrixEnumerations.h"
 
 namespace zmatrix {
 
-/// What a matrix that knows one level writes.
-template <class Matrix>
-class TextOutput {
+/// Output of a sub-matrix of characters.
+class CharacterOutput {
  public:
-  explicit TextOutput(Matrix* matrix) : matrix_(matrix) {}
+  explicit CharacterOutput(const ZQMatrixMedium* matrix) : matrix_(matrix) {}
 
-  /// 1 if the current sub-matrix is of a kind that can be written, else the error code of the operation.
+  /// 1 if the type of the current sub-matrix can be written, else the error code of the operation.
   int check() const {
     const int matrixType = matrix_->getMatrixInfo()->getMatrixType();
     if (matrixType == ZQMatrixTypeANSIText) return 1;
@@ -26,18 +27,18 @@ class TextOutput {
 
   void write(int item, FILE* file) const { fputc(item, file); }
 
-  /// False, with a message, for an item that can't stand for text.
+  /// False, with a message, for an item that is no character.
   bool isLegal(int item) const {
-    if (static_cast<unsigned>(item) < 256) return true;
+    if (static_cast<unsigned>(item) < numberOfCharacters) return true;
     dbPrintf(0, "readAnsiObjexsAndWriteToAnsiFile: illegal value: %d\n", item);
     return false;
   }
 
  private:
-  Matrix* matrix_;
+  const ZQMatrixMedium* matrix_;
 };
 
-/// 1 if the current sub-matrix can write text, else the error code of the operation.
+/// 1 if the current sub-matrix can generate text, else the error code of the operation.
 template <class Matrix>
 int checkMatrixForTextOutput(Matrix* matrix) {
   const auto* info = matrix->getMatrixInfo();
@@ -59,9 +60,9 @@ int checkMatrixForTextOutput(Matrix* matrix) {
   return 1;
 }
 
-/// The text that the generated text continues.
-template <class Matrix>
-void writeContextOfText(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file) {
+/// Writes the text that the generated text continues.
+template <class Output, class Matrix>
+void writeContextOfText(Matrix* matrix, const Output& output, FILE* file) {
   int numberOfObjex = 0, coordinateDimension = 0;
   int** objex =
       matrix->getMatrixInfo()->createKernelOriginalSequenceInitialValuesObjexVector(&numberOfObjex, &coordinateDimension);
@@ -70,9 +71,9 @@ void writeContextOfText(Matrix* matrix, const TextOutput<Matrix>& output, FILE* 
   systemFree(objex);
 }
 
-/// Generates one item. A failed one, and one that is no text, leaves a line feed, and nothing stops the run.
-template <class Matrix>
-void writeNextItem(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file) {
+/// Generates one item and writes it. A failed read and an item that is no character write a line feed instead; the run goes on.
+template <class Output, class Matrix>
+void writeNextItem(Matrix* matrix, const Output& output, FILE* file) {
   double probability = 0, stopProbability = 0;
   const int* objex = matrix->readObjexFromMatrix(&probability, &stopProbability);
   if (objex == nullptr) {
@@ -86,11 +87,11 @@ void writeNextItem(Matrix* matrix, const TextOutput<Matrix>& output, FILE* file)
   fputc('\n', file);
 }
 
-template <class Matrix>
+template <class Output, class Matrix>
 int readAnsiObjexsAndWriteToAnsiFileIn(Matrix* matrix, int numberOfObjex, const char* fileName) {
   if (matrix == nullptr || matrix->getCurrentMatrixID() < 0 || matrix->getCurrentMatrixID() >= matrix->getMaxNumberOfMatrices())
     return 0;
-  const TextOutput<Matrix> output(matrix);
+  const Output output(matrix);
   const int isOfKind = output.check();
   if (isOfKind != 1) return isOfKind;
   const int isFit = checkMatrixForTextOutput(matrix);

@@ -110,7 +110,7 @@ TEST(ScorePlanTest, PlansRuns) {
     const Report report(zmatrix::createScoreFeedPlan(score.get(), &settings));
     std::ostringstream said;
     for (const zmatrix::PlannedRun& run : zmatrix::planScore(*score, settings).runs) {
-      const zq_ScoreRun& told = run.told;
+      const zq_ScoreRun& told = run.reported;
       said << "part " << told.part << ": " << told.notes << " notes, " << told.numerator << "/" << told.denominator
            << ", texture " << told.subType << ", sound " << told.soundID << ", coding " << told.preProcessingType << ", cause "
            << told.cause << (told.hasAssumedMeter != 0 ? ", meter assumed:" : ":");
@@ -149,9 +149,10 @@ TEST(ScorePlanTest, AccountsForEachNoteOfAnyScore) {
     const zmatrix::ScorePlan plan = zmatrix::planScore(*score, settings);
     for (const zmatrix::PlannedRun& run : plan.runs) {
       const std::vector<int> sequence = plan.sequenceOf(*score, run);
-      const size_t coordinates = run.told.preProcessingType == 1 ? 2 : static_cast<size_t>(run.told.preProcessingType) - 1000;
+      const size_t coordinates =
+          run.reported.preProcessingType == 1 ? 2 : static_cast<size_t>(run.reported.preProcessingType) - 1000;
       ASSERT_EQ(sequence.size() % coordinates, 0U);
-      EXPECT_TRUE(sequence.size() / coordinates >= 2 || run.told.cause != zq_ScoreLearned) << round;
+      EXPECT_TRUE(sequence.size() / coordinates >= 2 || run.reported.cause != zq_ScoreLearned) << round;
       int previous = 0;
       for (size_t i = 1; i < sequence.size(); i += coordinates) {
         ASSERT_GE(sequence[i], previous) << round;

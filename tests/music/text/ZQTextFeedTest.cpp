@@ -209,7 +209,9 @@ TEST_F(TextWriterTest, RefusesInItsOrder) {
   file = folder.path() + "/absent/out.txt";
   expectRefusal(-5, "readAnsiObjexsAndWriteToAnsiFile: could not open ansifile " + file + " for writing\n");
   EXPECT_EQ(matrix->readAnsiObjexsAndWriteToAnsiFile(1, nullptr), -5);
-  EXPECT_EQ(zmatrix::readAnsiObjexsAndWriteToAnsiFileIn<ZQMatrixMedium>(nullptr, 1, file.c_str()), 0);
+  EXPECT_EQ(zmatrix::readAnsiObjexsAndWriteToAnsiFileIn<zmatrix::CharacterOutput>(static_cast<ZQMatrixMedium*>(nullptr), 1,
+                                                                                  file.c_str()),
+            0);
 }
 
 }  // namespace

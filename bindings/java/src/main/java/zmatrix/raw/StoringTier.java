@@ -766,12 +766,13 @@ public interface StoringTier<M, I, E> {
      * Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0.
      * Result: the structure, which belongs to the record, until the next such call,
      * <code>s_releaseMemoryGlobalMatrixInfoParameters</code> or the end of the record; null if memory is exhausted. Its
-     * arrays are the record's own; <code>namesOfUpdateFiles</code> is a copy that lives as long as the structure.
+     * arrays are the record's own, those of the kernel as it was at the call; <code>namesOfUpdateFiles</code> is a copy
+     * that lives as long as the structure.
      * @param info object
      * @return the structure, which belongs to the record, until the next such call,
      *     <code>s_releaseMemoryGlobalMatrixInfoParameters</code> or the end of the record; null if memory is exhausted.
-     *     Its arrays are the record's own; <code>namesOfUpdateFiles</code> is a copy that lives as long as the structure.
-     *     (lent by the record)
+     *     Its arrays are the record's own, those of the kernel as it was at the call; <code>namesOfUpdateFiles</code> is a
+     *     copy that lives as long as the structure. (lent by the record)
      */
     ZQMatrixProperties s_getGlobalMatrixInfoParameters(I info);
 
