@@ -12,6 +12,15 @@ class FacadeTest : public testing::Test {
   BBMatrix facade;
 };
 
+TEST_F(FacadeTest, WritesAndReadsElements) {
+  const int path[] = {5, -3, 70};
+  EXPECT_EQ(facade.writeMatrixElement(path, 3, 99), 1);
+  int existCode = 0, count = 0, withSuccessor = -1, withoutPredecessor = -1;
+  EXPECT_EQ(facade.readMatrixData(path, 3, &existCode, &count, &withSuccessor, &withoutPredecessor), 99);
+  EXPECT_EQ(existCode * 1000 + count * 100 + withSuccessor * 10 + withoutPredecessor, 3110)
+      << "both flags of the write are 0: something followed, and something came before";
+}
+
 TEST_F(FacadeTest, ProfilesSayWhetherPruningSparesSymbols) {
   facade.setDefaultMatrixPropertiesForSymbols(nullptr);
   EXPECT_EQ(facade.getMatrixType(), ZQMatrixTypeIntegerSeries);
