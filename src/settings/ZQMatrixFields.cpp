@@ -349,9 +349,10 @@ constexpr size_t numberOfFields = endOfMedium + FieldTable::full().size();
 
 consteval std::array<FieldRow, numberOfFields> allTiers() {
   std::array<FieldRow, numberOfFields> rows{};
-  std::ranges::copy(FieldTable::base(), rows.begin());
-  std::ranges::copy(FieldTable::medium(), rows.begin() + endOfBase);
-  std::ranges::copy(FieldTable::full(), rows.begin() + endOfMedium);
+  auto end = rows.begin();
+  for (const FieldRow& row : FieldTable::base()) *end++ = row;
+  for (const FieldRow& row : FieldTable::medium()) *end++ = row;
+  for (const FieldRow& row : FieldTable::full()) *end++ = row;
   return rows;
 }
 
