@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Writes the C boundary of zmatrix, and the raw layers of the bindings, from its list.
 
-    scripts/generate_flat.py           writes the files below
-    scripts/generate_flat.py --check   writes nothing; exits 1 if a file is not what the list gives
+    scripts/generate_flat.py                writes the files below
+    scripts/generate_flat.py --check        writes nothing; exits 1 if a file is not what the list gives
+    scripts/generate_flat.py --names FILE   writes all names of the boundary to FILE, for the test that looks them up
 
 The list lies in src/flat/list, one file per subsystem. A line that begins at the margin is one of
 
@@ -50,6 +51,7 @@ that begin with @ below the documentation, which go into no header:
 
 A pointer of which nothing says these is refused.
 """
+import pathlib
 import sys
 
 from flat import api, c_files, java_files, js_files, python_files, settings_files
@@ -69,7 +71,6 @@ FILES = {
     'src/flat/ZQFlatExtensions.cpp': c_files.extension_forwarders,
     'src/flat/ZQFlatLayout.cpp': c_files.layout,
     'src/flat/zmatrix.map': c_files.export_map,
-    'tests/flat/listed_names.inc': c_files.listed_names,
     'bindings/api.json': api.document,
     'bindings/python/zmatrix/raw.py': python_files.module,
     'bindings/python/zmatrix/raw.pyi': python_files.stub,
@@ -83,9 +84,13 @@ FILES = {
 
 def main():
     check = sys.argv[1:] == ['--check']
-    if sys.argv[1:] and not check:
+    names = sys.argv[2] if len(sys.argv) == 3 and sys.argv[1] == '--names' else None
+    if sys.argv[1:] and not check and not names:
         sys.exit(__doc__)
     flat, differing = FlatList(), []
+    if names:
+        pathlib.Path(names).write_text(c_files.listed_names(flat))
+        return
     for name, write in FILES.items():
         path, text = ROOT / name, write(flat)
         if path.exists() and path.read_text() == text:

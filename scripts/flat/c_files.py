@@ -193,14 +193,11 @@ def export_map(flat):
 
 def listed_names(flat):
     text = f'// {GENERATED}\n// LISTED_NAME(exported name, capability, 1 if it has landed): all names of the boundary.\n'
-    text += '// LISTED_FAMILY(name, groups that it counts in)\n'
     text += '// LISTED_METHOD(method of BBMatrix, capability, 1 if it has landed)\n// clang-format off\n'
     for function in flat.functions:
         text += f'LISTED_NAME({function.name}, "{function.row.capability}", {int(flat.has_landed(function.row))})\n'
     for function in flat.extensions:
         text += f'LISTED_NAME({function.name}, "{function.row.capability}", 1)\n'
-    for name, groups in flat.families().items():
-        text += f'LISTED_FAMILY({name}, "{" ".join(sorted(groups))}")\n'
     for function, _ in flat.facade:
         text += f'LISTED_METHOD({function.name[2:]}, "{function.row.capability}", {int(flat.has_landed(function.row))})\n'
-    return text + '#undef LISTED_NAME\n#undef LISTED_FAMILY\n#undef LISTED_METHOD\n'
+    return text + '#undef LISTED_NAME\n#undef LISTED_METHOD\n'

@@ -23,15 +23,17 @@ void putLittleEndian(char* to, Number value) {
 
 template <class Number>
 Number getLittleEndian(const char* from) {
-  std::make_unsigned_t<Number> bits = 0;
   if constexpr (std::endian::native == std::endian::little) {
-    memcpy(&bits, from, sizeof bits);
+    Number number;
+    memcpy(&number, from, sizeof number);
+    return number;
+  } else {
+    unsigned long long bits = 0;
+    for (size_t byte = 0; byte < sizeof(Number); ++byte) {
+      bits |= static_cast<unsigned long long>(static_cast<unsigned char>(from[byte])) << (8 * byte);
+    }
     return static_cast<Number>(bits);
   }
-  for (size_t byte = 0; byte < sizeof(Number); ++byte) {
-    bits |= static_cast<std::make_unsigned_t<Number>>(static_cast<unsigned char>(from[byte])) << (8 * byte);
-  }
-  return static_cast<Number>(bits);
 }
 
 constexpr size_t largestFilePiece = 64;  ///< bytes that can be claimed or taken at once

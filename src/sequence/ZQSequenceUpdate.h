@@ -76,7 +76,7 @@ struct ZQSequenceUpdate {
       dbPrintf(0, "updateMatrixWithCombinedSeq: Cannot alloc indexVectors!\n");
       return false;
     }
-    for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.nameOfRecordAt(root)};
+    for (int item = 0; item < numberOfItems; ++item) fronts[item] = {root, matrix.nameOfRecordAt(root), Front::unknownBegin};
     return true;
   }
 
@@ -88,12 +88,16 @@ struct ZQSequenceUpdate {
     firstOfRun = numberOfProcessedVectors;
     // A last item that is cut short still begins a phrase.
     const int numberOfStarts = (length - known + c - 1) / c;
-    zmatrix::ZQDescentPrefetch ahead(matrix, fronts.get(), numberOfStarts, sequence + known, c);
+    const unsigned layout = matrix.getLayoutVersion();
+    const bool isSettled = layout == layoutOfFronts;
+    layoutOfFronts = layout;
+    zmatrix::ZQDescentPrefetch ahead(matrix, fronts.get(), numberOfStarts, sequence + known, c, isSettled);
     const bool isPlain = isPlainPass(known, phrases);
     const bool looksAhead = info.getNumberOfMatrixElements() > mostElementsInCache;
+    if (looksAhead) ahead.begin();
     for (int item = 0; item < numberOfStarts; ++item) {
       if (looksAhead) ahead.lookAhead(item);
-      if (isPlain && countKnown(item, known)) continue;
+      if (isPlain && countKnown(item, known, isSettled)) continue;
       const long long number = firstOfRun + item;
       const Plain plain = isPlain ? addPlain(item, known) : Plain::notHandled;
       if (plain == Plain::learned) continue;
@@ -114,14 +118,23 @@ struct ZQSequenceUpdate {
     return !phrases.areWanted() && !ZQDebugChannel::shows(8) && !info.getMemIsReadOnly() && known + c < info.getMaxDimOfMatrix();
   }
 
-  // learnPhrase in a plain pass, for a phrase that follows its front and is known. False, and nothing done, for any other.
-  bool countKnown(int item, int known) {
-    Front& front = fronts[item];
+  // The child of a front that is good, or -1. The front's record isn't needed where nothing has moved since the pass before.
+  int childOfFront(const Front& front, int coordinate, bool isSettled) const {
+    if (isSettled && front.fieldBegin != Front::unknownBegin && matrix.getLayoutVersion() == layoutOfFronts) {
+      return matrix.template childIn<Element>(static_cast<long long>(front.fieldBegin) + coordinate, front.position);
+    }
     auto* element = matrix.template elementNamed<Element>(front.position, front.record);
-    if (element == nullptr) return false;
+    return element != nullptr ? matrix.childOf(front.position, *element, coordinate) : -1;
+  }
+
+  // learnPhrase in a plain pass, for a phrase that follows its front and is known. False, and nothing done, for any other.
+  bool countKnown(int item, int known, bool isSettled) {
+    Front& front = fronts[item];
     const int* coordinates = sequence + static_cast<long long>(item) * c + known;
-    int position = front.position;
-    for (int i = 0; i < c; ++i) {
+    int position = childOfFront(front, coordinates[0], isSettled);
+    if (position < 0) return false;
+    auto* element = matrix.template recordInSlot<Element>(position);
+    for (int i = 1; i < c; ++i) {
       position = matrix.childOf(position, *element, coordinates[i]);
       if (position < 0) return false;
       element = matrix.template recordInSlot<Element>(position);
@@ -131,7 +144,7 @@ struct ZQSequenceUpdate {
     if (isWritten) ++numberOfOverwrites;
     for (int i = 0; i < c; ++i) Write::countStep(info, known + i, coordinates[i]);
     Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
-    front = {position, element->getName()};
+    front = Front::at(position, *element);
     return true;
   }
 
@@ -155,7 +168,7 @@ struct ZQSequenceUpdate {
     }
     auto* element = matrix.template recordInSlot<Element>(position);
     Write::countWrite(matrix, info, *element, known + c, flagsOf(item, known));
-    front = {position, element->getName()};
+    front = Front::at(position, *element);
     return Plain::learned;
   }
 
@@ -193,7 +206,7 @@ struct ZQSequenceUpdate {
       reportAbortion(number);
       return false;
     }
-    front = {position, matrix.nameOfRecordAt(position)};
+    front = Front::at(position, *matrix.elementAt(position));
     if (ZQDebugChannel::shows(8)) {
       using Sentence = zmatrix::ZQSentence<long, const char*>;
       static constexpr Sentence overwritten = "no. %ld -> %s overwritten\n", added = "no. %ld -> %s added\n";
@@ -301,6 +314,7 @@ struct ZQSequenceUpdate {
   const bool usesStart;
   const bool usesEnd;
   std::unique_ptr<Front[]> fronts;
+  unsigned layoutOfFronts = 0;  // of the matrix when the last pass began
   long long firstOfRun = 0;
   long long firstOfPreviousRun = -1;
   long long numberOfProcessedVectors = 0;

@@ -1,7 +1,6 @@
 #include "store/ZQFreeSlotIndex.h"
 
 #include <bit>
-#include <initializer_list>
 
 namespace zmatrix {
 
@@ -32,15 +31,6 @@ long long previousSetBit(const ZQArray<uint64_t>& words, size_t from) {
   return static_cast<long long>(word * 64) + 63 - std::countl_zero(bits);
 }
 
-uint64_t reversed(uint64_t bits) {
-  bits = ((bits >> 1) & 0x5555555555555555) | ((bits & 0x5555555555555555) << 1);
-  bits = ((bits >> 2) & 0x3333333333333333) | ((bits & 0x3333333333333333) << 2);
-  bits = ((bits >> 4) & 0x0F0F0F0F0F0F0F0F) | ((bits & 0x0F0F0F0F0F0F0F0F) << 4);
-  bits = ((bits >> 8) & 0x00FF00FF00FF00FF) | ((bits & 0x00FF00FF00FF00FF) << 8);
-  bits = ((bits >> 16) & 0x0000FFFF0000FFFF) | ((bits & 0x0000FFFF0000FFFF) << 16);
-  return (bits >> 32) | (bits << 32);
-}
-
 }  // namespace
 
 bool ZQFreeSlotIndex::resize(int newNumberOfSlots) noexcept {
@@ -50,7 +40,7 @@ bool ZQFreeSlotIndex::resize(int newNumberOfSlots) noexcept {
   const size_t newNumberOfRegions = (newNumberOfWords + 63) / 64;
   if (!freeSlots.resize(newNumberOfWords + paddingWords) || !wordsWithFree.resize(newNumberOfRegions) ||
       !regionsWithFree.resize((newNumberOfRegions + 63) / 64) || !numberOfFreeInRegion.resize(newNumberOfRegions) ||
-      !pairs.resize(newNumberOfRegions) || !triples.resize(newNumberOfRegions)) {
+      !pairs.resize(newNumberOfRegions)) {
     return false;
   }
   numberOfWords = newNumberOfWords;
@@ -69,16 +59,8 @@ bool ZQFreeSlotIndex::resize(int newNumberOfSlots) noexcept {
   }
   // The old end's regions now reach into new slots.
   if (newNumberOfSlots > oldNumberOfSlots) {
-    int reach = ZQPairFilter::numberOfNarrowDistances;
-    for (int index = 0; index < pairs.getNumberOfWideDistances(); ++index) {
-      if (pairs.getWideDistance(index) > reach) reach = pairs.getWideDistance(index);
-    }
+    const int reach = ZQPairFilter::numberOfDistances;
     pairs.setAllFrom(static_cast<size_t>(oldNumberOfSlots > reach ? oldNumberOfSlots - reach : 0) >> regionLog2);
-    const int reachOfTriples = ZQTripleFilter::widest;
-    const int firstTouched = oldNumberOfSlots > reachOfTriples ? oldNumberOfSlots - reachOfTriples : 0;
-    for (int region = firstTouched >> regionLog2; region <= oldNumberOfSlots >> regionLog2; ++region) {
-      triples.forget(static_cast<size_t>(region));
-    }
   }
   return true;
 }
@@ -91,7 +73,6 @@ void ZQFreeSlotIndex::clear() {
   regionsWithFree.reset();
   numberOfFreeInRegion.reset();
   pairs.clear();
-  triples.clear();
 }
 
 void ZQFreeSlotIndex::fill(int slot) {
@@ -133,27 +114,26 @@ void ZQFreeSlotIndex::release(int slot) {
   if (isFree(slot)) return;
   markFree(slot);
   const size_t region = static_cast<size_t>(slot) >> regionLog2;
-  if (numberOfFreeInRegion[region] == manyFreeOfRegion) pairs.setAllNarrowOf(region);
+  if (numberOfFreeInRegion[region] == manyFreeOfRegion) pairs.setAllOf(region);
   admitPairsOf(slot);
-  admitTriplesOf(slot);
 }
 
 // Sets the filter's bits of the pairs that a newly free slot makes with free slots above and below it.
 void ZQFreeSlotIndex::admitPairsOf(int slot) {
-  constexpr int narrow = ZQPairFilter::numberOfNarrowDistances;
+  constexpr int widest = ZQPairFilter::numberOfDistances;
   const size_t region = static_cast<size_t>(slot) >> regionLog2;
-  if (pairs.hasNarrowNoIn(region)) {
-    for (int base = 1; base <= narrow; base += 64) {
+  if (pairs.hasNoIn(region)) {
+    for (int base = 1; base <= widest; base += 64) {
       const uint64_t asked = pairs.rowsWithNo(static_cast<size_t>(base >> 6));
       for (uint64_t bits = slotsFrom(static_cast<long long>(slot) + base) & asked; bits != 0; bits &= bits - 1) {
         pairs.set(base + std::countr_zero(bits) - 1, region);
       }
     }
   }
-  const int lowest = slot > narrow ? slot - narrow : 0;
-  if (pairs.hasNarrowNoIn(region) || pairs.hasNarrowNoIn(static_cast<size_t>(lowest) >> regionLog2)) {
-    if (slot >= narrow) {
-      for (int base = 0; base < narrow; base += 64) {  // bit 63 - i is the slot base + i + 1 below
+  const int lowest = slot > widest ? slot - widest : 0;
+  if (pairs.hasNoIn(region) || pairs.hasNoIn(static_cast<size_t>(lowest) >> regionLog2)) {
+    if (slot >= widest) {
+      for (int base = 0; base < widest; base += 64) {  // bit 63 - i is the slot base + i + 1 below
         const uint64_t asked = pairs.rowsWithNo(static_cast<size_t>(base >> 6));
         if (asked == 0) continue;
         for (uint64_t bits = slotsFrom(static_cast<long long>(slot) - base - 64); bits != 0;) {
@@ -168,28 +148,6 @@ void ZQFreeSlotIndex::admitPairsOf(int slot) {
       }
     }
   }
-  for (int index = 0; index < pairs.getNumberOfWideDistances(); ++index) {
-    const int distance = pairs.getWideDistance(index);
-    const int row = narrow + index;
-    if (slot < numberOfSlots - distance && isFree(slot + distance)) pairs.set(row, region);
-    if (slot >= distance && isFree(slot - distance)) pairs.set(row, static_cast<size_t>(slot - distance) >> regionLog2);
-  }
-}
-
-// Where many slots are free each triple occurs, and telling them one by one isn't worth the time.
-void ZQFreeSlotIndex::admitTriplesOf(int slot) {
-  constexpr int width = 128;  // two words
-  for (const int reached : {slot, slot > width ? slot - width : 0}) {
-    const size_t region = static_cast<size_t>(reached) >> regionLog2;
-    if (numberOfFreeInRegion[region] > ZQTripleFilter::mostFreeOfRegion) triples.forget(region);
-  }
-  const uint64_t above[2] = {slotsFrom(slot + 1LL), slotsFrom(slot + 65LL)};
-  if (slot < width) {  // too near to the begin for the words below: it happens to the first few slots only
-    triples.forget(0);
-    return;
-  }
-  const uint64_t below[2] = {reversed(slotsFrom(slot - 64LL)), reversed(slotsFrom(slot - 128LL))};
-  triples.admit(slot, above, below);
 }
 
 int ZQFreeSlotIndex::nextFree(long long from) const {

@@ -1,4 +1,4 @@
-// Which slots of the block are free: one bit a slot, summaries above it, a count for each region of 4096 slots, and the filters
+// Which slots of the block are free: one bit a slot, summaries above it, a count for each region of 4096 slots, and the filter
 // of the distances that a region can serve. It answers the three questions of placement without walking the packed block: the
 // nearest free slot, the n-th free slot, and the nearest shift at which a whole field fits. Only the places that fill or empty a
 // slot keep it.
@@ -8,7 +8,6 @@
 #include <cstdint>
 
 #include "store/ZQPairFilter.h"
-#include "store/ZQTripleFilter.h"
 
 namespace zmatrix {
 
@@ -68,7 +67,7 @@ class ZQFreeSlotIndex {
   friend class ZQShiftSearch;
 
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
-  static constexpr int manyFreeOfRegion = 256;  // of 4096: enough for a pair of each narrow distance, which is then told at once
+  static constexpr int manyFreeOfRegion = 256;  // of 4096: enough for a pair of each distance, which is then told at once
 
   /// 64 slots from `slot` on, which need not be a multiple of 64; slots behind the end read as occupied.
   uint64_t slotsFrom(long long slot) const {
@@ -87,7 +86,6 @@ class ZQFreeSlotIndex {
            (numberOfFreeInRegion[region] != 0) == (wordsWithFree[region] != 0);
   }
   void admitPairsOf(int slot);
-  void admitTriplesOf(int slot);
 
   int numberOfSlots = 0;
   size_t numberOfWords = 0;
@@ -96,7 +94,6 @@ class ZQFreeSlotIndex {
   ZQArray<uint64_t> regionsWithFree;  // a bit a region
   ZQArray<uint16_t> numberOfFreeInRegion;
   ZQPairFilter pairs;
-  ZQTripleFilter triples;
 };
 
 }  // namespace zmatrix

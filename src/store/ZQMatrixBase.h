@@ -195,6 +195,11 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
     __builtin_prefetch(
         reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(slots) + static_cast<uintptr_t>(position) * sizeOfRecord));
   }
+  /// The same for a slot whose counts are wanted too: a record may lie across two lines of the cache.
+  void prefetchWholeSlot(long long position) const {
+    prefetchSlot(position);
+    __builtin_prefetch(slots + static_cast<size_t>(position) * sizeOfRecord + sizeOfRecord - 1);
+  }
   ZQMatrixBaseElement* parentOf(int position) const;
   /// Names the record in a slot; no other record of the matrix has the name. noRecord for an empty slot.
   using RecordName = unsigned;
@@ -213,6 +218,11 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
     if (parent.getOffsetToElementInNextDimension() == 0 || !knowsFirstChild(parentPosition, parent)) return -1;
     const long long target =
         parentPosition + parent.getOffsetToElementInNextDimension() - parent.getIndexOfFirstChild() + coordinate;
+    return childIn<Element>(target, parentPosition);
+  }
+  /// `target` if a child of that parent lies there, else -1. Any position is allowed.
+  template <class Element>
+  int childIn(long long target, long long parentPosition) const {
     if (!isSlot(target)) return -1;
     const int offsetToParent = recordInSlot<Element>(target)->getOffsetToElementInPrevDimension();
     return offsetToParent != 0 && target + offsetToParent == parentPosition ? static_cast<int>(target) : -1;

@@ -1,17 +1,16 @@
 #include "store/ZQPairFilter.h"
 
-#include <climits>
+#include <cstring>
 
 namespace zmatrix {
 
 bool ZQPairFilter::resize(size_t newNumberOfRegions) noexcept {
-  const size_t rows = static_cast<size_t>(numberOfNarrowDistances + numberOfWideDistances);
   const size_t neededWords = (newNumberOfRegions + 63) / 64;
-  if (!hasNarrowNo.resize(newNumberOfRegions)) return false;
+  if (!hasNo.resize(newNumberOfRegions)) return false;
   if (neededWords > wordsOfRow) {
     const size_t newWordsOfRow = neededWords + neededWords / 2;
-    if (!bits.resize(rows * newWordsOfRow, ~uint64_t{0})) return false;
-    for (size_t row = rows; row-- > 0;) {  // spread the rows, last first, each to its new begin
+    if (!bits.resize(numberOfDistances * newWordsOfRow, ~uint64_t{0})) return false;
+    for (size_t row = numberOfDistances; row-- > 0;) {  // spread the rows, last first, each to its new begin
       uint64_t* to = &bits[row * newWordsOfRow];
       if (wordsOfRow > 0) memmove(to, &bits[row * wordsOfRow], wordsOfRow * sizeof(uint64_t));
       memset(to + wordsOfRow, 0xFF, (newWordsOfRow - wordsOfRow) * sizeof(uint64_t));
@@ -26,39 +25,16 @@ bool ZQPairFilter::resize(size_t newNumberOfRegions) noexcept {
 
 void ZQPairFilter::clear() {
   bits.reset();
-  hasNarrowNo.reset();
+  hasNo.reset();
   numberOfRegions = wordsOfRow = 0;
-  numberOfWideDistances = 0;
-  memset(rowsByHash, 0, sizeof rowsByHash);
-  memset(narrowRowsWithNo, 0, sizeof narrowRowsWithNo);
+  memset(rowsWithNoBits, 0, sizeof rowsWithNoBits);
 }
 
 void ZQPairFilter::setAllFrom(size_t first) {
-  const int rows = numberOfNarrowDistances + numberOfWideDistances;
-  for (int row = 0; row < rows; ++row) {
+  for (int row = 0; row < numberOfDistances; ++row) {
     for (size_t region = first; region < numberOfRegions; ++region) set(row, region);
   }
-  for (size_t region = first; region < numberOfRegions; ++region) hasNarrowNo[region] = 0;
-}
-
-int ZQPairFilter::rowOfWideDistance(long long distance) const {
-  if (distance > INT_MAX) return -1;
-  for (int slot = hashOf(static_cast<int>(distance)); rowsByHash[slot] != 0; slot = (slot + 1) % slotsOfHash) {
-    if (wideDistances[rowsByHash[slot] - numberOfNarrowDistances] == distance) return rowsByHash[slot];
-  }
-  return -1;
-}
-
-int ZQPairFilter::rowOfOrNew(long long distance) {
-  const int row = rowOf(distance);
-  if (row >= 0 || distance < 1 || distance > INT_MAX || numberOfWideDistances == mostWideDistances) return row;
-  const int newRow = numberOfNarrowDistances + numberOfWideDistances;
-  if (!bits.resize(static_cast<size_t>(newRow + 1) * wordsOfRow, ~uint64_t{0})) return -1;
-  wideDistances[numberOfWideDistances++] = static_cast<int>(distance);
-  int slot = hashOf(static_cast<int>(distance));
-  while (rowsByHash[slot] != 0) slot = (slot + 1) % slotsOfHash;
-  rowsByHash[slot] = static_cast<int16_t>(newRow);
-  return newRow;
+  for (size_t region = first; region < numberOfRegions; ++region) hasNo[region] = 0;
 }
 
 }  // namespace zmatrix

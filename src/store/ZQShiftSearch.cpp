@@ -2,32 +2,8 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
-
-// A second version of a function for processors with vectors of 32 bytes, chosen when the library is loaded, which is too early
-// for the thread sanitizer.
-#if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__) && !defined(__SANITIZE_THREAD__)
-#define ZMATRIX_WITH_AVX2_TOO __attribute__((target_clones("avx2", "default")))
-#else
-#define ZMATRIX_WITH_AVX2_TOO
-#endif
 
 namespace zmatrix {
-
-namespace {
-
-constexpr size_t wordsOfVector = 4;
-using FourWords [[gnu::vector_size(wordsOfVector * sizeof(uint64_t))]] = uint64_t;
-
-struct [[gnu::packed, gnu::may_alias]] UnalignedWords {
-  FourWords words;
-};
-
-const UnalignedWords* wordsFrom(const uint64_t* first) {
-  return reinterpret_cast<const UnalignedWords*>(first);
-}
-
-}  // namespace
 
 ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, std::span<const int> positionsToPlace, std::span<const int> own)
     : index(indexOfBlock), positions(positionsToPlace), anchor(positionsToPlace.front()) {
@@ -39,91 +15,82 @@ ZQShiftSearch::ZQShiftSearch(ZQFreeSlotIndex& indexOfBlock, std::span<const int>
   numberOfTracked = static_cast<int>(std::min<size_t>(positions.size() - 1, mostTrackedDistances));
   for (int j = 0; j < numberOfTracked; ++j) {
     distances[j] = positions[static_cast<size_t>(j) + 1] - anchor;
-    rows[j] = index.pairs.rowOf(distances[j]);
-    if (distances[j] <= ZQTripleFilter::widest && j < mostTripledDistances) numberOfTripled = j + 1;
+    rows[j] = ZQPairFilter::rowOf(distances[j]);
   }
 }
 
 long long ZQShiftSearch::nextFit(long long from, long long to) {
-  long long found;
-  while (from <= to) {
-    if (up(from, to, found)) return found;
+  if (from > to) return none;
+  if (isSingle()) return nextFreeOffset(from, to);
+  const long long last = (anchor + to) >> regionLog2;
+  for (Candidates above = candidatesFrom((anchor + from) >> regionLog2, last); above.region != noRegion; advance(above, last)) {
+    const long long slot = fitInRegion(above.region, anchor + from, anchor + to, true);
+    if (slot >= 0) return slot - anchor;
   }
   return none;
 }
 
 long long ZQShiftSearch::previousFit(long long from, long long to) {
-  long long found;
-  while (from >= to) {
-    if (down(from, to, found)) return found;
+  if (from < to) return none;
+  if (isSingle()) return previousFreeOffset(from, to);
+  const long long first = (anchor + to) >> regionLog2;
+  for (Candidates below = candidatesBackFrom((anchor + from) >> regionLog2, first); below.region != noRegion;
+       goBack(below, first)) {
+    const long long slot = fitInRegion(below.region, anchor + to, anchor + from, false);
+    if (slot >= 0) return slot - anchor;
   }
   return none;
 }
 
+// Of the candidates on both sides the nearer region is looked at, until a fit on one side is nearer than what is left on the
+// other.
 ZQShiftSearch::Nearest ZQShiftSearch::nearest(long long lowest, long long highest) {
   Nearest result;
-  long long left = -1;
-  long long right = 1;
+  if (isSingle()) {
+    result.right = nextFreeOffset(1, highest);
+    const long long left = previousFreeOffset(-1, result.right == none ? lowest : std::max(lowest, -result.right));
+    if (left != none) result.left = -left;
+    return result;
+  }
+  Candidates below, above;
+  if (lowest <= -1) below = candidatesBackFrom((anchor - 1) >> regionLog2, (anchor + lowest) >> regionLog2);
+  if (highest >= 1) above = candidatesFrom((anchor + 1) >> regionLog2, (anchor + highest) >> regionLog2);
   for (;;) {
-    const bool goesLeft = result.left == none && left >= lowest && -left <= result.right;
-    const bool goesRight = result.right == none && right <= highest && right < result.left;
-    if (!goesLeft && !goesRight) return result;
-    long long found;
-    if (goesLeft && (!goesRight || -left <= right)) {
-      if (down(left, result.right == none ? lowest : std::max(lowest, -result.right), found)) result.left = -found;
-    } else if (up(right, result.left == none ? highest : std::min(highest, result.left - 1), found)) {
-      result.right = found;
+    long long toBelow = below.region == noRegion ? none : std::max(anchor - ((below.region + 1) << regionLog2) + 1, 1LL);
+    long long toAbove = above.region == noRegion ? none : std::max((above.region << regionLog2) - anchor, 1LL);
+    if (toBelow > -lowest) toBelow = none;
+    if (toAbove > highest) toAbove = none;
+    if (toBelow == none && toAbove == none) return result;
+    if (toBelow <= toAbove) {
+      const long long slot = fitInRegion(below.region, anchor + lowest, anchor - 1, false);
+      if (slot < 0) {
+        goBack(below, (anchor + lowest) >> regionLog2);
+      } else {
+        result.left = anchor - slot;
+        highest = std::min(highest, result.left - 1);
+        below.region = noRegion;
+      }
+    } else {
+      const long long slot = fitInRegion(above.region, anchor + 1, anchor + highest, true);
+      if (slot < 0) {
+        advance(above, (anchor + highest) >> regionLog2);
+      } else {
+        result.right = slot - anchor;
+        lowest = std::max(lowest, -result.right);
+        above.region = noRegion;
+      }
     }
   }
 }
 
-// Looks at one region from `offset` upward; else moves `offset` behind what it has ruled out.
-bool ZQShiftSearch::up(long long& offset, long long limit, long long& found) {
-  const long long first = anchor + offset;
-  if (positions.size() == 1) {
-    const int slot = index.nextFree(first);
-    found = slot - anchor;
-    offset = limit + 1;
-    return slot != ZQFreeSlotIndex::none && found <= limit;
-  }
-  const long long region = nextCandidate(first >> regionLog2);
-  if (region < 0) {
-    offset = limit + 1;
-    return false;
-  }
-  if (region != first >> regionLog2) {
-    offset = (region << regionLog2) - anchor;
-    return false;
-  }
-  const long long last = std::min(((region + 1) << regionLog2) - 1, anchor + limit);
-  const long long slot = fitInRegion(region, first, last, true);
-  found = slot - anchor;
-  offset = last + 1 - anchor;
-  return slot >= 0;
+long long ZQShiftSearch::nextFreeOffset(long long from, long long to) const {
+  const int slot = from <= to ? index.nextFree(anchor + from) : ZQFreeSlotIndex::none;
+  return slot != ZQFreeSlotIndex::none && slot - anchor <= to ? slot - anchor : none;
 }
 
-bool ZQShiftSearch::down(long long& offset, long long limit, long long& found) {
-  const long long first = anchor + offset;
-  if (positions.size() == 1) {
-    const int slot = index.previousFree(first);
-    found = slot - anchor;
-    offset = limit - 1;
-    return slot != ZQFreeSlotIndex::none && found >= limit;
-  }
-  const long long region = previousCandidate(first >> regionLog2);
-  if (region < 0) {
-    offset = limit - 1;
-    return false;
-  }
-  if (region != first >> regionLog2) {
-    offset = ((region + 1) << regionLog2) - 1 - anchor;
-    return false;
-  }
-  const long long last = std::max(region << regionLog2, anchor + limit);
-  const long long slot = fitInRegion(region, last, first, false);
-  found = slot - anchor;
-  offset = last - 1 - anchor;
-  return slot >= 0;
+long long ZQShiftSearch::previousFreeOffset(long long from, long long to) const {
+  const int slot = from >= to ? index.previousFree(anchor + from, anchor + to) : ZQFreeSlotIndex::none;
+  return slot != ZQFreeSlotIndex::none ? slot - anchor : none;
 }
 
 // 64 regions that have a free slot and, as far as the filter knows, serve every distance of the field. Where the field's own
@@ -133,195 +100,119 @@ uint64_t ZQShiftSearch::candidateRegions(size_t word) const {
   for (int j = 0; j < numberOfTracked; ++j) {
     if (rows[j] >= 0) regions &= index.pairs.word(rows[j], word);
   }
-  for (int farther = 1; farther < numberOfTripled && regions != 0; ++farther) {
-    for (int nearer = 0; nearer < farther; ++nearer) {
-      regions &= ~index.triples.word(ZQTripleFilter::rowOf(distances[nearer], distances[farther]), word);
-    }
-  }
   const long long first = std::max(firstLent - static_cast<long long>(word) * 64, 0LL);
   const long long last = std::min(lastLent - static_cast<long long>(word) * 64, 63LL);
   if (first <= last) regions |= index.regionsWithFree[word] & (~uint64_t{0} << first) & (~uint64_t{0} >> (63 - last));
   return regions;
 }
 
-long long ZQShiftSearch::nextCandidate(long long region) const {
-  const size_t numberOfWords = index.regionsWithFree.size();
-  size_t word = static_cast<size_t>(region >> 6);
-  if (word >= numberOfWords) return -1;
-  uint64_t regions = candidateRegions(word) & (~uint64_t{0} << (region & 63));
-  while (regions == 0) {
-    if (++word == numberOfWords) return -1;
-    regions = candidateRegions(word);
-  }
-  return static_cast<long long>(word * 64) + std::countr_zero(regions);
+ZQShiftSearch::Candidates ZQShiftSearch::candidatesFrom(long long region, long long last) const {
+  Candidates candidates;
+  candidates.word = region >> 6;
+  if (candidates.word >= static_cast<long long>(index.regionsWithFree.size())) return candidates;
+  candidates.regionsLeft = candidateRegions(static_cast<size_t>(candidates.word)) & (~uint64_t{0} << (region & 63));
+  advance(candidates, last);
+  return candidates;
 }
 
-long long ZQShiftSearch::previousCandidate(long long region) const {
-  if (region < 0) return -1;
-  size_t word = static_cast<size_t>(region >> 6);
-  uint64_t regions = candidateRegions(word) & (~uint64_t{0} >> (63 - (region & 63)));
-  while (regions == 0) {
-    if (word-- == 0) return -1;
-    regions = candidateRegions(word);
-  }
-  return static_cast<long long>(word * 64) + 63 - std::countl_zero(regions);
+ZQShiftSearch::Candidates ZQShiftSearch::candidatesBackFrom(long long region, long long first) const {
+  Candidates candidates;
+  candidates.word = region >> 6;
+  candidates.regionsLeft = candidateRegions(static_cast<size_t>(candidates.word)) & (~uint64_t{0} >> (63 - (region & 63)));
+  goBack(candidates, first);
+  return candidates;
 }
 
-// The slot in `lowest` .. `highest` of the region where the field's first position fits, or -1. Only words that have a free slot
-// are looked at, from the end that is asked for; what they gave is kept for a search from the other end.
+void ZQShiftSearch::advance(Candidates& candidates, long long last) const {
+  const long long lastWord = std::min(last >> 6, static_cast<long long>(index.regionsWithFree.size()) - 1);
+  candidates.region = noRegion;
+  while (candidates.regionsLeft == 0) {
+    if (++candidates.word > lastWord) return;
+    candidates.regionsLeft = candidateRegions(static_cast<size_t>(candidates.word));
+  }
+  candidates.region = candidates.word * 64 + std::countr_zero(candidates.regionsLeft);
+  candidates.regionsLeft &= candidates.regionsLeft - 1;
+}
+
+void ZQShiftSearch::goBack(Candidates& candidates, long long first) const {
+  candidates.region = noRegion;
+  while (candidates.regionsLeft == 0) {
+    if (--candidates.word < first >> 6) return;
+    candidates.regionsLeft = candidateRegions(static_cast<size_t>(candidates.word));
+  }
+  const int bit = 63 - std::countl_zero(candidates.regionsLeft);
+  candidates.region = candidates.word * 64 + bit;
+  candidates.regionsLeft &= ~(uint64_t{1} << bit);
+}
+
+// The slot in `lowest` .. `highest` of the region where the field's first position fits, or -1: the first one from the end that
+// is asked for.
 long long ZQShiftSearch::fitInRegion(long long region, long long lowest, long long highest, bool ascending) {
   if (region != regionOfFits) {
     regionOfFits = region;
-    wordsToTell = index.wordsWithFree[static_cast<size_t>(region)];
-    wordsOfFits = 0;
-    hasFirstPair = false;
-    if (index.numberOfFreeInRegion[static_cast<size_t>(region)] > mostFreeOfPackedRegion) findFits(region);
+    findFits(static_cast<size_t>(region));
   }
+  if (fits.wordsWithFit == 0) return -1;
   const long long firstSlot = region << regionLog2;
   const int low = static_cast<int>(std::max(lowest - firstSlot, 0LL));
   const int high = static_cast<int>(std::min(highest - firstSlot, (1LL << regionLog2) - 1));
   if (low > high) return -1;
   const int from = low >> 6;
   const int to = high >> 6;
-  uint64_t words = (wordsToTell | wordsOfFits) & (~uint64_t{0} << from) & (~uint64_t{0} >> (63 - to));
-  if (words == 0) return -1;
+  uint64_t words = fits.wordsWithFit & (~uint64_t{0} << from) & (~uint64_t{0} >> (63 - to));
   while (words != 0) {
     const int word = ascending ? std::countr_zero(words) : 63 - std::countl_zero(words);
-    const uint64_t bitOfWord = uint64_t{1} << word;
-    words &= ~bitOfWord;
-    uint64_t bits = (wordsToTell & bitOfWord) != 0 ? fitsInWord(region, word) : fits[word];
+    words &= ~(uint64_t{1} << word);
+    uint64_t bits = fits.words[word];
     if (word == from) bits &= ~uint64_t{0} << (low & 63);
     if (word == to) bits &= ~uint64_t{0} >> (63 - (high & 63));
     if (bits != 0) return firstSlot + word * 64 + (ascending ? std::countr_zero(bits) : 63 - std::countl_zero(bits));
   }
-  if ((wordsToTell | wordsOfFits) == 0) crossOff(static_cast<size_t>(region));
   return -1;
 }
 
-// Which slots of the region the first position fits at: so many words at once as a processor holds, one distance after the other,
-// until nothing is left of them. This is the way for a region with many free slots, where a word keeps some for long.
-void ZQShiftSearch::findFits(long long region) {
-  wordsToTell = 0;
-  const size_t begin = static_cast<size_t>(region) * wordsOfRegion;
-  const size_t reach = static_cast<size_t>((positions.back() - anchor) >> 6) + wordsOfRegion;
-  if (begin + reach >= index.numberOfWords) {
+void ZQShiftSearch::findFits(size_t region) {
+  if (reachesEnd(region, positions.back() - anchor)) {
     findFitsAtEnd(region);
-    return;
+  } else {
+    fits.find(&index.freeSlots[region * wordsOfRegion], positions);
   }
-  for (size_t first = 0; first < wordsOfRegion; first += wordsAtOnce) {
-    if (keepFits(&index.freeSlots[begin + first], &fits[first])) hasFirstPair = true;
-    for (size_t i = first; i < first + wordsAtOnce; ++i) wordsOfFits |= static_cast<uint64_t>(fits[i] != 0) << i;
-  }
-  if (wordsOfFits == 0) crossOff(static_cast<size_t>(region));
+  if (fits.wordsWithFit == 0) crossOff(region);
 }
 
-// True if the first distance has left something. Sixteen words stay in registers from the first distance to the last.
-ZMATRIX_WITH_AVX2_TOO bool ZQShiftSearch::keepFits(const uint64_t* slots, uint64_t* kept) const {
-  static_assert(wordsAtOnce == 4 * wordsOfVector);
-  FourWords bits0 = wordsFrom(slots)[0].words, bits1 = wordsFrom(slots)[1].words;
-  FourWords bits2 = wordsFrom(slots)[2].words, bits3 = wordsFrom(slots)[3].words;
-  bool hasPair = false;
-  for (size_t j = 1; j < positions.size(); ++j) {
-    const int distance = positions[j] - static_cast<int>(anchor);
-    const int shift = distance & 63;
-    const UnalignedWords* low = wordsFrom(slots + (distance >> 6));
-    const UnalignedWords* high = wordsFrom(slots + (distance >> 6) + 1);
-    bits0 &= (low[0].words >> shift) | ((high[0].words << 1) << (63 - shift));
-    bits1 &= (low[1].words >> shift) | ((high[1].words << 1) << (63 - shift));
-    bits2 &= (low[2].words >> shift) | ((high[2].words << 1) << (63 - shift));
-    bits3 &= (low[3].words >> shift) | ((high[3].words << 1) << (63 - shift));
-    const FourWords any = (bits0 | bits1) | (bits2 | bits3);
-    if ((any[0] | any[1] | any[2] | any[3]) == 0) break;
-    hasPair = true;
-  }
-  const FourWords bits[] = {bits0, bits1, bits2, bits3};
-  memcpy(kept, bits, sizeof bits);
-  return hasPair;
-}
-
-// The same where the field reaches beyond the block's end.
-void ZQShiftSearch::findFitsAtEnd(long long region) {
-  copyFree(static_cast<size_t>(region), fits);
-  for (size_t j = 1; j < positions.size(); ++j) {
-    if (keepPairs(static_cast<size_t>(region), positions[j] - anchor, fits) == 0) {
-      crossOff(static_cast<size_t>(region));
-      return;
+// The same where the field reaches beyond the block's end, slower.
+void ZQShiftSearch::findFitsAtEnd(size_t region) {
+  fits.wordsWithFit = 0;
+  fits.numberTested = mostTrackedDistances;
+  for (uint64_t words = index.wordsWithFree[region]; words != 0; words &= words - 1) {
+    const int word = std::countr_zero(words);
+    const size_t number = region * wordsOfRegion + static_cast<size_t>(word);
+    uint64_t bits = index.freeSlots[number];
+    for (size_t j = 1; j < positions.size() && bits != 0; ++j) {
+      bits &= index.slotsFrom(static_cast<long long>(number * 64) + (positions[j] - anchor));
     }
-    hasFirstPair = true;
+    fits.words[word] = bits;
+    if (bits != 0) fits.wordsWithFit |= uint64_t{1} << word;
   }
-  for (size_t i = 0; i < wordsOfRegion; ++i) wordsOfFits |= static_cast<uint64_t>(fits[i] != 0) << i;
 }
 
-// Which slots of a word of the region the first position fits at.
-uint64_t ZQShiftSearch::fitsInWord(long long region, int word) {
-  const size_t number = static_cast<size_t>(region) * wordsOfRegion + static_cast<size_t>(word);
-  const long long first = static_cast<long long>(number * 64);
-  wordsToTell &= ~(uint64_t{1} << word);
-  uint64_t bits = index.freeSlots[number];
-  for (size_t j = 1; j < positions.size(); ++j) {
-    bits &= index.slotsFrom(first + (positions[j] - anchor));
-    if (bits == 0) return 0;
-    hasFirstPair = true;
-  }
-  fits[word] = bits;
-  wordsOfFits |= uint64_t{1} << word;
-  return bits;
-}
-
-// A region that has no pair of some distance at all is crossed off for that distance. A search that goes on and on looks at the
-// triples as well, which is more work; where many slots are free all triples occur.
+// The filter learns which distances a region has no pair of: of those that were tested before nothing was left.
 void ZQShiftSearch::crossOff(size_t region) {
-  for (int j = 0; j < numberOfTracked; ++j) {
-    if (j == 0 ? hasFirstPair : hasPair(region, distances[j])) continue;
-    if (rows[j] < 0) rows[j] = index.pairs.rowOfOrNew(distances[j]);
-    if (rows[j] >= 0) index.pairs.setNo(rows[j], region);
+  if (index.numberOfFreeInRegion[region] > mostFreeToCrossOff) return;
+  const int number = std::min(fits.numberTested, numberOfTracked);
+  for (int j = 0; j < number; ++j) {
+    if (rows[j] < 0 || (fits.numberTested > 1 && hasPair(region, distances[j]))) continue;
+    index.pairs.setNo(rows[j], region);
   }
-  if (++regionsInVain > vainRegionsOfShortSearch && index.numberOfFreeInRegion[region] <= ZQTripleFilter::mostFreeOfRegion)
-    crossOffTriples(region);
 }
 
 bool ZQShiftSearch::hasPair(size_t region, long long distance) const {
+  if (!reachesEnd(region, distance)) return regionHasPair(&index.freeSlots[region * wordsOfRegion], distance);
   for (uint64_t words = index.wordsWithFree[region]; words != 0; words &= words - 1) {
     const size_t word = region * wordsOfRegion + static_cast<size_t>(std::countr_zero(words));
     if ((index.freeSlots[word] & index.slotsFrom(static_cast<long long>(word * 64) + distance)) != 0) return true;
   }
   return false;
-}
-
-void ZQShiftSearch::crossOffTriples(size_t region) {
-  uint64_t pairs[mostTripledDistances][wordsOfRegion];
-  for (int j = 0; j < numberOfTripled; ++j) {
-    copyFree(region, pairs[j]);
-    keepPairs(region, distances[j], pairs[j]);
-  }
-  for (int farther = 1; farther < numberOfTripled; ++farther) {
-    for (int nearer = 0; nearer < farther; ++nearer) {
-      uint64_t any = 0;
-      for (size_t i = 0; i < wordsOfRegion; ++i) any |= pairs[nearer][i] & pairs[farther][i];
-      if (any == 0) index.triples.setNone(ZQTripleFilter::rowOf(distances[nearer], distances[farther]), region);
-    }
-  }
-}
-
-void ZQShiftSearch::copyFree(size_t region, uint64_t* slots) const {
-  const size_t first = region * wordsOfRegion;
-  for (size_t i = 0; i < wordsOfRegion; ++i) slots[i] = first + i < index.numberOfWords ? index.freeSlots[first + i] : 0;
-}
-
-// Of the slots in `slots`, which stand for a region's, those stay that have a free slot `distance` above them; not 0 if any do.
-ZMATRIX_WITH_AVX2_TOO uint64_t ZQShiftSearch::keepPairs(size_t region, long long distance, uint64_t* slots) const {
-  const size_t begin = region * wordsOfRegion + static_cast<size_t>(distance >> 6);
-  const int shift = static_cast<int>(distance & 63);
-  const size_t within = begin < index.numberOfWords ? std::min(index.numberOfWords - begin, wordsOfRegion) : 0;
-  const uint64_t* shifted = &index.freeSlots[0] + (within > 0 ? begin : 0);
-  uint64_t any = 0;
-  if (shift == 0) {
-    for (size_t i = 0; i < within; ++i) any |= slots[i] &= shifted[i];
-  } else {
-    for (size_t i = 0; i < within; ++i) any |= slots[i] &= (shifted[i] >> shift) | (shifted[i + 1] << (64 - shift));
-  }
-  for (size_t i = within; i < wordsOfRegion; ++i) slots[i] = 0;
-  return any;
 }
 
 }  // namespace zmatrix

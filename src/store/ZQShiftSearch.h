@@ -1,12 +1,13 @@
 // Where does a whole field fit? A shift is an offset by which every position of the field lands on a free slot. The search goes
-// region by region, skips those whose filters rule out some of the field's distances, and tests 64 shifts at a time in the
-// others. The field's own slots are lent to it while it runs, since they move too.
+// region by region, skips those where the filter rules out some of the field's distances, and finds all fits of the others at
+// once. The field's own slots are lent to it while it runs, since they move too.
 #pragma once
 
 #include <climits>
 #include <span>
 
 #include "store/ZQFreeSlotIndex.h"
+#include "store/ZQRegionFits.h"
 
 namespace zmatrix {
 
@@ -33,44 +34,44 @@ class ZQShiftSearch {
 
  private:
   static constexpr int mostTrackedDistances = 12;
-  static constexpr int mostTripledDistances = 5;
-  static constexpr int mostFreeOfPackedRegion = 96;
-  static constexpr int vainRegionsOfShortSearch = 16;
-  static constexpr size_t wordsOfRegion = 64;
-  static constexpr size_t wordsAtOnce = 16;
+  static constexpr int mostFreeToCrossOff = 512;  // where more slots of a region are free, all pairs occur
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
+  static constexpr long long noRegion = -1;
 
-  bool up(long long& offset, long long limit, long long& found);
-  bool down(long long& offset, long long limit, long long& found);
+  /// The regions that may serve on one side, from near to far. 64 are filtered at once.
+  struct Candidates {
+    long long region = noRegion;  // the nearest one
+    long long word = 0;
+    uint64_t regionsLeft = 0;  // of the word, behind the nearest one
+  };
+
+  bool isSingle() const { return positions.size() == 1; }
+  long long nextFreeOffset(long long from, long long to) const;
+  long long previousFreeOffset(long long from, long long to) const;
   uint64_t candidateRegions(size_t word) const;
-  long long nextCandidate(long long region) const;
-  long long previousCandidate(long long region) const;
+  Candidates candidatesFrom(long long region, long long last) const;
+  Candidates candidatesBackFrom(long long region, long long first) const;
+  void advance(Candidates& candidates, long long last) const;
+  void goBack(Candidates& candidates, long long first) const;
   long long fitInRegion(long long region, long long lowest, long long highest, bool ascending);
-  void findFits(long long region);
-  void findFitsAtEnd(long long region);
-  bool keepFits(const uint64_t* slots, uint64_t* kept) const;
-  uint64_t fitsInWord(long long region, int word);
+  void findFits(size_t region);
+  void findFitsAtEnd(size_t region);
   void crossOff(size_t region);
-  void crossOffTriples(size_t region);
   bool hasPair(size_t region, long long distance) const;
-  void copyFree(size_t region, uint64_t* slots) const;
-  uint64_t keepPairs(size_t region, long long distance, uint64_t* slots) const;
+  bool reachesEnd(size_t region, long long distance) const {
+    return (region + 1) * wordsOfRegion + static_cast<size_t>(distance >> 6) >= index.numberOfWords;
+  }
 
   ZQFreeSlotIndex& index;
   const std::span<const int> positions;
-  long long anchor;
+  const long long anchor;
   int numberOfTracked;
-  int numberOfTripled = 0;  // of these, the first ones that the filter of triples serves
   long long distances[mostTrackedDistances];
   int rows[mostTrackedDistances];  // of the filter, for the first distances; -1 for one that has none
   long long firstLent = 0;         // regions in which the field's own slots may serve
   long long lastLent = -1;
-  long long regionOfFits = -1;  // the region that was looked at last, and what fits there
-  int regionsInVain = 0;
-  uint64_t wordsToTell = 0;   // a bit a word of the region: has a free slot and was not looked at
-  uint64_t wordsOfFits = 0;   // a bit a word: fits somewhere, as `fits` tells
-  bool hasFirstPair = false;  // some word looked at has a pair of the first distance
-  uint64_t fits[wordsOfRegion];
+  long long regionOfFits = noRegion;  // the region that was looked at last
+  ZQRegionFits fits;
 };
 
 }  // namespace zmatrix

@@ -13,13 +13,13 @@ using zmatrix::Vector;
 using Numbers = std::vector<std::vector<std::string>>;
 
 template <class Matrix>
-class DegenerationFeed : public zmatrix::TierTest<Matrix> {
+class DegenerationFeedTest : public zmatrix::TierTest<Matrix> {
  protected:
-  DegenerationFeed() {
+  DegenerationFeedTest() {
     prepare();
     std::filesystem::current_path(folder.path());
   }
-  ~DegenerationFeed() override { std::filesystem::current_path(home); }
+  ~DegenerationFeedTest() override { std::filesystem::current_path(home); }
 
   /// Two sub-matrices for the characters of ocrons.
   void prepare() {
@@ -78,21 +78,9 @@ class DegenerationFeed : public zmatrix::TierTest<Matrix> {
   int numberFed = -7;
 };
 
-TYPED_TEST_SUITE(DegenerationFeed, zmatrix::LearningTiers);
+TYPED_TEST_SUITE(DegenerationFeedTest, zmatrix::LearningTiers);
 
-TYPED_TEST(DegenerationFeed, learnsPairs) {
-  EXPECT_EQ(this->feed({{"2P"}, {"22", "2*"}, {"2PPP2", "2P", "2"}}), 1);
-  EXPECT_EQ(this->numberFed, 3);
-  // A single form goes to both; forms of one length are no shortening; b runs up to the last form as long as the first.
-  this->expectLearned(1, {"2P\n", "22\n", "2*\n", "2PPP2\n"});
-  this->expectLearned(0, {"2P\n", "22\n2*\n", "2*\n22\n", "2PPP2\n", "2P\n2PPP2\n", "2\n2PPP2\n"});
-  if constexpr (!std::is_same_v<TypeParam, ZQMatrixMedium>) {
-    EXPECT_EQ(this->info()->getNumberOfSymbols(), 6);  // one for each feed, also where the form had one
-    EXPECT_GT(static_cast<ZQMatrixElement*>(this->elementOf(Vector{'2', 'P', '\n'}))->getSymbolID(), 0);
-  }
-}
-
-TYPED_TEST(DegenerationFeed, refusesAndPassesOver) {
+TYPED_TEST(DegenerationFeedTest, RefusesAndPassesOver) {
   int* levels = &this->numberFed;
   EXPECT_EQ(this->matrix->feedMatrixWithDegenerationOcronData(nullptr, 1, nullptr, 4, "\n", 1, 0, 0, levels), -1);
   this->take();
@@ -115,7 +103,7 @@ TYPED_TEST(DegenerationFeed, refusesAndPassesOver) {
   EXPECT_TRUE(this->told("feedMatrixWithDegenerationOcronData: error ocron for matrix feed has no EOO symbol\n"));
 }
 
-TYPED_TEST(DegenerationFeed, savesAndStops) {
+TYPED_TEST(DegenerationFeedTest, SavesAndStops) {
   const std::string line = "Matrix feeded with ocron rules up to up to number: 0, degen-level: 2\n";
   this->folder.put("matrixTerminate", "");
   const Vector before = this->stored();
@@ -128,7 +116,7 @@ TYPED_TEST(DegenerationFeed, savesAndStops) {
   EXPECT_GT(std::filesystem::file_size("autoSave.phr"), 1000u);
 }
 
-TYPED_TEST(DegenerationFeed, goesOnAsIfUnbroken) {
+TYPED_TEST(DegenerationFeedTest, GoesOnAsIfUnbroken) {
   Numbers numbers;
   for (int n = 0; n < 40; n++)
     numbers.push_back(

@@ -9,7 +9,7 @@ namespace {
 
 using zmatrix::ZQArray;
 
-TEST(ZQArrayTest, holdsWhatAVectorHoldsAndNothingChangesWithoutRoom) {
+TEST(ZQArrayTest, HoldsWhatAVectorHoldsAndNothingChangesWithoutRoom) {
   std::mt19937 random(5);
   ZQArray<int> array;
   std::vector<int> expected;

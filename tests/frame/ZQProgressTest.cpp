@@ -16,7 +16,7 @@ void rememberReport(progressCallBackData_tag* data) {
   reports.emplace_back(data->progressItem, data->progressItemCount);
 }
 
-class ProgressReport : public testing::Test {
+class ProgressReportTest : public testing::Test {
  protected:
   void SetUp() override {
     reports.clear();
@@ -33,7 +33,7 @@ class ProgressReport : public testing::Test {
   }
 };
 
-TEST_F(ProgressReport, ComesAboutAHundredTimesAndAlwaysForTheLastItem) {
+TEST_F(ProgressReportTest, ComesAboutAHundredTimesAndAlwaysForTheLastItem) {
   for (int itemCount : {1, 7, 50, 99, 100, 1000, 1001, 123456}) {
     reports.clear();
     zmatrix::progressThrottle = {};
@@ -47,7 +47,7 @@ TEST_F(ProgressReport, ComesAboutAHundredTimesAndAlwaysForTheLastItem) {
   }
 }
 
-TEST_F(ProgressReport, TakesALowerItemOrAnotherCountForANewOperation) {
+TEST_F(ProgressReportTest, TakesALowerItemOrAnotherCountForANewOperation) {
   run(0, 60, 100);
   EXPECT_EQ(reports.size(), 31u);
   run(60, 60, 100);  // the last reported item again is no new operation
@@ -58,19 +58,13 @@ TEST_F(ProgressReport, TakesALowerItemOrAnotherCountForANewOperation) {
   EXPECT_EQ(reports.back(), std::make_pair(60, 101));
 }
 
-TEST_F(ProgressReport, StandsExtremeNumbers) {
+TEST_F(ProgressReportTest, StandsExtremeNumbers) {
   for (int itemCount : {INT_MIN, -1, 0, 1, INT_MAX})
     for (int item : {INT_MIN, -1, 0, INT_MAX - 1, INT_MAX, INT_MAX}) matrixProgressDisplay(item, itemCount);
   EXPECT_EQ(reports.back(), std::make_pair(INT_MAX, INT_MAX));
 }
 
-TEST_F(ProgressReport, IsSilentWithoutACallback) {
-  setMatrixProgressDisplayFunction(nullptr);
-  run(0, 10, 10);
-  EXPECT_TRUE(reports.empty());
-}
-
-TEST(SmallQueries, AnswerByTheirTables) {
+TEST(SmallQueriesTest, AnswerByTheirTables) {
   EXPECT_EQ(getExpectedMatrixMemory(1, 1, 1, 0), 64000);
   EXPECT_EQ(getExpectedMatrixMemory(0, 1, 1, 1), 0);
   EXPECT_EQ(getExpectedMatrixMemory(1, 0, 1, 1), 0);

@@ -5,15 +5,13 @@
 #include <algorithm>
 #include <cstring>
 
-#include "frame/ZQMemory.h"
-
 namespace {
 
 bool isAll(char byte, const char* from, const char* to) {
   return std::all_of(from, to, [byte](char found) { return found == byte; });
 }
 
-TEST(ZQZeroedMemoryTest, keepsItsContentAndIsZeroBeyond) {
+TEST(ZQZeroedMemoryTest, KeepsItsContentAndIsZeroBeyond) {
   zmatrix::ZQZeroedMemory memory;
   size_t written = 0;
   for (const size_t size : {size_t{100}, size_t{70'000}, size_t{65'536}, size_t{1'000}, size_t{3'000'000}, size_t{2'999'999},
@@ -27,19 +25,6 @@ TEST(ZQZeroedMemoryTest, keepsItsContentAndIsZeroBeyond) {
     memset(begin, 7, size);
     written = size;
   }
-}
-
-TEST(ZQZeroedMemoryTest, staysAsItWasWithoutRoom) {
-  zmatrix::ZQZeroedMemory memory;
-  ASSERT_TRUE(memory.resize(10));
-  memory.getBegin()[9] = 7;
-  EXPECT_FALSE(memory.resize(static_cast<size_t>(-1)));
-  zmatrix::largestAllocation = 99;
-  EXPECT_FALSE(memory.resize(100));
-  zmatrix::largestAllocation = static_cast<size_t>(-1);
-  EXPECT_EQ(memory.getBegin()[9], 7);
-  memory.clear();
-  EXPECT_EQ(memory.getBegin(), nullptr);
 }
 
 }  // namespace

@@ -65,41 +65,4 @@ TEST_F(CheckTest, CountsWhatThePhrasesOfTheTextAre) {
   }
 }
 
-TEST_F(CheckTest, PrintsTheSameFiguresAsATable) {
-  const Json report = check("small.txt --tier full");
-  const RunResult table = zmatrix("check small.txt --tier full");
-  EXPECT_EQ(table.exitCode, 0);
-  for (const auto& member : report["matrices"][0].items()) {
-    const std::string value = member.value().is_string() ? member.value().get<std::string>() : member.value().dump();
-    const std::size_t line = table.output.find("\n" + member.key() + " ");
-    ASSERT_NE(line, std::string::npos) << member.key() << "\n" << table.output;
-    const std::string text = table.output.substr(line + 1, table.output.find('\n', line + 1) - line - 1);
-    EXPECT_EQ(text.substr(text.rfind(' ') + 1), value) << text;
-  }
-}
-
-TEST_F(CheckTest, KeepsTheLanguagesApart) {
-  const Json report = check("'" ZMATRIX_EXAMPLES "/harbour.txt' '" ZMATRIX_EXAMPLES "/muehle.txt'");
-  ASSERT_EQ(report["matrices"].size(), 2u);
-  EXPECT_EQ(report["matrices"][0]["language"], "English");
-  EXPECT_EQ(report["matrices"][1]["language"], "German");
-  EXPECT_EQ(report["sound"], true);
-  EXPECT_EQ(report["files"], 2);
-}
-
-TEST_F(CheckTest, EndsWithTheCodeOfTheFault) {
-  writeFile("blank.txt", " \n ");
-  const Json report = check("blank.txt", 3);
-  EXPECT_TRUE(report["matrices"].empty());
-  EXPECT_EQ(zmatrix("check missing.txt").exitCode, 3);
-  EXPECT_EQ(zmatrix("check").exitCode, 2);
-  EXPECT_EQ(zmatrix("check small.txt --tier base").exitCode, 2);
-  EXPECT_EQ(zmatrix("check small.txt --json >/dev/full").exitCode, 4);
-}
-
-TEST_F(CheckTest, BothTiersContinueAlike) {
-  const std::string line = "continue small.txt --count 300 --seed 4 --start 'The ' --tier ";
-  EXPECT_EQ(zmatrix(line + "full").output, zmatrix(line + "medium").output);
-}
-
 }  // namespace

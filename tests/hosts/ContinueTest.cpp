@@ -128,41 +128,7 @@ TEST_F(ContinueTest, EndsWithOneCodePerKindOfFault) {
   writeFile("empty.txt", "");
   writeFile("blank.txt", " \r\n\t \r\n");
   run("mkdir folder");
-  struct Case {
-    const char* arguments;
-    int exitCode;
-    const char* said;
-  };
-  const Case cases[] = {
-      {"", 2, "a verb is missing"},
-      {"continue", 2, "INPUT"},
-      {"sing small.txt", 2, "sing is none of the verbs"},
-      {"continue small.txt --out ./small.txt", 2, "./small.txt is an input"},
-      {"continue small.txt --method worst", 2, "--method"},
-      {"continue small.txt --count -1", 2, "--count"},
-      {"continue small.txt --max-phrase 0", 2, "--max-phrase"},
-      {"continue small.txt --seed x", 2, "--seed"},
-      {"continue small.txt --debug 10", 2, "--debug"},
-      {"continue missing.txt", 3, "cannot read missing.txt: No such file or directory"},
-      {"continue small.txt missing.txt", 3, "missing.txt"},
-      {"continue folder", 3, "no .txt, .mid, .midi or .krn file in it ("},
-      {"continue folder --recursive", 3, "krn file in it or below it"},
-      {"continue -", 3, "nothing to learn"},
-      {"continue small.txt --encoding morse", 2, "--encoding"},
-      {"continue empty.txt", 3, "nothing to learn"},
-      {"continue blank.txt", 3, "nothing to learn"},
-      {"continue small.txt --out nowhere/result.txt", 4, "cannot write nowhere/result.txt"},
-      {"continue small.txt --out folder", 4, "is a folder"},
-      {"--help", 0, ""},
-      {"continue --help", 0, ""},
-      {"--version", 0, ""},
-  };
-  for (const Case& entry : cases) {
-    const RunResult result = zmatrix(entry.arguments);
-    EXPECT_EQ(result.exitCode, entry.exitCode) << entry.arguments << "\n" << result.talk;
-    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << entry.arguments << "\n" << result.talk;
-    EXPECT_EQ(result.output.empty(), entry.exitCode != 0) << entry.arguments;
-  }
+  expectCodes("faults_of_continue.txt");
 }
 
 }  // namespace

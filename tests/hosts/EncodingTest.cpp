@@ -48,37 +48,6 @@ TEST_F(EncodingTest, GivesBackEveryCharacterOfEverySpelling) {
   EXPECT_EQ(zmatrix(generate + "iso-8859-1").output, "a \xFC ? ? \x85 ?? ?? ? ? ? .");
 }
 
-TEST_F(EncodingTest, TakesAnyBytesForWindows1252AndSaysSo) {
-  std::string bytes = "a";
-  for (int byte = 0xA1; byte < 256; ++byte) bytes += static_cast<char>(byte);
-  bytes += "\x80\x85\x9C\x9F.";
-  writeFile("bytes.txt", bytes);
-  const RunResult result = returned("bytes.txt", static_cast<int>(bytes.size()) - 1);
-  EXPECT_EQ(result.output, run("iconv -f WINDOWS-1252 -t UTF-8 bytes.txt").output);
-  EXPECT_NE(result.talk.find("read as Windows-1252: bytes.txt"), std::string::npos) << result.talk;
-  EXPECT_EQ(zmatrix("continue bytes.txt -q --count 9").talk, "");
-  writeFile("broken.txt", "a\xC0\xAF \xED\xA0\x80 \xF4\x90\x80\x80 \xE2\x82");
-  const RunResult broken = returned("broken.txt --encoding utf-8", 12);
-  EXPECT_EQ(broken.output.substr(0, 7), "a\uFFFD\uFFFD");
-  EXPECT_NE(broken.talk.find("10 places could not be decoded"), std::string::npos) << broken.talk;
-  writeFile("half.txt", std::string("a\0\0\xD8z\0b\0\x3D\xD8", 10));
-  EXPECT_EQ(returned("half.txt --encoding utf-16", 4).output, "\xFF\xFE" + converted("a\uFFFDzb\uFFFD", "UTF-16LE"));
-}
-
-TEST_F(EncodingTest, RefusesWhatIsNoText) {
-  std::string bytes;
-  for (int round = 0; round < 3; ++round) {
-    for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
-  }
-  writeFile("bytes.bin", bytes);
-  for (const std::string verb : {"continue bytes.bin", "check bytes.bin", "learn bytes.bin -o model"}) {
-    const RunResult result = zmatrix(verb);
-    EXPECT_EQ(result.exitCode, 3) << verb;
-    EXPECT_NE(result.talk.find("bytes.bin is not a text"), std::string::npos) << result.talk;
-  }
-  EXPECT_EQ(zmatrix("continue bytes.bin --count 500 --force --encoding windows-1252").output.size(), 500u);
-}
-
 TEST_F(EncodingTest, KeepsWordsOfEveryScript) {
   writeFile("text.txt",
             "\u4F60\u597D \u043C\u0438\u0440 \U0001F642 na\u00EFve\n\n\u4F60\u597D \u043C\u0438\u0440 \U0001F642 end");

@@ -71,34 +71,6 @@ TEST_F(ModelTest, LearnsOnWhereItWas) {
   EXPECT_EQ(told["history"][1]["elements"], told["matrices"][0]["elements"]);
 }
 
-TEST_F(ModelTest, LearnsWordsOnToo) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model --level words").exitCode, 0);
-  ASSERT_EQ(zmatrix("learn more.txt -o model --update").exitCode, 0);
-  EXPECT_EQ(zmatrix("generate model --count 100 --seed 3 --level words").output,
-            zmatrix("continue small.txt more.txt --count 100 --seed 3 --level words").output);
-  EXPECT_EQ(info("model")["history"].size(), 4u) << "the letters and the words of each text";
-  EXPECT_TRUE(isWhole("model"));
-}
-
-TEST_F(ModelTest, TellsTheSameInATableAndToAProgram) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model --tier full").exitCode, 0);
-  const Json told = info("model");
-  EXPECT_EQ(told["tier"], "full");
-  EXPECT_EQ(told["level"], "letters");
-  EXPECT_EQ(told["format_version"], 135);
-  EXPECT_EQ(told["bytes"], readFile("model").size());
-  const RunResult table = zmatrix("info model");
-  EXPECT_EQ(table.exitCode, 0);
-  EXPECT_EQ(table.talk, "");
-  EXPECT_FALSE(told["matrices"][0].contains("rule_elements")) << "they were never counted";
-  ASSERT_EQ(zmatrix("learn small.txt -o model --test").exitCode, 0);
-  EXPECT_GT(info("model")["matrices"][0]["rule_elements"], 0);
-  for (const std::string& number : {told["maximal_stack"].dump(), told["matrices"][0]["elements"].dump()}) {
-    EXPECT_NE(table.output.find(" " + number + "\n"), std::string::npos) << number << "\n" << table.output;
-  }
-  EXPECT_NE(table.output.find("0  small.txt\n"), std::string::npos) << table.output;
-}
-
 TEST_F(ModelTest, EndsWithOneCodePerKindOfFault) {
   ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
   const std::string bytes = readFile("model");
@@ -109,48 +81,7 @@ TEST_F(ModelTest, EndsWithOneCodePerKindOfFault) {
   writeFile("unknown", unknownTier);
   writeFile("blank.txt", " \n");
   run("mkdir folder; touch empty");
-  struct Case {
-    const char* arguments;
-    int exitCode;
-    const char* said;
-  };
-  const Case cases[] = {
-      {"learn small.txt", 2, "--out"},
-      {"learn small.txt -o model --tier medium --level words", 2, "--level words needs --tier full"},
-      {"learn small.txt -o model --max-words 3", 2, "--max-words needs --level words"},
-      {"learn small.txt -o model --update --tier full", 2, "the model is of the medium tier"},
-      {"learn small.txt -o model --update --level words", 2, "learned without --level words"},
-      {"learn small.txt -o missing --update", 3, "cannot read missing: No such file or directory"},
-      {"learn missing.txt -o model", 3, "missing.txt"},
-      {"learn small.txt -o ''", 2, "no file is named"},
-      {"learn more.txt -o small.txt", 2, "small.txt is there and holds no matrix"},
-      {"learn small.txt empty -o empty", 2, "empty is an input"},
-      {"generate model --out ./model", 2, "./model is an input"},
-      {"learn model -o other", 3, "it is a model, no text"},
-      {"continue model", 3, "it is a model, no text"},
-      {"learn blank.txt -o model", 3, "nothing to learn"},
-      {"learn small.txt -o nowhere/model", 4, "cannot write nowhere/model"},
-      {"learn small.txt -o folder", 4, "is a folder"},
-      {"learn small.txt -o /dev/full", 4, "cannot save to /dev/full: No space left on device"},
-      {"generate", 2, "MODEL"},
-      {"generate missing", 3, "cannot read missing: No such file or directory"},
-      {"generate folder", 3, "it is no file"},
-      {"generate empty", 3, "it holds no matrix"},
-      {"generate small.txt", 3, "it holds no matrix"},
-      {"generate unknown", 3, "it holds no matrix"},
-      {"generate cut", 3, "cannot read cut"},
-      {"generate model --level words", 3, "no words"},
-      {"info small.txt", 3, "it holds no matrix"},
-      {"check model small.txt", 2, "it is tested alone"},
-      {"check model --tier full", 2, "options for learning don't apply"},
-      {"check model", 0, ""},
-  };
-  for (const Case& entry : cases) {
-    const RunResult result = zmatrix(entry.arguments);
-    EXPECT_EQ(result.exitCode, entry.exitCode) << entry.arguments << "\n" << result.talk;
-    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << entry.arguments << "\n" << result.talk;
-    EXPECT_EQ(result.output.empty(), entry.exitCode != 0) << entry.arguments;
-  }
+  expectCodes("faults_of_model.txt");
   EXPECT_EQ(readFile("model"), bytes) << "what failed left the model as it was";
 }
 
@@ -175,75 +106,6 @@ TEST_F(ModelTest, TellsOfDamageInFewWordsAndDoesNotSpreadIt) {
   EXPECT_EQ(readFile("model"), half);
   EXPECT_EQ(zmatrix("learn small.txt --update --force -o model").exitCode, 0);
   EXPECT_EQ(zmatrix("generate model --count 50").exitCode, 5) << "what was lost is still counted";
-}
-
-TEST_F(ModelTest, MissesARecordWhoseMarkHasChanged) {
-  ASSERT_EQ(zmatrix("learn english.txt -o model").exitCode, 0);
-  std::string bytes = readFile("model");
-  const std::size_t mark = bytes.find("\xa1\xd8\x91\x02");  // 43112609, with which a record begins
-  ASSERT_NE(mark, std::string::npos);
-  bytes[mark] ^= 1;
-  writeFile("model", bytes);
-  for (const std::string line : {"generate model", "check model", "learn small.txt --update -o model"}) {
-    const RunResult result = zmatrix(line);
-    EXPECT_EQ(result.exitCode, 5) << line << "\n" << result.talk;
-    EXPECT_NE(result.talk.find("sub-matrices lost"), std::string::npos) << line << "\n" << result.talk;
-  }
-  EXPECT_EQ(readFile("model"), bytes);
-}
-
-TEST_F(ModelTest, GoesIntoAPipeAndToStandardOutputAsIntoAFile) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
-  const std::string command = "'" ZMATRIX_COMMAND "' learn small.txt -o ";
-  ASSERT_EQ(run("mkfifo pipe; cat pipe >first & " + command + "pipe && wait && " + command + "/dev/stdout | cat >second && " +
-                command + "- >third")
-                .exitCode,
-            0);
-  const std::string written = zmatrix("generate model --count 100").output;
-  for (const std::string model : {"first", "second", "third"}) {
-    EXPECT_EQ(readFile(model).size(), readFile("model").size());
-    EXPECT_EQ(zmatrix("generate --count 100 " + model).output, written) << model;
-  }
-}
-
-TEST_F(ModelTest, KeepsTheOldFileOnAFullDisk) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
-  const std::string bytes = readFile("model");
-  const Names files = filesInFolder();
-  // A file may grow to 8 blocks here; the signal that says so is ignored, so that a write fails as on a full disk.
-  const RunResult result = run("trap '' XFSZ; ulimit -f 8; '" ZMATRIX_COMMAND "' learn english.txt -o model");
-  EXPECT_EQ(result.exitCode, 4) << result.talk;
-  EXPECT_NE(result.talk.find("cannot save to model"), std::string::npos) << result.talk;
-  EXPECT_NE(result.talk.find("what was there stands"), std::string::npos) << result.talk;
-  EXPECT_EQ(readFile("model"), bytes);
-  EXPECT_EQ(filesInFolder(), files);
-}
-
-TEST_F(ModelTest, FollowsLinksAndKeepsRights) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
-  ASSERT_EQ(run("chmod 640 model && ln -s model link").exitCode, 0);
-  ASSERT_EQ(zmatrix("learn more.txt --update -o link").exitCode, 0);
-  EXPECT_EQ(run("test -L link && stat -c %a model").output, "640\n");
-  EXPECT_EQ(info("model")["history"].size(), 2u);
-}
-
-TEST_F(ModelTest, LeavesTheOldFileWhenInterruptedWhileSaving) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
-  const std::string bytes = readFile("model");
-  const Names files = filesInFolder();
-  // The interrupt goes out as soon as the file beside the model is seen; a save that was faster is tried again.
-  const std::string line = "'" ZMATRIX_COMMAND
-                           "' learn english.txt -o model --max-phrase 24 & started=$!; "
-                           "while kill -0 $started; do set -- .zmatrix-save-*; test -e \"$1\" && kill -TERM $started; done; "
-                           "wait $started";
-  int exitCode = 0;
-  for (int attempt = 0; attempt < 20 && exitCode != 128 + 15; ++attempt) {
-    writeFile("model", bytes);
-    exitCode = run(line).exitCode;
-  }
-  ASSERT_EQ(exitCode, 128 + 15);
-  EXPECT_EQ(readFile("model"), bytes);
-  EXPECT_EQ(filesInFolder(), files);
 }
 
 // Kills at any moment of the run and, every other round, soon after the save has begun. ZMATRIX_KILLS sets the number of rounds.

@@ -63,13 +63,6 @@ class MusicTest : public ProgramTest {
   }
 };
 
-TEST_F(MusicTest, SamplesAreWhatTheirProgramWrites) {
-  ASSERT_EQ(run("python3 '" ZMATRIX_EXAMPLES "/make_tunes.py'").exitCode, 0);
-  for (const std::string tune : {"tide.mid", "quay.mid", "gulls.mid"}) {
-    EXPECT_EQ(readFile(tune), readWholeFile(ZMATRIX_EXAMPLES "/" + tune)) << tune;
-  }
-}
-
 TEST_F(MusicTest, WritesTheSameTuneForTheSameSeed) {
   ASSERT_EQ(zmatrix("learn " + tunes + "-o model").exitCode, 0);
   ASSERT_EQ(zmatrix("generate model --count 150 --seed 5 -q --out a.mid").exitCode, 0);
@@ -158,60 +151,8 @@ TEST_F(MusicTest, EndsWithOneCodePerKindOfFault) {
   writeFile("folder/A.MID", midiFile({"", scale(8)}));
   writeFile("text.txt", "It is a text.");
   ASSERT_EQ(zmatrix("learn whole.mid -o model").exitCode, 0);
-  struct Case {
-    const char* arguments;
-    int exitCode;
-    const char* said;
-  };
-  const Case cases[] = {
-      {"continue no-meter.mid --reading classic --out n.mid", 3, "nothing to learn: 1 track: the file has no time signature"},
-      {"continue folder/broken.mid --as midi --out n.mid", 3, "1 file: no MIDI file"},
-      {"continue text.txt --as midi --out n.mid", 3, "1 file: no MIDI file"},
-      {"continue cut.mid --count 1 --out c.mid", 0, "1 file not read to the end"},
-      {"inspect folder", 3, "folder/broken.mid: no MIDI file"},
-      {"inspect text.txt", 3, "text.txt is neither a MIDI nor a kern file"},
-      {"continue whole.mid --coding ocron", 2, "ocron is no coding of music: pitch-time, pitch-bartime, triple, quadruple"},
-      {"continue whole.mid --level words", 2, "--level is not for music"},
-      {"continue whole.mid --skip-channel 17", 2, "--skip-channel"},
-      {"continue whole.mid --start missing.mid", 3, "missing.mid"},
-      {"continue whole.mid --start text.txt", 3, "text.txt is no MIDI and no kern file"},
-      {"continue whole.mid --out nowhere/n.mid", 4, "cannot write nowhere/n.mid"},
-      {"continue whole.mid --out /dev/full", 4, "cannot write all of /dev/full"},
-      {"generate model --matrix 7 --out n.mid", 2, "--matrix 7: no sub-matrix of this ID holds music"},
-      {"learn text.txt -o model --update", 2, "the model holds music, the input text"},
-      {"learn whole.mid -o model --update --grid 8", 2, "the model was learned with --grid 16"},
-      {"convert whole.mid n.mid", 3, "whole.mid is no kern file"},
-  };
-  for (const Case& entry : cases) {
-    const RunResult result = zmatrix(entry.arguments);
-    EXPECT_EQ(result.exitCode, entry.exitCode) << entry.arguments << "\n" << result.talk;
-    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << entry.arguments << "\n" << result.talk;
-  }
+  expectCodes("faults_of_music.txt");
   EXPECT_EQ(filesInFolder(), (Names{"c.mid", "cut.mid", "folder", "model", "no-meter.mid", "text.txt", "whole.mid"}));
-}
-
-TEST_F(MusicTest, ReadsScores) {
-  const std::string bars = "4c\t4e\n4d\t4f\n4e\t4g\n4f\t4a\n=\t=\n";
-  const std::string head = "!!!OTL: Four notes\n**kern\t**kern\n*M4/4\t*M4/4\n=1\t=1\n";
-  const std::string score = head + bars + bars + bars + bars + "*-\t*-\n";
-  writeFile("score.krn", score);
-  writeFile("wrong.krn", head + "4c\t4e\n\n4d\t4f\n*-\t*-\n");
-  const Json good = inspect("score.krn")[0];
-  EXPECT_EQ(good["notes"], 32);
-  EXPECT_EQ(good["errors"], 0);
-  EXPECT_EQ(good["meters"].size(), 2u);
-  const Json wrong = inspect("--reading classic wrong.krn", 3)[0];
-  EXPECT_EQ(wrong["findings"][0]["line"], 6);
-
-  EXPECT_EQ(zmatrix("convert score.krn score.mid").exitCode, 0);
-  EXPECT_EQ(notesIn("score.mid"), 32);
-  const RunResult refused = zmatrix("convert wrong.krn wrong.mid --reading classic");
-  EXPECT_EQ(refused.exitCode, 3);
-  EXPECT_NE(refused.talk.find("wrong.krn: line 6"), std::string::npos) << refused.talk;
-  EXPECT_EQ(zmatrix("continue score.krn --count 20 --seed 2 --out a.mid").exitCode, 0);
-  EXPECT_EQ(zmatrix("continue score.krn --count 20 --seed 2").output, readFile("a.mid"));
-  EXPECT_EQ(zmatrix("continue score.krn score.mid --count 20 --out both.mid").exitCode, 0) << "both are music";
-  EXPECT_EQ(filesInFolder(), (Names{"a.mid", "both.mid", "score.krn", "score.mid", "wrong.krn"}));
 }
 
 }  // namespace

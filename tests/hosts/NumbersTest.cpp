@@ -68,35 +68,6 @@ TEST_F(NumbersTest, LearnsTheArithmeticOfSeries) {
   EXPECT_EQ(continued("series.txt --coding ocron --max-phrase 64 --start '9 10' --count 3 --method best"), expected);
 }
 
-TEST_F(NumbersTest, PrintsWhatTheCodingsMakeOfNumbers) {
-  const Json told = Json::parse(zmatrix("numbers 12 1 0 -7 --json").output);
-  ASSERT_EQ(told.size(), 4u);
-  EXPECT_EQ(told[0]["factors"], (Json{{{"prime", 2}, {"power", 2}}, {{"prime", 3}, {"power", 1}}}));
-  EXPECT_EQ(told[0]["codes"][1],
-            (Json{{"type", 4}, {"ocron", "2P22^*"}, {"ocron_value", 12}, {"gocron", 2476}, {"gocron_value", 12}}));
-  EXPECT_EQ(told[0]["codes"][3]["ocron"], "P*P*");
-  EXPECT_EQ(told[1]["codes"][3]["ocron"], "*");
-  for (const std::size_t without : {2, 3}) {
-    for (const Json& code : told[without]["codes"]) EXPECT_TRUE(code["ocron"].is_null()) << code;
-  }
-  EXPECT_NE(zmatrix("numbers 360").output.find("360 = 2^3 * 3^2 * 5\n"), std::string::npos);
-  EXPECT_EQ(zmatrix("numbers x").exitCode, 2);
-}
-
-TEST_F(NumbersTest, KeepsWhatItLearnedInAModel) {
-  writeFile("a.txt", "3 1 4 1 5 9 2 6 5 3 5 8 9 7 9 3 2 3 8 4 6");
-  writeFile("b.txt", "2 7 1 8 2 8 1 8 2 8 4 5 9 0 4 5");
-  for (const std::string coding : {"plain", "difference"}) {
-    ASSERT_EQ(zmatrix("learn a.txt -o model --coding " + coding).exitCode, 0);
-    ASSERT_EQ(zmatrix("learn b.txt -o model --update").exitCode, 0);
-    for (const std::string options : {" --count 50 --seed 3", " --count 20 --start '1 8' --seed 9"}) {
-      EXPECT_EQ(zmatrix("generate model" + options).output, zmatrix("continue a.txt b.txt --coding " + coding + options).output);
-    }
-    EXPECT_NE(zmatrix("info model").output.find("coding               " + coding + "\n"), std::string::npos);
-    EXPECT_EQ(zmatrix("check model").exitCode, 0);
-  }
-}
-
 TEST_F(NumbersTest, EndsWithOneCodePerKindOfFault) {
   writeFile("good.txt", "1 2 3 5 8");
   writeFile("bad.txt", "1 2\n3 four 5\n");
@@ -104,35 +75,7 @@ TEST_F(NumbersTest, EndsWithOneCodePerKindOfFault) {
   writeFile("far.txt", "1 1000000 2 20000000 3");
   writeFile("text.txt", "It is a text. The boat is in.");
   ASSERT_EQ(zmatrix("learn good.txt -o model").exitCode, 0);
-  struct Case {
-    const char* arguments;
-    int exitCode;
-    const char* said;
-  };
-  const Case cases[] = {
-      {"continue bad.txt --as numbers", 3, "bad.txt:2:3: four is no integer; --skip-bad"},
-      {"continue bad.txt --as numbers --skip-bad --count 1", 0, "left out 1 token"},
-      {"continue big.txt", 3, "big.txt:2:3: 4000000000 does not fit 32 bits (and 1 more like it)"},
-      {"continue far.txt --coding plain", 4, "2 of 5 numbers are coded as more than 500000, up to 20000000"},
-      {"continue good.txt --coding ocron", 3, "good.txt: 1 has no form in the coding ocron; --skip-bad"},
-      {"continue good.txt --coding ocron --skip-bad --count 1", 0, "left out 1 number without a form"},
-      {"continue far.txt --coding gocron --skip-bad", 4, "choose --coding ocron"},
-      {"continue good.txt --coding gocron --ocron-type 6", 2, "--coding gocron takes --ocron-type 3, 4 or 5"},
-      {"continue good.txt text.txt", 3, "good.txt holds numbers and text.txt text"},
-      {"continue good.txt text.txt --as text --count 1", 0, ""},
-      {"continue good.txt --coding triple", 2, "triple is no coding of numbers"},
-      {"continue good.txt --coding plain --ocron-type 4", 2, "--coding plain has no --ocron-type"},
-      {"continue good.txt --level words", 2, "--level is not for numbers"},
-      {"continue good.txt --start 'one'", 2, "--start: one is no integer"},
-      {"generate model --matrix 0", 2, "--matrix is for music"},
-      {"learn text.txt -o model --update", 2, "the model holds numbers, the input text"},
-      {"learn good.txt -o model --update --coding plain", 2, "the model was learned with --coding difference"},
-  };
-  for (const Case& entry : cases) {
-    const RunResult result = zmatrix(entry.arguments);
-    EXPECT_EQ(result.exitCode, entry.exitCode) << entry.arguments << "\n" << result.talk;
-    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << entry.arguments << "\n" << result.talk;
-  }
+  expectCodes("faults_of_numbers.txt");
 }
 
 }  // namespace

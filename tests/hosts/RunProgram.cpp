@@ -37,6 +37,26 @@ RunResult ProgramTest::zmatrix(const std::string& arguments) const {
   return run("'" ZMATRIX_COMMAND "' " + arguments);
 }
 
+void ProgramTest::expectCodes(const std::string& table) const {
+  std::ifstream lines(ZMATRIX_TEST_DATA "/cases/" + table);
+  int numberOfCases = 0;
+  for (std::string arguments, expected; std::getline(lines, arguments);) {
+    if (arguments.starts_with("#") || !std::getline(lines, expected)) continue;
+    const RunResult result = zmatrix(arguments == "\\x20" ? "" : arguments);
+    SCOPED_TRACE(arguments + "\n" + result.talk);
+    EXPECT_EQ(result.exitCode, std::stoi(expected));
+    EXPECT_NE(result.talk.find(expected.substr(std::min<size_t>(3, expected.size()))), std::string::npos) << expected;
+    if (result.exitCode != 0 && !arguments.starts_with("inspect")) {
+      EXPECT_EQ(result.output, "");
+    }
+    if (result.exitCode == 2) {
+      EXPECT_TRUE(result.talk.starts_with("zmatrix: ") && result.talk.find('\n') == result.talk.size() - 1);
+    }
+    ++numberOfCases;
+  }
+  EXPECT_GT(numberOfCases, 0) << table;
+}
+
 void ProgramTest::writeFile(const std::string& name, const std::string& bytes) const {
   fs::create_directories(fs::path(path(name)).parent_path());
   std::ofstream(path(name), std::ios::binary) << bytes;

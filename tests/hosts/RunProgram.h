@@ -22,6 +22,10 @@ class ProgramTest : public ::testing::Test {
   /// Runs the zmatrix command with these arguments.
   RunResult zmatrix(const std::string& arguments) const;
 
+  /// Runs the command with each line of arguments of a table of tests/data/cases; below it stand the exit code and words that
+  /// standard error must have.
+  void expectCodes(const std::string& table) const;
+
   std::string path(const std::string& name) const { return folder_ + "/" + name; }
   void writeFile(const std::string& name, const std::string& bytes) const;
   std::string readFile(const std::string& name) const;

@@ -95,25 +95,6 @@ TEST_F(SentencesTest, EndWithTheOneAskedFor) {
   EXPECT_EQ(zmatrix("continue numbers.txt --lines 2").exitCode, 2);
 }
 
-TEST_F(SentencesTest, TellHowMuchOfTheStartIsKnown) {
-  struct Case {
-    const char* start;
-    const char* said;
-  };
-  for (const Case entry :
-       {Case{"qqq bird saw", ""}, Case{"The c", ""}, Case{"", ""}, Case{"He knew. The c", ""},
-        Case{"zzbird", "only the last 4 characters are known: \"bird\""}, Case{"Tom zz", "nothing of the start is known"}}) {
-    const std::string line = "continue names.txt --count 20 --start='" + std::string(entry.start) + "'";
-    const RunResult result = zmatrix(line);
-    EXPECT_EQ(result.output.size(), std::string(entry.start).size() + 20) << line;
-    EXPECT_EQ(result.talk.find("of the start") == std::string::npos, *entry.said == '\0') << result.talk;
-    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << result.talk;
-    EXPECT_EQ(zmatrix(line + " --quiet").talk, "");
-  }
-  EXPECT_NE(zmatrix("continue names.txt --level words --start 'The zz'").talk.find("1 word of the start is not known"),
-            std::string::npos);
-}
-
 TEST_F(SentencesTest, TellWhatTheyCopy) {
   std::string learned = readWholeFile(ZMATRIX_EXAMPLES "/harbour.txt");
   learned.erase(std::remove_if(learned.begin(), learned.end(), [](char byte) { return byte < 0 || byte == '-'; }), learned.end());

@@ -25,36 +25,7 @@ class TalkTest : public ProgramTest {
 };
 
 TEST_F(TalkTest, SaysInOneLineWhatIsWrongWithTheArguments) {
-  struct Case {
-    const char* arguments;
-    const char* said;
-  };
-  const Case cases[] = {
-      {"", "a verb is missing: continue, learn"},
-      {"contineu x", "did you mean continue?"},
-      {"--vesion", "did you mean --version?"},
-      {"-q continue small.txt", "zmatrix continue -q"},
-      {"continue", "INPUT is missing"},
-      {"continue small.txt --conut 3", "did you mean --count?"},
-      {"continue small.txt --max 3", "did you mean --max-phrase or --max-words"},
-      {"continue small.txt --count -1", "--count: -1 is no whole number from 0 on"},
-      {"continue small.txt --count=", "an empty value is no whole number"},
-      {"continue small.txt --count", "--count needs a value"},
-      {"continue small.txt --seed 2147483648", "no whole number from 0 to 2147483647"},
-      {"continue small.txt --method foo", "foo is none of best, middle, random"},
-      {"continue small.txt --method 1", "1 is none of best, middle, random"},
-      {"continue small.txt --coding tripel", "did you mean triple?"},
-      {"learn small.txt --otu m", "did you mean --out?"},
-      {"numbers 12 4294967296", "4294967296 is no whole number"},
-      {"info a b", "b is one argument too many"},
-  };
-  for (const Case& entry : cases) {
-    const RunResult result = zmatrix(entry.arguments);
-    EXPECT_EQ(result.exitCode, 2) << entry.arguments;
-    EXPECT_EQ(result.talk.rfind("zmatrix: ", 0), 0u) << result.talk;
-    EXPECT_NE(result.talk.find(entry.said), std::string::npos) << entry.arguments << "\n" << result.talk;
-    EXPECT_EQ(result.talk.find('\n'), result.talk.size() - 1) << result.talk;
-  }
+  expectCodes("faults_of_arguments.txt");
   const RunResult empty = zmatrix("continue small.txt --start= --count 20");
   EXPECT_EQ(empty.output, zmatrix("continue small.txt --start '' --count 20").output);
   EXPECT_EQ(empty.output.size(), 20u);
@@ -130,31 +101,6 @@ TEST_F(TalkTest, PrintsManualAndCompletionsOfAllThatHelpLists) {
       "source ./bash; try() { COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); COMPREPLY=(); _zmatrix; echo \"${COMPREPLY[*]}\"; }\n"
       "try zmatrix con; try zmatrix continue --method ''; try zmatrix continue --method = b; try zmatrix info sm\n");
   EXPECT_EQ(run("bash try.bash").output, "continue convert\nbest middle random\nbest\nsmall.txt\n");
-}
-
-TEST_F(TalkTest, KeepsTheLibrarysWordsToItself) {
-  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
-  writeFile("model", readFile("model").substr(0, readFile("model").size() * 3 / 4));
-  for (const std::string verbose : {"", " --verbose"}) {
-    std::istringstream talk(zmatrix("check model" + verbose).talk);
-    bool quotes = false;
-    for (std::string line; std::getline(talk, line);) {
-      EXPECT_EQ(line.rfind("zmatrix: ", 0), 0u) << line;
-      quotes = quotes || line.rfind("zmatrix: library: ", 0) == 0;
-    }
-    EXPECT_EQ(quotes, !verbose.empty());
-  }
-}
-
-TEST_F(TalkTest, DescribesAModelByWhatItLearned) {
-  writeFile("more.txt", "The tide is out.");
-  ASSERT_EQ(zmatrix("learn small.txt -o model").exitCode, 0);
-  const std::string year = run("date -u +%Y").output.substr(0, 4);
-  EXPECT_NE(zmatrix("info model").output.find(" learned from small.txt on " + year), std::string::npos);
-  ASSERT_EQ(zmatrix("learn more.txt --update -o model").exitCode, 0);
-  EXPECT_NE(zmatrix("info model").output.find(" learned from small.txt and 1 more file, last on "), std::string::npos);
-  EXPECT_EQ(zmatrix("info model").output.find("Producer"), std::string::npos);
-  EXPECT_NE(zmatrix("info model --verbose").output.find("stored_description"), std::string::npos);
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
-// `--level words` from outside: what the command counts and writes is held against a plain reading of the text. Set ZMATRIX_TEXTS
-// to a folder to have all its texts taken as well.
+// `--level words` from outside: what the command counts and writes is held against a plain reading of the text.
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <string>
@@ -71,16 +68,6 @@ TEST_F(WordsTest, AreThoseOfATextWithEveryKindOfBreak) {
       "ber den See.\tHalf-\r\nway, half-\n\nway. The last word is cut-\n");
 }
 
-TEST_F(WordsTest, OfAllTextsOfAFolder) {
-  const char* folder = std::getenv("ZMATRIX_TEXTS");
-  if (folder == nullptr) GTEST_SKIP() << "ZMATRIX_TEXTS names no folder";
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-    if (entry.path().extension() != ".txt") continue;
-    SCOPED_TRACE(entry.path());
-    expectWordsOf(readWholeFile(entry.path()));
-  }
-}
-
 TEST_F(WordsTest, FollowTheStartAndCountAsItems) {
   writeFile("text.txt", "one two three four\n\none two five six\n\none two three seven");
   const std::string options = "continue text.txt --level words --seed 3";
@@ -103,18 +90,6 @@ TEST_F(WordsTest, TellWhenThereIsNone) {
   writeFile("blank.txt", " \n");
   EXPECT_EQ(zmatrix("continue blank.txt --level words").exitCode, 3);
   EXPECT_EQ(zmatrix("continue blank.txt long.txt --level words").exitCode, 0);
-}
-
-TEST_F(WordsTest, KeepThreeLanguagesApart) {
-  writeFile("a.txt", "Here it is cold. There it is warm.");
-  writeFile("b.txt", "Hier ist es kalt. Dort ist es warm.");
-  writeFile("c.txt", "Fa freddo qui, fa caldo di la.");
-  const RunResult checked = zmatrix("check --json a.txt b.txt c.txt --level words");
-  ASSERT_EQ(checked.exitCode, 0) << checked.talk;
-  EXPECT_EQ(Json::parse(checked.output)["matrices"].size(), 6u);
-  const std::string line = "continue a.txt b.txt c.txt --level words --count 1 --start ";
-  EXPECT_EQ(zmatrix(line + "'Dort ist es'").output.substr(0, 12), "Dort ist es ");
-  EXPECT_EQ(zmatrix(line + "'fa caldo di'").output, "fa caldo di la.");
 }
 
 }  // namespace

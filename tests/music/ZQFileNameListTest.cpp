@@ -9,8 +9,7 @@
 #include <vector>
 
 #include "frame/ZQMemory.h"
-#include "support/CapturedMessages.h"
-#include "support/TestFolder.h"
+#include "support/KeptText.h"
 
 namespace {
 
@@ -27,7 +26,7 @@ std::vector<std::string> namesOf(const ZQFileNameList* list) {
   return names;
 }
 
-class FileNameWalk : public testing::Test {
+class FileNameWalkTest : public testing::Test {
  protected:
   void put(const std::string& name) { folder.put(name, "x"); }
 
@@ -47,7 +46,7 @@ class FileNameWalk : public testing::Test {
   const fs::path root = folder.path();
 };
 
-TEST(FileNameList, OwnsItsNames) {
+TEST(FileNameListTest, OwnsItsNames) {
   ZQFileNameList* list = createZQFileNameList();
   std::vector<std::string> expected;
   for (int i = 0; i < 100; i++) {
@@ -82,60 +81,19 @@ TEST(FileNameList, OwnsItsNames) {
   deleteZQFileNameListOnlyReferences(nullptr);
 }
 
-TEST(FileNameList, SortsOnlyWhatIsOutOfOrder) {
-  ZQFileNameList* list = createZQFileNameList();
-  for (const char* name : {"c", "a", "b"}) list->addFileName(newName(name));
-  list->sortByFunction(nullptr);
-  EXPECT_EQ(namesOf(list), (std::vector<std::string>{"c", "a", "b"}));
-  list->sortByFunction(ZQCompareFileNames);
-  EXPECT_EQ(namesOf(list), (std::vector<std::string>{"a", "b", "c"}));
-
-  // 256 characters are compared, so these are equal and stay where they are.
-  list->deleteAllFileNames();
-  const std::string head(256, 'x');
-  for (const char* tail : {"3", "1", "2"}) list->addFileName(newName(head + tail));
-  list->sortByFunction(ZQCompareFileNames);
-  EXPECT_EQ(namesOf(list), (std::vector<std::string>{head + "3", head + "1", head + "2"}));
-  const char* name = nullptr;
-  const char* other = "a";
-  EXPECT_EQ(ZQCompareFileNames(&name, &other), 0);
-  EXPECT_EQ(ZQCompareFileNames(nullptr, &other), 0);
-  deleteZQFileNameList(list);
-}
-
-TEST(FileNameList, TellsFilesByTheirSuffix) {
+TEST(FileNameListTest, TellsFilesByTheirSuffix) {
   const ZQFileNameList list;
-  const struct {
-    const char *name, *suffix;
-    int midi, kern, text;
-  } cases[] = {{"a.mid", ".mid", 1, 0, 0},
-               {"a.MID", ".MID", 1, 0, 0},
-               {"a.midi", ".midi", 1, 0, 0},
-               {"a.MIDI", ".MIDI", 1, 0, 0},
-               {"a.Mid", ".Mid", 0, 0, 0},
-               {".mid", "", 0, 0, 0},
-               {"a.midi.txt", ".txt", 0, 0, 1},
-               {"a.TXT", ".TXT", 0, 0, 1},
-               {"a.krn", ".krn", 0, 1, 0},
-               {"a.KRN", ".KRN", 0, 1, 0},
-               {"mid", "", 0, 0, 0},
-               {"", "", 0, 0, 0},
-               {"d/.mid", ".mid", 1, 0, 0},
-               {"d.mid/a", ".mid/a", 0, 0, 0},
-               {"a.txt.", ".", 0, 0, 0},
-               {"a.123456789", ".123456789", 0, 0, 0},
-               {"a.1234567890", ".123456789", 0, 0, 0}};
-  for (const auto& test : cases) {
-    EXPECT_STREQ(list.getFileSuffix(test.name), test.suffix);
-    EXPECT_EQ(list.fileIsMidiFile(test.name), test.midi) << test.name;
-    EXPECT_EQ(list.fileIsKernFile(test.name), test.kern) << test.name;
-    EXPECT_EQ(list.fileIsTextFile(test.name), test.text) << test.name;
-  }
+  zmatrix::expectKeptCases("file_suffixes.txt", [&list](const std::string& name) {
+    return std::string(list.getFileSuffix(name.c_str())) + " midi " + std::to_string(list.fileIsMidiFile(name.c_str())) +
+           " kern " + std::to_string(list.fileIsKernFile(name.c_str())) + " text " +
+           std::to_string(list.fileIsTextFile(name.c_str()));
+  });
+  EXPECT_STREQ(list.getFileSuffix(""), "");
   EXPECT_STREQ(list.getFileSuffix(nullptr), "");
   EXPECT_EQ(list.fileIsTextFile(nullptr), 0);
 }
 
-TEST_F(FileNameWalk, CollectsByKindInReverseOrder) {
+TEST_F(FileNameWalkTest, CollectsByKindInReverseOrder) {
   for (const char* name : {"a.txt", "b.mid", "c.krn", "d.TXT", "e.Txt", "sub/f.txt", "sub/g.krn", "sub/h/i.txt", "j.txt/k.txt"})
     put(name);
   using Names = std::vector<std::string>;
@@ -147,7 +105,7 @@ TEST_F(FileNameWalk, CollectsByKindInReverseOrder) {
   EXPECT_EQ(walk(&ZQFileNameList::getMidiOrKernFilesInFilePath, 0), (Names{"c.krn", "b.mid"}));
 }
 
-TEST_F(FileNameWalk, TakesASingleFileAndAddsToAList) {
+TEST_F(FileNameWalkTest, TakesASingleFileAndAddsToAList) {
   put("a.txt");
   const ZQFileNameList throwaway;
   ZQFileNameList* list = throwaway.getTextFilesInFilePath((root / "a.txt").c_str(), 0, nullptr);
@@ -168,7 +126,7 @@ TEST_F(FileNameWalk, TakesASingleFileAndAddsToAList) {
   EXPECT_EQ(throwaway.isDirectory((root / "absent").c_str()), -1);
 }
 
-TEST_F(FileNameWalk, EndsInATreeThatContainsItself) {
+TEST_F(FileNameWalkTest, EndsInATreeThatContainsItself) {
   put("a.txt");
   put("sub/b.txt");
   fs::create_directory_symlink(root, root / "loop1");
@@ -179,7 +137,7 @@ TEST_F(FileNameWalk, EndsInATreeThatContainsItself) {
   EXPECT_EQ(walk(&ZQFileNameList::getTextFilesInFilePath, 1), (std::vector<std::string>{"twin/b.txt", "sub/b.txt", "a.txt"}));
 }
 
-TEST_F(FileNameWalk, StandsPathsOfAnyLength) {
+TEST_F(FileNameWalkTest, StandsPathsOfAnyLength) {
   std::string deep = root.string();
   for (int i = 0; i < 12; i++) {  // more than a kilobyte
     deep += "/" + std::string(100, 'd');
@@ -189,20 +147,6 @@ TEST_F(FileNameWalk, StandsPathsOfAnyLength) {
   EXPECT_EQ(walk(&ZQFileNameList::getTextFilesInFilePath, 1).size(), 1u);
   const ZQFileNameList list;
   EXPECT_EQ(list.isDirectory(std::string(100000, 'x').c_str()), -1);
-}
-
-TEST_F(FileNameWalk, NamesWhatItSearchesAtLevel8) {
-  put("a.mid");
-  const std::string file = (root / "a.mid").string();
-  zmatrix::CapturedMessages messages(8);
-  walk(&ZQFileNameList::getMidiFilesInFilePath, 0);
-  EXPECT_EQ(messages.take(), "getMidiFilesInFilePath: searching for: " + root.string() +
-                                 "\ngetMidiFilesInFilePath: searching for: " + file + "\n");
-  walk(&ZQFileNameList::getMidiOrKernFilesInFilePath, 0);
-  EXPECT_EQ(messages.take(), "getMidiOrKernFilesInFilePath: searching for: " + root.string() +
-                                 "\ngetMidiOrKernFilesInFilePath: searching for: " + file + "\n");
-  walk(&ZQFileNameList::getTextFilesInFilePath, 0);
-  EXPECT_EQ(messages.take(), "");
 }
 
 }  // namespace

@@ -26,6 +26,19 @@ class NumbersTest : public testing::Test {
     deinitPrimesLarge();
   }
 
+  /// Of "2{3}" "222".
+  static std::string repeated(const std::string& pattern) {
+    std::string result;
+    for (size_t i = 0; i < pattern.size(); ++i) {
+      if (pattern[i] != '{') {
+        result += pattern[i];
+        continue;
+      }
+      result.append(std::stoul(pattern.substr(i + 1)) - 1, result.back());
+      i = pattern.find('}', i);
+    }
+    return result;
+  }
   /// The text of a heap block, which is released.
   static std::string textOf(char* block) {
     const SystemOwned<char> owned(block);

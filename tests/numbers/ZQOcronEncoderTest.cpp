@@ -12,7 +12,7 @@
 
 namespace {
 
-class OcronEncoder : public zmatrix::NumbersTest {
+class OcronEncoderTest : public zmatrix::NumbersTest {
  protected:
   std::string ocron(int type, int number) {
     return textOf(zmatrix::intToOcron(type, &length, &capacity, number, &compareNumber, &stackDepth));
@@ -36,7 +36,7 @@ class OcronEncoder : public zmatrix::NumbersTest {
   zmatrix::TestFolder folder;
 };
 
-TEST_F(OcronEncoder, spellsNumbers) {
+TEST_F(OcronEncoderTest, SpellsNumbers) {
   const std::vector<std::pair<int, std::vector<std::string>>> known = {
       {2, {"2", "2", "2", "P", "2"}},
       {4, {"22*", "22^", "22^", "P*", "22^"}},
@@ -50,7 +50,7 @@ TEST_F(OcronEncoder, spellsNumbers) {
   EXPECT_EQ(ocron(6, 1), "*");
 }
 
-TEST_F(OcronEncoder, provesEveryNumber) {
+TEST_F(OcronEncoderTest, ProvesEveryNumber) {
   for (int type = 3; type <= 7; type++)
     for (int number = type == 6 ? 1 : 2; number < 6000; number++) {
       const std::string text = ocron(type, number);
@@ -59,7 +59,7 @@ TEST_F(OcronEncoder, provesEveryNumber) {
     }
 }
 
-TEST_F(OcronEncoder, refusesWhatHasNoOcron) {
+TEST_F(OcronEncoderTest, RefusesWhatHasNoOcron) {
   for (int type : {INT_MIN, 0, 2, 8, 12}) EXPECT_EQ(ocron(type, 7), "(null)");
   for (int number : {INT_MIN, -1, 0})
     for (int type = 3; type <= 7; type++) EXPECT_EQ(ocron(type, number), "(null)");
@@ -81,7 +81,7 @@ TEST_F(OcronEncoder, refusesWhatHasNoOcron) {
   EXPECT_EQ(ocron(4, 12), "");
 }
 
-TEST_F(OcronEncoder, appendsToWhatStands) {
+TEST_F(OcronEncoderTest, AppendsToWhatStands) {
   EXPECT_EQ(appended(zmatrix::intToOcron3, "2P", 12), "2P2P*2*2*");
   EXPECT_EQ(appended(zmatrix::intToOcron4, "2P", 12), "2P2P*22^*");
   EXPECT_EQ(appended(zmatrix::intToOcron5, "PP", 5), "2Q22Q*");  // the run that stood there is rewritten too
@@ -95,7 +95,7 @@ TEST_F(OcronEncoder, appendsToWhatStands) {
   EXPECT_EQ(textOf(buffer), std::string(40, 'P'));
 }
 
-TEST_F(OcronEncoder, makesSequences) {
+TEST_F(OcronEncoderTest, MakesSequences) {
   EXPECT_EQ(sequence(4, {2, 3}, 10), (std::vector<int>{'2', 10, '2', 'P', 10}));
   messages.take();
   const std::string log = folder.path() + "/log";
@@ -115,7 +115,7 @@ TEST_F(OcronEncoder, makesSequences) {
   EXPECT_NE(messages.take().find("addIntegerItemToOcronVector: realloc failed, not enough memory...\n"), std::string::npos);
 }
 
-TEST_F(OcronEncoder, readsStringsAndFiles) {
+TEST_F(OcronEncoderTest, ReadsStringsAndFiles) {
   const std::vector<int> items = {'2', 'P', 10, 'P'};
   EXPECT_EQ(textOf(zmatrix::getOcronStringFromOcronIntArray(items.data(), 10, &length)), "2P\n");
   EXPECT_EQ(length, 3);  // with the end symbol
@@ -144,7 +144,7 @@ TEST_F(OcronEncoder, readsStringsAndFiles) {
   EXPECT_EQ(status, -2);
 }
 
-TEST_F(OcronEncoder, repairsParameters) {
+TEST_F(OcronEncoderTest, RepairsParameters) {
   zmatrix::setGlobalGocronParameters(std::array<gocronParametersTag, 1>{{{-1, 7, 11, 12, 257, 9, 8, 7, 6, 5}}}.data());
   EXPECT_EQ(messages.take(),
             "err: setGlobalGocronParameters: illegal type -1, set to default\n"
@@ -157,7 +157,7 @@ TEST_F(OcronEncoder, repairsParameters) {
             (std::vector<int>{4, 7, 0, 0, 0, 9, 5}));
 }
 
-TEST_F(OcronEncoder, stacksAtMost127) {
+TEST_F(OcronEncoderTest, StacksAtMost127) {
   std::vector<long long> stack(zmatrix::ocronStackSize, 0);
   int pointer = 0;
   for (int i = 1; i <= 130; i++) zmatrix::pushOnOcronStack(stack.data(), &pointer, i);

@@ -64,7 +64,7 @@ std::vector<long long> primesByTrial(long long from, long long to) {
   return primes;
 }
 
-TEST_F(NumbersTest, findsThePrimesBetweenBounds) {
+TEST_F(NumbersTest, FindsThePrimesBetweenBounds) {
   const std::pair<unsigned, unsigned> bounds[] = {{0, 10},   {4000, 4100},       {0, 120011},
                                                   {2, 5003}, {1000000, 1000100}, {5024, 5038}};
   for (const auto& [lower, upper] : bounds) {
@@ -81,7 +81,7 @@ TEST_F(NumbersTest, findsThePrimesBetweenBounds) {
   EXPECT_EQ(std::vector<long long>(large, large + largeCount), primesByTrial(10000000000000, 10000000000100));
 }
 
-TEST_F(NumbersTest, keepsOrLosesTheTableWhereItCantBeMade) {
+TEST_F(NumbersTest, KeepsOrLosesTheTableWhereItCantBeMade) {
   int maximum = 0, found = -7;
   const int* old = zmatrix::getPrimeNumbers(&count, &maximum);
   EXPECT_EQ(zmatrix::initPrimes(5000, 5001, &found), nullptr);
@@ -104,7 +104,7 @@ TEST_F(NumbersTest, keepsOrLosesTheTableWhereItCantBeMade) {
   EXPECT_EQ(zmatrix::initFirstNPrimesLarge(LLONG_MAX), nullptr);
 }
 
-TEST_F(NumbersTest, answersAsWalksDo) {
+TEST_F(NumbersTest, AnswersAsWalksDo) {
   const std::pair<unsigned, unsigned> bounds[] = {{0, 10}, {0, 30000}, {4000, 4100}, {1000, 5000}};
   for (const auto& [lower, upper] : bounds) {
     zmatrix::initPrimes(lower, upper, &count);
@@ -121,7 +121,7 @@ TEST_F(NumbersTest, answersAsWalksDo) {
   }
 }
 
-TEST_F(NumbersTest, answersAtTheEnds) {
+TEST_F(NumbersTest, AnswersAtTheEnds) {
   EXPECT_EQ(zmatrix::nthPrime(1), 2);
   EXPECT_EQ(zmatrix::nthPrime(count), 199999);
   for (int n : {INT_MIN, -1, 0, count + 1, INT_MAX}) EXPECT_EQ(zmatrix::nthPrime(n), -1);
@@ -140,7 +140,7 @@ TEST_F(NumbersTest, answersAtTheEnds) {
   EXPECT_GE(zmatrix::nthPrime(500), 3571);
 }
 
-TEST_F(NumbersTest, factorises) {
+TEST_F(NumbersTest, Factorises) {
   int sigma = 0;
   for (int n = 1; n < 3000; n++) {
     const tagPrimeFact* factors = zmatrix::getPrimeFactors(n, &count, &sigma, 0);

@@ -62,7 +62,7 @@ Numbers preProcessed(const PreprocessingSettings& settings, const Numbers& origi
   return block == nullptr ? Numbers() : Numbers(block.get(), block.get() + length);
 }
 
-TEST(ItemPreprocessing, AddsWhatTheWholeSequenceHasMore) {
+TEST(ItemPreprocessingTest, AddsWhatTheWholeSequenceHasMore) {
   for (const PreprocessingSettings& settings : codings) {
     int added = 0;
     Material material(settings, 7);

@@ -20,7 +20,7 @@ int* newBlock(std::initializer_list<int> values) {
   return block;
 }
 
-TEST(SequenceIndexVector, GrowsAsItsDataDo) {
+TEST(SequenceIndexVectorTest, GrowsAsItsDataDo) {
   ZQMatrixSequenceIndexVector vector;
   std::vector<int> expected, capacities;
   for (int i = 0; i < 100; i++) {
@@ -50,7 +50,7 @@ TEST(SequenceIndexVector, GrowsAsItsDataDo) {
   EXPECT_EQ(vector._getInternalLengthOfIndexVector(), 10);
 }
 
-TEST(SequenceIndexVector, TakesOverABlock) {
+TEST(SequenceIndexVectorTest, TakesOverABlock) {
   ZQMatrixSequenceIndexVector vector;
   EXPECT_TRUE(vector.setIndexVectorReference(newBlock({7}), 1));
   EXPECT_EQ(vector._getInternalLengthOfIndexVector(), 1);
@@ -72,7 +72,7 @@ TEST(SequenceIndexVector, TakesOverABlock) {
   EXPECT_EQ(dataOf(vector), std::vector<int>{9});
 }
 
-TEST(SequenceIndexVector, KeepsARecordForEachLevel) {
+TEST(SequenceIndexVectorTest, KeepsARecordForEachLevel) {
   ZQMatrixSequenceIndexVector vector;
   const std::vector<int> expectedCapacities = {1, 2, 4, 4, 8};
   for (int level = 0; level < 5; level++) {
@@ -114,33 +114,7 @@ TEST(SequenceIndexVector, KeepsARecordForEachLevel) {
   EXPECT_EQ(copy.getLengthOfIndexVectorInfos(), 21);
 }
 
-TEST(SequenceIndexVector, HoldsOriginalItemsOfTheCurrentLevel) {
-  ZQMatrixSequenceIndexVector vector;
-  zmatrix::CapturedMessages messages(0);
-  vector.addOriginalSequenceItem(1);
-  EXPECT_EQ(messages.take(), "error addOriginalSequenceItem: _levelOfPreprocOperations <0 or _indexVectorInfos = NULL\n");
-  vector.setCurrentLevelOfPreprocOperations(0);
-  vector.addOriginalSequenceItem(1);
-  EXPECT_EQ(messages.take(), "error addOriginalSequenceItem: coordDimensionAfterPreproc <=0\n");
-
-  vector.setCoordDimensionAfterPreproc(1);
-  std::vector<int> items(25, 4);
-  vector.setOriginalIndexItems(items.data(), 25);
-  EXPECT_EQ(vector.getIndexVectorInfos()[0].internalLengthOfOriginalIndexItems, 50);
-  vector.addOriginalSequenceItem(6);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(25), 6);
-  vector.setOriginalIndexItems(vector.getOriginalIndexItems() + 24, 2);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(0), 4);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(1), 6);
-  vector.removeAllOriginalSequenceItems();
-  EXPECT_EQ(vector.getOriginalIndexItems(), nullptr);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(0), 0);
-  vector.addOriginalSequenceItem(3);
-  EXPECT_EQ(vector.getOriginalIndexItemAtIndex(0), 3);
-  EXPECT_EQ(messages.take(), "");
-}
-
-TEST(SequenceIndexVector, StandsNumbersThatFitNothing) {
+TEST(SequenceIndexVectorTest, StandsNumbersThatFitNothing) {
   deleteZQMatrixSequenceIndexVector(nullptr);
   ZQMatrixSequenceIndexVector vector;
   EXPECT_EQ(vector.getUsedPreprocessingType(), -1) << "no level yet";

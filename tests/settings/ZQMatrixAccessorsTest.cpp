@@ -11,24 +11,7 @@ class ZQMatrixAccessorsTest : public zmatrix::TierTest<ZQMatrix> {
   ZQMatrixBase& base = *matrix;
 };
 
-TEST_F(ZQMatrixAccessorsTest, reachHeaderAndCurrentRecord) {
-  matrix->setCurrentMatrixID(2);
-  matrix->setMidiTrackAnalize(1);
-  matrix->setMatrixType(3);
-  matrix->setSucessorMethod(2);
-  matrix->setKeepSymbolsWhenRemoveOverdeterminedElements(0);
-  EXPECT_EQ(info()->getMidiTrackAnalyze(), 1);
-  EXPECT_EQ(info()->getMatrixType(), 3);
-  EXPECT_EQ(info()->getSuccessorMethod(), 2);
-  EXPECT_EQ(info()->getKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
-  EXPECT_EQ(matrix->getMatrixInfo(0)->getMatrixType(), 0);
-  matrix->setGlobalMidiSubType(4);
-  matrix->setGlobalSymbolMidiSoundID(5);
-  EXPECT_EQ(matrix->getGlobalMatrixProperties()->midiSubType, 4);
-  EXPECT_EQ(matrix->getGlobalSymbolMatrixProperties()->midiSoundID, ZQMatrixSoundBass);
-}
-
-TEST_F(ZQMatrixAccessorsTest, aTierUsesItsOwnRecord) {
+TEST_F(ZQMatrixAccessorsTest, ATierUsesItsOwnRecord) {
   const int seven = 7;
   info()->storeKernelOriginal(&seven, 1);
   base.setCoordinateDimension(2);
@@ -48,7 +31,7 @@ TEST_F(ZQMatrixAccessorsTest, aTierUsesItsOwnRecord) {
   EXPECT_EQ(matrix->getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
 }
 
-TEST_F(ZQMatrixAccessorsTest, successorGeneratorsGoByMatrixID) {
+TEST_F(ZQMatrixAccessorsTest, SuccessorGeneratorsGoByMatrixID) {
   ZQDebugChannel::globalDebugLevel = 0;
   EXPECT_EQ(matrix->getSuccessorRandomValue(3), 292715034);
   EXPECT_EQ(matrix->getActualSuccessorRandomValue(3), 292715034);

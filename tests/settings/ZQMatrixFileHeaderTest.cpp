@@ -13,7 +13,7 @@ namespace {
 using zmatrix::CapturedMessages;
 using zmatrix::TestFolder;
 
-TEST(ZQMatrixFileHeader, SettersThatRefuseDoSoInSilence) {
+TEST(ZQMatrixFileHeaderTest, SettersThatRefuseDoSoInSilence) {
   ZQMatrixFileHeader header;
   header.initFileHeader(0);
   CapturedMessages messages(9);
@@ -33,7 +33,7 @@ TEST(ZQMatrixFileHeader, SettersThatRefuseDoSoInSilence) {
   }
 }
 
-TEST(ZQMatrixFileHeader, TextsAreCutAtTheirFields) {
+TEST(ZQMatrixFileHeaderTest, TextsAreCutAtTheirFields) {
   auto header = std::make_unique<ZQMatrixFileHeader>();
   header->initFileHeader(0);
   const std::string longText(1000, 'x');
@@ -54,20 +54,7 @@ TEST(ZQMatrixFileHeader, TextsAreCutAtTheirFields) {
   EXPECT_EQ(strlen(header->getMatrixDescription()), 503u);
 }
 
-TEST(ZQMatrixFileHeader, GeneratorsStepTheSameWay) {
-  ZQMatrixFileHeader header;
-  header.initFileHeader(0);
-  EXPECT_EQ(header.getUserRandomValue(), 292715034);
-  EXPECT_EQ(header.getSystemRandomValue(), 292715034);
-  const long long second = header.getUserRandomValue();
-  EXPECT_EQ(second, (292715034LL * 214013 + 2531011) & 0x7fffffff);
-  header.setSystemRandomValue(292715034LL + (7LL << 32));
-  EXPECT_EQ(header.getSystemRandomValue(), second) << "only the low 32 bits count";
-  header.setUserRandomValue(-1);
-  EXPECT_EQ(header.getUserRandomValue(), (2531011 - 214013) & 0x7fffffff);
-}
-
-TEST(ZQMatrixFileHeader, DebugDirectoryMustBeWritable) {
+TEST(ZQMatrixFileHeaderTest, DebugDirectoryMustBeWritable) {
   const TestFolder folder;
   const std::string there = folder.path();
   constexpr char warning[] =
@@ -95,7 +82,7 @@ TEST(ZQMatrixFileHeader, DebugDirectoryMustBeWritable) {
   EXPECT_TRUE(std::filesystem::is_empty(there)) << "the probe is removed";
 }
 
-TEST(ZQMatrixFileHeader, StreamOfUpdateRecordsIsClosedAndRemoved) {
+TEST(ZQMatrixFileHeaderTest, StreamOfUpdateRecordsIsClosedAndRemoved) {
   const TestFolder folder;
   const std::string name = folder.put("updates", "records");
   ZQMatrixFileHeader header;

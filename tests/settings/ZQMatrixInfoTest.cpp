@@ -26,7 +26,7 @@ struct InitialisedRecord : Record {
 
 // What each setter with rules of its own makes of a value, in an empty record and in a filled one: what is left out is stored in
 // silence.
-TEST(ZQMatrixInfo, GuardedSettersKeepTheirRulesAndSayings) {
+TEST(ZQMatrixInfoTest, GuardedSettersKeepTheirRulesAndSayings) {
   CapturedMessages messages(0);
   std::string text;
   for (const zmatrix::FieldRow& row : zmatrix::fieldsUpTo(ZQMatrixInfoTypeFull)) {
@@ -50,7 +50,7 @@ TEST(ZQMatrixInfo, GuardedSettersKeepTheirRulesAndSayings) {
   zmatrix::expectKeptText("record_setters.txt", text);
 }
 
-TEST(ZQMatrixBaseInfo, LargeIndicesForceTheDimensionWhileTheOldValueStands) {
+TEST(ZQMatrixBaseInfoTest, LargeIndicesForceTheDimensionWhileTheOldValueStands) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   CapturedMessages messages(0);
   record.setAllowLargeIndices(1);
@@ -66,7 +66,7 @@ TEST(ZQMatrixBaseInfo, LargeIndicesForceTheDimensionWhileTheOldValueStands) {
   EXPECT_EQ(record.getCoordinateDimension(), 2);
 }
 
-TEST(ZQMatrixBaseInfo, MaximalIndexMustLeaveRoomForWhatWasSeen) {
+TEST(ZQMatrixBaseInfoTest, MaximalIndexMustLeaveRoomForWhatWasSeen) {
   InitialisedRecord<ZQMatrixBaseInfo> record;
   CapturedMessages messages(0);
   for (int dimension = 0; dimension < 3; ++dimension) {
@@ -98,7 +98,7 @@ TEST(ZQMatrixBaseInfo, MaximalIndexMustLeaveRoomForWhatWasSeen) {
   EXPECT_EQ(empty.getMaximalMatrixIndex(), -1);
 }
 
-TEST(ZQMatrixBaseInfo, DimensionsGrowByTheirFactorUpToTheLimit) {
+TEST(ZQMatrixBaseInfoTest, DimensionsGrowByTheirFactorUpToTheLimit) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   CapturedMessages messages(0);
   EXPECT_EQ(record.checkMatrixDimension(31), 1);
@@ -121,7 +121,7 @@ TEST(ZQMatrixBaseInfo, DimensionsGrowByTheirFactorUpToTheLimit) {
   EXPECT_EQ(record.checkMatrixDimension(20), 0) << "the limit counts in dimensions that exist, too";
 }
 
-TEST(ZQMatrixBaseInfo, DimensionsThatDoNotFitAreRefused) {
+TEST(ZQMatrixBaseInfoTest, DimensionsThatDoNotFitAreRefused) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.setMaxDimOfMatrix(INT_MAX);
   zmatrix::largestAllocation = 1000 * sizeof(int);
@@ -134,23 +134,7 @@ TEST(ZQMatrixBaseInfo, DimensionsThatDoNotFitAreRefused) {
   record.getMatrixPtr()[2] = 1;
 }
 
-TEST(ZQMatrixInfo, IsOfNoUseOnceItIsDeinitialised) {
-  ZQMatrixInfo record;
-  record.initMatrixInfo(1);
-  record.addNameOfUpdateFile("a");
-  record.setMidiSoundID(3);
-  record.deInitMatrixInfo();
-  CapturedMessages messages(4);
-  record.printMatrixInfo();
-  zmatrix::expectKeptText("deinitialised_record.txt", messages.take());
-  EXPECT_EQ(record.getNamesOfUpdateFiles(), nullptr);
-  EXPECT_EQ(record.getMatrixPtr(), nullptr);
-  record.deInitMatrixInfo();
-  record.initMatrixInfo(0);
-  EXPECT_EQ(messages.take(), "") << "a record that is not valid is made without a warning";
-}
-
-TEST(ZQMatrixMediumInfo, AddsANameThatItHoldsItself) {
+TEST(ZQMatrixMediumInfoTest, AddsANameThatItHoldsItself) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.addNameOfUpdateFile(std::string(200, 'a').c_str());
   record.addNameOfUpdateFile(record.getNamesOfUpdateFiles());
@@ -159,7 +143,7 @@ TEST(ZQMatrixMediumInfo, AddsANameThatItHoldsItself) {
   EXPECT_EQ(std::string(record.getNamesOfUpdateFiles()), name + "\n" + name + "\n\n" + "a\n\n\n");
 }
 
-TEST(ZQMatrixMediumInfo, NamesAreKeptWholeInTheListAndCutInTheField) {
+TEST(ZQMatrixMediumInfoTest, NamesAreKeptWholeInTheListAndCutInTheField) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   const std::string longName(300, 'n');
   for (const std::string& name : {std::string("first.txt"), longName}) {
@@ -184,25 +168,7 @@ TEST(ZQMatrixMediumInfo, NamesAreKeptWholeInTheListAndCutInTheField) {
   record.releaseMemoryGlobalMatrixInfoParameters();
 }
 
-TEST(ZQMatrixMediumInfo, UpdateSequenceTakesTheSmallestWidth) {
-  const struct {
-    int lowest, highest, width;
-  } cases[] = {{-128, 127, -1}, {0, 255, 1},    {-1, 128, -2},         {0, 32766, -2},  {0, 32767, 2},    {-1, 32767, -4},
-               {0, 65535, 2},   {0, 65536, -4}, {-600000, 600000, -4}, {0, INT_MAX, 4}, {-1, INT_MAX, -8}};
-  for (const auto& tried : cases) {
-    InitialisedRecord<ZQMatrixMediumInfo> record;
-    const int sequence[] = {tried.lowest, tried.highest};
-    record.generateUpdateInfoSequence(sequence, 2);
-    EXPECT_EQ(record.getSizeOfCoordinateDimensions()[0], tried.width) << tried.lowest << " to " << tried.highest;
-    EXPECT_EQ(record.getLengthOfUpdateSequence(), 6);
-    EXPECT_EQ(record.getNumberOfUpdateSequenceBytes(), 6 * abs(tried.width));
-    long long highest = 0;
-    memcpy(&highest, record.getUpdateSequence() + abs(tried.width), static_cast<size_t>(abs(tried.width)));
-    EXPECT_EQ(highest, tried.highest) << "the second row, little byte first";
-  }
-}
-
-TEST(ZQMatrixMediumInfo, UpdateSequencesAreReplacedOrAppended) {
+TEST(ZQMatrixMediumInfoTest, UpdateSequencesAreReplacedOrAppended) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.setCoordinateDimension(2);
   CapturedMessages messages(0);

@@ -22,7 +22,7 @@ std::vector<int> flat(int* (ZQMatrixMediumInfo::*copy)(int*, int*), ZQMatrixMedi
   return items == nullptr ? std::vector<int>() : std::vector<int>(items.get(), items.get() + length);
 }
 
-TEST(KernelSequence, ResetWritesTheDefaultItemOfTheMatrixType) {
+TEST(KernelSequenceTest, ResetWritesTheDefaultItemOfTheMatrixType) {
   const struct {
     int matrixType, dimension, preProcessingType;
     std::vector<int> expected;
@@ -55,7 +55,7 @@ TEST(KernelSequence, ResetWritesTheDefaultItemOfTheMatrixType) {
   }
 }
 
-TEST(KernelSequence, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
+TEST(KernelSequenceTest, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
   ZQMatrixMediumInfo record;
   record.initMatrixInfo(0);
   record.storeKernelOriginal(std::data({10, 11, 12, 13, 14}), 5);
@@ -75,7 +75,7 @@ TEST(KernelSequence, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
   EXPECT_TRUE(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector, record).empty());
 }
 
-TEST(KernelSequence, LongKernelsSurviveTheResetOfTheirInternalLengths) {
+TEST(KernelSequenceTest, LongKernelsSurviveTheResetOfTheirInternalLengths) {
   ZQMatrixMediumInfo record;
   record.initMatrixInfo(0);
   ASSERT_TRUE(record.provideKernelOriginal(1000));
@@ -100,7 +100,7 @@ TEST(KernelSequence, LongKernelsSurviveTheResetOfTheirInternalLengths) {
   EXPECT_EQ(fresh.getKernelOriginalSequence()[2][998], 0) << "new rows reach as far as the sequence does";
 }
 
-TEST(KernelSequence, ObjexVectorsAreOneBlock) {
+TEST(KernelSequenceTest, ObjexVectorsAreOneBlock) {
   ZQMatrixMediumInfo record;
   record.initMatrixInfo(0);
   record.setCoordinateDimension(2);

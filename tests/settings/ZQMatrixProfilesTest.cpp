@@ -59,7 +59,7 @@ std::string changes(const Place& place, Change change) {
 }
 
 // The settings before are such as no profile has, as far as a record takes them.
-TEST(Profiles, SetWhatTheirColumnHas) {
+TEST(ProfilesTest, SetWhatTheirColumnHas) {
   std::string text;
   for (Profile profile : allProfiles) {
     SubMatrix matrix;
@@ -92,7 +92,7 @@ TEST(Profiles, SetWhatTheirColumnHas) {
   zmatrix::expectKeptText("profiles.txt", text);
 }
 
-TEST(Profiles, AreRefusedOnAFilledMatrix) {
+TEST(ProfilesTest, AreRefusedOnAFilledMatrix) {
   SubMatrix matrix;
   matrix.record.setNumberOfMatrixElements(1);
   CapturedMessages messages(0);
@@ -109,25 +109,6 @@ TEST(Profiles, AreRefusedOnAFilledMatrix) {
   EXPECT_EQ(empty.record.getMemorySearchMethod(), 0);
 }
 
-TEST(Profiles, SymbolBlockGetsTheSymbolsOwnValuesOnly) {
-  SubMatrix matrix;
-  ZQMatrixProperties& block = *matrix.header.getGlobalSymbolMatrixProperties();
-  block.usePhrasesForUpdateMatrixWithLongANSIText = 7;
-  block.includeOverdeterminedRules = 7;
-  block.midiTimeSignatureNom = 7;
-  block.addSequenceToUpdateInfoMode = 7;
-  block.restartWithTrueStartItem = 7;
-  zmatrix::setGlobalSymbolDefaultMatrixProperties(matrix.header, ZQMatrixInfoTypeMedium);
-  EXPECT_EQ(block.isPhraseMatrix, 1);
-  EXPECT_EQ(block.useEndOfSequence, 0);
-  EXPECT_EQ(block.restartWithTrueStartItem, 1);
-  EXPECT_EQ(block.usePhrasesForUpdateMatrixWithLongANSIText * block.includeOverdeterminedRules, 49);
-  EXPECT_EQ(block.midiTimeSignatureNom * block.addSequenceToUpdateInfoMode, 49);
-  EXPECT_EQ(block.keepSymbolsWhenRemoveOverdeterminedElements, 1);
-  zmatrix::setGlobalSymbolDefaultMatrixProperties(matrix.header, ZQMatrixInfoTypeFull);
-  EXPECT_EQ(block.keepSymbolsWhenRemoveOverdeterminedElements, 0);
-}
-
 /// What a check answers and says, if it is anything but 1 in silence.
 template <class Check>
 std::string verdictOf(Check check) {
@@ -142,7 +123,7 @@ std::string verdictOf(Check check) {
 }
 
 // Everything but one setting is as the profile wants it. A record's setters let fewer values through than a block takes.
-TEST(ProfileChecks, AcceptRefuseAndSayExactlyThis) {
+TEST(ProfileChecksTest, AcceptRefuseAndSayExactlyThis) {
   std::string text;
   for (Profile profile : allProfiles) {
     for (const auto* row : settings()) {
@@ -164,7 +145,7 @@ TEST(ProfileChecks, AcceptRefuseAndSayExactlyThis) {
   zmatrix::expectKeptText("profile_checks.txt", text);
 }
 
-TEST(ProfileChecks, OfTheFullTierLookAtTheBasicBlockOnly) {
+TEST(ProfileChecksTest, OfTheFullTierLookAtTheBasicBlockOnly) {
   SubMatrix matrix;
   CapturedMessages messages(1);
   zmatrix::setGlobalSymbolDefaultMatrixProperties(matrix.header, ZQMatrixInfoTypeMedium);
@@ -183,7 +164,7 @@ TEST(ProfileChecks, OfTheFullTierLookAtTheBasicBlockOnly) {
   EXPECT_EQ(messages.take(), "error: checkGlobalSymbolMatrixPropertiesForSymbols: isPhraseMatrix illegal: 0\n");
 }
 
-TEST(ApplyGlobalProperties, CopiesThroughTheGuards) {
+TEST(ApplyGlobalPropertiesTest, CopiesThroughTheGuards) {
   SubMatrix matrix;
   zmatrix::setGlobalDefaultMatrixProperties(Profile::IntegerSeries, matrix.header, ZQMatrixInfoTypeFull);
   matrix.block().ocronType = 3;

@@ -43,6 +43,7 @@ class SymbolMatrix {
   /// the end of the stack behind it.
   void raiseStack();
   /// The phrase of a symbol of the current sub-matrix.
+  const std::string& folderPath() const { return folder.path(); }
   std::string phraseOf(int symbol);
   /// The words of symbols, as their handles have them. The current sub-matrix is the basic one.
   Words spell(const std::vector<int>& symbols);

@@ -5,13 +5,14 @@
 
 #include "SymbolMatrix.h"
 #include "frame/ZQMemory.h"
+#include "support/Account.h"
 
 namespace {
 
 using Integers = std::vector<int>;
 using zmatrix::TestFolder;
 
-class LevelDown : public testing::Test {
+class LevelDownTest : public testing::Test {
  protected:
   /// A symbol level above sub-matrix 0, made by hand: symbol 300 with this handle.
   void makeSymbolLevel(int coordinateDimension, int handle) {
@@ -31,7 +32,7 @@ class LevelDown : public testing::Test {
   SymbolMatrix matrix;
 };
 
-TEST_F(LevelDown, GivesThePhraseOrNothing) {
+TEST_F(LevelDownTest, GivesThePhraseOrNothing) {
   matrix.learn("harbour\n\ntown");
   matrix.select(1);
   EXPECT_EQ(matrix.phraseOf(257), "harbour");
@@ -44,68 +45,44 @@ TEST_F(LevelDown, GivesThePhraseOrNothing) {
   systemFree(items);
 
   zmatrix::CapturedMessages messages(0);
-  const auto expectNothing = [&](int symbol, const std::string& message) {
+  zmatrix::Account tell([&] { return messages.take(); });
+  const auto expectNothing = [&](const std::string& step, int symbol) {
     int length = -1;
     EXPECT_EQ(matrix->createPreviousLevelElementsFromOriginalSymbol(symbol, &length), nullptr);
     EXPECT_EQ(matrix->createPreviousLevelObjexsFromOriginalSymbol(symbol, &count), nullptr);
-    EXPECT_TRUE(length == 0 && count == 0);
-    EXPECT_EQ(messages.take(), message + message);
-    EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
+    tell(step, length, count, matrix->getCurrentMatrixID());
   };
-  expectNothing('\n', illegalHandle(0));  // the line feed stands for no phrase
-  for (const int unknown : {999, -5}) expectNothing(unknown, illegalHandle(-1));
-  const int symbol = 257, beyond = matrix->getMaximalStack() + 1, itself = matrix->getMatrixHandleFromElementVector(&symbol, 1);
+  expectNothing("the line feed, which stands for no phrase", '\n');
+  for (const int unknown : {999, -5}) expectNothing("an unknown symbol", unknown);
+  const int symbol = 257, beyond = 1000000, itself = matrix->getMatrixHandleFromElementVector(&symbol, 1);
   matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &beyond, 1);
-  expectNothing(257, illegalHandle(beyond));
+  expectNothing("a handle beyond the stack", 257);
   matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &itself, 1);
-  expectNothing(257, "error: getIndexVectorFromMatrixHandle: backward chain ends for ID 1 (expected: 0) \n");
+  expectNothing("the symbol's own handle", 257);
   matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(4);
-  expectNothing(258, "getPreviousLevelObjectsFromOriginalSymbol: illegal levelDownID: 4\n");
+  expectNothing("a level beyond the sub-matrices", 258);
 }
 
-TEST_F(LevelDown, StaysBelowWhereThePhraseFitsNoItems) {
-  const Integers three = {1, 2, 3}, four = {5, 6, 7, 8};
-  matrix->writeMatrixElement(three.data(), 3, 1);
-  matrix->writeMatrixElement(four.data(), 4, 1);
-  makeSymbolLevel(2, matrix->getMatrixHandleFromElementVector(three.data(), 3));
-  zmatrix::CapturedMessages messages(0);
-  int count = -1;
-  EXPECT_EQ(matrix->createPreviousLevelObjexsFromOriginalSymbol(300, &count), nullptr);
-  EXPECT_EQ(messages.take(),
-            "createPreviousLevelObjexsFromOriginalSymbol: numberOfElements(3) is not a multiple of coordDimension (2)\n");
-  EXPECT_EQ(count, 0);
-  EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
-  const int symbol = 300, handle = matrix->getMatrixHandleFromElementVector(four.data(), 4);
-  matrix.select(1);
-  matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &handle, 1);
-  int** items = matrix->createPreviousLevelObjexsFromOriginalSymbol(300, &count);
-  ASSERT_EQ(count, 2);
-  EXPECT_EQ((Integers{items[0][0], items[0][1], items[1][0], items[1][1]}), four);
-  systemFree(items);
-  EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
-}
-
-TEST_F(LevelDown, PrintsAnItemInTheMannerOfItsLevel) {
+TEST_F(LevelDownTest, PrintsAnItemInTheMannerOfItsLevel) {
   matrix.learn("cat");
-  const int letter = 'x', symbol = 257, unknown = 258;
   zmatrix::CapturedMessages messages(0);
-  matrix->dbPrintSuccessorObjex(&letter, 1);
+  zmatrix::Account tell([&] { return messages.take(); });
+  const auto print = [&](const std::string& step, int item) {
+    matrix->dbPrintSuccessorObjex(&item, 1);
+    tell(step, matrix->getCurrentMatrixID());
+  };
+  print("a letter", 'x');
   matrix->dbPrintSuccessorObjex(nullptr, 0);
-  EXPECT_EQ(messages.take(), "x\n");
   matrix.select(1);
-  matrix->dbPrintSuccessorObjex(&symbol, 1);
-  EXPECT_EQ(messages.take(), "(257:) cat");
-  matrix->dbPrintSuccessorObjex(&unknown, 1);
-  EXPECT_EQ(messages.take(), "(258:) " + illegalHandle(-1));
-  EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
+  print("a symbol", 257);
+  print("an unknown symbol", 258);
   matrix.select(0);
   matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(2);
   matrix.select(1);
-  matrix->dbPrintSuccessorObjex(&symbol, 1);
-  EXPECT_EQ(messages.take(), "####### error dbPrintSuccessorObjex: cannot print Objex for AILevel 2\n");
+  print("a symbol of a level above", 257);
 }
 
-TEST_F(LevelDown, PrintsPhrasesOfNumbersItemByItem) {
+TEST_F(LevelDownTest, PrintsPhrasesOfNumbersItemByItem) {
   matrix->setCoordinateDimension(2);
   matrix->setMatrixType(ZQMatrixTypeIntegerSeries);
   const Integers phrase = {5, 6, 7, 8};
@@ -117,7 +94,7 @@ TEST_F(LevelDown, PrintsPhrasesOfNumbersItemByItem) {
   EXPECT_EQ(messages.take(), "(300:) (5,6,)(7,8,)");
 }
 
-class TextOfLevels : public LevelDown {
+class TextOfLevelsTest : public LevelDownTest {
  protected:
   int write(int numberOfItems) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfItems, file.c_str()); }
   void expectRefusal(int result, const std::string& message) {
@@ -131,7 +108,7 @@ class TextOfLevels : public LevelDown {
   std::string file = folder.path() + "/out.txt";
 };
 
-TEST_F(TextOfLevels, IsWordsAboveAndCharactersBelow) {
+TEST_F(TextOfLevelsTest, IsWordsAboveAndCharactersBelow) {
   matrix.learn("the cat\n\nsat");
   matrix.raiseStack();
   const Integers start = valuesOf("the");
@@ -149,7 +126,7 @@ TEST_F(TextOfLevels, IsWordsAboveAndCharactersBelow) {
   EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
 }
 
-TEST_F(TextOfLevels, MarksWhatCannotBeWritten) {
+TEST_F(TextOfLevelsTest, MarksWhatCannotBeWritten) {
   matrix.learn("cat");
   matrix.select(1);
   matrix->getMatrixInfo()->setSuccessorMethod(ZQSuccessorMethodMostProbable);
@@ -164,7 +141,7 @@ TEST_F(TextOfLevels, MarksWhatCannotBeWritten) {
   EXPECT_EQ(messages.take(), told + told);
 }
 
-TEST_F(TextOfLevels, RefusesInItsOrder) {
+TEST_F(TextOfLevelsTest, RefusesInItsOrder) {
   expectRefusal(-1, "error: readAnsiObjexsAndWriteToAnsiFile: matrix is not ANSI type: 0\n");
   matrix->setMatrixType(ZQMatrixTypeANSIText);
   expectRefusal(-2, "readAnsiObjexsAndWriteToAnsiFile: matrix is empty!\n");

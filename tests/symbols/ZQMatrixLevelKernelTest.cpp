@@ -7,7 +7,7 @@ namespace {
 
 using Integers = std::vector<int>;
 
-class LevelKernel : public testing::Test {
+class LevelKernelTest : public testing::Test {
  protected:
   void SetUp() override {
     matrix.learn("the cat sat on the mat");
@@ -32,7 +32,7 @@ class LevelKernel : public testing::Test {
   int the = 0;
 };
 
-TEST_F(LevelKernel, IsSetInTheCurrentLevelAlone) {
+TEST_F(LevelKernelTest, IsSetInTheCurrentLevelAlone) {
   EXPECT_EQ(start("the cat", 0), 7);
   EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 7);
   EXPECT_EQ(info(1)->getLengthOfKernelPreProcessedSequence(), 0);
@@ -45,7 +45,7 @@ TEST_F(LevelKernel, IsSetInTheCurrentLevelAlone) {
   EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
 }
 
-TEST_F(LevelKernel, IsSetInAllLevelsFromTheWordsOfTheStart) {
+TEST_F(LevelKernelTest, IsSetInAllLevelsFromTheWordsOfTheStart) {
   EXPECT_EQ(start("the cat", 1), 7);
   EXPECT_EQ(wordsOfKernel(), (Words{"the", "cat"}));
   EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 7);
@@ -61,56 +61,7 @@ TEST_F(LevelKernel, IsSetInAllLevelsFromTheWordsOfTheStart) {
             "initializeKernelWithOriginalSequence: numberOfPredefined Symbols: 1\n");
 }
 
-TEST_F(LevelKernel, EndsAtTheRootWithoutAKnownWord) {
-  start("the cat", 1);
-  zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(start("zebras", 1), 0);
-  EXPECT_EQ(info(1)->getLengthOfKernelPreProcessedSequence(), 0);
-  EXPECT_EQ(info(1)->getLengthOfKernelOriginalSequence(), 0);
-  EXPECT_EQ(info(1)->getKernelMatrixHandle(), 0);
-  EXPECT_NE(messages.take().find("initializeKernelWithOriginalSequence: numberOfUnknown Symbols: 1\n"), std::string::npos);
-  matrix.select(1);
-  double probability = 0, stopProbability = 0;
-  const int* symbol = matrix->readObjexFromMatrix(&probability, &stopProbability);
-  ASSERT_NE(symbol, nullptr);
-  EXPECT_EQ(*symbol, the);
-
-  matrix.select(0);
-  start("the cat", 1);
-  EXPECT_EQ(start("", 1), 0);
-  EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 0);
-  EXPECT_EQ(wordsOfKernel(), (Words{"the", "cat"}));  // the walk ended below
-}
-
-TEST_F(LevelKernel, NeedsNoSymbolLevel) {
-  SymbolMatrix letters;
-  letters->setMatrixAILevel(0);
-  letters.learn("the cat");
-  letters->setMatrixAILevel(1);
-  const Integers values = valuesOf("the c");
-  EXPECT_EQ(letters->initializeKernelSequenceWithOriginalSequence(values.data(), 5, 1), 5);
-  letters.select(1);
-  zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(letters->initializeKernelSequenceWithOriginalSequence(values.data(), 5, 1), -1);
-  EXPECT_EQ(messages.take(),
-            "initializeKernelSequenceWithOriginalSequence: error: matrix does not contain symbol sub-matrix with id 1 for level "
-            "0!\n");
-  EXPECT_EQ(letters->getCurrentMatrixID(), 1);
-}
-
-TEST_F(LevelKernel, TellsOfALinkThatLeadsNowhere) {
-  info(0)->setCurrentMatrixIDLevelUp(matrix->getMaxNumberOfMatrices() + 5);
-  zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(start("the cat", 1), -1);
-  EXPECT_EQ(messages.take(),
-            "initializeKernelSequenceWithOriginalSequence: error: matrix does not contain symbol sub-matrix "
-            "with id " +
-                std::to_string(matrix->getMaxNumberOfMatrices() + 5) + " for level 1!\n");
-  info(0)->setCurrentMatrixIDLevelUp(0);
-  EXPECT_EQ(start("the cat", 1), 7);
-}
-
-TEST_F(LevelKernel, IsResetByAStartBeyondTheLongestPath) {
+TEST_F(LevelKernelTest, IsResetByAStartBeyondTheLongestPath) {
   start("the cat", 1);
   EXPECT_EQ(start(std::string(5000, 'a'), 0), 0);
   EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 0);

@@ -3,32 +3,13 @@
 
 #include "SymbolMatrix.h"
 #include "frame/ZQMemory.h"
+#include "support/Account.h"
 
 namespace {
 
 using Integers = std::vector<int>;
 
-TEST(SymbolSequences, AreTheWordsInTheirOrder) {
-  SymbolMatrix matrix;
-  EXPECT_EQ(matrix.learn("a b\n\nc"), 1);
-  const SymbolMatrix::Found symbols = matrix.symbolsOf("a b\n\nc");
-  EXPECT_EQ(symbols.entries, (Integers{257, 258, 10, 259}));
-  EXPECT_EQ(symbols.numberOfUnknown, 0);
-  EXPECT_EQ(symbols.numberOfPredefined, 1);
-  const SymbolMatrix::Found handles = matrix.handlesOf("a b\n\nc");
-  ASSERT_EQ(handles.entries.size(), 4u);
-  for (size_t i = 0; i < 4; ++i) {
-    const int handle = handles.entries[i];
-    const auto* element = static_cast<const ZQMatrixElement*>(matrix->elementAt(handle));
-    EXPECT_TRUE(symbols.entries[i] == 10 ? handle == 0 : element->getSymbolID() == symbols.entries[i]);
-  }
-  EXPECT_EQ(handles.numberOfPredefined, 1);
-  EXPECT_EQ(matrix.spell(symbols.entries), (Words{"a", "b", "\n", "c"}));
-
-  EXPECT_EQ(matrix.symbolsOf("a-\nb").numberOfUnknown, 1);
-}
-
-TEST(SymbolSequences, AgreeWithACountOfTheWords) {
+TEST(SymbolSequencesTest, AgreeWithACountOfTheWords) {
   const std::string ends[] = {" ",       "\n", "\n\n", "-\n",   "\r\n",  "\r\n\r\n",
                               "\t \xA0", ". ", "!\n",  "-\n\n", "\n \n", ";\r\n \r\n"};
   unsigned state = 7;
@@ -51,78 +32,33 @@ TEST(SymbolSequences, AgreeWithACountOfTheWords) {
   }
 }
 
-TEST(SymbolSequences, StopAtThePhraseLimit) {
-  SymbolMatrix matrix(5);
+TEST(SymbolSequencesTest, TellWhatTheyMiss) {
   zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(matrix.learn("fives sixsix four"), 1);
-  EXPECT_EQ(messages.take(),
-            "####warning: updateMatrixFromBasicLevel: getSymbols..(): numberOfUnknownSymbols = 1 (maxSeqLentgh too small "
-            ")###########\n"
-            "error: checkGlobalSymbolMatrixPropertiesForSymbols: isPhraseMatrix illegal: 0\n"
-            "updateMatrixFromBasicLevel: checkGlobalMatrixPropertiesForSymbols() failed. Applying default values\n"
-            "warning:  getSymbolsFromLongANSISequence: numberOfUnknownSymbols = 1\n");
-  const SymbolMatrix::Found symbols = matrix.symbolsOf("fives sixsix four");
-  EXPECT_EQ(matrix.spell(symbols.entries), (Words{"fives", "four"}));
-  EXPECT_EQ(symbols.numberOfUnknown, 1);
-  EXPECT_EQ(matrix->getNumberOfSymbols(), 2);
-  EXPECT_EQ(messages.take(), "");
+  zmatrix::Account tell([&] { return messages.take(); });
+  const auto learn = [&](SymbolMatrix& matrix, const std::string& text) {
+    messages.listen();
+    const int result = matrix.learn(text);
+    tell("learn " + text, result, matrix->getNumberOfSymbols());
+  };
+  const auto look = [&](SymbolMatrix& matrix, const std::string& text) {
+    const SymbolMatrix::Found symbols = matrix.symbolsOf(text);
+    tell(text, symbols.entries, symbols.numberOfUnknown);
+    for (const std::string& word : matrix.spell(symbols.entries)) tell("- " + word);
+    tell("handles", static_cast<int>(matrix.handlesOf(text).entries.size()));
+  };
+  SymbolMatrix matrix(5), harbour, last;
+  learn(matrix, "fives sixsix four");
+  look(matrix, "fives sixsix four");
+  learn(harbour, "harbour town");
+  look(harbour, "harb zoo town");
+  look(harbour, "");
+  learn(last, "one");
+  last->getMatrixInfo()->setNewSymbol(499999);
+  learn(last, "one two three");
+  look(last, "one two three");
 }
 
-TEST(SymbolSequences, TellWhatIsMissing) {
-  SymbolMatrix matrix;
-  matrix.learn("harbour town");
-  zmatrix::CapturedMessages messages(0);
-  const SymbolMatrix::Found symbols = matrix.symbolsOf("harb zoo town");
-  EXPECT_EQ(matrix.spell(symbols.entries), Words{"town"});
-  EXPECT_EQ(symbols.numberOfUnknown, 2);
-  const int handle = matrix->getMatrixHandleFromElementVector(valuesOf("harb").data(), 4);
-  const std::string expected = "getSymbolsFromLongAnsi..(): symbol with handle " + std::to_string(handle) +
-                               " not exist unexpected\norig: M(harb)  p()=1/1 (overdetermined) \n\n"
-                               "getSymbolsFromLongAnsi..(): matrix element not exist unexpected\norig: M(zoo) (NOT EXIST)\n\n";
-  EXPECT_EQ(messages.take(), expected);
-  matrix.handlesOf("harb zoo town");
-  EXPECT_EQ(messages.take(), expected);
-  EXPECT_EQ(matrix.symbolsOf("").entries, Integers{});
-  EXPECT_EQ(messages.take(),
-            "Warning from getProcessedSequence: originalSequence is empty\ngetSymbolsFromLongAnsi..(): symbolMarkers = NULL\n");
-}
-
-TEST(SymbolSequences, TellInDetailWhatTheyFind) {
-  SymbolMatrix matrix;
-  matrix.learn("a\n\nb");
-  matrix->setMatrixDebugOn(6);
-  zmatrix::CapturedMessages messages(6);
-  matrix.symbolsOf("a\n\nb");
-  EXPECT_EQ(messages.take(),
-            "start getSymbolsFromOriginalObjects() for sequence with 4 items...\n"
-            "getSymbolsFromLongAnsi..(): Symbol added 257\norig: M(a)  p()=1/2 p(start)=1/2 p(stop)=1/1 \n\n"
-            "getSymbolsFromLongAnsi..(): LF-Symbol added\n\n"
-            "getSymbolsFromLongAnsi..(): Symbol added 258\norig: M(b)  p()=1/2 p(start)=1/2 p(stop)=1/1 \n\n"
-            "finshed getNextLevelSymbolsFromLongOriginalObjexts()\n");
-  const Integers handles = matrix.handlesOf("a\n\nb").entries;
-  EXPECT_EQ(messages.take(), "getSymbolHandlesFromLongAnsi..(): Symbol 257 with handle " + std::to_string(handles[0]) +
-                                 " added\ngetSymbolsFromLongAnsi..(): LF-Symbol added\n\n"
-                                 "getSymbolHandlesFromLongAnsi..(): Symbol 258 with handle " +
-                                 std::to_string(handles[2]) + " added\n");
-}
-
-TEST(SymbolSequences, LeaveOutSymbolsAboveTheLargestIndex) {
-  SymbolMatrix matrix;
-  matrix.learn("one");
-  matrix->getMatrixInfo()->setNewSymbol(499999);
-  zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(matrix.learn("one two three"), 1);
-  const std::string told = messages.take();
-  EXPECT_NE(told.find("getSymbolsFromLongAnsi..(): Symbol 500001 exceeds max. matrix index 500000\n"), std::string::npos);
-  EXPECT_NE(told.find("getSymbolHandlesFromLongAnsi..(): Symbol 500001 exceeds max. matrix index 500000\n"), std::string::npos);
-  const SymbolMatrix::Found symbols = matrix.symbolsOf("one two three");
-  EXPECT_EQ(symbols.entries, (Integers{257, 500000}));
-  EXPECT_EQ(symbols.numberOfUnknown, 0);
-  EXPECT_EQ(matrix.handlesOf("one two three").entries.size(), 2u);
-  EXPECT_EQ(matrix.spell(symbols.entries), (Words{"one", "two"}));
-}
-
-TEST(SymbolSequences, TakeTheMarkersOfACaller) {
+TEST(SymbolSequencesTest, TakeTheMarkersOfACaller) {
   SymbolMatrix matrix;
   matrix->setDefaultMatrixPropertiesForSymbols(nullptr);
   const int sequence[] = {1, 2, 3, 4, 5}, markers[] = {1, 1, 2, 3, 2};
@@ -135,7 +71,7 @@ TEST(SymbolSequences, TakeTheMarkersOfACaller) {
 }
 
 /// A sub-matrix of numbers in which some phrases have symbols.
-class AnySequence : public testing::Test {
+class AnySequenceTest : public testing::Test {
  protected:
   void write(Integers path, int symbolMarker) {
     matrix->writeMatrixData(path.data(), static_cast<int>(path.size()), 1, 0, 0, symbolMarker);
@@ -143,7 +79,7 @@ class AnySequence : public testing::Test {
   SymbolMatrix matrix;
 };
 
-TEST_F(AnySequence, TakesTheLongestPhrase) {
+TEST_F(AnySequenceTest, TakesTheLongestPhrase) {
   for (const Integers& path : {Integers{1}, Integers{1, 2, 3}, Integers{4, 5}}) write(path, 1);  // 257, 258, 259
   write({1, 2}, 0);
   write({4}, 0);
@@ -166,27 +102,12 @@ TEST_F(AnySequence, TakesTheLongestPhrase) {
   EXPECT_EQ(messages.take(), "getSymbolsFromAnyLong..(): Symbol 259 exceeds max. matrix index 258\n");
 }
 
-TEST_F(AnySequence, GoesItemByItem) {
+TEST_F(AnySequenceTest, GoesItemByItem) {
   matrix->setCoordinateDimension(2);
   write({1, 2}, 0);
   write({1, 2, 3, 4}, 1);
   write({3, 4}, 1);
   EXPECT_EQ(matrix.symbolsOfAny({3, 4, 1, 2, 3, 4, 1, 2, 9}), (Integers{258, 257}));
-}
-
-TEST_F(AnySequence, IsToldFromTheTypeOfTheSubMatrix) {
-  write({3}, 1);
-  const std::string text = "\3";
-  EXPECT_EQ(matrix.symbolsOf(text).entries, Integers{257});
-  EXPECT_EQ(matrix.handlesOf(text).entries.size(), 1u);
-  SymbolMatrix pairs;
-  pairs->setMatrixType(ZQMatrixTypeMIDINoteAndQuanta);
-  const Integers path = {3};
-  pairs->writeMatrixData(path.data(), 1, 1, 0, 0, 1);
-  const SymbolMatrix::Found found = pairs.symbolsOf(text);
-  EXPECT_EQ(found.entries, Integers{});
-  EXPECT_EQ(found.numberOfUnknown, 0);
-  EXPECT_EQ(pairs.handlesOf(text).entries, Integers{});
 }
 
 }  // namespace

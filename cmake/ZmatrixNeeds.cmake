@@ -1,0 +1,21 @@
+# The library needs nothing but the standard library. What the command, the tests and the benchmarks need besides is looked for here,
+# and what can't be built without it is left out with a word.
+function(leave_out_without option what)
+  foreach(need ${ARGN})
+    string(REPLACE ":" ";" need ${need})
+    list(GET need 0 package)
+    list(GET need 1 debian_name)
+    if(${option})
+      find_package(${package} QUIET)
+      if(NOT ${package}_FOUND)
+        message(WARNING "Leaving out ${what}: ${package} is missing (Debian: ${debian_name})")
+        set(${option} OFF PARENT_SCOPE)
+        set(${option} OFF)
+      endif()
+    endif()
+  endforeach()
+endfunction()
+
+leave_out_without(ZMATRIX_BUILD_COMMAND "the command" CLI11:libcli11-dev nlohmann_json:nlohmann-json3-dev)
+leave_out_without(ZMATRIX_BUILD_TESTS "the tests" GTest:libgtest-dev)
+leave_out_without(ZMATRIX_BUILD_BENCHMARKS "the benchmarks" benchmark:libbenchmark-dev)

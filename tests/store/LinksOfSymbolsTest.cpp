@@ -1,0 +1,118 @@
+// Symbols of the full tier where the store moves, deletes and gives up what they lead to: each symbol from 256 on keeps leading
+// to its phrase, and links between levels that lead nowhere are passed over.
+#include "support/Account.h"
+#include "support/TierTest.h"
+
+namespace {
+
+using zmatrix::Vector;
+
+class SymbolLinksTest : public zmatrix::TierTest<ZQMatrix> {
+ public:
+  SymbolLinksTest() {
+    matrix->setInitialMatrixBlocksize(80);
+    messages.listen();
+    ZQDebugChannel::globalDebugLevel = 0;
+  }
+
+  ZQMatrixElement* elementOf(const Vector& vector) { return static_cast<ZQMatrixElement*>(TierTest::elementOf(vector)); }
+  /// The phrase gets a symbol, and the symbol an element in sub-matrix 1 with the position of the phrase.
+  int link(const Vector& phrase) {
+    write(phrase, 1);
+    const int symbol = elementOf(phrase)->getSymbolID();
+    matrix->setCurrentMatrixID(1);
+    write({symbol});
+    matrix->setCurrentMatrixID(0);
+    setLink(symbol, handleOf(phrase));
+    return symbol;
+  }
+  void setLink(int symbol, int handle) {
+    matrix->setCurrentMatrixID(1);
+    elementOf({symbol})->setSymbolDownLinkHandle(handle);
+    matrix->setCurrentMatrixID(0);
+  }
+  int linkOf(int symbol) {
+    matrix->setCurrentMatrixID(1);
+    const int handle = matrix->getSymbolDownLinkHandleFromSymbol(symbol);
+    matrix->setCurrentMatrixID(0);
+    return handle;
+  }
+  int move(const Vector& phrase) { return moveFieldOf(handleOf(phrase), phrase.back()); }
+};
+
+TEST_F(SymbolLinksTest, OutOfRangeArePassedOver) {
+  const int symbol = link({1, 2});
+  for (const int levelUp : {4, 77, INT_MAX, 3, 0}) {  // beyond the sub-matrices, empty, and the phrase's own
+    matrix->setCurrentMatrixIDLevelUp(levelUp);
+    const int before = linkOf(symbol);
+    EXPECT_NE(move({1, 2}), 0);
+    EXPECT_EQ(linkOf(symbol), before);
+    EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), levelUp >= 4 ? 1 : 0) << levelUp;
+  }
+  matrix->setCurrentMatrixIDLevelUp(1);
+  for (const int handle : {INT_MAX, INT_MIN, -1, 0, 3, 4, 79, 80}) {
+    setLink(symbol, handle);
+    EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 0) << handle;
+    EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(2, 0), 0) << handle;
+    EXPECT_NE(move({1, 2}), 0);
+    matrix->setCurrentMatrixID(1);
+    EXPECT_NE(move({symbol}), 0);
+    matrix->perform1stMemoryTestSimplyfied(1, 0);
+    matrix->setCurrentMatrixID(0);
+  }
+  for (const int wrong : {INT_MAX, INT_MIN, -5}) {
+    elementOf({1, 2})->setSymbolID(wrong);
+    EXPECT_NE(move({1, 2}), 0);
+    matrix->perform1stMemoryTestSimplyfied(1, 0);
+  }
+}
+
+TEST_F(SymbolLinksTest, AnIDIsNeverGivenTwice) {
+  const Vector phrase = {1, 2};
+  zmatrix::Account tell([this] { return take(); });
+  const auto say = [&](const std::string& step) {
+    const ZQMatrixElement* element = handleOf(phrase) >= 0 ? elementOf(phrase) : nullptr;
+    tell(step, element != nullptr ? element->getSymbolID() : -1, matrix->getNumberOfSymbols(),
+         matrix->getMatrixInfo()->getNewSymbol(), matrix->getSymbolDownLinkHandleFromSymbol(257));
+  };
+  write(phrase);
+  say("no symbol");
+  for (int i = 0; i < 2; ++i) {
+    write(phrase, 1);
+    say("a symbol");
+  }
+  matrix->deleteMatrixElement(phrase.data(), 2, 0);
+  say("deleted");
+  write(phrase, 1);
+  say("a symbol again");
+  write({1, 2, 3});
+  elementOf(phrase)->setSymbolDownLinkHandle(9);
+  const ZQMatrixElement* inner = elementOf(phrase);
+  matrix->deleteMatrixElement(phrase.data(), 2, 0);  // unwritten, and there no more as a symbol
+  tell("an inner one deleted", inner->getSymbolID(), inner->getSymbolDownLinkHandle(), matrix->getNewSymbolID());
+  write(phrase, -1);
+  say("a negative one");
+}
+
+// The symbol level is cleared and given up while the phrases still know of it.
+TEST_F(SymbolLinksTest, OutliveTheirLevel) {
+  matrix->setCurrentMatrixIDLevelUp(1);
+  const int one = link({1, 2}), two = link({3, 4, 5});
+  setLink(one, handleOf({1, 2}));  // the second symbol has moved the first
+  setLink(two, handleOf({3, 4, 5}));
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1) << take();
+  EXPECT_EQ(matrix->clearMatrixForID(1), 1);
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 0);
+  EXPECT_EQ(matrix->removeEmptyMatrices(), 1);
+  EXPECT_EQ(matrix->getMaxNumberOfMatrices(), 1);
+  take();
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1);
+  EXPECT_EQ(take(),
+            "warning performMatrixLinearTest for matrixID 0: symbol 257 found but symbol level matrix does not exist\n"
+            "warning performMatrixLinearTest for matrixID 0: symbol 258 found but symbol level matrix does not exist\n");
+  for (int k = 0; k < 60; ++k) write({k % 6, 3 * k, k}, k % 2);
+  EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(2, 0), 1);
+  EXPECT_EQ(broken(), "");
+}
+
+}  // namespace
