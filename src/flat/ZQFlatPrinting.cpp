@@ -20,7 +20,7 @@ int printArray(const char* name, const Value* pointer, int length, PrintEntry pr
 
 }  // namespace
 
-int s_printf(const char* format, ...) {
+[[gnu::format(printf, 1, 2)]] int s_printf(const char* format, ...) {
   char text[2048];
   std::va_list arguments;
   va_start(arguments, format);
