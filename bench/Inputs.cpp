@@ -9,6 +9,8 @@
 #include "music/text/ZQTextPhrases.h"
 #include "sequence/ZQPreprocessing.h"
 
+using zmatrix::systemFree;
+
 namespace bench {
 
 namespace {

@@ -17,6 +17,8 @@
 #include <primesieve.h>
 #endif
 
+using zmatrix::systemFree;
+
 namespace bench {
 
 namespace {

@@ -36,13 +36,13 @@ ZQMatrix* createMatrixBB() noexcept { return guarded<ZQMatrix*>([&] { return ::c
 ZQMatrix* createMatrixWithDebugParametersBB(int debugOutputDevice, int debugLevel, const char* debugDirectory) noexcept { return guarded<ZQMatrix*>([&] { return ::createAndInitMatrixWithDebugParameters(debugOutputDevice, debugLevel, debugDirectory); }); }
 ZQMatrix* createMatrixWithFileBB(const char* path, int debugLevel) noexcept { return guarded<ZQMatrix*>([&] { return ::createAndInitMatrixWithFile(path, debugLevel); }); }
 void deleteMatrixBB(ZQMatrix* matrix) noexcept { guarded([&] { ::deleteMatrix(matrix); }); }
-void* s_Malloc(size_t size) noexcept { return guarded<void*>([&] { return ::systemMalloc(size); }); }
-void s_Free(void* pointer) noexcept { guarded([&] { ::systemFree(pointer); }); }
+void* s_Malloc(size_t size) noexcept { return guarded<void*>([&] { return zmatrix::systemMalloc(size); }); }
+void s_Free(void* pointer) noexcept { guarded([&] { zmatrix::systemFree(pointer); }); }
 void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) noexcept { guarded([&] { ::setMatrixProgressDisplayFunction(callBack); }); }
 int getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols) noexcept { return guarded<int>([&] { return ::getExpectedMatrixMemory(coordinateDimension, numberOfItems, phraseLength, numberOfSymbols); }); }
 int sGetNumberOriginalItemsToRestoreFromPreprocessed(int preProcessingType) noexcept { return guarded<int>([&] { return zmatrix::numberOfItemsToRestore(preProcessingType); }); }
 int performMatrixConsistencyTestBB(ZQMatrix* matrix, int* numberOfWriteElements, int* numberOfEndElements, int trim) noexcept { return guarded<int>([&] { return matrix->performMatrixConsistencyTest(numberOfWriteElements, numberOfEndElements, trim); }); }
-int s_getMatrixInfoTypeFromFile(const char* path) noexcept { return guarded<int>([&] { return ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path); }, -2); }
+int s_getMatrixInfoTypeFromFile(const char* path) noexcept { return guarded<int>([&] { return zmatrix::ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path); }, -2); }
 ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector() noexcept { return guarded<ZQMatrixSequenceIndexVector*>([&] { return ::createZQMatrixSequenceIndexVector(); }); }
 void deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector) noexcept { guarded([&] { ::deleteZQMatrixSequenceIndexVector(vector); }); }
 int s_getCoordDimension(ZQMatrixSequenceIndexVector* vector) noexcept { return guarded<int>([&] { return vector->getCoordDimension(); }); }

@@ -2,6 +2,8 @@
 // by which the function says that it has failed. Inside, memory is asked for in ways that say no; this is the last line.
 #pragma once
 
+namespace zmatrix {
+
 /// What the call gives, or `failure`.
 template <class Result, class Call>
 inline Result guarded(Call call, Result failure = Result()) noexcept {
@@ -19,3 +21,5 @@ inline void guarded(Call call) noexcept {
   } catch (...) {
   }
 }
+
+}  // namespace zmatrix

@@ -8,6 +8,9 @@
 #include "store/ZQTierLife.h"
 #include "symbols/ZQFullTier.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::ZQMatrixFileHeader;
+
 namespace {
 
 // What a creator without debug parameters uses: no device, and a level at which nothing comes out.

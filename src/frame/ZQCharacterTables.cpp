@@ -6,6 +6,8 @@
 
 #include "frame/ZQDebugChannel.h"
 
+namespace zmatrix {
+
 namespace {
 
 using UpperHalf = std::array<unsigned char, 128>;
@@ -117,3 +119,5 @@ void dbPrintfANSI(int level, const char* format, unsigned character) {
 }
 
 #pragma GCC diagnostic pop
+
+}  // namespace zmatrix

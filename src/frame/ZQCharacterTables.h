@@ -4,6 +4,8 @@
 
 #include <array>
 
+namespace zmatrix {
+
 using CharacterTable = std::array<int, 256>;
 
 extern const CharacterTable asci2ansiTAB;
@@ -24,3 +26,5 @@ void printfANSI(const char* format, unsigned character);
 
 /// The same through the diagnostic channel.
 void dbPrintfANSI(int level, const char* format, unsigned character);
+
+}  // namespace zmatrix

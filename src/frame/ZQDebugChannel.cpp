@@ -7,6 +7,8 @@
 #include <unistd.h>
 #endif
 
+namespace zmatrix {
+
 constinit thread_local FILE* ZQDebugChannel::fpMatrixErr = nullptr;
 constinit thread_local int ZQDebugChannel::globalDebugOutputDevice = 0;
 constinit thread_local int ZQDebugChannel::globalDebugLevel = 0;
@@ -66,8 +68,6 @@ void dbPrintf(int level, const char* format, ...) {
     ZQDebugChannel::messageFunction(level, text, ZQDebugChannel::messageUserData);
   }
 }
-
-namespace zmatrix {
 
 void setMessageFunction(zq_messageFunction function, void* userData) {
   ZQDebugChannel::messageFunction = function;

@@ -9,6 +9,8 @@
 
 #include <cstdio>
 
+namespace zmatrix {
+
 /// Where the messages of the calling thread go. A new thread begins with device 0 and level 0.
 struct ZQDebugChannel {
   static constexpr int messageCapacity = 2048;  ///< bytes of one message with its terminator; a longer one is cut
@@ -34,8 +36,6 @@ struct ZQDebugChannel {
 /// print nothing while there is no debug file. A message that is neither printed nor passed to a function costs a few tests of
 /// thread-local variables; a message of level 0 is always kept as the last message of its thread.
 void dbPrintf(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
-
-namespace zmatrix {
 
 void setMessageFunction(zq_messageFunction function, void* userData);
 /// The last message of level 0 in this thread, or an empty text.

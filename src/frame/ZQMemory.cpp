@@ -7,28 +7,28 @@ namespace zmatrix {
 
 size_t largestAllocation = PTRDIFF_MAX;
 
-}  // namespace zmatrix
-
 void* systemMalloc(size_t size) noexcept {
-  if (size > zmatrix::largestAllocation) return nullptr;
+  if (size > largestAllocation) return nullptr;
   return std::malloc(size);
 }
 
 void* systemCalloc(size_t count, size_t size) noexcept {
-  if (size > 0 && count > zmatrix::largestAllocation / size) return nullptr;
+  if (size > 0 && count > largestAllocation / size) return nullptr;
   return std::calloc(count, size);
 }
 
 void* systemRealloc(void* pointer, size_t size) noexcept {
-  if (size > zmatrix::largestAllocation) return nullptr;
+  if (size > largestAllocation) return nullptr;
   return std::realloc(pointer, size);
 }
 
-void* systemAlignedMalloc(size_t alignment, size_t size) {
-  if (size > zmatrix::largestAllocation) return nullptr;
+void* systemAlignedMalloc(size_t alignment, size_t size) noexcept {
+  if (size > largestAllocation) return nullptr;
   return std::aligned_alloc(alignment, size);
 }
 
 void systemFree(void* pointer) noexcept {
   std::free(pointer);
 }
+
+}  // namespace zmatrix

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace zmatrix {
+
 /// Allocates `size` bytes, or returns null.
 [[nodiscard]] void* systemMalloc(size_t size) noexcept;
 
@@ -15,7 +17,7 @@
 [[nodiscard]] void* systemRealloc(void* pointer, size_t size) noexcept;
 
 /// As systemMalloc, at an address that is a multiple of `alignment`, a power of two that divides `size`.
-void* systemAlignedMalloc(size_t alignment, size_t size);
+[[nodiscard]] void* systemAlignedMalloc(size_t alignment, size_t size) noexcept;
 
 /// Releases an allocation; null is ignored.
 void systemFree(void* pointer) noexcept;
@@ -27,8 +29,6 @@ template <class T>
   if (static_cast<unsigned long long>(count) > static_cast<size_t>(-1) / 2 / sizeof(T)) return nullptr;
   return static_cast<T*>(systemMalloc(static_cast<size_t>(count) * sizeof(T)));
 }
-
-namespace zmatrix {
 
 /// The largest single allocation that is allowed, in bytes: PTRDIFF_MAX unless a test sets it before it starts threads.
 extern size_t largestAllocation;

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+namespace zmatrix {
+
 constinit thread_local progressCallBackData_tag globalProgressData = {};
 constinit thread_local matrixProgressCallBackFunction updateProgressBarCallBackFunction = nullptr;
-
-namespace zmatrix {
 
 constinit thread_local ProgressThrottle progressThrottle;
 
@@ -34,5 +34,5 @@ void reportProgress(int item, int itemCount) {
 }  // namespace zmatrix
 
 void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack) {
-  updateProgressBarCallBackFunction = callBack;
+  zmatrix::updateProgressBarCallBackFunction = callBack;
 }

@@ -14,10 +14,13 @@ struct progressCallBackData_tag {
 
 using matrixProgressCallBackFunction = void (*)(progressCallBackData_tag*);
 
-extern constinit thread_local progressCallBackData_tag globalProgressData;
-extern constinit thread_local matrixProgressCallBackFunction updateProgressBarCallBackFunction;
+/// The host's callback for operations of the calling thread, or null for none.
+void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack);
 
 namespace zmatrix {
+
+extern constinit thread_local progressCallBackData_tag globalProgressData;
+extern constinit thread_local matrixProgressCallBackFunction updateProgressBarCallBackFunction;
 
 /// Decides which items are reported. A loop that asks less often than once per item reads nextItem.
 struct ProgressThrottle {
@@ -31,17 +34,10 @@ extern constinit thread_local ProgressThrottle progressThrottle;
 
 void reportProgress(int item, int itemCount);
 
-}  // namespace zmatrix
-
-/// The host's callback for operations of the calling thread, or null for none.
-void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack);
-
 /// Reports `item` of `itemCount` if enough items have passed since the last report, or if it is the last one.
 inline void matrixProgressDisplay(int item, int itemCount) {
-  if (updateProgressBarCallBackFunction != nullptr) zmatrix::reportProgress(item, itemCount);
+  if (updateProgressBarCallBackFunction != nullptr) reportProgress(item, itemCount);
 }
-
-namespace zmatrix {
 
 /// As matrixProgressDisplay, for a loop with little work per item: whether there is a callback is read once, since in a shared
 /// library each access to a thread-local variable is a function call.

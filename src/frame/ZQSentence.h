@@ -53,17 +53,13 @@ class ZQSentence {
   const char* text_;
 };
 
-}  // namespace zmatrix
-
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 #pragma GCC diagnostic ignored "-Wformat-security"
 template <class... Values>
-void dbPrintf(int level, const zmatrix::ZQSentence<Values...>& sentence, std::type_identity_t<Values>... values) {
+void dbPrintf(int level, const ZQSentence<Values...>& sentence, std::type_identity_t<Values>... values) {
   dbPrintf(level, sentence.text(), values...);
 }
-
-namespace zmatrix {
 
 template <class... Values>
 void printTo(FILE* stream, const ZQSentence<Values...>& sentence, std::type_identity_t<Values>... values) {
@@ -75,5 +71,6 @@ void printInto(char* text, size_t size, const ZQSentence<Values...>& sentence, s
   snprintf(text, size, sentence.text(), values...);
 }
 
-}  // namespace zmatrix
 #pragma GCC diagnostic pop
+
+}  // namespace zmatrix

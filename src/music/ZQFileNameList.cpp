@@ -7,6 +7,10 @@
 #include "frame/ZQGrowth.h"
 #include "frame/ZQMemory.h"
 
+using zmatrix::systemFree;
+using zmatrix::systemMallocArray;
+using zmatrix::systemRealloc;
+
 namespace {
 
 constexpr int firstCapacity = 32;

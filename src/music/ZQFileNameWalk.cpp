@@ -13,6 +13,9 @@
 #include "frame/ZQMemory.h"
 #include "music/ZQFileNameList.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::systemMallocArray;
+
 namespace {
 
 constexpr size_t longestSuffix = 10;

@@ -125,10 +125,10 @@ struct ZQBulkUpdate {
   Info& info_;
   const int* sequence_;
   const int length_;
-  zmatrix::ZQArray<Step> steps_;
-  zmatrix::ZQArray<int> parents_;  // by start: where the phrase of the pass before ends
-  zmatrix::ZQArray<Group> groups_;
-  zmatrix::ZQArray<int> missing_;
+  ZQArray<Step> steps_;
+  ZQArray<int> parents_;  // by start: where the phrase of the pass before ends
+  ZQArray<Group> groups_;
+  ZQArray<int> missing_;
   bool isOutOfMemory_ = false;
   ZQFieldPlacement<Tier> placement_;
 };

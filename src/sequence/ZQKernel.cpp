@@ -132,7 +132,7 @@ KernelSetting ZQKernel::reset(const KernelSettingRequest& request) {
 /// For an input too short to be preprocessed: the kernel is at the root, with as many of the items that the inverse needs as
 /// there are.
 KernelSetting ZQKernel::setFromShortOriginal(const int* sequence, int length, const KernelSettingRequest& request) {
-  const int needed = zmatrix::numberOfItemsToRestore(info_.getPreProcessingType());
+  const int needed = numberOfItemsToRestore(info_.getPreProcessingType());
   if (!info_.storeKernelOriginal(sequence, std::min(needed, length / coordinateDimension_))) return reset(request);
   info_.setLengthOfKernelOriginalSequence(needed);
   info_.setLengthOfKernelPreProcessedSequence(0);

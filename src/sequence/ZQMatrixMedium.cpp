@@ -9,6 +9,8 @@
 #include "store/ZQStoreWrite.h"
 #include "store/ZQTierLife.h"
 
+using zmatrix::dbPrintf;
+
 ZQMatrixMediumInfo* ZQMatrixMedium::recordOf(int id) const {
   return id >= 0 && id < getMaxNumberOfMatrices() ? getMatrixInfo(id) : nullptr;
 }

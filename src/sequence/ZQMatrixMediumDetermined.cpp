@@ -10,6 +10,8 @@
 #include "sequence/ZQStopProbability.h"
 #include "sequence/ZQSuffixLinks.h"
 
+using zmatrix::dbPrintf;
+
 namespace {
 
 /// The only element of a field has no neighbour; a damaged link to one counts as one.

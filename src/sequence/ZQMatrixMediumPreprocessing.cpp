@@ -11,10 +11,12 @@
 #include "sequence/ZQNumberCoding.h"
 #include "sequence/ZQObjexBlock.h"
 
+using zmatrix::dbPrintf;
 using zmatrix::ObjexBlock;
 using zmatrix::PrecedingItems;
 using zmatrix::PreprocessingSettings;
 using zmatrix::preprocessingSettingsOf;
+using zmatrix::systemMallocArray;
 using zmatrix::SystemOwned;
 
 namespace {

@@ -4,6 +4,10 @@
 #include "frame/ZQDebugChannel.h"
 #include "sequence/ZQMatrixMedium.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::dbPrintfANSI;
+using zmatrix::ZQMatrixFileHeader;
+
 namespace {
 
 // A read that may not stop restarts at each dead end. This many tries are enough where the way depends on random draws.

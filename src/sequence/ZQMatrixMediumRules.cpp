@@ -9,7 +9,9 @@
 #include "frame/ZQSystemOwned.h"
 #include "sequence/ZQMatrixMedium.h"
 
+using zmatrix::ansi2asciTAB;
 using zmatrix::SystemOwned;
+using zmatrix::ZQDebugChannel;
 
 namespace {
 

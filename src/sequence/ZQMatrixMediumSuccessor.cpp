@@ -14,8 +14,10 @@
 #include "store/ZQSuccessorWalk.h"
 
 using zmatrix::answer;
+using zmatrix::dbPrintf;
 using zmatrix::Successor;
 using zmatrix::ZQKernel;
+using zmatrix::ZQNotNote;
 
 namespace {
 

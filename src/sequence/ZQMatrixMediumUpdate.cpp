@@ -4,6 +4,8 @@
 #include "sequence/ZQMediumTier.h"
 #include "sequence/ZQUpdateWorker.h"
 
+using zmatrix::dbPrintf;
+
 namespace {
 
 // One line of what a call needs of the sub-matrix's settings.

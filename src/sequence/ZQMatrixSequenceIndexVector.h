@@ -5,6 +5,8 @@
 
 #include "frame/ZQArray.h"
 
+namespace zmatrix {
+
 /// What one preprocessing level did and needs for its inverse.
 struct tagSequenceInfo {
   int coordDimensionAfterPreproc;                       ///< integers per item after this level's step
@@ -14,6 +16,8 @@ struct tagSequenceInfo {
   int* originalIndexItems;                              ///< the head of the vector before this level's step, owned
   int internalLengthOfOriginalIndexItems;               ///< capacity in integers
 };
+
+}  // namespace zmatrix
 
 class ZQMatrixSequenceIndexVector {
  public:
@@ -33,7 +37,7 @@ class ZQMatrixSequenceIndexVector {
   int* getApplyPreprocessingTypeVector() { return applyPreprocessingTypeVector_.data(); }
   int* getIndexVector() { return indexVector_.data(); }
   const int* getIndexVector() const { return indexVector_.data(); }
-  tagSequenceInfo* getIndexVectorInfos() { return indexVectorInfos_.data(); }
+  zmatrix::tagSequenceInfo* getIndexVectorInfos() { return indexVectorInfos_.data(); }
   int _getInternalLengthOfIndexVector() const { return indexVector_.count(); }
   int _getInternalLengthOfIndexVectorInfos() const { return indexVectorInfos_.count(); }
 
@@ -73,14 +77,14 @@ class ZQMatrixSequenceIndexVector {
   void setPropertiesFrom(const ZQMatrixSequenceIndexVector* other);
   void copyFrom(const ZQMatrixSequenceIndexVector* other);
 
-  void initZQSequenceInfoWithNull(tagSequenceInfo* info);
-  void clearZQSequenceInfo(tagSequenceInfo* info);
+  void initZQSequenceInfoWithNull(zmatrix::tagSequenceInfo* info);
+  void clearZQSequenceInfo(zmatrix::tagSequenceInfo* info);
 
  private:
-  const tagSequenceInfo* currentInfo() const;
-  tagSequenceInfo* currentInfo();
+  const zmatrix::tagSequenceInfo* currentInfo() const;
+  zmatrix::tagSequenceInfo* currentInfo();
   bool reserveInfos(long long numberOfInfos);
-  [[nodiscard]] bool reserveOriginalItems(tagSequenceInfo* info, long long capacity);
+  [[nodiscard]] bool reserveOriginalItems(zmatrix::tagSequenceInfo* info, long long capacity);
   [[nodiscard]] bool copyInfosFrom(const ZQMatrixSequenceIndexVector& other);
   void releaseInfos();
 
@@ -91,7 +95,7 @@ class ZQMatrixSequenceIndexVector {
   int applyPreprocessingType_ = 0;
   zmatrix::ZQArray<int> applyPreprocessingTypeVector_;  ///< one entry more than were given
   zmatrix::ZQArray<int> indexVector_;                   ///< the data, and behind them what there is room for
-  zmatrix::ZQArray<tagSequenceInfo> indexVectorInfos_;
+  zmatrix::ZQArray<zmatrix::tagSequenceInfo> indexVectorInfos_;
 };
 
 ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector();

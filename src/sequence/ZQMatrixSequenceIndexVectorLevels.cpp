@@ -9,6 +9,8 @@
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 
 using zmatrix::complain;
+using zmatrix::systemFree;
+using zmatrix::tagSequenceInfo;
 
 namespace {
 

@@ -16,7 +16,7 @@ struct ZQMediumTier {
   static constexpr int infoType = 1;
   static constexpr bool reportsMissingSlot = true;
 
-  static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::mediumFileTexts;
+  static constexpr const MatrixFileTexts& fileTexts = mediumFileTexts;
   static constexpr bool announcesMoreMatrices = true;
   static void reportOccupiedSlot(int position) { dbPrintf(0, fileTexts.slotIsOccupied, position); }
   static int checkLoadedRecords(Matrix&) { return 0; }

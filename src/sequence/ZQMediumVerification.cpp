@@ -16,7 +16,7 @@ void addOne(ZQMatrixMediumInfo& info, CountsInDimension counts, int length) {
 
 }  // namespace
 
-ZQMediumVerification::ZQMediumVerification(ZQMatrixMedium& matrix, const zmatrix::VerificationTexts&) : matrix_(matrix) {
+ZQMediumVerification::ZQMediumVerification(ZQMatrixMedium& matrix, const VerificationTexts&) : matrix_(matrix) {
   links_.build(matrix_);  // without room for it each path is asked about on its own
   ZQMatrixMediumInfo& info = *matrix_.getMatrixInfo();
   info.setNumberOfRuleElements(0);

@@ -14,7 +14,7 @@ class ZQMediumVerification {
   static constexpr bool correctsEndElements = true;
 
   /// Zeroes the counts of rules.
-  ZQMediumVerification(ZQMatrixMedium& matrix, const zmatrix::VerificationTexts&);
+  ZQMediumVerification(ZQMatrixMedium& matrix, const VerificationTexts&);
   /// True if look() needs the path of the element; else it may be null.
   bool needsPath(int position) const { return !links_.isKnown(position); }
   /// Counts a written element. False for a fault.

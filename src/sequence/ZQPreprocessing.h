@@ -11,10 +11,10 @@
 
 class ZQMatrixMediumInfo;
 
+namespace zmatrix {
+
 /// First coordinate of a preprocessed item that stands for a bar line. A true interval of 127 is taken for one too.
 constexpr int ZQNotNote = 127;
-
-namespace zmatrix {
 
 /// The settings of a sub-matrix that its preprocessing depends on.
 struct PreprocessingSettings {

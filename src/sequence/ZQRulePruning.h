@@ -47,7 +47,7 @@ struct ZQRulePruning {
   static int removeOverDeterminedOnce(Matrix& matrix, int passNumber, const ZQSuffixLinks& links) {
     dbPrintf(6, "**************begin removeOverDeterminedPoints...\n");
     const int depthLimit = matrix.getMatrixInfo()->getCurrentDimension();
-    zmatrix::ZQArray<int> path;
+    ZQArray<int> path;
     if (isEmpty(matrix) || !path.resize(depthLimit, 0)) {
       dbPrintf(1, "removeOverdeterminedElements: matrix is empty!\n");
       return -1;
@@ -177,7 +177,7 @@ struct ZQRulePruning {
   }
 
   /// The index vector of an element of the current sub-matrix; -1 for any other element.
-  static int pathOf(Matrix& matrix, int element, int depthLimit, zmatrix::ZQArray<int>& path) {
+  static int pathOf(Matrix& matrix, int element, int depthLimit, ZQArray<int>& path) {
     const int lowestElement = matrix.getMaxNumberOfMatrices();
     int length = 0;
     long long position = element;
@@ -296,7 +296,7 @@ struct ZQRulePruning {
       ++removed;
     }
     // An element that is marked twice counts up here: the sum is only right after the next recount.
-    info.addToNumberOfWriteCounts(zmatrix::negativeOf(element->getWriteCount()));
+    info.addToNumberOfWriteCounts(negativeOf(element->getWriteCount()));
     element->setWriteCount(markedForRemoval);
     return true;
   }

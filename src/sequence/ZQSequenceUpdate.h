@@ -39,7 +39,7 @@ struct ZQSequenceUpdate {
         usesEnd_(info_.getUseEndOfSequence() == 1) {}
 
   /// 1 learned, -1 a write failed, -2 memory has run out. `phrases` collects them, if the caller asks for them.
-  int run(int maxPhraseLength, zmatrix::ZQLearnedPhrases& phrases) {
+  int run(int maxPhraseLength, ZQLearnedPhrases& phrases) {
     const int numberOfItems = length_ / c_;
     const int longest = maxPhraseLength < numberOfItems ? maxPhraseLength : numberOfItems;
     const int end = longest > 0 ? longest * c_ : 0;
@@ -59,7 +59,7 @@ struct ZQSequenceUpdate {
   int getNumberOfOverwrites() const { return numberOfOverwrites_; }
 
  private:
-  using Front = zmatrix::ZQFront;
+  using Front = ZQFront;
   static constexpr int mostElementsInCache = 32768;  // with no more than these a look ahead costs more than it saves
 
   // Where a phrase lies, as far as it exists.
@@ -83,7 +83,7 @@ struct ZQSequenceUpdate {
   bool isGood(const Front& front) const { return front.position >= 0 && matrix_.nameOfRecordAt(front.position) == front.record; }
 
   // All phrases whose first `known` integers are the phrases of the pass before.
-  bool learnPhrasesOf(int known, zmatrix::ZQLearnedPhrases& phrases) {
+  bool learnPhrasesOf(int known, ZQLearnedPhrases& phrases) {
     const int phraseLength = known + c_;
     firstOfRun_ = numberOfProcessedVectors_;
     // A last item that is cut short still begins a phrase.
@@ -91,7 +91,7 @@ struct ZQSequenceUpdate {
     const unsigned layout = matrix_.getLayoutVersion();
     const bool isSettled = layout == layoutOfFronts_;
     layoutOfFronts_ = layout;
-    zmatrix::ZQDescentPrefetch ahead(matrix_, fronts_.get(), numberOfStarts, sequence_ + known, c_, isSettled);
+    ZQDescentPrefetch ahead(matrix_, fronts_.get(), numberOfStarts, sequence_ + known, c_, isSettled);
     const bool isPlain = isPlainPass(known, phrases);
     const bool looksAhead = info_.getNumberOfMatrixElements() > mostElementsInCache;
     if (looksAhead) ahead.begin();
@@ -114,7 +114,7 @@ struct ZQSequenceUpdate {
   }
 
   // True if the phrases of a pass only need to be counted or added: no message or copy is asked for, no limit is near.
-  bool isPlainPass(int known, const zmatrix::ZQLearnedPhrases& phrases) const {
+  bool isPlainPass(int known, const ZQLearnedPhrases& phrases) const {
     return !phrases.areWanted() && !ZQDebugChannel::shows(8) && !info_.getMemIsReadOnly() &&
            known + c_ < info_.getMaxDimOfMatrix();
   }
@@ -185,7 +185,7 @@ struct ZQSequenceUpdate {
     dbPrintf(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", static_cast<int>(number));
   }
 
-  bool learnPhrase(int item, int known, long long number, zmatrix::ZQLearnedPhrases& phrases) {
+  bool learnPhrase(int item, int known, long long number, ZQLearnedPhrases& phrases) {
     const int start = item * c_;
     const int* phrase = sequence_ + start;
     const int phraseLength = known + c_;
@@ -209,7 +209,7 @@ struct ZQSequenceUpdate {
     }
     front = Front::at(position, *matrix_.elementAt(position));
     if (ZQDebugChannel::shows(8)) {
-      using Sentence = zmatrix::ZQSentence<long, const char*>;
+      using Sentence = ZQSentence<long, const char*>;
       static constexpr Sentence overwritten = "no. %ld -> %s overwritten\n", added = "no. %ld -> %s added\n";
       report(number, place.isWritten ? overwritten : added, phrase, phraseLength);
     }
@@ -272,12 +272,12 @@ struct ZQSequenceUpdate {
       position += at->getOffsetToElementInPrevDimension();
     }
     if (c_ > 1) return true;
-    return std::fabs(zmatrix::stopProbabilityOf(*element)) <= zmatrix::stopProbabilityTolerance;
+    return std::fabs(stopProbabilityOf(*element)) <= stopProbabilityTolerance;
   }
 
   // The phrase just written needs its context written as well, which an earlier pass left out: each place where that context
   // occurs is written now. With items of c integers only every c-th place is looked at, which leaves some contexts unwritten.
-  bool postWrite(int start, int known, char startFlag, zmatrix::ZQLearnedPhrases& phrases) {
+  bool postWrite(int start, int known, char startFlag, ZQLearnedPhrases& phrases) {
     const int* context = sequence_ + start;
     const int lastPlace = length_ - known;
     for (long long place = 0; place <= lastPlace; place += static_cast<long long>(c_) * c_) {
@@ -299,8 +299,8 @@ struct ZQSequenceUpdate {
     return true;
   }
 
-  void report(long long number, const zmatrix::ZQSentence<long, const char*>& format, const int* phrase, int phraseLength) const {
-    const std::string text = zmatrix::textOfPhrase(phrase, phraseLength);
+  void report(long long number, const ZQSentence<long, const char*>& format, const int* phrase, int phraseLength) const {
+    const std::string text = textOfPhrase(phrase, phraseLength);
     dbPrintf(8, format, static_cast<long>(number), text.c_str());
   }
 

@@ -34,9 +34,9 @@ class ZQSuffixLinks {
 
   int root_ = 0;
   int coordinateDimension_ = 1;
-  zmatrix::ZQArray<int> links_;
-  zmatrix::ZQArray<int> depths_;  // 0 for the root and for what is not known
-  zmatrix::ZQArray<int> queue_;   // the known elements, level by level
+  ZQArray<int> links_;
+  ZQArray<int> depths_;  // 0 for the root and for what is not known
+  ZQArray<int> queue_;   // the known elements, level by level
   size_t endOfQueue_ = 0;
 };
 

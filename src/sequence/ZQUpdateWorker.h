@@ -44,7 +44,7 @@ int learnPreProcessed(Matrix& matrix, const int* preProcessed, int numberOfItems
   using Tier = typename Matrix::Tier;
   const HeldFreeSlotSearch search(matrix);
   const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
-  const int root = zmatrix::ZQStoreWrite<Tier>::provideRoot(matrix);
+  const int root = ZQStoreWrite<Tier>::provideRoot(matrix);
   if (root < 0) return -2;
   auto* rootElement = static_cast<typename Tier::Element*>(matrix.elementAt(root));
   rootElement->addWriteCountWithSuccessor(numberOfItems);
@@ -54,8 +54,8 @@ int learnPreProcessed(Matrix& matrix, const int* preProcessed, int numberOfItems
       symbolMarkers == nullptr ? Tier::deriveMarkers(matrix, preProcessed, numberOfItems * coordinateDimension) : nullptr);
   if (derived == nullptr && symbolMarkers == nullptr && numberOfItems > 0 && Tier::derivesMarkers(matrix)) return -2;
   ZQLearnedPhrases phrases(outputs.wantPhrases());
-  zmatrix::ZQSequenceUpdate<Tier> update(matrix, preProcessed, numberOfItems * coordinateDimension, coordinateDimension,
-                                         symbolMarkers != nullptr ? symbolMarkers : derived.get());
+  ZQSequenceUpdate<Tier> update(matrix, preProcessed, numberOfItems * coordinateDimension, coordinateDimension,
+                                symbolMarkers != nullptr ? symbolMarkers : derived.get());
   int result = update.run(matrix.getMatrixInfo()->getMaxPhraseLengthForUpdateWithSequence(), phrases);
   if (phrases.hasRunOut()) result = -2;
   if (outputs.numberOfProcessedVectors != nullptr) {

@@ -9,6 +9,10 @@
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixFields.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::systemFree;
+using zmatrix::systemMallocArray;
+
 ZQMatrixBaseInfo::~ZQMatrixBaseInfo() {
   releaseMemoryGlobalMatrixInfoParameters();
 }

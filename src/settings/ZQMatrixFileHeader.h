@@ -216,10 +216,8 @@ class ZQMatrixFileHeader {
   ZQMatrixProperties globalSymbolParameters_{};
   FILE* fpUpdateInfos_ = nullptr;
   char fpUpdateInfosFileName_[256] = {};  ///< empty for an unnamed temporary file
-  zmatrix::ZQArray<int> stopFlags_;
-  zmatrix::ZQRecordTable matrixInfos_;  ///< loaded update records, null while none are; each may be null
+  ZQArray<int> stopFlags_;
+  ZQRecordTable matrixInfos_;  ///< loaded update records, null while none are; each may be null
 };
 
 }  // namespace zmatrix
-
-using zmatrix::ZQMatrixFileHeader;

@@ -3,6 +3,8 @@
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixFields.h"
 
+using zmatrix::dbPrintf;
+
 int ZQMatrixInfo::initMatrixInfo(int id) {
   const int hasRoom = ZQMatrixMediumInfo::initMatrixInfo(id);
   zmatrix::setToDefaults(*this, ZQMatrixInfoTypeFull);

@@ -7,6 +7,9 @@
 #include "settings/ZQMatrixFields.h"
 #include "settings/ZQMatrixFileHeader.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::systemMallocArray;
+
 int ZQMatrixMediumInfo::initMatrixInfo(int id) {
   const bool baseHasRoom = ZQMatrixBaseInfo::initMatrixInfo(id) == 1;
   setMediumDefaults();

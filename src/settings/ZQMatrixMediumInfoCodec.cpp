@@ -8,6 +8,8 @@
 #include "settings/ZQMatrixInfoCodec.h"
 #include "settings/ZQMatrixMediumInfo.h"
 
+using zmatrix::dbPrintf;
+
 namespace {
 
 constexpr int firstVersionWithNames = 134;

@@ -13,6 +13,8 @@
 #include "settings/ZQMatrixMediumInfo.h"
 
 using zmatrix::answer;
+using zmatrix::dbPrintf;
+using zmatrix::systemMallocArray;
 
 namespace {
 

@@ -8,6 +8,8 @@
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixMediumInfo.h"
 
+using zmatrix::dbPrintf;
+
 namespace {
 
 constexpr int numberOfEndRows = 4;

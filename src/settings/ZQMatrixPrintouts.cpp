@@ -7,7 +7,9 @@
 
 #include "settings/ZQMatrixFields.h"
 
+using zmatrix::dbPrintf;
 using zmatrix::FieldRow;
+using zmatrix::ZQDebugChannel;
 
 namespace {
 

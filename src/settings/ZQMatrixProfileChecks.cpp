@@ -4,8 +4,10 @@
 #include "settings/ZQMatrixProfiles.h"
 
 using zmatrix::CheckRule;
+using zmatrix::dbPrintf;
 using zmatrix::FieldRow;
 using zmatrix::Profile;
+using zmatrix::ZQMatrixFileHeader;
 
 namespace {
 

@@ -5,9 +5,11 @@
 
 #include "frame/ZQDebugChannel.h"
 
+using zmatrix::dbPrintf;
 using zmatrix::FieldRow;
 using zmatrix::Profile;
 using zmatrix::ProfileValues;
+using zmatrix::ZQMatrixFileHeader;
 
 namespace {
 

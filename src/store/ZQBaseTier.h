@@ -12,12 +12,12 @@ struct ZQBaseTier {
   using Matrix = ZQMatrixBase;
   using Element = ZQMatrixBaseElement;
   using Info = ZQMatrixBaseInfo;
-  using Verification = zmatrix::NoAdditionalVerification;
+  using Verification = NoAdditionalVerification;
   static constexpr int infoType = 0;
   static constexpr bool reportsMissingSlot = false;  ///< says "hier ist der Fehler1" where no free slot was found
 
   // --- the matrix file
-  static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::baseFileTexts;
+  static constexpr const MatrixFileTexts& fileTexts = baseFileTexts;
   static constexpr bool announcesMoreMatrices = false;  ///< says so when a file has more sub-matrices than the object
   static void reportOccupiedSlot(int position) { dbPrintf(0, fileTexts.slotIsOccupied, position); }
   /// The records of a file have been read: what they say of each other is made sound.

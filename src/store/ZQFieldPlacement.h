@@ -77,10 +77,10 @@ struct ZQFieldPlacement {
     frontier_ = std::max(frontier_, lowest);
     for (long long from = frontier_ - positions.front();;) {
       const long long highest = static_cast<long long>(matrix.numberOfSlots_) - 1 - positions.back();
-      zmatrix::ZQShiftSearch search(matrix.freeSlots_, positions, matrix.positionsOfField_);
+      ZQShiftSearch search(matrix.freeSlots_, positions, matrix.positionsOfField_);
       long long offset = search.nextFit(from, highest);
       if (offset == 0) offset = search.nextFit(1, highest);
-      if (offset != zmatrix::ZQShiftSearch::none) {
+      if (offset != ZQShiftSearch::none) {
         const long long slot = positions.front() + offset;
         if (slot - frontier_ > longestWay) frontier_ = slot - longestWay / 2;
         return static_cast<int>(offset);
@@ -113,7 +113,7 @@ struct ZQFieldPlacement {
 
   int begin_ = 0;
   int first_ = -1;  // the field's first element, -1 if there is none yet
-  zmatrix::ZQArray<int> targets_;
+  ZQArray<int> targets_;
   long long frontier_ = 0;
 };
 

@@ -7,6 +7,11 @@
 #include "store/ZQBaseTier.h"
 #include "store/ZQTierLife.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::systemFree;
+using zmatrix::systemMalloc;
+using zmatrix::ZQMatrixFileHeader;
+
 namespace {
 
 constexpr int lowestDebugLevel = -1;

@@ -62,7 +62,7 @@ struct FoundPath {
 
 }  // namespace zmatrix
 
-class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessors<ZQMatrixBase> {
+class ZQMatrixBase : public zmatrix::ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessors<ZQMatrixBase> {
  public:
   using Tier = zmatrix::ZQBaseTier;
 
@@ -92,9 +92,9 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   ZQMatrixBaseInfo** getMatrixInfoArray() { return matrixInfoArray_.data(); }
   ZQMatrixBaseInfo* getMatrixInfo() const { return matrixInfoArray_[currentMatrixId_]; }
   ZQMatrixBaseInfo* getMatrixInfo(int id) const { return matrixInfoArray_[id]; }
-  ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader_.get(); }
+  zmatrix::ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader_.get(); }
   /// Takes the header over.
-  void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader_.reset(header); }
+  void setMatrixFileHeader(zmatrix::ZQMatrixFileHeader* header) { matrixFileHeader_.reset(header); }
   /// The highest slot that was ever occupied.
   int getMaximalStack() const { return matrixFileHeader_->getMaximalStack(); }
   int getCurrentMatrixID() const { return currentMatrixId_; }
@@ -336,7 +336,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   int searchFrom(int centre);
   int findIndexOfNearestFreeElement(zmatrix::ZQFreeSlotSearchState& state, int start, int* goodStart);
 
-  std::unique_ptr<ZQMatrixFileHeader> matrixFileHeader_;
+  std::unique_ptr<zmatrix::ZQMatrixFileHeader> matrixFileHeader_;
   zmatrix::ZQRecordTable matrixInfoArray_;
   char* slots_ = nullptr;  // the block: numberOfSlots records of the tier, one a slot
   size_t sizeOfRecord_ = sizeof(ZQMatrixBaseElement);

@@ -4,6 +4,8 @@
 #include "frame/ZQMemory.h"
 #include "store/ZQMatrixBase.h"
 
+using zmatrix::dbPrintf;
+
 namespace {
 
 constexpr int slotsProvidedAtOnce = 8192;  // what the second level of a cache holds

@@ -4,6 +4,8 @@
 #include "store/ZQMatrixBase.h"
 #include "store/ZQVerificationTexts.h"
 
+using zmatrix::dbPrintf;
+
 ZQMatrixBaseElement* ZQMatrixBase::parentOf(int position) const {
   const ZQMatrixBaseElement* element = elementAt(position);
   if (element == nullptr || element->getOffsetToElementInPrevDimension() == 0) return nullptr;

@@ -8,6 +8,8 @@
 #include "store/ZQMatrixBase.h"
 #include "store/ZQShiftSearch.h"
 
+using zmatrix::dbPrintf;
+
 namespace {
 
 constexpr int callsBetweenPeriodicScans = 1024;

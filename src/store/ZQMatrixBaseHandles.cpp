@@ -7,6 +7,9 @@
 #include "store/ZQMatrixBase.h"
 #include "store/ZQSuccessorWalk.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::systemMallocArray;
+
 namespace {
 
 constexpr int longestPath = 4096;  // coordinates of a path that a handle is followed up

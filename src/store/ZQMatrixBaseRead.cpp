@@ -2,6 +2,8 @@
 #include "store/ZQItemSplit.h"
 #include "store/ZQMatrixBase.h"
 
+using zmatrix::dbPrintf;
+
 zmatrix::FoundPath ZQMatrixBase::find(const int* indexVector, int length) noexcept {
   ZQMatrixBaseInfo* info = getMatrixInfo();
   if (length < 1 || length >= info->getMaxDimOfMatrix()) return {-2};

@@ -15,20 +15,20 @@ namespace zmatrix {
 
 template <class Tier>
 struct ZQMatrixElementReader {
-  ZQMatrixElementReader(typename Tier::Matrix& matrix, zmatrix::ZQFileReader& file) : matrix_(matrix), file_(file) {}
+  ZQMatrixElementReader(typename Tier::Matrix& matrix, ZQFileReader& file) : matrix_(matrix), file_(file) {}
 
   /// Reads elements of the files of a tier, up to the stack that the file tells.
   void read(int infoType, int stackOfFile) {
     stack_ = stackOfFile;
     ZQMatrixFileHeader& header = *matrix_.getMatrixFileHeader();
     header._setMaximalStack(std::min(stack_, matrix_.numberOfSlots_ - 1));
-    count = zmatrix::negativeOf(header.getMaxNumberOfMatrices());
+    count = negativeOf(header.getMaxNumberOfMatrices());
     if constexpr (reportsProgress) {
       snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "reading matrix from disk: %d items...",
                stack_);
     }
     const int end = header.getMaximalStack() + 1;
-    const long long mostElements = file_.getBytesLeft() / static_cast<long long>(zmatrix::sizeOfElementInFile(infoType));
+    const long long mostElements = file_.getBytesLeft() / static_cast<long long>(sizeOfElementInFile(infoType));
     const bool isDense = end > 0 && end <= 2 * mostElements + slotsInPiece;
     isOutOfMemory = !links.begin(header.getMaxNumberOfMatrices(), end - 1, matrix_.largestLegalIndex());
     if (isDense) {
@@ -36,15 +36,15 @@ struct ZQMatrixElementReader {
     } else {
       matrix_.endOfProvidedSlots_ = matrix_.numberOfSlots_;
     }
-    switch (zmatrix::sizeOfElementInFile(infoType)) {
-      case zmatrix::sizeOfElementInFile(0):
-        readAll<zmatrix::sizeOfElementInFile(0)>();
+    switch (sizeOfElementInFile(infoType)) {
+      case sizeOfElementInFile(0):
+        readAll<sizeOfElementInFile(0)>();
         break;
-      case zmatrix::sizeOfElementInFile(1):
-        readAll<zmatrix::sizeOfElementInFile(1)>();
+      case sizeOfElementInFile(1):
+        readAll<sizeOfElementInFile(1)>();
         break;
       default:
-        readAll<zmatrix::sizeOfElementInFile(2)>();
+        readAll<sizeOfElementInFile(2)>();
     }
     matrix_.freeSlots_.fillWord(wordOfOccupied_, occupied_);
   }
@@ -53,7 +53,7 @@ struct ZQMatrixElementReader {
   int count = 0;           // elements read, less the roots
   int numberOutside = 0;   // elements that the block has no slot for
   bool isOutOfMemory = false;
-  zmatrix::ZQLinkCheck links;
+  ZQLinkCheck links;
 
  private:
   static constexpr bool reportsProgress = Tier::infoType >= 1;
@@ -61,7 +61,7 @@ struct ZQMatrixElementReader {
 
   template <size_t size>
   void readAll() {
-    const zmatrix::ProgressOfLoop progress;
+    const ProgressOfLoop progress;
     const long long end = stack_ + 1LL;
     while (position < end && !file_.isAtEnd() && !isOutOfMemory) {
       const long long endOfPiece = std::min(position + slotsInPiece, end);
@@ -70,7 +70,7 @@ struct ZQMatrixElementReader {
         const int result = readMatrixElementFromDisk<size>();
         if (result >= 0) {
           ++position;
-          zmatrix::addTo(count, 1);
+          addTo(count, 1);
         } else {
           position = std::min(position - result, end);
         }
@@ -83,7 +83,7 @@ struct ZQMatrixElementReader {
   int readMatrixElementFromDisk() {
     const char* bytes = file_.peek(size);
     if (bytes == nullptr) return readLastBytes<size>();
-    const int writeCount = zmatrix::getLittleEndian<int>(bytes);
+    const int writeCount = getLittleEndian<int>(bytes);
     if (writeCount < 0) {
       file_.advance(sizeof(int));
       return writeCount;
@@ -96,7 +96,7 @@ struct ZQMatrixElementReader {
   template <size_t size>
   int readLastBytes() {
     const char* first = file_.peek(sizeof(int));
-    const int writeCount = first != nullptr ? zmatrix::getLittleEndian<int>(first) : 0;
+    const int writeCount = first != nullptr ? getLittleEndian<int>(first) : 0;
     if (writeCount < 0) {
       file_.advance(sizeof(int));
       return writeCount;
@@ -115,7 +115,7 @@ struct ZQMatrixElementReader {
     if (matrix_.elementAt(position) != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
     const int slot = static_cast<int>(position);
     auto* element = matrix_.template placeElementAt<typename Tier::Element>(slot);
-    zmatrix::getElement<size>(bytes, *element);
+    getElement<size>(bytes, *element);
     links.add(slot, *element);
     noteOccupied(slot);
     return 1;
@@ -132,7 +132,7 @@ struct ZQMatrixElementReader {
   }
 
   typename Tier::Matrix& matrix_;
-  zmatrix::ZQFileReader& file_;
+  ZQFileReader& file_;
   size_t wordOfOccupied_ = 0;  // 64 slots, and a bit for each that was filled
   uint64_t occupied_ = 0;
   int stack_ = 0;

@@ -23,7 +23,7 @@ struct ZQMatrixFileLoad {
   using Info = typename Tier::Info;
   static constexpr bool hasHistory = Tier::infoType >= 1;
   static constexpr long long modestNumberOfMatrices = 1024;
-  static constexpr long long sizeOfSmallestElement = zmatrix::sizeOfElementInFile(0);
+  static constexpr long long sizeOfSmallestElement = sizeOfElementInFile(0);
 
   static int load(Matrix& matrix, const char* path, int debugLevel) {
     const std::string ownPath = path != nullptr ? path : "";  // it may be one of the header's texts, which are about to change
@@ -34,7 +34,7 @@ struct ZQMatrixFileLoad {
     header.setMatrixDebugOutputDevice(2);
     header._clearMatrixDebugDirectory();
     matrix.setMatrixDebugOn(debugLevel);
-    FILE* stream = zmatrix::openRegularFile(path);
+    FILE* stream = openRegularFile(path);
     if (stream == nullptr) {
       dbPrintf(0, "readMatrixFromDisk: Could not open matrix file %s for reading!\n", path);
       matrix.setMatrixDebugOff();
@@ -43,7 +43,7 @@ struct ZQMatrixFileLoad {
     dbPrintf(1, "readMatrixFromDisk: begin\n");
     int result;
     {
-      zmatrix::ZQFileReader file(stream);
+      ZQFileReader file(stream);
       result = ZQMatrixFileLoad(matrix, file, stream).read(path, debugLevel);
     }
     fclose(stream);
@@ -52,7 +52,7 @@ struct ZQMatrixFileLoad {
   }
 
  private:
-  ZQMatrixFileLoad(Matrix& matrix, zmatrix::ZQFileReader& file, FILE* stream)
+  ZQMatrixFileLoad(Matrix& matrix, ZQFileReader& file, FILE* stream)
       : matrix_(matrix), header_(*matrix.getMatrixFileHeader()), file_(file), stream_(stream), elements_(matrix, file) {}
 
   int read(const char* path, int debugLevel) {
@@ -85,7 +85,7 @@ struct ZQMatrixFileLoad {
   // The fields that say what there is in memory stay true to it, so that it can still be saved and loaded.
   bool readHeader() {
     char oldFileType[8];
-    zmatrix::storeText(oldFileType, sizeof oldFileType, header_.getFileType());
+    storeText(oldFileType, sizeof oldFileType, header_.getFileType());
     const int oldIs64BitMatrix = header_.getIs64BitMatrix();
     const int oldInfoType = header_.getMatrixInfoType();
     const int oldMaximum = header_.getMaxNumberOfMatrices();
@@ -113,9 +113,9 @@ struct ZQMatrixFileLoad {
   // without holding anything, the file limits them.
   bool hasLegalNumbers() const {
     const int maximum = header_.getMaxNumberOfMatrices();
-    return maximum >= 1 && maximum <= zmatrix::largestNumberOfMatrices && maximum <= header_.getMatrixBlockSize() &&
+    return maximum >= 1 && maximum <= largestNumberOfMatrices && maximum <= header_.getMatrixBlockSize() &&
            maximum <= std::max(modestNumberOfMatrices, file_.getFileSize() / sizeOfSmallestElement) &&
-           header_.getMatrixBlockSize() <= zmatrix::largestBlockSize && header_.getNumberOfMatrices() >= 0 &&
+           header_.getMatrixBlockSize() <= largestBlockSize && header_.getNumberOfMatrices() >= 0 &&
            header_.getNumberOfMatrices() <= maximum;
   }
 
@@ -153,7 +153,7 @@ struct ZQMatrixFileLoad {
   // anything are not written. What stands in their place is the first element.
   bool isAtRecord() {
     const char* bytes = file_.peek(2 * sizeof(int));
-    return bytes == nullptr || zmatrix::getLittleEndian<int>(bytes + sizeof(int)) == zmatrix::matrixInfoMagicNumber;
+    return bytes == nullptr || getLittleEndian<int>(bytes + sizeof(int)) == matrixInfoMagicNumber;
   }
 
   // A record that makes no sense goes unnoticed here, except for its type: it shows in the counts.
@@ -208,7 +208,7 @@ struct ZQMatrixFileLoad {
     }
     if (ZQDebugChannel::globalDebugLevel >= 2) printHistory(begin);
     const long long size = begin >= reached ? std::max(file_.getFileSize() - begin, 0LL) : 0;
-    for (FILE* (*const make)(long long) : {zmatrix::newTemporaryFile, zmatrix::newFileInMemory}) {
+    for (FILE* (*const make)(long long) : {newTemporaryFile, newFileInMemory}) {
       FILE* history = make(size);
       if (history == nullptr) continue;
       if (copyHistory(begin, size, history)) {
@@ -223,16 +223,15 @@ struct ZQMatrixFileLoad {
 
   /// A file that is too large for its header to say where the history begins has it behind the elements; 0 if there is none.
   long long unnamedHistory(long long reached) {
-    if (reached <= zmatrix::largestOffsetToUpdateInfos || file_.isAtEnd()) return 0;
+    if (reached <= largestOffsetToUpdateInfos || file_.isAtEnd()) return 0;
     const char* bytes = file_.peek(2 * sizeof(int));
-    const bool isRecord =
-        bytes != nullptr && zmatrix::getLittleEndian<int>(bytes + sizeof(int)) == zmatrix::matrixInfoMagicNumber;
+    const bool isRecord = bytes != nullptr && getLittleEndian<int>(bytes + sizeof(int)) == matrixInfoMagicNumber;
     return isRecord ? reached : 0;
   }
 
   bool copyHistory(long long begin, long long size, FILE* history) {
-    zmatrix::ZQFileWriter writer(history);
-    const bool isCopied = size == 0 || (fseeko(stream_, begin, SEEK_SET) == 0 && zmatrix::copyRest(stream_, writer));
+    ZQFileWriter writer(history);
+    const bool isCopied = size == 0 || (fseeko(stream_, begin, SEEK_SET) == 0 && copyRest(stream_, writer));
     return writer.flush() && isCopied;
   }
 
@@ -262,7 +261,7 @@ struct ZQMatrixFileLoad {
       dbPrintf(0, Tier::fileTexts.beyondStack, static_cast<int>(position), stackOfFile_);
     }
     int total = 0;
-    for (int id = 0; id < header_.getNumberOfMatrices(); ++id) zmatrix::addTo(total, infoOf(id)->getNumberOfMatrixElements());
+    for (int id = 0; id < header_.getNumberOfMatrices(); ++id) addTo(total, infoOf(id)->getNumberOfMatrixElements());
     zq_loadReport& report = matrix_.loadReport_;
     report.elementsCounted = total;
     report.elementsRead = elements_.count;
@@ -328,7 +327,7 @@ struct ZQMatrixFileLoad {
     header_.setOffsetToUpdateInfos(0);
     header_.setPositionOfUpdateInfos(0);
     header_.closeAndRemoveUpdateInfos();
-    const int size = std::max(numberOfMatrices, zmatrix::initialBlockSize);
+    const int size = std::max(numberOfMatrices, initialBlockSize);
     const bool hasRoom = matrix_.makeEmptyBlock(size);
     for (int id = 0; hasRoom && id < numberOfMatrices; ++id) matrix_.template createElementAt<Element>(id);
     if (!hasRoom) {
@@ -343,7 +342,7 @@ struct ZQMatrixFileLoad {
 
   Matrix& matrix_;
   ZQMatrixFileHeader& header_;
-  zmatrix::ZQFileReader& file_;
+  ZQFileReader& file_;
   FILE* stream_;
   ZQMatrixElementReader<Tier> elements_;
   int infoType_ = 0;

@@ -20,7 +20,7 @@ struct ZQMatrixFileSave {
   static constexpr bool hasHistory = Tier::infoType >= 1;
 
   static int save(Matrix& matrix, const char* path) {
-    zmatrix::ZQSafeFile target;
+    ZQSafeFile target;
     if (!target.open(path)) {
       dbPrintf(0, "saveMatrixToDisk: Could not open file %s for writing!\n", path != nullptr ? path : "");
       return -1;
@@ -29,7 +29,7 @@ struct ZQMatrixFileSave {
     const int offsetToUpdateInfos = header.getOffsetToUpdateInfos();
     bool isWritten = false;
     if (matrix.hasBlock()) {  // a matrix that has lost its block holds nothing that is worth an old file
-      zmatrix::ZQFileWriter file(target.getStream());
+      ZQFileWriter file(target.getStream());
       file.writeBackAtOnce();
       isWritten = ZQMatrixFileSave(matrix, file).write();
     }
@@ -40,8 +40,7 @@ struct ZQMatrixFileSave {
   }
 
  private:
-  ZQMatrixFileSave(Matrix& matrix, zmatrix::ZQFileWriter& file)
-      : matrix_(matrix), header_(*matrix.getMatrixFileHeader()), file_(file) {}
+  ZQMatrixFileSave(Matrix& matrix, ZQFileWriter& file) : matrix_(matrix), header_(*matrix.getMatrixFileHeader()), file_(file) {}
 
   // The current sub-matrix decides for the whole file whether there is a history.
   bool write() {
@@ -69,13 +68,13 @@ struct ZQMatrixFileSave {
 
   void writeElements() {
     const int stack = header_.getMaximalStack();
-    int elementCount = zmatrix::negativeOf(header_.getMaxNumberOfMatrices());
+    int elementCount = negativeOf(header_.getMaxNumberOfMatrices());
     int ruleCount = 0;
     const bool countsRules = hasHistory && ZQDebugChannel::shows(1);  // the count is only told
     if constexpr (hasHistory) {
       snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "saveMatrixToDisk: (%d) items", stack);
     }
-    const zmatrix::ProgressOfLoop progress;
+    const ProgressOfLoop progress;
     long long position = 0;
     while (position <= stack) {
       if constexpr (hasHistory) progress.reach(static_cast<int>(position), stack);
@@ -85,8 +84,8 @@ struct ZQMatrixFileSave {
         position = behind;
         continue;
       }
-      zmatrix::writeMatrixElementToDisk(static_cast<Element*>(matrix_.elementAt(position)), file_);
-      zmatrix::addTo(elementCount, 1);
+      writeMatrixElementToDisk(static_cast<Element*>(matrix_.elementAt(position)), file_);
+      addTo(elementCount, 1);
       if constexpr (hasHistory) {
         if (countsRules) ruleCount += matrix_.isRuleAt(static_cast<int>(position));
       }
@@ -111,7 +110,7 @@ struct ZQMatrixFileSave {
 
   void reportCounts(int elementCount, int ruleCount) {
     int total = 0;
-    for (int id = 0; id <= highest_; ++id) zmatrix::addTo(total, infoOf(id)->getNumberOfMatrixElements());
+    for (int id = 0; id <= highest_; ++id) addTo(total, infoOf(id)->getNumberOfMatrixElements());
     if (elementCount == total) {
       dbPrintf(1, "writeMatrixToDisk(): elementCount (%d) items written (ruleCount: %d)\n", elementCount, ruleCount);
     } else {
@@ -123,7 +122,7 @@ struct ZQMatrixFileSave {
   // False if the older records could not be read.
   bool writeHistory(long long positionOfOffset, int withSequence) {
     const long long positionOfHistory = file_.getPosition();
-    const bool canBeNamed = positionOfHistory <= zmatrix::largestOffsetToUpdateInfos;
+    const bool canBeNamed = positionOfHistory <= largestOffsetToUpdateInfos;
     FILE* olderRecords = header_.getFpUpdateInfos();
     if (olderRecords == nullptr) {
       olderRecords = tmpfile();
@@ -136,7 +135,7 @@ struct ZQMatrixFileSave {
     file_.patch(positionOfOffset, offset);
     if (olderRecords != nullptr) {
       rewind(olderRecords);
-      if (!zmatrix::copyRest(olderRecords, file_)) return false;
+      if (!copyRest(olderRecords, file_)) return false;
     }
     for (int id = 0; id <= highest_; ++id) {
       if constexpr (hasHistory) {
@@ -150,7 +149,7 @@ struct ZQMatrixFileSave {
 
   Matrix& matrix_;
   ZQMatrixFileHeader& header_;
-  zmatrix::ZQFileWriter& file_;
+  ZQFileWriter& file_;
   int highest_ = -1;
 };
 

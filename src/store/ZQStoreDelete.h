@@ -53,7 +53,7 @@ struct ZQStoreDelete {
     info.incrementNumberOfDeleteEvents();
     info.decrementNumberOfWriteElements();
     // The count of the element that went last, not of the leaf.
-    info.addToNumberOfWriteCounts(zmatrix::negativeOf(lastWriteCount));
+    info.addToNumberOfWriteCounts(negativeOf(lastWriteCount));
   }
 
  private:

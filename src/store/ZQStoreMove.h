@@ -59,7 +59,7 @@ struct ZQStoreMove {
   }
 
   static bool collect(Matrix& matrix, int first, int numberOfItems) {
-    zmatrix::ZQArray<int>& positions = matrix.positionsOfField_;
+    ZQArray<int>& positions = matrix.positionsOfField_;
     positions.clear();
     long long at = first;
     while (static_cast<int>(positions.size()) < numberOfItems) {
@@ -77,8 +77,8 @@ struct ZQStoreMove {
   // While the search runs the field's own slots count as free, since they move too; a slot to be kept off never does.
   template <class Search>
   static int findOffset(Matrix& matrix, std::span<const int> newIndices, int keptOff, Search search) {
-    const zmatrix::ZQArray<int>& own = matrix.positionsOfField_;
-    zmatrix::ZQArray<int>& toPlace = matrix.positionsToPlace_;
+    const ZQArray<int>& own = matrix.positionsOfField_;
+    ZQArray<int>& toPlace = matrix.positionsToPlace_;
     toPlace.clear();
     size_t next = 0;
     for (int position : own) {
@@ -103,7 +103,7 @@ struct ZQStoreMove {
   }
 
   static bool patchLinks(Matrix& matrix, int offset) {
-    const zmatrix::ZQArray<int>& own = matrix.positionsOfField_;
+    const ZQArray<int>& own = matrix.positionsOfField_;
     if (ZQMatrixBaseElement* parent = matrix.parentOf(own.front())) parent->addOffsetToElementInNextDimension(offset);
     for (int position : own) {
       Element* element = static_cast<Element*>(matrix.elementAt(position));
@@ -128,7 +128,7 @@ struct ZQStoreMove {
 
   // The order sees to it that a slot of the field is vacated before another of its records moves in.
   static void moveRecords(Matrix& matrix, int offset) {
-    zmatrix::ZQArray<int>& own = matrix.positionsOfField_;
+    ZQArray<int>& own = matrix.positionsOfField_;
     if (offset > 0) std::reverse(own.begin(), own.end());
     for (int position : own) {
       matrix.template moveElement<Element>(position, position + offset);

@@ -22,7 +22,7 @@ struct ZQStoreVerification {
   using Matrix = typename Tier::Matrix;
   using Info = typename Tier::Info;
   using Element = typename Tier::Element;
-  using Texts = zmatrix::VerificationTexts;
+  using Texts = VerificationTexts;
 
   static int first(Matrix& matrix, int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) {
     int result = -2;
@@ -43,20 +43,20 @@ struct ZQStoreVerification {
       return -1;
     }
     if (!test.depths_.resize(test.top_ + 1LL)) return 0;
-    typename Tier::Verification additions(matrix, zmatrix::linearTestTexts);
+    typename Tier::Verification additions(matrix, linearTestTexts);
     Info& info = test.info_;
     if (test.trims_) {
       info._resetIndexLimits();
       info._setCurrentDimension(0);
     }
     test.setProgressText();
-    const zmatrix::ProgressOfLoop progress;
+    const ProgressOfLoop progress;
     for (int position = test.lowest_; position <= test.top_; ++position) {
       progress.reach(position, test.top_);
       const ZQMatrixBaseElement* element = matrix.elementAt(position);
       if (element != nullptr && element->getWriteCount() >= 1) test.lookUpFrom(position, additions);
     }
-    if (test.trims_) test.trimBlockAndArrays(zmatrix::linearTestTexts);
+    if (test.trims_) test.trimBlockAndArrays(linearTestTexts);
     const bool hasDeletes = info.getNumberOfMatrixDeleteEvents() != 0;
     info.setNumberOfWriteCounts(static_cast<int>(test.sum_));
     if (!hasDeletes && test.sum_ != info.getNumberOfMatrixWriteEvents()) {
@@ -67,7 +67,7 @@ struct ZQStoreVerification {
           static_cast<int>(test.sum_), info.getNumberOfMatrixWriteEvents(), info.getNumberOfMatrixDeleteEvents());
     }
     if (!additions.compareDepthAndKernel(test.deepest_)) test.result_ = 0;
-    test.compareCounts(zmatrix::linearTestTexts);
+    test.compareCounts(linearTestTexts);
     if (!additions.compareCounts()) test.result_ = 0;
     return test.answer(numberOfWriteElements, numberOfEndElements);
   }
@@ -91,10 +91,10 @@ struct ZQStoreVerification {
                          test.path_.resize(dimension + 1LL, 0) && test.lows_.resize(dimension, INT_MAX) &&
                          test.highs_.resize(dimension, INT_MIN);
     if (!hasRoom) return 0;
-    typename Tier::Verification additions(matrix, zmatrix::consistencyTestTexts);
+    typename Tier::Verification additions(matrix, consistencyTestTexts);
     test.walkDown(additions);
     if (test.trims_) test.trimDimensions();
-    if (test.trims_) test.trimBlockAndArrays(zmatrix::consistencyTestTexts);
+    if (test.trims_) test.trimBlockAndArrays(consistencyTestTexts);
     if (test.sum_ != info.getNumberOfWriteCounts()) {
       dbPrintf(0, "error matrixConsistencyTest: getNumberOfWriteCounts(%d) != overallWriteCount(%d)!\n",
                info.getNumberOfWriteCounts(), static_cast<int>(test.sum_));
@@ -102,7 +102,7 @@ struct ZQStoreVerification {
       info.setNumberOfWriteCounts(static_cast<int>(test.sum_));
     }
     if (!additions.compareDepthAndKernel(test.deepest_)) test.result_ = 0;
-    test.compareCounts(zmatrix::consistencyTestTexts);
+    test.compareCounts(consistencyTestTexts);
     if (test.occupied_ != info.getNumberOfMatrixElements()) {
       dbPrintf(0, "error matrixConsistency-Test:: numberOfOccupiedPositions differs from _numberOfElements: %d<->%d\n",
                test.occupied_, info.getNumberOfMatrixElements());
@@ -228,7 +228,7 @@ struct ZQStoreVerification {
   }
 
   bool readPath(int element, int depth) {
-    if (depth > path_.count() && !path_.resize(zmatrix::grownCapacity(depth) + 1LL, 0)) return false;
+    if (depth > path_.count() && !path_.resize(grownCapacity(depth) + 1LL, 0)) return false;
     long long position = element;
     for (int i = depth - 1; i >= 0; --i) {
       const ZQMatrixBaseElement* step = matrix_.elementAt(position);
@@ -299,9 +299,9 @@ struct ZQStoreVerification {
     const long long parent = static_cast<long long>(position) + element->getOffsetToElementInPrevDimension();
     const ZQMatrixBaseElement* sibling = offset > 0 ? matrix_.elementAt(next) : nullptr;
     if (sibling == nullptr || next + sibling->getOffsetToElementInPrevDimension() != parent) {
-      zmatrix::reportUnexpectedOffset("Next", offset);
+      reportUnexpectedOffset("Next", offset);
     } else if (sibling->getOffsetToPreviousElementInDimension() != -offset) {
-      zmatrix::reportUnexpectedOffset("Previous", sibling->getOffsetToPreviousElementInDimension());
+      reportUnexpectedOffset("Previous", sibling->getOffsetToPreviousElementInDimension());
     } else {
       return next;
     }
@@ -377,12 +377,12 @@ struct ZQStoreVerification {
       header->_setMaximalStack(last);
     }
     const int oldSize = header->getMatrixBlockSize();
-    const int newSize = zmatrix::grownCapacity(header->getMaximalStack() + 1);
+    const int newSize = grownCapacity(header->getMaximalStack() + 1);
     if (oldSize > newSize) {
       dbPrintf(1, texts.blockReduced, oldSize, newSize);
       if (matrix_.resizeBlock(newSize)) header->_setMatrixBlockSize(newSize);
     }
-    const int newCapacity = zmatrix::grownCapacity(info_.getCurrentDimension());
+    const int newCapacity = grownCapacity(info_.getCurrentDimension());
     if (info_.getInternalCurrentDimension() > newCapacity) info_._resizeIndexLimits(newCapacity);
   }
 
@@ -398,11 +398,11 @@ struct ZQStoreVerification {
   const int lowest_;  // the first position that is not a root's
   const int top_;
   const bool trims_;
-  zmatrix::ZQArray<int> depths_;     // linear: a Way each position
-  zmatrix::ZQArray<int> path_;       // the index vector of the element looked at
-  zmatrix::ZQArray<int> positions_;  // consistency: the elements on the way down
-  zmatrix::ZQArray<long long> fieldBegins_;
-  zmatrix::ZQArray<int> lows_, highs_;
+  ZQArray<int> depths_;     // linear: a Way each position
+  ZQArray<int> path_;       // the index vector of the element looked at
+  ZQArray<int> positions_;  // consistency: the elements on the way down
+  ZQArray<long long> fieldBegins_;
+  ZQArray<int> lows_, highs_;
   int result_ = 1;
   int written_ = 0;
   int ends_ = 0;

@@ -340,7 +340,7 @@ struct ZQStoreWrite {
     return count;
   }
 
-  using FieldCounts = zmatrix::ZQFieldCounts;
+  using FieldCounts = ZQFieldCounts;
 
   static unsigned nameOfParent(const Matrix& matrix, int position) {
     return matrix.nameOfRecordAt(static_cast<long long>(position) +

@@ -17,10 +17,10 @@ struct ZQFullTier {
   static constexpr int infoType = 2;
   static constexpr bool reportsMissingSlot = true;
 
-  static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::fullFileTexts;
+  static constexpr const MatrixFileTexts& fileTexts = fullFileTexts;
   static constexpr bool announcesMoreMatrices = false;
   /// Goes to standard output whatever the channel's device, since hosts depend on it.
-  static void reportOccupiedSlot(int position) { zmatrix::printTo(stdout, fileTexts.slotIsOccupied, position); }
+  static void reportOccupiedSlot(int position) { printTo(stdout, fileTexts.slotIsOccupied, position); }
   /// A link to a level that is not there, or that leads back to where it came from, is cut.
   static int checkLoadedRecords(Matrix& matrix) { return matrix._checkLevelLinks(); }
 
@@ -49,8 +49,8 @@ struct ZQFullTier {
   /// with a blank between are none.
   static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {
     const int last = numberOfItems - 1;
-    if ((markers[0] & zmatrix::beginsWord) == 0 || (markers[last] & zmatrix::endsWord) == 0) return;
-    if (last > 0 && (markers[0] & zmatrix::endsWord) != 0) return;
+    if ((markers[0] & beginsWord) == 0 || (markers[last] & endsWord) == 0) return;
+    if (last > 0 && (markers[0] & endsWord) != 0) return;
     for (int i = 1; i < last; ++i) {
       if (markers[i] != 0) return;
     }

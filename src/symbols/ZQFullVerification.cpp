@@ -2,7 +2,7 @@
 
 namespace zmatrix {
 
-ZQFullVerification::ZQFullVerification(ZQMatrix& matrix, const zmatrix::VerificationTexts& texts)
+ZQFullVerification::ZQFullVerification(ZQMatrix& matrix, const VerificationTexts& texts)
     : ZQMediumVerification(matrix, texts), full_(matrix), id_(matrix.getCurrentMatrixID()) {
 }
 

@@ -9,7 +9,7 @@ namespace zmatrix {
 
 class ZQFullVerification : public ZQMediumVerification {
  public:
-  ZQFullVerification(ZQMatrix& matrix, const zmatrix::VerificationTexts& texts);
+  ZQFullVerification(ZQMatrix& matrix, const VerificationTexts& texts);
   bool look(int position, const ZQMatrixElement& element, const int* path, int length);
   bool compareCounts();
 

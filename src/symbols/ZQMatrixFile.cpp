@@ -4,6 +4,8 @@
 #include "store/ZQMatrixFileSave.h"
 #include "symbols/ZQFullTier.h"
 
+using zmatrix::dbPrintf;
+
 namespace {
 
 /// The links cut, or -1 if memory has run out.

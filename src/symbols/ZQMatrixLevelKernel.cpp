@@ -5,6 +5,7 @@
 #include "store/ZQKeepCurrentMatrixID.h"
 #include "symbols/ZQMatrix.h"
 
+using zmatrix::dbPrintf;
 using zmatrix::KeepCurrentMatrixID;
 using zmatrix::KernelSetting;
 using zmatrix::SystemOwned;

@@ -8,7 +8,10 @@
 #include "store/ZQKeepCurrentMatrixID.h"
 #include "symbols/ZQMatrix.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::globalProgressData;
 using zmatrix::KeepCurrentMatrixID;
+using zmatrix::matrixProgressDisplay;
 using zmatrix::SystemOwned;
 
 /// What a walk over a sequence has found: symbols, or the handles of their phrases.

@@ -8,7 +8,11 @@
 #include "symbols/ZQMatrix.h"
 #include "symbols/ZQWordMarkers.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::globalProgressData;
 using zmatrix::isWhiteCharacter;
+using zmatrix::matrixProgressDisplay;
+using zmatrix::systemMallocArray;
 
 int* ZQMatrix::getSymbolMarkersFromPreProcessedCombinedSequence(const int* sequence, int length, int* numberOfSymbols) {
   *numberOfSymbols = 0;

@@ -11,8 +11,13 @@
 #include "symbols/ZQWordMarkers.h"
 
 using zmatrix::beginsWord;
+using zmatrix::dbPrintf;
 using zmatrix::endsWord;
+using zmatrix::globalProgressData;
+using zmatrix::matrixProgressDisplay;
+using zmatrix::systemMallocArray;
 using zmatrix::SystemOwned;
+using zmatrix::systemRealloc;
 
 namespace {
 

@@ -32,7 +32,7 @@ int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
   for (int i = 0; i < length && position >= 0; ++i) {
     if (!Write::step(matrix, info, position, i, word.letters[static_cast<size_t>(i)])) return -1;
     const bool isEnd = i == length - 1;
-    zmatrix::ZQFullTier::WriteFlags flags{};
+    ZQFullTier::WriteFlags flags{};
     flags.startFlag = i == 0 && info.getUseStartOfSequence() == 1;
     flags.endFlag = isEnd && info.getUseEndOfSequence() == 1;
     flags.symbolMarker = isEnd;

@@ -8,6 +8,12 @@
 
 #include "support/CapturedMessages.h"
 
+using zmatrix::ansi2asci;
+using zmatrix::asci2ansi;
+using zmatrix::dbPrintfANSI;
+using zmatrix::printfANSI;
+using zmatrix::zqGets;
+
 namespace {
 
 /// Puts a text in the place of standard input.

@@ -7,6 +7,9 @@
 #include <climits>
 #include <vector>
 
+using zmatrix::globalProgressData;
+using zmatrix::matrixProgressDisplay;
+
 namespace {
 
 std::vector<std::pair<int, int>> reports;

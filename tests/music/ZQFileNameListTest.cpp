@@ -11,6 +11,9 @@
 #include "frame/ZQMemory.h"
 #include "support/KeptText.h"
 
+using zmatrix::systemFree;
+using zmatrix::systemMallocArray;
+
 namespace {
 
 namespace fs = std::filesystem;

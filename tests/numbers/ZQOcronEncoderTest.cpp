@@ -10,6 +10,8 @@
 #include "numbers/ZQOcronSequence.h"
 #include "support/TestFolder.h"
 
+using zmatrix::systemMalloc;
+
 namespace {
 
 class OcronEncoderTest : public zmatrix::NumbersTest {

@@ -14,6 +14,8 @@
 #include "support/Account.h"
 #include "support/CapturedMessages.h"
 
+using zmatrix::systemFree;
+
 namespace {
 
 using Numbers = std::vector<int>;

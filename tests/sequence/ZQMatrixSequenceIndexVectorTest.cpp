@@ -8,6 +8,9 @@
 #include "frame/ZQMemory.h"
 #include "support/CapturedMessages.h"
 
+using zmatrix::systemFree;
+using zmatrix::systemMallocArray;
+
 namespace {
 
 std::vector<int> dataOf(const ZQMatrixSequenceIndexVector& vector) {

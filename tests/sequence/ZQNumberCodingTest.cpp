@@ -9,6 +9,8 @@
 #include "support/KeptText.h"
 #include "support/TierTest.h"
 
+using zmatrix::systemFree;
+
 namespace {
 
 using zmatrix::Vector;

@@ -15,6 +15,9 @@
 #include "support/CapturedMessages.h"
 #include "support/KeptText.h"
 
+using zmatrix::systemFree;
+using zmatrix::ZQNotNote;
+
 namespace {
 
 using Numbers = std::vector<int>;

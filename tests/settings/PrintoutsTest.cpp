@@ -2,6 +2,9 @@
 #include "support/KeptText.h"
 #include "support/TierTest.h"
 
+using zmatrix::ZQDebugChannel;
+using zmatrix::ZQMatrixFileHeader;
+
 namespace {
 
 class PrintoutsTest : public zmatrix::TierTest<ZQMatrix> {};

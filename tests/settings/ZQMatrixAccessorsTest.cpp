@@ -3,6 +3,8 @@
 
 #include "support/TierTest.h"
 
+using zmatrix::ZQDebugChannel;
+
 namespace {
 
 class ZQMatrixAccessorsTest : public zmatrix::TierTest<ZQMatrix> {

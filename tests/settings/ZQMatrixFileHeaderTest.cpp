@@ -8,6 +8,9 @@
 #include "support/CapturedMessages.h"
 #include "support/TestFolder.h"
 
+using zmatrix::ZQDebugChannel;
+using zmatrix::ZQMatrixFileHeader;
+
 namespace {
 
 using zmatrix::CapturedMessages;

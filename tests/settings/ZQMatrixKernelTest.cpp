@@ -8,6 +8,8 @@
 #include "settings/ZQMatrixMediumInfo.h"
 #include "support/CapturedMessages.h"
 
+using zmatrix::systemFree;
+
 namespace {
 
 struct Release {

@@ -3,6 +3,8 @@
 #include "support/Account.h"
 #include "support/TierTest.h"
 
+using zmatrix::ZQDebugChannel;
+
 namespace {
 
 using zmatrix::Vector;

@@ -5,6 +5,8 @@
 #include "support/Account.h"
 #include "support/TierTest.h"
 
+using zmatrix::ZQDebugChannel;
+
 namespace {
 
 using zmatrix::Vector;

@@ -5,6 +5,8 @@
 #include "frame/ZQMemory.h"
 #include "support/TierUnderTest.h"
 
+using zmatrix::systemFree;
+
 std::string unstructuredText(unsigned seed, int numberOfWords, int longestWord) {
   std::mt19937 engine(seed);
   const auto below = [&engine](int limit) { return static_cast<int>(engine() % static_cast<unsigned>(limit)); };

@@ -5,6 +5,8 @@
 #include "frame/ZQMemory.h"
 #include "support/Account.h"
 
+using zmatrix::systemFree;
+
 namespace {
 
 using Integers = std::vector<int>;

@@ -9,6 +9,11 @@
 #include "music/midi/MIDIFILE.h"
 #include "music/midi/ZQMidiEvent.h"
 
+using zmatrix::dbPrintf;
+using zmatrix::systemCalloc;
+using zmatrix::systemFree;
+using zmatrix::systemRealloc;
+
 namespace {
 
 using zmatrix::intOfTime;

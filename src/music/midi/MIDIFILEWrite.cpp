@@ -7,6 +7,9 @@
 #include "music/midi/MIDIFILE.h"
 #include "music/midi/ZQMidiEvent.h"
 
+using zmatrix::systemCalloc;
+using zmatrix::systemFree;
+
 namespace {
 
 using zmatrix::intOfTime;

@@ -6,6 +6,8 @@
 #include "music/text/ZQTextWriter.h"
 #include "symbols/ZQMatrix.h"
 
+using zmatrix::dbPrintf;
+
 namespace zmatrix {
 
 template <>

@@ -5,6 +5,8 @@
 #include "music/kern/ZQKernValidator.h"
 #include "support/KeptText.h"
 
+using zmatrix::ZQDebugChannel;
+
 namespace {
 
 using zmatrix::kern;

@@ -11,6 +11,8 @@
 #include "support/TestFolder.h"
 #include "support/TierTest.h"
 
+using zmatrix::ZQDebugChannel;
+
 namespace {
 
 using zmatrix::bytes;

@@ -15,6 +15,8 @@
 #include "music/score/ZQScoreTime.h"
 #include "support/TestFolder.h"
 
+using zmatrix::systemFree;
+
 namespace {
 
 using zmatrix::bytes;

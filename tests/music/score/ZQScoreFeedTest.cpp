@@ -14,6 +14,8 @@
 #include "support/KeptText.h"
 #include "support/TierTest.h"
 
+using zmatrix::ZQDebugChannel;
+
 namespace {
 
 using zmatrix::ScoreBuilder;

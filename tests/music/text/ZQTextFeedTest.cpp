@@ -6,6 +6,8 @@
 #include "support/TestFolder.h"
 #include "support/TierTest.h"
 
+using zmatrix::ZQDebugChannel;
+
 namespace {
 
 using zmatrix::Vector;
