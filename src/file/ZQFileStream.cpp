@@ -141,6 +141,11 @@ FILE* openRegularFile(const char* path) {
   return file;
 }
 
+long long sizeOfFile(FILE* file) {
+  struct stat status;
+  return fstat(fileno(file), &status) == 0 ? status.st_size : -1;
+}
+
 bool canBeOpened(const char* path) {
   FILE* file = openRegularFile(path);
   return file != nullptr && fclose(file) == 0;

@@ -137,6 +137,9 @@ class ZQFileReader {
 /// Opens a regular file for reading; null for anything else. Opening a pipe doesn't block.
 [[nodiscard]] FILE* openRegularFile(const char* path);
 
+/// The size in bytes of a file that openRegularFile has opened, or -1.
+[[nodiscard]] long long sizeOfFile(FILE* file);
+
 /// True if openRegularFile opens it.
 [[nodiscard]] bool canBeOpened(const char* path);
 

@@ -7,24 +7,35 @@ namespace zmatrix {
 
 size_t largestAllocation = PTRDIFF_MAX;
 
+namespace {
+
+constinit thread_local unsigned failures = 0;
+
+void* counted(void* memory) noexcept {
+  if (memory == nullptr) ++failures;
+  return memory;
+}
+
+}  // namespace
+
+unsigned failedAllocations() noexcept {
+  return failures;
+}
+
 void* systemMalloc(size_t size) noexcept {
-  if (size > largestAllocation) return nullptr;
-  return std::malloc(size);
+  return counted(size <= largestAllocation ? std::malloc(size) : nullptr);
 }
 
 void* systemCalloc(size_t count, size_t size) noexcept {
-  if (size > 0 && count > largestAllocation / size) return nullptr;
-  return std::calloc(count, size);
+  return counted(size == 0 || count <= largestAllocation / size ? std::calloc(count, size) : nullptr);
 }
 
 void* systemRealloc(void* pointer, size_t size) noexcept {
-  if (size > largestAllocation) return nullptr;
-  return std::realloc(pointer, size);
+  return counted(size <= largestAllocation ? std::realloc(pointer, size) : nullptr);
 }
 
 void* systemAlignedMalloc(size_t alignment, size_t size) noexcept {
-  if (size > largestAllocation) return nullptr;
-  return std::aligned_alloc(alignment, size);
+  return counted(size <= largestAllocation ? std::aligned_alloc(alignment, size) : nullptr);
 }
 
 void systemFree(void* pointer) noexcept {

@@ -22,6 +22,9 @@ namespace zmatrix {
 /// Releases an allocation; null is ignored.
 void systemFree(void* pointer) noexcept;
 
+/// How many allocations through these functions have failed in the calling thread, with wraparound. An operation whose steps
+/// leave out what they found no memory for compares the count before and after them.
+[[nodiscard]] unsigned failedAllocations() noexcept;
 /// Allocates room for `count` values of T, or returns null; a count below 1 gives room for one.
 template <class T>
 [[nodiscard]] T* systemMallocArray(long long count) noexcept {

@@ -2,6 +2,8 @@
 // its names, which come from systemMalloc.
 #pragma once
 
+#include <memory>
+
 #include "music/ZQSortByFunction.h"
 
 class ZQFileNameList {
@@ -60,3 +62,19 @@ void deleteZQFileNameListOnlyReferences(ZQFileNameList* list);
 
 /// Compares at most 256 characters of two names, given by pointers to them; 0 if one is null. Hosts may call it too.
 extern "C" __attribute__((visibility("default"))) int ZQCompareFileNames(const void* a, const void* b);
+
+namespace zmatrix {
+
+/// Calls `feed` with each name, in alphabetical order, and returns the sum of its results, with wraparound. Takes over the list,
+/// which may be null.
+template <class Feed>
+int sumOverFiles(ZQFileNameList* list, Feed feed) {
+  if (list == nullptr) return 0;
+  const std::unique_ptr<ZQFileNameList, void (*)(ZQFileNameList*)> names(list, deleteZQFileNameList);
+  names->sortByFunction(ZQCompareFileNames);
+  unsigned sum = 0;
+  for (int i = 0; i < names->getCount(); i++) sum += static_cast<unsigned>(feed(names->getFileNameAtIndex(i)));
+  return static_cast<int>(sum);
+}
+
+}  // namespace zmatrix

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "frame/ZQDebugChannel.h"
+#include "frame/ZQOwnedFile.h"
 #include "frame/ZQSystemOwned.h"
 #include "numbers/ZQGocron.h"
 #include "numbers/ZQOcronEvaluator.h"
@@ -17,11 +18,6 @@
 namespace zmatrix {
 
 namespace {
-
-struct CloseFile {
-  void operator()(FILE* file) const { fclose(file); }
-};
-using OwnedFile = std::unique_ptr<FILE, CloseFile>;
 
 constexpr int endSymbolOfIndices = 10;
 

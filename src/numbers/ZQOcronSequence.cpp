@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "frame/ZQDebugChannel.h"
+#include "frame/ZQOwnedFile.h"
 #include "frame/ZQSystemOwned.h"
 #include "numbers/ZQOcronBuffers.h"
 #include "numbers/ZQOcronEncoder.h"
@@ -21,11 +22,6 @@ namespace {
 
 constexpr int firstItems = 128;
 constexpr int mostItemsOfString = 32768;
-
-struct CloseFile {
-  void operator()(FILE* file) const { fclose(file); }
-};
-using OwnedFile = std::unique_ptr<FILE, CloseFile>;
 
 /// The format of the heading is kept as it is: `% i` prints the count with a blank, and "tems" follows.
 OwnedFile openLog(const char* logPath, int ocronType, int length) {

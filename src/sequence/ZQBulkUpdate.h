@@ -104,8 +104,7 @@ struct ZQBulkUpdate {
       const Step& step = steps_[i];
       if (i == group.begin || steps_[i - 1].item != step.item) {
         child = matrix_.childAt(step.parent, step.item);
-        if (child < 0) return false;
-        Write::countStep(info_, known, step.item);
+        if (child < 0 || !has(Write::countStep(info_, known, step.item))) return false;
       }
       typename Tier::WriteFlags flags{};
       flags.startFlag = step.start == 0 && known == 0 && usesStart;

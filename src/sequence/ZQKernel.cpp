@@ -49,7 +49,8 @@ bool ZQKernel::keepSuffix(const KnownSuffix& suffix, const int* sequence, int le
   const int numberOfItems = suffix.length / coordinateDimension_;
   if (numberOfItems < 1 || !provideForSuffix(numberOfItems)) return false;
   info_.setKernelMatrixHandle(suffix.handle);
-  return info_.storeKernelPreProcessed(sequence + (length - suffix.length), numberOfItems);
+  info_.storeKernelPreProcessed(sequence + (length - suffix.length), numberOfItems);
+  return true;
 }
 
 int ZQKernel::setFromPreProcessed(const int* sequence, int length) {
@@ -133,7 +134,8 @@ KernelSetting ZQKernel::reset(const KernelSettingRequest& request) {
 /// there are.
 KernelSetting ZQKernel::setFromShortOriginal(const int* sequence, int length, const KernelSettingRequest& request) {
   const int needed = numberOfItemsToRestore(info_.getPreProcessingType());
-  if (!info_.storeKernelOriginal(sequence, std::min(needed, length / coordinateDimension_))) return reset(request);
+  if (!info_.provideKernelOriginal(needed)) return reset(request);
+  info_.storeKernelOriginal(sequence, std::min(needed, length / coordinateDimension_));
   info_.setLengthOfKernelOriginalSequence(needed);
   info_.setLengthOfKernelPreProcessedSequence(0);
   info_.setKernelMatrixHandle(matrix_.getCurrentMatrixID());

@@ -103,13 +103,20 @@ bool isOcronTypeFor(int ocronType, int preProcessingType) {
 
 int* numberCodedSequence(const PreprocessingSettings& settings, std::span<const int> numbers, int* resultLength) {
   const PrimesHeld held;
+  const unsigned failuresBefore = failedAllocations();
   *resultLength = 0;
   const auto length = static_cast<int>(numbers.size());
   if (settings.preProcessingType >= ZQPreProcessingTypeGocronValue) return codedNumbers(settings, numbers, resultLength);
   if (settings.coordinateDimension != 1) return nullptr;
-  return isOcronCoding(settings.preProcessingType)
-             ? createOcronSequenceFromIntegerSequenceUseGlobalPars(numbers.data(), length, resultLength)
-             : createGoedelSequenceFromIntegerSequenceUseGlobalPars(numbers.data(), length, resultLength);
+  SystemOwned<int> coded(isOcronCoding(settings.preProcessingType)
+                             ? createOcronSequenceFromIntegerSequenceUseGlobalPars(numbers.data(), length, resultLength)
+                             : createGoedelSequenceFromIntegerSequenceUseGlobalPars(numbers.data(), length, resultLength));
+  // Both leave out a number that they can't code, be it for want of memory.
+  if (failedAllocations() != failuresBefore) {
+    coded.reset();
+    *resultLength = 0;
+  }
+  return coded.release();
 }
 
 long long* longLongNumberCodedSequence(const PreprocessingSettings& settings, std::span<const long long> numbers,

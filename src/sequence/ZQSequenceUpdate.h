@@ -142,8 +142,10 @@ struct ZQSequenceUpdate {
     }
     const bool isWritten = element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0;
     if (leavesOutDetermined_ && !isWritten) return false;
+    for (int i = 0; i < c_; ++i) {
+      if (!Write::countStep(info_, known + i, coordinates[i])) return false;
+    }
     if (isWritten) ++numberOfOverwrites_;
-    for (int i = 0; i < c_; ++i) Write::countStep(info_, known + i, coordinates[i]);
     Write::countWrite(matrix_, info_, *element, known + c_, flagsOf(item, known));
     front = Front::at(position, *element);
     return true;
@@ -162,7 +164,7 @@ struct ZQSequenceUpdate {
       const int child = matrix_.childAt(position, coordinates[i]);
       if (child >= 0) {
         position = child;
-        Write::countStep(info_, known + i, coordinates[i]);
+        if (!Write::countStep(info_, known + i, coordinates[i])) return Plain::failed;
       } else if (!Write::stepToNew(matrix_, info_, position, known + i, coordinates[i])) {
         return Plain::failed;
       }
@@ -246,7 +248,9 @@ struct ZQSequenceUpdate {
       dbPrintf(0, "error: maximal dimension exceeded: %d\n", phraseLength);
       return -1;
     }
-    for (int i = firstDimension; i < place.numberKnown; ++i) Write::countStep(info_, i, phrase[i]);
+    for (int i = firstDimension; i < place.numberKnown; ++i) {
+      if (!Write::countStep(info_, i, phrase[i])) return -1;
+    }
     int position = place.position;
     int i = place.numberKnown;
     if (place.isMissing && !Write::stepToNew(matrix_, info_, position, i, phrase[i])) return -1;

@@ -6,6 +6,7 @@
 
 #include "frame/ZQMemory.h"
 #include "frame/ZQSystemOwned.h"
+#include "sequence/ZQNumberCoding.h"
 #include "sequence/ZQPreprocessing.h"
 #include "sequence/ZQSequenceUpdate.h"
 #include "store/ZQHeldFreeSlotSearch.h"
@@ -83,13 +84,16 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
   const int dimension = matrix.getMatrixInfo()->getCoordinateDimension();
   if (coordinateDimension < 1 || dimension < 1) return 0;
   int numberOfIntegers = 0;
+  const unsigned failuresBefore = failedAllocations();
   const SystemOwned<int> preProcessed(matrix.getPreProcessedSequenceFromOriginalSequence(sequence, length, &numberOfIntegers));
-  if (preProcessed == nullptr) {
-    numberOfIntegers = 0;
-    if (givesSequence({preProcessingType, dimension}, length)) {
-      learnPreProcessed(matrix, nullptr, 0, {}, nullptr);  // counts the root, as every failure behind the settings does
-      return -2;
-    }
+  if (preProcessed == nullptr) numberOfIntegers = 0;
+  // A number coding can also refuse a sequence.
+  const bool hasRunOut =
+      preProcessed == nullptr && (isNumberCoding(preProcessingType) ? failedAllocations() != failuresBefore
+                                                                    : givesSequence({preProcessingType, dimension}, length));
+  if (hasRunOut) {
+    static_cast<void>(learnPreProcessed(matrix, nullptr, 0, {}, nullptr));  // counts the root, as each failure from here on does
+    return -2;
   }
   const int numberOfItems = numberOfIntegers / dimension;
   if (matrixType == ZQMatrixTypeANSIText && Matrix::shows(5)) showPreProcessedText(preProcessed.get(), numberOfIntegers);

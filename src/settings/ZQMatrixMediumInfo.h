@@ -181,10 +181,10 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return kernelPreProcessedSequence_.provide(coordinateDimension_,
                                                length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength);
   }
-  /// Each takes `length` items over, which may lie in the kernel. False, and nothing changed, without memory.
-  bool storeKernelOriginal(const int* items, int length);
-  bool storeKernelInitialValues(const int* items, int length);
-  bool storeKernelPreProcessed(const int* items, int length);
+  /// Each copies `length` items, which may lie in the kernel, into the room that was provided.
+  void storeKernelOriginal(const int* items, int length);
+  void storeKernelInitialValues(const int* items, int length);
+  void storeKernelPreProcessed(const int* items, int length);
   /// Where an item behind the first `length` ones would stand, which does not make it part of the kernel; null without memory.
   /// The preprocessed kernel then has the room that it grows to with that item.
   int* roomBehindKernelOriginal(int length);

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <iterator>
 
+#include "frame/ZQAssert.h"
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQGrowth.h"
 #include "frame/ZQMemory.h"
@@ -34,32 +35,27 @@ const DefaultItem& defaultItemOf(int matrixType) {
 }
 
 void storeItems(zmatrix::ZQKernelItems& to, const int* items, int numberOfItems) {
+  ZQ_ASSERT(numberOfItems <= to.room());
   if (numberOfItems > 0)
     memmove(to.data(), items, sizeof(int) * static_cast<size_t>(numberOfItems) * static_cast<size_t>(to.coordinates()));
 }
 
 }  // namespace
 
-bool ZQMatrixMediumInfo::storeKernelOriginal(const int* items, int length) {
-  if (!provideKernelOriginal(length)) return false;
+void ZQMatrixMediumInfo::storeKernelOriginal(const int* items, int length) {
   facesThatAgree_ = noFaces;
   lengthOfKernelOriginalSequence_ = length;
   storeItems(kernelOriginalSequence_, items, length);
-  return true;
 }
 
-bool ZQMatrixMediumInfo::storeKernelInitialValues(const int* items, int length) {
-  if (!provideKernelOriginal(length)) return false;
+void ZQMatrixMediumInfo::storeKernelInitialValues(const int* items, int length) {
   storeItems(kernelOriginalSequenceInitialValues_, items, length);
-  return true;
 }
 
-bool ZQMatrixMediumInfo::storeKernelPreProcessed(const int* items, int length) {
-  if (!provideKernelPreProcessed(length)) return false;
+void ZQMatrixMediumInfo::storeKernelPreProcessed(const int* items, int length) {
   facesThatAgree_ = noFaces;
   lengthOfKernelPreProcessedSequence_ = length;
   storeItems(kernelPreProcessedSequence_, items, length);
-  return true;
 }
 
 int* ZQMatrixMediumInfo::roomBehindKernelOriginal(int length) {

@@ -42,7 +42,8 @@ struct ZQStoreWrite {
     return root;
   }
 
-  /// One step down from `last`, which becomes the child's position. False if the coordinate is refused or no place can be made.
+  /// One step down from `last`, which becomes the child's position. False if the coordinate is refused, or if memory runs
+  /// out.
   static bool step(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
     if (!admits(info, coordinate)) return false;
     const int child = matrix.childAt(last, coordinate);
@@ -52,8 +53,7 @@ struct ZQStoreWrite {
       return false;
     }
     last = child;
-    countStep(info, dimension, coordinate);
-    return true;
+    return countStep(info, dimension, coordinate);
   }
 
   /// The same where it is known that the child is missing.
@@ -61,9 +61,11 @@ struct ZQStoreWrite {
     return admits(info, coordinate) && add(matrix, info, last, dimension, coordinate);
   }
 
-  static void countStep(Info& info, int dimension, int coordinate) {
-    info.checkMatrixDimension(dimension);
+  /// False if memory runs out for a dimension that no path had before.
+  static bool countStep(Info& info, int dimension, int coordinate) {
+    const bool hasRoom = info.checkMatrixDimension(dimension) == 1;
     info.updateMatrixIndexInfo(dimension, coordinate);
+    return hasRoom;
   }
 
   /// Counts a write at an element.
@@ -233,8 +235,7 @@ struct ZQStoreWrite {
     last = inserted;
     raiseStack(matrix, stackCandidate);
     raiseStack(matrix, last);
-    countStep(info, dimension, coordinate);
-    return true;
+    return countStep(info, dimension, coordinate);
   }
 
   // The position of the new child, or -1.

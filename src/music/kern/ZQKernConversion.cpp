@@ -23,13 +23,6 @@ unsigned char lowByte(int value) {
   return static_cast<unsigned char>(value & 0xff);
 }
 
-/// The exponent of the smallest power of two that is at least `denominator`.
-int exponentOf(int denominator) {
-  int exponent = 0;
-  while (exponent < 31 && (1LL << exponent) < denominator) exponent++;
-  return exponent;
-}
-
 /// Writes the events of one kern track, in the order of its objects.
 class EventWriter {
  public:
@@ -79,8 +72,8 @@ class EventWriter {
   /// Signature and tempo are always written at time 0.
   bool addSignature(int numerator, int denominator) {
     const bool isUnset = numerator == 0 && denominator == 0;
-    return addEvent(ZQMidiMetaTimeSignature, 0, 4, isUnset ? 4 : numerator, exponentOf(isUnset ? 4 : denominator), clocksPerClick,
-                    thirtySecondsPerQuarter);
+    return addEvent(ZQMidiMetaTimeSignature, 0, 4, isUnset ? 4 : numerator, exponentOf(isUnset ? 4 : denominator, 31),
+                    clocksPerClick, thirtySecondsPerQuarter);
   }
 
   bool addKey(const ZQKernObject& object, int time) {

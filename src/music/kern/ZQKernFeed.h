@@ -61,7 +61,7 @@ class KernFeed {
     const MidiSequence sequence = sequenceOf(*track, judge);
     if (judge.findMeter() != MidiTrackVerdict::taken) return true;
     const LearnedTrack learned = judge.learnedTrack();
-    if (!makeMatrixForMusicCurrent(matrix_, learned.nom, learned.denom, learned.subType, learned.sound)) {
+    if (!makeMatrixForMusicCurrent(matrix_, learned)) {
       reportNoFreeMatrix(learned);
       return false;
     }
@@ -134,16 +134,12 @@ int updateMatrixWithKERNFileIn(Matrix* matrix, const char* fileName, int* number
 /// Learns every kern file of a directory in alphabetical order. A file that fails doesn't end the run.
 template <class Matrix>
 int updateMatrixWithKERNFilesIn(Matrix* matrix, const char* path, int recursive, int* numberOfNotes) {
-  int sumOfNotes = 0;
-  if (ZQFileNameList* names = ZQFileNameList().getKernFilesInFilePath(path, recursive, nullptr)) {
-    names->sortByFunction(ZQCompareFileNames);
-    for (int i = 0; i < names->getCount(); i++) {
-      int notes = 0;
-      matrix->updateMatrixWithKERNFile(names->getFileNameAtIndex(i), &notes);
-      sumOfNotes = wrappingSum(sumOfNotes, notes);
-    }
-    deleteZQFileNameList(names);
-  }
+  ZQFileNameList* names = ZQFileNameList().getKernFilesInFilePath(path, recursive, nullptr);
+  const int sumOfNotes = sumOverFiles(names, [matrix](const char* name) {
+    int notes = 0;
+    matrix->updateMatrixWithKERNFile(name, &notes);
+    return notes;
+  });
   if (numberOfNotes != nullptr) *numberOfNotes = sumOfNotes;
   return 1;
 }

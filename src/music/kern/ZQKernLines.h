@@ -6,6 +6,8 @@
 #include <memory>
 #include <string_view>
 
+#include "frame/ZQOwnedFile.h"
+
 namespace zmatrix {
 
 class KernLines {
@@ -31,11 +33,8 @@ class KernLines {
   void fill();
 
   static constexpr size_t bytesAtOnce = 1 << 16;
-  struct CloseFile {
-    void operator()(FILE* file) const { fclose(file); }
-  };
 
-  std::unique_ptr<FILE, CloseFile> file_;
+  OwnedFile file_;
   std::unique_ptr<char[]> bytes_;
   size_t begin_ = 0, end_ = 0;  // the bytes of the buffer that were not read yet
   bool isDrained_ = false;

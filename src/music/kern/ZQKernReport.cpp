@@ -10,6 +10,7 @@
 #include "music/kern/ZQKernRules.h"
 #include "music/kern/ZQKernTrackJudge.h"
 #include "music/kern/ZQKernTracks.h"
+#include "music/midi/ZQMidiTrackList.h"
 
 namespace zmatrix {
 

@@ -27,13 +27,6 @@ bool isOfMusic(int preProcessingType) {
                                     preProcessingType <= ZQPreProcessingTypeMidiGMQuadruple_NDMTS);
 }
 
-/// The exponent of the smallest power of two that is at least `denominator`.
-unsigned char exponentOf(int denominator) {
-  unsigned char exponent = 0;
-  while (exponent < 30 && 1 << exponent < denominator) exponent++;
-  return exponent;
-}
-
 }  // namespace
 
 GeneratedMidi::GeneratedMidi(ZQMatrixMedium* source)
@@ -116,7 +109,7 @@ bool GeneratedMidi::addMetaEvent(int eventType, int byteCount, const unsigned ch
 }
 
 bool GeneratedMidi::addMetaEvents() {
-  const unsigned char meter[] = {static_cast<unsigned char>(numerator_), exponentOf(denominator_), 24, 8};
+  const unsigned char meter[] = {static_cast<unsigned char>(numerator_), exponentOf(denominator_, 30), 24, 8};
   const unsigned char tempo[] = {127, 0, 0, 0};
   const unsigned char key[] = {0, 0, 0, 0};
   const unsigned char producer[] = {'Q', 'X', 'R', 'T'};

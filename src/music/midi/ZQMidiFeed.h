@@ -20,6 +20,7 @@
 #include "frame/ZQSystemOwned.h"
 #include "music/ZQFileNameList.h"
 #include "music/ZQMusicSymbols.h"
+#include "music/midi/MIDIFILE.h"
 #include "music/midi/ZQMidiFile.h"
 #include "music/midi/ZQMidiSequence.h"
 #include "music/midi/ZQMidiSounds.h"
@@ -147,10 +148,10 @@ void applyMidiProperties(Matrix* matrix, const char* fileName, const MusicProfil
 
 /// Makes the sub-matrix of a meter, texture, style and sound current, or a free one if there is none yet. False if none is free.
 template <class Matrix>
-bool makeMatrixForMusicCurrent(Matrix* matrix, int nom, int denom, int subType, int sound) {
+bool makeMatrixForMusicCurrent(Matrix* matrix, const LearnedTrack& track) {
   int matrixID = matrix->getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyleAndSoundID(
-      matrix->getGlobalMatrixType(), nom, denom, subType, static_cast<ZQMatrixMusicStyle>(matrix->getGlobalMusicStyle()),
-      static_cast<ZQMatrixSoundID>(sound));
+      matrix->getGlobalMatrixType(), track.nom, track.denom, track.subType,
+      static_cast<ZQMatrixMusicStyle>(matrix->getGlobalMusicStyle()), static_cast<ZQMatrixSoundID>(track.sound));
   if (matrixID < 0) {
     matrixID = matrix->getNextFreeMatrixID();
     if (matrixID < 0) return false;
@@ -159,13 +160,6 @@ bool makeMatrixForMusicCurrent(Matrix* matrix, int nom, int denom, int subType, 
   matrix->setCurrentMatrixID(matrixID);
   return true;
 }
-
-/// What is recorded about a learned track in its sub-matrix. A texture or sound of 0 matched any sub-matrix of the meter, and
-/// replaces what its record held.
-struct LearnedTrack {
-  int nom, denom, subType, sound;
-  int index;
-};
 
 template <class Info>
 void describeLearnedTrack(Info* info, const LearnedTrack& track, const char* fileName) {
@@ -258,13 +252,14 @@ class MidiFeed {
     const MidiTrackVerdict verdict = judge.takeUp(track, index);
     setGlobalMidiSettings(*matrix_, judge.settings());
     if (verdict != MidiTrackVerdict::taken) return true;
-    addWrapping(numberOfNotes, judge.numberOfNotes());
+    *numberOfNotes = wrappingSum(*numberOfNotes, judge.numberOfNotes());
     const MidiSequenceForm form = formOfSequence(*matrix_, judge.settings().preProcessingType);
     const MidiSequence sequence = sequenceOfTrack(*track, form, judge.lengthOfSequence());
     if (judge.findMeter() != MidiTrackVerdict::taken) return true;
-    if (!makeMatrixCurrent(judge)) return false;
+    const LearnedTrack learned = judge.learnedTrack();
+    if (!makeMatrixCurrent(learned)) return false;
     applyMidiProperties(matrix_, fileName_, midiProfileTexts);
-    describeMatrix(judge, index);
+    describeMatrix(learned);
     const int dimension = judge.settings().coordinateDimension;
     *result = sequence.values == nullptr
                   ? outOfMemory
@@ -275,25 +270,20 @@ class MidiFeed {
     return true;
   }
 
-  bool makeMatrixCurrent(const MidiTrackJudge& judge) {
-    if (makeMatrixForMusicCurrent(matrix_, judge.numerator(), judge.denominator(), judge.subType(), judge.soundID())) return true;
-    MidiTier<Matrix>::reportNoFreeMatrix(fileName_, judge.numerator(), judge.denominator());
+  bool makeMatrixCurrent(const LearnedTrack& track) {
+    if (makeMatrixForMusicCurrent(matrix_, track)) return true;
+    MidiTier<Matrix>::reportNoFreeMatrix(fileName_, track.nom, track.denom);
     dbPrintf(0, "please restart and set maxNumberOfMatrices to a value > %d!\n", matrix_->getMaxNumberOfMatrices());
     return false;
   }
 
-  void describeMatrix(const MidiTrackJudge& judge, int index) {
+  void describeMatrix(const LearnedTrack& track) {
     auto* info = matrix_->getMatrixInfo();
     const int style = matrix_->getGlobalMusicStyle();
-    const LearnedTrack track{judge.numerator(), judge.denominator(), judge.subType(), judge.soundID(), index};
     describeLearnedTrack(info, track, fileName_);
     info->setMusicStyle(style);
     MidiTier<Matrix>::addFileName(info, nameOfLearnedTrack(matrix_->getCurrentMatrixID(), track, style), fileName_);
     matrix_->setMatrixDescription(description_);
-  }
-
-  static void addWrapping(int* sum, int value) {
-    *sum = static_cast<int>(static_cast<unsigned>(*sum) + static_cast<unsigned>(value));
   }
 
   static constexpr int outOfMemory = -2;  // the code of the update
@@ -324,21 +314,16 @@ int updateMatrixWithMIDIFileIn(Matrix* matrix, const char* fileName, int* number
 template <class Matrix>
 int updateMatrixWithMIDIFilesIn(Matrix* matrix, const char* path, int recursive, int* numberOfNotes) {
   constexpr int level = MidiTier<Matrix>::reportsBatch ? 8 : INT_MAX;
-  unsigned sumOfNotes = 0;
   dbPrintf(level, "GetMidiFilesInPath ...");
   ZQFileNameList* names = ZQFileNameList().getMidiFilesInFilePath(path, recursive, nullptr);
   dbPrintf(level, "GetMidiFilesInPath finshed\n");
-  if (names != nullptr) {
-    names->sortByFunction(ZQCompareFileNames);
-    dbPrintf(level, "number of MidiFiles found;: %d\n", names->getCount());
-    for (int i = 0; i < names->getCount(); i++) {
-      int notes = 0;
-      matrix->updateMatrixWithMIDIFile(names->getFileNameAtIndex(i), &notes);
-      sumOfNotes += static_cast<unsigned>(notes);
-    }
-    deleteZQFileNameList(names);
-  }
-  if (numberOfNotes != nullptr) *numberOfNotes = static_cast<int>(sumOfNotes);
+  if (names != nullptr) dbPrintf(level, "number of MidiFiles found;: %d\n", names->getCount());
+  const int sumOfNotes = sumOverFiles(names, [matrix](const char* name) {
+    int notes = 0;
+    matrix->updateMatrixWithMIDIFile(name, &notes);
+    return notes;
+  });
+  if (numberOfNotes != nullptr) *numberOfNotes = sumOfNotes;
   return 1;
 }
 

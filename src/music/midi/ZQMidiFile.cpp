@@ -1,7 +1,5 @@
 #include "music/midi/ZQMidiFile.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -10,6 +8,7 @@
 
 #include "file/ZQFileStream.h"
 #include "frame/ZQDebugChannel.h"
+#include "frame/ZQOwnedFile.h"
 #include "music/midi/MIDIFILE.h"
 #include "music/midi/ZQMidiFileReader.h"
 
@@ -21,26 +20,16 @@ constexpr size_t readAheadSize = 1 << 14;
 constexpr short ticksPerQuarter = 3072;  // a tick is a quantum
 constexpr int charactersOfText = 4;
 
-struct CloseFile {
-  void operator()(FILE* file) const { fclose(file); }
-};
-using File = std::unique_ptr<FILE, CloseFile>;
-
 struct EndReading {
   void operator()(_MIDIFILEInStruct* in) const { MIDIFILEEndReading(in); }
 };
-
-long sizeOf(FILE* file) {
-  struct stat status;
-  return fstat(fileno(file), &status) == 0 ? static_cast<long>(status.st_size) : 0;
-}
 
 /// A file is complete if its last track has ended. Bytes behind that, or behind the head if there is no track, count as unread.
 void noteEnd(const _MIDIFILEInStruct* in, long behindHead, MidiReadFindings& findings) {
   const long end = wholeState(in).behindLastTrack;
   findings.end = end > 0 ? MidiReadEnd::complete : findings.tracks.empty() ? MidiReadEnd::noTrack : MidiReadEnd::cut;
   if (findings.end == MidiReadEnd::cut) return;
-  findings.bytesUnread = std::max(0L, sizeOf(in->file) - std::max(end, behindHead));
+  findings.bytesUnread = static_cast<long>(std::max(0LL, sizeOfFile(in->file) - std::max(end, behindHead)));
 }
 
 /// Reads the events of an opened file. If there is no preamble, `findings.end` holds the reason.
@@ -118,7 +107,7 @@ bool ZQMidiFile::readEventsFromFileWithPath(ZQMidiTrackList* list, const char* p
   found.end = MidiReadEnd::notFound;
   if (list == nullptr || path == nullptr) return false;
   char readAhead[readAheadSize];
-  const File file(openRegularFile(path));  // not a pipe, which might never end
+  const OwnedFile file(openRegularFile(path));  // not a pipe, which might never end
   if (file == nullptr) return false;
   setvbuf(file.get(), readAhead, _IOFBF, sizeof readAhead);
   return readEvents(list, path, file.get(), found);

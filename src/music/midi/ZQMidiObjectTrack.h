@@ -71,4 +71,11 @@ constexpr int powerOfTwo(unsigned char exponent) {
   return exponent < 31 ? 1 << exponent : 0;
 }
 
+/// The exponent of the smallest power of two that is at least `denominator`, or `largest` if it is larger.
+constexpr unsigned char exponentOf(int denominator, unsigned char largest) {
+  unsigned char exponent = 0;
+  while (exponent < largest && (1LL << exponent) < denominator) exponent++;
+  return exponent;
+}
+
 }  // namespace zmatrix

@@ -103,8 +103,8 @@ void fillTrack(zq_MidiTrack& to, MidiTrackJudge& judge, const ZQMidiObjectTrack&
   to.subType = track.getMidiSubTypeFromMidiObjectTrack(&to.chordSize, chordThreshold, &to.hasPercussion);
   to.preProcessingType = judge.settings().preProcessingType;
   if (verdict == MidiTrackVerdict::taken) verdict = judge.findMeter();
-  to.numerator = judge.numerator();
-  to.denominator = judge.denominator();
+  to.numerator = judge.learnedTrack().nom;
+  to.denominator = judge.learnedTrack().denom;
   to.verdict = static_cast<int>(verdict);
   if (verdict != MidiTrackVerdict::taken) return;
   to.notesLearned = static_cast<int>(std::count_if(

@@ -10,8 +10,7 @@ namespace zmatrix {
 const MidiFeedTexts mediumMidiFeedTexts = {
     0,
     "Producer: %d-Bit Mac OS, (CPP-Version), MIDI Data read fromFile ***************",
-    "updateMatrixWithMIDIFile: warning: suspicious coordDimension, should 2 be 3!: %d\n",
-    true,
+    {"updateMatrixWithMIDIFile: warning: suspicious coordDimension, should 2 be 3!: %d\n", true},
     "updateMatrixMIDIKernFile: illegal coordDimension, should be 3!: %d\n",
     "updateMatrixMIDIKernFile: illegal coordDimension, should be 4!: %d\n",
 };
@@ -19,59 +18,50 @@ const MidiFeedTexts mediumMidiFeedTexts = {
 const MidiFeedTexts fullMidiFeedTexts = {
     1,
     "Producer: %d-Bit Mac Intel OS, (CPP-Version), MIDI Data read fromFile ***************",
-    "updateMatrixWithMIDIFile: warning: suspicious preprocessingType: %d\n",
-    false,
+    {"updateMatrixWithMIDIFile: warning: suspicious preprocessingType: %d\n", false},
     "updateMatrixMIDIFile: illegal coordDimension, should be 3!: %d\n",
     "updateMatrixMIDIFile: illegal coordDimension, should be 4!: %d\n",
 };
 
-int coordinatesOfNote(int preProcessingType) {
-  if (preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS) return 4;
-  return preProcessingType == ZQPreProcessingTypeMidiTriple_NDMT ? 3 : 2;
-}
+namespace {
 
-MidiFeedSettings midiSettingsFor(int preProcessingType) {
-  const int coordinates = coordinatesOfNote(preProcessingType);
-  const int matrixType = coordinates == 4   ? ZQMatrixTypeMIDIGMQuadruple_NDMTS
-                         : coordinates == 3 ? ZQMatrixTypeMIDITriple_NDMT
-                                            : ZQMatrixTypeMIDINoteAndQuanta;
-  return {preProcessingType, coordinates, matrixType};
-}
+constexpr MeterTexts meterTexts = {
+    "updateMatrixWithMIDIFile: error: ambigous or no time signature in Midi file detected (%d items).\n",
+    "discarding track %d of file %s\n",
+    "updateMatrixWithMidiFile: suspicious signature %d/%d in file %s (discarded)\n",
+};
+
+}  // namespace
 
 MidiTrackJudge::MidiTrackJudge(const ZQMidiTrackList& list, const MidiFeedSettings& startSettings, int threshold,
                                const char* fileName, const MidiFeedTexts& texts)
-    : start_(startSettings), present_(startSettings), chordThreshold_(threshold), file_(fileName), sentences_(texts) {
+    : TrackJudge(startSettings, fileName, texts.suspiciousSettings, meterTexts), chordThreshold_(threshold), sentences_(texts) {
   signatures_ = list.getMidiTimeSignatureFromTrackList(&nom_, &denom_);
 }
 
 /// Sets the number of integers of the sequence. With an unknown type the length of the track before is kept.
 bool MidiTrackJudge::findLength() {
-  const int type = present_.preProcessingType, dimension = present_.coordinateDimension;
-  const bool isPair = type == 1 || type == ZQPreProcessingTypeMidiNoteAndModQuanta;
-  const bool isKnown = isPair || type == ZQPreProcessingTypeMidiTriple_NDMT || type == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
-  if (!isKnown) {
-    dbPrintf(0, sentences_.suspiciousSettings, sentences_.suspiciousSettingsShowDimension ? dimension : type);
-    return true;
-  }
-  if (dimension != coordinatesOfNote(type)) {
+  if (!isOfNotes()) return true;
+  if (!hasDimensionOfNotes()) {
     static constexpr ZQSentence<int> dimensionIsNotTwo = "updateMatrixWithMIDIFile: illegal coordDimension, should be 2!: %d\n";
+    const int coordinates = coordinatesOfNote(present_.preProcessingType);
     dbPrintf(0,
-             isPair                                       ? dimensionIsNotTwo
-             : type == ZQPreProcessingTypeMidiTriple_NDMT ? sentences_.dimensionIsNotThree
-                                                          : sentences_.dimensionIsNotFour,
-             dimension);
+             coordinates == 2   ? dimensionIsNotTwo
+             : coordinates == 3 ? sentences_.dimensionIsNotThree
+                                : sentences_.dimensionIsNotFour,
+             present_.coordinateDimension);
     return false;
   }
-  length_ = static_cast<long long>(notes_) * dimension;
+  setLength();
   return true;
 }
 
 bool MidiTrackJudge::isToBeUpgraded() const {
-  return percussion_ == 1 && start_.preProcessingType != ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
+  return percussion_ == 1 && !startsWithQuadruples();
 }
 
 bool MidiTrackJudge::isToBeDowngraded() const {
-  return sounds_ <= 1 && sound_ != drumSound && start_.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
+  return sounds_ <= 1 && sound_ != drumSound && startsWithQuadruples();
 }
 
 MidiTrackVerdict MidiTrackJudge::takeUp(const ZQMidiObjectTrack* nextTrack, int index) {
@@ -89,40 +79,19 @@ MidiTrackVerdict MidiTrackJudge::takeUp(const ZQMidiObjectTrack* nextTrack, int 
     dbPrintf(1, "discarding track with ID %d (contains only percussion notes)\n", trackIndex_);
     return MidiTrackVerdict::onlyPercussionSound;
   }
-  if (isToBeUpgraded()) {
-    dbPrintf(1, "upgrade track with ID %d to ZQMatrixTypeMIDIGMQuadruple_NDMTS\n", trackIndex_);
-    present_ = quadrupleSettings;
-    length_ = 4LL * notes_;
-  }
-  if (isToBeDowngraded()) {
-    dbPrintf(1, "downgrade track with ID %d to ZQMatrixTypeMIDITriple_NDMT\n", trackIndex_);
-    present_ = tripleSettings;
-    length_ = 3LL * notes_;
-  }
+  if (isToBeUpgraded()) switchTo(quadrupleSettings);
+  if (isToBeDowngraded()) switchTo(tripleSettings);
   return MidiTrackVerdict::taken;
 }
 
 MidiTrackVerdict MidiTrackJudge::findMeter() {
-  bool hasMeter;
   if (signatures_ == 0) {
     subTypeOfTrack_ = track_->getMidiTimeSignatureAndSubTypeFromMidiObjectTrack(&nom_, &denom_, chordThreshold_, &percussion_);
-    hasMeter = nom_ != 0 && denom_ != 0;
   } else {
     int chordSize = 0;
     subTypeOfTrack_ = track_->getMidiSubTypeFromMidiObjectTrack(&chordSize, chordThreshold_, &percussion_);
-    hasMeter = signatures_ == 1;
   }
-  if (!hasMeter) {
-    dbPrintf(0, "updateMatrixWithMIDIFile: error: ambigous or no time signature in Midi file detected (%d items).\n",
-             signatures_);
-    dbPrintf(0, "discarding track %d of file %s\n", trackIndex_, file_);
-    return signatures_ == 0 ? MidiTrackVerdict::noMeter : MidiTrackVerdict::severalMeters;
-  }
-  signatures_ = 1;
-  if (denom_ >= 2 && denom_ <= 16) return MidiTrackVerdict::taken;
-  dbPrintf(0, "updateMatrixWithMidiFile: suspicious signature %d/%d in file %s (discarded)\n", nom_, denom_, file_);
-  dbPrintf(0, "discarding track %d of file %s\n", trackIndex_, file_);
-  return MidiTrackVerdict::meterOutOfRange;
+  return judgeMeter();
 }
 
 void MidiTrackJudge::finish() {

@@ -153,7 +153,7 @@ bool ZQMidiTrackList::appendCopyOfMergedTrack(ZQMidiObjectTrack* merged) {
   for (const ZQMidiObject* object : *merged) {
     ZQMidiObject* copy = object->createAndCopy();
     if (copy == nullptr) return false;
-    copies->addMidiObject(copy);
+    static_cast<void>(copies->addMidiObject(copy));  // there is room
   }
   if (!objectTracks_.add(copies.get())) return false;
   static_cast<void>(copies.release());

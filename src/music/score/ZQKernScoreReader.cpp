@@ -7,6 +7,7 @@
 #include <new>
 
 #include "file/ZQFileStream.h"
+#include "frame/ZQOwnedFile.h"
 
 namespace zmatrix {
 
@@ -281,10 +282,6 @@ zq_Score* createScore(std::string_view text, int graceQuanta, zq_ScoreState stat
   return score.finish();
 }
 
-struct CloseFile {
-  void operator()(FILE* file) const { fclose(file); }
-};
-
 /// False if reading fails before the end of the file.
 bool readAll(FILE* file, std::vector<char>& bytes) {
   constexpr size_t firstSize = 1 << 16;
@@ -301,7 +298,7 @@ bool readAll(FILE* file, std::vector<char>& bytes) {
 
 zq_Score* createScoreFromKernFile(const char* path, int graceQuanta) {
   try {
-    const std::unique_ptr<FILE, CloseFile> file(openRegularFile(path));
+    const OwnedFile file(openRegularFile(path));
     if (file == nullptr) {
       ScoreBuilder score(zq_ScoreKern);
       score.score().state = zq_ScoreNotFound;

@@ -3,29 +3,14 @@
 #include <cstdio>
 
 #include "file/ZQFileStream.h"
+#include "frame/ZQOwnedFile.h"
 
 namespace zmatrix {
 
-namespace {
-
-struct CloseFile {
-  void operator()(FILE* file) const { fclose(file); }
-};
-
-/// The size of a file in bytes, or -1.
-long long sizeOf(FILE* file) {
-  if (fseek(file, 0, SEEK_END) != 0) return -1;
-  const long long size = ftell(file);
-  rewind(file);
-  return size;
-}
-
-}  // namespace
-
 ScoreFile readScoreFile(const char* path) {
   ScoreFile content;
-  const std::unique_ptr<FILE, CloseFile> file(openRegularFile(path));
-  const long long size = file != nullptr ? sizeOf(file.get()) : -1;
+  const OwnedFile file(openRegularFile(path));
+  const long long size = file != nullptr ? sizeOfFile(file.get()) : -1;
   if (size < 0) return content;
   setvbuf(file.get(), nullptr, _IONBF, 0);
   content.isReadable = true;

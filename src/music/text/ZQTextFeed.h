@@ -179,17 +179,13 @@ int updateMatrixWithANSIFileIn(Matrix* matrix, const char* fileName, int* length
 template <class Matrix>
 int updateMatrixWithANSIFilesIn(Matrix* matrix, const char* path, int recursive, int* length) {
   const int maxLength = length != nullptr ? *length : 0;
-  unsigned sumOfLengths = 0;
-  if (ZQFileNameList* names = ZQFileNameList().getTextFilesInFilePath(path, recursive, nullptr)) {
-    names->sortByFunction(ZQCompareFileNames);
-    for (int i = 0; i < names->getCount(); i++) {
-      int lengthOfFile = 0;
-      matrix->updateMatrixWithANSIFile(names->getFileNameAtIndex(i), &lengthOfFile, maxLength);
-      sumOfLengths += static_cast<unsigned>(lengthOfFile);
-    }
-    deleteZQFileNameList(names);
-  }
-  if (length != nullptr) *length = static_cast<int>(sumOfLengths);
+  ZQFileNameList* names = ZQFileNameList().getTextFilesInFilePath(path, recursive, nullptr);
+  const int sumOfLengths = sumOverFiles(names, [matrix, maxLength](const char* name) {
+    int lengthOfFile = 0;
+    matrix->updateMatrixWithANSIFile(name, &lengthOfFile, maxLength);
+    return lengthOfFile;
+  });
+  if (length != nullptr) *length = sumOfLengths;
   return 1;
 }
 

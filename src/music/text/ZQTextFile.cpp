@@ -7,24 +7,12 @@
 
 #include "file/ZQFileStream.h"
 #include "frame/ZQDebugChannel.h"
+#include "frame/ZQOwnedFile.h"
 #include "settings/ZQMatrixEnumerations.h"
 
 namespace zmatrix {
 
 namespace {
-
-struct CloseFile {
-  void operator()(FILE* file) const { fclose(file); }
-};
-using File = std::unique_ptr<FILE, CloseFile>;
-
-/// The size of a file in bytes, or -1.
-long long sizeOf(FILE* file) {
-  if (fseek(file, 0, SEEK_END) != 0) return -1;
-  const long long size = ftell(file);
-  rewind(file);
-  return size;
-}
 
 /// Reads up to `capacity` bytes into one int each, and returns their number.
 int readBytes(FILE* file, int* values, int capacity) {
@@ -62,8 +50,8 @@ int languageOf(const Text& text) {
 
 TextOfFile textOfFile(const char* fileName, int maxLength) {
   TextOfFile text;
-  const File file(openRegularFile(fileName));
-  long long length = file != nullptr ? sizeOf(file.get()) : -1;
+  const OwnedFile file(openRegularFile(fileName));
+  long long length = file != nullptr ? sizeOfFile(file.get()) : -1;
   if (maxLength >= 1) length = std::min<long long>(length, maxLength);
   if (length < 0 || length > INT_MAX - 2) return text;
   text.isReadable = true;
@@ -75,8 +63,8 @@ TextOfFile textOfFile(const char* fileName, int maxLength) {
 }
 
 int languageOfTextFile(const char* fileName) {
-  const File file(openRegularFile(fileName));
-  const long long size = file != nullptr ? sizeOf(file.get()) : -1;
+  const OwnedFile file(openRegularFile(fileName));
+  const long long size = file != nullptr ? sizeOfFile(file.get()) : -1;
   if (size < 0) return ZQLanguageUndefined;
   const SystemOwned<char> bytes(systemMallocArray<char>(size + 1));
   if (bytes == nullptr) return ZQLanguageUndefined;
