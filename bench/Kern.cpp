@@ -118,17 +118,6 @@ Measurement readFiles(const std::vector<std::string>& files, Count count) {
   return measured;
 }
 
-void registerRow(const std::string& name, const std::function<Measurement()>& measure) {
-  const auto run = [measure](benchmark::State& state) {
-    for (auto _ : state) {
-      const Measurement measured = measureInChild(measure);
-      report(state, measured, measured.seconds[0]);
-      if (measured.seconds[1] > 0) state.counters["phrase_ns"] = measured.seconds[1] * 1e9;
-    }
-  };
-  benchmark::RegisterBenchmark(name.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
-}
-
 }  // namespace
 
 void registerKern(const std::string& folder) {
@@ -137,7 +126,7 @@ void registerKern(const std::string& folder) {
   for (const int spines : {4, 60}) {
     const std::string name = "kern_tokens/limit:0/size:" + std::to_string(spines) + "/";
     for (const auto& [contender, count] : contenders) {
-      registerRow(name + contender, [spines, count = count] { return readMade(spines, count); });
+      registerMusicRow(name + contender, [spines, count = count] { return readMade(spines, count); });
     }
   }
   if (folder.empty()) return;
@@ -146,12 +135,14 @@ void registerKern(const std::string& folder) {
     if (entry.path().extension() == ".krn") files.push_back(entry.path().string());
   }
   for (const auto& [contender, count] : contenders) {
-    registerRow(std::string("kern_read/limit:0/size:0/") + contender, [files, count = count] { return readFiles(files, count); });
+    registerMusicRow(std::string("kern_read/limit:0/size:0/") + contender,
+                     [files, count = count] { return readFiles(files, count); });
   }
-  registerRow("kern_learn/limit:16/size:0/zmatrix",
-              [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithKERNFile); });
-  registerRow("kern_learn/limit:16/size:0/zmatrix_exact",
-              [=] { return learnScores(files, 16, [](const char* file) { return zmatrix::createScoreFromKernFile(file, 0); }); });
+  registerMusicRow("kern_learn/limit:16/size:0/zmatrix",
+                   [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithKERNFile); });
+  registerMusicRow("kern_learn/limit:16/size:0/zmatrix_exact", [=] {
+    return learnScores(files, 16, [](const char* file) { return zmatrix::createScoreFromKernFile(file, 0); });
+  });
 }
 
 }  // namespace bench

@@ -205,17 +205,6 @@ Measurement pairUnended() {
   return measured;
 }
 
-void registerRow(const std::string& name, const std::function<Measurement()>& measure) {
-  const auto run = [measure](benchmark::State& state) {
-    for (auto _ : state) {
-      const Measurement measured = measureInChild(measure);
-      report(state, measured, measured.seconds[0]);
-      if (measured.seconds[1] > 0) state.counters["phrase_ns"] = measured.seconds[1] * 1e9;
-    }
-  };
-  benchmark::RegisterBenchmark(name.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
-}
-
 std::vector<std::string> midiFilesIn(const std::string& folder) {
   std::vector<std::string> files;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
@@ -234,26 +223,26 @@ void registerMusic(const std::string& folder) {
     fs::remove(path);
     return measured;
   };
-  registerRow("midi_read/limit:0/size:500/zmatrix", [=] { return readLarge(notesOf); });
-  registerRow("midi_read/limit:0/size:500/zmatrix_exact", [=] { return readLarge(exactNotesOf); });
-  registerRow("midi_read/limit:0/size:500/counting_pass", [=] { return readLarge(noteOnsOf); });
-  registerRow("midi_write/limit:0/size:500/zmatrix", [] { return write(notesOfLargeFile); });
-  registerRow("midi_write/limit:0/size:50/zmatrix", [] { return write(notesOfLargeFile / 10); });
-  registerRow("midi_write/limit:0/size:500/zmatrix_exact", [] { return writeScore(notesOfLargeFile); });
-  registerRow("midi_write/limit:0/size:50/zmatrix_exact", [] { return writeScore(notesOfLargeFile / 10); });
-  registerRow("midi_unended/limit:0/size:1000/zmatrix", pairUnended);
+  registerMusicRow("midi_read/limit:0/size:500/zmatrix", [=] { return readLarge(notesOf); });
+  registerMusicRow("midi_read/limit:0/size:500/zmatrix_exact", [=] { return readLarge(exactNotesOf); });
+  registerMusicRow("midi_read/limit:0/size:500/counting_pass", [=] { return readLarge(noteOnsOf); });
+  registerMusicRow("midi_write/limit:0/size:500/zmatrix", [] { return write(notesOfLargeFile); });
+  registerMusicRow("midi_write/limit:0/size:50/zmatrix", [] { return write(notesOfLargeFile / 10); });
+  registerMusicRow("midi_write/limit:0/size:500/zmatrix_exact", [] { return writeScore(notesOfLargeFile); });
+  registerMusicRow("midi_write/limit:0/size:50/zmatrix_exact", [] { return writeScore(notesOfLargeFile / 10); });
+  registerMusicRow("midi_unended/limit:0/size:1000/zmatrix", pairUnended);
   if (folder.empty()) return;
   const std::vector<std::string> files = midiFilesIn(folder);
-  registerRow("midi_read/limit:0/size:0/zmatrix", [=] { return countNotes(files, 20, notesOf); });
-  registerRow("midi_read/limit:0/size:0/zmatrix_exact", [=] { return countNotes(files, 20, exactNotesOf); });
+  registerMusicRow("midi_read/limit:0/size:0/zmatrix", [=] { return countNotes(files, 20, notesOf); });
+  registerMusicRow("midi_read/limit:0/size:0/zmatrix_exact", [=] { return countNotes(files, 20, exactNotesOf); });
 #ifdef ZMATRIX_BENCH_SMF
-  registerRow("midi_read/limit:0/size:0/libsmf", [=] { return countNotes(filesInOrder(files), 20, noteOnsOfSmf); });
+  registerMusicRow("midi_read/limit:0/size:0/libsmf", [=] { return countNotes(filesInOrder(files), 20, noteOnsOfSmf); });
 #endif
-  registerRow("midi_read/limit:0/size:0/counting_pass", [=] { return countNotes(files, 20, noteOnsOf); });
-  registerRow("midi_learn/limit:16/size:0/zmatrix",
-              [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithMIDIFile); });
-  registerRow("midi_learn/limit:16/size:0/zmatrix_exact",
-              [=] { return learnScores(files, 16, zmatrix::createScoreFromMidiFile); });
+  registerMusicRow("midi_read/limit:0/size:0/counting_pass", [=] { return countNotes(files, 20, noteOnsOf); });
+  registerMusicRow("midi_learn/limit:16/size:0/zmatrix",
+                   [=] { return learnMusic(files, 16, &ZQMatrixMedium::updateMatrixWithMIDIFile); });
+  registerMusicRow("midi_learn/limit:16/size:0/zmatrix_exact",
+                   [=] { return learnScores(files, 16, zmatrix::createScoreFromMidiFile); });
 }
 
 }  // namespace bench

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Measurement.h"
+#include "Benchmarks.h"
 #include "flat/ZQMatrixCreators.h"
 #include "music/score/ZQScoreFeed.h"
 #include "sequence/ZQMatrixMedium.h"
@@ -35,6 +35,18 @@ inline Measurement learnMusic(const std::vector<std::string>& files, int phraseL
   measured.isRight = phrases > 0;
   deleteMatrixMedium(matrix);
   return measured;
+}
+
+/// A row with one run; the second time is per phrase.
+inline void registerMusicRow(const std::string& name, const std::function<Measurement()>& measure) {
+  const auto run = [measure](benchmark::State& state) {
+    for (auto _ : state) {
+      const Measurement measured = measureInChild(measure);
+      report(state, measured, measured.seconds[0]);
+      if (measured.seconds[1] > 0) state.counters["phrase_ns"] = measured.seconds[1] * 1e9;
+    }
+  };
+  benchmark::RegisterBenchmark(name.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 }
 
 /// The same for exact readings: `read` makes a score of a file.

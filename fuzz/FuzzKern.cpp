@@ -2,8 +2,6 @@
 // selects coding, tier and merging of tracks. For every input there must be no overrun, no leak and no endless loop, and the
 // report must agree with the reading. The exact reading must give a valid score, the same from a file and from its bytes.
 // fuzz/make_kern_seeds.py writes seeds.
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -13,15 +11,14 @@
 #include <iterator>
 #include <string>
 
+#include "MusicFile.h"
 #include "ScoreFeeding.h"
-#include "flat/ZQMatrixCreators.h"
 #include "music/kern/ZQKernConversion.h"
 #include "music/kern/ZQKernFile.h"
 #include "music/kern/ZQKernReport.h"
 #include "music/score/ZQKernScoreReader.h"
 #include "music/score/ZQScore.h"
 #include "music/score/ZQScoreTime.h"
-#include "symbols/ZQMatrix.h"
 
 namespace {
 
@@ -96,37 +93,24 @@ void readExactly(const std::string& path, const std::uint8_t* data, std::size_t 
 }
 
 template <class Matrix>
-void feed(Matrix* matrix, void (*destroy)(Matrix*), const std::string& path, int choice) {
-  const int coding = choice % 4;
-  if (coding == 0) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta();
-  if (coding == 1) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta();
-  if (coding == 2) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
-  if (coding == 3) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS();
+void feed(Matrix* matrix, const std::string& path, int choice) {
+  setMusicBlock(matrix, choice % 4, 4);
   matrix->setGlobalMidiTrackAnalyze(choice / 8 % 3);
-  matrix->setGlobalMaxPhraseLengthForUpdateWithSequence(4);
   int notes = 0;
   matrix->updateMatrixWithKERNFile(path.c_str(), &notes);
   require(notes >= 0);
-  destroy(matrix);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 1) return 0;
-  static const std::string path = "/dev/shm/zmatrix-fuzz-kern-" + std::to_string(getpid());
-  FILE* file = fopen(path.c_str(), "wb");
-  if (file == nullptr) return 0;
-  fwrite(data + 1, 1, size - 1, file);
-  fclose(file);
+  const MusicFile file("kern", data + 1, size - 1);
+  if (!file.isWritten()) return 0;
+  const std::string& path = file.path();
   readExactly(path, data + 1, size - 1, data[0] / 32 % 3 * 192, data[0] % 24);
   readAndReport(path);
   require(zmatrix::convertKernFileToMidiFile(path.c_str(), "/dev/null") == 1);
-  if (data[0] % 8 < 4) {
-    feed(createAndInitMatrixMedium(), deleteMatrixMedium, path, data[0]);
-  } else {
-    feed(createAndInitMatrix(), deleteMatrix, path, data[0]);
-  }
-  remove(path.c_str());
+  feedNewMatrix(data[0] % 8 >= 4, [&](auto* matrix) { feed(matrix, path, data[0]); });
   return 0;
 }

@@ -1,8 +1,6 @@
 // Reads arbitrary bytes as a MIDI file: into tracks, whose pairing is compared with a plain implementation, into a report and
 // into a matrix, and back to a file if something was learned; and exactly, into a score that is written as MIDI and read again.
 // The first two bytes select coding, tier and merging of tracks. fuzz/make_midi_seeds.py writes seeds.
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -12,8 +10,8 @@
 #include <numeric>
 #include <string>
 
+#include "MusicFile.h"
 #include "ScoreFeeding.h"
-#include "flat/ZQMatrixCreators.h"
 #include "music/midi/ZQGeneratedMidi.h"
 #include "music/midi/ZQMidiFile.h"
 #include "music/midi/ZQMidiReport.h"
@@ -23,7 +21,6 @@
 #include "music/score/ZQScoreMidiWriter.h"
 #include "music/score/ZQScoreTime.h"
 #include "support/PlainPairing.h"
-#include "symbols/ZQMatrix.h"
 
 namespace {
 
@@ -106,14 +103,10 @@ void readExactly(const std::uint8_t* data, std::size_t size, int choice) {
 }
 
 template <class Matrix>
-void feed(Matrix* matrix, void (*destroy)(Matrix*), const std::string& path, int coding, int analyze) {
+void feed(Matrix* matrix, const std::string& path, int coding, int analyze) {
   matrix->setMaxNumberOfMatrices(5);
-  if (coding == 0) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta();
-  if (coding == 1) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta();
-  if (coding == 2) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
-  if (coding == 3) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS();
+  setMusicBlock(matrix, coding, 4);
   matrix->setGlobalMidiTrackAnalyze(analyze);
-  matrix->setGlobalMaxPhraseLengthForUpdateWithSequence(4);
   int notes = 0;
   matrix->updateMatrixWithMIDIFile(path.c_str(), &notes);
   for (int id = 0; id < matrix->getNumberOfMatrices(); id++) {
@@ -121,18 +114,15 @@ void feed(Matrix* matrix, void (*destroy)(Matrix*), const std::string& path, int
     matrix->getMatrixInfo()->setEnableStopItem(id % 2);
     zmatrix::readMidiObjexsAndWriteToMidiFile(matrix, notesToGenerate, "/dev/null", &notes);
   }
-  destroy(matrix);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 2) return 0;
-  static const std::string path = "/dev/shm/zmatrix-fuzz-midi-" + std::to_string(getpid());
-  FILE* file = fopen(path.c_str(), "wb");
-  if (file == nullptr) return 0;
-  fwrite(data + 2, 1, size - 2, file);
-  fclose(file);
+  const MusicFile file("midi", data + 2, size - 2);
+  if (!file.isWritten()) return 0;
+  const std::string& path = file.path();
   const int coding = data[0] % 4, analyze = data[1] % 3;
   constexpr int preProcessingTypes[] = {1, 1002, 1003, 1004};
   readAndPair(path);
@@ -140,11 +130,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   zq_MidiReport* report = zmatrix::createMidiReport(path.c_str(), preProcessingTypes[coding], 16, analyze, nullptr);
   require(report != nullptr && (report->end != zq_MidiEndNotMidi || report->notesLearned == 0));
   zmatrix::deleteMidiReport(report);
-  if (data[0] % 8 < 4) {
-    feed(createAndInitMatrixMedium(), deleteMatrixMedium, path, coding, analyze);
-  } else {
-    feed(createAndInitMatrix(), deleteMatrix, path, coding, analyze);
-  }
-  remove(path.c_str());
+  feedNewMatrix(data[0] % 8 >= 4, [&](auto* matrix) { feed(matrix, path, coding, analyze); });
   return 0;
 }

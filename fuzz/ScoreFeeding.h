@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "flat/ZQMatrixCreators.h"
+#include "MusicFile.h"
 #include "music/score/ZQGeneratedScore.h"
 #include "music/score/ZQScoreFeed.h"
 #include "sequence/ZQMatrixMedium.h"
@@ -22,12 +22,8 @@ inline void feedScore(const zq_Score& score, int choice) {
   zq_ScoreFeedReport* const plan = zmatrix::createScoreFeedPlan(&score, &settings);
   if (plan == nullptr || notesOf(*plan) != score.numberOfNotes) abort();
   ZQMatrixMedium* const matrix = createAndInitMatrixMedium();
-  if (choice % 4 == 0) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta();
-  if (choice % 4 == 1) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta();
-  if (choice % 4 == 2) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
-  if (choice % 4 == 3) matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS();
+  setMusicBlock(matrix, choice % 4, 2);
   matrix->setGlobalMidiTrackAnalyze(settings.midiTrackAnalyze);
-  matrix->setGlobalMaxPhraseLengthForUpdateWithSequence(2);
   zq_ScoreFeedReport* const report = zmatrix::updateMatrixWithScore(matrix, &score, "fuzz", settings.leavesOutPercussion);
   if (report == nullptr || notesOf(*report) != score.numberOfNotes || report->notesLearned > plan->notesLearned) abort();
   for (int id = 0; id < matrix->getNumberOfMatrices() && id < 3; ++id) {

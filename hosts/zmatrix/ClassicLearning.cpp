@@ -1,11 +1,7 @@
 // Learning by the classic readers, which feed files themselves.
-#include <map>
-
 #include "Failure.h"
-#include "Material.h"
 #include "MusicLearning.h"
 #include "MusicReport.h"
-#include "Talk.h"
 
 namespace {
 
@@ -31,8 +27,8 @@ class ClassicLearning : public MusicLearning {
   void learn(Matrix& matrix, const InputFile& input) override { matrix.learnMusic(input.path, input.kind); }
 
   void tellOmissions() const override {
-    for (const auto& [reason, count] : reasons_) note("left out " + countOf(count, "track") + ": " + reason);
-    for (const auto& [reason, count] : refusals_) note("left out " + countOf(count, "file") + ": " + reason);
+    tell(reasons_, "track");
+    tell(refusals_, "file");
     if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end: what stands before the fault is learned");
     if (notesLost_ > 0) note("left out " + countOf(notesLost_, "note") + " that nothing ends");
     if (!reasons_.empty() || !refusals_.empty() || endings_ + notesLost_ > 0) note("`zmatrix inspect FILE` tells more");
@@ -40,16 +36,16 @@ class ClassicLearning : public MusicLearning {
 
   std::string reasons() const override {
     std::string why;
-    for (const auto& [reason, count] : refusals_) why += (why.empty() ? "" : "; ") + countOf(count, "file") + ": " + reason;
-    for (const auto& [reason, count] : reasons_) why += (why.empty() ? "" : "; ") + countOf(count, "track") + ": " + reason;
+    addReasons(why, refusals_, "file");
+    addReasons(why, reasons_, "track");
     return why;
   }
 
  private:
   long long notesLost_ = 0;
   long long endings_ = 0;
-  std::map<std::string, long long> reasons_;   ///< of tracks
-  std::map<std::string, long long> refusals_;  ///< of files
+  Counts reasons_;   ///< of tracks
+  Counts refusals_;  ///< of files
 };
 
 }  // namespace

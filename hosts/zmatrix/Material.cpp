@@ -84,6 +84,11 @@ void refuseUpdate(const std::string& reason) {
   throw Failure{ExitCode::usage, reason + "; without --update a model is made anew"};
 }
 
+void requireCoding(const std::optional<std::string>& wanted, const char* ofModel) {
+  if (!wanted || (ofModel != nullptr && *wanted == ofModel)) return;
+  refuseUpdate(std::string("the model was learned with --coding ") + (ofModel == nullptr ? "of its own" : ofModel));
+}
+
 std::string countOf(long long number, const std::string& noun) {
   return std::to_string(number) + " " + noun + (number == 1 ? "" : "s");
 }

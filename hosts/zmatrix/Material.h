@@ -66,6 +66,8 @@ void refuseTextOptions(const GenerationOptions& options, const char* subject);
 
 /// Throws the Failure of an option that a model which has learned before can't take.
 [[noreturn]] void refuseUpdate(const std::string& reason);
+/// Refuses an update with another coding than the model's, of which null is one that the command has no name for.
+void requireCoding(const std::optional<std::string>& wanted, const char* ofModel);
 
 /// "1 file", "3 files".
 std::string countOf(long long number, const std::string& noun);

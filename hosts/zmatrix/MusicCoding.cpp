@@ -1,7 +1,6 @@
 #include "MusicCoding.h"
 
-#include <algorithm>
-#include <iterator>
+#include "CodingTable.h"
 
 namespace {
 
@@ -12,26 +11,18 @@ const MusicCoding codings[] = {{"pitch-time", 1},
                                {"triple", ZQPreProcessingTypeMidiTriple_NDMT},
                                {"quadruple", ZQPreProcessingTypeMidiGMQuadruple_NDMTS}};
 
-template <class Predicate>
-const MusicCoding* findCoding(Predicate predicate) {
-  const MusicCoding* const found = std::find_if(std::begin(codings), std::end(codings), predicate);
-  return found == std::end(codings) ? nullptr : found;
-}
-
 }  // namespace
 
 const MusicCoding* findMusicCoding(const std::string& name) {
-  return findCoding([&](const MusicCoding& coding) { return name == coding.name; });
+  return findIn(codings, &MusicCoding::name, name);
 }
 
 const MusicCoding* findMusicCoding(int preprocessing) {
-  return findCoding([&](const MusicCoding& coding) { return preprocessing == coding.preprocessing; });
+  return findIn(codings, &MusicCoding::preprocessing, preprocessing);
 }
 
 std::vector<std::string> namesOfMusicCodings() {
-  std::vector<std::string> names;
-  for (const MusicCoding& coding : codings) names.emplace_back(coding.name);
-  return names;
+  return namesIn(codings);
 }
 
 bool isMusic(const ZQMatrixProperties& record) {

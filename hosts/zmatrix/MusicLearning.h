@@ -1,13 +1,16 @@
 // Learning files of music by one of the two readings: what will come of them is known before the first is learned.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
 
 #include "Inputs.h"
+#include "Material.h"
 #include "Matrix.h"
 #include "Reading.h"
+#include "Talk.h"
 
 class MusicLearning {
  public:
@@ -26,6 +29,15 @@ class MusicLearning {
   const std::set<std::string>& kinds() const { return kinds_; }
 
  protected:
+  using Counts = std::map<std::string, long long>;  ///< by reason
+
+  static void tell(const Counts& counts, const char* noun) {
+    for (const auto& [reason, count] : counts) note("left out " + countOf(count, noun) + ": " + reason);
+  }
+  static void addReasons(std::string& why, const Counts& counts, const char* noun) {
+    for (const auto& [reason, count] : counts) why += (why.empty() ? "" : "; ") + countOf(count, noun) + ": " + reason;
+  }
+
   std::set<std::string> kinds_;
 };
 

@@ -55,9 +55,7 @@ class MusicMaterial : public Material {
   void adjust(Matrix& matrix, const std::vector<InputFile>& inputs) override {
     settings_ = matrix.musicSettings();
     const MusicCoding* const coding = findMusicCoding(settings_.preprocessing);
-    if (options_.coding && (coding == nullptr || *options_.coding != coding->name)) {
-      refuseUpdate(std::string("the model was learned with --coding ") + (coding == nullptr ? "of its own" : coding->name));
-    }
+    requireCoding(options_.coding, coding == nullptr ? nullptr : coding->name);
     if (options_.grid.value_or(settings_.grid) != settings_.grid) {
       refuseUpdate("the model was learned with --grid " + std::to_string(settings_.grid));
     }

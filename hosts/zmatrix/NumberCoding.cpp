@@ -1,7 +1,6 @@
 #include "NumberCoding.h"
 
-#include <algorithm>
-#include <iterator>
+#include "CodingTable.h"
 
 namespace {
 
@@ -23,26 +22,18 @@ const NumberCoding codings[] = {
     {"nth-non-prime", ZQPreProcessingTypeNthNotPrime, 0, "the non-prime of that index"},
 };
 
-template <class Predicate>
-const NumberCoding* findCoding(Predicate predicate) {
-  const NumberCoding* const found = std::find_if(std::begin(codings), std::end(codings), predicate);
-  return found == std::end(codings) ? nullptr : found;
-}
-
 }  // namespace
 
 const NumberCoding* findNumberCoding(const std::string& name) {
-  return findCoding([&](const NumberCoding& coding) { return name == coding.name; });
+  return findIn(codings, &NumberCoding::name, name);
 }
 
 const NumberCoding* findNumberCoding(int preprocessing) {
-  return findCoding([&](const NumberCoding& coding) { return preprocessing == coding.preprocessing; });
+  return findIn(codings, &NumberCoding::preprocessing, preprocessing);
 }
 
 std::vector<std::string> namesOfNumberCodings() {
-  std::vector<std::string> names;
-  for (const NumberCoding& coding : codings) names.emplace_back(coding.name);
-  return names;
+  return namesIn(codings);
 }
 
 bool isOcronCoding(int preprocessing) {

@@ -41,9 +41,7 @@ class NumberMaterial : public Material {
   void adjust(Matrix& matrix, const std::vector<InputFile>& inputs) override {
     settings_ = matrix.numberSettings();
     const NumberCoding* const coding = findNumberCoding(settings_.preprocessing);
-    if (options_.coding && (coding == nullptr || *options_.coding != coding->name)) {
-      refuseUpdate(std::string("the model was learned with --coding ") + (coding == nullptr ? "of its own" : coding->name));
-    }
+    requireCoding(options_.coding, coding == nullptr ? nullptr : coding->name);
     if (options_.ocronType && *options_.ocronType != settings_.ocronType) {
       refuseUpdate("the model was learned with --ocron-type " + std::to_string(settings_.ocronType));
     }

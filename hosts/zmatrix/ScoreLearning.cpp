@@ -1,10 +1,6 @@
 // Learning by the exact reading: files become scores, and scores are fed.
-#include <map>
-
 #include "ExactReport.h"
-#include "Material.h"
 #include "MusicLearning.h"
-#include "Talk.h"
 
 namespace {
 
@@ -39,8 +35,8 @@ class ScoreLearning : public MusicLearning {
   }
 
   void tellOmissions() const override {
-    for (const auto& [reason, count] : refusals_) note("left out " + countOf(count, "file") + ": " + reason);
-    for (const auto& [cause, notes] : causes_) note("left out " + countOf(notes, "note") + ": " + cause);
+    tell(refusals_, "file");
+    tell(causes_, "note");
     if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end: what stands before the fault is learned");
     if (withoutMeter_ > 0) note(countOf(withoutMeter_, "file") + " without a meter, learned as 4/4");
     if (onsetsMoved_ > 0) note("the grid moves " + shareOf(onsetsMoved_, notes_) + " (--grid N is finer)");
@@ -54,8 +50,8 @@ class ScoreLearning : public MusicLearning {
 
   std::string reasons() const override {
     std::string why;
-    for (const auto& [reason, count] : refusals_) why += (why.empty() ? "" : "; ") + countOf(count, "file") + ": " + reason;
-    for (const auto& [cause, notes] : causes_) why += (why.empty() ? "" : "; ") + countOf(notes, "note") + ": " + cause;
+    addReasons(why, refusals_, "file");
+    addReasons(why, causes_, "note");
     return why;
   }
 
@@ -75,8 +71,8 @@ class ScoreLearning : public MusicLearning {
   long long findings_ = 0;
   long long onsetsMoved_ = 0;
   long long durationsMoved_ = 0;
-  std::map<std::string, long long> causes_;    ///< of notes
-  std::map<std::string, long long> refusals_;  ///< of files
+  Counts causes_;    ///< of notes
+  Counts refusals_;  ///< of files
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <type_traits>
 
 #include "settings/ZQMatrixRandom.h"
 
@@ -13,10 +14,14 @@ constexpr int largestUpdateInfoType = 100;  ///< in a file; a record with a larg
 
 // --- what a row says
 
-constexpr FieldRow FieldRow::since(int version) const {
-  FieldRow row = *this;
-  row.firstVersion = version;
+template <class Value>
+constexpr FieldRow with(FieldRow row, Value FieldRow::*member, std::type_identity_t<Value> value) {
+  row.*member = value;
   return row;
+}
+
+constexpr FieldRow FieldRow::since(int version) const {
+  return with(*this, &FieldRow::firstVersion, version);
 }
 
 constexpr FieldRow FieldRow::printed(const char* labelInPrintout, const char* end) const {
@@ -36,27 +41,19 @@ constexpr FieldRow FieldRow::fromFile(long long lowest, long long highest, const
 }
 
 constexpr FieldRow FieldRow::behindChannelFilter() const {
-  FieldRow row = *this;
-  row.isBehindChannelFilter = true;
-  return row;
+  return with(*this, &FieldRow::isBehindChannelFilter, true);
 }
 
 constexpr FieldRow FieldRow::setBy(Setter method) const {
-  FieldRow row = *this;
-  row.setter = method;
-  return row;
+  return with(*this, &FieldRow::setter, method);
 }
 
 constexpr FieldRow FieldRow::inBlocks(UseInBlocks use) const {
-  FieldRow row = *this;
-  row.useInBlocks = use;
-  return row;
+  return with(*this, &FieldRow::useInBlocks, use);
 }
 
 constexpr FieldRow FieldRow::forSymbols(int value) const {
-  FieldRow row = *this;
-  row.initialForSymbols = value;
-  return row;
+  return with(*this, &FieldRow::initialForSymbols, value);
 }
 
 constexpr FieldRow FieldRow::profiles(int turn, int places, ProfileValues values) const {
@@ -69,9 +66,7 @@ constexpr FieldRow FieldRow::profiles(int turn, int places, ProfileValues values
 
 /// Where the basic level's block gets other values than the record.
 constexpr FieldRow FieldRow::profilesInBlock(ProfileValues values) const {
-  FieldRow row = *this;
-  row.valuesInBlock = values;
-  return row;
+  return with(*this, &FieldRow::valuesInBlock, values);
 }
 
 constexpr FieldRow FieldRow::checked(const char* text, CheckRules rulesOfProfiles) const {

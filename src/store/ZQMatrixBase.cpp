@@ -14,6 +14,19 @@ using zmatrix::ZQMatrixFileHeader;
 
 namespace {
 
+void describeEmptyMatrix(ZQMatrixFileHeader& header) {
+  header.setMatrixDescription("");
+  header.setLastSoftwareVersion(zmatrix::matrixFormatVersion);
+  header.setIs64BitMatrix(0);
+  header.setNumberOfMatrices(1);
+  header.setMatrixAILevel(0);
+  header.setOffsetToUpdateInfos(0);
+  header._setMatrixBlockSize(zmatrix::initialBlockSize);
+  header._setMatrixBlockSizeOld(0);
+  header._setMaximalStack(0);
+  header.setNumberOfMatrixUpdates(0);
+}
+
 constexpr int lowestDebugLevel = -1;
 constexpr int highestDebugLevel = 9;
 
@@ -36,17 +49,8 @@ int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const cha
   currentMatrixId_ = 0;
   ZQMatrixFileHeader* header = matrixFileHeader_.get();
   header->setFileType(zmatrix::matrixFileType);
-  header->setMatrixDescription("");
-  header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
-  header->setIs64BitMatrix(0);
   header->_setMaxNumberOfMatrices(zmatrix::initialNumberOfMatrices);
-  header->setNumberOfMatrices(1);
-  header->setMatrixAILevel(0);
-  header->setOffsetToUpdateInfos(0);
-  header->_setMatrixBlockSize(zmatrix::initialBlockSize);
-  header->_setMatrixBlockSizeOld(0);
-  header->_setMaximalStack(0);
-  header->setNumberOfMatrixUpdates(0);
+  describeEmptyMatrix(*header);
   header->setMatrixDebugOutputDevice(debugOutputDevice);
   // An empty directory stays empty: a silent matrix makes no probe file in the working directory.
   if (debugDirectory != nullptr && *debugDirectory != '\0') header->setMatrixDebugDirectory(debugDirectory);
@@ -76,16 +80,7 @@ void ZQMatrixBase::deInitMatrix() {
   releaseMemory();
   ZQMatrixFileHeader* header = matrixFileHeader_.get();
   matrixDataEntryArray_.fillFrom(0, nullptr);
-  header->setMatrixDescription("");
-  header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
-  header->setIs64BitMatrix(0);
-  header->setNumberOfMatrices(1);
-  header->setMatrixAILevel(0);
-  header->setOffsetToUpdateInfos(0);
-  header->_setMatrixBlockSize(zmatrix::initialBlockSize);
-  header->_setMatrixBlockSizeOld(0);
-  header->_setMaximalStack(0);
-  header->setNumberOfMatrixUpdates(0);
+  describeEmptyMatrix(*header);
   header->closeAndRemoveUpdateInfos();
 }
 

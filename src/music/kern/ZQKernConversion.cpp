@@ -58,15 +58,8 @@ class EventWriter {
 
  private:
   bool addEvent(int type, int time, int byteCount, int b1, int b2, int b3, int b4, float value = 0) {
-    ZQMidiEvent* event = createZQMidiEvent();
-    if (event == nullptr) return false;
-    event->initWith(time, lowByte(b1), lowByte(b2), lowByte(b3), lowByte(b4));
-    event->setByteCount(byteCount);
-    event->setEventType(type);
-    event->setFloatValue(value);
-    if (track_->addMidiEvent(event)) return true;
-    deleteZQMidiEvent(event);
-    return false;
+    const unsigned char bytes[] = {lowByte(b1), lowByte(b2), lowByte(b3), lowByte(b4)};
+    return addEventTo(track_, type, time, byteCount, bytes, value);
   }
 
   /// Signature and tempo are always written at time 0.

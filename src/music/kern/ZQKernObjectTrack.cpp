@@ -7,6 +7,7 @@
 
 #include "frame/ZQDebugChannel.h"
 #include "music/midi/ZQMidiSort.h"
+#include "music/midi/ZQMidiSounds.h"
 #include "settings/ZQMatrixEnumerations.h"
 
 namespace zmatrix {
@@ -115,9 +116,7 @@ int ZQKernObjectTrack::getMidiSoundIDFromKernObjectTrack(int* numberOfSounds) co
     }
     notesOfSound[sound]++;
   }
-  *numberOfSounds =
-      static_cast<int>(std::count_if(std::begin(notesOfSound), std::end(notesOfSound), [](int notes) { return notes > 0; }));
-  return static_cast<int>(std::max_element(std::begin(notesOfSound), std::end(notesOfSound)) - std::begin(notesOfSound));
+  return mostFrequentSound(notesOfSound, numberOfSounds);
 }
 
 ZQKernObjectTrack* createZQKernObjectTrack() {

@@ -97,15 +97,7 @@ bool GeneratedMidi::composeNotes(int numberOfObjex) {
 }
 
 bool GeneratedMidi::addMetaEvent(int eventType, int byteCount, const unsigned char* bytes, float value) {
-  ZQMidiEvent* event = createZQMidiEvent();
-  if (event == nullptr) return false;
-  event->initWith(0, bytes[0], bytes[1], bytes[2], bytes[3]);
-  event->setByteCount(byteCount);
-  event->setEventType(eventType);
-  event->setFloatValue(value);
-  if (events_->addMidiEvent(event)) return true;
-  deleteZQMidiEvent(event);
-  return false;
+  return addEventTo(events_.get(), eventType, 0, byteCount, bytes, value);
 }
 
 bool GeneratedMidi::addMetaEvents() {

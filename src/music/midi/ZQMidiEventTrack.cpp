@@ -32,6 +32,18 @@ void ZQMidiEventTrack::sortByFunction(ZQCompareFunction compare) {
   }
 }
 
+bool addEventTo(ZQMidiEventTrack* track, int eventType, int time, int byteCount, const unsigned char* bytes, float value) {
+  ZQMidiEvent* event = createZQMidiEvent();
+  if (event == nullptr) return false;
+  event->initWith(time, bytes[0], bytes[1], bytes[2], bytes[3]);
+  event->setByteCount(byteCount);
+  event->setEventType(eventType);
+  event->setFloatValue(value);
+  if (track->addMidiEvent(event)) return true;
+  deleteZQMidiEvent(event);
+  return false;
+}
+
 ZQMidiEventTrack* createZQMidiEventTrack() {
   return new (std::nothrow) ZQMidiEventTrack;
 }

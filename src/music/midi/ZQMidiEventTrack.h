@@ -48,6 +48,10 @@ class ZQMidiEventTrack {
   ZQPointerArray<ZQMidiEvent> events_{firstCapacity};
 };
 
+/// Appends an event of these four bytes, of which `byteCount` count. False if memory runs out.
+[[nodiscard]] bool addEventTo(ZQMidiEventTrack* track, int eventType, int time, int byteCount, const unsigned char* bytes,
+                              float value);
+
 /// An empty track, or null if memory runs out.
 ZQMidiEventTrack* createZQMidiEventTrack();
 /// Releases the track with its events; null is ignored.

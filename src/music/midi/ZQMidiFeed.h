@@ -146,12 +146,9 @@ void applyMidiProperties(Matrix* matrix, const char* fileName, const MusicProfil
   if (keepsSymbols) setKeepSymbols(matrix, false);
 }
 
-/// Makes the sub-matrix of a meter, texture, style and sound current, or a free one if there is none yet. False if none is free.
+/// Makes a sub-matrix current, or a free one for an ID below 0. False if none is free.
 template <class Matrix>
-bool makeMatrixForMusicCurrent(Matrix* matrix, const LearnedTrack& track) {
-  int matrixID = matrix->getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyleAndSoundID(
-      matrix->getGlobalMatrixType(), track.nom, track.denom, track.subType,
-      static_cast<ZQMatrixMusicStyle>(matrix->getGlobalMusicStyle()), static_cast<ZQMatrixSoundID>(track.sound));
+bool makeCurrentOrFree(Matrix* matrix, int matrixID) {
   if (matrixID < 0) {
     matrixID = matrix->getNextFreeMatrixID();
     if (matrixID < 0) return false;
@@ -159,6 +156,15 @@ bool makeMatrixForMusicCurrent(Matrix* matrix, const LearnedTrack& track) {
   }
   matrix->setCurrentMatrixID(matrixID);
   return true;
+}
+
+/// Makes the sub-matrix of a meter, texture, style and sound current, or a free one if there is none yet. False if none is free.
+template <class Matrix>
+bool makeMatrixForMusicCurrent(Matrix* matrix, const LearnedTrack& track) {
+  return makeCurrentOrFree(
+      matrix, matrix->getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyleAndSoundID(
+                  matrix->getGlobalMatrixType(), track.nom, track.denom, track.subType,
+                  static_cast<ZQMatrixMusicStyle>(matrix->getGlobalMusicStyle()), static_cast<ZQMatrixSoundID>(track.sound)));
 }
 
 template <class Info>

@@ -1,5 +1,7 @@
 #include "music/midi/ZQMidiSounds.h"
 
+#include <algorithm>
+
 namespace {
 
 struct Sound {
@@ -85,6 +87,12 @@ const char* nameOfMidiSubType(int subType) {
 
 const char* nameOfMusicStyle(int style) {
   return style >= 0 && style < numberOfOtherNames ? namesOfStyles[style] : "";
+}
+
+int mostFrequentSound(std::span<const int> notesOfSound, int* numberOfSounds) {
+  *numberOfSounds =
+      static_cast<int>(std::count_if(notesOfSound.begin(), notesOfSound.end(), [](int notes) { return notes > 0; }));
+  return static_cast<int>(std::max_element(notesOfSound.begin(), notesOfSound.end()) - notesOfSound.begin());
 }
 
 }  // namespace zmatrix

@@ -2,6 +2,8 @@
 // textures and styles.
 #pragma once
 
+#include <span>
+
 /// The sound of a program, 0 to 127; 0 above that. `tonality`: how tonal the sound is, 0.0 to 1.0; may be null. No program has
 /// sound 9: it belongs to channel 9 alone.
 int getSoundIDFromGMProgramChange(unsigned char program, double* tonality);
@@ -20,5 +22,8 @@ namespace zmatrix {
 const char* nameOfSoundID(int soundID);
 const char* nameOfMidiSubType(int subType);
 const char* nameOfMusicStyle(int style);
+
+/// The sound of most notes, the lowest of equally frequent ones. `numberOfSounds`: number of sounds that have notes.
+int mostFrequentSound(std::span<const int> notesOfSound, int* numberOfSounds);
 
 }  // namespace zmatrix

@@ -190,17 +190,12 @@ class ScoreFeed {
       return true;
     }
     const int style = matrix_->getGlobalMusicStyle();
-    int id = getMatrixIDForMidi(matrix_, matrix_->getGlobalMatrixType(), kind.numerator, kind.denominator, [&](const auto& info) {
-      return info.getPreProcessingType() == kind.preProcessingType && info.getMidiSubType() == kind.subType &&
-             info.getMidiSoundID() == kind.soundID && info.getMusicStyle() == style && !info.isEmpty();
-    });
-    if (id < 0) {
-      id = matrix_->getNextFreeMatrixID();
-      if (id < 0) return false;
-      matrix_->setNumberOfMatrices(id + 1);
-    }
-    matrix_->setCurrentMatrixID(id);
-    return true;
+    const int id =
+        getMatrixIDForMidi(matrix_, matrix_->getGlobalMatrixType(), kind.numerator, kind.denominator, [&](const auto& info) {
+          return info.getPreProcessingType() == kind.preProcessingType && info.getMidiSubType() == kind.subType &&
+                 info.getMidiSoundID() == kind.soundID && info.getMusicStyle() == style && !info.isEmpty();
+        });
+    return makeCurrentOrFree(matrix_, id);
   }
 
   void describe(const PlannedRun& run) {
