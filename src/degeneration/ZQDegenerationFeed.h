@@ -32,7 +32,7 @@ class DegenerationText {
   void cutTo(int length) { length_ = length; }
 
   /// Appends a form and the end of an ocron. False, with a message and nothing appended, if there is no room for both.
-  bool add(const char* form) {
+  [[nodiscard]] bool add(const char* form) {
     const std::string_view text(form);
     if (text.size() + endOfOcron_.size() > static_cast<size_t>(mostCharacters - length_)) {
       complainOfLength();

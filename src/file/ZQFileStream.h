@@ -47,7 +47,7 @@ class ZQFileWriter {
   void writeBackAtOnce() { writesBackAtOnce_ = true; }
 
   /// Room for `size` bytes, at most largestFilePiece, which the caller fills.
-  char* claim(size_t size) {
+  [[nodiscard]] char* claim(size_t size) {
     if (used_ + size > capacity_) flush();
     char* room = bytes_ + used_;
     used_ += size;
@@ -120,7 +120,7 @@ class ZQFileReader {
   [[nodiscard]] bool hasRunOutOfMemory() const noexcept { return isOutOfMemory_; }
 
  private:
-  bool refill(size_t size);
+  [[nodiscard]] bool refill(size_t size);
   void endHere();
 
   FILE* file_;

@@ -27,12 +27,12 @@ class ZQSafeFile {
   [[nodiscard]] bool commit();
 
  private:
-  bool openTarget(const char* path);
+  [[nodiscard]] bool openTarget(const char* path);
   /// Returns 0 or the errno of the failure.
   int openNeighbour(int modeOfTarget, long long owner, long long group);
   int takeNeighbour(int descriptor, int modeOfTarget, long long owner, long long group);
-  bool closeStream();
-  bool copyToTarget();
+  [[nodiscard]] bool closeStream();
+  [[nodiscard]] bool copyToTarget();
 
   std::string target_;
   std::string folder_;     ///< the target's folder

@@ -124,7 +124,7 @@ class ZQArray {
   }
   /// The same, with the memory reduced to the values' size.
   [[nodiscard]] T* releaseFitted() noexcept {
-    if (values_ != nullptr) setCapacity(numberOfValues_);
+    if (values_ != nullptr) static_cast<void>(setCapacity(numberOfValues_));  // else the block stays larger
     return release();
   }
   void swap(ZQArray& other) noexcept {
@@ -140,13 +140,13 @@ class ZQArray {
     static constexpr char zeros[sizeof(T)] = {};
     return memcmp(&value, zeros, sizeof(T)) == 0;
   }
-  bool provideZeros(size_t wanted) noexcept {
+  [[nodiscard]] bool provideZeros(size_t wanted) noexcept {
     values_ = static_cast<T*>(systemCalloc(std::max<size_t>(wanted, 1), sizeof(T)));
     if (values_ == nullptr) return false;
     numberOfValues_ = capacity_ = wanted;
     return true;
   }
-  bool setCapacity(size_t wanted) noexcept {
+  [[nodiscard]] bool setCapacity(size_t wanted) noexcept {
     if (wanted == capacity_ && values_ != nullptr) return true;
     auto* resized = static_cast<T*>(systemRealloc(values_, bytesOf(std::max<size_t>(wanted, 1), sizeof(T))));
     if (resized == nullptr) return false;
@@ -154,7 +154,7 @@ class ZQArray {
     capacity_ = wanted;
     return true;
   }
-  bool provide(size_t wanted) noexcept {
+  [[nodiscard]] bool provide(size_t wanted) noexcept {
     if (wanted <= capacity_) return true;
     if (wanted > mostValues) return false;
     return setCapacity(wanted < firstRoom ? firstRoom : std::min(wanted + wanted / 2, mostValues));

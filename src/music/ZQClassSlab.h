@@ -22,7 +22,7 @@ template <class Object>
 class ZQClassSlab {
  public:
 #ifdef ZMATRIX_HEAP_BLOCK_FOR_EACH_OBJECT
-  static void* allocate() {
+  [[nodiscard]] static void* allocate() {
     return systemMalloc(sizeof(Object));
   }
   static void release(void* memory) {
@@ -30,7 +30,7 @@ class ZQClassSlab {
   }
 #else
   /// Room for one object, or null if memory runs out.
-  static void* allocate() {
+  [[nodiscard]] static void* allocate() {
     ZQRecordSlab* slab = slabOfThread;
     if (slab == nullptr) slab = createSlab();
     return slab != nullptr ? slab->allocate() : nullptr;

@@ -54,7 +54,7 @@ class ZQFileNameList {
   char** fileNameList_ = nullptr;
 };
 
-ZQFileNameList* createZQFileNameList();
+[[nodiscard]] ZQFileNameList* createZQFileNameList();
 /// Releases list and names; null is ignored.
 void deleteZQFileNameList(ZQFileNameList* list);
 /// Releases the list only; the caller keeps the names.

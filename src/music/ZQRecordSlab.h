@@ -26,7 +26,7 @@ class ZQRecordSlab {
   }
 
   /// Room for one record with undefined content, or null if memory runs out. Only in the slab's own thread.
-  void* allocate() {
+  [[nodiscard]] void* allocate() {
     if (firstReleased_ == nullptr && next_ == end_ && !provide()) return nullptr;
     numberOfRecords_++;
     if (firstReleased_ != nullptr) {
@@ -63,8 +63,8 @@ class ZQRecordSlab {
   };
 
   ~ZQRecordSlab() { releaseChunks(lastChunk_); }
-  bool provide();
-  bool addChunk();
+  [[nodiscard]] bool provide();
+  [[nodiscard]] bool addChunk();
   void takeFromElsewhere();
   void restart();
   void handOutFrom(Chunk* chunk);

@@ -18,11 +18,11 @@ long long* createGoedelSequenceFromOcronSequenceUseGlobalPars(const int* sequenc
 /// The gocrons of integers with the thread's type and end symbol. Numbers without an ocron are left out.
 long long* createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 /// The same, reduced to the low 32 bits of each gocron.
-int* createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
+[[nodiscard]] int* createGoedelSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 
 /// One record per number, in the order given: the number, its gocron (-1 if it has none), and the rank of that gocron among all.
 /// Null if there are no numbers, for a type outside 3 to 7 (message at level 0) and if memory runs out.
-naturalNumberGocronCodeTag* createGocronCodeIndices(int ocronType, const int* numbers, int count);
+[[nodiscard]] naturalNumberGocronCodeTag* createGocronCodeIndices(int ocronType, const int* numbers, int count);
 
 /// Sort records 0 to `lastIndex` in place; the sort is not stable. gocronQsortByNumber compares the low 32 bits of the numbers.
 void gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag* records);

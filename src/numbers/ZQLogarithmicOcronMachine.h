@@ -87,7 +87,7 @@ class LogarithmicOcronMachine : public OcronMachine {
   }
 
   /// Records that the top becomes a logarithm. False if there already was one to another base.
-  bool takeBase() {
+  [[nodiscard]] bool takeBase() {
     if (*logBase_ == 0) *logBase_ = base_;
     mode_ = base_;
     return *logBase_ == base_;

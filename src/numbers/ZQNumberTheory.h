@@ -35,6 +35,6 @@ struct PrimeFactors {
 };
 
 /// False if the table of primes is missing or too small.
-bool factorise(int n, PrimeFactors* result);
+[[nodiscard]] bool factorise(int n, PrimeFactors* result);
 
 }  // namespace zmatrix

@@ -7,14 +7,14 @@ namespace zmatrix {
 /// The ocrons of integers, one behind the other, each followed by `endSymbol` if that isn't 0. A number without an ocron, or
 /// whose ocron doesn't evaluate to it, is left out with a message at level 0. `logPath`: null, or a file that gets one line per
 /// number. Null if memory runs out.
-int* createOcronSequenceFromIntegerSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol,
-                                            const char* logPath);
+[[nodiscard]] int* createOcronSequenceFromIntegerSequence(const int* sequence, int length, int ocronType, int* resultLength,
+                                                          int endSymbol, const char* logPath);
 /// The same with the thread's type and end symbol and without a log.
-int* createOcronSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
+[[nodiscard]] int* createOcronSequenceFromIntegerSequenceUseGlobalPars(const int* sequence, int length, int* resultLength);
 
 /// Inside the library: the same; `isLeftOut`, if not null, gets 1 for each number that was left out, else 0.
-int* createOcronSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol, const char* logPath,
-                         char* isLeftOut);
+[[nodiscard]] int* createOcronSequence(const int* sequence, int length, int ocronType, int* resultLength, int endSymbol,
+                                       const char* logPath, char* isLeftOut);
 
 /// The items up to the first end symbol as a string, which includes the end symbol, as *length does. Null, with *length 0, if
 /// there is no end symbol among the first 32768 items, or the first `readable`.

@@ -61,7 +61,7 @@ struct ZQBulkUpdate {
     size_t end;
   };
 
-  bool learnPhrasesOf(int known) {
+  [[nodiscard]] bool learnPhrasesOf(int known) {
     const auto count = static_cast<size_t>(length_ - known);
     for (size_t start = 0; start < count; ++start) {
       steps_[start] = {parents_[start], sequence_[start + static_cast<size_t>(known)], static_cast<int>(start)};
@@ -75,7 +75,7 @@ struct ZQBulkUpdate {
     return true;
   }
 
-  bool findGroups(size_t count) {
+  [[nodiscard]] bool findGroups(size_t count) {
     groups_.clear();
     for (size_t begin = 0, end; begin < count; begin = end) {
       for (end = begin + 1; end < count && steps_[end].parent == steps_[begin].parent;) ++end;
@@ -86,7 +86,7 @@ struct ZQBulkUpdate {
     return true;
   }
 
-  bool provideChildren(const Group& group) {
+  [[nodiscard]] bool provideChildren(const Group& group) {
     missing_.clear();
     for (size_t i = group.begin; i < group.end; ++i) {
       const Step& step = steps_[i];
@@ -97,7 +97,7 @@ struct ZQBulkUpdate {
   }
 
   // Counted as often as the phrases occur. From here on no other field moves in this pass, so that positions stay good.
-  bool countChildren(const Group& group, int known) {
+  [[nodiscard]] bool countChildren(const Group& group, int known) {
     const bool usesStart = info_.getUseStartOfSequence() == 1, usesEnd = info_.getUseEndOfSequence() == 1;
     int child = -1;
     for (size_t i = group.begin; i < group.end; ++i) {

@@ -10,7 +10,7 @@ namespace zmatrix {
 
 /// Finds the one preprocessed item that the last item of `original` adds to the preprocessed form of those before it. False, with
 /// `item` undefined, if it adds none or several or changes others, and for number codes. Prints nothing.
-bool preProcessedItem(const PreprocessingSettings& settings, std::span<const int> original, int* item);
+[[nodiscard]] bool preProcessedItem(const PreprocessingSettings& settings, std::span<const int> original, int* item);
 
 /// For a preprocessed sequence that is the end of a preprocessed form which `original` was at the end of, in whole items: true if
 /// it is the preprocessed form of `original` and nothing else.

@@ -57,14 +57,20 @@ int ZQKernel::setFromPreProcessed(const int* sequence, int length) {
   const int refusal = refusalOf(length);
   if (refusal != 0) return refusal;
   const bool isEmpty = sequence == nullptr || length == 0;
-  if (!isEmpty) {
-    if (keepSuffix(findKnownSuffix(sequence, length), sequence, length)) return info_.getLengthOfKernelPreProcessedSequence();
-    dbPrintf(1,
-             "\n###initializeKernelSequenceWithPreProcessedSequence: warning: no part of input sequence found in matrix. "
-             "Initializing with root-element...\n");
+  if (isEmpty) {
+    info_.resetKernelSequence(matrix_.getCurrentMatrixID(), 0);
+  } else if (!keepSuffix(findKnownSuffix(sequence, length), sequence, length)) {
+    resetForUnknown();
   }
-  info_.resetKernelSequence(matrix_.getCurrentMatrixID(), 0);
   return info_.getLengthOfKernelPreProcessedSequence();
+}
+
+/// No ending of the sequence is known.
+void ZQKernel::resetForUnknown() {
+  dbPrintf(1,
+           "\n###initializeKernelSequenceWithPreProcessedSequence: warning: no part of input sequence found in matrix. "
+           "Initializing with root-element...\n");
+  info_.resetKernelSequence(matrix_.getCurrentMatrixID(), 0);
 }
 
 void ZQKernel::pushPreProcessed(const int* item) {
@@ -170,6 +176,12 @@ KernelSetting ZQKernel::setFromOriginal(const int* sequence, int length, const K
     if (preProcessedLength < 1) return setFromShortOriginal(sequence, length, request);
   }
   if (setFromPreProcessed(preProcessed, preProcessedLength) < 0) return reset(request);
+  return keepOriginal(sequence, length, preProcessedLength, request);
+}
+
+/// Sets the original face for the preprocessed one that was found for the sequence.
+KernelSetting ZQKernel::keepOriginal(const int* sequence, int length, int preProcessedLength,
+                                     const KernelSettingRequest& request) {
   const int offset = offsetInOriginal(length, preProcessedLength, request.warnsOfUnsecureRecompute);
   const int numberOfItems = (length - offset) / coordinateDimension_;
   if (offset == offsetNotFound || !info_.provideKernelOriginal(numberOfItems)) return reset(request);
@@ -186,7 +198,10 @@ KernelSetting ZQKernel::setFromOriginal(const int* sequence, int length, const K
 
 void ZQKernel::push(const int* item, int numberOfItems) {
   numberOfItems = std::max(numberOfItems, 0);
-  if (numberOfItems == info_.getLengthOfKernelOriginalSequence() && info_.kernelFacesAgree() && pushOneItem(item)) return;
+  const int preProcessedBefore = info_.getLengthOfKernelPreProcessedSequence();
+  const bool canGrow = numberOfItems == info_.getLengthOfKernelOriginalSequence() && info_.kernelFacesAgree();
+  const Push pushed = canGrow ? pushOneItem(item) : Push::needsWholeSequence;
+  if (pushed == Push::done) return;
   const size_t lengthBefore = static_cast<size_t>(numberOfItems) * static_cast<size_t>(coordinateDimension_);
   const size_t length = lengthBefore + static_cast<size_t>(coordinateDimension_);
   int* const sequence =
@@ -195,31 +210,38 @@ void ZQKernel::push(const int* item, int numberOfItems) {
     std::copy_n(info_.getKernelOriginalItems(), lengthBefore, sequence);
     std::copy_n(item, coordinateDimension_, sequence + lengthBefore);
   }
-  setFromOriginal(sequence, sequence != nullptr ? static_cast<int>(length) : 0, {matrix_.getCurrentMatrixID(), 0, false});
+  const KernelSettingRequest request{matrix_.getCurrentMatrixID(), 0, false};
+  if (pushed == Push::unknown && sequence != nullptr) {
+    resetForUnknown();
+    keepOriginal(sequence, static_cast<int>(length), (preProcessedBefore + 1) * coordinateDimension_, request);
+  } else {
+    setFromOriginal(sequence, sequence != nullptr ? static_cast<int>(length) : 0, request);
+  }
 }
 
-/// False, with nothing changed that counts, if the whole sequence has to be looked at.
-bool ZQKernel::pushOneItem(const int* item) {
+/// Unless it is done, nothing is changed that counts.
+ZQKernel::Push ZQKernel::pushOneItem(const int* item) {
   const int numberOfOriginal = info_.getLengthOfKernelOriginalSequence();
   const int numberOfPreProcessed = info_.getLengthOfKernelPreProcessedSequence();
   int* const addedOriginal = info_.roomBehindKernelOriginal(numberOfOriginal);
   int* const addedPreProcessed = info_.roomBehindKernelPreProcessed(numberOfPreProcessed);
-  if (addedOriginal == nullptr || addedPreProcessed == nullptr) return false;
+  if (addedOriginal == nullptr || addedPreProcessed == nullptr) return Push::needsWholeSequence;
   std::copy_n(item, coordinateDimension_, addedOriginal);
   const PreprocessingSettings settings = preprocessingSettingsOf(info_);
   const std::span<const int> original(info_.getKernelOriginalItems(), addedOriginal + coordinateDimension_);
-  if (!preProcessedItem(settings, original, addedPreProcessed)) return false;
+  if (!preProcessedItem(settings, original, addedPreProcessed)) return Push::needsWholeSequence;
 
   const int* const preProcessed = info_.getKernelPreProcessedItems();
   const int length = (numberOfPreProcessed + 1) * coordinateDimension_;
-  if (refusalOf(length) != 0) return false;
+  if (refusalOf(length) != 0) return Push::needsWholeSequence;
   const KnownSuffix suffix = findKnownSuffix(preProcessed, length);
+  if (suffix.length == 0) return Push::unknown;
   const int numberCut = numberOfPreProcessed + 1 - suffix.length / coordinateDimension_;
   const int originalCut = coordinatesOfMidiType(settings.preProcessingType) != 0 ? countNotes(numberCut) : numberCut;
-  if (!keepSuffix(suffix, preProcessed, length)) return false;
+  if (!keepSuffix(suffix, preProcessed, length)) return Push::needsWholeSequence;
   storeOriginal(original.data() + originalCut * coordinateDimension_, numberOfOriginal + 1 - originalCut);
   if (isPreProcessedFormAfterCut(settings, originalItems(), preProcessedItems())) info_.noteThatKernelFacesAgree();
-  return true;
+  return Push::done;
 }
 
 }  // namespace zmatrix

@@ -46,9 +46,13 @@ class ZQKernel {
   int refusalOf(int length) const;
   bool isTooLong(int length) const;
   KnownSuffix findKnownSuffix(const int* sequence, int length);
-  bool provideForSuffix(int numberOfItems);
-  bool keepSuffix(const KnownSuffix& suffix, const int* sequence, int length);
-  bool pushOneItem(const int* item);
+  [[nodiscard]] bool provideForSuffix(int numberOfItems);
+  [[nodiscard]] bool keepSuffix(const KnownSuffix& suffix, const int* sequence, int length);
+  void resetForUnknown();
+  /// Pushing one item: done, no ending with it is known, or only a look at the whole sequence can tell.
+  enum class Push { done, unknown, needsWholeSequence };
+  [[nodiscard]] Push pushOneItem(const int* item);
+  KernelSetting keepOriginal(const int* sequence, int length, int preProcessedLength, const KernelSettingRequest& request);
   void storeOriginal(const int* items, int numberOfItems);
   KernelSetting setFromShortOriginal(const int* sequence, int length, const KernelSettingRequest& request);
   KernelSetting reset(const KernelSettingRequest& request);

@@ -37,7 +37,7 @@ class ZQKnownSuffixes {
   KnownSuffix oneItemFurther(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched);
   KnownSuffix fromTheRoot(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched);
   void enterRoot(const ZQMatrixBase& matrix);
-  bool addPlace(const ZQMatrixBase& matrix, int position);
+  [[nodiscard]] bool addPlace(const ZQMatrixBase& matrix, int position);
   void remember(const ZQMatrixBase& matrix, const int* context, int length, bool isComplete);
 
   ZQArray<int> items_;

@@ -20,10 +20,10 @@ class ZQLearnedPhrases {
   bool areWanted() const { return wanted_; }
 
   /// Room for all phrases of up to `longest` items. False, with its message, if there is none.
-  bool provide(int numberOfItems, int longest);
+  [[nodiscard]] bool provide(int numberOfItems, int longest);
 
   /// Copies the next phrase. False if there is no room.
-  bool add(const int* phrase, int length) { return !wanted_ || addCopy(phrase, length); }
+  [[nodiscard]] bool add(const int* phrase, int length) { return !wanted_ || addCopy(phrase, length); }
 
   /// A phrase that was left out has its length negated.
   void leaveOut(long long number) { setSign(number, -1); }
@@ -35,7 +35,7 @@ class ZQLearnedPhrases {
   bool hasRunOut() const { return ranOut_; }
 
  private:
-  bool addCopy(const int* phrase, int length);
+  [[nodiscard]] bool addCopy(const int* phrase, int length);
   void setSign(long long number, int sign);
 
   const bool wanted_;

@@ -25,8 +25,9 @@ bool replaceByCopy(zmatrix::ZQArray<int>& array, const int* values, int count, i
 }  // namespace
 
 ZQMatrixSequenceIndexVector::ZQMatrixSequenceIndexVector() {
+  // Without memory there are none, and no level can be set.
   static_cast<void>(indexVector_.resize(firstLengthOfIndexVector));
-  reserveInfos(1);
+  static_cast<void>(reserveInfos(1));
 }
 
 ZQMatrixSequenceIndexVector::~ZQMatrixSequenceIndexVector() {

@@ -83,7 +83,7 @@ class ZQMatrixSequenceIndexVector {
  private:
   const zmatrix::tagSequenceInfo* currentInfo() const;
   zmatrix::tagSequenceInfo* currentInfo();
-  bool reserveInfos(long long numberOfInfos);
+  [[nodiscard]] bool reserveInfos(long long numberOfInfos);
   [[nodiscard]] bool reserveOriginalItems(zmatrix::tagSequenceInfo* info, long long capacity);
   [[nodiscard]] bool copyInfosFrom(const ZQMatrixSequenceIndexVector& other);
   void releaseInfos();
@@ -98,5 +98,5 @@ class ZQMatrixSequenceIndexVector {
   zmatrix::ZQArray<zmatrix::tagSequenceInfo> indexVectorInfos_;
 };
 
-ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector();
+[[nodiscard]] ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector();
 void deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector* vector);

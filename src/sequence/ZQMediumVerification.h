@@ -18,14 +18,14 @@ class ZQMediumVerification {
   /// True if look() needs the path of the element; else it may be null.
   bool needsPath(int position) const { return !links_.isKnown(position); }
   /// Counts a written element. False for a fault.
-  bool look(int position, const ZQMatrixMediumElement& element, const int* path, int length);
+  [[nodiscard]] bool look(int position, const ZQMatrixMediumElement& element, const int* path, int length);
   /// After the walk, before and after the store's own counts are compared. False for a fault.
   bool compareDepthAndKernel(int deepest);
   bool compareCounts();
 
  protected:
   /// Counts the element's rule; false if there is none and should be one.
-  bool countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length);
+  [[nodiscard]] bool countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length);
   bool isPhraseMatrix() const { return matrix_.getMatrixInfo()->getIsPhraseMatrix() == 1; }
 
   ZQMatrixMedium& matrix_;

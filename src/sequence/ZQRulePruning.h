@@ -166,7 +166,7 @@ struct ZQRulePruning {
 
   /// The position above an element. False at an empty slot, at a link out of the block, which is told, and at one that leads
   /// nowhere else.
-  static bool stepUp(Matrix& matrix, long long& position, const char* leftText, const char* rightText) {
+  [[nodiscard]] static bool stepUp(Matrix& matrix, long long& position, const char* leftText, const char* rightText) {
     const ZQMatrixBaseElement* element = matrix.elementAt(position);
     if (element == nullptr) return false;
     const int offset = element->getOffsetToElementInPrevDimension();
@@ -285,7 +285,7 @@ struct ZQRulePruning {
     }
   }
 
-  static bool mark(Matrix& matrix, long long position, int& removed) {
+  [[nodiscard]] static bool mark(Matrix& matrix, long long position, int& removed) {
     ZQMatrixBaseElement* element = matrix.elementAt(position);
     if (element == nullptr) return false;
     Info& info = *matrix.getMatrixInfo();

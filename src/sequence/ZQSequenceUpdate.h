@@ -70,7 +70,7 @@ struct ZQSequenceUpdate {
     bool isMissing = false;  // for certain, the element after it
   };
 
-  bool provideFronts(int numberOfItems) {
+  [[nodiscard]] bool provideFronts(int numberOfItems) {
     fronts_.reset(new (std::nothrow) Front[static_cast<size_t>(numberOfItems > 0 ? numberOfItems : 1)]);
     if (fronts_ == nullptr) {
       dbPrintf(0, "updateMatrixWithCombinedSeq: Cannot alloc indexVectors!\n");
@@ -83,7 +83,7 @@ struct ZQSequenceUpdate {
   bool isGood(const Front& front) const { return front.position >= 0 && matrix_.nameOfRecordAt(front.position) == front.record; }
 
   // All phrases whose first `known` integers are the phrases of the pass before.
-  bool learnPhrasesOf(int known, ZQLearnedPhrases& phrases) {
+  [[nodiscard]] bool learnPhrasesOf(int known, ZQLearnedPhrases& phrases) {
     const int phraseLength = known + c_;
     firstOfRun_ = numberOfProcessedVectors_;
     // A last item that is cut short still begins a phrase.
@@ -129,7 +129,7 @@ struct ZQSequenceUpdate {
   }
 
   // learnPhrase in a plain pass, for a phrase that follows its front and is known. False, and nothing done, for any other.
-  bool countKnown(int item, int known, bool isSettled) {
+  [[nodiscard]] bool countKnown(int item, int known, bool isSettled) {
     Front& front = fronts_[item];
     const int* coordinates = sequence_ + static_cast<long long>(item) * c_ + known;
     int position = childOfFront(front, coordinates[0], isSettled);
@@ -187,7 +187,7 @@ struct ZQSequenceUpdate {
     dbPrintf(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", static_cast<int>(number));
   }
 
-  bool learnPhrase(int item, int known, long long number, ZQLearnedPhrases& phrases) {
+  [[nodiscard]] bool learnPhrase(int item, int known, long long number, ZQLearnedPhrases& phrases) {
     const int start = item * c_;
     const int* phrase = sequence_ + start;
     const int phraseLength = known + c_;
@@ -281,7 +281,7 @@ struct ZQSequenceUpdate {
 
   // The phrase just written needs its context written as well, which an earlier pass left out: each place where that context
   // occurs is written now. With items of c integers only every c-th place is looked at, which leaves some contexts unwritten.
-  bool postWrite(int start, int known, char startFlag, ZQLearnedPhrases& phrases) {
+  [[nodiscard]] bool postWrite(int start, int known, char startFlag, ZQLearnedPhrases& phrases) {
     const int* context = sequence_ + start;
     const int lastPlace = length_ - known;
     for (long long place = 0; place <= lastPlace; place += static_cast<long long>(c_) * c_) {

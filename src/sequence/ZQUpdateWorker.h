@@ -40,8 +40,8 @@ struct UpdateOutputs {
 /// Learns a preprocessed sequence by the settings of the current sub-matrix, as one run from its first item to its last: 1
 /// learned, -1 a write failed, -2 memory has run out.
 template <class Matrix>
-int learnPreProcessed(Matrix& matrix, const int* preProcessed, int numberOfItems, const UpdateOutputs& outputs,
-                      const int* symbolMarkers) {
+[[nodiscard]] int learnPreProcessed(Matrix& matrix, const int* preProcessed, int numberOfItems, const UpdateOutputs& outputs,
+                                    const int* symbolMarkers) {
   using Tier = typename Matrix::Tier;
   const HeldFreeSlotSearch search(matrix);
   const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();

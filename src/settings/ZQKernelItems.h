@@ -22,13 +22,13 @@ class ZQKernelItems {
 
   /// Makes room for at least so many items of so many coordinates; what is new is 0. False, and nothing changed, without memory
   /// or for more than mostValues.
-  bool provide(int coordinates, int numberOfItems) {
+  [[nodiscard]] bool provide(int coordinates, int numberOfItems) {
     return (coordinates == coordinatesOfItem_ && numberOfItems <= roomInItems_) ||
            grow(coordinates, std::max(numberOfItems, roomInItems_));
   }
 
   /// Drops all items for new ones of zeros.
-  bool assign(int coordinates, int numberOfItems) {
+  [[nodiscard]] bool assign(int coordinates, int numberOfItems) {
     reset();
     return grow(coordinates, numberOfItems);
   }
@@ -52,7 +52,7 @@ class ZQKernelItems {
   }
 
  private:
-  bool grow(int coordinates, int numberOfItems) {
+  [[nodiscard]] bool grow(int coordinates, int numberOfItems) {
     const long long numberOfValues = static_cast<long long>(coordinates) * numberOfItems;
     if (coordinates < 0 || numberOfItems < 0 || numberOfValues > mostValues) return false;
     if (numberOfValues > values_.count() && !values_.resize(numberOfValues, 0)) return false;

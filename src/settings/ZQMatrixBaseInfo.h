@@ -48,7 +48,7 @@ class ZQMatrixBaseInfo {
   ZQMatrixBaseInfo& operator=(const ZQMatrixBaseInfo&) = delete;
 
   /// Makes the record valid for this ID, with a warning if it was valid already. 0 if memory has run out, else 1.
-  int initMatrixInfo(int id);
+  [[nodiscard]] int initMatrixInfo(int id);
   /// Frees all arrays and sets all scalar fields to -1.
   void deInitMatrixInfo();
 
@@ -170,7 +170,7 @@ class ZQMatrixBaseInfo {
  protected:
   template <class Fields>
   void describeBasePart(Fields& fields);
-  bool readBasePart(zmatrix::ZQFieldReader& fields);
+  [[nodiscard]] bool readBasePart(zmatrix::ZQFieldReader& fields);
   bool hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const;
   /// One entry a dimension behind a flag; `unused` fills the entries that no dimension has yet.
   template <class Fields>
@@ -232,7 +232,7 @@ class ZQMatrixBaseInfo {
   friend struct zmatrix::FieldTable;
   template <class Fields>
   void describeCoordinateSizes(Fields& fields);
-  bool makeDimensionArrays(zmatrix::ZQFileReader& file);
+  [[nodiscard]] bool makeDimensionArrays(zmatrix::ZQFileReader& file);
   int reportDimensionBeyondCapacity() const;
   [[nodiscard]] bool growDimensionArrays(int capacity);
   void printCoordinateSizes();

@@ -53,7 +53,7 @@ class ZQMatrixFileHeader {
   ZQMatrixFileHeader& operator=(const ZQMatrixFileHeader&) = delete;
 
   /// Sets all fields for a matrix of this tier. 0 if memory has run out, else 1.
-  int initFileHeader(int infoType);
+  [[nodiscard]] int initFileHeader(int infoType);
   /// Frees what the header owns and closes the stream of update records.
   void deInitFileHeader();
   void initGlobalParameters() { setDefaultParameters(globalParameters_); }

@@ -8,7 +8,7 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
   ZQMatrixInfo() = default;
   ~ZQMatrixInfo() override = default;
 
-  int initMatrixInfo(int id);
+  [[nodiscard]] int initMatrixInfo(int id);
   void deInitMatrixInfo();
 
   int getCurrentMatrixIDLevelDown() const { return currentMatrixIdLevelDown_; }

@@ -49,7 +49,7 @@ template <class Info>
 int ZQMatrixBaseInfo::refuseRecord(Info& info, int id) {
   const int typeInFile = info.updateInfoType_;
   info.deInitMatrixInfo();
-  info.initMatrixInfo(id);
+  static_cast<void>(info.initMatrixInfo(id));  // refused in any case
   info.updateInfoType_ = typeInFile;
   return -1;
 }

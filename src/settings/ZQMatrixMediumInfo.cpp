@@ -97,7 +97,8 @@ void ZQMatrixMediumInfo::setMidiChannelFilterArray(const char* channels) {
 }
 
 void ZQMatrixMediumInfo::setCoordinateDimension(int dimension) {
-  makeKernelItems(std::clamp(dimension, 0, zmatrix::largestCoordinateDimension));
+  // Without memory the kernel has no room; whoever sets it asks for room again.
+  static_cast<void>(makeKernelItems(std::clamp(dimension, 0, zmatrix::largestCoordinateDimension)));
   ZQMatrixBaseInfo::setCoordinateDimension(dimension);
 }
 

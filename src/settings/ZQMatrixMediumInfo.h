@@ -11,7 +11,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   ZQMatrixMediumInfo() = default;
   ~ZQMatrixMediumInfo() override = default;
 
-  int initMatrixInfo(int id);
+  [[nodiscard]] int initMatrixInfo(int id);
   /// As the base does; midiSoundID and musicStyle end as 0. A record that is only of the base type is only deinitialised as such.
   void deInitMatrixInfo();
 
@@ -172,12 +172,12 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   const int* getKernelPreProcessedItems() const { return kernelPreProcessedSequence_.data(); }
   /// Room for `length` items of the original kernel and its initial values, or of the preprocessed kernel; the internal lengths
   /// are the caller's to set. False without memory.
-  bool provideKernelOriginal(int length) {
+  [[nodiscard]] bool provideKernelOriginal(int length) {
     length = length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength;
     return kernelOriginalSequence_.provide(coordinateDimension_, length) &&
            kernelOriginalSequenceInitialValues_.provide(coordinateDimension_, length);
   }
-  bool provideKernelPreProcessed(int length) {
+  [[nodiscard]] bool provideKernelPreProcessed(int length) {
     return kernelPreProcessedSequence_.provide(coordinateDimension_,
                                                length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength);
   }
@@ -187,8 +187,8 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void storeKernelPreProcessed(const int* items, int length);
   /// Where an item behind the first `length` ones would stand, which does not make it part of the kernel; null without memory.
   /// The preprocessed kernel then has the room that it grows to with that item.
-  int* roomBehindKernelOriginal(int length);
-  int* roomBehindKernelPreProcessed(int length);
+  [[nodiscard]] int* roomBehindKernelOriginal(int length);
+  [[nodiscard]] int* roomBehindKernelPreProcessed(int length);
 
   /// Whether the preprocessed kernel is all that preprocessing the original kernel gives. Any change of the kernel, or of a
   /// setting that preprocessing goes by, makes it unknown, which is false.
@@ -204,9 +204,9 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   int* getKernelOriginalSequenceFlatIndexVector(int* length, int* dimension);
   int* getKernelOriginalSequenceInitialValuesFlatIndexVector(int* length, int* dimension);
   int* getKernelPreProcessedSequenceIndexVector(int* length, int* dimension);
-  int** createKernelOriginalSequenceObjexVector(int* count, int* dimension);
-  int** createKernelOriginalSequenceInitialValuesObjexVector(int* count, int* dimension);
-  int** createKernelPreprocessedSequenceObjexVector(int* count, int* dimension);
+  [[nodiscard]] int** createKernelOriginalSequenceObjexVector(int* count, int* dimension);
+  [[nodiscard]] int** createKernelOriginalSequenceInitialValuesObjexVector(int* count, int* dimension);
+  [[nodiscard]] int** createKernelPreprocessedSequenceObjexVector(int* count, int* dimension);
   /// The preprocessed rows themselves, with a note at level 8.
   int** getKernelSequenceObjectVector(int* count, int* dimension);
   /// Does nothing but print a note at level 8; 0.
@@ -228,7 +228,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
  protected:
   template <class Fields>
   void describeMediumPart(Fields& fields, int withSequence);
-  bool readMediumPart(zmatrix::ZQFieldReader& fields, int withSequence);
+  [[nodiscard]] bool readMediumPart(zmatrix::ZQFieldReader& fields, int withSequence);
 
   // The fields, described in ZQMatrixFields.cpp.
   int updateIndex_ = 0;
@@ -318,13 +318,13 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   template <class Fields>
   void describeUpdateSequence(Fields& fields, int withSequence);
   void setMediumDefaults();
-  bool makeMediumArrays(zmatrix::ZQFileReader& file);
+  [[nodiscard]] bool makeMediumArrays(zmatrix::ZQFileReader& file);
   int enterMediumMatrixDimension(int dimIndex);
   int** kernelRows(zmatrix::ZQKernelItems& items) {
     return items.provide(coordinateDimension_, zmatrix::initialKernelLength) ? items.rows() : nullptr;
   }
-  bool makeKernelItems(int dimension);
-  bool writeDefaultItems(int numberOfItems);
+  [[nodiscard]] bool makeKernelItems(int dimension);
+  [[nodiscard]] bool writeDefaultItems(int numberOfItems);
   int* flatCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* length, int* dimension);
   int** objexCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* count, int* dimension);
   void chooseCoordinateSizes(const int* sequence, int numberOfItems);

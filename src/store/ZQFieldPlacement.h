@@ -19,7 +19,7 @@ struct ZQFieldPlacement {
 
   /// Makes children of these coordinates, which ascend and none of which is there yet. False if there is no room: then some may
   /// have been made.
-  bool add(Matrix& matrix, int parent, std::span<const int> coordinates) {
+  [[nodiscard]] bool add(Matrix& matrix, int parent, std::span<const int> coordinates) {
     if (!findField(matrix, parent, coordinates.front())) return false;
     targets_.clear();
     for (const int coordinate : coordinates) {
@@ -31,7 +31,7 @@ struct ZQFieldPlacement {
 
  private:
   // Where the field begins, or would begin if its first child took the nearest free slot.
-  bool findField(Matrix& matrix, int parent, int firstCoordinate) {
+  [[nodiscard]] bool findField(Matrix& matrix, int parent, int firstCoordinate) {
     const int offset = matrix.elementAt(parent)->getOffsetToElementInNextDimension();
     first_ = offset != 0 ? parent + offset : -1;
     if (first_ >= 0) {
@@ -53,7 +53,7 @@ struct ZQFieldPlacement {
     return true;
   }
 
-  bool moveAway(Matrix& matrix) {
+  [[nodiscard]] bool moveAway(Matrix& matrix) {
     int last = first_;
     int count = 0;
     if (first_ >= 0) count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(first_, &first_, &last);
@@ -90,7 +90,7 @@ struct ZQFieldPlacement {
     }
   }
 
-  bool link(Matrix& matrix, int parent, std::span<const int> coordinates) {
+  [[nodiscard]] bool link(Matrix& matrix, int parent, std::span<const int> coordinates) {
     size_t next = 0;
     int below = -1;
     int above = first_;

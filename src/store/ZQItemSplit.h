@@ -36,7 +36,7 @@ inline void splitItem(long long item, long long m, int* coordinates) {
 class SplitRoom {
  public:
   /// Null if memory has run out.
-  int* provide(size_t length) {
+  [[nodiscard]] int* provide(size_t length) {
     if (length <= std::size(few_)) return few_;
     many_.reset(new (std::nothrow) int[length]);
     return many_.get();

@@ -83,7 +83,7 @@ struct ZQMatrixFileLoad {
   }
 
   // The fields that say what there is in memory stay true to it, so that it can still be saved and loaded.
-  bool readHeader() {
+  [[nodiscard]] bool readHeader() {
     char oldFileType[8];
     storeText(oldFileType, sizeof oldFileType, header_.getFileType());
     const int oldIs64BitMatrix = header_.getIs64BitMatrix();
@@ -120,7 +120,7 @@ struct ZQMatrixFileLoad {
   }
 
   /// Gives the matrix records and entries for so many sub-matrices. False if memory has run out.
-  bool setNumberOfRecords(int newMaximum) {
+  [[nodiscard]] bool setNumberOfRecords(int newMaximum) {
     const int oldMaximum = header_.getMaxNumberOfMatrices();
     if (!matrix_.resizeSubMatrices(newMaximum)) return false;
     for (int id = oldMaximum; id < newMaximum; ++id) {
@@ -136,7 +136,7 @@ struct ZQMatrixFileLoad {
     return true;
   }
 
-  bool createRecord(int id) {
+  [[nodiscard]] bool createRecord(int id) {
     std::unique_ptr<Info> info(new (std::nothrow) Info());
     if (info == nullptr || info->initMatrixInfo(id) != 1) return false;
     matrix_.matrixInfoArray_.put(id, std::move(info));
@@ -157,7 +157,7 @@ struct ZQMatrixFileLoad {
   }
 
   // A record that makes no sense goes unnoticed here, except for its type: it shows in the counts.
-  bool readRecords() {
+  [[nodiscard]] bool readRecords() {
     const int typeOfHeader = header_.getMatrixInfoType();
     infoType_ = typeOfHeader >= 0 && typeOfHeader <= Tier::infoType ? typeOfHeader : Tier::infoType;
     for (int id = 0; id < header_.getNumberOfMatrices(); ++id) {
@@ -187,14 +187,14 @@ struct ZQMatrixFileLoad {
     return true;
   }
 
-  bool giveUp() {
+  [[nodiscard]] bool giveUp() {
     becomeEmpty();
     return false;
   }
 
   // The rest of the file goes to a stream of its own, for the next save. Without one the history would be lost then, and nobody
   // would notice: so the file is refused. A place that is not behind the elements is a stale one, and holds no history.
-  bool keepHistory() {
+  [[nodiscard]] bool keepHistory() {
     const int offset = header_.getOffsetToUpdateInfos();
     const long long reached = file_.getPosition();
     const long long begin = offset >= 1 ? offset : unnamedHistory(reached);
@@ -229,7 +229,7 @@ struct ZQMatrixFileLoad {
     return isRecord ? reached : 0;
   }
 
-  bool copyHistory(long long begin, long long size, FILE* history) {
+  [[nodiscard]] bool copyHistory(long long begin, long long size, FILE* history) {
     ZQFileWriter writer(history);
     const bool isCopied = size == 0 || (fseeko(stream_, begin, SEEK_SET) == 0 && copyRest(stream_, writer));
     return writer.flush() && isCopied;
@@ -274,7 +274,7 @@ struct ZQMatrixFileLoad {
   }
 
   /// A cut file may lack some: their slots must never look free.
-  bool provideRoots() {
+  [[nodiscard]] bool provideRoots() {
     const int roots = header_.getMaxNumberOfMatrices();
     for (int id = 0; id < roots; ++id) {
       if (matrix_.elementAt(id) == nullptr) matrix_.template createElementAt<Element>(id);
@@ -283,7 +283,7 @@ struct ZQMatrixFileLoad {
     return true;
   }
 
-  bool makeLinksSound() {
+  [[nodiscard]] bool makeLinksSound() {
     if (elements_.numberOutside > 0) {
       dbPrintf(0, "readMatrixFromDisk: %d elements beyond the block of %d dropped\n", elements_.numberOutside,
                matrix_.numberOfSlots_);
@@ -316,7 +316,7 @@ struct ZQMatrixFileLoad {
 
   void makeRecordEmpty(int id) {
     infoOf(id)->deInitMatrixInfo();
-    infoOf(id)->initMatrixInfo(id);
+    static_cast<void>(infoOf(id)->initMatrixInfo(id));  // an array that it lacks is made by the operation that needs it
   }
 
   /// After a refusal behind the header: a new matrix with the file's number of sub-matrices.

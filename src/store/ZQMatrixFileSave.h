@@ -43,7 +43,7 @@ struct ZQMatrixFileSave {
   ZQMatrixFileSave(Matrix& matrix, ZQFileWriter& file) : matrix_(matrix), header_(*matrix.getMatrixFileHeader()), file_(file) {}
 
   // The current sub-matrix decides for the whole file whether there is a history.
-  bool write() {
+  [[nodiscard]] bool write() {
     int addUpdateInfo = 0;
     int addSequence = 0;
     if constexpr (hasHistory) {
@@ -120,7 +120,7 @@ struct ZQMatrixFileSave {
 
   // First what the file had that the matrix was read from, then a record of each sub-matrix that was fed since.
   // False if the older records could not be read.
-  bool writeHistory(long long positionOfOffset, int withSequence) {
+  [[nodiscard]] bool writeHistory(long long positionOfOffset, int withSequence) {
     const long long positionOfHistory = file_.getPosition();
     const bool canBeNamed = positionOfHistory <= largestOffsetToUpdateInfos;
     FILE* olderRecords = header_.getFpUpdateInfos();

@@ -50,7 +50,7 @@ struct ZQStoreMove {
   }
 
  private:
-  static bool moveBy(Matrix& matrix, int offset) {
+  [[nodiscard]] static bool moveBy(Matrix& matrix, int offset) {
     ++matrix.movedFields_;
     const bool isPatched = patchLinks(matrix, offset);
     if (isPatched) moveRecords(matrix, offset);
@@ -58,7 +58,7 @@ struct ZQStoreMove {
     return isPatched;
   }
 
-  static bool collect(Matrix& matrix, int first, int numberOfItems) {
+  [[nodiscard]] static bool collect(Matrix& matrix, int first, int numberOfItems) {
     ZQArray<int>& positions = matrix.positionsOfField_;
     positions.clear();
     long long at = first;
@@ -102,7 +102,7 @@ struct ZQStoreMove {
     return offset;
   }
 
-  static bool patchLinks(Matrix& matrix, int offset) {
+  [[nodiscard]] static bool patchLinks(Matrix& matrix, int offset) {
     const ZQArray<int>& own = matrix.positionsOfField_;
     if (ZQMatrixBaseElement* parent = matrix.parentOf(own.front())) parent->addOffsetToElementInNextDimension(offset);
     for (int position : own) {

@@ -227,7 +227,7 @@ struct ZQStoreVerification {
     }
   }
 
-  bool readPath(int element, int depth) {
+  [[nodiscard]] bool readPath(int element, int depth) {
     if (depth > path_.count() && !path_.resize(grownCapacity(depth) + 1LL, 0)) return false;
     long long position = element;
     for (int i = depth - 1; i >= 0; --i) {

@@ -35,7 +35,7 @@ struct ZQStoreWrite {
   }
 
   /// The root's position, the root made if it was missing; -1 if that failed.
-  static int provideRoot(Matrix& matrix) {
+  [[nodiscard]] static int provideRoot(Matrix& matrix) {
     const int root = matrix.getCurrentMatrixID();
     if (!matrix.hasBlock()) return -1;
     if (matrix.elementAt(root) == nullptr) matrix.template createElementAt<Element>(root);
@@ -44,7 +44,7 @@ struct ZQStoreWrite {
 
   /// One step down from `last`, which becomes the child's position. False if the coordinate is refused, or if memory runs
   /// out.
-  static bool step(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
+  [[nodiscard]] static bool step(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
     if (!admits(info, coordinate)) return false;
     const int child = matrix.childAt(last, coordinate);
     if (child < 0) return add(matrix, info, last, dimension, coordinate);
@@ -57,12 +57,12 @@ struct ZQStoreWrite {
   }
 
   /// The same where it is known that the child is missing.
-  static bool stepToNew(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
+  [[nodiscard]] static bool stepToNew(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
     return admits(info, coordinate) && add(matrix, info, last, dimension, coordinate);
   }
 
   /// False if memory runs out for a dimension that no path had before.
-  static bool countStep(Info& info, int dimension, int coordinate) {
+  [[nodiscard]] static bool countStep(Info& info, int dimension, int coordinate) {
     const bool hasRoom = info.checkMatrixDimension(dimension) == 1;
     info.updateMatrixIndexInfo(dimension, coordinate);
     return hasRoom;
@@ -222,7 +222,7 @@ struct ZQStoreWrite {
     if (position > stack) dbPrintf(0, "writeMatrixData error: lastelement (%d) > stackPtr (%d)\n", position, stack);
   }
 
-  static bool add(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
+  [[nodiscard]] static bool add(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
     int stackCandidate = 0;
     const int inserted = makeChild(matrix, info, last, coordinate, stackCandidate);
     if (inserted < 0) {
@@ -291,7 +291,7 @@ struct ZQStoreWrite {
   }
 
   // A foreign field holds the slot: the smaller of the two moves, at a tie the own one; a root never does.
-  static bool clearTheWay(Matrix& matrix, int method, Field& own, int& target, int& stackCandidate) {
+  [[nodiscard]] static bool clearTheWay(Matrix& matrix, int method, Field& own, int& target, int& stackCandidate) {
     Field foreign;
     if (!countUntilOneEnds(matrix, target, foreign, own)) return false;
     foreign.begin = static_cast<int>(static_cast<long long>(target) - matrix.elementAt(target)->getIndexInDimension());
@@ -315,7 +315,7 @@ struct ZQStoreWrite {
     return true;
   }
 
-  static bool count(Matrix& matrix, int position, Field& field) {
+  [[nodiscard]] static bool count(Matrix& matrix, int position, Field& field) {
     field.count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(position, &field.first, &field.last);
     if (field.count >= FieldCounts::narrowest) rememberCount(matrix, position, field.count);
     return field.count > 0;
@@ -323,7 +323,7 @@ struct ZQStoreWrite {
 
   // Which of the two fields is the smaller? Both are counted as far as the smaller one reaches: a wide field that stays where it
   // is isn't walked, and one whose count is known is not counted.
-  static bool countUntilOneEnds(Matrix& matrix, int target, Field& foreign, Field& own) {
+  [[nodiscard]] static bool countUntilOneEnds(Matrix& matrix, int target, Field& foreign, Field& own) {
     for (int limit = 2;; limit = limit > INT_MAX / 4 ? INT_MAX : 4 * limit) {
       const bool areWide = limit > FieldCounts::narrowest;
       const int knownForeign = areWide ? knownCount(matrix, target) : 0;

@@ -24,7 +24,7 @@ int createSubMatrices(Matrix& matrix, int from, int to) {
 
 /// Null if memory has run out.
 template <class Matrix>
-std::unique_ptr<Matrix> createMatrixIn(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
+[[nodiscard]] std::unique_ptr<Matrix> createMatrixIn(int debugOutputDevice, int debugLevel, const char* debugDirectory) {
   using Tier = typename Matrix::Tier;
   std::unique_ptr<Matrix> matrix(new (std::nothrow) Matrix());
   std::unique_ptr<ZQMatrixFileHeader> header(new (std::nothrow) ZQMatrixFileHeader());

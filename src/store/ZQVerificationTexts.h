@@ -42,7 +42,7 @@ struct NoAdditionalVerification {
   NoAdditionalVerification(Matrix&, const VerificationTexts&) {}
   static constexpr bool needsPath(int) { return false; }
   template <class Element>
-  bool look(int, const Element&, const int*, int) {
+  [[nodiscard]] bool look(int, const Element&, const int*, int) {
     return true;
   }
   bool compareDepthAndKernel(int) { return true; }

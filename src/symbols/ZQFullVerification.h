@@ -10,7 +10,7 @@ namespace zmatrix {
 class ZQFullVerification : public ZQMediumVerification {
  public:
   ZQFullVerification(ZQMatrix& matrix, const VerificationTexts& texts);
-  bool look(int position, const ZQMatrixElement& element, const int* path, int length);
+  [[nodiscard]] bool look(int position, const ZQMatrixElement& element, const int* path, int length);
   bool compareCounts();
 
  private:

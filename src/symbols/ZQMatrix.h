@@ -129,9 +129,9 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
   int updateSymbolDownLinkHandlesForSymbols(const int* symbols, const int* handles, int count);
 
   // --- and back
-  int* createPreviousLevelElementsFromOriginalSymbol(int symbol, int* length);
+  [[nodiscard]] int* createPreviousLevelElementsFromOriginalSymbol(int symbol, int* length);
   /// The current sub-matrix is the level below when the phrase's length doesn't fit its items.
-  int** createPreviousLevelObjexsFromOriginalSymbol(int symbol, int* count);
+  [[nodiscard]] int** createPreviousLevelObjexsFromOriginalSymbol(int symbol, int* count);
   void dbPrintSuccessorObjex(const int* objex, int count);
 
   /// flag 1: also stores the initial values, and sets a kernel in each level above from the symbols of the level below.

@@ -12,6 +12,6 @@ int refreshSymbolLinks(ZQMatrix* matrix);
 
 /// The phrase of a symbol of the current sub-matrix, coordinate by coordinate; also one whose path goes through the highest slot.
 /// A new array of `*length` integers that the caller frees; null, with length 0, if the symbol has none or memory has run out.
-int* createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
+[[nodiscard]] int* createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
 
 }  // namespace zmatrix

@@ -53,7 +53,8 @@ class KernFeed {
 
  private:
   /// False if no sub-matrix is free, which ends the file.
-  bool feedTrack(KernTrackJudge& judge, const ZQKernObjectTrack* track, int index, int* numberOfNotes, int* result) {
+  [[nodiscard]] bool feedTrack(KernTrackJudge& judge, const ZQKernObjectTrack* track, int index, int* numberOfNotes,
+                               int* result) {
     const MidiTrackVerdict verdict = judge.takeUp(track, index);
     setGlobalMidiSettings(*matrix_, judge.settings());
     if (verdict != MidiTrackVerdict::taken) return true;

@@ -18,15 +18,15 @@ class ZQKernFile {
   void writeKernObjectsToFileWithPath(ZQKernTrackList* list, const char* path);
 };
 
-ZQKernFile* createZQKernFile();
+[[nodiscard]] ZQKernFile* createZQKernFile();
 void deleteZQKernFile(ZQKernFile* file);
 
 // The two passes over a file, each with an observer. They throw std::bad_alloc if memory runs out.
 
 /// Opens a file; false, with a message, if it can't be opened.
-bool openKernFile(KernLines& lines, const char* path);
+[[nodiscard]] bool openKernFile(KernLines& lines, const char* path);
 /// True if no error refuses the file.
-bool checkKernFile(KernLines& lines, KernObserver& observer);
+[[nodiscard]] bool checkKernFile(KernLines& lines, KernObserver& observer);
 /// Reads the file into a new track, the only one of the list.
 void readKernFile(KernLines& lines, ZQKernTrackList* list, KernObserver& observer);
 

@@ -13,12 +13,12 @@ namespace zmatrix {
 class KernLines {
  public:
   /// Opens a regular file; false for anything else. A pipe can't be read twice, and a directory has no lines.
-  bool open(const char* path);
+  [[nodiscard]] bool open(const char* path);
   /// Goes back to the first line.
   void rewind();
 
   /// Reads the next piece: at most `bufferSize` - 1 bytes, up to and including a line feed. False at the end of the file.
-  bool next(int bufferSize);
+  [[nodiscard]] bool next(int bufferSize);
 
   /// The piece, with its line feed if it has one, cut at its first NUL byte.
   std::string_view text() const { return text_; }

@@ -28,13 +28,13 @@ class ZQKernObject {
   /// Clears all fields.
   void init();
   /// Copies all fields and the text. False, with this object cleared, if memory runs out.
-  bool initFromKernObject(const ZQKernObject* other);
+  [[nodiscard]] bool initFromKernObject(const ZQKernObject* other);
   /// A new copy of this object, or null if memory runs out.
-  ZQKernObject* createAndCopy() const;
+  [[nodiscard]] ZQKernObject* createAndCopy() const;
 
   /// Stores a copy of a text up to its first zero byte; null is an empty text. False, with no text, if memory runs out.
-  bool setBuffer(const char* text);
-  bool setBuffer(std::string_view text);
+  [[nodiscard]] bool setBuffer(const char* text);
+  [[nodiscard]] bool setBuffer(std::string_view text);
   /// The terminated text; up to 7 characters are stored in the object itself.
   const char* getBuffer() const { return buffer_ != nullptr ? buffer_ : inlineStore_; }
   int getByteCount() const { return byteCount_; }
@@ -97,8 +97,8 @@ class ZQKernObject {
 };
 
 /// A new object with all fields 0; null if memory runs out.
-ZQKernObject* createZQKernObject();
-ZQKernObject* createAndInitZQKernObjectOfType(int type, int time);
+[[nodiscard]] ZQKernObject* createZQKernObject();
+[[nodiscard]] ZQKernObject* createAndInitZQKernObjectOfType(int type, int time);
 /// Releases an object and its text; null is ignored.
 void deleteZQKernObject(ZQKernObject* object);
 

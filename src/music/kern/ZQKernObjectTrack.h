@@ -19,10 +19,10 @@ class ZQKernObjectTrack {
   /// Empties the track without releasing its objects.
   void init();
   /// Appends an object and takes ownership; null is ignored. False if memory runs out; then the caller keeps the object.
-  bool addKernObject(ZQKernObject* object) { return object == nullptr || objects_.add(object); }
+  [[nodiscard]] bool addKernObject(ZQKernObject* object) { return object == nullptr || objects_.add(object); }
   /// Inserts an object before the one at `index` and takes ownership; an index equal to the count appends. False for null, for an
   /// index outside the range, or if memory runs out; then the caller keeps the object.
-  bool insertKernObjectAtIndex(ZQKernObject* object, int index);
+  [[nodiscard]] bool insertKernObjectAtIndex(ZQKernObject* object, int index);
   int getCount() const { return objects_.getCount(); }
   /// Null outside the range.
   ZQKernObject* getKernObjectAtIndex(int index) const { return objects_.at(index); }
@@ -71,7 +71,7 @@ class ZQKernObjectTrack {
 };
 
 /// An empty track, or null if memory runs out.
-ZQKernObjectTrack* createZQKernObjectTrack();
+[[nodiscard]] ZQKernObjectTrack* createZQKernObjectTrack();
 /// Releases the track with its objects; null is ignored.
 void deleteZQKernObjectTrack(ZQKernObjectTrack* track);
 /// Releases the track but not its objects; null is ignored.

@@ -5,8 +5,8 @@
 
 namespace zmatrix {
 
-zq_KernReport* createKernReport(const char* fileName, int preProcessingType, int midiTrackAnalyze,
-                                const unsigned char* channelFilter);
+[[nodiscard]] zq_KernReport* createKernReport(const char* fileName, int preProcessingType, int midiTrackAnalyze,
+                                              const unsigned char* channelFilter);
 void deleteKernReport(zq_KernReport* report);
 
 }  // namespace zmatrix

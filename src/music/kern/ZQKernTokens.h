@@ -46,7 +46,7 @@ inline bool isTied(std::string_view token) {
 
 // Numbers as C's scan functions read them: blanks and a sign may stand before, anything behind. They remove the number from
 // `text` and return false if there is none. A number out of range becomes the nearest in range.
-bool scanInteger(std::string_view& text, int& value);
-bool scanFloat(std::string_view& text, float& value);
+[[nodiscard]] bool scanInteger(std::string_view& text, int& value);
+[[nodiscard]] bool scanFloat(std::string_view& text, float& value);
 
 }  // namespace zmatrix

@@ -31,7 +31,7 @@ class KernTrackJudge : public TrackJudge {
   void finish();
 
  private:
-  bool findLength();
+  [[nodiscard]] bool findLength();
   bool isToBeDowngraded() const;
 
   const ZQKernObjectTrack* track_ = nullptr;

@@ -16,7 +16,7 @@ class ZQKernTrackList {
   /// Makes a first, empty track, without releasing tracks in the list. False if memory runs out.
   bool init();
   /// Appends a track and takes ownership; null is ignored. False if memory runs out; then the caller keeps the track.
-  bool addKernObjectTrack(ZQKernObjectTrack* track) { return track == nullptr || tracks_.add(track); }
+  [[nodiscard]] bool addKernObjectTrack(ZQKernObjectTrack* track) { return track == nullptr || tracks_.add(track); }
   int getNumberOfKernObjectTracks() const { return tracks_.getCount(); }
   /// Null outside the range.
   ZQKernObjectTrack* getKernObjectTrackAtIndex(int index) const { return tracks_.at(index); }
@@ -49,7 +49,7 @@ class ZQKernTrackList {
 };
 
 /// A list without tracks, or null if memory runs out.
-ZQKernTrackList* createZQKernTrackList();
+[[nodiscard]] ZQKernTrackList* createZQKernTrackList();
 /// Releases the list, its tracks and their objects; null is ignored.
 void deleteZQKernTrackList(ZQKernTrackList* list);
 

@@ -16,9 +16,9 @@ class GeneratedMidi {
   /// 1 if the current sub-matrix can generate music, else the negative result of the operation, with its message.
   int check() const;
   /// Takes the notes of the context and then those of `numberOfObjex` reads. False if memory runs out.
-  bool compose(int numberOfObjex);
+  [[nodiscard]] bool compose(int numberOfObjex);
   /// The same without a file: the result is in notes().
-  bool composeNotes(int numberOfObjex);
+  [[nodiscard]] bool composeNotes(int numberOfObjex);
   const ZQMidiObjectTrack& notes() const { return *objects_; }
   /// Writes all notes. 0 if the file is complete, else EOF.
   int write(const char* fileName);
@@ -41,9 +41,9 @@ class GeneratedMidi {
   bool hasDurations() const { return coordinateDimension_ >= 3; }
   bool hasSounds() const { return coordinateDimension_ >= 4; }
   void warn() const;
-  bool takeContext();
-  bool takeItem(int index, Item item);
-  bool addNote(Item item, int start);
+  [[nodiscard]] bool takeContext();
+  [[nodiscard]] bool takeItem(int index, Item item);
+  [[nodiscard]] bool addNote(Item item, int start);
   int soundOf(Item& item) const { return hasSounds() ? item.sound() : midiSoundId_; }
   void repairNoteNumber(Item& item) const;
   bool repairDuration(Item& item) const;
@@ -51,8 +51,8 @@ class GeneratedMidi {
   void restartFrom(Item& item);
   void startAnew();
   void giveNotesTheirLengths();
-  bool addMetaEvents();
-  bool addMetaEvent(int eventType, int byteCount, const unsigned char* bytes, float value);
+  [[nodiscard]] bool addMetaEvents();
+  [[nodiscard]] bool addMetaEvent(int eventType, int byteCount, const unsigned char* bytes, float value);
 
   ZQMatrixMedium* matrix_;
   ZQMatrixMediumInfo* info_;

@@ -79,7 +79,7 @@ class ZQMidiEvent final {
   int getStatus() const { return byte1_ & 0xf0; }
 
   /// A new copy of this event, or null if memory runs out.
-  ZQMidiEvent* createAndCopy() const;
+  [[nodiscard]] ZQMidiEvent* createAndCopy() const;
 
   static void* operator new(size_t) noexcept { return ZQClassSlab<ZQMidiEvent>::allocate(); }
   static void operator delete(void* memory) noexcept { ZQClassSlab<ZQMidiEvent>::release(memory); }
@@ -105,7 +105,7 @@ class ZQMidiEvent final {
 };
 
 /// A new channel event with time and bytes 0; null if memory runs out.
-inline ZQMidiEvent* createZQMidiEvent() {
+[[nodiscard]] inline ZQMidiEvent* createZQMidiEvent() {
   return new ZQMidiEvent;
 }
 /// Null is ignored.

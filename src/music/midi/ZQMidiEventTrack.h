@@ -17,7 +17,7 @@ class ZQMidiEventTrack {
   /// Empties the track without releasing its events.
   void init();
   /// Appends an event and takes ownership; null is ignored. False if memory runs out; then the caller keeps the event.
-  bool addMidiEvent(ZQMidiEvent* event) { return event == nullptr || events_.add(event); }
+  [[nodiscard]] bool addMidiEvent(ZQMidiEvent* event) { return event == nullptr || events_.add(event); }
   int getCount() const { return events_.getCount(); }
   /// Null outside the range.
   ZQMidiEvent* getMidiEventAtIndex(int index) const { return events_.at(index); }
@@ -53,7 +53,7 @@ class ZQMidiEventTrack {
                               float value);
 
 /// An empty track, or null if memory runs out.
-ZQMidiEventTrack* createZQMidiEventTrack();
+[[nodiscard]] ZQMidiEventTrack* createZQMidiEventTrack();
 /// Releases the track with its events; null is ignored.
 void deleteZQMidiEventTrack(ZQMidiEventTrack* track);
 /// Releases the track but not its events; null is ignored.

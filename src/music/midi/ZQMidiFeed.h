@@ -148,7 +148,7 @@ void applyMidiProperties(Matrix* matrix, const char* fileName, const MusicProfil
 
 /// Makes a sub-matrix current, or a free one for an ID below 0. False if none is free.
 template <class Matrix>
-bool makeCurrentOrFree(Matrix* matrix, int matrixID) {
+[[nodiscard]] bool makeCurrentOrFree(Matrix* matrix, int matrixID) {
   if (matrixID < 0) {
     matrixID = matrix->getNextFreeMatrixID();
     if (matrixID < 0) return false;
@@ -160,7 +160,7 @@ bool makeCurrentOrFree(Matrix* matrix, int matrixID) {
 
 /// Makes the sub-matrix of a meter, texture, style and sound current, or a free one if there is none yet. False if none is free.
 template <class Matrix>
-bool makeMatrixForMusicCurrent(Matrix* matrix, const LearnedTrack& track) {
+[[nodiscard]] bool makeMatrixForMusicCurrent(Matrix* matrix, const LearnedTrack& track) {
   return makeCurrentOrFree(
       matrix, matrix->getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyleAndSoundID(
                   matrix->getGlobalMatrixType(), track.nom, track.denom, track.subType,
@@ -254,7 +254,8 @@ class MidiFeed {
   }
 
   /// False if no sub-matrix is free, which ends the file.
-  bool feedTrack(MidiTrackJudge& judge, const ZQMidiObjectTrack* track, int index, int* numberOfNotes, int* result) {
+  [[nodiscard]] bool feedTrack(MidiTrackJudge& judge, const ZQMidiObjectTrack* track, int index, int* numberOfNotes,
+                               int* result) {
     const MidiTrackVerdict verdict = judge.takeUp(track, index);
     setGlobalMidiSettings(*matrix_, judge.settings());
     if (verdict != MidiTrackVerdict::taken) return true;
@@ -276,7 +277,7 @@ class MidiFeed {
     return true;
   }
 
-  bool makeMatrixCurrent(const LearnedTrack& track) {
+  [[nodiscard]] bool makeMatrixCurrent(const LearnedTrack& track) {
     if (makeMatrixForMusicCurrent(matrix_, track)) return true;
     MidiTier<Matrix>::reportNoFreeMatrix(fileName_, track.nom, track.denom);
     dbPrintf(0, "please restart and set maxNumberOfMatrices to a value > %d!\n", matrix_->getMaxNumberOfMatrices());

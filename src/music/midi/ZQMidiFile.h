@@ -42,7 +42,7 @@ class ZQMidiFile {
 };
 
 /// Null if memory runs out.
-ZQMidiFile* createZQMidiFile();
+[[nodiscard]] ZQMidiFile* createZQMidiFile();
 /// Null is ignored.
 void deleteZQMidiFile(ZQMidiFile* file);
 

@@ -13,16 +13,16 @@ class MidiFileReader {
       : list_(trackList), state_(readingState), event_(*readingState.event), findings_(readFindings) {}
 
   /// Reads until the codec delivers no more events. False if memory runs out.
-  bool run();
+  [[nodiscard]] bool run();
 
  private:
   bool take();
   void printEvent() const;
-  bool takeMetaEvent();
-  bool takeChannelEvent();
-  bool addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent);
-  bool findTrack();
-  bool addMeterOfText();
+  [[nodiscard]] bool takeMetaEvent();
+  [[nodiscard]] bool takeChannelEvent();
+  [[nodiscard]] bool addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent);
+  [[nodiscard]] bool findTrack();
+  [[nodiscard]] bool addMeterOfText();
   bool isSystemEvent() const { return event_.buffer[0] >= 0xf0; }
   bool hasNoStatus() const { return event_.buffer[0] < ZQMidiNoteOff; }
   int timeInQuanta();

@@ -39,11 +39,11 @@ class ZQMidiObject final {
   /// A change of sound; `program` is a General MIDI program, counted from 0.
   void initWithProgramChange(int time, unsigned char program, unsigned char noteChannel);
   /// Copies all fields and the data. False, with this object cleared, if memory runs out.
-  bool initFromMidiObject(const ZQMidiObject* other);
+  [[nodiscard]] bool initFromMidiObject(const ZQMidiObject* other);
   /// A new copy of this object, or null if memory runs out.
-  ZQMidiObject* createAndCopy() const;
+  [[nodiscard]] ZQMidiObject* createAndCopy() const;
   /// Appends a byte to the data; false if memory runs out.
-  bool addDataByte(unsigned char byte);
+  [[nodiscard]] bool addDataByte(unsigned char byte);
   /// A byte of the data; 0 outside the range.
   unsigned char dataByteAt(int index) const { return data_ != nullptr && index >= 0 && index < dataCount_ ? data_[index] : 0; }
 
@@ -99,7 +99,7 @@ class ZQMidiObject final {
 };
 
 /// A new object: a note with all fields 0 except for the release velocity of 127; null if memory runs out.
-inline ZQMidiObject* createZQMidiObject() {
+[[nodiscard]] inline ZQMidiObject* createZQMidiObject() {
   return new ZQMidiObject;
 }
 /// Releases an object and its data; null is ignored.

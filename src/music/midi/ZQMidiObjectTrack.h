@@ -18,11 +18,11 @@ class ZQMidiObjectTrack {
   /// Empties the track without releasing its objects.
   void init();
   /// Appends an object and takes ownership; null is ignored. False if memory runs out; then the caller keeps the object.
-  bool addMidiObject(ZQMidiObject* object) { return object == nullptr || objects_.add(object); }
+  [[nodiscard]] bool addMidiObject(ZQMidiObject* object) { return object == nullptr || objects_.add(object); }
   /// Appends references to the objects of another track; room must have been reserved.
   void appendMidiObjects(const ZQMidiObjectTrack& other) { objects_.append(other.objects_); }
   /// Makes room for a total of `count` objects; false if memory runs out.
-  bool reserve(int count) { return objects_.reserve(count); }
+  [[nodiscard]] bool reserve(int count) { return objects_.reserve(count); }
   int getCount() const { return objects_.getCount(); }
   /// Null outside the range.
   ZQMidiObject* getMidiObjectAtIndex(int index) const { return objects_.at(index); }
@@ -60,7 +60,7 @@ class ZQMidiObjectTrack {
 };
 
 /// An empty track, or null if memory runs out.
-ZQMidiObjectTrack* createZQMidiObjectTrack();
+[[nodiscard]] ZQMidiObjectTrack* createZQMidiObjectTrack();
 /// Releases the track with its objects; null is ignored.
 void deleteZQMidiObjectTrack(ZQMidiObjectTrack* track);
 /// Releases the track but not its objects; null is ignored.

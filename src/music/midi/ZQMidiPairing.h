@@ -77,9 +77,9 @@ class MidiPairing {
   void append(Chain& chain, int index);
   int firstBehind(Chain& chain, int index);
   bool take(int index);
-  bool takeTimeSignature(const ZQMidiEvent& event);
-  bool takeProgramChange(const ZQMidiEvent& event);
-  bool takeNote(int index);
+  [[nodiscard]] bool takeTimeSignature(const ZQMidiEvent& event);
+  [[nodiscard]] bool takeProgramChange(const ZQMidiEvent& event);
+  [[nodiscard]] bool takeNote(int index);
   int findEnd(int index);
   void dropOthersBetween(int channel, int index, int end);
   [[nodiscard]] bool add(ZQMidiObject* object);

@@ -6,8 +6,8 @@
 namespace zmatrix {
 
 /// Null if memory runs out. The caller releases the report with deleteMidiReport.
-zq_MidiReport* createMidiReport(const char* path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze,
-                                const unsigned char* channelFilter);
+[[nodiscard]] zq_MidiReport* createMidiReport(const char* path, int preProcessingType, int noteOnQuantization,
+                                              int midiTrackAnalyze, const unsigned char* channelFilter);
 void deleteMidiReport(zq_MidiReport* report);
 
 /// A short text; empty for an undefined number.

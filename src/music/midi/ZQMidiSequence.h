@@ -38,7 +38,7 @@ class MidiSequenceWriter {
  public:
   MidiSequenceWriter(const MidiSequenceForm& sequenceForm, long long capacity, const char* callerName);
   /// False if the sequence has no room for the note, or if memory runs out.
-  bool add(const NoteToLearn& note);
+  [[nodiscard]] bool add(const NoteToLearn& note);
   MidiSequence take() { return std::move(sequence_); }
 
  private:

@@ -80,7 +80,7 @@ void mergeRuns(KeyedPointer<Element>* from, KeyedPointer<Element>* to, size_t co
 /// Insertion sort. Gives up, with all elements still in the array, when an element has to move far or all together need more than
 /// a few steps per element.
 template <class Element, class KeyOf>
-bool sortNearlySorted(Element** elements, size_t count, KeyOf keyOf) {
+[[nodiscard]] bool sortNearlySorted(Element** elements, size_t count, KeyOf keyOf) {
   constexpr size_t mostStepsOfElement = 32;
   size_t stepsLeft = 4 * count;
   uint64_t previousKey = keyOf(elements[0]);

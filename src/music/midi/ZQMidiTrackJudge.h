@@ -38,7 +38,7 @@ class MidiTrackJudge : public TrackJudge {
   void finish();
 
  private:
-  bool findLength();
+  [[nodiscard]] bool findLength();
   bool isToBeUpgraded() const;
   bool isToBeDowngraded() const;
 

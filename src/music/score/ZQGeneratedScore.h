@@ -10,6 +10,6 @@ namespace zmatrix {
 
 /// Null, with the negative result in *result, if the current sub-matrix can't generate music. Throws std::bad_alloc if memory
 /// runs out.
-zq_Score* createGeneratedScore(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result);
+[[nodiscard]] zq_Score* createGeneratedScore(ZQMatrixMedium* matrix, int numberOfObjex, double quartersPerMinute, int* result);
 
 }  // namespace zmatrix

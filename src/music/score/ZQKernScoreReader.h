@@ -88,8 +88,8 @@ class KernScoreReader {
 /// grace note begins this much before its main note, each further one of a group the same step earlier; the step is smaller where
 /// the token before is too short. All other notes keep their onset and duration. Result: the score, for deleteScore(), also for a
 /// missing file or one that isn't kern (see `state`). Null if memory runs out.
-zq_Score* createScoreFromKernFile(const char* path, int graceQuanta);
+[[nodiscard]] zq_Score* createScoreFromKernFile(const char* path, int graceQuanta);
 /// The same for bytes in memory; null means no bytes.
-zq_Score* createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta);
+[[nodiscard]] zq_Score* createScoreFromKernData(const char* bytes, long long numberOfBytes, int graceQuanta);
 
 }  // namespace zmatrix

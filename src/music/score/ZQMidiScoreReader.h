@@ -14,7 +14,7 @@
 
 namespace zmatrix {
 
-zq_Score* createScoreFromMidiFile(const char* path);
-zq_Score* createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes);
+[[nodiscard]] zq_Score* createScoreFromMidiFile(const char* path);
+[[nodiscard]] zq_Score* createScoreFromMidiData(const unsigned char* bytes, long long numberOfBytes);
 
 }  // namespace zmatrix

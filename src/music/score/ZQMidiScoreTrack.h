@@ -61,7 +61,7 @@ class MidiHeldNotes {
     ++count_;
   }
   /// Removes the note that began first from the queue and returns it; null if there is none.
-  zq_ScoreNote* release(ScoreBuilder& builder, size_t key) {
+  [[nodiscard]] zq_ScoreNote* release(ScoreBuilder& builder, size_t key) {
     if (first_[key] == none) return nullptr;
     zq_ScoreNote& note = builder.noteAt(first_[key]);
     first_[key] = note.duration;
@@ -117,7 +117,7 @@ class MidiScoreTrackReader {
   long long onset() const { return tick_ * reading_.time.perTick; }
   void addFinding(zq_ScoreFindingKind kind, long long place);
   void cut();
-  bool readQuantity(unsigned long long& value);
+  [[nodiscard]] bool readQuantity(unsigned long long& value);
   void readDelta();
   void readEvent();
   void passOverData();
@@ -127,7 +127,7 @@ class MidiScoreTrackReader {
   void endNote(unsigned char key, long long place);
   void changeProgram(unsigned char program);
   void readSystemEvent(unsigned char status);
-  bool readLength(size_t& length);
+  [[nodiscard]] bool readLength(size_t& length);
   void readMetaEvent();
   void takeMetaEvent(unsigned char type, const unsigned char* data, size_t length);
   void takeTempo(const unsigned char* data);

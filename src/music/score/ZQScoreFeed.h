@@ -10,7 +10,7 @@ class ZQMatrixMedium;
 namespace zmatrix {
 
 /// Null for a null argument. For deleteScoreFeedReport(). Throws std::bad_alloc if memory runs out, as do the feeds below.
-zq_ScoreFeedReport* createScoreFeedPlan(const zq_Score* score, const zq_ScoreFeedSettings* settings);
+[[nodiscard]] zq_ScoreFeedReport* createScoreFeedPlan(const zq_Score* score, const zq_ScoreFeedSettings* settings);
 zq_ScoreFeedReport* updateMatrixWithScore(ZQMatrixMedium* matrix, const zq_Score* score, const char* fileName,
                                           int leavesOutPercussion);
 zq_ScoreFeedReport* updateMatrixWithScore(ZQMatrix* matrix, const zq_Score* score, const char* fileName, int leavesOutPercussion);
