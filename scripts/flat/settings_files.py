@@ -82,7 +82,7 @@ def statement(row):
 
 def accessor(row):
     result = row.result.replace('@Info', TIERS['B']['info'])
-    constant = ' const' if row.name.startswith('get') else ''
+    constant = ' const' if row.name.startswith(('get', 'check')) else ''
     give = '' if result == 'void' else 'return '
     return f"  {result} {row.name}({', '.join(row.arguments)}){constant} {{ {give}{statement(row)}; }}\n"
 

@@ -286,20 +286,20 @@ class ZQMatrixMediumAccessors : public Below {
   void setGlobalDefaultMatrixPropertiesForANSIText() { zmatrix::setGlobalDefaultMatrixProperties(Profile::ANSIText, *fileHeader(), tier); }
   void setGlobalDefaultMatrixPropertiesForIntegerSeries() { zmatrix::setGlobalDefaultMatrixProperties(Profile::IntegerSeries, *fileHeader(), tier); }
   void applyGlobalMatrixProperties() { zmatrix::applyGlobalMatrixProperties(*currentRecord(), *fileHeader()); }
-  int checkMatrixPropertiesForSymbols() { return zmatrix::checkMatrixProperties(Profile::Symbols, *currentRecord()); }
-  int checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { return zmatrix::checkMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *currentRecord()); }
-  int checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { return zmatrix::checkMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *currentRecord()); }
-  int checkMatrixPropertiesForMIDIElementsTriple_NDMT() { return zmatrix::checkMatrixProperties(Profile::MIDIElementsTriple_NDMT, *currentRecord()); }
-  int checkMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { return zmatrix::checkMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *currentRecord()); }
-  int checkMatrixPropertiesForANSIText() { return zmatrix::checkMatrixProperties(Profile::ANSIText, *currentRecord()); }
-  int checkMatrixPropertiesForIntegerSeries() { return zmatrix::checkMatrixProperties(Profile::IntegerSeries, *currentRecord()); }
-  int checkGlobalMatrixPropertiesForSymbols() { return zmatrix::checkGlobalMatrixProperties(Profile::Symbols, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForANSIText() { return zmatrix::checkGlobalMatrixProperties(Profile::ANSIText, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForIntegerSeries() { return zmatrix::checkGlobalMatrixProperties(Profile::IntegerSeries, *fileHeader(), tier); }
+  int checkMatrixPropertiesForSymbols() const { return zmatrix::checkMatrixProperties(Profile::Symbols, *currentRecord()); }
+  int checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() const { return zmatrix::checkMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *currentRecord()); }
+  int checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() const { return zmatrix::checkMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *currentRecord()); }
+  int checkMatrixPropertiesForMIDIElementsTriple_NDMT() const { return zmatrix::checkMatrixProperties(Profile::MIDIElementsTriple_NDMT, *currentRecord()); }
+  int checkMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() const { return zmatrix::checkMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *currentRecord()); }
+  int checkMatrixPropertiesForANSIText() const { return zmatrix::checkMatrixProperties(Profile::ANSIText, *currentRecord()); }
+  int checkMatrixPropertiesForIntegerSeries() const { return zmatrix::checkMatrixProperties(Profile::IntegerSeries, *currentRecord()); }
+  int checkGlobalMatrixPropertiesForSymbols() const { return zmatrix::checkGlobalMatrixProperties(Profile::Symbols, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() const { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() const { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT() const { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() const { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForANSIText() const { return zmatrix::checkGlobalMatrixProperties(Profile::ANSIText, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForIntegerSeries() const { return zmatrix::checkGlobalMatrixProperties(Profile::IntegerSeries, *fileHeader(), tier); }
   int getKernelMatrixHandle() const { return currentRecord()->getKernelMatrixHandle(); }
   int getLengthOfKernelOriginalSequence() const { return currentRecord()->getLengthOfKernelOriginalSequence(); }
   int getLengthOfKernelPreprocessedSequence() const { return currentRecord()->getLengthOfKernelPreProcessedSequence(); }
@@ -400,14 +400,14 @@ class ZQMatrixFullAccessors : public Below {
   void setGlobalSymbolDefaultMatrixPropertiesForSymbols() { zmatrix::setGlobalSymbolDefaultMatrixProperties(*fileHeader(), tier); }
   void applyGlobalMatrixProperties() { zmatrix::applyGlobalMatrixProperties(*currentRecord(), *fileHeader()); }
   void applyGlobalSymbolMatrixProperties() { zmatrix::applyGlobalSymbolMatrixProperties(*currentRecord(), *fileHeader()); }
-  int checkGlobalMatrixPropertiesForSymbols() { return zmatrix::checkGlobalMatrixProperties(Profile::Symbols, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForANSIText() { return zmatrix::checkGlobalMatrixProperties(Profile::ANSIText, *fileHeader(), tier); }
-  int checkGlobalMatrixPropertiesForIntegerSeries() { return zmatrix::checkGlobalMatrixProperties(Profile::IntegerSeries, *fileHeader(), tier); }
-  int checkGlobalSymbolMatrixPropertiesForSymbols() { return zmatrix::checkGlobalSymbolMatrixProperties(*fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForSymbols() const { return zmatrix::checkGlobalMatrixProperties(Profile::Symbols, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta() const { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndQuanta, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta() const { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsCDim2NoteNumberAndModQuanta, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT() const { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsTriple_NDMT, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS() const { return zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForANSIText() const { return zmatrix::checkGlobalMatrixProperties(Profile::ANSIText, *fileHeader(), tier); }
+  int checkGlobalMatrixPropertiesForIntegerSeries() const { return zmatrix::checkGlobalMatrixProperties(Profile::IntegerSeries, *fileHeader(), tier); }
+  int checkGlobalSymbolMatrixPropertiesForSymbols() const { return zmatrix::checkGlobalSymbolMatrixProperties(*fileHeader(), tier); }
   int getMatrixAILevel() const { return fileHeader()->getMatrixAILevel(); }
   void setMatrixAILevel(int matrixAILevel) { fileHeader()->setMatrixAILevel(matrixAILevel); }
   int getCurrentMatrixIDLevelDown() const { return currentRecord()->getCurrentMatrixIDLevelDown(); }

@@ -3,6 +3,7 @@
 // where its block is gone, be deleted. The sanitizers watch for what is read behind its end and for what leaks.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <random>
 #include <vector>
@@ -89,6 +90,7 @@ class Runs {
     SCOPED_TRACE(name);
     Matrix* matrix = load();
     const std::string expected = act(matrix);
+    EXPECT_NE(expected, "") << "the run where nothing fails";
     expectUsable(matrix);
     forEachFailure([&](auto armed) {
       matrix = load();
@@ -274,6 +276,19 @@ TYPED_TEST(FailingMemoryOfLearningTest, Learn) {
     C::learnFiles(matrix, texts.c_str(), 1, &length);
     return length == 35 ? std::string("both") : std::string();
   });
+  zq_initPrimes(0, 1000, std::array<int, 1>{}.data());
+  for (const int coding : {1010, 1011, 1017}) {
+    this->runs.failEach("numbers as " + std::to_string(coding), [coding](auto* matrix) {
+      C::setCurrent(matrix, 2);
+      C::setUpForIntegers(matrix, "numbers");
+      C::setPreProcessing(matrix, coding);
+      C::setOcronType(matrix, 4);
+      const std::vector<int> numbers = {2, 12, 30, 7, 64, 81, 5, 360, 97, 12, 30, 7, 210, 128, 6, 500, 11, 36, 30, 7};
+      const int result = C::learnIntegers(matrix, numbers.data(), static_cast<int>(numbers.size()));
+      return numbered(result, C::numberOfWrites(matrix));
+    });
+  }
+  zq_deinitPrimes();
   if constexpr (TestFixture::tier == 2) {
     this->runs.failEach("words", [](auto* matrix) {
       s_setMatrixAILevel(matrix, 1);

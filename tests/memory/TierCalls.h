@@ -38,6 +38,10 @@ struct TierCalls;
   static constexpr auto setPhraseLimit = s_setMaxPhraseLengthForUpdateWithSequence##suffix;                   \
   static constexpr auto setAddUpdateInfo = s_setAddUpdateInfo##suffix;                                        \
   static constexpr auto setAddSequence = s_setAddSequenceToUpdateInfo##suffix;                                \
+  static constexpr auto setUpForIntegers = s_setDefaultMatrixPropertiesForIntegerSeries##suffix;              \
+  static constexpr auto setPreProcessing = s_setPreProcessingType##suffix;                                    \
+  static constexpr auto setOcronType = s_setOcronType##suffix;                                                \
+  static constexpr auto learnIntegers = s_updateMatrixWithLongINTSequence##suffix;                            \
   static constexpr auto learn = s_updateMatrixWithLongANSISequence##suffix;                                   \
   static constexpr auto learnFiles = s_updateMatrixWithANSIFiles##suffix;                                     \
   static constexpr auto setMusicBlock = s_setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT##suffix; \

@@ -18,7 +18,7 @@ using zmatrix::TestFolder;
 
 TEST(ZQMatrixFileHeaderTest, SettersThatRefuseDoSoInSilence) {
   ZQMatrixFileHeader header;
-  header.initFileHeader(0);
+  EXPECT_EQ(header.initFileHeader(0), 1);
   CapturedMessages messages(9);
   for (const auto& [number, expected] : {std::pair{0, 0}, {3, 3}, {2, 3}, {5, 3}, {-1, 3}, {4, 4}}) {
     header.setNumberOfMatrices(number);
@@ -38,7 +38,7 @@ TEST(ZQMatrixFileHeaderTest, SettersThatRefuseDoSoInSilence) {
 
 TEST(ZQMatrixFileHeaderTest, TextsAreCutAtTheirFields) {
   auto header = std::make_unique<ZQMatrixFileHeader>();
-  header->initFileHeader(0);
+  EXPECT_EQ(header->initFileHeader(0), 1);
   const std::string longText(1000, 'x');
   header->setMatrixDescription(longText.c_str());
   header->setMatrixOriginFilename(longText.c_str());
@@ -66,7 +66,7 @@ TEST(ZQMatrixFileHeaderTest, DebugDirectoryMustBeWritable) {
   std::string longest = there;
   while (longest.size() < 247) longest += '/';
   ZQMatrixFileHeader header;
-  header.initFileHeader(0);
+  EXPECT_EQ(header.initFileHeader(0), 1);
   CapturedMessages messages(0);
   const struct {
     std::string path;
@@ -89,7 +89,7 @@ TEST(ZQMatrixFileHeaderTest, StreamOfUpdateRecordsIsClosedAndRemoved) {
   const TestFolder folder;
   const std::string name = folder.put("updates", "records");
   ZQMatrixFileHeader header;
-  header.initFileHeader(0);
+  EXPECT_EQ(header.initFileHeader(0), 1);
   EXPECT_EQ(header.matrixHasBeenRead(), 0);
   header.setFpUpdateInfos(fopen(name.c_str(), "rb"));
   header.setFpUpdateInfosFileName(name.c_str());

@@ -41,7 +41,7 @@ TEST(KernelSequenceTest, ResetWritesTheDefaultItemOfTheMatrixType) {
                {2, 1, 0, {}}};
   for (const auto& tried : cases) {
     ZQMatrixMediumInfo record;
-    record.initMatrixInfo(0);
+    EXPECT_EQ(record.initMatrixInfo(0), 1);
     record.setCoordinateDimension(tried.dimension);
     record.setMatrixType(tried.matrixType);
     record.setPreProcessingType(tried.preProcessingType);
@@ -59,7 +59,7 @@ TEST(KernelSequenceTest, ResetWritesTheDefaultItemOfTheMatrixType) {
 
 TEST(KernelSequenceTest, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
   ZQMatrixMediumInfo record;
-  record.initMatrixInfo(0);
+  EXPECT_EQ(record.initMatrixInfo(0), 1);
   record.storeKernelOriginal(std::data({10, 11, 12, 13, 14}), 5);
   record.storeKernelInitialValues(std::data({20, 21, 22, 23, 24}), 5);
   record.storeKernelPreProcessed(std::data({30, 31, 32}), 3);
@@ -79,7 +79,7 @@ TEST(KernelSequenceTest, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
 
 TEST(KernelSequenceTest, LongKernelsSurviveTheResetOfTheirInternalLengths) {
   ZQMatrixMediumInfo record;
-  record.initMatrixInfo(0);
+  EXPECT_EQ(record.initMatrixInfo(0), 1);
   ASSERT_TRUE(record.provideKernelOriginal(1000));
   record._setInternalLengthOfKernelOriginalSequence(0);
   std::vector<int> initialValues(1000);
@@ -95,7 +95,7 @@ TEST(KernelSequenceTest, LongKernelsSurviveTheResetOfTheirInternalLengths) {
   EXPECT_EQ(record.resetKernelSequence(0, 1), 999);
 
   ZQMatrixMediumInfo fresh;
-  fresh.initMatrixInfo(0);
+  EXPECT_EQ(fresh.initMatrixInfo(0), 1);
   fresh.setPreProcessingType(999);
   EXPECT_EQ(fresh.resetKernelSequence(0, 0), 999);
   fresh.setCoordinateDimension(3);
@@ -104,7 +104,7 @@ TEST(KernelSequenceTest, LongKernelsSurviveTheResetOfTheirInternalLengths) {
 
 TEST(KernelSequenceTest, ObjexVectorsAreOneBlock) {
   ZQMatrixMediumInfo record;
-  record.initMatrixInfo(0);
+  EXPECT_EQ(record.initMatrixInfo(0), 1);
   record.setCoordinateDimension(2);
   record.storeKernelOriginal(std::data({0, 0, 1, -1, 2, -2}), 3);
   int count = 0;

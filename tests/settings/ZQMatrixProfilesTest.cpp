@@ -25,8 +25,8 @@ constexpr Profile allProfiles[] = {Profile::Symbols,
                                    Profile::IntegerSeries};
 struct SubMatrix {
   SubMatrix() {
-    header.initFileHeader(2);
-    record.initMatrixInfo(0);
+    EXPECT_EQ(header.initFileHeader(2), 1);
+    EXPECT_EQ(record.initMatrixInfo(0), 1);
   }
   ZQMatrixProperties& block() { return *header.getGlobalMatrixProperties(); }
 

@@ -75,8 +75,7 @@ bool hasNullSubToken(std::string_view token) {
 KernSubToken parseKernSubToken(std::string_view text) {
   static constexpr int noteOfLetter[] = {69, 71, 60, 62, 64, 65, 67};  // a to g
   KernSubToken note;
-  int octave = 0, accidental = 0, base = 0;
-  bool isLongGrace = false;
+  int octave = 0, base = 0;
   size_t firstDigit = text.size();
   for (size_t i = 0; i < text.size(); i++) {
     const char character = text[i];
@@ -87,34 +86,16 @@ KernSubToken parseKernSubToken(std::string_view text) {
       note.hasPitch = true;
     } else if (isDigit(character)) {
       firstDigit = std::min(firstDigit, i);
-    } else {
-      switch (character) {
-        case '-':
-          accidental--;
-          break;
-        case '#':
-          accidental++;
-          break;
-        case 'r':
-          note.isRest = true;
-          break;
-        case '}':
-          note.closesPhrase = true;
-          break;
-        case 'q':
-          note.isGrace = true;
-          break;
-        case 'Q':
-          isLongGrace = true;
-          break;
-        default:
-          break;
-      }
     }
   }
+  const auto holds = [text](char sign) { return text.find(sign) != std::string_view::npos; };
+  const auto accidental = static_cast<int>(std::count(text.begin(), text.end(), '#') - std::count(text.begin(), text.end(), '-'));
+  note.isRest = holds('r');
+  note.closesPhrase = holds('}');
+  note.isGrace = holds('q');
   if (note.hasPitch) note.pitch = base + accidental + 12 * (octave > 0 ? octave - 1 : octave);
   note.opensPhrase = text.starts_with('{') && !note.closesPhrase;
-  note.isGroupetto = isLongGrace && !note.isGrace;
+  note.isGroupetto = holds('Q') && !note.isGrace;
   if (note.isGrace || note.isGroupetto) {
     note.hasDuration = true;
     note.duration = note.isGrace ? quantaOfGraceNote : quantaOfGroupetto;

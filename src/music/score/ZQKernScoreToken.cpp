@@ -56,6 +56,10 @@ int movedByOctaves(int pitch) {
   return pitch > 127 ? lowestOfTopOctave + (pitch - lowestOfTopOctave) % 12 : pitch;
 }
 
+bool isLetter(char character) {
+  return (character >= 'a' && character <= 'g') || (character >= 'A' && character <= 'G');
+}
+
 /// The letters of a token: the letter, its number, and its accidentals.
 struct Letters {
   char letter = 0;
@@ -63,11 +67,23 @@ struct Letters {
   int sharps = 0, flats = 0;
   bool areMixed = false;
 
-  void take(char character) {
-    areMixed = areMixed || (count > 0 && character != letter);
-    letter = character;
-    count++;
+  /// False for what is no part of a pitch.
+  bool take(char character) {
+    if (character == '#') {
+      sharps++;
+    } else if (character == '-') {
+      flats++;
+    } else if (isLetter(character)) {
+      areMixed = areMixed || (count > 0 && character != letter);
+      letter = character;
+      count++;
+    } else {
+      return false;
+    }
+    return true;
   }
+
+  bool areOfOnePitch() const { return count > 0 && !areMixed; }
 
   int pitch() const {
     static constexpr int stepOfLetter[] = {9, 11, 0, 2, 4, 5, 7};  // a to g
@@ -77,6 +93,20 @@ struct Letters {
     return middleC + stepOfLetter[letter - (isLow ? 'A' : 'a')] + 12 * octave + std::min(sharps, most) - std::min(flats, most);
   }
 };
+
+void takeSign(char character, KernScoreToken& token) {
+  if (character == '[' || character == '_') token.opensTie = true;
+  if (character == ']' || character == '_') token.continuesTie = true;
+  if (character == '{') token.opensPhrase = true;
+  if (character == '}') token.closesPhrase = true;
+  if (character == 'q' || character == 'Q') token.isGrace = true;
+}
+
+void takePitch(int pitch, KernScoreToken& token) {
+  token.kind = KernScoreKind::note;
+  token.pitch = static_cast<unsigned char>(movedByOctaves(pitch));
+  token.isMovedByOctaves = token.pitch != pitch;
+}
 
 }  // namespace
 
@@ -99,67 +129,19 @@ KernScoreToken parseKernScoreToken(std::string_view text) {
       continue;
     }
     text.remove_prefix(1);
-    switch (character) {
-      case 'a':
-      case 'b':
-      case 'c':
-      case 'd':
-      case 'e':
-      case 'f':
-      case 'g':
-      case 'A':
-      case 'B':
-      case 'C':
-      case 'D':
-      case 'E':
-      case 'F':
-      case 'G':
-        letters.take(character);
-        break;
-      case '#':
-        letters.sharps++;
-        break;
-      case '-':
-        letters.flats++;
-        break;
-      case 'r':
-        isRest = true;
-        break;
-      case '[':
-        token.opensTie = true;
-        break;
-      case '_':
-        token.opensTie = token.continuesTie = true;
-        break;
-      case ']':
-        token.continuesTie = true;
-        break;
-      case '{':
-        token.opensPhrase = true;
-        break;
-      case '}':
-        token.closesPhrase = true;
-        break;
-      case 'q':
-      case 'Q':
-        token.isGrace = true;
-        break;
-      default:
-        break;
-    }
+    if (character == 'r')
+      isRest = true;
+    else if (!letters.take(character))
+      takeSign(character, token);
   }
   if (token.isGrace) token.duration = {};
-  if (isRest) {
-    // The letters of a rest give its position on the staff.
+  // The letters of a rest give its position on the staff.
+  if (isRest)
     token.kind = KernScoreKind::rest;
-  } else if (letters.count > 0 && !letters.areMixed) {
-    token.kind = KernScoreKind::note;
-    const int pitch = letters.pitch();
-    token.pitch = static_cast<unsigned char>(movedByOctaves(pitch));
-    token.isMovedByOctaves = token.pitch != pitch;
-  } else if (letters.count == 0 && token.hasDuration) {
+  else if (letters.areOfOnePitch())
+    takePitch(letters.pitch(), token);
+  else if (letters.count == 0 && token.hasDuration)
     token.kind = KernScoreKind::unpitched;
-  }
   return token;
 }
 
