@@ -122,7 +122,7 @@ class ZQMatrixFileHeader {
 
   ZQMatrixProperties* getGlobalMatrixProperties() { return &globalParameters_; }
   ZQMatrixProperties* getGlobalSymbolMatrixProperties() { return &globalSymbolParameters_; }
-  char* getGlobalNamesOfUpdateFiles() { return globalParameters_.namesOfUpdateFiles; }
+  char* getGlobalNamesOfUpdateFiles() const { return globalParameters_.namesOfUpdateFiles; }
 
   // The texts of the two blocks. Their numbers are read and changed in place.
   char* getGlobalNameOfUpdateFile() { return globalParameters_.nameOfUpdateFile; }
