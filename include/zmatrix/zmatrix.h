@@ -1461,11 +1461,12 @@ int s_getLengthOfUpdateSequence_Medium(ZQMatrixMedium* matrix);
 int s_getNumberOfRuleElements(ZQMatrix* matrix);
 int s_getNumberOfRuleElements_Medium(ZQMatrixMedium* matrix);
 
-/// The number of written phrases whose last item a shorter context determines, as the last self-test counted them.
+/// The number of written phrases whose last item is the only one learned after its context, as the last self-test counted
+/// them.
 int s_getNumberOfUniqueRuleElements(ZQMatrix* matrix);
 int s_getNumberOfUniqueRuleElements_Medium(ZQMatrixMedium* matrix);
 
-/// The number of written phrases whose last item two or more shorter contexts determine, as the last self-test counted
+/// The number of these phrases whose last item is the only one after a shorter context, too, as the last self-test counted
 /// them.
 int s_getNumberOfOverDeterminedRules(ZQMatrix* matrix);
 int s_getNumberOfOverDeterminedRules_Medium(ZQMatrixMedium* matrix);
@@ -1490,8 +1491,8 @@ const char* s_getUpdateSequence_Medium(ZQMatrixMedium* matrix);
 int* s_getRulesInDimension(ZQMatrix* matrix, int* numberOfDimensions);
 int* s_getRulesInDimension_Medium(ZQMatrixMedium* matrix, int* numberOfDimensions);
 
-/// The number of phrases whose last item a shorter context determines, by the length of their index vector, as the last
-/// self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth.
+/// The number of phrases whose last item is the only one learned after its context, by the length of their index vector,
+/// as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth.
 /// Result: an array that belongs to the matrix, valid until the next write.
 int* s_getUniqueRulesInDimension(ZQMatrix* matrix, int* numberOfDimensions);
 int* s_getUniqueRulesInDimension_Medium(ZQMatrixMedium* matrix, int* numberOfDimensions);
@@ -2669,8 +2670,8 @@ void s_dbPrintSuccessorObjex(ZQMatrix* matrix, const int* objex, int count);
 
 // ---- Pruning ------------------------------------------------------------------------------------------------------------------
 
-/// Removes, in several passes, phrases whose last item at least two shorter contexts determine. Handles become invalid.
-/// Reports progress.
+/// Removes, in several passes, phrases whose last item is the only one learned after their context and after a shorter
+/// one, too. Handles become invalid. Reports progress.
 /// Result: 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error.
 int s_removeOverDeterminedElements(ZQMatrix* matrix);
 int s_removeOverDeterminedElements_Medium(ZQMatrixMedium* matrix);

@@ -1511,13 +1511,13 @@ def s_getNumberOfRuleElements(matrix: Any) -> int:
 def s_getNumberOfRuleElements_Medium(matrix: Any) -> int:
     """The number of written phrases that are rules, as the last self-test counted them."""
 def s_getNumberOfUniqueRuleElements(matrix: Any) -> int:
-    """The number of written phrases whose last item a shorter context determines, as the last self-test counted them."""
+    """The number of written phrases whose last item is the only one learned after its context, as the last self-test counted them."""
 def s_getNumberOfUniqueRuleElements_Medium(matrix: Any) -> int:
-    """The number of written phrases whose last item a shorter context determines, as the last self-test counted them."""
+    """The number of written phrases whose last item is the only one learned after its context, as the last self-test counted them."""
 def s_getNumberOfOverDeterminedRules(matrix: Any) -> int:
-    """The number of written phrases whose last item two or more shorter contexts determine, as the last self-test counted them."""
+    """The number of these phrases whose last item is the only one after a shorter context, too, as the last self-test counted them."""
 def s_getNumberOfOverDeterminedRules_Medium(matrix: Any) -> int:
-    """The number of written phrases whose last item two or more shorter contexts determine, as the last self-test counted them."""
+    """The number of these phrases whose last item is the only one after a shorter context, too, as the last self-test counted them."""
 def s_getNumberOfStartElements(matrix: Any) -> int:
     """The number of phrases that began a sequence."""
 def s_getNumberOfStartElements_Medium(matrix: Any) -> int:
@@ -1535,9 +1535,9 @@ def s_getRulesInDimension(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_in
 def s_getRulesInDimension_Medium(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
     """The number of rules by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getUniqueRulesInDimension(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """The number of phrases whose last item a shorter context determines, by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
+    """The number of phrases whose last item is the only one learned after its context, by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getUniqueRulesInDimension_Medium(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """The number of phrases whose last item a shorter context determines, by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
+    """The number of phrases whose last item is the only one learned after its context, by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getWriteElementsInDimension(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
     """The number of written vectors by their length, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getWriteElementsInDimension_Medium(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
@@ -2397,9 +2397,9 @@ def s_dbPrintSuccessorObjex_Medium(matrix: Any, objex: Any) -> None:
 def s_dbPrintSuccessorObjex(matrix: Any, objex: Any, count: int) -> None:
     """Prints an item at level 0, in the form of the matrix type and without a line end; at the symbol level with the phrase of the symbol. `objex`: `coordinateDimension` integers; null prints a line end. `count` is ignored."""
 def s_removeOverDeterminedElements(matrix: Any) -> int:
-    """Removes, in several passes, phrases whose last item at least two shorter contexts determine. Handles become invalid. Reports progress. Result: 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error."""
+    """Removes, in several passes, phrases whose last item is the only one learned after their context and after a shorter one, too. Handles become invalid. Reports progress. Result: 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error."""
 def s_removeOverDeterminedElements_Medium(matrix: Any) -> int:
-    """Removes, in several passes, phrases whose last item at least two shorter contexts determine. Handles become invalid. Reports progress. Result: 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error."""
+    """Removes, in several passes, phrases whose last item is the only one learned after their context and after a shorter one, too. Handles become invalid. Reports progress. Result: 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error."""
 def s_removeLongElements(matrix: Any, maximalLength: int) -> int:
     """Removes all index vectors of more than `maximalLength` integers; with 0 or less, all index vectors. Handles become invalid. Reports progress. Result: the number of written vectors removed; 1 for an empty sub-matrix, with a message at level 0; -1 if the matrix has no block."""
 def s_removeLongElements_Medium(matrix: Any, maximalLength: int) -> int:

@@ -720,15 +720,16 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     int s_getNumberOfRuleElements(M matrix);
 
     /**
-     * The number of written phrases whose last item a shorter context determines, as the last self-test counted them.
+     * The number of written phrases whose last item is the only one learned after its context, as the last self-test
+     * counted them.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfUniqueRuleElements(M matrix);
 
     /**
-     * The number of written phrases whose last item two or more shorter contexts determine, as the last self-test counted
-     * them.
+     * The number of these phrases whose last item is the only one after a shorter context, too, as the last self-test
+     * counted them.
      * @param matrix object
      * @return see above
      */
@@ -769,9 +770,9 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     Pointer s_getRulesInDimension(M matrix, int[] numberOfDimensions);
 
     /**
-     * The number of phrases whose last item a shorter context determines, by the length of their index vector, as the last
-     * self-test counted them. <code>numberOfDimensions</code> gets the number of entries, which is the depth. Result: an
-     * array that belongs to the matrix, valid until the next write.
+     * The number of phrases whose last item is the only one learned after its context, by the length of their index
+     * vector, as the last self-test counted them. <code>numberOfDimensions</code> gets the number of entries, which is the
+     * depth. Result: an array that belongs to the matrix, valid until the next write.
      * @param matrix object
      * @param numberOfDimensions filled
      * @return an array that belongs to the matrix, valid until the next write. (lent by the matrix, *numberOfDimensions)
@@ -2025,8 +2026,9 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     Pointer s_readObjexAndHandleFromMatrixForSuccessorIndex(M matrix, int successorIndex, int updateKernel, double[] probability, double[] stopProbability, int[] handle);
 
     /**
-     * Removes, in several passes, phrases whose last item at least two shorter contexts determine. Handles become invalid.
-     * Reports progress. Result: 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error.
+     * Removes, in several passes, phrases whose last item is the only one learned after their context and after a shorter
+     * one, too. Handles become invalid. Reports progress. Result: 1 done, the last pass removed nothing; 0 for an empty
+     * sub-matrix or an error.
      * @param matrix object
      * @return 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error.
      */
