@@ -537,7 +537,7 @@ int s_getMaxNumberOfMatrices(ZQMatrix* matrix);
 int s_getMaxNumberOfMatrices_Medium(ZQMatrixMedium* matrix);
 int s_getMaxNumberOfMatrices_Base(ZQMatrixBase* matrix);
 
-/// Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value changes nothing.
+/// Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none.
 /// The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below
 /// `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards.
 void s_setMaxNumberOfMatrices(ZQMatrix* matrix, int maxNumberOfMatrices);

@@ -246,13 +246,13 @@ export interface Functions {
    */
   s_getMaxNumberOfMatrices_Medium(matrix: Pointer<'ZQMatrixMedium'>): number;
   /**
-   * Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value changes nothing.
+   * Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none.
    * The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below
    * `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards.
    */
   s_setMaxNumberOfMatrices(matrix: Pointer<'ZQMatrix'>, maxNumberOfMatrices: number): void;
   /**
-   * Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value changes nothing.
+   * Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none.
    * The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below
    * `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards.
    */

@@ -683,11 +683,11 @@ def s_getMaxNumberOfMatrices_Medium(matrix: Any) -> int:
 def s_getMaxNumberOfMatrices_Base(matrix: Any) -> int:
     """The number of sub-matrices reserved; 4 in a new matrix."""
 def s_setMaxNumberOfMatrices(matrix: Any, maxNumberOfMatrices: int) -> None:
-    """Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value changes nothing. The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards."""
+    """Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none. The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards."""
 def s_setMaxNumberOfMatrices_Medium(matrix: Any, maxNumberOfMatrices: int) -> None:
-    """Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value changes nothing. The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards."""
+    """Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none. The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards."""
 def s_setMaxNumberOfMatrices_Base(matrix: Any, maxNumberOfMatrices: int) -> None:
-    """Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value changes nothing. The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards."""
+    """Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none. The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards."""
 def s_getHighestOccupiedMatrixID(matrix: Any) -> int:
     """The highest ID with elements or written vectors, or -1 if all sub-matrices are empty."""
 def s_getHighestOccupiedMatrixID_Medium(matrix: Any) -> int:

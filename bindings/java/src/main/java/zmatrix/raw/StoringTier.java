@@ -111,8 +111,8 @@ public interface StoringTier<M, I, E> {
     int s_getMaxNumberOfMatrices(M matrix);
 
     /**
-     * Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value changes nothing.
-     * The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below
+     * Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none. The
+     * sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below
      * <code>s_getNumberOfMatrices</code> are checked; the last one checked is the current one afterwards.
      * @param matrix object
      * @param maxNumberOfMatrices a value
