@@ -1,5 +1,5 @@
-// One sequence of a kernel: its items one after the other in one array. The array only grows, and the items behind the used ones
-// keep their values. The number of used items is a field of the info record that owns the sequence.
+// One sequence of a kernel: its items one after the other in one array. The number of items in use is a field of the info record
+// that owns the sequence; the items behind them keep their values while the array grows.
 #pragma once
 
 #include <algorithm>

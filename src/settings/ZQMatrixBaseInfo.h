@@ -27,7 +27,7 @@ constexpr int matrixFormatVersion = 135;
 constexpr int firstVersionWithInfoType = 105;
 constexpr int defaultCoordinateSize = -4;  ///< bytes of a coordinate in the update sequence; negative for signed ones
 
-/// `value` + 1, `value` - 1 and -`value` with wraparound: index limits and counters may stand at the ends of their type.
+/// `value` + 1, `value` - 1 and -`value` with wraparound: index limits and counters may be at the limits of int.
 constexpr int successorOf(int value) noexcept {
   return static_cast<int>(static_cast<unsigned>(value) + 1u);
 }

@@ -73,8 +73,8 @@ class ZQMatrixFileHeader {
   char* getMatrixDebugDirectory() { return matrixDebugDirectory_; }
   /// Empties the directory without a test of write access.
   void _clearMatrixDebugDirectory() { matrixDebugDirectory_[0] = 0; }
-  /// Sets the directory, the working directory for an empty name. If no file can be created in it: the working directory, with a
-  /// warning. Null changes nothing.
+  /// Sets the directory; for an empty name or one above 247 characters, the working directory. If no file can be created in it:
+  /// the working directory, with a warning. Null changes nothing.
   void setMatrixDebugDirectory(const char* path);
 
   int getLastSoftwareVersion() const { return lastSoftwareVersion_; }
@@ -189,6 +189,7 @@ class ZQMatrixFileHeader {
   long long describe(Fields& fields);
   int scanUpdateInfos(ZQFileReader& file);
   void loadUpdateInfos(ZQFileReader& file, int count);
+  void reportUnusualNumbers() const;
   /// Reads a record as one of the tier in matrixInfoType.
   int readUpdateInfo(ZQMatrixInfo& record, ZQFileReader& file) const;
 

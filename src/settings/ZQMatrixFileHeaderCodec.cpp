@@ -77,6 +77,20 @@ int ZQMatrixFileHeader::readFileHeader(ZQFileReader& file) {
     dbPrintf(0, "ReadFileHeader: this is not a valid matrix file (illegal blockSIze or stackSize)\n");
     return -1;
   }
+  reportUnusualNumbers();
+  if (lastSoftwareVersion_ < oldestVersion) {
+    dbPrintf(0, "ReadFileHeader: cannot read matrix file with old format version: %d: %d\n", lastSoftwareVersion_, oldestVersion);
+    return -1;
+  }
+  // Closes the history of the file that was read before.
+  if (fpUpdateInfos_ != nullptr) fclose(fpUpdateInfos_);
+  fpUpdateInfos_ = nullptr;
+  fpUpdateInfosFileName_[0] = 0;
+  return 1;
+}
+
+/// These numbers don't refuse a file.
+void ZQMatrixFileHeader::reportUnusualNumbers() const {
   if (numberOfMatrices_ > initialNumberOfMatrices) {
     dbPrintf(0, "ReadFileHeader:Warning: this matrix file contains more matrices than default (%d)\n", numberOfMatrices_);
   }
@@ -92,15 +106,6 @@ int ZQMatrixFileHeader::readFileHeader(ZQFileReader& file) {
   if (numberOfAppendedUpdates_ < 0) {
     dbPrintf(0, "ReadFileHeader: illegal number of appended updates: %d\n", numberOfAppendedUpdates_);
   }
-  if (lastSoftwareVersion_ < oldestVersion) {
-    dbPrintf(0, "ReadFileHeader: cannot read matrix file with old format version: %d: %d\n", lastSoftwareVersion_, oldestVersion);
-    return -1;
-  }
-  // Closes the history of the file that was read before.
-  if (fpUpdateInfos_ != nullptr) fclose(fpUpdateInfos_);
-  fpUpdateInfos_ = nullptr;
-  fpUpdateInfosFileName_[0] = 0;
-  return 1;
 }
 
 int ZQMatrixFileHeader::getMatrixInfoTypeFromFile(const char* path) {

@@ -1,6 +1,5 @@
 // The kernel operations of the medium record: storing items, the reset to initial values and the copies for callers. Lengths
-// count items. The fields for internal lengths may be smaller than the allocated memory, which never shrinks; nothing here
-// depends on them.
+// count items. The fields for internal lengths may differ from the allocated memory, and nothing here depends on them.
 #include <algorithm>
 #include <climits>
 #include <cstring>
@@ -23,7 +22,7 @@ struct DefaultItem {
   int coordinates[largestDefaultItem];
 };
 
-// By matrix type: the item with which a continuation without a start begins. For text no item is written.
+// By matrix type: the item with which a continuation without a start begins. For text the kernel's items are left as they are.
 constexpr DefaultItem defaultItems[] = {{-1, {}}, {2, {65, 0}}, {-1, {}}, {0, {}}, {3, {65, 0, 3072}}, {4, {65, 0, 3072, 0}}};
 constexpr DefaultItem noDefaultItem = {0, {}};
 
