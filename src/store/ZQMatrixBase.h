@@ -351,7 +351,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   zmatrix::ZQFreeSlotSearchState* searchState_ = nullptr;  // set by HeldFreeSlotSearch, else null
   zq_loadReport loadReport_{};
 
-  int numberOfSlots_ = 0;       // the header's matrixBlockSize while there is a block
+  int numberOfSlots_ = 0;       // of the block in memory
   int endOfProvidedSlots_ = 0;  // slots below are not passed to pages_ any more
   RecordName lastName_ = noRecord;
   unsigned releasedRecords_ = 0;

@@ -1,5 +1,6 @@
-// Handles: an element's position, valid until the next write or delete. From a handle to its index vector, and to the handles of
-// its successors. An item, or objex, has coordinateDimension coordinates, so successors lie that many levels below the handle.
+// Handles: an element's position, valid until the next write or delete. The functions lead from an index vector to its handle and
+// back, and from a handle to those of its successors. An item, or objex, has coordinateDimension coordinates, so successors lie
+// that many levels below the handle.
 #include <algorithm>
 
 #include "frame/ZQMemory.h"

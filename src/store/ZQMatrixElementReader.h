@@ -16,7 +16,7 @@ template <class Tier>
 struct ZQMatrixElementReader {
   ZQMatrixElementReader(typename Tier::Matrix& matrix, zmatrix::ZQFileReader& file) : matrix_(matrix), file_(file) {}
 
-  /// Reads elements as a file with info records of this type has them, up to the stack in its header.
+  /// Reads the elements of a file whose info records have this type, up to the stack in its header.
   void read(int infoType, int stackOfFile) {
     stack_ = stackOfFile;
     ZQMatrixFileHeader& header = *matrix_.getMatrixFileHeader();
