@@ -60,7 +60,7 @@ struct ZQSequenceUpdate {
 
  private:
   using Front = zmatrix::ZQFront;
-  static constexpr int mostElementsInCache = 32768;  // up to this number, prefetching costs more than it saves
+  static constexpr int mostElementsInCache = 131072;  // up to this number, prefetching costs more than it saves
 
   // The part of a phrase that exists.
   struct Place {
