@@ -35,7 +35,9 @@ void* systemRealloc(void* pointer, size_t size) noexcept {
 }
 
 void* systemAlignedMalloc(size_t alignment, size_t size) noexcept {
-  return counted(size <= largestAllocation ? std::aligned_alloc(alignment, size) : nullptr);
+  void* memory = nullptr;  // unlike aligned_alloc, posix_memalign takes any size everywhere
+  const bool hasRoom = size <= largestAllocation && posix_memalign(&memory, alignment, size) == 0;
+  return counted(hasRoom ? memory : nullptr);
 }
 
 void systemFree(void* pointer) noexcept {

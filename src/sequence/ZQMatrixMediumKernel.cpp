@@ -1,4 +1,4 @@
-// The kernel's operations of a matrix.
+// The operations of the medium tier on the kernel.
 #include "frame/ZQSystemOwned.h"
 #include "sequence/ZQKernel.h"
 #include "sequence/ZQMatrixMedium.h"
@@ -22,6 +22,6 @@ int ZQMatrixMedium::updateAndGetMatrixKernelHandle() {
   return handle;
 }
 
-int ZQMatrixMedium::getNumberOfSuccessorsFromKernelHandle() {
+int ZQMatrixMedium::getNumberOfSuccessorsFromKernelHandle() const {
   return getNumberOfSuccessorsFromMatrixHandle(getMatrixInfo()->getKernelMatrixHandle());
 }

@@ -1,5 +1,5 @@
-// Preprocessing and its inverse on a matrix: the settings come from the current sub-matrix, the original items from its kernel or
-// from the caller. An objex is one item.
+// Preprocessing and its inverse in a matrix: the settings come from the current sub-matrix, the original items from its kernel or
+// from the caller.
 #include <algorithm>
 #include <cstdio>
 #include <span>
@@ -21,7 +21,7 @@ using zmatrix::SystemOwned;
 
 namespace {
 
-// The operation with a sequence has a message of its own for pairs only; for the other MIDI items it uses that of the plain one.
+// The operation with a sequence has its own message only for pairs; for triples and quadruples it prints that of the plain one.
 constexpr char illegalTimeSignature[] =
     "getNextOriginalObjecFromPreprocessedObjex: illegal values for timeSignature, assuming 4/4 time signature...\n";
 constexpr char illegalTimeSignatureOfPairs[] =
@@ -33,7 +33,8 @@ std::span<const Value> sequenceOf(const Value* values, int length) {
   return {values, static_cast<size_t>(values != nullptr ? std::max(length, 0) : 0)};
 }
 
-/// Items of a sequence that a MIDI item, or an item of a difference, can be restored from; a message for an index below 0.
+/// True if a MIDI item or a difference can be restored from the items of `sequence` up to `index`. Prints a message for an index
+/// below 0.
 bool canRestoreFrom(int** sequence, int index, int length, int preProcessingType) {
   const bool isDifference = preProcessingType >= 0 && preProcessingType <= ZQPreProcessingTypeHighestDifference;
   if (!isDifference && zmatrix::coordinatesOfMidiType(preProcessingType) == 0) return true;
@@ -51,7 +52,8 @@ bool canRestoreFrom(int** sequence, int index, int length, int preProcessingType
 
 // --- forward
 
-int* ZQMatrixMedium::getPreProcessedSequenceFromOriginalSequence(const int* originalSequence, int length, int* resultLength) {
+int* ZQMatrixMedium::getPreProcessedSequenceFromOriginalSequence(const int* originalSequence, int length,
+                                                                 int* resultLength) const {
   return zmatrix::preProcessedSequence(preprocessingSettingsOf(*getMatrixInfo()), sequenceOf(originalSequence, length),
                                        resultLength);
 }
@@ -62,30 +64,30 @@ const int* ZQMatrixMedium::preProcessIntoScratch(const int* originalSequence, in
 }
 
 long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalSequence(const long long* originalSequence, int length,
-                                                                               int* resultLength) {
+                                                                               int* resultLength) const {
   return zmatrix::longLongPreProcessedSequence(preprocessingSettingsOf(*getMatrixInfo()), sequenceOf(originalSequence, length),
                                                resultLength);
 }
 
-// The values are not used: a block of that length is preprocessed, here of zeros.
+// Preprocesses as many zeros instead of the values, which hosts may depend on.
 long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalIntSequence(const int* originalSequence, int length,
-                                                                                  int* resultLength) {
+                                                                                  int* resultLength) const {
   SystemOwned<long long> values;
   if (originalSequence != nullptr && length >= 1) values.reset(systemMallocArray<long long>(length));
   if (values != nullptr) std::fill_n(values.get(), length, 0LL);
   return getLongLongPreProcessedSequenceFromOriginalSequence(values.get(), length, resultLength);
 }
 
-// --- between the two forms of a sequence
+// --- conversion between the two forms of a sequence
 
-int* ZQMatrixMedium::getFlatSequenceFromObjexSequence(int** objex, int count, int* length) {
+int* ZQMatrixMedium::getFlatSequenceFromObjexSequence(int** objex, int count, int* length) const {
   const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
   SystemOwned<int> flat = zmatrix::flatSequenceOfObjex(objex, count, coordinateDimension);
   *length = flat != nullptr ? count * coordinateDimension : 0;
   return flat.release();
 }
 
-int** ZQMatrixMedium::getObjexSequenceFromFlatSequence(const int* flat, int length, int* count) {
+int** ZQMatrixMedium::getObjexSequenceFromFlatSequence(const int* flat, int length, int* count) const {
   *count = 0;
   const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
   if (coordinateDimension < 1) {
@@ -112,13 +114,13 @@ int** ZQMatrixMedium::getPreProcessedObjexSequenceFromOriginalObjexSequence(int*
   return items.release();
 }
 
-// --- one item back
+// --- inverse of one item
 
 int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjex(int* objex) {
   ZQMatrixMediumInfo* info = getMatrixInfo();
   if (zmatrix::isNumberCoding(info->getPreProcessingType()))
     return zmatrix::numberOfCode(info, objex, info->readableFrom(objex), zmatrix::InverseOperation::plain);
-  // The length is a plain field: it may say more than there is room for.
+  // The length is a field that hosts can set: it may exceed the room.
   const int numberOfItems = info->getLengthOfKernelOriginalSequence();
   if (!info->provideKernelOriginal(numberOfItems)) return nullptr;
   const PrecedingItems kernel =
@@ -138,9 +140,9 @@ int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjexAndOriginalSequenc
   return zmatrix::nextOriginalObjex(settings, items, objex, arePairs ? illegalTimeSignatureOfPairs : illegalTimeSignature);
 }
 
-// --- what number codings are set to
+// --- parameters of number codes
 
-int ZQMatrixMedium::isValidOcronType(int ocronType) {
+int ZQMatrixMedium::isValidOcronType(int ocronType) const {
   return zmatrix::isOcronTypeFor(ocronType, getMatrixInfo()->getPreProcessingType()) ? 1 : 0;
 }
 

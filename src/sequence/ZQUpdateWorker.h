@@ -1,5 +1,5 @@
-// The worker around the phrase loop and its entry points, shared by the tiers that learn. Each calls the operations of the
-// matrix's own tier.
+// The entry points of the sequence update, shared by the tiers that learn: checks, preprocessing, and the phrase loop. All call
+// the operations of the matrix's own tier.
 #pragma once
 
 #include <climits>
@@ -20,7 +20,7 @@ inline int clampToInt(long long value) {
   return value > INT_MAX ? INT_MAX : static_cast<int>(value);
 }
 
-/// What a caller of the worker may want to know; each pointer may be null.
+/// Optional results of an update; each pointer may be null.
 struct UpdateOutputs {
   int* numberOfProcessedVectors = nullptr;
   int* numberOfOverwrites = nullptr;
@@ -37,8 +37,8 @@ struct UpdateOutputs {
   bool wantPhrases() const { return values != nullptr && lengths != nullptr && indexVectors != nullptr; }
 };
 
-/// Learns a preprocessed sequence by the settings of the current sub-matrix, as one run from its first item to its last: 1
-/// learned, -1 a write failed, -2 memory has run out.
+/// Learns a preprocessed sequence with the settings of the current sub-matrix: 1 learned, -1 a write failed, -2 memory has run
+/// out.
 template <class Matrix>
 [[nodiscard]] int learnPreProcessed(Matrix& matrix, const int* preProcessed, int numberOfItems, const UpdateOutputs& outputs,
                                     const int* symbolMarkers) {
@@ -80,7 +80,7 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
       1) {
     return 0;
   }
-  // Large indices set a dimension of their own in an empty matrix.
+  // In an empty sub-matrix, large indices set another dimension.
   const int dimension = matrix.getMatrixInfo()->getCoordinateDimension();
   if (coordinateDimension < 1 || dimension < 1) return 0;
   int numberOfIntegers = 0;
@@ -92,7 +92,7 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
       preProcessed == nullptr && (isNumberCoding(preProcessingType) ? failedAllocations() != failuresBefore
                                                                     : givesSequence({preProcessingType, dimension}, length));
   if (hasRunOut) {
-    static_cast<void>(learnPreProcessed(matrix, nullptr, 0, {}, nullptr));  // counts the root, as each failure from here on does
+    static_cast<void>(learnPreProcessed(matrix, nullptr, 0, {}, nullptr));  // counts the root, as after every later failure
     return -2;
   }
   const int numberOfItems = numberOfIntegers / dimension;
@@ -101,7 +101,7 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
   return learnPreProcessed(matrix, preProcessed.get(), numberOfItems, outputs, symbolMarkers);
 }
 
-/// Interleaves two arrays into one sequence of pairs and learns it.
+/// Learns two arrays as one sequence of pairs.
 template <class Matrix>
 int updateMatrixWith2DimSequenceIn(Matrix& matrix, int matrixType, int preProcessingType, const int* first, const int* second,
                                    int length) {

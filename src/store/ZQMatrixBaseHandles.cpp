@@ -1,5 +1,6 @@
-// Handles: the position of an element, good until the next write or delete. From a handle up to its path, and down to the items
-// that can follow it. An item, or objex, is coordinateDimension coordinates, so its successors lie that many levels below it.
+// Handles: an element's position, valid until the next write or delete. The functions lead from an index vector to its handle and
+// back, and from a handle to those of its successors. An item, or objex, has coordinateDimension coordinates, so successors lie
+// that many levels below the handle.
 #include <algorithm>
 
 #include "frame/ZQMemory.h"
@@ -12,7 +13,7 @@ using zmatrix::systemMallocArray;
 
 namespace {
 
-constexpr int longestPath = 4096;  // coordinates of a path that a handle is followed up
+constexpr int longestPath = 4096;  // coordinates; longer index vectors are refused
 
 }  // namespace
 
@@ -48,7 +49,7 @@ ZQMatrixBaseElement* ZQMatrixBase::getMatrixElementFromElementVector(const int* 
   return getMatrixElementFromMatrixHandle(found);
 }
 
-ZQMatrixBaseElement* ZQMatrixBase::getMatrixElementFromMatrixHandle(int handle) {
+ZQMatrixBaseElement* ZQMatrixBase::getMatrixElementFromMatrixHandle(int handle) const {
   if (handle < 0) return nullptr;
   if (handle > getMaximalStack()) dbPrintf(0, "error: handle > maxStackPtr!\n");
   return elementAt(handle);
@@ -109,7 +110,7 @@ int* ZQMatrixBase::getIndexVectorFromMatrixHandle(int handle, int* length) {
   if (handle < 0 || handle > getMaximalStack()) return nullptr;
   const ZQMatrixBaseElement* element = elementAt(handle);
   if (element == nullptr || element->getWriteCount() < 1) return nullptr;
-  int coordinates[longestPath];  // the last one first
+  int coordinates[longestPath];  // in reverse order
   int numberOfCoordinates = 0;
   for (long long at = handle; at != currentMatrixId_;) {
     element = elementAt(at);
@@ -141,7 +142,7 @@ int* ZQMatrixBase::getIndexVectorFromMatrixHandle(int handle, int* length) {
   return vector;
 }
 
-int ZQMatrixBase::hasMatrixHandleSuccessors(int handle) {
+int ZQMatrixBase::hasMatrixHandleSuccessors(int handle) const {
   int found = 0;
   zmatrix::visitSuccessors(*this, handle, [&found](int, const ZQMatrixBaseElement&) {
     found = 1;
@@ -150,7 +151,7 @@ int ZQMatrixBase::hasMatrixHandleSuccessors(int handle) {
   return found;
 }
 
-int ZQMatrixBase::getNumberOfSuccessorsFromMatrixHandle(int handle) {
+int ZQMatrixBase::getNumberOfSuccessorsFromMatrixHandle(int handle) const {
   int count = 0;
   zmatrix::visitSuccessors(*this, handle, [&count](int, const ZQMatrixBaseElement&) {
     ++count;
@@ -159,7 +160,7 @@ int ZQMatrixBase::getNumberOfSuccessorsFromMatrixHandle(int handle) {
   return count;
 }
 
-int* ZQMatrixBase::getSuccessorHandlesFromMatrixHandle(int handle, int* count) {
+int* ZQMatrixBase::getSuccessorHandlesFromMatrixHandle(int handle, int* count) const {
   zmatrix::ZQArray<int> handles;
   bool hasMemory = true;
   zmatrix::visitSuccessors(*this, handle, [&](int successor, const ZQMatrixBaseElement&) {
