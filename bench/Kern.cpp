@@ -59,7 +59,7 @@ Score makeScore(int spines) {
 
 long long notesOf(const std::string& path) {
   const std::unique_ptr<zmatrix::ZQKernTrackList> list(zmatrix::createZQKernTrackList());
-  list->init();
+  if (!list->init()) return 0;
   zmatrix::ZQKernFile().readKernObjectsFromFileWithPath(list.get(), path.c_str());
   long long notes = 0;
   for (const zmatrix::ZQKernObject* object : *list->getKernObjectTrackAtIndex(0)) notes += object->isNote();

@@ -40,7 +40,7 @@ std::string largeFile() {
 /// Notes like those of a composition: chords and runs, on all channels in turn, with occasional program changes.
 std::unique_ptr<zmatrix::ZQMidiTrackList> notesToWrite(int numberOfNotes) {
   auto list = std::make_unique<zmatrix::ZQMidiTrackList>();
-  list->extendEventTracksTo(1);
+  bool hasRoom = list->extendEventTracksTo(1);
   zmatrix::ZQMidiEventTrack* track = list->getMidiEventTrackAtIndex(1);
   std::mt19937 random(7);
   int time = 0;
@@ -49,11 +49,12 @@ std::unique_ptr<zmatrix::ZQMidiTrackList> notesToWrite(int numberOfNotes) {
     const auto number = static_cast<unsigned char>(40 + random() % 48);
     zmatrix::ZQMidiEvent* on = zmatrix::createZQMidiEvent();
     on->initWith(time, 0x90, number, 100);
-    track->addMidiEvent(on);
+    hasRoom = track->addMidiEvent(on) && hasRoom;
     zmatrix::ZQMidiEvent* off = zmatrix::createZQMidiEvent();
     off->initWith(time + 700, 0x80, number, 64);
-    track->addMidiEvent(off);
+    hasRoom = track->addMidiEvent(off) && hasRoom;
   }
+  if (!hasRoom) abort();
   track->sortByFunction(zmatrix::ZQCompareMidiEventsAscending);
   return list;
 }
@@ -62,7 +63,7 @@ std::unique_ptr<zmatrix::ZQMidiTrackList> notesToWrite(int numberOfNotes) {
 long long notesOf(const std::string& path) {
   const std::unique_ptr<zmatrix::ZQMidiTrackList> list(zmatrix::createZQMidiTrackList());
   zmatrix::ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str());
-  list->updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, zmatrix::ZQMidiTrackAnalyzeSingle);
+  if (!list->updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, zmatrix::ZQMidiTrackAnalyzeSingle)) return 0;
   long long notes = 0;
   for (int i = 0; i < list->getNumberOfMidiObjectTracks(); i++) {
     for (const zmatrix::ZQMidiObject* object : *list->getMidiObjectTrackAtIndex(i)) notes += object->isNote();
@@ -191,17 +192,17 @@ Measurement writeScore(int numberOfNotes) {
 Measurement pairUnended() {
   Measurement measured;
   zmatrix::ZQMidiTrackList list;
-  list.extendEventTracksTo(1);
+  bool hasRoom = list.extendEventTracksTo(1);
   for (int i = 0; i < noteOnsWithoutEnd; i++) {
     zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
     event->initWith(i, static_cast<unsigned char>(0x90 | i % 16), static_cast<unsigned char>(i / 16 % 128), 100);
-    list.getMidiEventTrackAtIndex(1)->addMidiEvent(event);
+    hasRoom = hasRoom && list.getMidiEventTrackAtIndex(1)->addMidiEvent(event);
   }
   const StopWatch watch;
-  list.updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, zmatrix::ZQMidiTrackAnalyzeSingle);
+  hasRoom = hasRoom && list.updateMIDIObjectTracksFromMIDIEventTracks(statusFilter, nullptr, zmatrix::ZQMidiTrackAnalyzeSingle);
   measured.seconds[0] = watch.seconds();
   measured.operations = noteOnsWithoutEnd;
-  measured.isRight = list.getMidiObjectTrackAtIndex(1)->getCount() == noteOnsWithoutEnd - 16 * 128;
+  measured.isRight = hasRoom && list.getMidiObjectTrackAtIndex(1)->getCount() == noteOnsWithoutEnd - 16 * 128;
   return measured;
 }
 

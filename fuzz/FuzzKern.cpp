@@ -28,7 +28,7 @@ void require(bool isTrue) {
 
 void readAndReport(const std::string& path) {
   zmatrix::ZQKernTrackList list;
-  list.init();
+  require(list.init());
   zmatrix::ZQKernFile().readKernObjectsFromFileWithPath(&list, path.c_str());
   long long notes = 0, others = 0;
   for (const zmatrix::ZQKernObject* object : *list.getKernObjectTrackAtIndex(0)) {

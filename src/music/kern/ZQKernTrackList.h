@@ -14,7 +14,7 @@ class ZQKernTrackList {
   ~ZQKernTrackList() { deleteAllKernObjectTracks(); }
 
   /// Makes a first, empty track, without releasing tracks in the list. False if memory runs out.
-  bool init();
+  [[nodiscard]] bool init();
   /// Appends a track and takes ownership; null is ignored. False if memory runs out; then the caller keeps the track.
   [[nodiscard]] bool addKernObjectTrack(ZQKernObjectTrack* track) { return track == nullptr || tracks_.add(track); }
   int getNumberOfKernObjectTracks() const { return tracks_.getCount(); }

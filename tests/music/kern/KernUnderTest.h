@@ -52,7 +52,7 @@ class KernUnderTest {
   std::string readFile(const std::string& path) {
     deleteZQKernTrackList(list);
     list = createZQKernTrackList();
-    list->init();
+    EXPECT_TRUE(list->init());
     ZQKernFile file;
     file.readKernObjectsFromFileWithPath(list, path.c_str());
     messages = captured.take();

@@ -21,7 +21,7 @@ TEST(KernTracksTest, KnowTheirTexture) {
     for (int time, channel; numbers >> time >> channel;) {
       zmatrix::ZQKernObject* note = zmatrix::createAndInitZQKernObjectOfType(zmatrix::ZQKernObjectNoteOn, time);
       note->setChannel(static_cast<unsigned char>(channel));
-      track.addKernObject(note);
+      EXPECT_TRUE(track.addKernObject(note));
     }
     int size = -1;
     const int texture = track.getMidiSubTypeFromKernObjectTrack(&size);

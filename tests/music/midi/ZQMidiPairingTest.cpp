@@ -65,7 +65,7 @@ std::unique_ptr<zmatrix::ZQMidiTrackList> listOf(const std::string& path, zmatri
 std::unique_ptr<zmatrix::ZQMidiTrackList> listOfBytes(const std::string& content, int midiTrackAnalyze = 0) {
   const zmatrix::TestFolder folder;
   auto list = listOf(folder.put("a.mid", content));
-  list->updateMIDIObjectTracksFromMIDIEventTracks(feedFilter, noFilter, midiTrackAnalyze);
+  EXPECT_TRUE(list->updateMIDIObjectTracksFromMIDIEventTracks(feedFilter, noFilter, midiTrackAnalyze));
   return list;
 }
 
@@ -84,7 +84,7 @@ TEST(ZQMidiPairingTest, AgreesWithThePlainTellingOnRandomTracks) {
       event->initWith(time, static_cast<unsigned char>((8 + draw(statuses)) << 4 | draw(2)),
                       static_cast<unsigned char>(60 + draw(numbers)), static_cast<unsigned char>(draw(3)), 8);
       if (draw(12) == 0) event->setEventType(draw(2) == 0 ? 88 : 1);
-      track.addMidiEvent(event);
+      EXPECT_TRUE(track.addMidiEvent(event));
     }
     unsigned char channels[16] = {static_cast<unsigned char>(draw(8) == 0)};
     const int nothing[8] = {};
@@ -111,7 +111,7 @@ TEST(ZQMidiPairingTest, EndsAMillionUnendedNotesInTime) {
   for (int i = 0; i < 1000000; i++) {
     zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
     event->initWith(i, 0x90, static_cast<unsigned char>(i % 100), 0x40);
-    track.addMidiEvent(event);
+    EXPECT_TRUE(track.addMidiEvent(event));
   }
   EXPECT_EQ(pairedByLibrary(track, feedFilter, noFilter).size(), 999900u);
 }
@@ -153,7 +153,7 @@ TEST(ZQMidiTrackListTest, MergesAsItIsTold) {
   EXPECT_EQ(sounds * 10 + hasPercussion, 21);
   // Notes at time 0 count into a chord.
   EXPECT_EQ(list->getMidiObjectTrackAtIndex(1)->getMidiSubTypeFromMidiObjectTrack(&chordSize, 16, &hasPercussion), 0);
-  list->updateMIDIObjectTracksFromMIDIEventTracks(feedFilter, noFilter, 1);
+  EXPECT_TRUE(list->updateMIDIObjectTracksFromMIDIEventTracks(feedFilter, noFilter, 1));
   ASSERT_EQ(list->getNumberOfMidiObjectTracks(), 2);
   EXPECT_EQ(list->getMidiObjectTrackAtIndex(1)->getCount(), 4);
   EXPECT_EQ(list->getMidiObjectTrackAtIndex(1)->getMidiSubTypeFromMidiObjectTrack(&chordSize, 16, &hasPercussion), 0);
@@ -167,7 +167,7 @@ TEST(ZQMidiTrackListTest, MergesAsItIsTold) {
 TEST(ZQMidiTracksTest, DeleteAndSortAsTheirUsersExpect) {
   zmatrix::ZQMidiObjectTrack objects;
   zmatrix::ZQMidiObject* kept[3];
-  for (int i = 0; i < 3; i++) objects.addMidiObject(kept[i] = zmatrix::createZQMidiObject());
+  for (int i = 0; i < 3; i++) EXPECT_TRUE(objects.addMidiObject(kept[i] = zmatrix::createZQMidiObject()));
   objects.deleteMidiObjectAtIndex(-1);
   EXPECT_EQ(objects.getCount(), 2);
   EXPECT_EQ(objects.getMidiObjectAtIndex(0), kept[1]);
@@ -177,7 +177,7 @@ TEST(ZQMidiTracksTest, DeleteAndSortAsTheirUsersExpect) {
   for (int i = 0; i < 3000; i++) {
     zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
     event->initWith(static_cast<int>(random()), static_cast<unsigned char>(random()));
-    events.addMidiEvent(event);
+    EXPECT_TRUE(events.addMidiEvent(event));
   }
   events.deleteMidiEventAtIndex(-1);
   events.sortByFunction(zmatrix::ZQCompareMidiEventsAscending);
