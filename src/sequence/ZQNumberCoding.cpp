@@ -73,6 +73,15 @@ Value* codedNumbers(const PreprocessingSettings& settings, std::span<const Value
   return coded;
 }
 
+int* sequenceOfCodes(const PreprocessingSettings& settings, std::span<const int> numbers, int* resultLength) {
+  const auto length = static_cast<int>(numbers.size());
+  if (settings.preProcessingType >= ZQPreProcessingTypeGocronValue) return codedNumbers(settings, numbers, resultLength);
+  if (settings.coordinateDimension != 1) return nullptr;
+  return isOcronCoding(settings.preProcessingType)
+             ? createOcronSequenceFromIntegerSequenceUseGlobalPars(numbers.data(), length, resultLength)
+             : createGoedelSequenceFromIntegerSequenceUseGlobalPars(numbers.data(), length, resultLength);
+}
+
 /// The number of the ocron at the begin of `symbols`, or the result code of the evaluator; -1 if no end symbol ends the ocron.
 int numberOfOcron(const ZQMatrixMediumInfo& info, const int* symbols, int readable, InverseOperation operation) {
   int length = 0, stackDepth = 0;
@@ -105,13 +114,8 @@ int* numberCodedSequence(const PreprocessingSettings& settings, std::span<const 
   const PrimesHeld held;
   const unsigned failuresBefore = failedAllocations();
   *resultLength = 0;
-  const auto length = static_cast<int>(numbers.size());
-  if (settings.preProcessingType >= ZQPreProcessingTypeGocronValue) return codedNumbers(settings, numbers, resultLength);
-  if (settings.coordinateDimension != 1) return nullptr;
-  SystemOwned<int> coded(isOcronCoding(settings.preProcessingType)
-                             ? createOcronSequenceFromIntegerSequenceUseGlobalPars(numbers.data(), length, resultLength)
-                             : createGoedelSequenceFromIntegerSequenceUseGlobalPars(numbers.data(), length, resultLength));
-  // Both leave out a number that they can't code, be it for want of memory.
+  SystemOwned<int> coded(sequenceOfCodes(settings, numbers, resultLength));
+  // A coding leaves out each number that it can't code, also where it can't for lack of memory.
   if (failedAllocations() != failuresBefore) {
     coded.reset();
     *resultLength = 0;
