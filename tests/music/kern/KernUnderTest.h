@@ -1,6 +1,8 @@
 // A kern text in, what the library says and makes of it out, in words that a test can hold against what is expected.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <sstream>
 #include <string>
 
