@@ -1,4 +1,4 @@
-// `zmatrix continue`: learns files and writes a start followed by what the matrix finds likely to come next.
+// `zmatrix continue`: learns files and writes a start followed by generated items.
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,9 +22,9 @@ struct ContinueOptions {
 
 const char* const examples = R"(
 With --level words a text is learned and continued word by word.
-Texts are read as UTF-8, UTF-16 with its mark, or else Windows-1252, and what is written is UTF-8, unless --encoding says another.
-A text's language, German or English, is told by its words, and each language is learned apart. Continued is the language
-that knows the longest ending of the start; without a start, the one of which most was learned.
+A text is read as UTF-8, as UTF-16 if it has a byte order mark, else as Windows-1252; the result is UTF-8. --encoding overrides both.
+The language of a text (German, English or unknown) is detected, and each language is learned in its own sub-matrix. The sub-matrix
+that knows the longest ending of the start is continued; without a start, the one that learned most.
 The same inputs, options and seed give the same bytes.
 
 Examples:

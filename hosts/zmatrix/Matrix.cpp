@@ -17,8 +17,8 @@ namespace {
 
 [[noreturn]] void refuseForWantOfIDs(int numberOfIDs, const std::string& path) {
   throw Failure{ExitCode::limit, "the model has " + std::to_string(numberOfIDs) +
-                                     " sub-matrices, each for one meter, kind and sound, and " + path +
-                                     " needs one more: learn its files and this one into a new model"};
+                                     " sub-matrices, one for each meter, kind and sound, and " + path +
+                                     " needs another: learn all files into a new model"};
 }
 
 template <class Functions>
@@ -28,11 +28,12 @@ std::unique_ptr<Matrix> createOf(Loudness loudness) {
   return std::make_unique<ContinuingMatrix<Functions>>(handle, loudness);
 }
 
-// Read in silence: while it reads, the library would send its messages to where the file says, a file of its own if need be.
+// Loads at message level -1, because during a load the library uses the message device stored in the file, which may be a debug
+// file.
 template <class Functions>
 std::unique_ptr<Matrix> loadOf(const std::string& path, Loudness loudness) {
   auto* handle = Functions::load(path.c_str(), -1);
-  if (handle == nullptr) refuse("cannot read " + path + ": it is damaged, or needs more memory than there is");
+  if (handle == nullptr) refuse("cannot read " + path + ": it is damaged or needs more memory than available");
   return std::make_unique<ContinuingMatrix<Functions>>(handle, loudness);
 }
 
@@ -62,7 +63,7 @@ void requireAllTaken(const zq_ScoreFeedReport* report, int numberOfIDs, const st
   if (report == nullptr) throw Failure{ExitCode::limit, "out of memory"};
   if (report->leftOut[zq_ScoreNoSubMatrix] > 0) refuseForWantOfIDs(numberOfIDs, path);
   if (report->leftOut[zq_ScoreNotTaken] > 0) {
-    throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer files"};
+    throw Failure{ExitCode::limit, "the matrix is too small for all of " + path + ": lower --max-phrase, or learn fewer files"};
   }
 }
 
@@ -82,7 +83,7 @@ std::unique_ptr<Matrix> Matrix::load(const std::string& path, Loudness loudness)
     case ZQMatrixInfoTypeBase:
       return loadOf<BaseTier>(path, loudness);
     default:
-      refuse("cannot read " + path + ": it holds no matrix (`zmatrix learn` makes such a file)");
+      refuse("cannot read " + path + ": it is not a matrix file (`zmatrix learn` makes one)");
   }
 }
 

@@ -23,7 +23,7 @@ void fillClosedStandardStreams() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(descriptor, F_GETFD) != -1) continue;
     if (descriptor == STDOUT_FILENO) isStandardOutputClosed = true;
-    open("/dev/null", O_RDWR);  // takes the lowest descriptor that is free, which is this one
+    open("/dev/null", O_RDWR);  // open() returns the lowest free descriptor, which is this one
   }
 }
 

@@ -26,7 +26,7 @@ std::string shapeOf(const std::string& message) {
 }  // namespace
 
 Overheard::Overheard(bool wanted) : listens_(wanted) {
-  if (listens_) zq_setMessageFunction(hear, this);
+  if (listens_) zq_setMessageFunction(receive, this);
 }
 
 void Overheard::end() {
@@ -34,8 +34,8 @@ void Overheard::end() {
   listens_ = false;
 }
 
-// Called from inside the library, so nothing may be thrown: a message that there is no memory for is lost.
-void Overheard::hear(int, const char* text, void* overheard) {
+// The library's callback, so nothing may be thrown. A message is dropped if memory runs out.
+void Overheard::receive(int, const char* text, void* overheard) {
   try {
     std::string message = text;
     message.erase(message.find_last_not_of("\r\n") + 1);
@@ -60,6 +60,6 @@ void Overheard::tell() const {
   for (const Kind& kind : kinds_) {
     for (const std::string& message : kind.first) say("library: " + message);
     const long long more = kind.count - static_cast<long long>(kind.first.size());
-    if (more > 0) say("(and " + std::to_string(more) + " more like it)");
+    if (more > 0) say("(and " + std::to_string(more) + " similar messages)");
   }
 }

@@ -1,6 +1,5 @@
-// What the library says while it works. Its messages are for those who work on it, so they come out only where they are asked
-// for: all of them as they come with --debug, and with --verbose those that an Overheard has kept, of each kind the first few and
-// how many more there were, since a message may come up thousands of times.
+// Collects the library's errors and warnings. With --verbose the first few messages of each kind are printed, and how many more
+// there were, since a message can repeat thousands of times. --debug makes the library print its messages itself.
 #pragma once
 
 #include <string>
@@ -8,7 +7,7 @@
 
 class Overheard {
  public:
-  /// From now on to end() each message is kept here. Nothing is kept if not `wanted`. One at a time may listen.
+  /// Collects messages until end(), if `wanted`. Only one Overheard at a time may collect.
   explicit Overheard(bool wanted);
   ~Overheard() { end(); }
   Overheard(const Overheard&) = delete;
@@ -16,19 +15,19 @@ class Overheard {
 
   void end();
 
-  /// Messages that differ in their numbers alone.
+  /// Messages that differ only in their numbers.
   struct Kind {
     std::string shape;  ///< the message with each number as a #
     std::vector<std::string> first;
     long long count;
   };
-  /// In the order in which they came up; those beyond a bound stand together in the last.
+  /// The first 8 kinds in the order in which they appeared; messages of further kinds are counted with the last.
   std::vector<Kind>& kinds() { return kinds_; }
-  /// Prints what was kept on standard error, if --verbose was given.
+  /// Prints the messages on stderr if --verbose was given.
   void tell() const;
 
  private:
-  static void hear(int level, const char* text, void* overheard);
+  static void receive(int level, const char* text, void* overheard);
   void keep(const std::string& message);
 
   bool listens_;

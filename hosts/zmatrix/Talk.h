@@ -1,5 +1,4 @@
-// What the command says beside its results: lines on standard error, each behind the command's name. How much is said is set once
-// for the process, as standard error is one for the process.
+// The command's messages: lines on stderr that begin with "zmatrix: ". The verbosity is set once for the process.
 #pragma once
 
 #include <string>
@@ -9,9 +8,9 @@ enum class Talkativeness { quiet, usual, verbose };
 void setTalkativeness(Talkativeness talkativeness);
 bool isVerbose();
 
-/// "zmatrix: TEXT", whatever was set: why a run failed.
+/// Prints "zmatrix: TEXT" at any verbosity; for errors.
 void say(const std::string& text);
-/// A line that --quiet silences.
+/// Prints a line unless --quiet is set.
 void note(const std::string& text);
-/// The same behind "warning: ".
+/// A note that begins with "warning: ".
 void warn(const std::string& text);
