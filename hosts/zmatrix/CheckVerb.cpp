@@ -28,7 +28,7 @@ struct CheckOptions {
 };
 
 const char* const examples = R"(
-Two self-tests run on each sub-matrix that is not empty. The scan goes through all slots and follows each element to its root; the
+Two self-tests run on each sub-matrix that is not empty. The scan goes through all slots and follows each written element to its root; the
 walk goes down from the root. Both recount and compare with the stored counters. If a test finds a fault, the exit code is 5.
 A single INPUT may be a model file made by `zmatrix learn`; then that model is tested.
 

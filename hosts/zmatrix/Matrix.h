@@ -71,7 +71,7 @@ class Matrix {
     int writtenElements;  ///< as the test counted them
     int endElements;
   };
-  /// Self-test: scans the block, follows each element of the sub-matrix to its root and recounts.
+  /// Self-test: scans the block, follows each written element of the sub-matrix to its root and recounts.
   TestResult scan(int id) { return selfTest(id, 1); }
   /// Self-test: walks the sub-matrix from its root and recounts.
   TestResult walk(int id) { return selfTest(id, 2); }

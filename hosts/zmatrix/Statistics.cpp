@@ -54,7 +54,7 @@ const Number settings[] = {
     {"keeps_history", &ZQMatrixProperties::addUpdateInfo, Tier::medium},
 };
 
-// Symbols are integers too; they are told from numbers by the level below, which only the full tier has.
+// Symbols and numbers have the same matrix type. Symbols have a level below them, which only the full tier has.
 const char* contentOf(const ZQMatrixProperties& record, Tier tier) {
   if (record.matrixType == ZQMatrixTypeANSIText) return "text";
   if (record.matrixType == ZQMatrixTypeIntegerSeries) {
