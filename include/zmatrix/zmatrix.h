@@ -79,7 +79,7 @@ typedef struct ZQFileNameList ZQFileNameList;
 
 // ---- Numbers that settings are made of; functions take and give them as int ---------------------------------------------------
 
-/// What a sub-matrix holds: `matrixType`.
+/// The kind of data in a sub-matrix: `matrixType`.
 enum ZQMatrixType {
   ZQMatrixTypeUndefined = 0,
   ZQMatrixTypeMIDINoteAndQuanta = 1,     ///< note and time pairs
@@ -108,7 +108,7 @@ enum ZQMidiSubType {
   ZQMidiSubTypeMultiChannel = 4
 };
 
-/// Families of General MIDI programs. 9 has no name and is never produced.
+/// Families of General MIDI programs. 9 is not used.
 enum ZQMatrixSoundID {
   ZQMatrixSoundUndefined = 0,
   ZQMatrixSoundPiano = 1,
@@ -127,10 +127,10 @@ enum ZQMatrixSoundID {
   ZQMatrixSoundEffects = 15
 };
 
-/// Carried, saved, printed and compared. Only 0 has a meaning here: not set.
+/// Saved, printed and compared; the library gives a meaning to 0 only: not set.
 enum ZQMatrixMusicStyle { ZQMatrixMusicStyleUndefined = 0 };
 
-/// How a fed sequence is recoded before it is learned; 1 to 999 are differences of that order.
+/// How a sequence is recoded before it is learned; 1 to 999 are differences of that order.
 enum ZQPreProcessingType {
   ZQPreProcessingTypeNone = 0,
   ZQPreProcessingTypeHighestDifference = 999,

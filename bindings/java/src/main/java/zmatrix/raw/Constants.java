@@ -5,7 +5,7 @@ package zmatrix.raw;
 public final class Constants {
     private Constants() {}
 
-    // ZQMatrixType: What a sub-matrix holds: `matrixType`.
+    // ZQMatrixType: The kind of data in a sub-matrix: `matrixType`.
     /** Of ZQMatrixType. */
     public static final int ZQMatrixTypeUndefined = 0;
     /** note and time pairs */
@@ -51,7 +51,7 @@ public final class Constants {
     /** Of ZQMidiSubType. */
     public static final int ZQMidiSubTypeMultiChannel = 4;
 
-    // ZQMatrixSoundID: Families of General MIDI programs. 9 has no name and is never produced.
+    // ZQMatrixSoundID: Families of General MIDI programs. 9 is not used.
     /** Of ZQMatrixSoundID. */
     public static final int ZQMatrixSoundUndefined = 0;
     /** Of ZQMatrixSoundID. */
@@ -83,11 +83,11 @@ public final class Constants {
     /** Of ZQMatrixSoundID. */
     public static final int ZQMatrixSoundEffects = 15;
 
-    // ZQMatrixMusicStyle: Carried, saved, printed and compared. Only 0 has a meaning here: not set.
+    // ZQMatrixMusicStyle: Saved, printed and compared; the library gives a meaning to 0 only: not set.
     /** Of ZQMatrixMusicStyle. */
     public static final int ZQMatrixMusicStyleUndefined = 0;
 
-    // ZQPreProcessingType: How a fed sequence is recoded before it is learned; 1 to 999 are differences of that order.
+    // ZQPreProcessingType: How a sequence is recoded before it is learned; 1 to 999 are differences of that order.
     /** Of ZQPreProcessingType. */
     public static final int ZQPreProcessingTypeNone = 0;
     /** Of ZQPreProcessingType. */
