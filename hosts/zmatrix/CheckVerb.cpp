@@ -23,7 +23,7 @@ namespace {
 
 struct CheckOptions {
   LearningOptions learning;
-  TalkOptions talk;
+  MessageOptions messages;
   bool json = false;
 };
 
@@ -75,7 +75,7 @@ bool namesAModel(const LearningOptions& options) {
 Tested loadModel(const CheckOptions& options) {
   const std::string path = reopenable(options.learning.inputs[0]);
   Tested tested;
-  tested.matrix = Matrix::load(path, options.talk.loudness());
+  tested.matrix = Matrix::load(path, options.messages.messageLevel());
   tested.material = Material::of(subjectOf(*tested.matrix), options.learning);
   std::error_code error;
   tested.origin = {{"file", path}, {"bytes", std::filesystem::file_size(path, error)}};
@@ -90,8 +90,8 @@ Tested learnInputs(const CheckOptions& options, Progress& progress) {
   const std::vector<InputFile> inputs = findInputs(options.learning.inputs, options.learning.recursive, options.learning.as);
   Tested tested;
   tested.material = Material::of(subjectOf(inputs), options.learning);
-  tested.matrix = tested.material->makeMatrix(inputs, options.talk.loudness());
-  const std::vector<int> ids = learnFiles(*tested.material, *tested.matrix, inputs, progress, options.talk.quiet);
+  tested.matrix = tested.material->makeMatrix(inputs, options.messages.messageLevel());
+  const std::vector<int> ids = learnFiles(*tested.material, *tested.matrix, inputs, progress, options.messages.quiet);
   std::uintmax_t bytes = 0;
   for (std::size_t at = 0; at < inputs.size(); ++at) {
     bytes += inputs[at].size;
@@ -133,7 +133,7 @@ void runCheck(const CheckOptions& options) {
   keepStandardOutputForResults();
   const bool isOfModel = namesAModel(options.learning);
   Output output("");
-  Progress progress(options.talk.showsProgress(), "");
+  Progress progress(options.messages.showsProgress(), "");
   const Tested tested = isOfModel ? loadModel(options) : learnInputs(options, progress);
   const Json report = reportOf(tested, progress);
   progress.clear();
@@ -152,7 +152,7 @@ void addCheckVerb(CLI::App& app) {
   addLearningOptions(*verb, options->learning,
                      "Files of one kind (text, MIDI and kern, numbers), folders of them, or one model file; - is standard input");
   verb->add_flag("--json", options->json, "Print JSON instead of a table");
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runCheck(*options); });
 }

@@ -3,9 +3,9 @@
 
 #include "Failure.h"
 #include "Material.h"
+#include "Messages.h"
 #include "MusicLearning.h"
 #include "MusicReport.h"
-#include "Talk.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ class ClassicLearning : public MusicLearning {
 
   void learn(Matrix& matrix, const InputFile& input) override { matrix.learnMusic(input.path, input.kind); }
 
-  void tellOmissions() const override {
+  void printOmissions() const override {
     for (const auto& [reason, count] : reasons_) note("left out " + countOf(count, "track") + ": " + reason);
     for (const auto& [reason, count] : refusals_) note("left out " + countOf(count, "file") + ": " + reason);
     if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end; the part before the fault was learned");

@@ -6,10 +6,10 @@
 #include "Failure.h"
 #include "Inputs.h"
 #include "Learning.h"
+#include "Messages.h"
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
-#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -17,7 +17,7 @@ namespace {
 struct ContinueOptions {
   LearningOptions learning;
   GenerationOptions generation;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 const char* const examples = R"(
@@ -42,9 +42,9 @@ void runContinue(ContinueOptions& options) {
   const std::unique_ptr<Material> material = Material::of(subjectOf(inputs), options.learning);
   Output output(options.generation.out);
   material->requireFitting(output);
-  Progress progress(options.talk.showsProgress(), options.generation.out);
-  const std::unique_ptr<Matrix> matrix = material->makeMatrix(inputs, options.talk.loudness());
-  learnFiles(*material, *matrix, inputs, progress, options.talk.quiet);
+  Progress progress(options.messages.showsProgress(), options.generation.out);
+  const std::unique_ptr<Matrix> matrix = material->makeMatrix(inputs, options.messages.messageLevel());
+  learnFiles(*material, *matrix, inputs, progress, options.messages.quiet);
   if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, material->nothingLearned()};
 
   options.generation.level = options.learning.level;
@@ -68,7 +68,7 @@ void addContinueVerb(CLI::App& app) {
   CLI::App* verb = app.add_subcommand("continue", "Learn texts, music or numbers and continue them");
   addLearningOptions(*verb, options->learning);
   addGenerationOptions(*verb, options->generation);
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runContinue(*options); });
 }

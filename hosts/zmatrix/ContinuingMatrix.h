@@ -46,7 +46,7 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
   int countUnknownWords([[maybe_unused]] int id, [[maybe_unused]] const std::vector<int>& items) override {
     int unknown = 0;
     if constexpr (Functions::hasSymbols) {
-      const Hush hush(*this);  // the library would report the number that is returned here
+      const MutedMessages muted(*this);  // the library would report the number that is returned here
       int symbols = 0;
       int lineFeeds = 0;
       select(id);
@@ -115,7 +115,7 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
 
   bool writeMusic([[maybe_unused]] int count, [[maybe_unused]] const std::string& path) override {
     if constexpr (Functions::learns) {
-      const Hush hush(*this);  // the library warns of each note that it corrects
+      const MutedMessages muted(*this);  // the library warns of each note that it corrects
       return Functions::writeMidi(matrix(), count, path.c_str(), nullptr) == 1;
     }
     return false;
@@ -124,7 +124,7 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
   Score compose([[maybe_unused]] int count, [[maybe_unused]] std::optional<double> tempo) override {
     Score score(nullptr, zq_deleteScore);
     if constexpr (Functions::learns) {
-      const Hush hush(*this);  // as in writeMusic
+      const MutedMessages muted(*this);  // as in writeMusic
       score.reset(Functions::compose(matrix(), count, tempo.value_or(0), nullptr));
     }
     if (!score) throw Failure{ExitCode::limit, "the notes could not be composed: out of memory"};
@@ -134,7 +134,7 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
   std::vector<int> preprocess([[maybe_unused]] const std::vector<int>& items) override {
     std::vector<int> stored;
     if constexpr (Functions::learns) {
-      const Hush hush(*this);
+      const MutedMessages muted(*this);
       int length = 0;
       int* result =
           items.empty() ? nullptr : Functions::preprocess(matrix(), items.data(), static_cast<int>(items.size()), &length);

@@ -6,13 +6,13 @@
 #include "Inputs.h"
 #include "KernConversion.h"
 #include "Material.h"
+#include "Messages.h"
 #include "MusicLearning.h"
 #include "MusicReport.h"
 #include "Options.h"
 #include "Output.h"
 #include "Scores.h"
 #include "ScratchFile.h"
-#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -21,7 +21,7 @@ struct ConvertOptions {
   std::string score;
   std::string out;
   ReadingOptions reading;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 std::string countOfFindings(const zq_Score& score) {
@@ -87,7 +87,7 @@ void addConvertVerb(CLI::App& app) {
       ->check(isNamed)
       ->option_text(" ");
   addReadingOptions(*verb, options->reading);
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runConvert(*options); });
 }

@@ -4,12 +4,12 @@
 
 #include "Inputs.h"
 #include "Material.h"
+#include "Messages.h"
 #include "ModelFile.h"
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
 #include "Reopenable.h"
-#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -18,7 +18,7 @@ struct GenerateOptions {
   std::string model;
   bool force = false;
   GenerationOptions generation;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 const char* const examples = R"(
@@ -33,10 +33,10 @@ Examples:
 
 void runGenerate(const GenerateOptions& options) {
   keepStandardOutputForResults();
-  Progress progress(options.talk.showsProgress(), options.generation.out);
+  Progress progress(options.messages.showsProgress(), options.generation.out);
   progress.show("loading", 0);
   const std::string path = reopenable(options.model), name = nameOfArgument(options.model);
-  const std::unique_ptr<Matrix> matrix = Matrix::load(path, options.talk.loudness());
+  const std::unique_ptr<Matrix> matrix = Matrix::load(path, options.messages.messageLevel());
   refuseInputAsOutput(options.generation.out, {{name, path, 0, Kind::text}});
   const LearningOptions none;
   const std::unique_ptr<Material> material = Material::of(subjectOf(*matrix), none);
@@ -68,7 +68,7 @@ void addGenerateVerb(CLI::App& app) {
       ->option_text("FILE")
       ->group("Texts");
   verb->add_flag("--force", options->force, "Continue a model even if it is damaged");
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runGenerate(*options); });
 }

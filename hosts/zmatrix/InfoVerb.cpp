@@ -18,7 +18,7 @@ namespace {
 struct InfoOptions {
   std::string model;
   bool json = false;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 const char* const examples = R"(
@@ -119,10 +119,10 @@ std::string tableOf(Json description) {
 void runInfo(const InfoOptions& options) {
   keepStandardOutputForResults();
   const std::string path = reopenable(options.model);
-  const std::unique_ptr<Matrix> matrix = Matrix::load(path, options.talk.loudness());
+  const std::unique_ptr<Matrix> matrix = Matrix::load(path, options.messages.messageLevel());
   warnIfDamaged(*matrix, nameOfArgument(options.model));
   Output output("");
-  const Json description = describe(*matrix, path, options.talk.verbose);
+  const Json description = describe(*matrix, path, options.messages.verbose);
   output.write(options.json ? jsonText(description) : tableOf(description));
   output.commit();
 }
@@ -134,7 +134,7 @@ void addInfoVerb(CLI::App& app) {
   CLI::App* verb = app.add_subcommand("info", "Print what a model file holds");
   verb->add_option("MODEL", options->model, "A matrix file of any tier; - is standard input")->required()->option_text(" ");
   verb->add_flag("--json", options->json, "Print JSON instead of tables");
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runInfo(*options); });
 }

@@ -21,7 +21,7 @@ struct InspectOptions {
   std::optional<Kind> as;
   bool json = false;
   ReadingOptions reading;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 const char* const examples = R"(
@@ -81,7 +81,7 @@ void addInspectVerb(CLI::App& app) {
   addKindOptions(*verb, options->as);
   addReadingOptions(*verb, options->reading);
   verb->add_flag("--json", options->json, "Print JSON instead of tables: a list with one object per file");
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runInspect(*options); });
 }

@@ -7,12 +7,12 @@
 #include "Failure.h"
 #include "Inputs.h"
 #include "Learning.h"
+#include "Messages.h"
 #include "ModelFile.h"
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
 #include "Reopenable.h"
-#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -22,7 +22,7 @@ struct LearnOptions {
   std::string model;
   bool update = false;
   bool test = false;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 const char* const examples = R"(
@@ -39,8 +39,8 @@ Examples:
 )";
 
 std::unique_ptr<Matrix> matrixFor(const LearnOptions& options, Material& material, const std::vector<InputFile>& inputs) {
-  if (!options.update) return material.makeMatrix(inputs, options.talk.loudness());
-  std::unique_ptr<Matrix> matrix = Matrix::load(reopenable(options.model), options.talk.loudness());
+  if (!options.update) return material.makeMatrix(inputs, options.messages.messageLevel());
+  std::unique_ptr<Matrix> matrix = Matrix::load(reopenable(options.model), options.messages.messageLevel());
   requireWhole(*matrix, options.model, options.learning.isForced);
   if (options.learning.tier && *options.learning.tier != matrix->tier()) {
     refuseUpdate(std::string("the model is of the ") + nameOf(matrix->tier()) + " tier");
@@ -62,11 +62,11 @@ void runLearn(const LearnOptions& options) {
   refuseInputAsOutput(options.model, inputs);
   const std::unique_ptr<Material> material = Material::of(subjectOf(inputs), options.learning);
   ModelFile model(options.model);
-  Progress progress(options.talk.showsProgress(), options.model);
+  Progress progress(options.messages.showsProgress(), options.model);
   const std::unique_ptr<Matrix> matrix = matrixFor(options, *material, inputs);
   const long long itemsBefore = matrix->itemsLearned();
   matrix->keepHistory();
-  learnFiles(*material, *matrix, inputs, progress, options.talk.quiet);
+  learnFiles(*material, *matrix, inputs, progress, options.messages.quiet);
   if (matrix->itemsLearned() == itemsBefore) throw Failure{ExitCode::badInput, material->nothingLearned()};
   if (options.test) {
     progress.show("testing", 0);
@@ -91,7 +91,7 @@ void addLearnVerb(CLI::App& app) {
       ->option_text("MODEL");
   verb->add_flag("--update,-u", options->update, "Learn into the existing model, with its tier, level and limits");
   verb->add_flag("--test", options->test, "Run the self-test before saving; a damaged matrix is not saved");
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runLearn(*options); });
 }

@@ -55,6 +55,6 @@ std::vector<int> learnFiles(Material& material, Matrix& matrix, const std::vecto
   }
   matrix.refreshWords();
   progress.clear();
-  if (!quiet) material.tellOmissions();
+  if (!quiet) material.printOmissions();
   return ids;
 }

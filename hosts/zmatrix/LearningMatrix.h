@@ -17,7 +17,7 @@ inline constexpr int numberOfIDsWithWords = 8;
 [[noreturn]] void refuseToLearn(const std::string& what = "a matrix of the base tier can't learn, it only stores values");
 
 /// Throws a Failure if one of the library's messages says that no sub-matrix was free for a track.
-void requireRoomForTracks(const std::vector<Overheard::Kind>& kinds, int numberOfIDs, const std::string& path);
+void requireRoomForTracks(const std::vector<LibraryMessages::Kind>& kinds, int numberOfIDs, const std::string& path);
 
 /// Throws a Failure if a score was not learned completely. A null report means that memory ran out.
 void requireAllTaken(const zq_ScoreFeedReport* report, int numberOfIDs, const std::string& path);
@@ -28,11 +28,11 @@ class LearningMatrix : public StoredMatrix<Functions> {
   using Store = StoredMatrix<Functions>;
   using Store::isOccupied;
   using Store::itemsLearned;
-  using Store::loudness;
+  using Store::messageLevel;
   using Store::numberOfIDs;
   using Store::record;
   using Store::select;
-  using Store::setLoudness;
+  using Store::setMessageLevel;
   using Store::Store;
   using typename Store::Learned;
   using typename Store::MusicSettings;
@@ -155,13 +155,13 @@ class LearningMatrix : public StoredMatrix<Functions> {
   Learned learnText([[maybe_unused]] const std::vector<int>& items, [[maybe_unused]] const std::string& name) override {
     if constexpr (Functions::learns) {
       const int length = static_cast<int>(items.size());
-      Overheard talk(loudness().level == 0);
+      LibraryMessages messages(messageLevel().level == 0);
       const int id = Functions::prepareForText(matrix(), items.data(), length, name.c_str());
       const long long before = id < 0 ? 0 : itemsLearned(id);
       int wordsLeftOut = 0;
       const int result = id < 0 ? -1 : learnItems(items, wordsLeftOut);
-      talk.end();
-      talk.tell();
+      messages.end();
+      messages.print();
       if (result < 1 && !isExcused(result, id, items)) {
         throw Failure{ExitCode::limit,
                       "the matrix is too small for all of " + name + ": lower --max-phrase, or learn fewer texts"};
@@ -181,18 +181,18 @@ class LearningMatrix : public StoredMatrix<Functions> {
   int learnMusic([[maybe_unused]] const std::string& path, [[maybe_unused]] Kind kind) override {
     if constexpr (Functions::learns) {
       int notes = 0;
-      const Loudness wanted = loudness();
-      if (wanted.level < 0) setLoudness({0});
-      Overheard talk(loudness().level == 0);
+      const MessageLevel wanted = messageLevel();
+      if (wanted.level < 0) setMessageLevel({0});
+      LibraryMessages messages(messageLevel().level == 0);
       select(0);
       if (kind == Kind::kern) {
         Functions::learnKern(matrix(), path.c_str(), &notes);
       } else {
         Functions::learnMidi(matrix(), path.c_str(), &notes);
       }
-      talk.end();
-      setLoudness(wanted);
-      requireRoomForTracks(talk.kinds(), numberOfIDs(), path);
+      messages.end();
+      setMessageLevel(wanted);
+      requireRoomForTracks(messages.kinds(), numberOfIDs(), path);
       return notes;
     } else {
       refuseToLearn();
@@ -202,7 +202,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
   FeedReport learnScore([[maybe_unused]] const zq_Score& score, [[maybe_unused]] const std::string& path,
                         [[maybe_unused]] bool leavesOutPercussion) override {
     if constexpr (Functions::learns) {
-      const Hush hush(*this);  // the report has the same information
+      const MutedMessages muted(*this);  // the report has the same information
       FeedReport report(Functions::learnScore(matrix(), &score, path.c_str(), leavesOutPercussion ? 1 : 0),
                         zq_deleteScoreFeedReport);
       requireAllTaken(report.get(), numberOfIDs(), path);
@@ -230,7 +230,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
     if constexpr (Functions::learns) {
       Functions::setNameOfFile(matrix(), path.c_str());
       Functions::addNameOfFile(matrix(), path.c_str());
-      const Hush hush(*this);  // the caller has already reported what can't be coded
+      const MutedMessages muted(*this);  // the caller has already reported what can't be coded
       if (Functions::learnSeries(matrix(), series.data(), static_cast<int>(series.size())) >= 1) return;
       throw Failure{ExitCode::limit,
                     "the matrix is too small for all of " + path + ": lower --max-phrase, or learn fewer numbers"};

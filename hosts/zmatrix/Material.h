@@ -31,13 +31,13 @@ class Material {
   /// Throws a Failure if the output is unsuitable, such as a terminal for MIDI. Called before learning.
   virtual void requireFitting(const Output&) const {}
   /// An empty matrix prepared for these inputs. Throws a Failure if they can't be learned with these options.
-  virtual std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) = 0;
+  virtual std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, MessageLevel messageLevel) = 0;
   /// Applies the options to a matrix that has learned before. Throws a Failure for options that it can't change.
   virtual void adjust(Matrix& matrix, const std::vector<InputFile>& inputs) = 0;
   /// Returns the ID of the sub-matrix that learned the file; -1 if none or several did.
   virtual int learn(Matrix& matrix, const InputFile& input) = 0;
   /// Prints on stderr what was left out of the inputs, and why.
-  virtual void tellOmissions() const {}
+  virtual void printOmissions() const {}
   /// Why nothing was learned.
   virtual std::string nothingLearned() const = 0;
   /// The amount that the matrix has learned, in the unit of the subject: "1200 items".

@@ -28,9 +28,9 @@ enum class Method { best = 1, middle = 2, random = 3 };
 /// Which tracks of a piece are learned: each by itself, all merged into one, or both. The numbers are those of the C interface.
 enum class Tracks { single = 0, merged = 1, both = 2 };
 
-/// The library's message level, -1 for none. At level 0 errors and warnings reach an Overheard, but the library prints nothing;
-/// from level 1 on it prints all messages up to the level.
-struct Loudness {
+/// The library's message level, -1 for none. At level 0 errors and warnings reach an LibraryMessages, but the library prints
+/// nothing; from level 1 on it prints all messages up to the level.
+struct MessageLevel {
   int level;
 
   bool printsMessages() const { return level > 0; }
@@ -39,9 +39,9 @@ struct Loudness {
 class Matrix {
  public:
   /// An empty matrix. Throws a Failure if memory runs out.
-  static std::unique_ptr<Matrix> create(Tier tier, Loudness loudness);
+  static std::unique_ptr<Matrix> create(Tier tier, MessageLevel messageLevel);
   /// Loads a matrix file; the file determines the tier. Throws a Failure if it can't be read.
-  static std::unique_ptr<Matrix> load(const std::string& path, Loudness loudness);
+  static std::unique_ptr<Matrix> load(const std::string& path, MessageLevel messageLevel);
   virtual ~Matrix() = default;
 
   /// Fields of the file header.
@@ -57,8 +57,8 @@ class Matrix {
   virtual int blockSize() const = 0;
   virtual int maximalStack() const = 0;
   virtual void select(int id) = 0;
-  virtual void setLoudness(Loudness loudness) = 0;
-  virtual Loudness loudness() const = 0;
+  virtual void setMessageLevel(MessageLevel messageLevel) = 0;
+  virtual MessageLevel messageLevel() const = 0;
 
   /// All counters and settings of a sub-matrix; fields that the tier lacks are 0. Valid until the next call for this ID.
   virtual const ZQMatrixProperties& record(int id) = 0;
@@ -191,18 +191,18 @@ class Matrix {
 };
 
 /// Sets the message level to -1 for its lifetime, around calls whose warnings are expected. A level set by --debug stays.
-class Hush {
+class MutedMessages {
  public:
-  explicit Hush(Matrix& matrix) : matrix_(matrix), before_(matrix.loudness()) {
-    if (before_.level == 0) matrix_.setLoudness({-1});
+  explicit MutedMessages(Matrix& matrix) : matrix_(matrix), before_(matrix.messageLevel()) {
+    if (before_.level == 0) matrix_.setMessageLevel({-1});
   }
-  ~Hush() { matrix_.setLoudness(before_); }
-  Hush(const Hush&) = delete;
-  Hush& operator=(const Hush&) = delete;
+  ~MutedMessages() { matrix_.setMessageLevel(before_); }
+  MutedMessages(const MutedMessages&) = delete;
+  MutedMessages& operator=(const MutedMessages&) = delete;
 
  private:
   Matrix& matrix_;
-  Loudness before_;
+  MessageLevel before_;
 };
 
 const char* languageOf(const ZQMatrixProperties& record);

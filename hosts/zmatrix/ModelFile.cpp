@@ -9,9 +9,9 @@
 #include "Failure.h"
 #include "Inputs.h"
 #include "Interrupt.h"
+#include "Messages.h"
 #include "Output.h"
 #include "PendingFile.h"
-#include "Talk.h"
 
 namespace {
 

@@ -115,7 +115,7 @@ const MusicContinuation::Voice* MusicContinuation::voiceFor(int id) const {
 
 // Selects a sub-matrix and sets its context. Returns the length of the known ending of the start.
 int MusicContinuation::goTo(int id) {
-  const Hush hush(matrix_);  // the library warns of a start that was not learned
+  const MutedMessages muted(matrix_);  // the library warns of a start that was not learned
   matrix_.select(id);
   if (voices_.empty()) return 0;
   matrix_.setContext(itemsFor(matrix_.record(id), voiceFor(id)->notes));
@@ -124,7 +124,7 @@ int MusicContinuation::goTo(int id) {
 
 // Shifts the context, which may begin anywhere in the start, so that it begins in the first bar.
 void MusicContinuation::moveToFirstBar(int id) {
-  const Hush hush(matrix_);
+  const MutedMessages muted(matrix_);
   const auto dimension = static_cast<std::size_t>(matrix_.record(id).coordinateDimension);
   const int barLength = barLengthOf(matrix_.record(id));
   std::vector<int> items = matrix_.context();

@@ -18,7 +18,7 @@ class MusicLearning {
   virtual void look(const InputFile& input, const Matrix::MusicSettings& settings) = 0;
   virtual void learn(Matrix& matrix, const InputFile& input) = 0;
   /// Prints what was left out of the files.
-  virtual void tellOmissions() const = 0;
+  virtual void printOmissions() const = 0;
   /// Why nothing was learned, the reasons separated by semicolons; empty if there are none.
   virtual std::string reasons() const = 0;
 

@@ -41,10 +41,10 @@ class MusicMaterial : public Material {
     if (output.isOnTerminal()) throw Failure{ExitCode::usage, "won't write MIDI to a terminal; use --out FILE.mid"};
   }
 
-  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, MessageLevel messageLevel) override {
     settings_ = wantedSettings();
     look(options_.reading.reading.value_or(Reading::exact), inputs);
-    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), loudness);
+    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), messageLevel);
     matrix->reserveIDs(std::clamp(static_cast<int>(learning_->kinds().size()) + leastIDs / 2, leastIDs, mostIDs));
     matrix->prepareForMusic(settings_);
     matrix->setPhraseLimit(options_.maxPhrase.value_or(usualPhraseLimit));
@@ -78,7 +78,7 @@ class MusicMaterial : public Material {
     return -1;
   }
 
-  void tellOmissions() const override { learning_->tellOmissions(); }
+  void printOmissions() const override { learning_->printOmissions(); }
 
   std::string nothingLearned() const override {
     const std::string why = learning_->reasons();

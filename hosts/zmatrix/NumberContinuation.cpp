@@ -45,7 +45,7 @@ std::string NumberContinuation::description() const {
 void NumberContinuation::write(Output& output, Progress& progress) {
   matrix_.setMethod(options_.method);
   matrix_.seed(options_.seed);
-  const Hush hush(matrix_);  // the library warns of a start that was not learned
+  const MutedMessages muted(matrix_);  // the library warns of a start that was not learned
   if (isArithmetic(settings_.preprocessing)) {
     const std::vector<int> context = start_.empty() ? matrix_.context() : start_;
     prepareArithmetic(settings_.preprocessing, settings_.ocronType, context);

@@ -6,11 +6,11 @@
 #include "Arithmetic.h"
 #include "Failure.h"
 #include "Material.h"
+#include "Messages.h"
 #include "Nearest.h"
 #include "NumberCoding.h"
 #include "NumberContinuation.h"
 #include "NumberFile.h"
-#include "Talk.h"
 
 namespace {
 
@@ -27,13 +27,13 @@ class NumberMaterial : public Material {
  public:
   explicit NumberMaterial(const LearningOptions& options) : options_(options) {}
 
-  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, MessageLevel messageLevel) override {
     const NumberCoding& coding = wantedCoding();
     settings_ = {coding.preprocessing, options_.ocronType.value_or(coding.ocronType == 0 ? usualOcronType : coding.ocronType),
                  options_.maxIndex.value_or(usualMaxIndex)};
     requireOcronTypeOf(coding);
     read(inputs);
-    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), loudness);
+    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), messageLevel);
     matrix->prepareForNumbers(settings_, options_.maxPhrase.value_or(usualPhraseLimit));
     return matrix;
   }
@@ -61,14 +61,14 @@ class NumberMaterial : public Material {
     if (found == files_.end()) return -1;
     for (const std::vector<int>& series : found->second) {
       matrix.learnSeries(series, input.name);
-      const Hush hush(matrix);
+      const MutedMessages muted(matrix);
       const auto longest = static_cast<std::ptrdiff_t>(std::min<std::size_t>(series.size(), 64));
       matrix.setContext({series.end() - longest, series.end()});
     }
     return found->second.empty() ? -1 : 0;
   }
 
-  void tellOmissions() const override {
+  void printOmissions() const override {
     if (badTokens_ > 0) note("left out " + countOf(badTokens_, "token"));
     if (withoutForm_ > 0) note("left out " + countOf(withoutForm_, "number") + " without a code");
   }

@@ -3,11 +3,11 @@
 #include <limits>
 #include <map>
 
+#include "Messages.h"
 #include "MusicCoding.h"
 #include "Nearest.h"
 #include "NumberCoding.h"
 #include "OptionChecks.h"
-#include "Talk.h"
 
 const char* const exitCodes =
     "Exit codes: 0 done, 2 wrong usage, 3 an input can't be read or holds nothing to learn, 4 a limit (memory, matrix, disk),\n"
@@ -179,13 +179,13 @@ void addGenerationOptions(CLI::App& verb, GenerationOptions& options) {
       ->option_text("FILE");
 }
 
-void addTalkOptions(CLI::App& verb, TalkOptions& options) {
+void addMessageOptions(CLI::App& verb, MessageOptions& options) {
   verb.add_flag("--quiet,-q", options.quiet, "No progress, notes or warnings")->each([](const std::string&) {
-    setTalkativeness(Talkativeness::quiet);
+    setVerbosity(Verbosity::quiet);
   });
   verb.add_flag("--verbose,-v", options.verbose,
                 "Print more: errors and warnings of the library, the description stored in a model, the copied share of a text")
-      ->each([](const std::string&) { setTalkativeness(Talkativeness::verbose); });
+      ->each([](const std::string&) { setVerbosity(Verbosity::verbose); });
   verb.add_option("--debug", options.debugLevel, "Print the library's messages up to this level, 0 to 9, on standard error")
       ->check(wholeNumber(0, 9))
       ->option_text("LEVEL");

@@ -61,12 +61,12 @@ struct GenerationOptions {
   bool json = false;
 };
 
-struct TalkOptions {
+struct MessageOptions {
   bool quiet = false;
   bool verbose = false;
   int debugLevel = 0;
 
-  Loudness loudness() const { return {quiet ? -1 : debugLevel}; }
+  MessageLevel messageLevel() const { return {quiet ? -1 : debugLevel}; }
   bool showsProgress() const { return !quiet && debugLevel == 0; }
 };
 
@@ -82,7 +82,7 @@ void addLevelOption(CLI::App& verb, std::optional<Level>& level);
 /// Adds the options for reading MIDI and kern files.
 void addReadingOptions(CLI::App& verb, ReadingOptions& options);
 void addKindOptions(CLI::App& verb, std::optional<Kind>& kind);
-void addTalkOptions(CLI::App& verb, TalkOptions& options);
+void addMessageOptions(CLI::App& verb, MessageOptions& options);
 
 /// The last lines of each verb's help.
 extern const char* const exitCodes;

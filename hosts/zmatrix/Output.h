@@ -38,7 +38,7 @@ int descriptorOfStandardOutput();
 
 /// True if an Output to this path can't appear on a terminal: it is a regular or new file, or /dev/null. False for a pipe, which
 /// may lead to a pager.
-bool goesToAFile(const std::string& path);
+bool isFileOrDevNull(const std::string& path);
 
 /// Opens /dev/null for each closed standard stream. Must be called first: otherwise the next file that is opened would get the
 /// descriptor of the closed stream.

@@ -53,7 +53,7 @@ std::string fitted(const std::string& text, std::size_t width) {
 }  // namespace
 
 Progress::Progress(bool wanted, const std::string& results)
-    : shown_(wanted && isatty(STDERR_FILENO) == 1 && !isSet("NO_COLOR") && !isDumb() && goesToAFile(results)) {
+    : shown_(wanted && isatty(STDERR_FILENO) == 1 && !isSet("NO_COLOR") && !isDumb() && isFileOrDevNull(results)) {
 }
 
 Progress::~Progress() {

@@ -3,8 +3,8 @@
 
 #include "ExactReport.h"
 #include "Material.h"
+#include "Messages.h"
 #include "MusicLearning.h"
-#include "Talk.h"
 
 namespace {
 
@@ -38,7 +38,7 @@ class ScoreLearning : public MusicLearning {
     matrix.learnScore(*read(input), input.name, options_.leavesOutPercussion);
   }
 
-  void tellOmissions() const override {
+  void printOmissions() const override {
     for (const auto& [reason, count] : refusals_) note("left out " + countOf(count, "file") + ": " + reason);
     for (const auto& [cause, notes] : causes_) note("left out " + countOf(notes, "note") + ": " + cause);
     if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end; the part before the fault was learned");

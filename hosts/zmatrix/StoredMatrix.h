@@ -9,27 +9,27 @@
 #include <vector>
 
 #include "Failure.h"
+#include "LibraryMessages.h"
 #include "Matrix.h"
-#include "Overheard.h"
 
 template <class Functions>
 class StoredMatrix : public Matrix {
  public:
   using Handle = typename Functions::Handle;
 
-  StoredMatrix(Handle* handle, Loudness loudness) : handle_(handle, Functions::destroy) { setLoudness(loudness); }
+  StoredMatrix(Handle* handle, MessageLevel messageLevel) : handle_(handle, Functions::destroy) { setMessageLevel(messageLevel); }
 
   Tier tier() const override { return Functions::number; }
   int numberOfIDs() const override { return Functions::numberOfIDs(matrix()); }
   int blockSize() const override { return Functions::blockSize(matrix()); }
   int maximalStack() const override { return Functions::maximalStack(matrix()); }
   void select(int id) override { Functions::setCurrentID(matrix(), id); }
-  Loudness loudness() const override { return loudness_; }
+  MessageLevel messageLevel() const override { return messageLevel_; }
 
-  void setLoudness(Loudness loudness) override {
-    loudness_ = loudness;
-    Functions::setDebugDevice(matrix(), loudness.printsMessages() ? 1 : 0);
-    Functions::setDebugLevel(matrix(), loudness.level);
+  void setMessageLevel(MessageLevel messageLevel) override {
+    messageLevel_ = messageLevel;
+    Functions::setDebugDevice(matrix(), messageLevel.printsMessages() ? 1 : 0);
+    Functions::setDebugLevel(matrix(), messageLevel.level);
   }
 
   Header header() const override {
@@ -48,7 +48,7 @@ class StoredMatrix : public Matrix {
   }
 
   std::vector<const ZQMatrixProperties*> history() override {
-    const Hush hush(*this);  // the library reads until a record fails, and warns of that
+    const MutedMessages muted(*this);  // the library reads until a record fails, and warns of that
     int count = 0;
     Functions::readHistory(matrix(), &count);
     std::vector<const ZQMatrixProperties*> records;
@@ -91,15 +91,15 @@ class StoredMatrix : public Matrix {
   TestResult selfTest(int id, int which) override {
     select(id);
     TestResult result{};
-    Overheard talk(loudness_.level == 0);
+    LibraryMessages messages(messageLevel_.level == 0);
     result.isSound =
         Functions::selfTest(matrix(), which, &result.writtenElements, &result.endElements, 0) == 1;  // 0: don't trim the block
-    talk.end();
-    if (!result.isSound) talk.tell();
+    messages.end();
+    if (!result.isSound) messages.print();
     return result;
   }
 
  private:
   std::unique_ptr<Handle, decltype(Functions::destroy)> handle_;
-  Loudness loudness_{0};
+  MessageLevel messageLevel_{0};
 };

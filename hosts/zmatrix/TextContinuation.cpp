@@ -72,7 +72,7 @@ void TextContinuation::choose() {
 
 // Sets the context, and selects the sub-matrix of the letters or of the words above them.
 void TextContinuation::goTo(int id, const std::vector<int>& start) {
-  const Hush hush(matrix_);  // the library warns of a start that was not learned
+  const MutedMessages muted(matrix_);  // the library warns of a start that was not learned
   matrix_.select(id);
   matrix_.setContext(start);
   if (level_ == Level::words) matrix_.select(matrix_.record(id).currentMatrixIDLevelUp);
@@ -158,7 +158,7 @@ long long TextContinuation::mostItems() const {
 }
 
 CopiedRuns::Shares TextContinuation::compareWithTexts() {
-  const Hush hush(matrix_);
+  const MutedMessages muted(matrix_);
   matrix_.select(id_);
   CopiedRuns runs(written_);
   for (const std::string& path : options_.against) {

@@ -5,7 +5,7 @@
 
 #include "CopiedRuns.h"
 #include "Material.h"
-#include "Talk.h"
+#include "Messages.h"
 #include "TextEnd.h"
 #include "TextSource.h"
 

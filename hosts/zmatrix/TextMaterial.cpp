@@ -3,8 +3,8 @@
 
 #include "Failure.h"
 #include "Material.h"
+#include "Messages.h"
 #include "Sentences.h"
-#include "Talk.h"
 #include "TextContinuation.h"
 #include "TextFile.h"
 
@@ -32,11 +32,12 @@ class TextMaterial : public Material {
  public:
   explicit TextMaterial(const LearningOptions& options) : options_(options) {}
 
-  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, MessageLevel messageLevel) override {
     const bool learnsWords = options_.level == Level::words;
     if (learnsWords && options_.tier == Tier::medium) throw Failure{ExitCode::usage, "--level words needs --tier full"};
     if (!learnsWords && options_.maxWords) throw Failure{ExitCode::usage, "--max-words needs --level words"};
-    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(learnsWords ? Tier::full : Tier::medium), loudness);
+    std::unique_ptr<Matrix> matrix =
+        Matrix::create(options_.tier.value_or(learnsWords ? Tier::full : Tier::medium), messageLevel);
     const PhraseLimits limits = phraseLimitsFor(inputs);
     if (learnsWords) matrix->prepareForWords(options_.maxWords.value_or(limits.words));
     matrix->prepareForTexts(options_.maxPhrase.value_or(learnsWords ? phraseLimitForWords : limits.letters));
@@ -66,7 +67,7 @@ class TextMaterial : public Material {
     return learned.id;
   }
 
-  void tellOmissions() const override {
+  void printOmissions() const override {
     if (guesses_ > 0) {
       const std::string others = guesses_ > 1 ? " and " + countOf(guesses_ - 1, "other file") : "";
       note("not UTF-8, read as Windows-1252: " + firstGuess_ + others + " (--encoding sets another)");

@@ -26,7 +26,7 @@ std::vector<int> TextSource::next() {
 }
 
 void TextSource::go(const std::vector<int>& context) {
-  const Hush hush(matrix_);
+  const MutedMessages muted(matrix_);
   matrix_.setContext(context);
 }
 

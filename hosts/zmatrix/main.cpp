@@ -13,8 +13,8 @@
 #include "Failure.h"
 #include "Help.h"
 #include "Manual.h"
+#include "Messages.h"
 #include "Output.h"
-#include "Talk.h"
 #include "Verbs.h"
 
 namespace {

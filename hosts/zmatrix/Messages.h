@@ -3,9 +3,9 @@
 
 #include <string>
 
-enum class Talkativeness { quiet, usual, verbose };
+enum class Verbosity { quiet, usual, verbose };
 
-void setTalkativeness(Talkativeness talkativeness);
+void setVerbosity(Verbosity verbosity);
 bool isVerbose();
 
 /// Prints "zmatrix: TEXT" at any verbosity; for errors.

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-class Overheard {
+class LibraryMessages {
  public:
-  /// Collects messages until end(), if `wanted`. Only one Overheard at a time may collect.
-  explicit Overheard(bool wanted);
-  ~Overheard() { end(); }
-  Overheard(const Overheard&) = delete;
-  Overheard& operator=(const Overheard&) = delete;
+  /// Collects messages until end(), if `wanted`. Only one LibraryMessages at a time may collect.
+  explicit LibraryMessages(bool wanted);
+  ~LibraryMessages() { end(); }
+  LibraryMessages(const LibraryMessages&) = delete;
+  LibraryMessages& operator=(const LibraryMessages&) = delete;
 
   void end();
 
@@ -24,10 +24,10 @@ class Overheard {
   /// The first 8 kinds in the order in which they appeared; messages of further kinds are counted with the last.
   std::vector<Kind>& kinds() { return kinds_; }
   /// Prints the messages on stderr if --verbose was given.
-  void tell() const;
+  void print() const;
 
  private:
-  static void receive(int level, const char* text, void* overheard);
+  static void receive(int level, const char* text, void* libraryMessages);
   void keep(const std::string& message);
 
   bool listens_;
