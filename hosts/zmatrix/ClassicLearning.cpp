@@ -1,11 +1,11 @@
-// Learning by the classic readers, which feed files themselves.
+// Learning by the classic readers: the library's functions read a file and feed it in one call.
 #include "Failure.h"
 #include "MusicLearning.h"
 #include "MusicReport.h"
 
 namespace {
 
-// "line 3, column 2: the rule (token)" as the rule, so that the same fault of several files is told once.
+// Reduces "line 3, column 2: the rule (token)" to "the rule", so that equal faults of several files are counted together.
 std::string withoutPlace(const std::string& refusal) {
   const std::size_t colon = refusal.rfind("line ", 0) == 0 ? refusal.find(": ") : std::string::npos;
   if (colon == std::string::npos) return refusal;
@@ -26,12 +26,12 @@ class ClassicLearning : public MusicLearning {
 
   void learn(Matrix& matrix, const InputFile& input) override { matrix.learnMusic(input.path, input.kind); }
 
-  void tellOmissions() const override {
-    tell(reasons_, "track");
-    tell(refusals_, "file");
-    if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end: what stands before the fault is learned");
-    if (notesLost_ > 0) note("left out " + countOf(notesLost_, "note") + " that nothing ends");
-    if (!reasons_.empty() || !refusals_.empty() || endings_ + notesLost_ > 0) note("`zmatrix inspect FILE` tells more");
+  void printOmissions() const override {
+    printLeftOut(reasons_, "track");
+    printLeftOut(refusals_, "file");
+    if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end; the part before the fault was learned");
+    if (notesLost_ > 0) note("left out " + countOf(notesLost_, "note") + " without an end");
+    if (!reasons_.empty() || !refusals_.empty() || endings_ + notesLost_ > 0) note("for details see `zmatrix inspect FILE`");
   }
 
   std::string reasons() const override {
@@ -56,9 +56,9 @@ std::unique_ptr<MusicLearning> makeClassicLearning() {
 
 std::unique_ptr<MusicLearning> MusicLearning::of(Reading reading, const ReadingOptions& options) {
   if (reading == Reading::exact) return makeScoreLearning(options);
-  if (options.graceQuanta) throw Failure{ExitCode::usage, "--grace-quanta is for the exact reading"};
+  if (options.graceQuanta) throw Failure{ExitCode::usage, "--grace-quanta needs the exact reading"};
   if (options.leavesOutPercussion) {
-    throw Failure{ExitCode::usage, "--no-percussion is for the exact reading: --skip-channel 10 leaves out drums"};
+    throw Failure{ExitCode::usage, "--no-percussion needs the exact reading; --skip-channel 10 leaves out drums"};
   }
   return makeClassicLearning();
 }
