@@ -11,7 +11,7 @@ functions = set(re.findall(r'^    (\w+);$', pathlib.Path(export_map).read_text(e
 types = {name for header in headers
          for name in re.findall(r'\b(?:struct|class)\s+(\w+)', pathlib.Path(header).read_text(encoding='ascii'))}
 # A mangled name: an optional word on what is made of the entity, then its outermost scope, or the name itself if it has none.
-MANGLED = re.compile(r'_Z(?:T[VTISWHC]|T[hv]n?\d+_(?:n?\d+_)?|GV|GR|GTt)?Z?(?:N[KVRrO]*)?(?:(?P<std>S[a-z])|(?P<length>\d+)(?P<rest>\w+))')
+MANGLED = re.compile(r'_Z(?:T[VTISWHC]|T[hv]n?\d+_(?:n?\d+_)?|GV|GR|GTt)?Z*(?:N[KVRrO]*)?(?:(?P<std>S[a-z])|(?P<length>\d+)(?P<rest>\w+))')
 
 
 def scope_of(symbol):

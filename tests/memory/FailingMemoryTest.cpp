@@ -23,6 +23,7 @@ std::vector<int> codesOf(const std::string& text) {
 
 const std::vector<int> firstText = codesOf("The harbour is dry. The boats lie on the sand.");
 const std::vector<int> nextText = codesOf("The water comes back, and a boat stands up.");
+const std::vector<int> numbers = {2, 12, 30, 7, 64, 81, 5, 360, 97, 12, 30, 7, 210, 128, 6, 500, 11, 36, 30, 7};
 
 /// Calls `act` with each allocation failing in turn, alone and with all behind it; what it hands to `armed` runs meanwhile.
 template <class Act>
@@ -283,7 +284,6 @@ TYPED_TEST(FailingMemoryOfLearningTest, Learn) {
       C::setUpForIntegers(matrix, "numbers");
       C::setPreProcessing(matrix, coding);
       C::setOcronType(matrix, 4);
-      const std::vector<int> numbers = {2, 12, 30, 7, 64, 81, 5, 360, 97, 12, 30, 7, 210, 128, 6, 500, 11, 36, 30, 7};
       const int result = C::learnIntegers(matrix, numbers.data(), static_cast<int>(numbers.size()));
       return numbered(result, C::numberOfWrites(matrix));
     });
