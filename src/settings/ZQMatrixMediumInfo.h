@@ -162,11 +162,11 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return dimensionArray(writeElementsInDimension_, numberOfDimensions);
   }
 
-  // The kernel as its getters show it: a copy, a row a coordinate, each at least 256 items long. Null without memory. A copy
-  // holds until the next call.
-  int** getKernelOriginalSequence() { return kernelRows(kernelOriginalSequence_); }
-  int** getKernelOriginalSequenceInitialValues() { return kernelRows(kernelOriginalSequenceInitialValues_); }
-  int** getKernelPreProcessedSequence() { return kernelRows(kernelPreProcessedSequence_); }
+  // The kernel as its getters show it: a copy, a row a coordinate, each as long as its internal length says, and at least 256
+  // items. Null without memory. A copy holds until the next call.
+  int** getKernelOriginalSequence();
+  int** getKernelOriginalSequenceInitialValues();
+  int** getKernelPreProcessedSequence();
   // The kernel itself, item after item. The items behind the length keep what they were.
   const int* getKernelOriginalItems() const { return kernelOriginalSequence_.data(); }
   const int* getKernelPreProcessedItems() const { return kernelPreProcessedSequence_.data(); }
@@ -320,9 +320,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void setMediumDefaults();
   bool makeMediumArrays(zmatrix::ZQFileReader& file);
   int enterMediumMatrixDimension(int dimIndex);
-  int** kernelRows(zmatrix::ZQKernelItems& items) {
-    return items.provide(coordinateDimension_, zmatrix::initialKernelLength) ? items.rows() : nullptr;
-  }
+  int** kernelRows(zmatrix::ZQKernelItems& items, int length, int internalLength);
   bool makeKernelItems(int dimension);
   bool writeDefaultItems(int numberOfItems);
   int* flatCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* length, int* dimension);
