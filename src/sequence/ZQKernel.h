@@ -50,6 +50,8 @@ class ZQKernel {
   bool provideForSuffix(int numberOfItems);
   bool keepSuffix(const KnownSuffix& suffix, const int* sequence, int length);
   bool pushOneItem(const int* item);
+  bool pushInPlace(const int* item, int* addedOriginal, int* addedPreProcessed);
+  std::span<const int> inScratch(const int* items, int numberOfItems, const int* addedItem);
   void storeOriginal(const int* items, int numberOfItems);
   KernelSetting setFromShortOriginal(const int* sequence, int length, const KernelSettingRequest& request);
   KernelSetting reset(const KernelSettingRequest& request);
