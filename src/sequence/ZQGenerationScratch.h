@@ -19,7 +19,7 @@ struct Successor {
 struct ZQGenerationScratch {
   ZQKnownSuffixes knownSuffixes;
   ZQArray<Successor> successors;
-  ZQArray<int> sequence;      ///< the original items of the kernel followed by the next item
+  ZQArray<int> sequence;      ///< the items of the kernel, original or preprocessed, followed by the next one
   ZQArray<int> preProcessed;  ///< the result of ZQMatrixMedium::preProcessIntoScratch
 };
 

@@ -1,6 +1,7 @@
 #include "sequence/ZQKernel.h"
 
 #include <algorithm>
+#include <array>
 #include <climits>
 
 #include "frame/ZQDebugChannel.h"
@@ -12,6 +13,21 @@ namespace zmatrix {
 namespace {
 
 constexpr int offsetNotFound = -1;
+
+/// What stood behind the items of a kernel before an item was written there. The rows of a snapshot show it, so it is put back
+/// when the kernel hasn't grown.
+class ReplacedItem {
+ public:
+  ReplacedItem(int* place, int coordinateDimension) : place_(place), coordinateDimension_(coordinateDimension) {
+    std::copy_n(place, coordinateDimension, values_.begin());
+  }
+  void putBack() const { std::copy_n(values_.begin(), coordinateDimension_, place_); }
+
+ private:
+  std::array<int, largestCoordinateDimension> values_;
+  int* place_;
+  int coordinateDimension_;
+};
 
 }  // namespace
 
@@ -75,13 +91,10 @@ void ZQKernel::resetForUnknown() {
 
 void ZQKernel::pushPreProcessed(const int* item) {
   const int numberOfItems = std::max(info_.getLengthOfKernelPreProcessedSequence(), 0);
-  int* const added = info_.roomBehindKernelPreProcessed(numberOfItems);
-  if (added == nullptr) {
-    setFromPreProcessed(nullptr, 0);
-    return;
-  }
-  std::copy_n(item, coordinateDimension_, added);
-  setFromPreProcessed(info_.getKernelPreProcessedItems(), (numberOfItems + 1) * coordinateDimension_);
+  const bool hasRoom = info_.provideKernelPreProcessed(numberOfItems);
+  const std::span<const int> sequence =
+      hasRoom ? inScratch(info_.getKernelPreProcessedItems(), numberOfItems, item) : std::span<const int>();
+  setFromPreProcessed(sequence.data(), static_cast<int>(sequence.size()));
 }
 
 // --- original and preprocessed items
@@ -202,31 +215,48 @@ void ZQKernel::push(const int* item, int numberOfItems) {
   const bool canGrow = numberOfItems == info_.getLengthOfKernelOriginalSequence() && info_.kernelFacesAgree();
   const Push pushed = canGrow ? pushOneItem(item) : Push::needsWholeSequence;
   if (pushed == Push::done) return;
-  const size_t lengthBefore = static_cast<size_t>(numberOfItems) * static_cast<size_t>(coordinateDimension_);
-  const size_t length = lengthBefore + static_cast<size_t>(coordinateDimension_);
-  int* const sequence =
-      length <= INT_MAX && info_.provideKernelOriginal(numberOfItems) ? scratch_.sequence.makeRoomFor(length) : nullptr;
-  if (sequence != nullptr) {
-    std::copy_n(info_.getKernelOriginalItems(), lengthBefore, sequence);
-    std::copy_n(item, coordinateDimension_, sequence + lengthBefore);
-  }
+  const bool hasRoom = info_.provideKernelOriginal(numberOfItems);
+  const std::span<const int> sequence =
+      hasRoom ? inScratch(info_.getKernelOriginalItems(), numberOfItems, item) : std::span<const int>();
   const KernelSettingRequest request{matrix_.getCurrentMatrixID(), 0, false};
-  if (pushed == Push::unknown && sequence != nullptr) {
+  if (pushed == Push::unknown && !sequence.empty()) {
     resetForUnknown();
-    keepOriginal(sequence, static_cast<int>(length), (preProcessedBefore + 1) * coordinateDimension_, request);
+    keepOriginal(sequence.data(), static_cast<int>(sequence.size()), (preProcessedBefore + 1) * coordinateDimension_, request);
   } else {
-    setFromOriginal(sequence, sequence != nullptr ? static_cast<int>(length) : 0, request);
+    setFromOriginal(sequence.data(), static_cast<int>(sequence.size()), request);
   }
 }
 
-/// Appends an item without processing the whole sequence. False if that is not possible; the kernel's items
-/// are unchanged then.
+/// The items followed by one more, in working memory; empty without memory.
+std::span<const int> ZQKernel::inScratch(const int* items, int numberOfItems, const int* addedItem) {
+  const size_t lengthBefore = static_cast<size_t>(numberOfItems) * static_cast<size_t>(coordinateDimension_);
+  const size_t length = lengthBefore + static_cast<size_t>(coordinateDimension_);
+  int* const sequence = length <= INT_MAX ? scratch_.sequence.makeRoomFor(length) : nullptr;
+  if (sequence == nullptr) return {};
+  std::copy_n(items, lengthBefore, sequence);
+  std::copy_n(addedItem, coordinateDimension_, sequence + lengthBefore);
+  return {sequence, length};
+}
+
+/// Appends an item without processing the whole sequence. Unless that is done, the kernel's items are unchanged.
 ZQKernel::Push ZQKernel::pushOneItem(const int* item) {
   const int numberOfOriginal = info_.getLengthOfKernelOriginalSequence();
   const int numberOfPreProcessed = info_.getLengthOfKernelPreProcessedSequence();
   int* const addedOriginal = info_.roomBehindKernelOriginal(numberOfOriginal);
   int* const addedPreProcessed = info_.roomBehindKernelPreProcessed(numberOfPreProcessed);
   if (addedOriginal == nullptr || addedPreProcessed == nullptr) return Push::needsWholeSequence;
+  const ReplacedItem behindOriginal(addedOriginal, coordinateDimension_),
+      behindPreProcessed(addedPreProcessed, coordinateDimension_);
+  const Push pushed = pushInPlace(item, addedOriginal, addedPreProcessed);
+  if (info_.getLengthOfKernelOriginalSequence() <= numberOfOriginal) behindOriginal.putBack();
+  if (info_.getLengthOfKernelPreProcessedSequence() <= numberOfPreProcessed) behindPreProcessed.putBack();
+  return pushed;
+}
+
+/// The same with the item and its preprocessed form written into the places behind the kernel's items.
+ZQKernel::Push ZQKernel::pushInPlace(const int* item, int* addedOriginal, int* addedPreProcessed) {
+  const int numberOfOriginal = info_.getLengthOfKernelOriginalSequence();
+  const int numberOfPreProcessed = info_.getLengthOfKernelPreProcessedSequence();
   std::copy_n(item, coordinateDimension_, addedOriginal);
   const PreprocessingSettings settings = preprocessingSettingsOf(info_);
   const std::span<const int> original(info_.getKernelOriginalItems(), addedOriginal + coordinateDimension_);

@@ -53,7 +53,9 @@ class ZQKernel {
   /// Pushing one item: done, no ending with it is known, or only a look at the whole sequence can tell.
   enum class Push { done, unknown, needsWholeSequence };
   [[nodiscard]] Push pushOneItem(const int* item);
+  [[nodiscard]] Push pushInPlace(const int* item, int* addedOriginal, int* addedPreProcessed);
   KernelSetting keepOriginal(const int* sequence, int length, int preProcessedLength, const KernelSettingRequest& request);
+  std::span<const int> inScratch(const int* items, int numberOfItems, const int* addedItem);
   void storeOriginal(const int* items, int numberOfItems);
   KernelSetting setFromShortOriginal(const int* sequence, int length, const KernelSettingRequest& request);
   KernelSetting reset(const KernelSettingRequest& request);

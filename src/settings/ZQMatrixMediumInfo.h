@@ -162,12 +162,12 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return dimensionArray(writeElementsInDimension_, numberOfDimensions);
   }
 
-  // Copies of the kernel for hosts, a row per coordinate, each at least 256 items long. Valid until the next call; null if memory
-  // has run out.
-  int** getKernelOriginalSequence() { return kernelRows(kernelOriginalSequence_); }
-  int** getKernelOriginalSequenceInitialValues() { return kernelRows(kernelOriginalSequenceInitialValues_); }
-  int** getKernelPreProcessedSequence() { return kernelRows(kernelPreProcessedSequence_); }
-  // The kernel itself, item after item.
+  // Copies of the kernel for hosts, a row per coordinate. A row has as many items as its internal length says, and at least 256.
+  // Valid until the next call; null if memory has run out.
+  int** getKernelOriginalSequence();
+  int** getKernelOriginalSequenceInitialValues();
+  int** getKernelPreProcessedSequence();
+  // The kernel itself, item after item. Items behind the length keep their former values.
   const int* getKernelOriginalItems() const { return kernelOriginalSequence_.data(); }
   const int* getKernelPreProcessedItems() const { return kernelPreProcessedSequence_.data(); }
   /// Makes room for `length` items of the original kernel and its initial values, or of the preprocessed kernel; the caller sets
@@ -319,9 +319,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void setMediumDefaults();
   [[nodiscard]] bool makeMediumArrays(zmatrix::ZQFileReader& file);
   int enterMediumMatrixDimension(int dimIndex);
-  int** kernelRows(zmatrix::ZQKernelItems& items) {
-    return items.provide(coordinateDimension_, zmatrix::initialKernelLength) ? items.rows() : nullptr;
-  }
+  int** kernelRows(zmatrix::ZQKernelItems& items, int length, int internalLength);
   [[nodiscard]] bool makeKernelItems(int dimension);
   [[nodiscard]] bool writeDefaultItems(int numberOfItems);
   int* flatCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* length, int* dimension);

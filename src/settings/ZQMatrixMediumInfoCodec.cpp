@@ -52,15 +52,18 @@ void ZQMatrixMediumInfo::describeMediumPart(Fields& fields, int withSequence) {
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldWriter&, int);
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, int);
 
-// In the file the items are ordered by coordinate. A length without items is set to 0.
+// In the file the items are ordered by coordinate. A length without items stands for items of zeros; it is set to 0 if memory for
+// them is refused.
 template <class Fields>
 void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQKernelItems& items, int& length) {
   const long long numberOfValues = static_cast<long long>(length) * coordinateDimension_;
   if constexpr (Fields::reads) {
     int isThere = 0;
     fields.number(isThere);
-    if (isThere != 1 || length < 1) {
-      if (coordinateDimension_ > 0) length = std::min(length, 0);
+    if (length < 1) return;
+    if (isThere != 1) {
+      const bool isGranted = fields.file.grants(numberOfValues * static_cast<long long>(sizeof(int)));
+      if (!isGranted || !items.provide(coordinateDimension_, length)) length = 0;
       return;
     }
     const bool isComplete = numberOfValues * static_cast<long long>(sizeof(int)) <= fields.file.getBytesLeft();

@@ -1,5 +1,5 @@
 // The kernel operations of the medium record: storing items, the reset to initial values and the copies for callers. Lengths
-// count items. The fields for internal lengths may differ from the allocated memory, and nothing here depends on them.
+// count items. The internal lengths may differ from the allocated memory; only the rows for callers depend on them.
 #include <algorithm>
 #include <climits>
 #include <cstring>
@@ -104,6 +104,30 @@ bool ZQMatrixMediumInfo::writeDefaultItems(int numberOfItems) {
     }
   }
   return true;
+}
+
+// A loaded record has room for its sequences alone; its internal lengths are as in the file. A length far beyond what the
+// sequence needs stems from a damaged file, and gets no more than mostUnusedItems.
+int** ZQMatrixMediumInfo::kernelRows(zmatrix::ZQKernelItems& items, int length, int internalLength) {
+  constexpr long long mostUnusedItems = 65536;
+  const auto rowLength = std::min<long long>(internalLength, zmatrix::grownCapacity(length) + mostUnusedItems);
+  const bool hasRoom = items.provide(coordinateDimension_, std::max(static_cast<int>(rowLength), zmatrix::initialKernelLength)) ||
+                       items.provide(coordinateDimension_, zmatrix::initialKernelLength);
+  return hasRoom ? items.rows() : nullptr;
+}
+
+int** ZQMatrixMediumInfo::getKernelOriginalSequence() {
+  return kernelRows(kernelOriginalSequence_, lengthOfKernelOriginalSequence_, internalLengthOfKernelOriginalSequence_);
+}
+
+int** ZQMatrixMediumInfo::getKernelOriginalSequenceInitialValues() {
+  return kernelRows(kernelOriginalSequenceInitialValues_, lengthOfKernelOriginalSequence_,
+                    internalLengthOfKernelOriginalSequence_);
+}
+
+int** ZQMatrixMediumInfo::getKernelPreProcessedSequence() {
+  return kernelRows(kernelPreProcessedSequence_, lengthOfKernelPreProcessedSequence_,
+                    internalLengthOfKernelPreProcessedSequence_);
 }
 
 int* ZQMatrixMediumInfo::flatCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* length, int* dimension) {

@@ -64,6 +64,21 @@ TYPED_TEST(LayoutTest, OlderVersionsGetWhatTheyLack) {
   }
 }
 
+TYPED_TEST(LayoutTest, AKernelLengthWithoutItsSequenceCountsZeros) {
+  if constexpr (learns<TypeParam>) {
+    const plain::MatrixFile file(this->tier);
+    const size_t flag = file.place("kernelOriginal.flag").offset;
+    std::string bytes = file.with("kernelOriginal.flag", 0);
+    bytes.erase(flag + 4, 8);
+    ASSERT_EQ(this->load(bytes), 1);
+    ZQMatrixMediumInfo& info = *this->matrix->getMatrixInfo(0);
+    EXPECT_EQ(info.getLengthOfKernelOriginalSequence(), 2);
+    EXPECT_EQ(info.getKernelOriginalSequence()[0][1], 0);
+    EXPECT_EQ(info.getKernelOriginalSequenceInitialValues()[0][1], 0);
+    EXPECT_EQ(info.getKernelPreProcessedSequence()[0][0], 13) << "what follows stays in step";
+  }
+}
+
 TYPED_TEST(LayoutTest, LowerTiersAreUpgradedAndHigherOnesRefused) {
   for (int tierOfFile = 0; tierOfFile <= 2; ++tierOfFile) {
     this->matrix.makeAnew();

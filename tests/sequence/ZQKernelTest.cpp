@@ -90,6 +90,7 @@ class KernelTest : public testing::Test {
  protected:
   struct State {
     Numbers original, preProcessed;
+    Numbers rows;  ///< of both, with what lies behind the items in use
     bool operator==(const State&) const = default;
   };
 
@@ -114,6 +115,14 @@ class KernelTest : public testing::Test {
     return matrix;
   }
 
+  static Numbers rowsOf(ZQMatrixMediumInfo& info) {
+    Numbers values;
+    for (int** rows : {info.getKernelOriginalSequence(), info.getKernelPreProcessedSequence()}) {
+      for (int k = 0; k < info.getCoordinateDimension(); ++k) values.insert(values.end(), rows[k], rows[k] + 32);
+    }
+    return values;
+  }
+
   static State stateOf(ZQMatrixMedium& matrix) {
     const auto flat = [&](int* (ZQMatrixMediumInfo::*copy)(int*, int*)) {
       int length = 0;
@@ -121,7 +130,7 @@ class KernelTest : public testing::Test {
       return items == nullptr ? Numbers() : Numbers(items.get(), items.get() + length);
     };
     return {flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector),
-            flat(&ZQMatrixMediumInfo::getKernelPreProcessedSequenceIndexVector)};
+            flat(&ZQMatrixMediumInfo::getKernelPreProcessedSequenceIndexVector), rowsOf(*matrix.getMatrixInfo())};
   }
 };
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <memory>
 #include <numeric>
 #include <vector>
@@ -90,6 +91,12 @@ TEST(KernelSequenceTest, LongKernelsSurviveTheResetOfTheirInternalLengths) {
   EXPECT_EQ(record.getInternalLengthOfKernelOriginalSequence(), 256);
   EXPECT_EQ(record.getInternalLengthOfKernelPreProcessedSequence(), 256);
   EXPECT_EQ(record.getKernelOriginalSequence()[0][999], 999);
+
+  record._setInternalLengthOfKernelOriginalSequence(1618);
+  EXPECT_EQ(record.getKernelOriginalSequence()[0][1617], 0) << "a row is as long as the internal length says";
+  EXPECT_EQ(record.getKernelOriginalSequenceInitialValues()[0][1617], 0);
+  record._setInternalLengthOfKernelOriginalSequence(INT_MAX);
+  EXPECT_EQ(record.getKernelOriginalSequence()[0][999], 999) << "but not for absurd ones";
 
   record.setPreProcessingType(999);  // needs more items than the rows have at first
   EXPECT_EQ(record.resetKernelSequence(0, 1), 999);
