@@ -278,7 +278,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, Learn) {
     return length == 35 ? std::string("both") : std::string();
   });
   zq_initPrimes(0, 1000, std::array<int, 1>{}.data());
-  for (const int coding : {1010, 1011, 1017}) {
+  for (const int coding : {1010, 1017}) {
     this->runs.failEach("numbers as " + std::to_string(coding), [coding](auto* matrix) {
       C::setCurrent(matrix, 2);
       C::setUpForIntegers(matrix, "numbers");
