@@ -1,5 +1,5 @@
 // zmatrix_bench [--text FILE] [--midi FOLDER] [--kern FOLDER] [--cap] [options of Google Benchmark]: without a text the two short
-// example texts are learned; --cap also fills a block to its cap.
+// example texts are learned; --cap also fills a block to its cap. Fails if an answer is wrong or no benchmark was run.
 #include <cstdio>
 #include <cstring>
 
@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
   bench::registerKern(kernFolder);
   bench::registerNumbers();
   if (fillsToCap) bench::registerCapacity();
-  benchmark::RunSpecifiedBenchmarks();
+  const size_t benchmarksRun = benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
-  return 0;
+  return benchmarksRun > 0 && bench::allAnswersAreRight ? 0 : 1;
 }
