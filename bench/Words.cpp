@@ -47,7 +47,8 @@ class Chain {
       ++next_[""][word];
       if (!last.empty()) ++next_[last][word];
       if (!lastTwo.empty()) ++next_[lastTwo][word];
-      lastTwo = last.empty() ? "" : last + " " + word;
+      lastTwo.clear();
+      if (!last.empty()) lastTwo.append(last).append(" ").append(word);
       last = word;
     }
     return true;

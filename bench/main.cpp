@@ -12,7 +12,7 @@ namespace {
 std::string takeArgument(const char* option, int& argc, char** argv) {
   for (int i = 1; i + 1 < argc; i++) {
     if (strcmp(argv[i], option) != 0) continue;
-    const std::string value = argv[i + 1];
+    std::string value = argv[i + 1];
     for (int k = i; k + 2 <= argc; k++) argv[k] = argv[k + 2];  // including the null at the end
     argc -= 2;
     return value;

@@ -45,6 +45,19 @@ want_build_tools() {
   want_file /usr/include/nlohmann/json.hpp nlohmann-json3-dev
 }
 
+want_tests() { want_file /usr/include/gtest/gtest.h libgtest-dev; }
+
+# Google Benchmark, and the libraries that zmatrix is measured beside.
+want_benchmarks() {
+  want_file /usr/include/benchmark/benchmark.h libbenchmark-dev
+  want_file /usr/include/absl/container/flat_hash_map.h libabsl-dev
+  want_file /usr/include/sparsehash/dense_hash_map libsparsehash-dev
+  want_file /usr/include/datrie/trie.h libdatrie-dev
+  want_file /usr/include/primesieve.h libprimesieve-dev
+  want_file /usr/include/smf.h libsmf-dev
+  want_command pkg-config pkg-config
+}
+
 # Installs what the want_... calls found missing; asks for root only if something is and we are not root.
 install_missing() {
   [[ ${#missing_packages[@]} -gt 0 ]] || return 0
