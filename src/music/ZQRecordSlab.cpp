@@ -8,6 +8,9 @@ namespace {
 
 constexpr size_t headerOfChunk = 16;  // keeps records aligned for their 64-bit value
 
+// The heap's own header then fits in front of the next chunk, so that aligned chunks lie side by side.
+constexpr size_t roomForHeapHeader = 64;
+
 }  // namespace
 
 void ZQRecordSlab::releaseElsewhere(void* record) {
@@ -44,7 +47,7 @@ void ZQRecordSlab::takeFromElsewhere() {
 
 bool ZQRecordSlab::addChunk() {
   static_assert(sizeof(Chunk) <= headerOfChunk);
-  auto* chunk = static_cast<Chunk*>(systemAlignedMalloc(sizeOfChunk, sizeOfChunk));
+  auto* chunk = static_cast<Chunk*>(systemAlignedMalloc(sizeOfChunk, sizeOfChunk - roomForHeapHeader));
   if (chunk == nullptr) return false;
   lastChunk_ = new (chunk) Chunk{this, lastChunk_};
   handOutFrom(chunk);
@@ -53,7 +56,7 @@ bool ZQRecordSlab::addChunk() {
 
 void ZQRecordSlab::handOutFrom(Chunk* chunk) {
   next_ = reinterpret_cast<char*>(chunk) + headerOfChunk;
-  end_ = next_ + (sizeOfChunk - headerOfChunk) / recordSize_ * recordSize_;
+  end_ = next_ + (sizeOfChunk - roomForHeapHeader - headerOfChunk) / recordSize_ * recordSize_;
 }
 
 void ZQRecordSlab::restart() {

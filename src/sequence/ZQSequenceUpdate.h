@@ -60,7 +60,7 @@ struct ZQSequenceUpdate {
 
  private:
   using Front = zmatrix::ZQFront;
-  static constexpr int mostElementsInCache = 32768;  // with no more than these a look ahead costs more than it saves
+  static constexpr int mostElementsInCache = 131072;  // with no more than these prefetching costs more than it saves
 
   // Where a phrase lies, as far as it exists.
   struct Place {
