@@ -83,21 +83,24 @@ install_if_offered() {
   missing_packages=()
 }
 
-# build_preset PRESET [CMAKE OPTION...]: configures and builds into build/PRESET.
-build_preset() {
+# configure_preset PRESET [CMAKE OPTION...]: configures build/PRESET.
+configure_preset() {
   local preset=$1
   shift
   local generator=()
   [[ -e $project/build/$preset/CMakeCache.txt ]] || generator=(-G Ninja)
-  (cd "$project" && quietly cmake --preset "$preset" "${generator[@]}" "$@" && cmake --build "build/$preset" --parallel "$jobs")
+  (cd "$project" && quietly cmake --preset "$preset" "${generator[@]}" "$@")
+}
+
+# build_preset PRESET [CMAKE OPTION...]: configures and builds into build/PRESET.
+build_preset() {
+  configure_preset "$@" && cmake --build "$project/build/$1" --parallel "$jobs"
 }
 
 # build_shared_library FILE: builds the shared library for release, and writes it to FILE without what only debuggers read.
 build_shared_library() {
   say "building the shared library"
-  if [[ ! -e $project/build/release/CMakeCache.txt ]]; then
-    (cd "$project" && quietly cmake --preset release -G Ninja -DZMATRIX_BUILD_COMMAND=OFF)
-  fi
+  [[ -e $project/build/release/CMakeCache.txt ]] || configure_preset release -DZMATRIX_BUILD_COMMAND=OFF
   (cd "$project" && quietly cmake --build build/release --parallel "$jobs" --target zmatrix)
   mkdir -p "$(dirname "$1")"
   strip --strip-unneeded -o "$1" "$project/build/release/src/libzmatrix.so"
