@@ -6,7 +6,7 @@
 
 namespace {
 
-// With each of `special` behind a backslash.
+// Puts a backslash before each character that is in `special`.
 std::string escaped(const std::string& text, const std::string& special) {
   std::string result;
   for (const char character : text) {
@@ -16,7 +16,7 @@ std::string escaped(const std::string& text, const std::string& special) {
   return result;
 }
 
-// In single quotes for a shell that has no escapes there: a quote ends them, stands for itself, and begins them anew.
+// In single quotes for a shell; a single quote in the text becomes '\''.
 std::string quoted(const std::string& text) {
   std::string result = "'";
   for (const char character : text) result += character == '\'' ? "'\\''" : std::string(1, character);
@@ -42,7 +42,7 @@ std::string bashNames(const VerbRow& verb) {
   return listOf(names, " ");
 }
 
-// The values of the options that take one, as branches on the word before.
+// Case branches that complete the value of the option before the cursor.
 std::string bashValues(const VerbRow& verb) {
   std::string branches;
   for (const OptionRow& option : verb.options) {
@@ -63,7 +63,7 @@ std::string bashBranch(const VerbRow& verb) {
 
 // ---- zsh
 
-// The argument of _arguments for one spelling of an option; it takes the others out of what is still offered.
+// The specification for _arguments of one spelling of an option; the spelling excludes the others once it is given.
 std::string zshSpelling(const OptionRow& option, const std::string& name) {
   const std::string description = "[" + escaped(briefOf(option.description), "[]\\:") + "]";
   const std::string values = !option.choices.empty() ? "(" + listOf(option.choices, " ") + ")"
@@ -128,7 +128,7 @@ _zmatrix() {
   case "$verb" in
 )";
   VerbRow before = rowOf(app);
-  before.name.clear();  // what stands before any verb is the branch for all else
+  before.name.clear();  // bashBranch writes the default branch for an empty name
   for (const VerbRow& verb : verbs) text += bashBranch(verb);
   text += bashBranch(before);
   return text +

@@ -76,7 +76,7 @@ TEST_F(ReadingTest, LearnsExactlyWhatTheClassicReadingLeavesOut) {
   EXPECT_EQ(seen["classic_losses"][0]["cause"], "not learned: the file has several time signatures");
   EXPECT_EQ(seen["exact"]["sub_matrices"], 6) << "two meters, of the oboe, the drums and both";
   EXPECT_TRUE(says("learn changing.mid --no-percussion -o model", 0, "left out 10 notes: drums, percussion and effects"));
-  EXPECT_TRUE(says("learn changing.mid --no-percussion --reading classic -o model", 2, "--no-percussion is for the exact"));
+  EXPECT_TRUE(says("learn changing.mid --no-percussion --reading classic -o model", 2, "--no-percussion needs the exact"));
 }
 
 TEST_F(ReadingTest, WritesTheMeterTheSoundsAndTheTempoThatWereLearned) {
@@ -131,7 +131,7 @@ TEST_F(ReadingTest, ConvertsScoresWithAllTheirNotes) {
   ASSERT_EQ(zmatrix("convert score.krn old.mid --reading classic").exitCode, 0);
   EXPECT_NE(readFile("old.mid"), readFile("score.mid"));
   EXPECT_TRUE(
-      says("convert score.krn old.mid --reading classic --grace-quanta 384", 2, "--grace-quanta is for the exact reading"));
+      says("convert score.krn old.mid --reading classic --grace-quanta 384", 2, "--grace-quanta needs the exact reading"));
   EXPECT_FALSE(jsonOf("inspect score.krn --json --reading exact")[0].contains("readings"));
   EXPECT_FALSE(jsonOf("inspect score.krn --json --reading classic")[0].contains("exact"));
 }

@@ -89,7 +89,7 @@ TEST_F(SentencesTest, EndWithTheOneAskedFor) {
             "Mr. J. Bly came on the 3. of May. He left in 1853.\n");
   const RunResult bounded = zmatrix("continue asks.txt --sentences 3 --method best --count 5");
   EXPECT_EQ(bounded.output, "Is it");
-  EXPECT_NE(bounded.talk.find("stopped behind 5 characters"), std::string::npos) << bounded.talk;
+  EXPECT_NE(bounded.talk.find("stopped after 5 characters"), std::string::npos) << bounded.talk;
   EXPECT_EQ(zmatrix("continue asks.txt --sentences 3 --lines 2").exitCode, 2);
   writeFile("numbers.txt", "1 2 3 4 5 6");
   EXPECT_EQ(zmatrix("continue numbers.txt --lines 2").exitCode, 2);
