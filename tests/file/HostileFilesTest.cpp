@@ -76,7 +76,7 @@ TYPED_TEST(HostileTest, TurnedBytes) {
   const std::string bytes = plain::MatrixFile(this->tier).bytes();
   for (int i = 0; i < 150; ++i) {
     std::string broken = bytes;
-    for (unsigned changes = 1 + random() % 6; changes > 0; --changes) {
+    for (size_t changes = 1 + random() % 6; changes > 0; --changes) {
       // Seven in eight fall behind the header, where there is more to break.
       const size_t from = random() % 8 == 0 ? 512 : 2204;
       broken[from + random() % (broken.size() - from)] = static_cast<char>(random() % 3 == 0 ? 255 : random());

@@ -22,7 +22,7 @@ TEST(DecimalNumberTest, IsReadWithoutTheStandardLibraryAsWithIt) {
   std::mt19937 random(1);
   for (int i = 0; i < 20000; ++i) {
     std::string text;
-    for (unsigned left = random() % 12; left > 0; --left) text += "0123456789.eE-+0019infa"[random() % 23];
+    for (size_t left = random() % 12; left > 0; --left) text += "0123456789.eE-+0019infa"[random() % 23];
     for (const auto format : {std::chars_format::fixed, std::chars_format::general}) {
       expectAsStandard<double>(text, format);
       expectAsStandard<float>(text, format);

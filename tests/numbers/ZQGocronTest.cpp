@@ -74,7 +74,7 @@ TEST_F(GocronTest, StandAnyParameters) {
   for (int i = 0; i < 3000; i++) {
     parameters = {4, 10, 0, 0, static_cast<int>(random()), static_cast<int>(random()), static_cast<int>(random()), INT_MIN, 3, 4};
     std::string symbols;
-    for (unsigned n = random() % 80; n > 0; n--) symbols += "*P2^Q"[random() % 5];
+    for (size_t n = random() % 80; n > 0; n--) symbols += "*P2^Q"[random() % 5];
     for (int type = 3; type <= 7; type++) {
       gocron(type, symbols);
       ocron(type, static_cast<long long>(random()) << (random() % 31));

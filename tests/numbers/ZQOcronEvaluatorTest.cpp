@@ -91,7 +91,7 @@ TEST_F(OcronEvaluatorTest, StandsRandomStrings) {
   std::mt19937 random(7);
   for (int i = 0; i < 20000; i++) {
     std::string ocron;
-    for (unsigned n = random() % 24; n > 0; n--) ocron += "22*P^Q\n"[random() % 7];
+    for (size_t n = random() % 24; n > 0; n--) ocron += "22*P^Q\n"[random() % 7];
     for (int type = 3; type <= 7; type++) value(type, ocron);
     logBase = 0;
     logarithmic(ocron);
