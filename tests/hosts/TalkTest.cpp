@@ -1,8 +1,7 @@
-// What the command says beside its results, and where: usage, progress, closed and dangling ends, the manual and the completions.
+// Diagnostics, progress, closed and dangling files, manual and completions.
 #include <regex>
 #include <set>
 #include <sstream>
-#include <string>
 
 #include "hosts/RunProgram.h"
 
@@ -12,19 +11,18 @@ const std::string command = "'" ZMATRIX_COMMAND "' ";
 
 class TalkTest : public ProgramTest {
  protected:
-  void SetUp() override {
-    ProgramTest::SetUp();
+  TalkTest() {
     writeFile("small.txt", "The boat is in. The rope is wet, and the sail is down. The man is on the quay. It is late.");
   }
 
-  // What a terminal gets where standard error, and standard output unless it is redirected, are one.
+  // The output on a terminal that has both standard output, unless redirected, and standard error.
   std::string onTerminal(const std::string& arguments) const {
     writeFile("line.sh", command + arguments + "\n");
     return run("TERM=xterm script -qec 'sh line.sh' /dev/null").output;
   }
 };
 
-TEST_F(TalkTest, SaysInOneLineWhatIsWrongWithTheArguments) {
+TEST_F(TalkTest, ReportsWrongArgumentsInOneLine) {
   expectCodes("faults_of_arguments.txt");
   const RunResult empty = zmatrix("continue small.txt --start= --count 20");
   EXPECT_EQ(empty.output, zmatrix("continue small.txt --start '' --count 20").output);
@@ -32,8 +30,8 @@ TEST_F(TalkTest, SaysInOneLineWhatIsWrongWithTheArguments) {
   EXPECT_EQ(zmatrix("help learn").output, zmatrix("learn --help").output);
 }
 
-TEST_F(TalkTest, DrawsProgressOnlyWhereNoResultsComeOut) {
-  if (run("command -v script").exitCode != 0) GTEST_SKIP() << "there is no script(1) to have a terminal from";
+TEST_F(TalkTest, DrawsProgressOnlyWithoutOutputOnTheTerminal) {
+  if (run("command -v script").exitCode != 0) GTEST_SKIP() << "script(1) is missing";
   const std::string line = "continue small.txt --count 40 ";
   for (const std::string rest : {"", "| cat", "--out /dev/stdout", "--quiet --out result", "--debug 1 --out result"}) {
     EXPECT_EQ(onTerminal(line + rest).find("%"), std::string::npos) << rest;
@@ -41,34 +39,32 @@ TEST_F(TalkTest, DrawsProgressOnlyWhereNoResultsComeOut) {
   for (const std::string rest : {"--out result", "--out /dev/null", ">result"}) {
     const std::string shown = onTerminal(line + rest);
     EXPECT_NE(shown.find("] 0%"), std::string::npos) << rest;
-    EXPECT_EQ(shown.substr(shown.size() - 2), " \r") << "the line is taken away: " << shown;
+    EXPECT_EQ(shown.substr(shown.size() - 2), " \r") << "the progress line is erased: " << shown;
   }
   EXPECT_EQ(onTerminal("learn small.txt -o model; NO_COLOR=1 " + command + line + "--out result").find("writing"),
             std::string::npos);
 }
 
-TEST_F(TalkTest, TellsOfClosedAndDanglingEnds) {
+TEST_F(TalkTest, ReportsClosedOutputsAndDanglingLinks) {
   for (const std::string line : {"continue small.txt", "--help", "--version", "check small.txt", "learn small.txt -o -"}) {
-    const RunResult result = zmatrix(line + " >&-");
-    EXPECT_EQ(result.exitCode, 4) << line;
-    EXPECT_NE(result.talk.find("cannot write standard output: it is closed"), std::string::npos) << result.talk;
+    expectMessage(line + " >&-", 4, "cannot write standard output: it is closed");
   }
   EXPECT_EQ(zmatrix("--help >/dev/full").exitCode, 4);
   EXPECT_EQ(zmatrix("learn small.txt -o model <&- >&- 2>&-").exitCode, 0);
-  EXPECT_EQ(zmatrix("check model").exitCode, 0) << "nothing that was said stands in the model";
-  EXPECT_EQ(run("{ " + command + "continue small.txt -q --count 1000000; echo $? >code; } | head -c 1; cat code").talk, "");
+  EXPECT_EQ(zmatrix("check model").exitCode, 0) << "no diagnostics in the model";
+  EXPECT_EQ(run("{ " + command + "continue small.txt -q --count 1000000; echo $? >code; } | head -c 1; cat code").diagnostics,
+            "");
   EXPECT_EQ(readFile("code"), "141\n");
 
   run("ln -s nowhere link");
   for (const std::string line : {"continue link", "info link", "learn small.txt -o link", "continue small.txt -o link"}) {
-    const RunResult result = zmatrix(line);
-    EXPECT_EQ(result.exitCode, line.find("-o") == std::string::npos ? 3 : 4) << line;
-    EXPECT_NE(result.talk.find("it is a symbolic link to nowhere, which is not there"), std::string::npos) << result.talk;
+    const int exitCode = line.find("-o") == std::string::npos ? 3 : 4;
+    expectMessage(line, exitCode, "it is a symbolic link to nowhere, which is not there");
   }
   EXPECT_NE(run("test -e nowhere").exitCode, 0);
 }
 
-// The names that --help lists for all verbs.
+// The long names of the options that a help text lists.
 std::set<std::string> optionsIn(const std::string& help) {
   static const std::regex option("\\n +(?:-\\w,)?--([a-z-]+)");
   std::set<std::string> names;
@@ -76,7 +72,7 @@ std::set<std::string> optionsIn(const std::string& help) {
   return names;
 }
 
-TEST_F(TalkTest, PrintsManualAndCompletionsOfAllThatHelpLists) {
+TEST_F(TalkTest, ManualAndCompletionsHaveAllOptionsOfTheHelp) {
   std::string help = zmatrix("--help").output;
   for (const char* verb : {"continue", "learn", "generate", "info", "check", "inspect", "convert", "numbers"}) {
     help += zmatrix(std::string(verb) + " --help").output;
@@ -85,7 +81,7 @@ TEST_F(TalkTest, PrintsManualAndCompletionsOfAllThatHelpLists) {
   EXPECT_GT(options.size(), 20u);
   for (const std::string what : {"man", "bash", "zsh", "fish"}) {
     const RunResult printed = zmatrix("--print " + what + " >" + what + " && cat " + what);
-    ASSERT_EQ(printed.exitCode, 0) << printed.talk;
+    ASSERT_EQ(printed.exitCode, 0) << printed.diagnostics;
     for (const std::string& name : options) {
       const std::string shown = what == "fish"  ? "-l " + name
                                 : what == "man" ? std::regex_replace(name, std::regex("-"), "\\-")

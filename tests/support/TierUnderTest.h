@@ -1,15 +1,18 @@
-// The three tiers under one face, so that a test is told once: how each is made, written and read, and what its records hold.
+// One interface to the three tiers: creation, writing, reading, and copies of elements.
 #pragma once
 
-#include <cstddef>
-#include <vector>
+#include <gtest/gtest.h>
 
 #include "flat/ZQMatrixCreators.h"
 #include "store/ZQFreeSlotSearch.h"
 #include "support/PlainStore.h"
+#include "support/Vectors.h"
 #include "symbols/ZQMatrix.h"
 
 namespace zmatrix {
+
+using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
+using LearningTiers = testing::Types<ZQMatrixMedium, ZQMatrix>;
 
 template <class Matrix>
 struct TierUnderTest;
@@ -19,10 +22,10 @@ struct TierUnderTest<ZQMatrixBase> {
   static constexpr plain::Tier tier = plain::Tier::base;
   static constexpr auto create = createAndInitMatrixBase;
   static constexpr auto destroy = deleteMatrixBase;
-  static int write(ZQMatrixBase& matrix, std::vector<int> vector, long long value, int, int, int) {
+  static int write(ZQMatrixBase& matrix, Vector vector, long long value, int, int, int) {
     return matrix.writeMatrixData(vector.data(), static_cast<int>(vector.size()), value);
   }
-  static plain::Read read(ZQMatrixBase& matrix, std::vector<int> vector) {
+  static plain::Read read(ZQMatrixBase& matrix, Vector vector) {
     plain::Read r;
     r.value = matrix.readMatrixData(vector.data(), static_cast<int>(vector.size()), &r.existCode, &r.writeCount);
     return r;
@@ -45,11 +48,11 @@ struct TierUnderTest<ZQMatrixMedium> {
   static constexpr plain::Tier tier = plain::Tier::medium;
   static constexpr auto create = createAndInitMatrixMedium;
   static constexpr auto destroy = deleteMatrixMedium;
-  static int write(ZQMatrixMedium& matrix, std::vector<int> vector, long long value, int startFlag, int endFlag, int) {
+  static int write(ZQMatrixMedium& matrix, Vector vector, long long value, int startFlag, int endFlag, int) {
     return matrix.writeMatrixData(vector.data(), static_cast<int>(vector.size()), value, static_cast<char>(startFlag),
                                   static_cast<char>(endFlag));
   }
-  static plain::Read read(ZQMatrixMedium& matrix, std::vector<int> vector) {
+  static plain::Read read(ZQMatrixMedium& matrix, Vector vector) {
     plain::Read r;
     r.value = matrix.readMatrixData(vector.data(), static_cast<int>(vector.size()), &r.existCode, &r.writeCount, &r.withSuccessor,
                                     &r.withoutPredecessor);
@@ -69,13 +72,11 @@ struct TierUnderTest<ZQMatrix> {
   static constexpr plain::Tier tier = plain::Tier::full;
   static constexpr auto create = createAndInitMatrix;
   static constexpr auto destroy = deleteMatrix;
-  static int write(ZQMatrix& matrix, std::vector<int> vector, long long value, int startFlag, int endFlag, int symbolMarker) {
+  static int write(ZQMatrix& matrix, Vector vector, long long value, int startFlag, int endFlag, int symbolMarker) {
     return matrix.writeMatrixData(vector.data(), static_cast<int>(vector.size()), value, static_cast<char>(startFlag),
                                   static_cast<char>(endFlag), symbolMarker);
   }
-  static plain::Read read(ZQMatrix& matrix, const std::vector<int>& vector) {
-    return TierUnderTest<ZQMatrixMedium>::read(matrix, vector);
-  }
+  static plain::Read read(ZQMatrix& matrix, const Vector& vector) { return TierUnderTest<ZQMatrixMedium>::read(matrix, vector); }
   static plain::Element copyOf(const ZQMatrixBaseElement* element) {
     const auto* full = static_cast<const ZQMatrixElement*>(element);
     plain::Element copy = TierUnderTest<ZQMatrixMedium>::copyOf(element);
@@ -85,7 +86,13 @@ struct TierUnderTest<ZQMatrix> {
   }
 };
 
-/// The search's state belongs to the process: a test sets it, and puts it back for the tests that follow.
+/// In the order of plain::Info::counters().
+inline Vector countersOf(const ZQMatrixBaseInfo& info) {
+  return {info.getNumberOfMatrixElements(), info.getNumberOfWriteElements(),      info.getNumberOfWriteCounts(),
+          info.getNumberOfEndElements(),    info.getNumberOfMatrixDeleteEvents(), info.getNumberOfMatrixWriteEvents()};
+}
+
+/// All matrices of a thread share the state of the search: a test that sets it resets it for the next tests.
 inline void setSearchState(const plain::SearchState& state) {
   freeSlotSearchState() = {state.firstFree, state.numberOfFunctionCalls, state.lastOffset, state.goodStartIndex};
 }

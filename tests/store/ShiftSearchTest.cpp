@@ -1,5 +1,5 @@
-// The search for a shift against a walk over all offsets, on an index that is packed with scattered holes and changes between the
-// searches: what the filters have learned from searches in vain must never hide a place.
+// The search for a shift compared with a walk over all offsets, on a packed index with scattered holes that changes between the
+// searches: the filters that failed searches leave behind must never hide a fit.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -28,7 +28,7 @@ class PackedIndex {
 
   int below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
 
-  /// A field of `count` occupied slots within `width`.
+  /// A field of `count` occupied slots within `width` slots.
   std::vector<int> field(int count, int width) {
     const int begin = below(index.getNumberOfSlots() - width);
     std::set<int> slots{begin};
@@ -76,16 +76,16 @@ struct Shape {
   int count, width, holesInThousand;
 };
 
-class NearestFitTest : public testing::TestWithParam<Shape> {};
+class ShiftSearchTest : public testing::TestWithParam<Shape> {};
 
-TEST_P(NearestFitTest, IsTheOneThatAWalkFinds) {
+TEST_P(ShiftSearchTest, FindsTheFitThatAWalkFinds) {
   const Shape shape = GetParam();
   PackedIndex packed(150'000, shape.holesInThousand, 11);
   std::vector<std::vector<int>> shapes;
   for (int i = 0; i < 6; ++i) shapes.push_back(packed.field(shape.count, shape.width));
   int numberFound = 0;
   for (int round = 0; round < 60; ++round) {
-    // The same few shapes again and again, so that what one search crosses off is there for the next.
+    // The same few shapes are searched again and again, so that later searches use the filters of earlier ones.
     std::vector<int> positions = shapes[static_cast<size_t>(packed.below(6))];
     const int shift = packed.below(packed.index.getNumberOfSlots() - shape.width) - positions.front();
     for (int& position : positions) packed.index.fill(position += shift);
@@ -100,7 +100,7 @@ TEST_P(NearestFitTest, IsTheOneThatAWalkFinds) {
   EXPECT_GT(numberFound, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Shapes, NearestFitTest,
+INSTANTIATE_TEST_SUITE_P(Shapes, ShiftSearchTest,
                          testing::Values(Shape{2, 26, 4}, Shape{3, 26, 12}, Shape{3, 120, 12}, Shape{4, 26, 45},
                                          Shape{4, 100, 45}, Shape{6, 26, 110}, Shape{5, 300, 80}, Shape{3, 9000, 12},
                                          Shape{12, 40, 350}, Shape{100, 9000, 970}),
