@@ -1,3 +1,4 @@
+// Preprocessing of sequences and its inverse, for differences, texts and notes.
 #include "sequence/ZQPreprocessing.h"
 
 #include <gtest/gtest.h>
@@ -7,34 +8,29 @@
 #include <optional>
 #include <random>
 #include <sstream>
-#include <string>
-#include <vector>
 
-#include "frame/ZQMemory.h"
 #include "sequence/ZQInversePreprocessing.h"
 #include "support/CapturedMessages.h"
 #include "support/KeptText.h"
+#include "support/Vectors.h"
 
 namespace {
 
-using Numbers = std::vector<int>;
 using zmatrix::PreprocessingSettings;
+using zmatrix::taken;
+using zmatrix::Vector;
 
 /// The preprocessed sequence, or nothing for null.
-std::optional<Numbers> preProcessed(const PreprocessingSettings& settings, const Numbers& original) {
+std::optional<Vector> preProcessed(const PreprocessingSettings& settings, const Vector& original) {
   int length = -7;
   int* block = zmatrix::preProcessedSequence(settings, original, &length);
-  if (block == nullptr) {
-    EXPECT_EQ(length, 0);
-    return std::nullopt;
-  }
-  Numbers result(block, block + length);
-  systemFree(block);
-  return result;
+  if (block != nullptr) return taken(block, length);
+  EXPECT_EQ(length, 0);
+  return std::nullopt;
 }
 
-/// Runs the inverse over a whole preprocessed sequence, marker items left out, behind the given original items.
-Numbers restored(const PreprocessingSettings& settings, Numbers original, Numbers preProcessedItems) {
+/// Appends the inverse of a preprocessed sequence without its marker items to the given original items.
+Vector restored(const PreprocessingSettings& settings, Vector original, Vector preProcessedItems) {
   const auto c = static_cast<size_t>(settings.coordinateDimension);
   for (size_t i = 0; i < preProcessedItems.size(); i += c) {
     int* objex = &preProcessedItems[i];
@@ -49,12 +45,6 @@ Numbers restored(const PreprocessingSettings& settings, Numbers original, Number
   return original;
 }
 
-Numbers numbersOf(const std::string& text) {
-  Numbers numbers;
-  for (unsigned char c : text) numbers.push_back(c);
-  return numbers;
-}
-
 TEST(PreprocessingTest, CodesSequences) {
   zmatrix::CapturedMessages messages(0);
   zmatrix::expectKeptCases("preprocessing.txt", [&messages](const std::string& line) {
@@ -62,34 +52,34 @@ TEST(PreprocessingTest, CodesSequences) {
     PreprocessingSettings settings{};
     words >> settings.preProcessingType >> settings.coordinateDimension >> settings.midiTimeSignatureNom >>
         settings.midiTimeSignatureDenom;
-    const auto result = preProcessed(settings, Numbers(std::istream_iterator<int>(words), {}));
-    std::string said = result ? "of " + std::to_string(result->size()) + ":" : "null";
-    for (const int number : result.value_or(Numbers())) said += " " + std::to_string(number);
-    return said + "\n" + messages.take();
+    const auto result = preProcessed(settings, Vector(std::istream_iterator<int>(words), {}));
+    std::string output = result ? "of " + std::to_string(result->size()) + ":" : "null";
+    for (const int number : result.value_or(Vector())) output += " " + std::to_string(number);
+    return output + "\n" + messages.take();
   });
-  EXPECT_EQ(preProcessed({999, 1, 4, 4}, Numbers(1001, 3)), (Numbers{0, 0}));
-  EXPECT_EQ(preProcessed({999, INT_MAX, 4, 4}, Numbers(1001, 3)), std::nullopt);
+  EXPECT_EQ(preProcessed({999, 1, 4, 4}, Vector(1001, 3)), (Vector{0, 0}));
+  EXPECT_EQ(preProcessed({999, INT_MAX, 4, 4}, Vector(1001, 3)), std::nullopt);
 }
 
 TEST(PreprocessingTest, RestoresDifferencesOfAnyOrder) {
   std::mt19937 random(1);
   for (int order : {0, 1, 2, 3, 7, 64, 999})
     for (int c : {1, 2, 3}) {
-      Numbers original;
+      Vector original;
       for (int i = 0; i < (order + 20) * c; i++) original.push_back(static_cast<int>(random()));
       const PreprocessingSettings settings{order, c, 4, 4};
-      const Numbers head(original.begin(), original.begin() + order * c);
+      const Vector head(original.begin(), original.begin() + order * c);
       EXPECT_EQ(restored(settings, head, *preProcessed(settings, original)), original) << order << " " << c;
     }
 }
 
-TEST(PreprocessingTest, MakesPlainRunningTextOfLines) {
+TEST(PreprocessingTest, JoinsLinesToRunningText) {
   zmatrix::CapturedMessages messages(9);
   zmatrix::expectKeptCases("running_text.txt", [](const std::string& text) {
-    const Numbers numbers = *preProcessed({1000, 1, 4, 4}, numbersOf(text));
+    const Vector numbers = *preProcessed({1000, 1, 4, 4}, zmatrix::valuesOf(text));
     return "'" + std::string(numbers.begin(), numbers.end()) + "'";
   });
-  EXPECT_EQ(preProcessed({1000, 1, 4, 4}, {-5, 1000000, 0, 10, 0, 33}), (Numbers{32, 1000000, 32, 33}));
+  EXPECT_EQ(preProcessed({1000, 1, 4, 4}, {-5, 1000000, 0, 10, 0, 33}), (Vector{32, 1000000, 32, 33}));
   EXPECT_EQ(messages.take(), "");
 }
 
@@ -98,34 +88,34 @@ TEST(PreprocessingTest, RestoresNotesAndTimes) {
   for (int c : {2, 3, 4})
     for (int nom : {3, 4}) {
       const PreprocessingSettings settings{1000 + c, c, nom, 4};
-      Numbers original;
+      Vector original;
       int time = 0;
       for (int i = 0; i < 200; i++) {
         const int item[] = {static_cast<int>(random() % 60), time, static_cast<int>(random() % 5000),
                             static_cast<int>(random() % 12)};
         original.insert(original.end(), item, item + c);
-        time += static_cast<int>(random() % 3) * static_cast<int>(random() % 4000);  // shorter than a bar; chords too
+        time += static_cast<int>(random() % 3) * static_cast<int>(random() % 4000);  // less than a bar, sometimes 0
       }
-      const Numbers head(original.begin(), original.begin() + c);
+      const Vector head(original.begin(), original.begin() + c);
       EXPECT_EQ(restored(settings, head, *preProcessed(settings, original)), original) << c;
     }
-  EXPECT_EQ(restored({1002, 2, 4, 4}, {60, 12000}, {1, 100}), (Numbers{60, 12000, 61, 12388}));  // the next bar
-  EXPECT_EQ(restored({1002, 2, 4, 4}, {60, 12300}, {1, 12}), (Numbers{60, 12300, 61, 12300}));   // the same chord
+  EXPECT_EQ(restored({1002, 2, 4, 4}, {60, 12000}, {1, 100}), (Vector{60, 12000, 61, 12388}));  // the next bar
+  EXPECT_EQ(restored({1002, 2, 4, 4}, {60, 12300}, {1, 12}), (Vector{60, 12300, 61, 12300}));   // the same chord
 }
 
-TEST(PreprocessingTest, RefusesMoreBarLinesThanMemoryHolds) {
+TEST(PreprocessingTest, RefusesSequencesWithoutMemory) {
   EXPECT_EQ(preProcessed({1002, 2, 1, 12288}, {60, 0, 62, 1000000})->size(), 2000002u);
   EXPECT_EQ(preProcessed({1002, 2, 1, 12288}, {60, 0, 62, 1000})->size(), 2002u);
   zmatrix::largestAllocation = 100;
   EXPECT_EQ(preProcessed({1002, 2, 1, 12288}, {60, 0, 62, 1000}), std::nullopt);
-  EXPECT_EQ(preProcessed({1, 1, 4, 4}, Numbers(100, 1)), std::nullopt);
-  EXPECT_EQ(preProcessed({1000, 1, 4, 4}, Numbers(100, 1)), std::nullopt);
-  EXPECT_EQ(preProcessed({1001, 1, 4, 4}, Numbers(100, 1)), std::nullopt);
+  EXPECT_EQ(preProcessed({1, 1, 4, 4}, Vector(100, 1)), std::nullopt);
+  EXPECT_EQ(preProcessed({1000, 1, 4, 4}, Vector(100, 1)), std::nullopt);
+  EXPECT_EQ(preProcessed({1001, 1, 4, 4}, Vector(100, 1)), std::nullopt);
   zmatrix::largestAllocation = static_cast<size_t>(-1);
 }
 
-TEST(PreprocessingTest, KnowsItsTypes) {
-  const Numbers pair = {60, 0, 62, 1};
+TEST(PreprocessingTest, RefusesUnknownTypes) {
+  const Vector pair = {60, 0, 62, 1};
   int item[] = {3, 4};
   const int* const items[] = {pair.data()};
   const auto before = zmatrix::PrecedingItems::inObjex(items, 1);
@@ -139,13 +129,9 @@ TEST(PreprocessingTest, KnowsItsTypes) {
   EXPECT_EQ(zmatrix::nextOriginalObjex({0, 2, 4, 4}, before, nullptr, ""), nullptr);
 }
 
-TEST(PreprocessingTest, Has64BitDifferences) {
+TEST(PreprocessingTest, ComputesDifferencesOf64Bits) {
   const auto run = [](int type, std::vector<long long> values, int* length) {
-    long long* block = zmatrix::longLongPreProcessedSequence({type, 1, 4, 4}, values, length);
-    std::vector<long long> result;
-    if (block != nullptr) result.assign(block, block + *length);
-    systemFree(block);
-    return result;
+    return taken(zmatrix::longLongPreProcessedSequence({type, 1, 4, 4}, values, length), *length);
   };
   int length = -7;
   EXPECT_EQ(run(1, {LLONG_MAX, LLONG_MIN, 1LL << 40}, &length), (std::vector<long long>{1, LLONG_MIN + (1LL << 40)}));
@@ -156,7 +142,7 @@ TEST(PreprocessingTest, Has64BitDifferences) {
   for (int type : {-1, 1000, 1002, 1004, 1005, 1011, 1015, 1021}) {
     length = -7;
     EXPECT_EQ(run(type, {1, 2, 3}, &length), std::vector<long long>{});
-    EXPECT_EQ(length, -7) << type;  // untouched
+    EXPECT_EQ(length, -7) << type;  // unchanged
   }
 }
 

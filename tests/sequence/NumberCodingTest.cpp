@@ -1,4 +1,4 @@
-// Matrices that code their numbers: every type forward and back, what misfits print, and learning through a code.
+// The number codings of a matrix: each type forward and back, and messages on wrong input.
 #include <climits>
 #include <iterator>
 #include <sstream>
@@ -11,6 +11,7 @@
 
 namespace {
 
+using zmatrix::taken;
 using zmatrix::Vector;
 
 class NumberCodingTest : public zmatrix::TierTest<ZQMatrixMedium> {
@@ -23,30 +24,23 @@ class NumberCodingTest : public zmatrix::TierTest<ZQMatrixMedium> {
     zmatrix::setGlobalGocronParametersToDefaults();
     zmatrix::deinitPrimes();
   }
-  void take(int type, int ocronType, int coordinateDimension = 1) {
+  void use(int type, int ocronType, int coordinateDimension = 1) {
     info()->setPreProcessingType(type);
     info()->setOcronType(ocronType);
     info()->setCoordinateDimension(coordinateDimension);
     zmatrix::getGlobalGocronParameters()->ocronType = ocronType;
-    TierMatrix::take();
+    take();
   }
   Vector forward(const Vector& numbers) {
     length = -7;
-    int* coded = matrix->getPreProcessedSequenceFromOriginalSequence(numbers.data(), static_cast<int>(numbers.size()), &length);
-    return resultOf(coded);
+    return taken(matrix->getPreProcessedSequenceFromOriginalSequence(numbers.data(), sizeOf(numbers), &length), length);
   }
-  Vector back(Vector coded) {
+  Vector back(const Vector& coded) {
     int start = 0;
-    int* numbers = matrix->getOriginalSequenceFromPreProcessedSequence(&start, 1, 1, coded.data(), static_cast<int>(coded.size()),
-                                                                       &length, 0);
-    return resultOf(numbers);
+    return taken(matrix->getOriginalSequenceFromPreProcessedSequence(&start, 1, 1, coded.data(), sizeOf(coded), &length, 0),
+                 length);
   }
-  Vector resultOf(int* block) {
-    Vector result;
-    if (block != nullptr) result.assign(block, block + length);
-    systemFree(block);
-    return result;
-  }
+  static int sizeOf(const Vector& numbers) { return static_cast<int>(numbers.size()); }
   int next(Vector item) {
     const int* result = matrix->getNextOriginalObjexFromPreProcessedObjex(item.data());
     return result != nullptr ? result[0] : -99;
@@ -67,38 +61,39 @@ TEST_F(NumberCodingTest, CodesAndDecodes) {
     char way = ' ';
     words >> type >> ocronType >> dimension >> way;
     const Vector items(std::istream_iterator<int>(words), {});
-    take(type, ocronType, dimension);
+    use(type, ocronType, dimension);
     length = -7;
     const Vector result = way == 'f'   ? forward(items)
                           : way == 'b' ? back(items)
                           : way == 'n' ? Vector{next(items)}
                                        : Vector{nextWithSequence(items)};
-    std::string said = "length " + std::to_string(length) + ":";
-    for (const int number : result) said += " " + std::to_string(number);
-    return said + "\n" + TierMatrix::take();
+    std::string text = "length " + std::to_string(length) + ":";
+    for (const int number : result) text += " " + std::to_string(number);
+    return text + "\n" + take();
   });
   for (const auto& [type, ocronType] : {std::pair{1011, 4}, {1013, 6}}) {
-    take(type, ocronType);
+    use(type, ocronType);
     EXPECT_EQ(back(forward({2, 12, 7, 97})), (Vector{2, 12, 7, 97})) << type;
   }
 }
 
-TEST_F(NumberCodingTest, ReadsOcronsItemByItem) {
-  take(1010, 4);
+TEST_F(NumberCodingTest, DecodesOcronsItemByItem) {
+  use(1010, 4);
   Vector item = {'2', 'P', 10, 'x'};
   EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(item.data()), info()->_getTemporaryMemory());
   EXPECT_EQ(info()->_getTemporaryMemory()[0], 3);
   EXPECT_EQ(item, (Vector{'2', 'P', 10, 'x'}));
   info()->getTemporaryMemory()[0] = 'P';
-  EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(info()->getTemporaryMemory())[0], -1);  // none in the whole memory
-  // The parameters of the process cut, those of the matrix end the string.
+  EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(info()->getTemporaryMemory())[0],
+            -1);  // no end symbol in the whole memory
+  // The end symbol of the global parameters cuts the string, that of the matrix ends it.
   info()->setOcronEndSymbol('x');
   EXPECT_EQ(next({'2', 'P', 10, 'x'}), 3);
   zmatrix::getGlobalGocronParameters()->ocronEndSymbol = 0;
   EXPECT_EQ(next({'2', 'P', 'x'}), -4);
 }
 
-TEST_F(NumberCodingTest, KnowsTheOcronTypesOfACoding) {
+TEST_F(NumberCodingTest, AcceptsTheOcronTypesOfEachCoding) {
   const auto fits = [this](int type) {
     info()->setPreProcessingType(type);
     std::string types;

@@ -1,23 +1,21 @@
-// The kernel that grows item by item against the kernel of the whole sequence, in all codings and in the cases where the
-// preprocessed form changes further back: white space in runs, line ends behind hyphens, bar markers, intervals that look like
-// markers.
+// The kernel extended item by item compared with the kernel of the whole sequence, in all codings. The items include runs of
+// white space, hyphens at line ends, bar markers and intervals that look like markers, which change the preprocessed form further
+// back.
 #include "sequence/ZQKernel.h"
 
 #include <gtest/gtest.h>
 
 #include <iterator>
 #include <random>
-#include <vector>
 
 #include "flat/ZQMatrixCreators.h"
-#include "frame/ZQMemory.h"
-#include "frame/ZQSystemOwned.h"
 #include "sequence/ZQItemPreprocessing.h"
+#include "support/Vectors.h"
 
 namespace {
 
-using Numbers = std::vector<int>;
 using zmatrix::PreprocessingSettings;
+using zmatrix::Vector;
 
 constexpr PreprocessingSettings codings[] = {{0, 1},          {0, 3},    {1, 1},          {2, 2},
                                              {3, 1},          {1000, 1}, {1002, 2, 4, 4}, {1003, 3, 3, 4},
@@ -27,22 +25,22 @@ class Material {
  public:
   explicit Material(const PreprocessingSettings& settings, unsigned seed) : settings_(settings), dice_(seed) {}
 
-  Numbers item() {
+  Vector item() {
     if (settings_.preProcessingType == 1000) return {"aaaaeennt  \n-"[below(13)]};
     if (zmatrix::coordinatesOfMidiType(settings_.preProcessingType) == 0) {
-      Numbers values;
+      Vector values;
       for (int k = 0; k < settings_.coordinateDimension; ++k) values.push_back(below(3));
       return values;
     }
     time_ += below(8) == 0 ? 9216 * (1 + below(3)) + 3072 : 3072 * below(3);
-    Numbers note = {below(20) == 0 ? 187 : 60 + below(2), time_, 3072, below(2) * 9};
+    Vector note = {below(20) == 0 ? 187 : 60 + below(2), time_, 3072, below(2) * 9};
     note.resize(static_cast<size_t>(settings_.coordinateDimension));
     return note;
   }
-  Numbers items(int number) {
-    Numbers all;
+  Vector items(int number) {
+    Vector all;
     for (int i = 0; i < number; ++i) {
-      const Numbers next = item();
+      const Vector next = item();
       all.insert(all.end(), next.begin(), next.end());
     }
     return all;
@@ -56,26 +54,25 @@ class Material {
   int time_ = 0;
 };
 
-Numbers preProcessed(const PreprocessingSettings& settings, const Numbers& original) {
+Vector preProcessed(const PreprocessingSettings& settings, const Vector& original) {
   int length = 0;
-  const zmatrix::SystemOwned<int> block(zmatrix::preProcessedSequence(settings, original, &length));
-  return block == nullptr ? Numbers() : Numbers(block.get(), block.get() + length);
+  return zmatrix::taken(zmatrix::preProcessedSequence(settings, original, &length), length);
 }
 
-TEST(ItemPreprocessingTest, AddsWhatTheWholeSequenceHasMore) {
+TEST(ItemPreprocessingTest, AddsTheItemThatTheWholeSequenceAdds) {
   for (const PreprocessingSettings& settings : codings) {
     int added = 0;
     Material material(settings, 7);
     for (int script = 0; script < 200; ++script) {
-      Numbers original;
+      Vector original;
       for (int i = 0; i < 12; ++i) {
-        const Numbers before = original.empty() ? Numbers() : preProcessed(settings, original);
+        const Vector before = original.empty() ? Vector() : preProcessed(settings, original);
         const bool wasWhole = zmatrix::isPreProcessedFormOf(settings, original, before);
-        const Numbers next = material.item();
+        const Vector next = material.item();
         original.insert(original.end(), next.begin(), next.end());
         int item[4];
         if (!wasWhole || !zmatrix::preProcessedItem(settings, original, item)) continue;
-        Numbers expected = before;
+        Vector expected = before;
         expected.insert(expected.end(), item, item + settings.coordinateDimension);
         ASSERT_EQ(expected, preProcessed(settings, original)) << settings.preProcessingType;
         ++added;
@@ -89,7 +86,7 @@ TEST(ItemPreprocessingTest, AddsWhatTheWholeSequenceHasMore) {
 class KernelTest : public testing::Test {
  protected:
   struct State {
-    Numbers original, preProcessed;
+    Vector original, preProcessed;
     bool operator==(const State&) const = default;
   };
 
@@ -107,7 +104,7 @@ class KernelTest : public testing::Test {
     info.setMaxPhraseLengthForUpdateWithSequence(longestPhrase);
     info.setSkillOutputLevel(longestPhrase);
     info.setEnableStopItem(0);
-    const Numbers items = Material(settings, 3).items(600);
+    const Vector items = Material(settings, 3).items(600);
     EXPECT_EQ(matrix->updateMatrixWithLongINTSequenceExt(items.data(), 600, info.getMatrixType(), settings.coordinateDimension,
                                                          settings.preProcessingType, 0),
               1);
@@ -117,32 +114,31 @@ class KernelTest : public testing::Test {
   static State stateOf(ZQMatrixMedium& matrix) {
     const auto flat = [&](int* (ZQMatrixMediumInfo::*copy)(int*, int*)) {
       int length = 0;
-      const zmatrix::SystemOwned<int> items((matrix.getMatrixInfo()->*copy)(&length, nullptr));
-      return items == nullptr ? Numbers() : Numbers(items.get(), items.get() + length);
+      return zmatrix::taken((matrix.getMatrixInfo()->*copy)(&length, nullptr), length);
     };
     return {flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector),
             flat(&ZQMatrixMediumInfo::getKernelPreProcessedSequenceIndexVector)};
   }
 };
 
-TEST_F(KernelTest, PushedItemByItemIsTheKernelOfTheWhole) {
+TEST_F(KernelTest, ItemByItemItIsTheKernelOfTheWhole) {
   for (const PreprocessingSettings& settings : codings) {
     if (settings.preProcessingType == 1001) continue;
     for (int longestPhrase : {3, 9}) {
       ZQMatrixMedium* pushed = learned(settings, longestPhrase);
       ZQMatrixMedium* set = learned(settings, longestPhrase);
       Material material(settings, 11);
-      const Numbers start = material.items(6);
+      const Vector start = material.items(6);
       for (ZQMatrixMedium* matrix : {pushed, set}) {
         matrix->initializeKernelSequenceWithOriginalSequence(start.data(), static_cast<int>(start.size()), 1);
       }
       for (int i = 0; i < 300; ++i) {
-        Numbers whole = stateOf(*set).original;
+        Vector whole = stateOf(*set).original;
         ASSERT_EQ(stateOf(*pushed), stateOf(*set)) << settings.preProcessingType << " at " << i;
         const int handle = pushed->getMatrixInfo()->getKernelMatrixHandle();
         ASSERT_EQ(pushed->updateAndGetMatrixKernelHandle(), stateOf(*pushed).preProcessed.empty() ? -1 : handle);
         pushed->getMatrixInfo()->setKernelMatrixHandle(handle);
-        const Numbers next = material.item();
+        const Vector next = material.item();
         whole.insert(whole.end(), next.begin(), next.end());
         zmatrix::ZQKernel(*pushed).push(next.data(), pushed->getMatrixInfo()->getLengthOfKernelOriginalSequence());
         set->initializeKernelSequenceWithOriginalSequence(whole.data(), static_cast<int>(whole.size()), 0);

@@ -1,16 +1,17 @@
+// Index vectors with a record for each level of preprocessing: growth, ownership, copies, numbers out of range.
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <vector>
 
-#include "frame/ZQMemory.h"
-#include "support/CapturedMessages.h"
+#include "support/Vectors.h"
 
 namespace {
 
-std::vector<int> dataOf(const ZQMatrixSequenceIndexVector& vector) {
+using zmatrix::Vector;
+
+Vector dataOf(const ZQMatrixSequenceIndexVector& vector) {
   return {vector.getIndexVector(), vector.getIndexVector() + vector.getLengthOfIndexVector()};
 }
 
@@ -20,9 +21,9 @@ int* newBlock(std::initializer_list<int> values) {
   return block;
 }
 
-TEST(SequenceIndexVectorTest, GrowsAsItsDataDo) {
+TEST(SequenceIndexVectorTest, GrowsWithItsData) {
   ZQMatrixSequenceIndexVector vector;
-  std::vector<int> expected, capacities;
+  Vector expected, capacities;
   for (int i = 0; i < 100; i++) {
     vector.addSequenceItem(i * i);
     expected.push_back(i * i);
@@ -30,18 +31,18 @@ TEST(SequenceIndexVectorTest, GrowsAsItsDataDo) {
       capacities.push_back(vector._getInternalLengthOfIndexVector());
   }
   EXPECT_EQ(dataOf(vector), expected);
-  EXPECT_EQ(capacities, (std::vector<int>{16, 25, 40, 64, 103}));
+  EXPECT_EQ(capacities, (Vector{16, 25, 40, 64, 103}));
   EXPECT_EQ(vector.getIndexItemAtIndex(99), 99 * 99);
   EXPECT_EQ(vector.getIndexItemAtIndex(100), 0);
   EXPECT_EQ(vector.getIndexItemAtIndex(-1), 0);
 
-  vector.setIndexVector(vector.getIndexVector() + 90, 10);  // a stretch of its own data
-  EXPECT_EQ(dataOf(vector), std::vector<int>(expected.end() - 10, expected.end()));
+  vector.setIndexVector(vector.getIndexVector() + 90, 10);  // a part of its own data
+  EXPECT_EQ(dataOf(vector), Vector(expected.end() - 10, expected.end()));
   vector.setIndexVector(expected.data(), 100);
   vector.setIndexVector(nullptr, 5);
   vector.setIndexVector(expected.data(), -1);
   EXPECT_EQ(dataOf(vector), expected);
-  std::vector<int> longer(103, 3);
+  Vector longer(103, 3);
   vector.setIndexVector(longer.data(), 103);
   EXPECT_EQ(vector._getInternalLengthOfIndexVector(), 104);
 
@@ -54,11 +55,11 @@ TEST(SequenceIndexVectorTest, TakesOverABlock) {
   ZQMatrixSequenceIndexVector vector;
   EXPECT_TRUE(vector.setIndexVectorReference(newBlock({7}), 1));
   EXPECT_EQ(vector._getInternalLengthOfIndexVector(), 1);
-  vector.addSequenceItem(8);  // 1.618 of 1 is 1, so twice that
+  vector.addSequenceItem(8);  // 1.618 * 1, truncated, is no growth, so it doubles
   EXPECT_EQ(vector._getInternalLengthOfIndexVector(), 2);
-  EXPECT_EQ(dataOf(vector), (std::vector<int>{7, 8}));
+  EXPECT_EQ(dataOf(vector), (Vector{7, 8}));
   EXPECT_TRUE(vector.setIndexVectorReference(vector.getIndexVector(), 1));
-  EXPECT_EQ(dataOf(vector), std::vector<int>{7});
+  EXPECT_EQ(dataOf(vector), Vector{7});
 
   EXPECT_TRUE(vector.setIndexVectorReference(nullptr, 5));
   EXPECT_EQ(vector.getLengthOfIndexVector(), 0);
@@ -69,12 +70,12 @@ TEST(SequenceIndexVectorTest, TakesOverABlock) {
   EXPECT_EQ(vector.getLengthOfIndexVector(), 0);
   vector.addSequenceItem(9);
   EXPECT_EQ(vector._getInternalLengthOfIndexVector(), 10);
-  EXPECT_EQ(dataOf(vector), std::vector<int>{9});
+  EXPECT_EQ(dataOf(vector), Vector{9});
 }
 
 TEST(SequenceIndexVectorTest, KeepsARecordForEachLevel) {
   ZQMatrixSequenceIndexVector vector;
-  const std::vector<int> expectedCapacities = {1, 2, 4, 4, 8};
+  const Vector expectedCapacities = {1, 2, 4, 4, 8};
   for (int level = 0; level < 5; level++) {
     vector.setCurrentLevelOfPreprocOperations(level);
     EXPECT_EQ(vector._getInternalLengthOfIndexVectorInfos(), expectedCapacities[static_cast<size_t>(level)]);
@@ -86,7 +87,7 @@ TEST(SequenceIndexVectorTest, KeepsARecordForEachLevel) {
   vector.setCurrentLevelOfPreprocOperations(20);
   EXPECT_EQ(vector._getInternalLengthOfIndexVectorInfos(), 22);
   EXPECT_EQ(vector.getLengthOfIndexVectorInfos(), 21);
-  vector.setCurrentLevelOfPreprocOperations(INT_MAX);  // no memory for so many
+  vector.setCurrentLevelOfPreprocOperations(INT_MAX);  // no memory for so many records
   EXPECT_EQ(vector.getCurrentLevelOfPreprocOperations(), 20);
 
   ZQMatrixSequenceIndexVector copy;
@@ -94,7 +95,7 @@ TEST(SequenceIndexVectorTest, KeepsARecordForEachLevel) {
   copy.copyFrom(&vector);
   copy.copyFrom(&copy);
   copy.copyFrom(nullptr);
-  EXPECT_EQ(dataOf(copy), std::vector<int>{5});
+  EXPECT_EQ(dataOf(copy), Vector{5});
   EXPECT_EQ(copy._getInternalLengthOfIndexVectorInfos(), 22);
   EXPECT_EQ(copy.getCurrentLevelOfPreprocOperations(), 20);
   for (int level = 0; level < 5; level++) {
@@ -114,7 +115,7 @@ TEST(SequenceIndexVectorTest, KeepsARecordForEachLevel) {
   EXPECT_EQ(copy.getLengthOfIndexVectorInfos(), 21);
 }
 
-TEST(SequenceIndexVectorTest, StandsNumbersThatFitNothing) {
+TEST(SequenceIndexVectorTest, IgnoresNumbersOutOfRange) {
   deleteZQMatrixSequenceIndexVector(nullptr);
   ZQMatrixSequenceIndexVector vector;
   EXPECT_EQ(vector.getUsedPreprocessingType(), -1) << "no level yet";
@@ -134,7 +135,7 @@ TEST(SequenceIndexVectorTest, StandsNumbersThatFitNothing) {
   vector.setApplyPreprocessingTypeVector(types, 2);
   EXPECT_EQ(vector.getCoordDimension(), 2);
   EXPECT_EQ(vector.getApplyPreprocessingTypeAtIndex(1), 1002);
-  vector.setApplyPreprocessingTypeAtIndex(7, 2);  // one behind the last is still within the range
+  vector.setApplyPreprocessingTypeAtIndex(7, 2);  // one behind the last is in range
   EXPECT_EQ(vector.getApplyPreprocessingTypeAtIndex(2), 7);
   vector.setCoordDimension(INT_MAX);
   vector.setApplyPreprocessingTypeAtIndex(7, 3);

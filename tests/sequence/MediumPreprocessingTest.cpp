@@ -1,45 +1,31 @@
-// Preprocessing on a matrix: the two forms of sequences, the inverse of whole sequences, and index vectors through their levels.
-#include <gtest/gtest.h>
-
-#include <climits>
+// Preprocessing on a matrix: flat and objex sequences, the inverse of whole sequences, and the levels of index vectors.
 #include <iterator>
 #include <memory>
-#include <vector>
 
-#include "flat/ZQMatrixCreators.h"
-#include "frame/ZQMemory.h"
-#include "frame/ZQSystemOwned.h"
-#include "sequence/ZQMatrixMedium.h"
 #include "sequence/ZQMatrixSequenceIndexVector.h"
 #include "support/Account.h"
-#include "support/CapturedMessages.h"
+#include "support/TierTest.h"
 
 namespace {
 
-using Numbers = std::vector<int>;
+using zmatrix::taken;
+using zmatrix::Vector;
 using OwnedVector = std::unique_ptr<ZQMatrixSequenceIndexVector, void (*)(ZQMatrixSequenceIndexVector*)>;
 
-class MediumPreprocessingTest : public testing::Test {
+class MediumPreprocessingTest : public zmatrix::TierTest<ZQMatrixMedium> {
  protected:
-  void TearDown() override { deleteMatrixMedium(matrix); }
+  MediumPreprocessingTest() { ZQDebugChannel::globalDebugLevel = 0; }
 
   void use(int coordinateDimension, int preProcessingType) {
-    matrix->getMatrixInfo()->setCoordinateDimension(coordinateDimension);
-    matrix->getMatrixInfo()->setPreProcessingType(preProcessingType);
+    info()->setCoordinateDimension(coordinateDimension);
+    info()->setPreProcessingType(preProcessingType);
   }
-
-  /// What stands in a new array of `length`, which goes back.
-  template <class Number>
-  std::vector<Number> taken(Number* block) const {
-    const zmatrix::SystemOwned<Number> owned(block);
-    return block != nullptr ? std::vector<Number>(block, block + length) : std::vector<Number>();
-  }
-  Numbers dataOf(const ZQMatrixSequenceIndexVector* vector) const {
+  Vector dataOf(const ZQMatrixSequenceIndexVector* vector) const {
     return {vector->getIndexVector(), vector->getIndexVector() + vector->getLengthOfIndexVector()};
   }
 
-  /// The flat inverse: what stands in `start`, which has room for `capacity` integers, or in the new array.
-  Numbers inverse(Numbers start, int capacity, const Numbers& preProcessed, int inPlace) {
+  /// The flat inverse, in place in `start`, which has room for `capacity` integers, or in a new array.
+  Vector inverse(Vector start, int capacity, const Vector& preProcessed, int inPlace) {
     const int lengthOfStart = static_cast<int>(start.size());
     start.resize(static_cast<size_t>(std::max(capacity, lengthOfStart)), -9);
     int resultLength = -7;
@@ -51,13 +37,12 @@ class MediumPreprocessingTest : public testing::Test {
       return {};
     }
     EXPECT_EQ(result == start.data(), inPlace == 1);
-    const Numbers numbers(result, result + resultLength);
+    const Vector numbers(result, result + resultLength);
     if (result != start.data()) systemFree(result);
     return numbers;
   }
 
   int length = -7, count = -7;
-  ZQMatrixMedium* matrix = createAndInitMatrixMedium();
 };
 
 TEST_F(MediumPreprocessingTest, TakesItsSettingsFromTheCurrentSubMatrix) {
@@ -65,20 +50,20 @@ TEST_F(MediumPreprocessingTest, TakesItsSettingsFromTheCurrentSubMatrix) {
   const int items[] = {60, 0, 62, 9216};
   const long long large[] = {1LL << 40, 0};
   use(2, 1002);
-  matrix->getMatrixInfo()->setMidiTimeSignatureNom(3);
-  EXPECT_EQ(taken(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length)), (Numbers{127, 0, 2, 0}));
+  info()->setMidiTimeSignatureNom(3);
+  EXPECT_EQ(taken(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length), length), (Vector{127, 0, 2, 0}));
   matrix->setCurrentMatrixID(1);
   use(1, 1);
-  EXPECT_EQ(taken(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length)), (Numbers{-60, 62, 9154}));
-  EXPECT_EQ(taken(matrix->getLongLongPreProcessedSequenceFromOriginalSequence(large, 2, &length)), LongNumbers{-(1LL << 40)});
-  EXPECT_EQ(taken(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(items, 4, &length)), LongNumbers(3, 0));
+  EXPECT_EQ(taken(matrix->getPreProcessedSequenceFromOriginalSequence(items, 4, &length), length), (Vector{-60, 62, 9154}));
+  EXPECT_EQ(taken(matrix->getLongLongPreProcessedSequenceFromOriginalSequence(large, 2, &length), length),
+            LongNumbers{-(1LL << 40)});
+  EXPECT_EQ(taken(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(items, 4, &length), length), LongNumbers(3, 0));
 
-  zmatrix::CapturedMessages messages(0);
   for (const auto& [sequence, number] : {std::pair<const int*, int>{items, 0}, {items, -1}, {items, INT_MIN}, {nullptr, 3}}) {
     EXPECT_EQ(matrix->getPreProcessedSequenceFromOriginalSequence(sequence, number, &length), nullptr);
     EXPECT_EQ(matrix->getLongLongPreProcessedSequenceFromOriginalIntSequence(sequence, number, &length), nullptr);
     const std::string warning = "Warning from getProcessedSequence: originalSequence is empty\n";
-    EXPECT_EQ(messages.take(), warning + warning);
+    EXPECT_EQ(take(), warning + warning);
   }
 }
 
@@ -86,9 +71,9 @@ TEST_F(MediumPreprocessingTest, ConvertsBetweenTheTwoForms) {
   use(2, 0);
   const int flat[] = {1, 2, 3, 4, 5};
   const zmatrix::SystemOwned<int*> objex(matrix->getObjexSequenceFromFlatSequence(flat, 5, &count));
-  EXPECT_EQ(count, 2);  // the ragged tail is gone
+  EXPECT_EQ(count, 2);  // without the incomplete item
   EXPECT_EQ(objex[1][1], 4);
-  EXPECT_EQ(taken(matrix->getFlatSequenceFromObjexSequence(objex.get(), 2, &length)), (Numbers{1, 2, 3, 4}));
+  EXPECT_EQ(taken(matrix->getFlatSequenceFromObjexSequence(objex.get(), 2, &length), length), (Vector{1, 2, 3, 4}));
   for (int illegalCount : {0, -1, INT_MIN, INT_MAX}) {
     EXPECT_EQ(matrix->getFlatSequenceFromObjexSequence(objex.get(), illegalCount, &length), nullptr);
     EXPECT_EQ(length, 0);
@@ -108,37 +93,35 @@ TEST_F(MediumPreprocessingTest, ConvertsBetweenTheTwoForms) {
 
 TEST_F(MediumPreprocessingTest, RestoresTheNextItemFromTheKernel) {
   use(2, 2);
-  ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
-  info->storeKernelOriginal(std::data({1, 100, 5, 10, 7, 30}), 3);
+  info()->storeKernelOriginal(std::data({1, 100, 5, 10, 7, 30}), 3);
   int item[] = {1, 1};
   EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(item), item);
   EXPECT_EQ(item[0], 1 + (7 - 5) + 7);
   EXPECT_EQ(item[1], 1 + (30 - 10) + 30);
-  info->setLengthOfKernelOriginalSequence(0);  // shorter than the order: what is missing counts as 0
+  info()->setLengthOfKernelOriginalSequence(0);  // shorter than the order: missing items count as 0
   matrix->getNextOriginalObjexFromPreProcessedObjex(item);
   EXPECT_EQ(item[0], 10);
   EXPECT_EQ(matrix->getNextOriginalObjexFromPreProcessedObjex(nullptr), nullptr);
 }
 
-TEST_F(MediumPreprocessingTest, SaysWhatIsWrongInTheWordsOfTheOperation) {
+TEST_F(MediumPreprocessingTest, ReportsWrongArgumentsOfEachOperation) {
   use(2, 1002);
   int values[] = {60, 0, 62, 100}, item[] = {1, 1};
   int* items[] = {values, values + 2};
-  zmatrix::CapturedMessages messages(0);
-  zmatrix::Account tell([&] { return messages.take(); });
+  zmatrix::Account tell([this] { return take(); });
   const auto next = [&](int index, int numberOfItems) {
     const int* result = matrix->getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(items, index, numberOfItems, item);
     tell("item " + std::to_string(index), result == item, item[0], item[1]);
   };
   for (const int index : {1, -1, 2}) next(index, 2);
-  matrix->getMatrixInfo()->setMidiTimeSignatureDenom(0);
+  info()->setMidiTimeSignatureDenom(0);
   next(1, 2);
   matrix->getNextOriginalObjexFromPreProcessedObjex(item);
   tell("of the kernel");
 
   matrix->setCurrentMatrixID(1);
   use(3, 1003);
-  matrix->getMatrixInfo()->setMidiTimeSignatureNom(0);
+  info()->setMidiTimeSignatureNom(0);
   int triple[] = {60, 0, 5}, tripleItem[] = {1, 1, 1};
   int* triples[] = {triple};
   matrix->getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(triples, 0, 1, tripleItem);
@@ -156,27 +139,27 @@ TEST_F(MediumPreprocessingTest, SaysWhatIsWrongInTheWordsOfTheOperation) {
 
 TEST_F(MediumPreprocessingTest, RestoresWholeSequences) {
   use(1, 2);
-  const Numbers squares = {1, 4, 9, 16, 25};
+  const Vector squares = {1, 4, 9, 16, 25};
   EXPECT_EQ(inverse({1, 4}, 1, {2, 2, 2}, 0), squares);
   EXPECT_EQ(inverse({1, 4}, 5, {2, 2, 2}, 1), squares);
   EXPECT_EQ(inverse({1, 4, 7, 7, 7, 7}, 9, {2, 2, 2}, 1), squares);
-  EXPECT_EQ(inverse({1, 4}, 4, {2, 2, 2}, 1), Numbers{});  // no room
-  EXPECT_EQ(inverse({1}, 5, {2, 2, 2}, 0), Numbers{});     // too few to begin with
-  EXPECT_EQ(inverse({1, 4}, 0, {2, 2, 2}, 0), Numbers{});
-  EXPECT_EQ(inverse({1, 4}, 5, {}, 0), Numbers{});
+  EXPECT_EQ(inverse({1, 4}, 4, {2, 2, 2}, 1), Vector{});  // no room
+  EXPECT_EQ(inverse({1}, 5, {2, 2, 2}, 0), Vector{});     // too few to begin with
+  EXPECT_EQ(inverse({1, 4}, 0, {2, 2, 2}, 0), Vector{});
+  EXPECT_EQ(inverse({1, 4}, 5, {}, 0), Vector{});
   EXPECT_EQ(matrix->getOriginalSequenceFromPreProcessedSequence(nullptr, 2, 5, squares.data(), 3, &length, 0), nullptr);
 
   matrix->setCurrentMatrixID(1);
   use(2, 1002);
-  EXPECT_EQ(inverse({60, 0, 61, 5}, 9, {2, 100, -2, 50}, 1), (Numbers{60, 0, 62, 100, 60, 12338}));
+  EXPECT_EQ(inverse({60, 0, 61, 5}, 9, {2, 100, -2, 50}, 1), (Vector{60, 0, 62, 100, 60, 12338}));
   matrix->setCurrentMatrixID(2);
   use(1, 1005);
-  EXPECT_EQ(inverse({1}, 9, {2}, 0), Numbers{});
+  EXPECT_EQ(inverse({1}, 9, {2}, 0), Vector{});
 }
 
-TEST_F(MediumPreprocessingTest, CarriesAnIndexVectorUpAndDown) {
-  const Numbers original = {60, 100, 62, 200, 59, 900, 59, 900};
-  for (const Numbers& types : {Numbers{0}, {3}, {1000}, {1002}, {1, 1, 1, 1}}) {
+TEST_F(MediumPreprocessingTest, TakesIndexVectorsThroughTheirLevelsAndBack) {
+  const Vector original = {60, 100, 62, 200, 59, 900, 59, 900};
+  for (const Vector& types : {Vector{0}, {3}, {1000}, {1002}, {1, 1, 1, 1}}) {
     const int c = types[0] == 1002 ? 2 : 1;
     std::vector<OwnedVector> levels;
     levels.emplace_back(createZQMatrixSequenceIndexVector(), deleteZQMatrixSequenceIndexVector);
@@ -207,9 +190,8 @@ TEST_F(MediumPreprocessingTest, CarriesAnIndexVectorUpAndDown) {
   }
 }
 
-TEST_F(MediumPreprocessingTest, RefusesIndexVectorsThatHaveNoWay) {
-  zmatrix::CapturedMessages messages(0);
-  zmatrix::Account tell([&] { return messages.take(); });
+TEST_F(MediumPreprocessingTest, RefusesIndexVectorsWithoutLevels) {
+  zmatrix::Account tell([this] { return take(); });
   EXPECT_EQ(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(nullptr), nullptr);
   EXPECT_EQ(matrix->getOriginalZQIndexVectorFromPreprocessedIndexVector(nullptr), nullptr);
   tell("null");
@@ -238,7 +220,7 @@ TEST_F(MediumPreprocessingTest, RefusesIndexVectorsThatHaveNoWay) {
     matrix->setCurrentMatrixID(id);
     matrix->writeMatrixElement(item, 1, 1);
   }
-  messages.take();
+  take();
   refuse("without a spare sub-matrix");
   EXPECT_EQ(matrix->getPreProcessedZQIndexVectorFromOriginalIndexVector(&vector), nullptr);
   tell("the other way");
