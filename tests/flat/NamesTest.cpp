@@ -1,4 +1,4 @@
-// The list of the boundary against the library: what has landed is there, and nothing else.
+// The lists of the C interface compared with the library: it has the names of landed capabilities and no others.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <zmatrix/BBMatrix.h>
@@ -18,7 +18,7 @@ const ListedName listedNames[] = {
 #include "listed_names.inc"
 };
 
-/// The compiler says of each method whether the class has it.
+/// Whether the class has a method is decided at compile time.
 const ListedName listedMethods[] = {
 #define LISTED_NAME(name, capability, hasLanded)
 #define LISTED_METHOD(name, capability, hasLanded)                \
@@ -32,13 +32,13 @@ const ListedName listedMethods[] = {
 
 }  // namespace
 
-TEST(FlatNamesTest, WhatHasLandedIsInTheLibraryAndNothingElse) {
+TEST(FlatNamesTest, TheLibraryHasTheLandedNamesOnly) {
   for (const ListedName& listed : listedNames) {
     EXPECT_EQ(dlsym(RTLD_DEFAULT, listed.name) != nullptr, listed.hasLanded) << listed.name << " of " << listed.capability;
   }
 }
 
-TEST(FlatNamesTest, TheFacadeHasWhatHasLandedAndNothingElse) {
+TEST(FlatNamesTest, TheFacadeHasTheLandedMethodsOnly) {
   for (const ListedName& method : listedMethods) {
     EXPECT_EQ(method.isThere, method.hasLanded) << method.name << " of " << method.capability;
   }

@@ -71,7 +71,7 @@ class Work {
     deleteMatrix(matrix);
   }
 
-  /// By their ocrons, which need the table of primes and the thread's own parameters.
+  /// As ocrons, which need the table of primes and the thread's own parameters.
   void learnNumbers() {
     gocronParametersTag parameters = *zq_getGlobalGocronParameters();
     parameters.ocronType = 3 + seed_ % 3;

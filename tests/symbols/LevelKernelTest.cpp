@@ -1,11 +1,12 @@
-// One start, a kernel a level.
+// A start sets a kernel on each level.
 #include <gtest/gtest.h>
 
 #include "SymbolMatrix.h"
 
 namespace {
 
-using Integers = std::vector<int>;
+using zmatrix::valuesOf;
+using zmatrix::Vector;
 
 class LevelKernelTest : public testing::Test {
  protected:
@@ -14,13 +15,13 @@ class LevelKernelTest : public testing::Test {
     the = matrix.symbolsOf("the").entries[0];
   }
   int start(const std::string& text, int flag) {
-    const Integers values = valuesOf(text);
+    const Vector values = valuesOf(text);
     const int result = matrix->initializeKernelSequenceWithOriginalSequence(values.data(), static_cast<int>(values.size()), flag);
     EXPECT_EQ(matrix->getCurrentMatrixID(), 0);
     return result;
   }
   Words wordsOfKernel() {
-    Integers symbols;
+    Vector symbols;
     for (int i = 0; i < info(1)->getLengthOfKernelPreProcessedSequence(); ++i) {
       symbols.push_back(info(1)->getKernelPreProcessedSequence()[0][i]);
     }
@@ -32,7 +33,7 @@ class LevelKernelTest : public testing::Test {
   int the = 0;
 };
 
-TEST_F(LevelKernelTest, IsSetInTheCurrentLevelAlone) {
+TEST_F(LevelKernelTest, WithoutInitialValuesOnlyTheCurrentLevelIsSet) {
   EXPECT_EQ(start("the cat", 0), 7);
   EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 7);
   EXPECT_EQ(info(1)->getLengthOfKernelPreProcessedSequence(), 0);
@@ -41,17 +42,17 @@ TEST_F(LevelKernelTest, IsSetInTheCurrentLevelAlone) {
   EXPECT_EQ(matrix->initializeKernelSequenceWithOriginalSequence(&the, 1, 1), 1);
   EXPECT_EQ(info(1)->getKernelMatrixHandle(), matrix->getMatrixHandleFromElementVector(&the, 1));
   matrix->setMatrixAILevel(0);
-  EXPECT_EQ(matrix->initializeKernelSequenceWithOriginalSequence(nullptr, 0, 1), 1);  // above what is in use: as it was
+  EXPECT_EQ(matrix->initializeKernelSequenceWithOriginalSequence(nullptr, 0, 1), 1);  // level not in use: unchanged
   EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
 }
 
-TEST_F(LevelKernelTest, IsSetInAllLevelsFromTheWordsOfTheStart) {
+TEST_F(LevelKernelTest, WithInitialValuesAllLevelsAreSet) {
   EXPECT_EQ(start("the cat", 1), 7);
   EXPECT_EQ(wordsOfKernel(), (Words{"the", "cat"}));
   EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 7);
 
   zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(start("dog sat zebra on", 1), 3);  // what is not known drops out between the words that are
+  EXPECT_EQ(start("dog sat zebra on", 1), 3);  // unknown words are left out
   EXPECT_EQ(wordsOfKernel(), (Words{"sat", "on"}));
   EXPECT_NE(messages.take().find("initializeKernelWithOriginalSequence: numberOfUnknown Symbols: 2\n"), std::string::npos);
   start("sat\n\non", 1);
@@ -61,7 +62,7 @@ TEST_F(LevelKernelTest, IsSetInAllLevelsFromTheWordsOfTheStart) {
             "initializeKernelWithOriginalSequence: numberOfPredefined Symbols: 1\n");
 }
 
-TEST_F(LevelKernelTest, IsResetByAStartBeyondTheLongestPath) {
+TEST_F(LevelKernelTest, AStartLongerThanAnyPathResetsIt) {
   start("the cat", 1);
   EXPECT_EQ(start(std::string(5000, 'a'), 0), 0);
   EXPECT_EQ(info(0)->getLengthOfKernelPreProcessedSequence(), 0);

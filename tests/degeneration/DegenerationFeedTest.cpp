@@ -1,5 +1,5 @@
-// The degeneration feed: which pairs are learned where, what is marked, what a dry run still does, and a run that is stopped and
-// taken up again. The feed's files lie in the working directory, which is a folder of the test's own.
+// The degeneration feed: learned pairs, refusals, dry runs, and a run that is stopped and continued. The feed writes to the
+// working directory, so each case runs in a folder of its own.
 #include <filesystem>
 #include <map>
 
@@ -21,7 +21,7 @@ class DegenerationFeedTest : public zmatrix::TierTest<Matrix> {
   }
   ~DegenerationFeedTest() override { std::filesystem::current_path(home); }
 
-  /// Two sub-matrices for the characters of ocrons.
+  /// Sets two sub-matrices up for the characters of ocrons.
   void prepare() {
     this->matrix->setMaxNumberOfMatrices(4);
     for (int id : {1, 0}) {
@@ -46,20 +46,20 @@ class DegenerationFeedTest : public zmatrix::TierTest<Matrix> {
     return this->matrix->feedMatrixWithDegenerationOcronData(levels.data(), length, pointers.data(), 4, end, length, dryRun,
                                                              autoSave, &numberFed);
   }
-  /// Expects that a sub-matrix learned exactly these texts: all their stretches, as often as they occur.
+  /// Expects that a sub-matrix has learned exactly the substrings of these texts, with their numbers of occurrences.
   void expectLearned(int id, const std::vector<std::string>& texts) {
-    std::map<std::string, int> stretches;
+    std::map<std::string, int> substrings;
     for (const std::string& text : texts)
       for (size_t begin = 0; begin < text.size(); begin++)
-        for (size_t length = 1; begin + length <= text.size(); length++) stretches[text.substr(begin, length)]++;
+        for (size_t length = 1; begin + length <= text.size(); length++) substrings[text.substr(begin, length)]++;
     this->matrix->setCurrentMatrixID(id);
-    EXPECT_EQ(this->info()->getNumberOfWriteElements(), static_cast<int>(stretches.size())) << id;
-    for (const auto& [text, count] : stretches) {
+    EXPECT_EQ(this->info()->getNumberOfWriteElements(), static_cast<int>(substrings.size())) << id;
+    for (const auto& [text, count] : substrings) {
       const auto* element = this->elementOf(Vector(text.begin(), text.end()));
       EXPECT_EQ(element != nullptr ? element->getWriteCount() : 0, count) << id << text;
     }
   }
-  /// All that was learned: paths of both sub-matrices are in the records.
+  /// Counters of both sub-matrices, write counts and symbols of all elements.
   Vector stored() {
     Vector counts;
     for (int id : {0, 1}) {
@@ -80,7 +80,7 @@ class DegenerationFeedTest : public zmatrix::TierTest<Matrix> {
 
 TYPED_TEST_SUITE(DegenerationFeedTest, zmatrix::LearningTiers);
 
-TYPED_TEST(DegenerationFeedTest, RefusesAndPassesOver) {
+TYPED_TEST(DegenerationFeedTest, RefusesWrongArgumentsAndSkipsWrongOcrons) {
   int* levels = &this->numberFed;
   EXPECT_EQ(this->matrix->feedMatrixWithDegenerationOcronData(nullptr, 1, nullptr, 4, "\n", 1, 0, 0, levels), -1);
   this->take();
@@ -93,30 +93,29 @@ TYPED_TEST(DegenerationFeedTest, RefusesAndPassesOver) {
   EXPECT_EQ(
       this->feed({{"null", "2"}, {}, {"2", "null"}, {std::string(1023, '2')}, {std::string(600, '2'), std::string(600, 'P')}}),
       1);
-  const std::string told = this->take();
-  for (const char* sentence :
+  const std::string printed = this->take();
+  for (const char* message :
        {"degenerationOcrons[0][0] = NULL\n", "degenerationOcrons[1] = NULL\n", "degenerationOcrons[2][1] = NULL\n",
         "feedMatrixWithDegenerationOcronData: ocron length exceeds 1024\n", "####################################\n"})
-    EXPECT_NE(told.find(sentence), std::string::npos) << sentence;
+    EXPECT_NE(printed.find(message), std::string::npos) << message;
   this->expectLearned(0, {"2\n"});
   EXPECT_EQ(this->feed({{"2"}}, ""), 1);
   EXPECT_TRUE(this->told("feedMatrixWithDegenerationOcronData: error ocron for matrix feed has no EOO symbol\n"));
 }
 
-TYPED_TEST(DegenerationFeedTest, SavesAndStops) {
+TYPED_TEST(DegenerationFeedTest, DryRunsSaveAndStop) {
   const std::string line = "Matrix feeded with ocron rules up to up to number: 0, degen-level: 2\n";
   this->folder.put("matrixTerminate", "");
   const Vector before = this->stored();
-  EXPECT_EQ(this->feed({{"22", "2*"}, {"2P"}}, "\n", 1, 1), 1);  // a dry run saves and stops too
+  EXPECT_EQ(this->feed({{"22", "2*"}, {"2P"}}, "\n", 1, 1), 1);  // a dry run
   EXPECT_EQ(this->numberFed, 1);
   EXPECT_TRUE(this->told("feedMatrixWithDegenerationOcronData: terminated by signal file matrixTerminate\n" + line));
   EXPECT_EQ(this->stored(), before);
-  std::ifstream saved("autoSave.txt");
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(saved), {}), line);
+  EXPECT_EQ(this->folder.contentOf("autoSave.txt"), line);
   EXPECT_GT(std::filesystem::file_size("autoSave.phr"), 1000u);
 }
 
-TYPED_TEST(DegenerationFeedTest, GoesOnAsIfUnbroken) {
+TYPED_TEST(DegenerationFeedTest, AStoppedRunContinuesWithTheSameResult) {
   Numbers numbers;
   for (int n = 0; n < 40; n++)
     numbers.push_back(

@@ -1,4 +1,4 @@
-// From symbols back to phrases: as arrays, as print, as text in a file.
+// From symbols back to phrases: as arrays, as messages, as text in a file.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -9,22 +9,12 @@
 
 namespace {
 
-using Integers = std::vector<int>;
 using zmatrix::TestFolder;
+using zmatrix::valuesOf;
+using zmatrix::Vector;
 
 class LevelDownTest : public testing::Test {
  protected:
-  /// A symbol level above sub-matrix 0, made by hand: symbol 300 with this handle.
-  void makeSymbolLevel(int coordinateDimension, int handle) {
-    matrix.select(1);
-    matrix->setCoordinateDimension(coordinateDimension);
-    matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(0);
-    const int symbol = 300;
-    matrix->writeMatrixElement(&symbol, 1, 1);
-    matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &handle, 1);
-    matrix.raiseStack();
-  }
-
   std::string illegalHandle(int handle) {
     return "getPreviousLevelObjectsFromOriginalSymbol: illegal handle: " + std::to_string(handle) + "\n";
   }
@@ -52,7 +42,7 @@ TEST_F(LevelDownTest, GivesThePhraseOrNothing) {
     EXPECT_EQ(matrix->createPreviousLevelObjexsFromOriginalSymbol(symbol, &count), nullptr);
     tell(step, length, count, matrix->getCurrentMatrixID());
   };
-  expectNothing("the line feed, which stands for no phrase", '\n');
+  expectNothing("the line feed, which has no phrase", '\n');
   for (const int unknown : {999, -5}) expectNothing("an unknown symbol", unknown);
   const int symbol = 257, beyond = 1000000, itself = matrix->getMatrixHandleFromElementVector(&symbol, 1);
   matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &beyond, 1);
@@ -63,7 +53,7 @@ TEST_F(LevelDownTest, GivesThePhraseOrNothing) {
   expectNothing("a level beyond the sub-matrices", 258);
 }
 
-TEST_F(LevelDownTest, PrintsAnItemInTheMannerOfItsLevel) {
+TEST_F(LevelDownTest, PrintsItemsAccordingToTheirLevel) {
   matrix.learn("cat");
   zmatrix::CapturedMessages messages(0);
   zmatrix::Account tell([&] { return messages.take(); });
@@ -85,11 +75,15 @@ TEST_F(LevelDownTest, PrintsAnItemInTheMannerOfItsLevel) {
 TEST_F(LevelDownTest, PrintsPhrasesOfNumbersItemByItem) {
   matrix->setCoordinateDimension(2);
   matrix->setMatrixType(ZQMatrixTypeIntegerSeries);
-  const Integers phrase = {5, 6, 7, 8};
+  const Vector phrase = {5, 6, 7, 8};
   matrix->writeMatrixElement(phrase.data(), 4, 1);
-  makeSymbolLevel(1, matrix->getMatrixHandleFromElementVector(phrase.data(), 4));
+  const int symbol = 300, handle = matrix->getMatrixHandleFromElementVector(phrase.data(), 4);
+  matrix.select(1);
+  matrix->getMatrixInfo()->setCurrentMatrixIDLevelDown(0);
+  matrix->writeMatrixElement(&symbol, 1, 1);
+  matrix->updateSymbolDownLinkHandlesForSymbols(&symbol, &handle, 1);
+  matrix.raiseStack();
   zmatrix::CapturedMessages messages(0);
-  const int symbol = 300;
   matrix->dbPrintSuccessorObjex(&symbol, 1);
   EXPECT_EQ(messages.take(), "(300:) (5,6,)(7,8,)");
 }
@@ -108,10 +102,10 @@ class TextOfLevelsTest : public LevelDownTest {
   std::string file = folder.path() + "/out.txt";
 };
 
-TEST_F(TextOfLevelsTest, IsWordsAboveAndCharactersBelow) {
+TEST_F(TextOfLevelsTest, IsWrittenInWordsOrCharacters) {
   matrix.learn("the cat\n\nsat");
   matrix.raiseStack();
-  const Integers start = valuesOf("the");
+  const Vector start = valuesOf("the");
   EXPECT_EQ(matrix->initializeKernelSequenceWithOriginalSequence(start.data(), 3, 1), 3);
   matrix->getMatrixInfo()->setSuccessorMethod(ZQSuccessorMethodMostProbable);
   EXPECT_EQ(write(4), 1);
@@ -120,28 +114,28 @@ TEST_F(TextOfLevelsTest, IsWordsAboveAndCharactersBelow) {
   EXPECT_EQ(write(0), 1);
   EXPECT_EQ(TestFolder::contentOf(file), "the ");
   zmatrix::CapturedMessages messages(0);
-  EXPECT_EQ(write(3), 1);  // cat, the line feed that expands to nothing, sat
+  EXPECT_EQ(write(3), 1);  // cat, the line feed without a phrase, sat
   EXPECT_EQ(TestFolder::contentOf(file), "the cat sat ");
   EXPECT_EQ(messages.take(), illegalHandle(0));
   EXPECT_EQ(matrix->getCurrentMatrixID(), 1);
 }
 
-TEST_F(TextOfLevelsTest, MarksWhatCannotBeWritten) {
+TEST_F(TextOfLevelsTest, WritesLineFeedsForWrongSymbols) {
   matrix.learn("cat");
   matrix.select(1);
   matrix->getMatrixInfo()->setSuccessorMethod(ZQSuccessorMethodMostProbable);
-  const Integers sequence = {-3, -3, -3};
+  const Vector sequence = {-3, -3, -3};
   matrix->updateMatrixWithLongINTSequence(sequence.data(), 3);
   matrix->getMatrixInfo()->setEnableStopItem(0);
   matrix->getMatrixInfo()->setRestartWithTrueStartItem(0);
   zmatrix::CapturedMessages messages(0);
   EXPECT_EQ(write(2), 1);
   EXPECT_EQ(TestFolder::contentOf(file), "\n\n");
-  const std::string told = illegalHandle(0) + "readAnsiObjexsAndWriteToAnsiFile: illegal symbol value: -3\n";
-  EXPECT_EQ(messages.take(), told + told);
+  const std::string message = illegalHandle(0) + "readAnsiObjexsAndWriteToAnsiFile: illegal symbol value: -3\n";
+  EXPECT_EQ(messages.take(), message + message);
 }
 
-TEST_F(TextOfLevelsTest, RefusesInItsOrder) {
+TEST_F(TextOfLevelsTest, RefusesWrongSettings) {
   expectRefusal(-1, "error: readAnsiObjexsAndWriteToAnsiFile: matrix is not ANSI type: 0\n");
   matrix->setMatrixType(ZQMatrixTypeANSIText);
   expectRefusal(-2, "readAnsiObjexsAndWriteToAnsiFile: matrix is empty!\n");

@@ -9,7 +9,7 @@ namespace {
 
 using zmatrix::ZQArray;
 
-TEST(ZQArrayTest, HoldsWhatAVectorHoldsAndNothingChangesWithoutRoom) {
+TEST(ArrayTest, BehavesLikeAVectorAndStaysUnchangedWithoutMemory) {
   std::mt19937 random(5);
   ZQArray<int> array;
   std::vector<int> expected;
@@ -27,7 +27,7 @@ TEST(ZQArrayTest, HoldsWhatAVectorHoldsAndNothingChangesWithoutRoom) {
         if (array.copyFrom(std::span<const int>(expected).subspan(expected.size() / 2)))
           expected.erase(expected.begin(), expected.begin() + static_cast<std::ptrdiff_t>(expected.size() / 2));
         break;
-      case 3: {  // a host takes the memory out and hands it in
+      case 3: {  // a host takes the memory and hands it back
         int* const memory = array.releaseFitted();
         EXPECT_TRUE(array.empty() && array.data() == nullptr);
         array.adopt(memory, expected.size());

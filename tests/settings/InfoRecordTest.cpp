@@ -1,32 +1,20 @@
-#include "settings/ZQMatrixInfo.h"
-
-#include <gtest/gtest.h>
-
+// Info records of the three tiers: guarded setters, dimensions, names of update files, update sequences.
 #include <climits>
 #include <string>
 
-#include "frame/ZQMemory.h"
+#include "settings/InitialisedRecord.h"
 #include "settings/ZQMatrixFields.h"
-#include "settings/ZQMatrixFileHeader.h"
 #include "support/CapturedMessages.h"
 #include "support/KeptText.h"
 
 namespace {
 
 using zmatrix::CapturedMessages;
+using zmatrix::InitialisedRecord;
 
-template <class Record>
-struct InitialisedRecord : Record {
-  InitialisedRecord() { EXPECT_EQ(this->initMatrixInfo(2), 1); }
-  void fill() {
-    this->setNumberOfMatrixElements(1);
-    this->setNumberOfWriteElements(1);
-  }
-};
-
-// What each setter with rules of its own makes of a value, in an empty record and in a filled one: what is left out is stored in
-// silence.
-TEST(ZQMatrixInfoTest, GuardedSettersKeepTheirRulesAndSayings) {
+// The result and messages of each setter with rules of its own, for an empty record and a filled one. Values that are stored
+// without a message are left out.
+TEST(InfoRecordTest, GuardedSettersKeepTheirRulesAndMessages) {
   CapturedMessages messages(0);
   std::string text;
   for (const zmatrix::FieldRow& row : zmatrix::fieldsUpTo(ZQMatrixInfoTypeFull)) {
@@ -34,30 +22,31 @@ TEST(ZQMatrixInfoTest, GuardedSettersKeepTheirRulesAndSayings) {
     for (const bool isFilled : {false, true}) {
       text += zmatrix::verdicts(row.name + std::string(isFilled ? " filled" : " empty"), [&](int value) {
         InitialisedRecord<ZQMatrixInfo> record;
-        if (isFilled) record.fill();
+        record.setNumberOfMatrixElements(isFilled);
+        record.setNumberOfWriteElements(isFilled);
         const int before = row.valueIn(record);
         row.set(static_cast<ZQMatrixInfo&>(record), value);
         const int after = row.valueIn(record);
-        const std::string told = messages.take();
-        if (after == value && told.empty()) return told;
+        const std::string message = messages.take();
+        if (after == value && message.empty()) return message;
         return (after == value    ? "stored, "
                 : after == before ? "left, "
                                   : "stored as " + std::to_string(after) + ", ") +
-               (told.empty() ? "\n" : told);
+               (message.empty() ? "\n" : message);
       });
     }
   }
   zmatrix::expectKeptText("record_setters.txt", text);
 }
 
-TEST(ZQMatrixBaseInfoTest, LargeIndicesForceTheDimensionWhileTheOldValueStands) {
+TEST(InfoRecordTest, LargeIndicesForceTheDimensionOnce) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   CapturedMessages messages(0);
   record.setAllowLargeIndices(1);
   EXPECT_EQ(messages.take(), "warning: setAllowLargeIndices(1) forces coordDimension to 2!\n");
   EXPECT_EQ(record.getCoordinateDimension(), 2);
   ASSERT_NE(record.getKernelOriginalSequence(), nullptr);
-  EXPECT_EQ(record.getKernelOriginalSequence()[1][255], 0) << "a row per coordinate, whoever set the dimension";
+  EXPECT_EQ(record.getKernelOriginalSequence()[1][255], 0) << "a row for each coordinate of the forced dimension";
   record.setAllowLargeIndices(2);
   EXPECT_EQ(messages.take(),
             "warning: setAllowLargeIndices(2) forces coordDimension to 4!\n"
@@ -66,7 +55,7 @@ TEST(ZQMatrixBaseInfoTest, LargeIndicesForceTheDimensionWhileTheOldValueStands) 
   EXPECT_EQ(record.getCoordinateDimension(), 2);
 }
 
-TEST(ZQMatrixBaseInfoTest, MaximalIndexMustLeaveRoomForWhatWasSeen) {
+TEST(InfoRecordTest, TheMaximalIndexMustExceedTheIndicesSeen) {
   InitialisedRecord<ZQMatrixBaseInfo> record;
   CapturedMessages messages(0);
   for (int dimension = 0; dimension < 3; ++dimension) {
@@ -98,7 +87,7 @@ TEST(ZQMatrixBaseInfoTest, MaximalIndexMustLeaveRoomForWhatWasSeen) {
   EXPECT_EQ(empty.getMaximalMatrixIndex(), -1);
 }
 
-TEST(ZQMatrixBaseInfoTest, DimensionsGrowByTheirFactorUpToTheLimit) {
+TEST(InfoRecordTest, DimensionsGrowByTheirFactorUpToTheLimit) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   CapturedMessages messages(0);
   EXPECT_EQ(record.checkMatrixDimension(31), 1);
@@ -118,10 +107,10 @@ TEST(ZQMatrixBaseInfoTest, DimensionsGrowByTheirFactorUpToTheLimit) {
   EXPECT_EQ(messages.take(), "checkMatrixDimension: dimIndex >= _maximalDimension unexpected\n");
 
   record.setMaxDimOfMatrix(10);
-  EXPECT_EQ(record.checkMatrixDimension(20), 0) << "the limit counts in dimensions that exist, too";
+  EXPECT_EQ(record.checkMatrixDimension(20), 0) << "the limit holds within the capacity too";
 }
 
-TEST(ZQMatrixBaseInfoTest, DimensionsThatDoNotFitAreRefused) {
+TEST(InfoRecordTest, DimensionsWithoutMemoryAreRefused) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.setMaxDimOfMatrix(INT_MAX);
   zmatrix::largestAllocation = 1000 * sizeof(int);
@@ -130,11 +119,11 @@ TEST(ZQMatrixBaseInfoTest, DimensionsThatDoNotFitAreRefused) {
   EXPECT_EQ(record.checkMatrixDimension(100), 1);
   zmatrix::largestAllocation = static_cast<size_t>(-1);
   record._setInternalCurrentDimension(1);
-  EXPECT_EQ(record.checkMatrixDimension(1), 1) << "a capacity that its factor would leave where it is";
+  EXPECT_EQ(record.checkMatrixDimension(1), 1) << "grows although 1 * 1.618, truncated, is 1";
   record.getMatrixPtr()[2] = 1;
 }
 
-TEST(ZQMatrixMediumInfoTest, AddsANameThatItHoldsItself) {
+TEST(InfoRecordTest, AddsNamesFromItsOwnList) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.addNameOfUpdateFile(std::string(200, 'a').c_str());
   record.addNameOfUpdateFile(record.getNamesOfUpdateFiles());
@@ -143,7 +132,7 @@ TEST(ZQMatrixMediumInfoTest, AddsANameThatItHoldsItself) {
   EXPECT_EQ(std::string(record.getNamesOfUpdateFiles()), name + "\n" + name + "\n\n" + "a\n\n\n");
 }
 
-TEST(ZQMatrixMediumInfoTest, NamesAreKeptWholeInTheListAndCutInTheField) {
+TEST(InfoRecordTest, NamesAreWholeInTheListAndCutInTheField) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   const std::string longName(300, 'n');
   for (const std::string& name : {std::string("first.txt"), longName}) {
@@ -156,19 +145,19 @@ TEST(ZQMatrixMediumInfoTest, NamesAreKeptWholeInTheListAndCutInTheField) {
   ZQMatrixProperties* snapshot = record.getGlobalMatrixInfoParameters();
   ASSERT_NE(snapshot, nullptr);
   EXPECT_STREQ(snapshot->namesOfUpdateFiles, record.getNamesOfUpdateFiles());
-  EXPECT_NE(snapshot->namesOfUpdateFiles, record.getNamesOfUpdateFiles()) << "a copy of its own";
+  EXPECT_NE(snapshot->namesOfUpdateFiles, record.getNamesOfUpdateFiles()) << "a copy";
   EXPECT_EQ(snapshot->minimalIndices, record.getMinimalIndices());
   EXPECT_EQ(snapshot->maxPhraseLengthForUpdateWithSequence, 64);
   EXPECT_EQ(snapshot->successorRandomValue, 31459);
-  EXPECT_EQ(snapshot->ocronType, 0) << "number codes stay out";
+  EXPECT_EQ(snapshot->ocronType, 0) << "number codes are not copied";
   EXPECT_EQ(snapshot->matrixID, 2);
   snapshot->musicStyle = 9;
   EXPECT_EQ(record.getGlobalMatrixInfoParameters(), snapshot);
-  EXPECT_EQ(snapshot->musicStyle, 0) << "filled anew at each call";
+  EXPECT_EQ(snapshot->musicStyle, 0) << "each call fills it again";
   record.releaseMemoryGlobalMatrixInfoParameters();
 }
 
-TEST(ZQMatrixMediumInfoTest, UpdateSequencesAreReplacedOrAppended) {
+TEST(InfoRecordTest, UpdateSequencesAreReplacedOrAppended) {
   InitialisedRecord<ZQMatrixMediumInfo> record;
   record.setCoordinateDimension(2);
   CapturedMessages messages(0);
@@ -184,10 +173,10 @@ TEST(ZQMatrixMediumInfoTest, UpdateSequencesAreReplacedOrAppended) {
 
   record.setAddSequenceToUpdateInfoMode(1);
   record.generateUpdateInfoSequence(wider, 2);
-  const std::string complaint =
+  const std::string error =
       "########## Error from generateUpdateInfoSequence: SizeOfCoordinateDimensions unexpected\n"
       "########## update sequence may contain invalid data...\n";
-  EXPECT_EQ(messages.take(), complaint + complaint) << "each coordinate that differs";
+  EXPECT_EQ(messages.take(), error + error) << "one for each coordinate that differs";
   EXPECT_EQ(record.getLengthOfUpdateSequence(), 11);
   EXPECT_EQ(std::string(record.getUpdateSequence(), 33), firstRows + endRows + std::string("\xe8\x01\x00", 3) + endRows);
 
@@ -196,7 +185,7 @@ TEST(ZQMatrixMediumInfoTest, UpdateSequencesAreReplacedOrAppended) {
   EXPECT_EQ(record.getLengthOfUpdateSequence(), 11);
   record.setLengthOfUpdateSequence(INT_MAX);
   record.generateUpdateInfoSequence(first, 4);
-  EXPECT_EQ(record.getLengthOfUpdateSequence(), INT_MAX) << "no room: what is there stays";
+  EXPECT_EQ(record.getLengthOfUpdateSequence(), INT_MAX) << "unchanged if there is no room";
 
   InitialisedRecord<ZQMatrixMediumInfo> withoutCoordinates;
   withoutCoordinates.setCoordinateDimension(0);

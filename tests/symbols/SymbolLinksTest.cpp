@@ -1,4 +1,5 @@
-// Links of all symbols set anew, after texts whose learning has moved the phrases of earlier ones.
+// Refreshing the links of all symbols, after texts that have moved the phrases of earlier ones; the updates with words and in
+// bulk.
 #include "symbols/ZQSymbolLinks.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +9,6 @@
 #include <set>
 
 #include "SymbolMatrix.h"
-#include "frame/ZQSystemOwned.h"
 #include "sequence/ZQBulkUpdate.h"
 #include "symbols/ZQFullTier.h"
 #include "symbols/ZQWordsUpdate.h"
@@ -17,12 +17,12 @@ namespace {
 
 std::string wordOf(SymbolMatrix& matrix, int symbol) {
   int length = -1;
-  const zmatrix::SystemOwned<int> phrase(zmatrix::createPhraseOfSymbol(matrix.get(), symbol, &length));
-  EXPECT_EQ(phrase == nullptr, length == 0);
-  return std::string(phrase.get(), phrase.get() + length);
+  const auto phrase = zmatrix::taken(zmatrix::createPhraseOfSymbol(matrix.get(), symbol, &length), length);
+  EXPECT_EQ(static_cast<int>(phrase.size()), length);
+  return {phrase.begin(), phrase.end()};
 }
 
-TEST(SymbolLinksTest, LeadToTheirPhrasesAfterSeveralTexts) {
+TEST(SymbolLinksTest, LeadToTheirPhrasesAfterRefreshing) {
   SymbolMatrix matrix;
   std::set<std::string> words;
   bool wentStale = false;
@@ -46,15 +46,15 @@ TEST(SymbolLinksTest, LeadToTheirPhrasesAfterSeveralTexts) {
   EXPECT_EQ(matrix->performMatrixLinearTest(&written, &ends, 0), 1);
 }
 
-TEST(WordsUpdateTest, GivesTheWordsAndSequencesOfTheWholeUpdate) {
+TEST(WordsUpdateTest, GivesTheWordsAndSequencesOfTheFullUpdate) {
   const std::string text = unstructuredText(5, 400, 6);
-  const std::vector<int> values = valuesOf(text);
+  const zmatrix::Vector values = zmatrix::valuesOf(text);
   SymbolMatrix whole, words;
   for (int round = 0; round < 2; ++round) {
     ASSERT_EQ(whole.learn(text), 1);
     if (round == 0) {
       EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 0, nullptr), 0);
-      EXPECT_EQ(words.learn("x"), 1);  // sets the sub-matrix up for texts
+      EXPECT_EQ(words.learn("x"), 1);  // applies the settings for texts
       EXPECT_EQ(whole.learn("x"), 1);
     }
     ASSERT_EQ(
@@ -75,8 +75,8 @@ TEST(WordsUpdateTest, GivesTheWordsAndSequencesOfTheWholeUpdate) {
   EXPECT_EQ(zmatrix::updateMatrixWithWordsOfLongANSISequence(words.get(), values.data(), 5, nullptr), 0);
 }
 
-// Texts one after the other, so that fields which are there get children too; wide indices, so that fields have to move.
-TEST(BulkUpdateTest, LearnsThePhrasesAndCountsOfTheUpdateOneByOne) {
+// Several sequences, so that existing fields get more children; wide indices, so that fields move.
+TEST(BulkUpdateTest, GivesThePhrasesAndCountsOfSingleUpdates) {
   std::mt19937 random(14);
   std::geometric_distribution<int> rank(0.02);
   SymbolMatrix first, second;

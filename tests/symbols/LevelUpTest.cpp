@@ -1,4 +1,4 @@
-// The symbol level: how it comes to be, is fed, and keeps naming its phrases; and what is refused.
+// The symbol level: creation, feeding, links to phrases, refusals.
 #include <gtest/gtest.h>
 
 #include "SymbolMatrix.h"
@@ -8,15 +8,29 @@
 
 namespace {
 
-using Integers = std::vector<int>;
+using zmatrix::Vector;
 
-TEST(LevelUpTest, IsMadeOnceAndFedAgain) {
+class LevelUpTest : public testing::Test {
+ protected:
+  /// Learns a text without symbols, then allows them.
+  void learnBasicLevel() {
+    matrix->setMatrixAILevel(0);
+    EXPECT_EQ(matrix.learn("one two"), 1);
+    matrix->setMatrixAILevel(1);
+    messages.listen();
+  }
+
   SymbolMatrix matrix;
-  zmatrix::CapturedMessages messages(2);
+  const Vector text = zmatrix::valuesOf("one two");
+  zmatrix::CapturedMessages messages{0};
+};
+
+TEST_F(LevelUpTest, IsCreatedOnceAndFedAgain) {
+  ZQDebugChannel::globalDebugLevel = 2;
   zmatrix::Account tell([&] { return messages.take(); }, matrix.folderPath());
-  for (const char* text : {"one two", "one two", "two three"}) {
-    const int result = matrix.learn(text);
-    tell(text, result, matrix->getCurrentMatrixID(), matrix->getNumberOfMatrices(), matrix->getCurrentMatrixIDLevelUp(),
+  for (const char* words : {"one two", "one two", "two three"}) {
+    const int result = matrix.learn(words);
+    tell(words, result, matrix->getCurrentMatrixID(), matrix->getNumberOfMatrices(), matrix->getCurrentMatrixIDLevelUp(),
          matrix->getCurrentMatrixIDLevelDown(), matrix->getNumberOfSymbols());
     const std::string nameOfFile = matrix->getNameOfUpdateFile();
     matrix.select(1);
@@ -27,16 +41,13 @@ TEST(LevelUpTest, IsMadeOnceAndFedAgain) {
     EXPECT_TRUE(std::string(matrix->getNamesOfUpdateFiles()).starts_with(nameOfFile + "\n"));
     matrix.select(0);
   }
-  EXPECT_EQ(matrix.symbolsOf("three two one").entries, (Integers{259, 258, 257}));
+  EXPECT_EQ(matrix.symbolsOf("three two one").entries, (Vector{259, 258, 257}));
   EXPECT_EQ(matrix.brokenLink(), "");
 }
 
-TEST(LevelUpTest, StaysOutWhereItIsNotWanted) {
-  SymbolMatrix matrix;
+TEST_F(LevelUpTest, IsOnlyCreatedForPhrasesOfTexts) {
+  learnBasicLevel();
   matrix->setMatrixAILevel(0);
-  EXPECT_EQ(matrix.learn("one two"), 1);
-  const Integers text = valuesOf("one two");
-  zmatrix::CapturedMessages messages(0);
   zmatrix::Account tell([&] { return messages.take(); });
   const auto update = [&](const std::string& step) {
     const int result = matrix->updateMatrixFromBasicLevel(text.data(), 7);
@@ -54,13 +65,8 @@ TEST(LevelUpTest, StaysOutWhereItIsNotWanted) {
   EXPECT_EQ(matrix.brokenLink(), "");
 }
 
-TEST(LevelUpTest, RefusesWithoutTouchingTheBasicLevel) {
-  SymbolMatrix matrix;
-  matrix->setMatrixAILevel(0);
-  EXPECT_EQ(matrix.learn("one two"), 1);
-  matrix->setMatrixAILevel(1);
-  const Integers text = valuesOf("one two");
-  zmatrix::CapturedMessages messages(0);
+TEST_F(LevelUpTest, RefusalsLeaveTheBasicLevelUnchanged) {
+  learnBasicLevel();
   zmatrix::Account tell([&] { return messages.take(); });
   const auto refuse = [&](const std::string& step) {
     const int result = matrix->updateMatrixFromBasicLevel(text.data(), 7);
@@ -83,25 +89,20 @@ TEST(LevelUpTest, RefusesWithoutTouchingTheBasicLevel) {
   refuse("a sub-matrix that holds no sequence of symbols");
 }
 
-TEST(LevelUpTest, IsNeverTheBasicLevelItself) {
-  SymbolMatrix matrix;
-  matrix->setMatrixAILevel(0);
-  EXPECT_EQ(matrix.learn("one two"), 1);
-  matrix->setMatrixAILevel(1);
-  zmatrix::CapturedMessages messages(0);
-  matrix->makeMatrixEmpty();  // the elements stay, with their symbols
+TEST_F(LevelUpTest, IsNeverTheBasicLevelItself) {
+  learnBasicLevel();
+  matrix->makeMatrixEmpty();  // the elements and their symbols stay
   matrix->setDefaultMatrixPropertiesForANSIText(nullptr);
   ASSERT_EQ(matrix->getNextFreeMatrixID(), 0);
-  ASSERT_EQ(matrix.symbolsOf("one two").entries, (Integers{257, 258}));
+  ASSERT_EQ(matrix.symbolsOf("one two").entries, (Vector{257, 258}));
   messages.take();
-  const Integers text = valuesOf("one two");
   EXPECT_EQ(matrix->updateMatrixFromBasicLevel(text.data(), 7), 0);
   EXPECT_EQ(messages.take(), "updateMatrixFromBasicLevel: warning symbolLevel found is illegal\n");
   EXPECT_EQ(matrix->getCurrentMatrixIDLevelUp(), -1);
   EXPECT_EQ(matrix->getMatrixType(), 3);
 }
 
-TEST(LevelUpTest, IsThereAgainAfterALoad) {
+TEST(LoadedLevelUpTest, IsRestoredByALoad) {
   const std::string text = unstructuredText(21, 300, 6);
   const zmatrix::TestFolder folder;
   const std::string file = folder.path() + "/words.zmatrix";
@@ -124,11 +125,10 @@ TEST(LevelUpTest, IsThereAgainAfterALoad) {
   EXPECT_EQ(loaded->getNumberOfSymbols(), matrix->getNumberOfSymbols() + 1);
 }
 
-TEST(LevelUpTest, StoresHandlesForSymbolsThatItKnows) {
-  SymbolMatrix matrix;
+TEST_F(LevelUpTest, StoresHandlesOfKnownSymbols) {
   matrix.learn("one two");
   matrix.select(1);
-  zmatrix::CapturedMessages messages(0);
+  messages.take();
   const int symbols[] = {258, 400, 257}, handles[] = {-3, 44, 0};
   EXPECT_EQ(matrix->updateSymbolDownLinkHandlesForSymbols(symbols, handles, 3), 1);
   EXPECT_EQ(messages.take(),

@@ -1,4 +1,4 @@
-// The profiles and their checks. What each sets, and what each says about values that don't suit it, is kept in tests/data/texts.
+// The profiles and their checks; the settings of each and the messages on other values are in tests/data/texts.
 #include "settings/ZQMatrixProfiles.h"
 
 #include <gtest/gtest.h>
@@ -44,7 +44,7 @@ bool isOfMediumTier(const zmatrix::FieldRow& row) {
   return !row.is(&ZQMatrixProperties::keepSymbolsWhenRemoveOverdeterminedElements);
 }
 
-/// Calls `change`, and gives the settings that it has changed, with their new values.
+/// Calls `change` and lists the settings that it has changed with their new values.
 template <class Place, class Change>
 std::string changes(const Place& place, Change change) {
   std::vector<int> before;
@@ -58,8 +58,8 @@ std::string changes(const Place& place, Change change) {
   return text + "\n";
 }
 
-// The settings before are such as no profile has, as far as a record takes them.
-TEST(ProfilesTest, SetWhatTheirColumnHas) {
+// Before, the settings have values that no profile sets, as far as the record accepts them.
+TEST(ProfilesTest, SetTheValuesOfTheirColumn) {
   std::string text;
   for (Profile profile : allProfiles) {
     SubMatrix matrix;
@@ -85,9 +85,9 @@ TEST(ProfilesTest, SetWhatTheirColumnHas) {
             });
     EXPECT_STREQ(matrix.header.getGlobalNameOfUpdateFile(), "");
     CapturedMessages messages(1);
-    matrix.block().maxPhraseLengthForUpdateWithSequence = 50;  // left alone by one profile
+    matrix.block().maxPhraseLengthForUpdateWithSequence = 50;  // one profile doesn't set it
     EXPECT_EQ(zmatrix::checkMatrixProperties(profile, matrix.record), 1) << zmatrix::nameOf(profile);
-    EXPECT_EQ(messages.take(), "") << "what a profile sets passes its check";
+    EXPECT_EQ(messages.take(), "") << "a profile passes its own check";
   }
   zmatrix::expectKeptText("profiles.txt", text);
 }
@@ -109,7 +109,7 @@ TEST(ProfilesTest, AreRefusedOnAFilledMatrix) {
   EXPECT_EQ(empty.record.getMemorySearchMethod(), 0);
 }
 
-/// What a check answers and says, if it is anything but 1 in silence.
+/// The result and messages of a check; empty for 1 without a message.
 template <class Check>
 std::string verdictOf(Check check) {
   CapturedMessages messages(0);
@@ -117,13 +117,13 @@ std::string verdictOf(Check check) {
   const std::string atLevel0 = messages.take();
   ZQDebugChannel::globalDebugLevel = 1;
   check();
-  const std::string told = messages.take();
-  if (told.empty()) return result == 1 ? "" : std::to_string(result) + "\n";
-  return std::to_string(result) + (told == atLevel0 ? " " : " at level 1: ") + told;
+  const std::string message = messages.take();
+  if (message.empty()) return result == 1 ? "" : std::to_string(result) + "\n";
+  return std::to_string(result) + (message == atLevel0 ? " " : " at level 1: ") + message;
 }
 
-// Everything but one setting is as the profile wants it. A record's setters let fewer values through than a block takes.
-TEST(ProfileChecksTest, AcceptRefuseAndSayExactlyThis) {
+// All settings but one are those of the profile. Setters of a record refuse values that a block accepts.
+TEST(ProfileChecksTest, HaveTheirResultsAndMessages) {
   std::string text;
   for (Profile profile : allProfiles) {
     for (const auto* row : settings()) {
@@ -145,7 +145,7 @@ TEST(ProfileChecksTest, AcceptRefuseAndSayExactlyThis) {
   zmatrix::expectKeptText("profile_checks.txt", text);
 }
 
-TEST(ProfileChecksTest, OfTheFullTierLookAtTheBasicBlockOnly) {
+TEST(ProfileChecksTest, OfTheFullTierCheckTheBasicBlockOnly) {
   SubMatrix matrix;
   CapturedMessages messages(1);
   zmatrix::setGlobalSymbolDefaultMatrixProperties(matrix.header, ZQMatrixInfoTypeMedium);
@@ -157,14 +157,14 @@ TEST(ProfileChecksTest, OfTheFullTierLookAtTheBasicBlockOnly) {
   EXPECT_EQ(zmatrix::checkGlobalMatrixProperties(Profile::MIDIElementsGMQuadruple_NDMTS, matrix.header, ZQMatrixInfoTypeFull), 1);
   zmatrix::setGlobalDefaultMatrixProperties(Profile::ANSIText, matrix.header, ZQMatrixInfoTypeMedium);
   EXPECT_EQ(zmatrix::checkGlobalMatrixProperties(Profile::ANSIText, matrix.header, ZQMatrixInfoTypeFull), 0);
-  EXPECT_EQ(messages.take(), "") << "in silence";
+  EXPECT_EQ(messages.take(), "");
 
   matrix.header.getGlobalSymbolMatrixProperties()->isPhraseMatrix = 0;
   EXPECT_EQ(zmatrix::checkGlobalSymbolMatrixProperties(matrix.header, ZQMatrixInfoTypeMedium), 0);
   EXPECT_EQ(messages.take(), "error: checkGlobalSymbolMatrixPropertiesForSymbols: isPhraseMatrix illegal: 0\n");
 }
 
-TEST(ApplyGlobalPropertiesTest, CopiesThroughTheGuards) {
+TEST(ApplyGlobalPropertiesTest, CopiesThroughTheSetters) {
   SubMatrix matrix;
   zmatrix::setGlobalDefaultMatrixProperties(Profile::IntegerSeries, matrix.header, ZQMatrixInfoTypeFull);
   matrix.block().ocronType = 3;
@@ -187,7 +187,7 @@ TEST(ApplyGlobalPropertiesTest, CopiesThroughTheGuards) {
   symbols.header.getGlobalSymbolMatrixProperties()->ocronType = 3;
   zmatrix::applyGlobalSymbolMatrixProperties(symbols.record, symbols.header);
   EXPECT_EQ(symbols.record.getMatrixType(), 2);
-  EXPECT_EQ(symbols.record.getOcronType(), 4) << "number codes stay";
+  EXPECT_EQ(symbols.record.getOcronType(), 4) << "number codes are not copied";
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Puts a text in the place of standard input.
+/// Replaces standard input by a text.
 class StandardInput {
  public:
   explicit StandardInput(std::string text) : text_(std::move(text)), old_(stdin) {
@@ -27,7 +27,7 @@ class StandardInput {
 };
 
 TEST(CharacterTablesTest, ConvertUmlautsBothWays) {
-  // Sharp s, the six umlauts: DOS code page, ANSI code page.
+  // The six umlauts and sharp s, in the DOS code page and in ANSI.
   char text[] = "\x84\x94\x81\x8E\x99\x9A\xE1";
   asci2ansi(text);
   EXPECT_STREQ(text, "\xE4\xF6\xFC\xC4\xD6\xDC\xDF");
@@ -55,9 +55,9 @@ TEST(CharacterTablesTest, ReadALineFromStandardInput) {
   EXPECT_EQ(read("abc\ndef", 8), "abc\0#####"s);
   EXPECT_EQ(read("\nab\rcd", 8), "\nab\0#####"s);
   EXPECT_EQ(read("\x84\x81\n", 8), "\xE4\xFC\0######"s);
-  EXPECT_EQ(read("abcdef", 4), "abcd#####"s);                       // full: no terminator
-  EXPECT_EQ(read("\x84\x84\x84\x84\n", 3), "\xE4\xE4\xE4######"s);  // and nothing converted beyond
-  EXPECT_EQ(read("ab", 8), "ab\0######"s);                          // the input ends
+  EXPECT_EQ(read("abcdef", 4), "abcd#####"s);                       // a full buffer has no terminator
+  EXPECT_EQ(read("\x84\x84\x84\x84\n", 3), "\xE4\xE4\xE4######"s);  // nothing behind it is converted
+  EXPECT_EQ(read("ab", 8), "ab\0######"s);                          // end of input
   EXPECT_EQ(read("ab", 0), "#########"s);
 }
 

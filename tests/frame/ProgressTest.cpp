@@ -16,7 +16,7 @@ void rememberReport(progressCallBackData_tag* data) {
   reports.emplace_back(data->progressItem, data->progressItemCount);
 }
 
-class ProgressReportTest : public testing::Test {
+class ProgressTest : public testing::Test {
  protected:
   void SetUp() override {
     reports.clear();
@@ -33,7 +33,7 @@ class ProgressReportTest : public testing::Test {
   }
 };
 
-TEST_F(ProgressReportTest, ComesAboutAHundredTimesAndAlwaysForTheLastItem) {
+TEST_F(ProgressTest, ReportsAboutAHundredTimesAndTheLastItem) {
   for (int itemCount : {1, 7, 50, 99, 100, 1000, 1001, 123456}) {
     reports.clear();
     zmatrix::progressThrottle = {};
@@ -47,10 +47,10 @@ TEST_F(ProgressReportTest, ComesAboutAHundredTimesAndAlwaysForTheLastItem) {
   }
 }
 
-TEST_F(ProgressReportTest, TakesALowerItemOrAnotherCountForANewOperation) {
+TEST_F(ProgressTest, ALowerItemOrAnotherCountBeginsANewOperation) {
   run(0, 60, 100);
   EXPECT_EQ(reports.size(), 31u);
-  run(60, 60, 100);  // the last reported item again is no new operation
+  run(60, 60, 100);  // repeating the last item is no new operation
   EXPECT_EQ(reports.size(), 31u);
   run(59, 59, 100);
   EXPECT_EQ(reports.back(), std::make_pair(59, 100));
@@ -58,13 +58,13 @@ TEST_F(ProgressReportTest, TakesALowerItemOrAnotherCountForANewOperation) {
   EXPECT_EQ(reports.back(), std::make_pair(60, 101));
 }
 
-TEST_F(ProgressReportTest, StandsExtremeNumbers) {
+TEST_F(ProgressTest, AcceptsExtremeNumbers) {
   for (int itemCount : {INT_MIN, -1, 0, 1, INT_MAX})
     for (int item : {INT_MIN, -1, 0, INT_MAX - 1, INT_MAX, INT_MAX}) matrixProgressDisplay(item, itemCount);
   EXPECT_EQ(reports.back(), std::make_pair(INT_MAX, INT_MAX));
 }
 
-TEST(SmallQueriesTest, AnswerByTheirTables) {
+TEST(SmallQueriesTest, GiveTheValuesOfTheirTables) {
   EXPECT_EQ(getExpectedMatrixMemory(1, 1, 1, 0), 64000);
   EXPECT_EQ(getExpectedMatrixMemory(0, 1, 1, 1), 0);
   EXPECT_EQ(getExpectedMatrixMemory(1, 0, 1, 1), 0);

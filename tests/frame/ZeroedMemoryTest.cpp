@@ -11,7 +11,7 @@ bool isAll(char byte, const char* from, const char* to) {
   return std::all_of(from, to, [byte](char found) { return found == byte; });
 }
 
-TEST(ZQZeroedMemoryTest, KeepsItsContentAndIsZeroBeyond) {
+TEST(ZeroedMemoryTest, KeepsItsContentAndIsZeroBehindIt) {
   zmatrix::ZQZeroedMemory memory;
   size_t written = 0;
   for (const size_t size : {size_t{100}, size_t{70'000}, size_t{65'536}, size_t{1'000}, size_t{3'000'000}, size_t{2'999'999},

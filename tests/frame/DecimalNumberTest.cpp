@@ -18,7 +18,7 @@ void expectAsStandard(const std::string& text, std::chars_format format) {
   EXPECT_EQ(memcmp(&value, &expected, sizeof value), 0) << text << ": " << value << ", not " << expected;
 }
 
-TEST(DecimalNumberTest, IsReadWithoutTheStandardLibraryAsWithIt) {
+TEST(DecimalNumberTest, IsParsedAsByTheStandardLibrary) {
   std::mt19937 random(1);
   for (int i = 0; i < 20000; ++i) {
     std::string text;

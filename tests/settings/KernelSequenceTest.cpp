@@ -1,31 +1,27 @@
-#include <gtest/gtest.h>
-
-#include <memory>
+// The kernel sequences of a record: resets, growth, and copies for hosts.
+#include <iterator>
 #include <numeric>
-#include <vector>
 
-#include "frame/ZQMemory.h"
-#include "settings/ZQMatrixMediumInfo.h"
+#include "settings/InitialisedRecord.h"
 #include "support/CapturedMessages.h"
+#include "support/Vectors.h"
 
 namespace {
 
-struct Release {
-  void operator()(void* pointer) const { systemFree(pointer); }
-};
+using zmatrix::Vector;
+using Record = zmatrix::InitialisedRecord<ZQMatrixMediumInfo>;
 
-std::vector<int> flat(int* (ZQMatrixMediumInfo::*copy)(int*, int*), ZQMatrixMediumInfo& record) {
-  int length = -1;
-  int dimension = -1;
-  const std::unique_ptr<int, Release> items((record.*copy)(&length, &dimension));
+Vector flat(int* (ZQMatrixMediumInfo::*copy)(int*, int*), ZQMatrixMediumInfo& record) {
+  int length = -1, dimension = -1;
+  const Vector items = zmatrix::taken((record.*copy)(&length, &dimension), length);
   EXPECT_EQ(dimension, record.getCoordinateDimension());
-  return items == nullptr ? std::vector<int>() : std::vector<int>(items.get(), items.get() + length);
+  return items;
 }
 
 TEST(KernelSequenceTest, ResetWritesTheDefaultItemOfTheMatrixType) {
   const struct {
     int matrixType, dimension, preProcessingType;
-    std::vector<int> expected;
+    Vector expected;
   } cases[] = {{0, 2, 1, {0, 0}},
                {1, 2, 1002, {65, 0}},
                {1, 1, 1, {65}},
@@ -38,12 +34,11 @@ TEST(KernelSequenceTest, ResetWritesTheDefaultItemOfTheMatrixType) {
                {-1, 1, 1, {7}},
                {2, 1, 0, {}}};
   for (const auto& tried : cases) {
-    ZQMatrixMediumInfo record;
-    record.initMatrixInfo(0);
+    Record record(0);
     record.setCoordinateDimension(tried.dimension);
     record.setMatrixType(tried.matrixType);
     record.setPreProcessingType(tried.preProcessingType);
-    const std::vector<int> sevens(static_cast<size_t>(tried.dimension), 7);
+    const Vector sevens(static_cast<size_t>(tried.dimension), 7);
     record.storeKernelOriginal(sevens.data(), 1);
     record.storeKernelInitialValues(sevens.data(), 1);
     record.setLengthOfKernelPreProcessedSequence(5);
@@ -55,15 +50,14 @@ TEST(KernelSequenceTest, ResetWritesTheDefaultItemOfTheMatrixType) {
   }
 }
 
-TEST(KernelSequenceTest, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
-  ZQMatrixMediumInfo record;
-  record.initMatrixInfo(0);
+TEST(KernelSequenceTest, ResetWithoutInitialValuesKeepsTheItemsBeforeTheKernel) {
+  Record record(0);
   record.storeKernelOriginal(std::data({10, 11, 12, 13, 14}), 5);
   record.storeKernelInitialValues(std::data({20, 21, 22, 23, 24}), 5);
   record.storeKernelPreProcessed(std::data({30, 31, 32}), 3);
-  EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelPreProcessedSequenceIndexVector, record), (std::vector<int>{30, 31, 32}));
+  EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelPreProcessedSequenceIndexVector, record), (Vector{30, 31, 32}));
   EXPECT_EQ(record.resetKernelSequence(0, 0), 2);
-  EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector, record), (std::vector<int>{20, 21}));
+  EXPECT_EQ(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector, record), (Vector{20, 21}));
   EXPECT_EQ(record.getKernelPreProcessedSequence()[0][0], 0);
 
   zmatrix::CapturedMessages messages(8);
@@ -75,12 +69,11 @@ TEST(KernelSequenceTest, ResetWithoutInitialValuesKeepsWhatPrecedesTheKernel) {
   EXPECT_TRUE(flat(&ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector, record).empty());
 }
 
-TEST(KernelSequenceTest, LongKernelsSurviveTheResetOfTheirInternalLengths) {
-  ZQMatrixMediumInfo record;
-  record.initMatrixInfo(0);
+TEST(KernelSequenceTest, LongKernelsSurviveResets) {
+  Record record(0);
   ASSERT_TRUE(record.provideKernelOriginal(1000));
   record._setInternalLengthOfKernelOriginalSequence(0);
-  std::vector<int> initialValues(1000);
+  Vector initialValues(1000);
   std::iota(initialValues.begin(), initialValues.end(), 0);
   record.storeKernelInitialValues(initialValues.data(), 1000);
   record.setLengthOfKernelOriginalSequence(1000);
@@ -89,25 +82,22 @@ TEST(KernelSequenceTest, LongKernelsSurviveTheResetOfTheirInternalLengths) {
   EXPECT_EQ(record.getInternalLengthOfKernelPreProcessedSequence(), 256);
   EXPECT_EQ(record.getKernelOriginalSequence()[0][999], 999);
 
-  record.setPreProcessingType(999);  // needs more items than the rows have at first
+  record.setPreProcessingType(999);  // more items than new rows have
   EXPECT_EQ(record.resetKernelSequence(0, 1), 999);
 
-  ZQMatrixMediumInfo fresh;
-  fresh.initMatrixInfo(0);
+  Record fresh(0);
   fresh.setPreProcessingType(999);
   EXPECT_EQ(fresh.resetKernelSequence(0, 0), 999);
   fresh.setCoordinateDimension(3);
-  EXPECT_EQ(fresh.getKernelOriginalSequence()[2][998], 0) << "new rows reach as far as the sequence does";
+  EXPECT_EQ(fresh.getKernelOriginalSequence()[2][998], 0) << "new rows are as long as the sequence";
 }
 
 TEST(KernelSequenceTest, ObjexVectorsAreOneBlock) {
-  ZQMatrixMediumInfo record;
-  record.initMatrixInfo(0);
+  Record record(0);
   record.setCoordinateDimension(2);
   record.storeKernelOriginal(std::data({0, 0, 1, -1, 2, -2}), 3);
-  int count = 0;
-  int dimension = 0;
-  const std::unique_ptr<int*, Release> items(record.createKernelOriginalSequenceObjexVector(&count, &dimension));
+  int count = 0, dimension = 0;
+  const zmatrix::SystemOwned<int*> items(record.createKernelOriginalSequenceObjexVector(&count, &dimension));
   ASSERT_EQ(count, 3);
   EXPECT_EQ(dimension, 2);
   EXPECT_EQ(reinterpret_cast<int**>(items.get()[0]), items.get() + 3) << "the items follow their pointers";

@@ -1,23 +1,23 @@
-// What a matrix offers of its header and of the current sub-matrix's record, each tier in its own way.
+// The accessors of a matrix to its header and to the record of the current sub-matrix, where the tiers differ.
 #include "settings/ZQMatrixAccessors.h"
 
 #include "support/TierTest.h"
 
 namespace {
 
-class ZQMatrixAccessorsTest : public zmatrix::TierTest<ZQMatrix> {
+class AccessorsTest : public zmatrix::TierTest<ZQMatrix> {
  protected:
   ZQMatrixMedium& medium = *matrix;
   ZQMatrixBase& base = *matrix;
 };
 
-TEST_F(ZQMatrixAccessorsTest, ATierUsesItsOwnRecord) {
+TEST_F(AccessorsTest, EachTierUsesItsOwnRecord) {
   const int seven = 7;
   info()->storeKernelOriginal(&seven, 1);
   base.setCoordinateDimension(2);
-  EXPECT_EQ(info()->getKernelOriginalSequence()[0][0], 7) << "the base knows no kernel";
+  EXPECT_EQ(info()->getKernelOriginalSequence()[0][0], 7) << "the base tier has no kernel";
   medium.setCoordinateDimension(3);
-  EXPECT_EQ(info()->getKernelOriginalSequence()[0][0], 0) << "the medium tier drops it";
+  EXPECT_EQ(info()->getKernelOriginalSequence()[0][0], 0) << "the medium tier clears the kernel";
 
   EXPECT_EQ(base.getMatrixInfo()->getGlobalMatrixInfoParameters()->successorMethod, 0);
   EXPECT_EQ(medium.getMatrixInfo()->getGlobalMatrixInfoParameters()->successorMethod, 3);
@@ -31,7 +31,7 @@ TEST_F(ZQMatrixAccessorsTest, ATierUsesItsOwnRecord) {
   EXPECT_EQ(matrix->getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(), 0);
 }
 
-TEST_F(ZQMatrixAccessorsTest, SuccessorGeneratorsGoByMatrixID) {
+TEST_F(AccessorsTest, SuccessorGeneratorsBelongToMatrixIDs) {
   ZQDebugChannel::globalDebugLevel = 0;
   EXPECT_EQ(matrix->getSuccessorRandomValue(3), 292715034);
   EXPECT_EQ(matrix->getActualSuccessorRandomValue(3), 292715034);

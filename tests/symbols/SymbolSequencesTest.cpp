@@ -1,4 +1,4 @@
-// From a sequence to its symbols: words of texts, longest known phrases of other sequences.
+// Sequences as symbols: words of texts, and the longest known phrases of other sequences.
 #include <gtest/gtest.h>
 
 #include "SymbolMatrix.h"
@@ -7,9 +7,9 @@
 
 namespace {
 
-using Integers = std::vector<int>;
+using zmatrix::Vector;
 
-TEST(SymbolSequencesTest, AgreeWithACountOfTheWords) {
+TEST(SymbolSequencesTest, AreTheWordsOfTheText) {
   const std::string ends[] = {" ",       "\n", "\n\n", "-\n",   "\r\n",  "\r\n\r\n",
                               "\t \xA0", ". ", "!\n",  "-\n\n", "\n \n", ";\r\n \r\n"};
   unsigned state = 7;
@@ -32,7 +32,7 @@ TEST(SymbolSequencesTest, AgreeWithACountOfTheWords) {
   }
 }
 
-TEST(SymbolSequencesTest, TellWhatTheyMiss) {
+TEST(SymbolSequencesTest, ReportUnknownWords) {
   zmatrix::CapturedMessages messages(0);
   zmatrix::Account tell([&] { return messages.take(); });
   const auto learn = [&](SymbolMatrix& matrix, const std::string& text) {
@@ -58,36 +58,36 @@ TEST(SymbolSequencesTest, TellWhatTheyMiss) {
   look(last, "one two three");
 }
 
-TEST(SymbolSequencesTest, TakeTheMarkersOfACaller) {
+TEST(SymbolSequencesTest, UseTheMarkersOfTheCaller) {
   SymbolMatrix matrix;
   matrix->setDefaultMatrixPropertiesForSymbols(nullptr);
   const int sequence[] = {1, 2, 3, 4, 5}, markers[] = {1, 1, 2, 3, 2};
   EXPECT_EQ(matrix->updateMatrixWithCombinedSequenceDebug(sequence, 5, 2, 1, 0, 0, markers, nullptr, nullptr, nullptr, nullptr,
                                                           nullptr),
             1);
-  // From the second word's begin, not from the one that another begin follows; an item that is a word alone begins no longer one.
+  // The first begin is followed by another one and ignored. The last item is a word of its own and begins no longer word.
   EXPECT_EQ(matrix->getNumberOfSymbols(), 2);
-  EXPECT_EQ(matrix.symbolsOfAny({1, 2, 3, 4, 5}), (Integers{258, 257}));
+  EXPECT_EQ(matrix.symbolsOfAny({1, 2, 3, 4, 5}), (Vector{258, 257}));
 }
 
 /// A sub-matrix of numbers in which some phrases have symbols.
 class AnySequenceTest : public testing::Test {
  protected:
-  void write(Integers path, int symbolMarker) {
+  void write(Vector path, int symbolMarker) {
     matrix->writeMatrixData(path.data(), static_cast<int>(path.size()), 1, 0, 0, symbolMarker);
   }
   SymbolMatrix matrix;
 };
 
 TEST_F(AnySequenceTest, TakesTheLongestPhrase) {
-  for (const Integers& path : {Integers{1}, Integers{1, 2, 3}, Integers{4, 5}}) write(path, 1);  // 257, 258, 259
+  for (const Vector& path : {Vector{1}, Vector{1, 2, 3}, Vector{4, 5}}) write(path, 1);  // 257, 258, 259
   write({1, 2}, 0);
   write({4}, 0);
-  write({6, 7}, 1);  // 260, below an item that was never written
-  EXPECT_EQ(matrix.symbolsOfAny({1, 2, 3, 9, 1, 2, 4, 5, 4, 6, 7, 1}), (Integers{258, 257, 259, 257}));
-  EXPECT_EQ(matrix.symbolsOfAny({9, 9}), Integers{});
+  write({6, 7}, 1);  // 260, a child of an item without a write
+  EXPECT_EQ(matrix.symbolsOfAny({1, 2, 3, 9, 1, 2, 4, 5, 4, 6, 7, 1}), (Vector{258, 257, 259, 257}));
+  EXPECT_EQ(matrix.symbolsOfAny({9, 9}), Vector{});
   int count = -1;
-  const Integers sequence = {8, 4, 5};
+  const Vector sequence = {8, 4, 5};
   int* handles = matrix->getSymbolHandlesFromAnyLongSequence(sequence.data(), 3, &count);
   ASSERT_EQ(count, 1);
   EXPECT_EQ(handles[0], matrix->getMatrixHandleFromElementVector(sequence.data() + 1, 2));
@@ -98,16 +98,16 @@ TEST_F(AnySequenceTest, TakesTheLongestPhrase) {
   matrix.symbolsOfAny({4, 5});
   EXPECT_EQ(messages.take(), "getSymbolsFromAnyLong..(): Symbol found 259\norig: M(4,5)  p()=1/1 \n\n");
   matrix->getMatrixInfo()->setMaximalMatrixIndex(258);
-  EXPECT_EQ(matrix.symbolsOfAny({4, 5}), Integers{});
+  EXPECT_EQ(matrix.symbolsOfAny({4, 5}), Vector{});
   EXPECT_EQ(messages.take(), "getSymbolsFromAnyLong..(): Symbol 259 exceeds max. matrix index 258\n");
 }
 
-TEST_F(AnySequenceTest, GoesItemByItem) {
+TEST_F(AnySequenceTest, TakesWholeItems) {
   matrix->setCoordinateDimension(2);
   write({1, 2}, 0);
   write({1, 2, 3, 4}, 1);
   write({3, 4}, 1);
-  EXPECT_EQ(matrix.symbolsOfAny({3, 4, 1, 2, 3, 4, 1, 2, 9}), (Integers{258, 257}));
+  EXPECT_EQ(matrix.symbolsOfAny({3, 4, 1, 2, 3, 4, 1, 2, 9}), (Vector{258, 257}));
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
+// Setters and files of the file header.
 #include "settings/ZQMatrixFileHeader.h"
 
 #include <gtest/gtest.h>
-
-#include <memory>
 
 #include "frame/ZQMemory.h"
 #include "support/CapturedMessages.h"
@@ -13,9 +12,12 @@ namespace {
 using zmatrix::CapturedMessages;
 using zmatrix::TestFolder;
 
-TEST(ZQMatrixFileHeaderTest, SettersThatRefuseDoSoInSilence) {
-  ZQMatrixFileHeader header;
-  header.initFileHeader(0);
+struct InitialisedHeader : ZQMatrixFileHeader {
+  InitialisedHeader() { EXPECT_EQ(initFileHeader(0), 1); }
+};
+
+TEST(FileHeaderTest, SettersIgnoreWrongValuesSilently) {
+  InitialisedHeader header;
   CapturedMessages messages(9);
   for (const auto& [number, expected] : {std::pair{0, 0}, {3, 3}, {2, 3}, {5, 3}, {-1, 3}, {4, 4}}) {
     header.setNumberOfMatrices(number);
@@ -33,37 +35,36 @@ TEST(ZQMatrixFileHeaderTest, SettersThatRefuseDoSoInSilence) {
   }
 }
 
-TEST(ZQMatrixFileHeaderTest, TextsAreCutAtTheirFields) {
-  auto header = std::make_unique<ZQMatrixFileHeader>();
-  header->initFileHeader(0);
+TEST(FileHeaderTest, TextsAreCutToTheirFields) {
+  InitialisedHeader header;
   const std::string longText(1000, 'x');
-  header->setMatrixDescription(longText.c_str());
-  header->setMatrixOriginFilename(longText.c_str());
-  header->setMatrixDestinationFilename(longText.c_str());
-  header->setFileType("zmatrixes");
-  header->setGlobalNameOfUpdateFile(longText.c_str());
-  EXPECT_EQ(strlen(header->getMatrixDescription()), 503u);
-  EXPECT_EQ(strlen(header->getMatrixOriginFilename()), 255u);
-  EXPECT_EQ(strlen(header->getMatrixDestinationFilename()), 255u);
-  EXPECT_STREQ(header->getFileType(), "zmatrix");
-  EXPECT_EQ(memcmp(header->getGlobalNameOfUpdateFile(), longText.data(), 256), 0) << "the name fills its field";
-  EXPECT_EQ(header->getGlobalMatrixProperties()->maxPhraseLengthForUpdateWithSequence, 64) << "and nothing behind it";
+  header.setMatrixDescription(longText.c_str());
+  header.setMatrixOriginFilename(longText.c_str());
+  header.setMatrixDestinationFilename(longText.c_str());
+  header.setFileType("zmatrixes");
+  header.setGlobalNameOfUpdateFile(longText.c_str());
+  EXPECT_EQ(strlen(header.getMatrixDescription()), 503u);
+  EXPECT_EQ(strlen(header.getMatrixOriginFilename()), 255u);
+  EXPECT_EQ(strlen(header.getMatrixDestinationFilename()), 255u);
+  EXPECT_STREQ(header.getFileType(), "zmatrix");
+  EXPECT_EQ(memcmp(header.getGlobalNameOfUpdateFile(), longText.data(), 256), 0) << "the name fills its field";
+  EXPECT_EQ(header.getGlobalMatrixProperties()->maxPhraseLengthForUpdateWithSequence, 64)
+      << "nothing behind the field is overwritten";
 
-  header->setMatrixDescription(nullptr);
-  header->setGlobalMidiChannelFilterArray(nullptr);
-  EXPECT_EQ(strlen(header->getMatrixDescription()), 503u);
+  header.setMatrixDescription(nullptr);
+  header.setGlobalMidiChannelFilterArray(nullptr);
+  EXPECT_EQ(strlen(header.getMatrixDescription()), 503u);
 }
 
-TEST(ZQMatrixFileHeaderTest, DebugDirectoryMustBeWritable) {
+TEST(FileHeaderTest, TheDebugDirectoryMustBeWritable) {
   const TestFolder folder;
   const std::string there = folder.path();
   constexpr char warning[] =
       "warning: setDebugDirectory to directory without write access! Current working directory will be used!\n";
-  // Up to 247 characters a path is tried, however it is made.
+  // Paths of up to 247 characters are accepted.
   std::string longest = there;
   while (longest.size() < 247) longest += '/';
-  ZQMatrixFileHeader header;
-  header.initFileHeader(0);
+  InitialisedHeader header;
   CapturedMessages messages(0);
   const struct {
     std::string path;
@@ -79,14 +80,13 @@ TEST(ZQMatrixFileHeaderTest, DebugDirectoryMustBeWritable) {
   header.setMatrixDebugDirectory(there.c_str());
   header.setMatrixDebugDirectory(nullptr);
   EXPECT_EQ(header.getMatrixDebugDirectory(), there);
-  EXPECT_TRUE(std::filesystem::is_empty(there)) << "the probe is removed";
+  EXPECT_TRUE(std::filesystem::is_empty(there)) << "the file that probes write access is removed";
 }
 
-TEST(ZQMatrixFileHeaderTest, StreamOfUpdateRecordsIsClosedAndRemoved) {
+TEST(FileHeaderTest, TheStreamOfUpdateRecordsIsClosedAndRemoved) {
   const TestFolder folder;
   const std::string name = folder.put("updates", "records");
-  ZQMatrixFileHeader header;
-  header.initFileHeader(0);
+  InitialisedHeader header;
   EXPECT_EQ(header.matrixHasBeenRead(), 0);
   header.setFpUpdateInfos(fopen(name.c_str(), "rb"));
   header.setFpUpdateInfosFileName(name.c_str());
@@ -95,7 +95,7 @@ TEST(ZQMatrixFileHeaderTest, StreamOfUpdateRecordsIsClosedAndRemoved) {
   EXPECT_EQ(header.matrixHasBeenRead(), 0);
   EXPECT_FALSE(std::filesystem::exists(name));
   header.setNumberOfAppendedUpdates(1000);
-  header.deleteMatrixUpdateInfos();  // none were loaded
+  header.deleteMatrixUpdateInfos();  // none are loaded
   header.deInitFileHeader();
   header.deInitFileHeader();
   EXPECT_EQ(header.getStopFlags(), nullptr);
