@@ -1,12 +1,7 @@
+// Lists of file names: ownership, kinds of files, walks through folders.
 #include "music/ZQFileNameList.h"
 
 #include <gtest/gtest.h>
-
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <string>
-#include <vector>
 
 #include "frame/ZQMemory.h"
 #include "support/KeptText.h"
@@ -14,14 +9,15 @@
 namespace {
 
 namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
 
 char* newName(const std::string& name) {
   char* text = systemMallocArray<char>(static_cast<long long>(name.size()) + 1);
   return strcpy(text, name.c_str());
 }
 
-std::vector<std::string> namesOf(const ZQFileNameList* list) {
-  std::vector<std::string> names;
+Names namesOf(const ZQFileNameList* list) {
+  Names names;
   for (int i = 0; i < list->getCount(); i++) names.emplace_back(list->getFileNameAtIndex(i));
   return names;
 }
@@ -30,13 +26,13 @@ class FileNameWalkTest : public testing::Test {
  protected:
   void put(const std::string& name) { folder.put(name, "x"); }
 
-  /// The names that a walk finds, without the root.
+  /// The names that a walk finds, relative to the root.
   template <class Operation>
-  std::vector<std::string> walk(Operation operation, int recursive) {
+  Names walk(Operation operation, int recursive) {
     ZQFileNameList* throwaway = createZQFileNameList();
     ZQFileNameList* list = (throwaway->*operation)(root.c_str(), recursive, nullptr);
     deleteZQFileNameList(throwaway);
-    std::vector<std::string> names = namesOf(list);
+    Names names = namesOf(list);
     for (std::string& name : names) name = name.substr(root.string().size() + 1);
     deleteZQFileNameList(list);
     return names;
@@ -48,7 +44,7 @@ class FileNameWalkTest : public testing::Test {
 
 TEST(FileNameListTest, OwnsItsNames) {
   ZQFileNameList* list = createZQFileNameList();
-  std::vector<std::string> expected;
+  Names expected;
   for (int i = 0; i < 100; i++) {
     expected.push_back("name" + std::to_string(i));
     list->addFileName(newName(expected.back()));
@@ -70,7 +66,7 @@ TEST(FileNameListTest, OwnsItsNames) {
   list->addFileName(name);
   list->init();
   EXPECT_EQ(list->getCount(), 0);
-  EXPECT_STREQ(name, "a") << "still the host's, if it has kept it";
+  EXPECT_STREQ(name, "a") << "init() doesn't free the names";
   systemFree(name);
   char* kept = newName("kept");
   list->addFileName(kept);
@@ -81,7 +77,7 @@ TEST(FileNameListTest, OwnsItsNames) {
   deleteZQFileNameListOnlyReferences(nullptr);
 }
 
-TEST(FileNameListTest, TellsFilesByTheirSuffix) {
+TEST(FileNameListTest, RecognisesFilesByTheirSuffix) {
   const ZQFileNameList list;
   zmatrix::expectKeptCases("file_suffixes.txt", [&list](const std::string& name) {
     return std::string(list.getFileSuffix(name.c_str())) + " midi " + std::to_string(list.fileIsMidiFile(name.c_str())) +
@@ -96,7 +92,6 @@ TEST(FileNameListTest, TellsFilesByTheirSuffix) {
 TEST_F(FileNameWalkTest, CollectsByKindInReverseOrder) {
   for (const char* name : {"a.txt", "b.mid", "c.krn", "d.TXT", "e.Txt", "sub/f.txt", "sub/g.krn", "sub/h/i.txt", "j.txt/k.txt"})
     put(name);
-  using Names = std::vector<std::string>;
   const auto text = &ZQFileNameList::getTextFilesInFilePath;
   EXPECT_EQ(walk(text, 0), (Names{"d.TXT", "a.txt"}));
   EXPECT_EQ(walk(text, 1), (Names{"sub/h/i.txt", "sub/f.txt", "j.txt/k.txt", "d.TXT", "a.txt"}));
@@ -110,7 +105,7 @@ TEST_F(FileNameWalkTest, TakesASingleFileAndAddsToAList) {
   const ZQFileNameList throwaway;
   ZQFileNameList* list = throwaway.getTextFilesInFilePath((root / "a.txt").c_str(), 0, nullptr);
   EXPECT_EQ(throwaway.getTextFilesInFilePath((root.string() + "/").c_str(), 0, list), list);
-  EXPECT_EQ(namesOf(list), std::vector<std::string>(2, (root / "a.txt").string()));  // no double slash either
+  EXPECT_EQ(namesOf(list), Names(2, (root / "a.txt").string()));  // without a double slash
   EXPECT_EQ(throwaway.getTextFilesInFilePath(nullptr, 0, list), list);
   EXPECT_EQ(throwaway.getTextFilesInFilePath((root / "absent").c_str(), 1, list)->getCount(), 2);
   deleteZQFileNameList(list);
@@ -126,7 +121,7 @@ TEST_F(FileNameWalkTest, TakesASingleFileAndAddsToAList) {
   EXPECT_EQ(throwaway.isDirectory((root / "absent").c_str()), -1);
 }
 
-TEST_F(FileNameWalkTest, EndsInATreeThatContainsItself) {
+TEST_F(FileNameWalkTest, EndsInATreeWithCycles) {
   put("a.txt");
   put("sub/b.txt");
   fs::create_directory_symlink(root, root / "loop1");
@@ -134,12 +129,12 @@ TEST_F(FileNameWalkTest, EndsInATreeThatContainsItself) {
   fs::create_directory_symlink("..", root / "sub/up");
   fs::create_directory_symlink("self", root / "self");
   fs::create_directory_symlink(root / "sub", root / "twin");
-  EXPECT_EQ(walk(&ZQFileNameList::getTextFilesInFilePath, 1), (std::vector<std::string>{"twin/b.txt", "sub/b.txt", "a.txt"}));
+  EXPECT_EQ(walk(&ZQFileNameList::getTextFilesInFilePath, 1), (Names{"twin/b.txt", "sub/b.txt", "a.txt"}));
 }
 
-TEST_F(FileNameWalkTest, StandsPathsOfAnyLength) {
+TEST_F(FileNameWalkTest, AcceptsPathsOfAnyLength) {
   std::string deep = root.string();
-  for (int i = 0; i < 12; i++) {  // more than a kilobyte
+  for (int i = 0; i < 12; i++) {  // a path of more than 1,024 bytes
     deep += "/" + std::string(100, 'd');
     fs::create_directory(deep);
   }

@@ -1,10 +1,10 @@
-// Integers to ocrons and back, sequences of ocrons, and their files.
+// Integers as ocrons and back, sequences of ocrons, and files of them.
 #include <array>
 #include <climits>
 #include <cstring>
 #include <sstream>
 
-#include "NumbersTest.h"
+#include "NumbersFixture.h"
 #include "numbers/ZQOcronBuffers.h"
 #include "numbers/ZQOcronEncoder.h"
 #include "numbers/ZQOcronSequence.h"
@@ -12,12 +12,12 @@
 
 namespace {
 
-class OcronEncoderTest : public zmatrix::NumbersTest {
+class OcronEncoderTest : public zmatrix::NumbersFixture {
  protected:
   std::string ocron(int type, int number) {
     return textOf(zmatrix::intToOcron(type, &length, &capacity, number, &compareNumber, &stackDepth));
   }
-  /// A type's own encoder, with what stands in the buffer before.
+  /// Calls the encoder of a type with `before` in the buffer.
   template <class Encoder>
   std::string appended(Encoder encoder, const std::string& before, int number) {
     length = static_cast<int>(before.size());
@@ -26,17 +26,17 @@ class OcronEncoderTest : public zmatrix::NumbersTest {
     strcpy(buffer, before.c_str());
     return textOf(encoder(buffer, &length, &capacity, number));
   }
-  std::vector<int> sequence(int type, const std::vector<int>& numbers, int endSymbol, const std::string& log = "") {
+  zmatrix::Vector sequence(int type, const zmatrix::Vector& numbers, int endSymbol, const std::string& log = "") {
     int* items = zmatrix::createOcronSequenceFromIntegerSequence(numbers.data(), static_cast<int>(numbers.size()), type, &length,
                                                                  endSymbol, log.empty() ? nullptr : log.c_str());
-    return valuesOf(items, length);
+    return zmatrix::taken(items, length);
   }
 
   int length = 0, capacity = 0, compareNumber = 0, stackDepth = 0;
   zmatrix::TestFolder folder;
 };
 
-TEST_F(OcronEncoderTest, SpellsNumbers) {
+TEST_F(OcronEncoderTest, EncodesNumbers) {
   const std::vector<std::pair<int, std::vector<std::string>>> known = {
       {2, {"2", "2", "2", "P", "2"}},
       {4, {"22*", "22^", "22^", "P*", "22^"}},
@@ -50,7 +50,7 @@ TEST_F(OcronEncoderTest, SpellsNumbers) {
   EXPECT_EQ(ocron(6, 1), "*");
 }
 
-TEST_F(OcronEncoderTest, ProvesEveryNumber) {
+TEST_F(OcronEncoderTest, EncodesEveryNumberReversibly) {
   for (int type = 3; type <= 7; type++)
     for (int number = type == 6 ? 1 : 2; number < 6000; number++) {
       const std::string text = ocron(type, number);
@@ -59,12 +59,12 @@ TEST_F(OcronEncoderTest, ProvesEveryNumber) {
     }
 }
 
-TEST_F(OcronEncoderTest, RefusesWhatHasNoOcron) {
+TEST_F(OcronEncoderTest, RefusesNumbersWithoutOcron) {
   for (int type : {INT_MIN, 0, 2, 8, 12}) EXPECT_EQ(ocron(type, 7), "(null)");
   for (int number : {INT_MIN, -1, 0})
     for (int type = 3; type <= 7; type++) EXPECT_EQ(ocron(type, number), "(null)");
   EXPECT_EQ(ocron(4, 1), "(null)");
-  // A factor beyond the table has an estimated rank, and fails in the proof.
+  // The rank of a factor beyond the table is estimated, so the comparison fails.
   EXPECT_NE(ocron(4, 1000003), "(null)");
   EXPECT_EQ(compareNumber, -6);
   messages.take();
@@ -74,18 +74,18 @@ TEST_F(OcronEncoderTest, RefusesWhatHasNoOcron) {
   EXPECT_EQ(ocron(4, 7), "(null)");
   EXPECT_EQ(messages.take(), "err intToOcron(): sorry, currently only ocron algorithm 0 (recursive) is implemented\n");
   zmatrix::setGlobalGocronParametersToDefaults();
-  // In a table without 2 the path to 1 would never end.
+  // With a table without 2 the steps down to 1 would never end.
   zmatrix::initPrimes(4000, 5000, &count);
   EXPECT_EQ(appended(zmatrix::intToOcron6, "", 100), "");
   zmatrix::deinitPrimes();
   EXPECT_EQ(ocron(4, 12), "");
 }
 
-TEST_F(OcronEncoderTest, AppendsToWhatStands) {
+TEST_F(OcronEncoderTest, AppendsToTheBuffer) {
   EXPECT_EQ(appended(zmatrix::intToOcron3, "2P", 12), "2P2P*2*2*");
   EXPECT_EQ(appended(zmatrix::intToOcron4, "2P", 12), "2P2P*22^*");
-  EXPECT_EQ(appended(zmatrix::intToOcron5, "PP", 5), "2Q22Q*");  // the run that stood there is rewritten too
-  EXPECT_EQ(appended(zmatrix::intToOcron6, "*", 4), "*P*");      // and no * for 1
+  EXPECT_EQ(appended(zmatrix::intToOcron5, "PP", 5), "2Q22Q*");  // the run in the buffer is rewritten too
+  EXPECT_EQ(appended(zmatrix::intToOcron6, "*", 4), "*P*");      // no * for 1
   for (int number : {-5, 0, 1}) EXPECT_EQ(appended(zmatrix::intToOcron4, "2P", number), "2P");
   EXPECT_EQ(appended(zmatrix::intToOcron6, "2", 1), "2");
   char* buffer = static_cast<char*>(systemMalloc(2));
@@ -95,56 +95,55 @@ TEST_F(OcronEncoderTest, AppendsToWhatStands) {
   EXPECT_EQ(textOf(buffer), std::string(40, 'P'));
 }
 
-TEST_F(OcronEncoderTest, MakesSequences) {
-  EXPECT_EQ(sequence(4, {2, 3}, 10), (std::vector<int>{'2', 10, '2', 'P', 10}));
+TEST_F(OcronEncoderTest, EncodesSequences) {
+  EXPECT_EQ(sequence(4, {2, 3}, 10), (zmatrix::Vector{'2', 10, '2', 'P', 10}));
   messages.take();
   const std::string log = folder.path() + "/log";
-  EXPECT_EQ(sequence(4, {2, 1, 1000003, 3}, 0, log), (std::vector<int>{'2', '2', 'P'}));
-  const std::string told = messages.take();
+  EXPECT_EQ(sequence(4, {2, 1, 1000003, 3}, 0, log), (zmatrix::Vector{'2', '2', 'P'}));
+  const std::string printed = messages.take();
   for (const char* line :
        {"ocronType: 4\n", "Error from getOcronSequenceFromIntegerSequence: illegal number (1)!\n",
         "Error from getOcronSequenceFromIntegerSequence: number (1000003)!= compareNumber (-6)\n", "maximal ocronStack: 1\n"})
-    EXPECT_NE(told.find(line), std::string::npos) << told;
-  std::ifstream file(log);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "ocron4:  4tems\n2:\t\t1\t2\n3:\t\t2\t2P\n");
-  EXPECT_EQ(sequence(4, {2}, 0, folder.path()), std::vector<int>{'2'});  // a directory is no log
-  EXPECT_EQ(sequence(9, {2}, 10), std::vector<int>{});
-  zmatrix::largestAllocation = 600;  // room for the first items and no more: the last number is left out whole
-  std::vector<int> numbers(80, 3);
+    EXPECT_NE(printed.find(line), std::string::npos) << printed;
+  EXPECT_EQ(folder.contentOf(log), "ocron4:  4tems\n2:\t\t1\t2\n3:\t\t2\t2P\n");
+  EXPECT_EQ(sequence(4, {2}, 0, folder.path()), zmatrix::Vector{'2'});  // the log can't be opened
+  EXPECT_EQ(sequence(9, {2}, 10), zmatrix::Vector{});
+  zmatrix::largestAllocation = 600;  // room for some items: the last number is left out completely
+  zmatrix::Vector numbers(80, 3);
   EXPECT_EQ(sequence(4, numbers, 10).size() % 3, 0u);
   EXPECT_NE(messages.take().find("addIntegerItemToOcronVector: realloc failed, not enough memory...\n"), std::string::npos);
 }
 
 TEST_F(OcronEncoderTest, ReadsStringsAndFiles) {
-  const std::vector<int> items = {'2', 'P', 10, 'P'};
+  const zmatrix::Vector items = {'2', 'P', 10, 'P'};
   EXPECT_EQ(textOf(zmatrix::getOcronStringFromOcronIntArray(items.data(), 10, &length)), "2P\n");
   EXPECT_EQ(length, 3);  // with the end symbol
-  const std::vector<int> endless(40000, 'P');
+  const zmatrix::Vector endless(40000, 'P');
   EXPECT_EQ(zmatrix::getOcronStringFromOcronIntArray(endless.data(), 10, &length), nullptr);
   EXPECT_EQ(zmatrix::getOcronStringFromOcronIntArray(items.data(), 2, 10, &length), nullptr);
 
   int status = 0;
   const auto read = [&](const std::string& path, int most, int endSymbol) {
-    return valuesOf(zmatrix::readIntegerSequenceFromASCIOcronFile(path.c_str(), most, endSymbol, &length, &status), length);
+    return zmatrix::taken(zmatrix::readIntegerSequenceFromASCIOcronFile(path.c_str(), most, endSymbol, &length, &status), length);
   };
   const std::string path = folder.put("ocrons", " \n2P  \t2Q\n");
-  EXPECT_EQ(read(path, 0, 10), (std::vector<int>{'2', 'P', 10, '2', 'Q', 10}));
-  EXPECT_EQ(read(path, 0, 0), (std::vector<int>{'2', 'P', '2', 'Q'}));
-  EXPECT_EQ(read(path, 3, 10), (std::vector<int>{'2', 'P', 10}));
+  EXPECT_EQ(read(path, 0, 10), (zmatrix::Vector{'2', 'P', 10, '2', 'Q', 10}));
+  EXPECT_EQ(read(path, 0, 0), (zmatrix::Vector{'2', 'P', '2', 'Q'}));
+  EXPECT_EQ(read(path, 3, 10), (zmatrix::Vector{'2', 'P', 10}));
   EXPECT_EQ(status, 1);
-  EXPECT_EQ(read(folder.put("other", "2Px2"), INT_MAX, 10), (std::vector<int>{'2', 'P', 'x'}));
+  EXPECT_EQ(read(folder.put("other", "2Px2"), INT_MAX, 10), (zmatrix::Vector{'2', 'P', 'x'}));
   EXPECT_EQ(status, 0);
   const std::pair<std::string, int> unreadable[] = {
       {folder.path(), -1}, {folder.path() + "/none", -1}, {folder.put("blank", " \n"), -3}};
   for (const auto& [name, code] : unreadable) {
-    EXPECT_EQ(read(name, 0, 10), std::vector<int>{});
+    EXPECT_EQ(read(name, 0, 10), zmatrix::Vector{});
     EXPECT_EQ(status, code);
   }
-  EXPECT_EQ(read(path, -1, 10), std::vector<int>{});
+  EXPECT_EQ(read(path, -1, 10), zmatrix::Vector{});
   EXPECT_EQ(status, -2);
 }
 
-TEST_F(OcronEncoderTest, RepairsParameters) {
+TEST_F(OcronEncoderTest, ReplacesWrongParametersByDefaults) {
   zmatrix::setGlobalGocronParameters(std::array<gocronParametersTag, 1>{{{-1, 7, 11, 12, 257, 9, 8, 7, 6, 5}}}.data());
   EXPECT_EQ(messages.take(),
             "err: setGlobalGocronParameters: illegal type -1, set to default\n"
@@ -152,12 +151,12 @@ TEST_F(OcronEncoderTest, RepairsParameters) {
             "err: setGlobalGocronParameters: illegal gocron algorithm 12, set to default\n"
             "err: setGlobalGocronParameters: illegal gocron number base 257, set to default\n");
   const gocronParametersTag& set = *zmatrix::getGlobalGocronParameters();
-  EXPECT_EQ((std::vector<int>{set.ocronType, set.ocronEndSymbol, set.ocronAlgorithm, set.gocronAlgorithm, set.gocronNumberBase,
-                              set.gocronASTERISKValue, set.gocronQValue}),
-            (std::vector<int>{4, 7, 0, 0, 0, 9, 5}));
+  EXPECT_EQ((zmatrix::Vector{set.ocronType, set.ocronEndSymbol, set.ocronAlgorithm, set.gocronAlgorithm, set.gocronNumberBase,
+                             set.gocronASTERISKValue, set.gocronQValue}),
+            (zmatrix::Vector{4, 7, 0, 0, 0, 9, 5}));
 }
 
-TEST_F(OcronEncoderTest, StacksAtMost127) {
+TEST_F(OcronEncoderTest, LimitsTheStackTo127) {
   std::vector<long long> stack(zmatrix::ocronStackSize, 0);
   int pointer = 0;
   for (int i = 1; i <= 130; i++) zmatrix::pushOnOcronStack(stack.data(), &pointer, i);

@@ -1,4 +1,5 @@
-// Files to tracks of events, events to objects, and back: the linked pairing against the plain one, and what tracks say.
+// Files as tracks of events, and events as objects: the pairing of the library compared with the plain one, and queries of
+// tracks.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,21 +16,18 @@
 
 namespace {
 
-using zmatrix::bytes;
-using zmatrix::midiHead;
-using zmatrix::midiTrack;
+using namespace zmatrix;
 using zmatrix::plain::PairedObject;
 
 constexpr int feedFilter[8] = {0, 0, 1, 1, 0, 1, 1, 1};
 constexpr unsigned char noFilter[16] = {};
 
-std::vector<PairedObject> pairedByLibrary(const zmatrix::ZQMidiEventTrack& track, const int* statuses,
-                                          const unsigned char* channels) {
+std::vector<PairedObject> pairedByLibrary(const ZQMidiEventTrack& track, const int* statuses, const unsigned char* channels) {
   int numberOfChannels = 0, hasPercussion = 0, nom = 0, denom = 0;
-  std::unique_ptr<zmatrix::ZQMidiObjectTrack> objects(zmatrix::ZQMidiTrackList().createMIDIObjectTrackFromMidiEventTrack(
+  std::unique_ptr<ZQMidiObjectTrack> objects(ZQMidiTrackList().createMIDIObjectTrackFromMidiEventTrack(
       &track, statuses, channels, &numberOfChannels, &hasPercussion, &nom, &denom));
   std::vector<PairedObject> result;
-  for (const zmatrix::ZQMidiObject* o : *objects) {
+  for (const ZQMidiObject* o : *objects) {
     const bool isNote = o->isNote(), isMeter = o->getType() == 8;
     result.push_back({o->getStartQuanta(), o->getEndQuanta(), o->getType(),
                       isMeter  ? o->dataByteAt(0)
@@ -40,10 +38,9 @@ std::vector<PairedObject> pairedByLibrary(const zmatrix::ZQMidiEventTrack& track
   return result;
 }
 
-/// As the library sorts: by start, number, sound, those alike in the order in which they came.
-std::vector<PairedObject> pairedPlainly(const zmatrix::ZQMidiEventTrack& track, const int* statuses,
-                                        const unsigned char* channels) {
-  std::vector<PairedObject> objects = zmatrix::plain::paired(track, statuses, channels);
+/// Sorted like the library's: by start, number and sound, stable.
+std::vector<PairedObject> pairedPlainly(const ZQMidiEventTrack& track, const int* statuses, const unsigned char* channels) {
+  std::vector<PairedObject> objects = plain::paired(track, statuses, channels);
   for (PairedObject& o : objects) {
     double tonality = 0;
     if (o[2] == 4) o[3] = getSoundIDFromGMProgramChange(static_cast<unsigned char>(o[3]), &tonality);
@@ -56,14 +53,14 @@ std::vector<PairedObject> pairedPlainly(const zmatrix::ZQMidiEventTrack& track, 
   return objects;
 }
 
-std::unique_ptr<zmatrix::ZQMidiTrackList> listOf(const std::string& path, zmatrix::MidiReadFindings* findings = nullptr) {
-  std::unique_ptr<zmatrix::ZQMidiTrackList> list(zmatrix::createZQMidiTrackList());
-  zmatrix::ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str(), findings);
+std::unique_ptr<ZQMidiTrackList> listOf(const std::string& path, MidiReadFindings* findings = nullptr) {
+  std::unique_ptr<ZQMidiTrackList> list(createZQMidiTrackList());
+  ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str(), findings);
   return list;
 }
 
-std::unique_ptr<zmatrix::ZQMidiTrackList> listOfBytes(const std::string& content, int midiTrackAnalyze = 0) {
-  const zmatrix::TestFolder folder;
+std::unique_ptr<ZQMidiTrackList> listOfBytes(const std::string& content, int midiTrackAnalyze = 0) {
+  const TestFolder folder;
   auto list = listOf(folder.put("a.mid", content));
   list->updateMIDIObjectTracksFromMIDIEventTracks(feedFilter, noFilter, midiTrackAnalyze);
   return list;
@@ -71,15 +68,15 @@ std::unique_ptr<zmatrix::ZQMidiTrackList> listOfBytes(const std::string& content
 
 }  // namespace
 
-TEST(ZQMidiPairingTest, AgreesWithThePlainTellingOnRandomTracks) {
+TEST(MidiPairingTest, AgreesWithThePlainPairingOnRandomTracks) {
   std::mt19937 random(17);
   const auto draw = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   for (int round = 0; round < 400; round++) {
-    zmatrix::ZQMidiEventTrack track;
+    ZQMidiEventTrack track;
     int time = 0;
     const int length = draw(120), statuses = 2 + draw(6), numbers = 1 + draw(5);
     for (int i = 0; i < length; i++) {
-      zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
+      ZQMidiEvent* event = createZQMidiEvent();
       time += draw(3);
       event->initWith(time, static_cast<unsigned char>((8 + draw(statuses)) << 4 | draw(2)),
                       static_cast<unsigned char>(60 + draw(numbers)), static_cast<unsigned char>(draw(3)), 8);
@@ -93,36 +90,36 @@ TEST(ZQMidiPairingTest, AgreesWithThePlainTellingOnRandomTracks) {
   }
 }
 
-TEST(ZQMidiPairingTest, AgreesWithThePlainTellingOnRealTracks) {
+TEST(MidiPairingTest, AgreesWithThePlainPairingOnRealTracks) {
   const char* folder = getenv("ZMATRIX_MIDI_FILES");
   const std::filesystem::path path = folder != nullptr ? folder : ZMATRIX_EXAMPLES;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(path)) {
     if (entry.path().extension() != ".mid") continue;
     const auto list = listOf(entry.path().string());
     for (int i = 0; i < list->getNumberOfMidiEventTracks(); i++) {
-      const zmatrix::ZQMidiEventTrack& track = *list->getMidiEventTrackAtIndex(i);
+      const ZQMidiEventTrack& track = *list->getMidiEventTrackAtIndex(i);
       EXPECT_EQ(pairedByLibrary(track, feedFilter, noFilter), pairedPlainly(track, feedFilter, noFilter)) << entry.path() << i;
     }
   }
 }
 
-TEST(ZQMidiPairingTest, EndsAMillionUnendedNotesInTime) {
-  zmatrix::ZQMidiEventTrack track;
+TEST(MidiPairingTest, PairsAMillionUnendedNotesInTime) {
+  ZQMidiEventTrack track;
   for (int i = 0; i < 1000000; i++) {
-    zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
+    ZQMidiEvent* event = createZQMidiEvent();
     event->initWith(i, 0x90, static_cast<unsigned char>(i % 100), 0x40);
     track.addMidiEvent(event);
   }
   EXPECT_EQ(pairedByLibrary(track, feedFilter, noFilter).size(), 999900u);
 }
 
-TEST(ZQMidiFileTest, PutsEventsWhereTheyBelong) {
-  // Format 0: the notes of the file's track 0 land at index 1, those of the next track at 2. Velocity 0 is a note-off.
+TEST(MidiFileTest, AssignsEventsToTracks) {
+  // The notes of the file's track 0 are at index 1, those of the next track at 2. Velocity 0 is a note-off.
   const std::string notes = bytes({0, 0x90, 60, 100, 96, 0x90, 60, 0});
-  auto list = listOfBytes(midiHead(1, 2, 96) + midiTrack(zmatrix::meter(6, 3) + notes) + midiTrack(notes));
+  auto list = listOfBytes(midiHead(1, 2, 96) + midiTrack(meter(6, 3) + notes) + midiTrack(notes));
   ASSERT_EQ(list->getNumberOfMidiEventTracks(), 3);
   EXPECT_EQ(list->getMidiEventTrackAtIndex(0)->getCount(), 2);  // the meter and the end of the first track
-  const zmatrix::ZQMidiEvent* noteOff = list->getMidiEventTrackAtIndex(2)->getMidiEventAtIndex(1);
+  const ZQMidiEvent* noteOff = list->getMidiEventTrackAtIndex(2)->getMidiEventAtIndex(1);
   EXPECT_EQ(noteOff->getTimeQuanta(), 3072);
   EXPECT_EQ(noteOff->getByte1(), 0x80);
   EXPECT_EQ(noteOff->getByte3(), 127);
@@ -130,7 +127,7 @@ TEST(ZQMidiFileTest, PutsEventsWhereTheyBelong) {
   EXPECT_EQ(list->getMidiTimeSignatureFromTrackList(&nom, &denom), 1);
   EXPECT_EQ(nom * 100 + denom, 608);
 
-  // A text names a meter; dropped events lengthen nothing.
+  // A text can name a meter. Ignored events don't lengthen a track.
   const std::string text = "!!!AMT: simple triple";
   list = listOfBytes(midiHead(1, 3, 96) + midiTrack(bytes({0, 0xff, 1, static_cast<int>(text.size())}) + text) + midiTrack("") +
                      midiTrack(bytes({0, 0xf0, 1, 0xf7})));
@@ -139,15 +136,14 @@ TEST(ZQMidiFileTest, PutsEventsWhereTheyBelong) {
   EXPECT_EQ(nom * 100 + denom, 304);
 }
 
-TEST(ZQMidiTrackListTest, MergesAsItIsTold) {
+TEST(MidiTrackListTest, MergesTracksAsSet) {
   const std::string program = bytes({0, 0xc0, 40}), note = bytes({0, 0x90, 60, 100, 96, 0x80, 60, 0});
   const std::string drum = bytes({0, 0x99, 36, 100, 96, 0x89, 36, 0});
-  const std::string file =
-      midiHead(1, 3, 96) + midiTrack(zmatrix::meter(4, 2)) + midiTrack(program + note) + midiTrack(drum + note);
+  const std::string file = midiHead(1, 3, 96) + midiTrack(meter(4, 2)) + midiTrack(program + note) + midiTrack(drum + note);
   auto list = listOfBytes(file, 2);
   ASSERT_EQ(list->getNumberOfMidiObjectTracks(), 4);
   EXPECT_EQ(list->getMidiObjectTrackAtIndex(3)->getCount(), 4);
-  // The third track's note on channel 0 has the program of the second track, which came at its time.
+  // The third track's note on channel 0 has the program that the second track sets at that time.
   int sounds = 0, hasPercussion = 0, chordSize = 0;
   EXPECT_EQ(list->getMidiObjectTrackAtIndex(2)->getMidiSoundIDFromMidiObjectTrack(&sounds, &hasPercussion), 6);
   EXPECT_EQ(sounds * 10 + hasPercussion, 21);
@@ -164,25 +160,24 @@ TEST(ZQMidiTrackListTest, MergesAsItIsTold) {
   EXPECT_EQ(nom * 100 + denom, 416);
 }
 
-TEST(ZQMidiTracksTest, DeleteAndSortAsTheirUsersExpect) {
-  zmatrix::ZQMidiObjectTrack objects;
-  zmatrix::ZQMidiObject* kept[3];
-  for (int i = 0; i < 3; i++) objects.addMidiObject(kept[i] = zmatrix::createZQMidiObject());
+TEST(MidiTracksTest, DeleteAndSort) {
+  ZQMidiObjectTrack objects;
+  ZQMidiObject* kept[3];
+  for (int i = 0; i < 3; i++) objects.addMidiObject(kept[i] = createZQMidiObject());
   objects.deleteMidiObjectAtIndex(-1);
   EXPECT_EQ(objects.getCount(), 2);
   EXPECT_EQ(objects.getMidiObjectAtIndex(0), kept[1]);
-  zmatrix::deleteZQMidiObject(kept[0]);
+  deleteZQMidiObject(kept[0]);
   std::mt19937 random(5);
-  zmatrix::ZQMidiEventTrack events;
+  ZQMidiEventTrack events;
   for (int i = 0; i < 3000; i++) {
-    zmatrix::ZQMidiEvent* event = zmatrix::createZQMidiEvent();
+    ZQMidiEvent* event = createZQMidiEvent();
     event->initWith(static_cast<int>(random()), static_cast<unsigned char>(random()));
     events.addMidiEvent(event);
   }
   events.deleteMidiEventAtIndex(-1);
-  events.sortByFunction(zmatrix::ZQCompareMidiEventsAscending);
+  events.sortByFunction(ZQCompareMidiEventsAscending);
   ASSERT_EQ(events.getCount(), 3000);
-  EXPECT_TRUE(std::is_sorted(events.begin(), events.end(), [](zmatrix::ZQMidiEvent* a, zmatrix::ZQMidiEvent* b) {
-    return zmatrix::ZQCompareMidiEventsAscending(&a, &b) < 0;
-  }));
+  EXPECT_TRUE(std::is_sorted(events.begin(), events.end(),
+                             [](ZQMidiEvent* a, ZQMidiEvent* b) { return ZQCompareMidiEventsAscending(&a, &b) < 0; }));
 }

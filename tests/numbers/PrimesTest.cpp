@@ -1,18 +1,18 @@
-// Primes, their ranks, factors and sums of divisors. The queries are held against plain walks from the estimate, in tables that
-// begin with 2 and in others, up to beyond their ends.
+// Primes, their ranks, factors and sums of divisors. Queries are compared with plain walks from the estimate, in tables that
+// begin with 2 or later, up to numbers beyond their ends.
 #include <climits>
 #include <cmath>
 #include <numeric>
 
-#include "NumbersTest.h"
+#include "NumbersFixture.h"
 #include "numbers/ZQNumberTheory.h"
 #include "numbers/ZQRiemannEstimate.h"
 
 namespace {
 
-using zmatrix::NumbersTest;
+class PrimesTest : public zmatrix::NumbersFixture {};
 
-/// The queries as walks, entry by entry and number by number.
+/// The queries as walks through the table.
 class WalkingTable {
  public:
   explicit WalkingTable(std::vector<long long> primes) : primes_(std::move(primes)) {}
@@ -64,7 +64,7 @@ std::vector<long long> primesByTrial(long long from, long long to) {
   return primes;
 }
 
-TEST_F(NumbersTest, FindsThePrimesBetweenBounds) {
+TEST_F(PrimesTest, FindsThePrimesBetweenBounds) {
   const std::pair<unsigned, unsigned> bounds[] = {{0, 10},   {4000, 4100},       {0, 120011},
                                                   {2, 5003}, {1000000, 1000100}, {5024, 5038}};
   for (const auto& [lower, upper] : bounds) {
@@ -75,13 +75,13 @@ TEST_F(NumbersTest, FindsThePrimesBetweenBounds) {
     const long long* large = zmatrix::initPrimesLarge(lower, upper, &largeCount);
     EXPECT_EQ(std::vector<long long>(large, large + largeCount), expected) << lower;
   }
-  // Far out, where the first and the last segment are one.
+  // Large numbers, whose range lies in a single segment of the sieve.
   long long largeCount = 0;
   const long long* large = zmatrix::initPrimesLarge(10000000000000, 10000000000100, &largeCount);
   EXPECT_EQ(std::vector<long long>(large, large + largeCount), primesByTrial(10000000000000, 10000000000100));
 }
 
-TEST_F(NumbersTest, KeepsOrLosesTheTableWhereItCantBeMade) {
+TEST_F(PrimesTest, KeepsOrDropsTheTableIfANewOneFails) {
   int maximum = 0, found = -7;
   const int* old = zmatrix::getPrimeNumbers(&count, &maximum);
   EXPECT_EQ(zmatrix::initPrimes(5000, 5001, &found), nullptr);
@@ -104,7 +104,7 @@ TEST_F(NumbersTest, KeepsOrLosesTheTableWhereItCantBeMade) {
   EXPECT_EQ(zmatrix::initFirstNPrimesLarge(LLONG_MAX), nullptr);
 }
 
-TEST_F(NumbersTest, AnswersAsWalksDo) {
+TEST_F(PrimesTest, AnswersLikeWalks) {
   const std::pair<unsigned, unsigned> bounds[] = {{0, 10}, {0, 30000}, {4000, 4100}, {1000, 5000}};
   for (const auto& [lower, upper] : bounds) {
     zmatrix::initPrimes(lower, upper, &count);
@@ -121,7 +121,7 @@ TEST_F(NumbersTest, AnswersAsWalksDo) {
   }
 }
 
-TEST_F(NumbersTest, AnswersAtTheEnds) {
+TEST_F(PrimesTest, AnswersAtTheLimits) {
   EXPECT_EQ(zmatrix::nthPrime(1), 2);
   EXPECT_EQ(zmatrix::nthPrime(count), 199999);
   for (int n : {INT_MIN, -1, 0, count + 1, INT_MAX}) EXPECT_EQ(zmatrix::nthPrime(n), -1);
@@ -131,7 +131,7 @@ TEST_F(NumbersTest, AnswersAtTheEnds) {
   messages.take();
   EXPECT_EQ(zmatrix::nthNotPrime(INT_MAX), -1);
   EXPECT_EQ(messages.take(), "error nth notprime: startvalue 2257702280 too big\n");
-  EXPECT_EQ(zmatrix::primePi(INT_MAX), static_cast<int>(zmatrix::riemann_r(INT_MAX)));  // the estimate, cut
+  EXPECT_EQ(zmatrix::primePi(INT_MAX), static_cast<int>(zmatrix::riemann_r(INT_MAX)));  // the estimate, truncated
   EXPECT_EQ(zmatrix::numberOfPrimesUpto(NAN), 0.0);
   EXPECT_EQ(zmatrix::numberOfPrimesUpto(-INFINITY), 0.0);
   EXPECT_EQ(zmatrix::notPrimePi(INT_MIN), INT_MIN);
@@ -140,7 +140,7 @@ TEST_F(NumbersTest, AnswersAtTheEnds) {
   EXPECT_GE(zmatrix::nthPrime(500), 3571);
 }
 
-TEST_F(NumbersTest, Factorises) {
+TEST_F(PrimesTest, FactorisesAndSumsDivisors) {
   int sigma = 0;
   for (int n = 1; n < 3000; n++) {
     const tagPrimeFact* factors = zmatrix::getPrimeFactors(n, &count, &sigma, 0);
@@ -166,7 +166,7 @@ TEST_F(NumbersTest, Factorises) {
   EXPECT_EQ(sigma, 1);
   for (int n : {0, -1, INT_MIN}) EXPECT_EQ(zmatrix::sigma(n) + zmatrix::sigma4(n), 0);
   zmatrix::initPrimes(0, 10, &count);
-  EXPECT_EQ(zmatrix::getPrimeFactors(5003 * 5003, &count, &sigma, 0), nullptr);  // the root is beyond the table
+  EXPECT_EQ(zmatrix::getPrimeFactors(5003 * 5003, &count, &sigma, 0), nullptr);  // the factor is beyond the table
   EXPECT_EQ(zmatrix::sigma(5003 * 5003), 1 + 5003 + 5003 * 5003);
   EXPECT_EQ(zmatrix::isMersennePrime(43112609), 1);
   EXPECT_EQ(zmatrix::isMersennePrime(11), 0);

@@ -1,32 +1,29 @@
-// A test of the number room: the process's parameters and tables are as at the start, and what is printed is caught.
+// Tests of numbers, each with default parameters, a table of primes and captured messages.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
-#include "frame/ZQSystemOwned.h"
 #include "numbers/ZQOcronParameters.h"
 #include "numbers/ZQPrimes.h"
 #include "support/CapturedMessages.h"
+#include "support/Vectors.h"
 
 namespace zmatrix {
 
-class NumbersTest : public testing::Test {
+class NumbersFixture : public testing::Test {
  protected:
-  NumbersTest() {
+  NumbersFixture() {
     setGlobalGocronParametersToDefaults();
     initPrimes(0, 200000, &count);
   }
-  ~NumbersTest() override {
+  ~NumbersFixture() override {
     largestAllocation = static_cast<size_t>(-1);
     setGlobalGocronParametersToDefaults();
     deinitPrimes();
     deinitPrimesLarge();
   }
 
-  /// Of "2{3}" "222".
+  /// Expands numbers in braces: "2{3}" is "222".
   static std::string repeated(const std::string& pattern) {
     std::string result;
     for (size_t i = 0; i < pattern.size(); ++i) {
@@ -39,16 +36,10 @@ class NumbersTest : public testing::Test {
     }
     return result;
   }
-  /// The text of a heap block, which is released.
+  /// Copies a text from the library and frees it.
   static std::string textOf(char* block) {
     const SystemOwned<char> owned(block);
     return owned != nullptr ? owned.get() : "(null)";
-  }
-  /// The values of a heap block, which is released. The length is read late, since the call that makes the block sets it.
-  template <class Value>
-  static std::vector<Value> valuesOf(Value* block, const int& length) {
-    const SystemOwned<Value> owned(block);
-    return owned != nullptr ? std::vector<Value>(block, block + length) : std::vector<Value>();
   }
 
   int count = 0;

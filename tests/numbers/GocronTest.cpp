@@ -1,15 +1,15 @@
-// Gocrons: digits and their order, what is lost, what wraps, and sequences of them.
+// Gocrons: digits and their order, overflow, and sequences of gocrons.
 #include <climits>
 #include <random>
 
-#include "NumbersTest.h"
+#include "NumbersFixture.h"
 #include "numbers/ZQGocron.h"
 #include "numbers/ZQGocronSequence.h"
 #include "support/KeptText.h"
 
 namespace {
 
-class GocronTest : public zmatrix::NumbersTest {
+class GocronTest : public zmatrix::NumbersFixture {
  protected:
   static long long gocron(int type, const std::string& ocron) {
     return zmatrix::ocronToGocron(type, ocron.c_str(), static_cast<int>(ocron.size()));
@@ -22,37 +22,37 @@ class GocronTest : public zmatrix::NumbersTest {
     return zmatrix::incrementOcron(type, buffer, sizeof buffer, &length) == 1 ? buffer : "(refused)";
   }
   std::vector<long long> gocrons(int type, const std::string& ocrons, const char* log = nullptr) {
-    const std::vector<int> items(ocrons.begin(), ocrons.end());
-    return valuesOf(zmatrix::createGoedelSequenceFromOcronSequence(type, items.data(), static_cast<int>(items.size()), '\n',
-                                                                   &length, &status, &maximalValue, log),
-                    length);
+    const zmatrix::Vector items(ocrons.begin(), ocrons.end());
+    return zmatrix::taken(zmatrix::createGoedelSequenceFromOcronSequence(type, items.data(), static_cast<int>(items.size()), '\n',
+                                                                         &length, &status, &maximalValue, log),
+                          length);
   }
 
   int length = 0, status = 0;
   long long maximalValue = 0;
 };
 
-TEST_F(GocronTest, AreReadWrittenAndMeasured) {
+TEST_F(GocronTest, ConvertsOcronsBothWays) {
   zmatrix::expectKeptCases("gocrons.txt", [this](const std::string& line) {
     const int type = line[2] - '0';
     const std::string rest = repeated(line.substr(std::min<size_t>(4, line.size())));
     const int size = static_cast<int>(rest.size());
-    std::string said;
+    std::string output;
     messages.take();
-    if (line[0] == 'g') said = std::to_string(gocron(type, rest));
-    if (line[0] == 'o') said = ocron(type, std::stoll(rest));
-    if (line[0] == '1') said = std::to_string(zmatrix::ocronToGocron1(type, rest.c_str(), size));
-    if (line[0] == 'n') said = next(type, rest);
+    if (line[0] == 'g') output = std::to_string(gocron(type, rest));
+    if (line[0] == 'o') output = ocron(type, std::stoll(rest));
+    if (line[0] == '1') output = std::to_string(zmatrix::ocronToGocron1(type, rest.c_str(), size));
+    if (line[0] == 'n') output = next(type, rest);
     if (line[0] == 'q') {
       const lQuaternionTag tag = zmatrix::ocronToLQGocron(type, rest.c_str(), size);
-      for (const long long part : {tag.r, tag.i, tag.j, tag.k}) said += std::to_string(part) + " ";
+      for (const long long part : {tag.r, tag.i, tag.j, tag.k}) output += std::to_string(part) + " ";
     }
     if (line[0] == 's') {
       maximalValue = 0;
-      for (const long long each : gocrons(type, rest)) said += std::to_string(each) + " ";
-      said += "status " + std::to_string(status) + " largest " + std::to_string(maximalValue);
+      for (const long long each : gocrons(type, rest)) output += std::to_string(each) + " ";
+      output += "status " + std::to_string(status) + " largest " + std::to_string(maximalValue);
     }
-    return said + "\n" + messages.take();
+    return output + "\n" + messages.take();
   });
   EXPECT_EQ(zmatrix::ocronToGocron(4, "2", -1), 0);
   for (int type = 3; type <= 6; type++)
@@ -68,7 +68,7 @@ TEST_F(GocronTest, AreReadWrittenAndMeasured) {
   }
 }
 
-TEST_F(GocronTest, StandAnyParameters) {
+TEST_F(GocronTest, AcceptsAnyParameters) {
   gocronParametersTag& parameters = *zmatrix::getGlobalGocronParameters();
   std::mt19937 random(3);
   for (int i = 0; i < 3000; i++) {
@@ -85,7 +85,7 @@ TEST_F(GocronTest, StandAnyParameters) {
   }
 }
 
-TEST_F(GocronTest, Increments) {
+TEST_F(GocronTest, IncrementsLikeTheNextNumber) {
   std::string symbols = next(4, "");
   for (int n = 0; n < 5000; n++, symbols = next(4, symbols)) ASSERT_EQ(symbols, ocron(4, n));
   char buffer[2] = "2";
@@ -94,23 +94,22 @@ TEST_F(GocronTest, Increments) {
   EXPECT_EQ(zmatrix::incrementOcron(4, nullptr, 9, &length), -1);
 }
 
-TEST_F(GocronTest, ReadsSequences) {
+TEST_F(GocronTest, ConvertsSequences) {
   const zmatrix::TestFolder folder;
   const std::string log = folder.path() + "/log";
   EXPECT_EQ(gocrons(4, "2\n\n2P\n22^", log.c_str()), (std::vector<long long>{2, -1, 9, 43}));
-  std::ifstream file(log);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}),
+  EXPECT_EQ(folder.contentOf(log),
             "gocron4: 9 ocron items (incl. EOO Symbol) \n2:\t\t2\t\t2\n-1:\t\t-1\t\t\n3:\t\t9\t\t2P\n4:\t\t43\t\t22^\n");
-  const std::vector<int> numbers = {3, 1, 2, 101};
+  const zmatrix::Vector numbers = {3, 1, 2, 101};
   int* narrowed = zmatrix::createGoedelSequenceFromIntegerSequenceUseGlobalPars(numbers.data(), 4, &length);
-  EXPECT_EQ(valuesOf(narrowed, length), (std::vector<int>{9, 2, static_cast<int>(zmatrix::intToGocron(4, 101))}));
+  EXPECT_EQ(zmatrix::taken(narrowed, length), (zmatrix::Vector{9, 2, static_cast<int>(zmatrix::intToGocron(4, 101))}));
   EXPECT_EQ(zmatrix::createGoedelSequenceFromIntegerSequenceUseGlobalPars(numbers.data() + 1, 1, &length), nullptr);
 }
 
-TEST_F(GocronTest, RanksNumbers) {
-  std::vector<int> numbers(3000);
+TEST_F(GocronTest, RanksNumbersByGocron) {
+  zmatrix::Vector numbers(3000);
   for (size_t i = 0; i < numbers.size(); i++) numbers[i] = 3000 - static_cast<int>(i);
-  const auto records = valuesOf(zmatrix::createGocronCodeIndices(4, numbers.data(), 3000), 3000);
+  const auto records = zmatrix::taken(zmatrix::createGocronCodeIndices(4, numbers.data(), 3000), 3000);
   ASSERT_EQ(records.size(), 3000u);
   std::vector<bool> isTaken(3000);
   for (size_t i = 0; i < records.size(); i++) {

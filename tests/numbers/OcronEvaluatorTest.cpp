@@ -1,8 +1,8 @@
-// Evaluation: what strings are worth, every code and message, and the ends of 64 bits.
+// Evaluation of ocrons: values, result codes, messages, and overflow of 64 bits.
 #include <climits>
 #include <random>
 
-#include "NumbersTest.h"
+#include "NumbersFixture.h"
 #include "numbers/ZQExactLogarithm.h"
 #include "numbers/ZQOcronEncoder.h"
 #include "numbers/ZQOcronEvaluator.h"
@@ -10,34 +10,38 @@
 
 namespace {
 
-class OcronEvaluatorTest : public zmatrix::NumbersTest {
+class OcronEvaluatorTest : public zmatrix::NumbersFixture {
  protected:
-  long long value(int type, std::string ocron) {
+  /// The arguments of an evaluator, which writes to the text.
+  char* use(const std::string& ocron) {
     messages.take();
-    text = std::move(ocron);
-    return zmatrix::ocronToLongLong(type, text.data(), static_cast<int>(text.size()), &stackDepth);
+    text = ocron;
+    length = static_cast<int>(ocron.size());
+    return text.data();
   }
-  long long logarithmic(std::string ocron) {
-    messages.take();
-    text = std::move(ocron);
-    return zmatrix::ocron4ToLogLongLong(text.data(), static_cast<int>(text.size()), &stackDepth, &logBase);
+  long long value(int type, const std::string& ocron) {
+    char* const string = use(ocron);
+    return zmatrix::ocronToLongLong(type, string, length, &stackDepth);
   }
-  long long virtualValue(std::string ocron) {
-    messages.take();
-    text = std::move(ocron);
-    return zmatrix::ocron7ToLongLong(text.data(), static_cast<int>(text.size()), &stackDepth, &logBase);
+  long long logarithmic(const std::string& ocron) {
+    char* const string = use(ocron);
+    return zmatrix::ocron4ToLogLongLong(string, length, &stackDepth, &logBase);
   }
-  /// What the last call printed behind the evaluator's name.
-  std::string told() {
+  long long virtualValue(const std::string& ocron) {
+    char* const string = use(ocron);
+    return zmatrix::ocron7ToLongLong(string, length, &stackDepth, &logBase);
+  }
+  /// The first line of the messages since the last call.
+  std::string message() {
     const std::string all = messages.take();
     return all.substr(0, all.find('\n'));
   }
 
   std::string text;
-  int stackDepth = 0, logBase = 0;
+  int length = 0, stackDepth = 0, logBase = 0;
 };
 
-TEST_F(OcronEvaluatorTest, TellsValuesAndFailures) {
+TEST_F(OcronEvaluatorTest, GivesValuesCodesAndMessages) {
   zmatrix::expectKeptCases("ocron_values.txt", [this](const std::string& line) {
     const std::string ocron = repeated(line.substr(std::min<size_t>(2, line.size())));
     stackDepth = -1;
@@ -45,32 +49,32 @@ TEST_F(OcronEvaluatorTest, TellsValuesAndFailures) {
     const long long result = line[0] == 'L'   ? logarithmic(ocron)
                              : line[0] == 'V' ? virtualValue(ocron)
                                               : value(line[0] - '0', ocron);
-    return std::to_string(result) + " depth " + std::to_string(stackDepth) + " base " + std::to_string(logBase) + "\n" + told();
+    return std::to_string(result) + " depth " + std::to_string(stackDepth) + " base " + std::to_string(logBase) + "\n" +
+           message();
   });
   logBase = 3;
   EXPECT_EQ(logarithmic("222P2*^^"), -11);
   EXPECT_EQ(
-      told(),
+      message(),
       "ocron4ToLogLongLong: long long pow overflow (logarithmic representation not possible, different base values) '*' 2 * 64");
-  int depth = 0;
-  text = repeated("2{31}*{30}");
-  EXPECT_EQ(zmatrix::ocronToint(4, text.data(), static_cast<int>(text.size()), &depth), -1);
+  char* const tooLarge = use(repeated("2{31}*{30}"));
+  EXPECT_EQ(zmatrix::ocronToint(4, tooLarge, length, &stackDepth), -1);
 }
 
-TEST_F(OcronEvaluatorTest, RefusesWithoutATextOrPrimes) {
+TEST_F(OcronEvaluatorTest, NeedsATextAndPrimes) {
   for (int type = 3; type <= 7; type++) EXPECT_EQ(zmatrix::ocronToLongLong(type, nullptr, 3, &stackDepth), -2);
   const std::pair<int, const char*> names[] = {
       {3, "ocron3ToLongLong"}, {4, "ocron4ToLongLong"}, {5, "ocron5ToLongLong"}, {6, "ocron6ToInt"}, {7, "ocron7ToLongLong"}};
   for (const auto& [type, name] : names) {
     text = "2P";
     EXPECT_EQ(zmatrix::ocronToLongLong(type, text.data(), 3, &stackDepth), -3);
-    EXPECT_EQ(told(), std::string(name) + ": strlen(ocronString) 2 != lengthOfOcron: 3");
+    EXPECT_EQ(message(), std::string(name) + ": strlen(ocronString) 2 != lengthOfOcron: 3");
   }
   zmatrix::deinitPrimes();
   EXPECT_EQ(value(6, "P"), -4);
-  EXPECT_EQ(told(), "ocron6ToInt: primeNumbers not initialized! ");
+  EXPECT_EQ(message(), "ocron6ToInt: primeNumbers not initialized! ");
   EXPECT_EQ(value(4, "2"), -4);
-  EXPECT_EQ(told(), "ocron4ToLongLong: primeNumbers not initialized! ");
+  EXPECT_EQ(message(), "ocron4ToLongLong: primeNumbers not initialized! ");
   EXPECT_EQ(value(7, "2"), 0);
 }
 
@@ -79,7 +83,7 @@ TEST_F(OcronEvaluatorTest, NeedsOnePrimeMoreThanTheRank) {
   ASSERT_EQ(count, 669);
   for (int type = 3; type <= 6; type++)
     for (int rank : {668, 669}) {
-      int length = 0, capacity = 0, compareNumber = 0;
+      int capacity = 0, compareNumber = 0;
       std::string ocron = textOf(zmatrix::intToOcron(type, &length, &capacity, rank, &compareNumber, &stackDepth));
       ASSERT_EQ(compareNumber, rank);
       EXPECT_EQ(value(type, ocron + "P"), rank == 668 ? 4993 : type == 6 ? 4999 : -6) << type;
@@ -87,7 +91,7 @@ TEST_F(OcronEvaluatorTest, NeedsOnePrimeMoreThanTheRank) {
   EXPECT_EQ(zmatrix::nthPrime(669), 4999);
 }
 
-TEST_F(OcronEvaluatorTest, StandsRandomStrings) {
+TEST_F(OcronEvaluatorTest, SurvivesRandomStrings) {
   std::mt19937 random(7);
   for (int i = 0; i < 20000; i++) {
     std::string ocron;
@@ -101,13 +105,14 @@ TEST_F(OcronEvaluatorTest, StandsRandomStrings) {
   EXPECT_EQ(value(3, std::string(200, '2') + std::string(126, '*')), value(3, std::string(127, '2') + std::string(126, '*')));
 }
 
-TEST_F(OcronEvaluatorTest, KnowsExactLogarithms) {
+TEST_F(OcronEvaluatorTest, ComputesExactLogarithmsOnly) {
   for (int exponent = 1; exponent < 63; exponent++) EXPECT_EQ(zmatrix::longLogFromValueWithBase(1LL << exponent, 2), exponent);
   EXPECT_EQ(zmatrix::longLogFromProductWithBase(9, 27, 3), 5);
   EXPECT_EQ(zmatrix::longLogFromProductWithBase(1, 8, 2), 3);
   EXPECT_EQ(zmatrix::longLogFromProductWithBase(9, 28, 3), 0);
   EXPECT_EQ(zmatrix::longLogFromPowerWithBase(8, 1LL << 62, 2), static_cast<long long>(3ULL << 62));
-  EXPECT_EQ(zmatrix::longLogFromPowerWithBase((1LL << 62) + 1, 5, 2), 0);  // near enough for its logarithm, but not exact
+  EXPECT_EQ(zmatrix::longLogFromPowerWithBase((1LL << 62) + 1, 5, 2),
+            0);  // its rounded logarithm is an integer, its logarithm is not
   for (long long bad : {0LL, -8LL, LLONG_MIN})
     for (int base : {INT_MIN, -2, 0, 1, 2}) EXPECT_EQ(zmatrix::longLogFromValueWithBase(bad, base), 0);
   EXPECT_EQ(zmatrix::longLongAbs(LLONG_MIN), LLONG_MIN);

@@ -1,24 +1,16 @@
+// Splitting texts into phrases.
 #include "music/text/ZQTextPhrases.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
-#include <string>
-#include <vector>
 
 #include "support/KeptText.h"
+#include "support/Vectors.h"
 
 namespace {
 
-std::vector<int> numbersOf(const std::string& text) {
-  std::vector<int> numbers;
-  for (unsigned char c : text) numbers.push_back(c);
-  return numbers;
-}
-
 /// The phrases of a text, joined by '|'.
 std::string phrasesOf(const std::string& text) {
-  const std::vector<int> numbers = numbersOf(text);
+  const zmatrix::Vector numbers = zmatrix::valuesOf(text);
   std::string phrases;
   for (int position = 0; position < static_cast<int>(numbers.size());) {
     const zmatrix::TextPhrase phrase = zmatrix::nextTextPhrase(numbers, position);
@@ -37,7 +29,7 @@ TEST(TextPhrasesTest, AreCutAtSentencesAndBlankLines) {
   zmatrix::expectKeptCases("text_phrases.txt", phrasesOf);
 }
 
-TEST(TextPhrasesTest, LoseNothingButWhite) {
+TEST(TextPhrasesTest, LoseOnlyWhiteSpace) {
   std::mt19937 random(5);
   const std::string alphabet = "aBc1 .!;\n\r\xA0\"";
   for (int round = 0; round < 300; round++) {

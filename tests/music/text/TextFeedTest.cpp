@@ -1,23 +1,17 @@
-// Feeding texts to a matrix and writing what it says: phrase by phrase, file by file, each language in its sub-matrix.
+// Feeding texts and writing generated ones: phrases, files, folders, a sub-matrix for each language.
 #include <sstream>
 
 #include "music/text/ZQTextWriter.h"
 #include "support/Account.h"
-#include "support/TestFolder.h"
 #include "support/TierTest.h"
 
 namespace {
 
+using zmatrix::valuesOf;
 using zmatrix::Vector;
 using Texts = std::vector<std::string>;
 
-Vector valuesOf(const std::string& text) {
-  Vector values;
-  for (const unsigned char character : text) values.push_back(character);
-  return values;
-}
-
-/// A matrix whose globals ask for text, with the first sub-matrix made for it.
+/// A matrix whose global settings and first sub-matrix are for texts.
 class TextFeedTest : public zmatrix::TierTest<ZQMatrixMedium> {
  protected:
   TextFeedTest() {
@@ -32,23 +26,17 @@ class TextFeedTest : public zmatrix::TierTest<ZQMatrixMedium> {
   int feedFile(const std::string& name, int maxLength = 0) {
     return matrix->updateMatrixWithANSIFile(name.c_str(), &length, maxLength);
   }
-  /// The phrases that were shown before they were learned; what else was printed goes to `rest`.
+  /// The learned phrases, from the messages.
   Texts learned() {
     Texts phrases;
-    rest.clear();
     std::istringstream lines(take());
     for (std::string line; std::getline(lines, line);) {
-      if (line.starts_with("update with--> ")) {
-        phrases.push_back(line.substr(15));
-      } else {
-        rest += line + "\n";
-      }
+      if (line.starts_with("update with--> ")) phrases.push_back(line.substr(15));
     }
     return phrases;
   }
 
   int length = -7;
-  std::string rest;
   zmatrix::TestFolder folder;
 };
 
@@ -71,7 +59,7 @@ TEST_F(TextFeedTest, LearnsPhraseByPhrase) {
   EXPECT_EQ(learned(), Texts{});
 }
 
-TEST_F(TextFeedTest, WarnsAboutSettingsThatSuitNoText) {
+TEST_F(TextFeedTest, WarnsAboutSettingsThatDoNotSuitTexts) {
   ZQDebugChannel::globalDebugLevel = 0;
   matrix->setCurrentMatrixID(1);
   EXPECT_EQ(feed("Ja"), 0);
@@ -87,7 +75,7 @@ TEST_F(TextFeedTest, WarnsAboutSettingsThatSuitNoText) {
             "warning from updateMatrixWithLongANSISequence: preProcessingType(0) is not 1000\n");
 }
 
-TEST_F(TextFeedTest, FindsASubMatrixForTheLanguageOfAFile) {
+TEST_F(TextFeedTest, SelectsTheSubMatrixOfTheLanguage) {
   const std::string german = folder.put("german.txt", "das ist es"), english = folder.put("english.txt", "this is it");
   info()->setMatrixType(0);
   matrix->setCurrentMatrixID(3);
@@ -107,7 +95,7 @@ TEST_F(TextFeedTest, FindsASubMatrixForTheLanguageOfAFile) {
 
   matrix->setGlobalIsPhraseMatrix(0);
   ZQDebugChannel::globalDebugLevel = 0;
-  feed("four bytes of English, told from the whole file", english, 4);
+  feed("four bytes, language of the whole file", english, 4);
   EXPECT_EQ(matrix->updateMatrixWithANSIFile(german.c_str(), nullptr, 0), 1);
   for (const int language : {4, 3, 5}) {
     matrix->setGlobalLanguage(language);
@@ -115,7 +103,7 @@ TEST_F(TextFeedTest, FindsASubMatrixForTheLanguageOfAFile) {
   }
 }
 
-TEST_F(TextFeedTest, LeavesEverythingForAFileThatCannotBeRead) {
+TEST_F(TextFeedTest, AFileThatCannotBeReadChangesNothing) {
   ZQDebugChannel::globalDebugLevel = 0;
   matrix->setCurrentMatrixID(1);
   for (const std::string& name : {folder.path(), folder.path() + "/absent"}) {
@@ -134,13 +122,13 @@ TEST_F(TextFeedTest, LeavesEverythingForAFileThatCannotBeRead) {
   EXPECT_EQ(matrix->getMatrixInfo(0)->getUpdateIndex(), 1);
 }
 
-TEST_F(TextFeedTest, WorksThroughADirectoryInOrder) {
+TEST_F(TextFeedTest, LearnsTheFilesOfADirectoryInOrder) {
   for (const char* name : {"c.txt", "a.txt", "b.TXT", "sub/d.txt", "e.text"}) folder.put(name, name);
   folder.put("bad.txt", "\xFF.");
   for (int id = 0; id < 4; ++id) matrix->getMatrixInfo(id)->setMaximalMatrixIndex(200);
-  length = 4;  // a cap for each file
+  length = 4;  // the limit for each file
   EXPECT_EQ(matrix->updateMatrixWithANSIFiles(folder.path().c_str(), 0, &length), 1);
-  EXPECT_EQ(learned(), (Texts{"a.tx", "b.TX", "\xFF.", "c.tx"})) << "one that fails stops nothing";
+  EXPECT_EQ(learned(), (Texts{"a.tx", "b.TX", "\xFF.", "c.tx"})) << "a failing file doesn't stop the others";
   EXPECT_EQ(length, 14);
   length = 0;
   EXPECT_EQ(matrix->updateMatrixWithANSIFiles(folder.path().c_str(), 1, &length), 1);
@@ -172,7 +160,7 @@ TEST_F(TextWriterTest, WritesContextAndItems) {
   EXPECT_TRUE(told("readAnsiObjexsAndWriteToAnsiFile: Warning: empty kernel sequence, initializing from root\n"));
   matrix->initializeKernelSequenceWithOriginalSequence(start, 1, 1);
   EXPECT_EQ(write(3), 1);
-  EXPECT_EQ(zmatrix::TestFolder::contentOf(file), "Wow\n") << "the end of what was learned is a line feed";
+  EXPECT_EQ(zmatrix::TestFolder::contentOf(file), "Wow\n") << "the end of the learned text is written as a line feed";
   matrix->setCurrentMatrixID(1);
   matrix->setDefaultMatrixPropertiesForANSIText(nullptr);
   info()->setSuccessorMethod(ZQSuccessorMethodMostProbable);
@@ -190,7 +178,7 @@ TEST_F(TextWriterTest, WritesContextAndItems) {
   EXPECT_TRUE(told("readAnsiObjexsAndWriteToAnsiFile: Warning: very low skill outputlevel\n"));
 }
 
-TEST_F(TextWriterTest, RefusesInItsOrder) {
+TEST_F(TextWriterTest, RefusesWrongMatricesAndFiles) {
   info()->setPreProcessingType(2);
   expectRefusal(-2, "readAnsiObjexsAndWriteToAnsiFile: matrix is empty!\n");
   TierTest::write({1});

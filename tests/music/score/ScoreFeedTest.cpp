@@ -1,13 +1,8 @@
-// Learning from scores in both tiers that learn: what becomes a run, where it goes, that every note is accounted for, and what a
-// model remembers of it.
-#include "music/score/ZQScoreFeed.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
+// Learning from scores in both learning tiers: runs and their sub-matrices, counts of notes, readings and tempo kept in a model.
 #include <random>
 #include <sstream>
 
+#include "music/score/ScoreUnderTest.h"
 #include "music/score/ZQScoreBuilder.h"
 #include "music/score/ZQScoreMeters.h"
 #include "music/score/ZQScoreRuns.h"
@@ -16,23 +11,17 @@
 
 namespace {
 
+using zmatrix::Score;
 using zmatrix::ScoreBuilder;
-using zmatrix::ScoreTime;
-
-struct Delete {
-  void operator()(zq_Score* score) const { zmatrix::deleteScore(score); }
-  void operator()(zq_ScoreFeedReport* report) const { zmatrix::deleteScoreFeedReport(report); }
-};
-using Score = std::unique_ptr<zq_Score, Delete>;
-using Report = std::unique_ptr<zq_ScoreFeedReport, Delete>;
+using Report = zmatrix::ScoreReport;
 
 constexpr int quarter = 3072;
 
-/// A score in verbs; times are in sixteenths unless a denominator is given.
+/// Builds scores; times are in sixteenths unless `denominator` is set.
 class Writer {
  public:
-  explicit Writer(int parts = 1) : builder(zq_ScoreKern) {
-    for (int part = 0; part < parts; ++part) builder.addPart(part + 1, part);
+  explicit Writer(int parts = 1) : builder_(zq_ScoreKern) {
+    for (int part = 0; part < parts; ++part) builder_.addPart(part + 1, part);
   }
   Writer& note(long long onset, int pitch, int part = 0, int sound = 1, long long duration = 4, int flags = 0) {
     zq_ScoreNote note{};
@@ -44,7 +33,7 @@ class Writer {
     note.velocity = 64;
     note.sound = static_cast<unsigned char>(sound);
     note.flags = static_cast<unsigned char>(flags);
-    builder.addNote(note);
+    builder_.addNote(note);
     return *this;
   }
   Writer& notes(long long onset, const std::vector<int>& pitches, int part = 0, int sound = 1) {
@@ -52,26 +41,26 @@ class Writer {
     return *this;
   }
   Writer& meter(long long onset, int numerator, int ofWhole, int part = -1) {
-    builder.addMeter({onset, denominator}, 1, part, numerator, ofWhole);
+    builder_.addMeter({onset, denominator}, 1, part, numerator, ofWhole);
     return *this;
   }
   Writer& bar(long long onset) {
-    builder.addBarLine({onset, denominator}, 1);
+    builder_.addBarLine({onset, denominator}, 1);
     return *this;
   }
   Writer& tempo(long long onset, double quarters) {
-    builder.addTempo({onset, denominator}, quarters);
+    builder_.addTempo({onset, denominator}, quarters);
     return *this;
   }
-  Score done() { return Score(builder.finish()); }
+  Score done() { return Score(builder_.finish()); }
 
   int denominator = 16;
 
  private:
-  ScoreBuilder builder;
+  ScoreBuilder builder_;
 };
 
-TEST(ScoreMetersTest, JoinsBarsOfMetersThatARecordCannotHold) {
+TEST(ScoreMetersTest, JoinsBarsOfMetersThatARecordCannotHave) {
   const auto barsOf = [](int numerator, int denominator) {
     const zmatrix::BarMeter meter = zmatrix::barMeterFor(numerator, denominator);
     return std::pair(meter.numerator, meter.denominator);
@@ -87,8 +76,8 @@ TEST(ScoreMetersTest, JoinsBarsOfMetersThatARecordCannotHold) {
   EXPECT_EQ(barsOf(0, 4), std::pair(0, 0));
 }
 
-// A score in letters: m a meter, b a bar line, d the denominator of times, n notes one after the other, v a note with part,
-// sound, duration and flags, s coding, tracks and whether percussion is left out.
+// In the table m is a meter, b a bar line, d the denominator of times, n a list of consecutive notes, v a note with part, sound,
+// duration and flags, s the coding, the tracks and whether percussion is left out.
 TEST(ScorePlanTest, PlansRuns) {
   zmatrix::expectKeptCases("score_plans.txt", [](const std::string& line) {
     std::istringstream words(line);
@@ -108,25 +97,27 @@ TEST(ScorePlanTest, PlansRuns) {
     }
     const Score score = writer.done();
     const Report report(zmatrix::createScoreFeedPlan(score.get(), &settings));
-    std::ostringstream said;
+    std::ostringstream output;
     for (const zmatrix::PlannedRun& run : zmatrix::planScore(*score, settings).runs) {
-      const zq_ScoreRun& told = run.reported;
-      said << "part " << told.part << ": " << told.notes << " notes, " << told.numerator << "/" << told.denominator
-           << ", texture " << told.subType << ", sound " << told.soundID << ", coding " << told.preProcessingType << ", cause "
-           << told.cause << (told.hasAssumedMeter != 0 ? ", meter assumed:" : ":");
-      for (const int number : zmatrix::planScore(*score, settings).sequenceOf(*score, run)) said << " " << number;
-      said << "\n";
+      const zq_ScoreRun& reported = run.reported;
+      output << "part " << reported.part << ": " << reported.notes << " notes, " << reported.numerator << "/"
+             << reported.denominator << ", texture " << reported.subType << ", sound " << reported.soundID << ", coding "
+             << reported.preProcessingType << ", cause " << reported.cause
+             << (reported.hasAssumedMeter != 0 ? ", meter assumed:" : ":");
+      for (const int number : zmatrix::planScore(*score, settings).sequenceOf(*score, run)) output << " " << number;
+      output << "\n";
     }
-    said << report->notesLearned << " learned, " << report->notesFed << " fed, " << report->shortenedRests << " rests shortened, "
-         << report->notesWithoutDuration << " without duration, no meter " << report->hasNoMeter << "; left out";
-    for (const long long notes : report->leftOut) said << " " << notes;
-    said << "\nonsets moved " << report->onsetsMoved << ", " << report->largestOnsetMove << ", " << report->meanOnsetMove
-         << "; durations " << report->durationsMoved << ", " << report->largestDurationMove << ", " << report->meanDurationMove;
-    return said.str();
+    output << report->notesLearned << " learned, " << report->notesFed << " fed, " << report->shortenedRests
+           << " rests shortened, " << report->notesWithoutDuration << " without duration, no meter " << report->hasNoMeter
+           << "; left out";
+    for (const long long notes : report->leftOut) output << " " << notes;
+    output << "\nonsets moved " << report->onsetsMoved << ", " << report->largestOnsetMove << ", " << report->meanOnsetMove
+           << "; durations " << report->durationsMoved << ", " << report->largestDurationMove << ", " << report->meanDurationMove;
+    return output.str();
   });
 }
 
-TEST(ScorePlanTest, AccountsForEachNoteOfAnyScore) {
+TEST(ScorePlanTest, CountsEachNoteOfRandomScores) {
   std::mt19937 random(7);
   const auto draw = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   const int types[] = {1, 1002, 1003, 1004};
@@ -185,12 +176,12 @@ TYPED_TEST(ScoreFeedTest, LearnsEachRunInTheSubMatrixOfItsKind) {
   for (int beat = 0; beat < 8; ++beat) writer.note(beat * 4, 36, 1, 0, 1, zq_ScorePercussion);
   const Report report = this->feed(writer.done());
   EXPECT_EQ(report->notesLearned, 22);
-  EXPECT_EQ(report->numberOfSubMatrices, 7) << "of which the empty matrix has reserved enough";
+  EXPECT_EQ(report->numberOfSubMatrices, 7) << "the empty matrix reserves enough";
   EXPECT_GE(this->matrix->getMaxNumberOfMatrices(), 7);
   EXPECT_EQ(report->runs[0].matrixID, 0);
   EXPECT_EQ(report->runs[3].matrixID, 0);
   EXPECT_GT(this->exist({2, quarter, quarter, 2, 2 * quarter, quarter}), 0);
-  EXPECT_GT(this->exist({8, 3 * quarter, quarter}), 0) << "of the second run in 4/4";
+  EXPECT_GT(this->exist({8, 3 * quarter, quarter}), 0) << "from the second run in 4/4";
   EXPECT_LT(this->exist({-2, quarter, quarter}), 1);
   this->matrix->setCurrentMatrixID(report->runs[1].matrixID);
   EXPECT_EQ(this->info()->getMidiTimeSignatureNom() * 10 + this->info()->getMidiTimeSignatureDenom(), 31);
@@ -205,7 +196,7 @@ TYPED_TEST(ScoreFeedTest, LearnsEachRunInTheSubMatrixOfItsKind) {
   EXPECT_EQ(this->take(), "");
 }
 
-TYPED_TEST(ScoreFeedTest, CountsWhatFindsNoSubMatrix) {
+TYPED_TEST(ScoreFeedTest, CountsNotesWithoutASubMatrix) {
   const Score first = Writer().meter(0, 4, 4).notes(0, {60, 62, 64}).done();
   this->feed(first);
   Writer writer;
@@ -220,14 +211,14 @@ TYPED_TEST(ScoreFeedTest, CountsWhatFindsNoSubMatrix) {
   this->matrix->setGlobalPreProcessingType(0);
   EXPECT_EQ(this->feed(first)->leftOut[zq_ScoreNoMusicSettings], 3);
   EXPECT_EQ(zmatrix::updateMatrixWithScore(this->matrix, nullptr, nullptr, 0), nullptr);
-  zq_Score wrong = *first;  // a host's own
+  zq_Score wrong = *first;  // made by a host
   const zq_ScoreBarLine line{0, 1, 0, 0};
   wrong.barLines = &line;
   wrong.numberOfBarLines = 1;
   EXPECT_EQ(zmatrix::updateMatrixWithScore(this->matrix, &wrong, nullptr, 0), nullptr) << "a time with the denominator 0";
 }
 
-TYPED_TEST(ScoreFeedTest, RemembersReadingAndTempo) {
+TYPED_TEST(ScoreFeedTest, KeepsReadingAndTempoInTheModel) {
   EXPECT_EQ(zmatrix::getLearnedReadings(this->matrix), 0);
   for (const double tempo : {90.0, 61.5, 200.0}) {
     this->feed(Writer().meter(0, 4, 4).tempo(0, 300).tempo(1, tempo).notes(0, {60, 62, 64, 65}).done(), "a (b): c.mid");

@@ -1,11 +1,9 @@
+// Reading text files and detecting their language.
 #include "music/text/ZQTextFile.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <filesystem>
-#include <fstream>
-#include <string>
 #include <vector>
 
 #include "support/CapturedMessages.h"
@@ -21,7 +19,7 @@ TEST(TextFileTest, IsReadByteByByteUpToACap) {
   const zmatrix::TestFolder folder;
   std::string allBytes;
   std::vector<int> expected;
-  for (int round = 0; round < 1000; round++)  // more than is read at once
+  for (int round = 0; round < 1000; round++)  // more than one read buffer
     for (int i = 0; i < 256; i++) {
       allBytes += static_cast<char>(i);
       expected.push_back(i);
@@ -40,13 +38,13 @@ TEST(TextFileTest, IsReadByteByByteUpToACap) {
   EXPECT_EQ(empty.length, 0);
 }
 
-TEST(TextFileTest, RefusesWhatIsNoFileOrTooLong) {
+TEST(TextFileTest, RefusesNoFileAndTooLongOnes) {
   const zmatrix::TestFolder folder;
   const std::string huge = folder.put("huge.txt", "x");
   std::filesystem::resize_file(huge, static_cast<std::uintmax_t>(INT_MAX) - 1);
   for (const std::string& name : {folder.path(), std::string("/dev/zero"), folder.path() + "/absent", std::string(), huge}) {
     EXPECT_FALSE(zmatrix::textOfFile(name.c_str(), 0).isReadable) << name;
-    if (name == huge) continue;  // its language costs two gigabytes
+    if (name == huge) continue;  // detecting its language would read two gigabytes
     EXPECT_EQ(zmatrix::languageOfTextFile(name.c_str()), 0) << name;
   }
   EXPECT_FALSE(zmatrix::textOfFile(nullptr, 0).isReadable);
@@ -61,7 +59,7 @@ TEST(TextFileTest, RefusesWhatIsNoFileOrTooLong) {
   zmatrix::largestAllocation = static_cast<size_t>(-1);
 }
 
-TEST(TextFileTest, TellsGermanFromEnglish) {
+TEST(TextFileTest, DetectsGermanAndEnglish) {
   const zmatrix::TestFolder folder;
   zmatrix::expectKeptCases("text_languages.txt", [&folder](const std::string& text) {
     return std::to_string(zmatrix::languageOfTextFile(folder.put("text.txt", text).c_str()));

@@ -1,38 +1,26 @@
-// Exact readings of MIDI files, and scores written as MIDI: files made of bytes with their notes, damaged ones, round trips.
+// Exact readings of MIDI files, also damaged ones, and scores written as MIDI and read back.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "frame/ZQMemory.h"
 #include "music/midi/MidiBytes.h"
+#include "music/score/ScoreUnderTest.h"
 #include "music/score/ZQMidiScoreReader.h"
-#include "music/score/ZQScore.h"
 #include "music/score/ZQScoreMidiWriter.h"
 #include "music/score/ZQScoreTime.h"
 #include "support/TestFolder.h"
 
 namespace {
 
-using zmatrix::bytes;
-using zmatrix::midiHead;
-using zmatrix::midiTrack;
-using zmatrix::ScoreTime;
-
-struct DeleteScore {
-  void operator()(zq_Score* score) const { zmatrix::deleteScore(score); }
-};
-using Score = std::unique_ptr<zq_Score, DeleteScore>;
+using namespace zmatrix;
 
 Score read(const std::string& file) {
-  return Score(
-      zmatrix::createScoreFromMidiData(reinterpret_cast<const unsigned char*>(file.data()), static_cast<long long>(file.size())));
+  return Score(createScoreFromMidiData(reinterpret_cast<const unsigned char*>(file.data()), static_cast<long long>(file.size())));
 }
 
-/// In quarters of a tick of 96: "channel:pitch@onset+duration", then "p" and the program and "?" for an unended note.
+/// Each note as "channel:pitch@onset+duration" in ticks, with "p" and its program, and "?" if it is unended.
 std::string notesOf(const zq_Score& score, int ticksOfWhole = 384) {
   std::string text;
   for (long long i = 0; i < score.numberOfNotes; ++i) {
@@ -62,7 +50,7 @@ long long found(const zq_Score& score, int kind) {
 
 std::string written(const zq_Score& score, zq_ScoreWriting& writing) {
   long long size = 0;
-  unsigned char* const data = zmatrix::createMidiDataOfScore(&score, &size, &writing);
+  unsigned char* const data = createMidiDataOfScore(&score, &size, &writing);
   const std::string file(reinterpret_cast<const char*>(data), static_cast<size_t>(size));
   systemFree(data);
   return file;
@@ -80,7 +68,7 @@ TEST(MidiScoreTest, NotesArePairedFirstInFirstOut) {
   EXPECT_EQ(percussion->notes[0].sound, 9);
 }
 
-TEST(MidiScoreTest, RunningStatusAndWrongBytes) {
+TEST(MidiScoreTest, RunningStatusIsKeptAndWrongBytesAreReported) {
   const std::string note = bytes({0, 0x90, 60, 1, 4, 60, 0});
   EXPECT_EQ(notesOf(oneTrack(bytes({0, 0x90, 60, 1, 4, 0xff, 1, 1, 65, 0, 60, 0, 0, 0xf0, 2, 1, 0xf7, 0, 62, 1, 4, 62, 0}))),
             "0:60@0+4 0:62@4+4");
@@ -92,7 +80,7 @@ TEST(MidiScoreTest, RunningStatusAndWrongBytes) {
   EXPECT_EQ(found(*loud, zq_ScoreBadEvent), 4);
 }
 
-TEST(MidiScoreTest, ChunksKeepToTheirLength) {
+TEST(MidiScoreTest, ChunksOfWrongLengthAreRead) {
   const std::string note = bytes({0, 0x90, 60, 1, 4, 60, 0}), other = bytes({0, 0x91, 62, 1, 4, 62, 0});
   const Score unknown = read(midiHead(1, 2, 96) + midiTrack(note) + "XFIH" + bytes({0, 0, 0, 2, 0xff, 0xff}) + midiTrack(other));
   EXPECT_EQ(notesOf(*unknown), "0:60@0+4 1:62@0+4");
@@ -102,8 +90,7 @@ TEST(MidiScoreTest, ChunksKeepToTheirLength) {
   EXPECT_EQ(notesOf(*shortTrack), "0:60@0+4? 1:62@0+4");
   EXPECT_EQ(found(*shortTrack, zq_ScoreChunkCut), 1);
   EXPECT_EQ(found(*shortTrack, zq_ScoreTrackWithoutEnd), 1);
-  const Score longTrack =
-      read(midiHead(1, 2, 96) + "MTrk" + bytes({9, 0, 0, 0}) + note + zmatrix::endOfMidiTrack + midiTrack(other));
+  const Score longTrack = read(midiHead(1, 2, 96) + "MTrk" + bytes({9, 0, 0, 0}) + note + endOfMidiTrack + midiTrack(other));
   EXPECT_EQ(notesOf(*longTrack), "0:60@0+4 1:62@0+4");
   EXPECT_EQ(longTrack->state, zq_ScoreRead);
   EXPECT_EQ(found(*longTrack, zq_ScoreChunkCut), 1);
@@ -117,14 +104,14 @@ TEST(MidiScoreTest, ProgramsHoldForTheirChannelInAllTracks) {
   const std::string notes = bytes({0, 0x90, 60, 1, 8, 60, 0, 0, 60, 1, 8, 60, 0, 0, 60, 1, 8, 60, 0});
   EXPECT_EQ(notesOf(midiHead(1, 3, 96) + midiTrack(change(0, 5) + change(1, 9)) + midiTrack(notes) + midiTrack(change(0, 7, 8))),
             "0:60@0+8p5 0:60@8+8p7 0:60@16+8p7");
-  // At one time the change in the note's own track goes before those of others.
+  // Of changes at the same time the one in the note's own track applies.
   EXPECT_EQ(notesOf(midiHead(1, 2, 96) + midiTrack(change(0, 5) + notes) + midiTrack(change(0, 7) + notes)),
             "0:60@0+8p5 0:60@8+8p5 0:60@16+8p5 0:60@0+8p7 0:60@8+8p7 0:60@16+8p7");
   EXPECT_EQ(notesOf(midiHead(2, 2, 96) + midiTrack(change(0, 5)) + midiTrack(notes)), "0:60@0+8 0:60@8+8 0:60@16+8");
 }
 
-TEST(MidiScoreTest, PiecesOfFormatTwoFollowEachOther) {
-  const std::string waltz = zmatrix::meter(3, 2) + bytes({0, 0xff, 0x51, 3, 3, 0xd0, 0x90, 0, 0x90, 60, 1, 96, 60, 0});
+TEST(MidiScoreTest, PiecesOfFormatTwoAreJoined) {
+  const std::string waltz = meter(3, 2) + bytes({0, 0xff, 0x51, 3, 3, 0xd0, 0x90, 0, 0x90, 60, 1, 96, 60, 0});
   const Score score = read(midiHead(2, 2, 96) + midiTrack(waltz) + midiTrack(bytes({0, 0x90, 62, 1, 96, 62, 0})));
   EXPECT_EQ(notesOf(*score), "0:60@0+96 0:62@96+96");
   ASSERT_EQ(score->numberOfMeters, 2);
@@ -135,7 +122,7 @@ TEST(MidiScoreTest, PiecesOfFormatTwoFollowEachOther) {
   EXPECT_DOUBLE_EQ(score->tempi[1].quartersPerMinute, 120);
 }
 
-TEST(MidiScoreTest, DivisionsThatCountSeconds) {
+TEST(MidiScoreTest, DivisionsInSecondsAreConverted) {
   const std::string note = bytes({40, 0x90, 60, 1, 80, 60, 0});
   const Score film = read(midiHead(0, 1, 0xe728) + midiTrack(note));  // 25 frames of 40 ticks: half a second is a quarter
   EXPECT_EQ(ScoreTime({film->notes[0].onset, film->notes[0].onsetDenominator}), (ScoreTime{40, 2000}));
@@ -145,17 +132,17 @@ TEST(MidiScoreTest, DivisionsThatCountSeconds) {
   for (const int division : {0, 0xe700}) EXPECT_EQ(read(midiHead(0, 1, division) + midiTrack(note))->state, zq_ScoreOtherFormat);
 }
 
-TEST(MidiScoreTest, SignaturesAndNames) {
-  const std::string wrong =
-      zmatrix::meter(0, 2) + zmatrix::meter(4, 255) + bytes({0, 0xff, 0x51, 3, 0, 0, 0, 0, 0xff, 0x58, 1, 3});
-  const std::string key = bytes({0, 0xff, 0x59, 2, 0xfd, 1}), meter = zmatrix::meter(6, 3);
+TEST(MidiScoreTest, SignaturesAndNamesAreRead) {
+  const std::string wrong = meter(0, 2) + meter(4, 255) + bytes({0, 0xff, 0x51, 3, 0, 0, 0, 0, 0xff, 0x58, 1, 3});
+  const std::string key = bytes({0, 0xff, 0x59, 2, 0xfd, 1}), sixEighths = meter(6, 3);
   const std::string names = bytes({0, 0xff, 3, 1, 'a', 0, 0xff, 0x20, 1, 2, 0, 0xff, 4, 1, 'b'});
   const std::string notes = bytes({0, 0x91, 60, 1, 0, 0x92, 60, 1, 0, 0x91, 60, 0, 0, 0x92, 60, 0});
-  const Score score = read(midiHead(1, 2, 96) + midiTrack(wrong + key + meter) + midiTrack(names + meter + key + notes));
+  const Score score =
+      read(midiHead(1, 2, 96) + midiTrack(wrong + key + sixEighths) + midiTrack(names + sixEighths + key + notes));
   EXPECT_EQ(found(*score, zq_ScoreBadMeter), 2);
   EXPECT_EQ(found(*score, zq_ScoreBadTempo), 1);
   EXPECT_EQ(found(*score, zq_ScoreBadEvent), 1);
-  ASSERT_EQ(score->numberOfMeters, 1);  // what two tracks say alike is one
+  ASSERT_EQ(score->numberOfMeters, 1);  // equal meters of two tracks are one
   EXPECT_EQ(score->meters[0].denominator, 8);
   ASSERT_EQ(score->numberOfKeys, 1);
   EXPECT_EQ(score->keys[0].fifths, -3);
@@ -163,8 +150,8 @@ TEST(MidiScoreTest, SignaturesAndNames) {
   EXPECT_STREQ(score->parts[1].name, "b");
 }
 
-TEST(MidiScoreTest, CutAndHostileFiles) {
-  const std::string file = zmatrix::tune(zmatrix::melody({60, 62, 64}));
+TEST(MidiScoreTest, CutAndHostileFilesAreSafe) {
+  const std::string file = tune(melody({60, 62, 64}));
   const std::string whole = notesOf(file);
   for (size_t size = 0; size < file.size(); ++size) {
     const Score score = read(file.substr(0, size));
@@ -172,8 +159,8 @@ TEST(MidiScoreTest, CutAndHostileFiles) {
     for (long long i = 0; i < score->numberOfNotes; ++i) EXPECT_EQ(score->notes[i].pitch, 60 + 2 * i) << size;
   }
   EXPECT_EQ(read(std::string(1025, '\0'))->state, zq_ScoreOtherFormat);
-  EXPECT_EQ(Score(zmatrix::createScoreFromMidiData(nullptr, 5))->state, zq_ScoreOtherFormat);
-  EXPECT_EQ(Score(zmatrix::createScoreFromMidiFile("/no/such/file"))->state, zq_ScoreNotFound);
+  EXPECT_EQ(Score(createScoreFromMidiData(nullptr, 5))->state, zq_ScoreOtherFormat);
+  EXPECT_EQ(Score(createScoreFromMidiFile("/no/such/file"))->state, zq_ScoreNotFound);
   std::string late;
   for (int i = 0; i < 40; ++i) late += bytes({0xff, 0xff, 0xff, 0x7f, 0x90, 60, 1});
   const Score beyond = read(midiHead(0, 1, 1) + midiTrack(late));
@@ -186,7 +173,7 @@ TEST(MidiScoreTest, CutAndHostileFiles) {
   EXPECT_EQ(unended->notes[999999].duration, 96);
 }
 
-/// A score that a host has made: of each channel a part.
+/// A score made by a host, with a part for each channel.
 struct MadeScore : zq_Score {
   explicit MadeScore(const std::vector<int>& channels) : zq_Score() {
     for (const int channel : channels) partsOfScore.push_back({0, 0, 0, channel, nullptr});
@@ -222,7 +209,7 @@ std::vector<std::string> sortedNotes(const zq_Score& score) {
   return notes;
 }
 
-TEST(ScoreMidiTest, RandomScoresReadBackAsTheyWere) {
+TEST(ScoreMidiTest, RandomScoresReadBackUnchanged) {
   std::mt19937 random(3);
   const int denominators[] = {4, 8, 12, 20, 64};
   for (int round = 0; round < 200; ++round) {
@@ -244,7 +231,7 @@ TEST(ScoreMidiTest, RandomScoresReadBackAsTheyWere) {
   }
 }
 
-TEST(ScoreMidiTest, TimesWithoutTickMoveAndAreCounted) {
+TEST(ScoreMidiTest, TimesWithoutATickAreMovedAndCounted) {
   MadeScore made({0});
   made.add(0, {1, 4 * 32749}, {1, 4 * 32719}, 60);
   zq_ScoreWriting writing{};
@@ -255,9 +242,9 @@ TEST(ScoreMidiTest, TimesWithoutTickMoveAndAreCounted) {
   EXPECT_LT(writing.largestMove, 0.5 / (4 * 30240));
 }
 
-TEST(ScoreMidiTest, RefusesWhatIsNoScore) {
+TEST(ScoreMidiTest, WrongScoresAreRefused) {
   zq_ScoreWriting writing{};
-  EXPECT_EQ(zmatrix::writeScoreToMidiFile(nullptr, "x", &writing), zq_ScoreRefused);
+  EXPECT_EQ(writeScoreToMidiFile(nullptr, "x", &writing), zq_ScoreRefused);
   const auto refuses = [&](void (*spoil)(MadeScore&), long long note) {
     MadeScore made({0, 1});
     for (int i = 0; i < 4; ++i) made.add(i / 2, {i, 4}, {1, 4}, 60);
