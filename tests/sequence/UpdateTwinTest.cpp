@@ -29,22 +29,18 @@ class SequenceTwin : public StoreTwin<Matrix> {
     for (int id = 0; id < 2; ++id) {
       this->setMethod(id, method);
       store.infos[static_cast<size_t>(id)].coordinateDimension = habit.c;
-      plain::Sequence& sequence = sequences_[id];
-      sequence.matrixType = habit.matrixType;
-      sequence.preProcessingType = habit.preProcessingType;
-      sequence.includeOverdeterminedRules = habit.includeOverdeterminedRules;
-      sequence.useStartOfSequence = habit.useStart;
-      sequence.useEndOfSequence = habit.useEnd;
-      sequence.maxPhraseLength = habit.maxPhraseLength;
-      Info* info = infoOf(id);
-      info->setMatrixType(habit.matrixType);
-      info->setCoordinateDimension(habit.c);
-      info->setIsPhraseMatrix(1);
-      info->setPreProcessingType(habit.preProcessingType);
-      info->setIncludeOverdeterminedRules(habit.includeOverdeterminedRules);
-      info->setUseStartOfSequence(habit.useStart);
-      info->setUseEndOfSequence(habit.useEnd);
-      info->setMaxPhraseLengthForUpdateWithSequence(habit.maxPhraseLength);
+      const auto set = [&](int plain::Sequence::*plainSetting, auto setter, int value) {
+        sequences_[id].*plainSetting = value;
+        (infoOf(id)->*setter)(value);
+      };
+      set(&plain::Sequence::matrixType, &Info::setMatrixType, habit.matrixType);
+      infoOf(id)->setCoordinateDimension(habit.c);
+      infoOf(id)->setIsPhraseMatrix(1);
+      set(&plain::Sequence::preProcessingType, &Info::setPreProcessingType, habit.preProcessingType);
+      set(&plain::Sequence::includeOverdeterminedRules, &Info::setIncludeOverdeterminedRules, habit.includeOverdeterminedRules);
+      set(&plain::Sequence::useStartOfSequence, &Info::setUseStartOfSequence, habit.useStart);
+      set(&plain::Sequence::useEndOfSequence, &Info::setUseEndOfSequence, habit.useEnd);
+      set(&plain::Sequence::maxPhraseLength, &Info::setMaxPhraseLengthForUpdateWithSequence, habit.maxPhraseLength);
     }
   }
 

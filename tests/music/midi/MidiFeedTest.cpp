@@ -60,16 +60,10 @@ class MidiFeedTest : public TierTest<Matrix> {
   }
 
   TestFolder folder;
+  static constexpr bool isFull = std::is_same_v<Matrix, ZQMatrix>;
   int notes = 0, learned = 0, verdict = 0;
 };
 TYPED_TEST_SUITE(MidiFeedTest, LearningTiers);
-
-constexpr bool isFull(const ZQMatrix*) {
-  return true;
-}
-constexpr bool isFull(const ZQMatrixMedium*) {
-  return false;
-}
 
 }  // namespace
 
@@ -80,7 +74,7 @@ TYPED_TEST(MidiFeedTest, LearnsATrackInTheSubMatrixOfItsKind) {
   const std::string held = tune(bytes({0, 0x90, 60, 100, 8, 0xb0, 7, 90, 8, 0xc0, 3, 8, 0x80, 60, 0}) + melody({62}));
   EXPECT_EQ(reportOn(this->folder.put("held.mid", held))->fileTracks[1].eventsLostInsideNotes, 2);
   const std::string names = this->matrix->getMatrixInfo(0)->getNamesOfUpdateFiles();
-  EXPECT_EQ(names.starts_with("MatID0: 4/4, Monophon, Undefined, Piano (track1): "), !isFull(this->matrix)) << names;
+  EXPECT_EQ(names.starts_with("MatID0: 4/4, Monophon, Undefined, Piano (track1): "), !this->isFull) << names;
 }
 
 // For each file: result, notes, the report's number of learned notes and its verdict on the first track; then the global settings
@@ -158,7 +152,7 @@ TYPED_TEST(MidiFeedTest, SurvivesFilesOfAnyShape) {
     EXPECT_EQ(this->matrix->updateMatrixWithMIDIFile(path.c_str(), &this->notes), 0);
     EXPECT_EQ(reportOn(path)->end, zq_MidiEndNotFound);
   }
-  EXPECT_EQ(this->told("updateMatrixWithMIDIFile: cannot open "), !isFull(this->matrix));  // of level 1 in the full tier
+  EXPECT_EQ(this->told("updateMatrixWithMIDIFile: cannot open "), !this->isFull);  // of level 1 in the full tier
   EXPECT_EQ(this->broken(), "");
 }
 

@@ -53,6 +53,14 @@ std::vector<PairedObject> pairedPlainly(const ZQMidiEventTrack& track, const int
   return objects;
 }
 
+void addEvent(ZQMidiEventTrack& track, int time, int status, int number, int velocity, int type = -1) {
+  ZQMidiEvent* event = createZQMidiEvent();
+  event->initWith(time, static_cast<unsigned char>(status), static_cast<unsigned char>(number),
+                  static_cast<unsigned char>(velocity), 8);
+  if (type >= 0) event->setEventType(type);
+  track.addMidiEvent(event);
+}
+
 std::unique_ptr<ZQMidiTrackList> listOf(const std::string& path, MidiReadFindings* findings = nullptr) {
   std::unique_ptr<ZQMidiTrackList> list(createZQMidiTrackList());
   ZQMidiFile().readEventsFromFileWithPath(list.get(), path.c_str(), findings);
@@ -76,12 +84,9 @@ TEST(MidiPairingTest, AgreesWithThePlainPairingOnRandomTracks) {
     int time = 0;
     const int length = draw(120), statuses = 2 + draw(6), numbers = 1 + draw(5);
     for (int i = 0; i < length; i++) {
-      ZQMidiEvent* event = createZQMidiEvent();
       time += draw(3);
-      event->initWith(time, static_cast<unsigned char>((8 + draw(statuses)) << 4 | draw(2)),
-                      static_cast<unsigned char>(60 + draw(numbers)), static_cast<unsigned char>(draw(3)), 8);
-      if (draw(12) == 0) event->setEventType(draw(2) == 0 ? 88 : 1);
-      track.addMidiEvent(event);
+      const int channel = draw(2), status = (8 + draw(statuses)) << 4 | channel, number = 60 + draw(numbers), velocity = draw(3);
+      addEvent(track, time, status, number, velocity, draw(12) > 0 ? -1 : draw(2) == 0 ? 88 : 1);
     }
     unsigned char channels[16] = {static_cast<unsigned char>(draw(8) == 0)};
     const int nothing[8] = {};
@@ -106,9 +111,7 @@ TEST(MidiPairingTest, AgreesWithThePlainPairingOnRealTracks) {
 TEST(MidiPairingTest, PairsAMillionUnendedNotesInTime) {
   ZQMidiEventTrack track;
   for (int i = 0; i < 1000000; i++) {
-    ZQMidiEvent* event = createZQMidiEvent();
-    event->initWith(i, 0x90, static_cast<unsigned char>(i % 100), 0x40);
-    track.addMidiEvent(event);
+    addEvent(track, i, 0x90, i % 100, 0x40);
   }
   EXPECT_EQ(pairedByLibrary(track, feedFilter, noFilter).size(), 999900u);
 }
@@ -171,9 +174,8 @@ TEST(MidiTracksTest, DeleteAndSort) {
   std::mt19937 random(5);
   ZQMidiEventTrack events;
   for (int i = 0; i < 3000; i++) {
-    ZQMidiEvent* event = createZQMidiEvent();
-    event->initWith(static_cast<int>(random()), static_cast<unsigned char>(random()));
-    events.addMidiEvent(event);
+    const int time = static_cast<int>(random());
+    addEvent(events, time, static_cast<int>(random() % 256), 0, 0);
   }
   events.deleteMidiEventAtIndex(-1);
   events.sortByFunction(ZQCompareMidiEventsAscending);
