@@ -52,10 +52,10 @@ TIER_OF_ACCESSORS = {
 MATRIX_OF_ACCESSORS = '''
  private:
   static constexpr ZQMatrixInfoType tier = {tier};
-  Matrix& theMatrix() {{ return static_cast<Matrix&>(*this); }}
-  const Matrix& theMatrix() const {{ return static_cast<const Matrix&>(*this); }}
-  auto* currentRecord() const {{ return theMatrix().getMatrixInfo(); }}
-  ZQMatrixFileHeader* fileHeader() const {{ return theMatrix().getMatrixFileHeader(); }}
+  Matrix& asMatrix() {{ return static_cast<Matrix&>(*this); }}
+  const Matrix& asMatrix() const {{ return static_cast<const Matrix&>(*this); }}
+  auto* currentRecord() const {{ return asMatrix().getMatrixInfo(); }}
+  ZQMatrixFileHeader* fileHeader() const {{ return asMatrix().getMatrixFileHeader(); }}
 }};
 '''
 

@@ -46,7 +46,7 @@ class ZQFieldReader {
  public:
   static constexpr bool reads = true;
 
-  explicit ZQFieldReader(ZQFileReader& reader) : file(reader), start(reader.getPosition()) {}
+  explicit ZQFieldReader(ZQFileReader& reader) : file(reader), start_(reader.getPosition()) {}
 
   template <class T>
   void number(T& value) {
@@ -55,7 +55,7 @@ class ZQFieldReader {
   /// A field that files have from version `since` on, 0 for all, and its value in the older ones.
   template <class T>
   void number(T& value, int since, T valueBefore) {
-    if (since == 0 || version >= since) {
+    if (since == 0 || version_ >= since) {
       number(value);
     } else {
       value = valueBefore;
@@ -65,22 +65,22 @@ class ZQFieldReader {
   void bytes(char* field, size_t size) {
     if (isSound()) file.read(field, size);
   }
-  void require(bool condition) { isRefused = isRefused || !condition; }
-  void setVersion(int newVersion) { version = newVersion; }
+  void require(bool condition) { isRefused_ = isRefused_ || !condition; }
+  void setVersion(int newVersion) { version_ = newVersion; }
   long long getPosition() const { return file.getPosition(); }
   /// Called at the end of each tier's part of a record: sums up the lengths as the writer does for the record's size.
-  void endPart() { sumOfLengths += static_cast<unsigned>(getPosition() - start); }
-  unsigned getSumOfLengths() const { return sumOfLengths; }
+  void endPart() { sumOfLengths_ += static_cast<unsigned>(getPosition() - start_); }
+  unsigned getSumOfLengths() const { return sumOfLengths_; }
   /// False after an illegal value or the end of the file.
-  [[nodiscard]] bool isSound() const noexcept { return !isRefused && !file.isAtEnd(); }
+  [[nodiscard]] bool isSound() const noexcept { return !isRefused_ && !file.isAtEnd(); }
 
   ZQFileReader& file;
 
  private:
-  long long start;
-  unsigned sumOfLengths = 0;
-  int version = 0;
-  bool isRefused = false;
+  long long start_;
+  unsigned sumOfLengths_ = 0;
+  int version_ = 0;
+  bool isRefused_ = false;
 };
 
 }  // namespace zmatrix

@@ -19,28 +19,28 @@ constexpr long long memoryForByteOfFile = 64;
 
 }  // namespace
 
-ZQFileWriter::ZQFileWriter(FILE* stream) : file(stream) {
-  if (file == nullptr) return;
-  setvbuf(file, nullptr, _IONBF, 0);
-  const off_t position = ftello(file);
-  flushedBytes = position > 0 ? position : 0;
-  buffer.reset(new (std::nothrow) char[bufferSize]);
-  if (buffer == nullptr) return;
-  bytes = buffer.get();
-  capacity = bufferSize;
+ZQFileWriter::ZQFileWriter(FILE* stream) : file_(stream) {
+  if (file_ == nullptr) return;
+  setvbuf(file_, nullptr, _IONBF, 0);
+  const off_t position = ftello(file_);
+  flushedBytes_ = position > 0 ? position : 0;
+  buffer_.reset(new (std::nothrow) char[bufferSize]);
+  if (buffer_ == nullptr) return;
+  bytes_ = buffer_.get();
+  capacity_ = bufferSize;
 }
 
 bool ZQFileWriter::flush() {
-  if (file != nullptr && used > 0 && !hasFailed) {
-    hasFailed = fwrite(bytes, 1, used, file) != used;
+  if (file_ != nullptr && used_ > 0 && !hasFailed_) {
+    hasFailed_ = fwrite(bytes_, 1, used_, file_) != used_;
 #if defined(__linux__) && defined(SYNC_FILE_RANGE_WRITE)
     // Starts the writing only; errors are reported when the file is synced.
-    if (writesBackAtOnce) sync_file_range(fileno(file), flushedBytes, static_cast<off_t>(used), SYNC_FILE_RANGE_WRITE);
+    if (writesBackAtOnce_) sync_file_range(fileno(file_), flushedBytes_, static_cast<off_t>(used_), SYNC_FILE_RANGE_WRITE);
 #endif
   }
-  flushedBytes += static_cast<long long>(used);
-  used = 0;
-  return !hasFailed;
+  flushedBytes_ += static_cast<long long>(used_);
+  used_ = 0;
+  return !hasFailed_;
 }
 
 void ZQFileWriter::write(const void* from, size_t size) {
@@ -56,37 +56,37 @@ void ZQFileWriter::write(const void* from, size_t size) {
 void ZQFileWriter::patch(long long position, int value) {
   char number[sizeof value];
   putLittleEndian(number, value);
-  if (!flush() || file == nullptr) return;
-  hasFailed = fseeko(file, position, SEEK_SET) != 0 || fwrite(number, 1, sizeof number, file) != sizeof number ||
-              fseeko(file, flushedBytes, SEEK_SET) != 0;
+  if (!flush() || file_ == nullptr) return;
+  hasFailed_ = fseeko(file_, position, SEEK_SET) != 0 || fwrite(number, 1, sizeof number, file_) != sizeof number ||
+               fseeko(file_, flushedBytes_, SEEK_SET) != 0;
 }
 
-ZQFileReader::ZQFileReader(FILE* stream) : file(stream), buffer(new (std::nothrow) char[bufferSize]) {
-  if (!hasRoom(buffer != nullptr)) return;  // reads as an empty file
-  const off_t start = ftello(file);
-  if (start < 0 || fseeko(file, 0, SEEK_END) != 0) return;
-  fileSize = ftello(file);
-  positionOfBuffer = start;
-  fseeko(file, start, SEEK_SET);
+ZQFileReader::ZQFileReader(FILE* stream) : file_(stream), buffer_(new (std::nothrow) char[bufferSize]) {
+  if (!hasRoom(buffer_ != nullptr)) return;  // reads as an empty file
+  const off_t start = ftello(file_);
+  if (start < 0 || fseeko(file_, 0, SEEK_END) != 0) return;
+  fileSize_ = ftello(file_);
+  positionOfBuffer_ = start;
+  fseeko(file_, start, SEEK_SET);
 }
 
 // Moves the remaining bytes to the front of the buffer and fills it up behind them.
 bool ZQFileReader::refill(size_t size) {
-  if (buffer == nullptr || getBytesLeft() < static_cast<long long>(size)) return false;
-  const size_t left = end - next;
-  memmove(buffer.get(), buffer.get() + next, left);
-  positionOfBuffer += static_cast<long long>(next);
-  next = 0;
-  end = left + fread(buffer.get() + left, 1, bufferSize - left, file);
-  if (end >= size) return true;
-  fileSize = positionOfBuffer + static_cast<long long>(end);  // the file was shortened while it was read
+  if (buffer_ == nullptr || getBytesLeft() < static_cast<long long>(size)) return false;
+  const size_t left = end_ - next_;
+  memmove(buffer_.get(), buffer_.get() + next_, left);
+  positionOfBuffer_ += static_cast<long long>(next_);
+  next_ = 0;
+  end_ = left + fread(buffer_.get() + left, 1, bufferSize - left, file_);
+  if (end_ >= size) return true;
+  fileSize_ = positionOfBuffer_ + static_cast<long long>(end_);  // the file was shortened while it was read
   return false;
 }
 
 void ZQFileReader::endHere() {
-  next = end;
-  fileSize = getPosition();
-  hasEnded = true;
+  next_ = end_;
+  fileSize_ = getPosition();
+  hasEnded_ = true;
 }
 
 bool ZQFileReader::read(void* to, size_t size) {
@@ -99,7 +99,7 @@ bool ZQFileReader::read(void* to, size_t size) {
       const char* from = rest > 0 ? take(rest) : nullptr;
       if (from != nullptr) memcpy(bytes, from, rest);
       memset(bytes + (from != nullptr ? rest : 0), 0, size - (from != nullptr ? rest : 0));
-      hasEnded = true;
+      hasEnded_ = true;
       return false;
     }
     const char* from = take(piece);
@@ -115,18 +115,19 @@ bool ZQFileReader::read(void* to, size_t size) {
 }
 
 void ZQFileReader::seek(long long position) {
-  positionOfBuffer = std::clamp(position, 0LL, fileSize);
-  next = end = 0;
-  hasEnded = position > fileSize || fseeko(file, positionOfBuffer, SEEK_SET) != 0;
+  positionOfBuffer_ = std::clamp(position, 0LL, fileSize_);
+  next_ = end_ = 0;
+  hasEnded_ = position > fileSize_ || fseeko(file_, positionOfBuffer_, SEEK_SET) != 0;
 }
 
 void ZQFileReader::skip(long long size) {
-  seek(size > getBytesLeft() ? fileSize + 1 : getPosition() + size);
+  seek(size > getBytesLeft() ? fileSize_ + 1 : getPosition() + size);
 }
 
 bool ZQFileReader::grants(long long bytes) {
-  if (bytes < 0 || bytes > PTRDIFF_MAX || bytes > memoryForAnyFile + memoryForByteOfFile * fileSize - bytesGranted) return false;
-  bytesGranted += bytes;
+  if (bytes < 0 || bytes > PTRDIFF_MAX || bytes > memoryForAnyFile + memoryForByteOfFile * fileSize_ - bytesGranted_)
+    return false;
+  bytesGranted_ += bytes;
   return true;
 }
 

@@ -44,13 +44,13 @@ class ZQFileWriter {
   explicit ZQFileWriter(FILE* stream);
 
   /// From now on each full buffer is written to the disk at once, in the background: for a file that is synced at the end.
-  void writeBackAtOnce() { writesBackAtOnce = true; }
+  void writeBackAtOnce() { writesBackAtOnce_ = true; }
 
   /// Room for `size` bytes, at most largestFilePiece, which the caller fills.
   char* claim(size_t size) {
-    if (used + size > capacity) flush();
-    char* room = bytes + used;
-    used += size;
+    if (used_ + size > capacity_) flush();
+    char* room = bytes_ + used_;
+    used_ += size;
     return room;
   }
   void write(const void* from, size_t size);
@@ -58,22 +58,22 @@ class ZQFileWriter {
   void put(Number value) {
     putLittleEndian(claim(sizeof value), value);
   }
-  long long getPosition() const { return flushedBytes + static_cast<long long>(used); }
+  long long getPosition() const { return flushedBytes_ + static_cast<long long>(used_); }
   /// Overwrites an int at a position; later bytes are still appended.
   void patch(long long position, int value);
   /// Writes the buffer to the file. False if any write has failed.
   bool flush();
 
  private:
-  FILE* file;
-  std::unique_ptr<char[]> buffer;
-  char smallBuffer[largestFilePiece];  ///< without a file or without memory for a buffer
-  char* bytes = smallBuffer;
-  size_t capacity = sizeof smallBuffer;
-  size_t used = 0;
-  long long flushedBytes = 0;
-  bool writesBackAtOnce = false;
-  bool hasFailed = false;
+  FILE* file_;
+  std::unique_ptr<char[]> buffer_;
+  char smallBuffer_[largestFilePiece];  ///< without a file or without memory for a buffer
+  char* bytes_ = smallBuffer_;
+  size_t capacity_ = sizeof smallBuffer_;
+  size_t used_ = 0;
+  long long flushedBytes_ = 0;
+  bool writesBackAtOnce_ = false;
+  bool hasFailed_ = false;
 };
 
 class ZQFileReader {
@@ -85,16 +85,16 @@ class ZQFileReader {
   const char* take(size_t size) {
     const char* bytes = peek(size);
     if (bytes != nullptr) {
-      next += size;
+      next_ += size;
     } else {
       endHere();
     }
     return bytes;
   }
   /// As take, but without advancing; null if there are fewer bytes.
-  const char* peek(size_t size) { return end - next >= size || refill(size) ? buffer.get() + next : nullptr; }
+  const char* peek(size_t size) { return end_ - next_ >= size || refill(size) ? buffer_.get() + next_ : nullptr; }
   /// Advances past bytes that were returned by peek.
-  void advance(size_t size) { next += size; }
+  void advance(size_t size) { next_ += size; }
   /// Reads the next bytes and fills missing ones with zeros. False if some are missing.
   bool read(void* to, size_t size);
   /// The next number, or 0 at the end of the file.
@@ -105,33 +105,33 @@ class ZQFileReader {
   }
   void skip(long long size);
   void seek(long long position);
-  long long getPosition() const { return positionOfBuffer + static_cast<long long>(next); }
-  long long getBytesLeft() const { return fileSize - getPosition(); }
-  long long getFileSize() const { return fileSize; }
+  long long getPosition() const { return positionOfBuffer_ + static_cast<long long>(next_); }
+  long long getBytesLeft() const { return fileSize_ - getPosition(); }
+  long long getFileSize() const { return fileSize_; }
   /// True after a request for more bytes than there are.
-  [[nodiscard]] bool isAtEnd() const noexcept { return hasEnded; }
+  [[nodiscard]] bool isAtEnd() const noexcept { return hasEnded_; }
   /// Grants memory for what the file describes, in total a multiple of the file's size. False if the file asks for too much.
   [[nodiscard]] bool grants(long long bytes);
   /// Returns isAllocated, and remembers a failed allocation, so that a lack of memory is not reported as a bad file.
   [[nodiscard]] bool hasRoom(bool isAllocated) noexcept {
-    isOutOfMemory = isOutOfMemory || !isAllocated;
+    isOutOfMemory_ = isOutOfMemory_ || !isAllocated;
     return isAllocated;
   }
-  [[nodiscard]] bool hasRunOutOfMemory() const noexcept { return isOutOfMemory; }
+  [[nodiscard]] bool hasRunOutOfMemory() const noexcept { return isOutOfMemory_; }
 
  private:
   bool refill(size_t size);
   void endHere();
 
-  FILE* file;
-  std::unique_ptr<char[]> buffer;
-  size_t next = 0;
-  size_t end = 0;
-  long long positionOfBuffer = 0;
-  long long fileSize = 0;
-  long long bytesGranted = 0;
-  bool hasEnded = false;
-  bool isOutOfMemory = false;
+  FILE* file_;
+  std::unique_ptr<char[]> buffer_;
+  size_t next_ = 0;
+  size_t end_ = 0;
+  long long positionOfBuffer_ = 0;
+  long long fileSize_ = 0;
+  long long bytesGranted_ = 0;
+  bool hasEnded_ = false;
+  bool isOutOfMemory_ = false;
 };
 
 /// Opens a regular file for reading; null for anything else. Opening a pipe doesn't block.

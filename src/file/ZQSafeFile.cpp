@@ -100,8 +100,8 @@ void removeLeftovers(const std::string& folder) {
 }  // namespace
 
 ZQSafeFile::~ZQSafeFile() {
-  if (stream != nullptr) fclose(stream);
-  if (!neighbour.empty()) unlink(neighbour.c_str());
+  if (stream_ != nullptr) fclose(stream_);
+  if (!neighbour_.empty()) unlink(neighbour_.c_str());
 }
 
 bool ZQSafeFile::open(const char* path) {
@@ -118,33 +118,33 @@ bool ZQSafeFile::openTarget(const char* path) {
   const bool isThere = stat(path, &status) == 0;
   if (isThere && !S_ISREG(status.st_mode)) {
     // Links to an open pipe, such as /dev/stdout, have no path behind them: only the system can follow them.
-    target = path;
+    target_ = path;
     if (S_ISDIR(status.st_mode) || faccessat(AT_FDCWD, path, W_OK, AT_EACCESS) != 0) return false;
-    stream = tmpfile();
-    isSpool = stream != nullptr;
-    return isSpool;
+    stream_ = tmpfile();
+    isSpool_ = stream_ != nullptr;
+    return isSpool_;
   }
-  target = withLinksFollowed(path);
-  folder = folderOf(target);
-  if (target.empty() || (isThere && !canBeWritten(target))) return false;
+  target_ = withLinksFollowed(path);
+  folder_ = folderOf(target_);
+  if (target_.empty() || (isThere && !canBeWritten(target_))) return false;
   const int error =
       isThere ? openNeighbour(status.st_mode & bitsOfMode, status.st_uid, status.st_gid) : openNeighbour(-1, -1, -1);
   if (error == 0) return true;
-  stream = isThere && forbidsReplacing(error) ? fopen(target.c_str(), "wbe") : nullptr;
-  return stream != nullptr;
+  stream_ = isThere && forbidsReplacing(error) ? fopen(target_.c_str(), "wbe") : nullptr;
+  return stream_ != nullptr;
 }
 
 // The name is unique to this process and save, so files of killed processes don't matter.
 int ZQSafeFile::openNeighbour(int modeOfTarget, long long owner, long long group) {
   static constinit std::atomic<unsigned> numberOfSaves = 0;
-  removeLeftovers(folder);
+  removeLeftovers(folder_);
   for (int i = 0; i < mostNamesTried; ++i) {
-    std::string name = folder + startOfNeighbour + std::to_string(getpid()) + "-" + std::to_string(numberOfSaves++);
+    std::string name = folder_ + startOfNeighbour + std::to_string(getpid()) + "-" + std::to_string(numberOfSaves++);
     const int descriptor =
         ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, modeOfTarget >= 0 ? modeUntilThatOfTarget : modeOfNewFile);
     if (descriptor < 0 && errno != EEXIST) return errno;
     if (descriptor < 0) continue;
-    neighbour.swap(name);
+    neighbour_.swap(name);
     return takeNeighbour(descriptor, modeOfTarget, owner, group);
   }
   return EEXIST;
@@ -159,38 +159,38 @@ int ZQSafeFile::takeNeighbour(int descriptor, int modeOfTarget, long long owner,
       errno = 0;
     if (fchmod(descriptor, static_cast<mode_t>(modeOfTarget)) != 0) errno = 0;
   }
-  stream = fdopen(descriptor, "wb");
-  if (stream != nullptr) return 0;
+  stream_ = fdopen(descriptor, "wb");
+  if (stream_ != nullptr) return 0;
   close(descriptor);
   return ENOMEM;
 }
 
 bool ZQSafeFile::closeStream() {
-  const bool isFlushed = fflush(stream) == 0 && fsync(fileno(stream)) == 0;
-  const bool isClosed = fclose(stream) == 0;
-  stream = nullptr;
+  const bool isFlushed = fflush(stream_) == 0 && fsync(fileno(stream_)) == 0;
+  const bool isClosed = fclose(stream_) == 0;
+  stream_ = nullptr;
   return isFlushed && isClosed;
 }
 
 bool ZQSafeFile::commit() {
-  if (isSpool) return copyToTarget();
+  if (isSpool_) return copyToTarget();
   if (!closeStream()) return false;
-  if (neighbour.empty()) return true;
-  if (rename(neighbour.c_str(), target.c_str()) != 0) {
+  if (neighbour_.empty()) return true;
+  if (rename(neighbour_.c_str(), target_.c_str()) != 0) {
     // A mount point, or another user's file in a sticky folder: it can only be overwritten.
     if (!forbidsReplacing(errno)) return false;
-    stream = fopen(neighbour.c_str(), "rbe");
-    return stream != nullptr && copyToTarget();
+    stream_ = fopen(neighbour_.c_str(), "rbe");
+    return stream_ != nullptr && copyToTarget();
   }
-  neighbour.clear();
-  syncFolder(folder);
+  neighbour_.clear();
+  syncFolder(folder_);
   return true;
 }
 
 bool ZQSafeFile::copyToTarget() {
-  FILE* from = stream;
-  stream = fopen(target.c_str(), "wbe");
-  if (stream == nullptr) {
+  FILE* from = stream_;
+  stream_ = fopen(target_.c_str(), "wbe");
+  if (stream_ == nullptr) {
     fclose(from);
     return false;
   }
@@ -201,15 +201,15 @@ bool ZQSafeFile::copyToTarget() {
   };
   errno = 0;
   {
-    ZQFileWriter writer(stream);
+    ZQFileWriter writer(stream_);
     const bool isRead = copyRest(from, writer);
     hold(writer.flush() && isRead);
   }
   fclose(from);
-  hold(fflush(stream) == 0);
-  hold(fsync(fileno(stream)) == 0 || errno == EINVAL);  // pipes and devices can't be synced
-  hold(fclose(stream) == 0);
-  stream = nullptr;
+  hold(fflush(stream_) == 0);
+  hold(fsync(fileno(stream_)) == 0 || errno == EINVAL);  // pipes and devices can't be synced
+  hold(fclose(stream_) == 0);
+  stream_ = nullptr;
   errno = error;
   return error == 0;
 }

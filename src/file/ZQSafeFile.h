@@ -21,7 +21,7 @@ class ZQSafeFile {
   /// False if the path can't be written to.
   [[nodiscard]] bool open(const char* path);
   /// The stream to write to; it can seek.
-  FILE* getStream() { return stream; }
+  FILE* getStream() { return stream_; }
   /// Replaces the target by what was written. False if not all could be stored; then the old target is unchanged, unless it had
   /// to be written directly.
   [[nodiscard]] bool commit();
@@ -34,11 +34,11 @@ class ZQSafeFile {
   bool closeStream();
   bool copyToTarget();
 
-  std::string target;
-  std::string folder;     ///< the target's folder
-  std::string neighbour;  ///< empty if there is none
-  FILE* stream = nullptr;
-  bool isSpool = false;  ///< the stream is an unnamed file whose bytes are copied to the target
+  std::string target_;
+  std::string folder_;     ///< the target's folder
+  std::string neighbour_;  ///< empty if there is none
+  FILE* stream_ = nullptr;
+  bool isSpool_ = false;  ///< the stream is an unnamed file whose bytes are copied to the target
 };
 
 }  // namespace zmatrix

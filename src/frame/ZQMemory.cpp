@@ -26,7 +26,8 @@ void* systemRealloc(void* pointer, size_t size) noexcept {
 
 void* systemAlignedMalloc(size_t alignment, size_t size) {
   if (size > zmatrix::largestAllocation) return nullptr;
-  return std::aligned_alloc(alignment, size);
+  void* memory = nullptr;  // unlike aligned_alloc, this takes any size everywhere
+  return posix_memalign(&memory, alignment, size) == 0 ? memory : nullptr;
 }
 
 void systemFree(void* pointer) noexcept {

@@ -14,7 +14,7 @@
 /// Resizes an allocation of systemMalloc. If there is no memory it returns null and the old allocation is unchanged.
 [[nodiscard]] void* systemRealloc(void* pointer, size_t size) noexcept;
 
-/// As systemMalloc, at an address that is a multiple of `alignment`, a power of two that divides `size`.
+/// As systemMalloc, at an address that is a multiple of `alignment`, a power of two from the size of a pointer on.
 void* systemAlignedMalloc(size_t alignment, size_t size);
 
 /// Releases an allocation; null is ignored.

@@ -8,20 +8,20 @@ namespace zmatrix {
 /// Mutes the channel for its own lifetime.
 class MutedMessages {
  public:
-  MutedMessages() : device(ZQDebugChannel::globalDebugOutputDevice), function(ZQDebugChannel::messageFunction) {
+  MutedMessages() : device_(ZQDebugChannel::globalDebugOutputDevice), function_(ZQDebugChannel::messageFunction) {
     ZQDebugChannel::globalDebugOutputDevice = 0;
     ZQDebugChannel::messageFunction = nullptr;
   }
   ~MutedMessages() {
-    ZQDebugChannel::globalDebugOutputDevice = device;
-    ZQDebugChannel::messageFunction = function;
+    ZQDebugChannel::globalDebugOutputDevice = device_;
+    ZQDebugChannel::messageFunction = function_;
   }
   MutedMessages(const MutedMessages&) = delete;
   MutedMessages& operator=(const MutedMessages&) = delete;
 
  private:
-  int device;
-  zq_messageFunction function;
+  int device_;
+  zq_messageFunction function_;
 };
 
 }  // namespace zmatrix

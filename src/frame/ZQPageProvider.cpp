@@ -30,31 +30,32 @@ char* roundedDown(const char* address, size_t size) {
 }  // namespace
 
 void ZQPageProvider::beginWithSmallPages(void* memory, size_t size) {
-  first = provided = roundedUp(static_cast<char*>(memory), sizeOfPage);
-  end = std::max(provided, roundedDown(static_cast<char*>(memory) + size, sizeOfPage));
-  usesLargePages = false;
+  first_ = provided_ = roundedUp(static_cast<char*>(memory), sizeOfPage);
+  end_ = std::max(provided_, roundedDown(static_cast<char*>(memory) + size, sizeOfPage));
+  usesLargePages_ = false;
 }
 
 void ZQPageProvider::begin(void* memory, size_t size) {
   beginWithSmallPages(memory, size);
-  usesLargePages = size >= smallestForLargePages && madvise(provided, static_cast<size_t>(end - provided), MADV_HUGEPAGE) == 0;
+  usesLargePages_ =
+      size >= smallestForLargePages && madvise(provided_, static_cast<size_t>(end_ - provided_), MADV_HUGEPAGE) == 0;
 }
 
 // On a virtual machine the hypervisor may first have to find large pages, which takes ten times as long as providing small pages.
 // The time of the first call shows this, and the whole allocation goes on with small pages: the whole, so that the system still
 // treats it as one mapping.
 void ZQPageProvider::provideUpTo(const char* from, const char* to) {
-  char* begin = std::max(provided, roundedDown(from, sizeOfPage));
-  char* last = std::min(end, usesLargePages ? roundedUp(to, sizeOfLargePage) : roundedDown(to, sizeOfPage));
+  char* begin = std::max(provided_, roundedDown(from, sizeOfPage));
+  char* last = std::min(end_, usesLargePages_ ? roundedUp(to, sizeOfLargePage) : roundedDown(to, sizeOfPage));
   if (begin >= last) return;
   const auto size = static_cast<size_t>(last - begin);
   const auto start = std::chrono::steady_clock::now();
   madvise(begin, size, MADV_POPULATE_WRITE);
   const std::chrono::duration<double, std::nano> time = std::chrono::steady_clock::now() - start;
-  provided = last;
-  if (usesLargePages && time.count() > slowestLargePages * static_cast<double>(size)) {
-    usesLargePages = false;
-    madvise(first, static_cast<size_t>(end - first), MADV_NOHUGEPAGE);
+  provided_ = last;
+  if (usesLargePages_ && time.count() > slowestLargePages * static_cast<double>(size)) {
+    usesLargePages_ = false;
+    madvise(first_, static_cast<size_t>(end_ - first_), MADV_NOHUGEPAGE);
   }
 }
 

@@ -17,16 +17,16 @@ class ZQPageProvider {
   /// Provides the pages of a part of the allocation that is about to be written. Parts come in ascending order.
   void provide(const void* memory, size_t size) {
     const char* endOfPart = static_cast<const char*>(memory) + size;
-    if (endOfPart > provided) provideUpTo(static_cast<const char*>(memory), endOfPart);
+    if (endOfPart > provided_) provideUpTo(static_cast<const char*>(memory), endOfPart);
   }
 
  private:
   void provideUpTo(const char* from, const char* to);
 
-  char* first = nullptr;
-  char* provided = nullptr;  // pages below this address are provided, or were skipped
-  char* end = nullptr;
-  bool usesLargePages = false;
+  char* first_ = nullptr;
+  char* provided_ = nullptr;  // pages below this address are provided, or were skipped
+  char* end_ = nullptr;
+  bool usesLargePages_ = false;
 };
 
 }  // namespace zmatrix

@@ -48,11 +48,11 @@ namespace zmatrix {
 class ProgressOfLoop {
  public:
   void reach(int item, int itemCount) const {
-    if (isHeard) reportProgress(item, itemCount);
+    if (isHeard_) reportProgress(item, itemCount);
   }
 
  private:
-  bool isHeard = updateProgressBarCallBackFunction != nullptr;
+  bool isHeard_ = updateProgressBarCallBackFunction != nullptr;
 };
 
 }  // namespace zmatrix

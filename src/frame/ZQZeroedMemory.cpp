@@ -42,25 +42,25 @@ void* resizedPages(void* pages, size_t size, size_t newSize) {
 }  // namespace
 
 size_t ZQZeroedMemory::getWholeSize() const {
-  return wholePages(size);
+  return wholePages(size_);
 }
 
 bool ZQZeroedMemory::resize(size_t newSize) noexcept {
   newSize = std::max(newSize, size_t{1});
   if (newSize > largestAllocation || newSize > SIZE_MAX - sizeOfPage) return false;
-  void* resized = resizedPages(begin, wholePages(size), wholePages(newSize));
+  void* resized = resizedPages(begin_, wholePages(size_), wholePages(newSize));
   if (resized == MAP_FAILED) return false;
-  begin = static_cast<char*>(resized);
+  begin_ = static_cast<char*>(resized);
   // Bytes of the last page behind a smaller size must be cleared: the next growth would show them.
-  if (newSize < size) memset(begin + newSize, 0, std::min(wholePages(newSize), size) - newSize);
-  size = newSize;
+  if (newSize < size_) memset(begin_ + newSize, 0, std::min(wholePages(newSize), size_) - newSize);
+  size_ = newSize;
   return true;
 }
 
 void ZQZeroedMemory::clear() noexcept {
-  if (begin != nullptr) munmap(begin, wholePages(size));
-  begin = nullptr;
-  size = 0;
+  if (begin_ != nullptr) munmap(begin_, wholePages(size_));
+  begin_ = nullptr;
+  size_ = 0;
 }
 
 #else

@@ -15,7 +15,7 @@ class ZQZeroedMemory {
   ZQZeroedMemory& operator=(const ZQZeroedMemory&) = delete;
 
   /// Null before the first resize. A resize can change it.
-  char* getBegin() const { return begin; }
+  char* getBegin() const { return begin_; }
   /// The size of the mapping in bytes, whole pages: what calls for pages may treat as one piece.
   size_t getWholeSize() const;
 
@@ -26,8 +26,8 @@ class ZQZeroedMemory {
   void clear() noexcept;
 
  private:
-  char* begin = nullptr;
-  size_t size = 0;
+  char* begin_ = nullptr;
+  size_t size_ = 0;
 };
 
 }  // namespace zmatrix

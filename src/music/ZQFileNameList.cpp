@@ -15,57 +15,57 @@ constexpr int comparedCharacters = 256;
 }  // namespace
 
 ZQFileNameList::ZQFileNameList() {
-  fileNameList = systemMallocArray<char*>(firstCapacity);
+  fileNameList_ = systemMallocArray<char*>(firstCapacity);
   init();
 }
 
 ZQFileNameList::~ZQFileNameList() {
   deleteAllFileNames();
-  systemFree(fileNameList);
+  systemFree(fileNameList_);
 }
 
 void ZQFileNameList::init() {
-  if (fileNameList == nullptr) return;
-  numberOfFileNames = 0;  // the names now belong to the caller
-  auto** slots = static_cast<char**>(systemRealloc(fileNameList, firstCapacity * sizeof(char*)));
+  if (fileNameList_ == nullptr) return;
+  numberOfFileNames_ = 0;  // the names now belong to the caller
+  auto** slots = static_cast<char**>(systemRealloc(fileNameList_, firstCapacity * sizeof(char*)));
   if (slots == nullptr) return;
-  fileNameList = slots;
-  internalNumberOfFileNames = firstCapacity;
-  std::fill_n(fileNameList, firstCapacity, nullptr);
+  fileNameList_ = slots;
+  internalNumberOfFileNames_ = firstCapacity;
+  std::fill_n(fileNameList_, firstCapacity, nullptr);
 }
 
 void ZQFileNameList::addFileName(char* name) {
   if (name == nullptr) return;
-  if (numberOfFileNames >= internalNumberOfFileNames) {
-    const int capacity = std::max(zmatrix::grownCapacity(internalNumberOfFileNames), firstCapacity);
-    auto** slots = capacity > numberOfFileNames
-                       ? static_cast<char**>(systemRealloc(fileNameList, static_cast<size_t>(capacity) * sizeof(char*)))
+  if (numberOfFileNames_ >= internalNumberOfFileNames_) {
+    const int capacity = std::max(zmatrix::grownCapacity(internalNumberOfFileNames_), firstCapacity);
+    auto** slots = capacity > numberOfFileNames_
+                       ? static_cast<char**>(systemRealloc(fileNameList_, static_cast<size_t>(capacity) * sizeof(char*)))
                        : nullptr;
     if (slots == nullptr) return systemFree(name);
-    fileNameList = slots;
-    internalNumberOfFileNames = capacity;
+    fileNameList_ = slots;
+    internalNumberOfFileNames_ = capacity;
   }
-  fileNameList[numberOfFileNames++] = name;
+  fileNameList_[numberOfFileNames_++] = name;
 }
 
 char* ZQFileNameList::getFileNameAtIndex(int index) const {
-  return index >= 0 && index < numberOfFileNames ? fileNameList[index] : nullptr;
+  return index >= 0 && index < numberOfFileNames_ ? fileNameList_[index] : nullptr;
 }
 
 void ZQFileNameList::deleteFileNameAtIndex(int index) {
-  if (index < 0 || index >= numberOfFileNames) return;
-  systemFree(fileNameList[index]);
-  std::copy(fileNameList + index + 1, fileNameList + numberOfFileNames, fileNameList + index);
-  fileNameList[--numberOfFileNames] = nullptr;
+  if (index < 0 || index >= numberOfFileNames_) return;
+  systemFree(fileNameList_[index]);
+  std::copy(fileNameList_ + index + 1, fileNameList_ + numberOfFileNames_, fileNameList_ + index);
+  fileNameList_[--numberOfFileNames_] = nullptr;
 }
 
 void ZQFileNameList::deleteAllFileNames() {
-  for (int i = 0; i < numberOfFileNames; i++) systemFree(fileNameList[i]);
-  numberOfFileNames = 0;
+  for (int i = 0; i < numberOfFileNames_; i++) systemFree(fileNameList_[i]);
+  numberOfFileNames_ = 0;
 }
 
 void ZQFileNameList::sortByFunction(zmatrix::ZQCompareFunction compare) {
-  zmatrix::sortPointersByFunction(fileNameList, numberOfFileNames, compare);
+  zmatrix::sortPointersByFunction(fileNameList_, numberOfFileNames_, compare);
 }
 
 ZQFileNameList* createZQFileNameList() {
@@ -78,7 +78,7 @@ void deleteZQFileNameList(ZQFileNameList* list) {
 
 void deleteZQFileNameListOnlyReferences(ZQFileNameList* list) {
   if (list == nullptr) return;
-  list->numberOfFileNames = 0;
+  list->numberOfFileNames_ = 0;
   delete list;
 }
 

@@ -15,15 +15,15 @@ class ZQFileNameList {
   void init();
   /// Takes ownership of the name; null is ignored.
   void addFileName(char* name);
-  int getCount() const { return numberOfFileNames; }
+  int getCount() const { return numberOfFileNames_; }
   /// Null outside the range.
   char* getFileNameAtIndex(int index) const;
   void deleteFileNameAtIndex(int index);
   void deleteAllFileNames();
-  char** getFileNameList() const { return fileNameList; }
-  void setFileNameList(char** names) { fileNameList = names; }
-  void setNumberOfFileNames(int number) { numberOfFileNames = number; }
-  void setInternalNumberOfFileNames(int number) { internalNumberOfFileNames = number; }
+  char** getFileNameList() const { return fileNameList_; }
+  void setFileNameList(char** names) { fileNameList_ = names; }
+  void setNumberOfFileNames(int number) { numberOfFileNames_ = number; }
+  void setInternalNumberOfFileNames(int number) { internalNumberOfFileNames_ = number; }
   void sortByFunction(zmatrix::ZQCompareFunction compare);
 
   /// The suffix of a name with its dot, at most ten characters, in a buffer of the calling thread. Empty if there is no dot
@@ -47,9 +47,9 @@ class ZQFileNameList {
  private:
   friend void deleteZQFileNameListOnlyReferences(ZQFileNameList* list);
 
-  int numberOfFileNames = 0;
-  int internalNumberOfFileNames = 0;
-  char** fileNameList = nullptr;
+  int numberOfFileNames_ = 0;
+  int internalNumberOfFileNames_ = 0;
+  char** fileNameList_ = nullptr;
 };
 
 ZQFileNameList* createZQFileNameList();

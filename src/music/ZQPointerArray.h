@@ -13,74 +13,74 @@ namespace zmatrix {
 template <class Element>
 class ZQPointerArray {
  public:
-  explicit ZQPointerArray(int capacity) : internalNumberOfElements(capacity) {}
-  ~ZQPointerArray() { systemFree(elements); }
+  explicit ZQPointerArray(int capacity) : internalNumberOfElements_(capacity) {}
+  ~ZQPointerArray() { systemFree(elements_); }
   ZQPointerArray(const ZQPointerArray&) = delete;
   ZQPointerArray& operator=(const ZQPointerArray&) = delete;
 
-  int getCount() const { return numberOfElements; }
-  bool holds(int index) const { return index >= 0 && index < numberOfElements; }
-  Element* at(int index) const { return holds(index) ? elements[index] : nullptr; }
-  Element** begin() const { return elements; }
-  Element** end() const { return elements + numberOfElements; }
+  int getCount() const { return numberOfElements_; }
+  bool holds(int index) const { return index >= 0 && index < numberOfElements_; }
+  Element* at(int index) const { return holds(index) ? elements_[index] : nullptr; }
+  Element** begin() const { return elements_; }
+  Element** end() const { return elements_ + numberOfElements_; }
 
   /// Appends an element; false, with nothing changed, if memory runs out.
   [[nodiscard]] bool add(Element* element) {
-    if ((elements == nullptr || numberOfElements >= internalNumberOfElements) && !grow()) return false;
-    elements[numberOfElements++] = element;
+    if ((elements_ == nullptr || numberOfElements_ >= internalNumberOfElements_) && !grow()) return false;
+    elements_[numberOfElements_++] = element;
     return true;
   }
 
   /// Appends all elements of another array; room must have been reserved.
   void append(const ZQPointerArray& other) {
     std::copy(other.begin(), other.end(), end());
-    numberOfElements += other.numberOfElements;
+    numberOfElements_ += other.numberOfElements_;
   }
 
   /// Makes room for a total of `count` elements; false if memory runs out.
   [[nodiscard]] bool reserve(int count) {
-    if (elements != nullptr && count <= internalNumberOfElements) return true;
-    return resize(std::max(count, internalNumberOfElements));
+    if (elements_ != nullptr && count <= internalNumberOfElements_) return true;
+    return resize(std::max(count, internalNumberOfElements_));
   }
 
   /// Removes the pointer at `index`; those behind it move up.
   void removeAt(int index) {
     if (!holds(index)) return;
-    std::memmove(elements + index, elements + index + 1, sizeof(Element*) * static_cast<size_t>(numberOfElements - index - 1));
-    numberOfElements--;
+    std::memmove(elements_ + index, elements_ + index + 1, sizeof(Element*) * static_cast<size_t>(numberOfElements_ - index - 1));
+    numberOfElements_--;
   }
 
   /// Removes all pointers for which `isRemoved` returns true, in one pass; the predicate may release the element.
   template <class Predicate>
   void removeIf(Predicate isRemoved) {
-    numberOfElements = static_cast<int>(std::remove_if(begin(), end(), isRemoved) - begin());
+    numberOfElements_ = static_cast<int>(std::remove_if(begin(), end(), isRemoved) - begin());
   }
 
-  void setArray(Element** array) { elements = array; }
-  void setCount(int count) { numberOfElements = count; }
-  void setCapacity(int capacity) { internalNumberOfElements = capacity; }
-  int getCapacity() const { return internalNumberOfElements; }
+  void setArray(Element** array) { elements_ = array; }
+  void setCount(int count) { numberOfElements_ = count; }
+  void setCapacity(int capacity) { internalNumberOfElements_ = capacity; }
+  int getCapacity() const { return internalNumberOfElements_; }
 
  private:
   [[nodiscard]] bool grow() {
-    if (elements == nullptr && internalNumberOfElements > 0) return resize(internalNumberOfElements);
-    const int capacity = std::max(grownCapacity(internalNumberOfElements), internalNumberOfElements + 1);
+    if (elements_ == nullptr && internalNumberOfElements_ > 0) return resize(internalNumberOfElements_);
+    const int capacity = std::max(grownCapacity(internalNumberOfElements_), internalNumberOfElements_ + 1);
     return resize(capacity);
   }
 
   [[nodiscard]] bool resize(int capacity) {
     const size_t size = sizeof(Element*) * static_cast<size_t>(capacity);
-    auto* resized = static_cast<Element**>(systemRealloc(elements, size));
+    auto* resized = static_cast<Element**>(systemRealloc(elements_, size));
     if (resized == nullptr) return false;
-    std::fill(resized + numberOfElements, resized + capacity, nullptr);
-    elements = resized;
-    internalNumberOfElements = capacity;
+    std::fill(resized + numberOfElements_, resized + capacity, nullptr);
+    elements_ = resized;
+    internalNumberOfElements_ = capacity;
     return true;
   }
 
-  int numberOfElements = 0;
-  int internalNumberOfElements;
-  Element** elements = nullptr;
+  int numberOfElements_ = 0;
+  int internalNumberOfElements_;
+  Element** elements_ = nullptr;
 };
 
 }  // namespace zmatrix

@@ -8,59 +8,62 @@ namespace {
 
 constexpr size_t headerOfChunk = 16;  // keeps records aligned for their 64-bit value
 
+// The heap's own header then fits in front of the next chunk, so that aligned chunks lie side by side.
+constexpr size_t roomForHeapHeader = 64;
+
 }  // namespace
 
 void ZQRecordSlab::releaseElsewhere(void* record) {
-  std::unique_lock lock(mutex);
-  firstReleasedElsewhere = new (record) Released{firstReleasedElsewhere};
-  numberReleasedElsewhere++;
-  const bool isLast = isAbandoned && numberReleasedElsewhere == numberOfRecords;
+  std::unique_lock lock(mutex_);
+  firstReleasedElsewhere_ = new (record) Released{firstReleasedElsewhere_};
+  numberReleasedElsewhere_++;
+  const bool isLast = isAbandoned_ && numberReleasedElsewhere_ == numberOfRecords_;
   lock.unlock();
   if (isLast) delete this;
 }
 
 void ZQRecordSlab::abandon() {
-  std::unique_lock lock(mutex);
-  isAbandoned = true;
-  const bool isUnused = numberReleasedElsewhere == numberOfRecords;
+  std::unique_lock lock(mutex_);
+  isAbandoned_ = true;
+  const bool isUnused = numberReleasedElsewhere_ == numberOfRecords_;
   lock.unlock();
   if (isUnused) delete this;
 }
 
 bool ZQRecordSlab::provide() {
   takeFromElsewhere();
-  return firstReleased != nullptr || next != end || addChunk();
+  return firstReleased_ != nullptr || next_ != end_ || addChunk();
 }
 
 void ZQRecordSlab::takeFromElsewhere() {
-  const std::lock_guard lock(mutex);
-  if (numberReleasedElsewhere == 0) return;
-  firstReleased = firstReleasedElsewhere;  // called only while firstReleased is null
-  numberOfRecords -= numberReleasedElsewhere;
-  firstReleasedElsewhere = nullptr;
-  numberReleasedElsewhere = 0;
-  if (numberOfRecords == 0) restart();
+  const std::lock_guard lock(mutex_);
+  if (numberReleasedElsewhere_ == 0) return;
+  firstReleased_ = firstReleasedElsewhere_;  // called only while firstReleased is null
+  numberOfRecords_ -= numberReleasedElsewhere_;
+  firstReleasedElsewhere_ = nullptr;
+  numberReleasedElsewhere_ = 0;
+  if (numberOfRecords_ == 0) restart();
 }
 
 bool ZQRecordSlab::addChunk() {
   static_assert(sizeof(Chunk) <= headerOfChunk);
-  auto* chunk = static_cast<Chunk*>(systemAlignedMalloc(sizeOfChunk, sizeOfChunk));
+  auto* chunk = static_cast<Chunk*>(systemAlignedMalloc(sizeOfChunk, sizeOfChunk - roomForHeapHeader));
   if (chunk == nullptr) return false;
-  lastChunk = new (chunk) Chunk{this, lastChunk};
+  lastChunk_ = new (chunk) Chunk{this, lastChunk_};
   handOutFrom(chunk);
   return true;
 }
 
 void ZQRecordSlab::handOutFrom(Chunk* chunk) {
-  next = reinterpret_cast<char*>(chunk) + headerOfChunk;
-  end = next + (sizeOfChunk - headerOfChunk) / recordSize * recordSize;
+  next_ = reinterpret_cast<char*>(chunk) + headerOfChunk;
+  end_ = next_ + (sizeOfChunk - roomForHeapHeader - headerOfChunk) / recordSize_ * recordSize_;
 }
 
 void ZQRecordSlab::restart() {
-  releaseChunks(lastChunk->previous);
-  lastChunk->previous = nullptr;
-  handOutFrom(lastChunk);
-  firstReleased = nullptr;
+  releaseChunks(lastChunk_->previous);
+  lastChunk_->previous = nullptr;
+  handOutFrom(lastChunk_);
+  firstReleased_ = nullptr;
 }
 
 void ZQRecordSlab::releaseChunks(Chunk* from) {

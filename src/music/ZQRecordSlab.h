@@ -16,7 +16,7 @@ namespace zmatrix {
 class ZQRecordSlab {
  public:
   /// A slab for records of `size` bytes.
-  explicit ZQRecordSlab(size_t size) : recordSize(size < sizeof(void*) ? sizeof(void*) : size) {}
+  explicit ZQRecordSlab(size_t size) : recordSize_(size < sizeof(void*) ? sizeof(void*) : size) {}
   ZQRecordSlab(const ZQRecordSlab&) = delete;
   ZQRecordSlab& operator=(const ZQRecordSlab&) = delete;
 
@@ -27,22 +27,22 @@ class ZQRecordSlab {
 
   /// Room for one record with undefined content, or null if memory runs out. Only in the slab's own thread.
   void* allocate() {
-    if (firstReleased == nullptr && next == end && !provide()) return nullptr;
-    numberOfRecords++;
-    if (firstReleased != nullptr) {
-      Released* record = firstReleased;
-      firstReleased = record->next;
+    if (firstReleased_ == nullptr && next_ == end_ && !provide()) return nullptr;
+    numberOfRecords_++;
+    if (firstReleased_ != nullptr) {
+      Released* record = firstReleased_;
+      firstReleased_ = record->next;
       return record;
     }
-    void* record = next;
-    next += recordSize;
+    void* record = next_;
+    next_ += recordSize_;
     return record;
   }
 
   /// Makes a record available to the next allocate(). Only in the slab's own thread.
   void release(void* record) {
-    firstReleased = new (record) Released{firstReleased};
-    if (--numberOfRecords == 0) restart();
+    firstReleased_ = new (record) Released{firstReleased_};
+    if (--numberOfRecords_ == 0) restart();
   }
 
   /// Releases a record in any other thread.
@@ -62,7 +62,7 @@ class ZQRecordSlab {
     Chunk* previous;
   };
 
-  ~ZQRecordSlab() { releaseChunks(lastChunk); }
+  ~ZQRecordSlab() { releaseChunks(lastChunk_); }
   bool provide();
   bool addChunk();
   void takeFromElsewhere();
@@ -70,17 +70,17 @@ class ZQRecordSlab {
   void handOutFrom(Chunk* chunk);
   static void releaseChunks(Chunk* from);
 
-  const size_t recordSize;
-  size_t numberOfRecords = 0;  ///< allocated and not yet released in the slab's own thread
-  char* next = nullptr;
-  char* end = nullptr;
-  Released* firstReleased = nullptr;
-  Chunk* lastChunk = nullptr;
+  const size_t recordSize_;
+  size_t numberOfRecords_ = 0;  ///< allocated and not yet released in the slab's own thread
+  char* next_ = nullptr;
+  char* end_ = nullptr;
+  Released* firstReleased_ = nullptr;
+  Chunk* lastChunk_ = nullptr;
 
-  std::mutex mutex;  ///< guards the members below, and numberOfRecords once isAbandoned is set
-  Released* firstReleasedElsewhere = nullptr;
-  size_t numberReleasedElsewhere = 0;
-  bool isAbandoned = false;
+  std::mutex mutex_;  ///< guards the members below, and numberOfRecords once isAbandoned is set
+  Released* firstReleasedElsewhere_ = nullptr;
+  size_t numberReleasedElsewhere_ = 0;
+  bool isAbandoned_ = false;
 };
 
 }  // namespace zmatrix

@@ -20,18 +20,18 @@ struct ZQBulkUpdate {
   using Write = ZQStoreWrite<Tier>;
 
   ZQBulkUpdate(Matrix& matrixToTeach, const int* items, int numberOfItems)
-      : matrix(matrixToTeach), info(*matrixToTeach.getMatrixInfo()), sequence(items), length(numberOfItems) {}
+      : matrix_(matrixToTeach), info_(*matrixToTeach.getMatrixInfo()), sequence_(items), length_(numberOfItems) {}
 
   /// 1 learned, -1 a write failed, -2 memory has run out: then the phrases of some lengths may have been learned.
   [[nodiscard]] int run(int maxPhraseLength) {
-    const int root = Write::provideRoot(matrix);
-    if (root < 0 || info.getMemIsReadOnly()) return -1;
-    if (!steps.resize(length) || !parents.resize(length, root)) return -2;
-    auto* rootElement = static_cast<typename Tier::Element*>(matrix.elementAt(root));
-    rootElement->addWriteCountWithSuccessor(length);
+    const int root = Write::provideRoot(matrix_);
+    if (root < 0 || info_.getMemIsReadOnly()) return -1;
+    if (!steps_.resize(length_) || !parents_.resize(length_, root)) return -2;
+    auto* rootElement = static_cast<typename Tier::Element*>(matrix_.elementAt(root));
+    rootElement->addWriteCountWithSuccessor(length_);
     rootElement->incrementWriteCount();
-    const int longest = std::min(maxPhraseLength, length);
-    if (longest > info.getMaxDimOfMatrix()) {
+    const int longest = std::min(maxPhraseLength, length_);
+    if (longest > info_.getMaxDimOfMatrix()) {
       dbPrintf(0, "error: maximal dimension exceeded: %d\n", longest);
       return -1;
     }
@@ -39,7 +39,7 @@ struct ZQBulkUpdate {
              "updateMatrixWithCombinedSequence with %d items...", longest);
     for (int known = 0; known < longest; ++known) {
       matrixProgressDisplay(known, longest);
-      if (!learnPhrasesOf(known)) return isOutOfMemory ? -2 : -1;
+      if (!learnPhrasesOf(known)) return isOutOfMemory_ ? -2 : -1;
     }
     matrixProgressDisplay(longest, longest);
     return 1;
@@ -62,75 +62,75 @@ struct ZQBulkUpdate {
   };
 
   bool learnPhrasesOf(int known) {
-    const auto count = static_cast<size_t>(length - known);
+    const auto count = static_cast<size_t>(length_ - known);
     for (size_t start = 0; start < count; ++start) {
-      steps[start] = {parents[start], sequence[start + static_cast<size_t>(known)], static_cast<int>(start)};
-      if (!Write::admits(info, steps[start].item)) return false;
+      steps_[start] = {parents_[start], sequence_[start + static_cast<size_t>(known)], static_cast<int>(start)};
+      if (!Write::admits(info_, steps_[start].item)) return false;
     }
-    std::sort(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(count));
+    std::sort(steps_.begin(), steps_.begin() + static_cast<std::ptrdiff_t>(count));
     if (!findGroups(count)) return false;
-    for (const Group& group : groups) {
+    for (const Group& group : groups_) {
       if (!provideChildren(group) || !countChildren(group, known)) return false;
     }
     return true;
   }
 
   bool findGroups(size_t count) {
-    groups.clear();
+    groups_.clear();
     for (size_t begin = 0, end; begin < count; begin = end) {
-      for (end = begin + 1; end < count && steps[end].parent == steps[begin].parent;) ++end;
-      if (!has(groups.append({begin, end}))) return false;
+      for (end = begin + 1; end < count && steps_[end].parent == steps_[begin].parent;) ++end;
+      if (!has(groups_.append({begin, end}))) return false;
     }
-    std::stable_sort(groups.begin(), groups.end(),
+    std::stable_sort(groups_.begin(), groups_.end(),
                      [](const Group& a, const Group& b) { return a.end - a.begin > b.end - b.begin; });
     return true;
   }
 
   bool provideChildren(const Group& group) {
-    missing.clear();
+    missing_.clear();
     for (size_t i = group.begin; i < group.end; ++i) {
-      const Step& step = steps[i];
-      if (!missing.empty() && missing.back() == step.item) continue;
-      if (matrix.childAt(step.parent, step.item) < 0 && !has(missing.append(step.item))) return false;
+      const Step& step = steps_[i];
+      if (!missing_.empty() && missing_.back() == step.item) continue;
+      if (matrix_.childAt(step.parent, step.item) < 0 && !has(missing_.append(step.item))) return false;
     }
-    return missing.empty() || placement.add(matrix, steps[group.begin].parent, missing);
+    return missing_.empty() || placement_.add(matrix_, steps_[group.begin].parent, missing_);
   }
 
   // Counted as often as the phrases occur. From here on no other field moves in this pass, so that positions stay good.
   bool countChildren(const Group& group, int known) {
-    const bool usesStart = info.getUseStartOfSequence() == 1, usesEnd = info.getUseEndOfSequence() == 1;
+    const bool usesStart = info_.getUseStartOfSequence() == 1, usesEnd = info_.getUseEndOfSequence() == 1;
     int child = -1;
     for (size_t i = group.begin; i < group.end; ++i) {
-      const Step& step = steps[i];
-      if (i == group.begin || steps[i - 1].item != step.item) {
-        child = matrix.childAt(step.parent, step.item);
+      const Step& step = steps_[i];
+      if (i == group.begin || steps_[i - 1].item != step.item) {
+        child = matrix_.childAt(step.parent, step.item);
         if (child < 0) return false;
-        Write::countStep(info, known, step.item);
+        Write::countStep(info_, known, step.item);
       }
       typename Tier::WriteFlags flags{};
       flags.startFlag = step.start == 0 && known == 0 && usesStart;
-      flags.endFlag = usesEnd && step.start >= length - known - 1;
-      Write::countWrite(matrix, info, child, known + 1, flags);
-      parents[static_cast<size_t>(step.start)] = child;
+      flags.endFlag = usesEnd && step.start >= length_ - known - 1;
+      Write::countWrite(matrix_, info_, child, known + 1, flags);
+      parents_[static_cast<size_t>(step.start)] = child;
     }
     return true;
   }
 
   bool has(bool room) {
-    isOutOfMemory = !room;
+    isOutOfMemory_ = !room;
     return room;
   }
 
-  Matrix& matrix;
-  Info& info;
-  const int* sequence;
-  const int length;
-  zmatrix::ZQArray<Step> steps;
-  zmatrix::ZQArray<int> parents;  // by start: where the phrase of the pass before ends
-  zmatrix::ZQArray<Group> groups;
-  zmatrix::ZQArray<int> missing;
-  bool isOutOfMemory = false;
-  ZQFieldPlacement<Tier> placement;
+  Matrix& matrix_;
+  Info& info_;
+  const int* sequence_;
+  const int length_;
+  zmatrix::ZQArray<Step> steps_;
+  zmatrix::ZQArray<int> parents_;  // by start: where the phrase of the pass before ends
+  zmatrix::ZQArray<Group> groups_;
+  zmatrix::ZQArray<int> missing_;
+  bool isOutOfMemory_ = false;
+  ZQFieldPlacement<Tier> placement_;
 };
 
 }  // namespace zmatrix

@@ -36,13 +36,13 @@ class ZQDescentPrefetch {
   /// the fronts' fields are relied on if `isSettled` says so.
   ZQDescentPrefetch(const ZQMatrixBase& matrixToRead, const ZQFront* frontsOfStarts, int numberOfStarts, const int* coordinates,
                     int dimension, bool isSettled)
-      : matrix(matrixToRead),
-        fronts(frontsOfStarts),
-        number(numberOfStarts),
-        next(coordinates),
-        stride(dimension),
-        steps(std::min(dimension, mostSteps)),
-        knowsBegins(isSettled) {}
+      : matrix_(matrixToRead),
+        fronts_(frontsOfStarts),
+        number_(numberOfStarts),
+        next_(coordinates),
+        stride_(dimension),
+        steps_(std::min(dimension, mostSteps)),
+        knowsBegins_(isSettled) {}
 
   /// Called before the first start is handled.
   void begin() {
@@ -51,8 +51,8 @@ class ZQDescentPrefetch {
 
   /// Called before `start` is handled, for each start in turn.
   void lookAhead(int start) {
-    if (!knowsBegins && isAhead(start, -1)) matrix.prefetchSlot(fronts[start + distanceOfStep(-1)].position);
-    for (int step = 0; step < steps; ++step) {
+    if (!knowsBegins_ && isAhead(start, -1)) matrix_.prefetchSlot(fronts_[start + distanceOfStep(-1)].position);
+    for (int step = 0; step < steps_; ++step) {
       if (isAhead(start, step)) fetch(start + distanceOfStep(step), step);
     }
   }
@@ -63,41 +63,41 @@ class ZQDescentPrefetch {
   static constexpr int startsBetweenSteps = 10;
   static constexpr int numberOfPlaces = 128;  // more than the farthest distance
 
-  int distanceOfStep(int step) const { return nearest + startsBetweenSteps * (steps - 1 - step); }
+  int distanceOfStep(int step) const { return nearest + startsBetweenSteps * (steps_ - 1 - step); }
   bool isAhead(int start, int step) const {
     const int far = start + distanceOfStep(step);
-    return far >= 0 && far < number;
+    return far >= 0 && far < number_;
   }
 
   void fetch(int start, int step) {
-    const ZQFront& front = fronts[start];
-    const int coordinate = next[static_cast<long long>(start) * stride + step];
-    int& place = places[start % numberOfPlaces];
+    const ZQFront& front = fronts_[start];
+    const int coordinate = next_[static_cast<long long>(start) * stride_ + step];
+    int& place = places_[start % numberOfPlaces];
     long long target;
     if (step > 0) {
-      target = place >= 0 ? matrix.slotOfChild(place, coordinate) : -1;
-    } else if (knowsBegins && front.fieldBegin != ZQFront::unknownBegin) {
+      target = place >= 0 ? matrix_.slotOfChild(place, coordinate) : -1;
+    } else if (knowsBegins_ && front.fieldBegin != ZQFront::unknownBegin) {
       target = static_cast<long long>(front.fieldBegin) + coordinate;
     } else {
-      target = front.position >= 0 ? matrix.slotOfChild(front.position, coordinate) : -1;
+      target = front.position >= 0 ? matrix_.slotOfChild(front.position, coordinate) : -1;
     }
-    place = matrix.isSlot(target) ? static_cast<int>(target) : -1;
+    place = matrix_.isSlot(target) ? static_cast<int>(target) : -1;
     if (place < 0) return;
-    if (step + 1 == steps) {
-      matrix.prefetchWholeSlot(place);
+    if (step + 1 == steps_) {
+      matrix_.prefetchWholeSlot(place);
     } else {
-      matrix.prefetchSlot(place);
+      matrix_.prefetchSlot(place);
     }
   }
 
-  const ZQMatrixBase& matrix;
-  const ZQFront* fronts;
-  const int number;
-  const int* next;
-  const int stride;
-  const int steps;
-  const bool knowsBegins;
-  int places[numberOfPlaces];  // by start, the slot that the last step led to, or -1
+  const ZQMatrixBase& matrix_;
+  const ZQFront* fronts_;
+  const int number_;
+  const int* next_;
+  const int stride_;
+  const int steps_;
+  const bool knowsBegins_;
+  int places_[numberOfPlaces];  // by start, the slot that the last step led to, or -1
 };
 
 }  // namespace zmatrix

@@ -24,10 +24,10 @@ struct KernelSetting {
 class ZQKernel {
  public:
   explicit ZQKernel(ZQMatrixMedium& matrixToContinue)
-      : matrix(matrixToContinue),
-        info(*matrixToContinue.getMatrixInfo()),
-        scratch(matrixToContinue.getGenerationScratch()),
-        coordinateDimension(info.getCoordinateDimension()) {}
+      : matrix_(matrixToContinue),
+        info_(*matrixToContinue.getMatrixInfo()),
+        scratch_(matrixToContinue.getGenerationScratch()),
+        coordinateDimension_(info_.getCoordinateDimension()) {}
 
   /// Sets both faces.
   KernelSetting setFromOriginal(const int* sequence, int length, const KernelSettingRequest& request);
@@ -57,10 +57,10 @@ class ZQKernel {
   std::span<const int> originalItems() const;
   std::span<const int> preProcessedItems() const;
 
-  ZQMatrixMedium& matrix;
-  ZQMatrixMediumInfo& info;
-  ZQGenerationScratch& scratch;
-  const int coordinateDimension;
+  ZQMatrixMedium& matrix_;
+  ZQMatrixMediumInfo& info_;
+  ZQGenerationScratch& scratch_;
+  const int coordinateDimension_;
 };
 
 }  // namespace zmatrix

@@ -98,48 +98,48 @@ KnownSuffix ZQKnownSuffixes::findLongest(ZQMatrixBase& matrix, const int* sequen
 }
 
 bool ZQKnownSuffixes::isContinuedBy(const ZQMatrixBase& matrix, const int* sequence, int length) const {
-  if (root != matrix.getCurrentMatrixID() || layoutVersion != matrix.getLayoutVersion()) return false;
-  if (coordinateDimension != matrix.getMatrixInfo()->getCoordinateDimension()) return false;
-  if (static_cast<size_t>(length) != items.size() + static_cast<size_t>(coordinateDimension)) return false;
+  if (root_ != matrix.getCurrentMatrixID() || layoutVersion_ != matrix.getLayoutVersion()) return false;
+  if (coordinateDimension_ != matrix.getMatrixInfo()->getCoordinateDimension()) return false;
+  if (static_cast<size_t>(length) != items_.size() + static_cast<size_t>(coordinateDimension_)) return false;
   int differences = 0;
-  for (size_t i = 0; i < items.size(); ++i) differences |= items[i] ^ sequence[i];
+  for (size_t i = 0; i < items_.size(); ++i) differences |= items_[i] ^ sequence[i];
   return differences == 0;
 }
 
 KnownSuffix ZQKnownSuffixes::oneItemFurther(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched) {
-  const int c = coordinateDimension;
+  const int c = coordinateDimension_;
   const int longestStored = matrix.getMatrixInfo()->getMaxDimOfMatrix() - 1;
   const int longest = std::max(std::min({length / c, (longestSearched - 1) / c + 1, longestStored / c}), 0);
-  size_t number = std::min(static_cast<size_t>(longest), places.size());
-  if (newPlaces.makeRoomFor(number + 1) == nullptr) return fromTheRoot(matrix, sequence, length, longestSearched);
+  size_t number = std::min(static_cast<size_t>(longest), places_.size());
+  if (newPlaces_.makeRoomFor(number + 1) == nullptr) return fromTheRoot(matrix, sequence, length, longestSearched);
   enterRoot(matrix);
-  Place* const children = newPlaces.begin() + 1;
+  Place* const children = newPlaces_.begin() + 1;
   const int* const item = sequence + (length - c);
-  number = stepDown<Place>(matrix, {places.begin(), number}, item[0], children);
+  number = stepDown<Place>(matrix, {places_.begin(), number}, item[0], children);
   for (int i = 1; i < c; ++i) {
     number = enterFields(matrix, Places(children, number));
     number = stepDown<Place>(matrix, {children, number}, item[i], children);
   }
   number = enterKnownFields(matrix, Places(children, number));
   const KnownSuffix known = number > 0 ? KnownSuffix{static_cast<int>(number) * c, children[number - 1].position} : KnownSuffix{};
-  newPlaces.truncate(number + 1);
-  places.swap(newPlaces);
+  newPlaces_.truncate(number + 1);
+  places_.swap(newPlaces_);
   remember(matrix, sequence + (length - known.length), known.length, true);
   return known;
 }
 
 /// The place of no item at all. Where nothing is stored, no element has its parent there.
 void ZQKnownSuffixes::enterRoot(const ZQMatrixBase& matrix) {
-  places[0] = {0, -1, -1, false};
-  const ZQMatrixBaseElement* element = matrix.elementAt(root);
+  places_[0] = {0, -1, -1, false};
+  const ZQMatrixBaseElement* element = matrix.elementAt(root_);
   if (element == nullptr) return;
-  places[0].firstInField = firstChildOf(element, root);
-  if (enterFields(matrix, Places(places.begin(), 1)) == 1) places[0].position = root;
+  places_[0].firstInField = firstChildOf(element, root_);
+  if (enterFields(matrix, Places(places_.begin(), 1)) == 1) places_[0].position = root_;
 }
 
 KnownSuffix ZQKnownSuffixes::fromTheRoot(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched) {
   const int c = matrix.getMatrixInfo()->getCoordinateDimension();
-  bool isComplete = places.makeRoomFor(1) != nullptr;
+  bool isComplete = places_.makeRoomFor(1) != nullptr;
   KnownSuffix known;
   for (int suffixLength = c; suffixLength <= length; suffixLength += c) {
     const int handle = matrix.getMatrixHandleFromElementVector(sequence + (length - suffixLength), suffixLength);
@@ -154,15 +154,15 @@ KnownSuffix ZQKnownSuffixes::fromTheRoot(ZQMatrixBase& matrix, const int* sequen
 
 bool ZQKnownSuffixes::addPlace(const ZQMatrixBase& matrix, int position) {
   Place place{0, firstChildOf(matrix.elementAt(position), position), position, true};
-  return enterFields(matrix, Places(&place, 1)) == 1 && places.append(place);
+  return enterFields(matrix, Places(&place, 1)) == 1 && places_.append(place);
 }
 
 /// Keeps what the search has found, with the context that it ended at; without room for all of it, nothing.
 void ZQKnownSuffixes::remember(const ZQMatrixBase& matrix, const int* context, int length, bool isComplete) {
-  const bool isKept = isComplete && items.copyFrom(std::span<const int>(context, static_cast<size_t>(length)));
-  root = isKept ? matrix.getCurrentMatrixID() : -1;
-  layoutVersion = matrix.getLayoutVersion();
-  coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
+  const bool isKept = isComplete && items_.copyFrom(std::span<const int>(context, static_cast<size_t>(length)));
+  root_ = isKept ? matrix.getCurrentMatrixID() : -1;
+  layoutVersion_ = matrix.getLayoutVersion();
+  coordinateDimension_ = matrix.getMatrixInfo()->getCoordinateDimension();
 }
 
 }  // namespace zmatrix

@@ -40,12 +40,12 @@ class ZQKnownSuffixes {
   bool addPlace(const ZQMatrixBase& matrix, int position);
   void remember(const ZQMatrixBase& matrix, const int* context, int length, bool isComplete);
 
-  ZQArray<int> items;
-  ZQArray<Place> places;     // of the root first, then of the endings, shortest first
-  ZQArray<Place> newPlaces;  // of the present search
-  int root = -1;
-  int coordinateDimension = 0;
-  unsigned layoutVersion = 0;
+  ZQArray<int> items_;
+  ZQArray<Place> places_;     // of the root first, then of the endings, shortest first
+  ZQArray<Place> newPlaces_;  // of the present search
+  int root_ = -1;
+  int coordinateDimension_ = 0;
+  unsigned layoutVersion_ = 0;
 };
 
 }  // namespace zmatrix

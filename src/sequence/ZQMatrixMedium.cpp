@@ -68,8 +68,8 @@ int ZQMatrixMedium::insertFirstMatrixElementInNewDimension(int newPosition, int 
   return zmatrix::ZQStoreWrite<Tier>::insertFirst(*this, newPosition, coordinate, parentPosition);
 }
 
-int ZQMatrixMedium::insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField) {
-  return zmatrix::ZQStoreWrite<Tier>::insertExisting(*this, newPosition, coordinate, anElementOfField);
+int ZQMatrixMedium::insertMatrixElementInExistingDimension(int newPosition, int coordinate, int elementOfField) {
+  return zmatrix::ZQStoreWrite<Tier>::insertExisting(*this, newPosition, coordinate, elementOfField);
 }
 
 int ZQMatrixMedium::writeMatrixData(const int* indexVector, int length, long long value, char startFlag, char endFlag) {
@@ -109,7 +109,7 @@ int ZQMatrixMedium::deleteMatrixElement64(const long long* items, int length, in
 }
 
 void ZQMatrixMedium::makeMatrixEmpty() {
-  getMatrixInfo()->initMatrixInfo(currentMatrixID);
+  getMatrixInfo()->initMatrixInfo(currentMatrixId_);
 }
 
 int ZQMatrixMedium::removeOverDeterminedElements() {

@@ -21,8 +21,8 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
  public:
   using Tier = zmatrix::ZQMediumTier;
 
-  ZQMatrixMediumInfo* getMatrixInfo() const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[currentMatrixID]); }
-  ZQMatrixMediumInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray[id]); }
+  ZQMatrixMediumInfo* getMatrixInfo() const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray_[currentMatrixId_]); }
+  ZQMatrixMediumInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray_[id]); }
   // The successor generators, by matrix ID. An ID that does not exist answers 0 and takes nothing.
   long long getSuccessorRandomValue(int id);
   long long getActualSuccessorRandomValue(int id);
@@ -49,7 +49,7 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   int moveFieldToFreePosition(int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems, int* firstElement,
                               int* lastElement, int moveWithNewIndex);
   int insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition);
-  int insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField);
+  int insertMatrixElementInExistingDimension(int newPosition, int coordinate, int elementOfField);
   int writeMatrixData(const int* indexVector, int length, long long value, char startFlag, char endFlag);
   int writeMatrixElement(const int* indexVector, int length, long long value);
   int writeMatrixElement32(const int* items, int length, long long value);
@@ -73,7 +73,7 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   /// The same for the path of an element that the links know.
   int isDeterminedUpToTwice(const zmatrix::ZQSuffixLinks& links, int position) const;
   /// True if the matrix's own level lets printIndexVector at `level` show something.
-  bool showsVectors(int level) const { return debugLevel >= level; }
+  bool showsVectors(int level) const { return debugLevel_ >= level; }
   void printIndexVector(const int* indexVector, int length, int usePreProcessing, int level);
 
   // --- pruning
@@ -145,7 +145,7 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   int getNumberOfSuccessorsFromKernelHandle();
   /// As getPreProcessedSequenceFromOriginalSequence does, in memory that the matrix keeps until the next call.
   const int* preProcessIntoScratch(const int* originalSequence, int length, int* resultLength);
-  zmatrix::ZQGenerationScratch& getGenerationScratch() { return generation; }
+  zmatrix::ZQGenerationScratch& getGenerationScratch() { return generation_; }
 
   // --- successors
   int* getNextPreProcessedObjectItemFromMatrix(int successorIndex, int updateKernel, int successorMethod, int trueStart,
@@ -197,5 +197,5 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   template <class Tier>
   friend struct zmatrix::ZQSequenceUpdate;
 
-  zmatrix::ZQGenerationScratch generation;
+  zmatrix::ZQGenerationScratch generation_;
 };

@@ -21,50 +21,50 @@ bool hasSiblings(const ZQMatrixBaseElement& element) {
 class SuffixesOfVector {
  public:
   SuffixesOfVector(ZQMatrixMedium& matrixToRead, const int* indexVector, int lengthOfVector, int step)
-      : matrix(matrixToRead), vector(indexVector), length(lengthOfVector), coordinateDimension(step) {}
+      : matrix_(matrixToRead), vector_(indexVector), length_(lengthOfVector), coordinateDimension_(step) {}
 
   /// The handle of the longest written suffix from `start` on, moving `start` there; -1 once `end` is reached.
   int firstWritten(int* start, int end) {
-    for (; *start < end; *start += coordinateDimension) {
-      const int handle = matrix.getMatrixHandleFromElementVector(vector + *start, length - *start);
+    for (; *start < end; *start += coordinateDimension_) {
+      const int handle = matrix_.getMatrixHandleFromElementVector(vector_ + *start, length_ - *start);
       if (handle >= 0) return handle;
     }
     return -1;
   }
 
  private:
-  ZQMatrixMedium& matrix;
-  const int* vector;
-  const int length;
-  const int coordinateDimension;
+  ZQMatrixMedium& matrix_;
+  const int* vector_;
+  const int length_;
+  const int coordinateDimension_;
 };
 
 /// The suffixes of an element's path, each one link from the one before.
 class SuffixesOfElement {
  public:
   SuffixesOfElement(const ZQMatrixMedium& matrixToRead, const zmatrix::ZQSuffixLinks& suffixLinks, int position)
-      : matrix(matrixToRead), links(suffixLinks), length(suffixLinks.depthOf(position)), at(position) {}
+      : matrix_(matrixToRead), links_(suffixLinks), length_(suffixLinks.depthOf(position)), at_(position) {}
 
   int firstWritten(int* start, int end) {
-    for (; at != zmatrix::ZQSuffixLinks::none && links.isKnown(at); at = links.linkOf(at)) {
-      const int startOfSuffix = length - links.depthOf(at);
-      if (startOfSuffix < *start || !isWritten(matrix.elementAt(at), links.depthOf(at))) continue;
+    for (; at_ != zmatrix::ZQSuffixLinks::none && links_.isKnown(at_); at_ = links_.linkOf(at_)) {
+      const int startOfSuffix = length_ - links_.depthOf(at_);
+      if (startOfSuffix < *start || !isWritten(matrix_.elementAt(at_), links_.depthOf(at_))) continue;
       *start = startOfSuffix;
-      return startOfSuffix < end ? at : -1;
+      return startOfSuffix < end ? at_ : -1;
     }
     return -1;
   }
 
  private:
   bool isWritten(const ZQMatrixBaseElement* element, int depth) const {
-    return element != nullptr && depth < matrix.getMatrixInfo()->getMaxDimOfMatrix() &&
+    return element != nullptr && depth < matrix_.getMatrixInfo()->getMaxDimOfMatrix() &&
            (element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0);
   }
 
-  const ZQMatrixMedium& matrix;
-  const zmatrix::ZQSuffixLinks& links;
-  const int length;
-  int at;
+  const ZQMatrixMedium& matrix_;
+  const zmatrix::ZQSuffixLinks& links_;
+  const int length_;
+  int at_;
 };
 
 /// Counts no further than `enough`.

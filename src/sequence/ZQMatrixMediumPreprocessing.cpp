@@ -55,7 +55,7 @@ int* ZQMatrixMedium::getPreProcessedSequenceFromOriginalSequence(const int* orig
 }
 
 const int* ZQMatrixMedium::preProcessIntoScratch(const int* originalSequence, int length, int* resultLength) {
-  return zmatrix::preProcessedSequenceIn(generation.preProcessed, preprocessingSettingsOf(*getMatrixInfo()),
+  return zmatrix::preProcessedSequenceIn(generation_.preProcessed, preprocessingSettingsOf(*getMatrixInfo()),
                                          sequenceOf(originalSequence, length), resultLength);
 }
 

@@ -120,12 +120,12 @@ int ZQMatrixMedium::isRuleMatrixData(ZQMatrixMediumElement** element) {
   const std::less<ZQMatrixBaseElement**> liesBefore;
   ZQMatrixBaseElement** const block = getMatrixData();
   if (slot == nullptr || block == nullptr || liesBefore(slot, block)) return 0;
-  return liesBefore(slot, block + numberOfSlots) ? isRuleAt(static_cast<int>(slot - block)) : 0;
+  return liesBefore(slot, block + numberOfSlots_) ? isRuleAt(static_cast<int>(slot - block)) : 0;
 }
 
 int ZQMatrixMedium::isRuleAt(int slot) {
   const ZQMatrixBaseElement* element = elementAt(slot);
-  if (element == nullptr || slot == currentMatrixID) return 0;
+  if (element == nullptr || slot == currentMatrixId_) return 0;
   const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
   const int writeCount = element->getWriteCount();
   if (coordinateDimension < 1 || writeCount < 1) return 0;
@@ -144,7 +144,7 @@ int ZQMatrixMedium::isRuleAt(int slot) {
 
 void ZQMatrixMedium::printIndexVector(const int* indexVector, int length, int usePreProcessing, int level) {
   const int device = globalDebugOutputDevice;
-  if (indexVector == nullptr || length < 0 || device == 0 || debugLevel < level) return;
+  if (indexVector == nullptr || length < 0 || device == 0 || debugLevel_ < level) return;
   if (device != 1 && fpMatrixErr == nullptr) return;
   if (getMatrixInfo()->getCoordinateDimension() < 1) return;
   SystemOwned<int> preProcessed;
@@ -153,5 +153,5 @@ void ZQMatrixMedium::printIndexVector(const int* indexVector, int length, int us
     if (preProcessed == nullptr) return;
     indexVector = preProcessed.get();
   }
-  putRule(*this, indexVector, length, debugLevel);
+  putRule(*this, indexVector, length, debugLevel_);
 }

@@ -234,7 +234,7 @@ int* ZQMatrixMedium::getNextPreProcessedObjectItemFromMatrix(int successorIndex,
   ZQMatrixMediumInfo* info = getMatrixInfo();
   const ZQMatrixMediumElement* kernelElement = elementAt(info->getKernelMatrixHandle());
   const int occurrences = kernelElement != nullptr ? kernelElement->getWriteCountWithSuccessor() : 0;
-  zmatrix::ZQArray<Successor>& successors = generation.successors;
+  zmatrix::ZQArray<Successor>& successors = generation_.successors;
   successors.clear();
   if (trueStart == 1 && info->getLengthOfKernelPreProcessedSequence() == 0) {
     listSuccessors(successors, std::max(occurrences, 1), [this](auto&& visit) { walkTrueStarts(*this, visit); });

@@ -120,16 +120,16 @@ int ZQMatrixMedium::updateMatrixWithLongINTSequenceExt(const int* sequence, int 
 }
 
 void ZQMatrixMedium::updateNumberOfAppendedMatrices() {
-  int updates = std::max(matrixFileHeader->getNumberOfAppendedUpdates(), 0);
+  int updates = std::max(matrixFileHeader_->getNumberOfAppendedUpdates(), 0);
   zmatrix::addTo(updates, getNumberOfChangedMatrixInfos());
-  matrixFileHeader->setNumberOfAppendedUpdates(updates);
+  matrixFileHeader_->setNumberOfAppendedUpdates(updates);
 }
 
 void ZQMatrixMedium::countUpdate() {
   ZQMatrixMediumInfo& info = *getMatrixInfo();
   info.setHasBeenChanged(1);
   info.incrementUpdateIndex();
-  matrixFileHeader->incrementNumberOfMatrixUpdates();
+  matrixFileHeader_->incrementNumberOfMatrixUpdates();
   if (info.getAddUpdateInfo() == 1) updateNumberOfAppendedMatrices();
 }
 

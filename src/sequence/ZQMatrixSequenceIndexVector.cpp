@@ -25,7 +25,7 @@ bool replaceByCopy(zmatrix::ZQArray<int>& array, const int* values, int count, i
 }  // namespace
 
 ZQMatrixSequenceIndexVector::ZQMatrixSequenceIndexVector() {
-  static_cast<void>(indexVector.resize(firstLengthOfIndexVector));
+  static_cast<void>(indexVector_.resize(firstLengthOfIndexVector));
   reserveInfos(1);
 }
 
@@ -36,84 +36,84 @@ ZQMatrixSequenceIndexVector::~ZQMatrixSequenceIndexVector() {
 // --- the data
 
 void ZQMatrixSequenceIndexVector::setIndexVector(const int* data, int length) {
-  if (indexVector.empty() || length < 0 || (data == nullptr && length > 0)) return;
-  if (length >= indexVector.count()) {
-    if (!replaceByCopy(indexVector, data, length, length < INT_MAX ? length + 1 : INT_MAX)) return;
+  if (indexVector_.empty() || length < 0 || (data == nullptr && length > 0)) return;
+  if (length >= indexVector_.count()) {
+    if (!replaceByCopy(indexVector_, data, length, length < INT_MAX ? length + 1 : INT_MAX)) return;
   } else if (length > 0) {
-    std::memmove(indexVector.data(), data, static_cast<size_t>(length) * sizeof(int));
+    std::memmove(indexVector_.data(), data, static_cast<size_t>(length) * sizeof(int));
   }
-  lengthOfIndexVector = length;
+  lengthOfIndexVector_ = length;
 }
 
 bool ZQMatrixSequenceIndexVector::setIndexVectorReference(int* data, int length) {
-  if (indexVector.empty()) return false;
-  lengthOfIndexVector = data == nullptr ? 0 : std::max(length, 0);
-  indexVector.adopt(data, static_cast<size_t>(lengthOfIndexVector));
+  if (indexVector_.empty()) return false;
+  lengthOfIndexVector_ = data == nullptr ? 0 : std::max(length, 0);
+  indexVector_.adopt(data, static_cast<size_t>(lengthOfIndexVector_));
   return true;
 }
 
 void ZQMatrixSequenceIndexVector::removeAllSequenceItems() {
-  if (indexVector.resize(firstLengthOfGrowingBlock)) lengthOfIndexVector = 0;
+  if (indexVector_.resize(firstLengthOfGrowingBlock)) lengthOfIndexVector_ = 0;
 }
 
 void ZQMatrixSequenceIndexVector::addSequenceItem(int item) {
-  if (indexVector.empty()) {
+  if (indexVector_.empty()) {
     removeAllSequenceItems();
-    if (indexVector.empty()) return;
+    if (indexVector_.empty()) return;
   }
-  if (lengthOfIndexVector >= indexVector.count()) {
-    long long capacity = zmatrix::grownCapacity(indexVector.count());
-    if (capacity <= lengthOfIndexVector) capacity *= 2;
-    if (!indexVector.resize(capacity)) return;
+  if (lengthOfIndexVector_ >= indexVector_.count()) {
+    long long capacity = zmatrix::grownCapacity(indexVector_.count());
+    if (capacity <= lengthOfIndexVector_) capacity *= 2;
+    if (!indexVector_.resize(capacity)) return;
   }
-  indexVector[lengthOfIndexVector++] = item;
+  indexVector_[lengthOfIndexVector_++] = item;
 }
 
 int ZQMatrixSequenceIndexVector::getIndexItemAtIndex(int index) const {
-  return index >= 0 && index < lengthOfIndexVector ? indexVector[index] : 0;
+  return index >= 0 && index < lengthOfIndexVector_ ? indexVector_[index] : 0;
 }
 
 // --- the types that a next step would apply
 
 int ZQMatrixSequenceIndexVector::getApplyPreprocessingTypeAtIndex(int index) const {
-  const bool isThere = index >= 0 && index <= coordDimension && index < applyPreprocessingTypeVector.count();
-  return isThere ? applyPreprocessingTypeVector[index] : -1;
+  const bool isThere = index >= 0 && index <= coordDimension_ && index < applyPreprocessingTypeVector_.count();
+  return isThere ? applyPreprocessingTypeVector_[index] : -1;
 }
 
 void ZQMatrixSequenceIndexVector::setApplyPreprocessingTypeAtIndex(int value, int index) {
-  const bool isThere = index >= 0 && index <= coordDimension && index < applyPreprocessingTypeVector.count();
-  if (isThere) applyPreprocessingTypeVector[index] = value;
+  const bool isThere = index >= 0 && index <= coordDimension_ && index < applyPreprocessingTypeVector_.count();
+  if (isThere) applyPreprocessingTypeVector_[index] = value;
 }
 
 void ZQMatrixSequenceIndexVector::setApplyPreprocessingTypeVector(const int* types, int count) {
   if (types == nullptr || count < 0 || count == INT_MAX) return;
   // One entry more, since an index of `count` is within the range of the accessors.
-  if (replaceByCopy(applyPreprocessingTypeVector, types, count, count + 1)) coordDimension = count;
+  if (replaceByCopy(applyPreprocessingTypeVector_, types, count, count + 1)) coordDimension_ = count;
 }
 
 // --- copies of the whole object
 
 void ZQMatrixSequenceIndexVector::setPropertiesFrom(const ZQMatrixSequenceIndexVector* other) {
   if (other == nullptr || other == this) return;
-  coordDimension = other->coordDimension;
-  applyPreprocessingType = other->applyPreprocessingType;
+  coordDimension_ = other->coordDimension_;
+  applyPreprocessingType_ = other->applyPreprocessingType_;
 
-  applyPreprocessingTypeVector.reset();
-  static_cast<void>(applyPreprocessingTypeVector.copyFrom(other->applyPreprocessingTypeVector));
+  applyPreprocessingTypeVector_.reset();
+  static_cast<void>(applyPreprocessingTypeVector_.copyFrom(other->applyPreprocessingTypeVector_));
 
   // The data stay behind, but as many integers as the other has are readable here.
-  static_cast<void>(indexVector.resize(other->indexVector.count()));
-  lengthOfIndexVector = std::min(other->lengthOfIndexVector, indexVector.count());
+  static_cast<void>(indexVector_.resize(other->indexVector_.count()));
+  lengthOfIndexVector_ = std::min(other->lengthOfIndexVector_, indexVector_.count());
 
   if (!copyInfosFrom(*other)) return;
-  lengthOfIndexVectorInfos = other->lengthOfIndexVectorInfos;
-  levelOfPreprocOperations = other->levelOfPreprocOperations;
+  lengthOfIndexVectorInfos_ = other->lengthOfIndexVectorInfos_;
+  levelOfPreprocOperations_ = other->levelOfPreprocOperations_;
 }
 
 void ZQMatrixSequenceIndexVector::copyFrom(const ZQMatrixSequenceIndexVector* other) {
   if (other == nullptr || other == this) return;
   setPropertiesFrom(other);
-  if (lengthOfIndexVector > 0) std::copy_n(other->indexVector.begin(), lengthOfIndexVector, indexVector.begin());
+  if (lengthOfIndexVector_ > 0) std::copy_n(other->indexVector_.begin(), lengthOfIndexVector_, indexVector_.begin());
 }
 
 ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector() {

@@ -22,20 +22,20 @@ class ZQMatrixSequenceIndexVector {
   ZQMatrixSequenceIndexVector(const ZQMatrixSequenceIndexVector&) = delete;
   ZQMatrixSequenceIndexVector& operator=(const ZQMatrixSequenceIndexVector&) = delete;
 
-  int getCoordDimension() const { return coordDimension; }
-  void setCoordDimension(int dimension) { coordDimension = dimension; }
-  int getLengthOfIndexVector() const { return lengthOfIndexVector; }
-  int getLengthOfIndexVectorInfos() const { return lengthOfIndexVectorInfos; }
-  void setLengthOfIndexVectorInfos(int length) { lengthOfIndexVectorInfos = length; }
-  int getCurrentLevelOfPreprocOperations() const { return levelOfPreprocOperations; }
-  int getApplyPreprocessingType() const { return applyPreprocessingType; }
-  void setApplyPreprocessingType(int type) { applyPreprocessingType = type; }
-  int* getApplyPreprocessingTypeVector() { return applyPreprocessingTypeVector.data(); }
-  int* getIndexVector() { return indexVector.data(); }
-  const int* getIndexVector() const { return indexVector.data(); }
-  tagSequenceInfo* getIndexVectorInfos() { return indexVectorInfos.data(); }
-  int _getInternalLengthOfIndexVector() const { return indexVector.count(); }
-  int _getInternalLengthOfIndexVectorInfos() const { return indexVectorInfos.count(); }
+  int getCoordDimension() const { return coordDimension_; }
+  void setCoordDimension(int dimension) { coordDimension_ = dimension; }
+  int getLengthOfIndexVector() const { return lengthOfIndexVector_; }
+  int getLengthOfIndexVectorInfos() const { return lengthOfIndexVectorInfos_; }
+  void setLengthOfIndexVectorInfos(int length) { lengthOfIndexVectorInfos_ = length; }
+  int getCurrentLevelOfPreprocOperations() const { return levelOfPreprocOperations_; }
+  int getApplyPreprocessingType() const { return applyPreprocessingType_; }
+  void setApplyPreprocessingType(int type) { applyPreprocessingType_ = type; }
+  int* getApplyPreprocessingTypeVector() { return applyPreprocessingTypeVector_.data(); }
+  int* getIndexVector() { return indexVector_.data(); }
+  const int* getIndexVector() const { return indexVector_.data(); }
+  tagSequenceInfo* getIndexVectorInfos() { return indexVectorInfos_.data(); }
+  int _getInternalLengthOfIndexVector() const { return indexVector_.count(); }
+  int _getInternalLengthOfIndexVectorInfos() const { return indexVectorInfos_.count(); }
 
   /// Makes room for the record of this level. A level that finds no room changes nothing.
   void setCurrentLevelOfPreprocOperations(int level);
@@ -84,14 +84,14 @@ class ZQMatrixSequenceIndexVector {
   [[nodiscard]] bool copyInfosFrom(const ZQMatrixSequenceIndexVector& other);
   void releaseInfos();
 
-  int coordDimension = 1;
-  int lengthOfIndexVector = 0;
-  int lengthOfIndexVectorInfos = 0;
-  int levelOfPreprocOperations = -1;
-  int applyPreprocessingType = 0;
-  zmatrix::ZQArray<int> applyPreprocessingTypeVector;  ///< one entry more than were given
-  zmatrix::ZQArray<int> indexVector;                   ///< the data, and behind them what there is room for
-  zmatrix::ZQArray<tagSequenceInfo> indexVectorInfos;
+  int coordDimension_ = 1;
+  int lengthOfIndexVector_ = 0;
+  int lengthOfIndexVectorInfos_ = 0;
+  int levelOfPreprocOperations_ = -1;
+  int applyPreprocessingType_ = 0;
+  zmatrix::ZQArray<int> applyPreprocessingTypeVector_;  ///< one entry more than were given
+  zmatrix::ZQArray<int> indexVector_;                   ///< the data, and behind them what there is room for
+  zmatrix::ZQArray<tagSequenceInfo> indexVectorInfos_;
 };
 
 ZQMatrixSequenceIndexVector* createZQMatrixSequenceIndexVector();

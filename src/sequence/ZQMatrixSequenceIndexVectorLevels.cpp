@@ -42,9 +42,9 @@ int* copyOfBlock(const int* block, int count, int length) {
 // --- the array of records
 
 const tagSequenceInfo* ZQMatrixSequenceIndexVector::currentInfo() const {
-  const int numberOfInfos = std::min(lengthOfIndexVectorInfos, indexVectorInfos.count());
-  const bool isThere = levelOfPreprocOperations >= 0 && levelOfPreprocOperations < numberOfInfos;
-  return isThere ? &indexVectorInfos[levelOfPreprocOperations] : nullptr;
+  const int numberOfInfos = std::min(lengthOfIndexVectorInfos_, indexVectorInfos_.count());
+  const bool isThere = levelOfPreprocOperations_ >= 0 && levelOfPreprocOperations_ < numberOfInfos;
+  return isThere ? &indexVectorInfos_[levelOfPreprocOperations_] : nullptr;
 }
 
 tagSequenceInfo* ZQMatrixSequenceIndexVector::currentInfo() {
@@ -52,21 +52,21 @@ tagSequenceInfo* ZQMatrixSequenceIndexVector::currentInfo() {
 }
 
 bool ZQMatrixSequenceIndexVector::reserveInfos(long long numberOfInfos) {
-  if (numberOfInfos <= indexVectorInfos.count()) return true;
-  return numberOfInfos <= largestNumberOfInfos && indexVectorInfos.resize(numberOfInfos);
+  if (numberOfInfos <= indexVectorInfos_.count()) return true;
+  return numberOfInfos <= largestNumberOfInfos && indexVectorInfos_.resize(numberOfInfos);
 }
 
 void ZQMatrixSequenceIndexVector::releaseInfos() {
-  for (tagSequenceInfo& info : indexVectorInfos) clearZQSequenceInfo(&info);
-  indexVectorInfos.reset();
+  for (tagSequenceInfo& info : indexVectorInfos_) clearZQSequenceInfo(&info);
+  indexVectorInfos_.reset();
 }
 
 bool ZQMatrixSequenceIndexVector::copyInfosFrom(const ZQMatrixSequenceIndexVector& other) {
   releaseInfos();
-  if (!reserveInfos(std::max(other.indexVectorInfos.count(), 1))) return false;
-  for (int i = 0; i < other.indexVectorInfos.count(); i++) {
-    const tagSequenceInfo& from = other.indexVectorInfos[i];
-    tagSequenceInfo& to = indexVectorInfos[i];
+  if (!reserveInfos(std::max(other.indexVectorInfos_.count(), 1))) return false;
+  for (int i = 0; i < other.indexVectorInfos_.count(); i++) {
+    const tagSequenceInfo& from = other.indexVectorInfos_[i];
+    tagSequenceInfo& to = indexVectorInfos_[i];
     to = from;
     to.usedPreprocessingVector =
         copyOfBlock(from.usedPreprocessingVector, from.coordDimensionAfterPreproc, from.coordDimensionAfterPreproc);
@@ -80,12 +80,13 @@ bool ZQMatrixSequenceIndexVector::copyInfosFrom(const ZQMatrixSequenceIndexVecto
 
 void ZQMatrixSequenceIndexVector::setCurrentLevelOfPreprocOperations(int level) {
   const long long numberOfInfos = static_cast<long long>(level) + 1;
-  if (numberOfInfos >= lengthOfIndexVectorInfos) {
-    const long long doubled = 2LL * indexVectorInfos.count();
-    if (numberOfInfos > indexVectorInfos.count() && !reserveInfos(doubled >= numberOfInfos ? doubled : numberOfInfos + 1)) return;
-    lengthOfIndexVectorInfos = static_cast<int>(numberOfInfos);
+  if (numberOfInfos >= lengthOfIndexVectorInfos_) {
+    const long long doubled = 2LL * indexVectorInfos_.count();
+    if (numberOfInfos > indexVectorInfos_.count() && !reserveInfos(doubled >= numberOfInfos ? doubled : numberOfInfos + 1))
+      return;
+    lengthOfIndexVectorInfos_ = static_cast<int>(numberOfInfos);
   }
-  levelOfPreprocOperations = level;
+  levelOfPreprocOperations_ = level;
 }
 
 void ZQMatrixSequenceIndexVector::initZQSequenceInfoWithNull(tagSequenceInfo* info) {
@@ -124,7 +125,7 @@ bool ZQMatrixSequenceIndexVector::reserveOriginalItems(tagSequenceInfo* info, lo
 }
 
 void ZQMatrixSequenceIndexVector::addOriginalSequenceItem(int item) {
-  if (!reserveInfos(1) || levelOfPreprocOperations < 0)
+  if (!reserveInfos(1) || levelOfPreprocOperations_ < 0)
     return complain("error addOriginalSequenceItem: _levelOfPreprocOperations <0 or _indexVectorInfos = NULL\n");
   tagSequenceInfo* info = currentInfo();
   if (info == nullptr || info->coordDimensionAfterPreproc <= 0)

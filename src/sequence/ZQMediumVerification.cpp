@@ -16,9 +16,9 @@ void addOne(ZQMatrixMediumInfo& info, CountsInDimension counts, int length) {
 
 }  // namespace
 
-ZQMediumVerification::ZQMediumVerification(ZQMatrixMedium& aMatrix, const zmatrix::VerificationTexts&) : matrix(aMatrix) {
-  links.build(matrix);  // without room for it each path is asked about on its own
-  ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+ZQMediumVerification::ZQMediumVerification(ZQMatrixMedium& matrix, const zmatrix::VerificationTexts&) : matrix_(matrix) {
+  links_.build(matrix_);  // without room for it each path is asked about on its own
+  ZQMatrixMediumInfo& info = *matrix_.getMatrixInfo();
   info.setNumberOfRuleElements(0);
   info.setNumberOfUniqueRuleElements(0);
   info.setNumberOfOverDeterminedRules(0);
@@ -33,29 +33,29 @@ ZQMediumVerification::ZQMediumVerification(ZQMatrixMedium& aMatrix, const zmatri
 bool ZQMediumVerification::look(int position, const ZQMatrixMediumElement& element, const int* path, int length) {
   if (countRule(position, element, path, length) || !isPhraseMatrix()) return true;
   dbPrintf(0, "error matrixLinear-Test for matrix ID %d: point without rule  unexpected for phrase-Matrix\n",
-           matrix.getCurrentMatrixID());
+           matrix_.getCurrentMatrixID());
   return false;
 }
 
 bool ZQMediumVerification::countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length) {
-  ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+  ZQMatrixMediumInfo& info = *matrix_.getMatrixInfo();
   addOne(info, &ZQMatrixMediumInfo::getWriteElementsInDimension, length);
-  if (element.getWriteCountWithoutPredecessor() > 0) ++numberOfStarts;
+  if (element.getWriteCountWithoutPredecessor() > 0) ++numberOfStarts_;
   const int timesDetermined =
-      links.isKnown(position) ? matrix.isDeterminedUpToTwice(links, position) : matrix.isDeterminedUpToTwice(path, length);
+      links_.isKnown(position) ? matrix_.isDeterminedUpToTwice(links_, position) : matrix_.isDeterminedUpToTwice(path, length);
   if (timesDetermined > 0) {
     info.incrementNumberOfUniqueRuleElements();
     addOne(info, &ZQMatrixMediumInfo::getUniqueRulesInDimension, length);
   }
   if (timesDetermined >= 2) info.incrementNumberOfOverDeterminedRules();
-  if (!matrix.isRuleAt(position)) return false;
+  if (!matrix_.isRuleAt(position)) return false;
   info.incrementNumberOfRuleElements();
   addOne(info, &ZQMatrixMediumInfo::getRulesInDimension, length);
   return true;
 }
 
 bool ZQMediumVerification::compareDepthAndKernel(int deepest) {
-  const ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
+  const ZQMatrixMediumInfo& info = *matrix_.getMatrixInfo();
   bool isSound = true;
   // A matrix whose deepest paths were deleted is sound all the same: its dimension only ever grows.
   if (info.getCurrentDimension() != deepest) {
@@ -75,9 +75,9 @@ bool ZQMediumVerification::compareDepthAndKernel(int deepest) {
 }
 
 bool ZQMediumVerification::compareCounts() {
-  const ZQMatrixMediumInfo& info = *matrix.getMatrixInfo();
-  if (numberOfStarts == info.getNumberOfStartElements()) return true;
-  dbPrintf(0, "error matrixLinear-Test: numberOfStartElementsInMatrix differs from _numberOfStart %d <-> %d\n", numberOfStarts,
+  const ZQMatrixMediumInfo& info = *matrix_.getMatrixInfo();
+  if (numberOfStarts_ == info.getNumberOfStartElements()) return true;
+  dbPrintf(0, "error matrixLinear-Test: numberOfStartElementsInMatrix differs from _numberOfStart %d <-> %d\n", numberOfStarts_,
            info.getNumberOfStartElements());
   return false;
 }

@@ -14,9 +14,9 @@ class ZQMediumVerification {
   static constexpr bool correctsEndElements = true;
 
   /// Zeroes the counts of rules.
-  ZQMediumVerification(ZQMatrixMedium& aMatrix, const zmatrix::VerificationTexts&);
+  ZQMediumVerification(ZQMatrixMedium& matrix, const zmatrix::VerificationTexts&);
   /// True if look() needs the path of the element; else it may be null.
-  bool needsPath(int position) const { return !links.isKnown(position); }
+  bool needsPath(int position) const { return !links_.isKnown(position); }
   /// Counts a written element. False for a fault.
   bool look(int position, const ZQMatrixMediumElement& element, const int* path, int length);
   /// After the walk, before and after the store's own counts are compared. False for a fault.
@@ -26,13 +26,13 @@ class ZQMediumVerification {
  protected:
   /// Counts the element's rule; false if there is none and should be one.
   bool countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length);
-  bool isPhraseMatrix() const { return matrix.getMatrixInfo()->getIsPhraseMatrix() == 1; }
+  bool isPhraseMatrix() const { return matrix_.getMatrixInfo()->getIsPhraseMatrix() == 1; }
 
-  ZQMatrixMedium& matrix;
+  ZQMatrixMedium& matrix_;
 
  private:
-  ZQSuffixLinks links;
-  int numberOfStarts = 0;
+  ZQSuffixLinks links_;
+  int numberOfStarts_ = 0;
 };
 
 }  // namespace zmatrix

@@ -20,24 +20,24 @@ class ZQSuffixLinks {
   bool build(const ZQMatrixMedium& matrix);
 
   /// True for an element that the walk down reached.
-  bool isKnown(int position) const { return static_cast<size_t>(position) < depths.size() && depthOf(position) > 0; }
+  bool isKnown(int position) const { return static_cast<size_t>(position) < depths_.size() && depthOf(position) > 0; }
 
   /// The length of a known element's path, in integers.
-  int depthOf(int position) const { return depths[static_cast<size_t>(position)]; }
+  int depthOf(int position) const { return depths_[static_cast<size_t>(position)]; }
 
   /// Where the longest shorter ending of a known element's path ends: the root for an empty one, or none.
-  int linkOf(int position) const { return links[static_cast<size_t>(position)]; }
+  int linkOf(int position) const { return links_[static_cast<size_t>(position)]; }
 
  private:
   void enterField(const ZQMatrixMedium& matrix, int parent, int depth);
   int findLink(const ZQMatrixMedium& matrix, int parent, int coordinate, int depth) const;
 
-  int root = 0;
-  int coordinateDimension = 1;
-  zmatrix::ZQArray<int> links;
-  zmatrix::ZQArray<int> depths;  // 0 for the root and for what is not known
-  zmatrix::ZQArray<int> queue;   // the known elements, level by level
-  size_t endOfQueue = 0;
+  int root_ = 0;
+  int coordinateDimension_ = 1;
+  zmatrix::ZQArray<int> links_;
+  zmatrix::ZQArray<int> depths_;  // 0 for the root and for what is not known
+  zmatrix::ZQArray<int> queue_;   // the known elements, level by level
+  size_t endOfQueue_ = 0;
 };
 
 }  // namespace zmatrix

@@ -11,20 +11,20 @@ namespace zmatrix {
 
 class ZQKernelItems {
  public:
-  int* data() { return values.data(); }
-  const int* data() const { return values.data(); }
-  int coordinates() const { return coordinatesOfItem; }
-  int room() const { return roomInItems; }
-  int& at(int item, int coordinate) { return values[item * coordinatesOfItem + coordinate]; }
-  int at(int item, int coordinate) const { return values[item * coordinatesOfItem + coordinate]; }
+  int* data() { return values_.data(); }
+  const int* data() const { return values_.data(); }
+  int coordinates() const { return coordinatesOfItem_; }
+  int room() const { return roomInItems_; }
+  int& at(int item, int coordinate) { return values_[item * coordinatesOfItem_ + coordinate]; }
+  int at(int item, int coordinate) const { return values_[item * coordinatesOfItem_ + coordinate]; }
 
   static constexpr long long mostValues = 1LL << 26;  ///< a quarter of a gigabyte, far beyond any context
 
   /// Makes room for at least so many items of so many coordinates; what is new is 0. False, and nothing changed, without memory
   /// or for more than mostValues.
   bool provide(int coordinates, int numberOfItems) {
-    return (coordinates == coordinatesOfItem && numberOfItems <= roomInItems) ||
-           grow(coordinates, std::max(numberOfItems, roomInItems));
+    return (coordinates == coordinatesOfItem_ && numberOfItems <= roomInItems_) ||
+           grow(coordinates, std::max(numberOfItems, roomInItems_));
   }
 
   /// Drops all items for new ones of zeros.
@@ -34,52 +34,52 @@ class ZQKernelItems {
   }
 
   void reset() {
-    values.reset();
-    rowsShown.reset();
-    valuesShown.reset();
-    coordinatesOfItem = roomInItems = 0;
+    values_.reset();
+    rowsShown_.reset();
+    valuesShown_.reset();
+    coordinatesOfItem_ = roomInItems_ = 0;
   }
 
   /// A copy by coordinates, a row each with all items there is room for. It holds until the next call; null without memory.
   int** rows() {
-    if (rowsShown.count() != coordinatesOfItem && !rowsShown.resize(coordinatesOfItem, nullptr)) return nullptr;
-    if (valuesShown.size() != values.size() && !valuesShown.resize(values.size(), 0)) return nullptr;
-    for (int k = 0; k < coordinatesOfItem; ++k) {
-      rowsShown[k] = valuesShown.data() + k * roomInItems;
-      for (int i = 0; i < roomInItems; ++i) rowsShown[k][i] = at(i, k);
+    if (rowsShown_.count() != coordinatesOfItem_ && !rowsShown_.resize(coordinatesOfItem_, nullptr)) return nullptr;
+    if (valuesShown_.size() != values_.size() && !valuesShown_.resize(values_.size(), 0)) return nullptr;
+    for (int k = 0; k < coordinatesOfItem_; ++k) {
+      rowsShown_[k] = valuesShown_.data() + k * roomInItems_;
+      for (int i = 0; i < roomInItems_; ++i) rowsShown_[k][i] = at(i, k);
     }
-    return rowsShown.data();
+    return rowsShown_.data();
   }
 
  private:
   bool grow(int coordinates, int numberOfItems) {
     const long long numberOfValues = static_cast<long long>(coordinates) * numberOfItems;
     if (coordinates < 0 || numberOfItems < 0 || numberOfValues > mostValues) return false;
-    if (numberOfValues > values.count() && !values.resize(numberOfValues, 0)) return false;
-    if (coordinates > coordinatesOfItem) widen(coordinates);
-    if (coordinates < coordinatesOfItem) narrow(coordinates);
-    coordinatesOfItem = coordinates;
-    roomInItems = numberOfItems;
+    if (numberOfValues > values_.count() && !values_.resize(numberOfValues, 0)) return false;
+    if (coordinates > coordinatesOfItem_) widen(coordinates);
+    if (coordinates < coordinatesOfItem_) narrow(coordinates);
+    coordinatesOfItem_ = coordinates;
+    roomInItems_ = numberOfItems;
     return true;
   }
 
   /// Gives each item more coordinates, which are 0. From the last item on, since the items move up.
   void widen(int coordinates) {
-    for (int i = roomInItems - 1; i >= 0; --i) {
-      for (int k = coordinates - 1; k >= 0; --k) values[i * coordinates + k] = k < coordinatesOfItem ? at(i, k) : 0;
+    for (int i = roomInItems_ - 1; i >= 0; --i) {
+      for (int k = coordinates - 1; k >= 0; --k) values_[i * coordinates + k] = k < coordinatesOfItem_ ? at(i, k) : 0;
     }
   }
 
   void narrow(int coordinates) {
-    for (int i = 0; i < roomInItems; ++i) std::copy_n(&at(i, 0), coordinates, values.data() + i * coordinates);
-    values.fillFrom(roomInItems * coordinates, 0);
+    for (int i = 0; i < roomInItems_; ++i) std::copy_n(&at(i, 0), coordinates, values_.data() + i * coordinates);
+    values_.fillFrom(roomInItems_ * coordinates, 0);
   }
 
-  ZQArray<int> values;
-  int coordinatesOfItem = 0;
-  int roomInItems = 0;
-  ZQArray<int*> rowsShown;
-  ZQArray<int> valuesShown;
+  ZQArray<int> values_;
+  int coordinatesOfItem_ = 0;
+  int roomInItems_ = 0;
+  ZQArray<int*> rowsShown_;
+  ZQArray<int> valuesShown_;
 };
 
 }  // namespace zmatrix

@@ -74,8 +74,8 @@ class ZQMatrixBaseAccessors {
   void setCoordinateDimension(int coordinateDimension) { currentRecord()->setCoordinateDimension(coordinateDimension); }
   int getMemorySearchMethod() const { return currentRecord()->getMemorySearchMethod(); }
   void setMemorySearchMethod(int memorySearchMethod) { currentRecord()->setMemorySearchMethod(memorySearchMethod); }
-  void showBasicProperties() { zmatrix::showBasicProperties(theMatrix()); }
-  void printMatrixOverallInfo() { zmatrix::printMatrixOverallInfo(theMatrix()); }
+  void showBasicProperties() { zmatrix::showBasicProperties(asMatrix()); }
+  void printMatrixOverallInfo() { zmatrix::printMatrixOverallInfo(asMatrix()); }
   void initGlobalParameters() { fileHeader()->initGlobalParameters(); }
   int getGlobalMatrixType() const { return fileHeader()->getGlobalMatrixProperties()->matrixType; }
   void setGlobalMatrixType(int matrixType) { fileHeader()->getGlobalMatrixProperties()->matrixType = matrixType; }
@@ -92,10 +92,10 @@ class ZQMatrixBaseAccessors {
 
  private:
   static constexpr ZQMatrixInfoType tier = ZQMatrixInfoTypeBase;
-  Matrix& theMatrix() { return static_cast<Matrix&>(*this); }
-  const Matrix& theMatrix() const { return static_cast<const Matrix&>(*this); }
-  auto* currentRecord() const { return theMatrix().getMatrixInfo(); }
-  ZQMatrixFileHeader* fileHeader() const { return theMatrix().getMatrixFileHeader(); }
+  Matrix& asMatrix() { return static_cast<Matrix&>(*this); }
+  const Matrix& asMatrix() const { return static_cast<const Matrix&>(*this); }
+  auto* currentRecord() const { return asMatrix().getMatrixInfo(); }
+  ZQMatrixFileHeader* fileHeader() const { return asMatrix().getMatrixFileHeader(); }
 };
 
 template <class Matrix, class Below>
@@ -194,8 +194,8 @@ class ZQMatrixMediumAccessors : public Below {
   int* getRulesInDimension(int* numberOfDimensions) const { return currentRecord()->getRulesInDimension(numberOfDimensions); }
   int* getUniqueRulesInDimension(int* numberOfDimensions) const { return currentRecord()->getUniqueRulesInDimension(numberOfDimensions); }
   int* getWriteElementsInDimension(int* numberOfDimensions) const { return currentRecord()->getWriteElementsInDimension(numberOfDimensions); }
-  void showBasicProperties() { zmatrix::showBasicProperties(theMatrix()); }
-  void printMatrixOverallInfo() { zmatrix::printMatrixOverallInfo(theMatrix()); }
+  void showBasicProperties() { zmatrix::showBasicProperties(asMatrix()); }
+  void printMatrixOverallInfo() { zmatrix::printMatrixOverallInfo(asMatrix()); }
   int getGlobalIsPhraseMatrix() const { return fileHeader()->getGlobalMatrixProperties()->isPhraseMatrix; }
   void setGlobalIsPhraseMatrix(int isPhraseMatrix) { fileHeader()->getGlobalMatrixProperties()->isPhraseMatrix = isPhraseMatrix; }
   int getGlobalPreProcessingType() const { return fileHeader()->getGlobalMatrixProperties()->preProcessingType; }
@@ -308,10 +308,10 @@ class ZQMatrixMediumAccessors : public Below {
 
  private:
   static constexpr ZQMatrixInfoType tier = ZQMatrixInfoTypeMedium;
-  Matrix& theMatrix() { return static_cast<Matrix&>(*this); }
-  const Matrix& theMatrix() const { return static_cast<const Matrix&>(*this); }
-  auto* currentRecord() const { return theMatrix().getMatrixInfo(); }
-  ZQMatrixFileHeader* fileHeader() const { return theMatrix().getMatrixFileHeader(); }
+  Matrix& asMatrix() { return static_cast<Matrix&>(*this); }
+  const Matrix& asMatrix() const { return static_cast<const Matrix&>(*this); }
+  auto* currentRecord() const { return asMatrix().getMatrixInfo(); }
+  ZQMatrixFileHeader* fileHeader() const { return asMatrix().getMatrixFileHeader(); }
 };
 
 template <class Matrix, class Below>
@@ -320,8 +320,8 @@ class ZQMatrixFullAccessors : public Below {
   using Below::Below;
 
   void setCoordinateDimension(int coordinateDimension) { currentRecord()->setCoordinateDimension(coordinateDimension); }
-  void showBasicProperties() { zmatrix::showBasicProperties(theMatrix()); }
-  void printMatrixOverallInfo() { zmatrix::printMatrixOverallInfo(theMatrix()); }
+  void showBasicProperties() { zmatrix::showBasicProperties(asMatrix()); }
+  void printMatrixOverallInfo() { zmatrix::printMatrixOverallInfo(asMatrix()); }
   int getGlobalKeepSymbolsWhenRemoveOverdeterminedElements() const { return fileHeader()->getGlobalMatrixProperties()->keepSymbolsWhenRemoveOverdeterminedElements; }
   void setGlobalKeepSymbolsWhenRemoveOverdeterminedElements(int keepSymbolsWhenRemoveOverdeterminedElements) { fileHeader()->getGlobalMatrixProperties()->keepSymbolsWhenRemoveOverdeterminedElements = keepSymbolsWhenRemoveOverdeterminedElements; }
   void initGlobalSymbolParameters() { fileHeader()->initGlobalSymbolParameters(); }
@@ -420,10 +420,10 @@ class ZQMatrixFullAccessors : public Below {
 
  private:
   static constexpr ZQMatrixInfoType tier = ZQMatrixInfoTypeFull;
-  Matrix& theMatrix() { return static_cast<Matrix&>(*this); }
-  const Matrix& theMatrix() const { return static_cast<const Matrix&>(*this); }
-  auto* currentRecord() const { return theMatrix().getMatrixInfo(); }
-  ZQMatrixFileHeader* fileHeader() const { return theMatrix().getMatrixFileHeader(); }
+  Matrix& asMatrix() { return static_cast<Matrix&>(*this); }
+  const Matrix& asMatrix() const { return static_cast<const Matrix&>(*this); }
+  auto* currentRecord() const { return asMatrix().getMatrixInfo(); }
+  ZQMatrixFileHeader* fileHeader() const { return asMatrix().getMatrixFileHeader(); }
 };
 
 }  // namespace zmatrix

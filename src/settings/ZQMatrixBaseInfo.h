@@ -52,44 +52,44 @@ class ZQMatrixBaseInfo {
   /// Frees all arrays and sets all scalar fields to -1.
   void deInitMatrixInfo();
 
-  int getMagicNumber() const { return magicNumber; }
-  int getUpdateInfoType() const { return updateInfoType; }
-  void setUpdateInfoType(int value) { updateInfoType = value; }
-  unsigned int getTimeStamp() const { return timeStamp; }
-  void setTimeStamp(unsigned int value) { timeStamp = value; }
-  int getSoftwareVersion() const { return softwareVersion; }
-  int getMatrixID() const { return matrixID; }
-  int getMatrixType() const { return matrixType; }
-  int getAllowLargeIndices() const { return allowLargeIndices; }
-  int getCoordinateDimension() const { return coordinateDimension; }
-  int getIsFinalized() const { return isFinalized; }
-  void setIsFinalized(int value) { isFinalized = value; }
-  int getMemIsReadOnly() const { return memIsReadOnly; }
-  void setMemIsReadOnly(int value) { memIsReadOnly = value; }
-  int getMaximalMatrixIndex() const { return maximalMatrixIndex; }
-  int getMaxDimOfMatrix() const { return maxDimOfMatrix; }
-  int getMemorySearchMethod() const { return memorySearchMethod; }
-  void setMemorySearchMethod(int value) { memorySearchMethod = value; }
-  int getCurrentDimension() const { return currentDimension; }
-  void _setCurrentDimension(int value) { currentDimension = value; }
-  int getInternalCurrentDimension() const { return internalCurrentDimension; }
-  void _setInternalCurrentDimension(int value) { internalCurrentDimension = value; }
-  int getNumberOfMatrixWriteEvents() const { return numberOfMatrixWriteEvents; }
-  void setNumberOfMatrixWriteEvents(int value) { numberOfMatrixWriteEvents = value; }
-  int getNumberOfMatrixDeleteEvents() const { return numberOfMatrixDeleteEvents; }
-  int getNumberOfMatrixElements() const { return numberOfMatrixElements; }
-  void setNumberOfMatrixElements(int value) { numberOfMatrixElements = value; }
-  int getNumberOfWriteElements() const { return numberOfWriteElements; }
-  void setNumberOfWriteElements(int value) { numberOfWriteElements = value; }
-  int getNumberOfWriteCounts() const { return numberOfWriteCounts; }
-  void setNumberOfWriteCounts(int value) { numberOfWriteCounts = value; }
-  int getNumberOfEndElements() const { return numberOfEndElements; }
-  void setNumberOfEndElements(int value) { numberOfEndElements = value; }
-  int getUpdateInfoSize() const { return updateInfoSize; }
-  void setUpdateInfoSize(int value) { updateInfoSize = value; }
+  int getMagicNumber() const { return magicNumber_; }
+  int getUpdateInfoType() const { return updateInfoType_; }
+  void setUpdateInfoType(int value) { updateInfoType_ = value; }
+  unsigned int getTimeStamp() const { return timeStamp_; }
+  void setTimeStamp(unsigned int value) { timeStamp_ = value; }
+  int getSoftwareVersion() const { return softwareVersion_; }
+  int getMatrixID() const { return matrixId_; }
+  int getMatrixType() const { return matrixType_; }
+  int getAllowLargeIndices() const { return allowLargeIndices_; }
+  int getCoordinateDimension() const { return coordinateDimension_; }
+  int getIsFinalized() const { return isFinalized_; }
+  void setIsFinalized(int value) { isFinalized_ = value; }
+  int getMemIsReadOnly() const { return memIsReadOnly_; }
+  void setMemIsReadOnly(int value) { memIsReadOnly_ = value; }
+  int getMaximalMatrixIndex() const { return maximalMatrixIndex_; }
+  int getMaxDimOfMatrix() const { return maxDimOfMatrix_; }
+  int getMemorySearchMethod() const { return memorySearchMethod_; }
+  void setMemorySearchMethod(int value) { memorySearchMethod_ = value; }
+  int getCurrentDimension() const { return currentDimension_; }
+  void _setCurrentDimension(int value) { currentDimension_ = value; }
+  int getInternalCurrentDimension() const { return internalCurrentDimension_; }
+  void _setInternalCurrentDimension(int value) { internalCurrentDimension_ = value; }
+  int getNumberOfMatrixWriteEvents() const { return numberOfMatrixWriteEvents_; }
+  void setNumberOfMatrixWriteEvents(int value) { numberOfMatrixWriteEvents_ = value; }
+  int getNumberOfMatrixDeleteEvents() const { return numberOfMatrixDeleteEvents_; }
+  int getNumberOfMatrixElements() const { return numberOfMatrixElements_; }
+  void setNumberOfMatrixElements(int value) { numberOfMatrixElements_ = value; }
+  int getNumberOfWriteElements() const { return numberOfWriteElements_; }
+  void setNumberOfWriteElements(int value) { numberOfWriteElements_ = value; }
+  int getNumberOfWriteCounts() const { return numberOfWriteCounts_; }
+  void setNumberOfWriteCounts(int value) { numberOfWriteCounts_ = value; }
+  int getNumberOfEndElements() const { return numberOfEndElements_; }
+  void setNumberOfEndElements(int value) { numberOfEndElements_ = value; }
+  int getUpdateInfoSize() const { return updateInfoSize_; }
+  void setUpdateInfoSize(int value) { updateInfoSize_ = value; }
 
   /// True while nothing was ever written here, or all of it is gone.
-  bool isEmpty() const { return numberOfWriteElements == 0 && numberOfMatrixElements == 0; }
+  bool isEmpty() const { return numberOfWriteElements_ == 0 && numberOfMatrixElements_ == 0; }
 
   // Guarded setters: a refusal prints at level 0 and keeps the old value; storing the current value never prints.
   void setMatrixType(int value);
@@ -102,31 +102,31 @@ class ZQMatrixBaseInfo {
   /// The signed byte width of a coordinate in the update sequence. 1 if stored, 0 if refused.
   int setSizeOfCoordDimension(int dimension, int size);
 
-  void incrementNumberOfMatrixElements() { numberOfMatrixElements = zmatrix::successorOf(numberOfMatrixElements); }
-  void decrementNumberOfMatrixElements() { numberOfMatrixElements = zmatrix::predecessorOf(numberOfMatrixElements); }
-  void incrementNumberOfWriteElements() { numberOfWriteElements = zmatrix::successorOf(numberOfWriteElements); }
-  void decrementNumberOfWriteElements() { numberOfWriteElements = zmatrix::predecessorOf(numberOfWriteElements); }
-  void incrementNumberOfEndElements() { numberOfEndElements = zmatrix::successorOf(numberOfEndElements); }
-  void decrementNumberOfEndElements() { numberOfEndElements = zmatrix::predecessorOf(numberOfEndElements); }
-  void incrementNumberOfWriteEvents() { numberOfMatrixWriteEvents = zmatrix::successorOf(numberOfMatrixWriteEvents); }
-  void incrementNumberOfDeleteEvents() { numberOfMatrixDeleteEvents = zmatrix::successorOf(numberOfMatrixDeleteEvents); }
-  void incrementNumberOfWriteCounts() { numberOfWriteCounts = zmatrix::successorOf(numberOfWriteCounts); }
+  void incrementNumberOfMatrixElements() { numberOfMatrixElements_ = zmatrix::successorOf(numberOfMatrixElements_); }
+  void decrementNumberOfMatrixElements() { numberOfMatrixElements_ = zmatrix::predecessorOf(numberOfMatrixElements_); }
+  void incrementNumberOfWriteElements() { numberOfWriteElements_ = zmatrix::successorOf(numberOfWriteElements_); }
+  void decrementNumberOfWriteElements() { numberOfWriteElements_ = zmatrix::predecessorOf(numberOfWriteElements_); }
+  void incrementNumberOfEndElements() { numberOfEndElements_ = zmatrix::successorOf(numberOfEndElements_); }
+  void decrementNumberOfEndElements() { numberOfEndElements_ = zmatrix::predecessorOf(numberOfEndElements_); }
+  void incrementNumberOfWriteEvents() { numberOfMatrixWriteEvents_ = zmatrix::successorOf(numberOfMatrixWriteEvents_); }
+  void incrementNumberOfDeleteEvents() { numberOfMatrixDeleteEvents_ = zmatrix::successorOf(numberOfMatrixDeleteEvents_); }
+  void incrementNumberOfWriteCounts() { numberOfWriteCounts_ = zmatrix::successorOf(numberOfWriteCounts_); }
   void addToNumberOfWriteCounts(int count) {
-    numberOfWriteCounts = static_cast<int>(static_cast<unsigned>(numberOfWriteCounts) + static_cast<unsigned>(count));
+    numberOfWriteCounts_ = static_cast<int>(static_cast<unsigned>(numberOfWriteCounts_) + static_cast<unsigned>(count));
   }
 
   /// Makes the per-dimension arrays reach dimIndex and raises currentDimension. 0 at maxDimOfMatrix and beyond, else 1.
   int checkMatrixDimension(int dimIndex) {
-    return dimIndex < currentDimension && dimIndex < maxDimOfMatrix ? 1 : enterMatrixDimension(dimIndex);
+    return dimIndex < currentDimension_ && dimIndex < maxDimOfMatrix_ ? 1 : enterMatrixDimension(dimIndex);
   }
   /// Widens the limits seen in a dimension to include the index.
   int updateMatrixIndexInfo(int dimIndex, int index) {
-    if (static_cast<unsigned>(dimIndex) >= static_cast<unsigned>(maximalIndices.count())) return reportDimensionBeyondCapacity();
+    if (static_cast<unsigned>(dimIndex) >= static_cast<unsigned>(maximalIndices_.count())) return reportDimensionBeyondCapacity();
     widenMatrixIndexInfo(dimIndex, index);
     return 1;
   }
   int updateMatrixIndexInfoAfterDelete(int dimIndex, int index) {
-    if (static_cast<unsigned>(dimIndex) < static_cast<unsigned>(maximalIndices.count())) widenMatrixIndexInfo(dimIndex, index);
+    if (static_cast<unsigned>(dimIndex) < static_cast<unsigned>(maximalIndices_.count())) widenMatrixIndexInfo(dimIndex, index);
     return 1;
   }
 
@@ -136,19 +136,19 @@ class ZQMatrixBaseInfo {
   void _resizeIndexLimits(int capacity);
 
   // The arrays stay the record's. Each is valid until the record grows or is initialised anew.
-  int* getSizeOfCoordinateDimensions() { return sizeOfCoordinateDimensions.data(); }
-  int* getMinimalIndices() { return minimalIndices.data(); }
-  int* getMaximalIndices() { return maximalIndices.data(); }
-  int* getMinimalIndicesInDimension(int* numberOfDimensions) { return dimensionArray(minimalIndices, numberOfDimensions); }
-  int* getMaximalIndicesInDimension(int* numberOfDimensions) { return dimensionArray(maximalIndices, numberOfDimensions); }
+  int* getSizeOfCoordinateDimensions() { return sizeOfCoordinateDimensions_.data(); }
+  int* getMinimalIndices() { return minimalIndices_.data(); }
+  int* getMaximalIndices() { return maximalIndices_.data(); }
+  int* getMinimalIndicesInDimension(int* numberOfDimensions) { return dimensionArray(minimalIndices_, numberOfDimensions); }
+  int* getMaximalIndicesInDimension(int* numberOfDimensions) { return dimensionArray(maximalIndices_, numberOfDimensions); }
   /// Positions of the last walk: room for the root and getRoomOfMatrixPtr() steps below it.
-  int* getMatrixPtr() { return matrixPtr.data(); }
-  int getRoomOfMatrixPtr() const { return matrixPtr.count() - 1; }
+  int* getMatrixPtr() { return matrixPtr_.data(); }
+  int getRoomOfMatrixPtr() const { return matrixPtr_.count() - 1; }
   /// Makes room for a walk of at least this many steps. False, and nothing changed, if memory has run out.
   [[nodiscard]] bool growMatrixPtr(int numberOfSteps);
   /// One item read out of the matrix; the next read overwrites it.
-  int* getTemporaryMemory() { return temporaryMemory.data(); }
-  int* _getTemporaryMemory() { return temporaryMemory.data(); }
+  int* getTemporaryMemory() { return temporaryMemory_.data(); }
+  int* _getTemporaryMemory() { return temporaryMemory_.data(); }
   /// How many integers may be read from `item` on: up to the end of the temporary memory if it lies there, else INT_MAX, since
   /// the length of a caller's array is not known here.
   int readableFrom(const int* item) const;
@@ -192,40 +192,41 @@ class ZQMatrixBaseInfo {
   void storeFlagWithWarning(int& field, int value, const char* setter);
 
   int* dimensionArray(zmatrix::ZQArray<int>& array, int* numberOfDimensions) {
-    if (numberOfDimensions != nullptr) *numberOfDimensions = currentDimension < array.count() ? currentDimension : array.count();
+    if (numberOfDimensions != nullptr)
+      *numberOfDimensions = currentDimension_ < array.count() ? currentDimension_ : array.count();
     return array.data();
   }
 
-  int updateInfoSize = 0;  ///< bytes of this record on disk, once it was written
+  int updateInfoSize_ = 0;  ///< bytes of this record on disk, once it was written
   // The fields. Defaults, file format and everything else about them stand in the rows of ZQMatrixFields.cpp.
-  int magicNumber = 0;
-  int updateInfoType = 0;
-  unsigned int timeStamp = 0;
-  int softwareVersion = 0;
-  int matrixID = 0;
-  int matrixType = 0;
-  int allowLargeIndices = 0;
-  int coordinateDimension = 0;
-  int isFinalized = 0;
-  int memIsReadOnly = 0;
-  int maximalMatrixIndex = 0;
-  int maxDimOfMatrix = 0;
-  int memorySearchMethod = 0;
-  int currentDimension = 0;
-  int internalCurrentDimension = 0;
-  int numberOfMatrixWriteEvents = 0;
-  int numberOfMatrixDeleteEvents = 0;
-  int numberOfMatrixElements = 0;
-  int numberOfWriteElements = 0;
-  int numberOfWriteCounts = 0;
-  int numberOfEndElements = 0;
-  int internalLengthOfTemporaryMemory = 0;
-  zmatrix::ZQArray<int> sizeOfCoordinateDimensions;
-  zmatrix::ZQArray<int> minimalIndices;
-  zmatrix::ZQArray<int> maximalIndices;
-  zmatrix::ZQArray<int> matrixPtr;
-  zmatrix::ZQArray<int> temporaryMemory;
-  ZQMatrixProperties* globalMatrixInfoParameters = nullptr;
+  int magicNumber_ = 0;
+  int updateInfoType_ = 0;
+  unsigned int timeStamp_ = 0;
+  int softwareVersion_ = 0;
+  int matrixId_ = 0;
+  int matrixType_ = 0;
+  int allowLargeIndices_ = 0;
+  int coordinateDimension_ = 0;
+  int isFinalized_ = 0;
+  int memIsReadOnly_ = 0;
+  int maximalMatrixIndex_ = 0;
+  int maxDimOfMatrix_ = 0;
+  int memorySearchMethod_ = 0;
+  int currentDimension_ = 0;
+  int internalCurrentDimension_ = 0;
+  int numberOfMatrixWriteEvents_ = 0;
+  int numberOfMatrixDeleteEvents_ = 0;
+  int numberOfMatrixElements_ = 0;
+  int numberOfWriteElements_ = 0;
+  int numberOfWriteCounts_ = 0;
+  int numberOfEndElements_ = 0;
+  int internalLengthOfTemporaryMemory_ = 0;
+  zmatrix::ZQArray<int> sizeOfCoordinateDimensions_;
+  zmatrix::ZQArray<int> minimalIndices_;
+  zmatrix::ZQArray<int> maximalIndices_;
+  zmatrix::ZQArray<int> matrixPtr_;
+  zmatrix::ZQArray<int> temporaryMemory_;
+  ZQMatrixProperties* globalMatrixInfoParameters_ = nullptr;
 
  private:
   friend struct zmatrix::FieldTable;
@@ -237,7 +238,7 @@ class ZQMatrixBaseInfo {
   void printCoordinateSizes();
   long long smallestLegalMaximalIndex() const;
   void widenMatrixIndexInfo(int dimIndex, int index) {
-    if (index < minimalIndices[dimIndex]) minimalIndices[dimIndex] = index;
-    if (index > maximalIndices[dimIndex]) maximalIndices[dimIndex] = index;
+    if (index < minimalIndices_[dimIndex]) minimalIndices_[dimIndex] = index;
+    if (index > maximalIndices_[dimIndex]) maximalIndices_[dimIndex] = index;
   }
 };

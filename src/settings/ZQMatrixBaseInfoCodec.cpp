@@ -17,7 +17,7 @@ bool isCoordinateSize(int size) {
 
 template <class Fields>
 void ZQMatrixBaseInfo::describeBasePart(Fields& fields) {
-  fields.number(updateInfoSize);
+  fields.number(updateInfoSize_);
   for (const zmatrix::FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeBase)) {
     if (row.kind == zmatrix::FieldRow::coordinateSizes) {
       describeCoordinateSizes(fields);
@@ -25,14 +25,14 @@ void ZQMatrixBaseInfo::describeBasePart(Fields& fields) {
       zmatrix::describeField(fields, row, *this);
     }
   }
-  fields.setVersion(softwareVersion);
+  fields.setVersion(softwareVersion_);
   if constexpr (Fields::reads) {
     fields.require(fields.isSound() && makeDimensionArrays(fields.file));
     if (!fields.isSound()) return;
   }
-  const int beyond = zmatrix::successorOf(maximalMatrixIndex);
-  describeDimensions(fields, minimalIndices, beyond);
-  describeDimensions(fields, maximalIndices, zmatrix::negativeOf(beyond));
+  const int beyond = zmatrix::successorOf(maximalMatrixIndex_);
+  describeDimensions(fields, minimalIndices_, beyond);
+  describeDimensions(fields, maximalIndices_, zmatrix::negativeOf(beyond));
 }
 
 template void ZQMatrixBaseInfo::describeBasePart(zmatrix::ZQFieldWriter&);
@@ -42,32 +42,33 @@ template <class Fields>
 void ZQMatrixBaseInfo::describeCoordinateSizes(Fields& fields) {
   if constexpr (Fields::reads) {
     if (!fields.isSound()) return;
-    fields.require(fields.file.hasRoom(sizeOfCoordinateDimensions.assign(coordinateDimension, zmatrix::defaultCoordinateSize)));
+    fields.require(fields.file.hasRoom(sizeOfCoordinateDimensions_.assign(coordinateDimension_, zmatrix::defaultCoordinateSize)));
     if (!fields.isSound()) return;
   }
-  for (int k = 0; k < coordinateDimension; ++k) {
-    int size = k < sizeOfCoordinateDimensions.count() ? sizeOfCoordinateDimensions[k] : zmatrix::defaultCoordinateSize;
+  for (int k = 0; k < coordinateDimension_; ++k) {
+    int size = k < sizeOfCoordinateDimensions_.count() ? sizeOfCoordinateDimensions_[k] : zmatrix::defaultCoordinateSize;
     fields.number(size);
     fields.require(isCoordinateSize(size));
-    if (Fields::reads) sizeOfCoordinateDimensions[k] = size;
+    if (Fields::reads) sizeOfCoordinateDimensions_[k] = size;
   }
 }
 
 // A stored capacity is raised to what is in use, and lowered to that if a file of this size can't have asked for it.
 bool ZQMatrixBaseInfo::makeDimensionArrays(zmatrix::ZQFileReader& file) {
   constexpr long long bytesOfDimension = arraysOfDimensions * static_cast<long long>(sizeof(int));
-  internalCurrentDimension = std::min(std::max(internalCurrentDimension, currentDimension), INT_MAX - 1);
-  if (!file.grants(internalCurrentDimension * bytesOfDimension)) {
-    internalCurrentDimension = currentDimension;
-    if (!file.grants(internalCurrentDimension * bytesOfDimension)) return false;
+  internalCurrentDimension_ = std::min(std::max(internalCurrentDimension_, currentDimension_), INT_MAX - 1);
+  if (!file.grants(internalCurrentDimension_ * bytesOfDimension)) {
+    internalCurrentDimension_ = currentDimension_;
+    if (!file.grants(internalCurrentDimension_ * bytesOfDimension)) return false;
   }
-  const long long bytesOfTemporaryMemory = internalLengthOfTemporaryMemory * static_cast<long long>(sizeof(int));
-  if (internalLengthOfTemporaryMemory < 0 || !file.grants(bytesOfTemporaryMemory)) {
-    internalLengthOfTemporaryMemory = zmatrix::smallestTemporaryMemory;
+  const long long bytesOfTemporaryMemory = internalLengthOfTemporaryMemory_ * static_cast<long long>(sizeof(int));
+  if (internalLengthOfTemporaryMemory_ < 0 || !file.grants(bytesOfTemporaryMemory)) {
+    internalLengthOfTemporaryMemory_ = zmatrix::smallestTemporaryMemory;
   }
-  return file.hasRoom(minimalIndices.assign(internalCurrentDimension, 0) && maximalIndices.assign(internalCurrentDimension, 0) &&
-                      matrixPtr.assign(internalCurrentDimension + 1LL, 0) &&
-                      temporaryMemory.assign(std::max(internalLengthOfTemporaryMemory, zmatrix::smallestTemporaryMemory), 0));
+  return file.hasRoom(minimalIndices_.assign(internalCurrentDimension_, 0) &&
+                      maximalIndices_.assign(internalCurrentDimension_, 0) &&
+                      matrixPtr_.assign(internalCurrentDimension_ + 1LL, 0) &&
+                      temporaryMemory_.assign(std::max(internalLengthOfTemporaryMemory_, zmatrix::smallestTemporaryMemory), 0));
 }
 
 bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {
@@ -81,12 +82,12 @@ bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {
 // accepted if its size is what its writer must have stored, since without it all elements would be lost; the history ends with
 // it.
 bool ZQMatrixBaseInfo::hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const {
-  const auto size = static_cast<unsigned>(updateInfoSize);
+  const auto size = static_cast<unsigned>(updateInfoSize_);
   return size <= zmatrix::largestUpdateInfoSize || (withSequence == 0 && size == fields.getSumOfLengths());
 }
 
 int ZQMatrixBaseInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {
-  const int id = matrixID;
+  const int id = matrixId_;
   zmatrix::ZQFieldReader fields(file);
   return readBasePart(fields) && hasLegalSize(fields, withSequence) ? 1 : refuseRecord(*this, id);
 }

@@ -65,23 +65,23 @@ void setDefaultSymbolParameters(ZQMatrixProperties& block) {
 
 std::span<const ZQMatrixFileHeader::NumberRow> ZQMatrixFileHeader::numberRows() noexcept {
   static constexpr NumberRow rows[] = {
-      {"lastSoftwareVersion", &ZQMatrixFileHeader::lastSoftwareVersion, matrixFormatVersion},
-      {"is64BitMatrix", &ZQMatrixFileHeader::is64BitMatrix},
-      {"maxNumberOfMatrices", &ZQMatrixFileHeader::maxNumberOfMatrices, initialNumberOfMatrices},
-      {"numberOfMatrices", &ZQMatrixFileHeader::numberOfMatrices},
-      {"matrixAILevel", &ZQMatrixFileHeader::matrixAILevel},
-      {"offsetToUpdateInfos", &ZQMatrixFileHeader::offsetToUpdateInfos},
-      {"matrixBlockSize", &ZQMatrixFileHeader::matrixBlockSize},
-      {"matrixBlockSizeOld", &ZQMatrixFileHeader::matrixBlockSizeOld},
-      {"maximalStack", &ZQMatrixFileHeader::maximalStack},
-      {"numberMatrixUpdates", &ZQMatrixFileHeader::numberOfMatrixUpdates},
-      {"numberAppendedUpdates", &ZQMatrixFileHeader::numberOfAppendedUpdates, notKnown, firstVersionWithInfoType},
-      {"debugOutputDevice", &ZQMatrixFileHeader::matrixDebugOutputDevice},
-      {"userRandomValue", &ZQMatrixFileHeader::userRandomValue, initialRandomValue},
-      {"userRandomType", &ZQMatrixFileHeader::userRandomType, 1},
-      {"systemRandomValue", &ZQMatrixFileHeader::systemRandomValue, initialRandomValue},
-      {"systemRandomType", &ZQMatrixFileHeader::systemRandomType, 1},
-      {"matrixInfoType", &ZQMatrixFileHeader::matrixInfoType, ZQMatrixInfoTypeBase, firstVersionWithInfoType},
+      {"lastSoftwareVersion", &ZQMatrixFileHeader::lastSoftwareVersion_, matrixFormatVersion},
+      {"is64BitMatrix", &ZQMatrixFileHeader::is64BitMatrix_},
+      {"maxNumberOfMatrices", &ZQMatrixFileHeader::maxNumberOfMatrices_, initialNumberOfMatrices},
+      {"numberOfMatrices", &ZQMatrixFileHeader::numberOfMatrices_},
+      {"matrixAILevel", &ZQMatrixFileHeader::matrixAiLevel_},
+      {"offsetToUpdateInfos", &ZQMatrixFileHeader::offsetToUpdateInfos_},
+      {"matrixBlockSize", &ZQMatrixFileHeader::matrixBlockSize_},
+      {"matrixBlockSizeOld", &ZQMatrixFileHeader::matrixBlockSizeOld_},
+      {"maximalStack", &ZQMatrixFileHeader::maximalStack_},
+      {"numberMatrixUpdates", &ZQMatrixFileHeader::numberOfMatrixUpdates_},
+      {"numberAppendedUpdates", &ZQMatrixFileHeader::numberOfAppendedUpdates_, notKnown, firstVersionWithInfoType},
+      {"debugOutputDevice", &ZQMatrixFileHeader::matrixDebugOutputDevice_},
+      {"userRandomValue", &ZQMatrixFileHeader::userRandomValue_, initialRandomValue},
+      {"userRandomType", &ZQMatrixFileHeader::userRandomType_, 1},
+      {"systemRandomValue", &ZQMatrixFileHeader::systemRandomValue_, initialRandomValue},
+      {"systemRandomType", &ZQMatrixFileHeader::systemRandomType_, 1},
+      {"matrixInfoType", &ZQMatrixFileHeader::matrixInfoType_, ZQMatrixInfoTypeBase, firstVersionWithInfoType},
   };
   return rows;
 }
@@ -92,68 +92,68 @@ ZQMatrixFileHeader::~ZQMatrixFileHeader() {
 
 int ZQMatrixFileHeader::initFileHeader(int infoType) {
   deInitFileHeader();
-  fileType[0] = 0;
-  matrixDescription[0] = 0;
+  fileType_[0] = 0;
+  matrixDescription_[0] = 0;
   for (const NumberRow& row : numberRows()) {
     row.member.visit(*this, [&row](auto& number) { number = row.initial; });
   }
-  matrixInfoType = infoType;
-  matrixDebugDirectory[0] = 0;
-  matrixOriginFilename[0] = 0;
-  matrixDestinationFilename[0] = 0;
-  fpUpdateInfosFileName[0] = 0;
+  matrixInfoType_ = infoType;
+  matrixDebugDirectory_[0] = 0;
+  matrixOriginFilename_[0] = 0;
+  matrixDestinationFilename_[0] = 0;
+  fpUpdateInfosFileName_[0] = 0;
   initGlobalParameters();
   initGlobalSymbolParameters();
-  return stopFlags.assign(maxNumberOfMatrices, 0) ? 1 : 0;
+  return stopFlags_.assign(maxNumberOfMatrices_, 0) ? 1 : 0;
 }
 
 void ZQMatrixFileHeader::deInitFileHeader() {
-  if (fpUpdateInfos != nullptr) fclose(fpUpdateInfos);
-  fpUpdateInfos = nullptr;
-  stopFlags.reset();
+  if (fpUpdateInfos_ != nullptr) fclose(fpUpdateInfos_);
+  fpUpdateInfos_ = nullptr;
+  stopFlags_.reset();
   deleteMatrixUpdateInfos();
 }
 
 void ZQMatrixFileHeader::closeAndRemoveUpdateInfos() {
-  if (fpUpdateInfos != nullptr) {
-    fclose(fpUpdateInfos);
-    if (fpUpdateInfosFileName[0] != 0) remove(fpUpdateInfosFileName);
+  if (fpUpdateInfos_ != nullptr) {
+    fclose(fpUpdateInfos_);
+    if (fpUpdateInfosFileName_[0] != 0) remove(fpUpdateInfosFileName_);
   }
-  fpUpdateInfos = nullptr;
-  fpUpdateInfosFileName[0] = 0;
+  fpUpdateInfos_ = nullptr;
+  fpUpdateInfosFileName_[0] = 0;
 }
 
 void ZQMatrixFileHeader::deleteMatrixUpdateInfos() {
-  _matrixInfos.reset();
+  matrixInfos_.reset();
 }
 
 void ZQMatrixFileHeader::setFileType(const char* text) {
-  storeText(fileType, sizeof fileType, text);
+  storeText(fileType_, sizeof fileType_, text);
 }
 
 void ZQMatrixFileHeader::setNumberOfMatrices(int number) {
-  if (numberOfMatrices <= number && 0 < number && number <= maxNumberOfMatrices) numberOfMatrices = number;
+  if (numberOfMatrices_ <= number && 0 < number && number <= maxNumberOfMatrices_) numberOfMatrices_ = number;
 }
 
 void ZQMatrixFileHeader::setMatrixAILevel(int level) {
-  if (level == 0 || level == 1) matrixAILevel = level;
+  if (level == 0 || level == 1) matrixAiLevel_ = level;
 }
 
 void ZQMatrixFileHeader::setMatrixDebugOutputDevice(int device) {
   if (device < 0) device = 0;
   if (device > 3) device = 2;
-  matrixDebugOutputDevice = device;
+  matrixDebugOutputDevice_ = device;
   ZQDebugChannel::globalDebugOutputDevice = device;
 }
 
 void ZQMatrixFileHeader::setMatrixDebugDirectory(const char* path) {
   if (path == nullptr) return;
   if (strlen(path) > longestDebugDirectory) path = "";
-  storeText(matrixDebugDirectory, sizeof matrixDebugDirectory, path);
-  if (matrixDebugDirectory[0] == 0) storeText(matrixDebugDirectory, sizeof matrixDebugDirectory, workingDirectory);
-  if (canWriteIn(matrixDebugDirectory)) return;
+  storeText(matrixDebugDirectory_, sizeof matrixDebugDirectory_, path);
+  if (matrixDebugDirectory_[0] == 0) storeText(matrixDebugDirectory_, sizeof matrixDebugDirectory_, workingDirectory);
+  if (canWriteIn(matrixDebugDirectory_)) return;
   dbPrintf(0, "warning: setDebugDirectory to directory without write access! Current working directory will be used!\n");
-  storeText(matrixDebugDirectory, sizeof matrixDebugDirectory, workingDirectory);
+  storeText(matrixDebugDirectory_, sizeof matrixDebugDirectory_, workingDirectory);
 }
 
 }  // namespace zmatrix

@@ -56,100 +56,100 @@ class ZQMatrixFileHeader {
   int initFileHeader(int infoType);
   /// Frees what the header owns and closes the stream of update records.
   void deInitFileHeader();
-  void initGlobalParameters() { setDefaultParameters(globalParameters); }
-  void initGlobalSymbolParameters() { setDefaultSymbolParameters(globalSymbolParameters); }
+  void initGlobalParameters() { setDefaultParameters(globalParameters_); }
+  void initGlobalSymbolParameters() { setDefaultSymbolParameters(globalSymbolParameters_); }
 
-  char* getFileType() { return fileType; }
+  char* getFileType() { return fileType_; }
   void setFileType(const char* text);
-  char* getMatrixDescription() { return matrixDescription; }
-  void setMatrixDescription(const char* text) { storeText(matrixDescription, sizeof matrixDescription, text); }
-  char* getMatrixOriginFilename() { return matrixOriginFilename; }
-  void setMatrixOriginFilename(const char* name) { storeText(matrixOriginFilename, sizeof matrixOriginFilename, name); }
-  char* getMatrixDestinationFilename() { return matrixDestinationFilename; }
+  char* getMatrixDescription() { return matrixDescription_; }
+  void setMatrixDescription(const char* text) { storeText(matrixDescription_, sizeof matrixDescription_, text); }
+  char* getMatrixOriginFilename() { return matrixOriginFilename_; }
+  void setMatrixOriginFilename(const char* name) { storeText(matrixOriginFilename_, sizeof matrixOriginFilename_, name); }
+  char* getMatrixDestinationFilename() { return matrixDestinationFilename_; }
   void setMatrixDestinationFilename(const char* name) {
-    storeText(matrixDestinationFilename, sizeof matrixDestinationFilename, name);
+    storeText(matrixDestinationFilename_, sizeof matrixDestinationFilename_, name);
   }
-  char* getMatrixDebugDirectory() { return matrixDebugDirectory; }
+  char* getMatrixDebugDirectory() { return matrixDebugDirectory_; }
   /// Empties the directory without a test of write access.
-  void _clearMatrixDebugDirectory() { matrixDebugDirectory[0] = 0; }
+  void _clearMatrixDebugDirectory() { matrixDebugDirectory_[0] = 0; }
   /// Takes the directory if a file can be made in it, else the working directory, with a warning.
   void setMatrixDebugDirectory(const char* path);
 
-  int getLastSoftwareVersion() const { return lastSoftwareVersion; }
-  void setLastSoftwareVersion(int value) { lastSoftwareVersion = value; }
-  int getIs64BitMatrix() const { return is64BitMatrix; }
-  void setIs64BitMatrix(int value) { is64BitMatrix = value; }
-  int getMaxNumberOfMatrices() const { return maxNumberOfMatrices; }
-  void _setMaxNumberOfMatrices(int value) { maxNumberOfMatrices = value; }
-  int getNumberOfMatrices() const { return numberOfMatrices; }
+  int getLastSoftwareVersion() const { return lastSoftwareVersion_; }
+  void setLastSoftwareVersion(int value) { lastSoftwareVersion_ = value; }
+  int getIs64BitMatrix() const { return is64BitMatrix_; }
+  void setIs64BitMatrix(int value) { is64BitMatrix_ = value; }
+  int getMaxNumberOfMatrices() const { return maxNumberOfMatrices_; }
+  void _setMaxNumberOfMatrices(int value) { maxNumberOfMatrices_ = value; }
+  int getNumberOfMatrices() const { return numberOfMatrices_; }
   /// Can raise the count only, up to maxNumberOfMatrices; anything else is refused in silence.
   void setNumberOfMatrices(int number);
-  void _setNumberOfMatrices(int value) { numberOfMatrices = value; }
-  int getMatrixAILevel() const { return matrixAILevel; }
+  void _setNumberOfMatrices(int value) { numberOfMatrices_ = value; }
+  int getMatrixAILevel() const { return matrixAiLevel_; }
   /// Stores 0 and 1 only, in silence.
   void setMatrixAILevel(int level);
-  int getOffsetToUpdateInfos() const { return offsetToUpdateInfos; }
-  void setOffsetToUpdateInfos(int value) { offsetToUpdateInfos = value; }
+  int getOffsetToUpdateInfos() const { return offsetToUpdateInfos_; }
+  void setOffsetToUpdateInfos(int value) { offsetToUpdateInfos_ = value; }
   /// Where the history of the file that was read begins, which the offset, an int, can't hold for a large file; 0 if it has none.
-  void setPositionOfUpdateInfos(long long position) { positionOfUpdateInfos = position; }
-  int getMatrixBlockSize() const { return matrixBlockSize; }
-  void _setMatrixBlockSize(int value) { matrixBlockSize = value; }
-  int getMatrixBlockSizeOld() const { return matrixBlockSizeOld; }
-  void _setMatrixBlockSizeOld(int value) { matrixBlockSizeOld = value; }
-  int getMaximalStack() const { return maximalStack; }
-  void _setMaximalStack(int value) { maximalStack = value; }
-  int getNumberOfMatrixUpdates() const { return numberOfMatrixUpdates; }
-  void setNumberOfMatrixUpdates(int value) { numberOfMatrixUpdates = value; }
-  void incrementNumberOfMatrixUpdates() { numberOfMatrixUpdates = successorOf(numberOfMatrixUpdates); }
-  int getNumberOfAppendedUpdates() const { return numberOfAppendedUpdates; }
-  void setNumberOfAppendedUpdates(int value) { numberOfAppendedUpdates = value; }
-  void incrementNumberOfAppendedUpdates() { numberOfAppendedUpdates = successorOf(numberOfAppendedUpdates); }
-  int getMatrixDebugOutputDevice() const { return matrixDebugOutputDevice; }
+  void setPositionOfUpdateInfos(long long position) { positionOfUpdateInfos_ = position; }
+  int getMatrixBlockSize() const { return matrixBlockSize_; }
+  void _setMatrixBlockSize(int value) { matrixBlockSize_ = value; }
+  int getMatrixBlockSizeOld() const { return matrixBlockSizeOld_; }
+  void _setMatrixBlockSizeOld(int value) { matrixBlockSizeOld_ = value; }
+  int getMaximalStack() const { return maximalStack_; }
+  void _setMaximalStack(int value) { maximalStack_ = value; }
+  int getNumberOfMatrixUpdates() const { return numberOfMatrixUpdates_; }
+  void setNumberOfMatrixUpdates(int value) { numberOfMatrixUpdates_ = value; }
+  void incrementNumberOfMatrixUpdates() { numberOfMatrixUpdates_ = successorOf(numberOfMatrixUpdates_); }
+  int getNumberOfAppendedUpdates() const { return numberOfAppendedUpdates_; }
+  void setNumberOfAppendedUpdates(int value) { numberOfAppendedUpdates_ = value; }
+  void incrementNumberOfAppendedUpdates() { numberOfAppendedUpdates_ = successorOf(numberOfAppendedUpdates_); }
+  int getMatrixDebugOutputDevice() const { return matrixDebugOutputDevice_; }
   /// 0 to 3, here and for the calling thread. A negative device becomes 0, one above 3 becomes 2.
   void setMatrixDebugOutputDevice(int device);
-  int getMatrixInfoType() const { return matrixInfoType; }
-  void setMatrixInfoType(int value) { matrixInfoType = value; }
+  int getMatrixInfoType() const { return matrixInfoType_; }
+  void setMatrixInfoType(int value) { matrixInfoType_ = value; }
 
   // Each reading of a random value is a step of its generator. The types are stored and have no effect.
-  long long getUserRandomValue() { return nextRandomValue(userRandomValue); }
-  void setUserRandomValue(long long value) { userRandomValue = value; }
-  int getUserRandomType() const { return userRandomType; }
-  void setUserRandomType(int value) { userRandomType = value; }
-  long long getSystemRandomValue() { return nextRandomValue(systemRandomValue); }
-  void setSystemRandomValue(long long value) { systemRandomValue = value; }
-  int getSystemRandomType() const { return systemRandomType; }
-  void setSystemRandomType(int value) { systemRandomType = value; }
+  long long getUserRandomValue() { return nextRandomValue(userRandomValue_); }
+  void setUserRandomValue(long long value) { userRandomValue_ = value; }
+  int getUserRandomType() const { return userRandomType_; }
+  void setUserRandomType(int value) { userRandomType_ = value; }
+  long long getSystemRandomValue() { return nextRandomValue(systemRandomValue_); }
+  void setSystemRandomValue(long long value) { systemRandomValue_ = value; }
+  int getSystemRandomType() const { return systemRandomType_; }
+  void setSystemRandomType(int value) { systemRandomType_ = value; }
 
-  ZQMatrixProperties* getGlobalMatrixProperties() { return &globalParameters; }
-  ZQMatrixProperties* getGlobalSymbolMatrixProperties() { return &globalSymbolParameters; }
-  char* getGlobalNamesOfUpdateFiles() { return globalParameters.namesOfUpdateFiles; }
+  ZQMatrixProperties* getGlobalMatrixProperties() { return &globalParameters_; }
+  ZQMatrixProperties* getGlobalSymbolMatrixProperties() { return &globalSymbolParameters_; }
+  char* getGlobalNamesOfUpdateFiles() { return globalParameters_.namesOfUpdateFiles; }
 
   // The texts of the two blocks. Their numbers are read and changed in place.
-  char* getGlobalNameOfUpdateFile() { return globalParameters.nameOfUpdateFile; }
-  void setGlobalNameOfUpdateFile(const char* text) { storeNameOfUpdateFile(globalParameters, text); }
-  char* getGlobalMidiChannelFilterArray() { return globalParameters.midiChannelFilter; }
-  void setGlobalMidiChannelFilterArray(const char* channels) { storeMidiChannelFilter(globalParameters, channels); }
-  char* getGlobalSymbolNameOfUpdateFile() { return globalSymbolParameters.nameOfUpdateFile; }
-  void setGlobalSymbolNameOfUpdateFile(const char* text) { storeNameOfUpdateFile(globalSymbolParameters, text); }
-  char* getGlobalSymbolMidiChannelFilterArray() { return globalSymbolParameters.midiChannelFilter; }
-  void setGlobalSymbolMidiChannelFilterArray(const char* channels) { storeMidiChannelFilter(globalSymbolParameters, channels); }
+  char* getGlobalNameOfUpdateFile() { return globalParameters_.nameOfUpdateFile; }
+  void setGlobalNameOfUpdateFile(const char* text) { storeNameOfUpdateFile(globalParameters_, text); }
+  char* getGlobalMidiChannelFilterArray() { return globalParameters_.midiChannelFilter; }
+  void setGlobalMidiChannelFilterArray(const char* channels) { storeMidiChannelFilter(globalParameters_, channels); }
+  char* getGlobalSymbolNameOfUpdateFile() { return globalSymbolParameters_.nameOfUpdateFile; }
+  void setGlobalSymbolNameOfUpdateFile(const char* text) { storeNameOfUpdateFile(globalSymbolParameters_, text); }
+  char* getGlobalSymbolMidiChannelFilterArray() { return globalSymbolParameters_.midiChannelFilter; }
+  void setGlobalSymbolMidiChannelFilterArray(const char* channels) { storeMidiChannelFilter(globalSymbolParameters_, channels); }
 
   /// One int per reserved sub-matrix, owned here.
-  int* getStopFlags() { return stopFlags.data(); }
-  int getStopFlag(int id) const { return id >= 0 && id < stopFlags.count() ? stopFlags[id] : 0; }
+  int* getStopFlags() { return stopFlags_.data(); }
+  int getStopFlag(int id) const { return id >= 0 && id < stopFlags_.count() ? stopFlags_[id] : 0; }
   void setStopFlag(int id, int value) {
-    if (id >= 0 && id < stopFlags.count()) stopFlags[id] = value;
+    if (id >= 0 && id < stopFlags_.count()) stopFlags_[id] = value;
   }
-  void clearStopFlags() { stopFlags.fillFrom(0, 0); }
+  void clearStopFlags() { stopFlags_.fillFrom(0, 0); }
   /// Makes as many flags; the old ones keep their values. False, and nothing changed, if memory has run out.
-  [[nodiscard]] bool resizeStopFlags(int numberOfFlags) { return stopFlags.resize(numberOfFlags, 0); }
+  [[nodiscard]] bool resizeStopFlags(int numberOfFlags) { return stopFlags_.resize(numberOfFlags, 0); }
 
-  FILE* getFpUpdateInfos() { return fpUpdateInfos; }
-  void setFpUpdateInfos(FILE* file) { fpUpdateInfos = file; }
-  char* getFpUpdateInfosFileName() { return fpUpdateInfosFileName; }
-  void setFpUpdateInfosFileName(const char* name) { storeText(fpUpdateInfosFileName, sizeof fpUpdateInfosFileName, name); }
+  FILE* getFpUpdateInfos() { return fpUpdateInfos_; }
+  void setFpUpdateInfos(FILE* file) { fpUpdateInfos_ = file; }
+  char* getFpUpdateInfosFileName() { return fpUpdateInfosFileName_; }
+  void setFpUpdateInfosFileName(const char* name) { storeText(fpUpdateInfosFileName_, sizeof fpUpdateInfosFileName_, name); }
   /// 1 while there is a stream of older update records, else 0.
-  int matrixHasBeenRead() const { return fpUpdateInfos != nullptr ? 1 : 0; }
+  int matrixHasBeenRead() const { return fpUpdateInfos_ != nullptr ? 1 : 0; }
   /// Closes that stream, removes its file if it has a name, and forgets both.
   void closeAndRemoveUpdateInfos();
 
@@ -189,35 +189,35 @@ class ZQMatrixFileHeader {
   /// As a record of the file's tier.
   int readUpdateInfo(ZQMatrixInfo& record, ZQFileReader& file) const;
 
-  char fileType[8] = {};
-  char matrixDescription[504] = {};
-  int lastSoftwareVersion = matrixFormatVersion;
-  int is64BitMatrix = 0;
-  int maxNumberOfMatrices = 0;
-  int numberOfMatrices = 0;
-  int matrixAILevel = 0;  ///< highest symbol level in use
-  int offsetToUpdateInfos = 0;
-  long long positionOfUpdateInfos = 0;  ///< not in the file
-  int matrixBlockSize = 0;
-  int matrixBlockSizeOld = 0;
-  int maximalStack = 0;
-  int numberOfMatrixUpdates = 0;
-  int numberOfAppendedUpdates = notKnown;
-  int matrixDebugOutputDevice = 0;
-  long long userRandomValue = initialRandomValue;
-  int userRandomType = 1;
-  long long systemRandomValue = initialRandomValue;
-  int systemRandomType = 1;
-  int matrixInfoType = 0;
-  char matrixDebugDirectory[256] = {};
-  char matrixOriginFilename[256] = {};
-  char matrixDestinationFilename[256] = {};
-  ZQMatrixProperties globalParameters{};
-  ZQMatrixProperties globalSymbolParameters{};
-  FILE* fpUpdateInfos = nullptr;
-  char fpUpdateInfosFileName[256] = {};  ///< empty for an unnamed temporary file
-  zmatrix::ZQArray<int> stopFlags;
-  zmatrix::ZQRecordTable _matrixInfos;  ///< loaded update records, null while none are; each may be null
+  char fileType_[8] = {};
+  char matrixDescription_[504] = {};
+  int lastSoftwareVersion_ = matrixFormatVersion;
+  int is64BitMatrix_ = 0;
+  int maxNumberOfMatrices_ = 0;
+  int numberOfMatrices_ = 0;
+  int matrixAiLevel_ = 0;  ///< highest symbol level in use
+  int offsetToUpdateInfos_ = 0;
+  long long positionOfUpdateInfos_ = 0;  ///< not in the file
+  int matrixBlockSize_ = 0;
+  int matrixBlockSizeOld_ = 0;
+  int maximalStack_ = 0;
+  int numberOfMatrixUpdates_ = 0;
+  int numberOfAppendedUpdates_ = notKnown;
+  int matrixDebugOutputDevice_ = 0;
+  long long userRandomValue_ = initialRandomValue;
+  int userRandomType_ = 1;
+  long long systemRandomValue_ = initialRandomValue;
+  int systemRandomType_ = 1;
+  int matrixInfoType_ = 0;
+  char matrixDebugDirectory_[256] = {};
+  char matrixOriginFilename_[256] = {};
+  char matrixDestinationFilename_[256] = {};
+  ZQMatrixProperties globalParameters_{};
+  ZQMatrixProperties globalSymbolParameters_{};
+  FILE* fpUpdateInfos_ = nullptr;
+  char fpUpdateInfosFileName_[256] = {};  ///< empty for an unnamed temporary file
+  zmatrix::ZQArray<int> stopFlags_;
+  zmatrix::ZQRecordTable matrixInfos_;  ///< loaded update records, null while none are; each may be null
 };
 
 }  // namespace zmatrix

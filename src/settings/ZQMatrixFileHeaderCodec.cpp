@@ -31,26 +31,26 @@ void describeBlock(Fields& fields, ZQMatrixProperties& block) {
 
 template <class Fields>
 long long ZQMatrixFileHeader::describe(Fields& fields) {
-  fields.text(fileType, sizeof fileType);
-  fields.text(matrixDescription, sizeof matrixDescription);
+  fields.text(fileType_, sizeof fileType_);
+  fields.text(matrixDescription_, sizeof matrixDescription_);
   long long positionOfOffset = 0;
   for (const NumberRow& row : numberRows()) {
-    if (row.member == &ZQMatrixFileHeader::offsetToUpdateInfos) positionOfOffset = fields.getPosition();
+    if (row.member == &ZQMatrixFileHeader::offsetToUpdateInfos_) positionOfOffset = fields.getPosition();
     row.member.visit(*this, [&](auto& number) {
       fields.number(number, row.firstVersion, static_cast<std::decay_t<decltype(number)>>(notKnown));
     });
-    if (row.member == &ZQMatrixFileHeader::lastSoftwareVersion) fields.setVersion(lastSoftwareVersion);
+    if (row.member == &ZQMatrixFileHeader::lastSoftwareVersion_) fields.setVersion(lastSoftwareVersion_);
   }
-  fields.text(matrixDebugDirectory, sizeof matrixDebugDirectory);
-  fields.text(matrixOriginFilename, sizeof matrixOriginFilename);
-  fields.text(matrixDestinationFilename, sizeof matrixDestinationFilename);
-  describeBlock(fields, globalParameters);
-  describeBlock(fields, globalSymbolParameters);
+  fields.text(matrixDebugDirectory_, sizeof matrixDebugDirectory_);
+  fields.text(matrixOriginFilename_, sizeof matrixOriginFilename_);
+  fields.text(matrixDestinationFilename_, sizeof matrixDestinationFilename_);
+  describeBlock(fields, globalParameters_);
+  describeBlock(fields, globalSymbolParameters_);
   return positionOfOffset;
 }
 
 long long ZQMatrixFileHeader::writeFileHeader(ZQFileWriter& file) {
-  lastSoftwareVersion = matrixFormatVersion;
+  lastSoftwareVersion_ = matrixFormatVersion;
   ZQFieldWriter fields(file);
   return describe(fields);
 }
@@ -58,48 +58,48 @@ long long ZQMatrixFileHeader::writeFileHeader(ZQFileWriter& file) {
 int ZQMatrixFileHeader::readFileHeader(ZQFileReader& file) {
   ZQFieldReader fields(file);
   describe(fields);
-  const bool isMatrixFile = memcmp(fileType, matrixFileType, sizeof fileType) == 0;
-  fileType[sizeof fileType - 1] = 0;
-  matrixDescription[sizeof matrixDescription - 1] = 0;
-  matrixDebugDirectory[sizeof matrixDebugDirectory - 1] = 0;
-  matrixOriginFilename[sizeof matrixOriginFilename - 1] = 0;
-  matrixDestinationFilename[sizeof matrixDestinationFilename - 1] = 0;
+  const bool isMatrixFile = memcmp(fileType_, matrixFileType, sizeof fileType_) == 0;
+  fileType_[sizeof fileType_ - 1] = 0;
+  matrixDescription_[sizeof matrixDescription_ - 1] = 0;
+  matrixDebugDirectory_[sizeof matrixDebugDirectory_ - 1] = 0;
+  matrixOriginFilename_[sizeof matrixOriginFilename_ - 1] = 0;
+  matrixDestinationFilename_[sizeof matrixDestinationFilename_ - 1] = 0;
   // A truncated header is rejected.
-  if (!isMatrixFile || (!fields.isSound() && lastSoftwareVersion >= oldestVersion)) {
+  if (!isMatrixFile || (!fields.isSound() && lastSoftwareVersion_ >= oldestVersion)) {
     dbPrintf(0, "ReadFileHeader: this is not a valid matrix file\n");
     return -1;
   }
-  if (is64BitMatrix == 1) {
+  if (is64BitMatrix_ == 1) {
     dbPrintf(0, "ReadFileHeader:Cannot read 64Bit version of matrix file\n");
     return -1;
   }
-  if (matrixBlockSize < 1 || maximalStack < 1) {
+  if (matrixBlockSize_ < 1 || maximalStack_ < 1) {
     dbPrintf(0, "ReadFileHeader: this is not a valid matrix file (illegal blockSIze or stackSize)\n");
     return -1;
   }
-  if (numberOfMatrices > initialNumberOfMatrices) {
-    dbPrintf(0, "ReadFileHeader:Warning: this matrix file contains more matrices than default (%d)\n", numberOfMatrices);
+  if (numberOfMatrices_ > initialNumberOfMatrices) {
+    dbPrintf(0, "ReadFileHeader:Warning: this matrix file contains more matrices than default (%d)\n", numberOfMatrices_);
   }
-  if (maxNumberOfMatrices > initialNumberOfMatrices) {
+  if (maxNumberOfMatrices_ > initialNumberOfMatrices) {
     dbPrintf(0, "ReadFileHeader:Warning: this matrix file reserves memory for more matrices than default (%d)\n",
-             maxNumberOfMatrices);
+             maxNumberOfMatrices_);
   }
-  if (static_cast<unsigned>(matrixAILevel) > highestAILevel) {
+  if (static_cast<unsigned>(matrixAiLevel_) > highestAILevel) {
     dbPrintf(0, "ReadFileHeader:Warning: this matrix AI level is illegal or higher than this software version allows (%d)\n",
-             matrixAILevel);
+             matrixAiLevel_);
   }
-  if (numberOfMatrixUpdates <= 0) dbPrintf(0, "ReadFileHeader: illegal number of matrix updates: %d\n", numberOfMatrixUpdates);
-  if (numberOfAppendedUpdates < 0) {
-    dbPrintf(0, "ReadFileHeader: illegal number of appended updates: %d\n", numberOfAppendedUpdates);
+  if (numberOfMatrixUpdates_ <= 0) dbPrintf(0, "ReadFileHeader: illegal number of matrix updates: %d\n", numberOfMatrixUpdates_);
+  if (numberOfAppendedUpdates_ < 0) {
+    dbPrintf(0, "ReadFileHeader: illegal number of appended updates: %d\n", numberOfAppendedUpdates_);
   }
-  if (lastSoftwareVersion < oldestVersion) {
-    dbPrintf(0, "ReadFileHeader: cannot read matrix file with old format version: %d: %d\n", lastSoftwareVersion, oldestVersion);
+  if (lastSoftwareVersion_ < oldestVersion) {
+    dbPrintf(0, "ReadFileHeader: cannot read matrix file with old format version: %d: %d\n", lastSoftwareVersion_, oldestVersion);
     return -1;
   }
   // The records of the file read before are not this file's.
-  if (fpUpdateInfos != nullptr) fclose(fpUpdateInfos);
-  fpUpdateInfos = nullptr;
-  fpUpdateInfosFileName[0] = 0;
+  if (fpUpdateInfos_ != nullptr) fclose(fpUpdateInfos_);
+  fpUpdateInfos_ = nullptr;
+  fpUpdateInfosFileName_[0] = 0;
   return 1;
 }
 
@@ -108,9 +108,9 @@ int ZQMatrixFileHeader::getMatrixInfoTypeFromFile(const char* path) {
   if (stream == nullptr) return -2;
   ZQFileReader file(stream);
   ZQMatrixFileHeader header;
-  header.matrixInfoType = notKnown;
+  header.matrixInfoType_ = notKnown;
   header.readFileHeader(file);
-  int infoType = header.matrixInfoType;
+  int infoType = header.matrixInfoType_;
   if (static_cast<unsigned>(infoType) > ZQMatrixInfoTypeFull) {  // older files have it in their first record
     file.get<int>();
     const int magic = file.get<int>();

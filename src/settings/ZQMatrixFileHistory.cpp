@@ -18,8 +18,8 @@ const char* nameOfTier(int infoType) {
 }  // namespace
 
 int ZQMatrixFileHeader::readUpdateInfo(ZQMatrixInfo& record, ZQFileReader& file) const {
-  if (matrixInfoType == ZQMatrixInfoTypeFull) return record.readUpdateInfo(file, 1);
-  if (matrixInfoType == ZQMatrixInfoTypeMedium) return record.ZQMatrixMediumInfo::readUpdateInfo(file, 1);
+  if (matrixInfoType_ == ZQMatrixInfoTypeFull) return record.readUpdateInfo(file, 1);
+  if (matrixInfoType_ == ZQMatrixInfoTypeMedium) return record.ZQMatrixMediumInfo::readUpdateInfo(file, 1);
   return record.ZQMatrixBaseInfo::readUpdateInfo(file, 1);
 }
 
@@ -29,32 +29,32 @@ void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
   int found = 0;
   if (count == nullptr) count = &found;
   *count = 0;
-  const long long begin = offsetToUpdateInfos != 0 ? offsetToUpdateInfos : positionOfUpdateInfos;
-  if (offsetToUpdateInfos == 0 && positionOfUpdateInfos <= largestOffsetToUpdateInfos) {
+  const long long begin = offsetToUpdateInfos_ != 0 ? offsetToUpdateInfos_ : positionOfUpdateInfos_;
+  if (offsetToUpdateInfos_ == 0 && positionOfUpdateInfos_ <= largestOffsetToUpdateInfos) {
     dbPrintf(1, "Info from readMatrixUpdateInfos: no updateInfos found\n");
-    if (numberOfAppendedUpdates != 0) dbPrintf(1, "_numberOfAppendedUpdates: %d unexpected\n", numberOfAppendedUpdates);
+    if (numberOfAppendedUpdates_ != 0) dbPrintf(1, "_numberOfAppendedUpdates: %d unexpected\n", numberOfAppendedUpdates_);
     return;
   }
-  if (_matrixInfos.count() > 0) {
+  if (matrixInfos_.count() > 0) {
     dbPrintf(1, "Info from readMatrixUpdateInfos: _matrixInfos already initialized...\n");
-    *count = numberOfAppendedUpdates;
+    *count = numberOfAppendedUpdates_;
     return;
   }
-  FILE* stream = openRegularFile(matrixOriginFilename);
+  FILE* stream = openRegularFile(matrixOriginFilename_);
   if (stream == nullptr) {
-    dbPrintf(0, "Error from readMatrixUpdateInfos: matrixFile %s not found\n", matrixOriginFilename);
+    dbPrintf(0, "Error from readMatrixUpdateInfos: matrixFile %s not found\n", matrixOriginFilename_);
     return;
   }
   ZQFileReader file(stream);
   file.seek(begin);
   *count = scanUpdateInfos(file);
   if (*count < 1) {
-    numberOfAppendedUpdates = 0;
+    numberOfAppendedUpdates_ = 0;
   } else {
-    if (*count != numberOfAppendedUpdates) {
+    if (*count != numberOfAppendedUpdates_) {
       dbPrintf(1, "number of matrix updates found different from value _numberOf MatrixUpdates: %d <-> %d, value corrected!\n",
-               *count, numberOfAppendedUpdates);
-      numberOfAppendedUpdates = *count;
+               *count, numberOfAppendedUpdates_);
+      numberOfAppendedUpdates_ = *count;
     }
     ZQFileReader sameFile(stream);
     sameFile.seek(begin);
@@ -70,42 +70,42 @@ int ZQMatrixFileHeader::scanUpdateInfos(ZQFileReader& file) {
   for (;;) {
     ZQMatrixInfo record;
     if (readUpdateInfo(record, file) < 1) {
-      dbPrintf(0, "appended %s matrixInfo no. %d: is invalid, read updateinfo aborted...\n", nameOfTier(matrixInfoType),
+      dbPrintf(0, "appended %s matrixInfo no. %d: is invalid, read updateinfo aborted...\n", nameOfTier(matrixInfoType_),
                count + 1);
       break;
     }
     ++count;
-    if (matrixInfoType >= ZQMatrixInfoTypeMedium) dbPrintf(1, "appended symbol matrixInfo no. %d: is OK\n", count);
+    if (matrixInfoType_ >= ZQMatrixInfoTypeMedium) dbPrintf(1, "appended symbol matrixInfo no. %d: is OK\n", count);
   }
   return count;
 }
 
 void ZQMatrixFileHeader::loadUpdateInfos(ZQFileReader& file, int count) {
-  if (!_matrixInfos.resize(count)) return;
+  if (!matrixInfos_.resize(count)) return;
   for (int i = 0; i < count; ++i) {
     dbPrintf(1, "allocating memory for updateInfo np: %d\n", i);
     auto* record = new (std::nothrow) ZQMatrixInfo();
     if (record == nullptr) return;
-    _matrixInfos.put(i, std::unique_ptr<ZQMatrixBaseInfo>(record));
-    if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d\n", i);
+    matrixInfos_.put(i, std::unique_ptr<ZQMatrixBaseInfo>(record));
+    if (matrixInfoType_ == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d\n", i);
     const int result = readUpdateInfo(*record, file);
-    if (matrixInfoType == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d finished\n", i);
+    if (matrixInfoType_ == ZQMatrixInfoTypeMedium) dbPrintf(1, "reading updateInfo no: %d finished\n", i);
     if (result < 1) return;
   }
 }
 
 ZQMatrixBaseInfo* ZQMatrixFileHeader::getMatrixUpdateInfo(int index) {
-  if (numberOfAppendedUpdates == notKnown) {
+  if (numberOfAppendedUpdates_ == notKnown) {
     dbPrintf(0, "_numberOfAppendedUpdates not available: readMatrixUpdateInfoUpdateInfos() must be called! %d\n",
-             numberOfAppendedUpdates);
-  } else if (index < 0 || index >= numberOfAppendedUpdates) {
+             numberOfAppendedUpdates_);
+  } else if (index < 0 || index >= numberOfAppendedUpdates_) {
     dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
-  } else if (_matrixInfos.data() == nullptr) {
+  } else if (matrixInfos_.data() == nullptr) {
     dbPrintf(0, "_matrixInfos = NULL: readMatrixUpdateInfoUpdateInfos() must be called! \n");
-  } else if (index >= _matrixInfos.count()) {
+  } else if (index >= matrixInfos_.count()) {
     dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
   } else {
-    return _matrixInfos[index];
+    return matrixInfos_[index];
   }
   return nullptr;
 }

@@ -6,12 +6,12 @@
 int ZQMatrixInfo::initMatrixInfo(int id) {
   const int hasRoom = ZQMatrixMediumInfo::initMatrixInfo(id);
   zmatrix::setToDefaults(*this, ZQMatrixInfoTypeFull);
-  updateInfoType = ZQMatrixInfoTypeFull;
+  updateInfoType_ = ZQMatrixInfoTypeFull;
   return hasRoom;
 }
 
 void ZQMatrixInfo::deInitMatrixInfo() {
-  if (updateInfoType >= ZQMatrixInfoTypeMedium) zmatrix::setToUnusable(*this, ZQMatrixInfoTypeFull);
+  if (updateInfoType_ >= ZQMatrixInfoTypeMedium) zmatrix::setToUnusable(*this, ZQMatrixInfoTypeFull);
   ZQMatrixMediumInfo::deInitMatrixInfo();
 }
 

@@ -11,26 +11,26 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
   int initMatrixInfo(int id);
   void deInitMatrixInfo();
 
-  int getCurrentMatrixIDLevelDown() const { return currentMatrixIDLevelDown; }
-  int getCurrentMatrixIDLevelUp() const { return currentMatrixIDLevelUp; }
-  int getNumberOfSymbols() const { return numberOfSymbols; }
-  int getNewSymbol() const { return newSymbol; }
-  void setNewSymbol(int value) { newSymbol = value; }
-  int getKeepSymbolsWhenRemoveOverdeterminedElements() const { return keepSymbolsWhenRemoveOverdeterminedElements; }
+  int getCurrentMatrixIDLevelDown() const { return currentMatrixIdLevelDown_; }
+  int getCurrentMatrixIDLevelUp() const { return currentMatrixIdLevelUp_; }
+  int getNumberOfSymbols() const { return numberOfSymbols_; }
+  int getNewSymbol() const { return newSymbol_; }
+  void setNewSymbol(int value) { newSymbol_ = value; }
+  int getKeepSymbolsWhenRemoveOverdeterminedElements() const { return keepSymbolsWhenRemoveOverdeterminedElements_; }
   void setKeepSymbolsWhenRemoveOverdeterminedElements(int value) {
-    storeFlag(keepSymbolsWhenRemoveOverdeterminedElements, value, "setKeepSymbolsWhenRemoveOverdeterminedElements");
+    storeFlag(keepSymbolsWhenRemoveOverdeterminedElements_, value, "setKeepSymbolsWhenRemoveOverdeterminedElements");
   }
   /// The links refuse negative values, so a link that is set can be changed but not removed.
-  void setCurrentMatrixIDLevelDown(int id) { storeLevelLink(currentMatrixIDLevelDown, id, "setCurrentMatrixIDLevelDown"); }
-  void setCurrentMatrixIDLevelUp(int id) { storeLevelLink(currentMatrixIDLevelUp, id, "setCurrentMatrixIDLevelUp"); }
+  void setCurrentMatrixIDLevelDown(int id) { storeLevelLink(currentMatrixIdLevelDown_, id, "setCurrentMatrixIDLevelDown"); }
+  void setCurrentMatrixIDLevelUp(int id) { storeLevelLink(currentMatrixIdLevelUp_, id, "setCurrentMatrixIDLevelUp"); }
 
   /// Removes a link from a file that leads to no sub-matrix.
-  void _cutLevelLinkDown() { currentMatrixIDLevelDown = -1; }
-  void _cutLevelLinkUp() { currentMatrixIDLevelUp = -1; }
+  void _cutLevelLinkDown() { currentMatrixIdLevelDown_ = -1; }
+  void _cutLevelLinkUp() { currentMatrixIdLevelUp_ = -1; }
 
-  void incrementNumberOfSymbols() { numberOfSymbols = zmatrix::successorOf(numberOfSymbols); }
-  void decrementNumberOfSymbols() { numberOfSymbols = zmatrix::predecessorOf(numberOfSymbols); }
-  void incrementNewSymbol() { newSymbol = zmatrix::successorOf(newSymbol); }
+  void incrementNumberOfSymbols() { numberOfSymbols_ = zmatrix::successorOf(numberOfSymbols_); }
+  void decrementNumberOfSymbols() { numberOfSymbols_ = zmatrix::predecessorOf(numberOfSymbols_); }
+  void incrementNewSymbol() { newSymbol_ = zmatrix::successorOf(newSymbol_); }
 
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
   void printMatrixInfo();
@@ -40,11 +40,11 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
 
  protected:
   // The fields, described in ZQMatrixFields.cpp.
-  int currentMatrixIDLevelDown = 0;
-  int currentMatrixIDLevelUp = 0;
-  int numberOfSymbols = 0;
-  int newSymbol = 0;
-  int keepSymbolsWhenRemoveOverdeterminedElements = 0;
+  int currentMatrixIdLevelDown_ = 0;
+  int currentMatrixIdLevelUp_ = 0;
+  int numberOfSymbols_ = 0;
+  int newSymbol_ = 0;
+  int keepSymbolsWhenRemoveOverdeterminedElements_ = 0;
 
  private:
   friend struct zmatrix::FieldTable;

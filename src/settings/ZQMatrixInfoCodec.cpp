@@ -7,19 +7,19 @@ void ZQMatrixInfo::describeFullPart(Fields& fields) {
 }
 
 int ZQMatrixInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {
-  const int id = matrixID;
+  const int id = matrixId_;
   zmatrix::ZQFieldReader fields(file);
   bool isRead = readMediumPart(fields, withSequence);
-  if (isRead && updateInfoType >= ZQMatrixInfoTypeFull) {
+  if (isRead && updateInfoType_ >= ZQMatrixInfoTypeFull) {
     describeFullPart(fields);
     fields.endPart();
     isRead = fields.isSound();
   }
   if (!isRead || !hasLegalSize(fields, withSequence)) return refuseRecord(*this, id);
-  if (updateInfoType >= ZQMatrixInfoTypeFull) return 1;
-  currentMatrixIDLevelDown = currentMatrixIDLevelUp = -1;
-  numberOfSymbols = newSymbol = 0;
-  keepSymbolsWhenRemoveOverdeterminedElements = 1;
+  if (updateInfoType_ >= ZQMatrixInfoTypeFull) return 1;
+  currentMatrixIdLevelDown_ = currentMatrixIdLevelUp_ = -1;
+  numberOfSymbols_ = newSymbol_ = 0;
+  keepSymbolsWhenRemoveOverdeterminedElements_ = 1;
   return 1;
 }
 
@@ -27,9 +27,9 @@ void ZQMatrixInfo::writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence
   writeParts(
       file, [this](auto& fields) { describeBasePart(fields); },
       [this, withSequence](auto& fields) {
-        if (updateInfoType >= ZQMatrixInfoTypeMedium) describeMediumPart(fields, withSequence);
+        if (updateInfoType_ >= ZQMatrixInfoTypeMedium) describeMediumPart(fields, withSequence);
       },
       [this](auto& fields) {
-        if (updateInfoType >= ZQMatrixInfoTypeFull) describeFullPart(fields);
+        if (updateInfoType_ >= ZQMatrixInfoTypeFull) describeFullPart(fields);
       });
 }

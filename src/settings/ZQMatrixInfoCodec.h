@@ -35,22 +35,22 @@ void writeFlagged(ZQFieldWriter& fields, bool isThere, long long count, Values v
 // The stored size is not the record's length: it is the sum of the lengths at the end of each tier's part.
 template <class... Parts>
 void ZQMatrixBaseInfo::writeParts(zmatrix::ZQFileWriter& file, Parts... describePart) {
-  softwareVersion = zmatrix::matrixFormatVersion;
+  softwareVersion_ = zmatrix::matrixFormatVersion;
   zmatrix::ZQFileWriter counter(nullptr);
   zmatrix::ZQFieldWriter countedFields(counter);
   unsigned sum = 0;
   ((describePart(countedFields), sum += static_cast<unsigned>(counter.getPosition())), ...);
-  updateInfoSize = static_cast<int>(sum);
+  updateInfoSize_ = static_cast<int>(sum);
   zmatrix::ZQFieldWriter fields(file);
   (describePart(fields), ...);
 }
 
 template <class Info>
 int ZQMatrixBaseInfo::refuseRecord(Info& info, int id) {
-  const int typeInFile = info.updateInfoType;
+  const int typeInFile = info.updateInfoType_;
   info.deInitMatrixInfo();
   info.initMatrixInfo(id);
-  info.updateInfoType = typeInFile;
+  info.updateInfoType_ = typeInFile;
   return -1;
 }
 
@@ -60,9 +60,9 @@ void ZQMatrixBaseInfo::describeDimensions(Fields& fields, zmatrix::ZQArray<int>&
     int isThere = 0;
     fields.number(isThere);
     array.fillFrom(0, unused);
-    for (int i = 0; isThere == 1 && i < currentDimension; ++i) fields.number(array[i]);
+    for (int i = 0; isThere == 1 && i < currentDimension_; ++i) fields.number(array[i]);
   } else {
-    const bool isThere = currentDimension >= 1 && array.count() >= currentDimension;
-    zmatrix::writeFlagged(fields, isThere, currentDimension, [&](long long i) { return array[static_cast<int>(i)]; });
+    const bool isThere = currentDimension_ >= 1 && array.count() >= currentDimension_;
+    zmatrix::writeFlagged(fields, isThere, currentDimension_, [&](long long i) { return array[static_cast<int>(i)]; });
   }
 }

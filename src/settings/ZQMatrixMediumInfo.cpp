@@ -10,87 +10,87 @@
 int ZQMatrixMediumInfo::initMatrixInfo(int id) {
   const bool baseHasRoom = ZQMatrixBaseInfo::initMatrixInfo(id) == 1;
   setMediumDefaults();
-  updateInfoType = ZQMatrixInfoTypeMedium;
-  hasBeenChanged = 0;
-  const bool hasRoom = rulesInDimension.assign(internalCurrentDimension, 0) &&
-                       uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
-                       writeElementsInDimension.assign(internalCurrentDimension, 0) && makeKernelItems(coordinateDimension);
+  updateInfoType_ = ZQMatrixInfoTypeMedium;
+  hasBeenChanged_ = 0;
+  const bool hasRoom = rulesInDimension_.assign(internalCurrentDimension_, 0) &&
+                       uniqueRulesInDimension_.assign(internalCurrentDimension_, 0) &&
+                       writeElementsInDimension_.assign(internalCurrentDimension_, 0) && makeKernelItems(coordinateDimension_);
   return baseHasRoom && hasRoom ? 1 : 0;
 }
 
 // The arrays of a record of the base type are released by the next initMatrixInfo or by the destructor.
 void ZQMatrixMediumInfo::deInitMatrixInfo() {
-  if (updateInfoType >= ZQMatrixInfoTypeMedium) {
-    rulesInDimension.reset();
-    uniqueRulesInDimension.reset();
-    writeElementsInDimension.reset();
-    kernelOriginalSequence.reset();
-    kernelPreProcessedSequence.reset();
-    updateSequence.reset();
-    kernelOriginalSequenceInitialValues.reset();
-    namesOfUpdateFiles.reset();
+  if (updateInfoType_ >= ZQMatrixInfoTypeMedium) {
+    rulesInDimension_.reset();
+    uniqueRulesInDimension_.reset();
+    writeElementsInDimension_.reset();
+    kernelOriginalSequence_.reset();
+    kernelPreProcessedSequence_.reset();
+    updateSequence_.reset();
+    kernelOriginalSequenceInitialValues_.reset();
+    namesOfUpdateFiles_.reset();
     zmatrix::setToUnusable(*this, ZQMatrixInfoTypeMedium);
-    hasBeenChanged = -1;
-    midiSoundID = ZQMatrixSoundUndefined;
-    musicStyle = ZQMatrixMusicStyleUndefined;
-    memset(midiChannelFilter, 255, sizeof midiChannelFilter);
-    nameOfUpdateFile[0] = 1;
+    hasBeenChanged_ = -1;
+    midiSoundId_ = ZQMatrixSoundUndefined;
+    musicStyle_ = ZQMatrixMusicStyleUndefined;
+    memset(midiChannelFilter_, 255, sizeof midiChannelFilter_);
+    nameOfUpdateFile_[0] = 1;
   }
   ZQMatrixBaseInfo::deInitMatrixInfo();
 }
 
 void ZQMatrixMediumInfo::setIsPhraseMatrix(int value) {
-  if (value == isPhraseMatrix) return;
+  if (value == isPhraseMatrix_) return;
   if (!isEmpty()) {
     refuseOnFilledMatrix("setIsPhraseMatrix");
   } else if (value != 0 && value != 1) {
     dbPrintf(0, "error: setIsPhraseMatrix illegal value: %d\n", value);
   } else {
-    isPhraseMatrix = value;
+    isPhraseMatrix_ = value;
   }
 }
 
 void ZQMatrixMediumInfo::setMaxPhraseLengthForUpdateWithSequence(int length) {
-  if (length == maxPhraseLengthForUpdateWithSequence) return;
-  if (length >= 1 && length <= maxDimOfMatrix) {
-    maxPhraseLengthForUpdateWithSequence = length;
+  if (length == maxPhraseLengthForUpdateWithSequence_) return;
+  if (length >= 1 && length <= maxDimOfMatrix_) {
+    maxPhraseLengthForUpdateWithSequence_ = length;
   } else {
     dbPrintf(0, "error: setMaxPhraseLength: illegal value; %d\n", length);
   }
 }
 
 void ZQMatrixMediumInfo::setSkillOutputLevel(int level) {
-  const bool isLegal = level >= 0 && level <= maxPhraseLengthForUpdateWithSequence;
-  skillOutputLevel = isLegal ? level : maxPhraseLengthForUpdateWithSequence;
+  const bool isLegal = level >= 0 && level <= maxPhraseLengthForUpdateWithSequence_;
+  skillOutputLevel_ = isLegal ? level : maxPhraseLengthForUpdateWithSequence_;
 }
 
 void ZQMatrixMediumInfo::setSuccessorMethod(int method) {
   const bool isLegal = method >= ZQSuccessorMethodMostProbable && method <= ZQSuccessorMethodRandom;
-  successorMethod = isLegal ? method : ZQSuccessorMethodRandom;
+  successorMethod_ = isLegal ? method : ZQSuccessorMethodRandom;
 }
 
 void ZQMatrixMediumInfo::setNameOfUpdateFile(const char* name) {
-  zmatrix::storeUnterminatedText(nameOfUpdateFile, nameCapacity, name);
+  zmatrix::storeUnterminatedText(nameOfUpdateFile_, nameCapacity, name);
 }
 
 void ZQMatrixMediumInfo::addNameOfUpdateFile(const char* name) {
   if (name == nullptr) return;
   const size_t length = strlen(name);
-  const int oldLength = std::max(namesOfUpdateFiles.count() - 1, 0);
+  const int oldLength = std::max(namesOfUpdateFiles_.count() - 1, 0);
   // The name may lie in the array that is about to be reallocated.
-  const char* old = namesOfUpdateFiles.data();
+  const char* old = namesOfUpdateFiles_.data();
   const bool isKeptHere =
       oldLength > 0 && std::less_equal<const char*>()(old, name) && std::less<const char*>()(name, old + oldLength + 1);
   const ptrdiff_t place = isKeptHere ? name - old : 0;
-  if (!namesOfUpdateFiles.resize(static_cast<long long>(length) + oldLength + 2, 0)) return;
-  if (isKeptHere) name = namesOfUpdateFiles.data() + place;
-  char* end = namesOfUpdateFiles.data() + oldLength;
+  if (!namesOfUpdateFiles_.resize(static_cast<long long>(length) + oldLength + 2, 0)) return;
+  if (isKeptHere) name = namesOfUpdateFiles_.data() + place;
+  char* end = namesOfUpdateFiles_.data() + oldLength;
   memcpy(end, name, length);
   end[length] = '\n';
 }
 
 void ZQMatrixMediumInfo::setMidiChannelFilterArray(const char* channels) {
-  if (channels != nullptr) memmove(midiChannelFilter, channels, sizeof midiChannelFilter);
+  if (channels != nullptr) memmove(midiChannelFilter_, channels, sizeof midiChannelFilter_);
 }
 
 void ZQMatrixMediumInfo::setCoordinateDimension(int dimension) {
@@ -100,31 +100,31 @@ void ZQMatrixMediumInfo::setCoordinateDimension(int dimension) {
 
 void ZQMatrixMediumInfo::setMediumDefaults() {
   zmatrix::setToDefaults(*this, ZQMatrixInfoTypeMedium);
-  kernelMatrixHandle = matrixID;
-  memset(nameOfUpdateFile, 0, sizeof nameOfUpdateFile);
-  memset(midiChannelFilter, 0, sizeof midiChannelFilter);
-  namesOfUpdateFiles.reset();
-  updateSequence.reset();
+  kernelMatrixHandle_ = matrixId_;
+  memset(nameOfUpdateFile_, 0, sizeof nameOfUpdateFile_);
+  memset(midiChannelFilter_, 0, sizeof midiChannelFilter_);
+  namesOfUpdateFiles_.reset();
+  updateSequence_.reset();
 }
 
 // An internal length may be 0 while the sequence is not empty, so it alone does not tell how much room there must be.
 bool ZQMatrixMediumInfo::makeKernelItems(int dimension) {
   const int originalLength =
-      std::max({internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence, zmatrix::initialKernelLength});
+      std::max({internalLengthOfKernelOriginalSequence_, lengthOfKernelOriginalSequence_, zmatrix::initialKernelLength});
   const int preProcessedLength =
-      std::max({internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, zmatrix::initialKernelLength});
-  facesThatAgree = noFaces;
-  return kernelOriginalSequence.assign(dimension, originalLength) &&
-         kernelOriginalSequenceInitialValues.assign(dimension, originalLength) &&
-         kernelPreProcessedSequence.assign(dimension, preProcessedLength);
+      std::max({internalLengthOfKernelPreProcessedSequence_, lengthOfKernelPreProcessedSequence_, zmatrix::initialKernelLength});
+  facesThatAgree_ = noFaces;
+  return kernelOriginalSequence_.assign(dimension, originalLength) &&
+         kernelOriginalSequenceInitialValues_.assign(dimension, originalLength) &&
+         kernelPreProcessedSequence_.assign(dimension, preProcessedLength);
 }
 
 // The own arrays grow first: the base raises currentDimension, which the fast path relies on.
 int ZQMatrixMediumInfo::enterMediumMatrixDimension(int dimIndex) {
-  if (dimIndex < maxDimOfMatrix && dimIndex >= writeElementsInDimension.count()) {
+  if (dimIndex < maxDimOfMatrix_ && dimIndex >= writeElementsInDimension_.count()) {
     const int capacity = capacityForDimension(dimIndex);
-    const bool hasRoom = uniqueRulesInDimension.resize(capacity, 0) && rulesInDimension.resize(capacity, 0) &&
-                         writeElementsInDimension.resize(capacity, 0);
+    const bool hasRoom = uniqueRulesInDimension_.resize(capacity, 0) && rulesInDimension_.resize(capacity, 0) &&
+                         writeElementsInDimension_.resize(capacity, 0);
     if (!hasRoom) return 0;
   }
   return ZQMatrixBaseInfo::enterMatrixDimension(dimIndex);
@@ -134,19 +134,19 @@ ZQMatrixProperties* ZQMatrixMediumInfo::getGlobalMatrixInfoParameters() {
   ZQMatrixProperties* snapshot = ZQMatrixBaseInfo::getGlobalMatrixInfoParameters();
   if (snapshot == nullptr) return nullptr;
   zmatrix::copyToSnapshot(*this, ZQMatrixInfoTypeMedium, *snapshot);
-  memcpy(snapshot->nameOfUpdateFile, nameOfUpdateFile, sizeof snapshot->nameOfUpdateFile);
-  memcpy(snapshot->midiChannelFilter, midiChannelFilter, sizeof snapshot->midiChannelFilter);
-  snapshot->rulesInDimension = rulesInDimension.data();
-  snapshot->uniqueRulesInDimension = uniqueRulesInDimension.data();
-  snapshot->writeElementsInDimension = writeElementsInDimension.data();
+  memcpy(snapshot->nameOfUpdateFile, nameOfUpdateFile_, sizeof snapshot->nameOfUpdateFile);
+  memcpy(snapshot->midiChannelFilter, midiChannelFilter_, sizeof snapshot->midiChannelFilter);
+  snapshot->rulesInDimension = rulesInDimension_.data();
+  snapshot->uniqueRulesInDimension = uniqueRulesInDimension_.data();
+  snapshot->writeElementsInDimension = writeElementsInDimension_.data();
   snapshot->kernelOriginalSequence = getKernelOriginalSequence();
   snapshot->kernelPreProcessedSequence = getKernelPreProcessedSequence();
   snapshot->kernelOriginalSequenceInitialValues = getKernelOriginalSequenceInitialValues();
-  snapshot->updateSequence = updateSequence.data();
-  if (!namesOfUpdateFiles.empty()) {
-    snapshot->namesOfUpdateFiles = systemMallocArray<char>(namesOfUpdateFiles.count());
+  snapshot->updateSequence = updateSequence_.data();
+  if (!namesOfUpdateFiles_.empty()) {
+    snapshot->namesOfUpdateFiles = systemMallocArray<char>(namesOfUpdateFiles_.count());
     if (snapshot->namesOfUpdateFiles != nullptr) {
-      memcpy(snapshot->namesOfUpdateFiles, namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.count()));
+      memcpy(snapshot->namesOfUpdateFiles, namesOfUpdateFiles_.data(), static_cast<size_t>(namesOfUpdateFiles_.count()));
     }
   }
   return snapshot;

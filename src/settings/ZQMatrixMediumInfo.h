@@ -16,164 +16,170 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void deInitMatrixInfo();
 
   // Setters that refuse print at level 0 and keep the old value. The others store what they are given.
-  int getUpdateIndex() const { return updateIndex; }
-  int getTotalLengthOfAllUpdateSequences() const { return totalLengthOfAllUpdateSequences; }
-  int getLengthOfUpdateSequence() const { return lengthOfUpdateSequence; }
-  void setLengthOfUpdateSequence(int value) { lengthOfUpdateSequence = value; }
-  int getIsPhraseMatrix() const { return isPhraseMatrix; }
+  int getUpdateIndex() const { return updateIndex_; }
+  int getTotalLengthOfAllUpdateSequences() const { return totalLengthOfAllUpdateSequences_; }
+  int getLengthOfUpdateSequence() const { return lengthOfUpdateSequence_; }
+  void setLengthOfUpdateSequence(int value) { lengthOfUpdateSequence_ = value; }
+  int getIsPhraseMatrix() const { return isPhraseMatrix_; }
   void setIsPhraseMatrix(int value);
-  int getPreProcessingType() const { return preProcessingType; }
-  void setPreProcessingType(int value) { storeIfEmpty(preProcessingType, value, "setPreProcessingType"); }
-  int getMaxPhraseLengthForUpdateWithSequence() const { return maxPhraseLengthForUpdateWithSequence; }
+  int getPreProcessingType() const { return preProcessingType_; }
+  void setPreProcessingType(int value) { storeIfEmpty(preProcessingType_, value, "setPreProcessingType"); }
+  int getMaxPhraseLengthForUpdateWithSequence() const { return maxPhraseLengthForUpdateWithSequence_; }
   void setMaxPhraseLengthForUpdateWithSequence(int length);
-  int getNumberOfRuleElements() const { return numberOfRuleElements; }
-  void setNumberOfRuleElements(int value) { numberOfRuleElements = value; }
-  int getNumberOfUniqueRuleElements() const { return numberOfUniqueRuleElements; }
-  void setNumberOfUniqueRuleElements(int value) { numberOfUniqueRuleElements = value; }
-  int getNumberOfOverDeterminedRules() const { return numberOfOverDeterminedRules; }
-  void setNumberOfOverDeterminedRules(int value) { numberOfOverDeterminedRules = value; }
-  int getNumberOfStartElements() const { return numberOfStartElements; }
-  void setNumberOfStartElements(int value) { numberOfStartElements = value; }
-  int getLengthOfKernelOriginalSequence() const { return lengthOfKernelOriginalSequence; }
-  void setLengthOfKernelOriginalSequence(int value) { lengthOfKernelOriginalSequence = value; }
-  int getLengthOfKernelPreProcessedSequence() const { return lengthOfKernelPreProcessedSequence; }
-  void setLengthOfKernelPreProcessedSequence(int value) { lengthOfKernelPreProcessedSequence = value; }
-  int getInternalLengthOfKernelOriginalSequence() const { return internalLengthOfKernelOriginalSequence; }
-  void _setInternalLengthOfKernelOriginalSequence(int value) { internalLengthOfKernelOriginalSequence = value; }
-  int getInternalLengthOfKernelPreProcessedSequence() const { return internalLengthOfKernelPreProcessedSequence; }
-  void _setInternalLengthOfKernelPreProcessedSequence(int value) { internalLengthOfKernelPreProcessedSequence = value; }
-  int getKernelMatrixHandle() const { return kernelMatrixHandle; }
-  void setKernelMatrixHandle(int value) { kernelMatrixHandle = value; }
-  int getUseStartOfSequence() const { return useStartOfSequence; }
-  void setUseStartOfSequence(int value) { storeFlagWithWarning(useStartOfSequence, value, "setUseStartOfSequence"); }
-  int getUseEndOfSequence() const { return useEndOfSequence; }
-  void setUseEndOfSequence(int value) { storeFlagWithWarning(useEndOfSequence, value, "setUseEndOfSequence"); }
-  int getUsePhrasesForUpdateMatrixWithLongANSIText() const { return usePhrasesForUpdateMatrixWithLongANSIText; }
+  int getNumberOfRuleElements() const { return numberOfRuleElements_; }
+  void setNumberOfRuleElements(int value) { numberOfRuleElements_ = value; }
+  int getNumberOfUniqueRuleElements() const { return numberOfUniqueRuleElements_; }
+  void setNumberOfUniqueRuleElements(int value) { numberOfUniqueRuleElements_ = value; }
+  int getNumberOfOverDeterminedRules() const { return numberOfOverDeterminedRules_; }
+  void setNumberOfOverDeterminedRules(int value) { numberOfOverDeterminedRules_ = value; }
+  int getNumberOfStartElements() const { return numberOfStartElements_; }
+  void setNumberOfStartElements(int value) { numberOfStartElements_ = value; }
+  int getLengthOfKernelOriginalSequence() const { return lengthOfKernelOriginalSequence_; }
+  void setLengthOfKernelOriginalSequence(int value) { lengthOfKernelOriginalSequence_ = value; }
+  int getLengthOfKernelPreProcessedSequence() const { return lengthOfKernelPreProcessedSequence_; }
+  void setLengthOfKernelPreProcessedSequence(int value) { lengthOfKernelPreProcessedSequence_ = value; }
+  int getInternalLengthOfKernelOriginalSequence() const { return internalLengthOfKernelOriginalSequence_; }
+  void _setInternalLengthOfKernelOriginalSequence(int value) { internalLengthOfKernelOriginalSequence_ = value; }
+  int getInternalLengthOfKernelPreProcessedSequence() const { return internalLengthOfKernelPreProcessedSequence_; }
+  void _setInternalLengthOfKernelPreProcessedSequence(int value) { internalLengthOfKernelPreProcessedSequence_ = value; }
+  int getKernelMatrixHandle() const { return kernelMatrixHandle_; }
+  void setKernelMatrixHandle(int value) { kernelMatrixHandle_ = value; }
+  int getUseStartOfSequence() const { return useStartOfSequence_; }
+  void setUseStartOfSequence(int value) { storeFlagWithWarning(useStartOfSequence_, value, "setUseStartOfSequence"); }
+  int getUseEndOfSequence() const { return useEndOfSequence_; }
+  void setUseEndOfSequence(int value) { storeFlagWithWarning(useEndOfSequence_, value, "setUseEndOfSequence"); }
+  int getUsePhrasesForUpdateMatrixWithLongANSIText() const { return usePhrasesForUpdateMatrixWithLongAnsiText_; }
   void setUsePhrasesForUpdateMatrixWithLongANSIText(int value) {
-    storeFlagWithWarning(usePhrasesForUpdateMatrixWithLongANSIText, value, "setUsePhrasesForUpdateMatrixWithLongANSIText");
+    storeFlagWithWarning(usePhrasesForUpdateMatrixWithLongAnsiText_, value, "setUsePhrasesForUpdateMatrixWithLongANSIText");
   }
-  int getSkillOutputLevel() const { return skillOutputLevel; }
+  int getSkillOutputLevel() const { return skillOutputLevel_; }
   /// 0 to maxPhraseLengthForUpdateWithSequence; anything else stores that length.
   void setSkillOutputLevel(int level);
-  int getSuccessorMethod() const { return successorMethod; }
+  int getSuccessorMethod() const { return successorMethod_; }
   /// 1 to 3; anything else stores 3.
   void setSuccessorMethod(int method);
-  int getRestartWithTrueStartItem() const { return restartWithTrueStartItem; }
-  void setRestartWithTrueStartItem(int value) { storeFlag(restartWithTrueStartItem, value, "restartWithTrueStartItem"); }
-  int getEnableStopItem() const { return enableStopItem; }
-  void setEnableStopItem(int value) { storeFlag(enableStopItem, value, "setEnableStopItem"); }
-  int getIncludeOverdeterminedRules() const { return includeOverdeterminedRules; }
-  void setIncludeOverdeterminedRules(int value) { storeFlag(includeOverdeterminedRules, value, "setincludeOverdeterminedRules"); }
-  int getIsOverDetermined() const { return isOverDetermined; }
-  void _setIsOverDetermined(int value) { storeFlag(isOverDetermined, value, "_isOverDetermined"); }
-  int getAddUpdateInfo() const { return addUpdateInfo; }
-  void setAddUpdateInfo(int value) { storeFlag(addUpdateInfo, value, "setAddUpdateInfo"); }
-  int getAddSequenceToUpdateInfo() const { return addSequenceToUpdateInfo; }
-  void setAddSequenceToUpdateInfo(int value) { storeFlag(addSequenceToUpdateInfo, value, "setAddSequenceToUpdateInfo"); }
-  int getAddSequenceToUpdateInfoMode() const { return addSequenceToUpdateInfoMode; }
-  void setAddSequenceToUpdateInfoMode(int value) {
-    storeFlag(addSequenceToUpdateInfoMode, value, "setAddSequenceToUpdateInfoMode");
+  int getRestartWithTrueStartItem() const { return restartWithTrueStartItem_; }
+  void setRestartWithTrueStartItem(int value) { storeFlag(restartWithTrueStartItem_, value, "restartWithTrueStartItem"); }
+  int getEnableStopItem() const { return enableStopItem_; }
+  void setEnableStopItem(int value) { storeFlag(enableStopItem_, value, "setEnableStopItem"); }
+  int getIncludeOverdeterminedRules() const { return includeOverdeterminedRules_; }
+  void setIncludeOverdeterminedRules(int value) {
+    storeFlag(includeOverdeterminedRules_, value, "setincludeOverdeterminedRules");
   }
-  int getHasBeenChanged() const { return hasBeenChanged; }
-  void setHasBeenChanged(int value) { storeFlag(hasBeenChanged, value, "setHasBeenChanged"); }
-  int getSuccessorRandomType() const { return successorRandomType; }
-  void setSuccessorRandomType(int value) { successorRandomType = value; }
-  int getMidiTimeSignatureNom() const { return midiTimeSignatureNom; }
-  void setMidiTimeSignatureNom(int value) { midiTimeSignatureNom = value; }
-  int getMidiTimeSignatureDenom() const { return midiTimeSignatureDenom; }
-  void setMidiTimeSignatureDenom(int value) { midiTimeSignatureDenom = value; }
-  int getLanguage() const { return language; }
-  void setLanguage(int value) { language = value; }
-  int getMidiSubType() const { return midiSubType; }
-  void setMidiSubType(int value) { midiSubType = value; }
-  int getMidiSoundID() const { return midiSoundID; }
-  void setMidiSoundID(int value) { midiSoundID = value; }
-  int getMidiNoteOnQuantization() const { return midiNoteOnQuantization; }
-  void setMidiNoteOnQuantization(int value) { midiNoteOnQuantization = value; }
-  int getMidiDurationQuantization() const { return midiDurationQuantization; }
-  void setMidiDurationQuantization(int value) { midiDurationQuantization = value; }
-  int getMidiTrackAnalyze() const { return midiTrackAnalyze; }
-  void setMidiTrackAnalyze(int value) { midiTrackAnalyze = value; }
-  int getMusicStyle() const { return musicStyle; }
-  void setMusicStyle(int value) { musicStyle = value; }
-  int getOcronType() const { return ocronType; }
-  void setOcronType(int value) { storeIfEmpty(ocronType, value, "setOcronType"); }
-  int getOcronEndSymbol() const { return ocronEndSymbol; }
-  void setOcronEndSymbol(int value) { storeIfEmpty(ocronEndSymbol, value, "setOcronEndSymbol"); }
-  int getOcronAlgorithm() const { return ocronAlgorithm; }
-  void setOcronAlgorithm(int value) { storeIfEmpty(ocronAlgorithm, value, "setOcronAlgorithm"); }
-  int getGocronAlgorithm() const { return gocronAlgorithm; }
-  void setGocronAlgorithm(int value) { storeIfEmpty(gocronAlgorithm, value, "setGocronAlgorithm"); }
-  int getGocronNumberBase() const { return gocronNumberBase; }
-  void setGocronNumberBase(int value) { storeIfEmpty(gocronNumberBase, value, "setGocronNumberBase"); }
-  int getGocronASTERISKValue() const { return gocronASTERISKValue; }
-  void setGocronASTERISKValue(int value) { storeIfEmpty(gocronASTERISKValue, value, "setGocronASTERISKValue"); }
-  int getGocronPValue() const { return gocronPValue; }
-  void setGocronPValue(int value) { storeIfEmpty(gocronPValue, value, "setGocronPValue"); }
-  int getGocronTWOValue() const { return gocronTWOValue; }
-  void setGocronTWOValue(int value) { storeIfEmpty(gocronTWOValue, value, "setGocronTWOValue"); }
-  int getGocronPOWValue() const { return gocronPOWValue; }
-  void setGocronPOWValue(int value) { storeIfEmpty(gocronPOWValue, value, "setGocronPOWValue"); }
-  int getGocronQValue() const { return gocronQValue; }
-  void setGocronQValue(int value) { storeIfEmpty(gocronQValue, value, "setGocronQValue"); }
+  int getIsOverDetermined() const { return isOverDetermined_; }
+  void _setIsOverDetermined(int value) { storeFlag(isOverDetermined_, value, "_isOverDetermined"); }
+  int getAddUpdateInfo() const { return addUpdateInfo_; }
+  void setAddUpdateInfo(int value) { storeFlag(addUpdateInfo_, value, "setAddUpdateInfo"); }
+  int getAddSequenceToUpdateInfo() const { return addSequenceToUpdateInfo_; }
+  void setAddSequenceToUpdateInfo(int value) { storeFlag(addSequenceToUpdateInfo_, value, "setAddSequenceToUpdateInfo"); }
+  int getAddSequenceToUpdateInfoMode() const { return addSequenceToUpdateInfoMode_; }
+  void setAddSequenceToUpdateInfoMode(int value) {
+    storeFlag(addSequenceToUpdateInfoMode_, value, "setAddSequenceToUpdateInfoMode");
+  }
+  int getHasBeenChanged() const { return hasBeenChanged_; }
+  void setHasBeenChanged(int value) { storeFlag(hasBeenChanged_, value, "setHasBeenChanged"); }
+  int getSuccessorRandomType() const { return successorRandomType_; }
+  void setSuccessorRandomType(int value) { successorRandomType_ = value; }
+  int getMidiTimeSignatureNom() const { return midiTimeSignatureNom_; }
+  void setMidiTimeSignatureNom(int value) { midiTimeSignatureNom_ = value; }
+  int getMidiTimeSignatureDenom() const { return midiTimeSignatureDenom_; }
+  void setMidiTimeSignatureDenom(int value) { midiTimeSignatureDenom_ = value; }
+  int getLanguage() const { return language_; }
+  void setLanguage(int value) { language_ = value; }
+  int getMidiSubType() const { return midiSubType_; }
+  void setMidiSubType(int value) { midiSubType_ = value; }
+  int getMidiSoundID() const { return midiSoundId_; }
+  void setMidiSoundID(int value) { midiSoundId_ = value; }
+  int getMidiNoteOnQuantization() const { return midiNoteOnQuantization_; }
+  void setMidiNoteOnQuantization(int value) { midiNoteOnQuantization_ = value; }
+  int getMidiDurationQuantization() const { return midiDurationQuantization_; }
+  void setMidiDurationQuantization(int value) { midiDurationQuantization_ = value; }
+  int getMidiTrackAnalyze() const { return midiTrackAnalyze_; }
+  void setMidiTrackAnalyze(int value) { midiTrackAnalyze_ = value; }
+  int getMusicStyle() const { return musicStyle_; }
+  void setMusicStyle(int value) { musicStyle_ = value; }
+  int getOcronType() const { return ocronType_; }
+  void setOcronType(int value) { storeIfEmpty(ocronType_, value, "setOcronType"); }
+  int getOcronEndSymbol() const { return ocronEndSymbol_; }
+  void setOcronEndSymbol(int value) { storeIfEmpty(ocronEndSymbol_, value, "setOcronEndSymbol"); }
+  int getOcronAlgorithm() const { return ocronAlgorithm_; }
+  void setOcronAlgorithm(int value) { storeIfEmpty(ocronAlgorithm_, value, "setOcronAlgorithm"); }
+  int getGocronAlgorithm() const { return gocronAlgorithm_; }
+  void setGocronAlgorithm(int value) { storeIfEmpty(gocronAlgorithm_, value, "setGocronAlgorithm"); }
+  int getGocronNumberBase() const { return gocronNumberBase_; }
+  void setGocronNumberBase(int value) { storeIfEmpty(gocronNumberBase_, value, "setGocronNumberBase"); }
+  int getGocronASTERISKValue() const { return gocronAsteriskValue_; }
+  void setGocronASTERISKValue(int value) { storeIfEmpty(gocronAsteriskValue_, value, "setGocronASTERISKValue"); }
+  int getGocronPValue() const { return gocronPValue_; }
+  void setGocronPValue(int value) { storeIfEmpty(gocronPValue_, value, "setGocronPValue"); }
+  int getGocronTWOValue() const { return gocronTwoValue_; }
+  void setGocronTWOValue(int value) { storeIfEmpty(gocronTwoValue_, value, "setGocronTWOValue"); }
+  int getGocronPOWValue() const { return gocronPowValue_; }
+  void setGocronPOWValue(int value) { storeIfEmpty(gocronPowValue_, value, "setGocronPOWValue"); }
+  int getGocronQValue() const { return gocronQValue_; }
+  void setGocronQValue(int value) { storeIfEmpty(gocronQValue_, value, "setGocronQValue"); }
 
   /// Each call is a step of the successor generator.
-  long long getSuccessorRandomValue() { return zmatrix::nextRandomValue(successorRandomValue); }
+  long long getSuccessorRandomValue() { return zmatrix::nextRandomValue(successorRandomValue_); }
   /// The same as a fraction from 0 to 1.
   double drawSuccessorFraction() { return static_cast<double>(getSuccessorRandomValue()) / zmatrix::largestRandomValue; }
-  long long getActualSuccessorRandomValue() const { return successorRandomValue; }
-  void setSuccessorRandomValue(long long value) { successorRandomValue = value; }
+  long long getActualSuccessorRandomValue() const { return successorRandomValue_; }
+  void setSuccessorRandomValue(long long value) { successorRandomValue_ = value; }
 
-  char* getNameOfUpdateFile() { return nameOfUpdateFile; }
+  char* getNameOfUpdateFile() { return nameOfUpdateFile_; }
   /// Keeps at most 256 characters.
   void setNameOfUpdateFile(const char* name);
   /// All names so far, one per line, or null.
-  char* getNamesOfUpdateFiles() { return namesOfUpdateFiles.data(); }
+  char* getNamesOfUpdateFiles() { return namesOfUpdateFiles_.data(); }
   void addNameOfUpdateFile(const char* name);
-  char* getMidiChannelFilterArray() { return midiChannelFilter; }
+  char* getMidiChannelFilterArray() { return midiChannelFilter_; }
   void setMidiChannelFilterArray(const char* channels);
 
-  void incrementUpdateIndex() { updateIndex = zmatrix::successorOf(updateIndex); }
-  void incrementNumberOfRuleElements() { numberOfRuleElements = zmatrix::successorOf(numberOfRuleElements); }
-  void decrementNumberOfRuleElements() { numberOfRuleElements = zmatrix::predecessorOf(numberOfRuleElements); }
-  void incrementNumberOfUniqueRuleElements() { numberOfUniqueRuleElements = zmatrix::successorOf(numberOfUniqueRuleElements); }
-  void decrementNumberOfUniqueRuleElements() { numberOfUniqueRuleElements = zmatrix::predecessorOf(numberOfUniqueRuleElements); }
-  void incrementNumberOfOverDeterminedRules() { numberOfOverDeterminedRules = zmatrix::successorOf(numberOfOverDeterminedRules); }
-  void decrementNumberOfOverDeterminedRules() {
-    numberOfOverDeterminedRules = zmatrix::predecessorOf(numberOfOverDeterminedRules);
+  void incrementUpdateIndex() { updateIndex_ = zmatrix::successorOf(updateIndex_); }
+  void incrementNumberOfRuleElements() { numberOfRuleElements_ = zmatrix::successorOf(numberOfRuleElements_); }
+  void decrementNumberOfRuleElements() { numberOfRuleElements_ = zmatrix::predecessorOf(numberOfRuleElements_); }
+  void incrementNumberOfUniqueRuleElements() { numberOfUniqueRuleElements_ = zmatrix::successorOf(numberOfUniqueRuleElements_); }
+  void decrementNumberOfUniqueRuleElements() {
+    numberOfUniqueRuleElements_ = zmatrix::predecessorOf(numberOfUniqueRuleElements_);
   }
-  void incrementNumberOfStartElements() { numberOfStartElements = zmatrix::successorOf(numberOfStartElements); }
-  void decrementNumberOfStartElements() { numberOfStartElements = zmatrix::predecessorOf(numberOfStartElements); }
+  void incrementNumberOfOverDeterminedRules() {
+    numberOfOverDeterminedRules_ = zmatrix::successorOf(numberOfOverDeterminedRules_);
+  }
+  void decrementNumberOfOverDeterminedRules() {
+    numberOfOverDeterminedRules_ = zmatrix::predecessorOf(numberOfOverDeterminedRules_);
+  }
+  void incrementNumberOfStartElements() { numberOfStartElements_ = zmatrix::successorOf(numberOfStartElements_); }
+  void decrementNumberOfStartElements() { numberOfStartElements_ = zmatrix::predecessorOf(numberOfStartElements_); }
 
   /// Drops the kernel arrays for new ones of zeros, even if the dimension is then refused.
   void setCoordinateDimension(int dimension);
   int checkMatrixDimension(int dimIndex) {
-    return dimIndex < currentDimension && dimIndex < maxDimOfMatrix ? 1 : enterMediumMatrixDimension(dimIndex);
+    return dimIndex < currentDimension_ && dimIndex < maxDimOfMatrix_ ? 1 : enterMediumMatrixDimension(dimIndex);
   }
-  int* getRulesInDimension(int* numberOfDimensions) { return dimensionArray(rulesInDimension, numberOfDimensions); }
-  int* getUniqueRulesInDimension(int* numberOfDimensions) { return dimensionArray(uniqueRulesInDimension, numberOfDimensions); }
+  int* getRulesInDimension(int* numberOfDimensions) { return dimensionArray(rulesInDimension_, numberOfDimensions); }
+  int* getUniqueRulesInDimension(int* numberOfDimensions) { return dimensionArray(uniqueRulesInDimension_, numberOfDimensions); }
   int* getWriteElementsInDimension(int* numberOfDimensions) {
-    return dimensionArray(writeElementsInDimension, numberOfDimensions);
+    return dimensionArray(writeElementsInDimension_, numberOfDimensions);
   }
 
   // The kernel as its getters show it: a copy, a row a coordinate, each at least 256 items long. Null without memory. A copy
   // holds until the next call.
-  int** getKernelOriginalSequence() { return kernelRows(kernelOriginalSequence); }
-  int** getKernelOriginalSequenceInitialValues() { return kernelRows(kernelOriginalSequenceInitialValues); }
-  int** getKernelPreProcessedSequence() { return kernelRows(kernelPreProcessedSequence); }
+  int** getKernelOriginalSequence() { return kernelRows(kernelOriginalSequence_); }
+  int** getKernelOriginalSequenceInitialValues() { return kernelRows(kernelOriginalSequenceInitialValues_); }
+  int** getKernelPreProcessedSequence() { return kernelRows(kernelPreProcessedSequence_); }
   // The kernel itself, item after item. The items behind the length keep what they were.
-  const int* getKernelOriginalItems() const { return kernelOriginalSequence.data(); }
-  const int* getKernelPreProcessedItems() const { return kernelPreProcessedSequence.data(); }
+  const int* getKernelOriginalItems() const { return kernelOriginalSequence_.data(); }
+  const int* getKernelPreProcessedItems() const { return kernelPreProcessedSequence_.data(); }
   /// Room for `length` items of the original kernel and its initial values, or of the preprocessed kernel; the internal lengths
   /// are the caller's to set. False without memory.
   bool provideKernelOriginal(int length) {
     length = length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength;
-    return kernelOriginalSequence.provide(coordinateDimension, length) &&
-           kernelOriginalSequenceInitialValues.provide(coordinateDimension, length);
+    return kernelOriginalSequence_.provide(coordinateDimension_, length) &&
+           kernelOriginalSequenceInitialValues_.provide(coordinateDimension_, length);
   }
   bool provideKernelPreProcessed(int length) {
-    return kernelPreProcessedSequence.provide(coordinateDimension,
-                                              length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength);
+    return kernelPreProcessedSequence_.provide(coordinateDimension_,
+                                               length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength);
   }
   /// Each takes `length` items over, which may lie in the kernel. False, and nothing changed, without memory.
   bool storeKernelOriginal(const int* items, int length);
@@ -186,8 +192,8 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
 
   /// Whether the preprocessed kernel is all that preprocessing the original kernel gives. Any change of the kernel, or of a
   /// setting that preprocessing goes by, makes it unknown, which is false.
-  bool kernelFacesAgree() const { return facesThatAgree == currentFaces(); }
-  void noteThatKernelFacesAgree() { facesThatAgree = currentFaces(); }
+  bool kernelFacesAgree() const { return facesThatAgree_ == currentFaces(); }
+  void noteThatKernelFacesAgree() { facesThatAgree_ = currentFaces(); }
 
   /// Sets the kernel back to the root, and the original sequence to its initial values or to default items. Result: the number of
   /// items in the original sequence.
@@ -209,8 +215,8 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   /// Packs the items just fed, `length` integers, at the smallest width that holds each coordinate; four rows of line feeds
   /// follow.
   void generateUpdateInfoSequence(const int* sequence, int length);
-  char* getUpdateSequence() { return updateSequence.data(); }
-  int getNumberOfUpdateSequenceBytes() const { return updateSequence.count(); }
+  char* getUpdateSequence() { return updateSequence_.data(); }
+  int getNumberOfUpdateSequenceBytes() const { return updateSequence_.count(); }
 
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
   void printMatrixInfo();
@@ -225,66 +231,66 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   bool readMediumPart(zmatrix::ZQFieldReader& fields, int withSequence);
 
   // The fields, described in ZQMatrixFields.cpp.
-  int updateIndex = 0;
-  int isPhraseMatrix = 0;
-  int totalLengthOfAllUpdateSequences = 0;
-  int preProcessingType = 0;
-  int lengthOfUpdateSequence = 0;
-  int maxPhraseLengthForUpdateWithSequence = 0;
-  int numberOfRuleElements = 0;
-  int numberOfUniqueRuleElements = 0;
-  int numberOfOverDeterminedRules = 0;
-  int numberOfStartElements = 0;
-  int lengthOfKernelOriginalSequence = 0;
-  int lengthOfKernelPreProcessedSequence = 0;
-  int internalLengthOfKernelOriginalSequence = 0;
-  int internalLengthOfKernelPreProcessedSequence = 0;
-  int kernelMatrixHandle = 0;
-  int useStartOfSequence = 0;
-  int useEndOfSequence = 0;
-  int usePhrasesForUpdateMatrixWithLongANSIText = 0;
-  int skillOutputLevel = 0;
-  int successorMethod = 0;
-  int restartWithTrueStartItem = 0;
-  int enableStopItem = 0;
-  int includeOverdeterminedRules = 0;
-  int isOverDetermined = 0;
-  int addUpdateInfo = 0;
-  int addSequenceToUpdateInfo = 0;
-  int addSequenceToUpdateInfoMode = 0;
-  long long successorRandomValue = 0;
-  int successorRandomType = 0;
-  int midiTimeSignatureNom = 0;
-  int midiTimeSignatureDenom = 0;
-  int language = 0;
-  int midiSubType = 0;
-  int midiSoundID = 0;
-  int midiNoteOnQuantization = 0;
-  int midiDurationQuantization = 0;
-  int midiTrackAnalyze = 0;
-  int musicStyle = 0;
-  int ocronType = 0;
-  int ocronEndSymbol = 0;
-  int ocronAlgorithm = 0;
-  int gocronAlgorithm = 0;
-  int gocronNumberBase = 0;
-  int gocronASTERISKValue = 0;
-  int gocronPValue = 0;
-  int gocronTWOValue = 0;
-  int gocronPOWValue = 0;
-  int gocronQValue = 0;
+  int updateIndex_ = 0;
+  int isPhraseMatrix_ = 0;
+  int totalLengthOfAllUpdateSequences_ = 0;
+  int preProcessingType_ = 0;
+  int lengthOfUpdateSequence_ = 0;
+  int maxPhraseLengthForUpdateWithSequence_ = 0;
+  int numberOfRuleElements_ = 0;
+  int numberOfUniqueRuleElements_ = 0;
+  int numberOfOverDeterminedRules_ = 0;
+  int numberOfStartElements_ = 0;
+  int lengthOfKernelOriginalSequence_ = 0;
+  int lengthOfKernelPreProcessedSequence_ = 0;
+  int internalLengthOfKernelOriginalSequence_ = 0;
+  int internalLengthOfKernelPreProcessedSequence_ = 0;
+  int kernelMatrixHandle_ = 0;
+  int useStartOfSequence_ = 0;
+  int useEndOfSequence_ = 0;
+  int usePhrasesForUpdateMatrixWithLongAnsiText_ = 0;
+  int skillOutputLevel_ = 0;
+  int successorMethod_ = 0;
+  int restartWithTrueStartItem_ = 0;
+  int enableStopItem_ = 0;
+  int includeOverdeterminedRules_ = 0;
+  int isOverDetermined_ = 0;
+  int addUpdateInfo_ = 0;
+  int addSequenceToUpdateInfo_ = 0;
+  int addSequenceToUpdateInfoMode_ = 0;
+  long long successorRandomValue_ = 0;
+  int successorRandomType_ = 0;
+  int midiTimeSignatureNom_ = 0;
+  int midiTimeSignatureDenom_ = 0;
+  int language_ = 0;
+  int midiSubType_ = 0;
+  int midiSoundId_ = 0;
+  int midiNoteOnQuantization_ = 0;
+  int midiDurationQuantization_ = 0;
+  int midiTrackAnalyze_ = 0;
+  int musicStyle_ = 0;
+  int ocronType_ = 0;
+  int ocronEndSymbol_ = 0;
+  int ocronAlgorithm_ = 0;
+  int gocronAlgorithm_ = 0;
+  int gocronNumberBase_ = 0;
+  int gocronAsteriskValue_ = 0;
+  int gocronPValue_ = 0;
+  int gocronTwoValue_ = 0;
+  int gocronPowValue_ = 0;
+  int gocronQValue_ = 0;
   static constexpr int nameCapacity = 256;
-  char nameOfUpdateFile[nameCapacity + 1] = {};  ///< the byte behind a name of full length stays 0
-  char midiChannelFilter[16] = {};
-  zmatrix::ZQArray<int> rulesInDimension;
-  zmatrix::ZQArray<int> uniqueRulesInDimension;
-  zmatrix::ZQArray<int> writeElementsInDimension;
-  zmatrix::ZQKernelItems kernelOriginalSequence;
-  zmatrix::ZQKernelItems kernelPreProcessedSequence;
-  zmatrix::ZQArray<char> updateSequence;  ///< rows of one item each, packed
-  zmatrix::ZQKernelItems kernelOriginalSequenceInitialValues;
-  int hasBeenChanged = 0;  ///< 1 after an update since the last load
-  zmatrix::ZQArray<char> namesOfUpdateFiles;
+  char nameOfUpdateFile_[nameCapacity + 1] = {};  ///< the byte behind a name of full length stays 0
+  char midiChannelFilter_[16] = {};
+  zmatrix::ZQArray<int> rulesInDimension_;
+  zmatrix::ZQArray<int> uniqueRulesInDimension_;
+  zmatrix::ZQArray<int> writeElementsInDimension_;
+  zmatrix::ZQKernelItems kernelOriginalSequence_;
+  zmatrix::ZQKernelItems kernelPreProcessedSequence_;
+  zmatrix::ZQArray<char> updateSequence_;  ///< rows of one item each, packed
+  zmatrix::ZQKernelItems kernelOriginalSequenceInitialValues_;
+  int hasBeenChanged_ = 0;  ///< 1 after an update since the last load
+  zmatrix::ZQArray<char> namesOfUpdateFiles_;
 
  private:
   /// What decides whether the faces of the kernel agree, besides their items.
@@ -296,12 +302,12 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   static constexpr KernelFaces noFaces = {-1, -1, 0, 0, -1, -1};
 
   KernelFaces currentFaces() const {
-    return {preProcessingType,
-            coordinateDimension,
-            midiTimeSignatureNom,
-            midiTimeSignatureDenom,
-            lengthOfKernelOriginalSequence,
-            lengthOfKernelPreProcessedSequence};
+    return {preProcessingType_,
+            coordinateDimension_,
+            midiTimeSignatureNom_,
+            midiTimeSignatureDenom_,
+            lengthOfKernelOriginalSequence_,
+            lengthOfKernelPreProcessedSequence_};
   }
   template <class Fields>
   void describeKernel(Fields& fields, zmatrix::ZQKernelItems& items, int& length);
@@ -315,7 +321,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   bool makeMediumArrays(zmatrix::ZQFileReader& file);
   int enterMediumMatrixDimension(int dimIndex);
   int** kernelRows(zmatrix::ZQKernelItems& items) {
-    return items.provide(coordinateDimension, zmatrix::initialKernelLength) ? items.rows() : nullptr;
+    return items.provide(coordinateDimension_, zmatrix::initialKernelLength) ? items.rows() : nullptr;
   }
   bool makeKernelItems(int dimension);
   bool writeDefaultItems(int numberOfItems);
@@ -329,7 +335,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void printKernelItems(const char* name, zmatrix::ZQKernelItems& items, int numberOfItems);
   void printDimensions();
 
-  KernelFaces facesThatAgree = noFaces;
+  KernelFaces facesThatAgree_ = noFaces;
 };
 
 namespace zmatrix {

@@ -19,9 +19,9 @@ void ZQMatrixMediumInfo::describeMediumFields(Fields& fields) {
   const auto rows = zmatrix::fieldsAddedBy(ZQMatrixInfoTypeMedium);
   for (const zmatrix::FieldRow& row : rows) {
     if (row.kind == zmatrix::FieldRow::nameOfUpdateFile) {
-      fields.text(nameOfUpdateFile, nameCapacity);
+      fields.text(nameOfUpdateFile_, nameCapacity);
     } else if (row.kind == zmatrix::FieldRow::midiChannelFilter) {
-      fields.bytes(midiChannelFilter, sizeof midiChannelFilter);
+      fields.bytes(midiChannelFilter_, sizeof midiChannelFilter_);
       for (const zmatrix::FieldRow& later : rows) {
         if (later.isBehindChannelFilter) zmatrix::describeField(fields, later, *this);
       }
@@ -38,11 +38,11 @@ void ZQMatrixMediumInfo::describeMediumPart(Fields& fields, int withSequence) {
     fields.require(fields.isSound() && makeMediumArrays(fields.file));
     if (!fields.isSound()) return;
   }
-  describeDimensions(fields, rulesInDimension, 0);
-  describeDimensions(fields, uniqueRulesInDimension, 0);
-  describeDimensions(fields, writeElementsInDimension, 0);
-  describeKernel(fields, kernelOriginalSequence, lengthOfKernelOriginalSequence);
-  describeKernel(fields, kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
+  describeDimensions(fields, rulesInDimension_, 0);
+  describeDimensions(fields, uniqueRulesInDimension_, 0);
+  describeDimensions(fields, writeElementsInDimension_, 0);
+  describeKernel(fields, kernelOriginalSequence_, lengthOfKernelOriginalSequence_);
+  describeKernel(fields, kernelPreProcessedSequence_, lengthOfKernelPreProcessedSequence_);
   describeNamesOfUpdateFiles(fields);
   describeUpdateSequence(fields, withSequence);
 }
@@ -53,22 +53,22 @@ template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, in
 // Coordinate by coordinate. A length without a sequence is set to 0.
 template <class Fields>
 void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQKernelItems& items, int& length) {
-  const long long numberOfValues = static_cast<long long>(length) * coordinateDimension;
+  const long long numberOfValues = static_cast<long long>(length) * coordinateDimension_;
   if constexpr (Fields::reads) {
     int isThere = 0;
     fields.number(isThere);
     if (isThere != 1 || length < 1) {
-      if (coordinateDimension > 0) length = std::min(length, 0);
+      if (coordinateDimension_ > 0) length = std::min(length, 0);
       return;
     }
     const bool isComplete = numberOfValues * static_cast<long long>(sizeof(int)) <= fields.file.getBytesLeft();
-    fields.require(isComplete && fields.file.hasRoom(items.provide(coordinateDimension, length)));
-    for (int k = 0; fields.isSound() && k < coordinateDimension; ++k) {
+    fields.require(isComplete && fields.file.hasRoom(items.provide(coordinateDimension_, length)));
+    for (int k = 0; fields.isSound() && k < coordinateDimension_; ++k) {
       for (int i = 0; i < length; ++i) fields.number(items.at(i, k));
     }
   } else {
     const bool isThere =
-        length >= 1 && coordinateDimension >= 1 && items.coordinates() >= coordinateDimension && items.room() >= length;
+        length >= 1 && coordinateDimension_ >= 1 && items.coordinates() >= coordinateDimension_ && items.room() >= length;
     zmatrix::writeFlagged(fields, isThere, numberOfValues,
                           [&](long long i) { return items.at(static_cast<int>(i % length), static_cast<int>(i / length)); });
   }
@@ -76,83 +76,84 @@ void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQKernelItems& 
 
 template <class Fields>
 void ZQMatrixMediumInfo::describeNamesOfUpdateFiles(Fields& fields) {
-  int isThere = !namesOfUpdateFiles.empty() && namesOfUpdateFiles[0] != 0 ? 1 : 0;
+  int isThere = !namesOfUpdateFiles_.empty() && namesOfUpdateFiles_[0] != 0 ? 1 : 0;
   fields.number(isThere, firstVersionWithNames, 0);
-  int length = isThere == 1 && !Fields::reads
-                   ? static_cast<int>(strnlen(namesOfUpdateFiles.data(), static_cast<size_t>(namesOfUpdateFiles.count() - 1))) + 1
-                   : 0;
+  int length =
+      isThere == 1 && !Fields::reads
+          ? static_cast<int>(strnlen(namesOfUpdateFiles_.data(), static_cast<size_t>(namesOfUpdateFiles_.count() - 1))) + 1
+          : 0;
   if (isThere != 1) return;
   fields.number(length);
   if constexpr (Fields::reads) {
     fields.require(length >= 1 && length <= fields.file.getBytesLeft() &&
-                   fields.file.hasRoom(namesOfUpdateFiles.resize(length, 0)));
+                   fields.file.hasRoom(namesOfUpdateFiles_.resize(length, 0)));
     if (!fields.isSound()) return;
   }
-  fields.bytes(namesOfUpdateFiles.data(), static_cast<size_t>(length));
-  if (Fields::reads) namesOfUpdateFiles[length - 1] = 0;
+  fields.bytes(namesOfUpdateFiles_.data(), static_cast<size_t>(length));
+  if (Fields::reads) namesOfUpdateFiles_[length - 1] = 0;
 }
 
 template <class Fields>
 void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence) {
-  const long long bytesOfSequence = static_cast<long long>(lengthOfUpdateSequence) * sizeOfUpdateRow();
-  int isThere = withSequence == 1 && bytesOfSequence >= 1 && bytesOfSequence <= updateSequence.count() ? 1 : 0;
+  const long long bytesOfSequence = static_cast<long long>(lengthOfUpdateSequence_) * sizeOfUpdateRow();
+  int isThere = withSequence == 1 && bytesOfSequence >= 1 && bytesOfSequence <= updateSequence_.count() ? 1 : 0;
   fields.number(isThere);
   if (isThere == 0 || bytesOfSequence < 1) return;
   if constexpr (Fields::reads) {
     fields.require(bytesOfSequence <= fields.file.getBytesLeft());
     if (fields.isSound() && withSequence != 1) fields.file.skip(bytesOfSequence);
     if (withSequence != 1) return;
-    fields.require(fields.file.hasRoom(updateSequence.resize(bytesOfSequence, 0)));
+    fields.require(fields.file.hasRoom(updateSequence_.resize(bytesOfSequence, 0)));
     if (!fields.isSound()) return;
   }
-  fields.bytes(updateSequence.data(), static_cast<size_t>(bytesOfSequence));
+  fields.bytes(updateSequence_.data(), static_cast<size_t>(bytesOfSequence));
 }
 
 // Capacities that a file gives are kept as numbers and repaired as such. The kernel gets only the room that its sequences need: a
 // record that holds none gets it on demand.
 bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
-  const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence);
-  if (internalLengthOfKernelOriginalSequence < originalNeeded) {
+  const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence_);
+  if (internalLengthOfKernelOriginalSequence_ < originalNeeded) {
     dbPrintf(0, "ReadUpdateInfo:_internalLengthOfKernelOriginalSequence < _lengthOfKernelOriginalSequence: %d<->%d\n",
-             internalLengthOfKernelOriginalSequence, lengthOfKernelOriginalSequence);
-    internalLengthOfKernelOriginalSequence = originalNeeded;
+             internalLengthOfKernelOriginalSequence_, lengthOfKernelOriginalSequence_);
+    internalLengthOfKernelOriginalSequence_ = originalNeeded;
   }
-  const int preProcessedNeeded = zmatrix::grownCapacity(lengthOfKernelPreProcessedSequence);
-  if (internalLengthOfKernelPreProcessedSequence < preProcessedNeeded) {
+  const int preProcessedNeeded = zmatrix::grownCapacity(lengthOfKernelPreProcessedSequence_);
+  if (internalLengthOfKernelPreProcessedSequence_ < preProcessedNeeded) {
     dbPrintf(0, "ReadUpdateInfo:_internalLengthOfKernelPreProcessedSequence < _lengthOfKernelPreProcessedSequence: %d<->%d\n",
-             internalLengthOfKernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
-    internalLengthOfKernelPreProcessedSequence = preProcessedNeeded;
+             internalLengthOfKernelPreProcessedSequence_, lengthOfKernelPreProcessedSequence_);
+    internalLengthOfKernelPreProcessedSequence_ = preProcessedNeeded;
   }
-  kernelOriginalSequence.reset();
-  kernelOriginalSequenceInitialValues.reset();
-  kernelPreProcessedSequence.reset();
-  facesThatAgree = noFaces;
-  return file.hasRoom(rulesInDimension.assign(internalCurrentDimension, 0) &&
-                      uniqueRulesInDimension.assign(internalCurrentDimension, 0) &&
-                      writeElementsInDimension.assign(internalCurrentDimension, 0));
+  kernelOriginalSequence_.reset();
+  kernelOriginalSequenceInitialValues_.reset();
+  kernelPreProcessedSequence_.reset();
+  facesThatAgree_ = noFaces;
+  return file.hasRoom(rulesInDimension_.assign(internalCurrentDimension_, 0) &&
+                      uniqueRulesInDimension_.assign(internalCurrentDimension_, 0) &&
+                      writeElementsInDimension_.assign(internalCurrentDimension_, 0));
 }
 
 bool ZQMatrixMediumInfo::readMediumPart(zmatrix::ZQFieldReader& fields, int withSequence) {
   if (!readBasePart(fields)) return false;
   setMediumDefaults();
-  if (updateInfoType < ZQMatrixInfoTypeMedium) {
-    hasBeenChanged = 0;
+  if (updateInfoType_ < ZQMatrixInfoTypeMedium) {
+    hasBeenChanged_ = 0;
     return makeMediumArrays(fields.file);
   }
   describeMediumPart(fields, withSequence);
   if (!fields.isSound()) return false;
   fields.endPart();
-  if (lengthOfKernelOriginalSequence < 1) return true;
-  if (!fields.file.hasRoom(kernelOriginalSequenceInitialValues.provide(coordinateDimension, lengthOfKernelOriginalSequence))) {
+  if (lengthOfKernelOriginalSequence_ < 1) return true;
+  if (!fields.file.hasRoom(kernelOriginalSequenceInitialValues_.provide(coordinateDimension_, lengthOfKernelOriginalSequence_))) {
     return false;
   }
-  std::copy_n(kernelOriginalSequence.data(), lengthOfKernelOriginalSequence * coordinateDimension,
-              kernelOriginalSequenceInitialValues.data());
+  std::copy_n(kernelOriginalSequence_.data(), lengthOfKernelOriginalSequence_ * coordinateDimension_,
+              kernelOriginalSequenceInitialValues_.data());
   return true;
 }
 
 int ZQMatrixMediumInfo::readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence) {
-  const int id = matrixID;
+  const int id = matrixId_;
   zmatrix::ZQFieldReader fields(file);
   return readMediumPart(fields, withSequence) && hasLegalSize(fields, withSequence) ? 1 : refuseRecord(*this, id);
 }
@@ -161,6 +162,6 @@ void ZQMatrixMediumInfo::writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSe
   writeParts(
       file, [this](auto& fields) { describeBasePart(fields); },
       [this, withSequence](auto& fields) {
-        if (updateInfoType >= ZQMatrixInfoTypeMedium) describeMediumPart(fields, withSequence);
+        if (updateInfoType_ >= ZQMatrixInfoTypeMedium) describeMediumPart(fields, withSequence);
       });
 }

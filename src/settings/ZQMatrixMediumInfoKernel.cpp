@@ -40,70 +40,70 @@ void storeItems(zmatrix::ZQKernelItems& to, const int* items, int numberOfItems)
 
 bool ZQMatrixMediumInfo::storeKernelOriginal(const int* items, int length) {
   if (!provideKernelOriginal(length)) return false;
-  facesThatAgree = noFaces;
-  lengthOfKernelOriginalSequence = length;
-  storeItems(kernelOriginalSequence, items, length);
+  facesThatAgree_ = noFaces;
+  lengthOfKernelOriginalSequence_ = length;
+  storeItems(kernelOriginalSequence_, items, length);
   return true;
 }
 
 bool ZQMatrixMediumInfo::storeKernelInitialValues(const int* items, int length) {
   if (!provideKernelOriginal(length)) return false;
-  storeItems(kernelOriginalSequenceInitialValues, items, length);
+  storeItems(kernelOriginalSequenceInitialValues_, items, length);
   return true;
 }
 
 bool ZQMatrixMediumInfo::storeKernelPreProcessed(const int* items, int length) {
   if (!provideKernelPreProcessed(length)) return false;
-  facesThatAgree = noFaces;
-  lengthOfKernelPreProcessedSequence = length;
-  storeItems(kernelPreProcessedSequence, items, length);
+  facesThatAgree_ = noFaces;
+  lengthOfKernelPreProcessedSequence_ = length;
+  storeItems(kernelPreProcessedSequence_, items, length);
   return true;
 }
 
 int* ZQMatrixMediumInfo::roomBehindKernelOriginal(int length) {
-  return length < INT_MAX && provideKernelOriginal(length + 1) ? &kernelOriginalSequence.at(length, 0) : nullptr;
+  return length < INT_MAX && provideKernelOriginal(length + 1) ? &kernelOriginalSequence_.at(length, 0) : nullptr;
 }
 
 int* ZQMatrixMediumInfo::roomBehindKernelPreProcessed(int length) {
   if (length == INT_MAX || !provideKernelPreProcessed(std::max(length + 1, zmatrix::grownCapacity(length + 1)))) return nullptr;
-  return &kernelPreProcessedSequence.at(length, 0);
+  return &kernelPreProcessedSequence_.at(length, 0);
 }
 
 int ZQMatrixMediumInfo::resetKernelSequence(int id, int resetInitialValues) {
-  const int needed = zmatrix::numberOfItemsToRestore(preProcessingType);
-  if (resetInitialValues == 1 || (needed >= 1 && lengthOfKernelOriginalSequence < needed)) {
-    lengthOfKernelOriginalSequence = writeDefaultItems(needed) ? needed : 0;
+  const int needed = zmatrix::numberOfItemsToRestore(preProcessingType_);
+  if (resetInitialValues == 1 || (needed >= 1 && lengthOfKernelOriginalSequence_ < needed)) {
+    lengthOfKernelOriginalSequence_ = writeDefaultItems(needed) ? needed : 0;
   } else {
-    if (lengthOfKernelOriginalSequence < lengthOfKernelPreProcessedSequence) {
+    if (lengthOfKernelOriginalSequence_ < lengthOfKernelPreProcessedSequence_) {
       dbPrintf(8,
                "initializeKernelSequenceWithObjectOriginalSequence(): _lengthOfKernelOriginalSequence(%d) - "
                "_lengthOfKernelPreProcessedSequence(%d)) <0)\n",
-               lengthOfKernelOriginalSequence, lengthOfKernelPreProcessedSequence);
+               lengthOfKernelOriginalSequence_, lengthOfKernelPreProcessedSequence_);
     }
-    const long long itemsLeft = static_cast<long long>(lengthOfKernelOriginalSequence) - lengthOfKernelPreProcessedSequence;
-    lengthOfKernelOriginalSequence = static_cast<int>(std::clamp<long long>(itemsLeft, INT_MIN, INT_MAX));
+    const long long itemsLeft = static_cast<long long>(lengthOfKernelOriginalSequence_) - lengthOfKernelPreProcessedSequence_;
+    lengthOfKernelOriginalSequence_ = static_cast<int>(std::clamp<long long>(itemsLeft, INT_MIN, INT_MAX));
   }
-  lengthOfKernelPreProcessedSequence = 0;
-  kernelMatrixHandle = id;
-  if (lengthOfKernelOriginalSequence > zmatrix::initialKernelLength) {
-    internalLengthOfKernelOriginalSequence = zmatrix::initialKernelLength;
-    internalLengthOfKernelPreProcessedSequence = zmatrix::initialKernelLength;
+  lengthOfKernelPreProcessedSequence_ = 0;
+  kernelMatrixHandle_ = id;
+  if (lengthOfKernelOriginalSequence_ > zmatrix::initialKernelLength) {
+    internalLengthOfKernelOriginalSequence_ = zmatrix::initialKernelLength;
+    internalLengthOfKernelPreProcessedSequence_ = zmatrix::initialKernelLength;
   }
-  facesThatAgree = noFaces;
-  if (!provideKernelOriginal(lengthOfKernelOriginalSequence) || !provideKernelPreProcessed(1)) return 0;
-  std::fill_n(kernelPreProcessedSequence.data(), coordinateDimension, 0);
-  storeItems(kernelOriginalSequence, kernelOriginalSequenceInitialValues.data(), lengthOfKernelOriginalSequence);
-  return lengthOfKernelOriginalSequence;
+  facesThatAgree_ = noFaces;
+  if (!provideKernelOriginal(lengthOfKernelOriginalSequence_) || !provideKernelPreProcessed(1)) return 0;
+  std::fill_n(kernelPreProcessedSequence_.data(), coordinateDimension_, 0);
+  storeItems(kernelOriginalSequence_, kernelOriginalSequenceInitialValues_.data(), lengthOfKernelOriginalSequence_);
+  return lengthOfKernelOriginalSequence_;
 }
 
 bool ZQMatrixMediumInfo::writeDefaultItems(int numberOfItems) {
   if (!provideKernelOriginal(numberOfItems)) return false;
-  const DefaultItem& item = defaultItemOf(matrixType);
-  for (int k = 0; k < coordinateDimension; ++k) {
+  const DefaultItem& item = defaultItemOf(matrixType_);
+  for (int k = 0; k < coordinateDimension_; ++k) {
     if (item.numberOfCoordinates >= 0 && k >= item.numberOfCoordinates) break;
     const int value = k < largestDefaultItem ? item.coordinates[k] : 0;
     for (int i = 0; i < numberOfItems; ++i) {
-      kernelOriginalSequence.at(i, k) = kernelOriginalSequenceInitialValues.at(i, k) = value;
+      kernelOriginalSequence_.at(i, k) = kernelOriginalSequenceInitialValues_.at(i, k) = value;
     }
   }
   return true;
@@ -111,11 +111,11 @@ bool ZQMatrixMediumInfo::writeDefaultItems(int numberOfItems) {
 
 int* ZQMatrixMediumInfo::flatCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* length, int* dimension) {
   answer(length, 0);
-  answer(dimension, coordinateDimension);
+  answer(dimension, coordinateDimension_);
   const int itemsThere = std::min(numberOfItems, from.room());
-  if (itemsThere < 1 || coordinateDimension < 1 || !from.provide(coordinateDimension, zmatrix::initialKernelLength))
+  if (itemsThere < 1 || coordinateDimension_ < 1 || !from.provide(coordinateDimension_, zmatrix::initialKernelLength))
     return nullptr;
-  const int integers = itemsThere * coordinateDimension;
+  const int integers = itemsThere * coordinateDimension_;
   int* flat = systemMallocArray<int>(integers);
   if (flat == nullptr) return nullptr;
   std::copy_n(from.data(), integers, flat);
@@ -125,49 +125,49 @@ int* ZQMatrixMediumInfo::flatCopy(zmatrix::ZQKernelItems& from, int numberOfItem
 
 int** ZQMatrixMediumInfo::objexCopy(zmatrix::ZQKernelItems& from, int numberOfItems, int* count, int* dimension) {
   answer(count, 0);
-  answer(dimension, coordinateDimension);
+  answer(dimension, coordinateDimension_);
   const int itemsThere = std::clamp(numberOfItems, 0, from.room());
-  if (coordinateDimension < 0 || !from.provide(coordinateDimension, zmatrix::initialKernelLength)) return nullptr;
-  const size_t integers = static_cast<size_t>(itemsThere) * static_cast<size_t>(coordinateDimension);
+  if (coordinateDimension_ < 0 || !from.provide(coordinateDimension_, zmatrix::initialKernelLength)) return nullptr;
+  const size_t integers = static_cast<size_t>(itemsThere) * static_cast<size_t>(coordinateDimension_);
   const size_t sizeOfPointers = static_cast<size_t>(itemsThere) * sizeof(int*);
   char* block = systemMallocArray<char>(static_cast<long long>(sizeOfPointers + integers * sizeof(int)));
   if (block == nullptr) return nullptr;
   int** items = reinterpret_cast<int**>(block);
   int* values = reinterpret_cast<int*>(block + sizeOfPointers);
   std::copy_n(from.data(), integers, values);
-  for (int i = 0; i < itemsThere; ++i) items[i] = values + static_cast<ptrdiff_t>(i) * coordinateDimension;
+  for (int i = 0; i < itemsThere; ++i) items[i] = values + static_cast<ptrdiff_t>(i) * coordinateDimension_;
   answer(count, itemsThere);
   return items;
 }
 
 int* ZQMatrixMediumInfo::getKernelOriginalSequenceFlatIndexVector(int* length, int* dimension) {
-  return flatCopy(kernelOriginalSequence, lengthOfKernelOriginalSequence, length, dimension);
+  return flatCopy(kernelOriginalSequence_, lengthOfKernelOriginalSequence_, length, dimension);
 }
 
 int* ZQMatrixMediumInfo::getKernelOriginalSequenceInitialValuesFlatIndexVector(int* length, int* dimension) {
-  return flatCopy(kernelOriginalSequenceInitialValues, lengthOfKernelOriginalSequence, length, dimension);
+  return flatCopy(kernelOriginalSequenceInitialValues_, lengthOfKernelOriginalSequence_, length, dimension);
 }
 
 int* ZQMatrixMediumInfo::getKernelPreProcessedSequenceIndexVector(int* length, int* dimension) {
-  return flatCopy(kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, length, dimension);
+  return flatCopy(kernelPreProcessedSequence_, lengthOfKernelPreProcessedSequence_, length, dimension);
 }
 
 int** ZQMatrixMediumInfo::createKernelOriginalSequenceObjexVector(int* count, int* dimension) {
-  return objexCopy(kernelOriginalSequence, lengthOfKernelOriginalSequence, count, dimension);
+  return objexCopy(kernelOriginalSequence_, lengthOfKernelOriginalSequence_, count, dimension);
 }
 
 int** ZQMatrixMediumInfo::createKernelOriginalSequenceInitialValuesObjexVector(int* count, int* dimension) {
-  return objexCopy(kernelOriginalSequenceInitialValues, lengthOfKernelOriginalSequence, count, dimension);
+  return objexCopy(kernelOriginalSequenceInitialValues_, lengthOfKernelOriginalSequence_, count, dimension);
 }
 
 int** ZQMatrixMediumInfo::createKernelPreprocessedSequenceObjexVector(int* count, int* dimension) {
-  return objexCopy(kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence, count, dimension);
+  return objexCopy(kernelPreProcessedSequence_, lengthOfKernelPreProcessedSequence_, count, dimension);
 }
 
 int** ZQMatrixMediumInfo::getKernelSequenceObjectVector(int* count, int* dimension) {
   dbPrintf(8, "getKernelSequenceObjectVector89: not yet implemented\n");
-  answer(count, lengthOfKernelPreProcessedSequence);
-  answer(dimension, coordinateDimension);
+  answer(count, lengthOfKernelPreProcessedSequence_);
+  answer(dimension, coordinateDimension_);
   return getKernelPreProcessedSequence();
 }
 

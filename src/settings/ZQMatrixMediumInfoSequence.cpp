@@ -38,65 +38,65 @@ char* packLittleEndian(char* to, int value, int width) {
 }  // namespace
 
 void ZQMatrixMediumInfo::generateUpdateInfoSequence(const int* sequence, int length) {
-  if (coordinateDimension < 1 || length < 0 || (sequence == nullptr && length > 0)) return;
-  const int numberOfItems = length / coordinateDimension;
-  const bool isAppended = updateSequence.count() > 0 && addSequenceToUpdateInfoMode == 1;
+  if (coordinateDimension_ < 1 || length < 0 || (sequence == nullptr && length > 0)) return;
+  const int numberOfItems = length / coordinateDimension_;
+  const bool isAppended = updateSequence_.count() > 0 && addSequenceToUpdateInfoMode_ == 1;
   int oldSizes[zmatrix::largestCoordinateDimension] = {};
-  const int numberOfSizes = std::min(sizeOfCoordinateDimensions.count(), zmatrix::largestCoordinateDimension);
-  if (numberOfSizes < coordinateDimension) return;
-  std::copy_n(sizeOfCoordinateDimensions.data(), numberOfSizes, oldSizes);
-  const long long oldRows = isAppended ? std::max(lengthOfUpdateSequence, 0) : 0;
-  totalLengthOfAllUpdateSequences =
-      static_cast<int>(static_cast<unsigned>(totalLengthOfAllUpdateSequences) + static_cast<unsigned>(numberOfItems));
+  const int numberOfSizes = std::min(sizeOfCoordinateDimensions_.count(), zmatrix::largestCoordinateDimension);
+  if (numberOfSizes < coordinateDimension_) return;
+  std::copy_n(sizeOfCoordinateDimensions_.data(), numberOfSizes, oldSizes);
+  const long long oldRows = isAppended ? std::max(lengthOfUpdateSequence_, 0) : 0;
+  totalLengthOfAllUpdateSequences_ =
+      static_cast<int>(static_cast<unsigned>(totalLengthOfAllUpdateSequences_) + static_cast<unsigned>(numberOfItems));
 
   chooseCoordinateSizes(sequence, numberOfItems);
   if (isAppended) restoreCoordinateSizes(oldSizes, numberOfSizes);
   const long long numberOfRows = oldRows + numberOfItems + numberOfEndRows;
-  if (!isAppended) updateSequence.reset();
-  if (numberOfRows > INT_MAX || !updateSequence.resize(numberOfRows * sizeOfUpdateRow(), endOfSequenceByte)) {
-    if (!isAppended) lengthOfUpdateSequence = 0;
+  if (!isAppended) updateSequence_.reset();
+  if (numberOfRows > INT_MAX || !updateSequence_.resize(numberOfRows * sizeOfUpdateRow(), endOfSequenceByte)) {
+    if (!isAppended) lengthOfUpdateSequence_ = 0;
     return;
   }
-  lengthOfUpdateSequence = static_cast<int>(numberOfRows);
-  char* firstNewRow = updateSequence.data() + oldRows * sizeOfUpdateRow();
+  lengthOfUpdateSequence_ = static_cast<int>(numberOfRows);
+  char* firstNewRow = updateSequence_.data() + oldRows * sizeOfUpdateRow();
   packItems(sequence, numberOfItems, firstNewRow);
   char* endRows = firstNewRow + static_cast<long long>(numberOfItems) * sizeOfUpdateRow();
   memset(endRows, endOfSequenceByte, static_cast<size_t>(numberOfEndRows) * static_cast<size_t>(sizeOfUpdateRow()));
 }
 
 void ZQMatrixMediumInfo::chooseCoordinateSizes(const int* sequence, int numberOfItems) {
-  for (int k = 0; k < coordinateDimension; ++k) {
+  for (int k = 0; k < coordinateDimension_; ++k) {
     Extremes extremes;
     for (long long i = 0; i < numberOfItems; ++i) {
-      const int value = sequence[i * coordinateDimension + k];
+      const int value = sequence[i * coordinateDimension_ + k];
       extremes.lowest = std::min(extremes.lowest, value);
       extremes.highest = std::max(extremes.highest, value);
     }
-    sizeOfCoordinateDimensions[k] = widthFor(extremes);
+    sizeOfCoordinateDimensions_[k] = widthFor(extremes);
   }
 }
 
 // Rows that follow others must be as wide as those.
 void ZQMatrixMediumInfo::restoreCoordinateSizes(const int* oldSizes, int numberOfOldSizes) {
   for (int k = 0; k < numberOfOldSizes; ++k) {
-    if (sizeOfCoordinateDimensions[k] == oldSizes[k]) continue;
+    if (sizeOfCoordinateDimensions_[k] == oldSizes[k]) continue;
     dbPrintf(0, "########## Error from generateUpdateInfoSequence: SizeOfCoordinateDimensions unexpected\n");
     dbPrintf(0, "########## update sequence may contain invalid data...\n");
-    sizeOfCoordinateDimensions[k] = oldSizes[k];
+    sizeOfCoordinateDimensions_[k] = oldSizes[k];
   }
 }
 
 int ZQMatrixMediumInfo::sizeOfUpdateRow() const {
   int sizeOfRow = 0;
-  const int numberOfSizes = std::min(coordinateDimension, sizeOfCoordinateDimensions.count());
-  for (int k = 0; k < numberOfSizes; ++k) sizeOfRow += std::abs(sizeOfCoordinateDimensions[k]);
+  const int numberOfSizes = std::min(coordinateDimension_, sizeOfCoordinateDimensions_.count());
+  for (int k = 0; k < numberOfSizes; ++k) sizeOfRow += std::abs(sizeOfCoordinateDimensions_[k]);
   return sizeOfRow;
 }
 
 void ZQMatrixMediumInfo::packItems(const int* sequence, int numberOfItems, char* row) const {
   for (long long i = 0; i < numberOfItems; ++i) {
-    for (int k = 0; k < coordinateDimension; ++k) {
-      row = packLittleEndian(row, sequence[i * coordinateDimension + k], std::abs(sizeOfCoordinateDimensions[k]));
+    for (int k = 0; k < coordinateDimension_; ++k) {
+      row = packLittleEndian(row, sequence[i * coordinateDimension_ + k], std::abs(sizeOfCoordinateDimensions_[k]));
     }
   }
 }

@@ -136,22 +136,22 @@ void zmatrix::printRecordStatistics(const ZQMatrixBaseInfo& record, int maximalS
 
 void zmatrix::ZQMatrixFileHeader::printMatrixFileHeader() {
   dbPrintf(1, "*************************matrixFileHeader:***************************************\n");
-  dbPrintf(1, "fileType: %s\n", fileType);
-  dbPrintf(1, "matrixDescription: %s\n", matrixDescription);
+  dbPrintf(1, "fileType: %s\n", fileType_);
+  dbPrintf(1, "matrixDescription: %s\n", matrixDescription_);
   for (const NumberRow& row : numberRows()) {
     row.member.visit(*this, [&row](auto number) { dbPrintf(1, "%s: %lld\n", row.label, static_cast<long long>(number)); });
   }
-  dbPrintf(1, "debugOutputDirectory: %s\n", matrixDebugDirectory);
-  dbPrintf(1, "originMatrixFile: %s\n", matrixOriginFilename);
-  dbPrintf(1, "destinationMatrixFile: %s\n", matrixDestinationFilename);
+  dbPrintf(1, "debugOutputDirectory: %s\n", matrixDebugDirectory_);
+  dbPrintf(1, "originMatrixFile: %s\n", matrixOriginFilename_);
+  dbPrintf(1, "destinationMatrixFile: %s\n", matrixDestinationFilename_);
   dbPrintf(1, "*************************matrix global Parameters:***************************************\n");
-  printBlock("GLOBAL ", globalParameters);
-  printBlock("GLOBAL SYMBOL ", globalSymbolParameters);
+  printBlock("GLOBAL ", globalParameters_);
+  printBlock("GLOBAL SYMBOL ", globalSymbolParameters_);
 }
 
 void ZQMatrixBaseInfo::printMatrixInfo() {
-  if (updateInfoSize > 0) {
-    dbPrintf(1, "updateInfoSize: %d: \n", updateInfoSize);
+  if (updateInfoSize_ > 0) {
+    dbPrintf(1, "updateInfoSize: %d: \n", updateInfoSize_);
   } else {
     dbPrintf(1, "updateInfoSize:  (not available)\n");
   }
@@ -160,15 +160,15 @@ void ZQMatrixBaseInfo::printMatrixInfo() {
     if (row.kind == FieldRow::coordinateSizes) printCoordinateSizes();
   }
   if (!ZQDebugChannel::shows(4)) return;
-  for (int i = 0; i < std::min(currentDimension, minimalIndices.count()); ++i) {
-    dbPrintf(4, "dimension %d: ->_ %d, %d\n", i, minimalIndices[i], maximalIndices[i]);
+  for (int i = 0; i < std::min(currentDimension_, minimalIndices_.count()); ++i) {
+    dbPrintf(4, "dimension %d: ->_ %d, %d\n", i, minimalIndices_[i], maximalIndices_[i]);
   }
 }
 
 void ZQMatrixBaseInfo::printCoordinateSizes() {
   dbPrintf(1, "sizeOfCoordinateDimensions: \n");
-  for (int k = 0; k < sizeOfCoordinateDimensions.count(); ++k) {
-    dbPrintf(1, "cdimension %d: size of coordinate:%d\n", k, sizeOfCoordinateDimensions[k]);
+  for (int k = 0; k < sizeOfCoordinateDimensions_.count(); ++k) {
+    dbPrintf(1, "cdimension %d: size of coordinate:%d\n", k, sizeOfCoordinateDimensions_[k]);
   }
 }
 
@@ -176,25 +176,25 @@ void ZQMatrixMediumInfo::printMatrixInfo() {
   ZQMatrixBaseInfo::printMatrixInfo();
   for (const FieldRow& row : zmatrix::fieldsAddedBy(ZQMatrixInfoTypeMedium)) {
     printField(row, *this);
-    if (row.kind == FieldRow::nameOfUpdateFile) dbPrintf(1, "nameOfUpdateFile: %.256s: \n", nameOfUpdateFile);
+    if (row.kind == FieldRow::nameOfUpdateFile) dbPrintf(1, "nameOfUpdateFile: %.256s: \n", nameOfUpdateFile_);
     if (row.kind == FieldRow::midiChannelFilter) {
-      for (int i = 0; i < numberOfMidiChannels; ++i) dbPrintf(1, "midiChannelFilter %d: %d: \n", i, midiChannelFilter[i]);
+      for (int i = 0; i < numberOfMidiChannels; ++i) dbPrintf(1, "midiChannelFilter %d: %d: \n", i, midiChannelFilter_[i]);
     }
   }
-  printKernelItems("kernelOriginalSequence", kernelOriginalSequence, lengthOfKernelOriginalSequence);
-  printKernelItems("kernelPreProcessedSequence", kernelPreProcessedSequence, lengthOfKernelPreProcessedSequence);
-  printKernelItems("kernelOriginalSequenceInitialValues", kernelOriginalSequenceInitialValues, lengthOfKernelOriginalSequence);
-  dbPrintf(1, "hasBeenChanged: %d: \n", hasBeenChanged);
-  if (!namesOfUpdateFiles.empty()) dbPrintf(1, "namesOfUpdateFiles: \n%s", namesOfUpdateFiles.data());
+  printKernelItems("kernelOriginalSequence", kernelOriginalSequence_, lengthOfKernelOriginalSequence_);
+  printKernelItems("kernelPreProcessedSequence", kernelPreProcessedSequence_, lengthOfKernelPreProcessedSequence_);
+  printKernelItems("kernelOriginalSequenceInitialValues", kernelOriginalSequenceInitialValues_, lengthOfKernelOriginalSequence_);
+  dbPrintf(1, "hasBeenChanged: %d: \n", hasBeenChanged_);
+  if (!namesOfUpdateFiles_.empty()) dbPrintf(1, "namesOfUpdateFiles: \n%s", namesOfUpdateFiles_.data());
   printUpdateSequence();
   printDimensions();
 }
 
 void ZQMatrixMediumInfo::printKernelItems(const char* name, zmatrix::ZQKernelItems& items, int numberOfItems) {
-  if (!items.provide(coordinateDimension, zmatrix::initialKernelLength) || !ZQDebugChannel::shows(1)) return;
+  if (!items.provide(coordinateDimension_, zmatrix::initialKernelLength) || !ZQDebugChannel::shows(1)) return;
   for (int i = 0; i < std::min({numberOfItems, items.room(), longestPrintedSequence}); ++i) {
     dbPrintf(1, "%s %d:", name, i);
-    for (int k = 0; k < coordinateDimension; ++k) dbPrintf(1, " %d", items.at(i, k));
+    for (int k = 0; k < coordinateDimension_; ++k) dbPrintf(1, " %d", items.at(i, k));
     dbPrintf(1, "\n");
   }
 }
@@ -202,24 +202,24 @@ void ZQMatrixMediumInfo::printKernelItems(const char* name, zmatrix::ZQKernelIte
 void ZQMatrixMediumInfo::printUpdateSequence() {
   const int sizeOfRow = sizeOfUpdateRow();
   if (sizeOfRow < 1 || !ZQDebugChannel::shows(1)) return;
-  const int numberOfRows = std::min({lengthOfUpdateSequence, updateSequence.count() / sizeOfRow, longestPrintedSequence});
-  const unsigned char* value = reinterpret_cast<const unsigned char*>(updateSequence.data());
+  const int numberOfRows = std::min({lengthOfUpdateSequence_, updateSequence_.count() / sizeOfRow, longestPrintedSequence});
+  const unsigned char* value = reinterpret_cast<const unsigned char*>(updateSequence_.data());
   for (int i = 0; i < numberOfRows; ++i) {
     dbPrintf(1, "updateSequence %d:", i);
-    for (int k = 0; k < coordinateDimension; ++k) {
-      dbPrintf(1, " %lld", unpackedValue(value, sizeOfCoordinateDimensions[k]));
-      value += std::abs(sizeOfCoordinateDimensions[k]);
+    for (int k = 0; k < coordinateDimension_; ++k) {
+      dbPrintf(1, " %lld", unpackedValue(value, sizeOfCoordinateDimensions_[k]));
+      value += std::abs(sizeOfCoordinateDimensions_[k]);
     }
     dbPrintf(1, "\n");
   }
 }
 
 void ZQMatrixMediumInfo::printDimensions() {
-  for (int i = 0; i < std::min(currentDimension, writeElementsInDimension.count()); ++i) {
-    if (writeElementsInDimension[i] == 0 && rulesInDimension[i] == 0 && uniqueRulesInDimension[i] == 0) continue;
-    dbPrintf(1, "dimension %d: no of writeElements: %d\n", i, writeElementsInDimension[i]);
-    dbPrintf(1, "              no of ruleElements: %d\n", rulesInDimension[i]);
-    dbPrintf(1, "        no of uniqueRuleElements: %d\n", uniqueRulesInDimension[i]);
+  for (int i = 0; i < std::min(currentDimension_, writeElementsInDimension_.count()); ++i) {
+    if (writeElementsInDimension_[i] == 0 && rulesInDimension_[i] == 0 && uniqueRulesInDimension_[i] == 0) continue;
+    dbPrintf(1, "dimension %d: no of writeElements: %d\n", i, writeElementsInDimension_[i]);
+    dbPrintf(1, "              no of ruleElements: %d\n", rulesInDimension_[i]);
+    dbPrintf(1, "        no of uniqueRuleElements: %d\n", uniqueRulesInDimension_[i]);
   }
 }
 

@@ -10,27 +10,27 @@ template <class Owner>
 class NumberMember {
  public:
   constexpr NumberMember() = default;
-  constexpr NumberMember(int Owner::*member) : plain(member) {}
-  constexpr NumberMember(unsigned int Owner::*member) : withoutSign(member) {}
-  constexpr NumberMember(long long Owner::*member) : wide(member) {}
+  constexpr NumberMember(int Owner::*member) : plain_(member) {}
+  constexpr NumberMember(unsigned int Owner::*member) : withoutSign_(member) {}
+  constexpr NumberMember(long long Owner::*member) : wide_(member) {}
 
   /// The member as the plain int that all settings are.
-  constexpr int Owner::*asInt() const { return plain; }
+  constexpr int Owner::*asInt() const { return plain_; }
   constexpr bool operator==(const NumberMember&) const = default;
 
   /// Calls `use` with a reference to the number of `object`, whose class may be a base class of Owner that has the member.
   template <class Object, class Use>
   void visit(Object& object, Use use) const {
     using Class = std::remove_const_t<Object>;
-    if (plain != nullptr) use(object.*static_cast<int Class::*>(plain));
-    if (withoutSign != nullptr) use(object.*static_cast<unsigned int Class::*>(withoutSign));
-    if (wide != nullptr) use(object.*static_cast<long long Class::*>(wide));
+    if (plain_ != nullptr) use(object.*static_cast<int Class::*>(plain_));
+    if (withoutSign_ != nullptr) use(object.*static_cast<unsigned int Class::*>(withoutSign_));
+    if (wide_ != nullptr) use(object.*static_cast<long long Class::*>(wide_));
   }
 
  private:
-  int Owner::*plain = nullptr;
-  unsigned int Owner::*withoutSign = nullptr;
-  long long Owner::*wide = nullptr;
+  int Owner::*plain_ = nullptr;
+  unsigned int Owner::*withoutSign_ = nullptr;
+  long long Owner::*wide_ = nullptr;
 };
 
 }  // namespace zmatrix

@@ -15,32 +15,32 @@ class ZQRecordTable {
   ZQRecordTable(const ZQRecordTable&) = delete;
   ZQRecordTable& operator=(const ZQRecordTable&) = delete;
 
-  int count() const noexcept { return records.count(); }
-  ZQMatrixBaseInfo** data() noexcept { return records.data(); }
-  ZQMatrixBaseInfo* operator[](int id) const noexcept { return records[id]; }
+  int count() const noexcept { return records_.count(); }
+  ZQMatrixBaseInfo** data() noexcept { return records_.data(); }
+  ZQMatrixBaseInfo* operator[](int id) const noexcept { return records_[id]; }
 
   /// Deletes the records above; new places are empty. False, and nothing changed, if memory has run out; making it smaller never
   /// fails.
   [[nodiscard]] bool resize(int newCount) noexcept {
     deleteFrom(newCount);
-    return records.resize(newCount);
+    return records_.resize(newCount);
   }
   /// In the place of what stood there.
   void put(int id, std::unique_ptr<ZQMatrixBaseInfo> record) noexcept {
-    delete records[id];
-    records[id] = record.release();
+    delete records_[id];
+    records_[id] = record.release();
   }
   void reset() noexcept {
     deleteFrom(0);
-    records.reset();
+    records_.reset();
   }
 
  private:
   void deleteFrom(int first) noexcept {
-    for (int id = first; id < records.count(); ++id) delete std::exchange(records[id], nullptr);
+    for (int id = first; id < records_.count(); ++id) delete std::exchange(records_[id], nullptr);
   }
 
-  ZQArray<ZQMatrixBaseInfo*> records;
+  ZQArray<ZQMatrixBaseInfo*> records_;
 };
 
 }  // namespace zmatrix

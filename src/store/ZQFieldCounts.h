@@ -12,18 +12,18 @@ class ZQFieldCounts {
 
   /// The number of children, or 0 if it isn't known. `releasedRecords` is what the matrix counts.
   int find(unsigned parent, unsigned releasedRecords) const {
-    const Entry& entry = entries[parent % numberOfEntries];
-    return entry.parent == parent && releasedRecords == releasedRecordsThen ? entry.count : 0;
+    const Entry& entry = entries_[parent % numberOfEntries];
+    return entry.parent == parent && releasedRecords == releasedRecordsThen_ ? entry.count : 0;
   }
   void set(unsigned parent, int count, unsigned releasedRecords) {
     if (count < narrowest) return;
-    if (releasedRecords != releasedRecordsThen) memset(static_cast<void*>(entries), 0, sizeof entries);
-    releasedRecordsThen = releasedRecords;
-    entries[parent % numberOfEntries] = {parent, count};
+    if (releasedRecords != releasedRecordsThen_) memset(static_cast<void*>(entries_), 0, sizeof entries_);
+    releasedRecordsThen_ = releasedRecords;
+    entries_[parent % numberOfEntries] = {parent, count};
   }
   /// The parent has a child more.
   void addOne(unsigned parent) {
-    Entry& entry = entries[parent % numberOfEntries];
+    Entry& entry = entries_[parent % numberOfEntries];
     if (entry.parent == parent) ++entry.count;
   }
 
@@ -33,8 +33,8 @@ class ZQFieldCounts {
     unsigned parent = 0;
     int count = 0;
   };
-  Entry entries[numberOfEntries];
-  unsigned releasedRecordsThen = 0;
+  Entry entries_[numberOfEntries];
+  unsigned releasedRecordsThen_ = 0;
 };
 
 }  // namespace zmatrix

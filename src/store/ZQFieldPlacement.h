@@ -21,10 +21,10 @@ struct ZQFieldPlacement {
   /// have been made.
   bool add(Matrix& matrix, int parent, std::span<const int> coordinates) {
     if (!findField(matrix, parent, coordinates.front())) return false;
-    targets.clear();
+    targets_.clear();
     for (const int coordinate : coordinates) {
-      const long long target = static_cast<long long>(begin) + coordinate;
-      if (target > INT_MAX || target < -INT_MAX || !targets.append(static_cast<int>(target))) return false;
+      const long long target = static_cast<long long>(begin_) + coordinate;
+      if (target > INT_MAX || target < -INT_MAX || !targets_.append(static_cast<int>(target))) return false;
     }
     return (areFree(matrix) || moveAway(matrix)) && link(matrix, parent, coordinates);
   }
@@ -33,37 +33,37 @@ struct ZQFieldPlacement {
   // Where the field begins, or would begin if its first child took the nearest free slot.
   bool findField(Matrix& matrix, int parent, int firstCoordinate) {
     const int offset = matrix.elementAt(parent)->getOffsetToElementInNextDimension();
-    first = offset != 0 ? parent + offset : -1;
-    if (first >= 0) {
-      const ZQMatrixBaseElement* element = matrix.elementAt(first);
+    first_ = offset != 0 ? parent + offset : -1;
+    if (first_ >= 0) {
+      const ZQMatrixBaseElement* element = matrix.elementAt(first_);
       if (element == nullptr) return false;
-      begin = static_cast<int>(static_cast<long long>(first) - element->getIndexInDimension());
+      begin_ = static_cast<int>(static_cast<long long>(first_) - element->getIndexInDimension());
       return true;
     }
     const int free = matrix.findNearestFreeMatrixElement(matrix.getMatrixInfo()->getMemorySearchMethod());
     if (free < matrix.getMatrixFileHeader()->getMaxNumberOfMatrices()) return false;
-    begin = free - firstCoordinate;
+    begin_ = free - firstCoordinate;
     return true;
   }
 
   bool areFree(const Matrix& matrix) const {
-    for (const int target : targets) {
-      if (target < 0 || target >= matrix.numberOfSlots || !matrix.freeSlots.isFree(target)) return false;
+    for (const int target : targets_) {
+      if (target < 0 || target >= matrix.numberOfSlots_ || !matrix.freeSlots_.isFree(target)) return false;
     }
     return true;
   }
 
   bool moveAway(Matrix& matrix) {
-    int last = first;
+    int last = first_;
     int count = 0;
-    if (first >= 0) count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(first, &first, &last);
-    if (first >= 0 && count < 1) return false;
+    if (first_ >= 0) count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(first_, &first_, &last);
+    if (first_ >= 0 && count < 1) return false;
     const int offset = ZQStoreMove<Tier>::moveFieldWithNewElements(
-        matrix, first, count, targets, [&](std::span<const int> positions) { return findOffset(matrix, positions); });
+        matrix, first_, count, targets_, [&](std::span<const int> positions) { return findOffset(matrix, positions); });
     if (offset == 0) return false;
-    for (int& target : targets) target += offset;
-    if (first >= 0) {
-      first += offset;
+    for (int& target : targets_) target += offset;
+    if (first_ >= 0) {
+      first_ += offset;
       Write::raiseStack(matrix, last + offset);
     }
     return true;
@@ -74,15 +74,15 @@ struct ZQFieldPlacement {
   int findOffset(Matrix& matrix, std::span<const int> positions) {
     constexpr int longestWay = 1 << 17;
     const long long lowest = matrix.getMatrixFileHeader()->getMaxNumberOfMatrices();
-    frontier = std::max(frontier, lowest);
-    for (long long from = frontier - positions.front();;) {
-      const long long highest = static_cast<long long>(matrix.numberOfSlots) - 1 - positions.back();
-      zmatrix::ZQShiftSearch search(matrix.freeSlots, positions, matrix.positionsOfField);
+    frontier_ = std::max(frontier_, lowest);
+    for (long long from = frontier_ - positions.front();;) {
+      const long long highest = static_cast<long long>(matrix.numberOfSlots_) - 1 - positions.back();
+      zmatrix::ZQShiftSearch search(matrix.freeSlots_, positions, matrix.positionsOfField_);
       long long offset = search.nextFit(from, highest);
       if (offset == 0) offset = search.nextFit(1, highest);
       if (offset != zmatrix::ZQShiftSearch::none) {
         const long long slot = positions.front() + offset;
-        if (slot - frontier > longestWay) frontier = slot - longestWay / 2;
+        if (slot - frontier_ > longestWay) frontier_ = slot - longestWay / 2;
         return static_cast<int>(offset);
       }
       from = std::max(from, highest + 1);
@@ -93,28 +93,28 @@ struct ZQFieldPlacement {
   bool link(Matrix& matrix, int parent, std::span<const int> coordinates) {
     size_t next = 0;
     int below = -1;
-    int above = first;
-    if (first < 0) {
-      if (!Write::insertFirst(matrix, targets[0], coordinates[0], parent)) return false;
-      below = targets[next++];
+    int above = first_;
+    if (first_ < 0) {
+      if (!Write::insertFirst(matrix, targets_[0], coordinates[0], parent)) return false;
+      below = targets_[next++];
       Write::raiseStack(matrix, below);
     }
     for (; next < coordinates.size(); ++next) {
-      while (above >= 0 && above < targets[next]) {
+      while (above >= 0 && above < targets_[next]) {
         below = above;
         above = Write::nextInField(matrix, above);
       }
-      if (!Write::insertBetween(matrix, targets[next], coordinates[next], parent, below, above)) return false;
-      below = targets[next];
+      if (!Write::insertBetween(matrix, targets_[next], coordinates[next], parent, below, above)) return false;
+      below = targets_[next];
       Write::raiseStack(matrix, below);
     }
     return true;
   }
 
-  int begin = 0;
-  int first = -1;  // the field's first element, -1 if there is none yet
-  zmatrix::ZQArray<int> targets;
-  long long frontier = 0;
+  int begin_ = 0;
+  int first_ = -1;  // the field's first element, -1 if there is none yet
+  zmatrix::ZQArray<int> targets_;
+  long long frontier_ = 0;
 };
 
 }  // namespace zmatrix

@@ -20,9 +20,9 @@ class ZQFreeSlotIndex {
 
   void clear();
 
-  int getNumberOfSlots() const { return numberOfSlots; }
+  int getNumberOfSlots() const { return numberOfSlots_; }
 
-  bool isFree(int slot) const { return (freeSlots[static_cast<size_t>(slot) >> 6] >> (slot & 63)) & 1; }
+  bool isFree(int slot) const { return (freeSlots_[static_cast<size_t>(slot) >> 6] >> (slot & 63)) & 1; }
 
   /// Marks a slot as occupied; an occupied one stays so.
   void fill(int slot);
@@ -48,12 +48,12 @@ class ZQFreeSlotIndex {
   int previousFree(long long from, long long lowest) const;
 
   /// Occupied slots among 64: bit i is the slot 64 * word + i.
-  uint64_t occupiedInWord(int word) const { return ~freeSlots[static_cast<size_t>(word)]; }
+  uint64_t occupiedInWord(int word) const { return ~freeSlots_[static_cast<size_t>(word)]; }
 
   /// The free slot nearest to `centre` but not `centre` itself, at equal distances the lower one, if it is one of the 64 on
   /// either side and these all lie in the block; else none.
   int nearestWithinWord(int centre) const {
-    if (centre < 64 || centre >= numberOfSlots - 64) return none;
+    if (centre < 64 || centre >= numberOfSlots_ - 64) return none;
     const int below = std::countl_zero(slotsFrom(centre - 64LL)) + 1;
     const int above = std::countr_zero(slotsFrom(centre + 1LL)) + 1;
     if (below > 64 && above > 64) return none;
@@ -72,28 +72,28 @@ class ZQFreeSlotIndex {
   /// 64 slots from `slot` on, which need not be a multiple of 64; slots behind the end read as occupied.
   uint64_t slotsFrom(long long slot) const {
     const size_t word = static_cast<size_t>(slot >> 6);
-    if (word >= numberOfWords) return 0;
+    if (word >= numberOfWords_) return 0;
     const int shift = static_cast<int>(slot & 63);
-    return shift == 0 ? freeSlots[word] : (freeSlots[word] >> shift) | (freeSlots[word + 1] << (64 - shift));
+    return shift == 0 ? freeSlots_[word] : (freeSlots_[word] >> shift) | (freeSlots_[word + 1] << (64 - shift));
   }
 
   void markFree(int slot);
   /// True if the summaries tell of a word what it holds.
   bool isInStep(size_t word) const {
     const size_t region = word >> 6;
-    return ((wordsWithFree[region] >> (word & 63)) & 1) == (freeSlots[word] != 0) &&
-           ((regionsWithFree[region >> 6] >> (region & 63)) & 1) == (wordsWithFree[region] != 0) &&
-           (numberOfFreeInRegion[region] != 0) == (wordsWithFree[region] != 0);
+    return ((wordsWithFree_[region] >> (word & 63)) & 1) == (freeSlots_[word] != 0) &&
+           ((regionsWithFree_[region >> 6] >> (region & 63)) & 1) == (wordsWithFree_[region] != 0) &&
+           (numberOfFreeInRegion_[region] != 0) == (wordsWithFree_[region] != 0);
   }
   void admitPairsOf(int slot);
 
-  int numberOfSlots = 0;
-  size_t numberOfWords = 0;
-  ZQArray<uint64_t> freeSlots;        // a bit a slot, and two words of none behind the end
-  ZQArray<uint64_t> wordsWithFree;    // a bit a word of freeSlots: one entry is one region
-  ZQArray<uint64_t> regionsWithFree;  // a bit a region
-  ZQArray<uint16_t> numberOfFreeInRegion;
-  ZQPairFilter pairs;
+  int numberOfSlots_ = 0;
+  size_t numberOfWords_ = 0;
+  ZQArray<uint64_t> freeSlots_;        // a bit a slot, and two words of none behind the end
+  ZQArray<uint64_t> wordsWithFree_;    // a bit a word of freeSlots: one entry is one region
+  ZQArray<uint64_t> regionsWithFree_;  // a bit a region
+  ZQArray<uint16_t> numberOfFreeInRegion_;
+  ZQPairFilter pairs_;
 };
 
 }  // namespace zmatrix

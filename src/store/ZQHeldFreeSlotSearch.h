@@ -10,7 +10,7 @@ namespace zmatrix {
 /// Lets the searches of a matrix take the state of the calling thread from here until the end of a scope.
 class HeldFreeSlotSearch {
  public:
-  explicit HeldFreeSlotSearch(ZQMatrixBase& matrix) : held_(matrix.searchState), before_(held_) {
+  explicit HeldFreeSlotSearch(ZQMatrixBase& matrix) : held_(matrix.searchState_), before_(held_) {
     held_ = &freeSlotSearchState();
   }
   ~HeldFreeSlotSearch() { held_ = before_; }

@@ -37,14 +37,14 @@ class SplitRoom {
  public:
   /// Null if memory has run out.
   int* provide(size_t length) {
-    if (length <= std::size(few)) return few;
-    many.reset(new (std::nothrow) int[length]);
-    return many.get();
+    if (length <= std::size(few_)) return few_;
+    many_.reset(new (std::nothrow) int[length]);
+    return many_.get();
   }
 
  private:
-  int few[64];
-  std::unique_ptr<int[]> many;
+  int few_[64];
+  std::unique_ptr<int[]> many_;
 };
 
 /// Runs a plain operation on the split items. `refused` is the result where the coordinate dimension is wrong.

@@ -18,23 +18,23 @@ uint64_t randomBits() {
 }  // namespace
 
 bool ZQLinkCheck::begin(int numberOfRoots, int lastSlot, long long largestLegalIndex) {
-  roots = numberOfRoots;
-  top = lastSlot;
-  largestIndex = largestLegalIndex;
-  randomAddend = randomBits() % prime;
-  randomFactor = randomBits() % prime;
-  const size_t numberOfWords = static_cast<size_t>(top >= 0 ? top : 0) / 64 + 1;
-  return isBelowParent.resize(numberOfWords) && reachesRoot.resize(numberOfWords);
+  roots_ = numberOfRoots;
+  top_ = lastSlot;
+  largestIndex_ = largestLegalIndex;
+  randomAddend_ = randomBits() % prime;
+  randomFactor_ = randomBits() % prime;
+  const size_t numberOfWords = static_cast<size_t>(top_ >= 0 ? top_ : 0) / 64 + 1;
+  return isBelowParent_.resize(numberOfWords) && reachesRoot_.resize(numberOfWords);
 }
 
 bool ZQLinkCheck::isSound(const ZQMatrixBase& matrix) {
-  return !isBroken && leading.value() == led.value() && allReachRoots(matrix);
+  return !isBroken_ && leading_.value() == led_.value() && allReachRoots(matrix);
 }
 
 /// The first element at or above a slot that stands below its parent; -1 if there is none.
 long long ZQLinkCheck::nextBelowParent(long long from) const {
-  for (size_t word = wordOf(from); word < isBelowParent.size(); ++word) {
-    const uint64_t bits = word == wordOf(from) ? isBelowParent[word] & -bitOf(from) : isBelowParent[word];
+  for (size_t word = wordOf(from); word < isBelowParent_.size(); ++word) {
+    const uint64_t bits = word == wordOf(from) ? isBelowParent_[word] & -bitOf(from) : isBelowParent_[word];
     if (bits != 0) return static_cast<long long>(word) * 64 + __builtin_ctzll(bits);
   }
   return -1;
@@ -64,13 +64,13 @@ bool ZQLinkCheck::allReachRoots(const ZQMatrixBase& matrix) {
       Way& way = ways[i];
       if (!isKnown(way.at)) {
         const ZQMatrixBaseElement* element = matrix.elementAt(way.at);
-        if (element == nullptr || ++way.steps > top) return false;
+        if (element == nullptr || ++way.steps > top_) return false;
         way.at += element->getOffsetToElementInPrevDimension();
         matrix.prefetchSlot(way.at);
-        __builtin_prefetch(&reachesRoot[wordOf(way.at)]);
+        __builtin_prefetch(&reachesRoot_[wordOf(way.at)]);
       } else {
         for (long long at = way.start; !isKnown(at); at += matrix.elementAt(at)->getOffsetToElementInPrevDimension()) {
-          reachesRoot[wordOf(at)] |= bitOf(at);
+          reachesRoot_[wordOf(at)] |= bitOf(at);
         }
         if (!begin(way)) way = ways[--numberOfWays];
         continue;

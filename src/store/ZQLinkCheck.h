@@ -32,29 +32,29 @@ class ZQLinkCheck {
     const long long index = element.getIndexInDimension();
     const long long slot = position;
     if (down != 0) {
-      isBroken |= slot + down < roots || slot + down > top;
-      leading.multiply(randomAddend + pairOf(slot, slot + down));
+      isBroken_ |= slot + down < roots_ || slot + down > top_;
+      leading_.multiply(randomAddend_ + pairOf(slot, slot + down));
     }
-    if (position < roots) {
-      isBroken |= up != 0 || previous != 0 || next != 0;
+    if (position < roots_) {
+      isBroken_ |= up != 0 || previous != 0 || next != 0;
       return;
     }
     const long long parent = slot + up;
-    isBroken |= up == 0 || parent < 0 || parent > top || std::llabs(index) > largestIndex;
-    if (isBroken) return;
+    isBroken_ |= up == 0 || parent < 0 || parent > top_ || std::llabs(index) > largestIndex_;
+    if (isBroken_) return;
     const uint64_t sibling =
-        randomAddend + multiplied(next != 0 || previous != 0 ? fieldOf(parent, slot - index) : 0, randomFactor);
+        randomAddend_ + multiplied(next != 0 || previous != 0 ? fieldOf(parent, slot - index) : 0, randomFactor_);
     if (next != 0) {
-      isBroken |= next < 0 || slot + next > top;
-      leading.multiply(sibling + pairOf(slot, slot + next) + tagOfSiblings);
+      isBroken_ |= next < 0 || slot + next > top_;
+      leading_.multiply(sibling + pairOf(slot, slot + next) + tagOfSiblings);
     }
     if (previous != 0) {
-      isBroken |= previous > 0 || slot + previous < roots;
-      led.multiply(sibling + pairOf(slot + previous, slot) + tagOfSiblings);
+      isBroken_ |= previous > 0 || slot + previous < roots_;
+      led_.multiply(sibling + pairOf(slot + previous, slot) + tagOfSiblings);
     } else {
-      led.multiply(randomAddend + pairOf(parent, slot));
+      led_.multiply(randomAddend_ + pairOf(parent, slot));
     }
-    if (up > 0) isBelowParent[wordOf(slot)] |= bitOf(slot);
+    if (up > 0) isBelowParent_[wordOf(slot)] |= bitOf(slot);
   }
 
   /// True if all links of the elements that have passed, and are now in the matrix, answer each other and lead to a root.
@@ -95,20 +95,20 @@ class ZQLinkCheck {
 
   static size_t wordOf(long long slot) { return static_cast<size_t>(slot) >> 6; }
   static uint64_t bitOf(long long slot) { return uint64_t{1} << (static_cast<size_t>(slot) & 63); }
-  bool isKnown(long long slot) const { return slot < roots || (reachesRoot[wordOf(slot)] & bitOf(slot)) != 0; }
+  bool isKnown(long long slot) const { return slot < roots_ || (reachesRoot_[wordOf(slot)] & bitOf(slot)) != 0; }
   long long nextBelowParent(long long from) const;
   bool allReachRoots(const ZQMatrixBase& matrix);
 
-  int roots = 0;
-  int top = -1;
-  long long largestIndex = 0;
-  uint64_t randomAddend = 0;
-  uint64_t randomFactor = 0;
-  Fingerprint leading;  // claims on what stands below or behind
-  Fingerprint led;      // claims on what stands above or before
-  bool isBroken = false;
-  ZQArray<uint64_t> isBelowParent;  // a bit a slot
-  ZQArray<uint64_t> reachesRoot;    // a bit a slot: a way up from here is known
+  int roots_ = 0;
+  int top_ = -1;
+  long long largestIndex_ = 0;
+  uint64_t randomAddend_ = 0;
+  uint64_t randomFactor_ = 0;
+  Fingerprint leading_;  // claims on what stands below or behind
+  Fingerprint led_;      // claims on what stands above or before
+  bool isBroken_ = false;
+  ZQArray<uint64_t> isBelowParent_;  // a bit a slot
+  ZQArray<uint64_t> reachesRoot_;    // a bit a slot: a way up from here is known
 };
 
 }  // namespace zmatrix

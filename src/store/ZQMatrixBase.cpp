@@ -15,21 +15,21 @@ constexpr int highestDebugLevel = 9;
 }  // namespace
 
 ZQMatrixBase::~ZQMatrixBase() {
-  if (matrixFileHeader == nullptr) return;  // which was never set up
-  matrixFileHeader->closeAndRemoveUpdateInfos();
+  if (matrixFileHeader_ == nullptr) return;  // which was never set up
+  matrixFileHeader_->closeAndRemoveUpdateInfos();
   setMatrixDebugOff();
 }
 
 bool ZQMatrixBase::resizeSubMatrices(int number) {
   const bool hasRoom =
-      matrixDataEntryArray.resize(number) && matrixFileHeader->resizeStopFlags(number) && matrixInfoArray.resize(number);
-  if (hasRoom) matrixFileHeader->_setMaxNumberOfMatrices(number);
+      matrixDataEntryArray_.resize(number) && matrixFileHeader_->resizeStopFlags(number) && matrixInfoArray_.resize(number);
+  if (hasRoom) matrixFileHeader_->_setMaxNumberOfMatrices(number);
   return hasRoom;
 }
 
 int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const char* debugDirectory) {
-  currentMatrixID = 0;
-  ZQMatrixFileHeader* header = matrixFileHeader.get();
+  currentMatrixId_ = 0;
+  ZQMatrixFileHeader* header = matrixFileHeader_.get();
   header->setFileType(zmatrix::matrixFileType);
   header->setMatrixDescription("");
   header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
@@ -67,10 +67,10 @@ int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const cha
 }
 
 void ZQMatrixBase::deInitMatrix() {
-  currentMatrixID = 0;
+  currentMatrixId_ = 0;
   releaseMemory();
-  ZQMatrixFileHeader* header = matrixFileHeader.get();
-  matrixDataEntryArray.fillFrom(0, nullptr);
+  ZQMatrixFileHeader* header = matrixFileHeader_.get();
+  matrixDataEntryArray_.fillFrom(0, nullptr);
   header->setMatrixDescription("");
   header->setLastSoftwareVersion(zmatrix::matrixFormatVersion);
   header->setIs64BitMatrix(0);
@@ -96,16 +96,16 @@ int ZQMatrixBase::setMatrixDebugOn(int level) {
   if (level < lowestDebugLevel) level = lowestDebugLevel;
   if (level > highestDebugLevel) level = highestDebugLevel;
   globalDebugLevel = level;
-  debugLevel = level;
-  if (matrixFileHeader->getMatrixDebugOutputDevice() >= 2 && fpMatrixErr == nullptr && level >= 0) {
+  debugLevel_ = level;
+  if (matrixFileHeader_->getMatrixDebugOutputDevice() >= 2 && fpMatrixErr == nullptr && level >= 0) {
     char name[300];
-    snprintf(name, sizeof name, "%smatrixDebug.txt", matrixFileHeader->getMatrixDebugDirectory());
+    snprintf(name, sizeof name, "%smatrixDebug.txt", matrixFileHeader_->getMatrixDebugDirectory());
     openDebugFile(name);
     dbPrintf(1,
              "########################CPP DebugFile opened for Debug-Output (%d Bit-MAC OS Intel Version) with level %d "
              "######################\n",
              64, level);
-  } else if (debugLevel != level) {
+  } else if (debugLevel_ != level) {
     // The member was overwritten above, so this sentence never comes out.
     dbPrintf(1, "########################CPP debugLevel changed to %d #######################\n", level);
   }
@@ -114,21 +114,21 @@ int ZQMatrixBase::setMatrixDebugOn(int level) {
 
 void ZQMatrixBase::setMatrixDebugOff() {
   globalDebugLevel = 0;
-  debugLevel = 0;
+  debugLevel_ = 0;
   dbPrintf(1, "*************************DebugFile Debug-Output closed  and debugLevel set to 0  **********************\n");
   closeDebugFile();
 }
 
 int ZQMatrixBase::getNextFreeMatrixID() const {
-  for (int id = 0; id < matrixFileHeader->getMaxNumberOfMatrices(); ++id) {
-    if (matrixInfoArray[id]->isEmpty()) return id;
+  for (int id = 0; id < matrixFileHeader_->getMaxNumberOfMatrices(); ++id) {
+    if (matrixInfoArray_[id]->isEmpty()) return id;
   }
   return -1;
 }
 
 int ZQMatrixBase::getHighestOccupiedMatrixID() const {
-  for (int id = matrixFileHeader->getMaxNumberOfMatrices() - 1; id >= 0; --id) {
-    if (matrixInfoArray[id]->getNumberOfMatrixElements() > 0 || matrixInfoArray[id]->getNumberOfWriteElements() > 0) return id;
+  for (int id = matrixFileHeader_->getMaxNumberOfMatrices() - 1; id >= 0; --id) {
+    if (matrixInfoArray_[id]->getNumberOfMatrixElements() > 0 || matrixInfoArray_[id]->getNumberOfWriteElements() > 0) return id;
   }
   return -1;
 }
@@ -138,5 +138,5 @@ void ZQMatrixBase::setMaxNumberOfMatrices(int number) {
 }
 
 void ZQMatrixBase::makeMatrixEmpty() {
-  getMatrixInfo()->initMatrixInfo(currentMatrixID);
+  getMatrixInfo()->initMatrixInfo(currentMatrixId_);
 }

@@ -88,18 +88,18 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   /// next write or delete. Null if memory has run out. The array is made when it is asked for.
   ZQMatrixBaseElement** getMatrixData();
   ZQMatrixBaseElement*** getMatrixDataEntryArray();
-  ZQMatrixBaseElement** getMatrixDataEntry() { return getMatrixDataEntryArray()[currentMatrixID]; }
-  ZQMatrixBaseInfo** getMatrixInfoArray() { return matrixInfoArray.data(); }
-  ZQMatrixBaseInfo* getMatrixInfo() const { return matrixInfoArray[currentMatrixID]; }
-  ZQMatrixBaseInfo* getMatrixInfo(int id) const { return matrixInfoArray[id]; }
-  ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader.get(); }
+  ZQMatrixBaseElement** getMatrixDataEntry() { return getMatrixDataEntryArray()[currentMatrixId_]; }
+  ZQMatrixBaseInfo** getMatrixInfoArray() { return matrixInfoArray_.data(); }
+  ZQMatrixBaseInfo* getMatrixInfo() const { return matrixInfoArray_[currentMatrixId_]; }
+  ZQMatrixBaseInfo* getMatrixInfo(int id) const { return matrixInfoArray_[id]; }
+  ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader_.get(); }
   /// Takes the header over.
-  void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader.reset(header); }
+  void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader_.reset(header); }
   /// The highest slot that was ever occupied.
-  int getMaximalStack() const { return matrixFileHeader->getMaximalStack(); }
-  int getCurrentMatrixID() const { return currentMatrixID; }
+  int getMaximalStack() const { return matrixFileHeader_->getMaximalStack(); }
+  int getCurrentMatrixID() const { return currentMatrixId_; }
   void setCurrentMatrixID(int id) {
-    if (id >= 0 && id < matrixFileHeader->getMaxNumberOfMatrices()) currentMatrixID = id;
+    if (id >= 0 && id < matrixFileHeader_->getMaxNumberOfMatrices()) currentMatrixId_ = id;
   }
   /// The lowest ID that holds nothing, or -1.
   int getNextFreeMatrixID() const;
@@ -133,7 +133,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   int writeMatrixElement32(const int* items, int length, long long value);
   int writeMatrixElement64(const long long* items, int length, long long value);
   int insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition);
-  int insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField);
+  int insertMatrixElementInExistingDimension(int newPosition, int coordinate, int elementOfField);
   int deleteMatrixElement(const int* indexVector, int length, int keepInnerElements);
   int deleteMatrixElement32(const int* items, int length, int keepInnerElements);
   int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
@@ -169,7 +169,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   /// Takes over a file of this tier or a lower one: 1. -1 with a message: no matrix file, a higher tier's, or no memory for it.
   int readAndInitMatrixFromDisk(const char* path, int debugLevel);
   /// What the last load has found; its state says if there was one.
-  const zq_loadReport& getLoadReport() const { return loadReport; }
+  const zq_loadReport& getLoadReport() const { return loadReport_; }
 
   // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
@@ -188,17 +188,17 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
     return element->getName() != 0 ? element : nullptr;
   }
   bool isSlot(long long position) const {
-    return static_cast<unsigned long long>(position) < static_cast<unsigned>(numberOfSlots);
+    return static_cast<unsigned long long>(position) < static_cast<unsigned>(numberOfSlots_);
   }
   /// Asks for a slot before it is needed. Any position is allowed.
   void prefetchSlot(long long position) const {
     __builtin_prefetch(
-        reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(slots) + static_cast<uintptr_t>(position) * sizeOfRecord));
+        reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(slots_) + static_cast<uintptr_t>(position) * sizeOfRecord_));
   }
   /// The same for a slot whose counts are wanted too: a record may lie across two lines of the cache.
   void prefetchWholeSlot(long long position) const {
     prefetchSlot(position);
-    __builtin_prefetch(slots + static_cast<size_t>(position) * sizeOfRecord + sizeOfRecord - 1);
+    __builtin_prefetch(slots_ + static_cast<size_t>(position) * sizeOfRecord_ + sizeOfRecord_ - 1);
   }
   ZQMatrixBaseElement* parentOf(int position) const;
   /// Names the record in a slot; no other record of the matrix has the name. noRecord for an empty slot.
@@ -230,7 +230,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   /// The record in a slot of the block, whether it is empty or not. `Element` is the tier's.
   template <class Element>
   Element* recordInSlot(long long position) const {
-    return reinterpret_cast<Element*>(slots) + position;
+    return reinterpret_cast<Element*>(slots_) + position;
   }
   /// Where the child for a coordinate lies, if it exists; -1 if the element has no children at all.
   long long slotOfChild(int parentPosition, int coordinate) const;
@@ -242,22 +242,22 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   /// A new, cleared record in a slot of the block. What the slot held is forgotten.
   template <class Element>
   Element* createElementAt(int position) {
-    freeSlots.fill(position);
+    freeSlots_.fill(position);
     return placeElementAt<Element>(position);
   }
   /// The same, and the index of free slots is the caller's.
   template <class Element>
   Element* placeElementAt(int position) {
-    if (position >= endOfProvidedSlots) provideSlots(position);
+    if (position >= endOfProvidedSlots_) provideSlots(position);
     Element* element = new (recordIn(position)) Element();
-    if (++lastName == noRecord) ++lastName;
-    element->setName(lastName);
+    if (++lastName_ == noRecord) ++lastName_;
+    element->setName(lastName_);
     return element;
   }
   /// Moves the record of a slot to an empty one, in the block alone: its links and the index of free slots are the caller's.
   template <class Element>
   void moveElement(int from, int to) {
-    if (to >= endOfProvidedSlots) provideSlots(to);
+    if (to >= endOfProvidedSlots_) provideSlots(to);
     auto* record = static_cast<Element*>(recordIn(from));
     ZQ_ASSERT(record->getName() != 0 && recordIn(to)->getName() == 0);
     new (recordIn(to)) Element(*record);
@@ -266,20 +266,20 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   /// Empties a slot.
   void destroyElementAt(int position);
   /// The records of the sub-matrices, by ID.
-  zmatrix::ZQRecordTable& getRecords() { return matrixInfoArray; }
+  zmatrix::ZQRecordTable& getRecords() { return matrixInfoArray_; }
   /// Makes room for the records, entries and stop flags of so many sub-matrices, which the header then counts, and gives up the
   /// records above; their roots are the caller's. False, and nothing changed, if memory has run out; making them fewer never
   /// fails.
   [[nodiscard]] bool resizeSubMatrices(int number);
   /// Only while there is no block.
-  void setRecordSize(size_t size) { sizeOfRecord = size; }
-  bool hasBlock() const { return slots != nullptr; }
+  void setRecordSize(size_t size) { sizeOfRecord_ = size; }
+  bool hasBlock() const { return slots_ != nullptr; }
   /// The slots that there are, which the header's size may miss where a host has set one that makes no sense.
-  int getNumberOfSlots() const { return numberOfSlots; }
+  int getNumberOfSlots() const { return numberOfSlots_; }
   /// Counts the elements given back so far: what a cached place in the trie is held against.
-  unsigned getReleasedRecords() const { return releasedRecords; }
+  unsigned getReleasedRecords() const { return releasedRecords_; }
   /// Differs from what it was as soon as an element has moved or was given back.
-  unsigned getLayoutVersion() const { return releasedRecords + movedFields; }
+  unsigned getLayoutVersion() const { return releasedRecords_ + movedFields_; }
 
  protected:
   template <class Tier>
@@ -299,9 +299,9 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   friend class zmatrix::HeldFreeSlotSearch;
 
   ZQMatrixBaseElement* recordIn(long long position) const {
-    return reinterpret_cast<ZQMatrixBaseElement*>(slots + static_cast<size_t>(position) * sizeOfRecord);
+    return reinterpret_cast<ZQMatrixBaseElement*>(slots_ + static_cast<size_t>(position) * sizeOfRecord_);
   }
-  void emptySlot(int position) { memset(static_cast<void*>(recordIn(position)), 0, sizeOfRecord); }
+  void emptySlot(int position) { memset(static_cast<void*>(recordIn(position)), 0, sizeOfRecord_); }
   void provideSlots(int position);
   /// The block's memory for so many slots. False, and nothing changed, if there is no room.
   [[nodiscard]] bool resizeMemory(int newNumberOfSlots);
@@ -320,7 +320,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
     return element.getIndexOfFirstChild() != ZQMatrixBaseElement::unknownIndex || lookAtFirstChild(position, element);
   }
   bool lookAtFirstChild(long long position, ZQMatrixBaseElement& element) const;
-  ContentVersion getContentVersion() const { return {slots, numberOfSlots, lastName, getLayoutVersion()}; }
+  ContentVersion getContentVersion() const { return {slots_, numberOfSlots_, lastName_, getLayoutVersion()}; }
   [[nodiscard]] bool refreshPointers();
 
   zmatrix::FoundPath findWithRoomFor(int numberOfSteps, const int* indexVector, int length);
@@ -336,29 +336,29 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   int searchFrom(int centre);
   int findIndexOfNearestFreeElement(zmatrix::ZQFreeSlotSearchState& state, int start, int* goodStart);
 
-  std::unique_ptr<ZQMatrixFileHeader> matrixFileHeader;
-  zmatrix::ZQRecordTable matrixInfoArray;
-  char* slots = nullptr;  // the block: numberOfSlots records of the tier, one a slot
-  size_t sizeOfRecord = sizeof(ZQMatrixBaseElement);
-  zmatrix::ZQArray<ZQMatrixBaseElement**> matrixDataEntryArray;
-  int currentMatrixID = 0;
-  int debugLevel = 0;
-  zmatrix::ZQFreeSlotSearchState* searchState = nullptr;  // of the thread, while an operation holds it
-  zq_loadReport loadReport{};
+  std::unique_ptr<ZQMatrixFileHeader> matrixFileHeader_;
+  zmatrix::ZQRecordTable matrixInfoArray_;
+  char* slots_ = nullptr;  // the block: numberOfSlots records of the tier, one a slot
+  size_t sizeOfRecord_ = sizeof(ZQMatrixBaseElement);
+  zmatrix::ZQArray<ZQMatrixBaseElement**> matrixDataEntryArray_;
+  int currentMatrixId_ = 0;
+  int debugLevel_ = 0;
+  zmatrix::ZQFreeSlotSearchState* searchState_ = nullptr;  // of the thread, while an operation holds it
+  zq_loadReport loadReport_{};
 
-  int numberOfSlots = 0;       // the header's matrixBlockSize while there is a block
-  int endOfProvidedSlots = 0;  // what lies below has its pages, or gets them one by one
-  RecordName lastName = noRecord;
-  unsigned releasedRecords = 0;
-  unsigned movedFields = 0;
-  zmatrix::ZQFreeSlotIndex freeSlots;  // kept by createElementAt, destroyElementAt and the move alone
-  zmatrix::ZQFieldCounts fieldCounts;
-  zmatrix::ZQZeroedMemory memory;  // of the block
-  zmatrix::ZQPageProvider pages;
-  zmatrix::ZQArray<ZQMatrixBaseElement*> pointers;  // the block as getMatrixData tells it, when it was last asked for
-  ContentVersion versionOfPointers;
-  zmatrix::ZQArray<int> positionsOfField;  // scratch of the move
-  zmatrix::ZQArray<int> positionsToPlace;  // the same with the new element
+  int numberOfSlots_ = 0;       // the header's matrixBlockSize while there is a block
+  int endOfProvidedSlots_ = 0;  // what lies below has its pages, or gets them one by one
+  RecordName lastName_ = noRecord;
+  unsigned releasedRecords_ = 0;
+  unsigned movedFields_ = 0;
+  zmatrix::ZQFreeSlotIndex freeSlots_;  // kept by createElementAt, destroyElementAt and the move alone
+  zmatrix::ZQFieldCounts fieldCounts_;
+  zmatrix::ZQZeroedMemory memory_;  // of the block
+  zmatrix::ZQPageProvider pages_;
+  zmatrix::ZQArray<ZQMatrixBaseElement*> pointers_;  // the block as getMatrixData tells it, when it was last asked for
+  ContentVersion versionOfPointers_;
+  zmatrix::ZQArray<int> positionsOfField_;  // scratch of the move
+  zmatrix::ZQArray<int> positionsToPlace_;  // the same with the new element
 };
 
 inline long long ZQMatrixBase::slotOfChild(int parentPosition, int coordinate) const {

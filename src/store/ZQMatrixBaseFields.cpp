@@ -36,7 +36,7 @@ int ZQMatrixBase::getLastMatrixElementInDimension(int position) {
   const ZQMatrixBaseElement* element;
   while ((element = elementAt(at)) != nullptr && element->getOffsetToNextElementInDimension() != 0) {
     const int offset = element->getOffsetToNextElementInDimension();
-    if (offset < 1 || at + offset >= numberOfSlots) {
+    if (offset < 1 || at + offset >= numberOfSlots_) {
       // The sentence names the other direction's operation, and always has.
       dbPrintf(0, "getFirstMatrixElementInDimension: offsetToNextElementInDimension: %d is unexpected\n", offset);
       return position;
@@ -67,7 +67,7 @@ int ZQMatrixBase::countField(int position, int limit, int* first, int* last) con
   at = position;
   while ((element = elementAt(at)) != nullptr && element->getOffsetToNextElementInDimension() != 0) {
     const int offset = element->getOffsetToNextElementInDimension();
-    if (offset < 1 || at + offset >= numberOfSlots) {
+    if (offset < 1 || at + offset >= numberOfSlots_) {
       zmatrix::reportUnexpectedOffset("Next", offset);
       return 0;
     }

@@ -27,14 +27,14 @@ void reportFailedGrowth() {
 }
 
 int ZQMatrixBase::findNearestFreeMatrixElement(int memorySearchMethod) {
-  zmatrix::ZQFreeSlotSearchState& state = searchState != nullptr ? *searchState : zmatrix::freeSlotSearchState();
-  const int low = matrixFileHeader->getMaxNumberOfMatrices();
+  zmatrix::ZQFreeSlotSearchState& state = searchState_ != nullptr ? *searchState_ : zmatrix::freeSlotSearchState();
+  const int low = matrixFileHeader_->getMaxNumberOfMatrices();
   state.lastOffset = std::max(state.lastOffset, low);
   state.goodStartIndex = std::max(state.goodStartIndex, low);
   switch (memorySearchMethod) {
     case 0: {
-      const double fraction = static_cast<double>(matrixFileHeader->getSystemRandomValue()) / randomRange;
-      const double width = static_cast<double>(matrixFileHeader->getMatrixBlockSize()) - state.goodStartIndex;
+      const double fraction = static_cast<double>(matrixFileHeader_->getSystemRandomValue()) / randomRange;
+      const double width = static_cast<double>(matrixFileHeader_->getMatrixBlockSize()) - state.goodStartIndex;
       return findIndexOfNearestFreeElement(state, state.goodStartIndex + static_cast<int>(width * fraction),
                                            &state.goodStartIndex);
     }
@@ -42,8 +42,8 @@ int ZQMatrixBase::findNearestFreeMatrixElement(int memorySearchMethod) {
       state.lastOffset = findIndexOfNearestFreeElement(state, state.lastOffset, &state.goodStartIndex);
       return state.lastOffset;
     case 2: {
-      const double fraction = static_cast<double>(matrixFileHeader->getSystemRandomValue()) / randomRange;
-      const int start = std::max(static_cast<int>(matrixFileHeader->getMaximalStack() * fraction), low);
+      const double fraction = static_cast<double>(matrixFileHeader_->getSystemRandomValue()) / randomRange;
+      const int start = std::max(static_cast<int>(matrixFileHeader_->getMaximalStack() * fraction), low);
       return findIndexOfNearestFreeElement(state, start, &state.goodStartIndex);
     }
     case 3:
@@ -59,36 +59,36 @@ int ZQMatrixBase::findIndexOfNearestFreeElement(int start, int* goodStart) {
 
 int ZQMatrixBase::findIndexOfNearestFreeElement(zmatrix::ZQFreeSlotSearchState& state, int start, int* goodStart) {
   if (!hasBlock()) return -1;
-  const int low = matrixFileHeader->getMaxNumberOfMatrices();
+  const int low = matrixFileHeader_->getMaxNumberOfMatrices();
   state.firstFree = std::max(state.firstFree, low);
   const int calls = state.numberOfFunctionCalls++;
   if (start == -1 || calls >= callsBetweenPeriodicScans) {
     int skip = 0;
     const int method = getMatrixInfo()->getMemorySearchMethod();
     if (method == 2 || method == 3) skip = 1;
-    if (method == 0) skip = static_cast<int>(matrixFileHeader->getMatrixBlockSize() * 0.01);
-    if (method == 1) skip = static_cast<int>(matrixFileHeader->getMaximalStack() * 0.01);
+    if (method == 0) skip = static_cast<int>(matrixFileHeader_->getMatrixBlockSize() * 0.01);
+    if (method == 1) skip = static_cast<int>(matrixFileHeader_->getMaximalStack() * 0.01);
     state.numberOfFunctionCalls = 0;
     state.firstFree = low;
-    int found = freeSlots.nthFree(low, skip);
+    int found = freeSlots_.nthFree(low, skip);
     if (found < 0) {
       if (!expandMatrixBlock(0)) {
         reportFailedGrowth();
         *goodStart = state.firstFree = low;
         return -1;
       }
-      found = freeSlots.nextFree(matrixFileHeader->getMatrixBlockSizeOld());
+      found = freeSlots_.nextFree(matrixFileHeader_->getMatrixBlockSizeOld());
     }
     if (found >= 0) {
       state.firstFree = *goodStart = found;
       return found;
     }
   }
-  const int fillLimit = static_cast<int>(0.9 * matrixFileHeader->getMatrixBlockSize());
-  if (start < -1 || start >= numberOfSlots) start = state.firstFree;
+  const int fillLimit = static_cast<int>(0.9 * matrixFileHeader_->getMatrixBlockSize());
+  if (start < -1 || start >= numberOfSlots_) start = state.firstFree;
   if (start < low) return -1;
   const int centre = std::max(start, state.firstFree);
-  if (centre < numberOfSlots && freeSlots.isFree(centre)) {
+  if (centre < numberOfSlots_ && freeSlots_.isFree(centre)) {
     *goodStart = state.firstFree;
     return centre;
   }
@@ -109,10 +109,10 @@ int ZQMatrixBase::findIndexOfNearestFreeElement(zmatrix::ZQFreeSlotSearchState& 
 
 // The first free slot of the walk -1, +1, -2, +2 ... around `centre`. The left end of the walk is slot 0: roots are never free.
 int ZQMatrixBase::searchFrom(int centre) {
-  if (const int near = freeSlots.nearestWithinWord(centre); near != zmatrix::ZQFreeSlotIndex::none) return near;
+  if (const int near = freeSlots_.nearestWithinWord(centre); near != zmatrix::ZQFreeSlotIndex::none) return near;
   long long offset = 0;
   bool leftLimit = false;
-  bool rightLimit = centre >= numberOfSlots;
+  bool rightLimit = centre >= numberOfSlots_;
   for (;;) {
     if (leftLimit && rightLimit) {
       if (!expandMatrixBlock(0)) return -1;
@@ -120,21 +120,21 @@ int ZQMatrixBase::searchFrom(int centre) {
     }
     if (leftLimit) {
       const long long from = centre + std::llabs(offset) + 1;
-      const int found = freeSlots.nextFree(from);
+      const int found = freeSlots_.nextFree(from);
       if (found >= 0) return found;
-      offset = std::max(from, static_cast<long long>(numberOfSlots)) - centre;
+      offset = std::max(from, static_cast<long long>(numberOfSlots_)) - centre;
       rightLimit = true;
     } else if (rightLimit) {
-      const int found = freeSlots.previousFree(centre - (std::llabs(offset) + 1));
+      const int found = freeSlots_.previousFree(centre - (std::llabs(offset) + 1));
       if (found >= 0) return found;
       offset = -std::max(std::llabs(offset) + 1, static_cast<long long>(centre) + 1);
       leftLimit = true;
     } else {
-      const int right = freeSlots.nextFree(static_cast<long long>(centre) + 1);
-      const int left = freeSlots.previousFree(centre - 1, right >= 0 ? 2LL * centre - right : 0);
+      const int right = freeSlots_.nextFree(static_cast<long long>(centre) + 1);
+      const int left = freeSlots_.previousFree(centre - 1, right >= 0 ? 2LL * centre - right : 0);
       // A slot on the left that is farther than the right one isn't looked for: it couldn't win, nor could the block's end.
       const long long distanceToLeftEvent = left >= 0 ? centre - left : static_cast<long long>(centre) + 1;
-      const long long distanceToRightEvent = (right >= 0 ? right : numberOfSlots) - static_cast<long long>(centre);
+      const long long distanceToRightEvent = (right >= 0 ? right : numberOfSlots_) - static_cast<long long>(centre);
       if (distanceToLeftEvent <= distanceToRightEvent) {
         if (left >= 0) return left;
         offset = -distanceToLeftEvent;
@@ -149,7 +149,7 @@ int ZQMatrixBase::searchFrom(int centre) {
 }
 
 int ZQMatrixBase::searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin) {
-  const int low = matrixFileHeader->getMaxNumberOfMatrices();
+  const int low = matrixFileHeader_->getMaxNumberOfMatrices();
   long long offset = 0;
   bool leftLimit = false;
   bool rightLimit = false;
@@ -163,8 +163,8 @@ int ZQMatrixBase::searchShift(int memorySearchMethod, std::span<const int> posit
       rightLimit = false;
     }
     const long long lowest = static_cast<long long>(low) - positions.front();
-    const long long highest = static_cast<long long>(numberOfSlots) - 1 - positions.back();
-    zmatrix::ZQShiftSearch search(freeSlots, positions, positionsOfField);
+    const long long highest = static_cast<long long>(numberOfSlots_) - 1 - positions.back();
+    zmatrix::ZQShiftSearch search(freeSlots_, positions, positionsOfField_);
     if (memorySearchMethod == 3) {
       offset = std::llabs(offset);
       leftLimit = true;

@@ -66,12 +66,12 @@ int* ZQMatrixBase::getObjexFromMatrixHandle(int handle) {
 }
 
 int ZQMatrixBase::getLengthOfIndexVectorFromMatrixHandle(int handle) {
-  const ZQMatrixBaseElement* root = elementAt(currentMatrixID);
+  const ZQMatrixBaseElement* root = elementAt(currentMatrixId_);
   if (root == nullptr || root->getOffsetToElementInNextDimension() == 0 || getMatrixInfo()->getCurrentDimension() == 0) return -1;
   if (handle < 0 || handle > getMaximalStack()) return -1;
-  if (elementAt(handle) == nullptr || handle == currentMatrixID) return 0;
+  if (elementAt(handle) == nullptr || handle == currentMatrixId_) return 0;
   int length = 0;
-  for (long long at = handle; at != currentMatrixID;) {
+  for (long long at = handle; at != currentMatrixId_;) {
     const ZQMatrixBaseElement* element = elementAt(at);
     const long long parent = element == nullptr ? -1 : at + element->getOffsetToElementInPrevDimension();
     if (parent < 0) {
@@ -82,9 +82,9 @@ int ZQMatrixBase::getLengthOfIndexVectorFromMatrixHandle(int handle) {
       dbPrintf(0, "error: getLengthOdIndexVectorFromMatrixHandle: adress-error (stack exceeded)\n");
       return -1;
     }
-    if (parent < getMaxNumberOfMatrices() && parent != currentMatrixID) {
+    if (parent < getMaxNumberOfMatrices() && parent != currentMatrixId_) {
       dbPrintf(0, "error: getLengthOdIndexVectorFromMatrixHandle: backward chain ends for ID %d (expected: %d) \n",
-               static_cast<int>(parent), currentMatrixID);
+               static_cast<int>(parent), currentMatrixId_);
       return -1;
     }
     if (++length > longestPath) break;
@@ -99,7 +99,7 @@ int ZQMatrixBase::getLengthOfIndexVectorFromMatrixHandle(int handle) {
 
 int* ZQMatrixBase::getIndexVectorFromMatrixHandle(int handle, int* length) {
   *length = 0;
-  const ZQMatrixBaseElement* root = elementAt(currentMatrixID);
+  const ZQMatrixBaseElement* root = elementAt(currentMatrixId_);
   if (root == nullptr || root->getOffsetToElementInNextDimension() == 0 || getMatrixInfo()->getCurrentDimension() == 0) {
     return nullptr;
   }
@@ -108,7 +108,7 @@ int* ZQMatrixBase::getIndexVectorFromMatrixHandle(int handle, int* length) {
   if (element == nullptr || element->getWriteCount() < 1) return nullptr;
   int coordinates[longestPath];  // the last one first
   int numberOfCoordinates = 0;
-  for (long long at = handle; at != currentMatrixID;) {
+  for (long long at = handle; at != currentMatrixId_;) {
     element = elementAt(at);
     const long long parent = element == nullptr ? -1 : at + element->getOffsetToElementInPrevDimension();
     if (parent < 0) {
@@ -119,9 +119,9 @@ int* ZQMatrixBase::getIndexVectorFromMatrixHandle(int handle, int* length) {
       dbPrintf(0, "error: getIndexVectorFromMatrixHandle: adress-error (stack exceeded)\n");
       return nullptr;
     }
-    if (parent < getMaxNumberOfMatrices() && parent != currentMatrixID) {
+    if (parent < getMaxNumberOfMatrices() && parent != currentMatrixId_) {
       dbPrintf(0, "error: getIndexVectorFromMatrixHandle: backward chain ends for ID %d (expected: %d) \n",
-               static_cast<int>(parent), currentMatrixID);
+               static_cast<int>(parent), currentMatrixId_);
       return nullptr;
     }
     if (numberOfCoordinates == longestPath) {

@@ -16,50 +16,50 @@ enum State : uint8_t { unknown = 0, reached = 1, lost = 2, onTheWay = 3 };
 /// here; the first one is a root.
 class Elements {
  public:
-  Elements(const ZQMatrixBase& aMatrix, int aTop)
-      : matrix(aMatrix), roots(aMatrix.getMatrixFileHeader()->getMaxNumberOfMatrices()), top(aTop) {}
+  Elements(const ZQMatrixBase& matrix, int top)
+      : matrix_(matrix), roots_(matrix.getMatrixFileHeader()->getMaxNumberOfMatrices()), top_(top) {}
 
   /// False if memory has run out.
   bool collect() {
-    for (int position = 0; position <= top; ++position) count += matrix.elementAt(position) != nullptr;
-    if (!positions.resize(count) || !states.resize(count) || !children.resize(count)) return false;
+    for (int position = 0; position <= top_; ++position) count_ += matrix_.elementAt(position) != nullptr;
+    if (!positions_.resize(count_) || !states_.resize(count_) || !children_.resize(count_)) return false;
     size_t number = 0;
-    for (int position = 0; position <= top; ++position) {
-      if (matrix.elementAt(position) != nullptr) positions[number++] = position;
+    for (int position = 0; position <= top_; ++position) {
+      if (matrix_.elementAt(position) != nullptr) positions_[number++] = position;
     }
     return true;
   }
 
-  size_t size() const { return count; }
-  int positionOf(size_t number) const { return positions[number]; }
-  ZQMatrixBaseElement* operator[](size_t number) const { return matrix.elementAt(positions[number]); }
-  bool isRoot(size_t number) const { return positions[number] < roots; }
-  State& stateOf(size_t number) { return states[number]; }
+  size_t size() const { return count_; }
+  int positionOf(size_t number) const { return positions_[number]; }
+  ZQMatrixBaseElement* operator[](size_t number) const { return matrix_.elementAt(positions_[number]); }
+  bool isRoot(size_t number) const { return positions_[number] < roots_; }
+  State& stateOf(size_t number) { return states_[number]; }
   /// Of each element a child that the others are held against; later its last one so far. 0 for none.
-  size_t& childOf(size_t number) { return children[number]; }
+  size_t& childOf(size_t number) { return children_[number]; }
 
-  bool isOccupied(long long position) const { return position <= top && matrix.elementAt(position) != nullptr; }
+  bool isOccupied(long long position) const { return position <= top_ && matrix_.elementAt(position) != nullptr; }
   /// Of an occupied slot.
   size_t numberOf(long long position) const {
-    const int* const first = positions.begin();
-    return static_cast<size_t>(std::lower_bound(first, first + count, static_cast<int>(position)) - first);
+    const int* const first = positions_.begin();
+    return static_cast<size_t>(std::lower_bound(first, first + count_, static_cast<int>(position)) - first);
   }
   long long parentPositionOf(size_t number) const {
-    return static_cast<long long>(positions[number]) + (*this)[number]->getOffsetToElementInPrevDimension();
+    return static_cast<long long>(positions_[number]) + (*this)[number]->getOffsetToElementInPrevDimension();
   }
   size_t parentOf(size_t number) const { return numberOf(parentPositionOf(number)); }
   long long fieldBeginOf(size_t number) const {
-    return static_cast<long long>(positions[number]) - (*this)[number]->getIndexInDimension();
+    return static_cast<long long>(positions_[number]) - (*this)[number]->getIndexInDimension();
   }
 
  private:
-  const ZQMatrixBase& matrix;
-  int roots;
-  int top;
-  size_t count = 0;
-  zmatrix::ZQArray<int> positions;
-  zmatrix::ZQArray<State> states;
-  zmatrix::ZQArray<size_t> children;
+  const ZQMatrixBase& matrix_;
+  int roots_;
+  int top_;
+  size_t count_ = 0;
+  zmatrix::ZQArray<int> positions_;
+  zmatrix::ZQArray<State> states_;
+  zmatrix::ZQArray<size_t> children_;
 };
 
 /// Marks as lost what has no parent, an illegal index, or another begin of its field than its siblings.
@@ -108,14 +108,14 @@ void findUnreachable(Elements& elements) {
 // grow with it.
 long long ZQMatrixBase::largestLegalIndex() const {
   int largest = 0;
-  for (int id = 0; id < matrixFileHeader->getMaxNumberOfMatrices(); ++id) {
-    largest = std::max(largest, matrixInfoArray[id]->getMaximalMatrixIndex());
+  for (int id = 0; id < matrixFileHeader_->getMaxNumberOfMatrices(); ++id) {
+    largest = std::max(largest, matrixInfoArray_[id]->getMaximalMatrixIndex());
   }
   return largest;
 }
 
 int ZQMatrixBase::repairLinks() {
-  Elements elements(*this, std::min(matrixFileHeader->getMaximalStack(), numberOfSlots - 1));
+  Elements elements(*this, std::min(matrixFileHeader_->getMaximalStack(), numberOfSlots_ - 1));
   if (!elements.collect()) return -1;
   findMisfits(elements, largestLegalIndex());
   findUnreachable(elements);

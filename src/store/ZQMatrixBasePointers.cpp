@@ -2,23 +2,23 @@
 #include "store/ZQMatrixBase.h"
 
 bool ZQMatrixBase::refreshPointers() {
-  if (versionOfPointers == getContentVersion()) return true;
-  if (!pointers.resize(numberOfSlots)) return false;
-  for (int position = 0; position < numberOfSlots; ++position) pointers[position] = elementAt(position);
-  versionOfPointers = getContentVersion();
+  if (versionOfPointers_ == getContentVersion()) return true;
+  if (!pointers_.resize(numberOfSlots_)) return false;
+  for (int position = 0; position < numberOfSlots_; ++position) pointers_[position] = elementAt(position);
+  versionOfPointers_ = getContentVersion();
   return true;
 }
 
 ZQMatrixBaseElement** ZQMatrixBase::getMatrixData() {
-  return hasBlock() && refreshPointers() ? pointers.data() : nullptr;
+  return hasBlock() && refreshPointers() ? pointers_.data() : nullptr;
 }
 
 ZQMatrixBaseElement*** ZQMatrixBase::getMatrixDataEntryArray() {
   ZQMatrixBaseElement** block = getMatrixData();
-  for (int id = 0; id < matrixFileHeader->getMaxNumberOfMatrices(); ++id) {
-    matrixDataEntryArray[id] = block != nullptr ? block + id : nullptr;
+  for (int id = 0; id < matrixFileHeader_->getMaxNumberOfMatrices(); ++id) {
+    matrixDataEntryArray_[id] = block != nullptr ? block + id : nullptr;
   }
-  return matrixDataEntryArray.data();
+  return matrixDataEntryArray_.data();
 }
 
 ZQMatrixBaseElement** ZQMatrixBase::getOwner(ZQMatrixBaseElement** slot) {

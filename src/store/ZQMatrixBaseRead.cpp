@@ -9,9 +9,9 @@ zmatrix::FoundPath ZQMatrixBase::find(const int* indexVector, int length) noexce
   int* const path = info->getMatrixPtr();
   const int room = info->getRoomOfMatrixPtr();
   if (room < 0) return findWithRoomFor(1, indexVector, length);
-  long long current = currentMatrixID;
+  long long current = currentMatrixId_;
   ZQMatrixBaseElement* element = elementAt(current);
-  path[0] = currentMatrixID;
+  path[0] = currentMatrixId_;
   for (int i = 0; i < length; ++i) {
     if (element == nullptr || element->getOffsetToElementInNextDimension() == 0) return {-1};
     const long long first = current + element->getOffsetToElementInNextDimension();

@@ -14,8 +14,8 @@ int ZQMatrixBase::insertFirstMatrixElementInNewDimension(int newPosition, int co
   return zmatrix::ZQStoreWrite<zmatrix::ZQBaseTier>::insertFirst(*this, newPosition, coordinate, parentPosition);
 }
 
-int ZQMatrixBase::insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField) {
-  return zmatrix::ZQStoreWrite<zmatrix::ZQBaseTier>::insertExisting(*this, newPosition, coordinate, anElementOfField);
+int ZQMatrixBase::insertMatrixElementInExistingDimension(int newPosition, int coordinate, int elementOfField) {
+  return zmatrix::ZQStoreWrite<zmatrix::ZQBaseTier>::insertExisting(*this, newPosition, coordinate, elementOfField);
 }
 
 int ZQMatrixBase::writeMatrixData(const int* indexVector, int length, long long value) {

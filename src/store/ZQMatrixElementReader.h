@@ -15,26 +15,26 @@ namespace zmatrix {
 
 template <class Tier>
 struct ZQMatrixElementReader {
-  ZQMatrixElementReader(typename Tier::Matrix& aMatrix, zmatrix::ZQFileReader& aFile) : matrix(aMatrix), file(aFile) {}
+  ZQMatrixElementReader(typename Tier::Matrix& matrix, zmatrix::ZQFileReader& file) : matrix_(matrix), file_(file) {}
 
   /// Reads elements of the files of a tier, up to the stack that the file tells.
   void read(int infoType, int stackOfFile) {
-    stack = stackOfFile;
-    ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
-    header._setMaximalStack(std::min(stack, matrix.numberOfSlots - 1));
+    stack_ = stackOfFile;
+    ZQMatrixFileHeader& header = *matrix_.getMatrixFileHeader();
+    header._setMaximalStack(std::min(stack_, matrix_.numberOfSlots_ - 1));
     count = zmatrix::negativeOf(header.getMaxNumberOfMatrices());
     if constexpr (reportsProgress) {
       snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "reading matrix from disk: %d items...",
-               stack);
+               stack_);
     }
     const int end = header.getMaximalStack() + 1;
-    const long long mostElements = file.getBytesLeft() / static_cast<long long>(zmatrix::sizeOfElementInFile(infoType));
+    const long long mostElements = file_.getBytesLeft() / static_cast<long long>(zmatrix::sizeOfElementInFile(infoType));
     const bool isDense = end > 0 && end <= 2 * mostElements + slotsInPiece;
-    isOutOfMemory = !links.begin(header.getMaxNumberOfMatrices(), end - 1, matrix.largestLegalIndex());
+    isOutOfMemory = !links.begin(header.getMaxNumberOfMatrices(), end - 1, matrix_.largestLegalIndex());
     if (isDense) {
-      matrix.pages.begin(matrix.memory.getBegin(), matrix.memory.getWholeSize());
+      matrix_.pages_.begin(matrix_.memory_.getBegin(), matrix_.memory_.getWholeSize());
     } else {
-      matrix.endOfProvidedSlots = matrix.numberOfSlots;
+      matrix_.endOfProvidedSlots_ = matrix_.numberOfSlots_;
     }
     switch (zmatrix::sizeOfElementInFile(infoType)) {
       case zmatrix::sizeOfElementInFile(0):
@@ -46,7 +46,7 @@ struct ZQMatrixElementReader {
       default:
         readAll<zmatrix::sizeOfElementInFile(2)>();
     }
-    matrix.freeSlots.fillWord(wordOfOccupied, occupied);
+    matrix_.freeSlots_.fillWord(wordOfOccupied_, occupied_);
   }
 
   long long position = 0;  // the slot of the next element
@@ -62,11 +62,11 @@ struct ZQMatrixElementReader {
   template <size_t size>
   void readAll() {
     const zmatrix::ProgressOfLoop progress;
-    const long long end = stack + 1LL;
-    while (position < end && !file.isAtEnd() && !isOutOfMemory) {
+    const long long end = stack_ + 1LL;
+    while (position < end && !file_.isAtEnd() && !isOutOfMemory) {
       const long long endOfPiece = std::min(position + slotsInPiece, end);
-      while (position < endOfPiece && !file.isAtEnd() && !isOutOfMemory) {
-        if constexpr (reportsProgress) progress.reach(static_cast<int>(position), stack);
+      while (position < endOfPiece && !file_.isAtEnd() && !isOutOfMemory) {
+        if constexpr (reportsProgress) progress.reach(static_cast<int>(position), stack_);
         const int result = readMatrixElementFromDisk<size>();
         if (result >= 0) {
           ++position;
@@ -81,40 +81,40 @@ struct ZQMatrixElementReader {
   /// 1 for an element, 0 at the end of the file, the negative length of a run of empty slots.
   template <size_t size>
   int readMatrixElementFromDisk() {
-    const char* bytes = file.peek(size);
+    const char* bytes = file_.peek(size);
     if (bytes == nullptr) return readLastBytes<size>();
     const int writeCount = zmatrix::getLittleEndian<int>(bytes);
     if (writeCount < 0) {
-      file.advance(sizeof(int));
+      file_.advance(sizeof(int));
       return writeCount;
     }
-    file.advance(size);
+    file_.advance(size);
     return storeElement<size>(bytes);
   }
 
   /// Where less than an element is left: still a run, or an element whose missing fields become 0.
   template <size_t size>
   int readLastBytes() {
-    const char* first = file.peek(sizeof(int));
+    const char* first = file_.peek(sizeof(int));
     const int writeCount = first != nullptr ? zmatrix::getLittleEndian<int>(first) : 0;
     if (writeCount < 0) {
-      file.advance(sizeof(int));
+      file_.advance(sizeof(int));
       return writeCount;
     }
     char bytes[size];
-    file.read(bytes, size);
+    file_.read(bytes, size);
     return first != nullptr ? storeElement<size>(bytes) : 0;
   }
 
   template <size_t size>
   int storeElement(const char* bytes) {
-    if (position >= matrix.numberOfSlots) {
+    if (position >= matrix_.numberOfSlots_) {
       ++numberOutside;
       return 1;
     }
-    if (matrix.elementAt(position) != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
+    if (matrix_.elementAt(position) != nullptr) Tier::reportOccupiedSlot(static_cast<int>(position));
     const int slot = static_cast<int>(position);
-    auto* element = matrix.template placeElementAt<typename Tier::Element>(slot);
+    auto* element = matrix_.template placeElementAt<typename Tier::Element>(slot);
     zmatrix::getElement<size>(bytes, *element);
     links.add(slot, *element);
     noteOccupied(slot);
@@ -123,19 +123,19 @@ struct ZQMatrixElementReader {
 
   void noteOccupied(int slot) {
     const size_t word = static_cast<size_t>(slot) >> 6;
-    if (word != wordOfOccupied) {
-      matrix.freeSlots.fillWord(wordOfOccupied, occupied);
-      wordOfOccupied = word;
-      occupied = 0;
+    if (word != wordOfOccupied_) {
+      matrix_.freeSlots_.fillWord(wordOfOccupied_, occupied_);
+      wordOfOccupied_ = word;
+      occupied_ = 0;
     }
-    occupied |= uint64_t{1} << (slot & 63);
+    occupied_ |= uint64_t{1} << (slot & 63);
   }
 
-  typename Tier::Matrix& matrix;
-  zmatrix::ZQFileReader& file;
-  size_t wordOfOccupied = 0;  // 64 slots, and a bit for each that was filled
-  uint64_t occupied = 0;
-  int stack = 0;
+  typename Tier::Matrix& matrix_;
+  zmatrix::ZQFileReader& file_;
+  size_t wordOfOccupied_ = 0;  // 64 slots, and a bit for each that was filled
+  uint64_t occupied_ = 0;
+  int stack_ = 0;
 };
 
 }  // namespace zmatrix

@@ -25,82 +25,82 @@ void clearRecord(Element& element) {
 /// Element of the base tier: one step of a path.
 class ZQMatrixBaseElement {
  public:
-  long long getValue() const { return value; }
-  void setValue(long long newValue) { value = newValue; }
-  int getWriteCount() const { return writeCount; }
-  void setWriteCount(int count) { writeCount = count; }
-  void incrementWriteCount() { zmatrix::addTo(writeCount, 1); }
-  void decrementWriteCount() { zmatrix::addTo(writeCount, -1); }
-  int getIndexInDimension() const { return indexInDimension; }
-  void setIndexInDimension(int index) { indexInDimension = index; }
-  int getOffsetToNextElementInDimension() const { return offsetToNextElementInDimension; }
-  void setOffsetToNextElementInDimension(int offset) { offsetToNextElementInDimension = offset; }
-  int getOffsetToPreviousElementInDimension() const { return offsetToPreviousElementInDimension; }
-  void setOffsetToPreviousElementInDimension(int offset) { offsetToPreviousElementInDimension = offset; }
-  int getOffsetToElementInNextDimension() const { return offsetToElementInNextDimension; }
+  long long getValue() const { return value_; }
+  void setValue(long long newValue) { value_ = newValue; }
+  int getWriteCount() const { return writeCount_; }
+  void setWriteCount(int count) { writeCount_ = count; }
+  void incrementWriteCount() { zmatrix::addTo(writeCount_, 1); }
+  void decrementWriteCount() { zmatrix::addTo(writeCount_, -1); }
+  int getIndexInDimension() const { return indexInDimension_; }
+  void setIndexInDimension(int index) { indexInDimension_ = index; }
+  int getOffsetToNextElementInDimension() const { return offsetToNextElementInDimension_; }
+  void setOffsetToNextElementInDimension(int offset) { offsetToNextElementInDimension_ = offset; }
+  int getOffsetToPreviousElementInDimension() const { return offsetToPreviousElementInDimension_; }
+  void setOffsetToPreviousElementInDimension(int offset) { offsetToPreviousElementInDimension_ = offset; }
+  int getOffsetToElementInNextDimension() const { return offsetToElementInNextDimension_; }
   void setOffsetToElementInNextDimension(int offset) {
-    offsetToElementInNextDimension = offset;
-    indexOfFirstChild = unknownIndex;
+    offsetToElementInNextDimension_ = offset;
+    indexOfFirstChild_ = unknownIndex;
   }
-  void addOffsetToElementInNextDimension(int offset) { zmatrix::addTo(offsetToElementInNextDimension, offset); }
-  int getOffsetToElementInPrevDimension() const { return offsetToElementInPrevDimension; }
-  void setOffsetToElementInPrevDimension(int offset) { offsetToElementInPrevDimension = offset; }
-  void addOffsetToElementInPrevDimension(int offset) { zmatrix::addTo(offsetToElementInPrevDimension, offset); }
+  void addOffsetToElementInNextDimension(int offset) { zmatrix::addTo(offsetToElementInNextDimension_, offset); }
+  int getOffsetToElementInPrevDimension() const { return offsetToElementInPrevDimension_; }
+  void setOffsetToElementInPrevDimension(int offset) { offsetToElementInPrevDimension_ = offset; }
+  void addOffsetToElementInPrevDimension(int offset) { zmatrix::addTo(offsetToElementInPrevDimension_, offset); }
   void clearMatrixData() { zmatrix::clearRecord(*this); }
 
   // --- the block's own
   static constexpr int unknownIndex = INT_MIN;  ///< no element has it
   /// The coordinate of the first child, from which the places of all others follow; unknownIndex until somebody has looked.
-  int getIndexOfFirstChild() const { return indexOfFirstChild; }
-  void setIndexOfFirstChild(int index) { indexOfFirstChild = index; }
+  int getIndexOfFirstChild() const { return indexOfFirstChild_; }
+  void setIndexOfFirstChild(int index) { indexOfFirstChild_ = index; }
   /// What tells this record from any other that the matrix has or had; 0 in an empty slot.
-  unsigned getName() const { return name; }
-  void setName(unsigned newName) { name = newName; }
+  unsigned getName() const { return name_; }
+  void setName(unsigned newName) { name_ = newName; }
 
  private:
-  int offsetToElementInPrevDimension = 0;  // parent; 0 only at a root
-  int offsetToElementInNextDimension = 0;  // first child; 0 if there is none
-  int indexOfFirstChild = unknownIndex;
-  unsigned name = 0;
-  long long value = 0;                         // given at the last write of the path that ends here
-  int writeCount = 0;                          // writes of that path; 0 on a mere path element, -1 on one marked for removal
-  int indexInDimension = 0;                    // the coordinate by which the parent reaches this element
-  int offsetToNextElementInDimension = 0;      // next sibling, above 0; 0 at the field's last element
-  int offsetToPreviousElementInDimension = 0;  // previous sibling, below 0; 0 at the field's first element
+  int offsetToElementInPrevDimension_ = 0;  // parent; 0 only at a root
+  int offsetToElementInNextDimension_ = 0;  // first child; 0 if there is none
+  int indexOfFirstChild_ = unknownIndex;
+  unsigned name_ = 0;
+  long long value_ = 0;                         // given at the last write of the path that ends here
+  int writeCount_ = 0;                          // writes of that path; 0 on a mere path element, -1 on one marked for removal
+  int indexInDimension_ = 0;                    // the coordinate by which the parent reaches this element
+  int offsetToNextElementInDimension_ = 0;      // next sibling, above 0; 0 at the field's last element
+  int offsetToPreviousElementInDimension_ = 0;  // previous sibling, below 0; 0 at the field's first element
 };
 
 /// Element of the medium tier: a path that is a rule, with what a conditional probability needs.
 class ZQMatrixMediumElement : public ZQMatrixBaseElement {
  public:
-  int getWriteCountWithSuccessor() const { return writeCountWithSuccessor; }
-  void setWriteCountWithSuccessor(int count) { writeCountWithSuccessor = count; }
-  void incrementWriteCountWithSuccessor() { zmatrix::addTo(writeCountWithSuccessor, 1); }
-  void decrementWriteCountWithSuccessor() { zmatrix::addTo(writeCountWithSuccessor, -1); }
-  void addWriteCountWithSuccessor(int count) { zmatrix::addTo(writeCountWithSuccessor, count); }
-  int getWriteCountWithoutPredecessor() const { return writeCountWithoutPredecessor; }
-  void setWriteCountWithoutPredecessor(int count) { writeCountWithoutPredecessor = count; }
-  void incrementWriteCountWithoutPredecessor() { zmatrix::addTo(writeCountWithoutPredecessor, 1); }
-  void decrementWriteCountWithoutPredecessor() { zmatrix::addTo(writeCountWithoutPredecessor, -1); }
+  int getWriteCountWithSuccessor() const { return writeCountWithSuccessor_; }
+  void setWriteCountWithSuccessor(int count) { writeCountWithSuccessor_ = count; }
+  void incrementWriteCountWithSuccessor() { zmatrix::addTo(writeCountWithSuccessor_, 1); }
+  void decrementWriteCountWithSuccessor() { zmatrix::addTo(writeCountWithSuccessor_, -1); }
+  void addWriteCountWithSuccessor(int count) { zmatrix::addTo(writeCountWithSuccessor_, count); }
+  int getWriteCountWithoutPredecessor() const { return writeCountWithoutPredecessor_; }
+  void setWriteCountWithoutPredecessor(int count) { writeCountWithoutPredecessor_ = count; }
+  void incrementWriteCountWithoutPredecessor() { zmatrix::addTo(writeCountWithoutPredecessor_, 1); }
+  void decrementWriteCountWithoutPredecessor() { zmatrix::addTo(writeCountWithoutPredecessor_, -1); }
   void clearMatrixData() { zmatrix::clearRecord(*this); }
 
  private:
-  int writeCountWithSuccessor = 0;       // writes of the path that something followed
-  int writeCountWithoutPredecessor = 0;  // writes of the path at the very start of a sequence
+  int writeCountWithSuccessor_ = 0;       // writes of the path that something followed
+  int writeCountWithoutPredecessor_ = 0;  // writes of the path at the very start of a sequence
 };
 
 /// Element of the full tier: a rule that can carry a symbol, or belong to one.
 class ZQMatrixElement : public ZQMatrixMediumElement {
  public:
-  int getSymbolID() const { return symbolID; }
-  void setSymbolID(int symbol) { symbolID = symbol; }
-  int getSymbolDownLinkHandle() const { return symbolDownLinkHandle; }
-  void setSymbolDownLinkHandle(int handle) { symbolDownLinkHandle = handle; }
-  void addOffsetToSymbolDownLinkHandle(int offset) { zmatrix::addTo(symbolDownLinkHandle, offset); }
+  int getSymbolID() const { return symbolId_; }
+  void setSymbolID(int symbol) { symbolId_ = symbol; }
+  int getSymbolDownLinkHandle() const { return symbolDownLinkHandle_; }
+  void setSymbolDownLinkHandle(int handle) { symbolDownLinkHandle_ = handle; }
+  void addOffsetToSymbolDownLinkHandle(int offset) { zmatrix::addTo(symbolDownLinkHandle_, offset); }
   void clearMatrixData() { zmatrix::clearRecord(*this); }
 
  private:
-  int symbolID = 0;              // basic level: the symbol that this phrase stands for; 0 for none
-  int symbolDownLinkHandle = 0;  // symbol level: position of the phrase's end element in the level below; 0 for none
+  int symbolId_ = 0;              // basic level: the symbol that this phrase stands for; 0 for none
+  int symbolDownLinkHandle_ = 0;  // symbol level: position of the phrase's end element in the level below; 0 for none
 };
 
 static_assert(sizeof(ZQMatrixBaseElement) == 40 && sizeof(ZQMatrixMediumElement) == 48 && sizeof(ZQMatrixElement) == 56,

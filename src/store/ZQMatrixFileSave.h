@@ -40,36 +40,36 @@ struct ZQMatrixFileSave {
   }
 
  private:
-  ZQMatrixFileSave(Matrix& aMatrix, zmatrix::ZQFileWriter& aFile)
-      : matrix(aMatrix), header(*aMatrix.getMatrixFileHeader()), file(aFile) {}
+  ZQMatrixFileSave(Matrix& matrix, zmatrix::ZQFileWriter& file)
+      : matrix_(matrix), header_(*matrix.getMatrixFileHeader()), file_(file) {}
 
   // The current sub-matrix decides for the whole file whether there is a history.
   bool write() {
     int addUpdateInfo = 0;
     int addSequence = 0;
     if constexpr (hasHistory) {
-      addUpdateInfo = matrix.getMatrixInfo()->getAddUpdateInfo();
-      addSequence = matrix.getMatrixInfo()->getAddSequenceToUpdateInfo();
+      addUpdateInfo = matrix_.getMatrixInfo()->getAddUpdateInfo();
+      addSequence = matrix_.getMatrixInfo()->getAddSequenceToUpdateInfo();
     }
-    highest = matrix.getHighestOccupiedMatrixID();
-    header.setNumberOfMatrices(highest + 1);
-    const long long positionOfOffset = header.writeFileHeader(file);
-    for (int id = 0; id <= highest; ++id) writeRecord(id, 0);
+    highest_ = matrix_.getHighestOccupiedMatrixID();
+    header_.setNumberOfMatrices(highest_ + 1);
+    const long long positionOfOffset = header_.writeFileHeader(file_);
+    for (int id = 0; id <= highest_; ++id) writeRecord(id, 0);
     writeElements();
-    header.setOffsetToUpdateInfos(0);
+    header_.setOffsetToUpdateInfos(0);
     const bool isHistoryComplete = addUpdateInfo != 1 || writeHistory(positionOfOffset, addSequence);
-    return file.flush() && isHistoryComplete;
+    return file_.flush() && isHistoryComplete;
   }
 
   void writeRecord(int id, int withSequence) {
     Info& info = *infoOf(id);
     info.setTimeStamp(static_cast<unsigned int>(time(nullptr)));
-    info.writeUpdateInfo(file, withSequence);
+    info.writeUpdateInfo(file_, withSequence);
   }
 
   void writeElements() {
-    const int stack = header.getMaximalStack();
-    int elementCount = zmatrix::negativeOf(header.getMaxNumberOfMatrices());
+    const int stack = header_.getMaximalStack();
+    int elementCount = zmatrix::negativeOf(header_.getMaxNumberOfMatrices());
     int ruleCount = 0;
     const bool countsRules = hasHistory && ZQDebugChannel::shows(1);  // the count is only told
     if constexpr (hasHistory) {
@@ -81,14 +81,14 @@ struct ZQMatrixFileSave {
       if constexpr (hasHistory) progress.reach(static_cast<int>(position), stack);
       if (!isWritable(position)) {
         const long long behind = endOfRun(position, stack);
-        file.put(static_cast<int>(position - behind));
+        file_.put(static_cast<int>(position - behind));
         position = behind;
         continue;
       }
-      zmatrix::writeMatrixElementToDisk(static_cast<Element*>(matrix.elementAt(position)), file);
+      zmatrix::writeMatrixElementToDisk(static_cast<Element*>(matrix_.elementAt(position)), file_);
       zmatrix::addTo(elementCount, 1);
       if constexpr (hasHistory) {
-        if (countsRules) ruleCount += matrix.isRuleAt(static_cast<int>(position));
+        if (countsRules) ruleCount += matrix_.isRuleAt(static_cast<int>(position));
       }
       ++position;
     }
@@ -100,18 +100,18 @@ struct ZQMatrixFileSave {
 
   /// An element that is marked for removal has no form in the file: its slot goes out as an empty one.
   bool isWritable(long long position) const {
-    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    const ZQMatrixBaseElement* element = matrix_.elementAt(position);
     return element != nullptr && element->getWriteCount() >= 0;
   }
 
   long long endOfRun(long long position, int stack) const {
-    while (position <= stack && position < matrix.numberOfSlots && !isWritable(position)) ++position;
-    return position < matrix.numberOfSlots ? position : static_cast<long long>(stack) + 1;
+    while (position <= stack && position < matrix_.numberOfSlots_ && !isWritable(position)) ++position;
+    return position < matrix_.numberOfSlots_ ? position : static_cast<long long>(stack) + 1;
   }
 
   void reportCounts(int elementCount, int ruleCount) {
     int total = 0;
-    for (int id = 0; id <= highest; ++id) zmatrix::addTo(total, infoOf(id)->getNumberOfMatrixElements());
+    for (int id = 0; id <= highest_; ++id) zmatrix::addTo(total, infoOf(id)->getNumberOfMatrixElements());
     if (elementCount == total) {
       dbPrintf(1, "writeMatrixToDisk(): elementCount (%d) items written (ruleCount: %d)\n", elementCount, ruleCount);
     } else {
@@ -122,23 +122,23 @@ struct ZQMatrixFileSave {
   // First what the file had that the matrix was read from, then a record of each sub-matrix that was fed since.
   // False if the older records could not be read.
   bool writeHistory(long long positionOfOffset, int withSequence) {
-    const long long positionOfHistory = file.getPosition();
+    const long long positionOfHistory = file_.getPosition();
     const bool canBeNamed = positionOfHistory <= zmatrix::largestOffsetToUpdateInfos;
-    FILE* olderRecords = header.getFpUpdateInfos();
+    FILE* olderRecords = header_.getFpUpdateInfos();
     if (olderRecords == nullptr) {
       olderRecords = tmpfile();
-      header.setFpUpdateInfos(olderRecords);
-      header.setFpUpdateInfosFileName("");
+      header_.setFpUpdateInfos(olderRecords);
+      header_.setFpUpdateInfosFileName("");
     }
     // A history that the header can't name lies behind the elements all the same, where a load finds it.
     const int offset = canBeNamed ? static_cast<int>(positionOfHistory) : 0;
-    header.setOffsetToUpdateInfos(offset);
-    file.patch(positionOfOffset, offset);
+    header_.setOffsetToUpdateInfos(offset);
+    file_.patch(positionOfOffset, offset);
     if (olderRecords != nullptr) {
       rewind(olderRecords);
-      if (!zmatrix::copyRest(olderRecords, file)) return false;
+      if (!zmatrix::copyRest(olderRecords, file_)) return false;
     }
-    for (int id = 0; id <= highest; ++id) {
+    for (int id = 0; id <= highest_; ++id) {
       if constexpr (hasHistory) {
         if (infoOf(id)->getHasBeenChanged() == 1) writeRecord(id, withSequence);
       }
@@ -146,12 +146,12 @@ struct ZQMatrixFileSave {
     return true;
   }
 
-  Info* infoOf(int id) const { return static_cast<Info*>(matrix.getMatrixInfoArray()[id]); }
+  Info* infoOf(int id) const { return static_cast<Info*>(matrix_.getMatrixInfoArray()[id]); }
 
-  Matrix& matrix;
-  ZQMatrixFileHeader& header;
-  zmatrix::ZQFileWriter& file;
-  int highest = -1;
+  Matrix& matrix_;
+  ZQMatrixFileHeader& header_;
+  zmatrix::ZQFileWriter& file_;
+  int highest_ = -1;
 };
 
 }  // namespace zmatrix

@@ -6,35 +6,35 @@ namespace zmatrix {
 
 bool ZQPairFilter::resize(size_t newNumberOfRegions) noexcept {
   const size_t neededWords = (newNumberOfRegions + 63) / 64;
-  if (!hasNo.resize(newNumberOfRegions)) return false;
-  if (neededWords > wordsOfRow) {
+  if (!hasNo_.resize(newNumberOfRegions)) return false;
+  if (neededWords > wordsOfRow_) {
     const size_t newWordsOfRow = neededWords + neededWords / 2;
-    if (!bits.resize(numberOfDistances * newWordsOfRow, ~uint64_t{0})) return false;
+    if (!bits_.resize(numberOfDistances * newWordsOfRow, ~uint64_t{0})) return false;
     for (size_t row = numberOfDistances; row-- > 0;) {  // spread the rows, last first, each to its new begin
-      uint64_t* to = &bits[row * newWordsOfRow];
-      if (wordsOfRow > 0) memmove(to, &bits[row * wordsOfRow], wordsOfRow * sizeof(uint64_t));
-      memset(to + wordsOfRow, 0xFF, (newWordsOfRow - wordsOfRow) * sizeof(uint64_t));
+      uint64_t* to = &bits_[row * newWordsOfRow];
+      if (wordsOfRow_ > 0) memmove(to, &bits_[row * wordsOfRow_], wordsOfRow_ * sizeof(uint64_t));
+      memset(to + wordsOfRow_, 0xFF, (newWordsOfRow - wordsOfRow_) * sizeof(uint64_t));
     }
-    wordsOfRow = newWordsOfRow;
+    wordsOfRow_ = newWordsOfRow;
   }
-  const size_t oldNumberOfRegions = numberOfRegions;
-  numberOfRegions = newNumberOfRegions;
+  const size_t oldNumberOfRegions = numberOfRegions_;
+  numberOfRegions_ = newNumberOfRegions;
   if (newNumberOfRegions > oldNumberOfRegions) setAllFrom(oldNumberOfRegions);
   return true;
 }
 
 void ZQPairFilter::clear() {
-  bits.reset();
-  hasNo.reset();
-  numberOfRegions = wordsOfRow = 0;
-  memset(rowsWithNoBits, 0, sizeof rowsWithNoBits);
+  bits_.reset();
+  hasNo_.reset();
+  numberOfRegions_ = wordsOfRow_ = 0;
+  memset(rowsWithNoBits_, 0, sizeof rowsWithNoBits_);
 }
 
 void ZQPairFilter::setAllFrom(size_t first) {
   for (int row = 0; row < numberOfDistances; ++row) {
-    for (size_t region = first; region < numberOfRegions; ++region) set(row, region);
+    for (size_t region = first; region < numberOfRegions_; ++region) set(row, region);
   }
-  for (size_t region = first; region < numberOfRegions; ++region) hasNo[region] = 0;
+  for (size_t region = first; region < numberOfRegions_; ++region) hasNo_[region] = 0;
 }
 
 }  // namespace zmatrix

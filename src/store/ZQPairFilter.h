@@ -28,23 +28,23 @@ class ZQPairFilter {
   }
 
   /// 64 regions of a row: bit i is region 64 * word + i.
-  uint64_t word(int row, size_t wordIndex) const { return bits[static_cast<size_t>(row) * wordsOfRow + wordIndex]; }
+  uint64_t word(int row, size_t wordIndex) const { return bits_[static_cast<size_t>(row) * wordsOfRow_ + wordIndex]; }
 
   void set(int row, size_t region) {
-    bits[static_cast<size_t>(row) * wordsOfRow + (region >> 6)] |= uint64_t{1} << (region & 63);
+    bits_[static_cast<size_t>(row) * wordsOfRow_ + (region >> 6)] |= uint64_t{1} << (region & 63);
   }
 
   void setNo(int row, size_t region) {
-    bits[static_cast<size_t>(row) * wordsOfRow + (region >> 6)] &= ~(uint64_t{1} << (region & 63));
-    hasNo[region] = 1;
-    rowsWithNoBits[row >> 6] |= uint64_t{1} << (row & 63);
+    bits_[static_cast<size_t>(row) * wordsOfRow_ + (region >> 6)] &= ~(uint64_t{1} << (region & 63));
+    hasNo_[region] = 1;
+    rowsWithNoBits_[row >> 6] |= uint64_t{1} << (row & 63);
   }
 
   /// 64 rows: bit i is distance 64 * word + i + 1. A clear bit: no region has ever been crossed off for that distance.
-  uint64_t rowsWithNo(size_t word) const { return rowsWithNoBits[word]; }
+  uint64_t rowsWithNo(size_t word) const { return rowsWithNoBits_[word]; }
 
   /// True if some distance of the region has a clear bit; while it has none, a freed slot there has nothing to set.
-  bool hasNoIn(size_t region) const { return hasNo[region] != 0; }
+  bool hasNoIn(size_t region) const { return hasNo_[region] != 0; }
 
   /// Sets all bits of the regions from `first` on.
   void setAllFrom(size_t first);
@@ -53,15 +53,15 @@ class ZQPairFilter {
   void setAllOf(size_t region) {
     if (!hasNoIn(region)) return;
     for (int row = 0; row < numberOfDistances; ++row) set(row, region);
-    hasNo[region] = 0;
+    hasNo_[region] = 0;
   }
 
  private:
-  uint64_t rowsWithNoBits[numberOfDistances / 64] = {};
-  size_t numberOfRegions = 0;
-  size_t wordsOfRow = 0;
-  ZQArray<uint64_t> bits;
-  ZQArray<uint8_t> hasNo;
+  uint64_t rowsWithNoBits_[numberOfDistances / 64] = {};
+  size_t numberOfRegions_ = 0;
+  size_t wordsOfRow_ = 0;
+  ZQArray<uint64_t> bits_;
+  ZQArray<uint8_t> hasNo_;
 };
 
 }  // namespace zmatrix

@@ -45,7 +45,7 @@ class ZQShiftSearch {
     uint64_t regionsLeft = 0;  // of the word, behind the nearest one
   };
 
-  bool isSingle() const { return positions.size() == 1; }
+  bool isSingle() const { return positions_.size() == 1; }
   long long nextFreeOffset(long long from, long long to) const;
   long long previousFreeOffset(long long from, long long to) const;
   uint64_t candidateRegions(size_t word) const;
@@ -59,19 +59,19 @@ class ZQShiftSearch {
   void crossOff(size_t region);
   bool hasPair(size_t region, long long distance) const;
   bool reachesEnd(size_t region, long long distance) const {
-    return (region + 1) * wordsOfRegion + static_cast<size_t>(distance >> 6) >= index.numberOfWords;
+    return (region + 1) * wordsOfRegion + static_cast<size_t>(distance >> 6) >= index_.numberOfWords_;
   }
 
-  ZQFreeSlotIndex& index;
-  const std::span<const int> positions;
-  const long long anchor;
-  int numberOfTracked;
-  long long distances[mostTrackedDistances];
-  int rows[mostTrackedDistances];  // of the filter, for the first distances; -1 for one that has none
-  long long firstLent = 0;         // regions in which the field's own slots may serve
-  long long lastLent = -1;
-  long long regionOfFits = noRegion;  // the region that was looked at last
-  ZQRegionFits fits;
+  ZQFreeSlotIndex& index_;
+  const std::span<const int> positions_;
+  const long long anchor_;
+  int numberOfTracked_;
+  long long distances_[mostTrackedDistances];
+  int rows_[mostTrackedDistances];  // of the filter, for the first distances; -1 for one that has none
+  long long firstLent_ = 0;         // regions in which the field's own slots may serve
+  long long lastLent_ = -1;
+  long long regionOfFits_ = noRegion;  // the region that was looked at last
+  ZQRegionFits fits_;
 };
 
 }  // namespace zmatrix

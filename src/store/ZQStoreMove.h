@@ -43,7 +43,7 @@ struct ZQStoreMove {
   static int moveFieldWithNewElements(Matrix& matrix, int firstElement, int numberOfItems, std::span<const int> newElements,
                                       Search search) {
     if (matrix.getMatrixInfo()->getMemIsReadOnly()) return 0;
-    matrix.positionsOfField.clear();
+    matrix.positionsOfField_.clear();
     if (numberOfItems > 0 && !collect(matrix, firstElement, numberOfItems)) return 0;
     const int offset = findOffset(matrix, newElements, -1, search);
     return offset != 0 && (numberOfItems == 0 || moveBy(matrix, offset)) ? offset : 0;
@@ -51,7 +51,7 @@ struct ZQStoreMove {
 
  private:
   static bool moveBy(Matrix& matrix, int offset) {
-    ++matrix.movedFields;
+    ++matrix.movedFields_;
     const bool isPatched = patchLinks(matrix, offset);
     if (isPatched) moveRecords(matrix, offset);
     refreshIndex(matrix, isPatched ? offset : 0);
@@ -59,7 +59,7 @@ struct ZQStoreMove {
   }
 
   static bool collect(Matrix& matrix, int first, int numberOfItems) {
-    zmatrix::ZQArray<int>& positions = matrix.positionsOfField;
+    zmatrix::ZQArray<int>& positions = matrix.positionsOfField_;
     positions.clear();
     long long at = first;
     while (static_cast<int>(positions.size()) < numberOfItems) {
@@ -77,8 +77,8 @@ struct ZQStoreMove {
   // While the search runs the field's own slots count as free, since they move too; a slot to be kept off never does.
   template <class Search>
   static int findOffset(Matrix& matrix, std::span<const int> newIndices, int keptOff, Search search) {
-    const zmatrix::ZQArray<int>& own = matrix.positionsOfField;
-    zmatrix::ZQArray<int>& toPlace = matrix.positionsToPlace;
+    const zmatrix::ZQArray<int>& own = matrix.positionsOfField_;
+    zmatrix::ZQArray<int>& toPlace = matrix.positionsToPlace_;
     toPlace.clear();
     size_t next = 0;
     for (int position : own) {
@@ -91,19 +91,19 @@ struct ZQStoreMove {
       if (!toPlace.append(newIndices[next])) return 0;
     }
     for (int position : own) {
-      if (position != keptOff) matrix.freeSlots.lend(position);
+      if (position != keptOff) matrix.freeSlots_.lend(position);
     }
-    const bool keepsOffFreeSlot = keptOff >= 0 && keptOff < matrix.numberOfSlots && matrix.freeSlots.isFree(keptOff);
-    if (keepsOffFreeSlot) matrix.freeSlots.fill(keptOff);
+    const bool keepsOffFreeSlot = keptOff >= 0 && keptOff < matrix.numberOfSlots_ && matrix.freeSlots_.isFree(keptOff);
+    if (keepsOffFreeSlot) matrix.freeSlots_.fill(keptOff);
     const int offset = search(std::span<const int>(toPlace));
     if (!matrix.hasBlock()) return 0;
-    if (keepsOffFreeSlot) matrix.freeSlots.release(keptOff);
+    if (keepsOffFreeSlot) matrix.freeSlots_.release(keptOff);
     if (offset == 0) refreshIndex(matrix, 0);
     return offset;
   }
 
   static bool patchLinks(Matrix& matrix, int offset) {
-    const zmatrix::ZQArray<int>& own = matrix.positionsOfField;
+    const zmatrix::ZQArray<int>& own = matrix.positionsOfField_;
     if (ZQMatrixBaseElement* parent = matrix.parentOf(own.front())) parent->addOffsetToElementInNextDimension(offset);
     for (int position : own) {
       Element* element = static_cast<Element*>(matrix.elementAt(position));
@@ -111,7 +111,7 @@ struct ZQStoreMove {
       if (element->getOffsetToElementInPrevDimension() != 0) element->addOffsetToElementInPrevDimension(-offset);
       if (element->getOffsetToElementInNextDimension() == 0) continue;
       long long child = static_cast<long long>(position) + element->getOffsetToElementInNextDimension();
-      if (child < 0 || child >= matrix.numberOfSlots) {
+      if (child < 0 || child >= matrix.numberOfSlots_) {
         dbPrintf(0, child < 0 ? "error im moveFieldToFreePosition: elementinNextDimension out of range (left)\n"
                               : "error im moveFieldToFreePosition: elementinNextDimension out of range (right)\n");
         return false;
@@ -128,7 +128,7 @@ struct ZQStoreMove {
 
   // The order sees to it that a slot of the field is vacated before another of its records moves in.
   static void moveRecords(Matrix& matrix, int offset) {
-    zmatrix::ZQArray<int>& own = matrix.positionsOfField;
+    zmatrix::ZQArray<int>& own = matrix.positionsOfField_;
     if (offset > 0) std::reverse(own.begin(), own.end());
     for (int position : own) {
       matrix.template moveElement<Element>(position, position + offset);
@@ -137,14 +137,14 @@ struct ZQStoreMove {
 
   // Brings the index of free slots back in step with the block, for the field's old slots and its new ones.
   static void refreshIndex(Matrix& matrix, int offset) {
-    for (int position : matrix.positionsOfField) {
+    for (int position : matrix.positionsOfField_) {
       if (matrix.elementAt(position) == nullptr) {
-        matrix.freeSlots.fill(position);
-        matrix.freeSlots.release(position);
+        matrix.freeSlots_.fill(position);
+        matrix.freeSlots_.release(position);
       } else {
-        matrix.freeSlots.fill(position);
+        matrix.freeSlots_.fill(position);
       }
-      if (offset != 0) matrix.freeSlots.fill(position + offset);
+      if (offset != 0) matrix.freeSlots_.fill(position + offset);
     }
   }
 };

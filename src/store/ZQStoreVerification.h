@@ -42,33 +42,33 @@ struct ZQStoreVerification {
       dbPrintf(1, "performMatrixLinearTest: matrix is empty!\n");
       return -1;
     }
-    if (!test.depths.resize(test.top + 1LL)) return 0;
+    if (!test.depths_.resize(test.top_ + 1LL)) return 0;
     typename Tier::Verification additions(matrix, zmatrix::linearTestTexts);
-    Info& info = test.info;
-    if (test.trims) {
+    Info& info = test.info_;
+    if (test.trims_) {
       info._resetIndexLimits();
       info._setCurrentDimension(0);
     }
     test.setProgressText();
     const zmatrix::ProgressOfLoop progress;
-    for (int position = test.lowest; position <= test.top; ++position) {
-      progress.reach(position, test.top);
+    for (int position = test.lowest_; position <= test.top_; ++position) {
+      progress.reach(position, test.top_);
       const ZQMatrixBaseElement* element = matrix.elementAt(position);
       if (element != nullptr && element->getWriteCount() >= 1) test.lookUpFrom(position, additions);
     }
-    if (test.trims) test.trimBlockAndArrays(zmatrix::linearTestTexts);
+    if (test.trims_) test.trimBlockAndArrays(zmatrix::linearTestTexts);
     const bool hasDeletes = info.getNumberOfMatrixDeleteEvents() != 0;
-    info.setNumberOfWriteCounts(static_cast<int>(test.sum));
-    if (!hasDeletes && test.sum != info.getNumberOfMatrixWriteEvents()) {
+    info.setNumberOfWriteCounts(static_cast<int>(test.sum_));
+    if (!hasDeletes && test.sum_ != info.getNumberOfMatrixWriteEvents()) {
       dbPrintf(
           1,
           "matrixLinear-Test: overallWriteCount possibly differs from _numberOfWriteEvents -_numberOfDeleteEvents: %d <-> %d "
           "- %d\n",
-          static_cast<int>(test.sum), info.getNumberOfMatrixWriteEvents(), info.getNumberOfMatrixDeleteEvents());
+          static_cast<int>(test.sum_), info.getNumberOfMatrixWriteEvents(), info.getNumberOfMatrixDeleteEvents());
     }
-    if (!additions.compareDepthAndKernel(test.deepest)) test.result = 0;
+    if (!additions.compareDepthAndKernel(test.deepest_)) test.result_ = 0;
     test.compareCounts(zmatrix::linearTestTexts);
-    if (!additions.compareCounts()) test.result = 0;
+    if (!additions.compareCounts()) test.result_ = 0;
     return test.answer(numberOfWriteElements, numberOfEndElements);
   }
 
@@ -85,30 +85,30 @@ struct ZQStoreVerification {
       dbPrintf(0, "PerformMatrixConsistencyTest: matrix is empty!\n");
       return -1;
     }
-    Info& info = test.info;
+    Info& info = test.info_;
     const int dimension = info.getCurrentDimension();
-    const bool hasRoom = test.positions.resize(dimension + 2LL, 0) && test.fieldBegins.resize(dimension + 2LL, 0) &&
-                         test.path.resize(dimension + 1LL, 0) && test.lows.resize(dimension, INT_MAX) &&
-                         test.highs.resize(dimension, INT_MIN);
+    const bool hasRoom = test.positions_.resize(dimension + 2LL, 0) && test.fieldBegins_.resize(dimension + 2LL, 0) &&
+                         test.path_.resize(dimension + 1LL, 0) && test.lows_.resize(dimension, INT_MAX) &&
+                         test.highs_.resize(dimension, INT_MIN);
     if (!hasRoom) return 0;
     typename Tier::Verification additions(matrix, zmatrix::consistencyTestTexts);
     test.walkDown(additions);
-    if (test.trims) test.trimDimensions();
-    if (test.trims) test.trimBlockAndArrays(zmatrix::consistencyTestTexts);
-    if (test.sum != info.getNumberOfWriteCounts()) {
+    if (test.trims_) test.trimDimensions();
+    if (test.trims_) test.trimBlockAndArrays(zmatrix::consistencyTestTexts);
+    if (test.sum_ != info.getNumberOfWriteCounts()) {
       dbPrintf(0, "error matrixConsistencyTest: getNumberOfWriteCounts(%d) != overallWriteCount(%d)!\n",
-               info.getNumberOfWriteCounts(), static_cast<int>(test.sum));
+               info.getNumberOfWriteCounts(), static_cast<int>(test.sum_));
       // Deletes let the sum drift, so it is no fault: it is told and set right, as the linear test does in silence.
-      info.setNumberOfWriteCounts(static_cast<int>(test.sum));
+      info.setNumberOfWriteCounts(static_cast<int>(test.sum_));
     }
-    if (!additions.compareDepthAndKernel(test.deepest)) test.result = 0;
+    if (!additions.compareDepthAndKernel(test.deepest_)) test.result_ = 0;
     test.compareCounts(zmatrix::consistencyTestTexts);
-    if (test.occupied != info.getNumberOfMatrixElements()) {
+    if (test.occupied_ != info.getNumberOfMatrixElements()) {
       dbPrintf(0, "error matrixConsistency-Test:: numberOfOccupiedPositions differs from _numberOfElements: %d<->%d\n",
-               test.occupied, info.getNumberOfMatrixElements());
-      test.result = 0;
+               test.occupied_, info.getNumberOfMatrixElements());
+      test.result_ = 0;
     }
-    if (!additions.compareCounts()) test.result = 0;
+    if (!additions.compareCounts()) test.result_ = 0;
     return test.answer(numberOfWriteElements, numberOfEndElements);
   }
 
@@ -116,13 +116,13 @@ struct ZQStoreVerification {
   // What is known of a slot's way up; above 0: its depth below the current root.
   enum Way { unknown = 0, foreign = -1, leavesBlock = -2, underWay = -3 };
 
-  ZQStoreVerification(Matrix& aMatrix, int* numberOfWriteElements, int* numberOfEndElements, bool isToTrim)
-      : matrix(aMatrix),
-        info(*aMatrix.getMatrixInfo()),
-        root(aMatrix.getCurrentMatrixID()),
-        lowest(aMatrix.getMaxNumberOfMatrices()),
-        top(aMatrix.getMaximalStack() < aMatrix.numberOfSlots ? aMatrix.getMaximalStack() : aMatrix.numberOfSlots - 1),
-        trims(isToTrim) {
+  ZQStoreVerification(Matrix& matrix, int* numberOfWriteElements, int* numberOfEndElements, bool isToTrim)
+      : matrix_(matrix),
+        info_(*matrix.getMatrixInfo()),
+        root_(matrix.getCurrentMatrixID()),
+        lowest_(matrix.getMaxNumberOfMatrices()),
+        top_(matrix.getMaximalStack() < matrix.numberOfSlots_ ? matrix.getMaximalStack() : matrix.numberOfSlots_ - 1),
+        trims_(isToTrim) {
     store(numberOfWriteElements, 0);
     store(numberOfEndElements, 0);
   }
@@ -140,17 +140,17 @@ struct ZQStoreVerification {
   }
 
   bool isEmpty() const {
-    const ZQMatrixBaseElement* element = matrix.elementAt(root);
-    return element == nullptr || element->getOffsetToElementInNextDimension() == 0 || info.getCurrentDimension() <= 0;
+    const ZQMatrixBaseElement* element = matrix_.elementAt(root_);
+    return element == nullptr || element->getOffsetToElementInNextDimension() == 0 || info_.getCurrentDimension() <= 0;
   }
 
   void setProgressText() const {
     char* text = globalProgressData.progressText;
     const size_t size = sizeof globalProgressData.progressText;
     if (Tier::Verification::namesMatrixID) {
-      snprintf(text, size, "performMatrixLinearTest for matrixID %d with %d items...", root, top);
+      snprintf(text, size, "performMatrixLinearTest for matrixID %d with %d items...", root_, top_);
     } else {
-      snprintf(text, size, "performMatrixLinearTest with %d items...", top);
+      snprintf(text, size, "performMatrixLinearTest with %d items...", top_);
     }
   }
 
@@ -159,14 +159,14 @@ struct ZQStoreVerification {
   void lookUpFrom(int position, typename Tier::Verification& additions) {
     const int depth = followUp(position);
     if (depth < 1) return;
-    if (!trims && depth > info.getCurrentDimension()) {
-      dbPrintf(0, "error in performMatrixLinearTest for matrixID %d: iDim > dimension: %d > %d\n", root, depth,
-               info.getCurrentDimension());
-      result = 0;
+    if (!trims_ && depth > info_.getCurrentDimension()) {
+      dbPrintf(0, "error in performMatrixLinearTest for matrixID %d: iDim > dimension: %d > %d\n", root_, depth,
+               info_.getCurrentDimension());
+      result_ = 0;
       return;
     }
     if (additions.needsPath(position) && !readPath(position, depth)) {
-      result = 0;
+      result_ = 0;
       return;
     }
     count(position, depth, additions);
@@ -179,17 +179,17 @@ struct ZQStoreVerification {
     int end = unknown;
     // A way that leaves the block is told for each element that takes it; only a damaged one can be longer than all others.
     while (end == unknown) {
-      if (position < lowest) {
-        end = position == root ? 0 : static_cast<int>(foreign);
+      if (position < lowest_) {
+        end = position == root_ ? 0 : static_cast<int>(foreign);
         break;
       }
-      const ZQMatrixBaseElement* step = matrix.elementAt(position);
-      const int known = position <= top ? depths[static_cast<size_t>(position)] : static_cast<int>(foreign);
+      const ZQMatrixBaseElement* step = matrix_.elementAt(position);
+      const int known = position <= top_ ? depths_[static_cast<size_t>(position)] : static_cast<int>(foreign);
       if (step == nullptr || known == underWay) {
         end = foreign;
       } else if (known == unknown) {
-        depths[static_cast<size_t>(position)] = underWay;
-      } else if (known != leavesBlock || steps > info.getMaxDimOfMatrix()) {
+        depths_[static_cast<size_t>(position)] = underWay;
+      } else if (known != leavesBlock || steps > info_.getMaxDimOfMatrix()) {
         end = known;
       }
       if (end != unknown) break;
@@ -197,42 +197,42 @@ struct ZQStoreVerification {
       ++steps;
       if (!liesInBlock(position)) end = leavesBlock;
     }
-    if (trims && end >= 0) info.checkMatrixDimension(end + steps - 1);
+    if (trims_ && end >= 0) info_.checkMatrixDimension(end + steps - 1);
     noteWay(element, steps, end);
     return end < 0 ? end : end + steps;
   }
 
   bool liesInBlock(long long position) {
-    if (position >= 0 && position < matrix.numberOfSlots) return true;
+    if (position >= 0 && position < matrix_.numberOfSlots_) return true;
     if (position < 0) {
-      dbPrintf(0, "error performMatrixLinearTest for matrixID %d: addressOfPreviousElement out of left range: %d\n", root,
+      dbPrintf(0, "error performMatrixLinearTest for matrixID %d: addressOfPreviousElement out of left range: %d\n", root_,
                static_cast<int>(position));
     } else {
-      dbPrintf(0, "error performMatrixLinearTest for matrixID %d: addressOfPreviousElement out right range: %d\n", root,
+      dbPrintf(0, "error performMatrixLinearTest for matrixID %d: addressOfPreviousElement out right range: %d\n", root_,
                static_cast<int>(position));
     }
-    result = 0;
+    result_ = 0;
     return false;
   }
 
   void noteWay(int element, int steps, int end) {
     long long position = element;
     for (int i = 0; i < steps; ++i) {
-      int& way = depths[static_cast<size_t>(position)];
+      int& way = depths_[static_cast<size_t>(position)];
       if (way != underWay) return;
-      const ZQMatrixBaseElement* step = matrix.elementAt(position);
+      const ZQMatrixBaseElement* step = matrix_.elementAt(position);
       way = end < 0 ? end : end + steps - i;
-      if (trims && end >= 0) info.updateMatrixIndexInfo(way - 1, step->getIndexInDimension());
+      if (trims_ && end >= 0) info_.updateMatrixIndexInfo(way - 1, step->getIndexInDimension());
       position += step->getOffsetToElementInPrevDimension();
     }
   }
 
   bool readPath(int element, int depth) {
-    if (depth > path.count() && !path.resize(zmatrix::grownCapacity(depth) + 1LL, 0)) return false;
+    if (depth > path_.count() && !path_.resize(zmatrix::grownCapacity(depth) + 1LL, 0)) return false;
     long long position = element;
     for (int i = depth - 1; i >= 0; --i) {
-      const ZQMatrixBaseElement* step = matrix.elementAt(position);
-      path[i] = step->getIndexInDimension();
+      const ZQMatrixBaseElement* step = matrix_.elementAt(position);
+      path_[i] = step->getIndexInDimension();
       position += step->getOffsetToElementInPrevDimension();
     }
     return true;
@@ -242,26 +242,26 @@ struct ZQStoreVerification {
 
   // Of a box of indices only those that exist are visited: the children of an element, in the order of their field.
   void walkDown(typename Tier::Verification& additions) {
-    positions[0] = root;
+    positions_[0] = root_;
     int depth = 0;
     long long candidate = enterField(depth);
     while (depth > 0) {
       if (candidate < 0) {
         --depth;
-        if (depth > 0) candidate = nextInField(positions[depth]);
+        if (depth > 0) candidate = nextInField(positions_[depth]);
         continue;
       }
       const int position = static_cast<int>(candidate);
       candidate = -1;
       if (isOfField(position, depth)) {
-        positions[depth] = position;
-        path[depth - 1] = matrix.elementAt(position)->getIndexInDimension();
-        ++occupied;
-        if (matrix.elementAt(position)->getWriteCount() >= 1) {
+        positions_[depth] = position;
+        path_[depth - 1] = matrix_.elementAt(position)->getIndexInDimension();
+        ++occupied_;
+        if (matrix_.elementAt(position)->getWriteCount() >= 1) {
           widen(depth);
           count(position, depth, additions);
         }
-        if (matrix.elementAt(position)->getOffsetToElementInNextDimension() != 0) candidate = enterField(depth);
+        if (matrix_.elementAt(position)->getOffsetToElementInNextDimension() != 0) candidate = enterField(depth);
       }
       if (candidate < 0) candidate = nextInField(position);
     }
@@ -270,34 +270,34 @@ struct ZQStoreVerification {
   /// The first child of the element at a depth, one level down; -1, and no change, if there is none or it lies too deep. A child
   /// link that leads to anything but the first element of the own field is a fault; the counts tell what it hides.
   long long enterField(int& depth) {
-    const long long parent = positions[depth];
-    const long long child = parent + matrix.elementAt(parent)->getOffsetToElementInNextDimension();
-    if (depth + 1 > info.getCurrentDimension()) {
+    const long long parent = positions_[depth];
+    const long long child = parent + matrix_.elementAt(parent)->getOffsetToElementInNextDimension();
+    if (depth + 1 > info_.getCurrentDimension()) {
       dbPrintf(0, "error in performMatrixConsistencyTest: iDim > dimension\n");
-      if (depth + 1 > info.getInternalCurrentDimension()) dbPrintf(0, "Aha");
-      result = 0;
+      if (depth + 1 > info_.getInternalCurrentDimension()) dbPrintf(0, "Aha");
+      result_ = 0;
       return -1;
     }
-    const ZQMatrixBaseElement* element = matrix.elementAt(child);
-    if (element == nullptr || child < lowest || child + element->getOffsetToElementInPrevDimension() != parent ||
+    const ZQMatrixBaseElement* element = matrix_.elementAt(child);
+    if (element == nullptr || child < lowest_ || child + element->getOffsetToElementInPrevDimension() != parent ||
         element->getOffsetToPreviousElementInDimension() != 0) {
-      result = 0;
+      result_ = 0;
       return -1;
     }
     ++depth;
-    fieldBegins[depth] = child - element->getIndexInDimension();
+    fieldBegins_[depth] = child - element->getIndexInDimension();
     return child;
   }
 
   /// The next element of the field, or -1. A link to anything but a sibling that links back is a fault, told as the store tells
   /// it where it counts a field.
   long long nextInField(int position) {
-    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    const ZQMatrixBaseElement* element = matrix_.elementAt(position);
     const int offset = element->getOffsetToNextElementInDimension();
     if (offset == 0) return -1;
     const long long next = static_cast<long long>(position) + offset;
     const long long parent = static_cast<long long>(position) + element->getOffsetToElementInPrevDimension();
-    const ZQMatrixBaseElement* sibling = offset > 0 ? matrix.elementAt(next) : nullptr;
+    const ZQMatrixBaseElement* sibling = offset > 0 ? matrix_.elementAt(next) : nullptr;
     if (sibling == nullptr || next + sibling->getOffsetToElementInPrevDimension() != parent) {
       zmatrix::reportUnexpectedOffset("Next", offset);
     } else if (sibling->getOffsetToPreviousElementInDimension() != -offset) {
@@ -305,74 +305,74 @@ struct ZQStoreVerification {
     } else {
       return next;
     }
-    result = 0;
+    result_ = 0;
     return -1;
   }
 
   /// True for an element that its coordinate, the limits seen and its parent link put into the field.
   bool isOfField(int position, int depth) {
-    const ZQMatrixBaseElement* element = matrix.elementAt(position);
+    const ZQMatrixBaseElement* element = matrix_.elementAt(position);
     const int index = element->getIndexInDimension();
     const long long parent = static_cast<long long>(position) + element->getOffsetToElementInPrevDimension();
-    return parent == positions[depth - 1] && position - static_cast<long long>(index) == fieldBegins[depth] &&
-           index >= info.getMinimalIndices()[depth - 1] && index <= info.getMaximalIndices()[depth - 1];
+    return parent == positions_[depth - 1] && position - static_cast<long long>(index) == fieldBegins_[depth] &&
+           index >= info_.getMinimalIndices()[depth - 1] && index <= info_.getMaximalIndices()[depth - 1];
   }
 
   void widen(int depth) {
-    if (!trims) return;
+    if (!trims_) return;
     for (int i = 0; i < depth; ++i) {
-      if (path[i] < lows[i]) lows[i] = path[i];
-      if (path[i] > highs[i]) highs[i] = path[i];
+      if (path_[i] < lows_[i]) lows_[i] = path_[i];
+      if (path_[i] > highs_[i]) highs_[i] = path_[i];
     }
   }
 
   // ---------------------------------------------------------------------------------------------- counts and trimming
 
   void count(int position, int depth, typename Tier::Verification& additions) {
-    const Element& element = *static_cast<const Element*>(matrix.elementAt(position));
-    ++written;
-    sum += element.getWriteCount();
-    if (element.getOffsetToElementInNextDimension() == 0) ++ends;
-    if (depth > deepest) deepest = depth;
-    if (!additions.look(position, element, path.data(), depth)) result = 0;
+    const Element& element = *static_cast<const Element*>(matrix_.elementAt(position));
+    ++written_;
+    sum_ += element.getWriteCount();
+    if (element.getOffsetToElementInNextDimension() == 0) ++ends_;
+    if (depth > deepest_) deepest_ = depth;
+    if (!additions.look(position, element, path_.data(), depth)) result_ = 0;
   }
 
   void compareCounts(const Texts& texts) {
-    if (written != info.getNumberOfWriteElements()) {
-      dbPrintf(0, texts.writeElementsDiffer, written, info.getNumberOfWriteElements());
-      result = 0;
+    if (written_ != info_.getNumberOfWriteElements()) {
+      dbPrintf(0, texts.writeElementsDiffer, written_, info_.getNumberOfWriteElements());
+      result_ = 0;
     }
-    if (ends == info.getNumberOfEndElements()) return;
+    if (ends_ == info_.getNumberOfEndElements()) return;
     if (Tier::Verification::correctsEndElements) {
-      dbPrintf(1, texts.endElementsCorrected, ends, info.getNumberOfEndElements());
-      info.setNumberOfEndElements(ends);
+      dbPrintf(1, texts.endElementsCorrected, ends_, info_.getNumberOfEndElements());
+      info_.setNumberOfEndElements(ends_);
     } else {
-      dbPrintf(0, texts.endElementsDiffer, ends, info.getNumberOfEndElements());
-      result = 0;
+      dbPrintf(0, texts.endElementsDiffer, ends_, info_.getNumberOfEndElements());
+      result_ = 0;
     }
   }
 
   void trimDimensions() {
-    if (deepest > info.getCurrentDimension()) {
+    if (deepest_ > info_.getCurrentDimension()) {
       dbPrintf(0, "error matrixConsistency-Test: _currentDimension < newcurrentDimension unexpected\n");
-      result = 0;
+      result_ = 0;
       return;
     }
-    info._resetIndexLimits();
-    info._setCurrentDimension(deepest);
-    for (int i = 0; i < deepest; ++i) {
-      info.updateMatrixIndexInfo(i, lows[i]);
-      info.updateMatrixIndexInfo(i, highs[i]);
+    info_._resetIndexLimits();
+    info_._setCurrentDimension(deepest_);
+    for (int i = 0; i < deepest_; ++i) {
+      info_.updateMatrixIndexInfo(i, lows_[i]);
+      info_.updateMatrixIndexInfo(i, highs_[i]);
     }
   }
 
   void trimBlockAndArrays(const Texts& texts) {
-    ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
-    int last = top;
-    while (last > lowest && matrix.elementAt(last) == nullptr) --last;
+    ZQMatrixFileHeader* header = matrix_.getMatrixFileHeader();
+    int last = top_;
+    while (last > lowest_ && matrix_.elementAt(last) == nullptr) --last;
     if (last > header->getMaximalStack()) {
       dbPrintf(0, "%s", texts.stackUnexpected);
-      result = 0;
+      result_ = 0;
     } else {
       header->_setMaximalStack(last);
     }
@@ -380,35 +380,35 @@ struct ZQStoreVerification {
     const int newSize = zmatrix::grownCapacity(header->getMaximalStack() + 1);
     if (oldSize > newSize) {
       dbPrintf(1, texts.blockReduced, oldSize, newSize);
-      if (matrix.resizeBlock(newSize)) header->_setMatrixBlockSize(newSize);
+      if (matrix_.resizeBlock(newSize)) header->_setMatrixBlockSize(newSize);
     }
-    const int newCapacity = zmatrix::grownCapacity(info.getCurrentDimension());
-    if (info.getInternalCurrentDimension() > newCapacity) info._resizeIndexLimits(newCapacity);
+    const int newCapacity = zmatrix::grownCapacity(info_.getCurrentDimension());
+    if (info_.getInternalCurrentDimension() > newCapacity) info_._resizeIndexLimits(newCapacity);
   }
 
   int answer(int* numberOfWriteElements, int* numberOfEndElements) const {
-    store(numberOfWriteElements, written);
-    store(numberOfEndElements, ends);
-    return result;
+    store(numberOfWriteElements, written_);
+    store(numberOfEndElements, ends_);
+    return result_;
   }
 
-  Matrix& matrix;
-  Info& info;
-  const int root;
-  const int lowest;  // the first position that is not a root's
-  const int top;
-  const bool trims;
-  zmatrix::ZQArray<int> depths;     // linear: a Way each position
-  zmatrix::ZQArray<int> path;       // the index vector of the element looked at
-  zmatrix::ZQArray<int> positions;  // consistency: the elements on the way down
-  zmatrix::ZQArray<long long> fieldBegins;
-  zmatrix::ZQArray<int> lows, highs;
-  int result = 1;
-  int written = 0;
-  int ends = 0;
-  int occupied = 0;
-  int deepest = 0;
-  long long sum = 0;
+  Matrix& matrix_;
+  Info& info_;
+  const int root_;
+  const int lowest_;  // the first position that is not a root's
+  const int top_;
+  const bool trims_;
+  zmatrix::ZQArray<int> depths_;     // linear: a Way each position
+  zmatrix::ZQArray<int> path_;       // the index vector of the element looked at
+  zmatrix::ZQArray<int> positions_;  // consistency: the elements on the way down
+  zmatrix::ZQArray<long long> fieldBegins_;
+  zmatrix::ZQArray<int> lows_, highs_;
+  int result_ = 1;
+  int written_ = 0;
+  int ends_ = 0;
+  int occupied_ = 0;
+  int deepest_ = 0;
+  long long sum_ = 0;
 };
 
 }  // namespace zmatrix

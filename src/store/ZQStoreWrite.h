@@ -81,10 +81,10 @@ struct ZQStoreWrite {
 
   static int insertFirst(Matrix& matrix, int newPosition, int coordinate, int parentPosition) {
     ZQMatrixBaseElement* parent = matrix.elementAt(parentPosition);
-    if (parent == nullptr || newPosition < 0 || newPosition >= matrix.numberOfSlots) return 0;
+    if (parent == nullptr || newPosition < 0 || newPosition >= matrix.numberOfSlots_) return 0;
     Info& info = *matrix.getMatrixInfo();
     Element* element = static_cast<Element*>(matrix.elementAt(newPosition));
-    ZQ_ASSERT(matrix.freeSlots.isFree(newPosition) == (element == nullptr));
+    ZQ_ASSERT(matrix.freeSlots_.isFree(newPosition) == (element == nullptr));
     if (element == nullptr) {
       element = matrix.template createElementAt<Element>(newPosition);
       info.incrementNumberOfMatrixElements();
@@ -101,10 +101,10 @@ struct ZQStoreWrite {
     return 1;
   }
 
-  static int insertExisting(Matrix& matrix, int newPosition, int coordinate, int anElementOfField) {
-    const int first = matrix.getFirstMatrixElementInDimension(anElementOfField);
+  static int insertExisting(Matrix& matrix, int newPosition, int coordinate, int elementOfField) {
+    const int first = matrix.getFirstMatrixElementInDimension(elementOfField);
     ZQMatrixBaseElement* firstElement = matrix.elementAt(first);
-    if (firstElement == nullptr || newPosition < 0 || newPosition >= matrix.numberOfSlots) return 0;
+    if (firstElement == nullptr || newPosition < 0 || newPosition >= matrix.numberOfSlots_) return 0;
     if (matrix.elementAt(newPosition) != nullptr) {
       dbPrintf(0, "Cannot insert element to an occupied index\n");
       return 0;
@@ -125,12 +125,12 @@ struct ZQStoreWrite {
   /// A new element between two siblings, of which one may be -1: there is none. `parent` is the field's.
   static int insertBetween(Matrix& matrix, int newPosition, int coordinate, long long parent, int below, int above) {
     ZQ_ASSERT(below < newPosition);
-    ZQ_ASSERT(matrix.elementAt(newPosition) == nullptr && matrix.freeSlots.isFree(newPosition));
+    ZQ_ASSERT(matrix.elementAt(newPosition) == nullptr && matrix.freeSlots_.isFree(newPosition));
     Element* element = matrix.template createElementAt<Element>(newPosition);
     Info& info = *matrix.getMatrixInfo();
     info.incrementNumberOfMatrixElements();
     info.incrementNumberOfEndElements();
-    matrix.fieldCounts.addOne(matrix.nameOfRecordAt(parent));
+    matrix.fieldCounts_.addOne(matrix.nameOfRecordAt(parent));
     element->setIndexInDimension(coordinate);
     element->setOffsetToElementInPrevDimension(static_cast<int>(parent - newPosition));
     if (below >= 0) {
@@ -192,7 +192,7 @@ struct ZQStoreWrite {
     int turn = 0;
     uint64_t mask = (uint64_t{1} << (position & 63)) - 1;
     for (int word = position >> 6; word >= 0; --word, mask = ~uint64_t{0}) {
-      uint64_t occupied = matrix.freeSlots.occupiedInWord(word) & mask;
+      uint64_t occupied = matrix.freeSlots_.occupiedInWord(word) & mask;
       if (turn > turnsAlike) prefetchSlots(matrix, word, occupied);
       while (occupied != 0) {
         const int bit = 63 - std::countl_zero(occupied);
@@ -226,7 +226,7 @@ struct ZQStoreWrite {
     if (inserted < 0) {
       // A field may have moved beyond the stack before there was no room for the new element.
       if (matrix.hasBlock())
-        raiseStack(matrix, stackCandidate < matrix.numberOfSlots ? stackCandidate : matrix.numberOfSlots - 1);
+        raiseStack(matrix, stackCandidate < matrix.numberOfSlots_ ? stackCandidate : matrix.numberOfSlots_ - 1);
       reportPositionBeyondStack(matrix, last);
       return false;
     }
@@ -262,7 +262,7 @@ struct ZQStoreWrite {
 
   static int makeSibling(Matrix& matrix, Info& info, Field own, int target, int coordinate, int& stackCandidate) {
     const int method = info.getMemorySearchMethod();
-    if (target >= matrix.numberOfSlots) {
+    if (target >= matrix.numberOfSlots_) {
       if (!count(matrix, own.first, own)) return -1;
       if (moveOwn(matrix, method, own, target) == 0) {
         dbPrintf(1, "Moving own field to the left failed..now expandig...\n");
@@ -347,10 +347,10 @@ struct ZQStoreWrite {
                                  matrix.elementAt(position)->getOffsetToElementInPrevDimension());
   }
   static int knownCount(const Matrix& matrix, int position) {
-    return matrix.fieldCounts.find(nameOfParent(matrix, position), matrix.releasedRecords);
+    return matrix.fieldCounts_.find(nameOfParent(matrix, position), matrix.releasedRecords_);
   }
   static void rememberCount(Matrix& matrix, int position, int count) {
-    matrix.fieldCounts.set(nameOfParent(matrix, position), count, matrix.releasedRecords);
+    matrix.fieldCounts_.set(nameOfParent(matrix, position), count, matrix.releasedRecords_);
   }
 
   static int moveOwn(Matrix& matrix, int method, Field& own, int& target) {

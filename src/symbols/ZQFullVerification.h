@@ -9,20 +9,20 @@ namespace zmatrix {
 
 class ZQFullVerification : public ZQMediumVerification {
  public:
-  ZQFullVerification(ZQMatrix& aMatrix, const zmatrix::VerificationTexts& texts);
+  ZQFullVerification(ZQMatrix& matrix, const zmatrix::VerificationTexts& texts);
   bool look(int position, const ZQMatrixElement& element, const int* path, int length);
   bool compareCounts();
 
  private:
   bool leadsToPhrase(int position, int symbol) const;
   bool leadsToSymbol(const ZQMatrixElement& element) const;
-  bool isLevel(int level) const { return level >= 0 && level < full.getMaxNumberOfMatrices(); }
-  bool isPosition(int handle) const { return handle >= full.getMaxNumberOfMatrices() && handle <= full.getMaximalStack(); }
+  bool isLevel(int level) const { return level >= 0 && level < full_.getMaxNumberOfMatrices(); }
+  bool isPosition(int handle) const { return handle >= full_.getMaxNumberOfMatrices() && handle <= full_.getMaximalStack(); }
   bool belongsToCurrentRoot(int handle) const;
 
-  ZQMatrix& full;
-  const int id;
-  int numberOfSymbols = 0;
+  ZQMatrix& full_;
+  const int id_;
+  int numberOfSymbols_ = 0;
 };
 
 }  // namespace zmatrix

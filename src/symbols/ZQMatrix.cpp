@@ -29,8 +29,8 @@ int ZQMatrix::insertFirstMatrixElementInNewDimension(int newPosition, int coordi
   return zmatrix::ZQStoreWrite<Tier>::insertFirst(*this, newPosition, coordinate, parentPosition);
 }
 
-int ZQMatrix::insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField) {
-  return zmatrix::ZQStoreWrite<Tier>::insertExisting(*this, newPosition, coordinate, anElementOfField);
+int ZQMatrix::insertMatrixElementInExistingDimension(int newPosition, int coordinate, int elementOfField) {
+  return zmatrix::ZQStoreWrite<Tier>::insertExisting(*this, newPosition, coordinate, elementOfField);
 }
 
 int ZQMatrix::writeMatrixData(const int* indexVector, int length, long long value, char startFlag, char endFlag,
@@ -71,7 +71,7 @@ int ZQMatrix::deleteMatrixElement64(const long long* items, int length, int keep
 }
 
 void ZQMatrix::makeMatrixEmpty() {
-  getMatrixInfo()->initMatrixInfo(currentMatrixID);
+  getMatrixInfo()->initMatrixInfo(currentMatrixId_);
 }
 
 int ZQMatrix::removeOverDeterminedElements() {
@@ -107,7 +107,7 @@ int ZQMatrix::getSymbolDownLinkHandleFromSymbol(int symbol) {
 
 int ZQMatrix::getActualAILevelIndex() {
   int level = 0;
-  int id = currentMatrixID;
+  int id = currentMatrixId_;
   // Links that form a cycle end after as many steps as there are sub-matrices; one that leads to itself or nowhere is the last.
   while (level < getMaxNumberOfMatrices()) {
     const int below = getMatrixInfo(id)->getCurrentMatrixIDLevelDown();

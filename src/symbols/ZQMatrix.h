@@ -14,8 +14,8 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
  public:
   using Tier = zmatrix::ZQFullTier;
 
-  ZQMatrixInfo* getMatrixInfo() const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[currentMatrixID]); }
-  ZQMatrixInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixInfo*>(matrixInfoArray[id]); }
+  ZQMatrixInfo* getMatrixInfo() const { return static_cast<ZQMatrixInfo*>(matrixInfoArray_[currentMatrixId_]); }
+  ZQMatrixInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixInfo*>(matrixInfoArray_[id]); }
   // The base's, with the elements of this tier.
   ZQMatrixElement* elementAt(long long position) const {
     return static_cast<ZQMatrixElement*>(ZQMatrixBase::elementAt(position));
@@ -33,7 +33,7 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
   int moveFieldToFreePosition(int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems, int* firstElement,
                               int* lastElement, int moveWithNewIndex);
   int insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition);
-  int insertMatrixElementInExistingDimension(int newPosition, int coordinate, int anElementOfField);
+  int insertMatrixElementInExistingDimension(int newPosition, int coordinate, int elementOfField);
   int writeMatrixData(const int* indexVector, int length, long long value, char startFlag, char endFlag, int symbolMarker);
   int writeMatrixElement(const int* indexVector, int length, long long value);
   int writeMatrixElement32(const int* items, int length, long long value);

@@ -33,7 +33,7 @@ int* ZQMatrix::createPreviousLevelElementsFromOriginalSymbol(int symbol, int* le
 
 int** ZQMatrix::createPreviousLevelObjexsFromOriginalSymbol(int symbol, int* count) {
   *count = 0;
-  const int symbolID = currentMatrixID;
+  const int symbolID = currentMatrixId_;
   const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
   const int levelDown = getMatrixInfo()->getCurrentMatrixIDLevelDown();
   const int handle = getSymbolDownLinkHandleToExpand(symbol, levelDown);

@@ -20,7 +20,7 @@ int ZQMatrix::initializeKernelSequenceWithOriginalSequence(const int* sequence, 
     dbPrintf(0, "initializeKernelSequenceWithOriginalSequence: error: version does not allow AI level > %d!\n", highestAILevel);
     return -1;
   }
-  const int startID = currentMatrixID;
+  const int startID = currentMatrixId_;
   int level = getActualAILevelIndex();
   const int targetLevel = flag == 1 ? getMatrixAILevel() : level;
   if (level > targetLevel) return getLengthOfKernelOriginalSequence();

@@ -53,7 +53,7 @@ int ZQMatrix::provideLevelUp() {
     }
   }
   // The basic level itself counts as free if its record was set anew while its elements are still there.
-  if (levelUp < 0 || levelUp >= getMaxNumberOfMatrices() || levelUp == currentMatrixID) {
+  if (levelUp < 0 || levelUp >= getMaxNumberOfMatrices() || levelUp == currentMatrixId_) {
     dbPrintf(0, "updateMatrixFromBasicLevel: warning symbolLevel found is illegal\n");
     return -1;
   }
@@ -70,7 +70,7 @@ int ZQMatrix::provideLevelUp() {
 void ZQMatrix::setUpSymbolLevel(int basicID, const char* nameOfUpdateFile) {
   ZQMatrixInfo& info = *getMatrixInfo();
   if (info.getNumberOfWriteElements() > 0) {
-    dbPrintf(2, "updating next level symbol-matrix with id %d (is not empty)\n", currentMatrixID);
+    dbPrintf(2, "updating next level symbol-matrix with id %d (is not empty)\n", currentMatrixId_);
   }
   info.setCurrentMatrixIDLevelDown(basicID);
   if (checkGlobalSymbolMatrixPropertiesForSymbols() == 1) {
@@ -88,7 +88,7 @@ void ZQMatrix::setUpSymbolLevel(int basicID, const char* nameOfUpdateFile) {
 int ZQMatrix::enterLevelUp() {
   const int levelUp = provideLevelUp();
   if (levelUp < 0) return -1;
-  const int basicID = currentMatrixID;
+  const int basicID = currentMatrixId_;
   getMatrixInfo()->setCurrentMatrixIDLevelUp(levelUp);
   const char* nameOfUpdateFile = getNameOfUpdateFile();
   setCurrentMatrixID(levelUp);
@@ -125,7 +125,7 @@ int ZQMatrix::refreshSymbolDownLinkHandles(const int* sequence, int length, int 
 }
 
 int ZQMatrix::updateMatrixFromBasicLevel(const int* sequence, int length) {
-  const int basicID = currentMatrixID;
+  const int basicID = currentMatrixId_;
   const KeepCurrentMatrixID<ZQMatrix> keep(this);
   if (getMatrixAILevel() != 1) {
     dbPrintf(0, "updateMatrixFromBasicLevel: matrixAILevel %d unexpected.\n", getMatrixAILevel());

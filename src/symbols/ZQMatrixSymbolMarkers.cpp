@@ -15,7 +15,7 @@ int* ZQMatrix::getSymbolMarkersFromPreProcessedCombinedSequence(const int* seque
   if (getMatrixInfo()->getMatrixType() != ZQMatrixTypeANSIText) {
     dbPrintf(5,
              "matrixID %d: getSymbolMarkersFromPreProcessedCombinedSequence: currently only available for matrixType 3 (ANSI)\n",
-             currentMatrixID);
+             currentMatrixId_);
     return nullptr;
   }
   if (sequence == nullptr || length < 1) return nullptr;

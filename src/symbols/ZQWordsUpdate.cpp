@@ -62,21 +62,21 @@ int learnWord(ZQMatrix& matrix, const WordTable::Word& word) {
 /// elements, which makes them stale.
 class KeepLinks {
  public:
-  explicit KeepLinks(ZQMatrix& matrixToTeach) : matrix(matrixToTeach), level(matrixToTeach.getCurrentMatrixID()) {
-    const ZQMatrixBaseElement* root = matrix.elementAt(level);
+  explicit KeepLinks(ZQMatrix& matrixToTeach) : matrix_(matrixToTeach), level_(matrixToTeach.getCurrentMatrixID()) {
+    const ZQMatrixBaseElement* root = matrix_.elementAt(level_);
     int position = root != nullptr && root->getOffsetToElementInNextDimension() != 0
-                       ? level + root->getOffsetToElementInNextDimension()
+                       ? level_ + root->getOffsetToElementInNextDimension()
                        : -1;
-    while (position >= 0 && matrix.elementAt(position) != nullptr) {
-      const auto* symbol = matrix.elementAt(position);
+    while (position >= 0 && matrix_.elementAt(position) != nullptr) {
+      const auto* symbol = matrix_.elementAt(position);
       links_.push_back({symbol->getIndexInDimension(), symbol->getSymbolDownLinkHandle()});
-      position = Write::nextInField(matrix, position);
+      position = Write::nextInField(matrix_, position);
     }
   }
   ~KeepLinks() {
     for (const Link& link : links_) {
-      const int position = matrix.childAt(level, link.symbol);
-      if (position >= 0) matrix.elementAt(position)->setSymbolDownLinkHandle(link.handle);
+      const int position = matrix_.childAt(level_, link.symbol);
+      if (position >= 0) matrix_.elementAt(position)->setSymbolDownLinkHandle(link.handle);
     }
   }
   KeepLinks(const KeepLinks&) = delete;
@@ -87,8 +87,8 @@ class KeepLinks {
     int symbol;
     int handle;
   };
-  ZQMatrix& matrix;
-  const int level;
+  ZQMatrix& matrix_;
+  const int level_;
   std::vector<Link> links_;
 };
 

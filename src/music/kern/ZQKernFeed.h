@@ -26,24 +26,24 @@ struct KernTier;
 template <class Matrix>
 class KernFeed {
  public:
-  KernFeed(Matrix* target, const char* path) : matrix(target), fileName(path) {
-    printInto(description, sizeof description, KernTier<Matrix>::texts.description, 64);
+  KernFeed(Matrix* target, const char* path) : matrix_(target), fileName_(path) {
+    printInto(description_, sizeof description_, KernTier<Matrix>::texts.description, 64);
   }
 
   /// Returns the result of the last update; `numberOfNotes` gets the number of notes of all tracks that were learned.
   int run(int* numberOfNotes) {
     const char* const caller = "updateMatrixWithKernFile";
-    const std::unique_ptr<ZQKernTrackList, void (*)(ZQKernTrackList*)> list(readKernTrackList(fileName, caller),
+    const std::unique_ptr<ZQKernTrackList, void (*)(ZQKernTrackList*)> list(readKernTrackList(fileName_, caller),
                                                                             deleteZQKernTrackList);
-    const auto* channelFilter = reinterpret_cast<const unsigned char*>(matrix->getGlobalMidiChannelFilterArray());
+    const auto* channelFilter = reinterpret_cast<const unsigned char*>(matrix_->getGlobalMidiChannelFilterArray());
     if (list == nullptr || !arrangeKernTracks(list.get(), channelFilter, caller) ||
-        !mergeKernTracks(list.get(), matrix->getGlobalMidiTrackAnalyze()))
+        !mergeKernTracks(list.get(), matrix_->getGlobalMidiTrackAnalyze()))
       return 0;
     const int numberOfTracks = list->getNumberOfKernObjectTracks();
     dbPrintf(4, "number of kern tracks found: %d:\n", numberOfTracks);
     dbPrintf(4, "%d Kern object Tracks generated\n", numberOfTracks);
     dbPrintf(4, "%d Kern\tMeta events written to Kern midi object track no. 0\n", list->getKernObjectTrackAtIndex(0)->getCount());
-    KernTrackJudge judge(*list, globalMidiSettings(*matrix), fileName, KernTier<Matrix>::texts);
+    KernTrackJudge judge(*list, globalMidiSettings(*matrix_), fileName_, KernTier<Matrix>::texts);
     int result = 0;
     for (int i = 1; i < numberOfTracks; i++) {
       if (!feedTrack(judge, list->getKernObjectTrackAtIndex(i), i, numberOfNotes, &result)) break;
@@ -55,29 +55,29 @@ class KernFeed {
   /// False if no sub-matrix is free, which ends the file.
   bool feedTrack(KernTrackJudge& judge, const ZQKernObjectTrack* track, int index, int* numberOfNotes, int* result) {
     const MidiTrackVerdict verdict = judge.takeUp(track, index);
-    setGlobalMidiSettings(*matrix, judge.settings());
+    setGlobalMidiSettings(*matrix_, judge.settings());
     if (verdict != MidiTrackVerdict::taken) return true;
     *numberOfNotes = wrappingSum(*numberOfNotes, judge.numberOfNotes());
     const MidiSequence sequence = sequenceOf(*track, judge);
     if (judge.findMeter() != MidiTrackVerdict::taken) return true;
     const LearnedTrack learned = judge.learnedTrack();
-    if (!makeMatrixForMusicCurrent(matrix, learned.nom, learned.denom, learned.subType, learned.sound)) {
+    if (!makeMatrixForMusicCurrent(matrix_, learned.nom, learned.denom, learned.subType, learned.sound)) {
       reportNoFreeMatrix(learned);
       return false;
     }
-    applyMidiProperties(matrix, fileName, KernTier<Matrix>::profileTexts);
+    applyMidiProperties(matrix_, fileName_, KernTier<Matrix>::profileTexts);
     describeMatrix(learned);
     const int dimension = judge.settings().coordinateDimension;
     const int numberOfItems = dimension > 0 ? static_cast<int>(sequence.count / dimension) : 0;
-    *result =
-        sequence.values == nullptr ? outOfMemory : matrix->updateMatrixWithLongMIDISequence(sequence.values.get(), numberOfItems);
+    *result = sequence.values == nullptr ? outOfMemory
+                                         : matrix_->updateMatrixWithLongMIDISequence(sequence.values.get(), numberOfItems);
     judge.finish();
-    setGlobalMidiSettings(*matrix, judge.settings());
+    setGlobalMidiSettings(*matrix_, judge.settings());
     return true;
   }
 
   MidiSequence sequenceOf(const ZQKernObjectTrack& track, const KernTrackJudge& judge) const {
-    const MidiSequenceForm form = formOfSequence(*matrix, judge.settings().preProcessingType);
+    const MidiSequenceForm form = formOfSequence(*matrix_, judge.settings().preProcessingType);
     MidiSequence sequence = sequenceOfKernTrack(track, form, judge.lengthOfSequence());
     if (sequence.count != judge.lengthOfSequence())
       dbPrintf(0, "updateMatrixWithKernFile: i != numberOfSequenceItemsPerTrack %d<->%d\n", static_cast<int>(sequence.count),
@@ -87,19 +87,20 @@ class KernFeed {
 
   /// The music style selects the sub-matrix but is not written into its record.
   void describeMatrix(const LearnedTrack& track) {
-    auto* info = matrix->getMatrixInfo();
-    describeLearnedTrack(info, track, fileName);
-    addNameOfLearnedTrack(info, nameOfLearnedTrack(matrix->getCurrentMatrixID(), track, matrix->getGlobalMusicStyle()), fileName);
-    matrix->setMatrixDescription(description);
+    auto* info = matrix_->getMatrixInfo();
+    describeLearnedTrack(info, track, fileName_);
+    addNameOfLearnedTrack(info, nameOfLearnedTrack(matrix_->getCurrentMatrixID(), track, matrix_->getGlobalMusicStyle()),
+                          fileName_);
+    matrix_->setMatrixDescription(description_);
   }
 
   void reportNoFreeMatrix(const LearnedTrack& track) const {
-    dbPrintf(0, "updateMatrixWithKernFile %s: could not find a free matrixID for timeSignature %d/%d\n", fileName, track.nom,
+    dbPrintf(0, "updateMatrixWithKernFile %s: could not find a free matrixID for timeSignature %d/%d\n", fileName_, track.nom,
              track.denom);
-    dbPrintf(0, KernTier<Matrix>::texts.pleaseRestart, matrix->getMaxNumberOfMatrices());
+    dbPrintf(0, KernTier<Matrix>::texts.pleaseRestart, matrix_->getMaxNumberOfMatrices());
     dbPrintf(0, "matrix occupation up to now:\n");
-    for (int i = 0; i < matrix->getMaxNumberOfMatrices(); i++) {
-      const auto* info = matrix->getMatrixInfo(i);
+    for (int i = 0; i < matrix_->getMaxNumberOfMatrices(); i++) {
+      const auto* info = matrix_->getMatrixInfo(i);
       dbPrintf(0, "ID %d: signature %d/%d, midiSubTyp= %d, musicstyl= %d\n", i, info->getMidiTimeSignatureNom(),
                info->getMidiTimeSignatureDenom(), info->getMidiSubType(), info->getMusicStyle());
     }
@@ -107,9 +108,9 @@ class KernFeed {
 
   static constexpr int outOfMemory = -2;  // the code of the update
 
-  Matrix* matrix;
-  const char* fileName;
-  char description[256];
+  Matrix* matrix_;
+  const char* fileName_;
+  char description_[256];
 };
 
 /// Unlike the feed of MIDI files this leaves sub-matrix 0 current.

@@ -24,37 +24,37 @@ void ZQKernObject::operator delete(void* memory) noexcept {
 }
 
 ZQKernObject::~ZQKernObject() {
-  systemFree(buffer);
+  systemFree(buffer_);
 }
 
 void ZQKernObject::releaseText() {
-  systemFree(buffer);
-  buffer = nullptr;
-  byteCount = 0;
-  std::memset(inlineStore, 0, sizeof inlineStore);
+  systemFree(buffer_);
+  buffer_ = nullptr;
+  byteCount_ = 0;
+  std::memset(inlineStore_, 0, sizeof inlineStore_);
 }
 
 void ZQKernObject::init() {
   releaseText();
-  type = noteNumber = channel = phraseBegin = phraseEnd = 0;
-  timeQuanta = duration = firstValue = secondValue = 0;
-  tempo = 0;
+  type_ = noteNumber_ = channel_ = phraseBegin_ = phraseEnd_ = 0;
+  timeQuanta_ = duration_ = firstValue_ = secondValue_ = 0;
+  tempo_ = 0;
 }
 
 bool ZQKernObject::initFromKernObject(const ZQKernObject* other) {
   init();
   if (!setBuffer(std::string_view(other->getBuffer()))) return false;
-  byteCount = other->byteCount;
-  type = other->type;
-  noteNumber = other->noteNumber;
-  channel = other->channel;
-  phraseBegin = other->phraseBegin;
-  phraseEnd = other->phraseEnd;
-  timeQuanta = other->timeQuanta;
-  duration = other->duration;
-  firstValue = other->firstValue;
-  secondValue = other->secondValue;
-  tempo = other->tempo;
+  byteCount_ = other->byteCount_;
+  type_ = other->type_;
+  noteNumber_ = other->noteNumber_;
+  channel_ = other->channel_;
+  phraseBegin_ = other->phraseBegin_;
+  phraseEnd_ = other->phraseEnd_;
+  timeQuanta_ = other->timeQuanta_;
+  duration_ = other->duration_;
+  firstValue_ = other->firstValue_;
+  secondValue_ = other->secondValue_;
+  tempo_ = other->tempo_;
   return true;
 }
 
@@ -73,12 +73,12 @@ bool ZQKernObject::setBuffer(const char* text) {
 
 bool ZQKernObject::setBuffer(std::string_view text) {
   releaseText();
-  char* store = inlineStore;
-  if (text.size() >= sizeof inlineStore) store = buffer = systemMallocArray<char>(static_cast<long long>(text.size()) + 1);
+  char* store = inlineStore_;
+  if (text.size() >= sizeof inlineStore_) store = buffer_ = systemMallocArray<char>(static_cast<long long>(text.size()) + 1);
   if (store == nullptr) return false;
   std::memcpy(store, text.data(), text.size());
   store[text.size()] = 0;
-  byteCount = static_cast<int>(text.size());
+  byteCount_ = static_cast<int>(text.size());
   return true;
 }
 
@@ -89,9 +89,9 @@ unsigned char ZQKernObject::textByteAt(int index) const {
 }
 
 int ZQKernObject::getKeySignature(int* second) const {
-  const bool isOne = type == ZQKernObjectKeySignature;
-  if (second != nullptr) *second = isOne ? secondValue : 0;
-  return isOne ? firstValue : 0;
+  const bool isOne = type_ == ZQKernObjectKeySignature;
+  if (second != nullptr) *second = isOne ? secondValue_ : 0;
+  return isOne ? firstValue_ : 0;
 }
 
 ZQKernObject* createZQKernObject() {

@@ -36,38 +36,38 @@ class ZQKernObject {
   bool setBuffer(const char* text);
   bool setBuffer(std::string_view text);
   /// The terminated text; up to 7 characters are stored in the object itself.
-  const char* getBuffer() const { return buffer != nullptr ? buffer : inlineStore; }
-  int getByteCount() const { return byteCount; }
-  void setByteCount(int count) { byteCount = count; }
+  const char* getBuffer() const { return buffer_ != nullptr ? buffer_ : inlineStore_; }
+  int getByteCount() const { return byteCount_; }
+  void setByteCount(int count) { byteCount_ = count; }
   /// A byte of the text, 0 behind its end.
   unsigned char textByteAt(int index) const;
 
-  unsigned char getType() const { return type; }
-  void setType(unsigned char newType) { type = newType; }
-  int getTimeQuanta() const { return timeQuanta; }
-  void setTimeQuanta(int quanta) { timeQuanta = quanta; }
-  int getDuration() const { return duration; }
-  void setDuration(int quanta) { duration = quanta; }
-  unsigned char getNoteNumber() const { return noteNumber; }
-  void setNoteNumber(unsigned char number) { noteNumber = number; }
-  unsigned char getChannel() const { return channel; }
-  void setChannel(unsigned char newChannel) { channel = newChannel; }
-  unsigned char getPhraseBegin() const { return phraseBegin; }
-  void setPhraseBegin(unsigned char flag) { phraseBegin = flag; }
-  unsigned char getPhraseEnd() const { return phraseEnd; }
-  void setPhraseEnd(unsigned char flag) { phraseEnd = flag; }
+  unsigned char getType() const { return type_; }
+  void setType(unsigned char newType) { type_ = newType; }
+  int getTimeQuanta() const { return timeQuanta_; }
+  void setTimeQuanta(int quanta) { timeQuanta_ = quanta; }
+  int getDuration() const { return duration_; }
+  void setDuration(int quanta) { duration_ = quanta; }
+  unsigned char getNoteNumber() const { return noteNumber_; }
+  void setNoteNumber(unsigned char number) { noteNumber_ = number; }
+  unsigned char getChannel() const { return channel_; }
+  void setChannel(unsigned char newChannel) { channel_ = newChannel; }
+  unsigned char getPhraseBegin() const { return phraseBegin_; }
+  void setPhraseBegin(unsigned char flag) { phraseBegin_ = flag; }
+  unsigned char getPhraseEnd() const { return phraseEnd_; }
+  void setPhraseEnd(unsigned char flag) { phraseEnd_ = flag; }
 
   // Fields that belong to one type read as 0 from an object of another type.
-  float getTempo() const { return type == ZQKernObjectTempo ? tempo : 0; }
-  void setTempo(float beatsPerMinute) { tempo = beatsPerMinute; }
-  int getTimeSignatureNom() const { return type == ZQKernObjectTimeSignature ? firstValue : 0; }
-  int getTimeSignatureDenom() const { return type == ZQKernObjectTimeSignature ? secondValue : 0; }
+  float getTempo() const { return type_ == ZQKernObjectTempo ? tempo_ : 0; }
+  void setTempo(float beatsPerMinute) { tempo_ = beatsPerMinute; }
+  int getTimeSignatureNom() const { return type_ == ZQKernObjectTimeSignature ? firstValue_ : 0; }
+  int getTimeSignatureDenom() const { return type_ == ZQKernObjectTimeSignature ? secondValue_ : 0; }
   void setTimeSignature(int nom, int denom) { setValues(nom, denom); }
   /// Returns the count; *second gets the second value unless `second` is null.
   int getKeySignature(int* second) const;
   void setKeySignature(int count, int second) { setValues(count, second); }
 
-  bool isNote() const { return type == ZQKernObjectNoteOn; }
+  bool isNote() const { return type_ == ZQKernObjectNoteOn; }
 
   static void* operator new(size_t size) noexcept;
   static void operator delete(void* memory) noexcept;
@@ -76,24 +76,24 @@ class ZQKernObject {
   static constexpr int inlineSize = 8;
 
   void setValues(int first, int second) {
-    firstValue = first;
-    secondValue = second;
+    firstValue_ = first;
+    secondValue_ = second;
   }
   void releaseText();
 
-  unsigned char type = 0;
-  unsigned char noteNumber = 0;
-  unsigned char channel = 0;
-  unsigned char phraseBegin = 0;
-  unsigned char phraseEnd = 0;
-  int timeQuanta = 0;
-  int duration = 0;  // of notes
-  int byteCount = 0;
-  int firstValue = 0;   // numerator, or count of the key signature
-  int secondValue = 0;  // denominator, or second value of the key signature
-  float tempo = 0;      // beats per minute
-  char inlineStore[inlineSize] = {};
-  char* buffer = nullptr;  // a text of more than 7 characters, or null
+  unsigned char type_ = 0;
+  unsigned char noteNumber_ = 0;
+  unsigned char channel_ = 0;
+  unsigned char phraseBegin_ = 0;
+  unsigned char phraseEnd_ = 0;
+  int timeQuanta_ = 0;
+  int duration_ = 0;  // of notes
+  int byteCount_ = 0;
+  int firstValue_ = 0;   // numerator, or count of the key signature
+  int secondValue_ = 0;  // denominator, or second value of the key signature
+  float tempo_ = 0;      // beats per minute
+  char inlineStore_[inlineSize] = {};
+  char* buffer_ = nullptr;  // a text of more than 7 characters, or null
 };
 
 /// A new object with all fields 0; null if memory runs out.

@@ -19,39 +19,39 @@ constexpr int percussionChannel = 9;
 }  // namespace
 
 void ZQKernObjectTrack::init() {
-  objects.setArray(nullptr);
-  objects.setCount(0);
-  objects.setCapacity(firstCapacity);
+  objects_.setArray(nullptr);
+  objects_.setCount(0);
+  objects_.setCapacity(firstCapacity);
 }
 
 bool ZQKernObjectTrack::insertKernObjectAtIndex(ZQKernObject* object, int index) {
-  if (object == nullptr || index < 0 || index > objects.getCount() || !objects.add(object)) return false;
-  std::rotate(objects.begin() + index, objects.end() - 1, objects.end());
+  if (object == nullptr || index < 0 || index > objects_.getCount() || !objects_.add(object)) return false;
+  std::rotate(objects_.begin() + index, objects_.end() - 1, objects_.end());
   return true;
 }
 
 void ZQKernObjectTrack::deleteKernObjectAtIndex(int index) {
-  deleteZQKernObject(objects.at(index));
+  deleteZQKernObject(objects_.at(index));
   deleteKernObjectAtIndexOnlyReference(index);
 }
 
 void ZQKernObjectTrack::deleteKernObjectAtIndexOnlyReference(int index) {
-  if (objects.getCount() > 0) objects.removeAt(std::clamp(index, 0, objects.getCount() - 1));
+  if (objects_.getCount() > 0) objects_.removeAt(std::clamp(index, 0, objects_.getCount() - 1));
 }
 
 void ZQKernObjectTrack::deleteAllKernObjects() {
   for (ZQKernObject* object : *this) deleteZQKernObject(object);
-  objects.setCount(0);
+  objects_.setCount(0);
 }
 
 void ZQKernObjectTrack::sortByFunction(ZQCompareFunction compare) {
   if (compare == ZQCompareKernObjectsAscending) {
-    sortPointersByKey(objects.begin(), objects.getCount(), [](const ZQKernObject* object) {
+    sortPointersByKey(objects_.begin(), objects_.getCount(), [](const ZQKernObject* object) {
       return sortableBits(object->getTimeQuanta()) << 16 | static_cast<unsigned>(object->getNoteNumber()) << 8 |
              object->getChannel();
     });
   } else {
-    sortPointersByFunction(objects.begin(), objects.getCount(), compare);
+    sortPointersByFunction(objects_.begin(), objects_.getCount(), compare);
   }
 }
 

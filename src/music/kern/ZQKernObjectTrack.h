@@ -19,13 +19,13 @@ class ZQKernObjectTrack {
   /// Empties the track without releasing its objects.
   void init();
   /// Appends an object and takes ownership; null is ignored. False if memory runs out; then the caller keeps the object.
-  bool addKernObject(ZQKernObject* object) { return object == nullptr || objects.add(object); }
+  bool addKernObject(ZQKernObject* object) { return object == nullptr || objects_.add(object); }
   /// Inserts an object before the one at `index` and takes ownership; an index equal to the count appends. False for null, for an
   /// index outside the range, or if memory runs out; then the caller keeps the object.
   bool insertKernObjectAtIndex(ZQKernObject* object, int index);
-  int getCount() const { return objects.getCount(); }
+  int getCount() const { return objects_.getCount(); }
   /// Null outside the range.
-  ZQKernObject* getKernObjectAtIndex(int index) const { return objects.at(index); }
+  ZQKernObject* getKernObjectAtIndex(int index) const { return objects_.at(index); }
   /// Releases the object at `index` and removes it. For an index below the range the first reference is removed, for one above it
   /// the last, in both cases without releasing the object.
   void deleteKernObjectAtIndex(int index);
@@ -33,18 +33,18 @@ class ZQKernObjectTrack {
   void deleteKernObjectAtIndexOnlyReference(int index);
   void deleteAllKernObjects();
   /// Removes all objects without releasing them.
-  void deleteAllKernObjectsOnlyReferences() { objects.setCount(0); }
+  void deleteAllKernObjectsOnlyReferences() { objects_.setCount(0); }
   /// Removes the objects for which `isRemoved` is true, in one pass, without releasing them.
   template <class Predicate>
   void forgetIf(Predicate isRemoved) {
-    objects.removeIf(isRemoved);
+    objects_.removeIf(isRemoved);
   }
   /// Sorts by a function that compares pointers to two object pointers; null is ignored. A track that is in order is unchanged.
   void sortByFunction(ZQCompareFunction compare);
 
   /// 0 to 15, or 16 for the track of a whole file.
-  int getChannel() const { return channel; }
-  void setChannel(int newChannel) { channel = newChannel; }
+  int getChannel() const { return channel_; }
+  void setChannel(int newChannel) { channel_ = newChannel; }
 
   /// The first meter of the track's time signature objects. Result: 0 without a signature, else 1, plus one for each later
   /// signature that differs from the first in either value.
@@ -58,16 +58,16 @@ class ZQKernObjectTrack {
   /// channels.
   int getMidiSoundIDFromKernObjectTrack(int* numberOfSounds) const;
 
-  ZQKernObject** getKernObjectTrack() const { return objects.begin(); }
-  void setKernObjectTrack(ZQKernObject** array) { objects.setArray(array); }
-  void setNumberOfKernObjects(int number) { objects.setCount(number); }
-  void setInternalNumberOfKernObjects(int number) { objects.setCapacity(number); }
-  ZQKernObject** begin() const { return objects.begin(); }
-  ZQKernObject** end() const { return objects.end(); }
+  ZQKernObject** getKernObjectTrack() const { return objects_.begin(); }
+  void setKernObjectTrack(ZQKernObject** array) { objects_.setArray(array); }
+  void setNumberOfKernObjects(int number) { objects_.setCount(number); }
+  void setInternalNumberOfKernObjects(int number) { objects_.setCapacity(number); }
+  ZQKernObject** begin() const { return objects_.begin(); }
+  ZQKernObject** end() const { return objects_.end(); }
 
  private:
-  int channel = channelOfWholeFile;
-  ZQPointerArray<ZQKernObject> objects{firstCapacity};
+  int channel_ = channelOfWholeFile;
+  ZQPointerArray<ZQKernObject> objects_{firstCapacity};
 };
 
 /// An empty track, or null if memory runs out.

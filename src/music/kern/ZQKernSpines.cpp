@@ -15,32 +15,32 @@ constexpr int numberOfChannels = 16;
 }  // namespace
 
 void KernSpines::begin(int numberOfColumns) {
-  activeSpines = numberOfColumns;
-  kernSpines = 0;
-  kernList.assign(at(numberOfColumns), 0);
-  deltaList.assign(at(numberOfColumns), quarterInQuanta);
-  pathList.assign(at(numberOfColumns), KernPath::none);
-  noteList.assign(at(numberOfColumns), Notes());
-  chanList.clear();
+  activeSpines_ = numberOfColumns;
+  kernSpines_ = 0;
+  kernList_.assign(at(numberOfColumns), 0);
+  deltaList_.assign(at(numberOfColumns), quarterInQuanta);
+  pathList_.assign(at(numberOfColumns), KernPath::none);
+  noteList_.assign(at(numberOfColumns), Notes());
+  chanList_.clear();
   growChannels(numberOfColumns);
 }
 
 void KernSpines::growChannels(int numberOfColumns) {
-  while (static_cast<int>(chanList.size()) < numberOfColumns)
-    chanList.push_back(static_cast<unsigned char>(chanList.size() % numberOfChannels));
+  while (static_cast<int>(chanList_.size()) < numberOfColumns)
+    chanList_.push_back(static_cast<unsigned char>(chanList_.size() % numberOfChannels));
 }
 
 void KernSpines::makeKern(int column) {
-  if (!isKern(column)) kernSpines++;
-  kernList[at(column)] = 1;
+  if (!isKern(column)) kernSpines_++;
+  kernList_[at(column)] = 1;
 }
 
 // These two loops run over all columns for each record; they are written so that compilers can vectorise them.
 
 int KernSpines::smallestDelta(int most) const {
-  const unsigned char* kern = kernList.data();
-  const int* delta = deltaList.data();
-  const int count = activeSpines;
+  const unsigned char* kern = kernList_.data();
+  const int* delta = deltaList_.data();
+  const int count = activeSpines_;
   int smallest = most;
   for (int i = 0; i < count; i++) {
     const int anyones = delta[i];
@@ -51,9 +51,9 @@ int KernSpines::smallestDelta(int most) const {
 }
 
 void KernSpines::takeTimeFrom(int column, int quanta) {
-  const unsigned char* kern = kernList.data();
-  int* delta = deltaList.data();
-  const int count = activeSpines;
+  const unsigned char* kern = kernList_.data();
+  int* delta = deltaList_.data();
+  const int count = activeSpines_;
   for (int i = column; i < count; i++) {
     const int before = delta[i];
     const int rest = wrappingDifference(before, quanta);
@@ -63,16 +63,16 @@ void KernSpines::takeTimeFrom(int column, int quanta) {
 }
 
 void KernSpines::addToDeltas(int quanta) {
-  for (int i = 0; i < activeSpines; i++)
-    if (isKern(i)) deltaList[at(i)] = wrappingSum(deltaList[at(i)], quanta);
+  for (int i = 0; i < activeSpines_; i++)
+    if (isKern(i)) deltaList_[at(i)] = wrappingSum(deltaList_[at(i)], quanta);
 }
 
 int KernSpines::pushByGraceNotes(bool groupetto, bool graceNote) {
   // A groupetto lasts 128 quanta, but it delays other columns by three times that.
   constexpr int quantaOfGroupettoPush = 384;
   int largestPush = 0;
-  for (int i = 0; i < activeSpines; i++) {
-    int& delta = deltaList[at(i)];
+  for (int i = 0; i < activeSpines_; i++) {
+    int& delta = deltaList_[at(i)];
     int push = 0;
     if (groupetto && delta != quantaOfGroupettoPush) {
       push = quantaOfGroupettoPush;
@@ -86,14 +86,14 @@ int KernSpines::pushByGraceNotes(bool groupetto, bool graceNote) {
 }
 
 bool KernSpines::soundsElsewhere(int column, unsigned char noteNumber) const {
-  const unsigned char* channels = chanList.data();
+  const unsigned char* channels = chanList_.data();
   const unsigned char channel = channels[column];
-  for (const unsigned char* end = channels + activeSpines; channels < end; channels++) {
+  for (const unsigned char* end = channels + activeSpines_; channels < end; channels++) {
     channels = static_cast<const unsigned char*>(std::memchr(channels, channel, static_cast<size_t>(end - channels)));
     if (channels == nullptr) return false;
-    const auto other = channels - chanList.data();
+    const auto other = channels - chanList_.data();
     if (other == column) continue;
-    const Notes& notes = noteList[static_cast<size_t>(other)];
+    const Notes& notes = noteList_[static_cast<size_t>(other)];
     if (!notes.empty() && std::memchr(notes.data(), noteNumber, notes.size()) != nullptr) return true;
   }
   return false;
@@ -115,18 +115,18 @@ struct KernSpines::Shift {
 
 void KernSpines::applyPaths(KernObserver& observer, int line) {
   Shift shift;
-  int active = activeSpines;
-  for (int i = 0; i < activeSpines; i++) {
-    const KernPath path = pathList[at(i)];
+  int active = activeSpines_;
+  for (int i = 0; i < activeSpines_; i++) {
+    const KernPath path = pathList_[at(i)];
     if (path == KernPath::terminate) {
-      if (isKern(i)) kernSpines--;
+      if (isKern(i)) kernSpines_--;
       active--;
       continue;
     }
     if (path == KernPath::exchange) exchange(i, shift.count(), observer);
-    const unsigned char isKernSpine = kernList[at(i)];
-    const int delta = deltaList[at(i)];
-    shift.append(isKernSpine, delta, std::move(noteList[at(i)]));
+    const unsigned char isKernSpine = kernList_[at(i)];
+    const int delta = deltaList_[at(i)];
+    shift.append(isKernSpine, delta, std::move(noteList_[at(i)]));
     if (path != KernPath::add && path != KernPath::split) continue;
     if (active >= mostColumns) {
       observer.departed(zq_KernTooManySpines, {line, i + 1, {}}, 0);
@@ -135,7 +135,7 @@ void KernSpines::applyPaths(KernObserver& observer, int line) {
     active++;
     if (path == KernPath::split) {
       shift.append(isKernSpine, delta, Notes());
-      kernSpines += isKernSpine;
+      kernSpines_ += isKernSpine;
       observer.splitSpine();
     } else {
       shift.append(0, isKernSpine != 0 ? delta : 0, Notes());
@@ -143,22 +143,22 @@ void KernSpines::applyPaths(KernObserver& observer, int line) {
     }
     growChannels(active);
   }
-  kernList.swap(shift.kernList);
-  deltaList.swap(shift.deltaList);
-  noteList.swap(shift.noteList);
-  pathList.assign(at(active), KernPath::none);
-  activeSpines = active;
+  kernList_.swap(shift.kernList);
+  deltaList_.swap(shift.deltaList);
+  noteList_.swap(shift.noteList);
+  pathList_.assign(at(active), KernPath::none);
+  activeSpines_ = active;
 }
 
 /// Swaps a column, now at `position`, with the next column that is to be exchanged, including their channels.
 void KernSpines::exchange(int column, int position, KernObserver& observer) {
-  const auto next = std::find(pathList.begin() + column + 1, pathList.end(), KernPath::exchange);
-  if (next == pathList.end()) return;
-  const int other = static_cast<int>(next - pathList.begin());
-  std::swap(kernList[at(column)], kernList[at(other)]);
-  std::swap(deltaList[at(column)], deltaList[at(other)]);
-  noteList[at(column)].swap(noteList[at(other)]);
-  std::swap(chanList[at(position)], chanList[at(position + other - column)]);
+  const auto next = std::find(pathList_.begin() + column + 1, pathList_.end(), KernPath::exchange);
+  if (next == pathList_.end()) return;
+  const int other = static_cast<int>(next - pathList_.begin());
+  std::swap(kernList_[at(column)], kernList_[at(other)]);
+  std::swap(deltaList_[at(column)], deltaList_[at(other)]);
+  noteList_[at(column)].swap(noteList_[at(other)]);
+  std::swap(chanList_[at(position)], chanList_[at(position + other - column)]);
   observer.exchangedSpines();
 }
 

@@ -18,17 +18,17 @@ class KernSpines {
 
   /// Begins a section with this many columns, none of them kern.
   void begin(int numberOfColumns);
-  int getCount() const { return activeSpines; }
-  int getNumberOfKernSpines() const { return kernSpines; }
+  int getCount() const { return activeSpines_; }
+  int getNumberOfKernSpines() const { return kernSpines_; }
 
-  bool isKern(int column) const { return kernList[at(column)] != 0; }
+  bool isKern(int column) const { return kernList_[at(column)] != 0; }
   void makeKern(int column);
-  int channel(int column) const { return chanList[at(column)]; }
-  void setChannel(int column, int channel) { chanList[at(column)] = static_cast<unsigned char>(channel); }
-  void setPath(int column, KernPath path) { pathList[at(column)] = path; }
-  KernPath path(int column) const { return pathList[at(column)]; }
+  int channel(int column) const { return chanList_[at(column)]; }
+  void setChannel(int column, int channel) { chanList_[at(column)] = static_cast<unsigned char>(channel); }
+  void setPath(int column, KernPath path) { pathList_[at(column)] = path; }
+  KernPath path(int column) const { return pathList_[at(column)]; }
   /// Quanta until the spine's next event, plus the time step.
-  int& delta(int column) { return deltaList[at(column)]; }
+  int& delta(int column) { return deltaList_[at(column)]; }
 
   /// The smallest delta of the kern spines, or `most`.
   int smallestDelta(int most) const;
@@ -41,11 +41,11 @@ class KernSpines {
   int pushByGraceNotes(bool groupetto, bool graceNote);
 
   // The note numbers that sound in a column, without rests.
-  void addNote(int column, int noteNumber) { noteList[at(column)].push_back(static_cast<unsigned char>(noteNumber)); }
+  void addNote(int column, int noteNumber) { noteList_[at(column)].push_back(static_cast<unsigned char>(noteNumber)); }
   /// True if another spine of this column's channel sounds the same note.
   bool soundsElsewhere(int column, unsigned char noteNumber) const;
-  const std::vector<unsigned char>& notes(int column) const { return noteList[at(column)]; }
-  void clearNotes(int column) { noteList[at(column)].clear(); }
+  const std::vector<unsigned char>& notes(int column) const { return noteList_[at(column)]; }
+  void clearNotes(int column) { noteList_[at(column)].clear(); }
 
   /// Carries out the paths of all columns and clears them.
   void applyPaths(KernObserver& observer, int line);
@@ -58,13 +58,13 @@ class KernSpines {
   void growChannels(int numberOfColumns);
   void exchange(int column, int position, KernObserver& observer);
 
-  int activeSpines = 0;
-  int kernSpines = 0;
-  std::vector<unsigned char> kernList;  // 1 for a kern spine
-  std::vector<int> deltaList;
-  std::vector<KernPath> pathList;
-  std::vector<unsigned char> chanList;  // grows to the largest number of columns in this section
-  std::vector<Notes> noteList;
+  int activeSpines_ = 0;
+  int kernSpines_ = 0;
+  std::vector<unsigned char> kernList_;  // 1 for a kern spine
+  std::vector<int> deltaList_;
+  std::vector<KernPath> pathList_;
+  std::vector<unsigned char> chanList_;  // grows to the largest number of columns in this section
+  std::vector<Notes> noteList_;
 };
 
 }  // namespace zmatrix

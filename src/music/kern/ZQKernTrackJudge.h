@@ -32,30 +32,30 @@ class KernTrackJudge {
   /// Restores the settings after a track was learned.
   void finish();
 
-  const MidiFeedSettings& settings() const { return present; }
-  long long lengthOfSequence() const { return length; }
-  int numberOfNotes() const { return notes; }
-  LearnedTrack learnedTrack() const { return {nom, denom, subTypeOfTrack, sound, trackIndex}; }
+  const MidiFeedSettings& settings() const { return present_; }
+  long long lengthOfSequence() const { return length_; }
+  int numberOfNotes() const { return notes_; }
+  LearnedTrack learnedTrack() const { return {nom_, denom_, subTypeOfTrack_, sound_, trackIndex_}; }
 
  private:
   bool findLength();
   bool isToBeDowngraded() const;
 
-  const MidiFeedSettings start;
-  MidiFeedSettings present;
-  const char* file;
-  const KernFeedTexts& sentences;
+  const MidiFeedSettings start_;
+  MidiFeedSettings present_;
+  const char* file_;
+  const KernFeedTexts& sentences_;
 
-  const ZQKernObjectTrack* track = nullptr;
-  int trackIndex = 0;
-  int signatures = 0;  // number of time signatures of the file; set to 1 once a track was accepted
-  int nom = 0;
-  int denom = 0;
-  int notes = 0;
-  long long length = 0;
-  int sound = 0;
-  int sounds = 0;
-  int subTypeOfTrack = 0;
+  const ZQKernObjectTrack* track_ = nullptr;
+  int trackIndex_ = 0;
+  int signatures_ = 0;  // number of time signatures of the file; set to 1 once a track was accepted
+  int nom_ = 0;
+  int denom_ = 0;
+  int notes_ = 0;
+  long long length_ = 0;
+  int sound_ = 0;
+  int sounds_ = 0;
+  int subTypeOfTrack_ = 0;
 };
 
 }  // namespace zmatrix

@@ -6,9 +6,9 @@
 namespace zmatrix {
 
 bool ZQKernTrackList::init() {
-  tracks.setArray(nullptr);
-  tracks.setCount(0);
-  tracks.setCapacity(firstCapacity);
+  tracks_.setArray(nullptr);
+  tracks_.setCount(0);
+  tracks_.setCapacity(firstCapacity);
   ZQKernObjectTrack* track = createZQKernObjectTrack();
   if (track != nullptr && addKernObjectTrack(track)) return true;
   deleteZQKernObjectTrack(track);
@@ -16,32 +16,32 @@ bool ZQKernTrackList::init() {
 }
 
 void ZQKernTrackList::closeGapAt(int index) {
-  if (tracks.getCount() > 0) tracks.removeAt(std::clamp(index, 0, tracks.getCount() - 1));
+  if (tracks_.getCount() > 0) tracks_.removeAt(std::clamp(index, 0, tracks_.getCount() - 1));
 }
 
 void ZQKernTrackList::deleteKernObjectTrackAtIndex(int index) {
-  deleteZQKernObjectTrack(tracks.at(index));
+  deleteZQKernObjectTrack(tracks_.at(index));
   closeGapAt(index);
 }
 
 void ZQKernTrackList::deleteKernObjectTrackAtIndexOnlyReferences(int index) {
-  deleteZQKernObjectTrackOnlyReferences(tracks.at(index));
+  deleteZQKernObjectTrackOnlyReferences(tracks_.at(index));
   closeGapAt(index);
 }
 
 void ZQKernTrackList::deleteAllKernObjectTracks() {
-  for (ZQKernObjectTrack* track : tracks) deleteZQKernObjectTrack(track);
-  tracks.setCount(0);
+  for (ZQKernObjectTrack* track : tracks_) deleteZQKernObjectTrack(track);
+  tracks_.setCount(0);
 }
 
 int ZQKernTrackList::getKernTrackIDForChannel(int channel) const {
   const auto found =
-      std::find_if(tracks.begin(), tracks.end(), [channel](const auto* track) { return track->getChannel() == channel; });
-  return found != tracks.end() ? static_cast<int>(found - tracks.begin()) : -1;
+      std::find_if(tracks_.begin(), tracks_.end(), [channel](const auto* track) { return track->getChannel() == channel; });
+  return found != tracks_.end() ? static_cast<int>(found - tracks_.begin()) : -1;
 }
 
 int ZQKernTrackList::getKernTimeSignatureFromTrackList(int* nom, int* denom) const {
-  return tracks.getCount() > 0 ? tracks.at(0)->getMidiTimeSignatureFromKernObjectTrack(nom, denom) : 0;
+  return tracks_.getCount() > 0 ? tracks_.at(0)->getMidiTimeSignatureFromKernObjectTrack(nom, denom) : 0;
 }
 
 ZQKernTrackList* createZQKernTrackList() {

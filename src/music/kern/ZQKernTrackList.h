@@ -16,10 +16,10 @@ class ZQKernTrackList {
   /// Makes a first, empty track, without releasing tracks in the list. False if memory runs out.
   bool init();
   /// Appends a track and takes ownership; null is ignored. False if memory runs out; then the caller keeps the track.
-  bool addKernObjectTrack(ZQKernObjectTrack* track) { return track == nullptr || tracks.add(track); }
-  int getNumberOfKernObjectTracks() const { return tracks.getCount(); }
+  bool addKernObjectTrack(ZQKernObjectTrack* track) { return track == nullptr || tracks_.add(track); }
+  int getNumberOfKernObjectTracks() const { return tracks_.getCount(); }
   /// Null outside the range.
-  ZQKernObjectTrack* getKernObjectTrackAtIndex(int index) const { return tracks.at(index); }
+  ZQKernObjectTrack* getKernObjectTrackAtIndex(int index) const { return tracks_.at(index); }
   /// Releases the track at `index` with its objects. For an index below the range the first track is removed, for one above it
   /// the last, without releasing it, as in a track of objects.
   void deleteKernObjectTrackAtIndex(int index);
@@ -37,15 +37,15 @@ class ZQKernTrackList {
   /// written.
   int writeToMidiFile(const char* path) const;
 
-  ZQKernObjectTrack** getKernObjectTrackList() const { return tracks.begin(); }
-  void setKernObjectTrackList(ZQKernObjectTrack** list) { tracks.setArray(list); }
-  void setNumberOfKernObjectTracks(int number) { tracks.setCount(number); }
-  void setInternalNumberOfKernObjectTracks(int number) { tracks.setCapacity(number); }
+  ZQKernObjectTrack** getKernObjectTrackList() const { return tracks_.begin(); }
+  void setKernObjectTrackList(ZQKernObjectTrack** list) { tracks_.setArray(list); }
+  void setNumberOfKernObjectTracks(int number) { tracks_.setCount(number); }
+  void setInternalNumberOfKernObjectTracks(int number) { tracks_.setCapacity(number); }
 
  private:
   void closeGapAt(int index);
 
-  ZQPointerArray<ZQKernObjectTrack> tracks{firstCapacity};
+  ZQPointerArray<ZQKernObjectTrack> tracks_{firstCapacity};
 };
 
 /// A list without tracks, or null if memory runs out.

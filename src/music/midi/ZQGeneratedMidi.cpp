@@ -37,32 +37,32 @@ unsigned char exponentOf(int denominator) {
 }  // namespace
 
 GeneratedMidi::GeneratedMidi(ZQMatrixMedium* source)
-    : matrix(source),
-      info(matrix->getMatrixInfo()),
-      preProcessingType(info->getPreProcessingType()),
-      coordinateDimension(info->getCoordinateDimension()),
-      midiSoundID(info->getMidiSoundID()),
-      numerator(info->getMidiTimeSignatureNom()),
-      denominator(info->getMidiTimeSignatureDenom()) {
+    : matrix_(source),
+      info_(matrix_->getMatrixInfo()),
+      preProcessingType_(info_->getPreProcessingType()),
+      coordinateDimension_(info_->getCoordinateDimension()),
+      midiSoundId_(info_->getMidiSoundID()),
+      numerator_(info_->getMidiTimeSignatureNom()),
+      denominator_(info_->getMidiTimeSignatureDenom()) {
 }
 
 int GeneratedMidi::check() const {
-  if (!isMidiMatrixType(info->getMatrixType())) {
+  if (!isMidiMatrixType(info_->getMatrixType())) {
     dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: matrix is not MIDI type. Cannot read MIDI data from other matrixType: %d\n",
-             info->getMatrixType());
+             info_->getMatrixType());
     return -1;
   }
-  if (info->getNumberOfWriteElements() == 0) {
+  if (info_->getNumberOfWriteElements() == 0) {
     dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: matrix is empty!\n");
     return -2;
   }
-  if (!isOfMusic(preProcessingType)) {
-    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: matrix has wrong preProcessingType: %d\n", preProcessingType);
+  if (!isOfMusic(preProcessingType_)) {
+    dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: matrix has wrong preProcessingType: %d\n", preProcessingType_);
     return -3;
   }
-  if (info->getAllowLargeIndices() != 0 || info->getIsPhraseMatrix() != 1 || matrix->getNumberOfMatrices() == 0 ||
-      info->getSuccessorMethod() < ZQSuccessorMethodMostProbable || info->getSuccessorMethod() > ZQSuccessorMethodRandom ||
-      !dimensionFitsMidi(preProcessingType, coordinateDimension)) {
+  if (info_->getAllowLargeIndices() != 0 || info_->getIsPhraseMatrix() != 1 || matrix_->getNumberOfMatrices() == 0 ||
+      info_->getSuccessorMethod() < ZQSuccessorMethodMostProbable || info_->getSuccessorMethod() > ZQSuccessorMethodRandom ||
+      !dimensionFitsMidi(preProcessingType_, coordinateDimension_)) {
     dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: matrix is corrupted!\n");
     return -4;
   }
@@ -70,36 +70,36 @@ int GeneratedMidi::check() const {
 }
 
 void GeneratedMidi::warn() const {
-  if (info->getSkillOutputLevel() < 2) dbPrintf(1, "readMidiObjexsAndWriteToMidiFile: Warning: very low skill outputlevel\n");
-  if (info->getLengthOfKernelPreProcessedSequence() == 0)
+  if (info_->getSkillOutputLevel() < 2) dbPrintf(1, "readMidiObjexsAndWriteToMidiFile: Warning: very low skill outputlevel\n");
+  if (info_->getLengthOfKernelPreProcessedSequence() == 0)
     dbPrintf(1, "readMidiObjexsAndWriteToMidiFile: Warning: empty kernel sequence, initializing from root\n");
 }
 
 bool GeneratedMidi::compose(int numberOfObjex) {
-  return composeNotes(numberOfObjex) && addMetaEvents() && updateEventTrackFromObjectTrack(events.get(), objects.get());
+  return composeNotes(numberOfObjex) && addMetaEvents() && updateEventTrackFromObjectTrack(events_.get(), objects_.get());
 }
 
 bool GeneratedMidi::composeNotes(int numberOfObjex) {
   warn();
-  const PreprocessingSettings settings{preProcessingType, coordinateDimension, numerator, denominator};
-  barLength = barLengthInQuanta(
+  const PreprocessingSettings settings{preProcessingType_, coordinateDimension_, numerator_, denominator_};
+  barLength_ = barLengthInQuanta(
       settings, "getNextOriginalObjecFromMatrix: illegal values for timeSignature, assuming 4/4 time signature...\n");
-  if (numerator == 0 || denominator == 0) numerator = denominator = 4;
-  events.reset(createZQMidiEventTrack());
-  objects.reset(createZQMidiObjectTrack());
-  if (events == nullptr || objects == nullptr || !takeContext()) return false;
+  if (numerator_ == 0 || denominator_ == 0) numerator_ = denominator_ = 4;
+  events_.reset(createZQMidiEventTrack());
+  objects_.reset(createZQMidiObjectTrack());
+  if (events_ == nullptr || objects_ == nullptr || !takeContext()) return false;
   for (int i = 0; i < numberOfObjex; i++) {
     double probability = 0, stopProbability = 0;
-    const int* objex = matrix->readObjexFromMatrix(&probability, &stopProbability);
+    const int* objex = matrix_->readObjexFromMatrix(&probability, &stopProbability);
     if (objex == nullptr) {
       startAnew();
       continue;
     }
     Item item{};
-    std::copy_n(objex, coordinateDimension, item.coordinates);
+    std::copy_n(objex, coordinateDimension_, item.coordinates);
     if (!takeItem(i, item)) return false;
   }
-  if (coordinateDimension == 2) giveNotesTheirLengths();
+  if (coordinateDimension_ == 2) giveNotesTheirLengths();
   return true;
 }
 
@@ -110,13 +110,13 @@ bool GeneratedMidi::addMetaEvent(int eventType, int byteCount, const unsigned ch
   event->setByteCount(byteCount);
   event->setEventType(eventType);
   event->setFloatValue(value);
-  if (events->addMidiEvent(event)) return true;
+  if (events_->addMidiEvent(event)) return true;
   deleteZQMidiEvent(event);
   return false;
 }
 
 bool GeneratedMidi::addMetaEvents() {
-  const unsigned char meter[] = {static_cast<unsigned char>(numerator), exponentOf(denominator), 24, 8};
+  const unsigned char meter[] = {static_cast<unsigned char>(numerator_), exponentOf(denominator_), 24, 8};
   const unsigned char tempo[] = {127, 0, 0, 0};
   const unsigned char key[] = {0, 0, 0, 0};
   const unsigned char producer[] = {'Q', 'X', 'R', 'T'};
@@ -127,13 +127,13 @@ bool GeneratedMidi::addMetaEvents() {
 /// Takes the notes that the piece continues, all on channel 0.
 bool GeneratedMidi::takeContext() {
   int count = 0, dimension = 0;
-  const SystemOwned<int*> context(info->createKernelOriginalSequenceInitialValuesObjexVector(&count, &dimension));
+  const SystemOwned<int*> context(info_->createKernelOriginalSequenceInitialValuesObjexVector(&count, &dimension));
   if (context == nullptr) return true;
   for (int i = 0; i < count; i++) {
     Item item{};
     std::copy_n(context[static_cast<size_t>(i)], std::min(dimension, coordinatesOfLargestItem), item.coordinates);
     if (!addNote(item, item.noteOn())) return false;
-    contextStart = item.noteOn();
+    contextStart_ = item.noteOn();
   }
   return true;
 }
@@ -143,16 +143,16 @@ bool GeneratedMidi::addNote(Item item, int start) {
   ZQMidiObject* note = createZQMidiObject();
   if (note == nullptr) return false;
   note->initWithNote(start, hasDurations() ? wrappingSum(start, item.duration()) : start,
-                     static_cast<unsigned char>(item.noteNumber()), velocityOfNotes, static_cast<unsigned char>(channel));
+                     static_cast<unsigned char>(item.noteNumber()), velocityOfNotes, static_cast<unsigned char>(channel_));
   note->setReleaseVelocity(releaseVelocityOfNotes);
   note->setSoundID(static_cast<unsigned char>(soundOf(item)));
-  if (objects->addMidiObject(note)) return true;
+  if (objects_->addMidiObject(note)) return true;
   deleteZQMidiObject(note);
   return false;
 }
 
 void GeneratedMidi::restartFrom(Item& item) {
-  matrix->initializeKernelSequenceWithOriginalSequence(item.coordinates, coordinateDimension, 1);
+  matrix_->initializeKernelSequenceWithOriginalSequence(item.coordinates, coordinateDimension_, 1);
 }
 
 /// Moves a note by an octave. The kernel is not reset, although the messages say so.
@@ -185,17 +185,17 @@ bool GeneratedMidi::hasIllegalSound(Item& item) const {
 /// Makes a note of an item. An item that can't be repaired makes no note and restarts the kernel.
 bool GeneratedMidi::takeItem(int index, Item item) {
   // If the first time is before the last one of the context, a bar line lies between them.
-  if (index == 0 && hasBars() && item.noteOn() < contextStart) timeOffset = static_cast<int>(barLength);
+  if (index == 0 && hasBars() && item.noteOn() < contextStart_) timeOffset_ = static_cast<int>(barLength_);
   if (ZQDebugChannel::shows(5)) {
     dbPrintf(5, "succ.Object No. %d: \n", index);
     dbPrintf(5, "(");
-    for (int i = 0; i < coordinateDimension; i++) dbPrintf(5, "%d,", item.coordinates[i]);
+    for (int i = 0; i < coordinateDimension_; i++) dbPrintf(5, "%d,", item.coordinates[i]);
     dbPrintf(5, "),\n");
   }
-  const int start = wrappingSum(item.noteOn(), timeOffset);
-  if (start < lastStart) {
+  const int start = wrappingSum(item.noteOn(), timeOffset_);
+  if (start < lastStart_) {
     dbPrintf(0, "readMidiObjexsAndWriteToMidiFile: decreasing quanta value!\n");
-    item.noteOn() = lastStart;
+    item.noteOn() = lastStart_;
     restartFrom(item);
     return true;
   }
@@ -205,39 +205,39 @@ bool GeneratedMidi::takeItem(int index, Item item) {
     restartFrom(item);
     return true;
   }
-  lastStart = start;
+  lastStart_ = start;
   return addNote(item, start);
 }
 
 /// Called where a sequence ends: the next one begins at the next bar, or at the last note if there are no bars.
 void GeneratedMidi::startAnew() {
   dbPrintf(2, "readMidiObjexsAndWriteToMidiFile: NULL Midi Object\n");
-  const long long nextBar = (lastStart / barLength + 1) * barLength;
-  timeOffset = hasBars() ? static_cast<int>(static_cast<unsigned>(nextBar)) : lastStart;
-  channel = (channel + 1) % channels;
+  const long long nextBar = (lastStart_ / barLength_ + 1) * barLength_;
+  timeOffset_ = hasBars() ? static_cast<int>(static_cast<unsigned>(nextBar)) : lastStart_;
+  channel_ = (channel_ + 1) % channels;
 }
 
 /// Notes without a duration last until the next one.
 void GeneratedMidi::giveNotesTheirLengths() {
-  const int count = objects->getCount();
+  const int count = objects_->getCount();
   for (int i = 0; i < count; i++) {
-    ZQMidiObject* note = objects->getMidiObjectAtIndex(i);
+    ZQMidiObject* note = objects_->getMidiObjectAtIndex(i);
     const int start = note->getStartQuanta();
     if (i == count - 1) {
       note->setEndQuanta(wrappingSum(start, quantaPerQuarter));
       continue;
     }
-    const int end = wrappingDifference(objects->getMidiObjectAtIndex(i + 1)->getStartQuanta(), 1);
+    const int end = wrappingDifference(objects_->getMidiObjectAtIndex(i + 1)->getStartQuanta(), 1);
     note->setEndQuanta(end > start ? end : wrappingSum(start, 1));
   }
 }
 
 int GeneratedMidi::write(const char* fileName) {
   ZQMidiTrackList list;
-  if (!list.addMidiEventTrack(events.get())) return EOF;
-  static_cast<void>(events.release());
-  if (!list.addMidiObjectTrack(objects.get())) return EOF;
-  static_cast<void>(objects.release());
+  if (!list.addMidiEventTrack(events_.get())) return EOF;
+  static_cast<void>(events_.release());
+  if (!list.addMidiObjectTrack(objects_.get())) return EOF;
+  static_cast<void>(objects_.release());
   dbPrintf(2, "readMidiObjexsAndWriteToMidiFile: number of midi Objects tracks: %d:\n", list.getNumberOfMidiObjectTracks());
   return ZQMidiFile().writeEventsToFileWithPath(&list, fileName);
 }

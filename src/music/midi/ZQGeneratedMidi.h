@@ -19,11 +19,11 @@ class GeneratedMidi {
   bool compose(int numberOfObjex);
   /// The same without a file: the result is in notes().
   bool composeNotes(int numberOfObjex);
-  const ZQMidiObjectTrack& notes() const { return *objects; }
+  const ZQMidiObjectTrack& notes() const { return *objects_; }
   /// Writes all notes. 0 if the file is complete, else EOF.
   int write(const char* fileName);
 
-  int numberOfNotes() const { return objects != nullptr ? objects->getCount() : 0; }
+  int numberOfNotes() const { return objects_ != nullptr ? objects_->getCount() : 0; }
 
  private:
   static constexpr int coordinatesOfLargestItem = 4;
@@ -37,14 +37,14 @@ class GeneratedMidi {
     int& sound() { return coordinates[3]; }
   };
 
-  bool hasBars() const { return preProcessingType != 1; }
-  bool hasDurations() const { return coordinateDimension >= 3; }
-  bool hasSounds() const { return coordinateDimension >= 4; }
+  bool hasBars() const { return preProcessingType_ != 1; }
+  bool hasDurations() const { return coordinateDimension_ >= 3; }
+  bool hasSounds() const { return coordinateDimension_ >= 4; }
   void warn() const;
   bool takeContext();
   bool takeItem(int index, Item item);
   bool addNote(Item item, int start);
-  int soundOf(Item& item) const { return hasSounds() ? item.sound() : midiSoundID; }
+  int soundOf(Item& item) const { return hasSounds() ? item.sound() : midiSoundId_; }
   void repairNoteNumber(Item& item) const;
   bool repairDuration(Item& item) const;
   bool hasIllegalSound(Item& item) const;
@@ -54,20 +54,20 @@ class GeneratedMidi {
   bool addMetaEvents();
   bool addMetaEvent(int eventType, int byteCount, const unsigned char* bytes, float value);
 
-  ZQMatrixMedium* matrix;
-  ZQMatrixMediumInfo* info;
-  int preProcessingType;
-  int coordinateDimension;
-  int midiSoundID;
-  int numerator;
-  int denominator;
-  long long barLength = 0;
-  int timeOffset = 0;    // added to the time of each item
-  int lastStart = 0;     // start of the last note made
-  int contextStart = 0;  // start of the last note of the context
-  int channel = 0;       // increases with each sequence; in the file each note has the channel of its sound
-  std::unique_ptr<ZQMidiEventTrack> events;
-  std::unique_ptr<ZQMidiObjectTrack> objects;
+  ZQMatrixMedium* matrix_;
+  ZQMatrixMediumInfo* info_;
+  int preProcessingType_;
+  int coordinateDimension_;
+  int midiSoundId_;
+  int numerator_;
+  int denominator_;
+  long long barLength_ = 0;
+  int timeOffset_ = 0;    // added to the time of each item
+  int lastStart_ = 0;     // start of the last note made
+  int contextStart_ = 0;  // start of the last note of the context
+  int channel_ = 0;       // increases with each sequence; in the file each note has the channel of its sound
+  std::unique_ptr<ZQMidiEventTrack> events_;
+  std::unique_ptr<ZQMidiObjectTrack> objects_;
 };
 
 /// 1 if written, or 0 to -5 as from the matrix's operation of this name; -6 if writing failed, -7 if memory runs out.

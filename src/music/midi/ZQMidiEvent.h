@@ -50,33 +50,33 @@ class ZQMidiEvent final {
     set(time, 4, b1, b2, b3, b4);
   }
 
-  int getTimeQuanta() const { return timeQuanta; }
-  void setTimeQuanta(int time) { timeQuanta = time; }
-  int getByteCount() const { return byteCount; }
-  void setByteCount(int count) { byteCount = count; }
-  unsigned char getByte1() const { return byte1; }
-  void setByte1(unsigned char byte) { byte1 = byte; }
-  unsigned char getByte2() const { return byte2; }
-  void setByte2(unsigned char byte) { byte2 = byte; }
-  unsigned char getByte3() const { return byte3; }
-  void setByte3(unsigned char byte) { byte3 = byte; }
-  unsigned char getByte4() const { return byte4; }
-  void setByte4(unsigned char byte) { byte4 = byte; }
-  int getEventType() const { return eventType; }
-  void setEventType(int type) { eventType = type; }
-  float getFloatValue() const { return floatValue; }
-  void setFloatValue(float value) { floatValue = value; }
+  int getTimeQuanta() const { return timeQuanta_; }
+  void setTimeQuanta(int time) { timeQuanta_ = time; }
+  int getByteCount() const { return byteCount_; }
+  void setByteCount(int count) { byteCount_ = count; }
+  unsigned char getByte1() const { return byte1_; }
+  void setByte1(unsigned char byte) { byte1_ = byte; }
+  unsigned char getByte2() const { return byte2_; }
+  void setByte2(unsigned char byte) { byte2_ = byte; }
+  unsigned char getByte3() const { return byte3_; }
+  void setByte3(unsigned char byte) { byte3_ = byte; }
+  unsigned char getByte4() const { return byte4_; }
+  void setByte4(unsigned char byte) { byte4_ = byte; }
+  int getEventType() const { return eventType_; }
+  void setEventType(int type) { eventType_ = type; }
+  float getFloatValue() const { return floatValue_; }
+  void setFloatValue(float value) { floatValue_ = value; }
 
   /// Copies a message from a file: `count` of the four bytes at `bytes` are valid.
   void initWithBytes(int time, int count, const unsigned char* bytes) {
     set(time, count, bytes[0], bytes[1], bytes[2], bytes[3]);
   }
 
-  int getChannel() const { return byte1 & 15; }
-  void setChannel(int channel) { byte1 = static_cast<unsigned char>((byte1 & 0xf0) | (channel & 15)); }
-  bool isChannelEvent() const { return eventType == ZQMidiEventTypeChannel; }
+  int getChannel() const { return byte1_ & 15; }
+  void setChannel(int channel) { byte1_ = static_cast<unsigned char>((byte1_ & 0xf0) | (channel & 15)); }
+  bool isChannelEvent() const { return eventType_ == ZQMidiEventTypeChannel; }
   /// The upper four bits of the first byte, a ZQMidiStatus.
-  int getStatus() const { return byte1 & 0xf0; }
+  int getStatus() const { return byte1_ & 0xf0; }
 
   /// A new copy of this event, or null if memory runs out.
   ZQMidiEvent* createAndCopy() const;
@@ -86,22 +86,22 @@ class ZQMidiEvent final {
 
  private:
   void set(int time, int count, unsigned char b1, unsigned char b2, unsigned char b3, unsigned char b4) {
-    timeQuanta = time;
-    byteCount = count;
-    byte1 = b1;
-    byte2 = b2;
-    byte3 = b3;
-    byte4 = b4;
+    timeQuanta_ = time;
+    byteCount_ = count;
+    byte1_ = b1;
+    byte2_ = b2;
+    byte3_ = b3;
+    byte4_ = b4;
   }
 
-  int timeQuanta = 0;
-  int byteCount = 0;  // 0 to 4
-  unsigned char byte1 = 0;
-  unsigned char byte2 = 0;
-  unsigned char byte3 = 0;
-  unsigned char byte4 = 0;
-  int eventType = ZQMidiEventTypeChannel;
-  float floatValue = 0;  // tempo: beats per minute; time signature: the reader's time scale
+  int timeQuanta_ = 0;
+  int byteCount_ = 0;  // 0 to 4
+  unsigned char byte1_ = 0;
+  unsigned char byte2_ = 0;
+  unsigned char byte3_ = 0;
+  unsigned char byte4_ = 0;
+  int eventType_ = ZQMidiEventTypeChannel;
+  float floatValue_ = 0;  // tempo: beats per minute; time signature: the reader's time scale
 };
 
 /// A new channel event with time and bytes 0; null if memory runs out.

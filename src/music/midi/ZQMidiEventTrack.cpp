@@ -8,27 +8,27 @@
 namespace zmatrix {
 
 void ZQMidiEventTrack::init() {
-  events.setArray(nullptr);
-  events.setCount(0);
-  events.setCapacity(firstCapacity);
+  events_.setArray(nullptr);
+  events_.setCount(0);
+  events_.setCapacity(firstCapacity);
 }
 
 void ZQMidiEventTrack::deleteMidiEventAtIndex(int index) {
-  deleteZQMidiEvent(events.at(index));
-  events.removeAt(index);
+  deleteZQMidiEvent(events_.at(index));
+  events_.removeAt(index);
 }
 
 void ZQMidiEventTrack::deleteAllMidiEvents() {
   for (ZQMidiEvent* event : *this) deleteZQMidiEvent(event);
-  events.setCount(0);
+  events_.setCount(0);
 }
 
 void ZQMidiEventTrack::sortByFunction(ZQCompareFunction compare) {
   if (compare == ZQCompareMidiEventsAscending) {
-    sortPointersByKey(events.begin(), events.getCount(),
+    sortPointersByKey(events_.begin(), events_.getCount(),
                       [](const ZQMidiEvent* event) { return sortableBits(event->getTimeQuanta()) << 8 | event->getByte1(); });
   } else {
-    sortPointersByFunction(events.begin(), events.getCount(), compare);
+    sortPointersByFunction(events_.begin(), events_.getCount(), compare);
   }
 }
 

@@ -219,15 +219,15 @@ MidiSequenceForm formOfSequence(Matrix& matrix, int preProcessingType) {
 template <class Matrix>
 class MidiFeed {
  public:
-  MidiFeed(Matrix* target, const char* path) : matrix(target), fileName(path) {
-    printInto(description, sizeof description, MidiTier<Matrix>::texts.description, 64);
+  MidiFeed(Matrix* target, const char* path) : matrix_(target), fileName_(path) {
+    printInto(description_, sizeof description_, MidiTier<Matrix>::texts.description, 64);
   }
 
   /// Returns the result of the last update; `numberOfNotes` gets the number of notes of all tracks that were learned.
   int run(int* numberOfNotes) {
     const std::unique_ptr<ZQMidiTrackList, void (*)(ZQMidiTrackList*)> list(createZQMidiTrackList(), deleteZQMidiTrackList);
     if (list == nullptr || !read(*list)) return 0;
-    MidiTrackJudge judge(*list, globalMidiSettings(*matrix), matrix->getGlobalMidiNoteOnQuantization(), fileName,
+    MidiTrackJudge judge(*list, globalMidiSettings(*matrix_), matrix_->getGlobalMidiNoteOnQuantization(), fileName_,
                          MidiTier<Matrix>::texts);
     int result = 0;
     for (int i = 1; i < list->getNumberOfMidiObjectTracks(); i++) {
@@ -240,10 +240,11 @@ class MidiFeed {
   /// False if memory runs out; a file that is no MIDI file gives no tracks.
   bool read(ZQMidiTrackList& list) {
     MidiReadFindings findings;
-    ZQMidiFile().readEventsFromFileWithPath(&list, fileName, &findings);
+    ZQMidiFile().readEventsFromFileWithPath(&list, fileName_, &findings);
     if (findings.end == MidiReadEnd::outOfMemory) return false;
-    const auto* channelFilter = reinterpret_cast<const unsigned char*>(matrix->getGlobalMidiChannelFilterArray());
-    if (!list.updateMIDIObjectTracksFromMIDIEventTracks(midiFeedStatusFilter, channelFilter, matrix->getGlobalMidiTrackAnalyze()))
+    const auto* channelFilter = reinterpret_cast<const unsigned char*>(matrix_->getGlobalMidiChannelFilterArray());
+    if (!list.updateMIDIObjectTracksFromMIDIEventTracks(midiFeedStatusFilter, channelFilter,
+                                                        matrix_->getGlobalMidiTrackAnalyze()))
       return false;
     const ZQMidiObjectTrack* metaTrack = list.getMidiObjectTrackAtIndex(0);
     dbPrintf(2, "number of midi event tracks found: %d:\n", list.getNumberOfMidiEventTracks());
@@ -255,40 +256,40 @@ class MidiFeed {
   /// False if no sub-matrix is free, which ends the file.
   bool feedTrack(MidiTrackJudge& judge, const ZQMidiObjectTrack* track, int index, int* numberOfNotes, int* result) {
     const MidiTrackVerdict verdict = judge.takeUp(track, index);
-    setGlobalMidiSettings(*matrix, judge.settings());
+    setGlobalMidiSettings(*matrix_, judge.settings());
     if (verdict != MidiTrackVerdict::taken) return true;
     addWrapping(numberOfNotes, judge.numberOfNotes());
-    const MidiSequenceForm form = formOfSequence(*matrix, judge.settings().preProcessingType);
+    const MidiSequenceForm form = formOfSequence(*matrix_, judge.settings().preProcessingType);
     const MidiSequence sequence = sequenceOfTrack(*track, form, judge.lengthOfSequence());
     if (judge.findMeter() != MidiTrackVerdict::taken) return true;
     if (!makeMatrixCurrent(judge)) return false;
-    applyMidiProperties(matrix, fileName, midiProfileTexts);
+    applyMidiProperties(matrix_, fileName_, midiProfileTexts);
     describeMatrix(judge, index);
     const int dimension = judge.settings().coordinateDimension;
     *result = sequence.values == nullptr
                   ? outOfMemory
-                  : matrix->updateMatrixWithLongMIDISequence(sequence.values.get(),
-                                                             dimension > 0 ? static_cast<int>(sequence.count / dimension) : 0);
+                  : matrix_->updateMatrixWithLongMIDISequence(sequence.values.get(),
+                                                              dimension > 0 ? static_cast<int>(sequence.count / dimension) : 0);
     judge.finish();
-    setGlobalMidiSettings(*matrix, judge.settings());
+    setGlobalMidiSettings(*matrix_, judge.settings());
     return true;
   }
 
   bool makeMatrixCurrent(const MidiTrackJudge& judge) {
-    if (makeMatrixForMusicCurrent(matrix, judge.numerator(), judge.denominator(), judge.subType(), judge.soundID())) return true;
-    MidiTier<Matrix>::reportNoFreeMatrix(fileName, judge.numerator(), judge.denominator());
-    dbPrintf(0, "please restart and set maxNumberOfMatrices to a value > %d!\n", matrix->getMaxNumberOfMatrices());
+    if (makeMatrixForMusicCurrent(matrix_, judge.numerator(), judge.denominator(), judge.subType(), judge.soundID())) return true;
+    MidiTier<Matrix>::reportNoFreeMatrix(fileName_, judge.numerator(), judge.denominator());
+    dbPrintf(0, "please restart and set maxNumberOfMatrices to a value > %d!\n", matrix_->getMaxNumberOfMatrices());
     return false;
   }
 
   void describeMatrix(const MidiTrackJudge& judge, int index) {
-    auto* info = matrix->getMatrixInfo();
-    const int style = matrix->getGlobalMusicStyle();
+    auto* info = matrix_->getMatrixInfo();
+    const int style = matrix_->getGlobalMusicStyle();
     const LearnedTrack track{judge.numerator(), judge.denominator(), judge.subType(), judge.soundID(), index};
-    describeLearnedTrack(info, track, fileName);
+    describeLearnedTrack(info, track, fileName_);
     info->setMusicStyle(style);
-    MidiTier<Matrix>::addFileName(info, nameOfLearnedTrack(matrix->getCurrentMatrixID(), track, style), fileName);
-    matrix->setMatrixDescription(description);
+    MidiTier<Matrix>::addFileName(info, nameOfLearnedTrack(matrix_->getCurrentMatrixID(), track, style), fileName_);
+    matrix_->setMatrixDescription(description_);
   }
 
   static void addWrapping(int* sum, int value) {
@@ -297,9 +298,9 @@ class MidiFeed {
 
   static constexpr int outOfMemory = -2;  // the code of the update
 
-  Matrix* matrix;
-  const char* fileName;
-  char description[256];
+  Matrix* matrix_;
+  const char* fileName_;
+  char description_[256];
 };
 
 template <class Matrix>

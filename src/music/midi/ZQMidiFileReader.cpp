@@ -139,11 +139,11 @@ bool beginsWith(const char* text, const char* prefix) {
 }  // namespace
 
 int MidiFileReader::timeInQuanta() {
-  if (state.trackTicks != ticksOfLastTime) {
-    ticksOfLastTime = state.trackTicks;
-    lastTimeInQuanta = intOfTime(static_cast<double>(state.trackTicks) / state.division * quantaPerQuarter);
+  if (state_.trackTicks != ticksOfLastTime_) {
+    ticksOfLastTime_ = state_.trackTicks;
+    lastTimeInQuanta_ = intOfTime(static_cast<double>(state_.trackTicks) / state_.division * quantaPerQuarter);
   }
-  return lastTimeInQuanta;
+  return lastTimeInQuanta_;
 }
 
 /// Takes ownership of the event; false if memory runs out, with the event released.
@@ -156,7 +156,7 @@ bool MidiFileReader::addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent)
 
 /// If a text event names a meter, a time signature is added behind it.
 bool MidiFileReader::addMeterOfText() {
-  const char* text = reinterpret_cast<const char*>(event.buffer + 1);
+  const char* text = reinterpret_cast<const char*>(event_.buffer + 1);
   if (!beginsWith(text, meterText)) return true;
   text += strlen(meterText);
   const auto* meter = std::find_if(std::begin(metersOfText), std::end(metersOfText),
@@ -169,64 +169,64 @@ bool MidiFileReader::addMeterOfText() {
   if (signature == nullptr) return false;
   signature->initWith(timeInQuanta(), meter->numerator, meter->denominatorPower, 1, 8);
   signature->setEventType(ZQMidiMetaTimeSignature);
-  signature->setFloatValue(static_cast<float>(state.timeScale));
-  return addToTrack(list.getMidiEventTrackAtIndex(0), signature);
+  signature->setFloatValue(static_cast<float>(state_.timeScale));
+  return addToTrack(list_.getMidiEventTrackAtIndex(0), signature);
 }
 
 bool MidiFileReader::takeMetaEvent() {
-  const int type = event.buffer[0];
+  const int type = event_.buffer[0];
   const MetaRow& row = rowOfMeta(type);
-  printMetaEvent(event, state.tempo);
+  printMetaEvent(event_, state_.tempo);
   ZQMidiEvent* midiEvent = createZQMidiEvent();
-  if (midiEvent == nullptr || !list.extendEventTracksTo(0)) {
+  if (midiEvent == nullptr || !list_.extendEventTracksTo(0)) {
     deleteZQMidiEvent(midiEvent);
     return false;
   }
   // After an end of track the time is 0: the codec is already in the next track.
-  midiEvent->initWithBytes(timeInQuanta(), std::min({event.byteCount, mostBytesOfEvent, row.mostBytes}), event.buffer + 1);
+  midiEvent->initWithBytes(timeInQuanta(), std::min({event_.byteCount, mostBytesOfEvent, row.mostBytes}), event_.buffer + 1);
   midiEvent->setEventType(row.eventType);
-  if (type == ZQMidiMetaTempo) midiEvent->setFloatValue(static_cast<float>(state.tempo));
-  if (type == ZQMidiMetaTimeSignature) midiEvent->setFloatValue(static_cast<float>(state.timeScale));
-  return addToTrack(list.getMidiEventTrackAtIndex(0), midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
+  if (type == ZQMidiMetaTempo) midiEvent->setFloatValue(static_cast<float>(state_.tempo));
+  if (type == ZQMidiMetaTimeSignature) midiEvent->setFloatValue(static_cast<float>(state_.timeScale));
+  return addToTrack(list_.getMidiEventTrackAtIndex(0), midiEvent) && (type != ZQMidiMetaText || addMeterOfText());
 }
 
 /// Finds the event track of a channel event; false if memory runs out. Channel events in the file's track 0, as in all files of
 /// format 0, and the rest of that track go to index 1; the file's next track then goes to index 2.
 bool MidiFileReader::findTrack() {
-  if (!list.extendEventTracksTo(state.currentTrack)) return false;
-  if (state.currentTrack == 0) {
-    if (!list.extendEventTracksTo(list.getNumberOfMidiEventTracks())) return false;
-    state.currentTrack = 1;
+  if (!list_.extendEventTracksTo(state_.currentTrack)) return false;
+  if (state_.currentTrack == 0) {
+    if (!list_.extendEventTracksTo(list_.getNumberOfMidiEventTracks())) return false;
+    state_.currentTrack = 1;
     dbPrintf(1, "Warning: readEventsFromFileWithPath(): normal MIDI data found before MetaEvent data...\n");
   }
-  indexOfTrackInHand = state.currentTrack;
-  trackInHand = list.getMidiEventTrackAtIndex(indexOfTrackInHand);
+  indexOfTrackInHand_ = state_.currentTrack;
+  trackInHand_ = list_.getMidiEventTrackAtIndex(indexOfTrackInHand_);
   return true;
 }
 
 bool MidiFileReader::takeChannelEvent() {
   ZQMidiEvent* midiEvent = createZQMidiEvent();
   if (midiEvent == nullptr) return false;
-  midiEvent->initWithBytes(timeInQuanta(), std::min(event.byteCount, mostBytesOfEvent), event.buffer);
-  if (printsEvents) printChannelEvent(*midiEvent);
+  midiEvent->initWithBytes(timeInQuanta(), std::min(event_.byteCount, mostBytesOfEvent), event_.buffer);
+  if (printsEvents_) printChannelEvent(*midiEvent);
   // Computed without a branch, which would often be mispredicted: files end notes in both ways.
   const int isNoteOn = midiEvent->getStatus() == ZQMidiNoteOn, isSilent = midiEvent->getByte3() == 0;
   const bool isSilentNoteOn = (isNoteOn & isSilent) != 0;
   midiEvent->setByte1(static_cast<unsigned char>(midiEvent->getByte1() - (isSilentNoteOn ? ZQMidiNoteOn - ZQMidiNoteOff : 0)));
   midiEvent->setByte3(isSilentNoteOn ? velocityOfNoteOff : midiEvent->getByte3());
-  if (printsEvents && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
-  const bool isTaken = (state.currentTrack == indexOfTrackInHand || findTrack()) && trackInHand->addMidiEvent(midiEvent);
+  if (printsEvents_ && isSilentNoteOn) dbPrintf(4, "note-on 0 converted to note-off\n");
+  const bool isTaken = (state_.currentTrack == indexOfTrackInHand_ || findTrack()) && trackInHand_->addMidiEvent(midiEvent);
   if (!isTaken) deleteZQMidiEvent(midiEvent);
   return isTaken;
 }
 
 /// Adds an event to its track, or drops it, and counts it for the file's track.
 bool MidiFileReader::take() {
-  MidiTrackReading& track = findings.tracks.back();
-  if (event.metaFlag == 1) {
+  MidiTrackReading& track = findings_.tracks.back();
+  if (event_.metaFlag == 1) {
     track.metaEvents++;
     const bool isTaken = takeMetaEvent();
-    return (event.buffer[0] != ZQMidiMetaEndOfTrack || findings.tracks.append({})) && isTaken;
+    return (event_.buffer[0] != ZQMidiMetaEndOfTrack || findings_.tracks.append({})) && isTaken;
   }
   if (isSystemEvent()) {
     track.systemEvents++;
@@ -235,28 +235,28 @@ bool MidiFileReader::take() {
   }
   if (hasNoStatus()) {
     track.unknownEvents++;
-    dbPrintf(1, "Unknown MIDI Message Statusbyte %d\n", event.buffer[0]);
+    dbPrintf(1, "Unknown MIDI Message Statusbyte %d\n", event_.buffer[0]);
     return true;
   }
   track.channelEvents++;
-  track.repeatedEvents += wholeState(&state).repeatsLastEvent;
+  track.repeatedEvents += wholeState(&state_).repeatsLastEvent;
   const bool isTaken = takeChannelEvent();
-  track.indexOfEventTrack = state.currentTrack;
+  track.indexOfEventTrack = state_.currentTrack;
   return isTaken;
 }
 
 void MidiFileReader::printEvent() const {
-  dbPrintf(3, "track: %d, status: %d, time in Quanta, timescale: %d %f\n", state.currentTrack, event.buffer[0], event.time,
-           state.timeScale);
-  if (event.metaFlag == 1)
-    dbPrintf(3, "      MetaFlag: %d, no. of data bytes: %d, quanta: %d\n", event.metaFlag, event.byteCount, event.time);
+  dbPrintf(3, "track: %d, status: %d, time in Quanta, timescale: %d %f\n", state_.currentTrack, event_.buffer[0], event_.time,
+           state_.timeScale);
+  if (event_.metaFlag == 1)
+    dbPrintf(3, "      MetaFlag: %d, no. of data bytes: %d, quanta: %d\n", event_.metaFlag, event_.byteCount, event_.time);
 }
 
 bool MidiFileReader::run() {
-  bool hasEvent = MIDIFILEReadEvent(&state) != 0;
-  if (state.currentTrack >= 0 && !findings.tracks.append({})) return false;
-  for (; hasEvent; hasEvent = MIDIFILEReadEvent(&state) != 0) {
-    if (printsEvents) printEvent();
+  bool hasEvent = MIDIFILEReadEvent(&state_) != 0;
+  if (state_.currentTrack >= 0 && !findings_.tracks.append({})) return false;
+  for (; hasEvent; hasEvent = MIDIFILEReadEvent(&state_) != 0) {
+    if (printsEvents_) printEvent();
     if (!take()) return false;
   }
   return true;

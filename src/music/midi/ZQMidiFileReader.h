@@ -10,7 +10,7 @@ namespace zmatrix {
 class MidiFileReader {
  public:
   MidiFileReader(ZQMidiTrackList& trackList, _MIDIFILEInStruct& readingState, MidiReadFindings& readFindings)
-      : list(trackList), state(readingState), event(*readingState.event), findings(readFindings) {}
+      : list_(trackList), state_(readingState), event_(*readingState.event), findings_(readFindings) {}
 
   /// Reads until the codec delivers no more events. False if memory runs out.
   bool run();
@@ -23,19 +23,19 @@ class MidiFileReader {
   bool addToTrack(ZQMidiEventTrack* track, ZQMidiEvent* midiEvent);
   bool findTrack();
   bool addMeterOfText();
-  bool isSystemEvent() const { return event.buffer[0] >= 0xf0; }
-  bool hasNoStatus() const { return event.buffer[0] < ZQMidiNoteOff; }
+  bool isSystemEvent() const { return event_.buffer[0] >= 0xf0; }
+  bool hasNoStatus() const { return event_.buffer[0] < ZQMidiNoteOff; }
   int timeInQuanta();
 
-  ZQMidiTrackList& list;
-  _MIDIFILEInStruct& state;
-  _MIDIFILEReadStruct& event;
-  MidiReadFindings& findings;
-  const bool printsEvents = ZQDebugChannel::shows(1);  // checked once per file, not once per event
-  ZQMidiEventTrack* trackInHand = nullptr;
-  int indexOfTrackInHand = -1;
-  int ticksOfLastTime = 0;  // many successive events have the same time
-  int lastTimeInQuanta = 0;
+  ZQMidiTrackList& list_;
+  _MIDIFILEInStruct& state_;
+  _MIDIFILEReadStruct& event_;
+  MidiReadFindings& findings_;
+  const bool printsEvents_ = ZQDebugChannel::shows(1);  // checked once per file, not once per event
+  ZQMidiEventTrack* trackInHand_ = nullptr;
+  int indexOfTrackInHand_ = -1;
+  int ticksOfLastTime_ = 0;  // many successive events have the same time
+  int lastTimeInQuanta_ = 0;
 };
 
 }  // namespace zmatrix

@@ -21,47 +21,47 @@ int order(int first, int second) {
 
 /// Data with a count of 0 is not owned by the object.
 void ZQMidiObject::releaseData() {
-  if (data != nullptr && dataCount >= 1) systemFree(data);
-  data = nullptr;
-  dataCount = dataSize = 0;
+  if (data_ != nullptr && dataCount_ >= 1) systemFree(data_);
+  data_ = nullptr;
+  dataCount_ = dataSize_ = 0;
 }
 
 void ZQMidiObject::init() {
   releaseData();
-  startQuanta = endQuanta = 0;
-  type = noteNumber = velocity = releaseVelocity = channel = phraseBegin = phraseEnd = soundID = 0;
+  startQuanta_ = endQuanta_ = 0;
+  type_ = noteNumber_ = velocity_ = releaseVelocity_ = channel_ = phraseBegin_ = phraseEnd_ = soundId_ = 0;
 }
 
 void ZQMidiObject::initWithProgramChange(int time, unsigned char program, unsigned char noteChannel) {
   init();
-  startQuanta = endQuanta = time;
-  type = ZQMidiObjectProgramChange;
-  channel = noteChannel;
+  startQuanta_ = endQuanta_ = time;
+  type_ = ZQMidiObjectProgramChange;
+  channel_ = noteChannel;
   double tonality = 0;
-  soundID = static_cast<unsigned char>(getSoundIDFromGMProgramChange(program, &tonality));
+  soundId_ = static_cast<unsigned char>(getSoundIDFromGMProgramChange(program, &tonality));
 }
 
 bool ZQMidiObject::initFromMidiObject(const ZQMidiObject* other) {
   init();
   unsigned char* copyOfData = nullptr;
-  if (other->data != nullptr && other->dataCount > 0) {
-    copyOfData = systemMallocArray<unsigned char>(other->dataCount + 1LL);
+  if (other->data_ != nullptr && other->dataCount_ > 0) {
+    copyOfData = systemMallocArray<unsigned char>(other->dataCount_ + 1LL);
     if (copyOfData == nullptr) return false;
-    std::memcpy(copyOfData, other->data, static_cast<size_t>(other->dataCount));
-    dataCount = other->dataCount;
-    dataSize = other->dataCount + 1;
+    std::memcpy(copyOfData, other->data_, static_cast<size_t>(other->dataCount_));
+    dataCount_ = other->dataCount_;
+    dataSize_ = other->dataCount_ + 1;
   }
-  data = copyOfData;
-  startQuanta = other->startQuanta;
-  endQuanta = other->endQuanta;
-  type = other->type;
-  noteNumber = other->noteNumber;
-  velocity = other->velocity;
-  releaseVelocity = other->releaseVelocity;
-  channel = other->channel;
-  phraseBegin = other->phraseBegin;
-  phraseEnd = other->phraseEnd;
-  soundID = other->soundID;
+  data_ = copyOfData;
+  startQuanta_ = other->startQuanta_;
+  endQuanta_ = other->endQuanta_;
+  type_ = other->type_;
+  noteNumber_ = other->noteNumber_;
+  velocity_ = other->velocity_;
+  releaseVelocity_ = other->releaseVelocity_;
+  channel_ = other->channel_;
+  phraseBegin_ = other->phraseBegin_;
+  phraseEnd_ = other->phraseEnd_;
+  soundId_ = other->soundId_;
   return true;
 }
 
@@ -75,16 +75,16 @@ ZQMidiObject* ZQMidiObject::createAndCopy() const {
 }
 
 bool ZQMidiObject::addDataByte(unsigned char byte) {
-  const bool hasNoRoom = data == nullptr || dataSize < 1;
-  if (hasNoRoom || dataCount >= dataSize) {
-    const int size = hasNoRoom ? firstDataSize : std::max(grownCapacity(dataSize), dataSize + 1);
-    auto* resized = static_cast<unsigned char*>(systemRealloc(hasNoRoom ? nullptr : data, static_cast<size_t>(size)));
+  const bool hasNoRoom = data_ == nullptr || dataSize_ < 1;
+  if (hasNoRoom || dataCount_ >= dataSize_) {
+    const int size = hasNoRoom ? firstDataSize : std::max(grownCapacity(dataSize_), dataSize_ + 1);
+    auto* resized = static_cast<unsigned char*>(systemRealloc(hasNoRoom ? nullptr : data_, static_cast<size_t>(size)));
     if (resized == nullptr) return false;
-    if (hasNoRoom) dataCount = 0;
-    data = resized;
-    dataSize = size;
+    if (hasNoRoom) dataCount_ = 0;
+    data_ = resized;
+    dataSize_ = size;
   }
-  data[dataCount++] = byte;
+  data_[dataCount_++] = byte;
   return true;
 }
 

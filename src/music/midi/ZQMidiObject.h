@@ -13,7 +13,7 @@ class ZQMidiObject final {
  public:
   ZQMidiObject() = default;
   ~ZQMidiObject() {
-    if (data != nullptr) releaseData();
+    if (data_ != nullptr) releaseData();
   }
   ZQMidiObject(const ZQMidiObject&) = delete;
   ZQMidiObject& operator=(const ZQMidiObject&) = delete;
@@ -25,16 +25,16 @@ class ZQMidiObject final {
     initWithNote(start, end, note, noteVelocity, 0);
   }
   void initWithNote(int start, int end, unsigned char note, unsigned char noteVelocity, unsigned char noteChannel) {
-    if (data != nullptr) releaseData();
-    startQuanta = start;
-    endQuanta = end;
-    type = ZQMidiObjectNote;
-    noteNumber = note;
-    velocity = noteVelocity;
-    releaseVelocity = 127;
-    channel = noteChannel;
-    phraseBegin = phraseEnd = soundID = 0;
-    dataCount = dataSize = 0;
+    if (data_ != nullptr) releaseData();
+    startQuanta_ = start;
+    endQuanta_ = end;
+    type_ = ZQMidiObjectNote;
+    noteNumber_ = note;
+    velocity_ = noteVelocity;
+    releaseVelocity_ = 127;
+    channel_ = noteChannel;
+    phraseBegin_ = phraseEnd_ = soundId_ = 0;
+    dataCount_ = dataSize_ = 0;
   }
   /// A change of sound; `program` is a General MIDI program, counted from 0.
   void initWithProgramChange(int time, unsigned char program, unsigned char noteChannel);
@@ -45,37 +45,37 @@ class ZQMidiObject final {
   /// Appends a byte to the data; false if memory runs out.
   bool addDataByte(unsigned char byte);
   /// A byte of the data; 0 outside the range.
-  unsigned char dataByteAt(int index) const { return data != nullptr && index >= 0 && index < dataCount ? data[index] : 0; }
+  unsigned char dataByteAt(int index) const { return data_ != nullptr && index >= 0 && index < dataCount_ ? data_[index] : 0; }
 
-  int getStartQuanta() const { return startQuanta; }
-  void setStartQuanta(int quanta) { startQuanta = quanta; }
-  int getEndQuanta() const { return endQuanta; }
-  void setEndQuanta(int quanta) { endQuanta = quanta; }
-  unsigned char getType() const { return type; }
-  void setType(unsigned char newType) { type = newType; }
-  unsigned char getNoteNumber() const { return noteNumber; }
-  void setNoteNumber(unsigned char number) { noteNumber = number; }
-  unsigned char getVelocity() const { return velocity; }
-  void setVelocity(unsigned char newVelocity) { velocity = newVelocity; }
-  unsigned char getReleaseVelocity() const { return releaseVelocity; }
-  void setReleaseVelocity(unsigned char newVelocity) { releaseVelocity = newVelocity; }
-  unsigned char getChannel() const { return channel; }
-  void setChannel(unsigned char newChannel) { channel = newChannel; }
-  unsigned char getPhraseBegin() const { return phraseBegin; }
-  void setPhraseBegin(unsigned char flag) { phraseBegin = flag; }
-  unsigned char getPhraseEnd() const { return phraseEnd; }
-  void setPhraseEnd(unsigned char flag) { phraseEnd = flag; }
-  unsigned char getSoundID() const { return soundID; }
-  void setSoundID(unsigned char sound) { soundID = sound; }
-  int getDataCount() const { return dataCount; }
-  void setDataCount(int count) { dataCount = count; }
-  int getDataSize() const { return dataSize; }
-  void setDataSize(int size) { dataSize = size; }
-  unsigned char* getData() const { return data; }
+  int getStartQuanta() const { return startQuanta_; }
+  void setStartQuanta(int quanta) { startQuanta_ = quanta; }
+  int getEndQuanta() const { return endQuanta_; }
+  void setEndQuanta(int quanta) { endQuanta_ = quanta; }
+  unsigned char getType() const { return type_; }
+  void setType(unsigned char newType) { type_ = newType; }
+  unsigned char getNoteNumber() const { return noteNumber_; }
+  void setNoteNumber(unsigned char number) { noteNumber_ = number; }
+  unsigned char getVelocity() const { return velocity_; }
+  void setVelocity(unsigned char newVelocity) { velocity_ = newVelocity; }
+  unsigned char getReleaseVelocity() const { return releaseVelocity_; }
+  void setReleaseVelocity(unsigned char newVelocity) { releaseVelocity_ = newVelocity; }
+  unsigned char getChannel() const { return channel_; }
+  void setChannel(unsigned char newChannel) { channel_ = newChannel; }
+  unsigned char getPhraseBegin() const { return phraseBegin_; }
+  void setPhraseBegin(unsigned char flag) { phraseBegin_ = flag; }
+  unsigned char getPhraseEnd() const { return phraseEnd_; }
+  void setPhraseEnd(unsigned char flag) { phraseEnd_ = flag; }
+  unsigned char getSoundID() const { return soundId_; }
+  void setSoundID(unsigned char sound) { soundId_ = sound; }
+  int getDataCount() const { return dataCount_; }
+  void setDataCount(int count) { dataCount_ = count; }
+  int getDataSize() const { return dataSize_; }
+  void setDataSize(int size) { dataSize_ = size; }
+  unsigned char* getData() const { return data_; }
   /// Takes ownership of a block of systemMalloc without releasing the old one.
-  void setData(unsigned char* bytes) { data = bytes; }
+  void setData(unsigned char* bytes) { data_ = bytes; }
 
-  bool isNote() const { return type == ZQMidiObjectNote; }
+  bool isNote() const { return type_ == ZQMidiObjectNote; }
 
   static void* operator new(size_t) noexcept { return ZQClassSlab<ZQMidiObject>::allocate(); }
   static void operator delete(void* memory) noexcept { ZQClassSlab<ZQMidiObject>::release(memory); }
@@ -83,19 +83,19 @@ class ZQMidiObject final {
  private:
   void releaseData();
 
-  int startQuanta = 0;
-  int endQuanta = 0;
-  unsigned char type = ZQMidiObjectNote;
-  unsigned char noteNumber = 0;
-  unsigned char velocity = 0;
-  unsigned char releaseVelocity = 127;
-  unsigned char channel = 0;  // 0 to 15
-  unsigned char phraseBegin = 0;
-  unsigned char phraseEnd = 0;
-  unsigned char soundID = 0;  // 0 to 15
-  int dataCount = 0;
-  int dataSize = 0;
-  unsigned char* data = nullptr;  // time signature: numerator, then denominator as a plain number
+  int startQuanta_ = 0;
+  int endQuanta_ = 0;
+  unsigned char type_ = ZQMidiObjectNote;
+  unsigned char noteNumber_ = 0;
+  unsigned char velocity_ = 0;
+  unsigned char releaseVelocity_ = 127;
+  unsigned char channel_ = 0;  // 0 to 15
+  unsigned char phraseBegin_ = 0;
+  unsigned char phraseEnd_ = 0;
+  unsigned char soundId_ = 0;  // 0 to 15
+  int dataCount_ = 0;
+  int dataSize_ = 0;
+  unsigned char* data_ = nullptr;  // time signature: numerator, then denominator as a plain number
 };
 
 /// A new object: a note with all fields 0 except for the release velocity of 127; null if memory runs out.

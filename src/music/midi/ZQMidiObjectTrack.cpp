@@ -59,30 +59,30 @@ struct Texture {
 }  // namespace
 
 void ZQMidiObjectTrack::init() {
-  objects.setArray(nullptr);
-  objects.setCount(0);
-  objects.setCapacity(firstCapacity);
+  objects_.setArray(nullptr);
+  objects_.setCount(0);
+  objects_.setCapacity(firstCapacity);
 }
 
 void ZQMidiObjectTrack::deleteMidiObjectAtIndex(int index) {
-  if (objects.getCount() == 0) return;
-  deleteZQMidiObject(objects.at(index));
-  objects.removeAt(objects.holds(index) ? index : index < 0 ? 0 : objects.getCount() - 1);
+  if (objects_.getCount() == 0) return;
+  deleteZQMidiObject(objects_.at(index));
+  objects_.removeAt(objects_.holds(index) ? index : index < 0 ? 0 : objects_.getCount() - 1);
 }
 
 void ZQMidiObjectTrack::deleteAllMidiObjects() {
   for (ZQMidiObject* object : *this) deleteZQMidiObject(object);
-  objects.setCount(0);
+  objects_.setCount(0);
 }
 
 void ZQMidiObjectTrack::sortByFunction(ZQCompareFunction compare) {
   if (compare == ZQCompareMidiObjectsAscending) {
-    sortPointersByKey(objects.begin(), objects.getCount(), [](const ZQMidiObject* object) {
+    sortPointersByKey(objects_.begin(), objects_.getCount(), [](const ZQMidiObject* object) {
       return sortableBits(object->getStartQuanta()) << 16 | static_cast<unsigned>(object->getNoteNumber()) << 8 |
              object->getSoundID();
     });
   } else {
-    sortPointersByFunction(objects.begin(), objects.getCount(), compare);
+    sortPointersByFunction(objects_.begin(), objects_.getCount(), compare);
   }
 }
 

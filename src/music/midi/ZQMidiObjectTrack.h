@@ -18,20 +18,20 @@ class ZQMidiObjectTrack {
   /// Empties the track without releasing its objects.
   void init();
   /// Appends an object and takes ownership; null is ignored. False if memory runs out; then the caller keeps the object.
-  bool addMidiObject(ZQMidiObject* object) { return object == nullptr || objects.add(object); }
+  bool addMidiObject(ZQMidiObject* object) { return object == nullptr || objects_.add(object); }
   /// Appends references to the objects of another track; room must have been reserved.
-  void appendMidiObjects(const ZQMidiObjectTrack& other) { objects.append(other.objects); }
+  void appendMidiObjects(const ZQMidiObjectTrack& other) { objects_.append(other.objects_); }
   /// Makes room for a total of `count` objects; false if memory runs out.
-  bool reserve(int count) { return objects.reserve(count); }
-  int getCount() const { return objects.getCount(); }
+  bool reserve(int count) { return objects_.reserve(count); }
+  int getCount() const { return objects_.getCount(); }
   /// Null outside the range.
-  ZQMidiObject* getMidiObjectAtIndex(int index) const { return objects.at(index); }
+  ZQMidiObject* getMidiObjectAtIndex(int index) const { return objects_.at(index); }
   /// Releases the object at `index` and removes it. For an index below the range the first reference is removed, for one above it
   /// the last, in both cases without releasing the object.
   void deleteMidiObjectAtIndex(int index);
   void deleteAllMidiObjects();
   /// Removes all objects without releasing them.
-  void deleteAllMidiObjectsOnlyReferences() { objects.setCount(0); }
+  void deleteAllMidiObjectsOnlyReferences() { objects_.setCount(0); }
   /// Sorts by a function that compares pointers to two object pointers; null is ignored. A track that is in order is unchanged.
   void sortByFunction(ZQCompareFunction compare);
 
@@ -48,15 +48,15 @@ class ZQMidiObjectTrack {
   /// The sound of most notes, the lowest of equally frequent ones, 0 without notes. `numberOfSounds`: number of different sounds.
   int getMidiSoundIDFromMidiObjectTrack(int* numberOfSounds, int* hasPercussion) const;
 
-  ZQMidiObject** getMidiObjectTrack() const { return objects.begin(); }
-  void setMidiObjectTrack(ZQMidiObject** array) { objects.setArray(array); }
-  void setNumberOfMidiObjects(int number) { objects.setCount(number); }
-  void setInternalNumberOfMidiObjects(int number) { objects.setCapacity(number); }
-  ZQMidiObject** begin() const { return objects.begin(); }
-  ZQMidiObject** end() const { return objects.end(); }
+  ZQMidiObject** getMidiObjectTrack() const { return objects_.begin(); }
+  void setMidiObjectTrack(ZQMidiObject** array) { objects_.setArray(array); }
+  void setNumberOfMidiObjects(int number) { objects_.setCount(number); }
+  void setInternalNumberOfMidiObjects(int number) { objects_.setCapacity(number); }
+  ZQMidiObject** begin() const { return objects_.begin(); }
+  ZQMidiObject** end() const { return objects_.end(); }
 
  private:
-  ZQPointerArray<ZQMidiObject> objects{firstCapacity};
+  ZQPointerArray<ZQMidiObject> objects_{firstCapacity};
 };
 
 /// An empty track, or null if memory runs out.

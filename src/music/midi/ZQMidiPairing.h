@@ -44,17 +44,17 @@ struct MidiPairingFilter {
 class MidiPairing {
  public:
   MidiPairing(const ZQMidiEventTrack& track, const MidiPairingFilter& pairingFilter, ZQMidiObjectTrack& result)
-      : events(track.begin()), count(track.getCount()), filter(pairingFilter), objects(result) {}
+      : events_(track.begin()), count_(track.getCount()), filter_(pairingFilter), objects_(result) {}
 
   /// False if memory runs out.
   [[nodiscard]] bool run();
 
-  const MidiTrackPairing& findings() const { return found; }
+  const MidiTrackPairing& findings() const { return found_; }
   int numberOfUsedChannels() const;
-  bool hasPercussion() const { return hasDrums; }
-  bool hasTimeSignature() const { return found.timeSignatures > 0; }
-  int numerator() const { return firstNumerator; }
-  int denominator() const { return firstDenominator; }
+  bool hasPercussion() const { return hasDrums_; }
+  bool hasTimeSignature() const { return found_.timeSignatures > 0; }
+  int numerator() const { return firstNumerator_; }
+  int denominator() const { return firstDenominator_; }
 
  private:
   static constexpr int channels = 16;
@@ -72,7 +72,7 @@ class MidiPairing {
     Chain offs[noteNumbers];
   };
 
-  const ZQMidiEvent* eventAt(int index) const { return events[index]; }
+  const ZQMidiEvent* eventAt(int index) const { return events_[index]; }
   [[nodiscard]] bool linkEvents();
   void append(Chain& chain, int index);
   int firstBehind(Chain& chain, int index);
@@ -84,20 +84,20 @@ class MidiPairing {
   void dropOthersBetween(int channel, int index, int end);
   [[nodiscard]] bool add(ZQMidiObject* object);
 
-  const ZQMidiEvent* const* events;
-  const int count;
-  const MidiPairingFilter filter;
-  ZQMidiObjectTrack& objects;
-  MidiTrackPairing found;
-  bool isUsed[channels] = {};
-  bool hasDrums = false;
-  int firstNumerator = 0;
-  int firstDenominator = 0;
+  const ZQMidiEvent* const* events_;
+  const int count_;
+  const MidiPairingFilter filter_;
+  ZQMidiObjectTrack& objects_;
+  MidiTrackPairing found_;
+  bool isUsed_[channels] = {};
+  bool hasDrums_ = false;
+  int firstNumerator_ = 0;
+  int firstDenominator_ = 0;
 
-  ZQArray<int> next;                                // per event: the next one in its chain
-  ZQArray<unsigned char> isDropped;                 // per event: 1 if a search has dropped it
-  std::unique_ptr<NotesOfChannel> notes[channels];  // only for channels with note events; most tracks have one
-  Chain others[channels];                           // the events that a search for a note-off drops
+  ZQArray<int> next_;                                // per event: the next one in its chain
+  ZQArray<unsigned char> isDropped_;                 // per event: 1 if a search has dropped it
+  std::unique_ptr<NotesOfChannel> notes_[channels];  // only for channels with note events; most tracks have one
+  Chain others_[channels];                           // the events that a search for a note-off drops
 };
 
 }  // namespace zmatrix

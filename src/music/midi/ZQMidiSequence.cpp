@@ -43,31 +43,34 @@ int durationOnGrid(int quanta, int quantization) {
 }
 
 MidiSequenceWriter::MidiSequenceWriter(const MidiSequenceForm& sequenceForm, long long capacity, const char* callerName)
-    : form(sequenceForm), length(capacity), caller(callerName), sequence{SystemOwned<int>(systemMallocArray<int>(capacity)), 0} {
+    : form_(sequenceForm),
+      length_(capacity),
+      caller_(callerName),
+      sequence_{SystemOwned<int>(systemMallocArray<int>(capacity)), 0} {
 }
 
 int MidiSequenceWriter::durationOf(int quanta) const {
-  const int duration = durationOnGrid(quanta, form.durationQuantization);
-  if (duration <= 0 || duration > longestDuration) dbPrintf(0, "%s: illegal noteDuration: %d\n", caller, duration);
+  const int duration = durationOnGrid(quanta, form_.durationQuantization);
+  if (duration <= 0 || duration > longestDuration) dbPrintf(0, "%s: illegal noteDuration: %d\n", caller_, duration);
   return duration;
 }
 
 /// Prints warnings; the note is not changed.
 void MidiSequenceWriter::warnAbout(int noteNumber, int noteOn) const {
-  if (noteNumber >= noteNumbers) dbPrintf(0, "%s: illegal notenumber: %d\n", caller, noteNumber);
-  if (noteOn < 0) dbPrintf(0, "%s: illegal quanta value: %d\n", caller, noteOn);
+  if (noteNumber >= noteNumbers) dbPrintf(0, "%s: illegal notenumber: %d\n", caller_, noteNumber);
+  if (noteOn < 0) dbPrintf(0, "%s: illegal quanta value: %d\n", caller_, noteOn);
 }
 
 bool MidiSequenceWriter::add(const NoteToLearn& note) {
-  const int coordinates = coordinatesOfNote(form.preProcessingType);
-  if (sequence.values == nullptr || sequence.count + coordinates > length) return false;
-  const int noteOn = noteOnOnGrid(note.start, form.noteOnQuantization);
-  int* next = sequence.values.get() + sequence.count;
+  const int coordinates = coordinatesOfNote(form_.preProcessingType);
+  if (sequence_.values == nullptr || sequence_.count + coordinates > length_) return false;
+  const int noteOn = noteOnOnGrid(note.start, form_.noteOnQuantization);
+  int* next = sequence_.values.get() + sequence_.count;
   *next++ = note.noteNumber;
   *next++ = noteOn;
   if (coordinates >= 3) *next++ = durationOf(note.duration);
   if (coordinates >= 4) *next++ = note.sound;
-  sequence.count += coordinates;
+  sequence_.count += coordinates;
   warnAbout(note.noteNumber, noteOn);
   return true;
 }

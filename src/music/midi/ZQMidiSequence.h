@@ -39,16 +39,16 @@ class MidiSequenceWriter {
   MidiSequenceWriter(const MidiSequenceForm& sequenceForm, long long capacity, const char* callerName);
   /// False if the sequence has no room for the note, or if memory runs out.
   bool add(const NoteToLearn& note);
-  MidiSequence take() { return std::move(sequence); }
+  MidiSequence take() { return std::move(sequence_); }
 
  private:
   int durationOf(int quanta) const;
   void warnAbout(int noteNumber, int noteOn) const;
 
-  const MidiSequenceForm form;
-  const long long length;
-  const char* caller;
-  MidiSequence sequence;
+  const MidiSequenceForm form_;
+  const long long length_;
+  const char* caller_;
+  MidiSequence sequence_;
 };
 
 /// The notes of a track, as many as fit into `length` integers.

@@ -40,103 +40,104 @@ MidiFeedSettings midiSettingsFor(int preProcessingType) {
 
 MidiTrackJudge::MidiTrackJudge(const ZQMidiTrackList& list, const MidiFeedSettings& startSettings, int threshold,
                                const char* fileName, const MidiFeedTexts& texts)
-    : start(startSettings), present(startSettings), chordThreshold(threshold), file(fileName), sentences(texts) {
-  signatures = list.getMidiTimeSignatureFromTrackList(&nom, &denom);
+    : start_(startSettings), present_(startSettings), chordThreshold_(threshold), file_(fileName), sentences_(texts) {
+  signatures_ = list.getMidiTimeSignatureFromTrackList(&nom_, &denom_);
 }
 
 /// Sets the number of integers of the sequence. With an unknown type the length of the track before is kept.
 bool MidiTrackJudge::findLength() {
-  const int type = present.preProcessingType, dimension = present.coordinateDimension;
+  const int type = present_.preProcessingType, dimension = present_.coordinateDimension;
   const bool isPair = type == 1 || type == ZQPreProcessingTypeMidiNoteAndModQuanta;
   const bool isKnown = isPair || type == ZQPreProcessingTypeMidiTriple_NDMT || type == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
   if (!isKnown) {
-    dbPrintf(0, sentences.suspiciousSettings, sentences.suspiciousSettingsShowDimension ? dimension : type);
+    dbPrintf(0, sentences_.suspiciousSettings, sentences_.suspiciousSettingsShowDimension ? dimension : type);
     return true;
   }
   if (dimension != coordinatesOfNote(type)) {
     static constexpr ZQSentence<int> dimensionIsNotTwo = "updateMatrixWithMIDIFile: illegal coordDimension, should be 2!: %d\n";
     dbPrintf(0,
              isPair                                       ? dimensionIsNotTwo
-             : type == ZQPreProcessingTypeMidiTriple_NDMT ? sentences.dimensionIsNotThree
-                                                          : sentences.dimensionIsNotFour,
+             : type == ZQPreProcessingTypeMidiTriple_NDMT ? sentences_.dimensionIsNotThree
+                                                          : sentences_.dimensionIsNotFour,
              dimension);
     return false;
   }
-  length = static_cast<long long>(notes) * dimension;
+  length_ = static_cast<long long>(notes_) * dimension;
   return true;
 }
 
 bool MidiTrackJudge::isToBeUpgraded() const {
-  return percussion == 1 && start.preProcessingType != ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
+  return percussion_ == 1 && start_.preProcessingType != ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
 }
 
 bool MidiTrackJudge::isToBeDowngraded() const {
-  return sounds <= 1 && sound != drumSound && start.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
+  return sounds_ <= 1 && sound_ != drumSound && start_.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
 }
 
 MidiTrackVerdict MidiTrackJudge::takeUp(const ZQMidiObjectTrack* nextTrack, int index) {
-  track = nextTrack;
-  trackIndex = index;
-  notes = track == nullptr ? 0 : static_cast<int>(std::count_if(track->begin(), track->end(), [](const ZQMidiObject* object) {
+  track_ = nextTrack;
+  trackIndex_ = index;
+  notes_ = track_ == nullptr ? 0 : static_cast<int>(std::count_if(track_->begin(), track_->end(), [](const ZQMidiObject* object) {
     return object != nullptr && object->isNote();
   }));
-  sounds = mainSound = sound = percussion = 0;
-  if (notes < 2) return MidiTrackVerdict::tooFewNotes;
+  sounds_ = mainSound_ = sound_ = percussion_ = 0;
+  if (notes_ < 2) return MidiTrackVerdict::tooFewNotes;
   if (!findLength()) return MidiTrackVerdict::wrongDimension;
-  mainSound = track->getMidiSoundIDFromMidiObjectTrack(&sounds, &percussion);
-  sound = sounds == 1 ? mainSound : ZQMatrixSoundUndefined;
-  if (sound == ZQMatrixSoundPercussive || sound == ZQMatrixSoundEffects) {
-    dbPrintf(1, "discarding track with ID %d (contains only percussion notes)\n", trackIndex);
+  mainSound_ = track_->getMidiSoundIDFromMidiObjectTrack(&sounds_, &percussion_);
+  sound_ = sounds_ == 1 ? mainSound_ : ZQMatrixSoundUndefined;
+  if (sound_ == ZQMatrixSoundPercussive || sound_ == ZQMatrixSoundEffects) {
+    dbPrintf(1, "discarding track with ID %d (contains only percussion notes)\n", trackIndex_);
     return MidiTrackVerdict::onlyPercussionSound;
   }
   if (isToBeUpgraded()) {
-    dbPrintf(1, "upgrade track with ID %d to ZQMatrixTypeMIDIGMQuadruple_NDMTS\n", trackIndex);
-    present = quadrupleSettings;
-    length = 4LL * notes;
+    dbPrintf(1, "upgrade track with ID %d to ZQMatrixTypeMIDIGMQuadruple_NDMTS\n", trackIndex_);
+    present_ = quadrupleSettings;
+    length_ = 4LL * notes_;
   }
   if (isToBeDowngraded()) {
-    dbPrintf(1, "downgrade track with ID %d to ZQMatrixTypeMIDITriple_NDMT\n", trackIndex);
-    present = tripleSettings;
-    length = 3LL * notes;
+    dbPrintf(1, "downgrade track with ID %d to ZQMatrixTypeMIDITriple_NDMT\n", trackIndex_);
+    present_ = tripleSettings;
+    length_ = 3LL * notes_;
   }
   return MidiTrackVerdict::taken;
 }
 
 MidiTrackVerdict MidiTrackJudge::findMeter() {
   bool hasMeter;
-  if (signatures == 0) {
-    subTypeOfTrack = track->getMidiTimeSignatureAndSubTypeFromMidiObjectTrack(&nom, &denom, chordThreshold, &percussion);
-    hasMeter = nom != 0 && denom != 0;
+  if (signatures_ == 0) {
+    subTypeOfTrack_ = track_->getMidiTimeSignatureAndSubTypeFromMidiObjectTrack(&nom_, &denom_, chordThreshold_, &percussion_);
+    hasMeter = nom_ != 0 && denom_ != 0;
   } else {
     int chordSize = 0;
-    subTypeOfTrack = track->getMidiSubTypeFromMidiObjectTrack(&chordSize, chordThreshold, &percussion);
-    hasMeter = signatures == 1;
+    subTypeOfTrack_ = track_->getMidiSubTypeFromMidiObjectTrack(&chordSize, chordThreshold_, &percussion_);
+    hasMeter = signatures_ == 1;
   }
   if (!hasMeter) {
-    dbPrintf(0, "updateMatrixWithMIDIFile: error: ambigous or no time signature in Midi file detected (%d items).\n", signatures);
-    dbPrintf(0, "discarding track %d of file %s\n", trackIndex, file);
-    return signatures == 0 ? MidiTrackVerdict::noMeter : MidiTrackVerdict::severalMeters;
+    dbPrintf(0, "updateMatrixWithMIDIFile: error: ambigous or no time signature in Midi file detected (%d items).\n",
+             signatures_);
+    dbPrintf(0, "discarding track %d of file %s\n", trackIndex_, file_);
+    return signatures_ == 0 ? MidiTrackVerdict::noMeter : MidiTrackVerdict::severalMeters;
   }
-  signatures = 1;
-  if (denom >= 2 && denom <= 16) return MidiTrackVerdict::taken;
-  dbPrintf(0, "updateMatrixWithMidiFile: suspicious signature %d/%d in file %s (discarded)\n", nom, denom, file);
-  dbPrintf(0, "discarding track %d of file %s\n", trackIndex, file);
+  signatures_ = 1;
+  if (denom_ >= 2 && denom_ <= 16) return MidiTrackVerdict::taken;
+  dbPrintf(0, "updateMatrixWithMidiFile: suspicious signature %d/%d in file %s (discarded)\n", nom_, denom_, file_);
+  dbPrintf(0, "discarding track %d of file %s\n", trackIndex_, file_);
   return MidiTrackVerdict::meterOutOfRange;
 }
 
 void MidiTrackJudge::finish() {
   if (isToBeUpgraded()) {
-    present.preProcessingType = start.preProcessingType;
-    present.matrixType = start.matrixType;
-    if (start.preProcessingType == ZQPreProcessingTypeMidiTriple_NDMT) {
-      present.coordinateDimension = 3;
-    } else if (start.preProcessingType == ZQPreProcessingTypeMidiNoteAndModQuanta) {
-      present.coordinateDimension = 2;
+    present_.preProcessingType = start_.preProcessingType;
+    present_.matrixType = start_.matrixType;
+    if (start_.preProcessingType == ZQPreProcessingTypeMidiTriple_NDMT) {
+      present_.coordinateDimension = 3;
+    } else if (start_.preProcessingType == ZQPreProcessingTypeMidiNoteAndModQuanta) {
+      present_.coordinateDimension = 2;
     } else {
       dbPrintf(0, "updateMatrixWithMidiFile: unexpected preprocessingType\n");
     }
   }
-  if (isToBeDowngraded()) present = quadrupleSettings;
+  if (isToBeDowngraded()) present_ = quadrupleSettings;
 }
 
 }  // namespace zmatrix

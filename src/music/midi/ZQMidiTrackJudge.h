@@ -66,40 +66,40 @@ class MidiTrackJudge {
   /// Restores the settings after a track was learned.
   void finish();
 
-  const MidiFeedSettings& settings() const { return present; }
-  long long lengthOfSequence() const { return length; }
-  int numberOfNotes() const { return notes; }
-  int soundID() const { return sound; }
-  int mainSoundID() const { return mainSound; }
-  int numberOfSounds() const { return sounds; }
-  bool hasPercussion() const { return percussion == 1; }
-  int numerator() const { return nom; }
-  int denominator() const { return denom; }
-  int subType() const { return subTypeOfTrack; }
+  const MidiFeedSettings& settings() const { return present_; }
+  long long lengthOfSequence() const { return length_; }
+  int numberOfNotes() const { return notes_; }
+  int soundID() const { return sound_; }
+  int mainSoundID() const { return mainSound_; }
+  int numberOfSounds() const { return sounds_; }
+  bool hasPercussion() const { return percussion_ == 1; }
+  int numerator() const { return nom_; }
+  int denominator() const { return denom_; }
+  int subType() const { return subTypeOfTrack_; }
 
  private:
   bool findLength();
   bool isToBeUpgraded() const;
   bool isToBeDowngraded() const;
 
-  const MidiFeedSettings start;
-  MidiFeedSettings present;
-  const int chordThreshold;
-  const char* file;
-  const MidiFeedTexts& sentences;
+  const MidiFeedSettings start_;
+  MidiFeedSettings present_;
+  const int chordThreshold_;
+  const char* file_;
+  const MidiFeedTexts& sentences_;
 
-  const ZQMidiObjectTrack* track = nullptr;
-  int trackIndex = 0;
-  int signatures = 0;  // number of time signatures of the file; set to 1 once a track was accepted
-  int nom = 0;
-  int denom = 0;
-  int notes = 0;
-  long long length = 0;
-  int sound = 0;
-  int mainSound = 0;
-  int sounds = 0;
-  int percussion = 0;
-  int subTypeOfTrack = 0;
+  const ZQMidiObjectTrack* track_ = nullptr;
+  int trackIndex_ = 0;
+  int signatures_ = 0;  // number of time signatures of the file; set to 1 once a track was accepted
+  int nom_ = 0;
+  int denom_ = 0;
+  int notes_ = 0;
+  long long length_ = 0;
+  int sound_ = 0;
+  int mainSound_ = 0;
+  int sounds_ = 0;
+  int percussion_ = 0;
+  int subTypeOfTrack_ = 0;
 };
 
 }  // namespace zmatrix

@@ -48,18 +48,18 @@ ZQMidiTrackList::~ZQMidiTrackList() {
 }
 
 void ZQMidiTrackList::init() {
-  eventTracks.setArray(nullptr);
-  eventTracks.setCount(0);
-  eventTracks.setCapacity(firstCapacity);
-  objectTracks.setArray(nullptr);
-  objectTracks.setCount(0);
-  objectTracks.setCapacity(firstCapacity);
+  eventTracks_.setArray(nullptr);
+  eventTracks_.setCount(0);
+  eventTracks_.setCapacity(firstCapacity);
+  objectTracks_.setArray(nullptr);
+  objectTracks_.setCount(0);
+  objectTracks_.setCapacity(firstCapacity);
 }
 
 bool ZQMidiTrackList::extendEventTracksTo(int index) {
-  while (eventTracks.getCount() <= index) {
+  while (eventTracks_.getCount() <= index) {
     ZQMidiEventTrack* track = createZQMidiEventTrack();
-    if (track == nullptr || !eventTracks.add(track)) {
+    if (track == nullptr || !eventTracks_.add(track)) {
       deleteZQMidiEventTrack(track);
       return false;
     }
@@ -68,28 +68,28 @@ bool ZQMidiTrackList::extendEventTracksTo(int index) {
 }
 
 void ZQMidiTrackList::deleteMidiEventTrackAtIndex(int index) {
-  deleteZQMidiEventTrack(eventTracks.at(index));
-  removeTrackAt(eventTracks, index);
+  deleteZQMidiEventTrack(eventTracks_.at(index));
+  removeTrackAt(eventTracks_, index);
 }
 
 void ZQMidiTrackList::deleteMidiObjectTrackAtIndex(int index) {
-  deleteZQMidiObjectTrack(objectTracks.at(index));
-  removeTrackAt(objectTracks, index);
+  deleteZQMidiObjectTrack(objectTracks_.at(index));
+  removeTrackAt(objectTracks_, index);
 }
 
 void ZQMidiTrackList::deleteMidiObjectTrackAtIndexOnlyReferences(int index) {
-  deleteZQMidiObjectTrackOnlyReferences(objectTracks.at(index));
-  removeTrackAt(objectTracks, index);
+  deleteZQMidiObjectTrackOnlyReferences(objectTracks_.at(index));
+  removeTrackAt(objectTracks_, index);
 }
 
 void ZQMidiTrackList::deleteAllMidiEventTracks() {
-  for (ZQMidiEventTrack* track : eventTracks) deleteZQMidiEventTrack(track);
-  eventTracks.setCount(0);
+  for (ZQMidiEventTrack* track : eventTracks_) deleteZQMidiEventTrack(track);
+  eventTracks_.setCount(0);
 }
 
 void ZQMidiTrackList::deleteAllMidiObjectTracks() {
-  for (ZQMidiObjectTrack* track : objectTracks) deleteZQMidiObjectTrack(track);
-  objectTracks.setCount(0);
+  for (ZQMidiObjectTrack* track : objectTracks_) deleteZQMidiObjectTrack(track);
+  objectTracks_.setCount(0);
 }
 
 ZQMidiObjectTrack* ZQMidiTrackList::createMIDIObjectTrackFromMidiEventTrack(
@@ -114,11 +114,11 @@ ZQMidiObjectTrack* ZQMidiTrackList::createMIDIObjectTrackFromMidiEventTrack(
 }
 
 bool ZQMidiTrackList::pairAllTracks(const int* statusFilter, const unsigned char* channelFilter, MidiPairingFindings* findings) {
-  for (const ZQMidiEventTrack* events : eventTracks) {
+  for (const ZQMidiEventTrack* events : eventTracks_) {
     int numberOfChannelsUsed = 0, hasPercussion = 0, nom = 0, denom = 0;
     ZQMidiObjectTrack* objects = createMIDIObjectTrackFromMidiEventTrack(
         events, statusFilter, channelFilter, &numberOfChannelsUsed, &hasPercussion, &nom, &denom, findings);
-    if (objects == nullptr || !objectTracks.add(objects)) {
+    if (objects == nullptr || !objectTracks_.add(objects)) {
       deleteZQMidiObjectTrack(objects);
       return false;
     }
@@ -129,10 +129,10 @@ bool ZQMidiTrackList::pairAllTracks(const int* statusFilter, const unsigned char
 /// Appends references to all objects except those of track 0, in order of start.
 bool ZQMidiTrackList::collectObjects(ZQMidiObjectTrack* merged) const {
   long long count = 0;
-  for (int i = 1; i < objectTracks.getCount(); i++) count += objectTracks.at(i)->getCount();
+  for (int i = 1; i < objectTracks_.getCount(); i++) count += objectTracks_.at(i)->getCount();
   if (count > INT_MAX / 2 || !merged->reserve(static_cast<int>(count))) return false;
-  for (int i = 1; i < objectTracks.getCount(); i++) {
-    merged->appendMidiObjects(*objectTracks.at(i));
+  for (int i = 1; i < objectTracks_.getCount(); i++) {
+    merged->appendMidiObjects(*objectTracks_.at(i));
   }
   merged->sortByFunction(ZQCompareMidiObjectsAscending);
   return true;
@@ -140,10 +140,10 @@ bool ZQMidiTrackList::collectObjects(ZQMidiObjectTrack* merged) const {
 
 /// Replaces the single tracks by the merged track, which takes over their objects.
 bool ZQMidiTrackList::replaceByMergedTrack(ZQMidiObjectTrack* merged) {
-  if (objectTracks.getCount() < 2) return objectTracks.add(merged);
-  for (int i = objectTracks.getCount() - 1; i >= 2; i--) deleteMidiObjectTrackAtIndexOnlyReferences(i);
-  deleteZQMidiObjectTrackOnlyReferences(objectTracks.at(1));
-  objectTracks.begin()[1] = merged;
+  if (objectTracks_.getCount() < 2) return objectTracks_.add(merged);
+  for (int i = objectTracks_.getCount() - 1; i >= 2; i--) deleteMidiObjectTrackAtIndexOnlyReferences(i);
+  deleteZQMidiObjectTrackOnlyReferences(objectTracks_.at(1));
+  objectTracks_.begin()[1] = merged;
   return true;
 }
 
@@ -155,7 +155,7 @@ bool ZQMidiTrackList::appendCopyOfMergedTrack(ZQMidiObjectTrack* merged) {
     if (copy == nullptr) return false;
     copies->addMidiObject(copy);
   }
-  if (!objectTracks.add(copies.get())) return false;
+  if (!objectTracks_.add(copies.get())) return false;
   static_cast<void>(copies.release());
   return true;
 }
@@ -169,7 +169,7 @@ bool ZQMidiTrackList::updateMIDIObjectTracksFromMIDIEventTracks(const int* statu
     return false;
   }
   giveNotesTheirSounds(*merged);
-  const int tracks = objectTracks.getCount();
+  const int tracks = objectTracks_.getCount();
   if (midiTrackAnalyze == ZQMidiTrackAnalyzeMerged || (midiTrackAnalyze == ZQMidiTrackAnalyzeSingleAndMerged && tracks == 2)) {
     if (!replaceByMergedTrack(merged.get())) return false;
     static_cast<void>(merged.release());
@@ -180,10 +180,10 @@ bool ZQMidiTrackList::updateMIDIObjectTracksFromMIDIEventTracks(const int* statu
 }
 
 int ZQMidiTrackList::getMidiTimeSignatureFromTrackList(int* nom, int* denom) const {
-  if (eventTracks.getCount() == 0) return 0;
+  if (eventTracks_.getCount() == 0) return 0;
   *nom = *denom = 0;
   int count = 0;
-  for (const ZQMidiEvent* event : *eventTracks.at(0)) {
+  for (const ZQMidiEvent* event : *eventTracks_.at(0)) {
     if (event->getEventType() != ZQMidiMetaTimeSignature) continue;
     const int numerator = event->getByte1();
     const int denominator = powerOfTwo(event->getByte2());

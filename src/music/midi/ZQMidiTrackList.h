@@ -28,15 +28,15 @@ class ZQMidiTrackList {
   /// Empties the list without releasing its tracks.
   void init();
   /// Append a track and take ownership; null is ignored. False if memory runs out; then the caller keeps the track.
-  bool addMidiEventTrack(ZQMidiEventTrack* track) { return track == nullptr || eventTracks.add(track); }
-  bool addMidiObjectTrack(ZQMidiObjectTrack* track) { return track == nullptr || objectTracks.add(track); }
+  bool addMidiEventTrack(ZQMidiEventTrack* track) { return track == nullptr || eventTracks_.add(track); }
+  bool addMidiObjectTrack(ZQMidiObjectTrack* track) { return track == nullptr || objectTracks_.add(track); }
   /// Appends empty event tracks until `index` is in range; false if memory runs out.
   bool extendEventTracksTo(int index);
-  int getNumberOfMidiEventTracks() const { return eventTracks.getCount(); }
-  int getNumberOfMidiObjectTracks() const { return objectTracks.getCount(); }
+  int getNumberOfMidiEventTracks() const { return eventTracks_.getCount(); }
+  int getNumberOfMidiObjectTracks() const { return objectTracks_.getCount(); }
   /// Null outside the range.
-  ZQMidiEventTrack* getMidiEventTrackAtIndex(int index) const { return eventTracks.at(index); }
-  ZQMidiObjectTrack* getMidiObjectTrackAtIndex(int index) const { return objectTracks.at(index); }
+  ZQMidiEventTrack* getMidiEventTrackAtIndex(int index) const { return eventTracks_.at(index); }
+  ZQMidiObjectTrack* getMidiObjectTrackAtIndex(int index) const { return objectTracks_.at(index); }
   /// Release the track at `index` with its elements. For an index below the range the first track is removed, for one above it
   /// the last, without releasing it, as in an object track.
   void deleteMidiEventTrackAtIndex(int index);
@@ -61,14 +61,14 @@ class ZQMidiTrackList {
   /// unchanged; else 1, plus one for each signature that differs from the first.
   int getMidiTimeSignatureFromTrackList(int* nom, int* denom) const;
 
-  ZQMidiEventTrack** getMidiEventTrackList() const { return eventTracks.begin(); }
-  ZQMidiObjectTrack** getMidiObjectTrackList() const { return objectTracks.begin(); }
-  void setMidiEventTrackList(ZQMidiEventTrack** list) { eventTracks.setArray(list); }
-  void setMidiObjectTrackList(ZQMidiObjectTrack** list) { objectTracks.setArray(list); }
-  void setNumberOfMidiEventTracks(int number) { eventTracks.setCount(number); }
-  void setNumberOfMidiObjectTracks(int number) { objectTracks.setCount(number); }
-  void setInternalNumberOfMidiEventTracks(int number) { eventTracks.setCapacity(number); }
-  void setInternalNumberOfMidiObjectTracks(int number) { objectTracks.setCapacity(number); }
+  ZQMidiEventTrack** getMidiEventTrackList() const { return eventTracks_.begin(); }
+  ZQMidiObjectTrack** getMidiObjectTrackList() const { return objectTracks_.begin(); }
+  void setMidiEventTrackList(ZQMidiEventTrack** list) { eventTracks_.setArray(list); }
+  void setMidiObjectTrackList(ZQMidiObjectTrack** list) { objectTracks_.setArray(list); }
+  void setNumberOfMidiEventTracks(int number) { eventTracks_.setCount(number); }
+  void setNumberOfMidiObjectTracks(int number) { objectTracks_.setCount(number); }
+  void setInternalNumberOfMidiEventTracks(int number) { eventTracks_.setCapacity(number); }
+  void setInternalNumberOfMidiObjectTracks(int number) { objectTracks_.setCapacity(number); }
 
  private:
   bool pairAllTracks(const int* statusFilter, const unsigned char* channelFilter, MidiPairingFindings* findings);
@@ -76,8 +76,8 @@ class ZQMidiTrackList {
   bool replaceByMergedTrack(ZQMidiObjectTrack* merged);
   bool appendCopyOfMergedTrack(ZQMidiObjectTrack* merged);
 
-  ZQPointerArray<ZQMidiEventTrack> eventTracks{firstCapacity};
-  ZQPointerArray<ZQMidiObjectTrack> objectTracks{firstCapacity};
+  ZQPointerArray<ZQMidiEventTrack> eventTracks_{firstCapacity};
+  ZQPointerArray<ZQMidiObjectTrack> objectTracks_{firstCapacity};
 };
 
 /// An empty list, or null if memory runs out.

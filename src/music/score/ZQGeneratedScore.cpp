@@ -32,11 +32,11 @@ unsigned char programOf(int sound) {
 /// A score with one part per sound, in the order of their first notes.
 class SoundParts {
  public:
-  explicit SoundParts(ScoreBuilder& scoreBuilder) : builder(scoreBuilder) { parts.fill(none); }
+  explicit SoundParts(ScoreBuilder& scoreBuilder) : builder_(scoreBuilder) { parts_.fill(none); }
 
   int partOf(int sound) {
-    int& part = parts[static_cast<size_t>(sound)];
-    if (part == none) part = builder.addPart(0, sound == drumSound ? percussionChannel : nextChannel());
+    int& part = parts_[static_cast<size_t>(sound)];
+    if (part == none) part = builder_.addPart(0, sound == drumSound ? percussionChannel : nextChannel());
     return part;
   }
 
@@ -44,14 +44,14 @@ class SoundParts {
   static constexpr int none = -1;
 
   int nextChannel() {
-    const int given = channel;
-    channel += channel + 1 == percussionChannel ? 2 : 1;
+    const int given = channel_;
+    channel_ += channel_ + 1 == percussionChannel ? 2 : 1;
     return given % channels;
   }
 
-  ScoreBuilder& builder;
-  std::array<int, numberOfSounds> parts{};
-  int channel = 0;
+  ScoreBuilder& builder_;
+  std::array<int, numberOfSounds> parts_{};
+  int channel_ = 0;
 };
 
 void addNote(ScoreBuilder& builder, SoundParts& parts, const ZQMidiObject& object) {

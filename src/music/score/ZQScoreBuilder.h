@@ -47,7 +47,7 @@ class ScoreBuilder {
   void sortNotes();
   void dropEmptyParts();
 
-  OwnedScore* owned;
+  OwnedScore* owned_;
 };
 
 }  // namespace zmatrix

@@ -37,7 +37,7 @@ static_assert(sizeof(zq_ScoreFeedReport::leftOut) / sizeof(long long) == zq_Scor
 struct OwnedReport : zq_ScoreFeedReport {
   OwnedReport() : zq_ScoreFeedReport() {}
 
-  std::vector<zq_ScoreRun> runs_;
+  std::vector<zq_ScoreRun> ownedRuns;
 };
 
 double meanOf(double sum, long long count) {
@@ -90,9 +90,9 @@ zq_ScoreFeedReport* reportOf(const zq_Score& score, const ScorePlan& plan, int r
   report->meanOnsetMove = meanOf(plan.sumOfOnsetMoves, plan.notesMeasured);
   report->largestDurationMove = plan.largestDurationMove;
   report->meanDurationMove = meanOf(plan.sumOfDurationMoves, plan.notesMeasured - plan.notesWithoutDuration);
-  for (const PlannedRun& run : plan.runs) report->runs_.push_back(run.reported);
-  report->numberOfRuns = static_cast<long long>(report->runs_.size());
-  report->runs = report->runs_.data();
+  for (const PlannedRun& run : plan.runs) report->ownedRuns.push_back(run.reported);
+  report->numberOfRuns = static_cast<long long>(report->ownedRuns.size());
+  report->runs = report->ownedRuns.data();
   return report.release();
 }
 
@@ -137,8 +137,12 @@ template <class Matrix>
 class ScoreFeed {
  public:
   ScoreFeed(Matrix* target, const zq_Score& source, const char* name)
-      : matrix(target), score(source), fileName(name != nullptr ? name : ""), keep(target), before(globalMidiSettings(*target)) {}
-  ~ScoreFeed() { setGlobalMidiSettings(*matrix, before); }
+      : matrix_(target),
+        score_(source),
+        fileName_(name != nullptr ? name : ""),
+        keep_(target),
+        before_(globalMidiSettings(*target)) {}
+  ~ScoreFeed() { setGlobalMidiSettings(*matrix_, before_); }
   ScoreFeed(const ScoreFeed&) = delete;
   ScoreFeed& operator=(const ScoreFeed&) = delete;
 
@@ -155,70 +159,70 @@ class ScoreFeed {
  private:
   /// More sub-matrices can be reserved only while all are empty.
   void reserve(int needed) {
-    if (matrix->getHighestOccupiedMatrixID() >= 0) return;
-    if (needed > matrix->getMaxNumberOfMatrices()) matrix->setMaxNumberOfMatrices(needed);
+    if (matrix_->getHighestOccupiedMatrixID() >= 0) return;
+    if (needed > matrix_->getMaxNumberOfMatrices()) matrix_->setMaxNumberOfMatrices(needed);
   }
 
   void feed(const ScorePlan& plan, PlannedRun& run, int* result) {
-    setGlobalMidiSettings(*matrix, midiSettingsFor(run.reported.preProcessingType));
+    setGlobalMidiSettings(*matrix_, midiSettingsFor(run.reported.preProcessingType));
     if (!makeMatrixCurrent(run)) {
       run.reported.cause = zq_ScoreNoSubMatrix;
       return;
     }
-    applyMidiProperties(matrix, fileName, midiProfileTexts);
+    applyMidiProperties(matrix_, fileName_, midiProfileTexts);
     describe(run);
-    const std::vector<int> sequence = plan.sequenceOf(score, run);
+    const std::vector<int> sequence = plan.sequenceOf(score_, run);
     const int coordinates = coordinatesOfNote(run.reported.preProcessingType);
-    *result = matrix->updateMatrixWithLongMIDISequence(sequence.data(), static_cast<int>(sequence.size()) / coordinates);
-    run.reported.matrixID = matrix->getCurrentMatrixID();
+    *result = matrix_->updateMatrixWithLongMIDISequence(sequence.data(), static_cast<int>(sequence.size()) / coordinates);
+    run.reported.matrixID = matrix_->getCurrentMatrixID();
     if (*result < 1) {
       run.reported.cause = zq_ScoreNotTaken;
     } else {
-      idOfKind[run.kind()] = run.reported.matrixID;
+      idOfKind_[run.kind()] = run.reported.matrixID;
     }
   }
 
   /// All properties of the run's kind must match; here a sound or texture of 0 is a value, not a wildcard.
   bool makeMatrixCurrent(const PlannedRun& run) {
     const KindOfRun kind = run.kind();
-    if (const auto known = idOfKind.find(kind); known != idOfKind.end()) {
-      matrix->setCurrentMatrixID(known->second);
+    if (const auto known = idOfKind_.find(kind); known != idOfKind_.end()) {
+      matrix_->setCurrentMatrixID(known->second);
       return true;
     }
-    const int style = matrix->getGlobalMusicStyle();
-    int id = getMatrixIDForMidi(matrix, matrix->getGlobalMatrixType(), kind.numerator, kind.denominator, [&](const auto& info) {
+    const int style = matrix_->getGlobalMusicStyle();
+    int id = getMatrixIDForMidi(matrix_, matrix_->getGlobalMatrixType(), kind.numerator, kind.denominator, [&](const auto& info) {
       return info.getPreProcessingType() == kind.preProcessingType && info.getMidiSubType() == kind.subType &&
              info.getMidiSoundID() == kind.soundID && info.getMusicStyle() == style && !info.isEmpty();
     });
     if (id < 0) {
-      id = matrix->getNextFreeMatrixID();
+      id = matrix_->getNextFreeMatrixID();
       if (id < 0) return false;
-      matrix->setNumberOfMatrices(id + 1);
+      matrix_->setNumberOfMatrices(id + 1);
     }
-    matrix->setCurrentMatrixID(id);
+    matrix_->setCurrentMatrixID(id);
     return true;
   }
 
   void describe(const PlannedRun& run) {
-    auto* info = matrix->getMatrixInfo();
+    auto* info = matrix_->getMatrixInfo();
     const LearnedTrack track{run.reported.numerator, run.reported.denominator, run.reported.subType, run.reported.soundID,
                              run.reported.part + 1};
-    describeLearnedTrack(info, track, fileName);
-    const int style = matrix->getGlobalMusicStyle();
+    describeLearnedTrack(info, track, fileName_);
+    const int style = matrix_->getGlobalMusicStyle();
     info->setMusicStyle(style);
-    matrix->setMatrixDescription("Producer: 64-Bit, music read as scores, exactly");
-    const NameOfLearnedTrack name = nameOfLearnedTrack(matrix->getCurrentMatrixID(), track, style);
-    const std::string entry = entryOfExactReading(name.text, run.reported.quartersPerMinute) + fileName;
-    if (entries.insert(entry).second) info->addNameOfUpdateFile(entry.c_str());
+    matrix_->setMatrixDescription("Producer: 64-Bit, music read as scores, exactly");
+    const NameOfLearnedTrack name = nameOfLearnedTrack(matrix_->getCurrentMatrixID(), track, style);
+    const std::string entry = entryOfExactReading(name.text, run.reported.quartersPerMinute) + fileName_;
+    if (entries_.insert(entry).second) info->addNameOfUpdateFile(entry.c_str());
   }
 
-  Matrix* matrix;
-  const zq_Score& score;
-  const char* fileName;
-  const KeepCurrentMatrixID<Matrix> keep;
-  const MidiFeedSettings before;
-  std::map<KindOfRun, int> idOfKind;
-  std::set<std::string> entries;  // of this score: an entry that several runs share is added once
+  Matrix* matrix_;
+  const zq_Score& score_;
+  const char* fileName_;
+  const KeepCurrentMatrixID<Matrix> keep_;
+  const MidiFeedSettings before_;
+  std::map<KindOfRun, int> idOfKind_;
+  std::set<std::string> entries_;  // of this score: an entry that several runs share is added once
 };
 
 template <class Matrix>

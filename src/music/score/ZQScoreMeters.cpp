@@ -77,13 +77,13 @@ ScoreMeters::ScoreMeters(const zq_Score& score) {
   if (meters.empty()) meters[-1];
   for (auto& [part, list] : meters) {
     std::stable_sort(list.begin(), list.end(), [](const auto& one, const auto& other) { return onsetOf(one) < onsetOf(other); });
-    ofParts[part] = zmatrix::stretchesOf(score, list);
+    ofParts_[part] = zmatrix::stretchesOf(score, list);
   }
 }
 
 const MeterStretches& ScoreMeters::stretchesOf(int part) const {
-  const auto own = ofParts.find(part);
-  return own == ofParts.end() ? ofParts.begin()->second : own->second;
+  const auto own = ofParts_.find(part);
+  return own == ofParts_.end() ? ofParts_.begin()->second : own->second;
 }
 
 size_t ScoreMeters::indexAt(const MeterStretches& stretches, const ScoreTime& time) {

@@ -48,7 +48,7 @@ class ScoreMeters {
   static size_t indexAt(const MeterStretches& stretches, const ScoreTime& time);
 
  private:
-  std::map<int, MeterStretches> ofParts;
+  std::map<int, MeterStretches> ofParts_;
 };
 
 }  // namespace zmatrix

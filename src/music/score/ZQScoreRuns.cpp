@@ -27,11 +27,11 @@ long long nearestStep(__int128 numerator, __int128 denominator, long long stepsP
 class Grid {
  public:
   explicit Grid(int quantization)
-      : step(std::max(quantaPerWholeNote / std::max(quantization, 1), 1)), isExact(quantaPerWholeNote % step == 0) {}
+      : step(std::max(quantaPerWholeNote / std::max(quantization, 1), 1)), isExact_(quantaPerWholeNote % step == 0) {}
 
   /// The nearest multiple of the grid, in quanta.
   long long at(__int128 numerator, __int128 denominator) const {
-    if (isExact) return nearestStep(numerator, denominator, quantaPerWholeNote / step) * step;
+    if (isExact_) return nearestStep(numerator, denominator, quantaPerWholeNote / step) * step;
     const long long quanta = nearestStep(numerator, denominator, quantaPerWholeNote);
     return nearestStep(quanta, step, 1) * step;
   }
@@ -39,7 +39,7 @@ class Grid {
   const long long step;
 
  private:
-  const bool isExact;  // the grid divides a whole note evenly
+  const bool isExact_;  // the grid divides a whole note evenly
 };
 
 /// How far rounding to the grid moves a time, in quanta.
@@ -73,59 +73,59 @@ struct TextureOfRun {
 class ScorePlanner {
  public:
   ScorePlanner(const zq_Score& source, const zq_ScoreFeedSettings& feedSettings)
-      : score(source),
-        settings(feedSettings),
-        onsets(feedSettings.noteOnQuantization),
-        durations(feedSettings.durationQuantization),
-        meters(source),
-        isPlanned(static_cast<size_t>(source.numberOfNotes), false) {
-    plan.causes.assign(isPlanned.size(), zq_ScoreLearned);
+      : score_(source),
+        settings_(feedSettings),
+        onsets_(feedSettings.noteOnQuantization),
+        durations_(feedSettings.durationQuantization),
+        meters_(source),
+        isPlanned_(static_cast<size_t>(source.numberOfNotes), false) {
+    plan_.causes.assign(isPlanned_.size(), zq_ScoreLearned);
   }
 
   ScorePlan run() {
     leaveOut();
     int parts = 0;
-    for (int part = 0; part < score.numberOfParts; ++part) parts += notesOfPart(part).empty() ? 0 : 1;
-    const bool merges = settings.midiTrackAnalyze != ZQMidiTrackAnalyzeSingle && parts > 1;
-    if (!merges || settings.midiTrackAnalyze != ZQMidiTrackAnalyzeMerged) {
-      for (int part = 0; part < score.numberOfParts; ++part) planVoice(part, notesOfPart(part));
+    for (int part = 0; part < score_.numberOfParts; ++part) parts += notesOfPart(part).empty() ? 0 : 1;
+    const bool merges = settings_.midiTrackAnalyze != ZQMidiTrackAnalyzeSingle && parts > 1;
+    if (!merges || settings_.midiTrackAnalyze != ZQMidiTrackAnalyzeMerged) {
+      for (int part = 0; part < score_.numberOfParts; ++part) planVoice(part, notesOfPart(part));
     }
     if (merges) planVoice(merged, notesOfAll());
-    return std::move(plan);
+    return std::move(plan_);
   }
 
  private:
   static constexpr int merged = -1;
 
-  const zq_ScoreNote& noteAt(long long index) const { return score.notes[index]; }
+  const zq_ScoreNote& noteAt(long long index) const { return score_.notes[index]; }
 
   void leaveOut() {
-    for (size_t i = 0; i < plan.causes.size(); ++i) {
-      const zq_ScoreNote& note = score.notes[i];
+    for (size_t i = 0; i < plan_.causes.size(); ++i) {
+      const zq_ScoreNote& note = score_.notes[i];
       const int sound = learnedSoundOf(note);
       const bool isPercussion = sound == drumSound || sound == ZQMatrixSoundPercussive || sound == ZQMatrixSoundEffects;
-      if (settings.channelFilter[score.parts[note.part].channel & 15] != 0) {
-        plan.causes[i] = zq_ScoreSkippedChannel;
-      } else if (settings.leavesOutPercussion != 0 && isPercussion) {
-        plan.causes[i] = zq_ScoreSkippedPercussion;
+      if (settings_.channelFilter[score_.parts[note.part].channel & 15] != 0) {
+        plan_.causes[i] = zq_ScoreSkippedChannel;
+      } else if (settings_.leavesOutPercussion != 0 && isPercussion) {
+        plan_.causes[i] = zq_ScoreSkippedPercussion;
       } else if (durationOf(note) > latestInRun) {
-        plan.causes[i] = zq_ScoreDurationOutOfRange;
+        plan_.causes[i] = zq_ScoreDurationOutOfRange;
       }
     }
   }
 
   std::vector<long long> notesOfPart(int part) const {
     std::vector<long long> notes;
-    const zq_ScorePart& range = score.parts[part];
+    const zq_ScorePart& range = score_.parts[part];
     for (long long i = range.firstNote; i < range.firstNote + range.numberOfNotes; ++i) {
-      if (plan.causes[static_cast<size_t>(i)] == zq_ScoreLearned) notes.push_back(i);
+      if (plan_.causes[static_cast<size_t>(i)] == zq_ScoreLearned) notes.push_back(i);
     }
     return notes;
   }
 
   std::vector<long long> notesOfAll() const {
     std::vector<long long> notes;
-    for (int part = 0; part < score.numberOfParts; ++part) {
+    for (int part = 0; part < score_.numberOfParts; ++part) {
       const std::vector<long long> ofPart = notesOfPart(part);
       notes.insert(notes.end(), ofPart.begin(), ofPart.end());
     }
@@ -137,7 +137,7 @@ class ScorePlanner {
   ScoreTime onsetOf(long long note) const { return {noteAt(note).onset, noteAt(note).onsetDenominator}; }
 
   long long durationOf(const zq_ScoreNote& note) const {
-    return std::max(durations.at(note.duration, note.durationDenominator), durations.step);
+    return std::max(durations_.at(note.duration, note.durationDenominator), durations_.step);
   }
 
   /// The onset relative to the begin of a stretch, as a fraction.
@@ -156,28 +156,28 @@ class ScorePlanner {
   TimedNote timed(long long index, const MeterStretch& stretch) {
     const zq_ScoreNote& note = noteAt(index);
     const Exact onset = exactOnset(index, stretch);
-    const TimedNote result{index, onsets.at(onset.numerator, onset.denominator), durationOf(note)};
-    if (isPlanned[static_cast<size_t>(index)]) return result;
-    isPlanned[static_cast<size_t>(index)] = true;
-    ++plan.notesMeasured;
+    const TimedNote result{index, onsets_.at(onset.numerator, onset.denominator), durationOf(note)};
+    if (isPlanned_[static_cast<size_t>(index)]) return result;
+    isPlanned_[static_cast<size_t>(index)] = true;
+    ++plan_.notesMeasured;
     const double onsetMove = moveOf(result.start, onset.numerator, onset.denominator);
-    plan.onsetsMoved += onsetMove > 0 ? 1 : 0;
-    plan.largestOnsetMove = std::max(plan.largestOnsetMove, onsetMove);
-    plan.sumOfOnsetMoves += onsetMove;
+    plan_.onsetsMoved += onsetMove > 0 ? 1 : 0;
+    plan_.largestOnsetMove = std::max(plan_.largestOnsetMove, onsetMove);
+    plan_.sumOfOnsetMoves += onsetMove;
     if (note.duration <= 0) {
-      ++plan.notesWithoutDuration;
+      ++plan_.notesWithoutDuration;
       return result;
     }
     const double durationMove = moveOf(result.duration, note.duration, note.durationDenominator);
-    plan.durationsMoved += durationMove > 0 ? 1 : 0;
-    plan.largestDurationMove = std::max(plan.largestDurationMove, durationMove);
-    plan.sumOfDurationMoves += durationMove;
+    plan_.durationsMoved += durationMove > 0 ? 1 : 0;
+    plan_.largestDurationMove = std::max(plan_.largestDurationMove, durationMove);
+    plan_.sumOfDurationMoves += durationMove;
     return result;
   }
 
   void planVoice(int part, const std::vector<long long>& notes) {
     if (notes.empty()) return;
-    const MeterStretches& stretches = meters.stretchesOf(part);
+    const MeterStretches& stretches = meters_.stretchesOf(part);
     std::vector<PlannedRun> runs;
     std::vector<const MeterStretch*> stretchOfRun;
     for (size_t next = 0; next < notes.size();) {
@@ -196,8 +196,8 @@ class ScorePlanner {
     for (PlannedRun& run : runs) {
       if (run.count == 0) continue;  // its note is learned with the next run
       judge(run);
-      const bool isOfOnePart = part == merged && settings.midiTrackAnalyze != ZQMidiTrackAnalyzeMerged && !hasSeveralParts(run);
-      if (!isOfOnePart) plan.runs.push_back(run);  // else it is the same as the run of that part
+      const bool isOfOnePart = part == merged && settings_.midiTrackAnalyze != ZQMidiTrackAnalyzeMerged && !hasSeveralParts(run);
+      if (!isOfOnePart) plan_.runs.push_back(run);  // else it is the same as the run of that part
     }
   }
 
@@ -221,7 +221,7 @@ class ScorePlanner {
       const long long barsPassed = isNew ? 0 : (note.start - previous) / bar;
       if (barsPassed > longestRest) {
         base += (barsPassed - longestRest) * bar;
-        ++plan.shortenedRests;
+        ++plan_.shortenedRests;
       }
       markers += barsPassed > 0 ? std::min(barsPassed, longestRest) + 1 : 0;
       previous = note.start;
@@ -231,14 +231,14 @@ class ScorePlanner {
         isNew = false;
         runs.push_back(newRun(part, stretch, note.note));
       }
-      plan.notes.push_back({note.note, static_cast<int>(note.start - base), static_cast<int>(note.duration)});
+      plan_.notes.push_back({note.note, static_cast<int>(note.start - base), static_cast<int>(note.duration)});
       ++runs.back().count;
     }
   }
 
   PlannedRun newRun(int part, const MeterStretch& stretch, long long firstNote) const {
     PlannedRun run;
-    run.first = plan.notes.size();
+    run.first = plan_.notes.size();
     run.reported.onset = noteAt(firstNote).onset;
     run.reported.onsetDenominator = noteAt(firstNote).onsetDenominator;
     run.reported.part = part;
@@ -259,7 +259,7 @@ class ScorePlanner {
       const PlannedRun& before = runs[i - 1];
       const bool joinsFirst = i == 1 && before.count == 1 && before.reported.cause == zq_ScoreLearned;
       if (runs[i].reported.cause != zq_ScoreLearned || (runs[i].count > 1 && !joinsFirst)) continue;
-      lead(runs[i], plan.notes[before.first + before.count - 1], *stretchOfRun[i]);
+      lead(runs[i], plan_.notes[before.first + before.count - 1], *stretchOfRun[i]);
       if (!joinsFirst) continue;
       runs[i].learnsLeading = true;
       runs[0].count = 0;
@@ -272,11 +272,11 @@ class ScorePlanner {
   /// Puts a note in front of a run, at its distance in the score; rests beyond the longest one are shortened by whole bars. The
   /// run is moved by whole bars so that no time is negative.
   void lead(PlannedRun& run, const NoteOnGrid& note, const MeterStretch& stretch) {
-    NoteOnGrid* const first = &plan.notes[run.first];
+    NoteOnGrid* const first = &plan_.notes[run.first];
     const Exact lead = exactOnset(note.note, stretch), start = exactOnset(first->note, stretch);
     const long long bar = stretch.barLengthInQuanta();
     long long distance =
-        std::max(onsets.at(start.numerator, start.denominator) - onsets.at(lead.numerator, lead.denominator), 0LL);
+        std::max(onsets_.at(start.numerator, start.denominator) - onsets_.at(lead.numerator, lead.denominator), 0LL);
     if (distance / bar > longestRest) distance = longestRest * bar + distance % bar;
     const long long missing = distance - first->start;
     const long long moved = missing > 0 ? (missing + bar - 1) / bar * bar : 0;
@@ -285,17 +285,17 @@ class ScorePlanner {
   }
 
   bool hasSeveralParts(const PlannedRun& run) const {
-    const int part = noteAt(plan.notes[run.first].note).part;
+    const int part = noteAt(plan_.notes[run.first].note).part;
     if (run.learnsLeading && noteAt(run.leading.note).part != part) return true;
     for (size_t i = run.first; i < run.first + run.count; ++i) {
-      if (noteAt(plan.notes[i].note).part != part) return true;
+      if (noteAt(plan_.notes[i].note).part != part) return true;
     }
     return false;
   }
 
   TextureOfRun textureOf(const PlannedRun& run) const {
     TextureOfRun texture;
-    const NoteOnGrid* const notes = &plan.notes[run.first];
+    const NoteOnGrid* const notes = &plan_.notes[run.first];
     texture.sound = learnedSoundOf(noteAt(notes->note));
     const auto add = [&](const NoteOnGrid& note) {
       const int sound = learnedSoundOf(noteAt(note.note));
@@ -314,8 +314,8 @@ class ScorePlanner {
   /// Drums need the sound of each note, as their pitch selects an instrument; notes of a single other sound don't.
   int preProcessingFor(const TextureOfRun& texture) const {
     if (texture.hasDrums) return ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
-    const bool isQuadruple = settings.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
-    return isQuadruple && !texture.hasSeveralSounds ? ZQPreProcessingTypeMidiTriple_NDMT : settings.preProcessingType;
+    const bool isQuadruple = settings_.preProcessingType == ZQPreProcessingTypeMidiGMQuadruple_NDMTS;
+    return isQuadruple && !texture.hasSeveralSounds ? ZQPreProcessingTypeMidiTriple_NDMT : settings_.preProcessingType;
   }
 
   void judge(PlannedRun& run) const {
@@ -324,17 +324,17 @@ class ScorePlanner {
     run.reported.subType = texture.subType();
     run.reported.soundID = texture.hasSeveralSounds ? 0 : texture.sound;
     run.reported.preProcessingType = preProcessingFor(texture);
-    const zq_ScoreNote& last = noteAt(plan.notes[run.first + run.count - 1].note);
+    const zq_ScoreNote& last = noteAt(plan_.notes[run.first + run.count - 1].note);
     const ScoreTime end = sumOf({last.onset, last.onsetDenominator}, {last.duration, last.durationDenominator}).time;
-    run.reported.quartersPerMinute = tempoBetween(score, {run.reported.onset, run.reported.onsetDenominator}, end);
+    run.reported.quartersPerMinute = tempoBetween(score_, {run.reported.onset, run.reported.onsetDenominator}, end);
   }
 
-  const zq_Score& score;
-  const zq_ScoreFeedSettings& settings;
-  const Grid onsets, durations;
-  const ScoreMeters meters;
-  std::vector<bool> isPlanned;
-  ScorePlan plan;
+  const zq_Score& score_;
+  const zq_ScoreFeedSettings& settings_;
+  const Grid onsets_, durations_;
+  const ScoreMeters meters_;
+  std::vector<bool> isPlanned_;
+  ScorePlan plan_;
 };
 
 }  // namespace
