@@ -14,7 +14,7 @@ using Numbers = std::vector<std::vector<std::string>>;
 
 template <class Matrix>
 class DegenerationFeedTest : public zmatrix::TierTest<Matrix> {
- protected:
+ public:
   DegenerationFeedTest() {
     prepare();
     std::filesystem::current_path(folder.path());

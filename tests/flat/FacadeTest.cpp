@@ -5,7 +5,7 @@
 #include <string>
 
 class FacadeTest : public testing::Test {
- protected:
+ public:
   FacadeTest() : facade{nullptr, createMatrixBB()} {}
   ~FacadeTest() override { deleteMatrixBB(facade.matrix); }
 

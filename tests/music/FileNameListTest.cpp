@@ -23,7 +23,7 @@ Names namesOf(const ZQFileNameList* list) {
 }
 
 class FileNameWalkTest : public testing::Test {
- protected:
+ public:
   void put(const std::string& name) { folder.put(name, "x"); }
 
   /// The names that a walk finds, relative to the root.

@@ -10,7 +10,7 @@
 namespace {
 
 class GocronTest : public zmatrix::NumbersFixture {
- protected:
+ public:
   static long long gocron(int type, const std::string& ocron) {
     return zmatrix::ocronToGocron(type, ocron.c_str(), static_cast<int>(ocron.size()));
   }

@@ -11,7 +11,7 @@
 namespace zmatrix {
 
 class NumbersFixture : public testing::Test {
- protected:
+ public:
   NumbersFixture() {
     setGlobalGocronParametersToDefaults();
     initPrimes(0, 200000, &count);

@@ -13,7 +13,7 @@
 namespace {
 
 class OcronEncoderTest : public zmatrix::NumbersFixture {
- protected:
+ public:
   std::string ocron(int type, int number) {
     return textOf(zmatrix::intToOcron(type, &length, &capacity, number, &compareNumber, &stackDepth));
   }

@@ -11,7 +11,7 @@
 namespace {
 
 class OcronEvaluatorTest : public zmatrix::NumbersFixture {
- protected:
+ public:
   /// The arguments of an evaluator, which writes to the text.
   char* use(const std::string& ocron) {
     messages.take();

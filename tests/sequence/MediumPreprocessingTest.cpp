@@ -13,7 +13,7 @@ using zmatrix::Vector;
 using OwnedVector = std::unique_ptr<ZQMatrixSequenceIndexVector, void (*)(ZQMatrixSequenceIndexVector*)>;
 
 class MediumPreprocessingTest : public zmatrix::TierTest<ZQMatrixMedium> {
- protected:
+ public:
   MediumPreprocessingTest() { ZQDebugChannel::globalDebugLevel = 0; }
 
   void use(int coordinateDimension, int preProcessingType) {

@@ -15,7 +15,7 @@ using zmatrix::taken;
 using zmatrix::Vector;
 
 class NumberCodingTest : public zmatrix::TierTest<ZQMatrixMedium> {
- protected:
+ public:
   NumberCodingTest() {
     zmatrix::setGlobalGocronParametersToDefaults();
     zmatrix::initPrimes(0, 50000, &count);

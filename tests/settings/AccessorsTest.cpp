@@ -6,7 +6,7 @@
 namespace {
 
 class AccessorsTest : public zmatrix::TierTest<ZQMatrix> {
- protected:
+ public:
   ZQMatrixMedium& medium = *matrix;
   ZQMatrixBase& base = *matrix;
 };

@@ -177,17 +177,17 @@ class CheckedTwin : public StoreTwin<Matrix> {
 template <class Matrix>
 class SelfTestScript {
  public:
-  explicit SelfTestScript(unsigned seed) : twin(120), dice(seed) {
+  explicit SelfTestScript(unsigned seed) : twin(120), dice_(seed) {
     for (int id = 0; id < 4; ++id) twin.setMethod(id, static_cast<int>(seed) % 4);
   }
 
   void run(int steps) {
     for (int step = 0; step < steps && twin.sound(); ++step) {
       SCOPED_TRACE("step " + std::to_string(step));
-      if (dice.oneIn(4)) twin.select(dice.below(4));
+      if (dice_.oneIn(4)) twin.select(dice_.below(4));
       takeStep();
       if (!twin.sound()) return;
-      twin.selfTest(dice.oneIn(2));
+      twin.selfTest(dice_.oneIn(2));
       EXPECT_EQ(zmatrix::brokenInvariant(*twin.matrix), "");
     }
   }
@@ -197,14 +197,14 @@ class SelfTestScript {
 
  private:
   void takeStep() {
-    const int choice = dice.below(100);
+    const int choice = dice_.below(100);
     if (choice < 40) return learnPhrases();
     if (choice < 50) return void(twin.write(randomPath(), choice));
     if (choice < 60) return linkSymbols();
-    if (choice < 85) return remove(dice.oneIn(5) ? randomPath() : somePath());
+    if (choice < 85) return remove(dice_.oneIn(5) ? randomPath() : somePath());
     if (choice < 90) return prune();
-    if (choice < 95) return twin.cut(dice.between(1, 4));
-    return twin.clear(dice.below(4));
+    if (choice < 95) return twin.cut(dice_.between(1, 4));
+    return twin.clear(dice_.below(4));
   }
   /// Writes each phrase of a few random items, so that there are rules, some determined by shorter ones.
   void learnPhrases() {
@@ -228,7 +228,7 @@ class SelfTestScript {
     // then on.
     const plain::Model::Counts* counts = twin.paths().find(path);
     const bool isLeafWithoutWrite = counts != nullptr && counts->writeCount == 0 && !twin.paths().hasChildren(path);
-    if (!isLeafWithoutWrite || dice.oneIn(10)) twin.remove(path, dice.below(2));
+    if (!isLeafWithoutWrite || dice_.oneIn(10)) twin.remove(path, dice_.below(2));
   }
   void prune() {
     const size_t before = twin.paths().paths.size();
@@ -236,18 +236,18 @@ class SelfTestScript {
     prunedLeaves += static_cast<int>(before - twin.paths().paths.size());
   }
   Vector randomPath() {
-    Vector vector(static_cast<size_t>(dice.between(1, 5)));
-    const int reach = dice.oneIn(6) ? 40 : 3;
-    for (int& k : vector) k = dice.between(-reach, reach);
+    Vector vector(static_cast<size_t>(dice_.between(1, 5)));
+    const int reach = dice_.oneIn(6) ? 40 : 3;
+    for (int& k : vector) k = dice_.between(-reach, reach);
     return vector;
   }
   Vector somePath() {
     const auto& paths = twin.paths().paths;
     if (paths.empty()) return randomPath();
-    return std::next(paths.begin(), dice.below(static_cast<int>(paths.size())))->first;
+    return std::next(paths.begin(), dice_.below(static_cast<int>(paths.size())))->first;
   }
 
-  Dice dice;
+  Dice dice_;
 };
 
 template <class Matrix>

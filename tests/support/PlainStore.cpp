@@ -185,9 +185,9 @@ void Store::insertFirst(int newPosition, int coordinate, int parentPosition) {
   if (parentPosition == currentMatrixID) ++info().endElements;
 }
 
-int Store::insertExisting(int newPosition, int coordinate, int anElementOfField) {
-  const int first = positionOfFirst(anElementOfField);
-  const int last = positionOfLast(anElementOfField);
+int Store::insertExisting(int newPosition, int coordinate, int elementOfField) {
+  const int first = positionOfFirst(elementOfField);
+  const int last = positionOfLast(elementOfField);
   if (at(newPosition) != nullptr) {
     print(0, "Cannot insert element to an occupied index\n");
     return 0;

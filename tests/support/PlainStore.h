@@ -128,7 +128,7 @@ class Store {
   void followSymbols(Element& element, int offset);
   bool placeChild(int& last, int& stackCandidate, int k);
   void insertFirst(int newPosition, int coordinate, int parentPosition);
-  int insertExisting(int newPosition, int coordinate, int anElementOfField);
+  int insertExisting(int newPosition, int coordinate, int elementOfField);
   int checkMatrixDimension(int dimIndex);
   void clearMatrixElement(int position, int flag);
   int removeOverDeterminedPass();

@@ -14,7 +14,7 @@ using zmatrix::valuesOf;
 using zmatrix::Vector;
 
 class LevelDownTest : public testing::Test {
- protected:
+ public:
   std::string illegalHandle(int handle) {
     return "getPreviousLevelObjectsFromOriginalSymbol: illegal handle: " + std::to_string(handle) + "\n";
   }
@@ -89,7 +89,7 @@ TEST_F(LevelDownTest, PrintsPhrasesOfNumbersItemByItem) {
 }
 
 class TextOfLevelsTest : public LevelDownTest {
- protected:
+ public:
   int write(int numberOfItems) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfItems, file.c_str()); }
   void expectRefusal(int result, const std::string& message) {
     zmatrix::CapturedMessages messages(0);

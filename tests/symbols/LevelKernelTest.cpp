@@ -9,7 +9,7 @@ using zmatrix::valuesOf;
 using zmatrix::Vector;
 
 class LevelKernelTest : public testing::Test {
- protected:
+ public:
   void SetUp() override {
     matrix.learn("the cat sat on the mat");
     the = matrix.symbolsOf("the").entries[0];

@@ -11,7 +11,7 @@ namespace {
 using zmatrix::Vector;
 
 class LevelUpTest : public testing::Test {
- protected:
+ public:
   /// Learns a text without symbols, then allows them.
   void learnBasicLevel() {
     matrix->setMatrixAILevel(0);

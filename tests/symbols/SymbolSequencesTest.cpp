@@ -72,7 +72,7 @@ TEST(SymbolSequencesTest, UseTheMarkersOfTheCaller) {
 
 /// A sub-matrix of numbers in which some phrases have symbols.
 class AnySequenceTest : public testing::Test {
- protected:
+ public:
   void write(Vector path, int symbolMarker) {
     matrix->writeMatrixData(path.data(), static_cast<int>(path.size()), 1, 0, 0, symbolMarker);
   }

@@ -20,9 +20,9 @@ class Work {
  public:
   Work(int seed, const std::string& folder) : seed_(seed), folder_(folder + "/") {
     zq_setMessageFunction(hear, this);
-    heard = &result_;
+    heard_ = &result_;
     setMatrixProgressDisplayFunction([](progressCallBackData_tag* data) {
-      if (data->progressItem == data->progressItemCount) *heard += data->progressText;
+      if (data->progressItem == data->progressItemCount) *heard_ += data->progressText;
     });
   }
   ~Work() {
@@ -140,13 +140,13 @@ class Work {
     return createAndInitMatrixMediumWithFile(path.c_str(), 0);
   }
 
-  static thread_local std::string* heard;
+  static thread_local std::string* heard_;
   const int seed_;
   const std::string folder_;
   std::string result_;
 };
 
-thread_local std::string* Work::heard = nullptr;
+thread_local std::string* Work::heard_ = nullptr;
 
 }  // namespace
 

@@ -98,7 +98,7 @@ TEST_F(KernConversionTest, ReportsFilesThatCannotBeOpened) {
 
 template <class Matrix>
 class KernFeedTest : public zmatrix::TierTest<Matrix> {
- protected:
+ public:
   KernFeedTest() {
     this->matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();
     this->matrix->setGlobalMidiTrackAnalyze(0);

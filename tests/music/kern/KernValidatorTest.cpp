@@ -23,7 +23,7 @@ class Findings : public zmatrix::KernObserver {
 };
 
 class KernValidatorTest : public testing::Test {
- protected:
+ public:
   std::string check(const std::string& text) {
     zmatrix::KernLines lines;
     Findings findings;

@@ -24,7 +24,7 @@ const std::string drums = bytes({96, 0x99, 36, 100, 48, 0x89, 36, 0, 48, 0x99, 3
 
 template <class Matrix>
 class MidiFeedTest : public TierTest<Matrix> {
- protected:
+ public:
   MidiFeedTest() {
     this->matrix->setMaxNumberOfMatrices(6);
     this->matrix->setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT();

@@ -13,7 +13,7 @@ using Texts = std::vector<std::string>;
 
 /// A matrix whose global settings and first sub-matrix are for texts.
 class TextFeedTest : public zmatrix::TierTest<ZQMatrixMedium> {
- protected:
+ public:
   TextFeedTest() {
     matrix->setGlobalDefaultMatrixPropertiesForANSIText();
     matrix->setDefaultMatrixPropertiesForANSIText(nullptr);
@@ -139,7 +139,7 @@ TEST_F(TextFeedTest, LearnsTheFilesOfADirectoryInOrder) {
 }
 
 class TextWriterTest : public TextFeedTest {
- protected:
+ public:
   int write(int numberOfObjex) { return matrix->readAnsiObjexsAndWriteToAnsiFile(numberOfObjex, file.c_str()); }
   void expectRefusal(int result, const std::string& message) {
     ZQDebugChannel::globalDebugLevel = 0;
