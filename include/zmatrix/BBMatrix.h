@@ -18,7 +18,7 @@ class BBMatrix {
   BBMatrix(void* word, ZQMatrix* matrixToHold) : reserved(word), matrix(matrixToHold) {}
 
   void addNameOfUpdateFile(const char* name) { s_addNameOfUpdateFile(matrix, name); }
-  /// The settings of the block, and then the block's word on whether pruning spares symbols.
+  /// Applies the settings of the block, then the block's setting of whether pruning keeps symbols.
   void applyGlobalMatrixProperties() {
     s_applyGlobalMatrixProperties(matrix);
     s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix, s_getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(matrix));
@@ -66,7 +66,7 @@ class BBMatrix {
   long long getUserRandomValue() { return s_getUserRandomValue(matrix); }
   int initializeKernelSequenceWithOriginalSequence(const int* sequence, int length, int setInitialValues) { return s_initializeKernelSequenceWithOriginalSequence(matrix, sequence, length, setInitialValues); }
   void mFree(void* pointer) { s_mFree(matrix, pointer); }
-  /// Both counts start at 0, and no message tells a result below 1; -2 for any other `which` than 1 and 2.
+  /// Sets both counts to 0 first, and prints nothing for a result below 1; -2 for any other `which` than 1 and 2.
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim) {
     *numberOfWriteElements = 0;
     *numberOfEndElements = 0;
@@ -92,27 +92,27 @@ class BBMatrix {
   void setCurrentMatrixID(int matrixID) { s_setCurrentMatrixID(matrix, matrixID); }
   void setCurrentMatrixIDLevelDown(int matrixID) { s_setCurrentMatrixIDLevelDown(matrix, matrixID); }
   void setCurrentMatrixIDLevelUp(int matrixID) { s_setCurrentMatrixIDLevelUp(matrix, matrixID); }
-  /// The profile, and then symbols are spared by pruning, whether it could be set or not.
+  /// Applies the profile, then has pruning keep symbols, even if the profile was refused.
   void setDefaultMatrixPropertiesForANSIText(const char* nameOfUpdateFile) {
     s_setDefaultMatrixPropertiesForANSIText(matrix, nameOfUpdateFile);
     s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix, 1);
   }
-  /// The profile, and then symbols are not spared by pruning, whether it could be set or not.
+  /// Applies the profile, then has pruning remove symbols, even if the profile was refused.
   void setDefaultMatrixPropertiesForIntegerSeries(const char* nameOfUpdateFile) {
     s_setDefaultMatrixPropertiesForIntegerSeries(matrix, nameOfUpdateFile);
     s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix, 0);
   }
-  /// The profile, and then symbols are spared by pruning, whether it could be set or not.
+  /// Applies the profile, then has pruning keep symbols, even if the profile was refused.
   void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(const char* nameOfUpdateFile) {
     s_setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(matrix, nameOfUpdateFile);
     s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix, 1);
   }
-  /// The profile, and then symbols are spared by pruning, whether it could be set or not.
+  /// Applies the profile, then has pruning keep symbols, even if the profile was refused.
   void setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(const char* nameOfUpdateFile) {
     s_setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(matrix, nameOfUpdateFile);
     s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix, 1);
   }
-  /// The profile, and then symbols are not spared by pruning, whether it could be set or not.
+  /// Applies the profile, then has pruning remove symbols, even if the profile was refused.
   void setDefaultMatrixPropertiesForSymbols(const char* nameOfUpdateFile) {
     s_setDefaultMatrixPropertiesForSymbols(matrix, nameOfUpdateFile);
     s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix, 0);
@@ -184,7 +184,7 @@ class BBMatrix {
   int updateMatrixWithANSIFile(const char* fileName, int* length) { return s_updateMatrixWithANSIFile(matrix, fileName, length); }
   int updateMatrixWithANSIFiles(const char* path, int recursive, int* length) { return s_updateMatrixWithANSIFiles(matrix, path, recursive, length); }
   int updateMatrixWithKERNFile(const char* fileName, int* numberOfNotes) { return s_updateMatrixWithKERNFile(matrix, fileName, numberOfNotes); }
-  /// Always 1.
+  /// Result: always 1.
   int updateMatrixWithKERNFiles(const char* path, int recursive, int* numberOfNotes) {
     s_updateMatrixWithKERNFiles(matrix, path, recursive, numberOfNotes);
     return 1;
@@ -194,7 +194,7 @@ class BBMatrix {
   int updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType, int coordinateDimension, int preProcessingType, int allowLargeIndices) { return s_updateMatrixWithLongINTSequenceExt(matrix, sequence, numberOfItems, matrixType, coordinateDimension, preProcessingType, allowLargeIndices); }
   int updateMatrixWithLongMIDISequence(const int* sequence, int numberOfItems, const int* symbolMarkers) { return s_updateMatrixWithLongMIDISequence(matrix, sequence, numberOfItems, symbolMarkers); }
   int updateMatrixWithMIDIFile(const char* fileName, int* numberOfNotes) { return s_updateMatrixWithMIDIFile(matrix, fileName, numberOfNotes); }
-  /// Always 1.
+  /// Result: always 1.
   int updateMatrixWithMIDIFiles(const char* path, int recursive, int* numberOfNotes) {
     s_updateMatrixWithMIDIFiles(matrix, path, recursive, numberOfNotes);
     return 1;

@@ -5,409 +5,411 @@
 
 // clang-format off
 
-/// What a host has called for each message of the library. `level`: 0 errors and warnings, 1 notes, 2 to 9 detail. `text`: as it
-/// would be printed, mostly with its line end; it lives until the call ends or calls the library. `userData`: what was given with
-/// the function.
+/// The type of a host's function that gets each message of the library. `level`: 0 errors and warnings, 1 notes, 2 to 9 detail.
+/// `text`: the message as it would be printed, usually with a line end, valid until the function returns or calls the library.
+/// `userData`: the pointer that was set with the function.
 typedef void (*zq_messageFunction)(int level, const char* text, void* userData);
 
 /// How the reading of a MIDI file ended.
 typedef enum zq_MidiEnd {
-  zq_MidiEndComplete = 0,        ///< behind the end of its last track
-  zq_MidiEndNotFound = 1,        ///< there is no such file, or it is no regular file
-  zq_MidiEndNotMidi = 2,         ///< it has no head of a MIDI file
-  zq_MidiEndDivisionOfZero = 3,  ///< its head says no ticks to the quarter note, so that no event has a time
-  zq_MidiEndNoTrack = 4,         ///< no track follows its head
-  zq_MidiEndCut = 5,             ///< it ends inside a track
-  zq_MidiEndOutOfMemory = 6,     ///< memory ran out
+  zq_MidiEndComplete = 0,        ///< at the end of its last track
+  zq_MidiEndNotFound = 1,        ///< there is no such file, or it isn't a regular file
+  zq_MidiEndNotMidi = 2,         ///< the file has no header of a MIDI file
+  zq_MidiEndDivisionOfZero = 3,  ///< the header gives 0 ticks per quarter note, so that events have no times
+  zq_MidiEndNoTrack = 4,         ///< no track follows the header
+  zq_MidiEndCut = 5,             ///< the file ends inside a track
+  zq_MidiEndOutOfMemory = 6,     ///< memory is exhausted
 } zq_MidiEnd;
 
 /// Whether a track is learned, or why not.
 typedef enum zq_MidiVerdict {
-  zq_MidiTaken = 0,                ///< it is learned
-  zq_MidiTooFewNotes = 1,          ///< it has less than two notes
-  zq_MidiWrongDimension = 2,       ///< the coordinates of an item don't fit the preprocessing type
-  zq_MidiOnlyPercussionSound = 3,  ///< its one sound is a percussion or an effect without pitch
+  zq_MidiTaken = 0,                ///< the track is learned
+  zq_MidiTooFewNotes = 1,          ///< the track has fewer than two notes
+  zq_MidiWrongDimension = 2,       ///< the number of coordinates doesn't fit the preprocessing type
+  zq_MidiOnlyPercussionSound = 3,  ///< its only sound is percussion or an effect without pitch
   zq_MidiNoMeter = 4,              ///< the file has no time signature
   zq_MidiSeveralMeters = 5,        ///< the file has several different time signatures
   zq_MidiMeterOutOfRange = 6,      ///< the denominator of its time signature is not 2 to 16
 } zq_MidiVerdict;
 
-/// What came of a track as it stands in a MIDI file. Events that are neither counted as lost nor part of a note are those that
-/// music doesn't need: controllers, pitch wheel, pressure.
+/// What was read from one track of a MIDI file. Events that are neither counted as dropped nor part of a note are those that
+/// learning doesn't use: controllers, pitch wheel, pressure.
 typedef struct zq_MidiFileTrack {
-  long long channelEvents;            ///< events on a channel
-  long long metaEvents;               ///< events on the whole file: tempo, meter, text
+  long long channelEvents;            ///< events of a channel
+  long long metaEvents;               ///< events of the whole file: tempo, meter, text
   long long systemEvents;             ///< dropped: system exclusive messages and the like
-  long long unknownEvents;            ///< dropped: data bytes before any status
-  long long repeatedEvents;           ///< of the channel events: made of a system byte, which stands for the event before once more
-  int notes;                          ///< paired of note-ons and what ends them
-  int notesEndedByNextNote;           ///< of the notes: ended by the next note of the same number, there being no note-off
-  int notesBegunByNoteOff;            ///< of the notes: begun by a note-off that was left over
-  int noteOnsWithoutEnd;              ///< dropped
-  int noteOffsWithoutNote;            ///< dropped
-  int programChanges;                 ///< kept
-  int eventsLostInsideNotes;          ///< dropped, since a note was held on their channel: program changes and what music doesn't need
-  int programChangesLostInsideNotes;  ///< of these
-  int eventsOnFilteredChannels;       ///< dropped
+  long long unknownEvents;            ///< dropped: data bytes before the first status byte
+  long long repeatedEvents;           ///< of the channel events: repetitions of the preceding event, for which a system byte stands
+  int notes;                          ///< notes: note-ons paired with the events that end them
+  int notesEndedByNextNote;           ///< of the notes: ended by the next note of the same number, without a note-off
+  int notesBegunByNoteOff;            ///< of the notes: begun by a note-off without a note
+  int noteOnsWithoutEnd;              ///< dropped: note-ons that nothing ends
+  int noteOffsWithoutNote;            ///< dropped: note-offs without a note
+  int programChanges;                 ///< program changes kept
+  int eventsLostInsideNotes;          ///< dropped, since a note was held on their channel: program changes and events that learning doesn't use
+  int programChangesLostInsideNotes;  ///< of these: program changes
+  int eventsOnFilteredChannels;       ///< dropped: events on channels that the filter blocks
   int unusedEvents;                   ///< controllers, pitch wheel, pressure outside of notes
 } zq_MidiFileTrack;
 
-/// What came of a track as learning sees it: a track of the file, or all of them merged.
+/// A track as it is learned: one track of the file, or all of them merged.
 typedef struct zq_MidiTrack {
-  int index;              ///< of the track, from 1
-  int isMerged;           ///< 1 if it is all tracks of the file
-  int notes;              ///< notes in it
-  int notesLearned;       ///< notes that are learned of it, 0 if it is not taken
+  int index;              ///< number of the track, from 1
+  int isMerged;           ///< 1 for all tracks of the file merged
+  int notes;              ///< notes of the track
+  int notesLearned;       ///< notes that are learned, 0 if the track is not
   int verdict;            ///< zq_MidiVerdict
-  int numerator;          ///< of its meter; 0 for none
-  int denominator;        ///< of its meter; 0 for none
+  int numerator;          ///< of the meter; 0 for none
+  int denominator;        ///< of the meter; 0 for none
   int subType;            ///< ZQMidiSubType...
-  int chordSize;          ///< notes of its largest chord, 0 without one
-  int soundID;            ///< ZQMatrixSound... that most notes have
-  int numberOfSounds;     ///< different sounds
-  int hasPercussion;      ///< 1 if it has notes on channel 9
-  int preProcessingType;  ///< that it is learned with: drums and single sounds change it
+  int chordSize;          ///< number of notes of the largest chord, 0 for none
+  int soundID;            ///< ZQMatrixSound... of most notes
+  int numberOfSounds;     ///< number of different sounds
+  int hasPercussion;      ///< 1 if the track has notes on channel 9
+  int preProcessingType;  ///< preprocessing type with which the track is learned; drums and single sounds change it
 } zq_MidiTrack;
 
-/// What a MIDI file gives and what is lost of it. All belongs to the report.
+/// What a MIDI file contains and what of it is learned or dropped. The arrays belong to the report.
 typedef struct zq_MidiReport {
   int end;                       ///< zq_MidiEnd
   int format;                    ///< 0 to 2
   int division;                  ///< ticks per quarter note
-  int tracksAnnounced;           ///< as the head says
-  int numberOfFileTracks;        ///< tracks that were read
-  long long bytesUnread;         ///< behind the last track that was read; 0 for a file that is cut
-  int numberOfMeters;            ///< different time signatures from the first on, 0 for none
+  int tracksAnnounced;           ///< number of tracks in the header
+  int numberOfFileTracks;        ///< number of tracks read
+  long long bytesUnread;         ///< bytes after the last track that was read; 0 for a truncated file
+  int numberOfMeters;            ///< number of different time signatures, 0 for none
   int numerator;                 ///< of the first time signature
   int denominator;               ///< of the first time signature
-  long long notesLearned;        ///< of all tracks
-  zq_MidiFileTrack* fileTracks;  ///< numberOfFileTracks of them
-  int numberOfTracks;            ///< tracks as learning sees them
-  zq_MidiTrack* tracks;          ///< numberOfTracks of them
+  long long notesLearned;        ///< notes learned of all tracks
+  zq_MidiFileTrack* fileTracks;  ///< numberOfFileTracks records
+  int numberOfTracks;            ///< number of tracks as they are learned
+  zq_MidiTrack* tracks;          ///< numberOfTracks records
 } zq_MidiReport;
 
-/// What became of a kern file.
+/// How the reading of a kern file ended.
 typedef enum zq_KernFileState {
-  zq_KernFileNotOpened = 0,  ///< it can't be opened or is no regular file
-  zq_KernFileRefused = 1,    ///< a fault refuses it: nothing of it is read
-  zq_KernFileCutShort = 2,   ///< a timing error ended the reading: what stood before it is read
-  zq_KernFileRead = 3,       ///< it is read to its end
+  zq_KernFileNotOpened = 0,  ///< the file can't be opened or isn't a regular file
+  zq_KernFileRefused = 1,    ///< the check found an error: nothing is read
+  zq_KernFileCutShort = 2,   ///< a timing error ended the reading; everything before it is read
+  zq_KernFileRead = 3,       ///< the file is read to its end
 } zq_KernFileState;
 
-/// What a finding in a kern file is.
+/// Kinds of findings in a kern file.
 typedef enum zq_KernFindingKind {
   zq_KernError = 0,     ///< a rule of the Humdrum representation is broken
-  zq_KernWarning = 1,   ///< something may be mistaken for something else
-  zq_KernDeparted = 2,  ///< the notes that are learned differ from those of the score here
+  zq_KernWarning = 1,   ///< an ambiguity that may be an error
+  zq_KernDeparted = 2,  ///< at this place the notes that are learned differ from those of the score
 } zq_KernFindingKind;
 
-/// In what the notes that are learned differ from those of the score.
+/// Differences between the notes that are learned and those of the score.
 typedef enum zq_KernDeparture {
   zq_KernNoPitch = 0,              ///< a token without a pitch takes time and gives no note; it ends its chord
   zq_KernNoDuration = 1,           ///< a note, rest or tie without a duration of its own has the duration 0
-  zq_KernCutDuration = 2,          ///< a duration that is no whole number of quanta was cut, or what stands behind a % was not read
+  zq_KernCutDuration = 2,          ///< a duration that isn't a whole number of quanta was truncated, or the number after a % was not read
   zq_KernTimeSetBack = 3,          ///< the end or join of a sounding spine set the time of all spines back
-  zq_KernResynchronised = 4,       ///< a bar line found a spine whose note had not ended, or had ended before, and made it agree
+  zq_KernResynchronised = 4,       ///< at a bar line, a spine whose note ended later or earlier was set to the time of the bar line
   zq_KernMissingTokens = 5,        ///< the record has fewer tokens than there are spines: the missing ones count as empty
-  zq_KernSurplusTokens = 6,        ///< the record has more tokens than there are spines: the surplus is passed over
-  zq_KernTimingError = 7,          ///< a null token stands where no note goes on: the reading ends here
-  zq_KernLostNote = 8,             ///< a note behind a timing error
-  zq_KernLongLine = 9,             ///< a line longer than a buffer is taken in pieces, each as a record of its own
-  zq_KernUncheckedLastLine = 10,   ///< the last line has no line feed and is not checked: its spines count as never closed
+  zq_KernSurplusTokens = 6,        ///< the record has more tokens than there are spines: the surplus is ignored
+  zq_KernTimingError = 7,          ///< a null token where no note continues: the reading ends here
+  zq_KernLostNote = 8,             ///< a note after a timing error is not read
+  zq_KernLongLine = 9,             ///< a line longer than the buffer is read in pieces, each as a record of its own
+  zq_KernUncheckedLastLine = 10,   ///< the last line has no line feed and is not checked: its spines count as not closed
   zq_KernTooManySpines = 11,       ///< there is no room for a further spine
   zq_KernTieTooShort = 12,         ///< a tied note keeps the duration of its first token
-  zq_KernNoteInTiedChord = 13,     ///< a new note in a chord with a tied one is not taken
-  zq_KernTieWithoutStart = 14,     ///< a note is said to go on that does not sound here: it is not taken
-  zq_KernGraceNoteTakesTime = 15,  ///< the grace notes of a record push all spines on
-  zq_KernNumberOfDepartures = 16,  ///< how many there are
+  zq_KernNoteInTiedChord = 13,     ///< a new note in a chord with a tied one is not read
+  zq_KernTieWithoutStart = 14,     ///< a tie continues a note that does not sound here: the token is not read
+  zq_KernGraceNoteTakesTime = 15,  ///< the grace notes of a record delay all spines
+  zq_KernNumberOfDepartures = 16,  ///< number of these constants
 } zq_KernDeparture;
 
-/// A fault of a kern file, or a place where its reading departs from the score.
+/// A fault of a kern file, or a place where the notes read differ from the score.
 typedef struct zq_KernFinding {
   int kind;           ///< zq_KernFindingKind
-  int number;         ///< of the error, 1 to 26, or warning, 1 to 5; or zq_KernDeparture
-  int line;           ///< in the file, from 1
-  int column;         ///< from 1, or 0 for the whole line
-  int stopsRead;      ///< 1 if the file is refused for it, or the reading ends here
-  int amount;         ///< quanta of a step back, of what a bar line found left, of a cut duration, of a push; tokens; bytes of the buffer; else 0
-  const char* token;  ///< as it stands in the file, or an empty text
-  const char* text;   ///< the rule that is broken, or what the reading did
+  int number;         ///< number of the error, 1 to 26, or of the warning, 1 to 5; or zq_KernDeparture
+  int line;           ///< line of the file, from 1
+  int column;         ///< column, from 1; 0 for the whole line
+  int stopsRead;      ///< 1 if the file is refused because of it, or the reading ends here, else 0
+  int amount;         ///< size of the difference: quanta, a number of tokens, or bytes of the buffer, by kind; 0 for others
+  const char* token;  ///< token of the file, or an empty text
+  const char* text;   ///< rule that is broken, or how the reading handled it
 } zq_KernFinding;
 
 /// A time signature of a kern file.
 typedef struct zq_KernMeter {
-  int line;         ///< in the file, from 1
-  int column;       ///< from 1
-  int numerator;    ///< as it stands there, not as the reading took it
-  int denominator;  ///< as it stands there
+  int line;         ///< line of the file, from 1
+  int column;       ///< column, from 1
+  int numerator;    ///< as in the file, not as the reading took it
+  int denominator;  ///< as in the file
 } zq_KernMeter;
 
-/// What came of a track as learning sees it: the notes of a channel, or of all channels merged.
+/// A track as it is learned: the notes of one channel, or of all channels merged.
 typedef struct zq_KernTrack {
-  int index;              ///< of the track, from 1
-  int isMerged;           ///< 1 if it is all channels of the file
-  int notes;              ///< notes in it
-  int notesLearned;       ///< notes that are learned of it, 0 if it is not taken
+  int index;              ///< number of the track, from 1
+  int isMerged;           ///< 1 for all channels of the file merged
+  int notes;              ///< notes of the track
+  int notesLearned;       ///< notes that are learned, 0 if the track is not
   int verdict;            ///< zq_MidiVerdict
-  int numerator;          ///< of its meter
-  int denominator;        ///< of its meter
+  int numerator;          ///< of the meter
+  int denominator;        ///< of the meter
   int subType;            ///< ZQMidiSubType...
-  int soundID;            ///< its channel if it has one, which stands for its sound; else 0
-  int preProcessingType;  ///< that it is learned with: a single channel changes quadruples to triples
+  int soundID;            ///< channel of the track, which counts as its sound; 0 for several channels
+  int preProcessingType;  ///< preprocessing type with which the track is learned; a single channel changes quadruples to triples
 } zq_KernTrack;
 
-/// What a kern file gives, and what is wrong with it. Counts are those of the reading, 0 for a file that is refused.
+/// What a kern file contains, and its faults. Counts are those of the reading, 0 for a file that is refused. Arrays and texts belong
+/// to the report.
 typedef struct zq_KernReport {
   int state;                       ///< zq_KernFileState
-  int numberOfFindings;            ///< of those that follow
-  const zq_KernFinding* findings;  ///< in the order in which they were found: all of the check, then those of the reading
-  long long findingsLeftOut;       ///< behind the first 10000; they are counted below
-  long long errors;                ///< broken rules
-  long long warnings;              ///< warnings
-  long long departures[16];        ///< how often of each zq_KernDeparture
-  long long spines;                ///< at the start of each section, summed up
-  long long kernSpines;            ///< of them, with those that are added later, the kern spines
-  long long sections;              ///< from the first record to where all spines are closed
-  long long notes;                 ///< that are learned; a tied note is one
+  int numberOfFindings;            ///< number of the findings that follow
+  const zq_KernFinding* findings;  ///< those of the check, then those of the reading, each in the order found
+  long long findingsLeftOut;       ///< findings after the first 10000; they are counted below
+  long long errors;                ///< number of broken rules
+  long long warnings;              ///< number of warnings
+  long long departures[16];        ///< number of departures of each kind (zq_KernDeparture)
+  long long spines;                ///< number of spines at the start of each section, summed up
+  long long kernSpines;            ///< of these and the spines added later: kern spines
+  long long sections;              ///< number of sections: each ends where all spines are closed
+  long long notes;                 ///< notes that are learned; tied tokens are one note
   long long rests;                 ///< rests
-  long long ties;                  ///< tokens, or notes of a chord, that go on sounding
-  long long graceNotes;            ///< of the notes
+  long long ties;                  ///< tokens, or notes of a chord, that continue a sounding note
+  long long graceNotes;            ///< of the notes: grace notes
   long long splits;                ///< spines split in two
-  long long joins;                 ///< spines that went into another
+  long long joins;                 ///< spines joined to another
   long long additions;             ///< spines added
   long long exchanges;             ///< pairs of spines that changed places
   long long ends;                  ///< spines closed
   long long barLines;              ///< records with a bar line
-  int barOffset;                   ///< quanta by which the music is moved so that a pick-up bar ends on a bar line; not above 0: not moved
-  int numberOfMeters;              ///< of those that follow
+  int barOffset;                   ///< quanta by which the music is moved so that a pick-up bar ends at a bar line; 0 or less for not moved
+  int numberOfMeters;              ///< number of the meters that follow
   const zq_KernMeter* meters;      ///< in the order of the file, one for each column
-  long long metersLeftOut;         ///< behind the first 10000
-  long long notesOnChannel[16];    ///< the channel is that of the column, modulo 16, unless the file says another
-  long long notesOnOtherChannels;  ///< on channels from 16 on, which a *Ch sets; those of 16 itself are not learned
-  int numberOfTracks;              ///< of those that follow; 0 for a file that is refused
-  const zq_KernTrack* tracks;      ///< as learning sees them, in its order
-  long long notesLearned;          ///< of all tracks
+  long long metersLeftOut;         ///< meters after the first 10000
+  long long notesOnChannel[16];    ///< notes by channel: that of the column, modulo 16, unless the file sets another
+  long long notesOnOtherChannels;  ///< notes on channels from 16 on, which a *Ch sets; those on channel 16 are not learned
+  int numberOfTracks;              ///< number of the tracks that follow; 0 for a file that is refused
+  const zq_KernTrack* tracks;      ///< in the order in which they are learned
+  long long notesLearned;          ///< notes learned of all tracks
 } zq_KernReport;
 
-/// What a score was read from.
+/// The source of a score.
 typedef enum zq_ScoreFormat {
   zq_ScoreMidi = 1,       ///< a Standard MIDI File
   zq_ScoreKern = 2,       ///< a Humdrum **kern file
-  zq_ScoreGenerated = 3,  ///< a matrix, which has composed it
+  zq_ScoreGenerated = 3,  ///< composed by a matrix
 } zq_ScoreFormat;
 
 /// How the reading of a score ended.
 typedef enum zq_ScoreState {
-  zq_ScoreNotFound = 0,     ///< there is no such file, or it is no regular file
-  zq_ScoreOtherFormat = 1,  ///< it is no file of this format: nothing of it is read
-  zq_ScoreCutShort = 2,     ///< it breaks off: what stood before is read
-  zq_ScoreRead = 3,         ///< it is read to its end
+  zq_ScoreNotFound = 0,     ///< there is no such file, or it isn't a regular file
+  zq_ScoreOtherFormat = 1,  ///< the file has another format: nothing is read
+  zq_ScoreCutShort = 2,     ///< the file is truncated: everything before its end is read
+  zq_ScoreRead = 3,         ///< the file is read to its end
 } zq_ScoreState;
 
-/// Bits of the flags of a note.
+/// Bits of `flags` of a note.
 typedef enum zq_ScoreNoteFlag {
-  zq_ScoreGrace = 1,        ///< a grace note: it takes no time of its own unless a duration was asked for
-  zq_ScorePhraseBegin = 2,  ///< a phrase begins with it
-  zq_ScorePhraseEnd = 4,    ///< a phrase ends with it
-  zq_ScorePercussion = 8,   ///< its pitch stands for an instrument: channel 9 of MIDI
-  zq_ScoreTied = 16,        ///< it is made of several tied tokens
-  zq_ScoreUnended = 32,     ///< nothing in the file ends it: it lasts to the end of its track
+  zq_ScoreGrace = 1,        ///< a grace note: it has no duration unless the caller asked for one
+  zq_ScorePhraseBegin = 2,  ///< a phrase begins with the note
+  zq_ScorePhraseEnd = 4,    ///< a phrase ends with the note
+  zq_ScorePercussion = 8,   ///< percussion: the pitch stands for an instrument (channel 9 of MIDI)
+  zq_ScoreTied = 16,        ///< the note is made of several tied tokens
+  zq_ScoreUnended = 32,     ///< nothing in the file ends the note: it lasts to the end of its track
 } zq_ScoreNoteFlag;
 
-/// A note. Times are fractions of a whole note, exact and not always reduced; a denominator is 1 to 1,073,741,824.
+/// A note. Times are exact fractions of a whole note, not always reduced, with denominators from 1 to 1,073,741,824.
 typedef struct zq_ScoreNote {
   long long onset;          ///< numerator of the time from the start of the score
-  long long duration;       ///< numerator of its duration, 0 for a grace note or a note that ends as it begins
-  long long place;          ///< in the file: line from 1 of kern, byte from 0 of MIDI
+  long long duration;       ///< numerator of the duration; 0 for a grace note or a note that ends when it begins
+  long long place;          ///< place in the file: line of kern, from 1, or byte of MIDI, from 0
   int onsetDenominator;     ///< denominator of the onset
   int durationDenominator;  ///< denominator of the duration
   int part;                 ///< index of its part
-  int column;               ///< of its spine from 1 in kern, 0 in MIDI
+  int column;               ///< column of the spine in kern, from 1; 0 in MIDI
   unsigned char pitch;      ///< note number of MIDI, 0 to 127; 60 is middle C
-  unsigned char velocity;   ///< 1 to 127; 64 where the file has none
-  unsigned char voice;      ///< of its part, from 0: the sub-spine in kern, at most 255; 0 in MIDI
-  unsigned char program;    ///< of General MIDI, 0 to 127
-  unsigned char sound;      ///< the class of its program (ZQMatrixSoundID), 0 where the file says none
+  unsigned char velocity;   ///< 1 to 127; 64 if the file gives none
+  unsigned char voice;      ///< voice of the part, from 0: the sub-spine in kern, at most 255; 0 in MIDI
+  unsigned char program;    ///< General MIDI program, 0 to 127
+  unsigned char sound;      ///< class of the program (ZQMatrixSoundID); 0 if the file gives no program
   unsigned char flags;      ///< bits of zq_ScoreNoteFlag
   unsigned char reserved1;  ///< 0
   unsigned char reserved2;  ///< 0
 } zq_ScoreNote;
 
-/// A part: a channel of a track of MIDI, or a kern spine with what splits from it. Its notes lie together, by onset.
+/// A part: a channel of a MIDI track, or a kern spine with the spines split from it. Its notes follow each other, by onset.
 typedef struct zq_ScorePart {
-  long long firstNote;      ///< index of its first note
-  long long numberOfNotes;  ///< how many it has
-  int track;                ///< track of MIDI from 0, or column at which the spine began, from 1
-  int channel;              ///< of MIDI, 0 to 15; of a kern spine the one that it is given in a MIDI file
-  const char* name;         ///< of the track or instrument, an empty text for none; lives as long as the score
+  long long firstNote;      ///< index of the first note
+  long long numberOfNotes;  ///< number of notes
+  int track;                ///< track of MIDI, from 0, or column in which the kern spine began, from 1
+  int channel;              ///< MIDI channel, 0 to 15; for a kern spine the channel that it gets in a MIDI file
+  const char* name;         ///< name of the track or instrument, an empty text for none; valid as long as the score
 } zq_ScorePart;
 
-/// A time signature. Those of the whole score come first, then those of single parts, each by onset.
+/// A time signature. Those of the whole score come first, then those of single parts, both by onset.
 typedef struct zq_ScoreMeter {
-  long long onset;       ///< numerator of its time
-  long long place;       ///< line or byte
-  int onsetDenominator;  ///< denominator of its time
-  int part;              ///< index of the part that it is for, or -1 for all
+  long long onset;       ///< numerator of the time
+  long long place;       ///< line of kern, from 1, or byte of MIDI, from 0
+  int onsetDenominator;  ///< denominator of the time
+  int part;              ///< index of the part to which it applies, or -1 for all
   int numerator;         ///< above 0
   int denominator;       ///< above 0
 } zq_ScoreMeter;
 
 /// A key signature.
 typedef struct zq_ScoreKey {
-  long long onset;       ///< numerator of its time
-  int onsetDenominator;  ///< denominator of its time
-  int part;              ///< index of the part that it is for, or -1 for all
-  int fifths;            ///< sharps, or flats below 0: -7 to 7
-  int isMinor;           ///< 1 for minor, 0 for major or where nothing is said
+  long long onset;       ///< numerator of the time
+  int onsetDenominator;  ///< denominator of the time
+  int part;              ///< index of the part to which it applies, or -1 for all
+  int fifths;            ///< number of sharps, or minus the number of flats: -7 to 7
+  int isMinor;           ///< 1 for minor, 0 for major or unknown
 } zq_ScoreKey;
 
-/// A tempo from here on.
+/// A tempo, from its time on.
 typedef struct zq_ScoreTempo {
-  long long onset;           ///< numerator of its time
-  int onsetDenominator;      ///< denominator of its time
+  long long onset;           ///< numerator of the time
+  int onsetDenominator;      ///< denominator of the time
   int reserved;              ///< 0
-  double quartersPerMinute;  ///< quarter notes a minute, above 0
+  double quartersPerMinute;  ///< quarter notes per minute, above 0
 } zq_ScoreTempo;
 
-/// A bar line as the file has it; MIDI has none.
+/// A bar line of the file; MIDI has none.
 typedef struct zq_ScoreBarLine {
-  long long onset;       ///< numerator of its time
-  long long place;       ///< line
-  int onsetDenominator;  ///< denominator of its time
+  long long onset;       ///< numerator of the time
+  long long place;       ///< line of the file, from 1
+  int onsetDenominator;  ///< denominator of the time
   int reserved;          ///< 0
 } zq_ScoreBarLine;
 
-/// What a reading finds that is no plain music, or that it had to decide on.
+/// What an exact reading reports: faults of the file, and decisions where the file leaves something open.
 typedef enum zq_ScoreFindingKind {
-  zq_ScoreUnpitched = 0,           ///< a token with a duration and without a pitch that is no rest: it takes time and gives no note
-  zq_ScoreUnknownToken = 1,        ///< a token that can't be read: it takes no time
-  zq_ScoreNoDuration = 2,          ///< a note without a duration of its own or of its chord: it gets none
-  zq_ScoreTieWithoutStart = 3,     ///< a tie goes on or ends where no note of its pitch is held: it becomes a note of its own
-  zq_ScoreTieWithoutEnd = 4,       ///< a tie that nothing ends: the note has what was tied so far
-  zq_ScoreOutOfTime = 5,           ///< a spine has a token before its last one is over, or later
+  zq_ScoreUnpitched = 0,           ///< a token with a duration but without a pitch, not a rest: it takes time and gives no note
+  zq_ScoreUnknownToken = 1,        ///< an unreadable token: it takes no time
+  zq_ScoreNoDuration = 2,          ///< a note without a duration, of its own or of its chord: its duration is 0
+  zq_ScoreTieWithoutStart = 3,     ///< a tie continues or ends where no note of its pitch is held: the token became a note of its own
+  zq_ScoreTieWithoutEnd = 4,       ///< a tie without an end: the note has the duration tied so far
+  zq_ScoreOutOfTime = 5,           ///< a spine has a token before or after the end of its preceding token
   zq_ScoreMissingTokens = 6,       ///< a record has fewer tokens than there are spines: the missing ones count as null tokens
-  zq_ScoreSurplusTokens = 7,       ///< a record has more tokens than there are spines: the surplus is passed over
-  zq_ScoreBadPath = 8,             ///< a spine path that can't be followed
+  zq_ScoreSurplusTokens = 7,       ///< a record has more tokens than there are spines: the surplus was ignored
+  zq_ScoreBadPath = 8,             ///< an invalid spine path
   zq_ScoreOpenSpine = 9,           ///< a spine that the file doesn't close
-  zq_ScorePitchOutOfRange = 10,    ///< a note outside 0 to 127 of MIDI: it is moved by octaves
-  zq_ScoreBadMeter = 11,           ///< a meter that is none: it is passed over
-  zq_ScoreBadTempo = 12,           ///< a tempo that is none: it is passed over
-  zq_ScoreTimeRounded = 13,        ///< a time that has no denominator within the bound: it goes to the nearest of 12288 steps of a whole note
+  zq_ScorePitchOutOfRange = 10,    ///< a note outside 0 to 127 of MIDI was moved by octaves
+  zq_ScoreBadMeter = 11,           ///< an invalid meter was ignored
+  zq_ScoreBadTempo = 12,           ///< an invalid tempo was ignored
+  zq_ScoreTimeRounded = 13,        ///< a time whose denominator is too large was rounded to a multiple of 1/12288 whole note
   zq_ScoreTimeOutOfRange = 14,     ///< a time beyond 2,147,483,647 whole notes: the track or spine ends here
-  zq_ScoreNoteWithoutEnd = 15,     ///< a note-on that nothing ends: it lasts to the end of its track
+  zq_ScoreNoteWithoutEnd = 15,     ///< a note-on without an end: the note lasts to the end of its track
   zq_ScoreEndWithoutNote = 16,     ///< a note-off where no note is held
-  zq_ScoreDataWithoutStatus = 17,  ///< data bytes before any status: passed over
-  zq_ScoreChunkCut = 18,           ///< a chunk that is longer than the file or its event longer than the chunk
-  zq_ScoreUnknownChunk = 19,       ///< a chunk that is no track: passed over
+  zq_ScoreDataWithoutStatus = 17,  ///< data bytes before the first status byte were ignored
+  zq_ScoreChunkCut = 18,           ///< a chunk is longer than the file, or an event longer than its chunk
+  zq_ScoreUnknownChunk = 19,       ///< an unknown chunk was ignored
   zq_ScoreTrackWithoutEnd = 20,    ///< a track without an end-of-track event
-  zq_ScoreMissingTracks = 21,      ///< fewer or more tracks than the head says
-  zq_ScoreSecondsAsTime = 22,      ///< the file counts seconds: they are written down at 120 quarter notes a minute
-  zq_ScoreBadEvent = 23,           ///< an event of wrong bytes or length, or bytes behind the end of a track: passed over
-  zq_ScoreNumberOfKinds = 24,      ///< how many there are
+  zq_ScoreMissingTracks = 21,      ///< the file has fewer or more tracks than the header says
+  zq_ScoreSecondsAsTime = 22,      ///< times in seconds were converted at 120 quarter notes per minute
+  zq_ScoreBadEvent = 23,           ///< an event with wrong bytes or a wrong length, or bytes after the end of a track, were ignored
+  zq_ScoreNumberOfKinds = 24,      ///< number of these constants
 } zq_ScoreFindingKind;
 
-/// A finding with its place.
+/// A finding with its place in the file.
 typedef struct zq_ScoreFinding {
-  long long place;    ///< line from 1 of kern, byte from 0 of MIDI
+  long long place;    ///< line of kern, from 1, or byte of MIDI, from 0
   int kind;           ///< zq_ScoreFindingKind
-  int column;         ///< of kern from 1, or track of MIDI from 0
-  const char* token;  ///< as it stands in a kern file, at most 60 bytes; else an empty text
+  int column;         ///< column of kern, from 1, or track of MIDI, from 0
+  const char* token;  ///< token of a kern file, at most 60 bytes; an empty text for MIDI
 } zq_ScoreFinding;
 
-/// What a file of music says, exactly. All belongs to the score and lives as long as it does.
+/// The exact contents of a file of music. Arrays and texts belong to the score and are valid as long as it is.
 typedef struct zq_Score {
   int format;                       ///< zq_ScoreFormat
   int state;                        ///< zq_ScoreState
   int midiFormat;                   ///< 0 to 2; 0 for kern
-  int division;                     ///< ticks per quarter note, or below 0 the two bytes that count seconds; 0 for kern
-  long long numberOfNotes;          ///< of all parts
+  int division;                     ///< ticks per quarter note; below 0, the two bytes of a division in seconds; 0 for kern
+  long long numberOfNotes;          ///< number of notes of all parts
   const zq_ScoreNote* notes;        ///< part after part
-  int numberOfParts;                ///< with notes
+  int numberOfParts;                ///< number of parts with notes
   const zq_ScorePart* parts;        ///< in the order of the file
-  int numberOfMeters;               ///< of those that follow
-  const zq_ScoreMeter* meters;      ///< none where the file says none
-  int numberOfKeys;                 ///< of those that follow
+  int numberOfMeters;               ///< number of the meters that follow
+  const zq_ScoreMeter* meters;      ///< empty if the file gives no meter
+  int numberOfKeys;                 ///< number of the keys that follow
   const zq_ScoreKey* keys;          ///< by onset
-  int numberOfTempi;                ///< of those that follow
+  int numberOfTempi;                ///< number of the tempi that follow
   const zq_ScoreTempo* tempi;       ///< by onset
-  int numberOfBarLines;             ///< of those that follow
+  int numberOfBarLines;             ///< number of the bar lines that follow
   const zq_ScoreBarLine* barLines;  ///< by onset
-  int numberOfFindings;             ///< of those that follow, at most 10000
+  int numberOfFindings;             ///< number of the findings that follow, at most 10000
   const zq_ScoreFinding* findings;  ///< in the order in which they were found
-  long long findingCounts[24];      ///< how often each zq_ScoreFindingKind was found, listed or not
+  long long findingCounts[24];      ///< number of findings of each kind (zq_ScoreFindingKind), listed or not
 } zq_Score;
 
-/// Why notes of a score are not learned.
+/// Reasons why notes of a score are not learned.
 typedef enum zq_ScoreCause {
-  zq_ScoreLearned = 0,             ///< they are
+  zq_ScoreLearned = 0,             ///< the notes are learned
   zq_ScoreAlone = 1,               ///< the only note of its part: music is learned as steps from note to note
-  zq_ScoreSkippedChannel = 2,      ///< its channel is one that the settings leave out
+  zq_ScoreSkippedChannel = 2,      ///< the settings leave out its channel
   zq_ScoreSkippedPercussion = 3,   ///< drums, percussion and effects are left out
-  zq_ScoreMeterOutOfRange = 4,     ///< no meter of up to 255 beats has its bar lines
-  zq_ScoreDurationOutOfRange = 5,  ///< it lasts longer than 87,381 whole notes
-  zq_ScoreNoSubMatrix = 6,         ///< all sub-matrices that are reserved hold something else
-  zq_ScoreNotTaken = 7,            ///< the matrix can't take the run: its settings, its limits or memory
-  zq_ScoreNoMusicSettings = 8,     ///< the settings are none of music
-  zq_ScoreNumberOfCauses = 9,      ///< how many there are
+  zq_ScoreMeterOutOfRange = 4,     ///< no meter of up to 255 beats has bars of this length
+  zq_ScoreDurationOutOfRange = 5,  ///< the note lasts longer than 87,381 whole notes
+  zq_ScoreNoSubMatrix = 6,         ///< all reserved sub-matrices are used for other music
+  zq_ScoreNotTaken = 7,            ///< the matrix can't learn the run because of its settings, its limits or memory
+  zq_ScoreNoMusicSettings = 8,     ///< the settings are not for music
+  zq_ScoreNumberOfCauses = 9,      ///< number of these constants
 } zq_ScoreCause;
 
-/// By what a score is fed, as the basic level's block has it.
+/// The settings with which a score is learned, as the basic level's block has them.
 typedef struct zq_ScoreFeedSettings {
   int preProcessingType;            ///< 1, or 1002 to 1004
-  int noteOnQuantization;           ///< onsets go to multiples of 12288 / this, in quanta
+  int noteOnQuantization;           ///< onsets are rounded to multiples of 12288 / this value, in quanta
   int durationQuantization;         ///< the same for durations
-  int midiTrackAnalyze;             ///< 0 each part, 1 all merged, 2 both
-  int leavesOutPercussion;          ///< not 0: notes of drums, percussion and effects are left out
-  unsigned char channelFilter[16];  ///< not 0 leaves out the channel
+  int midiTrackAnalyze;             ///< 0 each part alone, 1 all merged, 2 both
+  int leavesOutPercussion;          ///< not 0 leaves out notes of drums, percussion and effects
+  unsigned char channelFilter[16];  ///< one byte per channel; not 0 leaves it out
 } zq_ScoreFeedSettings;
 
-/// Notes that are learned as one sequence: those of a part, or of all, as long as a meter holds.
+/// Notes that are learned as one sequence: those of one part, or of all parts, in a stretch of one meter.
 typedef struct zq_ScoreRun {
-  long long onset;           ///< numerator of the onset of its first note
-  int onsetDenominator;      ///< denominator of it
-  int part;                  ///< index of its part, or -1 for all merged
-  long long notes;           ///< in it
+  long long onset;           ///< numerator of the onset of the first note
+  int onsetDenominator;      ///< denominator of that onset
+  int part;                  ///< index of the part, or -1 for all merged
+  long long notes;           ///< number of notes
   int numerator;             ///< of the meter that is learned; 0 for none
   int denominator;           ///< of the meter that is learned
   int writtenNumerator;      ///< of the meter in the file
   int writtenDenominator;    ///< of the meter in the file
-  int hasAssumedMeter;       ///< 1 if the file gives none there, so that it is 4/4
+  int hasAssumedMeter;       ///< 1 if the file gives no meter there, so that 4/4 is assumed
   int subType;               ///< ZQMidiSubType...
   int soundID;               ///< ZQMatrixSound... of all its notes, 0 for several
-  int preProcessingType;     ///< that it is learned with: drums and single sounds change it
-  int matrixID;              ///< of the sub-matrix that has learned it, or -1
+  int preProcessingType;     ///< preprocessing type with which the run is learned; drums and single sounds change it
+  int matrixID;              ///< ID of the sub-matrix that has learned the run, or -1
   int cause;                 ///< zq_ScoreCause
-  double quartersPerMinute;  ///< the tempo that half of its time is slower than; 0 where the file says none
+  double quartersPerMinute;  ///< median of the tempo over the time of the run; 0 if the file gives none
 } zq_ScoreRun;
 
-/// What was learned of a score. All belongs to the report. A note that is learned in its part or in the merged run counts as learned.
+/// What was learned of a score. The runs belong to the report. A note that is learned in its part or in the merged run counts as
+/// learned.
 typedef struct zq_ScoreFeedReport {
-  int result;                      ///< of the last update, 0 if none ran
-  int numberOfSubMatrices;         ///< that the runs need, one for each meter, texture, sound and coding
-  int hasNoMeter;                  ///< 1 if the score has no meter at all
+  int result;                      ///< result of the last update, 0 if there was none
+  int numberOfSubMatrices;         ///< number that the runs need, one for each meter, texture, sound and coding
+  int hasNoMeter;                  ///< 1 if the score has no meter
   int reserved;                    ///< 0
-  long long notes;                 ///< of the score
-  long long notesLearned;          ///< of them
-  long long notesFed;              ///< of all runs that were learned: both in a part and merged counts twice
-  long long leftOut[9];            ///< notes by zq_ScoreCause
-  long long shortenedRests;        ///< rests of more than 32 bars, which are learned as 32 bars and what is beyond whole bars
-  long long onsetsMoved;           ///< notes that the grid has moved
-  long long durationsMoved;        ///< notes whose duration the grid has changed
-  long long notesWithoutDuration;  ///< notes of no duration, which get one step of the grid
-  double largestOnsetMove;         ///< quanta
-  double meanOnsetMove;            ///< quanta, of all notes
-  double largestDurationMove;      ///< quanta
-  double meanDurationMove;         ///< quanta, of all notes with a duration
-  long long numberOfRuns;          ///< of those that follow
+  long long notes;                 ///< notes of the score
+  long long notesLearned;          ///< of these: notes learned
+  long long notesFed;              ///< notes of all runs that were learned; a note learned in its part and merged counts twice
+  long long leftOut[9];            ///< notes left out, by cause (zq_ScoreCause)
+  long long shortenedRests;        ///< rests of more than 32 bars, which are learned as 32 bars plus the remainder of a bar
+  long long onsetsMoved;           ///< notes whose onset was rounded to the grid
+  long long durationsMoved;        ///< notes whose duration was rounded to the grid
+  long long notesWithoutDuration;  ///< notes with a duration of 0, which get one step of the grid
+  double largestOnsetMove;         ///< largest change of an onset, in quanta
+  double meanOnsetMove;            ///< mean change of all onsets, in quanta
+  double largestDurationMove;      ///< largest change of a duration, in quanta
+  double meanDurationMove;         ///< mean change of all durations above 0, in quanta
+  long long numberOfRuns;          ///< number of the runs that follow
   const zq_ScoreRun* runs;         ///< part after part, then merged
 } zq_ScoreFeedReport;
 
-/// What became of a score that was to be written.
+/// How the writing of a score ended.
 typedef enum zq_ScoreWritingState {
-  zq_ScoreRefused = 0,           ///< it is none: an array is missing, a number is out of range, or notes are out of order
-  zq_ScoreWritten = 1,           ///< all its notes are written
-  zq_ScoreTooLarge = -1,         ///< it would need more than 65,535 tracks, a track of 4 GB, or a million pauses of 268,435,455 ticks
-  zq_ScoreNotStored = -2,        ///< the file can't be opened or could not be written whole
+  zq_ScoreRefused = 0,           ///< invalid: an array is missing, a number is out of range, or notes are out of order
+  zq_ScoreWritten = 1,           ///< all notes are written
+  zq_ScoreTooLarge = -1,         ///< the file would need more than 65,535 tracks, a track of 4 GB, or a million pauses of 268,435,455 ticks
+  zq_ScoreNotStored = -2,        ///< the file can't be opened or was not written completely
   zq_ScoreNoMemoryToWrite = -3,  ///< memory is exhausted
 } zq_ScoreWritingState;
 
@@ -415,29 +417,29 @@ typedef enum zq_ScoreWritingState {
 typedef struct zq_ScoreWriting {
   int state;                    ///< zq_ScoreWritingState
   int division;                 ///< ticks per quarter note
-  int tracks;                   ///< of the file; the first one has tempi, meters and keys
-  int extraTracks;              ///< of them: for notes that end before an earlier one of their part and key
-  long long notes;              ///< written
-  long long timesMoved;         ///< onsets and ends that no tick is at: they went to the nearest one
-  double largestMove;           ///< how far, in whole notes
-  long long signaturesLeftOut;  ///< meters and keys that a MIDI file can't say, or that only a part has and others not
-  long long tempiChanged;       ///< tempi below 3.58 or above 60,000,000: they became the nearest possible one
-  long long refusedNote;        ///< index of the first note for which the score is refused, or -1
+  int tracks;                   ///< number of tracks; the first one has tempi, meters and keys
+  int extraTracks;              ///< of these: tracks for notes that end before an earlier note of their part and key
+  long long notes;              ///< number of notes written
+  long long timesMoved;         ///< onsets and ends between two ticks, which were rounded to the nearest one
+  double largestMove;           ///< largest of these changes, in whole notes
+  long long signaturesLeftOut;  ///< meters and keys that a MIDI file can't express, or that apply only to some parts
+  long long tempiChanged;       ///< tempi below 3.58 or above 60,000,000, which were set to the nearest possible one
+  long long refusedNote;        ///< index of the first invalid note, or -1
 } zq_ScoreWriting;
 
-/// One prime of a factorisation. In the entry before the first: the number of primes, and the sum of all divisors.
+/// One prime of a factorisation. Entry 0 of an array holds the number of primes and the sum of all divisors.
 typedef struct tagPrimeFact {
   int prime;  ///< the prime
-  int power;  ///< how often it divides
+  int power;  ///< its exponent
 } tagPrimeFact;
 
-/// How numbers become ocrons and ocrons gocrons. Each thread has one set.
+/// Parameters of coding numbers as ocrons and ocrons as gocrons. Each thread has its own.
 typedef struct gocronParametersTag {
   int ocronType;            ///< 3, 4, 5 normal, 6 prime, 7 virtual
-  int ocronEndSymbol;       ///< the item behind each ocron of a sequence, and the character at which evaluation stops
-  int ocronAlgorithm;       ///< 0, recursive, is the only one
+  int ocronEndSymbol;       ///< item that ends each ocron of a sequence, and character at which evaluation stops
+  int ocronAlgorithm;       ///< 0, recursive, the only one
   int gocronAlgorithm;      ///< 0
-  int gocronNumberBase;     ///< base of gocrons; 0 takes that of the type: 3, 4, 5, 2, 3 for types 3 to 7
+  int gocronNumberBase;     ///< base of gocrons; 0 for that of the type: 3, 4, 5, 2, 3 for types 3 to 7
   int gocronASTERISKValue;  ///< digit of "*"
   int gocronPValue;         ///< digit of "P"
   int gocronTWOValue;       ///< digit of "2"
@@ -448,36 +450,36 @@ typedef struct gocronParametersTag {
 /// A number with its gocron.
 typedef struct naturalNumberGocronCodeTag {
   long long naturalNumber;  ///< the number
-  long long gocronCode;     ///< its gocron, or -1
-  long long index;          ///< its place in the order of the gocrons, from 0
+  long long gocronCode;     ///< its gocron, or -1 for none
+  long long index;          ///< index of the gocron in ascending order, from 0
 } naturalNumberGocronCodeTag;
 
-/// Four values that count the symbols of an ocron, each symbol weighted by its place.
+/// Four sums over the symbols of an ocron, each symbol weighted by its position.
 typedef struct lQuaternionTag {
-  long long r;  ///< of "2"
-  long long i;  ///< of "*"
-  long long j;  ///< of "P"
-  long long k;  ///< of "^"
+  long long r;  ///< sum of "2"
+  long long i;  ///< sum of "*"
+  long long j;  ///< sum of "P"
+  long long k;  ///< sum of "^"
 } lQuaternionTag;
 
-/// What became of the last attempt to load a file into a matrix.
+/// How the last attempt to load a file into a matrix ended.
 typedef enum zq_loadState {
   zq_loadNone = 0,      ///< nothing was loaded, or the file was refused
-  zq_loadWhole = 1,     ///< all that the file counts is there, and its links answer each other
-  zq_loadRepaired = 2,  ///< something was missing or damaged; the matrix holds what was left of it
+  zq_loadWhole = 1,     ///< everything that the file counts is there, and its links agree
+  zq_loadRepaired = 2,  ///< something was missing or damaged; the matrix has the rest
 } zq_loadState;
 
-/// What a load has found. Counts and links show damage; a changed number that neither depends on doesn't show.
+/// What a load has found. Only damage to counts and links is detected, not a changed number on which neither depends.
 typedef struct zq_loadReport {
   int state;            ///< a zq_loadState
   int recordsCounted;   ///< sub-matrices that the header counts
-  int recordsMissing;   ///< of these, the ones whose record was illegal or lacking, so that what they held is lost
+  int recordsMissing;   ///< of these: those whose record was illegal or missing, so that their contents are lost
   int isCutShort;       ///< 1 if the file ended before its last slot, else 0
   int elementsCounted;  ///< elements that the records count
-  int elementsRead;     ///< elements that the file had, roots aside
-  int elementsDropped;  ///< elements that no root leads to or that lie outside the block, which were left out
-  int hasNewLinks;      ///< 1 if links didn't answer each other and were made anew, else 0
-  int levelLinksCut;    ///< links between sub-matrices and their levels of symbols that led nowhere and were cut
+  int elementsRead;     ///< elements in the file, without roots
+  int elementsDropped;  ///< elements that no root leads to or that lie outside the block, which were dropped
+  int hasNewLinks;      ///< 1 if links didn't agree and were rebuilt, else 0
+  int levelLinksCut;    ///< links between sub-matrices and their symbol levels that led nowhere, which were removed
 } zq_loadReport;
 
 #endif

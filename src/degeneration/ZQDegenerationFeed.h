@@ -1,10 +1,11 @@
 // Learning which ocrons stand for the same number, shared by the tiers that learn. The host passes the forms of each number, the
-// degenerate ocrons; pairs of forms of one number are learned as sequences, with an end symbol behind each form. All pairs are
-// learned in sub-matrix 0; those whose second form is shorter are learned in sub-matrix 1 as well. A run can take days: the
-// matrix is saved every twenty minutes, and the run stops after the number at which a signal file is found.
+// degenerate ocrons. Each form is paired with each form up to the last one that is as long as the first form; pairs are learned
+// as sequences, with an end symbol behind each form, in sub-matrix 0, and those with a shorter second form in sub-matrix 1 as
+// well. A run can take days: the matrix is saved every twenty minutes, and the run stops after the number at which a signal file
+// is found.
 //
 // DegenerationTier<Matrix> has:
-//   markEndOfForm           called after a pair was learned: the full tier gives the end of its first form a new symbol
+//   markEndOfForm           called after a pair was learned: the full tier gives the end of the first form a new symbol
 #pragma once
 
 #include <algorithm>
@@ -21,7 +22,7 @@ namespace zmatrix {
 template <class Matrix>
 struct DegenerationTier;
 
-/// One or two forms, each followed by the end of an ocron: the text that is learned.
+/// The text that is learned: one or two forms, each followed by the end of an ocron.
 class DegenerationText {
  public:
   explicit DegenerationText(const char* endOfOcron) : endOfOcron_(endOfOcron) {}

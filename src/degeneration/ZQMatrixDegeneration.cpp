@@ -9,7 +9,7 @@ struct DegenerationTier<ZQMatrixMedium> {
   static void markEndOfForm(ZQMatrixMedium*, std::span<const int>) {}
 };
 
-/// Each time a form is learned its end gets another new symbol: the number of symbols counts the pairs.
+/// The end of a form gets a new symbol each time it is learned, so the number of symbols counts the texts learned.
 template <>
 struct DegenerationTier<ZQMatrix> {
   static void markEndOfForm(ZQMatrix* matrix, std::span<const int> form) {

@@ -1,5 +1,5 @@
-// Buffered writer and reader of a matrix file. Numbers are little-endian on any host. The reader knows how many bytes are left
-// and how much memory a file of its size may ask for: lengths and capacities are checked against these before they are used.
+// Buffered writer and reader of a matrix file. Numbers are little-endian on any host. The reader has the number of bytes left and
+// a limit of memory for a file of its size: lengths and capacities are checked against both before they are used.
 #pragma once
 
 #include <bit>
@@ -110,7 +110,7 @@ class ZQFileReader {
   long long getFileSize() const { return fileSize_; }
   /// True after a request for more bytes than there are.
   [[nodiscard]] bool isAtEnd() const noexcept { return hasEnded_; }
-  /// Grants memory for what the file describes, in total a multiple of the file's size. False if the file asks for too much.
+  /// Grants memory for data that the file describes, in total up to 16 MB and 64 times the file's size. False beyond that.
   [[nodiscard]] bool grants(long long bytes);
   /// Returns isAllocated, and remembers a failed allocation, so that a lack of memory is not reported as a bad file.
   [[nodiscard]] bool hasRoom(bool isAllocated) noexcept {

@@ -1,5 +1,5 @@
-// The functions of the boundary that print on standard output, whatever the debug device says: for hosts in other languages,
-// whose own output goes another way, and for their bindings, which look here at how their arrays arrive.
+// The C functions that print to standard output, independently of the debug device: for hosts in other languages that want their
+// output in the library's buffer, and for tests of bindings, which print the arrays that they pass.
 #include <cstdarg>
 #include <cstdio>
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Prints what all four array printers share, and a line for each entry.
+/// Prints an array: a head line, a line per entry, and an empty line.
 template <class Value, class PrintEntry>
 int printArray(const char* name, const Value* pointer, int length, PrintEntry printEntry) {
   std::printf("%s %p (length %d):\n", name, static_cast<const void*>(pointer), length);

@@ -1,8 +1,8 @@
-// Nothing but a result leaves a function of the boundary: whatever is thrown inside, std::bad_alloc above all, becomes the value
-// by which the function says that it has failed. Inside, memory is asked for in ways that say no; this is the last line.
+// No exception leaves a C function: one that is thrown inside, such as std::bad_alloc, becomes the function's result for a
+// failure. Most allocations inside the library don't throw but return null.
 #pragma once
 
-/// What the call gives, or `failure`.
+/// The result of the call, or `failure` if it throws.
 template <class Result, class Call>
 inline Result guarded(Call call, Result failure = Result()) noexcept {
   try {

@@ -10,11 +10,11 @@
 
 namespace {
 
-// What a creator without debug parameters uses: no device, and a level at which nothing comes out.
+// For creators without debug parameters: no device, and a level at which nothing is printed.
 constexpr int silentDevice = 0;
 constexpr int silentLevel = -1;
 
-// The sentences of a creator from a file, in which the tiers differ.
+// The messages of a creator from a file, which differ between the tiers.
 struct CreatorTexts {
   zmatrix::ZQSentence<int> otherTier;
   const char* notRead;
@@ -28,7 +28,7 @@ constexpr CreatorTexts mediumTexts = {
 constexpr CreatorTexts fullTexts = {"error createAndInitMatrixFile: this is not a symbol type matrix File! (type is %d)\n",
                                     "createAndInitMatrixWithFile: readAndInitMatrixFromDisk failed\n"};
 
-// A file of another tier is refused, a lower one's too: only an existing object takes those.
+// Refuses a file of another tier, even of a lower one, which only readAndInitMatrixFromDisk of an existing object loads.
 template <class Matrix>
 Matrix* createFromFile(const char* path, int debugLevel, const CreatorTexts& texts) {
   const int infoType = ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path);

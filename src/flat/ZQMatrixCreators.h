@@ -1,6 +1,6 @@
-// Creation and deletion of matrix objects, a set for each tier. A failed creator returns null and leaves nothing behind. A
-// deleter accepts null. Deleting any one matrix closes the debug file and sets the debug level to 0 for all matrices of the
-// process.
+// Creation and deletion of matrix objects, for each tier. A failed creator returns null and leaves no object. A deleter accepts
+// null. The deletion of a matrix closes the debug file and sets the debug level to 0 for all matrices that the calling thread
+// uses.
 #pragma once
 
 class ZQMatrixBase;
@@ -22,5 +22,5 @@ ZQMatrix* createAndInitMatrixWithDebugParameters(int debugOutputDevice, int debu
 ZQMatrix* createAndInitMatrixWithFile(const char* path, int debugLevel);
 void deleteMatrix(ZQMatrix* matrix);
 
-/// The slots that a new matrix begins with, or 0 if the wishes make no sense (the first three below 1, the last below 0).
+/// The number of slots of a new matrix, whatever the arguments; 0 if one of the first three is below 1 or the last below 0.
 int getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols);

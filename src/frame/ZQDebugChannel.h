@@ -25,7 +25,7 @@ struct ZQDebugChannel {
   static void openDebugFile(const char* path);
   static void closeDebugFile();
 
-  /// True if a message of this level would be printed or passed on. Hot paths ask this before they format a message.
+  /// True if a message of this level would be printed or passed on. Hot paths test this before they collect a message's values.
   static bool shows(int level) { return globalDebugLevel >= level && (prints() || messageFunction != nullptr); }
   static bool prints() { return globalDebugOutputDevice != 0 && (globalDebugOutputDevice == 1 || fpMatrixErr != nullptr); }
 };

@@ -39,7 +39,7 @@ size_t behindName(std::string_view text, size_t at) {
   return at;
 }
 
-/// The characters that make a number, at the begin of a text; 0 for none.
+/// The length of the number at the begin of a text; 0 if there is none.
 size_t lengthOfNumber(std::string_view text, std::chars_format format) {
   const size_t begin = text.starts_with('-');
   size_t end = behindMantissa(text, begin);

@@ -1,5 +1,5 @@
-// Numbers with a decimal point in texts. The standard library of WebAssembly's compiler can't read them by std::from_chars, which
-// knows no language of the process: there they are read by strtod, to the same result.
+// Reads numbers with a decimal point from texts by std::from_chars. The standard library of WebAssembly's compiler has it for
+// integers only: there strtod and strtof read the number, with the same result, since the locale "C" is never changed.
 #pragma once
 
 #include <charconv>
@@ -10,7 +10,7 @@ namespace zmatrix {
 std::from_chars_result copiedDecimalFromChars(const char* first, const char* last, double& value, std::chars_format format);
 std::from_chars_result copiedDecimalFromChars(const char* first, const char* last, float& value, std::chars_format format);
 
-/// std::from_chars, or what stands in for it.
+/// std::from_chars, or copiedDecimalFromChars where the standard library lacks it.
 template <class Number>
 std::from_chars_result decimalFromChars(const char* first, const char* last, Number& value, std::chars_format format) {
 #ifdef __cpp_lib_to_chars

@@ -33,8 +33,8 @@ namespace zmatrix {
 /// The largest single allocation that is allowed, in bytes: PTRDIFF_MAX unless a test sets it before it starts threads.
 extern size_t largestAllocation;
 
-/// The bytes of `count` values of `size` bytes. Where a size_t can't tell them, as it may be with 32 bits, it is a size that no
-/// allocation has.
+/// The bytes of `count` values of `size` bytes. If they exceed size_t, as they can with 32 bits: SIZE_MAX, which no allocation
+/// has.
 constexpr size_t bytesOf(unsigned long long count, size_t size) {
   return count > SIZE_MAX / size ? SIZE_MAX : static_cast<size_t>(count) * size;
 }

@@ -19,7 +19,7 @@ extern constinit thread_local matrixProgressCallBackFunction updateProgressBarCa
 
 namespace zmatrix {
 
-/// Decides which items are reported. A loop that asks less often than once per item reads nextItem.
+/// Decides which items are reported. A loop that doesn't call reportProgress for each item reads nextItem.
 struct ProgressThrottle {
   int step = 1;                        ///< about a hundredth of the operation
   int lastReportedItem = INT_MAX;      ///< an item below this one begins a new operation
@@ -48,11 +48,11 @@ namespace zmatrix {
 class ProgressOfLoop {
  public:
   void reach(int item, int itemCount) const {
-    if (isHeard_) reportProgress(item, itemCount);
+    if (hasCallback_) reportProgress(item, itemCount);
   }
 
  private:
-  bool isHeard_ = updateProgressBarCallBackFunction != nullptr;
+  bool hasCallback_ = updateProgressBarCallBackFunction != nullptr;
 };
 
 }  // namespace zmatrix

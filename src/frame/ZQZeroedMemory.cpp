@@ -66,23 +66,23 @@ void ZQZeroedMemory::clear() noexcept {
 #else
 
 size_t ZQZeroedMemory::getWholeSize() const {
-  return size;
+  return size_;
 }
 
 bool ZQZeroedMemory::resize(size_t newSize) noexcept {
   newSize = std::max(newSize, size_t{1});
-  char* resized = static_cast<char*>(systemRealloc(begin, newSize));
+  char* resized = static_cast<char*>(systemRealloc(begin_, newSize));
   if (resized == nullptr) return false;
-  if (newSize > size) memset(resized + size, 0, newSize - size);
-  begin = resized;
-  size = newSize;
+  if (newSize > size_) memset(resized + size_, 0, newSize - size_);
+  begin_ = resized;
+  size_ = newSize;
   return true;
 }
 
 void ZQZeroedMemory::clear() noexcept {
-  systemFree(begin);
-  begin = nullptr;
-  size = 0;
+  systemFree(begin_);
+  begin_ = nullptr;
+  size_ = 0;
 }
 
 #endif

@@ -1,6 +1,6 @@
-// One large piece of memory that is 0 wherever nothing was written, and that can be resized. Where the system has mremap, growth
-// moves pages instead of bytes, needs no address space beyond the difference, and pages that were never touched take no memory.
-// Elsewhere a piece that can't grow in place is copied, so that old and new exist together for a moment.
+// A large allocation that is 0 wherever nothing was written, and that can be resized. On Linux, growth moves pages instead of
+// bytes, and pages that were never touched take no memory. Elsewhere an allocation that can't grow in place is copied, so that
+// old and new exist together for a moment.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ class ZQZeroedMemory {
 
   /// Null before the first resize. A resize can change it.
   char* getBegin() const { return begin_; }
-  /// The size of the mapping in bytes, whole pages: what calls for pages may treat as one piece.
+  /// The size in bytes with the last page complete: the memory that a ZQPageProvider may provide.
   size_t getWholeSize() const;
 
   /// Sets the size in bytes and keeps the content up to the smaller of both sizes. False, with nothing changed, if there is no

@@ -1,4 +1,4 @@
-// Reading many items, and all successors of a context, in one call: for bindings, where each call is expensive.
+// Reads many items, or all successors of a context, in one call: for bindings, where each call is expensive.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +10,8 @@
 
 namespace zmatrix {
 
-/// Reads up to `numberOfItems` items, on to where a sequence ends. Probabilities may be null.
+/// Reads up to `numberOfItems` items and stops at the end of a sequence. Returns the number of items read; the arrays of
+/// probabilities may be null.
 template <class Matrix>
 int readItems(Matrix* matrix, int numberOfItems, int* items, double* probabilities, double* stopProbabilities) {
   if (items == nullptr) return 0;
@@ -27,8 +28,8 @@ int readItems(Matrix* matrix, int numberOfItems, int* items, double* probabiliti
   return read;
 }
 
-/// How many items follow a stored context, -1 if it isn't there; the first `capacity` of them go into the arrays that aren't
-/// null.
+/// Returns the number of items that follow a stored context, or -1 if the context is not stored or memory runs out. The first
+/// `capacity` items are written to those arrays that aren't null.
 template <class Matrix>
 int readSuccessors(Matrix* matrix, const int* context, int length, int capacity, int* items, int* counts, int* starts) {
   const bool isRoot = context == nullptr || length < 1;
@@ -49,7 +50,9 @@ int readSuccessors(Matrix* matrix, const int* context, int length, int capacity,
   return count;
 }
 
-/// What follows the beginning of a sentence: its successors, less those it has where it stands within a sentence.
+/// Finds the items that follow the beginning of a sentence: counts the successors of the phrase anywhere and subtracts the counts
+/// of those after each item that precedes the phrase inside a sentence. Returns their number; -1 if the counts don't allow it, as
+/// in a pruned matrix, or memory runs out.
 template <class Matrix>
 int readSentenceStarts(Matrix* matrix, const int* beginning, int length, int capacity, int* items, int* counts) {
   if (matrix->getMatrixInfo()->getCoordinateDimension() != 1 || items == nullptr || counts == nullptr || length < 0) return -1;

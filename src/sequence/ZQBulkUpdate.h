@@ -1,7 +1,7 @@
-// Learning a sequence of single integers as the sequence update does, with the same phrases and counts, but all phrases of one
-// length at once: they are sorted by what they go on from, and the children that an element gets are put in place together, the
-// largest groups first. Wide fields, as those of symbols are, then move once a pass and not once a child. Where phrases lie
-// differs from the update one by one, so this is for callers who may choose.
+// Learns a sequence of single integers with the same phrases and counts as ZQSequenceUpdate, but all phrases of one length at
+// once: they are sorted by parent element, and all new children of an element are placed together, the largest groups first.
+// Wide fields, such as those of symbols, then move once per pass and not once per child. Elements get other slots than with
+// ZQSequenceUpdate, so this is only for callers to whom slots don't matter.
 #pragma once
 
 #include <algorithm>
@@ -19,10 +19,10 @@ struct ZQBulkUpdate {
   using Info = typename Tier::Info;
   using Write = ZQStoreWrite<Tier>;
 
-  ZQBulkUpdate(Matrix& matrixToTeach, const int* items, int numberOfItems)
-      : matrix_(matrixToTeach), info_(*matrixToTeach.getMatrixInfo()), sequence_(items), length_(numberOfItems) {}
+  ZQBulkUpdate(Matrix& matrix, const int* items, int numberOfItems)
+      : matrix_(matrix), info_(*matrix.getMatrixInfo()), sequence_(items), length_(numberOfItems) {}
 
-  /// 1 learned, -1 a write failed, -2 memory has run out: then the phrases of some lengths may have been learned.
+  /// 1 learned, -1 a write failed, -2 memory has run out. After a failure, phrases that were learned before it remain.
   [[nodiscard]] int run(int maxPhraseLength) {
     const int root = Write::provideRoot(matrix_);
     if (root < 0 || info_.getMemIsReadOnly()) return -1;
@@ -46,16 +46,17 @@ struct ZQBulkUpdate {
   }
 
  private:
-  /// The last step of a phrase: from the element of all items but one to that one.
+  /// The last step of a phrase, from the element of its items but the last to that of the last item.
   struct Step {
     int parent;
     int item;
-    int start;  // of the phrase
+    int start;  // of the phrase in the sequence
     bool operator<(const Step& other) const {
       if (parent != other.parent) return parent < other.parent;
       return item != other.item ? item < other.item : start < other.start;
     }
   };
+  /// A range of steps with the same parent.
   struct Group {
     size_t begin;
     size_t end;
@@ -79,7 +80,7 @@ struct ZQBulkUpdate {
     groups_.clear();
     for (size_t begin = 0, end; begin < count; begin = end) {
       for (end = begin + 1; end < count && steps_[end].parent == steps_[begin].parent;) ++end;
-      if (!has(groups_.append({begin, end}))) return false;
+      if (!noteRoom(groups_.append({begin, end}))) return false;
     }
     std::stable_sort(groups_.begin(), groups_.end(),
                      [](const Group& a, const Group& b) { return a.end - a.begin > b.end - b.begin; });
@@ -91,12 +92,13 @@ struct ZQBulkUpdate {
     for (size_t i = group.begin; i < group.end; ++i) {
       const Step& step = steps_[i];
       if (!missing_.empty() && missing_.back() == step.item) continue;
-      if (matrix_.childAt(step.parent, step.item) < 0 && !has(missing_.append(step.item))) return false;
+      if (matrix_.childAt(step.parent, step.item) < 0 && !noteRoom(missing_.append(step.item))) return false;
     }
     return missing_.empty() || placement_.add(matrix_, steps_[group.begin].parent, missing_);
   }
 
-  // Counted as often as the phrases occur. From here on no other field moves in this pass, so that positions stay good.
+  // Counts each phrase once per occurrence. The group's field is not moved again in this pass, so the positions stored in
+  // parents_ stay valid.
   bool countChildren(const Group& group, int known) {
     const bool usesStart = info_.getUseStartOfSequence() == 1, usesEnd = info_.getUseEndOfSequence() == 1;
     int child = -1;
@@ -116,9 +118,9 @@ struct ZQBulkUpdate {
     return true;
   }
 
-  bool has(bool room) {
-    isOutOfMemory_ = !room;
-    return room;
+  bool noteRoom(bool hasRoom) {
+    isOutOfMemory_ = !hasRoom;
+    return hasRoom;
   }
 
   Matrix& matrix_;
@@ -126,9 +128,9 @@ struct ZQBulkUpdate {
   const int* sequence_;
   const int length_;
   zmatrix::ZQArray<Step> steps_;
-  zmatrix::ZQArray<int> parents_;  // by start: where the phrase of the pass before ends
+  zmatrix::ZQArray<int> parents_;  // by start: position of the last element of the phrase of the preceding pass
   zmatrix::ZQArray<Group> groups_;
-  zmatrix::ZQArray<int> missing_;
+  zmatrix::ZQArray<int> missing_;  // coordinates of the children that the current group still needs
   bool isOutOfMemory_ = false;
   ZQFieldPlacement<Tier> placement_;
 };

@@ -1,4 +1,5 @@
-// Errors of the operations on index vectors: at level 0, and on the console at once, since a host may read it.
+// Error messages of the operations on index vectors: printed at level 0, and standard output is flushed, since a host may read
+// it.
 #pragma once
 
 #include <cstdio>

@@ -1,6 +1,6 @@
-// Prefetches the records that the next steps down will read. A step reads the front's record, which says where the child lies,
-// and the child's; an item of several coordinates goes on from there. In a large matrix each of them is a cache miss. The starts
-// of a pass don't depend on each other, so each record is prefetched some starts before it is read, one step after the other.
+// Prefetches the records that the next steps down will read. A step reads the record at the front, which gives the slot of the
+// child, and the record of the child; an item of several coordinates takes one step per coordinate. In a large matrix each read
+// is a cache miss. The starts of a pass don't depend on each other, so each record is prefetched some starts before it is read.
 //
 // If a write in between moves a record, only a prefetch is wasted.
 #pragma once
@@ -11,13 +11,13 @@
 
 namespace zmatrix {
 
-/// A place in the trie: a slot and the name of the record that it held. It is good while the slot still holds the record.
+/// A place in the trie: a slot and the name of the record in it. Valid as long as the slot holds that record.
 struct ZQFront {
   static constexpr int unknownBegin = INT_MIN;
 
   int position = -1;
   ZQMatrixBase::RecordName record = ZQMatrixBase::noRecord;
-  int fieldBegin = unknownBegin;  ///< where the children lay, as long as nothing has moved
+  int fieldBegin = unknownBegin;  ///< begin of the field of the children; valid until an element moves
 
   static ZQFront at(int position, const ZQMatrixBaseElement& element) {
     ZQFront front{position, element.getName(), unknownBegin};
@@ -32,11 +32,11 @@ struct ZQFront {
 
 class ZQDescentPrefetch {
  public:
-  /// `fronts` has an entry for each start; start i goes on to the coordinates from `coordinates`[i * dimension] on. The begins of
-  /// the fronts' fields are relied on if `isSettled` says so.
-  ZQDescentPrefetch(const ZQMatrixBase& matrixToRead, const ZQFront* frontsOfStarts, int numberOfStarts, const int* coordinates,
+  /// `frontsOfStarts` has one entry per start; start i continues with `coordinates`[i * dimension] and the following. With
+  /// `isSettled`, the fronts' fieldBegin is valid and is used.
+  ZQDescentPrefetch(const ZQMatrixBase& matrix, const ZQFront* frontsOfStarts, int numberOfStarts, const int* coordinates,
                     int dimension, bool isSettled)
-      : matrix_(matrixToRead),
+      : matrix_(matrix),
         fronts_(frontsOfStarts),
         number_(numberOfStarts),
         next_(coordinates),
@@ -59,9 +59,9 @@ class ZQDescentPrefetch {
 
  private:
   static constexpr int mostSteps = 3;
-  static constexpr int nearest = 30;
+  static constexpr int nearest = 30;  // starts between the last prefetch for a start and its turn
   static constexpr int startsBetweenSteps = 10;
-  static constexpr int numberOfPlaces = 128;  // more than the farthest distance
+  static constexpr int numberOfPlaces = 128;  // more than the largest distance
 
   int distanceOfStep(int step) const { return nearest + startsBetweenSteps * (steps_ - 1 - step); }
   bool isAhead(int start, int step) const {
@@ -97,7 +97,7 @@ class ZQDescentPrefetch {
   const int stride_;
   const int steps_;
   const bool knowsBegins_;
-  int places_[numberOfPlaces];  // by start, the slot that the last step led to, or -1
+  int places_[numberOfPlaces];  // by start: the slot to which its last prefetched step led, or -1
 };
 
 }  // namespace zmatrix

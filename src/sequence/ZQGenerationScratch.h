@@ -1,4 +1,5 @@
-// Working memory of a generation, kept from item to item so that an item costs no allocation. All of it can be made anew.
+// Working memory of a generation, kept between items so that an item needs no allocation. None of it is part of the state: it can
+// be discarded at any time.
 #pragma once
 
 #include "frame/ZQArray.h"
@@ -18,8 +19,8 @@ struct Successor {
 struct ZQGenerationScratch {
   ZQKnownSuffixes knownSuffixes;
   ZQArray<Successor> successors;
-  ZQArray<int> sequence;  ///< a kernel with the next item behind it
-  ZQArray<int> preProcessed;
+  ZQArray<int> sequence;      ///< the original items of the kernel followed by the next item
+  ZQArray<int> preProcessed;  ///< the result of ZQMatrixMedium::preProcessIntoScratch
 };
 
 }  // namespace zmatrix

@@ -6,22 +6,22 @@ namespace zmatrix {
 
 namespace {
 
-/// The last entries of all rows of the backward difference table over the last `order` values, added up: what the difference of
-/// this order took away.
+/// The sum of the last entries of all rows of the difference table over the last `order` values. Added to a difference of this
+/// order, it gives the value.
 int sumOfRowEnds(int order, int coordinate, const PrecedingItems& precedingItems) {
   std::array<int, ZQPreProcessingTypeHighestDifference> row;
   for (int i = 0; i < order; i++) row[i] = precedingItems.valueBack(order - i, coordinate);
   int sum = 0;
   for (int rowEnd = order - 1; rowEnd >= 0; rowEnd--) {
-    // What stands at rowEnd is the end of its row and stays; below it the next row of differences takes this one's place.
+    // row[rowEnd] is the last entry of its row and is kept; the next row of differences overwrites the entries before it.
     for (int i = 0; i < rowEnd; i++) row[i] = wrappedDifference(row[i + 1], row[i]);
     sum = wrappedSum(sum, row[rowEnd]);
   }
   return sum;
 }
 
-/// The interval becomes a note, and the place in a bar becomes the first such time that isn't before the preceding item: an equal
-/// one is the same chord, an earlier one lies in the next bar.
+/// Turns the interval into a note number, and the position in the bar into the first time at that position that isn't before the
+/// preceding item: an equal position belongs to the same chord, an earlier one to the next bar.
 void restoreMidiItem(const PreprocessingSettings& settings, const PrecedingItems& precedingItems, int* item,
                      const char* illegalTimeSignatureMessage) {
   const long long barLength = barLengthInQuanta(settings, illegalTimeSignatureMessage);
@@ -48,7 +48,7 @@ int* nextOriginalObjex(const PreprocessingSettings& settings, const PrecedingIte
     restoreMidiItem(settings, precedingItems, objex, illegalTimeSignatureMessage);
     return objex;
   }
-  return nullptr;  // numbers are decoded elsewhere (ZQNumberCoding.h); the others have no inverse
+  return nullptr;  // number codes are decoded in ZQNumberCoding.h; the remaining types have no inverse
 }
 
 }  // namespace zmatrix

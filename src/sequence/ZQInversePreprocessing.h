@@ -1,12 +1,13 @@
-// One step back from preprocessed to original: the next original item follows from a preprocessed item and the original items
-// before it, which come from a kernel or from a sequence of objex. Pure but for the item, which is changed in place.
+// The inverse of preprocessing for one item: the next original item is computed from a preprocessed item and the original items
+// before it, which come from a kernel or from a sequence of objex. The item is changed in place; there are no other side effects
+// but messages.
 #pragma once
 
 #include "sequence/ZQPreprocessing.h"
 
 namespace zmatrix {
 
-/// The original items before the one that is to be restored. An item before the first reads as 0.
+/// The original items before the one to be restored. Items before the first read as 0.
 class PrecedingItems {
  public:
   /// A flat sequence, item after item.
@@ -17,7 +18,7 @@ class PrecedingItems {
   /// A sequence of objex: items[item][coordinate].
   static PrecedingItems inObjex(const int* const* items, int numberOfItems) { return {nullptr, items, numberOfItems, 0}; }
 
-  /// A coordinate of the last item (itemsBack 1), of the one before (2) and so on.
+  /// A coordinate of the last item (itemsBack 1), of the one before it (2), and so on.
   int valueBack(int itemsBack, int coordinate) const {
     const int item = numberOfItems_ - itemsBack;
     if (item < 0) return 0;
@@ -35,8 +36,8 @@ class PrecedingItems {
   int coordinateDimension_;
 };
 
-/// Turns a preprocessed item into the original item and returns it, or null for no item or a type without an inverse. Bar markers
-/// are no items and don't belong here.
+/// Turns a preprocessed item into the original item and returns it; null for a null item or a type without an inverse. Must not
+/// be called for bar markers.
 int* nextOriginalObjex(const PreprocessingSettings& settings, const PrecedingItems& precedingItems, int* objex,
                        const char* illegalTimeSignatureMessage);
 

@@ -17,7 +17,7 @@ bool isPlainText(const PreprocessingSettings& settings) {
   return settings.preProcessingType == ZQPreProcessingTypeANSIText && settings.coordinateDimension == 1;
 }
 
-/// The difference of an order over the last order + 1 items, one coordinate after the other.
+/// Computes the difference of an order over the last order + 1 items, for each coordinate.
 bool differenceAtEnd(int order, int coordinateDimension, std::span<const int> original, int* item) {
   const size_t step = static_cast<size_t>(coordinateDimension), numberOfValues = static_cast<size_t>(order) + 1;
   if (original.size() < numberOfValues * step) return false;
@@ -33,7 +33,8 @@ bool differenceAtEnd(int order, int coordinateDimension, std::span<const int> or
   return true;
 }
 
-/// White space that stands alone becomes a blank. Runs of it, and a line end behind a hyphen, change the length of a text.
+/// Replaces a single white-space character by a blank. False for a run of white space and for a line end after a hyphen, which
+/// change the length of the text.
 bool characterAtEnd(std::span<const int> text, int* item) {
   const int character = text.back();
   *item = isWhiteCharacter(character) ? blankCharacter : character;
@@ -42,7 +43,7 @@ bool characterAtEnd(std::span<const int> text, int* item) {
   return !isWhiteCharacter(before) && !(character == lineEndCharacter && before == hyphenCharacter);
 }
 
-/// A first coordinate that looks like a bar marker would be counted as one.
+/// False if bar markers come before the note, or if its interval equals a bar marker and would be counted as one.
 template <int coordinates>
 bool noteAtEnd(long long barLength, std::span<const int> original, int* item) {
   if (original.size() < 2 * coordinates) return false;
@@ -61,7 +62,8 @@ bool fitsInLength(long long barLength, std::span<const int> original, std::span<
          static_cast<long long>(preProcessed.size() / coordinates) == static_cast<long long>(numberOfItems) - 1 + markers;
 }
 
-/// Calls an operation for MIDI items with the number of their coordinates; false for other types and where bars have no length.
+/// Calls an operation for MIDI items with their number of coordinates as template argument; false for other types, and for a time
+/// signature without a bar length.
 template <class Operation>
 bool withMidiItems(const PreprocessingSettings& settings, Operation operation) {
   const int coordinates = coordinatesOfMidiType(settings.preProcessingType);
@@ -79,7 +81,7 @@ bool withMidiItems(const PreprocessingSettings& settings, Operation operation) {
   }
 }
 
-/// The markers in front of the first note must be those of the bar lines before it.
+/// Checks that the bar markers in front of the first note are those of the bar lines before it.
 template <int coordinates>
 bool fitsInFront(long long barLength, std::span<const int> original, std::span<const int> preProcessed) {
   size_t firstNote = 0;

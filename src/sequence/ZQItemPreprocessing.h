@@ -1,5 +1,5 @@
-// Preprocessing one item at a time: what a sequence that grows by an item adds to its preprocessed form, without reading the
-// whole again. Where that form may change further back, as in a text with a line end behind a hyphen, the answer is no.
+// Preprocessing of one appended item, without processing the whole sequence again. Fails where an item may change earlier parts
+// of the preprocessed form, as a line end after a hyphen does in a text.
 #pragma once
 
 #include <span>
@@ -8,16 +8,16 @@
 
 namespace zmatrix {
 
-/// Finds the one preprocessed item that the last item of `original` adds to the preprocessed form of those before it. False, with
-/// `item` undefined, if it adds none or several or changes others, and for number codes. Prints nothing.
+/// Computes the preprocessed item that the last item of `original` adds to the preprocessed form of the items before it. False,
+/// with `item` undefined, if it adds none or several or changes others, and for number codes. Prints nothing.
 bool preProcessedItem(const PreprocessingSettings& settings, std::span<const int> original, int* item);
 
-/// For a preprocessed sequence that is the end of a preprocessed form which `original` was at the end of, in whole items: true if
-/// it is the preprocessed form of `original` and nothing else.
+/// `preProcessed` must be an ending of the preprocessed form of a sequence that ends with `original`, both in whole items. True
+/// if it is exactly the preprocessed form of `original`; only lengths and bar markers are compared.
 bool isPreProcessedFormOf(const PreprocessingSettings& settings, std::span<const int> original,
                           std::span<const int> preProcessed);
 
-/// The same if it was so before items were taken away in front of both: looks at the front alone.
+/// The same for a pair for which it was true before items were removed from the front of both; checks only the front.
 bool isPreProcessedFormAfterCut(const PreprocessingSettings& settings, std::span<const int> original,
                                 std::span<const int> preProcessed);
 

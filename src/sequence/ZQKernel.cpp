@@ -15,9 +15,9 @@ constexpr int offsetNotFound = -1;
 
 }  // namespace
 
-// --- the preprocessed face
+// --- the preprocessed items
 
-/// 0 if a preprocessed sequence of this length may become the kernel, or the number of the refusal.
+/// 0 if a preprocessed sequence of this length may become the kernel, else the error code -1 to -6.
 int ZQKernel::refusalOf(int length) const {
   if (coordinateDimension_ < 1) return -2;
   if (length % coordinateDimension_ != 0) return -1;
@@ -32,7 +32,7 @@ KnownSuffix ZQKernel::findKnownSuffix(const int* sequence, int length) {
   return longestSearched >= 1 ? scratch_.knownSuffixes.findLongest(matrix_, sequence, length, longestSearched) : KnownSuffix{};
 }
 
-/// Makes room for the items of a suffix. The internal length says less than what there is room for.
+/// Makes room for the items of a suffix. The internal length, which hosts can read, may be less than the actual room.
 bool ZQKernel::provideForSuffix(int numberOfItems) {
   const int internalLength = info_.getInternalLengthOfKernelPreProcessedSequence();
   if (!info_.provideKernelPreProcessed(numberOfItems)) return false;
@@ -77,16 +77,16 @@ void ZQKernel::pushPreProcessed(const int* item) {
   setFromPreProcessed(info_.getKernelPreProcessedItems(), (numberOfItems + 1) * coordinateDimension_);
 }
 
-// --- both faces
+// --- original and preprocessed items
 
-/// True if a difference of this length would be refused as a kernel: known before the input is touched.
+/// True if the preprocessed form of a sequence of this length is a difference that is too long for a kernel.
 bool ZQKernel::isTooLong(int length) const {
   const int type = info_.getPreProcessingType();
   if (type < 0 || type > ZQPreProcessingTypeHighestDifference) return false;
   return length - static_cast<long long>(coordinateDimension_) * type > info_.getMaxDimOfMatrix();
 }
 
-/// Of the first preprocessed items those that are no bar markers.
+/// The number of items other than bar markers among the first `numberOfItems` preprocessed items.
 int ZQKernel::countNotes(int numberOfItems) const {
   int notes = 0;
   const int* item = info_.getKernelPreProcessedItems();
@@ -94,8 +94,8 @@ int ZQKernel::countNotes(int numberOfItems) const {
   return notes;
 }
 
-/// Where the kernel begins in the original input, in integers, with the items in front that the inverse needs; or offsetNotFound.
-/// What it is found from is lengths alone, so that it is exact only where no item of the input was dropped.
+/// The offset in the original input, in integers, at which the original items of the kernel begin, including those that the
+/// inverse needs; or offsetNotFound. Computed from lengths only, so it is exact only if preprocessing dropped no item.
 int ZQKernel::offsetInOriginal(int length, int preProcessedLength, bool warnsOfUnsecureRecompute) const {
   const int type = info_.getPreProcessingType(), numberOfItems = info_.getLengthOfKernelPreProcessedSequence();
   if (type <= ZQPreProcessingTypeANSIText) {
@@ -129,8 +129,8 @@ KernelSetting ZQKernel::reset(const KernelSettingRequest& request) {
   return {info_.resetKernelSequence(request.matrixIDAtRoot, request.setInitialValues), false};
 }
 
-/// For an input too short to be preprocessed: the kernel is at the root, with as many of the items that the inverse needs as
-/// there are.
+/// For an input too short to be preprocessed: sets the kernel to the root, with those original items that the inverse needs, as
+/// far as the input has them.
 KernelSetting ZQKernel::setFromShortOriginal(const int* sequence, int length, const KernelSettingRequest& request) {
   const int needed = zmatrix::numberOfItemsToRestore(info_.getPreProcessingType());
   if (!info_.storeKernelOriginal(sequence, std::min(needed, length / coordinateDimension_))) return reset(request);
@@ -141,10 +141,10 @@ KernelSetting ZQKernel::setFromShortOriginal(const int* sequence, int length, co
   return {needed, false};
 }
 
-/// Makes these items, for which there is room, the original kernel.
+/// Stores the original items of the kernel, for which there must be room.
 void ZQKernel::storeOriginal(const int* items, int numberOfItems) {
   info_.storeKernelOriginal(items, numberOfItems);
-  // Once set to 0 it stays below every length; room is made by need alone.
+  // Kept for hosts that read it: 0 from then on. Room is provided as needed.
   if (numberOfItems >= info_.getInternalLengthOfKernelOriginalSequence()) info_._setInternalLengthOfKernelOriginalSequence(0);
 }
 
@@ -180,7 +180,7 @@ KernelSetting ZQKernel::setFromOriginal(const int* sequence, int length, const K
   return {numberOfItems, true};
 }
 
-// --- one item more
+// --- appending one item
 
 void ZQKernel::push(const int* item, int numberOfItems) {
   numberOfItems = std::max(numberOfItems, 0);
@@ -196,7 +196,8 @@ void ZQKernel::push(const int* item, int numberOfItems) {
   setFromOriginal(sequence, sequence != nullptr ? static_cast<int>(length) : 0, {matrix_.getCurrentMatrixID(), 0, false});
 }
 
-/// False, with nothing changed that counts, if the whole sequence has to be looked at.
+/// Appends an item without processing the whole sequence. False if that is not possible; the kernel's items
+/// are unchanged then.
 bool ZQKernel::pushOneItem(const int* item) {
   const int numberOfOriginal = info_.getLengthOfKernelOriginalSequence();
   const int numberOfPreProcessed = info_.getLengthOfKernelPreProcessedSequence();

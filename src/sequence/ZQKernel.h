@@ -1,7 +1,8 @@
-// The kernel: the context of a continuation, as far as the matrix knows it. Its preprocessed face is the longest ending of the
-// items so far that is a path with successors; its original face is the same stretch as original items, with those in front that
-// the inverse of the preprocessing needs. Both lie in the info record of the current sub-matrix. Every failure but a refusal
-// leaves the kernel at the root.
+// The kernel: the context of a continuation that the matrix knows. It has two faces: the preprocessed face is the longest ending
+// of the preprocessed items so far that is a path with successors; the original face is the original items for it, preceded by
+// those that the inverse of the preprocessing needs. Both are stored in the info record of the current sub-matrix. A sequence
+// that setFromPreProcessed refuses, or setFromOriginal can't preprocess, leaves the kernel unchanged; any other failure sets it
+// to the root.
 #pragma once
 
 #include <span>
@@ -12,34 +13,34 @@ namespace zmatrix {
 
 struct KernelSettingRequest {
   int matrixIDAtRoot;             ///< the handle of a kernel that is reset to the root
-  int setInitialValues;           ///< 1: a later reset is to come back to these items
-  bool warnsOfUnsecureRecompute;  ///< says where the original items of a kernel are a guess from its length
+  int setInitialValues;           ///< 1: a later reset returns to these items
+  bool warnsOfUnsecureRecompute;  ///< warns if the original items of the kernel are only estimated from its length
 };
 
 struct KernelSetting {
-  int result;            ///< what the operation returns: items of the original kernel, or -1
-  bool followsSequence;  ///< false: the kernel is at the root, for what the sequence was
+  int result;            ///< result of the operation: items of the original face, or -1
+  bool followsSequence;  ///< false: the kernel is at the root, or unchanged if the sequence could not be preprocessed
 };
 
 class ZQKernel {
  public:
-  explicit ZQKernel(ZQMatrixMedium& matrixToContinue)
-      : matrix_(matrixToContinue),
-        info_(*matrixToContinue.getMatrixInfo()),
-        scratch_(matrixToContinue.getGenerationScratch()),
+  explicit ZQKernel(ZQMatrixMedium& matrix)
+      : matrix_(matrix),
+        info_(*matrix.getMatrixInfo()),
+        scratch_(matrix.getGenerationScratch()),
         coordinateDimension_(info_.getCoordinateDimension()) {}
 
-  /// Sets both faces.
+  /// Sets both faces from a sequence of original items.
   KernelSetting setFromOriginal(const int* sequence, int length, const KernelSettingRequest& request);
 
-  /// Sets the preprocessed face alone. Items of it, or a refusal from -1 to -6.
+  /// Sets only the preprocessed face. Returns its number of items, or an error code from -1 to -6.
   int setFromPreProcessed(const int* sequence, int length);
 
-  /// Sets both faces from the first `numberOfItems` original items with one more behind. While the faces agree only that item is
-  /// preprocessed and looked for.
+  /// Sets both faces from the first `numberOfItems` original items and one appended item. While the faces agree, only the
+  /// appended item is preprocessed and searched for.
   void push(const int* item, int numberOfItems);
 
-  /// Sets the preprocessed face from what it is with one more item behind.
+  /// Appends an item to the preprocessed face.
   void pushPreProcessed(const int* item);
 
  private:

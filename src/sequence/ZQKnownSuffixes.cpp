@@ -19,14 +19,14 @@ long long firstChildOf(const ZQMatrixBaseElement* element, long long position) {
   return offset != 0 ? position + offset : -1;
 }
 
-/// False if the element at a position has no successors; a message for a position outside the block.
+/// False if the element at a position has no successors. Prints a message for a position above the highest slot in use.
 bool hasSuccessors(ZQMatrixBase& matrix, int handle) {
   if (handle > matrix.getMaximalStack()) dbPrintf(0, "initializeKernelSequence: error: handle > maxStackPtr!\n");
   return matrix.hasMatrixHandleSuccessors(handle) >= 1;
 }
 
-/// Places don't depend on each other: each pass prefetches what the next one reads, so that their cache misses overlap. The
-/// misses of a few places overlap without that.
+/// Places don't depend on each other, so each pass prefetches the records that the next one reads and their cache misses overlap.
+/// With only a few places the misses overlap without prefetching.
 constexpr size_t fewPlaces = 4;
 
 template <class Place>
@@ -41,8 +41,8 @@ void fetchFields(const ZQMatrixBase& matrix, std::span<const Place> places) {
   for (const Place& place : places) matrix.prefetchSlot(place.firstInField);
 }
 
-/// Steps from places to their children for a coordinate, and writes these to `children`, which may be the places. Returns how
-/// many there are before the first one that is missing.
+/// Steps from places to their children for a coordinate and writes these to `children`, which may be the same array. Returns the
+/// number of children before the first missing one.
 template <class Place>
 size_t stepDown(const ZQMatrixBase& matrix, std::span<const Place> places, int coordinate, Place* children) {
   fetchChildren(matrix, places, coordinate);
@@ -60,7 +60,7 @@ size_t stepDown(const ZQMatrixBase& matrix, std::span<const Place> places, int c
   return found;
 }
 
-/// Goes down to the fields below the places. Returns how many there are before the first one that is missing.
+/// Sets fieldBegin of places to the field of their children. Returns the number of places before the first one without children.
 template <class Place>
 size_t enterFields(const ZQMatrixBase& matrix, std::span<Place> places) {
   size_t entered = 0;
@@ -73,7 +73,7 @@ size_t enterFields(const ZQMatrixBase& matrix, std::span<Place> places) {
   return entered;
 }
 
-/// The same up to the first place that was not written, being a mere step on the way to others, or that nothing follows.
+/// The same, up to the first place that is only a path element or has no successors.
 template <class Place>
 size_t enterKnownFields(ZQMatrixBase& matrix, std::span<Place> places) {
   const bool isNextDimension = matrix.getMatrixInfo()->getCoordinateDimension() == 1;
@@ -128,7 +128,7 @@ KnownSuffix ZQKnownSuffixes::oneItemFurther(ZQMatrixBase& matrix, const int* seq
   return known;
 }
 
-/// The place of no item at all. Where nothing is stored, no element has its parent there.
+/// Sets place 0 to the root, the path of the empty ending. Position -1, for an empty sub-matrix, is no element's parent.
 void ZQKnownSuffixes::enterRoot(const ZQMatrixBase& matrix) {
   places_[0] = {0, -1, -1, false};
   const ZQMatrixBaseElement* element = matrix.elementAt(root_);
@@ -157,7 +157,7 @@ bool ZQKnownSuffixes::addPlace(const ZQMatrixBase& matrix, int position) {
   return enterFields(matrix, Places(&place, 1)) == 1 && places_.append(place);
 }
 
-/// Keeps what the search has found, with the context that it ended at; without room for all of it, nothing.
+/// Keeps the result of a search with the items of its context; keeps nothing if there is no room for all of it.
 void ZQKnownSuffixes::remember(const ZQMatrixBase& matrix, const int* context, int length, bool isComplete) {
   const bool isKept = isComplete && items_.copyFrom(std::span<const int>(context, static_cast<size_t>(length)));
   root_ = isKept ? matrix.getCurrentMatrixID() : -1;

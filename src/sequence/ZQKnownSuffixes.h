@@ -1,7 +1,6 @@
-// The search for the longest known ending of a sequence, and what the last one found: its items, and where the path of each of
-// its endings lies, shortest first. When one item is appended, as a generation does, every longer ending is one item down from a
-// shorter one found before, so that no ending has to be walked from the root. What was found is valid until an element moves or
-// is deleted.
+// The search for the longest known ending of a sequence. It keeps the result of the last search: the items, and the place of the
+// path of each ending, shortest first. When one item is appended, as in a generation, each ending is one item longer than an
+// ending found before, so that no path has to be walked from the root. The result is valid until an element moves or is deleted.
 #pragma once
 
 #include <span>
@@ -11,7 +10,7 @@
 
 namespace zmatrix {
 
-/// An ending of a sequence that can go on, in integers, and where its path ends.
+/// An ending of a sequence that has successors: its length in integers, and the handle of its last element.
 struct KnownSuffix {
   int length = 0;
   int handle = -1;
@@ -19,16 +18,16 @@ struct KnownSuffix {
 
 class ZQKnownSuffixes {
  public:
-  /// Goes from the shortest ending to longer ones, up to `longestSearched` integers. An unknown ending, or one that nothing
-  /// follows, ends the search: it doesn't jump to a longer one. This is the only place that knows how endings are looked up.
+  /// Searches from the shortest ending to longer ones, up to `longestSearched` integers. The search stops at the first ending
+  /// that is unknown or has no successors, even if a longer one is known.
   KnownSuffix findLongest(ZQMatrixBase& matrix, const int* sequence, int length, int longestSearched);
 
  private:
-  /// Where an ending stands.
+  /// The place of the path of an ending.
   struct Place {
-    long long fieldBegin;    ///< of the field of what follows it
-    long long firstInField;  ///< position, or -1
-    int position;            ///< of its last element
+    long long fieldBegin;    ///< begin of the field of its successors
+    long long firstInField;  ///< position of the first element of that field, or -1
+    int position;            ///< position of its last element
     bool isWritten;
   };
   using Places = std::span<Place>;
@@ -40,10 +39,10 @@ class ZQKnownSuffixes {
   bool addPlace(const ZQMatrixBase& matrix, int position);
   void remember(const ZQMatrixBase& matrix, const int* context, int length, bool isComplete);
 
-  ZQArray<int> items_;
-  ZQArray<Place> places_;     // of the root first, then of the endings, shortest first
-  ZQArray<Place> newPlaces_;  // of the present search
-  int root_ = -1;
+  ZQArray<int> items_;        // of the longest ending found
+  ZQArray<Place> places_;     // of the root, then of the endings, shortest first
+  ZQArray<Place> newPlaces_;  // of the current search
+  int root_ = -1;             // matrix ID, or -1 if no result is kept
   int coordinateDimension_ = 0;
   unsigned layoutVersion_ = 0;
 };

@@ -1,5 +1,5 @@
-// The phrases of one update as a caller may want them handed out: value, length and a copy of each, in the order they were
-// handled. They are only collected if a caller asks for them.
+// The phrases of one update: value, length and a copy of each, in the order in which they were processed. They are collected only
+// if a caller asks for them.
 #pragma once
 
 #include <memory>
@@ -19,17 +19,17 @@ class ZQLearnedPhrases {
 
   bool areWanted() const { return wanted_; }
 
-  /// Room for all phrases of up to `longest` items. False, with its message, if there is none.
+  /// Makes room for all phrases of up to `longest` items. False, with a message, if memory runs out.
   bool provide(int numberOfItems, int longest);
 
   /// Copies the next phrase. False if there is no room.
   bool add(const int* phrase, int length) { return !wanted_ || addCopy(phrase, length); }
 
-  /// A phrase that was left out has its length negated.
+  /// Phrases are numbered from 0. A phrase that was not written has its length negated.
   void leaveOut(long long number) { setSign(number, -1); }
   void takeIn(long long number) { setSign(number, 1); }
 
-  /// Gives all three arrays away; the caller frees them, each index vector too.
+  /// Hands all three arrays over to the caller, who frees them and each index vector.
   void handOver(int** valuesOut, int** lengthsOut, int*** indexVectorsOut);
 
   bool hasRunOut() const { return ranOut_; }
@@ -47,7 +47,7 @@ class ZQLearnedPhrases {
   int** indexVectors_ = nullptr;
 };
 
-/// The numbers of a phrase, for a detail message.
+/// The coordinates of a phrase as text, for a message.
 std::string textOfPhrase(const int* phrase, int length);
 
 }  // namespace zmatrix

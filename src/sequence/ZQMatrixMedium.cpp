@@ -1,5 +1,5 @@
-// Store operations of the medium tier: instances of the templates that all tiers share, and the reads that give its two counters
-// as well.
+// Store operations of the medium tier: instances of the templates shared by all tiers, and reads that also give the two counters
+// of this tier.
 #include "sequence/ZQMatrixMedium.h"
 
 #include "sequence/ZQMediumTier.h"

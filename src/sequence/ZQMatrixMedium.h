@@ -1,7 +1,7 @@
-// The medium tier: paths become rules. A path of items is a context and its last item the successor, counted so that a
-// conditional probability can be read off. This tier preprocesses sequences, learns every phrase of them, keeps the context of a
-// generation (the kernel) and chooses successors. An item, or objex, is coordinateDimension consecutive integers; lengths of
-// vectors count integers unless a name says items.
+// The medium tier: a path of items is a rule, whose last item follows the context before it with a probability given by the
+// counts. This tier preprocesses sequences, learns all their phrases, keeps the context of a generation (the kernel) and chooses
+// successors. An item, or objex, is coordinateDimension consecutive integers; lengths of vectors count integers unless a name
+// says items.
 #pragma once
 
 #include "sequence/ZQGenerationScratch.h"
@@ -23,16 +23,16 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
 
   ZQMatrixMediumInfo* getMatrixInfo() const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray_[currentMatrixId_]); }
   ZQMatrixMediumInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixMediumInfo*>(matrixInfoArray_[id]); }
-  // The successor generators, by matrix ID. An ID that does not exist answers 0 and takes nothing.
+  // The random generators for successors, by matrix ID. For an ID out of range, getters return 0 and setters do nothing.
   long long getSuccessorRandomValue(int id);
   long long getActualSuccessorRandomValue(int id);
   void setSuccessorRandomValue(int id, long long value);
   int getSuccessorRandomType(int id);
-  /// Stores on a matrix that holds something only, the reverse of what its message says.
+  /// Stores only in a sub-matrix that is not empty, the reverse of what its message says.
   void setSuccessorRandomType(int id, int type);
   int resetKernelSequence(int resetInitialValues);
 
-  // The base's, with the elements of this tier.
+  // As in the base tier, with the elements of this tier.
   ZQMatrixMediumElement* elementAt(long long position) const {
     return static_cast<ZQMatrixMediumElement*>(ZQMatrixBase::elementAt(position));
   }
@@ -64,15 +64,18 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
                              int* writeCountWithoutPredecessor);
   long long readMatrixData64(const long long* items, int length, int* existCode, int* writeCount, int* writeCountWithSuccessor,
                              int* writeCountWithoutPredecessor);
+  /// As isRuleAt(), for the address of an entry of getMatrixData(); 0 for any other address.
   int isRuleMatrixData(ZQMatrixMediumElement** element);
-  /// The same for the element in a slot.
+  /// 1 if the path of the element in a slot is a rule: written, with a context that has successors, and not counted more often
+  /// than they; else 0.
   int isRuleAt(int slot);
+  /// How many suffixes of a vector, counted from the longest, determine its last item; see ZQMatrixMediumDetermined.cpp.
   int isDeterminedMatrixData(const int* indexVector, int length);
-  /// 0, 1, or 2 where isDeterminedMatrixData is 2 or more: all that most callers want, found without counting on.
+  /// isDeterminedMatrixData limited to 2, which is faster: the count stops at 2.
   int isDeterminedUpToTwice(const int* indexVector, int length);
-  /// The same for the path of an element that the links know.
+  /// The same for the path of an element that is known to the links.
   int isDeterminedUpToTwice(const zmatrix::ZQSuffixLinks& links, int position) const;
-  /// True if the matrix's own level lets printIndexVector at `level` show something.
+  /// True if the debug level of this matrix lets printIndexVector print at `level`.
   bool showsVectors(int level) const { return debugLevel_ >= level; }
   void printIndexVector(const int* indexVector, int length, int usePreProcessing, int level);
 
@@ -87,11 +90,11 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   int saveMatrixToDisk(const char* path);
   int readAndInitMatrixFromDisk(const char* path, int debugLevel);
 
-  // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
+  // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 shrinks the block
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
   int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
   int performMatrixConsistencyTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
-  /// Reads vectors back whose values are known: 1, or -1 if an array is missing.
+  /// Reads vectors and compares their values with the expected ones: 1, or -1 if an array is null.
   int perform2ndMemoryTest(int numberOfVectors, int** indexVectors, int* lengths, long long* values, int* errors, int* tests);
 
   // --- preprocessing and back
@@ -108,14 +111,14 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
                                                               int countOfPreProcessed, int* resultCount, int inPlace);
   int* getNextOriginalObjexFromPreProcessedObjex(int* objex);
   int* getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(int** sequence, int index, int length, int* objex);
-  /// True if the ocron type is one and fits the preprocessing type of the current sub-matrix.
+  /// 1 if the ocron type is valid and fits the preprocessing type of the current sub-matrix, else 0.
   int isValidOcronType(int ocronType);
-  /// Takes the thread's parameters of ocrons and gocrons over into the current sub-matrix, if it is empty.
+  /// Copies the thread's parameters of ocrons and gocrons to the current sub-matrix, if it is empty.
   void applyGlobalGocronParametersToMatrix();
   ZQMatrixSequenceIndexVector* getPreProcessedZQIndexVectorFromOriginalIndexVector(ZQMatrixSequenceIndexVector* vector);
   ZQMatrixSequenceIndexVector* getOriginalZQIndexVectorFromPreprocessedIndexVector(ZQMatrixSequenceIndexVector* vector);
 
-  // --- number codes: learns which ocrons stand for the same number; 1, or -1 for a call that is refused
+  // --- number codes: learns which ocrons stand for the same number; 1, or -1 for a refused call
   int feedMatrixWithDegenerationOcronData(const int* degenerationLevels, int arrayLength, char*** degenerationOcrons,
                                           int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave,
                                           int* numberFed);
@@ -134,7 +137,7 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   int updateMatrixWithLongINTSequenceExt(const int* sequence, int numberOfItems, int matrixType, int coordinateDimension,
                                          int preProcessingType, int allowLargeIndices);
   void updateNumberOfAppendedMatrices();
-  /// What a learned sequence or text leaves in record and header: it has been changed, one update more, one more to append.
+  /// Counts a learned sequence or text as an update in the record and the header.
   void countUpdate();
   int getNumberOfChangedMatrixInfos();
 
@@ -143,7 +146,7 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   int initializeKernelSequenceWithPreProcessedSequence(const int* sequence, int length);
   int updateAndGetMatrixKernelHandle();
   int getNumberOfSuccessorsFromKernelHandle();
-  /// As getPreProcessedSequenceFromOriginalSequence does, in memory that the matrix keeps until the next call.
+  /// As getPreProcessedSequenceFromOriginalSequence; the result belongs to the matrix and is valid until the next call.
   const int* preProcessIntoScratch(const int* originalSequence, int length, int* resultLength);
   zmatrix::ZQGenerationScratch& getGenerationScratch() { return generation_; }
 
@@ -180,10 +183,10 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   int updateMatrixWithKERNFiles(const char* path, int recursive, int* numberOfNotes);
   int convertKERNFileToMIDIFile(const char* kernFile, const char* midiFile);
   int updateMatrixWithLongMIDISequence(const int* sequence, int numberOfItems);
-  /// A time on the grid of the current sub-matrix. A duration is at least a step of it.
+  /// Rounds a time to the grid of the current sub-matrix. A duration becomes at least one step of the grid.
   int quantizeNoteOnQuantaTime(int quanta);
   int quantizeDurationQuantaTime(int quanta);
-  /// The first sub-matrix that agrees, or -1; 0 for a sub type, style or sound is no criterion.
+  /// The first sub-matrix with these properties, or -1. A sub type, style or sound of 0 matches all.
   int getMatrixIDForMidiTimeSignature(int type, int nom, int denom);
   int getMatrixIDForMidiTimeSignatureAndSubType(int type, int nom, int denom, int subType);
   int getMatrixIDForMidiTimeSignatureAndSubTypeAndMusicStyle(int type, int nom, int denom, int subType, ZQMatrixMusicStyle style);
@@ -192,7 +195,7 @@ class ZQMatrixMedium : public zmatrix::ZQMatrixMediumAccessors<ZQMatrixMedium, Z
   int readMidiObjexsAndWriteToMidiFile(int numberOfObjex, const char* fileName);
 
  private:
-  /// Null for an ID that does not exist.
+  /// Null for an ID out of range.
   ZQMatrixMediumInfo* recordOf(int id) const;
   template <class Tier>
   friend struct zmatrix::ZQSequenceUpdate;

@@ -1,6 +1,8 @@
-// What makes a rule redundant: a path is determined by each of its proper suffixes after which the same item is the only one that
-// can follow. Learning, pruning and the self-tests depend on these results, down to the figures for items with several
-// coordinates. The suffixes are looked for from the root, or, where all paths are asked about, follow from link to link.
+// When a rule is redundant. A written suffix of a path, the path itself included, determines the last item if that is the only
+// successor of the suffix's context. Suffixes are counted from the longest on, up to the first that doesn't determine it: 2 or
+// more for a written path means that a shorter context gives the same item. Learning, pruning and the self-tests depend on the
+// exact results, including the counts for items with several coordinates. Suffixes are looked up from the root, or, if all paths
+// are tested, found through the suffix links.
 #include <algorithm>
 #include <climits>
 #include <cmath>
@@ -12,18 +14,19 @@
 
 namespace {
 
-/// The only element of a field has no neighbour; a damaged link to one counts as one.
+/// True if the field has other elements. A damaged link counts as one.
 bool hasSiblings(const ZQMatrixBaseElement& element) {
   return element.getOffsetToNextElementInDimension() != 0 || element.getOffsetToPreviousElementInDimension() != 0;
 }
 
-/// The suffixes of any vector, each looked for from the root.
+/// The suffixes of any vector, each looked up from the root.
 class SuffixesOfVector {
  public:
-  SuffixesOfVector(ZQMatrixMedium& matrixToRead, const int* indexVector, int lengthOfVector, int step)
-      : matrix_(matrixToRead), vector_(indexVector), length_(lengthOfVector), coordinateDimension_(step) {}
+  SuffixesOfVector(ZQMatrixMedium& matrix, const int* indexVector, int length, int coordinateDimension)
+      : matrix_(matrix), vector_(indexVector), length_(length), coordinateDimension_(coordinateDimension) {}
 
-  /// The handle of the longest written suffix from `start` on, moving `start` there; -1 once `end` is reached.
+  /// Moves `start` to the begin of the next written suffix, the longest first, and returns its handle; -1 if there is none before
+  /// `end`.
   int firstWritten(int* start, int end) {
     for (; *start < end; *start += coordinateDimension_) {
       const int handle = matrix_.getMatrixHandleFromElementVector(vector_ + *start, length_ - *start);
@@ -39,11 +42,11 @@ class SuffixesOfVector {
   const int coordinateDimension_;
 };
 
-/// The suffixes of an element's path, each one link from the one before.
+/// The suffixes of an element's path, each found through the link of the preceding one.
 class SuffixesOfElement {
  public:
-  SuffixesOfElement(const ZQMatrixMedium& matrixToRead, const zmatrix::ZQSuffixLinks& suffixLinks, int position)
-      : matrix_(matrixToRead), links_(suffixLinks), length_(suffixLinks.depthOf(position)), at_(position) {}
+  SuffixesOfElement(const ZQMatrixMedium& matrix, const zmatrix::ZQSuffixLinks& links, int position)
+      : matrix_(matrix), links_(links), length_(links.depthOf(position)), at_(position) {}
 
   int firstWritten(int* start, int end) {
     for (; at_ != zmatrix::ZQSuffixLinks::none && links_.isKnown(at_); at_ = links_.linkOf(at_)) {
@@ -67,11 +70,12 @@ class SuffixesOfElement {
   int at_;
 };
 
-/// Counts no further than `enough`.
+/// Counts the determining suffixes of a path of single integers, up to `enough`. A suffix whose stop probability differs from
+/// that of the whole path ends the count.
 template <class Suffixes>
 int determiningSuffixes(const ZQMatrixMedium& matrix, Suffixes suffixes, int length, int enough) {
-  const int end = length - 1;  // the last item by itself is never looked at
-  double stopOfWhole = 0;      // and stays so while the whole path is not written
+  const int end = length - 1;  // the last item alone is not tested
+  double stopOfWhole = 0;      // stop probability of the whole path; 0 if it is not written
   int count = 0;
   for (int start = 0; start < end && count < enough; ++start, ++count) {
     const int handle = suffixes.firstWritten(&start, end);
@@ -85,8 +89,9 @@ int determiningSuffixes(const ZQMatrixMedium& matrix, Suffixes suffixes, int len
   return count;
 }
 
-/// The same for items of several coordinates, all of which have to be the only ones. Here the last item by itself is looked at,
-/// stop probabilities are not, and a count that runs to the end of the vector is in coordinates: callers depend on all of that.
+/// The same for items of several coordinates, each of which must be the only element of its field. Unlike above, the last item
+/// alone is tested, stop probabilities are not, and a count that reaches the end of the vector counts coordinates: callers depend
+/// on this.
 template <class Suffixes>
 int determiningSuffixesOfItems(const ZQMatrixMedium& matrix, Suffixes suffixes, int length, int coordinateDimension, int enough) {
   if (length % coordinateDimension != 0) {

@@ -1,4 +1,4 @@
-// The matrix file of the medium tier: instances of the templates that all tiers share.
+// The matrix file of the medium tier: instances of the templates shared by all tiers.
 #include "sequence/ZQMediumTier.h"
 #include "store/ZQMatrixFileLoad.h"
 #include "store/ZQMatrixFileSave.h"

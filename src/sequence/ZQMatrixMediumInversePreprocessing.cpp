@@ -1,5 +1,5 @@
-// Whole sequences back to original items, and index vectors up and down their preprocessing levels. An index vector brings its
-// own settings, so the info record of an empty sub-matrix is set to them for the time of the work.
+// The inverse preprocessing of whole sequences, and the preprocessing of index vectors and its inverse. An index vector has
+// settings of its own, so the operation works on an empty sub-matrix that is set to them.
 #include <algorithm>
 
 #include "sequence/ZQComplaint.h"
@@ -14,12 +14,12 @@ using zmatrix::SystemOwned;
 
 namespace {
 
-/// Decodes the ocron that begins at each preprocessed item, or, walking by ocrons, at the first and behind each end symbol.
-/// Returns how many items stand in the block then.
+/// Decodes the ocron that begins at each preprocessed item, or, with `walksByOcrons`, at the first item and after each end
+/// symbol. Returns the number of items in the block.
 int restoreOcrons(ZQMatrixMedium* matrix, int** items, int first, int total, int** preProcessed, bool walksByOcrons) {
   ZQMatrixMediumInfo* info = matrix->getMatrixInfo();
   const int numberOfPreProcessed = total - first;
-  // An ocron is read across items, which need not lie side by side.
+  // An ocron extends over several items, which may lie apart in memory.
   const SystemOwned<int> symbols = zmatrix::flatSequenceOfObjex(preProcessed, numberOfPreProcessed, 1);
   if (symbols == nullptr) return first;
   int restored = first;
@@ -33,7 +33,7 @@ int restoreOcrons(ZQMatrixMedium* matrix, int** items, int first, int total, int
   return restored;
 }
 
-/// Restores item after item behind the first ones, which stand in the block. Returns how many items stand there then.
+/// Restores the items after the first ones, which are in the block already. Returns the number of items in the block.
 int restoreItems(ZQMatrixMedium* matrix, int** items, int first, int total, int** preProcessed) {
   const int coordinateDimension = matrix->getMatrixInfo()->getCoordinateDimension();
   if (zmatrix::isOcronCoding(matrix->getMatrixInfo()->getPreProcessingType()))
@@ -51,8 +51,8 @@ void copyItems(int** to, const int* const* from, int numberOfItems, int coordina
   for (int i = 0; i < numberOfItems; i++) std::copy_n(from[i], coordinateDimension, to[i]);
 }
 
-/// Makes the sub-matrix behind the last occupied one current, with these settings. False, with a message that names the forward
-/// operation in both directions, if there is none.
+/// Makes the sub-matrix after the last occupied one the current one, with these settings. False, with a message that names the
+/// forward operation for both directions, if there is none.
 bool switchToSpareMatrix(ZQMatrixMedium* matrix, int coordinateDimension, int preProcessingType) {
   const int spareID = matrix->getHighestOccupiedMatrixID() + 1;
   if (spareID >= matrix->getMaxNumberOfMatrices()) {
@@ -69,7 +69,7 @@ void giveIndexVector(ZQMatrixSequenceIndexVector* vector, SystemOwned<int> data,
   if (vector->setIndexVectorReference(data.get(), length)) data.release();
 }
 
-/// One level up; the spare sub-matrix is current.
+/// The vector one level up. The spare sub-matrix must be the current one.
 ZQMatrixSequenceIndexVector* newPreProcessedVector(ZQMatrixMedium* matrix, const ZQMatrixSequenceIndexVector* original) {
   ZQMatrixSequenceIndexVector* result = createZQMatrixSequenceIndexVector();
   if (result == nullptr) return nullptr;
@@ -89,8 +89,8 @@ ZQMatrixSequenceIndexVector* newPreProcessedVector(ZQMatrixMedium* matrix, const
   return result;
 }
 
-/// One level down; the spare sub-matrix is current and `preProcessed` and `start` were read in its dimension. Null without
-/// memory.
+/// The vector one level down. The spare sub-matrix must be the current one; `preProcessed` and `start` have items of its
+/// dimension. Null if memory runs out.
 ZQMatrixSequenceIndexVector* newOriginalVector(ZQMatrixMedium* matrix, const ZQMatrixSequenceIndexVector* preProcessedVector,
                                                int** preProcessed, int numberOfPreProcessed, int** start, int numberOfStart) {
   const int coordinateDimension = matrix->getMatrixInfo()->getCoordinateDimension();
@@ -123,7 +123,7 @@ bool canGoDown(const ZQMatrixSequenceIndexVector* preprocessedIndexVector) {
     return false;
   }
   const bool isOriginal = preprocessedIndexVector->getCurrentLevelOfPreprocOperations() < 0;
-  // The dimension is checked first, but an original that has records has none.
+  // The dimension is checked first, except for an original vector with records, which has no current record.
   const bool hasRecords = preprocessedIndexVector->getLengthOfIndexVectorInfos() > 0;
   if ((!isOriginal || !hasRecords) && preprocessedIndexVector->getCoordDimensionAfterPreproc() < 1) {
     complain(
@@ -180,7 +180,7 @@ int* ZQMatrixMedium::getOriginalSequenceFromPreProcessedSequence(int* start, int
 
   const int capacityInItems = capacity / coordinateDimension;
   if (inPlace == 1) {
-    // The items grow in place too: their block gets what `start` has, as far as the result can reach.
+    // The items are appended in place too, so the block gets a copy of `start` up to the length of the result.
     const long long total =
         static_cast<long long>(zmatrix::numberOfItemsToRestore(getMatrixInfo()->getPreProcessingType())) + countOfPreProcessed;
     if (total > capacityInItems) return nullptr;
@@ -222,7 +222,7 @@ ZQMatrixSequenceIndexVector* ZQMatrixMedium::getOriginalZQIndexVectorFromPreproc
   const ObjexBlock preProcessed(getObjexSequenceFromFlatSequence(
       preprocessedIndexVector->getIndexVector(), preprocessedIndexVector->getLengthOfIndexVector(), &numberOfPreProcessed));
   if (preProcessed == nullptr || numberOfPreProcessed < 1) {
-    // The only exit that leaves the spare sub-matrix current.
+    // The spare sub-matrix stays the current one here; hosts may depend on it.
     complain("error: getPreProcessedZQIndexVectorFromOriginalIndexVector(): preprocessedObjexSequence = NULL or length = 0..\n");
     return nullptr;
   }

@@ -1,4 +1,4 @@
-// The kernel's operations of a matrix.
+// The operations of the medium tier on the kernel.
 #include "frame/ZQSystemOwned.h"
 #include "sequence/ZQKernel.h"
 #include "sequence/ZQMatrixMedium.h"

@@ -1,5 +1,5 @@
-// Preprocessing and its inverse on a matrix: the settings come from the current sub-matrix, the original items from its kernel or
-// from the caller. An objex is one item.
+// Preprocessing and its inverse in a matrix: the settings come from the current sub-matrix, the original items from its kernel or
+// from the caller.
 #include <algorithm>
 #include <cstdio>
 #include <span>
@@ -19,7 +19,7 @@ using zmatrix::SystemOwned;
 
 namespace {
 
-// The operation with a sequence has a message of its own for pairs only; for the other MIDI items it uses that of the plain one.
+// The operation with a sequence has its own message only for pairs; for triples and quadruples it prints that of the plain one.
 constexpr char illegalTimeSignature[] =
     "getNextOriginalObjecFromPreprocessedObjex: illegal values for timeSignature, assuming 4/4 time signature...\n";
 constexpr char illegalTimeSignatureOfPairs[] =
@@ -31,7 +31,8 @@ std::span<const Value> sequenceOf(const Value* values, int length) {
   return {values, static_cast<size_t>(values != nullptr ? std::max(length, 0) : 0)};
 }
 
-/// Items of a sequence that a MIDI item, or an item of a difference, can be restored from; a message for an index below 0.
+/// True if a MIDI item or a difference can be restored from the items of `sequence` up to `index`. Prints a message for an index
+/// below 0.
 bool canRestoreFrom(int** sequence, int index, int length, int preProcessingType) {
   const bool isDifference = preProcessingType >= 0 && preProcessingType <= ZQPreProcessingTypeHighestDifference;
   if (!isDifference && zmatrix::coordinatesOfMidiType(preProcessingType) == 0) return true;
@@ -65,7 +66,7 @@ long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalSequence(c
                                                resultLength);
 }
 
-// The values are not used: a block of that length is preprocessed, here of zeros.
+// Preprocesses as many zeros instead of the values, which hosts may depend on.
 long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalIntSequence(const int* originalSequence, int length,
                                                                                   int* resultLength) {
   SystemOwned<long long> values;
@@ -74,7 +75,7 @@ long long* ZQMatrixMedium::getLongLongPreProcessedSequenceFromOriginalIntSequenc
   return getLongLongPreProcessedSequenceFromOriginalSequence(values.get(), length, resultLength);
 }
 
-// --- between the two forms of a sequence
+// --- conversion between the two forms of a sequence
 
 int* ZQMatrixMedium::getFlatSequenceFromObjexSequence(int** objex, int count, int* length) {
   const int coordinateDimension = getMatrixInfo()->getCoordinateDimension();
@@ -110,13 +111,13 @@ int** ZQMatrixMedium::getPreProcessedObjexSequenceFromOriginalObjexSequence(int*
   return items.release();
 }
 
-// --- one item back
+// --- inverse of one item
 
 int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjex(int* objex) {
   ZQMatrixMediumInfo* info = getMatrixInfo();
   if (zmatrix::isNumberCoding(info->getPreProcessingType()))
     return zmatrix::numberOfCode(info, objex, info->readableFrom(objex), zmatrix::InverseOperation::plain);
-  // The length is a plain field: it may say more than there is room for.
+  // The length is a field that hosts can set: it may exceed the room.
   const int numberOfItems = info->getLengthOfKernelOriginalSequence();
   if (!info->provideKernelOriginal(numberOfItems)) return nullptr;
   const PrecedingItems kernel =
@@ -136,7 +137,7 @@ int* ZQMatrixMedium::getNextOriginalObjexFromPreProcessedObjexAndOriginalSequenc
   return zmatrix::nextOriginalObjex(settings, items, objex, arePairs ? illegalTimeSignatureOfPairs : illegalTimeSignature);
 }
 
-// --- what number codings are set to
+// --- parameters of number codes
 
 int ZQMatrixMedium::isValidOcronType(int ocronType) {
   return zmatrix::isOcronTypeFor(ocronType, getMatrixInfo()->getPreProcessingType()) ? 1 : 0;

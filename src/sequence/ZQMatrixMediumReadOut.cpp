@@ -1,15 +1,15 @@
-// Reading one generated item after another from a matrix. A host loops until it gets null with probability 1.0. The stop flag
-// of a sub-matrix says that the last item ended a sequence, so that the next read reports the stop instead of choosing.
+// Reads one generated item after another from a matrix. A host reads until it gets null with probability 1.0. The stop flag of a
+// sub-matrix means that the last item ended a sequence: the next read reports the end instead of choosing an item.
 #include "frame/ZQCharacterTables.h"
 #include "frame/ZQDebugChannel.h"
 #include "sequence/ZQMatrixMedium.h"
 
 namespace {
 
-// A read that may not stop restarts at each dead end. This many tries are enough where the way depends on random draws.
+// With stops off, a read restarts after each dead end, at most this many times: random draws find an item in fewer.
 constexpr int largestNumberOfTries = 64;
 
-/// What the four reads differ in: those without an index let the method choose and draw for the stop.
+/// The differences between the four reads: those without an index let the method choose, and a stop is drawn at random.
 struct ReadRequest {
   bool hasIndex;
   int successorIndex;
@@ -31,18 +31,18 @@ int* readOnce(ZQMatrixMedium& matrix, const ReadRequest& request, const ReadOutp
                             out.stopProbability, out.handle);
 }
 
-/// Reads on from the root after a dead end, if the settings say so. Two tries in a row that led from the root to nothing without
-/// a draw would do so for ever: they end the read.
+/// Restarts at the root after a dead end, if stops are off and the kernel is updated. Two successive tries from the root without
+/// an item or a random draw end the read, since further ones would give the same result.
 int* readUntilItem(ZQMatrixMedium& matrix, const ReadRequest& request, const ReadOutputs& out) {
   ZQMatrixMediumInfo* info = matrix.getMatrixInfo();
-  const bool goesOn = info->getEnableStopItem() != 1 && request.updateKernel == 1;
-  int hopelessTries = 0;
-  for (int tries = 0; tries < largestNumberOfTries && hopelessTries < 2; ++tries) {
+  const bool restarts = info->getEnableStopItem() != 1 && request.updateKernel == 1;
+  int futileTries = 0;
+  for (int tries = 0; tries < largestNumberOfTries && futileTries < 2; ++tries) {
     const bool startsAtRoot = info->getLengthOfKernelPreProcessedSequence() == 0;
     const long long randomValue = info->getActualSuccessorRandomValue();
     int* item = readOnce(matrix, request, out);
-    if (item != nullptr || !goesOn) return item;
-    hopelessTries = startsAtRoot && info->getActualSuccessorRandomValue() == randomValue ? hopelessTries + 1 : 0;
+    if (item != nullptr || !restarts) return item;
+    futileTries = startsAtRoot && info->getActualSuccessorRandomValue() == randomValue ? futileTries + 1 : 0;
   }
   return nullptr;
 }
@@ -73,7 +73,7 @@ int* readObjex(ZQMatrixMedium& matrix, const ReadRequest& request, double* proba
   }
   int* item = readUntilItem(matrix, request, out);
   if (item == nullptr) return nullptr;
-  // The flag is set even if stops are off now: it holds until a read with stops on.
+  // The flag is set even if stops are off; it stays set until a read with stops on.
   if (itemEndsSequence(info, request, *out.stopProbability)) header->setStopFlag(matrixID, 1);
   if (canStop && header->getStopFlag(matrixID) == 1) matrix.initializeKernelSequenceWithOriginalSequence(nullptr, 0, 0);
   return item;

@@ -1,4 +1,4 @@
-// What makes a path a rule, and the line in which a rule is shown.
+// The test whether a path is a rule, and the line that prints a rule.
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
@@ -14,9 +14,9 @@ using zmatrix::SystemOwned;
 namespace {
 
 constexpr int countsLevelOfSingles = 8;  ///< debug level from which the line shows the counts of each prefix
-constexpr int countsLevelOfItems = 7;    ///< the same where an item has several coordinates
+constexpr int countsLevelOfItems = 7;    ///< the same for items of several coordinates
 
-/// The element one item above a position, or null if the way up leads out of the block.
+/// The element `steps` levels above a position, or null if the links lead out of the block.
 const ZQMatrixMediumElement* elementOneItemAbove(const ZQMatrixMedium& matrix, long long position, int steps) {
   const ZQMatrixMediumElement* element = matrix.elementAt(position);
   for (int i = 0; i < steps && element != nullptr; ++i) {
@@ -26,7 +26,8 @@ const ZQMatrixMediumElement* elementOneItemAbove(const ZQMatrixMedium& matrix, l
   return element;
 }
 
-/// Prints to wherever the channel leads, in as many pieces as a line takes: a long path would not fit into one message.
+/// Prints a part of a line to the outputs of the debug device. Not dbPrintf, whose messages are limited in length: a path can be
+/// longer.
 __attribute__((format(printf, 1, 2))) void put(const char* format, ...) {
   const int device = ZQDebugChannel::globalDebugOutputDevice;
   FILE* const streams[] = {device == 1 || device == 3 ? stdout : nullptr, device >= 2 ? ZQDebugChannel::fpMatrixErr : nullptr};
@@ -45,7 +46,7 @@ void putCountsOfPrefix(ZQMatrixMedium& matrix, const int* indexVector, int lengt
   put("[%d,%d,%d]", writeCount, withSuccessor, withoutPredecessor);
 }
 
-/// A single coordinate: a character in a text, else a number.
+/// Prints a single coordinate: a character in a text, else a number.
 void putSingle(const ZQMatrixMedium& matrix, int coordinate, bool isFirst) {
   const bool isText = matrix.getMatrixInfo()->getMatrixType() == ZQMatrixTypeANSIText;
   if (isText && coordinate >= 0 && coordinate <= 255) {
@@ -55,7 +56,7 @@ void putSingle(const ZQMatrixMedium& matrix, int coordinate, bool isFirst) {
   }
 }
 
-/// "M(", the items one by one, ")".
+/// Prints "M(", the items, ")", at a high debug level with the counts of each prefix.
 void putPath(ZQMatrixMedium& matrix, const int* indexVector, int length, int debugLevel) {
   const int coordinateDimension = matrix.getMatrixInfo()->getCoordinateDimension();
   const bool showsCounts = debugLevel >= (coordinateDimension == 1 ? countsLevelOfSingles : countsLevelOfItems);

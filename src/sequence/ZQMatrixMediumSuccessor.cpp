@@ -1,6 +1,6 @@
-// How a matrix continues a sequence: it lists the successors of the kernel's end, forms their probabilities from the counts,
-// picks one, and moves the kernel on if told. The lowest layer works on preprocessed items; the layer above restores original
-// items and steps over bar markers. An item lies in the info record's temporary memory, which moving the kernel leaves alone.
+// Continuation of a sequence: lists the successors of the kernel, computes their probabilities from the counts, chooses one, and
+// moves the kernel to it if requested. The lower layer works on preprocessed items; the layer above restores original items and
+// skips bar markers. A result lies in the temporary memory of the info record, which moving the kernel doesn't change.
 #include <algorithm>
 #include <climits>
 #include <cmath>
@@ -19,11 +19,11 @@ using zmatrix::ZQKernel;
 
 namespace {
 
-constexpr int anySuccessor = -1;  ///< as successorIndex: the method chooses
-constexpr int stopInstead = -1;   ///< as the index picked: the sequence ends here
-constexpr int largestNumberOfMarkers = 32;
+constexpr int anySuccessor = -1;            ///< as successorIndex: the method chooses
+constexpr int stopInstead = -1;             ///< result of pick(): the sequence ends here
+constexpr int largestNumberOfMarkers = 32;  ///< bar markers in a row
 
-/// Lists the elements of a walk, each with its share of the occurrences. Without memory the list is empty.
+/// Lists the elements of a walk, each with its share of the occurrences. The list is empty if memory runs out.
 template <class Walk>
 void listSuccessors(zmatrix::ZQArray<Successor>& successors, int occurrences, Walk&& walk) {
   successors.clear();
@@ -39,7 +39,7 @@ void listSuccessors(zmatrix::ZQArray<Successor>& successors, int occurrences, Wa
   if (!hasMemory) successors.clear();
 }
 
-/// Visits the elements one item below the kernel's end that a sequence began with.
+/// Visits the elements one item below the end of the kernel with which a sequence began.
 template <class Visitor>
 void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor&& visit) {
   const int handle = matrix.getMatrixInfo()->getKernelMatrixHandle();
@@ -48,7 +48,7 @@ void walkTrueStarts(const ZQMatrixMedium& matrix, Visitor&& visit) {
   });
 }
 
-/// The successors of the kernel's end with what decides among them.
+/// The choice among the successors of the kernel.
 class SuccessorChoice {
  public:
   SuccessorChoice(zmatrix::ZQArray<Successor>& successors, const ZQMatrixMediumElement& kernelElement, bool trueStart)
@@ -56,7 +56,7 @@ class SuccessorChoice {
 
   /// False, with a message, if the counts give no probabilities.
   bool computeProbabilities() {
-    // Shares that sum up to no more than 1 are probabilities: each is above 0.
+    // Shares with a sum of at most 1 are probabilities: each is above 0 and at most 1.
     if (!trueStart_ && successors_.back().integral <= 1.0) return normalise();
     double integral = 0;
     for (Successor& successor : successors_) {
@@ -67,7 +67,8 @@ class SuccessorChoice {
     return normalise();
   }
 
-  /// The index by the method, or stopInstead. Draws as many random values as the method needs.
+  /// The index chosen by the method, or stopInstead. The number of random values drawn is part of the contract: equal seeds give
+  /// equal results.
   int pick(int successorMethod, double stopNow, ZQMatrixMediumInfo* info) const {
     const bool canStop = info->getEnableStopItem() == 1;
     switch (successorMethod) {
@@ -107,7 +108,7 @@ class SuccessorChoice {
     return static_cast<double>(starts < 1 ? successor.writeCount : starts) / sequences;
   }
 
-  /// Makes the last integral exactly 1.0. Successors that fill less than that share it out among themselves.
+  /// Sets the last integral to exactly 1.0. If the sum of the probabilities is less, all are scaled up.
   bool normalise() {
     double& total = successors_.back().integral;
     if (std::fabs(1.0 - total) >= 1e-7) {
@@ -136,21 +137,21 @@ class SuccessorChoice {
   const bool trueStart_;
 };
 
-/// The stop probability as an integer quotient: 1 only for an element that nothing ever followed.
+/// The stop probability as an integer quotient: 1 for an element without successors, else 0.
 double certainStopOf(const ZQMatrixMediumElement& element) {
   if (element.getWriteCount() == 0) return 0;
   const long long writeCount = element.getWriteCount();
   return static_cast<double>((writeCount - element.getWriteCountWithSuccessor()) / writeCount);
 }
 
-/// The length of a bar of this sub-matrix. Unlike the inverse, this prints nothing for a time signature of 0.
+/// The length of a bar in quanta. Unlike barLengthInQuanta, it prints nothing for a time signature of 0.
 long long silentBarLength(const ZQMatrixMediumInfo* info) {
   const long long numerator = info->getMidiTimeSignatureNom(), denominator = info->getMidiTimeSignatureDenom();
   if (numerator == 0 || denominator == 0) return zmatrix::quantaPerWholeNote;
   return numerator * zmatrix::quantaPerWholeNote / denominator;
 }
 
-/// The arguments and state of one call of the original layer.
+/// The arguments and the state of one read of an original item.
 struct OriginalRead {
   ZQMatrixMedium& matrix;
   int successorIndex;
@@ -158,17 +159,18 @@ struct OriginalRead {
   double* probability;
   double* stopProbability;
   int* handle;
-  bool isFirst;              ///< from the true start, not from where the kernel stands
-  long long timeOffset = 0;  ///< of the bars that were skipped
-  bool isStuck = false;      ///< in bar markers: the kernel then stays where they led
+  bool isFirst;              ///< reads the first item of a sequence
+  long long timeOffset = 0;  ///< quanta of the bars that were skipped
+  bool isStuck = false;      ///< too many bar markers in a row; the kernel then stays at the last one
 
   int* nextPreProcessed(int trueStart) {
     return matrix.getNextPreProcessedObjectItemFromMatrix(successorIndex, 0, successorMethod, trueStart, probability,
                                                           stopProbability, handle);
   }
 
-  /// Feeds bar markers to the preprocessed kernel until a note or nothing comes. The inverse steps to the next bar by itself if
-  /// an item goes before, so that there the first marker of a run adds nothing. Null, with a message, for a run that doesn't end.
+  /// Appends bar markers to the preprocessed kernel until the next item is a note or null. If a note precedes, the last marker
+  /// adds no bar to the time, since the inverse preprocessing moves to the next bar itself. Null, with a message, for too many
+  /// markers.
   int* skipBarMarkers(int* item) {
     const long long barLength = silentBarLength(matrix.getMatrixInfo());
     for (int markers = 1; item != nullptr && item[0] == ZQNotNote; ++markers) {
@@ -186,7 +188,7 @@ struct OriginalRead {
     return item;
   }
 
-  /// The next original item, with the original kernel as it stands.
+  /// Reads the next original item, without changing the original items of the kernel.
   int* nextOriginal() {
     const bool isMidi = zmatrix::coordinatesOfMidiType(matrix.getMatrixInfo()->getPreProcessingType()) != 0;
     const bool isFreeChoice = successorIndex == anySuccessor;

@@ -1,4 +1,4 @@
-// Sequence update of the medium tier: the checks of the settings that a call needs, and the entry points of the shared worker.
+// The sequence update of the medium tier: the check of the settings, and the entry points of the shared worker.
 #include "frame/ZQCharacterTables.h"
 #include "frame/ZQSentence.h"
 #include "sequence/ZQMediumTier.h"
@@ -6,7 +6,7 @@
 
 namespace {
 
-// One line of what a call needs of the sub-matrix's settings.
+// A setting that a call needs.
 struct NeededSetting {
   zmatrix::ZQSentence<int> mismatch;
   const char* overwritten;
@@ -32,7 +32,7 @@ int ZQMatrixMedium::checkSettingsForUpdateMatrixWithSequence(int coordinateDimen
                                                              int allowLargeIndices, int matrixType) {
   using Info = ZQMatrixMediumInfo;
   Info& info = *getMatrixInfo();
-  // Each is read when its turn comes: taking over one value may change another.
+  // Each setting is read just before its check, since setting one value may change another.
   const auto check = [&info](const zmatrix::ZQSentence<int>& mismatch, const char* overwritten, int actual, bool isMet,
                              void (Info::*set)(int), int wanted, bool refuses = true) {
     return meets(info, {mismatch, overwritten, actual, isMet, refuses, set, wanted});

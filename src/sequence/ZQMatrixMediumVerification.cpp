@@ -1,4 +1,4 @@
-// The self-tests of the medium tier: instances of the templates that all tiers share.
+// The self-tests of the medium tier: instances of the templates shared by all tiers.
 #include "sequence/ZQMatrixMedium.h"
 
 #include "sequence/ZQMediumTier.h"

@@ -12,8 +12,8 @@ namespace {
 constexpr int firstLengthOfIndexVector = 16;
 constexpr int firstLengthOfGrowingBlock = 10;
 
-/// Makes the array one of `length` integers: a copy, which may be of a stretch of the old one, and zeros. False, and nothing
-/// changed, if there is no room.
+/// Replaces the array by one of `length` integers: a copy of `count` values, which may lie in the old array, then zeros. False,
+/// with nothing changed, if memory runs out.
 bool replaceByCopy(zmatrix::ZQArray<int>& array, const int* values, int count, int length) {
   zmatrix::ZQArray<int> copy;
   if (!copy.resize(length)) return false;
@@ -73,7 +73,7 @@ int ZQMatrixSequenceIndexVector::getIndexItemAtIndex(int index) const {
   return index >= 0 && index < lengthOfIndexVector_ ? indexVector_[index] : 0;
 }
 
-// --- the types that a next step would apply
+// --- the types that the next step will apply
 
 int ZQMatrixSequenceIndexVector::getApplyPreprocessingTypeAtIndex(int index) const {
   const bool isThere = index >= 0 && index <= coordDimension_ && index < applyPreprocessingTypeVector_.count();
@@ -87,11 +87,11 @@ void ZQMatrixSequenceIndexVector::setApplyPreprocessingTypeAtIndex(int value, in
 
 void ZQMatrixSequenceIndexVector::setApplyPreprocessingTypeVector(const int* types, int count) {
   if (types == nullptr || count < 0 || count == INT_MAX) return;
-  // One entry more, since an index of `count` is within the range of the accessors.
+  // One entry more, since the accessors accept an index of `count`.
   if (replaceByCopy(applyPreprocessingTypeVector_, types, count, count + 1)) coordDimension_ = count;
 }
 
-// --- copies of the whole object
+// --- copying
 
 void ZQMatrixSequenceIndexVector::setPropertiesFrom(const ZQMatrixSequenceIndexVector* other) {
   if (other == nullptr || other == this) return;
@@ -101,7 +101,7 @@ void ZQMatrixSequenceIndexVector::setPropertiesFrom(const ZQMatrixSequenceIndexV
   applyPreprocessingTypeVector_.reset();
   static_cast<void>(applyPreprocessingTypeVector_.copyFrom(other->applyPreprocessingTypeVector_));
 
-  // The data stay behind, but as many integers as the other has are readable here.
+  // The data are not copied, but the length is, so as many integers must be readable.
   static_cast<void>(indexVector_.resize(other->indexVector_.count()));
   lengthOfIndexVector_ = std::min(other->lengthOfIndexVector_, indexVector_.count());
 

@@ -1,15 +1,16 @@
-// An index vector that carries what each preprocessing step done to it needs for its way back: one record per level. Level -1 is
-// the original; each forward step makes a new object one level up, each inverse step one a level down. The data can be a block
-// that a host has handed in. What a host asks for outside the range of what is there gives -1, 0 or null and changes nothing.
+// An index vector with a record for each preprocessing step applied to it, which the inverse of the step needs: one record per
+// level. Level -1 is the original; a forward step makes a new object one level up, an inverse step one a level down. The data can
+// be a block that a host has handed over. For an index or level out of range, getters return -1, 0 or null, and setters do
+// nothing.
 #pragma once
 
 #include "frame/ZQArray.h"
 
-/// What one preprocessing level did and needs for its inverse.
+/// The record of a level: the step applied, and what its inverse needs.
 struct tagSequenceInfo {
   int coordDimensionAfterPreproc;                       ///< integers per item after this level's step
   int* usedPreprocessingVector;                         ///< one entry per coordinate, owned
-  int usedPreprocessingType;                            ///< the type this level applied
+  int usedPreprocessingType;                            ///< the type that this level applied
   int numberOfOriginalItemsNeededForInversePreProcess;  ///< integers in originalIndexItems
   int* originalIndexItems;                              ///< the head of the vector before this level's step, owned
   int internalLengthOfOriginalIndexItems;               ///< capacity in integers
@@ -37,24 +38,24 @@ class ZQMatrixSequenceIndexVector {
   int _getInternalLengthOfIndexVector() const { return indexVector_.count(); }
   int _getInternalLengthOfIndexVectorInfos() const { return indexVectorInfos_.count(); }
 
-  /// Makes room for the record of this level. A level that finds no room changes nothing.
+  /// Makes room for the record of this level. Changes nothing if there is no room.
   void setCurrentLevelOfPreprocOperations(int level);
 
   int getApplyPreprocessingTypeAtIndex(int index) const;
   void setApplyPreprocessingTypeAtIndex(int value, int index);
-  /// Takes over the dimension `count` and a copy of its types.
+  /// Sets the dimension to `count` and copies the types.
   void setApplyPreprocessingTypeVector(const int* types, int count);
 
-  /// Copies the data. Nothing happens while the object has no block.
+  /// Copies the data. Does nothing if the object has no block.
   void setIndexVector(const int* data, int length);
-  /// Takes over a block of systemMalloc and releases the old one. False, with the block left to the caller, while the object has
-  /// none.
+  /// Takes over a block of systemMalloc and releases the old one. False, with the block left to the caller, if the object has no
+  /// block.
   [[nodiscard]] bool setIndexVectorReference(int* data, int length);
   void removeAllSequenceItems();
   void addSequenceItem(int item);
   int getIndexItemAtIndex(int index) const;
 
-  // The rest works on the record of the current level.
+  // The following methods use the record of the current level.
   int getOriginalIndexItemAtIndex(int index) const;
   void addOriginalSequenceItem(int item);
   void removeAllOriginalSequenceItems();
@@ -69,7 +70,7 @@ class ZQMatrixSequenceIndexVector {
   int getUsedPreprocessingTypeAtIndex(int index) const;
   void setUsedPreprocessingTypeAtIndex(int index, int value);
 
-  /// Deep copy of all but the data; the block gets the other's capacity.
+  /// Deep copy of everything except the data; the block gets the capacity of the other's.
   void setPropertiesFrom(const ZQMatrixSequenceIndexVector* other);
   void copyFrom(const ZQMatrixSequenceIndexVector* other);
 
@@ -90,7 +91,7 @@ class ZQMatrixSequenceIndexVector {
   int levelOfPreprocOperations_ = -1;
   int applyPreprocessingType_ = 0;
   zmatrix::ZQArray<int> applyPreprocessingTypeVector_;  ///< one entry more than were given
-  zmatrix::ZQArray<int> indexVector_;                   ///< the data, and behind them what there is room for
+  zmatrix::ZQArray<int> indexVector_;                   ///< the data, followed by spare room
   zmatrix::ZQArray<tagSequenceInfo> indexVectorInfos_;
 };
 

@@ -1,5 +1,5 @@
-// The records of an index vector's preprocessing levels. All accessors work on the current level's record; where there is none,
-// or the level lies outside the records in use, they answer -1, 0 or null.
+// The records of an index vector's preprocessing levels. Accessors use the record of the current level; without one, getters
+// return -1, 0 or null.
 #include <algorithm>
 #include <climits>
 #include <cstring>
@@ -14,13 +14,13 @@ namespace {
 
 constexpr int firstLengthOfOriginalItems = 10;
 
-// Levels and coordinates come one by one in practice; who asks for more than this has sent nonsense, and gets no memory for it.
+// Real vectors have few levels and coordinates. Larger numbers are refused, so that a wrong argument allocates no memory.
 constexpr int largestNumberOfInfos = 1 << 16;
 constexpr int largestCoordDimension = 1 << 16;
 
-// The blocks of a record are bare, since hosts see the record: an array takes one over for as long as it works on it.
+// The blocks of a record are plain pointers, since hosts see the record: a ZQArray adopts a block only to resize it.
 
-/// Resizes a block of `length` integers; new ones are 0. False, and nothing changed, if there is no room.
+/// Resizes a block of `length` integers; new ones are 0. False, with nothing changed, if memory runs out.
 bool resizeBlock(int*& block, int length, long long newLength) {
   zmatrix::ZQArray<int> array;
   array.adopt(block, static_cast<size_t>(std::max(length, 0)));
@@ -29,7 +29,7 @@ bool resizeBlock(int*& block, int length, long long newLength) {
   return isResized;
 }
 
-/// A copy of `count` integers with room for `length`, the rest of it 0; null if there is nothing to copy or no room.
+/// A copy of `count` integers with room for `length`, the rest 0; null for a null block or if memory runs out.
 int* copyOfBlock(const int* block, int count, int length) {
   zmatrix::ZQArray<int> copy;
   if (block == nullptr || !copy.resize(std::max({count, length, 0}))) return nullptr;
@@ -151,7 +151,7 @@ void ZQMatrixSequenceIndexVector::setOriginalIndexItems(const int* items, int co
   tagSequenceInfo* info = currentInfo();
   if (info == nullptr || count < 0 || (items == nullptr && count > 0)) return;
   if (info->originalIndexItems == nullptr && !reserveOriginalItems(info, firstLengthOfOriginalItems)) return;
-  // The items may be a stretch of the record's own block.
+  // The items may lie in the record's own block.
   if (count >= info->internalLengthOfOriginalIndexItems) {
     if (count > INT_MAX / 2) return;
     int* copy = copyOfBlock(items, count, 2 * count);
@@ -165,7 +165,7 @@ void ZQMatrixSequenceIndexVector::setOriginalIndexItems(const int* items, int co
   info->numberOfOriginalItemsNeededForInversePreProcess = count;
 }
 
-// --- what the step was
+// --- the step of the current level
 
 int ZQMatrixSequenceIndexVector::getCoordDimensionAfterPreproc() const {
   const tagSequenceInfo* info = currentInfo();

@@ -1,5 +1,5 @@
-// What the medium tier adds to the operations that all tiers share: an element counts the writes that something followed and
-// those that nothing preceded, and the record counts the elements that ever began a sequence.
+// The medium tier's part of the operations shared by all tiers: an element counts the writes with a successor and those without a
+// predecessor, and the record counts the elements that began a sequence.
 #pragma once
 
 #include "sequence/ZQMatrixMedium.h"
@@ -34,7 +34,7 @@ struct ZQMediumTier {
     if (element.getWriteCountWithoutPredecessor() == 1) info.incrementNumberOfStartElements();
   }
 
-  /// Symbols are the full tier's.
+  // Only the full tier has symbols.
   static void markPhrase(WriteFlags&, const int*, int) {}
   static int* deriveMarkers(Matrix&, const int*, int) { return nullptr; }
   static bool derivesMarkers(const Matrix&) { return false; }
@@ -49,7 +49,7 @@ struct ZQMediumTier {
     element.setWriteCountWithoutPredecessor(0);
   }
 
-  /// Reads of a vector for a test that knows its value but not the counts.
+  /// Reads a vector without its two further counts, for ZQReadBackTest.
   static long long readBack(Matrix& matrix, const int* vector, int length, int* existCode, int* writeCount) {
     int withSuccessor = 0, withoutPredecessor = 0;
     return matrix.readMatrixData(vector, length, existCode, writeCount, &withSuccessor, &withoutPredecessor);

@@ -17,7 +17,7 @@ void addOne(ZQMatrixMediumInfo& info, CountsInDimension counts, int length) {
 }  // namespace
 
 ZQMediumVerification::ZQMediumVerification(ZQMatrixMedium& matrix, const zmatrix::VerificationTexts&) : matrix_(matrix) {
-  links_.build(matrix_);  // without room for it each path is asked about on its own
+  links_.build(matrix_);  // if memory runs out, each path is looked up from the root
   ZQMatrixMediumInfo& info = *matrix_.getMatrixInfo();
   info.setNumberOfRuleElements(0);
   info.setNumberOfUniqueRuleElements(0);
@@ -57,7 +57,7 @@ bool ZQMediumVerification::countRule(int position, const ZQMatrixMediumElement& 
 bool ZQMediumVerification::compareDepthAndKernel(int deepest) {
   const ZQMatrixMediumInfo& info = *matrix_.getMatrixInfo();
   bool isSound = true;
-  // A matrix whose deepest paths were deleted is sound all the same: its dimension only ever grows.
+  // Not a fault: deleting the deepest paths doesn't reduce the dimension.
   if (info.getCurrentDimension() != deepest) {
     dbPrintf(0, "matrixLinearTest: error: dimension(%d) != dimension1(%d)\n", info.getCurrentDimension(), deepest);
   }

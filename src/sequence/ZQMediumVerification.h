@@ -1,5 +1,5 @@
-// What the medium tier adds to the self-tests: recount the rules, and compare the depth, the kernel and the number of
-// starts.
+// The medium tier's part of the self-tests: recounts the rules, and compares the depth, the kernel and the number of start
+// elements.
 #pragma once
 
 #include "sequence/ZQMatrixMedium.h"
@@ -13,18 +13,18 @@ class ZQMediumVerification {
   static constexpr bool namesMatrixID = true;
   static constexpr bool correctsEndElements = true;
 
-  /// Zeroes the counts of rules.
+  /// Sets the counts of rules to 0.
   ZQMediumVerification(ZQMatrixMedium& matrix, const zmatrix::VerificationTexts&);
-  /// True if look() needs the path of the element; else it may be null.
+  /// True if look() needs the path of the element; otherwise the path may be null.
   bool needsPath(int position) const { return !links_.isKnown(position); }
   /// Counts a written element. False for a fault.
   bool look(int position, const ZQMatrixMediumElement& element, const int* path, int length);
-  /// After the walk, before and after the store's own counts are compared. False for a fault.
+  // Called after the walk: the first before, the second after the comparison of the store's counts. False for a fault.
   bool compareDepthAndKernel(int deepest);
   bool compareCounts();
 
  protected:
-  /// Counts the element's rule; false if there is none and should be one.
+  /// Counts a written element, and its rule; false if its path is not a rule.
   bool countRule(int position, const ZQMatrixMediumElement& element, const int* path, int length);
   bool isPhraseMatrix() const { return matrix_.getMatrixInfo()->getIsPhraseMatrix() == 1; }
 

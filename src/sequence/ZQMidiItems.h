@@ -1,5 +1,5 @@
-// The preprocessed items of MIDI: an interval and a place in its bar for each note but the first, and a marker for each bar line
-// that a gap of a bar or more passes.
+// The preprocessed items of MIDI: for each note after the first, its interval and its position in the bar; and a marker for each
+// bar line between two notes that start a bar or more apart.
 #pragma once
 
 #include <algorithm>
@@ -9,11 +9,11 @@
 
 namespace zmatrix {
 
-/// Start times are quanta in 32 bits; differences of two don't fit there, so bars are counted in 64.
+/// Start times are quanta of 32 bits; differences may need more, so bars are counted in 64 bits.
 struct BarLines {
   long long barLength;
 
-  /// The bar lines that get a marker between two starts: none if they lie closer than a bar, else all that were passed.
+  /// The number of bar lines between two starts that get a marker: none if the starts are less than a bar apart, else all.
   long long markersBetween(long long start, long long nextStart) const {
     if (nextStart - start < barLength) return 0;
     const long long firstBarLine = (start / barLength + 1) * barLength;

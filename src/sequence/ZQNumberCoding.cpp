@@ -16,7 +16,7 @@ namespace zmatrix {
 
 namespace {
 
-/// The ends of a message that both inverse operations print, by the types 1010 to 1016.
+/// The end of a message of both inverse operations, for each of the types 1010 to 1016.
 struct CodingText {
   const char* plain;
   const char* withSequence;
@@ -31,7 +31,7 @@ constexpr CodingText codingTexts[] = {
     {"Inverse Prime Gocrons\n", "Inverse Prime Gocrons\n"},
 };
 
-/// Both operations name the longer one.
+/// The message names the operation with a sequence in both cases.
 void warnAboutOcronType(int ocronType, int preProcessingType, InverseOperation operation) {
   const CodingText& text = codingTexts[preProcessingType - ZQPreProcessingTypeOcron];
   dbPrintf(0, "getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence: illegal ocrontype %d for %s", ocronType,
@@ -45,7 +45,7 @@ bool isGocronCoding(int preProcessingType) {
 
 using NumberFunction = int (*)(int);
 
-/// What types 1017 to 1020 do, and what undoes it.
+/// The functions of types 1017 to 1020, and their inverses.
 struct PrimeFunctions {
   NumberFunction forward, back;
 };
@@ -56,7 +56,7 @@ const PrimeFunctions& primeFunctionsOf(int preProcessingType) {
   return primeFunctions[preProcessingType - ZQPreProcessingTypePrimePi];
 }
 
-/// Types 1016 to 1020, number by number.
+/// Applies types 1016 to 1020 to each number.
 template <class Value>
 Value* codedNumbers(const PreprocessingSettings& settings, std::span<const Value> numbers, int* resultLength) {
   auto* coded = systemMallocArray<Value>(static_cast<long long>(numbers.size()));
@@ -73,7 +73,7 @@ Value* codedNumbers(const PreprocessingSettings& settings, std::span<const Value
   return coded;
 }
 
-/// The number of an ocron in a sequence, the code of the evaluator if it has none, -1 if no end symbol ends it.
+/// The number of the ocron at the begin of `symbols`, or the result code of the evaluator; -1 if no end symbol ends the ocron.
 int numberOfOcron(const ZQMatrixMediumInfo& info, const int* symbols, int readable, InverseOperation operation) {
   int length = 0, stackDepth = 0;
   const SystemOwned<char> ocron(getOcronStringFromOcronIntArray(symbols, readable, info.getOcronEndSymbol(), &length));

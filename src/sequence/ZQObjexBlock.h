@@ -1,4 +1,4 @@
-// Sequences of objex as hosts get them: one block of systemMalloc, a table of pointers with the items behind it.
+// Sequences of objex as hosts get them: one block of systemMalloc with a table of pointers followed by the items.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace zmatrix {
 
 using ObjexBlock = SystemOwned<int*>;
 
-/// A block of items of zeros, or null. It can hold no items.
+/// A block of items that are all 0; 0 items are allowed. Null for sizes out of range or if memory runs out.
 inline ObjexBlock newObjexBlock(long long numberOfItems, int coordinateDimension) {
   if (numberOfItems < 0 || numberOfItems > INT_MAX || coordinateDimension < 1) return nullptr;
   const long long numberOfIntegers = numberOfItems * coordinateDimension;
@@ -25,7 +25,8 @@ inline ObjexBlock newObjexBlock(long long numberOfItems, int coordinateDimension
   return ObjexBlock(block);
 }
 
-/// A block of the whole items of a flat sequence; a ragged tail is dropped. Null for no sequence or no room.
+/// A block with the items of a flat sequence; integers at the end that don't fill an item are dropped. Null for an empty sequence
+/// or if memory runs out.
 inline ObjexBlock newObjexBlockFrom(const int* flat, int length, int coordinateDimension) {
   if (flat == nullptr || length < 1 || coordinateDimension < 1) return nullptr;
   const int numberOfItems = length / coordinateDimension;
@@ -34,7 +35,7 @@ inline ObjexBlock newObjexBlockFrom(const int* flat, int length, int coordinateD
   return block;
 }
 
-/// The items one after the other, in a new array, or null if there are none or no room.
+/// The items one after the other in a new array; null if there are none or memory runs out.
 inline SystemOwned<int> flatSequenceOfObjex(const int* const* objex, int numberOfItems, int coordinateDimension) {
   const long long length = static_cast<long long>(numberOfItems) * coordinateDimension;
   if (objex == nullptr || numberOfItems < 1 || coordinateDimension < 1 || length > INT_MAX) return nullptr;

@@ -16,13 +16,13 @@ namespace zmatrix {
 
 namespace {
 
-/// Results in blocks that go to the caller.
+/// Allocates results as blocks for the caller.
 struct OwnBlocks {
   template <class Value>
   Value* provide(long long numberOfValues) {
     return systemMallocArray<Value>(numberOfValues);
   }
-  /// Shrinks a block to its result.
+  /// Shrinks a block to the length of its result.
   template <class Value>
   Value* shrunkTo(Value* block, long long numberOfValues) {
     if (numberOfValues < 1) return block;
@@ -31,7 +31,7 @@ struct OwnBlocks {
   }
 };
 
-/// Results in a list that the next call reuses.
+/// Allocates results in a list that the next call reuses.
 struct KeptList {
   ZQArray<int>& list;
 
@@ -56,8 +56,8 @@ Value* zeroedBlock(Room room, size_t length, int* resultLength) {
 
 // --- differences
 
-/// Forward difference of the given order, each coordinate for itself: after `order` passes over one copy item i is the difference
-/// of the original items i to i + order. Order 0 is the plain copy.
+/// The forward difference of the given order, for each coordinate: after `order` passes over a copy, item i is the difference of
+/// the original items i to i + order. Order 0 is a plain copy.
 template <class Value, class Room>
 Value* differenceOfOrder(Room room, int order, int coordinateDimension, std::span<const Value> original, int* resultLength) {
   using Unsigned = std::make_unsigned_t<Value>;
@@ -78,7 +78,7 @@ Value* differenceOfOrder(Room room, int order, int coordinateDimension, std::spa
 
 // --- text
 
-/// Turns a text with line breaks into running text.
+/// Turns a text with line breaks into continuous text.
 class TextNormaliser {
  public:
   TextNormaliser(std::span<const int> text, int* normalised) : text_(text), normalised_(normalised) {}
@@ -99,8 +99,8 @@ class TextNormaliser {
     if (written_ < text_.size()) normalised_[written_++] = value;
   }
 
-  /// Copies a run of whitespace as one blank, one line end (for a blank line) or nothing (after a hyphen at the end of a line),
-  /// and the value behind it, if there is one.
+  /// Copies a run of whitespace as one blank, as one line end if it has two or more, or not at all if it has one line end and
+  /// follows a hyphen; and the value after it, if there is one.
   void copyRunOfWhitespace() {
     const bool followsHyphen = position_ > 0 && text_[position_ - 1] == hyphenCharacter;
     int lineEnds = 0;
@@ -137,8 +137,8 @@ int* normalisedText(Room room, std::span<const int> text, int* resultLength) {
 
 // --- MIDI
 
-/// A bar can be as short as one quantum, so that few items may pass billions of bar lines. More markers than this are refused;
-/// music of a day and a night has fewer.
+/// A bar can be as short as one quantum, so a few items could span billions of bar lines. More markers than this are refused; 24
+/// hours of music have fewer.
 constexpr long long mostBarMarkers = 1000000;
 
 template <int coordinates, class Room>
@@ -178,7 +178,7 @@ bool isEmpty(std::span<const Value> originalSequence) {
   return true;
 }
 
-/// All types but the number codings: differences, text and MIDI items.
+/// All types except the number codes: differences, text and MIDI items.
 template <class Room>
 int* preProcessedIn(Room room, const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength) {
   const int type = settings.preProcessingType;

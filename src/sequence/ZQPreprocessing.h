@@ -1,7 +1,7 @@
-// What a matrix does to a sequence before it learns it or looks it up, so that equal patterns at different pitches or times
-// become equal coordinates. Pure functions of the settings and the numbers: a flat sequence in (item after item,
-// coordinateDimension integers each), a new flat sequence out, which the caller releases through systemFree. Arithmetic on items
-// is done with wraparound.
+// The preprocessing of a sequence before it is learned or looked up: equal patterns at different pitches or times become equal
+// coordinates. The functions depend only on the settings and the numbers: they take a flat sequence (item after item,
+// coordinateDimension integers each) and return a new flat sequence, which the caller releases with systemFree. Arithmetic on
+// items wraps around.
 #pragma once
 
 #include <span>
@@ -11,7 +11,7 @@
 
 class ZQMatrixMediumInfo;
 
-/// First coordinate of a preprocessed item that stands for a bar line. A true interval of 127 is taken for one too.
+/// First coordinate of a bar marker, a preprocessed item that stands for a bar line. An interval of 127 can't be told from it.
 constexpr int ZQNotNote = 127;
 
 namespace zmatrix {
@@ -27,7 +27,7 @@ struct PreprocessingSettings {
 
 constexpr int quantaPerWholeNote = 12288;
 
-/// Sound of an item whose note number is a choice of instrument and no pitch.
+/// Sound of an item whose note number stands for an instrument, not for a pitch.
 constexpr int drumSound = 9;
 
 PreprocessingSettings preprocessingSettingsOf(const ZQMatrixMediumInfo& info);
@@ -47,26 +47,26 @@ constexpr int wrappedSum(int a, int b) {
   return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
 }
 
-/// The length of a bar in quanta; 0 for a time signature that gives none.
+/// The length of a bar in quanta; 0 for an invalid time signature.
 long long barLengthOrZero(const PreprocessingSettings& settings);
 
-/// The length of a bar, always above 0. A time signature that gives none prints the message at level 0 and counts as 4/4.
+/// The length of a bar in quanta, always above 0. For an invalid time signature it prints the message at level 0 and assumes 4/4.
 long long barLengthInQuanta(const PreprocessingSettings& settings, const char* illegalTimeSignatureMessage);
 
-/// True if a sequence of so many integers gives a result, though it may be empty: then a null result means that memory has run
-/// out.
+/// True if the preprocessing of a sequence of `length` integers has a result, which may be empty. A null result then means that
+/// memory has run out. False for number codes.
 bool givesSequence(const PreprocessingSettings& settings, long long length);
 
-/// Preprocesses a sequence. Null, with the result length 0, for an empty sequence, a type without work, a sequence too short for
-/// its difference, or exhausted memory.
+/// Preprocesses a sequence. Null, with the result length 0, for an empty sequence, an unknown type, a sequence too short for its
+/// difference, a wrong number of coordinates, too many bar markers, or exhausted memory.
 int* preProcessedSequence(const PreprocessingSettings& settings, std::span<const int> originalSequence, int* resultLength);
 
-/// The same into a list that the caller keeps for the next call; the result points into it.
+/// The same into a list that the caller reuses; the result points into it and is valid until the next call.
 const int* preProcessedSequenceIn(ZQArray<int>& room, const PreprocessingSettings& settings,
                                   std::span<const int> originalSequence, int* resultLength);
 
-/// The same for 64-bit values, with differences (0 to 999), type 1001 and types 1016 to 1020 alone. Any other type gives null and
-/// leaves the result length as it is, but for gocrons of items with several coordinates, where it is 0.
+/// The same for 64-bit values, only for differences (0 to 999), type 1001 and types 1016 to 1020. Any other type gives null and
+/// leaves the result length unchanged, except for types 1011 to 1015 and items with several coordinates, where it is 0.
 long long* longLongPreProcessedSequence(const PreprocessingSettings& settings, std::span<const long long> originalSequence,
                                         int* resultLength);
 

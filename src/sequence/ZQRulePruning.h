@@ -1,7 +1,7 @@
-// Pruning, shared by the tiers that learn: removes the paths that a shorter context already decides, cuts all paths beyond a
-// length, empties a sub-matrix, and drops sub-matrices that hold nothing. A pass is one scan of the block, highest slot
-// first; an element belongs to the sub-matrix at whose root its way up ends. Links are checked as they are followed: a damaged
-// one ends the walk, so that no scan reads outside the block or runs for ever.
+// Pruning, shared by the tiers that learn: removes paths whose last item a shorter context also determines, cuts paths that
+// exceed a length, empties a sub-matrix, and drops empty sub-matrices. A pass scans the block once, highest slot first; an
+// element belongs to the sub-matrix whose root its links lead up to. Links are checked before they are followed: a damaged one
+// ends the walk, so no scan reads outside the block or loops for ever.
 #pragma once
 
 #include <algorithm>
@@ -24,9 +24,9 @@ struct ZQRulePruning {
   static int removeOverDetermined(Matrix& matrix) {
     int total = 0;
     int removed = 0;
-    // A removed leaf can leave its parent as a leaf for the next pass.
-    ZQSuffixLinks links;  // a pass only deletes, so that they serve all passes
+    ZQSuffixLinks links;  // passes only delete, so the links stay valid for all of them
     links.build(matrix);
+    // Removing a leaf can make its parent a leaf, which the next pass may remove.
     for (int passNumber = 1; (removed = removeOverDeterminedOnce(matrix, passNumber, links)) > 0; ++passNumber) {
       total += removed;
     }
@@ -43,7 +43,7 @@ struct ZQRulePruning {
     return removeOverDeterminedOnce(matrix, passNumber, links);
   }
 
-  /// Without links, for which there may be no room, each path is asked about on its own.
+  /// If memory ran out for the links, each path is looked up from the root.
   static int removeOverDeterminedOnce(Matrix& matrix, int passNumber, const ZQSuffixLinks& links) {
     dbPrintf(6, "**************begin removeOverDeterminedPoints...\n");
     const int depthLimit = matrix.getMatrixInfo()->getCurrentDimension();
@@ -86,7 +86,7 @@ struct ZQRulePruning {
     const int bottom = matrix.getMaxNumberOfMatrices();
     setProgressText("removing elements: first pass");
     int removed = 0;
-    // What is marked must stay linked until all marks are set.
+    // Marked elements are unlinked in the second pass: the first one still walks over them.
     for (int position = top; position >= bottom; --position) {
       reportSometimes(position, top - position, top - bottom + 1);
       if (matrix.elementAt(position) == nullptr) continue;
@@ -131,7 +131,7 @@ struct ZQRulePruning {
       dbPrintf(1, "message from removeEmptyMatrices(): cannot remove, matrix must at least contain one sub matrix!\n");
       return -1;
     }
-    // One sub-matrix is always kept, even if nothing is occupied.
+    // One sub-matrix is always kept, even if all are empty.
     const int kept = std::max(matrix.getHighestOccupiedMatrixID() + 1, 1);
     if (kept == header->getMaxNumberOfMatrices()) {
       dbPrintf(1, "message from removeEmptyMatrices(): no empty matrices for removing found!\n");
@@ -144,7 +144,7 @@ struct ZQRulePruning {
   }
 
  private:
-  static constexpr int markedForRemoval = -1;  // as a write count
+  static constexpr int markedForRemoval = -1;  // stored as the write count
   static constexpr int positionsBetweenReports = 16;
   static constexpr int lowestLevelOfVectors = 4;  // debug level from which a removed vector may be shown
 
@@ -164,8 +164,8 @@ struct ZQRulePruning {
   }
   static void reportEnd(int itemCount) { matrixProgressDisplay(itemCount, itemCount); }
 
-  /// The position above an element. False at an empty slot, at a link out of the block, which is told, and at one that leads
-  /// nowhere else.
+  /// Moves `position` to the element above. False at an empty slot, at a link out of the block, with a message, and at a link of
+  /// offset 0.
   static bool stepUp(Matrix& matrix, long long& position, const char* leftText, const char* rightText) {
     const ZQMatrixBaseElement* element = matrix.elementAt(position);
     if (element == nullptr) return false;
@@ -176,7 +176,7 @@ struct ZQRulePruning {
     return offset != 0 && position >= 0 && position < matrix.getNumberOfSlots();
   }
 
-  /// The index vector of an element of the current sub-matrix; -1 for any other element.
+  /// Reads the index vector of an element of the current sub-matrix and returns its length; -1 for any other element.
   static int pathOf(Matrix& matrix, int element, int depthLimit, zmatrix::ZQArray<int>& path) {
     const int lowestElement = matrix.getMaxNumberOfMatrices();
     int length = 0;
@@ -195,19 +195,19 @@ struct ZQRulePruning {
     return length;
   }
 
-  /// True for a leaf that at least two shorter contexts decide and that pruning is not told to keep.
+  /// True for a leaf whose last item a shorter context also determines, and which the settings don't spare.
   static bool isRedundant(const Matrix& matrix, const ZQSuffixLinks& links, int position, int depthLimit) {
     if (links.depthOf(position) > depthLimit || matrix.isDeterminedUpToTwice(links, position) < 2) return false;
     return !Tier::sparesSymbols(*matrix.getMatrixInfo()) ||
            !Tier::carriesSymbol(*static_cast<const Element*>(matrix.elementAt(position)));
   }
 
-  /// True if the vectors that are removed need not be shown.
+  /// True if removed vectors are not printed.
   static bool isQuiet(const Matrix& matrix) {
     return !ZQDebugChannel::shows(lowestLevelOfVectors) && !matrix.showsVectors(lowestLevelOfVectors);
   }
 
-  /// True if pruning is told to keep the element.
+  /// True if the settings spare the element. Prints a message if it is missing.
   static bool isSpared(Matrix& matrix, const int* path, int length) {
     if (!Tier::sparesSymbols(*matrix.getMatrixInfo())) return false;
     int handle = 0;
@@ -255,7 +255,7 @@ struct ZQRulePruning {
     return depth;
   }
 
-  /// Marks the element, those above it that lie too deep, and those below it. The number of written ones that go.
+  /// Marks the element, the elements above it that are too deep, and those below it. Returns the number of written ones.
   static int markTooDeep(Matrix& matrix, int element, int tooDeep) {
     int removed = 0;
     long long position = element;
@@ -295,7 +295,7 @@ struct ZQRulePruning {
       info.incrementNumberOfDeleteEvents();
       ++removed;
     }
-    // An element that is marked twice counts up here: the sum is only right after the next recount.
+    // Marking an element a second time adds 1: the sum is wrong until the next recount.
     info.addToNumberOfWriteCounts(zmatrix::negativeOf(element->getWriteCount()));
     element->setWriteCount(markedForRemoval);
     return true;
@@ -317,8 +317,8 @@ struct ZQRulePruning {
     matrix.clearMatrixElement(position, 1);
   }
 
-  /// Deletes what lies below a root. A sub-matrix whose record was set anew counts as empty, but its elements are still there,
-  /// and would be taken for those of the next element in the root's slot.
+  /// Deletes the elements below a root. A sub-matrix whose record was reset counts as empty but still has its elements, which
+  /// would otherwise become children of the next element in the slot of the root.
   static void removeBelow(Matrix& matrix, int root) {
     long long position = root;
     while (true) {

@@ -1,9 +1,9 @@
-// Learning, shared by the tiers that learn: every sub-sequence of up to a phrase limit is written as a phrase, shortest first.
+// Learning, shared by the tiers that learn: writes every sub-sequence of up to the phrase limit as a phrase, shortest first.
 //
-// The loop runs by length. For each start it keeps the front: where the phrase of the length before ends, as position and name
-// of the record there. The next length is one item down from there. A move changes positions, so a front is good while its slot
-// still holds its record; else, and where the phrase before was left out, the walk begins at the root. A phrase is a slice of
-// the preprocessed sequence: nothing is allocated for one, unless the caller asks for all of them.
+// The outer loop runs over lengths. For each start it keeps the front: position and record name of the last element of the phrase
+// that is one item shorter. The next phrase is one item down from there. Moves change positions, so a front is valid only as long
+// as its slot holds its record; otherwise, or if the shorter phrase was left out, the walk begins at the root. A phrase is a
+// slice of the preprocessed sequence and needs no allocation, unless the caller asks for copies.
 #pragma once
 
 #include <cmath>
@@ -25,20 +25,20 @@ struct ZQSequenceUpdate {
   using Info = typename Tier::Info;
   using Write = ZQStoreWrite<Tier>;
 
-  /// `symbolMarkers` may be null; else it has an entry an item, for the tier to read.
-  ZQSequenceUpdate(Matrix& matrixToTeach, const int* preProcessed, int numberOfIntegers, int dimension, const int* symbolMarkers)
-      : matrix_(matrixToTeach),
-        info_(*matrixToTeach.getMatrixInfo()),
+  /// `symbolMarkers` may be null; else it has one entry per item, which the tier reads.
+  ZQSequenceUpdate(Matrix& matrix, const int* preProcessed, int numberOfIntegers, int dimension, const int* symbolMarkers)
+      : matrix_(matrix),
+        info_(*matrix.getMatrixInfo()),
         sequence_(preProcessed),
         length_(numberOfIntegers),
         c_(dimension),
         markers_(symbolMarkers),
-        root_(matrixToTeach.getCurrentMatrixID()),
+        root_(matrix.getCurrentMatrixID()),
         leavesOutDetermined_(info_.getIncludeOverdeterminedRules() == 0),
         usesStart_(info_.getUseStartOfSequence() == 1),
         usesEnd_(info_.getUseEndOfSequence() == 1) {}
 
-  /// 1 learned, -1 a write failed, -2 memory has run out. `phrases` collects them, if the caller asks for them.
+  /// 1 learned, -1 a write failed, -2 memory has run out. `phrases` collects the phrases if the caller asks for them.
   int run(int maxPhraseLength, zmatrix::ZQLearnedPhrases& phrases) {
     const int numberOfItems = length_ / c_;
     const int longest = maxPhraseLength < numberOfItems ? maxPhraseLength : numberOfItems;
@@ -60,14 +60,14 @@ struct ZQSequenceUpdate {
 
  private:
   using Front = zmatrix::ZQFront;
-  static constexpr int mostElementsInCache = 131072;  // with no more than these prefetching costs more than it saves
+  static constexpr int mostElementsInCache = 131072;  // up to this number, prefetching costs more than it saves
 
-  // Where a phrase lies, as far as it exists.
+  // The part of a phrase that exists.
   struct Place {
     int position = -1;    // of the last element that exists
-    int numberKnown = 0;  // integers of the phrase up to there
+    int numberKnown = 0;  // integers of the phrase up to that element
     bool isWritten = false;
-    bool isMissing = false;  // for certain, the element after it
+    bool isMissing = false;  // the next element is known to be missing
   };
 
   bool provideFronts(int numberOfItems) {
@@ -80,13 +80,13 @@ struct ZQSequenceUpdate {
     return true;
   }
 
-  bool isGood(const Front& front) const { return front.position >= 0 && matrix_.nameOfRecordAt(front.position) == front.record; }
+  bool isValid(const Front& front) const { return front.position >= 0 && matrix_.nameOfRecordAt(front.position) == front.record; }
 
-  // All phrases whose first `known` integers are the phrases of the pass before.
+  // Learns all phrases that are one item longer than those of the preceding pass, which have `known` integers.
   bool learnPhrasesOf(int known, zmatrix::ZQLearnedPhrases& phrases) {
     const int phraseLength = known + c_;
     firstOfRun_ = numberOfProcessedVectors_;
-    // A last item that is cut short still begins a phrase.
+    // An incomplete last item counts as a start.
     const int numberOfStarts = (length_ - known + c_ - 1) / c_;
     const unsigned layout = matrix_.getLayoutVersion();
     const bool isSettled = layout == layoutOfFronts_;
@@ -113,13 +113,13 @@ struct ZQSequenceUpdate {
     return true;
   }
 
-  // True if the phrases of a pass only need to be counted or added: no message or copy is asked for, no limit is near.
+  // True if the phrases of a pass only need to be counted or added: no messages, no copies, below all limits.
   bool isPlainPass(int known, const zmatrix::ZQLearnedPhrases& phrases) const {
     return !phrases.areWanted() && !ZQDebugChannel::shows(8) && !info_.getMemIsReadOnly() &&
            known + c_ < info_.getMaxDimOfMatrix();
   }
 
-  // The child of a front that is good, or -1. The front's record isn't needed where nothing has moved since the pass before.
+  // The child of a valid front, or -1. If nothing has moved since the preceding pass, the front's record need not be read.
   int childOfFront(const Front& front, int coordinate, bool isSettled) const {
     if (isSettled && front.fieldBegin != Front::unknownBegin && matrix_.getLayoutVersion() == layoutOfFronts_) {
       return matrix_.template childIn<Element>(static_cast<long long>(front.fieldBegin) + coordinate, front.position);
@@ -128,7 +128,8 @@ struct ZQSequenceUpdate {
     return element != nullptr ? matrix_.childOf(front.position, *element, coordinate) : -1;
   }
 
-  // learnPhrase in a plain pass, for a phrase that follows its front and is known. False, and nothing done, for any other.
+  // Does what learnPhrase does, in a plain pass, for an existing phrase below a valid front. False, with nothing changed,
+  // otherwise.
   bool countKnown(int item, int known, bool isSettled) {
     Front& front = fronts_[item];
     const int* coordinates = sequence_ + static_cast<long long>(item) * c_ + known;
@@ -151,11 +152,11 @@ struct ZQSequenceUpdate {
 
   enum class Plain { notHandled, learned, failed };
 
-  // The same for a phrase that is not known and may be added without further tests. Most phrases of a new text come here, few of
-  // a known one: it stands out of line to keep the path of the latter short.
+  // The same for a new phrase that may be added without further tests. Most phrases of a new text take this path, few of a known
+  // text: it is not inlined, to keep the path of the latter short.
   [[gnu::noinline]] Plain addPlain(int item, int known) {
     Front& front = fronts_[item];
-    if (leavesOutDetermined_ || !isGood(front)) return Plain::notHandled;
+    if (leavesOutDetermined_ || !isValid(front)) return Plain::notHandled;
     const int* coordinates = sequence_ + static_cast<long long>(item) * c_ + known;
     int position = front.position;
     for (int i = 0; i < c_; ++i) {
@@ -191,7 +192,7 @@ struct ZQSequenceUpdate {
     const int phraseLength = known + c_;
     const bool canBeLeftOut = leavesOutDetermined_ && known >= 2 * c_;
     Front& front = fronts_[item];
-    const bool followsFront = isGood(front);
+    const bool followsFront = isValid(front);
     Place place = followsFront ? findFrom(front.position, phrase, known) : findFromRoot(phrase, phraseLength);
     if (place.isWritten) {
       ++numberOfOverwrites_;
@@ -227,7 +228,7 @@ struct ZQSequenceUpdate {
       }
       place.position = child;
     }
-    // A path as long as the limit can be written, but not read.
+    // A path of the maximal length can be written, but not read.
     const ZQMatrixBaseElement* element = matrix_.elementAt(place.position);
     place.isWritten = known + c_ < info_.getMaxDimOfMatrix() &&
                       (element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() > 0);
@@ -238,7 +239,7 @@ struct ZQSequenceUpdate {
     return Place{root_, 0, matrix_.existMatrixData(phrase, phraseLength) >= 2, false};
   }
 
-  // Writes the phrase from what is known of its place; the position of its last element, or -1.
+  // Writes the phrase from its existing part on. Returns the position of its last element, or -1.
   int writeFrom(const Place& place, const int* phrase, int phraseLength, int firstDimension,
                 const typename Tier::WriteFlags& flags) {
     if (info_.getMemIsReadOnly()) return -1;
@@ -257,11 +258,11 @@ struct ZQSequenceUpdate {
     return position;
   }
 
-  // Does a shorter context already fix the phrase's last item? The longest written ending decides. It is the phrase of the pass
-  // before at the next start, whose front still ends there; where that one was left out, the store is asked.
+  // True if a shorter context determines the phrase's last item. The longest written ending decides: that is the phrase of the
+  // preceding pass at the next start, whose front is its last element. If it was left out, the store is searched.
   bool isDetermined(int item, int known) {
     const Front& next = fronts_[item + 1];
-    if (!isGood(next) || known >= info_.getMaxDimOfMatrix()) {
+    if (!isValid(next) || known >= info_.getMaxDimOfMatrix()) {
       return matrix_.isDeterminedMatrixData(sequence_ + item * c_, known + c_) > 0;
     }
     const Element* element = matrix_.elementAt(next.position);
@@ -275,8 +276,8 @@ struct ZQSequenceUpdate {
     return std::fabs(zmatrix::stopProbabilityOf(*element)) <= zmatrix::stopProbabilityTolerance;
   }
 
-  // The phrase just written needs its context written as well, which an earlier pass left out: each place where that context
-  // occurs is written now. With items of c integers only every c-th place is looked at, which leaves some contexts unwritten.
+  // A written phrase needs its context written, which an earlier pass left out: writes it once for each place where it occurs.
+  // With items of c integers only every c-th item is tested, so that some contexts stay unwritten.
   bool postWrite(int start, int known, char startFlag, zmatrix::ZQLearnedPhrases& phrases) {
     const int* context = sequence_ + start;
     const int lastPlace = length_ - known;
@@ -286,7 +287,7 @@ struct ZQSequenceUpdate {
       const bool isWritten = matrix_.existMatrixData(previous, known) >= 2;
       dbPrintf(1, isWritten ? "preceding phrase more than once post-rewritten\n"
                             : "preceding phrase has writeCount =0! will be post-written\n");
-      matrix_.printIndexVector(previous, known, 0, 1);  // asks the matrix's own level, which may be another than the channel's
+      matrix_.printIndexVector(previous, known, 0, 1);  // tests the level of the matrix, which may differ from the thread's
       phrases.takeIn(firstOfPreviousRun_ + place / c_);
       typename Tier::WriteFlags flags{};
       flags.startFlag = startFlag;
@@ -308,15 +309,15 @@ struct ZQSequenceUpdate {
   Info& info_;
   const int* sequence_;
   const int length_;
-  const int c_;
+  const int c_;  // coordinates per item
   const int* markers_;
   const int root_;
   const bool leavesOutDetermined_;
   const bool usesStart_;
   const bool usesEnd_;
   std::unique_ptr<Front[]> fronts_;
-  unsigned layoutOfFronts_ = 0;  // of the matrix when the last pass began
-  long long firstOfRun_ = 0;
+  unsigned layoutOfFronts_ = 0;  // layout version of the matrix when the last pass began
+  long long firstOfRun_ = 0;     // number of the first phrase of the current pass
   long long firstOfPreviousRun_ = -1;
   long long numberOfProcessedVectors_ = 0;
   int numberOfOverwrites_ = 0;

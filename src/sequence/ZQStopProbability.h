@@ -1,16 +1,16 @@
-// How often a sequence ended where it could have gone on.
+// The stop probability of an element: how often a sequence ended there.
 #pragma once
 
 #include "store/ZQMatrixElements.h"
 
 namespace zmatrix {
 
-/// The share of the occurrences of an element at which a sequence ended. NaN for an element that was never written, which passes
-/// for equal in a test for a difference above the tolerance.
+/// The fraction of the occurrences of an element at which a sequence ended. NaN for an element that was not written; comparisons
+/// of a NaN difference with the tolerance are false.
 inline double stopProbabilityOf(const ZQMatrixMediumElement& element) {
   return (static_cast<double>(element.getWriteCount()) - element.getWriteCountWithSuccessor()) / element.getWriteCount();
 }
 
-constexpr double stopProbabilityTolerance = 1e-9;  ///< two stop probabilities that differ by less are equal
+constexpr double stopProbabilityTolerance = 1e-9;  ///< stop probabilities that differ by at most this are equal
 
 }  // namespace zmatrix

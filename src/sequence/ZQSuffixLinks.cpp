@@ -19,7 +19,7 @@ bool ZQSuffixLinks::build(const ZQMatrixMedium& matrix) {
   return true;
 }
 
-// Elements that only a damaged link leads to are skipped, so that each element is visited once.
+// Stops at an element that is only reached through a damaged link or for the second time, so each element is visited once.
 void ZQSuffixLinks::enterField(const ZQMatrixMedium& matrix, int parent, int depth) {
   const int offset = matrix.elementAt(parent)->getOffsetToElementInNextDimension();
   if (offset == 0) return;

@@ -1,5 +1,5 @@
-// The worker around the phrase loop and its entry points, shared by the tiers that learn. Each calls the operations of the
-// matrix's own tier.
+// The entry points of the sequence update, shared by the tiers that learn: checks, preprocessing, and the phrase loop. All call
+// the operations of the matrix's own tier.
 #pragma once
 
 #include <climits>
@@ -19,7 +19,7 @@ inline int clampToInt(long long value) {
   return value > INT_MAX ? INT_MAX : static_cast<int>(value);
 }
 
-/// What a caller of the worker may want to know; each pointer may be null.
+/// Optional results of an update; each pointer may be null.
 struct UpdateOutputs {
   int* numberOfProcessedVectors = nullptr;
   int* numberOfOverwrites = nullptr;
@@ -36,8 +36,8 @@ struct UpdateOutputs {
   bool wantPhrases() const { return values != nullptr && lengths != nullptr && indexVectors != nullptr; }
 };
 
-/// Learns a preprocessed sequence by the settings of the current sub-matrix, as one run from its first item to its last: 1
-/// learned, -1 a write failed, -2 memory has run out.
+/// Learns a preprocessed sequence with the settings of the current sub-matrix: 1 learned, -1 a write failed, -2 memory has run
+/// out.
 template <class Matrix>
 int learnPreProcessed(Matrix& matrix, const int* preProcessed, int numberOfItems, const UpdateOutputs& outputs,
                       const int* symbolMarkers) {
@@ -79,7 +79,7 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
       1) {
     return 0;
   }
-  // Large indices set a dimension of their own in an empty matrix.
+  // In an empty sub-matrix, large indices set another dimension.
   const int dimension = matrix.getMatrixInfo()->getCoordinateDimension();
   if (coordinateDimension < 1 || dimension < 1) return 0;
   int numberOfIntegers = 0;
@@ -87,7 +87,7 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
   if (preProcessed == nullptr) {
     numberOfIntegers = 0;
     if (givesSequence({preProcessingType, dimension}, length)) {
-      learnPreProcessed(matrix, nullptr, 0, {}, nullptr);  // counts the root, as every failure behind the settings does
+      learnPreProcessed(matrix, nullptr, 0, {}, nullptr);  // counts the root, as after every failure past the settings
       return -2;
     }
   }
@@ -97,7 +97,7 @@ int updateMatrixWithCombinedSequenceIn(Matrix& matrix, const int* sequence, int 
   return learnPreProcessed(matrix, preProcessed.get(), numberOfItems, outputs, symbolMarkers);
 }
 
-/// Interleaves two arrays into one sequence of pairs and learns it.
+/// Learns two arrays as one sequence of pairs.
 template <class Matrix>
 int updateMatrixWith2DimSequenceIn(Matrix& matrix, int matrixType, int preProcessingType, const int* first, const int* second,
                                    int length) {

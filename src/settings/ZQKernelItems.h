@@ -1,5 +1,5 @@
-// One face of a kernel: items one after the other in one array, which grows and keeps what lies behind the items in use. How many
-// are in use says the record that owns the face.
+// One sequence of a kernel: its items one after the other in one array. The number of items in use is a field of the info record
+// that owns the sequence; the items behind them keep their values while the array grows.
 #pragma once
 
 #include <algorithm>
@@ -18,16 +18,16 @@ class ZQKernelItems {
   int& at(int item, int coordinate) { return values_[item * coordinatesOfItem_ + coordinate]; }
   int at(int item, int coordinate) const { return values_[item * coordinatesOfItem_ + coordinate]; }
 
-  static constexpr long long mostValues = 1LL << 26;  ///< a quarter of a gigabyte, far beyond any context
+  static constexpr long long mostValues = 1LL << 26;  ///< 256 MB
 
-  /// Makes room for at least so many items of so many coordinates; what is new is 0. False, and nothing changed, without memory
-  /// or for more than mostValues.
+  /// Makes room for at least so many items of so many coordinates; new values are 0. False, and nothing changed, if memory has
+  /// run out or for more than mostValues.
   bool provide(int coordinates, int numberOfItems) {
     return (coordinates == coordinatesOfItem_ && numberOfItems <= roomInItems_) ||
            grow(coordinates, std::max(numberOfItems, roomInItems_));
   }
 
-  /// Drops all items for new ones of zeros.
+  /// Replaces all items by items of zeros. False if memory has run out.
   bool assign(int coordinates, int numberOfItems) {
     reset();
     return grow(coordinates, numberOfItems);
@@ -40,7 +40,7 @@ class ZQKernelItems {
     coordinatesOfItem_ = roomInItems_ = 0;
   }
 
-  /// A copy by coordinates, a row each with all items there is room for. It holds until the next call; null without memory.
+  /// A copy with a row per coordinate, each of room() items. Valid until the next call; null if memory has run out.
   int** rows() {
     if (rowsShown_.count() != coordinatesOfItem_ && !rowsShown_.resize(coordinatesOfItem_, nullptr)) return nullptr;
     if (valuesShown_.size() != values_.size() && !valuesShown_.resize(values_.size(), 0)) return nullptr;
@@ -63,7 +63,7 @@ class ZQKernelItems {
     return true;
   }
 
-  /// Gives each item more coordinates, which are 0. From the last item on, since the items move up.
+  /// Adds coordinates of value 0 to each item. Starts with the last item, since the items move up in the array.
   void widen(int coordinates) {
     for (int i = roomInItems_ - 1; i >= 0; --i) {
       for (int k = coordinates - 1; k >= 0; --k) values_[i * coordinates + k] = k < coordinatesOfItem_ ? at(i, k) : 0;

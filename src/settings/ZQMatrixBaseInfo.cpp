@@ -131,7 +131,7 @@ void ZQMatrixBaseInfo::setMaximalMatrixIndex(int index) {
   }
 }
 
-// The bound rises by one at every dimension in use, so deep matrices ask for a little more than their largest index.
+// The bound rises by one per dimension in use, so that deep matrices require slightly more than their largest index.
 long long ZQMatrixBaseInfo::smallestLegalMaximalIndex() const {
   long long bound = minimalIndices_[0];
   for (int i = 0; i < currentDimension_ && i < minimalIndices_.count(); ++i) {
@@ -167,7 +167,7 @@ int ZQMatrixBaseInfo::reportDimensionBeyondCapacity() const {
   return 0;
 }
 
-// The factor alone would leave a very small capacity where it is.
+// The growth factor alone would not enlarge a very small capacity.
 int ZQMatrixBaseInfo::capacityForDimension(int dimIndex) const {
   if (dimIndex < internalCurrentDimension_) return internalCurrentDimension_;
   return std::min(std::max(zmatrix::grownCapacity(dimIndex), zmatrix::successorOf(dimIndex)), INT_MAX - 1);

@@ -1,6 +1,6 @@
 // The info record of a sub-matrix, base tier: identity, settings of the store, counters and working buffers. There is one per
-// matrix ID. Only the destructor is virtual; the derived records hide what they extend and call it by its qualified name. The
-// counters, checkMatrixDimension and updateMatrixIndexInfo run on each step of a write and stay inline.
+// matrix ID. Only the destructor is virtual: methods of derived records hide those that they extend, and call them by qualified
+// names. The counters, checkMatrixDimension and updateMatrixIndexInfo run on each step of a write and must stay inline.
 #pragma once
 
 #include <type_traits>
@@ -23,11 +23,11 @@ constexpr int initialKernelLength = 256;      ///< items
 constexpr int smallestTemporaryMemory = 256;  ///< integers
 constexpr int matrixInfoMagicNumber = 43112609;
 constexpr int matrixFormatVersion = 135;
-constexpr int firstVersionWithInfoType =
-    105;  ///< the first whose header has the tier and whose records have the settings of kept sequences
+/// The first file version with the tier in the header and the settings of update sequences in the records.
+constexpr int firstVersionWithInfoType = 105;
 constexpr int defaultCoordinateSize = -4;  ///< bytes of a coordinate in the update sequence; negative for signed ones
 
-/// `value` + 1, `value` - 1 and -`value` with wraparound: index limits and counters may stand at the ends of their type.
+/// `value` + 1, `value` - 1 and -`value` with wraparound: index limits and counters may be at the limits of int.
 constexpr int successorOf(int value) noexcept {
   return static_cast<int>(static_cast<unsigned>(value) + 1u);
 }
@@ -88,16 +88,17 @@ class ZQMatrixBaseInfo {
   int getUpdateInfoSize() const { return updateInfoSize_; }
   void setUpdateInfoSize(int value) { updateInfoSize_ = value; }
 
-  /// True while nothing was ever written here, or all of it is gone.
+  /// True if the sub-matrix has no elements.
   bool isEmpty() const { return numberOfWriteElements_ == 0 && numberOfMatrixElements_ == 0; }
 
-  // Guarded setters: a refusal prints at level 0 and keeps the old value; storing the current value never prints.
+  // Setters that check their value: a refusal prints at level 0 and keeps the old value; setting the current value prints
+  // nothing.
   void setMatrixType(int value);
-  /// Forces the coordinate dimension to 1, 2 or 4. The old value is still in force while that is tried.
+  /// Also sets the coordinate dimension to 1, 2 or 4, but setCoordinateDimension refuses that while allowLargeIndices is above 0.
   void setAllowLargeIndices(int value);
   void setCoordinateDimension(int dimension);
   void setMaxDimOfMatrix(int dimension);
-  /// Resets the limits seen so far, even on a matrix that holds something.
+  /// Also resets the index limits, even of a matrix that isn't empty.
   void setMaximalMatrixIndex(int index);
   /// The signed byte width of a coordinate in the update sequence. 1 if stored, 0 if refused.
   int setSizeOfCoordDimension(int dimension, int size);
@@ -115,11 +116,12 @@ class ZQMatrixBaseInfo {
     numberOfWriteCounts_ = static_cast<int>(static_cast<unsigned>(numberOfWriteCounts_) + static_cast<unsigned>(count));
   }
 
-  /// Makes the per-dimension arrays reach dimIndex and raises currentDimension. 0 at maxDimOfMatrix and beyond, else 1.
+  /// Grows the per-dimension arrays to include dimIndex and raises currentDimension. 0 from maxDimOfMatrix on, or if memory has
+  /// run out, else 1.
   int checkMatrixDimension(int dimIndex) {
     return dimIndex < currentDimension_ && dimIndex < maxDimOfMatrix_ ? 1 : enterMatrixDimension(dimIndex);
   }
-  /// Widens the limits seen in a dimension to include the index.
+  /// Widens the index limits of a dimension to include the index.
   int updateMatrixIndexInfo(int dimIndex, int index) {
     if (static_cast<unsigned>(dimIndex) >= static_cast<unsigned>(maximalIndices_.count())) return reportDimensionBeyondCapacity();
     widenMatrixIndexInfo(dimIndex, index);
@@ -130,41 +132,41 @@ class ZQMatrixBaseInfo {
     return 1;
   }
 
-  /// Forgets the limits seen in every dimension.
+  /// Resets the index limits of all dimensions.
   void _resetIndexLimits();
-  /// Makes the index limits of this many dimensions; the other per-dimension arrays keep their room.
+  /// Resizes the arrays of index limits; the other per-dimension arrays keep their size.
   void _resizeIndexLimits(int capacity);
 
-  // The arrays stay the record's. Each is valid until the record grows or is initialised anew.
+  // The record owns these arrays. They are valid until it grows or is initialised again.
   int* getSizeOfCoordinateDimensions() { return sizeOfCoordinateDimensions_.data(); }
   int* getMinimalIndices() { return minimalIndices_.data(); }
   int* getMaximalIndices() { return maximalIndices_.data(); }
   int* getMinimalIndicesInDimension(int* numberOfDimensions) { return dimensionArray(minimalIndices_, numberOfDimensions); }
   int* getMaximalIndicesInDimension(int* numberOfDimensions) { return dimensionArray(maximalIndices_, numberOfDimensions); }
-  /// Positions of the last walk: room for the root and getRoomOfMatrixPtr() steps below it.
+  /// The path of the last walk: the root's position, then the begin of each field, for up to getRoomOfMatrixPtr() steps.
   int* getMatrixPtr() { return matrixPtr_.data(); }
   int getRoomOfMatrixPtr() const { return matrixPtr_.count() - 1; }
   /// Makes room for a walk of at least this many steps. False, and nothing changed, if memory has run out.
   [[nodiscard]] bool growMatrixPtr(int numberOfSteps);
-  /// One item read out of the matrix; the next read overwrites it.
+  /// The item that was read out last.
   int* getTemporaryMemory() { return temporaryMemory_.data(); }
   int* _getTemporaryMemory() { return temporaryMemory_.data(); }
-  /// How many integers may be read from `item` on: up to the end of the temporary memory if it lies there, else INT_MAX, since
-  /// the length of a caller's array is not known here.
+  /// The number of integers from `item` to the end of the temporary memory; INT_MAX if `item` doesn't lie in it, since the length
+  /// of a caller's array is unknown.
   int readableFrom(const int* item) const;
-  /// Makes the temporary memory hold at least this many integers. Null if there is no room.
+  /// The temporary memory, grown to at least this many integers. Null if memory has run out.
   [[nodiscard]] int* provideTemporaryMemory(int length);
 
-  /// A flat copy of the record's values, zeroed and filled anew at each call; the record keeps it. Null if memory has run out.
+  /// A flat copy of the record's values, owned by the record and overwritten by the next call. Null if memory has run out.
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
   void releaseMemoryGlobalMatrixInfoParameters();
 
   void printMatrixInfo();
 
-  /// Writes the record as it stands in a matrix file.
+  /// Writes the record to a matrix file.
   void writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence);
-  /// Reads the record from a matrix file: 1. For an illegal or truncated record -1, and the record is empty but for its
-  /// updateInfoType, which keeps the file's value.
+  /// Reads the record from a matrix file: 1. For an illegal or truncated record -1; then the record is empty, but has the file's
+  /// updateInfoType.
   int readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence);
 
  protected:
@@ -172,13 +174,13 @@ class ZQMatrixBaseInfo {
   void describeBasePart(Fields& fields);
   bool readBasePart(zmatrix::ZQFieldReader& fields);
   bool hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const;
-  /// One entry a dimension behind a flag; `unused` fills the entries that no dimension has yet.
+  /// A flag and, if it is 1, one entry per dimension; `unused` fills the entries of dimensions not in use.
   template <class Fields>
   void describeDimensions(Fields& fields, zmatrix::ZQArray<int>& array, int unused);
-  /// Writes the parts of a tier's record, each described by its own function.
+  /// Writes the parts of a tier's record, with a describing function for each.
   template <class... Parts>
   void writeParts(zmatrix::ZQFileWriter& file, Parts... describePart);
-  /// After a failed read: empties the record but for the file's type.
+  /// After a failed read: empties the record, but keeps the file's updateInfoType. Returns -1.
   template <class Info>
   static int refuseRecord(Info& info, int id);
 
@@ -186,7 +188,7 @@ class ZQMatrixBaseInfo {
   /// The capacity that the per-dimension arrays need for dimIndex.
   int capacityForDimension(int dimIndex) const;
   void refuseOnFilledMatrix(const char* setter) const;
-  /// Shared by the setters of flags: stores 0 and 1, refuses the rest in the name of `label`.
+  /// Stores 0 and 1, and refuses other values with a message that begins with `label`.
   void storeFlag(int& field, int value, const char* label);
   void storeIfEmpty(int& field, int value, const char* setter);
   void storeFlagWithWarning(int& field, int value, const char* setter);
@@ -197,8 +199,8 @@ class ZQMatrixBaseInfo {
     return array.data();
   }
 
-  int updateInfoSize_ = 0;  ///< bytes of this record on disk, once it was written
-  // The fields. Defaults, file format and everything else about them stand in the rows of ZQMatrixFields.cpp.
+  int updateInfoSize_ = 0;  ///< size field of the record in a file, as it was last read or written
+  // The fields. Their defaults, file format and other properties are rows of ZQMatrixFields.cpp.
   int magicNumber_ = 0;
   int updateInfoType_ = 0;
   unsigned int timeStamp_ = 0;

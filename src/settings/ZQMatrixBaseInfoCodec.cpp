@@ -1,4 +1,4 @@
-// The base part of an info record in a matrix file, and the arrays that its numbers ask for.
+// The codec of the base part of an info record, and the allocation of the arrays whose sizes it holds.
 #include <algorithm>
 #include <cstdlib>
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr long long arraysOfDimensions = 6;  ///< of all tiers: what a dimension costs in ints
+constexpr long long arraysOfDimensions = 6;  ///< in the full tier's record: each has an int per dimension
 
 bool isCoordinateSize(int size) {
   const long long width = std::llabs(static_cast<long long>(size));
@@ -53,7 +53,7 @@ void ZQMatrixBaseInfo::describeCoordinateSizes(Fields& fields) {
   }
 }
 
-// A stored capacity is raised to what is in use, and lowered to that if a file of this size can't have asked for it.
+// A stored capacity is raised to the dimensions in use, and reduced to them if it is too large for a file of this size.
 bool ZQMatrixBaseInfo::makeDimensionArrays(zmatrix::ZQFileReader& file) {
   constexpr long long bytesOfDimension = arraysOfDimensions * static_cast<long long>(sizeof(int));
   internalCurrentDimension_ = std::min(std::max(internalCurrentDimension_, currentDimension_), INT_MAX - 1);
@@ -78,9 +78,8 @@ bool ZQMatrixBaseInfo::readBasePart(zmatrix::ZQFieldReader& fields) {
   return true;
 }
 
-// The names of many files, or very long paths, make a record larger than the limit. In front of the elements such a record is
-// accepted if its size is what its writer must have stored, since without it all elements would be lost; the history ends with
-// it.
+// The names of many files, or very long paths, make a record larger than the limit. Before the elements such a record is accepted
+// if its stored size is right, since all elements would be lost with it. In the history it ends the reading.
 bool ZQMatrixBaseInfo::hasLegalSize(const zmatrix::ZQFieldReader& fields, int withSequence) const {
   const auto size = static_cast<unsigned>(updateInfoSize_);
   return size <= zmatrix::largestUpdateInfoSize || (withSequence == 0 && size == fields.getSumOfLengths());

@@ -1,8 +1,8 @@
-// The numbers that settings are made of. They are saved, printed and passed across the boundary as plain ints, so each has its
-// explicit number; a field of such a type may hold any other int as well.
+// Enumerations of the values of settings. They are saved, printed and passed to hosts as plain ints, so each has an explicit
+// number; a field of such a type may hold any other int as well.
 #pragma once
 
-/// What a sub-matrix holds: `matrixType`.
+/// The kind of data in a sub-matrix: `matrixType`.
 enum ZQMatrixType : int {
   ZQMatrixTypeUndefined = 0,
   ZQMatrixTypeMIDINoteAndQuanta = 1,     ///< note and time pairs
@@ -31,7 +31,7 @@ enum ZQMidiSubType : int {
   ZQMidiSubTypeMultiChannel = 4
 };
 
-/// Families of General MIDI programs. 9 has no name and is never produced.
+/// Families of General MIDI programs. 9 is not used.
 enum ZQMatrixSoundID : int {
   ZQMatrixSoundUndefined = 0,
   ZQMatrixSoundPiano = 1,
@@ -50,10 +50,10 @@ enum ZQMatrixSoundID : int {
   ZQMatrixSoundEffects = 15
 };
 
-/// Carried, saved, printed and compared. Only 0 has a meaning here: not set.
+/// Saved, printed and compared; the library gives a meaning to 0 only: not set.
 enum ZQMatrixMusicStyle : int { ZQMatrixMusicStyleUndefined = 0 };
 
-/// How a fed sequence is recoded before it is learned; 1 to 999 are differences of that order.
+/// How a sequence is recoded before it is learned; 1 to 999 are differences of that order.
 enum ZQPreProcessingType : int {
   ZQPreProcessingTypeNone = 0,
   ZQPreProcessingTypeHighestDifference = 999,

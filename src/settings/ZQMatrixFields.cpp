@@ -1,5 +1,5 @@
-// The fields of the info records, a row each. A new setting is a member with getter and setter in its record, a row here, and its
-// documentation in the lists of the C interface; docs/architecture.md tells where.
+// The rows of the fields of the info records. A new setting needs a member with getter and setter in its record, a row here, and
+// its documentation in the lists of the C interface: see docs/architecture.md.
 #include "settings/ZQMatrixFields.h"
 
 #include <algorithm>
@@ -9,9 +9,9 @@
 
 namespace zmatrix {
 
-constexpr int largestUpdateInfoType = 100;  ///< in a file; a record with a larger one is not read
+constexpr int largestUpdateInfoType = 100;  ///< in a file; a record with a larger one is illegal
 
-// --- what a row says
+// --- builders
 
 constexpr FieldRow FieldRow::since(int version) const {
   FieldRow row = *this;
@@ -26,7 +26,7 @@ constexpr FieldRow FieldRow::printed(const char* labelInPrintout, const char* en
   return row;
 }
 
-/// Other values make a record illegal.
+/// A value outside the range makes a record illegal.
 constexpr FieldRow FieldRow::fromFile(long long lowest, long long highest, const char* refusalText) const {
   FieldRow row = *this;
   row.lowestInFile = lowest;
@@ -67,7 +67,7 @@ constexpr FieldRow FieldRow::profiles(int turn, int places, ProfileValues values
   return row;
 }
 
-/// Where the basic level's block gets other values than the record.
+/// For a field of which the basic level's block gets other values than the record.
 constexpr FieldRow FieldRow::profilesInBlock(ProfileValues values) const {
   FieldRow row = *this;
   row.valuesInBlock = values;
@@ -110,7 +110,7 @@ constexpr FieldRow numberCode(const char* name, NumberMember<ZQMatrixInfo> inRec
   return setting(name, inRecord, inProperties, setter, initial).since(firstVersionWithNumberCodes).inBlocks(FieldRow::numberCode);
 }
 
-/// The place of something that is no number: of the record's file alone, or of the blocks too.
+/// A row for a field that is not a number: in a record's file only (marker), or in the blocks too (textMarker).
 constexpr FieldRow marker(FieldRow::Kind kind) {
   FieldRow row;
   row.kind = kind;
@@ -143,12 +143,11 @@ constexpr CheckRule signature = from(0, 32);
 
 }  // namespace
 
-/// Has access to the records' members. Profile values and rules are those of symbols, two note pairs, triple, quadruple, text and
-/// integer series.
+/// A friend of the records, for access to their members. Lists of values and rules are in the order of Profile.
 struct FieldTable {
   using R = ZQMatrixInfo;
   using P = ZQMatrixProperties;
-  using Set = FieldRow::Setter;  // g++ 12 takes a method of a base class for a constant only where it is converted by name
+  using Set = FieldRow::Setter;  // g++ 12 accepts a base class's method as a constant only with an explicit conversion
 
   static consteval auto base() {
     return std::to_array<FieldRow>({
@@ -364,7 +363,7 @@ constexpr bool hasTurn(const FieldRow& row) {
 
 constexpr auto numberOfTurns = static_cast<size_t>(std::count_if(fields.begin(), fields.begin() + endOfMedium, hasTurn));
 
-// Each of the turns from 1 on must be taken once, else this doesn't compile.
+// Compiles only if each turn from 1 on occurs once.
 consteval std::array<const FieldRow*, numberOfTurns> inProfileOrder() {
   std::array<const FieldRow*, numberOfTurns> rows{};
   for (size_t i = 0; i < endOfMedium; ++i) {

@@ -1,7 +1,7 @@
-// All that is known of a field of the info records stands in one row: its member, name and default, the first file version that
-// has it, how it is printed, its setter, its place in the header's blocks, and what the profiles set and accept. The rows are in
-// ZQMatrixFields.cpp, in the order of the file; defaults, codec, print-outs, snapshots, copies of the blocks, profiles and their
-// checks are loops over them.
+// The table of the fields of the info records. A row holds all properties of a field: its member, name and default, the first
+// file version that has it, its print-out, its setter, its use in the header's blocks, and the values that profiles set and
+// accept. The rows are in ZQMatrixFields.cpp, in the order of the file; defaults, codec, print-outs, snapshots, copies of the
+// blocks, profiles and their checks are loops over them.
 #pragma once
 
 #include <climits>
@@ -12,7 +12,7 @@
 
 namespace zmatrix {
 
-/// The bundles of settings that there are, one per kind of data. The names are the ends of their operations' names.
+/// The profiles: bundles of settings, one per kind of data. Each name is the end of the names of its functions.
 enum class Profile : int {
   Symbols,
   MIDIElementsCDim2NoteNumberAndQuanta,
@@ -24,17 +24,18 @@ enum class Profile : int {
 };
 constexpr int numberOfProfiles = 7;
 
-/// A value for each profile, in their order.
+/// A value for each profile, in the order of the enumeration.
 struct ProfileValues {
   int of[numberOfProfiles];
   constexpr int operator[](Profile profile) const { return of[static_cast<int>(profile)]; }
 };
 constexpr int notSet = INT_MIN;
 
-/// Where a profile's value goes: sub-matrices, the basic level's block, the symbol level's block.
+/// Where a profile sets a value: in sub-matrices, the basic level's block, the symbol level's block.
 enum ProfilePlaces : int { inRecord = 1, inBlock = 2, inSymbolBlock = 4, inLevelBlocks = 3, everywhere = 7 };
 
-/// What the check of a profile accepts: a range and one further value. A breach fails the check or only prints.
+/// The values that the check of a profile accepts: a range and one further value. Another value fails the check, or only prints a
+/// message.
 struct CheckRule {
   int lowest = INT_MIN;
   int highest = INT_MAX;
@@ -44,45 +45,45 @@ struct CheckRule {
   constexpr bool accepts(int value) const { return (value >= lowest && value <= highest) || value == alternative; }
 };
 
-/// A rule for each profile, in their order.
+/// A rule for each profile, in the order of the enumeration.
 struct CheckRules {
   CheckRule of[numberOfProfiles];
   constexpr const CheckRule& operator[](Profile profile) const { return of[static_cast<int>(profile)]; }
 };
 
 struct FieldRow {
-  /// What stands at this place of the file: a number, or one of the three that are none.
+  /// The type of the field in the file: a number, or one of three that are not numbers.
   enum Kind { number, coordinateSizes, nameOfUpdateFile, midiChannelFilter };
-  /// What the header's blocks do with the field: nothing; hold and print it; save, copy and set it too; the same, but for the
-  /// symbol level, which has no number codes, and snapshots, which leave them out.
+  /// The field's use in the header's blocks: none; held and printed; also saved, copied and set; the same for a number code,
+  /// which is not copied from the symbol level's block and is missing in snapshots.
   enum UseInBlocks { none, held, saved, numberCode };
 
   using Setter = void (ZQMatrixInfo::*)(int);
 
   Kind kind = number;
   const char* name = nullptr;
-  NumberMember<ZQMatrixInfo> inRecord;  ///< of the full tier's record, which has the fields of all tiers
+  NumberMember<ZQMatrixInfo> inRecord;  ///< a member of the full tier's record, which has the fields of all tiers
   NumberMember<ZQMatrixProperties> inProperties;
-  int initial = 0;            ///< its default in records and the basic block, and its value where a file is older than the field
-  int initialForSymbols = 0;  ///< its default in the symbol level's block
-  int firstVersion = 0;       ///< of the files that have it; 0 for all
+  int initial = 0;            ///< the default in records and the basic level's block, and the value for older files without it
+  int initialForSymbols = 0;  ///< the default in the symbol level's block
+  int firstVersion = 0;       ///< the first file version that has it; 0 for all
   long long lowestInFile = LLONG_MIN;
   long long highestInFile = LLONG_MAX;
-  const char* refusal = nullptr;       ///< printed where a file has another value
-  bool isBehindChannelFilter = false;  ///< in the file of a record, not where its row stands
+  const char* refusal = nullptr;       ///< printed if a file has a value outside this range
+  bool isBehindChannelFilter = false;  ///< in a record's file it follows the channel filter, against the order of the rows
   const char* label = nullptr;         ///< in the print-out of a record
   const char* endOfLine = ": \n";
   Setter setter = nullptr;
   UseInBlocks useInBlocks = none;
-  int turnInProfiles = 0;  ///< place in the order in which profiles set and check; 0 for neither
+  int turnInProfiles = 0;  ///< from 1 on, the order in which profiles set and check the fields; 0 for neither
   int placesOfProfiles = 0;
   ProfileValues valuesOfProfiles{};
   ProfileValues valuesInBlock{};
-  const char* textOfCheck = nullptr;  ///< null where no check looks at it
+  const char* textOfCheck = nullptr;  ///< null if it isn't checked
   bool isMidiSetting = false;         ///< a failed check prints at level 1
   CheckRules rules{};
 
-  // --- what a row says, for the table
+  // --- builders: copies of a row with one property set, for the table
   constexpr FieldRow since(int version) const;
   constexpr FieldRow printed(const char* labelInPrintout, const char* end) const;
   constexpr FieldRow fromFile(long long lowest, long long highest, const char* refusalText = nullptr) const;
@@ -95,7 +96,7 @@ struct FieldRow {
   constexpr FieldRow checked(const char* text, CheckRules rulesOfProfiles) const;
   constexpr FieldRow checkedAsMidi(const char* text, CheckRule inMusic, CheckRule elsewhere) const;
 
-  // --- what the loops ask
+  // --- for the loops over the rows
   bool is(int ZQMatrixProperties::*member) const { return inProperties.asInt() != nullptr && inProperties.asInt() == member; }
   bool isSavedInBlocks() const { return useInBlocks >= saved; }
   int& valueIn(ZQMatrixProperties& block) const { return block.*inProperties.asInt(); }
@@ -106,7 +107,7 @@ struct FieldRow {
     inRecord.visit(record, [&value](const auto& field) { value = static_cast<int>(field); });
     return value;
   }
-  /// Stores through the record's setter, with its guards.
+  /// Calls the record's setter, which may refuse the value.
   template <class Record>
   void set(Record& record, int value) const {
     (record.*static_cast<void (Record::*)(int)>(setter))(value);
@@ -117,10 +118,10 @@ struct FieldRow {
 [[nodiscard]] std::span<const FieldRow> fieldsAddedBy(ZQMatrixInfoType tier) noexcept;
 /// All fields of a tier's record.
 [[nodiscard]] std::span<const FieldRow> fieldsUpTo(ZQMatrixInfoType tier) noexcept;
-/// The fields that profiles set or check, in the order in which they do, but for the one that only the full tier has.
+/// The fields that profiles set or check, in that order, without the one that only the full tier has.
 [[nodiscard]] std::span<const FieldRow* const> fieldsInProfileOrder() noexcept;
 
-/// Calls `use` with each row of the header's blocks, in their order; `highest` leaves out what only higher tiers' records have.
+/// Calls `use` with each row that the header's blocks have, in the order of the file, without rows of tiers above `highest`.
 template <class Use>
 void forEachBlockField(ZQMatrixInfoType highest, Use use) {
   for (const FieldRow& row : fieldsUpTo(highest)) {
@@ -128,7 +129,7 @@ void forEachBlockField(ZQMatrixInfoType highest, Use use) {
   }
 }
 
-/// Sets the fields of a tier to their defaults.
+/// Sets the fields that a tier adds to their defaults.
 template <class Record>
 void setToDefaults(Record& record, ZQMatrixInfoType tier) {
   for (const FieldRow& row : fieldsAddedBy(tier)) {
@@ -136,7 +137,7 @@ void setToDefaults(Record& record, ZQMatrixInfoType tier) {
   }
 }
 
-/// Sets the fields of a tier to -1: what a record that is of no use any more has.
+/// Sets the fields that a tier adds to -1, as for a released record.
 template <class Record>
 void setToUnusable(Record& record, ZQMatrixInfoType tier) {
   for (const FieldRow& row : fieldsAddedBy(tier)) {
@@ -144,7 +145,7 @@ void setToUnusable(Record& record, ZQMatrixInfoType tier) {
   }
 }
 
-/// Copies the fields of a tier into a snapshot.
+/// Copies the fields that a tier adds into a snapshot.
 template <class Record>
 void copyToSnapshot(Record& record, ZQMatrixInfoType tier, ZQMatrixProperties& snapshot) {
   for (const FieldRow& row : fieldsAddedBy(tier)) {

@@ -1,6 +1,6 @@
-// What applies to a whole matrix object and its file rather than to one sub-matrix: limits of the block, the random generators,
-// the debug settings, the stop flags, and two blocks of global parameters that new sub-matrices of the basic and of the symbol
-// level are set up from. Global setters store what they are given; the profiles' checks find what makes no sense.
+// The header of a matrix and of its file: limits of the block, random generators, debug settings, stop flags, and two blocks of
+// global parameters, from which new sub-matrices of the basic and of the symbol level are set up. Setters of global parameters
+// accept any value; the profiles' checks find illegal ones.
 #pragma once
 
 #include <cstdio>
@@ -16,23 +16,24 @@
 
 namespace zmatrix {
 
-/// The largest offset of a history that the header can hold: that of an int, unless a test lowers it.
+/// The largest offset of a history that the header can hold: INT_MAX, unless a test lowers it.
 extern long long largestOffsetToUpdateInfos;
 
 constexpr char matrixFileType[] = "zmatrix";
 constexpr int initialNumberOfMatrices = 4;
-constexpr int largestNumberOfMatrices = 65536;  ///< each takes some kilobytes before it holds anything
+constexpr int largestNumberOfMatrices = 65536;  ///< an empty sub-matrix takes some kilobytes
 constexpr int initialBlockSize = 64000;         ///< slots
 constexpr int largestBlockSize = 134217728;     ///< slots: a gigabyte of pointers
 
-/// Copies at most `capacity` - 1 characters and fills the rest with zeros. A null text leaves the field as it is.
+/// Copies at most `capacity` - 1 characters and fills the rest with zeros. Null changes nothing.
 void storeText(char* field, int capacity, const char* text);
-/// Copies at most `capacity` characters and fills the rest with zeros: a text that fills the field stays unterminated.
+/// Copies at most `capacity` characters and fills the rest with zeros: a text that fills the field has no terminator. Null
+/// changes nothing.
 void storeUnterminatedText(char* field, int capacity, const char* text);
 
-/// Keeps at most 256 characters.
+/// Stores at most 256 characters.
 void storeNameOfUpdateFile(ZQMatrixProperties& block, const char* name);
-/// Stores 16 bytes, unless null.
+/// Stores 16 bytes; null changes nothing.
 void storeMidiChannelFilter(ZQMatrixProperties& block, const char* channels);
 
 /// The defaults of the basic level's and of the symbol level's block.
@@ -72,7 +73,8 @@ class ZQMatrixFileHeader {
   char* getMatrixDebugDirectory() { return matrixDebugDirectory_; }
   /// Empties the directory without a test of write access.
   void _clearMatrixDebugDirectory() { matrixDebugDirectory_[0] = 0; }
-  /// Takes the directory if a file can be made in it, else the working directory, with a warning.
+  /// Sets the directory; for an empty name or one above 247 characters, the working directory. If no file can be created in it:
+  /// the working directory, with a warning. Null changes nothing.
   void setMatrixDebugDirectory(const char* path);
 
   int getLastSoftwareVersion() const { return lastSoftwareVersion_; }
@@ -82,15 +84,16 @@ class ZQMatrixFileHeader {
   int getMaxNumberOfMatrices() const { return maxNumberOfMatrices_; }
   void _setMaxNumberOfMatrices(int value) { maxNumberOfMatrices_ = value; }
   int getNumberOfMatrices() const { return numberOfMatrices_; }
-  /// Can raise the count only, up to maxNumberOfMatrices; anything else is refused in silence.
+  /// Only raises the number, up to maxNumberOfMatrices; ignores other values.
   void setNumberOfMatrices(int number);
   void _setNumberOfMatrices(int value) { numberOfMatrices_ = value; }
   int getMatrixAILevel() const { return matrixAiLevel_; }
-  /// Stores 0 and 1 only, in silence.
+  /// Stores 0 and 1, and ignores other values.
   void setMatrixAILevel(int level);
   int getOffsetToUpdateInfos() const { return offsetToUpdateInfos_; }
   void setOffsetToUpdateInfos(int value) { offsetToUpdateInfos_ = value; }
-  /// Where the history of the file that was read begins, which the offset, an int, can't hold for a large file; 0 if it has none.
+  /// The begin of the history in the file that was read, 0 if it has none. In a large file it exceeds offsetToUpdateInfos, an
+  /// int.
   void setPositionOfUpdateInfos(long long position) { positionOfUpdateInfos_ = position; }
   int getMatrixBlockSize() const { return matrixBlockSize_; }
   void _setMatrixBlockSize(int value) { matrixBlockSize_ = value; }
@@ -105,12 +108,12 @@ class ZQMatrixFileHeader {
   void setNumberOfAppendedUpdates(int value) { numberOfAppendedUpdates_ = value; }
   void incrementNumberOfAppendedUpdates() { numberOfAppendedUpdates_ = successorOf(numberOfAppendedUpdates_); }
   int getMatrixDebugOutputDevice() const { return matrixDebugOutputDevice_; }
-  /// 0 to 3, here and for the calling thread. A negative device becomes 0, one above 3 becomes 2.
+  /// Sets the device, 0 to 3, here and for the calling thread. A negative device becomes 0, one above 3 becomes 2.
   void setMatrixDebugOutputDevice(int device);
   int getMatrixInfoType() const { return matrixInfoType_; }
   void setMatrixInfoType(int value) { matrixInfoType_ = value; }
 
-  // Each reading of a random value is a step of its generator. The types are stored and have no effect.
+  // Each call of a getter of a random value is a step of its generator. The types are stored and have no effect.
   long long getUserRandomValue() { return nextRandomValue(userRandomValue_); }
   void setUserRandomValue(long long value) { userRandomValue_ = value; }
   int getUserRandomType() const { return userRandomType_; }
@@ -124,7 +127,7 @@ class ZQMatrixFileHeader {
   ZQMatrixProperties* getGlobalSymbolMatrixProperties() { return &globalSymbolParameters_; }
   char* getGlobalNamesOfUpdateFiles() { return globalParameters_.namesOfUpdateFiles; }
 
-  // The texts of the two blocks. Their numbers are read and changed in place.
+  // The texts of the two blocks. Their numbers are accessed directly.
   char* getGlobalNameOfUpdateFile() { return globalParameters_.nameOfUpdateFile; }
   void setGlobalNameOfUpdateFile(const char* text) { storeNameOfUpdateFile(globalParameters_, text); }
   char* getGlobalMidiChannelFilterArray() { return globalParameters_.midiChannelFilter; }
@@ -141,7 +144,7 @@ class ZQMatrixFileHeader {
     if (id >= 0 && id < stopFlags_.count()) stopFlags_[id] = value;
   }
   void clearStopFlags() { stopFlags_.fillFrom(0, 0); }
-  /// Makes as many flags; the old ones keep their values. False, and nothing changed, if memory has run out.
+  /// Sets the number of flags; existing flags keep their values. False, and nothing changed, if memory has run out.
   [[nodiscard]] bool resizeStopFlags(int numberOfFlags) { return stopFlags_.resize(numberOfFlags, 0); }
 
   FILE* getFpUpdateInfos() { return fpUpdateInfos_; }
@@ -150,28 +153,28 @@ class ZQMatrixFileHeader {
   void setFpUpdateInfosFileName(const char* name) { storeText(fpUpdateInfosFileName_, sizeof fpUpdateInfosFileName_, name); }
   /// 1 while there is a stream of older update records, else 0.
   int matrixHasBeenRead() const { return fpUpdateInfos_ != nullptr ? 1 : 0; }
-  /// Closes that stream, removes its file if it has a name, and forgets both.
+  /// Closes that stream, and removes its file if it has a name.
   void closeAndRemoveUpdateInfos();
 
   // --- the matrix file
-  /// Writes header and global blocks. The file position of offsetToUpdateInfos, to be patched when it is known.
+  /// Writes header and global blocks. Returns the file position of offsetToUpdateInfos, which the save overwrites later.
   long long writeFileHeader(ZQFileWriter& file);
-  /// 1; -1, with a message, for a file that is none. The fields are overwritten in any case.
+  /// 1; -1, with a message, for a file that is not a valid matrix file. The fields are overwritten in both cases.
   int readFileHeader(ZQFileReader& file);
-  /// The tier that a file was written by: 0 to 2; -1 for a bad file, -2 if it can't be opened.
+  /// The tier of a matrix file: 0 to 2; -1 if it is not a valid matrix file, -2 if it can't be opened.
   int getMatrixInfoTypeFromFile(const char* path);
   /// Loads the history of the file that the matrix was read from; `count` gets the number of its records.
   void readMatrixUpdateInfos(int* count);
-  /// A loaded record, which stays the header's, or null with a message.
+  /// A loaded record, owned by the header, or null with a message.
   ZQMatrixBaseInfo* getMatrixUpdateInfo(int index);
-  /// Frees the update records that were loaded, if any.
+  /// Deletes the loaded update records.
   void deleteMatrixUpdateInfos();
 
   void printMatrixFileHeader();
 
  private:
-  /// A number of the header: its label in the print-out, its first value, and the first file version that has it, 0 for all. In
-  /// files without it it is notKnown.
+  /// A number of the header: its label in the print-out, its initial value, and the first file version that has it, 0 for all.
+  /// After an older file is read, the number is notKnown.
   struct NumberRow {
     const char* label;
     NumberMember<ZQMatrixFileHeader> member;
@@ -186,7 +189,8 @@ class ZQMatrixFileHeader {
   long long describe(Fields& fields);
   int scanUpdateInfos(ZQFileReader& file);
   void loadUpdateInfos(ZQFileReader& file, int count);
-  /// As a record of the file's tier.
+  void reportUnusualNumbers() const;
+  /// Reads a record as one of the tier in matrixInfoType.
   int readUpdateInfo(ZQMatrixInfo& record, ZQFileReader& file) const;
 
   char fileType_[8] = {};
@@ -217,7 +221,7 @@ class ZQMatrixFileHeader {
   FILE* fpUpdateInfos_ = nullptr;
   char fpUpdateInfosFileName_[256] = {};  ///< empty for an unnamed temporary file
   zmatrix::ZQArray<int> stopFlags_;
-  zmatrix::ZQRecordTable matrixInfos_;  ///< loaded update records, null while none are; each may be null
+  zmatrix::ZQRecordTable matrixInfos_;  ///< the loaded update records; entries may be null
 };
 
 }  // namespace zmatrix

@@ -1,4 +1,4 @@
-// The header of a matrix file with its two blocks of global parameters: 2204 bytes in the present version.
+// The codec of the header of a matrix file with its two blocks of global parameters: 2204 bytes in the current version.
 #include "file/ZQFieldCodec.h"
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixFields.h"
@@ -20,7 +20,7 @@ void describeBlock(Fields& fields, ZQMatrixProperties& block) {
     } else if (row.kind == FieldRow::midiChannelFilter) {
       fields.bytes(block.midiChannelFilter, sizeof block.midiChannelFilter);
     } else {
-      // Where a file is older than number codes the block keeps what it has.
+      // Files older than the number codes leave those of the block unchanged.
       int& value = row.valueIn(block);
       fields.number(value, row.firstVersion, row.useInBlocks == FieldRow::numberCode ? value : row.initial);
     }
@@ -77,6 +77,20 @@ int ZQMatrixFileHeader::readFileHeader(ZQFileReader& file) {
     dbPrintf(0, "ReadFileHeader: this is not a valid matrix file (illegal blockSIze or stackSize)\n");
     return -1;
   }
+  reportUnusualNumbers();
+  if (lastSoftwareVersion_ < oldestVersion) {
+    dbPrintf(0, "ReadFileHeader: cannot read matrix file with old format version: %d: %d\n", lastSoftwareVersion_, oldestVersion);
+    return -1;
+  }
+  // Closes the history of the file that was read before.
+  if (fpUpdateInfos_ != nullptr) fclose(fpUpdateInfos_);
+  fpUpdateInfos_ = nullptr;
+  fpUpdateInfosFileName_[0] = 0;
+  return 1;
+}
+
+/// These numbers don't refuse a file.
+void ZQMatrixFileHeader::reportUnusualNumbers() const {
   if (numberOfMatrices_ > initialNumberOfMatrices) {
     dbPrintf(0, "ReadFileHeader:Warning: this matrix file contains more matrices than default (%d)\n", numberOfMatrices_);
   }
@@ -92,15 +106,6 @@ int ZQMatrixFileHeader::readFileHeader(ZQFileReader& file) {
   if (numberOfAppendedUpdates_ < 0) {
     dbPrintf(0, "ReadFileHeader: illegal number of appended updates: %d\n", numberOfAppendedUpdates_);
   }
-  if (lastSoftwareVersion_ < oldestVersion) {
-    dbPrintf(0, "ReadFileHeader: cannot read matrix file with old format version: %d: %d\n", lastSoftwareVersion_, oldestVersion);
-    return -1;
-  }
-  // The records of the file read before are not this file's.
-  if (fpUpdateInfos_ != nullptr) fclose(fpUpdateInfos_);
-  fpUpdateInfos_ = nullptr;
-  fpUpdateInfosFileName_[0] = 0;
-  return 1;
 }
 
 int ZQMatrixFileHeader::getMatrixInfoTypeFromFile(const char* path) {
@@ -111,7 +116,7 @@ int ZQMatrixFileHeader::getMatrixInfoTypeFromFile(const char* path) {
   header.matrixInfoType_ = notKnown;
   header.readFileHeader(file);
   int infoType = header.matrixInfoType_;
-  if (static_cast<unsigned>(infoType) > ZQMatrixInfoTypeFull) {  // older files have it in their first record
+  if (static_cast<unsigned>(infoType) > ZQMatrixInfoTypeFull) {  // older files have the type in their first record only
     file.get<int>();
     const int magic = file.get<int>();
     infoType = file.get<int>();

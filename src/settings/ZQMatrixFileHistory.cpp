@@ -1,5 +1,5 @@
-// The history of a matrix: the update records behind the elements of the file that it was read from. They are counted by reading
-// them, since the number in the header is not reliable.
+// The history of a matrix: the update records that follow the elements in the file that it was read from. They are counted by
+// reading them, since the number in the header is not reliable.
 #include <climits>
 
 #include "file/ZQFileStream.h"
@@ -63,7 +63,7 @@ void ZQMatrixFileHeader::readMatrixUpdateInfos(int* count) {
   fclose(stream);
 }
 
-// The end of the file is only detected by a read beyond it, so a complete series ends with the message too.
+// The end of the file is only detected by a read beyond it, so that a complete history ends with the message too.
 int ZQMatrixFileHeader::scanUpdateInfos(ZQFileReader& file) {
   dbPrintf(1, "readMatrixUpdateInfos: _matrixInfos not found, scan of appended updates...\n");
   int count = 0;

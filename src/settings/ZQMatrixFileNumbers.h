@@ -1,5 +1,5 @@
-// Single numbers of a matrix file on a plain stream: 2, 4 and 8 bytes, little-endian. The result of a read or write is 1, or 0 at
-// the end of the file or on a full disk. The swaps reverse the bytes in place, for hosts that bring data of other machines.
+// Reads and writes single numbers of 2, 4 and 8 bytes, little-endian, on a stream. The result is 1, or 0 at the end of the file
+// or on a full disk. The swaps reverse the bytes in place, for hosts with data from other machines.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// The info record of a sub-matrix, full tier: adds its place among the symbol levels and the count of its symbols.
+// The info record of a sub-matrix, full tier: adds the links to the levels below and above, and the counters of symbols.
 #pragma once
 
 #include "settings/ZQMatrixMediumInfo.h"
@@ -20,11 +20,11 @@ class ZQMatrixInfo : public ZQMatrixMediumInfo {
   void setKeepSymbolsWhenRemoveOverdeterminedElements(int value) {
     storeFlag(keepSymbolsWhenRemoveOverdeterminedElements_, value, "setKeepSymbolsWhenRemoveOverdeterminedElements");
   }
-  /// The links refuse negative values, so a link that is set can be changed but not removed.
+  /// Negative values are refused: a link can be changed but not removed.
   void setCurrentMatrixIDLevelDown(int id) { storeLevelLink(currentMatrixIdLevelDown_, id, "setCurrentMatrixIDLevelDown"); }
   void setCurrentMatrixIDLevelUp(int id) { storeLevelLink(currentMatrixIdLevelUp_, id, "setCurrentMatrixIDLevelUp"); }
 
-  /// Removes a link from a file that leads to no sub-matrix.
+  /// Removes a link, for files whose link leads to no sub-matrix.
   void _cutLevelLinkDown() { currentMatrixIdLevelDown_ = -1; }
   void _cutLevelLinkUp() { currentMatrixIdLevelUp_ = -1; }
 

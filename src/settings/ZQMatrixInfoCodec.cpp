@@ -1,4 +1,5 @@
-// The full part of an info record in a matrix file. A record of a lower tier begins its symbols from 1, unlike a new one.
+// The codec of the full part of an info record. A record read from a lower tier's file numbers its symbols from 1, a new one from
+// 257.
 #include "settings/ZQMatrixInfoCodec.h"
 
 template <class Fields>

@@ -1,4 +1,4 @@
-// The parts of the record codec that the three tiers share. Each tier's part of a record follows that of the tier below.
+// The parts of the record codec that are shared by all tiers. A tier's part of a record follows that of the tier below.
 #pragma once
 
 #include "file/ZQFieldCodec.h"
@@ -9,8 +9,8 @@ namespace zmatrix {
 
 constexpr unsigned largestUpdateInfoSize = 100000;
 
-/// Writes or reads the number of a row. A read value outside the row's range makes the record illegal; only fields that determine
-/// the layout of the rest, or the length of an array, have a range.
+/// Writes or reads the number of a row. A value outside the row's range makes a record illegal; only fields that determine the
+/// layout of the record or the length of an array have a range.
 template <class Fields, class Record>
 void describeField(Fields& fields, const FieldRow& row, Record& record) {
   row.inRecord.visit(record, [&](auto& number) {
@@ -23,7 +23,7 @@ void describeField(Fields& fields, const FieldRow& row, Record& record) {
   });
 }
 
-/// A flag, and `count` ints behind it if it is 1.
+/// Writes a flag and, if it is 1, `count` ints.
 template <class Values>
 void writeFlagged(ZQFieldWriter& fields, bool isThere, long long count, Values valueAt) {
   fields.number(isThere ? 1 : 0);
@@ -32,7 +32,7 @@ void writeFlagged(ZQFieldWriter& fields, bool isThere, long long count, Values v
 
 }  // namespace zmatrix
 
-// The stored size is not the record's length: it is the sum of the lengths at the end of each tier's part.
+// The stored size is not the record's length, but the sum of its lengths at the end of each tier's part.
 template <class... Parts>
 void ZQMatrixBaseInfo::writeParts(zmatrix::ZQFileWriter& file, Parts... describePart) {
   softwareVersion_ = zmatrix::matrixFormatVersion;

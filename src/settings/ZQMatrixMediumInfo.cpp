@@ -18,7 +18,7 @@ int ZQMatrixMediumInfo::initMatrixInfo(int id) {
   return baseHasRoom && hasRoom ? 1 : 0;
 }
 
-// The arrays of a record of the base type are released by the next initMatrixInfo or by the destructor.
+// The medium arrays of a record with the base type are released by the next initMatrixInfo or by the destructor.
 void ZQMatrixMediumInfo::deInitMatrixInfo() {
   if (updateInfoType_ >= ZQMatrixInfoTypeMedium) {
     rulesInDimension_.reset();
@@ -77,13 +77,13 @@ void ZQMatrixMediumInfo::addNameOfUpdateFile(const char* name) {
   if (name == nullptr) return;
   const size_t length = strlen(name);
   const int oldLength = std::max(namesOfUpdateFiles_.count() - 1, 0);
-  // The name may lie in the array that is about to be reallocated.
+  // The name may be part of the array, which the resize below reallocates.
   const char* old = namesOfUpdateFiles_.data();
-  const bool isKeptHere =
+  const bool isInArray =
       oldLength > 0 && std::less_equal<const char*>()(old, name) && std::less<const char*>()(name, old + oldLength + 1);
-  const ptrdiff_t place = isKeptHere ? name - old : 0;
+  const ptrdiff_t offset = isInArray ? name - old : 0;
   if (!namesOfUpdateFiles_.resize(static_cast<long long>(length) + oldLength + 2, 0)) return;
-  if (isKeptHere) name = namesOfUpdateFiles_.data() + place;
+  if (isInArray) name = namesOfUpdateFiles_.data() + offset;
   char* end = namesOfUpdateFiles_.data() + oldLength;
   memcpy(end, name, length);
   end[length] = '\n';
@@ -107,7 +107,7 @@ void ZQMatrixMediumInfo::setMediumDefaults() {
   updateSequence_.reset();
 }
 
-// An internal length may be 0 while the sequence is not empty, so it alone does not tell how much room there must be.
+// An internal length may be 0 although the sequence is not empty, so that the larger of both lengths is allocated.
 bool ZQMatrixMediumInfo::makeKernelItems(int dimension) {
   const int originalLength =
       std::max({internalLengthOfKernelOriginalSequence_, lengthOfKernelOriginalSequence_, zmatrix::initialKernelLength});
@@ -119,7 +119,8 @@ bool ZQMatrixMediumInfo::makeKernelItems(int dimension) {
          kernelPreProcessedSequence_.assign(dimension, preProcessedLength);
 }
 
-// The own arrays grow first: the base raises currentDimension, which the fast path relies on.
+// The medium arrays grow first: afterwards the base raises currentDimension, up to which the inline path of checkMatrixDimension
+// assumes them to reach.
 int ZQMatrixMediumInfo::enterMediumMatrixDimension(int dimIndex) {
   if (dimIndex < maxDimOfMatrix_ && dimIndex >= writeElementsInDimension_.count()) {
     const int capacity = capacityForDimension(dimIndex);

@@ -1,5 +1,5 @@
-// The info record of a sub-matrix, medium tier: adds what learning and continuing sequences needs, its settings and counters, the
-// kernel sequence (the present context of a continuation) and the packed sequence of the last feed.
+// The info record of a sub-matrix, medium tier: adds settings and counters of learning and continuing sequences, the kernel (the
+// current context of a continuation) and the packed sequence of the last update.
 #pragma once
 
 #include "settings/ZQKernelItems.h"
@@ -12,10 +12,10 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   ~ZQMatrixMediumInfo() override = default;
 
   int initMatrixInfo(int id);
-  /// As the base does; midiSoundID and musicStyle end as 0. A record that is only of the base type is only deinitialised as such.
+  /// As the base does, but sets midiSoundID and musicStyle to 0. A record with the base type only releases its base part.
   void deInitMatrixInfo();
 
-  // Setters that refuse print at level 0 and keep the old value. The others store what they are given.
+  // A setter that refuses a value prints at level 0 and keeps the old one. Setters without a check store any value.
   int getUpdateIndex() const { return updateIndex_; }
   int getTotalLengthOfAllUpdateSequences() const { return totalLengthOfAllUpdateSequences_; }
   int getLengthOfUpdateSequence() const { return lengthOfUpdateSequence_; }
@@ -121,15 +121,15 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
 
   /// Each call is a step of the successor generator.
   long long getSuccessorRandomValue() { return zmatrix::nextRandomValue(successorRandomValue_); }
-  /// The same as a fraction from 0 to 1.
+  /// A step of the successor generator, as a fraction from 0 to 1.
   double drawSuccessorFraction() { return static_cast<double>(getSuccessorRandomValue()) / zmatrix::largestRandomValue; }
   long long getActualSuccessorRandomValue() const { return successorRandomValue_; }
   void setSuccessorRandomValue(long long value) { successorRandomValue_ = value; }
 
   char* getNameOfUpdateFile() { return nameOfUpdateFile_; }
-  /// Keeps at most 256 characters.
+  /// Stores at most 256 characters.
   void setNameOfUpdateFile(const char* name);
-  /// All names so far, one per line, or null.
+  /// All names added so far, one per line, or null.
   char* getNamesOfUpdateFiles() { return namesOfUpdateFiles_.data(); }
   void addNameOfUpdateFile(const char* name);
   char* getMidiChannelFilterArray() { return midiChannelFilter_; }
@@ -151,7 +151,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   void incrementNumberOfStartElements() { numberOfStartElements_ = zmatrix::successorOf(numberOfStartElements_); }
   void decrementNumberOfStartElements() { numberOfStartElements_ = zmatrix::predecessorOf(numberOfStartElements_); }
 
-  /// Drops the kernel arrays for new ones of zeros, even if the dimension is then refused.
+  /// Replaces the kernel by zeros, even if the dimension is then refused.
   void setCoordinateDimension(int dimension);
   int checkMatrixDimension(int dimIndex) {
     return dimIndex < currentDimension_ && dimIndex < maxDimOfMatrix_ ? 1 : enterMediumMatrixDimension(dimIndex);
@@ -162,16 +162,16 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return dimensionArray(writeElementsInDimension_, numberOfDimensions);
   }
 
-  // The kernel as its getters show it: a copy, a row a coordinate, each at least 256 items long. Null without memory. A copy
-  // holds until the next call.
+  // Copies of the kernel for hosts, a row per coordinate, each at least 256 items long. Valid until the next call; null if memory
+  // has run out.
   int** getKernelOriginalSequence() { return kernelRows(kernelOriginalSequence_); }
   int** getKernelOriginalSequenceInitialValues() { return kernelRows(kernelOriginalSequenceInitialValues_); }
   int** getKernelPreProcessedSequence() { return kernelRows(kernelPreProcessedSequence_); }
-  // The kernel itself, item after item. The items behind the length keep what they were.
+  // The kernel itself, item after item.
   const int* getKernelOriginalItems() const { return kernelOriginalSequence_.data(); }
   const int* getKernelPreProcessedItems() const { return kernelPreProcessedSequence_.data(); }
-  /// Room for `length` items of the original kernel and its initial values, or of the preprocessed kernel; the internal lengths
-  /// are the caller's to set. False without memory.
+  /// Makes room for `length` items of the original kernel and its initial values, or of the preprocessed kernel; the caller sets
+  /// the internal lengths. False if memory has run out.
   bool provideKernelOriginal(int length) {
     length = length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength;
     return kernelOriginalSequence_.provide(coordinateDimension_, length) &&
@@ -181,25 +181,25 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
     return kernelPreProcessedSequence_.provide(coordinateDimension_,
                                                length > zmatrix::initialKernelLength ? length : zmatrix::initialKernelLength);
   }
-  /// Each takes `length` items over, which may lie in the kernel. False, and nothing changed, without memory.
+  /// Each copies `length` items, which may lie in the kernel. False, and nothing changed, if memory has run out.
   bool storeKernelOriginal(const int* items, int length);
   bool storeKernelInitialValues(const int* items, int length);
   bool storeKernelPreProcessed(const int* items, int length);
-  /// Where an item behind the first `length` ones would stand, which does not make it part of the kernel; null without memory.
-  /// The preprocessed kernel then has the room that it grows to with that item.
+  /// The address for an item behind the first `length` ones; the kernel's length is unchanged. Null if memory has run out. The
+  /// preprocessed kernel gets the capacity that it grows to for that item.
   int* roomBehindKernelOriginal(int length);
   int* roomBehindKernelPreProcessed(int length);
 
-  /// Whether the preprocessed kernel is all that preprocessing the original kernel gives. Any change of the kernel, or of a
-  /// setting that preprocessing goes by, makes it unknown, which is false.
+  /// True if the preprocessed kernel is known to be the complete result of preprocessing the original kernel. A change of the
+  /// kernel, or of a setting that preprocessing depends on, makes it false.
   bool kernelFacesAgree() const { return facesThatAgree_ == currentFaces(); }
   void noteThatKernelFacesAgree() { facesThatAgree_ = currentFaces(); }
 
-  /// Sets the kernel back to the root, and the original sequence to its initial values or to default items. Result: the number of
-  /// items in the original sequence.
+  /// Resets the kernel to the root of sub-matrix `id`, and the original sequence to its initial values or to default items.
+  /// Returns the number of items in the original sequence.
   int resetKernelSequence(int id, int resetInitialValues);
 
-  // Copies of the kernel, made with systemMalloc for the caller to free: flat arrays, null if empty, or one block of item
+  // Copies of the kernel, which the caller releases through systemFree: flat arrays, null if empty, or one allocation of item
   // pointers and items.
   int* getKernelOriginalSequenceFlatIndexVector(int* length, int* dimension);
   int* getKernelOriginalSequenceInitialValuesFlatIndexVector(int* length, int* dimension);
@@ -207,13 +207,12 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   int** createKernelOriginalSequenceObjexVector(int* count, int* dimension);
   int** createKernelOriginalSequenceInitialValuesObjexVector(int* count, int* dimension);
   int** createKernelPreprocessedSequenceObjexVector(int* count, int* dimension);
-  /// The preprocessed rows themselves, with a note at level 8.
+  /// As getKernelPreProcessedSequence, with a message at level 8.
   int** getKernelSequenceObjectVector(int* count, int* dimension);
-  /// Does nothing but print a note at level 8; 0.
+  /// Only prints a message at level 8; 0.
   int initializeKernelSequenceWithObjectOriginalSequence(int** items, int count);
 
-  /// Packs the items just fed, `length` integers, at the smallest width that holds each coordinate; four rows of line feeds
-  /// follow.
+  /// Packs the learned items, `length` integers, with the smallest width for each coordinate, and adds four rows of line feeds.
   void generateUpdateInfoSequence(const int* sequence, int length);
   char* getUpdateSequence() { return updateSequence_.data(); }
   int getNumberOfUpdateSequenceBytes() const { return updateSequence_.count(); }
@@ -221,7 +220,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   ZQMatrixProperties* getGlobalMatrixInfoParameters();
   void printMatrixInfo();
 
-  /// As the base does. With withSequence 1 the packed sequence of the last feed is part of the record.
+  /// As in the base. With withSequence 1 the record includes the packed sequence of the last update.
   void writeUpdateInfo(zmatrix::ZQFileWriter& file, int withSequence);
   int readUpdateInfo(zmatrix::ZQFileReader& file, int withSequence);
 
@@ -280,20 +279,20 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
   int gocronPowValue_ = 0;
   int gocronQValue_ = 0;
   static constexpr int nameCapacity = 256;
-  char nameOfUpdateFile_[nameCapacity + 1] = {};  ///< the byte behind a name of full length stays 0
+  char nameOfUpdateFile_[nameCapacity + 1] = {};  ///< the last byte is always 0
   char midiChannelFilter_[16] = {};
   zmatrix::ZQArray<int> rulesInDimension_;
   zmatrix::ZQArray<int> uniqueRulesInDimension_;
   zmatrix::ZQArray<int> writeElementsInDimension_;
   zmatrix::ZQKernelItems kernelOriginalSequence_;
   zmatrix::ZQKernelItems kernelPreProcessedSequence_;
-  zmatrix::ZQArray<char> updateSequence_;  ///< rows of one item each, packed
+  zmatrix::ZQArray<char> updateSequence_;  ///< packed rows, one per item
   zmatrix::ZQKernelItems kernelOriginalSequenceInitialValues_;
-  int hasBeenChanged_ = 0;  ///< 1 after an update since the last load
+  int hasBeenChanged_ = 0;  ///< 1 after an update; neither a save nor the load of a medium record resets it
   zmatrix::ZQArray<char> namesOfUpdateFiles_;
 
  private:
-  /// What decides whether the faces of the kernel agree, besides their items.
+  /// The settings and lengths on which the agreement of original and preprocessed kernel depends.
   struct KernelFaces {
     int preProcessingType, coordinateDimension, midiTimeSignatureNom, midiTimeSignatureDenom, lengthOfOriginal,
         lengthOfPreProcessed;
@@ -340,7 +339,7 @@ class ZQMatrixMediumInfo : public ZQMatrixBaseInfo {
 
 namespace zmatrix {
 
-/// How many original items the inverse of a preprocessing must be given before the first preprocessed item.
+/// The number of original items that the inverse of a preprocessing needs before the first preprocessed item.
 [[nodiscard]] int numberOfItemsToRestore(int preProcessingType);
 
 }  // namespace zmatrix

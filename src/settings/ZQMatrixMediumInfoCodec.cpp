@@ -1,5 +1,5 @@
-// The medium part of an info record in a matrix file: its fields, the counts by dimension, the kernel, the names of the files fed
-// and the packed sequence of the last feed.
+// The codec of the medium part of an info record: its fields, the counts per dimension, the kernel, the names of the files
+// learned and the packed sequence of the last update.
 #include <algorithm>
 #include <cstdlib>
 
@@ -50,7 +50,7 @@ void ZQMatrixMediumInfo::describeMediumPart(Fields& fields, int withSequence) {
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldWriter&, int);
 template void ZQMatrixMediumInfo::describeMediumPart(zmatrix::ZQFieldReader&, int);
 
-// Coordinate by coordinate. A length without a sequence is set to 0.
+// In the file the items are ordered by coordinate. A length without items is set to 0.
 template <class Fields>
 void ZQMatrixMediumInfo::describeKernel(Fields& fields, zmatrix::ZQKernelItems& items, int& length) {
   const long long numberOfValues = static_cast<long long>(length) * coordinateDimension_;
@@ -109,8 +109,8 @@ void ZQMatrixMediumInfo::describeUpdateSequence(Fields& fields, int withSequence
   fields.bytes(updateSequence_.data(), static_cast<size_t>(bytesOfSequence));
 }
 
-// Capacities that a file gives are kept as numbers and repaired as such. The kernel gets only the room that its sequences need: a
-// record that holds none gets it on demand.
+// The internal lengths of a file are kept as numbers, and raised if they are too small. The kernel's memory doesn't depend on
+// them: it is allocated when a sequence is read or set.
 bool ZQMatrixMediumInfo::makeMediumArrays(zmatrix::ZQFileReader& file) {
   const int originalNeeded = zmatrix::grownCapacity(lengthOfKernelOriginalSequence_);
   if (internalLengthOfKernelOriginalSequence_ < originalNeeded) {

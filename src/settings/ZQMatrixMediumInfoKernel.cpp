@@ -1,6 +1,5 @@
-// The kernel operations of the medium record: its items, the reset to the initial values and the copies for callers. The fields'
-// lengths count items. The internal lengths follow their own rules and may say less than there is room for; room never shrinks,
-// so nothing here depends on them.
+// The kernel operations of the medium record: storing items, the reset to initial values and the copies for callers. Lengths
+// count items. The fields for internal lengths may differ from the allocated memory, and nothing here depends on them.
 #include <algorithm>
 #include <climits>
 #include <cstring>
@@ -19,11 +18,11 @@ namespace {
 constexpr int largestDefaultItem = 4;
 
 struct DefaultItem {
-  int numberOfCoordinates;  ///< that are written; -1 for all, with 0
+  int numberOfCoordinates;  ///< the number that is written; -1 for all, with 0
   int coordinates[largestDefaultItem];
 };
 
-// By matrix type: the item that a continuation without a start begins with. For text the rows stay as they are.
+// By matrix type: the item with which a continuation without a start begins. For text the kernel's items are left as they are.
 constexpr DefaultItem defaultItems[] = {{-1, {}}, {2, {65, 0}}, {-1, {}}, {0, {}}, {3, {65, 0, 3072}}, {4, {65, 0, 3072, 0}}};
 constexpr DefaultItem noDefaultItem = {0, {}};
 

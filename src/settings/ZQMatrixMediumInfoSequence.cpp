@@ -1,5 +1,5 @@
-// How the medium record packs the items of a feed: rows of one item, each coordinate with its own width, low byte first. A
-// negative width means a signed coordinate.
+// Packing of the learned items in the medium record: a row per item, each coordinate with its own width in bytes, little-endian.
+// A negative width marks a signed coordinate.
 #include <algorithm>
 #include <climits>
 #include <cstdint>
@@ -12,14 +12,14 @@ namespace {
 
 constexpr int numberOfEndRows = 4;
 constexpr char endOfSequenceByte = 10;
-constexpr int beyondAllIndices = zmatrix::initialMaximalMatrixIndex + 1;  ///< where the search for the extremes starts
+constexpr int beyondAllIndices = zmatrix::initialMaximalMatrixIndex + 1;  ///< initial value of the search for extremes
 
 struct Extremes {
   int lowest = beyondAllIndices;
   int highest = -beyondAllIndices;
 };
 
-// The bound 32766 is one short of its type, and stays so.
+// The bound 32766, one below the largest 16-bit value, is part of the file format.
 int widthFor(const Extremes& extremes) {
   if (extremes.lowest >= -128 && extremes.highest <= 127) return -1;
   if (extremes.lowest >= 0 && extremes.highest <= 255) return 1;
@@ -76,7 +76,7 @@ void ZQMatrixMediumInfo::chooseCoordinateSizes(const int* sequence, int numberOf
   }
 }
 
-// Rows that follow others must be as wide as those.
+// Appended rows must have the width of the earlier ones.
 void ZQMatrixMediumInfo::restoreCoordinateSizes(const int* oldSizes, int numberOfOldSizes) {
   for (int k = 0; k < numberOfOldSizes; ++k) {
     if (sizeOfCoordinateDimensions_[k] == oldSizes[k]) continue;

@@ -1,5 +1,5 @@
 // The print-outs of header and records. The legends of the tables are part of the interface and keep their wording, even where
-// the profiles have changed since.
+// they don't list all values.
 #include "settings/ZQMatrixPrintouts.h"
 
 #include <algorithm>
@@ -48,7 +48,7 @@ void printField(const FieldRow& row, Record& record) {
       record, [&row](const auto& field) { dbPrintf(1, "%s: %lld%s", row.label, static_cast<long long>(field), row.endOfLine); });
 }
 
-// A value of a packed row: low byte first, sign-extended if the stored width is negative.
+// A value of a packed row: little-endian, sign-extended if the stored width is negative.
 long long unpackedValue(const unsigned char* from, int signedWidth) {
   const int width = std::abs(signedWidth);
   unsigned long long value = 0;

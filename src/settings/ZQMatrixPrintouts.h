@@ -1,5 +1,4 @@
-// Print-outs over all sub-matrices of a matrix, shared by the tiers. They get the records by ID and leave the current ID as it
-// is.
+// Print-outs of all sub-matrices of a matrix, shared by all tiers. They leave the current ID unchanged.
 #pragma once
 
 #include "frame/ZQDebugChannel.h"
@@ -8,7 +7,7 @@
 
 namespace zmatrix {
 
-// One table row and the lines above the table, for the tier whose record is given.
+// The head of the table and one of its rows, by the tier of the record.
 void printBasicPropertiesHead(const ZQMatrixBaseInfo& record, int maxNumberOfMatrices);
 void printBasicPropertiesHead(const ZQMatrixMediumInfo& record, int maxNumberOfMatrices);
 void printBasicPropertiesHead(const ZQMatrixInfo& record, int maxNumberOfMatrices);
@@ -19,7 +18,7 @@ void printBasicPropertiesRow(const ZQMatrixInfo& record, int id);
 void printRecordBanner(const ZQMatrixBaseInfo& record);
 void printRecordStatistics(const ZQMatrixBaseInfo& record, int maximalStack);
 
-/// One table over the sub-matrices that hold written elements.
+/// A table of the sub-matrices that have written elements.
 template <class Matrix>
 void showBasicProperties(Matrix& matrix) {
   const int numberOfRecords = matrix.getMatrixFileHeader()->getMaxNumberOfMatrices();
@@ -30,7 +29,7 @@ void showBasicProperties(Matrix& matrix) {
   }
 }
 
-/// The records up to the highest occupied one, with statistics; nothing without a debug file.
+/// The records up to the highest occupied one, with statistics. Prints nothing if there is no debug file.
 template <class Matrix>
 void printMatrixOverallInfo(Matrix& matrix) {
   if (ZQDebugChannel::fpMatrixErr == nullptr) return;

@@ -1,5 +1,6 @@
-// The profiles' checks. What they accept stands in ZQMatrixFields.cpp; here are the few places where a message or its level
-// differs from the rest. The words "error" and "warning" of a message have no effect on the result: the rules decide it.
+// The profiles' checks. The accepted values are in ZQMatrixFields.cpp; the functions here choose the messages, whose few
+// exceptions are part of the interface. The words "error" and "warning" of a message say nothing about the result: the rules
+// decide it.
 #include "frame/ZQDebugChannel.h"
 #include "settings/ZQMatrixProfiles.h"
 
@@ -9,7 +10,7 @@ using zmatrix::Profile;
 
 namespace {
 
-// The last two name text for both.
+// The last one, of integer series, is that of text.
 constexpr const char* matrixTypeTexts[zmatrix::numberOfProfiles] = {"matrixType is not ZQMatrixTypeIntegerSeries",
                                                                     "matrixType is not ZQMatrixTypeMIDINoteAndQuanta",
                                                                     "matrixType is not ZQMatrixTypeMIDINoteAndQuanta",
@@ -18,11 +19,11 @@ constexpr const char* matrixTypeTexts[zmatrix::numberOfProfiles] = {"matrixType 
                                                                     "matrixType is not 3",
                                                                     "matrixType is not 3"};
 
-/// Which of the check operations runs.
+/// The check function that was called.
 struct Check {
   Profile profile;
-  bool isOfRecord;         ///< else of a global block
-  const char* namePrefix;  ///< of the operation
+  bool isOfRecord;         ///< a record is checked, else a global block
+  const char* namePrefix;  ///< begin of the function's name
 };
 
 const char* textOf(const FieldRow& row, Profile profile) {
@@ -34,7 +35,8 @@ const char* textOf(const FieldRow& row, Profile profile) {
   return row.textOfCheck;
 }
 
-// The musical failures call themselves errors in the first check of note pairs only, and for the nominator in the second.
+// A failed MIDI setting is called an error only in a record, and there only by the first check of note pairs and, for the
+// nominator of the time signature, by the second.
 bool callsItselfWarning(const FieldRow& row, const Check& check) {
   if (row.is(&ZQMatrixProperties::usePhrasesForUpdateMatrixWithLongANSIText)) return true;
   if (!row.isMidiSetting) return false;
@@ -43,7 +45,7 @@ bool callsItselfWarning(const FieldRow& row, const Check& check) {
   return check.profile != Profile::MIDIElementsCDim2NoteNumberAndModQuanta || !row.is(&ZQMatrixProperties::midiTimeSignatureNom);
 }
 
-// One message names the check of the neighbouring profile.
+// The message on midiSoundID in a record of the second note-pair profile names the first one.
 Profile namedProfile(const FieldRow& row, const Check& check) {
   const bool namesNeighbour = row.is(&ZQMatrixProperties::midiSoundID) && check.isOfRecord &&
                               check.profile == Profile::MIDIElementsCDim2NoteNumberAndModQuanta;
@@ -71,7 +73,8 @@ int runCheck(const Check& check, const Place& place) {
   return 1;
 }
 
-// Both checks of the full tier look at the basic level's block, the symbol check too, and refuse in silence.
+// Used by both checks of global blocks in the full tier: the check of the symbol level, too, tests the basic level's block. A
+// refusal prints no message.
 bool acceptsFieldOfFullTier(ZQMatrixFileHeader& header) {
   const int keep = header.getGlobalMatrixProperties()->keepSymbolsWhenRemoveOverdeterminedElements;
   return keep == 0 || keep == 1;

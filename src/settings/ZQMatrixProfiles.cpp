@@ -1,4 +1,4 @@
-// The operations that set profiles, and the copies of the header's blocks.
+// The functions that set profiles, and the copying of the header's blocks to records.
 #include "settings/ZQMatrixProfiles.h"
 
 #include <iterator>
@@ -11,13 +11,13 @@ using zmatrix::ProfileValues;
 
 namespace {
 
-// Which profiles set the number codes: in the record and in the global block when a sub-matrix is set, and when the block is set.
-// The symbol profile changes the global block both times.
+// The profiles that set the number codes, by place: in the record of a sub-matrix; in the global block while a sub-matrix is set;
+// in the global block when it is set itself.
 constexpr ProfileValues codesIntoRecord = {{0, 0, 0, 0, 0, 0, 1}};
 constexpr ProfileValues codesIntoBlockWithRecord = {{1, 0, 0, 0, 0, 0, 0}};
 constexpr ProfileValues codesIntoBlock = {{1, 0, 0, 0, 0, 0, 1}};
 
-/// Calls `store` with each row that the profile sets in a place, and its value there.
+/// Calls `store` with each row that the profile sets in a place, and the value.
 template <class Store>
 void setRows(Profile profile, zmatrix::ProfilePlaces place, Store store) {
   for (const FieldRow* row : zmatrix::fieldsInProfileOrder()) {

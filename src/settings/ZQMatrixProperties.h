@@ -11,8 +11,8 @@ struct ZQMatrixProperties {
   int matrixType;                                   ///< ZQMatrixType...
   int allowLargeIndices;                            ///< ZQLargeIndices...
   int coordinateDimension;                          ///< integers of one item
-  int isFinalized;                                  ///< learning warns of it
-  int memIsReadOnly;                                ///< writes are refused
+  int isFinalized;                                  ///< 1: learning prints a warning
+  int memIsReadOnly;                                ///< 1: writes are refused
   int memorySearchMethod;                           ///< 0 to 3
   int isPhraseMatrix;                               ///< 1 for learning
   int preProcessingType;                            ///< ZQPreProcessingType...
@@ -38,22 +38,22 @@ struct ZQMatrixProperties {
   int midiDurationQuantization;                     ///< parts of a whole note
   int midiTrackAnalyze;                             ///< 0 to 2
   int musicStyle;                                   ///< 0 not set
-  char midiChannelFilter[16];                       ///< a byte a channel
-  int ocronType;                                    ///< 3 to 7; 0 in a snapshot, as the nine below
-  int ocronEndSymbol;                               ///< ends each ocron
+  char midiChannelFilter[16];                       ///< one byte per channel; not 0 blocks it
+  int ocronType;                                    ///< 3 to 7; 0 in a snapshot, like the nine fields below
+  int ocronEndSymbol;                               ///< integer that ends each ocron
   int ocronAlgorithm;                               ///< 0
   int gocronAlgorithm;                              ///< 0
-  int gocronNumberBase;                             ///< 0 for the type's own
+  int gocronNumberBase;                             ///< 0 for the base of the ocron type
   int gocronASTERISKValue;                          ///< digit of "*"
   int gocronPValue;                                 ///< digit of "P"
   int gocronTWOValue;                               ///< digit of "2"
   int gocronPOWValue;                               ///< digit of "^"
   int gocronQValue;                                 ///< digit of "Q"
   int keepSymbolsWhenRemoveOverdeterminedElements;  ///< 0 or 1
-  int currentMatrixIDLevelDown;                     ///< from here on in snapshots only; -1 for none
+  int currentMatrixIDLevelDown;                     ///< from here on only in snapshots; -1 for none
   int currentMatrixIDLevelUp;                       ///< -1 for none
-  int numberOfSymbols;                              ///< phrases that are symbols
-  int newSymbol;                                    ///< the last symbol given
+  int numberOfSymbols;                              ///< phrases that have a symbol
+  int newSymbol;                                    ///< the last symbol assigned
   int updateIndex;                                  ///< updates so far
   int totalLengthOfAllUpdateSequences;              ///< items
   int lengthOfUpdateSequence;                       ///< rows of updateSequence
@@ -65,28 +65,28 @@ struct ZQMatrixProperties {
   int lengthOfKernelPreProcessedSequence;           ///< items; 0 at the root
   int internalLengthOfKernelOriginalSequence;       ///< items
   int internalLengthOfKernelPreProcessedSequence;   ///< items
-  int kernelMatrixHandle;                           ///< the element that the kernel ends at
+  int kernelMatrixHandle;                           ///< element at which the kernel ends
   int isOverDetermined;                             ///< 0 after pruning
   long long successorRandomValue;                   ///< state of the generator
   int successorRandomType;                          ///< of no effect
   int* rulesInDimension;                            ///< currentDimension entries
   int* uniqueRulesInDimension;                      ///< currentDimension entries
   int* writeElementsInDimension;                    ///< currentDimension entries
-  int** kernelOriginalSequence;                     ///< a row a coordinate
-  int** kernelPreProcessedSequence;                 ///< a row a coordinate
+  int** kernelOriginalSequence;                     ///< one row per coordinate
+  int** kernelPreProcessedSequence;                 ///< one row per coordinate
   char* updateSequence;                             ///< packed rows, or null
-  int** kernelOriginalSequenceInitialValues;        ///< a row a coordinate
-  int updateInfoSize;                               ///< bytes of the record in a file
+  int** kernelOriginalSequenceInitialValues;        ///< one row per coordinate
+  int updateInfoSize;                               ///< bytes of the record in the file
   int magicNumber;                                  ///< 43112609
   int updateInfoType;                               ///< ZQMatrixInfoType...
   unsigned int timeStamp;                           ///< seconds since 1970
   int softwareVersion;                              ///< 135
-  int matrixID;                                     ///< of the sub-matrix
+  int matrixID;                                     ///< ID of the sub-matrix
   int* sizeOfCoordinateDimensions;                  ///< coordinateDimension entries
   int maximalMatrixIndex;                           ///< largest magnitude of a coordinate
   int maxDimOfMatrix;                               ///< longest index vector
   int currentDimension;                             ///< depth
-  int internalCurrentDimension;                     ///< room for the depth
+  int internalCurrentDimension;                     ///< entries that the arrays per dimension have room for
   int numberOfMatrixWriteEvents;                    ///< writes
   int numberOfMatrixDeleteEvents;                   ///< deletes
   int numberOfMatrixElements;                       ///< elements in the block
@@ -96,7 +96,7 @@ struct ZQMatrixProperties {
   int internalLengthOfTemporaryMemory;              ///< integers of temporaryMemory
   int* minimalIndices;                              ///< currentDimension entries
   int* maximalIndices;                              ///< currentDimension entries
-  int* matrixPtr;                                   ///< positions of the last walk
+  int* matrixPtr;                                   ///< positions of the last path looked up
   int* temporaryMemory;                             ///< the last item read out
-  char* namesOfUpdateFiles;                         ///< a line a file, or null
+  char* namesOfUpdateFiles;                         ///< one line per file, or null
 };

@@ -1,4 +1,4 @@
-// A pointer to a number of a class, whatever its width: what tables of fields are made of.
+// A pointer to a number member of a class, for tables of fields whose members have different types.
 #pragma once
 
 #include <type_traits>
@@ -14,11 +14,12 @@ class NumberMember {
   constexpr NumberMember(unsigned int Owner::*member) : withoutSign_(member) {}
   constexpr NumberMember(long long Owner::*member) : wide_(member) {}
 
-  /// The member as the plain int that all settings are.
+  /// The pointer to an int, as all settings are; null if the member has another type.
   constexpr int Owner::*asInt() const { return plain_; }
   constexpr bool operator==(const NumberMember&) const = default;
 
-  /// Calls `use` with a reference to the number of `object`, whose class may be a base class of Owner that has the member.
+  /// Calls `use` with a reference to the member of `object`. Its class may be a base class of Owner that has the member. Does
+  /// nothing for a null pointer.
   template <class Object, class Use>
   void visit(Object& object, Use use) const {
     using Class = std::remove_const_t<Object>;

@@ -1,4 +1,4 @@
-// The records of sub-matrices, or of a history, by their number: an owner of each, any of which may be missing.
+// An owning table of info records, by matrix ID or, in a history, by number. Entries may be null.
 #pragma once
 
 #include <memory>
@@ -19,13 +19,13 @@ class ZQRecordTable {
   ZQMatrixBaseInfo** data() noexcept { return records_.data(); }
   ZQMatrixBaseInfo* operator[](int id) const noexcept { return records_[id]; }
 
-  /// Deletes the records above; new places are empty. False, and nothing changed, if memory has run out; making it smaller never
-  /// fails.
+  /// Deletes the records from `newCount` on; new entries are null. False, and nothing changed, if memory has run out; a smaller
+  /// count never fails.
   [[nodiscard]] bool resize(int newCount) noexcept {
     deleteFrom(newCount);
     return records_.resize(newCount);
   }
-  /// In the place of what stood there.
+  /// Replaces a record.
   void put(int id, std::unique_ptr<ZQMatrixBaseInfo> record) noexcept {
     delete records_[id];
     records_[id] = record.release();

@@ -1,5 +1,5 @@
-// What the tellings shared by all tiers need to know of the base tier. A derived tier has the same names with its own meaning:
-// what it does differently reads in its file alone.
+// The types, constants and hooks by which the templates over a tier work on the base tier. ZQMediumTier and ZQFullTier have the
+// same names: all differences between the tiers stand in these three structs.
 #pragma once
 
 #include "store/ZQMatrixBase.h"
@@ -14,26 +14,27 @@ struct ZQBaseTier {
   using Info = ZQMatrixBaseInfo;
   using Verification = zmatrix::NoAdditionalVerification;
   static constexpr int infoType = 0;
-  static constexpr bool reportsMissingSlot = false;  ///< says "hier ist der Fehler1" where no free slot was found
+  static constexpr bool reportsMissingSlot = false;  ///< prints "hier ist der Fehler1" if there is no free slot
 
   // --- the matrix file
   static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::baseFileTexts;
-  static constexpr bool announcesMoreMatrices = false;  ///< says so when a file has more sub-matrices than the object
+  static constexpr bool announcesMoreMatrices = false;  ///< prints a message if a file has more sub-matrices than the object
   static void reportOccupiedSlot(int position) { dbPrintf(0, fileTexts.slotIsOccupied, position); }
-  /// The records of a file have been read: what they say of each other is made sound.
+  /// Called after the info records of a file are read: removes links between records that lead nowhere. The number of links
+  /// removed, or a negative value if memory has run out.
   static int checkLoadedRecords(Matrix&) { return 0; }
 
-  /// What a write brings besides its value.
+  /// Parameters of a write besides its value.
   struct WriteFlags {};
 
-  /// A write has reached its element and its value is set: counts it there.
+  /// Counts a write at its element, after the value is set.
   static void onWritten(Matrix&, Info&, Element& element, const WriteFlags&) { element.incrementWriteCount(); }
-  /// An element is about to move by `offset` slots with its field.
+  /// Called before an element moves by `offset` slots with its field.
   static void onMoving(Matrix&, Element&, int) {}
-  /// A written inner element loses its write and stays as a path.
+  /// Called when a written inner element is unwritten: it stays as part of longer paths.
   static void onUnwritten(Matrix&, Info&, Element&) {}
 
-  /// Reads of a vector for a test that knows its value.
+  // The reads of the second memory test.
   static long long readBack(Matrix& matrix, const int* vector, int length, int* existCode, int* writeCount) {
     return matrix.readMatrixData(vector, length, existCode, writeCount);
   }

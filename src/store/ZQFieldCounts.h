@@ -1,5 +1,5 @@
-// How many children the parents of wide fields have, by the name of the parent's record: a field that others clash with again and
-// again isn't counted each time. A child that is given back makes all of it unknown; a move changes no count.
+// A cache of the number of children of wide fields, so that a field isn't counted again at each clash. The key is the name of the
+// parent's record, which is unique and doesn't change in a move. Any deletion of an element invalidates the whole cache.
 #pragma once
 
 #include <cstring>
@@ -8,20 +8,20 @@ namespace zmatrix {
 
 class ZQFieldCounts {
  public:
-  static constexpr int narrowest = 64;  // a field of fewer children is counted faster than looked up
+  static constexpr int smallestCount = 64;  // a field of fewer children is counted faster than looked up
 
-  /// The number of children, or 0 if it isn't known. `releasedRecords` is what the matrix counts.
+  /// The number of children, or 0 if it isn't known. `releasedRecords` is ZQMatrixBase::getReleasedRecords().
   int find(unsigned parent, unsigned releasedRecords) const {
     const Entry& entry = entries_[parent % numberOfEntries];
     return entry.parent == parent && releasedRecords == releasedRecordsThen_ ? entry.count : 0;
   }
   void set(unsigned parent, int count, unsigned releasedRecords) {
-    if (count < narrowest) return;
+    if (count < smallestCount) return;
     if (releasedRecords != releasedRecordsThen_) memset(static_cast<void*>(entries_), 0, sizeof entries_);
     releasedRecordsThen_ = releasedRecords;
     entries_[parent % numberOfEntries] = {parent, count};
   }
-  /// The parent has a child more.
+  /// Called when the parent gets one more child.
   void addOne(unsigned parent) {
     Entry& entry = entries_[parent % numberOfEntries];
     if (entry.parent == parent) ++entry.count;

@@ -1,6 +1,5 @@
-// Many children of one element put in place at once. A write that adds them one by one moves the field each time that one of them
-// wants a slot that is taken; here one search finds a place for all, and one pass links them. What comes out is a field like any
-// other, only where it lies differs.
+// Adds many children of one element at once. Single writes would move the field for each child whose slot is taken; here one
+// search finds a place for all children, and one pass links them. Only the field's position differs from that of single writes.
 #pragma once
 
 #include <climits>
@@ -17,8 +16,8 @@ struct ZQFieldPlacement {
   using Info = typename Tier::Info;
   using Write = ZQStoreWrite<Tier>;
 
-  /// Makes children of these coordinates, which ascend and none of which is there yet. False if there is no room: then some may
-  /// have been made.
+  /// Adds children for these coordinates, which ascend; none of the children exists yet. False if there is no room: then some
+  /// may have been added.
   bool add(Matrix& matrix, int parent, std::span<const int> coordinates) {
     if (!findField(matrix, parent, coordinates.front())) return false;
     targets_.clear();
@@ -30,7 +29,7 @@ struct ZQFieldPlacement {
   }
 
  private:
-  // Where the field begins, or would begin if its first child took the nearest free slot.
+  // Finds the field's begin: of the existing field, or of a new one whose first child takes the nearest free slot.
   bool findField(Matrix& matrix, int parent, int firstCoordinate) {
     const int offset = matrix.elementAt(parent)->getOffsetToElementInNextDimension();
     first_ = offset != 0 ? parent + offset : -1;
@@ -69,10 +68,10 @@ struct ZQFieldPlacement {
     return true;
   }
 
-  // The first fit above the frontier. Below it lie wide fields in each other's gaps, where a further one seldom fits and single
-  // elements find their place; a frontier that was too far from the last fits moves up.
+  // The first fit above the frontier. Below the frontier, wide fields already fill each other's gaps: another one seldom fits
+  // there, and the gaps are left to single elements. If a fit lies far above the frontier, the frontier moves up.
   int findOffset(Matrix& matrix, std::span<const int> positions) {
-    constexpr int longestWay = 1 << 17;
+    constexpr int largestDistance = 1 << 17;
     const long long lowest = matrix.getMatrixFileHeader()->getMaxNumberOfMatrices();
     frontier_ = std::max(frontier_, lowest);
     for (long long from = frontier_ - positions.front();;) {
@@ -82,7 +81,7 @@ struct ZQFieldPlacement {
       if (offset == 0) offset = search.nextFit(1, highest);
       if (offset != zmatrix::ZQShiftSearch::none) {
         const long long slot = positions.front() + offset;
-        if (slot - frontier_ > longestWay) frontier_ = slot - longestWay / 2;
+        if (slot - frontier_ > largestDistance) frontier_ = slot - largestDistance / 2;
         return static_cast<int>(offset);
       }
       from = std::max(from, highest + 1);

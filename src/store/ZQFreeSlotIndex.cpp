@@ -6,7 +6,7 @@ namespace zmatrix {
 
 namespace {
 
-constexpr size_t paddingWords = 2;
+constexpr size_t paddingWords = 2;  // words behind the last one that a shifted read may touch
 
 // The lowest set bit at or above `from` of `words`, or -1.
 long long nextSetBit(const ZQArray<uint64_t>& words, size_t from) {
@@ -57,7 +57,7 @@ bool ZQFreeSlotIndex::resize(int newNumberOfSlots) noexcept {
       markFree(slot++);
     }
   }
-  // The old end's regions now reach into new slots.
+  // Slots below the old end now have free slots within the filter's distances above them.
   if (newNumberOfSlots > oldNumberOfSlots) {
     const int reach = ZQPairFilter::numberOfDistances;
     pairs_.setAllFrom(static_cast<size_t>(oldNumberOfSlots > reach ? oldNumberOfSlots - reach : 0) >> regionLog2);
@@ -85,7 +85,7 @@ void ZQFreeSlotIndex::fill(int slot) {
   if ((freeSlots_[word] &= ~bit) != 0) return;
   wordsWithFree_[region] &= ~(uint64_t{1} << (word & 63));
   if (wordsWithFree_[region] == 0) regionsWithFree_[region >> 6] &= ~(uint64_t{1} << (region & 63));
-  ZQ_ASSERT(isInStep(word));
+  ZQ_ASSERT(isConsistent(word));
 }
 
 void ZQFreeSlotIndex::fillWord(size_t word, uint64_t occupied) {
@@ -96,7 +96,7 @@ void ZQFreeSlotIndex::fillWord(size_t word, uint64_t occupied) {
   if (freeSlots_[word] != 0) return;
   wordsWithFree_[region] &= ~(uint64_t{1} << (word & 63));
   if (wordsWithFree_[region] == 0) regionsWithFree_[region >> 6] &= ~(uint64_t{1} << (region & 63));
-  ZQ_ASSERT(isInStep(word));
+  ZQ_ASSERT(isConsistent(word));
 }
 
 void ZQFreeSlotIndex::markFree(int slot) {
@@ -107,39 +107,39 @@ void ZQFreeSlotIndex::markFree(int slot) {
   ++numberOfFreeInRegion_[region];
   wordsWithFree_[region] |= uint64_t{1} << (word & 63);
   regionsWithFree_[region >> 6] |= uint64_t{1} << (region & 63);
-  ZQ_ASSERT(isInStep(word));
+  ZQ_ASSERT(isConsistent(word));
 }
 
 void ZQFreeSlotIndex::release(int slot) {
   if (isFree(slot)) return;
   markFree(slot);
   const size_t region = static_cast<size_t>(slot) >> regionLog2;
-  if (numberOfFreeInRegion_[region] == manyFreeOfRegion) pairs_.setAllOf(region);
-  admitPairsOf(slot);
+  if (numberOfFreeInRegion_[region] == freeSlotsWithAllPairs) pairs_.setAllOf(region);
+  setPairsOf(slot);
 }
 
 // Sets the filter's bits of the pairs that a newly free slot makes with free slots above and below it.
-void ZQFreeSlotIndex::admitPairsOf(int slot) {
+void ZQFreeSlotIndex::setPairsOf(int slot) {
   constexpr int widest = ZQPairFilter::numberOfDistances;
   const size_t region = static_cast<size_t>(slot) >> regionLog2;
-  if (pairs_.hasNoIn(region)) {
+  if (pairs_.rulesOutAnyIn(region)) {
     for (int base = 1; base <= widest; base += 64) {
-      const uint64_t asked = pairs_.rowsWithNo(static_cast<size_t>(base >> 6));
-      for (uint64_t bits = slotsFrom(static_cast<long long>(slot) + base) & asked; bits != 0; bits &= bits - 1) {
+      const uint64_t rows = pairs_.rowsRulingOut(static_cast<size_t>(base >> 6));
+      for (uint64_t bits = slotsFrom(static_cast<long long>(slot) + base) & rows; bits != 0; bits &= bits - 1) {
         pairs_.set(base + std::countr_zero(bits) - 1, region);
       }
     }
   }
   const int lowest = slot > widest ? slot - widest : 0;
-  if (pairs_.hasNoIn(region) || pairs_.hasNoIn(static_cast<size_t>(lowest) >> regionLog2)) {
+  if (pairs_.rulesOutAnyIn(region) || pairs_.rulesOutAnyIn(static_cast<size_t>(lowest) >> regionLog2)) {
     if (slot >= widest) {
       for (int base = 0; base < widest; base += 64) {  // bit 63 - i is the slot base + i + 1 below
-        const uint64_t asked = pairs_.rowsWithNo(static_cast<size_t>(base >> 6));
-        if (asked == 0) continue;
+        const uint64_t rows = pairs_.rowsRulingOut(static_cast<size_t>(base >> 6));
+        if (rows == 0) continue;
         for (uint64_t bits = slotsFrom(static_cast<long long>(slot) - base - 64); bits != 0;) {
           const int i = std::countl_zero(bits);
           bits &= ~(uint64_t{1} << (63 - i));
-          if (((asked >> i) & 1) != 0) pairs_.set(base + i, static_cast<size_t>(slot - base - i - 1) >> regionLog2);
+          if (((rows >> i) & 1) != 0) pairs_.set(base + i, static_cast<size_t>(slot - base - i - 1) >> regionLog2);
         }
       }
     } else {

@@ -1,5 +1,5 @@
-// For operations that fill many slots: the state of the thread's search is looked up once, since a thread's variables are found
-// by a call where the library is a shared object.
+// For operations that fill many slots: looks up the state of the free-slot search once, since in a shared library each access to
+// a thread-local variable is a function call.
 #pragma once
 
 #include "store/ZQFreeSlotSearch.h"
@@ -7,7 +7,7 @@
 
 namespace zmatrix {
 
-/// Lets the searches of a matrix take the state of the calling thread from here until the end of a scope.
+/// Until the end of its scope, the searches of the matrix use the state that was looked up here.
 class HeldFreeSlotSearch {
  public:
   explicit HeldFreeSlotSearch(ZQMatrixBase& matrix) : held_(matrix.searchState_), before_(held_) {

@@ -1,5 +1,5 @@
-// Items wider than a coordinate: a 32-bit item takes two coordinates of the path, a 64-bit item four, by truncating division with
-// M = maximalMatrixIndex, so that the sign of a negative item goes into every coordinate that is not zero.
+// Splits items that are wider than a coordinate: a 32-bit item into two coordinates, a 64-bit item into four, by truncating
+// division by maximalMatrixIndex, so that every coordinate of a negative item is negative or 0.
 #pragma once
 
 #include <climits>
@@ -11,7 +11,8 @@
 
 namespace zmatrix {
 
-/// A quotient that does not fit a coordinate is one beyond every limit, and is refused as such.
+/// A value that doesn't fit an int becomes the nearest int. It only occurs if maximalMatrixIndex is small, so that a write then
+/// refuses the coordinate.
 inline int coordinateOf(long long value) {
   return value > INT_MAX ? INT_MAX : value < -INT_MAX ? -INT_MAX : static_cast<int>(value);
 }
@@ -32,22 +33,23 @@ inline void splitItem(long long item, long long m, int* coordinates) {
   coordinates[3] = coordinateOf(rest2 % m);
 }
 
-/// Room for the coordinates of split items: those of a few lie on the stack, so that a call for one vector asks the heap nothing.
+/// Memory for the coordinates of split items: up to 64 coordinates need no heap.
 class SplitRoom {
  public:
   /// Null if memory has run out.
   int* provide(size_t length) {
-    if (length <= std::size(few_)) return few_;
-    many_.reset(new (std::nothrow) int[length]);
-    return many_.get();
+    if (length <= std::size(onStack_)) return onStack_;
+    onHeap_.reset(new (std::nothrow) int[length]);
+    return onHeap_.get();
   }
 
  private:
-  int few_[64];
-  std::unique_ptr<int[]> many_;
+  int onStack_[64];
+  std::unique_ptr<int[]> onHeap_;
 };
 
-/// Runs a plain operation on the split items. `refused` is the result where the coordinate dimension is wrong.
+/// Runs an operation of the plain interface on the split items. `refused` is the result if the coordinate dimension is wrong or
+/// memory has run out.
 template <class Item, class Result, class Operation>
 Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Result refused, const char* name,
                       Operation operation) {
@@ -58,11 +60,11 @@ Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Resul
     return refused;
   }
   const long long splitLength = static_cast<long long>(length) * coordinatesOfItem;
-  // What the plain operation refuses by its length alone is never read, and nothing stands in for items that are not there.
+  // The operation handles such a length, or a null vector, without reading the vector.
   if (length < 1 || splitLength > info->getMaxDimOfMatrix() || items == nullptr) {
-    static constexpr int something = 0;
-    const int* neverRead = items == nullptr ? nullptr : &something;
-    return operation(neverRead, static_cast<int>(splitLength > INT_MAX ? INT_MAX : splitLength < 0 ? -1 : splitLength));
+    static constexpr int placeholder = 0;
+    const int* vector = items == nullptr ? nullptr : &placeholder;
+    return operation(vector, static_cast<int>(splitLength > INT_MAX ? INT_MAX : splitLength < 0 ? -1 : splitLength));
   }
   const long long m = info->getMaximalMatrixIndex();
   SplitRoom room;
@@ -72,7 +74,7 @@ Result withSplitItems(ZQMatrixBase& matrix, const Item* items, int length, Resul
   return operation(vector, static_cast<int>(splitLength));
 }
 
-/// The element of a vector and its exist code; null for a code below 1.
+/// The element of a vector, null for an exist code below 1. `existCode` may be null.
 inline ZQMatrixBaseElement* readElement(ZQMatrixBase& matrix, const int* indexVector, int length, int* existCode) {
   const FoundPath found = matrix.find(indexVector, length);
   if (existCode != nullptr) *existCode = found.code;

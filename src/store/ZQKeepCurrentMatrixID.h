@@ -1,9 +1,9 @@
-// For operations that visit other sub-matrices: the current matrix ID is put back, however they end.
+// Restores the current matrix ID after an operation that visits other sub-matrices.
 #pragma once
 
 namespace zmatrix {
 
-/// Puts the current matrix ID back at the end of a scope.
+/// Restores the ID at the end of its scope.
 template <class Matrix>
 class KeepCurrentMatrixID {
  public:

@@ -11,7 +11,7 @@ uint64_t randomBits() {
     std::random_device device;
     return static_cast<uint64_t>(device()) << 32 | device();
   } catch (...) {
-    return reinterpret_cast<uintptr_t>(&largestAllocation);  // no device: what the loader made of the address
+    return reinterpret_cast<uintptr_t>(&largestAllocation);  // no random device: an address that the loader chooses
   }
 }
 
@@ -28,10 +28,10 @@ bool ZQLinkCheck::begin(int numberOfRoots, int lastSlot, long long largestLegalI
 }
 
 bool ZQLinkCheck::isSound(const ZQMatrixBase& matrix) {
-  return !isBroken_ && leading_.value() == led_.value() && allReachRoots(matrix);
+  return !isBroken_ && forwardClaims_.value() == backwardClaims_.value() && allReachRoots(matrix);
 }
 
-/// The first element at or above a slot that stands below its parent; -1 if there is none.
+/// The first element from a slot on whose slot number is below its parent's; -1 if there is none.
 long long ZQLinkCheck::nextBelowParent(long long from) const {
   for (size_t word = wordOf(from); word < isBelowParent_.size(); ++word) {
     const uint64_t bits = word == wordOf(from) ? isBelowParent_[word] & -bitOf(from) : isBelowParent_[word];
@@ -40,39 +40,41 @@ long long ZQLinkCheck::nextBelowParent(long long from) const {
   return -1;
 }
 
-// Parents lie anywhere, so that several ways are gone by turns: what one needs next is sent for while the others go on. A way
-// ends where it is known that a root is reached, and is then known itself. After as many steps as there are slots it is a circle.
-// An empty slot on the way shows that the fingerprints agreed by chance.
+// Follows the parent links from each element that lies below its parent. 16 paths are followed round-robin, prefetching each next
+// record, since parents lie anywhere. A path ends at an element that is known to reach a root; then all its elements are marked
+// as known. A path of more steps than there are slots is a cycle. An empty slot on a path means that the fingerprints agreed by
+// chance.
 bool ZQLinkCheck::allReachRoots(const ZQMatrixBase& matrix) {
-  struct Way {
+  struct Path {
     long long start = -1;
     long long at = -1;
     int steps = 0;
   };
-  Way ways[waysAtOnce];
+  Path paths[pathsAtOnce];
   long long next = nextBelowParent(0);
-  int numberOfWays = 0;
-  const auto begin = [&](Way& way) {
+  int numberOfPaths = 0;
+  const auto begin = [&](Path& path) {
     if (next < 0) return false;
-    way = {next, next};
+    path = {next, next};
     next = nextBelowParent(next + 1);
     return true;
   };
-  while (numberOfWays < waysAtOnce && begin(ways[numberOfWays])) ++numberOfWays;
-  while (numberOfWays > 0) {
-    for (int i = 0; i < numberOfWays;) {
-      Way& way = ways[i];
-      if (!isKnown(way.at)) {
-        const ZQMatrixBaseElement* element = matrix.elementAt(way.at);
-        if (element == nullptr || ++way.steps > top_) return false;
-        way.at += element->getOffsetToElementInPrevDimension();
-        matrix.prefetchSlot(way.at);
-        __builtin_prefetch(&reachesRoot_[wordOf(way.at)]);
+  while (numberOfPaths < pathsAtOnce && begin(paths[numberOfPaths])) ++numberOfPaths;
+  while (numberOfPaths > 0) {
+    for (int i = 0; i < numberOfPaths;) {
+      Path& path = paths[i];
+      if (!isKnownToReachRoot(path.at)) {
+        const ZQMatrixBaseElement* element = matrix.elementAt(path.at);
+        if (element == nullptr || ++path.steps > top_) return false;
+        path.at += element->getOffsetToElementInPrevDimension();
+        matrix.prefetchSlot(path.at);
+        __builtin_prefetch(&reachesRoot_[wordOf(path.at)]);
       } else {
-        for (long long at = way.start; !isKnown(at); at += matrix.elementAt(at)->getOffsetToElementInPrevDimension()) {
+        for (long long at = path.start; !isKnownToReachRoot(at);
+             at += matrix.elementAt(at)->getOffsetToElementInPrevDimension()) {
           reachesRoot_[wordOf(at)] |= bitOf(at);
         }
-        if (!begin(way)) way = ways[--numberOfWays];
+        if (!begin(path)) path = paths[--numberOfPaths];
         continue;
       }
       ++i;

@@ -1,13 +1,15 @@
-// Whether the links of a block that comes from a file answer each other, found out while its elements pass by once, in order, and
-// without looking at any other element. Each link is claimed from both sides: a parent claims its first child and that child the
-// parent, an element claims the next of its field and that one its predecessor. A claim is a tuple of the two slots and, between
-// siblings, of the parent and the begin of the field, which both must know. The two sides agree if they make the same claims as
-// often, and that is compared by a fingerprint of each side: the product of r + a + s*b over its claims (a, b), modulo the prime
-// 2^61 - 1, with r and s drawn anew for each check. Two sides that differ agree with a probability of at most n / 2^61 for n
-// elements (Lipton, Fingerprinting Sets, 1989; Schwartz 1980), and nobody who makes a file knows r and s.
+// Checks the links between the elements of a block that is read from a file: in one pass over the elements in slot order, without
+// looking at other elements. Each link is stored in both its elements: a parent has its first child and the child its parent, an
+// element has its next sibling and that one its previous sibling. Each side is a set of claims: a claim (a, b) is the pair of
+// slots a and, between siblings, the parent and the field's begin b, which both siblings must agree on. All links are consistent
+// if both sides make the same claims equally often. That is tested by a fingerprint of each side: the product of r + a + s*b over
+// its claims, modulo the prime 2^61 - 1, with r and s drawn at random for each check. Different sides have the same fingerprint
+// with a probability of at most n / 2^61 for n elements (Lipton, Fingerprinting Sets, 1989; Schwartz 1980), and the author of a
+// file can't know r and s.
 //
-// What answering links leave possible is a circle of parents, which no root leads to. Any circle has an element that stands below
-// its parent. There are few of these, since most are written after their parents: from each the way up is gone afterwards.
+// Consistent links may still form a cycle of parents that no root leads to. Every cycle has an element whose slot lies below its
+// parent's. Such elements are few, since most are written after their parents: from each of them the parent links are followed at
+// the end.
 #pragma once
 
 #include <cstdint>
@@ -20,10 +22,11 @@ namespace zmatrix {
 
 class ZQLinkCheck {
  public:
-  /// For a block whose slots go up to `lastSlot`, the first of them roots. False if memory has run out.
+  /// Prepares the check of a block whose slots go up to `lastSlot`, the first `numberOfRoots` of them roots. False if memory has
+  /// run out.
   [[nodiscard]] bool begin(int numberOfRoots, int lastSlot, long long largestLegalIndex);
 
-  /// Takes note of the element in a slot. Slots must come in ascending order.
+  /// Adds the claims of the element in a slot. Slots must come in ascending order.
   void add(int position, const ZQMatrixBaseElement& element) {
     const int next = element.getOffsetToNextElementInDimension();
     const int previous = element.getOffsetToPreviousElementInDimension();
@@ -33,7 +36,7 @@ class ZQLinkCheck {
     const long long slot = position;
     if (down != 0) {
       isBroken_ |= slot + down < roots_ || slot + down > top_;
-      leading_.multiply(randomAddend_ + pairOf(slot, slot + down));
+      forwardClaims_.multiply(randomAddend_ + pairOf(slot, slot + down));
     }
     if (position < roots_) {
       isBroken_ |= up != 0 || previous != 0 || next != 0;
@@ -46,27 +49,27 @@ class ZQLinkCheck {
         randomAddend_ + multiplied(next != 0 || previous != 0 ? fieldOf(parent, slot - index) : 0, randomFactor_);
     if (next != 0) {
       isBroken_ |= next < 0 || slot + next > top_;
-      leading_.multiply(sibling + pairOf(slot, slot + next) + tagOfSiblings);
+      forwardClaims_.multiply(sibling + pairOf(slot, slot + next) + tagOfSiblings);
     }
     if (previous != 0) {
       isBroken_ |= previous > 0 || slot + previous < roots_;
-      led_.multiply(sibling + pairOf(slot + previous, slot) + tagOfSiblings);
+      backwardClaims_.multiply(sibling + pairOf(slot + previous, slot) + tagOfSiblings);
     } else {
-      led_.multiply(randomAddend_ + pairOf(parent, slot));
+      backwardClaims_.multiply(randomAddend_ + pairOf(parent, slot));
     }
     if (up > 0) isBelowParent_[wordOf(slot)] |= bitOf(slot);
   }
 
-  /// True if all links of the elements that have passed, and are now in the matrix, answer each other and lead to a root.
+  /// True if all links of the added elements, which are now in the matrix, are consistent and every element reaches a root.
   bool isSound(const ZQMatrixBase& matrix);
 
  private:
-  static constexpr int waysAtOnce = 16;
+  static constexpr int pathsAtOnce = 16;
   static constexpr int bitsOfPrime = 61;
   static constexpr uint64_t prime = (uint64_t{1} << bitsOfPrime) - 1;
 
-  // A slot takes 27 bits. A claim on a pair is the two slots side by side; one on siblings has a bit above them. A field is its
-  // parent beside its begin, which is below 0 or beyond the block for some and is therefore moved up by 2^32.
+  // A slot takes 27 bits. The pair of a claim is the two slots side by side; siblings have one more bit set above them. A field
+  // is its parent beside its begin; 2^32 is added to the begin, which may be negative or beyond the block.
   static constexpr int bitsOfSlot = 27;
   static constexpr uint64_t tagOfSiblings = uint64_t{1} << 2 * bitsOfSlot;
   static constexpr int bitsOfFieldBegin = 33;
@@ -95,7 +98,7 @@ class ZQLinkCheck {
 
   static size_t wordOf(long long slot) { return static_cast<size_t>(slot) >> 6; }
   static uint64_t bitOf(long long slot) { return uint64_t{1} << (static_cast<size_t>(slot) & 63); }
-  bool isKnown(long long slot) const { return slot < roots_ || (reachesRoot_[wordOf(slot)] & bitOf(slot)) != 0; }
+  bool isKnownToReachRoot(long long slot) const { return slot < roots_ || (reachesRoot_[wordOf(slot)] & bitOf(slot)) != 0; }
   long long nextBelowParent(long long from) const;
   bool allReachRoots(const ZQMatrixBase& matrix);
 
@@ -104,11 +107,11 @@ class ZQLinkCheck {
   long long largestIndex_ = 0;
   uint64_t randomAddend_ = 0;
   uint64_t randomFactor_ = 0;
-  Fingerprint leading_;  // claims on what stands below or behind
-  Fingerprint led_;      // claims on what stands above or before
+  Fingerprint forwardClaims_;   // on first children and next siblings
+  Fingerprint backwardClaims_;  // on parents and previous siblings
   bool isBroken_ = false;
-  ZQArray<uint64_t> isBelowParent_;  // a bit a slot
-  ZQArray<uint64_t> reachesRoot_;    // a bit a slot: a way up from here is known
+  ZQArray<uint64_t> isBelowParent_;  // a bit per slot: its number is below its parent's
+  ZQArray<uint64_t> reachesRoot_;    // a bit per slot: its parent links are known to lead to a root
 };
 
 }  // namespace zmatrix

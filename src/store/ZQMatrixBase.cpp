@@ -1,4 +1,4 @@
-// Life of a matrix object, its debug channel, and what it knows of its sub-matrices.
+// Set-up and release of a matrix object, its debug channel, and queries on its sub-matrices.
 #include "store/ZQMatrixBase.h"
 
 #include <cstring>
@@ -15,7 +15,7 @@ constexpr int highestDebugLevel = 9;
 }  // namespace
 
 ZQMatrixBase::~ZQMatrixBase() {
-  if (matrixFileHeader_ == nullptr) return;  // which was never set up
+  if (matrixFileHeader_ == nullptr) return;  // creation failed
   matrixFileHeader_->closeAndRemoveUpdateInfos();
   setMatrixDebugOff();
 }
@@ -43,7 +43,7 @@ int ZQMatrixBase::initMatrix(int debugOutputDevice, int newDebugLevel, const cha
   header->_setMaximalStack(0);
   header->setNumberOfMatrixUpdates(0);
   header->setMatrixDebugOutputDevice(debugOutputDevice);
-  // An empty directory stays empty: a silent matrix makes no probe file in the working directory.
+  // The setter would write a probe file to the working directory for an empty name.
   if (debugDirectory != nullptr && *debugDirectory != '\0') header->setMatrixDebugDirectory(debugDirectory);
   header->setMatrixOriginFilename("");
   header->setMatrixDestinationFilename("");
@@ -106,7 +106,7 @@ int ZQMatrixBase::setMatrixDebugOn(int level) {
              "######################\n",
              64, level);
   } else if (debugLevel_ != level) {
-    // The member was overwritten above, so this sentence never comes out.
+    // Never printed: debugLevel_ was set to `level` above.
     dbPrintf(1, "########################CPP debugLevel changed to %d #######################\n", level);
   }
   return fpMatrixErr != nullptr ? 1 : 0;

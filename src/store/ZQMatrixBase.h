@@ -1,13 +1,14 @@
 // The base tier: a sparse store of index vectors, a trie laid out as a double array. Each path from a root is an index vector,
-// one coordinate a step. The children of an element are a field: the child for coordinate k lies at the field's begin + k, so one
-// addition finds it, and its parent link tells whether the slot belongs to this field, since the fields of all elements and of
-// all sub-matrices interleave in one block. Where two fields want the same slot, one of them is moved as a whole.
+// one coordinate per step. The children of an element are a field: the child for coordinate k lies at the field's begin + k, so
+// one addition finds its slot. The fields of all elements and of all sub-matrices interleave in one block, so the parent link of
+// the record there decides whether the slot belongs to this field. If two fields need the same slot, one of them moves as a
+// whole.
 //
-// What holds at any time, with p the slot of an element:
-//   - all elements of a field carry the link to their parent; the parent's link leads to the field's first element;
+// Invariants between calls, with p the slot of an element:
+//   - all elements of a field are linked to their parent; the parent is linked to the field's first element;
 //   - the elements of a field are linked both ways in the order of their slots;
 //   - p - indexInDimension is the same number, the field's begin, for all elements of a field;
-//   - only roots lie below maxNumberOfMatrices, and maximalStack is never below a slot that was ever occupied.
+//   - slots below maxNumberOfMatrices hold roots only, and no occupied slot lies above maximalStack.
 //
 // Derived tiers hide the methods of the same name; an object is always used as its true tier.
 #pragma once
@@ -54,7 +55,7 @@ struct ZQMatrixElementReader;
 
 namespace zmatrix {
 
-/// What the read walk has found: the code of existMatrixData and, for a code of 1 or more, the position of the element.
+/// The result of the read walk: the code of existMatrixData and, for a code of 1 or more, the position of the element.
 struct FoundPath {
   int code;
   int position = -1;
@@ -67,15 +68,15 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   using Tier = zmatrix::ZQBaseTier;
 
   ZQMatrixBase() = default;
-  /// Ends the stream of older update records, and as setMatrixDebugOff does, the debug channel of the whole process.
+  /// Closes the stream of older update records and, as setMatrixDebugOff, the debug channel of the calling thread.
   virtual ~ZQMatrixBase();
   ZQMatrixBase(const ZQMatrixBase&) = delete;
   ZQMatrixBase& operator=(const ZQMatrixBase&) = delete;
 
-  // --- life; the creators and deleters drive it
+  // --- set-up and release, called by creators and loads
   /// Sets up header values and an empty block. 0 if memory has run out, else 1.
   int initMatrix(int debugOutputDevice, int debugLevel, const char* debugDirectory);
-  /// Frees all elements and the block. The object can only be deleted after it.
+  /// Frees the block with all elements; reads and writes then refuse.
   void deInitMatrix();
 
   static void* mMalloc(size_t size);
@@ -84,8 +85,8 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   void setMatrixDebugOff();
 
   // --- members
-  /// The block as an array of pointers, null for an empty slot, and the addresses of the roots' entries in it: good until the
-  /// next write or delete. Null if memory has run out. The array is made when it is asked for.
+  /// The block as an array of pointers, null for an empty slot, and the addresses of the roots' entries in it. The array is built
+  /// by the call and valid until the next write or delete; null if memory has run out or there is no block.
   ZQMatrixBaseElement** getMatrixData();
   ZQMatrixBaseElement*** getMatrixDataEntryArray();
   ZQMatrixBaseElement** getMatrixDataEntry() { return getMatrixDataEntryArray()[currentMatrixId_]; }
@@ -93,19 +94,19 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   ZQMatrixBaseInfo* getMatrixInfo() const { return matrixInfoArray_[currentMatrixId_]; }
   ZQMatrixBaseInfo* getMatrixInfo(int id) const { return matrixInfoArray_[id]; }
   ZQMatrixFileHeader* getMatrixFileHeader() const { return matrixFileHeader_.get(); }
-  /// Takes the header over.
+  /// Takes ownership of the header.
   void setMatrixFileHeader(ZQMatrixFileHeader* header) { matrixFileHeader_.reset(header); }
-  /// The highest slot that was ever occupied.
+  /// No occupied slot lies above it. Deletions don't lower it; a trim does.
   int getMaximalStack() const { return matrixFileHeader_->getMaximalStack(); }
   int getCurrentMatrixID() const { return currentMatrixId_; }
   void setCurrentMatrixID(int id) {
     if (id >= 0 && id < matrixFileHeader_->getMaxNumberOfMatrices()) currentMatrixId_ = id;
   }
-  /// The lowest ID that holds nothing, or -1.
+  /// The lowest ID of an empty sub-matrix, or -1.
   int getNextFreeMatrixID() const;
-  /// The highest ID that holds something, or -1.
+  /// The highest ID of a sub-matrix that is not empty, or -1.
   int getHighestOccupiedMatrixID() const;
-  /// Raises the number of reserved sub-matrices, while the store is empty.
+  /// Raises the number of reserved sub-matrices; refused unless all sub-matrices are empty.
   void setMaxNumberOfMatrices(int number);
 
   // --- fields
@@ -113,7 +114,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   int getLastMatrixElementInDimension(int position);
   /// The number of elements of the field that holds `position`, with its first and last positions; 0 if a link is bad.
   int getNumberOfItemsAndFirstLastElementsInSameDimension(int position, int* first, int* last);
-  /// The same, but it stops counting at `limit`; first and last are then not told.
+  /// The same, but counting stops at `limit`, 2 or more; first and last are then not valid.
   int countField(int position, int limit, int* first, int* last) const;
   /// The parent's slot, or null if the slot is empty or a root's.
   ZQMatrixBaseElement** getOwner(ZQMatrixBaseElement** slot);
@@ -138,7 +139,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   int deleteMatrixElement32(const int* items, int length, int keepInnerElements);
   int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
   void makeMatrixEmpty();
-  // What says noexcept here throws nothing, so that the C function of its name is a mere jump.
+  // noexcept lets the C function of the same name compile to a jump.
   int existMatrixData(const int* indexVector, int length) noexcept;
   int existMatrixData32(const int* items, int length);
   int existMatrixData64(const long long* items, int length);
@@ -164,22 +165,22 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   int* getSuccessorOcronHandlesFromMatrixHandle(int handle, int ocronCode, int* count);
 
   // --- the matrix file
-  /// 1; -1, with a message, if the file could not be written: then an old one stands.
+  /// 1; -1, with a message, if the file could not be written: then an existing file is unchanged.
   int saveMatrixToDisk(const char* path);
-  /// Takes over a file of this tier or a lower one: 1. -1 with a message: no matrix file, a higher tier's, or no memory for it.
+  /// Loads a file of this tier or a lower one: 1. -1 with a message: not a matrix file, a higher tier's, or no memory for it.
   int readAndInitMatrixFromDisk(const char* path, int debugLevel);
-  /// What the last load has found; its state says if there was one.
+  /// The report on the last load; its state says whether there was one.
   const zq_loadReport& getLoadReport() const { return loadReport_; }
 
-  // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
+  // --- self-tests: 1 sound, 0 faults found, -1 empty; trim 1 shrinks block and arrays to what is in use
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
   int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
   int performMatrixConsistencyTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
-  /// Reads vectors back whose values are known: 1, or -1 if an array is missing.
+  /// Reads vectors back and compares their values: 1, or -1 if an array is null.
   int perform2ndMemoryTest(int numberOfVectors, int** indexVectors, int* lengths, long long* values, int* errors, int* tests);
 
-  // --- for the tellings that the tiers share
-  /// The read walk: what existMatrixData answers, with the position of the element found.
+  // --- for the templates shared by all tiers
+  /// The read walk: the code of existMatrixData and the position of the element found.
   zmatrix::FoundPath find(const int* indexVector, int length) noexcept;
   /// The record of a slot, or null if the slot is empty or outside the block.
   ZQMatrixBaseElement* elementAt(long long position) const {
@@ -190,18 +191,19 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   bool isSlot(long long position) const {
     return static_cast<unsigned long long>(position) < static_cast<unsigned>(numberOfSlots_);
   }
-  /// Asks for a slot before it is needed. Any position is allowed.
+  /// Prefetches a slot. Any position is allowed.
   void prefetchSlot(long long position) const {
     __builtin_prefetch(
         reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(slots_) + static_cast<uintptr_t>(position) * sizeOfRecord_));
   }
-  /// The same for a slot whose counts are wanted too: a record may lie across two lines of the cache.
+  /// The same for a whole record, which may lie across two cache lines.
   void prefetchWholeSlot(long long position) const {
     prefetchSlot(position);
     __builtin_prefetch(slots_ + static_cast<size_t>(position) * sizeOfRecord_ + sizeOfRecord_ - 1);
   }
   ZQMatrixBaseElement* parentOf(int position) const;
-  /// Names the record in a slot; no other record of the matrix has the name. noRecord for an empty slot.
+  /// The name of the record in a slot: a serial number, which no other record of the matrix has and which moves with the record.
+  /// noRecord for an empty slot.
   using RecordName = unsigned;
   static constexpr RecordName noRecord = 0;
   RecordName nameOfRecordAt(long long position) const { return isSlot(position) ? recordIn(position)->getName() : noRecord; }
@@ -212,7 +214,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
     Element* element = recordInSlot<Element>(position);
     return element->getName() == record ? element : nullptr;
   }
-  /// childAt for a record of the tier that is at hand.
+  /// childAt where the caller has the parent's record. `Element` is the tier's.
   template <class Element>
   int childOf(long long parentPosition, Element& parent, int coordinate) const {
     if (parent.getOffsetToElementInNextDimension() == 0 || !knowsFirstChild(parentPosition, parent)) return -1;
@@ -232,20 +234,20 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   Element* recordInSlot(long long position) const {
     return reinterpret_cast<Element*>(slots_) + position;
   }
-  /// Where the child for a coordinate lies, if it exists; -1 if the element has no children at all.
+  /// The position that the child for a coordinate has if it exists; -1 if the element has no children.
   long long slotOfChild(int parentPosition, int coordinate) const;
   /// The position of the child for a coordinate, or -1.
   int childAt(int parentPosition, int coordinate) const;
-  /// What getMatrixHandleFromElementVector gives for a vector of `length` integers that ends with `item`, from the position where
-  /// the vector without it ends: one item down instead of a walk from the root.
+  /// As getMatrixHandleFromElementVector for a vector of `length` integers whose last item is `item`: steps down from `position`,
+  /// the element of the vector without that item, instead of walking from the root.
   int handleOneItemBelow(int position, const int* item, int length) const;
-  /// A new, cleared record in a slot of the block. What the slot held is forgotten.
+  /// Makes a new, cleared record in a slot of the block. A record that the slot holds is overwritten.
   template <class Element>
   Element* createElementAt(int position) {
     freeSlots_.fill(position);
     return placeElementAt<Element>(position);
   }
-  /// The same, and the index of free slots is the caller's.
+  /// The same, but the caller updates the index of free slots.
   template <class Element>
   Element* placeElementAt(int position) {
     if (position >= endOfProvidedSlots_) provideSlots(position);
@@ -254,7 +256,7 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
     element->setName(lastName_);
     return element;
   }
-  /// Moves the record of a slot to an empty one, in the block alone: its links and the index of free slots are the caller's.
+  /// Moves the record of a slot to an empty one. The caller updates links and the index of free slots.
   template <class Element>
   void moveElement(int from, int to) {
     if (to >= endOfProvidedSlots_) provideSlots(to);
@@ -267,18 +269,19 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   void destroyElementAt(int position);
   /// The records of the sub-matrices, by ID.
   zmatrix::ZQRecordTable& getRecords() { return matrixInfoArray_; }
-  /// Makes room for the records, entries and stop flags of so many sub-matrices, which the header then counts, and gives up the
-  /// records above; their roots are the caller's. False, and nothing changed, if memory has run out; making them fewer never
-  /// fails.
+  /// Resizes the arrays of records, entries and stop flags to so many sub-matrices, sets maxNumberOfMatrices, and deletes records
+  /// above it. The caller makes new records and roots. False, and maxNumberOfMatrices unchanged, if memory has run out; a smaller
+  /// number never fails.
   [[nodiscard]] bool resizeSubMatrices(int number);
-  /// Only while there is no block.
+  /// Allowed only before there is a block.
   void setRecordSize(size_t size) { sizeOfRecord_ = size; }
   bool hasBlock() const { return slots_ != nullptr; }
-  /// The slots that there are, which the header's size may miss where a host has set one that makes no sense.
+  /// The number of slots in memory. The header's matrixBlockSize may differ from it: setInitialMatrixBlocksize stores a size
+  /// below 1 without a resize.
   int getNumberOfSlots() const { return numberOfSlots_; }
-  /// Counts the elements given back so far: what a cached place in the trie is held against.
+  /// The number of deletions of elements and of releases of the block so far; while it is unchanged, no record has gone.
   unsigned getReleasedRecords() const { return releasedRecords_; }
-  /// Differs from what it was as soon as an element has moved or was given back.
+  /// Changes with every deletion and every move of a field; while it is unchanged, cached positions are valid.
   unsigned getLayoutVersion() const { return releasedRecords_ + movedFields_; }
 
  protected:
@@ -303,11 +306,11 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
   }
   void emptySlot(int position) { memset(static_cast<void*>(recordIn(position)), 0, sizeOfRecord_); }
   void provideSlots(int position);
-  /// The block's memory for so many slots. False, and nothing changed, if there is no room.
+  /// Resizes the block's memory to so many slots. False, and nothing changed, if memory has run out.
   [[nodiscard]] bool resizeMemory(int newNumberOfSlots);
   void releaseMemory();
 
-  /// What differs as soon as an element has come, gone or moved, or the block.
+  /// Changes whenever an element is made, deleted or moved, or the block is resized.
   struct ContentVersion {
     const char* slots = nullptr;
     int numberOfSlots = 0;
@@ -315,50 +318,52 @@ class ZQMatrixBase : public ZQDebugChannel, public zmatrix::ZQMatrixBaseAccessor
     unsigned layout = 0;
     bool operator==(const ContentVersion&) const = default;
   };
-  /// Sees to it that an element with children knows the first one's coordinate. False if there is no first one.
+  /// Makes sure that indexOfFirstChild of an element with children is known. False if the link leads to an empty slot.
   bool knowsFirstChild(long long position, ZQMatrixBaseElement& element) const {
-    return element.getIndexOfFirstChild() != ZQMatrixBaseElement::unknownIndex || lookAtFirstChild(position, element);
+    return element.getIndexOfFirstChild() != ZQMatrixBaseElement::unknownIndex || readIndexOfFirstChild(position, element);
   }
-  bool lookAtFirstChild(long long position, ZQMatrixBaseElement& element) const;
+  bool readIndexOfFirstChild(long long position, ZQMatrixBaseElement& element) const;
   ContentVersion getContentVersion() const { return {slots_, numberOfSlots_, lastName_, getLayoutVersion()}; }
   [[nodiscard]] bool refreshPointers();
 
+  /// Grows matrixPtr to so many steps and starts the read walk again.
   zmatrix::FoundPath findWithRoomFor(int numberOfSteps, const int* indexVector, int length);
   [[nodiscard]] bool resizeBlock(int newSize);
-  /// A new block without any record. False if memory has run out: then there is no block.
+  /// Replaces the block by a new one of empty slots. False if memory has run out.
   [[nodiscard]] bool makeEmptyBlock(int size);
-  /// Drops what cannot be reached from a root and links the rest anew. The records dropped, or -1 if memory has run out.
+  /// Drops elements that can't be reached from a root and rebuilds the links of the others. The number of elements dropped, or -1
+  /// if memory has run out.
   [[nodiscard]] int repairLinks();
   long long largestLegalIndex() const;
-  /// The offset by which the positions (ascending) fit into free slots, found in the order of the method; 0 if the block can't
-  /// grow.
+  /// The first offset, in the order of the search method, at which all positions (ascending) land on free slots; 0 if the block
+  /// can't grow.
   int searchShift(int memorySearchMethod, std::span<const int> positions, int fieldBegin);
   int searchFrom(int centre);
   int findIndexOfNearestFreeElement(zmatrix::ZQFreeSlotSearchState& state, int start, int* goodStart);
 
   std::unique_ptr<ZQMatrixFileHeader> matrixFileHeader_;
   zmatrix::ZQRecordTable matrixInfoArray_;
-  char* slots_ = nullptr;  // the block: numberOfSlots records of the tier, one a slot
+  char* slots_ = nullptr;  // the block: numberOfSlots_ records of the tier, one per slot
   size_t sizeOfRecord_ = sizeof(ZQMatrixBaseElement);
   zmatrix::ZQArray<ZQMatrixBaseElement**> matrixDataEntryArray_;
   int currentMatrixId_ = 0;
   int debugLevel_ = 0;
-  zmatrix::ZQFreeSlotSearchState* searchState_ = nullptr;  // of the thread, while an operation holds it
+  zmatrix::ZQFreeSlotSearchState* searchState_ = nullptr;  // set by HeldFreeSlotSearch, else null
   zq_loadReport loadReport_{};
 
-  int numberOfSlots_ = 0;       // the header's matrixBlockSize while there is a block
-  int endOfProvidedSlots_ = 0;  // what lies below has its pages, or gets them one by one
+  int numberOfSlots_ = 0;       // of the block in memory
+  int endOfProvidedSlots_ = 0;  // slots below are not passed to pages_ any more
   RecordName lastName_ = noRecord;
   unsigned releasedRecords_ = 0;
   unsigned movedFields_ = 0;
-  zmatrix::ZQFreeSlotIndex freeSlots_;  // kept by createElementAt, destroyElementAt and the move alone
+  zmatrix::ZQFreeSlotIndex freeSlots_;  // updated where elements are made, deleted, moved and loaded
   zmatrix::ZQFieldCounts fieldCounts_;
   zmatrix::ZQZeroedMemory memory_;  // of the block
   zmatrix::ZQPageProvider pages_;
-  zmatrix::ZQArray<ZQMatrixBaseElement*> pointers_;  // the block as getMatrixData tells it, when it was last asked for
+  zmatrix::ZQArray<ZQMatrixBaseElement*> pointers_;  // the array that getMatrixData returned last
   ContentVersion versionOfPointers_;
   zmatrix::ZQArray<int> positionsOfField_;  // scratch of the move
-  zmatrix::ZQArray<int> positionsToPlace_;  // the same with the new element
+  zmatrix::ZQArray<int> positionsToPlace_;  // the same with the positions of new elements
 };
 
 inline long long ZQMatrixBase::slotOfChild(int parentPosition, int coordinate) const {

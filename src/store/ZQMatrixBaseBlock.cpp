@@ -1,4 +1,4 @@
-// The block: its memory, growth, shrinking, and the two places that empty a slot for good.
+// The block: its memory, growth and shrinking, and the deletion of single elements.
 #include <algorithm>
 
 #include "frame/ZQMemory.h"
@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int slotsProvidedAtOnce = 8192;  // what the second level of a cache holds
+constexpr int slotsProvidedAtOnce = 8192;  // 320 to 448 kB, which a second-level cache holds
 
 }  // namespace
 
@@ -31,14 +31,14 @@ void ZQMatrixBase::releaseMemory() {
   ++releasedRecords_;
 }
 
-// A slot above all others is about to be filled, and those behind it will be soon.
+// Called before a slot at or above endOfProvidedSlots_ is filled; the slots behind it are likely to be filled soon.
 void ZQMatrixBase::provideSlots(int position) {
   const int count = std::min(numberOfSlots_ - position, slotsProvidedAtOnce);
   pages_.provide(recordIn(position), static_cast<size_t>(count) * sizeOfRecord_);
   endOfProvidedSlots_ = position + count;
 }
 
-// Gives the block another size; new slots are empty, what stands in slots above a smaller size is gone.
+// New slots are empty; elements above a smaller size are lost.
 bool ZQMatrixBase::resizeBlock(int newSize) {
   return resizeMemory(newSize) && freeSlots_.resize(newSize);
 }
@@ -63,7 +63,7 @@ int ZQMatrixBase::expandMatrixBlock(int minimalSize) {
       return 0;
     }
   }
-  // A size that leaves no room for the roots can only come of a header or a caller that makes no sense: the block stays.
+  // A size without room for the roots can only result from an invalid header or argument: the block is left as it is.
   if (newSize < matrixFileHeader_->getMaxNumberOfMatrices()) return 0;
   matrixFileHeader_->_setMatrixBlockSize(static_cast<int>(newSize));
   if (!resizeBlock(static_cast<int>(newSize))) {
@@ -78,8 +78,7 @@ int ZQMatrixBase::expandMatrixBlock(int minimalSize) {
 
 void ZQMatrixBase::setInitialMatrixBlocksize(int size) {
   const int oldSize = matrixFileHeader_->getMatrixBlockSize();
-  // A positive size that leaves no room for the roots is refused: the block would not hold what the entries point at. So is one
-  // that no growth would ever reach.
+  // Refuses a positive size without room for the roots, to which the entries point, and one beyond the limit of growth.
   if (size >= 1 && size < matrixFileHeader_->getMaxNumberOfMatrices()) return;
   if (size > zmatrix::largestBlockSize) {
     dbPrintf(0, "error from setInitialMatrixBlock: ReAllocation of _matrixData failed _matrixBlockSize too large: %ld!\n",

@@ -1,4 +1,4 @@
-// Fields: who belongs to one, where it begins and ends, and whose children it holds.
+// Fields: the parent of an element, and the first element, last element and size of its field.
 #include <climits>
 
 #include "store/ZQMatrixBase.h"
@@ -10,7 +10,7 @@ ZQMatrixBaseElement* ZQMatrixBase::parentOf(int position) const {
   return elementAt(static_cast<long long>(position) + element->getOffsetToElementInPrevDimension());
 }
 
-bool ZQMatrixBase::lookAtFirstChild(long long position, ZQMatrixBaseElement& element) const {
+bool ZQMatrixBase::readIndexOfFirstChild(long long position, ZQMatrixBaseElement& element) const {
   const ZQMatrixBaseElement* first = elementAt(position + element.getOffsetToElementInNextDimension());
   if (first == nullptr) return false;
   element.setIndexOfFirstChild(first->getIndexInDimension());
@@ -37,7 +37,7 @@ int ZQMatrixBase::getLastMatrixElementInDimension(int position) {
   while ((element = elementAt(at)) != nullptr && element->getOffsetToNextElementInDimension() != 0) {
     const int offset = element->getOffsetToNextElementInDimension();
     if (offset < 1 || at + offset >= numberOfSlots_) {
-      // The sentence names the other direction's operation, and always has.
+      // The message names the function of the other direction; its text is fixed.
       dbPrintf(0, "getFirstMatrixElementInDimension: offsetToNextElementInDimension: %d is unexpected\n", offset);
       return position;
     }

@@ -1,4 +1,4 @@
-// The matrix file of the base tier: the shared tellings, instantiated.
+// Saving and loading of the base tier: instantiates the templates shared by all tiers.
 #include "store/ZQBaseTier.h"
 #include "store/ZQMatrixFileLoad.h"
 #include "store/ZQMatrixFileSave.h"

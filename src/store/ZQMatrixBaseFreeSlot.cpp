@@ -1,6 +1,7 @@
-// The search for free slots. The rules tell slot by slot which one wins; the index of free slots answers the same question
-// without walking. The order of probes matters to the slot, so each limit that a walk would meet, and what it would skip on
-// meeting it, is kept: after both ends of the block were met the block grows and the walk goes on to the right of where it stood.
+// The search for free slots. Its rule is a slot-by-slot walk to both sides of a start; the index of free slots finds the same
+// slot without walking. The walk's limits decide which slot is found, so they are reproduced here: at one end of the block the
+// walk goes on in the other direction only; at both ends the block grows, and the walk goes on to the right, at the distance that
+// it has reached.
 #include <algorithm>
 #include <cstdlib>
 
@@ -20,7 +21,8 @@ void reportFailedGrowth() {
 
 }  // namespace
 
-[[gnu::noinline]] zmatrix::ZQFreeSlotSearchState& zmatrix::freeSlotSearchState() {  // one look-up of the thread for all members
+// Not inlined, so that the thread-local variable is looked up once for all members.
+[[gnu::noinline]] zmatrix::ZQFreeSlotSearchState& zmatrix::freeSlotSearchState() {
   static constinit thread_local zmatrix::ZQFreeSlotSearchState state;
   static_assert(lowestStart == zmatrix::ZQFreeSlotSearchState().firstFree);
   return state;
@@ -107,7 +109,7 @@ int ZQMatrixBase::findIndexOfNearestFreeElement(zmatrix::ZQFreeSlotSearchState& 
   return found;
 }
 
-// The first free slot of the walk -1, +1, -2, +2 ... around `centre`. The left end of the walk is slot 0: roots are never free.
+// The first free slot of the walk -1, +1, -2, +2 ... around `centre`. The walk's left end is slot 0: roots' slots are never free.
 int ZQMatrixBase::searchFrom(int centre) {
   if (const int near = freeSlots_.nearestWithinWord(centre); near != zmatrix::ZQFreeSlotIndex::none) return near;
   long long offset = 0;
@@ -132,7 +134,8 @@ int ZQMatrixBase::searchFrom(int centre) {
     } else {
       const int right = freeSlots_.nextFree(static_cast<long long>(centre) + 1);
       const int left = freeSlots_.previousFree(centre - 1, right >= 0 ? 2LL * centre - right : 0);
-      // A slot on the left that is farther than the right one isn't looked for: it couldn't win, nor could the block's end.
+      // On the left only slots as near as the one found on the right are searched: farther ones, and the left end, can't be
+      // first.
       const long long distanceToLeftEvent = left >= 0 ? centre - left : static_cast<long long>(centre) + 1;
       const long long distanceToRightEvent = (right >= 0 ? right : numberOfSlots_) - static_cast<long long>(centre);
       if (distanceToLeftEvent <= distanceToRightEvent) {
@@ -186,7 +189,7 @@ int ZQMatrixBase::searchShift(int memorySearchMethod, std::span<const int> posit
       rightLimit = rightLimit || from > highest;
       continue;
     }
-    // Alternating: -1, +1, -2, +2 ... until the first fit or the first offset that leaves the block.
+    // Offsets -1, +1, -2, +2 ... up to the first fit or the first offset that leaves the block.
     const long long outsideLeft = lowest > -1 || highest < -1 ? 1 : 1 - lowest;
     const long long outsideRight = lowest > 1 || highest < 1 ? 1 : highest + 1;
     const auto nearest = search.nearest(outsideLeft > 1 ? lowest : 0, outsideRight > 1 ? highest : 0);

@@ -1,5 +1,6 @@
-// Handles: the position of an element, good until the next write or delete. From a handle up to its path, and down to the items
-// that can follow it. An item, or objex, is coordinateDimension coordinates, so its successors lie that many levels below it.
+// Handles: an element's position, valid until the next write or delete. The functions lead from an index vector to its handle and
+// back, and from a handle to those of its successors. An item, or objex, has coordinateDimension coordinates, so successors lie
+// that many levels below the handle.
 #include <algorithm>
 
 #include "frame/ZQMemory.h"
@@ -9,7 +10,7 @@
 
 namespace {
 
-constexpr int longestPath = 4096;  // coordinates of a path that a handle is followed up
+constexpr int longestPath = 4096;  // coordinates; longer index vectors are refused
 
 }  // namespace
 
@@ -106,7 +107,7 @@ int* ZQMatrixBase::getIndexVectorFromMatrixHandle(int handle, int* length) {
   if (handle < 0 || handle > getMaximalStack()) return nullptr;
   const ZQMatrixBaseElement* element = elementAt(handle);
   if (element == nullptr || element->getWriteCount() < 1) return nullptr;
-  int coordinates[longestPath];  // the last one first
+  int coordinates[longestPath];  // in reverse order
   int numberOfCoordinates = 0;
   for (long long at = handle; at != currentMatrixId_;) {
     element = elementAt(at);

@@ -1,6 +1,5 @@
-// A block from a file whose links don't answer each other is made good: what no root leads to goes, and the rest is linked anew
-// from the parent links and the coordinates. A file of few elements may tell of a large block, so that what is noted here is
-// noted by element, not by slot.
+// Repairs a block from a file whose links are inconsistent: drops unreachable elements, and rebuilds child and sibling links from
+// parent links and coordinates. Working memory is per element, not per slot, since a small file may claim a large block.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -10,10 +9,9 @@
 
 namespace {
 
-enum State : uint8_t { unknown = 0, reached = 1, lost = 2, onTheWay = 3 };
+enum State : uint8_t { unknown = 0, reached = 1, lost = 2, inProgress = 3 };
 
-/// The occupied slots of a block up to `top`, ascending, each with what is found out about it. An element is named by its number
-/// here; the first one is a root.
+/// The elements of a block up to slot `top`, numbered in ascending order, each with its state. Element 0 is a root.
 class Elements {
  public:
   Elements(const ZQMatrixBase& matrix, int top)
@@ -35,11 +33,12 @@ class Elements {
   ZQMatrixBaseElement* operator[](size_t number) const { return matrix_.elementAt(positions_[number]); }
   bool isRoot(size_t number) const { return positions_[number] < roots_; }
   State& stateOf(size_t number) { return states_[number]; }
-  /// Of each element a child that the others are held against; later its last one so far. 0 for none.
+  /// For each element the child whose field begin its other children must have; while links are rebuilt, the last child linked so
+  /// far. 0 for none.
   size_t& childOf(size_t number) { return children_[number]; }
 
   bool isOccupied(long long position) const { return position <= top_ && matrix_.elementAt(position) != nullptr; }
-  /// Of an occupied slot.
+  /// The slot must be occupied.
   size_t numberOf(long long position) const {
     const int* const first = positions_.begin();
     return static_cast<size_t>(std::lower_bound(first, first + count_, static_cast<int>(position)) - first);
@@ -62,7 +61,7 @@ class Elements {
   zmatrix::ZQArray<size_t> children_;
 };
 
-/// Marks as lost what has no parent, an illegal index, or another begin of its field than its siblings.
+/// Marks as lost every element that has no parent, an illegal index, or another field begin than its siblings.
 void findMisfits(Elements& elements, long long largestIndex) {
   for (size_t number = 0; number < elements.size(); ++number) {
     if (elements.isRoot(number)) {
@@ -89,23 +88,23 @@ void findMisfits(Elements& elements, long long largestIndex) {
   }
 }
 
-/// Marks as lost what stands below a lost element, or in a circle.
+/// Marks as lost every element below a lost one or in a cycle of parents, and all others as reached.
 void findUnreachable(Elements& elements) {
   for (size_t number = 0; number < elements.size(); ++number) {
     size_t at = number;
     while (elements.stateOf(at) == unknown) {
-      elements.stateOf(at) = onTheWay;
+      elements.stateOf(at) = inProgress;
       at = elements.parentOf(at);
     }
     const State result = elements.stateOf(at) == reached ? reached : lost;
-    for (at = number; elements.stateOf(at) == onTheWay; at = elements.parentOf(at)) elements.stateOf(at) = result;
+    for (at = number; elements.stateOf(at) == inProgress; at = elements.parentOf(at)) elements.stateOf(at) = result;
   }
 }
 
 }  // namespace
 
-// No write lets an index in that is larger than its record allows. One from a file would let a field reach as far, and the block
-// grow with it.
+// Writes refuse an index above the maximalMatrixIndex of their sub-matrix. A larger one from a file would make a field as wide,
+// and the block grow with it.
 long long ZQMatrixBase::largestLegalIndex() const {
   int largest = 0;
   for (int id = 0; id < matrixFileHeader_->getMaxNumberOfMatrices(); ++id) {

@@ -1,4 +1,4 @@
-// The block as an array of pointers to its elements, for who reads it through its slots.
+// The block as an array of pointers to its elements, for getMatrixData, getMatrixDataEntryArray and getOwner.
 #include "store/ZQMatrixBase.h"
 
 bool ZQMatrixBase::refreshPointers() {

@@ -1,4 +1,5 @@
-// The read walk, which changes nothing but the path of the last walk in the record, and the reads of the base tier.
+// The read walk and the reads of the base tier. A walk changes only the record's matrixPtr, the path of the last walk, and the
+// cached coordinate of a first child.
 #include "store/ZQItemSplit.h"
 #include "store/ZQMatrixBase.h"
 
@@ -42,7 +43,7 @@ zmatrix::FoundPath ZQMatrixBase::find(const int* indexVector, int length) noexce
   return {-5};
 }
 
-// A trim, or a file, may have told less than the deepest path: the walk begins anew with more room for the way that it takes.
+// After a trim, or from a file, matrixPtr may be shorter than the deepest path.
 zmatrix::FoundPath ZQMatrixBase::findWithRoomFor(int numberOfSteps, const int* indexVector, int length) {
   return getMatrixInfo()->growMatrixPtr(numberOfSteps) ? find(indexVector, length) : zmatrix::FoundPath{-1};
 }
@@ -78,7 +79,7 @@ long long ZQMatrixBase::readMatrixData32(const int* items, int length, int* exis
 long long ZQMatrixBase::readMatrixData64(const long long* items, int length, int* existCode, int* writeCount) {
   *existCode = -5;
   *writeCount = 0;
-  // The sentence carries the 32-bit operation's name, and is to keep it.
+  // The message names the 32-bit function; its text is fixed.
   return zmatrix::withSplitItems(*this, items, length, 0LL, "readMatrixData32", [&](const int* vector, int splitLength) {
     return readMatrixData(vector, splitLength, existCode, writeCount);
   });

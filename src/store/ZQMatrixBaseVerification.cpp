@@ -1,4 +1,4 @@
-// The self-tests of the base tier: the shared tellings, instantiated.
+// The self-tests of the base tier: instantiates the templates shared by all tiers.
 #include "store/ZQMatrixBase.h"
 
 #include "store/ZQBaseTier.h"

@@ -1,4 +1,4 @@
-// Writing, moving and deleting of the base tier: the shared tellings, instantiated.
+// Writing, moving and deleting of the base tier: instantiates the templates shared by all tiers.
 #include "store/ZQBaseTier.h"
 #include "store/ZQItemSplit.h"
 #include "store/ZQStoreDelete.h"

@@ -1,6 +1,6 @@
-// An element in a matrix file: 32 bytes of the base tier's fields, 8 more of the medium tier's, 8 more of the full tier's. The
-// first int is never negative, which tells an element from a run of empty slots. All links are relative, so nothing needs fixing
-// up. A record that a save finds with a negative count is marked for removal, and is not written.
+// The codec of an element in a matrix file: 32 bytes for the base tier's fields, 8 more for the medium tier's, 8 more for the
+// full tier's. The first int, the write count, is not negative; a negative int instead is a run of empty slots. Links are
+// relative to the slot and stored as they are. A record with a negative write count is marked for removal and not written.
 #pragma once
 
 #include "file/ZQFileStream.h"
@@ -8,16 +8,16 @@
 
 namespace zmatrix {
 
-/// Bytes of an element by the type of the file's records.
+/// Bytes of an element in a file whose info records have this type.
 constexpr size_t sizeOfElementInFile(int infoType) {
   return infoType < 1 ? 32 : infoType == 1 ? 40 : 48;
 }
 
 /// The same for the records of a tier.
 template <class Element>
-constexpr size_t sizeOfElementOf = sizeof(Element) - 8;  // what only the block needs stays out
+constexpr size_t sizeOfElementOf = sizeof(Element) - 8;  // without name and indexOfFirstChild
 
-// Each describing function names the fields of a tier once; `field` gets a getter, a setter and the offset.
+// The fields of each tier, for both directions; `field` gets offset, value and setter.
 template <class Field>
 void describeElement(ZQMatrixBaseElement& e, Field field) {
   field(0, e.getWriteCount(), [&](int v) { e.setWriteCount(v); });
@@ -48,7 +48,7 @@ void putElement(char* to, Element& element) {
   describeElement(element, [to](size_t offset, auto value, auto) { putLittleEndian(to + offset, value); });
 }
 
-/// Takes the fields that lie within the first `size` bytes; the others stay.
+/// Sets the fields that lie within the first `size` bytes; the others are left as they are.
 template <size_t size, class Element>
 void getElement(const char* from, Element& element) {
   describeElement(element, [from](size_t offset, auto value, auto set) {
@@ -56,7 +56,7 @@ void getElement(const char* from, Element& element) {
   });
 }
 
-/// Nothing happens for a null element, or for one that is marked for removal.
+/// Writes nothing for null or for an element that is marked for removal.
 template <class Element>
 void writeMatrixElementToDisk(Element* element, ZQFileWriter& file) {
   if (element == nullptr || element->getWriteCount() < 0) return;

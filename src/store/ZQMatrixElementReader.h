@@ -1,6 +1,5 @@
-// Reading the elements of a matrix file into the slots of an empty block, in order; the links of each are taken note of as it
-// passes. Told once for the tiers; the elements are the reading tier's in any
-// case.
+// Reads the elements of a matrix file into the slots of an empty block, in slot order, and passes each to the check of links.
+// Shared by all tiers; the elements are of the reading tier, whatever the tier of the file.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +16,7 @@ template <class Tier>
 struct ZQMatrixElementReader {
   ZQMatrixElementReader(typename Tier::Matrix& matrix, zmatrix::ZQFileReader& file) : matrix_(matrix), file_(file) {}
 
-  /// Reads elements of the files of a tier, up to the stack that the file tells.
+  /// Reads the elements of a file whose info records have this type, up to the stack in its header.
   void read(int infoType, int stackOfFile) {
     stack_ = stackOfFile;
     ZQMatrixFileHeader& header = *matrix_.getMatrixFileHeader();
@@ -50,8 +49,8 @@ struct ZQMatrixElementReader {
   }
 
   long long position = 0;  // the slot of the next element
-  int count = 0;           // elements read, less the roots
-  int numberOutside = 0;   // elements that the block has no slot for
+  int count = 0;           // elements read, minus the number of roots
+  int numberOutside = 0;   // elements beyond the end of the block
   bool isOutOfMemory = false;
   zmatrix::ZQLinkCheck links;
 
@@ -92,7 +91,7 @@ struct ZQMatrixElementReader {
     return storeElement<size>(bytes);
   }
 
-  /// Where less than an element is left: still a run, or an element whose missing fields become 0.
+  /// The same if less than an element is left: a run, or an element whose missing fields become 0.
   template <size_t size>
   int readLastBytes() {
     const char* first = file_.peek(sizeof(int));
@@ -133,8 +132,8 @@ struct ZQMatrixElementReader {
 
   typename Tier::Matrix& matrix_;
   zmatrix::ZQFileReader& file_;
-  size_t wordOfOccupied_ = 0;  // 64 slots, and a bit for each that was filled
-  uint64_t occupied_ = 0;
+  size_t wordOfOccupied_ = 0;  // the word of 64 slots being filled
+  uint64_t occupied_ = 0;      // its filled slots, a bit each, not yet in the index of free slots
   int stack_ = 0;
 };
 

@@ -1,18 +1,18 @@
-// The element records of the three tiers: what one slot of the block holds. A slot whose bytes are all 0 is empty. All links are
-// relative to the slot that holds the record, in slots, so that a field moves by patching only its own elements, their parent and
-// their children. What a step down reads stands first, in 16 bytes, and no tier pays for padding.
+// The element records of the three tiers, one per slot of the block. A slot whose bytes are all 0 is empty. Links are relative to
+// the record's own slot, in slots, so that a move of a field patches only its own elements, their parent and their children. The
+// members that a step down reads are the first 16 bytes, and no record has padding.
 #pragma once
 
 #include <climits>
 
 namespace zmatrix {
 
-/// `value` + `addend`, going round at the end of the type: counts and links of a damaged file may be anything.
+/// `value` + `addend` with wraparound: counts and links of a damaged file may have any value.
 inline void addTo(int& value, int addend) {
   value = static_cast<int>(static_cast<unsigned>(value) + static_cast<unsigned>(addend));
 }
 
-/// Clears a record, which stays the same one.
+/// Clears a record except its name.
 template <class Element>
 void clearRecord(Element& element) {
   const unsigned name = element.getName();
@@ -48,12 +48,12 @@ class ZQMatrixBaseElement {
   void addOffsetToElementInPrevDimension(int offset) { zmatrix::addTo(offsetToElementInPrevDimension_, offset); }
   void clearMatrixData() { zmatrix::clearRecord(*this); }
 
-  // --- the block's own
+  // --- not in the file
   static constexpr int unknownIndex = INT_MIN;  ///< no element has it
-  /// The coordinate of the first child, from which the places of all others follow; unknownIndex until somebody has looked.
+  /// A cache of the first child's coordinate, from which the field's begin follows; unknownIndex until it was read.
   int getIndexOfFirstChild() const { return indexOfFirstChild_; }
   void setIndexOfFirstChild(int index) { indexOfFirstChild_ = index; }
-  /// What tells this record from any other that the matrix has or had; 0 in an empty slot.
+  /// A serial number that identifies the record among all that the matrix has or had; 0 in an empty slot.
   unsigned getName() const { return name_; }
   void setName(unsigned newName) { name_ = newName; }
 
@@ -62,14 +62,14 @@ class ZQMatrixBaseElement {
   int offsetToElementInNextDimension_ = 0;  // first child; 0 if there is none
   int indexOfFirstChild_ = unknownIndex;
   unsigned name_ = 0;
-  long long value_ = 0;                         // given at the last write of the path that ends here
-  int writeCount_ = 0;                          // writes of that path; 0 on a mere path element, -1 on one marked for removal
+  long long value_ = 0;                         // of the last write of the path that ends here
+  int writeCount_ = 0;                          // writes of that path; 0 if only longer ones were written, -1 marks for removal
   int indexInDimension_ = 0;                    // the coordinate by which the parent reaches this element
   int offsetToNextElementInDimension_ = 0;      // next sibling, above 0; 0 at the field's last element
   int offsetToPreviousElementInDimension_ = 0;  // previous sibling, below 0; 0 at the field's first element
 };
 
-/// Element of the medium tier: a path that is a rule, with what a conditional probability needs.
+/// Element of the medium tier: adds the counts that conditional probabilities need.
 class ZQMatrixMediumElement : public ZQMatrixBaseElement {
  public:
   int getWriteCountWithSuccessor() const { return writeCountWithSuccessor_; }
@@ -88,7 +88,7 @@ class ZQMatrixMediumElement : public ZQMatrixBaseElement {
   int writeCountWithoutPredecessor_ = 0;  // writes of the path at the very start of a sequence
 };
 
-/// Element of the full tier: a rule that can carry a symbol, or belong to one.
+/// Element of the full tier: adds the symbol of a phrase, or the phrase of a symbol.
 class ZQMatrixElement : public ZQMatrixMediumElement {
  public:
   int getSymbolID() const { return symbolId_; }
@@ -104,4 +104,4 @@ class ZQMatrixElement : public ZQMatrixMediumElement {
 };
 
 static_assert(sizeof(ZQMatrixBaseElement) == 40 && sizeof(ZQMatrixMediumElement) == 48 && sizeof(ZQMatrixElement) == 56,
-              "element records carry no padding");
+              "element records must have no padding");

@@ -1,9 +1,9 @@
-// Loading a matrix, told once for the tiers: a tier takes the files of the tiers below it as well, and its records and elements
-// are its own in any case. Nothing in the file is believed: what decides over memory is held against the file's size and the
-// limits of the system, records that make no sense become empty ones, and the links are checked once all elements stand.
+// Loading a matrix, shared by all tiers. A tier also loads the files of the tiers below it; records and elements are then of the
+// loading tier. Nothing in the file is trusted: sizes are checked against the file's size and the limits of the system, illegal
+// records become empty ones, and the links are checked after all elements are read.
 //
-// A header that is refused leaves the old content; a later refusal leaves an empty matrix. What had to be dropped or linked anew
-// stands in the matrix's report of the load.
+// If the header is refused, the old content stays; a later refusal leaves an empty matrix. The matrix's load report counts what
+// was dropped or relinked.
 #pragma once
 
 #include <cstdio>
@@ -26,7 +26,7 @@ struct ZQMatrixFileLoad {
   static constexpr long long sizeOfSmallestElement = zmatrix::sizeOfElementInFile(0);
 
   static int load(Matrix& matrix, const char* path, int debugLevel) {
-    const std::string ownPath = path != nullptr ? path : "";  // it may be one of the header's texts, which are about to change
+    const std::string ownPath = path != nullptr ? path : "";  // `path` may be a text of the header, which the load changes
     path = ownPath.c_str();
     ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
     matrix.currentMatrixId_ = 0;
@@ -65,7 +65,7 @@ struct ZQMatrixFileLoad {
     int result = 1;
     if (matrix_.makeEmptyBlock(header_.getMatrixBlockSize())) {
       elements_.read(infoType_, stackOfFile_);
-      matrix_.loadReport_.isCutShort = file_.isAtEnd();  // the read behind the end counts as an element
+      matrix_.loadReport_.isCutShort = file_.isAtEnd();  // a read beyond the end still counts as an element
       if constexpr (hasHistory) {
         if (!keepHistory()) result = -1;
         upgradeRecords();
@@ -82,7 +82,7 @@ struct ZQMatrixFileLoad {
     return result;
   }
 
-  // The fields that say what there is in memory stay true to it, so that it can still be saved and loaded.
+  // If the header is refused, restores the fields that describe the memory, so that the old content can still be saved.
   bool readHeader() {
     char oldFileType[8];
     zmatrix::storeText(oldFileType, sizeof oldFileType, header_.getFileType());
@@ -109,8 +109,7 @@ struct ZQMatrixFileLoad {
     return false;
   }
 
-  // Sub-matrices that hold something have their roots in the file, so that beyond a modest number, which any matrix may have
-  // without holding anything, the file limits them.
+  // Each sub-matrix has a root in the block, so that the file's size limits their number; a modest number is always legal.
   bool hasLegalNumbers() const {
     const int maximum = header_.getMaxNumberOfMatrices();
     return maximum >= 1 && maximum <= zmatrix::largestNumberOfMatrices && maximum <= header_.getMatrixBlockSize() &&
@@ -119,7 +118,7 @@ struct ZQMatrixFileLoad {
            header_.getNumberOfMatrices() <= maximum;
   }
 
-  /// Gives the matrix records and entries for so many sub-matrices. False if memory has run out.
+  /// Resizes the matrix to so many sub-matrices and makes the missing records. False if memory has run out.
   bool setNumberOfRecords(int newMaximum) {
     const int oldMaximum = header_.getMaxNumberOfMatrices();
     if (!matrix_.resizeSubMatrices(newMaximum)) return false;
@@ -149,14 +148,15 @@ struct ZQMatrixFileLoad {
     matrix_.setMatrixDebugOn(debugLevel);
   }
 
-  // The header may count more sub-matrices than have records: its count doesn't fall, but those above the last that holds
-  // anything are not written. What stands in their place is the first element.
+  // True if a record is next in the file. The header may count more sub-matrices than there are records: its count never falls,
+  // but a save writes no records above the highest occupied sub-matrix. Then the first element follows.
   bool isAtRecord() {
     const char* bytes = file_.peek(2 * sizeof(int));
     return bytes == nullptr || zmatrix::getLittleEndian<int>(bytes + sizeof(int)) == zmatrix::matrixInfoMagicNumber;
   }
 
-  // A record that makes no sense goes unnoticed here, except for its type: it shows in the counts.
+  // An illegal record is replaced by an empty one without a message; only an illegal type refuses the file. The counts of
+  // elements then differ.
   bool readRecords() {
     const int typeOfHeader = header_.getMatrixInfoType();
     infoType_ = typeOfHeader >= 0 && typeOfHeader <= Tier::infoType ? typeOfHeader : Tier::infoType;
@@ -175,11 +175,11 @@ struct ZQMatrixFileLoad {
       if (isRead) {
         infoType_ = info.getUpdateInfoType();
       } else {
-        info.setUpdateInfoType(Tier::infoType);  // an empty record of this tier: the next save must not tell another
+        info.setUpdateInfoType(Tier::infoType);  // the type of the next save
       }
     }
     for (int id = header_.getNumberOfMatrices(); id < header_.getMaxNumberOfMatrices(); ++id) {
-      if (!infoOf(id)->isEmpty()) makeRecordEmpty(id);  // what it counts is gone
+      if (!infoOf(id)->isEmpty()) makeRecordEmpty(id);  // its elements are no longer in memory
     }
     const int numberCut = Tier::checkLoadedRecords(matrix_);
     if (numberCut < 0) return giveUp();
@@ -192,8 +192,9 @@ struct ZQMatrixFileLoad {
     return false;
   }
 
-  // The rest of the file goes to a stream of its own, for the next save. Without one the history would be lost then, and nobody
-  // would notice: so the file is refused. A place that is not behind the elements is a stale one, and holds no history.
+  // Copies the history, the rest of the file, to a temporary stream, from which the next save writes it. If no stream can be made
+  // the load fails, since the next save would silently lose the history. An offset before the end of the elements is stale: then
+  // the history is empty.
   bool keepHistory() {
     const int offset = header_.getOffsetToUpdateInfos();
     const long long reached = file_.getPosition();
@@ -221,7 +222,7 @@ struct ZQMatrixFileLoad {
     return false;
   }
 
-  /// A file that is too large for its header to say where the history begins has it behind the elements; 0 if there is none.
+  /// The begin of a history beyond the largest offset that a header can hold: it follows the elements. 0 if there is none.
   long long unnamedHistory(long long reached) {
     if (reached <= zmatrix::largestOffsetToUpdateInfos || file_.isAtEnd()) return 0;
     const char* bytes = file_.peek(2 * sizeof(int));
@@ -246,7 +247,7 @@ struct ZQMatrixFileLoad {
     }
   }
 
-  // The current ID stays at the last.
+  // Leaves the last ID as the current one.
   void upgradeRecords() {
     if (infoType_ >= Tier::infoType) return;
     for (int id = 0; id < header_.getMaxNumberOfMatrices(); ++id) {
@@ -274,7 +275,7 @@ struct ZQMatrixFileLoad {
     }
   }
 
-  /// A cut file may lack some: their slots must never look free.
+  /// Makes the roots that a truncated file lacks: their slots must never be free.
   bool provideRoots() {
     const int roots = header_.getMaxNumberOfMatrices();
     for (int id = 0; id < roots; ++id) {
@@ -290,7 +291,7 @@ struct ZQMatrixFileLoad {
                matrix_.numberOfSlots_);
     }
     for (int id = 0; id < header_.getMaxNumberOfMatrices(); ++id) {
-      // A count beyond the block would let it grow for nothing.
+      // A count above the block's size would make the free-slot search grow the block needlessly.
       Info& info = *infoOf(id);
       if (info.getNumberOfMatrixElements() > matrix_.numberOfSlots_) info.setNumberOfMatrixElements(matrix_.numberOfSlots_);
     }
@@ -303,7 +304,7 @@ struct ZQMatrixFileLoad {
     return true;
   }
 
-  // The header may count sub-matrices that have no record, which is no fault where the elements are all there.
+  // Missing records are no fault if all elements are there: see isAtRecord.
   void completeReport() {
     zq_loadReport& report = matrix_.loadReport_;
     const bool isComplete = report.elementsRead == report.elementsCounted && recordsIllegal_ == 0;
@@ -320,7 +321,7 @@ struct ZQMatrixFileLoad {
     infoOf(id)->initMatrixInfo(id);
   }
 
-  /// After a refusal behind the header: a new matrix with the file's number of sub-matrices.
+  /// After a refusal behind the header: makes the matrix empty, with the file's number of sub-matrices.
   void becomeEmpty() {
     const int numberOfMatrices = header_.getMaxNumberOfMatrices();
     for (int id = 0; id < numberOfMatrices; ++id) makeRecordEmpty(id);

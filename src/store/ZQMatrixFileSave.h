@@ -1,5 +1,5 @@
-// Saving a matrix, told once for the tiers: header, a record for each sub-matrix up to the highest occupied one, all slots up to
-// the stack, and from the medium tier up the history. Everything goes to a neighbour of the file first: see ZQSafeFile.
+// Saving a matrix, shared by all tiers: header, the info records up to the highest occupied sub-matrix, all slots up to
+// maximalStack, and from the medium tier up the history. The file is replaced whole or not at all: see ZQSafeFile.
 #pragma once
 
 #include <cstdio>
@@ -28,13 +28,13 @@ struct ZQMatrixFileSave {
     ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
     const int offsetToUpdateInfos = header.getOffsetToUpdateInfos();
     bool isWritten = false;
-    if (matrix.hasBlock()) {  // a matrix that has lost its block holds nothing that is worth an old file
+    if (matrix.hasBlock()) {  // a matrix that has lost its block must not replace an older file
       zmatrix::ZQFileWriter file(target.getStream());
       file.writeBackAtOnce();
       isWritten = ZQMatrixFileSave(matrix, file).write();
     }
     if (isWritten && target.commit()) return 1;
-    header.setOffsetToUpdateInfos(offsetToUpdateInfos);  // of the file that stands
+    header.setOffsetToUpdateInfos(offsetToUpdateInfos);  // of the old file, which remains
     dbPrintf(0, "saveMatrixToDisk: Could not write file %s!\n", path);
     return -1;
   }
@@ -43,7 +43,7 @@ struct ZQMatrixFileSave {
   ZQMatrixFileSave(Matrix& matrix, zmatrix::ZQFileWriter& file)
       : matrix_(matrix), header_(*matrix.getMatrixFileHeader()), file_(file) {}
 
-  // The current sub-matrix decides for the whole file whether there is a history.
+  // The settings of the current sub-matrix decide for the whole file whether a history is written.
   bool write() {
     int addUpdateInfo = 0;
     int addSequence = 0;
@@ -71,7 +71,7 @@ struct ZQMatrixFileSave {
     const int stack = header_.getMaximalStack();
     int elementCount = zmatrix::negativeOf(header_.getMaxNumberOfMatrices());
     int ruleCount = 0;
-    const bool countsRules = hasHistory && ZQDebugChannel::shows(1);  // the count is only told
+    const bool countsRules = hasHistory && ZQDebugChannel::shows(1);  // only the message of level 1 needs the count
     if constexpr (hasHistory) {
       snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "saveMatrixToDisk: (%d) items", stack);
     }
@@ -98,12 +98,13 @@ struct ZQMatrixFileSave {
     reportCounts(elementCount, ruleCount);
   }
 
-  /// An element that is marked for removal has no form in the file: its slot goes out as an empty one.
+  /// False for an empty slot and for an element that is marked for removal, which is written as an empty slot.
   bool isWritable(long long position) const {
     const ZQMatrixBaseElement* element = matrix_.elementAt(position);
     return element != nullptr && element->getWriteCount() >= 0;
   }
 
+  /// The end of the run of slots without a writable element.
   long long endOfRun(long long position, int stack) const {
     while (position <= stack && position < matrix_.numberOfSlots_ && !isWritable(position)) ++position;
     return position < matrix_.numberOfSlots_ ? position : static_cast<long long>(stack) + 1;
@@ -119,8 +120,8 @@ struct ZQMatrixFileSave {
     }
   }
 
-  // First what the file had that the matrix was read from, then a record of each sub-matrix that was fed since.
-  // False if the older records could not be read.
+  // Writes the history of the file that the matrix was read from, then the record of each sub-matrix that was fed since. False if
+  // the older records could not be read.
   bool writeHistory(long long positionOfOffset, int withSequence) {
     const long long positionOfHistory = file_.getPosition();
     const bool canBeNamed = positionOfHistory <= zmatrix::largestOffsetToUpdateInfos;
@@ -130,7 +131,7 @@ struct ZQMatrixFileSave {
       header_.setFpUpdateInfos(olderRecords);
       header_.setFpUpdateInfosFileName("");
     }
-    // A history that the header can't name lies behind the elements all the same, where a load finds it.
+    // If the offset doesn't fit the header it is 0; the history still follows the elements, where a load finds it.
     const int offset = canBeNamed ? static_cast<int>(positionOfHistory) : 0;
     header_.setOffsetToUpdateInfos(offset);
     file_.patch(positionOfOffset, offset);

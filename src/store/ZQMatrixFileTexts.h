@@ -1,4 +1,4 @@
-// The sentences in which the tiers' readers of a matrix file differ.
+// The messages of a load that differ between the tiers. Their texts, misspellings included, are part of the interface.
 #pragma once
 
 #include "frame/ZQSentence.h"

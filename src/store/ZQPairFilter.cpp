@@ -6,11 +6,11 @@ namespace zmatrix {
 
 bool ZQPairFilter::resize(size_t newNumberOfRegions) noexcept {
   const size_t neededWords = (newNumberOfRegions + 63) / 64;
-  if (!hasNo_.resize(newNumberOfRegions)) return false;
+  if (!rulesOut_.resize(newNumberOfRegions)) return false;
   if (neededWords > wordsOfRow_) {
     const size_t newWordsOfRow = neededWords + neededWords / 2;
     if (!bits_.resize(numberOfDistances * newWordsOfRow, ~uint64_t{0})) return false;
-    for (size_t row = numberOfDistances; row-- > 0;) {  // spread the rows, last first, each to its new begin
+    for (size_t row = numberOfDistances; row-- > 0;) {  // moves the rows apart, the last one first, since they may overlap
       uint64_t* to = &bits_[row * newWordsOfRow];
       if (wordsOfRow_ > 0) memmove(to, &bits_[row * wordsOfRow_], wordsOfRow_ * sizeof(uint64_t));
       memset(to + wordsOfRow_, 0xFF, (newWordsOfRow - wordsOfRow_) * sizeof(uint64_t));
@@ -25,16 +25,16 @@ bool ZQPairFilter::resize(size_t newNumberOfRegions) noexcept {
 
 void ZQPairFilter::clear() {
   bits_.reset();
-  hasNo_.reset();
+  rulesOut_.reset();
   numberOfRegions_ = wordsOfRow_ = 0;
-  memset(rowsWithNoBits_, 0, sizeof rowsWithNoBits_);
+  memset(rowsRulingOut_, 0, sizeof rowsRulingOut_);
 }
 
 void ZQPairFilter::setAllFrom(size_t first) {
   for (int row = 0; row < numberOfDistances; ++row) {
     for (size_t region = first; region < numberOfRegions_; ++region) set(row, region);
   }
-  for (size_t region = first; region < numberOfRegions_; ++region) hasNo_[region] = 0;
+  for (size_t region = first; region < numberOfRegions_; ++region) rulesOut_[region] = 0;
 }
 
 }  // namespace zmatrix

@@ -1,9 +1,9 @@
-// For each region of 4096 slots and each distance d up to 256: may a slot x of the region be free together with x + d? A clear
-// bit says no for certain, so that the search for a place that a whole field fits passes the region by. A search that walked a
-// region in vain clears the bit, a slot that becomes free sets the bits of its free neighbours, and filling a slot never touches
-// it.
+// A filter for the placement of whole fields, with a bit for each region of 4096 slots and each distance d up to 256. A clear bit
+// means that no slot x of the region is free together with x + d, so that the search skips the region; a set bit means that there
+// may be such a pair. A search that found no fit in a region clears bits, a slot that becomes free sets the bits of its pairs
+// with other free slots, and filling a slot changes nothing.
 //
-// Wider distances, as note times have, are not remembered: to look at a region costs less than to keep them up to date.
+// Wider distances, as between note times, have no bits: searching a region costs less than keeping the bits up to date.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@ class ZQPairFilter {
   static constexpr int slotsOfRegionLog2 = 12;
   static constexpr int numberOfDistances = 256;
 
-  /// Sets the number of regions; all bits of new regions are set. False if there is no room.
+  /// Sets the number of regions; all bits of new regions are set. False if memory has run out.
   [[nodiscard]] bool resize(size_t newNumberOfRegions) noexcept;
 
   void clear();
@@ -34,34 +34,35 @@ class ZQPairFilter {
     bits_[static_cast<size_t>(row) * wordsOfRow_ + (region >> 6)] |= uint64_t{1} << (region & 63);
   }
 
-  void setNo(int row, size_t region) {
+  /// Clears a bit.
+  void ruleOut(int row, size_t region) {
     bits_[static_cast<size_t>(row) * wordsOfRow_ + (region >> 6)] &= ~(uint64_t{1} << (region & 63));
-    hasNo_[region] = 1;
-    rowsWithNoBits_[row >> 6] |= uint64_t{1} << (row & 63);
+    rulesOut_[region] = 1;
+    rowsRulingOut_[row >> 6] |= uint64_t{1} << (row & 63);
   }
 
-  /// 64 rows: bit i is distance 64 * word + i + 1. A clear bit: no region has ever been crossed off for that distance.
-  uint64_t rowsWithNo(size_t word) const { return rowsWithNoBits_[word]; }
+  /// The rows in which a bit was ever cleared, among 64: bit i is distance 64 * word + i + 1.
+  uint64_t rowsRulingOut(size_t word) const { return rowsRulingOut_[word]; }
 
-  /// True if some distance of the region has a clear bit; while it has none, a freed slot there has nothing to set.
-  bool hasNoIn(size_t region) const { return hasNo_[region] != 0; }
+  /// False if all bits of the region are set: then nothing needs to be set for a slot that becomes free.
+  bool rulesOutAnyIn(size_t region) const { return rulesOut_[region] != 0; }
 
   /// Sets all bits of the regions from `first` on.
   void setAllFrom(size_t first);
 
   /// Sets all bits of a region.
   void setAllOf(size_t region) {
-    if (!hasNoIn(region)) return;
+    if (!rulesOutAnyIn(region)) return;
     for (int row = 0; row < numberOfDistances; ++row) set(row, region);
-    hasNo_[region] = 0;
+    rulesOut_[region] = 0;
   }
 
  private:
-  uint64_t rowsWithNoBits_[numberOfDistances / 64] = {};
+  uint64_t rowsRulingOut_[numberOfDistances / 64] = {};
   size_t numberOfRegions_ = 0;
   size_t wordsOfRow_ = 0;
   ZQArray<uint64_t> bits_;
-  ZQArray<uint8_t> hasNo_;
+  ZQArray<uint8_t> rulesOut_;
 };
 
 }  // namespace zmatrix

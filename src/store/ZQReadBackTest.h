@@ -1,4 +1,4 @@
-// The second memory test, told once for the tiers: reads back vectors whose values the caller knows.
+// The second memory test, shared by all tiers: reads back vectors whose values the caller knows.
 #pragma once
 
 #include <memory>
@@ -70,7 +70,7 @@ struct ZQReadBackTest {
     } else if (large == 1 && coordinateDimension == 2) {
       found.value = Tier::readBack32(matrix, vector, length, &found.existCode, &found.writeCount);
     } else if (large == 2 && coordinateDimension == 4) {
-      // The interface has no wider integers for the items; what is longer than a path can be is never read.
+      // The interface passes the items as int. A length that readMatrixData64 refuses is passed on without reading the vector.
       const int readable = length > 0 && length <= matrix.getMatrixInfo()->getMaxDimOfMatrix() / 4 ? length : 0;
       std::unique_ptr<long long[]> items(new (std::nothrow) long long[static_cast<size_t>(readable) + 1]);
       if (items == nullptr) return false;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-// A second version of a function for processors with vectors of 32 bytes, chosen when the library is loaded, which is too early
-// for the thread sanitizer.
+// Compiles a function a second time for processors with vectors of 32 bytes. Which version runs is decided when the library is
+// loaded, by code that the thread sanitizer can't run that early.
 #if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__) && !defined(__SANITIZE_THREAD__)
 #define ZMATRIX_WITH_AVX2_TOO __attribute__((target_clones("avx2", "default")))
 #else
@@ -16,7 +16,7 @@ namespace zmatrix {
 namespace {
 
 constexpr size_t wordsOfVector = 4;
-constexpr size_t wordsOfBlock = 16;  // which stay in registers from the first position to the last
+constexpr size_t wordsOfBlock = 16;  // few enough to stay in registers while all positions are tested
 using FourWords [[gnu::vector_size(wordsOfVector * sizeof(uint64_t))]] = uint64_t;
 
 struct [[gnu::packed, gnu::may_alias]] UnalignedWords {
@@ -36,7 +36,7 @@ const UnalignedWords* wordsFrom(const uint64_t* first) {
   block = {from[0].words, from[1].words, from[2].words, from[3].words};
 }
 
-/// Of the slots in a block those stay that have a free one `distance` above them.
+/// Keeps those slots of a block that have a free slot `distance` above them.
 [[gnu::always_inline]] inline void keepPairs(Block& block, const uint64_t* slots, long long distance) {
   const int shift = static_cast<int>(distance & 63);
   const UnalignedWords* low = wordsFrom(slots + (distance >> 6));
@@ -59,17 +59,17 @@ const UnalignedWords* wordsFrom(const uint64_t* first) {
   return (any[0] | any[1] | any[2] | any[3]) == 0;
 }
 
-/// How many positions behind the first were tested. Few often leave nothing; where more are needed the question isn't asked after
-/// each.
+/// Keeps the slots at which the whole field fits; returns how many positions after the first were tested. Often few positions
+/// leave no slot, so that this is checked after each of the first ones, later only after every eighth.
 [[gnu::always_inline]] inline int keepFits(Block& block, const uint64_t* slots, std::span<const int> positions) {
-  constexpr int askedEachTime = 4, timesBetweenQuestions = 8;
+  constexpr int checkedEachTime = 4, positionsBetweenChecks = 8;
   const int* const last = positions.data() + positions.size();
   const long long anchor = positions.front();
   int number = 0;
   for (const int* position = positions.data() + 1; position != last; ++position) {
     keepPairs(block, slots, *position - anchor);
     ++number;
-    if ((number < askedEachTime || number % timesBetweenQuestions == 0) && isEmpty(block)) break;
+    if ((number < checkedEachTime || number % positionsBetweenChecks == 0) && isEmpty(block)) break;
   }
   return number;
 }

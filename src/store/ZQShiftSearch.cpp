@@ -42,8 +42,8 @@ long long ZQShiftSearch::previousFit(long long from, long long to) {
   return none;
 }
 
-// Of the candidates on both sides the nearer region is looked at, until a fit on one side is nearer than what is left on the
-// other.
+// Searches the nearer of the next candidate regions on both sides, until a fit on one side is nearer than the candidates left on
+// the other.
 ZQShiftSearch::Nearest ZQShiftSearch::nearest(long long lowest, long long highest) {
   Nearest result;
   if (isSingle()) {
@@ -93,8 +93,8 @@ long long ZQShiftSearch::previousFreeOffset(long long from, long long to) const 
   return slot != ZQFreeSlotIndex::none ? slot - anchor_ : none;
 }
 
-// 64 regions that have a free slot and, as far as the filter knows, serve every distance of the field. Where the field's own
-// slots come into it, which are only lent, the filter doesn't know.
+// The candidates among 64 regions: those that have a free slot and that the filter doesn't rule out for any of the field's
+// distances. Regions that the field's own slots can affect are always candidates, since the filter is not updated for lent slots.
 uint64_t ZQShiftSearch::candidateRegions(size_t word) const {
   uint64_t regions = index_.regionsWithFree_[word];
   for (int j = 0; j < numberOfTracked_; ++j) {
@@ -145,8 +145,8 @@ void ZQShiftSearch::goBack(Candidates& candidates, long long first) const {
   candidates.regionsLeft &= ~(uint64_t{1} << bit);
 }
 
-// The slot in `lowest` .. `highest` of the region where the field's first position fits, or -1: the first one from the end that
-// is asked for.
+// The first slot of the region within `lowest` .. `highest`, from below if `ascending`, else from above, at which the field's
+// first position fits; -1 if there is none.
 long long ZQShiftSearch::fitInRegion(long long region, long long lowest, long long highest, bool ascending) {
   if (region != regionOfFits_) {
     regionOfFits_ = region;
@@ -177,10 +177,10 @@ void ZQShiftSearch::findFits(size_t region) {
   } else {
     fits_.find(&index_.freeSlots_[region * wordsOfRegion], positions_);
   }
-  if (fits_.wordsWithFit == 0) crossOff(region);
+  if (fits_.wordsWithFit == 0) ruleOutDistances(region);
 }
 
-// The same where the field reaches beyond the block's end, slower.
+// The slower search for a region from which the field reaches beyond the end of the block.
 void ZQShiftSearch::findFitsAtEnd(size_t region) {
   fits_.wordsWithFit = 0;
   fits_.numberTested = mostTrackedDistances;
@@ -196,13 +196,13 @@ void ZQShiftSearch::findFitsAtEnd(size_t region) {
   }
 }
 
-// The filter learns which distances a region has no pair of: of those that were tested before nothing was left.
-void ZQShiftSearch::crossOff(size_t region) {
-  if (index_.numberOfFreeInRegion_[region] > mostFreeToCrossOff) return;
+// Rules out the distances of which a region without a fit has no pair, among those that were tested.
+void ZQShiftSearch::ruleOutDistances(size_t region) {
+  if (index_.numberOfFreeInRegion_[region] > mostFreeToRuleOut) return;
   const int number = std::min(fits_.numberTested, numberOfTracked_);
   for (int j = 0; j < number; ++j) {
     if (rows_[j] < 0 || (fits_.numberTested > 1 && hasPair(region, distances_[j]))) continue;
-    index_.pairs_.setNo(rows_[j], region);
+    index_.pairs_.ruleOut(rows_[j], region);
   }
 }
 

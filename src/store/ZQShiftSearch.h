@@ -1,6 +1,6 @@
-// Where does a whole field fit? A shift is an offset by which every position of the field lands on a free slot. The search goes
-// region by region, skips those where the filter rules out some of the field's distances, and finds all fits of the others at
-// once. The field's own slots are lent to it while it runs, since they move too.
+// Finds an offset at which every position of a field lands on a free slot. The search goes region by region, skips the regions
+// where the filter rules out one of the field's distances, and finds all fits of another region at once. The caller lends the
+// field's own slots while it runs, since they will be free after the move.
 #pragma once
 
 #include <climits>
@@ -15,7 +15,7 @@ class ZQShiftSearch {
  public:
   static constexpr long long none = LLONG_MAX;
 
-  /// `positions` ascend; all of them must land on free slots. `own` are the slots of the field, lent to the search.
+  /// `positions` ascend; all of them must land on free slots. `own` are the field's slots, which the caller has lent.
   ZQShiftSearch(ZQFreeSlotIndex& index, std::span<const int> positions, std::span<const int> own);
 
   /// The smallest fitting offset in `from` .. `to`, or none.
@@ -34,15 +34,15 @@ class ZQShiftSearch {
 
  private:
   static constexpr int mostTrackedDistances = 12;
-  static constexpr int mostFreeToCrossOff = 512;  // where more slots of a region are free, all pairs occur
+  static constexpr int mostFreeToRuleOut = 512;  // with more free slots in a region, nearly all distances occur
   static constexpr int regionLog2 = ZQPairFilter::slotsOfRegionLog2;
   static constexpr long long noRegion = -1;
 
-  /// The regions that may serve on one side, from near to far. 64 are filtered at once.
+  /// The candidate regions on one side, from near to far. 64 are filtered at once.
   struct Candidates {
     long long region = noRegion;  // the nearest one
     long long word = 0;
-    uint64_t regionsLeft = 0;  // of the word, behind the nearest one
+    uint64_t regionsLeft = 0;  // the farther ones of this word of 64 regions
   };
 
   bool isSingle() const { return positions_.size() == 1; }
@@ -56,7 +56,7 @@ class ZQShiftSearch {
   long long fitInRegion(long long region, long long lowest, long long highest, bool ascending);
   void findFits(size_t region);
   void findFitsAtEnd(size_t region);
-  void crossOff(size_t region);
+  void ruleOutDistances(size_t region);
   bool hasPair(size_t region, long long distance) const;
   bool reachesEnd(size_t region, long long distance) const {
     return (region + 1) * wordsOfRegion + static_cast<size_t>(distance >> 6) >= index_.numberOfWords_;
@@ -67,10 +67,10 @@ class ZQShiftSearch {
   const long long anchor_;
   int numberOfTracked_;
   long long distances_[mostTrackedDistances];
-  int rows_[mostTrackedDistances];  // of the filter, for the first distances; -1 for one that has none
-  long long firstLent_ = 0;         // regions in which the field's own slots may serve
+  int rows_[mostTrackedDistances];  // of the filter, for these distances; -1 for one that has none
+  long long firstLent_ = 0;         // first and last region whose fits can use the field's own slots
   long long lastLent_ = -1;
-  long long regionOfFits_ = noRegion;  // the region that was looked at last
+  long long regionOfFits_ = noRegion;  // the region that was searched last
   ZQRegionFits fits_;
 };
 

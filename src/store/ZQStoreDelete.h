@@ -1,6 +1,6 @@
-// Delete, told once for the tiers. A vector that ends in an inner element is only unwritten; one that ends in a leaf is cut back
-// towards the root as far as the path serves nothing else. No field is compacted or moved. The counters drift where they always
-// did.
+// Deletion, shared by all tiers. A vector that ends in an inner element is only unwritten; if it ends in a leaf, its elements are
+// deleted from the leaf upwards, as far as they have no other children and are not written. No field is compacted or moved. Known
+// counter drift is part of the contract.
 #pragma once
 
 #include "store/ZQItemSplit.h"
@@ -13,7 +13,7 @@ struct ZQStoreDelete {
   using Element = typename Tier::Element;
   using Info = typename Tier::Info;
 
-  /// 1 deleted; the exist code less 1 where that is below 2; -2 for nothing to look for.
+  /// 1 deleted; the exist code minus 1 if that code is below 2; -2 for a null or empty vector.
   static int remove(Matrix& matrix, const int* indexVector, int length, int keepInnerElements) {
     if (indexVector == nullptr || length == 0) return -2;
     const auto [code, position] = matrix.find(indexVector, length);
@@ -33,7 +33,7 @@ struct ZQStoreDelete {
     return 1;
   }
 
-  /// Deletes the path of a leaf whose position is known: as remove() does.
+  /// As remove for the vector of a leaf whose position is known.
   static void cutBack(Matrix& matrix, Info& info, int position) {
     const int root = matrix.getCurrentMatrixID();
     int lastWriteCount = 0;
@@ -52,7 +52,7 @@ struct ZQStoreDelete {
     }
     info.incrementNumberOfDeleteEvents();
     info.decrementNumberOfWriteElements();
-    // The count of the element that went last, not of the leaf.
+    // Known counter drift: subtracts the count of the element that was deleted last, not of the leaf.
     info.addToNumberOfWriteCounts(zmatrix::negativeOf(lastWriteCount));
   }
 
@@ -70,7 +70,7 @@ struct ZQStoreDelete {
       previousElement->setOffsetToNextElementInDimension(nextElement != nullptr ? next - previous : 0);
     if (nextElement == nullptr && previousElement == nullptr) {
       if (parent != nullptr) parent->setOffsetToElementInNextDimension(0);
-      return;  // the parent has just become a leaf, so the number of end elements stays
+      return;  // the parent becomes an end element instead, so the number of end elements is unchanged
     }
     if (previousElement == nullptr && parent != nullptr) {
       parent->setOffsetToElementInNextDimension(static_cast<int>(position + next - parentPosition));

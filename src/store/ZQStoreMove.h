@@ -1,6 +1,6 @@
-// Relocation of a field as a whole, told once for the tiers. One offset is found by which every element of the field can be
-// shifted; then every link that crosses the field's edge is patched and the records move to their new slots. A
-// move costs the field's size and its children, never the subtree.
+// Relocation of a field as a whole, shared by all tiers: finds an offset at which every element of the field lands on a free
+// slot, patches the links between the field and its parent and children, and moves the records. The cost is that of the field's
+// elements and their children; deeper elements are not touched.
 #pragma once
 
 #include <algorithm>
@@ -15,8 +15,8 @@ struct ZQStoreMove {
   using Matrix = typename Tier::Matrix;
   using Element = typename Tier::Element;
 
-  /// The offset moved, or 0 for failure. With moveWithNewIndex 1 the element to come at *newElementIndex moves along and must fit
-  /// too; with 0 the field is pushed off that slot.
+  /// The offset moved, or 0 for failure. With moveWithNewIndex 1 the position of a new element, *newElementIndex, moves along and
+  /// must land on a free slot too; with 0 the field moves away from that slot.
   static int moveField(Matrix& matrix, int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems,
                        int* firstElement, int* lastElement, int moveWithNewIndex) {
     if (matrix.getMatrixInfo()->getMemIsReadOnly() || !collect(matrix, *firstElement, numberOfItems)) return 0;
@@ -29,16 +29,16 @@ struct ZQStoreMove {
     const int offset = findOffset(matrix, newIndices, keepsOff ? *newElementIndex : -1, search);
     if (offset == 0 || !moveBy(matrix, offset)) return 0;
     if (withIndex) *newElementIndex += offset;
-    // The begin is only a computed number, which may lie beyond an int where the indices are as large as one.
+    // With wraparound: the begin is no slot, and with indices near the limits of int it may exceed them.
     *fieldBegin = static_cast<int>(static_cast<unsigned>(*fieldBegin) + static_cast<unsigned>(offset));
     *firstElement += offset;
     *lastElement += offset;
     return offset;
   }
 
-  /// Moves a field to where several elements to come, at ascending positions that leave its own alone, find their slots free too.
-  /// The field may have no element yet. search(positions) gives the offset by which all of them get to free slots. The offset, or
-  /// 0 for failure.
+  /// Moves a field so that several new elements, at ascending positions that are not the field's own, land on free slots too. The
+  /// field may have no element yet. search(positions) returns the offset at which all of them land on free slots. The offset
+  /// moved, or 0 for failure.
   template <class Search>
   static int moveFieldWithNewElements(Matrix& matrix, int firstElement, int numberOfItems, std::span<const int> newElements,
                                       Search search) {
@@ -74,7 +74,7 @@ struct ZQStoreMove {
     return !positions.empty();
   }
 
-  // While the search runs the field's own slots count as free, since they move too; a slot to be kept off never does.
+  // During the search the field's own slots count as free, and `keptOff`, the slot that the field must not hold, as occupied.
   template <class Search>
   static int findOffset(Matrix& matrix, std::span<const int> newIndices, int keptOff, Search search) {
     const zmatrix::ZQArray<int>& own = matrix.positionsOfField_;
@@ -126,7 +126,7 @@ struct ZQStoreMove {
     return true;
   }
 
-  // The order sees to it that a slot of the field is vacated before another of its records moves in.
+  // In an order in which a slot of the field is empty before another of its records moves in.
   static void moveRecords(Matrix& matrix, int offset) {
     zmatrix::ZQArray<int>& own = matrix.positionsOfField_;
     if (offset > 0) std::reverse(own.begin(), own.end());
@@ -135,7 +135,7 @@ struct ZQStoreMove {
     }
   }
 
-  // Brings the index of free slots back in step with the block, for the field's old slots and its new ones.
+  // Updates the index of free slots for the field's old slots, which were lent, and its new ones.
   static void refreshIndex(Matrix& matrix, int offset) {
     for (int position : matrix.positionsOfField_) {
       if (matrix.elementAt(position) == nullptr) {

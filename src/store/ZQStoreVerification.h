@@ -1,10 +1,10 @@
-// The self-tests, told once for the tiers: the linear test goes through the block and follows each written element up to its
-// root, the consistency test goes down from the root through all fields; both recount what the counters claim and can trim what
-// is not in use. A fault is told and the walk goes on. Each element's way up is followed only as far as no other has been before,
-// so that the tests are linear in the block, and a link bent into a circle ends them like any other fault.
+// The self-tests, shared by all tiers. The linear test goes through the block and follows each written element up to its root;
+// the consistency test goes down from the root through all fields. Both compare the counters with their own counts and can trim
+// block and arrays. They report a fault and go on. The linear test follows parent links only up to an element whose depth is
+// known, so that its time is linear in the size of the block, and a cycle of links is a fault like others.
 //
-// Tier::Verification says what a tier counts besides: it is made before the walk, sees each written element, and compares at the
-// end.
+// Tier::Verification checks the further counts of a tier: it is created before the walk, gets each written element, and compares
+// its counts at the end.
 #pragma once
 
 #include <climits>
@@ -54,7 +54,7 @@ struct ZQStoreVerification {
     for (int position = test.lowest_; position <= test.top_; ++position) {
       progress.reach(position, test.top_);
       const ZQMatrixBaseElement* element = matrix.elementAt(position);
-      if (element != nullptr && element->getWriteCount() >= 1) test.lookUpFrom(position, additions);
+      if (element != nullptr && element->getWriteCount() >= 1) test.checkPathOf(position, additions);
     }
     if (test.trims_) test.trimBlockAndArrays(zmatrix::linearTestTexts);
     const bool hasDeletes = info.getNumberOfMatrixDeleteEvents() != 0;
@@ -98,7 +98,7 @@ struct ZQStoreVerification {
     if (test.sum_ != info.getNumberOfWriteCounts()) {
       dbPrintf(0, "error matrixConsistencyTest: getNumberOfWriteCounts(%d) != overallWriteCount(%d)!\n",
                info.getNumberOfWriteCounts(), static_cast<int>(test.sum_));
-      // Deletes let the sum drift, so it is no fault: it is told and set right, as the linear test does in silence.
+      // No fault, since deletions make the counter drift. It is corrected; the linear test does so without a message.
       info.setNumberOfWriteCounts(static_cast<int>(test.sum_));
     }
     if (!additions.compareDepthAndKernel(test.deepest_)) test.result_ = 0;
@@ -113,8 +113,9 @@ struct ZQStoreVerification {
   }
 
  private:
-  // What is known of a slot's way up; above 0: its depth below the current root.
-  enum Way { unknown = 0, foreign = -1, leavesBlock = -2, underWay = -3 };
+  // What depths_ holds of the path from a slot up to its root; a positive value is the depth below the current root. `foreign`
+  // paths end at another root, at an empty slot, above the stack or in a cycle.
+  enum PathState { unknown = 0, foreign = -1, leavesBlock = -2, inProgress = -3 };
 
   ZQStoreVerification(Matrix& matrix, int* numberOfWriteElements, int* numberOfEndElements, bool isToTrim)
       : matrix_(matrix),
@@ -154,10 +155,10 @@ struct ZQStoreVerification {
     }
   }
 
-  // ---------------------------------------------------------------------------------------------- up from each element
+  // ---------------------------------------------------------------------------------------------- linear test: upwards
 
-  void lookUpFrom(int position, typename Tier::Verification& additions) {
-    const int depth = followUp(position);
+  void checkPathOf(int position, typename Tier::Verification& additions) {
+    const int depth = depthOf(position);
     if (depth < 1) return;
     if (!trims_ && depth > info_.getCurrentDimension()) {
       dbPrintf(0, "error in performMatrixLinearTest for matrixID %d: iDim > dimension: %d > %d\n", root_, depth,
@@ -172,12 +173,12 @@ struct ZQStoreVerification {
     count(position, depth, additions);
   }
 
-  /// The depth of an element below the current root, or why it has none.
-  int followUp(int element) {
+  /// The depth of an element below the current root, or the state of a path that doesn't lead there.
+  int depthOf(int element) {
     long long position = element;
     int steps = 0;
     int end = unknown;
-    // A way that leaves the block is told for each element that takes it; only a damaged one can be longer than all others.
+    // A path that leaves the block is followed again from each element, for its message, unless it is longer than a legal one.
     while (end == unknown) {
       if (position < lowest_) {
         end = position == root_ ? 0 : static_cast<int>(foreign);
@@ -185,10 +186,10 @@ struct ZQStoreVerification {
       }
       const ZQMatrixBaseElement* step = matrix_.elementAt(position);
       const int known = position <= top_ ? depths_[static_cast<size_t>(position)] : static_cast<int>(foreign);
-      if (step == nullptr || known == underWay) {
+      if (step == nullptr || known == inProgress) {
         end = foreign;
       } else if (known == unknown) {
-        depths_[static_cast<size_t>(position)] = underWay;
+        depths_[static_cast<size_t>(position)] = inProgress;
       } else if (known != leavesBlock || steps > info_.getMaxDimOfMatrix()) {
         end = known;
       }
@@ -198,7 +199,7 @@ struct ZQStoreVerification {
       if (!liesInBlock(position)) end = leavesBlock;
     }
     if (trims_ && end >= 0) info_.checkMatrixDimension(end + steps - 1);
-    noteWay(element, steps, end);
+    recordPath(element, steps, end);
     return end < 0 ? end : end + steps;
   }
 
@@ -215,14 +216,14 @@ struct ZQStoreVerification {
     return false;
   }
 
-  void noteWay(int element, int steps, int end) {
+  void recordPath(int element, int steps, int end) {
     long long position = element;
     for (int i = 0; i < steps; ++i) {
-      int& way = depths_[static_cast<size_t>(position)];
-      if (way != underWay) return;
+      int& depth = depths_[static_cast<size_t>(position)];
+      if (depth != inProgress) return;
       const ZQMatrixBaseElement* step = matrix_.elementAt(position);
-      way = end < 0 ? end : end + steps - i;
-      if (trims_ && end >= 0) info_.updateMatrixIndexInfo(way - 1, step->getIndexInDimension());
+      depth = end < 0 ? end : end + steps - i;
+      if (trims_ && end >= 0) info_.updateMatrixIndexInfo(depth - 1, step->getIndexInDimension());
       position += step->getOffsetToElementInPrevDimension();
     }
   }
@@ -238,9 +239,9 @@ struct ZQStoreVerification {
     return true;
   }
 
-  // ---------------------------------------------------------------------------------------------- down from the root
+  // ---------------------------------------------------------------------------------------------- consistency test: downwards
 
-  // Of a box of indices only those that exist are visited: the children of an element, in the order of their field.
+  // Visits all elements below the root depth first, the children of an element in the order of their field.
   void walkDown(typename Tier::Verification& additions) {
     positions_[0] = root_;
     int depth = 0;
@@ -267,8 +268,8 @@ struct ZQStoreVerification {
     }
   }
 
-  /// The first child of the element at a depth, one level down; -1, and no change, if there is none or it lies too deep. A child
-  /// link that leads to anything but the first element of the own field is a fault; the counts tell what it hides.
+  /// Goes down to the first child of the element at `depth`. -1, and no change, if the child lies too deep, or if the link
+  /// doesn't lead to the first element of the field: a fault, whose hidden elements show as differences of the counts.
   long long enterField(int& depth) {
     const long long parent = positions_[depth];
     const long long child = parent + matrix_.elementAt(parent)->getOffsetToElementInNextDimension();
@@ -289,8 +290,8 @@ struct ZQStoreVerification {
     return child;
   }
 
-  /// The next element of the field, or -1. A link to anything but a sibling that links back is a fault, told as the store tells
-  /// it where it counts a field.
+  /// The next element of the field, or -1. A link to anything but a sibling that links back is a fault, reported by the message
+  /// of ZQMatrixBase::countField.
   long long nextInField(int position) {
     const ZQMatrixBaseElement* element = matrix_.elementAt(position);
     const int offset = element->getOffsetToNextElementInDimension();
@@ -309,7 +310,7 @@ struct ZQStoreVerification {
     return -1;
   }
 
-  /// True for an element that its coordinate, the limits seen and its parent link put into the field.
+  /// True if parent link and field begin of the element are those of the field, and its coordinate lies within the index limits.
   bool isOfField(int position, int depth) {
     const ZQMatrixBaseElement* element = matrix_.elementAt(position);
     const int index = element->getIndexInDimension();
@@ -398,9 +399,9 @@ struct ZQStoreVerification {
   const int lowest_;  // the first position that is not a root's
   const int top_;
   const bool trims_;
-  zmatrix::ZQArray<int> depths_;     // linear: a Way each position
-  zmatrix::ZQArray<int> path_;       // the index vector of the element looked at
-  zmatrix::ZQArray<int> positions_;  // consistency: the elements on the way down
+  zmatrix::ZQArray<int> depths_;     // linear test: per position its depth, or a PathState
+  zmatrix::ZQArray<int> path_;       // the index vector of the current element
+  zmatrix::ZQArray<int> positions_;  // consistency test: the elements from the root down to the current one
   zmatrix::ZQArray<long long> fieldBegins_;
   zmatrix::ZQArray<int> lows_, highs_;
   int result_ = 1;

@@ -1,6 +1,6 @@
-// The write walk, told once for the tiers: from a root down the vector, making what is missing, moving fields where two want a
-// slot, growing the block where neither side fits. A write is a chain of single steps, so that a caller who already knows where
-// the path of all but the last coordinates ends can take the last step alone.
+// The write walk, shared by all tiers: follows the vector down from a root and adds missing elements. If two fields need the same
+// slot one of them moves; if no place is found the block grows. A write is a chain of single steps, so that a caller that knows
+// the element of all coordinates but the last can take the last step alone.
 #pragma once
 
 #include <bit>
@@ -34,7 +34,7 @@ struct ZQStoreWrite {
     return 1;
   }
 
-  /// The root's position, the root made if it was missing; -1 if that failed.
+  /// The root's position; a missing root is made. -1 if there is no block.
   static int provideRoot(Matrix& matrix) {
     const int root = matrix.getCurrentMatrixID();
     if (!matrix.hasBlock()) return -1;
@@ -42,7 +42,8 @@ struct ZQStoreWrite {
     return root;
   }
 
-  /// One step down from `last`, which becomes the child's position. False if the coordinate is refused or no place can be made.
+  /// One step down from `last`, which becomes the child's position. False if the coordinate is refused or there is no place for a
+  /// new child.
   static bool step(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
     if (!admits(info, coordinate)) return false;
     const int child = matrix.childAt(last, coordinate);
@@ -56,7 +57,7 @@ struct ZQStoreWrite {
     return true;
   }
 
-  /// The same where it is known that the child is missing.
+  /// The same for a child that is known to be missing.
   static bool stepToNew(Matrix& matrix, Info& info, int& last, int dimension, int coordinate) {
     return admits(info, coordinate) && add(matrix, info, last, dimension, coordinate);
   }
@@ -66,7 +67,7 @@ struct ZQStoreWrite {
     info.updateMatrixIndexInfo(dimension, coordinate);
   }
 
-  /// Counts a write at an element.
+  /// Sets the value and counts the write.
   static void countWrite(Matrix& matrix, Info& info, Element& element, long long value, const typename Tier::WriteFlags& flags) {
     element.setValue(value);
     Tier::onWritten(matrix, info, element, flags);
@@ -96,7 +97,7 @@ struct ZQStoreWrite {
     parent->setOffsetToElementInNextDimension(newPosition - parentPosition);
     parent->setIndexOfFirstChild(coordinate);
     ZQ_ASSERT(matrix.childAt(parentPosition, coordinate) == newPosition);
-    // Under any other parent a leaf has just turned into a path element.
+    // Any other parent is no end element any more, so that the number of end elements is unchanged.
     if (parentPosition == matrix.getCurrentMatrixID()) info.incrementNumberOfEndElements();
     return 1;
   }
@@ -122,7 +123,7 @@ struct ZQStoreWrite {
     return insertBetween(matrix, newPosition, coordinate, parent, below, above);
   }
 
-  /// A new element between two siblings, of which one may be -1: there is none. `parent` is the field's.
+  /// Adds an element between the siblings `below` and `above`, one of which may be -1 for none. `parent` is the field's parent.
   static int insertBetween(Matrix& matrix, int newPosition, int coordinate, long long parent, int below, int above) {
     ZQ_ASSERT(below < newPosition);
     ZQ_ASSERT(matrix.elementAt(newPosition) == nullptr && matrix.freeSlots_.isFree(newPosition));
@@ -153,7 +154,7 @@ struct ZQStoreWrite {
     return 1;
   }
 
-  /// Is a coordinate one that the sub-matrix takes? Tells if not.
+  /// True if the coordinate lies within maximalMatrixIndex; prints a message if not.
   static bool admits(const Info& info, int coordinate) {
     const long long magnitude = std::llabs(static_cast<long long>(coordinate));
     if (magnitude <= info.getMaximalMatrixIndex()) return true;
@@ -181,19 +182,19 @@ struct ZQStoreWrite {
     int count = 0;
   };
 
-  // The last element of a field that lies below a slot, or -1. The field is followed from its first element and the occupied
-  // slots are looked at from the other end by turns: the one is short where elements are few, the other where they lie close. In
-  // a wide field each step along it is a miss, while the slots of a word can be asked for together: then the slots get more
-  // turns.
+  // The last element of a field that lies below a slot, or -1. Two searches alternate: one along the field from its first
+  // element, which is short if the field has few elements, and one through the occupied slots from `position` downwards, which is
+  // short if the elements lie close together. In a wide field each step along it is a cache miss, while the slots of a word can
+  // be prefetched together: after the first turns there is only one step along the field per eight slots.
   static int lastElementBelow(const Matrix& matrix, int first, int position, long long parent) {
     if (first >= position) return -1;
-    constexpr int turnsAlike = 16, turnsOfSlots = 8;
+    constexpr int turnsInStep = 16, slotsPerStep = 8;
     int followed = first;
     int turn = 0;
     uint64_t mask = (uint64_t{1} << (position & 63)) - 1;
     for (int word = position >> 6; word >= 0; --word, mask = ~uint64_t{0}) {
       uint64_t occupied = matrix.freeSlots_.occupiedInWord(word) & mask;
-      if (turn > turnsAlike) prefetchSlots(matrix, word, occupied);
+      if (turn > turnsInStep) prefetchSlots(matrix, word, occupied);
       while (occupied != 0) {
         const int bit = 63 - std::countl_zero(occupied);
         const int slot = word * 64 + bit;
@@ -201,7 +202,7 @@ struct ZQStoreWrite {
         if (slot <= followed) return followed;
         const int offsetToParent = matrix.template recordInSlot<Element>(slot)->getOffsetToElementInPrevDimension();
         if (offsetToParent != 0 && slot + static_cast<long long>(offsetToParent) == parent) return slot;
-        if (++turn > turnsAlike && turn % turnsOfSlots != 0) continue;
+        if (++turn > turnsInStep && turn % slotsPerStep != 0) continue;
         const int next = nextInField(matrix, followed);
         if (next < 0 || next > position) return followed;
         followed = next;
@@ -214,7 +215,7 @@ struct ZQStoreWrite {
     for (; slots != 0; slots &= slots - 1) matrix.prefetchSlot(word * 64LL + std::countr_zero(slots));
   }
 
-  // A torn down block has taken its stack along.
+  // After a failed grow maximalStack is 0, so that the message appears.
   static void reportPositionBeyondStack(const Matrix& matrix, int position) {
     const int stack = matrix.getMatrixFileHeader()->getMaximalStack();
     if (position > stack) dbPrintf(0, "writeMatrixData error: lastelement (%d) > stackPtr (%d)\n", position, stack);
@@ -224,7 +225,7 @@ struct ZQStoreWrite {
     int stackCandidate = 0;
     const int inserted = makeChild(matrix, info, last, coordinate, stackCandidate);
     if (inserted < 0) {
-      // A field may have moved beyond the stack before there was no room for the new element.
+      // A field may have moved above the stack before the new element failed.
       if (matrix.hasBlock())
         raiseStack(matrix, stackCandidate < matrix.numberOfSlots_ ? stackCandidate : matrix.numberOfSlots_ - 1);
       reportPositionBeyondStack(matrix, last);
@@ -244,7 +245,7 @@ struct ZQStoreWrite {
     if (parent->getOffsetToElementInNextDimension() == 0) {
       const int newPosition = matrix.findNearestFreeMatrixElement(info.getMemorySearchMethod());
       if (newPosition < 0 && Tier::reportsMissingSlot) dbPrintf(0, "hier ist der Fehler1");
-      // An unknown search method answers with a root's slot, which is never given away.
+      // An unknown search method returns 0, the slot of a root.
       if (newPosition < matrix.getMatrixFileHeader()->getMaxNumberOfMatrices()) return -1;
       stackCandidate = newPosition;
       return insertFirst(matrix, newPosition, coordinate, parentPosition) ? newPosition : -1;
@@ -281,7 +282,7 @@ struct ZQStoreWrite {
       stackCandidate = own.last;
     } else if (matrix.elementAt(target) == nullptr) {
       stackCandidate = target;
-    } else if (!clearTheWay(matrix, method, own, target, stackCandidate)) {
+    } else if (!resolveClash(matrix, method, own, target, stackCandidate)) {
       return -1;
     }
     if (!insertExisting(matrix, target, coordinate, own.first)) return -1;
@@ -289,8 +290,8 @@ struct ZQStoreWrite {
     return target;
   }
 
-  // A foreign field holds the slot: the smaller of the two moves, at a tie the own one; a root never does.
-  static bool clearTheWay(Matrix& matrix, int method, Field& own, int& target, int& stackCandidate) {
+  // Another field holds the slot: the smaller of the two moves, at equal sizes the own one; a root never moves.
+  static bool resolveClash(Matrix& matrix, int method, Field& own, int& target, int& stackCandidate) {
     Field foreign;
     if (!countUntilOneEnds(matrix, target, foreign, own)) return false;
     foreign.begin = static_cast<int>(static_cast<long long>(target) - matrix.elementAt(target)->getIndexInDimension());
@@ -310,21 +311,21 @@ struct ZQStoreWrite {
       return false;
     }
     stackCandidate = foreign.last;
-    // The foreign field's parent or children may lie in the own field, but the own field itself stands where it stood.
+    // The move may have patched links in the own field, but not moved it: `own` is still valid.
     return true;
   }
 
   static bool count(Matrix& matrix, int position, Field& field) {
     field.count = matrix.getNumberOfItemsAndFirstLastElementsInSameDimension(position, &field.first, &field.last);
-    if (field.count >= FieldCounts::narrowest) rememberCount(matrix, position, field.count);
+    if (field.count >= FieldCounts::smallestCount) rememberCount(matrix, position, field.count);
     return field.count > 0;
   }
 
-  // Which of the two fields is the smaller? Both are counted as far as the smaller one reaches: a wide field that stays where it
-  // is isn't walked, and one whose count is known is not counted.
+  // Counts both fields up to about the size of the smaller one, so that a wide field that won't move is not walked to its end. A
+  // field whose size is in the cache is not counted.
   static bool countUntilOneEnds(Matrix& matrix, int target, Field& foreign, Field& own) {
     for (int limit = 2;; limit = limit > INT_MAX / 4 ? INT_MAX : 4 * limit) {
-      const bool areWide = limit > FieldCounts::narrowest;
+      const bool areWide = limit > FieldCounts::smallestCount;
       const int knownForeign = areWide ? knownCount(matrix, target) : 0;
       const int knownOwn = areWide ? knownCount(matrix, own.first) : 0;
       foreign.count = knownForeign > 0 ? knownForeign : countUpTo(matrix, target, std::max(limit, knownOwn + 1), foreign);
@@ -336,7 +337,7 @@ struct ZQStoreWrite {
 
   static int countUpTo(Matrix& matrix, int position, int limit, Field& field) {
     const int count = matrix.countField(position, limit, &field.first, &field.last);
-    if (count >= FieldCounts::narrowest && count < limit) rememberCount(matrix, position, count);
+    if (count >= FieldCounts::smallestCount && count < limit) rememberCount(matrix, position, count);
     return count;
   }
 

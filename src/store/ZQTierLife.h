@@ -1,4 +1,4 @@
-// Creation and widening of a matrix object, shared by the tiers.
+// Creation of a matrix object and reservation of more sub-matrices, shared by all tiers.
 #pragma once
 
 #include <memory>
@@ -8,7 +8,7 @@
 
 namespace zmatrix {
 
-/// Gives IDs `from` .. `to` - 1 their record and root. The ID that memory has run out at, or `to`.
+/// Makes info record and root for the IDs `from` .. `to` - 1. Returns `to`, or the ID at which memory has run out.
 template <class Matrix>
 int createSubMatrices(Matrix& matrix, int from, int to) {
   using Tier = typename Matrix::Tier;
@@ -41,7 +41,7 @@ std::unique_ptr<Matrix> createMatrixIn(int debugOutputDevice, int debugLevel, co
   return matrix;
 }
 
-/// The root area can only grow while the store is empty. The current ID stays at the last one looked at.
+/// Only for a matrix whose sub-matrices are all empty. Leaves the last ID that it has examined as the current one.
 template <class Matrix>
 void setMaxNumberOfMatricesIn(Matrix& matrix, int number) {
   ZQMatrixFileHeader* header = matrix.getMatrixFileHeader();
@@ -60,7 +60,7 @@ void setMaxNumberOfMatricesIn(Matrix& matrix, int number) {
   if (number > header->getMatrixBlockSize() || number > largestNumberOfMatrices) return;  // the roots must lie in the block
   if (!matrix.resizeSubMatrices(number)) return;
   header->clearStopFlags();
-  // Where memory runs out on the way, only what is whole is kept.
+  // If memory has run out, keeps only the complete sub-matrices.
   static_cast<void>(matrix.resizeSubMatrices(createSubMatrices(matrix, oldNumber, number)));
 }
 

@@ -1,11 +1,12 @@
-// The sentences in which the two self-tests differ, and the additions of a tier that has none.
+// The messages that differ between the two self-tests, and the empty Verification of the base tier. The texts are part of the
+// interface.
 #pragma once
 
 #include "frame/ZQSentence.h"
 
 namespace zmatrix {
 
-/// A sibling link, "Next" or "Previous", that leads out of its field.
+/// Reports a sibling link, "Next" or "Previous", that leads out of its field.
 inline void reportUnexpectedOffset(const char* direction, int offset) {
   dbPrintf(0, "getNumberOfItemsAndFirstLastElementsInSaneDimension: offsetTo%sElementInDimension: %d is unexpected\n", direction,
            offset);
@@ -19,7 +20,7 @@ struct VerificationTexts {
   ZQSentence<int, int> endElementsCorrected;
 };
 
-// The first sentence on write elements has no line end, and "error" stands before a mere report.
+// The linear test's message on write elements has no line end, and the consistency test calls a reduced block an error.
 inline constexpr VerificationTexts linearTestTexts = {
     "matrixLinear-Test: trimmedStack >= _maximalstack unexpected\n",
     "matrixLinear-Test: _matrixBlockSize reduced from %d to %d items\n",
@@ -33,7 +34,7 @@ inline constexpr VerificationTexts consistencyTestTexts = {
     "error matrixConsistency-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n",
     "warning:  matrixConsistency-Test: numberOfEndElementsInMatrix differs from _numberOfEndElements %d <-> %d\n"};
 
-/// The base tier's counts are all there is.
+/// For a tier that counts nothing besides the base tier's counters.
 struct NoAdditionalVerification {
   static constexpr bool namesMatrixID = false;
   static constexpr bool correctsEndElements = false;

@@ -1,5 +1,5 @@
-// What the full tier adds to the operations that all tiers share: a marked write gives a symbol, a delete takes it away, and the
-// link from the symbol level follows a phrase that moves.
+// The full tier's part of the operations shared by all tiers: a marked write assigns a symbol, a delete removes it, and moving a
+// phrase updates the link of its symbol.
 #pragma once
 
 #include "sequence/ZQMediumTier.h"
@@ -19,15 +19,15 @@ struct ZQFullTier {
 
   static constexpr const zmatrix::MatrixFileTexts& fileTexts = zmatrix::fullFileTexts;
   static constexpr bool announcesMoreMatrices = false;
-  /// Goes to standard output whatever the channel's device, since hosts depend on it.
+  /// Prints on standard output whatever the debug device is, since hosts depend on it.
   static void reportOccupiedSlot(int position) { zmatrix::printTo(stdout, fileTexts.slotIsOccupied, position); }
-  /// A link to a level that is not there, or that leads back to where it came from, is cut.
+  /// Cuts links to missing levels and links that form cycles.
   static int checkLoadedRecords(Matrix& matrix) { return matrix._checkLevelLinks(); }
 
   struct WriteFlags {
     char startFlag = 0;
     char endFlag = 0;
-    int symbolMarker = 0;  ///< above 0: the path is to have a symbol
+    int symbolMarker = 0;  ///< above 0: the path gets a symbol unless it has one
   };
 
   static void onWritten(Matrix& matrix, Info& info, Element& element, const WriteFlags& flags) {
@@ -41,12 +41,11 @@ struct ZQFullTier {
     return matrix.getSymbolMarkersFromPreProcessedCombinedSequence(sequence, length, &numberOfSymbols);
   }
 
-  /// True if a sequence that holds anything has markers: then a null result means that memory has run out.
+  /// True if every sequence that isn't empty has markers: a null result of deriveMarkers then means that memory has run out.
   static bool derivesMarkers(const Matrix& matrix) { return matrix.getMatrixInfo()->getMatrixType() == ZQMatrixTypeANSIText; }
 
-  /// A phrase is to have a symbol if it is a whole word: it begins with the first item of one and ends with the last item of the
-  /// same one, and no item between is marked at all, which a caller's own markers may have otherwise. Two words of one letter
-  /// with a blank between are none.
+  /// Marks a phrase that is a whole word: its first item begins a word, its last item ends one, and no item between is marked, as
+  /// a host's own markers may do. Two one-letter words with a blank between them are not a word.
   static void markPhrase(WriteFlags& flags, const int* markers, int numberOfItems) {
     const int last = numberOfItems - 1;
     if ((markers[0] & zmatrix::beginsWord) == 0 || (markers[last] & zmatrix::endsWord) == 0) return;
@@ -57,14 +56,15 @@ struct ZQFullTier {
     flags.symbolMarker = 1;
   }
 
-  /// True if pruning is to leave elements that carry a symbol, or link down to one's phrase.
+  /// True if pruning spares elements for which carriesSymbol() is true: with a symbol, or with the link of a symbol to its
+  /// phrase.
   static bool sparesSymbols(const Info& info) { return info.getKeepSymbolsWhenRemoveOverdeterminedElements() == 1; }
   static bool carriesSymbol(const Element& element) { return element.getSymbolID() > 0 || element.getSymbolDownLinkHandle() > 0; }
 
   /// The element is about to move by `offset` slots.
   static void onMoving(Matrix& matrix, Element& element, int offset) {
     if (element.getSymbolID() >= lowestFollowedSymbol) moveLinkFromLevelAbove(matrix, element.getSymbolID(), offset);
-    // The element's own link is shifted like the relative ones, although it holds a position: it is stale until refreshed.
+    // The element's own link is shifted like relative links, although it is a position: it is stale until refreshed.
     if (element.getSymbolDownLinkHandle() > 0) element.addOffsetToSymbolDownLinkHandle(-offset);
   }
 
@@ -82,7 +82,7 @@ struct ZQFullTier {
   static constexpr auto readBack64 = ZQMediumTier::readBack64;
 
  private:
-  static constexpr int lowestFollowedSymbol = 256;  // smaller ones are bytes, or come from files of a lower tier
+  static constexpr int lowestFollowedSymbol = 256;  // smaller symbols are bytes, or come from files of a lower tier
 
   static void markSymbol(Info& info, Element& element, int symbolMarker) {
     if (symbolMarker == 0) return;

@@ -8,7 +8,7 @@ ZQFullVerification::ZQFullVerification(ZQMatrix& matrix, const zmatrix::Verifica
 
 bool ZQFullVerification::look(int position, const ZQMatrixElement& element, const int* path, int length) {
   bool isSound = countRule(position, element, path, length) || !isPhraseMatrix();
-  // A fault as in the other tier, whatever the sentence's first word says.
+  // A fault as in the medium tier, although the message says "warning".
   if (!isSound)
     dbPrintf(0, "warning: matrixLinear-Test for matrix ID %d: point without rule  unexpected for phrase-Matrix\n", id_);
   if (element.getSymbolID() > 0) {
@@ -19,7 +19,7 @@ bool ZQFullVerification::look(int position, const ZQMatrixElement& element, cons
   return isSound;
 }
 
-// A symbol's way: its element in the level above, and from there down to the phrase it started at.
+// Follows a symbol to its element in the level above, and from there back to the phrase.
 bool ZQFullVerification::leadsToPhrase(int position, int symbol) const {
   const int levelUp = full_.getMatrixInfo()->getCurrentMatrixIDLevelUp();
   if (!isLevel(levelUp)) {

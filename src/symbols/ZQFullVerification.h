@@ -1,4 +1,4 @@
-// What the full tier adds to the self-tests: follow each symbol to the level above and back, and each link down to its
+// The full tier's part of the self-tests: follows each symbol to the level above and back, and each link down to its
 // phrase.
 #pragma once
 

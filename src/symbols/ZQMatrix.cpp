@@ -1,4 +1,4 @@
-// Store operations of the full tier: instances of the templates that all tiers share.
+// Store operations of the full tier: instances of the templates shared by all tiers.
 #include "symbols/ZQMatrix.h"
 
 #include "sequence/ZQRulePruning.h"
@@ -108,7 +108,8 @@ int ZQMatrix::getSymbolDownLinkHandleFromSymbol(int symbol) {
 int ZQMatrix::getActualAILevelIndex() {
   int level = 0;
   int id = currentMatrixId_;
-  // Links that form a cycle end after as many steps as there are sub-matrices; one that leads to itself or nowhere is the last.
+  // A cycle of links ends after as many steps as there are sub-matrices. A link to itself or out of range counts and ends the
+  // walk.
   while (level < getMaxNumberOfMatrices()) {
     const int below = getMatrixInfo(id)->getCurrentMatrixIDLevelDown();
     if (below < 0) break;

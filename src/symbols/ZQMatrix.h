@@ -1,5 +1,5 @@
-// The full tier: a rule can carry a symbol, and a sub-matrix can learn sequences of the symbols of another one, so that it sees
-// words where the level below sees letters. Sub-matrices of both levels share one block.
+// The full tier: a phrase can have a symbol, and a sub-matrix can learn sequences of the symbols of another one: words, where the
+// level below has letters. Sub-matrices of both levels share one block.
 #pragma once
 
 #include "sequence/ZQMatrixMedium.h"
@@ -16,7 +16,7 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
 
   ZQMatrixInfo* getMatrixInfo() const { return static_cast<ZQMatrixInfo*>(matrixInfoArray_[currentMatrixId_]); }
   ZQMatrixInfo* getMatrixInfo(int id) const { return static_cast<ZQMatrixInfo*>(matrixInfoArray_[id]); }
-  // The base's, with the elements of this tier.
+  // As in the base tier, with the elements of this tier.
   ZQMatrixElement* elementAt(long long position) const {
     return static_cast<ZQMatrixElement*>(ZQMatrixBase::elementAt(position));
   }
@@ -29,7 +29,7 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
   void setMaxNumberOfMatrices(int number);
   void clearMatrixElement(int position, int updateStartCounter);
 
-  // --- write: a symbolMarker above 0 gives the path a symbol, unless it has one
+  // --- write: a symbolMarker above 0 gives the path a symbol unless it has one
   int moveFieldToFreePosition(int memorySearchMethod, int* fieldBegin, int* newElementIndex, int numberOfItems, int* firstElement,
                               int* lastElement, int moveWithNewIndex);
   int insertFirstMatrixElementInNewDimension(int newPosition, int coordinate, int parentPosition);
@@ -43,7 +43,7 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
   int deleteMatrixElement64(const long long* items, int length, int keepInnerElements);
   void makeMatrixEmpty();
 
-  // --- pruning: symbols can be spared
+  // --- pruning: elements with symbols can be spared
   int removeOverDeterminedElements();
   int removeOverDeterminedElementsSingleIteration(int passNumber);
   int removeLongElements(int maximalLength);
@@ -53,18 +53,19 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
   // --- the matrix file
   int saveMatrixToDisk(const char* path);
   int readAndInitMatrixFromDisk(const char* path, int debugLevel);
-  /// Cuts links between levels that lead nowhere or in a circle, with a message. The links cut, or -1 if memory has run out.
+  /// Cuts links between levels that are out of range or form a cycle, with a message. Returns their number, or -1 if memory has
+  /// run out.
   int _checkLevelLinks();
 
-  // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 cuts what is not in use
+  // --- self-tests: 1 sound, 0 a fault, -1 empty; trim 1 shrinks the block
   int perform1stMemoryTest(int which, int* numberOfWriteElements, int* numberOfEndElements, int trim);
   int perform1stMemoryTestSimplyfied(int which, int trim);
   int performMatrixLinearTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
   int performMatrixConsistencyTest(int* numberOfWriteElements, int* numberOfEndElements, int trim);
-  /// Reads vectors back whose values are known: 1, or -1 if an array is missing.
+  /// Reads vectors and compares their values with the expected ones: 1, or -1 if an array is null.
   int perform2ndMemoryTest(int numberOfVectors, int** indexVectors, int* lengths, long long* values, int* errors, int* tests);
 
-  // --- learning: symbolMarkers has an entry a preprocessed item, or is null; then a text's are derived
+  // --- learning: symbolMarkers has one entry per preprocessed item, or is null; for a text they are then derived
   int updateMatrixWithCombinedSequenceDebug(const int* sequence, int length, int matrixType, int coordinateDimension,
                                             int preProcessingType, int allowLargeIndices, const int* symbolMarkers,
                                             int* numberOfProcessedVectors, int* numberOfOverwrites, int** values, int** lengths,
@@ -84,7 +85,7 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
   /// Writes characters from the basic level, words from the symbol level.
   int readAnsiObjexsAndWriteToAnsiFile(int numberOfObjex, const char* fileName);
 
-  // --- number codes: learns which ocrons stand for the same number; 1, or -1 for a call that is refused
+  // --- number codes: learns which ocrons stand for the same number; 1, or -1 for a refused call
   int feedMatrixWithDegenerationOcronData(const int* degenerationLevels, int arrayLength, char*** degenerationOcrons,
                                           int ocronType, const char* endOfOcron, int lastGoodIndex, int dryRun, int autoSave,
                                           int* numberFed);
@@ -93,22 +94,23 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
   int updateMatrixWithMIDIFiles(const char* path, int recursive, int* numberOfNotes);
   int updateMatrixWithKERNFile(const char* fileName, int* numberOfNotes);
   int updateMatrixWithKERNFiles(const char* path, int recursive, int* numberOfNotes);
-  /// symbolMarkers as the update has them.
+  /// symbolMarkers as in updateMatrixWithCombinedSequenceDebug.
   int updateMatrixWithLongMIDISequence(const int* sequence, int numberOfItems, const int* symbolMarkers = nullptr);
 
   // --- symbols
-  /// Marks in a preprocessed text the first item of each word with bit 0 and the last with bit 1. A new array of `length`
-  /// integers that the caller frees, and the number of words; null for other matrix types and for an empty sequence.
+  /// Marks in a preprocessed text the first item of each word with bit 0 and the last with bit 1. Returns a new array of `length`
+  /// integers that the caller frees, and the number of words; null for other matrix types, an empty sequence or exhausted memory.
   int* getSymbolMarkersFromPreProcessedCombinedSequence(const int* sequence, int length, int* numberOfSymbols);
-  /// The next symbol ID of the current sub-matrix; IDs are never given twice.
+  /// Assigns the next symbol ID of the current sub-matrix. IDs are not reused.
   int getNewSymbolID();
-  /// Where the symbol's phrase ends in the level below; -1 for a symbol that the current sub-matrix doesn't know.
+  /// The handle of a symbol's phrase in the level below; -1 for a symbol that the current sub-matrix doesn't have.
   int getSymbolDownLinkHandleFromSymbol(int symbol);
   /// The level of the current sub-matrix: 0 is the basic one.
   int getActualAILevelIndex();
 
-  // --- from a sequence to its symbols: new arrays that the caller frees, null for none. A symbol and the handle of its phrase
-  // have the same place in their arrays. Unknown are words without a symbol, predefined is the line feed between paragraphs.
+  // --- from a sequence to its symbols: new arrays that the caller frees, null if there are none. A symbol and the handle of its
+  // phrase have the same index in their arrays. Unknown symbols: words without a symbol; predefined: line feeds between
+  // paragraphs.
   int* getNextLevelSymbolsFromOriginalObjects(const int* sequence, int length, int* numberOfSymbols, int* numberOfUnknownSymbols,
                                               int* numberOfPredefinedSymbols);
   int* getNextLevelSymbolHandlesFromOriginalObjects(const int* sequence, int length, int* numberOfSymbols,
@@ -119,22 +121,22 @@ class ZQMatrix : public zmatrix::ZQMatrixFullAccessors<ZQMatrix, ZQMatrixMedium>
                                             int* numberOfPredefinedSymbols);
   int* getSymbolsFromAnyLongSequence(const int* sequence, int length, int* numberOfSymbols);
   int* getSymbolHandlesFromAnyLongSequence(const int* sequence, int length, int* numberOfSymbols);
-  /// Learns the symbols of a sequence that the current sub-matrix has just learned, in the sub-matrix above it: 1 learned, 0
-  /// refused or no symbols, else as the sequence update has it.
+  /// Learns the symbols of a sequence that the current sub-matrix has just learned, in the sub-matrix above it: 1 learned; 0
+  /// refused or no symbols; any other result is that of the sequence update.
   int updateMatrixFromBasicLevel(const int* sequence, int length);
-  /// Makes the sub-matrix above the current one, which takes its symbols, the current one and sets it up. Its ID, or -1 with a
-  /// message if there is none.
+  /// Makes the sub-matrix for the symbols of the current one the current one and sets it up. Returns its ID, or -1, with a
+  /// message, if there is none.
   int enterLevelUp();
-  /// In the symbol level: stores where the phrases lie.
+  /// In the symbol level: stores the handles of the phrases of symbols.
   int updateSymbolDownLinkHandlesForSymbols(const int* symbols, const int* handles, int count);
 
-  // --- and back
+  // --- from a symbol to its phrase
   int* createPreviousLevelElementsFromOriginalSymbol(int symbol, int* length);
-  /// The current sub-matrix is the level below when the phrase's length doesn't fit its items.
+  /// If the phrase doesn't consist of whole items, the level below becomes the current sub-matrix.
   int** createPreviousLevelObjexsFromOriginalSymbol(int symbol, int* count);
   void dbPrintSuccessorObjex(const int* objex, int count);
 
-  /// flag 1: also stores the initial values, and sets a kernel in each level above from the symbols of the level below.
+  /// flag 1: also stores the initial values, and sets the kernel of each level above from the symbols of the level below it.
   int initializeKernelSequenceWithOriginalSequence(const int* sequence, int length, int flag);
 
  private:

@@ -1,4 +1,4 @@
-// The matrix file of the full tier: instances of the templates that all tiers share.
+// The matrix file of the full tier: instances of the templates shared by all tiers.
 #include "frame/ZQArray.h"
 #include "store/ZQMatrixFileLoad.h"
 #include "store/ZQMatrixFileSave.h"
@@ -6,7 +6,7 @@
 
 namespace {
 
-/// The links cut, or -1 if memory has run out.
+/// Returns the number of links cut, or -1 if memory has run out.
 int cutBadLinks(ZQMatrix& matrix, const char* direction, int (ZQMatrixInfo::*linkOf)() const, void (ZQMatrixInfo::*cut)()) {
   const int numberOfMatrices = matrix.getMaxNumberOfMatrices();
   zmatrix::ZQArray<int> seenFrom;
@@ -40,7 +40,7 @@ int ZQMatrix::readAndInitMatrixFromDisk(const char* path, int newDebugLevel) {
   return zmatrix::ZQMatrixFileLoad<Tier>::load(*this, path, newDebugLevel);
 }
 
-// A level may lie above or below by its number, so a cycle is only found by following the links.
+// A level can have a higher or lower ID than the one below it, so only following the links finds cycles.
 int ZQMatrix::_checkLevelLinks() {
   const int down = cutBadLinks(*this, "down", &ZQMatrixInfo::getCurrentMatrixIDLevelDown, &ZQMatrixInfo::_cutLevelLinkDown);
   const int up = cutBadLinks(*this, "up", &ZQMatrixInfo::getCurrentMatrixIDLevelUp, &ZQMatrixInfo::_cutLevelLinkUp);

@@ -1,4 +1,4 @@
-// From a symbol back to the phrase that it stands for.
+// From a symbol to the phrase that it stands for.
 #include "frame/ZQCharacterTables.h"
 #include "frame/ZQSystemOwned.h"
 #include "sequence/ZQObjexBlock.h"
@@ -9,7 +9,7 @@ using zmatrix::KeepCurrentMatrixID;
 using zmatrix::ObjexBlock;
 using zmatrix::SystemOwned;
 
-/// Where the symbol's phrase ends in the level below, or -1, with a message if the level or the handle is none.
+/// The handle of the symbol's phrase in the level below; -1, with a message, if the level or the handle is out of range.
 int ZQMatrix::getSymbolDownLinkHandleToExpand(int symbol, int levelDown) {
   if (levelDown < 0 || levelDown >= getMaxNumberOfMatrices()) {
     dbPrintf(0, "getPreviousLevelObjectsFromOriginalSymbol: illegal levelDownID: %d\n", levelDown);
@@ -42,7 +42,7 @@ int** ZQMatrix::createPreviousLevelObjexsFromOriginalSymbol(int symbol, int* cou
   int length = 0;
   const SystemOwned<int> phrase(getIndexVectorFromMatrixHandle(handle, &length));
   if (phrase != nullptr && (coordinateDimension < 1 || length % coordinateDimension != 0)) {
-    // The level below stays the current one: hosts depend on it.
+    // The level below stays the current one, since hosts depend on it.
     dbPrintf(0, "createPreviousLevelObjexsFromOriginalSymbol: numberOfElements(%d) is not a multiple of coordDimension (%d)\n",
              length, coordinateDimension);
     return nullptr;
@@ -53,7 +53,7 @@ int** ZQMatrix::createPreviousLevelObjexsFromOriginalSymbol(int symbol, int* cou
   return items.release();
 }
 
-/// The phrase item by item, as the level below prints its own items.
+/// Prints the phrase item by item, in the form of the level below.
 void ZQMatrix::printPhraseOfSymbol(int symbol) {
   dbPrintf(0, "(%d:) ", symbol);
   int length = 0;
@@ -72,7 +72,7 @@ void ZQMatrix::printPhraseOfSymbol(int symbol) {
   }
 }
 
-// The sub-matrix knows how many coordinates an item has; the second argument is not used.
+// The second argument is not used: the settings give the number of coordinates.
 void ZQMatrix::dbPrintSuccessorObjex(const int* objex, int) {
   const int level = getActualAILevelIndex();
   if (level > 1) {

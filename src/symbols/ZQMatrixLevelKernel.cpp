@@ -1,4 +1,4 @@
-// The kernels of all levels from one start: each level gets the symbols that the level below derives from it.
+// Sets the kernels of all levels from one start: each level gets the symbols derived from the start of the level below.
 #include "frame/ZQDebugChannel.h"
 #include "frame/ZQSystemOwned.h"
 #include "sequence/ZQKernel.h"
@@ -35,7 +35,7 @@ int ZQMatrix::initializeKernelSequenceWithOriginalSequence(const int* sequence, 
       sequence = symbols.get();
       setCurrentMatrixID(id);
     }
-    // A kernel that is reset gets the root of the level that the call began at, in the levels above too.
+    // A reset sets the kernel to the root of the level at which the call began, also in the levels above.
     const KernelSetting setting = zmatrix::ZQKernel(*this).setFromOriginal(sequence, length, {startID, flag, true});
     if (!setting.followsSequence) return setting.result;
     id = getMatrixInfo()->getCurrentMatrixIDLevelUp();

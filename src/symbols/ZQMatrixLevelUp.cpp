@@ -1,5 +1,5 @@
-// The step from letters to words: a sequence that the basic level has learned becomes a sequence of symbols, which a sub-matrix
-// of its own learns. The basic level stays as it was learned whatever fails here, and is the current one again at the end.
+// The step from letters to words: a sequence that the basic level has learned becomes a sequence of symbols, which another
+// sub-matrix learns. A failure here doesn't change the basic level, which is the current one again at the end.
 #include <cstdio>
 
 #include "frame/ZQProgress.h"
@@ -11,7 +11,7 @@
 using zmatrix::KeepCurrentMatrixID;
 using zmatrix::SystemOwned;
 
-/// What a walk over a sequence has found: symbols, or the handles of their phrases.
+/// The result of a walk over a sequence: symbols, or the handles of their phrases.
 struct zmatrix::DerivedSymbols {
   SystemOwned<int> entries;
   int count = 0;
@@ -40,8 +40,8 @@ int ZQMatrix::updateSymbolDownLinkHandlesForSymbols(const int* symbols, const in
   return 1;
 }
 
-/// The sub-matrix that takes the symbols of the current one: the one it has, or a free one; -1 with a message if there is
-/// none.
+/// The ID of the sub-matrix for the symbols of the current one: the one linked to it, or a free one; -1, with a message, if there
+/// is none.
 int ZQMatrix::provideLevelUp() {
   int levelUp = getMatrixInfo()->getCurrentMatrixIDLevelUp();
   const bool isNew = levelUp == -1;
@@ -52,7 +52,7 @@ int ZQMatrix::provideLevelUp() {
       return -1;
     }
   }
-  // The basic level itself counts as free if its record was set anew while its elements are still there.
+  // The basic level itself is found as free if its record was reset while it still has elements.
   if (levelUp < 0 || levelUp >= getMaxNumberOfMatrices() || levelUp == currentMatrixId_) {
     dbPrintf(0, "updateMatrixFromBasicLevel: warning symbolLevel found is illegal\n");
     return -1;
@@ -65,7 +65,7 @@ int ZQMatrix::provideLevelUp() {
   return levelUp;
 }
 
-/// Makes the current sub-matrix one for the symbols of another: by the block for symbols if the host has set it, else by its
+/// Sets the current sub-matrix up for the symbols of the basic level: from the symbol level's block if that fits, else with the
 /// defaults.
 void ZQMatrix::setUpSymbolLevel(int basicID, const char* nameOfUpdateFile) {
   ZQMatrixInfo& info = *getMatrixInfo();
@@ -96,7 +96,7 @@ int ZQMatrix::enterLevelUp() {
   return levelUp;
 }
 
-/// Learning has moved phrases, so where they lie is looked up only now.
+/// Looks up the handles of the phrases after learning, which moves phrases, and stores them in the symbol level.
 int ZQMatrix::refreshSymbolDownLinkHandles(const int* sequence, int length, int levelUp, const DerivedSymbols& symbols,
                                            int updateResult) {
   DerivedSymbols handles;

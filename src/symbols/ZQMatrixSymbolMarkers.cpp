@@ -1,4 +1,4 @@
-// Where words begin and end in a text: the markers by which the phrases that are words get their symbols.
+// Markers of the begin and the end of each word of a text, by which learning assigns symbols to words.
 #include <algorithm>
 #include <cstdio>
 

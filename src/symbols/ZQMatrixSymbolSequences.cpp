@@ -1,6 +1,6 @@
-// From a sequence to its symbols: the words of a text, or the longest known phrases of anything else. Each of the two walks gives
-// either the symbols or the handles of their phrases in the same order, so that a symbol and its phrase have the same index in
-// the two arrays.
+// From a sequence to its symbols: those of the words of a text, or of the longest known phrases of any other sequence. Both walks
+// collect either the symbols or the handles of their phrases, in the same order, so a symbol and its phrase have the same index
+// in their arrays.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -16,9 +16,9 @@ using zmatrix::SystemOwned;
 
 namespace {
 
-constexpr int lineFeed = 10;  // both the character and its symbol
+constexpr int lineFeed = 10;  // the character, and also its symbol
 
-/// A phrase of the basic level that stands for a symbol.
+/// A phrase of the basic level with its symbol.
 struct SymbolPhrase {
   int symbol;
   int handle;
@@ -26,32 +26,32 @@ struct SymbolPhrase {
   int length;
 };
 
-void tellItems(ZQMatrix& matrix, const int* items, int length, int level) {
+void printItems(ZQMatrix& matrix, const int* items, int length, int level) {
   dbPrintf(level, "orig: ");
   matrix.printIndexVector(items, length, 0, level);
   dbPrintf(level, "\n");
 }
 
-// How the two kinds of result differ: in the entry and in the messages.
+// The two kinds of result: they differ in the entries and in the messages.
 
 struct SymbolEntries {
   static constexpr int ofLineFeed = lineFeed;
   static int of(const SymbolPhrase& phrase) { return phrase.symbol; }
-  static void tellAdded(ZQMatrix& matrix, const SymbolPhrase& phrase) {
+  static void reportAdded(ZQMatrix& matrix, const SymbolPhrase& phrase) {
     dbPrintf(4, "getSymbolsFromLongAnsi..(): Symbol added %d\n", phrase.symbol);
-    tellItems(matrix, phrase.items, phrase.length, 4);
+    printItems(matrix, phrase.items, phrase.length, 4);
   }
-  static void tellTooHighInText(int symbol, int highest) {
+  static void reportTooHighInText(int symbol, int highest) {
     dbPrintf(0, "getSymbolsFromLongAnsi..(): Symbol %d exceeds max. matrix index %d\n", symbol, highest);
   }
-  static void tellFound(ZQMatrix& matrix, const SymbolPhrase& phrase) {
+  static void reportFound(ZQMatrix& matrix, const SymbolPhrase& phrase) {
     dbPrintf(4, "getSymbolsFromAnyLong..(): Symbol found %d\n", phrase.symbol);
-    tellItems(matrix, phrase.items, phrase.length, 4);
+    printItems(matrix, phrase.items, phrase.length, 4);
   }
-  static void tellTooHigh(int symbol, int highest) {
+  static void reportTooHigh(int symbol, int highest) {
     dbPrintf(0, "getSymbolsFromAnyLong..(): Symbol %d exceeds max. matrix index %d\n", symbol, highest);
   }
-  static void tellDisorder() { dbPrintf(0, "internal error 8986\n"); }
+  static void reportDisorder() { dbPrintf(0, "internal error 8986\n"); }
   static void beginProgress(int numberOfItems) {
     snprintf(globalProgressData.progressText, sizeof globalProgressData.progressText, "getSymbolsFromAnySequence: (%d) items",
              numberOfItems);
@@ -62,24 +62,24 @@ struct SymbolEntries {
 struct HandleEntries {
   static constexpr int ofLineFeed = 0;
   static int of(const SymbolPhrase& phrase) { return phrase.handle; }
-  static void tellAdded(ZQMatrix&, const SymbolPhrase& phrase) {
+  static void reportAdded(ZQMatrix&, const SymbolPhrase& phrase) {
     dbPrintf(6, "getSymbolHandlesFromLongAnsi..(): Symbol %d with handle %d added\n", phrase.symbol, phrase.handle);
   }
-  static void tellTooHighInText(int symbol, int highest) {
+  static void reportTooHighInText(int symbol, int highest) {
     dbPrintf(0, "getSymbolHandlesFromLongAnsi..(): Symbol %d exceeds max. matrix index %d\n", symbol, highest);
   }
-  static void tellFound(ZQMatrix&, const SymbolPhrase& phrase) {
+  static void reportFound(ZQMatrix&, const SymbolPhrase& phrase) {
     dbPrintf(6, "getSymbolHandlesFromAnyLong..(): Symbol %d with handle %d found\n", phrase.symbol, phrase.handle);
   }
-  static void tellTooHigh(int symbol, int highest) {
+  static void reportTooHigh(int symbol, int highest) {
     dbPrintf(0, "getSymbolHandlesFromAnyLong..(): Symbol %d exceeds max. matrix index %d\n", symbol, highest);
   }
-  static void tellDisorder() { dbPrintf(0, "internal error h8986\n"); }
+  static void reportDisorder() { dbPrintf(0, "internal error h8986\n"); }
   static void beginProgress(int) {}
   static void progress(int, int) {}
 };
 
-/// A preprocessed sequence with room for as many results as it has integers.
+/// A preprocessed sequence and the entries collected from it, at most one per integer.
 class Collection {
  public:
   Collection(ZQMatrix& matrix, const int* sequence, int length)
@@ -94,7 +94,7 @@ class Collection {
   int count() const { return count_; }
   void add(int entry) { entries_[static_cast<size_t>(count_++)] = entry; }
 
-  /// The entries alone, for the caller to keep; null if there are none.
+  /// Hands the entries over to the caller; null if there are none.
   int* take() {
     if (count_ < 1) return nullptr;
     auto* smaller = static_cast<int*>(systemRealloc(entries_.get(), static_cast<size_t>(count_) * sizeof(int)));
@@ -121,7 +121,7 @@ class TextWalk {
  public:
   TextWalk(ZQMatrix& matrix, Collection& collection) : matrix_(matrix), collection_(collection) {}
 
-  /// Collects in the order of the text. What markers say of a position: where a word begins and where it ends.
+  /// Collects the entries in the order of the text. `markers`: for each item, whether a word begins or ends there.
   void run(const int* markers) {
     const int numberOfItems = collection_.length();
     int pendingLineFeeds = 0;
@@ -155,24 +155,24 @@ class TextWalk {
     const auto* element = matrix_.getMatrixElementFromElementVector(items, length, &handle);
     if (element == nullptr || element->getSymbolID() < 1) {
       ++numberOfUnknown_;
-      // A word beyond the phrase limit was never learned whole.
-      if (length <= info.getMaxPhraseLengthForUpdateWithSequence()) tellUnexpected(element != nullptr, handle, items, length);
+      // Words longer than the phrase limit are not learned completely.
+      if (length <= info.getMaxPhraseLengthForUpdateWithSequence()) reportUnexpected(element != nullptr, handle, items, length);
     } else if (exceeds(element->getSymbolID(), info.getMaximalMatrixIndex())) {
-      Entries::tellTooHighInText(element->getSymbolID(), info.getMaximalMatrixIndex());
+      Entries::reportTooHighInText(element->getSymbolID(), info.getMaximalMatrixIndex());
     } else {
       const SymbolPhrase phrase = {element->getSymbolID(), handle, items, length};
       collection_.add(Entries::of(phrase));
-      Entries::tellAdded(matrix_, phrase);
+      Entries::reportAdded(matrix_, phrase);
     }
   }
 
-  void tellUnexpected(bool isWritten, int handle, const int* items, int length) {
+  void reportUnexpected(bool isWritten, int handle, const int* items, int length) {
     if (isWritten) {
       dbPrintf(0, "getSymbolsFromLongAnsi..(): symbol with handle %d not exist unexpected\n", handle);
     } else {
       dbPrintf(0, "getSymbolsFromLongAnsi..(): matrix element not exist unexpected\n");
     }
-    tellItems(matrix_, items, length, 0);
+    printItems(matrix_, items, length, 0);
   }
 
   ZQMatrix& matrix_;
@@ -205,8 +205,8 @@ int* collectFromText(ZQMatrix& matrix, const int* sequence, int length, int* cou
 
 // --- the longest known phrases of any sequence
 
-/// The longest phrase with a symbol that begins here, among those whose beginnings are all written; 0 items long if there is
-/// none. Goes down the matrix one item at a time.
+/// The longest phrase with a symbol at the begin of `items`, all of whose beginnings are written; of length 0 if there is none.
+/// Walks down one item at a time.
 template <class Entries>
 SymbolPhrase longestPhraseWithSymbol(ZQMatrix& matrix, const int* items, int numberOfItems, int coordinateDimension) {
   const int highest = matrix.getMatrixInfo()->getMaximalMatrixIndex();
@@ -219,10 +219,10 @@ SymbolPhrase longestPhraseWithSymbol(ZQMatrix& matrix, const int* items, int num
     if (element == nullptr) break;
     if (element->getSymbolID() > 0) {
       if (exceeds(element->getSymbolID(), highest)) {
-        Entries::tellTooHigh(element->getSymbolID(), highest);
+        Entries::reportTooHigh(element->getSymbolID(), highest);
       } else {
         longest = {element->getSymbolID(), handle, items, length};
-        Entries::tellFound(matrix, longest);
+        Entries::reportFound(matrix, longest);
       }
     } else if (element->getOffsetToElementInNextDimension() == 0 || element->getWriteCount() < 1) {
       break;
@@ -248,7 +248,7 @@ int* collectFromAnything(ZQMatrix& matrix, const int* sequence, int length, int*
       continue;
     }
     const int end = start + found.length / coordinateDimension - 1;
-    if (end < start) Entries::tellDisorder();
+    if (end < start) Entries::reportDisorder();
     collection.add(Entries::of(found));
     start = end + 1;
   }
@@ -256,7 +256,7 @@ int* collectFromAnything(ZQMatrix& matrix, const int* sequence, int length, int*
   return collection.take();
 }
 
-/// By the type of the current sub-matrix; pairs of notes have no symbols.
+/// Collects by the matrix type of the current sub-matrix; MIDI pairs have no symbols.
 template <class Entries>
 int* collectByType(ZQMatrix& matrix, const int* sequence, int length, int* count, int* numberOfUnknown, int* numberOfPredefined) {
   *count = *numberOfUnknown = *numberOfPredefined = 0;

@@ -1,4 +1,4 @@
-// Learning of the full tier: instances of the shared worker.
+// The sequence update of the full tier: instances of the shared worker.
 #include "sequence/ZQUpdateWorker.h"
 #include "symbols/ZQFullTier.h"
 

@@ -1,4 +1,4 @@
-// The self-tests of the full tier: instances of the templates that all tiers share.
+// The self-tests of the full tier: instances of the templates shared by all tiers.
 #include "symbols/ZQMatrix.h"
 
 #include "store/ZQReadBackTest.h"

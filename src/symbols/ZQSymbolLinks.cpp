@@ -9,7 +9,8 @@ namespace {
 
 constexpr int longestPath = 4096;  // coordinates, as for handles
 
-/// Calls visit(coordinate) for each step from an element up to a root. The root's ID, or -1 if the way leads nowhere.
+/// Calls visit(coordinate) for each step from an element up to its root. Returns the ID of the root, or -1 if a link is damaged
+/// or the path too long.
 template <class Visitor>
 int goUp(ZQMatrix& matrix, long long position, Visitor visit) {
   for (int steps = 0; steps <= longestPath; ++steps) {
@@ -26,7 +27,7 @@ int rootOf(ZQMatrix& matrix, int position) {
   return goUp(matrix, position, [](int) {});
 }
 
-/// The level of symbols above a sub-matrix, or -1.
+/// The symbol level above a sub-matrix, or -1.
 int levelAbove(ZQMatrix& matrix, int id) {
   const int levelUp = matrix.getMatrixInfo(id)->getCurrentMatrixIDLevelUp();
   return levelUp >= 0 && levelUp < matrix.getMaxNumberOfMatrices() && levelUp != id ? levelUp : -1;
@@ -43,7 +44,7 @@ void clearLinksOfLevel(ZQMatrix& matrix, int level) {
   }
 }
 
-/// 1 if the symbol of the phrase that ends at a position is one of the level above and now leads there, else 0.
+/// Sets the link of a symbol to the last element of its phrase. 1, or 0 if the level above doesn't have the symbol.
 int setLinkTo(ZQMatrix& matrix, int position, int symbol) {
   const int id = rootOf(matrix, position);
   const int level = id >= 0 ? levelAbove(matrix, id) : -1;

@@ -1,17 +1,17 @@
-// What hosts need beyond the update's own links between a level of symbols and the level below: links of all symbols set anew,
-// and a phrase for every symbol.
+// Operations on the links from symbols to their phrases, which learning sets only for the symbols of its own text: refreshing all
+// links, and expanding any symbol.
 #pragma once
 
 class ZQMatrix;
 
 namespace zmatrix {
 
-/// Sets the link of every symbol of every level to where its phrase lies now; a symbol without a phrase loses its link. One scan
-/// of the block. The number of symbols that lead to a phrase.
+/// Sets the link of every symbol of every level to the present position of its phrase; a symbol without a phrase loses its link.
+/// Scans the block once. Returns the number of symbols with a phrase.
 int refreshSymbolLinks(ZQMatrix* matrix);
 
-/// The phrase of a symbol of the current sub-matrix, coordinate by coordinate; also one whose path goes through the highest slot.
-/// A new array of `*length` integers that the caller frees; null, with length 0, if the symbol has none or memory has run out.
+/// The phrase of a symbol of the current sub-matrix, also if its path contains the highest slot in use. Returns a new array of
+/// `*length` integers that the caller frees; null, with length 0, if the symbol has no phrase or memory has run out.
 int* createPhraseOfSymbol(ZQMatrix* matrix, int symbol, int* length);
 
 }  // namespace zmatrix

@@ -1,4 +1,4 @@
-// What a marker says of an item of a text: the bits by which the phrases that are words get their symbols.
+// The bits of a marker of an item of a text, by which learning assigns symbols to words.
 #pragma once
 
 namespace zmatrix {

@@ -1,4 +1,4 @@
-// The words of a preprocessed text, each once, and the text as their sequence.
+// The different words of a preprocessed text, and the text as a sequence of words.
 #pragma once
 
 #include <span>
@@ -11,15 +11,15 @@ struct WordTable {
     std::span<const int> letters;
     int count;
   };
-  static constexpr int lineFeed = -1;  ///< in the sequence, for one or several line ends between two words
-  static constexpr int leftOut = -2;   ///< and for a word that is too long
+  static constexpr int lineFeed = -1;  ///< in `sequence`: one or more line ends between two words
+  static constexpr int leftOut = -2;   ///< in `sequence`: a word that is too long
 
-  std::vector<Word> words;    ///< in the order in which they first occur
-  std::vector<int> sequence;  ///< indices of `words`
+  std::vector<Word> words;    ///< in the order of their first occurrence
+  std::vector<int> sequence;  ///< indices into `words`, lineFeed or leftOut
   int numberLeftOut = 0;
 };
 
-/// A word is what stands between white characters. Words of more than `mostLetters` are left out. The letters lie in `text`.
+/// Splits a text at white characters. Words of more than `mostLetters` are left out. The spans of letters point into `text`.
 /// Throws std::bad_alloc.
 WordTable wordsOfText(std::span<const int> text, int mostLetters);
 

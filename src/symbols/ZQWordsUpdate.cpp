@@ -23,8 +23,8 @@ bool takesWords(ZQMatrix& matrix) {
   return info.getMatrixType() == ZQMatrixTypeANSIText && info.getCoordinateDimension() == 1 && matrix.getMatrixAILevel() == 1;
 }
 
-/// Writes a word as often as it occurs, and each of its beginnings as often, since a phrase needs its context. The element of
-/// its last letter gets the symbol. The position of that element, or -1 without memory.
+/// Counts a word, and each of its beginnings, once per occurrence, since a phrase needs its context. The element of the last
+/// letter gets the symbol. Returns the position of that element, or -1 if a write failed.
 int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
   ZQMatrixInfo& info = *matrix.getMatrixInfo();
   const int length = static_cast<int>(word.letters.size());
@@ -44,7 +44,7 @@ int writeWord(ZQMatrix& matrix, const WordTable::Word& word) {
   return position;
 }
 
-/// The symbol of a word that was learned; noSymbol if that is beyond the indices, -2 if a write failed.
+/// Learns a word and returns its symbol; noSymbol if the symbol exceeds the maximal index, -2 if a write failed.
 int learnWord(ZQMatrix& matrix, const WordTable::Word& word) {
   const int position = writeWord(matrix, word);
   if (position < 0) return -2;
@@ -58,11 +58,11 @@ int learnWord(ZQMatrix& matrix, const WordTable::Word& word) {
   return noSymbol;
 }
 
-/// Saves the links of the current level of symbols while the level learns, since a field that moves shifts the links of its own
-/// elements, which makes them stale.
+/// Saves the links of the current symbol level while the level learns, and restores them at the end: moving a field of the level
+/// shifts the links of its elements, which makes them stale.
 class KeepLinks {
  public:
-  explicit KeepLinks(ZQMatrix& matrixToTeach) : matrix_(matrixToTeach), level_(matrixToTeach.getCurrentMatrixID()) {
+  explicit KeepLinks(ZQMatrix& matrix) : matrix_(matrix), level_(matrix.getCurrentMatrixID()) {
     const ZQMatrixBaseElement* root = matrix_.elementAt(level_);
     int position = root != nullptr && root->getOffsetToElementInNextDimension() != 0
                        ? level_ + root->getOffsetToElementInNextDimension()
@@ -92,7 +92,7 @@ class KeepLinks {
   std::vector<Link> links_;
 };
 
-/// Learns a sequence of symbols in the current sub-matrix, their level.
+/// Learns a sequence of symbols in the current sub-matrix, which is their level.
 int learnSymbols(ZQMatrix& matrix, const std::vector<int>& symbols) {
   ZQMatrixInfo& info = *matrix.getMatrixInfo();
   const int count = static_cast<int>(symbols.size());
@@ -107,7 +107,7 @@ int learnSymbols(ZQMatrix& matrix, const std::vector<int>& symbols) {
   return result;
 }
 
-/// Learning moves phrases, so where they lie is looked up at the end.
+/// Sets the links of the symbols, after learning, which moves phrases.
 void linkSymbols(ZQMatrix& matrix, int levelUp, const WordTable& table, const std::vector<int>& symbolOfWord) {
   for (size_t word = 0; word < table.words.size(); ++word) {
     int position = matrix.getCurrentMatrixID();
@@ -118,7 +118,7 @@ void linkSymbols(ZQMatrix& matrix, int levelUp, const WordTable& table, const st
   }
 }
 
-/// The symbols of a text in its order.
+/// The symbols of a text, in order.
 std::vector<int> symbolsOf(const WordTable& table, const std::vector<int>& symbolOfWord) {
   std::vector<int> symbols;
   symbols.reserve(table.sequence.size());

@@ -48,7 +48,7 @@ export const ZQSuccessorMethodMiddle = 2;
  */
 export const ZQSuccessorMethodRandom = 3;
 /**
- * they are
+ * the notes are learned
  */
 export const zq_ScoreLearned = 0;
 /**
@@ -56,7 +56,7 @@ export const zq_ScoreLearned = 0;
  */
 export const zq_ScoreAlone = 1;
 /**
- * its channel is one that the settings leave out
+ * the settings leave out its channel
  */
 export const zq_ScoreSkippedChannel = 2;
 /**
@@ -64,43 +64,43 @@ export const zq_ScoreSkippedChannel = 2;
  */
 export const zq_ScoreSkippedPercussion = 3;
 /**
- * no meter of up to 255 beats has its bar lines
+ * no meter of up to 255 beats has bars of this length
  */
 export const zq_ScoreMeterOutOfRange = 4;
 /**
- * it lasts longer than 87,381 whole notes
+ * the note lasts longer than 87,381 whole notes
  */
 export const zq_ScoreDurationOutOfRange = 5;
 /**
- * all sub-matrices that are reserved hold something else
+ * all reserved sub-matrices are used for other music
  */
 export const zq_ScoreNoSubMatrix = 6;
 /**
- * the matrix can't take the run: its settings, its limits or memory
+ * the matrix can't learn the run because of its settings, its limits or memory
  */
 export const zq_ScoreNotTaken = 7;
 /**
- * the settings are none of music
+ * the settings are not for music
  */
 export const zq_ScoreNoMusicSettings = 8;
 /**
- * how many there are
+ * number of these constants
  */
 export const zq_ScoreNumberOfCauses = 9;
 /**
- * it is none: an array is missing, a number is out of range, or notes are out of order
+ * invalid: an array is missing, a number is out of range, or notes are out of order
  */
 export const zq_ScoreRefused = 0;
 /**
- * all its notes are written
+ * all notes are written
  */
 export const zq_ScoreWritten = 1;
 /**
- * it would need more than 65,535 tracks, a track of 4 GB, or a million pauses of 268,435,455 ticks
+ * the file would need more than 65,535 tracks, a track of 4 GB, or a million pauses of 268,435,455 ticks
  */
 export const zq_ScoreTooLarge = -1;
 /**
- * the file can't be opened or could not be written whole
+ * the file can't be opened or was not written completely
  */
 export const zq_ScoreNotStored = -2;
 /**
@@ -109,9 +109,8 @@ export const zq_ScoreNotStored = -2;
 export const zq_ScoreNoMemoryToWrite = -3;
 
 /**
- * All settings of a sub-matrix, as the blocks of the header have them, and, in a snapshot of a record, its counters and
- * arrays. What the values of a setting mean stands with the function s_get... of its name. A header's block fills the
- * settings alone.
+ * All settings of a sub-matrix, as the blocks of the file header have them; a snapshot of a record has its counters and
+ * arrays as well. The function s_get... of a setting documents its values. A block of the header has the settings only.
  */
 export class ZQMatrixProperties {
   static readonly size: 640;
@@ -147,14 +146,14 @@ export class ZQMatrixProperties {
 }
 
 /**
- * What was learned of a score. All belongs to the report. A note that is learned in its part or in the merged run
+ * What was learned of a score. The runs belong to the report. A note that is learned in its part or in the merged run
  * counts as learned.
  */
 export class zq_ScoreFeedReport {
   static readonly size: 192;
   constructor(memory: Reader, at: Pointer<'zq_ScoreFeedReport'>);
   /**
-   * notes by zq_ScoreCause
+   * notes left out, by cause (zq_ScoreCause)
    */
   readonly leftOut: number[];
 }
@@ -176,150 +175,150 @@ export class zq_ScoreWriting {
  */
 export interface Functions {
   /**
-   * Creates an empty matrix of the full tier: sequences and symbols. Messages are silent from then on. Result: the
-   * matrix, or null if memory is exhausted. Delete it with `deleteMatrix`.
+   * Creates an empty matrix of the full tier: sequences and symbols. Messages of the calling thread become silent.
+   * Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`.
    */
   createAndInitMatrix(): Pointer<'ZQMatrix'>;
   /**
-   * Creates an empty matrix of the medium tier: sequences. Messages are silent from then on. Result: the matrix, or
-   * null if memory is exhausted. Delete it with `deleteMatrixMedium`.
+   * Creates an empty matrix of the medium tier: sequences. Messages of the calling thread become silent. Result: the
+   * matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`.
    */
   createAndInitMatrixMedium(): Pointer<'ZQMatrixMedium'>;
   /**
    * Creates a matrix of the full tier: sequences and symbols, from a matrix file of exactly this tier. `debugLevel`: -1
-   * to 9, the level of messages while reading and after it. Result: the matrix, or null with a message for a file that
-   * can't be read or that holds another tier. Delete it with `deleteMatrix`.
+   * to 9, the level of messages during the reading and afterwards. Result: the matrix, or null with a message for a
+   * file that can't be read or that holds another tier. Delete it with `deleteMatrix`.
    */
   createAndInitMatrixWithFile(path: Pointer<'char'>, debugLevel: number): Pointer<'ZQMatrix'>;
   /**
    * Creates a matrix of the medium tier: sequences, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the
-   * level of messages while reading and after it. Result: the matrix, or null with a message for a file that can't be
-   * read or that holds another tier. Delete it with `deleteMatrixMedium`.
+   * level of messages during the reading and afterwards. Result: the matrix, or null with a message for a file that
+   * can't be read or that holds another tier. Delete it with `deleteMatrixMedium`.
    */
   createAndInitMatrixMediumWithFile(path: Pointer<'char'>, debugLevel: number): Pointer<'ZQMatrixMedium'>;
   /**
    * Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for
-   * the calling thread. Null is ignored. Pointers that the matrix lent out end here.
+   * the calling thread. Null is ignored. Everything that belongs to the matrix becomes invalid.
    */
   deleteMatrix(matrix: Pointer<'ZQMatrix'>): void;
   /**
    * Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0
-   * for the calling thread. Null is ignored. Pointers that the matrix lent out end here.
+   * for the calling thread. Null is ignored. Everything that belongs to the matrix becomes invalid.
    */
   deleteMatrixMedium(matrix: Pointer<'ZQMatrixMedium'>): void;
   /**
-   * Releases what `s_Malloc` or any function here handed over to keep. Null is ignored.
+   * Releases memory that `s_Malloc` or another function here returned as new. Null is ignored.
    */
   s_Free(pointer: Pointer<'void'>): void;
   /**
-   * The version of the library that runs, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like tell the version
-   * of the header. The text is the library's and lives as long as the process.
+   * The version of the library at run time, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like are the version
+   * of the header. The text is the library's and is valid as long as the process runs.
    */
   zq_version(): Pointer<'char'>;
   /**
-   * The last message of level 0, an error or a warning, that the calling thread gave, also while nothing is printed; an
-   * empty text if there was none. What failed is told by results: a message may also stem from a call that succeeded.
-   * The text is the library's and lives until the thread's next message, or its end.
+   * The last message of level 0, an error or a warning, of the calling thread, even if it was not printed; an empty
+   * text if there was none. A message doesn't mean a failure, which only results show: calls that succeed may print
+   * warnings. The text is the library's and is valid until the next message of the thread, or its end.
    */
   zq_lastMessage(): Pointer<'char'>;
   /**
-   * Makes another sub-matrix current. An ID below 0 or not below `s_getMaxNumberOfMatrices` is ignored.
+   * Makes a sub-matrix the current one. An ID outside 0 to `s_getMaxNumberOfMatrices` - 1 is ignored.
    */
   s_setCurrentMatrixID(matrix: Pointer<'ZQMatrix'>, matrixID: number): void;
   /**
-   * Makes another sub-matrix current. An ID below 0 or not below `s_getMaxNumberOfMatrices` is ignored.
+   * Makes a sub-matrix the current one. An ID outside 0 to `s_getMaxNumberOfMatrices` - 1 is ignored.
    */
   s_setCurrentMatrixID_Medium(matrix: Pointer<'ZQMatrixMedium'>, matrixID: number): void;
   /**
-   * The sub-matrix that all operations work on: 0 up to, not including, `s_getMaxNumberOfMatrices`.
+   * The ID of the current sub-matrix, on which all operations work: 0 to `s_getMaxNumberOfMatrices` - 1.
    */
   s_getCurrentMatrixID(matrix: Pointer<'ZQMatrix'>): number;
   /**
-   * The sub-matrix that all operations work on: 0 up to, not including, `s_getMaxNumberOfMatrices`.
+   * The ID of the current sub-matrix, on which all operations work: 0 to `s_getMaxNumberOfMatrices` - 1.
    */
   s_getCurrentMatrixID_Medium(matrix: Pointer<'ZQMatrixMedium'>): number;
   /**
-   * Sub-matrices reserved; a new matrix has 4.
+   * The number of sub-matrices reserved; 4 in a new matrix.
    */
   s_getMaxNumberOfMatrices(matrix: Pointer<'ZQMatrix'>): number;
   /**
-   * Sub-matrices reserved; a new matrix has 4.
+   * The number of sub-matrices reserved; 4 in a new matrix.
    */
   s_getMaxNumberOfMatrices_Medium(matrix: Pointer<'ZQMatrixMedium'>): number;
   /**
-   * Reserves more sub-matrices, at most 65536 and as many as the block has slots; another value changes nothing. The
-   * sub-matrices in use must be empty: else it prints at level 0 and reserves none. It looks at those below
-   * `s_getNumberOfMatrices` alone, and the last of them is the current one afterwards, in either case.
+   * Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none.
+   * The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below
+   * `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards.
    */
   s_setMaxNumberOfMatrices(matrix: Pointer<'ZQMatrix'>, maxNumberOfMatrices: number): void;
   /**
-   * Reserves more sub-matrices, at most 65536 and as many as the block has slots; another value changes nothing. The
-   * sub-matrices in use must be empty: else it prints at level 0 and reserves none. It looks at those below
-   * `s_getNumberOfMatrices` alone, and the last of them is the current one afterwards, in either case.
+   * Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none.
+   * The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below
+   * `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards.
    */
   s_setMaxNumberOfMatrices_Medium(matrix: Pointer<'ZQMatrixMedium'>, maxNumberOfMatrices: number): void;
   /**
-   * The highest slot of the block that was ever in use; the bound of handles.
+   * The highest slot of the block that was ever in use. No handle is larger.
    */
   s_getMatrixStackPointer(matrix: Pointer<'ZQMatrix'>): number;
   /**
-   * The highest slot of the block that was ever in use; the bound of handles.
+   * The highest slot of the block that was ever in use. No handle is larger.
    */
   s_getMatrixStackPointer_Medium(matrix: Pointer<'ZQMatrixMedium'>): number;
   /**
-   * The record of the current sub-matrix, for the functions that take one. It belongs to the matrix and lives as long.
+   * The record of the current sub-matrix, for the functions that take one. It belongs to the matrix.
    */
   s_getMatrixInfo(matrix: Pointer<'ZQMatrix'>): Pointer<'ZQMatrixInfo'>;
   /**
-   * The record of the current sub-matrix, for the functions that take one. It belongs to the matrix and lives as long.
+   * The record of the current sub-matrix, for the functions that take one. It belongs to the matrix.
    */
   s_getMatrixInfo_Medium(matrix: Pointer<'ZQMatrixMedium'>): Pointer<'ZQMatrixMediumInfo'>;
   /**
-   * Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0.
-   * Result: the structure, which belongs to the record, until the next such call,
+   * Copies all settings and counters of a record into one flat structure. Fields that the record's tier doesn't have
+   * are 0. Result: the structure, which belongs to the record and is valid until the next such call,
    * `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are
-   * the record's own, those of the kernel as it was at the call; `namesOfUpdateFiles` is a copy that lives as long as
+   * those of the record, the kernel's rows as they were at the call; `namesOfUpdateFiles` is a copy, valid as long as
    * the structure.
    */
   s_getGlobalMatrixInfoParameters(info: Pointer<'ZQMatrixInfo'>): Pointer<'ZQMatrixProperties'>;
   /**
-   * Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0.
-   * Result: the structure, which belongs to the record, until the next such call,
+   * Copies all settings and counters of a record into one flat structure. Fields that the record's tier doesn't have
+   * are 0. Result: the structure, which belongs to the record and is valid until the next such call,
    * `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are
-   * the record's own, those of the kernel as it was at the call; `namesOfUpdateFiles` is a copy that lives as long as
+   * those of the record, the kernel's rows as they were at the call; `namesOfUpdateFiles` is a copy, valid as long as
    * the structure.
    */
   s_getGlobalMatrixInfoParameters_Medium(info: Pointer<'ZQMatrixMediumInfo'>): Pointer<'ZQMatrixProperties'>;
   /**
    * The element at a handle. A handle above `s_getMatrixStackPointer` prints at level 0. Result: the element, which
-   * belongs to the matrix, until the next write or delete; null for a negative handle or a free slot.
+   * belongs to the matrix and is valid until the next write or delete; null for a negative handle or a free slot.
    */
   s_getMatrixElementFromMatrixHandle(matrix: Pointer<'ZQMatrix'>, handle: number): Pointer<'ZQMatrixElement'>;
   /**
    * The element at a handle. A handle above `s_getMatrixStackPointer` prints at level 0. Result: the element, which
-   * belongs to the matrix, until the next write or delete; null for a negative handle or a free slot.
+   * belongs to the matrix and is valid until the next write or delete; null for a negative handle or a free slot.
    */
   s_getMatrixElementFromMatrixHandle_Medium(matrix: Pointer<'ZQMatrixMedium'>, handle: number): Pointer<'ZQMatrixMediumElement'>;
   /**
-   * How often something followed the element's phrase.
+   * How often an item followed the element's phrase.
    */
   s_getWriteCountWithSuccessorFromElement(element: Pointer<'ZQMatrixElement'>): number;
   /**
-   * How often something followed the element's phrase.
+   * How often an item followed the element's phrase.
    */
   s_getWriteCountWithSuccessorFromElement_Medium(element: Pointer<'ZQMatrixMediumElement'>): number;
   /**
-   * The files that the sub-matrix learned, each ended by a line feed; null if there is none. The text belongs to the
-   * matrix, until the next name is added.
+   * The names of the files that the sub-matrix learned, each ended by a line feed; null if there are none. The text
+   * belongs to the matrix and is valid until the next name is added.
    */
   s_getNamesOfUpdateFiles(matrix: Pointer<'ZQMatrix'>): Pointer<'char'>;
   /**
-   * The files that the sub-matrix learned, each ended by a line feed; null if there is none. The text belongs to the
-   * matrix, until the next name is added.
+   * The names of the files that the sub-matrix learned, each ended by a line feed; null if there are none. The text
+   * belongs to the matrix and is valid until the next name is added.
    */
   s_getNamesOfUpdateFiles_Medium(matrix: Pointer<'ZQMatrixMedium'>): Pointer<'char'>;
   /**
-   * Sets the highest symbol level in use. Any other value than 0 and 1 is ignored.
+   * Sets the highest symbol level in use: 0 or 1. Any other value is ignored.
    */
   s_setMatrixAILevel(matrix: Pointer<'ZQMatrix'>, matrixAILevel: number): void;
   /**
@@ -327,31 +326,33 @@ export interface Functions {
    */
   s_getMatrixAILevel(matrix: Pointer<'ZQMatrix'>): number;
   /**
-   * The largest magnitude that a coordinate may have; a new sub-matrix allows 500000.
+   * The largest magnitude that a coordinate may have; 500000 in a new sub-matrix.
    */
   s_getMaximalMatrixIndex(matrix: Pointer<'ZQMatrix'>): number;
   /**
-   * The largest magnitude that a coordinate may have; a new sub-matrix allows 500000.
+   * The largest magnitude that a coordinate may have; 500000 in a new sub-matrix.
    */
   s_getMaximalMatrixIndex_Medium(matrix: Pointer<'ZQMatrixMedium'>): number;
   /**
-   * Sets the largest magnitude that a coordinate may have. On a sub-matrix that is not empty it must be above what is
-   * there, else a message at level 0 and no change. Forgets the smallest and largest coordinates seen.
+   * Sets the largest magnitude that a coordinate may have. In a sub-matrix that is not empty it must exceed all
+   * magnitudes stored, in a deep one by up to the depth, else the call prints at level 0 and changes nothing. Resets
+   * the smallest and largest coordinates seen.
    */
   s_setMaximalMatrixIndex(matrix: Pointer<'ZQMatrix'>, maximalMatrixIndex: number): void;
   /**
-   * Sets the largest magnitude that a coordinate may have. On a sub-matrix that is not empty it must be above what is
-   * there, else a message at level 0 and no change. Forgets the smallest and largest coordinates seen.
+   * Sets the largest magnitude that a coordinate may have. In a sub-matrix that is not empty it must exceed all
+   * magnitudes stored, in a deep one by up to the depth, else the call prints at level 0 and changes nothing. Resets
+   * the smallest and largest coordinates seen.
    */
   s_setMaximalMatrixIndex_Medium(matrix: Pointer<'ZQMatrixMedium'>, maximalMatrixIndex: number): void;
   /**
-   * Sets the current sub-matrix to the basic level's block, by the sub-matrix's own setters: one that refuses prints
-   * and keeps its value.
+   * Sets the current sub-matrix to the values of the basic level's block through its setters. A setter that refuses a
+   * value prints and keeps the old one.
    */
   s_applyGlobalMatrixProperties(matrix: Pointer<'ZQMatrix'>): void;
   /**
-   * Sets the current sub-matrix to the basic level's block, by the sub-matrix's own setters: one that refuses prints
-   * and keeps its value.
+   * Sets the current sub-matrix to the values of the basic level's block through its setters. A setter that refuses a
+   * value prints and keeps the old one.
    */
   s_applyGlobalMatrixProperties_Medium(matrix: Pointer<'ZQMatrixMedium'>): void;
   /**
@@ -389,7 +390,8 @@ export interface Functions {
    */
   s_setGlobalDefaultMatrixPropertiesForANSIText_Medium(matrix: Pointer<'ZQMatrixMedium'>): void;
   /**
-   * Sets the symbol level's block up for symbols; without it the symbol level is set up by its own defaults.
+   * Sets the symbol level's block up for symbols. Deriving symbols uses this block only if it passes the check for
+   * symbols, else the defaults of the profile.
    */
   s_setGlobalSymbolDefaultMatrixPropertiesForSymbols(matrix: Pointer<'ZQMatrix'>): void;
   /**
@@ -413,13 +415,15 @@ export interface Functions {
    */
   s_setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT_Medium(matrix: Pointer<'ZQMatrixMedium'>): void;
   /**
-   * Sets what is done to a sequence before it is learned in the basic level's block: 0 nothing, 1 to 999 difference of
-   * this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is.
+   * Sets how a sequence is preprocessed before it is learned in the basic level's block: 0 not at all, 1 to 999
+   * difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes.
+   * Stored as it is.
    */
   s_setGlobalPreProcessingType(matrix: Pointer<'ZQMatrix'>, preProcessingType: number): void;
   /**
-   * Sets what is done to a sequence before it is learned in the basic level's block: 0 nothing, 1 to 999 difference of
-   * this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is.
+   * Sets how a sequence is preprocessed before it is learned in the basic level's block: 0 not at all, 1 to 999
+   * difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes.
+   * Stored as it is.
    */
   s_setGlobalPreProcessingType_Medium(matrix: Pointer<'ZQMatrixMedium'>, preProcessingType: number): void;
   /**
@@ -453,11 +457,13 @@ export interface Functions {
    */
   s_setGlobalMidiTrackAnalyze_Medium(matrix: Pointer<'ZQMatrixMedium'>, midiTrackAnalyze: number): void;
   /**
-   * Sets whether updates are kept as a history in the matrix file in the basic level's block: 1 or 0. Stored as it is.
+   * Sets whether updates are stored as a history in the matrix file in the basic level's block: 1 or 0. Stored as it
+   * is.
    */
   s_setGlobalAddUpdateInfo(matrix: Pointer<'ZQMatrix'>, addUpdateInfo: number): void;
   /**
-   * Sets whether updates are kept as a history in the matrix file in the basic level's block: 1 or 0. Stored as it is.
+   * Sets whether updates are stored as a history in the matrix file in the basic level's block: 1 or 0. Stored as it
+   * is.
    */
   s_setGlobalAddUpdateInfo_Medium(matrix: Pointer<'ZQMatrixMedium'>, addUpdateInfo: number): void;
   /**
@@ -477,297 +483,303 @@ export interface Functions {
    */
   s_setMidiDurationQuantization_Medium(matrix: Pointer<'ZQMatrixMedium'>, midiDurationQuantization: number): void;
   /**
-   * Does for a text in memory what `s_updateMatrixWithANSIFile` does for a file before it learns: tells the language,
-   * finds or takes the sub-matrix of that language, sets it up by the basic level's block, and enters `name`. So a host
-   * that decodes files itself has texts learned as characters: it goes on with `s_updateMatrixWithLongANSISequence`, or
-   * with `zq_updateMatrixWithWordsOfLongANSISequence`. `characters`: `length` integers, the bytes of Windows-1252 as
-   * far as it has a character, since the rules for sentences go by it, and for others the code point. Beyond 500000
-   * `s_setMaximalMatrixIndex` has to allow for them. `name`: of the text, for the record; null for none. Result: the ID
-   * of the sub-matrix, which is the current one now; -1, with a message, if no sub-matrix is free.
+   * Prepares the matrix for learning a text in memory, as `s_updateMatrixWithANSIFile` does for a file: detects the
+   * language, selects the sub-matrix of that language or a free one, sets it up from the basic level's block, and
+   * stores `name`. A host that decodes files itself then calls `s_updateMatrixWithLongANSISequence` or
+   * `zq_updateMatrixWithWordsOfLongANSISequence`. `characters`: `length` integers; characters of Windows-1252 as its
+   * bytes, which the rules for sentences expect, others as code points. For code points above 500000,
+   * `s_setMaximalMatrixIndex` must allow them. `name`: the name of the text, stored with the sub-matrix; null for none.
+   * Result: the ID of the sub-matrix, which becomes the current one; -1, with a message, if no sub-matrix is free.
    */
   zq_prepareMatrixForText(matrix: Pointer<'ZQMatrix'>, characters: Pointer<'int'>, length: number, name: Pointer<'char'>): number;
   /**
-   * Does for a text in memory what `s_updateMatrixWithANSIFile` does for a file before it learns: tells the language,
-   * finds or takes the sub-matrix of that language, sets it up by the basic level's block, and enters `name`. So a host
-   * that decodes files itself has texts learned as characters: it goes on with `s_updateMatrixWithLongANSISequence`, or
-   * with `zq_updateMatrixWithWordsOfLongANSISequence`. `characters`: `length` integers, the bytes of Windows-1252 as
-   * far as it has a character, since the rules for sentences go by it, and for others the code point. Beyond 500000
-   * `s_setMaximalMatrixIndex` has to allow for them. `name`: of the text, for the record; null for none. Result: the ID
-   * of the sub-matrix, which is the current one now; -1, with a message, if no sub-matrix is free.
+   * Prepares the matrix for learning a text in memory, as `s_updateMatrixWithANSIFile` does for a file: detects the
+   * language, selects the sub-matrix of that language or a free one, sets it up from the basic level's block, and
+   * stores `name`. A host that decodes files itself then calls `s_updateMatrixWithLongANSISequence` or
+   * `zq_updateMatrixWithWordsOfLongANSISequence`. `characters`: `length` integers; characters of Windows-1252 as its
+   * bytes, which the rules for sentences expect, others as code points. For code points above 500000,
+   * `s_setMaximalMatrixIndex` must allow them. `name`: the name of the text, stored with the sub-matrix; null for none.
+   * Result: the ID of the sub-matrix, which becomes the current one; -1, with a message, if no sub-matrix is free.
    */
   zq_prepareMatrixForText_Medium(matrix: Pointer<'ZQMatrixMedium'>, characters: Pointer<'int'>, length: number, name: Pointer<'char'>): number;
   /**
    * Learns a text in the current sub-matrix, which must have matrix type 3. `sequence`: `length` characters, the bytes
-   * of Windows-1252. Larger values, up to the sub-matrix's maximal index, count as letters. Result: 1 learned, or
+   * of Windows-1252. Larger values, up to the sub-matrix's maximal index, are treated as letters. Result: 1 learned, or
    * nothing to learn; 0 wrong matrix type or refused settings; -1, -2 as `s_updateMatrixWithLongINTSequence`.
    */
   s_updateMatrixWithLongANSISequence(matrix: Pointer<'ZQMatrix'>, sequence: Pointer<'int'>, length: number): number;
   /**
    * Learns a text in the current sub-matrix, which must have matrix type 3. `sequence`: `length` characters, the bytes
-   * of Windows-1252. Larger values, up to the sub-matrix's maximal index, count as letters. Result: 1 learned, or
+   * of Windows-1252. Larger values, up to the sub-matrix's maximal index, are treated as letters. Result: 1 learned, or
    * nothing to learn; 0 wrong matrix type or refused settings; -1, -2 as `s_updateMatrixWithLongINTSequence`.
    */
   s_updateMatrixWithLongANSISequence_Medium(matrix: Pointer<'ZQMatrixMedium'>, sequence: Pointer<'int'>, length: number): number;
   /**
-   * Learns a text as words alone in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel` 1:
-   * each word is written from its first letter on and gets its symbol, and the level above learns the sequence of the
-   * symbols. The words, the sequences and their counts are those of `s_updateMatrixWithLongANSISequence` with
-   * `s_updateMatrixFromBasicLevel` behind it, for a small part of their time and memory: no other run of letters is
-   * stored, so letters can't be continued. The links of all symbols stay good. `sequence`: `length` characters as with
+   * Learns only the words of a text in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel`
+   * 1: each word is written from its first letter on and gets a symbol, and the level above learns the sequence of the
+   * symbols. Words, sequences of words and their counts are those of `s_updateMatrixWithLongANSISequence` followed by
+   * `s_updateMatrixFromBasicLevel`, in less time and memory: no other phrase of letters is stored, so letters can't be
+   * continued. The links of all symbols stay valid. `sequence`: `length` characters as with
    * `s_updateMatrixWithLongANSISequence`. A word longer than the phrase limit gets no symbol and is left out;
-   * `wordsLeftOut`, if not null, gets how many were. Result: 1 learned; 0 another matrix type, no level of symbols, no
-   * words, or refused settings; -1 a write failed, -2 memory has run out: what was learned before stays.
+   * `wordsLeftOut`, if not null, gets the number of such words. Result: 1 learned; 0 another matrix type, no symbol
+   * level, no words, or refused settings; -1 a write failed; -2 memory has run out. Phrases learned before a failure
+   * are kept.
    */
   zq_updateMatrixWithWordsOfLongANSISequence(matrix: Pointer<'ZQMatrix'>, sequence: Pointer<'int'>, length: number, wordsLeftOut: Pointer<'int'>): number;
   /**
    * Learns a sequence with the settings of the current sub-matrix: preprocesses it and counts each of its phrases up to
    * the longest allowed. `sequence`: `numberOfItems` times `coordinateDimension` integers. Reports progress. Result: 1
-   * learned; 0 empty sequence or settings refused; -1 a write failed, and what was written before stays; -2 memory
+   * learned; 0 empty sequence or settings refused; -1 a write failed, phrases written before are kept; -2 memory
    * exhausted.
    */
   s_updateMatrixWithLongINTSequence(matrix: Pointer<'ZQMatrix'>, sequence: Pointer<'int'>, numberOfItems: number): number;
   /**
    * Learns a sequence with the settings of the current sub-matrix: preprocesses it and counts each of its phrases up to
    * the longest allowed. `sequence`: `numberOfItems` times `coordinateDimension` integers. Reports progress. Result: 1
-   * learned; 0 empty sequence or settings refused; -1 a write failed, and what was written before stays; -2 memory
+   * learned; 0 empty sequence or settings refused; -1 a write failed, phrases written before are kept; -2 memory
    * exhausted.
    */
   s_updateMatrixWithLongINTSequence_Medium(matrix: Pointer<'ZQMatrixMedium'>, sequence: Pointer<'int'>, numberOfItems: number): number;
   /**
-   * Sets the name of the last file that the sub-matrix learned, at most 256 characters.
+   * Sets the name of the last file that the sub-matrix learned. At most 256 characters are kept; null changes nothing.
    */
   s_setNameOfUpdateFile(matrix: Pointer<'ZQMatrix'>, name: Pointer<'char'>): void;
   /**
-   * Sets the name of the last file that the sub-matrix learned, at most 256 characters.
+   * Sets the name of the last file that the sub-matrix learned. At most 256 characters are kept; null changes nothing.
    */
   s_setNameOfUpdateFile_Medium(matrix: Pointer<'ZQMatrixMedium'>, name: Pointer<'char'>): void;
   /**
-   * Adds a name and a line feed to the names of the files that the sub-matrix learned.
+   * Adds a name and a line feed to the names of the files that the sub-matrix learned. Null changes nothing.
    */
   s_addNameOfUpdateFile(matrix: Pointer<'ZQMatrix'>, name: Pointer<'char'>): void;
   /**
-   * Adds a name and a line feed to the names of the files that the sub-matrix learned.
+   * Adds a name and a line feed to the names of the files that the sub-matrix learned. Null changes nothing.
    */
   s_addNameOfUpdateFile_Medium(matrix: Pointer<'ZQMatrixMedium'>, name: Pointer<'char'>): void;
   /**
-   * As `zq_createScoreFromMidiFile`, of a file that lies in memory. The bytes are not needed behind the call. Null or a
-   * number below 0 gives a score with the state `zq_ScoreOtherFormat`. Result: as there.
+   * As `zq_createScoreFromMidiFile`, for the bytes of a file in memory, which the score doesn't need afterwards. Null
+   * or a number below 0 gives a score with the state `zq_ScoreOtherFormat`. Result: as there.
    */
   zq_createScoreFromMidiData(bytes: Pointer<'unsigned char'>, numberOfBytes: number): Pointer<'zq_Score'>;
   /**
-   * The same of bytes in memory. They are not needed any more afterwards; null, or a number below 0, stands for no
-   * bytes.
+   * The same for bytes in memory, which the score doesn't need afterwards; null, or a number below 0, means no bytes.
    */
   zq_createScoreFromKernData(bytes: Pointer<'char'>, numberOfBytes: number, graceQuanta: number): Pointer<'zq_Score'>;
   /**
-   * Learns a score by the basic level's block, which has to be that of a profile of music, run after run: each goes to
-   * the sub-matrix of its meter, texture, sound and coding. In an empty matrix as many are reserved as the score needs;
-   * one that holds something has to have them (`s_setMaxNumberOfMatrices`). Nothing of a score is dropped unless the
-   * report says so. `fileName`: for the records; null for none. Result: a report for zq_deleteScoreFeedReport; null for
-   * a score that is none, or for exhausted memory.
+   * Learns a score with the settings of the basic level's block, which must be those of a music profile, run by run:
+   * each in the sub-matrix of its meter, texture, sound and coding. An empty matrix reserves the sub-matrices that the
+   * score needs; any other must have them (`s_setMaxNumberOfMatrices`). The report counts every note that is left out.
+   * `fileName`: the name stored with the sub-matrices; null for none. `leavesOutPercussion`: not 0 leaves out drums,
+   * percussion and effects. Result: a report for zq_deleteScoreFeedReport; null for an invalid score, or exhausted
+   * memory.
    */
   zq_updateMatrixWithScore(matrix: Pointer<'ZQMatrix'>, score: Pointer<'zq_Score'>, fileName: Pointer<'char'>, leavesOutPercussion: number): Pointer<'zq_ScoreFeedReport'>;
   /**
-   * Learns a score by the basic level's block, which has to be that of a profile of music, run after run: each goes to
-   * the sub-matrix of its meter, texture, sound and coding. In an empty matrix as many are reserved as the score needs;
-   * one that holds something has to have them (`s_setMaxNumberOfMatrices`). Nothing of a score is dropped unless the
-   * report says so. `fileName`: for the records; null for none. Result: a report for zq_deleteScoreFeedReport; null for
-   * a score that is none, or for exhausted memory.
+   * Learns a score with the settings of the basic level's block, which must be those of a music profile, run by run:
+   * each in the sub-matrix of its meter, texture, sound and coding. An empty matrix reserves the sub-matrices that the
+   * score needs; any other must have them (`s_setMaxNumberOfMatrices`). The report counts every note that is left out.
+   * `fileName`: the name stored with the sub-matrices; null for none. `leavesOutPercussion`: not 0 leaves out drums,
+   * percussion and effects. Result: a report for zq_deleteScoreFeedReport; null for an invalid score, or exhausted
+   * memory.
    */
   zq_updateMatrixWithScore_Medium(matrix: Pointer<'ZQMatrixMedium'>, score: Pointer<'zq_Score'>, fileName: Pointer<'char'>, leavesOutPercussion: number): Pointer<'zq_ScoreFeedReport'>;
   /**
-   * Releases a report with all that belongs to it. Null is ignored.
+   * Releases a report and everything that belongs to it. Null is ignored.
    */
   zq_deleteScoreFeedReport(report: Pointer<'zq_ScoreFeedReport'>): void;
   /**
-   * Releases a score with all that belongs to it. Null is ignored.
+   * Releases a score and everything that belongs to it. Null is ignored.
    */
   zq_deleteScore(score: Pointer<'zq_Score'>): void;
   /**
-   * Sets the kernel to the longest ending of a sequence that was learned and that something follows; to the root if
-   * there is none. `sequence`: `length` integers. `setInitialValues`: 1 also keeps the items as those that a reset goes
-   * back to. Null or a `length` of 0 resets the kernel. Result: the items of the kernel's original sequence, or -1 if
-   * the sequence can't be preprocessed.
+   * Sets the kernel to the longest ending of a sequence that was learned and has successors; to the root if there is
+   * none. `sequence`: `length` integers. `setInitialValues`: 1 also keeps the items as those that a reset goes back to,
+   * and in the full tier sets the kernels of the levels above, from the symbols of the sequence. Null or a `length` of
+   * 0 resets the kernel. Result: the items of the kernel's original sequence; -1 if the sequence can't be preprocessed
+   * or a level is missing.
    */
   s_initializeKernelSequenceWithOriginalSequence(matrix: Pointer<'ZQMatrix'>, sequence: Pointer<'int'>, length: number, setInitialValues: number): number;
   /**
-   * Sets the kernel to the longest ending of a sequence that was learned and that something follows; to the root if
-   * there is none. `sequence`: `length` integers. `setInitialValues`: 1 also keeps the items as those that a reset goes
-   * back to. Null or a `length` of 0 resets the kernel. Result: the items of the kernel's original sequence, or -1 if
-   * the sequence can't be preprocessed.
+   * Sets the kernel to the longest ending of a sequence that was learned and has successors; to the root if there is
+   * none. `sequence`: `length` integers. `setInitialValues`: 1 also keeps the items as those that a reset goes back to,
+   * and in the full tier sets the kernels of the levels above, from the symbols of the sequence. Null or a `length` of
+   * 0 resets the kernel. Result: the items of the kernel's original sequence; -1 if the sequence can't be preprocessed
+   * or a level is missing.
    */
   s_initializeKernelSequenceWithOriginalSequence_Medium(matrix: Pointer<'ZQMatrixMedium'>, sequence: Pointer<'int'>, length: number, setInitialValues: number): number;
   /**
-   * The original items of the kernel. `length` gets the integers of the result, `coordinateDimension` the integers of
+   * The original items of the kernel. `length` gets the number of integers of the result, `coordinateDimension` that of
    * one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty.
    */
   s_getKernelOriginalSequenceFlatIndexVector(info: Pointer<'ZQMatrixInfo'>, length: Pointer<'int'>, coordinateDimension: Pointer<'int'>): Pointer<'int'>;
   /**
-   * The original items of the kernel. `length` gets the integers of the result, `coordinateDimension` the integers of
+   * The original items of the kernel. `length` gets the number of integers of the result, `coordinateDimension` that of
    * one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty.
    */
   s_getKernelOriginalSequenceFlatIndexVector_Medium(info: Pointer<'ZQMatrixMediumInfo'>, length: Pointer<'int'>, coordinateDimension: Pointer<'int'>): Pointer<'int'>;
   /**
-   * Items of the kernel's preprocessed sequence; 0 at the root.
+   * The number of items of the kernel's preprocessed sequence; 0 at the root.
    */
   s_getLengthOfKernelPreprocessedSequence(matrix: Pointer<'ZQMatrix'>): number;
   /**
-   * Items of the kernel's preprocessed sequence; 0 at the root.
+   * The number of items of the kernel's preprocessed sequence; 0 at the root.
    */
   s_getLengthOfKernelPreprocessedSequence_Medium(matrix: Pointer<'ZQMatrixMedium'>): number;
   /**
-   * Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 drawn by probability. 1 to
-   * 3; any other value becomes 3.
+   * Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 at random by probability. 1
+   * to 3; any other value becomes 3.
    */
   s_setSucessorMethod(matrix: Pointer<'ZQMatrix'>, successorMethod: number): void;
   /**
-   * Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 drawn by probability. 1 to
-   * 3; any other value becomes 3.
+   * Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 at random by probability. 1
+   * to 3; any other value becomes 3.
    */
   s_setSucessorMethod_Medium(matrix: Pointer<'ZQMatrixMedium'>, successorMethod: number): void;
   /**
-   * Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. Equal state and matrix,
-   * equal continuation.
+   * Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. The same state and the same
+   * matrix give the same continuation. An ID out of range is ignored.
    */
   s_setSuccessorRandomValue(matrix: Pointer<'ZQMatrix'>, matrixID: number, value: number): void;
   /**
-   * Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. Equal state and matrix,
-   * equal continuation.
+   * Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. The same state and the same
+   * matrix give the same continuation. An ID out of range is ignored.
    */
   s_setSuccessorRandomValue_Medium(matrix: Pointer<'ZQMatrixMedium'>, matrixID: number, value: number): void;
   /**
-   * Takes a step of the generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647.
+   * Advances the random generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647; 0 for
+   * an ID out of range.
    */
   s_getSuccessorRandomValue(matrix: Pointer<'ZQMatrix'>, matrixID: number): number;
   /**
-   * Takes a step of the generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647.
+   * Advances the random generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647; 0 for
+   * an ID out of range.
    */
   s_getSuccessorRandomValue_Medium(matrix: Pointer<'ZQMatrixMedium'>, matrixID: number): number;
   /**
-   * Reads as many items as `s_readObjexFromMatrix` called over and over, for hosts to which a call is dear. It ends
-   * where that gives null, so that the next call begins a new sequence as the next call of that would. `items`: room
-   * for `numberOfItems` times `coordinateDimension` integers. `probabilities` and `stopProbabilities`: room for
-   * `numberOfItems` values each, or null. Result: the items read, fewer than `numberOfItems` behind the end of a
-   * sequence or a dead end; 0 for null or less than one item.
+   * Reads items like repeated calls of `s_readObjexFromMatrix`, for hosts for which calls are expensive. It stops where
+   * that function returns null, so that the next call begins a new sequence, as there. `items`: room for
+   * `numberOfItems` times `coordinateDimension` integers. `probabilities` and `stopProbabilities`: room for
+   * `numberOfItems` values each, or null. Result: the number of items read, less than `numberOfItems` at the end of a
+   * sequence or a dead end; 0 if `items` is null or `numberOfItems` below 1.
    */
   zq_readItems(matrix: Pointer<'ZQMatrix'>, numberOfItems: number, items: Pointer<'int'>, probabilities: Pointer<'double'>, stopProbabilities: Pointer<'double'>): number;
   /**
-   * Reads as many items as `s_readObjexFromMatrix` called over and over, for hosts to which a call is dear. It ends
-   * where that gives null, so that the next call begins a new sequence as the next call of that would. `items`: room
-   * for `numberOfItems` times `coordinateDimension` integers. `probabilities` and `stopProbabilities`: room for
-   * `numberOfItems` values each, or null. Result: the items read, fewer than `numberOfItems` behind the end of a
-   * sequence or a dead end; 0 for null or less than one item.
+   * Reads items like repeated calls of `s_readObjexFromMatrix`, for hosts for which calls are expensive. It stops where
+   * that function returns null, so that the next call begins a new sequence, as there. `items`: room for
+   * `numberOfItems` times `coordinateDimension` integers. `probabilities` and `stopProbabilities`: room for
+   * `numberOfItems` values each, or null. Result: the number of items read, less than `numberOfItems` at the end of a
+   * sequence or a dead end; 0 if `items` is null or `numberOfItems` below 1.
    */
   zq_readItems_Medium(matrix: Pointer<'ZQMatrixMedium'>, numberOfItems: number, items: Pointer<'int'>, probabilities: Pointer<'double'>, stopProbabilities: Pointer<'double'>): number;
   /**
-   * What was learned behind a context, with how often each item was: the choice that reading draws from. `context`:
-   * `length` integers, preprocessed, as they are stored; `length` 0 for all single items. `capacity`: items that the
-   * arrays have room for. `items` gets `coordinateDimension` integers of each, `counts` how often it was learned there,
-   * `starts` how often of these the context began a sequence; both may be null. Result: how many there are, of which
-   * the first `capacity` are given; 0 for a context that nothing follows; -1 for one that was not learned, and if
-   * memory has run out.
+   * The items that were learned after a context, with their counts: the items among which reading chooses. `context`:
+   * `length` preprocessed integers, as stored; with `length` 0, all single items. `capacity`: the number of items for
+   * which the arrays have room. `items` gets `coordinateDimension` integers per item, `counts` how often the item was
+   * learned there, `starts` how often the context then began a sequence; each of the three may be null. Result: the
+   * number of items found, of which the first `capacity` are given; 0 for a context without successors; -1 for a
+   * context that was not learned, or if memory has run out.
    */
   zq_readSuccessors(matrix: Pointer<'ZQMatrix'>, context: Pointer<'int'>, length: number, capacity: number, items: Pointer<'int'>, counts: Pointer<'int'>, starts: Pointer<'int'>): number;
   /**
-   * What was learned behind a context, with how often each item was: the choice that reading draws from. `context`:
-   * `length` integers, preprocessed, as they are stored; `length` 0 for all single items. `capacity`: items that the
-   * arrays have room for. `items` gets `coordinateDimension` integers of each, `counts` how often it was learned there,
-   * `starts` how often of these the context began a sequence; both may be null. Result: how many there are, of which
-   * the first `capacity` are given; 0 for a context that nothing follows; -1 for one that was not learned, and if
-   * memory has run out.
+   * The items that were learned after a context, with their counts: the items among which reading chooses. `context`:
+   * `length` preprocessed integers, as stored; with `length` 0, all single items. `capacity`: the number of items for
+   * which the arrays have room. `items` gets `coordinateDimension` integers per item, `counts` how often the item was
+   * learned there, `starts` how often the context then began a sequence; each of the three may be null. Result: the
+   * number of items found, of which the first `capacity` are given; 0 for a context without successors; -1 for a
+   * context that was not learned, or if memory has run out.
    */
   zq_readSuccessors_Medium(matrix: Pointer<'ZQMatrixMedium'>, context: Pointer<'int'>, length: number, capacity: number, items: Pointer<'int'>, counts: Pointer<'int'>, starts: Pointer<'int'>): number;
   /**
-   * What goes on from the beginning of a learned sequence, for hosts that begin sentences as learned ones begin: a
-   * phrase is counted wherever it stands, and what follows it within a sequence is taken off. The items must have one
-   * coordinate. `beginning`: `length` items, preprocessed; with `length` 0 the first items. It must be two items
-   * shorter than the phrase limit, so that a phrase holds it with what stands before and behind it. `capacity`: items
-   * that the arrays have room for. `items` gets the items, `counts` how often each goes on so, 0 for those that do so
-   * within sequences alone. Result: how many there are; all are given if `capacity` is not less, else none can be used;
-   * -1 if the counts can't tell, as in a matrix that rules were taken from, or if memory has run out.
+   * The items that follow the beginning of learned sequences, for hosts that start sentences as learned ones start: the
+   * count of an item after the phrase anywhere, less its counts after the phrase inside a sequence. Items must have one
+   * coordinate. `beginning`: `length` preprocessed items, at least two less than the phrase limit, since phrases with
+   * one item before and one after it are needed; `length` 0 for first items. `capacity`: the number of items for which
+   * the arrays have room. `items` gets the items, `counts` how often each follows the beginning, 0 for items that
+   * follow only inside sequences. Result: the number of items found; if it is above `capacity`, the arrays are not
+   * usable; -1 if the counts don't allow it, for instance in a pruned matrix, or if memory has run out.
    */
   zq_readSentenceStarts(matrix: Pointer<'ZQMatrix'>, beginning: Pointer<'int'>, length: number, capacity: number, items: Pointer<'int'>, counts: Pointer<'int'>): number;
   /**
-   * What goes on from the beginning of a learned sequence, for hosts that begin sentences as learned ones begin: a
-   * phrase is counted wherever it stands, and what follows it within a sequence is taken off. The items must have one
-   * coordinate. `beginning`: `length` items, preprocessed; with `length` 0 the first items. It must be two items
-   * shorter than the phrase limit, so that a phrase holds it with what stands before and behind it. `capacity`: items
-   * that the arrays have room for. `items` gets the items, `counts` how often each goes on so, 0 for those that do so
-   * within sequences alone. Result: how many there are; all are given if `capacity` is not less, else none can be used;
-   * -1 if the counts can't tell, as in a matrix that rules were taken from, or if memory has run out.
+   * The items that follow the beginning of learned sequences, for hosts that start sentences as learned ones start: the
+   * count of an item after the phrase anywhere, less its counts after the phrase inside a sequence. Items must have one
+   * coordinate. `beginning`: `length` preprocessed items, at least two less than the phrase limit, since phrases with
+   * one item before and one after it are needed; `length` 0 for first items. `capacity`: the number of items for which
+   * the arrays have room. `items` gets the items, `counts` how often each follows the beginning, 0 for items that
+   * follow only inside sequences. Result: the number of items found; if it is above `capacity`, the arrays are not
+   * usable; -1 if the counts don't allow it, for instance in a pruned matrix, or if memory has run out.
    */
   zq_readSentenceStarts_Medium(matrix: Pointer<'ZQMatrixMedium'>, beginning: Pointer<'int'>, length: number, capacity: number, items: Pointer<'int'>, counts: Pointer<'int'>): number;
   /**
-   * The phrase that a symbol of the current sub-matrix, a level of symbols, stands for. As
-   * `s_createPreviousLevelElementsFromOriginalSymbol`, but without messages, and it also expands a phrase whose path
-   * goes through the highest slot of the block. Result: a new array of `length` integers, to be released with `s_Free`;
-   * null, with `length` 0, if the symbol is unknown, its link leads to no phrase, or memory has run out.
+   * The phrase of a symbol of the current sub-matrix, which is of the symbol level. As
+   * `s_createPreviousLevelElementsFromOriginalSymbol`, but without messages, and also for a phrase whose path contains
+   * the highest slot in use. Result: a new array of `length` integers, to be released with `s_Free`; null, with
+   * `length` 0, if the symbol is unknown, its link leads to no phrase, or memory has run out.
    */
   zq_createPhraseOfSymbol(matrix: Pointer<'ZQMatrix'>, symbol: number, length: Pointer<'int'>): Pointer<'int'>;
   /**
-   * The symbols of a sequence of `length` integers: the words of a text, the longest known phrases of anything else,
-   * none of MIDI pairs. `numberOfSymbols` gets the entries, `numberOfUnknownSymbols` the words without a symbol,
-   * `numberOfPredefinedSymbols` the line-feed symbols, 10. Result: a new array, to be released with `s_Free`; null if
-   * there is none.
+   * The symbols of a sequence of `length` integers: those of the words of a text, or of the longest known phrases of
+   * any other sequence; MIDI pairs have none. `numberOfSymbols` gets the number of entries, `numberOfUnknownSymbols`
+   * the number of words without a symbol, `numberOfPredefinedSymbols` the number of line feeds, whose symbol is 10.
+   * Result: a new array, to be released with `s_Free`; null if there is none.
    */
   s_getNextLevelSymbolsFromOriginalObjects(matrix: Pointer<'ZQMatrix'>, sequence: Pointer<'int'>, length: number, numberOfSymbols: Pointer<'int'>, numberOfUnknownSymbols: Pointer<'int'>, numberOfPredefinedSymbols: Pointer<'int'>): Pointer<'int'>;
   /**
    * Preprocesses a flat sequence of `length` integers, item after item. `resultLength` gets the integers of the result.
    * Result: a new array, to be released with `s_Free`, even when `resultLength` is 0; null for an empty sequence, with
-   * a message at level 0, or a type or length that yields nothing.
+   * a message at level 0, for a type or length without a result, or if memory is exhausted.
    */
   s_getPreProcessedSequenceFromOriginalSequence(matrix: Pointer<'ZQMatrix'>, originalSequence: Pointer<'int'>, length: number, resultLength: Pointer<'int'>): Pointer<'int'>;
   /**
    * Preprocesses a flat sequence of `length` integers, item after item. `resultLength` gets the integers of the result.
    * Result: a new array, to be released with `s_Free`, even when `resultLength` is 0; null for an empty sequence, with
-   * a message at level 0, or a type or length that yields nothing.
+   * a message at level 0, for a type or length without a result, or if memory is exhausted.
    */
   s_getPreProcessedSequenceFromOriginalSequence_Medium(matrix: Pointer<'ZQMatrixMedium'>, originalSequence: Pointer<'int'>, length: number, resultLength: Pointer<'int'>): Pointer<'int'>;
   /**
-   * Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but gives the music as a score, in the meter of the current
-   * sub-matrix and with a part for each sound. `quartersPerMinute`: its tempo; 0 or less for the one of
-   * `zq_getLearnedTempo`, or 120 where none is known. `result`, if not null, gets 1, a negative result of that
-   * function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null.
+   * Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but returns the music as a score, in the meter of the
+   * current sub-matrix and with a part for each sound. `quartersPerMinute`: the tempo; 0 or less for that of
+   * `zq_getLearnedTempo`, or 120 if none is known. `result`, if not null, gets 1, a negative result of that function,
+   * or -7 if memory has run out. Result: a new score for zq_deleteScore, or null.
    */
   zq_createGeneratedScore(matrix: Pointer<'ZQMatrix'>, numberOfObjex: number, quartersPerMinute: number, result: Pointer<'int'>): Pointer<'zq_Score'>;
   /**
-   * Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but gives the music as a score, in the meter of the current
-   * sub-matrix and with a part for each sound. `quartersPerMinute`: its tempo; 0 or less for the one of
-   * `zq_getLearnedTempo`, or 120 where none is known. `result`, if not null, gets 1, a negative result of that
-   * function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null.
+   * Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but returns the music as a score, in the meter of the
+   * current sub-matrix and with a part for each sound. `quartersPerMinute`: the tempo; 0 or less for that of
+   * `zq_getLearnedTempo`, or 120 if none is known. `result`, if not null, gets 1, a negative result of that function,
+   * or -7 if memory has run out. Result: a new score for zq_deleteScore, or null.
    */
   zq_createGeneratedScore_Medium(matrix: Pointer<'ZQMatrixMedium'>, numberOfObjex: number, quartersPerMinute: number, result: Pointer<'int'>): Pointer<'zq_Score'>;
   /**
-   * As `zq_writeScoreToMidiFile`, into memory. `numberOfBytes`, if not null, gets the length. Result: the bytes of the
-   * file, which the caller releases with `s_Free`; null if there is none, for which `writing` tells the reason.
+   * As `zq_writeScoreToMidiFile`, but into memory. `numberOfBytes`, if not null, gets the length. Result: the bytes of
+   * the file, which the caller releases with `s_Free`; null if nothing was written, for the reason that `writing`
+   * gives.
    */
   zq_createMidiDataOfScore(score: Pointer<'zq_Score'>, numberOfBytes: Pointer<'long long'>, writing: Pointer<'zq_ScoreWriting'>): Pointer<'unsigned char'>;
   /**
-   * Saves the matrix. A save that fails leaves the file that was there. Result: 1 saved; -1, with a message, if the
-   * file can't be written.
+   * Saves the matrix to a file. A save that fails leaves an existing file unchanged. Result: 1 saved; -1, with a
+   * message, if the file can't be written.
    */
   s_saveMatrixToDisk(matrix: Pointer<'ZQMatrix'>, path: Pointer<'char'>): number;
   /**
-   * Saves the matrix. A save that fails leaves the file that was there. Result: 1 saved; -1, with a message, if the
-   * file can't be written.
+   * Saves the matrix to a file. A save that fails leaves an existing file unchanged. Result: 1 saved; -1, with a
+   * message, if the file can't be written.
    */
   s_saveMatrixToDisk_Medium(matrix: Pointer<'ZQMatrixMedium'>, path: Pointer<'char'>): number;
   /**
-   * Looks which tier a matrix file holds. Result: 0 base, 1 medium, 2 full; -1 no matrix file; -2 it can't be opened.
+   * Finds the tier of the matrix in a file. Result: 0 base, 1 medium, 2 full; -1 not a matrix file; -2 the file can't
+   * be opened.
    */
   s_getMatrixInfoTypeFromFile(path: Pointer<'char'>): number;
   /**
-   * What the creation of a matrix from a file has found in the file. A damaged file loads as far as it can be made
-   * sense of; a host that would go on with what is left, or save it over the file, asks here first. `report`: filled in
-   * any case; null is allowed. Result: 1 for a whole file, 0 for one that had to be repaired, -1 if nothing was loaded
-   * or the file was refused.
+   * Reports what creating the matrix from a file found in the file. A damaged file is loaded as far as possible; a host
+   * should check this before it continues with such a matrix or saves it over the file. `report`: filled in any case;
+   * null is allowed. Result: 1 the file is intact; 0 it was repaired; -1 nothing was loaded, or the file was refused.
    */
   zq_getLoadReport(matrix: Pointer<'ZQMatrix'>, report: Pointer<'zq_loadReport'>): number;
   /**
-   * What the creation of a matrix from a file has found in the file. A damaged file loads as far as it can be made
-   * sense of; a host that would go on with what is left, or save it over the file, asks here first. `report`: filled in
-   * any case; null is allowed. Result: 1 for a whole file, 0 for one that had to be repaired, -1 if nothing was loaded
-   * or the file was refused.
+   * Reports what creating the matrix from a file found in the file. A damaged file is loaded as far as possible; a host
+   * should check this before it continues with such a matrix or saves it over the file. `report`: filled in any case;
+   * null is allowed. Result: 1 the file is intact; 0 it was repaired; -1 nothing was loaded, or the file was refused.
    */
   zq_getLoadReport_Medium(matrix: Pointer<'ZQMatrixMedium'>, report: Pointer<'zq_loadReport'>): number;
 }

@@ -211,7 +211,7 @@ class ZQFileNameList(Structure):
 
 
 class progressCallBackData_tag(Structure):
-    """What the progress callback gets."""
+    """The argument of the progress callback."""
     _fields_ = [
         ('progressText', c_char * 80),
         ('progressItem', c_int),
@@ -220,7 +220,7 @@ class progressCallBackData_tag(Structure):
 
 
 class ZQMatrixProperties(Structure):
-    """All settings of a sub-matrix, as the blocks of the header have them, and, in a snapshot of a record, its counters and arrays. What the values of a setting mean stands with the function s_get... of its name. A header's block fills the settings alone."""
+    """All settings of a sub-matrix, as the blocks of the file header have them; a snapshot of a record has its counters and arrays as well. The function s_get... of a setting documents its values. A block of the header has the settings only."""
     _fields_ = [
         ('matrixType', c_int),
         ('allowLargeIndices', c_int),
@@ -317,7 +317,7 @@ class ZQMatrixProperties(Structure):
 
 
 class _MIDIFILEReadStruct(Structure):
-    """One event of a MIDI file, as `MIDIFILEReadEvent` gives it. What `buffer` holds: of a channel event its status and data bytes; of a system exclusive message 240 and the data of all its packets; of a meta event its type and data, where a text (types 1 to 15) is terminated, other data have their last byte overwritten by 0, and a tempo is the byte 0 and then whole beats per minute in three bytes, the highest first."""
+    """One event of a MIDI file, as `MIDIFILEReadEvent` gives it. `buffer` holds, for a channel event, its status and data bytes; for a system exclusive message, 240 and the data of all its packets; for a meta event, its type and data: a text (types 1 to 15) is terminated, the last byte of other data is overwritten by 0, and a tempo is a byte 0 followed by whole beats per minute in three bytes, the highest first."""
     _fields_ = [
         ('time', c_int),
         ('metaFlag', c_int),
@@ -359,7 +359,7 @@ class _MIDIFILEOutStruct(Structure):
 
 
 class zq_MidiFileTrack(Structure):
-    """What came of a track as it stands in a MIDI file. Events that are neither counted as lost nor part of a note are those that music doesn't need: controllers, pitch wheel, pressure."""
+    """What was read from one track of a MIDI file. Events that are neither counted as dropped nor part of a note are those that learning doesn't use: controllers, pitch wheel, pressure."""
     _fields_ = [
         ('channelEvents', c_longlong),
         ('metaEvents', c_longlong),
@@ -380,7 +380,7 @@ class zq_MidiFileTrack(Structure):
 
 
 class zq_MidiTrack(Structure):
-    """What came of a track as learning sees it: a track of the file, or all of them merged."""
+    """A track as it is learned: one track of the file, or all of them merged."""
     _fields_ = [
         ('index', c_int),
         ('isMerged', c_int),
@@ -399,7 +399,7 @@ class zq_MidiTrack(Structure):
 
 
 class zq_MidiReport(Structure):
-    """What a MIDI file gives and what is lost of it. All belongs to the report."""
+    """What a MIDI file contains and what of it is learned or dropped. The arrays belong to the report."""
     _fields_ = [
         ('end', c_int),
         ('format', c_int),
@@ -418,7 +418,7 @@ class zq_MidiReport(Structure):
 
 
 class zq_KernFinding(Structure):
-    """A fault of a kern file, or a place where its reading departs from the score."""
+    """A fault of a kern file, or a place where the notes read differ from the score."""
     _fields_ = [
         ('kind', c_int),
         ('number', c_int),
@@ -442,7 +442,7 @@ class zq_KernMeter(Structure):
 
 
 class zq_KernTrack(Structure):
-    """What came of a track as learning sees it: the notes of a channel, or of all channels merged."""
+    """A track as it is learned: the notes of one channel, or of all channels merged."""
     _fields_ = [
         ('index', c_int),
         ('isMerged', c_int),
@@ -458,7 +458,7 @@ class zq_KernTrack(Structure):
 
 
 class zq_KernReport(Structure):
-    """What a kern file gives, and what is wrong with it. Counts are those of the reading, 0 for a file that is refused."""
+    """What a kern file contains, and its faults. Counts are those of the reading, 0 for a file that is refused. Arrays and texts belong to the report."""
     _fields_ = [
         ('state', c_int),
         ('numberOfFindings', c_int),
@@ -493,7 +493,7 @@ class zq_KernReport(Structure):
 
 
 class zq_ScoreNote(Structure):
-    """A note. Times are fractions of a whole note, exact and not always reduced; a denominator is 1 to 1,073,741,824."""
+    """A note. Times are exact fractions of a whole note, not always reduced, with denominators from 1 to 1,073,741,824."""
     _fields_ = [
         ('onset', c_longlong),
         ('duration', c_longlong),
@@ -514,7 +514,7 @@ class zq_ScoreNote(Structure):
 
 
 class zq_ScorePart(Structure):
-    """A part: a channel of a track of MIDI, or a kern spine with what splits from it. Its notes lie together, by onset."""
+    """A part: a channel of a MIDI track, or a kern spine with the spines split from it. Its notes follow each other, by onset."""
     _fields_ = [
         ('firstNote', c_longlong),
         ('numberOfNotes', c_longlong),
@@ -525,7 +525,7 @@ class zq_ScorePart(Structure):
 
 
 class zq_ScoreMeter(Structure):
-    """A time signature. Those of the whole score come first, then those of single parts, each by onset."""
+    """A time signature. Those of the whole score come first, then those of single parts, both by onset."""
     _fields_ = [
         ('onset', c_longlong),
         ('place', c_longlong),
@@ -548,7 +548,7 @@ class zq_ScoreKey(Structure):
 
 
 class zq_ScoreTempo(Structure):
-    """A tempo from here on."""
+    """A tempo, from its time on."""
     _fields_ = [
         ('onset', c_longlong),
         ('onsetDenominator', c_int),
@@ -558,7 +558,7 @@ class zq_ScoreTempo(Structure):
 
 
 class zq_ScoreBarLine(Structure):
-    """A bar line as the file has it; MIDI has none."""
+    """A bar line of the file; MIDI has none."""
     _fields_ = [
         ('onset', c_longlong),
         ('place', c_longlong),
@@ -568,7 +568,7 @@ class zq_ScoreBarLine(Structure):
 
 
 class zq_ScoreFinding(Structure):
-    """A finding with its place."""
+    """A finding with its place in the file."""
     _fields_ = [
         ('place', c_longlong),
         ('kind', c_int),
@@ -578,7 +578,7 @@ class zq_ScoreFinding(Structure):
 
 
 class zq_Score(Structure):
-    """What a file of music says, exactly. All belongs to the score and lives as long as it does."""
+    """The exact contents of a file of music. Arrays and texts belong to the score and are valid as long as it is."""
     _fields_ = [
         ('format', c_int),
         ('state', c_int),
@@ -603,7 +603,7 @@ class zq_Score(Structure):
 
 
 class zq_ScoreFeedSettings(Structure):
-    """By what a score is fed, as the basic level's block has it."""
+    """The settings with which a score is learned, as the basic level's block has them."""
     _fields_ = [
         ('preProcessingType', c_int),
         ('noteOnQuantization', c_int),
@@ -615,7 +615,7 @@ class zq_ScoreFeedSettings(Structure):
 
 
 class zq_ScoreRun(Structure):
-    """Notes that are learned as one sequence: those of a part, or of all, as long as a meter holds."""
+    """Notes that are learned as one sequence: those of one part, or of all parts, in a stretch of one meter."""
     _fields_ = [
         ('onset', c_longlong),
         ('onsetDenominator', c_int),
@@ -636,7 +636,7 @@ class zq_ScoreRun(Structure):
 
 
 class zq_ScoreFeedReport(Structure):
-    """What was learned of a score. All belongs to the report. A note that is learned in its part or in the merged run counts as learned."""
+    """What was learned of a score. The runs belong to the report. A note that is learned in its part or in the merged run counts as learned."""
     _fields_ = [
         ('result', c_int),
         ('numberOfSubMatrices', c_int),
@@ -676,7 +676,7 @@ class zq_ScoreWriting(Structure):
 
 
 class tagPrimeFact(Structure):
-    """One prime of a factorisation. In the entry before the first: the number of primes, and the sum of all divisors."""
+    """One prime of a factorisation. Entry 0 of an array holds the number of primes and the sum of all divisors."""
     _fields_ = [
         ('prime', c_int),
         ('power', c_int),
@@ -684,7 +684,7 @@ class tagPrimeFact(Structure):
 
 
 class gocronParametersTag(Structure):
-    """How numbers become ocrons and ocrons gocrons. Each thread has one set."""
+    """Parameters of coding numbers as ocrons and ocrons as gocrons. Each thread has its own."""
     _fields_ = [
         ('ocronType', c_int),
         ('ocronEndSymbol', c_int),
@@ -709,7 +709,7 @@ class naturalNumberGocronCodeTag(Structure):
 
 
 class lQuaternionTag(Structure):
-    """Four values that count the symbols of an ocron, each symbol weighted by its place."""
+    """Four sums over the symbols of an ocron, each symbol weighted by its position."""
     _fields_ = [
         ('r', c_longlong),
         ('i', c_longlong),
@@ -719,7 +719,7 @@ class lQuaternionTag(Structure):
 
 
 class zq_loadReport(Structure):
-    """What a load has found. Counts and links show damage; a changed number that neither depends on doesn't show."""
+    """What a load has found. Only damage to counts and links is detected, not a changed number on which neither depends."""
     _fields_ = [
         ('state', c_int),
         ('recordsCounted', c_int),

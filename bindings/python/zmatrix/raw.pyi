@@ -549,29 +549,29 @@ matrixProgressCallBackFunction: Any
 zq_messageFunction: Any
 
 def createAndInitMatrix() -> _Pointer[ZQMatrix]:
-    """Creates an empty matrix of the full tier: sequences and symbols. Messages are silent from then on. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`."""
+    """Creates an empty matrix of the full tier: sequences and symbols. Messages of the calling thread become silent. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`."""
 def createAndInitMatrixWithDebugParameters(debugOutputDevice: int, debugLevel: int, debugDirectory: Optional[bytes]) -> _Pointer[ZQMatrix]:
-    """Creates an empty matrix of the full tier: sequences and symbols, and says where its messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped; both count for the calling thread. `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`."""
+    """Creates an empty matrix of the full tier: sequences and symbols, and sets where messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped. Both apply to the calling thread. `debugDirectory`: folder of the debug file "matrixDebug.txt", with a separator at its end; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrix`."""
 def createAndInitMatrixWithFile(path: Optional[bytes], debugLevel: int) -> _Pointer[ZQMatrix]:
-    """Creates a matrix of the full tier: sequences and symbols, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the level of messages while reading and after it. Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with `deleteMatrix`."""
+    """Creates a matrix of the full tier: sequences and symbols, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the level of messages during the reading and afterwards. Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with `deleteMatrix`."""
 def deleteMatrix(matrix: Any) -> None:
-    """Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for the calling thread. Null is ignored. Pointers that the matrix lent out end here."""
+    """Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for the calling thread. Null is ignored. Everything that belongs to the matrix becomes invalid."""
 def createAndInitMatrixMedium() -> _Pointer[ZQMatrixMedium]:
-    """Creates an empty matrix of the medium tier: sequences. Messages are silent from then on. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`."""
+    """Creates an empty matrix of the medium tier: sequences. Messages of the calling thread become silent. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`."""
 def createAndInitMatrixMediumWithDebugParameters(debugOutputDevice: int, debugLevel: int, debugDirectory: Optional[bytes]) -> _Pointer[ZQMatrixMedium]:
-    """Creates an empty matrix of the medium tier: sequences, and says where its messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped; both count for the calling thread. `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`."""
+    """Creates an empty matrix of the medium tier: sequences, and sets where messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped. Both apply to the calling thread. `debugDirectory`: folder of the debug file "matrixDebug.txt", with a separator at its end; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixMedium`."""
 def createAndInitMatrixMediumWithFile(path: Optional[bytes], debugLevel: int) -> _Pointer[ZQMatrixMedium]:
-    """Creates a matrix of the medium tier: sequences, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the level of messages while reading and after it. Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with `deleteMatrixMedium`."""
+    """Creates a matrix of the medium tier: sequences, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the level of messages during the reading and afterwards. Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with `deleteMatrixMedium`."""
 def deleteMatrixMedium(matrix: Any) -> None:
-    """Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0 for the calling thread. Null is ignored. Pointers that the matrix lent out end here."""
+    """Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0 for the calling thread. Null is ignored. Everything that belongs to the matrix becomes invalid."""
 def createAndInitMatrixBase() -> _Pointer[ZQMatrixBase]:
-    """Creates an empty matrix of the base tier: a random read and write store. Messages are silent from then on. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`."""
+    """Creates an empty matrix of the base tier: a random read and write store. Messages of the calling thread become silent. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`."""
 def createAndInitMatrixBaseWithDebugParameters(debugOutputDevice: int, debugLevel: int, debugDirectory: Optional[bytes]) -> _Pointer[ZQMatrixBase]:
-    """Creates an empty matrix of the base tier: a random read and write store, and says where its messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped; both count for the calling thread. `debugDirectory`: folder of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`."""
+    """Creates an empty matrix of the base tier: a random read and write store, and sets where messages go. `debugOutputDevice`: 0 silent, 1 standard output, 2 the debug file, 3 both. `debugLevel`: -1 to 9, messages of a higher level are dropped. Both apply to the calling thread. `debugDirectory`: folder of the debug file "matrixDebug.txt", with a separator at its end; empty for the working directory. Not null. Result: the matrix, or null if memory is exhausted. Delete it with `deleteMatrixBase`."""
 def createAndInitMatrixBaseWithFile(path: Optional[bytes], debugLevel: int) -> _Pointer[ZQMatrixBase]:
-    """Creates a matrix of the base tier: a random read and write store, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the level of messages while reading and after it. Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with `deleteMatrixBase`."""
+    """Creates a matrix of the base tier: a random read and write store, from a matrix file of exactly this tier. `debugLevel`: -1 to 9, the level of messages during the reading and afterwards. Result: the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with `deleteMatrixBase`."""
 def deleteMatrixBase(matrix: Any) -> None:
-    """Deletes a matrix of the base tier with all that it owns, closes the debug file and sets the message level to 0 for the calling thread. Null is ignored. Pointers that the matrix lent out end here."""
+    """Deletes a matrix of the base tier with all that it owns, closes the debug file and sets the message level to 0 for the calling thread. Null is ignored. Everything that belongs to the matrix becomes invalid."""
 def setMatrixProgressDisplayFunctionBB(callBack: Any) -> None:
     """The same as `setMatrixProgressDisplayFunction`."""
 def createMatrixBB() -> _Pointer[ZQMatrix]:
@@ -583,9 +583,9 @@ def createMatrixWithFileBB(path: Optional[bytes], debugLevel: int) -> _Pointer[Z
 def deleteMatrixBB(matrix: Any) -> None:
     """The same as `deleteMatrix`."""
 def s_Malloc(size: int) -> Any:
-    """Allocates `size` bytes from the heap that the library itself uses. Result: the bytes, not cleared, or null if memory is exhausted. Release them with `s_Free`."""
+    """Allocates `size` bytes from the heap that the library itself uses. Result: the bytes, uninitialised, or null if memory is exhausted. Release them with `s_Free`."""
 def s_Free(pointer: Any) -> None:
-    """Releases what `s_Malloc` or any function here handed over to keep. Null is ignored."""
+    """Releases memory that `s_Malloc` or another function here returned as new. Null is ignored."""
 def s_mMalloc(matrix: Any, size: int) -> Any:
     """The same as `s_Malloc`, through a matrix; the memory belongs to the caller, not to the matrix."""
 def s_mMalloc_Medium(matrix: Any, size: int) -> Any:
@@ -599,11 +599,11 @@ def s_mFree_Medium(matrix: Any, pointer: Any) -> None:
 def s_mFree_Base(matrix: Any, pointer: Any) -> None:
     """The same as `s_Free`, through a matrix. Null is ignored."""
 def s_setMatrixDebugOn(matrix: Any, level: int) -> int:
-    """Sets the level of messages for the calling thread: messages of a higher level are dropped. `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug file for appending, if it isn't open. Result: 1 if the debug file is open, else 0."""
+    """Sets the level of messages for the calling thread: messages of a higher level are dropped. `level`: -1 (no messages) to 9; other values are clamped to this range. With device 2 or 3 and a level of 0 or more, opens the debug file for appending if it isn't open. Result: 1 if the debug file is open, else 0."""
 def s_setMatrixDebugOn_Medium(matrix: Any, level: int) -> int:
-    """Sets the level of messages for the calling thread: messages of a higher level are dropped. `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug file for appending, if it isn't open. Result: 1 if the debug file is open, else 0."""
+    """Sets the level of messages for the calling thread: messages of a higher level are dropped. `level`: -1 (no messages) to 9; other values are clamped to this range. With device 2 or 3 and a level of 0 or more, opens the debug file for appending if it isn't open. Result: 1 if the debug file is open, else 0."""
 def s_setMatrixDebugOn_Base(matrix: Any, level: int) -> int:
-    """Sets the level of messages for the calling thread: messages of a higher level are dropped. `level`: -1 (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug file for appending, if it isn't open. Result: 1 if the debug file is open, else 0."""
+    """Sets the level of messages for the calling thread: messages of a higher level are dropped. `level`: -1 (no messages) to 9; other values are clamped to this range. With device 2 or 3 and a level of 0 or more, opens the debug file for appending if it isn't open. Result: 1 if the debug file is open, else 0."""
 def s_setMatrixDebugOff(matrix: Any) -> None:
     """Sets the level of messages to 0 and closes the debug file, for the calling thread."""
 def s_setMatrixDebugOff_Medium(matrix: Any) -> None:
@@ -611,23 +611,23 @@ def s_setMatrixDebugOff_Medium(matrix: Any) -> None:
 def s_setMatrixDebugOff_Base(matrix: Any) -> None:
     """Sets the level of messages to 0 and closes the debug file, for the calling thread."""
 def s_setMatrixDebugOutputDevice(matrix: Any, device: int) -> None:
-    """Says where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open."""
+    """Sets where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, a value of 4 or more becomes 2. Devices 2 and 3 print nothing, not even on standard output, while no debug file is open."""
 def s_setMatrixDebugOutputDevice_Medium(matrix: Any, device: int) -> None:
-    """Says where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open."""
+    """Sets where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, a value of 4 or more becomes 2. Devices 2 and 3 print nothing, not even on standard output, while no debug file is open."""
 def s_setMatrixDebugOutputDevice_Base(matrix: Any, device: int) -> None:
-    """Says where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open."""
+    """Sets where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative value becomes 0, a value of 4 or more becomes 2. Devices 2 and 3 print nothing, not even on standard output, while no debug file is open."""
 def s_getMatrixDebugOutputDevice(matrix: Any) -> int:
-    """Where this matrix last sent messages: 0 nowhere, 1 standard output, 2 the debug file, 3 both."""
+    """The device that was last set through this matrix: 0 nowhere, 1 standard output, 2 the debug file, 3 both."""
 def s_getMatrixDebugOutputDevice_Medium(matrix: Any) -> int:
-    """Where this matrix last sent messages: 0 nowhere, 1 standard output, 2 the debug file, 3 both."""
+    """The device that was last set through this matrix: 0 nowhere, 1 standard output, 2 the debug file, 3 both."""
 def s_getMatrixDebugOutputDevice_Base(matrix: Any) -> int:
-    """Where this matrix last sent messages: 0 nowhere, 1 standard output, 2 the debug file, 3 both."""
+    """The device that was last set through this matrix: 0 nowhere, 1 standard output, 2 the debug file, 3 both."""
 def s_setMatrixDebugDirectory(matrix: Any, path: Optional[bytes]) -> None:
-    """Sets the folder of the debug file: the path is put in front of "matrixDebug.txt" as it stands, so it ends in a separator. An empty path, one above 247 characters or a folder that can't be written to becomes "./", the last with a message. Null changes nothing."""
+    """Sets the folder of the debug file. "matrixDebug.txt" is appended to the path as it is, so the path must end with a separator. An empty path, a path of more than 247 characters or a folder that can't be written to becomes "./", the last with a message. Null changes nothing."""
 def s_setMatrixDebugDirectory_Medium(matrix: Any, path: Optional[bytes]) -> None:
-    """Sets the folder of the debug file: the path is put in front of "matrixDebug.txt" as it stands, so it ends in a separator. An empty path, one above 247 characters or a folder that can't be written to becomes "./", the last with a message. Null changes nothing."""
+    """Sets the folder of the debug file. "matrixDebug.txt" is appended to the path as it is, so the path must end with a separator. An empty path, a path of more than 247 characters or a folder that can't be written to becomes "./", the last with a message. Null changes nothing."""
 def s_setMatrixDebugDirectory_Base(matrix: Any, path: Optional[bytes]) -> None:
-    """Sets the folder of the debug file: the path is put in front of "matrixDebug.txt" as it stands, so it ends in a separator. An empty path, one above 247 characters or a folder that can't be written to becomes "./", the last with a message. Null changes nothing."""
+    """Sets the folder of the debug file. "matrixDebug.txt" is appended to the path as it is, so the path must end with a separator. An empty path, a path of more than 247 characters or a folder that can't be written to becomes "./", the last with a message. Null changes nothing."""
 def s_getMatrixDebugDirectory(matrix: Any) -> bytes:
     """The folder of the debug file. The text belongs to the matrix."""
 def s_getMatrixDebugDirectory_Medium(matrix: Any) -> bytes:
@@ -635,41 +635,41 @@ def s_getMatrixDebugDirectory_Medium(matrix: Any) -> bytes:
 def s_getMatrixDebugDirectory_Base(matrix: Any) -> bytes:
     """The folder of the debug file. The text belongs to the matrix."""
 def s_printf(format: Optional[bytes], *values: Any) -> int:
-    """Prints on standard output as printf does, whatever the debug device says. A text of 2048 characters or more is cut. Result: the characters printed, or a negative value if writing failed."""
+    """Prints on standard output as printf does, whatever the debug device is. Text beyond 2047 characters is cut off. Result: the number of characters printed, or a negative value if writing failed."""
 def s_flushStdOut() -> None:
     """Flushes standard output."""
 def setMatrixProgressDisplayFunction(callBack: Any) -> None:
-    """Sets the function that long operations of any matrix call in the thread that sets it, about a hundred times each and once at their end. Null for none. Another thread has none until it sets its own. The record that it gets is the library's and is written anew for each call; it must not call the library."""
+    """Sets the function that long operations of any matrix call in the calling thread, about a hundred times per operation and once at its end. Null for none. Each thread has its own function, at first none. The record passed to the function belongs to the library, which overwrites it for each call. The function must not call the library."""
 def getExpectedMatrixMemory(coordinateDimension: int, numberOfItems: int, phraseLength: int, numberOfSymbols: int) -> int:
-    """The slots that a new matrix begins with, 64000, or 0 if the wishes make no sense: one of the first three below 1, or the last below 0."""
+    """The slots of a new matrix: always 64000, or 0 for invalid arguments, which are one of the first three below 1 or the last below 0."""
 def sGetNumberOriginalItemsToRestoreFromPreprocessed(preProcessingType: int) -> int:
-    """How many original items the inverse of a preprocessing must be given before the first preprocessed item. Result: the type itself for differences (0 to 999), 1 for the MIDI types 1002 to 1004, else 0."""
+    """How many original items the inverse of a preprocessing type needs in front of the first preprocessed item. Result: the type itself for differences (0 to 999), 1 for the MIDI types 1002 to 1004, else 0."""
 def printJavaIntPointer(pointer: Any, length: int) -> int:
-    """Prints an array on standard output: "printJavaIntPointer" with pointer and length, then a line "p(index) = value" for each 32-bit integer, then a line end. Null or a length below 1 prints the first line and the line end alone. Result: always 1."""
+    """Prints an array on standard output: "printJavaIntPointer" with pointer and length, then a line "p(index) = value" for each 32-bit integer, then a line end. Null or a length below 1 prints only the first line and the line end. Result: always 1."""
 def printJavaBytePointer(pointer: Any, length: int) -> int:
-    """Prints an array on standard output: "printJavaBytePointer" with pointer and length, then a line "p(index) = value" for each byte, signed, then a line end. Null or a length below 1 prints the first line and the line end alone. Result: always 1."""
+    """Prints an array on standard output: "printJavaBytePointer" with pointer and length, then a line "p(index) = value" for each byte, signed, then a line end. Null or a length below 1 prints only the first line and the line end. Result: always 1."""
 def printJavaLongPointer(pointer: Any, length: int) -> int:
-    """Prints an array on standard output: "printJavaLongPointer" with pointer and length, then a line "p(index) = value" for each 64-bit integer, then a line end. Null or a length below 1 prints the first line and the line end alone. Result: always 1."""
+    """Prints an array on standard output: "printJavaLongPointer" with pointer and length, then a line "p(index) = value" for each 64-bit integer, then a line end. Null or a length below 1 prints only the first line and the line end. Result: always 1."""
 def printJavaPointerPointer(pointer: Any, length: int) -> int:
-    """Prints an array on standard output: "printJavaPointerPointer" with pointer and length, then a line "p(index) = value" for each pointer, then a line end. Null or a length below 1 prints the first line and the line end alone. Result: always 1."""
+    """Prints an array on standard output: "printJavaPointerPointer" with pointer and length, then a line "p(index) = value" for each pointer, then a line end. Null or a length below 1 prints only the first line and the line end. Result: always 1."""
 def s_getCurrentMatrixID(matrix: Any) -> int:
-    """The sub-matrix that all operations work on: 0 up to, not including, `s_getMaxNumberOfMatrices`."""
+    """The ID of the current sub-matrix, on which all operations work: 0 to `s_getMaxNumberOfMatrices` - 1."""
 def s_getCurrentMatrixID_Medium(matrix: Any) -> int:
-    """The sub-matrix that all operations work on: 0 up to, not including, `s_getMaxNumberOfMatrices`."""
+    """The ID of the current sub-matrix, on which all operations work: 0 to `s_getMaxNumberOfMatrices` - 1."""
 def s_getCurrentMatrixID_Base(matrix: Any) -> int:
-    """The sub-matrix that all operations work on: 0 up to, not including, `s_getMaxNumberOfMatrices`."""
+    """The ID of the current sub-matrix, on which all operations work: 0 to `s_getMaxNumberOfMatrices` - 1."""
 def s_setCurrentMatrixID(matrix: Any, matrixID: int) -> None:
-    """Makes another sub-matrix current. An ID below 0 or not below `s_getMaxNumberOfMatrices` is ignored."""
+    """Makes a sub-matrix the current one. An ID outside 0 to `s_getMaxNumberOfMatrices` - 1 is ignored."""
 def s_setCurrentMatrixID_Medium(matrix: Any, matrixID: int) -> None:
-    """Makes another sub-matrix current. An ID below 0 or not below `s_getMaxNumberOfMatrices` is ignored."""
+    """Makes a sub-matrix the current one. An ID outside 0 to `s_getMaxNumberOfMatrices` - 1 is ignored."""
 def s_setCurrentMatrixID_Base(matrix: Any, matrixID: int) -> None:
-    """Makes another sub-matrix current. An ID below 0 or not below `s_getMaxNumberOfMatrices` is ignored."""
+    """Makes a sub-matrix the current one. An ID outside 0 to `s_getMaxNumberOfMatrices` - 1 is ignored."""
 def s_getNumberOfMatrices(matrix: Any) -> int:
-    """Sub-matrices in use; a new matrix says 1."""
+    """The number of sub-matrices in use; 1 in a new matrix."""
 def s_getNumberOfMatrices_Medium(matrix: Any) -> int:
-    """Sub-matrices in use; a new matrix says 1."""
+    """The number of sub-matrices in use; 1 in a new matrix."""
 def s_getNumberOfMatrices_Base(matrix: Any) -> int:
-    """Sub-matrices in use; a new matrix says 1."""
+    """The number of sub-matrices in use; 1 in a new matrix."""
 def s_setNumberOfMatrices(matrix: Any, numberOfMatrices: int) -> None:
     """Raises the number of sub-matrices in use. A value below the present one, below 1 or above `s_getMaxNumberOfMatrices` is ignored."""
 def s_setNumberOfMatrices_Medium(matrix: Any, numberOfMatrices: int) -> None:
@@ -677,17 +677,17 @@ def s_setNumberOfMatrices_Medium(matrix: Any, numberOfMatrices: int) -> None:
 def s_setNumberOfMatrices_Base(matrix: Any, numberOfMatrices: int) -> None:
     """Raises the number of sub-matrices in use. A value below the present one, below 1 or above `s_getMaxNumberOfMatrices` is ignored."""
 def s_getMaxNumberOfMatrices(matrix: Any) -> int:
-    """Sub-matrices reserved; a new matrix has 4."""
+    """The number of sub-matrices reserved; 4 in a new matrix."""
 def s_getMaxNumberOfMatrices_Medium(matrix: Any) -> int:
-    """Sub-matrices reserved; a new matrix has 4."""
+    """The number of sub-matrices reserved; 4 in a new matrix."""
 def s_getMaxNumberOfMatrices_Base(matrix: Any) -> int:
-    """Sub-matrices reserved; a new matrix has 4."""
+    """The number of sub-matrices reserved; 4 in a new matrix."""
 def s_setMaxNumberOfMatrices(matrix: Any, maxNumberOfMatrices: int) -> None:
-    """Reserves more sub-matrices, at most 65536 and as many as the block has slots; another value changes nothing. The sub-matrices in use must be empty: else it prints at level 0 and reserves none. It looks at those below `s_getNumberOfMatrices` alone, and the last of them is the current one afterwards, in either case."""
+    """Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none. The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards."""
 def s_setMaxNumberOfMatrices_Medium(matrix: Any, maxNumberOfMatrices: int) -> None:
-    """Reserves more sub-matrices, at most 65536 and as many as the block has slots; another value changes nothing. The sub-matrices in use must be empty: else it prints at level 0 and reserves none. It looks at those below `s_getNumberOfMatrices` alone, and the last of them is the current one afterwards, in either case."""
+    """Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none. The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards."""
 def s_setMaxNumberOfMatrices_Base(matrix: Any, maxNumberOfMatrices: int) -> None:
-    """Reserves more sub-matrices, at most 65536 and as many as the block has slots; another value changes nothing. The sub-matrices in use must be empty: else it prints at level 0 and reserves none. It looks at those below `s_getNumberOfMatrices` alone, and the last of them is the current one afterwards, in either case."""
+    """Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none. The sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below `s_getNumberOfMatrices` are checked; the last one checked is the current one afterwards."""
 def s_getHighestOccupiedMatrixID(matrix: Any) -> int:
     """The highest ID with elements or written vectors, or -1 if all sub-matrices are empty."""
 def s_getHighestOccupiedMatrixID_Medium(matrix: Any) -> int:
@@ -695,35 +695,35 @@ def s_getHighestOccupiedMatrixID_Medium(matrix: Any) -> int:
 def s_getHighestOccupiedMatrixID_Base(matrix: Any) -> int:
     """The highest ID with elements or written vectors, or -1 if all sub-matrices are empty."""
 def s_getMatrixInfo(matrix: Any) -> _Pointer[ZQMatrixInfo]:
-    """The record of the current sub-matrix, for the functions that take one. It belongs to the matrix and lives as long."""
+    """The record of the current sub-matrix, for the functions that take one. It belongs to the matrix."""
 def s_getMatrixInfo_Medium(matrix: Any) -> _Pointer[ZQMatrixMediumInfo]:
-    """The record of the current sub-matrix, for the functions that take one. It belongs to the matrix and lives as long."""
+    """The record of the current sub-matrix, for the functions that take one. It belongs to the matrix."""
 def s_getMatrixInfo_Base(matrix: Any) -> _Pointer[ZQMatrixBaseInfo]:
-    """The record of the current sub-matrix, for the functions that take one. It belongs to the matrix and lives as long."""
+    """The record of the current sub-matrix, for the functions that take one. It belongs to the matrix."""
 def s_getMatrixBlockSize(matrix: Any) -> int:
-    """Slots of the element block, used and free, of all sub-matrices together; a new matrix has 64000."""
+    """The slots of the element block, used and free, which all sub-matrices share; 64000 in a new matrix."""
 def s_getMatrixBlockSize_Medium(matrix: Any) -> int:
-    """Slots of the element block, used and free, of all sub-matrices together; a new matrix has 64000."""
+    """The slots of the element block, used and free, which all sub-matrices share; 64000 in a new matrix."""
 def s_getMatrixBlockSize_Base(matrix: Any) -> int:
-    """Slots of the element block, used and free, of all sub-matrices together; a new matrix has 64000."""
+    """The slots of the element block, used and free, which all sub-matrices share; 64000 in a new matrix."""
 def s_setInitialMatrixBlocksize(matrix: Any, size: int) -> None:
-    """Sets the slots of the element block, for a matrix that is still empty and will grow large. `size`: 1 or more, in slots; a smaller block loses what lay above it. If memory is exhausted it prints at level 0, and the matrix can only be deleted."""
+    """Sets the size of the element block, for a matrix that is still empty and will grow large. `size`: in slots, at most 134217728; a larger one prints at level 0, one below the number of reserved sub-matrices resizes nothing. Elements above the end of a smaller block are lost. If memory is exhausted the call prints at level 0, and the matrix can only be deleted."""
 def s_setInitialMatrixBlocksize_Medium(matrix: Any, size: int) -> None:
-    """Sets the slots of the element block, for a matrix that is still empty and will grow large. `size`: 1 or more, in slots; a smaller block loses what lay above it. If memory is exhausted it prints at level 0, and the matrix can only be deleted."""
+    """Sets the size of the element block, for a matrix that is still empty and will grow large. `size`: in slots, at most 134217728; a larger one prints at level 0, one below the number of reserved sub-matrices resizes nothing. Elements above the end of a smaller block are lost. If memory is exhausted the call prints at level 0, and the matrix can only be deleted."""
 def s_setInitialMatrixBlocksize_Base(matrix: Any, size: int) -> None:
-    """Sets the slots of the element block, for a matrix that is still empty and will grow large. `size`: 1 or more, in slots; a smaller block loses what lay above it. If memory is exhausted it prints at level 0, and the matrix can only be deleted."""
+    """Sets the size of the element block, for a matrix that is still empty and will grow large. `size`: in slots, at most 134217728; a larger one prints at level 0, one below the number of reserved sub-matrices resizes nothing. Elements above the end of a smaller block are lost. If memory is exhausted the call prints at level 0, and the matrix can only be deleted."""
 def s_getMatrixStackPointer(matrix: Any) -> int:
-    """The highest slot of the block that was ever in use; the bound of handles."""
+    """The highest slot of the block that was ever in use. No handle is larger."""
 def s_getMatrixStackPointer_Medium(matrix: Any) -> int:
-    """The highest slot of the block that was ever in use; the bound of handles."""
+    """The highest slot of the block that was ever in use. No handle is larger."""
 def s_getMatrixStackPointer_Base(matrix: Any) -> int:
-    """The highest slot of the block that was ever in use; the bound of handles."""
+    """The highest slot of the block that was ever in use. No handle is larger."""
 def s_getCurrentDimension(matrix: Any) -> int:
-    """The depth of the current sub-matrix: the length in integers of its longest index vector so far."""
+    """The depth of the current sub-matrix: the length in integers of the longest index vector written so far."""
 def s_getCurrentDimension_Medium(matrix: Any) -> int:
-    """The depth of the current sub-matrix: the length in integers of its longest index vector so far."""
+    """The depth of the current sub-matrix: the length in integers of the longest index vector written so far."""
 def s_getCurrentDimension_Base(matrix: Any) -> int:
-    """The depth of the current sub-matrix: the length in integers of its longest index vector so far."""
+    """The depth of the current sub-matrix: the length in integers of the longest index vector written so far."""
 def s_getCurrentMaxDimension(matrix: Any) -> int:
     """The same as `s_getCurrentDimension`."""
 def s_getCurrentMaxDimension_Medium(matrix: Any) -> int:
@@ -731,139 +731,139 @@ def s_getCurrentMaxDimension_Medium(matrix: Any) -> int:
 def s_getCurrentMaxDimension_Base(matrix: Any) -> int:
     """The same as `s_getCurrentDimension`."""
 def s_getInternalCurrentMaxDimension(matrix: Any) -> int:
-    """The entries that the arrays per dimension have room for; they grow with the depth."""
+    """The number of entries that the arrays per dimension have room for; it grows with the depth."""
 def s_getInternalCurrentMaxDimension_Medium(matrix: Any) -> int:
-    """The entries that the arrays per dimension have room for; they grow with the depth."""
+    """The number of entries that the arrays per dimension have room for; it grows with the depth."""
 def s_getInternalCurrentMaxDimension_Base(matrix: Any) -> int:
-    """The entries that the arrays per dimension have room for; they grow with the depth."""
+    """The number of entries that the arrays per dimension have room for; it grows with the depth."""
 def s_getMinimalIndicesInDimension(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """The smallest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the entries in use, the depth. A dimension without coordinates has the maximal index + 1. Result: an array that belongs to the matrix, until the next write."""
+    """The smallest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the number of entries, which is the depth. A dimension without coordinates has the maximal index + 1. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getMinimalIndicesInDimension_Medium(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """The smallest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the entries in use, the depth. A dimension without coordinates has the maximal index + 1. Result: an array that belongs to the matrix, until the next write."""
+    """The smallest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the number of entries, which is the depth. A dimension without coordinates has the maximal index + 1. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getMinimalIndicesInDimension_Base(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """The smallest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the entries in use, the depth. A dimension without coordinates has the maximal index + 1. Result: an array that belongs to the matrix, until the next write."""
+    """The smallest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the number of entries, which is the depth. A dimension without coordinates has the maximal index + 1. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getMaximalIndicesInDimension(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """The largest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the entries in use, the depth. A dimension without coordinates has -(the maximal index + 1). Result: an array that belongs to the matrix, until the next write."""
+    """The largest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the number of entries, which is the depth. A dimension without coordinates has -(the maximal index + 1). Result: an array that belongs to the matrix, valid until the next write."""
 def s_getMaximalIndicesInDimension_Medium(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """The largest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the entries in use, the depth. A dimension without coordinates has -(the maximal index + 1). Result: an array that belongs to the matrix, until the next write."""
+    """The largest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the number of entries, which is the depth. A dimension without coordinates has -(the maximal index + 1). Result: an array that belongs to the matrix, valid until the next write."""
 def s_getMaximalIndicesInDimension_Base(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """The largest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the entries in use, the depth. A dimension without coordinates has -(the maximal index + 1). Result: an array that belongs to the matrix, until the next write."""
+    """The largest coordinate seen in each dimension of the current sub-matrix. `numberOfDimensions` gets the number of entries, which is the depth. A dimension without coordinates has -(the maximal index + 1). Result: an array that belongs to the matrix, valid until the next write."""
 def s_getSizeOfCoordinateDimensions(matrix: Any) -> _Pointer[c_int]:
-    """The signed byte width of each coordinate in the stored update sequence: -4, or 1, 2, 4, 8 and their negatives. Result: `coordinateDimension` entries that belong to the matrix."""
+    """The width in bytes of each coordinate in the stored update sequence, negative for signed values: 1, 2, 4, 8 or a negative of these; -4 at first. Result: `coordinateDimension` entries that belong to the matrix."""
 def s_getSizeOfCoordinateDimensions_Medium(matrix: Any) -> _Pointer[c_int]:
-    """The signed byte width of each coordinate in the stored update sequence: -4, or 1, 2, 4, 8 and their negatives. Result: `coordinateDimension` entries that belong to the matrix."""
+    """The width in bytes of each coordinate in the stored update sequence, negative for signed values: 1, 2, 4, 8 or a negative of these; -4 at first. Result: `coordinateDimension` entries that belong to the matrix."""
 def s_getSizeOfCoordinateDimensions_Base(matrix: Any) -> _Pointer[c_int]:
-    """The signed byte width of each coordinate in the stored update sequence: -4, or 1, 2, 4, 8 and their negatives. Result: `coordinateDimension` entries that belong to the matrix."""
+    """The width in bytes of each coordinate in the stored update sequence, negative for signed values: 1, 2, 4, 8 or a negative of these; -4 at first. Result: `coordinateDimension` entries that belong to the matrix."""
 def s_getMaximalMatrixIndex(matrix: Any) -> int:
-    """The largest magnitude that a coordinate may have; a new sub-matrix allows 500000."""
+    """The largest magnitude that a coordinate may have; 500000 in a new sub-matrix."""
 def s_getMaximalMatrixIndex_Medium(matrix: Any) -> int:
-    """The largest magnitude that a coordinate may have; a new sub-matrix allows 500000."""
+    """The largest magnitude that a coordinate may have; 500000 in a new sub-matrix."""
 def s_getMaximalMatrixIndex_Base(matrix: Any) -> int:
-    """The largest magnitude that a coordinate may have; a new sub-matrix allows 500000."""
+    """The largest magnitude that a coordinate may have; 500000 in a new sub-matrix."""
 def s_setMaximalMatrixIndex(matrix: Any, maximalMatrixIndex: int) -> None:
-    """Sets the largest magnitude that a coordinate may have. On a sub-matrix that is not empty it must be above what is there, else a message at level 0 and no change. Forgets the smallest and largest coordinates seen."""
+    """Sets the largest magnitude that a coordinate may have. In a sub-matrix that is not empty it must exceed all magnitudes stored, in a deep one by up to the depth, else the call prints at level 0 and changes nothing. Resets the smallest and largest coordinates seen."""
 def s_setMaximalMatrixIndex_Medium(matrix: Any, maximalMatrixIndex: int) -> None:
-    """Sets the largest magnitude that a coordinate may have. On a sub-matrix that is not empty it must be above what is there, else a message at level 0 and no change. Forgets the smallest and largest coordinates seen."""
+    """Sets the largest magnitude that a coordinate may have. In a sub-matrix that is not empty it must exceed all magnitudes stored, in a deep one by up to the depth, else the call prints at level 0 and changes nothing. Resets the smallest and largest coordinates seen."""
 def s_setMaximalMatrixIndex_Base(matrix: Any, maximalMatrixIndex: int) -> None:
-    """Sets the largest magnitude that a coordinate may have. On a sub-matrix that is not empty it must be above what is there, else a message at level 0 and no change. Forgets the smallest and largest coordinates seen."""
+    """Sets the largest magnitude that a coordinate may have. In a sub-matrix that is not empty it must exceed all magnitudes stored, in a deep one by up to the depth, else the call prints at level 0 and changes nothing. Resets the smallest and largest coordinates seen."""
 def s_getMaxDimOfMatrix(matrix: Any) -> int:
-    """The longest index vector that may be written, in integers; a new sub-matrix allows 4096."""
+    """The longest index vector that may be written, in integers; 4096 in a new sub-matrix."""
 def s_getMaxDimOfMatrix_Medium(matrix: Any) -> int:
-    """The longest index vector that may be written, in integers; a new sub-matrix allows 4096."""
+    """The longest index vector that may be written, in integers; 4096 in a new sub-matrix."""
 def s_setMaxDimOfMatrix(matrix: Any, maxDimOfMatrix: int) -> None:
-    """Sets the longest index vector that may be written, in integers: not negative, and not below the present depth; else a message at level 0 and no change."""
+    """Sets the longest index vector that may be written, in integers: 0 or more, and not below the present depth; any other value prints at level 0 and changes nothing."""
 def s_setMaxDimOfMatrix_Medium(matrix: Any, maxDimOfMatrix: int) -> None:
-    """Sets the longest index vector that may be written, in integers: not negative, and not below the present depth; else a message at level 0 and no change."""
+    """Sets the longest index vector that may be written, in integers: 0 or more, and not below the present depth; any other value prints at level 0 and changes nothing."""
 def s_getNumberOfMatrixElements(matrix: Any) -> int:
-    """Elements in the block, written ones and those on the way to them."""
+    """The number of elements: those of written index vectors and those of the paths to them."""
 def s_getNumberOfMatrixElements_Medium(matrix: Any) -> int:
-    """Elements in the block, written ones and those on the way to them."""
+    """The number of elements: those of written index vectors and those of the paths to them."""
 def s_getNumberOfMatrixElements_Base(matrix: Any) -> int:
-    """Elements in the block, written ones and those on the way to them."""
+    """The number of elements: those of written index vectors and those of the paths to them."""
 def s_getNumberOfWriteElements(matrix: Any) -> int:
-    """Index vectors that were written: elements with a write count of 1 or more."""
+    """The number of written index vectors: elements with a write count of 1 or more."""
 def s_getNumberOfWriteElements_Medium(matrix: Any) -> int:
-    """Index vectors that were written: elements with a write count of 1 or more."""
+    """The number of written index vectors: elements with a write count of 1 or more."""
 def s_getNumberOfWriteElements_Base(matrix: Any) -> int:
-    """Index vectors that were written: elements with a write count of 1 or more."""
+    """The number of written index vectors: elements with a write count of 1 or more."""
 def s_getNumberOfWriteCounts(matrix: Any) -> int:
-    """The sum of the write counts of all index vectors. Deletes that take away several elements at once let it drift upward; a self-test sets it right."""
+    """The sum of the write counts of all index vectors. It gets too high when a delete removes several elements at once; a self-test corrects it."""
 def s_getNumberOfWriteCounts_Medium(matrix: Any) -> int:
-    """The sum of the write counts of all index vectors. Deletes that take away several elements at once let it drift upward; a self-test sets it right."""
+    """The sum of the write counts of all index vectors. It gets too high when a delete removes several elements at once; a self-test corrects it."""
 def s_getNumberOfWriteCounts_Base(matrix: Any) -> int:
-    """The sum of the write counts of all index vectors. Deletes that take away several elements at once let it drift upward; a self-test sets it right."""
+    """The sum of the write counts of all index vectors. It gets too high when a delete removes several elements at once; a self-test corrects it."""
 def s_getNumberOfMatrixWriteEvents(matrix: Any) -> int:
-    """Successful writes so far."""
+    """The number of successful writes so far."""
 def s_getNumberOfMatrixWriteEvents_Medium(matrix: Any) -> int:
-    """Successful writes so far."""
+    """The number of successful writes so far."""
 def s_getNumberOfMatrixWriteEvents_Base(matrix: Any) -> int:
-    """Successful writes so far."""
+    """The number of successful writes so far."""
 def s_getNumberOfMatrixDeleteEvents(matrix: Any) -> int:
-    """Deletes so far."""
+    """The number of deletes so far."""
 def s_getNumberOfMatrixDeleteEvents_Medium(matrix: Any) -> int:
-    """Deletes so far."""
+    """The number of deletes so far."""
 def s_getNumberOfMatrixDeleteEvents_Base(matrix: Any) -> int:
-    """Deletes so far."""
+    """The number of deletes so far."""
 def s_getNumberOfEndElements(matrix: Any) -> int:
-    """Elements without children. Deletes of all that is below a root and cuts of long vectors let it drift by a few; from the medium tier up a self-test sets it right."""
+    """The number of elements without children. It gets wrong by a few when all elements below a root are deleted or long vectors are removed; in the medium and full tier a self-test corrects it."""
 def s_getNumberOfEndElements_Medium(matrix: Any) -> int:
-    """Elements without children. Deletes of all that is below a root and cuts of long vectors let it drift by a few; from the medium tier up a self-test sets it right."""
+    """The number of elements without children. It gets wrong by a few when all elements below a root are deleted or long vectors are removed; in the medium and full tier a self-test corrects it."""
 def s_getNumberOfEndElements_Base(matrix: Any) -> int:
-    """Elements without children. Deletes of all that is below a root and cuts of long vectors let it drift by a few; from the medium tier up a self-test sets it right."""
+    """The number of elements without children. It gets wrong by a few when all elements below a root are deleted or long vectors are removed; in the medium and full tier a self-test corrects it."""
 def s_writeMatrixElement(matrix: Any, indexVector: Any, length: int, value: int) -> int:
-    """Writes an index vector: makes its path, counts one write of it and stores `value` in place of the value before. `indexVector`: `length` integers from the root down, each of a magnitude up to the maximal index. `length`: up to `maxDimOfMatrix`; below 1 it is the root that is written. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix. A failed write may leave unwritten path elements."""
+    """Writes an index vector: creates its path, counts one write and replaces its value by `value`. `indexVector`: `length` integers from the root down, each of a magnitude up to the maximal index. `length`: up to `maxDimOfMatrix`; below 1 the root is written. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only. A failed write may leave path elements that are not written."""
 def s_writeMatrixElement_Medium(matrix: Any, indexVector: Any, length: int, value: int) -> int:
-    """Writes an index vector: makes its path, counts one write of it and stores `value` in place of the value before. `indexVector`: `length` integers from the root down, each of a magnitude up to the maximal index. `length`: up to `maxDimOfMatrix`; below 1 it is the root that is written. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix. A failed write may leave unwritten path elements."""
+    """Writes an index vector: creates its path, counts one write and replaces its value by `value`. `indexVector`: `length` integers from the root down, each of a magnitude up to the maximal index. `length`: up to `maxDimOfMatrix`; below 1 the root is written. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only. A failed write may leave path elements that are not written."""
 def s_writeMatrixElement_Base(matrix: Any, indexVector: Any, length: int, value: int) -> int:
-    """Writes an index vector: makes its path, counts one write of it and stores `value` in place of the value before. `indexVector`: `length` integers from the root down, each of a magnitude up to the maximal index. `length`: up to `maxDimOfMatrix`; below 1 it is the root that is written. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix. A failed write may leave unwritten path elements."""
+    """Writes an index vector: creates its path, counts one write and replaces its value by `value`. `indexVector`: `length` integers from the root down, each of a magnitude up to the maximal index. `length`: up to `maxDimOfMatrix`; below 1 the root is written. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only. A failed write may leave path elements that are not written."""
 def s_writeMatrixElement32(matrix: Any, items: Any, length: int, value: int) -> int:
-    """The same for a vector of `length` 32-bit items of any value, each split into two coordinates. The coordinate dimension must be 2. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix."""
+    """The same for a vector of `length` 32-bit items of any value, each split into two coordinates. The coordinate dimension must be 2. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only."""
 def s_writeMatrixElement32_Medium(matrix: Any, items: Any, length: int, value: int) -> int:
-    """The same for a vector of `length` 32-bit items of any value, each split into two coordinates. The coordinate dimension must be 2. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix."""
+    """The same for a vector of `length` 32-bit items of any value, each split into two coordinates. The coordinate dimension must be 2. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only."""
 def s_writeMatrixElement32_Base(matrix: Any, items: Any, length: int, value: int) -> int:
-    """The same for a vector of `length` 32-bit items of any value, each split into two coordinates. The coordinate dimension must be 2. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix."""
+    """The same for a vector of `length` 32-bit items of any value, each split into two coordinates. The coordinate dimension must be 2. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only."""
 def s_writeMatrixElement64(matrix: Any, items: Any, length: int, value: int) -> int:
-    """The same for a vector of `length` 64-bit items of any value, each split into four coordinates. The coordinate dimension must be 4. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix."""
+    """The same for a vector of `length` 64-bit items of any value, each split into four coordinates. The coordinate dimension must be 4. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only."""
 def s_writeMatrixElement64_Medium(matrix: Any, items: Any, length: int, value: int) -> int:
-    """The same for a vector of `length` 64-bit items of any value, each split into four coordinates. The coordinate dimension must be 4. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix."""
+    """The same for a vector of `length` 64-bit items of any value, each split into four coordinates. The coordinate dimension must be 4. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only."""
 def s_writeMatrixElement64_Base(matrix: Any, items: Any, length: int, value: int) -> int:
-    """The same for a vector of `length` 64-bit items of any value, each split into four coordinates. The coordinate dimension must be 4. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix."""
+    """The same for a vector of `length` 64-bit items of any value, each split into four coordinates. The coordinate dimension must be 4. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only."""
 def s_existMatrixData(matrix: Any, indexVector: Any, length: int) -> int:
-    """Looks an index vector up in the current sub-matrix. `indexVector`: `length` integers from the root down. Result: 3 there and without children; 2 there, with children and written; 1 a path element that was not written itself; 0 this coordinate is missing in its field; -1 the path ends earlier. -2 `length` below 1 or not below `maxDimOfMatrix`, or a position outside the block; -3, -5 a broken link."""
+    """Looks up an index vector in the current sub-matrix. `indexVector`: `length` integers from the root down. Result: 3 found, without children; 2 found, written and with children; 1 a path element that was not written itself; 0 a coordinate is missing and its slot is free; -1 the path ends earlier, or the slot holds another field's element. -2 `indexVector` null, `length` below 1 or not below `maxDimOfMatrix`, or a position outside the block; -3, -5 a broken link."""
 def s_existMatrixData_Medium(matrix: Any, indexVector: Any, length: int) -> int:
-    """Looks an index vector up in the current sub-matrix. `indexVector`: `length` integers from the root down. Result: 3 there and without children; 2 there, with children and written; 1 a path element that was not written itself; 0 this coordinate is missing in its field; -1 the path ends earlier. -2 `length` below 1 or not below `maxDimOfMatrix`, or a position outside the block; -3, -5 a broken link."""
+    """Looks up an index vector in the current sub-matrix. `indexVector`: `length` integers from the root down. Result: 3 found, without children; 2 found, written and with children; 1 a path element that was not written itself; 0 a coordinate is missing and its slot is free; -1 the path ends earlier, or the slot holds another field's element. -2 `indexVector` null, `length` below 1 or not below `maxDimOfMatrix`, or a position outside the block; -3, -5 a broken link."""
 def s_existMatrixData_Base(matrix: Any, indexVector: Any, length: int) -> int:
-    """Looks an index vector up in the current sub-matrix. `indexVector`: `length` integers from the root down. Result: 3 there and without children; 2 there, with children and written; 1 a path element that was not written itself; 0 this coordinate is missing in its field; -1 the path ends earlier. -2 `length` below 1 or not below `maxDimOfMatrix`, or a position outside the block; -3, -5 a broken link."""
+    """Looks up an index vector in the current sub-matrix. `indexVector`: `length` integers from the root down. Result: 3 found, without children; 2 found, written and with children; 1 a path element that was not written itself; 0 a coordinate is missing and its slot is free; -1 the path ends earlier, or the slot holds another field's element. -2 `indexVector` null, `length` below 1 or not below `maxDimOfMatrix`, or a position outside the block; -3, -5 a broken link."""
 def s_existMatrixData32(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else -1 with a message at level 0."""
+    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else the result is -1 with a message at level 0."""
 def s_existMatrixData32_Medium(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else -1 with a message at level 0."""
+    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else the result is -1 with a message at level 0."""
 def s_existMatrixData32_Base(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else -1 with a message at level 0."""
+    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else the result is -1 with a message at level 0."""
 def s_existMatrixData64(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with a message at level 0."""
+    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else the result is 0 with a message at level 0."""
 def s_existMatrixData64_Medium(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with a message at level 0."""
+    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else the result is 0 with a message at level 0."""
 def s_existMatrixData64_Base(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with a message at level 0."""
+    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else the result is 0 with a message at level 0."""
 def s_readMatrixData(matrix: Any, indexVector: Any, length: int, existCode: Any, writeCount: Any, writeCountWithSuccessor: Any, writeCountWithoutPredecessor: Any) -> int:
-    """Reads an index vector. `existCode` gets the code of `s_existMatrixData`. `writeCount` gets how often it was written, `writeCountWithSuccessor` how often something followed, `writeCountWithoutPredecessor` how often it began a sequence. Result: the value of the last write; 0, with the counts 0, if `existCode` is below 1."""
+    """Reads an index vector. `existCode` gets the code of `s_existMatrixData`. `writeCount` gets how often it was written, `writeCountWithSuccessor` how often an item followed it, `writeCountWithoutPredecessor` how often it began a sequence. Result: the value of the last write; 0, with the counts 0, if `existCode` is below 1."""
 def s_readMatrixData_Medium(matrix: Any, indexVector: Any, length: int, existCode: Any, writeCount: Any, writeCountWithSuccessor: Any, writeCountWithoutPredecessor: Any) -> int:
-    """Reads an index vector. `existCode` gets the code of `s_existMatrixData`. `writeCount` gets how often it was written, `writeCountWithSuccessor` how often something followed, `writeCountWithoutPredecessor` how often it began a sequence. Result: the value of the last write; 0, with the counts 0, if `existCode` is below 1."""
+    """Reads an index vector. `existCode` gets the code of `s_existMatrixData`. `writeCount` gets how often it was written, `writeCountWithSuccessor` how often an item followed it, `writeCountWithoutPredecessor` how often it began a sequence. Result: the value of the last write; 0, with the counts 0, if `existCode` is below 1."""
 def s_readMatrixData32(matrix: Any, items: Any, length: int, existCode: Any, writeCount: Any, writeCountWithSuccessor: Any, writeCountWithoutPredecessor: Any) -> int:
-    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else 0 with `existCode` -5 and a message at level 0."""
+    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else the result is 0, with `existCode` -5 and a message at level 0."""
 def s_readMatrixData32_Medium(matrix: Any, items: Any, length: int, existCode: Any, writeCount: Any, writeCountWithSuccessor: Any, writeCountWithoutPredecessor: Any) -> int:
-    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else 0 with `existCode` -5 and a message at level 0."""
+    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else the result is 0, with `existCode` -5 and a message at level 0."""
 def s_readMatrixData64(matrix: Any, items: Any, length: int, existCode: Any, writeCount: Any, writeCountWithSuccessor: Any, writeCountWithoutPredecessor: Any) -> int:
-    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with `existCode` -5 and a message at level 0."""
+    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else the result is 0, with `existCode` -5 and a message at level 0."""
 def s_readMatrixData64_Medium(matrix: Any, items: Any, length: int, existCode: Any, writeCount: Any, writeCountWithSuccessor: Any, writeCountWithoutPredecessor: Any) -> int:
-    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with `existCode` -5 and a message at level 0."""
+    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else the result is 0, with `existCode` -5 and a message at level 0."""
 def s_readMatrixData_Base(matrix: Any, indexVector: Any, length: int, existCode: Any, writeCount: Any) -> int:
     """Reads an index vector. `existCode` gets the code of `s_existMatrixData`. `writeCount` gets how often it was written. Result: the value of the last write; 0, with the counts 0, if `existCode` is below 1."""
 def s_readMatrixData32_Base(matrix: Any, items: Any, length: int, existCode: Any, writeCount: Any) -> int:
-    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else 0 with `existCode` -5 and a message at level 0."""
+    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else the result is 0, with `existCode` -5 and a message at level 0."""
 def s_readMatrixData64_Base(matrix: Any, items: Any, length: int, existCode: Any, writeCount: Any) -> int:
-    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with `existCode` -5 and a message at level 0."""
+    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else the result is 0, with `existCode` -5 and a message at level 0."""
 def s_readMatrixElement(matrix: Any, indexVector: Any, length: int, existCode: Any) -> int:
     """Reads the value of an index vector. `existCode` gets the code of `s_existMatrixData`. Result: the value of the last write; 0 if `existCode` is below 1."""
 def s_readMatrixElement_Medium(matrix: Any, indexVector: Any, length: int, existCode: Any) -> int:
@@ -871,81 +871,81 @@ def s_readMatrixElement_Medium(matrix: Any, indexVector: Any, length: int, exist
 def s_readMatrixElement_Base(matrix: Any, indexVector: Any, length: int, existCode: Any) -> int:
     """Reads the value of an index vector. `existCode` gets the code of `s_existMatrixData`. Result: the value of the last write; 0 if `existCode` is below 1."""
 def s_readMatrixElement32(matrix: Any, items: Any, length: int, existCode: Any) -> int:
-    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else 0 with a message at level 0, and `existCode` stays as it was."""
+    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else the result is 0 with a message at level 0, and `existCode` is unchanged."""
 def s_readMatrixElement32_Medium(matrix: Any, items: Any, length: int, existCode: Any) -> int:
-    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else 0 with a message at level 0, and `existCode` stays as it was."""
+    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else the result is 0 with a message at level 0, and `existCode` is unchanged."""
 def s_readMatrixElement32_Base(matrix: Any, items: Any, length: int, existCode: Any) -> int:
-    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else 0 with a message at level 0, and `existCode` stays as it was."""
+    """The same for a vector of `length` 32-bit items. The coordinate dimension must be 2, else the result is 0 with a message at level 0, and `existCode` is unchanged."""
 def s_readMatrixElement64(matrix: Any, items: Any, length: int, existCode: Any) -> int:
-    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with a message at level 0, and `existCode` stays as it was."""
+    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else the result is 0 with a message at level 0, and `existCode` is unchanged."""
 def s_readMatrixElement64_Medium(matrix: Any, items: Any, length: int, existCode: Any) -> int:
-    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with a message at level 0, and `existCode` stays as it was."""
+    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else the result is 0 with a message at level 0, and `existCode` is unchanged."""
 def s_readMatrixElement64_Base(matrix: Any, items: Any, length: int, existCode: Any) -> int:
-    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else 0 with a message at level 0, and `existCode` stays as it was."""
+    """The same for a vector of `length` 64-bit items. The coordinate dimension must be 4, else the result is 0 with a message at level 0, and `existCode` is unchanged."""
 def s_deleteMatrixElement(matrix: Any, indexVector: Any, length: int, keepInnerElements: int) -> int:
-    """Deletes an index vector with all its writes, and what of its path serves nothing else. Handles end with it. `indexVector`: `length` integers from the root down. One with children loses its writes and stays as a path, or, with `keepInnerElements` other than 0, stays as it is. Result: 1 deleted, or kept because of `keepInnerElements`; 0 only a path element, nothing changed; -1 the coordinate is missing in its field; -2 null, `length` 0 or the path ends earlier. -3 `length` out of range; -4, -6 a broken link. A read-only sub-matrix deletes too."""
+    """Deletes an index vector with its counts, and the elements of its path that no other vector needs. Handles become invalid. A read-only sub-matrix deletes too. `indexVector`: `length` integers from the root down. A vector with children loses its counts and remains as a path; if `keepInnerElements` is not 0, it is left unchanged. Result: 1 deleted, or left because of `keepInnerElements`; 0 only a path element, nothing changed; -1 a coordinate is missing and its slot is free; -2 null, `length` 0, the path ends earlier, or the slot holds another field's element; -3 `length` out of range; -4, -6 a broken link."""
 def s_deleteMatrixElement_Medium(matrix: Any, indexVector: Any, length: int, keepInnerElements: int) -> int:
-    """Deletes an index vector with all its writes, and what of its path serves nothing else. Handles end with it. `indexVector`: `length` integers from the root down. One with children loses its writes and stays as a path, or, with `keepInnerElements` other than 0, stays as it is. Result: 1 deleted, or kept because of `keepInnerElements`; 0 only a path element, nothing changed; -1 the coordinate is missing in its field; -2 null, `length` 0 or the path ends earlier. -3 `length` out of range; -4, -6 a broken link. A read-only sub-matrix deletes too."""
+    """Deletes an index vector with its counts, and the elements of its path that no other vector needs. Handles become invalid. A read-only sub-matrix deletes too. `indexVector`: `length` integers from the root down. A vector with children loses its counts and remains as a path; if `keepInnerElements` is not 0, it is left unchanged. Result: 1 deleted, or left because of `keepInnerElements`; 0 only a path element, nothing changed; -1 a coordinate is missing and its slot is free; -2 null, `length` 0, the path ends earlier, or the slot holds another field's element; -3 `length` out of range; -4, -6 a broken link."""
 def s_deleteMatrixElement_Base(matrix: Any, indexVector: Any, length: int, keepInnerElements: int) -> int:
-    """Deletes an index vector with all its writes, and what of its path serves nothing else. Handles end with it. `indexVector`: `length` integers from the root down. One with children loses its writes and stays as a path, or, with `keepInnerElements` other than 0, stays as it is. Result: 1 deleted, or kept because of `keepInnerElements`; 0 only a path element, nothing changed; -1 the coordinate is missing in its field; -2 null, `length` 0 or the path ends earlier. -3 `length` out of range; -4, -6 a broken link. A read-only sub-matrix deletes too."""
+    """Deletes an index vector with its counts, and the elements of its path that no other vector needs. Handles become invalid. A read-only sub-matrix deletes too. `indexVector`: `length` integers from the root down. A vector with children loses its counts and remains as a path; if `keepInnerElements` is not 0, it is left unchanged. Result: 1 deleted, or left because of `keepInnerElements`; 0 only a path element, nothing changed; -1 a coordinate is missing and its slot is free; -2 null, `length` 0, the path ends earlier, or the slot holds another field's element; -3 `length` out of range; -4, -6 a broken link."""
 def s_deleteMatrixElement32(matrix: Any, items: Any, length: int, keepInnerElements: int) -> int:
-    """The same for a vector of `length` 32-bit items, null included. The coordinate dimension must be 2, else 0 with a message at level 0."""
+    """The same for a vector of `length` 32-bit items, also for null. The coordinate dimension must be 2, else the result is 0 with a message at level 0."""
 def s_deleteMatrixElement32_Medium(matrix: Any, items: Any, length: int, keepInnerElements: int) -> int:
-    """The same for a vector of `length` 32-bit items, null included. The coordinate dimension must be 2, else 0 with a message at level 0."""
+    """The same for a vector of `length` 32-bit items, also for null. The coordinate dimension must be 2, else the result is 0 with a message at level 0."""
 def s_deleteMatrixElement32_Base(matrix: Any, items: Any, length: int, keepInnerElements: int) -> int:
-    """The same for a vector of `length` 32-bit items, null included. The coordinate dimension must be 2, else 0 with a message at level 0."""
+    """The same for a vector of `length` 32-bit items, also for null. The coordinate dimension must be 2, else the result is 0 with a message at level 0."""
 def s_deleteMatrixElement64(matrix: Any, items: Any, length: int, keepInnerElements: int) -> int:
-    """The same for a vector of `length` 64-bit items, null included. The coordinate dimension must be 4, else 0 with a message at level 0."""
+    """The same for a vector of `length` 64-bit items, also for null. The coordinate dimension must be 4, else the result is 0 with a message at level 0."""
 def s_deleteMatrixElement64_Medium(matrix: Any, items: Any, length: int, keepInnerElements: int) -> int:
-    """The same for a vector of `length` 64-bit items, null included. The coordinate dimension must be 4, else 0 with a message at level 0."""
+    """The same for a vector of `length` 64-bit items, also for null. The coordinate dimension must be 4, else the result is 0 with a message at level 0."""
 def s_deleteMatrixElement64_Base(matrix: Any, items: Any, length: int, keepInnerElements: int) -> int:
-    """The same for a vector of `length` 64-bit items, null included. The coordinate dimension must be 4, else 0 with a message at level 0."""
+    """The same for a vector of `length` 64-bit items, also for null. The coordinate dimension must be 4, else the result is 0 with a message at level 0."""
 def s_makeMatrixEmpty(matrix: Any) -> None:
-    """Sets settings and counters of the current sub-matrix back to those of a new one. Its elements stay in the block; to be rid of those too, clear the ID."""
+    """Sets settings and counters of the current sub-matrix back to those of a new one. Its elements stay in the block; `s_clearMatrixForID` removes them as well."""
 def s_makeMatrixEmpty_Medium(matrix: Any) -> None:
-    """Sets settings and counters of the current sub-matrix back to those of a new one. Its elements stay in the block; to be rid of those too, clear the ID."""
+    """Sets settings and counters of the current sub-matrix back to those of a new one. Its elements stay in the block; `s_clearMatrixForID` removes them as well."""
 def s_getMatrixHandleFromElementVector(matrix: Any, indexVector: Any, length: int) -> int:
-    """The handle of an index vector. `indexVector`: `length` integers from the root down. Result: the handle, or -1 if the vector is not there or is a path element that was not written itself."""
+    """The handle of an index vector. `indexVector`: `length` integers from the root down. Result: the handle, or -1 if the vector does not exist or is a path element that was not written itself."""
 def s_getMatrixHandleFromElementVector_Medium(matrix: Any, indexVector: Any, length: int) -> int:
-    """The handle of an index vector. `indexVector`: `length` integers from the root down. Result: the handle, or -1 if the vector is not there or is a path element that was not written itself."""
+    """The handle of an index vector. `indexVector`: `length` integers from the root down. Result: the handle, or -1 if the vector does not exist or is a path element that was not written itself."""
 def s_getMatrixHandleFromElementVector_Base(matrix: Any, indexVector: Any, length: int) -> int:
-    """The handle of an index vector. `indexVector`: `length` integers from the root down. Result: the handle, or -1 if the vector is not there or is a path element that was not written itself."""
+    """The handle of an index vector. `indexVector`: `length` integers from the root down. Result: the handle, or -1 if the vector does not exist or is a path element that was not written itself."""
 def s_getMatrixHandleFromElementVector32(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 32-bit items, split into two coordinates each."""
+    """The same for a vector of `length` 32-bit items, each split into two coordinates. The coordinate dimension must be 2, else the result is -1 with a message at level 0."""
 def s_getMatrixHandleFromElementVector32_Medium(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 32-bit items, split into two coordinates each."""
+    """The same for a vector of `length` 32-bit items, each split into two coordinates. The coordinate dimension must be 2, else the result is -1 with a message at level 0."""
 def s_getMatrixHandleFromElementVector32_Base(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 32-bit items, split into two coordinates each."""
+    """The same for a vector of `length` 32-bit items, each split into two coordinates. The coordinate dimension must be 2, else the result is -1 with a message at level 0."""
 def s_getMatrixHandleFromElementVector64(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 64-bit items, split into four coordinates each."""
+    """The same for a vector of `length` 64-bit items, each split into four coordinates. The coordinate dimension must be 4, else the result is -1 with a message at level 0."""
 def s_getMatrixHandleFromElementVector64_Medium(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 64-bit items, split into four coordinates each."""
+    """The same for a vector of `length` 64-bit items, each split into four coordinates. The coordinate dimension must be 4, else the result is -1 with a message at level 0."""
 def s_getMatrixHandleFromElementVector64_Base(matrix: Any, items: Any, length: int) -> int:
-    """The same for a vector of `length` 64-bit items, split into four coordinates each."""
+    """The same for a vector of `length` 64-bit items, each split into four coordinates. The coordinate dimension must be 4, else the result is -1 with a message at level 0."""
 def s_getLengthOfIndexVectorFromMatrixHandle(matrix: Any, handle: int) -> int:
-    """The length in integers of the index vector that ends at a handle. Result: the length; 0 for the root or a free slot; -1 for a handle out of range, of another sub-matrix, or deeper than 4096, or an empty sub-matrix."""
+    """The length in integers of the index vector that ends at a handle. Result: the length; 0 for the root or a free slot; -1 for an empty sub-matrix, or a handle that is out of range, of another sub-matrix, or deeper than 4096."""
 def s_getLengthOfIndexVectorFromMatrixHandle_Medium(matrix: Any, handle: int) -> int:
-    """The length in integers of the index vector that ends at a handle. Result: the length; 0 for the root or a free slot; -1 for a handle out of range, of another sub-matrix, or deeper than 4096, or an empty sub-matrix."""
+    """The length in integers of the index vector that ends at a handle. Result: the length; 0 for the root or a free slot; -1 for an empty sub-matrix, or a handle that is out of range, of another sub-matrix, or deeper than 4096."""
 def s_getLengthOfIndexVectorFromMatrixHandle_Base(matrix: Any, handle: int) -> int:
-    """The length in integers of the index vector that ends at a handle. Result: the length; 0 for the root or a free slot; -1 for a handle out of range, of another sub-matrix, or deeper than 4096, or an empty sub-matrix."""
+    """The length in integers of the index vector that ends at a handle. Result: the length; 0 for the root or a free slot; -1 for an empty sub-matrix, or a handle that is out of range, of another sub-matrix, or deeper than 4096."""
 def s_getIndexVectorFromMatrixHandle(matrix: Any, handle: int, length: Any) -> _Pointer[c_int]:
-    """The index vector that ends at a handle, from the root down. `length` gets its integers. Result: a new array, to be released with `s_Free`; null, with `length` 0, if the handle is out of range, of another sub-matrix or free, or was not written itself."""
+    """The index vector that ends at a handle, from the root down. `length` gets the number of its integers. Result: a new array, to be released with `s_Free`; null, with `length` 0, if the handle is out of range, of another sub-matrix, or of a free slot or an element that was not written itself."""
 def s_getIndexVectorFromMatrixHandle_Medium(matrix: Any, handle: int, length: Any) -> _Pointer[c_int]:
-    """The index vector that ends at a handle, from the root down. `length` gets its integers. Result: a new array, to be released with `s_Free`; null, with `length` 0, if the handle is out of range, of another sub-matrix or free, or was not written itself."""
+    """The index vector that ends at a handle, from the root down. `length` gets the number of its integers. Result: a new array, to be released with `s_Free`; null, with `length` 0, if the handle is out of range, of another sub-matrix, or of a free slot or an element that was not written itself."""
 def s_getIndexVectorFromMatrixHandle_Base(matrix: Any, handle: int, length: Any) -> _Pointer[c_int]:
-    """The index vector that ends at a handle, from the root down. `length` gets its integers. Result: a new array, to be released with `s_Free`; null, with `length` 0, if the handle is out of range, of another sub-matrix or free, or was not written itself."""
+    """The index vector that ends at a handle, from the root down. `length` gets the number of its integers. Result: a new array, to be released with `s_Free`; null, with `length` 0, if the handle is out of range, of another sub-matrix, or of a free slot or an element that was not written itself."""
 def s_getObjexFromMatrixHandle(matrix: Any, handle: int) -> _Pointer[c_int]:
-    """The last item of the index vector that ends at a handle, which must lie at least one item deep; this is not tested. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read."""
+    """The last item of the index vector that ends at a handle, which must be at least one item deep; this is not checked. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null if memory is exhausted."""
 def s_getObjexFromMatrixHandle_Medium(matrix: Any, handle: int) -> _Pointer[c_int]:
-    """The last item of the index vector that ends at a handle, which must lie at least one item deep; this is not tested. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read."""
+    """The last item of the index vector that ends at a handle, which must be at least one item deep; this is not checked. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null if memory is exhausted."""
 def s_hasMatrixHandleSuccessors(matrix: Any, handle: int) -> int:
-    """Looks whether any written item follows the element at a handle. Result: 1 or 0; 0 for a handle out of range."""
+    """Checks whether a written item follows the element at a handle. Result: 1 if one does; 0 if none does, and for a handle out of range."""
 def s_hasMatrixHandleSuccessors_Medium(matrix: Any, handle: int) -> int:
-    """Looks whether any written item follows the element at a handle. Result: 1 or 0; 0 for a handle out of range."""
+    """Checks whether a written item follows the element at a handle. Result: 1 if one does; 0 if none does, and for a handle out of range."""
 def s_getSuccessorHandlesFromMatrixHandle(matrix: Any, handle: int, count: Any) -> _Pointer[c_int]:
-    """The handles of the written items that follow the element at a handle, ascending in each field. `count` gets their number. Result: a new array, to be released with `s_Free`; null, with `count` 0, if there is none or the handle is out of range."""
+    """The handles of the written items that follow the element at a handle, in ascending order within each field. `count` gets their number. Result: a new array, to be released with `s_Free`; null, with `count` 0, if there are none, the handle is out of range or memory is exhausted."""
 def s_getSuccessorHandlesFromMatrixHandle_Medium(matrix: Any, handle: int, count: Any) -> _Pointer[c_int]:
-    """The handles of the written items that follow the element at a handle, ascending in each field. `count` gets their number. Result: a new array, to be released with `s_Free`; null, with `count` 0, if there is none or the handle is out of range."""
+    """The handles of the written items that follow the element at a handle, in ascending order within each field. `count` gets their number. Result: a new array, to be released with `s_Free`; null, with `count` 0, if there are none, the handle is out of range or memory is exhausted."""
 def s_getSuccessorOcronHandlesFromMatrixHandle(matrix: Any, handle: int, ocronCode: int, count: Any) -> _Pointer[c_int]:
     """Reserved. Result: always null, with `count` 0."""
 def s_getSuccessorOcronHandlesFromMatrixHandle_Medium(matrix: Any, handle: int, ocronCode: int, count: Any) -> _Pointer[c_int]:
@@ -953,17 +953,17 @@ def s_getSuccessorOcronHandlesFromMatrixHandle_Medium(matrix: Any, handle: int, 
 def s_getSuccessorOcronHandlesFromMatrixHandle_Base(matrix: Any, handle: int, ocronCode: int, count: Any) -> _Pointer[c_int]:
     """Reserved. Result: always null, with `count` 0."""
 def s_getMatrixElementFromElementVector(matrix: Any, indexVector: Any, length: int, handle: Any) -> _Pointer[ZQMatrixElement]:
-    """The element of an index vector. `handle` gets its handle, or -1. Result: the element, which belongs to the matrix, until the next write or delete; null if the vector is not there or is a path element that was not written itself."""
+    """The element of an index vector. `handle` gets its handle, or -1. Result: the element, which belongs to the matrix and is valid until the next write or delete; null if the vector does not exist or is a path element that was not written itself."""
 def s_getMatrixElementFromElementVector_Medium(matrix: Any, indexVector: Any, length: int, handle: Any) -> _Pointer[ZQMatrixMediumElement]:
-    """The element of an index vector. `handle` gets its handle, or -1. Result: the element, which belongs to the matrix, until the next write or delete; null if the vector is not there or is a path element that was not written itself."""
+    """The element of an index vector. `handle` gets its handle, or -1. Result: the element, which belongs to the matrix and is valid until the next write or delete; null if the vector does not exist or is a path element that was not written itself."""
 def s_getMatrixElementFromElementVector_Base(matrix: Any, indexVector: Any, length: int, handle: Any) -> _Pointer[ZQMatrixBaseElement]:
-    """The element of an index vector. `handle` gets its handle, or -1. Result: the element, which belongs to the matrix, until the next write or delete; null if the vector is not there or is a path element that was not written itself."""
+    """The element of an index vector. `handle` gets its handle, or -1. Result: the element, which belongs to the matrix and is valid until the next write or delete; null if the vector does not exist or is a path element that was not written itself."""
 def s_getMatrixElementFromMatrixHandle(matrix: Any, handle: int) -> _Pointer[ZQMatrixElement]:
-    """The element at a handle. A handle above `s_getMatrixStackPointer` prints at level 0. Result: the element, which belongs to the matrix, until the next write or delete; null for a negative handle or a free slot."""
+    """The element at a handle. A handle above `s_getMatrixStackPointer` prints at level 0. Result: the element, which belongs to the matrix and is valid until the next write or delete; null for a negative handle or a free slot."""
 def s_getMatrixElementFromMatrixHandle_Medium(matrix: Any, handle: int) -> _Pointer[ZQMatrixMediumElement]:
-    """The element at a handle. A handle above `s_getMatrixStackPointer` prints at level 0. Result: the element, which belongs to the matrix, until the next write or delete; null for a negative handle or a free slot."""
+    """The element at a handle. A handle above `s_getMatrixStackPointer` prints at level 0. Result: the element, which belongs to the matrix and is valid until the next write or delete; null for a negative handle or a free slot."""
 def s_getMatrixElementFromMatrixHandle_Base(matrix: Any, handle: int) -> _Pointer[ZQMatrixBaseElement]:
-    """The element at a handle. A handle above `s_getMatrixStackPointer` prints at level 0. Result: the element, which belongs to the matrix, until the next write or delete; null for a negative handle or a free slot."""
+    """The element at a handle. A handle above `s_getMatrixStackPointer` prints at level 0. Result: the element, which belongs to the matrix and is valid until the next write or delete; null for a negative handle or a free slot."""
 def s_getWriteCountFromElement(element: Any) -> int:
     """How often the element's index vector was written; 0 for a path element."""
 def s_getWriteCountFromElement_Medium(element: Any) -> int:
@@ -977,45 +977,45 @@ def s_getValueFromElement_Medium(element: Any) -> int:
 def s_getValueFromElement_Base(element: Any) -> int:
     """The value of the last write; learning stores the length of the vector in integers here."""
 def s_getWriteCountWithSuccessorFromElement(element: Any) -> int:
-    """How often something followed the element's phrase."""
+    """How often an item followed the element's phrase."""
 def s_getWriteCountWithSuccessorFromElement_Medium(element: Any) -> int:
-    """How often something followed the element's phrase."""
+    """How often an item followed the element's phrase."""
 def s_getWriteCountWithoutPredecessorFromElement(element: Any) -> int:
     """How often the element's phrase began a sequence."""
 def s_getWriteCountWithoutPredecessorFromElement_Medium(element: Any) -> int:
     """How often the element's phrase began a sequence."""
 def s_getSymbolFromElement(element: Any) -> int:
-    """The symbol that the element's phrase stands for in the level above; 0 for none."""
+    """The symbol of the element's phrase in the level above; 0 for none."""
 def s_getDownlinkHandleFromElement(element: Any) -> int:
     """The handle, in the level below, of the phrase that a symbol stands for; 0 for none."""
 def s_perform1stMemoryTest(matrix: Any, which: int, numberOfWriteElements: Any, numberOfEndElements: Any, trim: int) -> int:
-    """Runs a self-test on the current sub-matrix: `which` 1 the scan of the block, 2 the walk from the root. A result below 1 is told at level 0; -2 any other `which`. `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1 cuts the block behind what is in use; for a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, told at level 0; -1 empty."""
+    """Runs a self-test on the current sub-matrix. `which`: 1 the scan of the block, 2 the walk from the root. A result below 1 prints at level 0. `numberOfWriteElements` and `numberOfEndElements` get the number of written vectors and of elements without children, as found. `trim`: 1 shrinks the block to the slots in use and spare ones; for a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty; -2 any other `which`."""
 def s_perform1stMemoryTest_Medium(matrix: Any, which: int, numberOfWriteElements: Any, numberOfEndElements: Any, trim: int) -> int:
-    """Runs a self-test on the current sub-matrix: `which` 1 the scan of the block, 2 the walk from the root. A result below 1 is told at level 0; -2 any other `which`. `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1 cuts the block behind what is in use; for a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, told at level 0; -1 empty."""
+    """Runs a self-test on the current sub-matrix. `which`: 1 the scan of the block, 2 the walk from the root. A result below 1 prints at level 0. `numberOfWriteElements` and `numberOfEndElements` get the number of written vectors and of elements without children, as found. `trim`: 1 shrinks the block to the slots in use and spare ones; for a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty; -2 any other `which`."""
 def s_perform1stMemoryTest_Base(matrix: Any, which: int, numberOfWriteElements: Any, numberOfEndElements: Any, trim: int) -> int:
-    """Runs a self-test on the current sub-matrix: `which` 1 the scan of the block, 2 the walk from the root. A result below 1 is told at level 0; -2 any other `which`. `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1 cuts the block behind what is in use; for a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, told at level 0; -1 empty."""
+    """Runs a self-test on the current sub-matrix. `which`: 1 the scan of the block, 2 the walk from the root. A result below 1 prints at level 0. `numberOfWriteElements` and `numberOfEndElements` get the number of written vectors and of elements without children, as found. `trim`: 1 shrinks the block to the slots in use and spare ones; for a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty; -2 any other `which`."""
 def s_performMatrixLinearTest(matrix: Any, numberOfWriteElements: Any, numberOfEndElements: Any, trim: int) -> int:
-    """Scans the block of the current sub-matrix, follows each written element to its root, and compares the counters; from the medium tier up it recounts the rules. It repairs no link. `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1 cuts the block to 1.618 times what is in use, for a matrix with one occupied sub-matrix; handles stay good. Result: 1 sound; 0 a fault, told at level 0; -1 empty."""
+    """Scans the block for the current sub-matrix, follows each written element to its root, and compares the counters; in the medium and full tier it recounts the rules. It repairs no link. `numberOfWriteElements` and `numberOfEndElements` get the number of written vectors and of elements without children, as found. `trim`: 1 shrinks the block to 1.618 times the slots in use, for a matrix with one occupied sub-matrix; handles stay valid. Result: 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty."""
 def s_performMatrixLinearTest_Medium(matrix: Any, numberOfWriteElements: Any, numberOfEndElements: Any, trim: int) -> int:
-    """Scans the block of the current sub-matrix, follows each written element to its root, and compares the counters; from the medium tier up it recounts the rules. It repairs no link. `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1 cuts the block to 1.618 times what is in use, for a matrix with one occupied sub-matrix; handles stay good. Result: 1 sound; 0 a fault, told at level 0; -1 empty."""
+    """Scans the block for the current sub-matrix, follows each written element to its root, and compares the counters; in the medium and full tier it recounts the rules. It repairs no link. `numberOfWriteElements` and `numberOfEndElements` get the number of written vectors and of elements without children, as found. `trim`: 1 shrinks the block to 1.618 times the slots in use, for a matrix with one occupied sub-matrix; handles stay valid. Result: 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty."""
 def s_performMatrixLinearTest_Base(matrix: Any, numberOfWriteElements: Any, numberOfEndElements: Any, trim: int) -> int:
-    """Scans the block of the current sub-matrix, follows each written element to its root, and compares the counters; from the medium tier up it recounts the rules. It repairs no link. `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1 cuts the block to 1.618 times what is in use, for a matrix with one occupied sub-matrix; handles stay good. Result: 1 sound; 0 a fault, told at level 0; -1 empty."""
+    """Scans the block for the current sub-matrix, follows each written element to its root, and compares the counters; in the medium and full tier it recounts the rules. It repairs no link. `numberOfWriteElements` and `numberOfEndElements` get the number of written vectors and of elements without children, as found. `trim`: 1 shrinks the block to 1.618 times the slots in use, for a matrix with one occupied sub-matrix; handles stay valid. Result: 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty."""
 def performMatrixConsistencyTestBB(matrix: Any, numberOfWriteElements: Any, numberOfEndElements: Any, trim: int) -> int:
-    """Walks the current sub-matrix from its root through all fields, holds each link against the one that must answer it, and compares the counters: what `BBMatrix::perform1stMemoryTest` needs besides the scan. `numberOfWriteElements` and `numberOfEndElements` get the written vectors and the childless ones as found. `trim`: 1 cuts the block to 1.618 times what is in use, but only in a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, told at level 0; -1 empty."""
+    """Walks the current sub-matrix from its root through all fields, compares each link with the link back, and compares the counters. `BBMatrix::perform1stMemoryTest` calls it for `which` 2. `numberOfWriteElements` and `numberOfEndElements` get the number of written vectors and of elements without children, as found. `trim`: 1 shrinks the block to 1.618 times the slots in use, but only in a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty."""
 def s_perform1stMemoryTestSimplyfied(matrix: Any, which: int, trim: int) -> int:
-    """The same as `s_perform1stMemoryTest` for a host that doesn't want the two counts."""
+    """The same as `s_perform1stMemoryTest`, without the two counts."""
 def s_getMatrixDescription(matrix: Any) -> bytes:
-    """The free text kept with the matrix. It belongs to the matrix."""
+    """The description of the matrix, a free text. It belongs to the matrix."""
 def s_getMatrixDescription_Medium(matrix: Any) -> bytes:
-    """The free text kept with the matrix. It belongs to the matrix."""
+    """The description of the matrix, a free text. It belongs to the matrix."""
 def s_getMatrixDescription_Base(matrix: Any) -> bytes:
-    """The free text kept with the matrix. It belongs to the matrix."""
+    """The description of the matrix, a free text. It belongs to the matrix."""
 def s_setMatrixDescription(matrix: Any, description: Optional[bytes]) -> None:
-    """Sets the free text kept with the matrix, at most 503 characters; a longer one is cut. Each file feed sets it too."""
+    """Sets the description of the matrix. At most 503 characters are kept; null changes nothing. Each file feed sets it, too."""
 def s_setMatrixDescription_Medium(matrix: Any, description: Optional[bytes]) -> None:
-    """Sets the free text kept with the matrix, at most 503 characters; a longer one is cut. Each file feed sets it too."""
+    """Sets the description of the matrix. At most 503 characters are kept; null changes nothing. Each file feed sets it, too."""
 def s_setMatrixDescription_Base(matrix: Any, description: Optional[bytes]) -> None:
-    """Sets the free text kept with the matrix, at most 503 characters; a longer one is cut. Each file feed sets it too."""
+    """Sets the description of the matrix. At most 503 characters are kept; null changes nothing. Each file feed sets it, too."""
 def s_getMatrixOriginFilename(matrix: Any) -> bytes:
     """The file that the matrix was read from, or an empty text. It belongs to the matrix."""
 def s_getMatrixOriginFilename_Medium(matrix: Any) -> bytes:
@@ -1023,111 +1023,111 @@ def s_getMatrixOriginFilename_Medium(matrix: Any) -> bytes:
 def s_getMatrixOriginFilename_Base(matrix: Any) -> bytes:
     """The file that the matrix was read from, or an empty text. It belongs to the matrix."""
 def s_setMatrixOriginFilename(matrix: Any, path: Optional[bytes]) -> None:
-    """Sets the name of the file that the matrix was read from, at most 255 characters; a longer one is cut."""
+    """Sets the name of the file that the matrix was read from. At most 255 characters are kept; null changes nothing."""
 def s_setMatrixOriginFilename_Medium(matrix: Any, path: Optional[bytes]) -> None:
-    """Sets the name of the file that the matrix was read from, at most 255 characters; a longer one is cut."""
+    """Sets the name of the file that the matrix was read from. At most 255 characters are kept; null changes nothing."""
 def s_setMatrixOriginFilename_Base(matrix: Any, path: Optional[bytes]) -> None:
-    """Sets the name of the file that the matrix was read from, at most 255 characters; a longer one is cut."""
+    """Sets the name of the file that the matrix was read from. At most 255 characters are kept; null changes nothing."""
 def s_getMatrixDestinationFilename(matrix: Any) -> bytes:
-    """The file that the matrix was last named for, or an empty text. It belongs to the matrix."""
+    """The file that `s_setMatrixDestinationFilename` named, or an empty text. It belongs to the matrix."""
 def s_getMatrixDestinationFilename_Medium(matrix: Any) -> bytes:
-    """The file that the matrix was last named for, or an empty text. It belongs to the matrix."""
+    """The file that `s_setMatrixDestinationFilename` named, or an empty text. It belongs to the matrix."""
 def s_getMatrixDestinationFilename_Base(matrix: Any) -> bytes:
-    """The file that the matrix was last named for, or an empty text. It belongs to the matrix."""
+    """The file that `s_setMatrixDestinationFilename` named, or an empty text. It belongs to the matrix."""
 def s_setMatrixDestinationFilename(matrix: Any, path: Optional[bytes]) -> None:
-    """Sets the name of the file that the matrix is for, at most 255 characters; a longer one is cut. It saves nothing."""
+    """Sets the name of the file to which the matrix is to be saved, without saving it. At most 255 characters are kept; null changes nothing."""
 def s_setMatrixDestinationFilename_Medium(matrix: Any, path: Optional[bytes]) -> None:
-    """Sets the name of the file that the matrix is for, at most 255 characters; a longer one is cut. It saves nothing."""
+    """Sets the name of the file to which the matrix is to be saved, without saving it. At most 255 characters are kept; null changes nothing."""
 def s_setMatrixDestinationFilename_Base(matrix: Any, path: Optional[bytes]) -> None:
-    """Sets the name of the file that the matrix is for, at most 255 characters; a longer one is cut. It saves nothing."""
+    """Sets the name of the file to which the matrix is to be saved, without saving it. At most 255 characters are kept; null changes nothing."""
 def s_getHeaderSoftwareVersion(matrix: Any) -> int:
-    """The format version of the header; 135 is the present one."""
+    """The format version of the file header; 135 is the present one."""
 def s_getHeaderSoftwareVersion_Medium(matrix: Any) -> int:
-    """The format version of the header; 135 is the present one."""
+    """The format version of the file header; 135 is the present one."""
 def s_getHeaderSoftwareVersion_Base(matrix: Any) -> int:
-    """The format version of the header; 135 is the present one."""
+    """The format version of the file header; 135 is the present one."""
 def s_getIs64Bit(matrix: Any) -> int:
-    """1 marks a matrix whose file this library can't read; else 0."""
+    """1 for a matrix whose file this library can't read, else 0."""
 def s_getIs64Bit_Medium(matrix: Any) -> int:
-    """1 marks a matrix whose file this library can't read; else 0."""
+    """1 for a matrix whose file this library can't read, else 0."""
 def s_getIs64Bit_Base(matrix: Any) -> int:
-    """1 marks a matrix whose file this library can't read; else 0."""
+    """1 for a matrix whose file this library can't read, else 0."""
 def s_getMatrixInfoType(matrix: Any) -> int:
-    """The tier that the header names: 0 base, 1 medium, 2 full (ZQMatrixInfoType...)."""
+    """The tier stored in the file header: 0 base, 1 medium, 2 full (ZQMatrixInfoType...)."""
 def s_getMatrixInfoType_Medium(matrix: Any) -> int:
-    """The tier that the header names: 0 base, 1 medium, 2 full (ZQMatrixInfoType...)."""
+    """The tier stored in the file header: 0 base, 1 medium, 2 full (ZQMatrixInfoType...)."""
 def s_getMatrixInfoType_Base(matrix: Any) -> int:
-    """The tier that the header names: 0 base, 1 medium, 2 full (ZQMatrixInfoType...)."""
+    """The tier stored in the file header: 0 base, 1 medium, 2 full (ZQMatrixInfoType...)."""
 def s_setMatrixInfoType(matrix: Any, matrixInfoType: int) -> None:
-    """Sets the tier that the header names. It changes no object; for one who repairs a file."""
+    """Sets the tier stored in the file header, without changing the object; for hosts that repair a file."""
 def s_setMatrixInfoType_Medium(matrix: Any, matrixInfoType: int) -> None:
-    """Sets the tier that the header names. It changes no object; for one who repairs a file."""
+    """Sets the tier stored in the file header, without changing the object; for hosts that repair a file."""
 def s_setMatrixInfoType_Base(matrix: Any, matrixInfoType: int) -> None:
-    """Sets the tier that the header names. It changes no object; for one who repairs a file."""
+    """Sets the tier stored in the file header, without changing the object; for hosts that repair a file."""
 def s_getUserRandomValue(matrix: Any) -> int:
-    """Takes a step of the generator that is offered to callers. Result: its new state, 0 to 2147483647."""
+    """Advances the random generator provided for hosts. Result: its new state, 0 to 2147483647."""
 def s_getUserRandomValue_Medium(matrix: Any) -> int:
-    """Takes a step of the generator that is offered to callers. Result: its new state, 0 to 2147483647."""
+    """Advances the random generator provided for hosts. Result: its new state, 0 to 2147483647."""
 def s_getUserRandomValue_Base(matrix: Any) -> int:
-    """Takes a step of the generator that is offered to callers. Result: its new state, 0 to 2147483647."""
+    """Advances the random generator provided for hosts. Result: its new state, 0 to 2147483647."""
 def s_setUserRandomValue(matrix: Any, value: int) -> None:
-    """Sets the state of the generator that is offered to callers; 31459 at first."""
+    """Sets the state of the random generator provided for hosts; 31459 at first."""
 def s_setUserRandomValue_Medium(matrix: Any, value: int) -> None:
-    """Sets the state of the generator that is offered to callers; 31459 at first."""
+    """Sets the state of the random generator provided for hosts; 31459 at first."""
 def s_setUserRandomValue_Base(matrix: Any, value: int) -> None:
-    """Sets the state of the generator that is offered to callers; 31459 at first."""
+    """Sets the state of the random generator provided for hosts; 31459 at first."""
 def s_getUserRandomType(matrix: Any) -> int:
-    """Reads the type of the caller's generator; kept with the matrix, of no effect."""
+    """Reads the type of the host's generator, which is stored with the matrix and has no effect."""
 def s_getUserRandomType_Medium(matrix: Any) -> int:
-    """Reads the type of the caller's generator; kept with the matrix, of no effect."""
+    """Reads the type of the host's generator, which is stored with the matrix and has no effect."""
 def s_getUserRandomType_Base(matrix: Any) -> int:
-    """Reads the type of the caller's generator; kept with the matrix, of no effect."""
+    """Reads the type of the host's generator, which is stored with the matrix and has no effect."""
 def s_setUserRandomType(matrix: Any, type: int) -> None:
-    """Sets the type of the caller's generator; kept with the matrix, of no effect."""
+    """Sets the type of the host's generator, which is stored with the matrix and has no effect."""
 def s_setUserRandomType_Medium(matrix: Any, type: int) -> None:
-    """Sets the type of the caller's generator; kept with the matrix, of no effect."""
+    """Sets the type of the host's generator, which is stored with the matrix and has no effect."""
 def s_setUserRandomType_Base(matrix: Any, type: int) -> None:
-    """Sets the type of the caller's generator; kept with the matrix, of no effect."""
+    """Sets the type of the host's generator, which is stored with the matrix and has no effect."""
 def s_getSystemRandomValue(matrix: Any) -> int:
-    """Takes a step of the generator that the store looks for slots with, and so changes where elements will lie. Result: its new state, 0 to 2147483647."""
+    """Advances the random generator with which the store searches for free slots, and so changes where new elements will lie. Result: its new state, 0 to 2147483647."""
 def s_getSystemRandomValue_Medium(matrix: Any) -> int:
-    """Takes a step of the generator that the store looks for slots with, and so changes where elements will lie. Result: its new state, 0 to 2147483647."""
+    """Advances the random generator with which the store searches for free slots, and so changes where new elements will lie. Result: its new state, 0 to 2147483647."""
 def s_getSystemRandomValue_Base(matrix: Any) -> int:
-    """Takes a step of the generator that the store looks for slots with, and so changes where elements will lie. Result: its new state, 0 to 2147483647."""
+    """Advances the random generator with which the store searches for free slots, and so changes where new elements will lie. Result: its new state, 0 to 2147483647."""
 def s_getSystemRandomType(matrix: Any) -> int:
-    """Reads the type of the store's generator; kept with the matrix, of no effect."""
+    """Reads the type of the store's generator, which is stored with the matrix and has no effect."""
 def s_getSystemRandomType_Medium(matrix: Any) -> int:
-    """Reads the type of the store's generator; kept with the matrix, of no effect."""
+    """Reads the type of the store's generator, which is stored with the matrix and has no effect."""
 def s_getSystemRandomType_Base(matrix: Any) -> int:
-    """Reads the type of the store's generator; kept with the matrix, of no effect."""
+    """Reads the type of the store's generator, which is stored with the matrix and has no effect."""
 def s_setSystemRandomType(matrix: Any, type: int) -> None:
-    """Sets the type of the store's generator; kept with the matrix, of no effect."""
+    """Sets the type of the store's generator, which is stored with the matrix and has no effect."""
 def s_setSystemRandomType_Medium(matrix: Any, type: int) -> None:
-    """Sets the type of the store's generator; kept with the matrix, of no effect."""
+    """Sets the type of the store's generator, which is stored with the matrix and has no effect."""
 def s_setSystemRandomType_Base(matrix: Any, type: int) -> None:
-    """Sets the type of the store's generator; kept with the matrix, of no effect."""
+    """Sets the type of the store's generator, which is stored with the matrix and has no effect."""
 def s_getNumberOfMatrixUpdates(matrix: Any) -> int:
-    """Sequences that the matrix, all its sub-matrices together, has learned."""
+    """The number of updates of all sub-matrices together: sequences or texts learned."""
 def s_getNumberOfMatrixUpdates_Medium(matrix: Any) -> int:
-    """Sequences that the matrix, all its sub-matrices together, has learned."""
+    """The number of updates of all sub-matrices together: sequences or texts learned."""
 def s_getNumberOfAppendedUpdates(matrix: Any) -> int:
-    """The records of the history behind the elements of the matrix file; -1 if that is not known."""
+    """The number of records of the history behind the elements of the matrix file; -1 if it is not known."""
 def s_getNumberOfAppendedUpdates_Medium(matrix: Any) -> int:
-    """The records of the history behind the elements of the matrix file; -1 if that is not known."""
+    """The number of records of the history behind the elements of the matrix file; -1 if it is not known."""
 def s_setNumberOfAppendedUpdates(matrix: Any, numberOfAppendedUpdates: int) -> None:
-    """Sets the number of records of the history; -1 for not known."""
+    """Sets the number of records of the history; -1 if it is not known."""
 def s_setNumberOfAppendedUpdates_Medium(matrix: Any, numberOfAppendedUpdates: int) -> None:
-    """Sets the number of records of the history; -1 for not known."""
+    """Sets the number of records of the history; -1 if it is not known."""
 def s_getOffsetToUpdateInfos(matrix: Any) -> int:
-    """The position of the history in the matrix file, 0 for none."""
+    """The position of the history in the matrix file, in bytes; 0 if there is none."""
 def s_getOffsetToUpdateInfos_Medium(matrix: Any) -> int:
-    """The position of the history in the matrix file, 0 for none."""
+    """The position of the history in the matrix file, in bytes; 0 if there is none."""
 def s_getMagicNumber(matrix: Any) -> int:
-    """43112609 in a record that was initialised."""
+    """A constant, 43112609, in a record that was initialised."""
 def s_getMagicNumber_Medium(matrix: Any) -> int:
-    """43112609 in a record that was initialised."""
+    """A constant, 43112609, in a record that was initialised."""
 def s_getMagicNumber_Base(matrix: Any) -> int:
-    """43112609 in a record that was initialised."""
+    """A constant, 43112609, in a record that was initialised."""
 def s_getUpdateInfoType(matrix: Any) -> int:
     """The tier of the record: 0 base, 1 medium, 2 full."""
 def s_getUpdateInfoType_Medium(matrix: Any) -> int:
@@ -1135,11 +1135,11 @@ def s_getUpdateInfoType_Medium(matrix: Any) -> int:
 def s_getUpdateInfoType_Base(matrix: Any) -> int:
     """The tier of the record: 0 base, 1 medium, 2 full."""
 def s_getTimeStamp(matrix: Any) -> int:
-    """When the record was made or last saved, in seconds since 1970."""
+    """The time at which the record was made or last saved, in seconds since 1970."""
 def s_getTimeStamp_Medium(matrix: Any) -> int:
-    """When the record was made or last saved, in seconds since 1970."""
+    """The time at which the record was made or last saved, in seconds since 1970."""
 def s_getTimeStamp_Base(matrix: Any) -> int:
-    """When the record was made or last saved, in seconds since 1970."""
+    """The time at which the record was made or last saved, in seconds since 1970."""
 def s_getSoftwareVersion(matrix: Any) -> int:
     """The format version of the record; 135 is the present one."""
 def s_getSoftwareVersion_Medium(matrix: Any) -> int:
@@ -1147,17 +1147,17 @@ def s_getSoftwareVersion_Medium(matrix: Any) -> int:
 def s_getSoftwareVersion_Base(matrix: Any) -> int:
     """The format version of the record; 135 is the present one."""
 def s_getIsFinalized(matrix: Any) -> int:
-    """1 if the sub-matrix was declared finished; learning warns of it."""
+    """1 if the sub-matrix was declared finished, else 0. With 1, learning prints a warning."""
 def s_getIsFinalized_Medium(matrix: Any) -> int:
-    """1 if the sub-matrix was declared finished; learning warns of it."""
+    """1 if the sub-matrix was declared finished, else 0. With 1, learning prints a warning."""
 def s_getIsFinalized_Base(matrix: Any) -> int:
-    """1 if the sub-matrix was declared finished; learning warns of it."""
+    """1 if the sub-matrix was declared finished, else 0. With 1, learning prints a warning."""
 def s_getIsReadOnly(matrix: Any) -> int:
-    """1 if writes are refused."""
+    """1 if writes are refused, else 0."""
 def s_getIsReadOnly_Medium(matrix: Any) -> int:
-    """1 if writes are refused."""
+    """1 if writes are refused, else 0."""
 def s_getIsReadOnly_Base(matrix: Any) -> int:
-    """1 if writes are refused."""
+    """1 if writes are refused, else 0."""
 def s_getMatrixType(matrix: Any) -> int:
     """Reads what the sub-matrix holds: 0 anything, 1 MIDI note and time, 2 integers or symbols, 3 text, 4 MIDI with duration, 5 MIDI with duration and sound (ZQMatrixType...)."""
 def s_getMatrixType_Medium(matrix: Any) -> int:
@@ -1171,57 +1171,57 @@ def s_setMatrixType_Medium(matrix: Any, matrixType: int) -> None:
 def s_setMatrixType_Base(matrix: Any, matrixType: int) -> None:
     """Sets what the sub-matrix holds: 0 anything, 1 MIDI note and time, 2 integers or symbols, 3 text, 4 MIDI with duration, 5 MIDI with duration and sound (ZQMatrixType...). Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_getAllowLargeIndices(matrix: Any) -> int:
-    """Reads how wide an item of an index vector is: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four."""
+    """Reads how an item is stored in an index vector: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four."""
 def s_getAllowLargeIndices_Medium(matrix: Any) -> int:
-    """Reads how wide an item of an index vector is: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four."""
+    """Reads how an item is stored in an index vector: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four."""
 def s_getAllowLargeIndices_Base(matrix: Any) -> int:
-    """Reads how wide an item of an index vector is: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four."""
+    """Reads how an item is stored in an index vector: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four."""
 def s_setAllowLargeIndices(matrix: Any, allowLargeIndices: int) -> None:
-    """Sets how wide an item of an index vector is: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four. 0 to 2, only while the sub-matrix is empty; forces the coordinate dimension to 1, 2 or 4, with a message at level 0. A refusal prints at level 0 and keeps the old value."""
+    """Sets how an item is stored in an index vector: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four. 0 to 2, only while the sub-matrix is empty; sets the coordinate dimension to 1, 2 or 4, with a message at level 0. A refusal prints at level 0 and keeps the old value."""
 def s_setAllowLargeIndices_Medium(matrix: Any, allowLargeIndices: int) -> None:
-    """Sets how wide an item of an index vector is: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four. 0 to 2, only while the sub-matrix is empty; forces the coordinate dimension to 1, 2 or 4, with a message at level 0. A refusal prints at level 0 and keeps the old value."""
+    """Sets how an item is stored in an index vector: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four. 0 to 2, only while the sub-matrix is empty; sets the coordinate dimension to 1, 2 or 4, with a message at level 0. A refusal prints at level 0 and keeps the old value."""
 def s_setAllowLargeIndices_Base(matrix: Any, allowLargeIndices: int) -> None:
-    """Sets how wide an item of an index vector is: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four. 0 to 2, only while the sub-matrix is empty; forces the coordinate dimension to 1, 2 or 4, with a message at level 0. A refusal prints at level 0 and keeps the old value."""
+    """Sets how an item is stored in an index vector: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four. 0 to 2, only while the sub-matrix is empty; sets the coordinate dimension to 1, 2 or 4, with a message at level 0. A refusal prints at level 0 and keeps the old value."""
 def s_getCoordinateDimension(matrix: Any) -> int:
-    """Reads the integers of one item: 0 to 64."""
+    """Reads the number of integers of one item: 0 to 64."""
 def s_getCoordinateDimension_Medium(matrix: Any) -> int:
-    """Reads the integers of one item: 0 to 64."""
+    """Reads the number of integers of one item: 0 to 64."""
 def s_getCoordinateDimension_Base(matrix: Any) -> int:
-    """Reads the integers of one item: 0 to 64."""
+    """Reads the number of integers of one item: 0 to 64."""
 def s_setCoordinateDimension(matrix: Any, coordinateDimension: int) -> None:
-    """Sets the integers of one item: 0 to 64. 0 to 64, only with `allowLargeIndices` 0 and while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets the number of integers of one item: 0 to 64. 0 to 64, only with `allowLargeIndices` 0 and while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_setCoordinateDimension_Medium(matrix: Any, coordinateDimension: int) -> None:
-    """Sets the integers of one item: 0 to 64. 0 to 64, only with `allowLargeIndices` 0 and while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets the number of integers of one item: 0 to 64. 0 to 64, only with `allowLargeIndices` 0 and while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_setCoordinateDimension_Base(matrix: Any, coordinateDimension: int) -> None:
-    """Sets the integers of one item: 0 to 64. 0 to 64, only with `allowLargeIndices` 0 and while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets the number of integers of one item: 0 to 64. 0 to 64, only with `allowLargeIndices` 0 and while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_getMemorySearchMethod(matrix: Any) -> int:
-    """Reads how the store looks for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end."""
+    """Reads how the store searches for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot."""
 def s_getMemorySearchMethod_Medium(matrix: Any) -> int:
-    """Reads how the store looks for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end."""
+    """Reads how the store searches for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot."""
 def s_getMemorySearchMethod_Base(matrix: Any) -> int:
-    """Reads how the store looks for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end."""
+    """Reads how the store searches for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot."""
 def s_setMemorySearchMethod(matrix: Any, memorySearchMethod: int) -> None:
-    """Sets how the store looks for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end. 0 to 3; not tested here, and a write with another value goes wrong."""
+    """Sets how the store searches for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot. 0 to 3; not checked here: with any other value, writes may fail."""
 def s_setMemorySearchMethod_Medium(matrix: Any, memorySearchMethod: int) -> None:
-    """Sets how the store looks for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end. 0 to 3; not tested here, and a write with another value goes wrong."""
+    """Sets how the store searches for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot. 0 to 3; not checked here: with any other value, writes may fail."""
 def s_setMemorySearchMethod_Base(matrix: Any, memorySearchMethod: int) -> None:
-    """Sets how the store looks for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end. 0 to 3; not tested here, and a write with another value goes wrong."""
+    """Sets how the store searches for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot. 0 to 3; not checked here: with any other value, writes may fail."""
 def s_getIsPhraseMatrix(matrix: Any) -> int:
-    """Reads whether the sub-matrix holds every phrase of what it learned: 1 it does, as all learning needs it, 0 it is a plain store."""
+    """Reads whether the sub-matrix learns: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store."""
 def s_getIsPhraseMatrix_Medium(matrix: Any) -> int:
-    """Reads whether the sub-matrix holds every phrase of what it learned: 1 it does, as all learning needs it, 0 it is a plain store."""
+    """Reads whether the sub-matrix learns: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store."""
 def s_setIsPhraseMatrix(matrix: Any, isPhraseMatrix: int) -> None:
-    """Sets whether the sub-matrix holds every phrase of what it learned: 1 it does, as all learning needs it, 0 it is a plain store. 0 or 1, only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether the sub-matrix learns: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store. 0 or 1, only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_setIsPhraseMatrix_Medium(matrix: Any, isPhraseMatrix: int) -> None:
-    """Sets whether the sub-matrix holds every phrase of what it learned: 1 it does, as all learning needs it, 0 it is a plain store. 0 or 1, only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether the sub-matrix learns: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store. 0 or 1, only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_getPreProcessingType(matrix: Any) -> int:
-    """Reads what is done to a sequence before it is learned: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
+    """Reads how a sequence is preprocessed before it is learned: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
 def s_getPreProcessingType_Medium(matrix: Any) -> int:
-    """Reads what is done to a sequence before it is learned: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
+    """Reads how a sequence is preprocessed before it is learned: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
 def s_setPreProcessingType(matrix: Any, preProcessingType: int) -> None:
-    """Sets what is done to a sequence before it is learned: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets how a sequence is preprocessed before it is learned: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_setPreProcessingType_Medium(matrix: Any, preProcessingType: int) -> None:
-    """Sets what is done to a sequence before it is learned: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets how a sequence is preprocessed before it is learned: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_getMaxPhraseLengthForUpdateWithSequence(matrix: Any) -> int:
     """Reads the longest phrase that learning writes, in items: 1 or more."""
 def s_getMaxPhraseLengthForUpdateWithSequence_Medium(matrix: Any) -> int:
@@ -1231,45 +1231,45 @@ def s_setMaxPhraseLengthForUpdateWithSequence(matrix: Any, maxPhraseLengthForUpd
 def s_setMaxPhraseLengthForUpdateWithSequence_Medium(matrix: Any, maxPhraseLengthForUpdateWithSequence: int) -> None:
     """Sets the longest phrase that learning writes, in items: 1 or more. 1 to `maxDimOfMatrix`. A refusal prints at level 0 and keeps the old value."""
 def s_getUseStartOfSequence(matrix: Any) -> int:
-    """Reads whether learning marks what begins a sequence: 1 or 0."""
+    """Reads whether learning marks the phrase that begins a sequence: 1 or 0."""
 def s_getUseStartOfSequence_Medium(matrix: Any) -> int:
-    """Reads whether learning marks what begins a sequence: 1 or 0."""
+    """Reads whether learning marks the phrase that begins a sequence: 1 or 0."""
 def s_setUseStartOfSequence(matrix: Any, useStartOfSequence: int) -> None:
-    """Sets whether learning marks what begins a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether learning marks the phrase that begins a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
 def s_setUseStartOfSequence_Medium(matrix: Any, useStartOfSequence: int) -> None:
-    """Sets whether learning marks what begins a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether learning marks the phrase that begins a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
 def s_getUseEndOfSequence(matrix: Any) -> int:
-    """Reads whether learning marks what ends a sequence: 1 or 0."""
+    """Reads whether learning marks the phrases that end a sequence: 1 or 0."""
 def s_getUseEndOfSequence_Medium(matrix: Any) -> int:
-    """Reads whether learning marks what ends a sequence: 1 or 0."""
+    """Reads whether learning marks the phrases that end a sequence: 1 or 0."""
 def s_setUseEndOfSequence(matrix: Any, useEndOfSequence: int) -> None:
-    """Sets whether learning marks what ends a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether learning marks the phrases that end a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
 def s_setUseEndOfSequence_Medium(matrix: Any, useEndOfSequence: int) -> None:
-    """Sets whether learning marks what ends a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether learning marks the phrases that end a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
 def s_getUsePhrasesForUpdateMatrixWithLongANSIText(matrix: Any) -> int:
-    """Reads whether a text is cut into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence."""
+    """Reads whether a text is split into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence."""
 def s_getUsePhrasesForUpdateMatrixWithLongANSIText_Medium(matrix: Any) -> int:
-    """Reads whether a text is cut into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence."""
+    """Reads whether a text is split into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence."""
 def s_setUsePhrasesForUpdateMatrixWithLongANSIText(matrix: Any, usePhrasesForUpdateMatrixWithLongANSIText: int) -> None:
-    """Sets whether a text is cut into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether a text is split into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
 def s_setUsePhrasesForUpdateMatrixWithLongANSIText_Medium(matrix: Any, usePhrasesForUpdateMatrixWithLongANSIText: int) -> None:
-    """Sets whether a text is cut into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether a text is split into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence. 0 or 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value."""
 def s_getSkillOutputLevel(matrix: Any) -> int:
-    """Reads the longest context that a continuation looks at, in integers of an index vector: 0 or more."""
+    """Reads the longest context that a continuation uses, in integers of an index vector: 0 or more."""
 def s_getSkillOutputLevel_Medium(matrix: Any) -> int:
-    """Reads the longest context that a continuation looks at, in integers of an index vector: 0 or more."""
+    """Reads the longest context that a continuation uses, in integers of an index vector: 0 or more."""
 def s_setSkillOutputLevel(matrix: Any, skillOutputLevel: int) -> None:
-    """Sets the longest context that a continuation looks at, in integers of an index vector: 0 or more. 0 to the longest phrase; any other value becomes the longest phrase."""
+    """Sets the longest context that a continuation uses, in integers of an index vector: 0 or more. 0 to the longest phrase; any other value becomes the longest phrase."""
 def s_setSkillOutputLevel_Medium(matrix: Any, skillOutputLevel: int) -> None:
-    """Sets the longest context that a continuation looks at, in integers of an index vector: 0 or more. 0 to the longest phrase; any other value becomes the longest phrase."""
+    """Sets the longest context that a continuation uses, in integers of an index vector: 0 or more. 0 to the longest phrase; any other value becomes the longest phrase."""
 def s_getSuccessorMethod(matrix: Any) -> int:
-    """Reads how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 drawn by probability."""
+    """Reads how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 at random by probability."""
 def s_getSuccessorMethod_Medium(matrix: Any) -> int:
-    """Reads how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 drawn by probability."""
+    """Reads how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 at random by probability."""
 def s_setSucessorMethod(matrix: Any, successorMethod: int) -> None:
-    """Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 drawn by probability. 1 to 3; any other value becomes 3."""
+    """Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 at random by probability. 1 to 3; any other value becomes 3."""
 def s_setSucessorMethod_Medium(matrix: Any, successorMethod: int) -> None:
-    """Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 drawn by probability. 1 to 3; any other value becomes 3."""
+    """Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 at random by probability. 1 to 3; any other value becomes 3."""
 def s_getRestartWithTrueStartItem(matrix: Any) -> int:
     """Reads whether a new sequence begins with an item that began a learned one: 1 or 0."""
 def s_getRestartWithTrueStartItem_Medium(matrix: Any) -> int:
@@ -1287,53 +1287,53 @@ def s_setEnableStopItem(matrix: Any, enableStopItem: int) -> None:
 def s_setEnableStopItem_Medium(matrix: Any, enableStopItem: int) -> None:
     """Sets whether reading out stops where learned sequences stopped: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_getIncludeOverDeterminedRules(matrix: Any) -> int:
-    """Reads whether learning also writes phrases that a shorter one already decides: 1 or 0."""
+    """Reads whether learning also writes phrases whose last item a shorter context already determines: 1 or 0."""
 def s_getIncludeOverDeterminedRules_Medium(matrix: Any) -> int:
-    """Reads whether learning also writes phrases that a shorter one already decides: 1 or 0."""
+    """Reads whether learning also writes phrases whose last item a shorter context already determines: 1 or 0."""
 def s_setIncludeOverDeterminedRules(matrix: Any, includeOverDeterminedRules: int) -> None:
-    """Sets whether learning also writes phrases that a shorter one already decides: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether learning also writes phrases whose last item a shorter context already determines: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_setIncludeOverDeterminedRules_Medium(matrix: Any, includeOverDeterminedRules: int) -> None:
-    """Sets whether learning also writes phrases that a shorter one already decides: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether learning also writes phrases whose last item a shorter context already determines: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_getAddUpdateInfo(matrix: Any) -> int:
-    """Reads whether updates are kept as a history in the matrix file: 1 or 0."""
+    """Reads whether updates are stored as a history in the matrix file: 1 or 0."""
 def s_getAddUpdateInfo_Medium(matrix: Any) -> int:
-    """Reads whether updates are kept as a history in the matrix file: 1 or 0."""
+    """Reads whether updates are stored as a history in the matrix file: 1 or 0."""
 def s_setAddUpdateInfo(matrix: Any, addUpdateInfo: int) -> None:
-    """Sets whether updates are kept as a history in the matrix file: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether updates are stored as a history in the matrix file: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_setAddUpdateInfo_Medium(matrix: Any, addUpdateInfo: int) -> None:
-    """Sets whether updates are kept as a history in the matrix file: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether updates are stored as a history in the matrix file: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_getAddSequenceToUpdateInfo(matrix: Any) -> int:
-    """Reads whether that history keeps the learned sequences too: 1 or 0."""
+    """Reads whether that history contains the learned sequences, too: 1 or 0."""
 def s_getAddSequenceToUpdateInfo_Medium(matrix: Any) -> int:
-    """Reads whether that history keeps the learned sequences too: 1 or 0."""
+    """Reads whether that history contains the learned sequences, too: 1 or 0."""
 def s_setAddSequenceToUpdateInfo(matrix: Any, addSequenceToUpdateInfo: int) -> None:
-    """Sets whether that history keeps the learned sequences too: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether that history contains the learned sequences, too: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_setAddSequenceToUpdateInfo_Medium(matrix: Any, addSequenceToUpdateInfo: int) -> None:
-    """Sets whether that history keeps the learned sequences too: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether that history contains the learned sequences, too: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_getAddSequenceToUpdateInfoMode(matrix: Any) -> int:
-    """Reads what a further sequence does to the one kept: 0 replaces it, 1 is appended to it."""
+    """Reads how a further sequence is added to that history: 0 it replaces the one stored, 1 it is appended to it."""
 def s_getAddSequenceToUpdateInfoMode_Medium(matrix: Any) -> int:
-    """Reads what a further sequence does to the one kept: 0 replaces it, 1 is appended to it."""
+    """Reads how a further sequence is added to that history: 0 it replaces the one stored, 1 it is appended to it."""
 def s_setAddSequenceToUpdateInfoMode(matrix: Any, addSequenceToUpdateInfoMode: int) -> None:
-    """Sets what a further sequence does to the one kept: 0 replaces it, 1 is appended to it. 0 or 1. A refusal prints at level 0 and keeps the old value."""
+    """Sets how a further sequence is added to that history: 0 it replaces the one stored, 1 it is appended to it. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_setAddSequenceToUpdateInfoMode_Medium(matrix: Any, addSequenceToUpdateInfoMode: int) -> None:
-    """Sets what a further sequence does to the one kept: 0 replaces it, 1 is appended to it. 0 or 1. A refusal prints at level 0 and keeps the old value."""
+    """Sets how a further sequence is added to that history: 0 it replaces the one stored, 1 it is appended to it. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_getMidiTimeSignatureNom(matrix: Any) -> int:
-    """Reads the numerator of the time signature: 0 for none."""
+    """Reads the numerator of the time signature: 0 if there is none."""
 def s_getMidiTimeSignatureNom_Medium(matrix: Any) -> int:
-    """Reads the numerator of the time signature: 0 for none."""
+    """Reads the numerator of the time signature: 0 if there is none."""
 def s_setMidiTimeSignatureNom(matrix: Any, midiTimeSignatureNom: int) -> None:
-    """Sets the numerator of the time signature: 0 for none. Stored as it is."""
+    """Sets the numerator of the time signature: 0 if there is none. Stored as it is."""
 def s_setMidiTimeSignatureNom_Medium(matrix: Any, midiTimeSignatureNom: int) -> None:
-    """Sets the numerator of the time signature: 0 for none. Stored as it is."""
+    """Sets the numerator of the time signature: 0 if there is none. Stored as it is."""
 def s_getMidiTimeSignatureDenom(matrix: Any) -> int:
-    """Reads the denominator of the time signature: 0 for none."""
+    """Reads the denominator of the time signature: 0 if there is none."""
 def s_getMidiTimeSignatureDenom_Medium(matrix: Any) -> int:
-    """Reads the denominator of the time signature: 0 for none."""
+    """Reads the denominator of the time signature: 0 if there is none."""
 def s_setMidiTimeSignatureDenom(matrix: Any, midiTimeSignatureDenom: int) -> None:
-    """Sets the denominator of the time signature: 0 for none. Stored as it is."""
+    """Sets the denominator of the time signature: 0 if there is none. Stored as it is."""
 def s_setMidiTimeSignatureDenom_Medium(matrix: Any, midiTimeSignatureDenom: int) -> None:
-    """Sets the denominator of the time signature: 0 for none. Stored as it is."""
+    """Sets the denominator of the time signature: 0 if there is none. Stored as it is."""
 def s_getLanguage(matrix: Any) -> int:
     """Reads the language of a text: 0 not known, 1 German, 2 English, 3 French, 4 Spanish (ZQLanguage...)."""
 def s_getLanguage_Medium(matrix: Any) -> int:
@@ -1383,45 +1383,45 @@ def s_setMidiTrackAnalize(matrix: Any, midiTrackAnalize: int) -> None:
 def s_setMidiTrackAnalize_Medium(matrix: Any, midiTrackAnalize: int) -> None:
     """Sets what a music feed does with several tracks: 0 each alone, 1 all merged, 2 each alone and all merged. Stored as it is."""
 def s_getMusicStyle(matrix: Any) -> int:
-    """Reads the style of the music: 0 not set, any other value is the caller's own."""
+    """Reads the style of the music: 0 not set, any other value is defined by the host."""
 def s_getMusicStyle_Medium(matrix: Any) -> int:
-    """Reads the style of the music: 0 not set, any other value is the caller's own."""
+    """Reads the style of the music: 0 not set, any other value is defined by the host."""
 def s_setMusicStyle(matrix: Any, musicStyle: int) -> None:
-    """Sets the style of the music: 0 not set, any other value is the caller's own. Stored as it is."""
+    """Sets the style of the music: 0 not set, any other value is defined by the host. Stored as it is."""
 def s_setMusicStyle_Medium(matrix: Any, musicStyle: int) -> None:
-    """Sets the style of the music: 0 not set, any other value is the caller's own. Stored as it is."""
+    """Sets the style of the music: 0 not set, any other value is defined by the host. Stored as it is."""
 def s_getMidiChannelFilterArray(matrix: Any) -> _Pointer[c_char]:
-    """The MIDI channels that a music feed passes over. Result: 16 bytes that belong to the matrix, one a channel; not 0 blocks it."""
+    """The MIDI channels that a music feed ignores. Result: 16 bytes that belong to the matrix, one per channel; a byte other than 0 blocks its channel."""
 def s_getMidiChannelFilterArray_Medium(matrix: Any) -> _Pointer[c_char]:
-    """The MIDI channels that a music feed passes over. Result: 16 bytes that belong to the matrix, one a channel; not 0 blocks it."""
+    """The MIDI channels that a music feed ignores. Result: 16 bytes that belong to the matrix, one per channel; a byte other than 0 blocks its channel."""
 def s_setMidiChannelFilterArray(matrix: Any, midiChannelFilter: Optional[bytes]) -> None:
-    """Sets the MIDI channels that a music feed passes over. `midiChannelFilter`: 16 bytes, one a channel; not 0 blocks it."""
+    """Sets the MIDI channels that a music feed ignores. `midiChannelFilter`: 16 bytes, one per channel; a byte other than 0 blocks its channel."""
 def s_setMidiChannelFilterArray_Medium(matrix: Any, midiChannelFilter: Optional[bytes]) -> None:
-    """Sets the MIDI channels that a music feed passes over. `midiChannelFilter`: 16 bytes, one a channel; not 0 blocks it."""
+    """Sets the MIDI channels that a music feed ignores. `midiChannelFilter`: 16 bytes, one per channel; a byte other than 0 blocks its channel."""
 def s_getNameOfUpdateFile(matrix: Any) -> _Pointer[c_char]:
-    """The last file that the sub-matrix learned, or an empty text. It belongs to the matrix; a name of 256 characters fills it without a terminator."""
+    """The name of the last file that the sub-matrix learned, or an empty text. It belongs to the matrix; a name of 256 characters has no terminator."""
 def s_getNameOfUpdateFile_Medium(matrix: Any) -> _Pointer[c_char]:
-    """The last file that the sub-matrix learned, or an empty text. It belongs to the matrix; a name of 256 characters fills it without a terminator."""
+    """The name of the last file that the sub-matrix learned, or an empty text. It belongs to the matrix; a name of 256 characters has no terminator."""
 def s_getNamesOfUpdateFiles(matrix: Any) -> bytes:
-    """The files that the sub-matrix learned, each ended by a line feed; null if there is none. The text belongs to the matrix, until the next name is added."""
+    """The names of the files that the sub-matrix learned, each ended by a line feed; null if there are none. The text belongs to the matrix and is valid until the next name is added."""
 def s_getNamesOfUpdateFiles_Medium(matrix: Any) -> bytes:
-    """The files that the sub-matrix learned, each ended by a line feed; null if there is none. The text belongs to the matrix, until the next name is added."""
+    """The names of the files that the sub-matrix learned, each ended by a line feed; null if there are none. The text belongs to the matrix and is valid until the next name is added."""
 def s_setNameOfUpdateFile(matrix: Any, name: Optional[bytes]) -> None:
-    """Sets the name of the last file that the sub-matrix learned, at most 256 characters."""
+    """Sets the name of the last file that the sub-matrix learned. At most 256 characters are kept; null changes nothing."""
 def s_setNameOfUpdateFile_Medium(matrix: Any, name: Optional[bytes]) -> None:
-    """Sets the name of the last file that the sub-matrix learned, at most 256 characters."""
+    """Sets the name of the last file that the sub-matrix learned. At most 256 characters are kept; null changes nothing."""
 def s_addNameOfUpdateFile(matrix: Any, name: Optional[bytes]) -> None:
-    """Adds a name and a line feed to the names of the files that the sub-matrix learned."""
+    """Adds a name and a line feed to the names of the files that the sub-matrix learned. Null changes nothing."""
 def s_addNameOfUpdateFile_Medium(matrix: Any, name: Optional[bytes]) -> None:
-    """Adds a name and a line feed to the names of the files that the sub-matrix learned."""
+    """Adds a name and a line feed to the names of the files that the sub-matrix learned. Null changes nothing."""
 def s_getOcronType(matrix: Any) -> int:
-    """Reads the kind of ocron that numbers are coded as: 3, 4, 5 normal, 6 prime, 7 virtual."""
+    """Reads the ocron type of the number codes: 3, 4, 5 normal, 6 prime, 7 virtual."""
 def s_getOcronType_Medium(matrix: Any) -> int:
-    """Reads the kind of ocron that numbers are coded as: 3, 4, 5 normal, 6 prime, 7 virtual."""
+    """Reads the ocron type of the number codes: 3, 4, 5 normal, 6 prime, 7 virtual."""
 def s_setOcronType(matrix: Any, ocronType: int) -> None:
-    """Sets the kind of ocron that numbers are coded as: 3, 4, 5 normal, 6 prime, 7 virtual. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets the ocron type of the number codes: 3, 4, 5 normal, 6 prime, 7 virtual. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_setOcronType_Medium(matrix: Any, ocronType: int) -> None:
-    """Sets the kind of ocron that numbers are coded as: 3, 4, 5 normal, 6 prime, 7 virtual. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets the ocron type of the number codes: 3, 4, 5 normal, 6 prime, 7 virtual. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_getOcronEndSymbol(matrix: Any) -> int:
     """Reads the integer that ends each ocron in a sequence: 10 at first."""
 def s_getOcronEndSymbol_Medium(matrix: Any) -> int:
@@ -1447,13 +1447,13 @@ def s_setGocronAlgorithm(matrix: Any, gocronAlgorithm: int) -> None:
 def s_setGocronAlgorithm_Medium(matrix: Any, gocronAlgorithm: int) -> None:
     """Sets the algorithm of gocrons: 0 at first. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_getGocronNumberBase(matrix: Any) -> int:
-    """Reads the base of the number that a gocron is: 0 takes the base of the ocron type."""
+    """Reads the number base of gocrons: 0 for the base of the ocron type."""
 def s_getGocronNumberBase_Medium(matrix: Any) -> int:
-    """Reads the base of the number that a gocron is: 0 takes the base of the ocron type."""
+    """Reads the number base of gocrons: 0 for the base of the ocron type."""
 def s_setGocronNumberBase(matrix: Any, gocronNumberBase: int) -> None:
-    """Sets the base of the number that a gocron is: 0 takes the base of the ocron type. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets the number base of gocrons: 0 for the base of the ocron type. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_setGocronNumberBase_Medium(matrix: Any, gocronNumberBase: int) -> None:
-    """Sets the base of the number that a gocron is: 0 takes the base of the ocron type. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
+    """Sets the number base of gocrons: 0 for the base of the ocron type. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_getGocronASTERISKValue(matrix: Any) -> int:
     """Reads the digit value of "*" in a gocron: 0 at first."""
 def s_getGocronASTERISKValue_Medium(matrix: Any) -> int:
@@ -1495,79 +1495,79 @@ def s_setGocronQValue(matrix: Any, gocronQValue: int) -> None:
 def s_setGocronQValue_Medium(matrix: Any, gocronQValue: int) -> None:
     """Sets the digit value of "Q" in a gocron: 4 at first. Only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value."""
 def s_getUpdateIndex(matrix: Any) -> int:
-    """Updates of the sub-matrix so far."""
+    """The number of updates of the sub-matrix so far."""
 def s_getUpdateIndex_Medium(matrix: Any) -> int:
-    """Updates of the sub-matrix so far."""
+    """The number of updates of the sub-matrix so far."""
 def s_getTotalLengthOfAllUpdateSequences(matrix: Any) -> int:
-    """Items of all sequences that the history has taken up."""
+    """The number of items of all sequences that were added to the history."""
 def s_getTotalLengthOfAllUpdateSequences_Medium(matrix: Any) -> int:
-    """Items of all sequences that the history has taken up."""
+    """The number of items of all sequences that were added to the history."""
 def s_getLengthOfUpdateSequence(matrix: Any) -> int:
-    """Rows of the sequence kept for the history, each a packed item; every sequence is followed by four rows of line feeds."""
+    """The number of rows of the sequence stored for the history, each a packed item; four rows of line feeds follow every sequence."""
 def s_getLengthOfUpdateSequence_Medium(matrix: Any) -> int:
-    """Rows of the sequence kept for the history, each a packed item; every sequence is followed by four rows of line feeds."""
+    """The number of rows of the sequence stored for the history, each a packed item; four rows of line feeds follow every sequence."""
 def s_getNumberOfRuleElements(matrix: Any) -> int:
-    """Written phrases that are rules, as the last self-test counted them."""
+    """The number of written phrases that are rules, as the last self-test counted them."""
 def s_getNumberOfRuleElements_Medium(matrix: Any) -> int:
-    """Written phrases that are rules, as the last self-test counted them."""
+    """The number of written phrases that are rules, as the last self-test counted them."""
 def s_getNumberOfUniqueRuleElements(matrix: Any) -> int:
-    """Written phrases whose last item a shorter context already decides, as the last self-test counted them."""
+    """The number of written phrases whose last item is the only one learned after its context, as the last self-test counted them."""
 def s_getNumberOfUniqueRuleElements_Medium(matrix: Any) -> int:
-    """Written phrases whose last item a shorter context already decides, as the last self-test counted them."""
+    """The number of written phrases whose last item is the only one learned after its context, as the last self-test counted them."""
 def s_getNumberOfOverDeterminedRules(matrix: Any) -> int:
-    """Written phrases that even two shorter contexts decide, as the last self-test counted them."""
+    """The number of these phrases whose last item is the only one after a shorter context, too, as the last self-test counted them."""
 def s_getNumberOfOverDeterminedRules_Medium(matrix: Any) -> int:
-    """Written phrases that even two shorter contexts decide, as the last self-test counted them."""
+    """The number of these phrases whose last item is the only one after a shorter context, too, as the last self-test counted them."""
 def s_getNumberOfStartElements(matrix: Any) -> int:
-    """Phrases that began a sequence."""
+    """The number of phrases that began a sequence."""
 def s_getNumberOfStartElements_Medium(matrix: Any) -> int:
-    """Phrases that began a sequence."""
+    """The number of phrases that began a sequence."""
 def s_getIsOverdetermined(matrix: Any) -> int:
-    """1 until pruning has removed what shorter phrases decide; 0 then."""
+    """1 until `s_removeOverDeterminedElements` was called, then 0."""
 def s_getIsOverdetermined_Medium(matrix: Any) -> int:
-    """1 until pruning has removed what shorter phrases decide; 0 then."""
+    """1 until `s_removeOverDeterminedElements` was called, then 0."""
 def s_getUpdateSequence(matrix: Any) -> _Pointer[c_char]:
-    """The sequence kept for the history, packed: each row an item, each coordinate in the bytes that `s_getSizeOfCoordinateDimensions` says. Result: the bytes, which belong to the matrix until the next update, or null."""
+    """The sequence stored for the history, packed: one item per row, each coordinate in as many bytes as `s_getSizeOfCoordinateDimensions` gives, low byte first. Result: the bytes, which belong to the matrix and are valid until the next update; null if there are none."""
 def s_getUpdateSequence_Medium(matrix: Any) -> _Pointer[c_char]:
-    """The sequence kept for the history, packed: each row an item, each coordinate in the bytes that `s_getSizeOfCoordinateDimensions` says. Result: the bytes, which belong to the matrix until the next update, or null."""
+    """The sequence stored for the history, packed: one item per row, each coordinate in as many bytes as `s_getSizeOfCoordinateDimensions` gives, low byte first. Result: the bytes, which belong to the matrix and are valid until the next update; null if there are none."""
 def s_getRulesInDimension(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """Rules by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the entries in use, the depth. Result: an array that belongs to the matrix."""
+    """The number of rules by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getRulesInDimension_Medium(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """Rules by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the entries in use, the depth. Result: an array that belongs to the matrix."""
+    """The number of rules by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getUniqueRulesInDimension(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """Phrases that a shorter context decides, by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the entries in use, the depth. Result: an array that belongs to the matrix."""
+    """The number of phrases whose last item is the only one learned after its context, by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getUniqueRulesInDimension_Medium(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """Phrases that a shorter context decides, by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the entries in use, the depth. Result: an array that belongs to the matrix."""
+    """The number of phrases whose last item is the only one learned after its context, by the length of their index vector, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getWriteElementsInDimension(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """Written vectors by their length, as the last self-test counted them. `numberOfDimensions` gets the entries in use, the depth. Result: an array that belongs to the matrix."""
+    """The number of written vectors by their length, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getWriteElementsInDimension_Medium(matrix: Any, numberOfDimensions: Any) -> _Pointer[c_int]:
-    """Written vectors by their length, as the last self-test counted them. `numberOfDimensions` gets the entries in use, the depth. Result: an array that belongs to the matrix."""
+    """The number of written vectors by their length, as the last self-test counted them. `numberOfDimensions` gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next write."""
 def s_getHasBeenChanged(info: Any) -> int:
-    """1 if the sub-matrix has learned since it was made or loaded; decides whether a save adds it to the history."""
+    """1 if the sub-matrix has learned since it was made or loaded, else 0. A save adds only sub-matrices with 1 to the history."""
 def s_getHasBeenChanged_Medium(info: Any) -> int:
-    """1 if the sub-matrix has learned since it was made or loaded; decides whether a save adds it to the history."""
+    """1 if the sub-matrix has learned since it was made or loaded, else 0. A save adds only sub-matrices with 1 to the history."""
 def s_setHasBeenChanged(info: Any, hasBeenChanged: int) -> None:
-    """Says whether the sub-matrix has learned since it was made or loaded. 0 or 1; anything else prints at level 0 and changes nothing."""
+    """Sets whether the sub-matrix has learned since it was made or loaded: 0 or 1. Any other value prints at level 0 and changes nothing."""
 def s_setHasBeenChanged_Medium(info: Any, hasBeenChanged: int) -> None:
-    """Says whether the sub-matrix has learned since it was made or loaded. 0 or 1; anything else prints at level 0 and changes nothing."""
+    """Sets whether the sub-matrix has learned since it was made or loaded: 0 or 1. Any other value prints at level 0 and changes nothing."""
 def s_getGlobalMatrixInfoParameters(info: Any) -> _Pointer[ZQMatrixProperties]:
-    """Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0. Result: the structure, which belongs to the record, until the next such call, `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are the record's own, those of the kernel as it was at the call; `namesOfUpdateFiles` is a copy that lives as long as the structure."""
+    """Copies all settings and counters of a record into one flat structure. Fields that the record's tier doesn't have are 0. Result: the structure, which belongs to the record and is valid until the next such call, `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are those of the record, the kernel's rows as they were at the call; `namesOfUpdateFiles` is a copy, valid as long as the structure."""
 def s_getGlobalMatrixInfoParameters_Medium(info: Any) -> _Pointer[ZQMatrixProperties]:
-    """Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0. Result: the structure, which belongs to the record, until the next such call, `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are the record's own, those of the kernel as it was at the call; `namesOfUpdateFiles` is a copy that lives as long as the structure."""
+    """Copies all settings and counters of a record into one flat structure. Fields that the record's tier doesn't have are 0. Result: the structure, which belongs to the record and is valid until the next such call, `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are those of the record, the kernel's rows as they were at the call; `namesOfUpdateFiles` is a copy, valid as long as the structure."""
 def s_getGlobalMatrixInfoParameters_Base(info: Any) -> _Pointer[ZQMatrixProperties]:
-    """Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0. Result: the structure, which belongs to the record, until the next such call, `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are the record's own, those of the kernel as it was at the call; `namesOfUpdateFiles` is a copy that lives as long as the structure."""
+    """Copies all settings and counters of a record into one flat structure. Fields that the record's tier doesn't have are 0. Result: the structure, which belongs to the record and is valid until the next such call, `s_releaseMemoryGlobalMatrixInfoParameters` or the end of the record; null if memory is exhausted. Its arrays are those of the record, the kernel's rows as they were at the call; `namesOfUpdateFiles` is a copy, valid as long as the structure."""
 def s_releaseMemoryGlobalMatrixInfoParameters(info: Any) -> None:
-    """Releases the structure of `s_getGlobalMatrixInfoParameters`, if there is one."""
+    """Releases the structure of `s_getGlobalMatrixInfoParameters`, if it was made."""
 def s_releaseMemoryGlobalMatrixInfoParameters_Medium(info: Any) -> None:
-    """Releases the structure of `s_getGlobalMatrixInfoParameters`, if there is one."""
+    """Releases the structure of `s_getGlobalMatrixInfoParameters`, if it was made."""
 def s_releaseMemoryGlobalMatrixInfoParameters_Base(info: Any) -> None:
-    """Releases the structure of `s_getGlobalMatrixInfoParameters`, if there is one."""
+    """Releases the structure of `s_getGlobalMatrixInfoParameters`, if it was made."""
 def s_showBasicProperties(matrix: Any) -> None:
-    """Prints a table of the sub-matrices that hold anything, at level 0."""
+    """Prints a table of the sub-matrices that are not empty, at level 0."""
 def s_showBasicProperties_Medium(matrix: Any) -> None:
-    """Prints a table of the sub-matrices that hold anything, at level 0."""
+    """Prints a table of the sub-matrices that are not empty, at level 0."""
 def s_showBasicProperties_Base(matrix: Any) -> None:
-    """Prints a table of the sub-matrices that hold anything, at level 0."""
+    """Prints a table of the sub-matrices that are not empty, at level 0."""
 def s_printMatrixOverallInfo(matrix: Any) -> None:
     """Prints all settings and counters of each sub-matrix up to the highest occupied one, if the debug file is open."""
 def s_printMatrixOverallInfo_Medium(matrix: Any) -> None:
@@ -1575,11 +1575,11 @@ def s_printMatrixOverallInfo_Medium(matrix: Any) -> None:
 def s_printMatrixOverallInfo_Base(matrix: Any) -> None:
     """Prints all settings and counters of each sub-matrix up to the highest occupied one, if the debug file is open."""
 def s_initGlobalParameters(matrix: Any) -> None:
-    """Sets the basic level's block back to its first values."""
+    """Sets the basic level's block back to its initial values."""
 def s_initGlobalParameters_Medium(matrix: Any) -> None:
-    """Sets the basic level's block back to its first values."""
+    """Sets the basic level's block back to its initial values."""
 def s_initGlobalParameters_Base(matrix: Any) -> None:
-    """Sets the basic level's block back to its first values."""
+    """Sets the basic level's block back to its initial values."""
 def s_getGlobalMatrixType(matrix: Any) -> int:
     """Reads what the sub-matrix holds, as the basic level's block has it: 0 anything, 1 MIDI note and time, 2 integers or symbols, 3 text, 4 MIDI with duration, 5 MIDI with duration and sound (ZQMatrixType...)."""
 def s_getGlobalMatrixType_Medium(matrix: Any) -> int:
@@ -1593,57 +1593,57 @@ def s_setGlobalMatrixType_Medium(matrix: Any, matrixType: int) -> None:
 def s_setGlobalMatrixType_Base(matrix: Any, matrixType: int) -> None:
     """Sets what the sub-matrix holds in the basic level's block: 0 anything, 1 MIDI note and time, 2 integers or symbols, 3 text, 4 MIDI with duration, 5 MIDI with duration and sound (ZQMatrixType...). Stored as it is."""
 def s_getGlobalAllowLargeIndices(matrix: Any) -> int:
-    """Reads how wide an item of an index vector is, as the basic level's block has it: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four."""
+    """Reads how an item is stored in an index vector, as the basic level's block has it: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four."""
 def s_getGlobalAllowLargeIndices_Medium(matrix: Any) -> int:
-    """Reads how wide an item of an index vector is, as the basic level's block has it: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four."""
+    """Reads how an item is stored in an index vector, as the basic level's block has it: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four."""
 def s_getGlobalAllowLargeIndices_Base(matrix: Any) -> int:
-    """Reads how wide an item of an index vector is, as the basic level's block has it: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four."""
+    """Reads how an item is stored in an index vector, as the basic level's block has it: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four."""
 def s_setGlobalAllowLargeIndices(matrix: Any, allowLargeIndices: int) -> None:
-    """Sets how wide an item of an index vector is in the basic level's block: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four. Stored as it is."""
+    """Sets how an item is stored in an index vector in the basic level's block: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four. Stored as it is."""
 def s_setGlobalAllowLargeIndices_Medium(matrix: Any, allowLargeIndices: int) -> None:
-    """Sets how wide an item of an index vector is in the basic level's block: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four. Stored as it is."""
+    """Sets how an item is stored in an index vector in the basic level's block: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four. Stored as it is."""
 def s_setGlobalAllowLargeIndices_Base(matrix: Any, allowLargeIndices: int) -> None:
-    """Sets how wide an item of an index vector is in the basic level's block: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four. Stored as it is."""
+    """Sets how an item is stored in an index vector in the basic level's block: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four. Stored as it is."""
 def s_getGlobalCoordinateDimension(matrix: Any) -> int:
-    """Reads the integers of one item, as the basic level's block has it: 0 to 64."""
+    """Reads the number of integers of one item, as the basic level's block has it: 0 to 64."""
 def s_getGlobalCoordinateDimension_Medium(matrix: Any) -> int:
-    """Reads the integers of one item, as the basic level's block has it: 0 to 64."""
+    """Reads the number of integers of one item, as the basic level's block has it: 0 to 64."""
 def s_getGlobalCoordinateDimension_Base(matrix: Any) -> int:
-    """Reads the integers of one item, as the basic level's block has it: 0 to 64."""
+    """Reads the number of integers of one item, as the basic level's block has it: 0 to 64."""
 def s_setGlobalCoordinateDimension(matrix: Any, coordinateDimension: int) -> None:
-    """Sets the integers of one item in the basic level's block: 0 to 64. Stored as it is."""
+    """Sets the number of integers of one item in the basic level's block: 0 to 64. Stored as it is."""
 def s_setGlobalCoordinateDimension_Medium(matrix: Any, coordinateDimension: int) -> None:
-    """Sets the integers of one item in the basic level's block: 0 to 64. Stored as it is."""
+    """Sets the number of integers of one item in the basic level's block: 0 to 64. Stored as it is."""
 def s_setGlobalCoordinateDimension_Base(matrix: Any, coordinateDimension: int) -> None:
-    """Sets the integers of one item in the basic level's block: 0 to 64. Stored as it is."""
+    """Sets the number of integers of one item in the basic level's block: 0 to 64. Stored as it is."""
 def s_getGlobalMemorySearchMethod(matrix: Any) -> int:
-    """Reads how the store looks for a free slot, as the basic level's block has it: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end."""
+    """Reads how the store searches for a free slot, as the basic level's block has it: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot."""
 def s_getGlobalMemorySearchMethod_Medium(matrix: Any) -> int:
-    """Reads how the store looks for a free slot, as the basic level's block has it: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end."""
+    """Reads how the store searches for a free slot, as the basic level's block has it: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot."""
 def s_getGlobalMemorySearchMethod_Base(matrix: Any) -> int:
-    """Reads how the store looks for a free slot, as the basic level's block has it: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end."""
+    """Reads how the store searches for a free slot, as the basic level's block has it: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot."""
 def s_setGlobalMemorySearchMethod(matrix: Any, memorySearchMethod: int) -> None:
-    """Sets how the store looks for a free slot in the basic level's block: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end. Stored as it is."""
+    """Sets how the store searches for a free slot in the basic level's block: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot. Stored as it is."""
 def s_setGlobalMemorySearchMethod_Medium(matrix: Any, memorySearchMethod: int) -> None:
-    """Sets how the store looks for a free slot in the basic level's block: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end. Stored as it is."""
+    """Sets how the store searches for a free slot in the basic level's block: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot. Stored as it is."""
 def s_setGlobalMemorySearchMethod_Base(matrix: Any, memorySearchMethod: int) -> None:
-    """Sets how the store looks for a free slot in the basic level's block: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end. Stored as it is."""
+    """Sets how the store searches for a free slot in the basic level's block: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot. Stored as it is."""
 def s_getGlobalIsPhraseMatrix(matrix: Any) -> int:
-    """Reads whether the sub-matrix holds every phrase of what it learned, as the basic level's block has it: 1 it does, as all learning needs it, 0 it is a plain store."""
+    """Reads whether the sub-matrix learns, as the basic level's block has it: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store."""
 def s_getGlobalIsPhraseMatrix_Medium(matrix: Any) -> int:
-    """Reads whether the sub-matrix holds every phrase of what it learned, as the basic level's block has it: 1 it does, as all learning needs it, 0 it is a plain store."""
+    """Reads whether the sub-matrix learns, as the basic level's block has it: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store."""
 def s_setGlobalIsPhraseMatrix(matrix: Any, isPhraseMatrix: int) -> None:
-    """Sets whether the sub-matrix holds every phrase of what it learned in the basic level's block: 1 it does, as all learning needs it, 0 it is a plain store. Stored as it is."""
+    """Sets whether the sub-matrix learns in the basic level's block: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store. Stored as it is."""
 def s_setGlobalIsPhraseMatrix_Medium(matrix: Any, isPhraseMatrix: int) -> None:
-    """Sets whether the sub-matrix holds every phrase of what it learned in the basic level's block: 1 it does, as all learning needs it, 0 it is a plain store. Stored as it is."""
+    """Sets whether the sub-matrix learns in the basic level's block: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store. Stored as it is."""
 def s_getGlobalPreProcessingType(matrix: Any) -> int:
-    """Reads what is done to a sequence before it is learned, as the basic level's block has it: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
+    """Reads how a sequence is preprocessed before it is learned, as the basic level's block has it: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
 def s_getGlobalPreProcessingType_Medium(matrix: Any) -> int:
-    """Reads what is done to a sequence before it is learned, as the basic level's block has it: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
+    """Reads how a sequence is preprocessed before it is learned, as the basic level's block has it: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
 def s_setGlobalPreProcessingType(matrix: Any, preProcessingType: int) -> None:
-    """Sets what is done to a sequence before it is learned in the basic level's block: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is."""
+    """Sets how a sequence is preprocessed before it is learned in the basic level's block: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is."""
 def s_setGlobalPreProcessingType_Medium(matrix: Any, preProcessingType: int) -> None:
-    """Sets what is done to a sequence before it is learned in the basic level's block: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is."""
+    """Sets how a sequence is preprocessed before it is learned in the basic level's block: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is."""
 def s_getGlobalMaxPhraseLengthForUpdateWithSequence(matrix: Any) -> int:
     """Reads the longest phrase that learning writes, in items, as the basic level's block has it: 1 or more."""
 def s_getGlobalMaxPhraseLengthForUpdateWithSequence_Medium(matrix: Any) -> int:
@@ -1653,45 +1653,45 @@ def s_setGlobalMaxPhraseLengthForUpdateWithSequence(matrix: Any, maxPhraseLength
 def s_setGlobalMaxPhraseLengthForUpdateWithSequence_Medium(matrix: Any, maxPhraseLengthForUpdateWithSequence: int) -> None:
     """Sets the longest phrase that learning writes, in items in the basic level's block: 1 or more. Stored as it is."""
 def s_getGlobalUseStartOfSequence(matrix: Any) -> int:
-    """Reads whether learning marks what begins a sequence, as the basic level's block has it: 1 or 0."""
+    """Reads whether learning marks the phrase that begins a sequence, as the basic level's block has it: 1 or 0."""
 def s_getGlobalUseStartOfSequence_Medium(matrix: Any) -> int:
-    """Reads whether learning marks what begins a sequence, as the basic level's block has it: 1 or 0."""
+    """Reads whether learning marks the phrase that begins a sequence, as the basic level's block has it: 1 or 0."""
 def s_setGlobalUseStartOfSequence(matrix: Any, useStartOfSequence: int) -> None:
-    """Sets whether learning marks what begins a sequence in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning marks the phrase that begins a sequence in the basic level's block: 1 or 0. Stored as it is."""
 def s_setGlobalUseStartOfSequence_Medium(matrix: Any, useStartOfSequence: int) -> None:
-    """Sets whether learning marks what begins a sequence in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning marks the phrase that begins a sequence in the basic level's block: 1 or 0. Stored as it is."""
 def s_getGlobalUseEndOfSequence(matrix: Any) -> int:
-    """Reads whether learning marks what ends a sequence, as the basic level's block has it: 1 or 0."""
+    """Reads whether learning marks the phrases that end a sequence, as the basic level's block has it: 1 or 0."""
 def s_getGlobalUseEndOfSequence_Medium(matrix: Any) -> int:
-    """Reads whether learning marks what ends a sequence, as the basic level's block has it: 1 or 0."""
+    """Reads whether learning marks the phrases that end a sequence, as the basic level's block has it: 1 or 0."""
 def s_setGlobalUseEndOfSequence(matrix: Any, useEndOfSequence: int) -> None:
-    """Sets whether learning marks what ends a sequence in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning marks the phrases that end a sequence in the basic level's block: 1 or 0. Stored as it is."""
 def s_setGlobalUseEndOfSequence_Medium(matrix: Any, useEndOfSequence: int) -> None:
-    """Sets whether learning marks what ends a sequence in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning marks the phrases that end a sequence in the basic level's block: 1 or 0. Stored as it is."""
 def s_getGlobalUsePhrasesForUpdateMatrixWithLongANSIText(matrix: Any) -> int:
-    """Reads whether a text is cut into sentences, each learned as a sequence, as the basic level's block has it: 1 it is, 0 the text is one sequence."""
+    """Reads whether a text is split into sentences, each learned as a sequence, as the basic level's block has it: 1 it is, 0 the text is one sequence."""
 def s_getGlobalUsePhrasesForUpdateMatrixWithLongANSIText_Medium(matrix: Any) -> int:
-    """Reads whether a text is cut into sentences, each learned as a sequence, as the basic level's block has it: 1 it is, 0 the text is one sequence."""
+    """Reads whether a text is split into sentences, each learned as a sequence, as the basic level's block has it: 1 it is, 0 the text is one sequence."""
 def s_setGlobalUsePhrasesForUpdateMatrixWithLongANSIText(matrix: Any, usePhrasesForUpdateMatrixWithLongANSIText: int) -> None:
-    """Sets whether a text is cut into sentences, each learned as a sequence in the basic level's block: 1 it is, 0 the text is one sequence. Stored as it is."""
+    """Sets whether a text is split into sentences, each learned as a sequence in the basic level's block: 1 it is, 0 the text is one sequence. Stored as it is."""
 def s_setGlobalUsePhrasesForUpdateMatrixWithLongANSIText_Medium(matrix: Any, usePhrasesForUpdateMatrixWithLongANSIText: int) -> None:
-    """Sets whether a text is cut into sentences, each learned as a sequence in the basic level's block: 1 it is, 0 the text is one sequence. Stored as it is."""
+    """Sets whether a text is split into sentences, each learned as a sequence in the basic level's block: 1 it is, 0 the text is one sequence. Stored as it is."""
 def s_getGlobalSkillOutputLevel(matrix: Any) -> int:
-    """Reads the longest context that a continuation looks at, in integers of an index vector, as the basic level's block has it: 0 or more."""
+    """Reads the longest context that a continuation uses, in integers of an index vector, as the basic level's block has it: 0 or more."""
 def s_getGlobalSkillOutputLevel_Medium(matrix: Any) -> int:
-    """Reads the longest context that a continuation looks at, in integers of an index vector, as the basic level's block has it: 0 or more."""
+    """Reads the longest context that a continuation uses, in integers of an index vector, as the basic level's block has it: 0 or more."""
 def s_setGlobalSkillOutputLevel(matrix: Any, skillOutputLevel: int) -> None:
-    """Sets the longest context that a continuation looks at, in integers of an index vector in the basic level's block: 0 or more. Stored as it is."""
+    """Sets the longest context that a continuation uses, in integers of an index vector in the basic level's block: 0 or more. Stored as it is."""
 def s_setGlobalSkillOutputLevel_Medium(matrix: Any, skillOutputLevel: int) -> None:
-    """Sets the longest context that a continuation looks at, in integers of an index vector in the basic level's block: 0 or more. Stored as it is."""
+    """Sets the longest context that a continuation uses, in integers of an index vector in the basic level's block: 0 or more. Stored as it is."""
 def s_getGlobalSuccessorMethod(matrix: Any) -> int:
-    """Reads how the next item is chosen, as the basic level's block has it: 1 the most probable, 2 the middle one of the list, 3 drawn by probability."""
+    """Reads how the next item is chosen, as the basic level's block has it: 1 the most probable, 2 the middle one of the list, 3 at random by probability."""
 def s_getGlobalSuccessorMethod_Medium(matrix: Any) -> int:
-    """Reads how the next item is chosen, as the basic level's block has it: 1 the most probable, 2 the middle one of the list, 3 drawn by probability."""
+    """Reads how the next item is chosen, as the basic level's block has it: 1 the most probable, 2 the middle one of the list, 3 at random by probability."""
 def s_setGlobalSuccessorMethod(matrix: Any, successorMethod: int) -> None:
-    """Sets how the next item is chosen in the basic level's block: 1 the most probable, 2 the middle one of the list, 3 drawn by probability. Stored as it is."""
+    """Sets how the next item is chosen in the basic level's block: 1 the most probable, 2 the middle one of the list, 3 at random by probability. Stored as it is."""
 def s_setGlobalSuccessorMethod_Medium(matrix: Any, successorMethod: int) -> None:
-    """Sets how the next item is chosen in the basic level's block: 1 the most probable, 2 the middle one of the list, 3 drawn by probability. Stored as it is."""
+    """Sets how the next item is chosen in the basic level's block: 1 the most probable, 2 the middle one of the list, 3 at random by probability. Stored as it is."""
 def s_getGlobalRestartWithTrueStartItem(matrix: Any) -> int:
     """Reads whether a new sequence begins with an item that began a learned one, as the basic level's block has it: 1 or 0."""
 def s_getGlobalRestartWithTrueStartItem_Medium(matrix: Any) -> int:
@@ -1709,53 +1709,53 @@ def s_setGlobalEnableStopItem(matrix: Any, enableStopItem: int) -> None:
 def s_setGlobalEnableStopItem_Medium(matrix: Any, enableStopItem: int) -> None:
     """Sets whether reading out stops where learned sequences stopped in the basic level's block: 1 or 0. Stored as it is."""
 def s_getGlobalIncludeOverdeterminedRules(matrix: Any) -> int:
-    """Reads whether learning also writes phrases that a shorter one already decides, as the basic level's block has it: 1 or 0."""
+    """Reads whether learning also writes phrases whose last item a shorter context already determines, as the basic level's block has it: 1 or 0."""
 def s_getGlobalIncludeOverdeterminedRules_Medium(matrix: Any) -> int:
-    """Reads whether learning also writes phrases that a shorter one already decides, as the basic level's block has it: 1 or 0."""
+    """Reads whether learning also writes phrases whose last item a shorter context already determines, as the basic level's block has it: 1 or 0."""
 def s_setGlobalIncludeOverdeterminedRules(matrix: Any, includeOverdeterminedRules: int) -> None:
-    """Sets whether learning also writes phrases that a shorter one already decides in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning also writes phrases whose last item a shorter context already determines in the basic level's block: 1 or 0. Stored as it is."""
 def s_setGlobalIncludeOverdeterminedRules_Medium(matrix: Any, includeOverdeterminedRules: int) -> None:
-    """Sets whether learning also writes phrases that a shorter one already decides in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning also writes phrases whose last item a shorter context already determines in the basic level's block: 1 or 0. Stored as it is."""
 def s_getGlobalAddUpdateInfo(matrix: Any) -> int:
-    """Reads whether updates are kept as a history in the matrix file, as the basic level's block has it: 1 or 0."""
+    """Reads whether updates are stored as a history in the matrix file, as the basic level's block has it: 1 or 0."""
 def s_getGlobalAddUpdateInfo_Medium(matrix: Any) -> int:
-    """Reads whether updates are kept as a history in the matrix file, as the basic level's block has it: 1 or 0."""
+    """Reads whether updates are stored as a history in the matrix file, as the basic level's block has it: 1 or 0."""
 def s_setGlobalAddUpdateInfo(matrix: Any, addUpdateInfo: int) -> None:
-    """Sets whether updates are kept as a history in the matrix file in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether updates are stored as a history in the matrix file in the basic level's block: 1 or 0. Stored as it is."""
 def s_setGlobalAddUpdateInfo_Medium(matrix: Any, addUpdateInfo: int) -> None:
-    """Sets whether updates are kept as a history in the matrix file in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether updates are stored as a history in the matrix file in the basic level's block: 1 or 0. Stored as it is."""
 def s_getGlobalAddSequenceToUpdateInfo(matrix: Any) -> int:
-    """Reads whether that history keeps the learned sequences too, as the basic level's block has it: 1 or 0."""
+    """Reads whether that history contains the learned sequences, too, as the basic level's block has it: 1 or 0."""
 def s_getGlobalAddSequenceToUpdateInfo_Medium(matrix: Any) -> int:
-    """Reads whether that history keeps the learned sequences too, as the basic level's block has it: 1 or 0."""
+    """Reads whether that history contains the learned sequences, too, as the basic level's block has it: 1 or 0."""
 def s_setGlobalAddSequenceToUpdateInfo(matrix: Any, addSequenceToUpdateInfo: int) -> None:
-    """Sets whether that history keeps the learned sequences too in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether that history contains the learned sequences, too in the basic level's block: 1 or 0. Stored as it is."""
 def s_setGlobalAddSequenceToUpdateInfo_Medium(matrix: Any, addSequenceToUpdateInfo: int) -> None:
-    """Sets whether that history keeps the learned sequences too in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether that history contains the learned sequences, too in the basic level's block: 1 or 0. Stored as it is."""
 def s_getGlobalAddSequenceToUpdateInfoMode(matrix: Any) -> int:
-    """Reads what a further sequence does to the one kept, as the basic level's block has it: 0 replaces it, 1 is appended to it."""
+    """Reads how a further sequence is added to that history, as the basic level's block has it: 0 it replaces the one stored, 1 it is appended to it."""
 def s_getGlobalAddSequenceToUpdateInfoMode_Medium(matrix: Any) -> int:
-    """Reads what a further sequence does to the one kept, as the basic level's block has it: 0 replaces it, 1 is appended to it."""
+    """Reads how a further sequence is added to that history, as the basic level's block has it: 0 it replaces the one stored, 1 it is appended to it."""
 def s_setGlobalAddSequenceToUpdateInfoMode(matrix: Any, addSequenceToUpdateInfoMode: int) -> None:
-    """Sets what a further sequence does to the one kept in the basic level's block: 0 replaces it, 1 is appended to it. Stored as it is."""
+    """Sets how a further sequence is added to that history in the basic level's block: 0 it replaces the one stored, 1 it is appended to it. Stored as it is."""
 def s_setGlobalAddSequenceToUpdateInfoMode_Medium(matrix: Any, addSequenceToUpdateInfoMode: int) -> None:
-    """Sets what a further sequence does to the one kept in the basic level's block: 0 replaces it, 1 is appended to it. Stored as it is."""
+    """Sets how a further sequence is added to that history in the basic level's block: 0 it replaces the one stored, 1 it is appended to it. Stored as it is."""
 def s_getGlobalMidiTimeSignatureNom(matrix: Any) -> int:
-    """Reads the numerator of the time signature, as the basic level's block has it: 0 for none."""
+    """Reads the numerator of the time signature, as the basic level's block has it: 0 if there is none."""
 def s_getGlobalMidiTimeSignatureNom_Medium(matrix: Any) -> int:
-    """Reads the numerator of the time signature, as the basic level's block has it: 0 for none."""
+    """Reads the numerator of the time signature, as the basic level's block has it: 0 if there is none."""
 def s_setGlobalMidiTimeSignatureNom(matrix: Any, midiTimeSignatureNom: int) -> None:
-    """Sets the numerator of the time signature in the basic level's block: 0 for none. Stored as it is."""
+    """Sets the numerator of the time signature in the basic level's block: 0 if there is none. Stored as it is."""
 def s_setGlobalMidiTimeSignatureNom_Medium(matrix: Any, midiTimeSignatureNom: int) -> None:
-    """Sets the numerator of the time signature in the basic level's block: 0 for none. Stored as it is."""
+    """Sets the numerator of the time signature in the basic level's block: 0 if there is none. Stored as it is."""
 def s_getGlobalMidiTimeSignatureDenom(matrix: Any) -> int:
-    """Reads the denominator of the time signature, as the basic level's block has it: 0 for none."""
+    """Reads the denominator of the time signature, as the basic level's block has it: 0 if there is none."""
 def s_getGlobalMidiTimeSignatureDenom_Medium(matrix: Any) -> int:
-    """Reads the denominator of the time signature, as the basic level's block has it: 0 for none."""
+    """Reads the denominator of the time signature, as the basic level's block has it: 0 if there is none."""
 def s_setGlobalMidiTimeSignatureDenom(matrix: Any, midiTimeSignatureDenom: int) -> None:
-    """Sets the denominator of the time signature in the basic level's block: 0 for none. Stored as it is."""
+    """Sets the denominator of the time signature in the basic level's block: 0 if there is none. Stored as it is."""
 def s_setGlobalMidiTimeSignatureDenom_Medium(matrix: Any, midiTimeSignatureDenom: int) -> None:
-    """Sets the denominator of the time signature in the basic level's block: 0 for none. Stored as it is."""
+    """Sets the denominator of the time signature in the basic level's block: 0 if there is none. Stored as it is."""
 def s_getGlobalLanguage(matrix: Any) -> int:
     """Reads the language of a text, as the basic level's block has it: 0 not known, 1 German, 2 English, 3 French, 4 Spanish (ZQLanguage...)."""
 def s_getGlobalLanguage_Medium(matrix: Any) -> int:
@@ -1805,21 +1805,21 @@ def s_setGlobalMidiTrackAnalyze(matrix: Any, midiTrackAnalyze: int) -> None:
 def s_setGlobalMidiTrackAnalyze_Medium(matrix: Any, midiTrackAnalyze: int) -> None:
     """Sets what a music feed does with several tracks in the basic level's block: 0 each alone, 1 all merged, 2 each alone and all merged. Stored as it is."""
 def s_getGlobalMusicStyle(matrix: Any) -> int:
-    """Reads the style of the music, as the basic level's block has it: 0 not set, any other value is the caller's own."""
+    """Reads the style of the music, as the basic level's block has it: 0 not set, any other value is defined by the host."""
 def s_getGlobalMusicStyle_Medium(matrix: Any) -> int:
-    """Reads the style of the music, as the basic level's block has it: 0 not set, any other value is the caller's own."""
+    """Reads the style of the music, as the basic level's block has it: 0 not set, any other value is defined by the host."""
 def s_setGlobalMusicStyle(matrix: Any, musicStyle: int) -> None:
-    """Sets the style of the music in the basic level's block: 0 not set, any other value is the caller's own. Stored as it is."""
+    """Sets the style of the music in the basic level's block: 0 not set, any other value is defined by the host. Stored as it is."""
 def s_setGlobalMusicStyle_Medium(matrix: Any, musicStyle: int) -> None:
-    """Sets the style of the music in the basic level's block: 0 not set, any other value is the caller's own. Stored as it is."""
+    """Sets the style of the music in the basic level's block: 0 not set, any other value is defined by the host. Stored as it is."""
 def s_getGlobalOcronType(matrix: Any) -> int:
-    """Reads the kind of ocron that numbers are coded as, as the basic level's block has it: 3, 4, 5 normal, 6 prime, 7 virtual."""
+    """Reads the ocron type of the number codes, as the basic level's block has it: 3, 4, 5 normal, 6 prime, 7 virtual."""
 def s_getGlobalOcronType_Medium(matrix: Any) -> int:
-    """Reads the kind of ocron that numbers are coded as, as the basic level's block has it: 3, 4, 5 normal, 6 prime, 7 virtual."""
+    """Reads the ocron type of the number codes, as the basic level's block has it: 3, 4, 5 normal, 6 prime, 7 virtual."""
 def s_setGlobalOcronType(matrix: Any, ocronType: int) -> None:
-    """Sets the kind of ocron that numbers are coded as in the basic level's block: 3, 4, 5 normal, 6 prime, 7 virtual. Stored as it is."""
+    """Sets the ocron type of the number codes in the basic level's block: 3, 4, 5 normal, 6 prime, 7 virtual. Stored as it is."""
 def s_setGlobalOcronType_Medium(matrix: Any, ocronType: int) -> None:
-    """Sets the kind of ocron that numbers are coded as in the basic level's block: 3, 4, 5 normal, 6 prime, 7 virtual. Stored as it is."""
+    """Sets the ocron type of the number codes in the basic level's block: 3, 4, 5 normal, 6 prime, 7 virtual. Stored as it is."""
 def s_getGlobalOcronEndSymbol(matrix: Any) -> int:
     """Reads the integer that ends each ocron in a sequence, as the basic level's block has it: 10 at first."""
 def s_getGlobalOcronEndSymbol_Medium(matrix: Any) -> int:
@@ -1845,13 +1845,13 @@ def s_setGlobalGocronAlgorithm(matrix: Any, gocronAlgorithm: int) -> None:
 def s_setGlobalGocronAlgorithm_Medium(matrix: Any, gocronAlgorithm: int) -> None:
     """Sets the algorithm of gocrons in the basic level's block: 0 at first. Stored as it is."""
 def s_getGlobalGocronNumberBase(matrix: Any) -> int:
-    """Reads the base of the number that a gocron is, as the basic level's block has it: 0 takes the base of the ocron type."""
+    """Reads the number base of gocrons, as the basic level's block has it: 0 for the base of the ocron type."""
 def s_getGlobalGocronNumberBase_Medium(matrix: Any) -> int:
-    """Reads the base of the number that a gocron is, as the basic level's block has it: 0 takes the base of the ocron type."""
+    """Reads the number base of gocrons, as the basic level's block has it: 0 for the base of the ocron type."""
 def s_setGlobalGocronNumberBase(matrix: Any, gocronNumberBase: int) -> None:
-    """Sets the base of the number that a gocron is in the basic level's block: 0 takes the base of the ocron type. Stored as it is."""
+    """Sets the number base of gocrons in the basic level's block: 0 for the base of the ocron type. Stored as it is."""
 def s_setGlobalGocronNumberBase_Medium(matrix: Any, gocronNumberBase: int) -> None:
-    """Sets the base of the number that a gocron is in the basic level's block: 0 takes the base of the ocron type. Stored as it is."""
+    """Sets the number base of gocrons in the basic level's block: 0 for the base of the ocron type. Stored as it is."""
 def s_getGlobalGocronASTERISKValue(matrix: Any) -> int:
     """Reads the digit value of "*" in a gocron, as the basic level's block has it: 0 at first."""
 def s_getGlobalGocronASTERISKValue_Medium(matrix: Any) -> int:
@@ -1893,59 +1893,59 @@ def s_setGlobalGocronQValue(matrix: Any, gocronQValue: int) -> None:
 def s_setGlobalGocronQValue_Medium(matrix: Any, gocronQValue: int) -> None:
     """Sets the digit value of "Q" in a gocron in the basic level's block: 4 at first. Stored as it is."""
 def s_getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any) -> int:
-    """Reads whether pruning spares phrases that are symbols, as the basic level's block has it: 1 or 0."""
+    """Reads whether pruning keeps phrases that have a symbol, as the basic level's block has it: 1 or 0."""
 def s_setGlobalKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any, keepSymbolsWhenRemoveOverdeterminedElements: int) -> None:
-    """Sets whether pruning spares phrases that are symbols in the basic level's block: 1 or 0. Stored as it is."""
+    """Sets whether pruning keeps phrases that have a symbol in the basic level's block: 1 or 0. Stored as it is."""
 def s_getGlobalMidiChannelFilterArray(matrix: Any) -> _Pointer[c_char]:
-    """The MIDI channels that music feeds pass over. Result: 16 bytes that belong to the matrix, one a channel; not 0 blocks it."""
+    """The MIDI channels that music feeds ignore. Result: 16 bytes that belong to the matrix, one per channel; a byte other than 0 blocks its channel."""
 def s_getGlobalMidiChannelFilterArray_Medium(matrix: Any) -> _Pointer[c_char]:
-    """The MIDI channels that music feeds pass over. Result: 16 bytes that belong to the matrix, one a channel; not 0 blocks it."""
+    """The MIDI channels that music feeds ignore. Result: 16 bytes that belong to the matrix, one per channel; a byte other than 0 blocks its channel."""
 def s_setGlobalMidiChannelFilterArray(matrix: Any, midiChannelFilter: Optional[bytes]) -> None:
-    """Sets the MIDI channels that music feeds pass over. `midiChannelFilter`: 16 bytes, one a channel; not 0 blocks it."""
+    """Sets the MIDI channels that music feeds ignore. `midiChannelFilter`: 16 bytes, one per channel; a byte other than 0 blocks its channel."""
 def s_setGlobalMidiChannelFilterArray_Medium(matrix: Any, midiChannelFilter: Optional[bytes]) -> None:
-    """Sets the MIDI channels that music feeds pass over. `midiChannelFilter`: 16 bytes, one a channel; not 0 blocks it."""
+    """Sets the MIDI channels that music feeds ignore. `midiChannelFilter`: 16 bytes, one per channel; a byte other than 0 blocks its channel."""
 def s_getGlobalNameOfUpdateFile(matrix: Any) -> _Pointer[c_char]:
-    """The name of the update file that is given to sub-matrices. It belongs to the matrix; a name of 256 characters fills it without a terminator."""
+    """The name of the update file in the basic level's block. The text belongs to the matrix; a name of 256 characters has no terminator."""
 def s_getGlobalNameOfUpdateFile_Medium(matrix: Any) -> _Pointer[c_char]:
-    """The name of the update file that is given to sub-matrices. It belongs to the matrix; a name of 256 characters fills it without a terminator."""
+    """The name of the update file in the basic level's block. The text belongs to the matrix; a name of 256 characters has no terminator."""
 def s_setGlobalNameOfUpdateFile(matrix: Any, name: Optional[bytes]) -> None:
-    """Sets the name of the update file that is given to sub-matrices, at most 256 characters."""
+    """Sets the name of the update file in the basic level's block. At most 256 characters are kept; null changes nothing."""
 def s_setGlobalNameOfUpdateFile_Medium(matrix: Any, name: Optional[bytes]) -> None:
-    """Sets the name of the update file that is given to sub-matrices, at most 256 characters."""
+    """Sets the name of the update file in the basic level's block. At most 256 characters are kept; null changes nothing."""
 def s_getGlobalNamesOfUpdateFiles(matrix: Any) -> bytes:
     """Reserved. Result: null; the block keeps no list of names."""
 def s_getGlobalNamesOfUpdateFiles_Medium(matrix: Any) -> bytes:
     """Reserved. Result: null; the block keeps no list of names."""
 def s_getGlobalMatrixProperties(matrix: Any) -> _Pointer[ZQMatrixProperties]:
-    """The basic level's block itself, to be read or changed in place; the fields behind `keepSymbolsWhenRemoveOverdeterminedElements` are not in use. Result: part of the matrix, as long as it lives."""
+    """The basic level's block itself, to be read or changed in place. The fields after `keepSymbolsWhenRemoveOverdeterminedElements` are not used. Result: part of the matrix, as long as it lives."""
 def s_getGlobalMatrixProperties_Medium(matrix: Any) -> _Pointer[ZQMatrixProperties]:
-    """The basic level's block itself, to be read or changed in place; the fields behind `keepSymbolsWhenRemoveOverdeterminedElements` are not in use. Result: part of the matrix, as long as it lives."""
+    """The basic level's block itself, to be read or changed in place. The fields after `keepSymbolsWhenRemoveOverdeterminedElements` are not used. Result: part of the matrix, as long as it lives."""
 def s_initGlobalSymbolParameters(matrix: Any) -> None:
-    """Sets the symbol level's block back to its first values."""
+    """Sets the symbol level's block back to its initial values."""
 def s_getGlobalSymbolMatrixType(matrix: Any) -> int:
     """Reads what the sub-matrix holds, as the symbol level's block has it: 0 anything, 1 MIDI note and time, 2 integers or symbols, 3 text, 4 MIDI with duration, 5 MIDI with duration and sound (ZQMatrixType...)."""
 def s_setGlobalSymbolMatrixType(matrix: Any, matrixType: int) -> None:
     """Sets what the sub-matrix holds in the symbol level's block: 0 anything, 1 MIDI note and time, 2 integers or symbols, 3 text, 4 MIDI with duration, 5 MIDI with duration and sound (ZQMatrixType...). Stored as it is."""
 def s_getGlobalSymbolAllowLargeIndices(matrix: Any) -> int:
-    """Reads how wide an item of an index vector is, as the symbol level's block has it: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four."""
+    """Reads how an item is stored in an index vector, as the symbol level's block has it: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four."""
 def s_setGlobalSymbolAllowLargeIndices(matrix: Any, allowLargeIndices: int) -> None:
-    """Sets how wide an item of an index vector is in the symbol level's block: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four. Stored as it is."""
+    """Sets how an item is stored in an index vector in the symbol level's block: 0 as `coordinateDimension` integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four. Stored as it is."""
 def s_getGlobalSymbolCoordinateDimension(matrix: Any) -> int:
-    """Reads the integers of one item, as the symbol level's block has it: 0 to 64."""
+    """Reads the number of integers of one item, as the symbol level's block has it: 0 to 64."""
 def s_setGlobalSymbolCoordinateDimension(matrix: Any, coordinateDimension: int) -> None:
-    """Sets the integers of one item in the symbol level's block: 0 to 64. Stored as it is."""
+    """Sets the number of integers of one item in the symbol level's block: 0 to 64. Stored as it is."""
 def s_getGlobalSymbolMemorySearchMethod(matrix: Any) -> int:
-    """Reads how the store looks for a free slot, as the symbol level's block has it: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end."""
+    """Reads how the store searches for a free slot, as the symbol level's block has it: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot."""
 def s_setGlobalSymbolMemorySearchMethod(matrix: Any, memorySearchMethod: int) -> None:
-    """Sets how the store looks for a free slot in the symbol level's block: 0 from a random slot, 1 from the last one found, 2 from a random slot in use, 3 from the low end. Stored as it is."""
+    """Sets how the store searches for a free slot in the symbol level's block: 0 from a random slot, 1 from the last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot. Stored as it is."""
 def s_getGlobalSymbolIsPhraseMatrix(matrix: Any) -> int:
-    """Reads whether the sub-matrix holds every phrase of what it learned, as the symbol level's block has it: 1 it does, as all learning needs it, 0 it is a plain store."""
+    """Reads whether the sub-matrix learns, as the symbol level's block has it: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store."""
 def s_setGlobalSymbolIsPhraseMatrix(matrix: Any, isPhraseMatrix: int) -> None:
-    """Sets whether the sub-matrix holds every phrase of what it learned in the symbol level's block: 1 it does, as all learning needs it, 0 it is a plain store. Stored as it is."""
+    """Sets whether the sub-matrix learns in the symbol level's block: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store. Stored as it is."""
 def s_getGlobalSymbolPreProcessingType(matrix: Any) -> int:
-    """Reads what is done to a sequence before it is learned, as the symbol level's block has it: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
+    """Reads how a sequence is preprocessed before it is learned, as the symbol level's block has it: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes."""
 def s_setGlobalSymbolPreProcessingType(matrix: Any, preProcessingType: int) -> None:
-    """Sets what is done to a sequence before it is learned in the symbol level's block: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is."""
+    """Sets how a sequence is preprocessed before it is learned in the symbol level's block: 0 not at all, 1 to 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is."""
 def s_getGlobalSymbolMaxPhraseLengthForUpdateWithSequence(matrix: Any) -> int:
     """Reads the longest phrase that learning writes, in items, as the symbol level's block has it: 1 or more."""
 def s_setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(matrix: Any, maxPhraseLengthForUpdateWithSequence: int) -> None:
@@ -1953,29 +1953,29 @@ def s_setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(matrix: Any, maxPhrase
 def s_setGlobalSymbolMaxPhraseLengthForUpdateWithSequence_Medium(matrix: Any, maxPhraseLengthForUpdateWithSequence: int) -> None:
     """Sets the longest phrase that learning writes, in items in the symbol level's block: 1 or more. Stored as it is."""
 def s_getGlobalSymbolUseStartOfSequence(matrix: Any) -> int:
-    """Reads whether learning marks what begins a sequence, as the symbol level's block has it: 1 or 0."""
+    """Reads whether learning marks the phrase that begins a sequence, as the symbol level's block has it: 1 or 0."""
 def s_setGlobalSymbolUseStartOfSequence(matrix: Any, useStartOfSequence: int) -> None:
-    """Sets whether learning marks what begins a sequence in the symbol level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning marks the phrase that begins a sequence in the symbol level's block: 1 or 0. Stored as it is."""
 def s_setGlobalSymbolUseStartOfSequence_Medium(matrix: Any, useStartOfSequence: int) -> None:
-    """Sets whether learning marks what begins a sequence in the symbol level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning marks the phrase that begins a sequence in the symbol level's block: 1 or 0. Stored as it is."""
 def s_getGlobalSymbolUseEndOfSequence(matrix: Any) -> int:
-    """Reads whether learning marks what ends a sequence, as the symbol level's block has it: 1 or 0."""
+    """Reads whether learning marks the phrases that end a sequence, as the symbol level's block has it: 1 or 0."""
 def s_setGlobalSymbolUseEndOfSequence(matrix: Any, useEndOfSequence: int) -> None:
-    """Sets whether learning marks what ends a sequence in the symbol level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning marks the phrases that end a sequence in the symbol level's block: 1 or 0. Stored as it is."""
 def s_setGlobalSymbolUseEndOfSequence_Medium(matrix: Any, useEndOfSequence: int) -> None:
-    """Sets whether learning marks what ends a sequence in the symbol level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning marks the phrases that end a sequence in the symbol level's block: 1 or 0. Stored as it is."""
 def s_getGlobalSymbolUsePhrasesForUpdateMatrixWithLongANSIText(matrix: Any) -> int:
-    """Reads whether a text is cut into sentences, each learned as a sequence, as the symbol level's block has it: 1 it is, 0 the text is one sequence."""
+    """Reads whether a text is split into sentences, each learned as a sequence, as the symbol level's block has it: 1 it is, 0 the text is one sequence."""
 def s_setGlobalSymbolUsePhrasesForUpdateMatrixWithLongANSIText(matrix: Any, usePhrasesForUpdateMatrixWithLongANSIText: int) -> None:
-    """Sets whether a text is cut into sentences, each learned as a sequence in the symbol level's block: 1 it is, 0 the text is one sequence. Stored as it is."""
+    """Sets whether a text is split into sentences, each learned as a sequence in the symbol level's block: 1 it is, 0 the text is one sequence. Stored as it is."""
 def s_getGlobalSymbolSkillOutputLevel(matrix: Any) -> int:
-    """Reads the longest context that a continuation looks at, in integers of an index vector, as the symbol level's block has it: 0 or more."""
+    """Reads the longest context that a continuation uses, in integers of an index vector, as the symbol level's block has it: 0 or more."""
 def s_setGlobalSymbolSkillOutputLevel(matrix: Any, skillOutputLevel: int) -> None:
-    """Sets the longest context that a continuation looks at, in integers of an index vector in the symbol level's block: 0 or more. Stored as it is."""
+    """Sets the longest context that a continuation uses, in integers of an index vector in the symbol level's block: 0 or more. Stored as it is."""
 def s_getGlobalSymbolSuccessorMethod(matrix: Any) -> int:
-    """Reads how the next item is chosen, as the symbol level's block has it: 1 the most probable, 2 the middle one of the list, 3 drawn by probability."""
+    """Reads how the next item is chosen, as the symbol level's block has it: 1 the most probable, 2 the middle one of the list, 3 at random by probability."""
 def s_setGlobalSymbolSuccessorMethod(matrix: Any, successorMethod: int) -> None:
-    """Sets how the next item is chosen in the symbol level's block: 1 the most probable, 2 the middle one of the list, 3 drawn by probability. Stored as it is."""
+    """Sets how the next item is chosen in the symbol level's block: 1 the most probable, 2 the middle one of the list, 3 at random by probability. Stored as it is."""
 def s_getGlobalSymbolRestartWithTrueStartItem(matrix: Any) -> int:
     """Reads whether a new sequence begins with an item that began a learned one, as the symbol level's block has it: 1 or 0."""
 def s_setGlobalSymbolRestartWithTrueStartItem(matrix: Any, restartWithTrueStartItem: int) -> None:
@@ -1985,29 +1985,29 @@ def s_getGlobalSymbolEnableStopItem(matrix: Any) -> int:
 def s_setGlobalSymbolEnableStopItem(matrix: Any, enableStopItem: int) -> None:
     """Sets whether reading out stops where learned sequences stopped in the symbol level's block: 1 or 0. Stored as it is."""
 def s_getGlobalSymbolIncludeOverdeterminedRules(matrix: Any) -> int:
-    """Reads whether learning also writes phrases that a shorter one already decides, as the symbol level's block has it: 1 or 0."""
+    """Reads whether learning also writes phrases whose last item a shorter context already determines, as the symbol level's block has it: 1 or 0."""
 def s_setGlobalSymbolIncludeOverdeterminedRules(matrix: Any, includeOverdeterminedRules: int) -> None:
-    """Sets whether learning also writes phrases that a shorter one already decides in the symbol level's block: 1 or 0. Stored as it is."""
+    """Sets whether learning also writes phrases whose last item a shorter context already determines in the symbol level's block: 1 or 0. Stored as it is."""
 def s_getGlobalSymbolAddUpdateInfo(matrix: Any) -> int:
-    """Reads whether updates are kept as a history in the matrix file, as the symbol level's block has it: 1 or 0."""
+    """Reads whether updates are stored as a history in the matrix file, as the symbol level's block has it: 1 or 0."""
 def s_setGlobalSymbolAddUpdateInfo(matrix: Any, addUpdateInfo: int) -> None:
-    """Sets whether updates are kept as a history in the matrix file in the symbol level's block: 1 or 0. Stored as it is."""
+    """Sets whether updates are stored as a history in the matrix file in the symbol level's block: 1 or 0. Stored as it is."""
 def s_getGlobalSymbolAddSequenceToUpdateInfo(matrix: Any) -> int:
-    """Reads whether that history keeps the learned sequences too, as the symbol level's block has it: 1 or 0."""
+    """Reads whether that history contains the learned sequences, too, as the symbol level's block has it: 1 or 0."""
 def s_setGlobalSymbolAddSequenceToUpdateInfo(matrix: Any, addSequenceToUpdateInfo: int) -> None:
-    """Sets whether that history keeps the learned sequences too in the symbol level's block: 1 or 0. Stored as it is."""
+    """Sets whether that history contains the learned sequences, too in the symbol level's block: 1 or 0. Stored as it is."""
 def s_getGlobalSymbolAddSequenceToUpdateInfoMode(matrix: Any) -> int:
-    """Reads what a further sequence does to the one kept, as the symbol level's block has it: 0 replaces it, 1 is appended to it."""
+    """Reads how a further sequence is added to that history, as the symbol level's block has it: 0 it replaces the one stored, 1 it is appended to it."""
 def s_setGlobalSymbolAddSequenceToUpdateInfoMode(matrix: Any, addSequenceToUpdateInfoMode: int) -> None:
-    """Sets what a further sequence does to the one kept in the symbol level's block: 0 replaces it, 1 is appended to it. Stored as it is."""
+    """Sets how a further sequence is added to that history in the symbol level's block: 0 it replaces the one stored, 1 it is appended to it. Stored as it is."""
 def s_getGlobalSymbolMidiTimeSignatureNom(matrix: Any) -> int:
-    """Reads the numerator of the time signature, as the symbol level's block has it: 0 for none."""
+    """Reads the numerator of the time signature, as the symbol level's block has it: 0 if there is none."""
 def s_setGlobalSymbolMidiTimeSignatureNom(matrix: Any, midiTimeSignatureNom: int) -> None:
-    """Sets the numerator of the time signature in the symbol level's block: 0 for none. Stored as it is."""
+    """Sets the numerator of the time signature in the symbol level's block: 0 if there is none. Stored as it is."""
 def s_getGlobalSymbolMidiTimeSignatureDenom(matrix: Any) -> int:
-    """Reads the denominator of the time signature, as the symbol level's block has it: 0 for none."""
+    """Reads the denominator of the time signature, as the symbol level's block has it: 0 if there is none."""
 def s_setGlobalSymbolMidiTimeSignatureDenom(matrix: Any, midiTimeSignatureDenom: int) -> None:
-    """Sets the denominator of the time signature in the symbol level's block: 0 for none. Stored as it is."""
+    """Sets the denominator of the time signature in the symbol level's block: 0 if there is none. Stored as it is."""
 def s_getGlobalSymbolLanguage(matrix: Any) -> int:
     """Reads the language of a text, as the symbol level's block has it: 0 not known, 1 German, 2 English, 3 French, 4 Spanish (ZQLanguage...)."""
 def s_setGlobalSymbolLanguage(matrix: Any, language: int) -> None:
@@ -2033,53 +2033,53 @@ def s_getGlobalSymbolMidiTrackAnalyze(matrix: Any) -> int:
 def s_setGlobalSymbolMidiTrackAnalyze(matrix: Any, midiTrackAnalyze: int) -> None:
     """Sets what a music feed does with several tracks in the symbol level's block: 0 each alone, 1 all merged, 2 each alone and all merged. Stored as it is."""
 def s_getGlobalSymbolMusicStyle(matrix: Any) -> int:
-    """Reads the style of the music, as the symbol level's block has it: 0 not set, any other value is the caller's own."""
+    """Reads the style of the music, as the symbol level's block has it: 0 not set, any other value is defined by the host."""
 def s_setGlobalSymbolMusicStyle(matrix: Any, musicStyle: int) -> None:
-    """Sets the style of the music in the symbol level's block: 0 not set, any other value is the caller's own. Stored as it is."""
+    """Sets the style of the music in the symbol level's block: 0 not set, any other value is defined by the host. Stored as it is."""
 def s_getGlobalSymbolKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any) -> int:
-    """Reads whether pruning spares phrases that are symbols, as the symbol level's block has it: 1 or 0."""
+    """Reads whether pruning keeps phrases that have a symbol, as the symbol level's block has it: 1 or 0."""
 def s_setGlobalSymbolKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any, keepSymbolsWhenRemoveOverdeterminedElements: int) -> None:
-    """Sets whether pruning spares phrases that are symbols in the symbol level's block: 1 or 0. Stored as it is."""
+    """Sets whether pruning keeps phrases that have a symbol in the symbol level's block: 1 or 0. Stored as it is."""
 def s_getGlobalSymbolMidiChannelFilterArray(matrix: Any) -> _Pointer[c_char]:
-    """The channel filter of the symbol level's block. Result: 16 bytes that belong to the matrix."""
+    """The channel filter of the symbol level's block. Result: 16 bytes that belong to the matrix, one per channel."""
 def s_setGlobalSymbolMidiChannelFilterArray(matrix: Any, midiChannelFilter: Optional[bytes]) -> None:
-    """Sets the channel filter of the symbol level's block. `midiChannelFilter`: 16 bytes."""
+    """Sets the channel filter of the symbol level's block. `midiChannelFilter`: 16 bytes, one per channel."""
 def s_getGlobalSymbolNameOfUpdateFile(matrix: Any) -> _Pointer[c_char]:
-    """The name of the update file in the symbol level's block. It belongs to the matrix; a name of 256 characters fills it without a terminator."""
+    """The name of the update file in the symbol level's block. The text belongs to the matrix; a name of 256 characters has no terminator."""
 def s_setGlobalSymbolNameOfUpdateFile(matrix: Any, name: Optional[bytes]) -> None:
-    """Sets the name of the update file in the symbol level's block, at most 256 characters."""
+    """Sets the name of the update file in the symbol level's block. At most 256 characters are kept; null changes nothing."""
 def s_getGlobalSymbolMatrixProperties(matrix: Any) -> _Pointer[ZQMatrixProperties]:
     """The symbol level's block itself, to be read or changed in place. Result: part of the matrix, as long as it lives."""
 def s_setDefaultMatrixPropertiesForSymbols(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for symbols: type 2, one coordinate, no preprocessing. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for symbols: type 2, one coordinate, no preprocessing. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForSymbols_Medium(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for symbols: type 2, one coordinate, no preprocessing. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for symbols: type 2, one coordinate, no preprocessing. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for music as note and time: type 1, two coordinates, differences of both. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for music as note and time: type 1, two coordinates, differences of both. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta_Medium(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for music as note and time: type 1, two coordinates, differences of both. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for music as note and time: type 1, two coordinates, differences of both. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta_Medium(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForMIDIElementsTriple_NDMT(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for music with durations: type 4, three coordinates, preprocessing 1003. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for music with durations: type 4, three coordinates, preprocessing 1003. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForMIDIElementsTriple_NDMT_Medium(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for music with durations: type 4, three coordinates, preprocessing 1003. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for music with durations: type 4, three coordinates, preprocessing 1003. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for music with durations and sounds: type 5, four coordinates, preprocessing 1004. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for music with durations and sounds: type 5, four coordinates, preprocessing 1004. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS_Medium(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for music with durations and sounds: type 5, four coordinates, preprocessing 1004. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for music with durations and sounds: type 5, four coordinates, preprocessing 1004. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForANSIText(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for text: type 3, one coordinate, preprocessing 1000. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for text: type 3, one coordinate, preprocessing 1000. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForANSIText_Medium(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for text: type 3, one coordinate, preprocessing 1000. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for text: type 3, one coordinate, preprocessing 1000. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForIntegerSeries(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for integer series: type 2, one coordinate. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for integer series: type 2, one coordinate. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForIntegerSeries_Medium(matrix: Any, nameOfUpdateFile: Optional[bytes]) -> None:
-    """Sets the current sub-matrix up for integer series: type 2, one coordinate. `nameOfUpdateFile` is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up for integer series: type 2, one coordinate. `nameOfUpdateFile` becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setDefaultMatrixPropertiesForRandomReadWrite_Base(matrix: Any) -> None:
-    """Sets the current sub-matrix up as a random read and write store. On a sub-matrix that is not empty it prints at level 0 and changes nothing."""
+    """Sets the current sub-matrix up as a random read and write store. If the sub-matrix is not empty, it prints at level 0 and changes nothing."""
 def s_setGlobalDefaultMatrixPropertiesForSymbols(matrix: Any) -> None:
     """Sets the basic level's block up for symbols: type 2, one coordinate, no preprocessing. The name of the update file becomes empty."""
 def s_setGlobalDefaultMatrixPropertiesForSymbols_Medium(matrix: Any) -> None:
@@ -2109,507 +2109,507 @@ def s_setGlobalDefaultMatrixPropertiesForIntegerSeries(matrix: Any) -> None:
 def s_setGlobalDefaultMatrixPropertiesForIntegerSeries_Medium(matrix: Any) -> None:
     """Sets the basic level's block up for integer series: type 2, one coordinate. The name of the update file becomes empty."""
 def s_setGlobalSymbolDefaultMatrixPropertiesForSymbols(matrix: Any) -> None:
-    """Sets the symbol level's block up for symbols; without it the symbol level is set up by its own defaults."""
+    """Sets the symbol level's block up for symbols. Deriving symbols uses this block only if it passes the check for symbols, else the defaults of the profile."""
 def s_applyGlobalMatrixProperties(matrix: Any) -> None:
-    """Sets the current sub-matrix to the basic level's block, by the sub-matrix's own setters: one that refuses prints and keeps its value."""
+    """Sets the current sub-matrix to the values of the basic level's block through its setters. A setter that refuses a value prints and keeps the old one."""
 def s_applyGlobalMatrixProperties_Medium(matrix: Any) -> None:
-    """Sets the current sub-matrix to the basic level's block, by the sub-matrix's own setters: one that refuses prints and keeps its value."""
+    """Sets the current sub-matrix to the values of the basic level's block through its setters. A setter that refuses a value prints and keeps the old one."""
 def s_applyGlobalSymbolMatrixProperties(matrix: Any) -> None:
-    """Sets the current sub-matrix to the symbol level's block, by the sub-matrix's own setters: one that refuses prints and keeps its value."""
+    """Sets the current sub-matrix to the values of the symbol level's block through its setters. A setter that refuses a value prints and keeps the old one."""
 def s_checkMatrixPropertiesForSymbols(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit symbols: type 2, one coordinate, no preprocessing. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit symbols: type 2, one coordinate, no preprocessing. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForSymbols_Medium(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit symbols: type 2, one coordinate, no preprocessing. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit symbols: type 2, one coordinate, no preprocessing. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit music as note and time: type 1, two coordinates, differences of both. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit music as note and time: type 1, two coordinates, differences of both. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta_Medium(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit music as note and time: type 1, two coordinates, differences of both. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit music as note and time: type 1, two coordinates, differences of both. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta_Medium(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForMIDIElementsTriple_NDMT(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit music with durations: type 4, three coordinates, preprocessing 1003. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit music with durations: type 4, three coordinates, preprocessing 1003. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForMIDIElementsTriple_NDMT_Medium(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit music with durations: type 4, three coordinates, preprocessing 1003. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit music with durations: type 4, three coordinates, preprocessing 1003. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit music with durations and sounds: type 5, four coordinates, preprocessing 1004. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit music with durations and sounds: type 5, four coordinates, preprocessing 1004. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS_Medium(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit music with durations and sounds: type 5, four coordinates, preprocessing 1004. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit music with durations and sounds: type 5, four coordinates, preprocessing 1004. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForANSIText(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit text: type 3, one coordinate, preprocessing 1000. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit text: type 3, one coordinate, preprocessing 1000. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForANSIText_Medium(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit text: type 3, one coordinate, preprocessing 1000. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit text: type 3, one coordinate, preprocessing 1000. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForIntegerSeries(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit integer series: type 2, one coordinate. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit integer series: type 2, one coordinate. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkMatrixPropertiesForIntegerSeries_Medium(matrix: Any) -> int:
-    """Checks whether the settings of the current sub-matrix fit integer series: type 2, one coordinate. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the settings of the current sub-matrix fit integer series: type 2, one coordinate. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForSymbols(matrix: Any) -> int:
-    """Checks whether the basic level's block fits symbols: type 2, one coordinate, no preprocessing. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits symbols: type 2, one coordinate, no preprocessing. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForSymbols_Medium(matrix: Any) -> int:
-    """Checks whether the basic level's block fits symbols: type 2, one coordinate, no preprocessing. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits symbols: type 2, one coordinate, no preprocessing. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(matrix: Any) -> int:
-    """Checks whether the basic level's block fits music as note and time: type 1, two coordinates, differences of both. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits music as note and time: type 1, two coordinates, differences of both. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta_Medium(matrix: Any) -> int:
-    """Checks whether the basic level's block fits music as note and time: type 1, two coordinates, differences of both. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits music as note and time: type 1, two coordinates, differences of both. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(matrix: Any) -> int:
-    """Checks whether the basic level's block fits music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta_Medium(matrix: Any) -> int:
-    """Checks whether the basic level's block fits music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits music as interval and place in the bar: type 1, two coordinates, preprocessing 1002. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT(matrix: Any) -> int:
-    """Checks whether the basic level's block fits music with durations: type 4, three coordinates, preprocessing 1003. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits music with durations: type 4, three coordinates, preprocessing 1003. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT_Medium(matrix: Any) -> int:
-    """Checks whether the basic level's block fits music with durations: type 4, three coordinates, preprocessing 1003. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits music with durations: type 4, three coordinates, preprocessing 1003. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(matrix: Any) -> int:
-    """Checks whether the basic level's block fits music with durations and sounds: type 5, four coordinates, preprocessing 1004. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits music with durations and sounds: type 5, four coordinates, preprocessing 1004. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS_Medium(matrix: Any) -> int:
-    """Checks whether the basic level's block fits music with durations and sounds: type 5, four coordinates, preprocessing 1004. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits music with durations and sounds: type 5, four coordinates, preprocessing 1004. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForANSIText(matrix: Any) -> int:
-    """Checks whether the basic level's block fits text: type 3, one coordinate, preprocessing 1000. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits text: type 3, one coordinate, preprocessing 1000. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForANSIText_Medium(matrix: Any) -> int:
-    """Checks whether the basic level's block fits text: type 3, one coordinate, preprocessing 1000. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits text: type 3, one coordinate, preprocessing 1000. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForIntegerSeries(matrix: Any) -> int:
-    """Checks whether the basic level's block fits integer series: type 2, one coordinate. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits integer series: type 2, one coordinate. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalMatrixPropertiesForIntegerSeries_Medium(matrix: Any) -> int:
-    """Checks whether the basic level's block fits integer series: type 2, one coordinate. Result: 1, or 0 with a message that names the first one that does not."""
+    """Checks whether the basic level's block fits integer series: type 2, one coordinate. Result: 1 if they fit; 0, with a message that names the first setting that doesn't."""
 def s_checkGlobalSymbolMatrixPropertiesForSymbols(matrix: Any) -> int:
-    """Checks whether the symbol level's block fits symbols. Result: 1, or 0, with a message in most cases."""
+    """Checks whether the symbol level's block fits symbols. Result: 1 if it fits; 0 if it doesn't, in most cases with a message."""
 def s_saveMatrixToDisk(matrix: Any, path: Optional[bytes]) -> int:
-    """Saves the matrix. A save that fails leaves the file that was there. Result: 1 saved; -1, with a message, if the file can't be written."""
+    """Saves the matrix to a file. A save that fails leaves an existing file unchanged. Result: 1 saved; -1, with a message, if the file can't be written."""
 def s_saveMatrixToDisk_Medium(matrix: Any, path: Optional[bytes]) -> int:
-    """Saves the matrix. A save that fails leaves the file that was there. Result: 1 saved; -1, with a message, if the file can't be written."""
+    """Saves the matrix to a file. A save that fails leaves an existing file unchanged. Result: 1 saved; -1, with a message, if the file can't be written."""
 def s_saveMatrixToDisk_Base(matrix: Any, path: Optional[bytes]) -> int:
-    """Saves the matrix. A save that fails leaves the file that was there. Result: 1 saved; -1, with a message, if the file can't be written."""
+    """Saves the matrix to a file. A save that fails leaves an existing file unchanged. Result: 1 saved; -1, with a message, if the file can't be written."""
 def s_getMatrixInfoTypeFromFile(path: Optional[bytes]) -> int:
-    """Looks which tier a matrix file holds. Result: 0 base, 1 medium, 2 full; -1 no matrix file; -2 it can't be opened."""
+    """Finds the tier of the matrix in a file. Result: 0 base, 1 medium, 2 full; -1 not a matrix file; -2 the file can't be opened."""
 def s_readMatrixUpdateInfos(matrix: Any, count: Any) -> None:
-    """Loads the history of updates from the file that the matrix was read from. `count` gets the number of its records, 0 for none or a file that is gone."""
+    """Loads the history of updates from the file that the matrix was read from. `count` gets the number of its records, 0 if there are none or the file no longer exists."""
 def s_readMatrixUpdateInfos_Medium(matrix: Any, count: Any) -> None:
-    """Loads the history of updates from the file that the matrix was read from. `count` gets the number of its records, 0 for none or a file that is gone."""
+    """Loads the history of updates from the file that the matrix was read from. `count` gets the number of its records, 0 if there are none or the file no longer exists."""
 def s_readMatrixUpdateInfos_Base(matrix: Any, count: Any) -> None:
-    """Loads the history of updates from the file that the matrix was read from. `count` gets the number of its records, 0 for none or a file that is gone."""
+    """Loads the history of updates from the file that the matrix was read from. `count` gets the number of its records, 0 if there are none or the file no longer exists."""
 def s_getMatrixUpdateInfo(matrix: Any, index: int) -> _Pointer[ZQMatrixInfo]:
-    """A loaded record of the history. `index`: 0 up to, not including, the count of `s_readMatrixUpdateInfos`. Result: the record, which belongs to the matrix until `s_deleteMatrixUpdateInfos`; null, with a message at level 0, if it is not loaded or out of range."""
+    """A loaded record of the history. `index`: 0 up to, not including, the count of `s_readMatrixUpdateInfos`. Result: the record, which belongs to the matrix until `s_deleteMatrixUpdateInfos`; null, with a message at level 0, if the history is not loaded or the index is out of range."""
 def s_getMatrixUpdateInfo_Medium(matrix: Any, index: int) -> _Pointer[ZQMatrixMediumInfo]:
-    """A loaded record of the history. `index`: 0 up to, not including, the count of `s_readMatrixUpdateInfos`. Result: the record, which belongs to the matrix until `s_deleteMatrixUpdateInfos`; null, with a message at level 0, if it is not loaded or out of range."""
+    """A loaded record of the history. `index`: 0 up to, not including, the count of `s_readMatrixUpdateInfos`. Result: the record, which belongs to the matrix until `s_deleteMatrixUpdateInfos`; null, with a message at level 0, if the history is not loaded or the index is out of range."""
 def s_getMatrixUpdateInfo_Base(matrix: Any, index: int) -> _Pointer[ZQMatrixBaseInfo]:
-    """A loaded record of the history. `index`: 0 up to, not including, the count of `s_readMatrixUpdateInfos`. Result: the record, which belongs to the matrix until `s_deleteMatrixUpdateInfos`; null, with a message at level 0, if it is not loaded or out of range."""
+    """A loaded record of the history. `index`: 0 up to, not including, the count of `s_readMatrixUpdateInfos`. Result: the record, which belongs to the matrix until `s_deleteMatrixUpdateInfos`; null, with a message at level 0, if the history is not loaded or the index is out of range."""
 def s_deleteMatrixUpdateInfos(matrix: Any) -> None:
-    """Releases the loaded history. Its records end here."""
+    """Releases the loaded history. Pointers to its records become invalid."""
 def s_deleteMatrixUpdateInfos_Medium(matrix: Any) -> None:
-    """Releases the loaded history. Its records end here."""
+    """Releases the loaded history. Pointers to its records become invalid."""
 def s_deleteMatrixUpdateInfos_Base(matrix: Any) -> None:
-    """Releases the loaded history. Its records end here."""
+    """Releases the loaded history. Pointers to its records become invalid."""
 def s_getPreProcessedSequenceFromOriginalSequence(matrix: Any, originalSequence: Any, length: int, resultLength: Any) -> _Pointer[c_int]:
-    """Preprocesses a flat sequence of `length` integers, item after item. `resultLength` gets the integers of the result. Result: a new array, to be released with `s_Free`, even when `resultLength` is 0; null for an empty sequence, with a message at level 0, or a type or length that yields nothing."""
+    """Preprocesses a flat sequence of `length` integers, item after item. `resultLength` gets the integers of the result. Result: a new array, to be released with `s_Free`, even when `resultLength` is 0; null for an empty sequence, with a message at level 0, for a type or length without a result, or if memory is exhausted."""
 def s_getPreProcessedSequenceFromOriginalSequence_Medium(matrix: Any, originalSequence: Any, length: int, resultLength: Any) -> _Pointer[c_int]:
-    """Preprocesses a flat sequence of `length` integers, item after item. `resultLength` gets the integers of the result. Result: a new array, to be released with `s_Free`, even when `resultLength` is 0; null for an empty sequence, with a message at level 0, or a type or length that yields nothing."""
+    """Preprocesses a flat sequence of `length` integers, item after item. `resultLength` gets the integers of the result. Result: a new array, to be released with `s_Free`, even when `resultLength` is 0; null for an empty sequence, with a message at level 0, for a type or length without a result, or if memory is exhausted."""
 def s_getLongLongPreProcessedSequenceFromOriginalSequence(matrix: Any, originalSequence: Any, length: int, resultLength: Any) -> _Pointer[c_longlong]:
-    """The same for 64-bit values, with the differences (0 to 999), 1001 and the number codes from 1016 alone. Result: a new array, to be released with `s_Free`; null for any other type, with `resultLength` as it was."""
+    """The same for 64-bit values. Only the types 0 to 999 (differences), 1001 and 1016 to 1020 (number codes) are supported. Result: a new array, to be released with `s_Free`; null for any other type. With null, `resultLength` is 0 or unchanged."""
 def s_getLongLongPreProcessedSequenceFromOriginalSequence_Medium(matrix: Any, originalSequence: Any, length: int, resultLength: Any) -> _Pointer[c_longlong]:
-    """The same for 64-bit values, with the differences (0 to 999), 1001 and the number codes from 1016 alone. Result: a new array, to be released with `s_Free`; null for any other type, with `resultLength` as it was."""
+    """The same for 64-bit values. Only the types 0 to 999 (differences), 1001 and 1016 to 1020 (number codes) are supported. Result: a new array, to be released with `s_Free`; null for any other type. With null, `resultLength` is 0 or unchanged."""
 def s_getOriginalSequenceFromPreProcessedSequence(matrix: Any, start: Any, lengthOfStart: int, capacity: int, preProcessed: Any, lengthOfPreProcessed: int, resultLength: Any, inPlace: int) -> _Pointer[c_int]:
-    """Undoes the preprocessing of a flat sequence. `start`: the original items before the first preprocessed one. Lengths and `capacity`, the room in `start`, count integers. `inPlace`: 1 writes the result into `start` and returns it, else the result is a new array, to be released with `s_Free`. `resultLength` gets the integers. Result: null, with `resultLength` 0, if an input is missing or too short or the room too small."""
+    """Undoes the preprocessing of a flat sequence. `start`: the original items before the first preprocessed one. Lengths and `capacity`, the room in `start`, count integers. `inPlace`: 1 writes the result into `start` and returns it, else the result is a new array, to be released with `s_Free`. `resultLength` gets the number of integers. Result: null, with `resultLength` 0, if an input is null or too short, the room too small, or memory exhausted."""
 def s_getOriginalSequenceFromPreProcessedSequence_Medium(matrix: Any, start: Any, lengthOfStart: int, capacity: int, preProcessed: Any, lengthOfPreProcessed: int, resultLength: Any, inPlace: int) -> _Pointer[c_int]:
-    """Undoes the preprocessing of a flat sequence. `start`: the original items before the first preprocessed one. Lengths and `capacity`, the room in `start`, count integers. `inPlace`: 1 writes the result into `start` and returns it, else the result is a new array, to be released with `s_Free`. `resultLength` gets the integers. Result: null, with `resultLength` 0, if an input is missing or too short or the room too small."""
+    """Undoes the preprocessing of a flat sequence. `start`: the original items before the first preprocessed one. Lengths and `capacity`, the room in `start`, count integers. `inPlace`: 1 writes the result into `start` and returns it, else the result is a new array, to be released with `s_Free`. `resultLength` gets the number of integers. Result: null, with `resultLength` 0, if an input is null or too short, the room too small, or memory exhausted."""
 def s_getPreProcessedObjexSequenceFromOriginalObjexSequence(matrix: Any, objex: Any, count: int, resultCount: Any) -> Any:
-    """Preprocesses a sequence of `count` items, each a pointer to `coordinateDimension` integers. `resultCount` gets the items of the result. Result: one new block, pointers first, to be released with `s_Free`; null, with `resultCount` 0, if nothing results."""
+    """Preprocesses a sequence of `count` items, each a pointer to `coordinateDimension` integers. `resultCount` gets the number of items of the result. Result: one new block, pointers first, to be released with `s_Free`; null, with `resultCount` 0, if there is no result."""
 def s_getPreProcessedObjexSequenceFromOriginalObjexSequence_Medium(matrix: Any, objex: Any, count: int, resultCount: Any) -> Any:
-    """Preprocesses a sequence of `count` items, each a pointer to `coordinateDimension` integers. `resultCount` gets the items of the result. Result: one new block, pointers first, to be released with `s_Free`; null, with `resultCount` 0, if nothing results."""
+    """Preprocesses a sequence of `count` items, each a pointer to `coordinateDimension` integers. `resultCount` gets the number of items of the result. Result: one new block, pointers first, to be released with `s_Free`; null, with `resultCount` 0, if there is no result."""
 def s_getOriginalObjexSequenceFromPreProcessedObjexSequence(matrix: Any, start: Any, countOfStart: int, capacity: int, preProcessed: Any, countOfPreProcessed: int, resultCount: Any, inPlace: int) -> Any:
-    """Undoes the preprocessing of a sequence of items. `start`: the original items before the first preprocessed one. Counts and `capacity`, the room in `start`, count items. `inPlace`: 1 writes the result into `start` and returns it, else the result is one new block, to be released with `s_Free`. `preProcessed` is used up. `resultCount` gets the items. Result: null, with `resultCount` 0, if an input is missing or too short or the room too small."""
+    """Undoes the preprocessing of a sequence of items. `start`: the original items before the first preprocessed one. Counts and `capacity`, the room in `start`, count items. `inPlace`: 1 writes the result into `start` and returns it, else the result is one new block, to be released with `s_Free`. The items of `preProcessed` are overwritten. `resultCount` gets the number of items. Result: null, with `resultCount` 0, if an input is null or too short, the room too small, or memory exhausted."""
 def s_getOriginalObjexSequenceFromPreProcessedObjexSequence_Medium(matrix: Any, start: Any, countOfStart: int, capacity: int, preProcessed: Any, countOfPreProcessed: int, resultCount: Any, inPlace: int) -> Any:
-    """Undoes the preprocessing of a sequence of items. `start`: the original items before the first preprocessed one. Counts and `capacity`, the room in `start`, count items. `inPlace`: 1 writes the result into `start` and returns it, else the result is one new block, to be released with `s_Free`. `preProcessed` is used up. `resultCount` gets the items. Result: null, with `resultCount` 0, if an input is missing or too short or the room too small."""
+    """Undoes the preprocessing of a sequence of items. `start`: the original items before the first preprocessed one. Counts and `capacity`, the room in `start`, count items. `inPlace`: 1 writes the result into `start` and returns it, else the result is one new block, to be released with `s_Free`. The items of `preProcessed` are overwritten. `resultCount` gets the number of items. Result: null, with `resultCount` 0, if an input is null or too short, the room too small, or memory exhausted."""
 def s_getNextOriginalObjexFromPreProcessedObjex(matrix: Any, objex: Any) -> _Pointer[c_int]:
-    """Turns a preprocessed item into the original item that follows the kernel's original sequence. `objex`: `coordinateDimension` integers, changed in place. Result: the item, `objex` itself or, for ocrons, memory of the matrix until the next item is read; null for null or a type without an inverse."""
+    """Turns a preprocessed item into the original item that follows the kernel's original sequence. `objex`: `coordinateDimension` integers, changed in place. Result: `objex`, or for ocrons an item that belongs to the matrix, valid until the next item is read; null for null, a type without an inverse, or exhausted memory."""
 def s_getNextOriginalObjexFromPreProcessedObjex_Medium(matrix: Any, objex: Any) -> _Pointer[c_int]:
-    """Turns a preprocessed item into the original item that follows the kernel's original sequence. `objex`: `coordinateDimension` integers, changed in place. Result: the item, `objex` itself or, for ocrons, memory of the matrix until the next item is read; null for null or a type without an inverse."""
+    """Turns a preprocessed item into the original item that follows the kernel's original sequence. `objex`: `coordinateDimension` integers, changed in place. Result: `objex`, or for ocrons an item that belongs to the matrix, valid until the next item is read; null for null, a type without an inverse, or exhausted memory."""
 def s_getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(matrix: Any, sequence: Any, index: int, length: int, objex: Any) -> _Pointer[c_int]:
-    """The same, with the original items before it taken from `sequence`, `length` items, up to and including `index`. Result: as above; null, with a message at level 0, for an `index` below 0 where items before are needed."""
+    """The same, with the preceding original items taken from `sequence`, `length` items, up to and including `index`. Result: as above; also null if the type needs preceding items and `index` is not below `length`, or is below 0, with a message at level 0."""
 def s_getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence_Medium(matrix: Any, sequence: Any, index: int, length: int, objex: Any) -> _Pointer[c_int]:
-    """The same, with the original items before it taken from `sequence`, `length` items, up to and including `index`. Result: as above; null, with a message at level 0, for an `index` below 0 where items before are needed."""
+    """The same, with the preceding original items taken from `sequence`, `length` items, up to and including `index`. Result: as above; also null if the type needs preceding items and `index` is not below `length`, or is below 0, with a message at level 0."""
 def s_getFlatSequenceFromObjexSequence(matrix: Any, objex: Any, count: int, length: Any) -> _Pointer[c_int]:
-    """Copies `count` items, each a pointer to `coordinateDimension` integers, into one flat array. `length` gets its integers. Result: a new array, to be released with `s_Free`; null if there is nothing to copy."""
+    """Copies `count` items, each a pointer to `coordinateDimension` integers, into one flat array. `length` gets the number of its integers. Result: a new array, to be released with `s_Free`; null if there is nothing to copy."""
 def s_getFlatSequenceFromObjexSequence_Medium(matrix: Any, objex: Any, count: int, length: Any) -> _Pointer[c_int]:
-    """Copies `count` items, each a pointer to `coordinateDimension` integers, into one flat array. `length` gets its integers. Result: a new array, to be released with `s_Free`; null if there is nothing to copy."""
+    """Copies `count` items, each a pointer to `coordinateDimension` integers, into one flat array. `length` gets the number of its integers. Result: a new array, to be released with `s_Free`; null if there is nothing to copy."""
 def s_getObjexSequenceFromFlatSequence(matrix: Any, flat: Any, length: int, count: Any) -> Any:
-    """Copies a flat array of `length` integers into items. `count` gets their number; integers that fill no item are dropped. Result: one new block, pointers first, to be released with `s_Free`; null, with `count` 0, for nothing."""
+    """Copies a flat array of `length` integers into items. `count` gets their number; integers at the end that don't fill an item are dropped. Result: one new block, pointers first, to be released with `s_Free`; null, with `count` 0, if there is nothing to copy."""
 def s_getObjexSequenceFromFlatSequence_Medium(matrix: Any, flat: Any, length: int, count: Any) -> Any:
-    """Copies a flat array of `length` integers into items. `count` gets their number; integers that fill no item are dropped. Result: one new block, pointers first, to be released with `s_Free`; null, with `count` 0, for nothing."""
+    """Copies a flat array of `length` integers into items. `count` gets their number; integers at the end that don't fill an item are dropped. Result: one new block, pointers first, to be released with `s_Free`; null, with `count` 0, if there is nothing to copy."""
 def createZQMatrixSequenceIndexVector() -> _Pointer[ZQMatrixSequenceIndexVector]:
     """Creates an empty vector: one coordinate, no preprocessing applied (level -1). Result: the vector, or null if memory is exhausted. Delete it with `deleteZQMatrixSequenceIndexVector`."""
 def deleteZQMatrixSequenceIndexVector(vector: Any) -> None:
     """Deletes a vector with all that it owns. Null is ignored."""
 def s_getPreProcessedZQIndexVectorFromOriginalIndexVector(matrix: Any, originalIndexVector: Any) -> _Pointer[ZQMatrixSequenceIndexVector]:
-    """Preprocesses a vector by its own type and dimension, in a spare sub-matrix; the vector stays as it is. Result: a new vector one level up, to be deleted by the caller; null, with a message at level 0, for null or if no sub-matrix is free."""
+    """Preprocesses a vector by its own type and dimension, in a free sub-matrix; the vector is not changed. Result: a new vector one level up, to be deleted by the caller; null, with a message at level 0, for null or if no sub-matrix is free; null if memory is exhausted."""
 def s_getPreProcessedZQIndexVectorFromOriginalIndexVector_Medium(matrix: Any, originalIndexVector: Any) -> _Pointer[ZQMatrixSequenceIndexVector]:
-    """Preprocesses a vector by its own type and dimension, in a spare sub-matrix; the vector stays as it is. Result: a new vector one level up, to be deleted by the caller; null, with a message at level 0, for null or if no sub-matrix is free."""
+    """Preprocesses a vector by its own type and dimension, in a free sub-matrix; the vector is not changed. Result: a new vector one level up, to be deleted by the caller; null, with a message at level 0, for null or if no sub-matrix is free; null if memory is exhausted."""
 def s_getOriginalZQIndexVectorFromPreprocessedIndexVector(matrix: Any, preprocessedIndexVector: Any) -> _Pointer[ZQMatrixSequenceIndexVector]:
-    """Undoes the last preprocessing of a vector, in a spare sub-matrix; the vector stays as it is. Result: a new vector one level down, to be deleted by the caller; null, with a message at level 0, for null, an original vector, one without data or too few original items, or if no sub-matrix is free."""
+    """Undoes the last preprocessing of a vector, in a free sub-matrix; the vector is not changed. Result: a new vector one level down, to be deleted by the caller; null, with a message at level 0, for null, an original vector, one with too few original items or without data, or if no sub-matrix is free; null if memory is exhausted. A vector without data leaves the free sub-matrix the current one."""
 def s_getOriginalZQIndexVectorFromPreprocessedIndexVector_Medium(matrix: Any, preprocessedIndexVector: Any) -> _Pointer[ZQMatrixSequenceIndexVector]:
-    """Undoes the last preprocessing of a vector, in a spare sub-matrix; the vector stays as it is. Result: a new vector one level down, to be deleted by the caller; null, with a message at level 0, for null, an original vector, one without data or too few original items, or if no sub-matrix is free."""
+    """Undoes the last preprocessing of a vector, in a free sub-matrix; the vector is not changed. Result: a new vector one level down, to be deleted by the caller; null, with a message at level 0, for null, an original vector, one with too few original items or without data, or if no sub-matrix is free; null if memory is exhausted. A vector without data leaves the free sub-matrix the current one."""
 def s_getCoordDimension(vector: Any) -> int:
-    """Reads the integers of one item."""
+    """Reads the number of integers of one item."""
 def s_setCoordDimension(vector: Any, dimension: int) -> None:
-    """Sets the integers of one item."""
+    """Sets the number of integers of one item."""
 def s_getLengthOfIndexVector(vector: Any) -> int:
     """Reads the length of the data in integers."""
 def s_getCurrentLevelOfPreprocOperations(vector: Any) -> int:
-    """Reads the level: -1 original, 0 after one preprocessing, and so on."""
+    """Reads the level: -1 for an original vector, 0 after one preprocessing, and so on."""
 def s_setCurrentLevelOfPreprocOperations(vector: Any, level: int) -> None:
-    """Sets the level and makes room for its record. Nothing changes if memory is exhausted."""
+    """Sets the level and makes room for its record. Changes nothing if memory is exhausted."""
 def s_getApplyPreprocessingType(vector: Any) -> int:
     """Reads the type that the next preprocessing will apply."""
 def s_setApplyPreprocessingType(vector: Any, type: int) -> None:
     """Sets the type that the next preprocessing will apply."""
 def s_getIndexVector(vector: Any) -> _Pointer[c_int]:
-    """The data: `s_getLengthOfIndexVector` integers that belong to the vector, until its data changes."""
+    """The data: `s_getLengthOfIndexVector` integers that belong to the vector, valid until its data change."""
 def s_setIndexVector(vector: Any, data: Any, length: int) -> None:
-    """Copies `length` integers into the vector as its data."""
+    """Copies `length` integers into the vector as its data. Changes nothing for null with a `length` above 0, a negative `length`, or if memory is exhausted."""
 def s_setIndexVectorReference(vector: Any, data: Any, length: int) -> int:
-    """Hands `length` integers, a block from `s_Malloc`, over to the vector as its data; what it had is released. Result: 1 taken over; 0 not, and the block stays the caller's."""
+    """Hands `length` integers, a block from `s_Malloc`, over to the vector as its data; its old data are released. Result: 1 taken over; 0 refused, since memory for the vector's own data was exhausted; the block stays the caller's."""
 def s_getIndexItemAtIndex(vector: Any, index: int) -> int:
-    """An integer of the data, or 0 outside it."""
+    """One integer of the data, by its index from 0; 0 for an index out of range."""
 def s_removeAllOriginalSequenceItems(vector: Any) -> None:
     """Releases the original items that the current level keeps for its inverse."""
 def s_addOriginalSequenceItem(vector: Any, item: int) -> None:
-    """Adds an integer to the original items that the current level keeps. Prints and does nothing at level -1 or without a dimension after preprocessing."""
+    """Adds an integer to the original items that the current level keeps. At level -1, or if the level's dimension after preprocessing is not above 0, it prints at level 0 and adds nothing."""
 def s_getOriginalIndexItemAtIndex(vector: Any, index: int) -> int:
-    """An integer of the original items that the current level keeps, or 0 outside them."""
+    """One integer of the original items that the current level keeps, by its index from 0; 0 for an index out of range."""
 def s_getOriginalIndexItems(vector: Any) -> _Pointer[c_int]:
-    """The original items that the current level keeps for its inverse, which belong to the vector, or null."""
+    """The original items that the current level keeps for its inverse, which belong to the vector; null if there are none."""
 def s_getNumberOfOriginalItemsNeededForInversePreProcess(vector: Any) -> int:
-    """The integers of the original items that the current level keeps; -1 if it has no record."""
+    """The number of integers of the original items that the current level keeps; -1 if it has no record."""
 def s_getCoordDimensionAfterPreproc(vector: Any) -> int:
-    """The integers of one item after the current level's preprocessing; -1 if it has no record."""
+    """The number of integers of one item after the current level's preprocessing; -1 if it has no record."""
 def s_setCoordDimensionAfterPreproc(vector: Any, dimension: int) -> None:
-    """Sets the integers of one item after the current level's preprocessing."""
+    """Sets the number of integers of one item after the current level's preprocessing: 0 to 65536; any other value changes nothing."""
 def s_getUsedPreprocessingType(vector: Any) -> int:
     """The type that the current level applied; -1 if it has no record."""
 def s__setUsedPreprocessingType(vector: Any, type: int) -> None:
-    """Sets the type that the current level applied; for one who builds a level by hand."""
+    """Sets the type that the current level applied; for hosts that build a level by hand."""
 def s_setPropertiesFrom(vector: Any, other: Any) -> None:
-    """Copies all but the data from another vector."""
+    """Copies everything except the data from another vector. Null changes nothing."""
 def s_copyFrom(vector: Any, other: Any) -> None:
-    """Copies another vector, data and all."""
+    """Copies another vector including its data. Null changes nothing."""
 def s_updateMatrixWithLongINTSequence(matrix: Any, sequence: Any, numberOfItems: int) -> int:
-    """Learns a sequence with the settings of the current sub-matrix: preprocesses it and counts each of its phrases up to the longest allowed. `sequence`: `numberOfItems` times `coordinateDimension` integers. Reports progress. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, and what was written before stays; -2 memory exhausted."""
+    """Learns a sequence with the settings of the current sub-matrix: preprocesses it and counts each of its phrases up to the longest allowed. `sequence`: `numberOfItems` times `coordinateDimension` integers. Reports progress. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, phrases written before are kept; -2 memory exhausted."""
 def s_updateMatrixWithLongINTSequence_Medium(matrix: Any, sequence: Any, numberOfItems: int) -> int:
-    """Learns a sequence with the settings of the current sub-matrix: preprocesses it and counts each of its phrases up to the longest allowed. `sequence`: `numberOfItems` times `coordinateDimension` integers. Reports progress. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, and what was written before stays; -2 memory exhausted."""
+    """Learns a sequence with the settings of the current sub-matrix: preprocesses it and counts each of its phrases up to the longest allowed. `sequence`: `numberOfItems` times `coordinateDimension` integers. Reports progress. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, phrases written before are kept; -2 memory exhausted."""
 def s_updateMatrixWithLongINTSequenceExt(matrix: Any, sequence: Any, numberOfItems: int, matrixType: int, coordinateDimension: int, preProcessingType: int, allowLargeIndices: int) -> int:
-    """The same with the settings given; an empty sub-matrix takes them over, with messages at level 0, a learned one must have them. `sequence`: `numberOfItems` times `coordinateDimension` integers. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, and what was written before stays; -2 memory exhausted."""
+    """The same with the settings as arguments: an empty sub-matrix takes them over, with messages at level 0; any other must have them already. `sequence`: `numberOfItems` times `coordinateDimension` integers. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, phrases written before are kept; -2 memory exhausted."""
 def s_updateMatrixWithLongINTSequenceExt_Medium(matrix: Any, sequence: Any, numberOfItems: int, matrixType: int, coordinateDimension: int, preProcessingType: int, allowLargeIndices: int) -> int:
-    """The same with the settings given; an empty sub-matrix takes them over, with messages at level 0, a learned one must have them. `sequence`: `numberOfItems` times `coordinateDimension` integers. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, and what was written before stays; -2 memory exhausted."""
+    """The same with the settings as arguments: an empty sub-matrix takes them over, with messages at level 0; any other must have them already. `sequence`: `numberOfItems` times `coordinateDimension` integers. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, phrases written before are kept; -2 memory exhausted."""
 def s_checkSettingsForUpdateMatrixWithSequence(matrix: Any, coordinateDimension: int, preProcessingType: int, allowLargeIndices: int, matrixType: int) -> int:
-    """Compares the settings of the current sub-matrix with what a sequence needs. An empty sub-matrix takes them over. Each difference prints at level 0. Result: 1 go on; 0 the sub-matrix holds something that doesn't fit."""
+    """Compares the settings of the current sub-matrix with those that a sequence needs. An empty sub-matrix takes them over. Each difference prints at level 0. Result: 1 the sequence can be learned; 0 the settings differ and the sub-matrix is not empty."""
 def s_checkSettingsForUpdateMatrixWithSequence_Medium(matrix: Any, coordinateDimension: int, preProcessingType: int, allowLargeIndices: int, matrixType: int) -> int:
-    """Compares the settings of the current sub-matrix with what a sequence needs. An empty sub-matrix takes them over. Each difference prints at level 0. Result: 1 go on; 0 the sub-matrix holds something that doesn't fit."""
+    """Compares the settings of the current sub-matrix with those that a sequence needs. An empty sub-matrix takes them over. Each difference prints at level 0. Result: 1 the sequence can be learned; 0 the settings differ and the sub-matrix is not empty."""
 def s_initializeKernelSequenceWithOriginalSequence(matrix: Any, sequence: Any, length: int, setInitialValues: int) -> int:
-    """Sets the kernel to the longest ending of a sequence that was learned and that something follows; to the root if there is none. `sequence`: `length` integers. `setInitialValues`: 1 also keeps the items as those that a reset goes back to. Null or a `length` of 0 resets the kernel. Result: the items of the kernel's original sequence, or -1 if the sequence can't be preprocessed."""
+    """Sets the kernel to the longest ending of a sequence that was learned and has successors; to the root if there is none. `sequence`: `length` integers. `setInitialValues`: 1 also keeps the items as those that a reset goes back to, and in the full tier sets the kernels of the levels above, from the symbols of the sequence. Null or a `length` of 0 resets the kernel. Result: the items of the kernel's original sequence; -1 if the sequence can't be preprocessed or a level is missing."""
 def s_initializeKernelSequenceWithOriginalSequence_Medium(matrix: Any, sequence: Any, length: int, setInitialValues: int) -> int:
-    """Sets the kernel to the longest ending of a sequence that was learned and that something follows; to the root if there is none. `sequence`: `length` integers. `setInitialValues`: 1 also keeps the items as those that a reset goes back to. Null or a `length` of 0 resets the kernel. Result: the items of the kernel's original sequence, or -1 if the sequence can't be preprocessed."""
+    """Sets the kernel to the longest ending of a sequence that was learned and has successors; to the root if there is none. `sequence`: `length` integers. `setInitialValues`: 1 also keeps the items as those that a reset goes back to, and in the full tier sets the kernels of the levels above, from the symbols of the sequence. Null or a `length` of 0 resets the kernel. Result: the items of the kernel's original sequence; -1 if the sequence can't be preprocessed or a level is missing."""
 def s_resetKernelSequence(matrix: Any, resetInitialValues: int) -> int:
-    """Puts the kernel back to the root and its original items back to the initial values. `resetInitialValues`: 1 sets those to the matrix type's default item. Result: the items left in the kernel's original sequence."""
+    """Resets the kernel to the root and its original items to the initial values. `resetInitialValues`: 1 first sets the initial values to the matrix type's default item. Result: the number of items of the kernel's original sequence."""
 def s_resetKernelSequence_Medium(matrix: Any, resetInitialValues: int) -> int:
-    """Puts the kernel back to the root and its original items back to the initial values. `resetInitialValues`: 1 sets those to the matrix type's default item. Result: the items left in the kernel's original sequence."""
+    """Resets the kernel to the root and its original items to the initial values. `resetInitialValues`: 1 first sets the initial values to the matrix type's default item. Result: the number of items of the kernel's original sequence."""
 def s_getKernelMatrixHandle(matrix: Any) -> int:
-    """The handle of the element that the kernel ends at; the matrix ID at the root."""
+    """The handle of the element at which the kernel ends; the matrix ID for a kernel at the root."""
 def s_getKernelMatrixHandle_Medium(matrix: Any) -> int:
-    """The handle of the element that the kernel ends at; the matrix ID at the root."""
+    """The handle of the element at which the kernel ends; the matrix ID for a kernel at the root."""
 def s_getNumberOfSuccessorsFromKernelHandle(matrix: Any) -> int:
-    """How many items can follow the kernel."""
+    """The number of items that can follow the kernel."""
 def s_getNumberOfSuccessorsFromKernelHandle_Medium(matrix: Any) -> int:
-    """How many items can follow the kernel."""
+    """The number of items that can follow the kernel."""
 def s_getLengthOfKernelOriginalSequence(matrix: Any) -> int:
-    """Items of the kernel's original sequence."""
+    """The number of items of the kernel's original sequence."""
 def s_getLengthOfKernelOriginalSequence_Medium(matrix: Any) -> int:
-    """Items of the kernel's original sequence."""
+    """The number of items of the kernel's original sequence."""
 def s_getLengthOfKernelPreprocessedSequence(matrix: Any) -> int:
-    """Items of the kernel's preprocessed sequence; 0 at the root."""
+    """The number of items of the kernel's preprocessed sequence; 0 at the root."""
 def s_getLengthOfKernelPreprocessedSequence_Medium(matrix: Any) -> int:
-    """Items of the kernel's preprocessed sequence; 0 at the root."""
+    """The number of items of the kernel's preprocessed sequence; 0 at the root."""
 def s_getLengthOfKernelInternalOriginalSequence(matrix: Any) -> int:
-    """Items that the rows of the kernel's original sequence have room for."""
+    """The nominal room of the rows of the kernel's original sequence, in items; 0 after a kernel of that many items or more was stored."""
 def s_getLengthOfKernelInternalOriginalSequence_Medium(matrix: Any) -> int:
-    """Items that the rows of the kernel's original sequence have room for."""
+    """The nominal room of the rows of the kernel's original sequence, in items; 0 after a kernel of that many items or more was stored."""
 def s_getLengthOfKernelInternalPreprocessedSequence(matrix: Any) -> int:
-    """Items that the rows of the kernel's preprocessed sequence have room for."""
+    """The nominal room of the rows of the kernel's preprocessed sequence, in items."""
 def s_getLengthOfKernelInternalPreprocessedSequence_Medium(matrix: Any) -> int:
-    """Items that the rows of the kernel's preprocessed sequence have room for."""
+    """The nominal room of the rows of the kernel's preprocessed sequence, in items."""
 def s_getKernelOriginalSequenceFlatIndexVector(info: Any, length: Any, coordinateDimension: Any) -> _Pointer[c_int]:
-    """The original items of the kernel. `length` gets the integers of the result, `coordinateDimension` the integers of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
+    """The original items of the kernel. `length` gets the number of integers of the result, `coordinateDimension` that of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
 def s_getKernelOriginalSequenceFlatIndexVector_Medium(info: Any, length: Any, coordinateDimension: Any) -> _Pointer[c_int]:
-    """The original items of the kernel. `length` gets the integers of the result, `coordinateDimension` the integers of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
+    """The original items of the kernel. `length` gets the number of integers of the result, `coordinateDimension` that of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
 def s_getKernelOriginalSequenceInitialValuesFlatIndexVector(info: Any, length: Any, coordinateDimension: Any) -> _Pointer[c_int]:
-    """The original items that a reset of the kernel goes back to. `length` gets the integers of the result, `coordinateDimension` the integers of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
+    """The original items that a reset of the kernel goes back to. `length` gets the number of integers of the result, `coordinateDimension` that of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
 def s_getKernelOriginalSequenceInitialValuesFlatIndexVector_Medium(info: Any, length: Any, coordinateDimension: Any) -> _Pointer[c_int]:
-    """The original items that a reset of the kernel goes back to. `length` gets the integers of the result, `coordinateDimension` the integers of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
+    """The original items that a reset of the kernel goes back to. `length` gets the number of integers of the result, `coordinateDimension` that of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
 def s_getKernelPreprocessedSequenceFlatIndexVector(info: Any, length: Any, coordinateDimension: Any) -> _Pointer[c_int]:
-    """The preprocessed items of the kernel. `length` gets the integers of the result, `coordinateDimension` the integers of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
+    """The preprocessed items of the kernel. `length` gets the number of integers of the result, `coordinateDimension` that of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
 def s_getKernelPreprocessedSequenceFlatIndexVector_Medium(info: Any, length: Any, coordinateDimension: Any) -> _Pointer[c_int]:
-    """The preprocessed items of the kernel. `length` gets the integers of the result, `coordinateDimension` the integers of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
+    """The preprocessed items of the kernel. `length` gets the number of integers of the result, `coordinateDimension` that of one item. Result: a new flat array, item after item, to be released with `s_Free`; null if the kernel is empty."""
 def s_getSuccessorHandlesFromKernelHandle(matrix: Any, count: Any) -> _Pointer[c_int]:
-    """The handles of the items that can follow the kernel. `count` gets their number. Result: a new array, to be released with `s_Free`; null, with `count` 0, if there is none."""
+    """The handles of the items that can follow the kernel. `count` gets their number. Result: a new array, to be released with `s_Free`; null, with `count` 0, if there are none or memory is exhausted."""
 def s_getSuccessorHandlesFromKernelHandle_Medium(matrix: Any, count: Any) -> _Pointer[c_int]:
-    """The handles of the items that can follow the kernel. `count` gets their number. Result: a new array, to be released with `s_Free`; null, with `count` 0, if there is none."""
+    """The handles of the items that can follow the kernel. `count` gets their number. Result: a new array, to be released with `s_Free`; null, with `count` 0, if there are none or memory is exhausted."""
 def s_getTrueRootSuccessorHandlesFromKernelHandle(matrix: Any, count: Any) -> _Pointer[c_int]:
-    """The same, of those items alone that began a learned sequence."""
+    """The same, but only for items that began a learned sequence."""
 def s_getTrueRootSuccessorHandlesFromKernelHandle_Medium(matrix: Any, count: Any) -> _Pointer[c_int]:
-    """The same, of those items alone that began a learned sequence."""
+    """The same, but only for items that began a learned sequence."""
 def s_getSuccessorRandomValue(matrix: Any, matrixID: int) -> int:
-    """Takes a step of the generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647."""
+    """Advances the random generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647; 0 for an ID out of range."""
 def s_getSuccessorRandomValue_Medium(matrix: Any, matrixID: int) -> int:
-    """Takes a step of the generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647."""
+    """Advances the random generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647; 0 for an ID out of range."""
 def s_getActualSuccessorRandomValue(matrix: Any, matrixID: int) -> int:
-    """Reads the state of the generator that draws successors in a sub-matrix, without a step."""
+    """Reads the state of the generator that draws successors in a sub-matrix, without advancing it; 0 for an ID out of range."""
 def s_getActualSuccessorRandomValue_Medium(matrix: Any, matrixID: int) -> int:
-    """Reads the state of the generator that draws successors in a sub-matrix, without a step."""
+    """Reads the state of the generator that draws successors in a sub-matrix, without advancing it; 0 for an ID out of range."""
 def s_setSuccessorRandomValue(matrix: Any, matrixID: int, value: int) -> None:
-    """Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. Equal state and matrix, equal continuation."""
+    """Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. The same state and the same matrix give the same continuation. An ID out of range is ignored."""
 def s_setSuccessorRandomValue_Medium(matrix: Any, matrixID: int, value: int) -> None:
-    """Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. Equal state and matrix, equal continuation."""
+    """Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. The same state and the same matrix give the same continuation. An ID out of range is ignored."""
 def s_getSuccessorRandomType(matrix: Any, matrixID: int) -> int:
-    """Reads the type of that generator; kept with the sub-matrix, of no effect."""
+    """Reads the type of that generator, which is stored with the sub-matrix and has no effect; 0 for an ID out of range."""
 def s_getSuccessorRandomType_Medium(matrix: Any, matrixID: int) -> int:
-    """Reads the type of that generator; kept with the sub-matrix, of no effect."""
+    """Reads the type of that generator, which is stored with the sub-matrix and has no effect; 0 for an ID out of range."""
 def s_setSuccessorRandomType(matrix: Any, matrixID: int, type: int) -> None:
-    """Sets the type of that generator, of no effect. An empty sub-matrix prints at level 0 and stores nothing."""
+    """Sets the type of that generator, which has no effect. For an empty sub-matrix it prints at level 0 and stores nothing."""
 def s_setSuccessorRandomType_Medium(matrix: Any, matrixID: int, type: int) -> None:
-    """Sets the type of that generator, of no effect. An empty sub-matrix prints at level 0 and stores nothing."""
+    """Sets the type of that generator, which has no effect. For an empty sub-matrix it prints at level 0 and stores nothing."""
 def s_readObjexFromMatrix(matrix: Any, probability: Any, stopProbability: Any) -> _Pointer[c_int]:
-    """Chooses the next original item by the successor method and moves the kernel behind it. The next call after null begins a new sequence. `probability` gets that of the chosen item, `stopProbability` a measure of a stop behind it. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or from an empty matrix."""
+    """Chooses the next original item by the successor method and moves the kernel on to it. The call after a null result begins a new sequence. `probability` gets the probability of the chosen item, 0 to 1, `stopProbability` 1 if no learned item follows it, else 0. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null at the end of a sequence, at a dead end or for an empty sub-matrix."""
 def s_readObjexFromMatrix_Medium(matrix: Any, probability: Any, stopProbability: Any) -> _Pointer[c_int]:
-    """Chooses the next original item by the successor method and moves the kernel behind it. The next call after null begins a new sequence. `probability` gets that of the chosen item, `stopProbability` a measure of a stop behind it. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or from an empty matrix."""
+    """Chooses the next original item by the successor method and moves the kernel on to it. The call after a null result begins a new sequence. `probability` gets the probability of the chosen item, 0 to 1, `stopProbability` 1 if no learned item follows it, else 0. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null at the end of a sequence, at a dead end or for an empty sub-matrix."""
 def s_readObjexAndHandleFromMatrix(matrix: Any, probability: Any, stopProbability: Any, handle: Any) -> _Pointer[c_int]:
-    """The same; `handle` gets the handle of the chosen item, or -1. `probability` gets that of the chosen item, `stopProbability` a measure of a stop behind it. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or from an empty matrix."""
+    """The same; `handle` gets the handle of the chosen item, or -1. `probability` gets the probability of the chosen item, 0 to 1, `stopProbability` 1 if no learned item follows it, else 0. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null at the end of a sequence, at a dead end or for an empty sub-matrix."""
 def s_readObjexAndHandleFromMatrix_Medium(matrix: Any, probability: Any, stopProbability: Any, handle: Any) -> _Pointer[c_int]:
-    """The same; `handle` gets the handle of the chosen item, or -1. `probability` gets that of the chosen item, `stopProbability` a measure of a stop behind it. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or from an empty matrix."""
+    """The same; `handle` gets the handle of the chosen item, or -1. `probability` gets the probability of the chosen item, 0 to 1, `stopProbability` 1 if no learned item follows it, else 0. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null at the end of a sequence, at a dead end or for an empty sub-matrix."""
 def s_readObjexFromMatrixForSuccessorIndex(matrix: Any, successorIndex: int, updateKernel: int, probability: Any, stopProbability: Any) -> _Pointer[c_int]:
-    """Takes a given successor. `successorIndex`: 0 up to the number of successors, or -1 to let the method choose. `updateKernel`: 1 moves the kernel, 0 only looks. `probability` gets that of the chosen item, `stopProbability` a measure of a stop behind it. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or from an empty matrix."""
+    """Takes the successor with a given index. `successorIndex`: 0 to the number of successors - 1, or -1 to let the method choose. `updateKernel`: 1 moves the kernel on to the item, 0 leaves it. `probability` gets the probability of the chosen item, 0 to 1, `stopProbability` 1 if no learned item follows it, else 0. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null at the end of a sequence, at a dead end or for an empty sub-matrix."""
 def s_readObjexFromMatrixForSuccessorIndex_Medium(matrix: Any, successorIndex: int, updateKernel: int, probability: Any, stopProbability: Any) -> _Pointer[c_int]:
-    """Takes a given successor. `successorIndex`: 0 up to the number of successors, or -1 to let the method choose. `updateKernel`: 1 moves the kernel, 0 only looks. `probability` gets that of the chosen item, `stopProbability` a measure of a stop behind it. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or from an empty matrix."""
+    """Takes the successor with a given index. `successorIndex`: 0 to the number of successors - 1, or -1 to let the method choose. `updateKernel`: 1 moves the kernel on to the item, 0 leaves it. `probability` gets the probability of the chosen item, 0 to 1, `stopProbability` 1 if no learned item follows it, else 0. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null at the end of a sequence, at a dead end or for an empty sub-matrix."""
 def s_readObjexAndHandleFromMatrixForSuccessorIndex(matrix: Any, successorIndex: int, updateKernel: int, probability: Any, stopProbability: Any, handle: Any) -> _Pointer[c_int]:
-    """The same; `handle` gets the handle of the chosen item, or -1. `probability` gets that of the chosen item, `stopProbability` a measure of a stop behind it. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or from an empty matrix."""
+    """The same; `handle` gets the handle of the chosen item, or -1. `probability` gets the probability of the chosen item, 0 to 1, `stopProbability` 1 if no learned item follows it, else 0. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null at the end of a sequence, at a dead end or for an empty sub-matrix."""
 def s_readObjexAndHandleFromMatrixForSuccessorIndex_Medium(matrix: Any, successorIndex: int, updateKernel: int, probability: Any, stopProbability: Any, handle: Any) -> _Pointer[c_int]:
-    """The same; `handle` gets the handle of the chosen item, or -1. `probability` gets that of the chosen item, `stopProbability` a measure of a stop behind it. Result: `coordinateDimension` integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or from an empty matrix."""
+    """The same; `handle` gets the handle of the chosen item, or -1. `probability` gets the probability of the chosen item, 0 to 1, `stopProbability` 1 if no learned item follows it, else 0. Result: `coordinateDimension` integers that belong to the matrix, valid until the next item is read; null at the end of a sequence, at a dead end or for an empty sub-matrix."""
 def s_dbPrintSuccessorObjex_Medium(matrix: Any, objex: Any) -> None:
-    """Prints an item at level 0, in the manner of the matrix type and without a line end. `objex`: `coordinateDimension` integers; null prints a line end."""
+    """Prints an item at level 0, in the form of the matrix type and without a line end. `objex`: `coordinateDimension` integers; null prints a line end."""
 def s_dbPrintSuccessorObjex(matrix: Any, objex: Any, count: int) -> None:
-    """Prints an item at level 0, in the manner of the matrix type and without a line end; on the symbol level with the phrase that the symbol stands for. `objex`: `coordinateDimension` integers; null prints a line end. `count` is not read."""
+    """Prints an item at level 0, in the form of the matrix type and without a line end; at the symbol level with the phrase of the symbol. `objex`: `coordinateDimension` integers; null prints a line end. `count` is ignored."""
 def s_removeOverDeterminedElements(matrix: Any) -> int:
-    """Removes, level by level, the phrases that say nothing a shorter phrase doesn't say. Handles end with it. Reports progress. Result: 1 when a last pass found nothing more; 0 for an empty sub-matrix or an error."""
+    """Removes, in several passes, phrases whose last item is the only one learned after their context and after a shorter one, too. Handles become invalid. Reports progress. Result: 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error."""
 def s_removeOverDeterminedElements_Medium(matrix: Any) -> int:
-    """Removes, level by level, the phrases that say nothing a shorter phrase doesn't say. Handles end with it. Reports progress. Result: 1 when a last pass found nothing more; 0 for an empty sub-matrix or an error."""
+    """Removes, in several passes, phrases whose last item is the only one learned after their context and after a shorter one, too. Handles become invalid. Reports progress. Result: 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error."""
 def s_removeLongElements(matrix: Any, maximalLength: int) -> int:
-    """Removes all index vectors of more than `maximalLength` integers, all of them for 0 or less. Handles end with it. Reports progress. Result: the written vectors taken out; 1 for an empty sub-matrix, with a message at level 0; -1 if the matrix has no block."""
+    """Removes all index vectors of more than `maximalLength` integers; with 0 or less, all index vectors. Handles become invalid. Reports progress. Result: the number of written vectors removed; 1 for an empty sub-matrix, with a message at level 0; -1 if the matrix has no block."""
 def s_removeLongElements_Medium(matrix: Any, maximalLength: int) -> int:
-    """Removes all index vectors of more than `maximalLength` integers, all of them for 0 or less. Handles end with it. Reports progress. Result: the written vectors taken out; 1 for an empty sub-matrix, with a message at level 0; -1 if the matrix has no block."""
+    """Removes all index vectors of more than `maximalLength` integers; with 0 or less, all index vectors. Handles become invalid. Reports progress. Result: the number of written vectors removed; 1 for an empty sub-matrix, with a message at level 0; -1 if the matrix has no block."""
 def s_clearMatrixForID(matrix: Any, matrixID: int) -> int:
-    """Empties a sub-matrix, elements and settings. The current ID stays. Handles of all sub-matrices but those into the emptied one stay good. Result: 1 emptied; -1, with a message at level 0, if it is the only one or out of range; or if it held elements but not one written vector: then it is the current one from then on."""
+    """Removes the elements of a sub-matrix and resets its settings. The current ID stays. Handles of other sub-matrices stay valid. Result: 1 emptied; -1 with a message at level 0 if it is the only sub-matrix, if the ID is out of range, or if it has elements but no written vector, in which case it becomes the current one; -1 if memory is exhausted."""
 def s_clearMatrixForID_Medium(matrix: Any, matrixID: int) -> int:
-    """Empties a sub-matrix, elements and settings. The current ID stays. Handles of all sub-matrices but those into the emptied one stay good. Result: 1 emptied; -1, with a message at level 0, if it is the only one or out of range; or if it held elements but not one written vector: then it is the current one from then on."""
+    """Removes the elements of a sub-matrix and resets its settings. The current ID stays. Handles of other sub-matrices stay valid. Result: 1 emptied; -1 with a message at level 0 if it is the only sub-matrix, if the ID is out of range, or if it has elements but no written vector, in which case it becomes the current one; -1 if memory is exhausted."""
 def s_removeEmptyMatrices(matrix: Any) -> int:
-    """Gives up the reserved sub-matrices above the highest occupied one. A current ID among them becomes 0. Result: 1 done; -1, with a message at level 1, if there is none to give up."""
+    """Removes the reserved sub-matrices above the highest occupied one. If the current one is among them, 0 becomes the current ID. Result: 1 done; -1, with a message at level 1, if there is none to remove."""
 def s_removeEmptyMatrices_Medium(matrix: Any) -> int:
-    """Gives up the reserved sub-matrices above the highest occupied one. A current ID among them becomes 0. Result: 1 done; -1, with a message at level 1, if there is none to give up."""
+    """Removes the reserved sub-matrices above the highest occupied one. If the current one is among them, 0 becomes the current ID. Result: 1 done; -1, with a message at level 1, if there is none to remove."""
 def s_getMatrixAILevel(matrix: Any) -> int:
     """The highest symbol level in use: 0 none, 1 symbols above the basic level."""
 def s_setMatrixAILevel(matrix: Any, matrixAILevel: int) -> None:
-    """Sets the highest symbol level in use. Any other value than 0 and 1 is ignored."""
+    """Sets the highest symbol level in use: 0 or 1. Any other value is ignored."""
 def s_getCurrentMatrixIDLevelDown(matrix: Any) -> int:
     """The sub-matrix of the level below the current one; -1 if it is the basic level."""
 def s_setCurrentMatrixIDLevelDown(matrix: Any, matrixID: int) -> None:
-    """Links the current sub-matrix to that of the level below. A negative ID prints at level 0 and changes nothing."""
+    """Links the current sub-matrix to the one of the level below. A negative ID prints at level 0 and changes nothing."""
 def s_getCurrentMatrixIDLevelUp(matrix: Any) -> int:
     """The sub-matrix of the symbol level above the current one; -1 if there is none."""
 def s_setCurrentMatrixIDLevelUp(matrix: Any, matrixID: int) -> None:
-    """Links the current sub-matrix to that of the level above. A negative ID prints at level 0 and changes nothing."""
+    """Links the current sub-matrix to the one of the level above. A negative ID prints at level 0 and changes nothing."""
 def s_getKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any) -> int:
-    """Reads whether pruning spares phrases that are symbols: 1 or 0."""
+    """Reads whether pruning keeps phrases that have a symbol: 1 or 0."""
 def s_setKeepSymbolsWhenRemoveOverdeterminedElements(matrix: Any, keepSymbolsWhenRemoveOverdeterminedElements: int) -> None:
-    """Sets whether pruning spares phrases that are symbols: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
+    """Sets whether pruning keeps phrases that have a symbol: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old value."""
 def s_getActualAILevelIndex(matrix: Any) -> int:
     """The level of the current sub-matrix: 0 basic, 1 symbols."""
 def s_getNumberOfSymbols(matrix: Any) -> int:
-    """Phrases of the current sub-matrix that are symbols."""
+    """The number of phrases of the current sub-matrix that have a symbol."""
 def s_updateMatrixFromBasicLevel(matrix: Any, sequence: Any, length: int) -> int:
-    """Derives the symbols of a sequence that the current sub-matrix has learned, and learns them in its symbol level. `sequence`: `length` integers as they were learned. `matrixAILevel` must be 1. Reports progress. Result: 1 learned; 0 refused, or no symbol in it, with a message; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
+    """Derives the symbols of a sequence that the current sub-matrix has learned, and learns them in its symbol level. `sequence`: `length` integers as they were learned. `matrixAILevel` must be 1. Reports progress. The current ID stays. Result: 1 learned; 0 refused, or the sequence has no symbol; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
 def s_getNextLevelSymbolsFromOriginalObjects(matrix: Any, sequence: Any, length: int, numberOfSymbols: Any, numberOfUnknownSymbols: Any, numberOfPredefinedSymbols: Any) -> _Pointer[c_int]:
-    """The symbols of a sequence of `length` integers: the words of a text, the longest known phrases of anything else, none of MIDI pairs. `numberOfSymbols` gets the entries, `numberOfUnknownSymbols` the words without a symbol, `numberOfPredefinedSymbols` the line-feed symbols, 10. Result: a new array, to be released with `s_Free`; null if there is none."""
+    """The symbols of a sequence of `length` integers: those of the words of a text, or of the longest known phrases of any other sequence; MIDI pairs have none. `numberOfSymbols` gets the number of entries, `numberOfUnknownSymbols` the number of words without a symbol, `numberOfPredefinedSymbols` the number of line feeds, whose symbol is 10. Result: a new array, to be released with `s_Free`; null if there is none."""
 def s_getNextLevelSymbolHandlesFromOriginalObjects(matrix: Any, sequence: Any, length: int, numberOfSymbols: Any, numberOfUnknownSymbols: Any, numberOfPredefinedSymbols: Any) -> _Pointer[c_int]:
-    """The same, with the handles of the phrases in place of their symbols. `numberOfSymbols` gets the entries, 0 for a line feed, `numberOfUnknownSymbols` the words without a symbol, `numberOfPredefinedSymbols` the line-feed symbols, 10. Result: a new array, to be released with `s_Free`; null if there is none."""
+    """The same, with the handles of the phrases in place of their symbols and 0 for a line feed. `numberOfSymbols` gets the number of entries, `numberOfUnknownSymbols` the number of words without a symbol, `numberOfPredefinedSymbols` the number of line feeds. Result: a new array, to be released with `s_Free`; null if there is none."""
 def s_getSymbolsFromLongANSISequence(matrix: Any, sequence: Any, length: int, numberOfSymbols: Any, numberOfUnknownSymbols: Any, numberOfPredefinedSymbols: Any) -> _Pointer[c_int]:
-    """The symbols of the words of a text, `length` integers of a byte each. `numberOfSymbols` gets the entries, `numberOfUnknownSymbols` the words without a symbol, `numberOfPredefinedSymbols` the line-feed symbols, 10. Result: a new array, to be released with `s_Free`; null if there is none."""
+    """The symbols of the words of a text of `length` characters, one integer each. `numberOfSymbols` gets the number of entries, `numberOfUnknownSymbols` the number of words without a symbol, `numberOfPredefinedSymbols` the number of line feeds, whose symbol is 10. Result: a new array, to be released with `s_Free`; null if there is none."""
 def s_getSymbolHandlesFromLongANSISequence(matrix: Any, sequence: Any, length: int, numberOfSymbols: Any, numberOfUnknownSymbols: Any, numberOfPredefinedSymbols: Any) -> _Pointer[c_int]:
-    """The same, with the handles of the words in place of their symbols. `numberOfSymbols` gets the entries, 0 for a line feed, `numberOfUnknownSymbols` the words without a symbol, `numberOfPredefinedSymbols` the line-feed symbols, 10. Result: a new array, to be released with `s_Free`; null if there is none."""
+    """The same, with the handles of the words in place of their symbols and 0 for a line feed. `numberOfSymbols` gets the number of entries, `numberOfUnknownSymbols` the number of words without a symbol, `numberOfPredefinedSymbols` the number of line feeds. Result: a new array, to be released with `s_Free`; null if there is none."""
 def s_getSymbolsFromAnyLongSequence(matrix: Any, sequence: Any, length: int, numberOfSymbols: Any) -> _Pointer[c_int]:
-    """The symbols of a sequence of `length` integers, by longest match. `numberOfSymbols` gets the entries. Result: a new array, to be released with `s_Free`; null if there is none."""
+    """The symbols of a sequence of `length` integers, by longest match. `numberOfSymbols` gets the number of entries. Result: a new array, to be released with `s_Free`; null if there is none."""
 def s_getSymbolHandlesFromAnyLongSequence(matrix: Any, sequence: Any, length: int, numberOfSymbols: Any) -> _Pointer[c_int]:
-    """The same, with the handles of the phrases in place of their symbols. `numberOfSymbols` gets the entries. Result: a new array, to be released with `s_Free`; null if there is none."""
+    """The same, with the handles of the phrases in place of their symbols. `numberOfSymbols` gets the number of entries. Result: a new array, to be released with `s_Free`; null if there is none."""
 def s_createPreviousLevelElementsFromOriginalSymbol(matrix: Any, symbol: int, length: Any) -> _Pointer[c_int]:
-    """The phrase of the level below that a symbol of the current sub-matrix stands for. `length` gets its integers. Result: a new array, to be released with `s_Free`; null, with `length` 0 and a message at level 0, for a symbol without a phrase."""
+    """The phrase of the level below that a symbol of the current sub-matrix stands for. `length` gets the number of its integers. Result: a new array, to be released with `s_Free`; null, with `length` 0 and a message at level 0, for a symbol without a phrase."""
 def s_createPreviousLevelObjexsFromOriginalSymbol(matrix: Any, symbol: int, count: Any) -> Any:
-    """The same as items. `count` gets their number. Result: one new block, pointers first, to be released with `s_Free`; null, with `count` 0 and a message at level 0, for a symbol without a phrase."""
+    """The same phrase as items. `count` gets their number. Result: one new block, pointers first, to be released with `s_Free`; null, with `count` 0 and a message at level 0, for a symbol without a phrase."""
 def s_updateMatrixWithANSIFile(matrix: Any, fileName: Optional[bytes], length: Any) -> int:
-    """Learns a text file of single bytes: finds or takes the sub-matrix of its language, sets it up by the basic level's block and cuts the text into sentences if that says so. `length` gets the bytes read, 0 for a file that can't be. The current ID stays. Reports progress for each sentence. Result: 0 if the file can't be opened or no sub-matrix is free, else the result of `s_updateMatrixWithLongANSISequence`."""
+    """Learns a text file of single bytes: selects the sub-matrix of its language or a free one, sets it up from the basic level's block, and learns each sentence, or the text as one sequence, as the settings say. `length` gets the number of bytes read, 0 for an unreadable file. The current ID stays. Reports progress. Result: 0 if the file can't be opened or no sub-matrix is free, else the result of `s_updateMatrixWithLongANSISequence`."""
 def s_updateMatrixWithANSIFile_Medium(matrix: Any, fileName: Optional[bytes], length: Any) -> int:
-    """Learns a text file of single bytes: finds or takes the sub-matrix of its language, sets it up by the basic level's block and cuts the text into sentences if that says so. `length` gets the bytes read, 0 for a file that can't be. The current ID stays. Reports progress for each sentence. Result: 0 if the file can't be opened or no sub-matrix is free, else the result of `s_updateMatrixWithLongANSISequence`."""
+    """Learns a text file of single bytes: selects the sub-matrix of its language or a free one, sets it up from the basic level's block, and learns each sentence, or the text as one sequence, as the settings say. `length` gets the number of bytes read, 0 for an unreadable file. The current ID stays. Reports progress. Result: 0 if the file can't be opened or no sub-matrix is free, else the result of `s_updateMatrixWithLongANSISequence`."""
 def s_updateMatrixWithANSIFiles(matrix: Any, path: Optional[bytes], recursive: int, length: Any) -> int:
-    """Learns all text files (.txt, .TXT) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: 1 looks into its folders too. `length`: before the call the most bytes to take of each file, 0 for all; afterwards the bytes read of all files. Result: always 1; a file that fails is passed over."""
+    """Learns all text files (.txt, .TXT) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: not 0 includes its folders. `length`: before the call, the largest number of bytes to read of each file, 0 for no limit; afterwards, the number of bytes read of all files. Result: always 1; files that fail are skipped."""
 def s_updateMatrixWithANSIFiles_Medium(matrix: Any, path: Optional[bytes], recursive: int, length: Any) -> int:
-    """Learns all text files (.txt, .TXT) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: 1 looks into its folders too. `length`: before the call the most bytes to take of each file, 0 for all; afterwards the bytes read of all files. Result: always 1; a file that fails is passed over."""
+    """Learns all text files (.txt, .TXT) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: not 0 includes its folders. `length`: before the call, the largest number of bytes to read of each file, 0 for no limit; afterwards, the number of bytes read of all files. Result: always 1; files that fail are skipped."""
 def s_updateMatrixWithLongANSISequence(matrix: Any, sequence: Any, length: int) -> int:
-    """Learns a text in the current sub-matrix, which must have matrix type 3. `sequence`: `length` characters, the bytes of Windows-1252. Larger values, up to the sub-matrix's maximal index, count as letters. Result: 1 learned, or nothing to learn; 0 wrong matrix type or refused settings; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
+    """Learns a text in the current sub-matrix, which must have matrix type 3. `sequence`: `length` characters, the bytes of Windows-1252. Larger values, up to the sub-matrix's maximal index, are treated as letters. Result: 1 learned, or nothing to learn; 0 wrong matrix type or refused settings; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
 def s_updateMatrixWithLongANSISequence_Medium(matrix: Any, sequence: Any, length: int) -> int:
-    """Learns a text in the current sub-matrix, which must have matrix type 3. `sequence`: `length` characters, the bytes of Windows-1252. Larger values, up to the sub-matrix's maximal index, count as letters. Result: 1 learned, or nothing to learn; 0 wrong matrix type or refused settings; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
+    """Learns a text in the current sub-matrix, which must have matrix type 3. `sequence`: `length` characters, the bytes of Windows-1252. Larger values, up to the sub-matrix's maximal index, are treated as letters. Result: 1 learned, or nothing to learn; 0 wrong matrix type or refused settings; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
 def s_getLanguageIDFromAnsiFile(matrix: Any, fileName: Optional[bytes]) -> int:
-    """Guesses the language of a text file from the words "is" and "ist". Result: 1 German, 2 English, 0 undecided or the file can't be read."""
+    """Guesses the language of a text file from its words "is" and "ist". Result: 1 German, 2 English, 0 undecided or the file can't be read."""
 def s_getLanguageIDFromAnsiFile_Medium(matrix: Any, fileName: Optional[bytes]) -> int:
-    """Guesses the language of a text file from the words "is" and "ist". Result: 1 German, 2 English, 0 undecided or the file can't be read."""
+    """Guesses the language of a text file from its words "is" and "ist". Result: 1 German, 2 English, 0 undecided or the file can't be read."""
 def s_readAnsiObjexsAndWriteToAnsiFile(matrix: Any, numberOfObjex: int, fileName: Optional[bytes]) -> int:
-    """Writes the kernel's initial items and then `numberOfObjex` chosen ones to a file, a byte each; an ended sequence gives a line feed. Result: 1 written; 0 current ID out of range; -1 not a text; -2 empty; -3 wrong preprocessing; -4 settings that don't fit; -5 the file can't be written."""
+    """Writes the kernel's initial items and then `numberOfObjex` chosen items to a file, one byte each; the end of a sequence is written as a line feed. Result: 1 written; 0 current ID out of range; -1 not a text; -2 empty; -3 wrong preprocessing; -4 unsuitable settings; -5 the file can't be written."""
 def s_readAnsiObjexsAndWriteToAnsiFile_Medium(matrix: Any, numberOfObjex: int, fileName: Optional[bytes]) -> int:
-    """Writes the kernel's initial items and then `numberOfObjex` chosen ones to a file, a byte each; an ended sequence gives a line feed. Result: 1 written; 0 current ID out of range; -1 not a text; -2 empty; -3 wrong preprocessing; -4 settings that don't fit; -5 the file can't be written."""
+    """Writes the kernel's initial items and then `numberOfObjex` chosen items to a file, one byte each; the end of a sequence is written as a line feed. Result: 1 written; 0 current ID out of range; -1 not a text; -2 empty; -3 wrong preprocessing; -4 unsuitable settings; -5 the file can't be written."""
 def s_updateMatrixWithMIDIFile(matrix: Any, fileName: Optional[bytes], numberOfNotes: Any) -> int:
-    """Learns the tracks of a MIDI file: finds or takes the sub-matrix of each one's time signature, texture, style and sound. `numberOfNotes` gets the notes taken. Result: that of the last update; 0 if none ran or the file can't be opened."""
+    """Learns the tracks of a MIDI file, each in the sub-matrix of its time signature, texture, style and sound, or in a free one. `numberOfNotes` gets the number of notes learned. Result: that of the last update; 0 if there was no update or the file can't be opened."""
 def s_updateMatrixWithMIDIFile_Medium(matrix: Any, fileName: Optional[bytes], numberOfNotes: Any) -> int:
-    """Learns the tracks of a MIDI file: finds or takes the sub-matrix of each one's time signature, texture, style and sound. `numberOfNotes` gets the notes taken. Result: that of the last update; 0 if none ran or the file can't be opened."""
+    """Learns the tracks of a MIDI file, each in the sub-matrix of its time signature, texture, style and sound, or in a free one. `numberOfNotes` gets the number of notes learned. Result: that of the last update; 0 if there was no update or the file can't be opened."""
 def s_updateMatrixWithMIDIFiles(matrix: Any, path: Optional[bytes], recursive: int, numberOfNotes: Any) -> int:
-    """Learns all MIDI files (.mid, .midi) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: 1 looks into its folders too. `numberOfNotes` gets the notes taken from all files. Result: always 1; a file that fails is passed over."""
+    """Learns all MIDI files (.mid, .midi) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: not 0 includes its folders. `numberOfNotes` gets the number of notes learned from all files. Result: always 1; files that fail are skipped."""
 def s_updateMatrixWithMIDIFiles_Medium(matrix: Any, path: Optional[bytes], recursive: int, numberOfNotes: Any) -> int:
-    """Learns all MIDI files (.mid, .midi) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: 1 looks into its folders too. `numberOfNotes` gets the notes taken from all files. Result: always 1; a file that fails is passed over."""
+    """Learns all MIDI files (.mid, .midi) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: not 0 includes its folders. `numberOfNotes` gets the number of notes learned from all files. Result: always 1; files that fail are skipped."""
 def s_updateMatrixWithLongMIDISequence(matrix: Any, sequence: Any, numberOfItems: int, symbolMarkers: Any) -> int:
-    """Learns notes in the current sub-matrix, which must have matrix type 1, 4 or 5. `sequence`: `numberOfItems` times two, three or four integers: note number, start, duration, sound; times in quanta, 3072 to the quarter. `symbolMarkers`: an entry a preprocessed item, bit 0 for the first item of a phrase that is to have a symbol and bit 1 for its last, or null. Result: 1 learned; 0 settings that don't fit; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
+    """Learns notes in the current sub-matrix, which must have matrix type 1, 4 or 5. `sequence`: `numberOfItems` times two, three or four integers: note number, start, duration, sound; times in quanta, 3072 to the quarter. `symbolMarkers`: one entry per preprocessed item, bit 0 for the first item of a phrase that gets a symbol and bit 1 for its last item; or null. Result: 1 learned; 0 unsuitable settings; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
 def s_updateMatrixWithLongMIDISequence_Medium(matrix: Any, sequence: Any, numberOfItems: int) -> int:
-    """Learns notes in the current sub-matrix, which must have matrix type 1, 4 or 5. `sequence`: `numberOfItems` times two, three or four integers: note number, start, duration, sound; times in quanta, 3072 to the quarter. Result: 1 learned; 0 settings that don't fit; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
+    """Learns notes in the current sub-matrix, which must have matrix type 1, 4 or 5. `sequence`: `numberOfItems` times two, three or four integers: note number, start, duration, sound; times in quanta, 3072 to the quarter. Result: 1 learned; 0 unsuitable settings; -1, -2 as `s_updateMatrixWithLongINTSequence`."""
 def s_readMidiObjexsAndWriteToMidiFile(matrix: Any, numberOfObjex: int, fileName: Optional[bytes]) -> int:
-    """Writes the kernel's initial notes and then up to `numberOfObjex` chosen ones to a MIDI file. Result: 1 written; 0 current ID out of range; -1 not MIDI; -2 empty; -3 wrong preprocessing; -4 settings that don't fit; -5 the file can't be written."""
+    """Writes the kernel's initial notes and then up to `numberOfObjex` chosen notes to a MIDI file. Result: 1 written; 0 current ID out of range; -1 not MIDI; -2 empty; -3 wrong preprocessing; -4 unsuitable settings; -5 the file can't be written."""
 def s_readMidiObjexsAndWriteToMidiFile_Medium(matrix: Any, numberOfObjex: int, fileName: Optional[bytes]) -> int:
-    """Writes the kernel's initial notes and then up to `numberOfObjex` chosen ones to a MIDI file. Result: 1 written; 0 current ID out of range; -1 not MIDI; -2 empty; -3 wrong preprocessing; -4 settings that don't fit; -5 the file can't be written."""
+    """Writes the kernel's initial notes and then up to `numberOfObjex` chosen notes to a MIDI file. Result: 1 written; 0 current ID out of range; -1 not MIDI; -2 empty; -3 wrong preprocessing; -4 unsuitable settings; -5 the file can't be written."""
 def MIDIFILEBeginReading(file: Any, event: Any) -> _Pointer[_MIDIFILEInStruct]:
-    """Begins to read a MIDI file from a file that the host has opened and closes itself. `event` is the host's and gets each event; it must live until `MIDIFILEEndReading`. Reading is this, `MIDIFILEReadPreamble`, `MIDIFILEReadEvent` until it returns 0, and `MIDIFILEEndReading`. Result: a new state, or null if memory is exhausted."""
+    """Begins to read a Standard MIDI File from a stream that the host opens and closes. `event` belongs to the host and gets each event; it must exist until `MIDIFILEEndReading`. A host calls this, `MIDIFILEReadPreamble`, `MIDIFILEReadEvent` until it returns 0, and `MIDIFILEEndReading`. Result: a new state, or null if memory is exhausted."""
 def MIDIFILEReadPreamble(in_: Any, format: Any, numberOfTracks: Any) -> int:
-    """Reads the head of the file. `format`: 0 to 2. `numberOfTracks`: 1 for format 0, else one less than the file says. Result: 1; 0 for what is no MIDI file, and for one whose division is 0."""
+    """Reads the header of the file. `format`: 0 to 2. `numberOfTracks`: 1 for format 0, else one less than the header says. Result: 1 read; 0 not a MIDI file, or one with a division of 0."""
 def MIDIFILEReadEvent(in_: Any) -> int:
-    """Reads the next event into the record of `MIDIFILEBeginReading`. An end of track comes as an event when another track follows, with that one's number; `currentTrack` and `trackTicks` of the state are the new track's by then. System bytes from 242 to 254 but 248 leave the event before in the record, and are read as one more event. Result: 1; 0 if nothing more can be read: the last track has ended or the file is cut."""
+    """Reads the next event into the record of `MIDIFILEBeginReading`. The end of a track is an event only if another track follows: it has the number of the new track, to which `currentTrack` and `trackTicks` of the state then refer. A system byte from 242 to 254, except 248, repeats the preceding event. Result: 1 read; 0 nothing more can be read: the last track has ended or the file is truncated."""
 def MIDIFILEEndReading(in_: Any) -> int:
     """Releases the state and the buffer of the event. The file stays open. Result: always 0."""
 def MIDIFILESetReadQuantaSize(state: Any, size: int) -> int:
-    """Sets the microseconds per quantum of a reading. `state` is a state of reading, cast; its declared type is kept for hosts that were written for it. Result: `size`."""
+    """Sets the microseconds per quantum for reading. `state` is a state of reading, cast to the declared type, which is kept for existing hosts. Result: `size`."""
 def MIDIFILEBeginWriting(file: Any, format: int, division: int, trackName: Optional[bytes]) -> _Pointer[_MIDIFILEOutStruct]:
-    """Begins to write a MIDI file, and its first track, into an empty file that the host has opened for writing and closes itself; it must be possible to seek in it. `division`: ticks per quarter note; with 0, 1024 of them, times are quanta. `trackName`: null or empty for none. Writing is this, events, `MIDIFILEBeginWritingTrack` for each further track, and `MIDIFILEEndWriting`. Result: a new state, or null if a write fails or memory is exhausted."""
+    """Begins to write a Standard MIDI File and its first track into an empty, seekable stream that the host opens and closes. `division`: ticks per quarter note; 0 for 1024 ticks and times in quanta. `trackName`: null or empty for none. A host calls this, writes events, calls `MIDIFILEBeginWritingTrack` for each further track, and `MIDIFILEEndWriting`. Result: a new state, or null if a write fails or memory is exhausted."""
 def MIDIFILEBeginWritingTrack(out: Any, trackName: Optional[bytes]) -> int:
-    """Begins a track, and ends the one before at time 0 if that is still open. `trackName`: null or empty for none. Result: 1, or 0 if a write fails."""
+    """Begins a track, and first ends the preceding one at time 0 if it is still open. `trackName`: null or empty for none. Result: 1, or 0 if a write fails."""
 def MIDIFILEEndWritingTrack(out: Any, time: int) -> int:
-    """Ends a track at a time, and writes its length in front of it. Result: 1, or 0 if a write fails."""
+    """Ends a track at `time` and writes its length into its header. Result: 1, or 0 if a write fails."""
 def MIDIFILEEndWriting(out: Any) -> int:
-    """Ends the last track if it is still open, writes the number of tracks into the head, and releases the state, also if it fails. Result: 1, or 0 if a write fails."""
+    """Ends the last track if it is still open, writes the number of tracks into the header, and releases the state, even after a failure. Result: 1, or 0 if a write fails."""
 def MIDIFILEWriteEvent(out: Any, time: int, count: int, bytes: Any) -> int:
-    """Writes a channel event of `count` bytes, status first. Bytes that begin with 240 or more are written as an escape, with 247 and their count in front. Times must not fall: of a negative distance only the low seven bits are written. Result: 1; 0 if a write fails; 0 for a count of 0, which leaves a distance without an event in the file."""
+    """Writes a channel event of `count` bytes, status first. Bytes that begin with 240 or more are written as an escape, with 247 and their count in front. Times must not decrease: of a negative delta time only the low seven bits are written. Result: 1 written; 0 a write failed, or `count` is below 1, which leaves a delta time without an event in the file."""
 def MIDIFILEWriteSysExcl(out: Any, time: int, count: int, bytes: Any) -> int:
-    """Writes a system exclusive message of `count` bytes, of which the first, 240, is written as such whatever it is. Result: 1, or 0 if a write fails or `count` is below 1."""
+    """Writes a system exclusive message of `count` bytes, of which the first is always written as 240. Result: 1, or 0 if a write fails or `count` is below 1."""
 def MIDIFILEWriteTempo(out: Any, time: int, tempo: float) -> int:
     """Writes a tempo in beats per minute. Result: 1, or 0 if a write fails."""
 def MIDIFILEWriteTimeSig(out: Any, time: int, numerator: int, denominatorPower: int, clocks: int, notes32nd: int) -> int:
     """Writes a time signature. `denominatorPower`: the denominator as a power of two. `clocks`: MIDI clocks per click. `notes32nd`: 32nds per quarter note. Result: 1, or 0 if a write fails."""
 def MIDIFILEWriteKeySig(out: Any, time: int, sharps: int, isMinor: int) -> int:
-    """Writes a key signature. `sharps`: their number, or 256 less that of flats. Result: 1, or 0 if a write fails."""
+    """Writes a key signature. `sharps`: their number, or 256 less the number of flats. `isMinor`: 1 for minor, 0 for major. Result: 1, or 0 if a write fails."""
 def MIDIFILEWriteText(out: Any, time: int, type: int, text: Optional[bytes]) -> int:
-    """Writes a text as a meta event. `type`: 1 text, 2 copyright, 3 track name and so on; its low byte counts. Result: 1, also for null, which writes nothing; 0 if a write fails."""
+    """Writes a text as a meta event. `type`: 1 text, 2 copyright, 3 track name and so on; its low byte counts. Result: 1 written, or `text` is null, which writes nothing; 0 a write failed."""
 def MIDIFILEWriteSMPTEoffset(out: Any, hours: int, minutes: int, seconds: int, frames: int, subframes: int) -> int:
-    """Writes an SMPTE offset at the place in hand, the last two bytes in each other's place. Result: 1, or 0 if a write fails."""
+    """Writes an SMPTE offset with a delta time of 0. Subframes are written before frames. Result: 1, or 0 if a write fails."""
 def MIDIFILEWriteSequenceNumber(out: Any, number: int) -> int:
-    """Writes a sequence number of 16 bits at the place in hand. Result: 1, or 0 if a write fails."""
+    """Writes a sequence number of 16 bits with a delta time of 0. Result: 1, or 0 if a write fails."""
 def getGMProgramChangeIDFromSoundID(soundID: int) -> int:
-    """The General MIDI program, 0 to 127, that stands for a sound. Result: -1 for sounds without one (0, 14 and 15) and for numbers outside 0 to 15."""
+    """The General MIDI program, 0 to 127, for a sound. Result: -1 for sounds without a program (0, 14 and 15) and for numbers outside 0 to 15."""
 def getSoundIDFromGMProgramChange(program: int, tonality: Any) -> int:
-    """The sound, 0 to 15, of a General MIDI program that counts from 0; 0 above 127. `tonality`, or null, gets how far it has a pitch, 0.0 to 1.0."""
+    """The sound, 0 to 15, of a General MIDI program from 0 to 127; 0 above 127. `tonality`, or null, gets how distinct the pitch of the sound is, 0.0 to 1.0."""
 def getDecayFactorAndTonalityFromGMProgramChange(program: int, tonality: Any) -> float:
-    """What is left of a sound of a General MIDI program from step to step, 0.99 to 1.0; 0.997 outside 0 to 127. `tonality`, or null, gets how far it has a pitch, which is not the same as above for programs 99 and 100."""
+    """The factor by which a sound of a General MIDI program decays in each step, 0.99 to 1.0; 0.997 outside 0 to 127. `tonality`, or null, gets how distinct its pitch is; for programs 99 and 100 the value differs from the one above."""
 def s_updateMatrixWithKERNFile(matrix: Any, fileName: Optional[bytes], numberOfNotes: Any) -> int:
-    """Learns the spines of a kern file, as `s_updateMatrixWithMIDIFile` learns tracks. ID 0 is current afterwards. `numberOfNotes` gets the notes taken. Result: that of the last update; 0 if none ran or the file can't be opened."""
+    """Learns the spines of a Humdrum **kern file as `s_updateMatrixWithMIDIFile` learns tracks. ID 0 is the current one afterwards. `numberOfNotes` gets the number of notes learned. Result: that of the last update; 0 if there was no update or the file can't be opened."""
 def s_updateMatrixWithKERNFile_Medium(matrix: Any, fileName: Optional[bytes], numberOfNotes: Any) -> int:
-    """Learns the spines of a kern file, as `s_updateMatrixWithMIDIFile` learns tracks. ID 0 is current afterwards. `numberOfNotes` gets the notes taken. Result: that of the last update; 0 if none ran or the file can't be opened."""
+    """Learns the spines of a Humdrum **kern file as `s_updateMatrixWithMIDIFile` learns tracks. ID 0 is the current one afterwards. `numberOfNotes` gets the number of notes learned. Result: that of the last update; 0 if there was no update or the file can't be opened."""
 def s_updateMatrixWithKERNFiles(matrix: Any, path: Optional[bytes], recursive: int, numberOfNotes: Any) -> int:
-    """Learns all kern files (.krn) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: 1 looks into its folders too. `numberOfNotes` gets the notes taken from all files. Result: always 1; a file that fails is passed over."""
+    """Learns all kern files (.krn) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: not 0 includes its folders. `numberOfNotes` gets the number of notes learned from all files. Result: always 1; files that fail are skipped."""
 def s_updateMatrixWithKERNFiles_Medium(matrix: Any, path: Optional[bytes], recursive: int, numberOfNotes: Any) -> int:
-    """Learns all kern files (.krn) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: 1 looks into its folders too. `numberOfNotes` gets the notes taken from all files. Result: always 1; a file that fails is passed over."""
+    """Learns all kern files (.krn) of a directory, in alphabetical order, or the one file that `path` names. `recursive`: not 0 includes its folders. `numberOfNotes` gets the number of notes learned from all files. Result: always 1; files that fail are skipped."""
 def s_convertKERNFileToMIDIFile(matrix: Any, kernFile: Optional[bytes], midiFile: Optional[bytes]) -> int:
-    """Converts a kern file to a MIDI file; faults are told by messages alone. Result: 0 if a name is null, else 1."""
+    """Converts a kern file to a MIDI file. Faults are reported only as messages. Result: 0 if a name is null, else 1."""
 def s_convertKERNFileToMIDIFile_Medium(matrix: Any, kernFile: Optional[bytes], midiFile: Optional[bytes]) -> int:
-    """Converts a kern file to a MIDI file; faults are told by messages alone. Result: 0 if a name is null, else 1."""
+    """Converts a kern file to a MIDI file. Faults are reported only as messages. Result: 0 if a name is null, else 1."""
 def createZQFileNameList() -> _Pointer[ZQFileNameList]:
     """Creates an empty list of file names. Result: the list, or null if memory is exhausted. Delete it with `deleteZQFileNameList`."""
 def deleteZQFileNameList(list: Any) -> None:
     """Deletes a list with its names. Null is ignored."""
 def deleteZQFileNameListOnlyReferences(list: Any) -> None:
-    """Deletes a list but not its names, which go on to whoever took their pointers. Null is ignored."""
+    """Deletes a list but not its names, which belong to the caller from then on. Null is ignored."""
 def s_init(list: Any) -> None:
-    """Sets a list up anew: room for 32 names and none in it. Names that were in it are not released."""
+    """Empties a list, with room for 32 names. The names that it had are not released and belong to the caller."""
 def s_addFileName(list: Any, name: Any) -> None:
-    """Adds a name and takes it over: it must come from `s_Malloc` and is released with the list. Null is ignored."""
+    """Adds a name and takes it over: it must come from `s_Malloc`, and is released with the list, or at once if memory is exhausted. Null is ignored."""
 def s_deleteFileNameAtIndex(list: Any, index: int) -> None:
-    """Releases a name and closes the gap. An index outside the list is ignored."""
+    """Releases a name and moves the following ones up. An index out of range is ignored."""
 def s_getCount(list: Any) -> int:
-    """The names in the list."""
+    """The number of names in the list."""
 def s_deleteAllFileNames(list: Any) -> None:
-    """Releases all names; the list stays, empty."""
+    """Releases all names and leaves the list empty."""
 def s_getFileNameAtIndex(list: Any, index: int) -> _Pointer[c_char]:
-    """A name, which belongs to the list, or null outside it."""
+    """The name at an index from 0, which belongs to the list; null for an index out of range."""
 def s_getFileNameList(list: Any) -> Any:
-    """The array of names, `s_getCount` of them, which belongs to the list, until it changes."""
+    """The array of the `s_getCount` names, which belongs to the list and is valid until the list changes."""
 def s_fileIsMidiFile(list: Any, name: Optional[bytes]) -> int:
-    """1 if a name ends in .mid, .MID, .midi or .MIDI, else 0. The file isn't looked at."""
+    """1 if a name ends in .mid, .MID, .midi or .MIDI, else 0. The file is not read."""
 def s_fileIsKernFile(list: Any, name: Optional[bytes]) -> int:
-    """1 if a name ends in .krn or .KRN, else 0. The file isn't looked at."""
+    """1 if a name ends in .krn or .KRN, else 0. The file is not read."""
 def s_fileIsTextFile(list: Any, name: Optional[bytes]) -> int:
-    """1 if a name ends in .txt or .TXT, else 0. The file isn't looked at."""
+    """1 if a name ends in .txt or .TXT, else 0. The file is not read."""
 def s_isDirectory(list: Any, path: Optional[bytes]) -> int:
-    """1 for a directory, 0 for a regular file, -1 for anything else or a path that can't be read."""
+    """1 for a directory, 0 for a regular file, -1 for anything else and for a path that can't be read."""
 def s_getDirectoryContent(list: Any, path: Optional[bytes]) -> _Pointer[ZQFileNameList]:
-    """The paths of all entries of a directory but "." and "..", in reverse alphabetical order. Result: a new list, to be deleted by the caller, or null if the path is no directory."""
+    """The paths of all entries of a directory except "." and "..", in reverse alphabetical order. Result: a new list, to be deleted by the caller; null if the path isn't a directory."""
 def s_getMidiFilesInFilePath(list: Any, path: Optional[bytes], recursive: int, other: Any) -> _Pointer[ZQFileNameList]:
-    """Adds the MIDI files of a directory, or the one file that `path` names, to `list`, or to a new list if that is null. `recursive`: not 0 looks into folders too. Result: the list, which is the caller's to delete."""
+    """Adds the MIDI files of a directory, or the one file that `path` names, to `list`, or to a new list if that is null. `recursive`: not 0 includes folders. Result: the list, which is the caller's to delete."""
 def s_getMidiOrKernFilesInFilePath(list: Any, path: Optional[bytes], recursive: int, other: Any) -> _Pointer[ZQFileNameList]:
-    """Adds the MIDI and kern files of a directory, or the one file that `path` names, to `list`, or to a new list if that is null. `recursive`: not 0 looks into folders too. Result: the list, which is the caller's to delete."""
+    """Adds the MIDI and kern files of a directory, or the one file that `path` names, to `list`, or to a new list if that is null. `recursive`: not 0 includes folders. Result: the list, which is the caller's to delete."""
 def s_getTextFilesInFilePath(list: Any, path: Optional[bytes], recursive: int, other: Any) -> _Pointer[ZQFileNameList]:
-    """Adds the text files of a directory, or the one file that `path` names, to `list`, or to a new list if that is null. `recursive`: not 0 looks into folders too. Result: the list, which is the caller's to delete."""
+    """Adds the text files of a directory, or the one file that `path` names, to `list`, or to a new list if that is null. `recursive`: not 0 includes folders. Result: the list, which is the caller's to delete."""
 def s_getKernFilesInFilePath(list: Any, path: Optional[bytes], recursive: int, other: Any) -> _Pointer[ZQFileNameList]:
-    """Adds the kern files of a directory, or the one file that `path` names, to `list`, or to a new list if that is null. `recursive`: not 0 looks into folders too. Result: the list, which is the caller's to delete."""
+    """Adds the kern files of a directory, or the one file that `path` names, to `list`, or to a new list if that is null. `recursive`: not 0 includes folders. Result: the list, which is the caller's to delete."""
 def ZQCompareFileNames(first: Any, second: Any) -> int:
-    """The order of file names, for sorting an array of names: both arguments point to a name. At most 256 characters count. Result: below 0, 0 or above 0; 0 if a pointer is null."""
+    """Compares two file names, for sorting an array of names: both arguments point to a name. Only the first 256 characters count. Result: below 0, 0 or above 0, as strcmp gives it; 0 if a pointer is null."""
 def s_isValidOcronType(matrix: Any, ocronType: int) -> int:
-    """1 if an ocron type, 3 to 7, fits the preprocessing type of the current sub-matrix, else 0."""
+    """Checks whether an ocron type, 3 to 7, fits the preprocessing type of the current sub-matrix. Result: 1 if it fits, else 0."""
 def s_isValidOcronType_Medium(matrix: Any, ocronType: int) -> int:
-    """1 if an ocron type, 3 to 7, fits the preprocessing type of the current sub-matrix, else 0."""
+    """Checks whether an ocron type, 3 to 7, fits the preprocessing type of the current sub-matrix. Result: 1 if it fits, else 0."""
 def s_applyGlobalGocronParametersToMatrix(matrix: Any) -> None:
-    """Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the thread (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are what the way back from ocrons and gocrons works with."""
+    """Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the thread (zq_setGlobalGocronParameters) if it is empty; otherwise prints messages and changes nothing. Decoding ocrons and gocrons uses the end symbol and the type of the sub-matrix."""
 def s_applyGlobalGocronParametersToMatrix_Medium(matrix: Any) -> None:
-    """Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the thread (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are what the way back from ocrons and gocrons works with."""
+    """Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the thread (zq_setGlobalGocronParameters) if it is empty; otherwise prints messages and changes nothing. Decoding ocrons and gocrons uses the end symbol and the type of the sub-matrix."""
 def s_feedMatrixWithDegenerationOcronData(matrix: Any, degenerationLevels: Any, arrayLength: int, degenerationOcrons: Any, ocronType: int, endOfOcron: Optional[bytes], lastGoodIndex: int, dryRun: int, autoSave: int, numberFed: Any) -> int:
-    """Learns which ocrons stand for the same number: all pairs of its forms in sub-matrix 0, those with the shorter second form in 1 too; the full tier gives the end of each first form a new symbol. A null form is passed over, with a message. `degenerationOcrons`: for each of `arrayLength` numbers its forms, `degenerationLevels` of them, each a text; a pair may have 1023 characters with `endOfOcron`, the text put behind each form. `lastGoodIndex`: not above `arrayLength`. `dryRun`: not 0 learns nothing. `autoSave`: not 0 saves "autoSave.phr" every twenty minutes. A file "matrixTerminate" ends the run, behind its first number. `numberFed` gets the numbers handled. Result: 1 done; -1 a missing array, or an ocron type or index that doesn't fit."""
+    """Learns which ocrons stand for the same number: pairs of its forms, each with each up to the last one as long as the first, in sub-matrix 0; pairs with a shorter second form in 1 too. The full tier gives the end of each first form a new symbol. `degenerationOcrons`: for each of `arrayLength` numbers its forms, `degenerationLevels` of them, each a text; null forms are skipped. A pair may have 1023 characters with `endOfOcron`, the text put behind each form. `lastGoodIndex`: not above `arrayLength`. `dryRun`: not 0 learns nothing. `autoSave`: not 0 saves "autoSave.phr" at the first number and every 20 minutes. A file "matrixTerminate" stops the run. `numberFed` gets the numbers handled. Result: 1 done; -1 a missing array, or an ocron type or index that doesn't fit."""
 def s_feedMatrixWithDegenerationOcronData_Medium(matrix: Any, degenerationLevels: Any, arrayLength: int, degenerationOcrons: Any, ocronType: int, endOfOcron: Optional[bytes], lastGoodIndex: int, dryRun: int, autoSave: int, numberFed: Any) -> int:
-    """Learns which ocrons stand for the same number: all pairs of its forms in sub-matrix 0, those with the shorter second form in 1 too; the full tier gives the end of each first form a new symbol. A null form is passed over, with a message. `degenerationOcrons`: for each of `arrayLength` numbers its forms, `degenerationLevels` of them, each a text; a pair may have 1023 characters with `endOfOcron`, the text put behind each form. `lastGoodIndex`: not above `arrayLength`. `dryRun`: not 0 learns nothing. `autoSave`: not 0 saves "autoSave.phr" every twenty minutes. A file "matrixTerminate" ends the run, behind its first number. `numberFed` gets the numbers handled. Result: 1 done; -1 a missing array, or an ocron type or index that doesn't fit."""
+    """Learns which ocrons stand for the same number: pairs of its forms, each with each up to the last one as long as the first, in sub-matrix 0; pairs with a shorter second form in 1 too. The full tier gives the end of each first form a new symbol. `degenerationOcrons`: for each of `arrayLength` numbers its forms, `degenerationLevels` of them, each a text; null forms are skipped. A pair may have 1023 characters with `endOfOcron`, the text put behind each form. `lastGoodIndex`: not above `arrayLength`. `dryRun`: not 0 learns nothing. `autoSave`: not 0 saves "autoSave.phr" at the first number and every 20 minutes. A file "matrixTerminate" stops the run. `numberFed` gets the numbers handled. Result: 1 done; -1 a missing array, or an ocron type or index that doesn't fit."""
 def zq_getLoadReport(matrix: Any, report: Any) -> int:
-    """What the creation of a matrix from a file has found in the file. A damaged file loads as far as it can be made sense of; a host that would go on with what is left, or save it over the file, asks here first. `report`: filled in any case; null is allowed. Result: 1 for a whole file, 0 for one that had to be repaired, -1 if nothing was loaded or the file was refused."""
+    """Reports what creating the matrix from a file found in the file. A damaged file is loaded as far as possible; a host should check this before it continues with such a matrix or saves it over the file. `report`: filled in any case; null is allowed. Result: 1 the file is intact; 0 it was repaired; -1 nothing was loaded, or the file was refused."""
 def zq_getLoadReport_Medium(matrix: Any, report: Any) -> int:
-    """What the creation of a matrix from a file has found in the file. A damaged file loads as far as it can be made sense of; a host that would go on with what is left, or save it over the file, asks here first. `report`: filled in any case; null is allowed. Result: 1 for a whole file, 0 for one that had to be repaired, -1 if nothing was loaded or the file was refused."""
+    """Reports what creating the matrix from a file found in the file. A damaged file is loaded as far as possible; a host should check this before it continues with such a matrix or saves it over the file. `report`: filled in any case; null is allowed. Result: 1 the file is intact; 0 it was repaired; -1 nothing was loaded, or the file was refused."""
 def zq_getLoadReport_Base(matrix: Any, report: Any) -> int:
-    """What the creation of a matrix from a file has found in the file. A damaged file loads as far as it can be made sense of; a host that would go on with what is left, or save it over the file, asks here first. `report`: filled in any case; null is allowed. Result: 1 for a whole file, 0 for one that had to be repaired, -1 if nothing was loaded or the file was refused."""
+    """Reports what creating the matrix from a file found in the file. A damaged file is loaded as far as possible; a host should check this before it continues with such a matrix or saves it over the file. `report`: filled in any case; null is allowed. Result: 1 the file is intact; 0 it was repaired; -1 nothing was loaded, or the file was refused."""
 def zq_version() -> bytes:
-    """The version of the library that runs, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like tell the version of the header. The text is the library's and lives as long as the process."""
+    """The version of the library at run time, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like are the version of the header. The text is the library's and is valid as long as the process runs."""
 def zq_setMessageFunction(function: Any, userData: Any) -> None:
-    """Has `function` called for each message up to the level of `s_setMatrixDebugOn`, whatever the debug device, that the calling thread gives. Null ends it. Another thread has none until it sets its own. `userData` goes to each call as it is."""
+    """Sets the function that gets each message of the calling thread up to the level of `s_setMatrixDebugOn`, whatever the debug device. Null removes it. Each thread has its own function, at first none. `userData` is passed to each call unchanged."""
 def zq_lastMessage() -> bytes:
-    """The last message of level 0, an error or a warning, that the calling thread gave, also while nothing is printed; an empty text if there was none. What failed is told by results: a message may also stem from a call that succeeded. The text is the library's and lives until the thread's next message, or its end."""
+    """The last message of level 0, an error or a warning, of the calling thread, even if it was not printed; an empty text if there was none. A message doesn't mean a failure, which only results show: calls that succeed may print warnings. The text is the library's and is valid until the next message of the thread, or its end."""
 def zq_createKernReport(fileName: Optional[bytes], preProcessingType: int, midiTrackAnalyze: int, channelFilter: Any) -> _Pointer[zq_KernReport]:
-    """Checks and reads a kern file as learning does, and tells each fault with its place, what the file gives, where the reading departs from the score, and which tracks `s_updateMatrixWithKERNFile` would take. Behind a timing error notes are counted, not read. There are no messages. `preProcessingType`, `midiTrackAnalyze` and `channelFilter` as with `zq_createMidiReport`. Result: the report, for zq_deleteKernReport; also for a file that can't be opened or is refused (`state`); null if memory is exhausted. All its texts and arrays live as long as it does."""
+    """Checks and reads a Humdrum **kern file as learning does, and reports each fault with its place, the contents of the file, each difference between the notes read and the score, and the tracks that `s_updateMatrixWithKERNFile` would learn. After a timing error notes are counted, not read. Prints no messages. `preProcessingType`, `midiTrackAnalyze` and `channelFilter` as with `zq_createMidiReport`. Result: the report, for zq_deleteKernReport, even if the file can't be opened or is refused (`state`); null if memory is exhausted. Its texts and arrays are valid as long as the report."""
 def zq_deleteKernReport(report: Any) -> None:
-    """Releases a report with all that belongs to it. Null is ignored."""
+    """Releases a report and everything that belongs to it. Null is ignored."""
 def zq_createMidiReport(path: Optional[bytes], preProcessingType: int, noteOnQuantization: int, midiTrackAnalyze: int, channelFilter: Any) -> _Pointer[zq_MidiReport]:
-    """Tells what `s_updateMatrixWithMIDIFile` would take of a file and what is lost on the way, without a matrix and without messages. The arguments are what the basic level's block would hold: `preProcessingType` 1, or 1002 to 1004; `noteOnQuantization`: notes that start within so many quanta make a chord, 16 as a rule; `midiTrackAnalyze` 0 each track, 1 all merged, 2 both; `channelFilter`: 16 bytes, not 0 drops the channel, or null for none. Result: a new report, also for a file that can't be read, which `zq_deleteMidiReport` releases; null if memory is exhausted."""
+    """Reports what `s_updateMatrixWithMIDIFile` would learn of a file and what it would drop, without a matrix and without messages. The arguments stand for the settings of the basic level's block: `preProcessingType` 1, or 1002 to 1004; `noteOnQuantization`: notes that start within so many quanta form a chord, usually 16; `midiTrackAnalyze` 0 each track, 1 all merged, 2 both; `channelFilter`: 16 bytes, one per channel, not 0 drops the channel, or null for none. Result: a new report, also for a file that can't be read, which `zq_deleteMidiReport` releases; null if memory is exhausted."""
 def zq_deleteMidiReport(report: Any) -> None:
-    """Releases a report with all that it holds. Null is ignored."""
+    """Releases a report and everything that belongs to it. Null is ignored."""
 def zq_textOfMidiEnd(end: int) -> bytes:
     """How the reading of a MIDI file ended (zq_MidiEnd), in a few words. The text is the library's; it is empty for other numbers."""
 def zq_textOfMidiVerdict(verdict: int) -> bytes:
@@ -2619,19 +2619,19 @@ def zq_nameOfMidiSubType(subType: int) -> bytes:
 def zq_nameOfSoundID(soundID: int) -> bytes:
     """The name of a sound, 0 to 15. The text is the library's; it is empty for other numbers."""
 def zq_readMidiObjexsAndWriteToMidiFile(matrix: Any, numberOfObjex: int, fileName: Optional[bytes], numberOfNotes: Any) -> int:
-    """As `s_readMidiObjexsAndWriteToMidiFile`, but tells how it went: `numberOfNotes`, if not null, gets the notes in the file, those of the kernel's start among them, and a file that could not be written whole is no success. Result: as there, or -6 if a write failed, of which a part may stand in the file, or -7 if memory has run out."""
+    """As `s_readMidiObjexsAndWriteToMidiFile`, but reports more: `numberOfNotes`, if not null, gets the number of notes in the file, including the kernel's initial notes, and a file that was not written completely is a failure. Result: as there, or -6 if a write failed, which may leave a part of the file, or -7 if memory has run out."""
 def zq_readMidiObjexsAndWriteToMidiFile_Medium(matrix: Any, numberOfObjex: int, fileName: Optional[bytes], numberOfNotes: Any) -> int:
-    """As `s_readMidiObjexsAndWriteToMidiFile`, but tells how it went: `numberOfNotes`, if not null, gets the notes in the file, those of the kernel's start among them, and a file that could not be written whole is no success. Result: as there, or -6 if a write failed, of which a part may stand in the file, or -7 if memory has run out."""
+    """As `s_readMidiObjexsAndWriteToMidiFile`, but reports more: `numberOfNotes`, if not null, gets the number of notes in the file, including the kernel's initial notes, and a file that was not written completely is a failure. Result: as there, or -6 if a write failed, which may leave a part of the file, or -7 if memory has run out."""
 def zq_initPrimes(lowerBound: int, upperBound: int, count: Any) -> _Pointer[c_int]:
-    """Makes the 32-bit table of primes of all threads, which ocrons, gocrons and the preprocessing types 1010 to 1020 of all matrices need. It holds the primes from `lowerBound` to `upperBound`, or to 5000 if that is more; at most to 2147483647. Take 0 for `lowerBound`: the ranks of primes are right only in a table that begins with 2. Take a twentieth more than the largest number, and 1000: near the end of a table ranks are estimates. `count` gets the number of primes. A table to 100 million takes 23 MB. The old table stands until the new one is whole. Result: the table, ascending, which is the library's; null if the bounds are less than 2 apart (the old table stays) or memory has run out (there is no table then, and *count is 0). The array stands until the calling thread makes or frees a table, or next asks for primes after another thread has."""
+    """Makes the 32-bit table of primes, which all threads share and which ocrons, gocrons and the preprocessing types 1010 to 1020 of all matrices need. It contains the primes from `lowerBound` to `upperBound`, or to 5000 if that is more; at most to 2147483647. `lowerBound` should be 0: ranks of primes are correct only in a table that begins with 2. `upperBound` should exceed the largest number by a twentieth plus 1000: near the end of a table ranks are estimates. `count` gets the number of primes. A table to 100 million takes 23 MB. The old table is used until the new one is complete. Result: the table, ascending, which is the library's; null if the bounds are less than 2 apart (the old table stays) or memory has run out (then there is no table, and *count is 0). The array is valid until the calling thread makes or frees a table, or first uses the table after another thread has done so."""
 def zq_initPrimesLarge(lowerBound: int, upperBound: int, count: Any) -> _Pointer[c_longlong]:
-    """The same in 64 bits: a second table, which the functions ...Large alone read."""
+    """The same in 64 bits: a second table, used only by the functions ...Large."""
 def zq_initFirstNPrimes(n: int) -> _Pointer[c_int]:
     """Makes the 32-bit table of at least the first `n` primes (500 at least), or of all 105097565 that fit. Result as zq_initPrimes."""
 def zq_initFirstNPrimesLarge(n: int) -> _Pointer[c_longlong]:
     """Makes the 64-bit table of at least the first `n` primes (500 at least). Result as zq_initPrimes."""
 def zq_deinitPrimes() -> None:
-    """Frees the 32-bit table for all threads. What zq_getPrimeNumbers tells of its count and greatest prime stays."""
+    """Frees the 32-bit table for all threads. zq_getPrimeNumbers still gives its count and its greatest prime."""
 def zq_deinitPrimesLarge() -> None:
     """Frees the 64-bit table for all threads."""
 def zq_getPrimeNumbers(count: Any, maxPrime: Any) -> _Pointer[c_int]:
@@ -2639,11 +2639,11 @@ def zq_getPrimeNumbers(count: Any, maxPrime: Any) -> _Pointer[c_int]:
 def zq_getPrimeNumbersLarge(count: Any, maxPrime: Any) -> _Pointer[c_longlong]:
     """The 64-bit table with its count and its greatest prime; null if there is none."""
 def zq_isPrime(n: int) -> int:
-    """1 if `n` is a prime, 0 if not, -1 if the 32-bit table can't tell: where it is missing, and where Riemann's estimate sees the rank of `n` beyond its end, which may be so for a few numbers below its greatest prime. 0 for a negative `n`."""
+    """1 if `n` is a prime, 0 if not, -1 if the 32-bit table doesn't show it: if there is no table, or if Riemann's estimate places `n` beyond its end, which can happen for a few numbers below its greatest prime. 0 for a negative `n`."""
 def zq_isPrimeLarge(n: int) -> int:
     """The same from the 64-bit table."""
 def zq_numberOfPrimesUpto(x: float) -> float:
-    """The number of primes up to `x`: exact within the 32-bit table, beyond it Riemann's estimate, truncated; 0 below 2; -1 without a table."""
+    """The number of primes up to `x`: exact within the 32-bit table, beyond it Riemann's estimate, truncated; 0 below 2; -1 if there is no table."""
 def zq_numberOfPrimesUptoLarge(x: float) -> float:
     """The same from the 64-bit table."""
 def zq_primePi(n: int) -> int:
@@ -2651,29 +2651,29 @@ def zq_primePi(n: int) -> int:
 def zq_primePiLarge(n: int) -> int:
     """The same from the 64-bit table."""
 def zq_nthPrime(n: int) -> int:
-    """The `n`-th prime, from 1; -1 without a table, below 1, and beyond the table."""
+    """The `n`-th prime, counted from 1; -1 if there is no table, for an `n` below 1, and beyond the table."""
 def zq_nthPrimeLarge(n: int) -> int:
     """The same from the 64-bit table."""
 def zq_notPrimePi(n: int) -> int:
-    """`n` less the number of primes up to it; -1 above the greatest prime of the 32-bit table."""
+    """`n` minus the number of primes up to `n`; -1 above the greatest prime of the 32-bit table."""
 def zq_notPrimePiLarge(n: int) -> int:
     """The same from the 64-bit table."""
 def zq_nthNotPrime(n: int) -> int:
-    """The `n`-th number that is no prime, from 1: 1, 4, 6, 8, 9 and so on; 0 for 0. -1 without a table, below 0, and where the table doesn't reach beyond the number, with a message at level 0 if the search would begin beyond it."""
+    """The `n`-th number that is not a prime, counted from 1: 1, 4, 6, 8, 9 and so on; 0 for 0. -1 if there is no table, for an `n` below 0, and if the table ends before the number, with a message at level 0 if the search would begin beyond its end."""
 def zq_nthNotPrimeLarge(n: int) -> int:
     """The same from the 64-bit table."""
 def zq_riemann_r(x: float) -> float:
-    """Riemann's R, an estimate of the number of primes up to `x`, by the series of J. P. Gram (1884): 1 for an `x` of 1 or less. Needs no table."""
+    """Riemann's R, an estimate of the number of primes up to `x`, by the series of J. P. Gram (1884); 1 for an `x` of 1 or less. Needs no table."""
 def zq_initMath() -> None:
-    """Clears the last factorisation of the thread. Nothing else has to be called before the functions below."""
+    """Clears the last factorisation of the thread. The functions below need no other initialisation."""
 def zq_getPrimeFactors(n: int, count: Any, sigma: Any, wantCopy: int) -> _Pointer[tagPrimeFact]:
-    """The prime factors of `n`, ascending, in the entries 1 to *count of the result; entry 0 holds *count and *sigma. `count` gets the number of different primes, `sigma` the sum of the divisors, in its low 32 bits. 0 and 1 are factors of themselves. `wantCopy`: 0 gives the thread's own array, which stands until its next factorisation; otherwise the result is new, for zq_deletePrimeFactor. Result: null, with *count 0 and *sigma 1, for a negative `n`, without the 32-bit table, and if that doesn't reach the root of `n`."""
+    """The prime factors of `n`, ascending, in the entries 1 to *count of the result; entry 0 holds *count and *sigma. `count` gets the number of different primes, `sigma` the low 32 bits of the sum of the divisors. 0 and 1 are factors of themselves. `wantCopy`: 0 gives the thread's own array, which is valid until its next factorisation; otherwise the result is new, for zq_deletePrimeFactor. Result: null, with *count 0 and *sigma 1, for a negative `n`, if there is no 32-bit table, and if the table ends below the square root of `n`."""
 def zq_deletePrimeFactor(factors: Any) -> None:
     """Releases a copy from zq_getPrimeFactors; null is ignored."""
 def zq_sigma(n: int) -> int:
-    """The sum of the divisors of `n`: 0 below 1. The low 32 bits of a sum above 2147483647."""
+    """The sum of the divisors of `n`, in its low 32 bits; 0 for an `n` below 1."""
 def zq_sigma4(n: int) -> int:
-    """The sum of the divisors of `n` that 4 doesn't divide: 0 below 1. A sum as zq_sigma."""
+    """The sum of the divisors of `n` that 4 doesn't divide, in its low 32 bits; 0 for an `n` below 1."""
 def zq_ipow(base: int, exponent: int) -> float:
     """`base` to the power of `exponent`; 1 for an exponent below 1."""
 def zq_llPow(base: int, exponent: int) -> int:
@@ -2683,59 +2683,59 @@ def zq_getMersennePrimes(count: Any) -> _Pointer[c_int]:
 def zq_isMersennePrime(exponent: int) -> int:
     """1 if `exponent` is one of zq_getMersennePrimes, else 0."""
 def zq_getGlobalGocronParameters() -> _Pointer[gocronParametersTag]:
-    """The parameters of the thread: what integers are encoded with, the end symbol at which every evaluation stops, the digits of gocrons. The way back from a matrix takes type and end symbol from the sub-matrix (s_setOcronType), all else from here. The record is the library's."""
+    """The parameters of the thread: how integers are encoded, the end symbol at which every evaluation stops, the digits of gocrons. Decoding items of a matrix uses type and end symbol of the sub-matrix (s_setOcronType), and all other parameters from here. The record is the library's and may be changed in place."""
 def zq_setGlobalGocronParameters(parameters: Any) -> None:
-    """Sets all ten parameters. An `ocronType` below 0 or above 10 becomes 4, an `ocronAlgorithm` or `gocronAlgorithm` above 10 and a `gocronNumberBase` above 256 become 0, each with a message at level 0. An `ocronType` of 0 to 2 or 8 to 10 is kept, and refused where it is used."""
+    """Sets all ten parameters. An `ocronType` below 0 or above 10 becomes 4, an `ocronAlgorithm` or `gocronAlgorithm` above 10 and a `gocronNumberBase` above 256 become 0, each with a message at level 0. An `ocronType` of 0 to 2 or 8 to 10 is stored, but refused by the functions that use it."""
 def zq_setGlobalGocronParametersToDefaults() -> None:
     """Sets type 4, end symbol 10, algorithms 0, number base 0, and the digits 0 to 4 for "*", "P", "2", "^", "Q"."""
 def zq_intToOcron(ocronType: int, length: Any, capacity: Any, number: int, compareNumber: Any, stackDepth: Any) -> _Pointer[c_char]:
-    """The ocron of `number`, a new string for s_Free. The 32-bit table must reach the factors of `number`; for type 6 it must reach beyond `number` itself. `ocronType`: 3 `*P2`, 4 `*P2^`, 5 `*P2^Q`, 6 `*P`, 7 as 4 but for its evaluation. `length` gets its characters, `capacity` those that the block has room for. `compareNumber` gets what the string evaluates to: the ocron is right if that is `number`. It is -1 for 2147483648 and more, and a code of the evaluator below 1 where that fails. `stackDepth` gets the depth of the stack in the evaluation. Result: null for a type outside 3 to 7, a number without an ocron (below 2; type 6: below 1), an `ocronAlgorithm` other than 0 (message at level 0), and without memory."""
+    """The ocron of `number`, a new string for s_Free. The 32-bit table must contain the factors of `number`; for type 6 it must extend beyond `number` itself. `ocronType`: 3 `*P2`, 4 `*P2^`, 5 `*P2^Q`, 6 `*P`, 7 as 4 but for its evaluation. `length` gets the number of its characters, `capacity` the number for which the block has room. `compareNumber` gets the value of the string by evaluation, which is `number` if the ocron is right: -1 for 2147483648 and more, or a result of the evaluator below 1 if it fails. `stackDepth` gets the depth of the stack during the evaluation. Result: null for a type outside 3 to 7, a number without an ocron (below 2; type 6: below 1), an `ocronAlgorithm` other than 0 (message at level 0), or exhausted memory."""
 def zq_intToOcron3(buffer: Any, length: Any, capacity: Any, number: int) -> _Pointer[c_char]:
-    """Appends the ocron of `number` to a string: type 3, each prime factor for itself, so that 12 is 2P2*2*. `buffer`: a block from s_Malloc of *capacity + 1 bytes with a terminated text of *length characters, or null for a new one, which sets both. The text begins a product if it is empty, and is multiplied with what stands there otherwise. Result: the buffer, which may have moved; as it was for a negative number; incomplete where the 32-bit table doesn't serve; null for null and a number below 2, and without memory, where the buffer is released."""
+    """Appends the ocron of type 3 of `number` to a string. Each prime factor is encoded separately: 12 is 2P2*2*. `buffer`: a block from s_Malloc of *capacity + 1 bytes with a terminated text of *length characters, or null for a new one, which sets both. A text that is not empty is multiplied by the number. Result: the buffer, which may have moved; unchanged for a negative number; incomplete if the 32-bit table is too small or missing; null if `buffer` is null and the number below 2, or if memory has run out, in which case the buffer is released."""
 def zq_intToOcron4(buffer: Any, length: Any, capacity: Any, number: int) -> _Pointer[c_char]:
     """The same in type 4, with powers: 12 is 2P22^*."""
 def zq_intToOcron5(buffer: Any, length: Any, capacity: Any, number: int) -> _Pointer[c_char]:
-    """The same in type 5: as type 4, and each run of k P in the whole buffer becomes the ocron of k and a Q. 11 is 22PQ."""
+    """The same in type 5: as type 4, but each run of k characters P in the whole buffer becomes the ocron of k and a Q: 11 is 22PQ."""
 def zq_intToOcron6(buffer: Any, length: Any, capacity: Any, number: int) -> _Pointer[c_char]:
-    """The same in type 6, the path from 1 to `number`, with the leading * that stands for 1: 4 is *P*. Null for null and a number below 1. A number beyond the table prints a message at level 0."""
+    """The same in type 6: the path from 1, which the leading * stands for, to `number`: 4 is *P*. The result is null if `buffer` is null and the number below 1. A number beyond the table prints a message at level 0."""
 def zq_intToOcron7(buffer: Any, length: Any, capacity: Any, number: int) -> _Pointer[c_char]:
     """The same as zq_intToOcron4."""
 def zq_intToOcron_X(buffer: Any, length: Any, capacity: Any, number: int) -> _Pointer[c_char]:
     """The same as zq_intToOcron5."""
 def zq_createOcronSequenceFromIntegerSequence(sequence: Any, length: int, ocronType: int, resultLength: Any, endSymbol: int, logPath: Optional[bytes]) -> _Pointer[c_int]:
-    """The ocrons of `length` integers, one item a character, each ocron followed by `endSymbol` if that isn't 0. A number without an ocron, or whose ocron doesn't evaluate to it, is left out with a message at level 0. `resultLength` gets the number of items. `logPath`: null, or a file that is written with a line a number; one that can't be opened is passed over. Result: a new array for s_Free; null without memory."""
+    """The ocrons of `length` integers, one item per character, each ocron followed by `endSymbol` if it isn't 0. A number without an ocron, or whose ocron doesn't evaluate to the number, is left out with a message at level 0. `resultLength` gets the number of items. `logPath`: null, or a file to which one line per number is written; a file that can't be opened is ignored. Result: a new array for s_Free; null if memory has run out."""
 def zq_createOcronSequenceFromIntegerSequenceUseGlobalPars(sequence: Any, length: int, resultLength: Any) -> _Pointer[c_int]:
-    """The same with type and end symbol of the thread's parameters and no log."""
+    """The same with type and end symbol of the thread's parameters and without a log file."""
 def zq_getOcronStringFromOcronIntArray(items: Any, endSymbol: int, length: Any) -> _Pointer[c_char]:
-    """The items up to the first `endSymbol` as a new string for s_Free. The end symbol is its last character and counts in *length. `items`: read to the end symbol, at most 32768 items. Result: null, with *length 0, if it isn't among them."""
+    """The items up to the first `endSymbol` as a new string for s_Free. The end symbol is its last character and counts in *length. `items`: read up to the end symbol, at most 32768 items. Result: null, with *length 0, if none of them is the end symbol."""
 def zq_readIntegerSequenceFromASCIOcronFile(path: Optional[bytes], maximalItems: int, endSymbol: int, count: Any, status: Any) -> _Pointer[c_int]:
-    """Reads a file of ocrons into a new array for s_Free: an item a symbol (`*2PQ^`), and `endSymbol`, if that is above 0, for each run of white space between and behind them. `maximalItems`: 0 for all. `count` gets the number of items. `status`: 1 done; 0 stopped behind a character that is no symbol, which is the last item; -1 the file can't be read; -2 no memory; -3 nothing but white space. Null for the negative ones."""
+    """Reads a file of ocrons into a new array for s_Free: one item per symbol (`*2PQ^`), and `endSymbol`, if it is above 0, for each run of white space between and after the ocrons. `maximalItems`: 0 for all. `count` gets the number of items. `status`: 1 done; 0 stopped after a character that is not a symbol, which is the last item; -1 the file can't be read; -2 memory has run out; -3 the file has only white space. Null for a negative status."""
 def zq_pushOnOcronStack(stack: Any, stackPointer: Any, value: int) -> None:
-    """Puts a value on a stack of 128 values, *stackPointer of them in use, the newest at index 0. At 127 it is dropped, with a message at level 2."""
+    """Pushes a value on a stack of 128 values, *stackPointer of them in use, the newest at index 0. If 127 are in use, the value is dropped with a message at level 2."""
 def zq_popFromOcronStack(stack: Any, stackPointer: Any) -> int:
-    """Takes the newest value off such a stack: 0 if it is empty."""
+    """Pops the newest value of such a stack. Result: the value; 0 if the stack is empty."""
 def zq_addOcronItem(buffer: Any, length: Any, capacity: Any, character: int) -> _Pointer[c_char]:
-    """Appends a character and a terminator to a string as zq_intToOcron3 has it. Result: the buffer, which may have moved; null for null and without memory, where the buffer is released."""
+    """Appends a character and a terminator to a string in a buffer as with zq_intToOcron3. Result: the buffer, which may have moved; null for a null buffer, or if memory has run out, in which case the buffer is released."""
 def zq_addOcronString(buffer: Any, length: Any, capacity: Any, text: Optional[bytes], count: int) -> _Pointer[c_char]:
     """The same for `count` characters of `text`."""
 def zq_addIntegerItemToOcronVector(vector: Any, count: Any, capacity: Any, item: int) -> _Pointer[c_int]:
-    """Appends an integer to a block from s_Malloc of *capacity integers, *count of them in use. Result: the block, which may have moved. Without memory it is the old one, *count stays, and messages at level 1 tell."""
+    """Appends an integer to a block from s_Malloc of *capacity integers, *count of them in use. Result: the block, which may have moved; if memory has run out, the old block with *count unchanged, and messages at level 1."""
 def zq_ocronToLongLong(ocronType: int, ocron: Any, length: int, stackDepth: Any) -> int:
-    """The number that an ocron stands for; -1 for a type outside 3 to 7. By type one of the evaluators below."""
+    """The number that an ocron stands for, by the evaluator below for its type; -1 for a type outside 3 to 7."""
 def zq_ocronToint(ocronType: int, ocron: Any, length: int, stackDepth: Any) -> int:
     """The same in 32 bits: -1 for 2147483648 and more."""
 def zq_ocron3ToLongLong(ocron: Any, length: int, stackDepth: Any) -> int:
-    """The number that an ocron of type 3 stands for. A missing trailing operand is 2, and what is left at the end is multiplied. `ocron`: a terminated string, which is cut in place at its first end symbol (zq_getGlobalGocronParameters), also where evaluation then fails. `length`: its characters. `stackDepth` gets the most values that stood on the stack after a push. Result below 1: -1 `length` below 1; -2 null; -3 `length` isn't that of the string; -4 no 32-bit table of primes, or a character that isn't of the type (messages of -3 and -4 at level 0, the others at 2); -5 an empty stack; -6 a rank at or beyond the number of primes; -7 a rank below 1; -9 a product beyond 64 bits; -10 a value below 1, as exactly 2^63 wraps to; -11 not one value at the end. Values that are left and make exactly 2^63 give the smallest number."""
+    """The number that an ocron of type 3 stands for. A missing last operand is taken as 2; values left at the end are multiplied. `ocron`: a terminated string, which is cut in place at its first end symbol (zq_getGlobalGocronParameters), even if the evaluation fails. `length`: its characters. `stackDepth` gets the largest number of values on the stack after a push. Result below 1: -1 `length` below 1; -2 null; -3 `length` isn't that of the string; -4 no 32-bit table of primes, or a character that the type doesn't have (-3 and -4 print at level 0, the others at 2); -5 an empty stack; -6 a rank at or beyond the number of primes; -7 a rank below 1; -9 a product beyond 64 bits; -10 a value below 1, also for exactly 2^63, which wraps; -11 not one value at the end. If the product of the values left is exactly 2^63, the result is the smallest 64-bit number."""
 def zq_ocron4ToLongLong(ocron: Any, length: int, stackDepth: Any) -> int:
     """The same for type 4. Results below 1 as there, but -11 a power beyond 64 bits, -12 a value below 1, -13 not one value at the end."""
 def zq_ocron5ToLongLong(ocron: Any, length: int, stackDepth: Any) -> int:
-    """The same for type 5, where no operand is filled in and nothing multiplied at the end. Results below 1 as for type 3, but -8, -10, -12 a missing operand of Q, *, ^; -9 a rank under Q at or beyond the number of primes; -11, -13 a product or a power beyond 64 bits; -14 a value below 1; -15 not one value at the end."""
+    """The same for type 5, where no missing operand is supplied and nothing is multiplied at the end. Results below 1 as for type 3, but -8, -10, -12 a missing operand of Q, *, ^; -9 a rank of Q at or beyond the number of primes; -11, -13 a product or a power beyond 64 bits; -14 a value below 1; -15 not one value at the end."""
 def zq_ocron6ToLongLong(ocron: Any, length: int, stackDepth: Any) -> int:
-    """The same for type 6. The string isn't cut at its end symbol, which has no effect. Results below 1: -1 to -4 as for type 3, and -1 beyond the table."""
+    """The same for type 6. The end symbol has no effect: the string isn't cut. Results below 1: -1 to -4 as for type 3, and -1 for a number beyond the table."""
 def zq_ocron7ToLongLong(ocron: Any, length: int, stackDepth: Any, logBase: Any) -> int:
-    """The same for type 7: a string of type 4 whose number may be too large for 64 bits. `logBase` gets 0, or 2 if a power of 2 beyond 64 bits was needed on the way. Result: the number; 0 if it can't be told; -1 to -4 as for type 3."""
+    """The same for type 7: a string of type 4 whose number may be too large for 64 bits. `logBase` gets 0, or 2 if a power of 2 beyond 64 bits occurred in the evaluation. Result: the number; 0 if it can't be determined; -1 to -4 as for type 3."""
 def zq_ocron4ToLogLongLong(ocron: Any, length: int, stackDepth: Any, logBase: Any) -> int:
-    """As type 4, and where an operation would overflow its result is the logarithm, to the base of the first prime of the table, 2. `logBase`: 0 before the call; gets the base once a logarithm was taken. The characters are not checked, and the string isn't cut. Results below 1 as for type 4, and -9 and -11 also where there is no such logarithm or *logBase was another base, -13 P of a logarithm, -14 a product with what is no power of the base, -15 a logarithm beyond 64 bits."""
+    """As type 4, but an operation that would overflow gives a logarithm to the base of the first prime of the table, 2. `logBase`: 0 before the call; gets the base if a logarithm was taken. The characters are not checked, and the string isn't cut. Results below 1 as for type 4; -9 and -11 also if there is no such logarithm or *logBase was another base; -13 P of a logarithm; -14 a product with a number that isn't a power of the base; -15 a logarithm beyond 64 bits."""
 def zq_ocron3ToInt(ocron: Any, length: int, stackDepth: Any) -> int:
     """The low 32 bits of zq_ocron3ToLongLong."""
 def zq_ocron4ToInt(ocron: Any, length: int, stackDepth: Any) -> int:
@@ -2747,102 +2747,102 @@ def zq_ocron6ToInt(ocron: Any, length: int, stackDepth: Any) -> int:
 def zq_ocron7ToInt(ocron: Any, length: int, stackDepth: Any, logBase: Any) -> int:
     """The low 32 bits of zq_ocron7ToLongLong."""
 def zq_longLogFromValueWithBase(value: int, base: int) -> int:
-    """The logarithm of `value` to `base` if it is a whole number, to a billionth, else 0."""
+    """The logarithm of `value` to `base` if it is a whole number within a billionth, else 0."""
 def zq_longLogFromProductWithBase(a: int, b: int, base: int) -> int:
     """The sum of the logarithms of `a` and `b` if both are exact powers of `base`, else 0."""
 def zq_longLogFromPowerWithBase(a: int, exponent: int, base: int) -> int:
     """The logarithm of `a` times `exponent`, in its low 64 bits, if `a` is an exact power of `base`, else 0."""
 def zq_longLongAbs(value: int) -> int:
-    """The absolute value; the smallest number is returned as it is."""
+    """The absolute value of `value`; the smallest 64-bit number is returned unchanged."""
 def zq_ocronToGocron(ocronType: int, ocron: Optional[bytes], length: int) -> int:
-    """An ocron read as one number: each symbol a digit, the last one the lowest, with digits and base of the thread's parameters. A leading symbol of digit 0 is lost in it. `length`: characters of `ocron`; a negative one gives 0. Result: -1 for a type outside 3 to 7, a length of 0, a character that is no symbol, and where a weight or the sum wraps to a negative number. A weight that wraps to another number isn't seen: with base 4 that is so from 33 characters on."""
+    """An ocron read as one number: each symbol is a digit, the last one the lowest, with digits and base of the thread's parameters. A leading symbol with digit 0 doesn't change the number. `length`: characters of `ocron`; a negative length gives 0. Result: -1 for a type outside 3 to 7, a length of 0, a character that isn't a symbol, and if a weight or the sum wraps to a negative number. A weight that wraps to another number is not detected: with base 4 from 33 characters on."""
 def zq_gocronToOcron(ocronType: int, gocron: int, length: Any) -> _Pointer[c_char]:
-    """The ocron of a gocron, a new string for s_Free, with "?" for a digit that no symbol has (type 6: nothing). In type 7 the digit of "*" is written "^". *length gets its characters. Result: null, with *length 0, for a negative gocron, a type outside 3 to 7, a base below 2, and without memory."""
+    """The ocron of a gocron, a new string for s_Free, with "?" for a digit without a symbol (type 6: nothing). In type 7 the digit of "*" is written as "^". *length gets the number of characters. Result: null, with *length 0, for a negative gocron, a type outside 3 to 7, a base below 2, or exhausted memory."""
 def zq_ocronToGocron1(ocronType: int, ocron: Optional[bytes], length: int) -> int:
-    """2 to the power of `length` - 1, less 1, for any ocron; 1 for "2", 0 for a `length` of 1 or less otherwise. -1 for a type outside 3 to 7, a character behind the first that is no symbol, and an overflow."""
+    """2 to the power of `length` - 1, minus 1, for any ocron; 1 for "2", 0 for any other of a `length` of 1 or less. -1 for a type outside 3 to 7, a character after the first that isn't a symbol, and an overflow."""
 def zq_ocronToLQGocron(ocronType: int, ocron: Optional[bytes], length: int) -> lQuaternionTag:
-    """The symbols behind the first, each weighted by 2 to the power of its place from the end: r half of "2", i of "*", j of "P", k of "^". r is 1 for "2" alone. All 0 for types 5 and 6 and types outside 3 to 7, all -1 for another character and an overflow."""
+    """The symbols after the first, each weighted by 2 to the power of its distance from the end: r is half the sum for "2", i the sum for "*", j for "P", k for "^". r is 1 for "2" alone. All are 0 for types 5 and 6 and types outside 3 to 7, all are -1 for any other character and an overflow."""
 def zq_intToLongLongGocron(ocronType: int, number: int) -> int:
     """The gocron of the number's ocron; -1 if it has none, or if the gocron overflows."""
 def zq_intToGocron(ocronType: int, number: int) -> int:
     """The same as zq_intToLongLongGocron."""
 def zq_gocronToInt(ocronType: int, gocron: int) -> int:
-    """The number whose ocron the gocron is: the result of evaluation, with its codes below 1; -1 for what zq_gocronToOcron refuses and for 2147483647 and more."""
+    """The number of a gocron: the result of evaluating its ocron, with the evaluator's codes below 1; -1 for gocrons that zq_gocronToOcron refuses, and for 2147483647 and more."""
 def zq_gocronToLongLong(ocronType: int, gocron: int) -> int:
     """The same in 64 bits."""
 def zq_incrementOcron(ocronType: int, ocron: Any, capacity: int, length: Any) -> int:
-    """Makes `ocron` the string whose gocron is one higher; for a *length of 0 the symbol of digit 0, or a message at level 0 if there is none. A string that can't be read becomes that of gocron 0. `ocron`: room for 64 characters and a terminator; `capacity`, 1 or more, isn't held against what is written. Result: 1, or -1 for null, a `capacity` below 1, a type outside 3 to 7, and what zq_gocronToOcron refuses."""
+    """Replaces `ocron` by the string whose gocron is one higher; for a *length of 0, by the symbol of digit 0, or prints at level 0 if there is none. An invalid string becomes that of gocron 0. `ocron`: room for 64 characters and a terminator; `capacity`, 1 or more, doesn't limit the characters written. Result: 1, or -1 for null, a `capacity` below 1, a type outside 3 to 7, and gocrons that zq_gocronToOcron refuses."""
 def zq_createGoedelSequenceFromOcronSequence(ocronType: int, sequence: Any, length: int, endSymbol: int, resultLength: Any, status: Any, maximalValue: Any, logPath: Optional[bytes]) -> _Pointer[c_longlong]:
-    """The gocrons of a sequence of ocrons, `length` items with `endSymbol` behind each ocron, or behind each but the last. -1 stands for an ocron that is empty or overflows. `resultLength` gets their number, `maximalValue` the greatest. `logPath`: null, or a file that is written with a line an ocron. Result: a new array for s_Free; null for no sequence (*status 0), and, with *status 1 as on success, for a type outside 3 to 7, an item that is no symbol of the type (message at level 0; type 7 takes no "*") and without memory."""
+    """The gocrons of a sequence of ocrons, `length` items with `endSymbol` after each ocron; it may be missing after the last one. An ocron that is empty or overflows has the gocron -1. `resultLength` gets their number, `maximalValue` the greatest. `logPath`: null, or a file to which one line per ocron is written. Result: a new array for s_Free; null for an empty sequence (*status 0), and, with *status 1 as after success, for a type outside 3 to 7, an item that isn't a symbol of the type (message at level 0; type 7 has no "*"), or exhausted memory."""
 def zq_createGoedelSequenceFromOcronSequenceUseGlobalPars(sequence: Any, length: int, resultLength: Any) -> _Pointer[c_longlong]:
-    """The same with type and end symbol of the thread's parameters and no log."""
+    """The same with type and end symbol of the thread's parameters and without a log file."""
 def zq_createLongLongGoedelSequenceFromIntegerSequenceUseGlobalPars(sequence: Any, length: int, resultLength: Any) -> _Pointer[c_longlong]:
-    """The gocrons of the ocrons of `length` integers, with the thread's parameters; numbers without an ocron are left out. Result: a new array for s_Free; null if no number has an ocron."""
+    """The gocrons of `length` integers, with the thread's parameters; numbers without an ocron are left out. Result: a new array for s_Free; null if no number has an ocron."""
 def zq_createGoedelSequenceFromIntegerSequenceUseGlobalPars(sequence: Any, length: int, resultLength: Any) -> _Pointer[c_int]:
     """The low 32 bits of the same gocrons."""
 def zq_createGocronCodeIndices(ocronType: int, numbers: Any, count: int) -> _Pointer[naturalNumberGocronCodeTag]:
-    """For each of `count` numbers its gocron and the place of that in the order of all, sorted by number. A number without an ocron has gocron -1. Result: a new array of `count` records for s_Free; null for no numbers, a type outside 3 to 7 (message at level 0), an ocron that isn't taken for a gocron (composite numbers in type 7), and without memory."""
+    """For each of `count` numbers its gocron and the index of the gocron in ascending order, sorted by number. A number without an ocron has the gocron -1. Result: a new array of `count` records for s_Free; null for no numbers, a type outside 3 to 7 (message at level 0), an ocron without a gocron (composite numbers in type 7), or exhausted memory."""
 def zq_gocronQsortByGocronCode(lastIndex: int, records: Any) -> None:
-    """Sorts the records 0 to `lastIndex` by gocron. The order of equal ones follows from the quicksort's swaps."""
+    """Sorts the records 0 to `lastIndex` by gocron, ascending, by a quicksort, which is not stable."""
 def zq_gocronQsortByNumber(lastIndex: int, records: Any) -> None:
-    """Sorts the records 0 to `lastIndex` by the low 32 bits of the number."""
+    """Sorts the records 0 to `lastIndex` by the low 32 bits of the number, ascending."""
 def zq_readItems(matrix: Any, numberOfItems: int, items: Any, probabilities: Any, stopProbabilities: Any) -> int:
-    """Reads as many items as `s_readObjexFromMatrix` called over and over, for hosts to which a call is dear. It ends where that gives null, so that the next call begins a new sequence as the next call of that would. `items`: room for `numberOfItems` times `coordinateDimension` integers. `probabilities` and `stopProbabilities`: room for `numberOfItems` values each, or null. Result: the items read, fewer than `numberOfItems` behind the end of a sequence or a dead end; 0 for null or less than one item."""
+    """Reads items like repeated calls of `s_readObjexFromMatrix`, for hosts for which calls are expensive. It stops where that function returns null, so that the next call begins a new sequence, as there. `items`: room for `numberOfItems` times `coordinateDimension` integers. `probabilities` and `stopProbabilities`: room for `numberOfItems` values each, or null. Result: the number of items read, less than `numberOfItems` at the end of a sequence or a dead end; 0 if `items` is null or `numberOfItems` below 1."""
 def zq_readItems_Medium(matrix: Any, numberOfItems: int, items: Any, probabilities: Any, stopProbabilities: Any) -> int:
-    """Reads as many items as `s_readObjexFromMatrix` called over and over, for hosts to which a call is dear. It ends where that gives null, so that the next call begins a new sequence as the next call of that would. `items`: room for `numberOfItems` times `coordinateDimension` integers. `probabilities` and `stopProbabilities`: room for `numberOfItems` values each, or null. Result: the items read, fewer than `numberOfItems` behind the end of a sequence or a dead end; 0 for null or less than one item."""
+    """Reads items like repeated calls of `s_readObjexFromMatrix`, for hosts for which calls are expensive. It stops where that function returns null, so that the next call begins a new sequence, as there. `items`: room for `numberOfItems` times `coordinateDimension` integers. `probabilities` and `stopProbabilities`: room for `numberOfItems` values each, or null. Result: the number of items read, less than `numberOfItems` at the end of a sequence or a dead end; 0 if `items` is null or `numberOfItems` below 1."""
 def zq_readSuccessors(matrix: Any, context: Any, length: int, capacity: int, items: Any, counts: Any, starts: Any) -> int:
-    """What was learned behind a context, with how often each item was: the choice that reading draws from. `context`: `length` integers, preprocessed, as they are stored; `length` 0 for all single items. `capacity`: items that the arrays have room for. `items` gets `coordinateDimension` integers of each, `counts` how often it was learned there, `starts` how often of these the context began a sequence; both may be null. Result: how many there are, of which the first `capacity` are given; 0 for a context that nothing follows; -1 for one that was not learned, and if memory has run out."""
+    """The items that were learned after a context, with their counts: the items among which reading chooses. `context`: `length` preprocessed integers, as stored; with `length` 0, all single items. `capacity`: the number of items for which the arrays have room. `items` gets `coordinateDimension` integers per item, `counts` how often the item was learned there, `starts` how often the context then began a sequence; each of the three may be null. Result: the number of items found, of which the first `capacity` are given; 0 for a context without successors; -1 for a context that was not learned, or if memory has run out."""
 def zq_readSuccessors_Medium(matrix: Any, context: Any, length: int, capacity: int, items: Any, counts: Any, starts: Any) -> int:
-    """What was learned behind a context, with how often each item was: the choice that reading draws from. `context`: `length` integers, preprocessed, as they are stored; `length` 0 for all single items. `capacity`: items that the arrays have room for. `items` gets `coordinateDimension` integers of each, `counts` how often it was learned there, `starts` how often of these the context began a sequence; both may be null. Result: how many there are, of which the first `capacity` are given; 0 for a context that nothing follows; -1 for one that was not learned, and if memory has run out."""
+    """The items that were learned after a context, with their counts: the items among which reading chooses. `context`: `length` preprocessed integers, as stored; with `length` 0, all single items. `capacity`: the number of items for which the arrays have room. `items` gets `coordinateDimension` integers per item, `counts` how often the item was learned there, `starts` how often the context then began a sequence; each of the three may be null. Result: the number of items found, of which the first `capacity` are given; 0 for a context without successors; -1 for a context that was not learned, or if memory has run out."""
 def zq_readSentenceStarts(matrix: Any, beginning: Any, length: int, capacity: int, items: Any, counts: Any) -> int:
-    """What goes on from the beginning of a learned sequence, for hosts that begin sentences as learned ones begin: a phrase is counted wherever it stands, and what follows it within a sequence is taken off. The items must have one coordinate. `beginning`: `length` items, preprocessed; with `length` 0 the first items. It must be two items shorter than the phrase limit, so that a phrase holds it with what stands before and behind it. `capacity`: items that the arrays have room for. `items` gets the items, `counts` how often each goes on so, 0 for those that do so within sequences alone. Result: how many there are; all are given if `capacity` is not less, else none can be used; -1 if the counts can't tell, as in a matrix that rules were taken from, or if memory has run out."""
+    """The items that follow the beginning of learned sequences, for hosts that start sentences as learned ones start: the count of an item after the phrase anywhere, less its counts after the phrase inside a sequence. Items must have one coordinate. `beginning`: `length` preprocessed items, at least two less than the phrase limit, since phrases with one item before and one after it are needed; `length` 0 for first items. `capacity`: the number of items for which the arrays have room. `items` gets the items, `counts` how often each follows the beginning, 0 for items that follow only inside sequences. Result: the number of items found; if it is above `capacity`, the arrays are not usable; -1 if the counts don't allow it, for instance in a pruned matrix, or if memory has run out."""
 def zq_readSentenceStarts_Medium(matrix: Any, beginning: Any, length: int, capacity: int, items: Any, counts: Any) -> int:
-    """What goes on from the beginning of a learned sequence, for hosts that begin sentences as learned ones begin: a phrase is counted wherever it stands, and what follows it within a sequence is taken off. The items must have one coordinate. `beginning`: `length` items, preprocessed; with `length` 0 the first items. It must be two items shorter than the phrase limit, so that a phrase holds it with what stands before and behind it. `capacity`: items that the arrays have room for. `items` gets the items, `counts` how often each goes on so, 0 for those that do so within sequences alone. Result: how many there are; all are given if `capacity` is not less, else none can be used; -1 if the counts can't tell, as in a matrix that rules were taken from, or if memory has run out."""
+    """The items that follow the beginning of learned sequences, for hosts that start sentences as learned ones start: the count of an item after the phrase anywhere, less its counts after the phrase inside a sequence. Items must have one coordinate. `beginning`: `length` preprocessed items, at least two less than the phrase limit, since phrases with one item before and one after it are needed; `length` 0 for first items. `capacity`: the number of items for which the arrays have room. `items` gets the items, `counts` how often each follows the beginning, 0 for items that follow only inside sequences. Result: the number of items found; if it is above `capacity`, the arrays are not usable; -1 if the counts don't allow it, for instance in a pruned matrix, or if memory has run out."""
 def zq_deleteScore(score: Any) -> None:
-    """Releases a score with all that belongs to it. Null is ignored."""
+    """Releases a score and everything that belongs to it. Null is ignored."""
 def zq_textOfScoreFinding(kind: int) -> bytes:
-    """What a finding (zq_ScoreFindingKind) says, in a few words. The text is the library's; it is empty for other numbers."""
+    """The meaning of a finding (zq_ScoreFindingKind), in a few words. The text is the library's; it is empty for other numbers."""
 def zq_createScoreFeedPlan(score: Any, settings: Any) -> _Pointer[zq_ScoreFeedReport]:
-    """What feeding a score by these settings would do, if the matrix had room for all of it: its runs and what is left out. Result: a report for zq_deleteScoreFeedReport; null for a null argument, a score that is none, or exhausted memory."""
+    """Reports what learning a score with these settings would do in a matrix with room for all of it: its runs, and the notes that are left out. Result: a report for zq_deleteScoreFeedReport; null for a null argument, an invalid score, or exhausted memory."""
 def zq_updateMatrixWithScore(matrix: Any, score: Any, fileName: Optional[bytes], leavesOutPercussion: int) -> _Pointer[zq_ScoreFeedReport]:
-    """Learns a score by the basic level's block, which has to be that of a profile of music, run after run: each goes to the sub-matrix of its meter, texture, sound and coding. In an empty matrix as many are reserved as the score needs; one that holds something has to have them (`s_setMaxNumberOfMatrices`). Nothing of a score is dropped unless the report says so. `fileName`: for the records; null for none. Result: a report for zq_deleteScoreFeedReport; null for a score that is none, or for exhausted memory."""
+    """Learns a score with the settings of the basic level's block, which must be those of a music profile, run by run: each in the sub-matrix of its meter, texture, sound and coding. An empty matrix reserves the sub-matrices that the score needs; any other must have them (`s_setMaxNumberOfMatrices`). The report counts every note that is left out. `fileName`: the name stored with the sub-matrices; null for none. `leavesOutPercussion`: not 0 leaves out drums, percussion and effects. Result: a report for zq_deleteScoreFeedReport; null for an invalid score, or exhausted memory."""
 def zq_updateMatrixWithScore_Medium(matrix: Any, score: Any, fileName: Optional[bytes], leavesOutPercussion: int) -> _Pointer[zq_ScoreFeedReport]:
-    """Learns a score by the basic level's block, which has to be that of a profile of music, run after run: each goes to the sub-matrix of its meter, texture, sound and coding. In an empty matrix as many are reserved as the score needs; one that holds something has to have them (`s_setMaxNumberOfMatrices`). Nothing of a score is dropped unless the report says so. `fileName`: for the records; null for none. Result: a report for zq_deleteScoreFeedReport; null for a score that is none, or for exhausted memory."""
+    """Learns a score with the settings of the basic level's block, which must be those of a music profile, run by run: each in the sub-matrix of its meter, texture, sound and coding. An empty matrix reserves the sub-matrices that the score needs; any other must have them (`s_setMaxNumberOfMatrices`). The report counts every note that is left out. `fileName`: the name stored with the sub-matrices; null for none. `leavesOutPercussion`: not 0 leaves out drums, percussion and effects. Result: a report for zq_deleteScoreFeedReport; null for an invalid score, or exhausted memory."""
 def zq_deleteScoreFeedReport(report: Any) -> None:
-    """Releases a report with all that belongs to it. Null is ignored."""
+    """Releases a report and everything that belongs to it. Null is ignored."""
 def zq_textOfScoreCause(cause: int) -> bytes:
     """Why notes are not learned (zq_ScoreCause), in a few words; "learned" for 0. The text is the library's; it is empty for other numbers."""
 def zq_getLearnedTempo(matrix: Any) -> float:
-    """The median of the tempi of the scores that the current sub-matrix has learned, in quarter notes a minute. They stand with the names of the files, so that they are saved. Result: 0 if none is known."""
+    """The median tempo of the scores that the current sub-matrix has learned, in quarter notes per minute. Tempi are stored with the names of the files, and so are saved. Result: the tempo, 0 if none is known."""
 def zq_getLearnedTempo_Medium(matrix: Any) -> float:
-    """The median of the tempi of the scores that the current sub-matrix has learned, in quarter notes a minute. They stand with the names of the files, so that they are saved. Result: 0 if none is known."""
+    """The median tempo of the scores that the current sub-matrix has learned, in quarter notes per minute. Tempi are stored with the names of the files, and so are saved. Result: the tempo, 0 if none is known."""
 def zq_getLearnedReadings(matrix: Any) -> int:
-    """How the music that the matrix holds was read. Result: 0 no music, 1 by the classic readers, 2 as scores, 3 both."""
+    """How the music of the matrix was read. Result: 0 no music; 1 by the classic readers; 2 as scores; 3 both."""
 def zq_getLearnedReadings_Medium(matrix: Any) -> int:
-    """How the music that the matrix holds was read. Result: 0 no music, 1 by the classic readers, 2 as scores, 3 both."""
+    """How the music of the matrix was read. Result: 0 no music; 1 by the classic readers; 2 as scores; 3 both."""
 def zq_createGeneratedScore(matrix: Any, numberOfObjex: int, quartersPerMinute: float, result: Any) -> _Pointer[zq_Score]:
-    """Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but gives the music as a score, in the meter of the current sub-matrix and with a part for each sound. `quartersPerMinute`: its tempo; 0 or less for the one of `zq_getLearnedTempo`, or 120 where none is known. `result`, if not null, gets 1, a negative result of that function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null."""
+    """Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but returns the music as a score, in the meter of the current sub-matrix and with a part for each sound. `quartersPerMinute`: the tempo; 0 or less for that of `zq_getLearnedTempo`, or 120 if none is known. `result`, if not null, gets 1, a negative result of that function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null."""
 def zq_createGeneratedScore_Medium(matrix: Any, numberOfObjex: int, quartersPerMinute: float, result: Any) -> _Pointer[zq_Score]:
-    """Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but gives the music as a score, in the meter of the current sub-matrix and with a part for each sound. `quartersPerMinute`: its tempo; 0 or less for the one of `zq_getLearnedTempo`, or 120 where none is known. `result`, if not null, gets 1, a negative result of that function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null."""
+    """Composes as `s_readMidiObjexsAndWriteToMidiFile` does, but returns the music as a score, in the meter of the current sub-matrix and with a part for each sound. `quartersPerMinute`: the tempo; 0 or less for that of `zq_getLearnedTempo`, or 120 if none is known. `result`, if not null, gets 1, a negative result of that function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null."""
 def zq_createScoreFromKernFile(path: Optional[bytes], graceQuanta: int) -> _Pointer[zq_Score]:
-    """Reads a Humdrum file with **kern spines exactly: tied notes are one, times are fractions, and what can't be read is told as findings. Other spines are passed over. `graceQuanta`: 0 for grace notes without a duration at the onset of the note that they lead to; else their duration in quanta, 3072 to the quarter, at most 49152. Then each begins so much before the next note, or less where the token before leaves no room; all other notes stay where they are. Result: the score, for zq_deleteScore, also for a file that isn't there or isn't kern (`state`); null if memory is exhausted."""
+    """Reads a Humdrum file with **kern spines exactly: tied notes are one note, times are fractions, and unreadable tokens are reported as findings. Spines of other types are ignored. `graceQuanta`: 0 gives grace notes no duration and the onset of the note that they lead to; else their duration in quanta, 3072 to the quarter, at most 49152. Each then begins that much before the next note, or less if the preceding token is too short; all other notes keep their times. Result: the score, for zq_deleteScore, also for a file that is missing or not kern (`state`); null if memory is exhausted."""
 def zq_createScoreFromKernData(bytes: Optional[bytes], numberOfBytes: int, graceQuanta: int) -> _Pointer[zq_Score]:
-    """The same of bytes in memory. They are not needed any more afterwards; null, or a number below 0, stands for no bytes."""
+    """The same for bytes in memory, which the score doesn't need afterwards; null, or a number below 0, means no bytes."""
 def zq_createScoreFromMidiFile(path: Optional[bytes]) -> _Pointer[zq_Score]:
-    """Reads a Standard MIDI File exactly: every note of every track, with its time as it stands in the file. Formats 0, 1 and 2, divisions in ticks and in seconds, RIFF-wrapped files. A part is a channel of a track; the tracks of format 2 are pieces that follow each other. What is no plain music is a finding. The format is Standard MIDI Files 1.0. Result: a new score, also of a file that can't be read, which its state tells; `zq_deleteScore` releases it. Null if memory is exhausted."""
+    """Reads a Standard MIDI File (Standard MIDI Files 1.0) exactly: every note of every track with the time that the file gives it. Formats 0, 1 and 2, divisions in ticks or in seconds, and files wrapped in RIFF are supported. A part is a channel of a track; the tracks of format 2 are pieces that follow each other. Anything unusual is reported as a finding. Result: a new score, to be released by `zq_deleteScore`, also for a file that can't be read (`state`). Null if memory is exhausted."""
 def zq_createScoreFromMidiData(bytes: Any, numberOfBytes: int) -> _Pointer[zq_Score]:
-    """As `zq_createScoreFromMidiFile`, of a file that lies in memory. The bytes are not needed behind the call. Null or a number below 0 gives a score with the state `zq_ScoreOtherFormat`. Result: as there."""
+    """As `zq_createScoreFromMidiFile`, for the bytes of a file in memory, which the score doesn't need afterwards. Null or a number below 0 gives a score with the state `zq_ScoreOtherFormat`. Result: as there."""
 def zq_writeScoreToMidiFile(score: Any, path: Optional[bytes], writing: Any) -> int:
-    """Writes a score as a Standard MIDI File of format 1. Reading it exactly gives the same notes: onset, duration, pitch, channel, program and velocity, as long as a division up to 32,767 makes all times whole (`timesMoved`). Percussion is what is on channel 9. The file is replaced whole or stays as it was. `score` may be one that a host has made: it is checked, and its bar lines and findings are not looked at. `writing`, if not null, gets how it went. Result: zq_ScoreWritingState, 1 if all is written."""
+    """Writes a score as a Standard MIDI File of format 1. Reading the file exactly gives the same notes: onset, duration, pitch, channel, program and velocity, if a division of up to 32,767 makes all times whole (`timesMoved`). Notes on channel 9 are percussion. The file is replaced completely or not at all. `score` may be made by a host: it is checked, but its bar lines and findings are ignored. `writing`, if not null, gets a report. Result: zq_ScoreWritingState, 1 if everything is written."""
 def zq_createMidiDataOfScore(score: Any, numberOfBytes: Any, writing: Any) -> _Pointer[c_ubyte]:
-    """As `zq_writeScoreToMidiFile`, into memory. `numberOfBytes`, if not null, gets the length. Result: the bytes of the file, which the caller releases with `s_Free`; null if there is none, for which `writing` tells the reason."""
+    """As `zq_writeScoreToMidiFile`, but into memory. `numberOfBytes`, if not null, gets the length. Result: the bytes of the file, which the caller releases with `s_Free`; null if nothing was written, for the reason that `writing` gives."""
 def zq_refreshSymbolLinks(matrix: Any) -> int:
-    """Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text sets the links of its own words alone: those of words that only earlier texts have go stale when their phrases move. Call it after learning one text or several with `s_setMatrixAILevel` 1, before symbols are expanded, before a self-test and before a save. Costs one scan of the block. Result: the symbols that lead to a phrase; 0 if there are none."""
+    """Sets the link of every symbol to the present position of its phrase, in all symbol levels of the matrix. Learning a text only sets the links of its own words: links of words that occur only in earlier texts become stale when their phrases move. Call it after learning texts with `s_setMatrixAILevel` 1, before symbols are expanded, before a self-test and before a save. It scans the block once. Result: the number of symbols whose link leads to a phrase."""
 def zq_createPhraseOfSymbol(matrix: Any, symbol: int, length: Any) -> _Pointer[c_int]:
-    """The phrase that a symbol of the current sub-matrix, a level of symbols, stands for. As `s_createPreviousLevelElementsFromOriginalSymbol`, but without messages, and it also expands a phrase whose path goes through the highest slot of the block. Result: a new array of `length` integers, to be released with `s_Free`; null, with `length` 0, if the symbol is unknown, its link leads to no phrase, or memory has run out."""
+    """The phrase of a symbol of the current sub-matrix, which is of the symbol level. As `s_createPreviousLevelElementsFromOriginalSymbol`, but without messages, and also for a phrase whose path contains the highest slot in use. Result: a new array of `length` integers, to be released with `s_Free`; null, with `length` 0, if the symbol is unknown, its link leads to no phrase, or memory has run out."""
 def zq_updateMatrixWithWordsOfLongANSISequence(matrix: Any, sequence: Any, length: int, wordsLeftOut: Any) -> int:
-    """Learns a text as words alone in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel` 1: each word is written from its first letter on and gets its symbol, and the level above learns the sequence of the symbols. The words, the sequences and their counts are those of `s_updateMatrixWithLongANSISequence` with `s_updateMatrixFromBasicLevel` behind it, for a small part of their time and memory: no other run of letters is stored, so letters can't be continued. The links of all symbols stay good. `sequence`: `length` characters as with `s_updateMatrixWithLongANSISequence`. A word longer than the phrase limit gets no symbol and is left out; `wordsLeftOut`, if not null, gets how many were. Result: 1 learned; 0 another matrix type, no level of symbols, no words, or refused settings; -1 a write failed, -2 memory has run out: what was learned before stays."""
+    """Learns only the words of a text in the current sub-matrix, which must have matrix type 3, with `s_setMatrixAILevel` 1: each word is written from its first letter on and gets a symbol, and the level above learns the sequence of the symbols. Words, sequences of words and their counts are those of `s_updateMatrixWithLongANSISequence` followed by `s_updateMatrixFromBasicLevel`, in less time and memory: no other phrase of letters is stored, so letters can't be continued. The links of all symbols stay valid. `sequence`: `length` characters as with `s_updateMatrixWithLongANSISequence`. A word longer than the phrase limit gets no symbol and is left out; `wordsLeftOut`, if not null, gets the number of such words. Result: 1 learned; 0 another matrix type, no symbol level, no words, or refused settings; -1 a write failed; -2 memory has run out. Phrases learned before a failure are kept."""
 def zq_prepareMatrixForText(matrix: Any, characters: Any, length: int, name: Optional[bytes]) -> int:
-    """Does for a text in memory what `s_updateMatrixWithANSIFile` does for a file before it learns: tells the language, finds or takes the sub-matrix of that language, sets it up by the basic level's block, and enters `name`. So a host that decodes files itself has texts learned as characters: it goes on with `s_updateMatrixWithLongANSISequence`, or with `zq_updateMatrixWithWordsOfLongANSISequence`. `characters`: `length` integers, the bytes of Windows-1252 as far as it has a character, since the rules for sentences go by it, and for others the code point. Beyond 500000 `s_setMaximalMatrixIndex` has to allow for them. `name`: of the text, for the record; null for none. Result: the ID of the sub-matrix, which is the current one now; -1, with a message, if no sub-matrix is free."""
+    """Prepares the matrix for learning a text in memory, as `s_updateMatrixWithANSIFile` does for a file: detects the language, selects the sub-matrix of that language or a free one, sets it up from the basic level's block, and stores `name`. A host that decodes files itself then calls `s_updateMatrixWithLongANSISequence` or `zq_updateMatrixWithWordsOfLongANSISequence`. `characters`: `length` integers; characters of Windows-1252 as its bytes, which the rules for sentences expect, others as code points. For code points above 500000, `s_setMaximalMatrixIndex` must allow them. `name`: the name of the text, stored with the sub-matrix; null for none. Result: the ID of the sub-matrix, which becomes the current one; -1, with a message, if no sub-matrix is free."""
 def zq_prepareMatrixForText_Medium(matrix: Any, characters: Any, length: int, name: Optional[bytes]) -> int:
-    """Does for a text in memory what `s_updateMatrixWithANSIFile` does for a file before it learns: tells the language, finds or takes the sub-matrix of that language, sets it up by the basic level's block, and enters `name`. So a host that decodes files itself has texts learned as characters: it goes on with `s_updateMatrixWithLongANSISequence`, or with `zq_updateMatrixWithWordsOfLongANSISequence`. `characters`: `length` integers, the bytes of Windows-1252 as far as it has a character, since the rules for sentences go by it, and for others the code point. Beyond 500000 `s_setMaximalMatrixIndex` has to allow for them. `name`: of the text, for the record; null for none. Result: the ID of the sub-matrix, which is the current one now; -1, with a message, if no sub-matrix is free."""
+    """Prepares the matrix for learning a text in memory, as `s_updateMatrixWithANSIFile` does for a file: detects the language, selects the sub-matrix of that language or a free one, sets it up from the basic level's block, and stores `name`. A host that decodes files itself then calls `s_updateMatrixWithLongANSISequence` or `zq_updateMatrixWithWordsOfLongANSISequence`. `characters`: `length` integers; characters of Windows-1252 as its bytes, which the rules for sentences expect, others as code points. For code points above 500000, `s_setMaximalMatrixIndex` must allow them. `name`: the name of the text, stored with the sub-matrix; null for none. Result: the ID of the sub-matrix, which becomes the current one; -1, with a message, if no sub-matrix is free."""

@@ -21,20 +21,20 @@ constexpr size_t mostEntries = 10000;  // limits the memory for findings and for
 const char* const departureTexts[] = {
     "a token without a pitch takes time and gives no note",
     "a note, rest or tie without a duration of its own has the duration 0",
-    "the duration is cut",
+    "the duration is truncated",
     "the end of a sounding spine sets the time back",
-    "a bar line makes a spine agree that was not at its end",
+    "at a bar line, a spine was set to the time of the bar line",
     "fewer tokens than spines: the missing ones count as empty",
-    "more tokens than spines: the surplus is passed over",
+    "more tokens than spines: the surplus is ignored",
     "timing error: the reading ends here",
-    "a note behind a timing error is not read",
-    "the line is longer than the buffer and counts as several records",
+    "a note after a timing error is not read",
+    "the line is longer than the buffer and is read as several records",
     "the last line has no line feed and is not checked",
     "no room for a further spine",
     "a tied note keeps the duration of its first token",
-    "a new note in a chord with a tied one is not taken",
-    "a note is said to go on that does not sound here: it is not taken",
-    "grace notes push all spines on",
+    "a new note in a chord with a tied one is not read",
+    "a tie continues a note that does not sound here: the token is not read",
+    "grace notes delay all spines",
 };
 static_assert(sizeof departureTexts / sizeof *departureTexts == zq_KernNumberOfDepartures);
 static_assert(sizeof(zq_KernReport::departures) / sizeof(long long) == zq_KernNumberOfDepartures);

@@ -30,16 +30,16 @@ constexpr const char* textsOfEnds[] = {
     "whole",
     "no such file",
     "no MIDI file",
-    "no ticks to the quarter note, so no event has a time",
-    "no track behind the head",
+    "0 ticks per quarter note, so that events have no times",
+    "no track after the header",
     "cut inside a track",
     "memory has run out",
 };
 
 constexpr const char* textsOfVerdicts[] = {
     "learned",
-    "less than two notes",
-    "the coordinates of an item don't fit the coding",
+    "fewer than two notes",
+    "the number of coordinates doesn't fit the preprocessing type",
     "only percussion or effects without pitch",
     "the file has no time signature",
     "the file has several time signatures",

@@ -22,13 +22,13 @@ namespace {
 const char* const causeTexts[] = {
     "learned",
     "the only note of its part: music is learned as steps from note to note",
-    "its channel is left out",
+    "the settings leave out its channel",
     "drums, percussion and effects are left out",
-    "no meter of up to 255 beats has its bar lines",
-    "it lasts longer than 87,381 whole notes",
-    "all sub-matrices that are reserved hold something else",
-    "the matrix can't take the run: its settings, its limits or memory",
-    "the settings are none of music",
+    "no meter of up to 255 beats has bars of this length",
+    "the note lasts longer than 87,381 whole notes",
+    "all reserved sub-matrices are used for other music",
+    "the matrix can't learn the run because of its settings, its limits or memory",
+    "the settings are not for music",
 };
 static_assert(sizeof causeTexts / sizeof *causeTexts == zq_ScoreNumberOfCauses);
 static_assert(sizeof(zq_ScoreFeedReport::leftOut) / sizeof(long long) == zq_ScoreNumberOfCauses);

@@ -146,8 +146,8 @@ public final class Base implements StoringTier<ZQMatrixBase, ZQMatrixBaseInfo, Z
     public native long s_readMatrixData(ZQMatrixBase matrix, int[] indexVector, int length, int[] existCode, int[] writeCount);
 
     /**
-     * The same for a vector of <code>length</code> 32-bit items. The coordinate dimension must be 2, else 0 with
-     * <code>existCode</code> -5 and a message at level 0.
+     * The same for a vector of <code>length</code> 32-bit items. The coordinate dimension must be 2, else the result is 0,
+     * with <code>existCode</code> -5 and a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -158,8 +158,8 @@ public final class Base implements StoringTier<ZQMatrixBase, ZQMatrixBaseInfo, Z
     public native long s_readMatrixData32(ZQMatrixBase matrix, int[] items, int length, int[] existCode, int[] writeCount);
 
     /**
-     * The same for a vector of <code>length</code> 64-bit items. The coordinate dimension must be 4, else 0 with
-     * <code>existCode</code> -5 and a message at level 0.
+     * The same for a vector of <code>length</code> 64-bit items. The coordinate dimension must be 4, else the result is 0,
+     * with <code>existCode</code> -5 and a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -356,8 +356,8 @@ public final class Base implements StoringTier<ZQMatrixBase, ZQMatrixBaseInfo, Z
     public native void s_setGlobalMemorySearchMethod(ZQMatrixBase matrix, int memorySearchMethod);
 
     /**
-     * Sets the current sub-matrix up as a random read and write store. On a sub-matrix that is not empty it prints at
-     * level 0 and changes nothing.
+     * Sets the current sub-matrix up as a random read and write store. If the sub-matrix is not empty, it prints at level
+     * 0 and changes nothing.
      * @param matrix object
      */
     public native void s_setDefaultMatrixPropertiesForRandomReadWrite(ZQMatrixBase matrix);

@@ -13,18 +13,18 @@ public final class Common {
     private Common() {}
 
     /**
-     * Creates an empty matrix of the full tier: sequences and symbols. Messages are silent from then on. Result: the
-     * matrix, or null if memory is exhausted. Delete it with <code>deleteMatrix</code>.
+     * Creates an empty matrix of the full tier: sequences and symbols. Messages of the calling thread become silent.
+     * Result: the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrix</code>.
      * @return the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrix</code>. (released with
      *     <code>deleteMatrix</code>)
      */
     public static native ZQMatrix createAndInitMatrix();
 
     /**
-     * Creates an empty matrix of the full tier: sequences and symbols, and says where its messages go.
+     * Creates an empty matrix of the full tier: sequences and symbols, and sets where messages go.
      * <code>debugOutputDevice</code>: 0 silent, 1 standard output, 2 the debug file, 3 both. <code>debugLevel</code>: -1
-     * to 9, messages of a higher level are dropped; both count for the calling thread. <code>debugDirectory</code>: folder
-     * of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result:
+     * to 9, messages of a higher level are dropped. Both apply to the calling thread. <code>debugDirectory</code>: folder
+     * of the debug file "matrixDebug.txt", with a separator at its end; empty for the working directory. Not null. Result:
      * the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrix</code>.
      * @param debugOutputDevice a value
      * @param debugLevel a value
@@ -36,8 +36,9 @@ public final class Common {
 
     /**
      * Creates a matrix of the full tier: sequences and symbols, from a matrix file of exactly this tier.
-     * <code>debugLevel</code>: -1 to 9, the level of messages while reading and after it. Result: the matrix, or null with
-     * a message for a file that can't be read or that holds another tier. Delete it with <code>deleteMatrix</code>.
+     * <code>debugLevel</code>: -1 to 9, the level of messages during the reading and afterwards. Result: the matrix, or
+     * null with a message for a file that can't be read or that holds another tier. Delete it with
+     * <code>deleteMatrix</code>.
      * @param path text
      * @param debugLevel a value
      * @return the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with
@@ -47,25 +48,25 @@ public final class Common {
 
     /**
      * Deletes a matrix of the full tier with all that it owns, closes the debug file and sets the message level to 0 for
-     * the calling thread. Null is ignored. Pointers that the matrix lent out end here.
+     * the calling thread. Null is ignored. Everything that belongs to the matrix becomes invalid.
      * @param matrix object, released by the call, or null
      */
     public static native void deleteMatrix(ZQMatrix matrix);
 
     /**
-     * Creates an empty matrix of the medium tier: sequences. Messages are silent from then on. Result: the matrix, or null
-     * if memory is exhausted. Delete it with <code>deleteMatrixMedium</code>.
+     * Creates an empty matrix of the medium tier: sequences. Messages of the calling thread become silent. Result: the
+     * matrix, or null if memory is exhausted. Delete it with <code>deleteMatrixMedium</code>.
      * @return the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrixMedium</code>. (released with
      *     <code>deleteMatrixMedium</code>)
      */
     public static native ZQMatrixMedium createAndInitMatrixMedium();
 
     /**
-     * Creates an empty matrix of the medium tier: sequences, and says where its messages go.
-     * <code>debugOutputDevice</code>: 0 silent, 1 standard output, 2 the debug file, 3 both. <code>debugLevel</code>: -1
-     * to 9, messages of a higher level are dropped; both count for the calling thread. <code>debugDirectory</code>: folder
-     * of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result:
-     * the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrixMedium</code>.
+     * Creates an empty matrix of the medium tier: sequences, and sets where messages go. <code>debugOutputDevice</code>: 0
+     * silent, 1 standard output, 2 the debug file, 3 both. <code>debugLevel</code>: -1 to 9, messages of a higher level
+     * are dropped. Both apply to the calling thread. <code>debugDirectory</code>: folder of the debug file
+     * "matrixDebug.txt", with a separator at its end; empty for the working directory. Not null. Result: the matrix, or
+     * null if memory is exhausted. Delete it with <code>deleteMatrixMedium</code>.
      * @param debugOutputDevice a value
      * @param debugLevel a value
      * @param debugDirectory text
@@ -76,8 +77,8 @@ public final class Common {
 
     /**
      * Creates a matrix of the medium tier: sequences, from a matrix file of exactly this tier. <code>debugLevel</code>: -1
-     * to 9, the level of messages while reading and after it. Result: the matrix, or null with a message for a file that
-     * can't be read or that holds another tier. Delete it with <code>deleteMatrixMedium</code>.
+     * to 9, the level of messages during the reading and afterwards. Result: the matrix, or null with a message for a file
+     * that can't be read or that holds another tier. Delete it with <code>deleteMatrixMedium</code>.
      * @param path text
      * @param debugLevel a value
      * @return the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with
@@ -87,24 +88,24 @@ public final class Common {
 
     /**
      * Deletes a matrix of the medium tier with all that it owns, closes the debug file and sets the message level to 0 for
-     * the calling thread. Null is ignored. Pointers that the matrix lent out end here.
+     * the calling thread. Null is ignored. Everything that belongs to the matrix becomes invalid.
      * @param matrix object, released by the call, or null
      */
     public static native void deleteMatrixMedium(ZQMatrixMedium matrix);
 
     /**
-     * Creates an empty matrix of the base tier: a random read and write store. Messages are silent from then on. Result:
-     * the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrixBase</code>.
+     * Creates an empty matrix of the base tier: a random read and write store. Messages of the calling thread become
+     * silent. Result: the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrixBase</code>.
      * @return the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrixBase</code>. (released with
      *     <code>deleteMatrixBase</code>)
      */
     public static native ZQMatrixBase createAndInitMatrixBase();
 
     /**
-     * Creates an empty matrix of the base tier: a random read and write store, and says where its messages go.
+     * Creates an empty matrix of the base tier: a random read and write store, and sets where messages go.
      * <code>debugOutputDevice</code>: 0 silent, 1 standard output, 2 the debug file, 3 both. <code>debugLevel</code>: -1
-     * to 9, messages of a higher level are dropped; both count for the calling thread. <code>debugDirectory</code>: folder
-     * of the debug file "matrixDebug.txt", with its closing separator; empty for the working directory. Not null. Result:
+     * to 9, messages of a higher level are dropped. Both apply to the calling thread. <code>debugDirectory</code>: folder
+     * of the debug file "matrixDebug.txt", with a separator at its end; empty for the working directory. Not null. Result:
      * the matrix, or null if memory is exhausted. Delete it with <code>deleteMatrixBase</code>.
      * @param debugOutputDevice a value
      * @param debugLevel a value
@@ -116,8 +117,9 @@ public final class Common {
 
     /**
      * Creates a matrix of the base tier: a random read and write store, from a matrix file of exactly this tier.
-     * <code>debugLevel</code>: -1 to 9, the level of messages while reading and after it. Result: the matrix, or null with
-     * a message for a file that can't be read or that holds another tier. Delete it with <code>deleteMatrixBase</code>.
+     * <code>debugLevel</code>: -1 to 9, the level of messages during the reading and afterwards. Result: the matrix, or
+     * null with a message for a file that can't be read or that holds another tier. Delete it with
+     * <code>deleteMatrixBase</code>.
      * @param path text
      * @param debugLevel a value
      * @return the matrix, or null with a message for a file that can't be read or that holds another tier. Delete it with
@@ -127,7 +129,7 @@ public final class Common {
 
     /**
      * Deletes a matrix of the base tier with all that it owns, closes the debug file and sets the message level to 0 for
-     * the calling thread. Null is ignored. Pointers that the matrix lent out end here.
+     * the calling thread. Null is ignored. Everything that belongs to the matrix becomes invalid.
      * @param matrix object, released by the call, or null
      */
     public static native void deleteMatrixBase(ZQMatrixBase matrix);
@@ -168,16 +170,16 @@ public final class Common {
     public static native void deleteMatrixBB(ZQMatrix matrix);
 
     /**
-     * Allocates <code>size</code> bytes from the heap that the library itself uses. Result: the bytes, not cleared, or
+     * Allocates <code>size</code> bytes from the heap that the library itself uses. Result: the bytes, uninitialised, or
      * null if memory is exhausted. Release them with <code>s_Free</code>.
      * @param size a value
-     * @return the bytes, not cleared, or null if memory is exhausted. Release them with <code>s_Free</code>. (released
+     * @return the bytes, uninitialised, or null if memory is exhausted. Release them with <code>s_Free</code>. (released
      *     with <code>s_Free</code>)
      */
     public static native Pointer s_Malloc(long size);
 
     /**
-     * Releases what <code>s_Malloc</code> or any function here handed over to keep. Null is ignored.
+     * Releases memory that <code>s_Malloc</code> or another function here returned as new. Null is ignored.
      * @param pointer opaque, released by the call, or null
      */
     public static native void s_Free(Pointer pointer);
@@ -186,16 +188,16 @@ public final class Common {
     public static native void s_flushStdOut();
 
     /**
-     * Sets the function that long operations of any matrix call in the thread that sets it, about a hundred times each and
-     * once at their end. Null for none. Another thread has none until it sets its own. The record that it gets is the
-     * library's and is written anew for each call; it must not call the library.
+     * Sets the function that long operations of any matrix call in the calling thread, about a hundred times per operation
+     * and once at its end. Null for none. Each thread has its own function, at first none. The record passed to the
+     * function belongs to the library, which overwrites it for each call. The function must not call the library.
      * @param callBack callback
      */
     public static native void setMatrixProgressDisplayFunction(matrixProgressCallBackFunction callBack);
 
     /**
-     * The slots that a new matrix begins with, 64000, or 0 if the wishes make no sense: one of the first three below 1, or
-     * the last below 0.
+     * The slots of a new matrix: always 64000, or 0 for invalid arguments, which are one of the first three below 1 or the
+     * last below 0.
      * @param coordinateDimension a value
      * @param numberOfItems a value
      * @param phraseLength a value
@@ -205,8 +207,8 @@ public final class Common {
     public static native int getExpectedMatrixMemory(int coordinateDimension, int numberOfItems, int phraseLength, int numberOfSymbols);
 
     /**
-     * How many original items the inverse of a preprocessing must be given before the first preprocessed item. Result: the
-     * type itself for differences (0 to 999), 1 for the MIDI types 1002 to 1004, else 0.
+     * How many original items the inverse of a preprocessing type needs in front of the first preprocessed item. Result:
+     * the type itself for differences (0 to 999), 1 for the MIDI types 1002 to 1004, else 0.
      * @param preProcessingType a value
      * @return the type itself for differences (0 to 999), 1 for the MIDI types 1002 to 1004, else 0.
      */
@@ -214,7 +216,7 @@ public final class Common {
 
     /**
      * Prints an array on standard output: "printJavaIntPointer" with pointer and length, then a line "p(index) = value"
-     * for each 32-bit integer, then a line end. Null or a length below 1 prints the first line and the line end alone.
+     * for each 32-bit integer, then a line end. Null or a length below 1 prints only the first line and the line end.
      * Result: always 1.
      * @param pointer read, length
      * @param length a value
@@ -224,7 +226,7 @@ public final class Common {
 
     /**
      * Prints an array on standard output: "printJavaBytePointer" with pointer and length, then a line "p(index) = value"
-     * for each byte, signed, then a line end. Null or a length below 1 prints the first line and the line end alone.
+     * for each byte, signed, then a line end. Null or a length below 1 prints only the first line and the line end.
      * Result: always 1.
      * @param pointer read, length
      * @param length a value
@@ -234,7 +236,7 @@ public final class Common {
 
     /**
      * Prints an array on standard output: "printJavaLongPointer" with pointer and length, then a line "p(index) = value"
-     * for each 64-bit integer, then a line end. Null or a length below 1 prints the first line and the line end alone.
+     * for each 64-bit integer, then a line end. Null or a length below 1 prints only the first line and the line end.
      * Result: always 1.
      * @param pointer read, length
      * @param length a value
@@ -244,7 +246,7 @@ public final class Common {
 
     /**
      * Prints an array on standard output: "printJavaPointerPointer" with pointer and length, then a line "p(index) =
-     * value" for each pointer, then a line end. Null or a length below 1 prints the first line and the line end alone.
+     * value" for each pointer, then a line end. Null or a length below 1 prints only the first line and the line end.
      * Result: always 1.
      * @param pointer opaque
      * @param length a value
@@ -253,23 +255,25 @@ public final class Common {
     public static native int printJavaPointerPointer(Pointer pointer, int length);
 
     /**
-     * Walks the current sub-matrix from its root through all fields, holds each link against the one that must answer it,
-     * and compares the counters: what <code>BBMatrix::perform1stMemoryTest</code> needs besides the scan.
-     * <code>numberOfWriteElements</code> and <code>numberOfEndElements</code> get the written vectors and the childless
-     * ones as found. <code>trim</code>: 1 cuts the block to 1.618 times what is in use, but only in a matrix with one
-     * occupied sub-matrix. Result: 1 sound; 0 a fault, told at level 0; -1 empty.
+     * Walks the current sub-matrix from its root through all fields, compares each link with the link back, and compares
+     * the counters. <code>BBMatrix::perform1stMemoryTest</code> calls it for <code>which</code> 2.
+     * <code>numberOfWriteElements</code> and <code>numberOfEndElements</code> get the number of written vectors and of
+     * elements without children, as found. <code>trim</code>: 1 shrinks the block to 1.618 times the slots in use, but
+     * only in a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, with a message at level 0, or memory is
+     * exhausted; -1 empty.
      * @param matrix object
      * @param numberOfWriteElements filled
      * @param numberOfEndElements filled
      * @param trim a value
-     * @return 1 sound; 0 a fault, told at level 0; -1 empty.
+     * @return 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty.
      */
     public static native int performMatrixConsistencyTestBB(ZQMatrix matrix, int[] numberOfWriteElements, int[] numberOfEndElements, int trim);
 
     /**
-     * Looks which tier a matrix file holds. Result: 0 base, 1 medium, 2 full; -1 no matrix file; -2 it can't be opened.
+     * Finds the tier of the matrix in a file. Result: 0 base, 1 medium, 2 full; -1 not a matrix file; -2 the file can't be
+     * opened.
      * @param path text
-     * @return 0 base, 1 medium, 2 full; -1 no matrix file; -2 it can't be opened.
+     * @return 0 base, 1 medium, 2 full; -1 not a matrix file; -2 the file can't be opened.
      */
     public static native int s_getMatrixInfoTypeFromFile(String path);
 
@@ -288,14 +292,14 @@ public final class Common {
     public static native void deleteZQMatrixSequenceIndexVector(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * Reads the integers of one item.
+     * Reads the number of integers of one item.
      * @param vector object
      * @return see above
      */
     public static native int s_getCoordDimension(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * Sets the integers of one item.
+     * Sets the number of integers of one item.
      * @param vector object
      * @param dimension a value
      */
@@ -309,14 +313,14 @@ public final class Common {
     public static native int s_getLengthOfIndexVector(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * Reads the level: -1 original, 0 after one preprocessing, and so on.
+     * Reads the level: -1 for an original vector, 0 after one preprocessing, and so on.
      * @param vector object
      * @return see above
      */
     public static native int s_getCurrentLevelOfPreprocOperations(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * Sets the level and makes room for its record. Nothing changes if memory is exhausted.
+     * Sets the level and makes room for its record. Changes nothing if memory is exhausted.
      * @param vector object
      * @param level a value
      */
@@ -337,14 +341,15 @@ public final class Common {
     public static native void s_setApplyPreprocessingType(ZQMatrixSequenceIndexVector vector, int type);
 
     /**
-     * The data: <code>s_getLengthOfIndexVector</code> integers that belong to the vector, until its data changes.
+     * The data: <code>s_getLengthOfIndexVector</code> integers that belong to the vector, valid until its data change.
      * @param vector object
      * @return see above (lent by the vector, s_getLengthOfIndexVector)
      */
     public static native Pointer s_getIndexVector(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * Copies <code>length</code> integers into the vector as its data.
+     * Copies <code>length</code> integers into the vector as its data. Changes nothing for null with a <code>length</code>
+     * above 0, a negative <code>length</code>, or if memory is exhausted.
      * @param vector object
      * @param data read, length
      * @param length a value
@@ -352,17 +357,18 @@ public final class Common {
     public static native void s_setIndexVector(ZQMatrixSequenceIndexVector vector, int[] data, int length);
 
     /**
-     * Hands <code>length</code> integers, a block from <code>s_Malloc</code>, over to the vector as its data; what it had
-     * is released. Result: 1 taken over; 0 not, and the block stays the caller's.
+     * Hands <code>length</code> integers, a block from <code>s_Malloc</code>, over to the vector as its data; its old data
+     * are released. Result: 1 taken over; 0 refused, since memory for the vector's own data was exhausted; the block stays
+     * the caller's.
      * @param vector object
      * @param data read, length, released by the call
      * @param length a value
-     * @return 1 taken over; 0 not, and the block stays the caller's.
+     * @return 1 taken over; 0 refused, since memory for the vector's own data was exhausted; the block stays the caller's.
      */
     public static native int s_setIndexVectorReference(ZQMatrixSequenceIndexVector vector, Pointer data, int length);
 
     /**
-     * An integer of the data, or 0 outside it.
+     * One integer of the data, by its index from 0; 0 for an index out of range.
      * @param vector object
      * @param index a value
      * @return see above
@@ -376,15 +382,15 @@ public final class Common {
     public static native void s_removeAllOriginalSequenceItems(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * Adds an integer to the original items that the current level keeps. Prints and does nothing at level -1 or without a
-     * dimension after preprocessing.
+     * Adds an integer to the original items that the current level keeps. At level -1, or if the level's dimension after
+     * preprocessing is not above 0, it prints at level 0 and adds nothing.
      * @param vector object
      * @param item a value
      */
     public static native void s_addOriginalSequenceItem(ZQMatrixSequenceIndexVector vector, int item);
 
     /**
-     * An integer of the original items that the current level keeps, or 0 outside them.
+     * One integer of the original items that the current level keeps, by its index from 0; 0 for an index out of range.
      * @param vector object
      * @param index a value
      * @return see above
@@ -392,28 +398,29 @@ public final class Common {
     public static native int s_getOriginalIndexItemAtIndex(ZQMatrixSequenceIndexVector vector, int index);
 
     /**
-     * The original items that the current level keeps for its inverse, which belong to the vector, or null.
+     * The original items that the current level keeps for its inverse, which belong to the vector; null if there are none.
      * @param vector object
      * @return see above (lent by the vector, s_getNumberOfOriginalIndexItems)
      */
     public static native Pointer s_getOriginalIndexItems(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * The integers of the original items that the current level keeps; -1 if it has no record.
+     * The number of integers of the original items that the current level keeps; -1 if it has no record.
      * @param vector object
      * @return see above
      */
     public static native int s_getNumberOfOriginalItemsNeededForInversePreProcess(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * The integers of one item after the current level's preprocessing; -1 if it has no record.
+     * The number of integers of one item after the current level's preprocessing; -1 if it has no record.
      * @param vector object
      * @return see above
      */
     public static native int s_getCoordDimensionAfterPreproc(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * Sets the integers of one item after the current level's preprocessing.
+     * Sets the number of integers of one item after the current level's preprocessing: 0 to 65536; any other value changes
+     * nothing.
      * @param vector object
      * @param dimension a value
      */
@@ -427,29 +434,29 @@ public final class Common {
     public static native int s_getUsedPreprocessingType(ZQMatrixSequenceIndexVector vector);
 
     /**
-     * Sets the type that the current level applied; for one who builds a level by hand.
+     * Sets the type that the current level applied; for hosts that build a level by hand.
      * @param vector object
      * @param type a value
      */
     public static native void s__setUsedPreprocessingType(ZQMatrixSequenceIndexVector vector, int type);
 
     /**
-     * Copies all but the data from another vector.
+     * Copies everything except the data from another vector. Null changes nothing.
      * @param vector object
      * @param other object
      */
     public static native void s_setPropertiesFrom(ZQMatrixSequenceIndexVector vector, ZQMatrixSequenceIndexVector other);
 
     /**
-     * Copies another vector, data and all.
+     * Copies another vector including its data. Null changes nothing.
      * @param vector object
      * @param other object
      */
     public static native void s_copyFrom(ZQMatrixSequenceIndexVector vector, ZQMatrixSequenceIndexVector other);
 
     /**
-     * Begins to read a MIDI file from a file that the host has opened and closes itself. <code>event</code> is the host's
-     * and gets each event; it must live until <code>MIDIFILEEndReading</code>. Reading is this,
+     * Begins to read a Standard MIDI File from a stream that the host opens and closes. <code>event</code> belongs to the
+     * host and gets each event; it must exist until <code>MIDIFILEEndReading</code>. A host calls this,
      * <code>MIDIFILEReadPreamble</code>, <code>MIDIFILEReadEvent</code> until it returns 0, and
      * <code>MIDIFILEEndReading</code>. Result: a new state, or null if memory is exhausted.
      * @param file opaque
@@ -459,22 +466,22 @@ public final class Common {
     public static native _MIDIFILEInStruct MIDIFILEBeginReading(Pointer file, _MIDIFILEReadStruct event);
 
     /**
-     * Reads the head of the file. <code>format</code>: 0 to 2. <code>numberOfTracks</code>: 1 for format 0, else one less
-     * than the file says. Result: 1; 0 for what is no MIDI file, and for one whose division is 0.
+     * Reads the header of the file. <code>format</code>: 0 to 2. <code>numberOfTracks</code>: 1 for format 0, else one
+     * less than the header says. Result: 1 read; 0 not a MIDI file, or one with a division of 0.
      * @param in read and changed
      * @param format filled
      * @param numberOfTracks filled
-     * @return 1; 0 for what is no MIDI file, and for one whose division is 0.
+     * @return 1 read; 0 not a MIDI file, or one with a division of 0.
      */
     public static native int MIDIFILEReadPreamble(_MIDIFILEInStruct in, int[] format, int[] numberOfTracks);
 
     /**
-     * Reads the next event into the record of <code>MIDIFILEBeginReading</code>. An end of track comes as an event when
-     * another track follows, with that one's number; <code>currentTrack</code> and <code>trackTicks</code> of the state
-     * are the new track's by then. System bytes from 242 to 254 but 248 leave the event before in the record, and are read
-     * as one more event. Result: 1; 0 if nothing more can be read: the last track has ended or the file is cut.
+     * Reads the next event into the record of <code>MIDIFILEBeginReading</code>. The end of a track is an event only if
+     * another track follows: it has the number of the new track, to which <code>currentTrack</code> and
+     * <code>trackTicks</code> of the state then refer. A system byte from 242 to 254, except 248, repeats the preceding
+     * event. Result: 1 read; 0 nothing more can be read: the last track has ended or the file is truncated.
      * @param in read and changed
-     * @return 1; 0 if nothing more can be read: the last track has ended or the file is cut.
+     * @return 1 read; 0 nothing more can be read: the last track has ended or the file is truncated.
      */
     public static native int MIDIFILEReadEvent(_MIDIFILEInStruct in);
 
@@ -486,8 +493,8 @@ public final class Common {
     public static native int MIDIFILEEndReading(_MIDIFILEInStruct in);
 
     /**
-     * Sets the microseconds per quantum of a reading. <code>state</code> is a state of reading, cast; its declared type is
-     * kept for hosts that were written for it. Result: <code>size</code>.
+     * Sets the microseconds per quantum for reading. <code>state</code> is a state of reading, cast to the declared type,
+     * which is kept for existing hosts. Result: <code>size</code>.
      * @param state read and changed
      * @param size a value
      * @return <code>size</code>.
@@ -495,11 +502,11 @@ public final class Common {
     public static native int MIDIFILESetReadQuantaSize(_MIDIFILEOutStruct state, int size);
 
     /**
-     * Begins to write a MIDI file, and its first track, into an empty file that the host has opened for writing and closes
-     * itself; it must be possible to seek in it. <code>division</code>: ticks per quarter note; with 0, 1024 of them,
-     * times are quanta. <code>trackName</code>: null or empty for none. Writing is this, events,
-     * <code>MIDIFILEBeginWritingTrack</code> for each further track, and <code>MIDIFILEEndWriting</code>. Result: a new
-     * state, or null if a write fails or memory is exhausted.
+     * Begins to write a Standard MIDI File and its first track into an empty, seekable stream that the host opens and
+     * closes. <code>division</code>: ticks per quarter note; 0 for 1024 ticks and times in quanta. <code>trackName</code>:
+     * null or empty for none. A host calls this, writes events, calls <code>MIDIFILEBeginWritingTrack</code> for each
+     * further track, and <code>MIDIFILEEndWriting</code>. Result: a new state, or null if a write fails or memory is
+     * exhausted.
      * @param file opaque
      * @param format a value
      * @param division a value
@@ -510,8 +517,8 @@ public final class Common {
     public static native _MIDIFILEOutStruct MIDIFILEBeginWriting(Pointer file, int format, int division, String trackName);
 
     /**
-     * Begins a track, and ends the one before at time 0 if that is still open. <code>trackName</code>: null or empty for
-     * none. Result: 1, or 0 if a write fails.
+     * Begins a track, and first ends the preceding one at time 0 if it is still open. <code>trackName</code>: null or
+     * empty for none. Result: 1, or 0 if a write fails.
      * @param out read and changed
      * @param trackName text, or null
      * @return 1, or 0 if a write fails.
@@ -519,7 +526,7 @@ public final class Common {
     public static native int MIDIFILEBeginWritingTrack(_MIDIFILEOutStruct out, String trackName);
 
     /**
-     * Ends a track at a time, and writes its length in front of it. Result: 1, or 0 if a write fails.
+     * Ends a track at <code>time</code> and writes its length into its header. Result: 1, or 0 if a write fails.
      * @param out read and changed
      * @param time a value
      * @return 1, or 0 if a write fails.
@@ -527,8 +534,8 @@ public final class Common {
     public static native int MIDIFILEEndWritingTrack(_MIDIFILEOutStruct out, int time);
 
     /**
-     * Ends the last track if it is still open, writes the number of tracks into the head, and releases the state, also if
-     * it fails. Result: 1, or 0 if a write fails.
+     * Ends the last track if it is still open, writes the number of tracks into the header, and releases the state, even
+     * after a failure. Result: 1, or 0 if a write fails.
      * @param out read, released by the call
      * @return 1, or 0 if a write fails.
      */
@@ -536,20 +543,21 @@ public final class Common {
 
     /**
      * Writes a channel event of <code>count</code> bytes, status first. Bytes that begin with 240 or more are written as
-     * an escape, with 247 and their count in front. Times must not fall: of a negative distance only the low seven bits
-     * are written. Result: 1; 0 if a write fails; 0 for a count of 0, which leaves a distance without an event in the
-     * file.
+     * an escape, with 247 and their count in front. Times must not decrease: of a negative delta time only the low seven
+     * bits are written. Result: 1 written; 0 a write failed, or <code>count</code> is below 1, which leaves a delta time
+     * without an event in the file.
      * @param out read and changed
      * @param time a value
      * @param count a value
      * @param bytes read, count
-     * @return 1; 0 if a write fails; 0 for a count of 0, which leaves a distance without an event in the file.
+     * @return 1 written; 0 a write failed, or <code>count</code> is below 1, which leaves a delta time without an event in
+     *     the file.
      */
     public static native int MIDIFILEWriteEvent(_MIDIFILEOutStruct out, int time, int count, byte[] bytes);
 
     /**
-     * Writes a system exclusive message of <code>count</code> bytes, of which the first, 240, is written as such whatever
-     * it is. Result: 1, or 0 if a write fails or <code>count</code> is below 1.
+     * Writes a system exclusive message of <code>count</code> bytes, of which the first is always written as 240. Result:
+     * 1, or 0 if a write fails or <code>count</code> is below 1.
      * @param out read and changed
      * @param time a value
      * @param count a value
@@ -581,8 +589,8 @@ public final class Common {
     public static native int MIDIFILEWriteTimeSig(_MIDIFILEOutStruct out, int time, int numerator, int denominatorPower, int clocks, int notes32nd);
 
     /**
-     * Writes a key signature. <code>sharps</code>: their number, or 256 less that of flats. Result: 1, or 0 if a write
-     * fails.
+     * Writes a key signature. <code>sharps</code>: their number, or 256 less the number of flats. <code>isMinor</code>: 1
+     * for minor, 0 for major. Result: 1, or 0 if a write fails.
      * @param out read and changed
      * @param time a value
      * @param sharps a value
@@ -593,17 +601,17 @@ public final class Common {
 
     /**
      * Writes a text as a meta event. <code>type</code>: 1 text, 2 copyright, 3 track name and so on; its low byte counts.
-     * Result: 1, also for null, which writes nothing; 0 if a write fails.
+     * Result: 1 written, or <code>text</code> is null, which writes nothing; 0 a write failed.
      * @param out read and changed
      * @param time a value
      * @param type a value
      * @param text text
-     * @return 1, also for null, which writes nothing; 0 if a write fails.
+     * @return 1 written, or <code>text</code> is null, which writes nothing; 0 a write failed.
      */
     public static native int MIDIFILEWriteText(_MIDIFILEOutStruct out, int time, int type, String text);
 
     /**
-     * Writes an SMPTE offset at the place in hand, the last two bytes in each other's place. Result: 1, or 0 if a write
+     * Writes an SMPTE offset with a delta time of 0. Subframes are written before frames. Result: 1, or 0 if a write
      * fails.
      * @param out read and changed
      * @param hours a value
@@ -616,7 +624,7 @@ public final class Common {
     public static native int MIDIFILEWriteSMPTEoffset(_MIDIFILEOutStruct out, int hours, int minutes, int seconds, int frames, int subframes);
 
     /**
-     * Writes a sequence number of 16 bits at the place in hand. Result: 1, or 0 if a write fails.
+     * Writes a sequence number of 16 bits with a delta time of 0. Result: 1, or 0 if a write fails.
      * @param out read and changed
      * @param number a value
      * @return 1, or 0 if a write fails.
@@ -624,16 +632,16 @@ public final class Common {
     public static native int MIDIFILEWriteSequenceNumber(_MIDIFILEOutStruct out, int number);
 
     /**
-     * The General MIDI program, 0 to 127, that stands for a sound. Result: -1 for sounds without one (0, 14 and 15) and
-     * for numbers outside 0 to 15.
+     * The General MIDI program, 0 to 127, for a sound. Result: -1 for sounds without a program (0, 14 and 15) and for
+     * numbers outside 0 to 15.
      * @param soundID a value
-     * @return -1 for sounds without one (0, 14 and 15) and for numbers outside 0 to 15.
+     * @return -1 for sounds without a program (0, 14 and 15) and for numbers outside 0 to 15.
      */
     public static native int getGMProgramChangeIDFromSoundID(int soundID);
 
     /**
-     * The sound, 0 to 15, of a General MIDI program that counts from 0; 0 above 127. <code>tonality</code>, or null, gets
-     * how far it has a pitch, 0.0 to 1.0.
+     * The sound, 0 to 15, of a General MIDI program from 0 to 127; 0 above 127. <code>tonality</code>, or null, gets how
+     * distinct the pitch of the sound is, 0.0 to 1.0.
      * @param program a value
      * @param tonality filled, or null
      * @return see above
@@ -641,8 +649,9 @@ public final class Common {
     public static native int getSoundIDFromGMProgramChange(int program, double[] tonality);
 
     /**
-     * What is left of a sound of a General MIDI program from step to step, 0.99 to 1.0; 0.997 outside 0 to 127.
-     * <code>tonality</code>, or null, gets how far it has a pitch, which is not the same as above for programs 99 and 100.
+     * The factor by which a sound of a General MIDI program decays in each step, 0.99 to 1.0; 0.997 outside 0 to 127.
+     * <code>tonality</code>, or null, gets how distinct its pitch is; for programs 99 and 100 the value differs from the
+     * one above.
      * @param program a value
      * @param tonality filled, or null
      * @return see above
@@ -664,47 +673,47 @@ public final class Common {
     public static native void deleteZQFileNameList(ZQFileNameList list);
 
     /**
-     * Deletes a list but not its names, which go on to whoever took their pointers. Null is ignored.
+     * Deletes a list but not its names, which belong to the caller from then on. Null is ignored.
      * @param list object, released by the call, or null
      */
     public static native void deleteZQFileNameListOnlyReferences(ZQFileNameList list);
 
     /**
-     * Sets a list up anew: room for 32 names and none in it. Names that were in it are not released.
+     * Empties a list, with room for 32 names. The names that it had are not released and belong to the caller.
      * @param list object
      */
     public static native void s_init(ZQFileNameList list);
 
     /**
-     * Adds a name and takes it over: it must come from <code>s_Malloc</code> and is released with the list. Null is
-     * ignored.
+     * Adds a name and takes it over: it must come from <code>s_Malloc</code>, and is released with the list, or at once if
+     * memory is exhausted. Null is ignored.
      * @param list object
      * @param name read, text, released by the call, or null
      */
     public static native void s_addFileName(ZQFileNameList list, Pointer name);
 
     /**
-     * Releases a name and closes the gap. An index outside the list is ignored.
+     * Releases a name and moves the following ones up. An index out of range is ignored.
      * @param list object
      * @param index a value
      */
     public static native void s_deleteFileNameAtIndex(ZQFileNameList list, int index);
 
     /**
-     * The names in the list.
+     * The number of names in the list.
      * @param list object
      * @return see above
      */
     public static native int s_getCount(ZQFileNameList list);
 
     /**
-     * Releases all names; the list stays, empty.
+     * Releases all names and leaves the list empty.
      * @param list object
      */
     public static native void s_deleteAllFileNames(ZQFileNameList list);
 
     /**
-     * A name, which belongs to the list, or null outside it.
+     * The name at an index from 0, which belongs to the list; null for an index out of range.
      * @param list object
      * @param index a value
      * @return see above (lent by the list, text)
@@ -712,14 +721,14 @@ public final class Common {
     public static native Pointer s_getFileNameAtIndex(ZQFileNameList list, int index);
 
     /**
-     * The array of names, <code>s_getCount</code> of them, which belongs to the list, until it changes.
+     * The array of the <code>s_getCount</code> names, which belongs to the list and is valid until the list changes.
      * @param list object
      * @return see above (lent by the list, s_getCount)
      */
     public static native Pointer s_getFileNameList(ZQFileNameList list);
 
     /**
-     * 1 if a name ends in .mid, .MID, .midi or .MIDI, else 0. The file isn't looked at.
+     * 1 if a name ends in .mid, .MID, .midi or .MIDI, else 0. The file is not read.
      * @param list object
      * @param name text
      * @return see above
@@ -727,7 +736,7 @@ public final class Common {
     public static native int s_fileIsMidiFile(ZQFileNameList list, String name);
 
     /**
-     * 1 if a name ends in .krn or .KRN, else 0. The file isn't looked at.
+     * 1 if a name ends in .krn or .KRN, else 0. The file is not read.
      * @param list object
      * @param name text
      * @return see above
@@ -735,7 +744,7 @@ public final class Common {
     public static native int s_fileIsKernFile(ZQFileNameList list, String name);
 
     /**
-     * 1 if a name ends in .txt or .TXT, else 0. The file isn't looked at.
+     * 1 if a name ends in .txt or .TXT, else 0. The file is not read.
      * @param list object
      * @param name text
      * @return see above
@@ -743,7 +752,7 @@ public final class Common {
     public static native int s_fileIsTextFile(ZQFileNameList list, String name);
 
     /**
-     * 1 for a directory, 0 for a regular file, -1 for anything else or a path that can't be read.
+     * 1 for a directory, 0 for a regular file, -1 for anything else and for a path that can't be read.
      * @param list object
      * @param path text
      * @return see above
@@ -751,19 +760,19 @@ public final class Common {
     public static native int s_isDirectory(ZQFileNameList list, String path);
 
     /**
-     * The paths of all entries of a directory but "." and "..", in reverse alphabetical order. Result: a new list, to be
-     * deleted by the caller, or null if the path is no directory.
+     * The paths of all entries of a directory except "." and "..", in reverse alphabetical order. Result: a new list, to
+     * be deleted by the caller; null if the path isn't a directory.
      * @param list object
      * @param path text
-     * @return a new list, to be deleted by the caller, or null if the path is no directory. (released with
+     * @return a new list, to be deleted by the caller; null if the path isn't a directory. (released with
      *     <code>deleteZQFileNameList</code>)
      */
     public static native ZQFileNameList s_getDirectoryContent(ZQFileNameList list, String path);
 
     /**
      * Adds the MIDI files of a directory, or the one file that <code>path</code> names, to <code>list</code>, or to a new
-     * list if that is null. <code>recursive</code>: not 0 looks into folders too. Result: the list, which is the caller's
-     * to delete.
+     * list if that is null. <code>recursive</code>: not 0 includes folders. Result: the list, which is the caller's to
+     * delete.
      * @param list object
      * @param path text
      * @param recursive a value
@@ -774,7 +783,7 @@ public final class Common {
 
     /**
      * Adds the MIDI and kern files of a directory, or the one file that <code>path</code> names, to <code>list</code>, or
-     * to a new list if that is null. <code>recursive</code>: not 0 looks into folders too. Result: the list, which is the
+     * to a new list if that is null. <code>recursive</code>: not 0 includes folders. Result: the list, which is the
      * caller's to delete.
      * @param list object
      * @param path text
@@ -786,8 +795,8 @@ public final class Common {
 
     /**
      * Adds the text files of a directory, or the one file that <code>path</code> names, to <code>list</code>, or to a new
-     * list if that is null. <code>recursive</code>: not 0 looks into folders too. Result: the list, which is the caller's
-     * to delete.
+     * list if that is null. <code>recursive</code>: not 0 includes folders. Result: the list, which is the caller's to
+     * delete.
      * @param list object
      * @param path text
      * @param recursive a value
@@ -798,8 +807,8 @@ public final class Common {
 
     /**
      * Adds the kern files of a directory, or the one file that <code>path</code> names, to <code>list</code>, or to a new
-     * list if that is null. <code>recursive</code>: not 0 looks into folders too. Result: the list, which is the caller's
-     * to delete.
+     * list if that is null. <code>recursive</code>: not 0 includes folders. Result: the list, which is the caller's to
+     * delete.
      * @param list object
      * @param path text
      * @param recursive a value
@@ -809,68 +818,69 @@ public final class Common {
     public static native ZQFileNameList s_getKernFilesInFilePath(ZQFileNameList list, String path, int recursive, ZQFileNameList other);
 
     /**
-     * The order of file names, for sorting an array of names: both arguments point to a name. At most 256 characters
-     * count. Result: below 0, 0 or above 0; 0 if a pointer is null.
+     * Compares two file names, for sorting an array of names: both arguments point to a name. Only the first 256
+     * characters count. Result: below 0, 0 or above 0, as strcmp gives it; 0 if a pointer is null.
      * @param first opaque
      * @param second opaque
-     * @return below 0, 0 or above 0; 0 if a pointer is null.
+     * @return below 0, 0 or above 0, as strcmp gives it; 0 if a pointer is null.
      */
     public static native int ZQCompareFileNames(Pointer first, Pointer second);
 
     /**
-     * The version of the library that runs, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like tell the version of
-     * the header. The text is the library's and lives as long as the process.
+     * The version of the library at run time, as "major.minor.patch"; ZMATRIX_VERSION_MAJOR and its like are the version
+     * of the header. The text is the library's and is valid as long as the process runs.
      * @return see above (lent by the library, text)
      */
     public static native Pointer zq_version();
 
     /**
-     * Has <code>function</code> called for each message up to the level of <code>s_setMatrixDebugOn</code>, whatever the
-     * debug device, that the calling thread gives. Null ends it. Another thread has none until it sets its own.
-     * <code>userData</code> goes to each call as it is.
+     * Sets the function that gets each message of the calling thread up to the level of <code>s_setMatrixDebugOn</code>,
+     * whatever the debug device. Null removes it. Each thread has its own function, at first none. <code>userData</code>
+     * is passed to each call unchanged.
      * @param function callback
      * @param userData opaque
      */
     public static native void zq_setMessageFunction(zq_messageFunction function, Pointer userData);
 
     /**
-     * The last message of level 0, an error or a warning, that the calling thread gave, also while nothing is printed; an
-     * empty text if there was none. What failed is told by results: a message may also stem from a call that succeeded.
-     * The text is the library's and lives until the thread's next message, or its end.
+     * The last message of level 0, an error or a warning, of the calling thread, even if it was not printed; an empty text
+     * if there was none. A message doesn't mean a failure, which only results show: calls that succeed may print warnings.
+     * The text is the library's and is valid until the next message of the thread, or its end.
      * @return see above (lent by the library, text)
      */
     public static native Pointer zq_lastMessage();
 
     /**
-     * Checks and reads a kern file as learning does, and tells each fault with its place, what the file gives, where the
-     * reading departs from the score, and which tracks <code>s_updateMatrixWithKERNFile</code> would take. Behind a timing
-     * error notes are counted, not read. There are no messages. <code>preProcessingType</code>,
-     * <code>midiTrackAnalyze</code> and <code>channelFilter</code> as with <code>zq_createMidiReport</code>. Result: the
-     * report, for zq_deleteKernReport; also for a file that can't be opened or is refused (<code>state</code>); null if
-     * memory is exhausted. All its texts and arrays live as long as it does.
+     * Checks and reads a Humdrum **kern file as learning does, and reports each fault with its place, the contents of the
+     * file, each difference between the notes read and the score, and the tracks that
+     * <code>s_updateMatrixWithKERNFile</code> would learn. After a timing error notes are counted, not read. Prints no
+     * messages. <code>preProcessingType</code>, <code>midiTrackAnalyze</code> and <code>channelFilter</code> as with
+     * <code>zq_createMidiReport</code>. Result: the report, for zq_deleteKernReport, even if the file can't be opened or
+     * is refused (<code>state</code>); null if memory is exhausted. Its texts and arrays are valid as long as the report.
      * @param fileName text
      * @param preProcessingType a value
      * @param midiTrackAnalyze a value
      * @param channelFilter read, 16
-     * @return the report, for zq_deleteKernReport; also for a file that can't be opened or is refused
-     *     (<code>state</code>); null if memory is exhausted. All its texts and arrays live as long as it does. (released
-     *     with <code>zq_deleteKernReport</code>)
+     * @return the report, for zq_deleteKernReport, even if the file can't be opened or is refused (<code>state</code>);
+     *     null if memory is exhausted. Its texts and arrays are valid as long as the report. (released with
+     *     <code>zq_deleteKernReport</code>)
      */
     public static native zq_KernReport zq_createKernReport(String fileName, int preProcessingType, int midiTrackAnalyze, byte[] channelFilter);
 
     /**
-     * Releases a report with all that belongs to it. Null is ignored.
+     * Releases a report and everything that belongs to it. Null is ignored.
      * @param report read, released by the call, or null
      */
     public static native void zq_deleteKernReport(zq_KernReport report);
 
     /**
-     * Tells what <code>s_updateMatrixWithMIDIFile</code> would take of a file and what is lost on the way, without a
-     * matrix and without messages. The arguments are what the basic level's block would hold:
+     * Reports what <code>s_updateMatrixWithMIDIFile</code> would learn of a file and what it would drop, without a matrix
+     * and without messages. The arguments stand for the settings of the basic level's block:
      * <code>preProcessingType</code> 1, or 1002 to 1004; <code>noteOnQuantization</code>: notes that start within so many
-     * quanta make a chord, 16 as a rule; <code>midiTrackAnalyze</code> 0 each track, 1 all merged, 2 both;
-     * <code>channelFilter</code>: 16 bytes, not 0 drops the channel, or null for none. Result: a new report, also for a
-     * file that can't be read, which <code>zq_deleteMidiReport</code> releases; null if memory is exhausted.
+     * quanta form a chord, usually 16; <code>midiTrackAnalyze</code> 0 each track, 1 all merged, 2 both;
+     * <code>channelFilter</code>: 16 bytes, one per channel, not 0 drops the channel, or null for none. Result: a new
+     * report, also for a file that can't be read, which <code>zq_deleteMidiReport</code> releases; null if memory is
+     * exhausted.
      * @param path text
      * @param preProcessingType a value
      * @param noteOnQuantization a value
@@ -882,7 +892,7 @@ public final class Common {
     public static native zq_MidiReport zq_createMidiReport(String path, int preProcessingType, int noteOnQuantization, int midiTrackAnalyze, byte[] channelFilter);
 
     /**
-     * Releases a report with all that it holds. Null is ignored.
+     * Releases a report and everything that belongs to it. Null is ignored.
      * @param report read, released by the call, or null
      */
     public static native void zq_deleteMidiReport(zq_MidiReport report);
@@ -918,25 +928,26 @@ public final class Common {
     public static native Pointer zq_nameOfSoundID(int soundID);
 
     /**
-     * Makes the 32-bit table of primes of all threads, which ocrons, gocrons and the preprocessing types 1010 to 1020 of
-     * all matrices need. It holds the primes from <code>lowerBound</code> to <code>upperBound</code>, or to 5000 if that
-     * is more; at most to 2147483647. Take 0 for <code>lowerBound</code>: the ranks of primes are right only in a table
-     * that begins with 2. Take a twentieth more than the largest number, and 1000: near the end of a table ranks are
-     * estimates. <code>count</code> gets the number of primes. A table to 100 million takes 23 MB. The old table stands
-     * until the new one is whole. Result: the table, ascending, which is the library's; null if the bounds are less than 2
-     * apart (the old table stays) or memory has run out (there is no table then, and *count is 0). The array stands until
-     * the calling thread makes or frees a table, or next asks for primes after another thread has.
+     * Makes the 32-bit table of primes, which all threads share and which ocrons, gocrons and the preprocessing types 1010
+     * to 1020 of all matrices need. It contains the primes from <code>lowerBound</code> to <code>upperBound</code>, or to
+     * 5000 if that is more; at most to 2147483647. <code>lowerBound</code> should be 0: ranks of primes are correct only
+     * in a table that begins with 2. <code>upperBound</code> should exceed the largest number by a twentieth plus 1000:
+     * near the end of a table ranks are estimates. <code>count</code> gets the number of primes. A table to 100 million
+     * takes 23 MB. The old table is used until the new one is complete. Result: the table, ascending, which is the
+     * library's; null if the bounds are less than 2 apart (the old table stays) or memory has run out (then there is no
+     * table, and *count is 0). The array is valid until the calling thread makes or frees a table, or first uses the table
+     * after another thread has done so.
      * @param lowerBound a value
      * @param upperBound a value
      * @param count filled
      * @return the table, ascending, which is the library's; null if the bounds are less than 2 apart (the old table stays)
-     *     or memory has run out (there is no table then, and *count is 0). The array stands until the calling thread makes
-     *     or frees a table, or next asks for primes after another thread has. (lent by the library, *count)
+     *     or memory has run out (then there is no table, and *count is 0). The array is valid until the calling thread
+     *     makes or frees a table, or first uses the table after another thread has done so. (lent by the library, *count)
      */
     public static native Pointer zq_initPrimes(int lowerBound, int upperBound, int[] count);
 
     /**
-     * The same in 64 bits: a second table, which the functions ...Large alone read.
+     * The same in 64 bits: a second table, used only by the functions ...Large.
      * @param lowerBound a value
      * @param upperBound a value
      * @param count filled
@@ -959,7 +970,7 @@ public final class Common {
      */
     public static native Pointer zq_initFirstNPrimesLarge(long n);
 
-    /** Frees the 32-bit table for all threads. What zq_getPrimeNumbers tells of its count and greatest prime stays. */
+    /** Frees the 32-bit table for all threads. zq_getPrimeNumbers still gives its count and its greatest prime. */
     public static native void zq_deinitPrimes();
 
     /** Frees the 64-bit table for all threads. */
@@ -982,9 +993,9 @@ public final class Common {
     public static native Pointer zq_getPrimeNumbersLarge(long[] count, long[] maxPrime);
 
     /**
-     * 1 if <code>n</code> is a prime, 0 if not, -1 if the 32-bit table can't tell: where it is missing, and where
-     * Riemann's estimate sees the rank of <code>n</code> beyond its end, which may be so for a few numbers below its
-     * greatest prime. 0 for a negative <code>n</code>.
+     * 1 if <code>n</code> is a prime, 0 if not, -1 if the 32-bit table doesn't show it: if there is no table, or if
+     * Riemann's estimate places <code>n</code> beyond its end, which can happen for a few numbers below its greatest
+     * prime. 0 for a negative <code>n</code>.
      * @param n a value
      * @return see above
      */
@@ -999,7 +1010,7 @@ public final class Common {
 
     /**
      * The number of primes up to <code>x</code>: exact within the 32-bit table, beyond it Riemann's estimate, truncated; 0
-     * below 2; -1 without a table.
+     * below 2; -1 if there is no table.
      * @param x a value
      * @return see above
      */
@@ -1027,7 +1038,8 @@ public final class Common {
     public static native long zq_primePiLarge(long n);
 
     /**
-     * The <code>n</code>-th prime, from 1; -1 without a table, below 1, and beyond the table.
+     * The <code>n</code>-th prime, counted from 1; -1 if there is no table, for an <code>n</code> below 1, and beyond the
+     * table.
      * @param n a value
      * @return see above
      */
@@ -1041,7 +1053,7 @@ public final class Common {
     public static native long zq_nthPrimeLarge(long n);
 
     /**
-     * <code>n</code> less the number of primes up to it; -1 above the greatest prime of the 32-bit table.
+     * <code>n</code> minus the number of primes up to <code>n</code>; -1 above the greatest prime of the 32-bit table.
      * @param n a value
      * @return see above
      */
@@ -1055,9 +1067,9 @@ public final class Common {
     public static native long zq_notPrimePiLarge(long n);
 
     /**
-     * The <code>n</code>-th number that is no prime, from 1: 1, 4, 6, 8, 9 and so on; 0 for 0. -1 without a table, below
-     * 0, and where the table doesn't reach beyond the number, with a message at level 0 if the search would begin beyond
-     * it.
+     * The <code>n</code>-th number that is not a prime, counted from 1: 1, 4, 6, 8, 9 and so on; 0 for 0. -1 if there is
+     * no table, for an <code>n</code> below 0, and if the table ends before the number, with a message at level 0 if the
+     * search would begin beyond its end.
      * @param n a value
      * @return see above
      */
@@ -1071,29 +1083,29 @@ public final class Common {
     public static native long zq_nthNotPrimeLarge(long n);
 
     /**
-     * Riemann's R, an estimate of the number of primes up to <code>x</code>, by the series of J. P. Gram (1884): 1 for an
+     * Riemann's R, an estimate of the number of primes up to <code>x</code>, by the series of J. P. Gram (1884); 1 for an
      * <code>x</code> of 1 or less. Needs no table.
      * @param x a value
      * @return see above
      */
     public static native double zq_riemann_r(double x);
 
-    /** Clears the last factorisation of the thread. Nothing else has to be called before the functions below. */
+    /** Clears the last factorisation of the thread. The functions below need no other initialisation. */
     public static native void zq_initMath();
 
     /**
      * The prime factors of <code>n</code>, ascending, in the entries 1 to *count of the result; entry 0 holds *count and
-     * *sigma. <code>count</code> gets the number of different primes, <code>sigma</code> the sum of the divisors, in its
-     * low 32 bits. 0 and 1 are factors of themselves. <code>wantCopy</code>: 0 gives the thread's own array, which stands
+     * *sigma. <code>count</code> gets the number of different primes, <code>sigma</code> the low 32 bits of the sum of the
+     * divisors. 0 and 1 are factors of themselves. <code>wantCopy</code>: 0 gives the thread's own array, which is valid
      * until its next factorisation; otherwise the result is new, for zq_deletePrimeFactor. Result: null, with *count 0 and
-     * *sigma 1, for a negative <code>n</code>, without the 32-bit table, and if that doesn't reach the root of
+     * *sigma 1, for a negative <code>n</code>, if there is no 32-bit table, and if the table ends below the square root of
      * <code>n</code>.
      * @param n a value
      * @param count filled
      * @param sigma filled
      * @param wantCopy a value
-     * @return null, with *count 0 and *sigma 1, for a negative <code>n</code>, without the 32-bit table, and if that
-     *     doesn't reach the root of <code>n</code>. (lent by the library, *count + 1)
+     * @return null, with *count 0 and *sigma 1, for a negative <code>n</code>, if there is no 32-bit table, and if the
+     *     table ends below the square root of <code>n</code>. (lent by the library, *count + 1)
      */
     public static native tagPrimeFact zq_getPrimeFactors(int n, int[] count, int[] sigma, int wantCopy);
 
@@ -1104,14 +1116,15 @@ public final class Common {
     public static native void zq_deletePrimeFactor(tagPrimeFact factors);
 
     /**
-     * The sum of the divisors of <code>n</code>: 0 below 1. The low 32 bits of a sum above 2147483647.
+     * The sum of the divisors of <code>n</code>, in its low 32 bits; 0 for an <code>n</code> below 1.
      * @param n a value
      * @return see above
      */
     public static native int zq_sigma(int n);
 
     /**
-     * The sum of the divisors of <code>n</code> that 4 doesn't divide: 0 below 1. A sum as zq_sigma.
+     * The sum of the divisors of <code>n</code> that 4 doesn't divide, in its low 32 bits; 0 for an <code>n</code> below
+     * 1.
      * @param n a value
      * @return see above
      */
@@ -1149,9 +1162,9 @@ public final class Common {
     public static native int zq_isMersennePrime(int exponent);
 
     /**
-     * The parameters of the thread: what integers are encoded with, the end symbol at which every evaluation stops, the
-     * digits of gocrons. The way back from a matrix takes type and end symbol from the sub-matrix (s_setOcronType), all
-     * else from here. The record is the library's.
+     * The parameters of the thread: how integers are encoded, the end symbol at which every evaluation stops, the digits
+     * of gocrons. Decoding items of a matrix uses type and end symbol of the sub-matrix (s_setOcronType), and all other
+     * parameters from here. The record is the library's and may be changed in place.
      * @return see above (lent by the library)
      */
     public static native gocronParametersTag zq_getGlobalGocronParameters();
@@ -1159,7 +1172,7 @@ public final class Common {
     /**
      * Sets all ten parameters. An <code>ocronType</code> below 0 or above 10 becomes 4, an <code>ocronAlgorithm</code> or
      * <code>gocronAlgorithm</code> above 10 and a <code>gocronNumberBase</code> above 256 become 0, each with a message at
-     * level 0. An <code>ocronType</code> of 0 to 2 or 8 to 10 is kept, and refused where it is used.
+     * level 0. An <code>ocronType</code> of 0 to 2 or 8 to 10 is stored, but refused by the functions that use it.
      * @param parameters read
      */
     public static native void zq_setGlobalGocronParameters(gocronParametersTag parameters);
@@ -1168,14 +1181,15 @@ public final class Common {
     public static native void zq_setGlobalGocronParametersToDefaults();
 
     /**
-     * The ocron of <code>number</code>, a new string for s_Free. The 32-bit table must reach the factors of
-     * <code>number</code>; for type 6 it must reach beyond <code>number</code> itself. <code>ocronType</code>: 3
+     * The ocron of <code>number</code>, a new string for s_Free. The 32-bit table must contain the factors of
+     * <code>number</code>; for type 6 it must extend beyond <code>number</code> itself. <code>ocronType</code>: 3
      * <code>*P2</code>, 4 <code>*P2^</code>, 5 <code>*P2^Q</code>, 6 <code>*P</code>, 7 as 4 but for its evaluation.
-     * <code>length</code> gets its characters, <code>capacity</code> those that the block has room for.
-     * <code>compareNumber</code> gets what the string evaluates to: the ocron is right if that is <code>number</code>. It
-     * is -1 for 2147483648 and more, and a code of the evaluator below 1 where that fails. <code>stackDepth</code> gets
-     * the depth of the stack in the evaluation. Result: null for a type outside 3 to 7, a number without an ocron (below
-     * 2; type 6: below 1), an <code>ocronAlgorithm</code> other than 0 (message at level 0), and without memory.
+     * <code>length</code> gets the number of its characters, <code>capacity</code> the number for which the block has
+     * room. <code>compareNumber</code> gets the value of the string by evaluation, which is <code>number</code> if the
+     * ocron is right: -1 for 2147483648 and more, or a result of the evaluator below 1 if it fails.
+     * <code>stackDepth</code> gets the depth of the stack during the evaluation. Result: null for a type outside 3 to 7, a
+     * number without an ocron (below 2; type 6: below 1), an <code>ocronAlgorithm</code> other than 0 (message at level
+     * 0), or exhausted memory.
      * @param ocronType a value
      * @param length filled
      * @param capacity filled
@@ -1183,24 +1197,25 @@ public final class Common {
      * @param compareNumber filled
      * @param stackDepth filled
      * @return null for a type outside 3 to 7, a number without an ocron (below 2; type 6: below 1), an
-     *     <code>ocronAlgorithm</code> other than 0 (message at level 0), and without memory. (released with
+     *     <code>ocronAlgorithm</code> other than 0 (message at level 0), or exhausted memory. (released with
      *     <code>s_Free</code>, *length)
      */
     public static native Pointer zq_intToOcron(int ocronType, int[] length, int[] capacity, int number, int[] compareNumber, int[] stackDepth);
 
     /**
-     * Appends the ocron of <code>number</code> to a string: type 3, each prime factor for itself, so that 12 is 2P2*2*.
-     * <code>buffer</code>: a block from s_Malloc of *capacity + 1 bytes with a terminated text of *length characters, or
-     * null for a new one, which sets both. The text begins a product if it is empty, and is multiplied with what stands
-     * there otherwise. Result: the buffer, which may have moved; as it was for a negative number; incomplete where the
-     * 32-bit table doesn't serve; null for null and a number below 2, and without memory, where the buffer is released.
+     * Appends the ocron of type 3 of <code>number</code> to a string. Each prime factor is encoded separately: 12 is
+     * 2P2*2*. <code>buffer</code>: a block from s_Malloc of *capacity + 1 bytes with a terminated text of *length
+     * characters, or null for a new one, which sets both. A text that is not empty is multiplied by the number. Result:
+     * the buffer, which may have moved; unchanged for a negative number; incomplete if the 32-bit table is too small or
+     * missing; null if <code>buffer</code> is null and the number below 2, or if memory has run out, in which case the
+     * buffer is released.
      * @param buffer read and changed, *capacity + 1, or null
      * @param length read and changed
      * @param capacity read and changed
      * @param number a value
-     * @return the buffer, which may have moved; as it was for a negative number; incomplete where the 32-bit table doesn't
-     *     serve; null for null and a number below 2, and without memory, where the buffer is released. (what was given as
-     *     <code>buffer</code>, text)
+     * @return the buffer, which may have moved; unchanged for a negative number; incomplete if the 32-bit table is too
+     *     small or missing; null if <code>buffer</code> is null and the number below 2, or if memory has run out, in which
+     *     case the buffer is released. (what was given as <code>buffer</code>, text)
      */
     public static native Pointer zq_intToOcron3(byte[] buffer, int[] length, int[] capacity, int number);
 
@@ -1215,7 +1230,8 @@ public final class Common {
     public static native Pointer zq_intToOcron4(byte[] buffer, int[] length, int[] capacity, int number);
 
     /**
-     * The same in type 5: as type 4, and each run of k P in the whole buffer becomes the ocron of k and a Q. 11 is 22PQ.
+     * The same in type 5: as type 4, but each run of k characters P in the whole buffer becomes the ocron of k and a Q: 11
+     * is 22PQ.
      * @param buffer read and changed, *capacity + 1, or null
      * @param length read and changed
      * @param capacity read and changed
@@ -1225,8 +1241,8 @@ public final class Common {
     public static native Pointer zq_intToOcron5(byte[] buffer, int[] length, int[] capacity, int number);
 
     /**
-     * The same in type 6, the path from 1 to <code>number</code>, with the leading * that stands for 1: 4 is *P*. Null for
-     * null and a number below 1. A number beyond the table prints a message at level 0.
+     * The same in type 6: the path from 1, which the leading * stands for, to <code>number</code>: 4 is *P*. The result is
+     * null if <code>buffer</code> is null and the number below 1. A number beyond the table prints a message at level 0.
      * @param buffer read and changed, *capacity + 1, or null
      * @param length read and changed
      * @param capacity read and changed
@@ -1256,22 +1272,23 @@ public final class Common {
     public static native Pointer zq_intToOcron_X(byte[] buffer, int[] length, int[] capacity, int number);
 
     /**
-     * The ocrons of <code>length</code> integers, one item a character, each ocron followed by <code>endSymbol</code> if
-     * that isn't 0. A number without an ocron, or whose ocron doesn't evaluate to it, is left out with a message at level
-     * 0. <code>resultLength</code> gets the number of items. <code>logPath</code>: null, or a file that is written with a
-     * line a number; one that can't be opened is passed over. Result: a new array for s_Free; null without memory.
+     * The ocrons of <code>length</code> integers, one item per character, each ocron followed by <code>endSymbol</code> if
+     * it isn't 0. A number without an ocron, or whose ocron doesn't evaluate to the number, is left out with a message at
+     * level 0. <code>resultLength</code> gets the number of items. <code>logPath</code>: null, or a file to which one line
+     * per number is written; a file that can't be opened is ignored. Result: a new array for s_Free; null if memory has
+     * run out.
      * @param sequence read, length
      * @param length a value
      * @param ocronType a value
      * @param resultLength filled
      * @param endSymbol a value
      * @param logPath text
-     * @return a new array for s_Free; null without memory. (released with <code>s_Free</code>, *resultLength)
+     * @return a new array for s_Free; null if memory has run out. (released with <code>s_Free</code>, *resultLength)
      */
     public static native Pointer zq_createOcronSequenceFromIntegerSequence(int[] sequence, int length, int ocronType, int[] resultLength, int endSymbol, String logPath);
 
     /**
-     * The same with type and end symbol of the thread's parameters and no log.
+     * The same with type and end symbol of the thread's parameters and without a log file.
      * @param sequence read, length
      * @param length a value
      * @param resultLength filled
@@ -1281,21 +1298,21 @@ public final class Common {
 
     /**
      * The items up to the first <code>endSymbol</code> as a new string for s_Free. The end symbol is its last character
-     * and counts in *length. <code>items</code>: read to the end symbol, at most 32768 items. Result: null, with *length
-     * 0, if it isn't among them.
+     * and counts in *length. <code>items</code>: read up to the end symbol, at most 32768 items. Result: null, with
+     * *length 0, if none of them is the end symbol.
      * @param items read, to endSymbol
      * @param endSymbol a value
      * @param length filled
-     * @return null, with *length 0, if it isn't among them. (released with <code>s_Free</code>, *length)
+     * @return null, with *length 0, if none of them is the end symbol. (released with <code>s_Free</code>, *length)
      */
     public static native Pointer zq_getOcronStringFromOcronIntArray(int[] items, int endSymbol, int[] length);
 
     /**
-     * Reads a file of ocrons into a new array for s_Free: an item a symbol (<code>*2PQ^</code>), and
-     * <code>endSymbol</code>, if that is above 0, for each run of white space between and behind them.
+     * Reads a file of ocrons into a new array for s_Free: one item per symbol (<code>*2PQ^</code>), and
+     * <code>endSymbol</code>, if it is above 0, for each run of white space between and after the ocrons.
      * <code>maximalItems</code>: 0 for all. <code>count</code> gets the number of items. <code>status</code>: 1 done; 0
-     * stopped behind a character that is no symbol, which is the last item; -1 the file can't be read; -2 no memory; -3
-     * nothing but white space. Null for the negative ones.
+     * stopped after a character that is not a symbol, which is the last item; -1 the file can't be read; -2 memory has run
+     * out; -3 the file has only white space. Null for a negative status.
      * @param path text
      * @param maximalItems a value
      * @param endSymbol a value
@@ -1306,8 +1323,8 @@ public final class Common {
     public static native Pointer zq_readIntegerSequenceFromASCIOcronFile(String path, int maximalItems, int endSymbol, int[] count, int[] status);
 
     /**
-     * Puts a value on a stack of 128 values, *stackPointer of them in use, the newest at index 0. At 127 it is dropped,
-     * with a message at level 2.
+     * Pushes a value on a stack of 128 values, *stackPointer of them in use, the newest at index 0. If 127 are in use, the
+     * value is dropped with a message at level 2.
      * @param stack read and changed, 128
      * @param stackPointer read and changed
      * @param value a value
@@ -1315,22 +1332,22 @@ public final class Common {
     public static native void zq_pushOnOcronStack(long[] stack, int[] stackPointer, int value);
 
     /**
-     * Takes the newest value off such a stack: 0 if it is empty.
+     * Pops the newest value of such a stack. Result: the value; 0 if the stack is empty.
      * @param stack read and changed, 128
      * @param stackPointer read and changed
-     * @return see above
+     * @return the value; 0 if the stack is empty.
      */
     public static native long zq_popFromOcronStack(long[] stack, int[] stackPointer);
 
     /**
-     * Appends a character and a terminator to a string as zq_intToOcron3 has it. Result: the buffer, which may have moved;
-     * null for null and without memory, where the buffer is released.
+     * Appends a character and a terminator to a string in a buffer as with zq_intToOcron3. Result: the buffer, which may
+     * have moved; null for a null buffer, or if memory has run out, in which case the buffer is released.
      * @param buffer read and changed, *capacity + 1, or null
      * @param length read and changed
      * @param capacity read and changed
      * @param character a value
-     * @return the buffer, which may have moved; null for null and without memory, where the buffer is released. (what was
-     *     given as <code>buffer</code>, text)
+     * @return the buffer, which may have moved; null for a null buffer, or if memory has run out, in which case the buffer
+     *     is released. (what was given as <code>buffer</code>, text)
      */
     public static native Pointer zq_addOcronItem(byte[] buffer, int[] length, int[] capacity, int character);
 
@@ -1347,18 +1364,18 @@ public final class Common {
 
     /**
      * Appends an integer to a block from s_Malloc of *capacity integers, *count of them in use. Result: the block, which
-     * may have moved. Without memory it is the old one, *count stays, and messages at level 1 tell.
+     * may have moved; if memory has run out, the old block with *count unchanged, and messages at level 1.
      * @param vector read and changed, *capacity, or null
      * @param count read and changed
      * @param capacity read and changed
      * @param item a value
-     * @return the block, which may have moved. Without memory it is the old one, *count stays, and messages at level 1
-     *     tell. (what was given as <code>vector</code>, *count)
+     * @return the block, which may have moved; if memory has run out, the old block with *count unchanged, and messages at
+     *     level 1. (what was given as <code>vector</code>, *count)
      */
     public static native Pointer zq_addIntegerItemToOcronVector(int[] vector, int[] count, int[] capacity, int item);
 
     /**
-     * The number that an ocron stands for; -1 for a type outside 3 to 7. By type one of the evaluators below.
+     * The number that an ocron stands for, by the evaluator below for its type; -1 for a type outside 3 to 7.
      * @param ocronType a value
      * @param ocron read and changed, text
      * @param length a value
@@ -1378,23 +1395,23 @@ public final class Common {
     public static native int zq_ocronToint(int ocronType, byte[] ocron, int length, int[] stackDepth);
 
     /**
-     * The number that an ocron of type 3 stands for. A missing trailing operand is 2, and what is left at the end is
+     * The number that an ocron of type 3 stands for. A missing last operand is taken as 2; values left at the end are
      * multiplied. <code>ocron</code>: a terminated string, which is cut in place at its first end symbol
-     * (zq_getGlobalGocronParameters), also where evaluation then fails. <code>length</code>: its characters.
-     * <code>stackDepth</code> gets the most values that stood on the stack after a push. Result below 1: -1
+     * (zq_getGlobalGocronParameters), even if the evaluation fails. <code>length</code>: its characters.
+     * <code>stackDepth</code> gets the largest number of values on the stack after a push. Result below 1: -1
      * <code>length</code> below 1; -2 null; -3 <code>length</code> isn't that of the string; -4 no 32-bit table of primes,
-     * or a character that isn't of the type (messages of -3 and -4 at level 0, the others at 2); -5 an empty stack; -6 a
-     * rank at or beyond the number of primes; -7 a rank below 1; -9 a product beyond 64 bits; -10 a value below 1, as
-     * exactly 2^63 wraps to; -11 not one value at the end. Values that are left and make exactly 2^63 give the smallest
-     * number.
+     * or a character that the type doesn't have (-3 and -4 print at level 0, the others at 2); -5 an empty stack; -6 a
+     * rank at or beyond the number of primes; -7 a rank below 1; -9 a product beyond 64 bits; -10 a value below 1, also
+     * for exactly 2^63, which wraps; -11 not one value at the end. If the product of the values left is exactly 2^63, the
+     * result is the smallest 64-bit number.
      * @param ocron read and changed, text
      * @param length a value
      * @param stackDepth filled
      * @return below 1: -1 <code>length</code> below 1; -2 null; -3 <code>length</code> isn't that of the string; -4 no
-     *     32-bit table of primes, or a character that isn't of the type (messages of -3 and -4 at level 0, the others at
-     *     2); -5 an empty stack; -6 a rank at or beyond the number of primes; -7 a rank below 1; -9 a product beyond 64
-     *     bits; -10 a value below 1, as exactly 2^63 wraps to; -11 not one value at the end. Values that are left and make
-     *     exactly 2^63 give the smallest number.
+     *     32-bit table of primes, or a character that the type doesn't have (-3 and -4 print at level 0, the others at 2);
+     *     -5 an empty stack; -6 a rank at or beyond the number of primes; -7 a rank below 1; -9 a product beyond 64 bits;
+     *     -10 a value below 1, also for exactly 2^63, which wraps; -11 not one value at the end. If the product of the
+     *     values left is exactly 2^63, the result is the smallest 64-bit number.
      */
     public static native long zq_ocron3ToLongLong(byte[] ocron, int length, int[] stackDepth);
 
@@ -1409,9 +1426,9 @@ public final class Common {
     public static native long zq_ocron4ToLongLong(byte[] ocron, int length, int[] stackDepth);
 
     /**
-     * The same for type 5, where no operand is filled in and nothing multiplied at the end. Results below 1 as for type 3,
-     * but -8, -10, -12 a missing operand of Q, *, ^; -9 a rank under Q at or beyond the number of primes; -11, -13 a
-     * product or a power beyond 64 bits; -14 a value below 1; -15 not one value at the end.
+     * The same for type 5, where no missing operand is supplied and nothing is multiplied at the end. Results below 1 as
+     * for type 3, but -8, -10, -12 a missing operand of Q, *, ^; -9 a rank of Q at or beyond the number of primes; -11,
+     * -13 a product or a power beyond 64 bits; -14 a value below 1; -15 not one value at the end.
      * @param ocron read and changed, text
      * @param length a value
      * @param stackDepth filled
@@ -1420,8 +1437,8 @@ public final class Common {
     public static native long zq_ocron5ToLongLong(byte[] ocron, int length, int[] stackDepth);
 
     /**
-     * The same for type 6. The string isn't cut at its end symbol, which has no effect. Results below 1: -1 to -4 as for
-     * type 3, and -1 beyond the table.
+     * The same for type 6. The end symbol has no effect: the string isn't cut. Results below 1: -1 to -4 as for type 3,
+     * and -1 for a number beyond the table.
      * @param ocron read and changed, text
      * @param length a value
      * @param stackDepth filled
@@ -1431,22 +1448,22 @@ public final class Common {
 
     /**
      * The same for type 7: a string of type 4 whose number may be too large for 64 bits. <code>logBase</code> gets 0, or 2
-     * if a power of 2 beyond 64 bits was needed on the way. Result: the number; 0 if it can't be told; -1 to -4 as for
-     * type 3.
+     * if a power of 2 beyond 64 bits occurred in the evaluation. Result: the number; 0 if it can't be determined; -1 to -4
+     * as for type 3.
      * @param ocron read and changed, text
      * @param length a value
      * @param stackDepth filled
      * @param logBase filled
-     * @return the number; 0 if it can't be told; -1 to -4 as for type 3.
+     * @return the number; 0 if it can't be determined; -1 to -4 as for type 3.
      */
     public static native long zq_ocron7ToLongLong(byte[] ocron, int length, int[] stackDepth, int[] logBase);
 
     /**
-     * As type 4, and where an operation would overflow its result is the logarithm, to the base of the first prime of the
-     * table, 2. <code>logBase</code>: 0 before the call; gets the base once a logarithm was taken. The characters are not
-     * checked, and the string isn't cut. Results below 1 as for type 4, and -9 and -11 also where there is no such
-     * logarithm or *logBase was another base, -13 P of a logarithm, -14 a product with what is no power of the base, -15 a
-     * logarithm beyond 64 bits.
+     * As type 4, but an operation that would overflow gives a logarithm to the base of the first prime of the table, 2.
+     * <code>logBase</code>: 0 before the call; gets the base if a logarithm was taken. The characters are not checked, and
+     * the string isn't cut. Results below 1 as for type 4; -9 and -11 also if there is no such logarithm or *logBase was
+     * another base; -13 P of a logarithm; -14 a product with a number that isn't a power of the base; -15 a logarithm
+     * beyond 64 bits.
      * @param ocron read and changed, text
      * @param length a value
      * @param stackDepth filled
@@ -1502,7 +1519,7 @@ public final class Common {
     public static native int zq_ocron7ToInt(byte[] ocron, int length, int[] stackDepth, int[] logBase);
 
     /**
-     * The logarithm of <code>value</code> to <code>base</code> if it is a whole number, to a billionth, else 0.
+     * The logarithm of <code>value</code> to <code>base</code> if it is a whole number within a billionth, else 0.
      * @param value a value
      * @param base a value
      * @return see above
@@ -1530,42 +1547,43 @@ public final class Common {
     public static native long zq_longLogFromPowerWithBase(long a, long exponent, int base);
 
     /**
-     * The absolute value; the smallest number is returned as it is.
+     * The absolute value of <code>value</code>; the smallest 64-bit number is returned unchanged.
      * @param value a value
      * @return see above
      */
     public static native long zq_longLongAbs(long value);
 
     /**
-     * An ocron read as one number: each symbol a digit, the last one the lowest, with digits and base of the thread's
-     * parameters. A leading symbol of digit 0 is lost in it. <code>length</code>: characters of <code>ocron</code>; a
-     * negative one gives 0. Result: -1 for a type outside 3 to 7, a length of 0, a character that is no symbol, and where
-     * a weight or the sum wraps to a negative number. A weight that wraps to another number isn't seen: with base 4 that
-     * is so from 33 characters on.
+     * An ocron read as one number: each symbol is a digit, the last one the lowest, with digits and base of the thread's
+     * parameters. A leading symbol with digit 0 doesn't change the number. <code>length</code>: characters of
+     * <code>ocron</code>; a negative length gives 0. Result: -1 for a type outside 3 to 7, a length of 0, a character that
+     * isn't a symbol, and if a weight or the sum wraps to a negative number. A weight that wraps to another number is not
+     * detected: with base 4 from 33 characters on.
      * @param ocronType a value
      * @param ocron text
      * @param length a value
-     * @return -1 for a type outside 3 to 7, a length of 0, a character that is no symbol, and where a weight or the sum
-     *     wraps to a negative number. A weight that wraps to another number isn't seen: with base 4 that is so from 33
+     * @return -1 for a type outside 3 to 7, a length of 0, a character that isn't a symbol, and if a weight or the sum
+     *     wraps to a negative number. A weight that wraps to another number is not detected: with base 4 from 33
      *     characters on.
      */
     public static native long zq_ocronToGocron(int ocronType, String ocron, int length);
 
     /**
-     * The ocron of a gocron, a new string for s_Free, with "?" for a digit that no symbol has (type 6: nothing). In type 7
-     * the digit of "*" is written "^". *length gets its characters. Result: null, with *length 0, for a negative gocron, a
-     * type outside 3 to 7, a base below 2, and without memory.
+     * The ocron of a gocron, a new string for s_Free, with "?" for a digit without a symbol (type 6: nothing). In type 7
+     * the digit of "*" is written as "^". *length gets the number of characters. Result: null, with *length 0, for a
+     * negative gocron, a type outside 3 to 7, a base below 2, or exhausted memory.
      * @param ocronType a value
      * @param gocron a value
      * @param length filled
-     * @return null, with *length 0, for a negative gocron, a type outside 3 to 7, a base below 2, and without memory.
+     * @return null, with *length 0, for a negative gocron, a type outside 3 to 7, a base below 2, or exhausted memory.
      *     (released with <code>s_Free</code>, *length)
      */
     public static native Pointer zq_gocronToOcron(int ocronType, long gocron, int[] length);
 
     /**
-     * 2 to the power of <code>length</code> - 1, less 1, for any ocron; 1 for "2", 0 for a <code>length</code> of 1 or
-     * less otherwise. -1 for a type outside 3 to 7, a character behind the first that is no symbol, and an overflow.
+     * 2 to the power of <code>length</code> - 1, minus 1, for any ocron; 1 for "2", 0 for any other of a
+     * <code>length</code> of 1 or less. -1 for a type outside 3 to 7, a character after the first that isn't a symbol, and
+     * an overflow.
      * @param ocronType a value
      * @param ocron text
      * @param length a value
@@ -1574,9 +1592,9 @@ public final class Common {
     public static native long zq_ocronToGocron1(int ocronType, String ocron, int length);
 
     /**
-     * The symbols behind the first, each weighted by 2 to the power of its place from the end: r half of "2", i of "*", j
-     * of "P", k of "^". r is 1 for "2" alone. All 0 for types 5 and 6 and types outside 3 to 7, all -1 for another
-     * character and an overflow.
+     * The symbols after the first, each weighted by 2 to the power of its distance from the end: r is half the sum for
+     * "2", i the sum for "*", j for "P", k for "^". r is 1 for "2" alone. All are 0 for types 5 and 6 and types outside 3
+     * to 7, all are -1 for any other character and an overflow.
      * @param ocronType a value
      * @param ocron text
      * @param length a value
@@ -1601,8 +1619,8 @@ public final class Common {
     public static native long zq_intToGocron(int ocronType, int number);
 
     /**
-     * The number whose ocron the gocron is: the result of evaluation, with its codes below 1; -1 for what zq_gocronToOcron
-     * refuses and for 2147483647 and more.
+     * The number of a gocron: the result of evaluating its ocron, with the evaluator's codes below 1; -1 for gocrons that
+     * zq_gocronToOcron refuses, and for 2147483647 and more.
      * @param ocronType a value
      * @param gocron a value
      * @return see above
@@ -1618,26 +1636,26 @@ public final class Common {
     public static native long zq_gocronToLongLong(int ocronType, long gocron);
 
     /**
-     * Makes <code>ocron</code> the string whose gocron is one higher; for a *length of 0 the symbol of digit 0, or a
-     * message at level 0 if there is none. A string that can't be read becomes that of gocron 0. <code>ocron</code>: room
-     * for 64 characters and a terminator; <code>capacity</code>, 1 or more, isn't held against what is written. Result: 1,
-     * or -1 for null, a <code>capacity</code> below 1, a type outside 3 to 7, and what zq_gocronToOcron refuses.
+     * Replaces <code>ocron</code> by the string whose gocron is one higher; for a *length of 0, by the symbol of digit 0,
+     * or prints at level 0 if there is none. An invalid string becomes that of gocron 0. <code>ocron</code>: room for 64
+     * characters and a terminator; <code>capacity</code>, 1 or more, doesn't limit the characters written. Result: 1, or
+     * -1 for null, a <code>capacity</code> below 1, a type outside 3 to 7, and gocrons that zq_gocronToOcron refuses.
      * @param ocronType a value
      * @param ocron read and changed, capacity
      * @param capacity a value
      * @param length read and changed
-     * @return 1, or -1 for null, a <code>capacity</code> below 1, a type outside 3 to 7, and what zq_gocronToOcron
+     * @return 1, or -1 for null, a <code>capacity</code> below 1, a type outside 3 to 7, and gocrons that zq_gocronToOcron
      *     refuses.
      */
     public static native int zq_incrementOcron(int ocronType, byte[] ocron, int capacity, int[] length);
 
     /**
-     * The gocrons of a sequence of ocrons, <code>length</code> items with <code>endSymbol</code> behind each ocron, or
-     * behind each but the last. -1 stands for an ocron that is empty or overflows. <code>resultLength</code> gets their
-     * number, <code>maximalValue</code> the greatest. <code>logPath</code>: null, or a file that is written with a line an
-     * ocron. Result: a new array for s_Free; null for no sequence (*status 0), and, with *status 1 as on success, for a
-     * type outside 3 to 7, an item that is no symbol of the type (message at level 0; type 7 takes no "*") and without
-     * memory.
+     * The gocrons of a sequence of ocrons, <code>length</code> items with <code>endSymbol</code> after each ocron; it may
+     * be missing after the last one. An ocron that is empty or overflows has the gocron -1. <code>resultLength</code> gets
+     * their number, <code>maximalValue</code> the greatest. <code>logPath</code>: null, or a file to which one line per
+     * ocron is written. Result: a new array for s_Free; null for an empty sequence (*status 0), and, with *status 1 as
+     * after success, for a type outside 3 to 7, an item that isn't a symbol of the type (message at level 0; type 7 has no
+     * "*"), or exhausted memory.
      * @param ocronType a value
      * @param sequence read, length
      * @param length a value
@@ -1646,14 +1664,14 @@ public final class Common {
      * @param status filled
      * @param maximalValue filled
      * @param logPath text
-     * @return a new array for s_Free; null for no sequence (*status 0), and, with *status 1 as on success, for a type
-     *     outside 3 to 7, an item that is no symbol of the type (message at level 0; type 7 takes no "*") and without
-     *     memory. (released with <code>s_Free</code>, *resultLength)
+     * @return a new array for s_Free; null for an empty sequence (*status 0), and, with *status 1 as after success, for a
+     *     type outside 3 to 7, an item that isn't a symbol of the type (message at level 0; type 7 has no "*"), or
+     *     exhausted memory. (released with <code>s_Free</code>, *resultLength)
      */
     public static native Pointer zq_createGoedelSequenceFromOcronSequence(int ocronType, int[] sequence, int length, int endSymbol, int[] resultLength, int[] status, long[] maximalValue, String logPath);
 
     /**
-     * The same with type and end symbol of the thread's parameters and no log.
+     * The same with type and end symbol of the thread's parameters and without a log file.
      * @param sequence read, length
      * @param length a value
      * @param resultLength filled
@@ -1662,8 +1680,8 @@ public final class Common {
     public static native Pointer zq_createGoedelSequenceFromOcronSequenceUseGlobalPars(int[] sequence, int length, int[] resultLength);
 
     /**
-     * The gocrons of the ocrons of <code>length</code> integers, with the thread's parameters; numbers without an ocron
-     * are left out. Result: a new array for s_Free; null if no number has an ocron.
+     * The gocrons of <code>length</code> integers, with the thread's parameters; numbers without an ocron are left out.
+     * Result: a new array for s_Free; null if no number has an ocron.
      * @param sequence read, length
      * @param length a value
      * @param resultLength filled
@@ -1681,59 +1699,60 @@ public final class Common {
     public static native Pointer zq_createGoedelSequenceFromIntegerSequenceUseGlobalPars(int[] sequence, int length, int[] resultLength);
 
     /**
-     * For each of <code>count</code> numbers its gocron and the place of that in the order of all, sorted by number. A
-     * number without an ocron has gocron -1. Result: a new array of <code>count</code> records for s_Free; null for no
-     * numbers, a type outside 3 to 7 (message at level 0), an ocron that isn't taken for a gocron (composite numbers in
-     * type 7), and without memory.
+     * For each of <code>count</code> numbers its gocron and the index of the gocron in ascending order, sorted by number.
+     * A number without an ocron has the gocron -1. Result: a new array of <code>count</code> records for s_Free; null for
+     * no numbers, a type outside 3 to 7 (message at level 0), an ocron without a gocron (composite numbers in type 7), or
+     * exhausted memory.
      * @param ocronType a value
      * @param numbers read, count
      * @param count a value
      * @return a new array of <code>count</code> records for s_Free; null for no numbers, a type outside 3 to 7 (message at
-     *     level 0), an ocron that isn't taken for a gocron (composite numbers in type 7), and without memory. (released
-     *     with <code>s_Free</code>, count)
+     *     level 0), an ocron without a gocron (composite numbers in type 7), or exhausted memory. (released with
+     *     <code>s_Free</code>, count)
      */
     public static native naturalNumberGocronCodeTag zq_createGocronCodeIndices(int ocronType, int[] numbers, int count);
 
     /**
-     * Sorts the records 0 to <code>lastIndex</code> by gocron. The order of equal ones follows from the quicksort's swaps.
+     * Sorts the records 0 to <code>lastIndex</code> by gocron, ascending, by a quicksort, which is not stable.
      * @param lastIndex a value
      * @param records read and changed, lastIndex + 1
      */
     public static native void zq_gocronQsortByGocronCode(int lastIndex, naturalNumberGocronCodeTag records);
 
     /**
-     * Sorts the records 0 to <code>lastIndex</code> by the low 32 bits of the number.
+     * Sorts the records 0 to <code>lastIndex</code> by the low 32 bits of the number, ascending.
      * @param lastIndex a value
      * @param records read and changed, lastIndex + 1
      */
     public static native void zq_gocronQsortByNumber(int lastIndex, naturalNumberGocronCodeTag records);
 
     /**
-     * Releases a score with all that belongs to it. Null is ignored.
+     * Releases a score and everything that belongs to it. Null is ignored.
      * @param score read, released by the call, or null
      */
     public static native void zq_deleteScore(zq_Score score);
 
     /**
-     * What a finding (zq_ScoreFindingKind) says, in a few words. The text is the library's; it is empty for other numbers.
+     * The meaning of a finding (zq_ScoreFindingKind), in a few words. The text is the library's; it is empty for other
+     * numbers.
      * @param kind a value
      * @return see above (lent by the library, text)
      */
     public static native Pointer zq_textOfScoreFinding(int kind);
 
     /**
-     * What feeding a score by these settings would do, if the matrix had room for all of it: its runs and what is left
-     * out. Result: a report for zq_deleteScoreFeedReport; null for a null argument, a score that is none, or exhausted
-     * memory.
+     * Reports what learning a score with these settings would do in a matrix with room for all of it: its runs, and the
+     * notes that are left out. Result: a report for zq_deleteScoreFeedReport; null for a null argument, an invalid score,
+     * or exhausted memory.
      * @param score read
      * @param settings read
-     * @return a report for zq_deleteScoreFeedReport; null for a null argument, a score that is none, or exhausted memory.
+     * @return a report for zq_deleteScoreFeedReport; null for a null argument, an invalid score, or exhausted memory.
      *     (released with <code>zq_deleteScoreFeedReport</code>)
      */
     public static native zq_ScoreFeedReport zq_createScoreFeedPlan(zq_Score score, zq_ScoreFeedSettings settings);
 
     /**
-     * Releases a report with all that belongs to it. Null is ignored.
+     * Releases a report and everything that belongs to it. Null is ignored.
      * @param report read, released by the call, or null
      */
     public static native void zq_deleteScoreFeedReport(zq_ScoreFeedReport report);
@@ -1747,22 +1766,21 @@ public final class Common {
     public static native Pointer zq_textOfScoreCause(int cause);
 
     /**
-     * Reads a Humdrum file with **kern spines exactly: tied notes are one, times are fractions, and what can't be read is
-     * told as findings. Other spines are passed over. <code>graceQuanta</code>: 0 for grace notes without a duration at
-     * the onset of the note that they lead to; else their duration in quanta, 3072 to the quarter, at most 49152. Then
-     * each begins so much before the next note, or less where the token before leaves no room; all other notes stay where
-     * they are. Result: the score, for zq_deleteScore, also for a file that isn't there or isn't kern
+     * Reads a Humdrum file with **kern spines exactly: tied notes are one note, times are fractions, and unreadable tokens
+     * are reported as findings. Spines of other types are ignored. <code>graceQuanta</code>: 0 gives grace notes no
+     * duration and the onset of the note that they lead to; else their duration in quanta, 3072 to the quarter, at most
+     * 49152. Each then begins that much before the next note, or less if the preceding token is too short; all other notes
+     * keep their times. Result: the score, for zq_deleteScore, also for a file that is missing or not kern
      * (<code>state</code>); null if memory is exhausted.
      * @param path text
      * @param graceQuanta a value
-     * @return the score, for zq_deleteScore, also for a file that isn't there or isn't kern (<code>state</code>); null if
+     * @return the score, for zq_deleteScore, also for a file that is missing or not kern (<code>state</code>); null if
      *     memory is exhausted. (released with <code>zq_deleteScore</code>)
      */
     public static native zq_Score zq_createScoreFromKernFile(String path, int graceQuanta);
 
     /**
-     * The same of bytes in memory. They are not needed any more afterwards; null, or a number below 0, stands for no
-     * bytes.
+     * The same for bytes in memory, which the score doesn't need afterwards; null, or a number below 0, means no bytes.
      * @param bytes text
      * @param numberOfBytes a value
      * @param graceQuanta a value
@@ -1771,20 +1789,21 @@ public final class Common {
     public static native zq_Score zq_createScoreFromKernData(byte[] bytes, long numberOfBytes, int graceQuanta);
 
     /**
-     * Reads a Standard MIDI File exactly: every note of every track, with its time as it stands in the file. Formats 0, 1
-     * and 2, divisions in ticks and in seconds, RIFF-wrapped files. A part is a channel of a track; the tracks of format 2
-     * are pieces that follow each other. What is no plain music is a finding. The format is Standard MIDI Files 1.0.
-     * Result: a new score, also of a file that can't be read, which its state tells; <code>zq_deleteScore</code> releases
-     * it. Null if memory is exhausted.
+     * Reads a Standard MIDI File (Standard MIDI Files 1.0) exactly: every note of every track with the time that the file
+     * gives it. Formats 0, 1 and 2, divisions in ticks or in seconds, and files wrapped in RIFF are supported. A part is a
+     * channel of a track; the tracks of format 2 are pieces that follow each other. Anything unusual is reported as a
+     * finding. Result: a new score, to be released by <code>zq_deleteScore</code>, also for a file that can't be read
+     * (<code>state</code>). Null if memory is exhausted.
      * @param path text
-     * @return a new score, also of a file that can't be read, which its state tells; <code>zq_deleteScore</code> releases
-     *     it. Null if memory is exhausted. (released with <code>zq_deleteScore</code>)
+     * @return a new score, to be released by <code>zq_deleteScore</code>, also for a file that can't be read
+     *     (<code>state</code>). Null if memory is exhausted. (released with <code>zq_deleteScore</code>)
      */
     public static native zq_Score zq_createScoreFromMidiFile(String path);
 
     /**
-     * As <code>zq_createScoreFromMidiFile</code>, of a file that lies in memory. The bytes are not needed behind the call.
-     * Null or a number below 0 gives a score with the state <code>zq_ScoreOtherFormat</code>. Result: as there.
+     * As <code>zq_createScoreFromMidiFile</code>, for the bytes of a file in memory, which the score doesn't need
+     * afterwards. Null or a number below 0 gives a score with the state <code>zq_ScoreOtherFormat</code>. Result: as
+     * there.
      * @param bytes read, numberOfBytes
      * @param numberOfBytes a value
      * @return as there. (released with <code>zq_deleteScore</code>)
@@ -1792,27 +1811,27 @@ public final class Common {
     public static native zq_Score zq_createScoreFromMidiData(byte[] bytes, long numberOfBytes);
 
     /**
-     * Writes a score as a Standard MIDI File of format 1. Reading it exactly gives the same notes: onset, duration, pitch,
-     * channel, program and velocity, as long as a division up to 32,767 makes all times whole (<code>timesMoved</code>).
-     * Percussion is what is on channel 9. The file is replaced whole or stays as it was. <code>score</code> may be one
-     * that a host has made: it is checked, and its bar lines and findings are not looked at. <code>writing</code>, if not
-     * null, gets how it went. Result: zq_ScoreWritingState, 1 if all is written.
+     * Writes a score as a Standard MIDI File of format 1. Reading the file exactly gives the same notes: onset, duration,
+     * pitch, channel, program and velocity, if a division of up to 32,767 makes all times whole (<code>timesMoved</code>).
+     * Notes on channel 9 are percussion. The file is replaced completely or not at all. <code>score</code> may be made by
+     * a host: it is checked, but its bar lines and findings are ignored. <code>writing</code>, if not null, gets a report.
+     * Result: zq_ScoreWritingState, 1 if everything is written.
      * @param score read
      * @param path text
      * @param writing filled, or null
-     * @return zq_ScoreWritingState, 1 if all is written.
+     * @return zq_ScoreWritingState, 1 if everything is written.
      */
     public static native int zq_writeScoreToMidiFile(zq_Score score, String path, zq_ScoreWriting writing);
 
     /**
-     * As <code>zq_writeScoreToMidiFile</code>, into memory. <code>numberOfBytes</code>, if not null, gets the length.
-     * Result: the bytes of the file, which the caller releases with <code>s_Free</code>; null if there is none, for which
-     * <code>writing</code> tells the reason.
+     * As <code>zq_writeScoreToMidiFile</code>, but into memory. <code>numberOfBytes</code>, if not null, gets the length.
+     * Result: the bytes of the file, which the caller releases with <code>s_Free</code>; null if nothing was written, for
+     * the reason that <code>writing</code> gives.
      * @param score read
      * @param numberOfBytes filled, or null
      * @param writing filled
-     * @return the bytes of the file, which the caller releases with <code>s_Free</code>; null if there is none, for which
-     *     <code>writing</code> tells the reason. (released with <code>s_Free</code>, *numberOfBytes)
+     * @return the bytes of the file, which the caller releases with <code>s_Free</code>; null if nothing was written, for
+     *     the reason that <code>writing</code> gives. (released with <code>s_Free</code>, *numberOfBytes)
      */
     public static native Pointer zq_createMidiDataOfScore(zq_Score score, long[] numberOfBytes, zq_ScoreWriting writing);
 }

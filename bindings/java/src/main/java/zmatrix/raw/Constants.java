@@ -5,7 +5,7 @@ package zmatrix.raw;
 public final class Constants {
     private Constants() {}
 
-    // ZQMatrixType: What a sub-matrix holds: `matrixType`.
+    // ZQMatrixType: The kind of data in a sub-matrix: `matrixType`.
     /** Of ZQMatrixType. */
     public static final int ZQMatrixTypeUndefined = 0;
     /** note and time pairs */
@@ -51,7 +51,7 @@ public final class Constants {
     /** Of ZQMidiSubType. */
     public static final int ZQMidiSubTypeMultiChannel = 4;
 
-    // ZQMatrixSoundID: Families of General MIDI programs. 9 has no name and is never produced.
+    // ZQMatrixSoundID: Families of General MIDI programs. 9 is not used.
     /** Of ZQMatrixSoundID. */
     public static final int ZQMatrixSoundUndefined = 0;
     /** Of ZQMatrixSoundID. */
@@ -83,11 +83,11 @@ public final class Constants {
     /** Of ZQMatrixSoundID. */
     public static final int ZQMatrixSoundEffects = 15;
 
-    // ZQMatrixMusicStyle: Carried, saved, printed and compared. Only 0 has a meaning here: not set.
+    // ZQMatrixMusicStyle: Saved, printed and compared; the library gives a meaning to 0 only: not set.
     /** Of ZQMatrixMusicStyle. */
     public static final int ZQMatrixMusicStyleUndefined = 0;
 
-    // ZQPreProcessingType: How a fed sequence is recoded before it is learned; 1 to 999 are differences of that order.
+    // ZQPreProcessingType: How a sequence is recoded before it is learned; 1 to 999 are differences of that order.
     /** Of ZQPreProcessingType. */
     public static final int ZQPreProcessingTypeNone = 0;
     /** Of ZQPreProcessingType. */
@@ -142,29 +142,29 @@ public final class Constants {
     public static final int ZQLargeIndices64Bit = 2;
 
     // zq_MidiEnd: How the reading of a MIDI file ended.
-    /** behind the end of its last track */
+    /** at the end of its last track */
     public static final int zq_MidiEndComplete = 0;
-    /** there is no such file, or it is no regular file */
+    /** there is no such file, or it isn't a regular file */
     public static final int zq_MidiEndNotFound = 1;
-    /** it has no head of a MIDI file */
+    /** the file has no header of a MIDI file */
     public static final int zq_MidiEndNotMidi = 2;
-    /** its head says no ticks to the quarter note, so that no event has a time */
+    /** the header gives 0 ticks per quarter note, so that events have no times */
     public static final int zq_MidiEndDivisionOfZero = 3;
-    /** no track follows its head */
+    /** no track follows the header */
     public static final int zq_MidiEndNoTrack = 4;
-    /** it ends inside a track */
+    /** the file ends inside a track */
     public static final int zq_MidiEndCut = 5;
-    /** memory ran out */
+    /** memory is exhausted */
     public static final int zq_MidiEndOutOfMemory = 6;
 
     // zq_MidiVerdict: Whether a track is learned, or why not.
-    /** it is learned */
+    /** the track is learned */
     public static final int zq_MidiTaken = 0;
-    /** it has less than two notes */
+    /** the track has fewer than two notes */
     public static final int zq_MidiTooFewNotes = 1;
-    /** the coordinates of an item don't fit the preprocessing type */
+    /** the number of coordinates doesn't fit the preprocessing type */
     public static final int zq_MidiWrongDimension = 2;
-    /** its one sound is a percussion or an effect without pitch */
+    /** its only sound is percussion or an effect without pitch */
     public static final int zq_MidiOnlyPercussionSound = 3;
     /** the file has no time signature */
     public static final int zq_MidiNoMeter = 4;
@@ -173,183 +173,183 @@ public final class Constants {
     /** the denominator of its time signature is not 2 to 16 */
     public static final int zq_MidiMeterOutOfRange = 6;
 
-    // zq_KernFileState: What became of a kern file.
-    /** it can't be opened or is no regular file */
+    // zq_KernFileState: How the reading of a kern file ended.
+    /** the file can't be opened or isn't a regular file */
     public static final int zq_KernFileNotOpened = 0;
-    /** a fault refuses it: nothing of it is read */
+    /** the check found an error: nothing is read */
     public static final int zq_KernFileRefused = 1;
-    /** a timing error ended the reading: what stood before it is read */
+    /** a timing error ended the reading; everything before it is read */
     public static final int zq_KernFileCutShort = 2;
-    /** it is read to its end */
+    /** the file is read to its end */
     public static final int zq_KernFileRead = 3;
 
-    // zq_KernFindingKind: What a finding in a kern file is.
+    // zq_KernFindingKind: Kinds of findings in a kern file.
     /** a rule of the Humdrum representation is broken */
     public static final int zq_KernError = 0;
-    /** something may be mistaken for something else */
+    /** an ambiguity that may be an error */
     public static final int zq_KernWarning = 1;
-    /** the notes that are learned differ from those of the score here */
+    /** at this place the notes that are learned differ from those of the score */
     public static final int zq_KernDeparted = 2;
 
-    // zq_KernDeparture: In what the notes that are learned differ from those of the score.
+    // zq_KernDeparture: Differences between the notes that are learned and those of the score.
     /** a token without a pitch takes time and gives no note; it ends its chord */
     public static final int zq_KernNoPitch = 0;
     /** a note, rest or tie without a duration of its own has the duration 0 */
     public static final int zq_KernNoDuration = 1;
-    /** a duration that is no whole number of quanta was cut, or what stands behind a % was not read */
+    /** a duration that isn't a whole number of quanta was truncated, or the number after a % was not read */
     public static final int zq_KernCutDuration = 2;
     /** the end or join of a sounding spine set the time of all spines back */
     public static final int zq_KernTimeSetBack = 3;
-    /** a bar line found a spine whose note had not ended, or had ended before, and made it agree */
+    /** at a bar line, a spine whose note ended later or earlier was set to the time of the bar line */
     public static final int zq_KernResynchronised = 4;
     /** the record has fewer tokens than there are spines: the missing ones count as empty */
     public static final int zq_KernMissingTokens = 5;
-    /** the record has more tokens than there are spines: the surplus is passed over */
+    /** the record has more tokens than there are spines: the surplus is ignored */
     public static final int zq_KernSurplusTokens = 6;
-    /** a null token stands where no note goes on: the reading ends here */
+    /** a null token where no note continues: the reading ends here */
     public static final int zq_KernTimingError = 7;
-    /** a note behind a timing error */
+    /** a note after a timing error is not read */
     public static final int zq_KernLostNote = 8;
-    /** a line longer than a buffer is taken in pieces, each as a record of its own */
+    /** a line longer than the buffer is read in pieces, each as a record of its own */
     public static final int zq_KernLongLine = 9;
-    /** the last line has no line feed and is not checked: its spines count as never closed */
+    /** the last line has no line feed and is not checked: its spines count as not closed */
     public static final int zq_KernUncheckedLastLine = 10;
     /** there is no room for a further spine */
     public static final int zq_KernTooManySpines = 11;
     /** a tied note keeps the duration of its first token */
     public static final int zq_KernTieTooShort = 12;
-    /** a new note in a chord with a tied one is not taken */
+    /** a new note in a chord with a tied one is not read */
     public static final int zq_KernNoteInTiedChord = 13;
-    /** a note is said to go on that does not sound here: it is not taken */
+    /** a tie continues a note that does not sound here: the token is not read */
     public static final int zq_KernTieWithoutStart = 14;
-    /** the grace notes of a record push all spines on */
+    /** the grace notes of a record delay all spines */
     public static final int zq_KernGraceNoteTakesTime = 15;
-    /** how many there are */
+    /** number of these constants */
     public static final int zq_KernNumberOfDepartures = 16;
 
-    // zq_ScoreFormat: What a score was read from.
+    // zq_ScoreFormat: The source of a score.
     /** a Standard MIDI File */
     public static final int zq_ScoreMidi = 1;
     /** a Humdrum **kern file */
     public static final int zq_ScoreKern = 2;
-    /** a matrix, which has composed it */
+    /** composed by a matrix */
     public static final int zq_ScoreGenerated = 3;
 
     // zq_ScoreState: How the reading of a score ended.
-    /** there is no such file, or it is no regular file */
+    /** there is no such file, or it isn't a regular file */
     public static final int zq_ScoreNotFound = 0;
-    /** it is no file of this format: nothing of it is read */
+    /** the file has another format: nothing is read */
     public static final int zq_ScoreOtherFormat = 1;
-    /** it breaks off: what stood before is read */
+    /** the file is truncated: everything before its end is read */
     public static final int zq_ScoreCutShort = 2;
-    /** it is read to its end */
+    /** the file is read to its end */
     public static final int zq_ScoreRead = 3;
 
-    // zq_ScoreNoteFlag: Bits of the flags of a note.
-    /** a grace note: it takes no time of its own unless a duration was asked for */
+    // zq_ScoreNoteFlag: Bits of `flags` of a note.
+    /** a grace note: it has no duration unless the caller asked for one */
     public static final int zq_ScoreGrace = 1;
-    /** a phrase begins with it */
+    /** a phrase begins with the note */
     public static final int zq_ScorePhraseBegin = 2;
-    /** a phrase ends with it */
+    /** a phrase ends with the note */
     public static final int zq_ScorePhraseEnd = 4;
-    /** its pitch stands for an instrument: channel 9 of MIDI */
+    /** percussion: the pitch stands for an instrument (channel 9 of MIDI) */
     public static final int zq_ScorePercussion = 8;
-    /** it is made of several tied tokens */
+    /** the note is made of several tied tokens */
     public static final int zq_ScoreTied = 16;
-    /** nothing in the file ends it: it lasts to the end of its track */
+    /** nothing in the file ends the note: it lasts to the end of its track */
     public static final int zq_ScoreUnended = 32;
 
-    // zq_ScoreFindingKind: What a reading finds that is no plain music, or that it had to decide on.
-    /** a token with a duration and without a pitch that is no rest: it takes time and gives no note */
+    // zq_ScoreFindingKind: What an exact reading reports: faults of the file, and decisions where the file leaves something open.
+    /** a token with a duration but without a pitch, not a rest: it takes time and gives no note */
     public static final int zq_ScoreUnpitched = 0;
-    /** a token that can't be read: it takes no time */
+    /** an unreadable token: it takes no time */
     public static final int zq_ScoreUnknownToken = 1;
-    /** a note without a duration of its own or of its chord: it gets none */
+    /** a note without a duration, of its own or of its chord: its duration is 0 */
     public static final int zq_ScoreNoDuration = 2;
-    /** a tie goes on or ends where no note of its pitch is held: it becomes a note of its own */
+    /** a tie continues or ends where no note of its pitch is held: the token became a note of its own */
     public static final int zq_ScoreTieWithoutStart = 3;
-    /** a tie that nothing ends: the note has what was tied so far */
+    /** a tie without an end: the note has the duration tied so far */
     public static final int zq_ScoreTieWithoutEnd = 4;
-    /** a spine has a token before its last one is over, or later */
+    /** a spine has a token before or after the end of its preceding token */
     public static final int zq_ScoreOutOfTime = 5;
     /** a record has fewer tokens than there are spines: the missing ones count as null tokens */
     public static final int zq_ScoreMissingTokens = 6;
-    /** a record has more tokens than there are spines: the surplus is passed over */
+    /** a record has more tokens than there are spines: the surplus was ignored */
     public static final int zq_ScoreSurplusTokens = 7;
-    /** a spine path that can't be followed */
+    /** an invalid spine path */
     public static final int zq_ScoreBadPath = 8;
     /** a spine that the file doesn't close */
     public static final int zq_ScoreOpenSpine = 9;
-    /** a note outside 0 to 127 of MIDI: it is moved by octaves */
+    /** a note outside 0 to 127 of MIDI was moved by octaves */
     public static final int zq_ScorePitchOutOfRange = 10;
-    /** a meter that is none: it is passed over */
+    /** an invalid meter was ignored */
     public static final int zq_ScoreBadMeter = 11;
-    /** a tempo that is none: it is passed over */
+    /** an invalid tempo was ignored */
     public static final int zq_ScoreBadTempo = 12;
-    /** a time that has no denominator within the bound: it goes to the nearest of 12288 steps of a whole note */
+    /** a time whose denominator is too large was rounded to a multiple of 1/12288 whole note */
     public static final int zq_ScoreTimeRounded = 13;
     /** a time beyond 2,147,483,647 whole notes: the track or spine ends here */
     public static final int zq_ScoreTimeOutOfRange = 14;
-    /** a note-on that nothing ends: it lasts to the end of its track */
+    /** a note-on without an end: the note lasts to the end of its track */
     public static final int zq_ScoreNoteWithoutEnd = 15;
     /** a note-off where no note is held */
     public static final int zq_ScoreEndWithoutNote = 16;
-    /** data bytes before any status: passed over */
+    /** data bytes before the first status byte were ignored */
     public static final int zq_ScoreDataWithoutStatus = 17;
-    /** a chunk that is longer than the file or its event longer than the chunk */
+    /** a chunk is longer than the file, or an event longer than its chunk */
     public static final int zq_ScoreChunkCut = 18;
-    /** a chunk that is no track: passed over */
+    /** an unknown chunk was ignored */
     public static final int zq_ScoreUnknownChunk = 19;
     /** a track without an end-of-track event */
     public static final int zq_ScoreTrackWithoutEnd = 20;
-    /** fewer or more tracks than the head says */
+    /** the file has fewer or more tracks than the header says */
     public static final int zq_ScoreMissingTracks = 21;
-    /** the file counts seconds: they are written down at 120 quarter notes a minute */
+    /** times in seconds were converted at 120 quarter notes per minute */
     public static final int zq_ScoreSecondsAsTime = 22;
-    /** an event of wrong bytes or length, or bytes behind the end of a track: passed over */
+    /** an event with wrong bytes or a wrong length, or bytes after the end of a track, were ignored */
     public static final int zq_ScoreBadEvent = 23;
-    /** how many there are */
+    /** number of these constants */
     public static final int zq_ScoreNumberOfKinds = 24;
 
-    // zq_ScoreCause: Why notes of a score are not learned.
-    /** they are */
+    // zq_ScoreCause: Reasons why notes of a score are not learned.
+    /** the notes are learned */
     public static final int zq_ScoreLearned = 0;
     /** the only note of its part: music is learned as steps from note to note */
     public static final int zq_ScoreAlone = 1;
-    /** its channel is one that the settings leave out */
+    /** the settings leave out its channel */
     public static final int zq_ScoreSkippedChannel = 2;
     /** drums, percussion and effects are left out */
     public static final int zq_ScoreSkippedPercussion = 3;
-    /** no meter of up to 255 beats has its bar lines */
+    /** no meter of up to 255 beats has bars of this length */
     public static final int zq_ScoreMeterOutOfRange = 4;
-    /** it lasts longer than 87,381 whole notes */
+    /** the note lasts longer than 87,381 whole notes */
     public static final int zq_ScoreDurationOutOfRange = 5;
-    /** all sub-matrices that are reserved hold something else */
+    /** all reserved sub-matrices are used for other music */
     public static final int zq_ScoreNoSubMatrix = 6;
-    /** the matrix can't take the run: its settings, its limits or memory */
+    /** the matrix can't learn the run because of its settings, its limits or memory */
     public static final int zq_ScoreNotTaken = 7;
-    /** the settings are none of music */
+    /** the settings are not for music */
     public static final int zq_ScoreNoMusicSettings = 8;
-    /** how many there are */
+    /** number of these constants */
     public static final int zq_ScoreNumberOfCauses = 9;
 
-    // zq_ScoreWritingState: What became of a score that was to be written.
-    /** it is none: an array is missing, a number is out of range, or notes are out of order */
+    // zq_ScoreWritingState: How the writing of a score ended.
+    /** invalid: an array is missing, a number is out of range, or notes are out of order */
     public static final int zq_ScoreRefused = 0;
-    /** all its notes are written */
+    /** all notes are written */
     public static final int zq_ScoreWritten = 1;
-    /** it would need more than 65,535 tracks, a track of 4 GB, or a million pauses of 268,435,455 ticks */
+    /** the file would need more than 65,535 tracks, a track of 4 GB, or a million pauses of 268,435,455 ticks */
     public static final int zq_ScoreTooLarge = -1;
-    /** the file can't be opened or could not be written whole */
+    /** the file can't be opened or was not written completely */
     public static final int zq_ScoreNotStored = -2;
     /** memory is exhausted */
     public static final int zq_ScoreNoMemoryToWrite = -3;
 
-    // zq_loadState: What became of the last attempt to load a file into a matrix.
+    // zq_loadState: How the last attempt to load a file into a matrix ended.
     /** nothing was loaded, or the file was refused */
     public static final int zq_loadNone = 0;
-    /** all that the file counts is there, and its links answer each other */
+    /** everything that the file counts is there, and its links agree */
     public static final int zq_loadWhole = 1;
-    /** something was missing or damaged; the matrix holds what was left of it */
+    /** something was missing or damaged; the matrix has the rest */
     public static final int zq_loadRepaired = 2;
 }

@@ -214,7 +214,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native int s_getWriteCountWithoutPredecessorFromElement(ZQMatrixElement element);
 
     /**
-     * The symbol that the element's phrase stands for in the level above; 0 for none.
+     * The symbol of the element's phrase in the level above; 0 for none.
      * @param element object
      * @return see above
      */
@@ -234,7 +234,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native int s_performMatrixLinearTest(ZQMatrix matrix, int[] numberOfWriteElements, int[] numberOfEndElements, int trim);
 
     /**
-     * The same as <code>s_perform1stMemoryTest</code> for a host that doesn't want the two counts.
+     * The same as <code>s_perform1stMemoryTest</code>, without the two counts.
      * @param matrix object
      * @param which a value
      * @param trim a value
@@ -843,14 +843,14 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_setGlobalGocronQValue(ZQMatrix matrix, int gocronQValue);
 
     /**
-     * Reads whether pruning spares phrases that are symbols, as the basic level's block has it: 1 or 0.
+     * Reads whether pruning keeps phrases that have a symbol, as the basic level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix matrix);
 
     /**
-     * Sets whether pruning spares phrases that are symbols in the basic level's block: 1 or 0. Stored as it is.
+     * Sets whether pruning keeps phrases that have a symbol in the basic level's block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param keepSymbolsWhenRemoveOverdeterminedElements a value
      */
@@ -875,7 +875,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native ZQMatrixProperties s_getGlobalMatrixProperties(ZQMatrix matrix);
 
     /**
-     * Sets the symbol level's block back to its first values.
+     * Sets the symbol level's block back to its initial values.
      * @param matrix object
      */
     public native void s_initGlobalSymbolParameters(ZQMatrix matrix);
@@ -897,78 +897,79 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_setGlobalSymbolMatrixType(ZQMatrix matrix, int matrixType);
 
     /**
-     * Reads how wide an item of an index vector is, as the symbol level's block has it: 0 as many integers as the
-     * coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four.
+     * Reads how an item is stored in an index vector, as the symbol level's block has it: 0 as
+     * <code>coordinateDimension</code> integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolAllowLargeIndices(ZQMatrix matrix);
 
     /**
-     * Sets how wide an item of an index vector is in the symbol level's block: 0 as many integers as the coordinate
-     * dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four. Stored as it is.
+     * Sets how an item is stored in an index vector in the symbol level's block: 0 as <code>coordinateDimension</code>
+     * integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four. Stored as it is.
      * @param matrix object
      * @param allowLargeIndices a value
      */
     public native void s_setGlobalSymbolAllowLargeIndices(ZQMatrix matrix, int allowLargeIndices);
 
     /**
-     * Reads the integers of one item, as the symbol level's block has it: 0 to 64.
+     * Reads the number of integers of one item, as the symbol level's block has it: 0 to 64.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolCoordinateDimension(ZQMatrix matrix);
 
     /**
-     * Sets the integers of one item in the symbol level's block: 0 to 64. Stored as it is.
+     * Sets the number of integers of one item in the symbol level's block: 0 to 64. Stored as it is.
      * @param matrix object
      * @param coordinateDimension a value
      */
     public native void s_setGlobalSymbolCoordinateDimension(ZQMatrix matrix, int coordinateDimension);
 
     /**
-     * Reads how the store looks for a free slot, as the symbol level's block has it: 0 from a random slot, 1 from the last
-     * one found, 2 from a random slot in use, 3 from the low end.
+     * Reads how the store searches for a free slot, as the symbol level's block has it: 0 from a random slot, 1 from the
+     * last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolMemorySearchMethod(ZQMatrix matrix);
 
     /**
-     * Sets how the store looks for a free slot in the symbol level's block: 0 from a random slot, 1 from the last one
-     * found, 2 from a random slot in use, 3 from the low end. Stored as it is.
+     * Sets how the store searches for a free slot in the symbol level's block: 0 from a random slot, 1 from the last one
+     * found, 2 from a random slot below the highest one in use, 3 from the lowest slot. Stored as it is.
      * @param matrix object
      * @param memorySearchMethod a value
      */
     public native void s_setGlobalSymbolMemorySearchMethod(ZQMatrix matrix, int memorySearchMethod);
 
     /**
-     * Reads whether the sub-matrix holds every phrase of what it learned, as the symbol level's block has it: 1 it does,
-     * as all learning needs it, 0 it is a plain store.
+     * Reads whether the sub-matrix learns, as the symbol level's block has it: 1 it holds the phrases of the sequences
+     * that it learned, 0 it is a plain store.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolIsPhraseMatrix(ZQMatrix matrix);
 
     /**
-     * Sets whether the sub-matrix holds every phrase of what it learned in the symbol level's block: 1 it does, as all
-     * learning needs it, 0 it is a plain store. Stored as it is.
+     * Sets whether the sub-matrix learns in the symbol level's block: 1 it holds the phrases of the sequences that it
+     * learned, 0 it is a plain store. Stored as it is.
      * @param matrix object
      * @param isPhraseMatrix a value
      */
     public native void s_setGlobalSymbolIsPhraseMatrix(ZQMatrix matrix, int isPhraseMatrix);
 
     /**
-     * Reads what is done to a sequence before it is learned, as the symbol level's block has it: 0 nothing, 1 to 999
-     * difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes.
+     * Reads how a sequence is preprocessed before it is learned, as the symbol level's block has it: 0 not at all, 1 to
+     * 999 difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolPreProcessingType(ZQMatrix matrix);
 
     /**
-     * Sets what is done to a sequence before it is learned in the symbol level's block: 0 nothing, 1 to 999 difference of
-     * this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is.
+     * Sets how a sequence is preprocessed before it is learned in the symbol level's block: 0 not at all, 1 to 999
+     * difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes.
+     * Stored as it is.
      * @param matrix object
      * @param preProcessingType a value
      */
@@ -985,7 +986,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(ZQMatrix matrix, int maxPhraseLengthForUpdateWithSequence);
 
     /**
-     * Reads whether learning marks what begins a sequence, as the symbol level's block has it: 1 or 0.
+     * Reads whether learning marks the phrase that begins a sequence, as the symbol level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
@@ -995,7 +996,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_setGlobalSymbolUseStartOfSequence(ZQMatrix matrix, int useStartOfSequence);
 
     /**
-     * Reads whether learning marks what ends a sequence, as the symbol level's block has it: 1 or 0.
+     * Reads whether learning marks the phrases that end a sequence, as the symbol level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
@@ -1005,15 +1006,15 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_setGlobalSymbolUseEndOfSequence(ZQMatrix matrix, int useEndOfSequence);
 
     /**
-     * Reads whether a text is cut into sentences, each learned as a sequence, as the symbol level's block has it: 1 it is,
-     * 0 the text is one sequence.
+     * Reads whether a text is split into sentences, each learned as a sequence, as the symbol level's block has it: 1 it
+     * is, 0 the text is one sequence.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolUsePhrasesForUpdateMatrixWithLongANSIText(ZQMatrix matrix);
 
     /**
-     * Sets whether a text is cut into sentences, each learned as a sequence in the symbol level's block: 1 it is, 0 the
+     * Sets whether a text is split into sentences, each learned as a sequence in the symbol level's block: 1 it is, 0 the
      * text is one sequence. Stored as it is.
      * @param matrix object
      * @param usePhrasesForUpdateMatrixWithLongANSIText a value
@@ -1021,16 +1022,16 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_setGlobalSymbolUsePhrasesForUpdateMatrixWithLongANSIText(ZQMatrix matrix, int usePhrasesForUpdateMatrixWithLongANSIText);
 
     /**
-     * Reads the longest context that a continuation looks at, in integers of an index vector, as the symbol level's block
-     * has it: 0 or more.
+     * Reads the longest context that a continuation uses, in integers of an index vector, as the symbol level's block has
+     * it: 0 or more.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolSkillOutputLevel(ZQMatrix matrix);
 
     /**
-     * Sets the longest context that a continuation looks at, in integers of an index vector in the symbol level's block: 0
-     * or more. Stored as it is.
+     * Sets the longest context that a continuation uses, in integers of an index vector in the symbol level's block: 0 or
+     * more. Stored as it is.
      * @param matrix object
      * @param skillOutputLevel a value
      */
@@ -1038,7 +1039,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
 
     /**
      * Reads how the next item is chosen, as the symbol level's block has it: 1 the most probable, 2 the middle one of the
-     * list, 3 drawn by probability.
+     * list, 3 at random by probability.
      * @param matrix object
      * @return see above
      */
@@ -1046,7 +1047,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
 
     /**
      * Sets how the next item is chosen in the symbol level's block: 1 the most probable, 2 the middle one of the list, 3
-     * drawn by probability. Stored as it is.
+     * at random by probability. Stored as it is.
      * @param matrix object
      * @param successorMethod a value
      */
@@ -1083,88 +1084,89 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_setGlobalSymbolEnableStopItem(ZQMatrix matrix, int enableStopItem);
 
     /**
-     * Reads whether learning also writes phrases that a shorter one already decides, as the symbol level's block has it: 1
-     * or 0.
+     * Reads whether learning also writes phrases whose last item a shorter context already determines, as the symbol
+     * level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolIncludeOverdeterminedRules(ZQMatrix matrix);
 
     /**
-     * Sets whether learning also writes phrases that a shorter one already decides in the symbol level's block: 1 or 0.
-     * Stored as it is.
+     * Sets whether learning also writes phrases whose last item a shorter context already determines in the symbol level's
+     * block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param includeOverdeterminedRules a value
      */
     public native void s_setGlobalSymbolIncludeOverdeterminedRules(ZQMatrix matrix, int includeOverdeterminedRules);
 
     /**
-     * Reads whether updates are kept as a history in the matrix file, as the symbol level's block has it: 1 or 0.
+     * Reads whether updates are stored as a history in the matrix file, as the symbol level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolAddUpdateInfo(ZQMatrix matrix);
 
     /**
-     * Sets whether updates are kept as a history in the matrix file in the symbol level's block: 1 or 0. Stored as it is.
+     * Sets whether updates are stored as a history in the matrix file in the symbol level's block: 1 or 0. Stored as it
+     * is.
      * @param matrix object
      * @param addUpdateInfo a value
      */
     public native void s_setGlobalSymbolAddUpdateInfo(ZQMatrix matrix, int addUpdateInfo);
 
     /**
-     * Reads whether that history keeps the learned sequences too, as the symbol level's block has it: 1 or 0.
+     * Reads whether that history contains the learned sequences, too, as the symbol level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolAddSequenceToUpdateInfo(ZQMatrix matrix);
 
     /**
-     * Sets whether that history keeps the learned sequences too in the symbol level's block: 1 or 0. Stored as it is.
+     * Sets whether that history contains the learned sequences, too in the symbol level's block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param addSequenceToUpdateInfo a value
      */
     public native void s_setGlobalSymbolAddSequenceToUpdateInfo(ZQMatrix matrix, int addSequenceToUpdateInfo);
 
     /**
-     * Reads what a further sequence does to the one kept, as the symbol level's block has it: 0 replaces it, 1 is appended
-     * to it.
+     * Reads how a further sequence is added to that history, as the symbol level's block has it: 0 it replaces the one
+     * stored, 1 it is appended to it.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolAddSequenceToUpdateInfoMode(ZQMatrix matrix);
 
     /**
-     * Sets what a further sequence does to the one kept in the symbol level's block: 0 replaces it, 1 is appended to it.
-     * Stored as it is.
+     * Sets how a further sequence is added to that history in the symbol level's block: 0 it replaces the one stored, 1 it
+     * is appended to it. Stored as it is.
      * @param matrix object
      * @param addSequenceToUpdateInfoMode a value
      */
     public native void s_setGlobalSymbolAddSequenceToUpdateInfoMode(ZQMatrix matrix, int addSequenceToUpdateInfoMode);
 
     /**
-     * Reads the numerator of the time signature, as the symbol level's block has it: 0 for none.
+     * Reads the numerator of the time signature, as the symbol level's block has it: 0 if there is none.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolMidiTimeSignatureNom(ZQMatrix matrix);
 
     /**
-     * Sets the numerator of the time signature in the symbol level's block: 0 for none. Stored as it is.
+     * Sets the numerator of the time signature in the symbol level's block: 0 if there is none. Stored as it is.
      * @param matrix object
      * @param midiTimeSignatureNom a value
      */
     public native void s_setGlobalSymbolMidiTimeSignatureNom(ZQMatrix matrix, int midiTimeSignatureNom);
 
     /**
-     * Reads the denominator of the time signature, as the symbol level's block has it: 0 for none.
+     * Reads the denominator of the time signature, as the symbol level's block has it: 0 if there is none.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolMidiTimeSignatureDenom(ZQMatrix matrix);
 
     /**
-     * Sets the denominator of the time signature in the symbol level's block: 0 for none. Stored as it is.
+     * Sets the denominator of the time signature in the symbol level's block: 0 if there is none. Stored as it is.
      * @param matrix object
      * @param midiTimeSignatureDenom a value
      */
@@ -1267,58 +1269,58 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_setGlobalSymbolMidiTrackAnalyze(ZQMatrix matrix, int midiTrackAnalyze);
 
     /**
-     * Reads the style of the music, as the symbol level's block has it: 0 not set, any other value is the caller's own.
+     * Reads the style of the music, as the symbol level's block has it: 0 not set, any other value is defined by the host.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolMusicStyle(ZQMatrix matrix);
 
     /**
-     * Sets the style of the music in the symbol level's block: 0 not set, any other value is the caller's own. Stored as
-     * it is.
+     * Sets the style of the music in the symbol level's block: 0 not set, any other value is defined by the host. Stored
+     * as it is.
      * @param matrix object
      * @param musicStyle a value
      */
     public native void s_setGlobalSymbolMusicStyle(ZQMatrix matrix, int musicStyle);
 
     /**
-     * Reads whether pruning spares phrases that are symbols, as the symbol level's block has it: 1 or 0.
+     * Reads whether pruning keeps phrases that have a symbol, as the symbol level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     public native int s_getGlobalSymbolKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix matrix);
 
     /**
-     * Sets whether pruning spares phrases that are symbols in the symbol level's block: 1 or 0. Stored as it is.
+     * Sets whether pruning keeps phrases that have a symbol in the symbol level's block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param keepSymbolsWhenRemoveOverdeterminedElements a value
      */
     public native void s_setGlobalSymbolKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix matrix, int keepSymbolsWhenRemoveOverdeterminedElements);
 
     /**
-     * The channel filter of the symbol level's block. Result: 16 bytes that belong to the matrix.
+     * The channel filter of the symbol level's block. Result: 16 bytes that belong to the matrix, one per channel.
      * @param matrix object
-     * @return 16 bytes that belong to the matrix. (lent by the matrix, 16)
+     * @return 16 bytes that belong to the matrix, one per channel. (lent by the matrix, 16)
      */
     public native Pointer s_getGlobalSymbolMidiChannelFilterArray(ZQMatrix matrix);
 
     /**
-     * Sets the channel filter of the symbol level's block. <code>midiChannelFilter</code>: 16 bytes.
+     * Sets the channel filter of the symbol level's block. <code>midiChannelFilter</code>: 16 bytes, one per channel.
      * @param matrix object
      * @param midiChannelFilter text
      */
     public native void s_setGlobalSymbolMidiChannelFilterArray(ZQMatrix matrix, String midiChannelFilter);
 
     /**
-     * The name of the update file in the symbol level's block. It belongs to the matrix; a name of 256 characters fills it
-     * without a terminator.
+     * The name of the update file in the symbol level's block. The text belongs to the matrix; a name of 256 characters
+     * has no terminator.
      * @param matrix object
      * @return see above (lent by the matrix, 256)
      */
     public native Pointer s_getGlobalSymbolNameOfUpdateFile(ZQMatrix matrix);
 
     /**
-     * Sets the name of the update file in the symbol level's block, at most 256 characters.
+     * Sets the name of the update file in the symbol level's block. At most 256 characters are kept; null changes nothing.
      * @param matrix object
      * @param name text
      */
@@ -1374,7 +1376,8 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_setGlobalDefaultMatrixPropertiesForIntegerSeries(ZQMatrix matrix);
 
     /**
-     * Sets the symbol level's block up for symbols; without it the symbol level is set up by its own defaults.
+     * Sets the symbol level's block up for symbols. Deriving symbols uses this block only if it passes the check for
+     * symbols, else the defaults of the profile.
      * @param matrix object
      */
     public native void s_setGlobalSymbolDefaultMatrixPropertiesForSymbols(ZQMatrix matrix);
@@ -1383,8 +1386,8 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native void s_applyGlobalMatrixProperties(ZQMatrix matrix);
 
     /**
-     * Sets the current sub-matrix to the symbol level's block, by the sub-matrix's own setters: one that refuses prints
-     * and keeps its value.
+     * Sets the current sub-matrix to the values of the symbol level's block through its setters. A setter that refuses a
+     * value prints and keeps the old one.
      * @param matrix object
      */
     public native void s_applyGlobalSymbolMatrixProperties(ZQMatrix matrix);
@@ -1432,9 +1435,10 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native int s_checkGlobalMatrixPropertiesForIntegerSeries(ZQMatrix matrix);
 
     /**
-     * Checks whether the symbol level's block fits symbols. Result: 1, or 0, with a message in most cases.
+     * Checks whether the symbol level's block fits symbols. Result: 1 if it fits; 0 if it doesn't, in most cases with a
+     * message.
      * @param matrix object
-     * @return 1, or 0, with a message in most cases.
+     * @return 1 if it fits; 0 if it doesn't, in most cases with a message.
      */
     public native int s_checkGlobalSymbolMatrixPropertiesForSymbols(ZQMatrix matrix);
 
@@ -1559,9 +1563,9 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native Pointer s_readObjexAndHandleFromMatrixForSuccessorIndex(ZQMatrix matrix, int successorIndex, int updateKernel, double[] probability, double[] stopProbability, int[] handle);
 
     /**
-     * Prints an item at level 0, in the manner of the matrix type and without a line end; on the symbol level with the
-     * phrase that the symbol stands for. <code>objex</code>: <code>coordinateDimension</code> integers; null prints a line
-     * end. <code>count</code> is not read.
+     * Prints an item at level 0, in the form of the matrix type and without a line end; at the symbol level with the
+     * phrase of the symbol. <code>objex</code>: <code>coordinateDimension</code> integers; null prints a line end.
+     * <code>count</code> is ignored.
      * @param matrix object
      * @param objex read, coordinateDimension
      * @param count a value
@@ -1588,7 +1592,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native int s_getMatrixAILevel(ZQMatrix matrix);
 
     /**
-     * Sets the highest symbol level in use. Any other value than 0 and 1 is ignored.
+     * Sets the highest symbol level in use: 0 or 1. Any other value is ignored.
      * @param matrix object
      * @param matrixAILevel a value
      */
@@ -1602,7 +1606,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native int s_getCurrentMatrixIDLevelDown(ZQMatrix matrix);
 
     /**
-     * Links the current sub-matrix to that of the level below. A negative ID prints at level 0 and changes nothing.
+     * Links the current sub-matrix to the one of the level below. A negative ID prints at level 0 and changes nothing.
      * @param matrix object
      * @param matrixID a value
      */
@@ -1616,21 +1620,21 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native int s_getCurrentMatrixIDLevelUp(ZQMatrix matrix);
 
     /**
-     * Links the current sub-matrix to that of the level above. A negative ID prints at level 0 and changes nothing.
+     * Links the current sub-matrix to the one of the level above. A negative ID prints at level 0 and changes nothing.
      * @param matrix object
      * @param matrixID a value
      */
     public native void s_setCurrentMatrixIDLevelUp(ZQMatrix matrix, int matrixID);
 
     /**
-     * Reads whether pruning spares phrases that are symbols: 1 or 0.
+     * Reads whether pruning keeps phrases that have a symbol: 1 or 0.
      * @param matrix object
      * @return see above
      */
     public native int s_getKeepSymbolsWhenRemoveOverdeterminedElements(ZQMatrix matrix);
 
     /**
-     * Sets whether pruning spares phrases that are symbols: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old
+     * Sets whether pruning keeps phrases that have a symbol: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the old
      * value.
      * @param matrix object
      * @param keepSymbolsWhenRemoveOverdeterminedElements a value
@@ -1645,7 +1649,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native int s_getActualAILevelIndex(ZQMatrix matrix);
 
     /**
-     * Phrases of the current sub-matrix that are symbols.
+     * The number of phrases of the current sub-matrix that have a symbol.
      * @param matrix object
      * @return see above
      */
@@ -1654,21 +1658,22 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     /**
      * Derives the symbols of a sequence that the current sub-matrix has learned, and learns them in its symbol level.
      * <code>sequence</code>: <code>length</code> integers as they were learned. <code>matrixAILevel</code> must be 1.
-     * Reports progress. Result: 1 learned; 0 refused, or no symbol in it, with a message; -1, -2 as
+     * Reports progress. The current ID stays. Result: 1 learned; 0 refused, or the sequence has no symbol; -1, -2 as
      * <code>s_updateMatrixWithLongINTSequence</code>.
      * @param matrix object
      * @param sequence read, length
      * @param length a value
-     * @return 1 learned; 0 refused, or no symbol in it, with a message; -1, -2 as
+     * @return 1 learned; 0 refused, or the sequence has no symbol; -1, -2 as
      *     <code>s_updateMatrixWithLongINTSequence</code>.
      */
     public native int s_updateMatrixFromBasicLevel(ZQMatrix matrix, int[] sequence, int length);
 
     /**
-     * The symbols of a sequence of <code>length</code> integers: the words of a text, the longest known phrases of
-     * anything else, none of MIDI pairs. <code>numberOfSymbols</code> gets the entries,
-     * <code>numberOfUnknownSymbols</code> the words without a symbol, <code>numberOfPredefinedSymbols</code> the line-feed
-     * symbols, 10. Result: a new array, to be released with <code>s_Free</code>; null if there is none.
+     * The symbols of a sequence of <code>length</code> integers: those of the words of a text, or of the longest known
+     * phrases of any other sequence; MIDI pairs have none. <code>numberOfSymbols</code> gets the number of entries,
+     * <code>numberOfUnknownSymbols</code> the number of words without a symbol, <code>numberOfPredefinedSymbols</code> the
+     * number of line feeds, whose symbol is 10. Result: a new array, to be released with <code>s_Free</code>; null if
+     * there is none.
      * @param matrix object
      * @param sequence read, length
      * @param length a value
@@ -1681,10 +1686,10 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native Pointer s_getNextLevelSymbolsFromOriginalObjects(ZQMatrix matrix, int[] sequence, int length, int[] numberOfSymbols, int[] numberOfUnknownSymbols, int[] numberOfPredefinedSymbols);
 
     /**
-     * The same, with the handles of the phrases in place of their symbols. <code>numberOfSymbols</code> gets the entries,
-     * 0 for a line feed, <code>numberOfUnknownSymbols</code> the words without a symbol,
-     * <code>numberOfPredefinedSymbols</code> the line-feed symbols, 10. Result: a new array, to be released with
-     * <code>s_Free</code>; null if there is none.
+     * The same, with the handles of the phrases in place of their symbols and 0 for a line feed.
+     * <code>numberOfSymbols</code> gets the number of entries, <code>numberOfUnknownSymbols</code> the number of words
+     * without a symbol, <code>numberOfPredefinedSymbols</code> the number of line feeds. Result: a new array, to be
+     * released with <code>s_Free</code>; null if there is none.
      * @param matrix object
      * @param sequence read, length
      * @param length a value
@@ -1697,9 +1702,10 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native Pointer s_getNextLevelSymbolHandlesFromOriginalObjects(ZQMatrix matrix, int[] sequence, int length, int[] numberOfSymbols, int[] numberOfUnknownSymbols, int[] numberOfPredefinedSymbols);
 
     /**
-     * The symbols of the words of a text, <code>length</code> integers of a byte each. <code>numberOfSymbols</code> gets
-     * the entries, <code>numberOfUnknownSymbols</code> the words without a symbol, <code>numberOfPredefinedSymbols</code>
-     * the line-feed symbols, 10. Result: a new array, to be released with <code>s_Free</code>; null if there is none.
+     * The symbols of the words of a text of <code>length</code> characters, one integer each. <code>numberOfSymbols</code>
+     * gets the number of entries, <code>numberOfUnknownSymbols</code> the number of words without a symbol,
+     * <code>numberOfPredefinedSymbols</code> the number of line feeds, whose symbol is 10. Result: a new array, to be
+     * released with <code>s_Free</code>; null if there is none.
      * @param matrix object
      * @param sequence read, length
      * @param length a value
@@ -1712,10 +1718,10 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native Pointer s_getSymbolsFromLongANSISequence(ZQMatrix matrix, int[] sequence, int length, int[] numberOfSymbols, int[] numberOfUnknownSymbols, int[] numberOfPredefinedSymbols);
 
     /**
-     * The same, with the handles of the words in place of their symbols. <code>numberOfSymbols</code> gets the entries, 0
-     * for a line feed, <code>numberOfUnknownSymbols</code> the words without a symbol,
-     * <code>numberOfPredefinedSymbols</code> the line-feed symbols, 10. Result: a new array, to be released with
-     * <code>s_Free</code>; null if there is none.
+     * The same, with the handles of the words in place of their symbols and 0 for a line feed.
+     * <code>numberOfSymbols</code> gets the number of entries, <code>numberOfUnknownSymbols</code> the number of words
+     * without a symbol, <code>numberOfPredefinedSymbols</code> the number of line feeds. Result: a new array, to be
+     * released with <code>s_Free</code>; null if there is none.
      * @param matrix object
      * @param sequence read, length
      * @param length a value
@@ -1729,7 +1735,7 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
 
     /**
      * The symbols of a sequence of <code>length</code> integers, by longest match. <code>numberOfSymbols</code> gets the
-     * entries. Result: a new array, to be released with <code>s_Free</code>; null if there is none.
+     * number of entries. Result: a new array, to be released with <code>s_Free</code>; null if there is none.
      * @param matrix object
      * @param sequence read, length
      * @param length a value
@@ -1740,8 +1746,8 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native Pointer s_getSymbolsFromAnyLongSequence(ZQMatrix matrix, int[] sequence, int length, int[] numberOfSymbols);
 
     /**
-     * The same, with the handles of the phrases in place of their symbols. <code>numberOfSymbols</code> gets the entries.
-     * Result: a new array, to be released with <code>s_Free</code>; null if there is none.
+     * The same, with the handles of the phrases in place of their symbols. <code>numberOfSymbols</code> gets the number of
+     * entries. Result: a new array, to be released with <code>s_Free</code>; null if there is none.
      * @param matrix object
      * @param sequence read, length
      * @param length a value
@@ -1752,9 +1758,9 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native Pointer s_getSymbolHandlesFromAnyLongSequence(ZQMatrix matrix, int[] sequence, int length, int[] numberOfSymbols);
 
     /**
-     * The phrase of the level below that a symbol of the current sub-matrix stands for. <code>length</code> gets its
-     * integers. Result: a new array, to be released with <code>s_Free</code>; null, with <code>length</code> 0 and a
-     * message at level 0, for a symbol without a phrase.
+     * The phrase of the level below that a symbol of the current sub-matrix stands for. <code>length</code> gets the
+     * number of its integers. Result: a new array, to be released with <code>s_Free</code>; null, with <code>length</code>
+     * 0 and a message at level 0, for a symbol without a phrase.
      * @param matrix object
      * @param symbol a value
      * @param length filled
@@ -1764,8 +1770,9 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native Pointer s_createPreviousLevelElementsFromOriginalSymbol(ZQMatrix matrix, int symbol, int[] length);
 
     /**
-     * The same as items. <code>count</code> gets their number. Result: one new block, pointers first, to be released with
-     * <code>s_Free</code>; null, with <code>count</code> 0 and a message at level 0, for a symbol without a phrase.
+     * The same phrase as items. <code>count</code> gets their number. Result: one new block, pointers first, to be
+     * released with <code>s_Free</code>; null, with <code>count</code> 0 and a message at level 0, for a symbol without a
+     * phrase.
      * @param matrix object
      * @param symbol a value
      * @param count filled
@@ -1798,14 +1805,14 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     /**
      * Learns notes in the current sub-matrix, which must have matrix type 1, 4 or 5. <code>sequence</code>:
      * <code>numberOfItems</code> times two, three or four integers: note number, start, duration, sound; times in quanta,
-     * 3072 to the quarter. <code>symbolMarkers</code>: an entry a preprocessed item, bit 0 for the first item of a phrase
-     * that is to have a symbol and bit 1 for its last, or null. Result: 1 learned; 0 settings that don't fit; -1, -2 as
+     * 3072 to the quarter. <code>symbolMarkers</code>: one entry per preprocessed item, bit 0 for the first item of a
+     * phrase that gets a symbol and bit 1 for its last item; or null. Result: 1 learned; 0 unsuitable settings; -1, -2 as
      * <code>s_updateMatrixWithLongINTSequence</code>.
      * @param matrix object
      * @param sequence read, numberOfItems * coordinateDimension
      * @param numberOfItems a value
      * @param symbolMarkers read, numberOfItems, or null
-     * @return 1 learned; 0 settings that don't fit; -1, -2 as <code>s_updateMatrixWithLongINTSequence</code>.
+     * @return 1 learned; 0 unsuitable settings; -1, -2 as <code>s_updateMatrixWithLongINTSequence</code>.
      */
     public native int s_updateMatrixWithLongMIDISequence(ZQMatrix matrix, int[] sequence, int numberOfItems, int[] symbolMarkers);
 
@@ -1858,22 +1865,22 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native zq_Score zq_createGeneratedScore(ZQMatrix matrix, int numberOfObjex, double quartersPerMinute, int[] result);
 
     /**
-     * Sets the link of every symbol to where its phrase lies now, in all levels of symbols of the matrix. Learning a text
-     * sets the links of its own words alone: those of words that only earlier texts have go stale when their phrases move.
-     * Call it after learning one text or several with <code>s_setMatrixAILevel</code> 1, before symbols are expanded,
-     * before a self-test and before a save. Costs one scan of the block. Result: the symbols that lead to a phrase; 0 if
-     * there are none.
+     * Sets the link of every symbol to the present position of its phrase, in all symbol levels of the matrix. Learning a
+     * text only sets the links of its own words: links of words that occur only in earlier texts become stale when their
+     * phrases move. Call it after learning texts with <code>s_setMatrixAILevel</code> 1, before symbols are expanded,
+     * before a self-test and before a save. It scans the block once. Result: the number of symbols whose link leads to a
+     * phrase.
      * @param matrix object
-     * @return the symbols that lead to a phrase; 0 if there are none.
+     * @return the number of symbols whose link leads to a phrase.
      */
     public native int zq_refreshSymbolLinks(ZQMatrix matrix);
 
     /**
-     * The phrase that a symbol of the current sub-matrix, a level of symbols, stands for. As
-     * <code>s_createPreviousLevelElementsFromOriginalSymbol</code>, but without messages, and it also expands a phrase
-     * whose path goes through the highest slot of the block. Result: a new array of <code>length</code> integers, to be
-     * released with <code>s_Free</code>; null, with <code>length</code> 0, if the symbol is unknown, its link leads to no
-     * phrase, or memory has run out.
+     * The phrase of a symbol of the current sub-matrix, which is of the symbol level. As
+     * <code>s_createPreviousLevelElementsFromOriginalSymbol</code>, but without messages, and also for a phrase whose path
+     * contains the highest slot in use. Result: a new array of <code>length</code> integers, to be released with
+     * <code>s_Free</code>; null, with <code>length</code> 0, if the symbol is unknown, its link leads to no phrase, or
+     * memory has run out.
      * @param matrix object
      * @param symbol a value
      * @param length filled
@@ -1884,21 +1891,22 @@ public final class Full implements LearningTier<ZQMatrix, ZQMatrixInfo, ZQMatrix
     public native Pointer zq_createPhraseOfSymbol(ZQMatrix matrix, int symbol, int[] length);
 
     /**
-     * Learns a text as words alone in the current sub-matrix, which must have matrix type 3, with
-     * <code>s_setMatrixAILevel</code> 1: each word is written from its first letter on and gets its symbol, and the level
-     * above learns the sequence of the symbols. The words, the sequences and their counts are those of
-     * <code>s_updateMatrixWithLongANSISequence</code> with <code>s_updateMatrixFromBasicLevel</code> behind it, for a
-     * small part of their time and memory: no other run of letters is stored, so letters can't be continued. The links of
-     * all symbols stay good. <code>sequence</code>: <code>length</code> characters as with
+     * Learns only the words of a text in the current sub-matrix, which must have matrix type 3, with
+     * <code>s_setMatrixAILevel</code> 1: each word is written from its first letter on and gets a symbol, and the level
+     * above learns the sequence of the symbols. Words, sequences of words and their counts are those of
+     * <code>s_updateMatrixWithLongANSISequence</code> followed by <code>s_updateMatrixFromBasicLevel</code>, in less time
+     * and memory: no other phrase of letters is stored, so letters can't be continued. The links of all symbols stay
+     * valid. <code>sequence</code>: <code>length</code> characters as with
      * <code>s_updateMatrixWithLongANSISequence</code>. A word longer than the phrase limit gets no symbol and is left out;
-     * <code>wordsLeftOut</code>, if not null, gets how many were. Result: 1 learned; 0 another matrix type, no level of
-     * symbols, no words, or refused settings; -1 a write failed, -2 memory has run out: what was learned before stays.
+     * <code>wordsLeftOut</code>, if not null, gets the number of such words. Result: 1 learned; 0 another matrix type, no
+     * symbol level, no words, or refused settings; -1 a write failed; -2 memory has run out. Phrases learned before a
+     * failure are kept.
      * @param matrix object
      * @param sequence read, length
      * @param length a value
      * @param wordsLeftOut filled, or null
-     * @return 1 learned; 0 another matrix type, no level of symbols, no words, or refused settings; -1 a write failed, -2
-     *     memory has run out: what was learned before stays.
+     * @return 1 learned; 0 another matrix type, no symbol level, no words, or refused settings; -1 a write failed; -2
+     *     memory has run out. Phrases learned before a failure are kept.
      */
     public native int zq_updateMatrixWithWordsOfLongANSISequence(ZQMatrix matrix, int[] sequence, int length, int[] wordsLeftOut);
 

@@ -12,15 +12,15 @@ import zmatrix.raw.Types.*;
  */
 public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     /**
-     * The longest index vector that may be written, in integers; a new sub-matrix allows 4096.
+     * The longest index vector that may be written, in integers; 4096 in a new sub-matrix.
      * @param matrix object
      * @return see above
      */
     int s_getMaxDimOfMatrix(M matrix);
 
     /**
-     * Sets the longest index vector that may be written, in integers: not negative, and not below the present depth; else
-     * a message at level 0 and no change.
+     * Sets the longest index vector that may be written, in integers: 0 or more, and not below the present depth; any
+     * other value prints at level 0 and changes nothing.
      * @param matrix object
      * @param maxDimOfMatrix a value
      */
@@ -28,8 +28,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * Reads an index vector. <code>existCode</code> gets the code of <code>s_existMatrixData</code>.
-     * <code>writeCount</code> gets how often it was written, <code>writeCountWithSuccessor</code> how often something
-     * followed, <code>writeCountWithoutPredecessor</code> how often it began a sequence. Result: the value of the last
+     * <code>writeCount</code> gets how often it was written, <code>writeCountWithSuccessor</code> how often an item
+     * followed it, <code>writeCountWithoutPredecessor</code> how often it began a sequence. Result: the value of the last
      * write; 0, with the counts 0, if <code>existCode</code> is below 1.
      * @param matrix object
      * @param indexVector read, length
@@ -43,8 +43,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     long s_readMatrixData(M matrix, int[] indexVector, int length, int[] existCode, int[] writeCount, int[] writeCountWithSuccessor, int[] writeCountWithoutPredecessor);
 
     /**
-     * The same for a vector of <code>length</code> 32-bit items. The coordinate dimension must be 2, else 0 with
-     * <code>existCode</code> -5 and a message at level 0.
+     * The same for a vector of <code>length</code> 32-bit items. The coordinate dimension must be 2, else the result is 0,
+     * with <code>existCode</code> -5 and a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -57,8 +57,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     long s_readMatrixData32(M matrix, int[] items, int length, int[] existCode, int[] writeCount, int[] writeCountWithSuccessor, int[] writeCountWithoutPredecessor);
 
     /**
-     * The same for a vector of <code>length</code> 64-bit items. The coordinate dimension must be 4, else 0 with
-     * <code>existCode</code> -5 and a message at level 0.
+     * The same for a vector of <code>length</code> 64-bit items. The coordinate dimension must be 4, else the result is 0,
+     * with <code>existCode</code> -5 and a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -71,44 +71,46 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     long s_readMatrixData64(M matrix, long[] items, int length, int[] existCode, int[] writeCount, int[] writeCountWithSuccessor, int[] writeCountWithoutPredecessor);
 
     /**
-     * Sets settings and counters of the current sub-matrix back to those of a new one. Its elements stay in the block; to
-     * be rid of those too, clear the ID.
+     * Sets settings and counters of the current sub-matrix back to those of a new one. Its elements stay in the block;
+     * <code>s_clearMatrixForID</code> removes them as well.
      * @param matrix object
      */
     void s_makeMatrixEmpty(M matrix);
 
     /**
-     * The last item of the index vector that ends at a handle, which must lie at least one item deep; this is not tested.
-     * Result: <code>coordinateDimension</code> integers that belong to the matrix, until the next item is read.
+     * The last item of the index vector that ends at a handle, which must be at least one item deep; this is not checked.
+     * Result: <code>coordinateDimension</code> integers that belong to the matrix, valid until the next item is read; null
+     * if memory is exhausted.
      * @param matrix object
      * @param handle a value
-     * @return <code>coordinateDimension</code> integers that belong to the matrix, until the next item is read. (lent by
-     *     the matrix, coordinateDimension)
+     * @return <code>coordinateDimension</code> integers that belong to the matrix, valid until the next item is read; null
+     *     if memory is exhausted. (lent by the matrix, coordinateDimension)
      */
     Pointer s_getObjexFromMatrixHandle(M matrix, int handle);
 
     /**
-     * Looks whether any written item follows the element at a handle. Result: 1 or 0; 0 for a handle out of range.
+     * Checks whether a written item follows the element at a handle. Result: 1 if one does; 0 if none does, and for a
+     * handle out of range.
      * @param matrix object
      * @param handle a value
-     * @return 1 or 0; 0 for a handle out of range.
+     * @return 1 if one does; 0 if none does, and for a handle out of range.
      */
     int s_hasMatrixHandleSuccessors(M matrix, int handle);
 
     /**
-     * The handles of the written items that follow the element at a handle, ascending in each field. <code>count</code>
-     * gets their number. Result: a new array, to be released with <code>s_Free</code>; null, with <code>count</code> 0, if
-     * there is none or the handle is out of range.
+     * The handles of the written items that follow the element at a handle, in ascending order within each field.
+     * <code>count</code> gets their number. Result: a new array, to be released with <code>s_Free</code>; null, with
+     * <code>count</code> 0, if there are none, the handle is out of range or memory is exhausted.
      * @param matrix object
      * @param handle a value
      * @param count filled
-     * @return a new array, to be released with <code>s_Free</code>; null, with <code>count</code> 0, if there is none or
-     *     the handle is out of range. (released with <code>s_Free</code>, *count)
+     * @return a new array, to be released with <code>s_Free</code>; null, with <code>count</code> 0, if there are none,
+     *     the handle is out of range or memory is exhausted. (released with <code>s_Free</code>, *count)
      */
     Pointer s_getSuccessorHandlesFromMatrixHandle(M matrix, int handle, int[] count);
 
     /**
-     * How often something followed the element's phrase.
+     * How often an item followed the element's phrase.
      * @param element object
      * @return see above
      */
@@ -122,61 +124,60 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     int s_getWriteCountWithoutPredecessorFromElement(E element);
 
     /**
-     * Sequences that the matrix, all its sub-matrices together, has learned.
+     * The number of updates of all sub-matrices together: sequences or texts learned.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfMatrixUpdates(M matrix);
 
     /**
-     * The records of the history behind the elements of the matrix file; -1 if that is not known.
+     * The number of records of the history behind the elements of the matrix file; -1 if it is not known.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfAppendedUpdates(M matrix);
 
     /**
-     * Sets the number of records of the history; -1 for not known.
+     * Sets the number of records of the history; -1 if it is not known.
      * @param matrix object
      * @param numberOfAppendedUpdates a value
      */
     void s_setNumberOfAppendedUpdates(M matrix, int numberOfAppendedUpdates);
 
     /**
-     * The position of the history in the matrix file, 0 for none.
+     * The position of the history in the matrix file, in bytes; 0 if there is none.
      * @param matrix object
      * @return see above
      */
     int s_getOffsetToUpdateInfos(M matrix);
 
     /**
-     * Reads whether the sub-matrix holds every phrase of what it learned: 1 it does, as all learning needs it, 0 it is a
-     * plain store.
+     * Reads whether the sub-matrix learns: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store.
      * @param matrix object
      * @return see above
      */
     int s_getIsPhraseMatrix(M matrix);
 
     /**
-     * Sets whether the sub-matrix holds every phrase of what it learned: 1 it does, as all learning needs it, 0 it is a
-     * plain store. 0 or 1, only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value.
+     * Sets whether the sub-matrix learns: 1 it holds the phrases of the sequences that it learned, 0 it is a plain store.
+     * 0 or 1, only while the sub-matrix is empty. A refusal prints at level 0 and keeps the old value.
      * @param matrix object
      * @param isPhraseMatrix a value
      */
     void s_setIsPhraseMatrix(M matrix, int isPhraseMatrix);
 
     /**
-     * Reads what is done to a sequence before it is learned: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002
-     * to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes.
+     * Reads how a sequence is preprocessed before it is learned: 0 not at all, 1 to 999 difference of this order, 1000
+     * text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes.
      * @param matrix object
      * @return see above
      */
     int s_getPreProcessingType(M matrix);
 
     /**
-     * Sets what is done to a sequence before it is learned: 0 nothing, 1 to 999 difference of this order, 1000 text, 1002
-     * to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Only while the sub-matrix is empty. A refusal
-     * prints at level 0 and keeps the old value.
+     * Sets how a sequence is preprocessed before it is learned: 0 not at all, 1 to 999 difference of this order, 1000
+     * text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Only while the sub-matrix is empty.
+     * A refusal prints at level 0 and keeps the old value.
      * @param matrix object
      * @param preProcessingType a value
      */
@@ -198,60 +199,60 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setMaxPhraseLengthForUpdateWithSequence(M matrix, int maxPhraseLengthForUpdateWithSequence);
 
     /**
-     * Reads whether learning marks what begins a sequence: 1 or 0.
+     * Reads whether learning marks the phrase that begins a sequence: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getUseStartOfSequence(M matrix);
 
     /**
-     * Sets whether learning marks what begins a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored
-     * with a warning at level 0. A refusal prints at level 0 and keeps the old value.
+     * Sets whether learning marks the phrase that begins a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it
+     * is stored with a warning at level 0. A refusal prints at level 0 and keeps the old value.
      * @param matrix object
      * @param useStartOfSequence a value
      */
     void s_setUseStartOfSequence(M matrix, int useStartOfSequence);
 
     /**
-     * Reads whether learning marks what ends a sequence: 1 or 0.
+     * Reads whether learning marks the phrases that end a sequence: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getUseEndOfSequence(M matrix);
 
     /**
-     * Sets whether learning marks what ends a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is stored
-     * with a warning at level 0. A refusal prints at level 0 and keeps the old value.
+     * Sets whether learning marks the phrases that end a sequence: 1 or 0. 0 or 1; on a sub-matrix that is not empty it is
+     * stored with a warning at level 0. A refusal prints at level 0 and keeps the old value.
      * @param matrix object
      * @param useEndOfSequence a value
      */
     void s_setUseEndOfSequence(M matrix, int useEndOfSequence);
 
     /**
-     * Reads whether a text is cut into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence.
+     * Reads whether a text is split into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence.
      * @param matrix object
      * @return see above
      */
     int s_getUsePhrasesForUpdateMatrixWithLongANSIText(M matrix);
 
     /**
-     * Sets whether a text is cut into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence. 0 or 1;
-     * on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps the
-     * old value.
+     * Sets whether a text is split into sentences, each learned as a sequence: 1 it is, 0 the text is one sequence. 0 or
+     * 1; on a sub-matrix that is not empty it is stored with a warning at level 0. A refusal prints at level 0 and keeps
+     * the old value.
      * @param matrix object
      * @param usePhrasesForUpdateMatrixWithLongANSIText a value
      */
     void s_setUsePhrasesForUpdateMatrixWithLongANSIText(M matrix, int usePhrasesForUpdateMatrixWithLongANSIText);
 
     /**
-     * Reads the longest context that a continuation looks at, in integers of an index vector: 0 or more.
+     * Reads the longest context that a continuation uses, in integers of an index vector: 0 or more.
      * @param matrix object
      * @return see above
      */
     int s_getSkillOutputLevel(M matrix);
 
     /**
-     * Sets the longest context that a continuation looks at, in integers of an index vector: 0 or more. 0 to the longest
+     * Sets the longest context that a continuation uses, in integers of an index vector: 0 or more. 0 to the longest
      * phrase; any other value becomes the longest phrase.
      * @param matrix object
      * @param skillOutputLevel a value
@@ -259,15 +260,15 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setSkillOutputLevel(M matrix, int skillOutputLevel);
 
     /**
-     * Reads how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 drawn by probability.
+     * Reads how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 at random by probability.
      * @param matrix object
      * @return see above
      */
     int s_getSuccessorMethod(M matrix);
 
     /**
-     * Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 drawn by probability. 1 to 3;
-     * any other value becomes 3.
+     * Sets how the next item is chosen: 1 the most probable, 2 the middle one of the list, 3 at random by probability. 1
+     * to 3; any other value becomes 3.
      * @param matrix object
      * @param successorMethod a value
      */
@@ -304,88 +305,88 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setEnableStopItem(M matrix, int enableStopItem);
 
     /**
-     * Reads whether learning also writes phrases that a shorter one already decides: 1 or 0.
+     * Reads whether learning also writes phrases whose last item a shorter context already determines: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getIncludeOverDeterminedRules(M matrix);
 
     /**
-     * Sets whether learning also writes phrases that a shorter one already decides: 1 or 0. 0 or 1. A refusal prints at
-     * level 0 and keeps the old value.
+     * Sets whether learning also writes phrases whose last item a shorter context already determines: 1 or 0. 0 or 1. A
+     * refusal prints at level 0 and keeps the old value.
      * @param matrix object
      * @param includeOverDeterminedRules a value
      */
     void s_setIncludeOverDeterminedRules(M matrix, int includeOverDeterminedRules);
 
     /**
-     * Reads whether updates are kept as a history in the matrix file: 1 or 0.
+     * Reads whether updates are stored as a history in the matrix file: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getAddUpdateInfo(M matrix);
 
     /**
-     * Sets whether updates are kept as a history in the matrix file: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps
-     * the old value.
+     * Sets whether updates are stored as a history in the matrix file: 1 or 0. 0 or 1. A refusal prints at level 0 and
+     * keeps the old value.
      * @param matrix object
      * @param addUpdateInfo a value
      */
     void s_setAddUpdateInfo(M matrix, int addUpdateInfo);
 
     /**
-     * Reads whether that history keeps the learned sequences too: 1 or 0.
+     * Reads whether that history contains the learned sequences, too: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getAddSequenceToUpdateInfo(M matrix);
 
     /**
-     * Sets whether that history keeps the learned sequences too: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps the
-     * old value.
+     * Sets whether that history contains the learned sequences, too: 1 or 0. 0 or 1. A refusal prints at level 0 and keeps
+     * the old value.
      * @param matrix object
      * @param addSequenceToUpdateInfo a value
      */
     void s_setAddSequenceToUpdateInfo(M matrix, int addSequenceToUpdateInfo);
 
     /**
-     * Reads what a further sequence does to the one kept: 0 replaces it, 1 is appended to it.
+     * Reads how a further sequence is added to that history: 0 it replaces the one stored, 1 it is appended to it.
      * @param matrix object
      * @return see above
      */
     int s_getAddSequenceToUpdateInfoMode(M matrix);
 
     /**
-     * Sets what a further sequence does to the one kept: 0 replaces it, 1 is appended to it. 0 or 1. A refusal prints at
-     * level 0 and keeps the old value.
+     * Sets how a further sequence is added to that history: 0 it replaces the one stored, 1 it is appended to it. 0 or 1.
+     * A refusal prints at level 0 and keeps the old value.
      * @param matrix object
      * @param addSequenceToUpdateInfoMode a value
      */
     void s_setAddSequenceToUpdateInfoMode(M matrix, int addSequenceToUpdateInfoMode);
 
     /**
-     * Reads the numerator of the time signature: 0 for none.
+     * Reads the numerator of the time signature: 0 if there is none.
      * @param matrix object
      * @return see above
      */
     int s_getMidiTimeSignatureNom(M matrix);
 
     /**
-     * Sets the numerator of the time signature: 0 for none. Stored as it is.
+     * Sets the numerator of the time signature: 0 if there is none. Stored as it is.
      * @param matrix object
      * @param midiTimeSignatureNom a value
      */
     void s_setMidiTimeSignatureNom(M matrix, int midiTimeSignatureNom);
 
     /**
-     * Reads the denominator of the time signature: 0 for none.
+     * Reads the denominator of the time signature: 0 if there is none.
      * @param matrix object
      * @return see above
      */
     int s_getMidiTimeSignatureDenom(M matrix);
 
     /**
-     * Sets the denominator of the time signature: 0 for none. Stored as it is.
+     * Sets the denominator of the time signature: 0 if there is none. Stored as it is.
      * @param matrix object
      * @param midiTimeSignatureDenom a value
      */
@@ -479,75 +480,76 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setMidiTrackAnalize(M matrix, int midiTrackAnalize);
 
     /**
-     * Reads the style of the music: 0 not set, any other value is the caller's own.
+     * Reads the style of the music: 0 not set, any other value is defined by the host.
      * @param matrix object
      * @return see above
      */
     int s_getMusicStyle(M matrix);
 
     /**
-     * Sets the style of the music: 0 not set, any other value is the caller's own. Stored as it is.
+     * Sets the style of the music: 0 not set, any other value is defined by the host. Stored as it is.
      * @param matrix object
      * @param musicStyle a value
      */
     void s_setMusicStyle(M matrix, int musicStyle);
 
     /**
-     * The MIDI channels that a music feed passes over. Result: 16 bytes that belong to the matrix, one a channel; not 0
-     * blocks it.
+     * The MIDI channels that a music feed ignores. Result: 16 bytes that belong to the matrix, one per channel; a byte
+     * other than 0 blocks its channel.
      * @param matrix object
-     * @return 16 bytes that belong to the matrix, one a channel; not 0 blocks it. (lent by the matrix, 16)
+     * @return 16 bytes that belong to the matrix, one per channel; a byte other than 0 blocks its channel. (lent by the
+     *     matrix, 16)
      */
     Pointer s_getMidiChannelFilterArray(M matrix);
 
     /**
-     * Sets the MIDI channels that a music feed passes over. <code>midiChannelFilter</code>: 16 bytes, one a channel; not 0
-     * blocks it.
+     * Sets the MIDI channels that a music feed ignores. <code>midiChannelFilter</code>: 16 bytes, one per channel; a byte
+     * other than 0 blocks its channel.
      * @param matrix object
      * @param midiChannelFilter text
      */
     void s_setMidiChannelFilterArray(M matrix, String midiChannelFilter);
 
     /**
-     * The last file that the sub-matrix learned, or an empty text. It belongs to the matrix; a name of 256 characters
-     * fills it without a terminator.
+     * The name of the last file that the sub-matrix learned, or an empty text. It belongs to the matrix; a name of 256
+     * characters has no terminator.
      * @param matrix object
      * @return see above (lent by the matrix, 256)
      */
     Pointer s_getNameOfUpdateFile(M matrix);
 
     /**
-     * The files that the sub-matrix learned, each ended by a line feed; null if there is none. The text belongs to the
-     * matrix, until the next name is added.
+     * The names of the files that the sub-matrix learned, each ended by a line feed; null if there are none. The text
+     * belongs to the matrix and is valid until the next name is added.
      * @param matrix object
      * @return see above (lent by the matrix, text)
      */
     Pointer s_getNamesOfUpdateFiles(M matrix);
 
     /**
-     * Sets the name of the last file that the sub-matrix learned, at most 256 characters.
+     * Sets the name of the last file that the sub-matrix learned. At most 256 characters are kept; null changes nothing.
      * @param matrix object
      * @param name text
      */
     void s_setNameOfUpdateFile(M matrix, String name);
 
     /**
-     * Adds a name and a line feed to the names of the files that the sub-matrix learned.
+     * Adds a name and a line feed to the names of the files that the sub-matrix learned. Null changes nothing.
      * @param matrix object
      * @param name text
      */
     void s_addNameOfUpdateFile(M matrix, String name);
 
     /**
-     * Reads the kind of ocron that numbers are coded as: 3, 4, 5 normal, 6 prime, 7 virtual.
+     * Reads the ocron type of the number codes: 3, 4, 5 normal, 6 prime, 7 virtual.
      * @param matrix object
      * @return see above
      */
     int s_getOcronType(M matrix);
 
     /**
-     * Sets the kind of ocron that numbers are coded as: 3, 4, 5 normal, 6 prime, 7 virtual. Only while the sub-matrix is
-     * empty. A refusal prints at level 0 and keeps the old value.
+     * Sets the ocron type of the number codes: 3, 4, 5 normal, 6 prime, 7 virtual. Only while the sub-matrix is empty. A
+     * refusal prints at level 0 and keeps the old value.
      * @param matrix object
      * @param ocronType a value
      */
@@ -599,15 +601,15 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGocronAlgorithm(M matrix, int gocronAlgorithm);
 
     /**
-     * Reads the base of the number that a gocron is: 0 takes the base of the ocron type.
+     * Reads the number base of gocrons: 0 for the base of the ocron type.
      * @param matrix object
      * @return see above
      */
     int s_getGocronNumberBase(M matrix);
 
     /**
-     * Sets the base of the number that a gocron is: 0 takes the base of the ocron type. Only while the sub-matrix is
-     * empty. A refusal prints at level 0 and keeps the old value.
+     * Sets the number base of gocrons: 0 for the base of the ocron type. Only while the sub-matrix is empty. A refusal
+     * prints at level 0 and keeps the old value.
      * @param matrix object
      * @param gocronNumberBase a value
      */
@@ -689,108 +691,114 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGocronQValue(M matrix, int gocronQValue);
 
     /**
-     * Updates of the sub-matrix so far.
+     * The number of updates of the sub-matrix so far.
      * @param matrix object
      * @return see above
      */
     int s_getUpdateIndex(M matrix);
 
     /**
-     * Items of all sequences that the history has taken up.
+     * The number of items of all sequences that were added to the history.
      * @param matrix object
      * @return see above
      */
     int s_getTotalLengthOfAllUpdateSequences(M matrix);
 
     /**
-     * Rows of the sequence kept for the history, each a packed item; every sequence is followed by four rows of line
-     * feeds.
+     * The number of rows of the sequence stored for the history, each a packed item; four rows of line feeds follow every
+     * sequence.
      * @param matrix object
      * @return see above
      */
     int s_getLengthOfUpdateSequence(M matrix);
 
     /**
-     * Written phrases that are rules, as the last self-test counted them.
+     * The number of written phrases that are rules, as the last self-test counted them.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfRuleElements(M matrix);
 
     /**
-     * Written phrases whose last item a shorter context already decides, as the last self-test counted them.
+     * The number of written phrases whose last item is the only one learned after its context, as the last self-test
+     * counted them.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfUniqueRuleElements(M matrix);
 
     /**
-     * Written phrases that even two shorter contexts decide, as the last self-test counted them.
+     * The number of these phrases whose last item is the only one after a shorter context, too, as the last self-test
+     * counted them.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfOverDeterminedRules(M matrix);
 
     /**
-     * Phrases that began a sequence.
+     * The number of phrases that began a sequence.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfStartElements(M matrix);
 
     /**
-     * 1 until pruning has removed what shorter phrases decide; 0 then.
+     * 1 until <code>s_removeOverDeterminedElements</code> was called, then 0.
      * @param matrix object
      * @return see above
      */
     int s_getIsOverdetermined(M matrix);
 
     /**
-     * The sequence kept for the history, packed: each row an item, each coordinate in the bytes that
-     * <code>s_getSizeOfCoordinateDimensions</code> says. Result: the bytes, which belong to the matrix until the next
-     * update, or null.
+     * The sequence stored for the history, packed: one item per row, each coordinate in as many bytes as
+     * <code>s_getSizeOfCoordinateDimensions</code> gives, low byte first. Result: the bytes, which belong to the matrix
+     * and are valid until the next update; null if there are none.
      * @param matrix object
-     * @return the bytes, which belong to the matrix until the next update, or null. (lent by the matrix, rows of the last
-     *     sequence)
+     * @return the bytes, which belong to the matrix and are valid until the next update; null if there are none. (lent by
+     *     the matrix, rows of the last sequence)
      */
     Pointer s_getUpdateSequence(M matrix);
 
     /**
-     * Rules by the length of their index vector, as the last self-test counted them. <code>numberOfDimensions</code> gets
-     * the entries in use, the depth. Result: an array that belongs to the matrix.
+     * The number of rules by the length of their index vector, as the last self-test counted them.
+     * <code>numberOfDimensions</code> gets the number of entries, which is the depth. Result: an array that belongs to the
+     * matrix, valid until the next write.
      * @param matrix object
      * @param numberOfDimensions filled
-     * @return an array that belongs to the matrix. (lent by the matrix, *numberOfDimensions)
+     * @return an array that belongs to the matrix, valid until the next write. (lent by the matrix, *numberOfDimensions)
      */
     Pointer s_getRulesInDimension(M matrix, int[] numberOfDimensions);
 
     /**
-     * Phrases that a shorter context decides, by the length of their index vector, as the last self-test counted them.
-     * <code>numberOfDimensions</code> gets the entries in use, the depth. Result: an array that belongs to the matrix.
+     * The number of phrases whose last item is the only one learned after its context, by the length of their index
+     * vector, as the last self-test counted them. <code>numberOfDimensions</code> gets the number of entries, which is the
+     * depth. Result: an array that belongs to the matrix, valid until the next write.
      * @param matrix object
      * @param numberOfDimensions filled
-     * @return an array that belongs to the matrix. (lent by the matrix, *numberOfDimensions)
+     * @return an array that belongs to the matrix, valid until the next write. (lent by the matrix, *numberOfDimensions)
      */
     Pointer s_getUniqueRulesInDimension(M matrix, int[] numberOfDimensions);
 
     /**
-     * Written vectors by their length, as the last self-test counted them. <code>numberOfDimensions</code> gets the
-     * entries in use, the depth. Result: an array that belongs to the matrix.
+     * The number of written vectors by their length, as the last self-test counted them. <code>numberOfDimensions</code>
+     * gets the number of entries, which is the depth. Result: an array that belongs to the matrix, valid until the next
+     * write.
      * @param matrix object
      * @param numberOfDimensions filled
-     * @return an array that belongs to the matrix. (lent by the matrix, *numberOfDimensions)
+     * @return an array that belongs to the matrix, valid until the next write. (lent by the matrix, *numberOfDimensions)
      */
     Pointer s_getWriteElementsInDimension(M matrix, int[] numberOfDimensions);
 
     /**
-     * 1 if the sub-matrix has learned since it was made or loaded; decides whether a save adds it to the history.
+     * 1 if the sub-matrix has learned since it was made or loaded, else 0. A save adds only sub-matrices with 1 to the
+     * history.
      * @param info object
      * @return see above
      */
     int s_getHasBeenChanged(I info);
 
     /**
-     * Says whether the sub-matrix has learned since it was made or loaded. 0 or 1; anything else prints at level 0 and
+     * Sets whether the sub-matrix has learned since it was made or loaded: 0 or 1. Any other value prints at level 0 and
      * changes nothing.
      * @param info object
      * @param hasBeenChanged a value
@@ -798,23 +806,23 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setHasBeenChanged(I info, int hasBeenChanged);
 
     /**
-     * Reads whether the sub-matrix holds every phrase of what it learned, as the basic level's block has it: 1 it does, as
-     * all learning needs it, 0 it is a plain store.
+     * Reads whether the sub-matrix learns, as the basic level's block has it: 1 it holds the phrases of the sequences that
+     * it learned, 0 it is a plain store.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalIsPhraseMatrix(M matrix);
 
     /**
-     * Sets whether the sub-matrix holds every phrase of what it learned in the basic level's block: 1 it does, as all
-     * learning needs it, 0 it is a plain store. Stored as it is.
+     * Sets whether the sub-matrix learns in the basic level's block: 1 it holds the phrases of the sequences that it
+     * learned, 0 it is a plain store. Stored as it is.
      * @param matrix object
      * @param isPhraseMatrix a value
      */
     void s_setGlobalIsPhraseMatrix(M matrix, int isPhraseMatrix);
 
     /**
-     * Reads what is done to a sequence before it is learned, as the basic level's block has it: 0 nothing, 1 to 999
+     * Reads how a sequence is preprocessed before it is learned, as the basic level's block has it: 0 not at all, 1 to 999
      * difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes.
      * @param matrix object
      * @return see above
@@ -822,8 +830,9 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     int s_getGlobalPreProcessingType(M matrix);
 
     /**
-     * Sets what is done to a sequence before it is learned in the basic level's block: 0 nothing, 1 to 999 difference of
-     * this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes. Stored as it is.
+     * Sets how a sequence is preprocessed before it is learned in the basic level's block: 0 not at all, 1 to 999
+     * difference of this order, 1000 text, 1002 to 1004 MIDI with two to four coordinates, 1010 to 1020 number codes.
+     * Stored as it is.
      * @param matrix object
      * @param preProcessingType a value
      */
@@ -844,43 +853,43 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGlobalMaxPhraseLengthForUpdateWithSequence(M matrix, int maxPhraseLengthForUpdateWithSequence);
 
     /**
-     * Reads whether learning marks what begins a sequence, as the basic level's block has it: 1 or 0.
+     * Reads whether learning marks the phrase that begins a sequence, as the basic level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalUseStartOfSequence(M matrix);
 
     /**
-     * Sets whether learning marks what begins a sequence in the basic level's block: 1 or 0. Stored as it is.
+     * Sets whether learning marks the phrase that begins a sequence in the basic level's block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param useStartOfSequence a value
      */
     void s_setGlobalUseStartOfSequence(M matrix, int useStartOfSequence);
 
     /**
-     * Reads whether learning marks what ends a sequence, as the basic level's block has it: 1 or 0.
+     * Reads whether learning marks the phrases that end a sequence, as the basic level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalUseEndOfSequence(M matrix);
 
     /**
-     * Sets whether learning marks what ends a sequence in the basic level's block: 1 or 0. Stored as it is.
+     * Sets whether learning marks the phrases that end a sequence in the basic level's block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param useEndOfSequence a value
      */
     void s_setGlobalUseEndOfSequence(M matrix, int useEndOfSequence);
 
     /**
-     * Reads whether a text is cut into sentences, each learned as a sequence, as the basic level's block has it: 1 it is,
-     * 0 the text is one sequence.
+     * Reads whether a text is split into sentences, each learned as a sequence, as the basic level's block has it: 1 it
+     * is, 0 the text is one sequence.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalUsePhrasesForUpdateMatrixWithLongANSIText(M matrix);
 
     /**
-     * Sets whether a text is cut into sentences, each learned as a sequence in the basic level's block: 1 it is, 0 the
+     * Sets whether a text is split into sentences, each learned as a sequence in the basic level's block: 1 it is, 0 the
      * text is one sequence. Stored as it is.
      * @param matrix object
      * @param usePhrasesForUpdateMatrixWithLongANSIText a value
@@ -888,16 +897,16 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGlobalUsePhrasesForUpdateMatrixWithLongANSIText(M matrix, int usePhrasesForUpdateMatrixWithLongANSIText);
 
     /**
-     * Reads the longest context that a continuation looks at, in integers of an index vector, as the basic level's block
-     * has it: 0 or more.
+     * Reads the longest context that a continuation uses, in integers of an index vector, as the basic level's block has
+     * it: 0 or more.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalSkillOutputLevel(M matrix);
 
     /**
-     * Sets the longest context that a continuation looks at, in integers of an index vector in the basic level's block: 0
-     * or more. Stored as it is.
+     * Sets the longest context that a continuation uses, in integers of an index vector in the basic level's block: 0 or
+     * more. Stored as it is.
      * @param matrix object
      * @param skillOutputLevel a value
      */
@@ -905,15 +914,15 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * Reads how the next item is chosen, as the basic level's block has it: 1 the most probable, 2 the middle one of the
-     * list, 3 drawn by probability.
+     * list, 3 at random by probability.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalSuccessorMethod(M matrix);
 
     /**
-     * Sets how the next item is chosen in the basic level's block: 1 the most probable, 2 the middle one of the list, 3
-     * drawn by probability. Stored as it is.
+     * Sets how the next item is chosen in the basic level's block: 1 the most probable, 2 the middle one of the list, 3 at
+     * random by probability. Stored as it is.
      * @param matrix object
      * @param successorMethod a value
      */
@@ -950,88 +959,88 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGlobalEnableStopItem(M matrix, int enableStopItem);
 
     /**
-     * Reads whether learning also writes phrases that a shorter one already decides, as the basic level's block has it: 1
-     * or 0.
+     * Reads whether learning also writes phrases whose last item a shorter context already determines, as the basic
+     * level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalIncludeOverdeterminedRules(M matrix);
 
     /**
-     * Sets whether learning also writes phrases that a shorter one already decides in the basic level's block: 1 or 0.
-     * Stored as it is.
+     * Sets whether learning also writes phrases whose last item a shorter context already determines in the basic level's
+     * block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param includeOverdeterminedRules a value
      */
     void s_setGlobalIncludeOverdeterminedRules(M matrix, int includeOverdeterminedRules);
 
     /**
-     * Reads whether updates are kept as a history in the matrix file, as the basic level's block has it: 1 or 0.
+     * Reads whether updates are stored as a history in the matrix file, as the basic level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalAddUpdateInfo(M matrix);
 
     /**
-     * Sets whether updates are kept as a history in the matrix file in the basic level's block: 1 or 0. Stored as it is.
+     * Sets whether updates are stored as a history in the matrix file in the basic level's block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param addUpdateInfo a value
      */
     void s_setGlobalAddUpdateInfo(M matrix, int addUpdateInfo);
 
     /**
-     * Reads whether that history keeps the learned sequences too, as the basic level's block has it: 1 or 0.
+     * Reads whether that history contains the learned sequences, too, as the basic level's block has it: 1 or 0.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalAddSequenceToUpdateInfo(M matrix);
 
     /**
-     * Sets whether that history keeps the learned sequences too in the basic level's block: 1 or 0. Stored as it is.
+     * Sets whether that history contains the learned sequences, too in the basic level's block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param addSequenceToUpdateInfo a value
      */
     void s_setGlobalAddSequenceToUpdateInfo(M matrix, int addSequenceToUpdateInfo);
 
     /**
-     * Reads what a further sequence does to the one kept, as the basic level's block has it: 0 replaces it, 1 is appended
-     * to it.
+     * Reads how a further sequence is added to that history, as the basic level's block has it: 0 it replaces the one
+     * stored, 1 it is appended to it.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalAddSequenceToUpdateInfoMode(M matrix);
 
     /**
-     * Sets what a further sequence does to the one kept in the basic level's block: 0 replaces it, 1 is appended to it.
-     * Stored as it is.
+     * Sets how a further sequence is added to that history in the basic level's block: 0 it replaces the one stored, 1 it
+     * is appended to it. Stored as it is.
      * @param matrix object
      * @param addSequenceToUpdateInfoMode a value
      */
     void s_setGlobalAddSequenceToUpdateInfoMode(M matrix, int addSequenceToUpdateInfoMode);
 
     /**
-     * Reads the numerator of the time signature, as the basic level's block has it: 0 for none.
+     * Reads the numerator of the time signature, as the basic level's block has it: 0 if there is none.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalMidiTimeSignatureNom(M matrix);
 
     /**
-     * Sets the numerator of the time signature in the basic level's block: 0 for none. Stored as it is.
+     * Sets the numerator of the time signature in the basic level's block: 0 if there is none. Stored as it is.
      * @param matrix object
      * @param midiTimeSignatureNom a value
      */
     void s_setGlobalMidiTimeSignatureNom(M matrix, int midiTimeSignatureNom);
 
     /**
-     * Reads the denominator of the time signature, as the basic level's block has it: 0 for none.
+     * Reads the denominator of the time signature, as the basic level's block has it: 0 if there is none.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalMidiTimeSignatureDenom(M matrix);
 
     /**
-     * Sets the denominator of the time signature in the basic level's block: 0 for none. Stored as it is.
+     * Sets the denominator of the time signature in the basic level's block: 0 if there is none. Stored as it is.
      * @param matrix object
      * @param midiTimeSignatureDenom a value
      */
@@ -1134,31 +1143,30 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGlobalMidiTrackAnalyze(M matrix, int midiTrackAnalyze);
 
     /**
-     * Reads the style of the music, as the basic level's block has it: 0 not set, any other value is the caller's own.
+     * Reads the style of the music, as the basic level's block has it: 0 not set, any other value is defined by the host.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalMusicStyle(M matrix);
 
     /**
-     * Sets the style of the music in the basic level's block: 0 not set, any other value is the caller's own. Stored as it
-     * is.
+     * Sets the style of the music in the basic level's block: 0 not set, any other value is defined by the host. Stored as
+     * it is.
      * @param matrix object
      * @param musicStyle a value
      */
     void s_setGlobalMusicStyle(M matrix, int musicStyle);
 
     /**
-     * Reads the kind of ocron that numbers are coded as, as the basic level's block has it: 3, 4, 5 normal, 6 prime, 7
-     * virtual.
+     * Reads the ocron type of the number codes, as the basic level's block has it: 3, 4, 5 normal, 6 prime, 7 virtual.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalOcronType(M matrix);
 
     /**
-     * Sets the kind of ocron that numbers are coded as in the basic level's block: 3, 4, 5 normal, 6 prime, 7 virtual.
-     * Stored as it is.
+     * Sets the ocron type of the number codes in the basic level's block: 3, 4, 5 normal, 6 prime, 7 virtual. Stored as it
+     * is.
      * @param matrix object
      * @param ocronType a value
      */
@@ -1207,16 +1215,14 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGlobalGocronAlgorithm(M matrix, int gocronAlgorithm);
 
     /**
-     * Reads the base of the number that a gocron is, as the basic level's block has it: 0 takes the base of the ocron
-     * type.
+     * Reads the number base of gocrons, as the basic level's block has it: 0 for the base of the ocron type.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalGocronNumberBase(M matrix);
 
     /**
-     * Sets the base of the number that a gocron is in the basic level's block: 0 takes the base of the ocron type. Stored
-     * as it is.
+     * Sets the number base of gocrons in the basic level's block: 0 for the base of the ocron type. Stored as it is.
      * @param matrix object
      * @param gocronNumberBase a value
      */
@@ -1293,31 +1299,32 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGlobalGocronQValue(M matrix, int gocronQValue);
 
     /**
-     * The MIDI channels that music feeds pass over. Result: 16 bytes that belong to the matrix, one a channel; not 0
-     * blocks it.
+     * The MIDI channels that music feeds ignore. Result: 16 bytes that belong to the matrix, one per channel; a byte other
+     * than 0 blocks its channel.
      * @param matrix object
-     * @return 16 bytes that belong to the matrix, one a channel; not 0 blocks it. (lent by the matrix, 16)
+     * @return 16 bytes that belong to the matrix, one per channel; a byte other than 0 blocks its channel. (lent by the
+     *     matrix, 16)
      */
     Pointer s_getGlobalMidiChannelFilterArray(M matrix);
 
     /**
-     * Sets the MIDI channels that music feeds pass over. <code>midiChannelFilter</code>: 16 bytes, one a channel; not 0
-     * blocks it.
+     * Sets the MIDI channels that music feeds ignore. <code>midiChannelFilter</code>: 16 bytes, one per channel; a byte
+     * other than 0 blocks its channel.
      * @param matrix object
      * @param midiChannelFilter text
      */
     void s_setGlobalMidiChannelFilterArray(M matrix, String midiChannelFilter);
 
     /**
-     * The name of the update file that is given to sub-matrices. It belongs to the matrix; a name of 256 characters fills
-     * it without a terminator.
+     * The name of the update file in the basic level's block. The text belongs to the matrix; a name of 256 characters has
+     * no terminator.
      * @param matrix object
      * @return see above (lent by the matrix, 256)
      */
     Pointer s_getGlobalNameOfUpdateFile(M matrix);
 
     /**
-     * Sets the name of the update file that is given to sub-matrices, at most 256 characters.
+     * Sets the name of the update file in the basic level's block. At most 256 characters are kept; null changes nothing.
      * @param matrix object
      * @param name text
      */
@@ -1331,8 +1338,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     Pointer s_getGlobalNamesOfUpdateFiles(M matrix);
 
     /**
-     * The basic level's block itself, to be read or changed in place; the fields behind
-     * <code>keepSymbolsWhenRemoveOverdeterminedElements</code> are not in use. Result: part of the matrix, as long as it
+     * The basic level's block itself, to be read or changed in place. The fields after
+     * <code>keepSymbolsWhenRemoveOverdeterminedElements</code> are not used. Result: part of the matrix, as long as it
      * lives.
      * @param matrix object
      * @return part of the matrix, as long as it lives. (lent by the matrix)
@@ -1347,14 +1354,14 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGlobalSymbolMaxPhraseLengthForUpdateWithSequence(M matrix, int maxPhraseLengthForUpdateWithSequence);
 
     /**
-     * Sets whether learning marks what begins a sequence in the symbol level's block: 1 or 0. Stored as it is.
+     * Sets whether learning marks the phrase that begins a sequence in the symbol level's block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param useStartOfSequence a value
      */
     void s_setGlobalSymbolUseStartOfSequence(M matrix, int useStartOfSequence);
 
     /**
-     * Sets whether learning marks what ends a sequence in the symbol level's block: 1 or 0. Stored as it is.
+     * Sets whether learning marks the phrases that end a sequence in the symbol level's block: 1 or 0. Stored as it is.
      * @param matrix object
      * @param useEndOfSequence a value
      */
@@ -1362,8 +1369,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * Sets the current sub-matrix up for symbols: type 2, one coordinate, no preprocessing. <code>nameOfUpdateFile</code>
-     * is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes
-     * nothing.
+     * becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it
+     * prints at level 0 and changes nothing.
      * @param matrix object
      * @param nameOfUpdateFile text, or null
      */
@@ -1371,8 +1378,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * Sets the current sub-matrix up for music as note and time: type 1, two coordinates, differences of both.
-     * <code>nameOfUpdateFile</code> is kept as the file it learned; null for none. On a sub-matrix that is not empty it
-     * prints at level 0 and changes nothing.
+     * <code>nameOfUpdateFile</code> becomes the name of the last file that the sub-matrix learned; null for none. If the
+     * sub-matrix is not empty, it prints at level 0 and changes nothing.
      * @param matrix object
      * @param nameOfUpdateFile text, or null
      */
@@ -1380,8 +1387,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * Sets the current sub-matrix up for music as interval and place in the bar: type 1, two coordinates, preprocessing
-     * 1002. <code>nameOfUpdateFile</code> is kept as the file it learned; null for none. On a sub-matrix that is not empty
-     * it prints at level 0 and changes nothing.
+     * 1002. <code>nameOfUpdateFile</code> becomes the name of the last file that the sub-matrix learned; null for none. If
+     * the sub-matrix is not empty, it prints at level 0 and changes nothing.
      * @param matrix object
      * @param nameOfUpdateFile text, or null
      */
@@ -1389,8 +1396,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * Sets the current sub-matrix up for music with durations: type 4, three coordinates, preprocessing 1003.
-     * <code>nameOfUpdateFile</code> is kept as the file it learned; null for none. On a sub-matrix that is not empty it
-     * prints at level 0 and changes nothing.
+     * <code>nameOfUpdateFile</code> becomes the name of the last file that the sub-matrix learned; null for none. If the
+     * sub-matrix is not empty, it prints at level 0 and changes nothing.
      * @param matrix object
      * @param nameOfUpdateFile text, or null
      */
@@ -1398,8 +1405,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * Sets the current sub-matrix up for music with durations and sounds: type 5, four coordinates, preprocessing 1004.
-     * <code>nameOfUpdateFile</code> is kept as the file it learned; null for none. On a sub-matrix that is not empty it
-     * prints at level 0 and changes nothing.
+     * <code>nameOfUpdateFile</code> becomes the name of the last file that the sub-matrix learned; null for none. If the
+     * sub-matrix is not empty, it prints at level 0 and changes nothing.
      * @param matrix object
      * @param nameOfUpdateFile text, or null
      */
@@ -1407,16 +1414,17 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * Sets the current sub-matrix up for text: type 3, one coordinate, preprocessing 1000. <code>nameOfUpdateFile</code>
-     * is kept as the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes
-     * nothing.
+     * becomes the name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it
+     * prints at level 0 and changes nothing.
      * @param matrix object
      * @param nameOfUpdateFile text, or null
      */
     void s_setDefaultMatrixPropertiesForANSIText(M matrix, String nameOfUpdateFile);
 
     /**
-     * Sets the current sub-matrix up for integer series: type 2, one coordinate. <code>nameOfUpdateFile</code> is kept as
-     * the file it learned; null for none. On a sub-matrix that is not empty it prints at level 0 and changes nothing.
+     * Sets the current sub-matrix up for integer series: type 2, one coordinate. <code>nameOfUpdateFile</code> becomes the
+     * name of the last file that the sub-matrix learned; null for none. If the sub-matrix is not empty, it prints at level
+     * 0 and changes nothing.
      * @param matrix object
      * @param nameOfUpdateFile text, or null
      */
@@ -1472,149 +1480,149 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setGlobalDefaultMatrixPropertiesForIntegerSeries(M matrix);
 
     /**
-     * Sets the current sub-matrix to the basic level's block, by the sub-matrix's own setters: one that refuses prints and
-     * keeps its value.
+     * Sets the current sub-matrix to the values of the basic level's block through its setters. A setter that refuses a
+     * value prints and keeps the old one.
      * @param matrix object
      */
     void s_applyGlobalMatrixProperties(M matrix);
 
     /**
      * Checks whether the settings of the current sub-matrix fit symbols: type 2, one coordinate, no preprocessing. Result:
-     * 1, or 0 with a message that names the first one that does not.
+     * 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkMatrixPropertiesForSymbols(M matrix);
 
     /**
      * Checks whether the settings of the current sub-matrix fit music as note and time: type 1, two coordinates,
-     * differences of both. Result: 1, or 0 with a message that names the first one that does not.
+     * differences of both. Result: 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(M matrix);
 
     /**
      * Checks whether the settings of the current sub-matrix fit music as interval and place in the bar: type 1, two
-     * coordinates, preprocessing 1002. Result: 1, or 0 with a message that names the first one that does not.
+     * coordinates, preprocessing 1002. Result: 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(M matrix);
 
     /**
      * Checks whether the settings of the current sub-matrix fit music with durations: type 4, three coordinates,
-     * preprocessing 1003. Result: 1, or 0 with a message that names the first one that does not.
+     * preprocessing 1003. Result: 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkMatrixPropertiesForMIDIElementsTriple_NDMT(M matrix);
 
     /**
      * Checks whether the settings of the current sub-matrix fit music with durations and sounds: type 5, four coordinates,
-     * preprocessing 1004. Result: 1, or 0 with a message that names the first one that does not.
+     * preprocessing 1004. Result: 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(M matrix);
 
     /**
      * Checks whether the settings of the current sub-matrix fit text: type 3, one coordinate, preprocessing 1000. Result:
-     * 1, or 0 with a message that names the first one that does not.
+     * 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkMatrixPropertiesForANSIText(M matrix);
 
     /**
-     * Checks whether the settings of the current sub-matrix fit integer series: type 2, one coordinate. Result: 1, or 0
-     * with a message that names the first one that does not.
+     * Checks whether the settings of the current sub-matrix fit integer series: type 2, one coordinate. Result: 1 if they
+     * fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkMatrixPropertiesForIntegerSeries(M matrix);
 
     /**
-     * Checks whether the basic level's block fits symbols: type 2, one coordinate, no preprocessing. Result: 1, or 0 with
-     * a message that names the first one that does not.
+     * Checks whether the basic level's block fits symbols: type 2, one coordinate, no preprocessing. Result: 1 if they
+     * fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkGlobalMatrixPropertiesForSymbols(M matrix);
 
     /**
      * Checks whether the basic level's block fits music as note and time: type 1, two coordinates, differences of both.
-     * Result: 1, or 0 with a message that names the first one that does not.
+     * Result: 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndQuanta(M matrix);
 
     /**
      * Checks whether the basic level's block fits music as interval and place in the bar: type 1, two coordinates,
-     * preprocessing 1002. Result: 1, or 0 with a message that names the first one that does not.
+     * preprocessing 1002. Result: 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkGlobalMatrixPropertiesForMIDIElementsCDim2NoteNumberAndModQuanta(M matrix);
 
     /**
      * Checks whether the basic level's block fits music with durations: type 4, three coordinates, preprocessing 1003.
-     * Result: 1, or 0 with a message that names the first one that does not.
+     * Result: 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkGlobalMatrixPropertiesForMIDIElementsTriple_NDMT(M matrix);
 
     /**
      * Checks whether the basic level's block fits music with durations and sounds: type 5, four coordinates, preprocessing
-     * 1004. Result: 1, or 0 with a message that names the first one that does not.
+     * 1004. Result: 1 if they fit; 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkGlobalMatrixPropertiesForMIDIElementsGMQuadruple_NDMTS(M matrix);
 
     /**
-     * Checks whether the basic level's block fits text: type 3, one coordinate, preprocessing 1000. Result: 1, or 0 with a
-     * message that names the first one that does not.
+     * Checks whether the basic level's block fits text: type 3, one coordinate, preprocessing 1000. Result: 1 if they fit;
+     * 0, with a message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkGlobalMatrixPropertiesForANSIText(M matrix);
 
     /**
-     * Checks whether the basic level's block fits integer series: type 2, one coordinate. Result: 1, or 0 with a message
-     * that names the first one that does not.
+     * Checks whether the basic level's block fits integer series: type 2, one coordinate. Result: 1 if they fit; 0, with a
+     * message that names the first setting that doesn't.
      * @param matrix object
-     * @return 1, or 0 with a message that names the first one that does not.
+     * @return 1 if they fit; 0, with a message that names the first setting that doesn't.
      */
     int s_checkGlobalMatrixPropertiesForIntegerSeries(M matrix);
 
     /**
      * Preprocesses a flat sequence of <code>length</code> integers, item after item. <code>resultLength</code> gets the
      * integers of the result. Result: a new array, to be released with <code>s_Free</code>, even when
-     * <code>resultLength</code> is 0; null for an empty sequence, with a message at level 0, or a type or length that
-     * yields nothing.
+     * <code>resultLength</code> is 0; null for an empty sequence, with a message at level 0, for a type or length without
+     * a result, or if memory is exhausted.
      * @param matrix object
      * @param originalSequence read, length
      * @param length a value
      * @param resultLength filled
      * @return a new array, to be released with <code>s_Free</code>, even when <code>resultLength</code> is 0; null for an
-     *     empty sequence, with a message at level 0, or a type or length that yields nothing. (released with
-     *     <code>s_Free</code>, *resultLength)
+     *     empty sequence, with a message at level 0, for a type or length without a result, or if memory is exhausted.
+     *     (released with <code>s_Free</code>, *resultLength)
      */
     Pointer s_getPreProcessedSequenceFromOriginalSequence(M matrix, int[] originalSequence, int length, int[] resultLength);
 
     /**
-     * The same for 64-bit values, with the differences (0 to 999), 1001 and the number codes from 1016 alone. Result: a
-     * new array, to be released with <code>s_Free</code>; null for any other type, with <code>resultLength</code> as it
-     * was.
+     * The same for 64-bit values. Only the types 0 to 999 (differences), 1001 and 1016 to 1020 (number codes) are
+     * supported. Result: a new array, to be released with <code>s_Free</code>; null for any other type. With null,
+     * <code>resultLength</code> is 0 or unchanged.
      * @param matrix object
      * @param originalSequence read, length
      * @param length a value
      * @param resultLength filled
-     * @return a new array, to be released with <code>s_Free</code>; null for any other type, with
-     *     <code>resultLength</code> as it was. (released with <code>s_Free</code>, *resultLength)
+     * @return a new array, to be released with <code>s_Free</code>; null for any other type. With null,
+     *     <code>resultLength</code> is 0 or unchanged. (released with <code>s_Free</code>, *resultLength)
      */
     Pointer s_getLongLongPreProcessedSequenceFromOriginalSequence(M matrix, long[] originalSequence, int length, int[] resultLength);
 
@@ -1622,8 +1630,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
      * Undoes the preprocessing of a flat sequence. <code>start</code>: the original items before the first preprocessed
      * one. Lengths and <code>capacity</code>, the room in <code>start</code>, count integers. <code>inPlace</code>: 1
      * writes the result into <code>start</code> and returns it, else the result is a new array, to be released with
-     * <code>s_Free</code>. <code>resultLength</code> gets the integers. Result: null, with <code>resultLength</code> 0, if
-     * an input is missing or too short or the room too small.
+     * <code>s_Free</code>. <code>resultLength</code> gets the number of integers. Result: null, with
+     * <code>resultLength</code> 0, if an input is null or too short, the room too small, or memory exhausted.
      * @param matrix object
      * @param start read and changed, capacity
      * @param lengthOfStart a value
@@ -1632,21 +1640,21 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
      * @param lengthOfPreProcessed a value
      * @param resultLength filled
      * @param inPlace a value
-     * @return null, with <code>resultLength</code> 0, if an input is missing or too short or the room too small. (released
-     *     with <code>s_Free</code>, *resultLength)
+     * @return null, with <code>resultLength</code> 0, if an input is null or too short, the room too small, or memory
+     *     exhausted. (released with <code>s_Free</code>, *resultLength)
      */
     Pointer s_getOriginalSequenceFromPreProcessedSequence(M matrix, int[] start, int lengthOfStart, int capacity, int[] preProcessed, int lengthOfPreProcessed, int[] resultLength, int inPlace);
 
     /**
      * Preprocesses a sequence of <code>count</code> items, each a pointer to <code>coordinateDimension</code> integers.
-     * <code>resultCount</code> gets the items of the result. Result: one new block, pointers first, to be released with
-     * <code>s_Free</code>; null, with <code>resultCount</code> 0, if nothing results.
+     * <code>resultCount</code> gets the number of items of the result. Result: one new block, pointers first, to be
+     * released with <code>s_Free</code>; null, with <code>resultCount</code> 0, if there is no result.
      * @param matrix object
      * @param objex rows, count
      * @param count a value
      * @param resultCount filled
      * @return one new block, pointers first, to be released with <code>s_Free</code>; null, with <code>resultCount</code>
-     *     0, if nothing results. (released with <code>s_Free</code>, *resultCount)
+     *     0, if there is no result. (released with <code>s_Free</code>, *resultCount)
      */
     Pointer s_getPreProcessedObjexSequenceFromOriginalObjexSequence(M matrix, Pointer objex, int count, int[] resultCount);
 
@@ -1654,8 +1662,9 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
      * Undoes the preprocessing of a sequence of items. <code>start</code>: the original items before the first
      * preprocessed one. Counts and <code>capacity</code>, the room in <code>start</code>, count items.
      * <code>inPlace</code>: 1 writes the result into <code>start</code> and returns it, else the result is one new block,
-     * to be released with <code>s_Free</code>. <code>preProcessed</code> is used up. <code>resultCount</code> gets the
-     * items. Result: null, with <code>resultCount</code> 0, if an input is missing or too short or the room too small.
+     * to be released with <code>s_Free</code>. The items of <code>preProcessed</code> are overwritten.
+     * <code>resultCount</code> gets the number of items. Result: null, with <code>resultCount</code> 0, if an input is
+     * null or too short, the room too small, or memory exhausted.
      * @param matrix object
      * @param start rows, countOfStart
      * @param countOfStart a value
@@ -1664,40 +1673,43 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
      * @param countOfPreProcessed a value
      * @param resultCount filled
      * @param inPlace a value
-     * @return null, with <code>resultCount</code> 0, if an input is missing or too short or the room too small. (released
-     *     with <code>s_Free</code>, *resultCount)
+     * @return null, with <code>resultCount</code> 0, if an input is null or too short, the room too small, or memory
+     *     exhausted. (released with <code>s_Free</code>, *resultCount)
      */
     Pointer s_getOriginalObjexSequenceFromPreProcessedObjexSequence(M matrix, Pointer start, int countOfStart, int capacity, Pointer preProcessed, int countOfPreProcessed, int[] resultCount, int inPlace);
 
     /**
      * Turns a preprocessed item into the original item that follows the kernel's original sequence. <code>objex</code>:
-     * <code>coordinateDimension</code> integers, changed in place. Result: the item, <code>objex</code> itself or, for
-     * ocrons, memory of the matrix until the next item is read; null for null or a type without an inverse.
+     * <code>coordinateDimension</code> integers, changed in place. Result: <code>objex</code>, or for ocrons an item that
+     * belongs to the matrix, valid until the next item is read; null for null, a type without an inverse, or exhausted
+     * memory.
      * @param matrix object
      * @param objex read and changed, coordinateDimension, or null
-     * @return the item, <code>objex</code> itself or, for ocrons, memory of the matrix until the next item is read; null
-     *     for null or a type without an inverse. (what was given as <code>objex</code>, coordinateDimension)
+     * @return <code>objex</code>, or for ocrons an item that belongs to the matrix, valid until the next item is read;
+     *     null for null, a type without an inverse, or exhausted memory. (what was given as <code>objex</code>,
+     *     coordinateDimension)
      */
     Pointer s_getNextOriginalObjexFromPreProcessedObjex(M matrix, int[] objex);
 
     /**
-     * The same, with the original items before it taken from <code>sequence</code>, <code>length</code> items, up to and
-     * including <code>index</code>. Result: as above; null, with a message at level 0, for an <code>index</code> below 0
-     * where items before are needed.
+     * The same, with the preceding original items taken from <code>sequence</code>, <code>length</code> items, up to and
+     * including <code>index</code>. Result: as above; also null if the type needs preceding items and <code>index</code>
+     * is not below <code>length</code>, or is below 0, with a message at level 0.
      * @param matrix object
      * @param sequence rows, length
      * @param index a value
      * @param length a value
      * @param objex read and changed, coordinateDimension, or null
-     * @return as above; null, with a message at level 0, for an <code>index</code> below 0 where items before are needed.
-     *     (what was given as <code>objex</code>, coordinateDimension)
+     * @return as above; also null if the type needs preceding items and <code>index</code> is not below
+     *     <code>length</code>, or is below 0, with a message at level 0. (what was given as <code>objex</code>,
+     *     coordinateDimension)
      */
     Pointer s_getNextOriginalObjexFromPreProcessedObjexAndOriginalSequence(M matrix, Pointer sequence, int index, int length, int[] objex);
 
     /**
      * Copies <code>count</code> items, each a pointer to <code>coordinateDimension</code> integers, into one flat array.
-     * <code>length</code> gets its integers. Result: a new array, to be released with <code>s_Free</code>; null if there
-     * is nothing to copy.
+     * <code>length</code> gets the number of its integers. Result: a new array, to be released with <code>s_Free</code>;
+     * null if there is nothing to copy.
      * @param matrix object
      * @param objex rows, count
      * @param count a value
@@ -1708,37 +1720,39 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     Pointer s_getFlatSequenceFromObjexSequence(M matrix, Pointer objex, int count, int[] length);
 
     /**
-     * Copies a flat array of <code>length</code> integers into items. <code>count</code> gets their number; integers that
-     * fill no item are dropped. Result: one new block, pointers first, to be released with <code>s_Free</code>; null, with
-     * <code>count</code> 0, for nothing.
+     * Copies a flat array of <code>length</code> integers into items. <code>count</code> gets their number; integers at
+     * the end that don't fill an item are dropped. Result: one new block, pointers first, to be released with
+     * <code>s_Free</code>; null, with <code>count</code> 0, if there is nothing to copy.
      * @param matrix object
      * @param flat read, length
      * @param length a value
      * @param count filled
-     * @return one new block, pointers first, to be released with <code>s_Free</code>; null, with <code>count</code> 0, for
-     *     nothing. (released with <code>s_Free</code>, *count)
+     * @return one new block, pointers first, to be released with <code>s_Free</code>; null, with <code>count</code> 0, if
+     *     there is nothing to copy. (released with <code>s_Free</code>, *count)
      */
     Pointer s_getObjexSequenceFromFlatSequence(M matrix, int[] flat, int length, int[] count);
 
     /**
-     * Preprocesses a vector by its own type and dimension, in a spare sub-matrix; the vector stays as it is. Result: a new
+     * Preprocesses a vector by its own type and dimension, in a free sub-matrix; the vector is not changed. Result: a new
      * vector one level up, to be deleted by the caller; null, with a message at level 0, for null or if no sub-matrix is
-     * free.
+     * free; null if memory is exhausted.
      * @param matrix object
      * @param originalIndexVector object
      * @return a new vector one level up, to be deleted by the caller; null, with a message at level 0, for null or if no
-     *     sub-matrix is free. (released with <code>deleteZQMatrixSequenceIndexVector</code>)
+     *     sub-matrix is free; null if memory is exhausted. (released with <code>deleteZQMatrixSequenceIndexVector</code>)
      */
     ZQMatrixSequenceIndexVector s_getPreProcessedZQIndexVectorFromOriginalIndexVector(M matrix, ZQMatrixSequenceIndexVector originalIndexVector);
 
     /**
-     * Undoes the last preprocessing of a vector, in a spare sub-matrix; the vector stays as it is. Result: a new vector
-     * one level down, to be deleted by the caller; null, with a message at level 0, for null, an original vector, one
-     * without data or too few original items, or if no sub-matrix is free.
+     * Undoes the last preprocessing of a vector, in a free sub-matrix; the vector is not changed. Result: a new vector one
+     * level down, to be deleted by the caller; null, with a message at level 0, for null, an original vector, one with too
+     * few original items or without data, or if no sub-matrix is free; null if memory is exhausted. A vector without data
+     * leaves the free sub-matrix the current one.
      * @param matrix object
      * @param preprocessedIndexVector object
      * @return a new vector one level down, to be deleted by the caller; null, with a message at level 0, for null, an
-     *     original vector, one without data or too few original items, or if no sub-matrix is free. (released with
+     *     original vector, one with too few original items or without data, or if no sub-matrix is free; null if memory is
+     *     exhausted. A vector without data leaves the free sub-matrix the current one. (released with
      *     <code>deleteZQMatrixSequenceIndexVector</code>)
      */
     ZQMatrixSequenceIndexVector s_getOriginalZQIndexVectorFromPreprocessedIndexVector(M matrix, ZQMatrixSequenceIndexVector preprocessedIndexVector);
@@ -1746,21 +1760,21 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     /**
      * Learns a sequence with the settings of the current sub-matrix: preprocesses it and counts each of its phrases up to
      * the longest allowed. <code>sequence</code>: <code>numberOfItems</code> times <code>coordinateDimension</code>
-     * integers. Reports progress. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, and what was
-     * written before stays; -2 memory exhausted.
+     * integers. Reports progress. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, phrases
+     * written before are kept; -2 memory exhausted.
      * @param matrix object
      * @param sequence read, numberOfItems * coordinateDimension
      * @param numberOfItems a value
-     * @return 1 learned; 0 empty sequence or settings refused; -1 a write failed, and what was written before stays; -2
+     * @return 1 learned; 0 empty sequence or settings refused; -1 a write failed, phrases written before are kept; -2
      *     memory exhausted.
      */
     int s_updateMatrixWithLongINTSequence(M matrix, int[] sequence, int numberOfItems);
 
     /**
-     * The same with the settings given; an empty sub-matrix takes them over, with messages at level 0, a learned one must
-     * have them. <code>sequence</code>: <code>numberOfItems</code> times <code>coordinateDimension</code> integers.
-     * Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, and what was written before stays; -2
-     * memory exhausted.
+     * The same with the settings as arguments: an empty sub-matrix takes them over, with messages at level 0; any other
+     * must have them already. <code>sequence</code>: <code>numberOfItems</code> times <code>coordinateDimension</code>
+     * integers. Result: 1 learned; 0 empty sequence or settings refused; -1 a write failed, phrases written before are
+     * kept; -2 memory exhausted.
      * @param matrix object
      * @param sequence read, numberOfItems * coordinateDimension
      * @param numberOfItems a value
@@ -1768,91 +1782,95 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
      * @param coordinateDimension a value
      * @param preProcessingType a value
      * @param allowLargeIndices a value
-     * @return 1 learned; 0 empty sequence or settings refused; -1 a write failed, and what was written before stays; -2
+     * @return 1 learned; 0 empty sequence or settings refused; -1 a write failed, phrases written before are kept; -2
      *     memory exhausted.
      */
     int s_updateMatrixWithLongINTSequenceExt(M matrix, int[] sequence, int numberOfItems, int matrixType, int coordinateDimension, int preProcessingType, int allowLargeIndices);
 
     /**
-     * Compares the settings of the current sub-matrix with what a sequence needs. An empty sub-matrix takes them over.
-     * Each difference prints at level 0. Result: 1 go on; 0 the sub-matrix holds something that doesn't fit.
+     * Compares the settings of the current sub-matrix with those that a sequence needs. An empty sub-matrix takes them
+     * over. Each difference prints at level 0. Result: 1 the sequence can be learned; 0 the settings differ and the sub-
+     * matrix is not empty.
      * @param matrix object
      * @param coordinateDimension a value
      * @param preProcessingType a value
      * @param allowLargeIndices a value
      * @param matrixType a value
-     * @return 1 go on; 0 the sub-matrix holds something that doesn't fit.
+     * @return 1 the sequence can be learned; 0 the settings differ and the sub-matrix is not empty.
      */
     int s_checkSettingsForUpdateMatrixWithSequence(M matrix, int coordinateDimension, int preProcessingType, int allowLargeIndices, int matrixType);
 
     /**
-     * Sets the kernel to the longest ending of a sequence that was learned and that something follows; to the root if
-     * there is none. <code>sequence</code>: <code>length</code> integers. <code>setInitialValues</code>: 1 also keeps the
-     * items as those that a reset goes back to. Null or a <code>length</code> of 0 resets the kernel. Result: the items of
-     * the kernel's original sequence, or -1 if the sequence can't be preprocessed.
+     * Sets the kernel to the longest ending of a sequence that was learned and has successors; to the root if there is
+     * none. <code>sequence</code>: <code>length</code> integers. <code>setInitialValues</code>: 1 also keeps the items as
+     * those that a reset goes back to, and in the full tier sets the kernels of the levels above, from the symbols of the
+     * sequence. Null or a <code>length</code> of 0 resets the kernel. Result: the items of the kernel's original sequence;
+     * -1 if the sequence can't be preprocessed or a level is missing.
      * @param matrix object
      * @param sequence read, length
      * @param length a value
      * @param setInitialValues a value
-     * @return the items of the kernel's original sequence, or -1 if the sequence can't be preprocessed.
+     * @return the items of the kernel's original sequence; -1 if the sequence can't be preprocessed or a level is missing.
      */
     int s_initializeKernelSequenceWithOriginalSequence(M matrix, int[] sequence, int length, int setInitialValues);
 
     /**
-     * Puts the kernel back to the root and its original items back to the initial values. <code>resetInitialValues</code>:
-     * 1 sets those to the matrix type's default item. Result: the items left in the kernel's original sequence.
+     * Resets the kernel to the root and its original items to the initial values. <code>resetInitialValues</code>: 1 first
+     * sets the initial values to the matrix type's default item. Result: the number of items of the kernel's original
+     * sequence.
      * @param matrix object
      * @param resetInitialValues a value
-     * @return the items left in the kernel's original sequence.
+     * @return the number of items of the kernel's original sequence.
      */
     int s_resetKernelSequence(M matrix, int resetInitialValues);
 
     /**
-     * The handle of the element that the kernel ends at; the matrix ID at the root.
+     * The handle of the element at which the kernel ends; the matrix ID for a kernel at the root.
      * @param matrix object
      * @return see above
      */
     int s_getKernelMatrixHandle(M matrix);
 
     /**
-     * How many items can follow the kernel.
+     * The number of items that can follow the kernel.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfSuccessorsFromKernelHandle(M matrix);
 
     /**
-     * Items of the kernel's original sequence.
+     * The number of items of the kernel's original sequence.
      * @param matrix object
      * @return see above
      */
     int s_getLengthOfKernelOriginalSequence(M matrix);
 
     /**
-     * Items of the kernel's preprocessed sequence; 0 at the root.
+     * The number of items of the kernel's preprocessed sequence; 0 at the root.
      * @param matrix object
      * @return see above
      */
     int s_getLengthOfKernelPreprocessedSequence(M matrix);
 
     /**
-     * Items that the rows of the kernel's original sequence have room for.
+     * The nominal room of the rows of the kernel's original sequence, in items; 0 after a kernel of that many items or
+     * more was stored.
      * @param matrix object
      * @return see above
      */
     int s_getLengthOfKernelInternalOriginalSequence(M matrix);
 
     /**
-     * Items that the rows of the kernel's preprocessed sequence have room for.
+     * The nominal room of the rows of the kernel's preprocessed sequence, in items.
      * @param matrix object
      * @return see above
      */
     int s_getLengthOfKernelInternalPreprocessedSequence(M matrix);
 
     /**
-     * The original items of the kernel. <code>length</code> gets the integers of the result,
-     * <code>coordinateDimension</code> the integers of one item. Result: a new flat array, item after item, to be released
-     * with <code>s_Free</code>; null if the kernel is empty.
+     * The original items of the kernel. <code>length</code> gets the number of integers of the result,
+     * <code>coordinateDimension</code> that of one item. Result: a new flat array, item after item, to be released with
+     * <code>s_Free</code>; null if the kernel is empty.
      * @param info object
      * @param length filled
      * @param coordinateDimension filled
@@ -1862,8 +1880,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     Pointer s_getKernelOriginalSequenceFlatIndexVector(I info, int[] length, int[] coordinateDimension);
 
     /**
-     * The original items that a reset of the kernel goes back to. <code>length</code> gets the integers of the result,
-     * <code>coordinateDimension</code> the integers of one item. Result: a new flat array, item after item, to be released
+     * The original items that a reset of the kernel goes back to. <code>length</code> gets the number of integers of the
+     * result, <code>coordinateDimension</code> that of one item. Result: a new flat array, item after item, to be released
      * with <code>s_Free</code>; null if the kernel is empty.
      * @param info object
      * @param length filled
@@ -1874,9 +1892,9 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     Pointer s_getKernelOriginalSequenceInitialValuesFlatIndexVector(I info, int[] length, int[] coordinateDimension);
 
     /**
-     * The preprocessed items of the kernel. <code>length</code> gets the integers of the result,
-     * <code>coordinateDimension</code> the integers of one item. Result: a new flat array, item after item, to be released
-     * with <code>s_Free</code>; null if the kernel is empty.
+     * The preprocessed items of the kernel. <code>length</code> gets the number of integers of the result,
+     * <code>coordinateDimension</code> that of one item. Result: a new flat array, item after item, to be released with
+     * <code>s_Free</code>; null if the kernel is empty.
      * @param info object
      * @param length filled
      * @param coordinateDimension filled
@@ -1887,16 +1905,16 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * The handles of the items that can follow the kernel. <code>count</code> gets their number. Result: a new array, to
-     * be released with <code>s_Free</code>; null, with <code>count</code> 0, if there is none.
+     * be released with <code>s_Free</code>; null, with <code>count</code> 0, if there are none or memory is exhausted.
      * @param matrix object
      * @param count filled
-     * @return a new array, to be released with <code>s_Free</code>; null, with <code>count</code> 0, if there is none.
-     *     (released with <code>s_Free</code>, *count)
+     * @return a new array, to be released with <code>s_Free</code>; null, with <code>count</code> 0, if there are none or
+     *     memory is exhausted. (released with <code>s_Free</code>, *count)
      */
     Pointer s_getSuccessorHandlesFromKernelHandle(M matrix, int[] count);
 
     /**
-     * The same, of those items alone that began a learned sequence.
+     * The same, but only for items that began a learned sequence.
      * @param matrix object
      * @param count filled
      * @return see above (released with <code>s_Free</code>, *count)
@@ -1904,15 +1922,17 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     Pointer s_getTrueRootSuccessorHandlesFromKernelHandle(M matrix, int[] count);
 
     /**
-     * Takes a step of the generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647.
+     * Advances the random generator that draws successors in a sub-matrix. Result: its new state, 0 to 2147483647; 0 for
+     * an ID out of range.
      * @param matrix object
      * @param matrixID a value
-     * @return its new state, 0 to 2147483647.
+     * @return its new state, 0 to 2147483647; 0 for an ID out of range.
      */
     long s_getSuccessorRandomValue(M matrix, int matrixID);
 
     /**
-     * Reads the state of the generator that draws successors in a sub-matrix, without a step.
+     * Reads the state of the generator that draws successors in a sub-matrix, without advancing it; 0 for an ID out of
+     * range.
      * @param matrix object
      * @param matrixID a value
      * @return see above
@@ -1920,8 +1940,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     long s_getActualSuccessorRandomValue(M matrix, int matrixID);
 
     /**
-     * Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. Equal state and matrix, equal
-     * continuation.
+     * Sets the state of the generator that draws successors in a sub-matrix; 31459 at first. The same state and the same
+     * matrix give the same continuation. An ID out of range is ignored.
      * @param matrix object
      * @param matrixID a value
      * @param value a value
@@ -1929,7 +1949,7 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setSuccessorRandomValue(M matrix, int matrixID, long value);
 
     /**
-     * Reads the type of that generator; kept with the sub-matrix, of no effect.
+     * Reads the type of that generator, which is stored with the sub-matrix and has no effect; 0 for an ID out of range.
      * @param matrix object
      * @param matrixID a value
      * @return see above
@@ -1937,7 +1957,8 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     int s_getSuccessorRandomType(M matrix, int matrixID);
 
     /**
-     * Sets the type of that generator, of no effect. An empty sub-matrix prints at level 0 and stores nothing.
+     * Sets the type of that generator, which has no effect. For an empty sub-matrix it prints at level 0 and stores
+     * nothing.
      * @param matrix object
      * @param matrixID a value
      * @param type a value
@@ -1945,107 +1966,109 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     void s_setSuccessorRandomType(M matrix, int matrixID, int type);
 
     /**
-     * Chooses the next original item by the successor method and moves the kernel behind it. The next call after null
-     * begins a new sequence. <code>probability</code> gets that of the chosen item, <code>stopProbability</code> a measure
-     * of a stop behind it. Result: <code>coordinateDimension</code> integers that belong to the matrix, until the next
-     * item is read; null at the end of a sequence, at a dead end or from an empty matrix.
+     * Chooses the next original item by the successor method and moves the kernel on to it. The call after a null result
+     * begins a new sequence. <code>probability</code> gets the probability of the chosen item, 0 to 1,
+     * <code>stopProbability</code> 1 if no learned item follows it, else 0. Result: <code>coordinateDimension</code>
+     * integers that belong to the matrix, valid until the next item is read; null at the end of a sequence, at a dead end
+     * or for an empty sub-matrix.
      * @param matrix object
      * @param probability filled
      * @param stopProbability filled
-     * @return <code>coordinateDimension</code> integers that belong to the matrix, until the next item is read; null at
-     *     the end of a sequence, at a dead end or from an empty matrix. (lent by the matrix, coordinateDimension)
+     * @return <code>coordinateDimension</code> integers that belong to the matrix, valid until the next item is read; null
+     *     at the end of a sequence, at a dead end or for an empty sub-matrix. (lent by the matrix, coordinateDimension)
      */
     Pointer s_readObjexFromMatrix(M matrix, double[] probability, double[] stopProbability);
 
     /**
-     * The same; <code>handle</code> gets the handle of the chosen item, or -1. <code>probability</code> gets that of the
-     * chosen item, <code>stopProbability</code> a measure of a stop behind it. Result: <code>coordinateDimension</code>
-     * integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or
-     * from an empty matrix.
+     * The same; <code>handle</code> gets the handle of the chosen item, or -1. <code>probability</code> gets the
+     * probability of the chosen item, 0 to 1, <code>stopProbability</code> 1 if no learned item follows it, else 0.
+     * Result: <code>coordinateDimension</code> integers that belong to the matrix, valid until the next item is read; null
+     * at the end of a sequence, at a dead end or for an empty sub-matrix.
      * @param matrix object
      * @param probability filled
      * @param stopProbability filled
      * @param handle filled
-     * @return <code>coordinateDimension</code> integers that belong to the matrix, until the next item is read; null at
-     *     the end of a sequence, at a dead end or from an empty matrix. (lent by the matrix, coordinateDimension)
+     * @return <code>coordinateDimension</code> integers that belong to the matrix, valid until the next item is read; null
+     *     at the end of a sequence, at a dead end or for an empty sub-matrix. (lent by the matrix, coordinateDimension)
      */
     Pointer s_readObjexAndHandleFromMatrix(M matrix, double[] probability, double[] stopProbability, int[] handle);
 
     /**
-     * Takes a given successor. <code>successorIndex</code>: 0 up to the number of successors, or -1 to let the method
-     * choose. <code>updateKernel</code>: 1 moves the kernel, 0 only looks. <code>probability</code> gets that of the
-     * chosen item, <code>stopProbability</code> a measure of a stop behind it. Result: <code>coordinateDimension</code>
-     * integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or
-     * from an empty matrix.
+     * Takes the successor with a given index. <code>successorIndex</code>: 0 to the number of successors - 1, or -1 to let
+     * the method choose. <code>updateKernel</code>: 1 moves the kernel on to the item, 0 leaves it.
+     * <code>probability</code> gets the probability of the chosen item, 0 to 1, <code>stopProbability</code> 1 if no
+     * learned item follows it, else 0. Result: <code>coordinateDimension</code> integers that belong to the matrix, valid
+     * until the next item is read; null at the end of a sequence, at a dead end or for an empty sub-matrix.
      * @param matrix object
      * @param successorIndex a value
      * @param updateKernel a value
      * @param probability filled
      * @param stopProbability filled
-     * @return <code>coordinateDimension</code> integers that belong to the matrix, until the next item is read; null at
-     *     the end of a sequence, at a dead end or from an empty matrix. (lent by the matrix, coordinateDimension)
+     * @return <code>coordinateDimension</code> integers that belong to the matrix, valid until the next item is read; null
+     *     at the end of a sequence, at a dead end or for an empty sub-matrix. (lent by the matrix, coordinateDimension)
      */
     Pointer s_readObjexFromMatrixForSuccessorIndex(M matrix, int successorIndex, int updateKernel, double[] probability, double[] stopProbability);
 
     /**
-     * The same; <code>handle</code> gets the handle of the chosen item, or -1. <code>probability</code> gets that of the
-     * chosen item, <code>stopProbability</code> a measure of a stop behind it. Result: <code>coordinateDimension</code>
-     * integers that belong to the matrix, until the next item is read; null at the end of a sequence, at a dead end or
-     * from an empty matrix.
+     * The same; <code>handle</code> gets the handle of the chosen item, or -1. <code>probability</code> gets the
+     * probability of the chosen item, 0 to 1, <code>stopProbability</code> 1 if no learned item follows it, else 0.
+     * Result: <code>coordinateDimension</code> integers that belong to the matrix, valid until the next item is read; null
+     * at the end of a sequence, at a dead end or for an empty sub-matrix.
      * @param matrix object
      * @param successorIndex a value
      * @param updateKernel a value
      * @param probability filled
      * @param stopProbability filled
      * @param handle filled
-     * @return <code>coordinateDimension</code> integers that belong to the matrix, until the next item is read; null at
-     *     the end of a sequence, at a dead end or from an empty matrix. (lent by the matrix, coordinateDimension)
+     * @return <code>coordinateDimension</code> integers that belong to the matrix, valid until the next item is read; null
+     *     at the end of a sequence, at a dead end or for an empty sub-matrix. (lent by the matrix, coordinateDimension)
      */
     Pointer s_readObjexAndHandleFromMatrixForSuccessorIndex(M matrix, int successorIndex, int updateKernel, double[] probability, double[] stopProbability, int[] handle);
 
     /**
-     * Removes, level by level, the phrases that say nothing a shorter phrase doesn't say. Handles end with it. Reports
-     * progress. Result: 1 when a last pass found nothing more; 0 for an empty sub-matrix or an error.
+     * Removes, in several passes, phrases whose last item is the only one learned after their context and after a shorter
+     * one, too. Handles become invalid. Reports progress. Result: 1 done, the last pass removed nothing; 0 for an empty
+     * sub-matrix or an error.
      * @param matrix object
-     * @return 1 when a last pass found nothing more; 0 for an empty sub-matrix or an error.
+     * @return 1 done, the last pass removed nothing; 0 for an empty sub-matrix or an error.
      */
     int s_removeOverDeterminedElements(M matrix);
 
     /**
-     * Removes all index vectors of more than <code>maximalLength</code> integers, all of them for 0 or less. Handles end
-     * with it. Reports progress. Result: the written vectors taken out; 1 for an empty sub-matrix, with a message at level
-     * 0; -1 if the matrix has no block.
+     * Removes all index vectors of more than <code>maximalLength</code> integers; with 0 or less, all index vectors.
+     * Handles become invalid. Reports progress. Result: the number of written vectors removed; 1 for an empty sub-matrix,
+     * with a message at level 0; -1 if the matrix has no block.
      * @param matrix object
      * @param maximalLength a value
-     * @return the written vectors taken out; 1 for an empty sub-matrix, with a message at level 0; -1 if the matrix has no
-     *     block.
+     * @return the number of written vectors removed; 1 for an empty sub-matrix, with a message at level 0; -1 if the
+     *     matrix has no block.
      */
     int s_removeLongElements(M matrix, int maximalLength);
 
     /**
-     * Empties a sub-matrix, elements and settings. The current ID stays. Handles of all sub-matrices but those into the
-     * emptied one stay good. Result: 1 emptied; -1, with a message at level 0, if it is the only one or out of range; or
-     * if it held elements but not one written vector: then it is the current one from then on.
+     * Removes the elements of a sub-matrix and resets its settings. The current ID stays. Handles of other sub-matrices
+     * stay valid. Result: 1 emptied; -1 with a message at level 0 if it is the only sub-matrix, if the ID is out of range,
+     * or if it has elements but no written vector, in which case it becomes the current one; -1 if memory is exhausted.
      * @param matrix object
      * @param matrixID a value
-     * @return 1 emptied; -1, with a message at level 0, if it is the only one or out of range; or if it held elements but
-     *     not one written vector: then it is the current one from then on.
+     * @return 1 emptied; -1 with a message at level 0 if it is the only sub-matrix, if the ID is out of range, or if it
+     *     has elements but no written vector, in which case it becomes the current one; -1 if memory is exhausted.
      */
     int s_clearMatrixForID(M matrix, int matrixID);
 
     /**
-     * Gives up the reserved sub-matrices above the highest occupied one. A current ID among them becomes 0. Result: 1
-     * done; -1, with a message at level 1, if there is none to give up.
+     * Removes the reserved sub-matrices above the highest occupied one. If the current one is among them, 0 becomes the
+     * current ID. Result: 1 done; -1, with a message at level 1, if there is none to remove.
      * @param matrix object
-     * @return 1 done; -1, with a message at level 1, if there is none to give up.
+     * @return 1 done; -1, with a message at level 1, if there is none to remove.
      */
     int s_removeEmptyMatrices(M matrix);
 
     /**
-     * Learns a text file of single bytes: finds or takes the sub-matrix of its language, sets it up by the basic level's
-     * block and cuts the text into sentences if that says so. <code>length</code> gets the bytes read, 0 for a file that
-     * can't be. The current ID stays. Reports progress for each sentence. Result: 0 if the file can't be opened or no sub-
-     * matrix is free, else the result of <code>s_updateMatrixWithLongANSISequence</code>.
+     * Learns a text file of single bytes: selects the sub-matrix of its language or a free one, sets it up from the basic
+     * level's block, and learns each sentence, or the text as one sequence, as the settings say. <code>length</code> gets
+     * the number of bytes read, 0 for an unreadable file. The current ID stays. Reports progress. Result: 0 if the file
+     * can't be opened or no sub-matrix is free, else the result of <code>s_updateMatrixWithLongANSISequence</code>.
      * @param matrix object
      * @param fileName text
      * @param length filled
@@ -2056,20 +2079,20 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
 
     /**
      * Learns all text files (.txt, .TXT) of a directory, in alphabetical order, or the one file that <code>path</code>
-     * names. <code>recursive</code>: 1 looks into its folders too. <code>length</code>: before the call the most bytes to
-     * take of each file, 0 for all; afterwards the bytes read of all files. Result: always 1; a file that fails is passed
-     * over.
+     * names. <code>recursive</code>: not 0 includes its folders. <code>length</code>: before the call, the largest number
+     * of bytes to read of each file, 0 for no limit; afterwards, the number of bytes read of all files. Result: always 1;
+     * files that fail are skipped.
      * @param matrix object
      * @param path text
      * @param recursive a value
      * @param length read and changed
-     * @return always 1; a file that fails is passed over.
+     * @return always 1; files that fail are skipped.
      */
     int s_updateMatrixWithANSIFiles(M matrix, String path, int recursive, int[] length);
 
     /**
      * Learns a text in the current sub-matrix, which must have matrix type 3. <code>sequence</code>: <code>length</code>
-     * characters, the bytes of Windows-1252. Larger values, up to the sub-matrix's maximal index, count as letters.
+     * characters, the bytes of Windows-1252. Larger values, up to the sub-matrix's maximal index, are treated as letters.
      * Result: 1 learned, or nothing to learn; 0 wrong matrix type or refused settings; -1, -2 as
      * <code>s_updateMatrixWithLongINTSequence</code>.
      * @param matrix object
@@ -2081,7 +2104,7 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     int s_updateMatrixWithLongANSISequence(M matrix, int[] sequence, int length);
 
     /**
-     * Guesses the language of a text file from the words "is" and "ist". Result: 1 German, 2 English, 0 undecided or the
+     * Guesses the language of a text file from its words "is" and "ist". Result: 1 German, 2 English, 0 undecided or the
      * file can't be read.
      * @param matrix object
      * @param fileName text
@@ -2090,77 +2113,77 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     int s_getLanguageIDFromAnsiFile(M matrix, String fileName);
 
     /**
-     * Writes the kernel's initial items and then <code>numberOfObjex</code> chosen ones to a file, a byte each; an ended
-     * sequence gives a line feed. Result: 1 written; 0 current ID out of range; -1 not a text; -2 empty; -3 wrong
-     * preprocessing; -4 settings that don't fit; -5 the file can't be written.
+     * Writes the kernel's initial items and then <code>numberOfObjex</code> chosen items to a file, one byte each; the end
+     * of a sequence is written as a line feed. Result: 1 written; 0 current ID out of range; -1 not a text; -2 empty; -3
+     * wrong preprocessing; -4 unsuitable settings; -5 the file can't be written.
      * @param matrix object
      * @param numberOfObjex a value
      * @param fileName text
-     * @return 1 written; 0 current ID out of range; -1 not a text; -2 empty; -3 wrong preprocessing; -4 settings that
-     *     don't fit; -5 the file can't be written.
+     * @return 1 written; 0 current ID out of range; -1 not a text; -2 empty; -3 wrong preprocessing; -4 unsuitable
+     *     settings; -5 the file can't be written.
      */
     int s_readAnsiObjexsAndWriteToAnsiFile(M matrix, int numberOfObjex, String fileName);
 
     /**
-     * Learns the tracks of a MIDI file: finds or takes the sub-matrix of each one's time signature, texture, style and
-     * sound. <code>numberOfNotes</code> gets the notes taken. Result: that of the last update; 0 if none ran or the file
-     * can't be opened.
+     * Learns the tracks of a MIDI file, each in the sub-matrix of its time signature, texture, style and sound, or in a
+     * free one. <code>numberOfNotes</code> gets the number of notes learned. Result: that of the last update; 0 if there
+     * was no update or the file can't be opened.
      * @param matrix object
      * @param fileName text
      * @param numberOfNotes filled
-     * @return that of the last update; 0 if none ran or the file can't be opened.
+     * @return that of the last update; 0 if there was no update or the file can't be opened.
      */
     int s_updateMatrixWithMIDIFile(M matrix, String fileName, int[] numberOfNotes);
 
     /**
      * Learns all MIDI files (.mid, .midi) of a directory, in alphabetical order, or the one file that <code>path</code>
-     * names. <code>recursive</code>: 1 looks into its folders too. <code>numberOfNotes</code> gets the notes taken from
-     * all files. Result: always 1; a file that fails is passed over.
+     * names. <code>recursive</code>: not 0 includes its folders. <code>numberOfNotes</code> gets the number of notes
+     * learned from all files. Result: always 1; files that fail are skipped.
      * @param matrix object
      * @param path text
      * @param recursive a value
      * @param numberOfNotes filled
-     * @return always 1; a file that fails is passed over.
+     * @return always 1; files that fail are skipped.
      */
     int s_updateMatrixWithMIDIFiles(M matrix, String path, int recursive, int[] numberOfNotes);
 
     /**
-     * Writes the kernel's initial notes and then up to <code>numberOfObjex</code> chosen ones to a MIDI file. Result: 1
-     * written; 0 current ID out of range; -1 not MIDI; -2 empty; -3 wrong preprocessing; -4 settings that don't fit; -5
-     * the file can't be written.
+     * Writes the kernel's initial notes and then up to <code>numberOfObjex</code> chosen notes to a MIDI file. Result: 1
+     * written; 0 current ID out of range; -1 not MIDI; -2 empty; -3 wrong preprocessing; -4 unsuitable settings; -5 the
+     * file can't be written.
      * @param matrix object
      * @param numberOfObjex a value
      * @param fileName text
-     * @return 1 written; 0 current ID out of range; -1 not MIDI; -2 empty; -3 wrong preprocessing; -4 settings that don't
-     *     fit; -5 the file can't be written.
+     * @return 1 written; 0 current ID out of range; -1 not MIDI; -2 empty; -3 wrong preprocessing; -4 unsuitable settings;
+     *     -5 the file can't be written.
      */
     int s_readMidiObjexsAndWriteToMidiFile(M matrix, int numberOfObjex, String fileName);
 
     /**
-     * Learns the spines of a kern file, as <code>s_updateMatrixWithMIDIFile</code> learns tracks. ID 0 is current
-     * afterwards. <code>numberOfNotes</code> gets the notes taken. Result: that of the last update; 0 if none ran or the
-     * file can't be opened.
+     * Learns the spines of a Humdrum **kern file as <code>s_updateMatrixWithMIDIFile</code> learns tracks. ID 0 is the
+     * current one afterwards. <code>numberOfNotes</code> gets the number of notes learned. Result: that of the last
+     * update; 0 if there was no update or the file can't be opened.
      * @param matrix object
      * @param fileName text
      * @param numberOfNotes filled
-     * @return that of the last update; 0 if none ran or the file can't be opened.
+     * @return that of the last update; 0 if there was no update or the file can't be opened.
      */
     int s_updateMatrixWithKERNFile(M matrix, String fileName, int[] numberOfNotes);
 
     /**
      * Learns all kern files (.krn) of a directory, in alphabetical order, or the one file that <code>path</code> names.
-     * <code>recursive</code>: 1 looks into its folders too. <code>numberOfNotes</code> gets the notes taken from all
-     * files. Result: always 1; a file that fails is passed over.
+     * <code>recursive</code>: not 0 includes its folders. <code>numberOfNotes</code> gets the number of notes learned from
+     * all files. Result: always 1; files that fail are skipped.
      * @param matrix object
      * @param path text
      * @param recursive a value
      * @param numberOfNotes filled
-     * @return always 1; a file that fails is passed over.
+     * @return always 1; files that fail are skipped.
      */
     int s_updateMatrixWithKERNFiles(M matrix, String path, int recursive, int[] numberOfNotes);
 
     /**
-     * Converts a kern file to a MIDI file; faults are told by messages alone. Result: 0 if a name is null, else 1.
+     * Converts a kern file to a MIDI file. Faults are reported only as messages. Result: 0 if a name is null, else 1.
      * @param matrix object
      * @param kernFile text
      * @param midiFile text
@@ -2169,30 +2192,32 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     int s_convertKERNFileToMIDIFile(M matrix, String kernFile, String midiFile);
 
     /**
-     * 1 if an ocron type, 3 to 7, fits the preprocessing type of the current sub-matrix, else 0.
+     * Checks whether an ocron type, 3 to 7, fits the preprocessing type of the current sub-matrix. Result: 1 if it fits,
+     * else 0.
      * @param matrix object
      * @param ocronType a value
-     * @return see above
+     * @return 1 if it fits, else 0.
      */
     int s_isValidOcronType(M matrix, int ocronType);
 
     /**
      * Sets the ten ocron and gocron settings of the current sub-matrix to the parameters of the thread
-     * (zq_setGlobalGocronParameters), if it is empty; otherwise they stay, with messages. The end symbol and the type are
-     * what the way back from ocrons and gocrons works with.
+     * (zq_setGlobalGocronParameters) if it is empty; otherwise prints messages and changes nothing. Decoding ocrons and
+     * gocrons uses the end symbol and the type of the sub-matrix.
      * @param matrix object
      */
     void s_applyGlobalGocronParametersToMatrix(M matrix);
 
     /**
-     * Learns which ocrons stand for the same number: all pairs of its forms in sub-matrix 0, those with the shorter second
-     * form in 1 too; the full tier gives the end of each first form a new symbol. A null form is passed over, with a
-     * message. <code>degenerationOcrons</code>: for each of <code>arrayLength</code> numbers its forms,
-     * <code>degenerationLevels</code> of them, each a text; a pair may have 1023 characters with <code>endOfOcron</code>,
-     * the text put behind each form. <code>lastGoodIndex</code>: not above <code>arrayLength</code>. <code>dryRun</code>:
-     * not 0 learns nothing. <code>autoSave</code>: not 0 saves "autoSave.phr" every twenty minutes. A file
-     * "matrixTerminate" ends the run, behind its first number. <code>numberFed</code> gets the numbers handled. Result: 1
-     * done; -1 a missing array, or an ocron type or index that doesn't fit.
+     * Learns which ocrons stand for the same number: pairs of its forms, each with each up to the last one as long as the
+     * first, in sub-matrix 0; pairs with a shorter second form in 1 too. The full tier gives the end of each first form a
+     * new symbol. <code>degenerationOcrons</code>: for each of <code>arrayLength</code> numbers its forms,
+     * <code>degenerationLevels</code> of them, each a text; null forms are skipped. A pair may have 1023 characters with
+     * <code>endOfOcron</code>, the text put behind each form. <code>lastGoodIndex</code>: not above
+     * <code>arrayLength</code>. <code>dryRun</code>: not 0 learns nothing. <code>autoSave</code>: not 0 saves
+     * "autoSave.phr" at the first number and every 20 minutes. A file "matrixTerminate" stops the run.
+     * <code>numberFed</code> gets the numbers handled. Result: 1 done; -1 a missing array, or an ocron type or index that
+     * doesn't fit.
      * @param matrix object
      * @param degenerationLevels read, arrayLength
      * @param arrayLength a value
@@ -2208,43 +2233,43 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     int s_feedMatrixWithDegenerationOcronData(M matrix, int[] degenerationLevels, int arrayLength, Pointer degenerationOcrons, int ocronType, String endOfOcron, int lastGoodIndex, int dryRun, int autoSave, int[] numberFed);
 
     /**
-     * As <code>s_readMidiObjexsAndWriteToMidiFile</code>, but tells how it went: <code>numberOfNotes</code>, if not null,
-     * gets the notes in the file, those of the kernel's start among them, and a file that could not be written whole is no
-     * success. Result: as there, or -6 if a write failed, of which a part may stand in the file, or -7 if memory has run
+     * As <code>s_readMidiObjexsAndWriteToMidiFile</code>, but reports more: <code>numberOfNotes</code>, if not null, gets
+     * the number of notes in the file, including the kernel's initial notes, and a file that was not written completely is
+     * a failure. Result: as there, or -6 if a write failed, which may leave a part of the file, or -7 if memory has run
      * out.
      * @param matrix object
      * @param numberOfObjex a value
      * @param fileName text
      * @param numberOfNotes filled, or null
-     * @return as there, or -6 if a write failed, of which a part may stand in the file, or -7 if memory has run out.
+     * @return as there, or -6 if a write failed, which may leave a part of the file, or -7 if memory has run out.
      */
     int zq_readMidiObjexsAndWriteToMidiFile(M matrix, int numberOfObjex, String fileName, int[] numberOfNotes);
 
     /**
-     * Reads as many items as <code>s_readObjexFromMatrix</code> called over and over, for hosts to which a call is dear.
-     * It ends where that gives null, so that the next call begins a new sequence as the next call of that would.
-     * <code>items</code>: room for <code>numberOfItems</code> times <code>coordinateDimension</code> integers.
-     * <code>probabilities</code> and <code>stopProbabilities</code>: room for <code>numberOfItems</code> values each, or
-     * null. Result: the items read, fewer than <code>numberOfItems</code> behind the end of a sequence or a dead end; 0
-     * for null or less than one item.
+     * Reads items like repeated calls of <code>s_readObjexFromMatrix</code>, for hosts for which calls are expensive. It
+     * stops where that function returns null, so that the next call begins a new sequence, as there. <code>items</code>:
+     * room for <code>numberOfItems</code> times <code>coordinateDimension</code> integers. <code>probabilities</code> and
+     * <code>stopProbabilities</code>: room for <code>numberOfItems</code> values each, or null. Result: the number of
+     * items read, less than <code>numberOfItems</code> at the end of a sequence or a dead end; 0 if <code>items</code> is
+     * null or <code>numberOfItems</code> below 1.
      * @param matrix object
      * @param numberOfItems a value
      * @param items filled, numberOfItems * coordinateDimension
      * @param probabilities filled, numberOfItems, or null
      * @param stopProbabilities filled, numberOfItems, or null
-     * @return the items read, fewer than <code>numberOfItems</code> behind the end of a sequence or a dead end; 0 for null
-     *     or less than one item.
+     * @return the number of items read, less than <code>numberOfItems</code> at the end of a sequence or a dead end; 0 if
+     *     <code>items</code> is null or <code>numberOfItems</code> below 1.
      */
     int zq_readItems(M matrix, int numberOfItems, int[] items, double[] probabilities, double[] stopProbabilities);
 
     /**
-     * What was learned behind a context, with how often each item was: the choice that reading draws from.
-     * <code>context</code>: <code>length</code> integers, preprocessed, as they are stored; <code>length</code> 0 for all
-     * single items. <code>capacity</code>: items that the arrays have room for. <code>items</code> gets
-     * <code>coordinateDimension</code> integers of each, <code>counts</code> how often it was learned there,
-     * <code>starts</code> how often of these the context began a sequence; both may be null. Result: how many there are,
-     * of which the first <code>capacity</code> are given; 0 for a context that nothing follows; -1 for one that was not
-     * learned, and if memory has run out.
+     * The items that were learned after a context, with their counts: the items among which reading chooses.
+     * <code>context</code>: <code>length</code> preprocessed integers, as stored; with <code>length</code> 0, all single
+     * items. <code>capacity</code>: the number of items for which the arrays have room. <code>items</code> gets
+     * <code>coordinateDimension</code> integers per item, <code>counts</code> how often the item was learned there,
+     * <code>starts</code> how often the context then began a sequence; each of the three may be null. Result: the number
+     * of items found, of which the first <code>capacity</code> are given; 0 for a context without successors; -1 for a
+     * context that was not learned, or if memory has run out.
      * @param matrix object
      * @param context read, length
      * @param length a value
@@ -2252,66 +2277,67 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
      * @param items filled, capacity * coordinateDimension, or null
      * @param counts filled, capacity, or null
      * @param starts filled, capacity, or null
-     * @return how many there are, of which the first <code>capacity</code> are given; 0 for a context that nothing
-     *     follows; -1 for one that was not learned, and if memory has run out.
+     * @return the number of items found, of which the first <code>capacity</code> are given; 0 for a context without
+     *     successors; -1 for a context that was not learned, or if memory has run out.
      */
     int zq_readSuccessors(M matrix, int[] context, int length, int capacity, int[] items, int[] counts, int[] starts);
 
     /**
-     * What goes on from the beginning of a learned sequence, for hosts that begin sentences as learned ones begin: a
-     * phrase is counted wherever it stands, and what follows it within a sequence is taken off. The items must have one
-     * coordinate. <code>beginning</code>: <code>length</code> items, preprocessed; with <code>length</code> 0 the first
-     * items. It must be two items shorter than the phrase limit, so that a phrase holds it with what stands before and
-     * behind it. <code>capacity</code>: items that the arrays have room for. <code>items</code> gets the items,
-     * <code>counts</code> how often each goes on so, 0 for those that do so within sequences alone. Result: how many there
-     * are; all are given if <code>capacity</code> is not less, else none can be used; -1 if the counts can't tell, as in a
-     * matrix that rules were taken from, or if memory has run out.
+     * The items that follow the beginning of learned sequences, for hosts that start sentences as learned ones start: the
+     * count of an item after the phrase anywhere, less its counts after the phrase inside a sequence. Items must have one
+     * coordinate. <code>beginning</code>: <code>length</code> preprocessed items, at least two less than the phrase limit,
+     * since phrases with one item before and one after it are needed; <code>length</code> 0 for first items.
+     * <code>capacity</code>: the number of items for which the arrays have room. <code>items</code> gets the items,
+     * <code>counts</code> how often each follows the beginning, 0 for items that follow only inside sequences. Result: the
+     * number of items found; if it is above <code>capacity</code>, the arrays are not usable; -1 if the counts don't allow
+     * it, for instance in a pruned matrix, or if memory has run out.
      * @param matrix object
      * @param beginning read, length
      * @param length a value
      * @param capacity a value
      * @param items filled, capacity
      * @param counts filled, capacity
-     * @return how many there are; all are given if <code>capacity</code> is not less, else none can be used; -1 if the
-     *     counts can't tell, as in a matrix that rules were taken from, or if memory has run out.
+     * @return the number of items found; if it is above <code>capacity</code>, the arrays are not usable; -1 if the counts
+     *     don't allow it, for instance in a pruned matrix, or if memory has run out.
      */
     int zq_readSentenceStarts(M matrix, int[] beginning, int length, int capacity, int[] items, int[] counts);
 
     /**
-     * Learns a score by the basic level's block, which has to be that of a profile of music, run after run: each goes to
-     * the sub-matrix of its meter, texture, sound and coding. In an empty matrix as many are reserved as the score needs;
-     * one that holds something has to have them (<code>s_setMaxNumberOfMatrices</code>). Nothing of a score is dropped
-     * unless the report says so. <code>fileName</code>: for the records; null for none. Result: a report for
-     * zq_deleteScoreFeedReport; null for a score that is none, or for exhausted memory.
+     * Learns a score with the settings of the basic level's block, which must be those of a music profile, run by run:
+     * each in the sub-matrix of its meter, texture, sound and coding. An empty matrix reserves the sub-matrices that the
+     * score needs; any other must have them (<code>s_setMaxNumberOfMatrices</code>). The report counts every note that is
+     * left out. <code>fileName</code>: the name stored with the sub-matrices; null for none.
+     * <code>leavesOutPercussion</code>: not 0 leaves out drums, percussion and effects. Result: a report for
+     * zq_deleteScoreFeedReport; null for an invalid score, or exhausted memory.
      * @param matrix object
      * @param score read
      * @param fileName text, or null
      * @param leavesOutPercussion a value
-     * @return a report for zq_deleteScoreFeedReport; null for a score that is none, or for exhausted memory. (released
-     *     with <code>zq_deleteScoreFeedReport</code>)
+     * @return a report for zq_deleteScoreFeedReport; null for an invalid score, or exhausted memory. (released with
+     *     <code>zq_deleteScoreFeedReport</code>)
      */
     zq_ScoreFeedReport zq_updateMatrixWithScore(M matrix, zq_Score score, String fileName, int leavesOutPercussion);
 
     /**
-     * The median of the tempi of the scores that the current sub-matrix has learned, in quarter notes a minute. They stand
-     * with the names of the files, so that they are saved. Result: 0 if none is known.
+     * The median tempo of the scores that the current sub-matrix has learned, in quarter notes per minute. Tempi are
+     * stored with the names of the files, and so are saved. Result: the tempo, 0 if none is known.
      * @param matrix object
-     * @return 0 if none is known.
+     * @return the tempo, 0 if none is known.
      */
     double zq_getLearnedTempo(M matrix);
 
     /**
-     * How the music that the matrix holds was read. Result: 0 no music, 1 by the classic readers, 2 as scores, 3 both.
+     * How the music of the matrix was read. Result: 0 no music; 1 by the classic readers; 2 as scores; 3 both.
      * @param matrix object
-     * @return 0 no music, 1 by the classic readers, 2 as scores, 3 both.
+     * @return 0 no music; 1 by the classic readers; 2 as scores; 3 both.
      */
     int zq_getLearnedReadings(M matrix);
 
     /**
-     * Composes as <code>s_readMidiObjexsAndWriteToMidiFile</code> does, but gives the music as a score, in the meter of
-     * the current sub-matrix and with a part for each sound. <code>quartersPerMinute</code>: its tempo; 0 or less for the
-     * one of <code>zq_getLearnedTempo</code>, or 120 where none is known. <code>result</code>, if not null, gets 1, a
-     * negative result of that function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null.
+     * Composes as <code>s_readMidiObjexsAndWriteToMidiFile</code> does, but returns the music as a score, in the meter of
+     * the current sub-matrix and with a part for each sound. <code>quartersPerMinute</code>: the tempo; 0 or less for that
+     * of <code>zq_getLearnedTempo</code>, or 120 if none is known. <code>result</code>, if not null, gets 1, a negative
+     * result of that function, or -7 if memory has run out. Result: a new score for zq_deleteScore, or null.
      * @param matrix object
      * @param numberOfObjex a value
      * @param quartersPerMinute a value
@@ -2321,19 +2347,19 @@ public interface LearningTier<M, I, E> extends StoringTier<M, I, E> {
     zq_Score zq_createGeneratedScore(M matrix, int numberOfObjex, double quartersPerMinute, int[] result);
 
     /**
-     * Does for a text in memory what <code>s_updateMatrixWithANSIFile</code> does for a file before it learns: tells the
-     * language, finds or takes the sub-matrix of that language, sets it up by the basic level's block, and enters
-     * <code>name</code>. So a host that decodes files itself has texts learned as characters: it goes on with
-     * <code>s_updateMatrixWithLongANSISequence</code>, or with <code>zq_updateMatrixWithWordsOfLongANSISequence</code>.
-     * <code>characters</code>: <code>length</code> integers, the bytes of Windows-1252 as far as it has a character, since
-     * the rules for sentences go by it, and for others the code point. Beyond 500000 <code>s_setMaximalMatrixIndex</code>
-     * has to allow for them. <code>name</code>: of the text, for the record; null for none. Result: the ID of the sub-
-     * matrix, which is the current one now; -1, with a message, if no sub-matrix is free.
+     * Prepares the matrix for learning a text in memory, as <code>s_updateMatrixWithANSIFile</code> does for a file:
+     * detects the language, selects the sub-matrix of that language or a free one, sets it up from the basic level's
+     * block, and stores <code>name</code>. A host that decodes files itself then calls
+     * <code>s_updateMatrixWithLongANSISequence</code> or <code>zq_updateMatrixWithWordsOfLongANSISequence</code>.
+     * <code>characters</code>: <code>length</code> integers; characters of Windows-1252 as its bytes, which the rules for
+     * sentences expect, others as code points. For code points above 500000, <code>s_setMaximalMatrixIndex</code> must
+     * allow them. <code>name</code>: the name of the text, stored with the sub-matrix; null for none. Result: the ID of
+     * the sub-matrix, which becomes the current one; -1, with a message, if no sub-matrix is free.
      * @param matrix object
      * @param characters read, length
      * @param length a value
      * @param name text, or null
-     * @return the ID of the sub-matrix, which is the current one now; -1, with a message, if no sub-matrix is free.
+     * @return the ID of the sub-matrix, which becomes the current one; -1, with a message, if no sub-matrix is free.
      */
     int zq_prepareMatrixForText(M matrix, int[] characters, int length, String name);
 }

@@ -1054,7 +1054,7 @@ public final class Medium implements LearningTier<ZQMatrixMedium, ZQMatrixMedium
     public native Pointer s_readObjexAndHandleFromMatrixForSuccessorIndex(ZQMatrixMedium matrix, int successorIndex, int updateKernel, double[] probability, double[] stopProbability, int[] handle);
 
     /**
-     * Prints an item at level 0, in the manner of the matrix type and without a line end. <code>objex</code>:
+     * Prints an item at level 0, in the form of the matrix type and without a line end. <code>objex</code>:
      * <code>coordinateDimension</code> integers; null prints a line end.
      * @param matrix object
      * @param objex read, coordinateDimension
@@ -1097,12 +1097,12 @@ public final class Medium implements LearningTier<ZQMatrixMedium, ZQMatrixMedium
     /**
      * Learns notes in the current sub-matrix, which must have matrix type 1, 4 or 5. <code>sequence</code>:
      * <code>numberOfItems</code> times two, three or four integers: note number, start, duration, sound; times in quanta,
-     * 3072 to the quarter. Result: 1 learned; 0 settings that don't fit; -1, -2 as
+     * 3072 to the quarter. Result: 1 learned; 0 unsuitable settings; -1, -2 as
      * <code>s_updateMatrixWithLongINTSequence</code>.
      * @param matrix object
      * @param sequence read, numberOfItems * coordinateDimension
      * @param numberOfItems a value
-     * @return 1 learned; 0 settings that don't fit; -1, -2 as <code>s_updateMatrixWithLongINTSequence</code>.
+     * @return 1 learned; 0 unsuitable settings; -1, -2 as <code>s_updateMatrixWithLongINTSequence</code>.
      */
     public native int s_updateMatrixWithLongMIDISequence(ZQMatrixMedium matrix, int[] sequence, int numberOfItems);
 

@@ -28,8 +28,8 @@ public interface StoringTier<M, I, E> {
 
     /**
      * Sets the level of messages for the calling thread: messages of a higher level are dropped. <code>level</code>: -1
-     * (none at all) to 9, a value outside becomes the nearest. With device 2 or 3 and a level from 0 up it opens the debug
-     * file for appending, if it isn't open. Result: 1 if the debug file is open, else 0.
+     * (no messages) to 9; other values are clamped to this range. With device 2 or 3 and a level of 0 or more, opens the
+     * debug file for appending if it isn't open. Result: 1 if the debug file is open, else 0.
      * @param matrix object
      * @param level a value
      * @return 1 if the debug file is open, else 0.
@@ -43,24 +43,25 @@ public interface StoringTier<M, I, E> {
     void s_setMatrixDebugOff(M matrix);
 
     /**
-     * Says where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative
-     * value becomes 0, one of 4 or more 2. Devices 2 and 3 are silent altogether while no debug file is open.
+     * Sets where messages go, for the calling thread: 0 nowhere, 1 standard output, 2 the debug file, 3 both. A negative
+     * value becomes 0, a value of 4 or more becomes 2. Devices 2 and 3 print nothing, not even on standard output, while
+     * no debug file is open.
      * @param matrix object
      * @param device a value
      */
     void s_setMatrixDebugOutputDevice(M matrix, int device);
 
     /**
-     * Where this matrix last sent messages: 0 nowhere, 1 standard output, 2 the debug file, 3 both.
+     * The device that was last set through this matrix: 0 nowhere, 1 standard output, 2 the debug file, 3 both.
      * @param matrix object
      * @return see above
      */
     int s_getMatrixDebugOutputDevice(M matrix);
 
     /**
-     * Sets the folder of the debug file: the path is put in front of "matrixDebug.txt" as it stands, so it ends in a
-     * separator. An empty path, one above 247 characters or a folder that can't be written to becomes "./", the last with
-     * a message. Null changes nothing.
+     * Sets the folder of the debug file. "matrixDebug.txt" is appended to the path as it is, so the path must end with a
+     * separator. An empty path, a path of more than 247 characters or a folder that can't be written to becomes "./", the
+     * last with a message. Null changes nothing.
      * @param matrix object
      * @param path text
      */
@@ -74,21 +75,21 @@ public interface StoringTier<M, I, E> {
     Pointer s_getMatrixDebugDirectory(M matrix);
 
     /**
-     * The sub-matrix that all operations work on: 0 up to, not including, <code>s_getMaxNumberOfMatrices</code>.
+     * The ID of the current sub-matrix, on which all operations work: 0 to <code>s_getMaxNumberOfMatrices</code> - 1.
      * @param matrix object
      * @return see above
      */
     int s_getCurrentMatrixID(M matrix);
 
     /**
-     * Makes another sub-matrix current. An ID below 0 or not below <code>s_getMaxNumberOfMatrices</code> is ignored.
+     * Makes a sub-matrix the current one. An ID outside 0 to <code>s_getMaxNumberOfMatrices</code> - 1 is ignored.
      * @param matrix object
      * @param matrixID a value
      */
     void s_setCurrentMatrixID(M matrix, int matrixID);
 
     /**
-     * Sub-matrices in use; a new matrix says 1.
+     * The number of sub-matrices in use; 1 in a new matrix.
      * @param matrix object
      * @return see above
      */
@@ -103,16 +104,16 @@ public interface StoringTier<M, I, E> {
     void s_setNumberOfMatrices(M matrix, int numberOfMatrices);
 
     /**
-     * Sub-matrices reserved; a new matrix has 4.
+     * The number of sub-matrices reserved; 4 in a new matrix.
      * @param matrix object
      * @return see above
      */
     int s_getMaxNumberOfMatrices(M matrix);
 
     /**
-     * Reserves more sub-matrices, at most 65536 and as many as the block has slots; another value changes nothing. The
-     * sub-matrices in use must be empty: else it prints at level 0 and reserves none. It looks at those below
-     * <code>s_getNumberOfMatrices</code> alone, and the last of them is the current one afterwards, in either case.
+     * Reserves more sub-matrices: at most 65536, and not more than the block has slots. Any other value reserves none. The
+     * sub-matrices in use must be empty, else the call prints at level 0 and reserves none. Only those below
+     * <code>s_getNumberOfMatrices</code> are checked; the last one checked is the current one afterwards.
      * @param matrix object
      * @param maxNumberOfMatrices a value
      */
@@ -126,37 +127,38 @@ public interface StoringTier<M, I, E> {
     int s_getHighestOccupiedMatrixID(M matrix);
 
     /**
-     * The record of the current sub-matrix, for the functions that take one. It belongs to the matrix and lives as long.
+     * The record of the current sub-matrix, for the functions that take one. It belongs to the matrix.
      * @param matrix object
      * @return see above (lent by the matrix)
      */
     I s_getMatrixInfo(M matrix);
 
     /**
-     * Slots of the element block, used and free, of all sub-matrices together; a new matrix has 64000.
+     * The slots of the element block, used and free, which all sub-matrices share; 64000 in a new matrix.
      * @param matrix object
      * @return see above
      */
     int s_getMatrixBlockSize(M matrix);
 
     /**
-     * Sets the slots of the element block, for a matrix that is still empty and will grow large. <code>size</code>: 1 or
-     * more, in slots; a smaller block loses what lay above it. If memory is exhausted it prints at level 0, and the matrix
-     * can only be deleted.
+     * Sets the size of the element block, for a matrix that is still empty and will grow large. <code>size</code>: in
+     * slots, at most 134217728; a larger one prints at level 0, one below the number of reserved sub-matrices resizes
+     * nothing. Elements above the end of a smaller block are lost. If memory is exhausted the call prints at level 0, and
+     * the matrix can only be deleted.
      * @param matrix object
      * @param size a value
      */
     void s_setInitialMatrixBlocksize(M matrix, int size);
 
     /**
-     * The highest slot of the block that was ever in use; the bound of handles.
+     * The highest slot of the block that was ever in use. No handle is larger.
      * @param matrix object
      * @return see above
      */
     int s_getMatrixStackPointer(M matrix);
 
     /**
-     * The depth of the current sub-matrix: the length in integers of its longest index vector so far.
+     * The depth of the current sub-matrix: the length in integers of the longest index vector written so far.
      * @param matrix object
      * @return see above
      */
@@ -170,7 +172,7 @@ public interface StoringTier<M, I, E> {
     int s_getCurrentMaxDimension(M matrix);
 
     /**
-     * The entries that the arrays per dimension have room for; they grow with the depth.
+     * The number of entries that the arrays per dimension have room for; it grows with the depth.
      * @param matrix object
      * @return see above
      */
@@ -178,27 +180,27 @@ public interface StoringTier<M, I, E> {
 
     /**
      * The smallest coordinate seen in each dimension of the current sub-matrix. <code>numberOfDimensions</code> gets the
-     * entries in use, the depth. A dimension without coordinates has the maximal index + 1. Result: an array that belongs
-     * to the matrix, until the next write.
+     * number of entries, which is the depth. A dimension without coordinates has the maximal index + 1. Result: an array
+     * that belongs to the matrix, valid until the next write.
      * @param matrix object
      * @param numberOfDimensions filled
-     * @return an array that belongs to the matrix, until the next write. (lent by the matrix, *numberOfDimensions)
+     * @return an array that belongs to the matrix, valid until the next write. (lent by the matrix, *numberOfDimensions)
      */
     Pointer s_getMinimalIndicesInDimension(M matrix, int[] numberOfDimensions);
 
     /**
      * The largest coordinate seen in each dimension of the current sub-matrix. <code>numberOfDimensions</code> gets the
-     * entries in use, the depth. A dimension without coordinates has -(the maximal index + 1). Result: an array that
-     * belongs to the matrix, until the next write.
+     * number of entries, which is the depth. A dimension without coordinates has -(the maximal index + 1). Result: an
+     * array that belongs to the matrix, valid until the next write.
      * @param matrix object
      * @param numberOfDimensions filled
-     * @return an array that belongs to the matrix, until the next write. (lent by the matrix, *numberOfDimensions)
+     * @return an array that belongs to the matrix, valid until the next write. (lent by the matrix, *numberOfDimensions)
      */
     Pointer s_getMaximalIndicesInDimension(M matrix, int[] numberOfDimensions);
 
     /**
-     * The signed byte width of each coordinate in the stored update sequence: -4, or 1, 2, 4, 8 and their negatives.
-     * Result: <code>coordinateDimension</code> entries that belong to the matrix.
+     * The width in bytes of each coordinate in the stored update sequence, negative for signed values: 1, 2, 4, 8 or a
+     * negative of these; -4 at first. Result: <code>coordinateDimension</code> entries that belong to the matrix.
      * @param matrix object
      * @return <code>coordinateDimension</code> entries that belong to the matrix. (lent by the matrix,
      *     coordinateDimension)
@@ -206,120 +208,123 @@ public interface StoringTier<M, I, E> {
     Pointer s_getSizeOfCoordinateDimensions(M matrix);
 
     /**
-     * The largest magnitude that a coordinate may have; a new sub-matrix allows 500000.
+     * The largest magnitude that a coordinate may have; 500000 in a new sub-matrix.
      * @param matrix object
      * @return see above
      */
     int s_getMaximalMatrixIndex(M matrix);
 
     /**
-     * Sets the largest magnitude that a coordinate may have. On a sub-matrix that is not empty it must be above what is
-     * there, else a message at level 0 and no change. Forgets the smallest and largest coordinates seen.
+     * Sets the largest magnitude that a coordinate may have. In a sub-matrix that is not empty it must exceed all
+     * magnitudes stored, in a deep one by up to the depth, else the call prints at level 0 and changes nothing. Resets the
+     * smallest and largest coordinates seen.
      * @param matrix object
      * @param maximalMatrixIndex a value
      */
     void s_setMaximalMatrixIndex(M matrix, int maximalMatrixIndex);
 
     /**
-     * Elements in the block, written ones and those on the way to them.
+     * The number of elements: those of written index vectors and those of the paths to them.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfMatrixElements(M matrix);
 
     /**
-     * Index vectors that were written: elements with a write count of 1 or more.
+     * The number of written index vectors: elements with a write count of 1 or more.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfWriteElements(M matrix);
 
     /**
-     * The sum of the write counts of all index vectors. Deletes that take away several elements at once let it drift
-     * upward; a self-test sets it right.
+     * The sum of the write counts of all index vectors. It gets too high when a delete removes several elements at once; a
+     * self-test corrects it.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfWriteCounts(M matrix);
 
     /**
-     * Successful writes so far.
+     * The number of successful writes so far.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfMatrixWriteEvents(M matrix);
 
     /**
-     * Deletes so far.
+     * The number of deletes so far.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfMatrixDeleteEvents(M matrix);
 
     /**
-     * Elements without children. Deletes of all that is below a root and cuts of long vectors let it drift by a few; from
-     * the medium tier up a self-test sets it right.
+     * The number of elements without children. It gets wrong by a few when all elements below a root are deleted or long
+     * vectors are removed; in the medium and full tier a self-test corrects it.
      * @param matrix object
      * @return see above
      */
     int s_getNumberOfEndElements(M matrix);
 
     /**
-     * Writes an index vector: makes its path, counts one write of it and stores <code>value</code> in place of the value
-     * before. <code>indexVector</code>: <code>length</code> integers from the root down, each of a magnitude up to the
-     * maximal index. <code>length</code>: up to <code>maxDimOfMatrix</code>; below 1 it is the root that is written.
-     * Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix. A failed write may
-     * leave unwritten path elements.
+     * Writes an index vector: creates its path, counts one write and replaces its value by <code>value</code>.
+     * <code>indexVector</code>: <code>length</code> integers from the root down, each of a magnitude up to the maximal
+     * index. <code>length</code>: up to <code>maxDimOfMatrix</code>; below 1 the root is written. Result: 1 written; 0
+     * refused or failed, with a message at level 0 unless the sub-matrix is read-only. A failed write may leave path
+     * elements that are not written.
      * @param matrix object
      * @param indexVector read, length
      * @param length a value
      * @param value a value
-     * @return 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix. A failed write may
-     *     leave unwritten path elements.
+     * @return 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only. A failed write
+     *     may leave path elements that are not written.
      */
     int s_writeMatrixElement(M matrix, int[] indexVector, int length, long value);
 
     /**
      * The same for a vector of <code>length</code> 32-bit items of any value, each split into two coordinates. The
-     * coordinate dimension must be 2. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-
-     * only sub-matrix.
+     * coordinate dimension must be 2. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-
+     * matrix is read-only.
      * @param matrix object
      * @param items read, length
      * @param length a value
      * @param value a value
-     * @return 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix.
+     * @return 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only.
      */
     int s_writeMatrixElement32(M matrix, int[] items, int length, long value);
 
     /**
      * The same for a vector of <code>length</code> 64-bit items of any value, each split into four coordinates. The
-     * coordinate dimension must be 4. Result: 1 written; 0 refused or failed, with a message at level 0 but for a read-
-     * only sub-matrix.
+     * coordinate dimension must be 4. Result: 1 written; 0 refused or failed, with a message at level 0 unless the sub-
+     * matrix is read-only.
      * @param matrix object
      * @param items read, length
      * @param length a value
      * @param value a value
-     * @return 1 written; 0 refused or failed, with a message at level 0 but for a read-only sub-matrix.
+     * @return 1 written; 0 refused or failed, with a message at level 0 unless the sub-matrix is read-only.
      */
     int s_writeMatrixElement64(M matrix, long[] items, int length, long value);
 
     /**
-     * Looks an index vector up in the current sub-matrix. <code>indexVector</code>: <code>length</code> integers from the
-     * root down. Result: 3 there and without children; 2 there, with children and written; 1 a path element that was not
-     * written itself; 0 this coordinate is missing in its field; -1 the path ends earlier. -2 <code>length</code> below 1
-     * or not below <code>maxDimOfMatrix</code>, or a position outside the block; -3, -5 a broken link.
+     * Looks up an index vector in the current sub-matrix. <code>indexVector</code>: <code>length</code> integers from the
+     * root down. Result: 3 found, without children; 2 found, written and with children; 1 a path element that was not
+     * written itself; 0 a coordinate is missing and its slot is free; -1 the path ends earlier, or the slot holds another
+     * field's element. -2 <code>indexVector</code> null, <code>length</code> below 1 or not below
+     * <code>maxDimOfMatrix</code>, or a position outside the block; -3, -5 a broken link.
      * @param matrix object
      * @param indexVector read, length
      * @param length a value
-     * @return 3 there and without children; 2 there, with children and written; 1 a path element that was not written
-     *     itself; 0 this coordinate is missing in its field; -1 the path ends earlier. -2 <code>length</code> below 1 or
-     *     not below <code>maxDimOfMatrix</code>, or a position outside the block; -3, -5 a broken link.
+     * @return 3 found, without children; 2 found, written and with children; 1 a path element that was not written itself;
+     *     0 a coordinate is missing and its slot is free; -1 the path ends earlier, or the slot holds another field's
+     *     element. -2 <code>indexVector</code> null, <code>length</code> below 1 or not below <code>maxDimOfMatrix</code>,
+     *     or a position outside the block; -3, -5 a broken link.
      */
     int s_existMatrixData(M matrix, int[] indexVector, int length);
 
     /**
-     * The same for a vector of <code>length</code> 32-bit items. The coordinate dimension must be 2, else -1 with a
-     * message at level 0.
+     * The same for a vector of <code>length</code> 32-bit items. The coordinate dimension must be 2, else the result is -1
+     * with a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -328,8 +333,8 @@ public interface StoringTier<M, I, E> {
     int s_existMatrixData32(M matrix, int[] items, int length);
 
     /**
-     * The same for a vector of <code>length</code> 64-bit items. The coordinate dimension must be 4, else 0 with a message
-     * at level 0.
+     * The same for a vector of <code>length</code> 64-bit items. The coordinate dimension must be 4, else the result is 0
+     * with a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -349,8 +354,8 @@ public interface StoringTier<M, I, E> {
     long s_readMatrixElement(M matrix, int[] indexVector, int length, int[] existCode);
 
     /**
-     * The same for a vector of <code>length</code> 32-bit items. The coordinate dimension must be 2, else 0 with a message
-     * at level 0, and <code>existCode</code> stays as it was.
+     * The same for a vector of <code>length</code> 32-bit items. The coordinate dimension must be 2, else the result is 0
+     * with a message at level 0, and <code>existCode</code> is unchanged.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -360,8 +365,8 @@ public interface StoringTier<M, I, E> {
     long s_readMatrixElement32(M matrix, int[] items, int length, int[] existCode);
 
     /**
-     * The same for a vector of <code>length</code> 64-bit items. The coordinate dimension must be 4, else 0 with a message
-     * at level 0, and <code>existCode</code> stays as it was.
+     * The same for a vector of <code>length</code> 64-bit items. The coordinate dimension must be 4, else the result is 0
+     * with a message at level 0, and <code>existCode</code> is unchanged.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -371,25 +376,25 @@ public interface StoringTier<M, I, E> {
     long s_readMatrixElement64(M matrix, long[] items, int length, int[] existCode);
 
     /**
-     * Deletes an index vector with all its writes, and what of its path serves nothing else. Handles end with it.
-     * <code>indexVector</code>: <code>length</code> integers from the root down. One with children loses its writes and
-     * stays as a path, or, with <code>keepInnerElements</code> other than 0, stays as it is. Result: 1 deleted, or kept
-     * because of <code>keepInnerElements</code>; 0 only a path element, nothing changed; -1 the coordinate is missing in
-     * its field; -2 null, <code>length</code> 0 or the path ends earlier. -3 <code>length</code> out of range; -4, -6 a
-     * broken link. A read-only sub-matrix deletes too.
+     * Deletes an index vector with its counts, and the elements of its path that no other vector needs. Handles become
+     * invalid. A read-only sub-matrix deletes too. <code>indexVector</code>: <code>length</code> integers from the root
+     * down. A vector with children loses its counts and remains as a path; if <code>keepInnerElements</code> is not 0, it
+     * is left unchanged. Result: 1 deleted, or left because of <code>keepInnerElements</code>; 0 only a path element,
+     * nothing changed; -1 a coordinate is missing and its slot is free; -2 null, <code>length</code> 0, the path ends
+     * earlier, or the slot holds another field's element; -3 <code>length</code> out of range; -4, -6 a broken link.
      * @param matrix object
      * @param indexVector read, length
      * @param length a value
      * @param keepInnerElements a value
-     * @return 1 deleted, or kept because of <code>keepInnerElements</code>; 0 only a path element, nothing changed; -1 the
-     *     coordinate is missing in its field; -2 null, <code>length</code> 0 or the path ends earlier. -3
-     *     <code>length</code> out of range; -4, -6 a broken link. A read-only sub-matrix deletes too.
+     * @return 1 deleted, or left because of <code>keepInnerElements</code>; 0 only a path element, nothing changed; -1 a
+     *     coordinate is missing and its slot is free; -2 null, <code>length</code> 0, the path ends earlier, or the slot
+     *     holds another field's element; -3 <code>length</code> out of range; -4, -6 a broken link.
      */
     int s_deleteMatrixElement(M matrix, int[] indexVector, int length, int keepInnerElements);
 
     /**
-     * The same for a vector of <code>length</code> 32-bit items, null included. The coordinate dimension must be 2, else 0
-     * with a message at level 0.
+     * The same for a vector of <code>length</code> 32-bit items, also for null. The coordinate dimension must be 2, else
+     * the result is 0 with a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -399,8 +404,8 @@ public interface StoringTier<M, I, E> {
     int s_deleteMatrixElement32(M matrix, int[] items, int length, int keepInnerElements);
 
     /**
-     * The same for a vector of <code>length</code> 64-bit items, null included. The coordinate dimension must be 4, else 0
-     * with a message at level 0.
+     * The same for a vector of <code>length</code> 64-bit items, also for null. The coordinate dimension must be 4, else
+     * the result is 0 with a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -411,16 +416,17 @@ public interface StoringTier<M, I, E> {
 
     /**
      * The handle of an index vector. <code>indexVector</code>: <code>length</code> integers from the root down. Result:
-     * the handle, or -1 if the vector is not there or is a path element that was not written itself.
+     * the handle, or -1 if the vector does not exist or is a path element that was not written itself.
      * @param matrix object
      * @param indexVector read, length
      * @param length a value
-     * @return the handle, or -1 if the vector is not there or is a path element that was not written itself.
+     * @return the handle, or -1 if the vector does not exist or is a path element that was not written itself.
      */
     int s_getMatrixHandleFromElementVector(M matrix, int[] indexVector, int length);
 
     /**
-     * The same for a vector of <code>length</code> 32-bit items, split into two coordinates each.
+     * The same for a vector of <code>length</code> 32-bit items, each split into two coordinates. The coordinate dimension
+     * must be 2, else the result is -1 with a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -429,7 +435,8 @@ public interface StoringTier<M, I, E> {
     int s_getMatrixHandleFromElementVector32(M matrix, int[] items, int length);
 
     /**
-     * The same for a vector of <code>length</code> 64-bit items, split into four coordinates each.
+     * The same for a vector of <code>length</code> 64-bit items, each split into four coordinates. The coordinate
+     * dimension must be 4, else the result is -1 with a message at level 0.
      * @param matrix object
      * @param items read, length
      * @param length a value
@@ -439,23 +446,24 @@ public interface StoringTier<M, I, E> {
 
     /**
      * The length in integers of the index vector that ends at a handle. Result: the length; 0 for the root or a free slot;
-     * -1 for a handle out of range, of another sub-matrix, or deeper than 4096, or an empty sub-matrix.
+     * -1 for an empty sub-matrix, or a handle that is out of range, of another sub-matrix, or deeper than 4096.
      * @param matrix object
      * @param handle a value
-     * @return the length; 0 for the root or a free slot; -1 for a handle out of range, of another sub-matrix, or deeper
-     *     than 4096, or an empty sub-matrix.
+     * @return the length; 0 for the root or a free slot; -1 for an empty sub-matrix, or a handle that is out of range, of
+     *     another sub-matrix, or deeper than 4096.
      */
     int s_getLengthOfIndexVectorFromMatrixHandle(M matrix, int handle);
 
     /**
-     * The index vector that ends at a handle, from the root down. <code>length</code> gets its integers. Result: a new
-     * array, to be released with <code>s_Free</code>; null, with <code>length</code> 0, if the handle is out of range, of
-     * another sub-matrix or free, or was not written itself.
+     * The index vector that ends at a handle, from the root down. <code>length</code> gets the number of its integers.
+     * Result: a new array, to be released with <code>s_Free</code>; null, with <code>length</code> 0, if the handle is out
+     * of range, of another sub-matrix, or of a free slot or an element that was not written itself.
      * @param matrix object
      * @param handle a value
      * @param length filled
      * @return a new array, to be released with <code>s_Free</code>; null, with <code>length</code> 0, if the handle is out
-     *     of range, of another sub-matrix or free, or was not written itself. (released with <code>s_Free</code>, *length)
+     *     of range, of another sub-matrix, or of a free slot or an element that was not written itself. (released with
+     *     <code>s_Free</code>, *length)
      */
     Pointer s_getIndexVectorFromMatrixHandle(M matrix, int handle, int[] length);
 
@@ -471,24 +479,24 @@ public interface StoringTier<M, I, E> {
 
     /**
      * The element of an index vector. <code>handle</code> gets its handle, or -1. Result: the element, which belongs to
-     * the matrix, until the next write or delete; null if the vector is not there or is a path element that was not
-     * written itself.
+     * the matrix and is valid until the next write or delete; null if the vector does not exist or is a path element that
+     * was not written itself.
      * @param matrix object
      * @param indexVector read, length
      * @param length a value
      * @param handle filled
-     * @return the element, which belongs to the matrix, until the next write or delete; null if the vector is not there or
-     *     is a path element that was not written itself. (lent by the matrix)
+     * @return the element, which belongs to the matrix and is valid until the next write or delete; null if the vector
+     *     does not exist or is a path element that was not written itself. (lent by the matrix)
      */
     E s_getMatrixElementFromElementVector(M matrix, int[] indexVector, int length, int[] handle);
 
     /**
      * The element at a handle. A handle above <code>s_getMatrixStackPointer</code> prints at level 0. Result: the element,
-     * which belongs to the matrix, until the next write or delete; null for a negative handle or a free slot.
+     * which belongs to the matrix and is valid until the next write or delete; null for a negative handle or a free slot.
      * @param matrix object
      * @param handle a value
-     * @return the element, which belongs to the matrix, until the next write or delete; null for a negative handle or a
-     *     free slot. (lent by the matrix)
+     * @return the element, which belongs to the matrix and is valid until the next write or delete; null for a negative
+     *     handle or a free slot. (lent by the matrix)
      */
     E s_getMatrixElementFromMatrixHandle(M matrix, int handle);
 
@@ -507,43 +515,45 @@ public interface StoringTier<M, I, E> {
     long s_getValueFromElement(E element);
 
     /**
-     * Runs a self-test on the current sub-matrix: <code>which</code> 1 the scan of the block, 2 the walk from the root. A
-     * result below 1 is told at level 0; -2 any other <code>which</code>. <code>numberOfWriteElements</code> and
-     * <code>numberOfEndElements</code> get the written vectors and the childless ones as found. <code>trim</code>: 1 cuts
-     * the block behind what is in use; for a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, told at
-     * level 0; -1 empty.
+     * Runs a self-test on the current sub-matrix. <code>which</code>: 1 the scan of the block, 2 the walk from the root. A
+     * result below 1 prints at level 0. <code>numberOfWriteElements</code> and <code>numberOfEndElements</code> get the
+     * number of written vectors and of elements without children, as found. <code>trim</code>: 1 shrinks the block to the
+     * slots in use and spare ones; for a matrix with one occupied sub-matrix. Result: 1 sound; 0 a fault, with a message
+     * at level 0, or memory is exhausted; -1 empty; -2 any other <code>which</code>.
      * @param matrix object
      * @param which a value
      * @param numberOfWriteElements filled
      * @param numberOfEndElements filled
      * @param trim a value
-     * @return 1 sound; 0 a fault, told at level 0; -1 empty.
+     * @return 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty; -2 any other
+     *     <code>which</code>.
      */
     int s_perform1stMemoryTest(M matrix, int which, int[] numberOfWriteElements, int[] numberOfEndElements, int trim);
 
     /**
-     * Scans the block of the current sub-matrix, follows each written element to its root, and compares the counters; from
-     * the medium tier up it recounts the rules. It repairs no link. <code>numberOfWriteElements</code> and
-     * <code>numberOfEndElements</code> get the written vectors and the childless ones as found. <code>trim</code>: 1 cuts
-     * the block to 1.618 times what is in use, for a matrix with one occupied sub-matrix; handles stay good. Result: 1
-     * sound; 0 a fault, told at level 0; -1 empty.
+     * Scans the block for the current sub-matrix, follows each written element to its root, and compares the counters; in
+     * the medium and full tier it recounts the rules. It repairs no link. <code>numberOfWriteElements</code> and
+     * <code>numberOfEndElements</code> get the number of written vectors and of elements without children, as found.
+     * <code>trim</code>: 1 shrinks the block to 1.618 times the slots in use, for a matrix with one occupied sub-matrix;
+     * handles stay valid. Result: 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty.
      * @param matrix object
      * @param numberOfWriteElements filled
      * @param numberOfEndElements filled
      * @param trim a value
-     * @return 1 sound; 0 a fault, told at level 0; -1 empty.
+     * @return 1 sound; 0 a fault, with a message at level 0, or memory is exhausted; -1 empty.
      */
     int s_performMatrixLinearTest(M matrix, int[] numberOfWriteElements, int[] numberOfEndElements, int trim);
 
     /**
-     * The free text kept with the matrix. It belongs to the matrix.
+     * The description of the matrix, a free text. It belongs to the matrix.
      * @param matrix object
      * @return see above (lent by the matrix, text)
      */
     Pointer s_getMatrixDescription(M matrix);
 
     /**
-     * Sets the free text kept with the matrix, at most 503 characters; a longer one is cut. Each file feed sets it too.
+     * Sets the description of the matrix. At most 503 characters are kept; null changes nothing. Each file feed sets it,
+     * too.
      * @param matrix object
      * @param description text
      */
@@ -557,106 +567,107 @@ public interface StoringTier<M, I, E> {
     Pointer s_getMatrixOriginFilename(M matrix);
 
     /**
-     * Sets the name of the file that the matrix was read from, at most 255 characters; a longer one is cut.
+     * Sets the name of the file that the matrix was read from. At most 255 characters are kept; null changes nothing.
      * @param matrix object
      * @param path text
      */
     void s_setMatrixOriginFilename(M matrix, String path);
 
     /**
-     * The file that the matrix was last named for, or an empty text. It belongs to the matrix.
+     * The file that <code>s_setMatrixDestinationFilename</code> named, or an empty text. It belongs to the matrix.
      * @param matrix object
      * @return see above (lent by the matrix, text)
      */
     Pointer s_getMatrixDestinationFilename(M matrix);
 
     /**
-     * Sets the name of the file that the matrix is for, at most 255 characters; a longer one is cut. It saves nothing.
+     * Sets the name of the file to which the matrix is to be saved, without saving it. At most 255 characters are kept;
+     * null changes nothing.
      * @param matrix object
      * @param path text
      */
     void s_setMatrixDestinationFilename(M matrix, String path);
 
     /**
-     * The format version of the header; 135 is the present one.
+     * The format version of the file header; 135 is the present one.
      * @param matrix object
      * @return see above
      */
     int s_getHeaderSoftwareVersion(M matrix);
 
     /**
-     * 1 marks a matrix whose file this library can't read; else 0.
+     * 1 for a matrix whose file this library can't read, else 0.
      * @param matrix object
      * @return see above
      */
     int s_getIs64Bit(M matrix);
 
     /**
-     * The tier that the header names: 0 base, 1 medium, 2 full (ZQMatrixInfoType...).
+     * The tier stored in the file header: 0 base, 1 medium, 2 full (ZQMatrixInfoType...).
      * @param matrix object
      * @return see above
      */
     int s_getMatrixInfoType(M matrix);
 
     /**
-     * Sets the tier that the header names. It changes no object; for one who repairs a file.
+     * Sets the tier stored in the file header, without changing the object; for hosts that repair a file.
      * @param matrix object
      * @param matrixInfoType a value
      */
     void s_setMatrixInfoType(M matrix, int matrixInfoType);
 
     /**
-     * Takes a step of the generator that is offered to callers. Result: its new state, 0 to 2147483647.
+     * Advances the random generator provided for hosts. Result: its new state, 0 to 2147483647.
      * @param matrix object
      * @return its new state, 0 to 2147483647.
      */
     long s_getUserRandomValue(M matrix);
 
     /**
-     * Sets the state of the generator that is offered to callers; 31459 at first.
+     * Sets the state of the random generator provided for hosts; 31459 at first.
      * @param matrix object
      * @param value a value
      */
     void s_setUserRandomValue(M matrix, long value);
 
     /**
-     * Reads the type of the caller's generator; kept with the matrix, of no effect.
+     * Reads the type of the host's generator, which is stored with the matrix and has no effect.
      * @param matrix object
      * @return see above
      */
     int s_getUserRandomType(M matrix);
 
     /**
-     * Sets the type of the caller's generator; kept with the matrix, of no effect.
+     * Sets the type of the host's generator, which is stored with the matrix and has no effect.
      * @param matrix object
      * @param type a value
      */
     void s_setUserRandomType(M matrix, int type);
 
     /**
-     * Takes a step of the generator that the store looks for slots with, and so changes where elements will lie. Result:
-     * its new state, 0 to 2147483647.
+     * Advances the random generator with which the store searches for free slots, and so changes where new elements will
+     * lie. Result: its new state, 0 to 2147483647.
      * @param matrix object
      * @return its new state, 0 to 2147483647.
      */
     long s_getSystemRandomValue(M matrix);
 
     /**
-     * Reads the type of the store's generator; kept with the matrix, of no effect.
+     * Reads the type of the store's generator, which is stored with the matrix and has no effect.
      * @param matrix object
      * @return see above
      */
     int s_getSystemRandomType(M matrix);
 
     /**
-     * Sets the type of the store's generator; kept with the matrix, of no effect.
+     * Sets the type of the store's generator, which is stored with the matrix and has no effect.
      * @param matrix object
      * @param type a value
      */
     void s_setSystemRandomType(M matrix, int type);
 
     /**
-     * 43112609 in a record that was initialised.
+     * A constant, 43112609, in a record that was initialised.
      * @param matrix object
      * @return see above
      */
@@ -670,7 +681,7 @@ public interface StoringTier<M, I, E> {
     int s_getUpdateInfoType(M matrix);
 
     /**
-     * When the record was made or last saved, in seconds since 1970.
+     * The time at which the record was made or last saved, in seconds since 1970.
      * @param matrix object
      * @return see above
      */
@@ -684,14 +695,14 @@ public interface StoringTier<M, I, E> {
     int s_getSoftwareVersion(M matrix);
 
     /**
-     * 1 if the sub-matrix was declared finished; learning warns of it.
+     * 1 if the sub-matrix was declared finished, else 0. With 1, learning prints a warning.
      * @param matrix object
      * @return see above
      */
     int s_getIsFinalized(M matrix);
 
     /**
-     * 1 if writes are refused.
+     * 1 if writes are refused, else 0.
      * @param matrix object
      * @return see above
      */
@@ -715,75 +726,76 @@ public interface StoringTier<M, I, E> {
     void s_setMatrixType(M matrix, int matrixType);
 
     /**
-     * Reads how wide an item of an index vector is: 0 as many integers as the coordinate dimension says, 1 a 32-bit item
-     * in two, 2 a 64-bit item in four.
+     * Reads how an item is stored in an index vector: 0 as <code>coordinateDimension</code> integers, 1 as a 32-bit item
+     * in two integers, 2 as a 64-bit item in four.
      * @param matrix object
      * @return see above
      */
     int s_getAllowLargeIndices(M matrix);
 
     /**
-     * Sets how wide an item of an index vector is: 0 as many integers as the coordinate dimension says, 1 a 32-bit item in
-     * two, 2 a 64-bit item in four. 0 to 2, only while the sub-matrix is empty; forces the coordinate dimension to 1, 2 or
-     * 4, with a message at level 0. A refusal prints at level 0 and keeps the old value.
+     * Sets how an item is stored in an index vector: 0 as <code>coordinateDimension</code> integers, 1 as a 32-bit item in
+     * two integers, 2 as a 64-bit item in four. 0 to 2, only while the sub-matrix is empty; sets the coordinate dimension
+     * to 1, 2 or 4, with a message at level 0. A refusal prints at level 0 and keeps the old value.
      * @param matrix object
      * @param allowLargeIndices a value
      */
     void s_setAllowLargeIndices(M matrix, int allowLargeIndices);
 
     /**
-     * Reads the integers of one item: 0 to 64.
+     * Reads the number of integers of one item: 0 to 64.
      * @param matrix object
      * @return see above
      */
     int s_getCoordinateDimension(M matrix);
 
     /**
-     * Sets the integers of one item: 0 to 64. 0 to 64, only with <code>allowLargeIndices</code> 0 and while the sub-matrix
-     * is empty. A refusal prints at level 0 and keeps the old value.
+     * Sets the number of integers of one item: 0 to 64. 0 to 64, only with <code>allowLargeIndices</code> 0 and while the
+     * sub-matrix is empty. A refusal prints at level 0 and keeps the old value.
      * @param matrix object
      * @param coordinateDimension a value
      */
     void s_setCoordinateDimension(M matrix, int coordinateDimension);
 
     /**
-     * Reads how the store looks for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot in
-     * use, 3 from the low end.
+     * Reads how the store searches for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot
+     * below the highest one in use, 3 from the lowest slot.
      * @param matrix object
      * @return see above
      */
     int s_getMemorySearchMethod(M matrix);
 
     /**
-     * Sets how the store looks for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot in
-     * use, 3 from the low end. 0 to 3; not tested here, and a write with another value goes wrong.
+     * Sets how the store searches for a free slot: 0 from a random slot, 1 from the last one found, 2 from a random slot
+     * below the highest one in use, 3 from the lowest slot. 0 to 3; not checked here: with any other value, writes may
+     * fail.
      * @param matrix object
      * @param memorySearchMethod a value
      */
     void s_setMemorySearchMethod(M matrix, int memorySearchMethod);
 
     /**
-     * Copies all settings and counters of a record into one flat structure. What the record's tier doesn't have is 0.
-     * Result: the structure, which belongs to the record, until the next such call,
+     * Copies all settings and counters of a record into one flat structure. Fields that the record's tier doesn't have are
+     * 0. Result: the structure, which belongs to the record and is valid until the next such call,
      * <code>s_releaseMemoryGlobalMatrixInfoParameters</code> or the end of the record; null if memory is exhausted. Its
-     * arrays are the record's own, those of the kernel as it was at the call; <code>namesOfUpdateFiles</code> is a copy
-     * that lives as long as the structure.
+     * arrays are those of the record, the kernel's rows as they were at the call; <code>namesOfUpdateFiles</code> is a
+     * copy, valid as long as the structure.
      * @param info object
-     * @return the structure, which belongs to the record, until the next such call,
+     * @return the structure, which belongs to the record and is valid until the next such call,
      *     <code>s_releaseMemoryGlobalMatrixInfoParameters</code> or the end of the record; null if memory is exhausted.
-     *     Its arrays are the record's own, those of the kernel as it was at the call; <code>namesOfUpdateFiles</code> is a
-     *     copy that lives as long as the structure. (lent by the record)
+     *     Its arrays are those of the record, the kernel's rows as they were at the call; <code>namesOfUpdateFiles</code>
+     *     is a copy, valid as long as the structure. (lent by the record)
      */
     ZQMatrixProperties s_getGlobalMatrixInfoParameters(I info);
 
     /**
-     * Releases the structure of <code>s_getGlobalMatrixInfoParameters</code>, if there is one.
+     * Releases the structure of <code>s_getGlobalMatrixInfoParameters</code>, if it was made.
      * @param info object
      */
     void s_releaseMemoryGlobalMatrixInfoParameters(I info);
 
     /**
-     * Prints a table of the sub-matrices that hold anything, at level 0.
+     * Prints a table of the sub-matrices that are not empty, at level 0.
      * @param matrix object
      */
     void s_showBasicProperties(M matrix);
@@ -795,7 +807,7 @@ public interface StoringTier<M, I, E> {
     void s_printMatrixOverallInfo(M matrix);
 
     /**
-     * Sets the basic level's block back to its first values.
+     * Sets the basic level's block back to its initial values.
      * @param matrix object
      */
     void s_initGlobalParameters(M matrix);
@@ -817,54 +829,54 @@ public interface StoringTier<M, I, E> {
     void s_setGlobalMatrixType(M matrix, int matrixType);
 
     /**
-     * Reads how wide an item of an index vector is, as the basic level's block has it: 0 as many integers as the
-     * coordinate dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four.
+     * Reads how an item is stored in an index vector, as the basic level's block has it: 0 as
+     * <code>coordinateDimension</code> integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalAllowLargeIndices(M matrix);
 
     /**
-     * Sets how wide an item of an index vector is in the basic level's block: 0 as many integers as the coordinate
-     * dimension says, 1 a 32-bit item in two, 2 a 64-bit item in four. Stored as it is.
+     * Sets how an item is stored in an index vector in the basic level's block: 0 as <code>coordinateDimension</code>
+     * integers, 1 as a 32-bit item in two integers, 2 as a 64-bit item in four. Stored as it is.
      * @param matrix object
      * @param allowLargeIndices a value
      */
     void s_setGlobalAllowLargeIndices(M matrix, int allowLargeIndices);
 
     /**
-     * Reads the integers of one item, as the basic level's block has it: 0 to 64.
+     * Reads the number of integers of one item, as the basic level's block has it: 0 to 64.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalCoordinateDimension(M matrix);
 
     /**
-     * Sets the integers of one item in the basic level's block: 0 to 64. Stored as it is.
+     * Sets the number of integers of one item in the basic level's block: 0 to 64. Stored as it is.
      * @param matrix object
      * @param coordinateDimension a value
      */
     void s_setGlobalCoordinateDimension(M matrix, int coordinateDimension);
 
     /**
-     * Reads how the store looks for a free slot, as the basic level's block has it: 0 from a random slot, 1 from the last
-     * one found, 2 from a random slot in use, 3 from the low end.
+     * Reads how the store searches for a free slot, as the basic level's block has it: 0 from a random slot, 1 from the
+     * last one found, 2 from a random slot below the highest one in use, 3 from the lowest slot.
      * @param matrix object
      * @return see above
      */
     int s_getGlobalMemorySearchMethod(M matrix);
 
     /**
-     * Sets how the store looks for a free slot in the basic level's block: 0 from a random slot, 1 from the last one
-     * found, 2 from a random slot in use, 3 from the low end. Stored as it is.
+     * Sets how the store searches for a free slot in the basic level's block: 0 from a random slot, 1 from the last one
+     * found, 2 from a random slot below the highest one in use, 3 from the lowest slot. Stored as it is.
      * @param matrix object
      * @param memorySearchMethod a value
      */
     void s_setGlobalMemorySearchMethod(M matrix, int memorySearchMethod);
 
     /**
-     * Saves the matrix. A save that fails leaves the file that was there. Result: 1 saved; -1, with a message, if the file
-     * can't be written.
+     * Saves the matrix to a file. A save that fails leaves an existing file unchanged. Result: 1 saved; -1, with a
+     * message, if the file can't be written.
      * @param matrix object
      * @param path text
      * @return 1 saved; -1, with a message, if the file can't be written.
@@ -873,7 +885,7 @@ public interface StoringTier<M, I, E> {
 
     /**
      * Loads the history of updates from the file that the matrix was read from. <code>count</code> gets the number of its
-     * records, 0 for none or a file that is gone.
+     * records, 0 if there are none or the file no longer exists.
      * @param matrix object
      * @param count filled
      */
@@ -882,28 +894,29 @@ public interface StoringTier<M, I, E> {
     /**
      * A loaded record of the history. <code>index</code>: 0 up to, not including, the count of
      * <code>s_readMatrixUpdateInfos</code>. Result: the record, which belongs to the matrix until
-     * <code>s_deleteMatrixUpdateInfos</code>; null, with a message at level 0, if it is not loaded or out of range.
+     * <code>s_deleteMatrixUpdateInfos</code>; null, with a message at level 0, if the history is not loaded or the index
+     * is out of range.
      * @param matrix object
      * @param index a value
      * @return the record, which belongs to the matrix until <code>s_deleteMatrixUpdateInfos</code>; null, with a message
-     *     at level 0, if it is not loaded or out of range. (lent by the matrix)
+     *     at level 0, if the history is not loaded or the index is out of range. (lent by the matrix)
      */
     I s_getMatrixUpdateInfo(M matrix, int index);
 
     /**
-     * Releases the loaded history. Its records end here.
+     * Releases the loaded history. Pointers to its records become invalid.
      * @param matrix object
      */
     void s_deleteMatrixUpdateInfos(M matrix);
 
     /**
-     * What the creation of a matrix from a file has found in the file. A damaged file loads as far as it can be made sense
-     * of; a host that would go on with what is left, or save it over the file, asks here first. <code>report</code>:
-     * filled in any case; null is allowed. Result: 1 for a whole file, 0 for one that had to be repaired, -1 if nothing
-     * was loaded or the file was refused.
+     * Reports what creating the matrix from a file found in the file. A damaged file is loaded as far as possible; a host
+     * should check this before it continues with such a matrix or saves it over the file. <code>report</code>: filled in
+     * any case; null is allowed. Result: 1 the file is intact; 0 it was repaired; -1 nothing was loaded, or the file was
+     * refused.
      * @param matrix object
      * @param report filled, or null
-     * @return 1 for a whole file, 0 for one that had to be repaired, -1 if nothing was loaded or the file was refused.
+     * @return 1 the file is intact; 0 it was repaired; -1 nothing was loaded, or the file was refused.
      */
     int zq_getLoadReport(M matrix, zq_loadReport report);
 }

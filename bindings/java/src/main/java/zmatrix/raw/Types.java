@@ -79,7 +79,7 @@ public final class Types {
         public ZQFileNameList() {}
     }
 
-    /** What the progress callback gets. */
+    /** The argument of the progress callback. */
     public static final class progressCallBackData_tag extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 88;
@@ -101,20 +101,20 @@ public final class Types {
          */
         public progressCallBackData_tag at(int index) { return at(getPointer().share((long) index * SIZE), progressCallBackData_tag::new); }
 
-        /** {@return <code>progressText</code>: what is going on} */
+        /** {@return <code>progressText</code>: name of the operation} */
         public String progressText() { return text(0, 80); }
 
-        /** {@return <code>progressItem</code>: the item just reached} */
+        /** {@return <code>progressItem</code>: item that was reached} */
         public int progressItem() { return getPointer().getInt(80); }
 
-        /** {@return <code>progressItemCount</code>: the items of the operation} */
+        /** {@return <code>progressItemCount</code>: items in all} */
         public int progressItemCount() { return getPointer().getInt(84); }
     }
 
     /**
-     * All settings of a sub-matrix, as the blocks of the header have them, and, in a snapshot of a record, its counters
-     * and arrays. What the values of a setting mean stands with the function s_get... of its name. A header's block fills
-     * the settings alone.
+     * All settings of a sub-matrix, as the blocks of the file header have them; a snapshot of a record has its counters
+     * and arrays as well. The function s_get... of a setting documents its values. A block of the header has the settings
+     * only.
      */
     public static final class ZQMatrixProperties extends NativeRecord {
         /** Its bytes. */
@@ -146,10 +146,10 @@ public final class Types {
         /** {@return <code>coordinateDimension</code>: integers of one item} */
         public int coordinateDimension() { return getPointer().getInt(8); }
 
-        /** {@return <code>isFinalized</code>: learning warns of it} */
+        /** {@return <code>isFinalized</code>: 1: learning prints a warning} */
         public int isFinalized() { return getPointer().getInt(12); }
 
-        /** {@return <code>memIsReadOnly</code>: writes are refused} */
+        /** {@return <code>memIsReadOnly</code>: 1: writes are refused} */
         public int memIsReadOnly() { return getPointer().getInt(16); }
 
         /** {@return <code>memorySearchMethod</code>: 0 to 3} */
@@ -227,13 +227,13 @@ public final class Types {
         /** {@return <code>musicStyle</code>: 0 not set} */
         public int musicStyle() { return getPointer().getInt(368); }
 
-        /** {@return <code>midiChannelFilter</code>: a byte a channel} */
+        /** {@return <code>midiChannelFilter</code>: one byte per channel; not 0 blocks it} */
         public String midiChannelFilter() { return text(372, 16); }
 
-        /** {@return <code>ocronType</code>: 3 to 7; 0 in a snapshot, as the nine below} */
+        /** {@return <code>ocronType</code>: 3 to 7; 0 in a snapshot, like the nine fields below} */
         public int ocronType() { return getPointer().getInt(388); }
 
-        /** {@return <code>ocronEndSymbol</code>: ends each ocron} */
+        /** {@return <code>ocronEndSymbol</code>: integer that ends each ocron} */
         public int ocronEndSymbol() { return getPointer().getInt(392); }
 
         /** {@return <code>ocronAlgorithm</code>: 0} */
@@ -242,7 +242,7 @@ public final class Types {
         /** {@return <code>gocronAlgorithm</code>: 0} */
         public int gocronAlgorithm() { return getPointer().getInt(400); }
 
-        /** {@return <code>gocronNumberBase</code>: 0 for the type's own} */
+        /** {@return <code>gocronNumberBase</code>: 0 for the base of the ocron type} */
         public int gocronNumberBase() { return getPointer().getInt(404); }
 
         /** {@return <code>gocronASTERISKValue</code>: digit of "*"} */
@@ -263,16 +263,16 @@ public final class Types {
         /** {@return <code>keepSymbolsWhenRemoveOverdeterminedElements</code>: 0 or 1} */
         public int keepSymbolsWhenRemoveOverdeterminedElements() { return getPointer().getInt(428); }
 
-        /** {@return <code>currentMatrixIDLevelDown</code>: from here on in snapshots only; -1 for none} */
+        /** {@return <code>currentMatrixIDLevelDown</code>: from here on only in snapshots; -1 for none} */
         public int currentMatrixIDLevelDown() { return getPointer().getInt(432); }
 
         /** {@return <code>currentMatrixIDLevelUp</code>: -1 for none} */
         public int currentMatrixIDLevelUp() { return getPointer().getInt(436); }
 
-        /** {@return <code>numberOfSymbols</code>: phrases that are symbols} */
+        /** {@return <code>numberOfSymbols</code>: phrases that have a symbol} */
         public int numberOfSymbols() { return getPointer().getInt(440); }
 
-        /** {@return <code>newSymbol</code>: the last symbol given} */
+        /** {@return <code>newSymbol</code>: the last symbol assigned} */
         public int newSymbol() { return getPointer().getInt(444); }
 
         /** {@return <code>updateIndex</code>: updates so far} */
@@ -308,7 +308,7 @@ public final class Types {
         /** {@return <code>internalLengthOfKernelPreProcessedSequence</code>: items} */
         public int internalLengthOfKernelPreProcessedSequence() { return getPointer().getInt(488); }
 
-        /** {@return <code>kernelMatrixHandle</code>: the element that the kernel ends at} */
+        /** {@return <code>kernelMatrixHandle</code>: element at which the kernel ends} */
         public int kernelMatrixHandle() { return getPointer().getInt(492); }
 
         /** {@return <code>isOverDetermined</code>: 0 after pruning} */
@@ -329,19 +329,19 @@ public final class Types {
         /** {@return <code>writeElementsInDimension</code>: currentDimension entries} */
         public Pointer writeElementsInDimension() { return getPointer().getPointer(536); }
 
-        /** {@return <code>kernelOriginalSequence</code>: a row a coordinate} */
+        /** {@return <code>kernelOriginalSequence</code>: one row per coordinate} */
         public Pointer kernelOriginalSequence() { return getPointer().getPointer(544); }
 
-        /** {@return <code>kernelPreProcessedSequence</code>: a row a coordinate} */
+        /** {@return <code>kernelPreProcessedSequence</code>: one row per coordinate} */
         public Pointer kernelPreProcessedSequence() { return getPointer().getPointer(552); }
 
         /** {@return <code>updateSequence</code>: packed rows, or null} */
         public Pointer updateSequence() { return getPointer().getPointer(560); }
 
-        /** {@return <code>kernelOriginalSequenceInitialValues</code>: a row a coordinate} */
+        /** {@return <code>kernelOriginalSequenceInitialValues</code>: one row per coordinate} */
         public Pointer kernelOriginalSequenceInitialValues() { return getPointer().getPointer(568); }
 
-        /** {@return <code>updateInfoSize</code>: bytes of the record in a file} */
+        /** {@return <code>updateInfoSize</code>: bytes of the record in the file} */
         public int updateInfoSize() { return getPointer().getInt(576); }
 
         /** {@return <code>magicNumber</code>: 43112609} */
@@ -356,7 +356,7 @@ public final class Types {
         /** {@return <code>softwareVersion</code>: 135} */
         public int softwareVersion() { return getPointer().getInt(592); }
 
-        /** {@return <code>matrixID</code>: of the sub-matrix} */
+        /** {@return <code>matrixID</code>: ID of the sub-matrix} */
         public int matrixID() { return getPointer().getInt(596); }
 
         /** {@return <code>sizeOfCoordinateDimensions</code>: coordinateDimension entries} */
@@ -371,7 +371,7 @@ public final class Types {
         /** {@return <code>currentDimension</code>: depth} */
         public int currentDimension() { return getPointer().getInt(616); }
 
-        /** {@return <code>internalCurrentDimension</code>: room for the depth} */
+        /** {@return <code>internalCurrentDimension</code>: entries that the arrays per dimension have room for} */
         public int internalCurrentDimension() { return getPointer().getInt(620); }
 
         /** {@return <code>numberOfMatrixWriteEvents</code>: writes} */
@@ -401,21 +401,21 @@ public final class Types {
         /** {@return <code>maximalIndices</code>: currentDimension entries} */
         public Pointer maximalIndices() { return getPointer().getPointer(664); }
 
-        /** {@return <code>matrixPtr</code>: positions of the last walk} */
+        /** {@return <code>matrixPtr</code>: positions of the last path looked up} */
         public Pointer matrixPtr() { return getPointer().getPointer(672); }
 
         /** {@return <code>temporaryMemory</code>: the last item read out} */
         public Pointer temporaryMemory() { return getPointer().getPointer(680); }
 
-        /** {@return <code>namesOfUpdateFiles</code>: a line a file, or null} */
+        /** {@return <code>namesOfUpdateFiles</code>: one line per file, or null} */
         public Pointer namesOfUpdateFiles() { return getPointer().getPointer(688); }
     }
 
     /**
-     * One event of a MIDI file, as <code>MIDIFILEReadEvent</code> gives it. What <code>buffer</code> holds: of a channel
-     * event its status and data bytes; of a system exclusive message 240 and the data of all its packets; of a meta event
-     * its type and data, where a text (types 1 to 15) is terminated, other data have their last byte overwritten by 0, and
-     * a tempo is the byte 0 and then whole beats per minute in three bytes, the highest first.
+     * One event of a MIDI file, as <code>MIDIFILEReadEvent</code> gives it. <code>buffer</code> holds, for a channel
+     * event, its status and data bytes; for a system exclusive message, 240 and the data of all its packets; for a meta
+     * event, its type and data: a text (types 1 to 15) is terminated, the last byte of other data is overwritten by 0, and
+     * a tempo is a byte 0 followed by whole beats per minute in three bytes, the highest first.
      */
     public static final class _MIDIFILEReadStruct extends NativeRecord {
         /** Its bytes. */
@@ -450,13 +450,13 @@ public final class Types {
         /** @param value sets <code>metaFlag</code> */
         public void metaFlag(int value) { getPointer().setInt(4, value); }
 
-        /** {@return <code>byteCount</code>: valid bytes in buffer, a text's without its terminator} */
+        /** {@return <code>byteCount</code>: valid bytes in buffer, without the terminator of a text} */
         public int byteCount() { return getPointer().getInt(8); }
 
         /** @param value sets <code>byteCount</code> */
         public void byteCount(int value) { getPointer().setInt(8, value); }
 
-        /** {@return <code>buffer</code>: the library's, until MIDIFILEEndReading} */
+        /** {@return <code>buffer</code>: belongs to the library, which releases it in MIDIFILEEndReading} */
         public Pointer buffer() { return getPointer().getPointer(16); }
 
         /** @param value sets <code>buffer</code> */
@@ -485,13 +485,13 @@ public final class Types {
          */
         public _MIDIFILEInStruct at(int index) { return at(getPointer().share((long) index * SIZE), _MIDIFILEInStruct::new); }
 
-        /** {@return <code>tempo</code>: beats per minute, 120.0 at first; half a beat too high behind a tempo event} */
+        /** {@return <code>tempo</code>: beats per minute, 120.0 at first; half a beat too high after a tempo event} */
         public double tempo() { return getPointer().getDouble(0); }
 
         /** @param value sets <code>tempo</code> */
         public void tempo(double value) { getPointer().setDouble(0, value); }
 
-        /** {@return <code>timeScale</code>: quanta per tick; without the tempo up to the first tempo event} */
+        /** {@return <code>timeScale</code>: quanta per tick; does not include the tempo before the first tempo event} */
         public double timeScale() { return getPointer().getDouble(8); }
 
         /** @param value sets <code>timeScale</code> */
@@ -527,25 +527,25 @@ public final class Types {
         /** @param value sets <code>quantaSize</code> */
         public void quantaSize(int value) { getPointer().setInt(32, value); }
 
-        /** {@return <code>runningStatus</code>: goes on from track to track} */
+        /** {@return <code>runningStatus</code>: status byte in force, kept from track to track} */
         public int runningStatus() { return getPointer().getByte(36) & 0xff; }
 
         /** @param value sets <code>runningStatus</code> */
         public void runningStatus(int value) { getPointer().setByte(36, (byte) value); }
 
-        /** {@return <code>file</code>: the host's} */
+        /** {@return <code>file</code>: belongs to the host} */
         public Pointer file() { return getPointer().getPointer(40); }
 
         /** @param value sets <code>file</code> */
         public void file(Pointer value) { getPointer().setPointer(40, value); }
 
-        /** {@return <code>bufferSize</code>: bytes of the event's buffer} */
+        /** {@return <code>bufferSize</code>: bytes allocated for the event's buffer} */
         public int bufferSize() { return getPointer().getInt(48); }
 
         /** @param value sets <code>bufferSize</code> */
         public void bufferSize(int value) { getPointer().setInt(48, value); }
 
-        /** {@return <code>event</code>: the host's} */
+        /** {@return <code>event</code>: belongs to the host} */
         public _MIDIFILEReadStruct event() { return at(getPointer().getPointer(56), _MIDIFILEReadStruct::new); }
 
         /** @param value sets <code>event</code> */
@@ -610,13 +610,13 @@ public final class Types {
         /** @param value sets <code>trackLength</code> */
         public void trackLength(int value) { getPointer().setInt(32, value); }
 
-        /** {@return <code>lastTicks</code>: time of the last event} */
+        /** {@return <code>lastTicks</code>: time of the last event, in ticks} */
         public int lastTicks() { return getPointer().getInt(36); }
 
         /** @param value sets <code>lastTicks</code> */
         public void lastTicks(int value) { getPointer().setInt(36, value); }
 
-        /** {@return <code>file</code>: the host's} */
+        /** {@return <code>file</code>: belongs to the host} */
         public Pointer file() { return getPointer().getPointer(40); }
 
         /** @param value sets <code>file</code> */
@@ -630,8 +630,8 @@ public final class Types {
     }
 
     /**
-     * What came of a track as it stands in a MIDI file. Events that are neither counted as lost nor part of a note are
-     * those that music doesn't need: controllers, pitch wheel, pressure.
+     * What was read from one track of a MIDI file. Events that are neither counted as dropped nor part of a note are those
+     * that learning doesn't use: controllers, pitch wheel, pressure.
      */
     public static final class zq_MidiFileTrack extends NativeRecord {
         /** Its bytes. */
@@ -654,53 +654,53 @@ public final class Types {
          */
         public zq_MidiFileTrack at(int index) { return at(getPointer().share((long) index * SIZE), zq_MidiFileTrack::new); }
 
-        /** {@return <code>channelEvents</code>: events on a channel} */
+        /** {@return <code>channelEvents</code>: events of a channel} */
         public long channelEvents() { return getPointer().getLong(0); }
 
-        /** {@return <code>metaEvents</code>: events on the whole file: tempo, meter, text} */
+        /** {@return <code>metaEvents</code>: events of the whole file: tempo, meter, text} */
         public long metaEvents() { return getPointer().getLong(8); }
 
         /** {@return <code>systemEvents</code>: dropped: system exclusive messages and the like} */
         public long systemEvents() { return getPointer().getLong(16); }
 
-        /** {@return <code>unknownEvents</code>: dropped: data bytes before any status} */
+        /** {@return <code>unknownEvents</code>: dropped: data bytes before the first status byte} */
         public long unknownEvents() { return getPointer().getLong(24); }
 
-        /** {@return <code>repeatedEvents</code>: of the channel events: made of a system byte, which stands for the event before once more} */
+        /** {@return <code>repeatedEvents</code>: of the channel events: repetitions of the preceding event, for which a system byte stands} */
         public long repeatedEvents() { return getPointer().getLong(32); }
 
-        /** {@return <code>notes</code>: paired of note-ons and what ends them} */
+        /** {@return <code>notes</code>: notes: note-ons paired with the events that end them} */
         public int notes() { return getPointer().getInt(40); }
 
-        /** {@return <code>notesEndedByNextNote</code>: of the notes: ended by the next note of the same number, there being no note-off} */
+        /** {@return <code>notesEndedByNextNote</code>: of the notes: ended by the next note of the same number, without a note-off} */
         public int notesEndedByNextNote() { return getPointer().getInt(44); }
 
-        /** {@return <code>notesBegunByNoteOff</code>: of the notes: begun by a note-off that was left over} */
+        /** {@return <code>notesBegunByNoteOff</code>: of the notes: begun by a note-off without a note} */
         public int notesBegunByNoteOff() { return getPointer().getInt(48); }
 
-        /** {@return <code>noteOnsWithoutEnd</code>: dropped} */
+        /** {@return <code>noteOnsWithoutEnd</code>: dropped: note-ons that nothing ends} */
         public int noteOnsWithoutEnd() { return getPointer().getInt(52); }
 
-        /** {@return <code>noteOffsWithoutNote</code>: dropped} */
+        /** {@return <code>noteOffsWithoutNote</code>: dropped: note-offs without a note} */
         public int noteOffsWithoutNote() { return getPointer().getInt(56); }
 
-        /** {@return <code>programChanges</code>: kept} */
+        /** {@return <code>programChanges</code>: program changes kept} */
         public int programChanges() { return getPointer().getInt(60); }
 
-        /** {@return <code>eventsLostInsideNotes</code>: dropped, since a note was held on their channel: program changes and what music doesn't need} */
+        /** {@return <code>eventsLostInsideNotes</code>: dropped, since a note was held on their channel: program changes and events that learning doesn't use} */
         public int eventsLostInsideNotes() { return getPointer().getInt(64); }
 
-        /** {@return <code>programChangesLostInsideNotes</code>: of these} */
+        /** {@return <code>programChangesLostInsideNotes</code>: of these: program changes} */
         public int programChangesLostInsideNotes() { return getPointer().getInt(68); }
 
-        /** {@return <code>eventsOnFilteredChannels</code>: dropped} */
+        /** {@return <code>eventsOnFilteredChannels</code>: dropped: events on channels that the filter blocks} */
         public int eventsOnFilteredChannels() { return getPointer().getInt(72); }
 
         /** {@return <code>unusedEvents</code>: controllers, pitch wheel, pressure outside of notes} */
         public int unusedEvents() { return getPointer().getInt(76); }
     }
 
-    /** What came of a track as learning sees it: a track of the file, or all of them merged. */
+    /** A track as it is learned: one track of the file, or all of them merged. */
     public static final class zq_MidiTrack extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 52;
@@ -722,47 +722,47 @@ public final class Types {
          */
         public zq_MidiTrack at(int index) { return at(getPointer().share((long) index * SIZE), zq_MidiTrack::new); }
 
-        /** {@return <code>index</code>: of the track, from 1} */
+        /** {@return <code>index</code>: number of the track, from 1} */
         public int index() { return getPointer().getInt(0); }
 
-        /** {@return <code>isMerged</code>: 1 if it is all tracks of the file} */
+        /** {@return <code>isMerged</code>: 1 for all tracks of the file merged} */
         public int isMerged() { return getPointer().getInt(4); }
 
-        /** {@return <code>notes</code>: notes in it} */
+        /** {@return <code>notes</code>: notes of the track} */
         public int notes() { return getPointer().getInt(8); }
 
-        /** {@return <code>notesLearned</code>: notes that are learned of it, 0 if it is not taken} */
+        /** {@return <code>notesLearned</code>: notes that are learned, 0 if the track is not} */
         public int notesLearned() { return getPointer().getInt(12); }
 
         /** {@return <code>verdict</code>: zq_MidiVerdict} */
         public int verdict() { return getPointer().getInt(16); }
 
-        /** {@return <code>numerator</code>: of its meter; 0 for none} */
+        /** {@return <code>numerator</code>: of the meter; 0 for none} */
         public int numerator() { return getPointer().getInt(20); }
 
-        /** {@return <code>denominator</code>: of its meter; 0 for none} */
+        /** {@return <code>denominator</code>: of the meter; 0 for none} */
         public int denominator() { return getPointer().getInt(24); }
 
         /** {@return <code>subType</code>: ZQMidiSubType...} */
         public int subType() { return getPointer().getInt(28); }
 
-        /** {@return <code>chordSize</code>: notes of its largest chord, 0 without one} */
+        /** {@return <code>chordSize</code>: number of notes of the largest chord, 0 for none} */
         public int chordSize() { return getPointer().getInt(32); }
 
-        /** {@return <code>soundID</code>: ZQMatrixSound... that most notes have} */
+        /** {@return <code>soundID</code>: ZQMatrixSound... of most notes} */
         public int soundID() { return getPointer().getInt(36); }
 
-        /** {@return <code>numberOfSounds</code>: different sounds} */
+        /** {@return <code>numberOfSounds</code>: number of different sounds} */
         public int numberOfSounds() { return getPointer().getInt(40); }
 
-        /** {@return <code>hasPercussion</code>: 1 if it has notes on channel 9} */
+        /** {@return <code>hasPercussion</code>: 1 if the track has notes on channel 9} */
         public int hasPercussion() { return getPointer().getInt(44); }
 
-        /** {@return <code>preProcessingType</code>: that it is learned with: drums and single sounds change it} */
+        /** {@return <code>preProcessingType</code>: preprocessing type with which the track is learned; drums and single sounds change it} */
         public int preProcessingType() { return getPointer().getInt(48); }
     }
 
-    /** What a MIDI file gives and what is lost of it. All belongs to the report. */
+    /** What a MIDI file contains and what of it is learned or dropped. The arrays belong to the report. */
     public static final class zq_MidiReport extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 80;
@@ -793,16 +793,16 @@ public final class Types {
         /** {@return <code>division</code>: ticks per quarter note} */
         public int division() { return getPointer().getInt(8); }
 
-        /** {@return <code>tracksAnnounced</code>: as the head says} */
+        /** {@return <code>tracksAnnounced</code>: number of tracks in the header} */
         public int tracksAnnounced() { return getPointer().getInt(12); }
 
-        /** {@return <code>numberOfFileTracks</code>: tracks that were read} */
+        /** {@return <code>numberOfFileTracks</code>: number of tracks read} */
         public int numberOfFileTracks() { return getPointer().getInt(16); }
 
-        /** {@return <code>bytesUnread</code>: behind the last track that was read; 0 for a file that is cut} */
+        /** {@return <code>bytesUnread</code>: bytes after the last track that was read; 0 for a truncated file} */
         public long bytesUnread() { return getPointer().getLong(24); }
 
-        /** {@return <code>numberOfMeters</code>: different time signatures from the first on, 0 for none} */
+        /** {@return <code>numberOfMeters</code>: number of different time signatures, 0 for none} */
         public int numberOfMeters() { return getPointer().getInt(32); }
 
         /** {@return <code>numerator</code>: of the first time signature} */
@@ -811,20 +811,20 @@ public final class Types {
         /** {@return <code>denominator</code>: of the first time signature} */
         public int denominator() { return getPointer().getInt(40); }
 
-        /** {@return <code>notesLearned</code>: of all tracks} */
+        /** {@return <code>notesLearned</code>: notes learned of all tracks} */
         public long notesLearned() { return getPointer().getLong(48); }
 
-        /** {@return <code>fileTracks</code>: numberOfFileTracks of them} */
+        /** {@return <code>fileTracks</code>: numberOfFileTracks records} */
         public zq_MidiFileTrack fileTracks() { return at(getPointer().getPointer(56), zq_MidiFileTrack::new); }
 
-        /** {@return <code>numberOfTracks</code>: tracks as learning sees them} */
+        /** {@return <code>numberOfTracks</code>: number of tracks as they are learned} */
         public int numberOfTracks() { return getPointer().getInt(64); }
 
-        /** {@return <code>tracks</code>: numberOfTracks of them} */
+        /** {@return <code>tracks</code>: numberOfTracks records} */
         public zq_MidiTrack tracks() { return at(getPointer().getPointer(72), zq_MidiTrack::new); }
     }
 
-    /** A fault of a kern file, or a place where its reading departs from the score. */
+    /** A fault of a kern file, or a place where the notes read differ from the score. */
     public static final class zq_KernFinding extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 40;
@@ -849,25 +849,25 @@ public final class Types {
         /** {@return <code>kind</code>: zq_KernFindingKind} */
         public int kind() { return getPointer().getInt(0); }
 
-        /** {@return <code>number</code>: of the error, 1 to 26, or warning, 1 to 5; or zq_KernDeparture} */
+        /** {@return <code>number</code>: number of the error, 1 to 26, or of the warning, 1 to 5; or zq_KernDeparture} */
         public int number() { return getPointer().getInt(4); }
 
-        /** {@return <code>line</code>: in the file, from 1} */
+        /** {@return <code>line</code>: line of the file, from 1} */
         public int line() { return getPointer().getInt(8); }
 
-        /** {@return <code>column</code>: from 1, or 0 for the whole line} */
+        /** {@return <code>column</code>: column, from 1; 0 for the whole line} */
         public int column() { return getPointer().getInt(12); }
 
-        /** {@return <code>stopsRead</code>: 1 if the file is refused for it, or the reading ends here} */
+        /** {@return <code>stopsRead</code>: 1 if the file is refused because of it, or the reading ends here, else 0} */
         public int stopsRead() { return getPointer().getInt(16); }
 
-        /** {@return <code>amount</code>: quanta of a step back, of what a bar line found left, of a cut duration, of a push; tokens; bytes of the buffer; else 0} */
+        /** {@return <code>amount</code>: size of the difference: quanta, a number of tokens, or bytes of the buffer, by kind; 0 for others} */
         public int amount() { return getPointer().getInt(20); }
 
-        /** {@return <code>token</code>: as it stands in the file, or an empty text} */
+        /** {@return <code>token</code>: token of the file, or an empty text} */
         public Pointer token() { return getPointer().getPointer(24); }
 
-        /** {@return <code>text</code>: the rule that is broken, or what the reading did} */
+        /** {@return <code>text</code>: rule that is broken, or how the reading handled it} */
         public Pointer text() { return getPointer().getPointer(32); }
     }
 
@@ -893,20 +893,20 @@ public final class Types {
          */
         public zq_KernMeter at(int index) { return at(getPointer().share((long) index * SIZE), zq_KernMeter::new); }
 
-        /** {@return <code>line</code>: in the file, from 1} */
+        /** {@return <code>line</code>: line of the file, from 1} */
         public int line() { return getPointer().getInt(0); }
 
-        /** {@return <code>column</code>: from 1} */
+        /** {@return <code>column</code>: column, from 1} */
         public int column() { return getPointer().getInt(4); }
 
-        /** {@return <code>numerator</code>: as it stands there, not as the reading took it} */
+        /** {@return <code>numerator</code>: as in the file, not as the reading took it} */
         public int numerator() { return getPointer().getInt(8); }
 
-        /** {@return <code>denominator</code>: as it stands there} */
+        /** {@return <code>denominator</code>: as in the file} */
         public int denominator() { return getPointer().getInt(12); }
     }
 
-    /** What came of a track as learning sees it: the notes of a channel, or of all channels merged. */
+    /** A track as it is learned: the notes of one channel, or of all channels merged. */
     public static final class zq_KernTrack extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 40;
@@ -928,38 +928,41 @@ public final class Types {
          */
         public zq_KernTrack at(int index) { return at(getPointer().share((long) index * SIZE), zq_KernTrack::new); }
 
-        /** {@return <code>index</code>: of the track, from 1} */
+        /** {@return <code>index</code>: number of the track, from 1} */
         public int index() { return getPointer().getInt(0); }
 
-        /** {@return <code>isMerged</code>: 1 if it is all channels of the file} */
+        /** {@return <code>isMerged</code>: 1 for all channels of the file merged} */
         public int isMerged() { return getPointer().getInt(4); }
 
-        /** {@return <code>notes</code>: notes in it} */
+        /** {@return <code>notes</code>: notes of the track} */
         public int notes() { return getPointer().getInt(8); }
 
-        /** {@return <code>notesLearned</code>: notes that are learned of it, 0 if it is not taken} */
+        /** {@return <code>notesLearned</code>: notes that are learned, 0 if the track is not} */
         public int notesLearned() { return getPointer().getInt(12); }
 
         /** {@return <code>verdict</code>: zq_MidiVerdict} */
         public int verdict() { return getPointer().getInt(16); }
 
-        /** {@return <code>numerator</code>: of its meter} */
+        /** {@return <code>numerator</code>: of the meter} */
         public int numerator() { return getPointer().getInt(20); }
 
-        /** {@return <code>denominator</code>: of its meter} */
+        /** {@return <code>denominator</code>: of the meter} */
         public int denominator() { return getPointer().getInt(24); }
 
         /** {@return <code>subType</code>: ZQMidiSubType...} */
         public int subType() { return getPointer().getInt(28); }
 
-        /** {@return <code>soundID</code>: its channel if it has one, which stands for its sound; else 0} */
+        /** {@return <code>soundID</code>: channel of the track, which counts as its sound; 0 for several channels} */
         public int soundID() { return getPointer().getInt(32); }
 
-        /** {@return <code>preProcessingType</code>: that it is learned with: a single channel changes quadruples to triples} */
+        /** {@return <code>preProcessingType</code>: preprocessing type with which the track is learned; a single channel changes quadruples to triples} */
         public int preProcessingType() { return getPointer().getInt(36); }
     }
 
-    /** What a kern file gives, and what is wrong with it. Counts are those of the reading, 0 for a file that is refused. */
+    /**
+     * What a kern file contains, and its faults. Counts are those of the reading, 0 for a file that is refused. Arrays and
+     * texts belong to the report.
+     */
     public static final class zq_KernReport extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 456;
@@ -984,49 +987,49 @@ public final class Types {
         /** {@return <code>state</code>: zq_KernFileState} */
         public int state() { return getPointer().getInt(0); }
 
-        /** {@return <code>numberOfFindings</code>: of those that follow} */
+        /** {@return <code>numberOfFindings</code>: number of the findings that follow} */
         public int numberOfFindings() { return getPointer().getInt(4); }
 
-        /** {@return <code>findings</code>: in the order in which they were found: all of the check, then those of the reading} */
+        /** {@return <code>findings</code>: those of the check, then those of the reading, each in the order found} */
         public zq_KernFinding findings() { return at(getPointer().getPointer(8), zq_KernFinding::new); }
 
-        /** {@return <code>findingsLeftOut</code>: behind the first 10000; they are counted below} */
+        /** {@return <code>findingsLeftOut</code>: findings after the first 10000; they are counted below} */
         public long findingsLeftOut() { return getPointer().getLong(16); }
 
-        /** {@return <code>errors</code>: broken rules} */
+        /** {@return <code>errors</code>: number of broken rules} */
         public long errors() { return getPointer().getLong(24); }
 
-        /** {@return <code>warnings</code>: warnings} */
+        /** {@return <code>warnings</code>: number of warnings} */
         public long warnings() { return getPointer().getLong(32); }
 
-        /** {@return <code>departures</code>: how often of each zq_KernDeparture} */
+        /** {@return <code>departures</code>: number of departures of each kind (zq_KernDeparture)} */
         public long[] departures() { return getPointer().getLongArray(40, 16); }
 
-        /** {@return <code>spines</code>: at the start of each section, summed up} */
+        /** {@return <code>spines</code>: number of spines at the start of each section, summed up} */
         public long spines() { return getPointer().getLong(168); }
 
-        /** {@return <code>kernSpines</code>: of them, with those that are added later, the kern spines} */
+        /** {@return <code>kernSpines</code>: of these and the spines added later: kern spines} */
         public long kernSpines() { return getPointer().getLong(176); }
 
-        /** {@return <code>sections</code>: from the first record to where all spines are closed} */
+        /** {@return <code>sections</code>: number of sections: each ends where all spines are closed} */
         public long sections() { return getPointer().getLong(184); }
 
-        /** {@return <code>notes</code>: that are learned; a tied note is one} */
+        /** {@return <code>notes</code>: notes that are learned; tied tokens are one note} */
         public long notes() { return getPointer().getLong(192); }
 
         /** {@return <code>rests</code>: rests} */
         public long rests() { return getPointer().getLong(200); }
 
-        /** {@return <code>ties</code>: tokens, or notes of a chord, that go on sounding} */
+        /** {@return <code>ties</code>: tokens, or notes of a chord, that continue a sounding note} */
         public long ties() { return getPointer().getLong(208); }
 
-        /** {@return <code>graceNotes</code>: of the notes} */
+        /** {@return <code>graceNotes</code>: of the notes: grace notes} */
         public long graceNotes() { return getPointer().getLong(216); }
 
         /** {@return <code>splits</code>: spines split in two} */
         public long splits() { return getPointer().getLong(224); }
 
-        /** {@return <code>joins</code>: spines that went into another} */
+        /** {@return <code>joins</code>: spines joined to another} */
         public long joins() { return getPointer().getLong(232); }
 
         /** {@return <code>additions</code>: spines added} */
@@ -1041,35 +1044,35 @@ public final class Types {
         /** {@return <code>barLines</code>: records with a bar line} */
         public long barLines() { return getPointer().getLong(264); }
 
-        /** {@return <code>barOffset</code>: quanta by which the music is moved so that a pick-up bar ends on a bar line; not above 0: not moved} */
+        /** {@return <code>barOffset</code>: quanta by which the music is moved so that a pick-up bar ends at a bar line; 0 or less for not moved} */
         public int barOffset() { return getPointer().getInt(272); }
 
-        /** {@return <code>numberOfMeters</code>: of those that follow} */
+        /** {@return <code>numberOfMeters</code>: number of the meters that follow} */
         public int numberOfMeters() { return getPointer().getInt(276); }
 
         /** {@return <code>meters</code>: in the order of the file, one for each column} */
         public zq_KernMeter meters() { return at(getPointer().getPointer(280), zq_KernMeter::new); }
 
-        /** {@return <code>metersLeftOut</code>: behind the first 10000} */
+        /** {@return <code>metersLeftOut</code>: meters after the first 10000} */
         public long metersLeftOut() { return getPointer().getLong(288); }
 
-        /** {@return <code>notesOnChannel</code>: the channel is that of the column, modulo 16, unless the file says another} */
+        /** {@return <code>notesOnChannel</code>: notes by channel: that of the column, modulo 16, unless the file sets another} */
         public long[] notesOnChannel() { return getPointer().getLongArray(296, 16); }
 
-        /** {@return <code>notesOnOtherChannels</code>: on channels from 16 on, which a *Ch sets; those of 16 itself are not learned} */
+        /** {@return <code>notesOnOtherChannels</code>: notes on channels from 16 on, which a *Ch sets; those on channel 16 are not learned} */
         public long notesOnOtherChannels() { return getPointer().getLong(424); }
 
-        /** {@return <code>numberOfTracks</code>: of those that follow; 0 for a file that is refused} */
+        /** {@return <code>numberOfTracks</code>: number of the tracks that follow; 0 for a file that is refused} */
         public int numberOfTracks() { return getPointer().getInt(432); }
 
-        /** {@return <code>tracks</code>: as learning sees them, in its order} */
+        /** {@return <code>tracks</code>: in the order in which they are learned} */
         public zq_KernTrack tracks() { return at(getPointer().getPointer(440), zq_KernTrack::new); }
 
-        /** {@return <code>notesLearned</code>: of all tracks} */
+        /** {@return <code>notesLearned</code>: notes learned of all tracks} */
         public long notesLearned() { return getPointer().getLong(448); }
     }
 
-    /** A note. Times are fractions of a whole note, exact and not always reduced; a denominator is 1 to 1,073,741,824. */
+    /** A note. Times are exact fractions of a whole note, not always reduced, with denominators from 1 to 1,073,741,824. */
     public static final class zq_ScoreNote extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 48;
@@ -1094,10 +1097,10 @@ public final class Types {
         /** {@return <code>onset</code>: numerator of the time from the start of the score} */
         public long onset() { return getPointer().getLong(0); }
 
-        /** {@return <code>duration</code>: numerator of its duration, 0 for a grace note or a note that ends as it begins} */
+        /** {@return <code>duration</code>: numerator of the duration; 0 for a grace note or a note that ends when it begins} */
         public long duration() { return getPointer().getLong(8); }
 
-        /** {@return <code>place</code>: in the file: line from 1 of kern, byte from 0 of MIDI} */
+        /** {@return <code>place</code>: place in the file: line of kern, from 1, or byte of MIDI, from 0} */
         public long place() { return getPointer().getLong(16); }
 
         /** {@return <code>onsetDenominator</code>: denominator of the onset} */
@@ -1109,22 +1112,22 @@ public final class Types {
         /** {@return <code>part</code>: index of its part} */
         public int part() { return getPointer().getInt(32); }
 
-        /** {@return <code>column</code>: of its spine from 1 in kern, 0 in MIDI} */
+        /** {@return <code>column</code>: column of the spine in kern, from 1; 0 in MIDI} */
         public int column() { return getPointer().getInt(36); }
 
         /** {@return <code>pitch</code>: note number of MIDI, 0 to 127; 60 is middle C} */
         public int pitch() { return getPointer().getByte(40) & 0xff; }
 
-        /** {@return <code>velocity</code>: 1 to 127; 64 where the file has none} */
+        /** {@return <code>velocity</code>: 1 to 127; 64 if the file gives none} */
         public int velocity() { return getPointer().getByte(41) & 0xff; }
 
-        /** {@return <code>voice</code>: of its part, from 0: the sub-spine in kern, at most 255; 0 in MIDI} */
+        /** {@return <code>voice</code>: voice of the part, from 0: the sub-spine in kern, at most 255; 0 in MIDI} */
         public int voice() { return getPointer().getByte(42) & 0xff; }
 
-        /** {@return <code>program</code>: of General MIDI, 0 to 127} */
+        /** {@return <code>program</code>: General MIDI program, 0 to 127} */
         public int program() { return getPointer().getByte(43) & 0xff; }
 
-        /** {@return <code>sound</code>: the class of its program (ZQMatrixSoundID), 0 where the file says none} */
+        /** {@return <code>sound</code>: class of the program (ZQMatrixSoundID); 0 if the file gives no program} */
         public int sound() { return getPointer().getByte(44) & 0xff; }
 
         /** {@return <code>flags</code>: bits of zq_ScoreNoteFlag} */
@@ -1137,7 +1140,10 @@ public final class Types {
         public int reserved2() { return getPointer().getByte(47) & 0xff; }
     }
 
-    /** A part: a channel of a track of MIDI, or a kern spine with what splits from it. Its notes lie together, by onset. */
+    /**
+     * A part: a channel of a MIDI track, or a kern spine with the spines split from it. Its notes follow each other, by
+     * onset.
+     */
     public static final class zq_ScorePart extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 32;
@@ -1159,23 +1165,23 @@ public final class Types {
          */
         public zq_ScorePart at(int index) { return at(getPointer().share((long) index * SIZE), zq_ScorePart::new); }
 
-        /** {@return <code>firstNote</code>: index of its first note} */
+        /** {@return <code>firstNote</code>: index of the first note} */
         public long firstNote() { return getPointer().getLong(0); }
 
-        /** {@return <code>numberOfNotes</code>: how many it has} */
+        /** {@return <code>numberOfNotes</code>: number of notes} */
         public long numberOfNotes() { return getPointer().getLong(8); }
 
-        /** {@return <code>track</code>: track of MIDI from 0, or column at which the spine began, from 1} */
+        /** {@return <code>track</code>: track of MIDI, from 0, or column in which the kern spine began, from 1} */
         public int track() { return getPointer().getInt(16); }
 
-        /** {@return <code>channel</code>: of MIDI, 0 to 15; of a kern spine the one that it is given in a MIDI file} */
+        /** {@return <code>channel</code>: MIDI channel, 0 to 15; for a kern spine the channel that it gets in a MIDI file} */
         public int channel() { return getPointer().getInt(20); }
 
-        /** {@return <code>name</code>: of the track or instrument, an empty text for none; lives as long as the score} */
+        /** {@return <code>name</code>: name of the track or instrument, an empty text for none; valid as long as the score} */
         public Pointer name() { return getPointer().getPointer(24); }
     }
 
-    /** A time signature. Those of the whole score come first, then those of single parts, each by onset. */
+    /** A time signature. Those of the whole score come first, then those of single parts, both by onset. */
     public static final class zq_ScoreMeter extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 32;
@@ -1197,16 +1203,16 @@ public final class Types {
          */
         public zq_ScoreMeter at(int index) { return at(getPointer().share((long) index * SIZE), zq_ScoreMeter::new); }
 
-        /** {@return <code>onset</code>: numerator of its time} */
+        /** {@return <code>onset</code>: numerator of the time} */
         public long onset() { return getPointer().getLong(0); }
 
-        /** {@return <code>place</code>: line or byte} */
+        /** {@return <code>place</code>: line of kern, from 1, or byte of MIDI, from 0} */
         public long place() { return getPointer().getLong(8); }
 
-        /** {@return <code>onsetDenominator</code>: denominator of its time} */
+        /** {@return <code>onsetDenominator</code>: denominator of the time} */
         public int onsetDenominator() { return getPointer().getInt(16); }
 
-        /** {@return <code>part</code>: index of the part that it is for, or -1 for all} */
+        /** {@return <code>part</code>: index of the part to which it applies, or -1 for all} */
         public int part() { return getPointer().getInt(20); }
 
         /** {@return <code>numerator</code>: above 0} */
@@ -1238,23 +1244,23 @@ public final class Types {
          */
         public zq_ScoreKey at(int index) { return at(getPointer().share((long) index * SIZE), zq_ScoreKey::new); }
 
-        /** {@return <code>onset</code>: numerator of its time} */
+        /** {@return <code>onset</code>: numerator of the time} */
         public long onset() { return getPointer().getLong(0); }
 
-        /** {@return <code>onsetDenominator</code>: denominator of its time} */
+        /** {@return <code>onsetDenominator</code>: denominator of the time} */
         public int onsetDenominator() { return getPointer().getInt(8); }
 
-        /** {@return <code>part</code>: index of the part that it is for, or -1 for all} */
+        /** {@return <code>part</code>: index of the part to which it applies, or -1 for all} */
         public int part() { return getPointer().getInt(12); }
 
-        /** {@return <code>fifths</code>: sharps, or flats below 0: -7 to 7} */
+        /** {@return <code>fifths</code>: number of sharps, or minus the number of flats: -7 to 7} */
         public int fifths() { return getPointer().getInt(16); }
 
-        /** {@return <code>isMinor</code>: 1 for minor, 0 for major or where nothing is said} */
+        /** {@return <code>isMinor</code>: 1 for minor, 0 for major or unknown} */
         public int isMinor() { return getPointer().getInt(20); }
     }
 
-    /** A tempo from here on. */
+    /** A tempo, from its time on. */
     public static final class zq_ScoreTempo extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 24;
@@ -1276,20 +1282,20 @@ public final class Types {
          */
         public zq_ScoreTempo at(int index) { return at(getPointer().share((long) index * SIZE), zq_ScoreTempo::new); }
 
-        /** {@return <code>onset</code>: numerator of its time} */
+        /** {@return <code>onset</code>: numerator of the time} */
         public long onset() { return getPointer().getLong(0); }
 
-        /** {@return <code>onsetDenominator</code>: denominator of its time} */
+        /** {@return <code>onsetDenominator</code>: denominator of the time} */
         public int onsetDenominator() { return getPointer().getInt(8); }
 
         /** {@return <code>reserved</code>: 0} */
         public int reserved() { return getPointer().getInt(12); }
 
-        /** {@return <code>quartersPerMinute</code>: quarter notes a minute, above 0} */
+        /** {@return <code>quartersPerMinute</code>: quarter notes per minute, above 0} */
         public double quartersPerMinute() { return getPointer().getDouble(16); }
     }
 
-    /** A bar line as the file has it; MIDI has none. */
+    /** A bar line of the file; MIDI has none. */
     public static final class zq_ScoreBarLine extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 24;
@@ -1311,20 +1317,20 @@ public final class Types {
          */
         public zq_ScoreBarLine at(int index) { return at(getPointer().share((long) index * SIZE), zq_ScoreBarLine::new); }
 
-        /** {@return <code>onset</code>: numerator of its time} */
+        /** {@return <code>onset</code>: numerator of the time} */
         public long onset() { return getPointer().getLong(0); }
 
-        /** {@return <code>place</code>: line} */
+        /** {@return <code>place</code>: line of the file, from 1} */
         public long place() { return getPointer().getLong(8); }
 
-        /** {@return <code>onsetDenominator</code>: denominator of its time} */
+        /** {@return <code>onsetDenominator</code>: denominator of the time} */
         public int onsetDenominator() { return getPointer().getInt(16); }
 
         /** {@return <code>reserved</code>: 0} */
         public int reserved() { return getPointer().getInt(20); }
     }
 
-    /** A finding with its place. */
+    /** A finding with its place in the file. */
     public static final class zq_ScoreFinding extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 24;
@@ -1346,20 +1352,20 @@ public final class Types {
          */
         public zq_ScoreFinding at(int index) { return at(getPointer().share((long) index * SIZE), zq_ScoreFinding::new); }
 
-        /** {@return <code>place</code>: line from 1 of kern, byte from 0 of MIDI} */
+        /** {@return <code>place</code>: line of kern, from 1, or byte of MIDI, from 0} */
         public long place() { return getPointer().getLong(0); }
 
         /** {@return <code>kind</code>: zq_ScoreFindingKind} */
         public int kind() { return getPointer().getInt(8); }
 
-        /** {@return <code>column</code>: of kern from 1, or track of MIDI from 0} */
+        /** {@return <code>column</code>: column of kern, from 1, or track of MIDI, from 0} */
         public int column() { return getPointer().getInt(12); }
 
-        /** {@return <code>token</code>: as it stands in a kern file, at most 60 bytes; else an empty text} */
+        /** {@return <code>token</code>: token of a kern file, at most 60 bytes; an empty text for MIDI} */
         public Pointer token() { return getPointer().getPointer(16); }
     }
 
-    /** What a file of music says, exactly. All belongs to the score and lives as long as it does. */
+    /** The exact contents of a file of music. Arrays and texts belong to the score and are valid as long as it is. */
     public static final class zq_Score extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 320;
@@ -1399,13 +1405,13 @@ public final class Types {
         /** @param value sets <code>midiFormat</code> */
         public void midiFormat(int value) { getPointer().setInt(8, value); }
 
-        /** {@return <code>division</code>: ticks per quarter note, or below 0 the two bytes that count seconds; 0 for kern} */
+        /** {@return <code>division</code>: ticks per quarter note; below 0, the two bytes of a division in seconds; 0 for kern} */
         public int division() { return getPointer().getInt(12); }
 
         /** @param value sets <code>division</code> */
         public void division(int value) { getPointer().setInt(12, value); }
 
-        /** {@return <code>numberOfNotes</code>: of all parts} */
+        /** {@return <code>numberOfNotes</code>: number of notes of all parts} */
         public long numberOfNotes() { return getPointer().getLong(16); }
 
         /** @param value sets <code>numberOfNotes</code> */
@@ -1417,7 +1423,7 @@ public final class Types {
         /** @param value sets <code>notes</code> */
         public void notes(zq_ScoreNote value) { getPointer().setPointer(24, placeOf(value)); }
 
-        /** {@return <code>numberOfParts</code>: with notes} */
+        /** {@return <code>numberOfParts</code>: number of parts with notes} */
         public int numberOfParts() { return getPointer().getInt(32); }
 
         /** @param value sets <code>numberOfParts</code> */
@@ -1429,19 +1435,19 @@ public final class Types {
         /** @param value sets <code>parts</code> */
         public void parts(zq_ScorePart value) { getPointer().setPointer(40, placeOf(value)); }
 
-        /** {@return <code>numberOfMeters</code>: of those that follow} */
+        /** {@return <code>numberOfMeters</code>: number of the meters that follow} */
         public int numberOfMeters() { return getPointer().getInt(48); }
 
         /** @param value sets <code>numberOfMeters</code> */
         public void numberOfMeters(int value) { getPointer().setInt(48, value); }
 
-        /** {@return <code>meters</code>: none where the file says none} */
+        /** {@return <code>meters</code>: empty if the file gives no meter} */
         public zq_ScoreMeter meters() { return at(getPointer().getPointer(56), zq_ScoreMeter::new); }
 
         /** @param value sets <code>meters</code> */
         public void meters(zq_ScoreMeter value) { getPointer().setPointer(56, placeOf(value)); }
 
-        /** {@return <code>numberOfKeys</code>: of those that follow} */
+        /** {@return <code>numberOfKeys</code>: number of the keys that follow} */
         public int numberOfKeys() { return getPointer().getInt(64); }
 
         /** @param value sets <code>numberOfKeys</code> */
@@ -1453,7 +1459,7 @@ public final class Types {
         /** @param value sets <code>keys</code> */
         public void keys(zq_ScoreKey value) { getPointer().setPointer(72, placeOf(value)); }
 
-        /** {@return <code>numberOfTempi</code>: of those that follow} */
+        /** {@return <code>numberOfTempi</code>: number of the tempi that follow} */
         public int numberOfTempi() { return getPointer().getInt(80); }
 
         /** @param value sets <code>numberOfTempi</code> */
@@ -1465,7 +1471,7 @@ public final class Types {
         /** @param value sets <code>tempi</code> */
         public void tempi(zq_ScoreTempo value) { getPointer().setPointer(88, placeOf(value)); }
 
-        /** {@return <code>numberOfBarLines</code>: of those that follow} */
+        /** {@return <code>numberOfBarLines</code>: number of the bar lines that follow} */
         public int numberOfBarLines() { return getPointer().getInt(96); }
 
         /** @param value sets <code>numberOfBarLines</code> */
@@ -1477,7 +1483,7 @@ public final class Types {
         /** @param value sets <code>barLines</code> */
         public void barLines(zq_ScoreBarLine value) { getPointer().setPointer(104, placeOf(value)); }
 
-        /** {@return <code>numberOfFindings</code>: of those that follow, at most 10000} */
+        /** {@return <code>numberOfFindings</code>: number of the findings that follow, at most 10000} */
         public int numberOfFindings() { return getPointer().getInt(112); }
 
         /** @param value sets <code>numberOfFindings</code> */
@@ -1489,14 +1495,14 @@ public final class Types {
         /** @param value sets <code>findings</code> */
         public void findings(zq_ScoreFinding value) { getPointer().setPointer(120, placeOf(value)); }
 
-        /** {@return <code>findingCounts</code>: how often each zq_ScoreFindingKind was found, listed or not} */
+        /** {@return <code>findingCounts</code>: number of findings of each kind (zq_ScoreFindingKind), listed or not} */
         public long[] findingCounts() { return getPointer().getLongArray(128, 24); }
 
         /** @param value sets <code>findingCounts</code> */
         public void findingCounts(long[] value) { setArray(128, 24, value); }
     }
 
-    /** By what a score is fed, as the basic level's block has it. */
+    /** The settings with which a score is learned, as the basic level's block has them. */
     public static final class zq_ScoreFeedSettings extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 36;
@@ -1524,7 +1530,7 @@ public final class Types {
         /** @param value sets <code>preProcessingType</code> */
         public void preProcessingType(int value) { getPointer().setInt(0, value); }
 
-        /** {@return <code>noteOnQuantization</code>: onsets go to multiples of 12288 / this, in quanta} */
+        /** {@return <code>noteOnQuantization</code>: onsets are rounded to multiples of 12288 / this value, in quanta} */
         public int noteOnQuantization() { return getPointer().getInt(4); }
 
         /** @param value sets <code>noteOnQuantization</code> */
@@ -1536,26 +1542,26 @@ public final class Types {
         /** @param value sets <code>durationQuantization</code> */
         public void durationQuantization(int value) { getPointer().setInt(8, value); }
 
-        /** {@return <code>midiTrackAnalyze</code>: 0 each part, 1 all merged, 2 both} */
+        /** {@return <code>midiTrackAnalyze</code>: 0 each part alone, 1 all merged, 2 both} */
         public int midiTrackAnalyze() { return getPointer().getInt(12); }
 
         /** @param value sets <code>midiTrackAnalyze</code> */
         public void midiTrackAnalyze(int value) { getPointer().setInt(12, value); }
 
-        /** {@return <code>leavesOutPercussion</code>: not 0: notes of drums, percussion and effects are left out} */
+        /** {@return <code>leavesOutPercussion</code>: not 0 leaves out notes of drums, percussion and effects} */
         public int leavesOutPercussion() { return getPointer().getInt(16); }
 
         /** @param value sets <code>leavesOutPercussion</code> */
         public void leavesOutPercussion(int value) { getPointer().setInt(16, value); }
 
-        /** {@return <code>channelFilter</code>: not 0 leaves out the channel} */
+        /** {@return <code>channelFilter</code>: one byte per channel; not 0 leaves it out} */
         public byte[] channelFilter() { return getPointer().getByteArray(20, 16); }
 
         /** @param value sets <code>channelFilter</code> */
         public void channelFilter(byte[] value) { setArray(20, 16, value); }
     }
 
-    /** Notes that are learned as one sequence: those of a part, or of all, as long as a meter holds. */
+    /** Notes that are learned as one sequence: those of one part, or of all parts, in a stretch of one meter. */
     public static final class zq_ScoreRun extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 72;
@@ -1577,16 +1583,16 @@ public final class Types {
          */
         public zq_ScoreRun at(int index) { return at(getPointer().share((long) index * SIZE), zq_ScoreRun::new); }
 
-        /** {@return <code>onset</code>: numerator of the onset of its first note} */
+        /** {@return <code>onset</code>: numerator of the onset of the first note} */
         public long onset() { return getPointer().getLong(0); }
 
-        /** {@return <code>onsetDenominator</code>: denominator of it} */
+        /** {@return <code>onsetDenominator</code>: denominator of that onset} */
         public int onsetDenominator() { return getPointer().getInt(8); }
 
-        /** {@return <code>part</code>: index of its part, or -1 for all merged} */
+        /** {@return <code>part</code>: index of the part, or -1 for all merged} */
         public int part() { return getPointer().getInt(12); }
 
-        /** {@return <code>notes</code>: in it} */
+        /** {@return <code>notes</code>: number of notes} */
         public long notes() { return getPointer().getLong(16); }
 
         /** {@return <code>numerator</code>: of the meter that is learned; 0 for none} */
@@ -1601,7 +1607,7 @@ public final class Types {
         /** {@return <code>writtenDenominator</code>: of the meter in the file} */
         public int writtenDenominator() { return getPointer().getInt(36); }
 
-        /** {@return <code>hasAssumedMeter</code>: 1 if the file gives none there, so that it is 4/4} */
+        /** {@return <code>hasAssumedMeter</code>: 1 if the file gives no meter there, so that 4/4 is assumed} */
         public int hasAssumedMeter() { return getPointer().getInt(40); }
 
         /** {@return <code>subType</code>: ZQMidiSubType...} */
@@ -1610,21 +1616,21 @@ public final class Types {
         /** {@return <code>soundID</code>: ZQMatrixSound... of all its notes, 0 for several} */
         public int soundID() { return getPointer().getInt(48); }
 
-        /** {@return <code>preProcessingType</code>: that it is learned with: drums and single sounds change it} */
+        /** {@return <code>preProcessingType</code>: preprocessing type with which the run is learned; drums and single sounds change it} */
         public int preProcessingType() { return getPointer().getInt(52); }
 
-        /** {@return <code>matrixID</code>: of the sub-matrix that has learned it, or -1} */
+        /** {@return <code>matrixID</code>: ID of the sub-matrix that has learned the run, or -1} */
         public int matrixID() { return getPointer().getInt(56); }
 
         /** {@return <code>cause</code>: zq_ScoreCause} */
         public int cause() { return getPointer().getInt(60); }
 
-        /** {@return <code>quartersPerMinute</code>: the tempo that half of its time is slower than; 0 where the file says none} */
+        /** {@return <code>quartersPerMinute</code>: median of the tempo over the time of the run; 0 if the file gives none} */
         public double quartersPerMinute() { return getPointer().getDouble(64); }
     }
 
     /**
-     * What was learned of a score. All belongs to the report. A note that is learned in its part or in the merged run
+     * What was learned of a score. The runs belong to the report. A note that is learned in its part or in the merged run
      * counts as learned.
      */
     public static final class zq_ScoreFeedReport extends NativeRecord {
@@ -1648,55 +1654,55 @@ public final class Types {
          */
         public zq_ScoreFeedReport at(int index) { return at(getPointer().share((long) index * SIZE), zq_ScoreFeedReport::new); }
 
-        /** {@return <code>result</code>: of the last update, 0 if none ran} */
+        /** {@return <code>result</code>: result of the last update, 0 if there was none} */
         public int result() { return getPointer().getInt(0); }
 
-        /** {@return <code>numberOfSubMatrices</code>: that the runs need, one for each meter, texture, sound and coding} */
+        /** {@return <code>numberOfSubMatrices</code>: number that the runs need, one for each meter, texture, sound and coding} */
         public int numberOfSubMatrices() { return getPointer().getInt(4); }
 
-        /** {@return <code>hasNoMeter</code>: 1 if the score has no meter at all} */
+        /** {@return <code>hasNoMeter</code>: 1 if the score has no meter} */
         public int hasNoMeter() { return getPointer().getInt(8); }
 
         /** {@return <code>reserved</code>: 0} */
         public int reserved() { return getPointer().getInt(12); }
 
-        /** {@return <code>notes</code>: of the score} */
+        /** {@return <code>notes</code>: notes of the score} */
         public long notes() { return getPointer().getLong(16); }
 
-        /** {@return <code>notesLearned</code>: of them} */
+        /** {@return <code>notesLearned</code>: of these: notes learned} */
         public long notesLearned() { return getPointer().getLong(24); }
 
-        /** {@return <code>notesFed</code>: of all runs that were learned: both in a part and merged counts twice} */
+        /** {@return <code>notesFed</code>: notes of all runs that were learned; a note learned in its part and merged counts twice} */
         public long notesFed() { return getPointer().getLong(32); }
 
-        /** {@return <code>leftOut</code>: notes by zq_ScoreCause} */
+        /** {@return <code>leftOut</code>: notes left out, by cause (zq_ScoreCause)} */
         public long[] leftOut() { return getPointer().getLongArray(40, 9); }
 
-        /** {@return <code>shortenedRests</code>: rests of more than 32 bars, which are learned as 32 bars and what is beyond whole bars} */
+        /** {@return <code>shortenedRests</code>: rests of more than 32 bars, which are learned as 32 bars plus the remainder of a bar} */
         public long shortenedRests() { return getPointer().getLong(112); }
 
-        /** {@return <code>onsetsMoved</code>: notes that the grid has moved} */
+        /** {@return <code>onsetsMoved</code>: notes whose onset was rounded to the grid} */
         public long onsetsMoved() { return getPointer().getLong(120); }
 
-        /** {@return <code>durationsMoved</code>: notes whose duration the grid has changed} */
+        /** {@return <code>durationsMoved</code>: notes whose duration was rounded to the grid} */
         public long durationsMoved() { return getPointer().getLong(128); }
 
-        /** {@return <code>notesWithoutDuration</code>: notes of no duration, which get one step of the grid} */
+        /** {@return <code>notesWithoutDuration</code>: notes with a duration of 0, which get one step of the grid} */
         public long notesWithoutDuration() { return getPointer().getLong(136); }
 
-        /** {@return <code>largestOnsetMove</code>: quanta} */
+        /** {@return <code>largestOnsetMove</code>: largest change of an onset, in quanta} */
         public double largestOnsetMove() { return getPointer().getDouble(144); }
 
-        /** {@return <code>meanOnsetMove</code>: quanta, of all notes} */
+        /** {@return <code>meanOnsetMove</code>: mean change of all onsets, in quanta} */
         public double meanOnsetMove() { return getPointer().getDouble(152); }
 
-        /** {@return <code>largestDurationMove</code>: quanta} */
+        /** {@return <code>largestDurationMove</code>: largest change of a duration, in quanta} */
         public double largestDurationMove() { return getPointer().getDouble(160); }
 
-        /** {@return <code>meanDurationMove</code>: quanta, of all notes with a duration} */
+        /** {@return <code>meanDurationMove</code>: mean change of all durations above 0, in quanta} */
         public double meanDurationMove() { return getPointer().getDouble(168); }
 
-        /** {@return <code>numberOfRuns</code>: of those that follow} */
+        /** {@return <code>numberOfRuns</code>: number of the runs that follow} */
         public long numberOfRuns() { return getPointer().getLong(176); }
 
         /** {@return <code>runs</code>: part after part, then merged} */
@@ -1731,32 +1737,32 @@ public final class Types {
         /** {@return <code>division</code>: ticks per quarter note} */
         public int division() { return getPointer().getInt(4); }
 
-        /** {@return <code>tracks</code>: of the file; the first one has tempi, meters and keys} */
+        /** {@return <code>tracks</code>: number of tracks; the first one has tempi, meters and keys} */
         public int tracks() { return getPointer().getInt(8); }
 
-        /** {@return <code>extraTracks</code>: of them: for notes that end before an earlier one of their part and key} */
+        /** {@return <code>extraTracks</code>: of these: tracks for notes that end before an earlier note of their part and key} */
         public int extraTracks() { return getPointer().getInt(12); }
 
-        /** {@return <code>notes</code>: written} */
+        /** {@return <code>notes</code>: number of notes written} */
         public long notes() { return getPointer().getLong(16); }
 
-        /** {@return <code>timesMoved</code>: onsets and ends that no tick is at: they went to the nearest one} */
+        /** {@return <code>timesMoved</code>: onsets and ends between two ticks, which were rounded to the nearest one} */
         public long timesMoved() { return getPointer().getLong(24); }
 
-        /** {@return <code>largestMove</code>: how far, in whole notes} */
+        /** {@return <code>largestMove</code>: largest of these changes, in whole notes} */
         public double largestMove() { return getPointer().getDouble(32); }
 
-        /** {@return <code>signaturesLeftOut</code>: meters and keys that a MIDI file can't say, or that only a part has and others not} */
+        /** {@return <code>signaturesLeftOut</code>: meters and keys that a MIDI file can't express, or that apply only to some parts} */
         public long signaturesLeftOut() { return getPointer().getLong(40); }
 
-        /** {@return <code>tempiChanged</code>: tempi below 3.58 or above 60,000,000: they became the nearest possible one} */
+        /** {@return <code>tempiChanged</code>: tempi below 3.58 or above 60,000,000, which were set to the nearest possible one} */
         public long tempiChanged() { return getPointer().getLong(48); }
 
-        /** {@return <code>refusedNote</code>: index of the first note for which the score is refused, or -1} */
+        /** {@return <code>refusedNote</code>: index of the first invalid note, or -1} */
         public long refusedNote() { return getPointer().getLong(56); }
     }
 
-    /** One prime of a factorisation. In the entry before the first: the number of primes, and the sum of all divisors. */
+    /** One prime of a factorisation. Entry 0 of an array holds the number of primes and the sum of all divisors. */
     public static final class tagPrimeFact extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 8;
@@ -1781,11 +1787,11 @@ public final class Types {
         /** {@return <code>prime</code>: the prime} */
         public int prime() { return getPointer().getInt(0); }
 
-        /** {@return <code>power</code>: how often it divides} */
+        /** {@return <code>power</code>: its exponent} */
         public int power() { return getPointer().getInt(4); }
     }
 
-    /** How numbers become ocrons and ocrons gocrons. Each thread has one set. */
+    /** Parameters of coding numbers as ocrons and ocrons as gocrons. Each thread has its own. */
     public static final class gocronParametersTag extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 40;
@@ -1813,13 +1819,13 @@ public final class Types {
         /** @param value sets <code>ocronType</code> */
         public void ocronType(int value) { getPointer().setInt(0, value); }
 
-        /** {@return <code>ocronEndSymbol</code>: the item behind each ocron of a sequence, and the character at which evaluation stops} */
+        /** {@return <code>ocronEndSymbol</code>: item that ends each ocron of a sequence, and character at which evaluation stops} */
         public int ocronEndSymbol() { return getPointer().getInt(4); }
 
         /** @param value sets <code>ocronEndSymbol</code> */
         public void ocronEndSymbol(int value) { getPointer().setInt(4, value); }
 
-        /** {@return <code>ocronAlgorithm</code>: 0, recursive, is the only one} */
+        /** {@return <code>ocronAlgorithm</code>: 0, recursive, the only one} */
         public int ocronAlgorithm() { return getPointer().getInt(8); }
 
         /** @param value sets <code>ocronAlgorithm</code> */
@@ -1831,7 +1837,7 @@ public final class Types {
         /** @param value sets <code>gocronAlgorithm</code> */
         public void gocronAlgorithm(int value) { getPointer().setInt(12, value); }
 
-        /** {@return <code>gocronNumberBase</code>: base of gocrons; 0 takes that of the type: 3, 4, 5, 2, 3 for types 3 to 7} */
+        /** {@return <code>gocronNumberBase</code>: base of gocrons; 0 for that of the type: 3, 4, 5, 2, 3 for types 3 to 7} */
         public int gocronNumberBase() { return getPointer().getInt(16); }
 
         /** @param value sets <code>gocronNumberBase</code> */
@@ -1896,39 +1902,39 @@ public final class Types {
         /** @param value sets <code>naturalNumber</code> */
         public void naturalNumber(long value) { getPointer().setLong(0, value); }
 
-        /** {@return <code>gocronCode</code>: its gocron, or -1} */
+        /** {@return <code>gocronCode</code>: its gocron, or -1 for none} */
         public long gocronCode() { return getPointer().getLong(8); }
 
         /** @param value sets <code>gocronCode</code> */
         public void gocronCode(long value) { getPointer().setLong(8, value); }
 
-        /** {@return <code>index</code>: its place in the order of the gocrons, from 0} */
+        /** {@return <code>index</code>: index of the gocron in ascending order, from 0} */
         public long index() { return getPointer().getLong(16); }
 
         /** @param value sets <code>index</code> */
         public void index(long value) { getPointer().setLong(16, value); }
     }
 
-    /** Four values that count the symbols of an ocron, each symbol weighted by its place. */
+    /** Four sums over the symbols of an ocron, each symbol weighted by its position. */
     @Structure.FieldOrder({"r", "i", "j", "k"})
     public static final class lQuaternionTag extends Structure implements Structure.ByValue {
         /** One that is all 0. */
         public lQuaternionTag() {}
 
-        /** of "2" */
+        /** sum of "2" */
         public long r;
 
-        /** of "*" */
+        /** sum of "*" */
         public long i;
 
-        /** of "P" */
+        /** sum of "P" */
         public long j;
 
-        /** of "^" */
+        /** sum of "^" */
         public long k;
     }
 
-    /** What a load has found. Counts and links show damage; a changed number that neither depends on doesn't show. */
+    /** What a load has found. Only damage to counts and links is detected, not a changed number on which neither depends. */
     public static final class zq_loadReport extends NativeRecord {
         /** Its bytes. */
         public static final int SIZE = 36;
@@ -1956,7 +1962,7 @@ public final class Types {
         /** {@return <code>recordsCounted</code>: sub-matrices that the header counts} */
         public int recordsCounted() { return getPointer().getInt(4); }
 
-        /** {@return <code>recordsMissing</code>: of these, the ones whose record was illegal or lacking, so that what they held is lost} */
+        /** {@return <code>recordsMissing</code>: of these: those whose record was illegal or missing, so that their contents are lost} */
         public int recordsMissing() { return getPointer().getInt(8); }
 
         /** {@return <code>isCutShort</code>: 1 if the file ended before its last slot, else 0} */
@@ -1965,16 +1971,16 @@ public final class Types {
         /** {@return <code>elementsCounted</code>: elements that the records count} */
         public int elementsCounted() { return getPointer().getInt(16); }
 
-        /** {@return <code>elementsRead</code>: elements that the file had, roots aside} */
+        /** {@return <code>elementsRead</code>: elements in the file, without roots} */
         public int elementsRead() { return getPointer().getInt(20); }
 
-        /** {@return <code>elementsDropped</code>: elements that no root leads to or that lie outside the block, which were left out} */
+        /** {@return <code>elementsDropped</code>: elements that no root leads to or that lie outside the block, which were dropped} */
         public int elementsDropped() { return getPointer().getInt(24); }
 
-        /** {@return <code>hasNewLinks</code>: 1 if links didn't answer each other and were made anew, else 0} */
+        /** {@return <code>hasNewLinks</code>: 1 if links didn't agree and were rebuilt, else 0} */
         public int hasNewLinks() { return getPointer().getInt(28); }
 
-        /** {@return <code>levelLinksCut</code>: links between sub-matrices and their levels of symbols that led nowhere and were cut} */
+        /** {@return <code>levelLinksCut</code>: links between sub-matrices and their symbol levels that led nowhere, which were removed} */
         public int levelLinksCut() { return getPointer().getInt(32); }
     }
 
@@ -1991,10 +1997,10 @@ public final class Types {
     }
 
     /**
-     * What a host has called for each message of the library. <code>level</code>: 0 errors and warnings, 1 notes, 2 to 9
-     * detail. <code>text</code>: as it would be printed, mostly with its line end; it lives until the call ends or calls
-     * the library. <code>userData</code>: what was given with the function. The host keeps a reference to it as long as it
-     * may be called.
+     * The type of a host's function that gets each message of the library. <code>level</code>: 0 errors and warnings, 1
+     * notes, 2 to 9 detail. <code>text</code>: the message as it would be printed, usually with a line end, valid until
+     * the function returns or calls the library. <code>userData</code>: the pointer that was set with the function. The
+     * host keeps a reference to it as long as it may be called.
      */
     public interface zq_messageFunction extends Callback {
         /**
