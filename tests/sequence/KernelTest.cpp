@@ -83,6 +83,14 @@ TEST(ItemPreprocessingTest, AddsTheItemThatTheWholeSequenceAdds) {
   }
 }
 
+TEST(ItemPreprocessingTest, TakesDifferencesOfTheHighestOrder) {
+  const PreprocessingSettings settings{ZQPreProcessingTypeHighestDifference, 1};
+  const Vector original = Material(settings, 5).items(ZQPreProcessingTypeHighestDifference + 1);
+  int item = 0;
+  ASSERT_TRUE(zmatrix::preProcessedItem(settings, original, &item));
+  EXPECT_EQ(Vector{item}, preProcessed(settings, original));
+}
+
 class KernelTest : public testing::Test {
  protected:
   struct State {

@@ -161,6 +161,8 @@ TEST(MidiTrackListTest, MergesTracksAsSet) {
   int nom = 0, denom = 0;
   EXPECT_EQ(list->getMidiObjectTrackAtIndex(0)->getMidiTimeSignatureFromMidiObjectTrack(&nom, &denom), 1);
   EXPECT_EQ(nom * 100 + denom, 416);
+  list->deleteAllMidiEventTracks();
+  EXPECT_EQ(list->getNumberOfMidiEventTracks(), 0);
 }
 
 TEST(MidiTracksTest, DeleteAndSort) {
