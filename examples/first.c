@@ -1,4 +1,4 @@
-/* Learns a series of integers and continues another one in its manner: learned are the steps, not the numbers. */
+/* Learns the steps of a series of integers, and continues another series with them. */
 #include <stdio.h>
 #include <zmatrix/zmatrix.h>
 

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Writes the three sample series of integers beside this script, one integer a line:
+"""Writes the three sample series of integers into the folder of this script, one integer per line:
 
     primes.txt      the first 500 primes
     smooth.txt      the first 400 numbers without a prime factor above 5
-    divisors.txt    how many divisors each of the numbers 1 to 1000 has
+    divisors.txt    the number of divisors of each of the numbers 1 to 1000
 """
 import pathlib
 
@@ -19,7 +19,7 @@ def primes(count):
 
 
 def smooth_numbers(count, factors=(2, 3, 5)):
-    """Each number is the least product of a factor and an earlier number that is above the one before."""
+    """Each number is the smallest product of a factor and an earlier number that is larger than the previous number."""
     numbers, places = [1], [0] * len(factors)
     while len(numbers) < count:
         products = [numbers[place] * factor for place, factor in zip(places, factors)]

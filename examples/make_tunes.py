@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 """Writes the three sample tunes: tide.mid (a melody), quay.mid (melody, chords, bass and drums) and gulls.mid (a waltz).
 
-The tunes are made of a few motifs that come back in other places and keys, so that there is something to learn: after most of what
-was just played, more than one thing follows. Run it in the folder that the files go to. It needs Python 3 and nothing else.
+The tunes are made of a few motifs that recur at other places and in other keys, so that most contexts have several continuations to
+learn. Run it in the folder for the files. It needs only Python 3.
 """
 import struct
 
-TICKS = 480  # of a quarter note
+TICKS = 480  # per quarter note
 DRUMS = 9
 KICK, SNARE, HAT, RIDE = 36, 38, 42, 51
 
@@ -20,7 +20,7 @@ def variable_length(value):
 
 
 def track(events):
-    """A track chunk of (tick, order, bytes), which come out by tick and, at one tick, by order."""
+    """A track chunk of (tick, order, bytes) events, sorted by tick and then by order."""
     data, now = b"", 0
     for tick, _, message in sorted(events):
         data += variable_length(tick - now) + message
@@ -41,7 +41,7 @@ def conductor(name, beats_a_minute, numerator, denominator_power):
 
 
 def part(channel, program, notes):
-    """A track of notes (start, length, pitch, velocity), in quarters; a note stops a little before the next begins."""
+    """A track of notes (start, length, pitch, velocity), in quarters; each note ends 10 ticks early."""
     events = [] if channel == DRUMS else [(0, 0, bytes([0xC0 | channel, program]))]
     for start, length, pitch, velocity in notes:
         begin = round(start * TICKS)
@@ -66,7 +66,7 @@ DORIAN = [0, 2, 3, 5, 7, 9, 10]
 
 
 def melody(phrases, motifs, tonic, steps, bar, velocity=88):
-    """Notes of phrases [(motif, shift)], a bar each; a motif is [(beat, length, degree)]."""
+    """The notes of phrases [(motif, shift)], one bar each; a motif is [(beat, length, degree)]."""
     notes = []
     for index, (motif, shift) in enumerate(phrases):
         for beat, length, degree in motifs[motif]:
@@ -100,7 +100,7 @@ def chords_of(progression, bar, strikes):
 
 
 def bass_of(progression, bar, line):
-    """line: [(beat, length, which)], which 0 the root, 1 the fifth, 2 the octave of the chord."""
+    """line: [(beat, length, which)], where `which` is 0 for the root, 1 for the fifth, 2 for the octave of the chord."""
     notes = []
     for index, pitches in enumerate(progression):
         root = 36 + pitches[0] % 12

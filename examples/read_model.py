@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Reads a matrix file and prints each field with its offset, its bytes and its value.
 
-A reader in another language, short enough to be copied; docs/file-format.md tells what the fields are. It reads the present
-version, 135, of any tier, and believes the file; what a careful reader has to check stands in that page.
+An example of a reader in another language; docs/file-format.md describes the fields. It reads files of the current version, 135, of any
+tier, and doesn't check them; that page lists the checks that a robust reader needs.
 
     read_model.py MODEL.zmatrix
 """
@@ -55,7 +55,7 @@ class Reader:
         self.show(size, name, '"%s"' % text.replace("\n", "\\n"))
 
     def array(self, name, length):
-        """A flag, and the numbers only if it is 1."""
+        """A flag, followed by the numbers if it is 1."""
         if self.number(name + " follows") == 1:
             for index in range(length):
                 self.number("%s[%d]" % (name, index))
@@ -163,7 +163,7 @@ def main():
     header = read_header(file)
     if header["lastSoftwareVersion"] != 135 or header["is64BitMatrix"] == 1:
         sys.exit("this reader knows version 135 alone")
-    # Saved is a record for each ID up to the highest that holds anything: as many as begin with the magic number.
+    # There is a record for each ID up to the highest that is not empty; each has the magic number.
     while file.data[file.at + 4:file.at + 8] == struct.pack("<i", 43112609):
         print("# record of a sub-matrix")
         read_record(file)

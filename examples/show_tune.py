@@ -1,8 +1,7 @@
 #!/usr/bin/env python3
 """Prints the first bars of a MIDI file as note names: show_tune.py FILE.mid [BARS]
 
-A line is a bar. Notes that begin together stand in one place with + between them; a number behind a note is its length in
-sixteenths. It needs Python 3 and nothing else.
+A line is a bar. Notes that begin together are joined by +; the number after a note is its length in sixteenths. It needs only Python 3.
 """
 import struct
 import sys
@@ -51,7 +50,7 @@ def tracks(data):
 
 
 def read(path):
-    """Ticks of a quarter, the meter, and the notes: (begin, channel, pitch, length) in ticks."""
+    """Ticks per quarter, the meter, and the notes: (begin, channel, pitch, length) in ticks."""
     with open(path, "rb") as file:
         data = file.read()
     division = struct.unpack(">H", data[12:14])[0]

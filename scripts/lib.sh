@@ -1,5 +1,5 @@
-# What the scripts share: where the project lies, installing what a machine lacks, configuring and building.
-# Sourced, not run. Nothing here needs more than bash and the tools of a bare Debian or Ubuntu.
+# Functions that the scripts share: the project's folder, installing missing packages, configuring and building.
+# Sourced, not run. Needs only bash and the tools of a bare Debian or Ubuntu.
 set -euo pipefail
 
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -13,7 +13,7 @@ fail() {
   exit 1
 }
 
-# quietly COMMAND...: shows what the command says only if it fails, and fails with it.
+# quietly COMMAND...: prints the output of the command only if it fails, and returns its status.
 quietly() {
   local log status=0
   log=$(mktemp)
@@ -23,12 +23,12 @@ quietly() {
   return $status
 }
 
-# want_command COMMAND PACKAGE: the package is missing if the command is.
+# want_command COMMAND PACKAGE: adds PACKAGE to the missing packages if COMMAND doesn't exist.
 want_command() {
   command -v "$1" >/dev/null 2>&1 || missing_packages+=("$2")
 }
 
-# want_file FILE PACKAGE: for libraries, known by a header.
+# want_file FILE PACKAGE: adds PACKAGE to the missing packages if FILE, for instance a header, doesn't exist.
 want_file() {
   [[ -e $1 ]] || missing_packages+=("$2")
 }
@@ -45,7 +45,7 @@ want_build_tools() {
   want_file /usr/include/nlohmann/json.hpp nlohmann-json3-dev
 }
 
-# Installs what the want_... calls found missing; asks for root only if something is and we are not root.
+# Installs the missing packages; uses sudo if there are any and the user is not root.
 install_missing() {
   [[ ${#missing_packages[@]} -gt 0 ]] || return 0
   local packages=("${missing_packages[@]}") as_root=()
@@ -62,7 +62,7 @@ install_missing() {
     fail "could not install ${packages[*]}"
 }
 
-# install_if_offered FILE PACKAGE: what one can do without, where the system has no such package or may not install it.
+# install_if_offered FILE PACKAGE: installs an optional package; goes on without it if the system doesn't offer it or can't install it.
 install_if_offered() {
   [[ ! -e $1 ]] && apt-cache show "$2" >/dev/null 2>&1 || return 0
   want_file "$1" "$2"
@@ -79,7 +79,7 @@ build_preset() {
   (cd "$project" && quietly cmake --preset "$preset" "${generator[@]}" "$@" && cmake --build "build/$preset" --parallel "$jobs")
 }
 
-# build_shared_library FILE: builds the shared library for release, and writes it to FILE without what only debuggers read.
+# build_shared_library FILE: builds the shared library for release, and writes it to FILE without debug symbols.
 build_shared_library() {
   say "building the shared library"
   if [[ ! -e $project/build/release/CMakeCache.txt ]]; then
@@ -97,7 +97,7 @@ want_java() {
   want_file $jars/jna.jar libjna-java
 }
 
-# write_javadoc FOLDER: of the Java binding; a comment that javadoc doubts is an error.
+# write_javadoc FOLDER: writes the javadoc of the Java binding; a warning is an error.
 write_javadoc() {
   local files
   mapfile -t files < <(find "$project/bindings/java/src/main" -name '*.java' | sort)

@@ -1,5 +1,5 @@
-// What bench.js measures, without JavaScript: learns the characters of a text and continues it.
-//   bench TEXT COUNT ORDER      prints the seconds of the processor for both
+// The native counterpart of bench.js: learns the characters of a text and generates items.
+//   bench TEXT COUNT ORDER      prints the processor time of both in seconds
 #include <stdio.h>
 #include <stdlib.h>
 #include <time.h>

@@ -1,4 +1,4 @@
-// Speed of WebAssembly beside that of the native library, of the same sources.
+// Measures WebAssembly beside the native library built from the same sources.
 //   scripts/js --bench [TEXT]
 import { execFileSync } from 'node:child_process';
 import { readFileSync } from 'node:fs';
@@ -6,7 +6,7 @@ import { createZmatrix } from 'zmatrix';
 
 const COUNT = 400000;
 const ORDER = 8;
-const TIMES = 3; // the fastest counts: other programs on the machine only make it slower
+const TIMES = 3; // runs, of which the fastest counts, since other programs can only slow a run down
 
 const [, , native, text] = process.argv;
 const zmatrix = await createZmatrix();

@@ -1,4 +1,4 @@
-// What only the module of WebAssembly tells.
+// The bytes of the heap in use, which the tests for leaks read.
 #include <malloc.h>
 #include <stddef.h>
 

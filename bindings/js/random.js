@@ -1,4 +1,4 @@
-// For Emscripten's linker. Random bytes where there is no `crypto`, as in Node 18, too: the library takes a few for a hash of its own.
+// Linked by Emscripten: random bytes that also work without `crypto`, as in Node 18. The library uses a few for a hash.
 mergeInto(LibraryManager.library, {
   $getRandomDevice: function () {
     if (typeof crypto != 'object' || typeof crypto.getRandomValues != 'function') return function () { return (Math.random() * 256) | 0; };

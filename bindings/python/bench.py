@@ -1,9 +1,9 @@
-"""Speed from Python: items a second, and what learning a text costs beside the command.
+"""Measures generation from Python in items per second, and the time of learning a text beside the command.
 
     scripts/python --bench
     scripts/python --bench TEXT COMMAND      COMMAND: the zmatrix command of the same build
 
-Times are those of the processor, since other programs on the machine would change those of the clock."""
+Processor time is measured, since elapsed time depends on other programs."""
 import pathlib
 import resource
 import subprocess
@@ -37,7 +37,7 @@ def compare_learning(text, command):
 
 
 def compare_threads(text):
-    """Two models learned one after the other, and by two threads; here the clock counts, so the machine should be idle."""
+    """Learns two models one after the other, and by two threads. This measures elapsed time, so the machine should be idle."""
     learn = lambda: zmatrix.learn(text, order=32)
     learn()
     begin = time.perf_counter()

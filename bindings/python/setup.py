@@ -1,4 +1,4 @@
-"""The wheel of zmatrix. scripts/python puts the shared library into the package, then builds this."""
+"""Builds the wheel of zmatrix. scripts/python puts the shared library into the package first."""
 import re
 from pathlib import Path
 
@@ -9,7 +9,7 @@ HERE = Path(__file__).resolve().parent
 
 
 class PlatformWheel(bdist_wheel):
-    """The library needs no particular interpreter, only the platform that it was built for."""
+    """A wheel for one platform and any Python version, since ctypes loads the library."""
 
     def finalize_options(self):
         super().finalize_options()
@@ -27,7 +27,7 @@ def version():
 setup(
     name='zmatrix',
     version=version(),
-    description='Learns texts, music and series of integers, and continues them',
+    description='Learns texts, music and series of integers, and generates continuations',
     license='MIT',
     python_requires='>=3.9',
     packages=['zmatrix'],

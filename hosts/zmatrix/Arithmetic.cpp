@@ -25,7 +25,7 @@ void makeTable(double reach) {
   reachOfTable = reach;
 }
 
-// An upper bound of the prime, and so of the non-prime, of this index.
+// An upper bound of the prime with this index, and so of the non-prime with this index.
 double reachOfIndex(double index) {
   return index < 6 ? 15 : index * (std::log(index) + std::log(std::log(index)));
 }
@@ -36,7 +36,7 @@ double largestOf(const std::vector<int>& numbers) {
   return largest;
 }
 
-// The least table reaches beyond the root of every number, so that it is enough for their factors.
+// A table of `leastTable` reaches beyond the square root of every 32-bit number, which is enough to find all factors.
 double largestFactorOf(const std::vector<int>& numbers) {
   makeTable(leastTable);
   double largest = 0;
@@ -47,8 +47,8 @@ double largestFactorOf(const std::vector<int>& numbers) {
   return largest;
 }
 
-// How far the table has to reach for a coding. An ocron spells the ranks of prime factors, and the path of type 6 that of the
-// number.
+// How far the table has to reach for a coding. Ocrons of types 3, 4, 5 and 7 contain the indexes of prime factors; those of type
+// 6 that of the number itself.
 double reachFor(int preprocessing, const std::vector<int>& numbers) {
   switch (preprocessing) {
     case ZQPreProcessingTypeOcron:
@@ -57,7 +57,7 @@ double reachFor(int preprocessing, const std::vector<int>& numbers) {
     case ZQPreProcessingTypeVirtualGocron:
       return largestFactorOf(numbers);
     case ZQPreProcessingTypeGocronValue:
-      return leastTable;  // what they spell has to be small enough for the matrix
+      return leastTable;  // larger values don't fit the matrix anyway
     case ZQPreProcessingTypeNthPrime:
     case ZQPreProcessingTypeNthNotPrime:
       return reachOfIndex(largestOf(numbers));
@@ -77,7 +77,7 @@ std::optional<int> asInt(long long value) {
   return static_cast<int>(value);
 }
 
-// A number that lies beyond the table is looked for once more in a larger one.
+// If the number lies beyond the table, makes a larger table and looks again.
 template <class Look>
 int inTable(double reach, Look look) {
   const int found = look();
@@ -89,7 +89,7 @@ int inTable(double reach, Look look) {
 }  // namespace
 
 void prepareArithmetic(int preprocessing, int ocronType, const std::vector<int>& numbers) {
-  makeTable(1.25 * reachFor(preprocessing, numbers));  // a continuation may go a little beyond the series
+  makeTable(1.25 * reachFor(preprocessing, numbers));  // a continuation may go somewhat beyond the series
   if (ocronType != 0) setOcronType(ocronType);
 }
 
@@ -129,7 +129,7 @@ std::optional<int> valueOfOcron(int ocronType, const std::string& ocron) {
 }
 
 std::optional<long long> gocronOf(int ocronType, int number) {
-  // the gocrons of type 7 have no digit for a product
+  // gocrons of type 7 have no digit for *
   const std::optional<std::string> ocron = ocronOf(ocronType, number);
   if (!ocron || (ocronType == 7 && ocron->find('*') != std::string::npos)) return std::nullopt;
   const long long gocron = zq_intToGocron(ocronType, number);

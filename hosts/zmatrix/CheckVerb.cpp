@@ -1,4 +1,4 @@
-// `zmatrix check`: learns files, or loads a model, has the matrix test itself and prints what it holds.
+// `zmatrix check`: learns files or loads a model, runs the self-tests and prints counters.
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
@@ -23,14 +23,14 @@ namespace {
 
 struct CheckOptions {
   LearningOptions learning;
-  TalkOptions talk;
+  MessageOptions messages;
   bool json = false;
 };
 
 const char* const examples = R"(
-Two tests run on each sub-matrix that holds anything: the scan goes through all slots and follows each element to its root, the
-walk goes down from the root; both count anew and compare. Faults are told on standard error, and the run ends with code 5.
-A single INPUT may be a model that `zmatrix learn` made: then that is tested.
+Two self-tests run on each sub-matrix that is not empty. The scan goes through all slots and follows each written element to its root; the
+walk goes down from the root. Both recount and compare with the stored counters. If a test finds a fault, the exit code is 5.
+A single INPUT may be a model file made by `zmatrix learn`; then that model is tested.
 
 Examples:
   zmatrix check novel.txt
@@ -39,7 +39,7 @@ Examples:
 
 )";
 
-// The tests come before the statistics, since the rules are counted by them alone.
+// The tests run before the statistics are read, because only the tests count the rules.
 Json testedStatistics(Matrix& matrix, int id) {
   const Matrix::TestResult scan = matrix.scan(id);
   const Matrix::TestResult walk = matrix.walk(id);
@@ -52,21 +52,22 @@ Json testedStatistics(Matrix& matrix, int id) {
   return statistics;
 }
 
-// The matrix to test, and what is said of where it comes from.
+// The matrix to test, and the members of the report that say where it comes from.
 struct Tested {
   std::unique_ptr<Matrix> matrix;
   std::unique_ptr<Material> material;
   Json origin;
-  std::map<int, int> unknownWords;  ///< of the texts that were learned, by the ID that learned them
+  std::map<int, int> unknownWords;  ///< words of the learned texts without a symbol, by matrix ID
 };
 
 bool namesAModel(const LearningOptions& options) {
   const auto model = std::find_if(options.inputs.begin(), options.inputs.end(),
                                   [](const std::string& input) { return isMatrixFile(reopenable(input)); });
   if (model == options.inputs.end()) return false;
-  if (options.inputs.size() > 1) throw Failure{ExitCode::usage, *model + " is a model: it is tested alone"};
+  if (options.inputs.size() > 1)
+    throw Failure{ExitCode::usage, *model + " is a model; it can't be checked together with other inputs"};
   if (options.tier || options.maxPhrase || options.recursive || options.as || isLimitedToASubject(options)) {
-    throw Failure{ExitCode::usage, *model + " is a model: options for learning don't apply"};
+    throw Failure{ExitCode::usage, *model + " is a model; options for learning don't apply"};
   }
   return true;
 }
@@ -74,7 +75,7 @@ bool namesAModel(const LearningOptions& options) {
 Tested loadModel(const CheckOptions& options) {
   const std::string path = reopenable(options.learning.inputs[0]);
   Tested tested;
-  tested.matrix = Matrix::load(path, options.talk.loudness());
+  tested.matrix = Matrix::load(path, options.messages.messageLevel());
   tested.material = Material::of(subjectOf(*tested.matrix), options.learning);
   std::error_code error;
   tested.origin = {{"file", path}, {"bytes", std::filesystem::file_size(path, error)}};
@@ -89,8 +90,8 @@ Tested learnInputs(const CheckOptions& options, Progress& progress) {
   const std::vector<InputFile> inputs = findInputs(options.learning.inputs, options.learning.recursive, options.learning.as);
   Tested tested;
   tested.material = Material::of(subjectOf(inputs), options.learning);
-  tested.matrix = tested.material->makeMatrix(inputs, options.talk.loudness());
-  const std::vector<int> ids = learnFiles(*tested.material, *tested.matrix, inputs, progress, options.talk.quiet);
+  tested.matrix = tested.material->makeMatrix(inputs, options.messages.messageLevel());
+  const std::vector<int> ids = learnFiles(*tested.material, *tested.matrix, inputs, progress, options.messages.quiet);
   std::uintmax_t bytes = 0;
   for (std::size_t at = 0; at < inputs.size(); ++at) {
     bytes += inputs[at].size;
@@ -132,7 +133,7 @@ void runCheck(const CheckOptions& options) {
   keepStandardOutputForResults();
   const bool isOfModel = namesAModel(options.learning);
   Output output("");
-  Progress progress(options.talk.showsProgress(), "");
+  Progress progress(options.messages.showsProgress(), "");
   const Tested tested = isOfModel ? loadModel(options) : learnInputs(options, progress);
   const Json report = reportOf(tested, progress);
   progress.clear();
@@ -147,11 +148,11 @@ void runCheck(const CheckOptions& options) {
 
 void addCheckVerb(CLI::App& app) {
   const auto options = std::make_shared<CheckOptions>();
-  CLI::App* verb = app.add_subcommand("check", "Learn files, or load a model, and let the matrix test itself");
+  CLI::App* verb = app.add_subcommand("check", "Learn files or load a model, and run the self-tests");
   addLearningOptions(*verb, options->learning,
                      "Files of one kind (text, MIDI and kern, numbers), folders of them, or one model file; - is standard input");
   verb->add_flag("--json", options->json, "Print JSON instead of a table");
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runCheck(*options); });
 }

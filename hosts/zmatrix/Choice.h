@@ -1,4 +1,4 @@
-// Choosing one of several successors as the library does, for sequences that the command puts together itself.
+// Choosing one of several successors by the same three methods as the library.
 #pragma once
 
 #include <cstddef>
@@ -6,9 +6,8 @@
 
 #include "Matrix.h"
 
-/// The index of the one that `method` says; there must be one. A random choice draws from the generator of the selected
+/// The index of the chosen successor; the list must not be empty. A random choice draws from the generator of the selected
 /// sub-matrix.
 std::size_t choose(Matrix& matrix, const std::vector<Matrix::Successor>& successors, Method method);
 
-/// The sum of their counts.
 long long sumOfCounts(const std::vector<Matrix::Successor>& successors);

@@ -1,15 +1,15 @@
-// Learning by the classic readers, which feed files themselves.
+// Learning by the classic readers: the library's functions read a file and feed it in one call.
 #include <map>
 
 #include "Failure.h"
 #include "Material.h"
+#include "Messages.h"
 #include "MusicLearning.h"
 #include "MusicReport.h"
-#include "Talk.h"
 
 namespace {
 
-// "line 3, column 2: the rule (token)" as the rule, so that the same fault of several files is told once.
+// Reduces "line 3, column 2: the rule (token)" to "the rule", so that equal faults of several files are counted together.
 std::string withoutPlace(const std::string& refusal) {
   const std::size_t colon = refusal.rfind("line ", 0) == 0 ? refusal.find(": ") : std::string::npos;
   if (colon == std::string::npos) return refusal;
@@ -30,12 +30,12 @@ class ClassicLearning : public MusicLearning {
 
   void learn(Matrix& matrix, const InputFile& input) override { matrix.learnMusic(input.path, input.kind); }
 
-  void tellOmissions() const override {
+  void printOmissions() const override {
     for (const auto& [reason, count] : reasons_) note("left out " + countOf(count, "track") + ": " + reason);
     for (const auto& [reason, count] : refusals_) note("left out " + countOf(count, "file") + ": " + reason);
-    if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end: what stands before the fault is learned");
-    if (notesLost_ > 0) note("left out " + countOf(notesLost_, "note") + " that nothing ends");
-    if (!reasons_.empty() || !refusals_.empty() || endings_ + notesLost_ > 0) note("`zmatrix inspect FILE` tells more");
+    if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end; the part before the fault was learned");
+    if (notesLost_ > 0) note("left out " + countOf(notesLost_, "note") + " without an end");
+    if (!reasons_.empty() || !refusals_.empty() || endings_ + notesLost_ > 0) note("for details see `zmatrix inspect FILE`");
   }
 
   std::string reasons() const override {
@@ -60,9 +60,9 @@ std::unique_ptr<MusicLearning> makeClassicLearning() {
 
 std::unique_ptr<MusicLearning> MusicLearning::of(Reading reading, const ReadingOptions& options) {
   if (reading == Reading::exact) return makeScoreLearning(options);
-  if (options.graceQuanta) throw Failure{ExitCode::usage, "--grace-quanta is for the exact reading"};
+  if (options.graceQuanta) throw Failure{ExitCode::usage, "--grace-quanta needs the exact reading"};
   if (options.leavesOutPercussion) {
-    throw Failure{ExitCode::usage, "--no-percussion is for the exact reading: --skip-channel 10 leaves out drums"};
+    throw Failure{ExitCode::usage, "--no-percussion needs the exact reading; --skip-channel 10 leaves out drums"};
   }
   return makeClassicLearning();
 }

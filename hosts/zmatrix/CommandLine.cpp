@@ -13,8 +13,8 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-// "--name=" gives an empty value, which the parser would take for none and look for in the next argument; `help VERB` is what
-// many type first.
+// Rewrites two spellings that CLI11 doesn't support: "--name=" becomes "--name" and an empty argument, since CLI11 would take the
+// next argument as the value; `help VERB` becomes `VERB --help`.
 Arguments argumentsOf(int count, const char* const* given) {
   Arguments arguments;
   bool isBehindOptions = false;
@@ -54,7 +54,7 @@ bool isOption(const std::string& argument) {
   return argument.size() > 1 && argument[0] == '-';
 }
 
-// What no option and no positional took, the first option before all others.
+// The first argument that CLI11 did not assign; options come before other arguments.
 std::string firstLeftOver(const CLI::App& app) {
   const Arguments rest = app.remaining();
   const auto option = std::find_if(rest.begin(), rest.end(), isOption);
@@ -64,22 +64,22 @@ std::string firstLeftOver(const CLI::App& app) {
 
 std::string faultBeforeVerb(const CLI::App& app, const std::string& given) {
   if (!isOption(given)) {
-    return given + " is none of the verbs " + listOf(namesOfVerbs(app)) + suggestionOf(namesOfVerbs(app), given);
+    return given + " is not a verb; the verbs are " + listOf(namesOfVerbs(app)) + suggestionOf(namesOfVerbs(app), given);
   }
   const CLI::App* const verb = verbOf(app);
   if (verb != nullptr && verb->get_option_no_throw(given) != nullptr) {
-    return given + " stands behind the verb: zmatrix " + verb->get_name() + " " + given;
+    return given + " must follow the verb: zmatrix " + verb->get_name() + " " + given;
   }
-  return given + " is no option of zmatrix itself" + suggestionOf(namesOfOptions(app), given);
+  return given + " is not an option of zmatrix itself" + suggestionOf(namesOfOptions(app), given);
 }
 
 std::string faultBehindVerb(const CLI::App& verb, const std::string& given) {
-  if (!isOption(given)) return given + " is one argument too many";
+  if (!isOption(given)) return "unexpected argument: " + given;
   const std::string name = given.substr(0, given.find('='));
-  return name + " is no option of zmatrix " + verb.get_name() + suggestionOf(namesOfOptions(verb), name);
+  return name + " is not an option of zmatrix " + verb.get_name() + suggestionOf(namesOfOptions(verb), name);
 }
 
-// The parser's own sentences begin with the option's name.
+// CLI11's messages begin with the option's name.
 std::string faultOfValue(const CLI::ParseError& error) {
   const std::string text = error.what();
   const std::string required = " is required";
@@ -112,7 +112,7 @@ void print(const std::string& text) {
 
 void runCommandLine(CLI::App& app, int argumentCount, const char* const* arguments) {
   Arguments list = argumentsOf(argumentCount, arguments);
-  std::reverse(list.begin(), list.end());  // the order in which the parser takes them off
+  std::reverse(list.begin(), list.end());  // CLI11 takes arguments from the end of the vector
   try {
     app.parse(list);
   } catch (const CLI::Success& answer) {
@@ -122,6 +122,6 @@ void runCommandLine(CLI::App& app, int argumentCount, const char* const* argumen
   } catch (const CLI::ParseError& error) {
     const CLI::App* const verb = verbOf(app);
     const std::string help = "zmatrix " + (verb == nullptr ? "" : verb->get_name() + " ") + "--help";
-    throw Failure{ExitCode::usage, faultOf(app, error) + " (`" + help + "` tells what there is)"};
+    throw Failure{ExitCode::usage, faultOf(app, error) + " (see `" + help + "`)"};
   }
 }

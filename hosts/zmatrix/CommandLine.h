@@ -1,8 +1,8 @@
-// From the arguments of the process to a verb that runs, or to a sentence that says what is wrong with them.
+// Parsing the arguments of the process, and the error messages for wrong ones.
 #pragma once
 
 #include <CLI/CLI.hpp>
 
-/// Lets the verb that the arguments name run, or prints the help or version that they ask for. Throws a Failure for arguments
-/// that don't fit, and whatever the verb throws.
+/// Runs the verb that the arguments name, or prints help or version if they ask for it. Throws a Failure for wrong arguments, and
+/// whatever the verb throws.
 void runCommandLine(CLI::App& app, int argumentCount, const char* const* arguments);

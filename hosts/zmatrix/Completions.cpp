@@ -6,7 +6,7 @@
 
 namespace {
 
-// With each of `special` behind a backslash.
+// Puts a backslash before each character that is in `special`.
 std::string escaped(const std::string& text, const std::string& special) {
   std::string result;
   for (const char character : text) {
@@ -16,7 +16,7 @@ std::string escaped(const std::string& text, const std::string& special) {
   return result;
 }
 
-// In single quotes for a shell that has no escapes there: a quote ends them, stands for itself, and begins them anew.
+// In single quotes for a shell; a single quote in the text becomes '\''.
 std::string quoted(const std::string& text) {
   std::string result = "'";
   for (const char character : text) result += character == '\'' ? "'\\''" : std::string(1, character);
@@ -41,7 +41,7 @@ std::string bashNames(const VerbRow& verb) {
   return listOf(names, " ");
 }
 
-// The values of the options that take one, as branches on the word before.
+// Case branches that complete the value of the option before the cursor.
 std::string bashValues(const VerbRow& verb) {
   std::string branches;
   for (const OptionRow& option : verb.options) {
@@ -62,7 +62,7 @@ std::string bashBranch(const VerbRow& verb) {
 
 // ---- zsh
 
-// One argument of _arguments for each spelling of an option; each takes the others out of what is still offered.
+// One specification for _arguments per spelling of an option; a spelling that is given excludes the others.
 std::string zshOption(const OptionRow& option) {
   const std::string description = "[" + escaped(briefOf(option.description), "[]\\:") + "]";
   const std::string values = !option.choices.empty() ? "(" + listOf(option.choices, " ") + ")"
@@ -125,7 +125,7 @@ _zmatrix() {
   case "$verb" in
 )";
   VerbRow before = rowOf(app);
-  before.name.clear();  // what stands before any verb is the branch for all else
+  before.name.clear();  // bashBranch writes the default branch for an empty name
   for (const VerbRow& verb : verbs) text += bashBranch(verb);
   text += bashBranch(before);
   return text +

@@ -1,4 +1,4 @@
-// `zmatrix continue`: learns files and writes a start followed by what the matrix finds likely to come next.
+// `zmatrix continue`: learns files and writes a start followed by generated items.
 #include <memory>
 #include <string>
 #include <vector>
@@ -6,10 +6,10 @@
 #include "Failure.h"
 #include "Inputs.h"
 #include "Learning.h"
+#include "Messages.h"
 #include "Options.h"
 #include "Output.h"
 #include "Progress.h"
-#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -17,14 +17,14 @@ namespace {
 struct ContinueOptions {
   LearningOptions learning;
   GenerationOptions generation;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 const char* const examples = R"(
 With --level words a text is learned and continued word by word.
-Texts are read as UTF-8, UTF-16 with its mark, or else Windows-1252, and what is written is UTF-8, unless --encoding says another.
-A text's language, German or English, is told by its words, and each language is learned apart. Continued is the language
-that knows the longest ending of the start; without a start, the one of which most was learned.
+A text is read as UTF-8, as UTF-16 if it has a byte order mark, else as Windows-1252; the result is UTF-8. --encoding overrides both.
+The language of a text (German, English or unknown) is detected, and each language is learned in its own sub-matrix. The sub-matrix
+that knows the longest ending of the start is continued; without a start, the one that learned most.
 The same inputs, options and seed give the same bytes.
 
 Examples:
@@ -42,9 +42,9 @@ void runContinue(ContinueOptions& options) {
   const std::unique_ptr<Material> material = Material::of(subjectOf(inputs), options.learning);
   Output output(options.generation.out);
   material->requireFitting(output);
-  Progress progress(options.talk.showsProgress(), options.generation.out);
-  const std::unique_ptr<Matrix> matrix = material->makeMatrix(inputs, options.talk.loudness());
-  learnFiles(*material, *matrix, inputs, progress, options.talk.quiet);
+  Progress progress(options.messages.showsProgress(), options.generation.out);
+  const std::unique_ptr<Matrix> matrix = material->makeMatrix(inputs, options.messages.messageLevel());
+  learnFiles(*material, *matrix, inputs, progress, options.messages.quiet);
   if (matrix->itemsLearned() == 0) throw Failure{ExitCode::badInput, material->nothingLearned()};
 
   options.generation.level = options.learning.level;
@@ -68,7 +68,7 @@ void addContinueVerb(CLI::App& app) {
   CLI::App* verb = app.add_subcommand("continue", "Learn texts, music or numbers and continue them");
   addLearningOptions(*verb, options->learning);
   addGenerationOptions(*verb, options->generation);
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runContinue(*options); });
 }

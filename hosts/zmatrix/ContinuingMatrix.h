@@ -1,4 +1,5 @@
-// How a matrix goes on from a start: context, choice, what a symbol stands for, and its branches for those who choose themselves.
+// Generation: the context, the next item, the word of a symbol, and the successors of a context for callers that choose
+// themselves.
 #pragma once
 
 #include <algorithm>
@@ -10,10 +11,10 @@
 
 #include "LearningMatrix.h"
 
-/// Rows of line feeds that the library puts behind each series that it keeps.
+/// Rows of line feeds that the library appends to each series in the history.
 inline constexpr int rowsBehindASeries = 4;
 
-/// An integer of 1, 2 or 4 bytes, the lowest first; a negative size is a signed one.
+/// A little-endian integer of |size| bytes (1, 2 or 4); a negative size means signed.
 int unpackInteger(const char* bytes, int size);
 
 template <class Functions>
@@ -45,7 +46,7 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
   int countUnknownWords([[maybe_unused]] int id, [[maybe_unused]] const std::vector<int>& items) override {
     int unknown = 0;
     if constexpr (Functions::hasSymbols) {
-      const Hush hush(*this);  // it would tell the number that is returned
+      const MutedMessages muted(*this);  // the library would report the number that is returned here
       int symbols = 0;
       int lineFeeds = 0;
       select(id);
@@ -86,7 +87,7 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
     return 0;
   }
 
-  void forgetWords() override {
+  void switchWordsOff() override {
     if constexpr (Functions::hasSymbols) s_setMatrixAILevel(matrix(), 0);
   }
 
@@ -114,7 +115,7 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
 
   bool writeMusic([[maybe_unused]] int count, [[maybe_unused]] const std::string& path) override {
     if constexpr (Functions::learns) {
-      const Hush hush(*this);  // it remarks on each note that it puts right
+      const MutedMessages muted(*this);  // the library warns of each note that it corrects
       return Functions::writeMidi(matrix(), count, path.c_str(), nullptr) == 1;
     }
     return false;
@@ -123,7 +124,7 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
   Score compose([[maybe_unused]] int count, [[maybe_unused]] std::optional<double> tempo) override {
     Score score(nullptr, zq_deleteScore);
     if constexpr (Functions::learns) {
-      const Hush hush(*this);  // it remarks on each note that it puts right
+      const MutedMessages muted(*this);  // as in writeMusic
       score.reset(Functions::compose(matrix(), count, tempo.value_or(0), nullptr));
     }
     if (!score) throw Failure{ExitCode::limit, "the notes could not be composed: out of memory"};
@@ -133,7 +134,7 @@ class ContinuingMatrix : public LearningMatrix<Functions> {
   std::vector<int> preprocess([[maybe_unused]] const std::vector<int>& items) override {
     std::vector<int> stored;
     if constexpr (Functions::learns) {
-      const Hush hush(*this);
+      const MutedMessages muted(*this);
       int length = 0;
       int* result =
           items.empty() ? nullptr : Functions::preprocess(matrix(), items.data(), static_cast<int>(items.size()), &length);

@@ -1,4 +1,4 @@
-// `zmatrix convert`: a kern score as a MIDI file.
+// `zmatrix convert`: converts a kern score to a MIDI file.
 #include <memory>
 #include <string>
 
@@ -6,13 +6,13 @@
 #include "Inputs.h"
 #include "KernConversion.h"
 #include "Material.h"
+#include "Messages.h"
 #include "MusicLearning.h"
 #include "MusicReport.h"
 #include "Options.h"
 #include "Output.h"
 #include "Scores.h"
 #include "ScratchFile.h"
-#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
@@ -21,13 +21,13 @@ struct ConvertOptions {
   std::string score;
   std::string out;
   ReadingOptions reading;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 std::string countOfFindings(const zq_Score& score) {
   long long findings = 0;
   for (const long long count : score.findingCounts) findings += count;
-  return findings == 0 ? "" : ", with " + countOf(findings, "finding") + " (`zmatrix inspect` tells them)";
+  return findings == 0 ? "" : ", with " + countOf(findings, "finding") + " (listed by `zmatrix inspect`)";
 }
 
 std::string convertExactly(const InputFile& input, const ReadingOptions& options, std::string& remark) {
@@ -35,7 +35,7 @@ std::string convertExactly(const InputFile& input, const ReadingOptions& options
   if (const std::string refusal = refusalOf(*score); !refusal.empty()) {
     throw Failure{ExitCode::badInput, input.name + ": " + refusal};
   }
-  if (score->numberOfNotes == 0) throw Failure{ExitCode::badInput, input.name + " gives no music; `zmatrix inspect` tells more"};
+  if (score->numberOfNotes == 0) throw Failure{ExitCode::badInput, input.name + " has no notes (see `zmatrix inspect`)"};
   remark = countOfFindings(*score);
   return midiOf(*score);
 }
@@ -48,12 +48,12 @@ std::string convertByClassicRules(const InputFile& input) {
     throw Failure{ExitCode::limit, "cannot convert " + input.name + ": out of memory"};
   }
   const std::string bytes = file.bytes();
-  if (bytes.empty()) throw Failure{ExitCode::badInput, input.name + " gives no music; `zmatrix inspect` tells more"};
+  if (bytes.empty()) throw Failure{ExitCode::badInput, input.name + " has no notes (see `zmatrix inspect`)"};
   return bytes;
 }
 
 const char* const examples = R"(
-The exact reading gives every note at its time. `zmatrix inspect SCORE` tells what it found in the score.
+By default every note keeps its exact onset and duration. `zmatrix inspect SCORE` lists the findings of the reading.
 
 Examples:
   zmatrix convert chorale.krn chorale.mid
@@ -65,12 +65,12 @@ void runConvert(const ConvertOptions& options) {
   keepStandardOutputForResults();
   const InputFile score = findInputs({options.score}, false, std::nullopt).front();
   refuseInputAsOutput(options.out, {score});
-  if (score.kind != Kind::kern) throw Failure{ExitCode::badInput, score.name + " is no kern file: no **kern column"};
+  if (score.kind != Kind::kern) throw Failure{ExitCode::badInput, score.name + " is not a kern file: it has no **kern column"};
   Output output(options.out);
-  if (output.isOnTerminal()) throw Failure{ExitCode::usage, "MIDI is no text for a terminal: name a file for it"};
+  if (output.isOnTerminal()) throw Failure{ExitCode::usage, "won't write MIDI to a terminal; use --out FILE"};
   std::string remark;
   const bool isClassic = options.reading.reading == Reading::classic;
-  if (isClassic) MusicLearning::of(Reading::classic, options.reading);  // refuses what goes with the exact reading alone
+  if (isClassic) MusicLearning::of(Reading::classic, options.reading);  // refuses options of the exact reading
   output.write(isClassic ? convertByClassicRules(score) : convertExactly(score, options.reading, remark));
   output.commit();
   note("converted " + score.name + remark);
@@ -80,14 +80,14 @@ void runConvert(const ConvertOptions& options) {
 
 void addConvertVerb(CLI::App& app) {
   const auto options = std::make_shared<ConvertOptions>();
-  CLI::App* verb = app.add_subcommand("convert", "Turn a kern score into a MIDI file");
+  CLI::App* verb = app.add_subcommand("convert", "Convert a kern score to a MIDI file");
   verb->add_option("SCORE", options->score, "A kern file")->required()->option_text(" ");
   verb->add_option("MIDI,--out,-o", options->out, "The MIDI file to write; - is standard output")
       ->required()
       ->check(isNamed)
       ->option_text(" ");
   addReadingOptions(*verb, options->reading);
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runConvert(*options); });
 }

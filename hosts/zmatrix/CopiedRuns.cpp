@@ -25,10 +25,10 @@ std::uint64_t scattered(int character) {
   return value ^ (value >> 27);
 }
 
-// Calls take(hash, begin) for each stretch of a text, with a hash that is rolled on from stretch to stretch.
+// Calls take(hash, begin) for each stretch of `length` characters, with a rolling polynomial hash.
 template <class Take>
 void forEachStretch(const std::vector<int>& text, std::size_t length, Take take) {
-  std::uint64_t leaving = 1;  // the weight of the character that drops out
+  std::uint64_t leaving = 1;  // base^length, the weight of the character that leaves the stretch
   for (std::size_t at = 0; at < length; ++at) leaving *= base;
   std::uint64_t hash = 0;
   for (std::size_t at = 0; at < text.size(); ++at) {

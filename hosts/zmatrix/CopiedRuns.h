@@ -1,4 +1,4 @@
-// How much of a written text stands in other texts word for word, in runs of some length: the measure of quoting.
+// Measures which share of a generated text is copied from other texts, in runs of at least 25, 50 and 100 characters.
 #pragma once
 
 #include <array>
@@ -11,11 +11,11 @@ class CopiedRuns {
   static constexpr std::array<int, 3> lengths = {25, 50, 100};  ///< characters
   using Shares = std::array<double, lengths.size()>;            ///< 0 to 1, for runs of at least each length
 
-  /// White space counts as one blank, however much and of what kind it is.
+  /// Any run of white space counts as one blank.
   explicit CopiedRuns(const std::vector<int>& written);
-  /// Marks what of the written text stands in this one.
+  /// Marks the stretches of the written text that occur in this one.
   void compareWith(const std::vector<int>& text);
-  /// The share of the written characters that lie within a run found in one of the texts.
+  /// The share of the written characters that lie within a marked stretch.
   Shares shares() const;
 
  private:
@@ -23,11 +23,11 @@ class CopiedRuns {
   struct Stretches {
     std::size_t length;
     struct Found {
-      std::size_t at;  ///< where the written text has it first
+      std::size_t at;  ///< its first place in the written text
       bool isCopied;
     };
     std::unordered_map<std::uint64_t, Found> byHash;
-    std::vector<bool> filter;  ///< false at the low bits of a hash that no stretch has
+    std::vector<bool> filter;  ///< by a smaller hash; false if no stretch has it
   };
   void search(Stretches& stretches, const std::vector<int>& text) const;
 

@@ -97,7 +97,7 @@ Json gridOf(const zq_ScoreFeedReport& plan) {
           {"notes_without_duration", plan.notesWithoutDuration}};
 }
 
-// Runs that differ in nothing but their place stand in one line.
+// Adds up the runs that differ only in place, tempo or written meter.
 Json sumOfRuns(const Json& runs) {
   Json sums = Json::array();
   for (const Json& run : runs) {

@@ -1,4 +1,4 @@
-// How the command ends when it can't go on: a verb throws a Failure, main prints its text and returns its code.
+// How the command reports errors: a verb throws a Failure, main prints its text and returns its code.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@ enum class ExitCode {
   usage = 2,     ///< the command line is wrong
   badInput = 3,  ///< an input can't be read or holds nothing to learn
   limit = 4,     ///< a limit was reached: memory, the matrix, the disk
-  damaged = 5,   ///< a self-test of the matrix found a fault
+  damaged = 5,   ///< a model is damaged, or a self-test found a fault
 };
 
 struct Failure {

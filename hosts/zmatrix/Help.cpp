@@ -3,7 +3,7 @@
 #include <sstream>
 
 namespace {
-constexpr std::size_t lineWidth = 70;  // beside the column of names: 100 in all
+constexpr std::size_t lineWidth = 70;  // with the 30 columns of option names, 100 in all
 }  // namespace
 
 std::string Help::make_option_desc(const CLI::Option* option) const {

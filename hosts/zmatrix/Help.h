@@ -1,4 +1,4 @@
-// How --help looks: descriptions of options broken into lines.
+// The layout of --help: option descriptions are wrapped.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -1,4 +1,4 @@
-// `zmatrix info`: what stands in a model file: header, records, history.
+// `zmatrix info`: prints the header, records and history of a model file.
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -18,11 +18,12 @@ namespace {
 struct InfoOptions {
   std::string model;
   bool json = false;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 const char* const examples = R"(
---verbose adds the line that the library keeps in the file to describe it. Of music the table has a line for each sub-matrix, --json everything. Counts of rules are those of the last self-test, if there was one; `zmatrix check MODEL` tests the model and counts anew.
+--verbose adds the description that the library stores in the file. For music the table has one line per sub-matrix; --json prints
+everything. Counts of rules are those of the last self-test and missing if there was none; `zmatrix check MODEL` recounts them.
 
 Examples:
   zmatrix info novel.zmatrix
@@ -30,13 +31,14 @@ Examples:
 
 )";
 
-// The medium tier puts what a track is before the name: "MatID0: 4/4, Monophon, Undefined, Piano (track1): tune.mid".
+// The library stores music with a description of the track before the name:
+// "MatID0: 4/4, Monophon, Undefined, Piano (track1): tune.mid".
 std::string nameWithoutFolder(const std::string& learned) {
   const std::size_t end = learned.rfind("MatID", 0) == 0 ? learned.find("): ") : std::string::npos;
   return std::filesystem::path(end == std::string::npos ? learned : learned.substr(end + 3)).filename().string();
 }
 
-// What was learned and when: "learned from a.txt and 2 more files, last on 2026-11-22T00:15:10Z".
+// For example "learned from a.txt and 2 more files, last on 2026-11-22T00:15:10Z".
 std::string summaryOf(const Json& matrices) {
   std::vector<std::string> files;
   std::string lastSaved;
@@ -78,7 +80,7 @@ Json describe(Matrix& matrix, const std::string& path, bool isVerbose) {
   for (int id = 0; id < matrix.numberOfIDs(); ++id) {
     if (!matrix.isOccupied(id)) continue;
     Json record = statisticsOf(matrix.record(id), matrix.tier());
-    if (record.value("rule_elements", 0) == 0) {  // no self-test has counted them
+    if (record.value("rule_elements", 0) == 0) {  // no self-test has run
       for (const char* count : {"rule_elements", "unique_rules", "overdetermined_rules"}) record.erase(count);
     }
     record.update(settingsOf(matrix.record(id), matrix.tier()));
@@ -90,7 +92,7 @@ Json describe(Matrix& matrix, const std::string& path, bool isVerbose) {
   return result;
 }
 
-// Of music, which has many sub-matrices, a line each; of others everything.
+// Music has many sub-matrices, so it gets one line per sub-matrix instead of the columns of all settings.
 std::string tableOf(Json description) {
   const Json tracks = description.value("tracks", Json::array());
   description.erase("tracks");
@@ -117,10 +119,10 @@ std::string tableOf(Json description) {
 void runInfo(const InfoOptions& options) {
   keepStandardOutputForResults();
   const std::string path = reopenable(options.model);
-  const std::unique_ptr<Matrix> matrix = Matrix::load(path, options.talk.loudness());
+  const std::unique_ptr<Matrix> matrix = Matrix::load(path, options.messages.messageLevel());
   warnIfDamaged(*matrix, nameOfArgument(options.model));
   Output output("");
-  const Json description = describe(*matrix, path, options.talk.verbose);
+  const Json description = describe(*matrix, path, options.messages.verbose);
   output.write(options.json ? jsonText(description) : tableOf(description));
   output.commit();
 }
@@ -129,10 +131,10 @@ void runInfo(const InfoOptions& options) {
 
 void addInfoVerb(CLI::App& app) {
   const auto options = std::make_shared<InfoOptions>();
-  CLI::App* verb = app.add_subcommand("info", "Tell what a model file holds");
+  CLI::App* verb = app.add_subcommand("info", "Print what a model file holds");
   verb->add_option("MODEL", options->model, "A matrix file of any tier; - is standard input")->required()->option_text(" ");
   verb->add_flag("--json", options->json, "Print JSON instead of tables");
-  addTalkOptions(*verb, options->talk);
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runInfo(*options); });
 }

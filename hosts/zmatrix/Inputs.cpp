@@ -31,16 +31,16 @@ Stream openForReading(const fs::path& path) {
   return file;
 }
 
-// The library counts a text's bytes in an int and asks for room for a few more.
+// The library counts the bytes of a text in an int and allocates somewhat more.
 constexpr std::uintmax_t mostBytes = INT_MAX / 2;
 
 InputFile readableFile(const fs::path& name, const fs::path& path, std::optional<Kind> kind) {
   openForReading(path);
-  if (isMatrixFile(path)) cannotRead(name, "it is a model, no text and no music (`zmatrix generate` continues it)");
+  if (isMatrixFile(path)) cannotRead(name, "it is a model file (`zmatrix generate` continues it)");
   std::error_code error;
   const std::uintmax_t size = fs::file_size(path, error);
   if (error) cannotRead(name, error.message());
-  if (size > mostBytes) throw Failure{ExitCode::limit, name.string() + " is too big: a file may have 1 GiB"};
+  if (size > mostBytes) throw Failure{ExitCode::limit, name.string() + " is too large: the limit is 1 GiB per file"};
   return {name.string(), path.string(), size, kind ? *kind : kindOfContent(path.string())};
 }
 
@@ -65,8 +65,8 @@ std::vector<fs::path> filesOfFolder(const fs::path& folder, bool recursive, std:
   const std::vector<fs::path> files =
       recursive ? filesBelow<fs::recursive_directory_iterator>(folder, as) : filesBelow<fs::directory_iterator>(folder, as);
   if (files.empty()) {
-    cannotRead(folder,
-               "no " + soughtSuffixes(as) + " file in it" + (recursive ? " or below it" : " (--recursive looks below it)"));
+    cannotRead(folder, "no " + soughtSuffixes(as) + " file in it" +
+                           (recursive ? " or its subfolders" : " (--recursive includes subfolders)"));
   }
   return files;
 }
@@ -99,7 +99,7 @@ Subject subjectOf(const std::vector<InputFile>& inputs) {
     if (subjectOf(input.kind) == subjectOf(first.kind)) continue;
     throw Failure{ExitCode::badInput, first.name + " holds " + nameOf(subjectOf(first.kind)) + " and " + input.name + " " +
                                           nameOf(subjectOf(input.kind)) +
-                                          ": a model learns one of them (--as text|midi|kern|numbers says which files to take)"};
+                                          ": a model learns only one of them (--as text|midi|kern|numbers selects files)"};
   }
   return subjectOf(first.kind);
 }
@@ -108,7 +108,7 @@ void refuseInputAsOutput(const std::string& output, const std::vector<InputFile>
   for (const InputFile& input : inputs) {
     std::error_code error;
     if (fs::equivalent(output, input.path, error)) {
-      throw Failure{ExitCode::usage, output + " is an input: name another file for the result"};
+      throw Failure{ExitCode::usage, output + " is an input; choose another file for the result"};
     }
   }
 }
@@ -117,7 +117,7 @@ void requireReadable(const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (error) cannotRead(path, error.message());
-  if (!fs::is_regular_file(status)) cannotRead(path, "it is no file");
+  if (!fs::is_regular_file(status)) cannotRead(path, "it is not a regular file");
   openForReading(path);
 }
 

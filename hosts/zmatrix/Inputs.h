@@ -1,4 +1,4 @@
-// From the INPUT arguments of a verb to the files to learn, each known to be readable before anything is learned.
+// Finds the files that the INPUT arguments of a verb name, and makes sure that all can be read before any is learned.
 #pragma once
 
 #include <cstdint>
@@ -10,20 +10,20 @@
 
 struct InputFile {
   std::string name;     ///< for messages and records
-  std::string path;     ///< to open it; of standard input and pipes another
+  std::string path;     ///< for opening it; differs from the name for standard input and pipes
   std::uintmax_t size;  ///< bytes
   Kind kind;
 };
 
-/// Takes files as they are named, standard input (-) and pipes among them, and, of each folder, the files with the suffix of a
-/// kind in the order of their names, with `recursive` those of the folders below too. `as` says what all of them hold; without it
-/// each file's content does. Throws a Failure if an argument can't be read, or if a folder holds no such file.
+/// The files that are named, including standard input (-) and pipes, and the files of each folder that have the suffix of a kind,
+/// ordered by name; with `recursive` those of subfolders too. `as` sets the kind of all files; without it the kind is detected
+/// from the content. Throws a Failure if an argument can't be read, or if a folder has no such file.
 std::vector<InputFile> findInputs(const std::vector<std::string>& arguments, bool recursive, std::optional<Kind> as);
 
-/// The one subject of all inputs. Throws a Failure if there are several.
+/// The subject of all inputs. Throws a Failure if they are of several subjects.
 Subject subjectOf(const std::vector<InputFile>& inputs);
 
-/// Throws a Failure if a result that is to be written to `output` would replace one of the inputs.
+/// Throws a Failure if `output` is one of the inputs.
 void refuseInputAsOutput(const std::string& output, const std::vector<InputFile>& inputs);
 
 /// Throws a Failure unless `path` is a regular file that can be opened for reading.
@@ -32,5 +32,5 @@ void requireReadable(const std::string& path);
 /// All bytes of a file. Throws a Failure if it can't be read.
 std::string readFile(const std::string& path);
 
-/// True if `path` is a file that begins as a matrix file does.
+/// True if `path` is a regular file that begins with the signature of a matrix file.
 bool isMatrixFile(const std::string& path);

@@ -1,4 +1,4 @@
-// `zmatrix inspect`: what MIDI and kern files give, and what of them is lost and why.
+// `zmatrix inspect`: reports what is read from MIDI and kern files, what is lost and why.
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -21,12 +21,12 @@ struct InspectOptions {
   std::optional<Kind> as;
   bool json = false;
   ReadingOptions reading;
-  TalkOptions talk;
+  MessageOptions messages;
 };
 
 const char* const examples = R"(
-Both readings stand side by side, with what the classic one loses or shifts; --reading tells of one alone.
-Nothing that a reader drops is dropped silently here. If a file is refused the run ends with code 3, after all were looked at.
+The exact and the classic reading are compared, with what the classic one loses or shifts; --reading reports one of them alone.
+The reports account for everything that a reader drops. If a file is refused, the exit code is 3; the other files are still reported.
 
 Examples:
   zmatrix inspect tune.mid
@@ -34,7 +34,7 @@ Examples:
 
 )";
 
-// A broken file is inspected as what its name says. Texts of a folder are passed over.
+// A file whose content is not recognised as music is inspected as its suffix says. Other files of a folder are skipped.
 std::vector<InputFile> findMusic(const InspectOptions& options) {
   std::vector<InputFile> music;
   for (InputFile input : findInputs(options.inputs, options.recursive, options.as)) {
@@ -44,10 +44,10 @@ std::vector<InputFile> findMusic(const InspectOptions& options) {
     if (subjectOf(input.kind) == Subject::music) {
       music.push_back(input);
     } else if (isNamed) {
-      throw Failure{ExitCode::badInput, input.name + " is neither a MIDI nor a kern file (--as midi|kern says what it is to be)"};
+      throw Failure{ExitCode::badInput, input.name + " is neither a MIDI nor a kern file (--as midi|kern overrides this)"};
     }
   }
-  if (music.empty()) throw Failure{ExitCode::badInput, "no MIDI and no kern file in " + options.inputs.front()};
+  if (music.empty()) throw Failure{ExitCode::badInput, "no MIDI or kern file in " + options.inputs.front()};
   return music;
 }
 
@@ -75,13 +75,13 @@ void runInspect(const InspectOptions& options) {
 
 void addInspectVerb(CLI::App& app) {
   const auto options = std::make_shared<InspectOptions>();
-  CLI::App* verb = app.add_subcommand("inspect", "Tell what MIDI and kern files give, and what is lost of them");
+  CLI::App* verb = app.add_subcommand("inspect", "Report what is read from MIDI and kern files, and what is lost");
   verb->add_option("FILE", options->inputs, "MIDI and kern files, or folders of them")->required()->option_text(" ");
-  verb->add_flag("--recursive,-r", options->recursive, "Inspect the files of the folders below too");
+  verb->add_flag("--recursive,-r", options->recursive, "Inspect the files of subfolders too");
   addKindOptions(*verb, options->as);
   addReadingOptions(*verb, options->reading);
-  verb->add_flag("--json", options->json, "Print JSON instead of tables: a list with an object for each file");
-  addTalkOptions(*verb, options->talk);
+  verb->add_flag("--json", options->json, "Print JSON instead of tables: a list with one object per file");
+  addMessageOptions(*verb, options->messages);
   verb->footer(std::string(examples) + exitCodes);
   verb->callback([options] { runInspect(*options); });
 }

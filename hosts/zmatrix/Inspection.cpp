@@ -19,7 +19,7 @@ std::string sideBySide(const Json& readings, const Json& losses) {
 }
 
 MusicReport classicInspection(const InputFile& input, const ReadingOptions& options) {
-  MusicLearning::of(Reading::classic, options);  // refuses what goes with the exact reading alone
+  MusicLearning::of(Reading::classic, options);  // refuses options of the exact reading
   return reportOf(input);
 }
 

@@ -1,9 +1,9 @@
-// All that is told of a file of music: the readings side by side, the report on the exact one, and that on the classic one.
+// The report of `zmatrix inspect` on one file: a comparison of the readings, and the report on each.
 #pragma once
 
 #include "MusicReport.h"
 #include "Reading.h"
 
-/// `full` has the members of the classic report, and besides them "readings", "classic_losses" and "exact". The refusal is that
-/// of the exact reading, unless the classic one alone is asked for.
+/// If both readings are reported, `full` has the members of the classic report and "readings", "classic_losses" and "exact".
+/// `refusal` is that of the exact reading, unless the options ask for the classic one.
 MusicReport inspectionOf(const InputFile& input, const ReadingOptions& options);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// A fixed array, since a signal handler may touch nothing that allocates; it counts only while it is whole.
+// A fixed array, because a signal handler must not allocate. It is valid while isUnfinished is true.
 char unfinishedFile[4096];
 std::atomic<bool> isUnfinished{false};
 static_assert(std::atomic<bool>::is_always_lock_free);
@@ -27,7 +27,7 @@ void removeAtInterrupt(const std::string& path) {
   std::memcpy(unfinishedFile, path.c_str(), path.size() + 1);
   isUnfinished = true;
   for (int signalNumber : {SIGINT, SIGTERM, SIGHUP}) {
-    // one that is ignored, as under nohup, stays so
+    // a signal that is ignored, as under nohup, stays ignored
     if (signal(signalNumber, removeUnfinishedFile) == SIG_IGN) signal(signalNumber, SIG_IGN);
   }
 }

@@ -1,7 +1,7 @@
-// What an interrupt (Ctrl-C, a hang-up, a polite kill) has to remove before it ends the command.
+// Removes an unfinished file when SIGINT, SIGTERM or SIGHUP ends the command.
 #pragma once
 
 #include <string>
 
-/// The one file that is being written now. A new name replaces the old one; an empty one means none.
+/// Sets the file to remove. There is one at a time: a new path replaces the previous one, an empty path means none.
 void removeAtInterrupt(const std::string& path);

@@ -2,7 +2,7 @@
 
 #include <zmatrix/zmatrix.h>
 
-// The library asks for a matrix, which has no part in it.
+// The library's function takes a matrix, but the result doesn't depend on it.
 bool convertClassically(const std::string& score, const std::string& midi) {
   ZQMatrixMedium* const matrix = createAndInitMatrixMediumWithDebugParameters(0, -1, "");
   if (matrix == nullptr) return false;

@@ -1,7 +1,7 @@
-// A kern score as a MIDI file by the classic reading.
+// Converts a kern score to a MIDI file by the classic reading.
 #pragma once
 
 #include <string>
 
-/// False if memory has run out. What the reading refuses gives an empty file.
+/// False if memory runs out. If the reading refuses the score, the MIDI file is empty.
 bool convertClassically(const std::string& score, const std::string& midi);

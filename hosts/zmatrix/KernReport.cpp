@@ -1,4 +1,4 @@
-// The report on a kern file.
+// The report on the classic reading of a kern file.
 #include <zmatrix/zq.h>
 
 #include <algorithm>
@@ -134,7 +134,7 @@ std::string tableOf(Json full) {
   return table;
 }
 
-// Where the reading stopped.
+// Where and why the reading stopped.
 std::string stopOf(const zq_KernReport& report) {
   for (int at = 0; at < report.numberOfFindings; ++at) {
     const zq_KernFinding& finding = report.findings[at];
@@ -146,7 +146,7 @@ std::string stopOf(const zq_KernReport& report) {
   return states[std::clamp(report.state, 0, 3)];
 }
 
-// Each departure from the score with the lines where it is, as far as they are listed; then the tracks that are passed over.
+// The departures from the score with the lines of the first few, then the tracks that are not learned.
 void addLosses(const zq_KernReport& report, MusicReport& result) {
   constexpr int mostLines = 5;
   result.notesRead = report.notes;
@@ -176,7 +176,7 @@ void addLosses(const zq_KernReport& report, MusicReport& result) {
   result.notesLearned = std::max(single, merged);
 }
 
-// Those that are in the merged track as well count once.
+// Notes of single tracks are in the merged track too, so its verdict counts only if there are no single tracks.
 void addVerdicts(const zq_KernReport& report, MusicReport& result) {
   bool hasSingle = false;
   for (int at = 0; at < report.numberOfTracks; ++at) hasSingle = hasSingle || report.tracks[at].isMerged == 0;

@@ -69,7 +69,7 @@ bool isKern(const std::string& bytes) {
 }
 
 bool isNumbers(const std::string& path, const std::string& beginning) {
-  // the last token of a piece may be cut
+  // the last token of `beginning` may be cut off
   const std::size_t whole = beginning.find_last_of(" \t\r\n,;");
   if (whole == std::string::npos ? beginning.empty() : !holdsOnlyIntegers(beginning.substr(0, whole + 1))) return false;
   return holdsIntegers(readFile(path));

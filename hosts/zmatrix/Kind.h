@@ -1,4 +1,4 @@
-// What a file holds, told by its first bytes, and of what files a folder is searched for.
+// The kind of a file, detected from its content, and the suffixes by which files of a folder are selected.
 #pragma once
 
 #include <optional>
@@ -7,22 +7,22 @@
 
 enum class Kind { text, midi, kern, numbers };
 
-/// What one matrix learns: files of one subject, never of several.
+/// The subject of a matrix. All files that it learns are of one subject.
 enum class Subject { texts, music, numbers };
 
 const char* nameOf(Kind kind);
 const char* nameOf(Subject subject);
 Subject subjectOf(Kind kind);
 
-/// MIDI begins with its signature; in kern the first record that is no comment names its columns, **kern among them; numbers are
-/// a file whose every token is an integer; all else is text. Reads no more of the file than it needs.
+/// A MIDI file begins with "MThd". In a kern file the first record that isn't a comment names the columns, **kern among them. In
+/// a file of numbers every token is an integer. Anything else is text.
 Kind kindOfContent(const std::string& path);
 
-/// True if a folder's file of this name is learned: as one of `kind`, without one as one of any kind.
+/// True if a file of this name in a folder is learned: it has a suffix of `kind`, or of any kind if that is null.
 bool isSought(const std::string& name, std::optional<Kind> kind);
 
-/// The kind of a folder's file, if its name tells: .txt may be text or numbers.
+/// The kind that a suffix implies; null if it implies none, or several as .txt does.
 std::optional<Kind> kindOfSuffix(const std::string& name);
 
-/// The suffixes that isSought goes by, as a list for a sentence: ".mid, .midi or .krn".
+/// The suffixes that isSought accepts, for a message: ".mid, .midi or .krn".
 std::string soughtSuffixes(std::optional<Kind> kind);

@@ -4,7 +4,7 @@
 
 namespace {
 
-// The library's callback takes no context, so what it draws is reached through here while texts are learned.
+// The library's progress callback has no context argument, so its state is reached through the pointer `learning`.
 struct Learning {
   Progress* progress;
   const Matrix* matrix;
@@ -22,7 +22,7 @@ void showLearning(progressCallBackData_tag*) {
   learning->progress->show("learning " + learning->file, learning->bytesInAll > 0 ? bytes / learning->bytesInAll : 1);
 }
 
-// Registers the callback, and takes it back however learning ends: what it reaches dies with this.
+// Registers the callback, and unregisters it when learning ends, also by an exception.
 class Display {
  public:
   explicit Display(Learning& state) {
@@ -55,6 +55,6 @@ std::vector<int> learnFiles(Material& material, Matrix& matrix, const std::vecto
   }
   matrix.refreshWords();
   progress.clear();
-  if (!quiet) material.tellOmissions();
+  if (!quiet) material.printOmissions();
   return ids;
 }

@@ -1,4 +1,4 @@
-// Feeding files to a matrix, with the line that shows how far it is.
+// Feeding files to a matrix, with a progress line.
 #pragma once
 
 #include <vector>
@@ -7,7 +7,7 @@
 #include "Material.h"
 #include "Progress.h"
 
-/// Returns for each input the ID that learned it, -1 for one that held nothing or went to several. Unless `quiet`, says what was
-/// left out.
+/// Returns for each input the ID of the sub-matrix that learned it; -1 if the input held nothing or was learned by several.
+/// Unless `quiet`, prints what was left out.
 std::vector<int> learnFiles(Material& material, Matrix& matrix, const std::vector<InputFile>& inputs, Progress& progress,
                             bool quiet);

@@ -1,4 +1,4 @@
-// What a matrix learns: how it is made ready for texts, words, music and numbers, and the feeds. The base tier refuses them.
+// Learning: preparing a matrix for texts, words, music or numbers, and feeding it. The base tier throws a Failure.
 #pragma once
 
 #include <algorithm>
@@ -10,16 +10,16 @@
 #include "StoredMatrix.h"
 #include "TextFile.h"
 
-/// Three languages, each with its letters and its words, and room for one pair more.
+/// Two each for German, English, unknown language and one more: letters and words.
 inline constexpr int numberOfIDsWithWords = 8;
 
-/// The Failure of a base matrix, and its like.
-[[noreturn]] void refuseToLearn(const std::string& what = "a matrix of the base tier stores values, it learns nothing");
+/// Throws the Failure of a tier that can't learn this.
+[[noreturn]] void refuseToLearn(const std::string& what = "a matrix of the base tier can't learn, it only stores values");
 
-/// Throws the Failure of a library that found no sub-matrix for a track, if that is among what it said.
-void requireRoomForTracks(const std::vector<Overheard::Kind>& kinds, int numberOfIDs, const std::string& path);
+/// Throws a Failure if one of the library's messages says that no sub-matrix was free for a track.
+void requireRoomForTracks(const std::vector<LibraryMessages::Kind>& kinds, int numberOfIDs, const std::string& path);
 
-/// Throws the Failure of a score that a matrix could not take, or not all of; a null report is that of exhausted memory.
+/// Throws a Failure if a score was not learned completely. A null report means that memory ran out.
 void requireAllTaken(const zq_ScoreFeedReport* report, int numberOfIDs, const std::string& path);
 
 template <class Functions>
@@ -28,11 +28,11 @@ class LearningMatrix : public StoredMatrix<Functions> {
   using Store = StoredMatrix<Functions>;
   using Store::isOccupied;
   using Store::itemsLearned;
-  using Store::loudness;
+  using Store::messageLevel;
   using Store::numberOfIDs;
   using Store::record;
   using Store::select;
-  using Store::setLoudness;
+  using Store::setMessageLevel;
   using Store::Store;
   using typename Store::Learned;
   using typename Store::MusicSettings;
@@ -57,7 +57,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
       Functions::setGlobalDurationGrid(matrix(), settings.durationGrid);
       Functions::setTracks(matrix(), static_cast<int>(settings.tracks));
       Functions::setChannelFilter(matrix(), settings.skippedChannels.data());
-      // a feed takes the grids of its first track from the sub-matrix that is current when it begins, which is the first
+      // a feed takes the grids for its first track from the current sub-matrix, which learnMusic makes ID 0
       select(0);
       Functions::setGrid(matrix(), settings.grid);
       Functions::setDurationGrid(matrix(), settings.durationGrid);
@@ -103,7 +103,8 @@ class LearningMatrix : public StoredMatrix<Functions> {
     return settings;
   }
 
-  // Of a series the sub-matrix has the limit, since it was set up before it learned; a feed sets its own up from the global one.
+  // The sub-matrix of a series is set up before it learns, so its own limit is set too. Other feeds set up their sub-matrices
+  // from the global limit.
   void setPhraseLimit([[maybe_unused]] int phraseLimit) override {
     if constexpr (Functions::learns) {
       Functions::setPhraseLimit(matrix(), phraseLimit);
@@ -154,15 +155,16 @@ class LearningMatrix : public StoredMatrix<Functions> {
   Learned learnText([[maybe_unused]] const std::vector<int>& items, [[maybe_unused]] const std::string& name) override {
     if constexpr (Functions::learns) {
       const int length = static_cast<int>(items.size());
-      Overheard talk(loudness().level == 0);
+      LibraryMessages messages(messageLevel().level == 0);
       const int id = Functions::prepareForText(matrix(), items.data(), length, name.c_str());
       const long long before = id < 0 ? 0 : itemsLearned(id);
       int wordsLeftOut = 0;
       const int result = id < 0 ? -1 : learnItems(items, wordsLeftOut);
-      talk.end();
-      talk.tell();
+      messages.end();
+      messages.print();
       if (result < 1 && !isExcused(result, id, items)) {
-        throw Failure{ExitCode::limit, "the matrix could not take all of " + name + ": lower --max-phrase, or learn fewer texts"};
+        throw Failure{ExitCode::limit,
+                      "the matrix is too small for all of " + name + ": lower --max-phrase, or learn fewer texts"};
       }
       return {itemsLearned(id) == before && wordsLeftOut == 0 ? -1 : id, wordsLeftOut};
     } else {
@@ -179,18 +181,18 @@ class LearningMatrix : public StoredMatrix<Functions> {
   int learnMusic([[maybe_unused]] const std::string& path, [[maybe_unused]] Kind kind) override {
     if constexpr (Functions::learns) {
       int notes = 0;
-      const Loudness wanted = loudness();
-      if (wanted.level < 0) setLoudness({0});
-      Overheard talk(loudness().level == 0);
+      const MessageLevel wanted = messageLevel();
+      if (wanted.level < 0) setMessageLevel({0});
+      LibraryMessages messages(messageLevel().level == 0);
       select(0);
       if (kind == Kind::kern) {
         Functions::learnKern(matrix(), path.c_str(), &notes);
       } else {
         Functions::learnMidi(matrix(), path.c_str(), &notes);
       }
-      talk.end();
-      setLoudness(wanted);
-      requireRoomForTracks(talk.kinds(), numberOfIDs(), path);
+      messages.end();
+      setMessageLevel(wanted);
+      requireRoomForTracks(messages.kinds(), numberOfIDs(), path);
       return notes;
     } else {
       refuseToLearn();
@@ -200,7 +202,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
   FeedReport learnScore([[maybe_unused]] const zq_Score& score, [[maybe_unused]] const std::string& path,
                         [[maybe_unused]] bool leavesOutPercussion) override {
     if constexpr (Functions::learns) {
-      const Hush hush(*this);  // the report says it all
+      const MutedMessages muted(*this);  // the report has the same information
       FeedReport report(Functions::learnScore(matrix(), &score, path.c_str(), leavesOutPercussion ? 1 : 0),
                         zq_deleteScoreFeedReport);
       requireAllTaken(report.get(), numberOfIDs(), path);
@@ -228,9 +230,10 @@ class LearningMatrix : public StoredMatrix<Functions> {
     if constexpr (Functions::learns) {
       Functions::setNameOfFile(matrix(), path.c_str());
       Functions::addNameOfFile(matrix(), path.c_str());
-      const Hush hush(*this);  // what can't be coded the caller has told by now
+      const MutedMessages muted(*this);  // the caller has already reported what can't be coded
       if (Functions::learnSeries(matrix(), series.data(), static_cast<int>(series.size())) >= 1) return;
-      throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer numbers"};
+      throw Failure{ExitCode::limit,
+                    "the matrix is too small for all of " + path + ": lower --max-phrase, or learn fewer numbers"};
     } else {
       refuseToLearn();
     }
@@ -240,7 +243,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
   using Store::matrix;
 
  private:
-  // With the selected sub-matrix. Its limit is set anew only for the rare characters beyond it, of the last three planes.
+  // Learns into the selected sub-matrix. Its index limit of 500,000 is raised only for characters above U+7A120.
   int learnItems(const std::vector<int>& items, [[maybe_unused]] int& wordsLeftOut) {
     const int greatest = items.empty() ? 0 : *std::max_element(items.begin(), items.end());
     if (greatest > Functions::maximalIndex(matrix())) Functions::setMaximalIndex(matrix(), greatestCharacter);
@@ -263,7 +266,7 @@ class LearningMatrix : public StoredMatrix<Functions> {
     }
   }
 
-  // With words 0 also says that the text has none that is a symbol, which is no fault of the matrix.
+  // For words the result 0 also means that no word of the text became a symbol, which is not an error.
   bool isExcused(int result, int id, const std::vector<int>& items) {
     if (!hasWords() || result != 0 || id < 0) return false;
     const ZQMatrixProperties& letters = record(id);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// A dash that stays one, a backslash that stays one, and no line that begins like a request.
+// Escapes text for roff: "-" and "\" are printed as they are, and no line is taken for a request.
 std::string escaped(const std::string& text) {
   std::string roff;
   for (const char character : text) {
@@ -84,14 +84,14 @@ std::string manualPage(const CLI::App& app, const std::string& version) {
   return roff;
 }
 
-// The answer to --print leaves the parser on the way that the answer to --version takes.
+// CallForVersion is how CLI11 ends a parse with text to print; --version ends in the same way.
 void addPrintOption(CLI::App& app, const std::string& version) {
   const auto print = [&app, version](const std::string& what) {
     std::string text = what == "man"    ? manualPage(app, version)
                        : what == "bash" ? bashCompletion(app)
                        : what == "zsh"  ? zshCompletion(app)
                                         : fishCompletion(app);
-    text.pop_back();  // a line end is printed behind it
+    text.pop_back();  // CLI11 prints a line end after it
     throw CLI::CallForVersion(text, 0);
   };
   app.add_option_function<std::string>("--print", print, "Print the manual page, or the completions for a shell, and exit")

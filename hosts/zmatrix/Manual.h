@@ -1,4 +1,4 @@
-// The manual page and the completions of shells, written from the table of options.
+// The manual page and the shell completions, made from the rows of OptionTable.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -8,10 +8,10 @@
 /// The manual page, in the man macros of roff.
 std::string manualPage(const CLI::App& app, const std::string& version);
 
-/// What a shell reads to complete the command's verbs, options, and values that are one of a list.
+/// Scripts that complete verbs, options, values from a list, and file names.
 std::string bashCompletion(const CLI::App& app);
 std::string zshCompletion(const CLI::App& app);
 std::string fishCompletion(const CLI::App& app);
 
-/// Adds `--print man|bash|zsh|fish`, which prints one of them.
+/// Adds the option `--print man|bash|zsh|fish`.
 void addPrintOption(CLI::App& app, const std::string& version);

@@ -29,12 +29,12 @@ std::vector<SubjectOption> subjectOptions(const LearningOptions& options) {
           {"--skip-bad", options.skipsBad, {Subject::numbers}}};
 }
 
-// Names the first option that was given and is for another subject.
+// Throws a Failure that names the first given option of another subject.
 void requireOptionsOf(Subject subject, const LearningOptions& options) {
   for (const SubjectOption& option : subjectOptions(options)) {
     bool fits = !option.isGiven;
     for (const Subject allowed : option.subjects) fits = fits || allowed == subject;
-    if (!fits) throw Failure{ExitCode::usage, std::string(option.name) + " is not for " + nameOf(subject)};
+    if (!fits) throw Failure{ExitCode::usage, std::string(option.name) + " does not apply to " + nameOf(subject)};
   }
 }
 
@@ -53,7 +53,8 @@ Subject subjectOf(Matrix& matrix) {
     const ZQMatrixProperties& record = matrix.record(id);
     if (record.matrixType == ZQMatrixTypeANSIText) return Subject::texts;
     if (record.matrixType == ZQMatrixTypeIntegerSeries) {
-      if (matrix.tier() != Tier::full || record.currentMatrixIDLevelDown < 0) return Subject::numbers;  // no symbols of words
+      // with a level below it, the series are symbols of words
+      if (matrix.tier() != Tier::full || record.currentMatrixIDLevelDown < 0) return Subject::numbers;
     }
     if (record.matrixType == ZQMatrixTypeMIDINoteAndQuanta || record.matrixType == ZQMatrixTypeMIDITriple_NDMT ||
         record.matrixType == ZQMatrixTypeMIDIGMQuadruple_NDMTS) {
@@ -76,12 +77,12 @@ void refuseTextOptions(const GenerationOptions& options, const char* subject) {
       {"--lines", options.lines.has_value()},       {"--against", !options.against.empty()},
       {"--encoding", options.encoding.has_value()}, {"--json", options.json}};
   for (const auto& [name, isGiven] : given) {
-    if (isGiven) throw Failure{ExitCode::usage, std::string(name) + " is not for " + subject};
+    if (isGiven) throw Failure{ExitCode::usage, std::string(name) + " does not apply to " + subject};
   }
 }
 
 void refuseUpdate(const std::string& reason) {
-  throw Failure{ExitCode::usage, reason + "; without --update a model is made anew"};
+  throw Failure{ExitCode::usage, reason + "; without --update a new model is made"};
 }
 
 std::string countOf(long long number, const std::string& noun) {

@@ -1,5 +1,4 @@
-// What a verb learns and continues: texts, music or numbers, a class each (TextMaterial, MusicMaterial, NumberMaterial), so that
-// verbs say what is done and materials how.
+// The interface between verbs and subjects. Verbs call a Material; TextMaterial, MusicMaterial and NumberMaterial implement it.
 #pragma once
 
 #include <memory>
@@ -13,58 +12,58 @@
 #include "Output.h"
 #include "Progress.h"
 
-/// What will be said next, chosen and ready to be written.
+/// A continuation whose sub-matrix is chosen and whose start is read; write() generates it.
 class Continuation {
  public:
   virtual ~Continuation() = default;
-  /// For the line that says what is continued.
+  /// What is continued, for a message.
   virtual std::string description() const = 0;
-  /// Writes the start and what comes next. To be called once.
+  /// Writes the start and the generated items. May be called once.
   virtual void write(Output& output, Progress& progress) = 0;
 };
 
 class Material {
  public:
-  /// Throws a Failure for options that don't fit the subject or each other. The options have to live as long.
+  /// Throws a Failure for options that don't fit the subject. The options must outlive the Material.
   static std::unique_ptr<Material> of(Subject subject, const LearningOptions& options);
   virtual ~Material() = default;
 
-  /// Refuses a result that its output can't take, before anything is learned.
+  /// Throws a Failure if the output is unsuitable, such as a terminal for MIDI. Called before learning.
   virtual void requireFitting(const Output&) const {}
-  /// An empty matrix, made ready for these inputs. Throws a Failure if they can't be learned in this way.
-  virtual std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) = 0;
-  /// Throws a Failure for options that a matrix which has learned before can't take, and lets it have the others.
+  /// An empty matrix prepared for these inputs. Throws a Failure if they can't be learned with these options.
+  virtual std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, MessageLevel messageLevel) = 0;
+  /// Applies the options to a matrix that has learned before. Throws a Failure for options that it can't change.
   virtual void adjust(Matrix& matrix, const std::vector<InputFile>& inputs) = 0;
-  /// Returns the ID that learned the file; -1 if none did, or not one alone.
+  /// Returns the ID of the sub-matrix that learned the file; -1 if none or several did.
   virtual int learn(Matrix& matrix, const InputFile& input) = 0;
-  /// Says on standard error what of the inputs was left out, and why.
-  virtual void tellOmissions() const {}
+  /// Prints on stderr what was left out of the inputs, and why.
+  virtual void printOmissions() const {}
   /// Why nothing was learned.
   virtual std::string nothingLearned() const = 0;
-  /// What the matrix holds, in the subject's unit: "1200 items".
+  /// The amount that the matrix has learned, in the unit of the subject: "1200 items".
   virtual std::string amountIn(Matrix& matrix) const = 0;
-  /// What stands beside "tier" in the description of a model: the level, or the coding.
+  /// Adds the subject's members to the description of a model: level, coding and the like.
   virtual void describe(Matrix& matrix, nlohmann::ordered_json& description) const = 0;
-  /// A line for each sub-matrix where there may be many, for people; empty for subjects that have few.
+  /// For music, which has many sub-matrices, a row per sub-matrix; empty for other subjects.
   virtual nlohmann::ordered_json overview(Matrix&) const { return nlohmann::ordered_json::array(); }
-  /// Throws a Failure if there is nothing to continue, or if the options don't fit. They have to live as long.
+  /// Throws a Failure if there is nothing to continue, or if the options don't fit. Matrix and options must outlive the result.
   virtual std::unique_ptr<Continuation> continuation(Matrix& matrix, const GenerationOptions& options) const = 0;
 };
 
-/// The subject of what a matrix holds. One of the base tier, or one that is empty, counts as texts.
+/// The subject of a matrix. A matrix of the base tier and an empty matrix count as texts.
 Subject subjectOf(Matrix& matrix);
 
 std::unique_ptr<Material> makeTextMaterial(const LearningOptions& options);
 std::unique_ptr<Material> makeMusicMaterial(const LearningOptions& options);
 std::unique_ptr<Material> makeNumberMaterial(const LearningOptions& options);
 
-/// True if an option was given that is for one subject, or for two of the three.
+/// True if an option was given that doesn't apply to all subjects.
 bool isLimitedToASubject(const LearningOptions& options);
 
-/// Throws a Failure if an option was given that only the continuation of a text has.
+/// Throws a Failure if an option was given that applies only to texts.
 void refuseTextOptions(const GenerationOptions& options, const char* subject);
 
-/// Throws the Failure of an option that a model which has learned before can't take.
+/// Throws the Failure of an option that can't be changed by --update.
 [[noreturn]] void refuseUpdate(const std::string& reason);
 
 /// "1 file", "3 files".

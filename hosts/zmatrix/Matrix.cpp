@@ -17,23 +17,24 @@ namespace {
 
 [[noreturn]] void refuseForWantOfIDs(int numberOfIDs, const std::string& path) {
   throw Failure{ExitCode::limit, "the model has " + std::to_string(numberOfIDs) +
-                                     " sub-matrices, each for one meter, kind and sound, and " + path +
-                                     " needs one more: learn its files and this one into a new model"};
+                                     " sub-matrices, one for each meter, kind and sound, and " + path +
+                                     " needs another: learn all files into a new model"};
 }
 
 template <class Functions>
-std::unique_ptr<Matrix> createOf(Loudness loudness) {
-  auto* handle = Functions::create(loudness.printsMessages() ? 1 : 0, loudness.level, "");
+std::unique_ptr<Matrix> createOf(MessageLevel messageLevel) {
+  auto* handle = Functions::create(messageLevel.printsMessages() ? 1 : 0, messageLevel.level, "");
   if (handle == nullptr) throw Failure{ExitCode::limit, "no memory for a matrix"};
-  return std::make_unique<ContinuingMatrix<Functions>>(handle, loudness);
+  return std::make_unique<ContinuingMatrix<Functions>>(handle, messageLevel);
 }
 
-// Read in silence: while it reads, the library would send its messages to where the file says, a file of its own if need be.
+// Loads at message level -1, because during a load the library uses the message device stored in the file, which may be a debug
+// file.
 template <class Functions>
-std::unique_ptr<Matrix> loadOf(const std::string& path, Loudness loudness) {
+std::unique_ptr<Matrix> loadOf(const std::string& path, MessageLevel messageLevel) {
   auto* handle = Functions::load(path.c_str(), -1);
-  if (handle == nullptr) refuse("cannot read " + path + ": it is damaged, or needs more memory than there is");
-  return std::make_unique<ContinuingMatrix<Functions>>(handle, loudness);
+  if (handle == nullptr) refuse("cannot read " + path + ": it is damaged or needs more memory than available");
+  return std::make_unique<ContinuingMatrix<Functions>>(handle, messageLevel);
 }
 
 }  // namespace
@@ -51,9 +52,9 @@ int unpackInteger(const char* bytes, int size) {
   return static_cast<int>(value);
 }
 
-void requireRoomForTracks(const std::vector<Overheard::Kind>& kinds, int numberOfIDs, const std::string& path) {
+void requireRoomForTracks(const std::vector<LibraryMessages::Kind>& kinds, int numberOfIDs, const std::string& path) {
   const std::string noFreeID = "could not find a free matrixID";
-  for (const Overheard::Kind& kind : kinds) {
+  for (const LibraryMessages::Kind& kind : kinds) {
     if (kind.first[0].find(noFreeID) != std::string::npos) refuseForWantOfIDs(numberOfIDs, path);
   }
 }
@@ -62,27 +63,27 @@ void requireAllTaken(const zq_ScoreFeedReport* report, int numberOfIDs, const st
   if (report == nullptr) throw Failure{ExitCode::limit, "out of memory"};
   if (report->leftOut[zq_ScoreNoSubMatrix] > 0) refuseForWantOfIDs(numberOfIDs, path);
   if (report->leftOut[zq_ScoreNotTaken] > 0) {
-    throw Failure{ExitCode::limit, "the matrix could not take all of " + path + ": lower --max-phrase, or learn fewer files"};
+    throw Failure{ExitCode::limit, "the matrix is too small for all of " + path + ": lower --max-phrase, or learn fewer files"};
   }
 }
 
-std::unique_ptr<Matrix> Matrix::create(Tier tier, Loudness loudness) {
-  if (tier == Tier::full) return createOf<FullTier>(loudness);
-  if (tier == Tier::medium) return createOf<MediumTier>(loudness);
-  return createOf<BaseTier>(loudness);
+std::unique_ptr<Matrix> Matrix::create(Tier tier, MessageLevel messageLevel) {
+  if (tier == Tier::full) return createOf<FullTier>(messageLevel);
+  if (tier == Tier::medium) return createOf<MediumTier>(messageLevel);
+  return createOf<BaseTier>(messageLevel);
 }
 
-std::unique_ptr<Matrix> Matrix::load(const std::string& path, Loudness loudness) {
+std::unique_ptr<Matrix> Matrix::load(const std::string& path, MessageLevel messageLevel) {
   requireReadable(path);
   switch (s_getMatrixInfoTypeFromFile(path.c_str())) {
     case ZQMatrixInfoTypeFull:
-      return loadOf<FullTier>(path, loudness);
+      return loadOf<FullTier>(path, messageLevel);
     case ZQMatrixInfoTypeMedium:
-      return loadOf<MediumTier>(path, loudness);
+      return loadOf<MediumTier>(path, messageLevel);
     case ZQMatrixInfoTypeBase:
-      return loadOf<BaseTier>(path, loudness);
+      return loadOf<BaseTier>(path, messageLevel);
     default:
-      refuse("cannot read " + path + ": it holds no matrix (`zmatrix learn` makes such a file)");
+      refuse("cannot read " + path + ": it is not a matrix file (`zmatrix learn` makes one)");
   }
 }
 

@@ -1,5 +1,5 @@
-// A matrix as the verbs see it, whatever its tier. It holds texts of different languages in different sub-matrices, each under an
-// ID of its own; what is asked of a sub-matrix names its ID or goes to the one that was selected.
+// The interface of a matrix of any tier. A matrix has several sub-matrices, for instance one per language; a function takes the
+// ID of a sub-matrix or works on the one that select() chose.
 #pragma once
 
 #include <zmatrix/zmatrix.h>
@@ -19,18 +19,18 @@ enum class Tier { base = ZQMatrixInfoTypeBase, medium = ZQMatrixInfoTypeMedium, 
 
 const char* nameOf(Tier tier);
 
-/// What a text is a sequence of.
+/// The items of a text.
 enum class Level { letters, words };
 
-/// How the next item is chosen, in the numbers of the flat interface.
+/// How the next item is chosen. The numbers are those of the C interface.
 enum class Method { best = 1, middle = 2, random = 3 };
 
-/// Which tracks of a piece are learned: each by itself, all merged into one, or both; in the numbers of the flat interface.
+/// Which tracks of a piece are learned: each by itself, all merged into one, or both. The numbers are those of the C interface.
 enum class Tracks { single = 0, merged = 1, both = 2 };
 
-/// How loud the library is: its level of messages, -1 for silence. Errors and warnings (level 0) are there for who listens; they
-/// are printed, as all messages are then, only from level 1 on.
-struct Loudness {
+/// The library's message level, -1 for none. At level 0 errors and warnings reach an LibraryMessages, but the library prints
+/// nothing; from level 1 on it prints all messages up to the level.
+struct MessageLevel {
   int level;
 
   bool printsMessages() const { return level > 0; }
@@ -38,13 +38,13 @@ struct Loudness {
 
 class Matrix {
  public:
-  /// An empty one. Throws a Failure if there is no memory for it.
-  static std::unique_ptr<Matrix> create(Tier tier, Loudness loudness);
-  /// The one in a file, of the tier that the file names. Throws a Failure if it can't be read.
-  static std::unique_ptr<Matrix> load(const std::string& path, Loudness loudness);
+  /// An empty matrix. Throws a Failure if memory runs out.
+  static std::unique_ptr<Matrix> create(Tier tier, MessageLevel messageLevel);
+  /// Loads a matrix file; the file determines the tier. Throws a Failure if it can't be read.
+  static std::unique_ptr<Matrix> load(const std::string& path, MessageLevel messageLevel);
   virtual ~Matrix() = default;
 
-  /// What stands before the records in a file.
+  /// Fields of the file header.
   struct Header {
     std::string description;
     int formatVersion;
@@ -57,13 +57,13 @@ class Matrix {
   virtual int blockSize() const = 0;
   virtual int maximalStack() const = 0;
   virtual void select(int id) = 0;
-  virtual void setLoudness(Loudness loudness) = 0;
-  virtual Loudness loudness() const = 0;
+  virtual void setMessageLevel(MessageLevel messageLevel) = 0;
+  virtual MessageLevel messageLevel() const = 0;
 
-  /// All counters and settings of a sub-matrix; what the tier doesn't have is 0. Lives until the next call for this ID.
+  /// All counters and settings of a sub-matrix; fields that the tier lacks are 0. Valid until the next call for this ID.
   virtual const ZQMatrixProperties& record(int id) = 0;
   bool isOccupied(int id) { return record(id).numberOfMatrixElements > 0; }
-  /// The records of past saves that came with the file, the oldest first. They live as long as the matrix.
+  /// The records of past saves in the file, the oldest first. Valid as long as the matrix.
   virtual std::vector<const ZQMatrixProperties*> history() = 0;
 
   struct TestResult {
@@ -71,27 +71,25 @@ class Matrix {
     int writtenElements;  ///< as the test counted them
     int endElements;
   };
-  /// Scans the block, follows each element of the sub-matrix to its root and counts anew.
+  /// Self-test: scans the block, follows each written element of the sub-matrix to its root and recounts.
   TestResult scan(int id) { return selfTest(id, 1); }
-  /// Walks the sub-matrix from its root and counts anew.
+  /// Self-test: walks the sub-matrix from its root and recounts.
   TestResult walk(int id) { return selfTest(id, 2); }
-  /// Scans every sub-matrix that holds anything, which takes longer than learning it did.
+  /// Scans every sub-matrix that isn't empty. Can take longer than learning did.
   bool isSound();
-  /// What the load of its file found. A load drops what it can't trust, so that damage to a file shows here, at a small part of a
-  /// scan's cost.
+  /// What the load of the file dropped or rebuilt. This shows damage of the file without a scan.
   virtual zq_loadReport loadReport() = 0;
 
-  /// Puts the matrix into a file in place of what was there. False, with errno set as far as known, if it can't.
+  /// Saves the matrix and replaces the file. False if that fails, with errno set if the cause is known, else 0.
   virtual bool save(const std::string& path) = 0;
 
-  // Learning. The base tier throws a Failure, as the medium tier does for words.
+  // Learning. The base tier throws a Failure, and so does the medium tier for words. reserveIDs and the prepareFor... functions
+  // are for an empty matrix, except that prepareForMusic may be called again between files.
 
-  // The next five are to be called for an empty matrix.
-
-  /// Room for that many sub-matrices, at least.
+  /// Makes room for at least `count` sub-matrices.
   virtual void reserveIDs(int count) = 0;
   virtual void prepareForTexts(int phraseLimit) = 0;
-  /// Besides the letters it will learn sequences of up to `wordLimit` words.
+  /// The matrix will learn runs of up to `wordLimit` words above the letters.
   virtual void prepareForWords(int wordLimit) = 0;
   struct MusicSettings {
     int preprocessing;
@@ -100,7 +98,7 @@ class Matrix {
     Tracks tracks;
     std::array<char, 16> skippedChannels;  ///< 1 for one that is left out
   };
-  /// May be called again between files. The phrase limit stays.
+  /// Leaves the phrase limit unchanged.
   virtual void prepareForMusic(const MusicSettings& settings) = 0;
   virtual MusicSettings musicSettings() const = 0;
   struct NumberSettings {
@@ -113,98 +111,98 @@ class Matrix {
   virtual void setPhraseLimit(int phraseLimit) = 0;
   virtual int phraseLimit() const = 0;
   virtual void setWordLimit(int wordLimit) = 0;
-  /// From now on a save adds what was learned to the history.
+  /// From now on a save adds records to the history.
   virtual void keepHistory() = 0;
   virtual bool hasWords() const = 0;
   struct Learned {
-    int id;            ///< the ID that learned the file, -1 if it held nothing
-    int wordsLeftOut;  ///< as they were too long
+    int id;            ///< the ID of the sub-matrix that learned the text, -1 if the text held nothing
+    int wordsLeftOut;  ///< because they were too long
   };
-  /// Learns a text, as words alone if the matrix has them. `name` is its file's. Throws a Failure if the matrix can't take all.
+  /// Learns a text, as words if the matrix has words. `name` is the file's name. Throws a Failure if the matrix is too small.
   virtual Learned learnText(const std::vector<int>& items, const std::string& name) = 0;
-  /// Sets the links of all words anew. Learning keeps them, but other hosts may have left a model with links that went astray.
+  /// Sets the links of all words again. Learning keeps them right, but a model from another host may contain stale ones.
   virtual void refreshWords() = 0;
-  /// MIDI or kern: each track goes to a sub-matrix of its meter, kind and sound. Returns the notes taken. Throws a Failure if no
-  /// sub-matrix is left for one.
+  /// Learns a MIDI or kern file by the classic reading, each track in the sub-matrix of its meter, kind and sound. Returns the
+  /// number of notes learned. Throws a Failure if no sub-matrix is free for a track.
   virtual int learnMusic(const std::string& path, Kind kind) = 0;
-  /// The same of a score, each run of it. Throws a Failure if the matrix can't take all of it.
+  /// Learns the runs of a score, each in the sub-matrix of its meter, kind and sound. Throws a Failure if the matrix is too
+  /// small.
   virtual FeedReport learnScore(const zq_Score& score, const std::string& path, bool leavesOutPercussion) = 0;
   struct Readings {
     bool hasClassic;
     bool hasExact;
   };
-  /// How the music that it holds was read.
+  /// By which readings the music of the matrix was learned.
   virtual Readings readings() = 0;
-  /// The tempo of the music that the sub-matrix has learned, in quarter notes a minute; 0 where none is known.
+  /// The median tempo that the sub-matrix has learned, in quarter notes per minute; 0 if none is known.
   virtual double learnedTempo(int id) = 0;
-  /// A series of integers into the selected sub-matrix, under the name of the file it is from. Throws a Failure if the matrix
-  /// can't take all of it.
+  /// Learns a series of integers into the selected sub-matrix; `path` is its file's name. Throws a Failure if the matrix is too
+  /// small.
   virtual void learnSeries(const std::vector<int>& series, const std::string& path) = 0;
-  /// Items that the sub-matrix has learned: about one a character of text. May be asked while a text is being learned.
+  /// Items that the sub-matrix has learned; about one per character of text. May be called from the progress callback.
   virtual long long itemsLearned(int id) const = 0;
   long long itemsLearned() const;
-  /// The series of items that the sub-matrix learned last, flat, as long as it keeps a history.
+  /// The sequence that the sub-matrix learned last, item after item; empty unless the matrix keeps it for the history.
   virtual std::vector<int> lastSeriesLearned(int id) = 0;
-  /// Words of a text that the sub-matrix has no symbol for.
+  /// The number of words in a text that have no symbol in the sub-matrix.
   virtual int countUnknownWords(int id, const std::vector<int>& items) = 0;
 
-  // Continuing, with the sub-matrix that was selected.
+  // Generating from the selected sub-matrix.
 
   virtual void setMethod(Method method) = 0;
   virtual void seed(long long value) = 0;
-  /// Makes these items the context of what comes next, flat, item after item; of a text on the level of words too if the matrix
-  /// has it.
+  /// Sets the context (the kernel), coordinate after coordinate; if the matrix has words, on the level of words too.
   virtual void setContext(const std::vector<int>& items) = 0;
-  /// The context as it was set, or came with the file.
+  /// The context that was set or loaded.
   virtual std::vector<int> context() = 0;
-  /// How many of the last items of the context the sub-matrix knows together.
+  /// Length in items of the longest ending of the context that the sub-matrix has learned.
   virtual int lengthOfContext() const = 0;
-  /// Goes on without the level of words.
-  virtual void forgetWords() = 0;
-  /// The next item of a single coordinate, none at the end of a sequence.
+  /// Switches the level of words off.
+  virtual void switchWordsOff() = 0;
+  /// The next item, for items of one coordinate; null at the end of a sequence.
   virtual std::optional<int> nextItem() = 0;
-  /// What a symbol of the sub-matrix stands for.
+  /// The letters of a symbol of the sub-matrix.
   virtual std::vector<int> wordOf(int symbol) = 0;
 
-  /// Writes the context and up to `count` notes that come next. True if the file could be written.
+  /// Writes the context and up to `count` generated notes as a MIDI file. False if the file can't be written.
   virtual bool writeMusic(int count, const std::string& path) = 0;
-  /// The same as a score, in a tempo of quarter notes a minute, or in the one that was learned. Throws a Failure if there is
-  /// none.
+  /// The same as a score. The tempo is in quarter notes per minute; null means the learned one. Throws a Failure if memory runs
+  /// out.
   virtual Score compose(int count, std::optional<double> tempo) = 0;
 
-  // The same step by step, for sequences that the caller codes and decodes.
+  // Generating step by step, for callers that encode, choose and decode items themselves.
 
   /// The items as the sub-matrix stores them.
   virtual std::vector<int> preprocess(const std::vector<int>& items) = 0;
   struct Successor {
     int item;
-    int count;   ///< how often it was learned there
-    int starts;  ///< how often it began a sequence; an item behind others never does
+    int count;   ///< how often it followed the context
+    int starts;  ///< how often the context with this item began a sequence
   };
-  /// What followed these stored items; nothing for a sequence that was not learned.
+  /// The items that followed these stored items; empty if these were not learned.
   virtual std::vector<Successor> successorsOf(const std::vector<int>& storedItems) = 0;
-  /// The letters that follow a beginning of sentences, with the number of sentences that go on so. None if the counts can't tell.
+  /// The letters that follow a beginning of sentences, with the number of sentences that go on so. Null if the counts can't tell.
   virtual std::optional<std::vector<Successor>> sentenceStarts(const std::vector<int>& beginning) = 0;
-  /// 0 to 1, from the generator that seed() sets.
+  /// A random number from 0 to below 1, from the generator that seed() sets.
   virtual double drawFraction() = 0;
 
  protected:
   virtual TestResult selfTest(int id, int which) = 0;
 };
 
-/// Keeps the library from warning while something is tried that may well fail; who asked for notes gets everything.
-class Hush {
+/// Sets the message level to -1 for its lifetime, around calls whose warnings are expected. A level set by --debug stays.
+class MutedMessages {
  public:
-  explicit Hush(Matrix& matrix) : matrix_(matrix), before_(matrix.loudness()) {
-    if (before_.level == 0) matrix_.setLoudness({-1});
+  explicit MutedMessages(Matrix& matrix) : matrix_(matrix), before_(matrix.messageLevel()) {
+    if (before_.level == 0) matrix_.setMessageLevel({-1});
   }
-  ~Hush() { matrix_.setLoudness(before_); }
-  Hush(const Hush&) = delete;
-  Hush& operator=(const Hush&) = delete;
+  ~MutedMessages() { matrix_.setMessageLevel(before_); }
+  MutedMessages(const MutedMessages&) = delete;
+  MutedMessages& operator=(const MutedMessages&) = delete;
 
  private:
   Matrix& matrix_;
-  Loudness before_;
+  MessageLevel before_;
 };
 
 const char* languageOf(const ZQMatrixProperties& record);

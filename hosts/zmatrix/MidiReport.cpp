@@ -1,4 +1,4 @@
-// The report on a MIDI file.
+// The report on the classic reading of a MIDI file.
 #include <zmatrix/zq.h>
 
 #include <algorithm>
@@ -56,7 +56,8 @@ std::string kindOf(const zq_MidiTrack& track) {
          std::to_string(track.preProcessingType);
 }
 
-// Tracks without a note are no loss, and those that are in the merged one as well count once.
+// Tracks without notes lose nothing. Notes of single tracks are in the merged track too, so its verdict counts only if there are
+// no single tracks.
 void addVerdicts(const zq_MidiReport& report, MusicReport& result) {
   bool hasSingle = false;
   for (int at = 0; at < report.numberOfTracks; ++at) hasSingle = hasSingle || report.tracks[at].isMerged == 0;
@@ -68,7 +69,7 @@ void addVerdicts(const zq_MidiReport& report, MusicReport& result) {
   }
 }
 
-// How a file ends decides whether anything of it is read: one that is cut keeps what stands before the cut.
+// A file that is cut off is read up to the cut; with any other fault nothing is read.
 void addEnding(const zq_MidiReport& report, MusicReport& result) {
   if (report.end == zq_MidiEndComplete) return;
   if (report.end == zq_MidiEndOutOfMemory) throw Failure{ExitCode::limit, "out of memory"};
@@ -79,7 +80,7 @@ void addLoss(Json& losses, const std::string& cause, const std::string& place, l
   if (amount > 0) losses.push_back({{"cause", cause}, {"place", place}, {"amount", amount}});
 }
 
-// What pairing loses of the file's tracks, and the tracks that learning passes over.
+// What pairing loses of the file's tracks, and the tracks that are not learned.
 void addLosses(const zq_MidiReport& report, MusicReport& result) {
   Json& losses = result.losses;
   for (int at = 0; at < report.numberOfFileTracks; ++at) {

@@ -9,28 +9,28 @@
 #include "Failure.h"
 #include "Inputs.h"
 #include "Interrupt.h"
+#include "Messages.h"
 #include "Output.h"
 #include "PendingFile.h"
-#include "Talk.h"
 
 namespace {
 
-// The library writes beside the target, under this name for the first save of a process (docs/file-format.md).
+// The temporary file of the library's first save in a process (docs/file-format.md).
 std::string neighbourOf(const std::string& path) {
   const std::string target = withLinksFollowed(path);
   return target.substr(0, target.rfind('/') + 1) + ".zmatrix-save-" + std::to_string(getpid()) + "-0";
 }
 
-// A text named where the model goes is a slip, and would be lost.
+// Protects a file that was named as the model by mistake.
 bool isFileOfAnotherKind(const std::string& path) {
   std::error_code error;
   return std::filesystem::is_regular_file(path, error) && std::filesystem::file_size(path, error) > 0 && !isMatrixFile(path);
 }
 
-// The library opens files by their path, and the process's own name for standard output leads elsewhere by now.
+// The library opens files by path, and /dev/stdout leads to stderr since keepStandardOutputForResults().
 std::string pathOfStandardOutput() {
   const int descriptor = descriptorOfStandardOutput();
-  if (isatty(descriptor) == 1) throw Failure{ExitCode::usage, "a model is no text for a terminal: name a file for it"};
+  if (isatty(descriptor) == 1) throw Failure{ExitCode::usage, "won't write a binary model to a terminal; use --out FILE"};
   return "/dev/fd/" + std::to_string(descriptor);
 }
 
@@ -40,13 +40,13 @@ ModelFile::ModelFile(const std::string& path)
     : name_(namesStandardOutput(path) ? "standard output" : path),
       path_(namesStandardOutput(path) ? pathOfStandardOutput() : path) {
   if (isFileOfAnotherKind(path_)) {
-    throw Failure{ExitCode::usage, name_ + " is there and holds no matrix: remove it, or name another file for the model"};
+    throw Failure{ExitCode::usage, name_ + " exists and is not a matrix file: remove it, or choose another file for the model"};
   }
   if (PendingFile::canStandFor(path_)) {
     PendingFile probe(path_);
     return;
   }
-  // not opened: at a pipe that would wait for a reader, and take the pipe's end for him
+  // the path is not opened: opening a named pipe would wait for a reader, and closing it would end the reader's input
   if (access(path_.c_str(), W_OK) != 0) failToWrite("cannot write", name_);
 }
 
@@ -57,7 +57,7 @@ void ModelFile::save(Matrix& matrix) {
   removeAtInterrupt("");
   if (isSaved) return;
   throw Failure{ExitCode::limit, "cannot save to " + name_ + ": " + (reason != 0 ? std::strerror(reason) : "writing failed") +
-                                     (PendingFile::canStandFor(path_) ? "; what was there stands" : "")};
+                                     (PendingFile::canStandFor(path_) ? "; the previous file is unchanged" : "")};
 }
 
 std::string damageOf(Matrix& matrix) {
@@ -74,7 +74,7 @@ std::string damageOf(Matrix& matrix) {
       std::to_string(report.recordsMissing) + " of " + std::to_string(report.recordsCounted) + " sub-matrices lost");
   add(missing > 0, std::to_string(missing) + " of " + std::to_string(report.elementsCounted) + " elements missing");
   add(missing <= 0 && report.elementsDropped > 0, std::to_string(report.elementsDropped) + " elements dropped");
-  add(report.hasNewLinks != 0, "links made anew");
+  add(report.hasNewLinks != 0, "links rebuilt");
   add(report.levelLinksCut > 0, "links to words cut");
   return damage.empty() ? "parts of it can't be read" : damage;
 }
@@ -82,12 +82,12 @@ std::string damageOf(Matrix& matrix) {
 void warnIfDamaged(Matrix& matrix, const std::string& path) {
   const std::string damage = damageOf(matrix);
   if (damage.empty()) return;
-  warn(path + " is damaged (" + damage + "): what is lost is not used; `zmatrix check` tells more");
+  warn(path + " is damaged (" + damage + "); for details see `zmatrix check`");
 }
 
 void requireWhole(Matrix& matrix, const std::string& path, bool isForced) {
   if (isForced) return warnIfDamaged(matrix, path);
   const std::string damage = damageOf(matrix);
   if (damage.empty()) return;
-  throw Failure{ExitCode::damaged, path + " is damaged (" + damage + "); --force goes on with what is left of it"};
+  throw Failure{ExitCode::damaged, path + " is damaged (" + damage + "); --force uses it anyway"};
 }

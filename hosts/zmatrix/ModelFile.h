@@ -1,4 +1,4 @@
-// The file of a model: where `learn` puts what it learned. The library replaces it as a whole or not at all.
+// The model file that `learn` writes. The library replaces it as a whole or not at all.
 #pragma once
 
 #include <string>
@@ -7,14 +7,14 @@
 
 class ModelFile {
  public:
-  /// Throws a Failure if nothing can be written at `path`, so that this is known before hours of learning, or if what is there is
-  /// no model. A device, a pipe or standard output takes a model too.
+  /// Throws a Failure if `path` can't be written, so that this is known before learning, or if it is a non-empty file that is not
+  /// a model. A device, a pipe and standard output are allowed.
   explicit ModelFile(const std::string& path);
 
   const std::string& name() const { return name_; }
 
-  /// Throws a Failure if the matrix could not be saved; an interrupt removes what was written so far. Either way the file that
-  /// was there stands.
+  /// Throws a Failure if the matrix can't be saved. An interrupt removes the temporary file. In both cases an existing file is
+  /// unchanged.
   void save(Matrix& matrix);
 
  private:
@@ -22,11 +22,11 @@ class ModelFile {
   std::string path_;
 };
 
-/// What is missing of a model that was loaded, in words: "cut off, 120 of 400 elements missing"; empty if it is whole.
+/// What is missing of a loaded model: "cut off, 120 of 400 elements missing"; empty if it is whole.
 std::string damageOf(Matrix& matrix);
 
-/// Says on standard error what is missing of the model at `path`, unless the user wants quiet.
+/// Prints on stderr what is missing of the model at `path`, unless --quiet is set.
 void warnIfDamaged(Matrix& matrix, const std::string& path);
 
-/// The same where the user forces a verb to go on with what is left; else throws a Failure for a model that isn't whole.
+/// Throws a Failure if the model is damaged; with `isForced` only warns.
 void requireWhole(Matrix& matrix, const std::string& path, bool isForced);

@@ -1,4 +1,4 @@
-// The ways in which notes are learned, by the names that the command has for them, and what a sub-matrix of music is.
+// The codings of notes by their names in the command, and facts about a sub-matrix of music.
 #pragma once
 
 #include <string>
@@ -11,20 +11,20 @@ struct MusicCoding {
   int preprocessing;
 };
 
-/// Null for a name that is no coding.
+/// Null if no coding has this name.
 const MusicCoding* findMusicCoding(const std::string& name);
-/// Null for a preprocessing that is none of music.
+/// Null if no coding of music has this preprocessing.
 const MusicCoding* findMusicCoding(int preprocessing);
 std::vector<std::string> namesOfMusicCodings();
 
 bool isMusic(const ZQMatrixProperties& record);
 /// "3/4".
 std::string meterOf(const ZQMatrixProperties& record);
-/// How a track is made: "melody", "chords" and so on.
+/// "melody", "chords" and so on.
 const char* nameOfSubType(int subType);
-/// An instrument's family, "mixed" for tracks of several.
+/// The name of a family of instruments, "any" for 0.
 const char* nameOfSound(int sound);
-/// Quanta of a bar; 12288 are a whole note.
+/// The length of a bar in quanta; 12288 are a whole note.
 int barLengthOf(const ZQMatrixProperties& record);
-/// Notes that were learned.
+/// The number of notes learned.
 int notesOf(const ZQMatrixProperties& record);

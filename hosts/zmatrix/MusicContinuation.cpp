@@ -11,10 +11,10 @@
 namespace {
 
 constexpr long long usualCount = 200;
-constexpr std::size_t longestContext = 64;  // notes of a start, of which a continuation keeps those that the matrix knows
+constexpr std::size_t longestContext = 64;  // the last notes of a start, as many as are used
 constexpr int idsOfStart = 64;
 
-// The coordinates that the sub-matrix has, of notes with all four.
+// The notes, which have four coordinates each, with as many coordinates as the sub-matrix has.
 std::vector<int> itemsFor(const ZQMatrixProperties& record, const std::vector<std::vector<int>>& notes) {
   std::vector<int> items;
   for (const std::vector<int>& note : notes) {
@@ -70,17 +70,17 @@ void MusicContinuation::chooseFromAll() {
   if (id_ < 0) throw Failure{ExitCode::badInput, "nothing to continue: the model holds no music"};
 }
 
-// As the model was read, unless said otherwise.
+// The reading of the options, else that of the model.
 Reading MusicContinuation::readingOfStart() const {
   const bool isExact = matrix_.readings().hasExact;
   return options_.reading.reading.value_or(isExact ? Reading::exact : Reading::classic);
 }
 
-// Learned into a matrix of its own by the same settings, the start comes out as the notes that the model would have learned.
+// Learns the start into a temporary matrix with the settings of the model, to get the notes as the model would learn them.
 std::vector<MusicContinuation::Voice> MusicContinuation::readStart() const {
   requireReadable(options_.start);
   const Kind kind = kindOfContent(options_.start);
-  if (subjectOf(kind) != Subject::music) throw Failure{ExitCode::badInput, options_.start + " is no MIDI and no kern file"};
+  if (subjectOf(kind) != Subject::music) throw Failure{ExitCode::badInput, options_.start + " is neither a MIDI nor a kern file"};
   const std::unique_ptr<MusicLearning> learning = MusicLearning::of(readingOfStart(), options_.reading);
   const std::unique_ptr<Matrix> scratch = Matrix::create(Tier::medium, {-1});
   scratch->reserveIDs(idsOfStart);
@@ -97,12 +97,12 @@ std::vector<MusicContinuation::Voice> MusicContinuation::readStart() const {
     voices.push_back({record, notes});
   }
   if (voices.empty()) {
-    throw Failure{ExitCode::badInput, options_.start + " has no track to go on from (`zmatrix inspect` tells why)"};
+    throw Failure{ExitCode::badInput, options_.start + " has no track that can be continued (see `zmatrix inspect`)"};
   }
   return voices;
 }
 
-// The one that is what the sub-matrix is, else the one with the most notes.
+// The track with the meter, subtype and sound of the sub-matrix, else the one with the most notes.
 const MusicContinuation::Voice* MusicContinuation::voiceFor(int id) const {
   const ZQMatrixProperties& record = matrix_.record(id);
   const Voice* longest = &voices_.front();
@@ -113,18 +113,18 @@ const MusicContinuation::Voice* MusicContinuation::voiceFor(int id) const {
   return longest;
 }
 
-// Selects a sub-matrix and sets its context. Returns how much of the start it knows.
+// Selects a sub-matrix and sets its context. Returns the length of the known ending of the start.
 int MusicContinuation::goTo(int id) {
-  const Hush hush(matrix_);  // a start that the model doesn't hold is no fault
+  const MutedMessages muted(matrix_);  // the library warns of a start that was not learned
   matrix_.select(id);
   if (voices_.empty()) return 0;
   matrix_.setContext(itemsFor(matrix_.record(id), voiceFor(id)->notes));
   return matrix_.lengthOfContext();
 }
 
-// What a matrix keeps of a start begins somewhere within it; what is written begins in its first bar.
+// Shifts the context, which may begin anywhere in the start, so that it begins in the first bar.
 void MusicContinuation::moveToFirstBar(int id) {
-  const Hush hush(matrix_);
+  const MutedMessages muted(matrix_);
   const auto dimension = static_cast<std::size_t>(matrix_.record(id).coordinateDimension);
   const int barLength = barLengthOf(matrix_.record(id));
   std::vector<int> items = matrix_.context();
@@ -140,7 +140,7 @@ std::string MusicContinuation::description() const {
          nameOfSound(record.midiSoundID) + ", " + countOf(notesOf(record), "note");
 }
 
-// What learned classically goes on in bytes as it always did.
+// The result of a model of the classic reading, written by the library's own MIDI writer, so that its bytes stay the same.
 std::string MusicContinuation::classicMidi(int count) {
   const ScratchFile file;
   const bool isWritten = matrix_.writeMusic(count, file.path());

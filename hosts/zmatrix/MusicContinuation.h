@@ -1,4 +1,4 @@
-// Continuing music: choosing the sub-matrix, and writing what it says as a MIDI file.
+// Continuing music: choosing the sub-matrix, and writing generated notes as a MIDI file.
 #pragma once
 
 #include <vector>
@@ -7,15 +7,15 @@
 
 class MusicContinuation : public Continuation {
  public:
-  /// Chooses the sub-matrix that was asked for; else the one that knows the longest ending of the start, of equals the one with
-  /// the most notes. Throws a Failure if there is none, or if the start can't be read.
+  /// Chooses the sub-matrix of --matrix, else the one that knows the longest ending of the start; ties go to the one with the
+  /// most notes. Throws a Failure if there is none, or if the start can't be read.
   MusicContinuation(Matrix& matrix, const GenerationOptions& options);
 
   std::string description() const override;
   void write(Output& output, Progress& progress) override;
 
  private:
-  /// A track of the start: what it is, and its notes with all four coordinates.
+  /// A track of the start: the record of the sub-matrix that would learn it, and its notes with four coordinates each.
   struct Voice {
     ZQMatrixProperties record;
     std::vector<std::vector<int>> notes;

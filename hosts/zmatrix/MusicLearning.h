@@ -1,4 +1,4 @@
-// Learning files of music by one of the two readings: what will come of them is known before the first is learned.
+// Learning files of music by one of the two readings. look() is called for all files before the first is learned.
 #pragma once
 
 #include <memory>
@@ -14,15 +14,15 @@ class MusicLearning {
   static std::unique_ptr<MusicLearning> of(Reading reading, const ReadingOptions& options);
   virtual ~MusicLearning() = default;
 
-  /// Finds out what will be learned of a file and what not.
+  /// Determines what will be learned of a file and what will be left out.
   virtual void look(const InputFile& input, const Matrix::MusicSettings& settings) = 0;
   virtual void learn(Matrix& matrix, const InputFile& input) = 0;
-  /// Says what of the files was left out.
-  virtual void tellOmissions() const = 0;
-  /// Why nothing was learned, a reason after the other; empty for none.
+  /// Prints what was left out of the files.
+  virtual void printOmissions() const = 0;
+  /// Why nothing was learned, the reasons separated by semicolons; empty if there are none.
   virtual std::string reasons() const = 0;
 
-  /// What was seen that needs a sub-matrix of its own.
+  /// The kinds of tracks or runs that look() found; each needs a sub-matrix of its own.
   const std::set<std::string>& kinds() const { return kinds_; }
 
  protected:

@@ -1,4 +1,4 @@
-// Music: MIDI and kern files, each track learned in a sub-matrix of its meter, kind and sound.
+// Music: MIDI and kern files. Each track is learned in the sub-matrix of its meter, kind and sound.
 #include <algorithm>
 #include <set>
 #include <sstream>
@@ -12,7 +12,7 @@
 
 namespace {
 
-// The medium tier puts what the track is before the name: "MatID0: 4/4, Monophon, Undefined, Piano (track1): tune.mid".
+// The library stores a description of the track before the name: "MatID0: 4/4, Monophon, Undefined, Piano (track1): tune.mid".
 std::set<std::string> filesOf(const ZQMatrixProperties& record) {
   std::set<std::string> files;
   std::istringstream names(record.namesOfUpdateFiles != nullptr ? record.namesOfUpdateFiles : "");
@@ -30,7 +30,7 @@ const char* nameOf(const Matrix::Readings& readings) {
 
 constexpr int usualPhraseLimit = 8;
 constexpr int usualGrid = 16;
-constexpr int leastIDs = 64;  // room for what later files bring
+constexpr int leastIDs = 64;  // leaves room for the tracks of later files
 constexpr int mostIDs = 4096;
 
 class MusicMaterial : public Material {
@@ -38,17 +38,17 @@ class MusicMaterial : public Material {
   explicit MusicMaterial(const LearningOptions& options) : options_(options) {}
 
   void requireFitting(const Output& output) const override {
-    if (output.isOnTerminal()) throw Failure{ExitCode::usage, "MIDI is no text for a terminal: --out FILE.mid"};
+    if (output.isOnTerminal()) throw Failure{ExitCode::usage, "won't write MIDI to a terminal; use --out FILE.mid"};
   }
 
-  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, MessageLevel messageLevel) override {
     settings_ = wantedSettings();
     look(options_.reading.reading.value_or(Reading::exact), inputs);
-    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), loudness);
+    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), messageLevel);
     matrix->reserveIDs(std::clamp(static_cast<int>(learning_->kinds().size()) + leastIDs / 2, leastIDs, mostIDs));
     matrix->prepareForMusic(settings_);
     matrix->setPhraseLimit(options_.maxPhrase.value_or(usualPhraseLimit));
-    matrix->keepHistory();  // counts the notes of each sub-matrix
+    matrix->keepHistory();  // the notes of a sub-matrix are counted only with a history
     return matrix;
   }
 
@@ -70,7 +70,7 @@ class MusicMaterial : public Material {
     look(readingFor(matrix), inputs);
   }
 
-  // A track that is left out may leave the settings of a file changed: each file begins with those that were asked for.
+  // A feed may leave the global settings changed, so they are set before and after each file.
   int learn(Matrix& matrix, const InputFile& input) override {
     matrix.prepareForMusic(settings_);
     learning_->learn(matrix, input);
@@ -78,11 +78,11 @@ class MusicMaterial : public Material {
     return -1;
   }
 
-  void tellOmissions() const override { learning_->tellOmissions(); }
+  void printOmissions() const override { learning_->printOmissions(); }
 
   std::string nothingLearned() const override {
     const std::string why = learning_->reasons();
-    return "nothing to learn: " + (why.empty() ? "the input holds no track of notes" : why);
+    return "nothing to learn: " + (why.empty() ? "the input has no track with notes" : why);
   }
 
   std::string amountIn(Matrix& matrix) const override {
@@ -132,7 +132,7 @@ class MusicMaterial : public Material {
   Matrix::MusicSettings wantedSettings() const {
     const std::string name = options_.coding.value_or("triple");
     const MusicCoding* const coding = findMusicCoding(name);
-    if (coding == nullptr) throw Failure{ExitCode::usage, name + " is no coding of music: " + listOf(namesOfMusicCodings())};
+    if (coding == nullptr) throw Failure{ExitCode::usage, name + " is not a coding of music: " + listOf(namesOfMusicCodings())};
     return {coding->preprocessing, options_.grid.value_or(usualGrid), options_.durationGrid.value_or(usualGrid),
             options_.tracks.value_or(Tracks::both), wantedFilter()};
   }
@@ -143,14 +143,14 @@ class MusicMaterial : public Material {
     return filter;
   }
 
-  // What will be learned of each file and what not, known before the first is.
+  // Looks at all files before the first is learned.
   void look(Reading reading, const std::vector<InputFile>& inputs) {
     reading_ = reading;
     learning_ = MusicLearning::of(reading, options_.reading);
     for (const InputFile& input : inputs) learning_->look(input, settings_);
   }
 
-  // A model goes on as it began, unless it holds both or nothing.
+  // An update uses the reading of the model. A model that holds both readings, or is empty, takes the one of the options.
   Reading readingFor(Matrix& matrix) const {
     const Matrix::Readings readings = matrix.readings();
     if (readings.hasClassic == readings.hasExact) return options_.reading.reading.value_or(Reading::exact);

@@ -1,6 +1,6 @@
 #include "MusicReport.h"
 
-#include "Overheard.h"
+#include "LibraryMessages.h"
 
 namespace {
 
@@ -11,7 +11,7 @@ bool isNothing(const Json& value) {
 }  // namespace
 
 MusicReport reportOf(const InputFile& input, const Matrix::MusicSettings& settings) {
-  Overheard talk(true);  // the report says it all
+  LibraryMessages messages(true);  // keeps messages off stderr; the report has the same information
   return input.kind == Kind::kern ? kernReportOf(input.path, settings) : midiReportOf(input.path, settings);
 }
 

@@ -4,7 +4,7 @@
 
 namespace {
 
-// Optimal string alignment: insertions, deletions, substitutions and swaps of neighbours, each for 1.
+// Optimal string alignment distance: an insertion, deletion, substitution or swap of neighbours costs 1.
 std::size_t changesBetween(const std::string& from, const std::string& to) {
   std::vector<std::vector<std::size_t>> changes(from.size() + 1, std::vector<std::size_t>(to.size() + 1));
   for (std::size_t i = 0; i <= from.size(); ++i) {
@@ -33,7 +33,7 @@ std::vector<std::string> namesBeginningWith(const std::vector<std::string>& name
 }  // namespace
 
 std::vector<std::string> nearestOf(const std::vector<std::string>& names, const std::string& word) {
-  constexpr std::size_t longestWord = 64;  // no name comes near a longer one
+  constexpr std::size_t longestWord = 64;  // far longer than any option or verb
   if (word.size() < 3 || word.size() > longestWord) return {};
   std::vector<std::string> nearest = namesBeginningWith(names, word);
   if (!nearest.empty()) return nearest;

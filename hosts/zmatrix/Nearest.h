@@ -1,11 +1,11 @@
-// What someone may have meant who mistyped a name.
+// Suggestions for a mistyped name.
 #pragma once
 
 #include <string>
 #include <vector>
 
-/// The names that begin with `word`, or else the one that the fewest changes of a letter (or swaps of two) lead to; empty if that
-/// takes more than a third of the letters.
+/// The names that begin with `word`; if there are none, the name with the smallest edit distance. Empty if the distance is more
+/// than a third of the length of `word`, or if `word` has fewer than 3 or more than 64 characters.
 std::vector<std::string> nearestOf(const std::vector<std::string>& names, const std::string& word);
 
 /// "; did you mean NAME?", or nothing if no name is near.

@@ -6,21 +6,21 @@
 namespace {
 
 const NumberCoding codings[] = {
-    {"plain", ZQPreProcessingTypeNone, 0, "the numbers as they are"},
-    {"difference", 1, 0, "the steps from each to the next"},
-    {"difference2", 2, 0, "the steps between the steps"},
-    {"difference3", 3, 0, "the steps between those"},
-    {"ocron", ZQPreProcessingTypeOcron, 4, "the symbols of each one's ocron"},
-    {"gocron", ZQPreProcessingTypeGocron, 4, "each one's ocron as a number"},
-    {"prime-ocron", ZQPreProcessingTypePrimeOcron, 6, "the symbols of each one's way among primes and non-primes"},
-    {"prime-gocron", ZQPreProcessingTypePrimeGocron, 6, "the same as a number"},
-    {"virtual-ocron", ZQPreProcessingTypeVirtualOcron, 7, "the symbols of each one's ocron without products"},
-    {"virtual-gocron", ZQPreProcessingTypeVirtualGocron, 7, "the same as a number"},
-    {"gocron-value", ZQPreProcessingTypeGocronValue, 4, "the number that each stands for as a gocron"},
-    {"prime-index", ZQPreProcessingTypePrimePi, 0, "how many primes there are up to each"},
-    {"nth-prime", ZQPreProcessingTypeNthPrime, 0, "the prime of that index"},
-    {"non-prime-index", ZQPreProcessingTypeNotPrimePi, 0, "how many non-primes there are up to each"},
-    {"nth-non-prime", ZQPreProcessingTypeNthNotPrime, 0, "the non-prime of that index"},
+    {"plain", ZQPreProcessingTypeNone, 0, "their values"},
+    {"difference", 1, 0, "their differences"},
+    {"difference2", 2, 0, "their second differences"},
+    {"difference3", 3, 0, "their third differences"},
+    {"ocron", ZQPreProcessingTypeOcron, 4, "the symbols of their ocrons"},
+    {"gocron", ZQPreProcessingTypeGocron, 4, "their gocrons"},
+    {"prime-ocron", ZQPreProcessingTypePrimeOcron, 6, "the symbols of their ocrons of type 6"},
+    {"prime-gocron", ZQPreProcessingTypePrimeGocron, 6, "their gocrons of type 6"},
+    {"virtual-ocron", ZQPreProcessingTypeVirtualOcron, 7, "the symbols of their ocrons of type 7"},
+    {"virtual-gocron", ZQPreProcessingTypeVirtualGocron, 7, "their gocrons of type 7"},
+    {"gocron-value", ZQPreProcessingTypeGocronValue, 4, "their values as gocrons"},
+    {"prime-index", ZQPreProcessingTypePrimePi, 0, "the number of primes up to each"},
+    {"nth-prime", ZQPreProcessingTypeNthPrime, 0, "the prime with each as its index"},
+    {"non-prime-index", ZQPreProcessingTypeNotPrimePi, 0, "the number of non-primes up to each"},
+    {"nth-non-prime", ZQPreProcessingTypeNthNotPrime, 0, "the non-prime with each as its index"},
 };
 
 template <class Predicate>

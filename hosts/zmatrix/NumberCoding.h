@@ -1,4 +1,4 @@
-// The ways in which integers are learned, by the names that the command has for them.
+// The codings of integers by their names in the command.
 #pragma once
 
 #include <string>
@@ -9,19 +9,19 @@
 struct NumberCoding {
   const char* name;
   int preprocessing;
-  int ocronType;  ///< of the ocrons or gocrons, unless another is asked for; 0 for codings without
-  const char* learned;
+  int ocronType;        ///< the default of --ocron-type; 0 for codings without ocrons
+  const char* learned;  ///< what is learned, for a message
 };
 
-/// Null for a name that is no coding.
+/// Null if no coding has this name.
 const NumberCoding* findNumberCoding(const std::string& name);
-/// Null for a preprocessing that the command has no name for.
+/// Null if no coding has this preprocessing.
 const NumberCoding* findNumberCoding(int preprocessing);
 std::vector<std::string> namesOfNumberCodings();
 
-/// Each number is learned as a run of symbols.
+/// True if each number is learned as the symbols of its ocron.
 bool isOcronCoding(int preprocessing);
-/// Each number is learned as the number that its ocron's symbols spell.
+/// True if each number is learned as its gocron.
 bool isGocronCoding(int preprocessing);
-/// The numbers are coded by the prime tables and number functions of the process.
+/// True if the coding uses the library's number functions (Arithmetic.h).
 bool isArithmetic(int preprocessing);

@@ -11,16 +11,16 @@
 namespace {
 
 constexpr long long usualCount = 100;
-constexpr std::size_t longestOcron = 512;  // symbols, far beyond that of any number of 32 bits
-constexpr int mostFailures = 10000;        // forms in a row that stand for no number
+constexpr std::size_t longestOcron = 512;  // symbols; the ocron of a 32-bit number is far shorter
+constexpr int mostFailures = 10000;        // codes in a row that have no number
 
 }  // namespace
 
 std::vector<int> numbersOfStart(const std::string& start) {
   const NumberFile numbers = parseNumbers(start);
   if (!numbers.bad.empty()) {
-    throw Failure{ExitCode::usage,
-                  "--start: " + numbers.bad[0].token + (numbers.bad[0].isInteger ? " does not fit 32 bits" : " is no integer")};
+    throw Failure{ExitCode::usage, "--start: " + numbers.bad[0].token +
+                                       (numbers.bad[0].isInteger ? " does not fit 32 bits" : " is not an integer")};
   }
   std::vector<int> all;
   for (const std::vector<int>& series : numbers.series) all.insert(all.end(), series.begin(), series.end());
@@ -28,8 +28,8 @@ std::vector<int> numbersOfStart(const std::string& start) {
 }
 
 NumberContinuation::NumberContinuation(Matrix& matrix, const GenerationOptions& options) : matrix_(matrix), options_(options) {
-  if (options.matrixID) throw Failure{ExitCode::usage, "--matrix is for music: numbers have one sub-matrix"};
-  if (options.tempo) throw Failure{ExitCode::usage, "--tempo is for music"};
+  if (options.matrixID) throw Failure{ExitCode::usage, "--matrix applies to music only; numbers have one sub-matrix"};
+  if (options.tempo) throw Failure{ExitCode::usage, "--tempo applies to music only"};
   refuseTextOptions(options, "numbers");
   if (matrix.itemsLearned() == 0) throw Failure{ExitCode::badInput, "nothing to continue: the model holds no numbers"};
   matrix.select(0);
@@ -45,7 +45,7 @@ std::string NumberContinuation::description() const {
 void NumberContinuation::write(Output& output, Progress& progress) {
   matrix_.setMethod(options_.method);
   matrix_.seed(options_.seed);
-  const Hush hush(matrix_);  // a start that was not learned is no fault
+  const MutedMessages muted(matrix_);  // the library warns of a start that was not learned
   if (isArithmetic(settings_.preprocessing)) {
     const std::vector<int> context = start_.empty() ? matrix_.context() : start_;
     prepareArithmetic(settings_.preprocessing, settings_.ocronType, context);
@@ -71,8 +71,8 @@ int NumberContinuation::nextNumber() {
   throw Failure{ExitCode::badInput, "nothing to continue: the series is too short for its coding"};
 }
 
-// The library gives back one number for each item that it stores; an ocron has an item for each symbol, so that it is put
-// together here, and what stands for no number is passed over.
+// The library decodes one stored item to one number. An ocron takes one item per symbol, so the symbols are collected here. Codes
+// without a number are skipped.
 int NumberContinuation::decodedNumber() {
   for (int failures = 0; failures < mostFailures; ++failures) {
     if (!isOcronCoding(settings_.preprocessing)) {
@@ -86,10 +86,10 @@ int NumberContinuation::decodedNumber() {
     }
     if (const std::optional<int> number = valueOfOcron(settings_.ocronType, ocron)) return *number;
   }
-  throw Failure{ExitCode::badInput, "what was learned leads to no further number: a longer --max-phrase keeps closer to it"};
+  throw Failure{ExitCode::badInput, "no further number can be generated; try a longer --max-phrase"};
 }
 
-// Goes on from the longest known ending of what was said, and anew from the root where there is none.
+// Chooses among the successors of the longest known ending of `stored_`, or among those of the root if no ending is known.
 int NumberContinuation::nextStoredItem() {
   const std::size_t longest = std::min(stored_.size(), static_cast<std::size_t>(std::max(matrix_.phraseLimit() - 1, 0)));
   std::vector<Matrix::Successor> successors = matrix_.successorsOf({});

@@ -11,11 +11,10 @@ std::vector<int> numbersOfStart(const std::string& start);
 
 class NumberContinuation : public Continuation {
  public:
-  /// Goes on from the start; without one from where the matrix was left, which is the end of what it learned last. Throws a
-  /// Failure if nothing was learned.
+  /// Without a start it continues the series that was learned last. Throws a Failure if nothing was learned.
   NumberContinuation(Matrix& matrix, const GenerationOptions& options);
 
-  /// The coding.
+  /// Names the coding.
   std::string description() const override;
   void write(Output& output, Progress& progress) override;
 
@@ -28,5 +27,5 @@ class NumberContinuation : public Continuation {
   const GenerationOptions& options_;
   Matrix::NumberSettings settings_;
   std::vector<int> start_;
-  std::vector<int> stored_;  ///< of an arithmetic coding: what was said so far, as the matrix stores it
+  std::vector<int> stored_;  ///< for arithmetic codings: the start and the items so far, as the matrix stores them
 };

@@ -15,7 +15,7 @@ struct Token {
   bool isFirstOfLine;
 };
 
-// Hands out one token after the other.
+// Splits a file into tokens.
 class Tokens {
  public:
   explicit Tokens(const std::string& bytes) : bytes_(bytes), at_(bytes.rfind("\xEF\xBB\xBF", 0) == 0 ? 3 : 0), lineBegin_(at_) {}
@@ -65,7 +65,7 @@ bool isInteger(const std::string& text) {
   return areDigits(text, text[0] == '-' || text[0] == '+' ? 1 : 0);
 }
 
-// A letter and six or more digits.
+// The first token of a line is an "A" and six or more digits.
 bool namesSeries(const Token& token) {
   return token.isFirstOfLine && token.text.size() >= 7 && token.text[0] == 'A' && areDigits(token.text, 1);
 }

@@ -1,4 +1,4 @@
-// Numbers: series of integers, learned in one sub-matrix by the coding that was chosen.
+// Numbers: series of integers, learned in one sub-matrix.
 #include <algorithm>
 #include <cstdlib>
 #include <map>
@@ -6,18 +6,18 @@
 #include "Arithmetic.h"
 #include "Failure.h"
 #include "Material.h"
+#include "Messages.h"
 #include "Nearest.h"
 #include "NumberCoding.h"
 #include "NumberContinuation.h"
 #include "NumberFile.h"
-#include "Talk.h"
 
 namespace {
 
 constexpr int usualPhraseLimit = 8;
 constexpr int usualMaxIndex = 500000;
 constexpr int usualOcronType = 4;
-constexpr long long largestMaxIndex = 134000000;  // what the largest block has room for
+constexpr long long largestMaxIndex = 134000000;  // just below the slots of the largest block
 
 std::string placeOf(const InputFile& input, const NumberFile::BadToken& token) {
   return input.name + ":" + std::to_string(token.line) + ":" + std::to_string(token.column);
@@ -27,13 +27,13 @@ class NumberMaterial : public Material {
  public:
   explicit NumberMaterial(const LearningOptions& options) : options_(options) {}
 
-  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, MessageLevel messageLevel) override {
     const NumberCoding& coding = wantedCoding();
     settings_ = {coding.preprocessing, options_.ocronType.value_or(coding.ocronType == 0 ? usualOcronType : coding.ocronType),
                  options_.maxIndex.value_or(usualMaxIndex)};
     requireOcronTypeOf(coding);
     read(inputs);
-    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), loudness);
+    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(Tier::medium), messageLevel);
     matrix->prepareForNumbers(settings_, options_.maxPhrase.value_or(usualPhraseLimit));
     return matrix;
   }
@@ -54,23 +54,23 @@ class NumberMaterial : public Material {
     read(inputs);
   }
 
-  // The end of what was learned last is where a continuation goes on.
+  // Sets the context to the end of the series, where a continuation without a start goes on.
   int learn(Matrix& matrix, const InputFile& input) override {
     matrix.select(0);
     const auto found = files_.find(input.name);
     if (found == files_.end()) return -1;
     for (const std::vector<int>& series : found->second) {
       matrix.learnSeries(series, input.name);
-      const Hush hush(matrix);
+      const MutedMessages muted(matrix);
       const auto longest = static_cast<std::ptrdiff_t>(std::min<std::size_t>(series.size(), 64));
       matrix.setContext({series.end() - longest, series.end()});
     }
     return found->second.empty() ? -1 : 0;
   }
 
-  void tellOmissions() const override {
+  void printOmissions() const override {
     if (badTokens_ > 0) note("left out " + countOf(badTokens_, "token"));
-    if (withoutForm_ > 0) note("left out " + countOf(withoutForm_, "number") + " without a form in the coding");
+    if (withoutForm_ > 0) note("left out " + countOf(withoutForm_, "number") + " without a code");
   }
 
   std::string nothingLearned() const override {
@@ -79,8 +79,8 @@ class NumberMaterial : public Material {
       for (const std::vector<int>& series : list) holdsNumbers = holdsNumbers || !series.empty();
     }
     return std::string("nothing to learn: ") + (holdsNumbers       ? "no series is long enough for the coding"
-                                                : withoutForm_ > 0 ? "no number has a form in the coding"
-                                                                   : "the input holds no number");
+                                                : withoutForm_ > 0 ? "no number has a code in this coding"
+                                                                   : "the input has no numbers");
   }
 
   std::string amountIn(Matrix& matrix) const override { return countOf(matrix.itemsLearned(), "item"); }
@@ -101,10 +101,10 @@ class NumberMaterial : public Material {
     const std::string name = options_.coding.value_or("difference");
     const NumberCoding* const coding = findNumberCoding(name);
     if (coding != nullptr) return *coding;
-    throw Failure{ExitCode::usage, name + " is no coding of numbers: " + listOf(namesOfNumberCodings())};
+    throw Failure{ExitCode::usage, name + " is not a coding of numbers: " + listOf(namesOfNumberCodings())};
   }
 
-  // A coding has the alphabets of its own family alone.
+  // --coding ocron and gocron allow the types 3 to 5, gocron-value any type, the other codings only their own.
   void requireOcronTypeOf(const NumberCoding& coding) const {
     if (!options_.ocronType) return;
     const int type = *options_.ocronType;
@@ -116,7 +116,7 @@ class NumberMaterial : public Material {
                                                                 : " takes --ocron-type " + std::to_string(coding.ocronType))};
   }
 
-  // All files are looked at before the first is learned.
+  // Reads and checks all files before the first is learned.
   void read(const std::vector<InputFile>& inputs) {
     for (const InputFile& input : inputs) {
       NumberFile file = parseNumbers(readFile(input.path));
@@ -140,13 +140,13 @@ class NumberMaterial : public Material {
   }
 
   [[noreturn]] void refuse(const InputFile& input, const std::vector<NumberFile::BadToken>& bad) const {
-    const std::string more = bad.size() > 1 ? " (and " + std::to_string(bad.size() - 1) + " more like it)" : "";
+    const std::string more = bad.size() > 1 ? " (and " + std::to_string(bad.size() - 1) + " more)" : "";
     throw Failure{ExitCode::badInput, placeOf(input, bad[0]) + ": " + bad[0].token.substr(0, 40) +
-                                          (bad[0].isInteger ? " does not fit 32 bits" : " is no integer") + more +
-                                          "; --skip-bad leaves such tokens out"};
+                                          (bad[0].isInteger ? " does not fit 32 bits" : " is not an integer") + more +
+                                          "; --skip-bad leaves out such tokens"};
   }
 
-  // Numbers that the coding has no form for are refused or taken out; of the others the largest form is remembered.
+  // Refuses or removes numbers without a code, and records the sizes of the other codes.
   void requireForms(const std::string& name, std::vector<int>& series) {
     if (!isArithmetic(settings_.preprocessing)) {
       rememberDifferences(series);
@@ -156,9 +156,9 @@ class NumberMaterial : public Material {
     const auto first = std::find_if(series.begin(), series.end(), hasNone);
     if (first == series.end()) return;
     if (!options_.skipsBad) {
-      throw Failure{ExitCode::badInput, name + ": " + std::to_string(*first) + " has no form in the coding " +
+      throw Failure{ExitCode::badInput, name + ": " + std::to_string(*first) + " has no code in the coding " +
                                             findNumberCoding(settings_.preprocessing)->name +
-                                            "; --skip-bad leaves such numbers out, --coding plain or difference takes all"};
+                                            "; --skip-bad leaves out such numbers, --coding plain and difference accept all"};
     }
     const auto end = std::remove_if(series.begin(), series.end(), hasNone);
     withoutForm_ += series.end() - end;
@@ -195,12 +195,12 @@ class NumberMaterial : public Material {
                                                                       : "difference";
     std::string advice = "choose --coding " + other;
     if (largest_ <= largestMaxIndex) {
-      advice += ", or --max-index " + std::to_string(largest_) + ", which may need " +
+      advice += ", or --max-index " + std::to_string(largest_) + ", which can take " +
                 std::to_string(largest_ * 8 / 1000000 + 1) + " MB";
     }
     throw Failure{ExitCode::limit, std::to_string(tooLarge_) + " of " + countOf(forms_, "number") + " are coded as more than " +
-                                       std::to_string(settings_.maxIndex) + ", up to " + std::to_string(largest_) +
-                                       ", which the matrix does not take: " + advice};
+                                       std::to_string(settings_.maxIndex) + ", the limit of the matrix; the largest code is " +
+                                       std::to_string(largest_) + ": " + advice};
   }
 
   const LearningOptions& options_;

@@ -1,4 +1,4 @@
-// `zmatrix numbers`: what the arithmetic codings make of numbers: factors, ocrons, gocrons, and what those give back.
+// `zmatrix numbers`: prints the factors, ocrons and gocrons of numbers, and what evaluating those gives.
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,9 +21,10 @@ struct NumbersOptions {
 constexpr int ocronTypes[] = {3, 4, 5, 6, 7};
 
 const char* const examples = R"(
-An ocron is a number as a postfix program: 2 pushes two, P takes the prime of that index, * multiplies, ^ raises to a power, Q takes
-P as often as the top says. A gocron is that program read as one number in a base of its own. Type 6 knows primes (P) and non-primes
-(*) alone, and starts from 1. The values are what evaluation gives back: a gocron loses the symbols of value 0 that it begins with.
+An ocron is a number written as a postfix program: 2 pushes two, P replaces the top by the prime of that index, * multiplies, ^ raises
+to a power, Q applies P as often as the top says. A gocron is an ocron read as one number in a base of its own. Type 6 has only primes
+(P) and non-primes (*), and starts from 1. The value columns show the result of evaluation; it can differ for a gocron, because
+leading symbols of value 0 are lost.
 
 Examples:
   zmatrix numbers 12 97 1024
@@ -77,7 +78,7 @@ Json withDashes(Json codes) {
 
 void runNumbers(const NumbersOptions& options) {
   keepStandardOutputForResults();
-  prepareArithmetic(ZQPreProcessingTypePrimeOcron, 0, options.numbers);  // the one that needs most
+  prepareArithmetic(ZQPreProcessingTypePrimeOcron, 0, options.numbers);  // the coding that needs the largest table
   Output output("");
   Json all = Json::array();
   for (const int number : options.numbers) {

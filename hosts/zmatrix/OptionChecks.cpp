@@ -21,11 +21,11 @@ std::string shown(const std::string& value) {
 
 CLI::Validator wholeNumber(long long low, long long high) {
   const bool isBounded = high != std::numeric_limits<long long>::max();
-  const std::string range = "from " + std::to_string(low) + (isBounded ? " to " + std::to_string(high) : " on");
+  const std::string range = "from " + std::to_string(low) + (isBounded ? " to " + std::to_string(high) : " up");
   return {[=](std::string& text) {
             long long number = 0;
             const bool fits = readNumber(text, number) && number >= low && number <= high;
-            return fits ? std::string() : shown(text) + " is no whole number " + range;
+            return fits ? std::string() : shown(text) + " is not a whole number " + range;
           },
           ""};
 }
@@ -35,7 +35,7 @@ CLI::Validator oneOf(const std::vector<std::string>& names) {
   for (const std::string& name : names) description += (description.empty() ? "" : "|") + name;
   return {[names](std::string& text) {
             if (std::find(names.begin(), names.end(), text) != names.end()) return std::string();
-            return shown(text) + " is none of " + listOf(names) + suggestionOf(names, text);
+            return shown(text) + " is not one of " + listOf(names) + suggestionOf(names, text);
           },
           description};
 }

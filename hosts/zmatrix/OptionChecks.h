@@ -1,4 +1,4 @@
-// What the values of options may be, and errors that say so.
+// Validators for the values of options, and their error messages.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-/// Without `high` there is no upper bound but that of 64 bits.
+/// Accepts an integer from `low` to `high`; without `high` up to the largest 64-bit integer.
 CLI::Validator wholeNumber(long long low, long long high = std::numeric_limits<long long>::max());
 
-/// One of these names; its description is the names with | between them, which is where completions find them.
+/// Accepts one of these names. Its description is the names joined by |, from which OptionTable reads the choices.
 CLI::Validator oneOf(const std::vector<std::string>& names);
 
-/// The same for names that stand for values of an enumeration, to be used as a transform.
+/// The same for the names of an enumeration's values, to be used as a transform.
 template <class Value>
 CLI::Validator oneOf(const std::map<std::string, Value>& values) {
   std::vector<std::string> names;

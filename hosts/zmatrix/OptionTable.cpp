@@ -12,7 +12,7 @@ std::vector<std::string> piecesOf(const std::string& text, char separator) {
   return pieces;
 }
 
-// A check by a list of names describes itself by them: "TEXT:best|middle|random".
+// The description of a validator made by oneOf ends with its names: "TEXT:best|middle|random".
 std::vector<std::string> choicesOf(const CLI::Option& option) {
   const std::string type = option.get_type_name();
   const std::size_t colon = type.rfind(':');
@@ -56,7 +56,7 @@ VerbRow rowOf(const CLI::App& app) {
     if (option->nonpositional()) row.options.push_back(optionRowOf(*option));
     if (option->get_positional()) row.positionals.push_back(positionalRowOf(*option));
   }
-  // A footer has its paragraphs first, then "Examples:" with an indented line each, then what all verbs have in common.
+  // A footer has paragraphs, then "Examples:" with one indented line per example, then the exit codes.
   bool isBehindExamples = false;
   for (const std::string& line : piecesOf(app.get_footer(), '\n')) {
     isBehindExamples = isBehindExamples || line.rfind("Example", 0) == 0;

@@ -1,5 +1,5 @@
-// The verbs and options of the command as rows, read from the parser that has them: what the manual and the completions are made
-// of, so that they can't differ from what the command takes.
+// The verbs and options of the command as rows, read from the CLI11 parser. The manual page and the completions are made of these
+// rows, so they always match what the command accepts.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -8,15 +8,15 @@
 
 struct OptionRow {
   std::vector<std::string> names;  ///< "-o", "--out"; of a positional its one name
-  std::string argument;            ///< what its value is called; empty for a flag
+  std::string argument;            ///< the placeholder of its value; empty for a flag
   std::string description;
-  std::vector<std::string> choices;  ///< all that the value may be; empty if it isn't one of a list
+  std::vector<std::string> choices;  ///< the allowed values; empty if any value is allowed
   bool takesFile;
   bool isRepeatable;
 };
 
 struct VerbRow {
-  std::string name;  ///< empty for what stands before a verb
+  std::string name;  ///< "zmatrix" for the command itself
   std::string description;
   std::string notes;                  ///< paragraphs
   std::vector<std::string> examples;  ///< command lines
@@ -24,12 +24,12 @@ struct VerbRow {
   std::vector<OptionRow> positionals;
 };
 
-/// The row of one verb, or of what stands before it.
+/// The row of one verb, or of the command itself.
 VerbRow rowOf(const CLI::App& app);
 std::vector<VerbRow> verbsOf(const CLI::App& app);
 
-/// The description without what follows a colon or semicolon: one line for a list.
+/// The description up to its first colon or semicolon.
 std::string briefOf(const std::string& description);
 
-/// "INPUT..." for one that takes several.
+/// The positional's name, followed by "..." if it can be repeated.
 std::string placeholderOf(const OptionRow& positional);

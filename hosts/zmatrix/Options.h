@@ -1,4 +1,4 @@
-// The options that several verbs share, told once: what is learned and how, how it is continued, how much is said meanwhile.
+// The options that several verbs share: learning, generating, and messages.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -11,7 +11,7 @@
 #include "Reading.h"
 #include "TextEncoding.h"
 
-/// What was not given is decided by the subject and its level, or by the model that is learned into.
+/// An option that was not given gets its default from the subject and the level, or from the model that is updated.
 struct LearningOptions {
   std::vector<std::string> inputs;
   bool recursive = false;
@@ -48,41 +48,41 @@ struct GenerationOptions {
   Method method = Method::random;
   std::optional<int> matrixID;  ///< music
   std::optional<double> tempo;  ///< music
-  ReadingOptions reading;       ///< of the start; told with the learning options where both are there
+  ReadingOptions reading;       ///< of the start; `continue` copies it from its learning options
   std::string out;
 
   // texts
-  std::optional<Level> level;               ///< told with the learning options where both are there
-  std::optional<Encoding> encoding;         ///< of what is written; told with the learning options where both are there
-  std::optional<Encoding> encodingOfTexts;  ///< of those that the result is compared with
+  std::optional<Level> level;               ///< `continue` copies it from its learning options
+  std::optional<Encoding> encoding;         ///< of the result; `continue` copies it from its learning options
+  std::optional<Encoding> encodingOfTexts;  ///< of the texts in `against`
   std::optional<long long> sentences;
   std::optional<long long> lines;
   std::vector<std::string> against;  ///< the texts that the result is compared with
   bool json = false;
 };
 
-struct TalkOptions {
+struct MessageOptions {
   bool quiet = false;
   bool verbose = false;
   int debugLevel = 0;
 
-  Loudness loudness() const { return {quiet ? -1 : debugLevel}; }
+  MessageLevel messageLevel() const { return {quiet ? -1 : debugLevel}; }
   bool showsProgress() const { return !quiet && debugLevel == 0; }
 };
 
-/// Refuses an empty name, as an unset variable of a script gives.
+/// Refuses an empty file name, such as an unset shell variable gives.
 extern const CLI::Validator isNamed;
 
-/// `what` tells what INPUT may be.
+/// `what` is the help text of INPUT.
 void addLearningOptions(
     CLI::App& verb, LearningOptions& options,
     const std::string& what = "Files of one kind (text, MIDI and kern, numbers), or folders of them; - is standard input");
 void addGenerationOptions(CLI::App& verb, GenerationOptions& options);
 void addLevelOption(CLI::App& verb, std::optional<Level>& level);
-/// Of MIDI and kern files.
+/// Adds the options for reading MIDI and kern files.
 void addReadingOptions(CLI::App& verb, ReadingOptions& options);
 void addKindOptions(CLI::App& verb, std::optional<Kind>& kind);
-void addTalkOptions(CLI::App& verb, TalkOptions& options);
+void addMessageOptions(CLI::App& verb, MessageOptions& options);
 
-/// The last lines of a verb's help.
+/// The last lines of each verb's help.
 extern const char* const exitCodes;

@@ -11,7 +11,7 @@ namespace {
 int standardOutput = -1;
 bool isStandardOutputClosed = false;
 
-bool isFileOrNothing(const struct stat& status) {
+bool isRegularOrDevNull(const struct stat& status) {
   struct stat nothing {};
   return S_ISREG(status.st_mode) ||
          (S_ISCHR(status.st_mode) && stat("/dev/null", &nothing) == 0 && status.st_rdev == nothing.st_rdev);
@@ -23,7 +23,7 @@ void fillClosedStandardStreams() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(descriptor, F_GETFD) != -1) continue;
     if (descriptor == STDOUT_FILENO) isStandardOutputClosed = true;
-    open("/dev/null", O_RDWR);  // takes the lowest descriptor that is free, which is this one
+    open("/dev/null", O_RDWR);  // open() returns the lowest free descriptor, which is this one
   }
 }
 
@@ -42,12 +42,12 @@ int descriptorOfStandardOutput() {
   return standardOutput;
 }
 
-bool goesToAFile(const std::string& path) {
+bool isFileOrDevNull(const std::string& path) {
   struct stat status {};
   if (path.empty() || namesStandardOutput(path)) {
-    return standardOutput >= 0 && fstat(standardOutput, &status) == 0 && isFileOrNothing(status);
+    return standardOutput >= 0 && fstat(standardOutput, &status) == 0 && isRegularOrDevNull(status);
   }
-  return stat(path.c_str(), &status) != 0 || isFileOrNothing(status);
+  return stat(path.c_str(), &status) != 0 || isRegularOrDevNull(status);
 }
 
 Output::Output(const std::string& path) : name_(path) {

@@ -1,4 +1,5 @@
-// Where results go: standard output, or a file that appears whole or not at all. Devices and pipes are written straight.
+// The destination of results: standard output, or a file that is replaced whole or not at all. Devices and pipes are written
+// directly.
 #pragma once
 
 #include <cstdio>
@@ -9,8 +10,9 @@
 
 class Output {
  public:
-  /// Opens now, so that a folder that can't be written is known before hours of learning. An empty path means standard output, as
-  /// its names do.
+  /// Opens the file at once, so that a path that can't be written is known before learning. An empty path means standard output,
+  /// as
+  /// "-" and "/dev/stdout" do.
   explicit Output(const std::string& path);
   ~Output();
   Output(const Output&) = delete;
@@ -19,28 +21,29 @@ class Output {
   void write(const std::string& bytes);
   void write(char byte);
   bool isOnTerminal() const;
-  /// Throws a Failure if anything of what was written could not be kept.
+  /// Flushes, and puts a file in its place. Throws a Failure if not all could be written.
   void commit();
 
  private:
   std::string name_;                      ///< for messages
-  std::unique_ptr<PendingFile> pending_;  ///< null if written straight
+  std::unique_ptr<PendingFile> pending_;  ///< null if written directly
   std::FILE* stream_ = nullptr;
 };
 
-/// True for the names that lead to standard output on every system: "-", "/dev/stdout" and the like.
+/// True for "-", "/dev/stdout", "/dev/fd/1" and "/proc/self/fd/1".
 bool namesStandardOutput(const std::string& path);
 
-/// The descriptor of what was standard output when the command began. Throws a Failure if that was closed.
+/// A descriptor of the original standard output. Throws a Failure if it was closed when the command began.
 int descriptorOfStandardOutput();
 
-/// True if what is written to this path, as an Output takes it, can't come out on a terminal: it is a file, or nothing at all. Of
-/// a pipe nobody knows where it ends.
-bool goesToAFile(const std::string& path);
+/// True if an Output to this path can't appear on a terminal: it is a regular or new file, or /dev/null. False for a pipe, which
+/// may lead to a pager.
+bool isFileOrDevNull(const std::string& path);
 
-/// To be called first of all: a file that is opened while standard input, output or error is closed would come to stand for it.
+/// Opens /dev/null for each closed standard stream. Must be called first: otherwise the next file that is opened would get the
+/// descriptor of the closed stream.
 void fillClosedStandardStreams();
 
-/// To be called before anything is learned: from then on what anyone prints on standard output, the library's messages above all,
-/// comes out on standard error, and only an Output still writes to the true standard output. So results stay clean.
+/// Redirects standard output to stderr, and keeps a duplicate of the original for Output. The library's messages, which it prints
+/// on standard output, then don't mix with results. Must be called before learning.
 void keepStandardOutputForResults();

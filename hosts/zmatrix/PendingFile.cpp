@@ -15,7 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A temporary file is made for its owner alone; the result gets the rights of the file it replaces or those of any new file.
+// mkstemp() makes a file that only its owner can read. The result gets the rights of the file that it replaces, or the default
+// ones.
 mode_t rightsFor(const std::string& target) {
   struct stat status;
   if (stat(target.c_str(), &status) == 0) return status.st_mode & 07777;
@@ -29,7 +30,7 @@ mode_t rightsFor(const std::string& target) {
 bool PendingFile::canStandFor(const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
-  if (!fs::exists(status) || fs::is_directory(status)) return true;  // the constructor says what is wrong with a folder
+  if (!fs::exists(status) || fs::is_directory(status)) return true;  // the constructor throws for a folder
   if (!fs::is_regular_file(status)) return false;
   const fs::path folder = fs::path(withLinksFollowed(path)).parent_path();
   return access(folder.empty() ? "." : folder.c_str(), W_OK) == 0;
@@ -39,7 +40,7 @@ PendingFile::PendingFile(const std::string& path) : target_(withLinksFollowed(pa
   std::error_code error;
   if (isDanglingLink(path)) failToWrite("cannot write", path);
   if (fs::is_directory(target_, error)) throw Failure{ExitCode::limit, "cannot write " + path + ": it is a folder"};
-  // renaming would replace a file that its owner closed to writing
+  // rename() would replace a read-only file too
   if (fs::exists(target_, error) && access(target_.c_str(), W_OK) != 0) failToWrite("cannot write", path);
   std::string pattern = target_ + ".XXXXXX";
   const int descriptor = mkstemp(pattern.data());
@@ -81,5 +82,5 @@ bool isDanglingLink(const std::string& path) {
 
 std::string descriptionOfDanglingLink(const std::string& path) {
   std::error_code error;
-  return "a symbolic link to " + fs::read_symlink(path, error).string() + ", which is not there";
+  return "a symbolic link to " + fs::read_symlink(path, error).string() + ", which does not exist";
 }

@@ -1,5 +1,5 @@
-// A file that appears whole or not at all: it is written beside its place under a temporary name and moved there by keep();
-// whatever ends the command before that, an interrupt too, removes it.
+// A file that is replaced whole or not at all. It is written under a temporary name in the same folder, and renamed by keep(). If
+// the command ends before that, by an error or an interrupt, the temporary file is removed.
 #pragma once
 
 #include <sys/types.h>
@@ -8,33 +8,33 @@
 
 class PendingFile {
  public:
-  /// True for a path that a file can be put beside and moved to: no file yet or a regular one, in a folder that takes files.
-  /// Everything else (a device, a pipe, a file in a folder that is closed) has to be written straight.
+  /// True for a new file, or a regular file in a folder where files can be made. Anything else (a device, a pipe, a file in a
+  /// read-only folder) must be written directly.
   static bool canStandFor(const std::string& path);
 
-  /// Makes the temporary file, empty, with the rights that the file at `path` has or a new one would get; links are followed.
-  /// Throws a Failure if it can't.
+  /// Makes an empty temporary file with the rights of the file at `path`, or those of a new file. Symbolic links are followed.
+  /// Throws a Failure if that fails.
   explicit PendingFile(const std::string& path);
   ~PendingFile();
   PendingFile(const PendingFile&) = delete;
   PendingFile& operator=(const PendingFile&) = delete;
 
   const std::string& temporaryName() const { return temporary_; }
-  /// Moves the file to its place. False, with errno set, if it can't.
+  /// Renames the file to `path`. False, with errno set, if that fails.
   bool keep();
 
  private:
   std::string target_;
-  std::string temporary_;  ///< empty once the file is in its place
+  std::string temporary_;  ///< empty after keep()
 };
 
-/// Throws the Failure that tells that `path` can't be written, for the reason that errno holds.
+/// Throws a Failure "WHAT PATH: REASON", with the reason from errno.
 [[noreturn]] void failToWrite(const std::string& what, const std::string& path);
 
-/// The file that a path leads to, whether or not it is there.
+/// The path with symbolic links resolved; the file need not exist.
 std::string withLinksFollowed(const std::string& path);
 
-/// True for a symbolic link to what is not there.
+/// True for a symbolic link whose target doesn't exist.
 bool isDanglingLink(const std::string& path);
-/// "a symbolic link to TARGET, which is not there".
+/// "a symbolic link to TARGET, which does not exist".
 std::string descriptionOfDanglingLink(const std::string& path);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t barWidth = 30;
 constexpr std::size_t textWidth = 36;
-constexpr std::size_t frameWidth = 10;  // the blank, the brackets, the percentage and a column that stays free
+constexpr std::size_t frameWidth = 10;  // blanks, brackets, percentage, and a last column that stays empty
 
 Progress* drawing = nullptr;
 
@@ -37,7 +37,7 @@ bool isContinuationByte(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-// The first `width` characters, filled up with blanks. A text that isn't UTF-8 comes out shorter at worst.
+// The first `width` characters of a UTF-8 text, padded with blanks. Other text may come out shorter.
 std::string fitted(const std::string& text, std::size_t width) {
   std::size_t end = 0;
   for (std::size_t characters = 0; end < text.size(); ++end) {
@@ -53,7 +53,7 @@ std::string fitted(const std::string& text, std::size_t width) {
 }  // namespace
 
 Progress::Progress(bool wanted, const std::string& results)
-    : shown_(wanted && isatty(STDERR_FILENO) == 1 && !isSet("NO_COLOR") && !isDumb() && goesToAFile(results)) {
+    : shown_(wanted && isatty(STDERR_FILENO) == 1 && !isSet("NO_COLOR") && !isDumb() && isFileOrDevNull(results)) {
 }
 
 Progress::~Progress() {

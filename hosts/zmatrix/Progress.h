@@ -1,24 +1,23 @@
-// One line on a terminal that shows how far a long run is. It is drawn only where it can't get between results: where standard
-// error is a terminal and the results go to a file. A pipe doesn't count as one, since it may lead to a pager on that terminal.
+// A progress line on stderr. It is drawn only if stderr is a terminal and the results go to a file, so that it can't mix with
+// results. A pipe doesn't count as a file, since it may lead to a pager on the same terminal.
 #pragma once
 
 #include <string>
 
 class Progress {
  public:
-  /// `results` is the path that results go to, as an Output takes it. NO_COLOR and a terminal that can't move back in a line
-  /// (TERM=dumb) draw nothing either.
+  /// `results` is the path of the Output. Nothing is drawn if NO_COLOR is set or TERM is dumb.
   Progress(bool wanted, const std::string& results);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
   bool isShown() const { return shown_; }
-  /// Draws the line anew if its picture changes. `fraction` runs from 0 to 1.
+  /// Redraws the line if it changed. `fraction` is from 0 to 1.
   void show(const std::string& what, double fraction);
-  /// Takes the line away, so that other lines can be printed.
+  /// Erases the line.
   void clear();
-  /// Takes away the line of whichever object has drawn one.
+  /// Erases the line of whichever object drew it.
   static void clearAll();
 
  private:

@@ -1,5 +1,5 @@
-// How MIDI and kern files are read: exactly, as scores of which nothing is dropped, or by the classic readers, whose rules leave
-// much out but match what models learned in earlier times.
+// The two readings of MIDI and kern files. The exact one gives a score with every note. The classic one leaves much out, and is
+// kept for models that were learned with it.
 #pragma once
 
 #include <optional>
@@ -10,7 +10,7 @@ inline const char* nameOf(Reading reading) {
   return reading == Reading::exact ? "exact" : "classic";
 }
 
-/// What was not given is decided by the model, or exact.
+/// The options of reading. Without `reading` the model decides; a new model is read exactly.
 struct ReadingOptions {
   std::optional<Reading> reading;
   std::optional<int> graceQuanta;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int pitches = 128;
 constexpr double quantaOfWhole = 12288;
-constexpr double sameTime = 8;  // quanta: what rounding may do, far below the shortest note
+constexpr double sameTime = 8;  // quanta; allows for rounding, far below the shortest note
 
 using OnsetsOfPitches = std::array<std::vector<double>, pitches>;
 
@@ -28,7 +28,7 @@ OnsetsOfPitches onsetsOf(const zq_Score& score) {
   return onsets;
 }
 
-// Notes of both that have the same pitch at the same time, if all of one are moved.
+// How many notes of `one`, moved by `moved` quanta, have a note of the same pitch at the same time in `other`.
 long long numberInBoth(const OnsetsOfPitches& one, const OnsetsOfPitches& other, double moved) {
   long long both = 0;
   for (std::size_t pitch = 0; pitch < one.size(); ++pitch) {
@@ -51,7 +51,8 @@ double firstOf(const OnsetsOfPitches& onsets) {
   return first;
 }
 
-// Of a score the classic reading is known by what it converts. All of it may be moved to a bar line, which is no fault.
+// The notes that the classic conversion of a kern score puts at their exact time. The conversion may move the whole piece to a
+// bar line, which doesn't count as a difference.
 long long notesInPlace(const InputFile& input, const zq_Score& score) {
   const ScratchFile file;
   if (!convertClassically(input.path, file.path()) || file.bytes().empty()) return 0;

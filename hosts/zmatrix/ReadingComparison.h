@@ -1,9 +1,9 @@
-// Both readings of a file side by side: what each gives and learns, and what the classic one loses or shifts.
+// Compares both readings of a file.
 #pragma once
 
 #include "Inputs.h"
 #include "MusicReport.h"
 #include "Scores.h"
 
-/// A line for the file and for each reading, with its notes.
+/// A row per reading: notes read, notes at another time, notes learned and not learned.
 Json comparisonOf(const InputFile& input, const zq_Score& score, const zq_ScoreFeedReport& plan, const MusicReport& classic);

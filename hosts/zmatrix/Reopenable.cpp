@@ -20,7 +20,7 @@ namespace {
   throw Failure{ExitCode::badInput, "cannot read " + nameOfArgument(argument) + ": " + std::strerror(errno)};
 }
 
-// The number of an open descriptor that a path names ("/dev/fd/63" comes of a shell's <(...)), or -1.
+// The number of the open descriptor that a path names ("/dev/fd/63" for a shell's <(...)), or -1.
 int descriptorNamed(const std::string& path) {
   if (path == "/dev/stdin") return STDIN_FILENO;
   for (const std::string folder : {"/dev/fd/", "/proc/self/fd/"}) {
@@ -41,7 +41,7 @@ void writeAll(int descriptor, const char* bytes, std::size_t length) {
   }
 }
 
-// A file in memory, of all that is still to be read.
+// Reads a descriptor to its end into a file in memory.
 int keptBytes(int source, const std::string& argument, std::uintmax_t limit) {
   const int kept = memfd_create("zmatrix", MFD_CLOEXEC);
   if (kept < 0) failToWrite("cannot write", "a file in memory");
@@ -52,12 +52,13 @@ int keptBytes(int source, const std::string& argument, std::uintmax_t limit) {
     if (length < 0) cannotRead(argument);
     if (length == 0) return kept;
     sum += static_cast<std::uintmax_t>(length);
-    if (sum > limit) throw Failure{ExitCode::limit, nameOfArgument(argument) + " is too big: a file may have 1 GiB"};
+    if (sum > limit) throw Failure{ExitCode::limit, nameOfArgument(argument) + " is too large: the limit is 1 GiB per file"};
     writeAll(kept, piece.data(), static_cast<std::size_t>(length));
   }
 }
 
-// What was read is read from its start by whoever opens the path.
+// True for a folder, and for a regular file, which is read from its start each time it is opened. Standard input must not have
+// been read yet.
 bool canBeOpenedAgain(const struct stat& status, int descriptor, const std::string& argument) {
   if (S_ISDIR(status.st_mode)) return true;
   return S_ISREG(status.st_mode) && (argument != "-" || lseek(descriptor, 0, SEEK_CUR) <= 0);
@@ -66,7 +67,7 @@ bool canBeOpenedAgain(const struct stat& status, int descriptor, const std::stri
 std::string keep(const std::string& argument, const std::string& path, int descriptor, std::uintmax_t limit) {
   if (descriptor >= 0) {
     const int kept = keptBytes(descriptor, argument, limit);
-    if (dup2(kept, descriptor) < 0) cannotRead(argument);  // so the name that the user gave leads there from now on
+    if (dup2(kept, descriptor) < 0) cannotRead(argument);  // from now on the given path opens the file in memory
     close(kept);
     return path;
   }

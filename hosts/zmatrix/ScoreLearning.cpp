@@ -1,10 +1,10 @@
-// Learning by the exact reading: files become scores, and scores are fed.
+// Learning by the exact reading: files are read as scores, and the scores are fed.
 #include <map>
 
 #include "ExactReport.h"
 #include "Material.h"
+#include "Messages.h"
 #include "MusicLearning.h"
-#include "Talk.h"
 
 namespace {
 
@@ -38,17 +38,17 @@ class ScoreLearning : public MusicLearning {
     matrix.learnScore(*read(input), input.name, options_.leavesOutPercussion);
   }
 
-  void tellOmissions() const override {
+  void printOmissions() const override {
     for (const auto& [reason, count] : refusals_) note("left out " + countOf(count, "file") + ": " + reason);
     for (const auto& [cause, notes] : causes_) note("left out " + countOf(notes, "note") + ": " + cause);
-    if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end: what stands before the fault is learned");
+    if (endings_ > 0) note(countOf(endings_, "file") + " not read to the end; the part before the fault was learned");
     if (withoutMeter_ > 0) note(countOf(withoutMeter_, "file") + " without a meter, learned as 4/4");
-    if (onsetsMoved_ > 0) note("the grid moves " + shareOf(onsetsMoved_, notes_) + " (--grid N is finer)");
+    if (onsetsMoved_ > 0) note("the grid moves " + shareOf(onsetsMoved_, notes_) + " (--grid N sets a finer one)");
     if (durationsMoved_ > 0) {
-      note("the grid changes how long " + shareOf(durationsMoved_, notes_) + " last (--duration-grid N is finer)");
+      note("the grid changes the duration of " + shareOf(durationsMoved_, notes_) + " (--duration-grid N sets a finer one)");
     }
     if (!refusals_.empty() || !causes_.empty() || endings_ + findings_ > 0) {
-      note((findings_ > 0 ? countOf(findings_, "finding") + "; " : "") + "`zmatrix inspect FILE` tells more");
+      note((findings_ > 0 ? countOf(findings_, "finding") + "; " : "") + "for details see `zmatrix inspect FILE`");
     }
   }
 

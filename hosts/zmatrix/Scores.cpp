@@ -6,7 +6,7 @@ namespace {
 
 const char* textOf(int writingState) {
   if (writingState == zq_ScoreTooLarge) return "it is too large for a MIDI file";
-  if (writingState == zq_ScoreRefused) return "it is no score";
+  if (writingState == zq_ScoreRefused) return "the score is invalid";
   return "out of memory";
 }
 
@@ -23,7 +23,7 @@ Score readScore(const std::string& path, Kind kind, int graceQuanta) {
 std::string refusalOf(const zq_Score& score) {
   if (score.state == zq_ScoreNotFound) return "it can't be opened";
   if (score.state != zq_ScoreOtherFormat) return "";
-  return score.format == zq_ScoreKern ? "no **kern column" : "no MIDI file";
+  return score.format == zq_ScoreKern ? "no **kern column" : "not a MIDI file";
 }
 
 std::string midiOf(const zq_Score& score) {

@@ -1,20 +1,20 @@
-// A file without a name, in memory, for what the library writes by a path: so its bytes can be checked, and go where an Output
-// puts them, whole or not at all.
+// An anonymous file in memory. The library writes MIDI to its path; the command then reads the bytes and writes them to an
+// Output.
 #pragma once
 
 #include <string>
 
 class ScratchFile {
  public:
-  /// Throws a Failure if there is none to be had.
+  /// Throws a Failure if the system can't make one.
   ScratchFile();
   ~ScratchFile();
   ScratchFile(const ScratchFile&) = delete;
   ScratchFile& operator=(const ScratchFile&) = delete;
 
-  /// Under which this process can open it.
+  /// The path by which this process can open it.
   std::string path() const;
-  /// All that was written to it.
+  /// The contents.
   std::string bytes() const;
 
  private:

@@ -1,6 +1,6 @@
-// How learned sentences go on from their first letter. A model counts as a start the first letter of a sentence alone; of a
-// longer beginning the starts are its occurrences less those with a letter before it. So a sentence begins as sentences do, and
-// not as names do which share their capital.
+// How learned sentences continue from their first letter. A model counts only first letters as starts of a sentence; the starts
+// of a longer beginning are its occurrences minus those with a letter before it. With these counts a generated sentence begins
+// like learned ones, and not like names with the same capital.
 #pragma once
 
 #include <map>
@@ -11,11 +11,11 @@
 
 class SentenceStarts {
  public:
-  /// Of the sub-matrix that is selected now and at each question.
+  /// The same sub-matrix must be selected at each call of after().
   SentenceStarts(Matrix& matrix, int phraseLimit) : matrix_(matrix), phraseLimit_(phraseLimit) {}
 
-  /// The letters that follow a beginning, with the number of sentences that begin so; what the sentences that go on don't make up
-  /// are those that end there. None if the model can't tell: its phrases are too short, or rules were taken out of it.
+  /// The letters that follow a beginning, with the number of sentences that begin so. The sentences missing from the sum of these
+  /// counts end there. Null if the model can't tell: its phrases are too short, or rules were removed from it.
   const std::optional<std::vector<Matrix::Successor>>& after(const std::vector<int>& beginning);
 
  private:

@@ -74,7 +74,7 @@ bool SentenceReader::takes(int character) {
   return begins;
 }
 
-// "J", "U.S", "Mr", "Capt" and "3" are; "1853" and "end" are not.
+// True for the words "J", "U.S", "Mr", "Capt" and "3"; false for "1853" and "end".
 bool SentenceReader::isAbbreviation() const {
   const auto begin = std::find_if_not(word_.begin(), word_.end(), opens);
   const auto length = std::distance(begin, word_.end());

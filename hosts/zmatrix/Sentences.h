@@ -1,16 +1,17 @@
-// Where sentences begin and end in a text that is given character by character: a Windows-1252 byte as its number, anything else
-// as its code point.
+// Finds where sentences begin and end. Characters are items as in TextEncoding.h: the byte of a Windows-1252 character, the code
+// point of any other.
 #pragma once
 
 #include <vector>
 
-/// Reads a text and tells each character that begins a new sentence. A sentence ends at a mark, with what closes behind it, where
-/// white space and then anything but a small letter follow; not at the dot of an abbreviation, of an initial or of an ordinal.
+/// Reads a text character by character and reports which one begins a new sentence. A sentence ends after . ! ? or an ellipsis
+/// and any closing quotes or brackets, if white space and then a capital letter, a digit or an opening mark follow. The dot of an
+/// abbreviation, an initial or an ordinal ends no sentence.
 class SentenceReader {
  public:
-  /// True if the character begins a sentence and another one ended before it.
+  /// Reads a character. True if it begins a new sentence after the end of another.
   bool takes(int character);
-  /// True if what was read last would end a sentence if one began behind it.
+  /// True if the last word ends a sentence, provided that one begins after it.
   bool isBehindMark() const { return isBehindMark_; }
 
  private:
@@ -21,19 +22,18 @@ class SentenceReader {
   bool isBehindWhite_ = false;
 };
 
-/// True for what separates words: white space and the no-break space.
+/// True for control characters, the blank and the no-break space.
 bool isWhiteSpace(int character);
 
-/// The part of a text behind its last end of a sentence or blank line, without the white space that follows that. Empty if the
-/// text ends with one.
+/// The last sentence of a text, without white space before it, if it is unfinished; else empty. A blank line ends a sentence too.
 std::vector<int> unfinishedSentence(const std::vector<int>& text);
 
-/// The text with its white space changed so that the library, which cuts sentences by rules of its own, cuts them where they end:
-/// a blank line behind each, a no-break space behind a mark that ends none. As it is learned both are white space like any other.
+/// Changes the white space of a text so that the library, which has simpler rules, cuts sentences in the same places: a blank
+/// line goes after each sentence, a no-break space after a mark that ends none. Both are learned as ordinary white space.
 std::vector<int> withMarkedSentences(const std::vector<int>& text);
 
-/// True if a word ends a sentence beyond doubt: a dot counts only behind a word of four letters or more.
+/// True if a word ends with . ! ? or an ellipsis; a dot counts only after four letters, since it may belong to an abbreviation.
 bool surelyEndsSentence(const std::vector<int>& word);
 
-/// True if a sentence may begin with this character.
+/// True for a capital letter, a digit and an opening mark.
 bool mayBeginSentence(int character);

@@ -54,7 +54,7 @@ const Number settings[] = {
     {"keeps_history", &ZQMatrixProperties::addUpdateInfo, Tier::medium},
 };
 
-// Only the full tier has levels.
+// Symbols and numbers have the same matrix type. Symbols have a level below them, which only the full tier has.
 const char* contentOf(const ZQMatrixProperties& record, Tier tier) {
   if (record.matrixType == ZQMatrixTypeANSIText) return "text";
   if (record.matrixType == ZQMatrixTypeIntegerSeries) {
@@ -71,7 +71,7 @@ std::string timeOf(unsigned int secondsSince1970) {
   return text;
 }
 
-// The record's field has no terminator if the name fills it.
+// The field has no zero byte if the name fills it.
 std::string nameOfUpdateFile(const ZQMatrixProperties& record) {
   return {record.nameOfUpdateFile, strnlen(record.nameOfUpdateFile, sizeof record.nameOfUpdateFile)};
 }
@@ -80,7 +80,7 @@ std::string cellOf(const Json& value) {
   return value.is_string() ? value.get<std::string>() : value.dump();
 }
 
-// The names of all members of the values of a list, in the order in which they come up.
+// The names of all members of the objects in a list, in the order of their first appearance.
 std::vector<std::string> namesIn(const Json& list) {
   std::vector<std::string> names;
   for (const Json& entry : list) {

@@ -1,4 +1,4 @@
-// What a matrix says of itself, as one JSON value from which the table is printed too: so both have the same figures.
+// Counters and settings of a matrix as JSON. Tables are printed from the same JSON, so both show the same figures.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -6,29 +6,29 @@
 
 #include "Matrix.h"
 
-/// The members come out in the order in which they were put in.
+/// Members keep the order in which they were added.
 using Json = nlohmann::ordered_json;
 
-/// The settings and counters of one sub-matrix.
+/// The counters of one sub-matrix.
 Json statisticsOf(const ZQMatrixProperties& record, Tier tier);
 
-/// The rest of a sub-matrix's record: how it learns, the state of its generator and its kernel, the files it learned.
+/// The other fields of its record: settings, random generator, length of the kernel, files learned.
 Json settingsOf(const ZQMatrixProperties& record, Tier tier);
 
-/// A record of the history, in short.
+/// The main fields of a record of the history.
 Json historyEntryOf(const ZQMatrixProperties& record, Tier tier);
 
-/// The size of the whole matrix: slots, the highest one in use, bytes of memory that this process had at most.
+/// Slots of the block, the highest slot in use, and the peak memory of this process in bytes.
 Json sizeOf(const Matrix& matrix);
 
-/// A value as text with a line end. A byte that is no UTF-8, as a file's name may have one, comes out as a replacement character.
+/// A value as JSON text with a line end. Bytes that aren't UTF-8, which a file name may contain, become U+FFFD.
 std::string jsonText(const Json& value);
 
-/// A line for each member of a value, with its name.
+/// A line per member: name and value.
 std::string membersOf(const Json& value);
 
-/// A table with a column for each value of the list and a line for each of their members.
+/// A table with a column per object of the list and a line per member.
 std::string columnsOf(const Json& list);
 
-/// A table with a line for each value of the list, under a line with the names of their members.
+/// A table with a line per object of the list, below a line with the names of the members.
 std::string linesOf(const Json& list);

@@ -1,5 +1,5 @@
-// A matrix as the flat interface of its tier gives it: its settings, records, file and tests. What it learns and how it continues
-// stands in LearningMatrix and ContinuingMatrix, on top of it.
+// The part of Matrix that all tiers have: settings, records, file and self-tests, over the C functions of a tier. LearningMatrix
+// and ContinuingMatrix derive from it.
 #pragma once
 
 #include <algorithm>
@@ -9,27 +9,27 @@
 #include <vector>
 
 #include "Failure.h"
+#include "LibraryMessages.h"
 #include "Matrix.h"
-#include "Overheard.h"
 
 template <class Functions>
 class StoredMatrix : public Matrix {
  public:
   using Handle = typename Functions::Handle;
 
-  StoredMatrix(Handle* handle, Loudness loudness) : handle_(handle, Functions::destroy) { setLoudness(loudness); }
+  StoredMatrix(Handle* handle, MessageLevel messageLevel) : handle_(handle, Functions::destroy) { setMessageLevel(messageLevel); }
 
   Tier tier() const override { return Functions::number; }
   int numberOfIDs() const override { return Functions::numberOfIDs(matrix()); }
   int blockSize() const override { return Functions::blockSize(matrix()); }
   int maximalStack() const override { return Functions::maximalStack(matrix()); }
   void select(int id) override { Functions::setCurrentID(matrix(), id); }
-  Loudness loudness() const override { return loudness_; }
+  MessageLevel messageLevel() const override { return messageLevel_; }
 
-  void setLoudness(Loudness loudness) override {
-    loudness_ = loudness;
-    Functions::setDebugDevice(matrix(), loudness.printsMessages() ? 1 : 0);
-    Functions::setDebugLevel(matrix(), loudness.level);
+  void setMessageLevel(MessageLevel messageLevel) override {
+    messageLevel_ = messageLevel;
+    Functions::setDebugDevice(matrix(), messageLevel.printsMessages() ? 1 : 0);
+    Functions::setDebugLevel(matrix(), messageLevel.level);
   }
 
   Header header() const override {
@@ -48,7 +48,7 @@ class StoredMatrix : public Matrix {
   }
 
   std::vector<const ZQMatrixProperties*> history() override {
-    const Hush hush(*this);  // the library finds the end of the history by a record that it can't read
+    const MutedMessages muted(*this);  // the library reads until a record fails, and warns of that
     int count = 0;
     Functions::readHistory(matrix(), &count);
     std::vector<const ZQMatrixProperties*> records;
@@ -73,7 +73,7 @@ class StoredMatrix : public Matrix {
 
   void reserveIDs(int count) override { Functions::reserveIDs(matrix(), count); }
 
-  // The root of a sub-matrix counts its items, and the root's handle is the ID.
+  // The root's writeCountWithSuccessor counts the items, and the root's handle is the ID.
   long long itemsLearned([[maybe_unused]] int id) const override {
     if constexpr (Functions::learns) {
       auto* root = id > maximalStack() ? nullptr : Functions::elementAt(matrix(), id);
@@ -86,20 +86,20 @@ class StoredMatrix : public Matrix {
  protected:
   Handle* matrix() const { return handle_.get(); }
 
-  // Of a sound matrix the library may have much to remark, such as each symbol that no level of words goes with: told is what it
-  // says of one with faults.
+  // For a sound matrix too the library may print many warnings, such as one per symbol without a level of words. The messages are
+  // printed only if the test finds a fault.
   TestResult selfTest(int id, int which) override {
     select(id);
     TestResult result{};
-    Overheard talk(loudness_.level == 0);
+    LibraryMessages messages(messageLevel_.level == 0);
     result.isSound =
-        Functions::selfTest(matrix(), which, &result.writtenElements, &result.endElements, 0) == 1;  // 0: nothing is cut off
-    talk.end();
-    if (!result.isSound) talk.tell();
+        Functions::selfTest(matrix(), which, &result.writtenElements, &result.endElements, 0) == 1;  // 0: don't trim the block
+    messages.end();
+    if (!result.isSound) messages.print();
     return result;
   }
 
  private:
   std::unique_ptr<Handle, decltype(Functions::destroy)> handle_;
-  Loudness loudness_{0};
+  MessageLevel messageLevel_{0};
 };

@@ -7,10 +7,10 @@ constexpr std::size_t longestPhrase = 1024;
 }
 
 void SureCopies::follow(int lengthOfContext, int item, int characters) {
-  const std::size_t length = std::min(static_cast<std::size_t>(std::max(lengthOfContext, 0)), said_.size());
+  const std::size_t length = std::min(static_cast<std::size_t>(std::max(lengthOfContext, 0)), items_.size());
   const bool goesOn = isOnlyWayOn(length, item);
-  if (said_.size() >= 2 * longestPhrase) said_.erase(said_.begin(), said_.end() - longestPhrase);
-  said_.push_back(item);
+  if (items_.size() >= 2 * longestPhrase) items_.erase(items_.begin(), items_.end() - longestPhrase);
+  items_.push_back(item);
   copied_.push_back(characters);
   charactersOfCopy_ += characters;
   while (!goesOn && copied_.size() > length + 1) {
@@ -25,20 +25,20 @@ void SureCopies::follow(int lengthOfContext, int item, int characters) {
   }
 }
 
-// All occurrences of the context have the item behind them, and none ends a sequence.
+// True if the item follows every occurrence of the context, so that none ends a sequence.
 bool SureCopies::isOnlyWayOn(std::size_t lengthOfContext, int item) {
   if (lengthOfContext == 0) return false;
-  const std::vector<int> context(said_.end() - static_cast<std::ptrdiff_t>(lengthOfContext), said_.end());
-  const std::vector<Matrix::Successor> ways = matrix_.successorsOf(context);
-  if (ways.size() != 1 || ways[0].item != item) return false;
+  const std::vector<int> context(items_.end() - static_cast<std::ptrdiff_t>(lengthOfContext), items_.end());
+  const std::vector<Matrix::Successor> successors = matrix_.successorsOf(context);
+  if (successors.size() != 1 || successors[0].item != item) return false;
   for (const Matrix::Successor& sibling : matrix_.successorsOf({context.begin(), context.end() - 1})) {
-    if (sibling.item == context.back()) return sibling.count == ways[0].count;
+    if (sibling.item == context.back()) return sibling.count == successors[0].count;
   }
   return false;
 }
 
 void SureCopies::breakOff() {
-  said_.clear();
+  items_.clear();
   copied_.clear();
   charactersOfCopy_ = 0;
   ++written_;  // the line feed

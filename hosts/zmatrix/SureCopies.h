@@ -1,6 +1,6 @@
-// What the model itself tells of copying, without the texts. Where all occurrences of a context go on with the same item,
-// whatever stretch of a text leads to it goes on with that item too; so a path without a choice is a copy. A path with a choice
-// may be one as well, which the model can't tell: its shares are what is copied at least.
+// Measures copying from the model alone, without the texts. If all occurrences of a context continue with the same item, then so
+// does the text that the context was copied from; a path without choices is therefore a copy. A path with choices may be a copy
+// too, so the shares are lower bounds.
 #pragma once
 
 #include <deque>
@@ -13,18 +13,18 @@ class SureCopies {
  public:
   explicit SureCopies(Matrix& matrix) : matrix_(matrix) {}
 
-  /// An item of the selected sub-matrix that was chosen behind a context of so many items, and how many characters it writes.
+  /// Adds a generated item of the selected sub-matrix: the length of the context it was chosen for, and the characters it writes.
   void follow(int lengthOfContext, int item, int characters);
-  /// A sentence or a text ended, or the context was changed.
+  /// To be called when a sentence or a text ends, or the context is replaced.
   void breakOff();
-  /// Of all characters written, those that lie within a sure copy of at least each length.
+  /// The share of the written characters that lie within a sure copy of at least each length.
   CopiedRuns::Shares shares() const;
 
  private:
   bool isOnlyWayOn(std::size_t lengthOfContext, int item);
 
   Matrix& matrix_;
-  std::vector<int> said_;   ///< items since the last break, the later ones if they are many
+  std::vector<int> items_;  ///< the items since the last break, at most the last 2,048
   std::deque<int> copied_;  ///< the characters of each item of the sure copy that ends here
   long long charactersOfCopy_ = 0;
   long long written_ = 0;

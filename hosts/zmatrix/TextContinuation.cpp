@@ -12,8 +12,8 @@
 namespace {
 
 constexpr long long usualCount = 1000;
-constexpr long long mostPiecesOfALine = 10000;  // a choice that goes round in circles may never end a sentence
-constexpr std::size_t mostCompared = 1000000;   // characters
+constexpr long long mostItemsPerSentence = 10000;  // a generation that repeats itself may never end a sentence
+constexpr std::size_t mostCompared = 1000000;      // characters
 
 std::string textOf(const std::vector<int>& characters) {
   return TextEncoder(Encoding::utf8).bytesOf(characters);
@@ -41,11 +41,11 @@ TextContinuation::TextContinuation(Matrix& matrix, Level level, const Generation
       encoder_(options.encoding),
       end_(options.sentences, options.lines) {
   if (level == Level::words && !matrix.hasWords())
-    throw Failure{ExitCode::badInput, "no words: they are learned with --level words"};
-  if (level == Level::letters) matrix.forgetWords();
+    throw Failure{ExitCode::badInput, "the model has no words: learn with --level words"};
+  if (level == Level::letters) matrix.switchWordsOff();
   for (const std::string& path : options.against) requireReadable(reopenable(path));
   choose();
-  // no phrase of letters reaches over the end of a sentence, runs of words do
+  // phrases of letters end with their sentence, runs of words don't
   context_ = level == Level::letters ? unfinishedSentence(start_) : start_;
   if (wordsOf(context_) == 0) context_.clear();
   goTo(id_, context_);
@@ -66,13 +66,13 @@ void TextContinuation::choose() {
     }
   }
   if (id_ >= 0) return;
-  throw Failure{ExitCode::badInput, level_ == Level::words ? "nothing to continue: no word was short enough to be learned"
+  throw Failure{ExitCode::badInput, level_ == Level::words ? "nothing to continue: all words were too long to be learned"
                                                            : "nothing to continue: the model holds no text"};
 }
 
-// Sets the context and selects what the next items come from.
+// Sets the context, and selects the sub-matrix of the letters or of the words above them.
 void TextContinuation::goTo(int id, const std::vector<int>& start) {
-  const Hush hush(matrix_);  // a start that the texts don't hold is no fault
+  const MutedMessages muted(matrix_);  // the library warns of a start that was not learned
   matrix_.select(id);
   matrix_.setContext(start);
   if (level_ == Level::words) matrix_.select(matrix_.record(id).currentMatrixIDLevelUp);
@@ -80,20 +80,20 @@ void TextContinuation::goTo(int id, const std::vector<int>& start) {
 
 std::string TextContinuation::remark() const {
   if (context_.empty()) return "";
-  if (known_ == 0) return "nothing of the start is known: a new sentence begins";
+  if (known_ == 0) return "the start is unknown: a new sentence begins";
   const long long limit = matrix_.record(id_).maxPhraseLengthForUpdateWithSequence;
   if (level_ == Level::letters) {
     matrix_.select(id_);
     const std::vector<int> start = matrix_.preprocess(context_);
     if (known_ >= std::min<long long>(static_cast<long long>(start.size()), limit - 1)) return "";
-    return "of the start only the last " + countOf(known_, "character") + (known_ == 1 ? " is" : " are") + " known: \"" +
+    return "only the last " + countOf(known_, "character") + " of the start" + (known_ == 1 ? " is" : " are") + " known: \"" +
            textOf({start.end() - known_, start.end()}) + "\"";
   }
   const int unknown = matrix_.countUnknownWords(id_, start_);
-  if (unknown > 0) return countOf(unknown, "word") + " of the start " + (unknown == 1 ? "is" : "are") + " not known";
+  if (unknown > 0) return countOf(unknown, "word") + " of the start " + (unknown == 1 ? "is" : "are") + " unknown";
   const long long longest = matrix_.record(matrix_.record(id_).currentMatrixIDLevelUp).maxPhraseLengthForUpdateWithSequence - 1;
   if (known_ >= std::min(wordsOf(context_), longest)) return "";
-  return "of the start only the last " + countOf(known_, "word") + " " + (known_ == 1 ? "is" : "are") + " known together";
+  return "only the last " + countOf(known_, "word") + " of the start " + (known_ == 1 ? "is" : "are") + " known as a run";
 }
 
 std::unique_ptr<TextSource> TextContinuation::source(SureCopies* copies) {
@@ -113,10 +113,10 @@ void TextContinuation::write(Output& output, Progress& progress) {
   matrix_.setMethod(options_.method);
   matrix_.seed(options_.seed);
   SureCopies sureCopies(matrix_);
-  const bool asksTheModel = isMeasured() && options_.against.empty();
-  const std::unique_ptr<TextSource> source = this->source(asksTheModel ? &sureCopies : nullptr);
-  const bool shown = !output.isOnTerminal();  // there the text itself shows how far it is
-  const long long most = mostPieces();
+  const bool measuresByModel = isMeasured() && options_.against.empty();
+  const std::unique_ptr<TextSource> source = this->source(measuresByModel ? &sureCopies : nullptr);
+  const bool shown = !output.isOnTerminal();  // on a terminal the text itself shows the progress
+  const long long most = mostItems();
 
   if (!options_.json) output.write(encoder_.mark());
   put(start_, output);
@@ -125,15 +125,15 @@ void TextContinuation::write(Output& output, Progress& progress) {
     end_.startWith(start_);
   } else if (!start_.empty() && !isWhiteSpace(start_.back()) && most > 0) {
     put({'\n'}, output);
-    ++pieces_;
+    ++itemsWritten_;
   }
-  for (; pieces_ < most && !end_.isReached(); ++pieces_) {
-    if (shown && pieces_ % 256 == 0) {
-      progress.show("writing", std::max(end_.progress(), static_cast<double>(pieces_) / static_cast<double>(most)));
+  for (; itemsWritten_ < most && !end_.isReached(); ++itemsWritten_) {
+    if (shown && itemsWritten_ % 256 == 0) {
+      progress.show("writing", std::max(end_.progress(), static_cast<double>(itemsWritten_) / static_cast<double>(most)));
     }
     put(end_.take(source->next()), output);
   }
-  if (isMeasured()) copied_ = asksTheModel ? sureCopies.shares() : compareWithTexts();
+  if (isMeasured()) copied_ = measuresByModel ? sureCopies.shares() : compareWithTexts();
   if (options_.json) output.write(json());
   output.commit();
   if (!shown) std::fputc('\n', stderr);
@@ -150,15 +150,15 @@ void TextContinuation::put(const std::vector<int>& characters, Output& output) {
   if (isMeasured() && written_.size() < mostCompared) written_.insert(written_.end(), characters.begin(), characters.end());
 }
 
-long long TextContinuation::mostPieces() const {
+long long TextContinuation::mostItems() const {
   if (options_.count) return *options_.count;
   if (!options_.sentences && !options_.lines) return usualCount;
   const long long wanted = std::min(options_.sentences ? *options_.sentences : *options_.lines, 1000000000LL);
-  return wanted * mostPiecesOfALine;
+  return wanted * mostItemsPerSentence;
 }
 
 CopiedRuns::Shares TextContinuation::compareWithTexts() {
-  const Hush hush(matrix_);
+  const MutedMessages muted(matrix_);
   matrix_.select(id_);
   CopiedRuns runs(written_);
   for (const std::string& path : options_.against) {
@@ -170,16 +170,16 @@ CopiedRuns::Shares TextContinuation::compareWithTexts() {
 }
 
 void TextContinuation::report() const {
-  const std::string amount = countOf(pieces_, level_ == Level::letters ? "character" : "word");
-  if ((options_.sentences || options_.lines) && !end_.isReached()) note("stopped behind " + amount);
-  if (encoder_.lost() > 0) note(countOf(encoder_.lost(), "character") + " written as ?, since the encoding lacks them");
+  const std::string amount = countOf(itemsWritten_, level_ == Level::letters ? "character" : "word");
+  if ((options_.sentences || options_.lines) && !end_.isReached()) note("stopped after " + amount);
+  if (encoder_.lost() > 0) note(countOf(encoder_.lost(), "character") + " written as ?: not in the encoding");
   if (!isMeasured()) return;
   std::string shares;
   for (std::size_t at = 0; at < copied_.size(); ++at) {
     shares += (at == 0 ? "" : ", ") + std::to_string(CopiedRuns::lengths[at]) + " characters: " + percent(copied_[at]);
   }
   note("wrote " + amount + ", " + countOf(end_.sentences(), "sentence") + "; copied in runs of " + shares);
-  if (options_.against.empty()) note("more may be copied: without the texts (--against) a model tells the least that it can be");
+  if (options_.against.empty()) note("these shares are lower bounds; --against FILE compares with the texts");
 }
 
 std::string TextContinuation::json() const {
@@ -189,7 +189,7 @@ std::string TextContinuation::json() const {
   result["language"] = description();
   result["level"] = level_ == Level::letters ? "letters" : "words";
   result["known_of_start"] = known_;
-  result["items"] = pieces_;
+  result["items"] = itemsWritten_;
   result["sentences"] = end_.sentences();
   result["lines"] = end_.lines();
   result["compared_with"] = options_.against.empty() ? "model" : "texts";

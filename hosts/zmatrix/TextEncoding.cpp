@@ -12,9 +12,10 @@
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
-constexpr int displaced = 0xDC00;  // what a displaced control character's item has more than its code point
+constexpr int displaced = 0xDC00;  // added to the code point of a displaced control character
 
-// The bytes 0x80 to 0x9F of Windows-1252. Five have no character; as in browsers they are the control characters of their number.
+// The characters of the bytes 0x80 to 0x9F in Windows-1252. Five bytes have none; as in browsers they stand for the control
+// character of the same number.
 constexpr char32_t windowsCharacters[32] = {
     0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D, 0x017D, 0x8F,
     0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D, 0x017E, 0x0178};
@@ -49,14 +50,14 @@ constexpr const char* markOfUtf8 = "\xEF\xBB\xBF";
 constexpr const char* markOfLittleEndian = "\xFF\xFE";
 constexpr const char* markOfBigEndian = "\xFE\xFF";
 
-/// A character of UTF-8, or how many bytes of a broken one belong together.
+/// A decoded UTF-8 character, or the length of an invalid sequence.
 struct Utf8Step {
   char32_t character;
   std::size_t length;
   bool isBroken;
 };
 
-// The second byte's range excludes spellings that are too long, surrogates, and what lies beyond the last code point.
+// The range of the second byte excludes overlong forms, surrogates and code points above U+10FFFF.
 Utf8Step readUtf8(const std::string& bytes, std::size_t at) {
   const unsigned char first = byteAt(bytes, at);
   if (first < 0x80) return {first, 1, false};
@@ -99,7 +100,7 @@ bool isUtf8(const std::string& bytes) {
   return true;
 }
 
-/// The unit at `at`, of which the last may lack a byte.
+/// The UTF-16 unit at `at`; a lone last byte gives a surrogate, which decodes to U+FFFD.
 char32_t unitOfUtf16(const std::string& bytes, std::size_t at, bool isBigEndian) {
   if (at + 1 >= bytes.size()) return at < bytes.size() ? 0xD800 : 0;
   const unsigned char first = byteAt(bytes, at), second = byteAt(bytes, at + 1);
@@ -166,7 +167,7 @@ std::string utf8Of(char32_t character) {
   return bytes;
 }
 
-/// The user's locale for as long as this lives; the rest of the command keeps the plain one.
+/// Switches to the user's locale for its lifetime; elsewhere the command uses the "C" locale.
 class TerminalLocale {
  public:
   TerminalLocale() : locale_(newlocale(LC_CTYPE_MASK, "", nullptr)) {
@@ -180,7 +181,7 @@ class TerminalLocale {
   TerminalLocale(const TerminalLocale&) = delete;
   TerminalLocale& operator=(const TerminalLocale&) = delete;
 
-  /// True for an encoding of more than ASCII. UTF-8 is read here anyway.
+  /// True unless the encoding of the locale is UTF-8 or ASCII, which are decoded without the locale.
   bool isOfItsOwn() const {
     if (locale_ == nullptr) return false;
     const std::string name = nl_langinfo_l(CODESET, locale_);
@@ -206,7 +207,7 @@ std::optional<std::vector<int>> decodeByLocale(const std::string& bytes) {
 }
 
 bool isStrange(int item) {
-  if (item < 32) return item < 9 || (item > 13 && item != 26 && item != 27);  // white space, DOS's end of a file, escapes
+  if (item < 32) return item < 9 || (item > 13 && item != 26 && item != 27);  // allows white space, end of file (DOS) and escape
   if (item == 127 || item == static_cast<int>(replacement)) return true;
   return item < 256 ? characterOfItem(item) < 0xA0 && item > 127 : isSurrogate(static_cast<char32_t>(item));
 }

@@ -1,6 +1,6 @@
-// Characters as files and terminals spell them, and as items, which are what a matrix learns. An item is the byte that a
-// character has in Windows-1252, where the rules for sentences are at home and fields stay narrow; of every other character it is
-// the code point. So an item tells its character by itself, and a model can be written in any encoding.
+// Converts between the bytes of texts and the items that a matrix learns. The item of a character is its byte in Windows-1252,
+// for which the library's rules for sentences are made and which keeps fields narrow; characters that Windows-1252 lacks have
+// their code point. The encoding of the file doesn't matter to a model, so its text can be written in any encoding.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -12,37 +12,39 @@ enum class Encoding { utf8, utf16, utf16LittleEndian, utf16BigEndian, windows125
 
 const char* nameOf(Encoding encoding);
 
-/// The greatest item that a character has.
+/// The largest item of a character.
 constexpr int greatestCharacter = 0x10FFFF;
 
-/// The item of a character, and back. The control characters from U+0080 on whose bytes Windows-1252 gives to other characters
-/// have items that no character has: 0xDC00 more. An item that stands for no character is U+FFFD.
+/// The item of a character, and the character of an item. Windows-1252 uses most bytes from 0x80 to 0x9F for other characters;
+/// the control characters U+0080 to U+009F of these bytes get their code point plus 0xDC00. An item without a character gives
+/// U+FFFD.
 int itemOfCharacter(char32_t character);
 char32_t characterOfItem(int item);
 
 struct DecodedText {
   std::vector<int> items;
   Encoding encoding;
-  bool isGuessed;      ///< nothing in the bytes tells the encoding: they are no UTF-8, and any bytes are Windows-1252
-  long long replaced;  ///< places that the encoding has no character for, each now U+FFFD
+  bool isGuessed;      ///< Windows-1252 was assumed because there is no byte order mark and the bytes aren't UTF-8
+  long long replaced;  ///< the number of invalid sequences, each replaced by U+FFFD
 };
 
-/// Without an encoding a byte order mark tells it; without that it is UTF-8 if all of it is, else Windows-1252. The mark is no
-/// part of the text.
+/// Decodes a text. Without an encoding, the byte order mark decides; without a mark it is UTF-8 if all bytes are valid UTF-8,
+/// else Windows-1252. The mark is not part of the text.
 DecodedText decodeText(const std::string& bytes, std::optional<Encoding> encoding);
 
-/// A text from the command line, in the terminal's encoding.
+/// Decodes a command-line argument: by the locale, else as UTF-8 if it is valid UTF-8, else as Windows-1252.
 std::vector<int> itemsOfArgument(const std::string& argument);
 
-/// True for items of which more than one in twenty is a control character that texts don't have: a program, an image, an archive.
+/// True if more than one item in twenty is a control character that doesn't occur in texts, as in a program, an image or an
+/// archive.
 bool looksBinary(const std::vector<int>& items);
 
-/// Turns items into bytes, one after the other.
+/// Encodes items as bytes, and counts the characters that the encoding lacks.
 class TextEncoder {
  public:
   explicit TextEncoder(std::optional<Encoding> encoding) : encoding_(encoding.value_or(Encoding::utf8)) {}
 
-  /// What stands before the first character: the byte order mark of utf-16, which says nothing of its byte order elsewhere.
+  /// The byte order mark to write first; empty for all encodings but utf-16.
   std::string mark() const;
   /// A character that the encoding lacks becomes a question mark.
   std::string bytesOf(int item);
@@ -54,5 +56,5 @@ class TextEncoder {
   long long lost_ = 0;
 };
 
-/// Adds --encoding, with what it is for.
+/// Adds --encoding with the help text `what`.
 void addEncodingOption(CLI::App& verb, std::optional<Encoding>& encoding, const std::string& what);

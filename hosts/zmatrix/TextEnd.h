@@ -1,4 +1,4 @@
-// Where a text that is being written ends: with its Nth sentence or line, if that was asked for. Counts both in any case.
+// Ends a generated text after N sentences or lines, if --sentences or --lines is given. Both are always counted.
 #pragma once
 
 #include <optional>
@@ -11,12 +11,13 @@ class TextEnd {
   TextEnd(std::optional<long long> sentences, std::optional<long long> lines)
       : sentencesWanted_(sentences), linesWanted_(lines) {}
 
-  /// What stands already. Its last sentence counts if it is unfinished.
+  /// Reads the start. Only its last sentence counts, if it is unfinished.
   void startWith(const std::vector<int>& start);
-  /// Returns what of a piece belongs to the text. White space behind a sentence that may be the last waits for the next piece.
+  /// Returns the characters of a piece that belong to the text. With --sentences white space is held back until the next
+  /// character, since the text may end before it.
   std::vector<int> take(const std::vector<int>& piece);
   bool isReached() const;
-  /// 0 to 1.
+  /// The share of the wanted sentences or lines, from 0 to 1.
   double progress() const;
   long long sentences() const { return sentences_; }
   long long lines() const { return lines_; }
@@ -28,7 +29,7 @@ class TextEnd {
   std::optional<long long> sentencesWanted_;
   std::optional<long long> linesWanted_;
   SentenceReader reader_;
-  std::vector<int> waiting_;  ///< white space
+  std::vector<int> waiting_;  ///< white space that is held back
   bool isInSentence_ = false;
   long long sentences_ = 0;
   long long lines_ = 0;

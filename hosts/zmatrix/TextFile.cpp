@@ -7,9 +7,9 @@
 DecodedText readText(const InputFile& input, std::optional<Encoding> encoding, bool isForced) {
   DecodedText text = decodeText(readFile(input.path), encoding);
   if (isForced || !looksBinary(text.items)) return text;
-  throw Failure{ExitCode::badInput, input.name + " is not a text: too much of it is control characters (" +
-                                        (encoding ? "" : "--encoding tells how to read it, utf-16le for one, ") +
-                                        "--force learns it as it is)"};
+  throw Failure{ExitCode::badInput, input.name + " is not a text: it has too many control characters (" +
+                                        (encoding ? "" : "--encoding sets another encoding, for example utf-16le; ") +
+                                        "--force learns it anyway)"};
 }
 
 bool isBlank(const std::vector<int>& items) {

@@ -1,4 +1,4 @@
-// A file of text, decoded.
+// Reading and decoding a file of text.
 #pragma once
 
 #include <optional>
@@ -6,8 +6,8 @@
 #include "Inputs.h"
 #include "TextEncoding.h"
 
-/// Throws a Failure for a file that looks binary, unless `isForced`.
+/// Throws a Failure if the file can't be read, or if it looks binary unless `isForced`.
 DecodedText readText(const InputFile& input, std::optional<Encoding> encoding, bool isForced);
 
-/// True if a text holds nothing but white space, as the library has it: nothing to learn.
+/// True if a text has nothing but white space, so that the library learns nothing.
 bool isBlank(const std::vector<int>& items);

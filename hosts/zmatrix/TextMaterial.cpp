@@ -1,19 +1,19 @@
-// Texts: learned by letters, and on demand by words as well; each language has a sub-matrix of its own.
+// Texts: learned by letters or by words. Each language has a sub-matrix of its own.
 #include <map>
 
 #include "Failure.h"
 #include "Material.h"
+#include "Messages.h"
 #include "Sentences.h"
-#include "Talk.h"
 #include "TextContinuation.h"
 #include "TextFile.h"
 
 namespace {
 
-constexpr int phraseLimitForWords = 16;  // a longer word gets no symbol
+constexpr int phraseLimitForWords = 16;  // letters; a longer word gets no symbol
 
-// The longest phrases that quote little of the texts (docs/command.md has the figures): in a longer text more stretches go on in
-// more than one way.
+// The largest limits with little copying, measured in docs/command.md. Longer texts allow longer phrases, since more contexts
+// have several successors.
 struct PhraseLimits {
   int letters;
   int words;
@@ -32,11 +32,12 @@ class TextMaterial : public Material {
  public:
   explicit TextMaterial(const LearningOptions& options) : options_(options) {}
 
-  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, Loudness loudness) override {
+  std::unique_ptr<Matrix> makeMatrix(const std::vector<InputFile>& inputs, MessageLevel messageLevel) override {
     const bool learnsWords = options_.level == Level::words;
     if (learnsWords && options_.tier == Tier::medium) throw Failure{ExitCode::usage, "--level words needs --tier full"};
     if (!learnsWords && options_.maxWords) throw Failure{ExitCode::usage, "--max-words needs --level words"};
-    std::unique_ptr<Matrix> matrix = Matrix::create(options_.tier.value_or(learnsWords ? Tier::full : Tier::medium), loudness);
+    std::unique_ptr<Matrix> matrix =
+        Matrix::create(options_.tier.value_or(learnsWords ? Tier::full : Tier::medium), messageLevel);
     const PhraseLimits limits = phraseLimitsFor(inputs);
     if (learnsWords) matrix->prepareForWords(options_.maxWords.value_or(limits.words));
     matrix->prepareForTexts(options_.maxPhrase.value_or(learnsWords ? phraseLimitForWords : limits.letters));
@@ -66,24 +67,24 @@ class TextMaterial : public Material {
     return learned.id;
   }
 
-  void tellOmissions() const override {
+  void printOmissions() const override {
     if (guesses_ > 0) {
       const std::string others = guesses_ > 1 ? " and " + countOf(guesses_ - 1, "other file") : "";
-      note("no UTF-8, so read as Windows-1252: " + firstGuess_ + others + " (--encoding says another)");
+      note("not UTF-8, read as Windows-1252: " + firstGuess_ + others + " (--encoding sets another)");
     }
     if (replaced_ > 0) note(countOf(replaced_, "place") + " could not be decoded and became U+FFFD");
     for (const auto& [limit, words] : wordsLeftOut_) {
       note("left out " + countOf(words, "word") + " of more than " + std::to_string(limit) +
-           " letters: a larger --max-phrase takes them");
+           " letters: a larger --max-phrase includes them");
     }
   }
 
   std::string nothingLearned() const override {
     return std::string("nothing to learn: ") +
-           (wordsLeftOut_.empty() ? "the input holds no text" : "no word was short enough, a larger --max-phrase takes them");
+           (wordsLeftOut_.empty() ? "the input has no text" : "all words are too long, a larger --max-phrase includes them");
   }
 
-  // Those of the level of words left out.
+  // Counts the letters only, not the symbols of the level above.
   std::string amountIn(Matrix& matrix) const override {
     long long items = 0;
     for (int id = 0; id < matrix.numberOfIDs(); ++id) {
@@ -97,17 +98,18 @@ class TextMaterial : public Material {
   }
 
   std::unique_ptr<Continuation> continuation(Matrix& matrix, const GenerationOptions& options) const override {
-    if (options.matrixID) throw Failure{ExitCode::usage, "--matrix is for music: of texts --start chooses the language"};
-    if (options.tempo) throw Failure{ExitCode::usage, "--tempo is for music"};
+    if (options.matrixID)
+      throw Failure{ExitCode::usage, "--matrix applies to music only; for texts --start chooses the language"};
+    if (options.tempo) throw Failure{ExitCode::usage, "--tempo applies to music only"};
     const Level level = options.level.value_or(matrix.hasWords() ? Level::words : Level::letters);
     if (level == Level::letters && matrix.hasWords() && !holdsRunsOfLetters(matrix)) {
-      throw Failure{ExitCode::badInput, "the model holds words alone, no runs of letters: continue it with --level words"};
+      throw Failure{ExitCode::badInput, "the model was learned by words only: continue it with --level words"};
     }
     return std::make_unique<TextContinuation>(matrix, level, options);
   }
 
  private:
-  // Where words alone were learned no phrase has a blank.
+  // In a model that was learned by words no phrase of letters contains a blank.
   static bool holdsRunsOfLetters(Matrix& matrix) {
     for (int id = 0; id < matrix.numberOfIDs(); ++id) {
       if (!matrix.isOccupied(id) || matrix.record(id).matrixType != ZQMatrixTypeANSIText) continue;
@@ -120,10 +122,10 @@ class TextMaterial : public Material {
   }
 
   const LearningOptions& options_;
-  std::string firstGuess_;  ///< a file whose encoding nothing told
+  std::string firstGuess_;  ///< the first file that was assumed to be Windows-1252
   long long guesses_ = 0;
   long long replaced_ = 0;
-  std::map<int, long long> wordsLeftOut_;  ///< by the limit that they exceeded, which a language may have of its own
+  std::map<int, long long> wordsLeftOut_;  ///< by the phrase limit that they exceed; each sub-matrix may have its own
 };
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int lineFeed = 10;  // also the symbol that stands for blank lines among the words
+constexpr int lineFeed = 10;  // also the symbol of a blank line on the level of words
 constexpr int noItem = -1;
 
 }  // namespace
@@ -26,24 +26,24 @@ std::vector<int> TextSource::next() {
 }
 
 void TextSource::go(const std::vector<int>& context) {
-  const Hush hush(matrix_);
+  const MutedMessages muted(matrix_);
   matrix_.setContext(context);
 }
 
-// The first letters are drawn from the sentences that begin so. Where a phrase has no room for a letter before it, or the counts
-// don't fit, as in a model that rules were taken from, the ordinary choice goes on from the beginning that was drawn.
+// Draws the first letters from the counts of SentenceStarts. When the beginning is as long as the phrases allow, or the counts
+// are inconsistent because rules were removed, the ordinary choice continues the beginning.
 std::optional<int> LetterSource::begin() {
   const std::optional<std::vector<Matrix::Successor>>& known = starts_.after(beginning_);
   std::vector<Matrix::Successor> letters = known.value_or(std::vector<Matrix::Successor>());
-  const long long goOn = sumOfCounts(letters);
-  if (beginning_.empty()) sentencesSo_ = goOn;
-  if (!known || sentencesSo_ == 0 || goOn > sentencesSo_) {
+  const long long continued = sumOfCounts(letters);
+  if (beginning_.empty()) sentencesWithBeginning_ = continued;
+  if (!known || sentencesWithBeginning_ == 0 || continued > sentencesWithBeginning_) {
     beginsSentence_ = false;
     beginning_.clear();
     return std::nullopt;
   }
-  if (goOn == 0 || (goOn < sentencesSo_ && method_ != Method::middle)) {
-    letters.push_back({noItem, static_cast<int>(sentencesSo_ - goOn), 0});
+  if (continued == 0 || (continued < sentencesWithBeginning_ && method_ != Method::middle)) {
+    letters.push_back({noItem, static_cast<int>(sentencesWithBeginning_ - continued), 0});
   }
   const Matrix::Successor letter = letters[choose(matrix_, letters, method_)];
   if (letter.item == noItem) {
@@ -52,12 +52,13 @@ std::optional<int> LetterSource::begin() {
     return std::nullopt;
   }
   beginning_.push_back(letter.item);
-  sentencesSo_ = letter.count;
+  sentencesWithBeginning_ = letter.count;
   go(beginning_);
   return letter.item;
 }
 
-// The first word is one that begins sentences; the second, where runs of three words were learned, one that follows it there.
+// Draws the first word among those that begin sentences and, if runs of three words were learned, the second among those that
+// follow the first one there.
 std::optional<int> WordSource::begin() {
   if (ends_.empty() && beginnings_.empty()) findBeginnings();
   std::vector<Matrix::Successor> words = beginnings_;
@@ -83,7 +84,7 @@ void WordSource::findBeginnings() {
   for (const Matrix::Successor& word : successorsOfEnds({}, true)) beginnings_.push_back(word);
 }
 
-// What follows these words behind the end of a sentence.
+// The words that follow these words after the end of a sentence.
 std::vector<Matrix::Successor> WordSource::successorsOfEnds(const std::vector<int>& words, bool onlyBeginnings) {
   std::map<int, int> counts;
   std::vector<int> context(1);

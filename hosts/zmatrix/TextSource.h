@@ -1,5 +1,5 @@
-// Where the next piece of a text comes from: from the sub-matrix of the letters, or from that of the words above them. Both begin
-// a new sentence as learned sentences begin.
+// Generates a text piece by piece: LetterSource from the sub-matrix of the letters, WordSource from that of the words. Both begin
+// a new sentence with the counts of learned beginnings.
 #pragma once
 
 #include <map>
@@ -14,17 +14,17 @@
 
 class TextSource {
  public:
-  /// Draws from the sub-matrix that is selected, on from its context, or from the beginning of a sentence.
+  /// Draws from the selected sub-matrix, either from its context on or from the beginning of a sentence.
   TextSource(Matrix& matrix, Method method, bool beginsSentence, SureCopies* copies)
       : matrix_(matrix), method_(method), beginsSentence_(beginsSentence), copies_(copies) {}
   virtual ~TextSource() = default;
 
-  /// A letter or a word; a line feed where a sequence ends.
+  /// The next letter or word; a line feed at the end of a sequence.
   std::vector<int> next();
 
  protected:
-  /// An item of the beginning of a sentence. None at its end; none too, with `beginsSentence_` cleared, if the ordinary choice is
-  /// to go on.
+  /// The next item of the beginning of a sentence. Null if the sentence ends here; null with `beginsSentence_` cleared if the
+  /// ordinary choice continues.
   virtual std::optional<int> begin() = 0;
   virtual std::vector<int> charactersOf(int item) = 0;
   virtual std::vector<int> lineEnd() = 0;
@@ -36,7 +36,7 @@ class TextSource {
   bool beginsSentence_;
 
  private:
-  SureCopies* copies_;  ///< null if it isn't asked for
+  SureCopies* copies_;  ///< null if copies are not measured
 };
 
 class LetterSource : public TextSource {
@@ -50,8 +50,8 @@ class LetterSource : public TextSource {
   std::vector<int> lineEnd() override { return {'\n'}; }
 
   SentenceStarts starts_;
-  std::vector<int> beginning_;  ///< of the sentence, as long as it is drawn from the starts
-  long long sentencesSo_ = 0;   ///< how many learned ones begin so
+  std::vector<int> beginning_;            ///< the letters of the sentence that were drawn by begin()
+  long long sentencesWithBeginning_ = 0;  ///< how many learned sentences begin with `beginning_`
 };
 
 class WordSource : public TextSource {
@@ -68,8 +68,8 @@ class WordSource : public TextSource {
   std::vector<Matrix::Successor> successorsOfEnds(const std::vector<int>& words, bool onlyBeginnings);
 
   int phraseLimit_;
-  bool needsBlank_;                            ///< between the word written last and the next
-  std::vector<int> ends_;                      ///< the words that end a sentence, and what stands for a blank line
-  std::vector<Matrix::Successor> beginnings_;  ///< the words that follow one of those, or begin a text
-  std::optional<int> firstWord_;               ///< the one that was drawn, until the second is
+  bool needsBlank_;                            ///< true if the next word needs a blank before it
+  std::vector<int> ends_;                      ///< the words that end a sentence, and the symbol of a blank line
+  std::vector<Matrix::Successor> beginnings_;  ///< the words that follow one of `ends_`, or begin a text
+  std::optional<int> firstWord_;               ///< the first word of a sentence, until the second is drawn
 };

@@ -1,5 +1,5 @@
-// The three tiers as tables of the flat functions that a matrix of the command needs, so that what works on a tier is told once
-// (Matrix.cpp). A tier's table has the groups that the tier can do: the store, learning, symbols.
+// The three tiers as tables of the C functions that StoredMatrix, LearningMatrix and ContinuingMatrix call. A table has the
+// functions that its tier offers.
 #pragma once
 
 #include <zmatrix/zmatrix.h>
@@ -9,7 +9,7 @@
 
 // clang-format off
 
-/// What every tier has: a block, records, self-tests, a file.
+/// All tiers: block, records, self-tests, file.
 #define ZMATRIX_STORE_FUNCTIONS(suffix)                                                           \
   static constexpr auto setDebugDevice = s_setMatrixDebugOutputDevice##suffix;                    \
   static constexpr auto setDebugLevel = s_setMatrixDebugOn##suffix;                               \
@@ -32,7 +32,7 @@
   static constexpr auto readHistory = s_readMatrixUpdateInfos##suffix;                            \
   static constexpr auto historyRecord = s_getMatrixUpdateInfo##suffix;
 
-/// What learns sequences and continues them.
+/// Medium and full tier: learning and generating.
 #define ZMATRIX_LEARNING_FUNCTIONS(suffix)                                                        \
   static constexpr auto updates = s_getNumberOfMatrixUpdates##suffix;                             \
   static constexpr auto setTextProfile = s_setGlobalDefaultMatrixPropertiesForANSIText##suffix;   \
@@ -98,7 +98,7 @@
 
 // clang-format on
 
-/// Learns sequences, and has symbols for the words of a text and a level where sequences of words are learned.
+/// Learns sequences, gives the words of a text symbols, and learns sequences of these on a level above.
 struct FullTier {
   using Handle = ZQMatrix;
   static constexpr Tier number = Tier::full;
@@ -111,7 +111,7 @@ struct FullTier {
   ZMATRIX_LEARNING_FUNCTIONS()
 };
 
-/// Learns sequences; no symbols.
+/// Learns sequences, without symbols.
 struct MediumTier {
   using Handle = ZQMatrixMedium;
   static constexpr Tier number = Tier::medium;
@@ -124,7 +124,7 @@ struct MediumTier {
   ZMATRIX_LEARNING_FUNCTIONS(_Medium)
 };
 
-/// Stores values; learns nothing.
+/// Stores values, doesn't learn.
 struct BaseTier {
   using Handle = ZQMatrixBase;
   static constexpr Tier number = Tier::base;

@@ -1,5 +1,5 @@
-// The zmatrix command, a host of the library like any other: it knows the C header alone. main puts the command line together,
-// lets the chosen verb run and turns what ends it into an exit code. Results go to standard output, all talk to standard error.
+// The zmatrix command. It includes only the library's C headers. main registers the verbs, runs the chosen one and turns a
+// Failure into an exit code. Results go to stdout, diagnostics to stderr.
 #include <zmatrix/zmatrix.h>
 #include <zmatrix/zq.h>
 
@@ -13,13 +13,13 @@
 #include "Failure.h"
 #include "Help.h"
 #include "Manual.h"
+#include "Messages.h"
 #include "Output.h"
-#include "Talk.h"
 #include "Verbs.h"
 
 namespace {
 
-// An empty matrix knows the format in which it would be saved.
+// The format version is read from the header of an empty matrix.
 std::string version() {
   ZQMatrixBase* const matrix = createAndInitMatrixBaseWithDebugParameters(0, -1, "");
   if (matrix == nullptr) throw std::bad_alloc();
@@ -35,7 +35,7 @@ void run(int argumentCount, char** arguments) {
   app.set_version_flag("--version,-V", version, "Print the version and the format of model files, and exit");
   addPrintOption(app, std::string("zmatrix ") + zq_version());
   app.require_subcommand(1);
-  app.footer("`zmatrix VERB --help` tells what a verb takes.");
+  app.footer("`zmatrix VERB --help` lists the options of a verb.");
   addContinueVerb(app);
   addLearnVerb(app);
   addGenerateVerb(app);

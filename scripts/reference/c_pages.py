@@ -1,14 +1,14 @@
-"""The pages of the C interface: one a subject, with each function's name in Python, Java and JavaScript, and one for the types."""
+"""The pages of the C interface: one per subject, with the names of each function in Python, Java and JavaScript, and one for types."""
 from markup import escaped, indented, label, prose, slug, title
 
 SYSTEM, EXTENSIONS = 'zmatrix.h', 'zq.h'
 DIRECTIONS = {'in': '', 'out': 'written', 'inout': 'read and written'}
-OWNERSHIP = {'new': 'it is the caller\'s', 'taken': 'the library takes it over', 'lent': 'it stays with the {owner}',
-             'given': 'it is the {owner} that was given'}
+OWNERSHIP = {'new': 'the caller owns it', 'taken': 'the library takes it over', 'lent': 'the {owner} owns it',
+             'given': 'it is the {owner} that was passed'}
 
 
 class Names:
-    """What a name that stands in backticks links to."""
+    """The link targets of names in backticks."""
 
     def __init__(self, model):
         self.roles = {entry['name']: 'c:struct' for entry in model['structures'] + model['objects']}
@@ -44,12 +44,12 @@ def argument_line(argument):
 def ownership_line(result, names):
     if 'ownership' not in result:
         return ''
-    release = ', who releases it by ' + prose(f"`{result['release']}`", names.roles) if 'release' in result else ''
+    release = '; release it with ' + prose(f"`{result['release']}`", names.roles) if 'release' in result else ''
     return f'Ownership of the result: {owner_of(result)}{release}.\n\n'
 
 
 def family(functions, names, languages):
-    """The functions of one name for all tiers: a declaration each, and what they share told once."""
+    """The functions of one name for all tiers: a declaration for each, and one documentation."""
     first = functions[0]
     text = '.. c:function:: ' + '\n                '.join(c_signature(function) for function in functions) + '\n\n'
     body = prose(first['documentation'], names.roles) + '\n\n'
@@ -89,7 +89,7 @@ def member(field):
 
 def types_page(model, names):
     text = label('c-types') + title('Structures, enumerations and callbacks')
-    text += title('Objects', '-') + 'A host holds these by pointer alone.\n\n'
+    text += title('Objects', '-') + 'Opaque types: a host has only pointers to them.\n\n'
     for entry in model['objects']:
         text += f".. c:struct:: {entry['name']}\n\n" + indented(prose(entry['documentation'], names.roles)) + '\n\n'
     text += title('Structures', '-')
@@ -113,8 +113,8 @@ def types_page(model, names):
 
 def index_page(chapters):
     text = title('The C interface')
-    text += 'What the system does has names that begin with ``s_``; what was added for its users begins with ``zq_``.\n\n'
-    text += 'A function of a tier ends in its name: ``_Medium``, ``_Base``, or nothing for the full one.\n\n'
+    text += 'Names that begin with ``s_`` are the functions of the system; ``zq_`` functions are extensions for hosts.\n\n'
+    text += 'The end of a name is the tier: ``_Medium``, ``_Base``, or nothing for the full tier.\n\n'
     for heading, pages in chapters:
         text += f'.. toctree::\n   :caption: {heading}\n   :maxdepth: 1\n\n' + ''.join(f'   {page}\n' for page in pages) + '\n'
     return text

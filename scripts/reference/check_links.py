@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""check_links.py FOLDER: follows every link inside a folder of HTML, anchors included. Ends with 1 if one leads nowhere."""
+"""check_links.py FOLDER: checks every link between the HTML files of a folder, including anchors. Exits with 1 if one has no target."""
 import html.parser
 import pathlib
 import sys
@@ -38,7 +38,7 @@ def main(folder):
             elif anchor and target in pages and anchor not in pages[target].anchors:
                 broken.append(f'{file.relative_to(folder.resolve())}: no anchor {link}')
     print('\n'.join(sorted(broken)))
-    print(f'{followed} links in {len(pages)} pages, {len(broken)} lead nowhere')
+    print(f'{followed} links in {len(pages)} pages, {len(broken)} without a target')
     return 1 if broken or not followed else 0
 
 

@@ -1,4 +1,4 @@
-"""What Sphinx is told: pages in Markdown and reStructuredText, names of C, Python and JavaScript, every reference checked."""
+"""The configuration of Sphinx: pages in Markdown and reStructuredText, names of C, Python and JavaScript, every reference checked."""
 import json
 import pathlib
 
@@ -22,8 +22,8 @@ autodoc_typehints = 'signature'
 autodoc_typehints_format = 'short'
 add_module_names = False
 
-# Types that the languages themselves bring, and type variables inside the Python layer's signatures.
+# Types of the languages' standard libraries, and type variables in the signatures of the Python layer.
 nitpick_ignore = [('c:identifier', name) for name in ('FILE', 'size_t', 'int64_t')]
 nitpick_ignore_regex = [('py:class', r'(?!zmatrix\.).*'), ('py:class', r'zmatrix\._.*'), ('py:obj', r'typing\..*')]
 
-assert zmatrix.__version__ == version, 'the library that was loaded is another version'
+assert zmatrix.__version__ == version, 'the loaded library has another version'

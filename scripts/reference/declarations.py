@@ -1,4 +1,4 @@
-"""Reads declarations of TypeScript as this project writes them, a documented declaration at a time, and writes them for Sphinx."""
+"""Reads the project's TypeScript declarations with their documentation, and writes them as Sphinx directives."""
 import re
 from dataclasses import dataclass, field
 
@@ -7,7 +7,7 @@ from markup import escaped, indented
 
 @dataclass
 class Declaration:
-    kind: str  # function, class, method or attribute, as the directives of Sphinx are named
+    kind: str  # the name of a Sphinx directive: function, class, method or attribute
     name: str
     signature: str = ''
     type: str = ''
@@ -27,7 +27,7 @@ def plain(comment):
 
 
 def end_of(text, start, stops):
-    """Where the first of `stops` stands outside of all brackets."""
+    """The position of the first of `stops` outside of all brackets."""
     depth = 0
     for i in range(start, len(text)):
         character = text[i]
@@ -35,13 +35,13 @@ def end_of(text, start, stops):
             return i
         if character in OPEN:
             depth += 1
-        elif character in CLOSE and text[i - 1] != '=':  # the arrow of a function's type closes nothing
+        elif character in CLOSE and text[i - 1] != '=':  # => is not a closing bracket
             depth -= 1
     return len(text)
 
 
 def call_of(text, start):
-    """The parameters and the type of what is called, and where it ends."""
+    """The parameters and the result type of a function or method, and the position after it."""
     start = text.index('(', start)
     close = end_of(text, start + 1, ')')
     end = end_of(text, close + 1, ';')
@@ -60,7 +60,7 @@ def read_members(body):
             if body[after:after + 1] in ('(', '<'):
                 signature, type_, position = call_of(body, after)
                 is_getter = re.search(r'\bget\s', member.group())
-                if member.group(1) not in [other.name for other in members]:  # one name stands for all that overload it
+                if member.group(1) not in [other.name for other in members]:  # overloads are listed once
                     members.append(Declaration('attribute' if is_getter else 'method', member.group(1), signature, type_, documentation))
             else:
                 end = end_of(body, after, ';')
@@ -75,7 +75,7 @@ def read_members(body):
 
 
 def read(text):
-    """The exported declarations of a file, in its order."""
+    """The exported declarations of a file, in order."""
     declarations, position, documentation = [], 0, ''
     while position < len(text):
         rest = text[position:]
@@ -104,7 +104,7 @@ def read(text):
 
 
 def prose(documentation):
-    """Markdown's code is in single backticks, reStructuredText's in double ones."""
+    """Converts Markdown code in single backticks to reStructuredText code in double ones."""
     parts = documentation.split('`')
     return ''.join(f'``{part}``' if i % 2 else escaped(part) for i, part in enumerate(parts)) if len(parts) % 2 else escaped(documentation)
 
@@ -114,7 +114,7 @@ def as_directive(entry, note):
     text = f'.. js:{entry.kind}:: {entry.name}{call}\n\n'
     body = prose(entry.documentation) + '\n\n'
     if entry.type and entry.type != 'void':
-        body += ('Gives ' if call else '') + f'``{entry.type}``\n\n'
+        body += ('Returns ' if call else '') + f'``{entry.type}``\n\n'
     body += note(entry) + '\n\n' + ''.join(as_directive(member, lambda member: '') for member in entry.members)
     return text + indented(body.strip()) + '\n\n'
 

@@ -1,11 +1,11 @@
-"""The pages of the other languages: of each its layer, documented beside its code, and its raw functions, which are those of C."""
+"""The pages of the other languages: the layer of each, with the documentation from its code, and its raw C functions."""
 import json
 import re
 
 import declarations
 from markup import indented, label, title
 
-# What one does, and how it is called: the functions of C that do it, then the names in each layer.
+# Common tasks: the C functions for each, then the names in each layer.
 SAME_TASKS = json.loads((__import__('pathlib').Path(__file__).parent / 'tasks.json').read_text())
 
 
@@ -28,7 +28,7 @@ class Python:
         text = title('Python') + 'A tutorial is :doc:`/docs/python`.\n\n'
         text += '.. automodule:: zmatrix\n   :members:\n   :inherited-members: str, int, tuple, Exception\n   :imported-members:\n\n'
         (folder / 'python/index.rst').write_text(text)
-        text = title('zmatrix.raw') + '.. py:module:: zmatrix.raw\n\nThe functions of C as ctypes sees them.\n\n'
+        text = title('zmatrix.raw') + '.. py:module:: zmatrix.raw\n\nThe C functions through ctypes.\n\n'
         for function in model['functions']:
             if function['name'] in self.signatures:
                 signature = re.sub(r'\bAny\b', 'object', self.signatures[function['name']])
@@ -59,13 +59,13 @@ class JavaScript:
         (folder / 'javascript').mkdir()
         text = title('JavaScript') + 'A tutorial is :doc:`/docs/javascript`.\n\n'
         (folder / 'javascript/index.rst').write_text(text + declarations.as_directives(self.declared))
-        text = title('The raw functions') + 'The functions of C that the module exports.\n\n'
+        text = title('The raw functions') + 'The C functions that the module exports.\n\n'
         text += declarations.as_directives(self.functions, lambda entry: f':c:func:`{entry.name}`')
         (folder / 'javascript/raw.rst').write_text(text)
 
 
 class Java:
-    """What javadoc has made; its index tells where each name is. A function of a tier has no suffix there, but the class of the tier."""
+    """Links into javadoc, whose index has the address of each name. A function of a tier is a method of the tier's class, without suffix."""
     name, key = 'Java', 'java'
     pages = ['java']
     TIERS = {'full': ('Full', ''), 'medium': ('Medium', '_Medium'), 'base': ('Base', '_Base'), None: ('Common', '')}
@@ -107,7 +107,7 @@ def all_languages(root, javadoc):
 
 def write_comparison(file, languages):
     text = label('languages') + title('One task, four languages')
-    text += 'Each name leads to its own page. The raw functions of C have the same names in every language.\n\n'
+    text += 'Each name links to its page. The raw C functions have the same names in every language.\n\n'
     text += '.. list-table::\n   :header-rows: 1\n\n   * - task\n     - C\n' + ''.join(f'     - {each.name}\n' for each in languages)
     for task in SAME_TASKS:
         text += f"   * - {task['task']}\n     - " + ', '.join(f':c:func:`{name}`' for name in task['c']) + '\n'

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Writes the sources of the reference: make.py FOLDER [JAVADOC FOLDER].
+"""Writes the sources of the HTML reference: make.py FOLDER [JAVADOC FOLDER].
 
-FOLDER gets the project's own pages as they are, a page for each subject of the C interface, made of bindings/api.json, and pages
-for the languages. Sphinx makes HTML of it and checks every reference."""
+FOLDER gets copies of the project's Markdown pages, a page per subject of the C interface made from bindings/api.json, and pages for the
+languages. Sphinx turns them into HTML and checks every reference."""
 import json
 import pathlib
 import shutil
@@ -24,6 +24,7 @@ INDEX = """zmatrix
    docs/README
 {guides}
    CHANGELOG
+   CONTRIBUTING
 
 .. toctree::
    :maxdepth: 2
@@ -38,9 +39,9 @@ INDEX = """zmatrix
 
 
 def copy_pages(folder):
-    """The pages keep their places to each other, so that their links go on leading where they lead in the project."""
+    """Copies the pages to the same relative paths as in the project, so that links between them stay valid."""
     (folder / 'docs').mkdir(parents=True)
-    for name in ('README.md', 'CHANGELOG.md', 'LICENSE'):
+    for name in ('README.md', 'CHANGELOG.md', 'CONTRIBUTING.md', 'LICENSE'):
         shutil.copy(ROOT / name, folder / name)
     guides = sorted((ROOT / 'docs').glob('*.md'))
     for page in guides:

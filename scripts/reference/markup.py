@@ -24,12 +24,12 @@ def escaped(text):
 
 
 def prose(text, roles):
-    """Text of the list as reStructuredText: what stands in backticks becomes a link where `roles` knows the name, else code."""
+    """Documentation of the list as reStructuredText: a name in backticks becomes a link if it is in `roles`, else code."""
     parts = re.split(r'`([^`]+)`', text)
     for i, part in enumerate(parts):
         if i % 2 == 0:
             parts[i] = escaped(part)
         else:
-            # A role must stand between spaces or punctuation; the escaped space makes any place such a one.
+            # A role must be between spaces or punctuation; an escaped space counts as one and isn't shown.
             parts[i] = '\\ ' + (f':{roles[part]}:`{part}`' if part in roles else f'``{part}``') + '\\ '
     return ''.join(parts)

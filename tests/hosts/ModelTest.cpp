@@ -39,7 +39,7 @@ TEST_F(ModelTest, LearnThenGenerateEqualsContinue) {
       EXPECT_EQ(written, zmatrix("continue english.txt german.txt " + learning + option).output) << learning << option;
     }
   }
-  expectMessage("generate model --level letters", 3, "words alone");
+  expectMessage("generate model --level letters", 3, "learned by words only");
 }
 
 TEST_F(ModelTest, UpdatesAModel) {
@@ -80,7 +80,7 @@ TEST_F(ModelTest, ReportsDamageBrieflyAndRefusesToSpreadIt) {
   const std::string half = readFile("model").substr(0, readFile("model").size() / 2);
   writeFile("model", half);
   EXPECT_EQ(json("check model --json", 5)["sound"], false);
-  expectMessage("check model --verbose", 5, "more like it)");
+  expectMessage("check model --verbose", 5, " similar messages)");
   EXPECT_LT(linesOf(zmatrix("check model --verbose").diagnostics), 40);
   for (const char* line : {"generate model --count 50 --force", "info model"}) {
     expectMessage(line, 0, "warning: model is damaged (cut off, ");

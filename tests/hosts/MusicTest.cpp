@@ -110,7 +110,7 @@ TEST_F(MusicTest, ReportsWhatIsLostOfAFile) {
   ASSERT_NE(single, lost["tracks"].end());
   EXPECT_EQ((*single)["notes_learned"], 0);
   EXPECT_NE((*single)["verdict"], "learned");
-  for (const char* loss : {"left out 1 track: ", "left out 1 note that nothing ends"}) {
+  for (const char* loss : {"left out 1 track: ", "left out 1 note without an end"}) {
     expectMessage("learn lost.mid -o model --reading classic", 0, loss);
   }
   EXPECT_EQ(zmatrix("learn lost.mid -q -o model").diagnostics, "");

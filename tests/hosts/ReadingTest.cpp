@@ -53,7 +53,7 @@ TEST_F(ReadingTest, TheExactReadingLearnsWhatTheClassicOneLeavesOut) {
   EXPECT_EQ(seen["classic_losses"][0]["cause"], "not learned: the file has several time signatures");
   EXPECT_EQ(seen["exact"]["sub_matrices"], 6) << "in each meter the oboe, the drums and both";
   expectMessage("learn changing.mid --no-percussion -o model", 0, "left out 10 notes: drums, percussion and effects");
-  expectMessage("learn changing.mid --no-percussion --reading classic -o model", 2, "--no-percussion is for the exact");
+  expectMessage("learn changing.mid --no-percussion --reading classic -o model", 2, "--no-percussion needs the exact");
 }
 
 TEST_F(ReadingTest, WritesTheLearnedMeterSoundAndTempo) {
@@ -107,7 +107,7 @@ TEST_F(ReadingTest, ConvertsAllNotesOfAScore) {
   EXPECT_EQ(inspect("long.mid")["exact"]["grid_in_quanta"]["notes_without_duration"], 0);
   ASSERT_EQ(zmatrix("convert score.krn old.mid --reading classic").exitCode, 0);
   EXPECT_NE(readFile("old.mid"), readFile("score.mid"));
-  expectMessage("convert score.krn old.mid --reading classic --grace-quanta 384", 2, "--grace-quanta is for the exact reading");
+  expectMessage("convert score.krn old.mid --reading classic --grace-quanta 384", 2, "--grace-quanta needs the exact reading");
   EXPECT_FALSE(json("inspect score.krn --json --reading exact")[0].contains("readings"));
   EXPECT_FALSE(json("inspect score.krn --json --reading classic")[0].contains("exact"));
 }

@@ -78,7 +78,7 @@ TEST_F(SentencesTest, EndAfterTheGivenNumber) {
   EXPECT_EQ(zmatrix("continue dots.txt --sentences 2 --level words --max-words 5 --start 'Mr. J.'").output,
             "Mr. J. Bly came on the 3. of May. He left in 1853.\n");
   EXPECT_EQ(zmatrix("continue asks.txt --sentences 3 --method best --count 5").output, "Is it");
-  expectMessage("continue asks.txt --sentences 3 --method best --count 5", 0, "stopped behind 5 characters");
+  expectMessage("continue asks.txt --sentences 3 --method best --count 5", 0, "stopped after 5 characters");
   EXPECT_EQ(zmatrix("continue asks.txt --sentences 3 --lines 2").exitCode, 2);
   writeFile("numbers.txt", "1 2 3 4 5 6");
   EXPECT_EQ(zmatrix("continue numbers.txt --lines 2").exitCode, 2);

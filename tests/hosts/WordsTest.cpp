@@ -70,7 +70,7 @@ TEST_F(WordsTest, FollowTheStartAndCountAsItems) {
 
 TEST_F(WordsTest, AreReportedIfThereAreNone) {
   writeFile("long.txt", "unbelievably incomprehensible");
-  expectMessage("continue long.txt --level words --max-phrase 5", 3, "no word was short enough");
+  expectMessage("continue long.txt --level words --max-phrase 5", 3, "all words are too long");
   writeFile("blank.txt", " \n");
   EXPECT_EQ(zmatrix("continue blank.txt --level words").exitCode, 3);
   EXPECT_EQ(zmatrix("continue blank.txt long.txt --level words").exitCode, 0);

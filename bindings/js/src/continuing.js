@@ -1,10 +1,10 @@
-// How a model goes on: context, seed and choice are set once, then items come in pieces that a single call reads.
+// Generation: context, seed and method are set once, then items are read in pieces, one library call per piece.
 import * as raw from './raw.js';
 
 export const METHODS = { best: raw.ZQSuccessorMethodMostProbable, middle: raw.ZQSuccessorMethodMiddle, random: raw.ZQSuccessorMethodRandom };
 export const LINE_FEED = 10;
 
-const END = -1; // of a sentence, among the letters to choose from
+const END = -1; // the end of a sentence, as one of the choices
 const MOST_FAILURES = 1000; // ends of sequences in a row, with no item between
 const MOST_KEPT = 20000;
 const STATES_OF_RANDOM = 2147483648;
@@ -16,19 +16,19 @@ function appended(values, value) {
   return longer;
 }
 
-/** Reads a sub-matrix on from its context. `order`: items of the context that count, undefined for all that are known. */
+/** Generates from a sub-matrix. `order`: number of context items to use, undefined for all known ones. */
 export class Reading {
   constructor(handle, id, context, order, differences) {
     this.handle = handle;
     this.id = id;
     this.order = order;
     this.dimension = handle.record(id).coordinateDimension;
-    this.isBulk = false; // whether nobody asks for probabilities
+    this.isBulk = false; // true if probabilities are not needed
     this.keep = order === undefined ? 0 : (order + differences) * this.dimension;
     this.context = this.keep > 0 ? Array.from(context.slice(-this.keep)) : [];
   }
 
-  /** Up to `count` items, flat, and their probabilities; fewer behind the end of a sequence. */
+  /** The coordinates of up to `count` items and their probabilities; fewer if a sequence ends. */
   read(count) {
     this.handle.select(this.id);
     if (this.order === undefined) return this.readItems(count);
@@ -48,7 +48,7 @@ export class Reading {
     });
   }
 
-  /** Pieces of up to `size` items, until the sub-matrix has no more to give. */
+  /** Pieces of up to `size` items, until the sub-matrix gives none any more. */
   *pieces(size) {
     for (let failures = 0; failures < MOST_FAILURES; ) {
       const piece = this.read(size);
@@ -58,10 +58,10 @@ export class Reading {
   }
 }
 
-/** Letters: a new sentence begins as learned ones begin. What a sequence ends with is a line feed. */
+/** Generates letters. A new sentence begins with the counts of learned beginnings; a sequence ends with a line feed. */
 export class LetterReading extends Reading {
   #starts;
-  #place = null; // in the beginning of a sentence; null before its first letter
+  #place = null; // the node of the current beginning in SentenceStarts; null before the first letter
   #sentencesSo = 0;
 
   constructor(handle, id, context, order, method, begins) {
@@ -84,7 +84,7 @@ export class LetterReading extends Reading {
     };
   }
 
-  /** Letters of beginnings, up to where the ordinary choice is to go on. */
+  /** The letters of beginnings, until the ordinary choice continues. */
   #readBeginning(count) {
     const items = [], probabilities = [];
     this.handle.select(this.id);
@@ -97,7 +97,7 @@ export class LetterReading extends Reading {
     return { items: Int32Array.from(items), probabilities, found: items.length };
   }
 
-  /** A letter of the beginning, a line feed at its end, or null where the ordinary choice is to go on. */
+  /** The next letter of the beginning, a line feed if the sentence ends, or null if the ordinary choice continues. */
   #begin() {
     const place = this.#place ?? this.#starts.root();
     const { letters, goOn } = this.#starts.knownAt(place);
@@ -143,8 +143,8 @@ export class LetterReading extends Reading {
   }
 }
 
-/** The letters that go on from the beginning of a sentence, with how many learned sentences go on so. What was asked for once is
- * kept, place by place. */
+/** The letters that follow a beginning of sentences, with the number of learned sentences that begin so. Results are cached in a
+ * tree of places, one per beginning. */
 class SentenceStarts {
   #root = null;
   #places = 0;
@@ -168,7 +168,7 @@ class SentenceStarts {
     return next;
   }
 
-  /** `letters` is null where the counts can't tell. */
+  /** `letters` is null if the counts can't tell. */
   knownAt(place) {
     return (place.known ??= this.#count(place.beginning));
   }
@@ -179,7 +179,7 @@ class SentenceStarts {
   }
 
   #count(beginning) {
-    // What stands before a longer one is not known together with what follows.
+    // A phrase must have room for the letters before and after the beginning.
     const found = beginning.length > 0 && beginning.length + 2 > this.phraseLimit ? null
       : this.handle.counted(256, 1, (scratch, capacity, items, counts) =>
         this.handle.call('zq_readSentenceStarts', scratch.ints(beginning), beginning.length, capacity, items, counts));

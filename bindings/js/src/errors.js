@@ -1,23 +1,23 @@
-// What goes wrong, as exceptions.
+// The exceptions of the library.
 
-/** The library refused something or failed; the message says what, in the library's own words where it has any. */
+/** The library refused a call or failed. The message is the library's, if there is one. */
 export class ZmatrixError extends Error {
   get name() {
     return this.constructor.name;
   }
 }
 
-/** An input that can't be read, or that holds nothing to learn or to continue. */
+/** An input can't be read, or has nothing to learn or to continue. */
 export class InputError extends ZmatrixError {}
 
-/** A saved model that is damaged. */
+/** A saved model is damaged. */
 export class DamagedError extends InputError {}
 
-/** Memory, or what a matrix has room for, is exhausted. */
+/** Memory is exhausted, or the matrix is full. */
 export class LimitError extends ZmatrixError {}
 
 /** The model is closed. */
 export class ClosedError extends ZmatrixError {}
 
-/** A later continuation, or learning, has taken the place of this one. */
+/** A later continuation, or learning, replaced this iterator. */
 export class ReplacedError extends ZmatrixError {}

@@ -1,4 +1,4 @@
-// A matrix of the library: its functions by tier, its records, and when it goes.
+// A matrix of the library: calls the functions of its tier, reads its records, and releases the matrix.
 import { ClosedError, LimitError } from './errors.js';
 import * as raw from './raw.js';
 import { textOf } from './text.js';
@@ -12,14 +12,14 @@ const TIERS = {
 };
 const SILENT = -1;
 
-// What nobody holds any more is released, at some time; close() does so at once.
+// Releases matrices some time after their last reference is gone; close() does so at once.
 const forgotten = new FinalizationRegistry(({ library, remove, pointer }) => library.raw[remove](pointer));
 
 export class Handle {
   #pointer;
   #functions;
 
-  /** A new matrix, or the one in a file, whose path is a C text. */
+  /** Makes a new matrix, or loads one from a file whose path is a C string. */
   constructor(library, tier, path = null) {
     const { suffix, create, load, remove } = TIERS[tier];
     const { raw: functions, memory } = library;
@@ -45,13 +45,13 @@ export class Handle {
     this.#pointer = 0;
   }
 
-  /** The function of the tier, on the matrix. */
+  /** Calls the function of the tier on the matrix. */
   call(name, ...rest) {
     if (!this.isOpen) throw new ClosedError('the model is closed');
     return this.#function(name)(this.#pointer, ...rest);
   }
 
-  /** The same on an element or a record. */
+  /** Calls the function of the tier on an element or a record. */
   callOn(pointer, name, ...rest) {
     return this.#function(name)(pointer, ...rest);
   }
@@ -66,7 +66,7 @@ export class Handle {
     this.call('s_setCurrentMatrixID', id);
   }
 
-  /** The settings and counters of a sub-matrix, to be read before the next call. */
+  /** The settings and counters of a sub-matrix; valid until the next call. */
   record(id) {
     const selected = this.call('s_getCurrentMatrixID');
     this.select(id);
@@ -81,14 +81,14 @@ export class Handle {
     return ids.filter((id) => this.record(id).numberOfMatrixElements > 0);
   }
 
-  /** The root of a sub-matrix counts its items; its handle is the ID. */
+  /** The items that a sub-matrix has learned, counted by its root; the root's handle is the ID. */
   itemsLearned(id) {
     if (id > this.call('s_getMatrixStackPointer')) return 0;
     const root = this.call('s_getMatrixElementFromMatrixHandle', id);
     return root === 0 ? 0 : this.callOn(root, 's_getWriteCountWithSuccessorFromElement');
   }
 
-  /** The names that were given with what the selected sub-matrix learned. */
+  /** The names of the inputs that the selected sub-matrix learned. */
   names() {
     const bytes = this.memory.textBytes(this.call('s_getNamesOfUpdateFiles'));
     return new TextDecoder().decode(bytes).split('\n').filter((name) => name !== '');
@@ -106,7 +106,7 @@ export class Handle {
       this.callOn(info, 's_getKernelOriginalSequenceFlatIndexVector', length, scratch.zeros(4)));
   }
 
-  /** The array that `work` makes and whose length it puts where it is told; the library's own is released. */
+  /** A copy of the array that `work` returns; `work` writes its length to the given address. The library's array is released. */
   newArray(work) {
     return this.memory.scratch((scratch) => {
       const length = scratch.zeros(4);
@@ -122,13 +122,13 @@ export class Handle {
     return textOf(this.newArray((scratch, length) => this.call('zq_createPhraseOfSymbol', symbol, length)));
   }
 
-  /** What follows a stored context, as [{item, count}]; null for one that was not learned. */
+  /** The successors of a context of stored items, as [{item, count}]; null if the context was not learned. */
   successors(context, dimension) {
     return this.counted(256, dimension, (scratch, capacity, items, counts) =>
       this.call('zq_readSuccessors', scratch.ints(context), context.length, capacity, items, counts, 0));
   }
 
-  /** What `read` gives of items and their counts, in as much room as it asks for; null if it gives none. */
+  /** Calls `read` to fill arrays of items and counts, again with larger arrays if they are too small; null if it fails. */
   counted(capacity, dimension, read) {
     return this.memory.scratch((scratch) => {
       const items = scratch.room(4 * capacity * dimension), counts = scratch.room(4 * capacity);

@@ -2,17 +2,17 @@ import type { Functions } from './raw.js';
 
 /** The bytes of a file. */
 export type Bytes = ArrayBuffer | ArrayBufferView;
-/** One thing to learn, or several, one after the other. */
+/** One input, or several that are learned one after the other. */
 export type Several<T> = T | Iterable<T>;
 export type Series = Iterable<number>;
 
-/** What is learned. `name` stands in the model's records. */
+/** The input of `learn`. `name` is stored in the model's records. */
 export type TextSource = { text: Several<string | Bytes>; name?: string };
 /** Texts, learned word by word. */
 export type WordsSource = { words: Several<string | Bytes>; name?: string };
 export type NumbersSource = { numbers: Series | Iterable<Series>; name?: string };
 export type MusicSource = { midi: Several<Bytes>; name?: string } | { kern: Several<string | Bytes>; name?: string };
-/** Files: what each holds, a text, numbers, MIDI or kern, is told by its content. */
+/** Files whose kind (text, numbers, MIDI or kern) is detected from their content. */
 export type FileSource = { file: Several<Bytes>; name?: string };
 export type Source = TextSource | WordsSource | NumbersSource | MusicSource | FileSource;
 
@@ -21,18 +21,18 @@ export type Coding = 'difference' | 'difference2' | 'difference3' | 'plain';
 export interface LearnOptions {
   /** The longest phrase, in items, 1 to 1024; the default quotes little of the source. */
   order?: number;
-  /** Of numbers, what is learned: the steps from one to the next, or the numbers themselves. */
+  /** What is learned of numbers: their differences, or the numbers themselves. */
   coding?: Coding;
 }
 
 export interface ContinueOptions {
-  /** Items; without it a continuation never ends. */
+  /** The number of items; without it a continuation never ends. */
   count?: number;
   /** The same seed gives the same items. */
   seed?: number;
-  /** At most so many items of context decide; they are then read one at a time. */
+  /** The largest number of context items to use; items are then read one at a time. */
   order?: number;
-  /** 'random' by what was counted (the default), 'best' the most frequent, 'middle' the middle one of the choice. */
+  /** 'random' (the default) draws by the counts, 'best' takes the most frequent item, 'middle' the middle one of the candidates. */
   method?: 'random' | 'best' | 'middle';
 }
 
@@ -52,7 +52,7 @@ export interface Note {
 
 export type Kind = 'text' | 'words' | 'numbers' | 'music';
 
-/** A part of a model: a language of texts, the words above it, a kind of track. */
+/** A sub-matrix of a model: a language of texts, the words above it, or a kind of track. */
 export interface SubMatrix {
   id: number;
   items: number;
@@ -61,7 +61,7 @@ export interface SubMatrix {
   names: string[];
 }
 
-/** What a model holds. `order`: the longest phrase; `items`: those learned. */
+/** The contents of a model. `order`: the longest phrase; `items`: the number learned. */
 export interface Info {
   kind: Kind;
   tier: 'full' | 'medium';
@@ -71,7 +71,7 @@ export interface Info {
   subMatrices: SubMatrix[];
 }
 
-/** What was learned. Made by `learn` and `load`; closed by `close()`, or some time after the last reference has gone. */
+/** A model. Made by `learn` and `load`; closed by `close()`, or some time after the last reference is gone. */
 export class Model<Value = any, Bulk = any, Start = any, Learned = any> {
   private constructor();
   readonly kind: Kind;
@@ -80,21 +80,21 @@ export class Model<Value = any, Bulk = any, Start = any, Learned = any> {
   /** Learns more of the same kind, and returns the model. */
   learn(source: Learned): this;
   /**
-   * Goes on from `start`: a text, numbers or notes; without one from a new sentence, the end of the series learned last, or a new
-   * tune. A later continuation of the model ends this one.
+   * Generates items after `start`: a text, numbers or notes. Without a start it begins a new sentence, continues the series learned
+   * last, or begins a new tune. A later continuation of the model ends this one.
    */
   continue(start?: Start | null, options?: ContinueOptions): IterableIterator<Item<Value>>;
-  /** As `continue`, all at once, without probabilities; 1000 items if no count is given. */
+  /** As `continue`, but all at once and without probabilities; the default count is 1000. */
   generate(start?: Start | null, options?: ContinueOptions): Bulk;
-  /** A MIDI file of so many notes, 200 if no count is given. */
+  /** A MIDI file of `count` notes, by default 200. */
   midi(count?: number, options?: Omit<ContinueOptions, 'count'> & { start?: Start }): Uint8Array;
-  /** How probable it is that the model makes just these items; 0 where one never followed what is before it. */
+  /** The probability that the model generates exactly these items; 0 if an item never followed its context. */
   probability(sequence: Start): number;
-  /** The bits of information that an item of the sequence is to the model, on average; infinite where one is impossible. */
+  /** The average information of an item of the sequence in bits; infinite if an item never followed its context. */
   surprise(sequence: Start): number;
-  /** The model as the bytes of a file, the same that the command and the other languages read. */
+  /** The model as the bytes of a model file, which the command and the other languages read too. */
   save(): Uint8Array;
-  /** Releases the model's memory; closing again does nothing. */
+  /** Releases the model's memory; closing it again does nothing. */
   close(): void;
 }
 
@@ -105,34 +105,34 @@ export type MusicModel = Model<Note, Note[], Iterable<Note>, MusicSource | FileS
 
 export interface Zmatrix {
   readonly version: string;
-  /** The memory that models and the library itself take, in bytes. */
+  /** The memory that models and the library use, in bytes. */
   readonly usedBytes: number;
-  /** The functions of the C headers that the layer needs, with no checks at all. */
+  /** The C functions that the layer uses, without any checks. */
   readonly raw: Functions;
   learn(source: TextSource, options?: LearnOptions): TextModel;
   learn(source: WordsSource, options?: LearnOptions): WordsModel;
   learn(source: NumbersSource, options?: LearnOptions): NumbersModel;
   learn(source: MusicSource, options?: LearnOptions): MusicModel;
   learn(source: FileSource, options?: LearnOptions): Model;
-  /** The model that was saved. Of a damaged one, with `repair`, what is left of it. */
+  /** Loads a saved model. With `repair` the undamaged part of a damaged model is loaded. */
   load(saved: Bytes, options?: { repair?: boolean }): Model;
 }
 
 /**
- * Compiles the module and gives it memory of its own.
- * `wasm`: its bytes, a response with them, a compiled module, or where it lies; by default beside this file.
+ * Compiles the module and allocates its memory.
+ * `wasm`: the module's bytes, a response, a compiled module, or its URL; by default the file beside this one.
  */
 export function createZmatrix(options?: { wasm?: Bytes | Response | Promise<Response> | WebAssembly.Module | URL | string }): Promise<Zmatrix>;
 
-/** The library refused something or failed; the message says what, in the library's own words where it has any. */
+/** The library refused a call or failed. The message is the library's, if there is one. */
 export class ZmatrixError extends Error {}
-/** An input that can't be read, or that holds nothing to learn or to continue. */
+/** An input can't be read, or has nothing to learn or to continue. */
 export class InputError extends ZmatrixError {}
-/** A saved model that is damaged. */
+/** A saved model is damaged. */
 export class DamagedError extends InputError {}
-/** Memory, or what a matrix has room for, is exhausted. */
+/** Memory is exhausted, or the matrix is full. */
 export class LimitError extends ZmatrixError {}
 /** The model is closed. */
 export class ClosedError extends ZmatrixError {}
-/** A later continuation, or learning, has taken the place of this one. */
+/** A later continuation, or learning, replaced this iterator. */
 export class ReplacedError extends ZmatrixError {}

@@ -1,4 +1,4 @@
-// Learns texts, music and series of integers, and continues them.
+// Learns texts, music and series of integers, and generates continuations.
 //
 //   const zmatrix = await createZmatrix();
 //   const model = zmatrix.learn({ text: novel });
@@ -71,7 +71,7 @@ function closedOnFailure(handle, work) {
   }
 }
 
-/** Compiles the module and gives it memory of its own. `wasm`: its bytes, a response, a compiled module or where it lies. */
+/** Compiles the module and allocates its memory. `wasm`: the module's bytes, a response, a compiled module or its URL. */
 export async function createZmatrix({ wasm = new URL('./zmatrix.wasm', import.meta.url) } = {}) {
   return new Zmatrix(await newLibrary(start, wasm));
 }

@@ -1,11 +1,11 @@
-// What a continuation is made of: values with the probability with which they were chosen.
+// The items of a continuation: values with the probability with which they were chosen.
 import { InputError } from './errors.js';
 import { LINE_FEED } from './continuing.js';
 import { textOf } from './text.js';
 
-export const QUARTER = 3072; // quanta of the library in a quarter note
+export const QUARTER = 3072; // quanta per quarter note
 
-/** Turns the item at a place, and its probability, into what a continuation gives. */
+/** A function that makes the result of the item at an index and its probability. */
 export function makerOf(kind, handle, id) {
   const { coordinateDimension, midiSoundID } = handle.record(id);
   if (kind === 'numbers') return (items, at, probability) => ({ value: items[at], probability });

@@ -1,21 +1,21 @@
-// How a matrix is set up for what it is to learn, and how it learns it.
+// Setting up a matrix for a kind of input, and learning.
 import { InputError, LimitError } from './errors.js';
 import { FULL, Handle, MEDIUM } from './handle.js';
 import * as raw from './raw.js';
 import { KIND_OF_SOURCE } from './sources.js';
 import { itemsOf } from './text.js';
 
-const LONG_TEXT = 256 * 1024; // characters; from there on more stretches go on in more than one way, and longer phrases quote little
+const LONG_TEXT = 256 * 1024; // characters; longer texts get longer phrases, since more contexts have several successors
 const CODINGS = { plain: 0, difference: 1, difference2: 2, difference3: 3 };
-const GRID = 16; // music: parts of a whole note
-const MUSIC_IDS = 64; // sub-matrices, one for each meter, texture and sound
-const WORD_IDS = 8; // three languages, each with its letters and its words, and room for one pair more
+const GRID = 16; // music: steps per whole note
+const MUSIC_IDS = 64; // sub-matrices; each meter, texture and sound needs one
+const WORD_IDS = 8; // letters and words of German, English, unknown language, and one more
 const LONGEST_WORD = 16;
 const HIGHEST_CODE_POINT = 0x10ffff;
 const LONGEST_ORDER = 1024;
 const KEPT_OF_SERIES = 64;
 
-/** A matrix that is set up for the sources, and the kind of its model. */
+/** A matrix set up for the sources, and the kind of its model. */
 export function prepared(library, sources, { order, coding = 'difference' }) {
   if (sources.length === 0) throw new InputError('nothing to learn');
   if (order !== undefined && !(Number.isInteger(order) && order >= 1 && order <= LONGEST_ORDER)) {
@@ -61,7 +61,7 @@ function setUpLetters(handle, order) {
   handle.call('s_setGlobalMaxPhraseLengthForUpdateWithSequence', order);
 }
 
-/** Again before each file, since a track that is left out may leave the settings changed. */
+/** Called before each file, since a feed may leave the settings changed. */
 function setUpMusic(handle, order) {
   handle.call('s_setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT');
   handle.call('s_setGlobalMaxPhraseLengthForUpdateWithSequence', order);
@@ -95,7 +95,7 @@ function learnText(handle, kind, { content, name }, scratch) {
   if (highest > handle.call('s_getMaximalMatrixIndex')) handle.call('s_setMaximalMatrixIndex', HIGHEST_CODE_POINT);
   if (kind === 'words') {
     const result = handle.call('zq_updateMatrixWithWordsOfLongANSISequence', items, values.length, 0);
-    check(handle, result || 1, name); // 0: no word in it is short enough
+    check(handle, result || 1, name); // 0: all words are too long
   } else {
     check(handle, handle.call('s_updateMatrixWithLongANSISequence', items, values.length), name);
   }
@@ -129,7 +129,7 @@ function learnMusic(handle, { key, content, name }, scratch) {
 
 const MUSIC_TYPES = new Set([raw.ZQMatrixTypeMIDINoteAndQuanta, raw.ZQMatrixTypeMIDITriple_NDMT, raw.ZQMatrixTypeMIDIGMQuadruple_NDMTS]);
 
-/** The kind of what a loaded matrix holds. */
+/** The kind of a loaded matrix. */
 export function kindOf(handle) {
   const types = handle.occupiedIds().map((id) => handle.record(id).matrixType);
   if (types.includes(raw.ZQMatrixTypeANSIText)) return handle.tier === FULL && handle.call('s_getMatrixAILevel') === 1 ? 'words' : 'text';

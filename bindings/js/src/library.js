@@ -1,4 +1,4 @@
-// An instance of the module: its functions, its memory, and a file system of its own for the moment of a save or load.
+// An instance of the module: its functions, its memory, and its file system in memory, which is used during a save or load.
 import { LimitError } from './errors.js';
 import { Memory } from './memory.js';
 import { functionsOf } from './raw.js';
@@ -26,7 +26,7 @@ export class Library {
     return String.fromCharCode(...this.memory.textBytes(at));
   }
 
-  /** What `write` leaves in the file that it is told. */
+  /** The bytes of the file that `write` writes to the given path. */
   bytesOfFile(write) {
     return this.#withFile((path) => {
       write(path);
@@ -34,7 +34,7 @@ export class Library {
     });
   }
 
-  /** Calls `read` with the name of a file that holds these bytes. */
+  /** Calls `read` with the path of a file that has these bytes. */
   withFile(bytes, read) {
     return this.#withFile((path) => {
       this.#files.writeFile(FILE, bytes);
@@ -46,7 +46,7 @@ export class Library {
     try {
       return this.memory.scratch((scratch) => work(scratch.text(FILE)));
     } catch (error) {
-      // Files in memory grow in arrays of JavaScript, which says so where it has no more room.
+      // Files in memory are JavaScript arrays, which throw a RangeError if they can't grow.
       throw error instanceof RangeError ? new LimitError(`no memory for a model's file: ${error.message}`) : error;
     } finally {
       if (this.#files.analyzePath(FILE).exists) this.#files.unlink(FILE);
@@ -54,7 +54,7 @@ export class Library {
   }
 }
 
-/** The compiled module in its bytes, in a response, or where it lies. */
+/** Compiles the module from its bytes, a response or a URL. */
 async function compiled(source) {
   const given = await source;
   if (given instanceof WebAssembly.Module) return given;
@@ -70,12 +70,12 @@ async function compiledResponse(response) {
 }
 
 async function compiledFile(url) {
-  const files = 'node:fs/promises'; // a name that bundlers for browsers don't look for
+  const files = 'node:fs/promises'; // in a variable, so that bundlers for browsers don't resolve it
   const { readFile } = await import(/* webpackIgnore: true */ /* @vite-ignore */ files);
   return WebAssembly.compile(await readFile(url));
 }
 
-/** A new instance, with memory of its own. `start` is what the compiler wrote beside the module. */
+/** A new instance with its own memory. `start` is the loader that the compiler wrote beside the module. */
 export async function newLibrary(start, source) {
   const module = await compiled(source);
   const wasm = await new Promise((resolve, reject) => {

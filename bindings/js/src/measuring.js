@@ -1,4 +1,4 @@
-// How well a matrix knows a sequence: the share of each item in what follows the longest ending of what is before it.
+// Measures how well a matrix knows a sequence: the share of each item among the successors of the longest known ending before it.
 
 export class Measure {
   #handle;
@@ -7,7 +7,7 @@ export class Measure {
     this.#handle = handle;
   }
 
-  /** The bits of information in a flat sequence, infinite where an item is impossible, and how many items it is stored as. */
+  /** The information of a sequence in bits, infinite if an item never followed its context, and the number of stored items. */
   of(kind, id, items) {
     const handle = this.#handle;
     const { stored, readId } = this.#stored(kind, id, items);
@@ -30,7 +30,7 @@ export class Measure {
     return { stored, readId: id };
   }
 
-  /** The symbols of words, and -1 for each word without one. */
+  /** The symbols of the words, -1 for a word without one. */
   #symbols(items) {
     let numberOfUnknown = 0;
     const known = this.#handle.newArray((scratch, length) => {

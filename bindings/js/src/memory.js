@@ -1,5 +1,5 @@
-// The memory of the WebAssembly module: what a call takes is copied in and released behind it, what it gives is copied out. The
-// views change whenever the memory grows, so they are asked for anew each time.
+// The memory of the WebAssembly module. Arguments of a call are copied in and released after it, results are copied out. Views become
+// invalid when the memory grows, so they are made again each time.
 import { LimitError } from './errors.js';
 
 const MOST_BYTES = 0x7fffffff;
@@ -11,7 +11,7 @@ export class Memory {
     this.#wasm = wasm;
   }
 
-  /** The bytes that the module's heap has given and not got back. */
+  /** The bytes of the module's heap in use. */
   get used() {
     return this.#wasm._bytesInUse() >>> 0;
   }
@@ -40,12 +40,12 @@ export class Memory {
     return this.#wasm.HEAPF64.slice(at >>> 3, (at >>> 3) + count);
   }
 
-  /** The bytes of a C text; none for null. */
+  /** The bytes of a C string; empty for null. */
   textBytes(at) {
     return at === 0 ? new Uint8Array() : this.bytes(at, this.#wasm.HEAPU8.indexOf(0, at) - at);
   }
 
-  /** Calls `work` with a Scratch whose memory lives as long as the call. */
+  /** Calls `work` with a Scratch whose memory is released after the call. */
   scratch(work) {
     const scratch = new Scratch(this.#wasm);
     try {
@@ -64,7 +64,7 @@ class Scratch {
     this.#wasm = wasm;
   }
 
-  /** New memory of so many bytes. */
+  /** Allocates `count` bytes. */
   room(count) {
     const at = count <= MOST_BYTES ? this.#wasm._malloc(Math.max(count, 1)) >>> 0 : 0;
     if (at === 0) throw new LimitError(`no memory for ${count} bytes`);
@@ -72,7 +72,7 @@ class Scratch {
     return at;
   }
 
-  /** New memory of so many bytes, all 0. */
+  /** Allocates `count` bytes of zeros. */
   zeros(count) {
     const at = this.room(count);
     this.#wasm.HEAPU8.fill(0, at, at + count);
@@ -91,7 +91,7 @@ class Scratch {
     return at;
   }
 
-  /** A C text in UTF-8. */
+  /** A C string in UTF-8. */
   text(string) {
     return this.bytes(new TextEncoder().encode(`${string.replaceAll('\0', ' ')}\0`));
   }

@@ -1,4 +1,4 @@
-// Models: what was learned, continued, measured and saved.
+// Models: learning, generating, measuring and saving.
 import { LetterReading, METHODS, Reading } from './continuing.js';
 import { ClosedError, InputError, LimitError, ReplacedError, ZmatrixError } from './errors.js';
 import { FULL } from './handle.js';
@@ -9,10 +9,10 @@ import * as raw from './raw.js';
 import { KIND_OF_SOURCE, numbersOf, sourcesOf } from './sources.js';
 import { itemsOf, textOf } from './text.js';
 
-const PIECE = 256; // items that an iterator reads ahead
+const PIECE = 256; // items per library call of an iterator
 const BULK = 4096;
 
-/** What was learned. Made by `learn` and `load`; closed by `close()`, or some time after the last reference has gone. */
+/** A model. Made by `learn` and `load`; closed by `close()`, or some time after the last reference is gone. */
 export class Model {
   #kind;
   #handle;
@@ -46,7 +46,7 @@ export class Model {
     return this;
   }
 
-  // --- continuing
+  // --- generating
 
   continue(start, options = {}) {
     const { count = Infinity, seed, order, method } = optionsOf(options);
@@ -136,7 +136,7 @@ export class Model {
     return { reading: this.#reading, make: makerOf(this.#kind, handle, readId) };
   }
 
-  /** The items of a start, and how many more original items than preprocessed ones there are. Of music each item is an array. */
+  /** The items of a start, and how many fewer preprocessed items than original ones it has. For music each item is an array. */
   #contextOf(start) {
     const isMissing = start === undefined || start === null;
     if (this.#kind === 'text' || this.#kind === 'words') {
@@ -149,7 +149,7 @@ export class Model {
     return { context: isMissing ? [] : notesOf(start), differences: 1 };
   }
 
-  /** The sub-matrix that knows the longest ending of the start; of equals the one that learned most. */
+  /** The sub-matrix that knows the longest ending of the start; ties go to the one that learned most. */
   #choose(context) {
     const handle = this.#handle;
     let best = { known: -1, learned: -1, id: -1 };
@@ -168,7 +168,7 @@ export class Model {
     return (!isOfText || matrixType === raw.ZQMatrixTypeANSIText) && (this.#kind !== 'words' || currentMatrixIDLevelUp >= 0);
   }
 
-  /** Makes a context the kernel, and tells how much of it is known. */
+  /** Sets the kernel and returns the length of its known ending. */
   #goTo(id, context) {
     const handle = this.#handle;
     handle.select(id);
@@ -202,7 +202,7 @@ export class Model {
     return new Measure(this.#handle).of(this.#kind, id, this.#flat(id, context));
   }
 
-  // --- what it holds
+  // --- contents
 
   get info() {
     const handle = this.#handle;
@@ -224,7 +224,7 @@ export class Model {
     return occupied.filter(isCounted).reduce((sum, id) => sum + handle.itemsLearned(id), 0);
   }
 
-  // --- the end
+  // --- saving, closing
 
   save() {
     const { library } = this.#handle;

@@ -1,14 +1,14 @@
-// What can be learned: texts, words, numbers and music, each in one source or in several.
+// Sources of learning: texts, words, numbers and music.
 import { InputError, LimitError } from './errors.js';
 import { decode } from './text.js';
 
 export const KIND_OF_SOURCE = { text: 'text', words: 'words', numbers: 'numbers', midi: 'music', kern: 'music' };
 
 const KEYS = [...Object.keys(KIND_OF_SOURCE), 'file'];
-const MOST_NUMBERS = 0x1fffffff; // 32 bits each, in an address space of 32 bits
+const MOST_NUMBERS = 0x1fffffff; // 4 bytes each, in a 32-bit address space
 const NUMBERS = /^[\s,;]*(?:[+-]?\d+[\s,;]+)*[+-]?\d+[\s,;]*$/;
 
-/** The sources in what `learn` was given: `{text}`, `{words}`, `{numbers}`, `{midi}`, `{kern}` or `{file}`. */
+/** The sources of the argument of `learn`: `{text}`, `{words}`, `{numbers}`, `{midi}`, `{kern}` or `{file}`. */
 export function sourcesOf(given) {
   const keys = typeof given === 'object' && given !== null ? KEYS.filter((key) => key in given) : [];
   if (keys.length !== 1) throw new TypeError(`an object with one of ${KEYS.join(', ')} is learned`);
@@ -43,7 +43,7 @@ export function bytesOf(content) {
   throw new TypeError('bytes are a Uint8Array, another view or an ArrayBuffer');
 }
 
-/** What the bytes of a file hold, told by themselves. */
+/** Detects the kind of a file from its bytes. */
 function told(bytes, name) {
   if (bytes[0] === 0x4d && bytes[1] === 0x54 && bytes[2] === 0x68 && bytes[3] === 0x64) return { key: 'midi', content: bytes, name };
   const text = decode(bytes);
@@ -77,7 +77,7 @@ function taken(iterable) {
   return values;
 }
 
-/** Integers of 32 bits. */
+/** An array of 32-bit integers. */
 export function numbersOf(given) {
   if (given instanceof Int32Array) return given;
   if (typeof given?.[Symbol.iterator] !== 'function') throw new TypeError('a series is an iterable of integers');

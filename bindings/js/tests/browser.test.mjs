@@ -1,4 +1,4 @@
-// The example page does its work in a browser, if the machine has one.
+// Tests the example page in a browser, if one is installed.
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { existsSync, mkdtempSync, readFileSync, rmSync } from 'node:fs';
@@ -9,7 +9,7 @@ import { test } from 'node:test';
 const BROWSER = '/usr/bin/chromium';
 const TYPES = { html: 'text/html', js: 'text/javascript', wasm: 'application/wasm', txt: 'text/plain' };
 
-// Behind the page's own code: sends what the page shows once it no longer shows that it is loading.
+// Added to the page: sends the page's output when it is no longer loading.
 const REPORT = `<script type="module">
   const look = () => document.getElementById('state').textContent === 'loading'
     ? setTimeout(look, 20) : fetch('/shown', { method: 'POST', body: document.body.innerHTML });
@@ -24,7 +24,7 @@ function serve(request, response) {
   response.end(path.endsWith('.html') ? REPORT : '');
 }
 
-/** What the page shows, or the error that the browser can't be started. */
+/** The page's output, or the error if the browser can't be started. */
 function shownBy(server) {
   return new Promise((resolve, reject) => {
     server.on('request', (request, response) => {

@@ -1,4 +1,4 @@
-// The code of docs/javascript.md runs, in the order of the page, and prints what the page says.
+// Runs the code of docs/javascript.md in order and compares the output with the page.
 import assert from 'node:assert/strict';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { test } from 'node:test';

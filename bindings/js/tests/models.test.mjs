@@ -5,7 +5,7 @@ import { test } from 'node:test';
 import { createZmatrix } from 'zmatrix';
 import { example, STEPS, values, zmatrix } from './support.mjs';
 
-const SEEDS = new URL('seeds.json', import.meta.url); // the table of all languages; scripts/js puts it here
+const SEEDS = new URL('seeds.json', import.meta.url); // results that all languages share; copied here by scripts/js
 
 function sourceOf({ name, files, numbers, words }) {
   const contents = files?.map(example);

@@ -1,4 +1,4 @@
-// What is wrong is an exception; nothing crashes, and nothing leaks.
+// Wrong use raises exceptions; nothing crashes or leaks.
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { setImmediate as turn } from 'node:timers/promises';
@@ -89,7 +89,7 @@ test('ten thousand models leave nothing behind', async () => {
   const before = zmatrix.usedBytes;
   use(10000, (model) => model.close());
   assert.equal(zmatrix.usedBytes, before);
-  use(200, () => {}); // forgotten, not closed
+  use(200, () => {}); // not closed: released by the FinalizationRegistry
   for (let tries = 0; tries < 50 && zmatrix.usedBytes > before; tries++) {
     globalThis.gc();
     await turn();

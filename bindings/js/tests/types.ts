@@ -1,4 +1,4 @@
-// What the declarations say, for the compiler alone: each line marked as an error has to be one.
+// Checks the declarations when compiled: each line marked as an error must be one.
 import { createZmatrix, InputError, Model, Note, ZmatrixError } from 'zmatrix';
 import { functionsOf, Pointer, ZQMatrixTypeANSIText } from 'zmatrix/raw';
 

@@ -1,4 +1,4 @@
-"""The code of docs/python.md runs, in the order of the page, and prints what the page says."""
+"""Runs the code of docs/python.md in order and compares the output with the page."""
 import contextlib
 import io
 import os

@@ -1,4 +1,4 @@
-"""What is wrong is an exception; nothing crashes, and nothing leaks."""
+"""Wrong use raises exceptions; nothing crashes or leaks."""
 import ctypes
 import gc
 import pathlib
@@ -110,7 +110,7 @@ def test_a_model_that_learns_in_one_thread_refuses_another():
                 model.learn('The tide comes in. The boats go out. ' * 20000)
                 learning.clear()
             except zmatrix.InUseError:
-                pass  # the other thread was at it
+                pass  # the other thread was using the model
 
     def intrude():
         learning.wait()

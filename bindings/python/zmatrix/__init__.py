@@ -1,4 +1,4 @@
-"""Learns texts, music and series of integers, and continues them.
+"""Learns texts, music and series of integers, and generates continuations.
 
     model = zmatrix.learn(pathlib.Path('novel.txt'))
     print(''.join(model.continue_('It was ', 500, seed=7)))

@@ -1,4 +1,4 @@
-"""How a model goes on: context, seed and choice are set once, then items come in pieces that a single call reads."""
+"""Generation: context, seed and method are set once, then items are read in pieces, one library call per piece."""
 import ctypes
 from typing import Any, Iterator, List, Optional, Tuple
 
@@ -12,7 +12,7 @@ _MOST_FAILURES = 1000  # ends of sequences in a row, with no item between
 
 
 class Reading:
-    """Reads the selected sub-matrix on from its context. `order`: items of the context that count, None for all that are known."""
+    """Generates from the selected sub-matrix. `order`: number of context items to use, None for all known ones."""
 
     def __init__(self, handle: Handle, matrix_id: int, context: Any, order: Optional[int], differences: int) -> None:
         self._handle, self._id, self._order = handle, matrix_id, order
@@ -22,7 +22,7 @@ class Reading:
         self._capacity = 0
 
     def read(self, count: int) -> Tuple[Any, Any, int]:
-        """Items flat, probabilities, and how many there are; fewer than `count` behind the end of a sequence."""
+        """The items' coordinates, the probabilities and the number of items, which is below `count` if a sequence ends."""
         if self._capacity < count:
             self._items, self._probabilities = (ctypes.c_int * (count * self.dimension))(), (ctypes.c_double * count)()
             self._capacity = count
@@ -46,7 +46,7 @@ class Reading:
 
 
 class LetterReading(Reading):
-    """Letters: a new sentence begins as learned ones begin. What a sequence ends with is a line feed."""
+    """Generates letters. A new sentence begins with the counts of learned beginnings; a sequence ends with a line feed."""
 
     def __init__(self, handle: Handle, matrix_id: int, context: Any, order: Optional[int], method: str, begins: bool) -> None:
         super().__init__(handle, matrix_id, context, order, 0)
@@ -68,7 +68,7 @@ class LetterReading(Reading):
         return items, probabilities, found + 1
 
     def _begin(self) -> Optional[Tuple[int, float]]:
-        """A letter of the beginning, a line feed at its end, or None where the ordinary choice is to go on."""
+        """The next letter of the beginning, a line feed if the sentence ends, or None if the ordinary choice continues."""
         known = self._starts.after(self._beginning)
         letters = list(known or [])
         go_on = sum(count for _, count in letters)

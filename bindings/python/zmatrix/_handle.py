@@ -1,4 +1,4 @@
-"""A matrix of the library: its functions by tier, who may use it, and when it goes."""
+"""A matrix of the library: calls the functions of its tier, allows one thread at a time, and releases the matrix."""
 import ctypes
 import threading
 import weakref
@@ -21,8 +21,8 @@ def last_message() -> str:
 
 
 class Handle:
-    """Owns a matrix. `call` and `call_zq` call the function of its tier; both belong into a `with use()`. The library lets different
-    threads use different matrices at the same time, and ctypes lets the interpreter go on while the library works."""
+    """Owns a matrix. `call` and `call_zq` call the function of its tier; both must be called inside `with use()`. Different threads can
+    use different matrices at the same time, because ctypes releases the interpreter lock during a call."""
 
     def __init__(self, tier: int, path: Optional[str] = None) -> None:
         suffix, create, load, delete = _TIERS[tier]
@@ -51,7 +51,7 @@ class Handle:
         return self._function('s_' + name)(self._pointer, *arguments)
 
     def call_on(self, thing: Any, name: str, *arguments: Any) -> Any:
-        """A function that goes to an element or to a record of the matrix."""
+        """Calls a function whose first argument is an element or a record of the matrix."""
         return self._function('s_' + name)(thing, *arguments)
 
     def call_zq(self, name: str, *arguments: Any) -> Any:
@@ -75,13 +75,13 @@ class Handle:
     def is_open(self) -> bool:
         return self._finalizer.alive
 
-    # --- what both levels of the model need, within use()
+    # --- helpers, to be called inside use()
 
     def select(self, matrix_id: int) -> None:
         self.call('setCurrentMatrixID', matrix_id)
 
     def record(self, matrix_id: int) -> raw.ZQMatrixProperties:
-        """A copy of the sub-matrix's settings and counters; what its pointers lead to is the library's, and not to be read."""
+        """A copy of the sub-matrix's settings and counters. Its pointers must not be read, they lead to the library's memory."""
         selected = self.call('getCurrentMatrixID')
         self.select(matrix_id)
         lent = self.call_on(self.call('getMatrixInfo'), 'getGlobalMatrixInfoParameters')
@@ -97,14 +97,14 @@ class Handle:
         return [matrix_id for matrix_id in range(count) if self.record(matrix_id).numberOfMatrixElements > 0]
 
     def items_learned(self, matrix_id: int) -> int:
-        """The root of a sub-matrix counts its items; its handle is the ID."""
+        """The items that a sub-matrix has learned, counted by its root; the root's handle is the ID."""
         if matrix_id > self.call('getMatrixStackPointer'):
             return 0
         root = self.call('getMatrixElementFromMatrixHandle', matrix_id)
         return int(self.call_on(root, 'getWriteCountWithSuccessorFromElement')) if root else 0
 
     def new_array(self, name: str, *arguments: Any) -> 'list[int]':
-        """A call whose last argument gets the length of a new array; copied and released."""
+        """Calls a function that returns a new array and its length in the last argument; copies the array and releases it."""
         length = ctypes.c_int()
         result = self.call(name, *arguments, ctypes.byref(length)) if not name.startswith('zq_') else self.call_zq(
             name[3:], *arguments, ctypes.byref(length))
@@ -116,7 +116,7 @@ class Handle:
 
 
 def ints(values: Any) -> Any:
-    """An array of C integers for a call; lengths are 32 bits there."""
+    """An array of C integers for a call; the C interface has 32-bit lengths."""
     if len(values) > 0x7FFFFFFF:
         raise LimitError(f'{len(values)} integers are more than a call takes')
     if hasattr(values, 'buffer_info'):

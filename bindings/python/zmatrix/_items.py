@@ -1,4 +1,4 @@
-"""What a continuation is made of: values that carry the probability with which they were chosen."""
+"""The items of a continuation: values with the probability with which they were chosen."""
 from typing import NamedTuple
 
 
@@ -9,7 +9,7 @@ class Character(str):
 
 
 class Word(str):
-    """A word of a text with the marks that stand with it, or a line feed where a sequence ends."""
+    """A word of a text including punctuation, or a line feed at the end of a sequence."""
 
     probability: float
 
@@ -30,4 +30,4 @@ class Note(NamedTuple):
     probability: float = 1.0
 
 
-QUARTER = 3072  # quanta of the library in a quarter note
+QUARTER = 3072  # quanta per quarter note

@@ -1,11 +1,11 @@
-"""Finds and loads the shared library: the one that the wheel brings, or the one that ZMATRIX_LIBRARY names."""
+"""Loads the shared library: the one in the wheel, or the one that the environment variable ZMATRIX_LIBRARY names."""
 import ctypes
 import os
 import pathlib
 
 
 def _load() -> ctypes.CDLL:
-    # CDLL lets other threads of the interpreter run while the library does.
+    # CDLL releases the interpreter lock during each call.
     path = os.environ.get('ZMATRIX_LIBRARY') or str(pathlib.Path(__file__).with_name('libzmatrix.so'))
     try:
         return ctypes.CDLL(path)

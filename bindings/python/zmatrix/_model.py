@@ -1,4 +1,4 @@
-"""Models: what was learned, continued, measured, saved and loaded."""
+"""Models: learning, generating, measuring, saving and loading."""
 import ctypes
 import math
 import os
@@ -17,14 +17,14 @@ from ._starts import successors
 from ._text import items_of, text_of
 from .errors import DamagedError, InputError, InUseError, LimitError, ZmatrixError
 
-_LONG_TEXT = 256 * 1024  # characters; from there on more stretches go on in more than one way, and longer phrases quote little
+_LONG_TEXT = 256 * 1024  # characters; longer texts get longer phrases, since more contexts have several successors
 _CODINGS = {'plain': 0, 'difference': 1, 'difference2': 2, 'difference3': 3}
 _MUSIC_TYPES = (raw.ZQMatrixTypeMIDINoteAndQuanta, raw.ZQMatrixTypeMIDITriple_NDMT, raw.ZQMatrixTypeMIDIGMQuadruple_NDMTS)
 _KIND_OF_SOURCE = {'text': 'text', 'numbers': 'numbers', 'midi': 'music', 'kern': 'music'}
-_PIECE = 256  # items that a generator reads ahead
-_GRID = 16  # music: parts of a whole note
-_MUSIC_IDS = 64  # sub-matrices, one for each meter, texture and sound
-_WORD_IDS = 8  # three languages, each with its letters and its words, and room for one pair more
+_PIECE = 256  # items per library call of a generator
+_GRID = 16  # music: steps per whole note
+_MUSIC_IDS = 64  # sub-matrices; each meter, texture and sound needs one
+_WORD_IDS = 8  # letters and words of German, English, unknown language, and one more
 _LONGEST_WORD = 16
 
 Item = Union[Character, Word, Number, Note]
@@ -32,7 +32,7 @@ Item = Union[Character, Word, Number, Note]
 
 @dataclass(frozen=True)
 class SubMatrix:
-    """A part of a model: a language of texts, the words above it, a kind of track."""
+    """A sub-matrix of a model: a language of texts, the words above it, or a kind of track."""
 
     id: int
     items: int
@@ -43,7 +43,7 @@ class SubMatrix:
 
 @dataclass(frozen=True)
 class Info:
-    """What a model holds. `kind`: text, words, numbers or music; `order`: the longest phrase; `items`: those learned."""
+    """The contents of a model. `kind`: text, words, numbers or music; `order`: the longest phrase; `items`: the number learned."""
 
     kind: str
     tier: str
@@ -54,8 +54,8 @@ class Info:
 
 
 class Model:
-    """What was learned. Made by `zmatrix.learn` and `zmatrix.load`; closed by `close()`, at the end of a `with`, or with its last
-    reference. One thread uses it at a time."""
+    """A model. Made by `zmatrix.learn` and `zmatrix.load`; closed by `close()`, at the end of a `with`, or with its last reference. One
+    thread at a time may use it."""
 
     def __init__(self, kind: str, handle: Handle) -> None:
         self._kind, self._handle = kind, handle
@@ -64,7 +64,7 @@ class Model:
     # --- learning
 
     def learn(self, source: Any) -> 'Model':
-        """Learns more of the same kind: what `zmatrix.learn` takes."""
+        """Learns another source of the same kind; accepts the same sources as `zmatrix.learn`."""
         return self._learn(list(sources_of(source)))
 
     def _learn(self, sources: Sequence[Source]) -> 'Model':
@@ -95,7 +95,7 @@ class Model:
             handle.call('setMaximalMatrixIndex', 0x10FFFF)
         if self._kind == 'words':
             result = handle.call_zq('updateMatrixWithWordsOfLongANSISequence', ints(items), len(items), None)
-            self._check(result or 1, source)  # 0: no word in it is short enough
+            self._check(result or 1, source)  # 0: all words are too long
         else:
             self._check(handle.call('updateMatrixWithLongANSISequence', ints(items), len(items)), source)
 
@@ -128,15 +128,15 @@ class Model:
         if left_out[raw.zq_ScoreNotTaken]:
             raise LimitError(f'the matrix could not take all of {source.name}')
 
-    # --- continuing
+    # --- generating
 
     def continue_(self, start: Any = None, count: Optional[int] = None, *, seed: Optional[int] = None, order: Optional[int] = None,
                   method: str = 'random') -> Iterator[Any]:
-        """Goes on from `start` with up to `count` items, or without end. Items are `Character`, `Word`, `Number` or `Note`, each
-        with its `probability`.
+        """Generates up to `count` items after `start`; without `count` it never ends. Items are `Character`, `Word`, `Number` or `Note`,
+        each with its `probability`.
 
-        `start`: a text, numbers, or for music notes; None for a new sentence, the end of the series learned last, or a new tune.
-        `seed`: the same seed gives the same items; None for any. `order`: at most so many items of context decide.
+        `start`: a text, numbers, or notes; None for a new sentence, the end of the series learned last, or a new tune. `seed`: the same
+        seed gives the same items; None for a random one. `order`: the largest number of context items to use.
         `method`: 'random' by what was counted, 'best' the most frequent, 'middle' the middle one of the choice.
         A later continuation of the model ends this one."""
         if method not in METHODS:
@@ -149,14 +149,14 @@ class Model:
 
     def generate(self, start: Any = None, count: int = 1000, *, seed: Optional[int] = None, order: Optional[int] = None,
                  method: str = 'random') -> Any:
-        """As `continue_`, all at once and without probabilities: a str of texts and words, a list of notes, and of numbers an
-        array of numpy's if that is there, else a list."""
+        """As `continue_`, but all at once and without probabilities: a str for texts and words, a list for notes, and for numbers a numpy
+        array if numpy is installed, else a list."""
         if self._kind == 'music':
             return list(self.continue_(start, count, seed=seed, order=order, method=method))
         if self._kind == 'words':
             words = list(self.continue_(start, count, seed=seed, order=order, method=method))
             return ' '.join(words).replace(' \n ', '\n')
-        self.continue_(start, 0, seed=seed, order=order, method=method)  # refuses what it refuses
+        self.continue_(start, 0, seed=seed, order=order, method=method)  # checks the arguments
         with self._handle.use():
             reading, _ = self._begin(start, seed, order, method)
             flat: List[int] = []
@@ -167,7 +167,7 @@ class Model:
         return text_of(flat) if self._kind == 'text' else _as_array(flat)
 
     def write_midi(self, path: Any, count: int = 200, *, start: Any = None, seed: Optional[int] = None) -> int:
-        """Continues music into a MIDI file and returns how many notes it has."""
+        """Writes generated music to a MIDI file and returns the number of its notes."""
         if self._kind != 'music':
             raise InputError('the model holds no music')
         result, writing = ctypes.c_int(), raw.zq_ScoreWriting()
@@ -213,7 +213,7 @@ class Model:
         return items
 
     def _context_of(self, start: Any) -> Tuple[Any, int]:
-        """The items of a start, and how many more original items than preprocessed ones there are."""
+        """The items of a start, and how many fewer preprocessed items than original ones it has."""
         if self._kind in ('text', 'words'):
             if not isinstance(start, (str, type(None))):
                 raise TypeError('a text is continued from a str')
@@ -223,7 +223,7 @@ class Model:
         return [] if start is None else [(note[0], round(note[1] * QUARTER), round(note[2] * QUARTER)) for note in start], 1
 
     def _choose(self, context: Any) -> int:
-        """The sub-matrix that knows the longest ending of the start; of equals the one that learned most."""
+        """The sub-matrix that knows the longest ending of the start; ties go to the one that learned most."""
         handle, best, chosen = self._handle, (-1, -1), -1
         for matrix_id in handle.occupied_ids():
             record = handle.record(matrix_id)
@@ -250,7 +250,7 @@ class Model:
         return int(handle.call('getLengthOfKernelPreprocessedSequence'))
 
     def _maker(self, record: raw.ZQMatrixProperties) -> Any:
-        """Turns an item and its probability into what a continuation gives."""
+        """A function that makes the result of an item and its probability."""
         if self._kind == 'music':
             def note(item: Tuple[int, ...], probability: float) -> Note:
                 duration = item[2] / QUARTER if len(item) > 2 else 1.0
@@ -293,12 +293,12 @@ class Model:
     # --- measuring
 
     def probability(self, sequence: Any) -> float:
-        """How probable it is that the model makes just these items; 0 where one never followed what is before it."""
+        """The probability that the model generates exactly these items; 0 if an item never followed its context."""
         bits, _ = self._bits(sequence)
         return 0.0 if math.isinf(bits) else math.pow(2.0, -bits)
 
     def surprise(self, sequence: Any) -> float:
-        """The bits of information that an item of the sequence is to the model, on average; infinite where one is impossible."""
+        """The average information of an item of the sequence in bits; infinite if an item never followed its context."""
         bits, items = self._bits(sequence)
         return bits / items if items else 0.0
 
@@ -337,17 +337,17 @@ class Model:
         return handle.new_array('getPreProcessedSequenceFromOriginalSequence', ints(context), len(context)), matrix_id
 
     def _share(self, context: List[int], item: Tuple[int, ...], dimension: int) -> float:
-        """The share of an item in what follows the longest ending of a context that anything follows."""
+        """The share of an item among the successors of the longest known ending of a context."""
         for begin in range(0, len(context) + 1, dimension):
             found = successors(self._handle, tuple(context[begin:]), dimension)
             if found:
                 return sum(count for other, count, _ in found if other == item) / max(sum(count for _, count, _ in found), 1)
         return 0.0
 
-    # --- what it holds
+    # --- contents
 
     def __len__(self) -> int:
-        """The items learned."""
+        """The number of items learned."""
         with self._handle.use():
             return self._items()
 
@@ -363,7 +363,7 @@ class Model:
 
     @property
     def info(self) -> Info:
-        """What the model holds, counted now."""
+        """The current contents of the model."""
         with self._handle.use():
             parts = []
             for matrix_id in self._handle.occupied_ids():
@@ -378,17 +378,17 @@ class Model:
     def __repr__(self) -> str:
         return f'<zmatrix.Model of {self._kind}>' if self._handle.is_open else '<zmatrix.Model, closed>'
 
-    # --- files, pickle, end
+    # --- files, pickling, closing
 
     def save(self, path: Any) -> None:
-        """Puts the model into a file, in place of what was there, or leaves that as it was."""
+        """Saves the model to a file. An existing file is replaced as a whole; if saving fails, it is unchanged."""
         with self._handle.use():
             if self._handle.call('saveMatrixToDisk', os.fsencode(path)) != 1:
                 raise ZmatrixError(f'cannot save to {path}: {last_message()}')
 
     @classmethod
     def load(cls, path: Any, *, repair: bool = False) -> 'Model':
-        """The model in a file. A damaged one is a `DamagedError`; with `repair` what is left of it is loaded."""
+        """Loads a model. A damaged file raises a `DamagedError`; with `repair` the undamaged part is loaded."""
         name = os.fsdecode(path)
         if not os.path.isfile(name):
             raise InputError(f'cannot read {name}: no such file')
@@ -411,7 +411,7 @@ class Model:
             return _unpickle, (path.read_bytes(),)
 
     def close(self) -> None:
-        """Releases the model's memory; it can't be used any more. Closing again does nothing."""
+        """Releases the model's memory. The model can't be used afterwards; closing it again does nothing."""
         self._handle.close()
 
     def __enter__(self) -> 'Model':
@@ -424,10 +424,10 @@ class Model:
 def learn(source: Any, *, words: bool = False, order: Optional[int] = None, coding: str = 'difference') -> Model:
     """Learns a source and returns the model.
 
-    `source`: a str is a text; a path is a file or a folder of files (texts, MIDI, kern, numbers, told by their content); bytes are
-    the content of a file; integers are a series of numbers. An iterable of these is learned one after the other.
-    `words`: texts are learned word by word. `order`: the longest phrase, in items; the default quotes little of the source.
-    `coding`: of numbers, what is learned: 'difference', 'difference2', 'difference3' or 'plain' for the numbers themselves."""
+    `source`: a str is a text; a path is a file or a folder of files (texts, MIDI, kern, numbers, detected by content); bytes are the
+    content of a file; integers are a series of numbers. The members of an iterable of these are learned one after the other.
+    `words`: learn texts word by word. `order`: the longest phrase, in items; the default quotes little of the source.
+    `coding`: what is learned of numbers: 'difference', 'difference2', 'difference3', or 'plain' for the numbers themselves."""
     sources = list(sources_of(source))
     if not sources:
         raise InputError('nothing to learn')
@@ -472,7 +472,7 @@ def _prepare(handle: Handle, kind: str, order: Optional[int], is_long: bool, cod
 
 
 def _prepare_music(handle: Handle, order: int) -> None:
-    """Again before each file, since a track that is left out may leave the settings changed."""
+    """Called before each file, since a feed may leave the settings changed."""
     handle.call('setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT')
     handle.call('setGlobalMaxPhraseLengthForUpdateWithSequence', order)
     handle.call('setGlobalMidiNoteOnQuantization', _GRID)

@@ -1,4 +1,4 @@
-"""What can be learned: texts, numbers and music, from paths, strings, bytes and sequences."""
+"""Sources of learning: texts, numbers and music, from paths, strings, bytes and sequences."""
 import os
 import pathlib
 import re
@@ -13,7 +13,7 @@ _SUFFIXES = ('.txt', '.mid', '.midi', '.krn')
 
 
 class Source(NamedTuple):
-    """One thing to learn. `kind` is text, numbers, midi or kern; `content` a str, an array of integers, or the bytes of a file."""
+    """One input. `kind` is text, numbers, midi or kern; `content` is a str, an array of integers, or the bytes of a file."""
 
     kind: str
     content: Any
@@ -21,8 +21,8 @@ class Source(NamedTuple):
 
 
 def sources_of(given: Any) -> Iterator[Source]:
-    """A str is a text; a path a file, or a folder of files; bytes are the content of a file; integers are a series of numbers. Of
-    an iterable of these each is one source."""
+    """A str is a text; a path is a file or a folder of files; bytes are the content of a file; integers are a series of numbers. Each
+    member of an iterable of these is a source."""
     if isinstance(given, str):
         yield Source('text', given, 'text')
     elif isinstance(given, (bytes, bytearray, memoryview)):
@@ -36,7 +36,7 @@ def sources_of(given: Any) -> Iterator[Source]:
 
 
 def numbers_of(numbers: Iterable[Any]) -> 'array[int]':
-    """Integers of 32 bits; numpy's arrays are copied as a whole."""
+    """An array of 32-bit integers; a numpy array is copied as a whole."""
     if hasattr(numbers, 'dtype'):
         kind, size = getattr(numbers, 'dtype').kind, getattr(numbers, 'ndim')
         if kind not in 'iu' or size != 1:

@@ -1,4 +1,4 @@
-"""What follows a context, and how sentences begin in what was learned."""
+"""The successors of a context, and the beginnings of learned sentences."""
 import ctypes
 from typing import Dict, List, Optional, Tuple
 
@@ -8,7 +8,7 @@ _MOST_KEPT = 20000
 
 
 def successors(handle: Handle, context: Tuple[int, ...], dimension: int = 1) -> Optional[List[Tuple[Tuple[int, ...], int, int]]]:
-    """What follows a stored context; None for one that was not learned."""
+    """The successors of a context of stored items; None if the context was not learned."""
     capacity = 256
     while True:
         items, counts, starts = (ctypes.c_int * (capacity * dimension))(), (ctypes.c_int * capacity)(), (ctypes.c_int * capacity)()
@@ -22,7 +22,7 @@ def successors(handle: Handle, context: Tuple[int, ...], dimension: int = 1) -> 
 
 
 class SentenceStarts:
-    """The letters that go on from the beginning of a sentence, with how many learned sentences go on so."""
+    """The letters that follow a beginning of sentences, with the number of learned sentences that begin so."""
 
     def __init__(self, handle: Handle, phrase_limit: int) -> None:
         self._handle, self._phrase_limit = handle, phrase_limit
@@ -38,7 +38,7 @@ class SentenceStarts:
 
     def _count(self, beginning: Tuple[int, ...]) -> Optional[List[Tuple[int, int]]]:
         if beginning and len(beginning) + 2 > self._phrase_limit:
-            return None  # what stands before it is not known together with what follows
+            return None  # a phrase must have room for the letters before and after the beginning
         while True:
             items, counts = (ctypes.c_int * self._capacity)(), (ctypes.c_int * self._capacity)()
             found = self._handle.call_zq('readSentenceStarts', ints(beginning), len(beginning), self._capacity, items, counts)

@@ -1,20 +1,20 @@
-"""What goes wrong, as exceptions."""
+"""The exceptions of the library."""
 
 
 class ZmatrixError(Exception):
-    """The library refused something or failed; the text says what, in the library's own words where it has any."""
+    """The library refused a call or failed. The text has the library's message, if there is one."""
 
 
 class InputError(ZmatrixError, ValueError):
-    """An input that can't be read, or that holds nothing to learn or to continue."""
+    """An input can't be read, or has nothing to learn or to continue."""
 
 
 class DamagedError(InputError):
-    """A file of a model that is damaged."""
+    """The file of a model is damaged."""
 
 
 class LimitError(ZmatrixError, MemoryError):
-    """Memory, or what a matrix has room for, is exhausted."""
+    """Memory is exhausted, or the matrix is full."""
 
 
 class ClosedError(ZmatrixError, ValueError):
@@ -22,4 +22,4 @@ class ClosedError(ZmatrixError, ValueError):
 
 
 class InUseError(ZmatrixError, RuntimeError):
-    """Another thread is using the model, or a later continuation has taken its place."""
+    """Another thread is using the model, or a later continuation replaced this one."""

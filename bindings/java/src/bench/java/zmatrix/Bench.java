@@ -7,12 +7,12 @@ import java.nio.file.Path;
 import java.util.stream.IntStream;
 
 /**
- * Speed from Java: items a second, and what learning a text costs beside the command. Times are those of the processor, with what
- * Java's compiler takes, since other programs on the machine would change those of the clock.
+ * Measures generation from Java in items per second, and the time of learning a text beside the command. Processor time is measured,
+ * including that of Java's compiler, since elapsed time depends on other programs.
  */
 final class Bench {
     private static final int COUNT = 400_000;
-    private static final double CLOCK_TICKS = 100; // a second, in /proc
+    private static final double CLOCK_TICKS = 100; // per second, in /proc
 
     private Bench() {}
 
@@ -21,13 +21,13 @@ final class Bench {
         return system.getProcessCpuTime() / 1e9;
     }
 
-    /** What the commands that ended took. */
+    /** The processor time of child processes that ended. */
     private static double secondsOfCommands() throws IOException {
         String[] fields = Files.readString(Path.of("/proc/self/stat")).replaceAll("^.*\\) ", "").split(" ");
         return (Long.parseLong(fields[13]) + Long.parseLong(fields[14])) / CLOCK_TICKS;
     }
 
-    /** The first run has what Java's compiler takes in it. */
+    /** The first run includes the time of Java's compiler. */
     private static void rate(String what, Runnable work) {
         double first = run(work);
         double best = Math.max(Math.max(run(work), run(work)), run(work));
@@ -40,7 +40,7 @@ final class Bench {
         return COUNT / (seconds() - begin);
     }
 
-    /** The best of three in turn, since the machine may be busy. */
+    /** The best of three runs in turn, since the machine may be busy. */
     private static void compareLearning(Path text, String command) throws IOException, InterruptedException {
         Path folder = Files.createTempDirectory("zmatrix");
         double own = Double.POSITIVE_INFINITY;

@@ -1,13 +1,13 @@
 package zmatrix;
 
-/** What of a series of integers is learned. */
+/** What is learned of a series of integers. */
 public enum Coding {
     /** The numbers themselves. */
     PLAIN,
-    /** The steps from one number to the next. */
+    /** The differences between successive numbers. */
     DIFFERENCE,
-    /** The steps of the steps. */
+    /** The second differences. */
     DIFFERENCE2,
-    /** The steps of those. */
+    /** The third differences. */
     DIFFERENCE3
 }

@@ -2,7 +2,7 @@ package zmatrix;
 
 import java.util.List;
 
-/** What a continuation starts from: the items of a text or a series, or notes of four integers each. */
+/** The start of a continuation: the items of a text or a series, or notes of four integers each. */
 record Context(int[] items, int width) {
     private static final int NOTE = 4;
 
@@ -38,7 +38,7 @@ record Context(int[] items, int width) {
         return items.length == 0;
     }
 
-    /** The items for a sub-matrix whose items have so many coordinates. */
+    /** The items with as many coordinates as those of a sub-matrix. */
     int[] flat(int dimension) {
         if (width == 1) {
             return items;

@@ -10,15 +10,14 @@ import java.util.stream.Stream;
 import java.util.stream.StreamSupport;
 
 /**
- * What a model goes on with, read as it is asked for. A later continuation of the model, or learning, ends it with an
- * {@link InUseException}.
+ * An iterator that generates items. After a later continuation of the model, or learning, it throws an {@link InUseException}.
  *
  * @param <T> {@link Token}, {@link Value} or {@link Note}
  */
 public final class Continuation<T> implements Iterator<T> {
-    private static final int PIECE = 256; // items read ahead
+    private static final int PIECE = 256; // items per library call of an iterator
 
-    /** Makes an item of one that was read. */
+    /** Makes the result of an item that was read. */
     interface Maker<T> {
         T make(Reading reading, int at);
     }
@@ -57,9 +56,9 @@ public final class Continuation<T> implements Iterator<T> {
     }
 
     /**
-     * The items as a stream, one after the other.
+     * The items as a sequential stream.
      *
-     * @return the stream, which takes them from here
+     * @return the stream; it consumes the items of this iterator
      */
     public Stream<T> stream() {
         return StreamSupport.stream(Spliterators.spliteratorUnknownSize(this, Spliterator.ORDERED | Spliterator.NONNULL), false);

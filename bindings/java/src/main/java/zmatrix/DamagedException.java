@@ -1,6 +1,6 @@
 package zmatrix;
 
-/** A file of a model that is damaged. */
+/** The file of a model is damaged. */
 public class DamagedException extends InputException {
     private static final long serialVersionUID = 1;
 

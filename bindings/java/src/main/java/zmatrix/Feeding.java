@@ -10,15 +10,15 @@ import zmatrix.raw.LearningTier;
 import zmatrix.raw.Types.zq_Score;
 import zmatrix.raw.Types.zq_ScoreFeedReport;
 
-/** Sets a matrix up for a kind, and has it learn sources. */
+/** Sets up a matrix for a kind of input, and learns sources. */
 final class Feeding {
-    // Items from which on more stretches go on in more than one way, so that longer phrases quote little.
+    // Items. Longer texts get longer phrases, since more contexts have several successors.
     static final int LONG_TEXT = 256 * 1024;
-    private static final int WORD_IDS = 8; // three languages, each with its letters and its words, and room for one pair more
+    private static final int WORD_IDS = 8; // letters and words of German, English, unknown language, and one more
     private static final int LONGEST_WORD = 16;
-    private static final int GRID = 16; // music: parts of a whole note
-    private static final int MUSIC_IDS = 64; // sub-matrices, one for each meter, texture and sound
-    private static final int LAST_NUMBERS = 64; // those that a series is continued from
+    private static final int GRID = 16; // music: steps per whole note
+    private static final int MUSIC_IDS = 64; // sub-matrices; each meter, texture and sound needs one
+    private static final int LAST_NUMBERS = 64; // the last numbers of a series, the context for continuing it
 
     private final Kind kind;
     private final Handle handle;
@@ -66,7 +66,7 @@ final class Feeding {
         functions.s_applyGlobalMatrixProperties(matrix);
     }
 
-    /** Again before each file, since a track that is left out may leave the settings changed. */
+    /** Called before each file, since a feed may leave the settings changed. */
     private void prepareMusic(int order) {
         functions.s_setGlobalDefaultMatrixPropertiesForMIDIElementsTriple_NDMT(matrix);
         functions.s_setGlobalMaxPhraseLengthForUpdateWithSequence(matrix, order);
@@ -111,7 +111,7 @@ final class Feeding {
             return;
         }
         int result = Full.FUNCTIONS.zq_updateMatrixWithWordsOfLongANSISequence(handle.full(), items, items.length, null);
-        check(result == 0 ? 1 : result, source); // 0: no word in it is short enough
+        check(result == 0 ? 1 : result, source); // 0: all words are too long
     }
 
     private void learnNumbers(Source source) {

@@ -18,7 +18,7 @@ import zmatrix.raw.Types.ZQMatrix;
 import zmatrix.raw.Types.ZQMatrixMedium;
 import zmatrix.raw.Types.ZQMatrixProperties;
 
-/** A matrix of the library: its functions by tier, who may use it, and when it goes. */
+/** A matrix of the library: calls the functions of its tier, allows one thread at a time, and releases the matrix. */
 final class Handle {
     private static final Cleaner CLEANER = Cleaner.create();
 
@@ -47,7 +47,7 @@ final class Handle {
         memory = CLEANER.register(this, release(matrix));
     }
 
-    /** The matrix of a file. */
+    /** Loads a matrix from a file. */
     static Handle ofFile(String path) {
         int type = Common.s_getMatrixInfoTypeFromFile(path);
         if (type != Constants.ZQMatrixInfoTypeMedium && type != Constants.ZQMatrixInfoTypeFull) {
@@ -62,7 +62,7 @@ final class Handle {
         return new Handle(isFull ? Tier.FULL : Tier.MEDIUM, matrix);
     }
 
-    /** The matrix is of the tier whose functions these are, since both are made here alone. */
+    /** Unchecked: only this class makes handles, with a matrix and functions of the same tier. */
     @SuppressWarnings("unchecked")
     private static LearningTier<PointerType, PointerType, PointerType> untyped(LearningTier<?, ?, ?> functions) {
         return (LearningTier<PointerType, PointerType, PointerType>) functions;
@@ -78,7 +78,7 @@ final class Handle {
         };
     }
 
-    /** Does what calls the library: in one thread at a time, and not inside of itself. */
+    /** Runs work that calls the library: one thread at a time, and not recursively. */
     <T> T use(Supplier<T> work) {
         take();
         try {
@@ -119,14 +119,14 @@ final class Handle {
         }
     }
 
-    // --- what several classes need, within use()
+    // --- helpers, to be called inside use()
 
     static String lastMessage() {
         Pointer message = Common.zq_lastMessage();
         return message == null ? "" : message.getString(0, StandardCharsets.ISO_8859_1.name()).strip();
     }
 
-    /** The matrix for the functions that only the full tier has. */
+    /** The matrix, for functions that only the full tier has. */
     ZQMatrix full() {
         return (ZQMatrix) matrix;
     }
@@ -135,7 +135,7 @@ final class Handle {
         functions.s_setCurrentMatrixID(matrix, matrixId);
     }
 
-    /** Copied, since the library's structure is only lent. */
+    /** A copy, since the library's structure is only lent. */
     Settings settings(int matrixId) {
         int selected = functions.s_getCurrentMatrixID(matrix);
         select(matrixId);
@@ -159,7 +159,7 @@ final class Handle {
         return occupied;
     }
 
-    /** The root of a sub-matrix counts its items; its handle is the ID. */
+    /** The items that a sub-matrix has learned, counted by its root; the root's handle is the ID. */
     long itemsLearned(int matrixId) {
         if (matrixId > functions.s_getMatrixStackPointer(matrix)) {
             return 0;
@@ -168,7 +168,7 @@ final class Handle {
         return root == null ? 0 : functions.s_getWriteCountWithSuccessorFromElement(root);
     }
 
-    /** The integers of a new array, which is released. */
+    /** A copy of the integers of a new array, which is then released. */
     static int[] taken(Pointer array, int length) {
         if (array == null) {
             return new int[0];

@@ -1,6 +1,6 @@
 package zmatrix;
 
-/** Another thread is using the model, or a later continuation has taken the place of this one. */
+/** Another thread is using the model, or a later continuation replaced this one. */
 public class InUseException extends ZmatrixException {
     private static final long serialVersionUID = 1;
 

@@ -3,24 +3,24 @@ package zmatrix;
 import java.util.List;
 
 /**
- * What a model holds.
+ * The contents of a model.
  *
  * @param kind what it was learned from
- * @param tier of its matrix
+ * @param tier the tier of its matrix
  * @param order the longest phrase, in items
- * @param items those learned
- * @param elements the phrases that are stored
- * @param subMatrices its parts
+ * @param items the number of items learned
+ * @param elements the number of stored phrases
+ * @param subMatrices its sub-matrices
  */
 public record Info(Kind kind, Tier tier, int order, long items, long elements, List<SubMatrix> subMatrices) {
     /**
-     * A part of a model: a language of texts, the words above it, a kind of track.
+     * A sub-matrix of a model: a language of texts, the words above it, or a kind of track.
      *
-     * @param id its number in the matrix
-     * @param items those learned
-     * @param elements the phrases that are stored
+     * @param id the matrix ID
+     * @param items the number of items learned
+     * @param elements the number of stored phrases
      * @param order the longest phrase, in items
-     * @param names of what was learned
+     * @param names the names of the learned inputs
      */
     public record SubMatrix(int id, long items, long elements, int order, List<String> names) {}
 }

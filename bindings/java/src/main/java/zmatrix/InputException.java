@@ -1,6 +1,6 @@
 package zmatrix;
 
-/** An input that can't be read, that holds nothing to learn or to continue, or that is of another kind than the model. */
+/** An input can't be read, has nothing to learn or to continue, or is of another kind than the model. */
 public class InputException extends ZmatrixException {
     private static final long serialVersionUID = 1;
 

@@ -3,12 +3,12 @@ package zmatrix;
 import java.util.List;
 import java.util.Objects;
 
-/** Learns new models, with settings. Each {@code learn} makes another model. */
+/** Makes models with settings. Each {@code learn} makes a new model. */
 public final class Learner extends Learning {
     private static final int LONGEST_ORDER = 1024;
 
     private boolean byWords;
-    private int order; // 0: by what is learned
+    private int order; // 0: the default of the kind
     private Coding coding = Coding.DIFFERENCE;
 
     Learner() {}
@@ -24,7 +24,7 @@ public final class Learner extends Learning {
     }
 
     /**
-     * Sets the longest phrase; by default it is one that quotes little of the source.
+     * Sets the longest phrase; the default quotes little of the source.
      *
      * @param items 1 to 1024
      * @return this
@@ -38,7 +38,7 @@ public final class Learner extends Learning {
     }
 
     /**
-     * Sets what of numbers is learned; by default their differences.
+     * Sets what is learned of numbers; by default their differences.
      *
      * @param coding the coding
      * @return this

@@ -4,14 +4,14 @@ import java.nio.file.Path;
 import java.util.List;
 import java.util.Objects;
 
-/** What learns: a learner makes a model, a model learns on. */
+/** The learn methods that {@link Learner}, for a new model, and {@link Model}, for learning more, share. */
 public abstract sealed class Learning permits Learner, Model {
     Learning() {}
 
     abstract Model learnAll(List<Source> sources);
 
     /**
-     * Learns a file, or the files of a folder: texts, MIDI, kern, numbers, told by their content.
+     * Learns a file, or the files of a folder: texts, MIDI, kern or numbers, detected by content.
      *
      * @param path of the file or the folder
      * @return the model
@@ -41,7 +41,7 @@ public abstract sealed class Learning permits Learner, Model {
     }
 
     /**
-     * Learns what a file holds, told by its content.
+     * Learns the content of a file, whose kind is detected.
      *
      * @param content of the file
      * @return the model
@@ -51,7 +51,7 @@ public abstract sealed class Learning permits Learner, Model {
     }
 
     /**
-     * Learns several things of one kind, one after the other.
+     * Learns several inputs of one kind, one after the other.
      *
      * @param sources paths, texts, {@code byte[]} with the content of files, {@code int[]}; or Integers, which are one series
      * @return the model

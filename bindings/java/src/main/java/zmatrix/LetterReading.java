@@ -4,7 +4,7 @@ import java.util.ArrayList;
 import java.util.List;
 import zmatrix.Successors.Successor;
 
-/** Reads letters: a new sentence begins as learned ones begin. What a sequence ends with is a line feed. */
+/** Generates letters. A new sentence begins with the counts of learned beginnings; a sequence ends with a line feed. */
 final class LetterReading extends Reading {
     static final int LINE_FEED = 10;
     private static final int END = -1;
@@ -37,7 +37,7 @@ final class LetterReading extends Reading {
         return found + 1;
     }
 
-    /** Reads a letter of the beginning, or a line feed at its end; false where the ordinary choice is to go on. */
+    /** Reads the next letter of the beginning, or a line feed if the sentence ends; false if the ordinary choice continues. */
     private boolean begin() {
         List<Successor> known = starts.after(beginning);
         List<Successor> letters = known == null ? new ArrayList<>() : new ArrayList<>(known);

@@ -1,6 +1,6 @@
 package zmatrix;
 
-/** Memory, or what a matrix has room for, is exhausted. */
+/** Memory is exhausted, or the matrix is full. */
 public class LimitException extends ZmatrixException {
     private static final long serialVersionUID = 1;
 

@@ -20,20 +20,20 @@ import zmatrix.raw.Types.zq_Score;
 import zmatrix.raw.Types.zq_ScoreWriting;
 
 /**
- * What was learned. Made by {@link Zmatrix}; its memory is released by {@link #close}, or some time after the last reference to
- * it. One thread uses it at a time, another one gets an {@link InUseException}.
+ * A model, made by {@link Zmatrix}. Its memory is released by {@link #close}, or some time after the last reference to it. One thread
+ * at a time may use it; another one gets an {@link InUseException}.
  *
- * <p>A start is a text for texts and words, numbers for numbers, notes for music; an empty one begins a new sentence, goes on
- * from the end of the series learned last, or begins a new tune. A start of another kind is an {@link InputException}.
+ * <p>A start is a text for texts and words, numbers for numbers, notes for music. An empty start begins a new sentence, continues the
+ * series learned last, or begins a new tune. A start of another kind throws an {@link InputException}.
  */
 public final class Model extends Learning implements AutoCloseable {
-    private static final int BULK = 512; // items that a call reads at most: JNA copies whole arrays, and few sentences are longer
+    private static final int BULK = 512; // most items of a call: JNA copies whole arrays, and few sentences are longer
     private static final List<Integer> MUSIC_TYPES = List.of(Constants.ZQMatrixTypeMIDINoteAndQuanta,
             Constants.ZQMatrixTypeMIDITriple_NDMT, Constants.ZQMatrixTypeMIDIGMQuadruple_NDMTS);
 
     final Kind kind;
     final Handle handle;
-    Reading reading; // the one that a continuation may go on with
+    Reading reading; // the reading of the current continuation; an earlier one is refused
 
     Model(Kind kind, Handle handle) {
         this.kind = kind;
@@ -59,10 +59,10 @@ public final class Model extends Learning implements AutoCloseable {
         return this;
     }
 
-    // --- continuing
+    // --- generating
 
     /**
-     * Goes on from a text, without end.
+     * Continues a text without end.
      *
      * @param start the text
      * @return letters or words
@@ -72,10 +72,10 @@ public final class Model extends Learning implements AutoCloseable {
     }
 
     /**
-     * Goes on from a text.
+     * Continues a text.
      *
      * @param start the text
-     * @param count how many items at most
+     * @param count the largest number of items
      * @param options seed, order and method
      * @return letters or words
      */
@@ -86,7 +86,7 @@ public final class Model extends Learning implements AutoCloseable {
     }
 
     /**
-     * Goes on from numbers, without end.
+     * Continues numbers without end.
      *
      * @param start the numbers
      * @return numbers
@@ -96,10 +96,10 @@ public final class Model extends Learning implements AutoCloseable {
     }
 
     /**
-     * Goes on from numbers.
+     * Continues numbers.
      *
      * @param start the numbers
-     * @param count how many at most
+     * @param count the largest number of items
      * @param options seed, order and method
      * @return numbers
      */
@@ -108,7 +108,7 @@ public final class Model extends Learning implements AutoCloseable {
     }
 
     /**
-     * Goes on from notes, without end.
+     * Continues notes without end.
      *
      * @param start the notes
      * @return notes
@@ -118,10 +118,10 @@ public final class Model extends Learning implements AutoCloseable {
     }
 
     /**
-     * Goes on from notes.
+     * Continues notes.
      *
      * @param start the notes
-     * @param count how many at most
+     * @param count the largest number of items
      * @param options seed, order and method
      * @return notes
      */
@@ -130,12 +130,12 @@ public final class Model extends Learning implements AutoCloseable {
     }
 
     /**
-     * Goes on from a text, all at once.
+     * Continues a text, all at once.
      *
      * @param start the text
-     * @param count how many letters or words
+     * @param count the number of letters or words
      * @param options seed, order and method
-     * @return what follows the start
+     * @return the generated items
      */
     public String generate(String start, int count, Options options) {
         if (kind == Kind.WORDS) {
@@ -147,37 +147,37 @@ public final class Model extends Learning implements AutoCloseable {
     }
 
     /**
-     * Goes on from numbers, all at once.
+     * Continues numbers, all at once.
      *
      * @param start the numbers
-     * @param count how many
+     * @param count the number of items
      * @param options seed, order and method
-     * @return what follows the start
+     * @return the generated items
      */
     public int[] generate(int[] start, int count, Options options) {
         return generate(numberContext(start), count, options);
     }
 
     /**
-     * Goes on from notes, all at once.
+     * Continues notes, all at once.
      *
      * @param start the notes
-     * @param count how many
+     * @param count the number of items
      * @param options seed, order and method
-     * @return what follows the start
+     * @return the generated items
      */
     public List<Note> generate(List<Note> start, int count, Options options) {
         return continueWith(start, count, options).stream().toList();
     }
 
     /**
-     * Continues music into a MIDI file, in the learned meter, sounds and tempo.
+     * Writes generated music to a MIDI file, in the learned meter, sounds and tempo.
      *
      * @param path of the file, which is replaced
-     * @param start the notes that it goes on from
-     * @param count how many notes
+     * @param start the notes to continue
+     * @param count the number of notes
      * @param options seed and method
-     * @return how many notes the file has
+     * @return the number of notes in the file
      */
     public int writeMidi(Path path, List<Note> start, int count, Options options) {
         Context context = noteContext(start);
@@ -268,60 +268,60 @@ public final class Model extends Learning implements AutoCloseable {
     // --- measuring
 
     /**
-     * How probable it is that the model makes just this text.
+     * The probability that the model generates exactly this text.
      *
      * @param text the text
-     * @return 0 where an item never followed what is before it
+     * @return 0 if an item never followed its context
      */
     public double probability(String text) {
         return Math.pow(2, -measure(textContext(text)).bits());
     }
 
     /**
-     * How probable it is that the model makes just these numbers.
+     * The probability that the model generates exactly these numbers.
      *
      * @param numbers the numbers
-     * @return 0 where one never followed what is before it
+     * @return 0 if one never followed its context
      */
     public double probability(int... numbers) {
         return Math.pow(2, -measure(numberContext(numbers)).bits());
     }
 
     /**
-     * How probable it is that the model makes just these notes.
+     * The probability that the model generates exactly these notes.
      *
      * @param notes the notes
-     * @return 0 where one never followed what is before it
+     * @return 0 if one never followed its context
      */
     public double probability(List<Note> notes) {
         return Math.pow(2, -measure(noteContext(notes)).bits());
     }
 
     /**
-     * The bits of information that an item of the text is to the model, on average.
+     * The average information of an item of the text.
      *
      * @param text the text
-     * @return infinite where an item never followed what is before it
+     * @return bits; infinite if an item never followed its context
      */
     public double surprise(String text) {
         return measure(textContext(text)).average();
     }
 
     /**
-     * The bits of information that a number of these is to the model, on average.
+     * The average information of a number.
      *
      * @param numbers the numbers
-     * @return infinite where one never followed what is before it
+     * @return bits; infinite if one never followed its context
      */
     public double surprise(int... numbers) {
         return measure(numberContext(numbers)).average();
     }
 
     /**
-     * The bits of information that a note of these is to the model, on average.
+     * The average information of a note.
      *
      * @param notes the notes
-     * @return infinite where one never followed what is before it
+     * @return bits; infinite if one never followed its context
      */
     public double surprise(List<Note> notes) {
         return measure(noteContext(notes)).average();
@@ -334,10 +334,10 @@ public final class Model extends Learning implements AutoCloseable {
         });
     }
 
-    // --- what it holds
+    // --- contents
 
     /**
-     * The kind of what it holds.
+     * The kind of the model.
      *
      * @return the kind
      */
@@ -346,9 +346,9 @@ public final class Model extends Learning implements AutoCloseable {
     }
 
     /**
-     * The items learned.
+     * The number of items learned.
      *
-     * @return how many letters, words, numbers or notes
+     * @return the number of letters, words, numbers or notes
      */
     public long size() {
         return handle.use(this::items);
@@ -363,9 +363,9 @@ public final class Model extends Learning implements AutoCloseable {
     }
 
     /**
-     * What the model holds, and how it is made up.
+     * The contents of the model and of its sub-matrices.
      *
-     * @return a copy of what is so now
+     * @return the current state, as a copy
      */
     public Info info() {
         return handle.use(() -> {
@@ -389,10 +389,10 @@ public final class Model extends Learning implements AutoCloseable {
         return "Model of " + kind + (handle.isOpen() ? "" : ", closed");
     }
 
-    // --- files, end
+    // --- files, closing
 
     /**
-     * Puts the model into a file, in place of what was there, or leaves that as it was.
+     * Saves the model to a file. An existing file is replaced as a whole; if saving fails, it is unchanged.
      *
      * @param path of the file
      */
@@ -432,7 +432,7 @@ public final class Model extends Learning implements AutoCloseable {
         return types.removeAll(MUSIC_TYPES) ? Kind.MUSIC : Kind.NUMBERS;
     }
 
-    /** Releases the model's memory; it can't be used any more. Closing again does nothing. */
+    /** Releases the model's memory. The model can't be used afterwards; closing it again does nothing. */
     @Override
     public void close() {
         handle.close();

@@ -6,7 +6,7 @@ import java.util.concurrent.ThreadLocalRandom;
 import zmatrix.raw.Constants;
 import zmatrix.raw.LearningTier;
 
-/** Finds the sub-matrix that knows a start best, and sets it to go on from there. */
+/** Chooses the sub-matrix that knows a start best, and sets its context. */
 final class Navigation {
     private final Kind kind;
     private final Handle handle;
@@ -20,7 +20,7 @@ final class Navigation {
         matrix = handle.matrix;
     }
 
-    /** The sub-matrix that knows the longest ending of a start; of equals the one that learned most. */
+    /** The sub-matrix that knows the longest ending of a start; ties go to the one that learned most. */
     int choose(Context context) {
         int chosen = -1;
         long best = -1;
@@ -52,7 +52,7 @@ final class Navigation {
         };
     }
 
-    /** Sets the context, and says how many items of its ending are known. */
+    /** Sets the context and returns the length of its known ending in items. */
     int goTo(int matrixId, Context context) {
         handle.select(matrixId);
         Handle.Settings settings = handle.settings(matrixId);
@@ -89,7 +89,7 @@ final class Navigation {
         return new Reading(handle, readId, items, options.order(), differences(settings));
     }
 
-    /** How many more original items than preprocessed ones a context needs. */
+    /** How many fewer preprocessed items than original ones a context has. */
     private int differences(Handle.Settings settings) {
         return switch (kind) {
             case NUMBERS -> settings.preProcessing();

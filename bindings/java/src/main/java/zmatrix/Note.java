@@ -10,7 +10,7 @@ package zmatrix;
  * @param probability with which it was chosen
  */
 public record Note(int pitch, double start, double duration, int sound, double probability) {
-    static final int QUARTER = 3072; // quanta of the library in a quarter note
+    static final int QUARTER = 3072; // quanta per quarter note
 
     static Note of(Reading reading, int index) {
         int at = index * reading.dimension;

@@ -5,19 +5,19 @@ import java.util.Objects;
 /**
  * How a model is continued.
  *
- * @param seed the same seed gives the same items; null for any
- * @param order at most so many items of context decide; null for all that are known
+ * @param seed the same seed gives the same items; null for a random one
+ * @param order the largest number of context items to use; null for all known ones
  * @param method how the next item is chosen
  */
 public record Options(Long seed, Integer order, SuccessorMethod method) {
-    /** Any seed, all known context, by what was counted. */
+    /** A random seed, all known context, items drawn by their counts. */
     public static final Options DEFAULTS = new Options(null, null, SuccessorMethod.RANDOM);
 
     /**
-     * Options of all three.
+     * Options with all three values.
      *
-     * @param seed the same seed gives the same items; null for any
-     * @param order at least 1; null for all that are known
+     * @param seed the same seed gives the same items; null for a random one
+     * @param order at least 1; null for all known context items
      * @param method how the next item is chosen
      */
     public Options {
@@ -38,9 +38,9 @@ public record Options(Long seed, Integer order, SuccessorMethod method) {
     }
 
     /**
-     * These with an order.
+     * These options with another order.
      *
-     * @param order at most so many items of context decide
+     * @param order the largest number of context items to use
      * @return the options
      */
     public Options withOrder(int order) {
@@ -48,7 +48,7 @@ public record Options(Long seed, Integer order, SuccessorMethod method) {
     }
 
     /**
-     * These with a method.
+     * These options with another method.
      *
      * @param method how the next item is chosen
      * @return the options

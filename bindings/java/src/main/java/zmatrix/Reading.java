@@ -2,7 +2,7 @@ package zmatrix;
 
 import java.util.Arrays;
 
-/** Reads a sub-matrix on from its context, in pieces that a single call reads. */
+/** Generates from a sub-matrix in pieces, one library call per piece. */
 class Reading {
     private static final int MOST_FAILURES = 1000; // ends of sequences in a row, with no item between
 
@@ -18,9 +18,9 @@ class Reading {
     private int failures;
 
     /**
-     * @param context for an order: what stands before the first item
-     * @param order items of the context that count; null for all that are known
-     * @param differences how many more original items than preprocessed ones an order needs
+     * @param context the items before the first one; used only with an order
+     * @param order the number of context items to use; null for all known ones
+     * @param differences how many more original items than preprocessed ones a context needs
      */
     Reading(Handle handle, int matrixId, int[] context, Integer order, int differences) {
         this.handle = handle;
@@ -37,7 +37,7 @@ class Reading {
         context = Arrays.copyOfRange(items, Math.max(0, items.length - kept), items.length);
     }
 
-    /** Reads up to {@code count} items into the arrays and says how many, fewer behind the end of a sequence; -1 for no more. */
+    /** Reads up to {@code count} items into the arrays and returns their number, fewer if a sequence ends; -1 if there are no more. */
     final int next(int count) {
         if (failures >= MOST_FAILURES) {
             return -1;

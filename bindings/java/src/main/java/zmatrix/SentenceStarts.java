@@ -6,7 +6,7 @@ import java.util.List;
 import java.util.Map;
 import zmatrix.Successors.Successor;
 
-/** The letters that go on from the beginning of a sentence, with how many learned sentences go on so. */
+/** The letters that follow a beginning of sentences, with the number of learned sentences that begin so. */
 final class SentenceStarts {
     private static final int MOST_KEPT = 20000;
 
@@ -19,7 +19,7 @@ final class SentenceStarts {
         this.phraseLimit = phraseLimit;
     }
 
-    /** Null where what stands before a beginning is not known together with what follows. */
+    /** Null if a phrase has no room for the letters before and after the beginning. */
     List<Successor> after(List<Integer> beginning) {
         if (!known.containsKey(beginning)) {
             if (known.size() >= MOST_KEPT) {

@@ -8,12 +8,12 @@ import java.util.List;
 import java.util.Locale;
 import java.util.stream.Stream;
 
-/** One thing to learn: the items of a text or of a series of numbers, or the bytes of a file of music. */
+/** One input: the items of a text or of a series of numbers, or the bytes of a file of music. */
 record Source(Form form, int[] items, byte[] bytes, String name) {
     enum Form { TEXT, NUMBERS, MIDI, KERN }
 
     private static final List<String> SUFFIXES = List.of(".txt", ".mid", ".midi", ".krn");
-    private static final int KERN_HEAD = 65536; // bytes in which a kern file says that it is one
+    private static final int KERN_HEAD = 65536; // bytes that are searched for the line with **kern
 
     Kind kind() {
         return switch (form) {
@@ -36,7 +36,7 @@ record Source(Form form, int[] items, byte[] bytes, String name) {
         return true;
     }
 
-    /** A text, a path, the bytes of a file, numbers, or several of these. */
+    /** The sources in a text, a path, the bytes of a file, numbers, or several of these. */
     static List<Source> allOf(Object given) {
         List<Source> sources = new ArrayList<>();
         add(given, sources);

@@ -2,13 +2,13 @@ package zmatrix;
 
 import zmatrix.raw.Constants;
 
-/** How one of the items that have followed is chosen. */
+/** How the next item is chosen. */
 public enum SuccessorMethod {
-    /** Drawn by what was counted. */
+    /** Drawn by the counts. */
     RANDOM(Constants.ZQSuccessorMethodRandom),
     /** The most frequent. */
     BEST(Constants.ZQSuccessorMethodMostProbable),
-    /** The middle one of the choice. */
+    /** The middle one of the candidates. */
     MIDDLE(Constants.ZQSuccessorMethodMiddle);
 
     final int number;

@@ -2,7 +2,7 @@ package zmatrix;
 
 import java.util.List;
 
-/** What follows a stored context, item after item, with how often it was counted. */
+/** The successors of a context of stored items, with their counts. */
 record Successors(int[] items, int[] counts, int number) {
     private static final int USUAL = 256;
 
@@ -13,12 +13,12 @@ record Successors(int[] items, int[] counts, int number) {
         }
     }
 
-    /** A function that fills arrays with room for {@code capacity} items and says how many there are, below 0 for none stored. */
+    /** A function that fills arrays of {@code capacity} items and returns the number of all successors, below 0 for an unknown context. */
     interface Reader {
         int read(int capacity, int[] items, int[] counts);
     }
 
-    /** Null for a context that was not learned. */
+    /** Null if the context was not learned. */
     static Successors read(int dimension, Reader reader) {
         int capacity = USUAL;
         while (true) {

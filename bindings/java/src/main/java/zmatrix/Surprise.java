@@ -4,7 +4,7 @@ import com.sun.jna.Pointer;
 import java.util.Arrays;
 import zmatrix.raw.Full;
 
-/** The bits of information that a sequence is to a model: infinite where an item never followed what is before it. */
+/** The information of a sequence in bits: infinite if an item never followed its context. */
 record Surprise(double bits, int items) {
     double average() {
         return items == 0 ? 0 : bits / items;
@@ -30,7 +30,7 @@ record Surprise(double bits, int items) {
         return new Surprise(bits, stored.length / dimension);
     }
 
-    /** The words of a text as symbols; -1 for each that is unknown. */
+    /** The words of a text as symbols, -1 for an unknown word. */
     private static int[] symbols(Handle handle, int matrixId, Context context) {
         handle.select(matrixId);
         int[] items = context.items();
@@ -55,7 +55,7 @@ record Surprise(double bits, int items) {
                 length), length[0]);
     }
 
-    /** The share of an item in what follows the longest ending of a context that anything follows. */
+    /** The share of an item among the successors of the longest known ending of a context. */
     private static double share(Handle handle, int[] context, int[] item) {
         for (int begin = 0; begin <= context.length; begin += item.length) {
             Successors found = Successors.of(handle, Arrays.copyOfRange(context, begin, context.length), item.length);

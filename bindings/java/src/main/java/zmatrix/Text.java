@@ -9,11 +9,11 @@ import java.util.HashMap;
 import java.util.Map;
 
 /**
- * Characters and items. An item is the byte that a character has in Windows-1252, where the library's rules for sentences are at
- * home, and the code point of every other character.
+ * Characters and items. The item of a character is its byte in Windows-1252, for which the library's rules for sentences are made,
+ * or its code point if Windows-1252 lacks it.
  */
 final class Text {
-    private static final int DISPLACED = 0xDC00; // what a control character whose byte Windows-1252 gives to another has more
+    private static final int DISPLACED = 0xDC00; // added to a control character whose byte has another meaning in Windows-1252
     private static final int REPLACEMENT = 0xFFFD;
     private static final char MARK = '\uFEFF';
     private static final Map<Integer, Integer> ITEM_OF = new HashMap<>();
@@ -37,7 +37,7 @@ final class Text {
         CHARACTER_OF.put(item, character);
     }
 
-    /** The items of a text; half a surrogate pair becomes U+FFFD. */
+    /** The items of a text; an unpaired surrogate becomes U+FFFD. */
     static int[] itemsOf(CharSequence text) {
         return text.codePoints().map(Text::itemOf).toArray();
     }
@@ -53,7 +53,7 @@ final class Text {
         return mayBeByte ? ITEM_OF.getOrDefault(character, character) : character;
     }
 
-    /** The character of an item; U+FFFD for one that stands for none. */
+    /** The character of an item; U+FFFD if it has none. */
     static int characterOf(int item) {
         if (item >= 0 && item < 0x80) {
             return item;
@@ -76,7 +76,7 @@ final class Text {
         return new String(bytes, 0, length, StandardCharsets.ISO_8859_1);
     }
 
-    /** UTF-16 by its mark, UTF-8 if all of it is, else Windows-1252. */
+    /** Decodes UTF-16 if there is a byte order mark, UTF-8 if all bytes are valid, else Windows-1252. */
     static String decode(byte[] bytes) {
         int first = bytes.length < 2 ? 0 : (bytes[0] & 0xff) << 8 | bytes[1] & 0xff;
         if (first == 0xFEFF || first == 0xFFFE) {
@@ -92,7 +92,7 @@ final class Text {
         }
     }
 
-    /** The numbers of a file that holds integers between spaces, commas or semicolons, and nothing else; else null. */
+    /** The numbers of a file that has only integers, separated by white space, commas or semicolons; else null. */
     static int[] numbersOf(byte[] bytes) {
         int[] numbers = new int[16];
         int count = 0;

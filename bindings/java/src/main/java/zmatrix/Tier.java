@@ -1,9 +1,9 @@
 package zmatrix;
 
-/** How much the matrix of a model can do. */
+/** The tier of a model's matrix. */
 public enum Tier {
-    /** Learns and continues sequences. */
+    /** Learns sequences. */
     MEDIUM,
-    /** Learns and continues words above letters too. */
+    /** Also learns words above letters. */
     FULL
 }

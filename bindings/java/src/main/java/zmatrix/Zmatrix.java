@@ -4,7 +4,7 @@ import java.nio.file.Path;
 import zmatrix.raw.Common;
 
 /**
- * Learns texts, music and series of integers, and continues them.
+ * Learns texts, music and series of integers, and generates continuations.
  *
  * <pre>{@code
  * try (Model model = Zmatrix.learn(Path.of("novel.txt"))) {
@@ -16,7 +16,7 @@ public final class Zmatrix {
     private Zmatrix() {}
 
     /**
-     * Learns a file, or the files of a folder: texts, MIDI, kern, numbers, told by their content.
+     * Learns a file, or the files of a folder: texts, MIDI, kern or numbers, detected by content.
      *
      * @param path of the file or the folder
      * @return the model
@@ -46,7 +46,7 @@ public final class Zmatrix {
     }
 
     /**
-     * Learns what a file holds, told by its content.
+     * Learns the content of a file, whose kind is detected.
      *
      * @param content of the file
      * @return the model
@@ -56,7 +56,7 @@ public final class Zmatrix {
     }
 
     /**
-     * Learns several things of one kind, one after the other.
+     * Learns several inputs of one kind, one after the other.
      *
      * @param sources paths, texts, {@code byte[]} with the content of files, {@code int[]}; or Integers, which are one series
      * @return the model
@@ -66,16 +66,16 @@ public final class Zmatrix {
     }
 
     /**
-     * Learns in another way than by default.
+     * Makes a learner, for settings other than the defaults.
      *
-     * @return what takes the settings, then learns
+     * @return the learner
      */
     public static Learner learner() {
         return new Learner();
     }
 
     /**
-     * Loads a model; one whose file is damaged is a {@link DamagedException}.
+     * Loads a model. A damaged file throws a {@link DamagedException}.
      *
      * @param path of a file that {@link Model#save} or the command wrote
      * @return the model
@@ -85,7 +85,7 @@ public final class Zmatrix {
     }
 
     /**
-     * Loads what is left of a model in a damaged file.
+     * Loads the undamaged part of a model.
      *
      * @param path of the file
      * @return the model

@@ -1,6 +1,6 @@
 package zmatrix;
 
-/** The library refused something or failed; the text says what, in the library's own words where it has any. */
+/** The library refused a call or failed. The text has the library's message, if there is one. */
 public class ZmatrixException extends RuntimeException {
     private static final long serialVersionUID = 1;
 

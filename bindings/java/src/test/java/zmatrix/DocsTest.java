@@ -20,7 +20,7 @@ import javax.tools.ToolProvider;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.io.TempDir;
 
-/** The code of docs/java.md compiles and runs, in the order of the page, and prints what the page says. */
+/** Compiles and runs the code of docs/java.md in order and compares the output with the page. */
 class DocsTest {
     private static final String SEPARATOR = "\f\n";
 

@@ -2,7 +2,7 @@ package zmatrix;
 
 import java.nio.file.Path;
 
-/** What the tests learn, from the folder that scripts/java makes. */
+/** The sample files, in the folder that scripts/java makes. */
 final class Examples {
     static final Path FOLDER = Path.of("examples");
 

@@ -26,7 +26,7 @@ class ModelTest {
     @TempDir
     Path folder;
 
-    /** A row of the table that the tests of all languages read. */
+    /** A row of seeds.json, which the tests of all languages read. */
     static class Row {
         String name;
         List<String> files;

@@ -20,7 +20,7 @@ import org.junit.jupiter.api.io.TempDir;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.MethodSource;
 
-/** What is wrong is an exception; nothing crashes, and nothing leaks. */
+/** Wrong use raises exceptions; nothing crashes or leaks. */
 class RefusalTest {
     @TempDir
     Path folder;
@@ -152,7 +152,7 @@ class RefusalTest {
         }
     }
 
-    /** What the process holds once the models without a reference are gone, which takes a while. */
+    /** The memory of the process after models without references have been released, which takes a while. */
     private static long resident() throws Exception {
         System.gc();
         long least = Long.MAX_VALUE;

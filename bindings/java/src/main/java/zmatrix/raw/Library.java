@@ -8,13 +8,13 @@ import java.io.File;
 import java.io.IOException;
 import java.util.Map;
 
-/** Finds and loads the shared library: the one in the jar, or the one that ZMATRIX_LIBRARY names. */
+/** Loads the shared library: the one in the jar, or the one that the environment variable ZMATRIX_LIBRARY names. */
 final class Library {
     private static final String PATH = pathOfLibrary();
 
     private Library() {}
 
-    /** Binds the native methods of a class to the functions of their names with {@code suffix} at the end. */
+    /** Binds each native method of a class to the function of its name followed by {@code suffix}. */
     static void bind(Class<?> functions, String suffix) {
         FunctionMapper name = (library, method) -> method.getName() + suffix;
         Map<String, Object> options = Map.of(com.sun.jna.Library.OPTION_FUNCTION_MAPPER, name,
@@ -28,7 +28,7 @@ final class Library {
         return named != null ? named : extract("/" + Platform.RESOURCE_PREFIX + "/libzmatrix.so");
     }
 
-    /** The loader wants a file: a copy that ends with the process. */
+    /** The loader needs a file, so the library is copied to a temporary one that is deleted with the process. */
     private static String extract(String resource) {
         try {
             File copy = Native.extractFromResourcePath(resource, Library.class.getClassLoader());

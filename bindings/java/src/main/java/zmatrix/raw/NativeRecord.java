@@ -6,7 +6,7 @@ import com.sun.jna.PointerType;
 import java.nio.charset.StandardCharsets;
 import java.util.function.Supplier;
 
-/** A structure of the library, by its place in memory. */
+/** A structure of the library, by its address. */
 public abstract class NativeRecord extends PointerType {
     NativeRecord() {}
 

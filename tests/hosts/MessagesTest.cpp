@@ -9,9 +9,9 @@ namespace {
 
 const std::string command = "'" ZMATRIX_COMMAND "' ";
 
-class TalkTest : public ProgramTest {
+class MessagesTest : public ProgramTest {
  protected:
-  TalkTest() {
+  MessagesTest() {
     writeFile("small.txt", "The boat is in. The rope is wet, and the sail is down. The man is on the quay. It is late.");
   }
 
@@ -22,7 +22,7 @@ class TalkTest : public ProgramTest {
   }
 };
 
-TEST_F(TalkTest, ReportsWrongArgumentsInOneLine) {
+TEST_F(MessagesTest, ReportsWrongArgumentsInOneLine) {
   expectCodes("faults_of_arguments.txt");
   const RunResult empty = zmatrix("continue small.txt --start= --count 20");
   EXPECT_EQ(empty.output, zmatrix("continue small.txt --start '' --count 20").output);
@@ -30,7 +30,7 @@ TEST_F(TalkTest, ReportsWrongArgumentsInOneLine) {
   EXPECT_EQ(zmatrix("help learn").output, zmatrix("learn --help").output);
 }
 
-TEST_F(TalkTest, DrawsProgressOnlyWithoutOutputOnTheTerminal) {
+TEST_F(MessagesTest, DrawsProgressOnlyWithoutOutputOnTheTerminal) {
   if (run("command -v script").exitCode != 0) GTEST_SKIP() << "script(1) is missing";
   const std::string line = "continue small.txt --count 40 ";
   for (const std::string rest : {"", "| cat", "--out /dev/stdout", "--quiet --out result", "--debug 1 --out result"}) {
@@ -45,7 +45,7 @@ TEST_F(TalkTest, DrawsProgressOnlyWithoutOutputOnTheTerminal) {
             std::string::npos);
 }
 
-TEST_F(TalkTest, ReportsClosedOutputsAndDanglingLinks) {
+TEST_F(MessagesTest, ReportsClosedOutputsAndDanglingLinks) {
   for (const std::string line : {"continue small.txt", "--help", "--version", "check small.txt", "learn small.txt -o -"}) {
     expectMessage(line + " >&-", 4, "cannot write standard output: it is closed");
   }
@@ -59,7 +59,7 @@ TEST_F(TalkTest, ReportsClosedOutputsAndDanglingLinks) {
   run("ln -s nowhere link");
   for (const std::string line : {"continue link", "info link", "learn small.txt -o link", "continue small.txt -o link"}) {
     const int exitCode = line.find("-o") == std::string::npos ? 3 : 4;
-    expectMessage(line, exitCode, "it is a symbolic link to nowhere, which is not there");
+    expectMessage(line, exitCode, "it is a symbolic link to nowhere, which does not exist");
   }
   EXPECT_NE(run("test -e nowhere").exitCode, 0);
 }
@@ -72,7 +72,7 @@ std::set<std::string> optionsIn(const std::string& help) {
   return names;
 }
 
-TEST_F(TalkTest, ManualAndCompletionsHaveAllOptionsOfTheHelp) {
+TEST_F(MessagesTest, ManualAndCompletionsHaveAllOptionsOfTheHelp) {
   std::string help = zmatrix("--help").output;
   for (const char* verb : {"continue", "learn", "generate", "info", "check", "inspect", "convert", "numbers"}) {
     help += zmatrix(std::string(verb) + " --help").output;

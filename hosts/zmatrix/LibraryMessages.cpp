@@ -1,4 +1,4 @@
-#include "Overheard.h"
+#include "LibraryMessages.h"
 
 #include <zmatrix/zq.h>
 
@@ -6,7 +6,7 @@
 #include <cctype>
 #include <new>
 
-#include "Talk.h"
+#include "Messages.h"
 
 namespace {
 
@@ -25,27 +25,27 @@ std::string shapeOf(const std::string& message) {
 
 }  // namespace
 
-Overheard::Overheard(bool wanted) : listens_(wanted) {
-  if (listens_) zq_setMessageFunction(hear, this);
+LibraryMessages::LibraryMessages(bool wanted) : listens_(wanted) {
+  if (listens_) zq_setMessageFunction(receive, this);
 }
 
-void Overheard::end() {
+void LibraryMessages::end() {
   if (listens_) zq_setMessageFunction(nullptr, nullptr);
   listens_ = false;
 }
 
-// Called from inside the library, so nothing may be thrown: a message that there is no memory for is lost.
-void Overheard::hear(int, const char* text, void* overheard) {
+// The library's callback, so nothing may be thrown. A message is dropped if memory runs out.
+void LibraryMessages::receive(int, const char* text, void* libraryMessages) {
   try {
     std::string message = text;
     message.erase(message.find_last_not_of("\r\n") + 1);
     std::replace(message.begin(), message.end(), '\n', ' ');
-    static_cast<Overheard*>(overheard)->keep(message);
+    static_cast<LibraryMessages*>(libraryMessages)->keep(message);
   } catch (const std::bad_alloc&) {
   }
 }
 
-void Overheard::keep(const std::string& message) {
+void LibraryMessages::keep(const std::string& message) {
   if (message.empty()) return;
   const std::string shape = shapeOf(message);
   auto kind = std::find_if(kinds_.begin(), kinds_.end(), [&](const Kind& known) { return known.shape == shape; });
@@ -55,11 +55,11 @@ void Overheard::keep(const std::string& message) {
   if (kind->first.size() < mostOfAKind) kind->first.push_back(message);
 }
 
-void Overheard::tell() const {
+void LibraryMessages::print() const {
   if (!isVerbose()) return;
   for (const Kind& kind : kinds_) {
     for (const std::string& message : kind.first) say("library: " + message);
     const long long more = kind.count - static_cast<long long>(kind.first.size());
-    if (more > 0) say("(and " + std::to_string(more) + " more like it)");
+    if (more > 0) say("(and " + std::to_string(more) + " similar messages)");
   }
 }

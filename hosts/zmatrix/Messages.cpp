@@ -1,19 +1,19 @@
-#include "Talk.h"
+#include "Messages.h"
 
 #include <cstdio>
 
 #include "Progress.h"
 
 namespace {
-Talkativeness talkativeness = Talkativeness::usual;
+Verbosity verbosity = Verbosity::usual;
 }  // namespace
 
-void setTalkativeness(Talkativeness wanted) {
-  talkativeness = wanted;
+void setVerbosity(Verbosity wanted) {
+  verbosity = wanted;
 }
 
 bool isVerbose() {
-  return talkativeness == Talkativeness::verbose;
+  return verbosity == Verbosity::verbose;
 }
 
 void say(const std::string& text) {
@@ -22,7 +22,7 @@ void say(const std::string& text) {
 }
 
 void note(const std::string& text) {
-  if (talkativeness != Talkativeness::quiet) say(text);
+  if (verbosity != Verbosity::quiet) say(text);
 }
 
 void warn(const std::string& text) {
