@@ -32,13 +32,18 @@ void registerKern(const std::string& folder);
 /// A block filled to its cap.
 void registerCapacity();
 
+/// False once a measurement has been reported whose answers were wrong; the program then fails.
+inline bool allAnswersAreRight = true;
+
 /// Reports a measurement as the row's result; a wrong answer makes the row fail.
 inline void report(benchmark::State& state, const Measurement& measured, double seconds) {
   state.SetIterationTime(seconds > 0 ? seconds : 1e-9);
   const auto operations = static_cast<double>(measured.operations > 0 ? measured.operations : 1);
   state.counters["ns"] = seconds * 1e9 / operations;
   state.counters["operations"] = operations;
-  if (!measured.isRight) state.SkipWithError("the answers are wrong");
+  if (measured.isRight) return;
+  allAnswersAreRight = false;
+  state.SkipWithError("the answers are wrong");
 }
 
 }  // namespace bench

@@ -60,6 +60,7 @@ Measurement writeWide(int numberOfCoordinates) {
 Measurement learnLetters(int numberOfLetters) {
   std::mt19937 random(6);
   std::vector<int> letters;
+  letters.reserve(static_cast<size_t>(numberOfLetters));
   for (int i = 0; i < numberOfLetters; i++) letters.push_back('a' + static_cast<int>(random() % 26u));
   constexpr int phraseLimit = 8;
   Measurement measured;

@@ -47,7 +47,8 @@ class Chain {
       ++next_[""][word];
       if (!last.empty()) ++next_[last][word];
       if (!lastTwo.empty()) ++next_[lastTwo][word];
-      lastTwo = last.empty() ? "" : last + " " + word;
+      lastTwo.clear();
+      if (!last.empty()) lastTwo.append(last).append(" ").append(word);
       last = word;
     }
     return true;
@@ -103,7 +104,7 @@ Measurement learnOnce(const Words& input) {
 }
 
 template <class Learner>
-void registerRow(const std::shared_ptr<const Words>& input, size_t size, const std::string& name) {
+void registerRow(const std::shared_ptr<const Words>& input, const std::string& sizes, const std::string& name) {
   const auto run = [input](benchmark::State& state) {
     const Runs expected = measureInChild([&] { return learnOnce<Chain>(*input); }).tally;
     for (auto _ : state) {
@@ -114,7 +115,7 @@ void registerRow(const std::shared_ptr<const Words>& input, size_t size, const s
       state.counters["distinct"] = static_cast<double>(expected.distinct);
     }
   };
-  const std::string row = "words/size:" + std::to_string(size) + "/" + name;
+  const std::string row = "words/" + sizes + "/" + name;
   benchmark::RegisterBenchmark(row.c_str(), run)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 }
 
@@ -122,8 +123,9 @@ void registerRow(const std::shared_ptr<const Words>& input, size_t size, const s
 
 void registerWords(const std::string& text) {
   const auto input = std::make_shared<const Words>(wordsOf(text));
-  registerRow<WordMatrix>(input, text.size(), "zmatrix_full");
-  registerRow<Chain>(input, text.size(), "chain");
+  const std::string sizes = "limit:" + std::to_string(longestRun) + "/size:" + std::to_string(text.size() / 1000);
+  registerRow<WordMatrix>(input, sizes, "zmatrix_full");
+  registerRow<Chain>(input, sizes, "chain");
 }
 
 }  // namespace bench

@@ -1,5 +1,5 @@
 // zmatrix_bench [--text FILE] [--midi FOLDER] [--kern FOLDER] [--cap] [options of Google Benchmark]: without a text the two short
-// example texts are learned; --cap also fills a block to its cap.
+// example texts are learned; --cap also fills a block to its cap. Fails if an answer is wrong or no benchmark was run.
 #include <cstdio>
 #include <cstring>
 
@@ -12,7 +12,7 @@ namespace {
 std::string takeArgument(const char* option, int& argc, char** argv) {
   for (int i = 1; i + 1 < argc; i++) {
     if (strcmp(argv[i], option) != 0) continue;
-    const std::string value = argv[i + 1];
+    std::string value = argv[i + 1];
     for (int k = i; k + 2 <= argc; k++) argv[k] = argv[k + 2];  // including the null at the end
     argc -= 2;
     return value;
@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
   bench::registerKern(kernFolder);
   bench::registerNumbers();
   if (fillsToCap) bench::registerCapacity();
-  benchmark::RunSpecifiedBenchmarks();
+  const size_t benchmarksRun = benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
-  return 0;
+  return benchmarksRun > 0 && bench::allAnswersAreRight ? 0 : 1;
 }

@@ -32,6 +32,7 @@ columns = {
     "learn": [("first", "ns"), ("again", "again_ns")],
     "triples": [("first", "ns"), ("again", "again_ns")],
     "undetermined": [("first", "ns"), ("kept", "kept_percent")],
+    "words": [("word", "ns"), ("MB", "megabytes")],
     "generate": [("item", "ns")],
     "peers": [("ms", "ms"), ("peak MB", "peak_MB"), ("item", "item_ns")],
     "random": [("write", "ns"), ("read", "read_ns"), ("delete", "delete_ns")],
@@ -52,13 +53,13 @@ columns = {
     "kern_learn": [("note", "ns"), ("phrase", "phrase_ns")],
     "cap": [("write", "ns"), ("elements", "elements")],
 }
-bases = ("character_chain", "absl", "unordered_map", "literal_search", "counting_pass", "primesieve", "upper_bound")
+bases = ("character_chain", "absl", "unordered_map", "chain", "literal_search", "counting_pass", "primesieve", "upper_bound")
 print("ns an operation (of files: MB a second); in brackets the ratio to absl::flat_hash_map, or to std::unordered_map where absl is")
 print("not installed, in the same run; B = bytes resident a distinct phrase, of files: bytes an element. Undetermined: ns a phrase, and the")
 print("percentage of the distinct phrases that are kept; B as if all were. Sizes in thousands of bytes (text), items (triples) or")
 print("vectors (random), coordinates (wide), letters, numbers (primes, rank, ocron) or notes (midi, kern; 0: the files of a folder;")
 print("kern_tokens: spines), where the ratio is to a pass over the bytes that counts notes or tokens. Peers: a text to 10,000 items, beside")
-print("a chain of characters of one fixed order; of the chain of words an item is a word.")
+print("a chain of characters of one fixed order; of the chain of words an item is a word. Words: the ratio is to a chain of words.")
 print()
 print("| work | phrase limit | size | what | figures | B |")
 print("|---|---|---|---|---|---|")

@@ -1,7 +1,9 @@
 # Warnings and sanitizers, asked for by the presets and never handed on to a user's own targets.
 add_library(zmatrix_options INTERFACE)
 if(ZMATRIX_WARNINGS)
-  target_compile_options(zmatrix_options INTERFACE -Wall -Wextra -Wshadow -Wformat=2)
+  target_compile_options(zmatrix_options INTERFACE -Wall -Wextra -Wshadow -Wformat=2 -Wconversion)
+  # In C++ only clang counts a change of sign among the conversions.
+  target_compile_options(zmatrix_options INTERFACE -Wno-sign-conversion)
 endif()
 if(ZMATRIX_WARNINGS_AS_ERRORS)
   target_compile_options(zmatrix_options INTERFACE -Werror)

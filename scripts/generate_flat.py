@@ -3,14 +3,13 @@
 
     scripts/generate_flat.py                writes the files below
     scripts/generate_flat.py --check        writes nothing; exits 1 if a file is not what the list gives
-    scripts/generate_flat.py --names FILE   writes all names of the boundary to FILE, for the test that looks them up
 
 The list lies in src/flat/list, one file per subsystem. A line that begins at the margin is one of
 
     # comment
     == Subject                               a heading in the header
-    include CAPABILITY FILE                  a header that the forwarders of this list file need
-    KIND CAPABILITY RESULT NAME (ARGUMENTS) [= METHOD] [else VALUE]
+    include FILE                             a header that the forwarders of this list file need
+    KIND RESULT NAME (ARGUMENTS) [= METHOD] [else VALUE]
 
 and is followed, for a row, by its documentation, indented by four. KIND says which functions the row stands for:
 
@@ -34,7 +33,6 @@ target, one for each tier.
 stands for the getter and setter of a setting of the current sub-matrix and of the same setting in both blocks of the header,
 `settings basic` and `settings symbol` for the place of these. Its documentation is "what it is: its values" and "set: what the
 setter does". GETTER and SETTER are the names in the record's functions, where they are spelled otherwise.
-A row whose capability isn't in the file `landed` is listed for the completeness test, but nothing is written for it.
 
 The extension functions zq_NAME of zmatrix/zq.h have lists of their own in list/extensions, in the same form, for their functions
 and, in types.list, for their plain structures and enumerations, which become zmatrix/zq_types.h:
@@ -51,7 +49,6 @@ that begin with @ below the documentation, which go into no header:
 
 A pointer of which nothing says these is refused.
 """
-import pathlib
 import sys
 
 from flat import api, c_files, java_files, js_files, python_files, settings_files
@@ -84,13 +81,9 @@ FILES = {
 
 def main():
     check = sys.argv[1:] == ['--check']
-    names = sys.argv[2] if len(sys.argv) == 3 and sys.argv[1] == '--names' else None
-    if sys.argv[1:] and not check and not names:
+    if sys.argv[1:] and not check:
         sys.exit(__doc__)
     flat, differing = FlatList(), []
-    if names:
-        pathlib.Path(names).write_text(c_files.listed_names(flat))
-        return
     for name, write in FILES.items():
         path, text = ROOT / name, write(flat)
         if path.exists() and path.read_text() == text:

@@ -45,6 +45,19 @@ want_build_tools() {
   want_file /usr/include/nlohmann/json.hpp nlohmann-json3-dev
 }
 
+want_tests() { want_file /usr/include/gtest/gtest.h libgtest-dev; }
+
+# Google Benchmark, and the libraries that zmatrix is measured beside.
+want_benchmarks() {
+  want_file /usr/include/benchmark/benchmark.h libbenchmark-dev
+  want_file /usr/include/absl/container/flat_hash_map.h libabsl-dev
+  want_file /usr/include/sparsehash/dense_hash_map libsparsehash-dev
+  want_file /usr/include/datrie/trie.h libdatrie-dev
+  want_file /usr/include/primesieve.h libprimesieve-dev
+  want_file /usr/include/smf.h libsmf-dev
+  want_command pkg-config pkg-config
+}
+
 # Installs the missing packages; uses sudo if there are any and the user is not root.
 install_missing() {
   [[ ${#missing_packages[@]} -gt 0 ]] || return 0
@@ -70,21 +83,24 @@ install_if_offered() {
   missing_packages=()
 }
 
-# build_preset PRESET [CMAKE OPTION...]: configures and builds into build/PRESET.
-build_preset() {
+# configure_preset PRESET [CMAKE OPTION...]: configures build/PRESET.
+configure_preset() {
   local preset=$1
   shift
   local generator=()
   [[ -e $project/build/$preset/CMakeCache.txt ]] || generator=(-G Ninja)
-  (cd "$project" && quietly cmake --preset "$preset" "${generator[@]}" "$@" && cmake --build "build/$preset" --parallel "$jobs")
+  (cd "$project" && quietly cmake --preset "$preset" "${generator[@]}" "$@")
+}
+
+# build_preset PRESET [CMAKE OPTION...]: configures and builds into build/PRESET.
+build_preset() {
+  configure_preset "$@" && cmake --build "$project/build/$1" --parallel "$jobs"
 }
 
 # build_shared_library FILE: builds the shared library for release, and writes it to FILE without debug symbols.
 build_shared_library() {
   say "building the shared library"
-  if [[ ! -e $project/build/release/CMakeCache.txt ]]; then
-    (cd "$project" && quietly cmake --preset release -G Ninja -DZMATRIX_BUILD_COMMAND=OFF)
-  fi
+  [[ -e $project/build/release/CMakeCache.txt ]] || configure_preset release -DZMATRIX_BUILD_COMMAND=OFF
   (cd "$project" && quietly cmake --build build/release --parallel "$jobs" --target zmatrix)
   mkdir -p "$(dirname "$1")"
   strip --strip-unneeded -o "$1" "$project/build/release/src/libzmatrix.so"

@@ -53,7 +53,7 @@ Json testedStatistics(Matrix& matrix, int id) {
 }
 
 // The matrix to test, and the members of the report that say where it comes from.
-struct Tested {
+struct Tested {  // NOLINT(bugprone-exception-escape): the destructor of Json allocates memory
   std::unique_ptr<Matrix> matrix;
   std::unique_ptr<Material> material;
   Json origin;

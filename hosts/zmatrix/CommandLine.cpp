@@ -81,7 +81,7 @@ std::string faultBehindVerb(const CLI::App& verb, const std::string& given) {
 
 // CLI11's messages begin with the option's name.
 std::string faultOfValue(const CLI::ParseError& error) {
-  const std::string text = error.what();
+  std::string text = error.what();
   const std::string required = " is required";
   if (const std::size_t at = text.find(required); at != std::string::npos) return text.substr(0, at) + " is missing";
   if (error.get_name() == "ArgumentMismatch" && text.find(" missing") != std::string::npos) {

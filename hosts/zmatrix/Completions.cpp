@@ -25,6 +25,7 @@ std::string quoted(const std::string& text) {
 
 std::vector<std::string> namesOfVerbs(const std::vector<VerbRow>& verbs) {
   std::vector<std::string> names;
+  names.reserve(verbs.size());
   for (const VerbRow& verb : verbs) names.push_back(verb.name);
   return names;
 }
@@ -62,20 +63,22 @@ std::string bashBranch(const VerbRow& verb) {
 
 // ---- zsh
 
-// One specification for _arguments per spelling of an option; a spelling that is given excludes the others.
-std::string zshOption(const OptionRow& option) {
+// The specification for _arguments of one spelling of an option; the spelling excludes the others once it is given.
+std::string zshSpelling(const OptionRow& option, const std::string& name) {
   const std::string description = "[" + escaped(briefOf(option.description), "[]\\:") + "]";
   const std::string values = !option.choices.empty() ? "(" + listOf(option.choices, " ") + ")"
                              : option.takesFile      ? "_files"
                                                      : " ";
   const std::string value = option.argument.empty() ? "" : ":" + escaped(option.argument, ":") + ":" + values;
   const std::string others = option.isRepeatable ? "*" : "(" + listOf(option.names, " ") + ")";
-  std::string specs;
-  for (const std::string& name : option.names) {
-    const std::string joint = option.argument.empty() ? "" : name.rfind("--", 0) == 0 ? "=" : "+";
-    specs += " \\\n        " + quoted(others + name + joint + description + value);
-  }
-  return specs;
+  const std::string joint = option.argument.empty() ? "" : name.rfind("--", 0) == 0 ? "=" : "+";
+  return others + name + joint + description + value;
+}
+
+std::string zshOption(const OptionRow& option) {
+  std::string spellings;
+  for (const std::string& name : option.names) spellings += " \\\n        " + quoted(zshSpelling(option, name));
+  return spellings;
 }
 
 std::string zshArguments(const VerbRow& verb) {

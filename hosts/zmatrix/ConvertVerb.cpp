@@ -47,7 +47,7 @@ std::string convertByClassicRules(const InputFile& input) {
   if (!convertClassically(input.path, file.path())) {
     throw Failure{ExitCode::limit, "cannot convert " + input.name + ": out of memory"};
   }
-  const std::string bytes = file.bytes();
+  std::string bytes = file.bytes();
   if (bytes.empty()) throw Failure{ExitCode::badInput, input.name + " has no notes (see `zmatrix inspect`)"};
   return bytes;
 }

@@ -62,7 +62,7 @@ std::vector<fs::path> filesBelow(const fs::path& folder, std::optional<Kind> as)
 }
 
 std::vector<fs::path> filesOfFolder(const fs::path& folder, bool recursive, std::optional<Kind> as) {
-  const std::vector<fs::path> files =
+  std::vector<fs::path> files =
       recursive ? filesBelow<fs::recursive_directory_iterator>(folder, as) : filesBelow<fs::directory_iterator>(folder, as);
   if (files.empty()) {
     cannotRead(folder, "no " + soughtSuffixes(as) + " file in it" +
@@ -134,7 +134,7 @@ std::string readFile(const std::string& path) {
 bool isMatrixFile(const std::string& path) {
   std::error_code error;
   if (!fs::is_regular_file(path, error)) return false;
-  const std::string type("zmatrix", 8);
+  const std::string type("zmatrix\0", 8);
   std::string start(type.size(), ' ');
   const Stream file(std::fopen(path.c_str(), "rb"), std::fclose);
   return file && std::fread(start.data(), 1, start.size(), file.get()) == start.size() && start == type;

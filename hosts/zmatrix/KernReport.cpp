@@ -136,14 +136,13 @@ std::string tableOf(Json full) {
 
 // Where and why the reading stopped.
 std::string stopOf(const zq_KernReport& report) {
-  for (int at = 0; at < report.numberOfFindings; ++at) {
-    const zq_KernFinding& finding = report.findings[at];
-    if (finding.stopsRead == 0) continue;
-    const std::string column = finding.column > 0 ? ", column " + std::to_string(finding.column) : "";
-    const std::string token = *finding.token != '\0' ? " (" + std::string(finding.token).substr(0, 40) + ")" : "";
-    return "line " + std::to_string(finding.line) + column + ": " + finding.text + token;
-  }
-  return states[std::clamp(report.state, 0, 3)];
+  const zq_KernFinding* const end = report.findings + report.numberOfFindings;
+  const auto* const finding =
+      std::find_if(report.findings, end, [](const zq_KernFinding& candidate) { return candidate.stopsRead != 0; });
+  if (finding == end) return states[std::clamp(report.state, 0, 3)];
+  const std::string column = finding->column > 0 ? ", column " + std::to_string(finding->column) : "";
+  const std::string token = *finding->token != '\0' ? " (" + std::string(finding->token).substr(0, 40) + ")" : "";
+  return "line " + std::to_string(finding->line) + column + ": " + finding->text + token;
 }
 
 // The departures from the score with the lines of the first few, then the tracks that are not learned.

@@ -144,7 +144,7 @@ std::string MusicContinuation::description() const {
 std::string MusicContinuation::classicMidi(int count) {
   const ScratchFile file;
   const bool isWritten = matrix_.writeMusic(count, file.path());
-  const std::string bytes = file.bytes();
+  std::string bytes = file.bytes();
   if (!isWritten || bytes.empty()) throw Failure{ExitCode::limit, "the notes could not be written: out of memory"};
   return bytes;
 }

@@ -17,10 +17,11 @@ CLI::Validator oneOf(const std::vector<std::string>& names);
 template <class Value>
 CLI::Validator oneOf(const std::map<std::string, Value>& values) {
   std::vector<std::string> names;
+  names.reserve(values.size());
   for (const auto& [name, value] : values) names.push_back(name);
   const CLI::Validator isName = oneOf(names);
   return {[values, isName](std::string& text) {
-            const std::string fault = isName(text);
+            std::string fault = isName(text);
             if (fault.empty()) text = std::to_string(static_cast<int>(values.at(text)));
             return fault;
           },

@@ -82,7 +82,7 @@ std::string keep(const std::string& argument, const std::string& path, int descr
 
 std::string reopenable(const std::string& argument, std::uintmax_t limit) {
   static std::map<std::string, std::string> paths;
-  const std::string path = argument == "-" ? "/dev/stdin" : argument;
+  std::string path = argument == "-" ? "/dev/stdin" : argument;
   if (const auto known = paths.find(path); known != paths.end()) return known->second;
   const int descriptor = descriptorNamed(path);
   struct stat status;

@@ -20,7 +20,7 @@ std::vector<int> TextSource::next() {
     if (copies_ != nullptr) copies_->breakOff();
     return lineEnd();
   }
-  const std::vector<int> characters = charactersOf(*item);
+  std::vector<int> characters = charactersOf(*item);
   if (copies_ != nullptr) copies_->follow(lengthOfContext, *item, static_cast<int>(characters.size()));
   return characters;
 }

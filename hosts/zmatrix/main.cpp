@@ -50,6 +50,8 @@ void run(int argumentCount, char** arguments) {
 
 }  // namespace
 
+// Any other exception is a fault of the program and ends it.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argumentCount, char** arguments) {
   fillClosedStandardStreams();
   try {

@@ -1,4 +1,4 @@
-"""What the list gives in C and C++: headers, forwarders, facade, export map, names for the tests."""
+"""What the list gives in C and C++: headers, forwarders, facade, export map."""
 import re
 
 from .rows import EXTENSIONS, GENERATED, LIST, OPAQUE, ROOT, TIERS, name_of
@@ -62,7 +62,7 @@ def header(flat):
     text += '/// What a host has called while long operations run. The record lives until the call ends.\n'
     text += 'typedef void (*matrixProgressCallBackFunction)(progressCallBackData_tag* data);\n\n'
     text += '#if defined(__GNUC__)\n#pragma GCC visibility push(default)\n#endif\n'
-    return text + prototypes(row for row in flat.rows if flat.has_landed(row)) + HEADER_END
+    return text + prototypes(flat.rows) + HEADER_END
 
 
 def extension_types(_):
@@ -99,19 +99,18 @@ def tier_forwarders(flat, tier):
     names = TIERS[tier]
     text = FORWARDERS.format(generated=GENERATED, about=f"The {names['name']} tier's functions of the boundary, a line each.",
                              includes=f"#include \"flat/ZQGuarded.h\"\n#include \"{names['header']}\"\n")
-    for function in flat.landed_functions():
+    for function in flat.functions:
         if function.tier == tier:
             text += f'{function.prototype(empty="")} {function.body()}\n'
     return text + FORWARDERS_END
 
 
 def object_forwarders(flat):
-    includes = {path for capability, path in flat.includes if capability in flat.landed}
-    includes = sorted(includes | {'flat/ZQGuarded.h', 'symbols/ZQMatrix.h'})
+    includes = sorted(set(flat.includes) | {'flat/ZQGuarded.h', 'symbols/ZQMatrix.h'})
     text = FORWARDERS.format(generated=GENERATED,
                              about='The functions of the boundary on other objects and on none, a line each.',
                              includes=''.join(f'#include "{path}"\n' for path in includes))
-    for function in flat.landed_functions():
+    for function in flat.functions:
         if function.tier is not None or function.row.by_hand():
             continue
         text += f'{function.prototype(empty="")} {function.body()}\n'
@@ -119,7 +118,7 @@ def object_forwarders(flat):
 
 
 def extension_forwarders(flat):
-    includes = sorted({path for _, path in flat.extension_includes} | {'flat/ZQGuarded.h'})
+    includes = sorted(set(flat.extension_includes) | {'flat/ZQGuarded.h'})
     text = FORWARDERS.format(generated=GENERATED, about='The extension functions, a line each.',
                              includes=''.join(f'#include "{path}"\n' for path in includes))
     text += ''.join(f'{function.prototype(empty="")} {function.body()}\n' for function in flat.extensions)
@@ -167,8 +166,6 @@ class BBMatrix {
 
 '''
     for function, statements in flat.facade:
-        if not flat.has_landed(function.row):
-            continue
         arguments = ', '.join(function.arguments[1:])
         names = ', '.join(['matrix'] + [name_of(argument) for argument in function.row.arguments])
         name = function.name[2:]
@@ -189,15 +186,3 @@ def export_map(flat):
     major, minor = (re.search(rf'ZMATRIX_VERSION_{part} (\d+)', version).group(1) for part in ('MAJOR', 'MINOR'))
     return (f'# {GENERATED}\n# What the shared library shows. The names carry the version that its file name carries.\n'
             f'ZMATRIX_{major}.{minor} {{\n  global:\n{names}  local:\n    *;\n}};\n')
-
-
-def listed_names(flat):
-    text = f'// {GENERATED}\n// LISTED_NAME(exported name, capability, 1 if it has landed): all names of the boundary.\n'
-    text += '// LISTED_METHOD(method of BBMatrix, capability, 1 if it has landed)\n// clang-format off\n'
-    for function in flat.functions:
-        text += f'LISTED_NAME({function.name}, "{function.row.capability}", {int(flat.has_landed(function.row))})\n'
-    for function in flat.extensions:
-        text += f'LISTED_NAME({function.name}, "{function.row.capability}", 1)\n'
-    for function, _ in flat.facade:
-        text += f'LISTED_METHOD({function.name[2:]}, "{function.row.capability}", {int(flat.has_landed(function.row))})\n'
-    return text + '#undef LISTED_NAME\n#undef LISTED_METHOD\n'

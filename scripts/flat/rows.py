@@ -67,13 +67,13 @@ class Row:
 
     MOST_DOCUMENTATION = 6
 
-    PATTERN = re.compile(r'(\S+)\s+(\S+)\s+(\S.*?)\s+(\w+) \((.*?)\)(?:\s*=\s*(.+?))?(?:\s+else\s+(\S+))?$')
+    PATTERN = re.compile(r'(\S+)\s+(\S.*?)\s+(\w+) \((.*?)\)(?:\s*=\s*(.+?))?(?:\s+else\s+(\S+))?$')
 
     def __init__(self, line, subject, where):
         match = self.PATTERN.match(line)
         if not match:
             sys.exit(f'{where}: no row: {line}')
-        kind, self.capability, self.result, self.name, arguments, self.method, self.failure = match.groups()
+        kind, self.result, self.name, arguments, self.method, self.failure = match.groups()
         kind, _, self.target = kind.partition('.')
         self.is_of_each_tier, self.target = self.target.endswith('*'), self.target.rstrip('*')
         self.kind, _, self.object = kind.partition(':')
@@ -178,8 +178,8 @@ class Setting:
 
     def pair(self, getter_kind, setter_kind, getter, setter, argument, methods, subject, getter_documentation,
              setter_documentation):
-        lines = (f'{getter_kind} settings int get{getter} () = {methods[0]}',
-                 f'{setter_kind} settings void set{setter} (int {with_small_letter(argument)}) = {methods[1]}')
+        lines = (f'{getter_kind} int get{getter} () = {methods[0]}',
+                 f'{setter_kind} void set{setter} (int {with_small_letter(argument)}) = {methods[1]}')
         rows = [Row(line, subject, self.where) for line in lines]
         rows[0].documentation, rows[1].documentation = getter_documentation, setter_documentation
         return rows
@@ -200,7 +200,6 @@ class SettingsOfBlock:
 
 class FlatList:
     def __init__(self):
-        self.landed = {line.split()[0] for line in (LIST / 'landed').read_text().splitlines() if line and line[0] != '#'}
         self.rows, self.includes = [], []
         for subsystem in SUBSYSTEMS:
             self.read(LIST / f'{subsystem}.list')
@@ -236,7 +235,7 @@ class FlatList:
             elif line.startswith('== '):
                 subject = line[3:]
             elif line.startswith('include '):
-                self.includes.append(line.split()[1:])
+                self.includes.append(line.split()[1])
             elif line.startswith('setting '):
                 self.rows.append(Setting(line, subject, where))
             elif line.startswith('settings '):
@@ -261,30 +260,8 @@ class FlatList:
                 rows.append(entry)
         return rows
 
-    def has_landed(self, row):
-        return row.capability in self.landed
-
-    def landed_functions(self):
-        return [function for function in self.functions if self.has_landed(function.row)]
-
     def exported_functions(self):
-        return self.landed_functions() + self.extensions
-
-    def families(self):
-        """Name of each family with the groups that it counts in."""
-        tiers, groups = {}, {}
-        for row in self.rows:
-            if row.kind[0] in TIERS and row.kind != 'BB':
-                # What only elements and records have is no family of the matrix.
-                if not row.object or 'M' in row.kind:
-                    tiers.setdefault(row.name, set()).update(row.kind)
-                if row.object:
-                    groups.setdefault(row.name, set()).add(row.object)
-            elif row.kind in OBJECTS:
-                groups.setdefault(row.name, set()).add(row.kind)
-        for name, letters in tiers.items():
-            groups.setdefault(name, set()).add(''.join(letter for letter in 'FMB' if letter in letters))
-        return groups
+        return self.functions + self.extensions
 
     def check_names(self):
         names = [function.name for function in self.functions + self.extensions]

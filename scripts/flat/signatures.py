@@ -61,7 +61,7 @@ class Signatures:
     """Reads the rows of the list."""
 
     def __init__(self, flat, types):
-        self.rows = [row for row in flat.rows if flat.has_landed(row)] + flat.extension_rows
+        self.rows = flat.rows + flat.extension_rows
         self.types = {entry.name: entry for entry in types}
         self.objects = {name for name, _ in OPAQUE}
         self.refused = []

@@ -53,6 +53,7 @@ class DegenerationText {
   static constexpr int mostCharacters = 1023;
 
   void append(std::string_view text) {
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse): characters are learned as signed values
     for (const char character : text) integers_[length_++] = static_cast<signed char>(character);
   }
 

@@ -38,7 +38,7 @@ std::string withLinksFollowed(const char* path) {
   for (int i = 0; std::filesystem::is_symlink(name, error); ++i) {
     const std::string next = std::filesystem::read_symlink(name, error).string();
     if (error || i == mostLinksFollowed) return "";
-    name = !next.empty() && next[0] == '/' ? next : folderOf(name) + next;
+    name = !next.empty() && next[0] == '/' ? next : folderOf(name).append(next);
   }
   return name;
 }

@@ -135,20 +135,21 @@ class ZQArray {
 
  private:
   static constexpr size_t firstRoom = 64;
+  static constexpr size_t sizeOfValue = sizeof(T);  // NOLINT(bugprone-sizeof-expression): a value may be a pointer
 
   static bool isZero(const T& value) noexcept {
-    static constexpr char zeros[sizeof(T)] = {};
-    return memcmp(&value, zeros, sizeof(T)) == 0;
+    static constexpr char zeros[sizeOfValue] = {};
+    return memcmp(&value, zeros, sizeOfValue) == 0;  // NOLINT(bugprone-suspicious-memory-comparison): of bytes, padding too
   }
   [[nodiscard]] bool provideZeros(size_t wanted) noexcept {
-    values_ = static_cast<T*>(systemCalloc(std::max<size_t>(wanted, 1), sizeof(T)));
+    values_ = static_cast<T*>(systemCalloc(std::max<size_t>(wanted, 1), sizeOfValue));
     if (values_ == nullptr) return false;
     numberOfValues_ = capacity_ = wanted;
     return true;
   }
   [[nodiscard]] bool setCapacity(size_t wanted) noexcept {
     if (wanted == capacity_ && values_ != nullptr) return true;
-    auto* resized = static_cast<T*>(systemRealloc(values_, bytesOf(std::max<size_t>(wanted, 1), sizeof(T))));
+    auto* resized = static_cast<T*>(systemRealloc(values_, bytesOf(std::max<size_t>(wanted, 1), sizeOfValue)));
     if (resized == nullptr) return false;
     values_ = resized;
     capacity_ = wanted;

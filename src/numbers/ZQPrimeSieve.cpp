@@ -27,7 +27,7 @@ constexpr uint32_t segmentBytes = 32768;
 /// The bit of each residue modulo 30. Residues that share a factor with 30 have no bit and are never looked up.
 constexpr auto bitOfResidue = [] {
   std::array<uint8_t, numbersPerByte> bits{};
-  for (uint8_t bit = 0; bit < residues.size(); bit++) bits[residues[bit]] = bit;
+  for (size_t bit = 0; bit < residues.size(); bit++) bits[residues[bit]] = static_cast<uint8_t>(bit);
   return bits;
 }();
 

@@ -143,7 +143,8 @@ class SuccessorChoice {
 double certainStopOf(const ZQMatrixMediumElement& element) {
   if (element.getWriteCount() == 0) return 0;
   const long long writeCount = element.getWriteCount();
-  return static_cast<double>((writeCount - element.getWriteCountWithSuccessor()) / writeCount);
+  const long long quotient = (writeCount - element.getWriteCountWithSuccessor()) / writeCount;
+  return static_cast<double>(quotient);
 }
 
 /// The length of a bar in quanta. Unlike barLengthInQuanta, it prints nothing for a time signature of 0.

@@ -95,14 +95,13 @@ void ZQMatrixFileHeader::loadUpdateInfos(ZQFileReader& file, int count) {
 }
 
 ZQMatrixBaseInfo* ZQMatrixFileHeader::getMatrixUpdateInfo(int index) {
+  const bool isAppended = index >= 0 && index < numberOfAppendedUpdates_;
   if (numberOfAppendedUpdates_ == notKnown) {
     dbPrintf(0, "_numberOfAppendedUpdates not available: readMatrixUpdateInfoUpdateInfos() must be called! %d\n",
              numberOfAppendedUpdates_);
-  } else if (index < 0 || index >= numberOfAppendedUpdates_) {
-    dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
-  } else if (matrixInfos_.data() == nullptr) {
+  } else if (isAppended && matrixInfos_.data() == nullptr) {
     dbPrintf(0, "_matrixInfos = NULL: readMatrixUpdateInfoUpdateInfos() must be called! \n");
-  } else if (index >= matrixInfos_.count()) {
+  } else if (!isAppended || index >= matrixInfos_.count()) {
     dbPrintf(0, "getMatrixUpdateInfo(index): illegal index: %d\n", index);
   } else {
     return matrixInfos_[index];

@@ -88,7 +88,7 @@ void ZQMatrixMediumInfo::addNameOfUpdateFile(const char* name) {
   if (!namesOfUpdateFiles_.resize(static_cast<long long>(length) + oldLength + 2, 0)) return;
   if (isInArray) name = namesOfUpdateFiles_.data() + offset;
   char* end = namesOfUpdateFiles_.data() + oldLength;
-  memcpy(end, name, length);
+  std::copy_n(name, length, end);
   end[length] = '\n';
 }
 

@@ -151,7 +151,8 @@ int** ZQMatrixMediumInfo::objexCopy(zmatrix::ZQKernelItems& from, int numberOfIt
   if (coordinateDimension_ < 0 || !from.provide(coordinateDimension_, zmatrix::initialKernelLength)) return nullptr;
   const size_t integers = static_cast<size_t>(itemsThere) * static_cast<size_t>(coordinateDimension_);
   const size_t sizeOfPointers = static_cast<size_t>(itemsThere) * sizeof(int*);
-  char* block = systemMallocArray<char>(static_cast<long long>(sizeOfPointers + integers * sizeof(int)));
+  const size_t sizeOfBlock = sizeOfPointers + integers * sizeof(int);
+  char* block = systemMallocArray<char>(static_cast<long long>(sizeOfBlock));
   if (block == nullptr) return nullptr;
   int** items = reinterpret_cast<int**>(block);
   int* values = reinterpret_cast<int*>(block + sizeOfPointers);

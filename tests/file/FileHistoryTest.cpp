@@ -1,4 +1,4 @@
-// The history: what a save appends, what the next one carries on, and how it is read back.
+// The history of updates: what a save appends, what later saves keep, and how it is read back.
 #include "file/MatrixUnderTest.h"
 #include "support/Account.h"
 
@@ -7,12 +7,17 @@ namespace {
 using namespace zmatrix;
 
 template <class Matrix>
-class HistoryTest : public testing::Test {
+class FileHistoryTest : public FileTest<Matrix> {
  public:
-  ~HistoryTest() override { setSearchState({}); }
+  using FileTest<Matrix>::matrix;
 
-  void save() { ASSERT_EQ(matrix->saveMatrixToDisk(path.c_str()), 1); }
-  void load() { ASSERT_EQ(matrix->readAndInitMatrixFromDisk(path.c_str(), -1), 1); }
+  void save() { ASSERT_EQ(this->saveTo(this->path, matrix), 1); }
+  void load() { ASSERT_EQ(this->loadInto(matrix, this->path), 1); }
+  void learnSaveAndLoad(const std::string& text) {
+    learnText(*matrix, text, false);
+    save();
+    load();
+  }
   int count() {
     matrix->deleteMatrixUpdateInfos();
     int result = -1;
@@ -22,17 +27,13 @@ class HistoryTest : public testing::Test {
   auto record(int index) {
     return static_cast<std::remove_pointer_t<decltype(matrix->getMatrixInfo())>*>(matrix->getMatrixUpdateInfo(index));
   }
-
-  TestFolder folder;
-  std::string path = folder.path() + "/model.zmatrix";
-  OwnedMatrix<Matrix> matrix;
 };
-TYPED_TEST_SUITE(HistoryTest, LearningTiers);
+TYPED_TEST_SUITE(FileHistoryTest, LearningTiers);
 
-TYPED_TEST(HistoryTest, GrowsByWhatChangedSinceTheLoad) {
+TYPED_TEST(FileHistoryTest, GrowsByWhatChangedSinceTheLoad) {
   learnText(*this->matrix, "the dry harbour", false);
   this->save();
-  EXPECT_EQ(this->count(), 0) << "the history shown is that of the file it was read from";
+  EXPECT_EQ(this->count(), 0) << "only a load brings a history";
   this->load();
   EXPECT_EQ(this->count(), 1);
   EXPECT_EQ(this->record(0)->getMatrixID(), 1);
@@ -42,24 +43,22 @@ TYPED_TEST(HistoryTest, GrowsByWhatChangedSinceTheLoad) {
   this->matrix->setCurrentMatrixID(1);
   this->save();
   this->load();
-  EXPECT_EQ(this->count(), 1) << "nothing new, the old record carried on";
+  EXPECT_EQ(this->count(), 1) << "no new record, the old one is kept";
   learnText(*this->matrix, "two boats", false);
   this->save();
   this->save();
   this->load();
-  EXPECT_EQ(this->count(), 2) << "a save does not extend what the next one carries on";
+  EXPECT_EQ(this->count(), 2) << "a second save must not append the new record twice";
   EXPECT_EQ(std::string(this->record(1)->getUpdateSequence(), 9), "two boats");
   EXPECT_EQ(this->matrix->getNumberOfAppendedUpdates(), 2);
-  this->matrix->setNumberOfAppendedUpdates(INT_MAX);  // as any file may say
+  this->matrix->setNumberOfAppendedUpdates(INT_MAX);  // a file may have this number
   learnText(*this->matrix, "two boats", false);
   EXPECT_EQ(this->matrix->getNumberOfAppendedUpdates(), INT_MIN);
   EXPECT_EQ(this->matrix->getMatrixFileHeader()->matrixHasBeenRead(), 1);
 }
 
-TYPED_TEST(HistoryTest, TheMessagesOfAScan) {
-  learnText(*this->matrix, "the dry harbour", false);
-  this->save();
-  this->load();
+TYPED_TEST(FileHistoryTest, ScansReportWrongNumbersAndOffsets) {
+  this->learnSaveAndLoad("the dry harbour");
   this->matrix->setNumberOfAppendedUpdates(7);
   CapturedMessages messages(1);
   Account tell([&] { return messages.take(); }, this->folder.path());
@@ -78,11 +77,9 @@ TYPED_TEST(HistoryTest, TheMessagesOfAScan) {
   tell("without a file", this->count());
 }
 
-// Left in place deliberately: the offset in the file is the one in memory when the header went out.
-TYPED_TEST(HistoryTest, ASaveWithoutHistoryKeepsTheStaleOffset) {
-  learnText(*this->matrix, "the dry harbour", false);
-  this->save();
-  this->load();
+// Deliberate: the file gets the offset that was in memory when the header was written.
+TYPED_TEST(FileHistoryTest, ASaveWithoutHistoryKeepsTheStaleOffset) {
+  this->learnSaveAndLoad("the dry harbour");
   const int offset = this->matrix->getOffsetToUpdateInfos();
   EXPECT_GT(offset, 2204);
   this->matrix->setCurrentMatrixID(1);
@@ -93,38 +90,30 @@ TYPED_TEST(HistoryTest, ASaveWithoutHistoryKeepsTheStaleOffset) {
   EXPECT_EQ(this->matrix->getOffsetToUpdateInfos(), offset);
 }
 
-// The name is the header's own text, which the file's is read over.
-TYPED_TEST(HistoryTest, AMatrixCanBeReadAgainFromWhereItCame) {
-  learnText(*this->matrix, "the dry harbour", false);
-  this->save();
-  this->load();
+// The name passed in is the header's own text, which the load overwrites.
+TYPED_TEST(FileHistoryTest, AMatrixCanBeReadAgainFromWhereItCame) {
+  this->learnSaveAndLoad("the dry harbour");
   ASSERT_EQ(this->matrix->readAndInitMatrixFromDisk(this->matrix->getMatrixOriginFilename(), -1), 1);
   EXPECT_EQ(this->matrix->getMatrixOriginFilename(), this->path);
   EXPECT_EQ(this->count(), 1);
 }
 
-// The header names the history's place by an int. Beyond it the history lies behind the elements unnamed.
-TYPED_TEST(HistoryTest, AFileTooLargeForTheOffsetKeepsItsHistory) {
-  learnText(*this->matrix, "the dry harbour", false);
-  this->save();
-  this->load();
+// The header has the offset of the history as an int. If the offset is larger, it is 0 and the history follows the elements.
+TYPED_TEST(FileHistoryTest, AFileTooLargeForTheOffsetKeepsItsHistory) {
+  this->learnSaveAndLoad("the dry harbour");
   largestOffsetToUpdateInfos = 2000;
   for (int i = 2; i < 4; ++i) {
-    learnText(*this->matrix, "two boats", false);
-    this->save();
-    this->load();
+    this->learnSaveAndLoad("two boats");
     EXPECT_EQ(this->matrix->getOffsetToUpdateInfos(), 0);
     EXPECT_EQ(this->count(), i);
   }
   largestOffsetToUpdateInfos = INT_MAX;
-  learnText(*this->matrix, "two boats", false);
-  this->save();
-  this->load();
-  EXPECT_EQ(this->count(), 4) << "carried on from such a file into one that names it";
+  this->learnSaveAndLoad("two boats");
+  EXPECT_EQ(this->count(), 4) << "kept when a later file has the offset again";
 }
 
-// A stale offset may lie anywhere: what stands there is no history, and isn't carried on as one.
-TYPED_TEST(HistoryTest, NothingBeforeTheEndOfTheElementsIsCarriedOn) {
+// A stale offset may point anywhere; what lies there is not taken for a history.
+TYPED_TEST(FileHistoryTest, NothingBeforeTheEndOfTheElementsIsKeptAsHistory) {
   learnText(*this->matrix, someText, false);
   this->save();
   std::string bytes = TestFolder::contentOf(this->path);

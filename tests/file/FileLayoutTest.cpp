@@ -1,4 +1,4 @@
-// The bytes of a matrix file against a plain list of its fields: in the present version, in older ones, and of a lower tier.
+// The bytes of matrix files compared with a plain list of their fields: the present version, older ones, and lower tiers.
 #include "file/MatrixUnderTest.h"
 #include "file/PlainMatrixFile.h"
 #include "settings/ZQMatrixFileNumbers.h"
@@ -8,11 +8,11 @@ namespace {
 using namespace zmatrix;
 
 template <class Matrix>
-class LayoutTest : public FileTest<Matrix> {};
-TYPED_TEST_SUITE(LayoutTest, Tiers);
+class FileLayoutTest : public FileTest<Matrix> {};
+TYPED_TEST_SUITE(FileLayoutTest, Tiers);
 
-// What a field holds after a file was read that is too old to have it.
-const std::map<std::string, long long>& valuesBeforeTheirTime() {
+// The values of fields that a file is too old to have.
+const std::map<std::string, long long>& valuesOfMissingFields() {
   static const std::map<std::string, long long> values = [] {
     std::map<std::string, long long> result = {{"numberOfAppendedUpdates", -1}, {"matrixInfoType", -1}, {"isOverDetermined", 1}};
     const std::pair<const char*, int> codes[] = {{"ocronType", 4},       {"ocronEndSymbol", 10},  {"ocronAlgorithm", 0},
@@ -33,7 +33,7 @@ const std::map<std::string, long long>& valuesBeforeTheirTime() {
   return values;
 }
 
-TYPED_TEST(LayoutTest, AFileComesBackByteForByte) {
+TYPED_TEST(FileLayoutTest, AFileComesBackByteForByte) {
   const plain::MatrixFile file(this->tier);
   EXPECT_EQ(file.place("updateInfoSize").offset, 2204u);
   EXPECT_EQ(file.place("global.matrixType").offset, 1356u);
@@ -42,7 +42,7 @@ TYPED_TEST(LayoutTest, AFileComesBackByteForByte) {
   expectEqualBytes(savedBytes(*this->matrix, this->folder), file.bytes());
 }
 
-TYPED_TEST(LayoutTest, OlderVersionsGetWhatTheyLack) {
+TYPED_TEST(FileLayoutTest, OlderVersionsGetDefaultsForMissingFields) {
   const plain::MatrixFile present(this->tier);
   for (const int version : {83, 88, 89, 104, 105, 111, 112, 133, 134}) {
     const plain::MatrixFile old(this->tier, version);
@@ -51,12 +51,12 @@ TYPED_TEST(LayoutTest, OlderVersionsGetWhatTheyLack) {
     ASSERT_EQ(this->load(old.bytes()), 1) << version;
     EXPECT_EQ(slotsOf(*this->matrix).size(), 8u) << version;
     const std::string saved = savedBytes(*this->matrix, this->folder);
-    std::map<std::string, long long> expected = valuesBeforeTheirTime();
+    std::map<std::string, long long> expected = valuesOfMissingFields();
     for (const plain::FieldPlace& field : old.numbers()) {
       expected[field.name] = plain::MatrixFile::numberAt(old.bytes(), field);
     }
     for (const plain::FieldPlace& field : present.numbers()) {
-      if (field.name == "namesOfUpdateFiles.flag" && version < 134) break;  // from here on the places differ
+      if (field.name == "namesOfUpdateFiles.flag" && version < 134) break;  // from here on the offsets differ
       if (field.name == "timeStamp" || field.name == "updateInfoSize") continue;
       if (field.name == "softwareVersion" || field.name == "lastSoftwareVersion") expected[field.name] = 135;
       EXPECT_EQ(plain::MatrixFile::numberAt(saved, field), expected[field.name]) << field.name << " of version " << version;
@@ -64,7 +64,7 @@ TYPED_TEST(LayoutTest, OlderVersionsGetWhatTheyLack) {
   }
 }
 
-TYPED_TEST(LayoutTest, AKernelLengthWithoutItsSequenceCountsZeros) {
+TYPED_TEST(FileLayoutTest, AKernelLengthWithoutItsSequenceCountsZeros) {
   if constexpr (learns<TypeParam>) {
     const plain::MatrixFile file(this->tier);
     const size_t flag = file.place("kernelOriginal.flag").offset;
@@ -79,7 +79,7 @@ TYPED_TEST(LayoutTest, AKernelLengthWithoutItsSequenceCountsZeros) {
   }
 }
 
-TYPED_TEST(LayoutTest, LowerTiersAreUpgradedAndHigherOnesRefused) {
+TYPED_TEST(FileLayoutTest, LowerTiersAreUpgradedAndHigherOnesRefused) {
   for (int tierOfFile = 0; tierOfFile <= 2; ++tierOfFile) {
     this->matrix.makeAnew();
     CapturedMessages messages(0);
@@ -139,30 +139,28 @@ TEST(CreatorFromFileTest, TakesItsOwnTierOnlyWhateverTheVersion) {
   EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(folder.put("short", "zmatrix").c_str()), -1);
 }
 
-TEST(FileNumbersTest, GoLittleEndianBothWaysAndSwapInPlace) {
+TEST(FileNumbersTest, AreLittleEndianAndSwapInPlace) {
   FILE* file = tmpfile();
   int16_t small = -2;
   int32_t middle = 0x01020304;
   int64_t large = 0x0102030405060708;
-  EXPECT_EQ(zmatrix::zqFwriteShort(&small, file) + zmatrix::zqFwriteLong(&middle, file) + zmatrix::zqFwriteLongLong(&large, file),
-            3u);
+  EXPECT_EQ(zqFwriteShort(&small, file) + zqFwriteLong(&middle, file) + zqFwriteLongLong(&large, file), 3u);
   rewind(file);
   char bytes[14];
   ASSERT_EQ(fread(bytes, 1, sizeof bytes, file), sizeof bytes);
   EXPECT_EQ(std::string(bytes, sizeof bytes), std::string("\xfe\xff\4\3\2\1\10\7\6\5\4\3\2\1", 14));
   rewind(file);
   small = 0, middle = 0, large = 0;
-  EXPECT_EQ(zmatrix::zqFreadShort(&small, file) + zmatrix::zqFreadLong(&middle, file) + zmatrix::zqFreadLongLong(&large, file),
-            3u);
+  EXPECT_EQ(zqFreadShort(&small, file) + zqFreadLong(&middle, file) + zqFreadLongLong(&large, file), 3u);
   EXPECT_EQ(small, -2);
   EXPECT_EQ(middle, 0x01020304);
   EXPECT_EQ(large, 0x0102030405060708);
-  EXPECT_EQ(zmatrix::zqFreadLong(&middle, file), 0u);
+  EXPECT_EQ(zqFreadLong(&middle, file), 0u);
   fclose(file);
   small = 0x0102;
-  zmatrix::zqSwapShort(&small);
-  zmatrix::zqSwapLong(&middle);
-  zmatrix::zqSwapLongLong(&large);
+  zqSwapShort(&small);
+  zqSwapLong(&middle);
+  zqSwapLongLong(&large);
   EXPECT_EQ(small, 0x0201);
   EXPECT_EQ(middle, 0x04030201);
   EXPECT_EQ(large, 0x0807060504030201);

@@ -1,8 +1,6 @@
-// Files of the three tiers, made once and kept in tests/data/matrices. Today's library reads them, writes them back byte for
-// byte, and makes the same ones anew: neither the format nor where elements are placed has changed. They hold no history and no
-// times.
-//
-// A file that is meant to change is taken anew with ZMATRIX_WRITE_GOLDEN=1 in the environment, and looked at.
+// The files of the three tiers in tests/data/matrices are read, written back byte for byte, and created anew: neither the format
+// nor the positions of elements have changed. They have no history and no time stamps. ZMATRIX_WRITE_GOLDEN=1 in the environment
+// writes them.
 #include <cstdlib>
 
 #include "file/MatrixUnderTest.h"
@@ -12,14 +10,11 @@ namespace {
 using namespace zmatrix;
 
 template <class Matrix>
-class GoldenTest : public testing::Test {
+class GoldenFilesTest : public FileTest<Matrix> {
  public:
-  static std::string path() {
-    const char* const names[] = {"base", "medium", "full"};
-    return std::string(ZMATRIX_TEST_DATA) + "/matrices/" + names[static_cast<int>(TierUnderTest<Matrix>::tier)] + ".zmatrix";
-  }
+  GoldenFilesTest() { this->path = ZMATRIX_TEST_DATA "/matrices/" + std::string(names[this->tier]) + ".zmatrix"; }
 
-  /// The matrix that the files hold.
+  /// Builds the content of the files.
   static void make(Matrix& matrix) {
     setSearchState({});
     fillAtRandom(matrix, 7, 60);
@@ -30,7 +25,7 @@ class GoldenTest : public testing::Test {
       matrix.setMaxPhraseLengthForUpdateWithSequence(4);
       learnText(matrix, "The harbour is dry for two hours. The boats lie on their sides.");
       if constexpr (std::is_same_v<Matrix, ZQMatrix>) {
-        const std::vector<int> text = codesOf("The boats lie on their sides.");
+        const Vector text = valuesOf("The boats lie on their sides.");
         matrix.setMatrixAILevel(1);
         EXPECT_EQ(matrix.updateMatrixFromBasicLevel(text.data(), static_cast<int>(text.size())), 1);
       }
@@ -39,27 +34,28 @@ class GoldenTest : public testing::Test {
     setSearchState({});
   }
 
-  TestFolder folder;
+ private:
+  static constexpr const char* names[] = {"base", "medium", "full"};
 };
-TYPED_TEST_SUITE(GoldenTest, Tiers);
+TYPED_TEST_SUITE(GoldenFilesTest, Tiers);
 
-TYPED_TEST(GoldenTest, IsReadAndWrittenBack) {
-  const std::string kept = TestFolder::contentOf(this->path());
+TYPED_TEST(GoldenFilesTest, AreReadAndWrittenBack) {
+  const std::string kept = TestFolder::contentOf(this->path);
   ASSERT_GT(kept.size(), 2204u);
-  OwnedMatrix<TypeParam> loaded;
-  ASSERT_EQ(loaded->readAndInitMatrixFromDisk(this->path().c_str(), -1), 1);
+  OwnedMatrix<TypeParam>& loaded = this->matrix;
+  ASSERT_EQ(this->loadInto(loaded, this->path), 1);
   expectEqualBytes(savedBytes(*loaded, this->folder), kept);
   OwnedMatrix<TypeParam> made;
   this->make(*made);
   EXPECT_EQ(slotsOf(*loaded), slotsOf(*made));
 }
 
-TYPED_TEST(GoldenTest, IsMadeAnew) {
+TYPED_TEST(GoldenFilesTest, AreCreatedAnew) {
   OwnedMatrix<TypeParam> made;
   this->make(*made);
   const std::string bytes = withoutTimes(savedBytes(*made, this->folder));
-  if (getenv("ZMATRIX_WRITE_GOLDEN") != nullptr) std::ofstream(this->path(), std::ios::binary) << bytes;
-  expectEqualBytes(bytes, TestFolder::contentOf(this->path()));
+  if (getenv("ZMATRIX_WRITE_GOLDEN") != nullptr) std::ofstream(this->path, std::ios::binary) << bytes;
+  expectEqualBytes(bytes, TestFolder::contentOf(this->path));
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Broken and hostile files: cut anywhere, any number changed, bits turned. A load says 1 or -1, and what is left can be used like
-// any matrix; the sanitizers watch.
+// Broken and hostile files: cut at each byte, each number changed, random bytes. A load returns 1 or -1, and afterwards the
+// matrix can be used.
 #include "file/MatrixUnderTest.h"
 #include "file/PlainMatrixFile.h"
 #include "frame/ZQMemory.h"
@@ -10,54 +10,31 @@ namespace {
 using namespace zmatrix;
 
 template <class Matrix>
-class HostileTest : public FileTest<Matrix> {
+class HostileFilesTest : public FileTest<Matrix> {
  public:
-  /// Loads into what the last load has left, and uses it; the result of the load.
+  /// Loads into the matrix of the last load, uses it, and returns the result of the load.
   int tryOut(const std::string& bytes, int matricesToUse = 2) {
     const int result = this->load(bytes);
     EXPECT_TRUE(result == 1 || result == -1);
-    EXPECT_EQ(faultsOfLinks(*this->matrix), "");
+    EXPECT_EQ(brokenInvariant(*this->matrix, false), "");
     if (matricesToUse > 0) useMatrix(*this->matrix, this->folder.path() + "/used.zmatrix", matricesToUse);
     return result;
   }
-
-  /// Each link of each element, held against what it leads to.
-  static std::string faultsOfLinks(const Matrix& matrix) {
-    const int roots = matrix.getMatrixFileHeader()->getMaxNumberOfMatrices();
-    const auto slots = slotsOf(matrix);
-    for (const auto& [position, element] : slots) {
-      const std::string where = " of " + std::to_string(position);
-      const auto at = [&slots, here = position](int offset) { return slots.find(here + offset); };
-      if (element.child != 0 && (at(element.child) == slots.end() || at(element.child)->second.parent != -element.child)) {
-        return "child" + where;
-      }
-      if (element.next != 0 && (at(element.next) == slots.end() || at(element.next)->second.previous != -element.next)) {
-        return "next" + where;
-      }
-      if (position < roots) continue;
-      if (element.parent == 0 || at(element.parent) == slots.end()) return "parent" + where;
-      int steps = 0;
-      long long up = position;
-      while (up >= roots && ++steps <= static_cast<int>(slots.size())) up += slots.at(static_cast<int>(up)).parent;
-      if (up >= roots) return "circle" + where;
-    }
-    return "";
-  }
 };
-TYPED_TEST_SUITE(HostileTest, Tiers);
+TYPED_TEST_SUITE(HostileFilesTest, Tiers);
 
-TYPED_TEST(HostileTest, CutAtEveryByte) {
+TYPED_TEST(HostileFilesTest, FilesCutAtAnyByteAreRefusedOrLoaded) {
   const plain::MatrixFile file(this->tier);
   const std::string& bytes = file.bytes();
   const size_t endOfHeader = file.place("updateInfoSize").offset;
   for (size_t length = 0; length < bytes.size(); ++length) {
-    // A header is one thing; from there on the file is only short.
+    // A truncated header is rejected; any longer file is loaded. Not every cut of the header is tried.
     if (length < endOfHeader && length % 97 != 0) continue;
     EXPECT_EQ(this->tryOut(bytes.substr(0, length), length % 7 == 0 ? 2 : 0), length < endOfHeader ? -1 : 1) << length;
   }
 }
 
-TYPED_TEST(HostileTest, EachNumberAtItsWorst) {
+TYPED_TEST(HostileFilesTest, AnyValueInAnyFieldIsSafe) {
   const plain::MatrixFile file(this->tier);
   for (const plain::FieldPlace& field : file.numbers()) {
     const long long value = plain::MatrixFile::numberAt(file.bytes(), field);
@@ -71,40 +48,40 @@ TYPED_TEST(HostileTest, EachNumberAtItsWorst) {
   }
 }
 
-TYPED_TEST(HostileTest, TurnedBytes) {
+TYPED_TEST(HostileFilesTest, RandomBytesAreSafe) {
   std::mt19937 random(20);
   const std::string bytes = plain::MatrixFile(this->tier).bytes();
   for (int i = 0; i < 150; ++i) {
     std::string broken = bytes;
-    for (unsigned changes = 1 + random() % 6; changes > 0; --changes) {
-      // Seven in eight fall behind the header, where there is more to break.
+    for (size_t changes = 1 + random() % 6; changes > 0; --changes) {
+      // Seven of eight changes lie behind the header.
       const size_t from = random() % 8 == 0 ? 512 : 2204;
       broken[from + random() % (broken.size() - from)] = static_cast<char>(random() % 3 == 0 ? 255 : random());
     }
-    // A huge block is legal, and tried elsewhere.
+    // A huge block is legal; another case tries it.
     if (plain::MatrixFile::numberAt(broken, {"matrixBlockSize", 536, 4}) > 1000000) continue;
     SCOPED_TRACE(i);
     this->tryOut(broken);
   }
 }
 
-TYPED_TEST(HostileTest, BlockSizesUpToTheCapAreHonoured) {
+TYPED_TEST(HostileFilesTest, BlockSizesUpToTheCapAreHonoured) {
   const plain::MatrixFile file(this->tier);
   EXPECT_EQ(this->tryOut(file.with("matrixBlockSize", 134217729)), -1);
   EXPECT_EQ(this->tryOut(file.with("matrixBlockSize", 3)), -1) << "no room for the roots";
   OwnedMatrix<TypeParam> fresh;
-  const std::string path = this->folder.put("m", file.with("matrixBlockSize", 134217728));
-  EXPECT_EQ(this->loadInto(fresh, path), 1);
+  this->folder.put("model.zmatrix", file.with("matrixBlockSize", 134217728));
+  EXPECT_EQ(this->loadInto(fresh, this->path), 1);
   EXPECT_EQ(fresh->getMatrixFileHeader()->getMatrixBlockSize(), 134217728);
   largestAllocation = 100000000;
-  EXPECT_EQ(this->loadInto(fresh, path), -1);
+  EXPECT_EQ(this->loadInto(fresh, this->path), -1);
   largestAllocation = static_cast<size_t>(-1);
   EXPECT_EQ(slotsOf(*fresh).size(), 4u);
 }
 
-TYPED_TEST(HostileTest, AFileAsksForNoMoreMemoryThanItsSizeAllows) {
+TYPED_TEST(HostileFilesTest, AFileGetsNoMoreMemoryThanItsSizeAllows) {
   const plain::MatrixFile file(this->tier);
-  largestAllocation = 32 << 20;  // the granted sum for a small file, and some
+  largestAllocation = 32 << 20;  // more than a small file may take
   std::vector<const char*> names = {"maxNumberOfMatrices", "numberOfMatrices",         "maximalStack",
                                     "currentDimension",    "internalCurrentDimension", "internalLengthOfTemporaryMemory",
                                     "coordinateDimension", "numberOfMatrixElements"};
@@ -124,12 +101,12 @@ TYPED_TEST(HostileTest, AFileAsksForNoMoreMemoryThanItsSizeAllows) {
   largestAllocation = static_cast<size_t>(-1);
 }
 
-TYPED_TEST(HostileTest, ElementsThatNoRootLeadsToAreDropped) {
+TYPED_TEST(HostileFilesTest, UnreachableElementsAreDropped) {
   const plain::MatrixFile file(this->tier);
   const auto survivors = [&](const std::string& bytes) {
     OwnedMatrix<TypeParam> fresh;
     EXPECT_EQ(this->loadInto(fresh, this->folder.put("m", bytes)), 1);
-    EXPECT_EQ(this->faultsOfLinks(*fresh), "");
+    EXPECT_EQ(brokenInvariant(*fresh, false), "");
     std::vector<int> positions;
     for (const auto& [position, element] : slotsOf(*fresh)) {
       if (position >= 4) positions.push_back(position);
@@ -141,24 +118,24 @@ TYPED_TEST(HostileTest, ElementsThatNoRootLeadsToAreDropped) {
     int value;
     Vector survivors;
     const char* why;
-  } cases[] = {{"run", -1, {4, 5, 6, 8}, "as it is"},
+  } cases[] = {{"run", -1, {4, 5, 6, 8}, "unchanged"},
                {"element8.parent", 3, {4, 6}, "outside the block, with its child"},
                {"element8.parent", -3, {4, 6}, "below its child"},
-               {"element6.index", 4, {4, 5, 8}, "at no place of its field"},
-               {"element4.child", 77, {4, 5, 6, 8}, "the children tell their parent"},
+               {"element6.index", 4, {4, 5, 8}, "not in its field"},
+               {"element4.child", 77, {4, 5, 6, 8}, "the parent links of the children decide"},
                {"element0.child", 0, {4, 5, 6, 8}, "the same"},
-               {"element6.previous", -1, {4, 5, 6, 8}, "the field is told by next"},
+               {"element6.previous", -1, {4, 5, 6, 8}, "the next links decide"},
                {"element1.parent", 3, {4, 5, 6, 8}, "a root has no parent"}};
   for (const auto& c : cases) EXPECT_EQ(survivors(file.with(c.field, c.value)), c.survivors) << c.field << ": " << c.why;
-  std::string circle = file.with("element4.child", 0);  // 5 and 8 lead to each other, and nothing else to them
+  std::string cycle = file.with("element4.child", 0);  // 5 and 8 are each other's child and parent
   for (const auto& [field, value] : {std::pair{"element5.child", 3}, {"element8.parent", -3}}) {
     const size_t offset = file.place(field).offset;
-    circle.replace(offset, sizeof(int), file.with(field, value), offset, sizeof(int));
+    cycle.replace(offset, sizeof(int), file.with(field, value), offset, sizeof(int));
   }
-  EXPECT_EQ(survivors(circle), (Vector{4, 6}));
+  EXPECT_EQ(survivors(cycle), (Vector{4, 6}));
 }
 
-TEST(LevelLinkTest, LinksThatLeadNowhereAreCut) {
+TEST(LevelLinkTest, InvalidLinksAreRemoved) {
   const plain::MatrixFile file(2);
   TestFolder folder;
   for (const int link : {0, 4, 77, INT_MAX, -2}) {
@@ -172,7 +149,7 @@ TEST(LevelLinkTest, LinksThatLeadNowhereAreCut) {
   EXPECT_EQ(matrix->getMatrixInfo(0)->getCurrentMatrixIDLevelUp(), 3);
 }
 
-TYPED_TEST(HostileTest, ARefusedHeaderLeavesTheOldContent) {
+TYPED_TEST(HostileFilesTest, ARefusedHeaderLeavesTheOldContent) {
   OwnedMatrix<TypeParam> fresh;
   fillAtRandom(*fresh, 5, 200);
   const auto before = slotsOf(*fresh);
@@ -184,10 +161,9 @@ TYPED_TEST(HostileTest, ARefusedHeaderLeavesTheOldContent) {
     EXPECT_EQ(slotsOf(*fresh), before);
     EXPECT_EQ(fresh->getMatrixFileHeader()->getMatrixBlockSize(), 64000);
     EXPECT_EQ(fresh->getMaxNumberOfMatrices(), 4);
-    const std::string path = this->folder.path() + "/stands";
-    EXPECT_EQ(fresh->saveMatrixToDisk(path.c_str()), 1);
-    EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(path.c_str()), this->tier);
-    EXPECT_EQ(this->matrix->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
+    EXPECT_EQ(this->saveTo(this->path, fresh), 1);
+    EXPECT_EQ(ZQMatrixFileHeader().getMatrixInfoTypeFromFile(this->path.c_str()), this->tier);
+    EXPECT_EQ(this->loadInto(this->matrix, this->path), 1);
     EXPECT_EQ(slotsOf(*this->matrix), before);
   }
 }

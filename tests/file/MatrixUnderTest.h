@@ -1,10 +1,8 @@
-// Matrices of the three tiers with something in every part that a file holds, and what tells two of them apart.
+// Matrices of the three tiers with content in every part of a file, and comparisons of matrices and files.
 #pragma once
 
 #include <map>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "support/TestFolder.h"
 #include "support/TierTest.h"
@@ -14,26 +12,26 @@ namespace zmatrix {
 template <class Matrix>
 inline constexpr bool learns = TierUnderTest<Matrix>::tier != plain::Tier::base;
 
-/// A new matrix for as long as it is in scope.
+/// A matrix that is deleted with its scope.
 template <class Matrix>
 class OwnedMatrix {
  public:
-  OwnedMatrix() = default;
-  ~OwnedMatrix() { TierUnderTest<Matrix>::destroy(matrix); }
+  explicit OwnedMatrix(Matrix* matrix = TierUnderTest<Matrix>::create()) : matrix_(matrix) {}
+  ~OwnedMatrix() { TierUnderTest<Matrix>::destroy(matrix_); }
   OwnedMatrix(const OwnedMatrix&) = delete;
   OwnedMatrix& operator=(const OwnedMatrix&) = delete;
   void makeAnew() {
-    TierUnderTest<Matrix>::destroy(matrix);
-    matrix = TierUnderTest<Matrix>::create();
+    TierUnderTest<Matrix>::destroy(matrix_);
+    matrix_ = TierUnderTest<Matrix>::create();
   }
-  Matrix* operator->() { return matrix; }
-  Matrix& operator*() { return *matrix; }
+  Matrix* operator->() { return matrix_; }
+  Matrix& operator*() { return *matrix_; }
 
  private:
-  Matrix* matrix = TierUnderTest<Matrix>::create();
+  Matrix* matrix_;
 };
 
-/// A folder, and a matrix that loads files from it.
+/// A matrix, a file to save it to, and a folder for other files.
 template <class Matrix>
 class FileTest : public testing::Test {
  public:
@@ -41,34 +39,32 @@ class FileTest : public testing::Test {
 
   ~FileTest() override { setSearchState({}); }
 
-  static int loadInto(OwnedMatrix<Matrix>& any, const std::string& path) {
-    return any->readAndInitMatrixFromDisk(path.c_str(), -1);
+  static int loadInto(OwnedMatrix<Matrix>& any, const std::string& file) {
+    return any->readAndInitMatrixFromDisk(file.c_str(), -1);
   }
   int load(const std::string& bytes) { return loadInto(matrix, folder.put("m", bytes)); }
+  static int saveTo(const std::string& file, OwnedMatrix<Matrix>& any) { return any->saveMatrixToDisk(file.c_str()); }
 
   TestFolder folder;
+  std::string path = folder.path() + "/model.zmatrix";
   OwnedMatrix<Matrix> matrix;
 };
-
-inline std::vector<int> codesOf(const std::string& text) {
-  return {text.begin(), text.end()};
-}
 
 /// Writes and deletes at random in two sub-matrices.
 template <class Matrix>
 void fillAtRandom(Matrix& matrix, unsigned seed, int numberOfWrites) {
   std::mt19937 random(seed);
   const int current = matrix.getCurrentMatrixID();
-  std::vector<std::vector<int>> written;
+  std::vector<Vector> written;
   for (int i = 0; i < numberOfWrites; ++i) {
     matrix.setCurrentMatrixID(random() % 3 == 0 ? 2 : 0);
-    std::vector<int> vector(1 + random() % 6);
+    Vector vector(1 + random() % 6);
     for (int& k : vector) k = static_cast<int>(random() % 40) - 9;
     if (random() % 5 == 0 && !written.empty()) {
-      std::vector<int> gone = written[random() % written.size()];
+      Vector gone = written[random() % written.size()];
       matrix.deleteMatrixElement(gone.data(), static_cast<int>(gone.size()), static_cast<int>(random() % 2));
     } else {
-      // One draw a line: the arguments of a call are computed in any order.
+      // Separate statements, since arguments are evaluated in any order.
       const int symbolMarker = random() % 3 == 0;
       const int endFlag = random() % 4 == 0;
       const int startFlag = random() % 4 == 0;
@@ -84,24 +80,24 @@ inline const char* const someText =
     "The harbour is dry for two hours. Then the water comes back, and the boats that lay on their sides stand up again. "
     "The harbour master walks along the wall and looks at the ropes.";
 
-/// Learns a text in sub-matrix 1, with history, and leaves a kernel that has said something.
+/// Learns a text in sub-matrix 1 with history, and reads a few items from a kernel.
 template <class Matrix>
 void learnText(Matrix& matrix, const std::string& text, bool withKernel = true) {
   matrix.setCurrentMatrixID(1);
   if (matrix.getMatrixInfo()->isEmpty()) matrix.setDefaultMatrixPropertiesForANSIText("harbour.txt");
   matrix.setAddUpdateInfo(1);
   matrix.setAddSequenceToUpdateInfo(1);
-  std::vector<int> codes = codesOf(text);
+  Vector codes = valuesOf(text);
   ASSERT_EQ(matrix.updateMatrixWithLongANSISequence(codes.data(), static_cast<int>(codes.size())), 1);
   matrix.addNameOfUpdateFile("harbour.txt");
   if (!withKernel) return;
-  std::vector<int> start = codesOf("The har");
+  Vector start = valuesOf("The har");
   matrix.initializeKernelSequenceWithOriginalSequence(start.data(), static_cast<int>(start.size()), 1);
   double probability, stopProbability;
   for (int i = 0; i < 5; ++i) matrix.readObjexFromMatrix(&probability, &stopProbability);
 }
 
-/// What continues from the kernel.
+/// Items read from the kernel, '|' for none.
 template <class Matrix>
 std::string generate(Matrix& matrix, int numberOfItems) {
   std::string text;
@@ -113,7 +109,7 @@ std::string generate(Matrix& matrix, int numberOfItems) {
   return text;
 }
 
-/// One of all: random writes in two sub-matrices, and from the medium tier up a learned text in a third.
+/// A matrix with random writes in two sub-matrices, and from the medium tier up a learned text in a third.
 template <class Matrix>
 Matrix* createFilled(unsigned seed = 1) {
   setSearchState({});
@@ -134,7 +130,7 @@ std::map<int, plain::Element> slotsOf(const Matrix& matrix) {
   return slots;
 }
 
-/// Puts 0 for the time at which a record was written.
+/// Sets the time stamps of all records to 0.
 inline std::string withoutTimes(std::string bytes) {
   const std::string magic("\xa1\xd8\x91\x02", 4);
   for (size_t at = bytes.find(magic); at != std::string::npos; at = bytes.find(magic, at + 1)) {
@@ -143,7 +139,7 @@ inline std::string withoutTimes(std::string bytes) {
   return bytes;
 }
 
-/// The bytes of a save, without the name of the file that the matrix came from.
+/// The bytes of a save, without the name of the matrix's origin file.
 template <class Matrix>
 std::string savedBytes(Matrix& matrix, const TestFolder& folder) {
   ZQMatrixFileHeader& header = *matrix.getMatrixFileHeader();
@@ -155,7 +151,7 @@ std::string savedBytes(Matrix& matrix, const TestFolder& folder) {
   return TestFolder::contentOf(path);
 }
 
-/// Compares files but for the times in them; says where they differ, not how.
+/// Compares files without their time stamps; a failure shows only the first differing offset.
 inline void expectEqualBytes(const std::string& one, const std::string& other) {
   const std::string first = withoutTimes(one), second = withoutTimes(other);
   EXPECT_EQ(first.size(), second.size());

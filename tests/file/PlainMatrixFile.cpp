@@ -12,23 +12,25 @@ void appendNumber(std::string& bytes, long long value, int size) {
 
 }  // namespace
 
-void MatrixFile::number(const std::string& name, long long value, int size, int since) {
-  if (version < since) return;
-  places.push_back({name, content.size(), size});
-  appendNumber(content, value, size);
+void MatrixFile::append(const std::string& before, std::initializer_list<Number> fields) {
+  for (const Number& field : fields) {
+    if (version_ < field.since) continue;
+    places_.push_back({before + field.name, content_.size(), field.size});
+    appendNumber(content_, field.value, field.size);
+  }
 }
 
 void MatrixFile::text(const std::string& value, int size) {
-  content += value + std::string(static_cast<size_t>(size) - value.size(), '\0');
+  content_ += value + std::string(static_cast<size_t>(size) - value.size(), '\0');
 }
 
 void MatrixFile::flagged(const std::string& name, const std::vector<int>& values) {
-  number(name + ".flag", values.empty() ? 0 : 1);
-  for (size_t i = 0; i < values.size(); ++i) number(name + "." + std::to_string(i), values[i]);
+  append(name, {{".flag", values.empty() ? 0 : 1}});
+  for (size_t i = 0; i < values.size(); ++i) append(name, {{"." + std::to_string(i), values[i]}});
 }
 
 const FieldPlace& MatrixFile::place(const std::string& name) const {
-  for (const FieldPlace& field : places) {
+  for (const FieldPlace& field : places_) {
     if (field.name == name) return field;
   }
   abort();
@@ -37,7 +39,7 @@ const FieldPlace& MatrixFile::place(const std::string& name) const {
 std::string MatrixFile::with(const FieldPlace& field, long long value) const {
   std::string changed;
   appendNumber(changed, value, field.size);
-  return std::string(content).replace(field.offset, static_cast<size_t>(field.size), changed);
+  return std::string(content_).replace(field.offset, static_cast<size_t>(field.size), changed);
 }
 
 long long MatrixFile::numberAt(const std::string& bytes, const FieldPlace& field) {
@@ -48,194 +50,181 @@ long long MatrixFile::numberAt(const std::string& bytes, const FieldPlace& field
   return field.size == 8 ? static_cast<long long>(value) : static_cast<int>(static_cast<uint32_t>(value));
 }
 
-// The size in the record is the sum of the lengths that it has behind each tier's part.
+// The size in the record is the sum of its lengths after each tier's part.
 void MatrixFile::build() {
   buildHeader();
-  buildBlock("global", false);
-  buildBlock("symbol", true);
-  const size_t start = content.size();
+  buildBlock("global.", false);
+  buildBlock("symbol.", true);
+  const size_t start = content_.size();
   buildBaseRecord();
-  size_t sum = content.size() - start;
-  if (tier >= 1) {
+  size_t sum = content_.size() - start;
+  if (tier_ >= 1) {
     buildMediumRecord();
-    sum += content.size() - start;
+    sum += content_.size() - start;
   }
-  if (tier >= 2) {
+  if (tier_ >= 2) {
     buildFullRecord();
-    sum += content.size() - start;
+    sum += content_.size() - start;
   }
-  content = with("updateInfoSize", static_cast<long long>(sum));
+  content_ = with("updateInfoSize", static_cast<long long>(sum));
   buildElements();
 }
 
 void MatrixFile::buildFullRecord() {
-  number("levelDown", -1);
-  number("levelUp", -1);
-  number("numberOfSymbols", 0);
-  number("newSymbol", 256);
-  number("keepSymbols", 1);
+  append("", {{"levelDown", -1}, {"levelUp", -1}, {"numberOfSymbols", 0}, {"newSymbol", 256}, {"keepSymbols", 1}});
 }
 
 void MatrixFile::buildHeader() {
   text("zmatrix", 8);
   text("made by hand", 504);
-  number("lastSoftwareVersion", version);
-  number("is64BitMatrix", 0);
-  number("maxNumberOfMatrices", 4);
-  number("numberOfMatrices", 1);
-  number("matrixAILevel", 0);
-  number("offsetToUpdateInfos", 0);
-  number("matrixBlockSize", 300);
-  number("matrixBlockSizeOld", 0);
-  number("maximalStack", 8);
-  number("numberOfMatrixUpdates", 3);
-  number("numberOfAppendedUpdates", 0, 4, 105);
-  number("matrixDebugOutputDevice", 0);
-  number("userRandomValue", 31459, 8);
-  number("userRandomType", 1);
-  number("systemRandomValue", 123456, 8);
-  number("systemRandomType", 1);
-  number("matrixInfoType", tier, 4, 105);
-  text("", 256);
-  text("", 256);
-  text("", 256);
+  append("", {{"lastSoftwareVersion", version_},
+              {"is64BitMatrix", 0},
+              {"maxNumberOfMatrices", 4},
+              {"numberOfMatrices", 1},
+              {"matrixAILevel", 0},
+              {"offsetToUpdateInfos", 0},
+              {"matrixBlockSize", 300},
+              {"matrixBlockSizeOld", 0},
+              {"maximalStack", 8},
+              {"numberOfMatrixUpdates", 3},
+              {"numberOfAppendedUpdates", 0, 4, 105},
+              {"matrixDebugOutputDevice", 0},
+              {"userRandomValue", 31459, 8},
+              {"userRandomType", 1},
+              {"systemRandomValue", 123456, 8},
+              {"systemRandomType", 1},
+              {"matrixInfoType", tier_, 4, 105}});
+  for (int path = 0; path < 3; ++path) text("", 256);
 }
 
 void MatrixFile::buildBlock(const std::string& block, bool isSymbolBlock) {
-  const auto field = [&](const char* name, int value, int since = 0) { number(block + "." + name, value, 4, since); };
-  field("matrixType", isSymbolBlock ? 2 : 0);
-  field("allowLargeIndices", 0);
-  field("coordinateDimension", 1);
-  field("memorySearchMethod", 1);
-  field("isPhraseMatrix", 0);
-  field("preProcessingType", 0);
+  append(block, {{"matrixType", isSymbolBlock ? 2 : 0},
+                 {"allowLargeIndices", 0},
+                 {"coordinateDimension", 1},
+                 {"memorySearchMethod", 1},
+                 {"isPhraseMatrix", 0},
+                 {"preProcessingType", 0}});
   text("", 256);
-  field("maxPhraseLength", 64);
-  field("useStartOfSequence", 1);
-  field("useEndOfSequence", 1);
-  field("usePhrases", isSymbolBlock ? 0 : 1);
-  field("skillOutputLevel", 256);
-  field("successorMethod", 3);
-  field("restartWithTrueStartItem", 1);
-  field("enableStopItem", 1);
-  field("includeOverdeterminedRules", 1);
-  field("addUpdateInfo", 0);
-  field("addSequenceToUpdateInfo", 1, 105);
-  field("addSequenceToUpdateInfoMode", 1, 105);
-  field("midiTimeSignatureNom", isSymbolBlock ? 0 : 4);
-  field("midiTimeSignatureDenom", isSymbolBlock ? 0 : 4);
-  for (const char* name : {"language", "midiSubType", "midiSoundID"}) field(name, 0);
-  field("midiNoteOnQuantization", 16);
-  field("midiDurationQuantization", 16);
-  field("midiTrackAnalyze", 2);
-  field("musicStyle", 0);
+  append(block, {{"maxPhraseLength", 64},
+                 {"useStartOfSequence", 1},
+                 {"useEndOfSequence", 1},
+                 {"usePhrases", isSymbolBlock ? 0 : 1},
+                 {"skillOutputLevel", 256},
+                 {"successorMethod", 3},
+                 {"restartWithTrueStartItem", 1},
+                 {"enableStopItem", 1},
+                 {"includeOverdeterminedRules", 1},
+                 {"addUpdateInfo", 0},
+                 {"addSequenceToUpdateInfo", 1, 4, 105},
+                 {"addSequenceToUpdateInfoMode", 1, 4, 105},
+                 {"midiTimeSignatureNom", isSymbolBlock ? 0 : 4},
+                 {"midiTimeSignatureDenom", isSymbolBlock ? 0 : 4},
+                 {"language", 0},
+                 {"midiSubType", 0},
+                 {"midiSoundID", 0},
+                 {"midiNoteOnQuantization", 16},
+                 {"midiDurationQuantization", 16},
+                 {"midiTrackAnalyze", 2},
+                 {"musicStyle", 0}});
   text("", 16);
   int code = 50;
   for (const char* name : {"ocronType", "ocronEndSymbol", "ocronAlgorithm", "gocronAlgorithm", "gocronNumberBase",
                            "gocronASTERISKValue", "gocronPValue", "gocronTWOValue", "gocronPOWValue", "gocronQValue"}) {
-    field(name, code++, 112);
+    append(block, {{name, code++, 4, 112}});
   }
-  field("keepSymbols", 1);
+  append(block, {{"keepSymbols", 1}});
 }
 
 void MatrixFile::buildBaseRecord() {
-  number("updateInfoSize", 0);
-  number("magicNumber", 43112609);
-  number("updateInfoType", tier);
-  number("timeStamp", 1000000000);
-  number("softwareVersion", version);
-  number("matrixID", 0);
-  number("matrixType", 0);
-  number("allowLargeIndices", 0);
-  number("coordinateDimension", 1);
-  number("isFinalized", 0);
-  number("memIsReadOnly", 0);
-  number("sizeOfCoordinateDimensions", -4);
-  number("maximalMatrixIndex", 500000);
-  number("maxDimOfMatrix", 4096);
-  number("memorySearchMethod", 1);
-  number("currentDimension", 3);
-  number("internalCurrentDimension", 32);
-  number("numberOfMatrixWriteEvents", 8);
-  number("numberOfMatrixDeleteEvents", 0);
-  number("numberOfMatrixElements", 4);
-  number("numberOfWriteElements", 3);
-  number("numberOfWriteCounts", 8);
-  number("numberOfEndElements", 2);
-  number("internalLengthOfTemporaryMemory", 256);
+  append("", {{"updateInfoSize", 0},
+              {"magicNumber", 43112609},
+              {"updateInfoType", tier_},
+              {"timeStamp", 1000000000},
+              {"softwareVersion", version_},
+              {"matrixID", 0},
+              {"matrixType", 0},
+              {"allowLargeIndices", 0},
+              {"coordinateDimension", 1},
+              {"isFinalized", 0},
+              {"memIsReadOnly", 0},
+              {"sizeOfCoordinateDimensions", -4},
+              {"maximalMatrixIndex", 500000},
+              {"maxDimOfMatrix", 4096},
+              {"memorySearchMethod", 1},
+              {"currentDimension", 3},
+              {"internalCurrentDimension", 32},
+              {"numberOfMatrixWriteEvents", 8},
+              {"numberOfMatrixDeleteEvents", 0},
+              {"numberOfMatrixElements", 4},
+              {"numberOfWriteElements", 3},
+              {"numberOfWriteCounts", 8},
+              {"numberOfEndElements", 2},
+              {"internalLengthOfTemporaryMemory", 256}});
   flagged("minimalIndices", {1, 2, -1});
   flagged("maximalIndices", {3, 2, -1});
 }
 
 void MatrixFile::buildMediumRecord() {
-  number("updateIndex", 2);
-  number("isPhraseMatrix", 0);
-  number("totalLengthOfAllUpdateSequences", 20);
-  number("preProcessingType", 0);
+  append("", {{"updateIndex", 2}, {"isPhraseMatrix", 0}, {"totalLengthOfAllUpdateSequences", 20}, {"preProcessingType", 0}});
   text("feed.txt", 256);
-  number("lengthOfUpdateSequence", 9);
-  number("maxPhraseLength", 64);
-  number("numberOfRuleElements", 3);
-  number("numberOfUniqueRuleElements", 2);
-  number("numberOfOverDeterminedRules", 1);
-  number("numberOfStartElements", 1);
-  number("lengthOfKernelOriginal", 2);
-  number("lengthOfKernelPreProcessed", 1);
-  number("internalLengthOfKernelOriginal", 256);
-  number("internalLengthOfKernelPreProcessed", 256);
-  number("kernelMatrixHandle", 4);
-  for (const char* name : {"useStartOfSequence", "useEndOfSequence", "usePhrases"}) number(name, 1);
-  number("skillOutputLevel", 256);
-  number("successorMethod", 3);
-  for (const char* name : {"restartWithTrueStartItem", "enableStopItem", "includeOverdeterminedRules"}) number(name, 1);
-  number("isOverDetermined", 0, 4, 89);
-  number("addUpdateInfo", 0);
-  number("addSequenceToUpdateInfo", 1, 4, 105);
-  number("addSequenceToUpdateInfoMode", 1, 4, 105);
-  number("successorRandomValue", 987654321, 8);
-  number("successorRandomType", 1);
-  number("midiTimeSignatureNom", 3);
-  number("midiTimeSignatureDenom", 8);
-  number("midiSubType", 1);
-  number("midiSoundID", 6);
-  number("midiNoteOnQuantization", 32);
-  number("midiDurationQuantization", 64);
-  number("midiTrackAnalyze", 1);
-  number("musicStyle", 5);
+  append("", {{"lengthOfUpdateSequence", 9},
+              {"maxPhraseLength", 64},
+              {"numberOfRuleElements", 3},
+              {"numberOfUniqueRuleElements", 2},
+              {"numberOfOverDeterminedRules", 1},
+              {"numberOfStartElements", 1},
+              {"lengthOfKernelOriginal", 2},
+              {"lengthOfKernelPreProcessed", 1},
+              {"internalLengthOfKernelOriginal", 256},
+              {"internalLengthOfKernelPreProcessed", 256},
+              {"kernelMatrixHandle", 4},
+              {"useStartOfSequence", 1},
+              {"useEndOfSequence", 1},
+              {"usePhrases", 1},
+              {"skillOutputLevel", 256},
+              {"successorMethod", 3},
+              {"restartWithTrueStartItem", 1},
+              {"enableStopItem", 1},
+              {"includeOverdeterminedRules", 1},
+              {"isOverDetermined", 0, 4, 89},
+              {"addUpdateInfo", 0},
+              {"addSequenceToUpdateInfo", 1, 4, 105},
+              {"addSequenceToUpdateInfoMode", 1, 4, 105},
+              {"successorRandomValue", 987654321, 8},
+              {"successorRandomType", 1},
+              {"midiTimeSignatureNom", 3},
+              {"midiTimeSignatureDenom", 8},
+              {"midiSubType", 1},
+              {"midiSoundID", 6},
+              {"midiNoteOnQuantization", 32},
+              {"midiDurationQuantization", 64},
+              {"midiTrackAnalyze", 1},
+              {"musicStyle", 5}});
   text("\1\2\3", 16);
-  number("language", 2);
-  for (int code = 0; code < 10; ++code) number("code" + std::to_string(code), 60 + code, 4, 112);
+  append("", {{"language", 2}});
+  for (int code = 0; code < 10; ++code) append("code", {{std::to_string(code), 60 + code, 4, 112}});
   flagged("rulesInDimension", {1, 1, 1});
   flagged("uniqueRulesInDimension", {1, 1, 0});
   flagged("writeElementsInDimension", {2, 0, 1});
   flagged("kernelOriginal", {11, 12});
   flagged("kernelPreProcessed", {13});
-  if (version >= 134) {
-    number("namesOfUpdateFiles.flag", 1);
-    number("namesOfUpdateFiles.length", 10);
-    text("feed.txt\n", 10);
-  }
-  number("updateSequence.flag", 0);
+  append("namesOfUpdateFiles.", {{"flag", 1, 4, 134}, {"length", 10, 4, 134}});
+  if (version_ >= 134) text("feed.txt\n", 10);
+  append("", {{"updateSequence.flag", 0}});
 }
 
 void MatrixFile::element(int position, int writeCount, long long value, int index, int next, int previous, int child,
                          int parent) {
   const std::string name = "element" + std::to_string(position) + ".";
-  number(name + "writeCount", writeCount);
-  number(name + "value", value, 8);
-  number(name + "index", index);
-  number(name + "next", next);
-  number(name + "previous", previous);
-  number(name + "child", child);
-  number(name + "parent", parent);
-  if (tier >= 1) {
-    number(name + "withSuccessor", position == 0 ? 8 : writeCount / 2);
-    number(name + "withoutPredecessor", position == 4 ? 1 : 0);
-  }
-  if (tier >= 2) {
-    number(name + "symbolID", 0);
-    number(name + "symbolDownLink", 0);
-  }
+  append(name, {{"writeCount", writeCount},
+                {"value", value, 8},
+                {"index", index},
+                {"next", next},
+                {"previous", previous},
+                {"child", child},
+                {"parent", parent}});
+  if (tier_ >= 1) append(name, {{"withSuccessor", position == 0 ? 8 : writeCount / 2}, {"withoutPredecessor", position == 4}});
+  if (tier_ >= 2) append(name, {{"symbolID", 0}, {"symbolDownLink", 0}});
 }
 
 void MatrixFile::buildElements() {
@@ -244,7 +233,7 @@ void MatrixFile::buildElements() {
   element(4, 2, 100, 1, 2, 0, 4, -4);
   element(5, 5, -7, -1, 0, 0, 0, 3);
   element(6, 1, 1LL << 40, 3, 0, -2, 0, -6);
-  number("run", -1);
+  append("", {{"run", -1}});
   element(8, 0, 0, 2, 0, 0, -3, -4);
 }
 

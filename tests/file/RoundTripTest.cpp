@@ -1,5 +1,4 @@
-// A saved matrix comes back whole: every slot, every field, the kernel, the random states; and it goes on as the one that was
-// saved does.
+// A loaded matrix equals the saved one in every slot, field, kernel and random state, and behaves like it from then on.
 #include "file/MatrixUnderTest.h"
 
 namespace {
@@ -7,33 +6,22 @@ namespace {
 using namespace zmatrix;
 
 template <class Matrix>
-class RoundTripTest : public testing::Test {
+class RoundTripTest : public FileTest<Matrix> {
  public:
-  using Access = TierUnderTest<Matrix>;
-
-  RoundTripTest() : path(folder.path() + "/model.zmatrix") {}
-  ~RoundTripTest() override {
-    Access::destroy(saved);
-    Access::destroy(loaded);
-    setSearchState({});
-  }
-
   void saveAndLoad() {
-    ASSERT_EQ(saved->saveMatrixToDisk(path.c_str()), 1);
-    ASSERT_EQ(loaded->readAndInitMatrixFromDisk(path.c_str(), -1), 1);
+    ASSERT_EQ(this->saveTo(this->path, saved), 1);
+    ASSERT_EQ(this->loadInto(loaded, this->path), 1);
   }
 
-  TestFolder folder;
-  std::string path;
-  Matrix* saved = createFilled<Matrix>();
-  Matrix* loaded = Access::create();
+  OwnedMatrix<Matrix> saved{createFilled<Matrix>()};
+  OwnedMatrix<Matrix>& loaded = this->matrix;
 };
 TYPED_TEST_SUITE(RoundTripTest, Tiers);
 
-// All that a file holds is in its bytes, so that equal bytes of a second save leave nothing out.
+// If the saves of both matrices have equal bytes, no field is missing.
 TYPED_TEST(RoundTripTest, EveryFieldComesBack) {
   this->saveAndLoad();
-  // The history aside: the loaded one carries that of the file on.
+  // Without the history, which only the loaded matrix has.
   this->saved->setCurrentMatrixID(0);
   this->saved->getMatrixFileHeader()->setOffsetToUpdateInfos(0);
   this->loaded->getMatrixFileHeader()->setOffsetToUpdateInfos(0);
@@ -45,51 +33,52 @@ TYPED_TEST(RoundTripTest, EveryFieldComesBack) {
   EXPECT_EQ(this->loaded->getNumberOfMatrices(), 3);
 }
 
-TYPED_TEST(RoundTripTest, ALoadedMatrixGoesOnAsTheSavedOneDoes) {
+TYPED_TEST(RoundTripTest, ALoadedMatrixBehavesLikeTheSavedOne) {
   this->saveAndLoad();
   const plain::SearchState begin{700, 5, 800, 900};
-  std::string said[2];
-  for (TypeParam* matrix : {this->saved, this->loaded}) {
+  std::string generated[2];
+  for (OwnedMatrix<TypeParam>* each : {&this->saved, &this->loaded}) {
+    TypeParam& used = **each;
     setSearchState(begin);
-    matrix->setCurrentMatrixID(1);
+    used.setCurrentMatrixID(1);
     if constexpr (learns<TypeParam>) {
-      std::string& text = said[matrix == this->loaded];
-      text = generate(*matrix, 60);
-      learnText(*matrix, "The boats come back, and the harbour master looks at the sides of the wall. ");
-      text += generate(*matrix, 60);
-      matrix->removeOverDeterminedElements();
+      std::string& text = generated[each == &this->loaded];
+      text = generate(used, 60);
+      learnText(used, "The boats come back, and the harbour master looks at the sides of the wall. ");
+      text += generate(used, 60);
+      used.removeOverDeterminedElements();
     }
-    fillAtRandom(*matrix, 99, 500);
+    fillAtRandom(used, 99, 500);
   }
-  EXPECT_EQ(said[0], said[1]);
+  EXPECT_EQ(generated[0], generated[1]);
   EXPECT_EQ(slotsOf(*this->loaded), slotsOf(*this->saved));
   EXPECT_EQ(this->loaded->getMatrixBlockSize(), this->saved->getMatrixBlockSize());
 }
 
-TYPED_TEST(RoundTripTest, MoreSubMatricesThanTheObjectHasAndFewer) {
-  OwnedMatrix<TypeParam> many, few;
+TYPED_TEST(RoundTripTest, ALoadChangesTheNumberOfSubMatrices) {
+  OwnedMatrix<TypeParam> many;
+  OwnedMatrix<TypeParam>& few = this->loaded;
   many->setMaxNumberOfMatrices(9);
   many->setCurrentMatrixID(8);
   const int vector[] = {5, 6};
   many->writeMatrixElement(vector, 2, 42);
-  ASSERT_EQ(many->saveMatrixToDisk(this->path.c_str()), 1);
-  ASSERT_EQ(few->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+  ASSERT_EQ(this->saveTo(this->path, many), 1);
+  ASSERT_EQ(this->loadInto(few, this->path), 1);
   EXPECT_EQ(few->getMaxNumberOfMatrices(), 9);
   EXPECT_EQ(few->getNumberOfMatrices(), 9);
   few->setCurrentMatrixID(8);
   EXPECT_EQ(few->existMatrixData(vector, 2), 3);
-  ASSERT_EQ(this->saved->saveMatrixToDisk(this->path.c_str()), 1);
-  ASSERT_EQ(few->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+  this->saveAndLoad();
   EXPECT_EQ(few->getMaxNumberOfMatrices(), 4);
   EXPECT_EQ(slotsOf(*few), slotsOf(*this->saved));
 }
 
-// A matrix that never held anything has no record in its file, nor the roots beyond its stack. It comes back empty.
-TYPED_TEST(RoundTripTest, AnEmptyMatrixComesBackEmpty) {
+// The file of an empty matrix has no record, and no roots beyond the stack.
+TYPED_TEST(RoundTripTest, AnEmptyMatrixIsLoadedEmpty) {
   OwnedMatrix<TypeParam> empty;
   empty->setMaxNumberOfMatrices(200);
-  ASSERT_EQ(empty->saveMatrixToDisk(this->path.c_str()), 1);
-  EXPECT_EQ(this->loaded->readAndInitMatrixFromDisk(this->path.c_str(), -1), 1);
+  ASSERT_EQ(this->saveTo(this->path, empty), 1);
+  EXPECT_EQ(this->loadInto(this->loaded, this->path), 1);
   EXPECT_EQ(this->loaded->getMatrixInfo(0)->getNumberOfMatrixElements(), 0);
   const int vector[] = {5};
   EXPECT_EQ(this->loaded->existMatrixData(vector, 1), -1);
@@ -97,7 +86,7 @@ TYPED_TEST(RoundTripTest, AnEmptyMatrixComesBackEmpty) {
   EXPECT_EQ(this->loaded->existMatrixData(vector, 1), 3);
 }
 
-// What a host may set at will asks neither a save nor a load for absurd memory.
+// Fields that hosts can set freely must not make a save or a load allocate absurd sizes.
 TEST(AbsurdNumbersTest, AreRefusedOrLeftOut) {
   TestFolder folder;
   const std::string path = folder.path() + "/absurd.zmatrix";

@@ -1,4 +1,4 @@
-// A save leaves the new file whole or the old one as it was, and nothing else.
+// After a save there is the whole new file or the unchanged old one, and no temporary file.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
@@ -16,20 +16,16 @@ namespace {
 using namespace zmatrix;
 namespace fs = std::filesystem;
 
-class SafeSaveTest : public testing::Test {
+class SafeSaveTest : public FileTest<ZQMatrixMedium> {
  public:
   SafeSaveTest() { fillAtRandom(*matrix, 3, 300); }
 
-  int save(const std::string& target) { return matrix->saveMatrixToDisk(target.c_str()); }
+  int save(const std::string& target) { return saveTo(target, matrix); }
   bool isLoadable(const std::string& file) {
     OwnedMatrix<ZQMatrixMedium> loaded;
-    return loaded->readAndInitMatrixFromDisk(file.c_str(), -1) == 1 && slotsOf(*loaded) == slotsOf(*matrix);
+    return loadInto(loaded, file) == 1 && slotsOf(*loaded) == slotsOf(*matrix);
   }
   size_t numberOfFiles() const { return static_cast<size_t>(std::distance(fs::directory_iterator(folder.path()), {})); }
-
-  TestFolder folder;
-  std::string path = folder.path() + "/model.zmatrix";
-  OwnedMatrix<ZQMatrixMedium> matrix;
 };
 
 TEST_F(SafeSaveTest, ReplacesAFileAndKeepsItsMode) {
@@ -41,7 +37,7 @@ TEST_F(SafeSaveTest, ReplacesAFileAndKeepsItsMode) {
   EXPECT_EQ(numberOfFiles(), 1u);
 }
 
-TEST_F(SafeSaveTest, FollowsLinksAndLeavesThem) {
+TEST_F(SafeSaveTest, WritesTheTargetOfALink) {
   fs::create_directory(folder.path() + "/deep");
   folder.put("deep/model.zmatrix", "old");
   fs::create_symlink("deep/model.zmatrix", folder.path() + "/link");
@@ -50,14 +46,14 @@ TEST_F(SafeSaveTest, FollowsLinksAndLeavesThem) {
   EXPECT_TRUE(fs::is_symlink(path));
   EXPECT_TRUE(fs::is_symlink(folder.path() + "/link"));
   EXPECT_TRUE(isLoadable(folder.path() + "/deep/model.zmatrix"));
-  fs::create_symlink("nobody-there-yet", folder.path() + "/dangling");
+  fs::create_symlink("missing", folder.path() + "/dangling");
   EXPECT_EQ(save(folder.path() + "/dangling"), 1);
-  EXPECT_TRUE(isLoadable(folder.path() + "/nobody-there-yet"));
+  EXPECT_TRUE(isLoadable(folder.path() + "/missing"));
   fs::create_symlink("ring", folder.path() + "/ring");
   EXPECT_EQ(save(folder.path() + "/ring"), -1);
 }
 
-TEST_F(SafeSaveTest, LeftoversOfAKilledProcessAreInNobodysWay) {
+TEST_F(SafeSaveTest, LeftoversOfThisProcessAreAvoided) {
   const std::string leftover = folder.put(".zmatrix-save-" + std::to_string(getpid()) + "-0", "half a file");
   for (int i = 0; i < 3; ++i) EXPECT_EQ(save(path), 1);
   EXPECT_TRUE(isLoadable(path));
@@ -65,15 +61,15 @@ TEST_F(SafeSaveTest, LeftoversOfAKilledProcessAreInNobodysWay) {
   EXPECT_EQ(numberOfFiles(), 2u);
 }
 
-TEST_F(SafeSaveTest, LeftoversOfProcessesThatAreGoneAreRemoved) {
+TEST_F(SafeSaveTest, LeftoversOfEndedProcessesAreRemoved) {
   const pid_t gone = fork();
   if (gone == 0) _exit(0);
   waitpid(gone, nullptr, 0);
   const std::string start = ".zmatrix-save-";
   folder.put(start + std::to_string(gone) + "-0", "half a file");
-  const std::string held = folder.put(start + std::to_string(gone) + "-1", "held by somebody elsewhere");
-  const std::string living = folder.put(start + std::to_string(getppid()) + "-0", "of a process that lives");
-  const std::string foreign = folder.put(start + "notes", "no neighbour of a save");
+  const std::string held = folder.put(start + std::to_string(gone) + "-1", "locked by a process of another machine");
+  const std::string living = folder.put(start + std::to_string(getppid()) + "-0", "of a running process");
+  const std::string foreign = folder.put(start + "notes", "not a temporary file of a save");
   const int descriptor = ::open(held.c_str(), O_RDONLY);
   ASSERT_EQ(flock(descriptor, LOCK_EX | LOCK_NB), 0);
   EXPECT_EQ(save(path), 1);
@@ -82,7 +78,7 @@ TEST_F(SafeSaveTest, LeftoversOfProcessesThatAreGoneAreRemoved) {
   close(descriptor);
 }
 
-TEST_F(SafeSaveTest, WhatCannotBeOpenedIsRefused) {
+TEST_F(SafeSaveTest, PathsThatCannotBeOpenedAreRefused) {
   CapturedMessages messages(0);
   EXPECT_EQ(save(folder.path() + "/no/such/folder"), -1);
   EXPECT_EQ(messages.take(), "saveMatrixToDisk: Could not open file " + folder.path() + "/no/such/folder for writing!\n");
@@ -98,7 +94,7 @@ TEST_F(SafeSaveTest, AFullDiskLeavesTheOldFile) {
   rlimit before;
   getrlimit(RLIMIT_FSIZE, &before);
   const auto oldAction = signal(SIGXFSZ, SIG_IGN);
-  learnText(*matrix, someText);  // a history, whose place is told only in a file that stands
+  learnText(*matrix, someText);  // with a history, whose offset must stay 0 if no file is saved
   for (const size_t limit : {old.size() - 1, old.size() / 2, size_t{1}}) {
     rlimit narrow = before;
     narrow.rlim_cur = limit;
@@ -119,12 +115,12 @@ TEST_F(SafeSaveTest, AFullDiskLeavesTheOldFile) {
 
 TEST_F(SafeSaveTest, AMatrixWithoutABlockReplacesNothing) {
   const std::string old = TestFolder::contentOf(folder.put("model.zmatrix", "old"));
-  matrix->deInitMatrix();  // as growth does where memory runs out
+  matrix->deInitMatrix();  // as a failed growth does
   EXPECT_EQ(save(path), -1);
   EXPECT_EQ(TestFolder::contentOf(path), old);
 }
 
-// The history's place is known last and stands near the front, which a pipe can't be sought back to.
+// The offset of the history is known last, but lies in the header, and a pipe can't seek back.
 TEST_F(SafeSaveTest, APipeGetsTheWholeFileInOrder) {
   learnText(*matrix, someText);
   ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
@@ -136,7 +132,7 @@ TEST_F(SafeSaveTest, APipeGetsTheWholeFileInOrder) {
   EXPECT_EQ(save(plainPath), 1);
   EXPECT_EQ(received.size(), TestFolder::contentOf(plainPath).size());
   EXPECT_TRUE(isLoadable(folder.put("received", received)));
-  EXPECT_EQ(matrix->readAndInitMatrixFromDisk(path.c_str(), -1), -1) << "nothing is read from a pipe, and nothing waits for it";
+  EXPECT_EQ(matrix->readAndInitMatrixFromDisk(path.c_str(), -1), -1) << "a pipe is refused without waiting for a writer";
 }
 
 }  // namespace

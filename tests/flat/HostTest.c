@@ -1,5 +1,4 @@
-/* A host in C11: includes the public headers alone, is built by the C compiler and links the shared library. It walks through
-   each tier once, by what a host does with it. */
+/* A host in C11 that includes only the public headers and links the shared library. It uses each tier once. */
 #include <stdio.h>
 #include <string.h>
 #include <zmatrix/version.h>
@@ -32,7 +31,7 @@ static void storeOfTheBaseTier(void) {
   CHECK(matrix != NULL);
   s_mFree_Base(matrix, NULL);
   s_setDefaultMatrixPropertiesForRandomReadWrite_Base(matrix);
-  /* From the last slot found on: with random slots a parent may lie at the very stack pointer, where no handle leads past. */
+  /* Not random slots: a parent in the last used slot would make the path unreadable. */
   s_setMemorySearchMethod_Base(matrix, 1);
   CHECK(s_writeMatrixElement_Base(matrix, path, 3, 159) == 1);
   CHECK(s_writeMatrixElement_Base(matrix, path, 3, 265) == 1);

@@ -1,4 +1,4 @@
-// What the boundary prints on standard output, to the byte.
+// Functions of the C interface that print on standard output, byte for byte.
 #include <gtest/gtest.h>
 #include <zmatrix/zmatrix.h>
 
@@ -23,7 +23,7 @@ std::string heading(const char* name, const void* pointer, int length) {
 
 }  // namespace
 
-TEST(FlatPrintingTest, ArraysOfABinding) {
+TEST(FlatPrintingTest, PrintsTheArraysOfABinding) {
   const int integers[] = {7, -2};
   const signed char bytes[] = {-128, 127};
   const long long longs[] = {1LL << 40, -1};
@@ -41,7 +41,7 @@ TEST(FlatPrintingTest, ArraysOfABinding) {
             heading("printJavaIntPointer", integers, -1) + "\n");
 }
 
-TEST(FlatPrintingTest, APrintedTextIsCutAtItsBuffer) {
+TEST(FlatPrintingTest, CutsATextAtItsBuffer) {
   EXPECT_EQ(printed([] { s_printf("%d %s 100%%", 3, "%d"); }), "3 %d 100%");
   const std::string longText(5000, 'x');
   EXPECT_EQ(printed([&] { EXPECT_EQ(s_printf("%s", longText.c_str()), 2047); }), std::string(2047, 'x'));

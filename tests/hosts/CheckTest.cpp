@@ -1,36 +1,20 @@
-// `zmatrix check` from outside: the statistics against a plain count of the text, in both tiers, and how it ends.
+// `zmatrix check`: the statistics compared with a plain count of the text's phrases, in both tiers.
 #include <map>
-#include <nlohmann/json.hpp>
 #include <set>
-#include <string>
 
 #include "hosts/RunProgram.h"
 
 namespace {
 
-using Json = nlohmann::json;
-
 constexpr int maxPhrase = 5;
 
-// Sentences whose words stand apart by single blanks, so that each is learned as it stands, with an item of its own for its begin
-// and its end.
+// Words are separated by single blanks, so each sentence is learned unchanged and as a sequence of its own.
 const std::string sentences[] = {"The boat is in the tide.", "The man is on the quay; it is late.", "It is dark and it is cold"};
 
-class CheckTest : public ProgramTest {
- protected:
-  void SetUp() override {
-    ProgramTest::SetUp();
-    writeFile("small.txt", sentences[0] + " " + sentences[1] + "\n\n" + sentences[2]);
-  }
+class CheckTest : public ProgramTest {};
 
-  Json check(const std::string& arguments, int exitCode = 0) const {
-    const RunResult result = zmatrix("check " + arguments + " --json");
-    EXPECT_EQ(result.exitCode, exitCode) << result.talk;
-    return Json::parse(result.output, nullptr, false);
-  }
-};
-
-TEST_F(CheckTest, CountsWhatThePhrasesOfTheTextAre) {
+TEST_F(CheckTest, CountsThePhrasesOfTheText) {
+  writeFile("small.txt", sentences[0] + " " + sentences[1] + "\n\n" + sentences[2]);
   std::map<std::string, int> phrases;
   std::set<std::string> withChildren;
   for (const std::string& sentence : sentences) {
@@ -45,7 +29,7 @@ TEST_F(CheckTest, CountsWhatThePhrasesOfTheTextAre) {
   for (const auto& [phrase, count] : phrases) ends += withChildren.count(phrase) == 0;
 
   for (const std::string tier : {"medium", "full"}) {
-    const Json report = check("small.txt --max-phrase 5 --tier " + tier);
+    const Json report = json("check small.txt --json --max-phrase 5 --tier " + tier);
     EXPECT_EQ(report["tier"], tier);
     EXPECT_EQ(report["sound"], true);
     EXPECT_GE(report["block_size"], report["maximal_stack"]);

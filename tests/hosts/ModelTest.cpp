@@ -1,21 +1,15 @@
-// `zmatrix learn`, `generate` and `info` from outside: what was learned is kept, whatever happens to the file or the process.
+// `zmatrix learn`, `generate` and `info`: models are kept whole, also when the process is killed or the file is damaged.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <nlohmann/json.hpp>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "hosts/RunProgram.h"
 
 namespace {
 
-using Json = nlohmann::json;
-using Names = std::vector<std::string>;
-
-// The first thousands of bytes of the samples, which learn fast under sanitizers.
+// The samples are cut, so that they are learned fast under sanitizers.
 std::string beginningOf(const std::string& sample, std::size_t size) {
   return readWholeFile(ZMATRIX_EXAMPLES "/" + sample).substr(0, size);
 }
@@ -26,19 +20,15 @@ long linesOf(const std::string& text) {
 
 class ModelTest : public ProgramTest {
  protected:
-  void SetUp() override {
-    ProgramTest::SetUp();
+  ModelTest() {
     writeFile("small.txt", "The boat is in. The rope is wet, and the sail is down. The man is on the quay. It is late.");
     writeFile("more.txt", "The tide is out. The man is in the boat, and the rope is down.");
     writeFile("english.txt", beginningOf("harbour.txt", 5000));
     writeFile("german.txt", beginningOf("muehle.txt", 2500));
   }
-
-  Json info(const std::string& model) const { return Json::parse(zmatrix("info --json " + model).output, nullptr, false); }
-  bool isWhole(const std::string& model) const { return zmatrix("check " + model).exitCode == 0; }
 };
 
-TEST_F(ModelTest, GeneratesInAnotherProcessWhatOneProcessContinues) {
+TEST_F(ModelTest, LearnThenGenerateEqualsContinue) {
   const std::string options[] = {" --start 'The harbour ' --count 300 --seed 7",
                                  " --start 'Der Bach ' --count 300 --method middle", " --count 200"};
   for (const std::string learning : {"--tier medium", "--tier full --max-phrase 6", "--level words"}) {
@@ -49,26 +39,24 @@ TEST_F(ModelTest, GeneratesInAnotherProcessWhatOneProcessContinues) {
       EXPECT_EQ(written, zmatrix("continue english.txt german.txt " + learning + option).output) << learning << option;
     }
   }
-  const RunResult letters = zmatrix("generate model --level letters");
-  EXPECT_EQ(letters.exitCode, 3);
-  EXPECT_NE(letters.talk.find("learned by words only"), std::string::npos) << letters.talk;
+  expectMessage("generate model --level letters", 3, "learned by words only");
 }
 
-TEST_F(ModelTest, LearnsOnWhereItWas) {
+TEST_F(ModelTest, UpdatesAModel) {
   ASSERT_EQ(zmatrix("learn small.txt -o model --max-phrase 5").exitCode, 0);
   ASSERT_EQ(zmatrix("learn more.txt -o model --update").exitCode, 0);
   EXPECT_EQ(zmatrix("generate model --count 300 --seed 3").output,
             zmatrix("continue small.txt more.txt --max-phrase 5 --count 300 --seed 3").output);
-  const Json told = info("model");
-  ASSERT_EQ(told["matrices"].size(), 1u);
-  EXPECT_EQ(told["matrices"][0]["max_phrase"], 5);
-  EXPECT_EQ(told["matrices"][0]["files_learned"], (Json{"small.txt", "more.txt"}));
-  EXPECT_EQ(told["updates"], 2);
-  ASSERT_EQ(told["history"].size(), 2u);
-  EXPECT_EQ(told["history"][0]["file"], "small.txt");
-  EXPECT_EQ(told["history"][1]["file"], "more.txt");
-  EXPECT_LT(told["history"][0]["elements"], told["history"][1]["elements"]);
-  EXPECT_EQ(told["history"][1]["elements"], told["matrices"][0]["elements"]);
+  const Json info = json("info --json model");
+  ASSERT_EQ(info["matrices"].size(), 1u);
+  EXPECT_EQ(info["matrices"][0]["max_phrase"], 5);
+  EXPECT_EQ(info["matrices"][0]["files_learned"], (Json{"small.txt", "more.txt"}));
+  EXPECT_EQ(info["updates"], 2);
+  ASSERT_EQ(info["history"].size(), 2u);
+  EXPECT_EQ(info["history"][0]["file"], "small.txt");
+  EXPECT_EQ(info["history"][1]["file"], "more.txt");
+  EXPECT_LT(info["history"][0]["elements"], info["history"][1]["elements"]);
+  EXPECT_EQ(info["history"][1]["elements"], info["matrices"][0]["elements"]);
 }
 
 TEST_F(ModelTest, EndsWithOneCodePerKindOfFault) {
@@ -77,39 +65,36 @@ TEST_F(ModelTest, EndsWithOneCodePerKindOfFault) {
   writeFile("cut", bytes.substr(0, 1000));
   std::string unknownTier = bytes;
   unknownTier[584] = 7;       // the tier in the header
-  unknownTier[2204 + 8] = 7;  // and in the record that is asked then
+  unknownTier[2204 + 8] = 7;  // and in the record, which is read then
   writeFile("unknown", unknownTier);
   writeFile("blank.txt", " \n");
   run("mkdir folder; touch empty");
   expectCodes("faults_of_model.txt");
-  EXPECT_EQ(readFile("model"), bytes) << "what failed left the model as it was";
+  EXPECT_EQ(readFile("model"), bytes) << "failed runs leave the model as it was";
 }
 
-TEST_F(ModelTest, TellsOfDamageInFewWordsAndDoesNotSpreadIt) {
+TEST_F(ModelTest, ReportsDamageBrieflyAndRefusesToSpreadIt) {
   const RunResult learned = zmatrix("learn english.txt -o model --tier full --test --encoding windows-1252");
   ASSERT_EQ(learned.exitCode, 0);
-  EXPECT_EQ(linesOf(learned.talk), 1) << "what the library remarks on each symbol of a sound matrix is not told";
+  EXPECT_EQ(linesOf(learned.diagnostics), 1) << "the library's remarks on each symbol are not shown";
   const std::string half = readFile("model").substr(0, readFile("model").size() / 2);
   writeFile("model", half);
-  const RunResult checked = zmatrix("check model --json --verbose");
-  EXPECT_EQ(checked.exitCode, 5);
-  EXPECT_EQ(Json::parse(checked.output)["sound"], false);
-  EXPECT_NE(checked.talk.find(" similar messages)"), std::string::npos) << checked.talk;
-  EXPECT_LT(linesOf(checked.talk), 40) << checked.talk;
-  for (const std::string line : {"generate model --count 50 --force", "info model"}) {
-    const RunResult result = zmatrix(line);
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_NE(result.talk.find("warning: model is damaged (cut off, "), std::string::npos) << line << "\n" << result.talk;
+  EXPECT_EQ(json("check model --json", 5)["sound"], false);
+  expectMessage("check model --verbose", 5, " similar messages)");
+  EXPECT_LT(linesOf(zmatrix("check model --verbose").diagnostics), 40);
+  for (const char* line : {"generate model --count 50 --force", "info model"}) {
+    expectMessage(line, 0, "warning: model is damaged (cut off, ");
   }
   EXPECT_EQ(zmatrix("generate model --count 50").exitCode, 5);
   EXPECT_EQ(zmatrix("learn small.txt --update -o model").exitCode, 5);
   EXPECT_EQ(readFile("model"), half);
   EXPECT_EQ(zmatrix("learn small.txt --update --force -o model").exitCode, 0);
-  EXPECT_EQ(zmatrix("generate model --count 50").exitCode, 5) << "what was lost is still counted";
+  EXPECT_EQ(zmatrix("generate model --count 50").exitCode, 5) << "the lost elements are still counted";
 }
 
-// Kills at any moment of the run and, every other round, soon after the save has begun. ZMATRIX_KILLS sets the number of rounds.
-TEST_F(ModelTest, IsWholeAfterAKillAtAnyMoment) {
+// Every other round kills the process soon after the save has begun, the others at a random moment. ZMATRIX_KILLS sets the number
+// of rounds.
+TEST_F(ModelTest, TheModelIsWholeAfterAKillAtAnyMoment) {
   const char* wanted = std::getenv("ZMATRIX_KILLS");
   const int rounds = wanted != nullptr ? std::atoi(wanted) : 8;
   const std::string learn = "'" ZMATRIX_COMMAND "' learn english.txt -q -o model --max-phrase ";
@@ -118,8 +103,7 @@ TEST_F(ModelTest, IsWholeAfterAKillAtAnyMoment) {
   const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - begin;
   std::mt19937 random(20);
   std::uniform_real_distribution<double> share(0, 1);
-  int killed = 0;
-  int killedWhileSaving = 0;
+  int killed = 0, killedWhileSaving = 0;
   for (int round = 0; round < rounds; ++round) {
     const std::string anyMoment = "sleep " + std::to_string(share(random) * whole.count());
     const std::string whileSaving = "while kill -0 $started; do set -- .zmatrix-save-*; test -e \"$1\" && break; done; sleep " +

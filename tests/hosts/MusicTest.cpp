@@ -1,56 +1,34 @@
-// Music from outside: MIDI and kern files are learned, continued, inspected and converted, and what is lost is told.
+// Music: MIDI files are learned, continued and inspected, and losses are reported.
 #include <algorithm>
-#include <nlohmann/json.hpp>
-#include <string>
-#include <vector>
 
 #include "hosts/RunProgram.h"
+#include "music/midi/MidiBytes.h"
 
 namespace {
 
-using Json = nlohmann::json;
-using Names = std::vector<std::string>;
+using namespace zmatrix;
 
-const std::string tunes = "'" ZMATRIX_EXAMPLES "/tide.mid' '" ZMATRIX_EXAMPLES "/quay.mid' '" ZMATRIX_EXAMPLES "/gulls.mid' ";
+const std::string tunes = example("tide.mid") + " " + example("quay.mid") + " " + example("gulls.mid") + " ";
+const std::string meter44 = meter(4, 2);
 
-std::string bigEndian(std::size_t value, int bytes) {
-  std::string result;
-  for (int at = bytes - 1; at >= 0; --at) result += static_cast<char>(value >> (8 * at));
-  return result;
-}
-
-std::string track(const std::string& events) {
-  const std::string data = events + std::string("\x00\xFF\x2F\x00", 4);
-  return "MTrk" + bigEndian(data.size(), 4) + data;
-}
-
-std::string midiFile(const std::vector<std::string>& tracks, std::size_t division = 96) {
-  std::string file = "MThd" + bigEndian(6, 4) + bigEndian(1, 2) + bigEndian(tracks.size(), 2) + bigEndian(division, 2);
-  for (const std::string& events : tracks) file += track(events);
+std::string midiFile(const std::vector<std::string>& tracks) {
+  std::string file = midiHead(1, static_cast<int>(tracks.size()), 96);
+  for (const std::string& events : tracks) file += midiTrack(events);
   return file;
 }
 
-const std::string meter44("\x00\xFF\x58\x04\x04\x02\x18\x08", 8);
-
-// Quarters one after the other, from pitch 60 up and again.
+// Eight rising quarter notes from pitch 60, repeated.
 std::string scale(int notes) {
   std::string events;
-  for (int at = 0; at < notes; ++at) {
-    const char pitch = static_cast<char>(60 + at % 8);
-    events += std::string("\x00\x90", 2) + pitch + '\x50' + std::string("\x60\x80", 2) + pitch + '\x40';
-  }
+  for (int i = 0; i < notes; ++i) events += bytes({0, 0x90, 60 + i % 8, 0x50, 96, 0x80, 60 + i % 8, 0x40});
   return events;
 }
 
 class MusicTest : public ProgramTest {
  protected:
-  Json inspect(const std::string& files, int exitCode = 0) const {
-    const RunResult result = zmatrix("inspect --json " + files);
-    EXPECT_EQ(result.exitCode, exitCode) << result.talk;
-    return Json::parse(result.output, nullptr, false);
-  }
+  Json inspect(const std::string& files) const { return json("inspect --json " + files); }
 
-  // Notes of a file, each of which has to have an end.
+  // The notes of a file, each of which must have an end.
   int notesIn(const std::string& file) const {
     int notes = 0;
     const Json report = inspect(file)[0];
@@ -72,9 +50,9 @@ TEST_F(MusicTest, WritesTheSameTuneForTheSameSeed) {
   EXPECT_GT(notesIn("a.mid"), 100);
 }
 
-TEST_F(MusicTest, ListsTheSubMatricesAndContinuesTheOneAskedFor) {
+TEST_F(MusicTest, ListsTheSubMatricesAndContinuesTheChosenOne) {
   ASSERT_EQ(zmatrix("learn " + tunes + "-o model").exitCode, 0);
-  const Json info = Json::parse(zmatrix("info model --json").output);
+  const Json info = json("info model --json");
   EXPECT_EQ(info["subject"], "music");
   EXPECT_EQ(info["coding"], "triple");
   const Json& lines = info["tracks"];
@@ -82,22 +60,19 @@ TEST_F(MusicTest, ListsTheSubMatricesAndContinuesTheOneAskedFor) {
   std::size_t mostNotes = 0;
   for (const Json& line : lines) {
     const std::string id = line["id"].dump();
-    const RunResult result = zmatrix("generate model --matrix " + id + " --count 40 --out part.mid");
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_NE(result.talk.find("continuing ID " + id + ": " + line["meter"].get<std::string>()), std::string::npos)
-        << result.talk;
+    expectMessage("generate model --matrix " + id + " --count 40 --out part.mid", 0,
+                  "continuing ID " + id + ": " + line["meter"].get<std::string>());
     EXPECT_EQ(inspect("part.mid")[0]["meter"], line["meter"]);
     mostNotes = std::max(mostNotes, line["notes"].get<std::size_t>());
   }
-  const RunResult unasked = zmatrix("generate model --count 1");
-  EXPECT_NE(unasked.talk.find(", " + std::to_string(mostNotes) + " notes"), std::string::npos) << unasked.talk;
+  expectMessage("generate model --count 1", 0, ", " + std::to_string(mostNotes) + " notes");
 }
 
-TEST_F(MusicTest, LearnsOfTracksWhatTheOptionsSay) {
+TEST_F(MusicTest, LearnsTheTracksThatTheOptionsSelect) {
   const auto soundsOf = [this](const std::string& options) {
-    EXPECT_EQ(zmatrix("learn '" ZMATRIX_EXAMPLES "/quay.mid' -o model " + options).exitCode, 0);
-    std::vector<std::string> sounds;
-    const Json info = Json::parse(zmatrix("info model --json").output);
+    EXPECT_EQ(zmatrix("learn " + example("quay.mid") + " -o model " + options).exitCode, 0);
+    Names sounds;
+    const Json info = json("info model --json");
     for (const Json& line : info["tracks"]) sounds.push_back(line["sound"]);
     std::sort(sounds.begin(), sounds.end());
     return sounds;
@@ -107,24 +82,23 @@ TEST_F(MusicTest, LearnsOfTracksWhatTheOptionsSay) {
   EXPECT_EQ(soundsOf("--tracks both"), (Names{"any", "bass", "drums", "organ", "synth lead"}));
   EXPECT_EQ(soundsOf("--tracks single --skip-channel 10 --skip-channel 3"), (Names{"organ", "synth lead"}));
   for (const std::string coding : {"pitch-time", "pitch-bartime", "triple", "quadruple"}) {
-    const std::string learn = "continue '" ZMATRIX_EXAMPLES "/quay.mid' --count 80 --out " + coding + ".mid --coding " + coding;
+    const std::string learn = "continue " + example("quay.mid") + " --count 80 --out " + coding + ".mid --coding " + coding;
     EXPECT_EQ(zmatrix(learn).exitCode, 0) << coding;
     EXPECT_GT(notesIn(coding + ".mid"), 40) << coding;
   }
 }
 
-TEST_F(MusicTest, GoesOnFromAStart) {
+TEST_F(MusicTest, ContinuesAStart) {
   writeFile("scale.mid", midiFile({meter44, scale(64)}));
   writeFile("start.mid", midiFile({meter44, scale(21)}));
   ASSERT_EQ(zmatrix("continue scale.mid --tracks single --start start.mid --count 3 --method best --out on.mid").exitCode, 0);
-  const RunResult shown = run("python3 '" ZMATRIX_EXAMPLES "/show_tune.py' on.mid 3");
-  const std::string bars = shown.output;
-  EXPECT_NE(bars.find("E4:4"), std::string::npos) << "the start ends on it\n" << bars;
+  const std::string bars = run("python3 " + example("show_tune.py") + " on.mid 3").output;
+  EXPECT_NE(bars.find("E4:4"), std::string::npos) << "the last note of the start\n" << bars;
   EXPECT_NE(bars.find("F4:4  F#4:4  G4:4"), std::string::npos) << bars;
 }
 
-TEST_F(MusicTest, TellsWhatIsLostOfAFile) {
-  const std::string open("\x00\x90\x40\x50", 4);
+TEST_F(MusicTest, ReportsWhatIsLostOfAFile) {
+  const std::string open = bytes({0, 0x90, 0x40, 0x50});
   const std::string whole = midiFile({meter44, scale(8) + open, scale(1)});
   writeFile("lost.mid", whole + "12345");
   const Json lost = inspect("lost.mid")[0];
@@ -136,10 +110,10 @@ TEST_F(MusicTest, TellsWhatIsLostOfAFile) {
   ASSERT_NE(single, lost["tracks"].end());
   EXPECT_EQ((*single)["notes_learned"], 0);
   EXPECT_NE((*single)["verdict"], "learned");
-  const RunResult learned = zmatrix("learn lost.mid -o model --reading classic");
-  EXPECT_NE(learned.talk.find("left out 1 track: "), std::string::npos) << learned.talk;
-  EXPECT_NE(learned.talk.find("left out 1 note without an end"), std::string::npos) << learned.talk;
-  EXPECT_EQ(zmatrix("learn lost.mid -q -o model").talk, "");
+  for (const char* loss : {"left out 1 track: ", "left out 1 note without an end"}) {
+    expectMessage("learn lost.mid -o model --reading classic", 0, loss);
+  }
+  EXPECT_EQ(zmatrix("learn lost.mid -q -o model").diagnostics, "");
 }
 
 TEST_F(MusicTest, EndsWithOneCodePerKindOfFault) {

@@ -1,34 +1,29 @@
-// Numbers from outside: which files are read, how series are learned and continued, and what is said of those that can't be.
-#include <nlohmann/json.hpp>
+// Series of numbers: the formats of their files, learning and continuing them by each coding, and exit codes.
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "hosts/RunProgram.h"
 
 namespace {
 
-using Json = nlohmann::json;
+using Numbers = std::vector<long long>;
 
-std::vector<long long> numbersIn(const std::string& text) {
+Numbers numbersIn(const std::string& text) {
   std::istringstream lines(text);
-  std::vector<long long> numbers;
+  Numbers numbers;
   for (std::string line; std::getline(lines, line);) numbers.push_back(std::stoll(line));
   return numbers;
 }
 
 class NumbersTest : public ProgramTest {
  protected:
-  std::vector<long long> continued(const std::string& arguments) const {
+  Numbers continued(const std::string& arguments) const {
     const RunResult result = zmatrix("continue " + arguments);
-    EXPECT_EQ(result.exitCode, 0) << arguments << "\n" << result.talk;
+    EXPECT_EQ(result.exitCode, 0) << arguments << "\n" << result.diagnostics;
     return numbersIn(result.output);
   }
 };
 
-using Numbers = std::vector<long long>;
-
-TEST_F(NumbersTest, ReadsFilesAsPeopleHaveThem) {
+TEST_F(NumbersTest, ReadsAllUsualFormats) {
   const char* const files[] = {"1 2 4 5 7 8 10 11 13 14",
                                "1\n2\n4\n5\n7\n8\n10\n11\n13\n14\n",
                                "1, 2, 4;5;7\t8,,10\r\n11 13 +14",
@@ -45,9 +40,9 @@ TEST_F(NumbersTest, ReadsFilesAsPeopleHaveThem) {
   EXPECT_EQ(plain.find("7\n1\n"), std::string::npos) << "each line of a table is a series of its own";
 }
 
-TEST_F(NumbersTest, LearnsByTheCodingAskedFor) {
+TEST_F(NumbersTest, LearnsByTheGivenCoding) {
   writeFile("squares.txt", "1 4 9 16 25 36 49 64 81 100");
-  EXPECT_EQ(continued("squares.txt --coding difference2 --count 3"), (Numbers{121, 144, 169})) << "goes on from the end";
+  EXPECT_EQ(continued("squares.txt --coding difference2 --count 3"), (Numbers{121, 144, 169})) << "continues at the end";
   EXPECT_EQ(continued("squares.txt --coding difference2 --count 2 --start '-5 0 7'"), (Numbers{-5, 0, 7, 16, 27}));
   EXPECT_EQ(continued("squares.txt --coding plain --count 2 --start '9 16'"), (Numbers{9, 16, 25, 36}));
 }
@@ -62,7 +57,7 @@ TEST_F(NumbersTest, LearnsTheArithmeticOfSeries) {
     EXPECT_EQ(numbersIn(generated).size(), 32u) << coding;
     EXPECT_EQ(generated, zmatrix("continue series.txt --count 30 --seed 3 --start '30 31' --coding " + coding).output) << coding;
   }
-  // every number of the series follows from the two before, however they are spelled
+  // Each number of the series follows from the two before it in these codings too.
   const Numbers expected = {9, 10, 11, 12, 13};
   EXPECT_EQ(continued("series.txt --coding nth-prime --start '9 10' --count 3"), expected);
   EXPECT_EQ(continued("series.txt --coding ocron --max-phrase 64 --start '9 10' --count 3 --method best"), expected);

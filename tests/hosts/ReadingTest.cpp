@@ -1,34 +1,22 @@
-// The two readings of music in the command: what is learned by each, what is told of it, and tunes that keep meter, sound and
-// tempo.
-#include <nlohmann/json.hpp>
-#include <string>
+// The two readings of music: what each learns and reports, and tunes that keep meter, sound and tempo.
 
 #include "hosts/RunProgram.h"
 #include "music/midi/MidiBytes.h"
 
 namespace {
 
-using Json = nlohmann::json;
-using zmatrix::bytes;
-using zmatrix::melody;
-using zmatrix::meter;
-using zmatrix::midiHead;
-using zmatrix::midiTrack;
+using namespace zmatrix;
 
-// Quarters at 96 ticks; a tempo is that of so many microseconds a quarter.
+// The tempo event for a quarter note of so many microseconds.
 std::string tempo(int microseconds) {
   return bytes({0, 0xff, 81, 3}) + zmatrix::bigEndian(static_cast<unsigned>(microseconds), 3);
 }
 
-std::string program(int number) {
-  return bytes({0, 0xc0, number});
-}
-
-// Three bars in 3/4 behind one in 4/4, an oboe beside drums.
+// A bar in 4/4 and three in 3/4, for oboe and drums.
 std::string changingTune() {
   const std::string meters = meter(4, 2) + tempo(750000) + bytes({0x83, 0, 0xff, 88, 4, 3, 2, 24, 8});
   const std::string oboe =
-      program(68) + bytes({0, 0x90, 60, 100, 96, 0x80, 60, 0}) + melody({62, 64, 65, 67, 65, 64, 62, 60, 62}).substr(3);
+      bytes({0, 0xc0, 68, 0, 0x90, 60, 100, 96, 0x80, 60, 0}) + melody({62, 64, 65, 67, 65, 64, 62, 60, 62}).substr(3);
   std::string drums = bytes({0, 0x99, 36, 100, 96, 0x89, 36, 0});
   for (int beat = 1; beat < 10; ++beat) drums += bytes({0, 0x99, 36 + beat % 2, 100, 96, 0x89, 36 + beat % 2, 0});
   return midiHead(1, 3, 96) + midiTrack(meters) + midiTrack(oboe) + midiTrack(drums);
@@ -41,28 +29,17 @@ const std::string score =
 
 class ReadingTest : public ProgramTest {
  protected:
-  Json jsonOf(const std::string& arguments) const {
-    const RunResult result = zmatrix(arguments);
-    EXPECT_EQ(result.exitCode, 0) << arguments << "\n" << result.talk;
-    return Json::parse(result.output, nullptr, false);
-  }
-  Json inspect(const std::string& file) const { return jsonOf("inspect --json " + file)[0]; }
-  bool says(const std::string& arguments, int exitCode, const std::string& sentence) const {
-    const RunResult result = zmatrix(arguments);
-    EXPECT_EQ(result.exitCode, exitCode) << arguments << "\n" << result.talk;
-    return result.talk.find(sentence) != std::string::npos;
-  }
+  Json inspect(const std::string& file) const { return json("inspect --json " + file)[0]; }
 };
 
 }  // namespace
 
-TEST_F(ReadingTest, LearnsExactlyWhatTheClassicReadingLeavesOut) {
+TEST_F(ReadingTest, TheExactReadingLearnsWhatTheClassicOneLeavesOut) {
   writeFile("changing.mid", changingTune());
   writeFile("plain.mid", midiHead(1, 2, 96) + midiTrack("") + midiTrack(melody({60, 62, 64, 65})));
-  EXPECT_TRUE(
-      says("learn changing.mid plain.mid --reading classic -o none", 3, "2 tracks: the file has several time signatures"));
-  EXPECT_TRUE(says("learn changing.mid plain.mid -o model", 0, "1 file without a meter, learned as 4/4"));
-  const Json info = jsonOf("info model --json");
+  expectMessage("learn changing.mid plain.mid --reading classic -o none", 3, "2 tracks: the file has several time signatures");
+  expectMessage("learn changing.mid plain.mid -o model", 0, "1 file without a meter, learned as 4/4");
+  const Json info = json("info model --json");
   EXPECT_EQ(info["reading"], "exact");
   long long ofParts = 0;
   for (const Json& line : info["tracks"]) {
@@ -74,15 +51,15 @@ TEST_F(ReadingTest, LearnsExactlyWhatTheClassicReadingLeavesOut) {
   EXPECT_EQ(seen["readings"][1]["notes_read"], 20);
   EXPECT_EQ(seen["readings"][1]["notes_learned"], 0);
   EXPECT_EQ(seen["classic_losses"][0]["cause"], "not learned: the file has several time signatures");
-  EXPECT_EQ(seen["exact"]["sub_matrices"], 6) << "two meters, of the oboe, the drums and both";
-  EXPECT_TRUE(says("learn changing.mid --no-percussion -o model", 0, "left out 10 notes: drums, percussion and effects"));
-  EXPECT_TRUE(says("learn changing.mid --no-percussion --reading classic -o model", 2, "--no-percussion needs the exact"));
+  EXPECT_EQ(seen["exact"]["sub_matrices"], 6) << "in each meter the oboe, the drums and both";
+  expectMessage("learn changing.mid --no-percussion -o model", 0, "left out 10 notes: drums, percussion and effects");
+  expectMessage("learn changing.mid --no-percussion --reading classic -o model", 2, "--no-percussion needs the exact");
 }
 
-TEST_F(ReadingTest, WritesTheMeterTheSoundsAndTheTempoThatWereLearned) {
+TEST_F(ReadingTest, WritesTheLearnedMeterSoundAndTempo) {
   writeFile("changing.mid", changingTune());
   ASSERT_EQ(zmatrix("learn changing.mid -o model").exitCode, 0);
-  const Json info = jsonOf("info model --json");
+  const Json info = json("info model --json");
   for (const Json& line : info["tracks"]) {
     EXPECT_EQ(line["tempo"], 80);
     ASSERT_EQ(zmatrix("generate model --count 30 -q --out new.mid --matrix " + line["id"].dump()).exitCode, 0);
@@ -94,18 +71,18 @@ TEST_F(ReadingTest, WritesTheMeterTheSoundsAndTheTempoThatWereLearned) {
   ASSERT_EQ(zmatrix("generate model --count 30 --tempo 132.5 --out fast.mid").exitCode, 0);
   EXPECT_NEAR(inspect("fast.mid")["exact"]["runs"][0]["tempo"].get<double>(), 132.5, 0.001);
   EXPECT_EQ(zmatrix("generate model --count 30 --tempo 132.5").output, readFile("fast.mid"));
-  EXPECT_TRUE(says("generate model --tempo 0 --out n.mid", 2, "--tempo"));
+  expectMessage("generate model --tempo 0 --out n.mid", 2, "--tempo");
 }
 
-TEST_F(ReadingTest, GoesOnAsTheModelWasRead) {
+TEST_F(ReadingTest, KeepsTheReadingOfTheModel) {
   writeFile("tune.mid", zmatrix::tune(melody({60, 62, 64, 65, 67, 65, 64, 62, 60, 62})));
   ASSERT_EQ(zmatrix("learn tune.mid --reading classic -o old").exitCode, 0);
-  EXPECT_EQ(jsonOf("info old --json")["reading"], "classic");
-  EXPECT_TRUE(says("learn tune.mid -u -o old --reading exact", 2, "the model was learned with --reading classic"));
+  EXPECT_EQ(json("info old --json")["reading"], "classic");
+  expectMessage("learn tune.mid -u -o old --reading exact", 2, "the model was learned with --reading classic");
   ASSERT_EQ(zmatrix("learn tune.mid -u -o old").exitCode, 0);
-  EXPECT_EQ(jsonOf("info old --json")["reading"], "classic");
+  EXPECT_EQ(json("info old --json")["reading"], "classic");
   ASSERT_EQ(zmatrix("learn tune.mid -o new").exitCode, 0);
-  EXPECT_TRUE(says("learn tune.mid -u -o new --reading classic", 2, "the model was learned with --reading exact"));
+  expectMessage("learn tune.mid -u -o new --reading classic", 2, "the model was learned with --reading exact");
   writeFile("start.mid", zmatrix::tune(melody({60, 62, 64})));
   ASSERT_EQ(zmatrix("generate new --start start.mid --count 2 --method best --out on.mid").exitCode, 0);
   EXPECT_EQ(inspect("on.mid")["exact"]["notes"], 5);
@@ -113,12 +90,12 @@ TEST_F(ReadingTest, GoesOnAsTheModelWasRead) {
   EXPECT_GT(inspect("on.mid")["exact"]["notes"], 2);
 }
 
-TEST_F(ReadingTest, ConvertsScoresWithAllTheirNotes) {
+TEST_F(ReadingTest, ConvertsAllNotesOfAScore) {
   writeFile("score.krn", score);
   const Json seen = inspect("score.krn");
   EXPECT_EQ(seen["readings"][0]["notes_read"], 15);
   EXPECT_EQ(seen["readings"][0]["notes_learned"], 15);
-  EXPECT_GT(seen["readings"][1]["at_another_time"], 0) << "behind the grace note and the join";
+  EXPECT_GT(seen["readings"][1]["at_another_time"], 0) << "the notes after the grace note and the join";
   ASSERT_FALSE(seen["classic_losses"].empty());
   ASSERT_EQ(zmatrix("convert score.krn score.mid").exitCode, 0);
   const Json converted = inspect("score.mid")["exact"];
@@ -130,8 +107,7 @@ TEST_F(ReadingTest, ConvertsScoresWithAllTheirNotes) {
   EXPECT_EQ(inspect("long.mid")["exact"]["grid_in_quanta"]["notes_without_duration"], 0);
   ASSERT_EQ(zmatrix("convert score.krn old.mid --reading classic").exitCode, 0);
   EXPECT_NE(readFile("old.mid"), readFile("score.mid"));
-  EXPECT_TRUE(
-      says("convert score.krn old.mid --reading classic --grace-quanta 384", 2, "--grace-quanta needs the exact reading"));
-  EXPECT_FALSE(jsonOf("inspect score.krn --json --reading exact")[0].contains("readings"));
-  EXPECT_FALSE(jsonOf("inspect score.krn --json --reading classic")[0].contains("exact"));
+  expectMessage("convert score.krn old.mid --reading classic --grace-quanta 384", 2, "--grace-quanta needs the exact reading");
+  EXPECT_FALSE(json("inspect score.krn --json --reading exact")[0].contains("readings"));
+  EXPECT_FALSE(json("inspect score.krn --json --reading classic")[0].contains("exact"));
 }

@@ -1,6 +1,5 @@
-// What the README shows is what one gets: its C program is examples/first.c, its texts are the demo's.
+// The program, texts, tune and numbers in the README are what the examples and the command print.
 #include <sstream>
-#include <string>
 
 #include "hosts/RunProgram.h"
 
@@ -8,9 +7,9 @@ namespace {
 
 const std::string readme = readWholeFile(ZMATRIX_README);
 
-// The lines between the fence that opens with `opening` and its end.
-std::string fencedBlock(const std::string& opening) {
-  const std::size_t fence = readme.find("```" + opening + "\n");
+// The content of the first fenced block of this language.
+std::string fencedBlock(const std::string& language) {
+  const std::size_t fence = readme.find("```" + language + "\n");
   if (fence == std::string::npos) return "";
   const std::size_t begin = readme.find('\n', fence) + 1;
   return readme.substr(begin, readme.find("```", begin) - begin);
@@ -26,13 +25,13 @@ TEST_F(ReadmeTest, ShowsTheFirstProgramAndWhatItPrints) {
   EXPECT_NE(readme.find("```text\n" + result.output + "```"), std::string::npos) << result.output;
 }
 
-// The words of the text that the command writes with these options.
+// A stream of the words of the output.
 std::istringstream wordsWritten(const RunResult& result) {
-  EXPECT_EQ(result.exitCode, 0) << result.talk;
+  EXPECT_EQ(result.exitCode, 0) << result.diagnostics;
   return std::istringstream(result.output);
 }
 
-// How many words of a column's line go on with what was written.
+// Expects the words of a line to be the next words written, and returns their number.
 int compareLine(const std::string& line, std::istringstream& written) {
   std::istringstream shown(line);
   std::string word, shownWord;
@@ -45,25 +44,18 @@ int compareLine(const std::string& line, std::istringstream& written) {
   return count;
 }
 
-// The demo folds its texts to the width of a column; apart from blanks and line ends the README's columns are the beginnings of
-// them.
+// The demo folds its texts to columns: apart from white space each column of the README is the beginning of an output.
 TEST_F(ReadmeTest, ShowsWhatTheDemoPrints) {
-  struct Text {
-    const char* sample;
-    const char* start;
-  };
-  for (const Text text : {Text{"harbour.txt", "The harbour "}, Text{"muehle.txt", "Der Bach "}}) {
-    const std::string line =
-        "continue '" ZMATRIX_EXAMPLES "/" + std::string(text.sample) + "' --start '" + text.start + "' --seed 7 --count ";
+  for (const auto& [sample, start] : {std::pair{"harbour.txt", "The harbour "}, {"muehle.txt", "Der Bach "}}) {
+    const std::string line = "continue " + example(sample) + " --start '" + start + "' --seed 7 --count ";
     std::istringstream byLetters = wordsWritten(zmatrix(line + "700"));
     std::istringstream byWords = wordsWritten(zmatrix(line + "130 --level words"));
-    std::istringstream shown(readme.substr(readme.find("continuing \"" + std::string(text.start) + "\"\n")));
+    std::istringstream shown(readme.substr(readme.find("continuing \"" + std::string(start) + "\"\n")));
     std::string row;
     std::getline(shown, row);
     std::getline(shown, row);
     EXPECT_EQ(row.rfind("by letters ", 0), 0u) << row;
-    int letters = 0;
-    int words = 0;
+    int letters = 0, words = 0;
     while (std::getline(shown, row) && row != "...") {
       const std::size_t bar = row.find(" | ");
       ASSERT_NE(bar, std::string::npos) << row;
@@ -76,10 +68,9 @@ TEST_F(ReadmeTest, ShowsWhatTheDemoPrints) {
 }
 
 TEST_F(ReadmeTest, ShowsTheTuneAndTheNumbersOfTheDemo) {
-  ASSERT_EQ(zmatrix("continue '" ZMATRIX_EXAMPLES "/canon.krn' '" ZMATRIX_EXAMPLES "/song.krn' --count 300 --seed 5 --out t.mid")
-                .exitCode,
-            0);
-  const std::string bars = run("python3 '" ZMATRIX_EXAMPLES "/show_tune.py' t.mid 4").output;
+  const std::string scores = example("canon.krn") + " " + example("song.krn");
+  ASSERT_EQ(zmatrix("continue " + scores + " --count 300 --seed 5 --out t.mid").exitCode, 0);
+  const std::string bars = run("python3 " + example("show_tune.py") + " t.mid 4").output;
   EXPECT_GT(bars.size(), 80u);
   EXPECT_NE(readme.find("\n" + bars), std::string::npos) << bars;
   for (const std::string series : {"primes.txt' --coding difference", "smooth.txt' --coding ocron"}) {

@@ -4,37 +4,32 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
-namespace fs = std::filesystem;
 
 std::string readWholeFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  EXPECT_TRUE(file.is_open()) << path;
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-void ProgramTest::SetUp() {
-  std::string pattern = (fs::temp_directory_path() / "zmatrix-test-XXXXXX").string();
-  ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-  folder_ = pattern;
-}
-
-void ProgramTest::TearDown() {
-  std::error_code error;
-  fs::remove_all(folder_, error);
+  EXPECT_TRUE(std::ifstream(path).is_open()) << path;
+  return zmatrix::TestFolder::contentOf(path);
 }
 
 RunResult ProgramTest::run(const std::string& commandLine) const {
-  const std::string line = "cd '" + folder_ + "' && { " + commandLine + "; } >.output 2>.talk </dev/null";
+  const std::string line = "cd '" + folder_.path() + "' && { " + commandLine + "; } >.output 2>.diagnostics </dev/null";
   const int status = std::system(line.c_str());
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(".output"), readFile(".talk")};
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(".output"), readFile(".diagnostics")};
 }
 
 RunResult ProgramTest::zmatrix(const std::string& arguments) const {
   return run("'" ZMATRIX_COMMAND "' " + arguments);
+}
+
+Json ProgramTest::json(const std::string& arguments, int exitCode) const {
+  const RunResult result = zmatrix(arguments);
+  EXPECT_EQ(result.exitCode, exitCode) << arguments << "\n" << result.diagnostics;
+  return Json::parse(result.output, nullptr, false);
+}
+
+void ProgramTest::expectMessage(const std::string& arguments, int exitCode, const std::string& message) const {
+  const RunResult result = zmatrix(arguments);
+  EXPECT_EQ(result.exitCode, exitCode) << arguments << "\n" << result.diagnostics;
+  EXPECT_NE(result.diagnostics.find(message), std::string::npos) << arguments << ": " << message << "\n" << result.diagnostics;
 }
 
 void ProgramTest::expectCodes(const std::string& table) const {
@@ -43,34 +38,30 @@ void ProgramTest::expectCodes(const std::string& table) const {
   for (std::string arguments, expected; std::getline(lines, arguments);) {
     if (arguments.starts_with("#") || !std::getline(lines, expected)) continue;
     const RunResult result = zmatrix(arguments == "\\x20" ? "" : arguments);
-    SCOPED_TRACE(arguments + "\n" + result.talk);
+    SCOPED_TRACE(arguments + "\n" + result.diagnostics);
     EXPECT_EQ(result.exitCode, std::stoi(expected));
-    EXPECT_NE(result.talk.find(expected.substr(std::min<size_t>(3, expected.size()))), std::string::npos) << expected;
+    EXPECT_NE(result.diagnostics.find(expected.substr(std::min<size_t>(3, expected.size()))), std::string::npos) << expected;
     if (result.exitCode != 0 && !arguments.starts_with("inspect")) {
       EXPECT_EQ(result.output, "");
     }
     if (result.exitCode == 2) {
-      EXPECT_TRUE(result.talk.starts_with("zmatrix: ") && result.talk.find('\n') == result.talk.size() - 1);
+      EXPECT_TRUE(result.diagnostics.starts_with("zmatrix: "));
+      EXPECT_EQ(result.diagnostics.find('\n'), result.diagnostics.size() - 1);
     }
     ++numberOfCases;
   }
   EXPECT_GT(numberOfCases, 0) << table;
 }
 
-void ProgramTest::writeFile(const std::string& name, const std::string& bytes) const {
-  fs::create_directories(fs::path(path(name)).parent_path());
-  std::ofstream(path(name), std::ios::binary) << bytes;
-}
-
 std::string ProgramTest::readFile(const std::string& name) const {
   return readWholeFile(path(name));
 }
 
-std::vector<std::string> ProgramTest::filesInFolder() const {
-  std::vector<std::string> names;
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder_)) {
+Names ProgramTest::filesInFolder() const {
+  Names names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
     const std::string name = entry.path().filename();
-    if (name != ".output" && name != ".talk") names.push_back(name);
+    if (name != ".output" && name != ".diagnostics") names.push_back(name);
   }
   std::sort(names.begin(), names.end());
   return names;

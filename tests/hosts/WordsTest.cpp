@@ -1,16 +1,11 @@
-// `--level words` from outside: what the command counts and writes is held against a plain reading of the text.
+// `--level words`: the words counted and written, compared with a plain splitting of the text.
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <set>
-#include <string>
-#include <vector>
 
 #include "hosts/RunProgram.h"
 #include "support/PlainWords.h"
 
 namespace {
-
-using Json = nlohmann::json;
 
 constexpr std::size_t longestWord = 12;
 
@@ -25,12 +20,11 @@ class WordsTest : public ProgramTest {
       if (word.size() <= longestWord) vocabulary.insert(word);
       longWords += word.size() > longestWord;
     }
-    // byte by byte, so that the plain reading need not know encodings
+    // An encoding of single bytes, since the plain splitting works on bytes.
     const std::string options = " text.txt --level words --encoding windows-1252 --max-phrase " + std::to_string(longestWord);
-    const RunResult checked = zmatrix("check --json" + options);
-    ASSERT_EQ(checked.exitCode, 0) << checked.talk;
-    EXPECT_EQ(checked.talk.find("zmatrix: left out " + std::to_string(longWords) + " word") == 0, longWords > 0) << checked.talk;
-    const Json report = Json::parse(checked.output);
+    const std::string diagnostics = zmatrix("check --json" + options).diagnostics;
+    EXPECT_EQ(diagnostics.starts_with("zmatrix: left out " + std::to_string(longWords) + " word"), longWords > 0) << diagnostics;
+    const Json report = json("check --json" + options);
     EXPECT_EQ(report["sound"], true);
     ASSERT_EQ(report["matrices"].size(), 2u);
     EXPECT_EQ(report["matrices"][0]["symbols"], vocabulary.size());
@@ -38,20 +32,12 @@ class WordsTest : public ProgramTest {
     EXPECT_EQ(report["matrices"][1]["holds"], "symbols");
 
     const RunResult written = zmatrix("continue --count 3000 --seed 5" + options);
-    ASSERT_EQ(written.exitCode, 0) << written.talk;
-    int count = 0;
-    std::string word;
-    for (const char byte : written.output + "\n") {
-      if (!isWhite(byte)) {
-        word += byte;
-      } else if (!word.empty()) {
-        EXPECT_EQ(vocabulary.count(word), 1u) << word;
-        ++count;
-        word.clear();
-      }
-    }
-    EXPECT_GT(count, 1000);
-    EXPECT_LE(count, 3000);
+    ASSERT_EQ(written.exitCode, 0) << written.diagnostics;
+    size_t count = 0;
+    std::istringstream words(written.output);
+    for (std::string word; words >> word; ++count) EXPECT_EQ(vocabulary.count(word), 1u) << word;
+    EXPECT_GT(count, 1000u);
+    EXPECT_LE(count, 3000u);
   }
 };
 
@@ -60,7 +46,7 @@ TEST_F(WordsTest, AreThoseOfTheSamples) {
   expectWordsOf(readWholeFile(ZMATRIX_EXAMPLES "/muehle.txt").substr(0, 6000));
 }
 
-TEST_F(WordsTest, AreThoseOfATextWithEveryKindOfBreak) {
+TEST_F(WordsTest, AreSplitAtEveryKindOfBreak) {
   expectWordsOf(
       "The ferry is bro-\nken, and the South-\nEast wind is up.\r\n\r\n\r\nIt is a hyphen - no word.\n"
       "An incomprehensibly longish word is left out. A\xA0no-break space parts words.\n\n\n"
@@ -78,15 +64,13 @@ TEST_F(WordsTest, FollowTheStartAndCountAsItems) {
   EXPECT_EQ(zmatrix(options + " --start 'five' --count 0").output, "five");
   const RunResult unknown = zmatrix(options + " --start 'never seen' --count 20");
   EXPECT_EQ(unknown.exitCode, 0);
-  EXPECT_EQ(unknown.talk.find("warning"), std::string::npos) << unknown.talk;
+  EXPECT_EQ(unknown.diagnostics.find("warning"), std::string::npos) << unknown.diagnostics;
   EXPECT_GT(unknown.output.size(), std::string("never seen").size() + 20);
 }
 
-TEST_F(WordsTest, TellWhenThereIsNone) {
+TEST_F(WordsTest, AreReportedIfThereAreNone) {
   writeFile("long.txt", "unbelievably incomprehensible");
-  const RunResult result = zmatrix("continue long.txt --level words --max-phrase 5");
-  EXPECT_EQ(result.exitCode, 3);
-  EXPECT_NE(result.talk.find("all words are too long"), std::string::npos) << result.talk;
+  expectMessage("continue long.txt --level words --max-phrase 5", 3, "all words are too long");
   writeFile("blank.txt", " \n");
   EXPECT_EQ(zmatrix("continue blank.txt --level words").exitCode, 3);
   EXPECT_EQ(zmatrix("continue blank.txt long.txt --level words").exitCode, 0);

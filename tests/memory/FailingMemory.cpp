@@ -13,7 +13,7 @@
 
 namespace {
 
-long failing = 0;  // counted down to 0 at the allocation that fails; 0 and below where nothing is armed
+long failing = 0;  // counted down; the allocation that makes it 0 fails. 0 and below: none fails
 bool isLasting = false;
 bool hasFailed = false;
 
@@ -45,7 +45,7 @@ bool anAllocationHasFailed() {
 
 }  // namespace zmatrix
 
-// What the linker gives for a name of the C library: __wrap_name in place of it, __real_name for it.
+// The linker replaces a name of the C library by __wrap_name; __real_name is the original.
 #define WRAPPED(Result, name, parameters, arguments)    \
   extern "C" Result __real_##name parameters;           \
   extern "C" Result __wrap_##name parameters {          \
@@ -63,7 +63,7 @@ WRAPPED(FILE*, fmemopen, (void* buffer, size_t size, const char* mode), (buffer,
 WRAPPED(DIR*, fdopendir, (int descriptor), (descriptor))
 
 #ifdef __linux__
-// A refused remapping makes the library map and copy.
+// After a failed mremap the library maps new pages and copies.
 extern "C" void* __real_mmap(void*, size_t, int, int, int, off_t);
 extern "C" void* __wrap_mmap(void* address, size_t size, int protection, int flags, int descriptor, off_t offset) {
   errno = ENOMEM;

@@ -1,36 +1,32 @@
-// Each single allocation of writing, learning, generating, pruning, testing, saving and loading fails in turn, through the C
-// header and in all tiers: nothing crashes, nothing is lost, an old file stays whole, and a matrix can be used afterwards or,
-// where its block is gone, be deleted. The sanitizers watch for what is read behind its end and for what leaks.
+// Each allocation of writing, learning, generating, pruning, testing, saving and loading fails in turn, through the C header and
+// in all tiers: nothing crashes or is lost, an old file stays whole, and the matrix can be used afterwards or, if it has lost its
+// block, be deleted. The sanitizers report invalid reads and leaks.
 #include <gtest/gtest.h>
 
 #include <array>
 #include <functional>
 #include <random>
-#include <vector>
 
 #include "memory/FailingMemory.h"
 #include "memory/TierCalls.h"
 #include "music/midi/MidiBytes.h"
 #include "support/TestFolder.h"
+#include "support/Vectors.h"
 
 namespace {
 
 using namespace zmatrix;
 
-std::vector<int> codesOf(const std::string& text) {
-  return {text.begin(), text.end()};
-}
+const Vector firstText = valuesOf("The harbour is dry. The boats lie on the sand.");
+const Vector nextText = valuesOf("The water comes back, and a boat stands up.");
+const Vector numbers = {2, 12, 30, 7, 64, 81, 5, 360, 97, 12, 30, 7, 210, 128, 6, 500, 11, 36, 30, 7};
 
-const std::vector<int> firstText = codesOf("The harbour is dry. The boats lie on the sand.");
-const std::vector<int> nextText = codesOf("The water comes back, and a boat stands up.");
-const std::vector<int> numbers = {2, 12, 30, 7, 64, 81, 5, 360, 97, 12, 30, 7, 210, 128, 6, 500, 11, 36, 30, 7};
-
-/// Calls `act` with each allocation failing in turn, alone and with all behind it; what it hands to `armed` runs meanwhile.
+/// Calls `act(armed)` for each allocation, which fails alone or with all later ones while armed(run) calls `run`.
 template <class Act>
 void forEachFailure(Act act) {
   for (const bool lasting : {false, true}) {
     for (long n = 1; n == 1 || anAllocationHasFailed(); ++n) {
-      SCOPED_TRACE("allocation " + std::to_string(n) + (lasting ? " and all behind" : ""));
+      SCOPED_TRACE("allocation " + std::to_string(n) + (lasting ? " and all later ones" : ""));
       act([n, lasting](auto run) {
         const FailingMemory failing(n, lasting);
         run();
@@ -74,7 +70,7 @@ class Runs {
     }
   }
 
-  static int learn(Matrix* matrix, const std::vector<int>& text) {
+  static int learn(Matrix* matrix, const Vector& text) {
     if constexpr (learns) return Calls::learn(matrix, text.data(), static_cast<int>(text.size()));
     return 1;
   }
@@ -85,8 +81,8 @@ class Runs {
     return matrix;
   }
 
-  /// Acts with each allocation failing, each time on a matrix from the file. What the action gives is a word on how it went: it
-  /// must be that of a run where nothing fails, or an empty one, which says that it has failed.
+  /// Calls `act` with each allocation failing, each time on a matrix loaded from the file. The outcome that it returns must be
+  /// that of a run without failure, or empty, which means that the action has failed.
   void failEach(const std::string& name, const std::function<std::string(Matrix*)>& act) {
     SCOPED_TRACE(name);
     Matrix* matrix = load();
@@ -112,18 +108,18 @@ class Runs {
     Calls::destroy(matrix);
   }
 
-  /// The history of the file that the matrix was loaded from goes along into the next one.
+  /// The history of the loaded file must be in the next one.
   void expectHistory(Matrix* matrix) {
     if (!learns) return;
     Calls::setCurrent(matrix, 1);
-    expectComesBack(matrix, [](Matrix* loaded) {
+    expectReloads(matrix, [](Matrix* loaded) {
       int count = 0;
       Calls::history(loaded, &count);
       EXPECT_EQ(count, 1);
     });
   }
 
-  /// All that a matrix is for, once memory is there again.
+  /// Writes, learns, generates, saves and loads, with memory available again.
   void expectWorks(Matrix* matrix) {
     const int vector[] = {3, -4, 5};
     EXPECT_EQ(Calls::write(matrix, vector, 3, 9), 1);
@@ -140,14 +136,14 @@ class Runs {
       double probability = 0, stopProbability = 0;
       EXPECT_NE(Calls::read(matrix, &probability, &stopProbability), nullptr);
     }
-    expectComesBack(matrix, [](Matrix* loaded) {
+    expectReloads(matrix, [](Matrix* loaded) {
       EXPECT_EQ(Calls::loadReport(loaded, nullptr), 1);
       EXPECT_EQ(faultOf(loaded, tier), "");
     });
   }
 
   template <class Look>
-  void expectComesBack(Matrix* matrix, Look look) {
+  void expectReloads(Matrix* matrix, Look look) {
     const std::string other = folder.path() + "/other.zmatrix";
     ASSERT_EQ(Calls::save(matrix, other.c_str()), 1);
     Matrix* loaded = Calls::createFromFile(other.c_str(), -1);
@@ -157,7 +153,7 @@ class Runs {
     std::filesystem::remove(other);
   }
 
-  /// In memory where there is such a folder: each run saves, and a save waits for the disk.
+  /// A folder in memory if there is one, because each run saves, and a save waits for the disk.
   static const char* useFastFolder() {
     if (access("/dev/shm", W_OK) == 0) setenv("TMPDIR", "/dev/shm", 0);
     return getenv("TMPDIR");
@@ -185,7 +181,7 @@ class FailingMemoryTest : public testing::Test {
 using Tiers = testing::Types<std::integral_constant<int, 0>, std::integral_constant<int, 1>, std::integral_constant<int, 2>>;
 TYPED_TEST_SUITE(FailingMemoryTest, Tiers);
 
-TYPED_TEST(FailingMemoryTest, WriteReadAndDelete) {
+TYPED_TEST(FailingMemoryTest, WritesReadsAndDeletesSurvive) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("write", [](auto* matrix) {
     int result = 1;
@@ -219,15 +215,14 @@ TYPED_TEST(FailingMemoryTest, WriteReadAndDelete) {
   EXPECT_GT(this->runs.numberOfRuns, 20);
 }
 
-TYPED_TEST(FailingMemoryTest, SaveAndLoad) {
+TYPED_TEST(FailingMemoryTest, SavesAndLoadsSurvive) {
   using C = typename TestFixture::Calls;
   const std::string target = this->runs.folder.path() + "/target.zmatrix";
   this->runs.failEach("save", [&](auto* matrix) {
     C::setCurrent(matrix, this->tier == 0 ? 0 : 1);
-    const bool isSaved = C::save(matrix, target.c_str()) == 1;
-    return std::string(isSaved ? "saved" : "");
+    return numbered(C::save(matrix, target.c_str()), 0);
   });
-  // The same with a look at what there is afterwards.
+  // The same, and then a look at the files.
   forEachFailure([&](auto armed) {
     auto* matrix = this->runs.load();
     this->runs.folder.put("target.zmatrix", "an old file");
@@ -244,7 +239,7 @@ TYPED_TEST(FailingMemoryTest, SaveAndLoad) {
     armed([&] { matrix = C::createFromFile(this->runs.path.c_str(), -1); });
     EXPECT_TRUE(matrix != nullptr || anAllocationHasFailed());
     if (matrix == nullptr) return;
-    EXPECT_EQ(C::loadReport(matrix, nullptr), 1) << "a lack of memory is no damage of the file";
+    EXPECT_EQ(C::loadReport(matrix, nullptr), 1) << "lack of memory is not reported as damage";
     this->runs.expectHistory(matrix);
     this->runs.expectWorks(matrix);
     C::destroy(matrix);
@@ -255,8 +250,9 @@ TYPED_TEST(FailingMemoryTest, SaveAndLoad) {
       matrix = C::create();
       if (matrix != nullptr) C::setNumberOfMatrices(matrix, 9);
     });
-    if (matrix != nullptr) this->runs.expectWorks(matrix);
-    if (matrix != nullptr) C::destroy(matrix);
+    if (matrix == nullptr) return;
+    this->runs.expectWorks(matrix);
+    C::destroy(matrix);
   });
 }
 
@@ -265,7 +261,7 @@ class FailingMemoryOfLearningTest : public FailingMemoryTest<Tier> {};
 using LearningTiers = testing::Types<std::integral_constant<int, 1>, std::integral_constant<int, 2>>;
 TYPED_TEST_SUITE(FailingMemoryOfLearningTest, LearningTiers);
 
-TYPED_TEST(FailingMemoryOfLearningTest, Learn) {
+TYPED_TEST(FailingMemoryOfLearningTest, LearningSurvives) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("learn",
                       [this](auto* matrix) { return numbered(this->runs.learn(matrix, nextText), C::numberOfWrites(matrix)); });
@@ -275,7 +271,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, Learn) {
   this->runs.failEach("learn files", [&](auto* matrix) {
     int length = 0;
     C::learnFiles(matrix, texts.c_str(), 1, &length);
-    return length == 35 ? std::string("both") : std::string();
+    return numbered(length == 35, length);
   });
   zq_initPrimes(0, 1000, std::array<int, 1>{}.data());
   for (const int coding : {1010, 1017}) {
@@ -297,7 +293,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, Learn) {
       s_setCurrentMatrixID(matrix, levelUp);
       int length = 0;
       s_Free(s_createPreviousLevelElementsFromOriginalSymbol(matrix, 257, &length));
-      return result == 1 && length > 0 ? std::string("words") : std::string();
+      return numbered(result == 1 && length > 0, 0);
     });
     this->runs.failEach("words alone", [](auto* matrix) {
       s_setMatrixAILevel(matrix, 1);
@@ -308,7 +304,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, Learn) {
   }
 }
 
-TYPED_TEST(FailingMemoryOfLearningTest, Music) {
+TYPED_TEST(FailingMemoryOfLearningTest, MusicSurvives) {
   using C = typename TestFixture::Calls;
   this->runs.folder.put("tune.mid", tune(melody({60, 62, 64, 60, 62, 65})));
   const std::string path = this->runs.folder.path() + "/tune.mid";
@@ -326,7 +322,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, Music) {
   this->runs.failEach("write a tune", [&](auto* matrix) {
     if (learnTune(matrix) == 0) return std::string();
     C::setCurrent(matrix, 2);
-    // A note that could not be read for lack of memory counts as the end of a sequence.
+    // A note that can't be read for lack of memory ends the sequence.
     const int result = C::writeMidi(matrix, 8, target.c_str(), nullptr);
     C::setCurrent(matrix, 1);
     return numbered(result, 0);
@@ -341,7 +337,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, Music) {
   };
   this->runs.failEach("learn a score", [&](auto* matrix) {
     const int notes = learnScore(matrix);
-    return notes == 0 ? std::string() : numbered(notes, C::numberOfWrites(matrix));
+    return numbered(notes, C::numberOfWrites(matrix));
   });
   this->runs.failEach("compose a score", [&](auto* matrix) {
     if (learnScore(matrix) == 0) return std::string();
@@ -351,13 +347,13 @@ TYPED_TEST(FailingMemoryOfLearningTest, Music) {
     C::setCurrent(matrix, 1);
     EXPECT_EQ(composed != nullptr, result == 1);
     zq_deleteScore(composed);
-    return result == 1 ? std::string("composed") : std::string();
+    return numbered(result, 0);
   });
   zq_deleteScore(score);
   std::filesystem::remove(target);
 }
 
-// A file that can't be opened for lack of memory is told as one that was not found.
+// A file that can't be opened for lack of memory is reported as not found.
 TEST(FailingMemoryOfFilesTest, ReportsAndScoresAreWholeOrNull) {
   TestFolder folder;
   const std::string midi = folder.put("tune.mid", tune(melody({60, 62, 64})));
@@ -401,27 +397,27 @@ TEST(FailingMemoryOfFilesTest, ReportsAndScoresAreWholeOrNull) {
   });
 }
 
-TYPED_TEST(FailingMemoryOfLearningTest, Generate) {
+TYPED_TEST(FailingMemoryOfLearningTest, GeneratingSurvives) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("generate", [](auto* matrix) {
     if (C::start(matrix, firstText.data(), 7, 1) < 0) return std::string();
-    std::string said;
+    int items = 0;
     double probability = 0, stopProbability = 0;
     for (int i = 0; i < 12; ++i) {
       const int* item = C::read(matrix, &probability, &stopProbability);
       if (item == nullptr || C::start(matrix, nullptr, 0, 0) < 0) return std::string();
-      said += "*";  // which item it is depends on the kernel, which goes back to the root where there is no room for it
+      ++items;  // which ones depends on the kernel, which is reset to the root for lack of memory
     }
     int count = 0;
     s_Free(C::successors(matrix, &count));
     int length = 0;
     int* preProcessed = C::preProcessed(matrix, firstText.data(), 9, &length);
     s_Free(preProcessed);
-    return preProcessed != nullptr ? said : std::string();
+    return numbered(preProcessed != nullptr, items);
   });
 }
 
-TYPED_TEST(FailingMemoryOfLearningTest, AnItemAsksForNoMemory) {
+TYPED_TEST(FailingMemoryOfLearningTest, ReadingAnItemAllocatesNothing) {
   using C = typename TestFixture::Calls;
   auto* matrix = this->runs.load();
   ASSERT_NE(matrix, nullptr);
@@ -440,7 +436,7 @@ TYPED_TEST(FailingMemoryOfLearningTest, AnItemAsksForNoMemory) {
   C::destroy(matrix);
 }
 
-TYPED_TEST(FailingMemoryOfLearningTest, Prune) {
+TYPED_TEST(FailingMemoryOfLearningTest, PruningSurvives) {
   using C = typename TestFixture::Calls;
   this->runs.failEach("prune", [](auto* matrix) { return numbered(C::prune(matrix), C::numberOfWrites(matrix)); });
   this->runs.failEach("cut", [](auto* matrix) { return numbered(C::cut(matrix, 2), C::numberOfWrites(matrix)); });

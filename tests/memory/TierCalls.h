@@ -1,4 +1,4 @@
-// The functions of the C header that the tests of failing memory call, tier by tier under one name.
+// Functions of the C header under the same name for each tier.
 #pragma once
 
 #include <zmatrix/zq.h>
@@ -73,9 +73,9 @@ struct TierCalls<2> {
   CALLS_OF_LEARNING_TIERS();
 };
 
-/// False for a matrix that has lost its block where memory ran out: it can only be deleted.
+/// False for a matrix that has lost its block for lack of memory and can only be deleted.
 bool isUsable(void* matrix, int tier);
-/// What is wrong with the block of a usable matrix; empty if nothing is.
+/// The first broken invariant of a usable matrix; empty if there is none.
 std::string faultOf(void* matrix, int tier);
 
 }  // namespace zmatrix

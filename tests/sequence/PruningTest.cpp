@@ -1,7 +1,4 @@
-// Pruning at its edges, in both learning tiers: what goes, what stays, what is told, and stores that are damaged or all but
-// empty.
-#include <gtest/gtest.h>
-
+// Pruning in both learning tiers: which elements are removed, messages, damaged stores, nearly empty matrices.
 #include <functional>
 
 #include "frame/ZQProgress.h"
@@ -14,7 +11,7 @@ namespace {
 
 using zmatrix::Vector;
 
-/// Moves the field of each phrase of the items to the right, the longest first: then each lies above the next longer one.
+/// Moves the field of each phrase of the items to the right, the longest first, so that each lies above the next longer one.
 template <class Matrix>
 void moveParentsAboveTheirChildren(zmatrix::TierMatrix<Matrix>& test, const Vector& items) {
   for (size_t length = items.size() - 1; length >= 1; --length) {
@@ -30,10 +27,10 @@ template <class Matrix>
 class PruningTest : public zmatrix::TierTest<Matrix> {};
 TYPED_TEST_SUITE(PruningTest, zmatrix::LearningTiers);
 
-// Each path of three items or more is decided by two shorter ones, but only a leaf can go, and what is left then is a leaf
-// itself. A pass looks from the highest slot down: it takes a whole chain where parents lie below their children, and the last
-// level of it where they lie above.
-TYPED_TEST(PruningTest, ChainsGoFromTheirEndLevelByLevel) {
+// Each path of three or more items is determined by two shorter ones, but only leaves are removed, which makes their parents
+// leaves. A pass goes from the highest slot down: it removes a whole chain if the parents lie below their children, and only the
+// last level if they lie above.
+TYPED_TEST(PruningTest, RemovesChainsFromTheirEnd) {
   const Vector items = {1, 2, 3, 4, 5, 6};
   for (const bool parentsLieAbove : {false, true}) {
     this->makeAnew();
@@ -56,7 +53,7 @@ TYPED_TEST(PruningTest, ChainsGoFromTheirEndLevelByLevel) {
   }
 }
 
-TYPED_TEST(PruningTest, ClearsOneOfSeveral) {
+TYPED_TEST(PruningTest, ClearLeavesOtherSubMatrices) {
   for (int id = 0; id < 3; ++id) {
     this->matrix->setCurrentMatrixID(id);
     this->write({1, 2, 3 + id});
@@ -71,7 +68,7 @@ TYPED_TEST(PruningTest, ClearsOneOfSeveral) {
   EXPECT_EQ(this->broken(), "");
   for (const int outOfRange : {-1, 4, INT_MAX}) EXPECT_EQ(this->matrix->clearMatrixForID(outOfRange), -1);
   EXPECT_EQ(this->matrix->getCurrentMatrixID(), 2);
-  // Elements without a write are taken out without being counted.
+  // Removed elements without a write are not counted, so nothing seems to be removed.
   this->matrix->setCurrentMatrixID(3);
   EXPECT_EQ(this->write({1, 600000}), 0);
   this->matrix->setCurrentMatrixID(0);
@@ -83,7 +80,7 @@ TYPED_TEST(PruningTest, ClearsOneOfSeveral) {
   EXPECT_EQ(this->matrix->getCurrentMatrixID(), 3);
 }
 
-TYPED_TEST(PruningTest, GivesUpEmptySubMatrices) {
+TYPED_TEST(PruningTest, RemovesEmptySubMatricesAtTheEnd) {
   for (const int id : {0, 2}) {
     this->matrix->setCurrentMatrixID(id);
     this->write({1, 2});
@@ -105,7 +102,7 @@ TYPED_TEST(PruningTest, GivesUpEmptySubMatrices) {
   EXPECT_EQ(this->matrix->getMatrixFileHeader()->getStopFlag(3), 0);
 }
 
-TYPED_TEST(PruningTest, AllEmptyKeepsOne) {
+TYPED_TEST(PruningTest, KeepsOneSubMatrixIfAllAreEmpty) {
   EXPECT_EQ(this->matrix->removeEmptyMatrices(), 1);
   EXPECT_EQ(this->matrix->getMaxNumberOfMatrices(), 1);
   this->take();
@@ -114,12 +111,12 @@ TYPED_TEST(PruningTest, AllEmptyKeepsOne) {
   EXPECT_EQ(this->matrix->clearMatrixForID(0), -1);
   EXPECT_EQ(this->take(), "error from clearMatrixWithID(): cannot remove, matrix must at least contain one sub matrix!\n");
   this->write({1, 2});
-  this->matrix->setMaxNumberOfMatrices(4);  // refused: it holds something
+  this->matrix->setMaxNumberOfMatrices(4);  // refused, since it isn't empty
   EXPECT_EQ(this->matrix->getMaxNumberOfMatrices(), 1);
 }
 
-// A record that is set anew leaves the elements in the block without a count; they go when the sub-matrix is given up.
-TYPED_TEST(PruningTest, RecordSetAnew) {
+// Resetting a record leaves its elements in the block uncounted; they are removed with the sub-matrix.
+TYPED_TEST(PruningTest, RemovesElementsOfARecordThatWasReset) {
   this->write({1, 2});
   this->matrix->setCurrentMatrixID(3);
   for (const Vector& vector : {Vector{1, 2}, Vector{1, 2, 3}, Vector{1, 7}, Vector{4}, Vector{9, 8, 7}}) this->write(vector);
@@ -146,8 +143,8 @@ TYPED_TEST(PruningTest, RecordSetAnew) {
   EXPECT_EQ(this->broken(), "");
 }
 
-// What is told of a link that leads astray, once for each element whose way up or down takes it.
-TYPED_TEST(PruningTest, BentLinksInTheirWords) {
+// A message for each element whose path uses the wrong link.
+TYPED_TEST(PruningTest, ReportsWrongLinks) {
   const Vector items = {1, 2, 3, 4};
   zmatrix::Account tell([this] { return this->take(); });
   const auto prune = [&](const std::string& step, auto bend) {
@@ -166,14 +163,14 @@ TYPED_TEST(PruningTest, BentLinksInTheirWords) {
   prune("parent above it", [&](auto* element, int at) { element->setOffsetToElementInPrevDimension(size - at); });
   prune("parent in an empty slot", [&](auto* element, int at) { element->setOffsetToElementInPrevDimension(size - 1 - at); });
   prune("child in an empty slot", [&](auto* element, int at) { element->setOffsetToElementInNextDimension(size - 1 - at); });
-  prune("a circle", [&](auto* element, int at) { element->setOffsetToElementInNextDimension(this->handleOf({1, 2, 3}) - at); });
+  prune("a cycle", [&](auto* element, int at) { element->setOffsetToElementInNextDimension(this->handleOf({1, 2, 3}) - at); });
   prune("too long a path", [this](auto*, int) { this->info()->_setCurrentDimension(3); });
 }
 
-// The way down is broken, but shorter phrases decide the element all the same: it can't be looked up, or can't be deleted.
-TYPED_TEST(PruningTest, ElementThatIsNotFoundAgain) {
+// Shorter phrases determine the element, but a broken child link hides it: it can't be looked up or deleted.
+TYPED_TEST(PruningTest, ReportsAnElementThatCannotBeFound) {
   const Vector items = {1, 2, 3, 4};
-  for (size_t begin = items.size(); begin-- > 0;) {  // the whole comes last, and so lies highest
+  for (size_t begin = items.size(); begin-- > 0;) {  // the whole is written last and lies highest
     for (size_t end = begin + 1; end <= items.size(); ++end) {
       this->write(Vector(items.begin() + static_cast<long>(begin), items.begin() + static_cast<long>(end)));
     }
@@ -185,16 +182,16 @@ TYPED_TEST(PruningTest, ElementThatIsNotFoundAgain) {
   ZQDebugChannel::globalDebugLevel = 5;
   this->take();
   EXPECT_EQ(this->matrix->removeOverDeterminedElementsSingleIteration(1), 1);  // the other phrase of three
-  const std::string told = this->take();
+  const std::string printed = this->take();
   const bool looksUp = TestFixture::Access::tier == plain::Tier::full;
-  const std::string words = looksUp ? "removeOverdetPoints: element=NULL unexpected for indexVector: "
-                                    : "delete element: uncritical warning, rc = -6\n";
-  EXPECT_NE(told.find(words), std::string::npos) << told;
+  const std::string message = looksUp ? "removeOverdetPoints: element=NULL unexpected for indexVector: "
+                                      : "delete element: uncritical warning, rc = -6\n";
+  EXPECT_NE(printed.find(message), std::string::npos) << printed;
   EXPECT_NE(this->matrix->elementAt(last), nullptr);
 }
 
-// The kernel names an element by its handle. Whatever takes that element away, what is read next is written, or nothing is.
-TYPED_TEST(PruningTest, KernelWhoseElementIsGone) {
+// The kernel has the handle of an element. After that element is removed, a read gives an existing item or nothing.
+TYPED_TEST(PruningTest, AKernelSurvivesTheRemovalOfItsElement) {
   const int sequence[] = {1, 2, 3, 4, 5, 1, 2, 6, 4, 3, 3, 5}, start[] = {1, 2, 3};
   const std::function<void(TypeParam&)> ways[] = {[this](TypeParam&) {
                                                     this->remove({1, 2, 3, 4, 5});

@@ -1,7 +1,5 @@
-// Asked by links, the question how often shorter paths decide a path has the answer that a search from the root gives: for items
-// of one, two and three integers, for paths that were only passed through, and after deletions that broke the way of a link.
-#include <gtest/gtest.h>
-
+// How often shorter paths determine a path: suffix links and a search from the root must agree, for items of one to three
+// integers, for paths without a write, and after deletions that break a link's path.
 #include <random>
 #include <string>
 
@@ -11,6 +9,7 @@
 namespace {
 
 using Access = zmatrix::TierUnderTest<ZQMatrixMedium>;
+using zmatrix::Vector;
 
 struct Case {
   int coordinateDimension, numberOfValues;
@@ -26,18 +25,18 @@ class SuffixLinksTest : public testing::TestWithParam<Case> {
   int below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
 
   void writePhrases() {
-    std::vector<int> sequence;
+    Vector sequence;
     for (int i = 0; i < 240 * c(); ++i) sequence.push_back(below(GetParam().numberOfValues));
     for (int start = 0; start + c() <= static_cast<int>(sequence.size()); start += c()) {
       for (int end = start + c(); end <= static_cast<int>(sequence.size()) && end <= start + 7 * c(); end += c()) {
         if (!GetParam().writesAllPhrases && below(3) == 0) continue;
-        ASSERT_EQ(Access::write(*matrix, std::vector<int>(sequence.begin() + start, sequence.begin() + end), 1, 0, 0, 0), 1);
+        ASSERT_EQ(Access::write(*matrix, Vector(sequence.begin() + start, sequence.begin() + end), 1, 0, 0, 0), 1);
       }
     }
   }
 
-  std::vector<int> pathOf(int position) const {
-    std::vector<int> path;
+  Vector pathOf(int position) const {
+    Vector path;
     for (; position >= matrix->getMaxNumberOfMatrices();
          position += matrix->elementAt(position)->getOffsetToElementInPrevDimension()) {
       path.insert(path.begin(), matrix->elementAt(position)->getIndexInDimension());
@@ -45,13 +44,13 @@ class SuffixLinksTest : public testing::TestWithParam<Case> {
     return path;
   }
 
-  /// All elements, each by its links and by its vector; how many there are of each answer.
-  std::vector<int> compare(const zmatrix::ZQSuffixLinks& links) {
-    std::vector<int> answers(3, 0);
+  /// Compares both answers for all elements, and returns how many elements have each answer.
+  Vector compare(const zmatrix::ZQSuffixLinks& links) {
+    Vector answers(3, 0);
     for (int position = matrix->getMaxNumberOfMatrices(); position <= matrix->getMaximalStack(); ++position) {
       if (matrix->elementAt(position) == nullptr) continue;
       EXPECT_TRUE(links.isKnown(position));
-      const std::vector<int> path = pathOf(position);
+      const Vector path = pathOf(position);
       const int length = static_cast<int>(path.size());
       EXPECT_EQ(links.depthOf(position), length);
       const int expected = matrix->isDeterminedUpToTwice(path.data(), length);
@@ -65,7 +64,7 @@ class SuffixLinksTest : public testing::TestWithParam<Case> {
   std::mt19937 random;
 };
 
-TEST_P(SuffixLinksTest, AnswerAsASearchFromTheRoot) {
+TEST_P(SuffixLinksTest, AgreeWithASearchFromTheRoot) {
   writePhrases();
   zmatrix::ZQSuffixLinks links;
   ASSERT_TRUE(links.build(*matrix));
@@ -74,7 +73,7 @@ TEST_P(SuffixLinksTest, AnswerAsASearchFromTheRoot) {
     for (int i = 0; i < 60; ++i) {
       const int position = matrix->getMaxNumberOfMatrices() + below(matrix->getMaximalStack());
       if (matrix->elementAt(position) == nullptr) continue;
-      const std::vector<int> path = pathOf(position);
+      const Vector path = pathOf(position);
       matrix->deleteMatrixElement(path.data(), static_cast<int>(path.size()), below(2));
     }
   }

@@ -1,11 +1,11 @@
-// Learning and generation of the library beside a plain telling of both: random sequences over small alphabets, in which phrases
-// are skipped, post-written and overwritten, then pruned, then continued by every method with the same draws.
+// Learning and generation compared with the plain reference: random sequences over small alphabets, whose phrases are skipped,
+// post-written and overwritten, then pruned, then continued by each method with the same random draws.
 #include "store/StoreTwin.h"
 #include "support/PlainSequence.h"
 
 namespace {
 
-using Vector = std::vector<int>;
+using zmatrix::Vector;
 
 struct Habit {
   int c;
@@ -24,31 +24,27 @@ class SequenceTwin : public StoreTwin<Matrix> {
   using StoreTwin<Matrix>::store;
   using StoreTwin<Matrix>::matrix;
 
-  SequenceTwin(const Habit& aHabit, int method) : StoreTwin<Matrix>(200), habit(aHabit) {
+  SequenceTwin(const Habit& habit, int method) : StoreTwin<Matrix>(200), habit_(habit) {
     this->modelled = habit.includeOverdeterminedRules == 1;
     for (int id = 0; id < 2; ++id) {
       this->setMethod(id, method);
       store.infos[static_cast<size_t>(id)].coordinateDimension = habit.c;
-      plain::Sequence& sequence = sequences[id];
-      sequence.matrixType = habit.matrixType;
-      sequence.preProcessingType = habit.preProcessingType;
-      sequence.includeOverdeterminedRules = habit.includeOverdeterminedRules;
-      sequence.useStartOfSequence = habit.useStart;
-      sequence.useEndOfSequence = habit.useEnd;
-      sequence.maxPhraseLength = habit.maxPhraseLength;
-      Info* info = infoOf(id);
-      info->setMatrixType(habit.matrixType);
-      info->setCoordinateDimension(habit.c);
-      info->setIsPhraseMatrix(1);
-      info->setPreProcessingType(habit.preProcessingType);
-      info->setIncludeOverdeterminedRules(habit.includeOverdeterminedRules);
-      info->setUseStartOfSequence(habit.useStart);
-      info->setUseEndOfSequence(habit.useEnd);
-      info->setMaxPhraseLengthForUpdateWithSequence(habit.maxPhraseLength);
+      const auto set = [&](int plain::Sequence::*plainSetting, auto setter, int value) {
+        sequences_[id].*plainSetting = value;
+        (infoOf(id)->*setter)(value);
+      };
+      set(&plain::Sequence::matrixType, &Info::setMatrixType, habit.matrixType);
+      infoOf(id)->setCoordinateDimension(habit.c);
+      infoOf(id)->setIsPhraseMatrix(1);
+      set(&plain::Sequence::preProcessingType, &Info::setPreProcessingType, habit.preProcessingType);
+      set(&plain::Sequence::includeOverdeterminedRules, &Info::setIncludeOverdeterminedRules, habit.includeOverdeterminedRules);
+      set(&plain::Sequence::useStartOfSequence, &Info::setUseStartOfSequence, habit.useStart);
+      set(&plain::Sequence::useEndOfSequence, &Info::setUseEndOfSequence, habit.useEnd);
+      set(&plain::Sequence::maxPhraseLength, &Info::setMaxPhraseLengthForUpdateWithSequence, habit.maxPhraseLength);
     }
   }
 
-  plain::Sequence& sequence() { return sequences[store.currentMatrixID]; }
+  plain::Sequence& sequence() { return sequences_[store.currentMatrixID]; }
   Info* info() { return infoOf(store.currentMatrixID); }
 
   void learn(Vector items) {
@@ -64,15 +60,15 @@ class SequenceTwin : public StoreTwin<Matrix> {
       EXPECT_EQ(values[i], expected.values[static_cast<size_t>(i)]);
       EXPECT_EQ(lengths[i], expected.lengths[static_cast<size_t>(i)]);
       EXPECT_EQ(Vector(vectors[i], vectors[i] + vector.size()), vector);
-      if (habit.includeOverdeterminedRules == 1)
-        this->model().write(vector, values[i], i == 0 && habit.useStart, endsSequence(expected, i));
+      if (habit_.includeOverdeterminedRules == 1)
+        this->model().write(vector, values[i], i == 0 && habit_.useStart, endsSequence(expected, i));
     }
     for (int i = 0; i < processed; ++i) matrix->mFree(vectors[i]);
     for (void* array : {static_cast<void*>(values), static_cast<void*>(lengths), static_cast<void*>(vectors)})
       matrix->mFree(array);
     this->compareMessages();
     this->compare();
-    if (habit.includeOverdeterminedRules == 1 && this->sound()) this->compareAll();
+    if (habit_.includeOverdeterminedRules == 1 && this->sound()) this->compareAll();
   }
 
   void startKernel(Vector items, int setInitialValues) {
@@ -86,7 +82,7 @@ class SequenceTwin : public StoreTwin<Matrix> {
         expected);
     compareKernel();
   }
-  /// The full tier goes up the levels by their IDs, and finds none where nothing is written in this sub-matrix or behind it.
+  /// The full tier finds no level if this sub-matrix and those with higher IDs are empty.
   void startKernelOfUnwrittenSubMatrix(const Vector& items, int setInitialValues) {
     store.messages += "initializeKernelSequenceWithOriginalSequence: error: matrix does not contain symbol sub-matrix with id " +
                       std::to_string(store.currentMatrixID) + " for level 0!\n";
@@ -119,10 +115,10 @@ class SequenceTwin : public StoreTwin<Matrix> {
       compareItem(expected, item, probability, stopProbability, handle);
     }
   }
-  /// Deletes and writes phrases here and there, then goes on from the kernel as it was, with one item more.
+  /// Deletes and writes random phrases, then sets the kernel to its old items and one more.
   void changeAndContinue(Dice& dice, const Vector& item) {
     const plain::Sequence& now = sequence();
-    Vector context(now.kernelOriginal.begin(), now.kernelOriginal.begin() + now.lengthOfKernelOriginal * habit.c);
+    Vector context(now.kernelOriginal.begin(), now.kernelOriginal.begin() + now.lengthOfKernelOriginal * habit_.c);
     for (int i = 0; i < 4; ++i) {
       const int position = dice.below(store.maximalStack + 1);
       Vector path = store.at(position) != nullptr ? store.path(position) : Vector();
@@ -140,7 +136,7 @@ class SequenceTwin : public StoreTwin<Matrix> {
     sequence().successorMethod = method;
     sequence().enableStopItem = enableStopItem;
     sequence().restartWithTrueStartItem = restartWithTrueStartItem;
-    sequence().skillOutputLevel = skill < 0 || skill > habit.maxPhraseLength ? habit.maxPhraseLength : skill;
+    sequence().skillOutputLevel = skill < 0 || skill > habit_.maxPhraseLength ? habit_.maxPhraseLength : skill;
     info()->setSuccessorMethod(method);
     info()->setEnableStopItem(enableStopItem);
     info()->setRestartWithTrueStartItem(restartWithTrueStartItem);
@@ -153,23 +149,23 @@ class SequenceTwin : public StoreTwin<Matrix> {
   int updateLibrary(Vector& items, int* processed, int* overwrites, int** values, int** lengths, int*** vectors) {
     const int length = static_cast<int>(items.size());
     if constexpr (StoreTwin<Matrix>::hasSymbols) {
-      return matrix->updateMatrixWithCombinedSequenceDebug(items.data(), length, habit.matrixType, habit.c,
-                                                           habit.preProcessingType, 0, nullptr, processed, overwrites, values,
+      return matrix->updateMatrixWithCombinedSequenceDebug(items.data(), length, habit_.matrixType, habit_.c,
+                                                           habit_.preProcessingType, 0, nullptr, processed, overwrites, values,
                                                            lengths, vectors);
     } else {
-      return matrix->updateMatrixWithCombinedSequenceDebug(items.data(), length, habit.matrixType, habit.c,
-                                                           habit.preProcessingType, 0, processed, overwrites, values, lengths,
+      return matrix->updateMatrixWithCombinedSequenceDebug(items.data(), length, habit_.matrixType, habit_.c,
+                                                           habit_.preProcessingType, 0, processed, overwrites, values, lengths,
                                                            vectors);
     }
   }
   bool endsSequence(const plain::Update& update, int number) const {
     const auto i = static_cast<size_t>(number);
-    return habit.useEnd && (i + 1 == update.lengths.size() || update.values[i + 1] != update.values[i]);
+    return habit_.useEnd && (i + 1 == update.lengths.size() || update.values[i + 1] != update.values[i]);
   }
   void compareItem(const plain::Item& expected, const int* item, double probability, double stopProbability, int handle) {
     ASSERT_EQ(item != nullptr, !expected.coordinates.empty());
     if (item != nullptr) {
-      EXPECT_EQ(Vector(item, item + habit.c), expected.coordinates);
+      EXPECT_EQ(Vector(item, item + habit_.c), expected.coordinates);
     }
     EXPECT_DOUBLE_EQ(probability, expected.probability);
     EXPECT_DOUBLE_EQ(stopProbability, expected.stopProbability);
@@ -180,26 +176,26 @@ class SequenceTwin : public StoreTwin<Matrix> {
     const plain::Sequence& expected = sequence();
     EXPECT_EQ(info()->getKernelMatrixHandle(), expected.kernelMatrixHandle);
     EXPECT_EQ(info()->getLengthOfKernelOriginalSequence(), expected.lengthOfKernelOriginal);
-    EXPECT_EQ(info()->getLengthOfKernelPreProcessedSequence() * habit.c, static_cast<int>(expected.kernelPreProcessed.size()));
+    EXPECT_EQ(info()->getLengthOfKernelPreProcessedSequence() * habit_.c, static_cast<int>(expected.kernelPreProcessed.size()));
     int length = 0, c = 0;
     int* flat = info()->getKernelPreProcessedSequenceIndexVector(&length, &c);
     EXPECT_EQ(Vector(flat, flat + length), expected.kernelPreProcessed);
     matrix->mFree(flat);
     flat = info()->getKernelOriginalSequenceFlatIndexVector(&length, &c);
     const auto begin = expected.kernelOriginal.begin();
-    EXPECT_EQ(Vector(flat, flat + length), Vector(begin, begin + expected.lengthOfKernelOriginal * habit.c));
+    EXPECT_EQ(Vector(flat, flat + length), Vector(begin, begin + expected.lengthOfKernelOriginal * habit_.c));
     matrix->mFree(flat);
     EXPECT_EQ(info()->getActualSuccessorRandomValue(), expected.successorRandomValue);
     EXPECT_EQ(matrix->getMatrixFileHeader()->getStopFlags()[store.currentMatrixID], expected.stopFlag);
     this->compareMessages();
   }
 
-  Habit habit;
-  plain::Sequence sequences[2] = {{store, 0}, {store, 1}};
+  Habit habit_;
+  plain::Sequence sequences_[2] = {{store, 0}, {store, 1}};
 };
 
 template <class Matrix>
-class SequenceTwinTest : public testing::Test {
+class UpdateTwinTest : public testing::Test {
  public:
   static Vector randomItems(Dice& dice, const Habit& habit, int items) {
     Vector sequence(static_cast<size_t>(items * habit.c));
@@ -225,10 +221,9 @@ class SequenceTwinTest : public testing::Test {
     }
   }
 };
-using Tiers = testing::Types<ZQMatrixMedium, ZQMatrix>;
-TYPED_TEST_SUITE(SequenceTwinTest, Tiers);
+TYPED_TEST_SUITE(UpdateTwinTest, zmatrix::LearningTiers);
 
-TYPED_TEST(SequenceTwinTest, LearnPruneGenerate) {
+TYPED_TEST(UpdateTwinTest, AgreesOnLearningPruningAndGenerating) {
   int skips = 0, postWrites = 0;
   for (unsigned seed = 0; seed < 160; ++seed) {
     Dice dice(seed);
@@ -268,9 +263,8 @@ TYPED_TEST(SequenceTwinTest, LearnPruneGenerate) {
   EXPECT_GT(postWrites, 100);
 }
 
-// Longer sequences in one sub-matrix after another, so that fields move in the midst of a pass and the block grows again and
-// again.
-TYPED_TEST(SequenceTwinTest, LongSequences) {
+// Longer sequences in two sub-matrices by turns, so that fields move during a pass and the block grows several times.
+TYPED_TEST(UpdateTwinTest, AgreesOnLongSequences) {
   for (int method = 0; method <= 3; ++method) {
     for (const int c : {1, 3}) {
       SCOPED_TRACE("method " + std::to_string(method) + ", c " + std::to_string(c));
@@ -289,8 +283,8 @@ TYPED_TEST(SequenceTwinTest, LongSequences) {
   }
 }
 
-// A dimension that large indices force decides how many items a sequence has, not the one that was asked for.
-TEST(SequenceUpdateTest, LearnsWholeItemsOfTheDimensionThatLargeIndicesForce) {
+// Large indices force dimension 2, so five integers are two items.
+TEST(SequenceUpdateTest, LearnsItemsOfTheDimensionThatLargeIndicesForce) {
   ZQMatrixMedium* matrix = createAndInitMatrixMedium();
   const Vector sequence = {1, 2, 3, 4, 5};
   EXPECT_EQ(matrix->updateMatrixWithCombinedSequence(sequence.data(), 5, ZQMatrixTypeIntegerSeries, 1, 0, 1), 1);

@@ -1,4 +1,4 @@
-// What is printed of a header and of the records of each tier, to the byte, and with it the defaults of all settings.
+// The print-outs of a header and of the records of each tier, byte for byte, with the defaults of all settings.
 #include "support/KeptText.h"
 #include "support/TierTest.h"
 
@@ -9,7 +9,7 @@ namespace {
 
 class PrintoutsTest : public zmatrix::TierTest<ZQMatrix> {};
 
-TEST_F(PrintoutsTest, OfANewHeader) {
+TEST_F(PrintoutsTest, ShowTheDefaultsOfAHeader) {
   ZQMatrixFileHeader header;
   ASSERT_EQ(header.initFileHeader(ZQMatrixInfoTypeMedium), 1);
   messages.listen();
@@ -17,8 +17,8 @@ TEST_F(PrintoutsTest, OfANewHeader) {
   zmatrix::expectKeptText("new_header.txt", take());
 }
 
-// Sub-matrix 1 has a feed, a kernel, counts and symbols, each tier's print-outs show their part of it.
-TEST_F(PrintoutsTest, OfRecordsInAllTiers) {
+// Sub-matrix 1 has a feed, a kernel, counts and symbols; the print-outs of a tier show the parts that it has.
+TEST_F(PrintoutsTest, ShowTheRecordsOfEachTier) {
   matrix->setCurrentMatrixID(1);
   const int sequence[] = {-5, 300};
   info()->generateUpdateInfoSequence(sequence, 2);

@@ -1,5 +1,5 @@
-// A store with one link bent in memory: the self-tests tell of every such link, in the tier's words, and repair none; and
-// whatever is done on such a store stays within the block and ends.
+// A store with one wrong link in memory: the self-tests report each of them with the tier's messages and repair none, and all
+// operations on such a store end and stay within the block.
 #include <algorithm>
 #include <set>
 
@@ -22,7 +22,7 @@ const Link previous = {"previous", &plain::Element::previous, &ZQMatrixBaseEleme
 
 const Vector paths[] = {{1}, {2}, {4}, {1, 2}, {1, 3}, {1, 5}, {2, 7, 1}, {2, 7, 2}, {4, -1}};
 
-/// A small store: fields of three and more in two sub-matrices, paths that are written and paths that only lead on.
+/// A small store in two sub-matrices, with fields of three elements, written paths and paths without a write.
 template <class Matrix>
 class DamagedStore : public zmatrix::TierMatrix<Matrix> {
  public:
@@ -49,11 +49,11 @@ class DamagedStore : public zmatrix::TierMatrix<Matrix> {
   }
 };
 
-/// Calls `look` with a fresh store for each wrong offset of each link of each element: one that leads nowhere, beside its target,
-/// out of the block at either end, to a slot of its own kind.
+/// Calls `look` with a new store for each wrong offset of each link of each element: 0, near the target, out of the block at
+/// either end, to another element.
 template <class Matrix, class Look>
-void forEachBentLink(Look look) {
-  // One store at a time listens to the messages.
+void forEachWrongLink(Look look) {
+  // Only one store at a time can capture messages.
   const Vector positions = DamagedStore<Matrix>().positionsOfCurrent();
   const std::vector<plain::Element> records = DamagedStore<Matrix>().records();
   ASSERT_EQ(positions.size(), 10u);
@@ -77,22 +77,23 @@ template <class Matrix>
 class DamagedStoreTest : public testing::Test {};
 TYPED_TEST_SUITE(DamagedStoreTest, zmatrix::Tiers);
 
-TYPED_TEST(DamagedStoreTest, EveryBentLinkIsToldAndStays) {
+TYPED_TEST(DamagedStoreTest, WrongLinksAreReportedAndNotRepaired) {
   EXPECT_EQ(DamagedStore<TypeParam>().scan()[0], 1);
   EXPECT_EQ(DamagedStore<TypeParam>().walk()[0], 1);
-  forEachBentLink<TypeParam>([](DamagedStore<TypeParam>& store) {
+  forEachWrongLink<TypeParam>([](DamagedStore<TypeParam>& store) {
     const std::vector<plain::Element> before = store.records();
     const int scanned = store.scan()[0];
     EXPECT_LT(std::min(scanned, store.walk()[0]), 1);
-    const std::string told = store.take();
-    const bool hasWords = told.find("error ") != std::string::npos || told.find("warning: ") != std::string::npos ||
-                          told.find("is unexpected\n") != std::string::npos;
-    EXPECT_TRUE(hasWords) << told;
+    const std::string messages = store.take();
+    const std::string expected[] = {"error ", "warning: ", "is unexpected\n"};
+    EXPECT_TRUE(std::any_of(std::begin(expected), std::end(expected), [&](const auto& part) {
+      return messages.find(part) != std::string::npos;
+    })) << messages;
     EXPECT_EQ(store.scan()[0], scanned);
     EXPECT_LT(store.walk()[0], 1);
     EXPECT_TRUE(store.records() == before);
 
-    // Pruning and trimming, too, look at every slot, and leave a block that can be used.
+    // Pruning and trimming look at every slot too, and leave a usable block.
     if constexpr (requires { store.matrix->removeLongElements(1); }) {
       store.matrix->removeOverDeterminedElements();
       store.matrix->removeLongElements(1);
@@ -106,7 +107,7 @@ TYPED_TEST(DamagedStoreTest, EveryBentLinkIsToldAndStays) {
   });
 }
 
-TYPED_TEST(DamagedStoreTest, EachKindOfLinkInTheTiersWords) {
+TYPED_TEST(DamagedStoreTest, EachKindOfLinkHasItsMessages) {
   const struct {
     Vector path;
     Link link;
@@ -125,8 +126,8 @@ TYPED_TEST(DamagedStoreTest, EachKindOfLinkInTheTiersWords) {
   }
 }
 
-TYPED_TEST(DamagedStoreTest, WorkOnItStaysWithinTheBlock) {
-  forEachBentLink<TypeParam>([](DamagedStore<TypeParam>& store) {
+TYPED_TEST(DamagedStoreTest, OperationsStayWithinTheBlock) {
+  forEachWrongLink<TypeParam>([](DamagedStore<TypeParam>& store) {
     TypeParam& matrix = *store.matrix;
     int length = 0, count = 0;
     for (int position = 0; position <= matrix.getMaximalStack(); ++position) {
@@ -143,7 +144,7 @@ TYPED_TEST(DamagedStoreTest, WorkOnItStaysWithinTheBlock) {
     }
     store.scan();
     store.walk();
-    matrix.setCurrentMatrixID(1);  // whose fields interleave with the damaged ones
+    matrix.setCurrentMatrixID(1);  // its fields interleave with the damaged ones
     for (const Vector& path : paths) store.write({path[0], 6, path.back()});
     if constexpr (requires { matrix.removeOverDeterminedElements(); }) {
       matrix.removeOverDeterminedElements();

@@ -1,5 +1,5 @@
-// Symbols of the full tier where the store moves, deletes and gives up what they lead to: each symbol from 256 on keeps leading
-// to its phrase, and links between levels that lead nowhere are passed over.
+// Symbols of the full tier when the store moves, deletes or drops the elements they link to: each symbol from 256 on keeps the
+// link to its phrase, and invalid links between levels are ignored.
 #include "support/Account.h"
 #include "support/TierTest.h"
 
@@ -9,16 +9,16 @@ namespace {
 
 using zmatrix::Vector;
 
-class SymbolLinksTest : public zmatrix::TierTest<ZQMatrix> {
+class LinksOfSymbolsTest : public zmatrix::TierTest<ZQMatrix> {
  public:
-  SymbolLinksTest() {
+  LinksOfSymbolsTest() {
     matrix->setInitialMatrixBlocksize(80);
     messages.listen();
     ZQDebugChannel::globalDebugLevel = 0;
   }
 
   ZQMatrixElement* elementOf(const Vector& vector) { return static_cast<ZQMatrixElement*>(TierTest::elementOf(vector)); }
-  /// The phrase gets a symbol, and the symbol an element in sub-matrix 1 with the position of the phrase.
+  /// Writes the phrase with a symbol, and the symbol in sub-matrix 1 with a link to the phrase. Returns the symbol.
   int link(const Vector& phrase) {
     write(phrase, 1);
     const int symbol = elementOf(phrase)->getSymbolID();
@@ -42,9 +42,9 @@ class SymbolLinksTest : public zmatrix::TierTest<ZQMatrix> {
   int move(const Vector& phrase) { return moveFieldOf(handleOf(phrase), phrase.back()); }
 };
 
-TEST_F(SymbolLinksTest, OutOfRangeArePassedOver) {
+TEST_F(LinksOfSymbolsTest, LinksOutOfRangeAreIgnored) {
   const int symbol = link({1, 2});
-  for (const int levelUp : {4, 77, INT_MAX, 3, 0}) {  // beyond the sub-matrices, empty, and the phrase's own
+  for (const int levelUp : {4, 77, INT_MAX, 3, 0}) {  // no sub-matrix, an empty one, the phrase's own
     matrix->setCurrentMatrixIDLevelUp(levelUp);
     const int before = linkOf(symbol);
     EXPECT_NE(move({1, 2}), 0);
@@ -69,38 +69,38 @@ TEST_F(SymbolLinksTest, OutOfRangeArePassedOver) {
   }
 }
 
-TEST_F(SymbolLinksTest, AnIDIsNeverGivenTwice) {
+TEST_F(LinksOfSymbolsTest, NoIDIsGivenTwice) {
   const Vector phrase = {1, 2};
   zmatrix::Account tell([this] { return take(); });
-  const auto say = [&](const std::string& step) {
+  const auto tellPhrase = [&](const std::string& step) {
     const ZQMatrixElement* element = handleOf(phrase) >= 0 ? elementOf(phrase) : nullptr;
     tell(step, element != nullptr ? element->getSymbolID() : -1, matrix->getNumberOfSymbols(),
          matrix->getMatrixInfo()->getNewSymbol(), matrix->getSymbolDownLinkHandleFromSymbol(257));
   };
   write(phrase);
-  say("no symbol");
+  tellPhrase("no symbol");
   for (int i = 0; i < 2; ++i) {
     write(phrase, 1);
-    say("a symbol");
+    tellPhrase("a symbol");
   }
   matrix->deleteMatrixElement(phrase.data(), 2, 0);
-  say("deleted");
+  tellPhrase("deleted");
   write(phrase, 1);
-  say("a symbol again");
+  tellPhrase("a symbol again");
   write({1, 2, 3});
   elementOf(phrase)->setSymbolDownLinkHandle(9);
   const ZQMatrixElement* inner = elementOf(phrase);
-  matrix->deleteMatrixElement(phrase.data(), 2, 0);  // unwritten, and there no more as a symbol
+  matrix->deleteMatrixElement(phrase.data(), 2, 0);  // stays as a path element, without its symbol
   tell("an inner one deleted", inner->getSymbolID(), inner->getSymbolDownLinkHandle(), matrix->getNewSymbolID());
   write(phrase, -1);
-  say("a negative one");
+  tellPhrase("a negative one");
 }
 
-// The symbol level is cleared and given up while the phrases still know of it.
-TEST_F(SymbolLinksTest, OutliveTheirLevel) {
+// The symbol level is cleared and removed while the phrases still link to it.
+TEST_F(LinksOfSymbolsTest, SymbolsSurviveTheirLevel) {
   matrix->setCurrentMatrixIDLevelUp(1);
   const int one = link({1, 2}), two = link({3, 4, 5});
-  setLink(one, handleOf({1, 2}));  // the second symbol has moved the first
+  setLink(one, handleOf({1, 2}));  // learning the second symbol has moved the first
   setLink(two, handleOf({3, 4, 5}));
   EXPECT_EQ(matrix->perform1stMemoryTestSimplyfied(1, 0), 1) << take();
   EXPECT_EQ(matrix->clearMatrixForID(1), 1);

@@ -1,5 +1,5 @@
-// The store at its edges, in all tiers: codes of what is not there, lengths and coordinates at the limit, packed items of 32 and
-// 64 bits, handles that outlived their element, growth that fails or is refused.
+// Limits of the store in all tiers: result codes for absent vectors, lengths and coordinates at the limit, packed items of 32 and
+// 64 bits, stale handles, growth that fails or is refused.
 #include <utility>
 
 #include "support/Account.h"
@@ -18,8 +18,8 @@ class StoreLimitsTest : public zmatrix::TierTest<Matrix> {
 };
 TYPED_TEST_SUITE(StoreLimitsTest, zmatrix::Tiers);
 
-// A vector as long as the limit can be written and not read.
-TYPED_TEST(StoreLimitsTest, LengthsAndCoordinatesAtTheLimit) {
+// A vector of exactly the maximal length can be written but not read.
+TYPED_TEST(StoreLimitsTest, LengthsAndCoordinatesBeyondTheLimitsAreRefused) {
   EXPECT_EQ(this->write(Vector(4096, 1)), 1);
   EXPECT_EQ(this->exist(Vector(4096, 1)), -2);
   EXPECT_EQ(this->exist(Vector(4095, 1)), 1);
@@ -35,18 +35,18 @@ TYPED_TEST(StoreLimitsTest, LengthsAndCoordinatesAtTheLimit) {
   EXPECT_EQ(this->broken(), "");
 }
 
-TYPED_TEST(StoreLimitsTest, DeletesOfWhatIsNotThereChangeNothing) {
+TYPED_TEST(StoreLimitsTest, DeletesOfAbsentVectorsChangeNothing) {
   for (const Vector& vector : {Vector{1, 2}, Vector{1, 2, 3}, Vector{4, 5}, Vector{6}}) this->write(vector, 1, 1);
   const auto records = this->records();
   const Vector counters = this->counters();
   const std::pair<Vector, int> cases[] = {
-      {{4}, 0},                                // a path element alone
+      {{4}, 0},                                // a path element without a write
       {{1, 40}, -1},      {{40}, -1},          // a field without this coordinate
       {{6, 1}, -2},       {{1, 2, 3, 4}, -2},  // a path that ends earlier
       {{}, -2},           {{1, 500000}, -3},   // a slot beyond the block
       {{1, INT_MIN}, -3},
   };
-  const int one[] = {1};  // a length that is refused is not read along
+  const int one[] = {1};  // must not be read behind its end
   for (const int keep : {0, 1, -1}) {
     for (const auto& [vector, code] : cases) EXPECT_EQ(this->remove(vector, keep), code);
     for (const int length : {3, 0}) EXPECT_EQ(this->matrix->deleteMatrixElement(nullptr, length, keep), -2);
@@ -54,14 +54,14 @@ TYPED_TEST(StoreLimitsTest, DeletesOfWhatIsNotThereChangeNothing) {
       EXPECT_EQ(this->matrix->deleteMatrixElement(one, length, keep), -3) << length;
     }
   }
-  EXPECT_EQ(this->remove({1, 2}, 1), 1);  // an inner element that is to stay
+  EXPECT_EQ(this->remove({1, 2}, 1), 1);  // an inner element that is kept
   EXPECT_TRUE(this->records() == records);
   EXPECT_EQ(this->counters(), counters);
   EXPECT_EQ(this->take(), "");
 }
 
-// A handle that names a free slot, one of another sub-matrix, one outside the block, and one that only lost its write.
-TYPED_TEST(StoreLimitsTest, HandlesThatLeadToNoPath) {
+// Handles of a free slot, of another sub-matrix, outside the block, and of an element that has lost its write.
+TYPED_TEST(StoreLimitsTest, HandlesWithoutAPathGiveNothing) {
   zmatrix::Account tell([this] { return this->take(); });
   for (const Vector& vector : {Vector{1}, Vector{1, 2}, Vector{1, 2, 3}, Vector{8, 9}}) this->write(vector);
   const int handle = this->handleOf({1, 2, 3}), inner = this->handleOf({1, 2});
@@ -91,7 +91,7 @@ TYPED_TEST(StoreLimitsTest, HandlesThatLeadToNoPath) {
   EXPECT_EQ(this->handleOf({1, 2}), -1);
 }
 
-/// The functions for items of one width under one face.
+/// The functions for items of one width under common names.
 template <class Matrix, class Item>
 struct ItemsOf {
   static constexpr bool isWide = sizeof(Item) == 8;
@@ -115,7 +115,7 @@ struct ItemsOf {
   };
 };
 
-/// An item is split by truncating division, so that the sign goes into every coordinate.
+/// An item is split by truncating division, so each coordinate has its sign.
 template <class Item, class Test>
 void tryPackedItems(Test& test, int limit, const std::vector<Item>& values) {
   using Items = ItemsOf<std::remove_reference_t<decltype(*test.matrix)>, Item>;
@@ -152,7 +152,7 @@ void tryPackedItems(Test& test, int limit, const std::vector<Item>& values) {
   EXPECT_EQ(matrix.getNumberOfMatrixElements(), elements);
 }
 
-TYPED_TEST(StoreLimitsTest, PackedItems) {
+TYPED_TEST(StoreLimitsTest, PackedItemsReadBackAsWritten) {
   tryPackedItems<int>(*this, 1000, {7, 999999, -123456});
   int tooLarge = INT_MIN;
   EXPECT_EQ(this->matrix->writeMatrixElement32(&tooLarge, 1, 9), 0);
@@ -161,7 +161,7 @@ TYPED_TEST(StoreLimitsTest, PackedItems) {
   tryPackedItems<long long>(*this, 500000, {0, 123456789012345678, -123456789012345678, LLONG_MAX, LLONG_MIN});
   long long huge = LLONG_MIN;
   EXPECT_GT(this->matrix->getMatrixHandleFromElementVector64(&huge, 1), 0);
-  // A small limit makes the first coordinate too large for any index, and for an int; a limit of 0 leaves nothing to divide by.
+  // With a small limit the first coordinate is too large for an index and for an int; with a limit of 0 there is no divisor.
   for (const int limit : {3, 1, 0}) {
     this->matrix->setCurrentMatrixID(limit == 3 ? 2 : 3);
     this->info()->setAllowLargeIndices(2);
@@ -171,9 +171,8 @@ TYPED_TEST(StoreLimitsTest, PackedItems) {
   }
 }
 
-// Past the largest block nothing grows; the header alone is told that the block is that large, so that nothing of the kind is
-// allocated.
-TYPED_TEST(StoreLimitsTest, GrowthEndsAtTheCap) {
+// Only the header is set to the size of the largest block, so that no such block is allocated.
+TYPED_TEST(StoreLimitsTest, GrowthStopsAtTheLargestBlock) {
   this->write({1, 2});
   this->matrix->getMatrixFileHeader()->_setMatrixBlockSize(134217728);
   ZQMatrixBaseElement** const block = this->matrix->getMatrixData();
@@ -191,8 +190,8 @@ TYPED_TEST(StoreLimitsTest, GrowthEndsAtTheCap) {
   EXPECT_EQ(this->broken(), "");
 }
 
-// Memory runs out at each of the places that grow: a move, a search, a first size. The write fails, and the matrix can be
-// deleted.
+// Memory runs out in each of the places that grow the block: a move, a search, the first allocation. The write fails, and the
+// matrix can be deleted.
 TYPED_TEST(StoreLimitsTest, GrowthThatFailsLeavesADeletableMatrix) {
   const std::string torn = "error from expandMatrixBlock: ReAllocation of _matrixData failed _matrixBlockSize too large: 161!\n";
   for (int place = 0; place < 3; ++place) {

@@ -1,12 +1,12 @@
-// Random scripts of writes, deletes, reads, prunes and growth on the library and on the plain store, in all tiers: whatever the
-// search method and however small the block, every element must lie in the same slot.
+// Random scripts of writes, deletes, reads, prunes and growth on the library and on the plain store, in all tiers, with each
+// search method and in blocks of all sizes: every element must lie in the same slot.
 #include "store/StoreTwin.h"
 
 namespace {
 
-using Vector = std::vector<int>;
+using zmatrix::Vector;
 
-/// What kind of coordinates a script writes: how deep, how wide, and how far the fields reach out of the block.
+/// The size of the block, and the vectors that a script writes.
 struct Habit {
   int blockSize;
   int steps;
@@ -19,8 +19,8 @@ struct Habit {
 template <class Matrix>
 class Script {
  public:
-  Script(unsigned seed, const Habit& aHabit, const plain::SearchState& state = {})
-      : twin(aHabit.blockSize, state), dice(seed), habit(aHabit) {
+  Script(unsigned seed, const Habit& habit, const plain::SearchState& state = {})
+      : twin(habit.blockSize, state), dice_(seed), habit_(habit) {
     twin.setLevelUp(0, 2);
     twin.setLevelUp(1, 3);
   }
@@ -30,13 +30,13 @@ class Script {
   }
 
   void run() {
-    for (int step = 0; step < habit.steps && twin.sound(); ++step) {
+    for (int step = 0; step < habit_.steps && twin.sound(); ++step) {
       SCOPED_TRACE("step " + std::to_string(step));
-      if (dice.oneIn(4)) twin.select(dice.below(4));
-      if (mixMethods && dice.oneIn(9)) twin.setMethod(dice.below(4), dice.below(4));
+      if (dice_.oneIn(4)) twin.select(dice_.below(4));
+      if (mixMethods && dice_.oneIn(9)) twin.setMethod(dice_.below(4), dice_.below(4));
       takeStep();
-      if (step % habit.compareEvery == 0) twin.compare();
-      if (step % (64 * habit.compareEvery) == 0) {
+      if (step % habit_.compareEvery == 0) twin.compare();
+      if (step % (64 * habit_.compareEvery) == 0) {
         EXPECT_EQ(zmatrix::brokenInvariant(*twin.matrix), "");
       }
     }
@@ -48,26 +48,26 @@ class Script {
 
  private:
   void takeStep() {
-    const int choice = dice.below(1000);
+    const int choice = dice_.below(1000);
     if (choice < 620) return writeNew();
-    if (choice < 770) return twin.remove(dice.oneIn(8) ? randomVector() : writtenVector(), dice.below(2));
-    if (choice < 850) return twin.read(dice.oneIn(3) ? randomVector() : writtenVector());
+    if (choice < 770) return twin.remove(dice_.oneIn(8) ? randomVector() : writtenVector(), dice_.below(2));
+    if (choice < 850) return twin.read(dice_.oneIn(3) ? randomVector() : writtenVector());
     if (choice < 900) return twin.compareHandles(writtenVector());
     if (choice < 960) return twin.linkSymbol(writtenVector());
     if (choice < 970) return writeReadOnly();
     if (choice < 980) return void(twin.write(tooLargeVector(), 1));
-    if (choice < 988) return twin.remove(Vector(static_cast<size_t>(dice.below(3)), 9999999), 0);
-    if (choice < 993) return twin.cut(dice.between(1, habit.deepest));
+    if (choice < 988) return twin.remove(Vector(static_cast<size_t>(dice_.below(3)), 9999999), 0);
+    if (choice < 993) return twin.cut(dice_.between(1, habit_.deepest));
     if (choice < 997) return twin.prune();
-    if (choice < 999 && growths++ < 2) return twin.expand(dice.oneIn(2) ? 0 : twin.store.blockSize + dice.below(9));
+    if (choice < 999 && growths_++ < 2) return twin.expand(dice_.oneIn(2) ? 0 : twin.store.blockSize + dice_.below(9));
     void(twin.write({}, choice));
   }
   void writeNew() {
-    // Every sub-sequence from the start, so that there are rules for the tests of determinedness.
-    const Vector vector = dice.oneIn(3) ? writtenVector() : randomVector();
-    const int marker = twin.store.currentMatrixID < 2 && dice.oneIn(3) ? dice.between(-1, 1) : 0;
-    if (twin.write(vector, dice.between(-1000000, 1000000) * 5000LL, dice.oneIn(4), dice.oneIn(4), marker)) remember(vector);
-    if (!dice.oneIn(3)) return;
+    // Suffixes of a vector are written too, so that shorter paths determine longer ones.
+    const Vector vector = dice_.oneIn(3) ? writtenVector() : randomVector();
+    const int marker = twin.store.currentMatrixID < 2 && dice_.oneIn(3) ? dice_.between(-1, 1) : 0;
+    if (twin.write(vector, dice_.between(-1000000, 1000000) * 5000LL, dice_.oneIn(4), dice_.oneIn(4), marker)) remember(vector);
+    if (!dice_.oneIn(3)) return;
     for (Vector rest(vector); rest.size() > 1;) {
       rest.erase(rest.begin());
       if (twin.write(rest, 1, 0, 0, 0)) remember(rest);
@@ -79,46 +79,44 @@ class Script {
     twin.setReadOnly(0);
   }
   Vector randomVector() {
-    const int reach = dice.oneIn(8) ? habit.wide : habit.narrow;
-    Vector vector(static_cast<size_t>(dice.between(1, reach == habit.wide ? 2 : habit.deepest)));
-    for (int& k : vector) k = dice.between(-reach, reach);
+    const int reach = dice_.oneIn(8) ? habit_.wide : habit_.narrow;
+    Vector vector(static_cast<size_t>(dice_.between(1, reach == habit_.wide ? 2 : habit_.deepest)));
+    for (int& k : vector) k = dice_.between(-reach, reach);
     return vector;
   }
   Vector tooLargeVector() {
     Vector vector = randomVector();
-    vector[static_cast<size_t>(dice.below(static_cast<int>(vector.size())))] = dice.oneIn(2) ? 500001 : -500001;
+    vector[static_cast<size_t>(dice_.below(static_cast<int>(vector.size())))] = dice_.oneIn(2) ? 500001 : -500001;
     return vector;
   }
   Vector writtenVector() {
-    const std::vector<Vector>& own = written[twin.store.currentMatrixID];
+    const std::vector<Vector>& own = written_[twin.store.currentMatrixID];
     if (own.empty()) return randomVector();
-    Vector vector = own[static_cast<size_t>(dice.below(static_cast<int>(own.size())))];
-    if (dice.oneIn(4)) vector.back() = dice.between(-habit.narrow, habit.narrow);
-    if (dice.oneIn(4)) vector.push_back(dice.between(-habit.narrow, habit.narrow));
+    Vector vector = own[static_cast<size_t>(dice_.below(static_cast<int>(own.size())))];
+    if (dice_.oneIn(4)) vector.back() = dice_.between(-habit_.narrow, habit_.narrow);
+    if (dice_.oneIn(4)) vector.push_back(dice_.between(-habit_.narrow, habit_.narrow));
     return vector;
   }
-  void remember(const Vector& vector) { written[twin.store.currentMatrixID].push_back(vector); }
+  void remember(const Vector& vector) { written_[twin.store.currentMatrixID].push_back(vector); }
 
-  Dice dice;
-  Habit habit;
-  int growths = 0;
-  std::vector<Vector> written[4];
+  Dice dice_;
+  Habit habit_;
+  int growths_ = 0;
+  std::vector<Vector> written_[4];
 };
 
 template <class Matrix>
 class StoreTwinTest : public testing::Test {};
-using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
-TYPED_TEST_SUITE(StoreTwinTest, Tiers);
+TYPED_TEST_SUITE(StoreTwinTest, zmatrix::Tiers);
 
-// Blocks so small that fields collide, leave the block at both ends and make it grow within searches and moves.
-TYPED_TEST(StoreTwinTest, SmallBlocks) {
-  unsigned seed = 1;
+/// Runs a script with each search method in each kind of block, and gives `look` the sums of the branch counters by method.
+template <class Matrix, class Look>
+void runWithEachMethod(unsigned seed, const std::vector<Habit>& habits, Look look) {
   for (int method = 0; method <= 3; ++method) {
     plain::Store sum(plain::Tier::base);
-    for (const Habit& habit : {Habit{64, 500, 5, 2, 20, 1}, Habit{100, 500, 3, 6, 60, 1}, Habit{64, 400, 2, 40, 150, 1},
-                               Habit{400, 500, 6, 3, 200, 1}, Habit{10, 120, 4, 1, 6, 1}}) {
+    for (const Habit& habit : habits) {
       SCOPED_TRACE("method " + std::to_string(method) + ", block " + std::to_string(habit.blockSize));
-      Script<TypeParam> script(seed++, habit);
+      Script<Matrix> script(seed++, habit);
       script.useMethod(method);
       script.run();
       if (!script.twin.sound()) return;
@@ -126,30 +124,31 @@ TYPED_TEST(StoreTwinTest, SmallBlocks) {
       sum.growthsInMove += script.twin.store.growthsInMove;
       sum.periodicScans += script.twin.store.periodicScans;
     }
+    look(method, sum);
+  }
+}
+
+// In blocks this small fields collide, reach beyond both ends, and make the block grow within searches and moves.
+TYPED_TEST(StoreTwinTest, AgreesInSmallBlocks) {
+  const std::vector<Habit> habits = {
+      {64, 500, 5, 2, 20, 1}, {100, 500, 3, 6, 60, 1}, {64, 400, 2, 40, 150, 1}, {400, 500, 6, 3, 200, 1}, {10, 120, 4, 1, 6, 1}};
+  runWithEachMethod<TypeParam>(1, habits, [](int method, const plain::Store& sum) {
     EXPECT_GT(sum.moves, 300);
     EXPECT_GT(sum.growthsInMove, 3);
-    if (method == 3) {
-      EXPECT_GT(sum.periodicScans, 200);
-    }
-  }
+    EXPECT_GT(sum.periodicScans, method == 3 ? 200 : -1);
+  });
 }
 
-// Blocks whose ends lie beside multiples of 64 and 4096 slots, packed until searches and moves look over many such regions.
-TYPED_TEST(StoreTwinTest, RegionBoundaries) {
-  unsigned seed = 100;
-  for (int method = 0; method <= 3; ++method) {
-    for (const int blockSize : {2531, 4095, 4096, 4097}) {
-      SCOPED_TRACE("method " + std::to_string(method) + ", block " + std::to_string(blockSize));
-      Script<TypeParam> script(seed++, {blockSize, 2500, 6, 3, 700, 500});
-      script.useMethod(method);
-      script.run();
-      if (!script.twin.sound()) return;
-    }
-  }
+// Block sizes next to multiples of 64 and 4096, the regions of the index; packed so that searches pass many regions.
+TYPED_TEST(StoreTwinTest, AgreesAtRegionBoundaries) {
+  std::vector<Habit> habits;
+  for (const int blockSize : {2531, 4095, 4096, 4097}) habits.push_back({blockSize, 2500, 6, 3, 700, 500});
+  runWithEachMethod<TypeParam>(100, habits, [](int, const plain::Store& sum) { EXPECT_GT(sum.moves, 0); });
 }
 
-// The four IDs with a method each, changed while they run, and a search that starts where some larger matrix left off.
-TYPED_TEST(StoreTwinTest, MixedMethodsAndForeignSearchStates) {
+// Each of the four IDs has a method of its own, which changes during the script; the search starts in the state of a larger
+// matrix.
+TYPED_TEST(StoreTwinTest, AgreesWithMixedMethodsAndAnySearchState) {
   unsigned seed = 200;
   for (const plain::SearchState& state :
        {plain::SearchState{4, 0, 4, 4}, plain::SearchState{90000, 1020, 90000, 90000}, plain::SearchState{200, 700, 250, 100},
@@ -164,8 +163,8 @@ TYPED_TEST(StoreTwinTest, MixedMethodsAndForeignSearchStates) {
   }
 }
 
-// Fields of hundreds of elements that interleave: the tie, the smaller field that gives way, and both ends of the block.
-TYPED_TEST(StoreTwinTest, WideFields) {
+// Interleaved fields of hundreds of elements: ties, moves of the smaller field, and both ends of the block.
+TYPED_TEST(StoreTwinTest, AgreesOnWideFields) {
   for (int method = 0; method <= 3; ++method) {
     SCOPED_TRACE("method " + std::to_string(method));
     StoreTwin<TypeParam> twin(3000);
@@ -184,8 +183,8 @@ TYPED_TEST(StoreTwinTest, WideFields) {
   }
 }
 
-// A field is counted from any of its elements, and an element's owner is its parent's slot; a root has none.
-TYPED_TEST(StoreTwinTest, FieldsAndOwners) {
+// A field is counted from any of its elements. The owner of an element is its parent's slot; a root has none.
+TYPED_TEST(StoreTwinTest, CountsFieldsAndFindsOwners) {
   StoreTwin<TypeParam> twin(200);
   for (const int k : {5, -3, 9}) twin.write({7, k}, k);
   const int parent = twin.store.handleOf({7, 5}) + twin.store.at(twin.store.handleOf({7, 5}))->parent;
@@ -203,8 +202,8 @@ TYPED_TEST(StoreTwinTest, FieldsAndOwners) {
   EXPECT_EQ(twin.matrix->getOwner(block + last + 1), nullptr);
 }
 
-// With more roots every search and every move must leave more slots alone.
-TYPED_TEST(StoreTwinTest, MoreRoots) {
+// More roots reserve more slots at the begin of the block.
+TYPED_TEST(StoreTwinTest, AgreesWithMoreRoots) {
   StoreTwin<TypeParam> twin(90);
   twin.setNumberOfRoots(7);
   Dice dice(9);
@@ -218,7 +217,7 @@ TYPED_TEST(StoreTwinTest, MoreRoots) {
   if (twin.sound()) twin.compareAll();
 }
 
-/// All phrases of a sequence of items, shortest first, then a fifth of them deleted and half of those written again.
+/// Writes all phrases of the items, shortest first, deletes some of them and writes half of those again.
 template <class Matrix>
 void learnAndForget(StoreTwin<Matrix>& twin, Dice& dice, const Vector& items, int c, int longest) {
   const int length = static_cast<int>(items.size());
@@ -239,40 +238,38 @@ void learnAndForget(StoreTwin<Matrix>& twin, Dice& dice, const Vector& items, in
   EXPECT_EQ(zmatrix::brokenInvariant(*twin.matrix), "");
 }
 
-// Narrow fields by the ten thousand, as a text gives them.
-TYPED_TEST(StoreTwinTest, PhrasesOfAText) {
-  for (const auto& [method, items] : std::vector<std::pair<int, int>>{{0, 4000}, {1, 12000}, {2, 3000}, {3, 1000}}) {
+/// learnAndForget() with each search method, on as many items as the slower methods allow.
+template <class Matrix, class AddItem>
+void learnAndForgetByEachMethod(unsigned seed, int blockSize, const Vector& numbersOfItems, int c, int longest, AddItem addItem) {
+  for (int method = 0; method <= 3; ++method) {
     SCOPED_TRACE("method " + std::to_string(method));
-    StoreTwin<TypeParam> twin(500);
-    Dice dice(static_cast<unsigned>(500 + method));
+    StoreTwin<Matrix> twin(blockSize);
+    Dice dice(seed + static_cast<unsigned>(method));
     twin.setMethod(0, method);
-    Vector text(static_cast<size_t>(items));
-    for (int& letter : text) letter = 97 + dice.below(1 + dice.below(1 + dice.below(26)));
-    learnAndForget(twin, dice, text, 1, 8);
+    Vector items;
+    for (int i = 0; i < numbersOfItems[static_cast<size_t>(method)]; ++i) addItem(items, dice);
+    learnAndForget(twin, dice, items, c, longest);
     if (!twin.sound()) return;
   }
 }
 
-// Notes, times and durations: the times make fields with few elements that lie far apart, at hundreds of different distances.
-TYPED_TEST(StoreTwinTest, PhrasesOfWideItems) {
-  for (const auto& [method, items] : std::vector<std::pair<int, int>>{{0, 5000}, {1, 5000}, {2, 2000}, {3, 600}}) {
-    SCOPED_TRACE("method " + std::to_string(method));
-    StoreTwin<TypeParam> twin(3000);
-    Dice dice(static_cast<unsigned>(600 + method));
-    twin.setMethod(0, method);
-    Vector notes;
-    for (int i = 0; i < items; ++i) {
-      for (const int k : {dice.between(-12, 12), dice.below(640) * 19, dice.between(1, 40) * 96}) notes.push_back(k);
-    }
-    learnAndForget(twin, dice, notes, 3, 3);
-    if (!twin.sound()) return;
-  }
+// A text makes ten thousands of narrow fields.
+TYPED_TEST(StoreTwinTest, AgreesOnPhrasesOfAText) {
+  learnAndForgetByEachMethod<TypeParam>(500, 500, {4000, 12000, 3000, 1000}, 1, 8, [](Vector& text, Dice& dice) {
+    text.push_back(97 + dice.below(1 + dice.below(1 + dice.below(26))));
+  });
 }
 
-// Some 80,000 elements, packed, then worked on by each method in turn: the periodic scan deep inside the block, growth at nine
-// tenths of it, holes that deletes leave behind, and fields of few elements at many different distances, which must look far for
-// room.
-TEST(StoreTwinLargeTest, PackedBlock) {
+// Notes, times and durations: the times make fields of few elements at hundreds of different distances.
+TYPED_TEST(StoreTwinTest, AgreesOnPhrasesOfWideItems) {
+  learnAndForgetByEachMethod<TypeParam>(600, 3000, {5000, 5000, 2000, 600}, 3, 3, [](Vector& notes, Dice& dice) {
+    for (const int k : {dice.between(-12, 12), dice.below(640) * 19, dice.between(1, 40) * 96}) notes.push_back(k);
+  });
+}
+
+// About 80,000 packed elements, then each method in turn: periodic scans deep inside the block, growth at nine tenths of it,
+// holes left by deletes, and fields of few distant elements, whose search for room is long.
+TEST(StoreTwinLargeTest, AgreesInAPackedBlock) {
   constexpr int parents = 260, children = 300;
   StoreTwin<ZQMatrixMedium> twin(parents * children * 53 / 50);
   Dice dice(400);

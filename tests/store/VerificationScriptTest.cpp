@@ -1,5 +1,5 @@
-// Random scripts of writes, deletes, prunes and clears in four sub-matrices, in all tiers. After each step both self-tests find
-// what a map of paths holds, recount its rules, and leave the block as it was.
+// Random scripts of writes, deletes, prunes and clears in four sub-matrices, in all tiers. After each step the counts of both
+// self-tests must equal those of a map of paths, and the block must be unchanged.
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -9,9 +9,9 @@
 
 namespace {
 
-using Vector = std::vector<int>;
+using zmatrix::Vector;
 
-/// What a self-test is to find in one sub-matrix, told from the paths alone.
+/// The counts that a self-test must find in one sub-matrix, computed from the paths alone.
 struct Recount {
   int written = 0, ends = 0, starts = 0, sum = 0, rules = 0, unique = 0, overDetermined = 0;
   Vector writtenOfLength = Vector(40), rulesOfLength = Vector(40), uniqueOfLength = Vector(40);
@@ -19,21 +19,21 @@ struct Recount {
 
 class PathCounter {
  public:
-  PathCounter(const plain::Model& aModel, int aRootCount) : model(aModel), rootCount(aRootCount) {}
+  PathCounter(const plain::Model& model, int rootCount) : model_(model), rootCount_(rootCount) {}
 
   Recount count() const {
     Recount result;
-    for (const auto& [path, counts] : model.paths) {
+    for (const auto& [path, counts] : model_.paths) {
       if (counts.writeCount < 1) continue;
       ++result.written;
       ++result.writtenOfLength[path.size() - 1];
       result.sum += counts.writeCount;
-      if (!model.hasChildren(path)) ++result.ends;
+      if (!model_.hasChildren(path)) ++result.ends;
       if (counts.withoutPredecessor > 0) ++result.starts;
       const int determined = timesDetermined(path);
       if (determined > 0) ++result.unique, ++result.uniqueOfLength[path.size() - 1];
       if (determined > 1) ++result.overDetermined;
-      const int contextCount = path.size() == 1 ? rootCount : model.find({path.begin(), path.end() - 1})->withSuccessor;
+      const int contextCount = path.size() == 1 ? rootCount_ : model_.find({path.begin(), path.end() - 1})->withSuccessor;
       if (contextCount < 1 || counts.writeCount > contextCount) continue;
       ++result.rules;
       ++result.rulesOfLength[path.size() - 1];
@@ -43,24 +43,24 @@ class PathCounter {
 
  private:
   bool isWritten(const Vector& path) const {
-    const plain::Model::Counts* counts = model.find(path);
-    return counts != nullptr && (counts->writeCount > 0 || !model.hasChildren(path));
+    const plain::Model::Counts* counts = model_.find(path);
+    return counts != nullptr && (counts->writeCount > 0 || !model_.hasChildren(path));
   }
   bool hasSiblings(Vector path) const {
     const auto isSibling = [&path](const Vector& other) {
       return other.size() == path.size() && other.back() != path.back() &&
              std::equal(path.begin(), path.end() - 1, other.begin());
     };
-    return std::any_of(model.paths.begin(), model.paths.end(), [&](const auto& entry) { return isSibling(entry.first); });
+    return std::any_of(model_.paths.begin(), model_.paths.end(), [&](const auto& entry) { return isSibling(entry.first); });
   }
-  /// The suffixes, longest first, after which nothing but the last item has ever come.
+  /// How many suffixes, from the longest on, have always been continued by the path's last item.
   int timesDetermined(const Vector& path) const {
     int times = 0;
     double stopOfWhole = 0;
     for (size_t i = 0; i + 1 < path.size(); ++i) {
       const Vector suffix(path.begin() + static_cast<long>(i), path.end());
       if (!isWritten(suffix)) continue;
-      const plain::Model::Counts& counts = *model.find(suffix);
+      const plain::Model::Counts& counts = *model_.find(suffix);
       const double stop = static_cast<double>(counts.writeCount - counts.withSuccessor) / counts.writeCount;
       if (i == 0) stopOfWhole = stop;
       if (hasSiblings(suffix) || std::fabs(stop - stopOfWhole) > 1e-9) return times;
@@ -69,8 +69,8 @@ class PathCounter {
     return times;
   }
 
-  const plain::Model& model;
-  int rootCount;
+  const plain::Model& model_;
+  int rootCount_;
 };
 
 template <class Matrix>
@@ -86,7 +86,7 @@ class CheckedTwin : public StoreTwin<Matrix> {
     }
   }
 
-  /// Both tests on the current sub-matrix, the walk before the scan or after it.
+  /// Runs both self-tests on the current sub-matrix.
   void selfTest(bool walkFirst) {
     const bool isEmpty = store.at(store.currentMatrixID)->child == 0 || store.info().currentDimension == 0;
     const Recount expected = PathCounter(this->model(), store.at(store.currentMatrixID)->withSuccessor).count();
@@ -104,7 +104,7 @@ class CheckedTwin : public StoreTwin<Matrix> {
     this->compare();
   }
 
-  /// As learning does: the root counts the items that were fed.
+  /// Adds to the root's count of fed items, as learning does.
   void countItems(int count) {
     if constexpr (Twin::hasRules) {
       const int id = store.currentMatrixID;
@@ -116,8 +116,7 @@ class CheckedTwin : public StoreTwin<Matrix> {
   int soundTests = 0, otherTests = 0, driftedSums = 0, linkedSymbols = 0;
 
  private:
-  /// Counters that have drifted are faults, that of ends in the base tier alone; symbols must lead to their phrase and links to
-  /// their symbol.
+  /// Drifted counters are faults, that of end elements only in the base tier. Symbols must link to their phrase and back.
   bool isSound(const Recount& expected) {
     const bool hasEnds = Twin::hasRules || store.info().endElements == expected.ends;
     return hasEnds && store.info().writeElements == expected.written && (!Twin::hasSymbols || linksAreSound());
@@ -135,7 +134,7 @@ class CheckedTwin : public StoreTwin<Matrix> {
   }
   bool symbolLeadsTo(int position) {
     const int id = store.currentMatrixID, levelUp = store.info().levelUp;
-    if (levelUp < 0) return true;  // as after a clear: a warning
+    if (levelUp < 0) return true;  // after a clear, only a warning
     store.currentMatrixID = levelUp;
     const int symbolElement = store.handleOf({store.at(position)->symbolID});
     store.currentMatrixID = id;
@@ -154,7 +153,7 @@ class CheckedTwin : public StoreTwin<Matrix> {
     return position;
   }
 
-  /// The tests set the sum right, and from the medium tier up the ends; everything else must have been so already.
+  /// The self-tests correct the sum, and from the medium tier up the end elements; all other counters must be right before.
   void compareCounters(const Recount& expected) {
     if (store.info().writeCounts != expected.sum) ++driftedSums;
     store.info().writeCounts = expected.sum;
@@ -178,17 +177,17 @@ class CheckedTwin : public StoreTwin<Matrix> {
 template <class Matrix>
 class SelfTestScript {
  public:
-  explicit SelfTestScript(unsigned seed) : twin(120), dice(seed) {
+  explicit SelfTestScript(unsigned seed) : twin(120), dice_(seed) {
     for (int id = 0; id < 4; ++id) twin.setMethod(id, static_cast<int>(seed) % 4);
   }
 
   void run(int steps) {
     for (int step = 0; step < steps && twin.sound(); ++step) {
       SCOPED_TRACE("step " + std::to_string(step));
-      if (dice.oneIn(4)) twin.select(dice.below(4));
+      if (dice_.oneIn(4)) twin.select(dice_.below(4));
       takeStep();
       if (!twin.sound()) return;
-      twin.selfTest(dice.oneIn(2));
+      twin.selfTest(dice_.oneIn(2));
       EXPECT_EQ(zmatrix::brokenInvariant(*twin.matrix), "");
     }
   }
@@ -198,16 +197,16 @@ class SelfTestScript {
 
  private:
   void takeStep() {
-    const int choice = dice.below(100);
+    const int choice = dice_.below(100);
     if (choice < 40) return learnPhrases();
     if (choice < 50) return void(twin.write(randomPath(), choice));
     if (choice < 60) return linkSymbols();
-    if (choice < 85) return remove(dice.oneIn(5) ? randomPath() : somePath());
+    if (choice < 85) return remove(dice_.oneIn(5) ? randomPath() : somePath());
     if (choice < 90) return prune();
-    if (choice < 95) return twin.cut(dice.between(1, 4));
-    return twin.clear(dice.below(4));
+    if (choice < 95) return twin.cut(dice_.between(1, 4));
+    return twin.clear(dice_.below(4));
   }
-  /// A few items and each of their sub-sequences, so that there are rules, and ones that shorter ones decide.
+  /// Writes each phrase of a few random items, so that there are rules, some determined by shorter ones.
   void learnPhrases() {
     const Vector items = randomPath();
     const bool isBasicLevel = twin.store.currentMatrixID < 2;
@@ -225,10 +224,11 @@ class SelfTestScript {
     for (const auto& entry : paths) twin.linkSymbol(entry.first);
   }
   void remove(const Vector& path) {
-    // A leaf that a cut has left without a write is counted off as if it had one: the tests tell of it ever after.
+    // Deleting a leaf without a write, as a cut leaves them, lowers the counters all the same; the self-tests report that from
+    // then on.
     const plain::Model::Counts* counts = twin.paths().find(path);
-    const bool isBareLeaf = counts != nullptr && counts->writeCount == 0 && !twin.paths().hasChildren(path);
-    if (!isBareLeaf || dice.oneIn(10)) twin.remove(path, dice.below(2));
+    const bool isLeafWithoutWrite = counts != nullptr && counts->writeCount == 0 && !twin.paths().hasChildren(path);
+    if (!isLeafWithoutWrite || dice_.oneIn(10)) twin.remove(path, dice_.below(2));
   }
   void prune() {
     const size_t before = twin.paths().paths.size();
@@ -236,26 +236,25 @@ class SelfTestScript {
     prunedLeaves += static_cast<int>(before - twin.paths().paths.size());
   }
   Vector randomPath() {
-    Vector vector(static_cast<size_t>(dice.between(1, 5)));
-    const int reach = dice.oneIn(6) ? 40 : 3;
-    for (int& k : vector) k = dice.between(-reach, reach);
+    Vector vector(static_cast<size_t>(dice_.between(1, 5)));
+    const int reach = dice_.oneIn(6) ? 40 : 3;
+    for (int& k : vector) k = dice_.between(-reach, reach);
     return vector;
   }
   Vector somePath() {
     const auto& paths = twin.paths().paths;
     if (paths.empty()) return randomPath();
-    return std::next(paths.begin(), dice.below(static_cast<int>(paths.size())))->first;
+    return std::next(paths.begin(), dice_.below(static_cast<int>(paths.size())))->first;
   }
 
-  Dice dice;
+  Dice dice_;
 };
 
 template <class Matrix>
-class SelfTestScriptTest : public testing::Test {};
-using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
-TYPED_TEST_SUITE(SelfTestScriptTest, Tiers);
+class VerificationScriptTest : public testing::Test {};
+TYPED_TEST_SUITE(VerificationScriptTest, zmatrix::Tiers);
 
-TYPED_TEST(SelfTestScriptTest, FindsWhatThePathsHold) {
+TYPED_TEST(VerificationScriptTest, CountsEqualThoseOfThePaths) {
   using Twin = StoreTwin<TypeParam>;
   int sound = 0, other = 0, drifted = 0, linked = 0, moves = 0, pruned = 0;
   for (unsigned seed = 0; seed < 12; ++seed) {

@@ -1,5 +1,5 @@
-// The self-tests of the three tiers: what they tell, how they trim, and that what they read back and whom symbols name is right.
-// What they count is held against a map of paths in VerificationScriptTest.cpp.
+// The self-tests of the three tiers: messages, trimming, reading back, links of symbols. Their counts are compared with a map of
+// paths in VerificationScriptTest.cpp.
 
 #include "support/Account.h"
 #include "support/TestFolder.h"
@@ -10,12 +10,10 @@ namespace {
 using zmatrix::Vector;
 
 template <class Matrix>
-class SelfTestTest : public zmatrix::TierTest<Matrix> {};
-TYPED_TEST_SUITE(SelfTestTest, zmatrix::Tiers);
+class VerificationTest : public zmatrix::TierTest<Matrix> {};
+TYPED_TEST_SUITE(VerificationTest, zmatrix::Tiers);
 
-const std::string scanBegins = "begin performMatrixLinearTest for matrixID 0...\nmatrix will not be trimmed...\n";
-
-TYPED_TEST(SelfTestTest, EmptyAndUnknown) {
+TYPED_TEST(VerificationTest, EmptyMatricesAndUnknownTestsAreRefused) {
   zmatrix::Account tell([this] { return this->take(); });
   tell("scan", this->scan());
   tell("walk", this->walk());
@@ -24,7 +22,7 @@ TYPED_TEST(SelfTestTest, EmptyAndUnknown) {
   tell("test 3", result, written, ends);
 }
 
-TYPED_TEST(SelfTestTest, CountersThatDiffer) {
+TYPED_TEST(VerificationTest, WrongCountersAreReported) {
   this->write({1, 2});
   auto* info = this->info();
   zmatrix::Account tell([this] { return this->take(); });
@@ -44,11 +42,11 @@ TYPED_TEST(SelfTestTest, CountersThatDiffer) {
   tell("8 elements, 6 write counts: walk", this->walk());
 }
 
-// A trim counts written paths only, and only those within the limits seen; what else there is stays readable, in a file as well.
-TYPED_TEST(SelfTestTest, WhatATrimDoesNotCountStaysReadable) {
+// A trim counts only written paths within the limits seen; other elements stay readable, also after save and load.
+TYPED_TEST(VerificationTest, TrimKeepsUncountedElementsReadable) {
   this->write({1, 2});
   this->write({1, 3});
-  this->matrix->setMaximalMatrixIndex(1000);  // forgets the limits seen
+  this->matrix->setMaximalMatrixIndex(1000);  // resets the limits seen
   this->walk(1);
   EXPECT_EQ(this->exist({1, 2}), 3);
   EXPECT_EQ(this->remove({1, 3}), 1);
@@ -66,8 +64,8 @@ TYPED_TEST(SelfTestTest, WhatATrimDoesNotCountStaysReadable) {
   EXPECT_EQ(this->exist({1, 2, 3}), 3);
 }
 
-// A size of no block stays in the header; the tests look at the slots that there are.
-TYPED_TEST(SelfTestTest, ASizeThatMakesNoSense) {
+// The header keeps an impossible size; the self-tests look at the existing slots.
+TYPED_TEST(VerificationTest, ImpossibleBlockSizesAreIgnored) {
   this->write({1, 2});
   for (const int size : {INT_MIN, -5, 0}) {
     this->matrix->setInitialMatrixBlocksize(size);
@@ -77,7 +75,7 @@ TYPED_TEST(SelfTestTest, ASizeThatMakesNoSense) {
   }
 }
 
-TYPED_TEST(SelfTestTest, Trim) {
+TYPED_TEST(VerificationTest, TrimShrinksBlockAndArrays) {
   int n = 0;
   while (this->matrix->getMaximalStack() < 100) this->write({n++});
   this->matrix->getMatrixFileHeader()->_setMaximalStack(5000);
@@ -95,15 +93,15 @@ TYPED_TEST(SelfTestTest, Trim) {
   EXPECT_EQ(this->scan(), (Vector{1, n + 300, 300}));
   this->write({400});
   this->remove({400}, 1);
-  this->scan();  // sets the sum right, which the walk would find fault with
+  this->scan();  // corrects the sum, which the walk would report
   EXPECT_EQ(this->walk(1), (Vector{1, n + 300, 300}));
   EXPECT_EQ(this->info()->getMaximalIndices()[0], 299);
   EXPECT_EQ(this->info()->getMinimalIndices()[2], -299);
   EXPECT_EQ(this->broken(), "");
 }
 
-// The block is cut behind the last slot of all sub-matrices; handles from before stay good. The walk trims none of several.
-TYPED_TEST(SelfTestTest, TrimKeepsWhatOtherSubMatricesHold) {
+// The block is cut behind the last slot of all sub-matrices, so handles stay valid. The walk doesn't trim if there are several.
+TYPED_TEST(VerificationTest, TrimKeepsOtherSubMatrices) {
   this->write({1, 2});
   this->matrix->setCurrentMatrixID(2);
   for (int k = 0; k < 40; ++k) this->write({k, 1});
@@ -127,7 +125,7 @@ TYPED_TEST(SelfTestTest, TrimKeepsWhatOtherSubMatricesHold) {
   EXPECT_EQ(this->broken(), "");
 }
 
-TYPED_TEST(SelfTestTest, ReadBack) {
+TYPED_TEST(VerificationTest, ReadBackComparesValues) {
   this->write({1, 2});
   this->write({1, 2, 3});
   int *none = nullptr, one[] = {1, 2}, two[] = {1, 2, 3}, path[] = {1}, missing[] = {4};
@@ -140,7 +138,7 @@ TYPED_TEST(SelfTestTest, ReadBack) {
   tell("four", result, errors, tests);
 }
 
-TYPED_TEST(SelfTestTest, ReadBackOfWideItems) {
+TYPED_TEST(VerificationTest, ReadBackTakesPackedItems) {
   int items[] = {123456789, -5}, wrong[] = {123456789, -6}, errors = -1, tests = -1;
   int* vectors[] = {items, wrong, nullptr};
   int lengths[] = {2, 2, 2};
@@ -149,7 +147,7 @@ TYPED_TEST(SelfTestTest, ReadBackOfWideItems) {
   for (const int width : {1, 2, 3}) {
     this->matrix->setCurrentMatrixID(width);
     this->info()->setAllowLargeIndices(width == 2 ? 2 : 1);
-    if (width == 3) this->info()->setAllowLargeIndices(2);  // from 1 to 2 the dimension stays behind
+    if (width == 3) this->info()->setAllowLargeIndices(2);  // from 1 to 2 the dimension isn't changed
     if (width == 1) this->matrix->writeMatrixElement32(items, 2, 11);
     if (width == 2) this->matrix->writeMatrixElement64(wideItems, 2, 11);
     this->take();
@@ -158,9 +156,9 @@ TYPED_TEST(SelfTestTest, ReadBackOfWideItems) {
   }
 }
 
-class MediumSelfTest : public zmatrix::TierTest<ZQMatrixMedium> {};
+class MediumVerificationTest : public zmatrix::TierTest<ZQMatrixMedium> {};
 
-TEST_F(MediumSelfTest, APhraseMatrixNeedsAContextForEachRule) {
+TEST_F(MediumVerificationTest, PhraseMatrixNeedsAContextForEachRule) {
   info()->setIsPhraseMatrix(1);
   info()->setMatrixType(2);
   const int sequence[] = {1, 2, 3, 4, 1, 5, 3, 6};
@@ -172,9 +170,9 @@ TEST_F(MediumSelfTest, APhraseMatrixNeedsAContextForEachRule) {
   EXPECT_TRUE(told("error matrixLinear-Test for matrix ID 0: point without rule  unexpected for phrase-Matrix\n"));
 }
 
-class FullSelfTest : public zmatrix::TierTest<ZQMatrix> {};
+class FullVerificationTest : public zmatrix::TierTest<ZQMatrix> {};
 
-TEST_F(FullSelfTest, FollowsSymbols) {
+TEST_F(FullVerificationTest, FollowsSymbols) {
   zmatrix::Account tell([this] { return take(); });
   write({1, 2}, 1);
   tell("no symbol level", scan());

@@ -1,5 +1,5 @@
-// What a case has done, step by step, with the answers and messages. It is kept in tests/data/accounts, under the name of the
-// case, where most of what is expected is sentences; see KeptText.h.
+// Records the steps of a case with their results and messages, and compares the record with tests/data/accounts/SUITE.CASE.txt.
+// For cases in which most of the expected output is messages; see KeptText.h.
 #pragma once
 
 #include <functional>
@@ -12,40 +12,40 @@ namespace zmatrix {
 
 class Account {
  public:
-  /// `aTake` gives what was said since it was last called. Paths below `aFolder` are told as such.
-  explicit Account(std::function<std::string()> aTake, std::string aFolder = "")
-      : take(std::move(aTake)), folder(std::move(aFolder)) {}
+  /// `take` returns the messages since its last call. The path `folder` is replaced by "<folder>".
+  explicit Account(std::function<std::string()> take, std::string folder = "")
+      : take_(std::move(take)), folder_(std::move(folder)) {}
   ~Account() {
     const auto& test = *testing::UnitTest::GetInstance()->current_test_info();
     std::string name = std::string(test.test_suite_name()) + "." + test.name() + ".txt";
     if (const size_t slash = name.find('/'); slash != std::string::npos) name[slash] = '-';
-    for (size_t at; !folder.empty() && (at = text.find(folder)) != std::string::npos;)
-      text.replace(at, folder.size(), "<folder>");
-    expectKeptText("../accounts/" + name, text);
+    for (size_t at; !folder_.empty() && (at = text_.find(folder_)) != std::string::npos;)
+      text_.replace(at, folder_.size(), "<folder>");
+    expectKeptText("../accounts/" + name, text_);
   }
   Account(const Account&) = delete;
   Account& operator=(const Account&) = delete;
 
-  /// A line on a step: its name and what it answered. What was said comes below it. Arguments are evaluated in any order: answers
-  /// that depend on each other come in one braced Vector.
-  template <class... Answers>
-  void operator()(const std::string& step, const Answers&... answers) {
-    text += step;
-    (add(answers), ...);
-    text += "\n";
-    std::istringstream lines(take());
-    for (std::string line; std::getline(lines, line);) text += "  " + line + "\n";
+  /// Adds a line with the name of a step and its results, and the messages below it. Arguments are evaluated in any order:
+  /// results that depend on each other are passed as one braced Vector.
+  template <class... Results>
+  void operator()(const std::string& step, const Results&... results) {
+    text_ += step;
+    (add(results), ...);
+    text_ += "\n";
+    std::istringstream lines(take_());
+    for (std::string line; std::getline(lines, line);) text_ += "  " + line + "\n";
   }
 
  private:
-  void add(long long number) { text += " " + std::to_string(number); }
-  void add(const std::string& word) { text += " " + word; }
+  void add(long long number) { text_ += " " + std::to_string(number); }
+  void add(const std::string& word) { text_ += " " + word; }
   void add(const std::vector<int>& numbers) {
     for (const int number : numbers) add(number);
   }
 
-  std::function<std::string()> take;
-  std::string folder, text;
+  std::function<std::string()> take_;
+  std::string folder_, text_;
 };
 
 }  // namespace zmatrix

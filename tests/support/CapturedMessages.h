@@ -1,5 +1,5 @@
-// Catches what the library prints, in memory. It takes the debug file's place while it lives; a matrix that is created, or
-// deleted, meanwhile sets the channel anew, so create before and delete after, or call listen() again.
+// Captures the library's messages in memory, in place of the debug file. Creating or deleting a matrix resets the debug channel:
+// create before, delete after, or call listen() again.
 #pragma once
 
 #include <cstdio>
@@ -12,42 +12,43 @@ namespace zmatrix {
 
 class CapturedMessages {
  public:
-  explicit CapturedMessages(int aLevel) : level(aLevel) { listen(); }
+  explicit CapturedMessages(int level) : level_(level) { listen(); }
   ~CapturedMessages() { stop(); }
   CapturedMessages(const CapturedMessages&) = delete;
   CapturedMessages& operator=(const CapturedMessages&) = delete;
 
   void listen() {
     stop();
-    stream = open_memstream(&text, &length);
-    ZQDebugChannel::fpMatrixErr = stream;
+    stream_ = open_memstream(&text_, &length_);
+    ZQDebugChannel::fpMatrixErr = stream_;
     ZQDebugChannel::globalDebugOutputDevice = 2;
-    ZQDebugChannel::globalDebugLevel = level;
+    ZQDebugChannel::globalDebugLevel = level_;
   }
 
-  /// What was printed since the last call.
+  /// The messages since the last call.
   std::string take() {
-    fflush(stream);
-    std::string result(text, length);
-    rewind(stream);
+    fflush(stream_);
+    std::string result(text_, length_);
+    rewind(stream_);
     return result;
   }
 
  private:
   void stop() {
-    if (stream != nullptr && ZQDebugChannel::fpMatrixErr == stream) fclose(stream);  // otherwise a deletion has closed it
+    if (stream_ != nullptr && ZQDebugChannel::fpMatrixErr == stream_)
+      fclose(stream_);  // else the deletion of a matrix has closed the file
     ZQDebugChannel::fpMatrixErr = nullptr;
     ZQDebugChannel::globalDebugOutputDevice = 0;
     ZQDebugChannel::globalDebugLevel = 0;
-    stream = nullptr;
-    free(text);
-    text = nullptr;
+    stream_ = nullptr;
+    free(text_);
+    text_ = nullptr;
   }
 
-  int level;
-  FILE* stream = nullptr;
-  char* text = nullptr;
-  size_t length = 0;
+  int level_;
+  FILE* stream_ = nullptr;
+  char* text_ = nullptr;
+  size_t length_ = 0;
 };
 
 }  // namespace zmatrix

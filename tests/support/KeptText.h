@@ -1,6 +1,6 @@
-// Texts that were looked at once and are kept in tests/data/texts: today's must be the same, byte for byte. One that is meant to
-// change is taken anew with ZMATRIX_WRITE_GOLDEN=1 in the environment, and looked at. Tables of cases in tests/data/cases are
-// kept in the same way: a line is a case, and the lines below it that begin with a blank are what comes of it.
+// Expected texts in tests/data/texts, compared byte for byte. With ZMATRIX_WRITE_GOLDEN=1 in the environment they are written
+// instead, to be reviewed by git diff. The tables in tests/data/cases are kept in the same way: a line is the input of a case,
+// and the indented lines below it are the expected output.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ inline void expectKeptText(const std::string& name, const std::string& text) {
   EXPECT_EQ(text, TestFolder::contentOf(path));
 }
 
-/// The bytes of a line of a table: \n, \t, \r and \xHH stand for what they stand for in C.
+/// The bytes of a line of a table: \n, \t, \r and \xHH are escapes as in C.
 inline std::string unescaped(const std::string& line) {
   std::string bytes;
   for (size_t i = 0; i < line.size(); ++i) {
@@ -39,7 +39,7 @@ inline std::string unescaped(const std::string& line) {
   return bytes;
 }
 
-/// Printing bytes as they are, others as \xHH, \n, \t or \r.
+/// Printable ASCII unchanged, other bytes as \xHH, \n, \t or \r.
 inline std::string escaped(const std::string& bytes) {
   std::string line;
   for (const char byte : bytes) {
@@ -51,21 +51,20 @@ inline std::string escaped(const std::string& bytes) {
   return line;
 }
 
-/// Has `say` tell of each case of a table what comes of it.
-template <class Say>
-void expectKeptCases(const std::string& name, Say say) {
+/// Compares `outputOf(input)` with the expected output for each case of a table.
+template <class OutputOf>
+void expectKeptCases(const std::string& name, OutputOf outputOf) {
   const std::string path = ZMATRIX_TEST_DATA "/cases/" + name;
   std::istringstream lines(TestFolder::contentOf(path));
   std::string now, input, kept;
   int numberOfCases = 0;
   const auto finish = [&] {
     if (input.empty()) return;
-    const std::string said = say(unescaped(input));
-    std::istringstream parts(said);
-    std::string told;
-    for (std::string part; std::getline(parts, part);) told += " " + escaped(part) + "\n";
-    EXPECT_EQ(told, kept) << name << ": " << input;
-    now += input + "\n" + told;
+    std::istringstream parts(std::string(outputOf(unescaped(input))));
+    std::string output;
+    for (std::string part; std::getline(parts, part);) output += " " + escaped(part) + "\n";
+    EXPECT_EQ(output, kept) << name << ": " << input;
+    now += input + "\n" + output;
     ++numberOfCases;
   };
   for (std::string line; std::getline(lines, line);) {
@@ -83,24 +82,24 @@ void expectKeptCases(const std::string& name, Say say) {
   if (getenv("ZMATRIX_WRITE_GOLDEN") != nullptr) std::ofstream(path, std::ios::binary) << now;
 }
 
-/// What is said of each of some values, one line for those of which the same is said: a # stands for the value, two dots for
-/// those between. Values of which nothing is said are left out.
-template <class Say>
-std::string verdicts(const std::string& name, Say say) {
-  std::map<std::string, std::string> valuesOfVerdict;
+/// Calls `answerTo` with ordinary and extreme values, and lists the values by answer, a line for each answer that isn't empty. In
+/// the line # stands for the value, and two dots for the values in between.
+template <class AnswerTo>
+std::string verdicts(const std::string& name, AnswerTo answerTo) {
+  std::map<std::string, std::string> valuesOfAnswer;
   std::string last;
   for (const int value : {INT_MIN, -2, -1, 0, 1, 2, 3, 4, 7, 17, 32, 64, 65, 1000, 1001, 1002, 4096, 4097, INT_MAX}) {
-    std::string said = say(value);
+    std::string answer = answerTo(value);
     const std::string number = std::to_string(value);
-    if (said.ends_with(number + "\n")) said.replace(said.size() - number.size() - 1, number.size(), "#");
-    std::string& values = valuesOfVerdict[said];
-    if (said == last && values.find("..") != std::string::npos && values.rfind("..") > values.rfind(' '))
+    if (answer.ends_with(number + "\n")) answer.replace(answer.size() - number.size() - 1, number.size(), "#");
+    std::string& values = valuesOfAnswer[answer];
+    if (answer == last && values.find("..") != std::string::npos && values.rfind("..") > values.rfind(' '))
       values.resize(values.rfind(".."));
-    values += (said == last && !values.empty() ? ".." : " ") + number;
-    last = said;
+    values += (answer == last && !values.empty() ? ".." : " ") + number;
+    last = answer;
   }
   std::string text;
-  for (const auto& [verdict, values] : valuesOfVerdict) text += verdict.empty() ? "" : name + values + ": " + verdict;
+  for (const auto& [answer, values] : valuesOfAnswer) text += answer.empty() ? "" : name + values + ": " + answer;
   return text;
 }
 

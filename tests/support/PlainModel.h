@@ -1,5 +1,5 @@
-// What a sub-matrix holds, without a word on where: a map of paths and counts. The store must agree with it whatever it moves or
-// grows.
+// The content of a sub-matrix as a map from paths to counts, without positions. The store must hold the same paths after any
+// move or growth.
 #pragma once
 
 #include <cstddef>
@@ -16,16 +16,15 @@ class Model {
   };
 
   void write(std::vector<int> vector, long long value, int startFlag, int endFlag);
-  /// Takes out the vector as the store's delete does, and gives its result where that doesn't depend on positions: 1, 0, or -1
-  /// for absent.
+  /// Deletes as the store does. Returns 1, 0, or -1 for an absent vector, since the store's negative codes depend on positions.
   int remove(std::vector<int> vector, int keepInnerElements);
   /// The counts of a path that exists, or null.
   const Counts* find(const std::vector<int>& vector) const;
   bool hasChildren(const std::vector<int>& vector) const;
-  /// Takes out every path longer than this.
+  /// Removes all longer paths.
   void cut(std::size_t maximalLength);
 
-  std::map<std::vector<int>, Counts> paths;  // every element but the root, path elements with a count of 0 among them
+  std::map<std::vector<int>, Counts> paths;  // all elements except the root, those without a write included
 };
 
 }  // namespace plain

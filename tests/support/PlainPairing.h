@@ -1,5 +1,5 @@
-// Pairing as one would tell it: events are taken out of an array while it is walked. Quadratic, and what the linked telling of
-// the library is held against.
+// Note pairing on an array from which events are erased, in quadratic time: the reference for the library's pairing on linked
+// events.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace zmatrix::plain {
 
-/// Start, end, type, number or sound, velocity, release velocity, channel.
+/// Start, end, type, note number or sound, velocity, release velocity, channel.
 using PairedObject = std::vector<int>;
 
 inline bool isChannelEvent(const ZQMidiEvent* event, int status) {
@@ -20,7 +20,7 @@ inline bool endsNote(const ZQMidiEvent* event, int number) {
   return isEnd && event->getByte2() == number;
 }
 
-/// The event that ends the note at `i`, or null; `events` loses what the search takes out.
+/// The event that ends the note at `i`, or null. The search erases events from `events`.
 inline const ZQMidiEvent* takeEnd(std::vector<const ZQMidiEvent*>& events, size_t i) {
   const int channel = events[i]->getByte1() & 15, number = events[i]->getByte2();
   for (size_t k = i + 1; k < events.size();) {

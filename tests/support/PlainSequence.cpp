@@ -23,7 +23,7 @@ static Vector slice(const Vector& from, int begin, int length) {
   return Vector(from.begin() + begin, from.begin() + begin + length);
 }
 
-Sequence::Sequence(Store& aStore, int matrixID) : kernelMatrixHandle(matrixID), store(aStore), id(matrixID) {
+Sequence::Sequence(Store& store, int matrixID) : kernelMatrixHandle(matrixID), store_(store), id_(matrixID) {
 }
 
 double Sequence::randomFraction() {
@@ -41,8 +41,8 @@ Update Sequence::update(const Vector& sequence) {
   const int p = static_cast<int>(preProcessed.size());
   const int n = p / c;
   const int m = std::min(maxPhraseLength, n);
-  store.at(id)->withSuccessor += n;
-  ++store.at(id)->writeCount;
+  store_.at(id_)->withSuccessor += n;
+  ++store_.at(id_)->writeCount;
 
   int runStart = 0, previousRunStart = -1;
   for (int L = 0; L < m * c; L += c) {
@@ -55,24 +55,24 @@ Update Sequence::update(const Vector& sequence) {
       call.lengths.push_back(length);
       ++call.numberOfProcessedVectors;
       const int startFlag = s == 0 && L == 0 && useStartOfSequence == 1;
-      const bool existed = store.exist(phrase) >= 2;
+      const bool existed = store_.exist(phrase) >= 2;
       const bool isLong = includeOverdeterminedRules == 0 && L >= 2 * c;
       if (existed) {
         ++call.numberOfOverwrites;
-      } else if (isLong && store.isDetermined(phrase.data(), length) > 0) {
+      } else if (isLong && store_.isDetermined(phrase.data(), length) > 0) {
         call.lengths.back() = -length;
         ++skips;
         continue;
       }
       const int endFlag = useEndOfSequence == 1 && s >= p - L - c;
-      if (store.write(phrase, length, startFlag, endFlag, symbolMarkerOf(preProcessed, s, s + L)) < 1) {
-        store.print(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", number);
+      if (store_.write(phrase, length, startFlag, endFlag, symbolMarkerOf(preProcessed, s, s + L)) < 1) {
+        store_.print(0, "updateMatrixWithCombinedSequence: testSequence %d aborted prematurely\n", number);
         call.result = -1;
         return call;
       }
       if (existed || !isLong) continue;
       const Vector prefix = slice(phrase, 0, L);
-      if (store.exist(prefix) >= 2) continue;
+      if (store_.exist(prefix) >= 2) continue;
       if (writePrefixesOfRunBefore(call, prefix, previousRunStart, runStart, startFlag) < 0) return call;
     }
     previousRunStart = runStart;
@@ -82,26 +82,26 @@ Update Sequence::update(const Vector& sequence) {
   return call;
 }
 
-// A written phrase must have its context written: every occurrence of the prefix that was skipped in this sequence is made good.
+// A written phrase needs its context written: writes each occurrence of the prefix that was skipped in this sequence.
 int Sequence::writePrefixesOfRunBefore(Update& call, const Vector& prefix, int previousRunStart, int runStart, int startFlag) {
   const int L = static_cast<int>(prefix.size());
   for (int number = previousRunStart; number < runStart; number += coordinateDimension()) {
     const auto q = static_cast<size_t>(number);
     if (std::abs(call.lengths[q]) != L) {
-      store.print(0, "updateMatrixWithCombinedSequence: unexpected error\n");
+      store_.print(0, "updateMatrixWithCombinedSequence: unexpected error\n");
       continue;
     }
     if (call.indexVectors[q] != prefix) continue;
     ++postWrites;
-    if (store.exist(prefix) < 2) {
-      store.print(1, "preceding phrase has writeCount =0! will be post-written\n");
+    if (store_.exist(prefix) < 2) {
+      store_.print(1, "preceding phrase has writeCount =0! will be post-written\n");
     } else {
-      store.print(1, "preceding phrase more than once post-rewritten\n");
+      store_.print(1, "preceding phrase more than once post-rewritten\n");
     }
     call.lengths[q] = std::abs(call.lengths[q]);
     const int endFlag = useEndOfSequence == 1 && number == runStart - 1;
-    if (store.write(prefix, call.values[q], startFlag, endFlag, 0) < 1) {
-      store.print(0, "testSequence %d aborted prematurely\n", number);
+    if (store_.write(prefix, call.values[q], startFlag, endFlag, 0) < 1) {
+      store_.print(0, "testSequence %d aborted prematurely\n", number);
       return call.result = -1;
     }
   }
@@ -110,7 +110,7 @@ int Sequence::writePrefixesOfRunBefore(Update& call, const Vector& prefix, int p
 
 // 1 if the items first to last are exactly one word of a text: a maximal run of printing characters.
 int Sequence::symbolMarkerOf(const Vector& preProcessed, int first, int last) const {
-  if (store.tier != Tier::full || matrixType != 3) return 0;
+  if (store_.tier != Tier::full || matrixType != 3) return 0;
   const auto isWord = [&](int i) {
     if (i < 0 || i >= static_cast<int>(preProcessed.size())) return false;
     const int item = preProcessed[static_cast<size_t>(i)];
@@ -128,15 +128,15 @@ int Sequence::initializeKernelWithPreProcessed(const Vector& sequence) {
   const int c = coordinateDimension();
   const int length = static_cast<int>(sequence.size());
   if (length % c != 0) return -1;
-  if (length > store.infos[static_cast<size_t>(id)].maxDimOfMatrix) return -3;
+  if (length > store_.infos[static_cast<size_t>(id_)].maxDimOfMatrix) return -3;
   if (length == 0) {
     resetKernel(0);
     return 0;
   }
   int goodLength = 0;
   for (int suffix = c; suffix <= length && skillOutputLevel >= 1; suffix += c) {
-    const int handle = store.handleOf(sequence.data() + length - suffix, suffix);
-    if (handle < 0 || store.successors(handle).empty()) break;
+    const int handle = store_.handleOf(sequence.data() + length - suffix, suffix);
+    if (handle < 0 || store_.successors(handle).empty()) break;
     goodLength = suffix;
     kernelMatrixHandle = handle;
     if (suffix >= skillOutputLevel) break;
@@ -145,9 +145,9 @@ int Sequence::initializeKernelWithPreProcessed(const Vector& sequence) {
     kernelPreProcessed = slice(sequence, length - goodLength, goodLength);
     return goodLength / c;
   }
-  store.print(1,
-              "\n###initializeKernelSequenceWithPreProcessedSequence: warning: no part of input sequence found in matrix. "
-              "Initializing with root-element...\n");
+  store_.print(1,
+               "\n###initializeKernelSequenceWithPreProcessedSequence: warning: no part of input sequence found in matrix. "
+               "Initializing with root-element...\n");
   resetKernel(0);
   return 0;
 }
@@ -169,7 +169,7 @@ int Sequence::initializeKernelWithOriginal(const Vector& sequence, int setInitia
   return lengthOfKernelOriginal;
 }
 
-// Of the matrix types without notes: the default item is 0 in every coordinate.
+// For matrix types without notes, whose default item is 0 in every coordinate.
 int Sequence::resetKernel(int resetInitialValues) {
   const int c = coordinateDimension();
   const int need = preProcessingType;
@@ -186,7 +186,7 @@ int Sequence::resetKernel(int resetInitialValues) {
     lengthOfKernelOriginal -= static_cast<int>(kernelPreProcessed.size()) / c;
   }
   kernelPreProcessed.clear();
-  kernelMatrixHandle = id;
+  kernelMatrixHandle = id_;
   std::copy_n(kernelInitial.begin(), lengthOfKernelOriginal * c, kernelOriginal.begin());
   return lengthOfKernelOriginal;
 }
@@ -196,49 +196,49 @@ int Sequence::resetKernel(int resetInitialValues) {
 Item Sequence::nextPreProcessed(int successorIndex, int updateKernel, int method, int trueStart, Item item) {
   item.coordinates.clear();
   if (method < 1 || method > 3 || successorIndex < -1) {
-    store.print(0, "illegal suucessorMethod or successor index\n");
+    store_.print(0, "illegal suucessorMethod or successor index\n");
     return item;
   }
   std::vector<int> list;
   if (trueStart == 1 && kernelPreProcessed.empty()) {
-    list = store.successors(kernelMatrixHandle, true);
-    if (list.empty()) store.print(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
+    list = store_.successors(kernelMatrixHandle, true);
+    if (list.empty()) store_.print(0, "warning:getNextObjectItemFromMatrix(trueStartItem):successorList = 0\n");
   }
-  if (list.empty()) list = store.successors(kernelMatrixHandle);
+  if (list.empty()) list = store_.successors(kernelMatrixHandle);
   if (list.empty()) {
     if (updateKernel == 1) initializeKernelWithPreProcessed({});
     return item;
   }
   const int count = static_cast<int>(list.size());
   if (successorIndex >= count) {
-    store.print(0, "sucessorIndex (%d) out of range. max allowed: %d\n", successorIndex, count - 1);
+    store_.print(0, "sucessorIndex (%d) out of range. max allowed: %d\n", successorIndex, count - 1);
     return item;
   }
-  const int W = store.at(kernelMatrixHandle)->writeCount;
-  const int S = store.at(kernelMatrixHandle)->withSuccessor;
+  const int W = store_.at(kernelMatrixHandle)->writeCount;
+  const int S = store_.at(kernelMatrixHandle)->withSuccessor;
   const double q = trueStart == 1 ? 0.0 : static_cast<double>(W - S) / W;
   if (S < 1) return item;
 
   std::vector<double> p, integral;
   for (const int handle : list) {
-    const int w = store.at(handle)->writeCount;
-    const int v = store.at(handle)->withoutPredecessor;
+    const int w = store_.at(handle)->writeCount;
+    const int v = store_.at(handle)->withoutPredecessor;
     double chance = 0.0;
     if (trueStart != 1) {
       if (w < 1) {
-        store.print(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCount=0!)\n");
+        store_.print(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCount=0!)\n");
         return item;
       }
       chance = static_cast<double>(w) / S;
     } else {
       if (v < 1) {
-        store.print(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountWithoutPredecessor=0!\n");
+        store_.print(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountWithoutPredecessor=0!\n");
       }
-      if (W == 0) store.print(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountFromRoot =0)\n");
+      if (W == 0) store_.print(0, "getNextObjectItemFromMatrix(): can not compute probability (writeCountFromRoot =0)\n");
       if (W > 0) chance = static_cast<double>(v >= 1 ? v : w) / W;
     }
     if (chance > 1.0 || chance == 0.0) {
-      store.print(0, "getSuccessor: Warning: illegal probability: %lf\n", chance);
+      store_.print(0, "getSuccessor: Warning: illegal probability: %lf\n", chance);
       return item;
     }
     p.push_back(chance);
@@ -247,7 +247,7 @@ Item Sequence::nextPreProcessed(int successorIndex, int updateKernel, int method
   const double T = integral.back();
   if (std::fabs(1 - T) >= 1e-7) {
     if (T > 1.0) {
-      store.print(0, "GetSuccessor: error: probabilityIntegral >1.0: %lf !\n", T);
+      store_.print(0, "GetSuccessor: error: probabilityIntegral >1.0: %lf !\n", T);
       return item;
     }
     const double factor = 1 / T;
@@ -278,9 +278,9 @@ Item Sequence::nextPreProcessed(int successorIndex, int updateKernel, int method
   }
   const auto index = static_cast<size_t>(chosen);
   item.handle = list[index];
-  item.coordinates = store.objex(item.handle);
+  item.coordinates = store_.objex(item.handle);
   item.probability = p[index];
-  const Element& successor = *store.at(item.handle);
+  const Element& successor = *store_.at(item.handle);
   item.stopProbability = (successor.writeCount - successor.withSuccessor) / successor.writeCount;
   if (updateKernel == 1) {
     Vector extended = kernelPreProcessed;
@@ -306,7 +306,7 @@ std::vector<int> Sequence::restore(Vector item) const {
 
 Item Sequence::nextOriginal(int successorIndex, int updateKernel, bool first, Item item) {
   if (first) {
-    if (!kernelPreProcessed.empty()) store.print(1, "warning: getFirstOriginalItem will reset Kernelsequence...\n");
+    if (!kernelPreProcessed.empty()) store_.print(1, "warning: getFirstOriginalItem will reset Kernelsequence...\n");
     resetKernel(0);
   }
   const int trueStart = first && successorIndex == -1;
@@ -336,14 +336,14 @@ Item Sequence::readObjexForSuccessorIndex(int successorIndex, int updateKernel) 
 
 Item Sequence::read(int successorIndex, int updateKernel, bool byIndex) {
   Item item;
-  if (store.infos[static_cast<size_t>(id)].writeElements < 1) return item;
+  if (store_.infos[static_cast<size_t>(id_)].writeElements < 1) return item;
   if (enableStopItem == 0) item.stopProbability = 0;
   if (enableStopItem == 1 && stopFlag == 1) {
     stopFlag = 0;
     item.probability = item.stopProbability = 1.0;
     return item;
   }
-  // Two tries from the root without a draw can only be followed by more of the same: they end the read.
+  // Two tries from the root without a random draw would repeat forever: they end the read.
   for (int hopelessTries = 0; hopelessTries < 2;) {
     const bool startsAtRoot = kernelPreProcessed.empty();
     const long long randomValue = successorRandomValue;

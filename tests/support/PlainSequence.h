@@ -1,6 +1,6 @@
-// Learning and generation told plainly: the update walks every phrase from the root, the kernel search tries every suffix from
-// the root, a choice lists all successors with their probabilities. It works on the plain store; the library must give the same
-// slots, counters, results, draws and items.
+// A plain reference for learning and generation, on the plain store: the update walks each phrase from the root, the kernel
+// search tries each suffix from the root, a choice lists all successors with their probabilities. The library must give the same
+// slots, counters, results, random draws and items.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace plain {
 
-/// Preprocessing of the kinds that need no music: a copy, or differences of order `type`.
+/// A copy of the sequence, or its differences of order `type`; no other preprocessing types.
 std::vector<int> preProcess(const std::vector<int>& sequence, int type, int c);
 
 struct Update {
@@ -25,10 +25,10 @@ struct Item {
   int handle = -1;
 };
 
-/// Learning into, and generating from, the current sub-matrix of a store: one of these belongs to one matrix ID.
+/// Learns into and generates from one sub-matrix of a store, which must be the current one.
 class Sequence {
  public:
-  Sequence(Store& aStore, int matrixID);
+  Sequence(Store& store, int matrixID);
 
   Update update(const std::vector<int>& sequence);
   int initializeKernelWithOriginal(const std::vector<int>& sequence, int setInitialValues);
@@ -55,10 +55,10 @@ class Sequence {
   int lengthOfKernelOriginal = 0;                  // in items
   std::vector<int> kernelOriginal, kernelInitial;  // item after item, never shrunk
   std::vector<int> kernelPreProcessed;
-  int postWrites = 0, skips = 0;  // so that a test can tell that its sequences went there
+  int postWrites = 0, skips = 0;  // for tests that check which branches their sequences took
 
  private:
-  int coordinateDimension() const { return store.infos[static_cast<size_t>(id)].coordinateDimension; }
+  int coordinateDimension() const { return store_.infos[static_cast<size_t>(id_)].coordinateDimension; }
   double randomFraction();
   int symbolMarkerOf(const std::vector<int>& preProcessed, int first, int last) const;
   int writePrefixesOfRunBefore(Update& call, const std::vector<int>& prefix, int previousRunStart, int runStart, int startFlag);
@@ -67,8 +67,8 @@ class Sequence {
   std::vector<int> restore(std::vector<int> item) const;
   Item read(int successorIndex, int updateKernel, bool byIndex);
 
-  Store& store;
-  int id;
+  Store& store_;
+  int id_;
 };
 
 }  // namespace plain

@@ -1,5 +1,4 @@
-// Writing, reading, placing, moving and growing. Plain steps in their order; see PlainStorePaths.cpp for handles, delete and
-// pruning.
+// Writing, reading, placing, moving and growing; handles, delete and pruning are in PlainStorePaths.cpp.
 #include "support/PlainStore.h"
 
 #include <algorithm>
@@ -16,7 +15,7 @@ long long nextRandom(long long state) {
   return (static_cast<unsigned>(state) * 214013u + 2531011u) & 0x7fffffffu;
 }
 
-Store::Store(Tier theTier) : tier(theTier), block(64000), infos(4) {
+Store::Store(Tier tierOfStore) : tier(tierOfStore), block(64000), infos(4) {
   for (int id = 0; id < maxNumberOfMatrices; ++id) block[static_cast<size_t>(id)] = std::make_unique<Element>();
 }
 
@@ -104,7 +103,7 @@ int Store::write(const std::vector<int>& vector, long long value, int startFlag,
   return 1;
 }
 
-// One step of the walk: from the element at `last` to its child for coordinate k, which is made if it isn't there.
+// One step of the walk: from the element at `last` to its child for coordinate k, which is created if missing.
 bool Store::placeChild(int& last, int& stackCandidate, int k) {
   if (at(last)->child == 0) {
     const int newPosition = findNearestFreeMatrixElement(info().memorySearchMethod);
@@ -186,9 +185,9 @@ void Store::insertFirst(int newPosition, int coordinate, int parentPosition) {
   if (parentPosition == currentMatrixID) ++info().endElements;
 }
 
-int Store::insertExisting(int newPosition, int coordinate, int anElementOfField) {
-  const int first = positionOfFirst(anElementOfField);
-  const int last = positionOfLast(anElementOfField);
+int Store::insertExisting(int newPosition, int coordinate, int elementOfField) {
+  const int first = positionOfFirst(elementOfField);
+  const int last = positionOfLast(elementOfField);
   if (at(newPosition) != nullptr) {
     print(0, "Cannot insert element to an occupied index\n");
     return 0;
@@ -396,7 +395,7 @@ int Store::moveFieldToFreePosition(int method, int* fieldBegin, int* newElementI
   return offset;
 }
 
-// The first offset, in the method's order, at which the whole field fits; 0 if the block can't grow to make one.
+// The first offset, in the method's order, at which the whole field fits; 0 if the block can't grow.
 int Store::findOffset(int method, int newElementIndex, int numberOfItems, int first, int last, bool withIndex) {
   const int low = maxNumberOfMatrices;
   int offset = 0;
@@ -457,7 +456,7 @@ bool Store::offsetFits(int offset, int newElementIndex, int numberOfItems, int f
   return at(target) == nullptr || ownerOf(target) == owner;
 }
 
-// A symbol's element one level up keeps naming its phrase; a symbol element's own link is moved as if it were relative.
+// Updates the down link of the symbol's element one level up. A symbol element's own link is changed as if it were relative.
 void Store::followSymbols(Element& element, int offset) {
   const int levelUp = info().levelUp;
   if (element.symbolID >= 256 && levelUp >= 0 && levelUp < maxNumberOfMatrices) {

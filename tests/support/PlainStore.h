@@ -1,6 +1,6 @@
-// The element store told slot by slot, with nothing that makes it fast: every search looks at every slot on its way, every move
-// copies records. The library finds the same answers through an index and by moving pointers; random scripts hold the two against
-// each other. Positions, counters, random draws and messages must agree. One record and one store serve the three tiers.
+// A plain reference for the element store: a search looks at every slot on its way, a move copies records. The library uses an
+// index of free slots and moves pointers; random scripts compare positions, counters, random draws and messages of both. One
+// element record and one store class serve the three tiers.
 #pragma once
 
 #include <memory>
@@ -49,9 +49,10 @@ struct Info {
   int keepSymbols = 1;
   std::vector<int> minimalIndices, maximalIndices, matrixPtr;
   Info();
+  std::vector<int> counters() const { return {elements, writeElements, writeCounts, endElements, deleteEvents, writeEvents}; }
 };
 
-/// What the search remembers from call to call; in the library it belongs to the process, so a test puts both at their start.
+/// What the search keeps between calls. In the library all matrices of a thread share it, so tests set both.
 struct SearchState {
   int firstFree = 4;
   int numberOfFunctionCalls = 0;
@@ -65,13 +66,14 @@ long long nextRandom(long long state);
 struct Read {
   long long value = 0;
   int existCode = 0, writeCount = 0, withSuccessor = 0, withoutPredecessor = 0;
+  bool operator==(const Read&) const = default;
 };
 
 class Store {
  public:
-  explicit Store(Tier tier);
+  explicit Store(Tier tierOfStore);
 
-  // State. All of it is open: tests compare it, and the sequence model works on it.
+  // All state is public: tests compare it, and Sequence works on it.
   Tier tier;
   int maxNumberOfMatrices = 4;
   int currentMatrixID = 0;
@@ -83,7 +85,7 @@ class Store {
   std::vector<Info> infos;
   SearchState search;
   std::string messages;  // those of level 0 and 1
-  // How often each rare branch was taken, so that a test can tell that its script went there.
+  // How often each rare branch was taken, for tests that check which branches their scripts took.
   int moves = 0, growths = 0, growthsInSearch = 0, growthsInMove = 0, periodicScans = 0;
 
   Info& info() { return infos[static_cast<size_t>(currentMatrixID)]; }
@@ -126,7 +128,7 @@ class Store {
   void followSymbols(Element& element, int offset);
   bool placeChild(int& last, int& stackCandidate, int k);
   void insertFirst(int newPosition, int coordinate, int parentPosition);
-  int insertExisting(int newPosition, int coordinate, int anElementOfField);
+  int insertExisting(int newPosition, int coordinate, int elementOfField);
   int checkMatrixDimension(int dimIndex);
   void clearMatrixElement(int position, int flag);
   int removeOverDeterminedPass();

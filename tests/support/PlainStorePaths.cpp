@@ -1,4 +1,4 @@
-// Of the plain store: delete, handles and the walk to successors, the tests of rules, and pruning.
+// Plain store: delete, handles, the walk to successors, the tests of rules, and pruning.
 #include <cmath>
 #include <cstdlib>
 
@@ -179,7 +179,7 @@ int Store::isDetermined(const int* vector, int length) {
 
 // ------------------------------------------------------------------------------------------------ pruning
 
-// The coordinates from the root down to `position`; reachedRoot says whether the walk came to the current matrix's root.
+// The coordinates from the root down to `position`. reachedRoot: the walk has reached the root of the current sub-matrix.
 std::vector<int> Store::rootPath(int position, int limit, bool& reachedRoot) const {
   std::vector<int> upward;
   while (position >= maxNumberOfMatrices && static_cast<int>(upward.size()) < limit) {

@@ -1,4 +1,4 @@
-// The words of a text, counted anew: nothing here is shared with the library.
+// Splits a text into words, independently of the library.
 #pragma once
 
 #include <string>
@@ -12,14 +12,13 @@ inline bool isWhite(char character) {
   return byte <= ' ' || byte == 0xA0;
 }
 
-/// Letters that a word begins with in a title or after a full stop: a hyphen before them, at the end of a line, is the word's
-/// own.
+/// Capital letters. A hyphen at the end of a line belongs to the word if a capital follows.
 inline bool isCapital(char character) {
   const auto c = static_cast<unsigned char>(character);
   return (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE) || c == 0x8A || c == 0x8C || c == 0x95 || c == 0x9F;
 }
 
-/// Splits at white space, joins what a hyphen at the end of a line has divided.
+/// Splits at white space, and joins words that are hyphenated at a line end.
 inline Words wordsOf(const std::string& text) {
   Words words;
   std::string word;

@@ -1,4 +1,4 @@
-// A directory for the files of one test, gone with the test.
+// A temporary directory, removed by the destructor.
 #pragma once
 
 #include <unistd.h>

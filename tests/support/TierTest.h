@@ -1,4 +1,4 @@
-// One matrix, in the verbs that its tests are told in; a suite is typed over the tiers that it holds for.
+// A matrix with short names for what tests do with it. Suites are typed over the tiers that they apply to.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,10 +13,6 @@
 #include "support/TierUnderTest.h"
 
 namespace zmatrix {
-
-using Vector = std::vector<int>;
-using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
-using LearningTiers = testing::Types<ZQMatrixMedium, ZQMatrix>;
 
 template <class Matrix>
 class TierMatrix {
@@ -33,7 +29,7 @@ class TierMatrix {
   TierMatrix(const TierMatrix&) = delete;
   TierMatrix& operator=(const TierMatrix&) = delete;
 
-  /// A new matrix in the place of the old one.
+  /// Replaces the matrix by a new one.
   void makeAnew() {
     if (matrix != nullptr) Access::destroy(matrix);
     setSearchState({});
@@ -44,7 +40,7 @@ class TierMatrix {
   int write(const Vector& vector, int symbolMarker = 0, int startFlag = 0) {
     return Access::write(*matrix, vector, 7, startFlag, 0, symbolMarker);
   }
-  /// Each phrase of the items, one that is the whole with a symbol if the tier has symbols.
+  /// Writes each phrase of the items; with wholeIsSymbol the whole gets a symbol if the tier has symbols.
   void writePhrases(const Vector& items, bool wholeIsSymbol = false) {
     for (size_t begin = 0; begin < items.size(); ++begin) {
       for (size_t end = begin + 1; end <= items.size(); ++end) {
@@ -67,7 +63,7 @@ class TierMatrix {
   }
   auto* info() { return matrix->getMatrixInfo(); }
 
-  /// The self-tests: result, written elements, end elements.
+  /// A self-test's result, written elements and end elements.
   Vector scan(int trim = 0) {
     int written = -9, ends = -9;
     const int result = matrix->performMatrixLinearTest(&written, &ends, trim);
@@ -78,7 +74,7 @@ class TierMatrix {
     const int result = matrix->performMatrixConsistencyTest(&written, &ends, trim);
     return {result, written, ends};
   }
-  /// Moves the field of a slot to the right; by how much.
+  /// Moves the field of a slot to the right and returns the offset.
   int moveFieldOf(int position, int coordinate) {
     int first = position, last = position, newIndex = -1, begin = position - coordinate;
     const int count = matrix->getNumberOfItemsAndFirstLastElementsInSameDimension(position, &first, &last);
@@ -87,7 +83,7 @@ class TierMatrix {
     return offset;
   }
 
-  /// All that a delete could change: the records of the slots, empty ones for those that are free, and the counters.
+  /// All that a delete can change: the records of all slots, default ones for free slots, and the counters.
   std::vector<plain::Element> records() {
     std::vector<plain::Element> copies;
     for (int position = 0; position < matrix->getMatrixBlockSize(); ++position) {
@@ -96,10 +92,7 @@ class TierMatrix {
     }
     return copies;
   }
-  Vector counters() {
-    return {info()->getNumberOfMatrixElements(), info()->getNumberOfWriteElements(),      info()->getNumberOfWriteCounts(),
-            info()->getNumberOfEndElements(),    info()->getNumberOfMatrixDeleteEvents(), info()->getNumberOfMatrixWriteEvents()};
-  }
+  Vector counters() { return countersOf(*info()); }
 
   std::string take() { return messages.take(); }
   bool told(const std::string& sentence) { return take().find(sentence) != std::string::npos; }

@@ -1,30 +1,55 @@
-// The three tiers under one face, so that a test is told once: how each is made, written and read, and what its records hold.
+// One interface to the three tiers: creation, writing, reading, and copies of elements.
 #pragma once
 
-#include <cstddef>
-#include <vector>
+#include <gtest/gtest.h>
+
+#include <type_traits>
 
 #include "flat/ZQMatrixCreators.h"
 #include "store/ZQFreeSlotSearch.h"
 #include "support/PlainStore.h"
+#include "support/Vectors.h"
 #include "symbols/ZQMatrix.h"
 
 namespace zmatrix {
 
-template <class Matrix>
-struct TierUnderTest;
+using Tiers = testing::Types<ZQMatrixBase, ZQMatrixMedium, ZQMatrix>;
+using LearningTiers = testing::Types<ZQMatrixMedium, ZQMatrix>;
 
-template <>
-struct TierUnderTest<ZQMatrixBase> {
-  static constexpr plain::Tier tier = plain::Tier::base;
-  static constexpr auto create = createAndInitMatrixBase;
-  static constexpr auto destroy = deleteMatrixBase;
-  static int write(ZQMatrixBase& matrix, std::vector<int> vector, long long value, int, int, int) {
-    return matrix.writeMatrixData(vector.data(), static_cast<int>(vector.size()), value);
+template <class Matrix>
+struct TierUnderTest {
+  static constexpr plain::Tier tier = std::is_same_v<Matrix, ZQMatrix>         ? plain::Tier::full
+                                      : std::is_same_v<Matrix, ZQMatrixMedium> ? plain::Tier::medium
+                                                                               : plain::Tier::base;
+
+  static Matrix* create() {
+    if constexpr (tier == plain::Tier::base) return createAndInitMatrixBase();
+    if constexpr (tier == plain::Tier::medium) return createAndInitMatrixMedium();
+    if constexpr (tier == plain::Tier::full) return createAndInitMatrix();
   }
-  static plain::Read read(ZQMatrixBase& matrix, std::vector<int> vector) {
+  static void destroy(Matrix* matrix) {
+    if constexpr (tier == plain::Tier::base) deleteMatrixBase(matrix);
+    if constexpr (tier == plain::Tier::medium) deleteMatrixMedium(matrix);
+    if constexpr (tier == plain::Tier::full) deleteMatrix(matrix);
+  }
+  static int write(Matrix& matrix, Vector vector, long long value, [[maybe_unused]] int startFlag, [[maybe_unused]] int endFlag,
+                   [[maybe_unused]] int symbolMarker) {
+    const int length = static_cast<int>(vector.size());
+    const char start = static_cast<char>(startFlag), end = static_cast<char>(endFlag);
+    if constexpr (tier == plain::Tier::base) return matrix.writeMatrixData(vector.data(), length, value);
+    if constexpr (tier == plain::Tier::medium) return matrix.writeMatrixData(vector.data(), length, value, start, end);
+    if constexpr (tier == plain::Tier::full)
+      return matrix.writeMatrixData(vector.data(), length, value, start, end, symbolMarker);
+  }
+  static plain::Read read(Matrix& matrix, Vector vector) {
+    const int length = static_cast<int>(vector.size());
     plain::Read r;
-    r.value = matrix.readMatrixData(vector.data(), static_cast<int>(vector.size()), &r.existCode, &r.writeCount);
+    if constexpr (tier == plain::Tier::base) {
+      r.value = matrix.readMatrixData(vector.data(), length, &r.existCode, &r.writeCount);
+    } else {
+      r.value =
+          matrix.readMatrixData(vector.data(), length, &r.existCode, &r.writeCount, &r.withSuccessor, &r.withoutPredecessor);
+    }
     return r;
   }
   static plain::Element copyOf(const ZQMatrixBaseElement* element) {
@@ -36,56 +61,27 @@ struct TierUnderTest<ZQMatrixBase> {
     copy.previous = element->getOffsetToPreviousElementInDimension();
     copy.child = element->getOffsetToElementInNextDimension();
     copy.parent = element->getOffsetToElementInPrevDimension();
+    if constexpr (tier != plain::Tier::base) {
+      const auto* medium = static_cast<const ZQMatrixMediumElement*>(element);
+      copy.withSuccessor = medium->getWriteCountWithSuccessor();
+      copy.withoutPredecessor = medium->getWriteCountWithoutPredecessor();
+    }
+    if constexpr (tier == plain::Tier::full) {
+      const auto* full = static_cast<const ZQMatrixElement*>(element);
+      copy.symbolID = full->getSymbolID();
+      copy.symbolDownLink = full->getSymbolDownLinkHandle();
+    }
     return copy;
   }
 };
 
-template <>
-struct TierUnderTest<ZQMatrixMedium> {
-  static constexpr plain::Tier tier = plain::Tier::medium;
-  static constexpr auto create = createAndInitMatrixMedium;
-  static constexpr auto destroy = deleteMatrixMedium;
-  static int write(ZQMatrixMedium& matrix, std::vector<int> vector, long long value, int startFlag, int endFlag, int) {
-    return matrix.writeMatrixData(vector.data(), static_cast<int>(vector.size()), value, static_cast<char>(startFlag),
-                                  static_cast<char>(endFlag));
-  }
-  static plain::Read read(ZQMatrixMedium& matrix, std::vector<int> vector) {
-    plain::Read r;
-    r.value = matrix.readMatrixData(vector.data(), static_cast<int>(vector.size()), &r.existCode, &r.writeCount, &r.withSuccessor,
-                                    &r.withoutPredecessor);
-    return r;
-  }
-  static plain::Element copyOf(const ZQMatrixBaseElement* element) {
-    const auto* medium = static_cast<const ZQMatrixMediumElement*>(element);
-    plain::Element copy = TierUnderTest<ZQMatrixBase>::copyOf(element);
-    copy.withSuccessor = medium->getWriteCountWithSuccessor();
-    copy.withoutPredecessor = medium->getWriteCountWithoutPredecessor();
-    return copy;
-  }
-};
+/// In the order of plain::Info::counters().
+inline Vector countersOf(const ZQMatrixBaseInfo& info) {
+  return {info.getNumberOfMatrixElements(), info.getNumberOfWriteElements(),      info.getNumberOfWriteCounts(),
+          info.getNumberOfEndElements(),    info.getNumberOfMatrixDeleteEvents(), info.getNumberOfMatrixWriteEvents()};
+}
 
-template <>
-struct TierUnderTest<ZQMatrix> {
-  static constexpr plain::Tier tier = plain::Tier::full;
-  static constexpr auto create = createAndInitMatrix;
-  static constexpr auto destroy = deleteMatrix;
-  static int write(ZQMatrix& matrix, std::vector<int> vector, long long value, int startFlag, int endFlag, int symbolMarker) {
-    return matrix.writeMatrixData(vector.data(), static_cast<int>(vector.size()), value, static_cast<char>(startFlag),
-                                  static_cast<char>(endFlag), symbolMarker);
-  }
-  static plain::Read read(ZQMatrix& matrix, const std::vector<int>& vector) {
-    return TierUnderTest<ZQMatrixMedium>::read(matrix, vector);
-  }
-  static plain::Element copyOf(const ZQMatrixBaseElement* element) {
-    const auto* full = static_cast<const ZQMatrixElement*>(element);
-    plain::Element copy = TierUnderTest<ZQMatrixMedium>::copyOf(element);
-    copy.symbolID = full->getSymbolID();
-    copy.symbolDownLink = full->getSymbolDownLinkHandle();
-    return copy;
-  }
-};
-
-/// The search's state belongs to the process: a test sets it, and puts it back for the tests that follow.
+/// All matrices of a thread share the state of the search: a test that sets it resets it for the next tests.
 inline void setSearchState(const plain::SearchState& state) {
   freeSlotSearchState() = {state.firstFree, state.numberOfFunctionCalls, state.lastOffset, state.goodStartIndex};
 }

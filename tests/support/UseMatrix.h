@@ -1,5 +1,5 @@
-// Does with a loaded matrix what a host may do with any: reads, writes, deletes, learns, says something, tests, prunes and saves,
-// in each of its sub-matrices. Whatever the file has said, nothing of it may go wrong; what comes out is not looked at.
+// Uses a loaded matrix as a host may: reads, writes, deletes, learns, generates, tests, prunes and saves in each sub-matrix. For
+// hostile files: results are ignored, the sanitizers report what goes wrong.
 #pragma once
 
 #include <algorithm>
@@ -37,12 +37,12 @@ void readAndWrite(Matrix& matrix) {
 }
 
 template <class Matrix>
-void learnAndSay(Matrix& matrix) {
+void learnAndGenerate(Matrix& matrix) {
   double probability, stopProbability;
   int* item = nullptr;
   for (int i = 0; i < 8; ++i) item = matrix.readObjexFromMatrix(&probability, &stopProbability);
   (void)item;
-  int start[256] = {84, 104, 101, 32, 84, 104, 101, 32};  // four items of as many integers as a record may say
+  int start[256] = {84, 104, 101, 32, 84, 104, 101, 32};  // four items of the largest dimension that a record may have
   matrix.updateMatrixWithLongANSISequence(start, 8);
   matrix.updateMatrixWithLongINTSequence(start, 4);
   matrix.initializeKernelSequenceWithOriginalSequence(start, 4, 1);
@@ -83,7 +83,7 @@ void useMatrix(Matrix& matrix, const std::string& pathToSaveAt, int mostMatrices
     matrix.performMatrixConsistencyTest(&written, &ends, 0);
     matrix.performMatrixLinearTest(&written, &ends, 0);
     readAndWrite(matrix);
-    if constexpr (tierOf<Matrix> >= 1) learnAndSay(matrix);
+    if constexpr (tierOf<Matrix> >= 1) learnAndGenerate(matrix);
     if constexpr (tierOf<Matrix> == 2) useSymbols(matrix);
     matrix.setCurrentMatrixID(id);
     matrix.performMatrixConsistencyTest(&written, &ends, 0);

@@ -19,39 +19,33 @@ std::string unstructuredText(unsigned seed, int numberOfWords, int longestWord) 
   return text;
 }
 
-std::vector<int> valuesOf(const std::string& text) {
-  std::vector<int> values;
-  for (const char byte : text) values.push_back(static_cast<unsigned char>(byte));
-  return values;
-}
-
-SymbolMatrix::SymbolMatrix(int phraseLimit, int memorySearchMethod) : matrix(createAndInitMatrix()) {
-  zmatrix::setSearchState({});  // the process's: positions are to be the same in any order of tests
-  matrix->setMatrixDebugOn(0);
-  matrix->setMatrixAILevel(1);
-  matrix->setGlobalDefaultMatrixPropertiesForANSIText();
-  matrix->setGlobalMaxPhraseLengthForUpdateWithSequence(phraseLimit);
-  matrix->setGlobalMemorySearchMethod(memorySearchMethod);
-  matrix->setGlobalLanguage(4);
+SymbolMatrix::SymbolMatrix(int phraseLimit, int memorySearchMethod) : matrix_(createAndInitMatrix()) {
+  zmatrix::setSearchState({});  // so that positions don't depend on the order of the tests
+  matrix_->setMatrixDebugOn(0);
+  matrix_->setMatrixAILevel(1);
+  matrix_->setGlobalDefaultMatrixPropertiesForANSIText();
+  matrix_->setGlobalMaxPhraseLengthForUpdateWithSequence(phraseLimit);
+  matrix_->setGlobalMemorySearchMethod(memorySearchMethod);
+  matrix_->setGlobalLanguage(4);
 }
 
 SymbolMatrix::~SymbolMatrix() {
-  deleteMatrix(matrix);
+  deleteMatrix(matrix_);
 }
 
 int SymbolMatrix::learn(const std::string& text) {
   int length = 0;
-  return matrix->updateMatrixWithANSIFile(folder.put("text.txt", text).c_str(), &length, 0);
+  return matrix_->updateMatrixWithANSIFile(folder_.put("text.txt", text).c_str(), &length, 0);
 }
 
 SymbolMatrix::Found SymbolMatrix::derive(Derive operation, const std::string& text) {
-  const std::vector<int> values = valuesOf(text);
+  const zmatrix::Vector values = zmatrix::valuesOf(text);
   Found found;
   int count = -1;
-  int* entries = (matrix->*operation)(values.data(), static_cast<int>(values.size()), &count, &found.numberOfUnknown,
-                                      &found.numberOfPredefined);
+  int* entries = (matrix_->*operation)(values.data(), static_cast<int>(values.size()), &count, &found.numberOfUnknown,
+                                       &found.numberOfPredefined);
   if (entries != nullptr) found.entries.assign(entries, entries + count);
-  if (entries == nullptr && count != 0) found.entries.assign(1, -1);  // no test expects this
+  if (entries == nullptr && count != 0) found.entries.assign(1, -1);  // never expected
   systemFree(entries);
   return found;
 }
@@ -66,19 +60,19 @@ SymbolMatrix::Found SymbolMatrix::handlesOf(const std::string& text) {
 
 std::vector<int> SymbolMatrix::symbolsOfAny(std::vector<int> sequence) {
   int count = -1;
-  int* symbols = matrix->getSymbolsFromAnyLongSequence(sequence.data(), static_cast<int>(sequence.size()), &count);
+  int* symbols = matrix_->getSymbolsFromAnyLongSequence(sequence.data(), static_cast<int>(sequence.size()), &count);
   std::vector<int> result(symbols, symbols + count);
   systemFree(symbols);
   return result;
 }
 
 void SymbolMatrix::raiseStack() {
-  matrix->getMatrixFileHeader()->_setMaximalStack(matrix->getMaximalStack() + 1);
+  matrix_->getMatrixFileHeader()->_setMaximalStack(matrix_->getMaximalStack() + 1);
 }
 
 std::string SymbolMatrix::phraseOf(int symbol) {
   int length = -1;
-  int* items = matrix->createPreviousLevelElementsFromOriginalSymbol(symbol, &length);
+  int* items = matrix_->createPreviousLevelElementsFromOriginalSymbol(symbol, &length);
   std::string phrase;
   for (int i = 0; i < length; ++i) phrase += static_cast<char>(items[i]);
   systemFree(items);
@@ -86,31 +80,31 @@ std::string SymbolMatrix::phraseOf(int symbol) {
 }
 
 Words SymbolMatrix::spell(const std::vector<int>& symbols) {
-  const int basicID = matrix->getCurrentMatrixID();
-  matrix->setCurrentMatrixID(matrix->getCurrentMatrixIDLevelUp());
+  const int basicID = matrix_->getCurrentMatrixID();
+  matrix_->setCurrentMatrixID(matrix_->getCurrentMatrixIDLevelUp());
   raiseStack();
   Words words;
   for (const int symbol : symbols) words.push_back(symbol == '\n' ? "\n" : phraseOf(symbol));
-  matrix->setCurrentMatrixID(basicID);
-  matrix->getMatrixFileHeader()->_setMaximalStack(matrix->getMaximalStack() - 1);
+  matrix_->setCurrentMatrixID(basicID);
+  matrix_->getMatrixFileHeader()->_setMaximalStack(matrix_->getMaximalStack() - 1);
   return words;
 }
 
 std::string SymbolMatrix::brokenLink() {
-  const int levelUp = matrix->getCurrentMatrixIDLevelUp();
+  const int levelUp = matrix_->getCurrentMatrixIDLevelUp();
   int numberOfSymbols = 0;
-  for (int position = 0; position <= matrix->getMaximalStack(); ++position) {
-    const auto* element = static_cast<const ZQMatrixElement*>(matrix->elementAt(position));
+  for (int position = 0; position <= matrix_->getMaximalStack(); ++position) {
+    const auto* element = static_cast<const ZQMatrixElement*>(matrix_->elementAt(position));
     if (element == nullptr || element->getSymbolID() == 0) continue;
     ++numberOfSymbols;
     const int symbol = element->getSymbolID();
-    const auto* above = static_cast<const ZQMatrixElement*>(matrix->elementAt(matrix->childAt(levelUp, symbol)));
+    const auto* above = static_cast<const ZQMatrixElement*>(matrix_->elementAt(matrix_->childAt(levelUp, symbol)));
     if (above == nullptr) return "no element for symbol " + std::to_string(symbol);
     if (above->getSymbolDownLinkHandle() != position) {
       return "symbol " + std::to_string(symbol) + " leads to " + std::to_string(above->getSymbolDownLinkHandle()) +
              " instead of " + std::to_string(position);
     }
   }
-  if (numberOfSymbols == matrix->getNumberOfSymbols()) return "";
-  return std::to_string(numberOfSymbols) + " symbols, counted " + std::to_string(matrix->getNumberOfSymbols());
+  if (numberOfSymbols == matrix_->getNumberOfSymbols()) return "";
+  return std::to_string(numberOfSymbols) + " symbols, counted " + std::to_string(matrix_->getNumberOfSymbols());
 }

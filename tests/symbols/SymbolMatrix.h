@@ -1,4 +1,4 @@
-// A matrix that learns texts on both levels, with what its tests ask of it.
+// A matrix that learns texts on both levels, with queries for tests.
 #pragma once
 
 #include <string>
@@ -8,56 +8,54 @@
 #include "support/PlainWords.h"
 #include "support/StoreInvariants.h"
 #include "support/TestFolder.h"
+#include "support/Vectors.h"
 #include "symbols/ZQMatrix.h"
 
-/// A text of made-up words without structure, so that the fields of all their letters get in each other's way.
+/// A text of random words, so that the fields of their letters collide.
 std::string unstructuredText(unsigned seed, int numberOfWords, int longestWord);
 
 class SymbolMatrix {
  public:
   explicit SymbolMatrix(int phraseLimit = 64, int memorySearchMethod = 1);
-  /// Takes a matrix over.
-  explicit SymbolMatrix(ZQMatrix* aMatrix) : matrix(aMatrix) {}
+  /// Takes over a matrix.
+  explicit SymbolMatrix(ZQMatrix* matrix) : matrix_(matrix) {}
   ~SymbolMatrix();
   SymbolMatrix(const SymbolMatrix&) = delete;
   SymbolMatrix& operator=(const SymbolMatrix&) = delete;
 
-  ZQMatrix* operator->() { return matrix; }
-  ZQMatrix* get() { return matrix; }
+  ZQMatrix* operator->() { return matrix_; }
+  ZQMatrix* get() { return matrix_; }
 
-  /// Feeds a text as a file does; the result of the feed.
+  /// Feeds a text from a file and returns the result of the feed.
   int learn(const std::string& text);
-  void select(int matrixID) { matrix->setCurrentMatrixID(matrixID); }
+  void select(int matrixID) { matrix_->setCurrentMatrixID(matrixID); }
 
   struct Found {
     std::vector<int> entries;
     int numberOfUnknown = -1;
     int numberOfPredefined = -1;
   };
-  /// What the basic level (the current one) makes of a text.
+  /// The symbols of a text, or their handles, as the basic level finds them, which must be the current one.
   Found symbolsOf(const std::string& text);
   Found handlesOf(const std::string& text);
   std::vector<int> symbolsOfAny(std::vector<int> sequence);
 
-  /// A path element in the last used slot counts as outside the stack, so that a phrase below it can't be read back. This moves
-  /// the end of the stack behind it.
+  /// A path through the last used slot can't be read back, because that slot counts as outside the stack. This raises the end of
+  /// the stack by one.
   void raiseStack();
+  const std::string& folderPath() const { return folder_.path(); }
   /// The phrase of a symbol of the current sub-matrix.
-  const std::string& folderPath() const { return folder.path(); }
   std::string phraseOf(int symbol);
-  /// The words of symbols, as their handles have them. The current sub-matrix is the basic one.
+  /// The phrases that the symbols link to. The current sub-matrix must be the basic one.
   Words spell(const std::vector<int>& symbols);
 
-  /// Empty if every phrase with a symbol is named by its symbol's handle, and numberOfSymbols counts them.
+  /// Empty if each symbol links to its phrase and numberOfSymbols counts them; otherwise the first fault.
   std::string brokenLink();
 
  private:
   using Derive = int* (ZQMatrix::*)(const int*, int, int*, int*, int*);
   Found derive(Derive operation, const std::string& text);
 
-  ZQMatrix* matrix;
-  zmatrix::TestFolder folder;
+  ZQMatrix* matrix_;
+  zmatrix::TestFolder folder_;
 };
-
-/// The text as the library takes it: an integer a byte.
-std::vector<int> valuesOf(const std::string& text);

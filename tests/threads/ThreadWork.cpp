@@ -20,9 +20,9 @@ class Work {
  public:
   Work(int seed, const std::string& folder) : seed_(seed), folder_(folder + "/") {
     zq_setMessageFunction(hear, this);
-    heard = &result_;
+    heard_ = &result_;
     setMatrixProgressDisplayFunction([](progressCallBackData_tag* data) {
-      if (data->progressItem == data->progressItemCount) *heard += data->progressText;
+      if (data->progressItem == data->progressItemCount) *heard_ += data->progressText;
     });
   }
   ~Work() {
@@ -71,7 +71,7 @@ class Work {
     deleteMatrix(matrix);
   }
 
-  /// By their ocrons, which need the table of primes and the thread's own parameters.
+  /// As ocrons, which need the table of primes and the thread's own parameters.
   void learnNumbers() {
     gocronParametersTag parameters = *zq_getGlobalGocronParameters();
     parameters.ocronType = 3 + seed_ % 3;
@@ -140,13 +140,13 @@ class Work {
     return createAndInitMatrixMediumWithFile(path.c_str(), 0);
   }
 
-  static thread_local std::string* heard;
+  static thread_local std::string* heard_;
   const int seed_;
   const std::string folder_;
   std::string result_;
 };
 
-thread_local std::string* Work::heard = nullptr;
+thread_local std::string* Work::heard_ = nullptr;
 
 }  // namespace
 

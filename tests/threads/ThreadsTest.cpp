@@ -1,5 +1,5 @@
-// Matrices in several threads: each thread gets the results that it would get alone, what one sets is not seen by others, the
-// tables that all read may be replaced meanwhile, and a thread that ends leaves nothing behind.
+// Matrices in several threads: results as in a single thread, settings per thread, shared tables that are replaced meanwhile, and
+// no open files after the end of a thread.
 #include <gtest/gtest.h>
 #include <zmatrix/zmatrix.h>
 #include <zmatrix/zq.h>
@@ -25,7 +25,7 @@ void inThreads(int count, const std::function<void(int)>& work) {
   for (std::thread& thread : threads) thread.join();
 }
 
-/// Replaces the tables of primes over and over while it lives.
+/// A thread that replaces the tables of primes until it is destroyed.
 class ReplacingThread {
  public:
   explicit ReplacingThread(bool frees) : thread_([this, frees] { replace(frees); }) {}
@@ -51,7 +51,7 @@ class ReplacingThread {
   std::thread thread_;
 };
 
-TEST(ThreadsTest, HaveTheResultsOfOne) {
+TEST(ThreadsTest, GiveTheResultsOfASingleThread) {
   const zmatrix::TestFolder folder;
   const auto folderOf = [&folder](const char* run, int i) {
     const std::string name = folder.path() + "/" + run + std::to_string(i);
@@ -73,7 +73,7 @@ TEST(ThreadsTest, HaveTheResultsOfOne) {
   }
 }
 
-TEST(ThreadsTest, SeeTheOldTableOrTheNewOneOrNone) {
+TEST(ThreadsTest, ReadTheOldTableOrTheNewOneOrNone) {
   const ReplacingThread one(true), other(true);
   inThreads(4, [](int) {
     char ocron[] = "22^P22^*2*P";
@@ -123,7 +123,7 @@ TEST(ThreadsTest, KeepTheirSettingsToThemselves) {
   deleteMatrixBase(matrix);
 }
 
-TEST(ThreadsTest, CloseTheirDebugFilesAtTheirEnd) {
+TEST(ThreadsTest, CloseTheirDebugFilesAtTheEnd) {
   const zmatrix::TestFolder folder;
   const auto openFiles = [] {
     const std::filesystem::directory_iterator entries("/proc/self/fd");
@@ -144,8 +144,8 @@ TEST(ThreadsTest, CloseTheirDebugFilesAtTheirEnd) {
   }
 }
 
-/// Objects that one thread makes and others release, while it goes on and after it has ended.
-TEST(ThreadsTest, ReleaseObjectsOfOthers) {
+// Objects of one thread are released by others, while it runs and after its end.
+TEST(ThreadsTest, ReleaseObjectsOfOtherThreads) {
   constexpr int count = 20000;
   std::vector<zmatrix::ZQMidiEvent*> events(count);
   const auto release = [&events](int from, int step) {

@@ -1,4 +1,4 @@
-// A kern text in, what the library says and makes of it out, in words that a test can hold against what is expected.
+// Reads kern texts and writes the objects and messages as texts for comparison.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,45 +12,45 @@
 
 namespace zmatrix {
 
-/// Records a line each, tokens apart by blanks; "_" stands for a blank within a token.
+/// A kern text from lines of tokens separated by blanks; "_" is a blank within a token.
 inline std::string kern(const std::string& records) {
   std::string text = records;
   for (char& character : text) character = character == ' ' ? '\t' : character == '_' ? ' ' : character;
   return text + "\n";
 }
 
-inline std::string sayObject(const ZQKernObject& object) {
-  std::ostringstream said;
+inline std::string textOfObject(const ZQKernObject& object) {
+  std::ostringstream text;
   const std::string time = std::to_string(object.getTimeQuanta()) + ":";
   switch (object.getType()) {
     case ZQKernObjectNoteOn:
-      said << "n" << time << int(object.getNoteNumber()) << "+" << object.getDuration();
+      text << "n" << time << int(object.getNoteNumber()) << "+" << object.getDuration();
       break;
     case ZQKernObjectNoteOff:
-      said << "o" << time << int(object.getNoteNumber());
+      text << "o" << time << int(object.getNoteNumber());
       break;
     case ZQKernObjectTimeSignature:
-      said << "M" << time << object.getTimeSignatureNom() << "/" << object.getTimeSignatureDenom();
+      text << "M" << time << object.getTimeSignatureNom() << "/" << object.getTimeSignatureDenom();
       break;
     case ZQKernObjectKeySignature:
-      said << "k" << time << object.getKeySignature(nullptr);
+      text << "k" << time << object.getKeySignature(nullptr);
       break;
     case ZQKernObjectTempo:
-      said << "T" << time << object.getTempo();
+      text << "T" << time << object.getTempo();
       break;
     default:
-      said << "#" << time << object.getBuffer();
+      text << "#" << time << object.getBuffer();
   }
-  if (object.getChannel() != 0) said << "c" << int(object.getChannel());
-  if (object.getPhraseBegin() != 0) said << "{";
-  if (object.getPhraseEnd() != 0) said << "}";
-  return said.str();
+  if (object.getChannel() != 0) text << "c" << int(object.getChannel());
+  if (object.getPhraseBegin() != 0) text << "{";
+  if (object.getPhraseEnd() != 0) text << "}";
+  return text.str();
 }
 
 class KernUnderTest {
  public:
-  /// The objects of a text, apart by blanks; what was said meanwhile goes to `messages`.
-  std::string read(const std::string& text) { return readFile(folder.put("a.krn", text)); }
+  /// The objects of a text, separated by blanks; the messages of the read are in `messages`.
+  std::string read(const std::string& score) { return readFile(folder.put("a.krn", score)); }
   std::string readFile(const std::string& path) {
     deleteZQKernTrackList(list);
     list = createZQKernTrackList();
@@ -58,9 +58,10 @@ class KernUnderTest {
     ZQKernFile file;
     file.readKernObjectsFromFileWithPath(list, path.c_str());
     messages = captured.take();
-    std::string said;
-    for (const ZQKernObject* object : *list->getKernObjectTrackAtIndex(0)) said += (said.empty() ? "" : " ") + sayObject(*object);
-    return said;
+    std::string text;
+    for (const ZQKernObject* object : *list->getKernObjectTrackAtIndex(0))
+      text += (text.empty() ? "" : " ") + textOfObject(*object);
+    return text;
   }
   ~KernUnderTest() { deleteZQKernTrackList(list); }
 

@@ -1,4 +1,4 @@
-// MIDI files made of bytes, for tests.
+// Builds MIDI files from bytes.
 #pragma once
 
 #include <initializer_list>
@@ -34,7 +34,7 @@ inline std::string meter(int numerator, int power) {
   return bytes({0, 0xff, 88, 4, numerator, power, 24, 8});
 }
 
-/// Quarter notes one after the other, at 96 ticks, behind a first rest of as much.
+/// A quarter rest and quarter notes, at 96 ticks.
 inline std::string melody(std::initializer_list<int> numbers, int channel = 0) {
   std::string events = bytes({96, 0xc0 | channel, 0});
   for (const int number : numbers) {
