@@ -16,7 +16,7 @@ using OwnedVector = std::unique_ptr<ZQMatrixSequenceIndexVector, void (*)(ZQMatr
 
 class MediumPreprocessingTest : public zmatrix::TierTest<ZQMatrixMedium> {
  public:
-  MediumPreprocessingTest() { ZQDebugChannel::globalDebugLevel = 0; }
+  MediumPreprocessingTest() { zmatrix::ZQDebugChannel::globalDebugLevel = 0; }
 
   void use(int coordinateDimension, int preProcessingType) {
     info()->setCoordinateDimension(coordinateDimension);

@@ -26,7 +26,7 @@ class LevelUpTest : public testing::Test {
 };
 
 TEST_F(LevelUpTest, IsCreatedOnceAndFedAgain) {
-  ZQDebugChannel::globalDebugLevel = 2;
+  zmatrix::ZQDebugChannel::globalDebugLevel = 2;
   zmatrix::Account tell([&] { return messages.take(); }, matrix.folderPath());
   for (const char* words : {"one two", "one two", "two three"}) {
     const int result = matrix.learn(words);

@@ -58,7 +58,7 @@ void addEvent(ZQMidiEventTrack& track, int time, int status, int number, int vel
   event->initWith(time, static_cast<unsigned char>(status), static_cast<unsigned char>(number),
                   static_cast<unsigned char>(velocity), 8);
   if (type >= 0) event->setEventType(type);
-  track.addMidiEvent(event);
+  EXPECT_TRUE(track.addMidiEvent(event));
 }
 
 std::unique_ptr<ZQMidiTrackList> listOf(const std::string& path, MidiReadFindings* findings = nullptr) {
@@ -168,7 +168,7 @@ TEST(MidiTrackListTest, MergesTracksAsSet) {
 TEST(MidiTracksTest, DeleteAndSort) {
   ZQMidiObjectTrack objects;
   ZQMidiObject* kept[3];
-  for (int i = 0; i < 3; i++) objects.addMidiObject(kept[i] = createZQMidiObject());
+  for (int i = 0; i < 3; i++) EXPECT_TRUE(objects.addMidiObject(kept[i] = createZQMidiObject()));
   objects.deleteMidiObjectAtIndex(-1);
   EXPECT_EQ(objects.getCount(), 2);
   EXPECT_EQ(objects.getMidiObjectAtIndex(0), kept[1]);
