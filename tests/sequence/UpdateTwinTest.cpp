@@ -263,7 +263,7 @@ TYPED_TEST(UpdateTwinTest, AgreesOnLearningPruningAndGenerating) {
   EXPECT_GT(postWrites, 100);
 }
 
-// Longer sequences in two sub-matrices by turns, so that fields move during a pass and the block grows several times.
+// Longer sequences, learned alternately in two sub-matrices, so that fields move during a pass and the block grows several times.
 TYPED_TEST(UpdateTwinTest, AgreesOnLongSequences) {
   for (int method = 0; method <= 3; ++method) {
     for (const int c : {1, 3}) {
