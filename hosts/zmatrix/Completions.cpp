@@ -63,7 +63,7 @@ std::string bashBranch(const VerbRow& verb) {
 
 // ---- zsh
 
-// The specification for _arguments of one spelling of an option; the spelling excludes the others once it is given.
+// One spelling of an option as zsh's _arguments takes it; the spelling excludes the others once it is given.
 std::string zshSpelling(const OptionRow& option, const std::string& name) {
   const std::string description = "[" + escaped(briefOf(option.description), "[]\\:") + "]";
   const std::string values = !option.choices.empty() ? "(" + listOf(option.choices, " ") + ")"
